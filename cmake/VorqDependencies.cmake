@@ -1,0 +1,12 @@
+# Third-party libraries, all from the distribution (packaging/debian-packages.txt).
+
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Network)
+find_package(QCoro6 0.8 REQUIRED COMPONENTS Core)
+find_package(simdjson REQUIRED)
+find_package(ICU REQUIRED COMPONENTS uc)
+find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
+if(VORQ_TESTS OR VORQ_FUZZ)
+  find_package(GTest REQUIRED)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+endif()
