@@ -1,0 +1,17 @@
+#include "platform/Defaults.h"
+
+namespace vorq {
+
+std::optional<QString> Defaults::string(const QString& key) const {
+    const QVariant held = value(key);
+    if (held.typeId() != QMetaType::QString) return std::nullopt;
+    return held.toString();
+}
+
+std::optional<bool> Defaults::boolean(const QString& key) const {
+    const QVariant held = value(key);
+    if (held.typeId() != QMetaType::Bool) return std::nullopt;
+    return held.toBool();
+}
+
+} // namespace vorq

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace vorq {
+
+/// The user's stored settings: strings and truth values under dotted keys. Main thread only.
+///
+/// Reads never fail; a key that is missing or holds another type reads as nothing. Writes that
+/// cannot reach the disk keep their effect for the life of the process.
+class Defaults {
+  public:
+    /// A key with its new value; an invalid variant removes the key.
+    using Change = std::pair<QString, QVariant>;
+
+    Defaults() = default;
+    Defaults(const Defaults&) = delete;
+    Defaults& operator=(const Defaults&) = delete;
+    virtual ~Defaults() = default;
+
+    [[nodiscard]] virtual QVariant value(const QString& key) const = 0;
+
+    /// Stores several changes as one: after a crash either all or none of them are there.
+    virtual void apply(const std::vector<Change>& changes) = 0;
+
+    /// Takes in what other programs of the user have stored meanwhile.
+    virtual void synchronise() {}
+
+    [[nodiscard]] bool contains(const QString& key) const { return value(key).isValid(); }
+    [[nodiscard]] std::optional<QString> string(const QString& key) const;
+    [[nodiscard]] std::optional<bool> boolean(const QString& key) const;
+    void setString(const QString& key, const QString& text) { apply({{key, text}}); }
+    void setBoolean(const QString& key, bool truth) { apply({{key, truth}}); }
+    void remove(const QString& key) { apply({{key, QVariant()}}); }
+};
+
+} // namespace vorq

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/Defaults.h"
+
+#include <QMap>
+
+namespace vorq {
+
+/// The user's settings as one JSON file of mode 0600, replaced atomically by each write.
+///
+/// Every write first reads the file again, so that two programs of the user change different keys
+/// without losing each other's. A damaged file reads as empty and is kept beside the new one as
+/// "<name>.damaged-<number>" before it is replaced. What goes wrong is said once on standard error.
+class SettingsFile final : public Defaults {
+  public:
+    /// The file and its folder need not exist yet.
+    explicit SettingsFile(QString path);
+
+    [[nodiscard]] QVariant value(const QString& key) const override;
+    void apply(const std::vector<Change>& changes) override;
+    void synchronise() override;
+
+    [[nodiscard]] const QString& path() const { return m_path; }
+
+  private:
+    using Values = QMap<QString, QVariant>;
+
+    void reload();
+    void change(const std::vector<Change>& changes);
+    bool write();
+    bool keepDamagedFile();
+    void warnOnce(const QString& text);
+
+    QString m_path;
+    Values m_values;
+    // Changes that could not be written stand over what the file says.
+    std::vector<Change> m_unwritten;
+    bool m_damaged = false;
+    bool m_unreadable = false;
+    bool m_warned = false;
+};
+
+} // namespace vorq

@@ -1,0 +1,37 @@
+#include "platform/linux/XdgPaths.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+namespace vorq {
+namespace {
+
+// Relative values are invalid by the convention and count as unset.
+QString folderFromEnvironment(const char* variable, const QString& fallback) {
+    const QString value = qEnvironmentVariable(variable);
+    return QDir::cleanPath(QDir::isAbsolutePath(value) ? value : fallback);
+}
+
+} // namespace
+
+QString XdgPaths::home() const {
+    return QDir::homePath();
+}
+
+QString XdgPaths::executableFolder() const {
+    return QCoreApplication::applicationDirPath();
+}
+
+QString XdgPaths::resourcesFolder() const {
+    return QDir::cleanPath(executableFolder() + "/../share/vorq");
+}
+
+QString XdgPaths::applicationSupportFolder() const {
+    return folderFromEnvironment("XDG_DATA_HOME", home() + "/.local/share");
+}
+
+QString XdgPaths::settingsFolder() const {
+    return folderFromEnvironment("XDG_CONFIG_HOME", home() + "/.config") + "/Vorq";
+}
+
+} // namespace vorq

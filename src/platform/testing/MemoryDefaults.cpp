@@ -1,0 +1,15 @@
+#include "platform/testing/MemoryDefaults.h"
+
+namespace vorq {
+
+void MemoryDefaults::apply(const std::vector<Change>& changes) {
+    ++m_writes;
+    for (const auto& [key, value] : changes) {
+        if (value.isValid())
+            m_values.insert(key, value);
+        else
+            m_values.remove(key);
+    }
+}
+
+} // namespace vorq

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/Defaults.h"
+
+#include <QMap>
+
+namespace vorq {
+
+/// Settings that live in memory and remember how often they were written.
+class MemoryDefaults final : public Defaults {
+  public:
+    [[nodiscard]] QVariant value(const QString& key) const override { return m_values.value(key); }
+    void apply(const std::vector<Change>& changes) override;
+
+    [[nodiscard]] const QMap<QString, QVariant>& values() const { return m_values; }
+    [[nodiscard]] int writes() const { return m_writes; }
+
+  private:
+    QMap<QString, QVariant> m_values;
+    int m_writes = 0;
+};
+
+} // namespace vorq

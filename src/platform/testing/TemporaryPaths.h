@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/AppPaths.h"
+
+#include <QTemporaryDir>
+
+namespace vorq {
+
+/// Places inside a folder of its own that is removed at the end.
+class TemporaryPaths final : public AppPaths {
+  public:
+    [[nodiscard]] QString home() const override { return m_folder.path(); }
+    [[nodiscard]] QString executableFolder() const override { return m_folder.filePath("bin"); }
+    [[nodiscard]] QString resourcesFolder() const override {
+        return m_folder.filePath("share/vorq");
+    }
+    [[nodiscard]] QString applicationSupportFolder() const override {
+        return m_folder.filePath(".local/share");
+    }
+    [[nodiscard]] QString settingsFolder() const override {
+        return m_folder.filePath(".config/Vorq");
+    }
+
+  private:
+    QTemporaryDir m_folder;
+};
+
+} // namespace vorq

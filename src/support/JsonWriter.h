@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QByteArray>
+#include <QStringView>
+
+#include <vector>
+
+namespace vorq {
+
+/// Writes one JSON document as UTF-8, in the order in which it is told.
+///
+/// Nothing is checked against misuse except by assertion: keys belong into objects, values into
+/// arrays or after a key. Lone surrogates become question marks.
+class JsonWriter {
+  public:
+    enum class Style {
+        Compact,  ///< no white space
+        Indented, ///< two blanks a level, " : " after a key, "/" written as "\/"
+    };
+
+    explicit JsonWriter(Style style = Style::Compact) : m_style(style) {}
+
+    void beginObject();
+    void endObject();
+    void beginArray();
+    void endArray();
+    void key(QStringView name);
+
+    void value(QStringView text);
+    void value(bool truth);
+    void value(qint64 number);
+    void value(int number) { value(qint64{number}); }
+    void value(double number);
+    void null();
+
+    // A literal would otherwise quietly become a bool.
+    void value(const char*) = delete;
+
+    /// Key and value in one.
+    template<typename Value>
+    void member(QStringView name, const Value& held) {
+        key(name);
+        value(held);
+    }
+
+    [[nodiscard]] QByteArray take() { return std::move(m_bytes); }
+
+  private:
+    void open(char bracket);
+    void close(char bracket);
+    void beforeValue();
+    void lineBreak();
+    void string(QStringView text);
+
+    Style m_style;
+    QByteArray m_bytes;
+    std::vector<bool> m_hasEntries; // one a level
+    bool m_afterKey = false;
+};
+
+} // namespace vorq

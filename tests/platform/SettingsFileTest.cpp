@@ -1,0 +1,185 @@
+#include "platform/linux/SettingsFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace vorq {
+namespace {
+
+class SettingsFileTest : public testing::Test {
+  protected:
+    QTemporaryDir m_folder;
+    QString m_path = m_folder.filePath("Vorq/settings.json");
+
+    void put(const QByteArray& bytes) const {
+        QDir().mkpath(m_folder.filePath("Vorq"));
+        QFile file(m_path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+
+    [[nodiscard]] QStringList entries() const {
+        return QDir(m_folder.filePath("Vorq")).entryList(QDir::Files, QDir::Name);
+    }
+
+    [[nodiscard]] static QByteArray contentOf(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    }
+};
+
+TEST_F(SettingsFileTest, MissingFileReadsAsEmpty) {
+    const SettingsFile settings(m_path);
+    EXPECT_FALSE(settings.contains("vorq.session.token"));
+    EXPECT_EQ(settings.string("vorq.session.token"), std::nullopt);
+    EXPECT_FALSE(QFile::exists(m_path)) << "reading creates nothing";
+}
+
+TEST_F(SettingsFileTest, KeepsValuesAcrossObjects) {
+    {
+        SettingsFile settings(m_path);
+        settings.setString("vorq.session.firstName", QStringLiteral("Åda \"quoted\" 👋"));
+        settings.setBoolean("vorq.preferredAIModelUserChosen", true);
+        settings.setString("vorq.preferredAIModel", QString());
+    }
+    const SettingsFile settings(m_path);
+    EXPECT_EQ(settings.string("vorq.session.firstName"), QStringLiteral("Åda \"quoted\" 👋"));
+    EXPECT_EQ(settings.boolean("vorq.preferredAIModelUserChosen"), true);
+    EXPECT_EQ(settings.string("vorq.preferredAIModel"), QString(""));
+}
+
+TEST_F(SettingsFileTest, RemovesKeys) {
+    SettingsFile settings(m_path);
+    settings.setString("vorq.panelBlockHex", "#ffffff");
+    settings.remove("vorq.panelBlockHex");
+    EXPECT_FALSE(settings.contains("vorq.panelBlockHex"));
+    EXPECT_FALSE(SettingsFile(m_path).contains("vorq.panelBlockHex"));
+}
+
+TEST_F(SettingsFileTest, ValueOfAnotherTypeReadsAsNothing) {
+    SettingsFile settings(m_path);
+    settings.setBoolean("flag", true);
+    EXPECT_EQ(settings.string("flag"), std::nullopt);
+}
+
+TEST_F(SettingsFileTest, IsReadableByItsOwnerAlone) {
+    SettingsFile settings(m_path);
+    settings.setString("vorq.session.token", "secret");
+    const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther |
+                        QFile::WriteOther | QFile::ExeOther;
+    EXPECT_FALSE(QFile::permissions(m_path) & others);
+    EXPECT_TRUE(QFile::permissions(m_path) & QFile::ReadOwner);
+}
+
+TEST_F(SettingsFileTest, TwoWritersKeepEachOthersKeys) {
+    SettingsFile first(m_path), second(m_path);
+    first.setString("a", "1");
+    second.setString("b", "2");
+    first.setString("c", "3");
+    const SettingsFile settings(m_path);
+    EXPECT_EQ(settings.string("a"), "1");
+    EXPECT_EQ(settings.string("b"), "2");
+    EXPECT_EQ(settings.string("c"), "3");
+}
+
+TEST_F(SettingsFileTest, SynchroniseTakesInWhatAnotherWrote) {
+    SettingsFile first(m_path), second(m_path);
+    second.setString("token", "new");
+    first.synchronise();
+    EXPECT_EQ(first.string("token"), "new");
+}
+
+TEST_F(SettingsFileTest, DamagedFileStartsWithDefaultsAndSaysSoOnce) {
+    put("{\"vorq.session.token\" : \"abc");
+    testing::internal::CaptureStderr();
+    SettingsFile settings(m_path);
+    settings.synchronise();
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(settings.string("vorq.session.token"), std::nullopt);
+    EXPECT_NE(said.find("damaged"), std::string::npos);
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1);
+}
+
+TEST_F(SettingsFileTest, DamagedFileIsUntouchedUntilAWriteAndThenKeptBeside) {
+    const QByteArray damaged = "{\"vorq.session.token\" : \"abc";
+    put(damaged);
+    testing::internal::CaptureStderr();
+    SettingsFile settings(m_path);
+    EXPECT_EQ(contentOf(m_path), damaged);
+    settings.setString("a", "1");
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(contentOf(m_path + ".damaged-1"), damaged);
+    EXPECT_EQ(SettingsFile(m_path).string("a"), "1");
+    settings.setString("b", "2");
+    EXPECT_EQ(entries(), QStringList({"settings.json", "settings.json.damaged-1"}));
+}
+
+TEST_F(SettingsFileTest, FileOfTheWrongShapeCountsAsDamaged) {
+    for (const char* bytes : {"[]", "{\"a\":{}}", "", "{\"a\":\"\xff\"}"}) {
+        put(bytes);
+        testing::internal::CaptureStderr();
+        const SettingsFile settings(m_path);
+        EXPECT_NE(testing::internal::GetCapturedStderr().find("damaged"), std::string::npos)
+            << bytes;
+    }
+}
+
+TEST_F(SettingsFileTest, UnwritablePlaceKeepsChangesInMemoryAndSaysSoOnce) {
+    put("{}");
+    // A file stands where the folder would have to be.
+    testing::internal::CaptureStderr();
+    SettingsFile settings(m_path + "/below/settings.json");
+    settings.setString("a", "1");
+    settings.setString("b", "2");
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(settings.string("a"), "1");
+    EXPECT_EQ(settings.string("b"), "2");
+    EXPECT_NE(said.find("cannot write"), std::string::npos);
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1);
+}
+
+TEST_F(SettingsFileTest, UnwrittenChangesAreWrittenWithTheNextOneThatCanBe) {
+    const QString folder = m_folder.filePath("later");
+    {
+        QFile blocker(folder);
+        ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    }
+    testing::internal::CaptureStderr();
+    SettingsFile settings(folder + "/settings.json");
+    settings.setString("a", "1");
+    testing::internal::GetCapturedStderr();
+    QFile::remove(folder);
+    settings.setString("b", "2");
+    EXPECT_EQ(SettingsFile(folder + "/settings.json").string("a"), "1");
+}
+
+TEST_F(SettingsFileTest, KilledDuringWritesLeavesAWholeFile) {
+    SettingsFile(m_path).setString("text", QString(20000, u'x'));
+    for (int round = 0; round < 10; ++round) {
+        const pid_t child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            SettingsFile settings(m_path);
+            for (int i = 0;; ++i)
+                settings.setString("text", QString(20000, QChar(u'a' + i % 26)));
+        }
+        ::usleep(static_cast<useconds_t>(3000 + 1700 * round));
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        testing::internal::CaptureStderr();
+        const SettingsFile settings(m_path);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+        ASSERT_TRUE(settings.string("text"));
+        EXPECT_EQ(settings.string("text")->size(), 20000);
+    }
+}
+
+} // namespace
+} // namespace vorq

@@ -1,0 +1,28 @@
+#include "platform/linux/XdgPaths.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+
+namespace vorq {
+namespace {
+
+TEST(XdgPaths, FollowsTheEnvironment) {
+    qputenv("XDG_DATA_HOME", "/somewhere/data/");
+    qputenv("XDG_CONFIG_HOME", "/somewhere/config");
+    const XdgPaths paths;
+    EXPECT_EQ(paths.applicationSupportFolder(), "/somewhere/data");
+    EXPECT_EQ(paths.settingsFolder(), "/somewhere/config/Vorq");
+}
+
+TEST(XdgPaths, IgnoresUnsetAndRelativeValues) {
+    qunsetenv("XDG_DATA_HOME");
+    qputenv("XDG_CONFIG_HOME", "relative");
+    const XdgPaths paths;
+    EXPECT_EQ(paths.applicationSupportFolder(), QDir::homePath() + "/.local/share");
+    EXPECT_EQ(paths.settingsFolder(), QDir::homePath() + "/.config/Vorq");
+    qunsetenv("XDG_CONFIG_HOME");
+}
+
+} // namespace
+} // namespace vorq

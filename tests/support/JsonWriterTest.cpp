@@ -1,0 +1,60 @@
+#include "support/JsonWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace vorq {
+namespace {
+
+TEST(JsonWriter, WritesCompactDocumentsInTheOrderTold) {
+    JsonWriter writer;
+    writer.beginObject();
+    writer.member(u"prompt", QStringView(u"hi"));
+    writer.member(u"stream", true);
+    writer.key(u"list");
+    writer.beginArray();
+    writer.value(1);
+    writer.value(2.5);
+    writer.null();
+    writer.beginObject();
+    writer.endObject();
+    writer.endArray();
+    writer.endObject();
+    EXPECT_EQ(writer.take(), R"({"prompt":"hi","stream":true,"list":[1,2.5,null,{}]})");
+}
+
+TEST(JsonWriter, EscapesWhatJsonForbids) {
+    JsonWriter writer;
+    writer.value(QStringView(u"a\"b\\c\n\r\t\b\f\u0001/é👋"));
+    EXPECT_EQ(writer.take(), "\"a\\\"b\\\\c\\n\\r\\t\\b\\f\\u0001/é👋\"");
+}
+
+TEST(JsonWriter, LoneSurrogatesBecomeQuestionMarks) {
+    const char16_t text[] = {u'a', 0xD83D, u'b', 0};
+    JsonWriter writer;
+    writer.value(QStringView(text, 3));
+    EXPECT_EQ(writer.take(), "\"a\xEF\xBF\xBD"
+                             "b\"");
+}
+
+TEST(JsonWriter, IndentedStylePutsAMemberALine) {
+    JsonWriter writer(JsonWriter::Style::Indented);
+    writer.beginObject();
+    writer.member(u"url", QStringView(u"a/b"));
+    writer.key(u"labels");
+    writer.beginArray();
+    writer.value(QStringView(u"x"));
+    writer.endArray();
+    writer.endObject();
+    EXPECT_EQ(writer.take(), "{\n  \"url\" : \"a\\/b\",\n  \"labels\" : [\n    \"x\"\n  ]\n}");
+}
+
+TEST(JsonWriter, NumbersThatJsonHasNotBecomeNull) {
+    JsonWriter writer;
+    writer.value(std::numeric_limits<double>::infinity());
+    EXPECT_EQ(writer.take(), "null");
+}
+
+} // namespace
+} // namespace vorq
