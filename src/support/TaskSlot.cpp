@@ -52,7 +52,7 @@ QCoro::Task<> TaskSlot::drive(std::shared_ptr<Shared> shared, std::uint64_t id, 
     const Wakeup start;
     start.fire();
     co_await start;
-    if (!stop.stop_requested()) {
+    if (shared->slot) {
         try {
             co_await body(stop);
         } catch (const std::exception& error) {

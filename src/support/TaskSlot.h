@@ -11,11 +11,11 @@ namespace vorq {
 
 /// The field that holds a running task: at most one handle, replaced by restart().
 ///
-/// A body starts on a later turn of the event loop and is not started at all if it was stopped by
-/// then. Stopping is cooperative: the body sees it on its stop token after each wait. When the slot
-/// is destroyed every body it ever started and that still runs is stopped, so a body must check
-/// after each wait whether its owner is still there. An exception that leaves a body is logged.
-/// Main thread only.
+/// A body starts on a later turn of the event loop, stopped already if it was cancelled by then.
+/// Stopping is cooperative: the body sees it on its stop token after each wait. When the slot is
+/// destroyed every body it ever started and that still runs is stopped, and one that has not begun
+/// never does; so a body must check after each wait whether its owner is still there. An exception
+/// that leaves a body is logged. Main thread only.
 class TaskSlot {
   public:
     using Body = std::function<QCoro::Task<>(std::stop_token)>;

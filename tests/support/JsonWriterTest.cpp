@@ -34,8 +34,7 @@ TEST(JsonWriter, LoneSurrogatesBecomeQuestionMarks) {
     const char16_t text[] = {u'a', 0xD83D, u'b', 0};
     JsonWriter writer;
     writer.value(QStringView(text, 3));
-    EXPECT_EQ(writer.take(), "\"a\xEF\xBF\xBD"
-                             "b\"");
+    EXPECT_EQ(writer.take(), "\"a?b\"");
 }
 
 TEST(JsonWriter, IndentedStylePutsAMemberALine) {

@@ -31,15 +31,28 @@ TEST(TaskSlot, StartsTheBodyOnALaterTurnOfTheLoop) {
     EXPECT_FALSE(slot.isRunning());
 }
 
-TEST(TaskSlot, NeverStartsABodyThatWasCancelledBefore) {
+TEST(TaskSlot, ABodyCancelledBeforeItBeganStartsStopped) {
     TaskSlot slot;
-    bool ran = false;
-    slot.restart([&ran](std::stop_token) -> QCoro::Task<> {
-        ran = true;
+    std::optional<bool> stopped;
+    slot.restart([&stopped](std::stop_token stop) -> QCoro::Task<> {
+        stopped = stop.stop_requested();
         co_return;
     });
     slot.cancel();
     EXPECT_FALSE(slot.isRunning());
+    spin();
+    EXPECT_EQ(stopped, true);
+}
+
+TEST(TaskSlot, ABodyThatHasNotBegunNeverStartsOnceTheSlotIsGone) {
+    bool ran = false;
+    {
+        TaskSlot slot;
+        slot.restart([&ran](std::stop_token) -> QCoro::Task<> {
+            ran = true;
+            co_return;
+        });
+    }
     spin();
     EXPECT_FALSE(ran);
 }
