@@ -1,0 +1,221 @@
+#include "support/Graphemes.h"
+
+#include <unicode/uchar.h>
+#include <unicode/uscript.h>
+#include <unicode/utf16.h>
+
+namespace vorq {
+namespace {
+
+// The lowest code point that can extend a character. Below it only CR LF makes one of two.
+constexpr char16_t firstExtender = 0x300;
+
+// Code units that neither extend the character before them nor take in what follows, and need no
+// context. Only the ranges that matter for speed; the rest is looked up.
+constexpr bool isPlain(char16_t unit) {
+    if (unit < firstExtender) return unit != u'\r';
+    return (unit >= 0x3040 && unit <= 0xA66E && unit != 0x3099 && unit != 0x309A) ||
+           (unit >= 0x2010 && unit <= 0x2027) || (unit >= 0x2030 && unit <= 0x205F) ||
+           (unit >= 0x0370 && unit <= 0x0482) || (unit >= 0x048A && unit <= 0x0590) ||
+           (unit >= 0x2070 && unit <= 0x20CF) || (unit >= 0x2100 && unit <= 0x2CEE) ||
+           (unit >= 0x3000 && unit <= 0x3029) || (unit >= 0xFF01 && unit <= 0xFF9D);
+}
+
+UGraphemeClusterBreak breakClass(char32_t codePoint) {
+    return static_cast<UGraphemeClusterBreak>(
+        u_getIntPropertyValue(static_cast<UChar32>(codePoint), UCHAR_GRAPHEME_CLUSTER_BREAK));
+}
+
+bool isPictograph(char32_t codePoint) {
+    return u_hasBinaryProperty(static_cast<UChar32>(codePoint), UCHAR_EXTENDED_PICTOGRAPHIC) != 0;
+}
+
+bool isExtender(UGraphemeClusterBreak value) {
+    return value == U_GCB_EXTEND || value == U_GCB_ZWJ || value == U_GCB_SPACING_MARK;
+}
+
+bool isControl(UGraphemeClusterBreak value) {
+    return value == U_GCB_CONTROL || value == U_GCB_CR || value == U_GCB_LF;
+}
+
+bool joinsHangul(UGraphemeClusterBreak left, UGraphemeClusterBreak right) {
+    switch (left) {
+    case U_GCB_L:
+        return right == U_GCB_L || right == U_GCB_V || right == U_GCB_LV || right == U_GCB_LVT;
+    case U_GCB_LV:
+    case U_GCB_V:
+        return right == U_GCB_V || right == U_GCB_T;
+    case U_GCB_LVT:
+    case U_GCB_T:
+        return right == U_GCB_T;
+    default:
+        return false;
+    }
+}
+
+char32_t codePointAt(const char16_t* text, qsizetype index, qsizetype size) {
+    char32_t codePoint = 0;
+    U16_GET(text, 0, index, size, codePoint);
+    return codePoint;
+}
+
+qsizetype unitsOf(char32_t codePoint) {
+    return codePoint > 0xFFFF ? 2 : 1;
+}
+
+// The scripts whose consonants join through a virama.
+bool isConjunctScript(char32_t codePoint) {
+    switch (u_getIntPropertyValue(static_cast<UChar32>(codePoint), UCHAR_SCRIPT)) {
+    case USCRIPT_BENGALI:
+    case USCRIPT_DEVANAGARI:
+    case USCRIPT_GUJARATI:
+    case USCRIPT_MALAYALAM:
+    case USCRIPT_ORIYA:
+    case USCRIPT_TELUGU:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isConjunctPart(char32_t codePoint, UIndicSyllabicCategory category) {
+    return u_getIntPropertyValue(static_cast<UChar32>(codePoint), UCHAR_INDIC_SYLLABIC_CATEGORY) ==
+               category &&
+           isConjunctScript(codePoint);
+}
+
+// What has been read of a character, and whether the next code point still belongs to it.
+class Cluster {
+  public:
+    explicit Cluster(char32_t first) { take(first, breakClass(first)); }
+
+    bool takes(char32_t next) {
+        const UGraphemeClusterBreak nextClass = breakClass(next);
+        if (!joins(next, nextClass)) return false;
+        take(next, nextClass);
+        return true;
+    }
+
+  private:
+    enum class Emoji { None, Pictograph, Joined };
+    enum class Conjunct { None, Consonant, Linked };
+
+    bool joins(char32_t next, UGraphemeClusterBreak nextClass) const {
+        if (m_last == U_GCB_CR && nextClass == U_GCB_LF) return true;
+        if (isControl(m_last) || isControl(nextClass)) return false;
+        if (isExtender(nextClass) || m_last == U_GCB_PREPEND) return true;
+        if (m_oddRegion && nextClass == U_GCB_REGIONAL_INDICATOR) return true;
+        if (m_emoji == Emoji::Joined && isPictograph(next)) return true;
+        if (m_conjunct == Conjunct::Linked && isConjunctPart(next, U_INSC_CONSONANT)) return true;
+        return joinsHangul(m_last, nextClass);
+    }
+
+    void take(char32_t next, UGraphemeClusterBreak nextClass) {
+        m_last = nextClass;
+        m_oddRegion = nextClass == U_GCB_REGIONAL_INDICATOR && !m_oddRegion;
+        if (isPictograph(next))
+            m_emoji = Emoji::Pictograph;
+        else if (m_emoji == Emoji::Pictograph && nextClass == U_GCB_ZWJ)
+            m_emoji = Emoji::Joined;
+        else if (m_emoji != Emoji::Pictograph || nextClass != U_GCB_EXTEND)
+            m_emoji = Emoji::None;
+        takeConjunct(next);
+    }
+
+    void takeConjunct(char32_t next) {
+        if (isConjunctPart(next, U_INSC_CONSONANT)) {
+            m_conjunct = Conjunct::Consonant;
+        } else if (m_conjunct != Conjunct::None) {
+            const bool keeps =
+                m_last == U_GCB_ZWJ ||
+                (m_last == U_GCB_EXTEND && u_getCombiningClass(static_cast<UChar32>(next)) != 0);
+            if (isConjunctPart(next, U_INSC_VIRAMA))
+                m_conjunct = Conjunct::Linked;
+            else if (!keeps)
+                m_conjunct = Conjunct::None;
+        }
+    }
+
+    UGraphemeClusterBreak m_last = U_GCB_OTHER;
+    bool m_oddRegion = false;
+    Emoji m_emoji = Emoji::None;
+    Conjunct m_conjunct = Conjunct::None;
+};
+
+qsizetype lookedUpEnd(const char16_t* text, qsizetype start, qsizetype size) {
+    const char32_t first = codePointAt(text, start, size);
+    Cluster cluster(first);
+    qsizetype end = start + unitsOf(first);
+    while (end < size) {
+        const char32_t next = codePointAt(text, end, size);
+        if (!cluster.takes(next)) break;
+        end += unitsOf(next);
+    }
+    return end;
+}
+
+inline qsizetype characterEnd(const char16_t* text, qsizetype start, qsizetype size) {
+    if (isPlain(text[start]) &&
+        (start + 1 == size || isPlain(text[start + 1]) || text[start + 1] == u'\r'))
+        return start + 1;
+    return lookedUpEnd(text, start, size);
+}
+
+} // namespace
+
+qsizetype graphemeEnd(QStringView text, qsizetype start) {
+    return characterEnd(text.utf16(), start, text.size());
+}
+
+qsizetype graphemeCount(QStringView text) {
+    const char16_t* const data = text.utf16();
+    const qsizetype size = text.size();
+    qsizetype count = 0;
+    for (qsizetype at = 0; at < size; ++count)
+        at = characterEnd(data, at, size);
+    return count;
+}
+
+bool graphemeCountAtLeast(QStringView text, qsizetype count) {
+    const char16_t* const data = text.utf16();
+    const qsizetype size = text.size();
+    if (size < count) return false;
+    qsizetype found = 0;
+    for (qsizetype at = 0; at < size && found < count; ++found)
+        at = characterEnd(data, at, size);
+    return found >= count;
+}
+
+QStringView graphemePrefix(QStringView text, qsizetype count) {
+    const char16_t* const data = text.utf16();
+    const qsizetype size = text.size();
+    qsizetype end = 0;
+    for (qsizetype taken = 0; taken < count && end < size; ++taken)
+        end = characterEnd(data, end, size);
+    return text.first(end);
+}
+
+std::vector<QStringView> splitGraphemes(QStringView text) {
+    std::vector<QStringView> characters;
+    characters.reserve(static_cast<std::size_t>(text.size()));
+    for (qsizetype start = 0; start < text.size();) {
+        const qsizetype end = graphemeEnd(text, start);
+        characters.push_back(text.sliced(start, end - start));
+        start = end;
+    }
+    return characters;
+}
+
+bool extendsCharacterBefore(QStringView text, qsizetype index) {
+    if (isPlain(text.utf16()[index]) || text.utf16()[index] == u'\r') return false;
+    return isExtender(breakClass(codePointAt(text.utf16(), index, text.size())));
+}
+
+bool takesCharacterAfter(QStringView text, qsizetype index) {
+    if (isPlain(text.utf16()[index - 1]) || text.utf16()[index - 1] == u'\r') return false;
+    char32_t codePoint = 0;
+    U16_GET(text.utf16(), 0, index - 1, text.size(), codePoint);
+    return breakClass(codePoint) == U_GCB_PREPEND;
+}
+
+} // namespace vorq
