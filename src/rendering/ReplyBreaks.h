@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+namespace vorq {
+
+/// Mends the raw text of a reply before it is read line by line.
+namespace replybreaks {
+
+/// Index of the first line feed at or after `from`, or -1. The line feed of a carriage return pair
+/// is not one: the pair is a character of its own.
+[[nodiscard]] qsizetype lineFeed(QStringView text, qsizetype from);
+
+/// The text with a half-streamed bold span closed, escaped and paired line breaks made line feeds,
+/// both ends trimmed, and line breaks put in if there is none. The result points into `text`, or
+/// into `storage` where something had to change.
+[[nodiscard]] QStringView mended(QStringView text, QString& storage);
+
+} // namespace replybreaks
+} // namespace vorq
