@@ -1,0 +1,125 @@
+#include "capture/PromptAttachment.h"
+
+#include "support/Graphemes.h"
+#include "support/Text.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QStringDecoder>
+
+#include <algorithm>
+#include <array>
+#include <span>
+
+namespace vorq {
+namespace {
+
+constexpr std::array<QStringView, 10> imageExtensions = {u"png",  u"jpg", u"jpeg", u"heic", u"heif",
+                                                         u"webp", u"tif", u"tiff", u"gif",  u"bmp"};
+constexpr std::array<QStringView, 9> officeExtensions = {u"docx",  u"doc", u"pptx", u"ppt", u"rtf",
+                                                         u"pages", u"key", u"odt",  u"odp"};
+constexpr std::array<QStringView, 12> documentExtensions = {u"pdf",   u"docx", u"doc", u"pptx",
+                                                            u"ppt",   u"rtf",  u"txt", u"md",
+                                                            u"pages", u"key",  u"odt", u"odp"};
+
+bool holds(std::span<const QStringView> set, QStringView extension) {
+    return std::ranges::find(set, extension) != set.end();
+}
+
+// Nothing for bytes that are not of the encoding from end to end.
+std::optional<QString> decoded(const QByteArray& bytes, QStringDecoder::Encoding encoding) {
+    QStringDecoder decoder(encoding);
+    QString text = decoder.decode(bytes);
+    if (decoder.hasError()) return std::nullopt;
+    return text;
+}
+
+std::optional<QString> textOf(const QByteArray& bytes) {
+    if (auto text = decoded(bytes, QStringDecoder::Utf8)) return text;
+    if (bytes.size() % 2 != 0) return std::nullopt;
+    return decoded(bytes, QStringDecoder::Utf16);
+}
+
+} // namespace
+
+bool PromptAttachment::isImageExtension(QStringView extension) {
+    return holds(imageExtensions, extension);
+}
+
+bool PromptAttachment::isOfficeExtension(QStringView extension) {
+    return holds(officeExtensions, extension);
+}
+
+bool PromptAttachment::isDocumentExtension(QStringView extension) {
+    return holds(documentExtensions, extension);
+}
+
+QString pathExtension(QStringView fileName) {
+    const qsizetype dot = fileName.lastIndexOf(u'.');
+    if (dot <= 0) return {};
+    return fileName.mid(dot + 1).toString().toLower();
+}
+
+std::optional<QString> imageDataURL(const QByteArray& bytes) {
+    if (bytes.size() >= PromptAttachment::imageByteLimit) return std::nullopt;
+    const QByteArray type = bytes.startsWith("\xFF\xD8") ? "image/jpeg" : "image/png";
+    return QString::fromLatin1("data:" + type + ";base64," + bytes.toBase64());
+}
+
+std::expected<PromptAttachment, QString> PromptAttachment::load(const QString& path) {
+    PromptAttachment attachment;
+    attachment.fileName = QFileInfo(path).fileName();
+    const QString extension = pathExtension(attachment.fileName);
+    if (extension == u"pdf" || isOfficeExtension(extension))
+        return std::unexpected(QStringLiteral("%1: PDF and office files cannot be attached here. "
+                                              "Attach the text instead.")
+                                   .arg(path));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::unexpected(QStringLiteral("%1: %2").arg(path, file.errorString()));
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return std::unexpected(QStringLiteral("%1: %2").arg(path, file.errorString()));
+    if (isImageExtension(extension)) {
+        attachment.imageDataURL = vorq::imageDataURL(bytes);
+        if (attachment.imageDataURL) return attachment;
+        return std::unexpected(
+            QStringLiteral("%1: the image is too large; at most 3.5 MB can be sent.").arg(path));
+    }
+    const std::optional<QString> text = textOf(bytes);
+    if (!text) return std::unexpected(QStringLiteral("%1: the file is not a text.").arg(path));
+    attachment.textContent = graphemePrefix(*text, textLimit).toString();
+    return attachment;
+}
+
+QStringList composerDisplayNames(const QList<PromptAttachment>& attachments) {
+    const auto noteCount = std::ranges::count_if(attachments, &PromptAttachment::isHubNote);
+    QStringList names;
+    int note = 0;
+    for (const PromptAttachment& attachment : attachments) {
+        if (attachment.isDeepenSelection)
+            names += QStringLiteral("deepen");
+        else if (!attachment.isHubNote())
+            names += attachment.fileName;
+        else if (noteCount == 1)
+            names += QStringLiteral("Notes");
+        else
+            names += QStringLiteral("Notes %1").arg(++note);
+    }
+    return names;
+}
+
+QString attachmentText(const QList<PromptAttachment>& attachments) {
+    QStringList pieces;
+    for (const PromptAttachment& attachment : attachments) {
+        if (!attachment.textContent) continue;
+        const QStringView text = trimmed(*attachment.textContent);
+        if (text.isEmpty()) continue;
+        // Joined rather than filled in, since a text may hold "%1" itself.
+        pieces += QStringLiteral("--- Attached file: ") + attachment.fileName +
+                  QStringLiteral(" ---\n") + text.toString();
+    }
+    return pieces.join(QStringLiteral("\n\n"));
+}
+
+} // namespace vorq

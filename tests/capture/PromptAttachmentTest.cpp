@@ -1,0 +1,115 @@
+#include "capture/PromptAttachment.h"
+
+#include <QFile>
+#include <QStringEncoder>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+namespace vorq {
+namespace {
+
+class PromptAttachmentTest : public testing::Test {
+  protected:
+    QTemporaryDir m_folder;
+
+    [[nodiscard]] QString put(const QString& name, const QByteArray& bytes) const {
+        QFile file(m_folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        return file.fileName();
+    }
+};
+
+PromptAttachment note(const QString& name) {
+    PromptAttachment attachment;
+    attachment.fileName = name;
+    attachment.noteID = QUuid::createUuid();
+    return attachment;
+}
+
+PromptAttachment file(const QString& name, std::optional<QString> text = {}) {
+    PromptAttachment attachment;
+    attachment.fileName = name;
+    attachment.textContent = std::move(text);
+    return attachment;
+}
+
+TEST_F(PromptAttachmentTest, ReadsTextAsUtf8) {
+    const auto loaded = PromptAttachment::load(put("a.txt", "café 👋"));
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(loaded->fileName, "a.txt");
+    EXPECT_EQ(loaded->textContent, QStringLiteral("café 👋"));
+    EXPECT_FALSE(loaded->imageDataURL);
+}
+
+TEST_F(PromptAttachmentTest, ReadsTextAsUtf16WhenItIsNotUtf8) {
+    QStringEncoder encoder(QStringEncoder::Utf16LE, QStringEncoder::Flag::WriteBom);
+    const QByteArray bytes = encoder.encode(QStringLiteral("Größe"));
+    const auto loaded = PromptAttachment::load(put("a.log", bytes));
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(loaded->textContent, QStringLiteral("Größe"));
+}
+
+TEST_F(PromptAttachmentTest, CutsTextToItsLimitInCharacters) {
+    const QByteArray accented = QByteArrayLiteral("e\xCC\x81").repeated(60001);
+    const auto loaded = PromptAttachment::load(put("a.md", accented));
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(loaded->textContent->size(), 120000);
+}
+
+TEST_F(PromptAttachmentTest, RefusesWhatIsNoText) {
+    const auto loaded = PromptAttachment::load(put("a.bin", QByteArray::fromHex("fffe00d8ff")));
+    ASSERT_FALSE(loaded);
+    EXPECT_TRUE(loaded.error().contains("not a text"));
+}
+
+TEST_F(PromptAttachmentTest, NamesAFileThatIsMissing) {
+    const auto loaded = PromptAttachment::load(m_folder.filePath("none.txt"));
+    ASSERT_FALSE(loaded);
+    EXPECT_TRUE(loaded.error().contains("none.txt"));
+}
+
+TEST_F(PromptAttachmentTest, TakesUpperCaseExtensionsAsImages) {
+    const auto loaded = PromptAttachment::load(put("a.PNG", "\x89PNG"));
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(loaded->imageDataURL, "data:image/png;base64,iVBORw==");
+    EXPECT_FALSE(loaded->textContent);
+}
+
+TEST_F(PromptAttachmentTest, KnowsAJpegByItsFirstBytes) {
+    EXPECT_EQ(imageDataURL("\xFF\xD8\xFF"), "data:image/jpeg;base64,/9j/");
+}
+
+TEST_F(PromptAttachmentTest, RefusesAnImageOfTheLimit) {
+    EXPECT_TRUE(imageDataURL(QByteArray(3499999, 'x')));
+    EXPECT_FALSE(imageDataURL(QByteArray(3500000, 'x')));
+}
+
+TEST(PathExtension, IsWhatFollowsTheLastDot) {
+    EXPECT_EQ(pathExtension(u"my.file.ODT"), "odt");
+    EXPECT_EQ(pathExtension(u"notes"), "");
+    EXPECT_EQ(pathExtension(u".profile"), "");
+    EXPECT_EQ(pathExtension(u"a."), "");
+}
+
+TEST(ComposerDisplayNames, NumbersSeveralNotesOnly) {
+    EXPECT_EQ(composerDisplayNames({note("x"), file("a.pdf")}), QStringList({"Notes", "a.pdf"}));
+    EXPECT_EQ(composerDisplayNames({note("x"), file("a.pdf"), note("y")}),
+              QStringList({"Notes 1", "a.pdf", "Notes 2"}));
+}
+
+TEST(ComposerDisplayNames, ADeepenedSelectionIsNoNote) {
+    PromptAttachment deepen = file("x", "text");
+    deepen.isDeepenSelection = true;
+    EXPECT_EQ(composerDisplayNames({deepen, note("x")}), QStringList({"deepen", "Notes"}));
+}
+
+TEST(AttachmentText, SetsEachTextUnderItsFileName) {
+    EXPECT_EQ(attachmentText({file("a.txt", " one \n"), file("b.png"), file("c", " \n"),
+                              file("%1.md", "two %2")}),
+              "--- Attached file: a.txt ---\none\n\n--- Attached file: %1.md ---\ntwo %2");
+}
+
+} // namespace
+} // namespace vorq
