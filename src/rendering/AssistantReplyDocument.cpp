@@ -14,6 +14,9 @@ using Views = std::span<const QStringView>;
 // A reply of fewer characters is not shown while its first block still grows.
 constexpr qsizetype fewestShownCharacters = 12;
 
+// Code units that a block takes in a reply of many blocks.
+constexpr qsizetype unitsPerBlock = 100;
+
 QStringList toStrings(Views views) {
     QStringList strings;
     strings.reserve(static_cast<qsizetype>(views.size()));
@@ -22,8 +25,9 @@ QStringList toStrings(Views views) {
     return strings;
 }
 
-QStringList cellsOf(QStringView line) {
+QStringList cellsOf(QStringView line, qsizetype expected) {
     QStringList cells;
+    cells.reserve(expected);
     replylines::forEachTableCell(line, [&](QStringView cell) { cells.append(cell.toString()); });
     return cells;
 }
@@ -31,6 +35,8 @@ QStringList cellsOf(QStringView line) {
 class BlockBuilder {
   public:
     QList<Document::Block> blocks;
+
+    explicit BlockBuilder(qsizetype textSize) { blocks.reserve(4 + textSize / unitsPerBlock); }
 
     void heading(bool isFirst, QStringView text) {
         add(isFirst ? Kind::Title : Kind::Section).text = text.toString();
@@ -42,10 +48,10 @@ class BlockBuilder {
     void code(QStringView text) { add(Kind::Code).text = text.toString(); }
     void table(QStringView header, Views rows) {
         Document::Block& block = add(Kind::Table);
-        block.header = cellsOf(header);
+        block.header = cellsOf(header, 4);
         block.rows.reserve(static_cast<qsizetype>(rows.size()));
         for (const QStringView row : rows)
-            block.rows.append(cellsOf(row));
+            block.rows.append(cellsOf(row, block.header.size()));
     }
     void divider() { add(Kind::Divider); }
 
@@ -104,7 +110,7 @@ QLatin1StringView AssistantReplyDocument::kindName(Kind kind) {
 }
 
 QList<AssistantReplyDocument::Block> AssistantReplyDocument::blocks(QStringView text) {
-    BlockBuilder builder;
+    BlockBuilder builder(text.size());
     ReplyScanner(builder).scan(text);
     return std::move(builder.blocks);
 }
@@ -125,7 +131,7 @@ QString AssistantReplyDocument::source(std::span<const Block> blocks) {
 QString AssistantReplyDocument::committedSource(QStringView text, bool finished) {
     const QStringView reply = trimmed(text);
     if (finished) return reply.toString();
-    SourceWriter writer(reply.size());
+    SourceWriter writer(reply.size() + reply.size() / 8 + 64);
     ReplyScanner(writer).scan(reply);
     if (writer.blockCount() >= 2) return std::move(writer).sourceBeforeLastBlock();
     return graphemeCountAtLeast(reply, fewestShownCharacters) ? reply.toString() : QString();

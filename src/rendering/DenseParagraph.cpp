@@ -4,49 +4,59 @@
 #include "support/CodeUnits.h"
 #include "support/Graphemes.h"
 
+#include <algorithm>
+
 namespace vorq {
 namespace {
 
+constexpr qsizetype densestParagraph = 280;
 constexpr qsizetype longSentence = 180;
 
 // Whether the mark at `index` ends a sentence inside the text.
 bool endsSentence(QStringView text, qsizetype index) {
-    if (index + 2 >= text.size() || text[index + 1] != u' ') return false;
-    return isCharactersAt(text, index, text.sliced(index, 2)) &&
+    return index + 2 < text.size() && text[index + 1] == u' ' &&
+           isCharactersAt(text, index, text.sliced(index, 2)) &&
            isUppercaseCharacter(firstCharacter(text.sliced(index + 2)));
 }
 
-std::vector<QStringView> splitSentences(QStringView text) {
-    std::vector<QStringView> sentences;
-    qsizetype start = 0;
+// End of the first sentence: behind its mark, or the end of the text.
+qsizetype sentenceEnd(QStringView text) {
+    qsizetype end = text.size();
     codeunits::forEach(
         text, 0,
         [&](qsizetype index) {
             if (!endsSentence(text, index)) return true;
-            sentences.push_back(text.sliced(start, index + 1 - start));
-            start = index + 2;
-            return true;
+            end = index + 1;
+            return false;
         },
         u'.', u'!', u'?');
-    sentences.push_back(text.sliced(start));
-    return sentences;
+    return end;
+}
+
+// What follows a sentence and the blank behind it.
+QStringView afterSentence(QStringView text, qsizetype end) {
+    return text.sliced(std::min(end + 1, text.size()));
+}
+
+bool hasThreeSentences(QStringView text) {
+    const QStringView second = afterSentence(text, sentenceEnd(text));
+    return !afterSentence(second, sentenceEnd(second)).isEmpty();
 }
 
 } // namespace
 
-std::vector<QStringView> splitDenseParagraph(QStringView text) {
-    if (!graphemeCountAtLeast(text, densestParagraph)) return {text};
-    const std::vector<QStringView> sentences = splitSentences(text);
-    if (sentences.size() < 3) return {text};
-    std::vector<QStringView> paragraphs;
-    for (std::size_t first = 0; first < sentences.size(); ++first) {
-        std::size_t last = first;
-        if (!graphemeCountAtLeast(sentences[first], longSentence) && first + 1 < sentences.size())
-            ++last;
-        paragraphs.emplace_back(sentences[first].begin(), sentences[last].end());
-        first = last;
-    }
-    return paragraphs;
+DenseParagraphs::DenseParagraphs(QStringView text)
+    : m_rest(text),
+      m_isDense(graphemeCountAtLeast(text, densestParagraph) && hasThreeSentences(text)) {}
+
+std::optional<QStringView> DenseParagraphs::next() {
+    if (m_rest.isEmpty()) return std::nullopt;
+    qsizetype end = m_isDense ? sentenceEnd(m_rest) : m_rest.size();
+    if (end < m_rest.size() && !graphemeCountAtLeast(m_rest.first(end), longSentence))
+        end += 1 + sentenceEnd(afterSentence(m_rest, end));
+    const QStringView paragraph = m_rest.first(end);
+    m_rest = afterSentence(m_rest, end);
+    return paragraph;
 }
 
 } // namespace vorq

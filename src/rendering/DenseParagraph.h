@@ -2,18 +2,24 @@
 
 #include <QStringView>
 
-#include <vector>
+#include <optional>
 
 namespace vorq {
 
-/// Cuts a long paragraph into paragraphs of one or two sentences.
+/// Cuts a long paragraph, one after the other, into paragraphs of one or two sentences.
 ///
-/// `text` is trimmed. The paragraphs point into it, and stand one blank apart. A text that is not
-/// cut is the only paragraph.
-[[nodiscard]] std::vector<QStringView> splitDenseParagraph(QStringView text);
+/// The text is trimmed; the paragraphs point into it and stand one blank apart. A text of fewer
+/// than three sentences or of fewer than 280 characters is the only paragraph.
+class DenseParagraphs {
+  public:
+    explicit DenseParagraphs(QStringView text);
 
-/// The fewest characters of a text that is cut; since a character takes one code unit or more, no
-/// text of fewer units is.
-inline constexpr qsizetype densestParagraph = 280;
+    /// The next paragraph, or nothing after the last.
+    [[nodiscard]] std::optional<QStringView> next();
+
+  private:
+    QStringView m_rest;
+    bool m_isDense;
+};
 
 } // namespace vorq

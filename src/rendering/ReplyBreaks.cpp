@@ -189,13 +189,6 @@ void inventBreaks(QString& text) {
 
 } // namespace
 
-qsizetype lineFeed(QStringView text, qsizetype from) {
-    qsizetype at = codeunits::find(text, from, u'\n');
-    while (at > 0 && text[at - 1] == u'\r')
-        at = codeunits::find(text, at + 1, u'\n');
-    return at;
-}
-
 QStringView mended(QStringView text, QString& storage) {
     const Marks marks = marksOf(text);
     const bool closes = endsInOpenBold(marks, text);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/CodeUnits.h"
+
 #include <QString>
 #include <QStringView>
 
@@ -10,7 +12,12 @@ namespace replybreaks {
 
 /// Index of the first line feed at or after `from`, or -1. The line feed of a carriage return pair
 /// is not one: the pair is a character of its own.
-[[nodiscard]] qsizetype lineFeed(QStringView text, qsizetype from);
+[[nodiscard]] inline qsizetype lineFeed(QStringView text, qsizetype from) {
+    qsizetype at = codeunits::find(text, from, u'\n');
+    while (at > 0 && text[at - 1] == u'\r')
+        at = codeunits::find(text, at + 1, u'\n');
+    return at;
+}
 
 /// The text with a half-streamed bold span closed, escaped and paired line breaks made line feeds,
 /// both ends trimmed, and line breaks put in if there is none. The result points into `text`, or

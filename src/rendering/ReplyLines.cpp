@@ -40,6 +40,15 @@ bool holdsSentenceEnd(QStringView text) {
     return false;
 }
 
+// Whether the point of an item can follow what begins the line. No number but the ASCII digits is
+// below U+0080, and looking up the others takes time.
+bool reachesPointByNumbers(QStringView line) {
+    for (const QChar unit : line) {
+        if (unit < QChar(0x80) && (unit < u'0' || unit > u'9')) return unit == u'.';
+    }
+    return false;
+}
+
 // One to eight words, at least half of which begin upper-case or with a number.
 bool hasHeadingWords(QStringView text) {
     int words = 0;
@@ -60,10 +69,6 @@ bool hasHeadingWords(QStringView text) {
 }
 
 } // namespace
-
-bool opensOrClosesFence(QStringView line) {
-    return startsWithCharacters(line, u"```");
-}
 
 bool isTableRow(QStringView line) {
     return startsWithCharacters(line, u"|") && indexOfCharacters(line, u"|", 1) >= 0;
@@ -86,11 +91,6 @@ bool isDivider(QStringView line) {
         if (unit != mark) return false;
     }
     return true;
-}
-
-bool isBulletMarked(QStringView line) {
-    return startsWithCharacters(line, u"- ") || startsWithCharacters(line, u"* ") ||
-           startsWithCharacters(line, u"\u2022 ");
 }
 
 std::optional<QStringView> atxHeading(QStringView line) {
@@ -123,18 +123,8 @@ bool looksLikeBareSectionHeading(QStringView line) {
            hasHeadingWords(text);
 }
 
-std::optional<QStringView> quotedText(QStringView line) {
-    if (startsWithCharacters(line, u"> ")) return line.sliced(2);
-    if (line == u">") return QStringView();
-    return std::nullopt;
-}
-
-std::optional<QStringView> bulletItem(QStringView line) {
-    if (isBulletMarked(line)) return line.sliced(2);
-    return std::nullopt;
-}
-
 std::optional<QStringView> numberedItem(QStringView line) {
+    if (!reachesPointByNumbers(line)) return std::nullopt;
     qsizetype end = 0;
     while (end < line.size()) {
         const qsizetype next = graphemeEnd(line, end);

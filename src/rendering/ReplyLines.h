@@ -16,11 +16,18 @@ namespace replylines {
 
 inline constexpr QStringView boldMarker = u"**";
 
-[[nodiscard]] bool opensOrClosesFence(QStringView line);
+[[nodiscard]] inline bool opensOrClosesFence(QStringView line) {
+    return startsWithCharacters(line, u"```");
+}
+
 [[nodiscard]] bool isTableRow(QStringView line);
 [[nodiscard]] bool isTableSeparator(QStringView line);
 [[nodiscard]] bool isDivider(QStringView line);
-[[nodiscard]] bool isBulletMarked(QStringView line);
+
+[[nodiscard]] inline bool isBulletMarked(QStringView line) {
+    return startsWithCharacters(line, u"- ") || startsWithCharacters(line, u"* ") ||
+           startsWithCharacters(line, u"\u2022 ");
+}
 
 /// The text of a heading marked with one to six "#".
 [[nodiscard]] std::optional<QStringView> atxHeading(QStringView line);
@@ -32,9 +39,30 @@ inline constexpr QStringView boldMarker = u"**";
 /// Whether the line reads as a heading without any marks. Only meant for a line before a list.
 [[nodiscard]] bool looksLikeBareSectionHeading(QStringView line);
 
-[[nodiscard]] std::optional<QStringView> quotedText(QStringView line);
-[[nodiscard]] std::optional<QStringView> bulletItem(QStringView line);
+[[nodiscard]] inline std::optional<QStringView> quotedText(QStringView line) {
+    if (startsWithCharacters(line, u"> ")) return line.sliced(2);
+    if (line == u">") return QStringView();
+    return std::nullopt;
+}
+
+[[nodiscard]] inline std::optional<QStringView> bulletItem(QStringView line) {
+    if (isBulletMarked(line)) return line.sliced(2);
+    return std::nullopt;
+}
+
 [[nodiscard]] std::optional<QStringView> numberedItem(QStringView line);
+
+/// Whether a line that begins with this code unit can be a list item at all.
+[[nodiscard]] constexpr bool mayBeginItem(QChar unit) {
+    return unit == u'-' || unit == u'*' || (unit >= u'0' && unit <= u'9') || unit >= QChar(0x80);
+}
+
+/// Whether a line that begins with this code unit can be a heading without marks at all. Control
+/// characters can hide its first letter.
+[[nodiscard]] constexpr bool mayBeginBareHeading(QChar unit) {
+    return (unit >= u'A' && unit <= u'Z') || (unit >= u'0' && unit <= u'9') || unit < u' ' ||
+           unit >= QChar(0x7F);
+}
 
 /// Whether a list item only leads in to a list.
 [[nodiscard]] bool isListBridge(QStringView item);

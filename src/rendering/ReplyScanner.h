@@ -7,10 +7,11 @@
 
 #include <QString>
 #include <QStringView>
+#include <QVarLengthArray>
 
 #include <optional>
 #include <span>
-#include <vector>
+#include <string>
 
 namespace vorq {
 
@@ -36,7 +37,7 @@ class ReplyScanner {
     // At most one kind of lines is open at a time: each rule that adds to one flushes the others.
     enum class Open { Nothing, Body, Bullets, Numbered, Quote };
 
-    using Lines = std::vector<QStringView>;
+    using Lines = QVarLengthArray<QStringView, 32>;
 
     QStringView takeLine() {
         const qsizetype start = m_next;
@@ -52,30 +53,39 @@ class ReplyScanner {
         return line;
     }
 
+    // Each rule up to the bare heading needs one first character.
     void readLine(QStringView line) {
-        if (line.isEmpty()) {
-            flush();
-        } else if (replylines::opensOrClosesFence(line)) {
-            readCode();
-        } else if (startsTable(line)) {
-            readTable(line);
-        } else if (replylines::isDivider(line)) {
-            flush();
-            m_sink.divider();
-        } else if (const auto heading = replylines::atxHeading(line)) {
-            emitHeading(*heading);
-        } else if (const auto label = replylines::boldLabel(line)) {
-            emitLabel(line, *label);
-        } else if (nextNonEmptyLineIsList() && replylines::looksLikeBareSectionHeading(line)) {
-            emitHeading(line);
-        } else {
-            readParagraphOrItem(line);
+        if (line.isEmpty()) return flush();
+        switch (line.front().unicode()) {
+        case u'`':
+            if (replylines::opensOrClosesFence(line)) return readCode();
+            break;
+        case u'|':
+            if (startsTable(line)) return readTable(line);
+            break;
+        case u'-':
+        case u'_':
+        case u'*':
+            if (replylines::isDivider(line)) return emitDivider();
+            if (const auto label = replylines::boldLabel(line)) return emitLabel(line, *label);
+            break;
+        case u'#':
+            if (const auto heading = replylines::atxHeading(line)) return emitHeading(*heading);
+            break;
+        default:
+            break;
         }
+        if (replylines::mayBeginBareHeading(line.front()) && nextNonEmptyLineIsList() &&
+            replylines::looksLikeBareSectionHeading(line))
+            return emitHeading(line);
+        readParagraphOrItem(line);
     }
 
     void readParagraphOrItem(QStringView line) {
         if (const auto quoted = replylines::quotedText(line)) {
             add(Open::Quote, *quoted);
+        } else if (!replylines::mayBeginItem(line.front())) {
+            add(Open::Body, line);
         } else if (const auto bullet = replylines::bulletItem(line)) {
             add(replylines::isListBridge(*bullet) ? Open::Body : Open::Bullets, *bullet);
         } else if (const auto numbered = replylines::numberedItem(line)) {
@@ -113,17 +123,26 @@ class ReplyScanner {
             m_lines.push_back(row);
             takeLine();
         }
-        m_sink.table(header, std::span<const QStringView>(m_lines));
+        m_sink.table(header, lines());
         m_lines.clear();
     }
 
-    bool nextNonEmptyLineIsList() {
-        const qsizetype here = m_next;
-        QStringView line;
-        while (m_next >= 0 && line.isEmpty())
-            line = trimmedBlanks(takeLine());
-        m_next = here;
-        return replylines::isBulletMarked(line) || replylines::numberedItem(line);
+    bool nextNonEmptyLineIsList() const {
+        if (m_next < 0) return false;
+        qsizetype start = m_next;
+        while (start < m_text.size() &&
+               (m_text[start] == u'\n' || isBlank(m_text[start].unicode())))
+            ++start;
+        if (start == m_text.size() || !replylines::mayBeginItem(m_text[start])) return false;
+        const qsizetype end = replybreaks::lineFeed(m_text, start);
+        const QStringView line = m_text.sliced(start, (end < 0 ? m_text.size() : end) - start);
+        const QStringView item = trimmedBlanks(line);
+        return replylines::isBulletMarked(item) || replylines::numberedItem(item);
+    }
+
+    void emitDivider() {
+        flush();
+        m_sink.divider();
     }
 
     void emitHeading(QStringView text) {
@@ -146,7 +165,7 @@ class ReplyScanner {
     }
 
     void flush() {
-        const std::span<const QStringView> lines(m_lines);
+
         switch (std::exchange(m_open, Open::Nothing)) {
         case Open::Nothing:
             return;
@@ -154,10 +173,10 @@ class ReplyScanner {
             emitBody(joinedLines());
             break;
         case Open::Bullets:
-            m_sink.bullets(lines);
+            m_sink.bullets(lines());
             break;
         case Open::Numbered:
-            m_sink.numbered(lines);
+            m_sink.numbered(lines());
             break;
         case Open::Quote:
             if (const QStringView text = joinedLines(); !text.isEmpty()) m_sink.quote(text);
@@ -166,11 +185,14 @@ class ReplyScanner {
         m_lines.clear();
     }
 
+    std::span<const QStringView> lines() const {
+        return {m_lines.data(), static_cast<std::size_t>(m_lines.size())};
+    }
+
     void emitBody(QStringView text) {
-        if (text.isEmpty()) return;
-        if (text.size() < densestParagraph) return m_sink.body(text);
-        for (const QStringView paragraph : splitDenseParagraph(text))
-            m_sink.body(paragraph);
+        DenseParagraphs paragraphs(text);
+        while (const auto paragraph = paragraphs.next())
+            m_sink.body(*paragraph);
     }
 
     // The open lines joined with one blank and trimmed.
@@ -178,8 +200,8 @@ class ReplyScanner {
         if (m_lines.size() == 1) return trimmed(m_lines.front());
         m_joined.clear();
         for (const QStringView line : m_lines) {
-            if (&line != &m_lines.front()) m_joined.append(u' ');
-            m_joined.append(line);
+            if (&line != &m_lines.front()) m_joined.push_back(u' ');
+            m_joined.append(line.utf16(), static_cast<std::size_t>(line.size()));
         }
         return trimmed(m_joined);
     }
@@ -189,7 +211,7 @@ class ReplyScanner {
     qsizetype m_next = 0; // start of the next line, or -1 after the last
     Open m_open = Open::Nothing;
     Lines m_lines;
-    QString m_joined;
+    std::u16string m_joined;
     bool m_sawHeading = false;
 };
 

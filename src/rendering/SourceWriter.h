@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <algorithm>
+#include <array>
 #include <span>
 
 namespace vorq {
@@ -14,16 +16,13 @@ namespace vorq {
 class SourceWriter {
   public:
     /// Room for that many code units is made ahead.
-    explicit SourceWriter(qsizetype expectedSize) { m_source.reserve(expectedSize); }
+    explicit SourceWriter(qsizetype expectedSize) { reserve(expectedSize); }
 
     [[nodiscard]] qsizetype blockCount() const { return m_blockCount; }
-    [[nodiscard]] QString source() && { return std::move(m_source); }
+    [[nodiscard]] QString source() && { return taken(m_size); }
 
     /// The source of all blocks but the last.
-    [[nodiscard]] QString sourceBeforeLastBlock() && {
-        m_source.truncate(m_lastBlockStart);
-        return std::move(m_source);
-    }
+    [[nodiscard]] QString sourceBeforeLastBlock() && { return taken(m_lastBlockStart); }
 
     void heading(bool /*isFirst*/, QStringView text) {
         startBlock();
@@ -56,7 +55,9 @@ class SourceWriter {
         QStringView lead = separator();
         qsizetype number = 0;
         for (const QStringView item : items) {
-            append(lead, QString::number(++number), u". ", item);
+            append(lead);
+            appendNumber(++number);
+            append(u". ", item);
             lead = u"\n";
         }
     }
@@ -121,20 +122,50 @@ class SourceWriter {
 
     void startBlock() {
         ++m_blockCount;
-        m_lastBlockStart = m_source.size();
+        m_lastBlockStart = m_size;
     }
 
     [[nodiscard]] QStringView separator() const {
-        return m_source.isEmpty() ? QStringView() : QStringView(u"\n\n");
+        return m_size == 0 ? QStringView() : QStringView(u"\n\n");
     }
 
     void separate() { append(separator()); }
 
     template<typename... Pieces>
     void append(const Pieces&... pieces) {
-        (m_source.append(QStringView(pieces)), ...);
+        (appendPiece(QStringView(pieces)), ...);
     }
 
+    void appendPiece(QStringView piece) {
+        if (m_size + piece.size() > m_room) reserve(2 * m_room + piece.size());
+        std::copy_n(piece.utf16(), piece.size(), m_units + m_size);
+        m_size += piece.size();
+    }
+
+    void appendNumber(qsizetype number) {
+        std::array<char16_t, 20> digits{};
+        std::size_t first = digits.size();
+        for (; number > 0; number /= 10)
+            digits[--first] = static_cast<char16_t>(u'0' + number % 10);
+        appendPiece({digits.data() + first, digits.data() + digits.size()});
+    }
+
+    void reserve(qsizetype room) {
+        m_source.resize(room);
+        m_units = reinterpret_cast<char16_t*>(m_source.data());
+        m_room = room;
+    }
+
+    QString taken(qsizetype size) {
+        m_source.truncate(size);
+        return std::move(m_source);
+    }
+
+    // The written part of m_source, which is kept larger, since its own appending is a call for
+    // each piece.
+    qsizetype m_size = 0;
+    qsizetype m_room = 0;
+    char16_t* m_units = nullptr;
     QString m_source;
     qsizetype m_blockCount = 0;
     qsizetype m_lastBlockStart = 0;

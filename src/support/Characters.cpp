@@ -1,7 +1,6 @@
 #include "support/Characters.h"
 
 #include "support/CodeUnits.h"
-#include "support/Graphemes.h"
 #include "support/Text.h"
 
 #include <QString>
@@ -28,11 +27,10 @@ bool isAsciiDigit(char16_t unit) {
 
 } // namespace
 
-bool isCharactersAt(QStringView text, qsizetype index, QStringView pattern) {
-    if (!text.sliced(index).startsWith(pattern)) return false;
-    const qsizetype end = index + pattern.size();
-    return (index == 0 || !takesCharacterAfter(text, index) || pattern.front() == u'\r') &&
-           (end == text.size() || !extendsCharacterBefore(text, end) || pattern.back() == u'\n');
+bool standsApart(QStringView text, qsizetype index, qsizetype end) {
+    const bool isPair = text[index] == u'\r';
+    return (index == 0 || isPair || !takesCharacterAfter(text, index)) &&
+           (end == text.size() || isPair || !extendsCharacterBefore(text, end));
 }
 
 qsizetype indexOfCharacters(QStringView text, QStringView pattern, qsizetype from) {
@@ -44,15 +42,6 @@ qsizetype indexOfCharacters(QStringView text, QStringView pattern, qsizetype fro
 
 bool containsCharacters(QStringView text, QStringView pattern) {
     return indexOfCharacters(text, pattern) >= 0;
-}
-
-bool startsWithCharacters(QStringView text, QStringView pattern) {
-    return isCharactersAt(text, 0, pattern);
-}
-
-bool endsWithCharacters(QStringView text, QStringView pattern) {
-    return text.size() >= pattern.size() &&
-           isCharactersAt(text, text.size() - pattern.size(), pattern);
 }
 
 bool isWhitespaceCharacter(QStringView character) {

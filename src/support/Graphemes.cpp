@@ -4,21 +4,64 @@
 #include <unicode/uscript.h>
 #include <unicode/utf16.h>
 
+#include <algorithm>
+#include <bit>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 namespace vorq {
 namespace {
-
-// The lowest code point that can extend a character. Below it only CR LF makes one of two.
-constexpr char16_t firstExtender = 0x300;
 
 // Code units that neither extend the character before them nor take in what follows, and need no
 // context. Only the ranges that matter for speed; the rest is looked up.
 constexpr bool isPlain(char16_t unit) {
-    if (unit < firstExtender) return unit != u'\r';
+    if (unit < lowestJoiner) return unit != u'\r';
     return (unit >= 0x3040 && unit <= 0xA66E && unit != 0x3099 && unit != 0x309A) ||
            (unit >= 0x2010 && unit <= 0x2027) || (unit >= 0x2030 && unit <= 0x205F) ||
            (unit >= 0x0370 && unit <= 0x0482) || (unit >= 0x048A && unit <= 0x0590) ||
            (unit >= 0x2070 && unit <= 0x20CF) || (unit >= 0x2100 && unit <= 0x2CEE) ||
            (unit >= 0x3000 && unit <= 0x3029) || (unit >= 0xFF01 && unit <= 0xFF9D);
+}
+
+#ifdef __SSE2__
+
+// A bit for each of eight code units that is in the plain ranges of Latin text, of general
+// punctuation, or of Chinese and Japanese.
+unsigned plainBits(const char16_t* text) {
+    const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+    const auto equals = [units](int unit) {
+        return _mm_cmpeq_epi16(units, _mm_set1_epi16(static_cast<short>(unit)));
+    };
+    const auto inRange = [units](int first, int last) {
+        const __m128i offset = _mm_sub_epi16(units, _mm_set1_epi16(static_cast<short>(first)));
+        const __m128i beyond =
+            _mm_subs_epu16(offset, _mm_set1_epi16(static_cast<short>(last - first)));
+        return _mm_cmpeq_epi16(beyond, _mm_setzero_si128());
+    };
+    const __m128i narrow = _mm_or_si128(inRange(0, lowestJoiner - 1), inRange(0x2010, 0x2027));
+    const __m128i wide = _mm_or_si128(inRange(0x3000, 0x3029), inRange(0x3040, 0xA66E));
+    const __m128i except =
+        _mm_or_si128(equals(u'\r'), _mm_or_si128(equals(0x3099), equals(0x309A)));
+    const __m128i plain = _mm_andnot_si128(except, _mm_or_si128(narrow, wide));
+    return static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(plain, _mm_setzero_si128())));
+}
+
+#endif
+
+// How many plain code units begin the text.
+qsizetype plainRun(const char16_t* text, qsizetype size) {
+    qsizetype run = 0;
+#ifdef __SSE2__
+    for (; run + 8 <= size; run += 8) {
+        if (const unsigned bits = plainBits(text + run); bits != 0xFF)
+            return run + std::countr_one(bits);
+    }
+#endif
+    while (run < size && isPlain(text[run]))
+        ++run;
+    return run;
 }
 
 UGraphemeClusterBreak breakClass(char32_t codePoint) {
@@ -63,6 +106,11 @@ qsizetype unitsOf(char32_t codePoint) {
     return codePoint > 0xFFFF ? 2 : 1;
 }
 
+// All that joins through a virama is in the blocks from Devanagari to Malayalam.
+constexpr bool mayBeConjunct(char32_t codePoint) {
+    return codePoint >= 0x0900 && codePoint <= 0x0D7F;
+}
+
 // The scripts whose consonants join through a virama.
 bool isConjunctScript(char32_t codePoint) {
     switch (u_getIntPropertyValue(static_cast<UChar32>(codePoint), UCHAR_SCRIPT)) {
@@ -79,7 +127,8 @@ bool isConjunctScript(char32_t codePoint) {
 }
 
 bool isConjunctPart(char32_t codePoint, UIndicSyllabicCategory category) {
-    return u_getIntPropertyValue(static_cast<UChar32>(codePoint), UCHAR_INDIC_SYLLABIC_CATEGORY) ==
+    return mayBeConjunct(codePoint) &&
+           u_getIntPropertyValue(static_cast<UChar32>(codePoint), UCHAR_INDIC_SYLLABIC_CATEGORY) ==
                category &&
            isConjunctScript(codePoint);
 }
@@ -161,6 +210,31 @@ inline qsizetype characterEnd(const char16_t* text, qsizetype start, qsizetype s
     return lookedUpEnd(text, start, size);
 }
 
+struct Skipped {
+    qsizetype count = 0;
+    qsizetype end = 0;
+};
+
+// Goes over at most `limit` characters.
+Skipped skip(QStringView text, qsizetype limit) {
+    const char16_t* const data = text.utf16();
+    const qsizetype size = text.size();
+    Skipped skipped;
+    while (skipped.end < size && skipped.count < limit) {
+        // All but the last of a run stand alone, whatever follows the run.
+        const qsizetype left = std::min(size - skipped.end, limit - skipped.count + 1);
+        const qsizetype alone = plainRun(data + skipped.end, left) - 1;
+        if (alone > 0) {
+            skipped.count += alone;
+            skipped.end += alone;
+        } else {
+            ++skipped.count;
+            skipped.end = characterEnd(data, skipped.end, size);
+        }
+    }
+    return skipped;
+}
+
 } // namespace
 
 qsizetype graphemeEnd(QStringView text, qsizetype start) {
@@ -168,31 +242,15 @@ qsizetype graphemeEnd(QStringView text, qsizetype start) {
 }
 
 qsizetype graphemeCount(QStringView text) {
-    const char16_t* const data = text.utf16();
-    const qsizetype size = text.size();
-    qsizetype count = 0;
-    for (qsizetype at = 0; at < size; ++count)
-        at = characterEnd(data, at, size);
-    return count;
+    return skip(text, text.size()).count;
 }
 
 bool graphemeCountAtLeast(QStringView text, qsizetype count) {
-    const char16_t* const data = text.utf16();
-    const qsizetype size = text.size();
-    if (size < count) return false;
-    qsizetype found = 0;
-    for (qsizetype at = 0; at < size && found < count; ++found)
-        at = characterEnd(data, at, size);
-    return found >= count;
+    return text.size() >= count && skip(text, count).count >= count;
 }
 
 QStringView graphemePrefix(QStringView text, qsizetype count) {
-    const char16_t* const data = text.utf16();
-    const qsizetype size = text.size();
-    qsizetype end = 0;
-    for (qsizetype taken = 0; taken < count && end < size; ++taken)
-        end = characterEnd(data, end, size);
-    return text.first(end);
+    return text.first(skip(text, count).end);
 }
 
 std::vector<QStringView> splitGraphemes(QStringView text) {

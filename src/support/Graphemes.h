@@ -12,6 +12,10 @@ namespace vorq {
 /// A carriage return with the line feed after it is one character, and so is an emoji sequence. A
 /// lone surrogate is a character of its own. Results of type QStringView point into the argument.
 
+/// The lowest code unit that can belong to one character with a neighbour; below it, only a line
+/// feed after a carriage return does.
+inline constexpr char16_t lowestJoiner = 0x300;
+
 /// End of the character that starts at `start`, which is below the size of the text.
 [[nodiscard]] qsizetype graphemeEnd(QStringView text, qsizetype start);
 

@@ -4,29 +4,6 @@
 #include "support/CodeUnits.h"
 
 namespace vorq {
-namespace {
-
-// Every member of the sets is a single code unit, so whole code points need not be read.
-template<bool (*Member)(char32_t)>
-QStringView trimmedOf(QStringView text) {
-    const char16_t* begin = text.utf16();
-    const char16_t* end = begin + text.size();
-    while (begin != end && Member(*begin))
-        ++begin;
-    while (begin != end && Member(end[-1]))
-        --end;
-    return {begin, end};
-}
-
-} // namespace
-
-QStringView trimmed(QStringView text) {
-    return trimmedOf<isWhitespaceOrNewline>(text);
-}
-
-QStringView trimmedBlanks(QStringView text) {
-    return trimmedOf<isBlank>(text);
-}
 
 std::vector<QStringView> splitAtNewlines(QStringView text) {
     std::vector<QStringView> pieces;

@@ -15,9 +15,10 @@ namespace vorq {
 
 /// White space within a line: the general category Zs, and the tab.
 [[nodiscard]] constexpr bool isBlank(char32_t codePoint) {
-    return codePoint == U' ' || codePoint == U'\t' || codePoint == U'\u00A0' ||
-           codePoint == U'\u1680' || (codePoint >= U'\u2000' && codePoint <= U'\u200A') ||
-           codePoint == U'\u202F' || codePoint == U'\u205F' || codePoint == U'\u3000';
+    if (codePoint < 0x80) return codePoint == U' ' || codePoint == U'\t';
+    return codePoint == U'\u00A0' || codePoint == U'\u1680' ||
+           (codePoint >= U'\u2000' && codePoint <= U'\u200A') || codePoint == U'\u202F' ||
+           codePoint == U'\u205F' || codePoint == U'\u3000';
 }
 
 /// A line break: U+000A to U+000D, U+0085, U+2028, U+2029.
@@ -31,11 +32,27 @@ namespace vorq {
     return isBlank(codePoint) || isNewline(codePoint);
 }
 
+/// The text without what `Member` holds of at both ends. Every member is a single code unit.
+template<bool (*Member)(char32_t)>
+[[nodiscard]] constexpr QStringView trimmedOf(QStringView text) {
+    const char16_t* begin = text.utf16();
+    const char16_t* end = begin + text.size();
+    while (begin != end && Member(*begin))
+        ++begin;
+    while (begin != end && Member(end[-1]))
+        --end;
+    return {begin, end};
+}
+
 /// The text without white space and newlines at both ends.
-[[nodiscard]] QStringView trimmed(QStringView text);
+[[nodiscard]] inline QStringView trimmed(QStringView text) {
+    return trimmedOf<isWhitespaceOrNewline>(text);
+}
 
 /// The text without blanks at both ends; newlines stay.
-[[nodiscard]] QStringView trimmedBlanks(QStringView text);
+[[nodiscard]] inline QStringView trimmedBlanks(QStringView text) {
+    return trimmedOf<isBlank>(text);
+}
 
 /// The pieces between line breaks, empty pieces included; at least one piece. A carriage return
 /// and the line feed after it are two breaks.
