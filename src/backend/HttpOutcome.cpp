@@ -1,0 +1,59 @@
+#include "backend/HttpOutcome.h"
+
+#include "backend/StrictJson.h"
+#include "support/Text.h"
+
+namespace vorq {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct APIErrorBody {
+    std::optional<QString> error;
+    std::optional<QString> code;
+};
+
+bool read(strict_json::Element element, APIErrorBody& body) {
+    strict_json::Object object;
+    return element.get(object) == simdjson::SUCCESS &&
+           strict_json::readIfPresent(object, "error", body.error) &&
+           strict_json::readIfPresent(object, "code", body.code);
+}
+
+} // namespace
+
+std::optional<QString> parseErrorMessage(QByteArrayView body) {
+    const auto document = strict_json::decodeDocument<APIErrorBody>(body);
+    if (!document || !document->error) return std::nullopt;
+    const QStringView sentence = trimmed(*document->error);
+    if (sentence.isEmpty()) return std::nullopt;
+    return sentence.toString();
+}
+
+bool isSuccess(int status) {
+    return status >= 200 && status <= 299;
+}
+
+ServiceError refusal(int status, QByteArrayView body) {
+    if (status == 401) return ServiceError::notSignedIn();
+    const QString byStatus = u"Request failed with status "_s + QString::number(status) + u'.';
+    return ServiceError::requestFailed(parseErrorMessage(body).value_or(byStatus));
+}
+
+ServiceError unreachable(const QString& baseURL) {
+    return ServiceError::requestFailed(u"Could not reach Vorq at "_s + baseURL +
+                                       u". Check your connection, or set VORQ_API_BASE_URL."_s);
+}
+
+ServiceError unreadable(QByteArrayView body, const QString& baseURL) {
+    const QString text = QString::fromUtf8(body);
+    if (trimmed(text).startsWith(u'<')) {
+        return ServiceError::requestFailed(u"Vorq reached a web page instead of the API at "_s +
+                                           baseURL + u". Check VORQ_API_BASE_URL."_s);
+    }
+    return ServiceError::requestFailed(
+        parseErrorMessage(body).value_or(ServiceError::invalidResponse().message()));
+}
+
+} // namespace vorq
