@@ -1,0 +1,165 @@
+#include "backend/AccountSession.h"
+
+#include "backend/PreferredModel.h"
+#include "backend/Session.h"
+#include "backend/VorqAPIService.h"
+#include "support/Text.h"
+
+#include <QStringList>
+
+namespace vorq {
+
+using namespace Qt::StringLiterals;
+
+AccountSession::AccountSession(VorqAPIService& api, Defaults& defaults, const AppPaths& paths,
+                               Clock& clock, PreferredModel& model, QObject* parent)
+    : QObject(parent), m_api(api), m_store(defaults, paths), m_clock(clock), m_model(model) {
+    const QPointer<AccountSession> self(this);
+    model.setTokenSource([self] { return self ? self->sessionToken() : QString(); });
+    for (const Changed changed :
+         {&AccountSession::firstNameChanged, &AccountSession::lastNameChanged,
+          &AccountSession::usernameChanged, &AccountSession::emailChanged})
+        connect(this, changed, this, &AccountSession::displayNameChanged);
+}
+
+AccountSession::~AccountSession() {
+    m_refreshStop.request_stop();
+}
+
+QString AccountSession::displayName() const {
+    QStringList names;
+    for (const QString* name : {&m_firstName, &m_lastName}) {
+        if (const QStringView shown = trimmed(*name); !shown.isEmpty()) names << shown.toString();
+    }
+    if (!names.isEmpty()) return names.join(u' ');
+    if (const QStringView handle = trimmed(m_username); !handle.isEmpty())
+        return u"@"_s + handle.toString();
+    return m_email.isEmpty() ? u"Account"_s : m_email;
+}
+
+void AccountSession::setSigningInWithGoogle(bool signingIn) {
+    change(m_isSigningInWithGoogle, signingIn, &AccountSession::isSigningInWithGoogleChanged);
+}
+
+void AccountSession::setSigningInWithApple(bool signingIn) {
+    change(m_isSigningInWithApple, signingIn, &AccountSession::isSigningInWithAppleChanged);
+}
+
+void AccountSession::setResettingPassword(bool resetting) {
+    change(m_isResettingPassword, resetting, &AccountSession::isResettingPasswordChanged);
+}
+
+void AccountSession::setPasswordResetMessage(const QString& message) {
+    change(m_passwordResetMessage, message, &AccountSession::passwordResetMessageChanged);
+}
+
+void AccountSession::setAuthError(const QString& error) {
+    change(m_authError, error, &AccountSession::authErrorChanged);
+}
+
+void AccountSession::setProfileImageData(const QByteArray& image) {
+    if (image == m_profileImageData && image.isNull() == m_profileImageData.isNull()) return;
+    m_profileImageData = image;
+    emit profileImageDataChanged();
+}
+
+std::optional<QString> AccountSession::preferredModelForAIRequest() const {
+    const QStringView id = trimmed(m_model.preferredAIModelID());
+    if (!m_signedIn || id.isEmpty()) return std::nullopt;
+    return id.toString();
+}
+
+VorqSessionStore::Record AccountSession::record() const {
+    return {.email = m_email,
+            .token = m_sessionToken,
+            .refreshToken = {},
+            .firstName = m_firstName,
+            .lastName = m_lastName,
+            .username = m_username};
+}
+
+// The token goes first, so that whoever hears of a change finds a session that is whole.
+void AccountSession::setIdentity(const VorqSessionStore::Record& record) {
+    m_sessionToken = record.token;
+    change(m_email, record.email, &AccountSession::emailChanged);
+    change(m_firstName, record.firstName, &AccountSession::firstNameChanged);
+    change(m_lastName, record.lastName, &AccountSession::lastNameChanged);
+    change(m_username, record.username, &AccountSession::usernameChanged);
+}
+
+void AccountSession::adoptStored(const VorqSessionStore::Record& stored) {
+    setIdentity(stored);
+    setProfileImageData(m_store.readProfileImage());
+    change(m_signedIn, true, &AccountSession::signedInChanged);
+}
+
+void AccountSession::restoreSession() {
+    ++m_sessionNumber;
+    const VorqSessionStore::Record stored = m_store.read();
+    if (stored.token.isEmpty()) {
+        setIdentity({});
+        setProfileImageData({});
+        change(m_signedIn, false, &AccountSession::signedInChanged);
+        return;
+    }
+    adoptStored(stored);
+    refreshAccessTokenIfNeeded();
+}
+
+void AccountSession::applySession(const Session& session) {
+    const VorqSessionStore::Record record{.email = session.email,
+                                          .token = session.token,
+                                          .refreshToken = session.refreshToken.value_or(QString()),
+                                          .firstName = session.firstName.value_or(QString()),
+                                          .lastName = session.lastName.value_or(QString()),
+                                          .username = session.username ? *session.username
+                                                                       : m_store.read().username};
+    m_store.write(record);
+    adoptStored(record);
+    m_model.applyPreferredModelFromSession(session);
+}
+
+void AccountSession::beginSession(const Session& session) {
+    ++m_sessionNumber;
+    applySession(session);
+}
+
+void AccountSession::forgetSession() {
+    ++m_sessionNumber;
+    m_store.clear();
+    setIdentity({});
+    setProfileImageData({});
+    change(m_signedIn, false, &AccountSession::signedInChanged);
+}
+
+void AccountSession::signOut() {
+    const QString token = m_sessionToken;
+    forgetSession();
+    setAuthError({});
+    change(m_profileError, {}, &AccountSession::profileErrorChanged);
+    change(m_privacyError, {}, &AccountSession::privacyErrorChanged);
+    setPasswordResetMessage({});
+    change(m_isSavingProfile, false, &AccountSession::isSavingProfileChanged);
+    change(m_isSavingPrivacy, false, &AccountSession::isSavingPrivacyChanged);
+    change(m_isSigningIn, false, &AccountSession::isSigningInChanged);
+    setSigningInWithGoogle(false);
+    setSigningInWithApple(false);
+    setResettingPassword(false);
+    if (token.isEmpty()) return;
+    m_signOutTask.release();
+    m_signOutTask.restart(
+        [&api = m_api, token](std::stop_token stop) { return api.signOut(token, stop); });
+}
+
+void AccountSession::markSessionExpired(const std::optional<QString>& message) {
+    forgetSession();
+    const QStringView said = message ? trimmed(*message) : QStringView();
+    setAuthError(said.isEmpty() ? ServiceError::notSignedIn().message() : said.toString());
+}
+
+bool AccountSession::expireUnlessReplaced(const QString& refusedToken) {
+    if (m_sessionToken == refusedToken) markSessionExpired();
+    return !m_sessionToken.isEmpty();
+}
+
+} // namespace vorq

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+#include <optional>
+
+namespace vorq {
+
+/// A model that the user can pin. The empty id leaves the choice to the backend.
+struct VorqAIModelOption {
+    QStringView id;
+    QStringView title;
+    QStringView subtitle;
+
+    static const std::array<VorqAIModelOption, 6> all;
+
+    [[nodiscard]] static bool contains(QStringView id);
+
+    /// The id for what an account is used for; empty for a use that is not known.
+    [[nodiscard]] static QString preferredID(const QString& useCase);
+};
+
+/// The id that holds after a session came in. The user's own choice stands against the session's.
+[[nodiscard]] QString modelFromSession(bool userChosen, const QString& current,
+                                       const std::optional<QString>& preferredModel,
+                                       const std::optional<QString>& useCase);
+
+} // namespace vorq

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace vorq {
+
+class AppPaths;
+class Defaults;
+
+/// Where a session is kept between launches: the settings and one avatar file. The tokens are kept
+/// as they are; settings and avatar can be read by the user alone. Main thread only.
+class VorqSessionStore {
+  public:
+    struct Record {
+        QString email;
+        QString token;
+        QString refreshToken;
+        QString firstName;
+        QString lastName;
+        QString username;
+
+        bool operator==(const Record&) const = default;
+    };
+
+    VorqSessionStore(Defaults& defaults, const AppPaths& paths);
+
+    /// What is stored; a missing text is empty.
+    [[nodiscard]] Record read() const;
+    /// Takes in what other programs of the user have stored, and reads it.
+    [[nodiscard]] Record readFresh();
+    /// Stores all six texts as one change.
+    void write(const Record& record);
+    /// Stores all but the refresh token as one change.
+    void writeProfile(const Record& record);
+    void writeEmail(const QString& email);
+
+    /// Removes the stored texts and the avatar.
+    void clear();
+
+    /// Path of the avatar file. Creates its folder if that can be done.
+    [[nodiscard]] QString profileImageURL() const;
+    /// The avatar; null if there is none or it cannot be read.
+    [[nodiscard]] QByteArray readProfileImage() const;
+    /// Replaces the avatar in one step. Gives what went wrong, in the platform's words, or nothing.
+    [[nodiscard]] QString writeProfileImage(const QByteArray& image);
+    void clearProfileImage();
+
+  private:
+    Defaults& m_defaults;
+    const AppPaths& m_paths;
+};
+
+} // namespace vorq
