@@ -1,0 +1,25 @@
+#include "conversation/VorqMessage.h"
+
+#include "support/Text.h"
+
+namespace vorq {
+
+QString rawString(MessageRole role) {
+    return role == MessageRole::User ? QStringLiteral("user") : QStringLiteral("assistant");
+}
+
+VorqMessage VorqMessage::placeholder() {
+    VorqMessage message;
+    message.role = MessageRole::Assistant;
+    message.text = workingText.toString();
+    message.isWorking = true;
+    return message;
+}
+
+bool readsAsGreeting(const VorqMessage& message) {
+    constexpr QStringView greeting = u"Hello 👋";
+    if (message.text.isEmpty() || trimmed(message.text).startsWith(greeting)) return true;
+    return message.typingFullText && trimmed(*message.typingFullText).startsWith(greeting);
+}
+
+} // namespace vorq
