@@ -1,0 +1,58 @@
+#include "core/HubState.h"
+
+#include "platform/Defaults.h"
+
+namespace vorq {
+namespace {
+
+const QString tasksLayoutKey = QStringLiteral("vorq.hubTasksLayout");
+
+HubTasksLayout layoutNamed(const QString& raw) {
+    for (const HubTasksLayout layout : {HubTasksLayout::Columns, HubTasksLayout::List})
+        if (rawString(layout) == raw) return layout;
+    return HubTasksLayout::Grid;
+}
+
+} // namespace
+
+QString rawString(HubTasksLayout layout) {
+    switch (layout) {
+    case HubTasksLayout::Grid:
+        return QStringLiteral("grid");
+    case HubTasksLayout::Columns:
+        return QStringLiteral("columns");
+    case HubTasksLayout::List:
+        return QStringLiteral("list");
+    }
+    return {};
+}
+
+void HubState::restore() {
+    assign(m_tasksLayout, layoutNamed(m_defaults.string(tasksLayoutKey).value_or(QString())));
+}
+
+void HubState::setHubTasksLayout(HubTasksLayout layout) {
+    if (m_tasksLayout == layout) return;
+    m_defaults.setString(tasksLayoutKey, rawString(layout));
+    assign(m_tasksLayout, layout);
+}
+
+void HubState::setHubAIWorking(bool working) {
+    assign(m_isWorking, working);
+}
+void HubState::setHubAIError(const QString& sentence) {
+    assign(m_error, sentence);
+}
+void HubState::setHubSegmentRaw(const QString& raw) {
+    assign(m_segmentRaw, raw);
+}
+
+void HubState::setActiveHubAIChatID(const std::optional<QUuid>& id) {
+    assign(m_activeChat, id);
+}
+
+void HubState::setHubAIFocusNoteID(const std::optional<QUuid>& id) {
+    assign(m_focusNote, id);
+}
+
+} // namespace vorq

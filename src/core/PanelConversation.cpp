@@ -1,0 +1,214 @@
+#include "core/PanelConversation.h"
+
+#include "core/StudyContext.h"
+#include "rendering/AssistantReplyDocument.h"
+#include "support/Graphemes.h"
+#include "support/Text.h"
+
+#include <algorithm>
+
+namespace vorq {
+namespace {
+
+constexpr std::chrono::milliseconds pauseAfterStream{40};
+constexpr std::chrono::milliseconds pauseWithoutStream{220};
+constexpr std::chrono::milliseconds pauseBeforeGreeting{160};
+
+bool isEmptyPlaceholder(const VorqMessage& message) {
+    return message.isWorking && (message.text == workingText || message.text.isEmpty());
+}
+
+// Whether the placeholder has become a reply that shows something.
+bool showsStreamedText(const VorqMessage& message) {
+    return !message.isWorking && !message.text.isEmpty() && message.text != workingText;
+}
+
+// A reply grows at its end nearly always, which needs no counting.
+bool isShorter(QStringView text, QStringView than) {
+    return !text.startsWith(than) && graphemeCount(text) < graphemeCount(than);
+}
+
+} // namespace
+
+PanelConversation::PanelConversation(const Services& services)
+    : m_services(services),
+      m_status(services.clock, m_messages),
+      m_typewriter(services.clock, m_messages, m_status) {
+    connect(&m_typewriter, &ReplyTypewriter::typingEnded, this,
+            &PanelConversation::drainPanelQueueIfIdle);
+    connect(&m_messages, &MessageList::changed, this, &PanelConversation::stateChanged);
+}
+
+bool PanelConversation::isTurnInFlightByMessages() const {
+    const std::vector<VorqMessage>& messages = m_messages.messages();
+    return std::ranges::any_of(messages, [&messages](const VorqMessage& message) {
+        if (message.isWorking) return true;
+        if (!message.isTyping || message.role != MessageRole::Assistant) return false;
+        return messages.size() > 1 || !readsAsGreeting(message);
+    });
+}
+
+bool PanelConversation::isPanelTurnInFlight() const {
+    return m_panelRequestTask.isRunning() || isTurnInFlightByMessages();
+}
+
+bool PanelConversation::isPanelGreetingOnly() const {
+    if (m_messages.messages().size() != 1) return false;
+    const VorqMessage& message = m_messages.messages().front();
+    if (message.role != MessageRole::Assistant) return false;
+    return readsAsGreeting(message) || message.isTyping;
+}
+
+bool PanelConversation::canSaveCurrentChat() const {
+    return std::ranges::any_of(m_messages.messages(), [](const VorqMessage& message) {
+        return !message.isWorking && !trimmed(message.text).isEmpty();
+    });
+}
+
+void PanelConversation::setHighlightedText(const QString& text) {
+    if (m_highlightedText == text) return;
+    m_highlightedText = text;
+    emit highlightedTextChanged();
+}
+
+void PanelConversation::submit(const QString& prompt, const QList<PromptAttachment>& attachments) {
+    const std::optional<QString> bubble = submitBubble(prompt, attachments);
+    if (!bubble) return;
+    const std::vector<VorqMessage> former = m_messages.messages();
+    for (VorqMessage message : former) {
+        message.followUp.reset();
+        m_messages.update(message);
+    }
+    VorqMessage message;
+    message.text = *bubble;
+    m_messages.append(std::move(message));
+    const QString text = trimmed(prompt).toString();
+    if (m_services.routes.take(text)) return;
+    if (isPanelTurnInFlight())
+        m_panelTurnQueue.emplace_back(QueuedPrompt{text, attachments});
+    else
+        startPanelPromptRequest(text, attachments);
+}
+
+void PanelConversation::deepenSelection(const QString& excerpt, const QString& userPrompt) {
+    const std::optional<QString> bubble = deepenBubble(excerpt, userPrompt);
+    if (!bubble) return;
+    VorqMessage message;
+    message.text = *bubble;
+    m_messages.append(std::move(message));
+    const QString kept = trimmed(excerpt).toString();
+    const QString request = trimmed(userPrompt).toString();
+    if (isPanelTurnInFlight())
+        m_panelTurnQueue.emplace_back(QueuedDeepen{kept, request});
+    else
+        startPanelDeepenRequest(kept, request);
+}
+
+void PanelConversation::startPanelPromptRequest(const QString& prompt,
+                                                const QList<PromptAttachment>& attachments) {
+    completeAssistantTyping();
+    const QUuid placeholder = appendPlaceholder();
+    PanelPromptContext context;
+    context.prompt = prompt;
+    context.attachments = attachments;
+    context.highlightedText = m_highlightedText;
+    context.studySource = m_services.study.activeStudySource();
+    context.isStudyingNote = m_services.study.activeStudyNoteID().has_value();
+    context.messages = m_messages.messages();
+    startRequest(panelPromptRequest(context), placeholder);
+}
+
+void PanelConversation::startPanelDeepenRequest(const QString& excerpt, const QString& userPrompt) {
+    completeAssistantTyping();
+    const QUuid placeholder = appendPlaceholder();
+    startRequest(panelDeepenRequest(excerpt, userPrompt, m_messages.messages()), placeholder);
+}
+
+void PanelConversation::completeAssistantTyping() {
+    m_typewriter.cancelTyping();
+    m_typewriter.finishTypingFlags(MessageRole::Assistant);
+}
+
+QUuid PanelConversation::appendPlaceholder() {
+    VorqMessage placeholder = VorqMessage::placeholder();
+    const QUuid id = placeholder.id;
+    m_messages.append(std::move(placeholder));
+    m_status.beginPanelWorkStatus();
+    return id;
+}
+
+void PanelConversation::drainPanelQueueIfIdle() {
+    if (isPanelTurnInFlight() || m_panelTurnQueue.empty()) return;
+    const PanelQueuedTurn turn = std::move(m_panelTurnQueue.front());
+    m_panelTurnQueue.pop_front();
+    if (const auto* prompt = std::get_if<QueuedPrompt>(&turn))
+        startPanelPromptRequest(prompt->prompt, prompt->attachments);
+    else if (const auto* deepen = std::get_if<QueuedDeepen>(&turn))
+        startPanelDeepenRequest(deepen->excerpt, deepen->userPrompt);
+}
+
+void PanelConversation::removeEmptyPlaceholders() {
+    m_messages.removeIf(isEmptyPlaceholder);
+}
+
+void PanelConversation::dropWorkingPlaceholder(const QUuid& id) {
+    m_messages.removeIf(
+        [&id](const VorqMessage& message) { return message.id == id && message.isWorking; });
+    if (!m_messages.hasWorking()) m_status.endPanelWorkStatus();
+    drainPanelQueueIfIdle();
+}
+
+void PanelConversation::stopPanelResponse() {
+    m_panelRequestTask.cancel();
+    m_typewriter.cancelTyping();
+    m_userTypingTask.cancel();
+    m_panelTurnQueue.clear();
+    removeEmptyPlaceholders();
+    m_status.endPanelWorkStatus();
+    m_typewriter.finishTypingFlags(std::nullopt);
+    emit stateChanged();
+}
+
+void PanelConversation::ensurePanelGreeting() {
+    if (!m_messages.messages().empty()) return;
+    m_typewriter.startTypingAssistantMessage(QStringLiteral("Hello 👋, Vorq here…"), std::nullopt,
+                                             std::nullopt, pauseBeforeGreeting,
+                                             AssistantReveal::Graphemes);
+}
+
+void PanelConversation::clearPanelChat() {
+    m_panelRequestTask.cancel();
+    m_typewriter.cancelTyping();
+    m_userTypingTask.cancel();
+    m_panelTurnQueue.clear();
+    m_typewriter.finishTypingFlags(std::nullopt);
+    m_messages.clear();
+    setHighlightedText({});
+    m_services.study.setLastStudyResearch({});
+    ensurePanelGreeting();
+    emit stateChanged();
+}
+
+void PanelConversation::applyStreamingAssistantText(const QString& text, const QUuid& id) {
+    const QString committed = AssistantReplyDocument::committedSource(text, false);
+    if (committed.isEmpty()) return;
+    const VorqMessage* message = m_messages.find(id);
+    if (!message) return;
+    if (showsStreamedText(*message) && isShorter(committed, message->text)) return;
+    m_typewriter.applyTypingText(committed, id, true);
+    emit replyStreamed(id, committed, committed == trimmed(text));
+}
+
+void PanelConversation::finishStreamingAssistantText(const QString& text,
+                                                     const std::optional<VorqFollowUp>& followUp,
+                                                     const QUuid& id) {
+    const VorqMessage* message = m_messages.find(id);
+    if (!message) return;
+    const bool isStreamed = showsStreamedText(*message);
+    if (!isStreamed) m_status.markPanelWorkFinishing();
+    m_typewriter.startTypingAssistantMessage(text, followUp, id,
+                                             isStreamed ? pauseAfterStream : pauseWithoutStream,
+                                             AssistantReveal::Blocks);
+}
+
+} // namespace vorq

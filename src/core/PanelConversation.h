@@ -1,0 +1,164 @@
+#pragma once
+
+#include "backend/AIAnalysis.h"
+#include "backend/AnalysisStream.h"
+#include "capture/PromptAttachment.h"
+#include "capture/SelectionCapture.h"
+#include "conversation/LocalRoutes.h"
+#include "conversation/PanelRequests.h"
+#include "core/MessageList.h"
+#include "core/ReplyTypewriter.h"
+#include "core/WorkStatus.h"
+#include "support/TaskSlot.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <deque>
+#include <exception>
+#include <functional>
+#include <optional>
+#include <variant>
+
+namespace vorq {
+
+class AccountSession;
+class Permissions;
+class PreferredModel;
+class StudyContext;
+class VorqAPIService;
+
+/// How a turn of the panel came to its end.
+enum class TurnEnd { Replied, Failed, SignedOut, Cancelled };
+
+/// The panel's conversation: takes prompts and captured text to replies, one turn at a time, the
+/// rest waiting in order. Main thread only.
+class PanelConversation final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString highlightedText READ highlightedText NOTIFY highlightedTextChanged)
+    Q_PROPERTY(bool isPanelResponding READ isPanelResponding NOTIFY stateChanged)
+    Q_PROPERTY(bool isPanelGreetingOnly READ isPanelGreetingOnly NOTIFY stateChanged)
+    Q_PROPERTY(bool canSaveCurrentChat READ canSaveCurrentChat NOTIFY stateChanged)
+    Q_PROPERTY(bool isRestoringPanelHistory READ isRestoringPanelHistory NOTIFY stateChanged)
+
+  public:
+    /// What the conversation works with; all must outlive it.
+    struct Services {
+        Clock& clock;
+        VorqAPIService& api;
+        AccountSession& account;
+        PreferredModel& model;
+        StudyContext& study;
+        Permissions& permissions;
+        LocalRoutes& routes;
+        SelectionCapture& capture;
+    };
+
+    explicit PanelConversation(const Services& services);
+
+    [[nodiscard]] MessageList& messages() { return m_messages; }
+    [[nodiscard]] const MessageList& messages() const { return m_messages; }
+    [[nodiscard]] WorkStatus& workStatus() { return m_status; }
+    [[nodiscard]] ReplyTypewriter& typewriter() { return m_typewriter; }
+    [[nodiscard]] const QString& highlightedText() const { return m_highlightedText; }
+    [[nodiscard]] std::size_t queuedTurns() const { return m_panelTurnQueue.size(); }
+
+    [[nodiscard]] bool isPanelTurnInFlight() const;
+    [[nodiscard]] bool isPanelResponding() const { return isPanelTurnInFlight(); }
+    [[nodiscard]] bool isPanelGreetingOnly() const;
+    [[nodiscard]] bool canSaveCurrentChat() const;
+    [[nodiscard]] bool isRestoringPanelHistory() const { return m_isRestoringPanelHistory; }
+
+    void setHighlightedText(const QString& text);
+
+    /// Asks for this model, whatever the user's own choice, as long as the program runs.
+    void setModelForNow(const QString& id) { m_modelForNow = id; }
+
+    /// Sends a prompt, or queues it behind the running turn. Nothing happens if there is nothing to
+    /// send.
+    void submit(const QString& prompt, const QList<PromptAttachment>& attachments = {});
+
+    /// Asks for more on an excerpt of a reply.
+    void deepenSelection(const QString& excerpt, const QString& userPrompt);
+
+    /// Takes up what is highlighted in the source application, or the text given instead.
+    QCoro::Task<> submitHotKeyContext(std::optional<SelectionCapture::ProcessId> sourcePID,
+                                      std::optional<QString> prefilledText, std::stop_token stop);
+
+    /// Shows the captured text as the user's bubble and asks for its analysis.
+    void typeHighlightAndAnalyze(const QString& text);
+
+    /// Ends the running turn and drops the waiting ones.
+    void stopPanelResponse();
+
+    /// Types the greeting into an empty conversation.
+    void ensurePanelGreeting();
+
+    /// Empties the conversation and greets anew.
+    void clearPanelChat();
+
+  signals:
+    void highlightedTextChanged();
+    /// One of the derived properties may have changed.
+    void stateChanged();
+    /// A reply under way shows this much. Only a reply of a single block may show it unfinished.
+    void replyStreamed(QUuid placeholder, QString committed, bool isStillGrowing);
+    /// A turn is over, before its reply is typed to the end. The sentence is that of a failure.
+    void turnEnded(QUuid placeholder, vorq::TurnEnd end, QString sentence);
+
+  private:
+    struct QueuedPrompt {
+        QString prompt;
+        QList<PromptAttachment> attachments;
+    };
+    struct QueuedDeepen {
+        QString excerpt;
+        QString userPrompt;
+    };
+    using PanelQueuedTurn = std::variant<QueuedPrompt, QueuedDeepen>;
+    using OnDelta = AnalysisStream::OnDelta;
+    using Send = std::function<QCoro::Task<AIAnalysis>(PanelConversation&, const QString& token,
+                                                       const OnDelta&, std::stop_token)>;
+    struct Turn {
+        QUuid placeholder;
+        Send send;
+        bool isStudyTurn = false;
+        bool drainsQueue = true;
+    };
+
+    void startPanelPromptRequest(const QString& prompt, const QList<PromptAttachment>& attachments);
+    void startPanelDeepenRequest(const QString& excerpt, const QString& userPrompt);
+    void requestHighlightAnalysis(const QString& text);
+    void completeAssistantTyping();
+    QUuid appendPlaceholder();
+    void startRequest(const PanelRequest& request, const QUuid& placeholder);
+    [[nodiscard]] std::optional<QString> preferredModel() const;
+    void startTurn(Turn turn);
+    static QCoro::Task<> runTurn(QPointer<PanelConversation> self, Turn turn, std::stop_token stop);
+    void finishTurn(const Turn& turn, const AIAnalysis& analysis);
+    void failTurn(const Turn& turn, const std::exception_ptr& error, bool wasStopped);
+    void showOutcome(const Turn& turn, const QString& text,
+                     const std::optional<VorqFollowUp>& followUp);
+    [[nodiscard]] bool isTurnInFlightByMessages() const;
+    void drainPanelQueueIfIdle();
+    void applyStreamingAssistantText(const QString& text, const QUuid& id);
+    void finishStreamingAssistantText(const QString& text,
+                                      const std::optional<VorqFollowUp>& followUp, const QUuid& id);
+    void dropWorkingPlaceholder(const QUuid& id);
+    void removeEmptyPlaceholders();
+    void logCapture(bool trusted, std::optional<SelectionCapture::ProcessId> sourcePID,
+                    const QString& text);
+
+    Services m_services;
+    MessageList m_messages;
+    WorkStatus m_status;
+    ReplyTypewriter m_typewriter;
+    QString m_highlightedText;
+    QString m_modelForNow; // "" for the user's own choice
+    bool m_isRestoringPanelHistory = false;
+    std::deque<PanelQueuedTurn> m_panelTurnQueue;
+    TaskSlot m_panelRequestTask;
+    TaskSlot m_userTypingTask;
+};
+
+} // namespace vorq

@@ -1,0 +1,190 @@
+// The part of the conversation that runs a turn against the backend and takes up its outcome.
+
+#include "backend/AccountSession.h"
+#include "backend/Errors.h"
+#include "backend/PreferredModel.h"
+#include "backend/VorqAPIService.h"
+#include "core/PanelConversation.h"
+#include "core/Permissions.h"
+#include "core/StudyContext.h"
+#include "support/Graphemes.h"
+#include "support/Text.h"
+
+#include <QLoggingCategory>
+
+namespace vorq {
+namespace {} // namespace
+
+void PanelConversation::startRequest(const PanelRequest& request, const QUuid& placeholder) {
+    Turn turn;
+    turn.placeholder = placeholder;
+    turn.isStudyTurn = request.isStudyTurn;
+    turn.send = [body = request.body](PanelConversation& self, const QString& token,
+                                      const OnDelta& onDelta, std::stop_token stop) {
+        PromptRequest sent = body;
+        sent.preferredModel = self.preferredModel();
+        return self.m_services.api.streamAnalysis(sent, resolvedAIToken(token), onDelta,
+                                                  std::move(stop));
+    };
+    startTurn(std::move(turn));
+}
+
+void PanelConversation::requestHighlightAnalysis(const QString& text) {
+    removeEmptyPlaceholders();
+    Turn turn;
+    turn.placeholder = appendPlaceholder();
+    turn.drainsQueue = false;
+    turn.send = [text](PanelConversation& self, const QString& token, const OnDelta& onDelta,
+                       std::stop_token stop) {
+        return self.m_services.api.streamAnalysis(AnalyzeRequest{text, self.preferredModel()},
+                                                  resolvedAIToken(token), onDelta, std::move(stop));
+    };
+    startTurn(std::move(turn));
+}
+
+std::optional<QString> PanelConversation::preferredModel() const {
+    return preferredModelForAIRequest(
+        m_services.account.signedIn(),
+        m_modelForNow.isEmpty() ? m_services.model.preferredAIModelID() : m_modelForNow);
+}
+
+void PanelConversation::startTurn(Turn turn) {
+    m_panelRequestTask.restart(
+        [self = QPointer(this), turn = std::move(turn)](std::stop_token stop) {
+            return runTurn(self, turn, std::move(stop));
+        });
+    emit stateChanged();
+}
+
+QCoro::Task<> PanelConversation::runTurn(QPointer<PanelConversation> self, Turn turn,
+                                         std::stop_token stop) {
+    std::optional<AIAnalysis> analysis;
+    std::exception_ptr failure;
+    try {
+        const OnDelta onDelta = [self, id = turn.placeholder](const QString& text) {
+            if (self) self->applyStreamingAssistantText(text, id);
+        };
+        analysis = co_await self->m_services.account.withFreshSessionToken(
+            [self, &turn, &onDelta, stop](const QString& token) {
+                if (!self) throw OperationCancelled();
+                return turn.send(*self, token, onDelta, stop);
+            },
+            stop);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!self) co_return;
+    if (analysis && !stop.stop_requested())
+        self->finishTurn(turn, *analysis);
+    else
+        self->failTurn(turn, failure, stop.stop_requested());
+    // A turn that was replaced while it ended clears its successor's handle; the successor runs on.
+    self->m_panelRequestTask.release();
+    emit self->stateChanged();
+    if (turn.drainsQueue) self->drainPanelQueueIfIdle();
+}
+
+void PanelConversation::finishTurn(const Turn& turn, const AIAnalysis& analysis) {
+    emit turnEnded(turn.placeholder, TurnEnd::Replied, {});
+    showOutcome(turn, displayText(analysis), analysis.followUp);
+}
+
+void PanelConversation::failTurn(const Turn& turn, const std::exception_ptr& error,
+                                 bool wasStopped) {
+    TurnEnd end = TurnEnd::Cancelled;
+    QString sentence;
+    try {
+        if (error && !wasStopped) std::rethrow_exception(error);
+    } catch (const OperationCancelled&) {
+        end = TurnEnd::Cancelled;
+    } catch (const ServiceError& failure) {
+        end = failure.kind() == ServiceError::Kind::NotSignedIn ? TurnEnd::SignedOut
+                                                                : TurnEnd::Failed;
+        sentence = failure.message();
+    } catch (const std::exception& failure) {
+        end = TurnEnd::Failed;
+        sentence = QString::fromUtf8(failure.what());
+    }
+    emit turnEnded(turn.placeholder, end, sentence);
+    switch (end) {
+    case TurnEnd::SignedOut:
+        if (m_services.account.signedIn()) m_services.account.markSessionExpired();
+        m_messages.removeIf(
+            [&turn](const VorqMessage& message) { return message.id == turn.placeholder; });
+        m_status.endPanelWorkStatus();
+        break;
+    case TurnEnd::Failed:
+        showOutcome(turn, sentence, std::nullopt);
+        break;
+    case TurnEnd::Cancelled:
+    case TurnEnd::Replied:
+        dropWorkingPlaceholder(turn.placeholder);
+        break;
+    }
+}
+
+void PanelConversation::showOutcome(const Turn& turn, const QString& text,
+                                    const std::optional<VorqFollowUp>& followUp) {
+    if (!m_messages.find(turn.placeholder)) return;
+    if (turn.isStudyTurn) m_services.study.setLastStudyResearch(text);
+    finishStreamingAssistantText(text, followUp, turn.placeholder);
+}
+
+QCoro::Task<>
+PanelConversation::submitHotKeyContext(std::optional<SelectionCapture::ProcessId> sourcePID,
+                                       std::optional<QString> prefilledText, std::stop_token stop) {
+    const QPointer<PanelConversation> self(this);
+    SelectionCapture& capture = m_services.capture;
+    m_services.permissions.refreshPermissions();
+    const bool trusted = capture.isTrusted();
+    QString text = trimmed(prefilledText.value_or(QString())).toString();
+    if (!prefilledText && trusted) {
+        const QString captured = co_await capture.captureSelectedTextForHotKey(sourcePID, stop);
+        if (!self || stop.stop_requested()) co_return;
+        text = trimmed(captured).toString();
+    }
+    if (text.isEmpty()) {
+        const auto frontmost = capture.frontmostForeignProcess();
+        if (frontmost && frontmost != sourcePID) {
+            const QString captured = co_await capture.captureSelectedTextForHotKey(frontmost, stop);
+            if (!self || stop.stop_requested()) co_return;
+            text = trimmed(captured).toString();
+        }
+    }
+    logCapture(trusted, sourcePID, text);
+    setHighlightedText(text);
+    if (!text.isEmpty()) {
+        m_services.permissions.setPermissionMessage({});
+        typeHighlightAndAnalyze(text);
+        co_return;
+    }
+    if (!trusted) m_services.permissions.adviseToGrantAgain();
+    ensurePanelGreeting();
+}
+
+void PanelConversation::logCapture(bool trusted,
+                                   std::optional<SelectionCapture::ProcessId> sourcePID,
+                                   const QString& text) {
+    const QString name = sourcePID ? m_services.capture.applicationName(*sourcePID) : QString();
+    const QString line =
+        QStringLiteral("trusted=%1 perm=%2 pid=%3 app=%4 chars=%5")
+            .arg(trusted ? QStringLiteral("true") : QStringLiteral("false"),
+                 rawString(m_services.permissions.textCapturePermission()),
+                 sourcePID ? QString::number(*sourcePID) : QStringLiteral("nil"),
+                 name.isEmpty() ? QStringLiteral("-") : name, QString::number(graphemeCount(text)));
+    qInfo("Vorq capture: %s", qUtf8Printable(line));
+    m_services.capture.log(line);
+}
+
+void PanelConversation::typeHighlightAndAnalyze(const QString& text) {
+    const QString kept = trimmed(text).toString();
+    if (kept.isEmpty()) return;
+    m_userTypingTask.cancel();
+    m_typewriter.finishTypingFlags(MessageRole::User);
+    VorqMessage message;
+    message.text = QStringLiteral("Attached: Text capture");
+    m_messages.append(std::move(message));
+    requestHighlightAnalysis(kept);
+}
+
+} // namespace vorq

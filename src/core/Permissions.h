@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+namespace vorq {
+
+enum class PermissionState { Granted, Denied, Pending };
+
+/// "granted", "denied" or "pending".
+[[nodiscard]] QString rawString(PermissionState state);
+
+/// Asks the system what the program may do.
+class PermissionProbe {
+  public:
+    PermissionProbe() = default;
+    PermissionProbe(const PermissionProbe&) = delete;
+    PermissionProbe& operator=(const PermissionProbe&) = delete;
+    virtual ~PermissionProbe() = default;
+
+    [[nodiscard]] virtual PermissionState textCapture() const = 0;
+    [[nodiscard]] virtual PermissionState screen() const = 0;
+    [[nodiscard]] virtual PermissionState microphone() const = 0;
+
+    /// The name under which the system's privacy list shows the program.
+    [[nodiscard]] virtual QString privacyListName() const = 0;
+
+    /// The file that a grant applies to.
+    [[nodiscard]] virtual QString processPath() const = 0;
+};
+
+/// The permissions area: what was granted, and what the user should do about the rest.
+class Permissions final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool showAccessibilityWalkthrough READ showAccessibilityWalkthrough NOTIFY changed)
+    Q_PROPERTY(QString permissionMessage READ permissionMessage NOTIFY changed)
+
+  public:
+    [[nodiscard]] PermissionState textCapturePermission() const { return m_textCapture; }
+    [[nodiscard]] PermissionState screenPermission() const { return m_screen; }
+    [[nodiscard]] PermissionState microphonePermission() const { return m_microphone; }
+    [[nodiscard]] bool showAccessibilityWalkthrough() const { return m_showWalkthrough; }
+    [[nodiscard]] const QString& permissionMessage() const { return m_message; }
+
+    /// Without a probe everything stays pending. The probe must outlive this object.
+    void setProbe(const PermissionProbe* probe) { m_probe = probe; }
+
+    void refreshPermissions();
+    void setPermissionMessage(const QString& message);
+    void setShowAccessibilityWalkthrough(bool show);
+
+    /// Tells the user how to grant text capture anew after it was found not to work.
+    void adviseToGrantAgain();
+
+  signals:
+    void changed();
+
+  private:
+    const PermissionProbe* m_probe = nullptr;
+    PermissionState m_textCapture = PermissionState::Pending;
+    PermissionState m_screen = PermissionState::Pending;
+    PermissionState m_microphone = PermissionState::Pending;
+    bool m_showWalkthrough = false;
+    QString m_message;
+};
+
+} // namespace vorq

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "conversation/VorqMessage.h"
+#include "platform/Clock.h"
+#include "support/TaskSlot.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <optional>
+
+namespace vorq {
+
+class BlockReveal;
+class GraphemeTypewriter;
+class MessageList;
+class WorkStatus;
+
+/// How a finished text enters the conversation.
+enum class AssistantReveal { Blocks, Graphemes };
+
+/// Lets replies grow in the conversation, block by block or, for the greeting, by characters.
+/// Through it all text reaches a message. Main thread only.
+class ReplyTypewriter final : public QObject {
+    Q_OBJECT
+
+  public:
+    ReplyTypewriter(Clock& clock, MessageList& messages, WorkStatus& status);
+
+    /// Shows a text as an assistant message: in the message named, else in a new one.
+    void startTypingAssistantMessage(const QString& text,
+                                     const std::optional<VorqFollowUp>& followUp,
+                                     const std::optional<QUuid>& into, Clock::Duration leadingPause,
+                                     AssistantReveal reveal);
+
+    /// The only writer of a message's reply text during a turn.
+    void applyTypingText(const QString& text, const QUuid& id, bool isTyping);
+
+    /// Completes what is being typed by the role, or by anyone, without further steps.
+    void finishTypingFlags(std::optional<MessageRole> role);
+
+    /// Stops the running reveal, leaving its message as it stands.
+    void cancelTyping() { m_typingTask.cancel(); }
+
+  signals:
+    /// A message has been typed to its end.
+    void typingEnded();
+
+  private:
+    struct Target {
+        QUuid id;
+        QString existing;
+    };
+
+    Target prepareTarget(const QString& text, const std::optional<VorqFollowUp>& followUp,
+                         const std::optional<QUuid>& into);
+    QString prepareExisting(VorqMessage message, const QString& text,
+                            const std::optional<VorqFollowUp>& followUp);
+    void startGraphemeTypewriter(const QString& text, const QUuid& into,
+                                 Clock::Duration leadingPause);
+
+    static QCoro::Task<> revealBlocks(QPointer<ReplyTypewriter> self, BlockReveal reveal,
+                                      QUuid target, Clock::Duration leadingPause,
+                                      std::stop_token stop);
+    static QCoro::Task<> revealGraphemes(QPointer<ReplyTypewriter> self, QString text, QUuid target,
+                                         Clock::Duration leadingPause, std::stop_token stop);
+
+    Clock& m_clock;
+    MessageList& m_messages;
+    WorkStatus& m_status;
+    TaskSlot m_typingTask;
+};
+
+} // namespace vorq

@@ -1,0 +1,36 @@
+#include "core/VorqAppState.h"
+
+#include "platform/AppPaths.h"
+#include "platform/Clock.h"
+#include "platform/Defaults.h"
+
+namespace vorq {
+
+VorqAppState::VorqAppState(const Platform& platform)
+    : m_api(platform.transport, platform.paths),
+      m_model(m_api, platform.defaults),
+      m_account(m_api, platform.defaults, platform.paths, platform.clock, m_model),
+      m_appearance(platform.defaults),
+      m_hub(platform.defaults),
+      m_panel({platform.clock, m_api, m_account, m_model, m_study, m_permissions, platform.routes,
+               platform.capture}) {
+    connect(&m_study, &StudyContext::activeNoteChanged, this,
+            &VorqAppState::promptPlaceholderChanged);
+    connect(&m_account, &AccountSession::signedInChanged, this, &VorqAppState::accountChanged);
+    m_model.setTokenSource([this] { return m_account.sessionToken(); });
+    restore();
+}
+
+void VorqAppState::restore() {
+    m_hub.restore();
+    m_appearance.restore();
+    m_model.restore();
+    m_account.restoreSession();
+}
+
+QString VorqAppState::promptPlaceholder() const {
+    return m_study.activeStudyNoteID() ? QStringLiteral("Ask about this note…")
+                                       : QStringLiteral("Ask Vorq for help…");
+}
+
+} // namespace vorq

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "backend/AccountSession.h"
+#include "backend/PreferredModel.h"
+#include "backend/VorqAPIService.h"
+#include "core/AppearanceSettings.h"
+#include "core/HubState.h"
+#include "core/LibraryState.h"
+#include "core/PanelConversation.h"
+#include "core/Permissions.h"
+#include "core/StudyContext.h"
+#include "core/UpdateState.h"
+
+#include <QObject>
+
+namespace vorq {
+
+class AppPaths;
+class BrowserSignIn;
+class Clock;
+class Defaults;
+class HttpTransport;
+
+/// The one observable root of the application: owns an object for each area, wires them, and
+/// restores what was stored. Main thread only.
+class VorqAppState final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString promptPlaceholder READ promptPlaceholder NOTIFY promptPlaceholderChanged)
+    Q_PROPERTY(bool canUsePanelAI READ canUsePanelAI NOTIFY accountChanged)
+    Q_PROPERTY(bool canChooseAIModel READ canChooseAIModel NOTIFY accountChanged)
+
+  public:
+    /// What the system offers; all must outlive the state.
+    struct Platform {
+        Clock& clock;
+        Defaults& defaults;
+        AppPaths& paths;
+        HttpTransport& transport;
+        LocalRoutes& routes;
+        SelectionCapture& capture;
+    };
+
+    explicit VorqAppState(const Platform& platform);
+
+    [[nodiscard]] VorqAPIService& api() { return m_api; }
+    [[nodiscard]] AccountSession& account() { return m_account; }
+    [[nodiscard]] PreferredModel& model() { return m_model; }
+    [[nodiscard]] AppearanceSettings& appearance() { return m_appearance; }
+    [[nodiscard]] Permissions& permissions() { return m_permissions; }
+    [[nodiscard]] StudyContext& study() { return m_study; }
+    [[nodiscard]] LibraryState& library() { return m_library; }
+    [[nodiscard]] HubState& hub() { return m_hub; }
+    [[nodiscard]] UpdateState& updates() { return m_updates; }
+    [[nodiscard]] PanelConversation& panel() { return m_panel; }
+
+    [[nodiscard]] QString promptPlaceholder() const;
+    [[nodiscard]] bool canUsePanelAI() const { return m_account.signedIn(); }
+    [[nodiscard]] bool canChooseAIModel() const { return m_account.signedIn(); }
+
+  signals:
+    void promptPlaceholderChanged();
+    void accountChanged();
+
+  private:
+    void restore();
+
+    VorqAPIService m_api;
+    PreferredModel m_model;
+    AccountSession m_account;
+    AppearanceSettings m_appearance;
+    Permissions m_permissions;
+    StudyContext m_study;
+    LibraryState m_library;
+    HubState m_hub;
+    UpdateState m_updates;
+    PanelConversation m_panel;
+};
+
+} // namespace vorq

@@ -1,0 +1,147 @@
+// What a launch restores, and the fields that store themselves.
+
+#include "core/ConversationFixture.h"
+
+#include <QSignalSpy>
+
+namespace vorq {
+namespace {
+
+using AppStateTest = ConversationFixture;
+
+TEST_F(AppStateTest, ALaunchWithATokenIsSignedInWithoutAsking) {
+    EXPECT_TRUE(state().account().signedIn());
+    EXPECT_EQ(state().account().firstName(), "");
+    EXPECT_EQ(state().account().displayName(), "a@b.c");
+    EXPECT_TRUE(state().canUsePanelAI());
+    EXPECT_TRUE(state().canChooseAIModel());
+    EXPECT_EQ(m_transport.count(), 0u) << "without a refresh token nothing is sent";
+}
+
+TEST_F(AppStateTest, ALaunchWithoutATokenIsSignedOut) {
+    m_defaults.remove("vorq.session.token");
+    m_defaults.setString("vorq.session.firstName", "Ada");
+    restart();
+    EXPECT_FALSE(state().account().signedIn());
+    EXPECT_EQ(state().account().firstName(), "");
+    EXPECT_EQ(state().account().email(), "");
+    EXPECT_EQ(state().account().displayName(), "Account");
+}
+
+TEST_F(AppStateTest, AStoredModelThatIsGoneComesBackEmpty) {
+    m_defaults.setString("vorq.preferredAIModel", "older/model");
+    restart();
+    EXPECT_EQ(state().model().preferredAIModelID(), "");
+    EXPECT_EQ(m_defaults.string("vorq.preferredAIModel"), "");
+}
+
+TEST_F(AppStateTest, AStoredModelOfTheCatalogueStays) {
+    m_defaults.setString("vorq.preferredAIModel", "deepseek/deepseek-chat");
+    restart();
+    EXPECT_EQ(state().model().preferredAIModelID(), "deepseek/deepseek-chat");
+}
+
+TEST_F(AppStateTest, TheOlderBlockColourBecomesBothNewOnes) {
+    m_defaults.setString("vorq.panelBlockHex", "#112233");
+    restart();
+    EXPECT_EQ(state().appearance().panelUserBlockHex(), "#112233");
+    EXPECT_EQ(state().appearance().panelAssistantBlockHex(), "#112233");
+    EXPECT_EQ(m_defaults.string("vorq.panelUserBlockHex"), "#112233");
+    EXPECT_EQ(m_defaults.string("vorq.panelAssistantBlockHex"), "#112233");
+    EXPECT_FALSE(m_defaults.contains("vorq.panelBlockHex"));
+}
+
+TEST_F(AppStateTest, TheOlderBlockColourIsLeftAloneBesideANewerOne) {
+    m_defaults.setString("vorq.panelBlockHex", "#112233");
+    m_defaults.setString("vorq.panelUserBlockHex", "#445566");
+    restart();
+    EXPECT_EQ(state().appearance().panelUserBlockHex(), "#445566");
+    EXPECT_EQ(state().appearance().panelAssistantBlockHex(), "");
+    EXPECT_EQ(m_defaults.string("vorq.panelBlockHex"), "#112233");
+}
+
+TEST_F(AppStateTest, AnEmptyOlderBlockColourStaysAndChangesNothing) {
+    m_defaults.setString("vorq.panelBlockHex", "");
+    restart();
+    EXPECT_EQ(state().appearance().panelUserBlockHex(), "");
+    EXPECT_EQ(m_defaults.string("vorq.panelBlockHex"), "");
+    EXPECT_FALSE(m_defaults.contains("vorq.panelUserBlockHex"));
+}
+
+TEST_F(AppStateTest, AppearanceIsReadAndUnknownValuesFallBack) {
+    m_defaults.setString("vorqAppAppearance", "dark");
+    m_defaults.setString("vorq.panelAppearance", "purple");
+    m_defaults.setString("vorq.panelGlassStyle", "tinted");
+    m_defaults.setString("vorq.panelBackgroundHex", "#000000");
+    restart();
+    EXPECT_EQ(state().appearance().appAppearance(), AppAppearancePreference::Dark);
+    EXPECT_EQ(state().appearance().panelAppearance(), PanelAppearance::Current);
+    EXPECT_EQ(m_defaults.string("vorq.panelAppearance"), "current");
+    EXPECT_EQ(state().appearance().panelGlassStyle(), PanelGlassStyle::Tinted);
+    EXPECT_EQ(state().appearance().panelBackgroundHex(), "#000000");
+}
+
+TEST_F(AppStateTest, AnUnknownAppAppearanceStaysSystemAndUnstored) {
+    m_defaults.setString("vorqAppAppearance", "sepia");
+    restart();
+    EXPECT_EQ(state().appearance().appAppearance(), AppAppearancePreference::System);
+    EXPECT_EQ(m_defaults.string("vorqAppAppearance"), "sepia");
+}
+
+TEST_F(AppStateTest, AppearanceStoresItselfOnChange) {
+    QSignalSpy applied(&state().appearance(), &AppearanceSettings::appAppearanceApplied);
+    state().appearance().setAppAppearance(AppAppearancePreference::Light);
+    state().appearance().setPanelAppearance(PanelAppearance::White);
+    state().appearance().setPanelUserBlockHex("#abcdef");
+    EXPECT_EQ(applied.count(), 1);
+    EXPECT_EQ(m_defaults.string("vorqAppAppearance"), "light");
+    EXPECT_EQ(m_defaults.string("vorq.panelAppearance"), "white");
+    EXPECT_EQ(m_defaults.string("vorq.panelUserBlockHex"), "#abcdef");
+    state().appearance().resetCustomPanelColors();
+    EXPECT_EQ(m_defaults.string("vorq.panelUserBlockHex"), "");
+    EXPECT_EQ(m_defaults.string("vorq.panelBackgroundHex"), "");
+}
+
+TEST_F(AppStateTest, ALaunchThatChangesNothingWritesNothing) {
+    restart();
+    const int before = m_defaults.writes();
+    restart();
+    EXPECT_EQ(m_defaults.writes(), before);
+}
+
+TEST_F(AppStateTest, TheTasksLayoutFallsBackOnTheFirst) {
+    EXPECT_EQ(state().hub().hubTasksLayout(), HubTasksLayout::Grid);
+    state().hub().setHubTasksLayout(HubTasksLayout::List);
+    EXPECT_EQ(m_defaults.string("vorq.hubTasksLayout"), "list");
+    restart();
+    EXPECT_EQ(state().hub().hubTasksLayout(), HubTasksLayout::List);
+    m_defaults.setString("vorq.hubTasksLayout", "spiral");
+    restart();
+    EXPECT_EQ(state().hub().hubTasksLayout(), HubTasksLayout::Grid);
+}
+
+TEST_F(AppStateTest, TheHubBeginsOnItsChats) {
+    EXPECT_EQ(state().hub().hubSegmentRaw(), "ai");
+    EXPECT_EQ(state().hub().activeHubAIChatID(), std::nullopt);
+    EXPECT_FALSE(state().hub().isHubAIWorking());
+}
+
+TEST_F(AppStateTest, ThePlaceholderOfTheComposerKnowsAboutTheNote) {
+    QSignalSpy changed(&state(), &VorqAppState::promptPlaceholderChanged);
+    EXPECT_EQ(state().promptPlaceholder(), QStringLiteral("Ask Vorq for help…"));
+    state().study().setActiveNote(QUuid::createUuid(), "body");
+    EXPECT_EQ(state().promptPlaceholder(), QStringLiteral("Ask about this note…"));
+    state().study().clearActiveStudyNote();
+    EXPECT_EQ(state().promptPlaceholder(), QStringLiteral("Ask Vorq for help…"));
+    EXPECT_EQ(changed.count(), 2);
+}
+
+TEST_F(AppStateTest, AStudyNoteThatIsNoLongerFoundHasNoSource) {
+    state().study().setNoteLookup([](const QUuid&) { return std::optional<QString>(); });
+    state().study().setActiveNote(QUuid::createUuid(), "body");
+    EXPECT_EQ(state().study().activeStudySource(), std::nullopt);
+    EXPECT_TRUE(state().study().activeStudyNoteID());
+}
+
+} // namespace
+} // namespace vorq
