@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QString>
+
+#include <functional>
+#include <map>
+#include <stdexcept>
+
+namespace vorq::conformance {
+
+/// Input that an operation cannot read.
+struct MalformedInput : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// From the "in" of a case to its "out". Throws MalformedInput.
+using Op = std::function<QJsonValue(const QJsonObject& in)>;
+using Ops = std::map<QString, Op>;
+
+void addReplyOps(Ops& ops);
+void addCommandOps(Ops& ops);
+void addBackendOps(Ops& ops);
+
+/// A member that must be there with its type.
+[[nodiscard]] QString stringOf(const QJsonObject& object, const char* key);
+[[nodiscard]] bool boolOf(const QJsonObject& object, const char* key);
+[[nodiscard]] qsizetype integerOf(const QJsonObject& object, const char* key);
+[[nodiscard]] QJsonArray arrayOf(const QJsonObject& object, const char* key);
+[[nodiscard]] QJsonObject objectOf(const QJsonObject& object, const char* key);
+
+/// A member that may be missing or null.
+[[nodiscard]] std::optional<QString> optionalStringOf(const QJsonObject& object, const char* key);
+
+/// JSON text that the product wrote, read back.
+[[nodiscard]] QJsonValue parsed(const QByteArray& json);
+
+} // namespace vorq::conformance
