@@ -1,0 +1,97 @@
+#include "backend/Awaiting.h"
+#include "backend/FloodServer.h"
+#include "backend/QtHttpTransport.h"
+#include "backend/VorqAPIService.h"
+#include "platform/linux/SystemClock.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace vorq {
+namespace {
+
+using namespace std::chrono_literals;
+
+#if __has_feature(address_sanitizer)
+constexpr bool memoryIsOurs = false; // the sanitizer keeps freed memory
+constexpr qint64 flood = qint64{128} << 20;
+#else
+constexpr bool memoryIsOurs = true;
+constexpr qint64 flood = qint64{1} << 30;
+#endif
+
+qint64 residentBytes() {
+    QFile file("/proc/self/statm");
+    if (!file.open(QIODevice::ReadOnly)) return 0;
+    return file.readAll().split(' ').at(1).toLongLong() * ::sysconf(_SC_PAGESIZE);
+}
+
+TEST(Flood, ReadingSlowsWithTheMainThreadAndMemoryStaysSmall) {
+    FloodServer server(flood);
+    SystemClock clock;
+    QtHttpTransport transport(clock);
+    VorqAPIService service(transport, [&server] { return server.url(); });
+    qint64 events = 0;
+    qint64 furthestAhead = 0;
+    qint64 peak = 0;
+    const Outcome outcome(service.streamAnalysis(
+        "/ai/prompt", "{}", {}, 30s,
+        [&](const QString&) {
+            ++events;
+            furthestAhead = std::max(furthestAhead, server.sent() - events * server.eventSize());
+            if (events % 256 != 0) return;
+            peak = std::max(peak, residentBytes());
+            // A main thread with much else to do at first.
+            if (events < 5000) std::this_thread::sleep_for(20ms);
+        },
+        {}));
+    ASSERT_TRUE(outcome.wait(100s));
+    EXPECT_TRUE(outcome.succeeded());
+    EXPECT_GE(events * server.eventSize(), flood) << "every event is delivered";
+    EXPECT_LT(furthestAhead, 24 << 20) << "no more than the system's own buffers";
+    RecordProperty("peakResidentMegabytes", static_cast<int>(peak >> 20));
+    RecordProperty("furthestAheadKilobytes", static_cast<int>(furthestAhead >> 10));
+    if (memoryIsOurs) EXPECT_LT(peak, 80 << 20);
+}
+
+TEST(Flood, AStopEndsItAtOnce) {
+    FloodServer server(flood);
+    SystemClock clock;
+    QtHttpTransport transport(clock);
+    VorqAPIService service(transport, [&server] { return server.url(); });
+    std::stop_source stop;
+    int events = 0;
+    const Outcome outcome(service.streamAnalysis(
+        "/ai/prompt", "{}", {}, 30s,
+        [&](const QString&) {
+            if (++events == 100) stop.request_stop();
+        },
+        stop.get_token()));
+    ASSERT_TRUE(outcome.wait());
+    EXPECT_TRUE(outcome.cancelled());
+    EXPECT_EQ(events, 100);
+}
+
+TEST(Flood, OtherWorkOfTheMainThreadGoesOnMeanwhile) {
+    FloodServer server(qint64{64} << 20);
+    SystemClock clock;
+    QtHttpTransport transport(clock);
+    VorqAPIService service(transport, [&server] { return server.url(); });
+    int ticks = 0;
+    std::function<void()> tick = [&] {
+        ++ticks;
+        clock.after(1ms, tick);
+    };
+    tick();
+    const Outcome outcome(service.streamAnalysis("/ai/prompt", "{}", {}, 30s, {}, {}));
+    ASSERT_TRUE(outcome.wait());
+    EXPECT_TRUE(outcome.succeeded());
+    EXPECT_GT(ticks, 5);
+}
+
+} // namespace
+} // namespace vorq
