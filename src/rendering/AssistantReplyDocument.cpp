@@ -4,6 +4,8 @@
 #include "rendering/SourceWriter.h"
 #include "support/Graphemes.h"
 
+#include <utility>
+
 namespace vorq {
 namespace {
 

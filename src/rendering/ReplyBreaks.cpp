@@ -5,7 +5,9 @@
 #include "support/Text.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <optional>
+#include <utility>
 
 namespace vorq::replybreaks {
 namespace {
@@ -69,7 +71,7 @@ class Rewriting {
     void finish() {
         if (m_copied == 0) return;
         m_result.append(QStringView(m_text).sliced(m_copied));
-        m_text = m_result;
+        m_text = std::move(m_result);
     }
 
   private:
@@ -201,7 +203,7 @@ QStringView mended(QStringView text, QString& storage) {
     if (codeunits::find(text, 0, u'-', u'*') < 0 || lineFeed(text, 0) >= 0) return text;
     QString broken = text.toString();
     inventBreaks(broken);
-    storage = broken;
+    storage = std::move(broken);
     return storage;
 }
 

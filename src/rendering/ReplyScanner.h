@@ -12,6 +12,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
 namespace vorq {
 
@@ -82,17 +83,19 @@ class ReplyScanner {
     }
 
     void readParagraphOrItem(QStringView line) {
-        if (const auto quoted = replylines::quotedText(line)) {
-            add(Open::Quote, *quoted);
-        } else if (!replylines::mayBeginItem(line.front())) {
-            add(Open::Body, line);
-        } else if (const auto bullet = replylines::bulletItem(line)) {
-            add(replylines::isListBridge(*bullet) ? Open::Body : Open::Bullets, *bullet);
-        } else if (const auto numbered = replylines::numberedItem(line)) {
-            add(replylines::isListBridge(*numbered) ? Open::Body : Open::Numbered, *numbered);
-        } else {
-            add(Open::Body, line);
+        if (const auto quoted = replylines::quotedText(line)) return add(Open::Quote, *quoted);
+        if (replylines::mayBeginItem(line.front())) {
+            if (const auto bullet = replylines::bulletItem(line))
+                return addItem(Open::Bullets, *bullet);
+            if (const auto numbered = replylines::numberedItem(line))
+                return addItem(Open::Numbered, *numbered);
         }
+        add(Open::Body, line);
+    }
+
+    // A lead-in to a list loses its marker.
+    void addItem(Open kind, QStringView item) {
+        add(replylines::isListBridge(item) ? Open::Body : kind, item);
     }
 
     void readCode() {
@@ -165,7 +168,6 @@ class ReplyScanner {
     }
 
     void flush() {
-
         switch (std::exchange(m_open, Open::Nothing)) {
         case Open::Nothing:
             return;

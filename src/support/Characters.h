@@ -45,7 +45,7 @@ namespace vorq {
            isCharactersAt(text, text.size() - pattern.size(), pattern);
 }
 
-/// Whether the code point is white space or a newline, a character is so by its first code point.
+/// Whether the first code point of the character is white space or a newline.
 [[nodiscard]] bool isWhitespaceCharacter(QStringView character);
 
 /// Whether the character is a number: its first code point has a numeric value in Unicode, as

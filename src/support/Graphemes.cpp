@@ -222,7 +222,7 @@ Skipped skip(QStringView text, qsizetype limit) {
     Skipped skipped;
     while (skipped.end < size && skipped.count < limit) {
         // All but the last of a run stand alone, whatever follows the run.
-        const qsizetype left = std::min(size - skipped.end, limit - skipped.count + 1);
+        const qsizetype left = std::min(size - skipped.end - 1, limit - skipped.count) + 1;
         const qsizetype alone = plainRun(data + skipped.end, left) - 1;
         if (alone > 0) {
             skipped.count += alone;

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 #include <random>
 
@@ -107,6 +108,8 @@ TEST(Graphemes, TakesALoneSurrogateAsACharacter) {
 TEST(Graphemes, PrefixNeverCutsACharacter) {
     EXPECT_EQ(graphemePrefix(u"e\u0301👩‍👩‍👧b", 2), u"e\u0301👩‍👩‍👧");
     EXPECT_EQ(graphemePrefix(u"ab", 5), u"ab");
+    EXPECT_EQ(graphemePrefix(u"ab", std::numeric_limits<qsizetype>::max()), u"ab");
+    EXPECT_EQ(graphemePrefix(u"ab", -1), u"");
     EXPECT_EQ(graphemePrefix(u"ab", 0), u"");
     EXPECT_EQ(graphemePrefix(u"", 3), u"");
 }
