@@ -106,7 +106,8 @@ void addAll() {
         const std::string name = std::string(scriptName(script)) + "/stream";
         add("stream/" + name, stream.bytes, [stream] { runStream(stream); });
         add("decode/" + name, stream.bytes, [stream] {
-            AnalysisStream reader([](const QString& text) { benchmark::DoNotOptimize(text.size()); });
+            AnalysisStream reader(
+                [](const QString& text) { benchmark::DoNotOptimize(text.size()); });
             for (const QByteArray& event : stream.events)
                 reader.feed(event);
         });
