@@ -1,0 +1,108 @@
+#include "app/AskCommand.h"
+
+#include "support/Text.h"
+
+namespace vorq {
+
+AskCommand::AskCommand(VorqAppState& state, Terminal& terminal)
+    : m_state(state), m_terminal(terminal) {
+    PanelConversation& panel = state.panel();
+    connect(&panel.workStatus(), &WorkStatus::changed, this, &AskCommand::showStatus);
+    connect(&panel, &PanelConversation::replyStreamed, this, &AskCommand::onStreamed);
+    // Queued, so that the reply is in the conversation by then.
+    connect(&panel, &PanelConversation::turnEnded, this, &AskCommand::onTurnEnded,
+            Qt::QueuedConnection);
+}
+
+void AskCommand::start(const AskArguments& arguments, const QString& pipedText) {
+    QList<PromptAttachment> attachments;
+    for (const QString& file : arguments.files) {
+        auto attachment = PromptAttachment::load(file);
+        if (!attachment) {
+            m_terminal.complain(attachment.error());
+            return end(1);
+        }
+        attachments += *std::move(attachment);
+    }
+    PanelConversation& panel = m_state.panel();
+    const QString highlighted = trimmed(pipedText).toString();
+    const bool hasPrompt = !trimmed(arguments.prompt).isEmpty();
+    if (!hasPrompt && attachments.isEmpty() && highlighted.isEmpty()) {
+        m_terminal.complain(QStringLiteral("There is nothing to ask: give a prompt, a file or "
+                                           "text on standard input."));
+        return end(2);
+    }
+    if (!arguments.model.isEmpty()) panel.setModelForNow(arguments.model);
+    panel.setHighlightedText(highlighted);
+    if (hasPrompt || !attachments.isEmpty())
+        panel.submit(arguments.prompt, attachments);
+    else
+        panel.typeHighlightAndAnalyze(highlighted);
+    showStatus();
+}
+
+void AskCommand::stop(int exitStatus) {
+    m_state.panel().stopPanelResponse();
+    if (m_printer.hasPrinted()) print("\n");
+    end(exitStatus);
+}
+
+void AskCommand::showStatus() {
+    if (!m_printer.hasPrinted() && !m_isEnded)
+        m_terminal.showStatus(m_state.panel().workStatus().label());
+}
+
+void AskCommand::print(const QByteArray& bytes) {
+    if (m_isEnded || m_terminal.print(bytes)) return;
+    m_terminal.complain(QStringLiteral("The reply could not be written."));
+    end(1);
+}
+
+void AskCommand::onStreamed(const QUuid&, const QString& committed, bool isStillGrowing) {
+    print(m_printer.grow(committed, isStillGrowing));
+}
+
+void AskCommand::onTurnEnded(const QUuid& placeholder, TurnEnd turnEnd, const QString& sentence) {
+    if (m_isEnded) return;
+    if (turnEnd == TurnEnd::Replied) {
+        printReply(placeholder);
+        return end(0);
+    }
+    if (m_printer.hasPrinted()) print("\n");
+    if (turnEnd == TurnEnd::SignedOut) {
+        m_terminal.complain(m_state.account().authError());
+        explainSignIn();
+    } else {
+        m_terminal.complain(sentence);
+    }
+    end(1);
+}
+
+void AskCommand::printReply(const QUuid& placeholder) {
+    const VorqMessage* message = m_state.panel().messages().find(placeholder);
+    if (!message) return;
+    // The panel would still reveal the reply at its pace; a terminal need not wait for it.
+    print(m_printer.finish(message->typingFullText.value_or(message->text)));
+    if (message->followUp && m_terminal.isInteractive()) printFollowUp(*message->followUp);
+}
+
+void AskCommand::printFollowUp(const VorqFollowUp& followUp) {
+    QString text = u'\n' + followUp.question + u'\n';
+    for (const QString& label : followUp.labels)
+        text += QStringLiteral("  › ") + label + u'\n';
+    print(text.toUtf8());
+}
+
+void AskCommand::explainSignIn() {
+    m_terminal.complain(QStringLiteral("To sign in on this computer: "
+                                       "vorq open \"$(vorq-gateway handoff)\""));
+}
+
+void AskCommand::end(int exitStatus) {
+    if (m_isEnded) return;
+    m_isEnded = true;
+    m_terminal.showStatus({});
+    emit finished(exitStatus);
+}
+
+} // namespace vorq

@@ -1,0 +1,70 @@
+#include "app/OpenCommand.h"
+
+#include "backend/Errors.h"
+
+#include <QUrlQuery>
+
+namespace vorq {
+namespace {
+
+std::optional<QString> itemOf(const QString& query, const QString& name) {
+    for (const auto& [key, value] : QUrlQuery(query).queryItems(QUrl::FullyDecoded))
+        if (key == name && !value.isEmpty()) return value;
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<QString> handoffCode(const QUrl& url) {
+    if (!url.isValid() || url.scheme() != u"vorq") return std::nullopt;
+    const QString name = QStringLiteral("handoff");
+    if (auto code = itemOf(url.query(QUrl::FullyEncoded), name)) return code;
+    return itemOf(url.fragment(QUrl::FullyEncoded), name);
+}
+
+OpenCommand::OpenCommand(VorqAppState& state, Terminal& terminal)
+    : m_state(state), m_terminal(terminal) {}
+
+void OpenCommand::start(const QString& url) {
+    const std::optional<QString> code = handoffCode(QUrl(url));
+    if (!code) {
+        m_terminal.complain(QStringLiteral("This is no link that Vorq can open: %1").arg(url));
+        return end(2);
+    }
+    m_task.restart([self = QPointer(this), code = *code](std::stop_token stop) {
+        return signIn(self, code, std::move(stop));
+    });
+}
+
+void OpenCommand::stop(int exitStatus) {
+    m_task.cancel();
+    end(exitStatus);
+}
+
+QCoro::Task<> OpenCommand::signIn(QPointer<OpenCommand> self, QString code, std::stop_token stop) {
+    QString failure;
+    bool isSignedIn = false;
+    try {
+        isSignedIn = co_await self->m_state.account().exchangeHandoff(code, stop);
+    } catch (const ServiceError& error) {
+        failure = error.message();
+    }
+    if (!self || stop.stop_requested()) co_return;
+    if (isSignedIn) {
+        self->m_terminal.print(QStringLiteral("Signed in as %1.\n")
+                                   .arg(self->m_state.account().displayName())
+                                   .toUtf8());
+        co_return self->end(0);
+    }
+    self->m_terminal.complain(failure.isEmpty() ? QStringLiteral("Sign in failed. Try again.")
+                                                : failure);
+    self->end(1);
+}
+
+void OpenCommand::end(int exitStatus) {
+    if (m_isEnded) return;
+    m_isEnded = true;
+    emit finished(exitStatus);
+}
+
+} // namespace vorq
