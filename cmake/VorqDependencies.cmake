@@ -10,3 +10,8 @@ if(VORQ_TESTS OR VORQ_FUZZ)
   find_package(GTest REQUIRED)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
 endif()
+
+# vorq-gateway
+find_package(nlohmann_json REQUIRED)
+find_package(SQLite3 REQUIRED)
+pkg_check_modules(Sodium REQUIRED IMPORTED_TARGET libsodium)

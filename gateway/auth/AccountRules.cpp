@@ -1,0 +1,105 @@
+#include "auth/AccountRules.h"
+
+#include "http/ApiError.h"
+#include "support/Filled.h"
+#include "support/Utf8.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace vorq::gateway {
+namespace {
+
+constexpr std::size_t kLongestField = 200;
+constexpr std::size_t kLongestUsername = 64;
+constexpr std::size_t kLongestEmail = 254;
+constexpr std::size_t kShortestPassword = 8;
+constexpr std::size_t kLongestPassword = 1024;
+
+std::string checkedField(const std::string& value, std::string_view name) {
+    const std::string_view text = trimmed(value);
+    if (text.size() > kLongestField) {
+        throw ApiError(400, filled("The {} is too long.", name));
+    }
+    return std::string(trimmed(sanitized(text)));
+}
+
+bool isUsernameCharacter(char32_t c) {
+    return isWordCharacter(c) || c == U'.' || c == U'_' || c == U'-';
+}
+
+bool isUsername(std::string_view text) {
+    for (std::size_t i = 0; i < text.size();) {
+        const CodePoint c = decodeAt(text, i);
+        if (!isUsernameCharacter(c.value)) return false;
+        i += c.length;
+    }
+    return text.size() <= kLongestUsername;
+}
+
+std::string canonicalUsername(std::string_view value) {
+    std::string_view text = trimmed(value);
+    while (text.starts_with('@'))
+        text.remove_prefix(1);
+    while (text.ends_with('@'))
+        text.remove_suffix(1);
+    return lowered(trimmed(text));
+}
+
+bool isEmail(std::string_view text) {
+    const bool plain = std::ranges::all_of(
+        text, [](char c) { return static_cast<unsigned char>(c) > 0x20 && c != 0x7F; });
+    const std::size_t at = text.find('@');
+    return plain && text.size() <= kLongestEmail && at != std::string_view::npos && at > 0 &&
+           at + 1 < text.size() && text.find('@', at + 1) == std::string_view::npos;
+}
+
+} // namespace
+
+Account newLocalAccount(const std::string& loginName) {
+    std::string name = canonicalUsername(loginName);
+    if (name.empty() || !isUsername(name)) name = "user";
+    Account account;
+    account.isLocal = true;
+    account.email = name + "@localhost";
+    account.username = name;
+    return account;
+}
+
+void applyProfile(Account& account, const ProfileChange& change) {
+    if (change.firstName) account.firstName = checkedField(*change.firstName, "first name");
+    if (change.lastName) account.lastName = checkedField(*change.lastName, "last name");
+    if (change.useCase) account.useCase = checkedField(*change.useCase, "use case");
+    if (change.preferredModel) {
+        account.preferredModel = checkedField(*change.preferredModel, "model");
+    }
+    if (!change.username) return;
+    const std::string username = canonicalUsername(*change.username);
+    if (!isUsername(username)) {
+        throw ApiError(400, "A username has letters, digits, points, hyphens and underscores only, "
+                            "at most 64 of them.");
+    }
+    account.username = username;
+}
+
+PrivacyChange checkedPrivacy(const PrivacyChange& change) {
+    PrivacyChange checked = change;
+    checked.email = lowered(trimmed(change.email));
+    if (change.currentPassword.empty()) throw ApiError(400, "Current password is required.");
+    if (checked.email.empty() && change.newPassword.empty()) {
+        throw ApiError(400, "Enter a new email and/or a new password.");
+    }
+    if (!change.newPassword.empty() && change.newPassword.size() < kShortestPassword) {
+        throw ApiError(400, "New password must be at least 8 characters.");
+    }
+    if (change.newPassword.size() > kLongestPassword ||
+        change.currentPassword.size() > kLongestPassword) {
+        throw ApiError(400, "The password is too long.");
+    }
+    if (!checked.email.empty() && !isEmail(checked.email)) {
+        throw ApiError(400, "That is not an email address.");
+    }
+    return checked;
+}
+
+} // namespace vorq::gateway

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace vorq::gateway {
+
+/// A failed database operation. `isDamage` tells a broken file from every other failure.
+class DatabaseError : public std::runtime_error {
+  public:
+    DatabaseError(const std::string& message, bool damage)
+        : std::runtime_error(message), isDamage(damage) {}
+    bool isDamage;
+};
+
+/// One prepared statement: bind in order from 1, then `step` until it gives false.
+class Statement {
+  public:
+    Statement(sqlite3* handle, std::string_view sql);
+
+    Statement& bind(int index, std::int64_t value);
+    Statement& bind(int index, std::string_view text);
+    Statement& bindBlob(int index, std::string_view bytes);
+    Statement& bindNull(int index);
+
+    /// True while there is a row to read. Throws DatabaseError.
+    bool step();
+
+    [[nodiscard]] std::int64_t integer(int column) const;
+    [[nodiscard]] std::string text(int column) const;
+    [[nodiscard]] std::optional<std::string> optionalText(int column) const;
+
+  private:
+    struct Finalizer {
+        void operator()(sqlite3_stmt* statement) const;
+    };
+    sqlite3* handle_;
+    std::unique_ptr<sqlite3_stmt, Finalizer> statement_;
+};
+
+/// An open SQLite file in WAL mode, readable by its owner alone. Not thread-safe: its owner locks.
+class Database {
+  public:
+    /// Opens or creates the file. Throws DatabaseError.
+    explicit Database(const std::filesystem::path& file);
+
+    [[nodiscard]] Statement prepare(std::string_view sql);
+    void execute(const std::string& sql);
+    [[nodiscard]] std::int64_t lastInsertId() const;
+    /// Rows touched by the last statement.
+    [[nodiscard]] int changes() const;
+
+  private:
+    struct Closer {
+        void operator()(sqlite3* handle) const;
+    };
+    std::unique_ptr<sqlite3, Closer> handle_;
+};
+
+/// A write transaction, rolled back unless committed.
+class Transaction {
+  public:
+    explicit Transaction(Database& database);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    void commit();
+
+  private:
+    Database& database_;
+    bool open_ = true;
+};
+
+} // namespace vorq::gateway

@@ -1,0 +1,83 @@
+#include "storage/Schema.h"
+
+#include <array>
+#include <stdexcept>
+#include <string>
+
+namespace vorq::gateway {
+namespace {
+
+// Entry n brings a file of version n to version n + 1. Entries are never changed once released.
+constexpr std::array kSteps = {
+    R"sql(
+    CREATE TABLE accounts (
+        id INTEGER PRIMARY KEY,
+        isLocal INTEGER NOT NULL DEFAULT 0,
+        email TEXT NOT NULL UNIQUE COLLATE NOCASE,
+        firstName TEXT NOT NULL DEFAULT '',
+        lastName TEXT NOT NULL DEFAULT '',
+        username TEXT NOT NULL DEFAULT '',
+        useCase TEXT NOT NULL DEFAULT '',
+        preferredModel TEXT NOT NULL DEFAULT '',
+        passwordHash TEXT,
+        createdAt INTEGER NOT NULL
+    );
+    CREATE UNIQUE INDEX accountsLocal ON accounts(isLocal) WHERE isLocal = 1;
+    CREATE UNIQUE INDEX accountsUsername ON accounts(username) WHERE username <> '';
+
+    -- One sign-in on one device: all tokens that descend from it fall together.
+    CREATE TABLE families (
+        id INTEGER PRIMARY KEY,
+        accountId INTEGER NOT NULL REFERENCES accounts(id) ON DELETE CASCADE,
+        createdAt INTEGER NOT NULL
+    );
+    CREATE INDEX familiesAccount ON families(accountId);
+
+    CREATE TABLE accessTokens (
+        hash BLOB PRIMARY KEY,
+        familyId INTEGER NOT NULL REFERENCES families(id) ON DELETE CASCADE,
+        expiresAt INTEGER NOT NULL
+    ) WITHOUT ROWID;
+    CREATE INDEX accessTokensFamily ON accessTokens(familyId);
+
+    CREATE TABLE refreshTokens (
+        hash BLOB PRIMARY KEY,
+        familyId INTEGER NOT NULL REFERENCES families(id) ON DELETE CASCADE,
+        expiresAt INTEGER NOT NULL,
+        usedAt INTEGER
+    ) WITHOUT ROWID;
+    CREATE INDEX refreshTokensFamily ON refreshTokens(familyId);
+
+    CREATE TABLE handoffCodes (
+        hash BLOB PRIMARY KEY,
+        accountId INTEGER NOT NULL REFERENCES accounts(id) ON DELETE CASCADE,
+        expiresAt INTEGER NOT NULL
+    ) WITHOUT ROWID;
+    )sql",
+};
+
+std::int64_t versionOf(Database& database) {
+    Statement statement = database.prepare("PRAGMA user_version");
+    statement.step();
+    return statement.integer(0);
+}
+
+} // namespace
+
+void migrate(Database& database) {
+    constexpr auto newest = static_cast<std::int64_t>(kSteps.size());
+    if (versionOf(database) == newest) return;
+    Transaction transaction(database);
+    // Read again inside the transaction: another process may have migrated meanwhile.
+    const std::int64_t version = versionOf(database);
+    if (version > newest) {
+        throw std::runtime_error("The state file was written by a newer version of vorq-gateway.");
+    }
+    for (std::int64_t step = version; step < newest; ++step) {
+        database.execute(kSteps.at(static_cast<std::size_t>(step)));
+    }
+    database.execute("PRAGMA user_version = " + std::to_string(newest));
+    transaction.commit();
+}
+
+} // namespace vorq::gateway

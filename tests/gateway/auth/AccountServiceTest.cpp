@@ -1,0 +1,233 @@
+#include "auth/AccountService.h"
+#include "gateway/support/ManualClock.h"
+#include "gateway/support/TemporaryFolder.h"
+#include "http/ApiError.h"
+#include "storage/StateFile.h"
+#include "support/Secrets.h"
+
+#include <gtest/gtest.h>
+
+namespace vorq::gateway::testing {
+namespace {
+
+constexpr std::int64_t kMinute = 60;
+constexpr std::int64_t kHour = 60 * kMinute;
+constexpr std::int64_t kDay = 24 * kHour;
+
+template<typename Call>
+int statusOf(Call call) {
+    try {
+        static_cast<void>(call());
+        return 200;
+    } catch (const ApiError& error) {
+        return error.status;
+    }
+}
+
+class AccountServiceTest : public ::testing::Test {
+  protected:
+    static Database open(const TemporaryFolder& folder) {
+        initSecrets();
+        return openState(folder.path() / "state", [](const std::string&) {});
+    }
+    Session signIn() { return service.exchangeHandoff(service.createHandoff("Ada")); }
+    Identity identity(const Session& session) { return service.identify(session.token).value(); }
+    bool isValid(const Session& session) { return service.identify(session.token).has_value(); }
+
+    TemporaryFolder folder;
+    ManualClock clock;
+    AccountService service{open(folder), clock};
+};
+
+TEST_F(AccountServiceTest, HandoffSignsInToTheLocalAccount) {
+    const Session session = signIn();
+    EXPECT_TRUE(session.signedIn);
+    EXPECT_EQ(session.account.email, "ada@localhost");
+    EXPECT_EQ(session.account.username, "ada");
+    EXPECT_FALSE(session.refreshToken.empty());
+    EXPECT_EQ(identity(session).account.email, "ada@localhost");
+}
+
+TEST_F(AccountServiceTest, HandoffsOfOneComputerLeadToOneAccount) {
+    EXPECT_EQ(signIn().account.id, signIn().account.id);
+}
+
+TEST_F(AccountServiceTest, AHandoffCodeWorksOnce) {
+    const std::string code = service.createHandoff("ada");
+    EXPECT_TRUE(service.exchangeHandoff(code).signedIn);
+    EXPECT_EQ(statusOf([&] { return service.exchangeHandoff(code); }), 400);
+}
+
+TEST_F(AccountServiceTest, AHandoffCodeExpiresAfterFiveMinutes) {
+    const std::string inTime = service.createHandoff("ada");
+    const std::string late = service.createHandoff("ada");
+    clock.advanceSeconds(5 * kMinute - 1);
+    EXPECT_TRUE(service.exchangeHandoff(inTime).signedIn);
+    clock.advanceSeconds(1);
+    EXPECT_EQ(statusOf([&] { return service.exchangeHandoff(late); }), 400);
+}
+
+TEST_F(AccountServiceTest, AnUnknownCodeIsRefused) {
+    EXPECT_EQ(statusOf([&] { return service.exchangeHandoff("made up"); }), 400);
+    EXPECT_EQ(statusOf([&] { return service.exchangeHandoff(""); }), 400);
+}
+
+TEST_F(AccountServiceTest, AnAccessTokenExpiresAfterAnHour) {
+    const Session session = signIn();
+    clock.advanceSeconds(kHour - 1);
+    EXPECT_TRUE(isValid(session));
+    clock.advanceSeconds(1);
+    EXPECT_FALSE(isValid(session));
+}
+
+TEST_F(AccountServiceTest, RefreshGivesANewPairThatWorks) {
+    const Session first = signIn();
+    clock.advanceSeconds(2 * kHour);
+    const Session second = service.refresh(first.refreshToken);
+    EXPECT_TRUE(second.signedIn);
+    EXPECT_NE(second.token, first.token);
+    EXPECT_NE(second.refreshToken, first.refreshToken);
+    EXPECT_TRUE(isValid(second));
+    EXPECT_TRUE(service.refresh(second.refreshToken).signedIn);
+}
+
+TEST_F(AccountServiceTest, AUsedRefreshTokenIsRefused) {
+    const Session first = signIn();
+    const Session second = service.refresh(first.refreshToken);
+    EXPECT_EQ(statusOf([&] { return service.refresh(first.refreshToken); }), 401);
+    EXPECT_TRUE(isValid(second));
+}
+
+TEST_F(AccountServiceTest, ReuseOfAnOldRefreshTokenEndsTheWholeSignIn) {
+    const Session first = signIn();
+    const Session second = service.refresh(first.refreshToken);
+    clock.advanceSeconds(kMinute);
+    EXPECT_EQ(statusOf([&] { return service.refresh(first.refreshToken); }), 401);
+    EXPECT_FALSE(isValid(second));
+    EXPECT_EQ(statusOf([&] { return service.refresh(second.refreshToken); }), 401);
+}
+
+TEST_F(AccountServiceTest, ReuseLeavesOtherSignInsAlone) {
+    const Session other = signIn();
+    const Session first = signIn();
+    static_cast<void>(service.refresh(first.refreshToken));
+    clock.advanceSeconds(kMinute);
+    EXPECT_EQ(statusOf([&] { return service.refresh(first.refreshToken); }), 401);
+    EXPECT_TRUE(isValid(other));
+    EXPECT_TRUE(service.refresh(other.refreshToken).signedIn);
+}
+
+TEST_F(AccountServiceTest, ARefreshTokenExpiresAfterSixtyDays) {
+    const Session session = signIn();
+    clock.advanceSeconds(60 * kDay - 1);
+    const Session renewed = service.refresh(session.refreshToken);
+    clock.advanceSeconds(60 * kDay);
+    EXPECT_EQ(statusOf([&] { return service.refresh(renewed.refreshToken); }), 401);
+}
+
+TEST_F(AccountServiceTest, AnAccessTokenIsNoRefreshToken) {
+    const Session session = signIn();
+    EXPECT_EQ(statusOf([&] { return service.refresh(session.token); }), 401);
+    EXPECT_FALSE(service.identify(session.refreshToken).has_value());
+}
+
+TEST_F(AccountServiceTest, SignOutEndsBothTokensOfThisSignInOnly) {
+    const Session other = signIn();
+    const Session session = signIn();
+    EXPECT_FALSE(service.signOut(identity(session)).signedIn);
+    EXPECT_FALSE(isValid(session));
+    EXPECT_EQ(statusOf([&] { return service.refresh(session.refreshToken); }), 401);
+    EXPECT_TRUE(isValid(other));
+}
+
+TEST_F(AccountServiceTest, NoSecretIsStoredInClear) {
+    const std::string code = service.createHandoff("ada");
+    const Session session = signIn();
+    static_cast<void>(service.updatePrivacy(identity(session), {"", "none yet", "open sesame"}));
+    std::string bytes;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path() / "state")) {
+        bytes += readFile(entry.path());
+    }
+    ASSERT_NE(bytes.find("ada@localhost"), std::string::npos);
+    for (const std::string& secret :
+         {code, session.token, session.refreshToken, std::string("open sesame")}) {
+        EXPECT_EQ(bytes.find(secret), std::string::npos);
+    }
+}
+
+TEST_F(AccountServiceTest, ProfileChangesOnlyWhatIsGiven) {
+    const Session session = signIn();
+    ProfileChange names;
+    names.firstName = " Ada ";
+    names.lastName = "Lovelace";
+    names.username = "@Countess";
+    const Session changed = service.updateProfile(identity(session), names);
+    EXPECT_EQ(changed.account.firstName, "Ada");
+    EXPECT_EQ(changed.account.username, "countess");
+    EXPECT_EQ(changed.token, session.token);
+    ProfileChange model;
+    model.preferredModel = "openai/o3-mini";
+    const Session again = service.updateProfile(identity(session), model);
+    EXPECT_EQ(again.account.lastName, "Lovelace");
+    EXPECT_EQ(again.account.preferredModel, "openai/o3-mini");
+    EXPECT_EQ(signIn().account.preferredModel, "openai/o3-mini");
+}
+
+TEST_F(AccountServiceTest, ImpossibleProfilesAreRefused) {
+    const Session session = signIn();
+    ProfileChange username;
+    username.username = "two words";
+    EXPECT_EQ(statusOf([&] { return service.updateProfile(identity(session), username); }), 400);
+    ProfileChange name;
+    name.firstName = std::string(201, 'x');
+    EXPECT_EQ(statusOf([&] { return service.updateProfile(identity(session), name); }), 400);
+}
+
+TEST_F(AccountServiceTest, TheFirstPasswordNeedsNoOldOneAndThenCounts) {
+    const Session session = signIn();
+    const auto change = [&](const PrivacyChange& wanted) {
+        return statusOf([&] { return service.updatePrivacy(identity(session), wanted); });
+    };
+    EXPECT_EQ(change({"", "anything", "first password"}), 200);
+    EXPECT_EQ(change({"new@example.org", "anything", ""}), 403);
+    EXPECT_EQ(change({"", "anything", "second password"}), 403);
+    EXPECT_EQ(change({" New@Example.org ", "first password", ""}), 200);
+    EXPECT_EQ(identity(session).account.email, "new@example.org");
+}
+
+TEST_F(AccountServiceTest, ANewPasswordEndsTheOtherSignIns) {
+    const Session other = signIn();
+    const Session session = signIn();
+    static_cast<void>(service.updatePrivacy(identity(session), {"", "x", "a new password"}));
+    EXPECT_TRUE(isValid(session));
+    EXPECT_TRUE(service.refresh(session.refreshToken).signedIn);
+    EXPECT_FALSE(isValid(other));
+}
+
+TEST_F(AccountServiceTest, ImpossiblePrivacyChangesAreRefused) {
+    const Session session = signIn();
+    const auto change = [&](const PrivacyChange& wanted) {
+        return statusOf([&] { return service.updatePrivacy(identity(session), wanted); });
+    };
+    EXPECT_EQ(change({"a@b", "", "long enough"}), 400);
+    EXPECT_EQ(change({"", "x", ""}), 400);
+    EXPECT_EQ(change({"", "x", "7 chars"}), 400);
+    EXPECT_EQ(change({"no address", "x", ""}), 400);
+    EXPECT_EQ(change({"a@b@c", "x", ""}), 400);
+    EXPECT_EQ(change({"", "x", std::string(1025, 'x')}), 400);
+}
+
+TEST_F(AccountServiceTest, TwoProgramsShareOneState) {
+    AccountService second(open(folder), clock);
+    const std::string code = second.createHandoff("ada");
+    EXPECT_TRUE(service.exchangeHandoff(code).signedIn);
+    EXPECT_EQ(statusOf([&] { return second.exchangeHandoff(code); }), 400);
+}
+
+TEST_F(AccountServiceTest, ALoginNameThatIsNoUsernameIsReplaced) {
+    EXPECT_EQ(service.exchangeHandoff(service.createHandoff("DOMAIN\\ada b")).account.email,
+              "user@localhost");
+}
+
+} // namespace
+} // namespace vorq::gateway::testing

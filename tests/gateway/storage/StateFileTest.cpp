@@ -1,0 +1,139 @@
+#include "storage/StateFile.h"
+#include "gateway/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace vorq::gateway::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+class StateFileTest : public ::testing::Test {
+  protected:
+    Database open() {
+        return openState(folder, [this](const std::string& text) { notices.push_back(text); });
+    }
+    std::int64_t number(Database& database, const std::string& sql) {
+        Statement statement = database.prepare(sql);
+        statement.step();
+        return statement.integer(0);
+    }
+
+    TemporaryFolder temporary;
+    fs::path folder = temporary.path() / "share" / "Vorq";
+    std::vector<std::string> notices;
+};
+
+TEST_F(StateFileTest, FolderAndFileBelongToTheUserAlone) {
+    const Database database = open();
+    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+        EXPECT_EQ(entry.status().permissions(), fs::perms::owner_read | fs::perms::owner_write)
+            << entry.path();
+    }
+}
+
+TEST_F(StateFileTest, AFolderThatWasOpenToOthersIsClosed) {
+    fs::create_directories(folder);
+    fs::permissions(folder, fs::perms::all);
+    const Database database = open();
+    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
+}
+
+TEST_F(StateFileTest, WritesAheadAndToTheDisk) {
+    Database database = open();
+    Statement journal = database.prepare("PRAGMA journal_mode");
+    journal.step();
+    EXPECT_EQ(journal.text(0), "wal");
+    EXPECT_EQ(number(database, "PRAGMA synchronous"), 2);
+    EXPECT_EQ(number(database, "PRAGMA foreign_keys"), 1);
+}
+
+TEST_F(StateFileTest, OpensAgainWithWhatWasStored) {
+    {
+        Database database = open();
+        database.execute("INSERT INTO accounts (email, createdAt) VALUES ('a@b', 1)");
+    }
+    Database database = open();
+    EXPECT_EQ(number(database, "SELECT count(*) FROM accounts"), 1);
+    EXPECT_EQ(number(database, "PRAGMA user_version"), 1);
+    EXPECT_TRUE(notices.empty());
+}
+
+TEST_F(StateFileTest, AFileThatIsNoDatabaseIsKeptBesideAndSaid) {
+    fs::create_directories(folder);
+    const std::string garbage(5000, 'x');
+    writeFile(stateFile(folder), garbage);
+    Database database = open();
+    EXPECT_EQ(number(database, "SELECT count(*) FROM accounts"), 0);
+    EXPECT_EQ(readFile(stateFile(folder).string() + ".damaged-1"), garbage);
+    ASSERT_EQ(notices.size(), 1U);
+    EXPECT_NE(notices[0].find("damaged-1"), std::string::npos);
+}
+
+TEST_F(StateFileTest, ADamagedPageIsNoticed) {
+    {
+        Database database = open();
+        for (int i = 0; i < 400; ++i) {
+            database.prepare("INSERT INTO accounts (email, createdAt) VALUES (?, 1)")
+                .bind(1, std::to_string(i) + std::string(200, 'x') + "@b")
+                .step();
+        }
+        database.execute("PRAGMA wal_checkpoint(TRUNCATE)");
+    }
+    std::string bytes = readFile(stateFile(folder));
+    ASSERT_GT(bytes.size(), 40'000U);
+    // All pages but the first, so that the file still looks like a database.
+    for (std::size_t i = 4096; i < bytes.size(); ++i)
+        bytes[i] = '\x5A';
+    writeFile(stateFile(folder), bytes);
+    Database database = open();
+    EXPECT_EQ(number(database, "SELECT count(*) FROM accounts"), 0);
+    EXPECT_EQ(notices.size(), 1U);
+}
+
+TEST_F(StateFileTest, ASecondDamagedFileDoesNotOverwriteTheFirst) {
+    for (const char* content :
+         {"first damaged file, long enough", "second damaged file, the same"}) {
+        fs::create_directories(folder);
+        fs::remove(stateFile(folder).string() + "-wal");
+        writeFile(stateFile(folder), content);
+        const Database database = open();
+    }
+    EXPECT_EQ(readFile(stateFile(folder).string() + ".damaged-1").substr(0, 5), "first");
+    EXPECT_EQ(readFile(stateFile(folder).string() + ".damaged-2").substr(0, 6), "second");
+}
+
+TEST_F(StateFileTest, AFileOfANewerVersionIsLeftAlone) {
+    {
+        Database database = open();
+        database.execute("PRAGMA user_version = 99");
+    }
+    EXPECT_THROW(open(), std::runtime_error);
+    EXPECT_TRUE(notices.empty());
+    EXPECT_FALSE(fs::exists(stateFile(folder).string() + ".damaged-1"));
+}
+
+TEST_F(StateFileTest, AFolderThatCannotBeMadeIsAnErrorWithItsName) {
+    writeFile(temporary.path() / "share", "a file in the way");
+    try {
+        const Database database = open();
+        FAIL() << "opened a state file below a file";
+    } catch (const std::runtime_error& error) {
+        EXPECT_NE(std::string(error.what()).find(folder.string()), std::string::npos);
+    }
+}
+
+TEST_F(StateFileTest, AnUncommittedTransactionLeavesNothing) {
+    Database database = open();
+    {
+        const Transaction transaction(database);
+        database.execute("INSERT INTO accounts (email, createdAt) VALUES ('a@b', 1)");
+    }
+    EXPECT_EQ(number(database, "SELECT count(*) FROM accounts"), 0);
+}
+
+} // namespace
+} // namespace vorq::gateway::testing

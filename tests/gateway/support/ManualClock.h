@@ -1,0 +1,19 @@
+#pragma once
+
+#include "support/Clock.h"
+
+#include <atomic>
+
+namespace vorq::gateway::testing {
+
+/// A clock that stands still until told otherwise.
+class ManualClock final : public Clock {
+  public:
+    [[nodiscard]] std::int64_t nowMs() const override { return now_; }
+    void advanceSeconds(std::int64_t seconds) { now_ += seconds * 1000; }
+
+  private:
+    std::atomic<std::int64_t> now_ = 1'700'000'000'000;
+};
+
+} // namespace vorq::gateway::testing
