@@ -1,0 +1,30 @@
+#pragma once
+
+#include "engine/Engine.h"
+#include "support/Pacer.h"
+
+#include <chrono>
+
+namespace vorq::gateway {
+
+/// Answers without any model, from the words of the text alone, and says so. The same request
+/// always gets the same reply.
+class EmbeddedEngine final : public Engine {
+  public:
+    /// `stepDelay` stands between two steps of a stream. `pacer` outlives the engine.
+    EmbeddedEngine(Pacer& pacer, std::chrono::milliseconds stepDelay);
+
+    [[nodiscard]] std::unique_ptr<ReplyStream> prompt(const PromptRequest& request,
+                                                      const Cancelled& cancelled) override;
+    [[nodiscard]] std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request,
+                                                       const Cancelled& cancelled) override;
+    [[nodiscard]] std::vector<Flashcard> flashcards(const std::string& text,
+                                                    const Cancelled& cancelled) override;
+    [[nodiscard]] Quiz quiz(const QuizRequest& request, const Cancelled& cancelled) override;
+
+  private:
+    Pacer& pacer_;
+    std::chrono::milliseconds stepDelay_;
+};
+
+} // namespace vorq::gateway

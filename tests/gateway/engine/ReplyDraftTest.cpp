@@ -1,0 +1,147 @@
+#include "engine/embedded/ReplyDraft.h"
+#include "gateway/support/Samples.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+
+namespace vorq::gateway::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+PromptRequest asking(const std::string& prompt, const std::string& text = "") {
+    PromptRequest request;
+    request.prompt = prompt;
+    request.selectedText = text;
+    return request;
+}
+
+/// Sentences that the client takes for a diagnosis and hides.
+void expectShown(const std::string& text) {
+    std::string lower = text;
+    std::ranges::transform(lower, lower.begin(), [](unsigned char c) { return std::tolower(c); });
+    for (const char* phrase :
+         {"backend fallback", "add ai provider api keys", "add openrouter_api_key",
+          "vorq is signed in", "no highlighted text was available",
+          "once the backend key is configured", "offline fallback", "enable real ai"}) {
+        EXPECT_THAT(lower, Not(HasSubstr(phrase)));
+    }
+}
+
+TEST(ReplyDraftTest, AnAnalysisHasATitleKeySentencesTermsAndAFollowUp) {
+    const ReplyDraft draft = draftAnalysis(kPlantText);
+    const std::string text = draft.text();
+    EXPECT_THAT(text, StartsWith("## Photosynthesis\n\n- "));
+    EXPECT_THAT(text, HasSubstr("- Photosynthesis is a process"));
+    EXPECT_THAT(text, HasSubstr("\n\n**Key terms:** "));
+    EXPECT_THAT(text, HasSubstr("no language model is connected"));
+    EXPECT_THAT(text, Not(HasSubstr("No sentence. At all.")));
+    ASSERT_TRUE(draft.followUp.has_value());
+    EXPECT_EQ(draft.followUp->labels.size(), 3U);
+    expectShown(text);
+}
+
+TEST(ReplyDraftTest, AShortFirstLineIsTheTitle) {
+    EXPECT_THAT(draftAnalysis("The Danube\n\nThe Danube is a river. It is long.").text(),
+                StartsWith("## The Danube\n\n- "));
+}
+
+TEST(ReplyDraftTest, ATextWithoutHeadingsIsTitledByItsTerms) {
+    EXPECT_THAT(
+        draftAnalysis("Volcanoes erupt lava. The lava of volcanoes cools. Lava is hot.").text(),
+        StartsWith("## Volcanoes and lava\n"));
+}
+
+TEST(ReplyDraftTest, AQuestionIsAnsweredWithQuotesBestFirst) {
+    const std::string text =
+        draftReply(asking("Who showed that light is essential?", kPlantText)).text();
+    EXPECT_THAT(text, StartsWith("The text says:\n\n> Dr. Jan Ingenhousz"));
+    expectShown(text);
+}
+
+TEST(ReplyDraftTest, AQuestionTheTextDoesNotAnswerIsAdmitted) {
+    const std::string text = draftReply(asking("medieval castles?", kPlantText)).text();
+    EXPECT_THAT(text, StartsWith("I found no sentence about that"));
+    EXPECT_THAT(text, HasSubstr("\n- "));
+    expectShown(text);
+}
+
+TEST(ReplyDraftTest, ASummaryHasAsManySentencesAsAskedFor) {
+    const std::string text = draftReply(asking("Summarise this in 2 sentences", kPlantText)).text();
+    EXPECT_EQ(std::count(text.begin(), text.end(), '-'), 2) << text;
+}
+
+TEST(ReplyDraftTest, APromptWithoutTextIsAnsweredHonestly) {
+    const std::string text = draftReply(asking("What is the capital of France?")).text();
+    EXPECT_THAT(text, StartsWith("No language model is connected"));
+    EXPECT_THAT(text, HasSubstr("flashcards"));
+    expectShown(text);
+}
+
+TEST(ReplyDraftTest, APictureWithoutTextIsAnsweredHonestly) {
+    PromptRequest request = asking("What is on this?");
+    request.image = "data:image/png;base64,AA";
+    const std::string text = draftReply(request).text();
+    EXPECT_THAT(text, HasSubstr("picture"));
+    expectShown(text);
+}
+
+TEST(ReplyDraftTest, WithoutTextTheConversationIsSearched) {
+    PromptRequest request = asking("What did you say about stomata?");
+    request.history = {{false, "Hello 👋 How can I help?"},
+                       {true, "stomata?"},
+                       {false, "Plants open their stomata at night. Leaves are green."},
+                       {true, "What did you say about stomata?"}};
+    const std::string text = draftReply(request).text();
+    EXPECT_THAT(text, StartsWith("From our conversation:\n\n> Plants open their stomata"));
+}
+
+TEST(ReplyDraftTest, ItsOwnRemarksAreNoConversation) {
+    PromptRequest request = asking("which language model is connected?");
+    const std::string remark = draftReply(request).text();
+    request.history = {{false, remark}, {true, request.prompt}};
+    EXPECT_EQ(draftReply(request).text(), remark);
+}
+
+TEST(ReplyDraftTest, GoingDeeperLooksBeyondTheExcerpt) {
+    PromptRequest request =
+        asking("Go deeper on this excerpt from your previous reply — explain it more fully.",
+               "Rubisco fixes carbon.");
+    request.history = {
+        {false, "Rubisco fixes carbon. The enzyme rubisco is slow. Trees are tall."}};
+    const std::string text = draftReply(request).text();
+    EXPECT_THAT(text, HasSubstr("> The enzyme rubisco is slow."));
+    EXPECT_THAT(text, Not(HasSubstr("Trees")));
+    EXPECT_THAT(text, Not(HasSubstr("> Rubisco fixes")));
+    request.history.clear();
+    EXPECT_THAT(draftReply(request).text(), HasSubstr("- Rubisco fixes carbon."));
+}
+
+TEST(ReplyDraftTest, WritingIsDeclinedAndNeverOfferedAsAReplacement) {
+    EXPECT_THAT(draftReply(asking("Rewrite this", kPlantText)).text(),
+                StartsWith("Writing or rewriting needs a language model"));
+    PromptRequest whole = asking("Rewrite this", kPlantText);
+    whole.whole = true;
+    EXPECT_THROW(static_cast<void>(draftReply(whole)), EngineError);
+}
+
+TEST(ReplyDraftTest, TextWithoutSentencesIsAdmitted) {
+    for (const char* text : {"```\ncode only\n```", "!!! ??? ...", "| a | b |"}) {
+        EXPECT_THAT(draftAnalysis(text).text(), StartsWith("I found no sentences")) << text;
+        EXPECT_THAT(draftReply(asking("what?", text)).text(), StartsWith("I found no sentences"));
+    }
+}
+
+TEST(ReplyDraftTest, TheSameRequestGetsTheSameReply) {
+    EXPECT_EQ(draftAnalysis(kPlantText).pieces, draftAnalysis(kPlantText).pieces);
+    const PromptRequest request = asking("light and oxygen", kPlantText);
+    EXPECT_EQ(draftReply(request).pieces, draftReply(request).pieces);
+}
+
+} // namespace
+} // namespace vorq::gateway::testing

@@ -1,0 +1,121 @@
+#include "engine/embedded/FlashcardMaker.h"
+#include "engine/embedded/QuizMaker.h"
+#include "gateway/support/Samples.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace vorq::gateway::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::Field;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+void expectWellFormed(const Quiz& quiz) {
+    EXPECT_GE(quiz.questions.size(), 4U);
+    EXPECT_FALSE(quiz.primer.empty());
+    std::set<std::string> prompts;
+    for (const QuizQuestion& question : quiz.questions) {
+        EXPECT_TRUE(prompts.insert(question.prompt).second) << question.prompt;
+        EXPECT_THAT(question.prompt, HasSubstr("_____"));
+        EXPECT_FALSE(question.explanation.empty());
+        ASSERT_EQ(question.options.size(), 4U);
+        EXPECT_EQ(std::set(question.options.begin(), question.options.end()).size(), 4U);
+        EXPECT_THAT(question.options, Not(Contains("")));
+        ASSERT_LT(question.answerIndex, 4U);
+    }
+}
+
+TEST(QuizTest, HasWellFormedQuestionsOnTheText) {
+    const Quiz quiz = makeQuiz({kPlantText, ""});
+    expectWellFormed(quiz);
+    std::set<std::size_t> places;
+    for (const QuizQuestion& question : quiz.questions) {
+        places.insert(question.answerIndex);
+        std::string filled = question.prompt;
+        // The explanation quotes the sentence, in which the right word closes the gap.
+        EXPECT_THAT(question.explanation, HasSubstr("The text says"));
+    }
+    EXPECT_GE(places.size(), 3U);
+}
+
+TEST(QuizTest, TheFocusComesFirst) {
+    const Quiz quiz = makeQuiz({kPlantText, "the Calvin cycle"});
+    EXPECT_THAT(quiz.questions.front().explanation, HasSubstr("Calvin cycle"));
+}
+
+TEST(QuizTest, ThePrimerGivesNothingAway) {
+    const Quiz quiz = makeQuiz({kPlantText, ""});
+    for (const QuizQuestion& question : quiz.questions) {
+        EXPECT_THAT(quiz.primer, Not(HasSubstr(question.explanation.substr(
+                                     std::string("The text says: “").size(), 30))));
+    }
+}
+
+TEST(QuizTest, AThinTextStillGivesFourQuestions) {
+    expectWellFormed(makeQuiz({"Cats chase small grey mice.", ""}));
+    expectWellFormed(makeQuiz({"One two three four.", ""}));
+    expectWellFormed(makeQuiz({"In 1914 war came. In 1918 peace came.", ""}));
+}
+
+TEST(QuizTest, TextsOfOtherScriptsGiveQuestions) {
+    expectWellFormed(makeQuiz({"Москва является столицей России. Волга впадает в Каспийское море. "
+                               "Байкал считается самым глубоким озером.",
+                               ""}));
+    expectWellFormed(makeQuiz({"東京は日本の首都です。富士山は日本で一番高い山です。"
+                               "コーヒーはブラジルで生産されます。",
+                               ""}));
+}
+
+TEST(QuizTest, ATextWithTooFewWordsIsAnHonestError) {
+    for (const char* text : {"Hello world.", "...", "a a a a a", "```\ncode\n```"}) {
+        try {
+            static_cast<void>(makeQuiz({text, ""}));
+            FAIL() << text;
+        } catch (const EngineError& error) {
+            EXPECT_EQ(error.status, 422);
+            EXPECT_THAT(error.what(), HasSubstr("too short"));
+        }
+    }
+}
+
+TEST(QuizTest, TheSameTextGivesTheSameQuiz) {
+    EXPECT_EQ(makeQuiz({kPlantText, "light"}), makeQuiz({kPlantText, "light"}));
+}
+
+TEST(FlashcardTest, DefinitionsBecomeQuestions) {
+    const std::vector<Flashcard> cards = makeFlashcards(kPlantText);
+    EXPECT_THAT(cards, Contains(Field(&Flashcard::front, "What is Photosynthesis?")));
+    EXPECT_THAT(cards, Contains(Field(&Flashcard::front, "What is Rubisco?")));
+    EXPECT_LE(cards.size(), 12U);
+}
+
+TEST(FlashcardTest, TermsWithAColonBecomeCards) {
+    EXPECT_THAT(makeFlashcards("- Osmosis: the movement of water through a membrane"),
+                Contains(Flashcard{"Osmosis", "the movement of water through a membrane"}));
+}
+
+TEST(FlashcardTest, OtherSentencesBecomeGaps) {
+    const std::vector<Flashcard> cards = makeFlashcards("Glaciers carve valleys.");
+    ASSERT_EQ(cards.size(), 1U);
+    EXPECT_THAT(cards[0].front, HasSubstr("_____"));
+    EXPECT_THAT(cards[0].front, Not(HasSubstr(cards[0].back)));
+}
+
+TEST(FlashcardTest, PronounsAreNotDefined) {
+    for (const Flashcard& card : makeFlashcards("It is a long way. This is the end of roads.")) {
+        EXPECT_THAT(card.front, HasSubstr("_____"));
+    }
+}
+
+TEST(FlashcardTest, NothingToAskGivesNoCards) {
+    EXPECT_THAT(makeFlashcards("... !!!"), IsEmpty());
+}
+
+} // namespace
+} // namespace vorq::gateway::testing
