@@ -14,4 +14,5 @@ endif()
 # vorq-gateway
 find_package(nlohmann_json REQUIRED)
 find_package(SQLite3 REQUIRED)
+pkg_check_modules(CppHttplib REQUIRED IMPORTED_TARGET cpp-httplib)
 pkg_check_modules(Sodium REQUIRED IMPORTED_TARGET libsodium)

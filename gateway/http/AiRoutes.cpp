@@ -1,0 +1,116 @@
+#include "http/AiRoutes.h"
+
+#include "http/ApiError.h"
+#include "http/RequestFields.h"
+#include "support/Utf8.h"
+
+#include <utility>
+
+namespace vorq::gateway {
+namespace {
+
+using nlohmann::json;
+
+constexpr std::size_t kMostMessages = 40;
+
+std::string textIn(const json& body, const char* key) {
+    return sanitized(optionalText(body, key).value_or(""));
+}
+
+std::string imageIn(const json& body) {
+    std::string image = optionalText(body, "screenDataUrl").value_or("");
+    if (!image.empty() && !image.starts_with("data:image/")) {
+        throw ApiError(400, "\"screenDataUrl\" must be the data URL of an image.");
+    }
+    return image;
+}
+
+std::vector<ConversationMessage> historyIn(const json& body) {
+    const auto list = body.find("recentMessages");
+    if (list == body.end() || list->is_null()) return {};
+    if (!list->is_array()) throw ApiError(400, "\"recentMessages\" must be an array.");
+    std::vector<ConversationMessage> history;
+    for (const json& item : *list) {
+        if (!item.is_object()) {
+            throw ApiError(400, "\"recentMessages\" must hold objects.");
+        }
+        const std::string role = requiredText(item, "role");
+        if (role != "user" && role != "assistant") {
+            throw ApiError(400, "The \"role\" of a message must be \"user\" or \"assistant\".");
+        }
+        history.push_back({role == "user", sanitized(requiredText(item, "content"))});
+    }
+    if (history.size() > kMostMessages) {
+        history.erase(history.begin(), history.end() - kMostMessages);
+    }
+    return history;
+}
+
+Preferences preferencesOf(const ApiCall& call) {
+    if (flag(call.body, "skipUserPreferences")) return {};
+    const Account& account = call.identity.value().account;
+    return {.firstName = account.firstName, .useCase = account.useCase};
+}
+
+PromptRequest promptRequest(const ApiCall& call) {
+    PromptRequest request{.prompt = sanitized(requiredText(call.body, "prompt")),
+                          .selectedText = textIn(call.body, "selectedText"),
+                          .image = imageIn(call.body),
+                          .deepResearch = flag(call.body, "deepResearch"),
+                          .forceLearn = flag(call.body, "forceLearn"),
+                          .whole = !flag(call.body, "stream"),
+                          .history = historyIn(call.body),
+                          .model = textIn(call.body, "preferredModel"),
+                          .preferences = preferencesOf(call)};
+    if (trimmed(request.prompt).empty()) throw ApiError(400, "\"prompt\" is empty.");
+    return request;
+}
+
+std::string requiredMaterial(const json& body) {
+    std::string text = sanitized(requiredText(body, "text"));
+    if (trimmed(text).empty()) throw ApiError(400, "There is no text to work on.");
+    return text;
+}
+
+AnalyzeRequest analyzeRequest(const ApiCall& call) {
+    return {.text = requiredMaterial(call.body),
+            .image = imageIn(call.body),
+            .whole = !flag(call.body, "stream"),
+            .model = textIn(call.body, "preferredModel"),
+            .preferences = preferencesOf(call)};
+}
+
+/// The stream itself where the caller wants one, else its finished reply.
+ApiReply reply(std::unique_ptr<ReplyStream> stream, bool whole, const Cancelled& cancelled) {
+    if (!whole) return {.body = {}, .stream = std::move(stream)};
+    while (stream->next(cancelled)) {
+    }
+    return {.body = encode(stream->result()), .stream = nullptr};
+}
+
+} // namespace
+
+void addAiRoutes(RequestRouter& router, Engine& engine) {
+    const auto add = [&](const char* path, ApiHandler handler) {
+        router.add(path,
+                   {.handler = std::move(handler), .needsToken = true, .isRateLimited = false});
+    };
+    add("/ai/prompt", [&engine](const ApiCall& call) {
+        const PromptRequest request = promptRequest(call);
+        return reply(engine.prompt(request, call.cancelled), request.whole, call.cancelled);
+    });
+    add("/ai/analyze", [&engine](const ApiCall& call) {
+        const AnalyzeRequest request = analyzeRequest(call);
+        return reply(engine.analyze(request, call.cancelled), request.whole, call.cancelled);
+    });
+    add("/ai/flashcards", [&engine](const ApiCall& call) {
+        return ApiReply{encode(engine.flashcards(requiredMaterial(call.body), call.cancelled)),
+                        nullptr};
+    });
+    add("/ai/quiz", [&engine](const ApiCall& call) {
+        const QuizRequest request{requiredMaterial(call.body), textIn(call.body, "focus")};
+        return ApiReply{encode(engine.quiz(request, call.cancelled)), nullptr};
+    });
+}
+
+} // namespace vorq::gateway

@@ -1,0 +1,110 @@
+#include "gateway/support/TestGateway.h"
+
+#include <gtest/gtest.h>
+
+namespace vorq::gateway::testing {
+namespace {
+
+using nlohmann::json;
+
+TEST(AuthEndpointsTest, ExchangeAnswersASession) {
+    TestGateway gateway;
+    const json body = {{"code", " " + gateway.accounts.createHandoff("ada") + "\n"}};
+    const Answer answer = gateway.post("/auth/mac-handoff/exchange", body);
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_EQ(answer.body.at("signedIn"), true);
+    EXPECT_EQ(answer.body.at("email"), "ada@localhost");
+    EXPECT_TRUE(answer.body.at("token").is_string());
+    EXPECT_TRUE(answer.body.at("refreshToken").is_string());
+    EXPECT_TRUE(answer.body.at("firstName").is_string());
+    EXPECT_EQ(gateway.post("/auth/mac-handoff/exchange", body).status, 400);
+}
+
+TEST(AuthEndpointsTest, RefreshRotates) {
+    TestGateway gateway;
+    gateway.signIn();
+    const json body = {{"refreshToken", gateway.refreshToken}};
+    const Answer answer = gateway.post("/auth/refresh", body);
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_EQ(answer.body.at("signedIn"), true);
+    EXPECT_NE(answer.body.at("refreshToken"), gateway.refreshToken);
+    const Answer reused = gateway.post("/auth/refresh", body);
+    EXPECT_EQ(reused.status, 401);
+    EXPECT_TRUE(reused.body.at("error").is_string());
+}
+
+TEST(AuthEndpointsTest, SignOutTakesNoBodyAndEndsTheToken) {
+    TestGateway gateway;
+    gateway.signIn();
+    const Answer answer = gateway.postRaw("/auth/sign-out", "");
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_EQ(answer.body.at("signedIn"), false);
+    EXPECT_EQ(gateway.postRaw("/auth/sign-out", "").status, 401);
+}
+
+TEST(AuthEndpointsTest, ProfileStoresNamesAndModel) {
+    TestGateway gateway;
+    gateway.signIn();
+    const Answer names = gateway.post(
+        "/auth/profile", {{"firstName", "Ada"}, {"lastName", "L"}, {"username", "ada.l"}});
+    EXPECT_EQ(names.status, 200);
+    EXPECT_EQ(names.body.at("username"), "ada.l");
+    const Answer model = gateway.post("/auth/profile", {{"preferredModel", "x/y"}});
+    EXPECT_EQ(model.body.at("preferredModel"), "x/y");
+    EXPECT_EQ(model.body.at("firstName"), "Ada");
+    EXPECT_EQ(model.body.at("token"), gateway.token);
+}
+
+TEST(AuthEndpointsTest, PrivacyAnswersASessionOrARefusalThatIsNo401) {
+    TestGateway gateway;
+    gateway.signIn();
+    const json first = {{"email", "a@b.c"}, {"currentPassword", "x"}, {"newPassword", "12345678"}};
+    const Answer answer = gateway.post("/auth/privacy", first);
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_EQ(answer.body.at("email"), "a@b.c");
+    EXPECT_EQ(gateway.post("/auth/privacy", first).status, 403);
+}
+
+TEST(AuthEndpointsTest, EveryEndpointButTheTwoEntrancesNeedsAToken) {
+    TestGateway gateway;
+    for (const char* path : {"/auth/sign-out", "/auth/profile", "/auth/privacy"}) {
+        EXPECT_EQ(gateway.post(path, json::object()).status, 401) << path;
+    }
+    EXPECT_EQ(gateway.post("/auth/refresh", json::object()).status, 400);
+    EXPECT_EQ(gateway.post("/auth/mac-handoff/exchange", json::object()).status, 400);
+}
+
+TEST(AuthEndpointsTest, IllTypedKeysAreNamed) {
+    TestGateway gateway;
+    const Answer answer = gateway.post("/auth/refresh", {{"refreshToken", 7}});
+    EXPECT_EQ(answer.status, 400);
+    EXPECT_NE(answer.body.at("error").get<std::string>().find("refreshToken"), std::string::npos);
+}
+
+TEST(AuthEndpointsTest, TooManyAttemptsMustWait) {
+    TestGateway gateway(nullptr, 3);
+    const json body = {{"code", "guess"}};
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(gateway.post("/auth/mac-handoff/exchange", body).status, 400);
+    }
+    const Answer refused = gateway.post("/auth/mac-handoff/exchange", body);
+    EXPECT_EQ(refused.status, 429);
+    EXPECT_TRUE(refused.body.at("error").is_string());
+    const auto wait = refused.headers.find("Retry-After");
+    ASSERT_NE(wait, refused.headers.end());
+    EXPECT_EQ(wait->second, "20");
+    gateway.clock.advanceSeconds(20);
+    EXPECT_EQ(gateway.post("/auth/mac-handoff/exchange", body).status, 400);
+}
+
+TEST(AuthEndpointsTest, AnExpiredAccessTokenIsA401WithASentence) {
+    TestGateway gateway;
+    gateway.signIn();
+    gateway.clock.advanceSeconds(3601);
+    const Answer answer = gateway.post("/auth/profile", {{"firstName", "A"}});
+    EXPECT_EQ(answer.status, 401);
+    EXPECT_EQ(answer.body.at("error"), "Your session expired. Sign in again.");
+}
+
+} // namespace
+} // namespace vorq::gateway::testing

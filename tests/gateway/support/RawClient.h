@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+namespace vorq::gateway::testing {
+
+/// A TCP connection to a port of this computer, for requests that no HTTP library would send.
+class RawClient {
+  public:
+    explicit RawClient(int port);
+    ~RawClient();
+    RawClient(const RawClient&) = delete;
+    RawClient& operator=(const RawClient&) = delete;
+
+    void send(const std::string& bytes);
+    /// Says that nothing more will be sent.
+    void endSending();
+    /// What comes next, empty at the end or after ten seconds of silence.
+    std::string receive();
+    /// Everything until `mark` was received or the peer closed.
+    std::string receiveUntil(const std::string& mark);
+    std::string receiveAll();
+
+  private:
+    int socket_;
+};
+
+/// Sends the bytes, ends sending, and gives the whole answer.
+[[nodiscard]] std::string rawExchange(int port, const std::string& request);
+
+} // namespace vorq::gateway::testing

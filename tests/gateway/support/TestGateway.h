@@ -1,0 +1,82 @@
+#pragma once
+
+#include "auth/AccountService.h"
+#include "auth/RateLimiter.h"
+#include "engine/embedded/EmbeddedEngine.h"
+#include "gateway/support/ManualClock.h"
+#include "gateway/support/TemporaryFolder.h"
+#include "http/AiRoutes.h"
+#include "http/AuthRoutes.h"
+#include "http/GatewayServer.h"
+#include "http/RequestRouter.h"
+#include "storage/StateFile.h"
+#include "support/Pacer.h"
+
+#include <httplib.h>
+#include <nlohmann/json.hpp>
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace vorq::gateway::testing {
+
+/// Counts the pauses of a stream instead of waiting.
+class CountingPacer final : public Pacer {
+  public:
+    bool pause(std::chrono::milliseconds, const Cancelled& cancelled) override {
+        ++pauses;
+        return !cancelled();
+    }
+    std::atomic<int> pauses = 0;
+};
+
+struct Answer {
+    int status = 0;
+    nlohmann::json body;
+    std::string text;
+    httplib::Headers headers;
+};
+
+/// A whole gateway on a free port of this computer.
+class TestGateway {
+  public:
+    /// Without an engine it has the embedded one.
+    explicit TestGateway(std::unique_ptr<Engine> engine = nullptr, int authPerMinute = 1000);
+    ~TestGateway();
+    TestGateway(const TestGateway&) = delete;
+    TestGateway& operator=(const TestGateway&) = delete;
+
+    /// Exchanges a fresh code and keeps the tokens.
+    void signIn();
+    Answer post(const std::string& path, const nlohmann::json& body);
+    Answer postRaw(const std::string& path, const std::string& body,
+                   const httplib::Headers& headers = {},
+                   const std::string& contentType = "application/json");
+    /// The payloads of a streamed answer.
+    std::vector<nlohmann::json> stream(const std::string& path, nlohmann::json body);
+    [[nodiscard]] httplib::Client client() const;
+    void stop();
+
+    ManualClock clock;
+    CountingPacer pacer;
+    TemporaryFolder folder;
+    AccountService accounts;
+    RateLimiter limiter;
+    std::unique_ptr<Engine> engine;
+    RequestRouter router;
+    GatewayServer server;
+    int port = 0;
+    std::string token;
+    std::string refreshToken;
+
+  private:
+    std::thread thread_;
+};
+
+/// The payloads of the "data:" lines of an event stream.
+[[nodiscard]] std::vector<nlohmann::json> payloadsOf(const std::string& eventStream);
+
+} // namespace vorq::gateway::testing
