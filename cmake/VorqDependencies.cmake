@@ -12,6 +12,7 @@ if(VORQ_TESTS OR VORQ_FUZZ)
 endif()
 
 # vorq-gateway
+find_package(CURL REQUIRED)
 find_package(nlohmann_json REQUIRED)
 find_package(SQLite3 REQUIRED)
 pkg_check_modules(CppHttplib REQUIRED IMPORTED_TARGET cpp-httplib)

@@ -1,0 +1,74 @@
+#include "provider/ProviderError.h"
+
+#include "provider/ErrorMessage.h"
+#include "support/Filled.h"
+#include "support/Utf8.h"
+
+namespace vorq::gateway {
+namespace {
+
+/// Scheme, host and port of the endpoint, without a user name or password in it.
+std::string siteOf(const ProviderConfig& config) {
+    const std::size_t start = config.endpoint.find("://") + 3;
+    const std::size_t end = config.endpoint.find('/', start);
+    std::string host = config.endpoint.substr(start, end - start);
+    if (const std::size_t at = host.rfind('@'); at != std::string::npos) host.erase(0, at + 1);
+    return config.endpoint.substr(0, start) + host;
+}
+
+std::string withDetail(std::string sentence, const std::string& detail) {
+    return detail.empty() ? sentence + "." : sentence + ": " + detail;
+}
+
+} // namespace
+
+std::string withoutKey(const ProviderConfig& config, std::string text) {
+    if (config.key.empty()) return text;
+    for (std::size_t at = text.find(config.key); at != std::string::npos;
+         at = text.find(config.key, at)) {
+        text.replace(at, config.key.size(), "…");
+    }
+    return text;
+}
+
+EngineError unreachable(const ProviderConfig& config) {
+    return {502, filled("Could not reach the AI provider at {}. Is it running?", siteOf(config))};
+}
+
+EngineError tooSlow(const ProviderConfig& config) {
+    return {504, filled("The AI provider at {} took too long to answer.", siteOf(config))};
+}
+
+EngineError brokeOff() {
+    return {502, "The AI provider broke off in the middle of its answer. Try again."};
+}
+
+EngineError unreadable() {
+    return {502, "The AI provider sent an answer that Vorq could not read."};
+}
+
+EngineError emptyReply() {
+    return {502, "The AI provider sent an empty answer. Try again."};
+}
+
+EngineError tooLong() {
+    return {502, "The AI provider's answer was far too long."};
+}
+
+EngineError refused(const ProviderConfig& config, long status, std::string_view body) {
+    const std::string detail = withoutKey(config, errorMessage(body));
+    if (status == 401 || status == 403) {
+        return {502,
+                withDetail(filled("The AI provider refused the key (status {})", status), detail)};
+    }
+    if (status == 429) {
+        return {503, withDetail("The AI provider is busy, or its limit is reached", detail)};
+    }
+    return {502, withDetail(filled("The AI provider answered with status {}", status), detail)};
+}
+
+EngineError gaveUp(const std::string& message) {
+    return {502, withDetail("The AI provider gave up", message)};
+}
+
+} // namespace vorq::gateway

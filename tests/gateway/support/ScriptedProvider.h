@@ -1,0 +1,64 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <atomic>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace vorq::gateway::testing {
+
+/// The provider's end of one connection.
+class ProviderPeer {
+  public:
+    explicit ProviderPeer(int socket) : socket_(socket) {}
+    /// Reads one whole request and gives its bytes.
+    std::string readRequest();
+    void send(const std::string& bytes);
+    /// Headers of an event stream without a length, and then one event for each text.
+    void streamHead();
+    void delta(const std::string& text);
+    void answer(int status, const std::string& body, const std::string& type = "application/json");
+    /// Until the other side closes or ten seconds have passed; true if it closed.
+    bool awaitClose();
+    /// Drops the connection without a proper end.
+    void reset();
+
+  private:
+    int socket_;
+};
+
+/// A provider on a real socket that does what its script says to each connection in turn.
+class ScriptedProvider {
+  public:
+    using Script = std::function<void(ProviderPeer&)>;
+    /// The request is read before the script runs.
+    explicit ScriptedProvider(Script script);
+    ~ScriptedProvider();
+    ScriptedProvider(const ScriptedProvider&) = delete;
+    ScriptedProvider& operator=(const ScriptedProvider&) = delete;
+
+    [[nodiscard]] std::string address() const;
+    /// The whole text of the last request, and its JSON body.
+    [[nodiscard]] std::string lastRequest() const;
+    [[nodiscard]] nlohmann::json lastBody() const;
+
+  private:
+    void serve();
+
+    Script script_;
+    int listener_ = -1;
+    int port_ = 0;
+    mutable std::mutex mutex_;
+    std::string lastRequest_;
+    std::atomic<bool> stopping_ = false;
+    std::thread thread_;
+};
+
+/// A port of this computer on which nothing listens.
+[[nodiscard]] int closedPort();
+
+} // namespace vorq::gateway::testing
