@@ -1,0 +1,113 @@
+#include "cli/Commands.h"
+
+#include "auth/AccountService.h"
+#include "auth/RateLimiter.h"
+#include "cli/Settings.h"
+#include "engine/embedded/EmbeddedEngine.h"
+#include "http/AiRoutes.h"
+#include "http/AuthRoutes.h"
+#include "http/GatewayServer.h"
+#include "provider/ProviderEngine.h"
+#include "storage/StateFile.h"
+#include "support/Filled.h"
+#include "support/Secrets.h"
+
+#include <pthread.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <ctime>
+#include <future>
+#include <memory>
+#include <string>
+#include <thread>
+
+namespace vorq::gateway {
+namespace {
+
+void say(std::FILE* stream, const std::string& line) {
+    std::fprintf(stream, "%s\n", line.c_str());
+    std::fflush(stream);
+}
+
+Database openDatabase(const CommandLine& line) {
+    initSecrets();
+    return openState(line.dataFolder.value_or(defaultDataFolder(processEnvironment)),
+                     [](const std::string& notice) { say(stderr, "vorq-gateway: " + notice); });
+}
+
+std::string loginName() {
+    const passwd* entry = getpwuid(getuid());
+    return entry == nullptr ? "user" : entry->pw_name;
+}
+
+sigset_t stopSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    sigaddset(&signals, SIGINT);
+    return signals;
+}
+
+/// Runs the server in a thread of its own until a signal says stop. A request that cannot be
+/// brought to an end within the grace does not keep the program alive.
+void serveUntilSignal(GatewayServer& server, const sigset_t& signals) {
+    constexpr std::chrono::seconds grace{5};
+    std::promise<void> ended;
+    std::future<void> hasEnded = ended.get_future();
+    std::thread thread([&] {
+        server.run();
+        ended.set_value();
+        // Wakes the wait below if the server ended by itself.
+        kill(getpid(), SIGTERM);
+    });
+    int received = 0;
+    sigwait(&signals, &received);
+    server.stop();
+    if (hasEnded.wait_for(grace) == std::future_status::timeout) {
+        say(stderr, "vorq-gateway: a request did not end in time and was dropped.");
+        std::_Exit(0); // The database is whole at any moment.
+    }
+    thread.join();
+}
+
+std::unique_ptr<Engine> makeEngine(const Settings& settings, Pacer& pacer,
+                                   const CommandLine& line) {
+    if (settings.provider) return std::make_unique<ProviderEngine>(*settings.provider);
+    return std::make_unique<EmbeddedEngine>(pacer, line.streamDelay);
+}
+
+} // namespace
+
+int runServe(const CommandLine& line) {
+    const sigset_t signals = stopSignals();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);
+    const Settings settings = readSettings(
+        line.configFile.value_or(defaultSettingsFile(processEnvironment)), processEnvironment);
+    const SystemClock clock;
+    SleepingPacer pacer;
+    AccountService accounts(openDatabase(line), clock);
+    RateLimiter limiter(clock, settings.authRequestsPerMinute);
+    const std::unique_ptr<Engine> engine = makeEngine(settings, pacer, line);
+    RequestRouter router(accounts, limiter, RequestGuard(line.host));
+    addAuthRoutes(router, accounts);
+    addAiRoutes(router, *engine);
+    GatewayServer server(router);
+    const int port = server.bind(line.host, line.port);
+    say(stdout, filled("vorq-gateway listening on http://{}:{}",
+                       line.host.contains(':') ? "[" + line.host + "]" : line.host, port));
+    serveUntilSignal(server, signals);
+    return 0;
+}
+
+int runHandoff(const CommandLine& line) {
+    const SystemClock clock;
+    AccountService accounts(openDatabase(line), clock);
+    say(stdout, "vorq://auth/callback?handoff=" + accounts.createHandoff(loginName()));
+    return 0;
+}
+
+} // namespace vorq::gateway

@@ -1,0 +1,133 @@
+#include "cli/Settings.h"
+
+#include "support/Filled.h"
+#include "support/Utf8.h"
+
+#include <nlohmann/json.hpp>
+#include <pwd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+namespace vorq::gateway {
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+constexpr double kLongestTimeoutSeconds = 3600;
+
+fs::path homeFolder(const Environment& environment) {
+    if (const auto home = environment("HOME"); home && !home->empty()) return *home;
+    const passwd* entry = getpwuid(getuid());
+    if (entry == nullptr) throw std::runtime_error("Your home folder could not be found.");
+    return entry->pw_dir;
+}
+
+/// An XDG base folder; a relative value counts as none.
+fs::path baseFolder(const Environment& environment, const char* variable, const char* fallback) {
+    const auto value = environment(variable);
+    if (value && value->starts_with('/')) return *value;
+    return homeFolder(environment) / fallback;
+}
+
+json readDocument(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) {
+        if (!fs::exists(file)) return json::object();
+        throw std::runtime_error(filled("Could not read {}.", file.string()));
+    }
+    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    json document = json::parse(text, nullptr, false, true);
+    if (!document.is_object()) {
+        throw std::runtime_error(filled("{} is not a JSON object.", file.string()));
+    }
+    return document;
+}
+
+template<typename T>
+T valueOr(const json& object, const char* key, T fallback) {
+    const auto entry = object.find(key);
+    if (entry == object.end() || entry->is_null()) return fallback;
+    try {
+        return entry->get<T>();
+    } catch (const json::exception&) {
+        throw std::runtime_error(filled("\"{}\" in the settings has the wrong type.", key));
+    }
+}
+
+std::chrono::milliseconds secondsOr(const json& object, const char* key,
+                                    std::chrono::milliseconds fallback) {
+    const double seconds = valueOr(object, key, static_cast<double>(fallback.count()) / 1000.0);
+    if (!(seconds > 0 && seconds <= kLongestTimeoutSeconds)) {
+        throw std::runtime_error(
+            filled("\"{}\" in the settings must lie between 0 and 3600 seconds.", key));
+    }
+    return std::chrono::milliseconds(static_cast<long long>(seconds * 1000.0));
+}
+
+std::string checkedKey(const std::string& key) {
+    const std::string text(trimmed(key));
+    const bool plain = std::ranges::all_of(text, [](char c) { return c > 0x20 && c < 0x7F; });
+    if (!plain) {
+        throw std::runtime_error("The provider's key holds characters that no key can have.");
+    }
+    return text;
+}
+
+std::optional<ProviderConfig> readProvider(const json& document, const Environment& environment) {
+    const json section = valueOr(document, "provider", json::object());
+    if (!section.is_object()) {
+        throw std::runtime_error("\"provider\" in the settings must be an object.");
+    }
+    const auto text = [&](const char* key, const char* variable) {
+        const std::string stored = valueOr(section, key, std::string());
+        const auto value = environment(variable);
+        return std::string(trimmed(value && !trimmed(*value).empty() ? *value : stored));
+    };
+    const std::string address = text("url", "VORQ_PROVIDER_URL");
+    if (address.empty()) return std::nullopt;
+    ProviderConfig config;
+    config.endpoint = chatEndpoint(address);
+    config.key = checkedKey(text("key", "VORQ_PROVIDER_KEY"));
+    config.model = text("model", "VORQ_PROVIDER_MODEL");
+    config.models = valueOr(section, "models", config.models);
+    config.caFile = valueOr(section, "caFile", std::string());
+    config.connectTimeout = secondsOr(section, "connectTimeoutSeconds", config.connectTimeout);
+    config.replyTimeout = secondsOr(section, "replyTimeoutSeconds", config.replyTimeout);
+    config.idleTimeout = secondsOr(section, "idleTimeoutSeconds", config.idleTimeout);
+    return config;
+}
+
+} // namespace
+
+std::optional<std::string> processEnvironment(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
+Settings readSettings(const fs::path& file, const Environment& environment) {
+    const json document = readDocument(file);
+    Settings settings;
+    settings.provider = readProvider(document, environment);
+    settings.authRequestsPerMinute =
+        valueOr(document, "authRequestsPerMinute", settings.authRequestsPerMinute);
+    if (settings.authRequestsPerMinute < 1) {
+        throw std::runtime_error("\"authRequestsPerMinute\" in the settings must be at least 1.");
+    }
+    return settings;
+}
+
+fs::path defaultSettingsFile(const Environment& environment) {
+    return baseFolder(environment, "XDG_CONFIG_HOME", ".config") / "Vorq" / "gateway.json";
+}
+
+fs::path defaultDataFolder(const Environment& environment) {
+    return baseFolder(environment, "XDG_DATA_HOME", ".local/share") / "Vorq";
+}
+
+} // namespace vorq::gateway

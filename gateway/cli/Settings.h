@@ -1,0 +1,31 @@
+#pragma once
+
+#include "provider/ProviderConfig.h"
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace vorq::gateway {
+
+/// The value of an environment variable, if it is set.
+using Environment = std::function<std::optional<std::string>(const char* name)>;
+
+[[nodiscard]] std::optional<std::string> processEnvironment(const char* name);
+
+struct Settings {
+    /// Absent without a provider: replies then come from the embedded engine.
+    std::optional<ProviderConfig> provider;
+    int authRequestsPerMinute = 60;
+};
+
+/// Reads the settings file, if `file` exists, and the environment over it. Throws
+/// std::runtime_error with a sentence that names what is wrong, but never a value.
+[[nodiscard]] Settings readSettings(const std::filesystem::path& file,
+                                    const Environment& environment);
+
+[[nodiscard]] std::filesystem::path defaultSettingsFile(const Environment& environment);
+[[nodiscard]] std::filesystem::path defaultDataFolder(const Environment& environment);
+
+} // namespace vorq::gateway

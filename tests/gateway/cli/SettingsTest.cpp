@@ -1,0 +1,104 @@
+#include "cli/Settings.h"
+#include "gateway/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace vorq::gateway::testing {
+namespace {
+
+class SettingsTest : public ::testing::Test {
+  protected:
+    Settings read(const std::string& document) {
+        writeFile(file, document);
+        return readSettings(file, environment());
+    }
+    Environment environment() {
+        return [this](const char* name) -> std::optional<std::string> {
+            const auto entry = variables.find(name);
+            return entry == variables.end() ? std::nullopt : std::optional(entry->second);
+        };
+    }
+    std::string failureOf(const std::string& document) {
+        try {
+            static_cast<void>(read(document));
+        } catch (const std::runtime_error& error) {
+            return error.what();
+        }
+        return {};
+    }
+
+    TemporaryFolder folder;
+    std::filesystem::path file = folder.path() / "gateway.json";
+    std::map<std::string, std::string> variables;
+};
+
+TEST_F(SettingsTest, WithoutAFileThereIsNoProvider) {
+    const Settings settings = readSettings(file, environment());
+    EXPECT_FALSE(settings.provider.has_value());
+    EXPECT_EQ(settings.authRequestsPerMinute, 60);
+}
+
+TEST_F(SettingsTest, TheFileNamesAProvider) {
+    const Settings settings = read(R"({
+        // Comments are allowed.
+        "authRequestsPerMinute": 5,
+        "provider": {"url": "http://localhost:11434", "key": "k", "model": "m",
+                     "models": {"a": "b"}, "idleTimeoutSeconds": 1.5}})");
+    ASSERT_TRUE(settings.provider.has_value());
+    EXPECT_EQ(settings.provider->endpoint, "http://localhost:11434/v1/chat/completions");
+    EXPECT_EQ(settings.provider->key, "k");
+    EXPECT_EQ(settings.provider->model, "m");
+    EXPECT_EQ(settings.provider->models.at("a"), "b");
+    EXPECT_EQ(settings.provider->idleTimeout, std::chrono::milliseconds(1500));
+    EXPECT_EQ(settings.authRequestsPerMinute, 5);
+}
+
+TEST_F(SettingsTest, TheEnvironmentWins) {
+    variables = {{"VORQ_PROVIDER_URL", "http://other/v1"},
+                 {"VORQ_PROVIDER_KEY", "k2"},
+                 {"VORQ_PROVIDER_MODEL", "m2"}};
+    const Settings settings =
+        read(R"({"provider": {"url": "http://one", "key": "k", "model": "m"}})");
+    EXPECT_EQ(settings.provider->endpoint, "http://other/v1/chat/completions");
+    EXPECT_EQ(settings.provider->key, "k2");
+    EXPECT_EQ(settings.provider->model, "m2");
+}
+
+TEST_F(SettingsTest, AnEmptyVariableCountsAsNone) {
+    variables = {{"VORQ_PROVIDER_URL", " "}};
+    EXPECT_EQ(read(R"({"provider": {"url": "http://one"}})").provider->endpoint,
+              "http://one/v1/chat/completions");
+    EXPECT_FALSE(read("{}").provider.has_value());
+}
+
+TEST_F(SettingsTest, WhatIsWrongIsNamedButNoValueIs) {
+    EXPECT_NE(failureOf("{").find("gateway.json"), std::string::npos);
+    EXPECT_NE(failureOf(R"({"provider": 1})").find("provider"), std::string::npos);
+    EXPECT_NE(failureOf(R"({"provider": {"url": 1}})").find("url"), std::string::npos);
+    EXPECT_NE(failureOf(R"({"provider": {"url": "http://a", "models": {"a": 1}}})").find("models"),
+              std::string::npos);
+    EXPECT_NE(failureOf(R"({"provider": {"url": "http://a", "idleTimeoutSeconds": 0}})")
+                  .find("idleTimeoutSeconds"),
+              std::string::npos);
+    EXPECT_NE(failureOf(R"({"authRequestsPerMinute": 0})").find("authRequestsPerMinute"),
+              std::string::npos);
+    const std::string badKey =
+        failureOf(R"({"provider": {"url": "http://a", "key": "sec\r\nret: x"}})");
+    EXPECT_NE(badKey.find("key"), std::string::npos);
+    EXPECT_EQ(badKey.find("ret: x"), std::string::npos);
+}
+
+TEST_F(SettingsTest, FoldersFollowTheEnvironment) {
+    variables = {{"HOME", "/home/ada"}};
+    EXPECT_EQ(defaultDataFolder(environment()), "/home/ada/.local/share/Vorq");
+    EXPECT_EQ(defaultSettingsFile(environment()), "/home/ada/.config/Vorq/gateway.json");
+    variables["XDG_DATA_HOME"] = "/data";
+    variables["XDG_CONFIG_HOME"] = "relative";
+    EXPECT_EQ(defaultDataFolder(environment()), "/data/Vorq");
+    EXPECT_EQ(defaultSettingsFile(environment()), "/home/ada/.config/Vorq/gateway.json");
+}
+
+} // namespace
+} // namespace vorq::gateway::testing

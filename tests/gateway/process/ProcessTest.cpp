@@ -1,0 +1,202 @@
+#include "gateway/process/ChildProcess.h"
+#include "gateway/support/RawClient.h"
+#include "gateway/support/Samples.h"
+#include "gateway/support/ScriptedProvider.h"
+#include "gateway/support/TemporaryFolder.h"
+#include "storage/StateFile.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <httplib.h>
+#include <nlohmann/json.hpp>
+
+#include <csignal>
+#include <thread>
+
+namespace vorq::gateway::testing {
+namespace {
+
+using nlohmann::json;
+using ::testing::HasSubstr;
+using ::testing::MatchesRegex;
+using ::testing::StartsWith;
+
+class ProcessTest : public ::testing::Test {
+  protected:
+    ChildProcess run(std::vector<std::string> arguments) {
+        return ChildProcess(VORQ_GATEWAY_PROGRAM, std::move(arguments),
+                            {{"HOME", folder.path().string()}, {"XDG_DATA_HOME", ""}});
+    }
+    /// Starts a server on a free port and reads that port from its first line.
+    ChildProcess serve(std::vector<std::string> extra = {}) {
+        std::vector<std::string> arguments = {"serve", "--port", "0"};
+        arguments.insert(arguments.end(), extra.begin(), extra.end());
+        ChildProcess child = run(arguments);
+        const std::string line = child.readLine();
+        const std::string start = "vorq-gateway listening on http://127.0.0.1:";
+        EXPECT_THAT(line, StartsWith(start));
+        port = line.size() > start.size() ? std::stoi(line.substr(start.size())) : 0;
+        return child;
+    }
+    std::string handoffCode() {
+        ChildProcess child = run({"handoff"});
+        const std::string line = child.readLine();
+        EXPECT_EQ(child.wait(), 0);
+        EXPECT_THAT(line, MatchesRegex("vorq://auth/callback\\?handoff=[A-Za-z0-9_-]{43}"));
+        return line.substr(line.find('=') + 1);
+    }
+    json post(const std::string& path, const json& body, const std::string& token = "") {
+        httplib::Client client("127.0.0.1", port);
+        httplib::Headers headers;
+        if (!token.empty()) headers.emplace("Authorization", "Bearer " + token);
+        const httplib::Result result = client.Post(path, headers, body.dump(), "application/json");
+        return result ? json::parse(result->body, nullptr, false) : json();
+    }
+    std::string signIn() {
+        return post("/auth/mac-handoff/exchange", {{"code", handoffCode()}}).value("token", "");
+    }
+    std::filesystem::path dataFolder() const { return folder.path() / ".local/share/Vorq"; }
+    void expectWholeDatabase() {
+        std::vector<std::string> notices;
+        Database database =
+            openState(dataFolder(), [&](const std::string& notice) { notices.push_back(notice); });
+        Statement check = database.prepare("PRAGMA integrity_check");
+        ASSERT_TRUE(check.step());
+        EXPECT_EQ(check.text(0), "ok");
+        EXPECT_TRUE(notices.empty());
+    }
+
+    TemporaryFolder folder;
+    int port = 0;
+};
+
+TEST_F(ProcessTest, SaysItsVersionAndItsUse) {
+    ChildProcess version = run({"--version"});
+    EXPECT_THAT(version.readLine(), MatchesRegex("vorq-gateway [0-9]+\\.[0-9]+\\.[0-9]+"));
+    EXPECT_EQ(version.wait(), 0);
+    ChildProcess help = run({"--help"});
+    EXPECT_THAT(help.readAll(), HasSubstr("serve"));
+    EXPECT_EQ(help.wait(), 0);
+}
+
+TEST_F(ProcessTest, WhatItDoesNotKnowEndsWithTwo) {
+    for (const std::vector<std::string>& arguments :
+         std::vector<std::vector<std::string>>{{"dance"}, {"serve", "--dance"}, {}}) {
+        ChildProcess child = run(arguments);
+        EXPECT_THAT(child.readErrors(), StartsWith("vorq-gateway: "));
+        EXPECT_EQ(child.wait(), 2);
+    }
+}
+
+TEST_F(ProcessTest, APortInUseEndsWithOneAndASentence) {
+    const ChildProcess first = serve();
+    ChildProcess second = run({"serve", "--port", std::to_string(port)});
+    EXPECT_THAT(second.readErrors(), HasSubstr("using that port"));
+    EXPECT_EQ(second.wait(), 1);
+}
+
+TEST_F(ProcessTest, ABrokenSettingsFileEndsWithOneAndASentence) {
+    writeFile(folder.path() / "bad.json", "{");
+    ChildProcess child = run({"serve", "--config", (folder.path() / "bad.json").string()});
+    EXPECT_THAT(child.readErrors(), HasSubstr("bad.json"));
+    EXPECT_EQ(child.wait(), 1);
+}
+
+TEST_F(ProcessTest, AHandoffWorksBeforeAndWhileTheServerRuns) {
+    const std::string early = handoffCode();
+    ChildProcess server = serve();
+    EXPECT_EQ(post("/auth/mac-handoff/exchange", {{"code", early}}).value("signedIn", false), true);
+    EXPECT_FALSE(signIn().empty());
+}
+
+TEST_F(ProcessTest, StateIsPrivateToTheUser) {
+    static_cast<void>(handoffCode());
+    namespace fs = std::filesystem;
+    EXPECT_EQ(fs::status(dataFolder()).permissions(), fs::perms::owner_all);
+    EXPECT_EQ(fs::status(stateFile(dataFolder())).permissions(),
+              fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(ProcessTest, ADamagedStateIsKeptBesideAndTheServerStarts) {
+    std::filesystem::create_directories(dataFolder());
+    writeFile(stateFile(dataFolder()), std::string(4096, 'x'));
+    ChildProcess server = serve();
+    EXPECT_FALSE(signIn().empty());
+    EXPECT_EQ(readFile(stateFile(dataFolder()).string() + ".damaged-1"), std::string(4096, 'x'));
+    server.signal(SIGTERM);
+    EXPECT_EQ(server.wait(), 0);
+    EXPECT_THAT(server.readErrors(), HasSubstr("damaged"));
+}
+
+TEST_F(ProcessTest, BothSignalsStopItCleanly) {
+    for (const int signal : {SIGTERM, SIGINT}) {
+        ChildProcess server = serve();
+        EXPECT_FALSE(signIn().empty());
+        server.signal(signal);
+        EXPECT_EQ(server.wait(), 0);
+        EXPECT_FALSE(std::filesystem::exists(stateFile(dataFolder()).string() + "-wal"));
+    }
+}
+
+TEST_F(ProcessTest, SigtermDuringAStreamEndsTheStream) {
+    ChildProcess server = serve({"--stream-delay", "60000"});
+    const std::string token = signIn();
+    const std::string body = json({{"text", kPlantText}, {"stream", true}}).dump();
+    RawClient client(port);
+    client.send("POST /ai/analyze HTTP/1.1\r\nHost: localhost\r\nContent-Type: application/json\r\n"
+                "Authorization: Bearer " +
+                token + "\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body);
+    EXPECT_THAT(client.receiveUntil("Photosynthesis"), HasSubstr("data: {\"text\""));
+    server.signal(SIGTERM);
+    const std::string rest = client.receiveAll();
+    EXPECT_THAT(rest, HasSubstr("\"error\""));
+    EXPECT_THAT(rest, HasSubstr("0\r\n\r\n"));
+    EXPECT_EQ(server.wait(), 0);
+    expectWholeDatabase();
+}
+
+TEST_F(ProcessTest, TheProviderOfTheEnvironmentIsUsedAndItsKeyNeverPrinted) {
+    ScriptedProvider provider(
+        [](ProviderPeer& peer) { peer.answer(500, R"({"error":"no: sk-environment-secret"})"); });
+    ChildProcess server(VORQ_GATEWAY_PROGRAM, {"serve", "--port", "0"},
+                        {{"HOME", folder.path().string()},
+                         {"VORQ_PROVIDER_URL", provider.address()},
+                         {"VORQ_PROVIDER_KEY", "sk-environment-secret"}});
+    const std::string line = server.readLine();
+    port = std::stoi(line.substr(line.rfind(':') + 1));
+    const json answer = post("/ai/prompt", {{"prompt", "x"}}, signIn());
+    EXPECT_THAT(provider.lastRequest(), HasSubstr("Bearer sk-environment-secret"));
+    EXPECT_THAT(answer.value("error", ""), HasSubstr("no: …"));
+    server.signal(SIGTERM);
+    EXPECT_EQ(server.wait(), 0);
+    EXPECT_EQ((line + server.readAll() + server.readErrors()).find("sk-environment"),
+              std::string::npos);
+}
+
+TEST_F(ProcessTest, KillingItWhileItWritesLeavesTheDatabaseWhole) {
+    std::string lastRefresh;
+    for (int round = 0; round < 6; ++round) {
+        ChildProcess server = serve();
+        std::string refresh =
+            post("/auth/mac-handoff/exchange", {{"code", handoffCode()}}).value("refreshToken", "");
+        ASSERT_FALSE(refresh.empty());
+        std::thread killer([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(30 + 17 * round));
+            server.signal(SIGKILL);
+        });
+        // Rotates as fast as it can until the server is gone in the midst of it.
+        for (std::string next = refresh; !next.empty();) {
+            refresh = next;
+            const json answer = post("/auth/refresh", {{"refreshToken", refresh}});
+            next = answer.is_object() ? answer.value("refreshToken", "") : "";
+        }
+        killer.join();
+        EXPECT_EQ(server.wait(), 128 + SIGKILL);
+        expectWholeDatabase();
+    }
+    ChildProcess server = serve();
+    EXPECT_FALSE(signIn().empty());
+}
+
+} // namespace
+} // namespace vorq::gateway::testing
