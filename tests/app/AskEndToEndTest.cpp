@@ -1,0 +1,264 @@
+// The built programs together: a real backend process, real sockets, real files.
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace vorq {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+constexpr int patience = 60'000; // milliseconds, for a machine that is busy
+
+const QByteArray material =
+    "# Rivers\n\nA river carries silt from the mountains to the sea. When it leaves its banks it "
+    "slows down, and the silt settles on the fields. Farmers along the Nile needed no manure, "
+    "because the silt renewed the soil each year. On flat land a river wanders in bends. At the "
+    "sea it drops the rest of its load and builds a delta.\n";
+
+class AskEndToEndTest : public testing::Test {
+  protected:
+    AskEndToEndTest() {
+        m_environment = QProcessEnvironment::systemEnvironment();
+        m_environment.insert("HOME", m_home.path());
+        m_environment.insert("XDG_DATA_HOME", m_home.filePath("data"));
+        m_environment.insert("XDG_CONFIG_HOME", m_home.filePath("config"));
+        for (const char* name : {"VORQ_PROVIDER_URL", "VORQ_PROVIDER_KEY", "TOLVA_API_BASE_URL"})
+            m_environment.remove(name);
+    }
+
+    ~AskEndToEndTest() override { stopGateway(); }
+
+    void startGateway(int streamDelay = 0) {
+        m_gateway.setProcessEnvironment(m_environment);
+        m_gateway.start(VORQ_GATEWAY_PROGRAM,
+                        {"serve", "--port", "0", "--stream-delay", QString::number(streamDelay)});
+        QByteArray line;
+        while (!line.contains('\n') && m_gateway.waitForReadyRead(patience))
+            line += m_gateway.readAllStandardOutput();
+        const QByteArray url = line.trimmed().split(' ').last();
+        ASSERT_THAT(url.toStdString(), StartsWith("http://127.0.0.1:")) << line.toStdString();
+        m_environment.insert("VORQ_API_BASE_URL", url);
+    }
+
+    void stopGateway() {
+        m_gateway.terminate();
+        m_gateway.waitForFinished(patience);
+    }
+
+    struct Outcome {
+        int status = -1;
+        std::string out;
+        std::string err;
+    };
+
+    std::unique_ptr<QProcess> start(const QString& program, const QStringList& arguments,
+                                    const QByteArray& input = {}) const {
+        auto process = std::make_unique<QProcess>();
+        process->setProcessEnvironment(m_environment);
+        process->start(program, arguments);
+        process->write(input);
+        process->closeWriteChannel();
+        return process;
+    }
+
+    static Outcome finish(QProcess& process) {
+        EXPECT_TRUE(process.waitForFinished(patience));
+        return {process.exitCode(), process.readAllStandardOutput().toStdString(),
+                process.readAllStandardError().toStdString()};
+    }
+
+    Outcome run(const QString& program, const QStringList& arguments,
+                const QByteArray& input = {}) const {
+        return finish(*start(program, arguments, input));
+    }
+
+    [[nodiscard]] Outcome ask(const QStringList& arguments, const QByteArray& input = {}) const {
+        return run(VORQ_PROGRAM, QStringList{"ask"} + arguments, input);
+    }
+
+    void signIn() const {
+        const Outcome handoff = run(VORQ_GATEWAY_PROGRAM, {"handoff"});
+        const QString url = QString::fromStdString(handoff.out).trimmed();
+        ASSERT_TRUE(url.startsWith("vorq://auth/callback?handoff=")) << handoff.err;
+        const Outcome opened = run(VORQ_PROGRAM, {"open", url});
+        ASSERT_EQ(opened.status, 0) << opened.err;
+        ASSERT_THAT(opened.out, StartsWith("Signed in as "));
+    }
+
+    // Turns until the process has printed something.
+    static QByteArray firstOutput(QProcess& process) {
+        EXPECT_TRUE(process.waitForReadyRead(patience));
+        return process.readAllStandardOutput();
+    }
+
+    QTemporaryDir m_home;
+    QProcessEnvironment m_environment;
+    QProcess m_gateway;
+};
+
+TEST_F(AskEndToEndTest, AnswersFromThePipedText) {
+    startGateway();
+    signIn();
+    const Outcome outcome = ask({"Why", "did", "farmers", "need", "no", "manure?"}, material);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("> Farmers along the Nile needed no manure"));
+    EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(AskEndToEndTest, StreamedSlowlyItPrintsTheSameEachBlockOnce) {
+    startGateway();
+    signIn();
+    const Outcome quick = ask({"Summarise this"}, material);
+    stopGateway();
+    startGateway(20);
+    const Outcome slow = ask({"Summarise this"}, material);
+    EXPECT_EQ(slow.status, 0) << slow.err;
+    EXPECT_EQ(slow.out, quick.out);
+    EXPECT_THAT(slow.out, EndsWith("\n"));
+}
+
+TEST_F(AskEndToEndTest, WithoutABackendItSaysWhatToDo) {
+    startGateway();
+    signIn();
+    stopGateway();
+    const Outcome outcome = ask({"Summarise this"}, material);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_THAT(outcome.err, StartsWith("Could not reach Vorq at http://127.0.0.1:"));
+}
+
+TEST_F(AskEndToEndTest, AWrongTokenEndsTheSession) {
+    startGateway();
+    QDir(m_home.path()).mkpath("config/Vorq");
+    QFile settings(m_home.filePath("config/Vorq/settings.json"));
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+    settings.write(R"({"vorq.session.token":"wrong","vorq.session.refreshToken":"wrong too"})");
+    settings.close();
+    const Outcome outcome = ask({"Summarise this"}, material);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_THAT(outcome.err, StartsWith("Your session expired. Sign in again.\n"));
+}
+
+TEST_F(AskEndToEndTest, ABackendKilledHalfWayIsAnError) {
+    startGateway(400);
+    signIn();
+    const auto process = start(VORQ_PROGRAM, {"ask", "Summarise this"}, material);
+    const QByteArray before = firstOutput(*process);
+    m_gateway.kill();
+    const Outcome outcome = finish(*process);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_FALSE(before.isEmpty());
+    EXPECT_NE(outcome.err, "");
+    stopGateway();
+    // The database of the killed backend is whole, and the session still good.
+    startGateway();
+    EXPECT_EQ(ask({"Summarise this"}, material).status, 0);
+}
+
+TEST_F(AskEndToEndTest, AnInterruptStopsItAtOnce) {
+    startGateway(400);
+    signIn();
+    const auto process = start(VORQ_PROGRAM, {"ask", "Summarise this"}, material);
+    firstOutput(*process);
+    QElapsedTimer timer;
+    timer.start();
+    ::kill(static_cast<pid_t>(process->processId()), SIGINT);
+    const Outcome outcome = finish(*process);
+    EXPECT_EQ(outcome.status, 130);
+    EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(AskEndToEndTest, KilledDuringTheLaunchItIsStillSignedInAfterwards) {
+    startGateway();
+    signIn();
+    for (int round = 0; round < 25; ++round) {
+        const auto process = start(VORQ_PROGRAM, {"ask", "Summarise this"}, material);
+        process->waitForStarted(patience);
+        ::usleep(static_cast<useconds_t>(5000 * round));
+        process->kill();
+        process->waitForFinished(patience);
+    }
+    EXPECT_EQ(ask({"Summarise this"}, material).status, 0);
+}
+
+TEST_F(AskEndToEndTest, OnATerminalTheStatusShowsUntilTheReply) {
+    startGateway(50);
+    signIn();
+    QFile input(m_home.filePath("material.md"));
+    ASSERT_TRUE(input.open(QIODevice::WriteOnly));
+    input.write(material);
+    input.close();
+    int terminal = -1;
+    const pid_t child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        for (const QString& key : m_environment.keys())
+            ::setenv(qPrintable(key), qPrintable(m_environment.value(key)), 1);
+        if (!std::freopen(qPrintable(input.fileName()), "r", stdin)) ::_exit(90);
+        ::execl(VORQ_PROGRAM, VORQ_PROGRAM, "ask", "Summarise this", nullptr);
+        ::_exit(91);
+    }
+    std::string shown;
+    char buffer[4096];
+    for (ssize_t count; (count = ::read(terminal, buffer, sizeof buffer)) > 0;)
+        shown.append(buffer, static_cast<std::size_t>(count));
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_THAT(shown, StartsWith("\r\033[2KWorking..."));
+    const auto reply = shown.find("**");
+    ASSERT_NE(reply, std::string::npos) << shown;
+    EXPECT_EQ(shown.find("Working...", reply), std::string::npos);
+    EXPECT_THAT(shown.substr(0, reply), EndsWith("\r\033[2K"));
+}
+
+TEST_F(AskEndToEndTest, AFullOutputIsAnError) {
+    startGateway();
+    signIn();
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(m_environment);
+    process->setStandardOutputFile("/dev/full");
+    process->start(VORQ_PROGRAM, {"ask", "Summarise this"});
+    process->write(material);
+    process->closeWriteChannel();
+    const Outcome outcome = finish(*process);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("could not be written"));
+}
+
+TEST_F(AskEndToEndTest, DamagedSettingsAreSaidOnceAndKept) {
+    startGateway();
+    QDir(m_home.path()).mkpath("config/Vorq");
+    const QString path = m_home.filePath("config/Vorq/settings.json");
+    QFile settings(path);
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+    settings.write("{\"vorq.session.token\":\"abc");
+    settings.close();
+    signIn();
+    const Outcome outcome = ask({"Summarise this"}, material);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "") << "the damage was mended with the sign-in";
+    EXPECT_TRUE(QFile::exists(path + ".damaged-1"));
+}
+
+} // namespace
+} // namespace vorq
