@@ -13,7 +13,9 @@ constexpr std::int64_t kSecond = 1000;
 constexpr std::int64_t kHandoffLife = 5 * 60 * kSecond;
 constexpr std::int64_t kAccessLife = 60 * 60 * kSecond;
 constexpr std::int64_t kRefreshLife = 60 * 24 * 60 * 60 * kSecond;
-// Two refreshes that overlap are one client's race and no theft; the loser is merely refused.
+// Two refreshes that overlap are one client's race and no theft; the loser is merely refused. Later
+// on, a used token is good once more as long as nothing that followed from it was used: its client
+// was ended before the answer reached it.
 constexpr std::int64_t kRaceWindow = 10 * kSecond;
 
 ApiError sessionExpired() {
@@ -79,9 +81,13 @@ Session AccountService::refresh(const std::string& refreshToken) {
     const std::optional<RefreshTokenRow> row = tokens_.refresh(refreshToken);
     if (!row || row->expiresAt <= now) throw sessionExpired();
     if (row->usedAt) {
-        if (now - *row->usedAt > kRaceWindow) tokens_.dropFamily(row->owner.familyId);
-        transaction.commit();
-        throw sessionExpired();
+        const bool overlaps = now - *row->usedAt <= kRaceWindow;
+        if (overlaps) throw sessionExpired();
+        if (!tokens_.supersedeSuccessors(refreshToken, *row)) {
+            tokens_.dropFamily(row->owner.familyId);
+            transaction.commit();
+            throw sessionExpired();
+        }
     }
     const std::optional<Account> account = accounts_.byId(row->owner.accountId);
     if (!account) throw sessionExpired();

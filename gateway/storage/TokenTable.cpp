@@ -65,6 +65,19 @@ void TokenTable::markRefreshUsed(std::string_view secret, std::int64_t nowMs) {
         .step();
 }
 
+bool TokenTable::supersedeSuccessors(std::string_view secret, const RefreshTokenRow& row) {
+    if (row.usedAt == superseded) return false;
+    Statement laterUse = database_.prepare(
+        "SELECT 1 FROM refreshTokens WHERE familyId = ? AND usedAt >= ? AND hash <> ?");
+    laterUse.bind(1, row.owner.familyId).bind(2, row.usedAt.value_or(0));
+    if (laterUse.bindBlob(3, hashOfSecret(secret)).step()) return false;
+    database_.prepare("UPDATE refreshTokens SET usedAt = ? WHERE familyId = ? AND usedAt IS NULL")
+        .bind(1, superseded)
+        .bind(2, row.owner.familyId)
+        .step();
+    return true;
+}
+
 std::optional<std::int64_t> TokenTable::takeHandoff(std::string_view secret, std::int64_t nowMs) {
     Statement statement =
         database_.prepare("DELETE FROM handoffCodes WHERE hash = ? RETURNING accountId, expiresAt");

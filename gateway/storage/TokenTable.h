@@ -19,13 +19,16 @@ struct TokenOwner {
 struct RefreshTokenRow {
     TokenOwner owner;
     std::int64_t expiresAt = 0;
-    std::optional<std::int64_t> usedAt;
+    std::optional<std::int64_t> usedAt; ///< TokenTable::superseded for one that never was
 };
 
 /// Tokens and one-time codes. Only hashes of the secrets are kept, so a stolen file signs nobody
 /// in. Borrows the database; its owner locks. All times in milliseconds since 1970.
 class TokenTable {
   public:
+    /// In the place of a time of use: what replaced the token was asked for without it.
+    static constexpr std::int64_t superseded = -1;
+
     explicit TokenTable(Database& database) : database_(database) {}
 
     [[nodiscard]] std::int64_t startFamily(std::int64_t accountId, std::int64_t nowMs);
@@ -37,6 +40,9 @@ class TokenTable {
                                                         std::int64_t nowMs);
     [[nodiscard]] std::optional<RefreshTokenRow> refresh(std::string_view secret);
     void markRefreshUsed(std::string_view secret, std::int64_t nowMs);
+    /// Makes what followed from a used refresh token worthless, so that presenting it counts as
+    /// theft. False, with nothing changed, if some of it was used.
+    [[nodiscard]] bool supersedeSuccessors(std::string_view secret, const RefreshTokenRow& row);
     /// Removes the code and gives its account, if the code was still valid.
     [[nodiscard]] std::optional<std::int64_t> takeHandoff(std::string_view secret,
                                                           std::int64_t nowMs);

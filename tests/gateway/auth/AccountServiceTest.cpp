@@ -102,15 +102,36 @@ TEST_F(AccountServiceTest, ReuseOfAnOldRefreshTokenEndsTheWholeSignIn) {
     const Session first = signIn();
     const Session second = service.refresh(first.refreshToken);
     clock.advanceSeconds(kMinute);
+    const Session third = service.refresh(second.refreshToken);
     EXPECT_EQ(statusOf([&] { return service.refresh(first.refreshToken); }), 401);
-    EXPECT_FALSE(isValid(second));
+    EXPECT_FALSE(isValid(third));
+    EXPECT_EQ(statusOf([&] { return service.refresh(third.refreshToken); }), 401);
+}
+
+TEST_F(AccountServiceTest, AClientEndedBeforeItsAnswerCameMayRefreshAgain) {
+    const Session first = signIn();
+    static_cast<void>(service.refresh(first.refreshToken));
+    clock.advanceSeconds(kMinute);
+    const Session again = service.refresh(first.refreshToken);
+    EXPECT_TRUE(isValid(again));
+    clock.advanceSeconds(kMinute);
+    EXPECT_TRUE(service.refresh(again.refreshToken).signedIn);
+}
+
+TEST_F(AccountServiceTest, AnAnswerThatWasNotLostAfterAllShowsTheTheft) {
+    const Session first = signIn();
+    const Session second = service.refresh(first.refreshToken);
+    clock.advanceSeconds(kMinute);
+    const Session taken = service.refresh(first.refreshToken);
+    clock.advanceSeconds(kMinute);
     EXPECT_EQ(statusOf([&] { return service.refresh(second.refreshToken); }), 401);
+    EXPECT_FALSE(isValid(taken));
 }
 
 TEST_F(AccountServiceTest, ReuseLeavesOtherSignInsAlone) {
     const Session other = signIn();
     const Session first = signIn();
-    static_cast<void>(service.refresh(first.refreshToken));
+    static_cast<void>(service.refresh(service.refresh(first.refreshToken).refreshToken));
     clock.advanceSeconds(kMinute);
     EXPECT_EQ(statusOf([&] { return service.refresh(first.refreshToken); }), 401);
     EXPECT_TRUE(isValid(other));
