@@ -25,6 +25,12 @@ constexpr bool isPlain(char16_t unit) {
            (unit >= 0x3000 && unit <= 0x3029) || (unit >= 0xFF01 && unit <= 0xFF9D);
 }
 
+// Whether the code unit begins one of U+1F400 to U+1FBFF, the bulk of the emoji, none of which
+// extends the character before it or takes in what follows, save a mark or a joiner.
+constexpr bool beginsEmoji(char16_t unit) {
+    return unit == 0xD83D || unit == 0xD83E;
+}
+
 #ifdef __SSE2__
 
 // A bit for each of eight code units that is in the plain ranges of Latin text, of general
@@ -203,10 +209,16 @@ qsizetype lookedUpEnd(const char16_t* text, qsizetype start, qsizetype size) {
     return end;
 }
 
+// Whether whatever ends at `end`, and takes nothing in, ends a character there.
+bool endsPlainly(const char16_t* text, qsizetype end, qsizetype size) {
+    return end == size || isPlain(text[end]) || text[end] == u'\r';
+}
+
 inline qsizetype characterEnd(const char16_t* text, qsizetype start, qsizetype size) {
-    if (isPlain(text[start]) &&
-        (start + 1 == size || isPlain(text[start + 1]) || text[start + 1] == u'\r'))
-        return start + 1;
+    if (isPlain(text[start]) && endsPlainly(text, start + 1, size)) return start + 1;
+    if (beginsEmoji(text[start]) && start + 1 < size && U16_IS_TRAIL(text[start + 1]) &&
+        endsPlainly(text, start + 2, size))
+        return start + 2;
     return lookedUpEnd(text, start, size);
 }
 
@@ -265,15 +277,15 @@ std::vector<QStringView> splitGraphemes(QStringView text) {
 }
 
 bool extendsCharacterBefore(QStringView text, qsizetype index) {
-    if (isPlain(text.utf16()[index]) || text.utf16()[index] == u'\r') return false;
+    const char16_t unit = text.utf16()[index];
+    if (isPlain(unit) || unit == u'\r' || beginsEmoji(unit)) return false;
     return isExtender(breakClass(codePointAt(text.utf16(), index, text.size())));
 }
 
 bool takesCharacterAfter(QStringView text, qsizetype index) {
-    if (isPlain(text.utf16()[index - 1]) || text.utf16()[index - 1] == u'\r') return false;
-    char32_t codePoint = 0;
-    U16_GET(text.utf16(), 0, index - 1, text.size(), codePoint);
-    return breakClass(codePoint) == U_GCB_PREPEND;
+    const char16_t unit = text.utf16()[index - 1];
+    if (isPlain(unit) || unit == u'\r') return false;
+    return breakClass(codePointAt(text.utf16(), index - 1, text.size())) == U_GCB_PREPEND;
 }
 
 } // namespace vorq
