@@ -14,7 +14,7 @@ namespace vorq {
 /// Loopback hosts are reached without proxy. Calls that still run when the transport goes fail.
 class QtHttpTransport final : public HttpTransport {
   public:
-    /// The clock must outlive every request.
+    /// The clock must outlive the transport.
     explicit QtHttpTransport(Clock& clock);
     ~QtHttpTransport() override;
 

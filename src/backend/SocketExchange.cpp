@@ -40,7 +40,11 @@ SocketExchange::SocketExchange(const HttpRequest& request, Clock& clock, QObject
     connect(m_socket, &QTcpSocket::readyRead, this, note);
     connect(m_socket, &QTcpSocket::bytesWritten, this, note);
     connect(m_socket, &QTcpSocket::errorOccurred, this, note);
-    connect(m_socket, &QObject::destroyed, this, note);
+    connect(m_socket, &QObject::destroyed, this, [this] {
+        // The clock may go next.
+        forgetTimer();
+        noteActivity();
+    });
     const QString host = request.url.host();
     const auto port = static_cast<quint16>(request.url.port(encrypted ? 443 : 80));
     m_socket->setProxy(proxyFor(host, port, request.url.scheme()));
@@ -60,6 +64,7 @@ SocketExchange::~SocketExchange() {
 }
 
 void SocketExchange::abort() {
+    forgetTimer();
     if (!m_socket) return;
     QTcpSocket* const socket = m_socket;
     m_socket = nullptr;
@@ -73,6 +78,11 @@ void SocketExchange::noteActivity() {
     if (m_waiting) m_waiting->fire();
 }
 
+void SocketExchange::forgetTimer() {
+    if (m_timer) m_clock.cancel(*m_timer);
+    m_timer.reset();
+}
+
 bool SocketExchange::takeBytes() {
     const QByteArray bytes = m_socket->read(longestRead);
     m_body += m_parser.feed(bytes);
@@ -84,7 +94,7 @@ QCoro::Task<bool> SocketExchange::activity(std::shared_ptr<SocketExchange> self,
     const Wakeup wakeup;
     self->m_waiting = wakeup;
     self->m_active = false;
-    const Clock::TimerId timer = self->m_clock.after(self->m_timeout, [wakeup] { wakeup.fire(); });
+    self->m_timer = self->m_clock.after(self->m_timeout, [wakeup] { wakeup.fire(); });
     {
         const std::stop_callback onStop(stop, [exchange = self.get(), wakeup] {
             exchange->abort();
@@ -92,7 +102,7 @@ QCoro::Task<bool> SocketExchange::activity(std::shared_ptr<SocketExchange> self,
         });
         co_await wakeup;
     }
-    self->m_clock.cancel(timer);
+    self->forgetTimer();
     self->m_waiting.reset();
     co_return self->m_active;
 }

@@ -36,6 +36,7 @@ class SocketExchange final : public QObject {
     static QCoro::Task<bool> activity(std::shared_ptr<SocketExchange> self, std::stop_token stop);
     static QCoro::Task<> progress(std::shared_ptr<SocketExchange> self, std::stop_token stop);
     void noteActivity();
+    void forgetTimer();
     /// Takes what the socket has. Gives whether there was anything.
     bool takeBytes();
 
@@ -45,6 +46,7 @@ class SocketExchange final : public QObject {
     HttpResponseParser m_parser;
     QByteArray m_body;
     std::optional<Wakeup> m_waiting;
+    std::optional<Clock::TimerId> m_timer;
     bool m_active = false;
 };
 

@@ -58,6 +58,7 @@ template<typename Value>
 /// A whole document as a record, for which a read(Element, Record&) is found by its arguments.
 template<typename Record>
 [[nodiscard]] std::optional<Record> decodeDocument(QByteArrayView json) {
+    if (json.isEmpty()) return std::nullopt; // simdjson would copy from a null pointer
     simdjson::dom::parser parser;
     Element root;
     if (parser.parse(json.data(), static_cast<std::size_t>(json.size())).get(root) !=

@@ -21,8 +21,8 @@ class AppPaths;
 ///
 /// Calls throw ServiceError. A call that is stopped ends at once: a stream with
 /// OperationCancelled, any other as if the backend could not be reached, so a caller looks at its
-/// stop token before it shows an error. A call that is under way outlives the service but not the
-/// transport's clock. Main thread only.
+/// stop token before it shows an error. A call that is under way outlives the service; it
+/// fails when the transport goes. Main thread only.
 class VorqAPIService {
   public:
     using OnDelta = AnalysisStream::OnDelta;

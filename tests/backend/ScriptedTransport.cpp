@@ -22,9 +22,15 @@ struct ScriptedExchange::State {
     std::optional<QString> failure;
     std::deque<QByteArray> reads;
     std::optional<Wakeup> waiting;
+    std::optional<Clock::TimerId> timer;
 
     void changed() {
         if (waiting) waiting->fire();
+    }
+
+    void forgetTimer(Clock& clock) {
+        if (timer) clock.cancel(*timer);
+        timer.reset();
     }
 
     // Waits for the test to say something; throws when stopped or out of time.
@@ -32,18 +38,18 @@ struct ScriptedExchange::State {
         const Wakeup wakeup;
         self->waiting = wakeup;
         bool timedOut = false;
-        const Clock::TimerId timer = clock.after(self->request.timeout, [wakeup, &timedOut] {
+        self->timer = clock.after(self->request.timeout, [wakeup, &timedOut] {
             timedOut = true;
             wakeup.fire();
         });
         {
-            const std::stop_callback onStop(stop, [self = self.get(), wakeup] {
-                self->abandoned = true;
+            const std::stop_callback onStop(stop, [state = self.get(), wakeup] {
+                state->abandoned = true;
                 wakeup.fire();
             });
             co_await wakeup;
         }
-        clock.cancel(timer);
+        self->forgetTimer(clock);
         self->waiting.reset();
         if (stop.stop_requested()) throw OperationCancelled();
         if (timedOut) throw TransferError(u"The request timed out."_s);
@@ -150,6 +156,13 @@ void ScriptedExchange::end() const {
 void ScriptedExchange::fail(const QString& description) const {
     m_state->failure = description;
     m_state->changed();
+}
+
+ScriptedTransport::~ScriptedTransport() {
+    for (const ScriptedExchange& exchange : m_exchanges) {
+        exchange.m_state->forgetTimer(m_clock);
+        exchange.fail(u"The transfer was ended."_s);
+    }
 }
 
 QCoro::Task<std::unique_ptr<HttpResponse>> ScriptedTransport::open(HttpRequest request,

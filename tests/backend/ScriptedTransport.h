@@ -42,13 +42,17 @@ class ScriptedExchange {
     void fail(const QString& description) const;
 
   private:
+    friend class ScriptedTransport;
+
     std::shared_ptr<State> m_state;
 };
 
-/// A network on which nothing happens but what the test says. Time-outs run on the clock given.
+/// A network on which nothing happens but what the test says. Time-outs run on the clock given,
+/// which must outlive it. Calls that are still open when it goes fail.
 class ScriptedTransport final : public HttpTransport {
   public:
     explicit ScriptedTransport(Clock& clock) : m_clock(clock) {}
+    ~ScriptedTransport() override;
 
     QCoro::Task<std::unique_ptr<HttpResponse>> open(HttpRequest request,
                                                     std::stop_token stop) override;
