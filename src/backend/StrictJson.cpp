@@ -1,7 +1,5 @@
 #include "backend/StrictJson.h"
 
-#include <QStringDecoder>
-
 #include <cmath>
 
 namespace vorq::strict_json {
@@ -9,12 +7,10 @@ namespace vorq::strict_json {
 bool read(Element element, QString& text) {
     std::string_view utf8;
     if (element.get(utf8) != simdjson::SUCCESS) return false;
-    // Unlike QString::fromUtf8 this keeps a leading byte order mark and reports lone surrogates,
-    // which an escape can bring in.
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
-                                                     QStringDecoder::Flag::ConvertInitialBom);
-    text = decoder(QByteArrayView(utf8.data(), static_cast<qsizetype>(utf8.size())));
-    return !decoder.hasError();
+    text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    // Taken for a mark of the encoding, it was dropped.
+    if (utf8.starts_with("\xEF\xBB\xBF")) text.prepend(QChar(QChar::ByteOrderMark));
+    return true;
 }
 
 bool read(Element element, bool& truth) {

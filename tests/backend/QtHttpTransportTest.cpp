@@ -330,6 +330,33 @@ TEST_F(QtHttpTransportTest, ATokenThatHoldsALineBreakSendsNothing) {
     EXPECT_EQ(server.connections(), 0u);
 }
 
+TEST_F(QtHttpTransportTest, ALoopbackHostIsReachedWithoutProxy) {
+    const Server proxy;
+    qputenv("http_proxy", proxy.url().toUtf8());
+    server.onRequest(
+        [this](std::size_t at) { server.send(at, Server::response(200, sessionBody)); });
+    const auto outcome = post();
+    qunsetenv("http_proxy");
+    ASSERT_TRUE(outcome.wait());
+    EXPECT_TRUE(outcome.succeeded());
+    EXPECT_EQ(proxy.connections(), 0u);
+}
+
+TEST_F(QtHttpTransportTest, AnotherHostIsReachedThroughTheProxyOfTheSystem) {
+    Server proxy;
+    proxy.onRequest([&proxy](std::size_t at) { proxy.send(at, Server::head(200, {})); });
+    qputenv("http_proxy", proxy.url().toUtf8());
+    VorqAPIService far(*transport, [] { return u"http://vorq.invalid"_s; });
+    const Outcome outcome(far.refreshSession("r", {}));
+    qunsetenv("http_proxy");
+    ASSERT_TRUE(turnUntil([&] { return proxy.connections() == 1 && proxy.hasRequest(0); }));
+    EXPECT_TRUE(proxy.received(0).startsWith("CONNECT vorq.invalid:80 HTTP/1.1\r\n"));
+    ASSERT_TRUE(turnUntil([&] { return proxy.received(0).contains("POST /auth/refresh"); }));
+    proxy.send(0, Server::response(200, sessionBody));
+    ASSERT_TRUE(outcome.wait());
+    EXPECT_TRUE(outcome.succeeded());
+}
+
 TEST_F(QtHttpTransportTest, ARequestIsNeverRepeatedByItself) {
     server.onRequest([this](std::size_t at) { server.reset(at); });
     ASSERT_TRUE(post().wait());
