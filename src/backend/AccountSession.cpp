@@ -1,5 +1,6 @@
 #include "backend/AccountSession.h"
 
+#include "backend/ModelCatalogue.h"
 #include "backend/PreferredModel.h"
 #include "backend/Session.h"
 #include "backend/VorqAPIService.h"
@@ -64,9 +65,7 @@ void AccountSession::setProfileImageData(const QByteArray& image) {
 }
 
 std::optional<QString> AccountSession::preferredModelForAIRequest() const {
-    const QStringView id = trimmed(m_model.preferredAIModelID());
-    if (!m_signedIn || id.isEmpty()) return std::nullopt;
-    return id.toString();
+    return modelForRequest(m_signedIn, m_model.preferredAIModelID());
 }
 
 VorqSessionStore::Record AccountSession::record() const {

@@ -27,6 +27,12 @@ QString VorqAIModelOption::preferredID(const QString& useCase) {
     return {};
 }
 
+std::optional<QString> modelForRequest(bool signedIn, QStringView preferredModelID) {
+    const QStringView id = trimmed(preferredModelID);
+    if (!signedIn || id.isEmpty()) return std::nullopt;
+    return id.toString();
+}
+
 QString modelFromSession(bool userChosen, const QString& current,
                          const std::optional<QString>& preferredModel,
                          const std::optional<QString>& useCase) {

@@ -21,6 +21,9 @@ struct VorqAIModelOption {
     [[nodiscard]] static QString preferredID(const QString& useCase);
 };
 
+/// The model to name in a request: none unless signed in and one is chosen.
+[[nodiscard]] std::optional<QString> modelForRequest(bool signedIn, QStringView preferredModelID);
+
 /// The id that holds after a session came in. The user's own choice stands against the session's.
 [[nodiscard]] QString modelFromSession(bool userChosen, const QString& current,
                                        const std::optional<QString>& preferredModel,

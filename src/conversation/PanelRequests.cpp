@@ -136,10 +136,4 @@ std::vector<RecentMessage> recentMessages(std::span<const VorqMessage> messages,
     return kept;
 }
 
-std::optional<QString> preferredModelForAIRequest(bool signedIn, QStringView preferredModelID) {
-    const QStringView id = trimmed(preferredModelID);
-    if (!signedIn || id.isEmpty()) return std::nullopt;
-    return id.toString();
-}
-
 } // namespace vorq

@@ -45,8 +45,4 @@ struct PanelRequest {
 [[nodiscard]] std::vector<RecentMessage> recentMessages(std::span<const VorqMessage> messages,
                                                         std::size_t limit);
 
-/// The model to ask for: none unless signed in and one is chosen.
-[[nodiscard]] std::optional<QString> preferredModelForAIRequest(bool signedIn,
-                                                                QStringView preferredModelID);
-
 } // namespace vorq

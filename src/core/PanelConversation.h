@@ -24,7 +24,6 @@ namespace vorq {
 
 class AccountSession;
 class Permissions;
-class PreferredModel;
 class StudyContext;
 class VorqAPIService;
 
@@ -47,7 +46,6 @@ class PanelConversation final : public QObject {
         Clock& clock;
         VorqAPIService& api;
         AccountSession& account;
-        PreferredModel& model;
         StudyContext& study;
         Permissions& permissions;
         LocalRoutes& routes;

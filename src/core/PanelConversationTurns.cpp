@@ -2,7 +2,7 @@
 
 #include "backend/AccountSession.h"
 #include "backend/Errors.h"
-#include "backend/PreferredModel.h"
+#include "backend/ModelCatalogue.h"
 #include "backend/VorqAPIService.h"
 #include "core/PanelConversation.h"
 #include "core/Permissions.h"
@@ -43,9 +43,8 @@ void PanelConversation::requestHighlightAnalysis(const QString& text) {
 }
 
 std::optional<QString> PanelConversation::preferredModel() const {
-    return preferredModelForAIRequest(
-        m_services.account.signedIn(),
-        m_modelForNow.isEmpty() ? m_services.model.preferredAIModelID() : m_modelForNow);
+    if (m_modelForNow.isEmpty()) return m_services.account.preferredModelForAIRequest();
+    return modelForRequest(m_services.account.signedIn(), m_modelForNow);
 }
 
 void PanelConversation::startTurn(Turn turn) {

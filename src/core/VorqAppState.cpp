@@ -12,7 +12,7 @@ VorqAppState::VorqAppState(const Platform& platform)
       m_account(m_api, platform.defaults, platform.paths, platform.clock, m_model),
       m_appearance(platform.defaults),
       m_hub(platform.defaults),
-      m_panel({platform.clock, m_api, m_account, m_model, m_study, m_permissions, platform.routes,
+      m_panel({platform.clock, m_api, m_account, m_study, m_permissions, platform.routes,
                platform.capture}) {
     connect(&m_study, &StudyContext::activeNoteChanged, this,
             &VorqAppState::promptPlaceholderChanged);

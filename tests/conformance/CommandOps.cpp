@@ -1,3 +1,4 @@
+#include "backend/ModelCatalogue.h"
 #include "capture/PromptAttachment.h"
 #include "conformance/Ops.h"
 #include "conversation/PanelRequests.h"
@@ -43,7 +44,7 @@ QJsonValue nullable(const std::optional<QString>& text) {
 
 QJsonValue sent(PanelRequest request, const QJsonObject& in) {
     request.body.preferredModel =
-        preferredModelForAIRequest(boolOf(in, "signedIn"), stringOf(in, "preferredModelID"));
+        modelForRequest(boolOf(in, "signedIn"), stringOf(in, "preferredModelID"));
     return QJsonObject{{"path", PromptRequest::path.toString()},
                        {"timeout", qint64{request.body.timeout().count()}},
                        {"body", parsed(encode(request.body))}};

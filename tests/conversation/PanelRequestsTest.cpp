@@ -151,11 +151,5 @@ TEST(PanelDeepenRequest, AddsTheRequestOfTheUser) {
         "next. Also address this request: in French\nStructure the reply"));
 }
 
-TEST(PreferredModel, IsAskedForOnlyWhenSignedInAndChosen) {
-    EXPECT_EQ(preferredModelForAIRequest(true, u" id "), "id");
-    EXPECT_EQ(preferredModelForAIRequest(true, u"  "), std::nullopt);
-    EXPECT_EQ(preferredModelForAIRequest(false, u"id"), std::nullopt);
-}
-
 } // namespace
 } // namespace vorq
