@@ -1,18 +1,18 @@
 # Third-party libraries, all from the distribution (packaging/debian-packages.txt).
 
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Network)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core)
 find_package(QCoro6 0.8 REQUIRED COMPONENTS Core)
+find_package(CURL REQUIRED)
 find_package(simdjson REQUIRED)
 find_package(ICU REQUIRED COMPONENTS uc)
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 if(VORQ_TESTS OR VORQ_FUZZ)
   find_package(GTest REQUIRED)
-  find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Network Test)
 endif()
 
 # vorq-gateway
-find_package(CURL REQUIRED)
 find_package(nlohmann_json REQUIRED)
 find_package(SQLite3 REQUIRED)
 pkg_check_modules(CppHttplib REQUIRED IMPORTED_TARGET cpp-httplib)

@@ -3,7 +3,7 @@
 #include "app/OpenCommand.h"
 #include "app/Terminal.h"
 #include "app/UnixSignals.h"
-#include "backend/QtHttpTransport.h"
+#include "backend/CurlTransport.h"
 #include "core/VorqAppState.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/SystemClock.h"
@@ -56,7 +56,7 @@ class TerminalApplication {
     SystemClock m_clock;
     XdgPaths m_paths;
     SettingsFile m_defaults{m_paths.settingsFolder() + QStringLiteral("/settings.json")};
-    QtHttpTransport m_transport{m_clock};
+    CurlTransport m_transport{m_clock};
     NoLocalRoutes m_routes;
     NoSelectionCapture m_capture;
     VorqAppState m_state{{m_clock, m_defaults, m_paths, m_transport, m_routes, m_capture}};

@@ -1,6 +1,6 @@
 #include "backend/Awaiting.h"
+#include "backend/CurlTransport.h"
 #include "backend/FloodServer.h"
-#include "backend/QtHttpTransport.h"
 #include "backend/VorqAPIService.h"
 #include "platform/linux/SystemClock.h"
 
@@ -33,7 +33,7 @@ qint64 residentBytes() {
 TEST(Flood, ReadingSlowsWithTheMainThreadAndMemoryStaysSmall) {
     FloodServer server(flood);
     SystemClock clock;
-    QtHttpTransport transport(clock);
+    CurlTransport transport(clock);
     VorqAPIService service(transport, [&server] { return server.url(); });
     qint64 events = 0;
     qint64 furthestAhead = 0;
@@ -58,10 +58,40 @@ TEST(Flood, ReadingSlowsWithTheMainThreadAndMemoryStaysSmall) {
     if (memoryIsOurs) EXPECT_LT(peak, 80 << 20);
 }
 
+TEST(Flood, ABodyThatNobodyReadsStaysWithTheSystem) {
+    FloodServer server(flood);
+    SystemClock clock;
+    CurlTransport transport(clock);
+    const Outcome outcome(transport.open(
+        {.url = server.url(), .method = "GET", .headers = {}, .body = {}, .timeout = 30s}, {}));
+    ASSERT_TRUE(outcome.wait());
+    EXPECT_FALSE(turnUntil([&] { return server.sent() > (24 << 20); }, 500ms));
+}
+
+TEST(Flood, AReadGivesABoundedPiece) {
+    FloodServer server(qint64{8} << 20);
+    SystemClock clock;
+    CurlTransport transport(clock);
+    const Outcome outcome(transport.open(
+        {.url = server.url(), .method = "GET", .headers = {}, .body = {}, .timeout = 30s}, {}));
+    ASSERT_TRUE(outcome.wait());
+    // Until the buffers are full.
+    turnUntil([] { return false; }, 200ms);
+    qint64 bytes = 0;
+    for (qint64 last = 1; last > 0; bytes += last) {
+        const Outcome read(outcome.value()->read({}));
+        ASSERT_TRUE(read.wait());
+        ASSERT_TRUE(read.succeeded());
+        last = read.value().size();
+        EXPECT_LE(last, 64 << 10);
+    }
+    EXPECT_EQ(bytes, server.sent());
+}
+
 TEST(Flood, AStopEndsItAtOnce) {
     FloodServer server(flood);
     SystemClock clock;
-    QtHttpTransport transport(clock);
+    CurlTransport transport(clock);
     VorqAPIService service(transport, [&server] { return server.url(); });
     std::stop_source stop;
     int events = 0;
@@ -79,7 +109,7 @@ TEST(Flood, AStopEndsItAtOnce) {
 TEST(Flood, OtherWorkOfTheMainThreadGoesOnMeanwhile) {
     FloodServer server(qint64{64} << 20);
     SystemClock clock;
-    QtHttpTransport transport(clock);
+    CurlTransport transport(clock);
     VorqAPIService service(transport, [&server] { return server.url(); });
     int ticks = 0;
     std::function<void()> tick = [&] {

@@ -1,4 +1,4 @@
-#include "backend/QtHttpTransport.h"
+#include "backend/CurlTransport.h"
 
 #include "backend/Awaiting.h"
 #include "backend/ScriptedHttpServer.h"
@@ -23,7 +23,7 @@ const QByteArray eventStream =
     Server::head(200, "Content-Type: text/event-stream\r\nTransfer-Encoding: chunked\r\n");
 const QByteArray sessionBody = R"({"signedIn":true,"email":"e","token":"t"})";
 
-class QtHttpTransportTest : public testing::Test {
+class CurlTransportTest : public testing::Test {
   protected:
     Outcome<AIAnalysis> stream(Clock::Duration timeout = 60s) {
         return Outcome(service.streamAnalysis(
@@ -48,13 +48,13 @@ class QtHttpTransportTest : public testing::Test {
 
     Server server;
     ManualClock clock;
-    std::unique_ptr<QtHttpTransport> transport = std::make_unique<QtHttpTransport>(clock);
+    std::unique_ptr<CurlTransport> transport = std::make_unique<CurlTransport>(clock);
     VorqAPIService service{*transport, [this] { return server.url(); }};
     std::stop_source stop;
     QStringList deltas;
 };
 
-TEST_F(QtHttpTransportTest, SendsTheRequestAndGivesTheResponse) {
+TEST_F(CurlTransportTest, SendsTheRequestAndGivesTheResponse) {
     const auto outcome = post();
     ASSERT_TRUE(arrives());
     const QByteArray request = server.received(0);
@@ -68,14 +68,27 @@ TEST_F(QtHttpTransportTest, SendsTheRequestAndGivesTheResponse) {
     EXPECT_EQ(outcome.value().token, u"t");
 }
 
-TEST_F(QtHttpTransportTest, SendsARequestWithoutBody) {
+TEST_F(CurlTransportTest, SendsNoHeaderOnItsOwnAuthority) {
+    const auto outcome = stream();
+    ASSERT_TRUE(arrives());
+    const QByteArray head = server.received(0).first(server.received(0).indexOf("\r\n\r\n"));
+    QStringList names;
+    for (const QByteArray& line : head.split('\n').sliced(1))
+        names << QString::fromLatin1(line.first(line.indexOf(':')));
+    names.sort();
+    EXPECT_EQ(names, QStringList({"Accept", "Accept-Encoding", "Authorization", "Connection",
+                                  "Content-Length", "Content-Type", "Host", "User-Agent"}));
+    EXPECT_TRUE(head.contains("\r\nUser-Agent: Vorq\r\n"));
+}
+
+TEST_F(CurlTransportTest, SendsARequestWithoutBody) {
     server.onRequest([this](std::size_t at) { server.send(at, Server::response(204, "")); });
     const Outcome outcome(service.signOut("t", {}));
     ASSERT_TRUE(outcome.wait());
     EXPECT_TRUE(server.received(0).contains("\r\nContent-Length: 0\r\n"));
 }
 
-TEST_F(QtHttpTransportTest, SendsALargeBodyWhole) {
+TEST_F(CurlTransportTest, SendsALargeBodyWhole) {
     const PromptRequest request{.prompt = "p",
                                 .selectedText = {},
                                 .screenDataUrl = QString(12 << 20, u'x'),
@@ -89,7 +102,7 @@ TEST_F(QtHttpTransportTest, SendsALargeBodyWhole) {
     EXPECT_EQ(outcome.message(), u"E");
 }
 
-TEST_F(QtHttpTransportTest, EventsComeThroughAsTheyAreSentHoweverTheyAreCut) {
+TEST_F(CurlTransportTest, EventsComeThroughAsTheyAreSentHoweverTheyAreCut) {
     const auto outcome = stream();
     ASSERT_TRUE(arrives());
     EXPECT_TRUE(server.received(0).contains("\r\nAccept: text/event-stream\r\n"));
@@ -109,7 +122,7 @@ TEST_F(QtHttpTransportTest, EventsComeThroughAsTheyAreSentHoweverTheyAreCut) {
     EXPECT_EQ(outcome.value().summary, u"👋");
 }
 
-TEST_F(QtHttpTransportTest, ABodyEndsWithItsConnection) {
+TEST_F(CurlTransportTest, ABodyEndsWithItsConnection) {
     const auto outcome = stream();
     ASSERT_TRUE(arrives());
     server.send(0, Server::head(200, "Connection: close\r\n") + "data: {\"text\":\"a\"}");
@@ -118,7 +131,7 @@ TEST_F(QtHttpTransportTest, ABodyEndsWithItsConnection) {
     EXPECT_EQ(outcome.value().summary, u"a");
 }
 
-TEST_F(QtHttpTransportTest, TwoStreamsRunSideBySide) {
+TEST_F(CurlTransportTest, TwoStreamsRunSideBySide) {
     const auto first = stream();
     ASSERT_TRUE(arrives(0));
     const auto second = stream();
@@ -134,7 +147,7 @@ TEST_F(QtHttpTransportTest, TwoStreamsRunSideBySide) {
     EXPECT_EQ(second.value().summary, u"second");
 }
 
-TEST_F(QtHttpTransportTest, EveryStatusComesWithItsBody) {
+TEST_F(CurlTransportTest, EveryStatusComesWithItsBody) {
     for (const int status :
          {400, 402, 403, 404, 405, 408, 409, 410, 418, 422, 429, 500, 501, 502, 503, 504, 599}) {
         server.onRequest([this, status](std::size_t at) {
@@ -150,7 +163,7 @@ TEST_F(QtHttpTransportTest, EveryStatusComesWithItsBody) {
     }
 }
 
-TEST_F(QtHttpTransportTest, ARefusedTokenIsNotSignedInEvenIfItIsAChallenge) {
+TEST_F(CurlTransportTest, ARefusedTokenIsNotSignedInEvenIfItIsAChallenge) {
     server.onRequest([this](std::size_t at) {
         server.send(at, Server::response(401, "{}", "WWW-Authenticate: Basic realm=\"x\"\r\n"));
     });
@@ -159,7 +172,7 @@ TEST_F(QtHttpTransportTest, ARefusedTokenIsNotSignedInEvenIfItIsAChallenge) {
     EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
 }
 
-TEST_F(QtHttpTransportTest, ARedirectIsNotFollowed) {
+TEST_F(CurlTransportTest, ARedirectIsNotFollowed) {
     Server elsewhere;
     for (const int status : {301, 302, 303, 307, 308}) {
         server.onRequest([&, status](std::size_t at) {
@@ -177,7 +190,7 @@ TEST_F(QtHttpTransportTest, ARedirectIsNotFollowed) {
     EXPECT_EQ(elsewhere.connections(), 0u);
 }
 
-TEST_F(QtHttpTransportTest, CookiesAreNotKept) {
+TEST_F(CurlTransportTest, CookiesAreNotKept) {
     server.onRequest([this](std::size_t at) {
         server.send(at, Server::response(200, sessionBody, "Set-Cookie: a=b; Path=/\r\n"));
         server.close(at);
@@ -187,7 +200,7 @@ TEST_F(QtHttpTransportTest, CookiesAreNotKept) {
     EXPECT_FALSE(server.received(1).contains("Cookie"));
 }
 
-TEST_F(QtHttpTransportTest, ARefusedConnectionIsUnreachable) {
+TEST_F(CurlTransportTest, ARefusedConnectionIsUnreachable) {
     QString closedPort;
     {
         const Server gone;
@@ -203,7 +216,7 @@ TEST_F(QtHttpTransportTest, ARefusedConnectionIsUnreachable) {
     EXPECT_EQ(streamed.message(), sentence);
 }
 
-TEST_F(QtHttpTransportTest, AnAddressThatIsNotHttpIsUnreachable) {
+TEST_F(CurlTransportTest, AnAddressThatIsNotHttpIsUnreachable) {
     for (const char* base : {"file:///etc", "example.org", "localhost:8787", "http:", "http:x"}) {
         VorqAPIService nowhere(*transport, [base] { return QString::fromLatin1(base); });
         const Outcome outcome(nowhere.refreshSession("r", {}));
@@ -212,7 +225,7 @@ TEST_F(QtHttpTransportTest, AnAddressThatIsNotHttpIsUnreachable) {
     }
 }
 
-TEST_F(QtHttpTransportTest, AServerThatSpeaksNoHttpIsUnreachable) {
+TEST_F(CurlTransportTest, AServerThatSpeaksNoHttpIsUnreachable) {
     server.onRequest([this](std::size_t at) {
         server.send(at, "SSH-2.0-OpenSSH_9.2\r\n\r\n");
         server.close(at);
@@ -222,14 +235,14 @@ TEST_F(QtHttpTransportTest, AServerThatSpeaksNoHttpIsUnreachable) {
     EXPECT_EQ(outcome.message(), unreachableSentence());
 }
 
-TEST_F(QtHttpTransportTest, AServerThatHangsUpIsUnreachable) {
+TEST_F(CurlTransportTest, AServerThatHangsUpIsUnreachable) {
     server.onRequest([this](std::size_t at) { server.close(at); });
     const auto outcome = post();
     ASSERT_TRUE(outcome.wait());
     EXPECT_EQ(outcome.message(), unreachableSentence());
 }
 
-TEST_F(QtHttpTransportTest, ABodyThatIsCutShortIsUnreachable) {
+TEST_F(CurlTransportTest, ABodyThatIsCutShortIsUnreachable) {
     const auto outcome = post();
     ASSERT_TRUE(arrives());
     server.send(0, Server::head(200, "Content-Length: 500\r\n") + sessionBody);
@@ -238,7 +251,7 @@ TEST_F(QtHttpTransportTest, ABodyThatIsCutShortIsUnreachable) {
     EXPECT_EQ(outcome.message(), unreachableSentence());
 }
 
-TEST_F(QtHttpTransportTest, AConnectionLostWithinTheStreamIsToldInThePlatformsWords) {
+TEST_F(CurlTransportTest, AConnectionLostWithinTheStreamIsToldInThePlatformsWords) {
     for (const bool hard : {true, false}) {
         deltas.clear();
         const std::size_t at = server.connections();
@@ -259,7 +272,7 @@ TEST_F(QtHttpTransportTest, AConnectionLostWithinTheStreamIsToldInThePlatformsWo
     }
 }
 
-TEST_F(QtHttpTransportTest, AServerThatNeverAnswersTimesOut) {
+TEST_F(CurlTransportTest, AServerThatNeverAnswersTimesOut) {
     const auto outcome = stream();
     ASSERT_TRUE(arrives());
     clock.advance(59s);
@@ -269,7 +282,7 @@ TEST_F(QtHttpTransportTest, AServerThatNeverAnswersTimesOut) {
     EXPECT_TRUE(closes());
 }
 
-TEST_F(QtHttpTransportTest, AServerThatFallsSilentTimesOut) {
+TEST_F(CurlTransportTest, AServerThatFallsSilentTimesOut) {
     const auto outcome = stream();
     ASSERT_TRUE(arrives());
     server.send(0, eventStream);
@@ -281,7 +294,7 @@ TEST_F(QtHttpTransportTest, AServerThatFallsSilentTimesOut) {
     EXPECT_TRUE(closes());
 }
 
-TEST_F(QtHttpTransportTest, AServerThatSendsAByteAtATimeNeverTimesOut) {
+TEST_F(CurlTransportTest, AServerThatSendsAByteAtATimeNeverTimesOut) {
     const auto outcome = stream(60s);
     ASSERT_TRUE(arrives());
     server.send(0, eventStream);
@@ -298,7 +311,7 @@ TEST_F(QtHttpTransportTest, AServerThatSendsAByteAtATimeNeverTimesOut) {
     EXPECT_GT(clock.now(), 10min);
 }
 
-TEST_F(QtHttpTransportTest, AHeadThatComesAByteAtATimeNeverTimesOut) {
+TEST_F(CurlTransportTest, AHeadThatComesAByteAtATimeNeverTimesOut) {
     const auto outcome = post(30s);
     ASSERT_TRUE(arrives());
     for (const char byte : Server::response(200, sessionBody)) {
@@ -311,7 +324,7 @@ TEST_F(QtHttpTransportTest, AHeadThatComesAByteAtATimeNeverTimesOut) {
     EXPECT_TRUE(outcome.succeeded());
 }
 
-TEST_F(QtHttpTransportTest, ABodyLargerThanAllBuffersArrivesWholeAfterItsServerIsGone) {
+TEST_F(CurlTransportTest, ABodyLargerThanAllBuffersArrivesWholeAfterItsServerIsGone) {
     const auto outcome = stream();
     ASSERT_TRUE(arrives());
     const QByteArray event = "data: {\"text\":\"" + QByteArray(1000, 'x') + "\"}\n";
@@ -322,7 +335,7 @@ TEST_F(QtHttpTransportTest, ABodyLargerThanAllBuffersArrivesWholeAfterItsServerI
     EXPECT_TRUE(outcome.succeeded());
 }
 
-TEST_F(QtHttpTransportTest, ATokenThatHoldsALineBreakSendsNothing) {
+TEST_F(CurlTransportTest, ATokenThatHoldsALineBreakSendsNothing) {
     const Outcome outcome(service.signOut("t\r\nX-Injected: 1", {}));
     const Outcome streamed(service.streamAnalysis("/x", "{}", "t\nX: 1", 60s, {}, {}));
     ASSERT_TRUE(outcome.wait() && streamed.wait());
@@ -330,50 +343,33 @@ TEST_F(QtHttpTransportTest, ATokenThatHoldsALineBreakSendsNothing) {
     EXPECT_EQ(server.connections(), 0u);
 }
 
-TEST_F(QtHttpTransportTest, ALoopbackHostIsReachedWithoutProxy) {
-    const Server proxy;
-    qputenv("http_proxy", proxy.url().toUtf8());
-    server.onRequest(
-        [this](std::size_t at) { server.send(at, Server::response(200, sessionBody)); });
-    const auto outcome = post();
-    qunsetenv("http_proxy");
-    ASSERT_TRUE(outcome.wait());
-    EXPECT_TRUE(outcome.succeeded());
-    EXPECT_EQ(proxy.connections(), 0u);
-}
-
-TEST_F(QtHttpTransportTest, AnotherHostIsReachedThroughTheProxyOfTheSystem) {
-    Server proxy;
-    proxy.onRequest([&proxy](std::size_t at) { proxy.send(at, Server::head(200, {})); });
-    qputenv("http_proxy", proxy.url().toUtf8());
-    VorqAPIService far(*transport, [] { return u"http://vorq.invalid"_s; });
-    const Outcome outcome(far.refreshSession("r", {}));
-    qunsetenv("http_proxy");
-    ASSERT_TRUE(turnUntil([&] { return proxy.connections() == 1 && proxy.hasRequest(0); }));
-    EXPECT_TRUE(proxy.received(0).startsWith("CONNECT vorq.invalid:80 HTTP/1.1\r\n"));
-    ASSERT_TRUE(turnUntil([&] { return proxy.received(0).contains("POST /auth/refresh"); }));
-    proxy.send(0, Server::response(200, sessionBody));
-    ASSERT_TRUE(outcome.wait());
-    EXPECT_TRUE(outcome.succeeded());
-}
-
-TEST_F(QtHttpTransportTest, ARequestIsNeverRepeatedByItself) {
+TEST_F(CurlTransportTest, ARequestIsNeverRepeatedByItself) {
     server.onRequest([this](std::size_t at) { server.reset(at); });
     ASSERT_TRUE(post().wait());
     ASSERT_TRUE(post().wait());
     EXPECT_EQ(server.connections(), 2u);
 }
 
-TEST_F(QtHttpTransportTest, TimeoutsRunInRealTimeToo) {
+TEST_F(CurlTransportTest, EveryRequestHasAConnectionOfItsOwn) {
+    server.onRequest(
+        [this](std::size_t at) { server.send(at, Server::response(200, sessionBody)); });
+    for (const std::size_t at : {0u, 1u}) {
+        ASSERT_TRUE(post().wait());
+        EXPECT_EQ(server.connections(), at + 1);
+        EXPECT_TRUE(closes(at));
+    }
+}
+
+TEST_F(CurlTransportTest, TimeoutsRunInRealTimeToo) {
     SystemClock real;
-    QtHttpTransport realTransport(real);
+    CurlTransport realTransport(real);
     VorqAPIService realService(realTransport, [this] { return server.url(); });
     const Outcome outcome(realService.streamAnalysis(u"/x"_s, "{}", {}, 100ms, {}, {}));
     ASSERT_TRUE(outcome.wait());
     EXPECT_EQ(outcome.message(), unreachableSentence());
 }
 
-TEST_F(QtHttpTransportTest, TheTimeThatTheReaderTakesIsNoSilence) {
+TEST_F(CurlTransportTest, TheTimeThatTheReaderTakesIsNoSilence) {
     const auto outcome = stream(60s);
     ASSERT_TRUE(arrives());
     server.send(0, eventStream);
@@ -385,7 +381,7 @@ TEST_F(QtHttpTransportTest, TheTimeThatTheReaderTakesIsNoSilence) {
     EXPECT_EQ(clock.pendingTimers(), 0u);
 }
 
-TEST_F(QtHttpTransportTest, AStopClosesTheConnectionWhateverItWaitsFor) {
+TEST_F(CurlTransportTest, AStopClosesTheConnectionWhateverItWaitsFor) {
     for (const bool reading : {false, true}) {
         deltas.clear();
         stop = std::stop_source();
@@ -405,14 +401,14 @@ TEST_F(QtHttpTransportTest, AStopClosesTheConnectionWhateverItWaitsFor) {
     }
 }
 
-TEST_F(QtHttpTransportTest, AStopBeforeTheConnectionStandsEndsTheCall) {
+TEST_F(CurlTransportTest, AStopBeforeTheConnectionStandsEndsTheCall) {
     const auto outcome = stream();
     stop.request_stop();
     ASSERT_TRUE(outcome.wait());
     EXPECT_TRUE(outcome.cancelled());
 }
 
-TEST_F(QtHttpTransportTest, ADoneEventClosesTheConnection) {
+TEST_F(CurlTransportTest, ADoneEventClosesTheConnection) {
     const auto outcome = stream();
     ASSERT_TRUE(arrives());
     server.send(0, eventStream);
@@ -422,7 +418,7 @@ TEST_F(QtHttpTransportTest, ADoneEventClosesTheConnection) {
     EXPECT_TRUE(closes());
 }
 
-TEST_F(QtHttpTransportTest, AStoppedCallCanBeMadeAgain) {
+TEST_F(CurlTransportTest, AStoppedCallCanBeMadeAgain) {
     const auto first = stream();
     ASSERT_TRUE(arrives());
     stop.request_stop();
@@ -435,7 +431,7 @@ TEST_F(QtHttpTransportTest, AStoppedCallCanBeMadeAgain) {
     EXPECT_EQ(second.value().summary, u"again");
 }
 
-TEST_F(QtHttpTransportTest, DestroyingTheTransportEndsItsCalls) {
+TEST_F(CurlTransportTest, DestroyingTheTransportEndsItsCalls) {
     const auto opening = stream();
     ASSERT_TRUE(arrives(0));
     const auto reading = stream();
@@ -450,7 +446,52 @@ TEST_F(QtHttpTransportTest, DestroyingTheTransportEndsItsCalls) {
     EXPECT_EQ(clock.pendingTimers(), 0u);
 }
 
-TEST_F(QtHttpTransportTest, BrokenEventsAreSkippedOnTheWay) {
+TEST_F(CurlTransportTest, TheClockMayGoWithTheTransport) {
+    auto own = std::make_unique<ManualClock>();
+    auto going = std::make_unique<CurlTransport>(*own);
+    VorqAPIService brief(*going, [this] { return server.url(); });
+    const Outcome opening(brief.refreshSession("r", {}));
+    const Outcome streamed(brief.streamAnalysis("/x", "{}", {}, 60s, {}, {}));
+    ASSERT_TRUE(arrives(0) && arrives(1));
+    server.send(1, eventStream);
+    going.reset();
+    own.reset();
+    ASSERT_TRUE(opening.wait() && streamed.wait());
+    EXPECT_EQ(opening.message(), unreachableSentence());
+}
+
+TEST_F(CurlTransportTest, ALoopbackHostIsReachedWithoutProxy) {
+    const Server proxy;
+    qputenv("http_proxy", proxy.url().toUtf8());
+    server.onRequest(
+        [this](std::size_t at) { server.send(at, Server::response(200, sessionBody)); });
+    for (const QString& host :
+         {u"127.0.0.1"_s, u"127.9.9.9"_s, u"localhost"_s, u"vorq.localhost"_s}) {
+        VorqAPIService near(*transport, [&] { return server.url().replace(u"127.0.0.1"_s, host); });
+        const Outcome outcome(near.refreshSession("r", {}));
+        ASSERT_TRUE(outcome.wait());
+        // The server listens on 127.0.0.1 only.
+        EXPECT_EQ(outcome.succeeded(), host != u"127.9.9.9") << host.toStdString();
+    }
+    qunsetenv("http_proxy");
+    EXPECT_EQ(proxy.connections(), 0u);
+}
+
+TEST_F(CurlTransportTest, AnyOtherHostIsReachedByTheProxyOfTheEnvironment) {
+    qputenv("http_proxy", server.url().toUtf8());
+    VorqAPIService far(*transport, [] { return u"http://vorq.invalid"_s; });
+    const Outcome outcome(far.refreshSession("r", {}));
+    const bool reached = arrives();
+    qunsetenv("http_proxy");
+    ASSERT_TRUE(reached);
+    EXPECT_TRUE(
+        server.received(0).startsWith("POST http://vorq.invalid/auth/refresh HTTP/1.1\r\n"));
+    server.send(0, Server::response(200, sessionBody));
+    ASSERT_TRUE(outcome.wait());
+    EXPECT_TRUE(outcome.succeeded());
+}
+
+TEST_F(CurlTransportTest, BrokenEventsAreSkippedOnTheWay) {
     const auto outcome = stream();
     ASSERT_TRUE(arrives());
     server.send(0, Server::response(200, "data: {\ndata: \xFF\xFE\ndata: {\"text\":7}\n\x01\n"
