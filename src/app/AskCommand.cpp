@@ -48,7 +48,9 @@ void AskCommand::stop(int exitStatus) {
 }
 
 void AskCommand::showStatus() {
-    if (!m_printer.hasPrinted() && !m_isEnded)
+    // Once text comes in the conversation shows no status; here the last one stands until a block
+    // is whole.
+    if (m_state.panel().messages().hasWorking() && !m_printer.hasPrinted() && !m_isEnded)
         m_terminal.showStatus(m_state.panel().workStatus().label());
 }
 
@@ -58,8 +60,8 @@ void AskCommand::print(const QByteArray& bytes) {
     end(1);
 }
 
-void AskCommand::onStreamed(const QUuid&, const QString& committed, bool isStillGrowing) {
-    print(m_printer.grow(committed, isStillGrowing));
+void AskCommand::onStreamed(const QUuid&, const QString& text) {
+    print(m_printer.grow(text));
 }
 
 void AskCommand::onTurnEnded(const QUuid& placeholder, TurnEnd turnEnd, const QString& sentence) {

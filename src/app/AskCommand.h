@@ -31,7 +31,7 @@ class AskCommand final : public QObject {
   private:
     void showStatus();
     void print(const QByteArray& bytes);
-    void onStreamed(const QUuid& placeholder, const QString& committed, bool isStillGrowing);
+    void onStreamed(const QUuid& placeholder, const QString& text);
     void onTurnEnded(const QUuid& placeholder, TurnEnd end, const QString& sentence);
     void printReply(const QUuid& placeholder);
     void printFollowUp(const VorqFollowUp& followUp);

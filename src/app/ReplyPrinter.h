@@ -1,7 +1,5 @@
 #pragma once
 
-#include "rendering/AssistantReplyDocument.h"
-
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -12,8 +10,9 @@ namespace vorq {
 /// canonical Markdown.
 class ReplyPrinter {
   public:
-    /// What to print for a reply that shows so much now. A last block that may still grow waits.
-    [[nodiscard]] QByteArray grow(QStringView shown, bool lastBlockMayGrow);
+    /// What to print now that so much of the reply is there: the blocks that stay as they are,
+    /// whatever follows.
+    [[nodiscard]] QByteArray grow(QStringView text);
 
     /// What remains to be printed of the finished reply, with the line end behind it.
     [[nodiscard]] QByteArray finish(QStringView reply);
@@ -21,12 +20,14 @@ class ReplyPrinter {
     [[nodiscard]] bool hasPrinted() const { return !m_printed.isEmpty(); }
 
   private:
-    QByteArray print(const QList<AssistantReplyDocument::Block>& blocks);
+    QByteArray print(const QStringList& blocks);
 
     QStringList m_printed; // the canonical text of each block
+    qsizetype m_linesEnd = 0;
 };
 
-/// The text without control characters that a terminal would obey, but for line feeds and tabs.
+/// The text without what a terminal would obey, control characters and changes of direction, but
+/// for line feeds and tabs.
 [[nodiscard]] QByteArray withoutTerminalControls(const QByteArray& utf8);
 
 } // namespace vorq

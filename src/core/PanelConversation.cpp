@@ -190,13 +190,13 @@ void PanelConversation::clearPanelChat() {
 }
 
 void PanelConversation::applyStreamingAssistantText(const QString& text, const QUuid& id) {
+    emit replyStreamed(id, text);
     const QString committed = AssistantReplyDocument::committedSource(text, false);
     if (committed.isEmpty()) return;
     const VorqMessage* message = m_messages.find(id);
     if (!message) return;
     if (showsStreamedText(*message) && isShorter(committed, message->text)) return;
     m_typewriter.applyTypingText(committed, id, true);
-    emit replyStreamed(id, committed, committed == trimmed(text));
 }
 
 void PanelConversation::finishStreamingAssistantText(const QString& text,

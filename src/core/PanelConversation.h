@@ -99,8 +99,8 @@ class PanelConversation final : public QObject {
     void highlightedTextChanged();
     /// One of the derived properties may have changed.
     void stateChanged();
-    /// A reply under way shows this much. Only a reply of a single block may show it unfinished.
-    void replyStreamed(QUuid placeholder, QString committed, bool isStillGrowing);
+    /// So much of a reply has come in, whether or not it shows already.
+    void replyStreamed(QUuid placeholder, QString text);
     /// A turn is over, before its reply is typed to the end. The sentence is that of a failure.
     void turnEnded(QUuid placeholder, vorq::TurnEnd end, QString sentence);
 

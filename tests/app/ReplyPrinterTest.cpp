@@ -1,5 +1,9 @@
 #include "app/ReplyPrinter.h"
 
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
 #include <gtest/gtest.h>
 
 namespace vorq {
@@ -7,18 +11,57 @@ namespace {
 
 TEST(ReplyPrinter, PrintsEachBlockOnceAsItComes) {
     ReplyPrinter printer;
-    EXPECT_EQ(printer.grow(u"one", false), "one");
-    EXPECT_EQ(printer.grow(u"one\n\ntwo", false), "\n\ntwo");
-    EXPECT_EQ(printer.grow(u"one\n\ntwo", false), "");
+    EXPECT_EQ(printer.grow(u"one\n\n"), "one");
+    EXPECT_EQ(printer.grow(u"one\n\ntwo"), "");
+    EXPECT_EQ(printer.grow(u"one\n\ntwo\n\n"), "\n\ntwo");
+    EXPECT_EQ(printer.grow(u"one\n\ntwo\n\n"), "");
     EXPECT_EQ(printer.finish(u"one\n\ntwo\n\nthree"), "\n\nthree\n");
 }
 
-TEST(ReplyPrinter, WaitsForABlockThatStillGrows) {
+TEST(ReplyPrinter, WaitsForABlockThatMayStillGrow) {
+    for (const QStringView text : {u"Hello there", u"Hello there\n", u"- one\n", u"1. one\n2",
+                                   u"> one\n", u"```\ncode\n\n", u"Plan\n\n", u"|a|b|\n|-|-|\n"}) {
+        ReplyPrinter printer;
+        EXPECT_EQ(printer.grow(text), "") << qPrintable(text.toString());
+        EXPECT_FALSE(printer.hasPrinted());
+    }
+}
+
+TEST(ReplyPrinter, AHeadingIsPrintedAsSoonAsItsLineEnds) {
     ReplyPrinter printer;
-    EXPECT_EQ(printer.grow(u"Hello there", true), "");
-    EXPECT_FALSE(printer.hasPrinted());
-    EXPECT_EQ(printer.grow(u"Hello there, friend", true), "");
-    EXPECT_EQ(printer.finish(u"Hello there, friend."), "Hello there, friend.\n");
+    EXPECT_EQ(printer.grow(u"**Plan**\n"), "**Plan**");
+    EXPECT_EQ(printer.grow(u"**Plan**\n- one\n- two\n\n"), "\n\n- one\n- two");
+}
+
+// All that is printed of a text which comes in character by character.
+QByteArray printedByCharacter(const QString& text) {
+    ReplyPrinter printer;
+    QByteArray printed;
+    for (qsizetype end = 1; end <= text.size(); ++end)
+        printed += printer.grow(QStringView(text).first(end));
+    return printed + printer.finish(text);
+}
+
+TEST(ReplyPrinter, AListThatComesCharacterByCharacterIsPrintedOnce) {
+    EXPECT_EQ(printedByCharacter("**Plan**\n- one\n- two\n\n1. a\n2. b"),
+              "**Plan**\n\n- one\n- two\n\n1. a\n2. b\n");
+}
+
+TEST(ReplyPrinter, ATextThatComesCharacterByCharacterPrintsTheSameAsAtOnce) {
+    int texts = 0;
+    for (const char* op : {"blocks", "committedSource"}) {
+        QFile file(QStringLiteral(VORQ_VECTORS "/%1.jsonl").arg(QLatin1StringView(op)));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(file.fileName());
+        while (!file.atEnd()) {
+            const QJsonObject testCase = QJsonDocument::fromJson(file.readLine()).object();
+            const QString text = testCase["in"].toObject()["text"].toString();
+            ++texts;
+            ReplyPrinter printer;
+            EXPECT_EQ(printedByCharacter(text), printer.finish(text))
+                << qPrintable(testCase["id"].toString());
+        }
+    }
+    EXPECT_GT(texts, 400);
 }
 
 TEST(ReplyPrinter, PrintsCanonicalMarkdown) {
@@ -33,7 +76,7 @@ TEST(ReplyPrinter, RepeatedBlocksAreEachPrinted) {
 
 TEST(ReplyPrinter, ARevisedReplyAddsWhatIsNewAndRepeatsNothing) {
     ReplyPrinter printer;
-    EXPECT_EQ(printer.grow(u"one\n\ntwo", false), "one\n\ntwo");
+    EXPECT_EQ(printer.grow(u"one\n\ntwo\n\n"), "one\n\ntwo");
     EXPECT_EQ(printer.finish(u"zero\n\none\n\ntwo\n\nthree"), "\n\nzero\n\nthree\n");
 }
 
@@ -44,6 +87,7 @@ TEST(ReplyPrinter, ANothingReplyPrintsNothing) {
 
 TEST(TerminalControls, AreTakenOutButForLinesAndTabs) {
     EXPECT_EQ(withoutTerminalControls("a\x1b[31mred\a\r\n\tb\x7f é"), "a[31mred\n\tb é");
+    EXPECT_EQ(withoutTerminalControls("a\u202Eb\u2066c"), "abc");
     EXPECT_EQ(withoutTerminalControls("\xC2\x9B"
                                       "31m"),
               "31m");
