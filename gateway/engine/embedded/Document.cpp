@@ -1,5 +1,6 @@
 #include "engine/embedded/Document.h"
 
+#include "engine/embedded/LineShape.h"
 #include "support/Utf8.h"
 
 #include <algorithm>
@@ -7,39 +8,9 @@
 namespace vorq::gateway {
 namespace {
 
-bool startsFence(std::string_view line) {
-    return line.starts_with("```") || line.starts_with("~~~");
-}
+using Lines = std::vector<std::string_view>;
 
-bool isRuleOrTable(std::string_view line) {
-    if (line.starts_with('|')) return true;
-    return line.find_first_not_of("-*_= \t") == std::string_view::npos;
-}
-
-/// The marker line that separates attached files in a request.
-bool isAttachmentLine(std::string_view line) {
-    return line.starts_with("--- Attached file:") && line.ends_with("---");
-}
-
-/// The bytes of a list marker ("- ", "12. ", "[x] ") at the start of the line, 0 if there is none.
-std::size_t listMarker(std::string_view line) {
-    for (std::string_view bullet : {"- ", "* ", "+ ", "• ", "– "}) {
-        if (line.starts_with(bullet)) return bullet.size();
-    }
-    std::size_t digits = 0;
-    while (digits < line.size() && digits < 3 && line[digits] >= '0' && line[digits] <= '9') {
-        ++digits;
-    }
-    const bool closed = digits > 0 && digits + 1 < line.size() &&
-                        (line[digits] == '.' || line[digits] == ')') && line[digits + 1] == ' ';
-    return closed ? digits + 2 : 0;
-}
-
-std::size_t headingMarker(std::string_view line) {
-    const std::size_t level = std::min(line.find_first_not_of('#'), line.size());
-    const bool heading = level >= 1 && level <= 6 && level < line.size() && line[level] == ' ';
-    return heading ? level + 1 : 0;
-}
+constexpr std::size_t kLongestHeading = 200;
 
 bool hasWord(std::string_view text) {
     for (std::size_t i = 0; i < text.size(); i += decodeAt(text, i).length) {
@@ -48,31 +19,55 @@ bool hasWord(std::string_view text) {
     return false;
 }
 
+/// "**Note**" or "[!NOTE]", alone on a line: a label of what follows and no sentence.
+bool isLabel(std::string_view line) {
+    if (line.starts_with("[!") && line.ends_with(']')) return true;
+    return line.size() > 4 && line.starts_with("**") &&
+           (line.ends_with("**") || line.ends_with(":**") || line.ends_with("**:")) &&
+           !line.substr(2, line.size() - 5).contains("**");
+}
+
+/// The number of lines of the settings that some Markdown files begin with, 0 if there are none.
+std::size_t frontMatterLength(const Lines& lines) {
+    constexpr std::size_t longest = 60;
+    if (lines.empty() || lines.front() != "---") return 0;
+    for (std::size_t i = 1; i < std::min(lines.size(), longest); ++i) {
+        if (lines[i] == "---" || lines[i] == "...") return i + 1;
+        const bool isSetting = lines[i].contains(':') || lines[i].starts_with(' ') ||
+                               lines[i].starts_with('-') || lines[i].starts_with('#');
+        if (!isSetting) return 0;
+    }
+    return 0;
+}
+
 /// Gathers lines into blocks and blocks into sentences.
 class DocumentReader {
   public:
-    void line(std::string_view raw) {
+    /// `next` is the line behind it, empty at the end.
+    void line(std::string_view raw, std::string_view next) {
+        if (skipsCode(raw) || skipsComment(raw)) return;
         std::string_view text = trimmed(raw);
-        if (startsFence(text)) {
-            endBlock();
-            inFence_ = !inFence_;
-            return;
-        }
-        if (inFence_) return;
+        const bool isQuoted = text.starts_with('>');
         text.remove_prefix(std::min(text.find_first_not_of("> "), text.size()));
-        if (text.empty() || isRuleOrTable(text) || isAttachmentLine(text)) {
+        if (skipsMail(trimmed(raw), text, trimmed(next))) return;
+        if (isRule(text) && !text.empty() && !text.starts_with('|') && underlines(text)) return;
+        if (skipsTable(text, trimmed(next)) || text.empty() || isRule(text) ||
+            isAttachmentLine(text) || isLinkDefinition(text)) {
             endBlock();
-        } else if (const std::size_t heading = headingMarker(text); heading > 0) {
+        } else if (const std::size_t marker = headingMarker(text); marker > 0) {
             endBlock();
-            document_.headings.push_back(
-                clipped(withoutInlineMarkup(trimmed(text.substr(heading))), 200));
-        } else if (const std::size_t marker = listMarker(text); marker > 0) {
+            addHeading(trimmed(text.substr(marker)));
+        } else if (isLabel(text)) {
             endBlock();
-            block_ = trimmed(text.substr(marker));
+            if (!isQuoted) addHeading(text);
+        } else if (const std::size_t bullet = listMarker(text); bullet > 0) {
+            endBlock();
+            block_ = trimmed(text.substr(bullet));
+            inList_ = true;
         } else {
-            if (!block_.empty()) block_ += ' ';
-            block_ += text;
+            continueBlock(text);
         }
+        wasBlank_ = text.empty();
     }
 
     Document finish() {
@@ -81,6 +76,80 @@ class DocumentReader {
     }
 
   private:
+    /// Fenced code, and code that is set in. Prose that is set in stays.
+    bool skipsCode(std::string_view raw) {
+        const std::string_view text = trimmed(raw);
+        if (startsFence(text) && (!inFence_ || text.starts_with(fence_))) {
+            endBlock();
+            inFence_ = !inFence_;
+            fence_ = text.substr(0, 3);
+            return true;
+        }
+        if (inFence_) return true;
+        const bool isSetIn = raw.starts_with("    ") || raw.starts_with('\t');
+        const bool begins = wasBlank_ && !inList_ && isStatement(text);
+        inSetInCode_ = text.empty() ? inSetInCode_ : isSetIn && (inSetInCode_ || begins);
+        return inSetInCode_ && !text.empty();
+    }
+
+    bool skipsComment(std::string_view raw) {
+        if (!inComment_ && !trimmed(raw).starts_with("<!--")) return false;
+        if (!inComment_) endBlock();
+        inComment_ = !raw.contains("-->");
+        return true;
+    }
+
+    /// The head of a mail, the line above a quoted one, and a signature.
+    bool skipsMail(std::string_view line, std::string_view text, std::string_view next) {
+        if (line == "--") inSignature_ = true;
+        const bool signs = inSignature_ && !line.empty() && !line.starts_with('>');
+        inSignature_ = signs;
+        const bool isHead = isMailHeader(text) && (inMailHead_ || isMailHeader(next));
+        inMailHead_ = isHead;
+        if (!signs && !isHead && !isQuotationLine(text)) return false;
+        endBlock();
+        if (const std::string_view subject = mailSubject(text); isHead && !subject.empty()) {
+            addHeading(subject);
+        }
+        return true;
+    }
+
+    /// Rows of values. A comma may stand without a blank once in prose, but not in two lines
+    /// running; nor does prose have a row of dashes below its first line.
+    bool skipsTable(std::string_view text, std::string_view next) {
+        const bool startsTable = next.contains('|') && isRule(next) && text.contains('|');
+        const bool row = !text.empty() && (text.starts_with('|') || isTableRow(text));
+        const bool isRow = row && (inTable_ || text.starts_with('|') || isTableRow(next));
+        inTable_ = isRow || startsTable || (inTable_ && text.contains('|'));
+        return inTable_;
+    }
+
+    /// Whether the rule makes a heading of the one line above it.
+    bool underlines(std::string_view rule) {
+        const bool isUnderline = rule.find_first_not_of(rule.front()) == std::string_view::npos &&
+                                 (rule.front() == '=' || rule.front() == '-');
+        if (!isUnderline || blockLines_ != 1 || inList_ || wasBlank_) return false;
+        addHeading(block_);
+        block_.clear();
+        blockLines_ = 0;
+        return true;
+    }
+
+    void continueBlock(std::string_view text) {
+        if (block_.empty() && wasBlank_) inList_ = false;
+        if (!block_.empty()) block_ += ' ';
+        block_ += text;
+        ++blockLines_;
+    }
+
+    void addHeading(std::string_view text) {
+        std::string heading = clipped(trimmed(withoutInlineMarkup(text)), kLongestHeading);
+        while (heading.ends_with('#') || heading.ends_with(' ') || heading.ends_with(':'))
+            heading.pop_back();
+        if (hasWord(heading)) document_.headings.push_back(std::move(heading));
+        inList_ = false;
+    }
+
     void endBlock() {
         bool first = true;
         for (std::string& sentence : splitSentences(withoutInlineMarkup(block_))) {
@@ -89,66 +158,48 @@ class DocumentReader {
             first = false;
         }
         block_.clear();
+        blockLines_ = 0;
     }
 
     Document document_;
     std::string block_;
+    std::string_view fence_;
+    std::size_t blockLines_ = 0;
     bool inFence_ = false;
+    bool inSetInCode_ = false;
+    bool inComment_ = false;
+    bool inList_ = false;
+    bool inTable_ = false;
+    bool inMailHead_ = false;
+    bool inSignature_ = false;
+    bool wasBlank_ = true;
 };
 
-struct Link {
-    std::string_view label;
-    std::size_t length = 0;
-};
+Document readLines(const Lines& lines) {
+    DocumentReader reader;
+    for (std::size_t i = frontMatterLength(lines); i < lines.size(); ++i) {
+        reader.line(lines[i], i + 1 < lines.size() ? lines[i + 1] : std::string_view{});
+    }
+    return reader.finish();
+}
 
-/// The Markdown link "[label](address)" at the start of `text`; length 0 if there is none.
-Link linkAt(std::string_view text) {
-    constexpr std::size_t farthest = 600;
-    text = text.substr(0, farthest);
-    const std::size_t middle = text.find("](");
-    if (middle == std::string_view::npos || text.substr(1, middle - 1).find('[') < middle)
-        return {};
-    const std::size_t end = text.find(')', middle);
-    if (end == std::string_view::npos) return {};
-    return {text.substr(1, middle - 1), end + 1};
+Lines linesOf(std::string_view text) {
+    Lines lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        lines.push_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
 }
 
 } // namespace
 
-std::string withoutInlineMarkup(std::string_view text) {
-    std::string out;
-    out.reserve(text.size());
-    const auto isWordAt = [&](std::size_t i) {
-        return i < text.size() && isWordCharacter(decodeAt(text, i).value);
-    };
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        const bool emphasis =
-            c == '*' || (c == '_' && !(i > 0 && isWordAt(i - 1) && isWordAt(i + 1)));
-        if (c == '`' || (emphasis && !(i + 1 < text.size() && text[i + 1] == ' ' &&
-                                       (i == 0 || text[i - 1] == ' ')))) {
-            continue;
-        }
-        if (c == '[') {
-            if (const Link link = linkAt(text.substr(i)); link.length > 0) {
-                out += link.label;
-                i += link.length - 1;
-                continue;
-            }
-        }
-        out += c;
-    }
-    return out;
-}
-
 Document readDocument(std::string_view text) {
-    DocumentReader reader;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        reader.line(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return reader.finish();
+    const Lines lines = linesOf(text);
+    if (!isSourceCode(lines)) return readLines(lines);
+    const std::string comments = commentsOf(lines);
+    return readLines(linesOf(comments));
 }
 
 } // namespace vorq::gateway

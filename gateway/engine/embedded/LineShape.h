@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorq::gateway {
+
+/// What a single trimmed line looks like. None of these knows the lines around it.
+
+[[nodiscard]] bool startsFence(std::string_view line);
+/// A thematic break, the row of dashes below a table's head, or the underline of a heading.
+[[nodiscard]] bool isRule(std::string_view line);
+/// A row of a Markdown table or of comma, semicolon or tab separated values.
+[[nodiscard]] bool isTableRow(std::string_view line);
+/// The marker line that separates attached files in a request.
+[[nodiscard]] bool isAttachmentLine(std::string_view line);
+/// "[name]: address"
+[[nodiscard]] bool isLinkDefinition(std::string_view line);
+/// "Subject: …" and the like, in the languages of `isStopWord`.
+[[nodiscard]] bool isMailHeader(std::string_view line);
+/// What follows "Subject:" without "Re:" in front; empty for any other line.
+[[nodiscard]] std::string_view mailSubject(std::string_view line);
+/// "On Monday Tom wrote:"
+[[nodiscard]] bool isQuotationLine(std::string_view line);
+/// The bytes of a list marker ("- ", "12. ", "[x] ") at the start of the line, 0 if there is none.
+[[nodiscard]] std::size_t listMarker(std::string_view line);
+/// The bytes of "## " at the start of the line, 0 if there is none.
+[[nodiscard]] std::size_t headingMarker(std::string_view line);
+
+/// A statement or the edge of a block in a program; comments and prose are neither.
+[[nodiscard]] bool isStatement(std::string_view line);
+/// Whether a text without Markdown fences is itself a program, most likely.
+[[nodiscard]] bool isSourceCode(const std::vector<std::string_view>& lines);
+/// The words of a program: its comments and documentation strings, as lines of text.
+[[nodiscard]] std::string commentsOf(const std::vector<std::string_view>& lines);
+
+} // namespace vorq::gateway
