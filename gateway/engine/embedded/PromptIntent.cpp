@@ -1,5 +1,6 @@
 #include "engine/embedded/PromptIntent.h"
 
+#include "engine/embedded/QuestionKind.h"
 #include "engine/embedded/Words.h"
 #include "support/Utf8.h"
 
@@ -76,28 +77,58 @@ std::string_view withoutCourtesy(std::string_view request) {
 
 bool asksForWriting(std::string_view request) {
     static constexpr auto verbs = std::to_array<std::string_view>(
-        {"write",    "rewrite",    "rephrase", "paraphrase", "translate", "proofread",
-         "correct ", "fix ",       "draft",    "compose",    "shorten",   "simplify",
-         "improve",  "polish",     "make it ", "make this ", "turn this", "turn it",
-         "reply to", "respond to", "übersetz", "traduis",    "traduce"});
+        {"write",    "rewrite",    "rephrase",  "paraphrase", "translate", "proofread",
+         "correct ", "fix ",       "draft",     "compose",    "shorten",   "simplify",
+         "improve",  "polish",     "make it ",  "make this ", "turn this", "turn it",
+         "reply to", "respond to", "übersetz",  "traduis",    "traduce",   "traduire",
+         "schreib",  "formulier",  "korrigier", "verbesser",  "kürze",     "réécri",
+         "corrige",  "rédige",     "escrib",    "mejora"});
     const std::string_view plain = withoutCourtesy(request);
     const auto opens = [&](std::string_view verb) { return plain.starts_with(verb); };
     return std::ranges::any_of(verbs, opens) ||
            containsAny(request, {"writing tools —", "rewrite the", "rewrite this", "translate this",
-                                 "translate it", "multiple-choice question"});
+                                 "translate it", "multiple-choice question", "翻訳", "翻译",
+                                 "書き直", "改写", "润色"});
 }
 
 /// Words of a prompt that say what to do and not about what.
 bool isInstruction(const Word& word) {
     static constexpr auto keys = std::to_array<std::string_view>(
-        {"explain",   "tell", "describ", "show", "help",  "understand", "pleas",  "text",  "passag",
-         "selection", "say",  "list",    "giv",  "know",  "read",       "mean",   "note",  "hi",
-         "hello",     "hey",  "thank",   "okay", "thing", "look",       "detail", "think", "work"});
+        {"explain", "tell",      "describ", "show",    "help",   "understand", "pleas",    "text",
+         "passag",  "selection", "say",     "list",    "giv",    "know",       "read",     "mean",
+         "note",    "hi",        "hello",   "hey",     "thank",  "okay",       "thing",    "look",
+         "detail",  "think",     "work",    "continu", "more",   "happen",     "point",    "bullet",
+         "sentenc", "line",      "fact",    "idea",    "cod",    "articl",     "document", "email",
+         "mail",    "paragraph", "pag",     "section", "answer", "dat",        "year",     "number",
+         "figur",   "erklär",    "erkläre", "einfach", "bitte",  "zeig"});
     return std::ranges::find(keys, word.key) != keys.end();
+}
+
+bool isSmallTalk(std::string_view request) {
+    static constexpr auto phrases =
+        std::to_array<std::string_view>({"hi",           "hello",
+                                         "hey",          "thanks",
+                                         "thank you",    "thanks a lot",
+                                         "ok",           "okay",
+                                         "good morning", "good evening",
+                                         "hi there",     "hello there",
+                                         "hallo",        "guten tag",
+                                         "guten morgen", "danke",
+                                         "vielen dank",  "bonjour",
+                                         "salut",        "merci",
+                                         "hola",         "gracias",
+                                         "ciao",         "grazie",
+                                         "great",        "thank you very much",
+                                         "こんにちは",   "ありがとう",
+                                         "你好",         "谢谢"});
+    while (!request.empty() && std::string_view(".!?, ").contains(request.back()))
+        request.remove_suffix(1);
+    return std::ranges::find(phrases, request) != phrases.end();
 }
 
 PromptIntent::Kind kindOf(std::string_view request) {
     using Kind = PromptIntent::Kind;
+    if (isSmallTalk(request)) return Kind::SmallTalk;
     if (asksForWriting(request)) return Kind::Writing;
     if (containsAny(request, {"key term", "keyword", "key word", "glossary", "important term",
                               "important word", "main term", "schlüsselbegriff"})) {
@@ -118,6 +149,11 @@ PromptIntent::Kind kindOf(std::string_view request) {
                               "in short",
                               "analyze",
                               "analyse",
+                              "bullet point",
+                              "explain like i",
+                              "eli5",
+                              "simple terms",
+                              "simple words",
                               "zusammenfass",
                               "überblick",
                               "résum",
@@ -133,6 +169,7 @@ PromptIntent::Kind kindOf(std::string_view request) {
                               "总结"})) {
         return Kind::Summary;
     }
+    if (request.starts_with("fass") && request.contains("zusammen")) return Kind::Summary;
     return Kind::Question;
 }
 
@@ -142,17 +179,43 @@ PromptIntent readPrompt(std::string_view prompt) {
     PromptIntent intent;
     intent.request = ownWords(prompt);
     const std::string lower = lowered(intent.request);
-    const auto isContent = [](const Word& word) {
-        return (word.isContent && !isInstruction(word)) || word.isNumber;
-    };
     intent.goesDeeper = trimmed(prompt).starts_with("Go deeper on this excerpt");
     intent.count = countIn(lower);
     intent.kind = kindOf(lower);
-    const bool saysNothing = std::ranges::none_of(wordsOf(intent.request), isContent);
-    if (intent.kind == PromptIntent::Kind::Question && saysNothing) {
+    for (const Word& word : wordsOf(intent.request)) {
+        const bool matters = word.isContent ? !isInstruction(word) : word.isNumber && !intent.count;
+        if (!matters) continue;
+        if (!intent.subject.empty()) intent.subject += ' ';
+        intent.subject.append(intent.request, word.offset, word.length);
+    }
+    const bool asksByKind =
+        questionKind(lower) == QuestionKind::Time || questionKind(lower) == QuestionKind::Quantity;
+    if (intent.kind == PromptIntent::Kind::Question && intent.subject.empty() && !asksByKind) {
         intent.kind = PromptIntent::Kind::Summary;
     }
     return intent;
+}
+
+PromptWithText apart(std::string_view prompt) {
+    constexpr std::size_t longestLine = 200;
+    constexpr std::size_t shortestText = 120;
+    prompt = trimmed(prompt);
+    PromptWithText whole{.prompt = std::string(prompt), .text = {}};
+    const auto split = [&](std::string_view request, std::string_view text) {
+        return PromptWithText{.prompt = std::string(trimmed(request)),
+                              .text = std::string(trimmed(text))};
+    };
+    const std::size_t first = prompt.substr(0, longestLine).find_first_of(":\n");
+    if (first != std::string_view::npos &&
+        trimmed(prompt.substr(first + 1)).size() >= shortestText) {
+        return split(prompt.substr(0, first), prompt.substr(first + 1));
+    }
+    const std::size_t last = prompt.rfind('\n');
+    if (last != std::string_view::npos && last >= shortestText &&
+        prompt.size() - last <= longestLine) {
+        return split(prompt.substr(last), prompt.substr(0, last));
+    }
+    return whole;
 }
 
 } // namespace vorq::gateway

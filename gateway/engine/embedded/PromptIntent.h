@@ -10,6 +10,8 @@ namespace vorq::gateway {
 /// What a prompt asks for, as far as an engine without a model can serve it.
 struct PromptIntent {
     enum class Kind {
+        /// "Hello", "thanks".
+        SmallTalk,
         Summary,
         KeyTerms,
         /// Writing something new: a rewrite, a translation, a text to order.
@@ -20,6 +22,8 @@ struct PromptIntent {
     Kind kind = Kind::Question;
     /// The user's own words, without the client's instructions around them.
     std::string request;
+    /// The words of the request that say what it is about.
+    std::string subject;
     /// The user wants more about an excerpt of an earlier reply.
     bool goesDeeper = false;
     /// "in three sentences", "5 points".
@@ -27,5 +31,14 @@ struct PromptIntent {
 };
 
 [[nodiscard]] PromptIntent readPrompt(std::string_view prompt);
+
+/// A prompt that brings its own text along, as in "Summarise this: …".
+struct PromptWithText {
+    std::string prompt;
+    std::string text;
+};
+
+/// The two apart; no text unless one of some length stands behind a first, or before a last, line.
+[[nodiscard]] PromptWithText apart(std::string_view prompt);
 
 } // namespace vorq::gateway

@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::size_t kLongestQuote = 420;
 constexpr std::size_t kLongestTitle = 90;
+constexpr std::size_t kMostDates = 8;
 constexpr std::size_t kShortestMaterial = 200; // bytes
 constexpr std::string_view kOwnWordsNote =
     "\n\n*These sentences are taken from the text as they stand; no language model is connected.*";
@@ -21,6 +22,9 @@ constexpr std::string_view kNoModel =
     "No language model is connected to this gateway, so I cannot answer that by myself. Select or "
     "attach a text, and I can pick out its key sentences and key terms, find the sentences that "
     "answer your question, and make flashcards or a quiz from it.";
+constexpr std::string_view kSmallTalk =
+    "I am here, though no language model is connected to this gateway. Select or attach a text, "
+    "and ask for its key sentences or key terms, or ask it a question.";
 constexpr std::string_view kNoWriting =
     "Writing or rewriting needs a language model, and none is connected to this gateway.";
 constexpr std::string_view kNoSight =
@@ -132,7 +136,8 @@ std::string conversationText(const PromptRequest& request) {
         const std::string_view plain = trimmed(content);
         const bool isRemark = plain.starts_with("Hello 👋") || plain.starts_with("Attached: ") ||
                               plain.starts_with(kNoModel) || plain.starts_with(kNoWriting) ||
-                              plain.starts_with(kNoSight) || plain.starts_with(kNoSentences);
+                              plain.starts_with(kNoSight) || plain.starts_with(kSmallTalk) ||
+                              plain.starts_with(kNoSentences);
         // Short words of the user are earlier questions, which answer nothing.
         const bool isQuestion = message.fromUser && plain.size() < kShortestMaterial;
         if (!isRemark && !isQuestion) text.append(plain).append("\n\n");
@@ -149,8 +154,18 @@ ReplyDraft answerFrom(const TextIndex& index, const PromptRequest& request,
     }
     if (intent.kind == Kind::KeyTerms) return draftTerms(index, intent.count.value_or(8));
     const std::size_t most = intent.count.value_or(request.deepResearch ? 8 : 4);
-    const std::vector<std::size_t> found = index.matching(intent.request, most);
+    const QuestionKind kind = questionKind(intent.request);
+    const std::vector<std::size_t> found = index.matching(intent.subject, kind, most);
     if (!found.empty()) return draftQuotes(quotes(index, found), "The text says:");
+    if (intent.subject.empty()) {
+        const std::vector<std::size_t> held =
+            index.holding(kind, intent.count.value_or(kMostDates));
+        const bool isTime = kind == QuestionKind::Time;
+        if (!held.empty()) {
+            return draftQuotes(quotes(index, held), isTime ? "The text gives these dates:"
+                                                           : "The text gives these numbers:");
+        }
+    }
     ReplyDraft draft =
         onePiece("I found no sentence about that in the text. These say most in it:");
     addBullets(draft, quotes(index, index.keySentences(3)));
@@ -179,7 +194,7 @@ ReplyDraft answerFromConversation(const PromptRequest& request, const PromptInte
     const TextIndex index(readDocument(conversationText(request)));
     if (intent.kind == PromptIntent::Kind::Question) {
         const std::vector<std::size_t> found =
-            index.matching(intent.request, intent.count.value_or(4));
+            index.matching(intent.subject, questionKind(intent.request), intent.count.value_or(4));
         if (!found.empty()) return draftQuotes(quotes(index, found), "From our conversation:");
     } else if (!index.sentences().empty()) {
         return answerFrom(index, request, intent);
@@ -211,7 +226,16 @@ ReplyDraft draftAnalysis(std::string_view text) {
 }
 
 ReplyDraft draftReply(const PromptRequest& request) {
+    if (trimmed(request.selectedText).empty()) {
+        if (PromptWithText parts = apart(request.prompt); !parts.text.empty()) {
+            PromptRequest other = request;
+            other.prompt = std::move(parts.prompt);
+            other.selectedText = std::move(parts.text);
+            return draftReply(other);
+        }
+    }
     const PromptIntent intent = readPrompt(request.prompt);
+    if (intent.kind == PromptIntent::Kind::SmallTalk) return onePiece(kSmallTalk);
     if (intent.kind == PromptIntent::Kind::Writing) {
         // Taken whole, the sentence would be offered as the new wording of the user's text.
         if (request.whole) throw EngineError(422, std::string(kNoWriting));

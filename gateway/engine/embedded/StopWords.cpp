@@ -54,6 +54,18 @@ constexpr std::string_view kWords =
     "naar niet nog nu of om onder ook op over te tot uit van veel voor waar was wat we wel werd "
     "wie worden wordt ze zich zij zijn zo zou";
 
+constexpr std::string_view kCalendar =
+    "january february march april june july august september october november december monday "
+    "tuesday wednesday thursday friday saturday sunday "
+    "januar februar märz mai juni juli oktober dezember montag dienstag mittwoch donnerstag "
+    "freitag "
+    "samstag sonnabend sonntag "
+    "janvier février mars avril juin juillet août septembre octobre novembre décembre lundi mardi "
+    "mercredi jeudi vendredi samedi dimanche "
+    "enero febrero marzo abril mayo junio julio agosto septiembre octubre noviembre diciembre "
+    "lunes "
+    "martes miércoles jueves viernes sábado domingo";
+
 std::unordered_set<std::string_view> split(std::string_view words) {
     std::unordered_set<std::string_view> set;
     while (!words.empty()) {
@@ -68,6 +80,11 @@ std::unordered_set<std::string_view> split(std::string_view words) {
 
 bool isStopWord(std::string_view word) {
     static const std::unordered_set<std::string_view> set = split(kWords);
+    return set.contains(word);
+}
+
+bool isCalendarWord(std::string_view word) {
+    static const std::unordered_set<std::string_view> set = split(kCalendar);
     return set.contains(word);
 }
 

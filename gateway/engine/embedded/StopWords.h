@@ -8,4 +8,7 @@ namespace vorq::gateway {
 /// languages.
 [[nodiscard]] bool isStopWord(std::string_view word);
 
+/// Whether a lower-cased word names a month or a day of the week.
+[[nodiscard]] bool isCalendarWord(std::string_view word);
+
 } // namespace vorq::gateway

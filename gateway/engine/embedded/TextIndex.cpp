@@ -1,9 +1,9 @@
 #include "engine/embedded/TextIndex.h"
 
-#include "engine/embedded/QuestionKind.h"
 #include "support/Utf8.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numeric>
 #include <unordered_set>
@@ -13,6 +13,18 @@ namespace {
 
 constexpr std::size_t kNever = static_cast<std::size_t>(-1);
 constexpr double kHeadingBonus = 1.5;
+
+/// Whether a sentence that begins with this word reads badly without the one before it, or is mere
+/// courtesy.
+bool leansOnContext(std::string_view word) {
+    static constexpr auto openings = std::to_array<std::string_view>(
+        {"it",     "they",  "this", "these", "those", "that",  "he",    "she",       "however",
+         "but",    "and",   "so",   "also",  "thus",  "then",  "there", "therefore", "such",
+         "thanks", "thank", "hi",   "hello", "dear",  "best",  "kind",  "cheers",    "regards",
+         "see",    "dabei", "er",   "sie",   "es",    "dies",  "diese", "dieser",    "dadurch",
+         "danke",  "hallo", "il",   "elle",  "ils",   "elles", "cela",  "merci",     "bonjour"});
+    return std::ranges::find(openings, word) != openings.end();
+}
 
 /// Indices by falling score; equal scores keep their order, so that results never vary.
 std::vector<std::size_t> ranked(const std::vector<double>& scores, std::size_t count) {
@@ -79,6 +91,7 @@ double TextIndex::keyScore(std::size_t sentence) const {
     score *= 1.0 + 0.5 / (1.0 + static_cast<double>(sentence));
     if (sentences()[sentence].startsBlock) score *= 1.12;
     if (words.size() < 5) score *= 0.5;
+    if (!words.empty() && leansOnContext(lowered(surface(sentence, words.front())))) score *= 0.75;
     if (words.size() > 60) score *= 0.6;
     if (sentences()[sentence].text.ends_with('?')) score *= 0.6;
     return score;
@@ -150,22 +163,52 @@ double TextIndex::matchScore(std::size_t sentence,
     return score * (0.5 + covered);
 }
 
+bool TextIndex::beginsWithPronoun(std::size_t sentence) const {
+    if (words_[sentence].empty()) return false;
+    static constexpr auto pronouns = std::to_array<std::string_view>(
+        {"it", "they", "this", "these", "he", "she", "er", "sie", "es", "dies", "il", "elle", "ils",
+         "elles", "ella", "ellos"});
+    const std::string first = lowered(surface(sentence, words_[sentence].front()));
+    return std::ranges::find(pronouns, first) != pronouns.end();
+}
+
 std::vector<std::size_t> TextIndex::matching(std::string_view query, std::size_t count) const {
+    return matching(query, questionKind(query), count);
+}
+
+std::vector<std::size_t> TextIndex::holding(QuestionKind kind, std::size_t count) const {
+    std::vector<std::size_t> found;
+    for (std::size_t i = 0; i < sentences().size() && found.size() < count; ++i) {
+        if (holds(kind, sentences()[i].text, words_[i])) found.push_back(i);
+    }
+    return found;
+}
+
+std::vector<std::size_t> TextIndex::matching(std::string_view query, QuestionKind kind,
+                                             std::size_t count) const {
     std::unordered_map<std::string, double> weights;
     const auto total = static_cast<double>(sentences().size());
     for (const Word& word : wordsOf(query)) {
+        // "does" is no reason to quote Jane Doe.
+        if (!word.isContent && !word.isNumber) continue;
         const auto term = terms_.find(word.key);
         if (term == terms_.end()) continue;
         const auto with = static_cast<double>(term->second.sentences);
         weights[word.key] = std::log(1.0 + (total - with + 0.5) / (with + 0.5));
     }
     if (weights.empty()) return {};
-    const QuestionKind kind = questionKind(query);
     const double average = std::max(1.0, static_cast<double>(wordCount_) / total);
     std::vector<double> scores(sentences().size());
     for (std::size_t i = 0; i < scores.size(); ++i) {
-        const double score = matchScore(i, weights, average);
-        scores[i] = score > 0 ? score * fit(kind, sentences()[i].text, words_[i]) : 0;
+        scores[i] = matchScore(i, weights, average);
+    }
+    for (std::size_t i = scores.size(); i-- > 0;) {
+        if (scores[i] <= 0) continue;
+        // "It spread because …" speaks of what the sentence before it names.
+        if (i > 0 && !sentences()[i].startsBlock && beginsWithPronoun(i)) {
+            scores[i] += 0.4 * scores[i - 1];
+        }
+        scores[i] *= fit(kind, sentences()[i].text, words_[i]);
     }
     std::vector<std::size_t> best = ranked(scores, count);
     const double least = best.empty() ? 0 : scores[best.front()] * 0.4;

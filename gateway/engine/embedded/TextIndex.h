@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/embedded/Document.h"
+#include "engine/embedded/QuestionKind.h"
 #include "engine/embedded/Words.h"
 
 #include <cstddef>
@@ -31,6 +32,10 @@ class TextIndex {
     /// The sentences that answer `query` best, best first; none if no content word of it occurs.
     [[nodiscard]] std::vector<std::size_t> matching(std::string_view query,
                                                     std::size_t count) const;
+    [[nodiscard]] std::vector<std::size_t> matching(std::string_view query, QuestionKind kind,
+                                                    std::size_t count) const;
+    /// The first sentences that hold what the kind asks for, in the text's order.
+    [[nodiscard]] std::vector<std::size_t> holding(QuestionKind kind, std::size_t count) const;
     /// The words and pairs of words that the text is about, most important first.
     [[nodiscard]] std::vector<std::string> keyTerms(std::size_t count) const;
 
@@ -44,6 +49,7 @@ class TextIndex {
     void count(std::size_t sentence);
     [[nodiscard]] double keyScore(std::size_t sentence) const;
     [[nodiscard]] double overlap(std::size_t first, std::size_t second) const;
+    [[nodiscard]] bool beginsWithPronoun(std::size_t sentence) const;
     [[nodiscard]] double matchScore(std::size_t sentence,
                                     const std::unordered_map<std::string, double>& query,
                                     double averageLength) const;

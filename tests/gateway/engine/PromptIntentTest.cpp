@@ -8,9 +8,11 @@ namespace {
 using Kind = PromptIntent::Kind;
 
 TEST(PromptIntentTest, RecognisesSummaries) {
-    for (const char* prompt : {"Summarise this", "TL;DR", "give me the key points please",
-                               "Fasse zusammen: Zusammenfassung", "résume ce texte", "explain this",
-                               "What is this about?", "hello"}) {
+    for (const char* prompt :
+         {"Summarise this", "TL;DR", "give me the key points please",
+          "Fasse zusammen: Zusammenfassung", "résume ce texte", "explain this",
+          "What is this about?", "Explain like I'm five", "Give me 3 bullet points",
+          "Fasse den Text zusammen", "Erkläre das einfach", "continue", "Explain this code"}) {
         EXPECT_EQ(readPrompt(prompt).kind, Kind::Summary) << prompt;
     }
 }
@@ -18,7 +20,7 @@ TEST(PromptIntentTest, RecognisesSummaries) {
 TEST(PromptIntentTest, RecognisesWriting) {
     for (const char* prompt :
          {"Rewrite this", "please translate it to French", "can you fix the grammar",
-          "Write an email to my boss",
+          "Write an email to my boss", "翻訳して", "Schreibe eine Antwort",
           "Writing tools — writer rewrite pass.\nWriter ask: shorter\nReturn ONE drop-in"}) {
         EXPECT_EQ(readPrompt(prompt).kind, Kind::Writing) << prompt;
     }
@@ -29,6 +31,28 @@ TEST(PromptIntentTest, EverythingElseIsAQuestion) {
                                "How many enzymes are there?", "explain osmosis"}) {
         EXPECT_EQ(readPrompt(prompt).kind, Kind::Question) << prompt;
     }
+}
+
+TEST(PromptIntentTest, RecognisesSmallTalk) {
+    for (const char* prompt : {"hello", "Thanks!", "Guten Tag", "谢谢"}) {
+        EXPECT_EQ(readPrompt(prompt).kind, Kind::SmallTalk) << prompt;
+    }
+}
+
+TEST(PromptIntentTest, TheSubjectLeavesInstructionsOut) {
+    EXPECT_EQ(readPrompt("What does it say about priority queues?").subject, "priority queues");
+    EXPECT_EQ(readPrompt("List the dates").subject, "");
+    EXPECT_EQ(readPrompt("List the dates").kind, Kind::Question);
+}
+
+TEST(PromptIntentTest, TakesAPromptAndItsTextApart) {
+    const std::string text(150, 'x');
+    EXPECT_EQ(apart("Summarise this: " + text).prompt, "Summarise this");
+    EXPECT_EQ(apart("Summarise this: " + text).text, text);
+    EXPECT_EQ(apart(text + "\n\nWhat is it?").prompt, "What is it?");
+    EXPECT_EQ(apart(text + "\n\nWhat is it?").text, text);
+    EXPECT_EQ(apart("Why: it is short").text, "");
+    EXPECT_EQ(apart(text).prompt, text);
 }
 
 TEST(PromptIntentTest, RecognisesKeyTerms) {

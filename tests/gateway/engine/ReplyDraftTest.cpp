@@ -71,6 +71,42 @@ TEST(ReplyDraftTest, AQuestionTheTextDoesNotAnswerIsAdmitted) {
     expectShown(text);
 }
 
+TEST(ReplyDraftTest, ATextInThePromptIsWorkedOn) {
+    EXPECT_THAT(draftReply(asking(std::string("Summarise this:\n\n") + kPlantText)).text(),
+                StartsWith("**Key sentences**\n\n- Photosynthesis is a process"));
+}
+
+TEST(ReplyDraftTest, DatesAreListedInTheirOrder) {
+    const std::string text =
+        draftReply(asking("List the dates", "It began in 1789. Nobody knew. In June the king fled "
+                                            "with 12 men. Then 3 left. It ended on 4.8.1790."))
+            .text();
+    EXPECT_THAT(text,
+                StartsWith("The text gives these dates:\n\n> It began in 1789.\n\n> In June"));
+    EXPECT_THAT(text, HasSubstr("4.8.1790"));
+    EXPECT_THAT(text, Not(HasSubstr("Then 3")));
+}
+
+TEST(ReplyDraftTest, AReasonIsPreferredWhereOneIsAskedFor) {
+    EXPECT_THAT(draftReply(asking("Why did the fire spread so fast?",
+                                  "On Tuesday the fire spread over the city. It spread because "
+                                  "the houses were built of wood and a strong wind blew."))
+                    .text(),
+                StartsWith("The text says:\n\n> It spread because"));
+}
+
+TEST(ReplyDraftTest, GrammarWordsOfAQuestionMatchNothing) {
+    EXPECT_THAT(
+        draftReply(asking("What does it say about queues?", "By Jane Doe. A queue waits.")).text(),
+        Not(HasSubstr("Doe")));
+}
+
+TEST(ReplyDraftTest, SmallTalkIsNoQuestion) {
+    const std::string text = draftReply(asking("thanks", kPlantText)).text();
+    EXPECT_THAT(text, StartsWith("I am here"));
+    expectShown(text);
+}
+
 TEST(ReplyDraftTest, ASummaryHasAsManySentencesAsAskedFor) {
     const std::string text = draftReply(asking("Summarise this in 2 sentences", kPlantText)).text();
     EXPECT_EQ(std::count(text.begin(), text.end(), '-'), 2) << text;
