@@ -5,18 +5,12 @@
 #include <nlohmann/json.hpp>
 
 namespace vorq::gateway {
-namespace {
-
 using nlohmann::json;
-
-constexpr std::size_t kLongestMessage = 300;
-
-} // namespace
 
 std::string errorMessage(const json& error) {
     if (error.is_string()) {
         const std::string text = sanitized(error.get_ref<const std::string&>());
-        return clipped(trimmed(text), kLongestMessage);
+        return std::string(trimmed(text));
     }
     if (!error.is_object()) return {};
     for (const char* key : {"message", "detail", "error"}) {
@@ -26,7 +20,7 @@ std::string errorMessage(const json& error) {
     return {};
 }
 
-std::string errorMessage(std::string_view document) {
+std::string errorMessageIn(std::string_view document) {
     json parsed = json::parse(document, nullptr, false);
     if (parsed.is_array() && !parsed.empty()) parsed = json(parsed.front());
     if (!parsed.is_object()) return {};

@@ -7,6 +7,8 @@
 namespace vorq::gateway {
 namespace {
 
+constexpr std::size_t kLongestMessage = 400;
+
 /// Scheme, host and port of the endpoint, without a user name or password in it.
 std::string siteOf(const ProviderConfig& config) {
     const std::size_t start = config.endpoint.find("://") + 3;
@@ -23,12 +25,11 @@ std::string withDetail(std::string sentence, const std::string& detail) {
 } // namespace
 
 std::string withoutKey(const ProviderConfig& config, std::string text) {
-    if (config.key.empty()) return text;
-    for (std::size_t at = text.find(config.key); at != std::string::npos;
-         at = text.find(config.key, at)) {
+    std::size_t at = config.key.empty() ? std::string::npos : text.find(config.key);
+    for (; at != std::string::npos; at = text.find(config.key, at)) {
         text.replace(at, config.key.size(), "…");
     }
-    return text;
+    return clipped(text, kLongestMessage);
 }
 
 EngineError unreachable(const ProviderConfig& config) {
@@ -56,7 +57,7 @@ EngineError tooLong() {
 }
 
 EngineError refused(const ProviderConfig& config, long status, std::string_view body) {
-    const std::string detail = withoutKey(config, errorMessage(body));
+    const std::string detail = withoutKey(config, errorMessageIn(body));
     if (status == 401 || status == 403) {
         return {502,
                 withDetail(filled("The AI provider refused the key (status {})", status), detail)};

@@ -22,7 +22,8 @@ namespace vorq::gateway {
 /// For an error in the midst of a stream; `message` is the provider's own.
 [[nodiscard]] EngineError gaveUp(const std::string& message);
 
-/// `text` with every occurrence of the key blotted out.
+/// `text` with every occurrence of the key blotted out, and then no longer than a sentence or two:
+/// cut the other way round, half a key could be left.
 [[nodiscard]] std::string withoutKey(const ProviderConfig& config, std::string text);
 
 } // namespace vorq::gateway

@@ -5,6 +5,7 @@
 #include "provider/ProviderError.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 namespace vorq::gateway::testing {
 namespace {
@@ -37,12 +38,12 @@ TEST(ProviderErrorTest, TheSiteIsNamedWithoutItsPassword) {
 }
 
 TEST(ErrorMessageTest, ReadsTheUsualForms) {
-    EXPECT_EQ(errorMessage(R"({"error":{"message":"m","type":"t"}})"), "m");
-    EXPECT_EQ(errorMessage(R"({"error":"m"})"), "m");
-    EXPECT_EQ(errorMessage(R"({"detail":"m"})"), "m");
-    EXPECT_EQ(errorMessage(R"([{"error":{"message":"m"}}])"), "m");
-    EXPECT_EQ(errorMessage("<html>"), "");
-    EXPECT_EQ(errorMessage(R"({"error":{"code":5}})"), "");
+    EXPECT_EQ(errorMessageIn(R"({"error":{"message":"m","type":"t"}})"), "m");
+    EXPECT_EQ(errorMessageIn(R"({"error":"m"})"), "m");
+    EXPECT_EQ(errorMessageIn(R"({"detail":"m"})"), "m");
+    EXPECT_EQ(errorMessageIn(R"([{"error":{"message":"m"}}])"), "m");
+    EXPECT_EQ(errorMessageIn("<html>"), "");
+    EXPECT_EQ(errorMessageIn(R"({"error":{"code":5}})"), "");
 }
 
 TEST(ModelJsonTest, PlainTextIsASummary) {
@@ -84,6 +85,22 @@ TEST(ChatStreamReaderTest, EventsWithoutChoicesAreHarmless) {
                 "{\"choices\":[{}]}\ndata: {\"choices\":[{\"delta\":null}]}\n");
     EXPECT_EQ(reader.text(), "");
     EXPECT_FALSE(reader.isDone());
+}
+
+TEST(ProviderErrorTest, NoPartOfTheKeyIsLeftWhereAMessageIsCut) {
+    ProviderConfig config;
+    config.endpoint = "http://localhost/v1/chat/completions";
+    config.key = "sk-very-secret-key";
+    for (std::size_t padding = 270; padding < 420; ++padding) {
+        const std::string message = std::string(padding, 'x') + config.key + std::string(400, 'y');
+        const nlohmann::json document = {{"error", {{"message", message}}}};
+        for (const std::string& sentence :
+             {std::string(refused(config, 401, document.dump()).what()),
+              withoutKey(config, gaveUp(errorMessage(document.at("error"))).what())}) {
+            EXPECT_EQ(sentence.find("sk-"), std::string::npos) << sentence;
+            EXPECT_LT(sentence.size(), 600U);
+        }
+    }
 }
 
 } // namespace
