@@ -87,6 +87,8 @@ int runServe(const CommandLine& line) {
     std::signal(SIGPIPE, SIG_IGN);
     const Settings settings = readSettings(
         line.configFile.value_or(defaultSettingsFile(processEnvironment)), processEnvironment);
+    for (const std::string& notice : settings.notices)
+        say(stderr, "vorq-gateway: " + notice);
     const SystemClock clock;
     SleepingPacer pacer;
     AccountService accounts(openDatabase(line), clock);

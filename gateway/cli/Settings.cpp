@@ -42,11 +42,26 @@ json readDocument(const fs::path& file) {
         throw std::runtime_error(filled("Could not read {}.", file.string()));
     }
     const std::string text{std::istreambuf_iterator<char>(stream), {}};
-    json document = json::parse(text, nullptr, false, true);
-    if (!document.is_object()) {
-        throw std::runtime_error(filled("{} is not a JSON object.", file.string()));
+    try {
+        json document = json::parse(text, nullptr, true, true);
+        if (document.is_object()) return document;
+    } catch (const json::parse_error& error) {
+        // The library's own message may quote the key.
+        const std::size_t behind = std::min(error.byte, text.size());
+        const auto line =
+            1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(behind), '\n');
+        throw std::runtime_error(
+            filled("{} is not valid JSON, as line {} shows.", file.string(), line));
     }
-    return document;
+    throw std::runtime_error(filled("{} is not a JSON object.", file.string()));
+}
+
+/// Whether anyone but the owner may read the file.
+bool isOpenToOthers(const fs::path& file) {
+    constexpr fs::perms others = fs::perms::group_read | fs::perms::others_read;
+    std::error_code error;
+    const fs::perms permissions = fs::status(file, error).permissions();
+    return !error && (permissions & others) != fs::perms::none;
 }
 
 template<typename T>
@@ -118,6 +133,14 @@ Settings readSettings(const fs::path& file, const Environment& environment) {
         valueOr(document, "authRequestsPerMinute", settings.authRequestsPerMinute);
     if (settings.authRequestsPerMinute < 1) {
         throw std::runtime_error("\"authRequestsPerMinute\" in the settings must be at least 1.");
+    }
+    const auto provider = document.find("provider");
+    const bool holdsKey = provider != document.end() && provider->is_object() &&
+                          !valueOr(*provider, "key", std::string()).empty();
+    if (holdsKey && isOpenToOthers(file)) {
+        settings.notices.push_back(filled("Others on this computer can read {}, which holds the "
+                                          "provider's key. Make it your own: chmod 600.",
+                                          file.string()));
     }
     return settings;
 }

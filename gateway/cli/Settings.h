@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vorq::gateway {
 
@@ -18,6 +19,8 @@ struct Settings {
     /// Absent without a provider: replies then come from the embedded engine.
     std::optional<ProviderConfig> provider;
     int authRequestsPerMinute = 60;
+    /// What the user ought to change, as sentences.
+    std::vector<std::string> notices;
 };
 
 /// Reads the settings file, if `file` exists, and the environment over it. Throws

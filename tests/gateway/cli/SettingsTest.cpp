@@ -55,6 +55,26 @@ TEST_F(SettingsTest, TheFileNamesAProvider) {
     EXPECT_EQ(settings.authRequestsPerMinute, 5);
 }
 
+TEST_F(SettingsTest, AKeyThatOthersCanReadIsPointedOut) {
+    namespace fs = std::filesystem;
+    const std::string document = R"({"provider": {"url": "http://x", "key": "secret"}})";
+    static_cast<void>(read(document));
+    fs::permissions(file, fs::perms(0644));
+    ASSERT_EQ(readSettings(file, environment()).notices.size(), 1U);
+    EXPECT_EQ(readSettings(file, environment()).notices.front().find("secret"), std::string::npos);
+    fs::permissions(file, fs::perms(0600));
+    EXPECT_TRUE(readSettings(file, environment()).notices.empty());
+    static_cast<void>(read(R"({"provider": {"url": "http://x"}})"));
+    fs::permissions(file, fs::perms(0644));
+    EXPECT_TRUE(readSettings(file, environment()).notices.empty());
+}
+
+TEST_F(SettingsTest, ASyntaxErrorIsLocatedButNotQuoted) {
+    const std::string failure = failureOf("{\n\"provider\": {\n  \"key\": \"secret\" oops\n}}");
+    EXPECT_NE(failure.find("line 3"), std::string::npos) << failure;
+    EXPECT_EQ(failure.find("secret"), std::string::npos) << failure;
+}
+
 TEST_F(SettingsTest, TheEnvironmentWins) {
     variables = {{"VORQ_PROVIDER_URL", "http://other/v1"},
                  {"VORQ_PROVIDER_KEY", "k2"},
