@@ -53,9 +53,15 @@ struct AnalyzeRequest {
     Preferences preferences;
 };
 
+struct FlashcardsRequest {
+    std::string text;
+    std::string model = {};
+};
+
 struct QuizRequest {
     std::string text;
     std::string focus;
+    std::string model = {};
 };
 
 /// One reply on its way. Used from one thread. Both functions may throw EngineError, and
@@ -77,7 +83,7 @@ class Engine {
                                                               const Cancelled& cancelled) = 0;
     [[nodiscard]] virtual std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request,
                                                                const Cancelled& cancelled) = 0;
-    [[nodiscard]] virtual std::vector<Flashcard> flashcards(const std::string& text,
+    [[nodiscard]] virtual std::vector<Flashcard> flashcards(const FlashcardsRequest& request,
                                                             const Cancelled& cancelled) = 0;
     [[nodiscard]] virtual Quiz quiz(const QuizRequest& request, const Cancelled& cancelled) = 0;
 };

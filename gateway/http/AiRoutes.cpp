@@ -52,6 +52,12 @@ Preferences preferencesOf(const ApiCall& call) {
     return {.firstName = account.firstName, .useCase = account.useCase};
 }
 
+/// The model the request names, or else the one its user chose; flashcards and quizzes name none.
+std::string modelFor(const ApiCall& call) {
+    const std::string named = textIn(call.body, "preferredModel");
+    return trimmed(named).empty() ? call.identity.value().account.preferredModel : named;
+}
+
 PromptRequest promptRequest(const ApiCall& call) {
     PromptRequest request{.prompt = sanitized(requiredText(call.body, "prompt")),
                           .selectedText = textIn(call.body, "selectedText"),
@@ -60,7 +66,7 @@ PromptRequest promptRequest(const ApiCall& call) {
                           .forceLearn = flag(call.body, "forceLearn"),
                           .whole = !flag(call.body, "stream"),
                           .history = historyIn(call.body),
-                          .model = textIn(call.body, "preferredModel"),
+                          .model = modelFor(call),
                           .preferences = preferencesOf(call)};
     if (trimmed(request.prompt).empty()) throw ApiError(400, "\"prompt\" is empty.");
     return request;
@@ -76,7 +82,7 @@ AnalyzeRequest analyzeRequest(const ApiCall& call) {
     return {.text = requiredMaterial(call.body),
             .image = imageIn(call.body),
             .whole = !flag(call.body, "stream"),
-            .model = textIn(call.body, "preferredModel"),
+            .model = modelFor(call),
             .preferences = preferencesOf(call)};
 }
 
@@ -104,11 +110,12 @@ void addAiRoutes(RequestRouter& router, Engine& engine) {
         return reply(engine.analyze(request, call.cancelled), request.whole, call.cancelled);
     });
     add("/ai/flashcards", [&engine](const ApiCall& call) {
-        return ApiReply{encode(engine.flashcards(requiredMaterial(call.body), call.cancelled)),
-                        nullptr};
+        const FlashcardsRequest request{requiredMaterial(call.body), modelFor(call)};
+        return ApiReply{encode(engine.flashcards(request, call.cancelled)), nullptr};
     });
     add("/ai/quiz", [&engine](const ApiCall& call) {
-        const QuizRequest request{requiredMaterial(call.body), textIn(call.body, "focus")};
+        const QuizRequest request{requiredMaterial(call.body), textIn(call.body, "focus"),
+                                  modelFor(call)};
         return ApiReply{encode(engine.quiz(request, call.cancelled)), nullptr};
     });
 }

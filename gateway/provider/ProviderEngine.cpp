@@ -99,9 +99,9 @@ std::unique_ptr<ReplyStream> ProviderEngine::analyze(const AnalyzeRequest& reque
     return std::make_unique<ProviderStream>(config_, body, request.whole, cancelled);
 }
 
-std::vector<Flashcard> ProviderEngine::flashcards(const std::string& text,
+std::vector<Flashcard> ProviderEngine::flashcards(const FlashcardsRequest& request,
                                                   const Cancelled& cancelled) {
-    const json body = flashcardsBody(text, providerModel(config_, ""));
+    const json body = flashcardsBody(request.text, providerModel(config_, request.model));
     ProviderStream stream(config_, body, true, cancelled);
     std::vector<Flashcard> cards = readFlashcards(stream.finalText(cancelled));
     if (cards.empty()) {
@@ -111,7 +111,7 @@ std::vector<Flashcard> ProviderEngine::flashcards(const std::string& text,
 }
 
 Quiz ProviderEngine::quiz(const QuizRequest& request, const Cancelled& cancelled) {
-    const json body = quizBody(request, providerModel(config_, ""));
+    const json body = quizBody(request, providerModel(config_, request.model));
     ProviderStream stream(config_, body, true, cancelled);
     Quiz quiz = readQuiz(stream.finalText(cancelled));
     if (quiz.questions.empty()) {

@@ -14,7 +14,7 @@ class ProviderEngine final : public Engine {
                                                       const Cancelled& cancelled) override;
     [[nodiscard]] std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request,
                                                        const Cancelled& cancelled) override;
-    [[nodiscard]] std::vector<Flashcard> flashcards(const std::string& text,
+    [[nodiscard]] std::vector<Flashcard> flashcards(const FlashcardsRequest& request,
                                                     const Cancelled& cancelled) override;
     [[nodiscard]] Quiz quiz(const QuizRequest& request, const Cancelled& cancelled) override;
 

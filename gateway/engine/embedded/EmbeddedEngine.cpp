@@ -55,8 +55,9 @@ std::unique_ptr<ReplyStream> EmbeddedEngine::analyze(const AnalyzeRequest& reque
     return std::make_unique<DraftStream>(draftAnalysis(request.text), pacer_, delay);
 }
 
-std::vector<Flashcard> EmbeddedEngine::flashcards(const std::string& text, const Cancelled&) {
-    return makeFlashcards(text);
+std::vector<Flashcard> EmbeddedEngine::flashcards(const FlashcardsRequest& request,
+                                                  const Cancelled&) {
+    return makeFlashcards(request.text);
 }
 
 Quiz EmbeddedEngine::quiz(const QuizRequest& request, const Cancelled&) {

@@ -25,7 +25,9 @@ class ProbeEngine final : public Engine {
         lastAnalysis = request;
         return std::make_unique<Stream>(*this);
     }
-    std::vector<Flashcard> flashcards(const std::string&, const Cancelled&) override { return {}; }
+    std::vector<Flashcard> flashcards(const FlashcardsRequest&, const Cancelled&) override {
+        return {};
+    }
     Quiz quiz(const QuizRequest& request, const Cancelled&) override {
         lastQuiz = request;
         return {};

@@ -17,7 +17,7 @@ class FailingEngine final : public Engine {
     std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest&, const Cancelled&) override {
         throw std::bad_alloc();
     }
-    std::vector<Flashcard> flashcards(const std::string&, const Cancelled&) override {
+    std::vector<Flashcard> flashcards(const FlashcardsRequest&, const Cancelled&) override {
         throw EngineError(422, "No cards today.");
     }
     Quiz quiz(const QuizRequest&, const Cancelled&) override { throw std::logic_error("x"); }

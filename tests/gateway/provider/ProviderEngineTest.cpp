@@ -62,6 +62,15 @@ TEST(ProviderEngineTest, AStreamComesThroughAndCloses) {
     EXPECT_EQ(events.back().at("summary"), "Hello world.");
 }
 
+TEST(ProviderEngineTest, ARequestThatNamesNoModelUsesTheChosenOne) {
+    Chain chain(goodStream);
+    static_cast<void>(chain.gateway->post("/auth/profile", {{"preferredModel", "openai/o3-mini"}}));
+    for (const char* path : {"/ai/flashcards", "/ai/quiz", "/ai/analyze"}) {
+        static_cast<void>(chain.gateway->post(path, {{"text", "Some text."}}));
+        EXPECT_EQ(chain.provider.lastBody().at("model"), "local-reasoner") << path;
+    }
+}
+
 TEST(ProviderEngineTest, TheRequestCarriesKeyModelHistoryTextAndImage) {
     Chain chain(goodStream);
     const json body = {{"prompt", "What is this?"},
