@@ -18,6 +18,8 @@ using std::chrono::steady_clock;
 
 constexpr seconds kFirstByteTime{10};
 constexpr seconds kRequestTime{60};
+constexpr milliseconds kCrowdedFirstByteTime{300};
+constexpr seconds kCrowdedRequestTime{3};
 constexpr seconds kWriteTime{60};
 constexpr milliseconds kFinishTime{1000};
 constexpr milliseconds kSlice{50};
@@ -44,10 +46,12 @@ void addressOf(socket_t socket, NameFunction name, std::string& ip, int& port) {
 
 } // namespace
 
-Connection::Connection(socket_t socket, Cancelled stopping)
+Connection::Connection(socket_t socket, Cancelled stopping, Cancelled crowded)
     : socket_(socket),
       stopping_(std::move(stopping)),
-      requestDeadline_(steady_clock::now() + kFirstByteTime) {}
+      crowded_(std::move(crowded)),
+      opened_(steady_clock::now()),
+      requestDeadline_(opened_ + kFirstByteTime) {}
 
 Connection::~Connection() {
     ::close(socket_);
@@ -61,8 +65,19 @@ bool Connection::waitFor(short events, SteadyTime deadline) const {
     return false;
 }
 
+/// Slice by slice, since a crowd may gather meanwhile.
+bool Connection::waitForRequest() const {
+    const milliseconds patience = received_ == 0 ? kCrowdedFirstByteTime : kCrowdedRequestTime;
+    while (!stopping_() && steady_clock::now() < requestDeadline_) {
+        if (crowded_() && steady_clock::now() > opened_ + patience) return false;
+        const SteadyTime slice = steady_clock::now() + kSlice;
+        if (waitFor(POLLIN, std::min(slice, requestDeadline_))) return true;
+    }
+    return false;
+}
+
 bool Connection::is_readable() const {
-    return bufferBegin_ < bufferEnd_ || waitFor(POLLIN, requestDeadline_);
+    return bufferBegin_ < bufferEnd_ || waitForRequest();
 }
 
 bool Connection::is_writable() const {
@@ -70,7 +85,7 @@ bool Connection::is_writable() const {
 }
 
 ssize_t Connection::fill() {
-    if (received_ > kMostReceived || !waitFor(POLLIN, requestDeadline_)) return -1;
+    if (received_ > kMostReceived || !waitForRequest()) return -1;
     const ssize_t count = recv(socket_, buffer_.data(), buffer_.size(), 0);
     if (count <= 0) return count;
     // A connection opened in advance may stay silent; it must not hold a thread for long.

@@ -15,7 +15,8 @@ namespace vorq::gateway {
 /// socket.
 class Connection final : public httplib::Stream {
   public:
-    Connection(socket_t socket, Cancelled stopping);
+    /// While `crowded` says that others wait for their turn, a slow peer is given little time.
+    Connection(socket_t socket, Cancelled stopping, Cancelled crowded);
     ~Connection() override;
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -37,10 +38,13 @@ class Connection final : public httplib::Stream {
   private:
     using SteadyTime = std::chrono::steady_clock::time_point;
     [[nodiscard]] bool waitFor(short events, SteadyTime deadline) const;
+    [[nodiscard]] bool waitForRequest() const;
     [[nodiscard]] ssize_t fill();
 
     socket_t socket_;
     Cancelled stopping_;
+    Cancelled crowded_;
+    SteadyTime opened_;
     SteadyTime requestDeadline_;
     std::size_t received_ = 0;
     std::array<char, 16384> buffer_{};

@@ -18,6 +18,25 @@ namespace {
 
 constexpr std::size_t kThreads = 24;
 
+/// Threads that know how many connections wait for one of them.
+class CountingPool final : public httplib::TaskQueue {
+  public:
+    explicit CountingPool(std::atomic<int>& waiting) : waiting_(waiting), pool_(kThreads) {}
+
+    void enqueue(std::function<void()> task) override {
+        ++waiting_;
+        pool_.enqueue([this, task = std::move(task)] {
+            --waiting_;
+            task();
+        });
+    }
+    void shutdown() override { pool_.shutdown(); }
+
+  private:
+    std::atomic<int>& waiting_;
+    httplib::ThreadPool pool_;
+};
+
 /// The connection that the current thread serves. The HTTP library has no other way to let a
 /// handler see that its client left.
 thread_local const Connection* servedConnection = nullptr;
@@ -78,7 +97,7 @@ void report(const std::exception& error) {
 class GatewayServer::Implementation final : public httplib::Server {
   public:
     explicit Implementation(RequestRouter& router) : router_(router) {
-        new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
+        new_task_queue = [this] { return new CountingPool(waiting_); };
         set_keep_alive_max_count(1);
         set_tcp_nodelay(true);
         // Without SO_REUSEPORT, so that a second gateway on the same port is noticed.
@@ -129,10 +148,12 @@ class GatewayServer::Implementation final : public httplib::Server {
     }
 
     RequestRouter& router_;
+    std::atomic<int> waiting_ = 0;
 };
 
 bool GatewayServer::Implementation::process_and_close_socket(socket_t socket) {
-    Connection connection(socket, [this] { return stopping.load(); });
+    Connection connection(
+        socket, [this] { return stopping.load(); }, [this] { return waiting_ > 0; });
     servedConnection = &connection;
     bool served = false;
     try {

@@ -209,6 +209,19 @@ TEST(GatewayServerTest, StoppingTwiceOrBeforeRunningIsHarmless) {
     EXPECT_EQ(gateway.post("/ai/prompt", json::object()).status, 0);
 }
 
+TEST(GatewayServerTest, SilentAndDribblingConnectionsDoNotKeepOthersWaiting) {
+    TestGateway gateway;
+    gateway.signIn();
+    std::vector<std::unique_ptr<RawClient>> idle;
+    for (int i = 0; i < 60; ++i) {
+        idle.push_back(std::make_unique<RawClient>(gateway.port));
+        if (i % 2 == 0) idle.back()->send("POST /ai/prompt HTTP/1.1\r\nHost:");
+    }
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(gateway.post("/ai/prompt", {{"prompt", "hello"}}).status, 200);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(9));
+}
+
 TEST(GatewayServerTest, ManyRequestsAtOnceAreAllAnswered) {
     TestGateway gateway;
     gateway.signIn();
