@@ -1,5 +1,6 @@
 #include "engine/embedded/FlashcardMaker.h"
 
+#include "engine/embedded/StopWords.h"
 #include "engine/embedded/TextIndex.h"
 #include "engine/embedded/Vocabulary.h"
 #include "support/Filled.h"
@@ -73,18 +74,23 @@ std::optional<Flashcard> definitionIn(const std::string& sentence) {
     }
     if (form == nullptr || first > 70 || !isSubject(sentence.substr(0, first))) return std::nullopt;
     std::string subject = sentence.substr(0, first);
-    if (subject.starts_with("The ") || subject.starts_with("A ") || subject.starts_with("An ")) {
-        subject[0] = subject[0] == 'T' ? 't' : 'a';
-    }
+    const std::vector<Word> words = wordsOf(subject);
+    const std::string opening = lowered(subject.substr(words[0].offset, words[0].length));
+    if (words[0].offset == 0 && isStopWord(opening)) subject.replace(0, words[0].length, opening);
     return Flashcard{filled(form->question, subject), clipped(sentence, kLongestSide)};
 }
 
-/// The weightiest word of a sentence, empty if none carries content.
-std::string targetOf(const TextIndex& index, std::size_t sentence) {
+/// The weightiest word of a sentence that no other card asks for, if there is one; empty if none
+/// carries content or hardly a word would be left around the gap.
+std::string targetOf(const TextIndex& index, std::size_t sentence,
+                     const std::unordered_set<std::string>& asked) {
+    constexpr std::size_t fewestWords = 3;
+    if (index.wordsIn(sentence).size() < fewestWords) return {};
     const Word* best = nullptr;
+    double most = 0;
     for (const Word& word : index.wordsIn(sentence)) {
-        if (!word.isContent) continue;
-        if (best == nullptr || index.weight(word) > index.weight(*best)) best = &word;
+        const double weight = index.weight(word) * (asked.contains(word.key) ? 0.01 : 1.0);
+        if (word.isContent && weight > most) best = &word, most = weight;
     }
     return best == nullptr ? std::string() : best->key;
 }
@@ -107,11 +113,13 @@ std::vector<Flashcard> makeFlashcards(std::string_view text) {
         }
     }
     const Vocabulary vocabulary(index);
+    std::unordered_set<std::string> asked;
     for (const std::size_t sentence : index.keySentences(kMostCards)) {
-        const std::string target = targetOf(index, sentence);
+        const std::string target = targetOf(index, sentence, asked);
         if (cards.size() >= kMostCards || target.empty() || used.contains(sentence)) continue;
+        asked.insert(target);
         add({clipped(withGap(index, sentence, target), kLongestSide),
-             vocabulary.word(target).surface},
+             answerFor(index, vocabulary, sentence, target)},
             sentence);
     }
     return cards;

@@ -1,3 +1,4 @@
+#include "engine/embedded/StopWords.h"
 #include "engine/embedded/TextIndex.h"
 #include "support/Utf8.h"
 
@@ -8,6 +9,7 @@ namespace vorq::gateway {
 namespace {
 
 struct Candidate {
+    std::string key;
     std::string surface;
     std::size_t occurrences = 0;
     std::size_t capitals = 0;
@@ -23,6 +25,7 @@ class Candidates {
         Candidate& entry = entries_[key];
         if (entry.occurrences == 0) {
             entry.firstSeen = entries_.size();
+            entry.key = key;
             entry.surface = surface;
             entry.isPair = isPair;
         } else if (lowered(surface) == surface) {
@@ -55,16 +58,48 @@ class Candidates {
         const double length =
             std::sqrt(static_cast<double>(std::min<std::size_t>(entry.surface.size(), 16)));
         const bool isName = entry.capitals * 2 > entry.occurrences;
-        return count * length * (entry.isPair ? 2.2 : 1.0) * (isName ? 1.3 : 1.0);
+        const std::string lower = lowered(entry.surface);
+        // A month, or "rapidly", tells little of what a text is about.
+        const bool isPale = isCalendarWord(lower) || lower.ends_with("ly") ||
+                            (entry.surface[0] >= '0' && entry.surface[0] <= '9');
+        return count * length * (entry.isPair ? 2.2 : 1.0) * (isName ? 1.3 : 1.0) *
+               (isPale ? 0.3 : 1.0);
     }
 
     std::unordered_map<std::string, Candidate> entries_;
 };
 
+std::string_view firstWord(const Candidate& entry) {
+    return std::string_view(entry.key).substr(0, entry.key.find(' '));
+}
+
+std::string_view lastWord(const Candidate& entry) {
+    return std::string_view(entry.key).substr(entry.key.rfind(' ') + 1);
+}
+
 bool sharesWord(const Candidate& a, const Candidate& b) {
     const std::string first = lowered(a.surface);
     const std::string second = lowered(b.surface);
-    return first.find(second) != std::string::npos || second.find(first) != std::string::npos;
+    return first.contains(second) || second.contains(first) || firstWord(a) == lastWord(b) ||
+           lastWord(a) == firstWord(b) || firstWord(a) == firstWord(b) ||
+           lastWord(a) == lastWord(b);
+}
+
+/// "strong east" and "east wind" that come equally often are one "strong east wind".
+void joinOverlapping(std::vector<Candidate>& list) {
+    for (Candidate& first : list) {
+        for (const Candidate& second : list) {
+            if (!first.isPair || !second.isPair || first.occurrences != second.occurrences ||
+                lastWord(first) != firstWord(second) || &first == &second) {
+                continue;
+            }
+            const std::size_t blank = second.surface.find(' ');
+            if (blank == std::string::npos) continue;
+            first.surface += second.surface.substr(blank);
+            first.key += second.key.substr(second.key.find(' '));
+            break;
+        }
+    }
 }
 
 } // namespace
@@ -88,7 +123,9 @@ std::vector<std::string> TextIndex::keyTerms(std::size_t count) const {
         }
     }
     std::vector<Candidate> chosen;
-    for (Candidate& candidate : candidates.best(count * 4)) {
+    std::vector<Candidate> best = candidates.best(count * 4);
+    joinOverlapping(best);
+    for (Candidate& candidate : best) {
         if (chosen.size() == count) break;
         const auto shares = [&](const Candidate& other) { return sharesWord(candidate, other); };
         if (std::ranges::none_of(chosen, shares)) chosen.push_back(std::move(candidate));

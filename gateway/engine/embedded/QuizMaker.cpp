@@ -20,6 +20,7 @@ constexpr std::size_t kMostQuestions = 8;
 constexpr std::size_t kOptions = 4;
 constexpr std::size_t kWordsLookedAt = 400;
 constexpr std::size_t kSentencesLookedAt = 200;
+constexpr std::size_t kFewestWordsAround = 4;
 constexpr std::size_t kLongestPrompt = 420;
 
 /// Random numbers that are the same for the same text, on every machine.
@@ -98,7 +99,15 @@ std::vector<std::size_t> QuizMaker::sentenceOrder() const {
     const std::size_t most = std::min(index_.sentences().size(), kSentencesLookedAt);
     for (std::size_t i = 0; i < most; ++i)
         add(i);
-    return order;
+    // A gap with hardly a word around it can only be guessed; such sentences come last.
+    std::vector<std::size_t> full;
+    std::vector<std::size_t> thin;
+    for (const std::size_t sentence : order) {
+        const bool isThin = index_.wordsIn(sentence).size() < kFewestWordsAround;
+        (isThin ? thin : full).push_back(sentence);
+    }
+    full.insert(full.end(), thin.begin(), thin.end());
+    return full;
 }
 
 /// The keys worth asking for in a sentence, best first; with `anyWord` all others behind them.
@@ -197,7 +206,7 @@ QuizQuestion QuizMaker::question(const Target& target, std::size_t number) {
     question.answerIndex = (number + request_.text.size()) % kOptions;
     question.options.insert(question.options.begin() +
                                 static_cast<std::ptrdiff_t>(question.answerIndex),
-                            vocabulary_.word(target.key).surface);
+                            answerFor(index_, vocabulary_, target.sentence, target.key));
     question.explanation = filled(
         "The text says: “{}”", clipped(index_.sentences()[target.sentence].text, kLongestPrompt));
     return question;
@@ -215,7 +224,8 @@ std::string QuizMaker::primer(const std::vector<Target>& targets) const {
         });
     };
     for (const std::size_t sentence : index_.keySentences(kMostQuestions)) {
-        if (gives(sentence)) continue;
+        const bool isThin = index_.wordsIn(sentence).size() < kFewestWordsAround;
+        if (isThin || gives(sentence)) continue;
         return text +
                " To begin with: " + clipped(index_.sentences()[sentence].text, kLongestPrompt);
     }

@@ -49,6 +49,17 @@ std::vector<std::string> quotes(const TextIndex& index, const std::vector<std::s
     return list;
 }
 
+bool isEnglish(const TextIndex& index) {
+    constexpr std::size_t looked = 40;
+    const std::size_t most = std::min(index.sentences().size(), looked);
+    for (std::size_t i = 0; i < most; ++i) {
+        for (const Word& word : index.wordsIn(i)) {
+            if (word.key == "the" || word.key == "and" || word.key == "of") return true;
+        }
+    }
+    return false;
+}
+
 std::string titleOf(const TextIndex& index, const std::vector<std::string>& terms) {
     if (!index.headings().empty()) return clipped(index.headings().front(), kLongestTitle);
     const std::vector<Sentence>& sentences = index.sentences();
@@ -59,7 +70,8 @@ std::string titleOf(const TextIndex& index, const std::vector<std::string>& term
     }
     if (terms.empty()) return clipped(sentences.front().text, 60);
     std::string title = terms.front();
-    if (terms.size() > 1) title += " and " + terms[1];
+    if (terms.size() > 1 && sentences.size() > 1)
+        title += (isEnglish(index) ? " and " : ", ") + terms[1];
     if (title[0] >= 'a' && title[0] <= 'z') title[0] = static_cast<char>(title[0] - 'a' + 'A');
     return clipped(title, kLongestTitle);
 }
@@ -226,15 +238,16 @@ ReplyDraft draftAnalysis(std::string_view text) {
 }
 
 ReplyDraft draftReply(const PromptRequest& request) {
-    if (trimmed(request.selectedText).empty()) {
-        if (PromptWithText parts = apart(request.prompt); !parts.text.empty()) {
+    const PromptIntent intent = readPrompt(request.prompt);
+    // What is asked for whole comes from a tool of the client, whose prompts are instructions only.
+    if (!request.whole && trimmed(request.selectedText).empty()) {
+        if (PromptWithText parts = apart(intent.request); !parts.text.empty()) {
             PromptRequest other = request;
             other.prompt = std::move(parts.prompt);
             other.selectedText = std::move(parts.text);
             return draftReply(other);
         }
     }
-    const PromptIntent intent = readPrompt(request.prompt);
     if (intent.kind == PromptIntent::Kind::SmallTalk) return onePiece(kSmallTalk);
     if (intent.kind == PromptIntent::Kind::Writing) {
         // Taken whole, the sentence would be offered as the new wording of the user's text.

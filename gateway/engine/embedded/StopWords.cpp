@@ -19,7 +19,8 @@ constexpr std::string_view kWords =
     "under until up upon us use used uses very via was we were what when where whether which while "
     "who whom whose why will with within without would yet you your yours two three "
     "became become becomes call called come comes example find found give given gives go goes hold "
-    "kind mean means need needs part parts place show showed shown shows take taken takes thing "
+    "kind mean means need needs part parts return returns recently usually really thanks thank "
+    "please regards best hi cheers dear place show showed shown shows take taken takes thing "
     "things took way ways "
     // German
     "aber alle allem allen aller alles als also am andere anderen auch auf aus bei beim bin bis "
@@ -52,7 +53,10 @@ constexpr std::string_view kWords =
     "quella quello questa questo sono sta su sul sulla tra tutti un una uno è aan als bij dan dat "
     "deze die dit door een en er geen had heb heeft het hij hoe hun ik is je kan maar met mijn "
     "naar niet nog nu of om onder ook op over te tot uit van veel voor waar was wat we wel werd "
-    "wie worden wordt ze zich zij zijn zo zou";
+    "wie worden wordt ze zich zij zijn zo zou "
+    // Chinese, Japanese
+    "什么 怎么 为什么 如何 以及 因为 所以 但是 可以 这个 一个 一种 没有 我们 他们 "
+    "最後 近年 毎年 場合 以上 以下";
 
 constexpr std::string_view kCalendar =
     "january february march april june july august september october november december monday "

@@ -39,6 +39,17 @@ const VocabularyWord& Vocabulary::word(const std::string& key) const {
     return words_.at(byKey_.at(key));
 }
 
+std::string answerFor(const TextIndex& index, const Vocabulary& vocabulary, std::size_t sentence,
+                      const std::string& key) {
+    const std::string& usual = vocabulary.word(key).surface;
+    for (const Word& word : index.wordsIn(sentence)) {
+        if (word.key != key) continue;
+        const std::string surface = clipped(index.surface(sentence, word), 80);
+        return lowered(surface) == lowered(usual) ? usual : surface;
+    }
+    return usual;
+}
+
 std::string withGap(const TextIndex& index, std::size_t sentence, const std::string& key) {
     const std::string& text = index.sentences()[sentence].text;
     std::string out;

@@ -31,6 +31,11 @@ class Vocabulary {
     std::unordered_map<std::string, std::size_t> byKey_;
 };
 
+/// The word as it stands in the sentence, or as it is written elsewhere if only its capital
+/// differs.
+[[nodiscard]] std::string answerFor(const TextIndex& index, const Vocabulary& vocabulary,
+                                    std::size_t sentence, const std::string& key);
+
 /// The sentence with each word of that key replaced by a gap.
 [[nodiscard]] std::string withGap(const TextIndex& index, std::size_t sentence,
                                   const std::string& key);

@@ -4,11 +4,17 @@
 #include "support/Utf8.h"
 
 #include <algorithm>
+#include <array>
 
 namespace vorq::gateway {
 namespace {
 
-constexpr std::size_t kLongestRun = 4;
+// Neither Chinese nor Japanese puts blanks between words. In Japanese a run of Han characters is
+// mostly one word; in Chinese it is cut at the characters that only carry grammar, and then evenly.
+constexpr std::size_t kLongestChineseRun = 4;
+constexpr std::size_t kLongestJapaneseRun = 8;
+constexpr std::u32string_view kChineseGrammar =
+    U"的了是在和与或也而及把被让这那它他她我你们吗呢吧着很其从对由";
 constexpr std::size_t kLongestWord = 120; // bytes; whatever is longer is no word to ask about
 
 enum class Script { None, Letters, Han, Katakana, Hiragana };
@@ -67,6 +73,14 @@ bool isDigitAt(std::string_view text, std::size_t at) {
     return at < text.size() && text[at] >= '0' && text[at] <= '9';
 }
 
+/// The apostrophe at `at` ends an article or the like, as in "l'eau" and "qu'il".
+bool isElision(std::string_view text, std::size_t begin, std::size_t at) {
+    if (text[at] != '\'' && !text.substr(at).starts_with("\u2019")) return false;
+    static constexpr auto elided = std::to_array<std::string_view>(
+        {"l", "d", "j", "c", "n", "s", "m", "t", "qu", "dell", "all", "un", "lorsqu", "puisqu"});
+    return std::ranges::find(elided, lowered(text.substr(begin, at - begin))) != elided.end();
+}
+
 /// The end of the run of letters that begins at `begin`: a hyphen or an apostrophe inside a word
 /// and a point or comma inside a number belong to it.
 std::size_t endOfLetters(std::string_view text, std::size_t begin) {
@@ -77,7 +91,7 @@ std::size_t endOfLetters(std::string_view text, std::size_t begin) {
             i += c.length;
             continue;
         }
-        if (i == begin || !joinsWord(text, i)) break;
+        if (i == begin || !joinsWord(text, i) || isElision(text, begin, i)) break;
         const std::size_t next = i + c.length;
         const bool inNumber = text[i] == '.' || text[i] == ',';
         if (inNumber && !(isDigitAt(text, i - 1) && isDigitAt(text, next))) break;
@@ -87,16 +101,27 @@ std::size_t endOfLetters(std::string_view text, std::size_t begin) {
     return i;
 }
 
-std::size_t endOfRun(std::string_view text, std::size_t begin, Script script) {
+std::size_t endOfRun(std::string_view text, std::size_t begin, Script script, bool isJapanese) {
     if (script == Script::Letters) return endOfLetters(text, begin);
-    const std::size_t most = script == Script::Han ? kLongestRun : text.size();
+    const std::size_t longestHan = isJapanese ? kLongestJapaneseRun : kLongestChineseRun;
+    const std::size_t most = script == Script::Han ? longestHan : text.size();
     std::size_t i = begin;
     for (std::size_t count = 0; i < text.size() && count < most; ++count) {
         const CodePoint c = decodeAt(text, i);
         if (scriptOf(c.value) != script) break;
+        if (!isJapanese && kChineseGrammar.contains(c.value)) return count == 0 ? i + c.length : i;
         i += c.length;
     }
     return i;
+}
+
+bool hasKana(std::string_view text) {
+    for (std::size_t at = text.find('\xE3'); at != std::string_view::npos;
+         at = text.find('\xE3', at + 1)) {
+        const char32_t c = decodeAt(text, at).value;
+        if (isHiragana(c) || isKatakana(c)) return true;
+    }
+    return false;
 }
 
 Word wordAt(std::string_view text, std::size_t begin, std::size_t end, Script script) {
@@ -114,11 +139,22 @@ Word wordAt(std::string_view text, std::size_t begin, std::size_t end, Script sc
     return word;
 }
 
+/// The end of the web address that begins at `begin`, or `begin` if there is none.
+std::size_t endOfAddress(std::string_view text, std::size_t begin) {
+    const std::string_view rest = text.substr(begin);
+    if (!rest.starts_with("http://") && !rest.starts_with("https://") &&
+        !rest.starts_with("www.")) {
+        return begin;
+    }
+    return begin + std::min(rest.find_first_of(" \t\n\"<>)"), rest.size());
+}
+
 } // namespace
 
 std::vector<Word> wordsOf(std::string_view text) {
     std::vector<Word> words;
     bool direct = false;
+    const bool isJapanese = hasKana(text);
     for (std::size_t i = 0; i < text.size();) {
         const CodePoint c = decodeAt(text, i);
         const Script script = scriptOf(c.value);
@@ -127,7 +163,13 @@ std::vector<Word> wordsOf(std::string_view text) {
             i += c.length;
             continue;
         }
-        const std::size_t end = endOfRun(text, i, script);
+        if (const std::size_t end = endOfAddress(text, i); end > i) {
+            // No word to ask about or to count.
+            direct = false;
+            i = end;
+            continue;
+        }
+        const std::size_t end = endOfRun(text, i, script, isJapanese);
         words.push_back(wordAt(text, i, end, script));
         words.back().followsDirectly = direct;
         direct = true;

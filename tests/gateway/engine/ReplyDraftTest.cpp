@@ -76,6 +76,17 @@ TEST(ReplyDraftTest, ATextInThePromptIsWorkedOn) {
                 StartsWith("**Key sentences**\n\n- Photosynthesis is a process"));
 }
 
+TEST(ReplyDraftTest, TheInstructionsOfTheClientAreNoText) {
+    const std::string deep =
+        "Deep research this attached study material.\nExtract the core ideas, surface related "
+        "well-known studies or frameworks, and bridge connections between concepts so I can learn "
+        "the bigger picture.";
+    EXPECT_THAT(draftReply(asking(deep)).text(), StartsWith("No language model is connected"));
+    PromptRequest tool = asking(std::string("Make a list:\n") + kPlantText);
+    tool.whole = true;
+    EXPECT_THAT(draftReply(tool).text(), Not(StartsWith("**Key")));
+}
+
 TEST(ReplyDraftTest, DatesAreListedInTheirOrder) {
     const std::string text =
         draftReply(asking("List the dates", "It began in 1789. Nobody knew. In June the king fled "

@@ -1,6 +1,7 @@
 #include "engine/embedded/FlashcardMaker.h"
 #include "engine/embedded/QuizMaker.h"
 #include "gateway/support/Samples.h"
+#include "support/Utf8.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -105,6 +106,38 @@ TEST(FlashcardTest, OtherSentencesBecomeGaps) {
     ASSERT_EQ(cards.size(), 1U);
     EXPECT_THAT(cards[0].front, HasSubstr("_____"));
     EXPECT_THAT(cards[0].front, Not(HasSubstr(cards[0].back)));
+}
+
+TEST(FlashcardTest, EachGapAsksForAnotherWordAsItStandsThere) {
+    const std::vector<Flashcard> cards = makeFlashcards(
+        "The fire began in a bakery. The fire crossed the river. Strong winds fed the fires.");
+    std::set<std::string> backs;
+    for (const Flashcard& card : cards) {
+        EXPECT_TRUE(backs.insert(card.back).second) << card.back;
+    }
+    EXPECT_EQ(cards.size(), 3U);
+    EXPECT_EQ(backs.count("fire"), 1U);
+}
+
+TEST(FlashcardTest, ASubjectBeginsSmallInsideAQuestion) {
+    EXPECT_THAT(makeFlashcards("Die Osmose ist ein Vorgang in Zellen."),
+                Contains(Field(&Flashcard::front, "Was ist die Osmose?")));
+}
+
+TEST(FlashcardTest, ABareListItemIsNoGap) {
+    EXPECT_THAT(makeFlashcards("- eggs\n- brown bread\n"), IsEmpty());
+}
+
+TEST(QuizTest, TheRightOptionClosesTheGapAsTheTextHasIt) {
+    const Quiz quiz = makeQuiz({"Sparrow is a small task queue. Many queues wait. The old queues "
+                                "were slow. Workers run jobs from disk.",
+                                ""});
+    for (const QuizQuestion& question : quiz.questions) {
+        const std::string gap = question.prompt.substr(question.prompt.find("\n\n") + 2);
+        std::string closed = gap;
+        closed.replace(closed.find("_____"), 5, question.options[question.answerIndex]);
+        EXPECT_THAT(lowered(question.explanation), HasSubstr(lowered(closed)));
+    }
 }
 
 TEST(FlashcardTest, PronounsAreNotDefined) {

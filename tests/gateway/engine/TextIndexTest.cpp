@@ -100,5 +100,31 @@ TEST(TextIndexTest, KeyTermsOfAGermanText) {
     EXPECT_THAT(terms, Not(Contains("die")));
 }
 
+TEST(TextIndexTest, KeyTermsLeaveMonthsFragmentsAndArticlesOut) {
+    const TextIndex french(readDocument("L'Assemblée vote en juillet. En juillet, l'Assemblée est "
+                                        "d'accord. La Bastille tombe en juillet."));
+    EXPECT_EQ(french.keyTerms(2).front(), "Assemblée");
+    const TextIndex wind(readDocument("A strong east wind blew. The strong east wind dropped."));
+    EXPECT_EQ(wind.keyTerms(1), std::vector<std::string>{"strong east wind"});
+}
+
+TEST(TextIndexTest, AddressesAreNoWords) {
+    const TextIndex index(readDocument("See https://sparrow.dev/docs or www.sparrow.dev now."));
+    EXPECT_THAT(index.keyTerms(5), Not(Contains("sparrow")));
+    EXPECT_THAT(index.keyTerms(5), Not(Contains("https")));
+}
+
+TEST(TextIndexTest, ChineseIsCutAtItsGrammar) {
+    const TextIndex index(readDocument("人工智能是计算机的一个分支。深度学习使用神经网络。"
+                                       "机器学习是人工智能的核心方法。"));
+    EXPECT_EQ(index.keyTerms(1), std::vector<std::string>{"人工智能"});
+    EXPECT_EQ(index.matching("什么是深度学习？", 1), std::vector<std::size_t>{1});
+}
+
+TEST(TextIndexTest, JapaneseCompoundsStayWhole) {
+    const TextIndex index(readDocument("宝永大噴火は1707年です。宝永大噴火は有名です。"));
+    EXPECT_EQ(index.keyTerms(1), std::vector<std::string>{"宝永大噴火"});
+}
+
 } // namespace
 } // namespace vorq::gateway::testing
