@@ -37,7 +37,7 @@ fs::path baseFolder(const Environment& environment, const char* variable, const 
 
 json readDocument(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
+    if (!stream || fs::is_directory(file)) {
         if (!fs::exists(file)) return json::object();
         throw std::runtime_error(filled("Could not read {}.", file.string()));
     }

@@ -3,6 +3,7 @@
 #include "http/ApiError.h"
 #include "http/Connection.h"
 #include "http/EventStream.h"
+#include "storage/Database.h"
 #include "support/Filled.h"
 
 #include <sys/socket.h>
@@ -17,6 +18,7 @@ namespace vorq::gateway {
 namespace {
 
 constexpr std::size_t kThreads = 24;
+constexpr auto kFailed = "The Vorq gateway failed. Try again.";
 
 /// Threads that know how many connections wait for one of them.
 class CountingPool final : public httplib::TaskQueue {
@@ -84,7 +86,7 @@ std::string sentenceForStatus(int status) {
     if (status == 413) return "The request is larger than 16 MB.";
     if (status == 414) return "The request's address is too long.";
     if (status < 500) return "The request is not valid HTTP.";
-    return "The Vorq gateway failed. Try again.";
+    return kFailed;
 }
 
 /// Writes what went wrong to standard error; it never holds anything the client sent.
@@ -185,9 +187,13 @@ void GatewayServer::Implementation::answer(const httplib::Request& request,
         sendError(response, error.status, error.what());
     } catch (const CancelledError&) {
         sendError(response, 503, "The Vorq gateway was stopped. Try again in a moment.");
+    } catch (const DatabaseError& error) {
+        report(error);
+        const bool passes = !error.advice.empty();
+        sendError(response, passes ? 503 : 500, passes ? error.advice : std::string(kFailed));
     } catch (const std::exception& error) {
         report(error);
-        sendError(response, 500, "The Vorq gateway failed. Try again.");
+        sendError(response, 500, kFailed);
     }
 }
 

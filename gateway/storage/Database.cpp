@@ -8,10 +8,27 @@ namespace {
 
 constexpr int kBusyTimeoutMs = 5000;
 
+std::string_view adviceFor(int code) {
+    switch (code) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return "Another program keeps the Vorq gateway's state file busy. Try again in a moment.";
+    case SQLITE_FULL:
+        return "The disk is full, so the Vorq gateway cannot save anything. Free some space and "
+               "try "
+               "again.";
+    case SQLITE_READONLY:
+        return "The Vorq gateway may not write its state file.";
+    default:
+        return {};
+    }
+}
+
 [[noreturn]] void fail(sqlite3* handle, int code) {
     const int primary = code & 0xFF;
     const std::string message = handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
-    throw DatabaseError(message, primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB);
+    throw DatabaseError(message, primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB,
+                        adviceFor(primary));
 }
 
 void check(sqlite3* handle, int code) {

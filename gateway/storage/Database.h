@@ -13,12 +13,14 @@ struct sqlite3_stmt;
 
 namespace vorq::gateway {
 
-/// A failed database operation. `isDamage` tells a broken file from every other failure.
+/// A failed database operation. `isDamage` tells a broken file from every other failure; `advice`
+/// is a sentence for the user where the failure is one that passes, else empty.
 class DatabaseError : public std::runtime_error {
   public:
-    DatabaseError(const std::string& message, bool damage)
-        : std::runtime_error(message), isDamage(damage) {}
+    DatabaseError(const std::string& message, bool damage, std::string_view sentence = {})
+        : std::runtime_error(message), isDamage(damage), advice(sentence) {}
     bool isDamage;
+    std::string advice;
 };
 
 /// One prepared statement: bind in order from 1, then `step` until it gives false.

@@ -69,6 +69,16 @@ TEST_F(SettingsTest, AKeyThatOthersCanReadIsPointedOut) {
     EXPECT_TRUE(readSettings(file, environment()).notices.empty());
 }
 
+TEST_F(SettingsTest, AFolderInPlaceOfTheFileIsSaid) {
+    std::filesystem::create_directory(file);
+    try {
+        static_cast<void>(readSettings(file, environment()));
+        FAIL() << "read a folder";
+    } catch (const std::runtime_error& error) {
+        EXPECT_EQ(std::string(error.what()), "Could not read " + file.string() + ".");
+    }
+}
+
 TEST_F(SettingsTest, ASyntaxErrorIsLocatedButNotQuoted) {
     const std::string failure = failureOf("{\n\"provider\": {\n  \"key\": \"secret\" oops\n}}");
     EXPECT_NE(failure.find("line 3"), std::string::npos) << failure;

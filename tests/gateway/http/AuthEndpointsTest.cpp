@@ -1,4 +1,5 @@
 #include "gateway/support/TestGateway.h"
+#include "storage/StateFile.h"
 
 #include <gtest/gtest.h>
 
@@ -104,6 +105,21 @@ TEST(AuthEndpointsTest, AnExpiredAccessTokenIsA401WithASentence) {
     const Answer answer = gateway.post("/auth/profile", {{"firstName", "A"}});
     EXPECT_EQ(answer.status, 401);
     EXPECT_EQ(answer.body.at("error"), "Your session expired. Sign in again.");
+}
+
+TEST(AuthEndpointsTest, AStateFileThatIsBusyIsSaidAndTheTokenStaysGood) {
+    TestGateway gateway;
+    gateway.signIn();
+    {
+        Database other(stateFile(gateway.folder.path() / "state"));
+        const Transaction transaction(other);
+        EXPECT_EQ(gateway.post("/ai/prompt", {{"prompt", "hello"}}).status, 200);
+        const Answer answer =
+            gateway.post("/auth/refresh", {{"refreshToken", gateway.refreshToken}});
+        EXPECT_EQ(answer.status, 503);
+        EXPECT_NE(answer.text.find("busy"), std::string::npos) << answer.text;
+    }
+    EXPECT_EQ(gateway.post("/auth/refresh", {{"refreshToken", gateway.refreshToken}}).status, 200);
 }
 
 } // namespace
