@@ -94,13 +94,14 @@ bool asksForWriting(std::string_view request) {
 /// Words of a prompt that say what to do and not about what.
 bool isInstruction(const Word& word) {
     static constexpr auto keys = std::to_array<std::string_view>(
-        {"explain", "tell",      "describ", "show",    "help",   "understand", "pleas",    "text",
-         "passag",  "selection", "say",     "list",    "giv",    "know",       "read",     "mean",
-         "note",    "hi",        "hello",   "hey",     "thank",  "okay",       "thing",    "look",
-         "detail",  "think",     "work",    "continu", "more",   "happen",     "point",    "bullet",
-         "sentenc", "line",      "fact",    "idea",    "cod",    "articl",     "document", "email",
-         "mail",    "paragraph", "pag",     "section", "answer", "dat",        "year",     "number",
-         "figur",   "erklär",    "erkläre", "einfach", "bitte",  "zeig"});
+        {"explain", "tell",    "describ",   "show",     "help",    "understand", "pleas",
+         "text",    "passag",  "selection", "say",      "list",    "giv",        "know",
+         "read",    "mean",    "note",      "hi",       "hello",   "hey",        "thank",
+         "okay",    "thing",   "look",      "detail",   "think",   "work",       "continu",
+         "more",    "happen",  "point",     "bullet",   "sentenc", "line",       "fact",
+         "idea",    "cod",     "articl",    "document", "email",   "mail",       "paragraph",
+         "pag",     "section", "answer",    "dat",      "deadlin", "year",       "number",
+         "figur",   "erklär",  "erkläre",   "einfach",  "bitte",   "zeig"});
     return std::ranges::find(keys, word.key) != keys.end();
 }
 

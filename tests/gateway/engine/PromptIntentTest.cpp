@@ -42,6 +42,7 @@ TEST(PromptIntentTest, RecognisesSmallTalk) {
 TEST(PromptIntentTest, TheSubjectLeavesInstructionsOut) {
     EXPECT_EQ(readPrompt("What does it say about priority queues?").subject, "priority queues");
     EXPECT_EQ(readPrompt("List the dates").subject, "");
+    EXPECT_EQ(readPrompt("What are the deadlines?").subject, "");
     EXPECT_EQ(readPrompt("List the dates").kind, Kind::Question);
 }
 
