@@ -66,7 +66,7 @@ void PreferredModel::applyPreferredModelFromSession(const Session& session) {
 void PreferredModel::setPreferredAIModelID(const QString& id) {
     const bool changed = id != m_preferredAIModelID;
     m_preferredAIModelID = id.isNull() ? u""_s : id;
-    m_defaults.setString(modelKey, m_preferredAIModelID);
+    m_defaults.keepString(modelKey, m_preferredAIModelID);
     if (changed) emit preferredAIModelIDChanged();
 }
 

@@ -10,23 +10,19 @@ namespace {
 
 constexpr qsizetype instantLimit = 140;
 
-qsizetype blockCount(QStringView text) {
-    return AssistantReplyDocument::blocks(text).size();
-}
-
 } // namespace
 
 bool isInstantAssistantReply(QStringView text) {
     const QStringView reply = trimmed(text);
     if (reply.isEmpty()) return true;
     if (graphemeCount(reply) > instantLimit) return false;
-    return blockCount(reply) < 2;
+    return AssistantReplyDocument::blockCount(reply) < 2;
 }
 
 BlockReveal::BlockReveal(QString reply, QStringView existing)
     : m_reply(std::move(reply)),
       m_blocks(AssistantReplyDocument::blocks(m_reply)),
-      m_shown(existing.isEmpty() ? 0 : blockCount(existing)) {}
+      m_shown(existing.isEmpty() ? 0 : AssistantReplyDocument::blockCount(existing)) {}
 
 std::optional<BlockReveal::Step> BlockReveal::next() {
     if (m_ended) return std::nullopt;

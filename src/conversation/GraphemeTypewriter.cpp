@@ -1,5 +1,6 @@
 #include "conversation/GraphemeTypewriter.h"
 
+#include "support/Characters.h"
 #include "support/Graphemes.h"
 #include "support/Text.h"
 
@@ -20,14 +21,10 @@ double basePace(qsizetype length) {
     return 78;
 }
 
-bool isWhitespace(QStringView grapheme) {
-    return trimmed(grapheme).isEmpty();
-}
-
 bool restsAfter(QStringView grapheme) {
     constexpr QStringView marks = u".,;:!?)]}";
     if (grapheme.isEmpty()) return false;
-    if (isWhitespace(grapheme) || isNewline(grapheme.front().unicode())) return true;
+    if (isWhitespaceCharacter(grapheme) || isNewline(grapheme.front().unicode())) return true;
     return grapheme.size() == 1 && marks.contains(grapheme.front());
 }
 

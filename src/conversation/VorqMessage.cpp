@@ -19,6 +19,7 @@ VorqMessage VorqMessage::placeholder() {
 bool readsAsGreeting(const VorqMessage& message) {
     constexpr QStringView greeting = u"Hello 👋";
     if (message.text.isEmpty() || trimmed(message.text).startsWith(greeting)) return true;
+    // Its first letters alone are not yet the greeting, but what they grow to is.
     return message.typingFullText && trimmed(*message.typingFullText).startsWith(greeting);
 }
 

@@ -61,6 +61,9 @@ void AppearanceSettings::restore() {
     setPanelAppearance(panel.value_or(PanelAppearance::Current));
     if (const auto stored = named(glassStyles, m_defaults.string(glassStyleKey)))
         setPanelGlassStyle(*stored);
+}
+
+void AppearanceSettings::restoreColors() {
     if (const auto stored = m_defaults.string(backgroundKey)) setPanelBackgroundHex(*stored);
     restoreBlockColors();
 }
@@ -81,33 +84,28 @@ void AppearanceSettings::restoreBlockColors() {
     setPanelAssistantBlockHex(older);
 }
 
-// A value that is stored already costs no write.
-void AppearanceSettings::store(const QString& key, const QString& value) {
-    if (m_defaults.string(key) != value) m_defaults.setString(key, value);
-}
-
 void AppearanceSettings::setAppAppearance(AppAppearancePreference preference) {
     m_appAppearance = preference;
     emit appAppearanceApplied(preference);
-    store(appAppearanceKey, rawString(preference));
+    m_defaults.keepString(appAppearanceKey, rawString(preference));
     emit changed();
 }
 
 void AppearanceSettings::setPanelAppearance(PanelAppearance appearance) {
     m_panelAppearance = appearance;
-    store(panelAppearanceKey, rawString(appearance));
+    m_defaults.keepString(panelAppearanceKey, rawString(appearance));
     emit changed();
 }
 
 void AppearanceSettings::setPanelGlassStyle(PanelGlassStyle style) {
     m_panelGlassStyle = style;
-    store(glassStyleKey, rawString(style));
+    m_defaults.keepString(glassStyleKey, rawString(style));
     emit changed();
 }
 
 void AppearanceSettings::setHex(QString& field, const QString& key, const QString& hex) {
     field = hex;
-    store(key, hex);
+    m_defaults.keepString(key, hex);
     emit changed();
 }
 

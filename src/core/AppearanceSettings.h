@@ -32,8 +32,11 @@ class AppearanceSettings final : public QObject {
     /// The defaults must outlive this object.
     explicit AppearanceSettings(Defaults& defaults) : m_defaults(defaults) {}
 
-    /// Reads what is stored, carrying an older single block colour over to the two newer ones.
+    /// Reads what is stored but the colours.
     void restore();
+
+    /// Reads the colours, carrying an older single block colour over to the two newer ones.
+    void restoreColors();
 
     [[nodiscard]] AppAppearancePreference appAppearance() const { return m_appAppearance; }
     [[nodiscard]] PanelAppearance panelAppearance() const { return m_panelAppearance; }
@@ -58,7 +61,6 @@ class AppearanceSettings final : public QObject {
 
   private:
     void restoreBlockColors();
-    void store(const QString& key, const QString& value);
     void setHex(QString& field, const QString& key, const QString& hex);
 
     Defaults& m_defaults;

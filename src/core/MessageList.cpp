@@ -48,9 +48,19 @@ void MessageList::update(const VorqMessage& message) {
     emit changed();
 }
 
+void MessageList::updateAll(const std::function<void(VorqMessage&)>& change) {
+    // By index, since whoever hears of a change may change the list in turn.
+    for (std::size_t row = 0; row < m_messages.size(); ++row) {
+        VorqMessage message = m_messages[row];
+        change(message);
+        update(message);
+    }
+}
+
 void MessageList::removeIf(const std::function<bool(const VorqMessage&)>& condemned) {
     bool removed = false;
     for (int row = rowCount() - 1; row >= 0; --row) {
+        if (row >= rowCount()) continue;
         const auto message = m_messages.begin() + row;
         if (!condemned(*message)) continue;
         beginRemoveRows({}, row, row);

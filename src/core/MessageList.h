@@ -40,6 +40,9 @@ class MessageList final : public QAbstractListModel {
     /// Replaces the message of the same id; an unknown id, or an equal message, changes nothing.
     void update(const VorqMessage& message);
 
+    /// Changes each message in place, from the first to the last.
+    void updateAll(const std::function<void(VorqMessage&)>& change);
+
     void removeIf(const std::function<bool(const VorqMessage&)>& condemned);
     void clear();
 

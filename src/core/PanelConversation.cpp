@@ -71,14 +71,16 @@ void PanelConversation::setHighlightedText(const QString& text) {
     emit highlightedTextChanged();
 }
 
+void PanelConversation::setRestoringPanelHistory(bool restoring) {
+    if (m_isRestoringPanelHistory == restoring) return;
+    m_isRestoringPanelHistory = restoring;
+    emit stateChanged();
+}
+
 void PanelConversation::submit(const QString& prompt, const QList<PromptAttachment>& attachments) {
     const std::optional<QString> bubble = submitBubble(prompt, attachments);
     if (!bubble) return;
-    const std::vector<VorqMessage> former = m_messages.messages();
-    for (VorqMessage message : former) {
-        message.followUp.reset();
-        m_messages.update(message);
-    }
+    m_messages.updateAll([](VorqMessage& message) { message.followUp.reset(); });
     VorqMessage message;
     message.text = *bubble;
     m_messages.append(std::move(message));
@@ -159,7 +161,8 @@ void PanelConversation::dropWorkingPlaceholder(const QUuid& id) {
 }
 
 void PanelConversation::stopPanelResponse() {
-    m_panelRequestTask.cancel();
+    // Also a turn that has lost its handle to one it replaced.
+    m_panelRequestTask.cancelAll();
     m_typewriter.cancelTyping();
     m_userTypingTask.cancel();
     m_panelTurnQueue.clear();
@@ -177,7 +180,7 @@ void PanelConversation::ensurePanelGreeting() {
 }
 
 void PanelConversation::clearPanelChat() {
-    m_panelRequestTask.cancel();
+    m_panelRequestTask.cancelAll();
     m_typewriter.cancelTyping();
     m_userTypingTask.cancel();
     m_panelTurnQueue.clear();

@@ -34,6 +34,7 @@ enum class TurnEnd { Replied, Failed, SignedOut, Cancelled };
 /// rest waiting in order. Main thread only.
 class PanelConversation final : public QObject {
     Q_OBJECT
+    Q_PROPERTY(vorq::MessageList* messages READ messageList CONSTANT)
     Q_PROPERTY(QString highlightedText READ highlightedText NOTIFY highlightedTextChanged)
     Q_PROPERTY(bool isPanelResponding READ isPanelResponding NOTIFY stateChanged)
     Q_PROPERTY(bool isPanelGreetingOnly READ isPanelGreetingOnly NOTIFY stateChanged)
@@ -55,6 +56,7 @@ class PanelConversation final : public QObject {
     explicit PanelConversation(const Services& services);
 
     [[nodiscard]] MessageList& messages() { return m_messages; }
+    [[nodiscard]] MessageList* messageList() { return &m_messages; }
     [[nodiscard]] const MessageList& messages() const { return m_messages; }
     [[nodiscard]] WorkStatus& workStatus() { return m_status; }
     [[nodiscard]] ReplyTypewriter& typewriter() { return m_typewriter; }
@@ -68,6 +70,9 @@ class PanelConversation final : public QObject {
     [[nodiscard]] bool isRestoringPanelHistory() const { return m_isRestoringPanelHistory; }
 
     void setHighlightedText(const QString& text);
+
+    /// While a saved chat is loaded into the panel.
+    void setRestoringPanelHistory(bool restoring);
 
     /// Asks for this model, whatever the user's own choice, as long as the program runs.
     void setModelForNow(const QString& id) { m_modelForNow = id; }
@@ -121,7 +126,6 @@ class PanelConversation final : public QObject {
         QUuid placeholder;
         Send send;
         bool isStudyTurn = false;
-        bool drainsQueue = true;
     };
 
     void startPanelPromptRequest(const QString& prompt, const QList<PromptAttachment>& attachments);

@@ -13,8 +13,6 @@
 #include <QLoggingCategory>
 
 namespace vorq {
-namespace {} // namespace
-
 void PanelConversation::startRequest(const PanelRequest& request, const QUuid& placeholder) {
     Turn turn;
     turn.placeholder = placeholder;
@@ -33,7 +31,6 @@ void PanelConversation::requestHighlightAnalysis(const QString& text) {
     removeEmptyPlaceholders();
     Turn turn;
     turn.placeholder = appendPlaceholder();
-    turn.drainsQueue = false;
     turn.send = [text](PanelConversation& self, const QString& token, const OnDelta& onDelta,
                        std::stop_token stop) {
         return self.m_services.api.streamAnalysis(AnalyzeRequest{text, self.preferredModel()},
@@ -77,10 +74,12 @@ QCoro::Task<> PanelConversation::runTurn(QPointer<PanelConversation> self, Turn 
         self->finishTurn(turn, *analysis);
     else
         self->failTurn(turn, failure, stop.stop_requested());
+    if (!self) co_return;
     // A turn that was replaced while it ended clears its successor's handle; the successor runs on.
     self->m_panelRequestTask.release();
     emit self->stateChanged();
-    if (turn.drainsQueue) self->drainPanelQueueIfIdle();
+    // A reply that is still typed drains the queue at its end; one that is not leaves it to this.
+    if (self) self->drainPanelQueueIfIdle();
 }
 
 void PanelConversation::finishTurn(const Turn& turn, const AIAnalysis& analysis) {
@@ -142,7 +141,7 @@ PanelConversation::submitHotKeyContext(std::optional<SelectionCapture::ProcessId
         if (!self || stop.stop_requested()) co_return;
         text = trimmed(captured).toString();
     }
-    if (text.isEmpty()) {
+    if (text.isEmpty() && !prefilledText) {
         const auto frontmost = capture.frontmostForeignProcess();
         if (frontmost && frontmost != sourcePID) {
             const QString captured = co_await capture.captureSelectedTextForHotKey(frontmost, stop);

@@ -145,13 +145,11 @@ void ReplyTypewriter::applyTypingText(const QString& text, const QUuid& id, bool
 }
 
 void ReplyTypewriter::finishTypingFlags(std::optional<MessageRole> role) {
-    const std::vector<VorqMessage> messages = m_messages.messages();
-    for (VorqMessage message : messages) {
-        if (!message.isTyping || (role && message.role != *role)) continue;
+    m_messages.updateAll([role](VorqMessage& message) {
+        if (!message.isTyping || (role && message.role != *role)) return;
         completeText(message);
         message.isTyping = false;
-        m_messages.update(message);
-    }
+    });
 }
 
 } // namespace vorq

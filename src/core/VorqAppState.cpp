@@ -17,7 +17,6 @@ VorqAppState::VorqAppState(const Platform& platform)
     connect(&m_study, &StudyContext::activeNoteChanged, this,
             &VorqAppState::promptPlaceholderChanged);
     connect(&m_account, &AccountSession::signedInChanged, this, &VorqAppState::accountChanged);
-    m_model.setTokenSource([this] { return m_account.sessionToken(); });
     restore();
 }
 
@@ -25,6 +24,7 @@ void VorqAppState::restore() {
     m_hub.restore();
     m_appearance.restore();
     m_model.restore();
+    m_appearance.restoreColors();
     m_account.restoreSession();
 }
 

@@ -16,7 +16,6 @@
 namespace vorq {
 
 class AppPaths;
-class BrowserSignIn;
 class Clock;
 class Defaults;
 class HttpTransport;

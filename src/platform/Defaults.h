@@ -35,6 +35,10 @@ class Defaults {
     [[nodiscard]] std::optional<QString> string(const QString& key) const;
     [[nodiscard]] std::optional<bool> boolean(const QString& key) const;
     void setString(const QString& key, const QString& text) { apply({{key, text}}); }
+    /// The same, but a text that is stored already costs no write.
+    void keepString(const QString& key, const QString& text) {
+        if (string(key) != text) setString(key, text);
+    }
     void setBoolean(const QString& key, bool truth) { apply({{key, truth}}); }
     void remove(const QString& key) { apply({{key, QVariant()}}); }
 };

@@ -87,6 +87,11 @@ void JsonWriter::null() {
     m_bytes += "null";
 }
 
+void JsonWriter::raw(QByteArrayView json) {
+    beforeValue();
+    m_bytes.append(json);
+}
+
 void JsonWriter::string(QStringView text) {
     static constexpr char hex[] = "0123456789abcdef";
     const QByteArray utf8 = text.toUtf8();

@@ -33,6 +33,9 @@ class JsonWriter {
     void value(double number);
     void null();
 
+    /// A value that is JSON already, as it stands.
+    void raw(QByteArrayView json);
+
     // A literal would otherwise quietly become a bool.
     void value(const char*) = delete;
 

@@ -35,6 +35,14 @@ void TaskSlot::cancel() {
     stopEntry(std::exchange(m_current, 0));
 }
 
+void TaskSlot::cancelAll() {
+    m_current = 0;
+    // Copies, since a stop callback may touch the list.
+    const std::vector<Entry> entries = m_entries;
+    for (Entry entry : entries)
+        entry.stop.request_stop();
+}
+
 void TaskSlot::release() {
     m_current = 0;
 }
@@ -57,6 +65,8 @@ QCoro::Task<> TaskSlot::drive(std::shared_ptr<Shared> shared, std::uint64_t id, 
             co_await body(stop);
         } catch (const std::exception& error) {
             qWarning("Vorq task ended with an error: %s", error.what());
+        } catch (...) {
+            qWarning("Vorq task ended with an unknown error");
         }
     }
     body = nullptr;

@@ -31,6 +31,9 @@ class TaskSlot {
     /// Stops the task in the slot and empties the slot.
     void cancel();
 
+    /// Stops the task in the slot and every released one that still runs, and empties the slot.
+    void cancelAll();
+
     /// Empties the slot but lets its task run on.
     void release();
 

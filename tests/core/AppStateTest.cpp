@@ -81,6 +81,13 @@ TEST_F(AppStateTest, AppearanceIsReadAndUnknownValuesFallBack) {
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "#000000");
 }
 
+TEST_F(AppStateTest, AnUnknownGlassStyleStaysClearAndUnstored) {
+    m_defaults.setString("vorq.panelGlassStyle", "frosted");
+    restart();
+    EXPECT_EQ(state().appearance().panelGlassStyle(), PanelGlassStyle::Clear);
+    EXPECT_EQ(m_defaults.string("vorq.panelGlassStyle"), "frosted");
+}
+
 TEST_F(AppStateTest, AnUnknownAppAppearanceStaysSystemAndUnstored) {
     m_defaults.setString("vorqAppAppearance", "sepia");
     restart();
@@ -103,6 +110,8 @@ TEST_F(AppStateTest, AppearanceStoresItselfOnChange) {
 }
 
 TEST_F(AppStateTest, ALaunchThatChangesNothingWritesNothing) {
+    m_defaults.setString("vorq.preferredAIModel", "deepseek/deepseek-chat");
+    m_defaults.setString("vorq.panelGlassStyle", "tinted");
     restart();
     const int before = m_defaults.writes();
     restart();

@@ -5,6 +5,7 @@
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "platform/testing/TemporaryPaths.h"
+#include "support/Wakeup.h"
 
 #include <QAbstractItemModelTester>
 
@@ -34,6 +35,9 @@ class ScriptedCapture final : public SelectionCapture {
     QCoro::Task<QString> captureSelectedTextForHotKey(std::optional<ProcessId> source,
                                                       std::stop_token) override {
         asked.push_back(source);
+        const Wakeup answered;
+        answered.fire();
+        co_await answered;
         const auto found = selections.find(source.value_or(0));
         co_return found == selections.end() ? QString() : found->second;
     }

@@ -90,5 +90,25 @@ TEST_F(HotKeyContextTest, AStoppedCaptureChangesNothing) {
     EXPECT_THAT(messages(), SizeIs(0));
 }
 
+TEST_F(HotKeyContextTest, ABlankTextGivenCapturesNothingInstead) {
+    m_capture.frontmost = 9;
+    m_capture.selections[9] = "from another";
+    press(7, " \n");
+    EXPECT_THAT(m_capture.asked, IsEmpty());
+    EXPECT_EQ(panel().highlightedText(), "");
+}
+
+TEST_F(HotKeyContextTest, TheStateGoneDuringTheCaptureIsNoHarm) {
+    m_capture.selections[7] = "captured";
+    m_task.restart([this](std::stop_token stop) -> QCoro::Task<> {
+        auto capture = panel().submitHotKeyContext(7, std::nullopt, stop);
+        m_tester.reset();
+        m_state.reset();
+        co_await capture;
+    });
+    m_clock.settle();
+    EXPECT_EQ(m_state, nullptr);
+}
+
 } // namespace
 } // namespace vorq

@@ -229,5 +229,60 @@ TEST_F(QueueTest, APromptQueuedBehindAnAnalysisWaitsForItsTyping) {
     EXPECT_EQ(m_transport.count(), 2u);
 }
 
+TEST_F(QueueTest, APromptQueuedBehindAnInstantAnalysisIsSentToo) {
+    panel().typeHighlightAndAnalyze("captured");
+    m_clock.settle();
+    submit("one");
+    reply(m_transport.at(0), "Short.");
+    EXPECT_EQ(m_transport.count(), 2u);
+}
+
+TEST_F(QueueTest, APromptQueuedBehindAnAnalysisThatFailsIsSentToo) {
+    panel().typeHighlightAndAnalyze("captured");
+    m_clock.settle();
+    submit("one");
+    m_transport.at(0).fail("refused");
+    m_clock.settle();
+    EXPECT_EQ(m_transport.count(), 2u);
+}
+
+TEST_F(QueueTest, StopAlsoEndsATurnThatHasLostItsHandle) {
+    submit("one");
+    panel().typeHighlightAndAnalyze("captured");
+    m_clock.settle();
+    m_transport.at(1).begin();
+    sendText(m_transport.at(1), threeParagraphs);
+    panel().stopPanelResponse();
+    m_clock.settle();
+    EXPECT_TRUE(m_transport.at(1).isAbandoned());
+    const QString shown = last().text;
+    sendText(m_transport.at(1), threeParagraphs + "\n\nmore\n\nand more");
+    EXPECT_EQ(last().text, shown);
+    EXPECT_FALSE(last().isTyping);
+}
+
+TEST_F(QueueTest, AnotherPromptRightAfterAStopCanBeStoppedToo) {
+    submit("one");
+    panel().stopPanelResponse();
+    submit("two");
+    panel().stopPanelResponse();
+    m_clock.settle();
+    EXPECT_TRUE(m_transport.at(1).isAbandoned());
+    EXPECT_THAT(texts(), ElementsAre("one", "two"));
+}
+
+TEST_F(QueueTest, StopAndClearDuringAnAnalysisLeaveNoReply) {
+    panel().typeHighlightAndAnalyze("captured");
+    m_clock.settle();
+    panel().stopPanelResponse();
+    m_clock.settle();
+    EXPECT_THAT(texts(), ElementsAre("Attached: Text capture"));
+    panel().typeHighlightAndAnalyze("captured");
+    m_clock.settle();
+    panel().clearPanelChat();
+    advance(5s);
+    EXPECT_THAT(texts(), ElementsAre(greeting));
+}
+
 } // namespace
 } // namespace vorq

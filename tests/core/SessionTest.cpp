@@ -145,5 +145,34 @@ TEST_F(SessionTest, SignOutKeepsTheConversation) {
     EXPECT_FALSE(state().canUsePanelAI());
 }
 
+TEST_F(SessionTest, ADeepenedSelectionEndsWithTheSession) {
+    panel().deepenSelection("the excerpt", "why?");
+    m_clock.settle();
+    refuse(request(0), 401);
+    refuse(request(1), 401);
+    EXPECT_THAT(texts(), ElementsAre("why?"));
+    EXPECT_FALSE(state().account().signedIn());
+}
+
+TEST_F(SessionTest, AnAnalysisEndsWithTheSessionAndLetsTheQueueGoOn) {
+    panel().typeHighlightAndAnalyze("captured");
+    m_clock.settle();
+    submit("one");
+    refuse(request(0), 401);
+    refuse(request(1), 401);
+    EXPECT_THAT(texts(), ElementsAre("Attached: Text capture", "one"));
+    EXPECT_EQ(panel().queuedTurns(), 0u);
+}
+
+TEST_F(SessionTest, TheStateGoneDuringTheRefreshLeavesNothing) {
+    submit("one");
+    refuse(request(0), 401);
+    m_tester.reset();
+    m_state.reset();
+    m_clock.settle();
+    EXPECT_TRUE(request(1).isAbandoned());
+    EXPECT_EQ(m_clock.pendingTimers(), 0u);
+}
+
 } // namespace
 } // namespace vorq

@@ -2,6 +2,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -122,13 +125,62 @@ TEST_F(SettingsFileTest, DamagedFileIsUntouchedUntilAWriteAndThenKeptBeside) {
 }
 
 TEST_F(SettingsFileTest, FileOfTheWrongShapeCountsAsDamaged) {
-    for (const char* bytes : {"[]", "{\"a\":{}}", "", "{\"a\":\"\xff\"}"}) {
+    for (const char* bytes : {"[]", "7", "", "{\"a\":\"\xff\"}"}) {
         put(bytes);
         testing::internal::CaptureStderr();
         const SettingsFile settings(m_path);
         EXPECT_NE(testing::internal::GetCapturedStderr().find("damaged"), std::string::npos)
             << bytes;
     }
+}
+
+TEST_F(SettingsFileTest, MembersOfOtherKindsReadAsNothingAndStay) {
+    put(R"({"a":"1","list":["x",{"y":null}],"none":null,"big":18446744073709551615})");
+    testing::internal::CaptureStderr();
+    SettingsFile settings(m_path);
+    EXPECT_EQ(settings.string("a"), "1");
+    EXPECT_FALSE(settings.contains("list"));
+    settings.setString("b", "2");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(QJsonDocument::fromJson(contentOf(m_path)).object().value("list"),
+              QJsonDocument::fromJson(R"(["x",{"y":null}])").array());
+    EXPECT_TRUE(contentOf(m_path).contains("18446744073709551615"));
+    settings.setString("list", "now a text");
+    EXPECT_EQ(SettingsFile(m_path).string("list"), "now a text");
+}
+
+TEST_F(SettingsFileTest, TwoProcessesKeepEachOthersKeys) {
+    constexpr int keys = 40;
+    const auto writeAll = [this](const QString& prefix) {
+        SettingsFile settings(m_path);
+        for (int i = 0; i < keys; ++i)
+            settings.setString(prefix + QString::number(i), "x");
+    };
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        writeAll("child");
+        ::_exit(0);
+    }
+    writeAll("parent");
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    const SettingsFile settings(m_path);
+    for (int i = 0; i < keys; ++i) {
+        EXPECT_TRUE(settings.contains("child" + QString::number(i))) << i;
+        EXPECT_TRUE(settings.contains("parent" + QString::number(i))) << i;
+    }
+}
+
+TEST_F(SettingsFileTest, AFolderInItsPlaceIsNeverOverwritten) {
+    QDir().mkpath(m_path);
+    testing::internal::CaptureStderr();
+    SettingsFile settings(m_path);
+    settings.setString("a", "1");
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(settings.string("a"), "1");
+    EXPECT_TRUE(QDir(m_path).exists());
 }
 
 TEST_F(SettingsFileTest, UnwritablePlaceKeepsChangesInMemoryAndSaysSoOnce) {

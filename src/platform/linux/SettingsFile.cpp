@@ -20,6 +20,12 @@ using namespace std::chrono_literals;
 
 constexpr QFileDevice::Permissions privateFile = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Invalid for what is not kept as a value.
 QVariant variantOf(const simdjson::dom::element& element) {
     switch (element.type()) {
     case simdjson::dom::element_type::STRING: {
@@ -37,58 +43,66 @@ QVariant variantOf(const simdjson::dom::element& element) {
     }
 }
 
-// Nothing for a document that is no object of plain values.
-std::optional<QMap<QString, QVariant>> decode(const QByteArray& bytes) {
+void write(JsonWriter& writer, const QVariant& value) {
+    switch (value.typeId()) {
+    case QMetaType::Bool:
+        return writer.value(value.toBool());
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+        return writer.value(value.toLongLong());
+    case QMetaType::Double:
+        return writer.value(value.toDouble());
+    default:
+        return writer.value(value.toString());
+    }
+}
+
+} // namespace
+
+// Nothing for what is no object.
+std::optional<SettingsFile::Content> SettingsFile::decode(const QByteArray& bytes) {
     simdjson::dom::parser parser;
     simdjson::dom::object object;
     if (parser.parse(bytes.constData(), static_cast<std::size_t>(bytes.size())).get(object) !=
         simdjson::SUCCESS)
         return std::nullopt;
-    QMap<QString, QVariant> values;
+    Content content;
     for (const auto& [key, element] : object) {
+        const QString name = QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
         const QVariant value = variantOf(element);
-        if (!value.isValid()) return std::nullopt;
-        values.insert(QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size())), value);
+        if (value.isValid())
+            content.values.insert(name, value);
+        else
+            content.foreign.insert(name, QByteArray::fromStdString(simdjson::minify(element)));
     }
-    return values;
+    return content;
 }
 
-QByteArray encode(const QMap<QString, QVariant>& values) {
+QByteArray SettingsFile::encode(const Content& content) {
     JsonWriter writer(JsonWriter::Style::Indented);
     writer.beginObject();
-    for (auto entry = values.begin(); entry != values.end(); ++entry) {
+    for (auto entry = content.values.begin(); entry != content.values.end(); ++entry) {
         writer.key(entry.key());
-        switch (entry->typeId()) {
-        case QMetaType::Bool:
-            writer.value(entry->toBool());
-            break;
-        case QMetaType::Int:
-        case QMetaType::LongLong:
-            writer.value(entry->toLongLong());
-            break;
-        case QMetaType::Double:
-            writer.value(entry->toDouble());
-            break;
-        default:
-            writer.value(entry->toString());
-        }
+        vorq::write(writer, *entry);
+    }
+    for (auto entry = content.foreign.begin(); entry != content.foreign.end(); ++entry) {
+        writer.key(entry.key());
+        writer.raw(*entry);
     }
     writer.endObject();
     return writer.take() + '\n';
 }
-
-} // namespace
 
 SettingsFile::SettingsFile(QString path) : m_path(std::move(path)) {
     reload();
 }
 
 QVariant SettingsFile::value(const QString& key) const {
-    return m_values.value(key);
+    return m_content.values.value(key);
 }
 
 void SettingsFile::reload() {
-    m_values.clear();
+    m_content = {};
     m_damaged = false;
     m_unreadable = false;
     QFile file(m_path);
@@ -99,8 +113,8 @@ void SettingsFile::reload() {
                      .arg(m_path, file.errorString()));
         return;
     }
-    if (std::optional<Values> values = decode(file.readAll())) {
-        m_values = *std::move(values);
+    if (std::optional<Content> content = decode(file.readAll())) {
+        m_content = *std::move(content);
     } else {
         m_damaged = true;
         warnOnce(QStringLiteral("Vorq found its settings %1 damaged and starts with defaults; the "
@@ -111,10 +125,11 @@ void SettingsFile::reload() {
 
 void SettingsFile::change(const std::vector<Change>& changes) {
     for (const auto& [key, value] : changes) {
+        m_content.foreign.remove(key);
         if (value.isValid())
-            m_values.insert(key, value);
+            m_content.values.insert(key, value);
         else
-            m_values.remove(key);
+            m_content.values.remove(key);
     }
 }
 
@@ -140,7 +155,7 @@ bool SettingsFile::write() {
     if (m_unreadable || (m_damaged && !keepDamagedFile())) return false;
     QSaveFile file(m_path);
     // The permissions are set before the first byte, which may be a secret.
-    const QByteArray bytes = encode(m_values);
+    const QByteArray bytes = encode(m_content);
     if (file.open(QIODevice::WriteOnly) && file.setPermissions(privateFile) &&
         file.write(bytes) == bytes.size() && file.commit()) {
         m_damaged = false;
@@ -155,6 +170,7 @@ bool SettingsFile::keepDamagedFile() {
     for (int number = 1; number < 1000; ++number) {
         const QString kept = QStringLiteral("%1.damaged-%2").arg(m_path).arg(number);
         if (!QFile::exists(kept)) return QFile::copy(m_path, kept);
+        if (contentOf(kept) == contentOf(m_path)) return true;
     }
     return false;
 }

@@ -4,12 +4,15 @@
 
 #include <QMap>
 
+#include <optional>
+
 namespace vorq {
 
 /// The user's settings as one JSON file of mode 0600, replaced atomically by each write.
 ///
 /// Every write first reads the file again, so that two programs of the user change different keys
-/// without losing each other's. A damaged file reads as empty and is kept beside the new one as
+/// without losing each other's. Members that are neither text, truth nor number are kept as they
+/// stand and read as nothing. A damaged file reads as empty and is kept beside the new one as
 /// "<name>.damaged-<number>" before it is replaced. What goes wrong is said once on standard error.
 class SettingsFile final : public Defaults {
   public:
@@ -24,6 +27,13 @@ class SettingsFile final : public Defaults {
 
   private:
     using Values = QMap<QString, QVariant>;
+    struct Content {
+        Values values;
+        QMap<QString, QByteArray> foreign; // members of other kinds, as JSON
+    };
+
+    static std::optional<Content> decode(const QByteArray& bytes);
+    static QByteArray encode(const Content& content);
 
     void reload();
     void change(const std::vector<Change>& changes);
@@ -32,7 +42,7 @@ class SettingsFile final : public Defaults {
     void warnOnce(const QString& text);
 
     QString m_path;
-    Values m_values;
+    Content m_content;
     // Changes that could not be written stand over what the file says.
     std::vector<Change> m_unwritten;
     bool m_damaged = false;
