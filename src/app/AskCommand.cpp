@@ -14,28 +14,32 @@ AskCommand::AskCommand(VorqAppState& state, Terminal& terminal)
             Qt::QueuedConnection);
 }
 
-void AskCommand::start(const AskArguments& arguments, const QString& pipedText) {
-    QList<PromptAttachment> attachments;
+std::expected<AskCommand::Question, QString> AskCommand::read(const AskArguments& arguments) {
+    Question question{arguments.prompt, arguments.model, {}, {}};
     for (const QString& file : arguments.files) {
         auto attachment = PromptAttachment::load(file);
-        if (!attachment) {
-            m_terminal.complain(attachment.error());
-            return end(1);
-        }
-        attachments += *std::move(attachment);
+        if (!attachment) return std::unexpected(attachment.error());
+        question.attachments += *std::move(attachment);
     }
+    auto piped = readPipedInput();
+    if (!piped) return std::unexpected(piped.error());
+    question.pipedText = *std::move(piped);
+    return question;
+}
+
+void AskCommand::start(const Question& question) {
     PanelConversation& panel = m_state.panel();
-    const QString highlighted = trimmed(pipedText).toString();
-    const bool hasPrompt = !trimmed(arguments.prompt).isEmpty();
-    if (!hasPrompt && attachments.isEmpty() && highlighted.isEmpty()) {
+    const QString highlighted = trimmed(question.pipedText).toString();
+    const bool hasPrompt = !trimmed(question.prompt).isEmpty() || !question.attachments.isEmpty();
+    if (!hasPrompt && highlighted.isEmpty()) {
         m_terminal.complain(QStringLiteral("There is nothing to ask: give a prompt, a file or "
                                            "text on standard input."));
         return end(2);
     }
-    if (!arguments.model.isEmpty()) panel.setModelForNow(arguments.model);
+    if (!question.model.isEmpty()) panel.setModelForNow(question.model);
     panel.setHighlightedText(highlighted);
-    if (hasPrompt || !attachments.isEmpty())
-        panel.submit(arguments.prompt, attachments);
+    if (hasPrompt)
+        panel.submit(question.prompt, question.attachments);
     else
         panel.typeHighlightAndAnalyze(highlighted);
     showStatus();
@@ -55,9 +59,7 @@ void AskCommand::showStatus() {
 }
 
 void AskCommand::print(const QByteArray& bytes) {
-    if (m_isEnded || m_terminal.print(bytes)) return;
-    m_terminal.complain(QStringLiteral("The reply could not be written."));
-    end(1);
+    if (!m_isEnded && !m_terminal.print(bytes)) end(1);
 }
 
 void AskCommand::onStreamed(const QUuid&, const QString& text) {
@@ -89,9 +91,9 @@ void AskCommand::printReply(const QUuid& placeholder) {
 }
 
 void AskCommand::printFollowUp(const VorqFollowUp& followUp) {
-    QString text = u'\n' + followUp.question + u'\n';
+    QString text = u'\n' + followUp.question.simplified() + u'\n';
     for (const QString& label : followUp.labels)
-        text += QStringLiteral("  › ") + label + u'\n';
+        text += QStringLiteral("  › ") + label.simplified() + u'\n';
     print(text.toUtf8());
 }
 

@@ -7,6 +7,8 @@
 
 #include <QObject>
 
+#include <expected>
+
 namespace vorq {
 
 /// One turn of the conversation in a terminal: the reply to standard output block by block, an
@@ -18,8 +20,18 @@ class AskCommand final : public QObject {
     /// State and terminal must outlive the command.
     AskCommand(VorqAppState& state, Terminal& terminal);
 
-    /// Begins the turn. The piped text counts as highlighted.
-    void start(const AskArguments& arguments, const QString& pipedText);
+    /// What a turn begins with.
+    struct Question {
+        QString prompt;
+        QString model;     ///< "" for the user's own choice
+        QString pipedText; ///< counts as highlighted
+        QList<PromptAttachment> attachments;
+    };
+
+    /// Reads the files and standard input; blocks until it has them. The error is a sentence.
+    [[nodiscard]] static std::expected<Question, QString> read(const AskArguments& arguments);
+
+    void start(const Question& question);
 
     /// Stops the turn at once; finished() follows with the status told.
     void stop(int exitStatus);

@@ -8,7 +8,8 @@ const QString usage = QStringLiteral(
     "\n"
     "  vorq ask [--file F]... [--model ID] PROMPT\n"
     "        Answers a prompt in the terminal. Text on standard input counts as the\n"
-    "        highlighted text; without a PROMPT it is analysed.\n"
+    "        highlighted text; without a PROMPT it is analysed. It is read to its end:\n"
+    "        use </dev/null where it stays open without a text, as in some schedulers.\n"
     "        --file F     attaches a text or an image; may be given several times\n"
     "        --model ID   asks for this model instead of the chosen one\n"
     "  vorq open URL\n"
@@ -80,6 +81,8 @@ Command parseCommandLine(const QStringList& arguments) {
     if (verb == u"--version") return ShowText{QStringLiteral("vorq " VORQ_VERSION "\n")};
     if (verb == u"ask") return parseAsk(arguments);
     if (verb == u"open") {
+        if (arguments.size() == 2 && (arguments[1] == u"--help" || arguments[1] == u"-h"))
+            return ShowText{usage};
         if (arguments.size() != 2) return UsageError{"open needs one URL."};
         return OpenArguments{arguments[1]};
     }

@@ -46,15 +46,15 @@ QCoro::Task<> OpenCommand::signIn(QPointer<OpenCommand> self, QString code, std:
     bool isSignedIn = false;
     try {
         isSignedIn = co_await self->m_state.account().exchangeHandoff(code, stop);
-    } catch (const ServiceError& error) {
+    } catch (const BackendError& error) {
         failure = error.message();
     }
     if (!self || stop.stop_requested()) co_return;
     if (isSignedIn) {
-        self->m_terminal.print(QStringLiteral("Signed in as %1.\n")
-                                   .arg(self->m_state.account().displayName())
-                                   .toUtf8());
-        co_return self->end(0);
+        const QString name = self->m_state.account().displayName();
+        const bool isSaid =
+            self->m_terminal.print(QStringLiteral("Signed in as %1.\n").arg(name).toUtf8());
+        co_return self->end(isSaid ? 0 : 1);
     }
     self->m_terminal.complain(failure.isEmpty() ? QStringLiteral("Sign in failed. Try again.")
                                                 : failure);

@@ -4,7 +4,9 @@
 
 #include <QFile>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <unistd.h>
 
 namespace vorq {
@@ -28,7 +30,13 @@ bool Terminal::print(const QByteArray& utf8) {
     showStatus({});
     const QByteArray bytes = m_isInteractive ? withoutTerminalControls(utf8) : utf8;
     const auto size = static_cast<std::size_t>(bytes.size());
-    return std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0;
+    errno = 0;
+    if (std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0)
+        return true;
+    if (errno != EPIPE)
+        complain(QStringLiteral("The output could not be written: %1.")
+                     .arg(QString::fromLocal8Bit(std::strerror(errno))));
+    return false;
 }
 
 void Terminal::complain(const QString& sentence) {
@@ -37,11 +45,24 @@ void Terminal::complain(const QString& sentence) {
     std::fprintf(stderr, "%s\n", bytes.constData());
 }
 
-QString readPipedInput() {
-    if (::isatty(STDIN_FILENO) == 1) return {};
+std::expected<QString, QString> readPipedInput() {
+    if (::isatty(STDIN_FILENO) == 1) return QString();
     QFile input;
-    if (!input.open(STDIN_FILENO, QIODevice::ReadOnly)) return {};
-    return QString::fromUtf8(input.readAll());
+    if (!input.open(STDIN_FILENO, QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return std::unexpected(QStringLiteral("Standard input: %1.").arg(input.errorString()));
+    QByteArray bytes;
+    while (bytes.size() <= pipedInputLimit) {
+        const QByteArray piece = input.read(1 << 16);
+        if (piece.isEmpty()) break;
+        bytes += piece;
+    }
+    if (input.error() != QFileDevice::NoError)
+        return std::unexpected(QStringLiteral("Standard input: %1.").arg(input.errorString()));
+    if (bytes.size() > pipedInputLimit)
+        return std::unexpected(
+            QStringLiteral("The text on standard input is larger than 16 MB, which is the most "
+                           "that can be sent."));
+    return QString::fromUtf8(bytes);
 }
 
 } // namespace vorq

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <expected>
+
 namespace vorq {
 
 /// Standard output and error of the program, which may be a terminal, a pipe or a file.
@@ -19,8 +21,8 @@ class Terminal {
     void showStatus(const QString& text);
 
     /// Writes to standard output at once; on a terminal without what it would obey. False if the
-    /// output cannot take it.
-    bool print(const QByteArray& utf8);
+    /// output cannot take it, which is said on standard error unless its reader has just left.
+    [[nodiscard]] bool print(const QByteArray& utf8);
 
     /// Writes a line to standard error.
     void complain(const QString& sentence);
@@ -30,7 +32,11 @@ class Terminal {
     bool m_hasStatus = false;
 };
 
-/// Everything on standard input, as text; "" for a terminal.
-[[nodiscard]] QString readPipedInput();
+/// At most so many bytes are taken from standard input.
+inline constexpr qint64 pipedInputLimit = 16 << 20;
+
+/// Everything on standard input, as text; "" for a terminal. Blocks until its end. The error is a
+/// sentence for the user.
+[[nodiscard]] std::expected<QString, QString> readPipedInput();
 
 } // namespace vorq

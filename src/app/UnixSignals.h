@@ -5,8 +5,9 @@
 
 namespace vorq {
 
-/// Brings interrupt and termination signals to the event loop. At most one object at a time; a
-/// second signal while the first is not taken up yet ends the program as it would without this.
+/// Brings the first interrupt or termination signal to the event loop. Another one ends the program
+/// as it would without this, so that nobody waits for a program that hangs. At most one object at a
+/// time.
 class UnixSignals final : public QObject {
     Q_OBJECT
 

@@ -12,6 +12,10 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace vorq {
 namespace {
 
@@ -64,10 +68,15 @@ class TerminalApplication {
 };
 
 int runCommand(const AskArguments& arguments) {
-    const QString pipedText = readPipedInput();
+    // Before signals are taken to the event loop: until then they end the program at once.
+    const auto question = AskCommand::read(arguments);
+    if (!question) {
+        Terminal().complain(question.error());
+        return 1;
+    }
     TerminalApplication application;
     AskCommand command(application.state(), application.terminal());
-    return application.run(command, [&] { command.start(arguments, pipedText); });
+    return application.run(command, [&] { command.start(*question); });
 }
 
 int runCommand(const OpenArguments& arguments) {
@@ -77,8 +86,7 @@ int runCommand(const OpenArguments& arguments) {
 }
 
 int runCommand(const ShowText& shown) {
-    Terminal().print(shown.text.toUtf8());
-    return 0;
+    return Terminal().print(shown.text.toUtf8()) ? 0 : 1;
 }
 
 int runCommand(const UsageError& error) {
@@ -86,10 +94,24 @@ int runCommand(const UsageError& error) {
     return 2;
 }
 
+// A closed standard descriptor would be given to the next file opened, and be written into.
+void openStandardDescriptors() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (::fcntl(descriptor, F_GETFD) < 0 && ::open("/dev/null", O_RDWR) < 0) ::_exit(1);
+}
+
+// Ends by the signal itself, so that a shell knows of it and ends its loop, too.
+void endBySignal(int status) {
+    if (status <= signalExitBase) return;
+    ::signal(status - signalExitBase, SIG_DFL);
+    ::raise(status - signalExitBase);
+}
+
 } // namespace
 } // namespace vorq
 
 int main(int argc, char** argv) {
+    vorq::openStandardDescriptors();
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("vorq"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VORQ_VERSION));
@@ -98,5 +120,6 @@ int main(int argc, char** argv) {
     // Tasks that were stopped with the application still have to unwind.
     for (int round = 0; round < 8; ++round)
         QCoreApplication::sendPostedEvents();
+    vorq::endBySignal(status);
     return status;
 }

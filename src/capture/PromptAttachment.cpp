@@ -34,8 +34,22 @@ std::optional<QString> decoded(const QByteArray& bytes, QStringDecoder::Encoding
     return text;
 }
 
+// A text that was cut by bytes may end in the middle of a character.
+void dropCutCharacter(QByteArray& bytes) {
+    qsizetype end = bytes.size();
+    for (int back = 0; back < 3 && end > 0 && (bytes[end - 1] & 0xC0) == 0x80; ++back)
+        --end;
+    if (end > 0 && (bytes[end - 1] & 0x80) != 0) bytes.truncate(end - 1);
+}
+
 std::optional<QString> textOf(const QByteArray& bytes) {
-    if (auto text = decoded(bytes, QStringDecoder::Utf8)) return text;
+    if (bytes.size() == PromptAttachment::textByteLimit) {
+        QByteArray whole = bytes;
+        dropCutCharacter(whole);
+        if (auto text = decoded(whole, QStringDecoder::Utf8)) return text;
+    } else if (auto text = decoded(bytes, QStringDecoder::Utf8)) {
+        return text;
+    }
     if (bytes.size() % 2 != 0) return std::nullopt;
     return decoded(bytes, QStringDecoder::Utf16);
 }
@@ -77,10 +91,11 @@ std::expected<PromptAttachment, QString> PromptAttachment::load(const QString& p
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return std::unexpected(QStringLiteral("%1: %2").arg(path, file.errorString()));
-    const QByteArray bytes = file.readAll();
+    const bool isImage = isImageExtension(extension);
+    const QByteArray bytes = file.read(isImage ? imageByteLimit : textByteLimit);
     if (file.error() != QFileDevice::NoError)
         return std::unexpected(QStringLiteral("%1: %2").arg(path, file.errorString()));
-    if (isImageExtension(extension)) {
+    if (isImage) {
         attachment.imageDataURL = vorq::imageDataURL(bytes);
         if (attachment.imageDataURL) return attachment;
         return std::unexpected(

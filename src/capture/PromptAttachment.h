@@ -24,6 +24,8 @@ struct PromptAttachment {
 
     /// Extracted text is cut to this many characters.
     static constexpr qsizetype textLimit = 60000;
+    /// No more bytes than this are read of a text; its limit lies within them for any real text.
+    static constexpr qsizetype textByteLimit = 4 << 20;
     /// An image of this many bytes or more is refused.
     static constexpr qsizetype imageByteLimit = 3500000;
 
@@ -32,7 +34,8 @@ struct PromptAttachment {
     [[nodiscard]] static bool isOfficeExtension(QStringView extension);
     [[nodiscard]] static bool isDocumentExtension(QStringView extension);
 
-    /// Reads a text or image file; blocks while reading. The error is a sentence for the user.
+    /// Reads a text or image file, or a pipe; blocks while reading, so not for the main thread of a
+    /// window. The error is a sentence for the user.
     [[nodiscard]] static std::expected<PromptAttachment, QString> load(const QString& path);
 };
 

@@ -3,8 +3,6 @@
 #include "app/AskCommand.h"
 #include "core/ConversationFixture.h"
 
-#include <QFile>
-
 namespace vorq {
 namespace {
 
@@ -19,8 +17,7 @@ class AskCommandTest : public ConversationFixture {
     };
 
     // Runs the command, the script meanwhile, and gives what came of it.
-    Outcome ask(const AskArguments& arguments, const QString& piped,
-                const std::function<void()>& script) {
+    Outcome ask(const AskCommand::Question& question, const std::function<void()>& script) {
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
         Outcome outcome;
@@ -30,7 +27,7 @@ class AskCommandTest : public ConversationFixture {
             QObject::connect(&command, &AskCommand::finished,
                              [&outcome](int status) { outcome.status = status; });
             m_command = &command;
-            command.start(arguments, piped);
+            command.start(question);
             m_clock.settle();
             script();
             m_clock.settle();
@@ -44,7 +41,7 @@ class AskCommandTest : public ConversationFixture {
 };
 
 TEST_F(AskCommandTest, PrintsTheReplyAsPlainMarkdown) {
-    const Outcome outcome = ask({"Why?", {}, {}}, " piped \n", [this] {
+    const Outcome outcome = ask({"Why?", {}, " piped \n", {}}, [this] {
         EXPECT_EQ(exchange().json()["prompt"], "Why?");
         EXPECT_EQ(exchange().json()["selectedText"], "piped");
         exchange().begin();
@@ -58,7 +55,7 @@ TEST_F(AskCommandTest, PrintsTheReplyAsPlainMarkdown) {
 
 TEST_F(AskCommandTest, PrintsABlockAsSoonAsItIsCommitted) {
     std::string before;
-    const Outcome outcome = ask({"Why?", {}, {}}, "", [&, this] {
+    const Outcome outcome = ask({"Why?", {}, {}, {}}, [&, this] {
         exchange().begin();
         sendText(exchange(), "A first paragraph");
         sendText(exchange(), "A first paragraph.\n\nA second");
@@ -72,13 +69,13 @@ TEST_F(AskCommandTest, PrintsABlockAsSoonAsItIsCommitted) {
 
 TEST_F(AskCommandTest, DoesNotWaitForTheRevealOfALongReply) {
     const Outcome outcome =
-        ask({"Why?", {}, {}}, "", [this] { reply(exchange(), threeParagraphs); });
+        ask({"Why?", {}, {}, {}}, [this] { reply(exchange(), threeParagraphs); });
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.out, threeParagraphs.toStdString() + "\n");
 }
 
 TEST_F(AskCommandTest, PipedTextAloneIsAnalysed) {
-    const Outcome outcome = ask({}, "the text", [this] {
+    const Outcome outcome = ask({{}, {}, "the text", {}}, [this] {
         EXPECT_EQ(exchange().path(), "/ai/analyze");
         EXPECT_EQ(exchange().json()["text"], "the text");
         reply(exchange(), "Analysed.");
@@ -87,18 +84,17 @@ TEST_F(AskCommandTest, PipedTextAloneIsAnalysed) {
 }
 
 TEST_F(AskCommandTest, WithNothingToAskItSaysSo) {
-    const Outcome outcome = ask({" ", {}, {}}, "\n", [] {});
+    const Outcome outcome = ask({" ", {}, "\n", {}}, [] {});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_NE(outcome.err.find("nothing to ask"), std::string::npos);
     EXPECT_EQ(m_transport.count(), 0u);
 }
 
-TEST_F(AskCommandTest, AttachesFiles) {
-    QFile file(m_paths.home() + "/notes.txt");
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("the notes");
-    file.close();
-    const Outcome outcome = ask({"Why?", {file.fileName()}, "local/model"}, "", [this] {
+TEST_F(AskCommandTest, SendsAttachmentsAndTheModelNamed) {
+    PromptAttachment notes;
+    notes.fileName = "notes.txt";
+    notes.textContent = "the notes";
+    const Outcome outcome = ask({"Why?", "local/model", {}, {notes}}, [this] {
         EXPECT_EQ(exchange().json()["selectedText"], "--- Attached file: notes.txt ---\nthe notes");
         EXPECT_EQ(exchange().json()["preferredModel"], "local/model");
         reply(exchange(), "Read.");
@@ -106,23 +102,22 @@ TEST_F(AskCommandTest, AttachesFiles) {
     EXPECT_EQ(outcome.out, "Read.\n");
 }
 
-TEST_F(AskCommandTest, AFileThatCannotBeReadStopsItBeforeAnythingIsSent) {
-    const Outcome outcome = ask({"Why?", {"/nowhere/x.txt"}, {}}, "", [] {});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.err.find("/nowhere/x.txt"), std::string::npos);
-    EXPECT_EQ(m_transport.count(), 0u);
+TEST_F(AskCommandTest, AFileThatCannotBeReadIsNamed) {
+    const auto question = AskCommand::read({"Why?", {"/nowhere/x.txt"}, {}});
+    ASSERT_FALSE(question);
+    EXPECT_TRUE(question.error().contains("/nowhere/x.txt"));
 }
 
 TEST_F(AskCommandTest, AnErrorGoesToStandardErrorAlone) {
     const Outcome outcome =
-        ask({"Why?", {}, {}}, "", [this] { refuse(exchange(), 503, "{\"error\":\"Busy.\"}"); });
+        ask({"Why?", {}, {}, {}}, [this] { refuse(exchange(), 503, "{\"error\":\"Busy.\"}"); });
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
     EXPECT_EQ(outcome.err, "Busy.\n");
 }
 
 TEST_F(AskCommandTest, AnErrorHalfWayEndsTheLineOfWhatWasPrinted) {
-    const Outcome outcome = ask({"Why?", {}, {}}, "", [this] {
+    const Outcome outcome = ask({"Why?", {}, {}, {}}, [this] {
         exchange().begin();
         sendText(exchange(), "A first paragraph.\n\nA second");
         exchange().fail("The connection was reset.");
@@ -133,14 +128,14 @@ TEST_F(AskCommandTest, AnErrorHalfWayEndsTheLineOfWhatWasPrinted) {
 }
 
 TEST_F(AskCommandTest, ARefusedTokenSaysHowToSignIn) {
-    const Outcome outcome = ask({"Why?", {}, {}}, "", [this] { refuse(exchange(), 401); });
+    const Outcome outcome = ask({"Why?", {}, {}, {}}, [this] { refuse(exchange(), 401); });
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.err, "Your session expired. Sign in again.\n"
                            "To sign in on this computer: vorq open \"$(vorq-gateway handoff)\"\n");
 }
 
 TEST_F(AskCommandTest, StopEndsAtOnceAndPrintsNothingMore) {
-    const Outcome outcome = ask({"Why?", {}, {}}, "", [this] {
+    const Outcome outcome = ask({"Why?", {}, {}, {}}, [this] {
         exchange().begin();
         sendText(exchange(), "A first paragraph.\n\nA second");
         m_command->stop(130);

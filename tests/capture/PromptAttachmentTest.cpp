@@ -58,6 +58,32 @@ TEST_F(PromptAttachmentTest, CutsTextToItsLimitInCharacters) {
     EXPECT_EQ(loaded->textContent->size(), 120000);
 }
 
+TEST_F(PromptAttachmentTest, ReadsNoMoreOfAHugeTextThanItMay) {
+    const QByteArray cut = "x" + QByteArrayLiteral("\xF0\x9F\x91\x8B").repeated(2 << 20);
+    const auto loaded = PromptAttachment::load(put("huge.txt", cut));
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(loaded->textContent->size(), 1 + 2 * 59999);
+    const auto zeros = PromptAttachment::load("/dev/zero");
+    ASSERT_TRUE(zeros);
+    EXPECT_EQ(zeros->textContent->size(), 60000);
+}
+
+TEST_F(PromptAttachmentTest, RefusesAHugeImageWithoutReadingItAll) {
+    QFile file(m_folder.filePath("huge.png"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(file.resize(qint64{3} << 30));
+    const auto loaded = PromptAttachment::load(file.fileName());
+    ASSERT_FALSE(loaded);
+    EXPECT_TRUE(loaded.error().contains("too large"));
+}
+
+TEST_F(PromptAttachmentTest, RefusesAFolderAndTakesAnEmptyFile) {
+    EXPECT_FALSE(PromptAttachment::load(m_folder.path()));
+    const auto empty = PromptAttachment::load(put("empty.txt", ""));
+    ASSERT_TRUE(empty);
+    EXPECT_EQ(empty->textContent, "");
+}
+
 TEST_F(PromptAttachmentTest, RefusesWhatIsNoText) {
     const auto loaded = PromptAttachment::load(put("a.bin", QByteArray::fromHex("fffe00d8ff")));
     ASSERT_FALSE(loaded);
