@@ -21,6 +21,9 @@ enum class PanelGlassStyle { Clear, Tinted };
 /// strings; an empty one means the theme's own. Main thread only.
 class AppearanceSettings final : public QObject {
     Q_OBJECT
+    Q_PROPERTY(QString appAppearance READ appAppearanceRaw NOTIFY changed)
+    Q_PROPERTY(QString panelAppearance READ panelAppearanceRaw NOTIFY changed)
+    Q_PROPERTY(QString panelGlassStyle READ panelGlassStyleRaw NOTIFY changed)
     Q_PROPERTY(QString panelBackgroundHex READ panelBackgroundHex WRITE setPanelBackgroundHex NOTIFY
                    changed)
     Q_PROPERTY(
@@ -41,6 +44,9 @@ class AppearanceSettings final : public QObject {
     [[nodiscard]] AppAppearancePreference appAppearance() const { return m_appAppearance; }
     [[nodiscard]] PanelAppearance panelAppearance() const { return m_panelAppearance; }
     [[nodiscard]] PanelGlassStyle panelGlassStyle() const { return m_panelGlassStyle; }
+    [[nodiscard]] QString appAppearanceRaw() const { return rawString(m_appAppearance); }
+    [[nodiscard]] QString panelAppearanceRaw() const { return rawString(m_panelAppearance); }
+    [[nodiscard]] QString panelGlassStyleRaw() const { return rawString(m_panelGlassStyle); }
     [[nodiscard]] const QString& panelBackgroundHex() const { return m_background; }
     [[nodiscard]] const QString& panelUserBlockHex() const { return m_userBlock; }
     [[nodiscard]] const QString& panelAssistantBlockHex() const { return m_assistantBlock; }

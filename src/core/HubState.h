@@ -18,6 +18,7 @@ enum class HubTasksLayout { Grid, Columns, List };
 /// The hub area: what the hub shows and whether it is at work. Main thread only.
 class HubState final : public QObject {
     Q_OBJECT
+    Q_PROPERTY(QString hubTasksLayout READ hubTasksLayoutRaw NOTIFY changed)
     Q_PROPERTY(bool isHubAIWorking READ isHubAIWorking WRITE setHubAIWorking NOTIFY changed)
     Q_PROPERTY(QString hubAIError READ hubAIError WRITE setHubAIError NOTIFY changed)
     Q_PROPERTY(QString hubSegmentRaw READ hubSegmentRaw WRITE setHubSegmentRaw NOTIFY changed)
@@ -29,6 +30,7 @@ class HubState final : public QObject {
     void restore();
 
     [[nodiscard]] HubTasksLayout hubTasksLayout() const { return m_tasksLayout; }
+    [[nodiscard]] QString hubTasksLayoutRaw() const { return rawString(m_tasksLayout); }
     [[nodiscard]] bool isHubAIWorking() const { return m_isWorking; }
     [[nodiscard]] const QString& hubAIError() const { return m_error; }
     [[nodiscard]] const QString& hubSegmentRaw() const { return m_segmentRaw; }

@@ -6,6 +6,7 @@
 namespace vorq {
 
 /// The library area: the outcome of the last library action, as a line for the user.
+/// Main thread only.
 class LibraryState final : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString libraryMessage READ libraryMessage WRITE setLibraryMessage NOTIFY

@@ -29,9 +29,13 @@ class PermissionProbe {
     [[nodiscard]] virtual QString processPath() const = 0;
 };
 
-/// The permissions area: what was granted, and what the user should do about the rest.
+/// The permissions area: what was granted, and what the user should do about the rest. Main thread
+/// only.
 class Permissions final : public QObject {
     Q_OBJECT
+    Q_PROPERTY(QString textCapturePermission READ textCaptureRaw NOTIFY changed)
+    Q_PROPERTY(QString screenPermission READ screenRaw NOTIFY changed)
+    Q_PROPERTY(QString microphonePermission READ microphoneRaw NOTIFY changed)
     Q_PROPERTY(bool showAccessibilityWalkthrough READ showAccessibilityWalkthrough NOTIFY changed)
     Q_PROPERTY(QString permissionMessage READ permissionMessage NOTIFY changed)
 
@@ -39,6 +43,9 @@ class Permissions final : public QObject {
     [[nodiscard]] PermissionState textCapturePermission() const { return m_textCapture; }
     [[nodiscard]] PermissionState screenPermission() const { return m_screen; }
     [[nodiscard]] PermissionState microphonePermission() const { return m_microphone; }
+    [[nodiscard]] QString textCaptureRaw() const { return rawString(m_textCapture); }
+    [[nodiscard]] QString screenRaw() const { return rawString(m_screen); }
+    [[nodiscard]] QString microphoneRaw() const { return rawString(m_microphone); }
     [[nodiscard]] bool showAccessibilityWalkthrough() const { return m_showWalkthrough; }
     [[nodiscard]] const QString& permissionMessage() const { return m_message; }
 

@@ -11,11 +11,14 @@ namespace vorq {
 /// The note that the panel studies, and the latest reply about it. Main thread only.
 class StudyContext final : public QObject {
     Q_OBJECT
+    Q_PROPERTY(bool isStudyingNote READ isStudyingNote NOTIFY activeNoteChanged)
     Q_PROPERTY(QString lastStudyResearch READ lastStudyResearch NOTIFY lastStudyResearchChanged)
 
   public:
     /// Nothing while no note is studied.
     [[nodiscard]] std::optional<QUuid> activeStudyNoteID() const { return m_activeStudyNoteID; }
+
+    [[nodiscard]] bool isStudyingNote() const { return m_activeStudyNoteID.has_value(); }
 
     /// What the active note is read as; nothing if there is none or it is no longer found.
     [[nodiscard]] std::optional<QString> activeStudySource() const;

@@ -18,7 +18,7 @@ class ManualClock final : public Clock {
     /// showing that moment, and the event loop is run dry after each.
     void advance(Duration duration);
 
-    /// Runs the event loop until nothing posted is left, without moving time.
+    /// Runs what is posted to the event loop, and what that posts in turn, without moving time.
     void settle();
 
     [[nodiscard]] std::size_t pendingTimers() const { return m_timers.size(); }
