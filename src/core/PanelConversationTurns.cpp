@@ -13,6 +13,7 @@
 #include <QLoggingCategory>
 
 namespace vorq {
+
 void PanelConversation::startRequest(const PanelRequest& request, const QUuid& placeholder) {
     Turn turn;
     turn.placeholder = placeholder;
