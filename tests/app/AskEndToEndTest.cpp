@@ -17,12 +17,14 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 namespace vorq {
 namespace {
 
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 constexpr int patience = 60'000; // milliseconds, for a machine that is busy
@@ -107,6 +109,42 @@ class AskEndToEndTest : public testing::Test {
     static QByteArray firstOutput(QProcess& process) {
         EXPECT_TRUE(process.waitForReadyRead(patience));
         return process.readAllStandardOutput();
+    }
+
+    // Everything that the program writes when its output is a terminal.
+    std::string shownOnTerminal(const QStringList& arguments, const QByteArray& input) const {
+        QFile file(m_home.filePath("input"));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(input);
+        file.close();
+        int terminal = -1;
+        const pid_t child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+        if (child == 0) runInPlace(arguments, file.fileName());
+        std::string shown;
+        char buffer[4096];
+        for (ssize_t count; (count = ::read(terminal, buffer, sizeof buffer)) > 0;)
+            shown.append(buffer, static_cast<std::size_t>(count));
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        ::close(terminal);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << shown;
+        return shown;
+    }
+
+    // Becomes the program.
+    [[noreturn]] void runInPlace(const QStringList& arguments, const QString& input) const {
+        for (const QString& key : m_environment.keys())
+            ::setenv(qPrintable(key), qPrintable(m_environment.value(key)), 1);
+        if (!std::freopen(qPrintable(input), "r", stdin)) ::_exit(90);
+        std::vector<std::string> words = {VORQ_PROGRAM};
+        for (const QString& argument : arguments)
+            words.push_back(argument.toStdString());
+        std::vector<char*> pointers;
+        for (std::string& word : words)
+            pointers.push_back(word.data());
+        pointers.push_back(nullptr);
+        ::execv(VORQ_PROGRAM, pointers.data());
+        ::_exit(91);
     }
 
     QTemporaryDir m_home;
@@ -247,32 +285,19 @@ TEST_F(AskEndToEndTest, KilledDuringTheLaunchItIsStillSignedInAfterwards) {
 TEST_F(AskEndToEndTest, OnATerminalTheStatusShowsUntilTheReply) {
     startGateway(50);
     signIn();
-    QFile input(m_home.filePath("material.md"));
-    ASSERT_TRUE(input.open(QIODevice::WriteOnly));
-    input.write(material);
-    input.close();
-    int terminal = -1;
-    const pid_t child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        for (const QString& key : m_environment.keys())
-            ::setenv(qPrintable(key), qPrintable(m_environment.value(key)), 1);
-        if (!std::freopen(qPrintable(input.fileName()), "r", stdin)) ::_exit(90);
-        ::execl(VORQ_PROGRAM, VORQ_PROGRAM, "ask", "Summarise this", nullptr);
-        ::_exit(91);
-    }
-    std::string shown;
-    char buffer[4096];
-    for (ssize_t count; (count = ::read(terminal, buffer, sizeof buffer)) > 0;)
-        shown.append(buffer, static_cast<std::size_t>(count));
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    EXPECT_EQ(WEXITSTATUS(status), 0);
+    const std::string shown = shownOnTerminal({"ask", "Summarise this"}, material);
     EXPECT_THAT(shown, StartsWith("\r\033[2KWorking..."));
     const auto reply = shown.find("**");
     ASSERT_NE(reply, std::string::npos) << shown;
     EXPECT_EQ(shown.find("Working...", reply), std::string::npos);
     EXPECT_THAT(shown.substr(0, reply), EndsWith("\r\033[2K"));
+}
+
+TEST_F(AskEndToEndTest, OnATerminalAFollowUpIsOffered) {
+    startGateway();
+    signIn();
+    EXPECT_THAT(shownOnTerminal({"ask"}, material), HasSubstr("\r\n  › "));
+    EXPECT_THAT(ask({}, material).out, Not(HasSubstr("›"))) << "piped output is the reply alone";
 }
 
 TEST_F(AskEndToEndTest, AFullOutputIsAnError) {

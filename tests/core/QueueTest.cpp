@@ -210,6 +210,14 @@ TEST_F(QueueTest, ATurnEndingAfterItsSuccessorBeganOnlyTakesTheHandle) {
     panel().typeHighlightAndAnalyze("captured");
     m_clock.settle();
     EXPECT_TRUE(panel().isPanelTurnInFlight()) << "the placeholder still tells of the turn";
+    {
+        // Without the placeholder nothing does, though the request runs on.
+        const VorqMessage placeholder = last();
+        panel().messages().removeIf([](const VorqMessage& message) { return message.isWorking; });
+        EXPECT_FALSE(panel().isPanelTurnInFlight());
+        EXPECT_FALSE(m_transport.at(1).isAbandoned());
+        panel().messages().append(placeholder);
+    }
     submit("two");
     EXPECT_EQ(m_transport.count(), 2u);
     EXPECT_EQ(panel().queuedTurns(), 1u);
