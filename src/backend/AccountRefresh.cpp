@@ -11,6 +11,7 @@ namespace vorq {
 
 // One refresh on its way and everyone who waits for it.
 struct AccountSession::Refresh {
+    quint64 sessionNumber = 0;
     bool ended = false;
     bool succeeded = false;
     std::vector<Wakeup> waiting;
@@ -32,10 +33,11 @@ struct AccountSession::Refresh {
 
 QCoro::Task<bool> AccountSession::refreshAccessTokenIfNeeded(std::stop_token stop) {
     std::shared_ptr<Refresh> refresh = m_refresh.lock();
-    if (!refresh || refresh->ended) {
+    if (!refresh || refresh->ended || refresh->sessionNumber != m_sessionNumber) {
         const QString refreshToken = m_store.readFresh().refreshToken;
         if (refreshToken.isEmpty()) co_return false;
         refresh = std::make_shared<Refresh>();
+        refresh->sessionNumber = m_sessionNumber;
         m_refresh = refresh;
         runRefresh(this, refresh, refreshToken, m_refreshStop.get_token());
     }

@@ -92,8 +92,14 @@ void AccountSession::adoptStored(const VorqSessionStore::Record& stored) {
     change(m_signedIn, true, &AccountSession::signedInChanged);
 }
 
-void AccountSession::restoreSession() {
+void AccountSession::leaveSession() {
     ++m_sessionNumber;
+    change(m_isSavingProfile, false, &AccountSession::isSavingProfileChanged);
+    change(m_isSavingPrivacy, false, &AccountSession::isSavingPrivacyChanged);
+}
+
+void AccountSession::restoreSession() {
+    leaveSession();
     const VorqSessionStore::Record stored = m_store.read();
     if (stored.token.isEmpty()) {
         setIdentity({});
@@ -119,12 +125,12 @@ void AccountSession::applySession(const Session& session) {
 }
 
 void AccountSession::beginSession(const Session& session) {
-    ++m_sessionNumber;
+    leaveSession();
     applySession(session);
 }
 
 void AccountSession::forgetSession() {
-    ++m_sessionNumber;
+    leaveSession();
     m_store.clear();
     setIdentity({});
     setProfileImageData({});
@@ -138,8 +144,6 @@ void AccountSession::signOut() {
     change(m_profileError, {}, &AccountSession::profileErrorChanged);
     change(m_privacyError, {}, &AccountSession::privacyErrorChanged);
     setPasswordResetMessage({});
-    change(m_isSavingProfile, false, &AccountSession::isSavingProfileChanged);
-    change(m_isSavingPrivacy, false, &AccountSession::isSavingPrivacyChanged);
     change(m_isSigningIn, false, &AccountSession::isSigningInChanged);
     setSigningInWithGoogle(false);
     setSigningInWithApple(false);

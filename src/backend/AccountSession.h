@@ -161,6 +161,8 @@ class AccountSession final : public QObject {
     void adoptStored(const VorqSessionStore::Record& stored);
     void beginSession(const Session& session);
     void forgetSession();
+    /// From here on what was under way belongs to a former session and is dropped.
+    void leaveSession();
     /// After a refused token could not be refreshed. Gives whether another session stands instead.
     bool expireUnlessReplaced(const QString& refusedToken);
 
@@ -224,7 +226,7 @@ AccountSession::withFreshSessionToken(Operation operation, std::stop_token stop)
         bool refreshed = false;
         if (first) refreshed = co_await refreshAccessTokenIfNeeded(stop);
         if (!self || stop.stop_requested()) throw OperationCancelled();
-        if (refreshed) continue;
+        if (refreshed && !m_sessionToken.isEmpty()) continue;
         if (!expireUnlessReplaced(token) || !first) throw ServiceError::notSignedIn();
     }
 }

@@ -26,7 +26,7 @@ std::optional<QByteArray> readSidecar(const QString& folder, QLatin1StringView n
 
 QString firstLineOf(const std::optional<QByteArray>& content) {
     if (!content) return {};
-    QStringDecoder decoder(QStringDecoder::Utf8);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString text = decoder(*content);
     return decoder.hasError() ? QString() : trimmed(firstLine(text)).toString();
 }

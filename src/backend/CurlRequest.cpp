@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <arpa/inet.h>
+#include <chrono>
 #include <new>
 
 namespace vorq {
@@ -71,6 +72,9 @@ void CurlRequest::setRules() {
     set(CURLOPT_BUFFERSIZE, socketRead);
     set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     set(CURLOPT_USERAGENT, "Vorq");
+    // Each of several addresses gets its share of the time-out.
+    const auto limit = std::chrono::ceil<std::chrono::milliseconds>(m_request.timeout);
+    set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limit.count()));
 }
 
 void CurlRequest::setRoute() {

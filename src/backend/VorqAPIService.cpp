@@ -96,6 +96,8 @@ QCoro::Task<AIAnalysis> VorqAPIService::streamAnalysis(QString path, QByteArray 
     const std::optional<int> status = response->status();
     if (!status) throw ServiceError::invalidResponse();
     if (!isSuccess(*status)) {
+        // Whatever its body says is dropped, and it may be cut short or never end.
+        if (*status == 401) throw ServiceError::notSignedIn();
         const QByteArray error = co_await readBody(*response, longestStreamErrorBody, stop);
         throw refusal(*status, QByteArrayView(error).first(
                                    std::min(error.size(), longestStreamErrorBody + 1)));

@@ -102,6 +102,27 @@ TEST_F(AccountProfileTest, AnUpdateOfASessionThatEndedMeanwhileIsDropped) {
     EXPECT_EQ(stored("token"), u"(none)");
 }
 
+TEST_F(AccountProfileTest, AnUpdateDroppedWithItsSessionLeavesNoFlag) {
+    for (const bool expires : {true, false}) {
+        signIn();
+        const Outcome profile(account->updateProfile("Ada", "", ""));
+        const std::size_t saving = transport.count() - 1;
+        const Outcome privacy(account->updatePrivacy("x@y", "old", ""));
+        if (expires) {
+            account->markSessionExpired();
+        } else {
+            const Outcome handoff(account->exchangeHandoff("c"));
+            answerLast(200, sessionJson("t5"));
+        }
+        EXPECT_FALSE(account->isSavingProfile() || account->isSavingPrivacy()) << expires;
+        transport.at(saving).respond(200, sessionJson("t2", R"(,"firstName":"Old")"));
+        transport.at(saving + 1).respond(200, sessionJson("t2"));
+        clock.settle();
+        EXPECT_FALSE(profile.value());
+        EXPECT_EQ(account->firstName(), u"");
+    }
+}
+
 TEST_F(AccountProfileTest, AStoppedUpdateEndsWithoutASentence) {
     signIn();
     std::stop_source stop;

@@ -270,5 +270,43 @@ TEST_F(AccountRefreshTest, DestroyingTheAccountCancelsACall) {
     EXPECT_TRUE(calling.cancelled());
 }
 
+TEST_F(AccountRefreshTest, ARefreshOfAFormerSessionIsNotShared) {
+    signIn();
+    const Outcome former(account->refreshAccessTokenIfNeeded());
+    const Outcome handoff(account->exchangeHandoff("c"));
+    answerLast(200, sessionJson("t5", R"(,"refreshToken":"r5")"));
+    const auto outcome = call();
+    answerLast(401, "{}");
+    ASSERT_EQ(transport.count(), 4u);
+    EXPECT_EQ(transport.last().json().value("refreshToken"), u"r5"_s);
+    answerLast(200, sessionJson("t6", R"(,"refreshToken":"r6")"));
+    answerLast(200, sessionJson("x"));
+    EXPECT_TRUE(outcome.succeeded());
+    transport.at(0).respond(200, sessionJson("t2"));
+    clock.settle();
+    EXPECT_EQ(account->sessionToken(), u"t6");
+}
+
+TEST_F(AccountRefreshTest, SigningOutWhileTheNewTokensAreAppliedIsNoExpiry) {
+    signIn();
+    const Outcome outcome(account->withFreshSessionToken(
+        [this](const QString& token) { return api.flashcards(token, "text", stop.get_token()); },
+        stop.get_token()));
+    answerLast(401, "{}");
+    // The waiter of the refresh hears of its end only on a later turn of the loop.
+    QObject::connect(
+        account.get(), &AccountSession::emailChanged, account.get(),
+        [this] {
+            QMetaObject::invokeMethod(account.get(), &AccountSession::signOut,
+                                      Qt::QueuedConnection);
+        },
+        Qt::SingleShotConnection);
+    transport.last().respond(200, R"({"signedIn":true,"email":"new@example.org","token":"t2"})");
+    clock.settle();
+    EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
+    EXPECT_EQ(account->authError(), u"");
+    EXPECT_FALSE(account->signedIn());
+}
+
 } // namespace
 } // namespace vorq

@@ -1,6 +1,9 @@
 #include "backend/AccountFixture.h"
 #include "backend/Session.h"
 
+#include "backend/Session.h"
+#include <QDir>
+
 #include <QSignalSpy>
 
 namespace vorq {
@@ -176,6 +179,42 @@ TEST_F(AccountSessionTest, TheModelForARequestNeedsASession) {
     EXPECT_EQ(account->preferredModelForAIRequest(), u"openai/o3-mini"_s);
     model.selectPreferredAIModel("");
     EXPECT_EQ(account->preferredModelForAIRequest(), std::nullopt);
+}
+
+TEST_F(AccountSessionTest, SigningOutClearsTheErrorLines) {
+    account->markSessionExpired();
+    signIn();
+    const Outcome profile(account->updateProfile("A", "", ""));
+    answerLast(409, R"({"error":"Taken."})");
+    const Outcome privacy(account->updatePrivacy("", "", ""));
+    ASSERT_FALSE(account->authError().isEmpty() || account->profileError().isEmpty() ||
+                 account->privacyError().isEmpty());
+    account->signOut();
+    EXPECT_EQ(account->authError() + account->profileError() + account->privacyError(), u"");
+}
+
+TEST_F(AccountSessionTest, SigningOutForgetsTheNames) {
+    signIn();
+    account->applyProfile("Ada", "Lovelace", "ada", "");
+    account->signOut();
+    for (const char* name : {"email", "token", "refreshToken", "firstName", "lastName", "username"})
+        EXPECT_EQ(stored(name), u"(none)") << name;
+    EXPECT_EQ(account->firstName() + account->lastName() + account->username(), u"");
+}
+
+TEST_F(AccountSessionTest, AnAvatarThatCannotBeReadIsAbsent) {
+    signIn();
+    storeAvatar("jpeg");
+    Session session;
+    session.signedIn = true;
+    session.token = "t";
+    account->applySession(session);
+    EXPECT_EQ(account->profileImageData(), "jpeg");
+    const QString path = VorqSessionStore(defaults, paths).profileImageURL();
+    QFile::remove(path);
+    QDir().mkpath(path);
+    account->applySession(session);
+    EXPECT_TRUE(account->profileImageData().isNull());
 }
 
 } // namespace

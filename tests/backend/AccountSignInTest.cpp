@@ -201,10 +201,12 @@ TEST_F(AccountSignInTest, ABlankHandoffCodeIsIgnored) {
     EXPECT_EQ(transport.count(), 0u);
 }
 
-TEST_F(AccountSignInTest, ARefusedHandoffEndsWithoutAWord) {
+TEST_F(AccountSignInTest, ARefusedHandoffIsLoggedAlone) {
     account->activateFromMacHandoff("code");
     clock.settle();
+    testing::internal::CaptureStderr();
     answerLast(400, R"({"error":"Used."})");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Vorq mac handoff failed: Used.\n");
     clock.advance(1s);
     EXPECT_TRUE(events.isEmpty());
     EXPECT_EQ(account->authError(), u"");

@@ -89,6 +89,7 @@ TEST(BaseURL, TakesTheFirstLineOfASidecarThatIsNotEmpty) {
 
 TEST(BaseURL, PassesOverASidecarThatIsNotUtf8) {
     EXPECT_EQ(fromSidecar("http://h\xFF"), builtIn);
+    EXPECT_EQ(fromSidecar("http://h\xC3"), builtIn);
 }
 
 TEST(BaseURL, KeepsTheSpellingOfAPlainURL) {

@@ -500,5 +500,33 @@ TEST_F(CurlTransportTest, BrokenEventsAreSkippedOnTheWay) {
     EXPECT_EQ(outcome.value().summary, u"fine");
 }
 
+TEST_F(CurlTransportTest, ARefusedTokenIsNotSignedInWhateverBecomesOfItsBody) {
+    const auto cut = stream();
+    ASSERT_TRUE(arrives(0));
+    const auto endless = stream();
+    ASSERT_TRUE(arrives(1));
+    server.send(0, Server::head(401, "Content-Length: 50\r\n") + "{");
+    server.close(0);
+    server.send(1, Server::head(401, "Transfer-Encoding: chunked\r\n"));
+    ASSERT_TRUE(cut.wait() && endless.wait());
+    EXPECT_EQ(cut.serviceError(), Kind::NotSignedIn);
+    EXPECT_EQ(endless.serviceError(), Kind::NotSignedIn);
+}
+
+TEST_F(CurlTransportTest, AProxyThatRefusesATunnelIsUnreachableAndSeesNoToken) {
+    qputenv("https_proxy", server.url().toUtf8());
+    VorqAPIService far(*transport, [] { return u"https://vorq.invalid"_s; });
+    const Outcome outcome(
+        far.streamAnalysis(u"/x"_s, "{}", u"secret"_s, std::chrono::seconds(60), {}, {}));
+    const bool reached = arrives();
+    qunsetenv("https_proxy");
+    ASSERT_TRUE(reached);
+    EXPECT_TRUE(server.received(0).startsWith("CONNECT vorq.invalid:443 HTTP/1.1\r\n"));
+    EXPECT_FALSE(server.received(0).contains("secret"));
+    server.send(0, "HTTP/1.1 401 Unauthorized\r\nContent-Length: 0\r\n\r\n");
+    ASSERT_TRUE(outcome.wait());
+    EXPECT_EQ(outcome.serviceError(), Kind::RequestFailed);
+}
+
 } // namespace
 } // namespace vorq

@@ -10,14 +10,15 @@ using namespace Qt::StringLiterals;
 TEST(ModelCatalogue, HoldsItsSixRowsInOrder) {
     QString ids;
     for (const VorqAIModelOption& option : VorqAIModelOption::all)
-        ids += option.id.toString() + u'|' + option.title.toString() + u'\n';
-    EXPECT_EQ(ids, u"|Auto\n"
-                   "openai/o3-mini|o3-mini\n"
-                   "perplexity/sonar-reasoning-pro|Sonar Reasoning Pro\n"
-                   "anthropic/claude-sonnet-latest|Claude Sonnet\n"
-                   "google/gemini-flash-latest|Gemini Flash\n"
-                   "deepseek/deepseek-chat|DeepSeek\n");
-    EXPECT_EQ(VorqAIModelOption::all[0].subtitle, u"Best model for each request");
+        ids += option.id.toString() + u'|' + option.title.toString() + u'|' +
+               option.subtitle.toString() + u'\n';
+    EXPECT_EQ(ids, u"|Auto|Best model for each request\n"
+                   "openai/o3-mini|o3-mini|Everyday work and reasoning\n"
+                   "perplexity/sonar-reasoning-pro|Sonar Reasoning Pro|Current research with "
+                   "sources\n"
+                   "anthropic/claude-sonnet-latest|Claude Sonnet|Natural writing and editing\n"
+                   "google/gemini-flash-latest|Gemini Flash|Long readings and fast research\n"
+                   "deepseek/deepseek-chat|DeepSeek|Everyday questions and chat\n");
 }
 
 TEST(ModelCatalogue, KnowsItsIds) {

@@ -70,11 +70,14 @@ TEST_F(PreferredModelTest, AChoiceWhileSignedOutStaysOnThisMachine) {
     EXPECT_EQ(transport.count(), 0u);
 }
 
-TEST_F(PreferredModelTest, AFailedSendIsNotRepeated) {
+TEST_F(PreferredModelTest, AFailedSendIsLoggedAndNotRepeated) {
     signIn();
     model.selectPreferredAIModel("openai/o3-mini");
     clock.settle();
+    testing::internal::CaptureStderr();
     answerLast(500, "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Vorq preferred model sync failed: Request failed with status 500.\n");
     EXPECT_EQ(transport.count(), 1u);
     EXPECT_EQ(model.preferredAIModelID(), u"openai/o3-mini");
 }
