@@ -22,6 +22,7 @@ using Ops = std::map<QString, Op>;
 void addReplyOps(Ops& ops);
 void addCommandOps(Ops& ops);
 void addBackendOps(Ops& ops);
+void addShellOps(Ops& ops);
 
 /// A member that must be there with its type.
 [[nodiscard]] QString stringOf(const QJsonObject& object, const char* key);
