@@ -4,6 +4,7 @@
 #include <QJsonDocument>
 
 #include <string>
+#include <vector>
 
 namespace vorq::conformance {
 namespace {
@@ -13,6 +14,17 @@ QJsonValue member(const QJsonObject& object, const char* key, QJsonValue::Type t
     if (value.type() != type)
         throw MalformedInput(std::string("\"") + key + "\" is missing or of another type");
     return value;
+}
+
+std::vector<double> numbersOf(const QJsonObject& object, const char* key, std::size_t count) {
+    std::vector<double> numbers;
+    for (const QJsonValue& value : arrayOf(object, key)) {
+        if (!value.isDouble()) throw MalformedInput(std::string("\"") + key + "\" holds no number");
+        numbers.push_back(value.toDouble());
+    }
+    if (numbers.size() != count)
+        throw MalformedInput(std::string("\"") + key + "\" is of another length");
+    return numbers;
 }
 
 } // namespace
@@ -37,9 +49,31 @@ QJsonObject objectOf(const QJsonObject& object, const char* key) {
     return member(object, key, QJsonValue::Object).toObject();
 }
 
-std::optional<QString> optionalStringOf(const QJsonObject& object, const char* key) {
+double numberOf(const QJsonObject& object, const char* key) {
+    return member(object, key, QJsonValue::Double).toDouble();
+}
+
+QRectF rectOf(const QJsonObject& object, const char* key) {
+    const std::vector<double> numbers = numbersOf(object, key, 4);
+    return {numbers[0], numbers[1], numbers[2], numbers[3]};
+}
+
+QPointF pointOf(const QJsonObject& object, const char* key) {
+    const std::vector<double> numbers = numbersOf(object, key, 2);
+    return {numbers[0], numbers[1]};
+}
+
+QJsonArray jsonOf(const QRectF& rect) {
+    return {rect.x(), rect.y(), rect.width(), rect.height()};
+}
+
+bool has(const QJsonObject& object, const char* key) {
     const QJsonValue value = object.value(QLatin1StringView(key));
-    if (value.isUndefined() || value.isNull()) return std::nullopt;
+    return !value.isUndefined() && !value.isNull();
+}
+
+std::optional<QString> optionalStringOf(const QJsonObject& object, const char* key) {
+    if (!has(object, key)) return std::nullopt;
     return stringOf(object, key);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QJsonObject>
 #include <QJsonValue>
+#include <QRectF>
 #include <QString>
 
 #include <functional>
@@ -31,7 +32,14 @@ void addShellOps(Ops& ops);
 [[nodiscard]] QJsonArray arrayOf(const QJsonObject& object, const char* key);
 [[nodiscard]] QJsonObject objectOf(const QJsonObject& object, const char* key);
 
+/// Numbers from arrays of the right length: [x, y, width, height] and [x, y].
+[[nodiscard]] double numberOf(const QJsonObject& object, const char* key);
+[[nodiscard]] QRectF rectOf(const QJsonObject& object, const char* key);
+[[nodiscard]] QPointF pointOf(const QJsonObject& object, const char* key);
+[[nodiscard]] QJsonArray jsonOf(const QRectF& rect);
+
 /// A member that may be missing or null.
+[[nodiscard]] bool has(const QJsonObject& object, const char* key);
 [[nodiscard]] std::optional<QString> optionalStringOf(const QJsonObject& object, const char* key);
 
 /// JSON text that the product wrote, read back.
