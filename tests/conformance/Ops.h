@@ -23,6 +23,7 @@ using Ops = std::map<QString, Op>;
 void addReplyOps(Ops& ops);
 void addCommandOps(Ops& ops);
 void addBackendOps(Ops& ops);
+void addCaptureOps(Ops& ops);
 void addShellOps(Ops& ops);
 
 /// A member that must be there with its type.

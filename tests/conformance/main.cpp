@@ -116,6 +116,7 @@ int main(int argc, char** argv) {
     vorq::conformance::addReplyOps(ops);
     vorq::conformance::addCommandOps(ops);
     vorq::conformance::addBackendOps(ops);
+    vorq::conformance::addCaptureOps(ops);
     vorq::conformance::addShellOps(ops);
     const QStringList arguments = QCoreApplication::arguments().mid(1);
     if (arguments.isEmpty()) return vorq::conformance::answerStandardInput(ops);

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "platform/Accessibility.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <map>
+
+namespace vorq {
+
+class ScriptedAccessibility;
+
+/// An element whose reads yield what its fields hold.
+class ScriptedElement final : public AccessibleElement {
+  public:
+    explicit ScriptedElement(QString name, ScriptedAccessibility& tree)
+        : m_name(std::move(name)), m_tree(tree) {}
+
+    std::optional<QString> text;
+    std::optional<TextRange> range;
+    std::optional<QString> content;
+    std::optional<QPointF> origin;
+    std::optional<QSizeF> extent;
+    /// By name.
+    std::optional<QStringList> childNames;
+    /// The first entry of a range counts.
+    std::vector<std::pair<TextRange, QRectF>> bounds;
+    std::optional<QRectF> markerBounds;
+    bool takesWrites = true;
+
+    [[nodiscard]] const QString& name() const { return m_name; }
+
+    [[nodiscard]] std::optional<QString> selectedText() const override;
+    [[nodiscard]] std::optional<TextRange> selectedTextRange() const override;
+    [[nodiscard]] std::optional<QString> value() const override;
+    [[nodiscard]] std::optional<QPointF> position() const override;
+    [[nodiscard]] std::optional<QSizeF> size() const override;
+    [[nodiscard]] std::optional<std::vector<AccessibleElementPtr>> children() const override;
+    [[nodiscard]] std::optional<QRectF> boundsForRange(TextRange asked) const override;
+    [[nodiscard]] std::optional<QRectF> selectedTextMarkerBounds() const override;
+    bool setSelectedText(const QString& newText) override;
+    bool setSelectedTextRange(TextRange newRange) override;
+
+  private:
+    QString m_name;
+    ScriptedAccessibility& m_tree;
+};
+
+/// One application of named elements, whatever process is asked for. It must outlive its elements.
+class ScriptedAccessibility final : public Accessibility {
+  public:
+    bool trusted = true;
+    QString applicationName = QStringLiteral("application");
+    std::optional<QString> focusedWindowName;
+    std::optional<QString> focusedName;
+    /// Runs before each read, with what is read ("name.selectedText").
+    std::function<void(const QString&)> onRead;
+
+    /// The element of a name, made when first asked for.
+    ScriptedElement& element(const QString& name);
+
+    /// What was read so far, in order.
+    [[nodiscard]] const QStringList& reads() const { return m_reads; }
+
+    [[nodiscard]] bool isTrusted() const override { return trusted; }
+    [[nodiscard]] AccessibleElementPtr application(ProcessId process,
+                                                   std::stop_token stop) override;
+    [[nodiscard]] AccessibleElementPtr focusedWindow(ProcessId process,
+                                                     std::stop_token stop) override;
+    [[nodiscard]] AccessibleElementPtr focusedElement(std::optional<ProcessId> process,
+                                                      std::stop_token stop) override;
+
+  private:
+    friend class ScriptedElement;
+
+    AccessibleElementPtr pointer(const QString& name);
+    // Whether the read may yield something.
+    bool note(const QString& read);
+
+    std::map<QString, std::shared_ptr<ScriptedElement>> m_elements;
+    QStringList m_reads;
+    std::stop_token m_stop;
+};
+
+} // namespace vorq

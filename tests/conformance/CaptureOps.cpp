@@ -1,0 +1,95 @@
+#include "capture/AccessibleSelection.h"
+#include "capture/SelectionBounds.h"
+#include "conformance/Ops.h"
+#include "platform/testing/ScriptedAccessibility.h"
+
+#include <QJsonArray>
+
+namespace vorq::conformance {
+namespace {
+
+TextRange rangeOf(const QJsonObject& object, const char* key) {
+    const QPointF pair = pointOf(object, key);
+    return {.location = static_cast<std::int64_t>(pair.x()),
+            .length = static_cast<std::int64_t>(pair.y())};
+}
+
+std::optional<QRectF> optionalRectOf(const QJsonObject& object, const char* key) {
+    return has(object, key) ? std::optional(rectOf(object, key)) : std::nullopt;
+}
+
+QJsonValue nullable(const std::optional<QRectF>& rect) {
+    return rect ? QJsonValue(jsonOf(*rect)) : QJsonValue(QJsonValue::Null);
+}
+
+void fill(ScriptedElement& element, const QJsonObject& from) {
+    element.text = optionalStringOf(from, "AXSelectedText");
+    element.content = optionalStringOf(from, "AXValue");
+    if (has(from, "AXSelectedTextRange")) element.range = rangeOf(from, "AXSelectedTextRange");
+    if (has(from, "AXPosition")) element.origin = pointOf(from, "AXPosition");
+    if (has(from, "AXSize")) {
+        const QPointF size = pointOf(from, "AXSize");
+        element.extent = QSizeF(size.x(), size.y());
+    }
+    element.markerBounds = optionalRectOf(from, "markerBounds");
+    if (has(from, "AXChildren")) {
+        QStringList& names = element.childNames.emplace();
+        for (const QJsonValue& child : arrayOf(from, "AXChildren"))
+            names += child.toString();
+    }
+    if (!has(from, "bounds")) return;
+    for (const QJsonValue& entry : arrayOf(from, "bounds"))
+        element.bounds.emplace_back(rangeOf(entry.toObject(), "range"),
+                                    rectOf(entry.toObject(), "rect"));
+}
+
+void fill(ScriptedAccessibility& accessibility, const QJsonObject& tree) {
+    accessibility.applicationName = stringOf(tree, "application");
+    accessibility.focusedName = optionalStringOf(tree, "focused");
+    accessibility.focusedWindowName = optionalStringOf(tree, "focusedWindow");
+    const QJsonObject elements = objectOf(tree, "elements");
+    for (auto entry = elements.begin(); entry != elements.end(); ++entry)
+        fill(accessibility.element(entry.key()), entry.value().toObject());
+}
+
+QJsonValue jsonOfCapture(const std::optional<AXCapture>& capture) {
+    if (!capture) return QJsonValue::Null;
+    QJsonObject out{{"text", capture->text}};
+    if (capture->rawAXFrame) out["rawAXFrame"] = jsonOf(*capture->rawAXFrame);
+    if (capture->elementAXFrame) out["elementAXFrame"] = jsonOf(*capture->elementAXFrame);
+    if (const auto range = capture->selectedRange)
+        out["selectedRange"] = QJsonArray{qint64{range->location}, qint64{range->length}};
+    return out;
+}
+
+QJsonValue axCapture(const QJsonObject& in) {
+    ScriptedAccessibility accessibility;
+    fill(accessibility, objectOf(in, "tree"));
+    const CaptureSource source{.accessibility = accessibility, .process = 1, .stop = {}};
+    const QString call = stringOf(in, "call");
+    if (call == u"captureFromFocusedAccessibilityElement")
+        return jsonOfCapture(captureFromFocusedAccessibilityElement(source));
+    if (call == u"captureSelectedTextFromFocusedElement")
+        return captureSelectedTextFromFocusedElement(source);
+    if (call != u"selectionOwningElement") throw MalformedInput("unknown call");
+    const AccessibleElementPtr owner = selectionOwningElement(source);
+    if (!owner) return QJsonValue::Null;
+    return std::static_pointer_cast<ScriptedElement>(owner)->name();
+}
+
+QJsonValue bounds(const QJsonObject& in) {
+    ScriptedAccessibility accessibility;
+    ScriptedElement& element = accessibility.element(QStringLiteral("element"));
+    fill(element, objectOf(in, "element"));
+    return nullable(
+        selectionAXBounds(rangeOf(in, "range"), element, optionalRectOf(in, "elementFrame")));
+}
+
+} // namespace
+
+void addCaptureOps(Ops& ops) {
+    ops["axCapture"] = axCapture;
+    ops["selectionAXBounds"] = bounds;
+}
+
+} // namespace vorq::conformance
