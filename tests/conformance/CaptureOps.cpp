@@ -1,5 +1,6 @@
 #include "capture/AccessibleSelection.h"
 #include "capture/SelectionBounds.h"
+#include "capture/SelectionPlacement.h"
 #include "conformance/Ops.h"
 #include "platform/testing/ScriptedAccessibility.h"
 
@@ -77,6 +78,17 @@ QJsonValue axCapture(const QJsonObject& in) {
     return std::static_pointer_cast<ScriptedElement>(owner)->name();
 }
 
+ScreenLayout screensOf(const QJsonObject& in) {
+    ScreenLayout screens;
+    for (const QJsonValue& frame : arrayOf(in, "screens"))
+        screens.frames.push_back(rectOf(QJsonObject{{"frame", frame}}, "frame"));
+    if (!has(in, "main")) return screens;
+    const auto index = static_cast<std::size_t>(integerOf(in, "main"));
+    if (index >= screens.frames.size()) throw MalformedInput("no such screen");
+    screens.main = screens.frames[index];
+    return screens;
+}
+
 QJsonValue bounds(const QJsonObject& in) {
     ScriptedAccessibility accessibility;
     ScriptedElement& element = accessibility.element(QStringLiteral("element"));
@@ -90,6 +102,15 @@ QJsonValue bounds(const QJsonObject& in) {
 void addCaptureOps(Ops& ops) {
     ops["axCapture"] = axCapture;
     ops["selectionAXBounds"] = bounds;
+    ops["cocoaRect"] = [](const QJsonObject& in) -> QJsonValue {
+        return jsonOf(cocoaRect(rectOf(in, "rect"), screensOf(in)));
+    };
+    ops["highlightPlacementFrame"] = [](const QJsonObject& in) {
+        return nullable(highlightPlacementFrame(optionalRectOf(in, "rect"), screensOf(in)));
+    };
+    ops["compactElementPlacementFrame"] = [](const QJsonObject& in) {
+        return nullable(compactElementPlacementFrame(optionalRectOf(in, "rect"), screensOf(in)));
+    };
 }
 
 } // namespace vorq::conformance
