@@ -1,6 +1,7 @@
 #include "capture/AccessibleSelection.h"
 
 #include "capture/SelectionBounds.h"
+#include "support/Graphemes.h"
 #include "support/Text.h"
 
 #include <deque>
@@ -120,6 +121,10 @@ QString captureSelectedTextAXOnly(const CaptureSource& source) {
     if (!source.accessibility.isTrusted()) return {};
     const std::optional<AXCapture> capture = captureFromFocusedAccessibilityElement(source);
     return capture ? trimmed(capture->text).toString() : QString();
+}
+
+QString longerSelectedText(const QString& ax, const QString& copied) {
+    return graphemeCount(ax) >= graphemeCount(copied) ? ax : copied;
 }
 
 } // namespace vorq

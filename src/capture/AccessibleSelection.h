@@ -55,4 +55,8 @@ captureFromFocusedAccessibilityElement(const CaptureSource& source);
 /// read.
 [[nodiscard]] QString captureSelectedTextAXOnly(const CaptureSource& source);
 
+/// Of a text read by accessibility and one that was copied, the one with more characters; the
+/// former if they are equal.
+[[nodiscard]] QString longerSelectedText(const QString& ax, const QString& copied);
+
 } // namespace vorq

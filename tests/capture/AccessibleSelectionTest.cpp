@@ -263,5 +263,13 @@ TEST_F(AccessibleSelectionTest, AStoppedCaptureReadsNothing) {
     EXPECT_EQ(captureSelectedTextFromFocusedElement(m_source), "");
 }
 
+TEST(LongerSelectedText, CountsCharactersAndPrefersAccessibility) {
+    EXPECT_EQ(longerSelectedText("abc", "xyz"), "abc");
+    EXPECT_EQ(longerSelectedText("abc", "wxyz"), "wxyz");
+    EXPECT_EQ(longerSelectedText("", "x"), "x");
+    EXPECT_EQ(longerSelectedText("", ""), "");
+    EXPECT_EQ(longerSelectedText("ab", QStringLiteral("👩‍👩‍👧")), "ab");
+}
+
 } // namespace
 } // namespace vorq

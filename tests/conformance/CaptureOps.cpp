@@ -1,6 +1,7 @@
 #include "capture/AccessibleSelection.h"
 #include "capture/SelectionBounds.h"
 #include "capture/SelectionPlacement.h"
+#include "capture/SourceApplication.h"
 #include "conformance/Ops.h"
 #include "platform/testing/ScriptedAccessibility.h"
 
@@ -102,6 +103,12 @@ QJsonValue bounds(const QJsonObject& in) {
 void addCaptureOps(Ops& ops) {
     ops["axCapture"] = axCapture;
     ops["selectionAXBounds"] = bounds;
+    ops["isBrowserBundleID"] = [](const QJsonObject& in) {
+        return isBrowserBundleID(optionalStringOf(in, "bundleID").value_or(QString()));
+    };
+    ops["ownsNativeSaveAs"] = [](const QJsonObject& in) {
+        return ownsNativeSaveAs(optionalStringOf(in, "bundleID").value_or(QString()));
+    };
     ops["cocoaRect"] = [](const QJsonObject& in) -> QJsonValue {
         return jsonOf(cocoaRect(rectOf(in, "rect"), screensOf(in)));
     };

@@ -1,0 +1,68 @@
+#include "capture/SourceApplication.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <array>
+
+namespace vorq {
+namespace {
+
+// Browsers whose identifier holds none of the words below.
+constexpr std::array browsers{
+    QLatin1StringView("com.microsoft.edgemac"),
+    QLatin1StringView("com.operasoftware.opera"),
+    QLatin1StringView("com.vivaldi.vivaldi"),
+};
+
+constexpr std::array browserWords{
+    QLatin1StringView("chrome"),     QLatin1StringView("firefox"), QLatin1StringView("safari"),
+    QLatin1StringView("webkit"),     QLatin1StringView("browser"), QLatin1StringView("webcontent"),
+    QLatin1StringView("google"),     QLatin1StringView("kagi"),    QLatin1StringView("ecosia"),
+    QLatin1StringView("perplexity"), QLatin1StringView("search"),  QLatin1StringView("chromium"),
+};
+
+constexpr std::array wordProcessorWords{
+    QLatin1StringView("microsoft.word"),
+    QLatin1StringView("iwork.pages"),
+};
+
+constexpr std::array savingApplications{
+    QLatin1StringView("com.apple.iwork.keynote"),
+    QLatin1StringView("com.apple.iwork.numbers"),
+    QLatin1StringView("com.apple.textedit"),
+    QLatin1StringView("com.apple.dt.xcode"),
+};
+
+constexpr QLatin1StringView fileManager("com.apple.finder");
+
+bool containsAny(const QString& text, const auto& words) {
+    return std::ranges::any_of(words, [&](QLatin1StringView word) { return text.contains(word); });
+}
+
+bool isAny(const QString& text, const auto& identifiers) {
+    return std::ranges::find(identifiers, text) != identifiers.end();
+}
+
+} // namespace
+
+bool isBrowserBundleID(QStringView bundleID) {
+    const QString lowerCase = bundleID.toString().toLower();
+    return isAny(lowerCase, browsers) || containsAny(lowerCase, browserWords);
+}
+
+bool ownsNativeSaveAs(QStringView bundleID) {
+    const QString lowerCase = bundleID.toString().toLower();
+    return isAny(lowerCase, savingApplications) || containsAny(lowerCase, wordProcessorWords);
+}
+
+bool isFinderBundleID(QStringView bundleID) {
+    return bundleID.toString().toLower() == fileManager;
+}
+
+bool isHotKeyCopyFallbackBundleID(QStringView bundleID) {
+    return isBrowserBundleID(bundleID) ||
+           containsAny(bundleID.toString().toLower(), wordProcessorWords);
+}
+
+} // namespace vorq

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QStringView>
+
+namespace vorq {
+
+/// What a capture does differently for some applications. An application is known by its
+/// identifier, of any case; an empty one stands for an application without one, for which
+/// everything here is false.
+
+[[nodiscard]] bool isBrowserBundleID(QStringView bundleID);
+
+/// Whether the application takes the note hot key for its own "Save As".
+[[nodiscard]] bool ownsNativeSaveAs(QStringView bundleID);
+
+/// Whether it is the file manager, whose selection is files and must not be copied.
+[[nodiscard]] bool isFinderBundleID(QStringView bundleID);
+
+/// Whether the panel hot key may send the copy shortcut when accessibility finds no text.
+[[nodiscard]] bool isHotKeyCopyFallbackBundleID(QStringView bundleID);
+
+} // namespace vorq
