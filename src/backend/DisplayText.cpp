@@ -44,18 +44,6 @@ QStringView withoutFullStops(QStringView text) {
     return text;
 }
 
-QString withSingleBlanks(QStringView text) {
-    QString result;
-    bool inSpace = false;
-    for (const QChar character : text) {
-        const bool space = isWhitespaceOrNewline(character.unicode());
-        if (!space) result += character;
-        if (space && !inSpace) result += u' ';
-        inSpace = space;
-    }
-    return result;
-}
-
 QString sourceLine(const AISource& source) {
     const QString title = trimmed(source.title.value_or(QString())).toString();
     const QString url = trimmed(source.url.value_or(QString())).toString();

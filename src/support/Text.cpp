@@ -5,6 +5,18 @@
 
 namespace vorq {
 
+QString withSingleBlanks(QStringView text) {
+    QString result;
+    bool inSpace = false;
+    for (const QChar character : text) {
+        const bool space = isWhitespaceOrNewline(character.unicode());
+        if (!space) result += character;
+        if (space && !inSpace) result += u' ';
+        inSpace = space;
+    }
+    return result;
+}
+
 std::vector<QStringView> splitAtNewlines(QStringView text) {
     std::vector<QStringView> pieces;
     qsizetype start = 0;

@@ -54,6 +54,9 @@ template<bool (*Member)(char32_t)>
     return trimmedOf<isBlank>(text);
 }
 
+/// The text with each run of white space and newlines made one blank.
+[[nodiscard]] QString withSingleBlanks(QStringView text);
+
 /// The pieces between line breaks, empty pieces included; at least one piece. A carriage return
 /// and the line feed after it are two breaks.
 [[nodiscard]] std::vector<QStringView> splitAtNewlines(QStringView text);

@@ -73,6 +73,11 @@ TEST(Text, FirstLineSkipsEmptyPieces) {
     EXPECT_EQ(firstLine(u""), u"");
 }
 
+TEST(Text, MakesEachRunOfWhiteSpaceOneBlank) {
+    EXPECT_EQ(withSingleBlanks(u" a \t\r\n b\u00A0\u2028c\n"), " a b c ");
+    EXPECT_EQ(withSingleBlanks(u""), "");
+}
+
 TEST(Text, HealsCarriageReturnsAndEscapedLineFeeds) {
     EXPECT_EQ(withHealedLineBreaks(u"a\r\nb\\nc"), u"a\nb\nc");
     EXPECT_EQ(withHealedLineBreaks(u"plain"), u"plain");
