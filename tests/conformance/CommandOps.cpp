@@ -2,6 +2,7 @@
 #include "capture/PromptAttachment.h"
 #include "conformance/Ops.h"
 #include "conversation/PanelRequests.h"
+#include "conversation/PromptCommands.h"
 #include "library/StudySource.h"
 
 #include <QJsonArray>
@@ -71,9 +72,39 @@ QJsonValue deepenRequest(const QJsonObject& in) {
         in);
 }
 
+QString nameOf(PromptRoute route) {
+    switch (route) {
+    case PromptRoute::SaveChat:
+        return QStringLiteral("saveChat");
+    case PromptRoute::Library:
+        return QStringLiteral("library");
+    case PromptRoute::RecallNote:
+        return QStringLiteral("recallNote");
+    case PromptRoute::SaveResearch:
+        return QStringLiteral("saveResearch");
+    case PromptRoute::Study:
+        return QStringLiteral("study");
+    case PromptRoute::Backend:
+        return QStringLiteral("backend");
+    }
+    return {};
+}
+
 } // namespace
 
 void addCommandOps(Ops& ops) {
+    ops["normalizedCommand"] = [](const QJsonObject& in) -> QJsonValue {
+        return normalizedCommand(stringOf(in, "text"));
+    };
+    ops["route"] = [](const QJsonObject& in) -> QJsonValue {
+        return nameOf(route(stringOf(in, "text")));
+    };
+    ops["isHubAIQuizRequest"] = [](const QJsonObject& in) -> QJsonValue {
+        return isHubAIQuizRequest(stringOf(in, "text"));
+    };
+    ops["quizFocus"] = [](const QJsonObject& in) -> QJsonValue {
+        return quizFocus(stringOf(in, "text"));
+    };
     ops["submitBubble"] = [](const QJsonObject& in) {
         return nullable(submitBubble(stringOf(in, "prompt"), attachmentsOf(in)));
     };
