@@ -30,7 +30,8 @@ void JsonWriter::close(char bracket) {
     Q_ASSERT(!m_hasEntries.empty() && !m_afterKey);
     const bool hadEntries = m_hasEntries.back();
     m_hasEntries.pop_back();
-    if (hadEntries || m_style == Style::Indented) lineBreak();
+    if (!hadEntries && m_style == Style::Indented) m_bytes += '\n';
+    lineBreak();
     m_bytes += bracket;
 }
 

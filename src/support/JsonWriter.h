@@ -14,8 +14,10 @@ namespace vorq {
 class JsonWriter {
   public:
     enum class Style {
-        Compact,  ///< no white space
-        Indented, ///< two blanks a level, " : " after a key, "/" written as "\/"
+        Compact, ///< no white space
+        /// Two blanks a level, " : " after a key, "/" written as "\/", an empty line in what is
+        /// empty.
+        Indented,
     };
 
     explicit JsonWriter(Style style = Style::Compact) : m_style(style) {}

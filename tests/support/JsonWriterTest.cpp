@@ -49,6 +49,20 @@ TEST(JsonWriter, IndentedStylePutsAMemberALine) {
     EXPECT_EQ(writer.take(), "{\n  \"url\" : \"a\\/b\",\n  \"labels\" : [\n    \"x\"\n  ]\n}");
 }
 
+TEST(JsonWriter, IndentedStylePutsAnEmptyLineIntoWhatIsEmpty) {
+    JsonWriter writer(JsonWriter::Style::Indented);
+    writer.beginArray();
+    writer.beginObject();
+    writer.key(u"list");
+    writer.beginArray();
+    writer.endArray();
+    writer.endObject();
+    writer.beginObject();
+    writer.endObject();
+    writer.endArray();
+    EXPECT_EQ(writer.take(), "[\n  {\n    \"list\" : [\n\n    ]\n  },\n  {\n\n  }\n]");
+}
+
 TEST(JsonWriter, NumbersThatJsonHasNotBecomeNull) {
     JsonWriter writer;
     writer.value(std::numeric_limits<double>::infinity());
