@@ -12,13 +12,6 @@ bool read(strict_json::Element element, AISource& source) {
            strict_json::readIfPresent(object, "url", source.url);
 }
 
-bool read(strict_json::Element element, VorqFollowUp& followUp) {
-    strict_json::Object object;
-    return element.get(object) == simdjson::SUCCESS &&
-           strict_json::readRequired(object, "question", followUp.question) &&
-           strict_json::readRequired(object, "labels", followUp.labels);
-}
-
 static bool read(strict_json::Element element, AIAnalysis& analysis) {
     strict_json::Object object;
     return element.get(object) == simdjson::SUCCESS &&
@@ -31,17 +24,6 @@ static bool read(strict_json::Element element, AIAnalysis& analysis) {
 
 std::optional<AIAnalysis> decodeAIAnalysis(QByteArrayView json) {
     return strict_json::decodeDocument<AIAnalysis>(json);
-}
-
-void encode(const VorqFollowUp& followUp, JsonWriter& writer) {
-    writer.beginObject();
-    writer.member(u"question", followUp.question);
-    writer.key(u"labels");
-    writer.beginArray();
-    for (const QString& label : followUp.labels)
-        writer.value(label);
-    writer.endArray();
-    writer.endObject();
 }
 
 static void encode(const AISource& source, JsonWriter& writer) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backend/VorqFollowUp.h"
+#include "support/VorqFollowUp.h"
 
 #include <QByteArray>
 #include <QString>

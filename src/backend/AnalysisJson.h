@@ -1,12 +1,11 @@
 #pragma once
 
 #include "backend/AIAnalysis.h"
-#include "backend/StrictJson.h"
+#include "support/FollowUpJson.h"
 
 namespace vorq {
 
-// The parts of an analysis that the events of a stream carry too.
+// A part of an analysis that the events of a stream carry too.
 [[nodiscard]] bool read(strict_json::Element element, AISource& source);
-[[nodiscard]] bool read(strict_json::Element element, VorqFollowUp& followUp);
 
 } // namespace vorq

@@ -1,6 +1,6 @@
 #include "backend/HttpOutcome.h"
 
-#include "backend/StrictJson.h"
+#include "support/StrictJson.h"
 #include "support/Text.h"
 
 namespace vorq {

@@ -1,7 +1,7 @@
 #include "backend/Session.h"
 
-#include "backend/StrictJson.h"
 #include "support/JsonWriter.h"
+#include "support/StrictJson.h"
 
 namespace vorq {
 

@@ -1,7 +1,7 @@
 #include "backend/StudyRecords.h"
 
-#include "backend/StrictJson.h"
 #include "support/JsonWriter.h"
+#include "support/StrictJson.h"
 
 namespace vorq {
 

@@ -1,4 +1,4 @@
-#include "backend/StrictJson.h"
+#include "support/StrictJson.h"
 
 #include <cmath>
 
@@ -28,6 +28,36 @@ bool read(Element element, qint64& number) {
     if (!element.is_double() || element.get(real) != simdjson::SUCCESS) return false;
     if (std::trunc(real) != real || std::abs(real) > limit) return false;
     number = static_cast<qint64>(real);
+    return true;
+}
+
+bool read(Element element, double& number) {
+    return element.get(number) == simdjson::SUCCESS;
+}
+
+bool read(Element element, QUuid& id) {
+    std::string_view text;
+    if (element.get(text) != simdjson::SUCCESS || text.size() != 36) return false;
+    id = QUuid::fromString(QLatin1StringView(text));
+    return !id.isNull() || text == "00000000-0000-0000-0000-000000000000";
+}
+
+bool read(Element element, Date& date) {
+    std::string_view text;
+    if (element.get(text) != simdjson::SUCCESS) return false;
+    const std::optional<Date> found = dateFromIso(QByteArrayView(text));
+    if (found) date = *found;
+    return found.has_value();
+}
+
+bool read(Element element, QByteArray& bytes) {
+    std::string_view text;
+    if (element.get(text) != simdjson::SUCCESS || text.size() % 4 != 0) return false;
+    auto decoded = QByteArray::fromBase64Encoding(
+        QByteArray::fromRawData(text.data(), static_cast<qsizetype>(text.size())),
+        QByteArray::AbortOnBase64DecodingErrors);
+    if (!decoded) return false;
+    bytes = std::move(decoded.decoded);
     return true;
 }
 

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "support/Date.h"
+
 #include <QByteArrayView>
 #include <QString>
+#include <QUuid>
 
 #include <optional>
 #include <simdjson.h>
@@ -21,6 +24,12 @@ using Object = simdjson::dom::object;
 [[nodiscard]] bool read(Element element, bool& truth);
 /// Whole numbers, also in the form "2.0".
 [[nodiscard]] bool read(Element element, qint64& number);
+[[nodiscard]] bool read(Element element, double& number);
+/// The 36 characters of the canonical form, in either case.
+[[nodiscard]] bool read(Element element, QUuid& id);
+[[nodiscard]] bool read(Element element, Date& date);
+/// Base64 of the bytes.
+[[nodiscard]] bool read(Element element, QByteArray& bytes);
 
 template<typename Value>
 [[nodiscard]] bool read(Element element, std::vector<Value>& values) {
