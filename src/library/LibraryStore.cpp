@@ -1,0 +1,55 @@
+#include "library/LibraryStore.h"
+
+#include "library/DurableFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace vorq {
+namespace {
+
+constexpr QStringView notesFile = u"saved-notes.json";
+constexpr QStringView chatsFile = u"saved-chats.json";
+
+template<typename List>
+List orEmpty(std::optional<List> list) {
+    return list ? *std::move(list) : List();
+}
+
+} // namespace
+
+LibraryStore::LibraryStore(const QString& applicationSupportFolder)
+    : m_folder(applicationSupportFolder.isEmpty() ? QDir::tempPath() : applicationSupportFolder) {
+    m_folder += QStringLiteral("/Vorq/Library");
+}
+
+QString LibraryStore::path(QStringView fileName) const {
+    QDir().mkpath(m_folder);
+    return m_folder + u'/' + fileName.toString();
+}
+
+QByteArray LibraryStore::contentOf(QStringView fileName) const {
+    QFile file(path(fileName));
+    // Opening a pipe would wait for its other end.
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) return {};
+    return file.readAll();
+}
+
+std::vector<SavedNote> LibraryStore::loadNotes() const {
+    return orEmpty(decodeSavedNotes(contentOf(notesFile)));
+}
+
+std::vector<SavedChat> LibraryStore::loadChats() const {
+    return orEmpty(decodeSavedChats(contentOf(chatsFile)));
+}
+
+void LibraryStore::save(const std::vector<SavedNote>& notes) const {
+    replaceFile(path(notesFile), encode(notes));
+}
+
+void LibraryStore::save(const std::vector<SavedChat>& chats) const {
+    replaceFile(path(chatsFile), encode(chats));
+}
+
+} // namespace vorq

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "library/SavedChat.h"
+#include "library/SavedNote.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace vorq {
+
+/// The files of the user's library, each the whole of its list. Main thread only.
+///
+/// Nothing here fails: a file that is missing, unreadable or not in order reads as an empty list
+/// and is left where it is, and a save that fails leaves the former file. A file is replaced at
+/// once and only when the new one is on the disk.
+class LibraryStore {
+  public:
+    /// The files are in "Vorq/Library" under the user's folder for application data, or under the
+    /// folder for temporary files if that is empty.
+    explicit LibraryStore(const QString& applicationSupportFolder);
+
+    [[nodiscard]] std::vector<SavedNote> loadNotes() const;
+    [[nodiscard]] std::vector<SavedChat> loadChats() const;
+
+    void save(const std::vector<SavedNote>& notes) const;
+    void save(const std::vector<SavedChat>& chats) const;
+
+  private:
+    [[nodiscard]] QString path(QStringView fileName) const;
+    [[nodiscard]] QByteArray contentOf(QStringView fileName) const;
+
+    QString m_folder;
+};
+
+} // namespace vorq

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "support/Date.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+#include <vector>
+
+namespace vorq {
+
+struct SavedChatMessage {
+    QUuid id;
+    QString role; ///< "user" or "assistant"; any other string counts as the user
+    QString text;
+
+    bool operator==(const SavedChatMessage&) const = default;
+};
+
+/// A conversation of the panel, kept.
+struct SavedChat {
+    QUuid id;
+    QString title;
+    Date createdAt;
+    std::vector<SavedChatMessage> messages;
+
+    bool operator==(const SavedChat&) const = default;
+};
+
+/// All chats of a file. Nothing if any of it does not fit.
+[[nodiscard]] std::optional<std::vector<SavedChat>> decodeSavedChats(QByteArrayView json);
+[[nodiscard]] QByteArray encode(const std::vector<SavedChat>& chats);
+
+} // namespace vorq

@@ -1,0 +1,130 @@
+#include "library/LibraryStore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vorq {
+namespace {
+
+using namespace std::chrono_literals;
+
+std::vector<SavedNote> oneNote(const QString& text) {
+    SavedNote note;
+    note.id = QUuid::createUuid();
+    note.text = text;
+    note.createdAt = Date(1'700'000'000s);
+    return {note};
+}
+
+class LibraryStoreTest : public testing::Test {
+  protected:
+    QTemporaryDir m_root;
+    QString m_folder = m_root.filePath("Vorq/Library");
+    QString m_notes = m_folder + "/saved-notes.json";
+    LibraryStore m_store{m_root.path()};
+
+    void put(const QByteArray& content) const {
+        QDir().mkpath(m_folder);
+        QFile file(m_notes);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    [[nodiscard]] static QByteArray contentOf(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    }
+};
+
+TEST_F(LibraryStoreTest, FirstLaunchMakesTheFolderAndReadsEmptyLists) {
+    EXPECT_TRUE(m_store.loadNotes().empty());
+    EXPECT_TRUE(m_store.loadChats().empty());
+    EXPECT_TRUE(QDir(m_folder).exists());
+    EXPECT_TRUE(QDir(m_folder).isEmpty());
+}
+
+TEST_F(LibraryStoreTest, ReadsWhatItSaved) {
+    const std::vector<SavedNote> notes = oneNote("é");
+    const std::vector<SavedChat> chats = {{QUuid::createUuid(), "Plan", Date(0s), {}}};
+    m_store.save(notes);
+    m_store.save(chats);
+    EXPECT_EQ(m_store.loadNotes(), notes);
+    EXPECT_EQ(m_store.loadChats(), chats);
+    EXPECT_EQ(QDir(m_folder).entryList(QDir::Files, QDir::Name),
+              (QStringList{"saved-chats.json", "saved-notes.json"}));
+}
+
+TEST_F(LibraryStoreTest, KeepsFilesFromOthers) {
+    put("[]");
+    QFile::setPermissions(m_notes, QFile::ReadOwner | QFile::ReadOther);
+    m_store.save(oneNote("private"));
+    struct stat status{};
+    ASSERT_EQ(::stat(qPrintable(m_notes), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600);
+}
+
+TEST_F(LibraryStoreTest, DamagedFileReadsAsEmptyAndStays) {
+    const QByteArray damaged =
+        R"([{"id":"2f564652-466d-e486-522c-4f8d6102dd70","text":"","createdAt":"2026-03-01T10:20:30.5Z"}])";
+    put(damaged);
+    EXPECT_TRUE(m_store.loadNotes().empty());
+    EXPECT_EQ(contentOf(m_notes), damaged);
+    EXPECT_EQ(QDir(m_folder).entryList(QDir::Files).size(), 1);
+}
+
+TEST_F(LibraryStoreTest, BadContentOfAnyKindReadsAsEmpty) {
+    for (const QByteArray& content : {QByteArray(), QByteArray("[\n"), QByteArray("\0\xFF\x01", 3),
+                                      QByteArray(100'000, '['), QByteArray("\xFF\xFE[\0]\0", 6)}) {
+        put(content);
+        EXPECT_TRUE(m_store.loadNotes().empty());
+    }
+}
+
+TEST_F(LibraryStoreTest, NextSaveReplacesADamagedFile) {
+    put("damaged");
+    const std::vector<SavedNote> notes = oneNote("new");
+    m_store.save(notes);
+    EXPECT_EQ(m_store.loadNotes(), notes);
+}
+
+TEST_F(LibraryStoreTest, SaveReplacesALinkAndSparesItsTarget) {
+    const QString target = m_root.filePath("other.json");
+    put("[]");
+    ASSERT_TRUE(QFile::rename(m_notes, target));
+    ASSERT_TRUE(QFile::link(target, m_notes));
+    const std::vector<SavedNote> notes = oneNote("new");
+    m_store.save(notes);
+    EXPECT_EQ(m_store.loadNotes(), notes);
+    EXPECT_EQ(contentOf(target), "[]");
+}
+
+TEST_F(LibraryStoreTest, PipeInTheFilesPlaceIsNotWaitedFor) {
+    ASSERT_TRUE(QDir().mkpath(m_folder));
+    ASSERT_EQ(::mkfifo(qPrintable(m_notes), 0600), 0);
+    EXPECT_TRUE(m_store.loadNotes().empty());
+}
+
+TEST_F(LibraryStoreTest, FailedSaveLeavesNothingBehind) {
+    ASSERT_TRUE(QDir().mkpath(m_notes + "/occupied"));
+    m_store.save(oneNote("lost"));
+    EXPECT_TRUE(m_store.loadNotes().empty());
+    EXPECT_EQ(QDir(m_folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+              QStringList{"saved-notes.json"});
+}
+
+TEST_F(LibraryStoreTest, FolderThatCannotBeMadeReadsAsEmptyAndSavesNothing) {
+    QFile file(m_root.filePath("Vorq"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    m_store.save(oneNote("lost"));
+    EXPECT_TRUE(m_store.loadNotes().empty());
+    EXPECT_EQ(file.size(), 0);
+}
+
+} // namespace
+} // namespace vorq
