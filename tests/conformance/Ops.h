@@ -25,6 +25,7 @@ void addCommandOps(Ops& ops);
 void addBackendOps(Ops& ops);
 void addCaptureOps(Ops& ops);
 void addShellOps(Ops& ops);
+void addLibraryOps(Ops& ops);
 
 /// A member that must be there with its type.
 [[nodiscard]] QString stringOf(const QJsonObject& object, const char* key);
