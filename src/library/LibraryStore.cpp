@@ -11,6 +11,10 @@ namespace {
 
 constexpr QStringView notesFile = u"saved-notes.json";
 constexpr QStringView chatsFile = u"saved-chats.json";
+constexpr QStringView aiChatsFile = u"hub-ai-chats.json";
+constexpr QStringView tasksFile = u"hub-tasks.json";
+constexpr QStringView taskColumnsFile = u"hub-task-columns.json";
+constexpr QStringView trackersFile = u"hub-trackers.json";
 
 template<typename List>
 List orEmpty(std::optional<List> list) {
@@ -44,12 +48,44 @@ std::vector<SavedChat> LibraryStore::loadChats() const {
     return orEmpty(decodeSavedChats(contentOf(chatsFile)));
 }
 
+std::vector<HubAIChat> LibraryStore::loadAIChats() const {
+    return orEmpty(decodeHubAIChats(contentOf(aiChatsFile)));
+}
+
+std::vector<HubTask> LibraryStore::loadTasks() const {
+    return orEmpty(decodeHubTasks(contentOf(tasksFile)));
+}
+
+std::vector<HubTaskColumn> LibraryStore::loadTaskColumns(Date now) const {
+    return orEmpty(decodeHubTaskColumns(contentOf(taskColumnsFile), now));
+}
+
+std::vector<HubTracker> LibraryStore::loadTrackers(Date now) const {
+    return orEmpty(decodeHubTrackers(contentOf(trackersFile), now));
+}
+
 void LibraryStore::save(const std::vector<SavedNote>& notes) const {
     replaceFile(path(notesFile), encode(notes));
 }
 
 void LibraryStore::save(const std::vector<SavedChat>& chats) const {
     replaceFile(path(chatsFile), encode(chats));
+}
+
+void LibraryStore::save(const std::vector<HubAIChat>& chats) const {
+    replaceFile(path(aiChatsFile), encode(chats));
+}
+
+void LibraryStore::save(const std::vector<HubTask>& tasks) const {
+    replaceFile(path(tasksFile), encode(tasks));
+}
+
+void LibraryStore::save(const std::vector<HubTaskColumn>& columns) const {
+    replaceFile(path(taskColumnsFile), encode(columns));
+}
+
+void LibraryStore::save(const std::vector<HubTracker>& trackers) const {
+    replaceFile(path(trackersFile), encode(trackers));
 }
 
 } // namespace vorq

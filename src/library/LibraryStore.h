@@ -1,5 +1,8 @@
 #pragma once
 
+#include "library/HubAIChat.h"
+#include "library/HubTask.h"
+#include "library/HubTracker.h"
 #include "library/SavedChat.h"
 #include "library/SavedNote.h"
 
@@ -22,9 +25,19 @@ class LibraryStore {
 
     [[nodiscard]] std::vector<SavedNote> loadNotes() const;
     [[nodiscard]] std::vector<SavedChat> loadChats() const;
+    [[nodiscard]] std::vector<HubAIChat> loadAIChats() const;
+    [[nodiscard]] std::vector<HubTask> loadTasks() const;
+    /// `now` is for records of older versions, which have no date.
+    [[nodiscard]] std::vector<HubTaskColumn> loadTaskColumns(Date now) const;
+    [[nodiscard]] std::vector<HubTracker> loadTrackers(Date now) const;
 
     void save(const std::vector<SavedNote>& notes) const;
     void save(const std::vector<SavedChat>& chats) const;
+    /// Of these the caller gives only those that are saved.
+    void save(const std::vector<HubAIChat>& chats) const;
+    void save(const std::vector<HubTask>& tasks) const;
+    void save(const std::vector<HubTaskColumn>& columns) const;
+    void save(const std::vector<HubTracker>& trackers) const;
 
   private:
     [[nodiscard]] QString path(QStringView fileName) const;

@@ -3,6 +3,7 @@
 #include "support/JsonWriter.h"
 #include "support/StrictJson.h"
 
+#include <algorithm>
 #include <array>
 #include <concepts>
 #include <optional>
@@ -37,9 +38,13 @@ template<HasRawStrings Enumeration>
     return true;
 }
 
+inline void value(JsonWriter& writer, const QUuid& id) {
+    writer.raw('"' + id.toByteArray(QUuid::WithoutBraces).toUpper() + '"');
+}
+
 inline void member(JsonWriter& writer, QStringView key, const QUuid& id) {
     writer.key(key);
-    writer.raw('"' + id.toByteArray(QUuid::WithoutBraces).toUpper() + '"');
+    value(writer, id);
 }
 
 inline void member(JsonWriter& writer, QStringView key, Date date) {
@@ -71,7 +76,32 @@ void list(JsonWriter& writer, const std::vector<Record>& records, Write write) {
     writer.endArray();
 }
 
-/// A whole file of the library.
+/// An array whose entries are read by `readEntry`. For records that ask for more than themselves.
+template<typename Record, typename Read>
+[[nodiscard]] bool readEach(strict_json::Element element, std::vector<Record>& records,
+                            Read readEntry) {
+    simdjson::dom::array array;
+    if (element.get(array) != simdjson::SUCCESS) return false;
+    for (const strict_json::Element entry : array) {
+        if (!readEntry(entry, records.emplace_back())) return false;
+    }
+    return true;
+}
+
+/// A whole file of the library. Nothing if any of it does not fit.
+template<typename Record, typename Read>
+[[nodiscard]] std::optional<std::vector<Record>> decodedFile(QByteArrayView json, Read readEntry) {
+    if (json.isEmpty()) return std::nullopt;
+    simdjson::dom::parser parser;
+    strict_json::Element root;
+    std::vector<Record> records;
+    if (parser.parse(json.data(), static_cast<std::size_t>(json.size())).get(root) !=
+            simdjson::SUCCESS ||
+        !readEach(root, records, readEntry))
+        return std::nullopt;
+    return records;
+}
+
 template<typename Record, typename Write>
 [[nodiscard]] QByteArray encodedFile(const std::vector<Record>& records, Write write) {
     JsonWriter writer(JsonWriter::Style::Indented);

@@ -60,6 +60,24 @@ TEST_F(LibraryStoreTest, ReadsWhatItSaved) {
               (QStringList{"saved-chats.json", "saved-notes.json"}));
 }
 
+TEST_F(LibraryStoreTest, KeepsEachListOfTheHubInAFile) {
+    const std::vector<HubAIChat> chats(1);
+    const std::vector<HubTask> tasks(2);
+    const std::vector<HubTaskColumn> columns(3);
+    const std::vector<HubTracker> trackers(4);
+    m_store.save(chats);
+    m_store.save(tasks);
+    m_store.save(columns);
+    m_store.save(trackers);
+    EXPECT_EQ(m_store.loadAIChats(), chats);
+    EXPECT_EQ(m_store.loadTasks(), tasks);
+    EXPECT_EQ(m_store.loadTaskColumns(Date(1s)), columns);
+    EXPECT_EQ(m_store.loadTrackers(Date(1s)), trackers);
+    EXPECT_EQ(QDir(m_folder).entryList(QDir::Files, QDir::Name),
+              (QStringList{"hub-ai-chats.json", "hub-task-columns.json", "hub-tasks.json",
+                           "hub-trackers.json"}));
+}
+
 TEST_F(LibraryStoreTest, KeepsFilesFromOthers) {
     put("[]");
     QFile::setPermissions(m_notes, QFile::ReadOwner | QFile::ReadOther);
