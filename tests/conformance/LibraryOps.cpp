@@ -1,8 +1,12 @@
 #include "conformance/Ops.h"
 #include "conversation/PanelHistory.h"
+#include "library/HubAIChat.h"
+#include "library/HubTask.h"
+#include "library/HubTracker.h"
 #include "library/SavedNote.h"
 
 #include <QJsonArray>
+#include <QJsonDocument>
 
 namespace vorq::conformance {
 namespace {
@@ -36,11 +40,55 @@ QJsonValue savedChat(const QJsonObject& in) {
     return QJsonObject{{"title", chat->title}, {"messages", kept}};
 }
 
+template<typename Record>
+QJsonValue recoded(const std::optional<std::vector<Record>>& decoded) {
+    const std::vector<Record> records = decoded.value_or(std::vector<Record>());
+    return QJsonObject{{"count", static_cast<qint64>(records.size())},
+                       {"content", QString::fromUtf8(encode(records))}};
+}
+
+QJsonValue libraryRecode(const QJsonObject& in) {
+    const QString file = stringOf(in, "file");
+    const QByteArray content = stringOf(in, "content").toUtf8();
+    if (file == u"saved-notes.json") return recoded(decodeSavedNotes(content));
+    if (file == u"saved-chats.json") return recoded(decodeSavedChats(content));
+    if (file == u"hub-ai-chats.json") return recoded(decodeHubAIChats(content));
+    if (file == u"hub-tasks.json") return recoded(decodeHubTasks(content));
+    if (file == u"hub-task-columns.json") return recoded(decodeHubTaskColumns(content, Date()));
+    if (file == u"hub-trackers.json") return recoded(decodeHubTrackers(content, Date()));
+    throw MalformedInput("unknown file");
+}
+
+QJsonValue migrated(const QJsonObject& in) {
+    auto columns = decodeHubTaskColumns(QJsonDocument(arrayOf(in, "columns")).toJson(), Date());
+    auto tasks = decodeHubTasks(QJsonDocument(arrayOf(in, "tasks")).toJson());
+    if (!columns || !tasks) throw MalformedInput("not the records of a board");
+    const HubTaskBoard board = migrateHubTasks(*std::move(tasks), *std::move(columns), Date());
+
+    const QJsonArray written = parsed(encode(board.columns)).toArray();
+    QJsonArray outColumns;
+    std::map<QUuid, QString> names;
+    for (qsizetype index = 0; index < written.size(); ++index) {
+        const QJsonObject column = written[index].toObject();
+        outColumns += QJsonObject{
+            {"name", column["name"]}, {"icon", column["icon"]}, {"color", column["color"]}};
+        names.emplace(QUuid(column["id"].toString()), column["name"].toString());
+    }
+    QJsonArray outTasks;
+    for (const HubTask& task : board.tasks)
+        outTasks += QJsonObject{{"title", task.title},
+                                {"column", names.at(task.columnID.value())},
+                                {"order", task.orderInColumn}};
+    return QJsonObject{{"columns", outColumns}, {"tasks", outTasks}};
+}
+
 } // namespace
 
 void addLibraryOps(Ops& ops) {
     ops["note"] = note;
     ops["savedChat"] = savedChat;
+    ops["libraryRecode"] = libraryRecode;
+    ops["migrateHubTasks"] = migrated;
 }
 
 } // namespace vorq::conformance
