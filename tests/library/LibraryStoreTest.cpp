@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace vorq {
@@ -142,6 +144,26 @@ TEST_F(LibraryStoreTest, FolderThatCannotBeMadeReadsAsEmptyAndSavesNothing) {
     m_store.save(oneNote("lost"));
     EXPECT_TRUE(m_store.loadNotes().empty());
     EXPECT_EQ(file.size(), 0);
+}
+
+TEST_F(LibraryStoreTest, KillAtAnyMomentLeavesAWholeList) {
+    const QString body(20'000, u'x');
+    m_store.save(oneNote(body));
+    for (int round = 0; round < 20; ++round) {
+        const pid_t child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            while (true)
+                m_store.save(oneNote(body));
+        }
+        ::usleep(static_cast<useconds_t>(500 * (round + 1)));
+        ::kill(child, SIGKILL);
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        const std::vector<SavedNote> notes = m_store.loadNotes();
+        ASSERT_EQ(notes.size(), 1);
+        EXPECT_EQ(notes.front().text, body);
+    }
 }
 
 } // namespace
