@@ -282,6 +282,20 @@ TEST_F(AskEndToEndTest, KilledDuringTheLaunchItIsStillSignedInAfterwards) {
     EXPECT_EQ(ask({"Summarise this"}, material).status, 0);
 }
 
+TEST_F(AskEndToEndTest, SeveralAtOnceKeepTheSession) {
+    startGateway();
+    signIn();
+    for (int round = 0; round < 3; ++round) {
+        std::vector<std::unique_ptr<QProcess>> copies;
+        for (int copy = 0; copy < 6; ++copy)
+            copies.push_back(start(VORQ_PROGRAM, {"ask", "Summarise this"}, material));
+        for (const auto& copy : copies) {
+            const Outcome outcome = finish(*copy);
+            EXPECT_EQ(outcome.status, 0) << outcome.err;
+        }
+    }
+}
+
 TEST_F(AskEndToEndTest, OnATerminalTheStatusShowsUntilTheReply) {
     startGateway(50);
     signIn();
