@@ -1,15 +1,18 @@
 # Third-party libraries, all from the distribution (packaging/debian-packages.txt).
 
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Gui Qml Quick QuickControls2 Svg Widgets)
 find_package(QCoro6 0.8 REQUIRED COMPONENTS Core)
 find_package(CURL REQUIRED)
 find_package(simdjson REQUIRED)
 find_package(ICU REQUIRED COMPONENTS uc)
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
+# X11: hot keys, windows of other programs, selections
+pkg_check_modules(Xcb REQUIRED IMPORTED_TARGET xcb xcb-ewmh xcb-keysyms xcb-randr xcb-res xcb-xfixes
+                  xcb-xtest)
 if(VORQ_TESTS OR VORQ_FUZZ)
   find_package(GTest REQUIRED)
-  find_package(Qt6 6.4 REQUIRED COMPONENTS Network Test)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Network QuickTest Test)
 endif()
 
 # vorq-gateway

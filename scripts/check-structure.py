@@ -30,7 +30,8 @@ ARROWS = {
     "writing": ["conversation"],
     "core": ["hub", "writing"],
     "shell": ["core"],
-    "app": ["shell", "platform/linux", "platform/macos"],
+    "ui": ["shell"],
+    "app": ["ui", "platform/linux", "platform/macos"],
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+
+namespace vorq {
+
+/// A running program that has windows.
+struct RunningApplication {
+    std::int32_t process = 0;
+    /// The desktop-file id as far as it can be found, in the program's own case; "" if unknown.
+    QString identifier;
+    /// The name for people, "" if unknown.
+    QString name;
+
+    bool operator==(const RunningApplication&) const = default;
+};
+
+/// The applications and windows of the user's session. Main thread only.
+///
+/// Everything here is asked of the window system and answered at once, so an application that hangs
+/// delays nothing.
+class Workspace : public QObject {
+    Q_OBJECT
+
+  public:
+    using ProcessId = std::int32_t;
+    /// A window of any program, as the window system numbers it.
+    using WindowId = std::uint64_t;
+
+    using QObject::QObject;
+
+    /// The application in front, which may be Vorq itself. Nothing while none is.
+    [[nodiscard]] virtual std::optional<ProcessId> frontmostProcess() const = 0;
+
+    /// The window that has the focus, whoever owns it. Nothing while none has.
+    [[nodiscard]] virtual std::optional<WindowId> activeWindow() const = 0;
+
+    /// Nothing for a process that has no window or is gone.
+    [[nodiscard]] virtual std::optional<RunningApplication>
+    application(ProcessId process) const = 0;
+
+    /// The process that owns a window; nothing if the window is gone.
+    [[nodiscard]] virtual std::optional<ProcessId> processOf(WindowId window) const = 0;
+
+    /// Asks for a window to be given the focus; one that is gone is left alone.
+    virtual void activate(WindowId window) = 0;
+
+  signals:
+    /// Another application, or another window, has come to the front. Vorq's own count as well.
+    void frontmostChanged(std::int32_t process, quint64 window);
+};
+
+} // namespace vorq
