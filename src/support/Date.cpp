@@ -1,6 +1,7 @@
 #include "support/Date.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <cstdint>
 
 namespace vorq {
 namespace {
@@ -26,12 +27,18 @@ QByteArray isoDate(Date date) {
     const auto day = floor<days>(second);
     const year_month_day ymd(day);
     const hh_mm_ss time(second - day);
-    char text[48];
-    const int size = std::snprintf(
-        text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02dZ", int{ymd.year()}, unsigned{ymd.month()},
-        unsigned{ymd.day()}, static_cast<int>(time.hours().count()),
-        static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()));
-    return {text, size};
+    QByteArray text = form.toByteArray();
+    const auto put = [&text](qsizetype last, int digits, std::int64_t value) {
+        for (qsizetype at = last; at > last - digits; --at, value /= 10)
+            text[at] = static_cast<char>('0' + value % 10);
+    };
+    put(3, 4, std::clamp(int{ymd.year()}, 0, 9999));
+    put(6, 2, unsigned{ymd.month()});
+    put(9, 2, unsigned{ymd.day()});
+    put(12, 2, time.hours().count());
+    put(15, 2, time.minutes().count());
+    put(18, 2, time.seconds().count());
+    return text;
 }
 
 std::optional<Date> dateFromIso(QByteArrayView text) {

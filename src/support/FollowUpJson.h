@@ -5,7 +5,7 @@
 
 namespace vorq {
 
-// A follow-up stands in replies and in kept chats alike.
+// Of replies; kept chats have their own reading.
 [[nodiscard]] bool read(strict_json::Element element, VorqFollowUp& followUp);
 
 } // namespace vorq

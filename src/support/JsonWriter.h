@@ -27,6 +27,8 @@ class JsonWriter {
     void beginArray();
     void endArray();
     void key(QStringView name);
+    /// A key in ASCII without anything to escape.
+    void plainKey(QByteArrayView name);
 
     void value(QStringView text);
     void value(bool truth);
@@ -34,6 +36,9 @@ class JsonWriter {
     void value(int number) { value(qint64{number}); }
     void value(double number);
     void null();
+
+    /// A string in ASCII without anything to escape.
+    void plainString(QByteArrayView text);
 
     /// A value that is JSON already, as it stands.
     void raw(QByteArrayView json);
@@ -56,6 +61,7 @@ class JsonWriter {
     void beforeValue();
     void lineBreak();
     void string(QStringView text);
+    void makeRoom(qsizetype size);
 
     Style m_style;
     QByteArray m_bytes;

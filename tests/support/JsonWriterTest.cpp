@@ -1,5 +1,7 @@
 #include "support/JsonWriter.h"
 
+#include <QString>
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -35,6 +37,39 @@ TEST(JsonWriter, LoneSurrogatesBecomeQuestionMarks) {
     JsonWriter writer;
     writer.value(QStringView(text, 3));
     EXPECT_EQ(writer.take(), "\"a?b\"");
+}
+
+TEST(JsonWriter, EscapesAtAnyPlaceOfATextOfAnyLength) {
+    for (qsizetype before = 0; before < 40; ++before) {
+        for (const auto& [text, escaped] :
+             {std::pair(u"\"", "\\\""), std::pair(u"\n", "\\n"), std::pair(u"/", "\\/"),
+              std::pair(u"é", "é"), std::pair(u"日", "日"), std::pair(u"👋", "👋"),
+              std::pair(u"\x1f", "\\u001f"), std::pair(u"\x7f", "\x7f")}) {
+            JsonWriter writer(JsonWriter::Style::Indented);
+            writer.value(QStringView(QString(before, u'x') + QString::fromUtf16(text) + "yz"));
+            EXPECT_EQ(writer.take(), '"' + QByteArray(before, 'x') + escaped + "yz\"");
+        }
+    }
+}
+
+TEST(JsonWriter, LongTextsKeepTheirPairs) {
+    for (qsizetype before = 4090; before < 4100; ++before) {
+        const QString text = QString(before, u'x') + QString("👋").repeated(5000);
+        JsonWriter writer;
+        writer.value(QStringView(text));
+        EXPECT_EQ(writer.take(), '"' + text.toUtf8() + '"');
+    }
+}
+
+TEST(JsonWriter, TakesPlainKeysAndStringsAsTheyAre) {
+    JsonWriter writer(JsonWriter::Style::Indented);
+    writer.beginObject();
+    writer.plainKey("a");
+    writer.plainString("x");
+    writer.plainKey("b");
+    writer.plainString("y");
+    writer.endObject();
+    EXPECT_EQ(writer.take(), "{\n  \"a\" : \"x\",\n  \"b\" : \"y\"\n}");
 }
 
 TEST(JsonWriter, IndentedStylePutsAMemberALine) {
