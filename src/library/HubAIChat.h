@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/JsonFile.h"
 #include "support/Date.h"
 #include "support/VorqFollowUp.h"
 
@@ -61,7 +62,7 @@ struct HubAIChat {
 };
 
 /// All chats of a file. Nothing if any of it does not fit.
-[[nodiscard]] std::optional<std::vector<HubAIChat>> decodeHubAIChats(QByteArrayView json);
+[[nodiscard]] std::optional<std::vector<HubAIChat>> decodeHubAIChats(JsonFile file);
 [[nodiscard]] QByteArray encode(const std::vector<HubAIChat>& chats);
 
 } // namespace vorq

@@ -7,6 +7,6 @@ namespace vorq {
 
 template<>
 inline constexpr auto rawStrings<HubArea> =
-    std::to_array<QStringView>({u"writing", u"research", u"study", u"personal"});
+    std::to_array<std::string_view>({"writing", "research", "study", "personal"});
 
 } // namespace vorq

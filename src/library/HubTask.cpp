@@ -6,85 +6,56 @@
 
 namespace vorq {
 
-using strict_json::Element;
-using strict_json::Object;
-using strict_json::readIfPresent;
-using strict_json::readRequired;
-
 template<>
 inline constexpr auto rawStrings<HubTaskPriority> =
-    std::to_array<QStringView>({u"urgent", u"important", u"soon", u"later"});
+    std::to_array<std::string_view>({"urgent", "important", "soon", "later"});
 
 template<>
-inline constexpr auto rawStrings<HubTaskColor> =
-    std::to_array<QStringView>({u"red", u"orange", u"amber", u"green", u"teal", u"blue", u"indigo",
-                                u"purple", u"pink", u"gray"});
+inline constexpr auto rawStrings<HubTaskColor> = std::to_array<std::string_view>(
+    {"red", "orange", "amber", "green", "teal", "blue", "indigo", "purple", "pink", "gray"});
 
-static bool read(Element element, HubTask& task) {
-    Object object;
-    return element.get(object) == simdjson::SUCCESS && readRequired(object, "id", task.id) &&
-           readRequired(object, "title", task.title) && readRequired(object, "done", task.done) &&
-           readIfPresent(object, "dueDate", task.dueDate) &&
-           readRequired(object, "area", task.area) &&
-           readIfPresent(object, "columnID", task.columnID) &&
-           readIfPresent(object, "orderInColumn", task.orderInColumn) &&
-           readIfPresent(object, "priority", task.legacyPriority) &&
-           readRequired(object, "createdAt", task.createdAt) &&
-           readRequired(object, "updatedAt", task.updatedAt);
-}
+template<>
+inline constexpr auto fieldsOf<HubTask> = std::to_array<Field>({
+    required<&HubTask::area>("area"),
+    defaulted<&HubTask::columnID>("columnID"),
+    required<&HubTask::createdAt>("createdAt"),
+    required<&HubTask::done>("done"),
+    defaulted<&HubTask::dueDate>("dueDate"),
+    required<&HubTask::id>("id"),
+    defaulted<&HubTask::orderInColumn>("orderInColumn"),
+    former<&HubTask::legacyPriority>("priority"),
+    required<&HubTask::title>("title"),
+    required<&HubTask::updatedAt>("updatedAt"),
+});
 
-static bool read(Element element, HubTaskColumn& column, Date now) {
-    Object object;
+template<>
+inline constexpr auto fieldsOf<HubTaskColumn> = std::to_array<Field>({
+    defaulted<&HubTaskColumn::color>("color"),
+    defaulted<&HubTaskColumn::createdAt>("createdAt"),
+    defaulted<&HubTaskColumn::icon>("icon"),
+    required<&HubTaskColumn::id>("id"),
+    defaulted<&HubTaskColumn::isCollapsed>("isCollapsed"),
+    required<&HubTaskColumn::name>("name"),
+});
+
+static void setDefaults(HubTaskColumn& column, Date now) {
     column.createdAt = now;
-    return element.get(object) == simdjson::SUCCESS && readRequired(object, "id", column.id) &&
-           readRequired(object, "name", column.name) &&
-           readIfPresent(object, "icon", column.icon) &&
-           readIfPresent(object, "color", column.color) &&
-           readIfPresent(object, "isCollapsed", column.isCollapsed) &&
-           readIfPresent(object, "createdAt", column.createdAt);
 }
 
-static void write(JsonWriter& writer, const HubTask& task) {
-    writer.beginObject();
-    member(writer, u"area", task.area);
-    memberIfPresent(writer, u"columnID", task.columnID);
-    member(writer, u"createdAt", task.createdAt);
-    writer.member(u"done", task.done);
-    memberIfPresent(writer, u"dueDate", task.dueDate);
-    member(writer, u"id", task.id);
-    writer.member(u"orderInColumn", task.orderInColumn);
-    writer.member(u"title", task.title);
-    member(writer, u"updatedAt", task.updatedAt);
-    writer.endObject();
-}
-
-static void write(JsonWriter& writer, const HubTaskColumn& column) {
-    writer.beginObject();
-    member(writer, u"color", column.color);
-    member(writer, u"createdAt", column.createdAt);
-    writer.member(u"icon", column.icon);
-    member(writer, u"id", column.id);
-    writer.member(u"isCollapsed", column.isCollapsed);
-    writer.member(u"name", column.name);
-    writer.endObject();
-}
-
-std::optional<std::vector<HubTask>> decodeHubTasks(QByteArrayView json) {
-    return strict_json::decodeDocument<std::vector<HubTask>>(json);
+std::optional<std::vector<HubTask>> decodeHubTasks(JsonFile file) {
+    return decodedFile<HubTask>(file);
 }
 
 QByteArray encode(const std::vector<HubTask>& tasks) {
-    return encodedFile(tasks, [](JsonWriter& writer, const HubTask& task) { write(writer, task); });
+    return encodedFile(tasks);
 }
 
-std::optional<std::vector<HubTaskColumn>> decodeHubTaskColumns(QByteArrayView json, Date now) {
-    return decodedFile<HubTaskColumn>(
-        json, [now](Element element, HubTaskColumn& column) { return read(element, column, now); });
+std::optional<std::vector<HubTaskColumn>> decodeHubTaskColumns(JsonFile file, Date now) {
+    return decodedFile<HubTaskColumn>(file, now);
 }
 
 QByteArray encode(const std::vector<HubTaskColumn>& columns) {
-    return encodedFile(
-        columns, [](JsonWriter& writer, const HubTaskColumn& column) { write(writer, column); });
+    return encodedFile(columns);
 }
 
 namespace {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/HubArea.h"
+#include "library/JsonFile.h"
 #include "support/Date.h"
 
 #include <QByteArray>
@@ -58,11 +59,11 @@ struct HubTaskColumn {
 };
 
 /// All tasks of a file. Nothing if any of it does not fit.
-[[nodiscard]] std::optional<std::vector<HubTask>> decodeHubTasks(QByteArrayView json);
+[[nodiscard]] std::optional<std::vector<HubTask>> decodeHubTasks(JsonFile file);
 [[nodiscard]] QByteArray encode(const std::vector<HubTask>& tasks);
 
 /// All columns of a file; those without a date are of now. Nothing if any of it does not fit.
-[[nodiscard]] std::optional<std::vector<HubTaskColumn>> decodeHubTaskColumns(QByteArrayView json,
+[[nodiscard]] std::optional<std::vector<HubTaskColumn>> decodeHubTaskColumns(JsonFile file,
                                                                              Date now);
 [[nodiscard]] QByteArray encode(const std::vector<HubTaskColumn>& columns);
 

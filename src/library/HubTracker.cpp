@@ -4,176 +4,111 @@
 
 namespace vorq {
 
-using strict_json::Element;
-using strict_json::Object;
-using strict_json::readIfPresent;
-using strict_json::readRequired;
-
 template<>
 inline constexpr auto rawStrings<HubTrackerEntryKind> =
-    std::to_array<QStringView>({u"checklist", u"sticky", u"marker"});
+    std::to_array<std::string_view>({"checklist", "sticky", "marker"});
 
 template<>
 inline constexpr auto rawStrings<HubTrackerUrgency> =
-    std::to_array<QStringView>({u"none", u"urgent", u"lessUrgent"});
+    std::to_array<std::string_view>({"none", "urgent", "lessUrgent"});
 
 template<>
 inline constexpr auto rawStrings<HubTrackerCardScale> =
-    std::to_array<QStringView>({u"automatic", u"twoX", u"threeX"});
+    std::to_array<std::string_view>({"automatic", "twoX", "threeX"});
 
 template<>
 inline constexpr auto rawStrings<HubTrackerPortSide> =
-    std::to_array<QStringView>({u"top", u"right", u"bottom", u"left"});
+    std::to_array<std::string_view>({"top", "right", "bottom", "left"});
 
 template<>
 inline constexpr auto rawStrings<HubTrackerConnectionKind> =
-    std::to_array<QStringView>({u"tube", u"arrow"});
+    std::to_array<std::string_view>({"tube", "arrow"});
 
 template<>
 inline constexpr auto rawStrings<HubTrackerArrowEnds> =
-    std::to_array<QStringView>({u"one", u"both"});
+    std::to_array<std::string_view>({"one", "both"});
 
 // Older versions had a larger scale; what later ones may add is left to the program.
-static bool readLeniently(Object object, HubTrackerCardScale& scale) {
+static bool readScale(RecordReader& reader, JsonValue& value, void* record) {
+    HubTrackerCardScale& scale = static_cast<HubTrackerEntry*>(record)->boardScale;
     QString text;
-    if (!readIfPresent(object, "boardScale", text)) return false;
-    const auto& strings = rawStrings<HubTrackerCardScale>;
-    const auto found = std::ranges::find(strings, QStringView(text));
+    if (!reader.read(value, text)) return false;
     if (text == u"fourX")
         scale = HubTrackerCardScale::ThreeX;
-    else if (found != strings.end())
-        scale = static_cast<HubTrackerCardScale>(found - strings.begin());
+    else
+        scale = caseOf<HubTrackerCardScale>(text).value_or(scale);
     return true;
 }
 
-static bool read(Element element, HubTrackerEntry& entry, Date now) {
-    Object object;
+static void setDefaults(HubTrackerEntry& entry, Date now) {
     entry.createdAt = now;
-    return element.get(object) == simdjson::SUCCESS && readRequired(object, "id", entry.id) &&
-           readRequired(object, "text", entry.text) && readIfPresent(object, "done", entry.done) &&
-           readIfPresent(object, "kind", entry.kind) &&
-           readIfPresent(object, "createdAt", entry.createdAt) &&
-           readIfPresent(object, "boardX", entry.boardX) &&
-           readIfPresent(object, "boardY", entry.boardY) && readLeniently(object, entry.boardScale);
 }
 
-static bool read(Element element, HubTrackerConnection& connection) {
-    Object object;
+static void setDefaults(HubTrackerConnection& connection, Date /*now*/) {
     connection.id = QUuid::createUuid();
-    return element.get(object) == simdjson::SUCCESS && readIfPresent(object, "id", connection.id) &&
-           readIfPresent(object, "fromEntryID", connection.fromEntryID) &&
-           readIfPresent(object, "fromSide", connection.fromSide) &&
-           readIfPresent(object, "toEntryID", connection.toEntryID) &&
-           readIfPresent(object, "toSide", connection.toSide) &&
-           readIfPresent(object, "kind", connection.kind) &&
-           readIfPresent(object, "arrowEnds", connection.arrowEnds) &&
-           readIfPresent(object, "fromX", connection.fromX) &&
-           readIfPresent(object, "fromY", connection.fromY) &&
-           readIfPresent(object, "toX", connection.toX) &&
-           readIfPresent(object, "toY", connection.toY);
 }
 
-static bool read(Element element, HubTrackerPoint& point) {
-    Object object;
-    return element.get(object) == simdjson::SUCCESS && readRequired(object, "x", point.x) &&
-           readRequired(object, "y", point.y);
-}
-
-static bool read(Element element, HubTrackerStroke& stroke) {
-    Object object;
-    return element.get(object) == simdjson::SUCCESS && readRequired(object, "id", stroke.id) &&
-           readRequired(object, "points", stroke.points) &&
-           readRequired(object, "lineWidth", stroke.lineWidth);
-}
-
-static bool readEntries(Object object, std::vector<HubTrackerEntry>& entries, Date now) {
-    const std::optional<Element> found = strict_json::find(object, "entries");
-    return !found || readEach(*found, entries, [now](Element element, HubTrackerEntry& entry) {
-        return read(element, entry, now);
-    });
-}
-
-static bool read(Element element, HubTracker& tracker, Date now) {
-    Object object;
+static void setDefaults(HubTracker& tracker, Date now) {
     tracker.createdAt = now;
-    return element.get(object) == simdjson::SUCCESS && readRequired(object, "id", tracker.id) &&
-           readRequired(object, "title", tracker.title) &&
-           readEntries(object, tracker.entries, now) &&
-           readIfPresent(object, "connections", tracker.connections) &&
-           readIfPresent(object, "strokes", tracker.strokes) &&
-           readIfPresent(object, "urgency", tracker.urgency) &&
-           readIfPresent(object, "createdAt", tracker.createdAt);
 }
 
-static void write(JsonWriter& writer, const HubTrackerEntry& entry) {
-    writer.beginObject();
-    member(writer, u"boardScale", entry.boardScale);
-    writer.member(u"boardX", entry.boardX);
-    writer.member(u"boardY", entry.boardY);
-    member(writer, u"createdAt", entry.createdAt);
-    writer.member(u"done", entry.done);
-    member(writer, u"id", entry.id);
-    member(writer, u"kind", entry.kind);
-    writer.member(u"text", entry.text);
-    writer.endObject();
-}
+template<>
+inline constexpr auto fieldsOf<HubTrackerEntry> = std::to_array<Field>({
+    {"boardScale", false, readScale, writeMemberOf<&HubTrackerEntry::boardScale>},
+    defaulted<&HubTrackerEntry::boardX>("boardX"),
+    defaulted<&HubTrackerEntry::boardY>("boardY"),
+    defaulted<&HubTrackerEntry::createdAt>("createdAt"),
+    defaulted<&HubTrackerEntry::done>("done"),
+    required<&HubTrackerEntry::id>("id"),
+    defaulted<&HubTrackerEntry::kind>("kind"),
+    required<&HubTrackerEntry::text>("text"),
+});
 
-static void write(JsonWriter& writer, const HubTrackerConnection& connection) {
-    writer.beginObject();
-    member(writer, u"arrowEnds", connection.arrowEnds);
-    memberIfPresent(writer, u"fromEntryID", connection.fromEntryID);
-    memberIfPresent(writer, u"fromSide", connection.fromSide);
-    writer.member(u"fromX", connection.fromX);
-    writer.member(u"fromY", connection.fromY);
-    member(writer, u"id", connection.id);
-    member(writer, u"kind", connection.kind);
-    memberIfPresent(writer, u"toEntryID", connection.toEntryID);
-    memberIfPresent(writer, u"toSide", connection.toSide);
-    writer.member(u"toX", connection.toX);
-    writer.member(u"toY", connection.toY);
-    writer.endObject();
-}
+template<>
+inline constexpr auto fieldsOf<HubTrackerConnection> = std::to_array<Field>({
+    defaulted<&HubTrackerConnection::arrowEnds>("arrowEnds"),
+    defaulted<&HubTrackerConnection::fromEntryID>("fromEntryID"),
+    defaulted<&HubTrackerConnection::fromSide>("fromSide"),
+    defaulted<&HubTrackerConnection::fromX>("fromX"),
+    defaulted<&HubTrackerConnection::fromY>("fromY"),
+    defaulted<&HubTrackerConnection::id>("id"),
+    defaulted<&HubTrackerConnection::kind>("kind"),
+    defaulted<&HubTrackerConnection::toEntryID>("toEntryID"),
+    defaulted<&HubTrackerConnection::toSide>("toSide"),
+    defaulted<&HubTrackerConnection::toX>("toX"),
+    defaulted<&HubTrackerConnection::toY>("toY"),
+});
 
-static void write(JsonWriter& writer, const HubTrackerPoint& point) {
-    writer.beginObject();
-    writer.member(u"x", point.x);
-    writer.member(u"y", point.y);
-    writer.endObject();
-}
+template<>
+inline constexpr auto fieldsOf<HubTrackerPoint> = std::to_array<Field>({
+    required<&HubTrackerPoint::x>("x"),
+    required<&HubTrackerPoint::y>("y"),
+});
 
-static void write(JsonWriter& writer, const HubTrackerStroke& stroke) {
-    writer.beginObject();
-    member(writer, u"id", stroke.id);
-    writer.member(u"lineWidth", stroke.lineWidth);
-    writer.key(u"points");
-    list(writer, stroke.points, [&](const HubTrackerPoint& point) { write(writer, point); });
-    writer.endObject();
-}
+template<>
+inline constexpr auto fieldsOf<HubTrackerStroke> = std::to_array<Field>({
+    required<&HubTrackerStroke::id>("id"),
+    required<&HubTrackerStroke::lineWidth>("lineWidth"),
+    required<&HubTrackerStroke::points>("points"),
+});
 
-static void write(JsonWriter& writer, const HubTracker& tracker) {
-    const auto writeRecord = [&writer](const auto& record) { write(writer, record); };
-    writer.beginObject();
-    writer.key(u"connections");
-    list(writer, tracker.connections, writeRecord);
-    member(writer, u"createdAt", tracker.createdAt);
-    writer.key(u"entries");
-    list(writer, tracker.entries, writeRecord);
-    member(writer, u"id", tracker.id);
-    writer.key(u"strokes");
-    list(writer, tracker.strokes, writeRecord);
-    writer.member(u"title", tracker.title);
-    member(writer, u"urgency", tracker.urgency);
-    writer.endObject();
-}
+template<>
+inline constexpr auto fieldsOf<HubTracker> = std::to_array<Field>({
+    defaulted<&HubTracker::connections>("connections"),
+    defaulted<&HubTracker::createdAt>("createdAt"),
+    defaulted<&HubTracker::entries>("entries"),
+    required<&HubTracker::id>("id"),
+    defaulted<&HubTracker::strokes>("strokes"),
+    required<&HubTracker::title>("title"),
+    defaulted<&HubTracker::urgency>("urgency"),
+});
 
-std::optional<std::vector<HubTracker>> decodeHubTrackers(QByteArrayView json, Date now) {
-    return decodedFile<HubTracker>(
-        json, [now](Element element, HubTracker& tracker) { return read(element, tracker, now); });
+std::optional<std::vector<HubTracker>> decodeHubTrackers(JsonFile file, Date now) {
+    return decodedFile<HubTracker>(file, now);
 }
 
 QByteArray encode(const std::vector<HubTracker>& trackers) {
-    return encodedFile(
-        trackers, [](JsonWriter& writer, const HubTracker& tracker) { write(writer, tracker); });
+    return encodedFile(trackers);
 }
 
 } // namespace vorq

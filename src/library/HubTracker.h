@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/JsonFile.h"
 #include "support/Date.h"
 
 #include <QByteArray>
@@ -81,8 +82,7 @@ struct HubTracker {
 
 /// All trackers of a file; what has no date is of now, and a connection without an identity gets a
 /// new one. Nothing if any of it does not fit.
-[[nodiscard]] std::optional<std::vector<HubTracker>> decodeHubTrackers(QByteArrayView json,
-                                                                       Date now);
+[[nodiscard]] std::optional<std::vector<HubTracker>> decodeHubTrackers(JsonFile file, Date now);
 [[nodiscard]] QByteArray encode(const std::vector<HubTracker>& trackers);
 
 } // namespace vorq

@@ -3,8 +3,6 @@
 #include "library/DurableFile.h"
 
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
 
 namespace vorq {
 namespace {
@@ -33,35 +31,28 @@ QString LibraryStore::path(QStringView fileName) const {
     return m_folder + u'/' + fileName.toString();
 }
 
-QByteArray LibraryStore::contentOf(QStringView fileName) const {
-    QFile file(path(fileName));
-    // Opening a pipe would wait for its other end.
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) return {};
-    return file.readAll();
-}
-
 std::vector<SavedNote> LibraryStore::loadNotes() const {
-    return orEmpty(decodeSavedNotes(contentOf(notesFile)));
+    return orEmpty(decodeSavedNotes(JsonFile::open(path(notesFile))));
 }
 
 std::vector<SavedChat> LibraryStore::loadChats() const {
-    return orEmpty(decodeSavedChats(contentOf(chatsFile)));
+    return orEmpty(decodeSavedChats(JsonFile::open(path(chatsFile))));
 }
 
 std::vector<HubAIChat> LibraryStore::loadAIChats() const {
-    return orEmpty(decodeHubAIChats(contentOf(aiChatsFile)));
+    return orEmpty(decodeHubAIChats(JsonFile::open(path(aiChatsFile))));
 }
 
 std::vector<HubTask> LibraryStore::loadTasks() const {
-    return orEmpty(decodeHubTasks(contentOf(tasksFile)));
+    return orEmpty(decodeHubTasks(JsonFile::open(path(tasksFile))));
 }
 
 std::vector<HubTaskColumn> LibraryStore::loadTaskColumns(Date now) const {
-    return orEmpty(decodeHubTaskColumns(contentOf(taskColumnsFile), now));
+    return orEmpty(decodeHubTaskColumns(JsonFile::open(path(taskColumnsFile)), now));
 }
 
 std::vector<HubTracker> LibraryStore::loadTrackers(Date now) const {
-    return orEmpty(decodeHubTrackers(contentOf(trackersFile), now));
+    return orEmpty(decodeHubTrackers(JsonFile::open(path(trackersFile)), now));
 }
 
 void LibraryStore::save(const std::vector<SavedNote>& notes) const {

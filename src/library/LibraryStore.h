@@ -41,7 +41,6 @@ class LibraryStore {
 
   private:
     [[nodiscard]] QString path(QStringView fileName) const;
-    [[nodiscard]] QByteArray contentOf(QStringView fileName) const;
 
     QString m_folder;
 };

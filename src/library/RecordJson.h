@@ -1,13 +1,14 @@
 #pragma once
 
+#include "library/RecordReader.h"
 #include "support/JsonWriter.h"
-#include "support/StrictJson.h"
 
 #include <algorithm>
 #include <array>
 #include <concepts>
+#include <cstddef>
 #include <optional>
-#include <span>
+#include <type_traits>
 #include <vector>
 
 namespace vorq {
@@ -22,91 +23,178 @@ template<typename Enumeration>
 concept HasRawStrings = !std::same_as<decltype(rawStrings<Enumeration>), const std::nullptr_t>;
 
 template<HasRawStrings Enumeration>
-[[nodiscard]] QStringView rawStringOf(Enumeration value) {
-    return rawStrings<Enumeration>[static_cast<std::size_t>(value)];
+[[nodiscard]] std::optional<Enumeration> caseOf(const QString& text) {
+    const auto& strings = rawStrings<Enumeration>;
+    const auto found = std::ranges::find_if(
+        strings, [&text](std::string_view string) { return text == QLatin1StringView(string); });
+    if (found == strings.end()) return std::nullopt;
+    return static_cast<Enumeration>(found - strings.begin());
 }
+
+/// Specialised for each kind of record: its fields in ascending order of their keys, which is that
+/// of the file.
+template<typename Record>
+inline constexpr std::nullptr_t fieldsOf = nullptr;
+
+template<typename Record>
+concept HasFields = !std::same_as<decltype(fieldsOf<Record>), const std::nullptr_t>;
+
+/// Overloaded for records whose defaults are not those of their type.
+inline void setDefaults(auto& /*record*/, Date /*now*/) {}
+
+// Reading
 
 /// Fails on a string that no case has.
 template<HasRawStrings Enumeration>
-[[nodiscard]] bool read(strict_json::Element element, Enumeration& value) {
+[[nodiscard]] bool read(RecordReader& reader, JsonValue& value, Enumeration& held) {
     QString text;
-    if (!strict_json::read(element, text)) return false;
-    const auto& strings = rawStrings<Enumeration>;
-    const auto found = std::find(strings.begin(), strings.end(), QStringView(text));
-    if (found == strings.end()) return false;
-    value = static_cast<Enumeration>(found - strings.begin());
-    return true;
+    if (!reader.read(value, text)) return false;
+    const std::optional<Enumeration> found = caseOf<Enumeration>(text);
+    if (found) held = *found;
+    return found.has_value();
 }
 
-inline void value(JsonWriter& writer, const QUuid& id) {
-    writer.raw('"' + id.toByteArray(QUuid::WithoutBraces).toUpper() + '"');
-}
-
-inline void member(JsonWriter& writer, QStringView key, const QUuid& id) {
-    writer.key(key);
-    value(writer, id);
-}
-
-inline void member(JsonWriter& writer, QStringView key, Date date) {
-    writer.key(key);
-    writer.raw('"' + isoDate(date) + '"');
-}
-
-inline void member(JsonWriter& writer, QStringView key, const QByteArray& bytes) {
-    writer.key(key);
-    writer.value(QString::fromLatin1(bytes.toBase64()));
-}
-
-template<HasRawStrings Enumeration>
-void member(JsonWriter& writer, QStringView key, Enumeration value) {
-    writer.member(key, rawStringOf(value));
+template<HasFields Record>
+[[nodiscard]] bool read(RecordReader& reader, JsonValue& value, Record& record) {
+    setDefaults(record, reader.now());
+    return reader.readObject(value, fieldsOf<Record>, &record);
 }
 
 template<typename Value>
-void memberIfPresent(JsonWriter& writer, QStringView key, const std::optional<Value>& value) {
-    if (value) member(writer, key, *value);
+[[nodiscard]] bool read(RecordReader& reader, JsonValue& value, Value& held)
+    requires requires { reader.read(value, held); }
+{
+    return reader.read(value, held);
 }
 
-/// An array whose entries are written by `write`.
-template<typename Record, typename Write>
-void list(JsonWriter& writer, const std::vector<Record>& records, Write write) {
-    writer.beginArray();
-    for (const Record& record : records)
-        write(record);
-    writer.endArray();
+template<typename Value>
+[[nodiscard]] bool read(RecordReader& reader, JsonValue& value, std::optional<Value>& held) {
+    return read(reader, value, held.emplace());
 }
 
-/// An array whose entries are read by `readEntry`. For records that ask for more than themselves.
-template<typename Record, typename Read>
-[[nodiscard]] bool readEach(strict_json::Element element, std::vector<Record>& records,
-                            Read readEntry) {
-    simdjson::dom::array array;
-    if (element.get(array) != simdjson::SUCCESS) return false;
-    for (const strict_json::Element entry : array) {
-        if (!readEntry(entry, records.emplace_back())) return false;
-    }
-    return true;
+template<typename Entry>
+[[nodiscard]] bool readEntry(RecordReader& reader, JsonValue& value, void* list) {
+    return read(reader, value, static_cast<std::vector<Entry>*>(list)->emplace_back());
+}
+
+template<typename Entry>
+[[nodiscard]] bool read(RecordReader& reader, JsonValue& value, std::vector<Entry>& list) {
+    return reader.readArray(value, readEntry<Entry>, &list);
 }
 
 /// A whole file of the library. Nothing if any of it does not fit.
-template<typename Record, typename Read>
-[[nodiscard]] std::optional<std::vector<Record>> decodedFile(QByteArrayView json, Read readEntry) {
-    if (json.isEmpty()) return std::nullopt;
-    simdjson::dom::parser parser;
-    strict_json::Element root;
+template<HasFields Record>
+[[nodiscard]] std::optional<std::vector<Record>> decodedFile(JsonFile& file, Date now = {}) {
     std::vector<Record> records;
-    if (parser.parse(json.data(), static_cast<std::size_t>(json.size())).get(root) !=
-            simdjson::SUCCESS ||
-        !readEach(root, records, readEntry))
-        return std::nullopt;
+    const auto clear = [](void* list) { static_cast<std::vector<Record>*>(list)->clear(); };
+    if (!RecordReader(now).readFile(file, readEntry<Record>, clear, &records)) return std::nullopt;
     return records;
 }
 
-template<typename Record, typename Write>
-[[nodiscard]] QByteArray encodedFile(const std::vector<Record>& records, Write write) {
+// Writing
+
+inline void write(JsonWriter& writer, const QString& text) {
+    writer.value(QStringView(text));
+}
+
+inline void write(JsonWriter& writer, std::same_as<bool> auto truth) {
+    writer.value(truth);
+}
+
+inline void write(JsonWriter& writer, qint64 number) {
+    writer.value(number);
+}
+
+inline void write(JsonWriter& writer, double number) {
+    writer.value(number);
+}
+
+void write(JsonWriter& writer, const QUuid& id);
+
+inline void write(JsonWriter& writer, Date date) {
+    writer.plainString(isoDate(date));
+}
+
+inline void write(JsonWriter& writer, const QByteArray& bytes) {
+    writer.value(QStringView(QString::fromLatin1(bytes.toBase64())));
+}
+
+template<HasRawStrings Enumeration>
+void write(JsonWriter& writer, Enumeration value) {
+    writer.plainString(rawStrings<Enumeration>[static_cast<std::size_t>(value)]);
+}
+
+void writeObject(JsonWriter& writer, std::span<const Field> fields, const void* record);
+
+template<HasFields Record>
+void write(JsonWriter& writer, const Record& record) {
+    writeObject(writer, fieldsOf<Record>, &record);
+}
+
+template<typename Entry>
+void write(JsonWriter& writer, const std::vector<Entry>& list) {
+    writer.beginArray();
+    for (const Entry& entry : list)
+        write(writer, entry);
+    writer.endArray();
+}
+
+template<typename Value>
+void writeMember(JsonWriter& writer, std::string_view key, const Value& value) {
+    writer.plainKey(key);
+    write(writer, value);
+}
+
+template<typename Value>
+void writeMember(JsonWriter& writer, std::string_view key, const std::optional<Value>& value) {
+    if (value) writeMember(writer, key, *value);
+}
+
+template<HasFields Record>
+[[nodiscard]] QByteArray encodedFile(const std::vector<Record>& records) {
     JsonWriter writer(JsonWriter::Style::Indented);
-    list(writer, records, [&](const Record& record) { write(writer, record); });
+    write(writer, records);
     return writer.take();
+}
+
+// Fields
+
+template<auto pointer>
+struct MemberPointer;
+
+template<typename Owner, typename Held, Held Owner::* pointer>
+struct MemberPointer<pointer> {
+    using Record = Owner;
+};
+
+template<auto pointer>
+bool readMember(RecordReader& reader, JsonValue& value, void* record) {
+    return read(reader, value,
+                static_cast<typename MemberPointer<pointer>::Record*>(record)->*pointer);
+}
+
+template<auto pointer>
+void writeMemberOf(JsonWriter& writer, std::string_view key, const void* record) {
+    writeMember(writer, key,
+                static_cast<const typename MemberPointer<pointer>::Record*>(record)->*pointer);
+}
+
+/// A field that no record may lack.
+template<auto pointer>
+consteval Field required(std::string_view key) {
+    return {key, true, readMember<pointer>, writeMemberOf<pointer>};
+}
+
+/// A field that keeps its default where a record lacks it.
+template<auto pointer>
+consteval Field defaulted(std::string_view key) {
+    return {key, false, readMember<pointer>, writeMemberOf<pointer>};
+}
+
+/// A field of older versions, which is not written any more.
+template<auto pointer>
+consteval Field former(std::string_view key) {
+    return {key, false, readMember<pointer>, nullptr};
 }
 
 } // namespace vorq

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/JsonFile.h"
 #include "support/Date.h"
 
 #include <QByteArray>
@@ -30,7 +31,7 @@ struct SavedChat {
 };
 
 /// All chats of a file. Nothing if any of it does not fit.
-[[nodiscard]] std::optional<std::vector<SavedChat>> decodeSavedChats(QByteArrayView json);
+[[nodiscard]] std::optional<std::vector<SavedChat>> decodeSavedChats(JsonFile file);
 [[nodiscard]] QByteArray encode(const std::vector<SavedChat>& chats);
 
 } // namespace vorq

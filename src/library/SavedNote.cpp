@@ -7,12 +7,6 @@
 #include "support/Text.h"
 
 namespace vorq {
-
-using strict_json::Element;
-using strict_json::Object;
-using strict_json::readIfPresent;
-using strict_json::readRequired;
-
 namespace {
 
 constexpr qsizetype longestTitle = 72;
@@ -36,51 +30,30 @@ QStringView withoutBullets(QStringView text) {
 
 } // namespace
 
-static bool read(Element element, Flashcard& card) {
-    Object object;
-    return element.get(object) == simdjson::SUCCESS && readRequired(object, "id", card.id) &&
-           readRequired(object, "front", card.front) && readRequired(object, "back", card.back);
-}
+template<>
+inline constexpr auto fieldsOf<Flashcard> = std::to_array<Field>({
+    required<&Flashcard::back>("back"),
+    required<&Flashcard::front>("front"),
+    required<&Flashcard::id>("id"),
+});
 
-static bool read(Element element, SavedNote& note) {
-    Object object;
-    return element.get(object) == simdjson::SUCCESS && readRequired(object, "id", note.id) &&
-           readRequired(object, "text", note.text) &&
-           readIfPresent(object, "thoughts", note.thoughts) &&
-           readIfPresent(object, "thoughtsRTF", note.thoughtsRTF) &&
-           readIfPresent(object, "flashcards", note.flashcards) &&
-           readIfPresent(object, "area", note.area) &&
-           readRequired(object, "createdAt", note.createdAt);
-}
+template<>
+inline constexpr auto fieldsOf<SavedNote> = std::to_array<Field>({
+    defaulted<&SavedNote::area>("area"),
+    required<&SavedNote::createdAt>("createdAt"),
+    defaulted<&SavedNote::flashcards>("flashcards"),
+    required<&SavedNote::id>("id"),
+    required<&SavedNote::text>("text"),
+    defaulted<&SavedNote::thoughts>("thoughts"),
+    defaulted<&SavedNote::thoughtsRTF>("thoughtsRTF"),
+});
 
-static void write(JsonWriter& writer, const Flashcard& card) {
-    writer.beginObject();
-    writer.member(u"back", card.back);
-    writer.member(u"front", card.front);
-    member(writer, u"id", card.id);
-    writer.endObject();
-}
-
-static void write(JsonWriter& writer, const SavedNote& note) {
-    writer.beginObject();
-    member(writer, u"area", note.area);
-    member(writer, u"createdAt", note.createdAt);
-    writer.key(u"flashcards");
-    list(writer, note.flashcards, [&](const Flashcard& card) { write(writer, card); });
-    member(writer, u"id", note.id);
-    writer.member(u"text", note.text);
-    writer.member(u"thoughts", note.thoughts);
-    memberIfPresent(writer, u"thoughtsRTF", note.thoughtsRTF);
-    writer.endObject();
-}
-
-std::optional<std::vector<SavedNote>> decodeSavedNotes(QByteArrayView json) {
-    return strict_json::decodeDocument<std::vector<SavedNote>>(json);
+std::optional<std::vector<SavedNote>> decodeSavedNotes(JsonFile file) {
+    return decodedFile<SavedNote>(file);
 }
 
 QByteArray encode(const std::vector<SavedNote>& notes) {
-    return encodedFile(notes,
-                       [](JsonWriter& writer, const SavedNote& note) { write(writer, note); });
+    return encodedFile(notes);
 }
 
 QString studySource(const SavedNote& note) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/HubArea.h"
+#include "library/JsonFile.h"
 #include "support/Date.h"
 
 #include <QByteArray>
@@ -35,7 +36,7 @@ struct SavedNote {
 };
 
 /// All notes of a file. Nothing if any of it does not fit; what older files lack has its default.
-[[nodiscard]] std::optional<std::vector<SavedNote>> decodeSavedNotes(QByteArrayView json);
+[[nodiscard]] std::optional<std::vector<SavedNote>> decodeSavedNotes(JsonFile file);
 [[nodiscard]] QByteArray encode(const std::vector<SavedNote>& notes);
 
 /// What the note is read as: its body if there is one, else its seed; trimmed.
