@@ -7,7 +7,14 @@ namespace vorq {
 
 /// Puts a file of mode 0600 with this content in the place of whatever stands at the path, at once
 /// and only after it is on the disk; readers see the former content or the new one. False if that
-/// failed; the former file is then as it was. A symbolic link is replaced, not followed.
+/// failed; the former file is then as it was.
+///
+/// A symbolic link stays, and the file it leads to is replaced. A link into a folder that is not
+/// there, as of a drive that is not mounted, makes it fail; links in a circle are replaced.
 bool replaceFile(const QString& path, QByteArrayView content);
+
+/// Removes what killed processes left of replacing files in the folder of this one. Takes nothing
+/// that is younger than a minute or that a living process still writes.
+void removeLeftovers(const QString& path);
 
 } // namespace vorq

@@ -64,7 +64,8 @@ JsonFile JsonFile::open(const QString& path) {
     struct stat status{};
     if (::fstat(file.m_descriptor, &status) != 0 || !S_ISREG(status.st_mode)) return file;
     const auto size = static_cast<std::size_t>(status.st_size);
-    if (size == 0 || !mayBeArray(file.m_descriptor) || !file.reserve(size) || !file.read(size))
+    if (size == 0 || size > simdjson::SIMDJSON_MAXSIZE_BYTES || !mayBeArray(file.m_descriptor) ||
+        !file.reserve(size) || !file.read(size))
         return file;
     file.m_size = size;
     return file;

@@ -18,8 +18,8 @@ class JsonFile {
     template<typename Bytes>
         requires std::constructible_from<QByteArrayView, const Bytes&>
     JsonFile(const Bytes& json) : JsonFile(QByteArrayView(json), Copy()) {}
-    /// The content of a file. Empty if it cannot be read, is no regular file, or does not begin as
-    /// an array, which is looked at first. Waits for no pipe.
+    /// The content of a file. Empty if it cannot be read, is no regular file, does not begin as an
+    /// array, which is looked at first, or is larger than 4 GB. Waits for no pipe.
     [[nodiscard]] static JsonFile open(const QString& path);
 
     JsonFile(const JsonFile&) = delete;

@@ -4,6 +4,9 @@
 
 #include <QDir>
 
+#include <array>
+#include <utility>
+
 namespace vorq {
 namespace {
 
@@ -13,6 +16,8 @@ constexpr QStringView aiChatsFile = u"hub-ai-chats.json";
 constexpr QStringView tasksFile = u"hub-tasks.json";
 constexpr QStringView taskColumnsFile = u"hub-task-columns.json";
 constexpr QStringView trackersFile = u"hub-trackers.json";
+constexpr std::array allFiles = {notesFile, chatsFile,       aiChatsFile,
+                                 tasksFile, taskColumnsFile, trackersFile};
 
 template<typename List>
 List orEmpty(std::optional<List> list) {
@@ -29,6 +34,15 @@ LibraryStore::LibraryStore(const QString& applicationSupportFolder)
 QString LibraryStore::path(QStringView fileName) const {
     QDir().mkpath(m_folder);
     return m_folder + u'/' + fileName.toString();
+}
+
+// A program that only reads removes nothing.
+void LibraryStore::replace(QStringView fileName, const QByteArray& content) const {
+    if (!std::exchange(m_hasSaved, true)) {
+        for (const QStringView name : allFiles)
+            removeLeftovers(path(name));
+    }
+    replaceFile(path(fileName), content);
 }
 
 std::vector<SavedNote> LibraryStore::loadNotes() const {
@@ -56,27 +70,27 @@ std::vector<HubTracker> LibraryStore::loadTrackers(Date now) const {
 }
 
 void LibraryStore::save(const std::vector<SavedNote>& notes) const {
-    replaceFile(path(notesFile), encode(notes));
+    replace(notesFile, encode(notes));
 }
 
 void LibraryStore::save(const std::vector<SavedChat>& chats) const {
-    replaceFile(path(chatsFile), encode(chats));
+    replace(chatsFile, encode(chats));
 }
 
 void LibraryStore::save(const std::vector<HubAIChat>& chats) const {
-    replaceFile(path(aiChatsFile), encode(chats));
+    replace(aiChatsFile, encode(chats));
 }
 
 void LibraryStore::save(const std::vector<HubTask>& tasks) const {
-    replaceFile(path(tasksFile), encode(tasks));
+    replace(tasksFile, encode(tasks));
 }
 
 void LibraryStore::save(const std::vector<HubTaskColumn>& columns) const {
-    replaceFile(path(taskColumnsFile), encode(columns));
+    replace(taskColumnsFile, encode(columns));
 }
 
 void LibraryStore::save(const std::vector<HubTracker>& trackers) const {
-    replaceFile(path(trackersFile), encode(trackers));
+    replace(trackersFile, encode(trackers));
 }
 
 } // namespace vorq

@@ -16,7 +16,8 @@ namespace vorq {
 ///
 /// Nothing here fails: a file that is missing, unreadable or not in order reads as an empty list
 /// and is left where it is, and a save that fails leaves the former file. A file is replaced at
-/// once and only when the new one is on the disk.
+/// once and only when the new one is on the disk; behind a symbolic link that is the file it leads
+/// to. The first save also removes what killed saves have left.
 class LibraryStore {
   public:
     /// The files are in "Vorq/Library" under the user's folder for application data, or under the
@@ -42,7 +43,10 @@ class LibraryStore {
   private:
     [[nodiscard]] QString path(QStringView fileName) const;
 
+    void replace(QStringView fileName, const QByteArray& content) const;
+
     QString m_folder;
+    mutable bool m_hasSaved = false;
 };
 
 } // namespace vorq

@@ -1,48 +1,13 @@
-#include "library/LibraryStore.h"
+#include "library/LibraryFolder.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
-
-#include <csignal>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace vorq {
 namespace {
 
 using namespace std::chrono_literals;
 
-std::vector<SavedNote> oneNote(const QString& text) {
-    SavedNote note;
-    note.id = QUuid::createUuid();
-    note.text = text;
-    note.createdAt = Date(1'700'000'000s);
-    return {note};
-}
-
-class LibraryStoreTest : public testing::Test {
-  protected:
-    QTemporaryDir m_root;
-    QString m_folder = m_root.filePath("Vorq/Library");
-    QString m_notes = m_folder + "/saved-notes.json";
-    LibraryStore m_store{m_root.path()};
-
-    void put(const QByteArray& content) const {
-        QDir().mkpath(m_folder);
-        QFile file(m_notes);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-
-    [[nodiscard]] static QByteArray contentOf(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-    }
-};
+using LibraryStoreTest = LibraryFolder;
 
 TEST_F(LibraryStoreTest, FirstLaunchMakesTheFolderAndReadsEmptyLists) {
     EXPECT_TRUE(m_store.loadNotes().empty());
@@ -113,17 +78,6 @@ TEST_F(LibraryStoreTest, NextSaveReplacesADamagedFile) {
     EXPECT_EQ(m_store.loadNotes(), notes);
 }
 
-TEST_F(LibraryStoreTest, SaveReplacesALinkAndSparesItsTarget) {
-    const QString target = m_root.filePath("other.json");
-    put("[]");
-    ASSERT_TRUE(QFile::rename(m_notes, target));
-    ASSERT_TRUE(QFile::link(target, m_notes));
-    const std::vector<SavedNote> notes = oneNote("new");
-    m_store.save(notes);
-    EXPECT_EQ(m_store.loadNotes(), notes);
-    EXPECT_EQ(contentOf(target), "[]");
-}
-
 TEST_F(LibraryStoreTest, PipeInTheFilesPlaceIsNotWaitedFor) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
     ASSERT_EQ(::mkfifo(qPrintable(m_notes), 0600), 0);
@@ -144,26 +98,6 @@ TEST_F(LibraryStoreTest, FolderThatCannotBeMadeReadsAsEmptyAndSavesNothing) {
     m_store.save(oneNote("lost"));
     EXPECT_TRUE(m_store.loadNotes().empty());
     EXPECT_EQ(file.size(), 0);
-}
-
-TEST_F(LibraryStoreTest, KillAtAnyMomentLeavesAWholeList) {
-    const QString body(20'000, u'x');
-    m_store.save(oneNote(body));
-    for (int round = 0; round < 20; ++round) {
-        const pid_t child = ::fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            while (true)
-                m_store.save(oneNote(body));
-        }
-        ::usleep(static_cast<useconds_t>(500 * (round + 1)));
-        ::kill(child, SIGKILL);
-        int status = 0;
-        ::waitpid(child, &status, 0);
-        const std::vector<SavedNote> notes = m_store.loadNotes();
-        ASSERT_EQ(notes.size(), 1);
-        EXPECT_EQ(notes.front().text, body);
-    }
 }
 
 } // namespace

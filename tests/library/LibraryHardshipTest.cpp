@@ -1,0 +1,247 @@
+// What the world does to the files of the library: kills, full disks, folders that cannot be
+// written, other processes, files of any size.
+
+#include "library/LibraryFolder.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <functional>
+#include <poll.h>
+#include <random>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace vorq {
+namespace {
+
+constexpr int passed = 0;
+
+class LibraryHardship : public LibraryFolder {
+  protected:
+    // A child process that does the work and ends with its result.
+    static pid_t start(const std::function<int()>& work) {
+        const pid_t child = ::fork();
+        if (child == 0) ::_exit(work());
+        return child;
+    }
+
+    struct End {
+        int status = -1;
+        rusage used{};
+    };
+
+    static End end(pid_t child) {
+        End end;
+        EXPECT_EQ(::wait4(child, &end.status, 0, &end.used), child);
+        return end;
+    }
+
+    static void age(const QString& path, std::time_t seconds) {
+        const timespec moment{std::time(nullptr) - seconds, 0};
+        const timespec times[] = {moment, moment};
+        ASSERT_EQ(::utimensat(AT_FDCWD, qPrintable(path), times, 0), 0);
+    }
+};
+
+// Saves notes numbered from the first until it is killed; tells of each that is finished.
+[[noreturn]] void saveForever(const LibraryStore& store, std::vector<SavedNote> notes, int first,
+                              int finished) {
+    for (int number = first;; ++number) {
+        notes.front().thoughts = QString::number(number);
+        store.save(notes);
+        if (::write(finished, &number, sizeof number) != sizeof number) ::_exit(1);
+    }
+}
+
+TEST_F(LibraryHardship, KillAtAnyMomentLeavesAWholeListAndLosesNoFinishedSave) {
+    constexpr int wanted = 1000;
+    std::minstd_rand random(1);
+    std::uniform_int_distribution<useconds_t> delays(0, 60'000);
+    const std::vector<SavedNote> notes = oneNote(QString(20'000, u'x'));
+    int last = 0;
+    for (int round = 0; last < wanted; ++round) {
+        int ends[2];
+        ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+        const pid_t child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) saveForever(m_store, notes, last + 1, ends[1]);
+        ::close(ends[1]);
+        ::usleep(delays(random));
+        ::kill(child, SIGKILL);
+        end(child);
+        for (int number = 0; ::read(ends[0], &number, sizeof number) == sizeof number;)
+            last = number;
+        ::close(ends[0]);
+        const std::vector<SavedNote> loaded = m_store.loadNotes();
+        if (last == 0 && loaded.empty()) continue;
+        ASSERT_EQ(loaded.size(), 1) << "round " << round;
+        ASSERT_EQ(loaded.front().text, notes.front().text);
+        const int found = loaded.front().thoughts.toInt();
+        ASSERT_TRUE(found == last || found == last + 1) << found << " after " << last;
+        last = found;
+    }
+}
+
+TEST_F(LibraryHardship, OnlyAFirstSaveRemovesWhatAKilledOneLeft) {
+    const QString leftover = m_folder + "/.vorq-save-aB3dE6";
+    put(leftover, "[");
+    age(leftover, 120);
+    EXPECT_TRUE(m_store.loadNotes().empty());
+    EXPECT_TRUE(QFile::exists(leftover));
+    m_store.save(oneNote("a"));
+    EXPECT_EQ(names(), QStringList{"saved-notes.json"});
+}
+
+TEST_F(LibraryHardship, NothingElseIsRemoved) {
+    const QString fresh = ".vorq-save-fresh1";
+    const QString locked = ".vorq-save-locked";
+    const QStringList others = {".vorq-save-", ".vorq-save-toolong", ".vorq-save-shrt",
+                                "saved-notes.json.backup", "vorq-save-aB3dE6"};
+    for (const QString& name : QStringList{fresh, locked} + others)
+        put(m_folder + '/' + name, "[]");
+    for (const QString& name : QStringList{locked} + others)
+        age(m_folder + '/' + name, 120);
+    const int writer = ::open(qPrintable(m_folder + '/' + locked), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(::flock(writer, LOCK_EX), 0);
+    ASSERT_EQ(::symlink("saved-notes.json.backup", qPrintable(m_folder + "/.vorq-save-linked")), 0);
+    QDir().mkpath(m_folder + "/.vorq-save-folder");
+    const qsizetype before = names().size();
+    m_store.save(oneNote("a"));
+    EXPECT_EQ(names().size(), before + 1);
+    ::close(writer);
+}
+
+TEST_F(LibraryHardship, LeftoversBesideALinksTargetAreRemovedToo) {
+    const QString away = m_root.filePath("away");
+    QDir().mkpath(away);
+    QDir().mkpath(m_folder);
+    ASSERT_TRUE(QFile::link(away + "/notes.json", m_notes));
+    put(away + "/.vorq-save-aB3dE6", "[");
+    age(away + "/.vorq-save-aB3dE6", 120);
+    m_store.save(oneNote("a"));
+    EXPECT_EQ(QDir(away).entryList(QDir::Files | QDir::Hidden), QStringList{"notes.json"});
+}
+
+TEST_F(LibraryHardship, TwoProcessesTearNoFileAndLeaveNothing) {
+    const std::vector<std::vector<SavedNote>> lists = {oneNote(QString(50'000, u'a')),
+                                                       oneNote(QString(90'000, u'b'))};
+    m_store.save(lists.front());
+    std::vector<pid_t> children;
+    for (const auto& list : lists) {
+        children.push_back(start([&] {
+            const LibraryStore store(m_root.path());
+            for (int count = 0; count < 100; ++count)
+                store.save(list);
+            return passed;
+        }));
+    }
+    int reads = 0;
+    for (; ::waitpid(children.front(), nullptr, WNOHANG) == 0; ++reads) {
+        const std::vector<SavedNote> loaded = m_store.loadNotes();
+        ASSERT_TRUE(loaded == lists[0] || loaded == lists[1]);
+    }
+    EXPECT_GT(reads, 0);
+    EXPECT_EQ(end(children.back()).status, passed);
+    EXPECT_EQ(names(), QStringList{"saved-notes.json"});
+}
+
+// A limit on the size of files stops the write in its middle, as a full disk does.
+TEST_F(LibraryHardship, FullDiskLeavesTheFormerFileAndNothingElse) {
+    const std::vector<SavedNote> former = oneNote("former");
+    m_store.save(former);
+    const pid_t child = start([this] {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{100'000, 100'000};
+        if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) return 1;
+        m_store.save(oneNote(QString(200'000, u'x')));
+        return passed;
+    });
+    EXPECT_EQ(end(child).status, passed);
+    EXPECT_EQ(m_store.loadNotes(), former);
+    EXPECT_EQ(names(), QStringList{"saved-notes.json"});
+}
+
+// Root may write anywhere, so it becomes somebody else for this.
+TEST_F(LibraryHardship, ReadOnlyFolderKeepsTheFormerFile) {
+    const std::vector<SavedNote> former = oneNote("former");
+    m_store.save(former);
+    ASSERT_EQ(::chmod(qPrintable(m_root.path()), 0755), 0);
+    ASSERT_EQ(::chmod(qPrintable(m_notes), 0644), 0);
+    ASSERT_EQ(::chmod(qPrintable(m_folder), 0555), 0);
+    const pid_t child = start([&] {
+        constexpr uid_t nobody = 65534;
+        if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) return 1;
+        if (::access(qPrintable(m_folder), W_OK) == 0) return 2;
+        m_store.save(oneNote("lost"));
+        return m_store.loadNotes() == former ? passed : 3;
+    });
+    EXPECT_EQ(end(child).status, passed);
+    EXPECT_EQ(::chmod(qPrintable(m_folder), 0755), 0);
+    EXPECT_EQ(names(), QStringList{"saved-notes.json"});
+    EXPECT_EQ(m_store.loadNotes(), former);
+}
+
+TEST_F(LibraryHardship, FileThatMayNotBeReadIsEmptyAndStays) {
+    m_store.save(oneNote("secret"));
+    ASSERT_EQ(::chmod(qPrintable(m_root.path()), 0755), 0);
+    ASSERT_EQ(::chmod(qPrintable(m_notes), 0000), 0);
+    const pid_t child = start([this] {
+        constexpr uid_t nobody = 65534;
+        if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) return 1;
+        return m_store.loadNotes().empty() ? passed : 2;
+    });
+    EXPECT_EQ(end(child).status, passed);
+    EXPECT_EQ(names(), QStringList{"saved-notes.json"});
+}
+
+class LibraryFileSize : public LibraryHardship {
+  protected:
+    // The most memory, in MB, that loading a file takes, of which all but the start is a hole.
+    long memoryForFile(const QByteArray& content, off_t size) {
+        put(content);
+        EXPECT_EQ(::truncate(qPrintable(m_notes), size), 0);
+        const End before = end(start([] { return passed; }));
+        const End loaded = end(start([this] { return m_store.loadNotes().empty() ? passed : 1; }));
+        EXPECT_EQ(loaded.status, passed);
+        return (loaded.used.ru_maxrss - before.used.ru_maxrss) / 1024;
+    }
+};
+
+TEST_F(LibraryFileSize, WhatDoesNotBeginAsAListIsNotReadHoweverLarge) {
+    EXPECT_LT(memoryForFile({}, 500'000'000), 10);
+    EXPECT_LT(memoryForFile("{", 500'000'000), 10);
+    EXPECT_LT(memoryForFile("\n\xFF", 500'000'000), 10);
+}
+
+TEST_F(LibraryFileSize, DamagedListTakesNoMoreMemoryThanItsFile) {
+    EXPECT_LT(memoryForFile("[", 100'000'000), 130);
+}
+
+TEST_F(LibraryFileSize, BeyondFourGigabytesNothingIsRead) {
+    EXPECT_LT(memoryForFile("[", 5'000'000'000), 10);
+}
+
+TEST_F(LibraryFileSize, LoadingTakesLittleMoreThanTheRecords) {
+    // Saved elsewhere, so that loading finds no memory that was used before.
+    const End saved = end(start([this] {
+        std::vector<SavedNote> notes(20'000);
+        for (SavedNote& note : notes)
+            note.text = QString(1500, u'x');
+        m_store.save(notes);
+        return passed;
+    }));
+    EXPECT_EQ(saved.status, passed);
+    const auto fileSize = static_cast<double>(QFileInfo(m_notes).size());
+    const End before = end(start([] { return passed; }));
+    const End loaded =
+        end(start([this] { return m_store.loadNotes().size() == 20'000 ? passed : 1; }));
+    EXPECT_EQ(loaded.status, passed);
+    const auto grown = static_cast<double>(loaded.used.ru_maxrss - before.used.ru_maxrss);
+    EXPECT_LT(grown * 1024, 2.2 * fileSize);
+}
+
+} // namespace
+} // namespace vorq
