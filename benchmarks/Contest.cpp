@@ -17,14 +17,25 @@ void md4cParse(std::string_view utf8) {
     md_parse(utf8.data(), static_cast<MD_SIZE>(utf8.size()), &parser, nullptr);
 }
 
-void addContender(const std::string& contender, const std::string& caseName, std::size_t bytes,
-                  std::function<void()> work) {
-    const std::string name = contender + '/' + caseName;
-    benchmark::RegisterBenchmark(name.c_str(), [bytes, work](benchmark::State& state) {
+static benchmark::internal::Benchmark* registerWork(const std::string& name, std::size_t bytes,
+                                                    std::function<void()> work) {
+    return benchmark::RegisterBenchmark(name.c_str(), [bytes, work](benchmark::State& state) {
         for (auto _ : state)
             work();
         state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
     });
+}
+
+void addContender(const std::string& contender, const std::string& caseName, std::size_t bytes,
+                  std::function<void()> work) {
+    registerWork(contender + '/' + caseName, bytes, std::move(work));
+}
+
+void addWaitingContender(const std::string& contender, const std::string& caseName,
+                         std::size_t bytes, std::function<void()> work) {
+    registerWork(contender + '/' + caseName, bytes, std::move(work))
+        ->UseRealTime()
+        ->Unit(benchmark::kMillisecond);
 }
 
 std::vector<std::string> growingTexts(const std::string& reply) {
@@ -39,10 +50,10 @@ std::vector<std::string> growingTexts(const std::string& reply) {
     return texts;
 }
 
-int runContest(int argc, char** argv) {
+int runContest(int argc, char** argv, const std::vector<std::string>& peers) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    RatioReporter reporter("md4c");
+    RatioReporter reporter(peers);
     benchmark::RunSpecifiedBenchmarks(&reporter);
     return 0;
 }

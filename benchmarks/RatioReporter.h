@@ -9,18 +9,19 @@
 namespace vorq::bench {
 
 /// Prints the usual table and then, for each case, how many times as fast each contender is as the
-/// peer. Benchmarks are named "contender/case".
+/// first of the peers that takes part in it. Benchmarks are named "contender/case".
 class RatioReporter : public benchmark::ConsoleReporter {
   public:
-    explicit RatioReporter(std::string peer) : m_peer(std::move(peer)) {}
+    explicit RatioReporter(std::vector<std::string> peers) : m_peers(std::move(peers)) {}
 
     void ReportRuns(const std::vector<Run>& runs) override;
     void Finalize() override;
 
   private:
-    std::string m_peer;
+    std::vector<std::string> m_peers;
     std::vector<std::string> m_cases;
-    // Nanoseconds of processor time for one iteration, by case and contender; the best run counts.
+    // Nanoseconds for one iteration by case and contender, of the processor or, where the
+    // benchmark asks for it, of the clock; the best run counts.
     std::map<std::string, std::map<std::string, double>> m_times;
 };
 
