@@ -1,6 +1,6 @@
 #include "library/LibraryStore.h"
 
-#include "library/DurableFile.h"
+#include "support/DurableFile.h"
 
 #include <QDir>
 

@@ -1,4 +1,4 @@
-#include "library/DurableFile.h"
+#include "support/DurableFile.h"
 
 #include <QByteArray>
 #include <QFile>
