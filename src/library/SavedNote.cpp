@@ -1,34 +1,14 @@
 #include "library/SavedNote.h"
 
 #include "library/HubAreaJson.h"
+#include "library/NoteTitle.h"
 #include "library/StudySource.h"
 #include "rendering/AssistantReplyDocument.h"
-#include "support/Characters.h"
 #include "support/Text.h"
 
 namespace vorq {
-namespace {
 
-constexpr qsizetype longestTitle = 72;
-constexpr qsizetype longestSnippet = 160;
-constexpr QChar bullet = u'•';
-
-QString shortened(const QString& text, qsizetype longest) {
-    if (!graphemeCountAtLeast(text, longest + 1)) return text;
-    return graphemePrefix(text, longest).toString() + u'…';
-}
-
-QStringView withoutBullets(QStringView text) {
-    if (firstCharacter(text) != bullet) return text;
-    while (!text.isEmpty()) {
-        const QStringView character = firstCharacter(text);
-        if (character != bullet && !isWhitespaceCharacter(character)) break;
-        text = text.sliced(character.size());
-    }
-    return text;
-}
-
-} // namespace
+static constexpr qsizetype longestSnippet = 160;
 
 template<>
 inline constexpr auto fieldsOf<Flashcard> = std::to_array<Field>({
@@ -63,9 +43,9 @@ QString studySource(const SavedNote& note) {
 QString displayTitle(const SavedNote& note) {
     const QString source = studySource(note);
     const QString plain = AssistantReplyDocument::inlinePlain(firstLine(source));
-    const QStringView title = withoutBullets(trimmed(plain));
+    const QStringView title = withoutLeadingBullets(trimmed(plain));
     if (title.isEmpty()) return QStringLiteral("New Note");
-    return shortened(title.toString(), longestTitle);
+    return shortened(title, longestNoteTitle);
 }
 
 std::optional<QString> noteSnippet(const SavedNote& note) {

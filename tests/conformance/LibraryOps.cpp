@@ -4,6 +4,7 @@
 #include "library/HubTask.h"
 #include "library/HubTracker.h"
 #include "library/SavedNote.h"
+#include "library/VorqNoteImport.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -82,6 +83,11 @@ QJsonValue migrated(const QJsonObject& in) {
     return QJsonObject{{"columns", outColumns}, {"tasks", outTasks}};
 }
 
+QJsonValue jsonOf(const std::optional<VorqNoteImport::Payload>& payload) {
+    if (!payload) return QJsonValue::Null;
+    return QJsonObject{{"title", payload->title}, {"plain", payload->plain}};
+}
+
 } // namespace
 
 void addLibraryOps(Ops& ops) {
@@ -89,6 +95,19 @@ void addLibraryOps(Ops& ops) {
     ops["savedChat"] = savedChat;
     ops["libraryRecode"] = libraryRecode;
     ops["migrateHubTasks"] = migrated;
+    ops["structure"] = [](const QJsonObject& in) {
+        return jsonOf(VorqNoteImport::structure(stringOf(in, "reply")));
+    };
+    ops["appendNote"] = [](const QJsonObject& in) {
+        return jsonOf(VorqNoteImport::append(stringOf(in, "reply"), stringOf(in, "existingPlain"),
+                                             std::nullopt));
+    };
+    ops["needsMigration"] = [](const QJsonObject& in) {
+        return VorqNoteImport::needsMigration(stringOf(in, "text"));
+    };
+    ops["titleFrom"] = [](const QJsonObject& in) {
+        return VorqNoteImport::titleFrom(stringOf(in, "text"));
+    };
 }
 
 } // namespace vorq::conformance
