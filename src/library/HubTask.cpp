@@ -14,6 +14,10 @@ template<>
 inline constexpr auto rawStrings<HubTaskColor> = std::to_array<std::string_view>(
     {"red", "orange", "amber", "green", "teal", "blue", "indigo", "purple", "pink", "gray"});
 
+QString rawString(HubTaskColor color) {
+    return rawStringOf(color);
+}
+
 template<>
 inline constexpr auto fieldsOf<HubTask> = std::to_array<Field>({
     required<&HubTask::area>("area"),

@@ -30,6 +30,9 @@ enum class HubTaskColor : std::uint8_t {
     Gray,
 };
 
+/// The name of the case in lower camel case, as it stands in files.
+[[nodiscard]] QString rawString(HubTaskColor color);
+
 /// A task of the board.
 struct HubTask {
     QUuid id;

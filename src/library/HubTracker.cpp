@@ -111,4 +111,8 @@ QByteArray encode(const std::vector<HubTracker>& trackers) {
     return encodedFile(trackers);
 }
 
+QString rawString(HubTrackerUrgency urgency) {
+    return rawStringOf(urgency);
+}
+
 } // namespace vorq

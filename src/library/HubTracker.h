@@ -20,6 +20,9 @@ enum class HubTrackerPortSide : std::uint8_t { Top, Right, Bottom, Left };
 enum class HubTrackerConnectionKind : std::uint8_t { Tube, Arrow };
 enum class HubTrackerArrowEnds : std::uint8_t { One, Both };
 
+/// The name of the case in lower camel case, as it stands in files.
+[[nodiscard]] QString rawString(HubTrackerUrgency urgency);
+
 /// A card; its place on the board is that of its centre.
 struct HubTrackerEntry {
     QUuid id;

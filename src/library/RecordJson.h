@@ -23,6 +23,12 @@ template<typename Enumeration>
 concept HasRawStrings = !std::same_as<decltype(rawStrings<Enumeration>), const std::nullptr_t>;
 
 template<HasRawStrings Enumeration>
+[[nodiscard]] QString rawStringOf(Enumeration value) {
+    const std::string_view raw = rawStrings<Enumeration>[static_cast<std::size_t>(value)];
+    return QLatin1StringView(raw.data(), static_cast<qsizetype>(raw.size()));
+}
+
+template<HasRawStrings Enumeration>
 [[nodiscard]] std::optional<Enumeration> caseOf(const QString& text) {
     const auto& strings = rawStrings<Enumeration>;
     const auto found = std::ranges::find_if(

@@ -58,4 +58,12 @@ std::optional<Date> dateFromIso(QByteArrayView text) {
     return sys_days(day) + hours(hour) + minutes(minute) + seconds(second);
 }
 
+Date dateOf(const QDateTime& moment) {
+    return Date(std::chrono::milliseconds(moment.toMSecsSinceEpoch()));
+}
+
+QDateTime dateTimeOf(Date date) {
+    return QDateTime::fromMSecsSinceEpoch(date.time_since_epoch().count(), Qt::UTC);
+}
+
 } // namespace vorq

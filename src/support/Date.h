@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QDateTime>
 
 #include <chrono>
 #include <optional>
@@ -16,5 +17,10 @@ using Date = std::chrono::sys_time<std::chrono::milliseconds>;
 
 /// Reads exactly that form. Nothing for any other and for what no calendar has.
 [[nodiscard]] std::optional<Date> dateFromIso(QByteArrayView text);
+
+[[nodiscard]] Date dateOf(const QDateTime& moment);
+
+/// In UTC.
+[[nodiscard]] QDateTime dateTimeOf(Date date);
 
 } // namespace vorq

@@ -1,5 +1,6 @@
 #include "conformance/Ops.h"
 #include "conversation/PanelHistory.h"
+#include "library/DraftTitle.h"
 #include "library/HubAIChat.h"
 #include "library/HubTask.h"
 #include "library/HubTracker.h"
@@ -107,6 +108,9 @@ void addLibraryOps(Ops& ops) {
     };
     ops["titleFrom"] = [](const QJsonObject& in) {
         return VorqNoteImport::titleFrom(stringOf(in, "text"));
+    };
+    ops["draftTitle"] = [](const QJsonObject& in) -> QJsonValue {
+        return draftTitle(stringOf(in, "text"));
     };
 }
 

@@ -1,0 +1,13 @@
+#include "library/HubAreaJson.h"
+
+namespace vorq {
+
+QString rawString(HubArea area) {
+    return rawStringOf(area);
+}
+
+std::optional<HubArea> hubAreaNamed(QStringView raw) {
+    return caseOf<HubArea>(raw.toString());
+}
+
+} // namespace vorq
