@@ -1,6 +1,11 @@
 #include "core/HubState.h"
 
+#include "library/LibraryStore.h"
 #include "platform/Defaults.h"
+#include "support/StableSort.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace vorq {
 namespace {
@@ -29,6 +34,22 @@ QString rawString(HubTasksLayout layout) {
 
 void HubState::restore() {
     assign(m_tasksLayout, layoutNamed(m_defaults.string(tasksLayoutKey).value_or(QString())));
+}
+
+void HubState::reloadHubAIChats(std::vector<HubAIChat> chats) {
+    stableSort(chats,
+               [](const HubAIChat& a, const HubAIChat& b) { return a.updatedAt > b.updatedAt; });
+    const auto draft = std::ranges::find_if(m_chats.records(), [this](const HubAIChat& chat) {
+        return !chat.isSaved && chat.id == m_activeChat;
+    });
+    if (draft != m_chats.records().end()) chats.insert(chats.begin(), *draft);
+    m_chats.replace(std::move(chats));
+}
+
+void HubState::persistHubAIChats() const {
+    std::vector<HubAIChat> saved;
+    std::ranges::copy_if(m_chats.records(), std::back_inserter(saved), &HubAIChat::isSaved);
+    m_store.save(saved);
 }
 
 void HubState::setHubTasksLayout(HubTasksLayout layout) {

@@ -1,33 +1,47 @@
 #pragma once
 
+#include "core/HubLists.h"
+
 #include <QObject>
 #include <QString>
-#include <QUuid>
 
 #include <optional>
 
 namespace vorq {
 
 class Defaults;
+class LibraryStore;
 
 enum class HubTasksLayout { Grid, Columns, List };
 
 /// "grid", "columns" or "list".
 [[nodiscard]] QString rawString(HubTasksLayout layout);
 
-/// The hub area: what the hub shows and whether it is at work. Main thread only.
+/// The hub area: its conversations, what the hub shows and whether it is at work. Main thread only.
 class HubState final : public QObject {
     Q_OBJECT
+    Q_PROPERTY(vorq::HubChatList* hubAIChats READ chatModel CONSTANT)
     Q_PROPERTY(QString hubTasksLayout READ hubTasksLayoutRaw NOTIFY changed)
     Q_PROPERTY(bool isHubAIWorking READ isHubAIWorking WRITE setHubAIWorking NOTIFY changed)
     Q_PROPERTY(QString hubAIError READ hubAIError WRITE setHubAIError NOTIFY changed)
     Q_PROPERTY(QString hubSegmentRaw READ hubSegmentRaw WRITE setHubSegmentRaw NOTIFY changed)
 
   public:
-    /// The defaults must outlive this object.
-    explicit HubState(Defaults& defaults) : m_defaults(defaults) {}
+    /// Both must outlive this object. The list of chats is empty until it is reloaded.
+    HubState(Defaults& defaults, const LibraryStore& store)
+        : m_defaults(defaults), m_store(store) {}
 
     void restore();
+
+    [[nodiscard]] const HubChatList& hubAIChats() const { return m_chats; }
+    [[nodiscard]] HubChatList* chatModel() { return &m_chats; }
+
+    /// Takes in the chats of the file and those that join them, the latest first. Of what is not
+    /// saved only the active chat stays, before all others.
+    void reloadHubAIChats(std::vector<HubAIChat> chats);
+
+    /// Writes the chats that are saved.
+    void persistHubAIChats() const;
 
     [[nodiscard]] HubTasksLayout hubTasksLayout() const { return m_tasksLayout; }
     [[nodiscard]] QString hubTasksLayoutRaw() const { return rawString(m_tasksLayout); }
@@ -56,6 +70,8 @@ class HubState final : public QObject {
     }
 
     Defaults& m_defaults;
+    const LibraryStore& m_store;
+    HubChatList m_chats;
     HubTasksLayout m_tasksLayout = HubTasksLayout::Grid;
     bool m_isWorking = false;
     QString m_error;

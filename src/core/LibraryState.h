@@ -1,29 +1,73 @@
 #pragma once
 
+#include "core/LibraryLists.h"
+
 #include <QObject>
 #include <QString>
 
+#include <optional>
+
 namespace vorq {
 
-/// The library area: the outcome of the last library action, as a line for the user.
-/// Main thread only.
+class Clock;
+class LibraryStore;
+
+/// The library area: the user's notes and kept conversations, each change written at once, and the
+/// outcome of the last library action as a line for the user. Operations with an unknown id do
+/// nothing. Main thread only.
 class LibraryState final : public QObject {
     Q_OBJECT
+    Q_PROPERTY(vorq::NoteList* savedNotes READ noteModel CONSTANT)
+    Q_PROPERTY(vorq::ChatList* savedChats READ chatModel CONSTANT)
     Q_PROPERTY(QString libraryMessage READ libraryMessage WRITE setLibraryMessage NOTIFY
                    libraryMessageChanged)
 
   public:
+    /// Both must outlive this object. The lists are empty until they are reloaded.
+    LibraryState(const LibraryStore& store, Clock& clock) : m_store(store), m_clock(clock) {}
+
+    [[nodiscard]] const NoteList& savedNotes() const { return m_notes; }
+    [[nodiscard]] const ChatList& savedChats() const { return m_chats; }
+    [[nodiscard]] NoteList* noteModel() { return &m_notes; }
+    [[nodiscard]] ChatList* chatModel() { return &m_chats; }
+    /// "" means none.
     [[nodiscard]] const QString& libraryMessage() const { return m_message; }
-    void setLibraryMessage(const QString& message) {
-        if (m_message == message) return;
-        m_message = message;
-        emit libraryMessageChanged();
-    }
+    void setLibraryMessage(const QString& message);
+
+    /// Takes in the chats and the notes as they stand in their files, the newest first.
+    void reload();
+
+    /// Makes a note at the top of the list and gives its id.
+    QUuid createBlankNote(const QString& title, HubArea area);
+
+    /// Without a rich form the stored one goes. A seed that still shows Markdown becomes the first
+    /// line of the body.
+    void updateNoteThoughts(const QUuid& id, const QString& thoughts,
+                            const std::optional<QByteArray>& thoughtsRTF);
+    void updateNoteFlashcards(const QUuid& id, const std::vector<Flashcard>& flashcards);
+    void updateNoteArea(const QUuid& id, HubArea area);
+    void deleteSavedNote(const SavedNote& note);
+
+    /// Gives the note another body. A seed that shows Markdown, or nothing, becomes the title.
+    void replaceNoteContent(const QUuid& id, const QString& title, const QString& plain,
+                            const std::optional<QByteArray>& rtf);
+
+    /// Puts a conversation at the top of the list.
+    void keepChat(SavedChat chat);
+
+    /// Drops all kept conversations, which are elsewhere now.
+    void clearChats();
 
   signals:
     void libraryMessageChanged();
 
   private:
+    void saveNotes() const;
+
+    const LibraryStore& m_store;
+    Clock& m_clock;
+    NoteList m_notes;
+    ChatList m_chats;
     QString m_message;
 };
 

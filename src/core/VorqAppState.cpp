@@ -11,9 +11,13 @@ VorqAppState::VorqAppState(const Platform& platform)
       m_model(m_api, platform.defaults),
       m_account(m_api, platform.defaults, platform.paths, platform.clock, m_model),
       m_appearance(platform.defaults),
-      m_hub(platform.defaults),
+      m_libraryAreas(platform.clock, platform.defaults, platform.paths.applicationSupportFolder()),
       m_panel({platform.clock, m_api, m_account, m_study, m_permissions, platform.routes,
                platform.capture}) {
+    m_study.setNoteLookup([this](const QUuid& id) -> std::optional<QString> {
+        const SavedNote* note = library().savedNotes().find(id);
+        return note ? std::optional(studySource(*note)) : std::nullopt;
+    });
     connect(&m_study, &StudyContext::activeNoteChanged, this,
             &VorqAppState::promptPlaceholderChanged);
     connect(&m_account, &AccountSession::signedInChanged, this, &VorqAppState::accountChanged);
@@ -21,7 +25,7 @@ VorqAppState::VorqAppState(const Platform& platform)
 }
 
 void VorqAppState::restore() {
-    m_hub.restore();
+    m_libraryAreas.restore();
     m_appearance.restore();
     m_model.restore();
     m_appearance.restoreColors();

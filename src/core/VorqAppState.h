@@ -4,8 +4,7 @@
 #include "backend/PreferredModel.h"
 #include "backend/VorqAPIService.h"
 #include "core/AppearanceSettings.h"
-#include "core/HubState.h"
-#include "core/LibraryState.h"
+#include "core/LibraryAreas.h"
 #include "core/PanelConversation.h"
 #include "core/Permissions.h"
 #include "core/StudyContext.h"
@@ -47,10 +46,17 @@ class VorqAppState final : public QObject {
     [[nodiscard]] AppearanceSettings& appearance() { return m_appearance; }
     [[nodiscard]] Permissions& permissions() { return m_permissions; }
     [[nodiscard]] StudyContext& study() { return m_study; }
-    [[nodiscard]] LibraryState& library() { return m_library; }
-    [[nodiscard]] HubState& hub() { return m_hub; }
+    // The library is read from its files when one of these is first asked for.
+    [[nodiscard]] LibraryState& library() { return m_libraryAreas.library(); }
+    [[nodiscard]] HubState& hub() { return m_libraryAreas.hub(); }
+    [[nodiscard]] TaskState& tasks() { return m_libraryAreas.tasks(); }
+    [[nodiscard]] TrackerState& trackers() { return m_libraryAreas.trackers(); }
     [[nodiscard]] UpdateState& updates() { return m_updates; }
     [[nodiscard]] PanelConversation& panel() { return m_panel; }
+
+    /// Reads the library anew, whatever of it is in memory.
+    Q_INVOKABLE void reloadLibrary() { m_libraryAreas.reloadLibrary(); }
+    [[nodiscard]] bool isLibraryLoaded() const { return m_libraryAreas.isLoaded(); }
 
     [[nodiscard]] QString promptPlaceholder() const;
     [[nodiscard]] bool canUsePanelAI() const { return m_account.signedIn(); }
@@ -69,8 +75,7 @@ class VorqAppState final : public QObject {
     AppearanceSettings m_appearance;
     Permissions m_permissions;
     StudyContext m_study;
-    LibraryState m_library;
-    HubState m_hub;
+    LibraryAreas m_libraryAreas;
     UpdateState m_updates;
     PanelConversation m_panel;
 };

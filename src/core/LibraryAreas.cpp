@@ -1,0 +1,60 @@
+#include "core/LibraryAreas.h"
+
+#include "library/LegacyChats.h"
+#include "platform/Defaults.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace vorq {
+namespace {
+
+const QString migratedKey = QStringLiteral("vorq.migratedPanelChatsToHub.v1");
+
+} // namespace
+
+LibraryAreas::LibraryAreas(Clock& clock, Defaults& defaults,
+                           const QString& applicationSupportFolder)
+    : m_defaults(defaults),
+      m_store(applicationSupportFolder),
+      m_library(m_store, clock),
+      m_hub(defaults, m_store),
+      m_tasks(m_store, clock),
+      m_trackers(m_store, clock) {}
+
+void LibraryAreas::reloadLibrary() {
+    m_isLoaded = true;
+    m_library.reload();
+    m_tasks.reload();
+    m_trackers.reload();
+
+    std::vector<HubAIChat> chats = m_store.loadAIChats();
+    for (HubAIChat& chat : chats)
+        chat.isSaved = true;
+    const std::vector<SavedChat> legacy = legacyPanelChats();
+    const std::vector<HubAIChat> converted = hubChatsFromPanel(legacy, chats);
+    std::ranges::copy(converted, std::back_inserter(chats));
+    m_hub.reloadHubAIChats(std::move(chats));
+    if (!converted.empty()) m_hub.persistHubAIChats();
+    // They leave their old file only when they are in the new one.
+    if (!legacy.empty() && isInFile(converted)) m_library.clearChats();
+}
+
+// What the panel kept before there was a hub. Asked once per user; whatever happens afterwards, a
+// later launch does not ask again.
+std::vector<SavedChat> LibraryAreas::legacyPanelChats() {
+    if (m_defaults.boolean(migratedKey).value_or(false)) return {};
+    std::vector<SavedChat> legacy = m_store.loadChats();
+    m_defaults.setBoolean(migratedKey, true);
+    return legacy;
+}
+
+bool LibraryAreas::isInFile(const std::vector<HubAIChat>& chats) const {
+    if (chats.empty()) return true;
+    const std::vector<HubAIChat> written = m_store.loadAIChats();
+    return std::ranges::all_of(chats, [&written](const HubAIChat& chat) {
+        return std::ranges::find(written, chat.id, &HubAIChat::id) != written.end();
+    });
+}
+
+} // namespace vorq

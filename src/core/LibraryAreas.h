@@ -1,0 +1,49 @@
+#pragma once
+
+#include "core/HubState.h"
+#include "core/LibraryState.h"
+#include "core/TaskState.h"
+#include "core/TrackerState.h"
+#include "library/LibraryStore.h"
+
+namespace vorq {
+
+/// The areas whose lists are the files of the library. They are read together when one of them is
+/// first asked for, so a program that needs none of them reads no file. Main thread only.
+class LibraryAreas final {
+  public:
+    /// Clock and defaults must outlive the areas.
+    LibraryAreas(Clock& clock, Defaults& defaults, const QString& applicationSupportFolder);
+
+    /// Takes up the settings of the areas; reads no file of the library.
+    void restore() { m_hub.restore(); }
+
+    /// Reads all files anew and carries over what older versions left.
+    void reloadLibrary();
+
+    [[nodiscard]] LibraryState& library() { return loaded(m_library); }
+    [[nodiscard]] HubState& hub() { return loaded(m_hub); }
+    [[nodiscard]] TaskState& tasks() { return loaded(m_tasks); }
+    [[nodiscard]] TrackerState& trackers() { return loaded(m_trackers); }
+
+    [[nodiscard]] bool isLoaded() const { return m_isLoaded; }
+
+  private:
+    template<typename Area>
+    Area& loaded(Area& area) {
+        if (!m_isLoaded) reloadLibrary();
+        return area;
+    }
+    [[nodiscard]] std::vector<SavedChat> legacyPanelChats();
+    [[nodiscard]] bool isInFile(const std::vector<HubAIChat>& chats) const;
+
+    Defaults& m_defaults;
+    const LibraryStore m_store;
+    LibraryState m_library;
+    HubState m_hub;
+    TaskState m_tasks;
+    TrackerState m_trackers;
+    bool m_isLoaded = false;
+};
+
+} // namespace vorq
