@@ -1,0 +1,40 @@
+#include "platform/testing/ScriptedWorkspace.h"
+
+namespace vorq {
+
+void ScriptedWorkspace::launch(const RunningApplication& application) {
+    m_applications[application.process] = application;
+}
+
+void ScriptedWorkspace::quit(ProcessId process) {
+    m_applications.erase(process);
+    if (m_frontmost == process) m_frontmost.reset();
+}
+
+void ScriptedWorkspace::bringToFront(ProcessId process) {
+    m_frontmost = process;
+    emit frontmostChanged(process, static_cast<quint64>(process));
+}
+
+std::optional<Workspace::WindowId> ScriptedWorkspace::activeWindow() const {
+    return m_frontmost ? std::optional(static_cast<WindowId>(*m_frontmost)) : std::nullopt;
+}
+
+std::optional<RunningApplication> ScriptedWorkspace::application(ProcessId process) const {
+    const auto found = m_applications.find(process);
+    return found == m_applications.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<Workspace::ProcessId> ScriptedWorkspace::processOf(WindowId window) const {
+    const auto process = static_cast<ProcessId>(window);
+    return m_applications.contains(process) ? std::optional(process) : std::nullopt;
+}
+
+void ScriptedWorkspace::activate(WindowId window) {
+    const std::optional<ProcessId> process = processOf(window);
+    if (!process) return;
+    m_activations.push_back(window);
+    bringToFront(*process);
+}
+
+} // namespace vorq

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/Workspace.h"
+
+#include <map>
+#include <vector>
+
+namespace vorq {
+
+/// Applications of one window each, brought to the front by hand.
+class ScriptedWorkspace final : public Workspace {
+  public:
+    /// Adds a running application whose window has the number of its process. None is in front yet.
+    void launch(const RunningApplication& application);
+
+    /// Takes it and its window away. If it was in front, none is.
+    void quit(ProcessId process);
+
+    /// Brings an application to the front and tells of it.
+    void bringToFront(ProcessId process);
+
+    /// Leaves no application in front, and tells nothing.
+    void bringNoneToFront() { m_frontmost.reset(); }
+
+    /// The windows that were asked to be activated, in order. Each has come to the front, too.
+    [[nodiscard]] const std::vector<WindowId>& activations() const { return m_activations; }
+
+    [[nodiscard]] std::optional<ProcessId> frontmostProcess() const override { return m_frontmost; }
+    [[nodiscard]] std::optional<WindowId> activeWindow() const override;
+    [[nodiscard]] std::optional<RunningApplication> application(ProcessId process) const override;
+    [[nodiscard]] std::optional<ProcessId> processOf(WindowId window) const override;
+    void activate(WindowId window) override;
+
+  private:
+    std::map<ProcessId, RunningApplication> m_applications;
+    std::optional<ProcessId> m_frontmost;
+    std::vector<WindowId> m_activations;
+};
+
+} // namespace vorq
