@@ -1,0 +1,1 @@
+#include "shell/ShellNotifications.h" // its signals are generated

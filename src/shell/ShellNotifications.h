@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+namespace vorq {
+
+/// What parts of the program tell each other without knowing each other: whoever wants something
+/// emits the signal, whoever can do it is connected. Main thread only.
+class ShellNotifications final : public QObject {
+    Q_OBJECT
+
+  public:
+    using QObject::QObject;
+
+  signals:
+    void vorqShowPanel();
+    void vorqFocusPrompt();
+    void vorqHidePanel();
+    void vorqOpenStatusMenu();
+    /// A browser sign-in has come back with this code, which no attempt was waiting for.
+    void vorqMacHandoffCode(QString code);
+    /// The panel needs a signed-in user.
+    void vorqGuidePanelAccess();
+    void vorqOpenLibrary();
+    /// While on, a click outside leaves the panel up.
+    void vorqSuppressPanelOutsideClose(bool suppress);
+    /// The panel has begun or ended to be dragged from one dock to another.
+    void vorqPanelDockDragChanged(bool isDragging);
+    void vorqClearChatGlyphIBeam();
+};
+
+} // namespace vorq
