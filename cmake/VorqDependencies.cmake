@@ -9,7 +9,7 @@ find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 # X11: hot keys, windows of other programs, selections
 pkg_check_modules(Xcb REQUIRED IMPORTED_TARGET xcb xcb-ewmh xcb-keysyms xcb-randr xcb-res xcb-xfixes
-                  xcb-xtest)
+                  xcb-xinput xcb-xtest)
 if(VORQ_TESTS OR VORQ_FUZZ)
   find_package(GTest REQUIRED)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Network QuickTest Test)

@@ -1,0 +1,1 @@
+#include "platform/GlobalHotKeys.h" // its signals are generated

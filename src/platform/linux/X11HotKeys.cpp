@@ -1,0 +1,208 @@
+#include "platform/linux/X11HotKeys.h"
+
+#include <xcb/xcb.h>
+#include <xcb/xinput.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace vorq {
+namespace {
+
+constexpr int allModifiers = 0xff;
+
+struct Free {
+    void operator()(void* reply) const { std::free(reply); }
+};
+template<typename Reply>
+using ReplyPtr = std::unique_ptr<Reply, Free>;
+
+bool isWayland() {
+    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariable("XDG_SESSION_TYPE") == u"wayland";
+}
+
+// Raw releases of keys, which tell a second press from one that repeats by itself.
+bool offersRawEvents(xcb_connection_t* connection) {
+    const xcb_query_extension_reply_t* extension =
+        xcb_get_extension_data(connection, &xcb_input_id);
+    if (extension == nullptr || extension->present == 0) return false;
+    const xcb_input_xi_query_version_cookie_t cookie = xcb_input_xi_query_version(connection, 2, 2);
+    const ReplyPtr<xcb_input_xi_query_version_reply_t> reply(
+        xcb_input_xi_query_version_reply(connection, cookie, nullptr));
+    return reply && reply->major_version >= 2;
+}
+
+} // namespace
+
+X11HotKeys::X11HotKeys(QObject* parent) : GlobalHotKeys(parent) {}
+
+X11HotKeys::~X11HotKeys() = default;
+
+GlobalHotKeys::Outcome X11HotKeys::installEventHandler() {
+    if (!m_connection.isUsable() || isWayland())
+        return std::unexpected(HotKeyFailure{.status = noServer});
+    m_knowsReleases = offersRawEvents(m_connection.get());
+    m_keyboard = std::make_unique<X11Keyboard>(m_connection.get());
+    const int descriptor = xcb_get_file_descriptor(m_connection.get());
+    m_notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, &X11HotKeys::takeEvents);
+    return {};
+}
+
+GlobalHotKeys::Outcome X11HotKeys::registerHotKey(const HotKeyChord& chord, HotKeyId id) {
+    if (!m_keyboard) return std::unexpected(HotKeyFailure{.status = noServer});
+    unregisterHotKey(id);
+    m_hotKeys.push_back({.id = id, .chord = chord, .modifiers = 0, .keys = {}});
+    return grab(m_hotKeys.back());
+}
+
+void X11HotKeys::unregisterHotKey(HotKeyId id) {
+    const auto found = std::ranges::find(m_hotKeys, id, &HotKey::id);
+    if (found == m_hotKeys.end()) return;
+    ungrab(*found);
+    m_hotKeys.erase(found);
+}
+
+GlobalHotKeys::Outcome X11HotKeys::grab(HotKey& hotKey) {
+    hotKey.modifiers = 0;
+    if ((hotKey.chord.modifiers & HotKeyModifier::command) != 0)
+        hotKey.modifiers |= m_keyboard->superMask();
+    if ((hotKey.chord.modifiers & HotKeyModifier::shift) != 0)
+        hotKey.modifiers |= XCB_MOD_MASK_SHIFT;
+    const std::vector<KeyCode> keys = m_keyboard->keysOf(hotKey.chord.letter);
+    const Outcome outcome = grabKeys(hotKey, keys);
+    if (outcome) hotKey.keys = keys;
+    if (!outcome) ungrabKeys(hotKey, keys);
+    takeEventsLater();
+    return outcome;
+}
+
+// All requests first, so that the answers are waited for once.
+GlobalHotKeys::Outcome X11HotKeys::grabKeys(const HotKey& hotKey,
+                                            const std::vector<KeyCode>& keys) {
+    std::vector<xcb_void_cookie_t> cookies;
+    for (const KeyCode key : keys)
+        for (const ModifierMask locks : m_keyboard->lockStates())
+            cookies.push_back(
+                xcb_grab_key_checked(m_connection.get(), 0, m_connection.root(),
+                                     static_cast<ModifierMask>(hotKey.modifiers | locks), key,
+                                     XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    std::optional<int> status;
+    for (const xcb_void_cookie_t cookie : cookies) {
+        const ReplyPtr<xcb_generic_error_t> error(xcb_request_check(m_connection.get(), cookie));
+        if (error && !status) status = error->error_code;
+    }
+    if (!m_connection.isUsable() || cookies.empty()) status = noServer;
+    if (!status) return {};
+    return std::unexpected(HotKeyFailure{.status = *status, .isTaken = *status == XCB_ACCESS});
+}
+
+void X11HotKeys::ungrab(HotKey& hotKey) {
+    ungrabKeys(hotKey, hotKey.keys);
+    hotKey.keys.clear();
+}
+
+void X11HotKeys::ungrabKeys(const HotKey& hotKey, const std::vector<KeyCode>& keys) {
+    for (const KeyCode key : keys)
+        for (const ModifierMask locks : m_keyboard->lockStates())
+            xcb_ungrab_key(m_connection.get(), key, m_connection.root(),
+                           static_cast<ModifierMask>(hotKey.modifiers | locks));
+    xcb_flush(m_connection.get());
+}
+
+void X11HotKeys::grabAllAnew() {
+    m_isRegrabDue = false;
+    for (HotKey& hotKey : m_hotKeys)
+        ungrabKeys(hotKey, hotKey.keys);
+    m_keyboard = std::make_unique<X11Keyboard>(m_connection.get());
+    std::vector<std::pair<HotKeyId, bool>> changes;
+    for (HotKey& hotKey : m_hotKeys) {
+        const bool wasAvailable = !hotKey.keys.empty();
+        hotKey.keys.clear();
+        const bool isAvailable = grab(hotKey).has_value();
+        if (isAvailable != wasAvailable) changes.emplace_back(hotKey.id, isAvailable);
+    }
+    for (const auto& [id, isAvailable] : changes)
+        emit availabilityChanged(id, isAvailable);
+}
+
+// Waiting for an answer may have taken in events, of which the socket no longer tells.
+void X11HotKeys::takeEventsLater() {
+    QMetaObject::invokeMethod(this, &X11HotKeys::takeEvents, Qt::QueuedConnection);
+}
+
+void X11HotKeys::takeEvents() {
+    while (const ReplyPtr<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
+        switch (event->response_type & 0x7f) {
+        case XCB_KEY_PRESS: {
+            const auto& press = reinterpret_cast<const xcb_key_press_event_t&>(*event);
+            keyWentDown(press.detail, press.state);
+            break;
+        }
+        case XCB_MAPPING_NOTIFY:
+            if (!std::exchange(m_isRegrabDue, true))
+                QMetaObject::invokeMethod(this, &X11HotKeys::grabAllAnew, Qt::QueuedConnection);
+            break;
+        case XCB_GE_GENERIC: {
+            const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(*event);
+            if (raw.event_type == XCB_INPUT_RAW_KEY_RELEASE)
+                keyWentUp(static_cast<KeyCode>(raw.detail));
+            break;
+        }
+        default:
+            break;
+        }
+    }
+    if (!m_connection.isUsable()) m_notifier->setEnabled(false);
+}
+
+// The grab of the pressed key holds the whole keyboard. It is let go before anything else, so that
+// the application in front has the focus again and keys that are posted reach it.
+void X11HotKeys::keyWentDown(KeyCode key, ModifierMask state) {
+    xcb_ungrab_keyboard(m_connection.get(), XCB_CURRENT_TIME);
+    xcb_flush(m_connection.get());
+    const bool isRepeat = m_held.contains(key);
+    if (isRepeat) return;
+    if (m_knowsReleases) {
+        m_held.insert(key);
+        watchReleases(true);
+        if (!isDown(key)) keyWentUp(key);
+        takeEventsLater();
+    }
+    ModifierMask locks = 0;
+    for (const ModifierMask mask : m_keyboard->lockStates())
+        locks |= mask;
+    const int modifiers = state & allModifiers & ~locks;
+    const auto pressedKey = std::ranges::find_if(m_hotKeys, [&](const HotKey& hotKey) {
+        return hotKey.modifiers == modifiers &&
+               std::ranges::find(hotKey.keys, key) != hotKey.keys.end();
+    });
+    if (pressedKey != m_hotKeys.end()) emit pressed(pressedKey->id);
+}
+
+void X11HotKeys::keyWentUp(KeyCode key) {
+    if (m_held.erase(key) > 0 && m_held.empty()) watchReleases(false);
+}
+
+void X11HotKeys::watchReleases(bool isOn) {
+    struct {
+        xcb_input_event_mask_t head;
+        std::uint32_t mask;
+    } selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1},
+                isOn ? XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE : 0u};
+    xcb_input_xi_select_events(m_connection.get(), m_connection.root(), 1, &selection.head);
+    xcb_flush(m_connection.get());
+}
+
+bool X11HotKeys::isDown(KeyCode key) const {
+    const xcb_query_keymap_cookie_t cookie = xcb_query_keymap(m_connection.get());
+    const ReplyPtr<xcb_query_keymap_reply_t> reply(
+        xcb_query_keymap_reply(m_connection.get(), cookie, nullptr));
+    return reply && (reply->keys[key / 8] & (1 << (key % 8))) != 0;
+}
+
+} // namespace vorq

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/GlobalHotKeys.h"
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/X11Keyboard.h"
+
+#include <QSocketNotifier>
+
+#include <memory>
+#include <set>
+#include <vector>
+
+namespace vorq {
+
+/// Hot keys by passive grabs on the root window. They work whatever locks are on, and move with the
+/// layout of the keyboard.
+///
+/// Nothing of the user's typing is seen but the hot keys, and releases of keys while one is held.
+/// Under Wayland, where grabs would only work over some windows, there are no hot keys.
+class X11HotKeys final : public GlobalHotKeys {
+  public:
+    /// The status of a failure that is no error of the X server: there is none, or it is not the
+    /// master of the keyboard.
+    static constexpr int noServer = -1;
+
+    explicit X11HotKeys(QObject* parent = nullptr);
+    ~X11HotKeys() override;
+
+    Outcome installEventHandler() override;
+    Outcome registerHotKey(const HotKeyChord& chord, HotKeyId id) override;
+    void unregisterHotKey(HotKeyId id) override;
+
+  private:
+    using KeyCode = X11Keyboard::KeyCode;
+    using ModifierMask = X11Keyboard::ModifierMask;
+
+    struct HotKey {
+        HotKeyId id;
+        HotKeyChord chord;
+        ModifierMask modifiers = 0;
+        std::vector<KeyCode> keys; // that are grabbed, none while another program holds the chord
+    };
+
+    Outcome grab(HotKey& hotKey);
+    Outcome grabKeys(const HotKey& hotKey, const std::vector<KeyCode>& keys);
+    void ungrab(HotKey& hotKey);
+    void ungrabKeys(const HotKey& hotKey, const std::vector<KeyCode>& keys);
+    void grabAllAnew();
+
+    void takeEvents();
+    void takeEventsLater();
+    void keyWentDown(KeyCode key, ModifierMask state);
+    void keyWentUp(KeyCode key);
+    void watchReleases(bool isOn);
+    [[nodiscard]] bool isDown(KeyCode key) const;
+
+    X11Connection m_connection;
+    bool m_knowsReleases = false;
+    std::unique_ptr<X11Keyboard> m_keyboard;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    std::vector<HotKey> m_hotKeys;
+    std::set<KeyCode> m_held; // keys of hot keys that have not been let go
+    bool m_isRegrabDue = false;
+};
+
+} // namespace vorq
