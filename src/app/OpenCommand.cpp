@@ -1,32 +1,16 @@
 #include "app/OpenCommand.h"
 
 #include "backend/Errors.h"
+#include "backend/SignInUrl.h"
 
-#include <QUrlQuery>
+#include <QUrl>
 
 namespace vorq {
-namespace {
-
-std::optional<QString> itemOf(const QString& query, const QString& name) {
-    for (const auto& [key, value] : QUrlQuery(query).queryItems(QUrl::FullyDecoded))
-        if (key == name && !value.isEmpty()) return value;
-    return std::nullopt;
-}
-
-} // namespace
-
-std::optional<QString> handoffCode(const QUrl& url) {
-    if (!url.isValid() || url.scheme() != u"vorq") return std::nullopt;
-    const QString name = QStringLiteral("handoff");
-    if (auto code = itemOf(url.query(QUrl::FullyEncoded), name)) return code;
-    return itemOf(url.fragment(QUrl::FullyEncoded), name);
-}
-
 OpenCommand::OpenCommand(VorqAppState& state, Terminal& terminal)
     : m_state(state), m_terminal(terminal) {}
 
 void OpenCommand::start(const QString& url) {
-    const std::optional<QString> code = handoffCode(QUrl(url));
+    const std::optional<QString> code = SignInUrl::handoffCode(QUrl(url));
     if (!code) {
         m_terminal.complain(QStringLiteral("This is no link that Vorq can open: %1").arg(url));
         return end(2);

@@ -6,14 +6,8 @@
 
 #include <QObject>
 #include <QPointer>
-#include <QUrl>
-
-#include <optional>
 
 namespace vorq {
-
-/// The code that a vorq:// link hands over to end a sign-in, from its query or else its fragment.
-[[nodiscard]] std::optional<QString> handoffCode(const QUrl& url);
 
 /// Takes a vorq:// link from the command line and says what came of it.
 class OpenCommand final : public QObject {

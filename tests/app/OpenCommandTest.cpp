@@ -29,13 +29,6 @@ class OpenCommandTest : public ConversationFixture {
     std::string m_err;
 };
 
-TEST(HandoffCode, IsInTheQueryOrElseInTheFragment) {
-    EXPECT_EQ(handoffCode(QUrl("vorq://auth/callback?handoff=a%20b")), "a b");
-    EXPECT_EQ(handoffCode(QUrl("vorq://auth/callback#handoff=abc")), "abc");
-    EXPECT_EQ(handoffCode(QUrl("vorq://auth/callback?handoff=")), std::nullopt);
-    EXPECT_EQ(handoffCode(QUrl("https://elsewhere/?handoff=abc")), std::nullopt);
-}
-
 TEST_F(OpenCommandTest, SignsInWithTheCodeOfTheLink) {
     const auto status = open("vorq://auth/callback?handoff=abc", [this] {
         EXPECT_EQ(exchange().path(), "/auth/mac-handoff/exchange");

@@ -1,0 +1,28 @@
+#pragma once
+
+class QUrl;
+
+namespace vorq {
+
+/// The browser sign-in that may be waiting for its way back into the program. Main thread only.
+class PendingSignIn {
+  public:
+    PendingSignIn() = default;
+    PendingSignIn(const PendingSignIn&) = delete;
+    PendingSignIn& operator=(const PendingSignIn&) = delete;
+    virtual ~PendingSignIn() = default;
+
+    [[nodiscard]] virtual bool isPending() const = 0;
+
+    /// Ends the attempt that waits with what the browser came back with.
+    virtual void finish(const QUrl& url) = 0;
+};
+
+/// No attempt ever waits.
+class NoPendingSignIn final : public PendingSignIn {
+  public:
+    [[nodiscard]] bool isPending() const override { return false; }
+    void finish(const QUrl&) override {}
+};
+
+} // namespace vorq

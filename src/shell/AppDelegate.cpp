@@ -1,0 +1,160 @@
+#include "shell/AppDelegate.h"
+
+#include "core/VorqAppState.h"
+#include "platform/Clock.h"
+#include "platform/LoginItem.h"
+#include "shell/ApplicationHost.h"
+
+#include <QPointer>
+
+namespace vorq {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr Clock::Duration launchMenuDelay = 250ms;
+constexpr Clock::Duration accessGuideDelay = 140ms;
+
+// Calls back after a delay unless the object is gone by then.
+template<typename Callback>
+void after(Clock& clock, Clock::Duration delay, QObject* owner, Callback callback) {
+    clock.after(delay, [owner = QPointer(owner), callback] {
+        if (owner) callback();
+    });
+}
+
+} // namespace
+
+AppDelegate::AppDelegate(const Ports& ports, QObject* parent)
+    : QObject(parent),
+      m_ports(ports),
+      m_frontmost(ports.workspace, ports.self),
+      m_hotKeyHandler(ports.hotKeys, ports.workspace),
+      m_panel({ports.workspace, ports.capture, m_frontmost, ports.makePanel}),
+      m_noteHotKeys(ports.notes, ports.workspace, m_frontmost),
+      m_urlRouter(ports.signIn, m_notifications) {
+    connect(&m_hotKeyHandler, &HotKeyHandler::activated, this, &AppDelegate::perform);
+    connect(&m_hotKeyHandler, &HotKeyHandler::noticesChanged, this,
+            [this] { m_ports.statusItem.setHotKeyNotices(m_hotKeyHandler.notices()); });
+    connect(&m_noteHotKeys, &NoteHotKeys::flashNoteSaveStatus, this, [this](bool succeeded) {
+        m_ports.statusItem.flashStatusImage(succeeded ? StatusImage::Check : StatusImage::Fail);
+    });
+    connectStatusItem();
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::connectStatusItem() {
+    StatusItem* item = &m_ports.statusItem;
+    connect(item, &StatusItem::menuDidClose, this,
+            [this] { emit m_notifications.vorqSuppressPanelOutsideClose(false); });
+    connect(item, &StatusItem::showVorqChosen, this, &AppDelegate::showPanel);
+    connect(item, &StatusItem::clearChatChosen, this, &AppDelegate::clearChat);
+    connect(item, &StatusItem::quitChosen, this, [this] { m_ports.host.terminate(); });
+}
+
+void AppDelegate::applicationDidFinishLaunching(LaunchOptions options) {
+    m_ports.host.becomeAccessory();
+    m_ports.host.installApplicationIcon();
+    m_ports.statusItem.installStatusItem();
+    m_frontmost.startFrontmostTracking();
+    m_hotKeyHandler.registerHotKeys();
+    registerOpenAtLoginIfNeeded();
+    observeNotifications();
+    openMenuAfterLaunch(options);
+}
+
+void AppDelegate::registerOpenAtLoginIfNeeded() {
+    const auto outcome = m_ports.loginItem.registerAtLogin();
+    if (!outcome)
+        qWarning("Vorq Open at Login register failed: %s", qUtf8Printable(outcome.error()));
+}
+
+void AppDelegate::observeNotifications() {
+    const ShellNotifications* sender = &m_notifications;
+    connect(sender, &ShellNotifications::vorqOpenLibrary, this,
+            [] { qInfo("Vorq: open Hub ignored (Setup archived)."); });
+    connect(sender, &ShellNotifications::vorqShowPanel, this, &AppDelegate::showPanel);
+    connect(sender, &ShellNotifications::vorqOpenStatusMenu, this,
+            &AppDelegate::openStatusItemMenu);
+    connect(sender, &ShellNotifications::vorqMacHandoffCode, this,
+            &AppDelegate::activateFromMacHandoff);
+    connect(sender, &ShellNotifications::vorqGuidePanelAccess, this,
+            &AppDelegate::guidePanelAccessFromNotification);
+    connect(sender, &ShellNotifications::vorqSuppressPanelOutsideClose, this,
+            &AppDelegate::suppressOutsideClose);
+}
+
+void AppDelegate::openMenuAfterLaunch(LaunchOptions options) {
+    if (options.background || options.launchedAtLogin) return;
+    after(m_ports.clock, launchMenuDelay, this, [this] {
+        if (m_ports.host.isActive()) openStatusItemMenu();
+    });
+}
+
+void AppDelegate::bindAppState(VorqAppState& state) {
+    const bool isFirst = m_state == nullptr;
+    m_state = &state;
+    m_panel.bind(state);
+    m_noteHotKeys.setBound();
+    m_ports.statusItem.bindAppState(state);
+    if (!isFirst) return;
+    state.permissions().setShowAccessibilityWalkthrough(false);
+    connect(&state.account(), &AccountSession::statusMenuRequested, &m_notifications,
+            &ShellNotifications::vorqOpenStatusMenu);
+}
+
+bool AppDelegate::applicationShouldHandleReopen() {
+    openStatusItemMenu();
+    return false;
+}
+
+void AppDelegate::applicationWillTerminate() {
+    m_frontmost.stopFrontmostTracking();
+    m_notifications.disconnect(this);
+    m_hotKeyHandler.unregisterHotKeys();
+}
+
+void AppDelegate::perform(HotKeyAction action, const HotKeySource& source) {
+    switch (action) {
+    case HotKeyAction::Panel:
+        return m_panel.handlePanelHotKey(source.process);
+    case HotKeyAction::SaveNote:
+        return m_noteHotKeys.handleSaveNoteHotKey(source);
+    case HotKeyAction::PushNote:
+        return m_noteHotKeys.handlePushNoteHotKey();
+    case HotKeyAction::ClearChat:
+        return clearChat();
+    }
+}
+
+void AppDelegate::clearChat() {
+    if (m_state != nullptr && m_state->account().signedIn()) m_state->panel().clearPanelChat();
+}
+
+// The panel gives up the keyboard, which the menu is about to take.
+void AppDelegate::openStatusItemMenu() {
+    yieldPanelFocus();
+    m_ports.statusItem.openMenu();
+}
+
+void AppDelegate::activateFromMacHandoff(const QString& code) {
+    if (m_state != nullptr) m_state->account().activateFromMacHandoff(code);
+}
+
+void AppDelegate::guidePanelAccessFromNotification() {
+    emit m_notifications.vorqSuppressPanelOutsideClose(true);
+    yieldPanelFocus();
+    after(m_ports.clock, accessGuideDelay, this, [this] { openStatusItemMenu(); });
+}
+
+void AppDelegate::suppressOutsideClose(bool suppress) {
+    if (PanelPresence* panel = m_panel.panel()) panel->setSuppressOutsideClose(suppress);
+}
+
+void AppDelegate::yieldPanelFocus() {
+    if (PanelPresence* panel = m_panel.panel()) panel->yieldFocus();
+}
+
+} // namespace vorq

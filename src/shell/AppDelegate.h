@@ -1,0 +1,93 @@
+#pragma once
+
+#include "shell/FrontmostTracker.h"
+#include "shell/HotKeyHandler.h"
+#include "shell/NoteHotKeys.h"
+#include "shell/PanelSummoner.h"
+#include "shell/ShellNotifications.h"
+#include "shell/StatusItem.h"
+#include "shell/UrlRouter.h"
+
+#include <QObject>
+
+namespace vorq {
+
+class ApplicationHost;
+class Clock;
+class LoginItem;
+
+/// How the program was started.
+struct LaunchOptions {
+    bool background = false;
+    bool launchedAtLogin = false;
+
+    bool operator==(const LaunchOptions&) const = default;
+};
+
+/// The life of the application: starts its parts in order, gives each event to the part that deals
+/// with it, and takes all down again. Main thread only.
+class AppDelegate final : public QObject {
+    Q_OBJECT
+
+  public:
+    /// All must outlive this object.
+    struct Ports {
+        ApplicationHost& host;
+        Clock& clock;
+        Workspace& workspace;
+        GlobalHotKeys& hotKeys;
+        LoginItem& loginItem;
+        SelectionCapture& capture;
+        NoteCaptureFlow& notes;
+        PendingSignIn& signIn;
+        StatusItem& statusItem;
+        PanelSummoner::MakePanel makePanel;
+        FrontmostTracker::Self self;
+    };
+
+    explicit AppDelegate(const Ports& ports, QObject* parent = nullptr);
+    ~AppDelegate() override;
+
+    void applicationDidFinishLaunching(LaunchOptions options);
+
+    /// Until a state is bound, hot keys but those for notes do nothing, and those fail.
+    void bindAppState(VorqAppState& state);
+
+    /// The user has started the program once more. Always false: there is no window to bring back.
+    bool applicationShouldHandleReopen();
+
+    void applicationOpen(const QList<QUrl>& urls) { m_urlRouter.open(urls); }
+    void applicationWillTerminate();
+
+    /// What a hot key does, or the command of the same meaning.
+    void perform(HotKeyAction action, const HotKeySource& source);
+
+    void togglePanel() { m_panel.togglePanel(); }
+    void showPanel() { m_panel.showPanel(); }
+    void openStatusItemMenu();
+
+    [[nodiscard]] ShellNotifications& notifications() { return m_notifications; }
+    [[nodiscard]] const FrontmostTracker& frontmost() const { return m_frontmost; }
+
+  private:
+    void connectStatusItem();
+    void observeNotifications();
+    void registerOpenAtLoginIfNeeded();
+    void openMenuAfterLaunch(LaunchOptions options);
+    void clearChat();
+    void activateFromMacHandoff(const QString& code);
+    void guidePanelAccessFromNotification();
+    void suppressOutsideClose(bool suppress);
+    void yieldPanelFocus();
+
+    Ports m_ports;
+    VorqAppState* m_state = nullptr;
+    ShellNotifications m_notifications;
+    FrontmostTracker m_frontmost;
+    HotKeyHandler m_hotKeyHandler;
+    PanelSummoner m_panel;
+    NoteHotKeys m_noteHotKeys;
+    UrlRouter m_urlRouter;
+};
+
+} // namespace vorq

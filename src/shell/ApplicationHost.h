@@ -1,0 +1,25 @@
+#pragma once
+
+namespace vorq {
+
+/// The program among the others of the user's session. Main thread only.
+class ApplicationHost {
+  public:
+    ApplicationHost() = default;
+    ApplicationHost(const ApplicationHost&) = delete;
+    ApplicationHost& operator=(const ApplicationHost&) = delete;
+    virtual ~ApplicationHost() = default;
+
+    /// From now on the program lives without a window and without a place in the task bar.
+    virtual void becomeAccessory() = 0;
+
+    virtual void installApplicationIcon() = 0;
+
+    /// Whether the user is with Vorq now, and not with another application.
+    [[nodiscard]] virtual bool isActive() const = 0;
+
+    /// Ends the program in an orderly way.
+    virtual void terminate() = 0;
+};
+
+} // namespace vorq

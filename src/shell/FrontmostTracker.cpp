@@ -1,0 +1,42 @@
+#include "shell/FrontmostTracker.h"
+
+#include "shell/SourceProcess.h"
+
+#include <utility>
+
+namespace vorq {
+
+FrontmostTracker::FrontmostTracker(Workspace& workspace, Self self, QObject* parent)
+    : QObject(parent), m_workspace(workspace), m_self(std::move(self)) {}
+
+void FrontmostTracker::startFrontmostTracking() {
+    if (const auto process = m_workspace.frontmostProcess()) note(*process);
+    connect(&m_workspace, &Workspace::frontmostChanged, this, &FrontmostTracker::note,
+            Qt::UniqueConnection);
+}
+
+void FrontmostTracker::stopFrontmostTracking() {
+    disconnect(&m_workspace, nullptr, this, nullptr);
+}
+
+std::optional<Workspace::ProcessId>
+FrontmostTracker::resolveSourcePID(std::optional<Workspace::ProcessId> sourcePID) const {
+    return vorq::resolveSourcePID({.own = m_self.process,
+                                   .given = sourcePID,
+                                   .lastForeign = m_lastForeign,
+                                   .frontmost = m_workspace.frontmostProcess()});
+}
+
+void FrontmostTracker::note(Workspace::ProcessId process) {
+    if (!isVorq(process)) m_lastForeign = process;
+}
+
+// An application without an identifier is Vorq if Vorq has none either.
+bool FrontmostTracker::isVorq(Workspace::ProcessId process) const {
+    if (process == m_self.process) return true;
+    const auto application = m_workspace.application(process);
+    const QString identifier = application ? application->identifier : QString();
+    return identifier == m_self.bundleIdentifier;
+}
+
+} // namespace vorq

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "shell/HotKeyHandler.h"
+#include "shell/NoteCaptureFlow.h"
+#include "support/TaskSlot.h"
+
+#include <QObject>
+#include <QPointer>
+
+namespace vorq {
+
+class FrontmostTracker;
+
+/// The two hot keys for notes, whose outcome the tray shows for a moment. Main thread only.
+class NoteHotKeys final : public QObject {
+    Q_OBJECT
+
+  public:
+    /// All must outlive this object.
+    NoteHotKeys(NoteCaptureFlow& notes, Workspace& workspace, const FrontmostTracker& frontmost,
+                QObject* parent = nullptr);
+
+    /// Until the state is bound, both only flash failure.
+    void setBound() { m_isBound = true; }
+
+    void handleSaveNoteHotKey(const HotKeySource& source);
+    void handlePushNoteHotKey();
+
+  signals:
+    void flashNoteSaveStatus(bool succeeded);
+
+  private:
+    [[nodiscard]] QString bundleIDOf(const HotKeySource& source,
+                                     std::optional<Workspace::ProcessId> resolved) const;
+    static QCoro::Task<> save(QPointer<NoteHotKeys> self,
+                              std::optional<Workspace::ProcessId> sourcePID, QString bundleID,
+                              std::stop_token stop);
+
+    NoteCaptureFlow& m_notes;
+    Workspace& m_workspace;
+    const FrontmostTracker& m_frontmost;
+    bool m_isBound = false;
+    TaskSlot m_task;
+};
+
+} // namespace vorq

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "capture/SelectionCapture.h"
+#include "platform/Workspace.h"
+#include "shell/PanelPresence.h"
+#include "support/TaskSlot.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace vorq {
+
+class FrontmostTracker;
+class VorqAppState;
+
+/// Brings the panel up and down, and takes up the selection when the panel hot key asks for it.
+/// Without a state nothing happens. Main thread only.
+class PanelSummoner final : public QObject {
+    Q_OBJECT
+
+  public:
+    using ProcessId = Workspace::ProcessId;
+    using MakePanel = std::function<std::unique_ptr<PanelPresence>(VorqAppState&)>;
+
+    /// All must outlive this object.
+    struct Ports {
+        Workspace& workspace;
+        SelectionCapture& capture;
+        const FrontmostTracker& frontmost;
+        MakePanel makePanel;
+    };
+
+    explicit PanelSummoner(Ports ports, QObject* parent = nullptr);
+    ~PanelSummoner() override;
+
+    /// The state must outlive this object. The panel is made for the first one.
+    void bind(VorqAppState& state);
+
+    /// Shows the panel and takes up what is selected in the application that was in front, or hides
+    /// it if it was up and nothing is selected. Presses that come before the former is dealt with
+    /// wait; the newest of them counts.
+    void handlePanelHotKey(std::optional<ProcessId> sourcePID);
+
+    void togglePanel();
+    void showPanel();
+
+    /// Null until a state is bound.
+    [[nodiscard]] PanelPresence* panel() const { return m_panel.get(); }
+
+  private:
+    using Source = std::optional<ProcessId>;
+
+    void logHotKey(Source source) const;
+    void startHotKey(Source source);
+    static QCoro::Task<> runHotKey(QPointer<PanelSummoner> self, Source source,
+                                   std::stop_token stop);
+    static QCoro::Task<> takeUpSelection(QPointer<PanelSummoner> self, Source source,
+                                         std::stop_token stop);
+
+    Ports m_ports;
+    VorqAppState* m_state = nullptr;
+    std::unique_ptr<PanelPresence> m_panel;
+    std::optional<Source> m_nextHotKey;
+    TaskSlot m_hotKeyTask;
+};
+
+} // namespace vorq

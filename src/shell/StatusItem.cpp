@@ -1,0 +1,1 @@
+#include "shell/StatusItem.h" // its signals are generated

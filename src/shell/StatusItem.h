@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+namespace vorq {
+
+class VorqAppState;
+
+enum class StatusImage { Glyph, Check, Fail };
+
+/// Vorq's one permanent presence: a glyph among those of the system, with a menu. Main thread only.
+class StatusItem : public QObject {
+    Q_OBJECT
+
+  public:
+    using QObject::QObject;
+
+    virtual void installStatusItem() = 0;
+
+    /// The menu shows this state from now on; it must outlive the item.
+    virtual void bindAppState(VorqAppState& state) = 0;
+
+    /// Lines about hot keys that are not to be had; none for all is well.
+    virtual void setHotKeyNotices(const QStringList& notices) = 0;
+
+    virtual void openMenu() = 0;
+
+    /// Shows an image in place of the glyph for a moment.
+    virtual void flashStatusImage(StatusImage image) = 0;
+
+  signals:
+    void menuWillOpen();
+    void menuDidClose();
+
+    // What was chosen in the menu.
+    void showVorqChosen();
+    void clearChatChosen();
+    void quitChosen();
+};
+
+} // namespace vorq

@@ -1,0 +1,109 @@
+#include "shell/StatusMenu.h"
+
+#include "core/VorqAppState.h"
+
+#include <QActionGroup>
+
+namespace vorq {
+
+StatusMenu::StatusMenu() : QMenu(QStringLiteral("Vorq")) {
+    setAccessibleName(QStringLiteral("Vorq"));
+    m_account = addLine(QStringLiteral("Starting…"));
+    m_noticesEnd = addSeparator();
+    connect(addAction(QStringLiteral("Show Vorq")), &QAction::triggered, this,
+            &StatusMenu::showVorqChosen);
+    m_clearChat = addAction(QStringLiteral("Clear Chat"));
+    connect(m_clearChat, &QAction::triggered, this, &StatusMenu::clearChatChosen);
+    addSeparator();
+    addAppearance();
+    addSeparator();
+    connect(addAction(QStringLiteral("Quit Vorq")), &QAction::triggered, this,
+            &StatusMenu::quitChosen);
+    refreshAccount();
+}
+
+// A line that only tells something.
+QAction* StatusMenu::addLine(const QString& text) {
+    QAction* line = addAction(text);
+    line->setEnabled(false);
+    return line;
+}
+
+void StatusMenu::addAppearance() {
+    QMenu* customize = addMenu(QStringLiteral("Customize Vorq"));
+    const auto addGroup = [&](const QString& heading) {
+        customize->addAction(heading)->setEnabled(false);
+        auto* group = new QActionGroup(this);
+        group->setEnabled(false);
+        return group;
+    };
+    const auto addChoices = [&](QActionGroup* group,
+                                const QList<std::pair<QString, QString>>& all) {
+        for (const auto& [title, raw] : all) {
+            QAction* choice = group->addAction(title);
+            choice->setCheckable(true);
+            choice->setData(raw);
+            customize->addAction(choice);
+        }
+    };
+    m_themes = addGroup(QStringLiteral("Theme"));
+    addChoices(m_themes, {{QStringLiteral("Light"), rawString(PanelAppearance::White)},
+                          {QStringLiteral("Dark"), rawString(PanelAppearance::Current)}});
+    customize->addSeparator();
+    m_glasses = addGroup(QStringLiteral("Glass"));
+    addChoices(m_glasses, {{QStringLiteral("Tinted"), rawString(PanelGlassStyle::Tinted)},
+                           {QStringLiteral("Clear"), rawString(PanelGlassStyle::Clear)}});
+}
+
+void StatusMenu::bindAppState(VorqAppState& state) {
+    if (m_state == &state) return;
+    m_state = &state;
+    AppearanceSettings* appearance = &state.appearance();
+    connect(m_themes, &QActionGroup::triggered, appearance, [appearance](const QAction* choice) {
+        const bool isLight = choice->data() == rawString(PanelAppearance::White);
+        appearance->setPanelAppearance(isLight ? PanelAppearance::White : PanelAppearance::Current);
+    });
+    connect(m_glasses, &QActionGroup::triggered, appearance, [appearance](const QAction* choice) {
+        const bool isClear = choice->data() == rawString(PanelGlassStyle::Clear);
+        appearance->setPanelGlassStyle(isClear ? PanelGlassStyle::Clear : PanelGlassStyle::Tinted);
+    });
+    m_themes->setEnabled(true);
+    m_glasses->setEnabled(true);
+    connect(appearance, &AppearanceSettings::changed, this, &StatusMenu::refreshAppearance);
+    const AccountSession* account = &state.account();
+    connect(account, &AccountSession::signedInChanged, this, &StatusMenu::refreshAccount);
+    connect(account, &AccountSession::displayNameChanged, this, &StatusMenu::refreshAccount);
+    refreshAppearance();
+    refreshAccount();
+}
+
+void StatusMenu::refreshAccount() {
+    const bool isSignedIn = m_state && m_state->account().signedIn();
+    m_clearChat->setEnabled(isSignedIn);
+    if (!m_state) return;
+    // Menus underline the character behind a single "&".
+    const QString name = m_state->account().displayName().replace(u'&', QStringLiteral("&&"));
+    m_account->setText(isSignedIn ? QStringLiteral("Signed in as %1").arg(name)
+                                  : QStringLiteral("Not signed in"));
+}
+
+void StatusMenu::refreshAppearance() {
+    const AppearanceSettings& appearance = m_state->appearance();
+    for (QAction* choice : m_themes->actions())
+        choice->setChecked(choice->data() == appearance.panelAppearanceRaw());
+    for (QAction* choice : m_glasses->actions())
+        choice->setChecked(choice->data() == appearance.panelGlassStyleRaw());
+}
+
+void StatusMenu::setHotKeyNotices(const QStringList& notices) {
+    qDeleteAll(m_notices);
+    m_notices.clear();
+    for (const QString& notice : notices) {
+        auto* line = new QAction(notice, this);
+        line->setEnabled(false);
+        insertAction(m_noticesEnd, line);
+        m_notices += line;
+    }
+}
+
+} // namespace vorq

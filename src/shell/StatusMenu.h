@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QMenu>
+#include <QPointer>
+#include <QStringList>
+
+class QActionGroup;
+
+namespace vorq {
+
+class VorqAppState;
+
+/// The menu of the status item. It shows the state as it is whenever that changes, also while it is
+/// open. Main thread only.
+class StatusMenu final : public QMenu {
+    Q_OBJECT
+
+  public:
+    StatusMenu();
+
+    /// The state must outlive the menu.
+    void bindAppState(VorqAppState& state);
+
+    void setHotKeyNotices(const QStringList& notices);
+
+  signals:
+    void showVorqChosen();
+    void clearChatChosen();
+    void quitChosen();
+
+  private:
+    QAction* addLine(const QString& text);
+    void addAppearance();
+    void refreshAccount();
+    void refreshAppearance();
+
+    QPointer<VorqAppState> m_state;
+    QAction* m_account;
+    QAction* m_noticesEnd; // the line below the notices
+    QList<QAction*> m_notices;
+    QAction* m_clearChat;
+    QActionGroup* m_themes;
+    QActionGroup* m_glasses;
+};
+
+} // namespace vorq

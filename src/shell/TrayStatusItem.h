@@ -1,0 +1,38 @@
+#pragma once
+
+#include "shell/StatusFlash.h"
+#include "shell/StatusGlyphs.h"
+#include "shell/StatusItem.h"
+#include "shell/StatusMenu.h"
+
+#include <QSystemTrayIcon>
+
+namespace vorq {
+
+/// The status item in the system's tray. Where there is no tray it waits for one; its menu opens
+/// all the same. Needs a QApplication.
+class TrayStatusItem final : public StatusItem {
+  public:
+    /// The clock must outlive this object.
+    explicit TrayStatusItem(Clock& clock, QObject* parent = nullptr);
+    ~TrayStatusItem() override;
+
+    void installStatusItem() override;
+    void bindAppState(VorqAppState& state) override { m_menu.bindAppState(state); }
+    void setHotKeyNotices(const QStringList& notices) override;
+    void openMenu() override;
+    void flashStatusImage(StatusImage image) override { m_flash.flash(image); }
+
+    /// Whether the glyph has a place of its own on the screen that is known.
+    [[nodiscard]] bool hasPlace() const;
+
+  private:
+    void show(StatusImage image) { m_icon.setIcon(statusIcon(image)); }
+    void nameForScreenReaders();
+
+    StatusMenu m_menu;
+    QSystemTrayIcon m_icon;
+    StatusFlash m_flash;
+};
+
+} // namespace vorq

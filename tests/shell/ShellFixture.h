@@ -1,0 +1,128 @@
+#pragma once
+
+#include "backend/PendingSignIn.h"
+#include "core/ConversationFixture.h"
+#include "platform/testing/ScriptedHotKeys.h"
+#include "platform/testing/ScriptedLoginItem.h"
+#include "platform/testing/ScriptedWorkspace.h"
+#include "shell/AppDelegate.h"
+#include "shell/ApplicationHost.h"
+#include "shell/LogLines.h"
+
+#include <QUrl>
+
+namespace vorq {
+
+/// What was asked of the parts of the shell, in order.
+using CallList = QStringList;
+
+class RecordedHost final : public ApplicationHost {
+  public:
+    explicit RecordedHost(CallList& calls) : m_calls(calls) {}
+    bool active = false;
+
+    void becomeAccessory() override { m_calls += "accessory"; }
+    void installApplicationIcon() override { m_calls += "application icon"; }
+    [[nodiscard]] bool isActive() const override { return active; }
+    void terminate() override { m_calls += "terminate"; }
+
+  private:
+    CallList& m_calls;
+};
+
+class RecordedStatusItem final : public StatusItem {
+  public:
+    explicit RecordedStatusItem(CallList& calls) : m_calls(calls) {}
+    QStringList notices;
+
+    void installStatusItem() override { m_calls += "status item"; }
+    void bindAppState(VorqAppState&) override { m_calls += "status item bound"; }
+    void setHotKeyNotices(const QStringList& lines) override { notices = lines; }
+    void openMenu() override { m_calls += "menu"; }
+    void flashStatusImage(StatusImage image) override {
+        m_calls += image == StatusImage::Check ? "flash check" : "flash fail";
+    }
+
+  private:
+    CallList& m_calls;
+};
+
+class RecordedPanel final : public PanelPresence {
+  public:
+    explicit RecordedPanel(CallList& calls) : m_calls(calls) {}
+
+    [[nodiscard]] bool isPanelVisible() const override { return m_isVisible; }
+    void show() override {
+        m_isVisible = true;
+        m_calls += "show";
+    }
+    void hide() override {
+        m_isVisible = false;
+        m_calls += "hide";
+    }
+    void setSuppressOutsideClose(bool suppress) override {
+        m_calls += suppress ? "suppress close" : "allow close";
+    }
+    void yieldFocus() override { m_calls += "yield"; }
+
+  private:
+    CallList& m_calls;
+    bool m_isVisible = false;
+};
+
+class ScriptedNotes final : public NoteCaptureFlow {
+  public:
+    bool succeeds = true;
+    QString message;
+    std::vector<std::pair<std::optional<ProcessId>, QString>> saves;
+
+    QCoro::Task<bool> saveNoteFromSelection(std::optional<ProcessId> sourcePID,
+                                            QString frontBundleID, bool requireBrowser,
+                                            std::stop_token) override {
+        EXPECT_FALSE(requireBrowser);
+        saves.emplace_back(sourcePID, frontBundleID);
+        co_return succeeds;
+    }
+    bool pushAppleNoteDraft() override { return succeeds; }
+    [[nodiscard]] QString libraryMessage() const override { return message; }
+};
+
+class ScriptedSignIn final : public PendingSignIn {
+  public:
+    bool pending = false;
+    QList<QUrl> finished;
+
+    [[nodiscard]] bool isPending() const override { return pending; }
+    void finish(const QUrl& url) override {
+        finished += url;
+        pending = false;
+    }
+};
+
+/// A whole shell over scripted ports. Process 1 is Vorq, 7 an editor, 9 a browser.
+class ShellFixture : public ConversationFixture {
+  protected:
+    ShellFixture();
+
+    /// Launches without opening a menu, and binds the state.
+    void launch();
+
+    void press(std::uint32_t number, std::uint32_t signature = hotKeySignature);
+
+    static constexpr Workspace::ProcessId self = 1;
+    static constexpr Workspace::ProcessId editor = 7;
+    static constexpr Workspace::ProcessId browser = 9;
+
+    CallList m_calls;
+    LogLines m_log;
+    RecordedHost m_host{m_calls};
+    ScriptedWorkspace m_workspace;
+    ScriptedHotKeys m_hotKeys;
+    ScriptedLoginItem m_loginItem;
+    ScriptedNotes m_notes;
+    ScriptedSignIn m_signIn;
+    RecordedStatusItem m_statusItem{m_calls};
+    AppDelegate m_delegate;
+};
+
+} // namespace vorq
