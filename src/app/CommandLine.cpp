@@ -1,11 +1,30 @@
 #include "app/CommandLine.h"
 
+#include <algorithm>
+#include <array>
+#include <utility>
+
 namespace vorq {
 namespace {
 
 const QString usage = QStringLiteral(
-    "Usage: vorq COMMAND\n"
+    "Usage: vorq [COMMAND]\n"
     "\n"
+    "Without a command Vorq starts in the tray of the desktop; if it runs already, its\n"
+    "menu opens. A vorq:// link as the command is opened there, too.\n"
+    "\n"
+    "For keys of the desktop and for scripts, with the application in front as the source:\n"
+    "  vorq summon       shows the panel and takes up what is highlighted\n"
+    "  vorq note         files what is highlighted as a note\n"
+    "  vorq push-note    ends the note, so that the next one begins a new\n"
+    "  vorq clear        clears the chat\n"
+    "  vorq toggle       shows or hides the panel\n"
+    "  vorq quit         ends Vorq\n"
+    "Each starts Vorq first if it does not run, but for quit.\n"
+    "        --background          starts without opening the menu\n"
+    "        --launched-at-login   the same, for the entry that starts Vorq at login\n"
+    "\n"
+    "In the terminal:\n"
     "  vorq ask [--file F]... [--model ID] PROMPT\n"
     "        Answers a prompt in the terminal. Text on standard input counts as the\n"
     "        highlighted text; without a PROMPT it is analysed. It is read to its end:\n"
@@ -13,11 +32,18 @@ const QString usage = QStringLiteral(
     "        --file F     attaches a text or an image; may be given several times\n"
     "        --model ID   asks for this model instead of the chosen one\n"
     "  vorq open URL\n"
-    "        Takes a vorq:// link, such as the one that ends a sign-in.\n"
+    "        Takes a vorq:// link, such as the one that ends a sign-in, to the Vorq that\n"
+    "        runs, or else signs in itself.\n"
     "  vorq --help | --version\n"
     "\n"
     "Environment: VORQ_API_BASE_URL is the address of the backend\n"
     "(http://127.0.0.1:8787 unless told otherwise).\n");
+
+constexpr std::array verbs = {
+    std::pair(Verb::Summon, "summon"),      std::pair(Verb::Note, "note"),
+    std::pair(Verb::PushNote, "push-note"), std::pair(Verb::Clear, "clear"),
+    std::pair(Verb::Toggle, "toggle"),      std::pair(Verb::Quit, "quit"),
+};
 
 // Gives the value of an option, as "--name value" or "--name=value"; nothing if it is missing.
 class OptionReader {
@@ -72,21 +98,61 @@ Command parseAsk(const QStringList& arguments) {
     return ask;
 }
 
+bool isHelp(const QString& argument) {
+    return argument == u"--help" || argument == u"-h";
+}
+
+Command parseOpen(const QStringList& arguments) {
+    if (arguments.size() == 2 && isHelp(arguments[1])) return ShowText{usage};
+    if (arguments.size() != 2) return UsageError{"open needs one URL."};
+    return OpenArguments{arguments[1]};
+}
+
+Command parseDesktop(const QStringList& arguments) {
+    DesktopArguments desktop;
+    for (const QString& argument : arguments) {
+        const std::optional<Verb> verb = verbNamed(argument);
+        const bool isFirst = desktop.verb == Verb::Launch && desktop.url.isEmpty();
+        if (isHelp(argument)) {
+            return ShowText{usage};
+        } else if (argument == u"--background") {
+            desktop.background = true;
+        } else if (argument == u"--launched-at-login") {
+            desktop.launchedAtLogin = true;
+        } else if (verb && isFirst) {
+            desktop.verb = *verb;
+        } else if (argument.startsWith(u"vorq:") && isFirst) {
+            desktop.url = argument;
+        } else if (argument.startsWith(u'-')) {
+            return UsageError{QStringLiteral("There is no option %1.").arg(argument)};
+        } else {
+            return UsageError{isFirst ? QStringLiteral("There is no command %1.").arg(argument)
+                                      : QStringLiteral("%1 is one too many.").arg(argument)};
+        }
+    }
+    return desktop;
+}
+
 } // namespace
 
+std::optional<Verb> verbNamed(const QString& name) {
+    for (const auto& [verb, known] : verbs)
+        if (name == QLatin1StringView(known)) return verb;
+    return std::nullopt;
+}
+
+QString nameOf(Verb verb) {
+    const auto found = std::ranges::find(verbs, verb, &std::pair<Verb, const char*>::first);
+    return found == verbs.end() ? QString() : QString::fromLatin1(found->second);
+}
+
 Command parseCommandLine(const QStringList& arguments) {
-    if (arguments.isEmpty()) return UsageError{"A command is missing."};
-    const QString& verb = arguments.front();
-    if (verb == u"--help" || verb == u"-h" || verb == u"help") return ShowText{usage};
+    const QString verb = arguments.value(0);
+    if (isHelp(verb) || verb == u"help") return ShowText{usage};
     if (verb == u"--version") return ShowText{QStringLiteral("vorq " VORQ_VERSION "\n")};
     if (verb == u"ask") return parseAsk(arguments);
-    if (verb == u"open") {
-        if (arguments.size() == 2 && (arguments[1] == u"--help" || arguments[1] == u"-h"))
-            return ShowText{usage};
-        if (arguments.size() != 2) return UsageError{"open needs one URL."};
-        return OpenArguments{arguments[1]};
-    }
-    return UsageError{QStringLiteral("There is no command %1.").arg(verb)};
+    if (verb == u"open") return parseOpen(arguments);
+    return parseDesktop(arguments);
 }
 
 } // namespace vorq

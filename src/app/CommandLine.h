@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <variant>
 
 namespace vorq {
@@ -19,6 +20,17 @@ struct OpenArguments {
     bool operator==(const OpenArguments&) const = default;
 };
 
+/// What the desktop program is asked to do.
+enum class Verb { Launch, Summon, Note, PushNote, Clear, Toggle, Quit };
+
+struct DesktopArguments {
+    Verb verb = Verb::Launch;
+    QString url; ///< a link to open as well, "" for none
+    bool background = false;
+    bool launchedAtLogin = false;
+    bool operator==(const DesktopArguments&) const = default;
+};
+
 struct ShowText {
     QString text; ///< for standard output
     bool operator==(const ShowText&) const = default;
@@ -29,9 +41,15 @@ struct UsageError {
     bool operator==(const UsageError&) const = default;
 };
 
-using Command = std::variant<AskArguments, OpenArguments, ShowText, UsageError>;
+using Command = std::variant<AskArguments, OpenArguments, DesktopArguments, ShowText, UsageError>;
 
 /// What the arguments, without the program's name, ask for.
 [[nodiscard]] Command parseCommandLine(const QStringList& arguments);
+
+/// The verb of a name such as "push-note"; nothing but those that a command line knows.
+[[nodiscard]] std::optional<Verb> verbNamed(const QString& name);
+
+/// As the command line has it; "" for Launch.
+[[nodiscard]] QString nameOf(Verb verb);
 
 } // namespace vorq

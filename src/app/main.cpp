@@ -1,6 +1,8 @@
 #include "app/AskCommand.h"
 #include "app/CommandLine.h"
+#include "app/DesktopCommand.h"
 #include "app/OpenCommand.h"
+#include "app/SettleSession.h"
 #include "app/Terminal.h"
 #include "app/UnixSignals.h"
 #include "backend/CurlTransport.h"
@@ -10,7 +12,6 @@
 #include "platform/linux/XdgPaths.h"
 
 #include <QCoreApplication>
-#include <QEventLoop>
 
 #include <csignal>
 #include <fcntl.h>
@@ -39,24 +40,12 @@ class TerminalApplication {
                          [](int status) { QCoreApplication::exit(status); });
         QMetaObject::invokeMethod(&command, start, Qt::QueuedConnection);
         const int status = QCoreApplication::exec();
-        settleSession(status < signalExitBase ? settleLimit : settleLimitAfterSignal);
+        settleSession(m_state.account(), m_clock,
+                      status < signalExitBase ? settleLimit : settleLimitAfterSignal);
         return status;
     }
 
   private:
-    // A refresh under way has spent the old token already; its new one must not be lost.
-    void settleSession(Clock::Duration limit) {
-        QEventLoop loop;
-        TaskSlot settling;
-        settling.restart([this, &loop](std::stop_token stop) -> QCoro::Task<> {
-            co_await m_state.account().refreshSettled(stop);
-            if (!stop.stop_requested()) loop.quit();
-        });
-        const Clock::TimerId timer = m_clock.after(limit, [&loop] { loop.quit(); });
-        loop.exec();
-        m_clock.cancel(timer);
-    }
-
     SystemClock m_clock;
     XdgPaths m_paths;
     SettingsFile m_defaults{m_paths.settingsFolder() + QStringLiteral("/settings.json")};
@@ -67,32 +56,60 @@ class TerminalApplication {
     Terminal m_terminal;
 };
 
-int runCommand(const AskArguments& arguments) {
-    // Before signals are taken to the event loop: until then they end the program at once.
-    const auto question = AskCommand::read(arguments);
-    if (!question) {
-        Terminal().complain(question.error());
-        return 1;
+// Runs one command, whatever application object it needs.
+class CommandRunner {
+  public:
+    CommandRunner(int& argc, char** argv) : m_argc(argc), m_argv(argv) {}
+
+    int operator()(const AskArguments& arguments) const {
+        const QCoreApplication application(m_argc, m_argv);
+        // Before signals are taken to the event loop: until then they end the program at once.
+        const auto question = AskCommand::read(arguments);
+        if (!question) {
+            Terminal().complain(question.error());
+            return 1;
+        }
+        return unwound([&question] {
+            TerminalApplication terminal;
+            AskCommand command(terminal.state(), terminal.terminal());
+            return terminal.run(command, [&] { command.start(*question); });
+        });
     }
-    TerminalApplication application;
-    AskCommand command(application.state(), application.terminal());
-    return application.run(command, [&] { command.start(*question); });
-}
 
-int runCommand(const OpenArguments& arguments) {
-    TerminalApplication application;
-    OpenCommand command(application.state(), application.terminal());
-    return application.run(command, [&] { command.start(arguments.url); });
-}
+    int operator()(const OpenArguments& arguments) const {
+        if (const auto status = handToRunningInstance(m_argc, m_argv, arguments)) return *status;
+        const QCoreApplication application(m_argc, m_argv);
+        return unwound([&arguments] {
+            TerminalApplication terminal;
+            OpenCommand command(terminal.state(), terminal.terminal());
+            return terminal.run(command, [&] { command.start(arguments.url); });
+        });
+    }
 
-int runCommand(const ShowText& shown) {
-    return Terminal().print(shown.text.toUtf8()) ? 0 : 1;
-}
+    int operator()(const DesktopArguments& arguments) const {
+        return runDesktopCommand(m_argc, m_argv, arguments);
+    }
 
-int runCommand(const UsageError& error) {
-    Terminal().complain(QStringLiteral("vorq: %1 See vorq --help.").arg(error.message));
-    return 2;
-}
+    int operator()(const ShowText& shown) const {
+        return Terminal().print(shown.text.toUtf8()) ? 0 : 1;
+    }
+
+    int operator()(const UsageError& error) const {
+        Terminal().complain(QStringLiteral("vorq: %1 See vorq --help.").arg(error.message));
+        return 2;
+    }
+
+  private:
+    template<typename Run>
+    static int unwound(Run run) {
+        const int status = run();
+        unwindTasks();
+        return status;
+    }
+
+    int& m_argc;
+    char** m_argv;
+};
 
 // A closed standard descriptor would be given to the next file opened, and be written into.
 void openStandardDescriptors() {
@@ -112,14 +129,13 @@ void endBySignal(int status) {
 
 int main(int argc, char** argv) {
     vorq::openStandardDescriptors();
-    const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("vorq"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VORQ_VERSION));
-    const int status = std::visit([](const auto& command) { return vorq::runCommand(command); },
-                                  vorq::parseCommandLine(QCoreApplication::arguments().mid(1)));
-    // Tasks that were stopped with the application still have to unwind.
-    for (int round = 0; round < 8; ++round)
-        QCoreApplication::sendPostedEvents();
+    QStringList arguments;
+    for (int index = 1; index < argc; ++index)
+        arguments += QString::fromLocal8Bit(argv[index]);
+    const int status =
+        std::visit(vorq::CommandRunner(argc, argv), vorq::parseCommandLine(arguments));
     vorq::endBySignal(status);
     return status;
 }

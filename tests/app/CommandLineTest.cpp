@@ -28,15 +28,41 @@ TEST(CommandLine, OpenTakesOneUrl) {
 
 TEST(CommandLine, NamesWhatItDoesNotKnow) {
     for (const QStringList& arguments :
-         {QStringList{}, QStringList{"fly"}, QStringList{"ask", "--loud"},
-          QStringList{"ask", "--file"}, QStringList{"ask", "--model="}})
+         {QStringList{"fly"}, QStringList{""}, QStringList{"ask", "--loud"},
+          QStringList{"ask", "--file"}, QStringList{"ask", "--model="}, QStringList{"--loud"},
+          QStringList{"summon", "note"}, QStringList{"summon", "vorq://x"},
+          QStringList{"https://x"}})
         EXPECT_TRUE(std::holds_alternative<UsageError>(parseCommandLine(arguments)))
             << qPrintable(arguments.join(' '));
+}
+
+TEST(CommandLine, WithoutACommandTheDesktopProgramStarts) {
+    EXPECT_EQ(parseCommandLine({}), Command(DesktopArguments{}));
+    EXPECT_EQ(parseCommandLine({"--background", "--launched-at-login"}),
+              Command(DesktopArguments{Verb::Launch, "", true, true}));
+}
+
+TEST(CommandLine, VerbsAreForTheDesktopProgram) {
+    for (const Verb verb :
+         {Verb::Summon, Verb::Note, Verb::PushNote, Verb::Clear, Verb::Toggle, Verb::Quit}) {
+        EXPECT_EQ(verbNamed(nameOf(verb)), verb);
+        EXPECT_EQ(parseCommandLine({nameOf(verb)}),
+                  Command(DesktopArguments{verb, "", false, false}));
+    }
+    EXPECT_EQ(parseCommandLine({"push-note", "--background"}),
+              Command(DesktopArguments{Verb::PushNote, "", true, false}));
+    EXPECT_EQ(verbNamed(""), std::nullopt);
+}
+
+TEST(CommandLine, ALinkAloneIsForTheDesktopProgram) {
+    EXPECT_EQ(parseCommandLine({"vorq://auth/callback?handoff=a"}),
+              Command(DesktopArguments{Verb::Launch, "vorq://auth/callback?handoff=a"}));
 }
 
 TEST(CommandLine, ShowsHelpAndVersion) {
     EXPECT_TRUE(std::holds_alternative<ShowText>(parseCommandLine({"--help"})));
     EXPECT_TRUE(std::holds_alternative<ShowText>(parseCommandLine({"ask", "--help"})));
+    EXPECT_TRUE(std::holds_alternative<ShowText>(parseCommandLine({"summon", "--help"})));
     EXPECT_TRUE(std::holds_alternative<ShowText>(parseCommandLine({"--version"})));
 }
 

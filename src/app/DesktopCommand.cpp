@@ -1,0 +1,119 @@
+#include "app/DesktopCommand.h"
+
+#include "app/ApplicationService.h"
+#include "app/DesktopProgram.h"
+#include "app/RunningInstance.h"
+#include "app/SettleSession.h"
+#include "app/Terminal.h"
+#include "backend/SignInUrl.h"
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/X11Workspace.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLockFile>
+
+namespace vorq {
+namespace {
+
+int complain(const QString& sentence) {
+    Terminal().complain(sentence);
+    return 1;
+}
+
+int statusOf(const RunningInstance::Outcome& outcome) {
+    return outcome ? 0 : complain(outcome.error());
+}
+
+// A bus connection of its own: the application object that it was made under goes before the one of
+// the desktop program comes.
+class Courier {
+  public:
+    Courier(int& argc, char** argv) : m_application(argc, argv) {}
+    ~Courier() { QDBusConnection::disconnectFromBus(connectionName); }
+    Courier(const Courier&) = delete;
+    Courier& operator=(const Courier&) = delete;
+
+    RunningInstance& instance() { return m_instance; }
+
+  private:
+    static inline const QString connectionName = QStringLiteral("vorq-courier");
+
+    QCoreApplication m_application;
+    RunningInstance m_instance{
+        QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName)};
+};
+
+bool canOpen(const QUrl& url) {
+    return SignInUrl::handoffCode(url).has_value() || SignInUrl::isOAuthCallback(url);
+}
+
+// Qt ends a program that finds no screen by a crash.
+bool hasScreen() {
+    return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") ||
+           qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || X11Connection().isUsable();
+}
+
+// Keeps a second Vorq from starting where there is no bus to find the first one by.
+QString lockPath() {
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    const QString folder = runtime.isEmpty() ? XdgPaths().settingsFolder() : runtime;
+    QDir().mkpath(folder);
+    return folder + QStringLiteral("/vorq.lock");
+}
+
+int runWithoutBus(ApplicationService& service, const DesktopArguments& arguments,
+                  const VerbSource& source) {
+    QLockFile lock(lockPath());
+    lock.setStaleLockTime(0);
+    if (!lock.tryLock() && lock.error() == QLockFile::LockFailedError)
+        return complain(QStringLiteral("Vorq is running already, and without a session bus it "
+                                       "cannot be told anything."));
+    Terminal().complain(QStringLiteral("There is no session bus: Vorq runs, but commands and links "
+                                       "cannot reach it."));
+    return DesktopProgram(service).run(arguments, source);
+}
+
+// Another start may have been faster; then it is the one that runs.
+int runAsInstance(const DesktopArguments& arguments, const VerbSource& source) {
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    ApplicationService service(bus);
+    if (service.claim()) return DesktopProgram(service).run(arguments, source);
+    if (!bus.isConnected()) return runWithoutBus(service, arguments, source);
+    return statusOf(RunningInstance(bus).handOver(arguments, source));
+}
+
+} // namespace
+
+std::optional<int> handToRunningInstance(int& argc, char** argv, const OpenArguments& arguments) {
+    if (!canOpen(QUrl(arguments.url))) return std::nullopt;
+    Courier courier(argc, argv);
+    if (!courier.instance().exists()) return std::nullopt;
+    return statusOf(courier.instance().open(arguments.url));
+}
+
+int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments) {
+    VerbSource source;
+    {
+        Courier courier(argc, argv);
+        // Before anything else can come to the front.
+        source.process = X11Workspace().frontmostProcess();
+        if (courier.instance().exists())
+            return statusOf(courier.instance().handOver(arguments, source));
+    }
+    if (arguments.verb == Verb::Quit) {
+        Terminal().complain(QStringLiteral("Vorq is not running."));
+        return 0;
+    }
+    if (!hasScreen())
+        return complain(QStringLiteral("Vorq needs a desktop to run on. In a terminal without one, "
+                                       "use vorq ask."));
+    const QApplication application(argc, argv);
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Vorq"));
+    QGuiApplication::setDesktopFileName(ApplicationService::name);
+    const int status = runAsInstance(arguments, source);
+    unwindTasks();
+    return status;
+}
+
+} // namespace vorq

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "app/CommandLine.h"
+
+#include <optional>
+
+namespace vorq {
+
+/// Gives a link from the terminal to the Vorq that runs. The exit status then; nothing if none
+/// runs, or the link is none that it could open. Makes an application object for the while.
+[[nodiscard]] std::optional<int> handToRunningInstance(int& argc, char** argv,
+                                                       const OpenArguments& arguments);
+
+/// Runs the desktop program, or hands the arguments over to the one that runs, and gives the exit
+/// status. Makes an application object of its own.
+int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments);
+
+} // namespace vorq

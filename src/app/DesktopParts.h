@@ -1,0 +1,51 @@
+#pragma once
+
+#include "capture/SelectionCapture.h"
+#include "shell/FrontmostTracker.h"
+#include "shell/NoteCaptureFlow.h"
+#include "shell/PanelPresence.h"
+
+#include <functional>
+#include <memory>
+
+namespace vorq {
+
+class AppPaths;
+class Clock;
+class ShellNotifications;
+class VorqAppState;
+
+/// What parts of the desktop program are made from. All of it outlives the parts.
+struct CaptureContext {
+    Clock& clock;
+    AppPaths& paths;
+    Workspace& workspace;
+};
+
+struct NotesContext {
+    Clock& clock;
+    AppPaths& paths;
+    Workspace& workspace;
+    SelectionCapture& capture;
+    VorqAppState& state;
+};
+
+struct PanelContext {
+    VorqAppState& state;
+    Clock& clock;
+    Workspace& workspace;
+    const FrontmostTracker& frontmost;
+    ShellNotifications& notifications;
+};
+
+/// How the desktop program gets the parts that stand between it and the user's other programs.
+struct DesktopParts {
+    std::function<std::unique_ptr<SelectionCapture>(const CaptureContext&)> makeCapture;
+    std::function<std::unique_ptr<NoteCaptureFlow>(const NotesContext&)> makeNotes;
+    std::function<std::unique_ptr<PanelPresence>(const PanelContext&)> makePanel;
+};
+
+/// The parts of this build.
+[[nodiscard]] DesktopParts standardParts();
+
+} // namespace vorq

@@ -1,0 +1,132 @@
+#include "app/DesktopProgram.h"
+
+#include "app/SettleSession.h"
+#include "app/UnixSignals.h"
+#include "platform/linux/UrlScheme.h"
+#include "shell/StatusGlyphs.h"
+
+#include <QApplication>
+#include <QFileInfo>
+
+#include <utility>
+
+namespace vorq {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int signalExitBase = 128;
+constexpr Clock::Duration settleLimit = 300ms;
+
+// The user's configuration folder, in which Vorq has one of its own.
+QString configurationFolder(const AppPaths& paths) {
+    return QFileInfo(paths.settingsFolder()).path();
+}
+
+} // namespace
+
+class DesktopProgram::Host final : public ApplicationHost {
+  public:
+    explicit Host(const TrayStatusItem& statusItem) : m_statusItem(statusItem) {}
+
+    void becomeAccessory() override { QGuiApplication::setQuitOnLastWindowClosed(false); }
+
+    void installApplicationIcon() override {
+        QGuiApplication::setWindowIcon(statusIcon(StatusImage::Glyph));
+    }
+
+    // Whoever starts a program is with it. A menu without a place would only be in the way, though.
+    [[nodiscard]] bool isActive() const override { return m_statusItem.hasPlace(); }
+
+    void terminate() override { QCoreApplication::quit(); }
+
+  private:
+    const TrayStatusItem& m_statusItem;
+};
+
+DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
+    : m_parts(std::move(parts)),
+      m_loginItem(m_defaults, configurationFolder(m_paths),
+                  QCoreApplication::applicationFilePath()),
+      m_capture(m_parts.makeCapture({m_clock, m_paths, m_workspace})),
+      m_state({m_clock, m_defaults, m_paths, m_transport, m_routes, *m_capture}),
+      m_notes(m_parts.makeNotes({m_clock, m_paths, m_workspace, *m_capture, m_state})),
+      m_statusItem(m_clock),
+      m_host(std::make_unique<Host>(m_statusItem)),
+      m_delegate({*m_host,
+                  m_clock,
+                  m_workspace,
+                  m_hotKeys,
+                  m_loginItem,
+                  *m_capture,
+                  *m_notes,
+                  m_signIn,
+                  m_statusItem,
+                  [this](VorqAppState& state) {
+                      return m_parts.makePanel({state, m_clock, m_workspace, m_delegate.frontmost(),
+                                                m_delegate.notifications()});
+                  },
+                  {static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid()),
+                   ApplicationService::name}}) {
+    connect(&service, &ApplicationService::activated, &m_delegate,
+            &AppDelegate::applicationShouldHandleReopen);
+    connect(&service, &ApplicationService::openRequested, &m_delegate,
+            &AppDelegate::applicationOpen);
+    connect(&service, &ApplicationService::verbRequested, this, &DesktopProgram::perform);
+}
+
+DesktopProgram::~DesktopProgram() = default;
+
+int DesktopProgram::run(const DesktopArguments& arguments, const VerbSource& source) {
+    UnixSignals unixSignals;
+    connect(&unixSignals, &UnixSignals::received, this,
+            [](int number) { QCoreApplication::exit(signalExitBase + number); });
+    const bool hasErrand = arguments.verb != Verb::Launch || !arguments.url.isEmpty();
+    m_delegate.applicationDidFinishLaunching({.background = arguments.background || hasErrand,
+                                              .launchedAtLogin = arguments.launchedAtLogin});
+    m_delegate.bindAppState(m_state);
+    if (!arguments.url.isEmpty()) m_delegate.applicationOpen({QUrl(arguments.url)});
+    perform(arguments.verb, source);
+    registerUrlScheme();
+    const int status = QCoreApplication::exec();
+    m_delegate.applicationWillTerminate();
+    settleSession(m_state.account(), m_clock, settleLimit);
+    return status;
+}
+
+void DesktopProgram::perform(Verb verb, const VerbSource& source) {
+    switch (verb) {
+    case Verb::Launch:
+        return;
+    case Verb::Summon:
+        return m_delegate.perform(HotKeyAction::Panel, hotKeySource(source));
+    case Verb::Note:
+        return m_delegate.perform(HotKeyAction::SaveNote, hotKeySource(source));
+    case Verb::PushNote:
+        return m_delegate.perform(HotKeyAction::PushNote, hotKeySource(source));
+    case Verb::Clear:
+        return m_delegate.perform(HotKeyAction::ClearChat, hotKeySource(source));
+    case Verb::Toggle:
+        return m_delegate.togglePanel();
+    case Verb::Quit:
+        return m_host->terminate();
+    }
+}
+
+HotKeySource DesktopProgram::hotKeySource(const VerbSource& source) const {
+    HotKeySource result{.process = source.process, .bundleIdentifier = {}};
+    if (!result.process) result.process = m_workspace.frontmostProcess();
+    const auto application =
+        result.process ? m_workspace.application(*result.process) : std::nullopt;
+    if (application) result.bundleIdentifier = application->identifier;
+    return result;
+}
+
+void DesktopProgram::registerUrlScheme() {
+    const UrlScheme scheme(DesktopEntries::standardFolders(),
+                           QCoreApplication::applicationFilePath());
+    if (scheme.ensureEntry()) UrlScheme::makeDefault();
+}
+
+} // namespace vorq

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "app/ApplicationService.h"
+#include "app/DesktopParts.h"
+#include "backend/CurlTransport.h"
+#include "backend/PendingSignIn.h"
+#include "core/VorqAppState.h"
+#include "platform/linux/SettingsFile.h"
+#include "platform/linux/SystemClock.h"
+#include "platform/linux/X11HotKeys.h"
+#include "platform/linux/X11Workspace.h"
+#include "platform/linux/XdgLoginItem.h"
+#include "platform/linux/XdgPaths.h"
+#include "shell/AppDelegate.h"
+#include "shell/ApplicationHost.h"
+#include "shell/TrayStatusItem.h"
+
+#include <QObject>
+
+namespace vorq {
+
+/// Vorq in the tray: puts the application state, the ports of the system and the shell together.
+/// Needs a QApplication.
+class DesktopProgram final : public QObject {
+    Q_OBJECT
+
+  public:
+    /// The service, by which other starts of the program are heard, must outlive this object.
+    explicit DesktopProgram(ApplicationService& service, DesktopParts parts = standardParts());
+    ~DesktopProgram() override;
+
+    /// Runs until the program ends and gives its exit status, which tells of a signal as a shell
+    /// does. The source is that of the verb.
+    int run(const DesktopArguments& arguments, const VerbSource& source);
+
+  private:
+    class Host;
+
+    void perform(Verb verb, const VerbSource& source);
+    [[nodiscard]] HotKeySource hotKeySource(const VerbSource& source) const;
+    void registerUrlScheme();
+
+    DesktopParts m_parts;
+    SystemClock m_clock;
+    XdgPaths m_paths;
+    SettingsFile m_defaults{m_paths.settingsFolder() + QStringLiteral("/settings.json")};
+    CurlTransport m_transport{m_clock};
+    NoLocalRoutes m_routes;
+    X11Workspace m_workspace;
+    X11HotKeys m_hotKeys;
+    XdgLoginItem m_loginItem;
+    NoPendingSignIn m_signIn;
+    std::unique_ptr<SelectionCapture> m_capture;
+    VorqAppState m_state;
+    std::unique_ptr<NoteCaptureFlow> m_notes;
+    TrayStatusItem m_statusItem;
+    std::unique_ptr<Host> m_host;
+    AppDelegate m_delegate;
+};
+
+} // namespace vorq
