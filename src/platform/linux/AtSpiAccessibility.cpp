@@ -1,0 +1,63 @@
+#include "platform/linux/AtSpiAccessibility.h"
+
+#include "platform/linux/AtSpiElement.h"
+
+namespace vorq {
+
+class AtSpiAccessibility::Parts {
+  public:
+    explicit Parts(const QString& sessionBusAddress) : bus(sessionBusAddress) {}
+
+    [[nodiscard]] AccessibleElementPtr element(const AtSpiRef& ref, const std::stop_token& stop) {
+        return std::make_shared<AtSpiElement>(
+            std::make_shared<AtSpiElement::Session>(applications, windows, stop,
+                                                    AtSpiWalk(bus, stop)),
+            ref);
+    }
+
+    AtSpiBus bus;
+    AtSpiApplications applications{bus};
+    X11WindowPlace windows;
+};
+
+AtSpiAccessibility::AtSpiAccessibility(const QString& sessionBusAddress)
+    : m_parts(std::make_unique<Parts>(sessionBusAddress)) {}
+
+AtSpiAccessibility::~AtSpiAccessibility() = default;
+
+QString AtSpiAccessibility::defaultSessionBus() {
+    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    if (!address.isEmpty()) return address;
+    return QStringLiteral("unix:path=%1/bus").arg(qEnvironmentVariable("XDG_RUNTIME_DIR"));
+}
+
+bool AtSpiAccessibility::isTrusted() const {
+    return m_parts->bus.isOn();
+}
+
+void AtSpiAccessibility::enableToolkitAccessibility() {
+    m_parts->bus.switchOn();
+}
+
+AccessibleElementPtr AtSpiAccessibility::application(ProcessId process, std::stop_token stop) {
+    const QString service = m_parts->applications.serviceOf(process, stop);
+    return service.isEmpty() ? nullptr : m_parts->element(atspi::applicationRoot(service), stop);
+}
+
+AccessibleElementPtr AtSpiAccessibility::focusedWindow(ProcessId process, std::stop_token stop) {
+    const QString service = m_parts->applications.serviceOf(process, stop);
+    if (service.isEmpty()) return nullptr;
+    const auto window = m_parts->applications.activeWindow(service, stop);
+    return window ? m_parts->element(*window, stop) : nullptr;
+}
+
+AccessibleElementPtr AtSpiAccessibility::focusedElement(std::optional<ProcessId> process,
+                                                        std::stop_token stop) {
+    const QString service = process ? m_parts->applications.serviceOf(*process, stop)
+                                    : m_parts->applications.focusedService(stop);
+    if (service.isEmpty()) return nullptr;
+    const auto element = m_parts->applications.focusedElement(service, stop);
+    return element ? m_parts->element(*element, stop) : nullptr;
+}
+
+} // namespace vorq

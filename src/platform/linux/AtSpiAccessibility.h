@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/Accessibility.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace vorq {
+
+/// Other applications through the accessibility bus of the session.
+///
+/// Every call has a time limit of its own, and none is ever made to Vorq itself. Without a bus, or
+/// while it is down, every read yields nothing; when it comes, or comes back, reads work again.
+/// isTrusted() and enableToolkitAccessibility() are for any thread and never wait; everything else
+/// is for the thread of the reader.
+class AtSpiAccessibility final : public Accessibility {
+  public:
+    /// The address of the session bus; by default that of the environment.
+    explicit AtSpiAccessibility(const QString& sessionBusAddress = defaultSessionBus());
+    ~AtSpiAccessibility() override;
+
+    /// Whether the bus is there and toolkits are told to use it, as far as is known by now.
+    [[nodiscard]] bool isTrusted() const override;
+
+    /// Tells toolkits to show their windows on the bus, for this session and later ones. The user
+    /// has been asked by then. Applications of some toolkits heed it only when they start.
+    void enableToolkitAccessibility();
+
+    [[nodiscard]] AccessibleElementPtr application(ProcessId process,
+                                                   std::stop_token stop) override;
+    [[nodiscard]] AccessibleElementPtr focusedWindow(ProcessId process,
+                                                     std::stop_token stop) override;
+    [[nodiscard]] AccessibleElementPtr focusedElement(std::optional<ProcessId> process,
+                                                      std::stop_token stop) override;
+
+    [[nodiscard]] static QString defaultSessionBus();
+
+  private:
+    class Parts;
+
+    std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace vorq

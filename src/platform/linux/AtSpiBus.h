@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/linux/AtSpiFocusOrder.h"
+
+#include <QDBusMessage>
+#include <QString>
+#include <QThread>
+
+#include <memory>
+#include <stop_token>
+#include <vector>
+
+namespace vorq {
+
+class AtSpiConnection;
+
+/// The bus on which applications show their user interface to assistive technology.
+///
+/// The connection lives on a thread of its own. It is made when there is a bus, given up when the
+/// bus dies, and sought anew at the next use; without it everything answers with nothing. Calls may
+/// come from any other thread.
+class AtSpiBus {
+  public:
+    using Messages = std::vector<QDBusMessage>;
+
+    /// `sessionBusAddress` is where the bus is announced.
+    explicit AtSpiBus(const QString& sessionBusAddress);
+    AtSpiBus(const AtSpiBus&) = delete;
+    AtSpiBus& operator=(const AtSpiBus&) = delete;
+    ~AtSpiBus();
+
+    /// Sends all calls at once and waits for their answers, which come back in the same order. A
+    /// call that fails, takes too long, or is under way when the token is stopped, is answered by
+    /// an invalid message.
+    [[nodiscard]] Messages call(const Messages& calls, const std::stop_token& stop);
+    [[nodiscard]] QDBusMessage call(const QDBusMessage& one, const std::stop_token& stop);
+
+    /// Whether the bus is there and toolkits are told to use it, as far as is known. Never waits.
+    [[nodiscard]] bool isOn() const;
+
+    /// Tells toolkits to use the bus. Never waits.
+    void switchOn();
+
+    /// Who had the focus last, as the events told.
+    [[nodiscard]] AtSpiFocusOrder focusOrder() const;
+
+  private:
+    void seekConnection();
+
+    QThread m_thread;
+    AtSpiConnection* m_connection;
+};
+
+} // namespace vorq

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/linux/AtSpiBus.h"
+#include "platform/linux/AtSpiCalls.h"
+#include "platform/linux/AtSpiText.h"
+
+#include <QString>
+
+#include <optional>
+#include <stop_token>
+#include <vector>
+
+namespace vorq {
+
+/// Reads text and selections of elements with text. A field for passwords has neither: nothing of
+/// it is ever asked.
+///
+/// A page of a browser is a text of objects, each of which has its own text and its own part of the
+/// selection. Their texts take the place of the objects, blocks on lines of their own.
+class AtSpiSelection {
+  public:
+    using Span = atspi::Span;
+
+    AtSpiSelection(AtSpiBus& bus, const AtSpiToolkit& toolkit, std::stop_token stop)
+        : m_bus(bus), m_toolkit(toolkit), m_stop(std::move(stop)) {}
+
+    /// What is selected, in the toolkit's offsets; empty if nothing is, nothing for an element
+    /// without text.
+    [[nodiscard]] std::optional<std::vector<Span>> spans(const AtSpiRef& element) const;
+
+    /// The selected text; several selections are on lines of their own.
+    [[nodiscard]] std::optional<QString> selectedText(const AtSpiRef& element) const;
+
+    /// The text as it stands, objects as objects. Nothing for a password or too long a text.
+    [[nodiscard]] std::optional<QString> plainText(const AtSpiRef& element, Span span) const;
+    [[nodiscard]] std::optional<QString> value(const AtSpiRef& element) const;
+
+    [[nodiscard]] bool isPassword(const AtSpiRef& element) const;
+
+  private:
+    struct Reading;
+    struct Object {
+        AtSpiRef element;
+        std::optional<std::uint32_t> role;
+        std::optional<std::int32_t> selections;
+    };
+
+    [[nodiscard]] std::optional<QString> rawText(const AtSpiRef& element, Span span) const;
+    [[nodiscard]] std::vector<Span> spansOf(const AtSpiRef& element, std::int32_t count) const;
+    [[nodiscard]] std::vector<std::optional<Object>>
+    objectsAt(const AtSpiRef& element, const std::vector<std::int32_t>& offsets) const;
+    [[nodiscard]] std::vector<std::int32_t> objectOffsets(QStringView raw,
+                                                          std::int32_t start) const;
+    [[nodiscard]] QString composed(const AtSpiRef& element, Span span, Reading& reading) const;
+    [[nodiscard]] QString textOf(const Object& object, bool isAtEdge, Reading& reading) const;
+
+    AtSpiBus& m_bus;
+    AtSpiToolkit m_toolkit;
+    std::stop_token m_stop;
+};
+
+} // namespace vorq

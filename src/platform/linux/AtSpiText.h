@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/Accessibility.h"
+
+#include <QString>
+#include <QStringView>
+
+#include <optional>
+
+namespace vorq {
+
+/// What a toolkit does its own way on the accessibility bus.
+struct AtSpiToolkit {
+    enum class Unit { CodePoint, Utf16 };
+
+    /// What offsets and lengths of text count.
+    Unit unit = Unit::CodePoint;
+    /// Whether the length that comes with a text to insert counts UTF-16 units, and not bytes.
+    bool countsInsertedUnits = false;
+    /// Whether a mark follows each character beyond the basic plane, so that offsets come out as
+    /// UTF-16 units.
+    bool marksWideCharacters = false;
+    /// Whether no selection means that nothing is selected; one toolkit forgets some.
+    bool tellsAllSelections = true;
+    /// Whether places are relative to the window although those of the screen were asked for.
+    bool placesInWindow = false;
+
+    bool operator==(const AtSpiToolkit&) const = default;
+};
+
+/// By the name that an application gives for its toolkit.
+[[nodiscard]] AtSpiToolkit atSpiToolkit(QStringView name);
+
+/// A text as it came over the bus, without the toolkit's own marks.
+[[nodiscard]] QString withoutMarks(QString text, const AtSpiToolkit& toolkit);
+
+/// The toolkit's offset as one in UTF-16 units of the text, which must reach that far; the end of
+/// the text for one beyond it.
+[[nodiscard]] std::int64_t utf16Offset(std::int64_t offset, QStringView text,
+                                       const AtSpiToolkit& toolkit);
+
+/// And back. An offset within a character stands for its beginning.
+[[nodiscard]] std::int64_t toolkitOffset(std::int64_t utf16, QStringView text,
+                                         const AtSpiToolkit& toolkit);
+
+} // namespace vorq

@@ -1,0 +1,35 @@
+#include "platform/linux/X11WindowPlace.h"
+
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+#include <memory>
+#include <ranges>
+
+namespace vorq {
+
+std::optional<X11Connection::Window> X11WindowPlace::windowOf(std::int32_t process) const {
+    const auto isOfProcess = [&](X11Connection::Window window) {
+        return m_x11.processOf(window) == process;
+    };
+    const auto active = m_x11.numbers(m_x11.root(), m_x11.atom("_NET_ACTIVE_WINDOW"));
+    if (!active.empty() && isOfProcess(active.front())) return active.front();
+    const auto windows = m_x11.numbers(m_x11.root(), m_x11.atom("_NET_CLIENT_LIST_STACKING"));
+    for (const X11Connection::Window window : windows | std::views::reverse)
+        if (isOfProcess(window)) return window;
+    return std::nullopt;
+}
+
+std::optional<QPointF> X11WindowPlace::originOf(std::int32_t process) const {
+    const auto window = windowOf(process);
+    if (!window || !m_x11.isUsable()) return std::nullopt;
+    const std::unique_ptr<xcb_translate_coordinates_reply_t, decltype(&std::free)> place(
+        xcb_translate_coordinates_reply(
+            m_x11.get(), xcb_translate_coordinates(m_x11.get(), *window, m_x11.root(), 0, 0),
+            nullptr),
+        &std::free);
+    if (!place) return std::nullopt;
+    return QPointF(place->dst_x, place->dst_y);
+}
+
+} // namespace vorq
