@@ -123,6 +123,13 @@ QString captureSelectedTextAXOnly(const CaptureSource& source) {
     return capture ? trimmed(capture->text).toString() : QString();
 }
 
+bool tellsThatNothingIsSelected(const CaptureSource& source) {
+    const AccessibleElementPtr element = focusedElement(source);
+    if (!element || elementHasSelection(*element)) return false;
+    const std::optional<TextRange> range = element->selectedTextRange();
+    return range && range->length < 1;
+}
+
 QString longerSelectedText(const QString& ax, const QString& copied) {
     return graphemeCount(ax) >= graphemeCount(copied) ? ax : copied;
 }

@@ -55,6 +55,10 @@ captureFromFocusedAccessibilityElement(const CaptureSource& source);
 /// read.
 [[nodiscard]] QString captureSelectedTextAXOnly(const CaptureSource& source);
 
+/// Whether the focused element has text and says that none of it is selected, rather than not
+/// saying anything.
+[[nodiscard]] bool tellsThatNothingIsSelected(const CaptureSource& source);
+
 /// Of a text read by accessibility and one that was copied, the one with more characters; the
 /// former if they are equal.
 [[nodiscard]] QString longerSelectedText(const QString& ax, const QString& copied);

@@ -1,6 +1,8 @@
 #include "platform/testing/ScriptedAccessibility.h"
 
 #include <algorithm>
+#include <condition_variable>
+#include <mutex>
 
 namespace vorq {
 
@@ -68,7 +70,17 @@ AccessibleElementPtr ScriptedAccessibility::pointer(const QString& name) {
 bool ScriptedAccessibility::note(const QString& read) {
     m_reads += read;
     if (onRead) onRead(read);
+    if (hangs) hang();
     return !m_stop.stop_requested();
+}
+
+void ScriptedAccessibility::hang() {
+    std::mutex mutex;
+    std::condition_variable_any never;
+    std::unique_lock lock(mutex);
+    ++hanging;
+    never.wait(lock, m_stop, [] { return false; });
+    --hanging;
 }
 
 AccessibleElementPtr ScriptedAccessibility::application(ProcessId, std::stop_token stop) {

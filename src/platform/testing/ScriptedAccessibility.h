@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include <atomic>
 #include <functional>
 #include <map>
 
@@ -57,6 +58,12 @@ class ScriptedAccessibility final : public Accessibility {
     /// Runs before each read, with what is read ("name.selectedText").
     std::function<void(const QString&)> onRead;
 
+    /// While set, a read comes back only when its token is stopped, as with an application that
+    /// hangs.
+    std::atomic<bool> hangs = false;
+    /// How many reads wait for that.
+    std::atomic<int> hanging = 0;
+
     /// The element of a name, made when first asked for.
     ScriptedElement& element(const QString& name);
 
@@ -77,6 +84,7 @@ class ScriptedAccessibility final : public Accessibility {
     AccessibleElementPtr pointer(const QString& name);
     // Whether the read may yield something.
     bool note(const QString& read);
+    void hang();
 
     std::map<QString, std::shared_ptr<ScriptedElement>> m_elements;
     QStringList m_reads;

@@ -1,0 +1,291 @@
+#include "capture/TextCaptureService.h"
+
+#include "capture/SourceApplication.h"
+#include "support/Text.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+
+#include <algorithm>
+#include <memory>
+
+namespace vorq {
+namespace {
+
+// How long there still is of what a capture may take, the time of the copy shortcut left out.
+class Budget {
+  public:
+    explicit Budget(Clock& clock) : m_clock(clock), m_begin(clock.now()) {}
+
+    [[nodiscard]] Clock::Duration left() const {
+        const Clock::Duration spent = m_clock.now() - m_begin;
+        return std::max(Clock::Duration(TextCaptureService::captureLimit) - spent,
+                        Clock::Duration::zero());
+    }
+    [[nodiscard]] Clock::Duration forAccessibility() const {
+        return std::min(left(), Clock::Duration(TextCaptureService::accessibilityLimit));
+    }
+
+  private:
+    Clock& m_clock;
+    Clock::Duration m_begin;
+};
+
+} // namespace
+
+struct TextCaptureService::Reading {
+    QString text;
+    std::optional<AXCapture> capture;
+    // Whether accessibility said that nothing is selected.
+    bool isNothingSelected = false;
+};
+
+TextCaptureService::TextCaptureService(const Services& services)
+    : m_services(services), m_thread(services.clock) {}
+
+TextCaptureService::~TextCaptureService() = default;
+
+bool TextCaptureService::isTrusted() const {
+    return m_services.accessibility.isTrusted();
+}
+
+std::optional<SelectionCapture::ProcessId> TextCaptureService::frontmostForeignProcess() const {
+    const auto process = m_services.workspace.frontmostProcess();
+    return process == QCoreApplication::applicationPid() ? std::nullopt : process;
+}
+
+QString TextCaptureService::applicationName(ProcessId process) const {
+    const auto application = m_services.workspace.application(process);
+    return application ? application->name : QString();
+}
+
+void TextCaptureService::log(const QString& line) {
+    m_services.log.appendCaptureDebug(line);
+}
+
+QString TextCaptureService::identifierOf(std::optional<ProcessId> process) const {
+    const auto application = process ? m_services.workspace.application(*process) : std::nullopt;
+    return application ? application->identifier : QString();
+}
+
+bool TextCaptureService::isFinderSource(std::optional<ProcessId> source) const {
+    return isFinderBundleID(identifierOf(source));
+}
+
+bool TextCaptureService::isHotKeyCopyFallbackSource(std::optional<ProcessId> source) const {
+    const auto process = source ? source : m_services.workspace.frontmostProcess();
+    return isHotKeyCopyFallbackBundleID(identifierOf(process));
+}
+
+bool TextCaptureService::wasCaptured(const PrimarySelection::Ownership& ownership) const {
+    const std::uint64_t showing = m_services.surroundings.panelShowing();
+    return showing != 0 && showing == m_capturedInShowing && ownership == m_captured;
+}
+
+QCoro::Task<TextCaptureService::Reading>
+TextCaptureService::readAccessibility(std::optional<ProcessId> source, Read read,
+                                      Clock::Duration limit, std::stop_token stop) {
+    const auto reading = std::make_shared<Reading>();
+    Accessibility& accessibility = m_services.accessibility;
+    CaptureThread::Job job = [&accessibility, source, reading,
+                              read = std::move(read)](std::stop_token running) {
+        const CaptureSource from{
+            .accessibility = accessibility, .process = source, .stop = std::move(running)};
+        read(from, *reading);
+    };
+    const bool isInTime = co_await m_thread.run(std::move(job), limit, std::move(stop));
+    Reading result;
+    // Until it has come to its end, it still belongs to the other thread.
+    if (isInTime) result = std::move(*reading);
+    co_return result;
+}
+
+QCoro::Task<std::optional<PrimarySelection::Highlight>>
+TextCaptureService::readPrimary(std::optional<ProcessId> source, Clock::Duration limit,
+                                std::stop_token stop) {
+    std::optional<PrimarySelection::Highlight> result;
+    const auto process = source ? source : frontmostForeignProcess();
+    if (!process) co_return result;
+    const auto highlight = std::make_shared<std::optional<PrimarySelection::Highlight>>();
+    PrimarySelection& primary = m_services.primary;
+    CaptureThread::Job job = [&primary, process, highlight](std::stop_token running) {
+        *highlight = primary.highlightOf(*process, std::move(running));
+    };
+    const bool isInTime = co_await m_thread.run(std::move(job), limit, std::move(stop));
+    if (isInTime) result = std::move(*highlight);
+    co_return result;
+}
+
+QCoro::Task<QString>
+TextCaptureService::captureSelectedTextForHotKey(std::optional<ProcessId> source,
+                                                 std::stop_token stop) {
+    const QPointer<TextCaptureService> self(this);
+    const QString nothing;
+    if (!isTrusted()) co_return nothing;
+    const Budget budget(m_services.clock);
+    Read read = [](const CaptureSource& from, Reading& reading) {
+        reading.text = captureSelectedTextFromFocusedElement(from);
+        reading.isNothingSelected = reading.text.isEmpty() && tellsThatNothingIsSelected(from);
+    };
+    const Clock::Duration limit = budget.forAccessibility();
+    const Reading reading = co_await readAccessibility(source, std::move(read), limit, stop);
+    if (!self || stop.stop_requested()) co_return nothing;
+    if (!reading.text.isEmpty()) co_return reading.text;
+    if (!reading.isNothingSelected) {
+        const Clock::Duration left = budget.left();
+        const auto highlight = co_await readPrimary(source, left, stop);
+        if (!self || stop.stop_requested()) co_return nothing;
+        const QString text = highlight ? trimmed(highlight->text).toString() : nothing;
+        if (!text.isEmpty() && !wasCaptured(highlight->ownership)) {
+            m_captured = highlight->ownership;
+            m_capturedInShowing = m_services.surroundings.panelShowing();
+            co_return text;
+        }
+    }
+    if (!isHotKeyCopyFallbackSource(source)) co_return nothing;
+    const QString copied =
+        co_await m_services.copyShortcut.captureFromCopyShortcutFast(source, stop);
+    co_return stop.stop_requested() ? nothing : copied;
+}
+
+QCoro::Task<QString>
+TextCaptureService::captureSelectedTextForNoteSave(std::optional<ProcessId> source,
+                                                   std::stop_token stop) {
+    const QPointer<TextCaptureService> self(this);
+    const QString nothing;
+    if (!isTrusted()) co_return nothing;
+    const Budget budget(m_services.clock);
+    Read read = [](const CaptureSource& from, Reading& reading) {
+        reading.text = captureSelectedTextAXOnly(from);
+        reading.isNothingSelected = reading.text.isEmpty() && tellsThatNothingIsSelected(from);
+    };
+    const Clock::Duration limit = budget.forAccessibility();
+    const Reading reading = co_await readAccessibility(source, std::move(read), limit, stop);
+    if (!self || stop.stop_requested()) co_return nothing;
+    QString ax = reading.text;
+    if (ax.isEmpty() && isFinderSource(source)) co_return nothing;
+    if (ax.isEmpty() && !reading.isNothingSelected) {
+        const Clock::Duration left = budget.left();
+        const auto highlight = co_await readPrimary(source, left, stop);
+        if (!self || stop.stop_requested()) co_return nothing;
+        if (highlight) ax = trimmed(highlight->text).toString();
+    }
+    const QString copied =
+        co_await m_services.copyShortcut.captureFromCopyShortcutFast(source, stop);
+    co_return stop.stop_requested() ? nothing : longerSelectedText(ax, copied);
+}
+
+QCoro::Task<SelectionSnapshot>
+TextCaptureService::captureSelection(std::optional<ProcessId> source,
+                                     std::optional<QPointF> mousePoint, bool useScreenGeometry,
+                                     std::stop_token stop) {
+    const QPointer<TextCaptureService> self(this);
+    const QPointF mouse = mousePoint ? *mousePoint : m_services.surroundings.mouseLocation();
+    SelectionSnapshot anchored{.text = {},
+                               .exactText = {},
+                               .screenFrame = mouseAnchor(mouse),
+                               .clickPoint = mouse,
+                               .sourcePID = source,
+                               .selectedRange = {}};
+    if (!isTrusted()) {
+        m_services.log.placeDbg(QStringLiteral("capture: not trusted"));
+        co_return anchored;
+    }
+    const Budget budget(m_services.clock);
+    Read read = [](const CaptureSource& from, Reading& reading) {
+        reading.capture = captureFromFocusedAccessibilityElement(from);
+        reading.isNothingSelected = !reading.capture && tellsThatNothingIsSelected(from);
+    };
+    const Clock::Duration limit = budget.forAccessibility();
+    const Reading reading = co_await readAccessibility(source, std::move(read), limit, stop);
+    if (!self || stop.stop_requested()) co_return anchored;
+    const auto direct = reading.capture ? snapshotFromAX(*reading.capture, source,
+                                                         m_services.surroundings.screens())
+                                        : std::nullopt;
+    if (direct) {
+        m_services.log.placeDbg(QStringLiteral("capture: AX-direct frame=%1 mouse=%2")
+                                    .arg(logged(direct->screenFrame), logged(mouse)));
+        co_return *direct;
+    }
+    QString highlighted;
+    if (!reading.isNothingSelected) {
+        const Clock::Duration left = budget.left();
+        const auto highlight = co_await readPrimary(source, left, stop);
+        if (!self || stop.stop_requested()) co_return anchored;
+        if (highlight) highlighted = trimmed(highlight->text).toString();
+    }
+    const Clock::Duration left = budget.left();
+    const SelectionSnapshot snapshot = co_await captureByCopy(source, mouse, useScreenGeometry,
+                                                              std::move(highlighted), left, stop);
+    co_return snapshot;
+}
+
+QCoro::Task<SelectionSnapshot>
+TextCaptureService::captureByCopy(std::optional<ProcessId> source, QPointF mouse,
+                                  bool useScreenGeometry, QString highlighted,
+                                  Clock::Duration limit, std::stop_token stop) {
+    const QPointer<TextCaptureService> self(this);
+    SelectionSnapshot snapshot{.text = {},
+                               .exactText = {},
+                               .screenFrame = mouseAnchor(mouse),
+                               .clickPoint = mouse,
+                               .sourcePID = source,
+                               .selectedRange = {}};
+    QString copied = highlighted;
+    if (copied.isEmpty()) {
+        copied = co_await m_services.copyShortcut.captureFromCopyShortcutFast(source, stop);
+        if (!self || stop.stop_requested()) co_return snapshot;
+    }
+    Read read = [](const CaptureSource& from, Reading& reading) {
+        reading.capture = captureFromFocusedAccessibilityElement(from);
+    };
+    const Reading reading = co_await readAccessibility(source, std::move(read), limit, stop);
+    if (!self || stop.stop_requested()) co_return snapshot;
+    const auto afterCopy = snapshotAfterCopy(reading, copied, source, mouse);
+    if (afterCopy) co_return *afterCopy;
+    snapshot.text = copied;
+    snapshot.exactText = copied;
+    if (useScreenGeometry && !copied.isEmpty()) {
+        const auto seen =
+            co_await m_services.surroundings.highlightPlacementFromScreenshot(source, mouse, stop);
+        if (!self || stop.stop_requested()) co_return snapshot;
+        if (seen) {
+            m_services.log.placeDbg(QStringLiteral("capture: screenshot frame=%1 mouse=%2")
+                                        .arg(logged(seen->screenFrame), logged(mouse)));
+            snapshot.screenFrame = seen->screenFrame;
+            snapshot.clickPoint = seen->clickPoint;
+            snapshot.hasReliablePlacement = true;
+            co_return snapshot;
+        }
+    }
+    const auto truth = [](bool is) {
+        return is ? QStringLiteral("true") : QStringLiteral("false");
+    };
+    m_services.log.placeDbg(
+        QStringLiteral("capture: FALLBACK to mouse anchor %1 copiedEmpty=%2 screenGeometry=%3")
+            .arg(logged(snapshot.screenFrame), truth(copied.isEmpty()), truth(useScreenGeometry)));
+    co_return snapshot;
+}
+
+std::optional<SelectionSnapshot>
+TextCaptureService::snapshotAfterCopy(const Reading& reading, const QString& copied,
+                                      std::optional<ProcessId> source, QPointF mouse) const {
+    if (!reading.capture) return std::nullopt;
+    const ScreenLayout screens = m_services.surroundings.screens();
+    const auto frame = placementFrame(*reading.capture, screens);
+    if (!frame) return std::nullopt;
+    const QString& exact = reading.capture->text;
+    const auto& raw = reading.capture->rawAXFrame;
+    m_services.log.placeDbg(
+        QStringLiteral("capture: AX-after-copy frame=%1 rawAX=%2 mouse=%3")
+            .arg(logged(*frame), raw ? logged(*raw) : QStringLiteral("nil"), logged(mouse)));
+    return SelectionSnapshot{.text = copied.isEmpty() ? trimmed(exact).toString() : copied,
+                             .exactText = exact.isEmpty() ? copied : exact,
+                             .screenFrame = *frame,
+                             .clickPoint = placementPoint(*reading.capture, *frame, screens),
+                             .sourcePID = source,
+                             .selectedRange = reading.capture->selectedRange,
+                             .hasReliablePlacement = true};
+}
+
+} // namespace vorq

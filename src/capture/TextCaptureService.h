@@ -1,0 +1,94 @@
+#pragma once
+
+#include "capture/CaptureLog.h"
+#include "capture/CaptureSurroundings.h"
+#include "capture/CaptureThread.h"
+#include "capture/CopyShortcut.h"
+#include "capture/SelectionCapture.h"
+#include "capture/SelectionSnapshot.h"
+#include "platform/PrimarySelection.h"
+#include "platform/Workspace.h"
+
+#include <QObject>
+
+#include <optional>
+
+namespace vorq {
+
+/// Reads what is highlighted in another application: by accessibility, else as the PRIMARY
+/// selection, else by the copy shortcut. Main thread only.
+///
+/// Whatever waits for another application is done on a thread of its own and is given up after
+/// `captureLimit` in all, the copy shortcut apart, which has its own pace.
+class TextCaptureService final : public QObject, public SelectionCapture {
+  public:
+    /// Of the whole time, accessibility gets so much, that the next rung has its turn as well.
+    static constexpr std::chrono::milliseconds accessibilityLimit{180};
+    static constexpr std::chrono::milliseconds captureLimit{250};
+
+    struct Services {
+        Clock& clock;
+        Accessibility& accessibility;
+        PrimarySelection& primary;
+        Workspace& workspace;
+        CopyShortcut& copyShortcut;
+        CaptureSurroundings& surroundings;
+        CaptureLog& log;
+    };
+
+    /// The services must outlive this object and whatever it has under way.
+    explicit TextCaptureService(const Services& services);
+    ~TextCaptureService() override;
+
+    [[nodiscard]] bool isTrusted() const override;
+    [[nodiscard]] std::optional<ProcessId> frontmostForeignProcess() const override;
+    [[nodiscard]] QString applicationName(ProcessId process) const override;
+    void log(const QString& line) override;
+
+    /// For the panel: the focused element alone, and the copy shortcut for few applications. What
+    /// was highlighted once is not captured twice as PRIMARY while the panel stays open.
+    QCoro::Task<QString> captureSelectedTextForHotKey(std::optional<ProcessId> source,
+                                                      std::stop_token stop) override;
+
+    /// For notes: whatever element has a selection, and the copy shortcut nearly always; the longer
+    /// of both texts.
+    QCoro::Task<QString> captureSelectedTextForNoteSave(std::optional<ProcessId> source,
+                                                        std::stop_token stop);
+
+    /// The selection and its place. Without a mouse point, where the mouse is.
+    QCoro::Task<SelectionSnapshot> captureSelection(std::optional<ProcessId> source,
+                                                    std::optional<QPointF> mousePoint,
+                                                    bool useScreenGeometry, std::stop_token stop);
+
+    [[nodiscard]] bool isFinderSource(std::optional<ProcessId> source) const;
+
+    /// Without a process, of the application in front.
+    [[nodiscard]] bool isHotKeyCopyFallbackSource(std::optional<ProcessId> source) const;
+
+  private:
+    struct Reading;
+    using Read = std::function<void(const CaptureSource&, Reading&)>;
+
+    [[nodiscard]] QString identifierOf(std::optional<ProcessId> process) const;
+    [[nodiscard]] bool wasCaptured(const PrimarySelection::Ownership& ownership) const;
+
+    // Reads by accessibility; what came if it came in time.
+    QCoro::Task<Reading> readAccessibility(std::optional<ProcessId> source, Read read,
+                                           Clock::Duration limit, std::stop_token stop);
+    QCoro::Task<std::optional<PrimarySelection::Highlight>>
+    readPrimary(std::optional<ProcessId> source, Clock::Duration limit, std::stop_token stop);
+    QCoro::Task<SelectionSnapshot> captureByCopy(std::optional<ProcessId> source, QPointF mouse,
+                                                 bool useScreenGeometry, QString highlighted,
+                                                 Clock::Duration limit, std::stop_token stop);
+    [[nodiscard]] std::optional<SelectionSnapshot>
+    snapshotAfterCopy(const Reading& reading, const QString& copied,
+                      std::optional<ProcessId> source, QPointF mouse) const;
+
+    Services m_services;
+    CaptureThread m_thread;
+    // What was captured as PRIMARY last, and in which showing of the panel.
+    PrimarySelection::Ownership m_captured;
+    std::uint64_t m_capturedInShowing = 0;
+};
+
+} // namespace vorq

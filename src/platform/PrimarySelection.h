@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+#include <stop_token>
+
+namespace vorq {
+
+/// The text that was highlighted last anywhere in the session, which its application hands out
+/// without being asked by the user. It says what was selected, not that it still is.
+class PrimarySelection {
+  public:
+    using ProcessId = std::int32_t;
+
+    /// One act of highlighting: two with the same value are the same one.
+    struct Ownership {
+        std::uint64_t window = 0;
+        std::uint64_t timestamp = 0;
+
+        bool operator==(const Ownership&) const = default;
+    };
+
+    struct Highlight {
+        /// As it was handed out, untrimmed.
+        QString text;
+        Ownership ownership;
+    };
+
+    PrimarySelection() = default;
+    PrimarySelection(const PrimarySelection&) = delete;
+    PrimarySelection& operator=(const PrimarySelection&) = delete;
+    virtual ~PrimarySelection() = default;
+
+    /// What the process highlighted; nothing if another one did so later, if it is not text, or is
+    /// too long. Blocks until it is read, at most until the token is stopped; for one thread at a
+    /// time, not the main one.
+    [[nodiscard]] virtual std::optional<Highlight> highlightOf(ProcessId process,
+                                                               std::stop_token stop) = 0;
+};
+
+} // namespace vorq

@@ -1,0 +1,177 @@
+#pragma once
+
+#include "capture/TextCaptureService.h"
+#include "platform/testing/ManualClock.h"
+#include "platform/testing/ScriptedAccessibility.h"
+#include "platform/testing/ScriptedPrimarySelection.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QThread>
+
+#include <gmock/gmock.h>
+
+#include <map>
+#include <memory>
+
+namespace vorq {
+
+class FakeWorkspace final : public Workspace {
+  public:
+    std::optional<ProcessId> frontmost;
+    std::map<ProcessId, RunningApplication> applications;
+
+    [[nodiscard]] std::optional<ProcessId> frontmostProcess() const override { return frontmost; }
+    [[nodiscard]] std::optional<WindowId> activeWindow() const override { return std::nullopt; }
+    [[nodiscard]] std::optional<RunningApplication> application(ProcessId process) const override {
+        const auto found = applications.find(process);
+        return found == applications.end() ? std::nullopt : std::optional(found->second);
+    }
+    [[nodiscard]] std::optional<ProcessId> processOf(WindowId) const override {
+        return std::nullopt;
+    }
+    void activate(WindowId) override {}
+};
+
+class FakeCopyShortcut final : public CopyShortcut {
+  public:
+    QString text;
+    int copies = 0;
+    /// Runs when a copy is asked for.
+    std::function<void()> onCopy;
+
+    QCoro::Task<QString> captureFromCopyShortcutFast(std::optional<ProcessId>,
+                                                     std::stop_token) override {
+        ++copies;
+        if (onCopy) onCopy();
+        // What is returned is moved from.
+        const QString given = text;
+        co_return given;
+    }
+};
+
+class FakeSurroundings final : public CaptureSurroundings {
+  public:
+    ScreenLayout layout{.frames = {QRectF(0, 0, 1000, 800)}, .main = QRectF(0, 0, 1000, 800)};
+    QPointF mouse{300, 200};
+    std::uint64_t showing = 0;
+    std::optional<VisualHighlight> seen;
+    int screenshots = 0;
+
+    [[nodiscard]] ScreenLayout screens() const override { return layout; }
+    [[nodiscard]] QPointF mouseLocation() const override { return mouse; }
+    [[nodiscard]] std::uint64_t panelShowing() const override { return showing; }
+    QCoro::Task<std::optional<VisualHighlight>>
+    highlightPlacementFromScreenshot(std::optional<std::int32_t>, QPointF,
+                                     std::stop_token) override {
+        ++screenshots;
+        const auto given = seen;
+        co_return given;
+    }
+};
+
+/// A task under way, and what it gave.
+template<typename Result>
+class Running {
+  public:
+    explicit Running(QCoro::Task<Result> task) { drive(std::move(task), m_result); }
+
+    [[nodiscard]] bool hasEnded() const { return m_result->has_value(); }
+
+    /// Runs the event loop until there is a result; the clock stands still meanwhile.
+    [[nodiscard]] Result result() const {
+        for (const QDeadlineTimer guard(20'000); !hasEnded() && !guard.hasExpired();)
+            turnOnce();
+        if (!hasEnded()) throw std::runtime_error("the task does not end");
+        return **m_result;
+    }
+
+    static void turnOnce() {
+        QCoreApplication::processEvents();
+        QThread::msleep(1);
+    }
+
+  private:
+    static QCoro::Task<> drive(QCoro::Task<Result> task,
+                               std::shared_ptr<std::optional<Result>> result) {
+        *result = co_await task;
+    }
+
+    std::shared_ptr<std::optional<Result>> m_result = std::make_shared<std::optional<Result>>();
+};
+
+class CaptureTest : public testing::Test {
+  protected:
+    static constexpr std::int32_t source = 42;
+
+    CaptureTest() {
+        workspace.frontmost = source;
+        identify(QStringLiteral("org.xfce.mousepad"));
+    }
+
+    void identify(const QString& identifier) {
+        workspace.applications[source] = {
+            .process = source, .identifier = identifier, .name = QStringLiteral("Source")};
+    }
+
+    ScriptedElement& focus() {
+        accessibility.focusedName = QStringLiteral("field");
+        return accessibility.element(QStringLiteral("field"));
+    }
+
+    void select(const QString& text) {
+        focus().text = text;
+        focus().range = TextRange{.location = 0, .length = text.size()};
+    }
+
+    void highlight(const QString& text, std::uint64_t timestamp = 1) {
+        primary.owner = source;
+        primary.highlight = {.text = text, .ownership = {.window = 7, .timestamp = timestamp}};
+    }
+
+    [[nodiscard]] Running<QString> startHotKey() {
+        return Running<QString>(service->captureSelectedTextForHotKey(source, stop.get_token()));
+    }
+    [[nodiscard]] QString hotKey() { return startHotKey().result(); }
+    [[nodiscard]] QString noteSave() {
+        return Running<QString>(service->captureSelectedTextForNoteSave(source, stop.get_token()))
+            .result();
+    }
+    [[nodiscard]] SelectionSnapshot selection(bool useScreenGeometry = false) {
+        return Running<SelectionSnapshot>(service->captureSelection(source, std::nullopt,
+                                                                    useScreenGeometry,
+                                                                    stop.get_token()))
+            .result();
+    }
+
+    void waitUntilHanging() {
+        for (const QDeadlineTimer guard(20'000); accessibility.hanging == 0;) {
+            ASSERT_FALSE(guard.hasExpired());
+            Running<QString>::turnOnce();
+        }
+    }
+
+    [[nodiscard]] static QByteArray contentOf(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    [[nodiscard]] QByteArray placeLog() const { return contentOf(folder.filePath("place.log")); }
+
+    QTemporaryDir folder;
+    ManualClock clock;
+    ScriptedAccessibility accessibility;
+    ScriptedPrimarySelection primary;
+    FakeWorkspace workspace;
+    FakeCopyShortcut copyShortcut;
+    FakeSurroundings surroundings;
+    CaptureLog log{clock, folder.filePath("library/capture-debug.log"),
+                   folder.filePath("place.log")};
+    std::stop_source stop;
+    std::unique_ptr<TextCaptureService> service =
+        std::make_unique<TextCaptureService>(TextCaptureService::Services{
+            clock, accessibility, primary, workspace, copyShortcut, surroundings, log});
+};
+
+} // namespace vorq

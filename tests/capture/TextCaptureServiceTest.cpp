@@ -1,0 +1,407 @@
+#include "capture/CaptureFixture.h"
+
+namespace vorq {
+namespace {
+
+using namespace std::chrono_literals;
+
+class HotKeyCapture : public CaptureTest {};
+class NoteCaptureText : public CaptureTest {};
+class SelectionSnapshots : public CaptureTest {};
+
+TEST_F(HotKeyCapture, GivesTheSelectedTextOfTheFocusedElementTrimmed) {
+    select("  some words \n");
+
+    EXPECT_EQ(hotKey(), "some words");
+    EXPECT_EQ(primary.reads, 0);
+    EXPECT_EQ(copyShortcut.copies, 0);
+}
+
+TEST_F(HotKeyCapture, ReadsNothingWithoutTrust) {
+    select("some words");
+    highlight("some words");
+    identify("firefox-esr");
+    accessibility.trusted = false;
+
+    EXPECT_EQ(hotKey(), "");
+    EXPECT_THAT(accessibility.reads(), testing::IsEmpty());
+    EXPECT_EQ(primary.reads, 0);
+    EXPECT_EQ(copyShortcut.copies, 0);
+}
+
+TEST_F(HotKeyCapture, NeverWalksTheTree) {
+    focus();
+    accessibility.element("application").text = "elsewhere";
+
+    EXPECT_EQ(hotKey(), "");
+    EXPECT_THAT(accessibility.reads(), testing::Not(testing::Contains(QString("application"))));
+}
+
+TEST_F(HotKeyCapture, TakesTheHighlightOfTheSourceWhenAccessibilitySaysNothing) {
+    highlight(" highlighted\n");
+
+    EXPECT_EQ(hotKey(), "highlighted");
+    EXPECT_EQ(copyShortcut.copies, 0);
+}
+
+TEST_F(HotKeyCapture, LeavesTheHighlightOfAnotherProcess) {
+    highlight("of another");
+    primary.owner = source + 1;
+
+    EXPECT_EQ(hotKey(), "");
+}
+
+TEST_F(HotKeyCapture, BelievesAnElementThatSaysThatNothingIsSelected) {
+    highlight("old text");
+    focus().text = "";
+    focus().range = TextRange{.location = 3, .length = 0};
+
+    EXPECT_EQ(hotKey(), "");
+    EXPECT_EQ(primary.reads, 0);
+}
+
+TEST_F(HotKeyCapture, TakesAHighlightOnceWhileThePanelStaysOpen) {
+    surroundings.showing = 1;
+    highlight("highlighted");
+
+    EXPECT_EQ(hotKey(), "highlighted");
+    EXPECT_EQ(hotKey(), "");
+    highlight("highlighted", 2);
+    EXPECT_EQ(hotKey(), "highlighted");
+}
+
+TEST_F(HotKeyCapture, TakesAHighlightAgainWhenThePanelIsOpenedAnew) {
+    surroundings.showing = 1;
+    highlight("highlighted");
+    EXPECT_EQ(hotKey(), "highlighted");
+
+    surroundings.showing = 2;
+    EXPECT_EQ(hotKey(), "highlighted");
+}
+
+TEST_F(HotKeyCapture, TreatsABlankHighlightAsNone) {
+    highlight(" \n\t");
+
+    EXPECT_EQ(hotKey(), "");
+}
+
+TEST_F(HotKeyCapture, SendsTheCopyShortcutToBrowsersOnly) {
+    copyShortcut.text = "copied";
+    EXPECT_EQ(hotKey(), "");
+    EXPECT_EQ(copyShortcut.copies, 0);
+
+    identify("Chromium");
+    EXPECT_EQ(hotKey(), "copied");
+    EXPECT_EQ(copyShortcut.copies, 1);
+}
+
+TEST_F(HotKeyCapture, WithoutASourceGoesByTheApplicationInFront) {
+    copyShortcut.text = "copied";
+    identify("firefox-esr");
+
+    const Running<QString> running(service->captureSelectedTextForHotKey({}, {}));
+    EXPECT_EQ(running.result(), "copied");
+    EXPECT_THAT(accessibility.reads(), testing::Contains(QString("system-wide focusedElement")));
+}
+
+TEST_F(HotKeyCapture, WithoutASourceTakesTheHighlightOfTheApplicationInFront) {
+    highlight("highlighted");
+
+    const Running<QString> running(service->captureSelectedTextForHotKey({}, {}));
+    EXPECT_EQ(running.result(), "highlighted");
+}
+
+TEST_F(HotKeyCapture, GivesAnApplicationThatHangsAQuarterOfASecond) {
+    accessibility.hangs = true;
+    const Running<QString> running = startHotKey();
+    waitUntilHanging();
+    clock.advance(TextCaptureService::captureLimit - 1ms);
+    EXPECT_FALSE(running.hasEnded());
+
+    clock.advance(1ms);
+    EXPECT_EQ(running.result(), "");
+    EXPECT_EQ(clock.pendingTimers(), 0U);
+}
+
+TEST_F(HotKeyCapture, GoesOnToTheHighlightWhenAccessibilityTakesTooLong) {
+    accessibility.hangs = true;
+    highlight("highlighted");
+    const Running<QString> running = startHotKey();
+    waitUntilHanging();
+
+    clock.advance(TextCaptureService::accessibilityLimit);
+    EXPECT_EQ(running.result(), "highlighted");
+}
+
+TEST_F(HotKeyCapture, GivesAHighlightThatHangsTheRestOfTheTime) {
+    primary.hangs = true;
+    const Running<QString> running = startHotKey();
+    for (const QDeadlineTimer guard(20'000); primary.hanging == 0;) {
+        ASSERT_FALSE(guard.hasExpired());
+        Running<QString>::turnOnce();
+    }
+
+    clock.advance(TextCaptureService::captureLimit);
+    EXPECT_EQ(running.result(), "");
+}
+
+TEST_F(HotKeyCapture, ReadsAgainAfterAnApplicationThatHung) {
+    accessibility.hangs = true;
+    const Running<QString> first = startHotKey();
+    waitUntilHanging();
+    clock.advance(TextCaptureService::captureLimit);
+    EXPECT_EQ(first.result(), "");
+
+    accessibility.hangs = false;
+    select("some words");
+    EXPECT_EQ(hotKey(), "some words");
+}
+
+TEST_F(HotKeyCapture, EndsAtOnceWhenStopped) {
+    accessibility.hangs = true;
+    identify("firefox-esr");
+    const Running<QString> running = startHotKey();
+    waitUntilHanging();
+
+    stop.request_stop();
+    EXPECT_EQ(running.result(), "");
+    EXPECT_EQ(copyShortcut.copies, 0);
+    EXPECT_EQ(clock.pendingTimers(), 0U);
+}
+
+TEST_F(HotKeyCapture, ASecondCaptureWaitsForTheFirstAndIsRightAfterIt) {
+    accessibility.hangs = true;
+    const Running<QString> first = startHotKey();
+    waitUntilHanging();
+    std::stop_source secondStop;
+    const Running<QString> second(
+        service->captureSelectedTextForHotKey(source, secondStop.get_token()));
+    stop.request_stop();
+    EXPECT_EQ(first.result(), "");
+
+    accessibility.hangs = false;
+    secondStop.request_stop();
+    EXPECT_EQ(second.result(), "");
+}
+
+TEST_F(HotKeyCapture, TouchesNothingAfterTheServiceIsGone) {
+    accessibility.hangs = true;
+    identify("firefox-esr");
+    const Running<QString> running = startHotKey();
+    waitUntilHanging();
+
+    service.reset();
+    EXPECT_EQ(running.result(), "");
+    EXPECT_EQ(copyShortcut.copies, 0);
+}
+
+TEST_F(HotKeyCapture, TouchesNothingWhenTheServiceGoesWhileItCopies) {
+    identify("firefox-esr");
+    copyShortcut.text = "copied";
+    copyShortcut.onCopy = [this] { service.reset(); };
+
+    EXPECT_EQ(startHotKey().result(), "copied");
+    EXPECT_EQ(service, nullptr);
+}
+
+TEST_F(NoteCaptureText, TakesTheLongerOfBothTexts) {
+    select("short");
+    copyShortcut.text = "quite a bit longer";
+    EXPECT_EQ(noteSave(), "quite a bit longer");
+
+    copyShortcut.text = "tiny";
+    EXPECT_EQ(noteSave(), "short");
+}
+
+TEST_F(NoteCaptureText, PrefersAccessibilityWhenBothAreEquallyLong) {
+    select("abcde");
+    copyShortcut.text = "vwxyz";
+
+    EXPECT_EQ(noteSave(), "abcde");
+    EXPECT_EQ(copyShortcut.copies, 1);
+}
+
+TEST_F(NoteCaptureText, GivesNothingWhenNothingIsFound) {
+    EXPECT_EQ(noteSave(), "");
+    EXPECT_EQ(copyShortcut.copies, 1);
+}
+
+TEST_F(NoteCaptureText, ReadsNothingWithoutTrust) {
+    copyShortcut.text = "copied";
+    accessibility.trusted = false;
+
+    EXPECT_EQ(noteSave(), "");
+    EXPECT_EQ(copyShortcut.copies, 0);
+}
+
+TEST_F(NoteCaptureText, NeverCopiesTheFilesOfTheFileManager) {
+    identify("com.apple.Finder");
+    copyShortcut.text = "file names";
+    highlight("file names");
+
+    EXPECT_EQ(noteSave(), "");
+    EXPECT_EQ(copyShortcut.copies, 0);
+    EXPECT_EQ(primary.reads, 0);
+}
+
+TEST_F(NoteCaptureText, CopiesFromTheFileManagerWhenTextIsSelectedThere) {
+    identify("com.apple.finder");
+    select("a name");
+    copyShortcut.text = "a longer name";
+
+    EXPECT_EQ(noteSave(), "a longer name");
+}
+
+TEST_F(NoteCaptureText, FindsASelectionAnywhereInTheTree) {
+    focus();
+    accessibility.element("application").childNames = QStringList{"pane"};
+    accessibility.element("pane").text = "in the pane";
+
+    EXPECT_EQ(noteSave(), "in the pane");
+}
+
+TEST_F(NoteCaptureText, TakesTheHighlightEachTime) {
+    surroundings.showing = 1;
+    highlight("highlighted");
+
+    EXPECT_EQ(noteSave(), "highlighted");
+    EXPECT_EQ(noteSave(), "highlighted");
+}
+
+TEST_F(NoteCaptureText, TreatsBlankTextAsNone) {
+    select(" \n ");
+
+    EXPECT_EQ(noteSave(), "");
+}
+
+TEST_F(SelectionSnapshots, StandAtTheMouseWithoutTrust) {
+    accessibility.trusted = false;
+    copyShortcut.text = "copied";
+
+    const SelectionSnapshot snapshot = selection(true);
+    EXPECT_EQ(snapshot.text, "");
+    EXPECT_EQ(snapshot.screenFrame, QRectF(280, 193, 40, 14));
+    EXPECT_EQ(snapshot.clickPoint, QPointF(300, 200));
+    EXPECT_EQ(snapshot.sourcePID, source);
+    EXPECT_FALSE(snapshot.hasReliablePlacement);
+    EXPECT_EQ(copyShortcut.copies, 0);
+    EXPECT_EQ(placeLog(), "2026-01-01 00:00:00 +0000 capture: not trusted\n");
+}
+
+TEST_F(SelectionSnapshots, StandAtTheBoundsThatAccessibilityGives) {
+    select(" words ");
+    focus().bounds.emplace_back(TextRange{.location = 0, .length = 7}, QRectF(100, 50, 60, 20));
+
+    const SelectionSnapshot snapshot = selection();
+    EXPECT_EQ(snapshot.text, "words");
+    EXPECT_EQ(snapshot.exactText, " words ");
+    EXPECT_EQ(snapshot.screenFrame, QRectF(100, 730, 60, 20));
+    EXPECT_EQ(snapshot.clickPoint, QPointF(130, 740));
+    EXPECT_EQ(snapshot.selectedRange, (TextRange{.location = 0, .length = 7}));
+    EXPECT_TRUE(snapshot.hasReliablePlacement);
+    EXPECT_EQ(copyShortcut.copies, 0);
+    EXPECT_THAT(placeLog().toStdString(),
+                testing::EndsWith("capture: AX-direct frame=(100.0, 730.0, 60.0, 20.0) "
+                                  "mouse=(300.0, 200.0)\n"));
+}
+
+TEST_F(SelectionSnapshots, TakeTheCopyAndThePlaceThatIsKnownAfterIt) {
+    copyShortcut.text = "copied";
+    copyShortcut.onCopy = [this] {
+        select(" exact ");
+        focus().bounds.emplace_back(TextRange{.location = 0, .length = 7}, QRectF(100, 50, 60, 20));
+    };
+    focus();
+
+    const SelectionSnapshot snapshot = selection();
+    EXPECT_EQ(snapshot.text, "copied");
+    EXPECT_EQ(snapshot.exactText, " exact ");
+    EXPECT_TRUE(snapshot.hasReliablePlacement);
+    EXPECT_THAT(placeLog().toStdString(),
+                testing::HasSubstr("capture: AX-after-copy frame=(100.0, 730.0, 60.0, 20.0) "
+                                   "rawAX=(100.0, 50.0, 60.0, 20.0) mouse=(300.0, 200.0)"));
+}
+
+TEST_F(SelectionSnapshots, TakeTheTextOfAccessibilityWhenNothingIsCopied) {
+    copyShortcut.onCopy = [this] {
+        select(" exact ");
+        focus().origin = QPointF(10, 20);
+        focus().extent = QSizeF(100, 30);
+    };
+    focus();
+
+    const SelectionSnapshot snapshot = selection();
+    EXPECT_EQ(snapshot.text, "exact");
+    EXPECT_EQ(snapshot.exactText, " exact ");
+    EXPECT_EQ(snapshot.screenFrame, QRectF(10, 750, 100, 24));
+    EXPECT_EQ(snapshot.clickPoint, QPointF(60, 762));
+    EXPECT_THAT(placeLog().toStdString(), testing::HasSubstr(" rawAX=nil "));
+}
+
+TEST_F(SelectionSnapshots, AreSoughtOnAPictureOnlyWhenThatIsWanted) {
+    copyShortcut.text = "copied";
+    surroundings.seen =
+        VisualHighlight{.screenFrame = QRectF(5, 6, 70, 20), .clickPoint = QPointF(40, 16)};
+
+    EXPECT_FALSE(selection(false).hasReliablePlacement);
+    EXPECT_EQ(surroundings.screenshots, 0);
+
+    const SelectionSnapshot snapshot = selection(true);
+    EXPECT_EQ(snapshot.screenFrame, QRectF(5, 6, 70, 20));
+    EXPECT_EQ(snapshot.clickPoint, QPointF(40, 16));
+    EXPECT_EQ(snapshot.exactText, "copied");
+    EXPECT_TRUE(snapshot.hasReliablePlacement);
+    EXPECT_THAT(placeLog().toStdString(),
+                testing::EndsWith(
+                    "capture: screenshot frame=(5.0, 6.0, 70.0, 20.0) mouse=(300.0, 200.0)\n"));
+}
+
+TEST_F(SelectionSnapshots, AreNotSoughtOnAPictureWithoutText) {
+    surroundings.seen = VisualHighlight{};
+
+    EXPECT_FALSE(selection(true).hasReliablePlacement);
+    EXPECT_EQ(surroundings.screenshots, 0);
+    EXPECT_THAT(placeLog().toStdString(),
+                testing::EndsWith("capture: FALLBACK to mouse anchor (280.0, 193.0, 40.0, 14.0) "
+                                  "copiedEmpty=true screenGeometry=true\n"));
+}
+
+TEST_F(SelectionSnapshots, TakeTheHighlightInsteadOfACopy) {
+    highlight(" highlighted ");
+
+    const SelectionSnapshot snapshot = selection();
+    EXPECT_EQ(snapshot.text, "highlighted");
+    EXPECT_EQ(copyShortcut.copies, 0);
+}
+
+TEST_F(SelectionSnapshots, AreEmptyWhenTheApplicationHangs) {
+    accessibility.hangs = true;
+    const Running<SelectionSnapshot> running(
+        service->captureSelection(source, QPointF(1, 2), false, stop.get_token()));
+    waitUntilHanging();
+    clock.advance(TextCaptureService::captureLimit);
+
+    EXPECT_EQ(running.result().text, "");
+    EXPECT_EQ(running.result().clickPoint, QPointF(1, 2));
+}
+
+TEST_F(CaptureTest, ItsOwnProcessIsNotForeign) {
+    workspace.frontmost = static_cast<std::int32_t>(QCoreApplication::applicationPid());
+    EXPECT_EQ(service->frontmostForeignProcess(), std::nullopt);
+
+    workspace.frontmost = source;
+    EXPECT_EQ(service->frontmostForeignProcess(), source);
+}
+
+TEST_F(CaptureTest, ApplicationsAreNamedByTheWorkspace) {
+    EXPECT_EQ(service->applicationName(source), "Source");
+    EXPECT_EQ(service->applicationName(source + 1), "");
+}
+
+TEST_F(CaptureTest, AnUnknownProcessIsNoFileManager) {
+    EXPECT_FALSE(service->isFinderSource(std::nullopt));
+    EXPECT_FALSE(service->isFinderSource(source + 1));
+}
+
+} // namespace
+} // namespace vorq
