@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QObject>
+#include <QPointF>
+
+#include <cstdint>
+
+namespace vorq {
+
+/// What a mouse button was pressed on.
+enum class PressedSurface {
+    /// Another program's window, or the desktop.
+    Foreign,
+    /// A bar of the desktop, which may show our status item without our knowing.
+    ForeignBar,
+    /// An ordinary window of ours.
+    OwnWindow,
+    /// A menu, a list or a tip of ours.
+    OwnMenu,
+    OwnStatusItem,
+};
+
+/// A left or right mouse button going down anywhere on the screens.
+struct ScreenPress {
+    /// In screen coordinates, see Screens.
+    QPointF at;
+    PressedSurface surface = PressedSurface::Foreign;
+    /// The window of ours, and the one that it is a dialog of; 0 for none.
+    std::uint64_t window = 0;
+    std::uint64_t parent = 0;
+};
+
+/// Notices mouse presses anywhere without taking them from whom they are meant for. Main thread
+/// only.
+class PressMonitor : public QObject {
+    Q_OBJECT
+
+  public:
+    using QObject::QObject;
+
+    /// Presses are told of from start() to stop(); both may be repeated.
+    virtual void start() = 0;
+    virtual void stop() = 0;
+
+  signals:
+    void pressed(const vorq::ScreenPress& press);
+};
+
+} // namespace vorq
