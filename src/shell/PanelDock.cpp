@@ -52,6 +52,16 @@ QRectF dockFrame(PanelDockTarget target, const QRectF& visibleFrame) {
     return centerFrame(visibleFrame);
 }
 
+QRectF clampedToScreen(const QRectF& frame, const QRectF& visibleFrame) {
+    if (visibleFrame.isEmpty()) return frame;
+    const QSizeF size = frame.size().boundedTo(visibleFrame.size());
+    const double x =
+        std::clamp(frame.left(), visibleFrame.left(), visibleFrame.right() - size.width());
+    const double y =
+        std::clamp(frame.top(), visibleFrame.top(), visibleFrame.bottom() - size.height());
+    return {QPointF(x, y), size};
+}
+
 PanelDockTarget dockFrom(const QRectF& frame, const QRectF& visibleFrame) {
     if (!(visibleFrame.width() > 0)) return PanelDockTarget::Left;
     if (frame.width() > largestSideSize.width() || frame.height() > largestSideSize.height())

@@ -17,6 +17,10 @@ enum class PanelDockTarget { Left, Center, Right };
 /// The panel's frame at a target, on whole points. The visible frame is what a screen leaves free.
 [[nodiscard]] QRectF dockFrame(PanelDockTarget target, const QRectF& visibleFrame);
 
+/// The frame made to lie within the visible frame, by moving it and, where it is larger, by
+/// shrinking it. An empty visible frame leaves it as it is.
+[[nodiscard]] QRectF clampedToScreen(const QRectF& frame, const QRectF& visibleFrame);
+
 /// The target that a window stands at or nearest to.
 [[nodiscard]] PanelDockTarget dockFrom(const QRectF& frame, const QRectF& visibleFrame);
 

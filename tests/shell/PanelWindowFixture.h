@@ -1,0 +1,137 @@
+#pragma once
+
+#include "platform/testing/ManualClock.h"
+#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedScreens.h"
+#include "platform/testing/ScriptedWorkspace.h"
+#include "shell/PanelWindowController.h"
+#include "shell/ShellNotifications.h"
+
+#include <gmock/gmock.h>
+
+#include <memory>
+
+namespace vorq {
+
+/// A panel's window that only notes what becomes of it.
+class NotedPanelWindow final : public PanelWindow {
+  public:
+    static constexpr std::uint64_t number = 90;
+
+    explicit NotedPanelWindow(ScriptedWorkspace& workspace) : m_workspace(workspace) {}
+
+    QRectF at;
+    bool wasAnimated = false;
+    bool isShown = false;
+    bool isAnotherOfOursActive = false;
+    PanelWindowInput* input = nullptr;
+    /// "front", "activate", "out", in order.
+    std::vector<std::string> calls;
+    std::vector<bool> dockDragging;
+
+    [[nodiscard]] std::uint64_t id() const override { return number; }
+    [[nodiscard]] QRectF frame() const override { return at; }
+    void setFrame(const QRectF& frame, bool isAnimated) override {
+        at = frame;
+        wasAnimated = isAnimated;
+    }
+    void orderFront() override {
+        isShown = true;
+        calls.emplace_back("front");
+    }
+    void activate() override {
+        calls.emplace_back("activate");
+        m_workspace.bringToFront(number);
+    }
+    void orderOut() override {
+        isShown = false;
+        calls.emplace_back("out");
+        if (isActive()) m_workspace.bringNoneToFront();
+    }
+    [[nodiscard]] bool isActive() const override { return m_workspace.activeWindow() == number; }
+    [[nodiscard]] bool isAnotherActive() const override { return isAnotherOfOursActive; }
+    void setDockDragging(bool isOn) override { dockDragging.push_back(isOn); }
+    void setInput(PanelWindowInput* newInput) override { input = newInput; }
+
+  private:
+    ScriptedWorkspace& m_workspace;
+};
+
+class NotedPresses final : public PressMonitor {
+  public:
+    bool isOn = false;
+
+    void start() override { isOn = true; }
+    void stop() override { isOn = false; }
+};
+
+/// A controller over a session of two applications, "writer" being in front at (200, 200).
+class PanelWindowFixture : public testing::Test {
+  protected:
+    static constexpr Workspace::ProcessId writer = 10;
+    static constexpr Workspace::ProcessId browser = 11;
+    static constexpr Workspace::ProcessId ours = 91;
+
+    ManualClock m_clock;
+    MemoryDefaults m_defaults;
+    ScriptedScreens m_screens;
+    ScriptedWorkspace m_workspace;
+    NotedPresses m_presses;
+    ShellNotifications m_notifications;
+    NotedPanelWindow m_window{m_workspace};
+    std::unique_ptr<PanelWindowController> m_controller;
+    int m_focusPrompts = 0;
+
+    void SetUp() override {
+        for (const Workspace::ProcessId process : {writer, browser, ours})
+            m_workspace.launch({.process = process, .identifier = {}, .name = {}});
+        m_workspace.launch({.process = NotedPanelWindow::number, .identifier = {}, .name = {}});
+        m_screens.windows[writer] = {200, 200, 800, 600};
+        m_screens.windows[browser] = {900, 200, 800, 600};
+        m_workspace.bringToFront(writer);
+        QObject::connect(&m_notifications, &ShellNotifications::vorqFocusPrompt,
+                         [this] { ++m_focusPrompts; });
+        start();
+    }
+
+    void start() {
+        m_controller = std::make_unique<PanelWindowController>(
+            PanelWindowController::Platform{.clock = m_clock,
+                                            .defaults = m_defaults,
+                                            .screens = m_screens,
+                                            .workspace = m_workspace,
+                                            .presses = m_presses,
+                                            .notifications = m_notifications,
+                                            .process = ours},
+            m_window);
+    }
+
+    void clickAt(QPointF at, PressedSurface surface = PressedSurface::Foreign,
+                 std::uint64_t window = 0, std::uint64_t parent = 0) {
+        emit m_presses.pressed({.at = at, .surface = surface, .window = window, .parent = parent});
+        m_clock.settle();
+    }
+
+    bool mouse(PanelMouse::Kind kind, QPointF at, double seconds,
+               PanelPressTarget target = PanelPressTarget::Plain) {
+        return m_window.input->mouse({.kind = kind,
+                                      .at = at,
+                                      .yInWindow = at.y() - m_window.at.top(),
+                                      .target = target,
+                                      .seconds = seconds});
+    }
+
+    /// Slowly, from the panel's middle; answers whether the release was swallowed.
+    bool drag(QPointF by) {
+        const QPointF from = m_window.at.center();
+        mouse(PanelMouse::Kind::Down, from, 0);
+        mouse(PanelMouse::Kind::Dragged, from + by, 2);
+        return mouse(PanelMouse::Kind::Up, from + by, 3);
+    }
+
+    [[nodiscard]] QRectF docked(PanelDockTarget target, std::size_t screen = 0) const {
+        return dockFrame(target, m_screens.all[screen].visibleFrame);
+    }
+};
+
+} // namespace vorq
