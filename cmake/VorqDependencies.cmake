@@ -8,8 +8,8 @@ find_package(ICU REQUIRED COMPONENTS uc)
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 # X11: hot keys, windows of other programs, selections
-pkg_check_modules(Xcb REQUIRED IMPORTED_TARGET xcb xcb-ewmh xcb-keysyms xcb-randr xcb-res xcb-xfixes
-                  xcb-xinput xcb-xtest)
+pkg_check_modules(Xcb REQUIRED IMPORTED_TARGET xcb xcb-ewmh xcb-keysyms xcb-randr xcb-res xcb-shape
+                  xcb-xfixes xcb-xinput xcb-xtest)
 if(VORQ_TESTS OR VORQ_FUZZ)
   find_package(GTest REQUIRED)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Network QuickTest Test)

@@ -28,10 +28,9 @@ xcb_window_t rootOfScreen(xcb_connection_t* connection, int number) {
 } // namespace
 
 X11Connection::X11Connection() {
-    int screen = 0;
-    m_connection = xcb_connect(nullptr, &screen);
+    m_connection = xcb_connect(nullptr, &m_screen);
     if (isUsable()) {
-        m_root = rootOfScreen(m_connection, screen);
+        m_root = rootOfScreen(m_connection, m_screen);
         return;
     }
     xcb_disconnect(m_connection);

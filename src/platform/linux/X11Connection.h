@@ -34,6 +34,9 @@ class X11Connection {
 
     [[nodiscard]] Window root() const { return m_root; }
 
+    /// The number of the screen in the sense of X, which is 0 nearly everywhere.
+    [[nodiscard]] int screen() const { return m_screen; }
+
     /// 0 if the connection is broken.
     [[nodiscard]] Atom atom(const QByteArray& name) const;
 
@@ -49,6 +52,7 @@ class X11Connection {
   private:
     xcb_connection_t* m_connection = nullptr;
     Window m_root = 0;
+    int m_screen = 0;
 };
 
 } // namespace vorq

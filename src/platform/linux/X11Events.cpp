@@ -1,0 +1,32 @@
+#include "platform/linux/X11Events.h"
+
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+
+namespace vorq {
+
+X11Events::X11Events(Handler handler) : m_handler(std::move(handler)) {
+    if (!m_connection.isUsable()) return;
+    const int descriptor = xcb_get_file_descriptor(m_connection.get());
+    m_notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
+                     [this] { take(); });
+}
+
+void X11Events::watchRootProperties() {
+    if (!m_connection.isUsable()) return;
+    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(m_connection.get(), m_connection.root(), XCB_CW_EVENT_MASK, &mask);
+    xcb_flush(m_connection.get());
+}
+
+void X11Events::take() {
+    while (xcb_generic_event_t* event = xcb_poll_for_event(m_connection.get())) {
+        const std::unique_ptr<xcb_generic_event_t, decltype(&std::free)> owned(event, &std::free);
+        m_handler(*owned);
+    }
+    if (!m_connection.isUsable()) m_notifier->setEnabled(false);
+}
+
+} // namespace vorq
