@@ -1,0 +1,232 @@
+#include "shell/QuickPanelWindow.h"
+
+#include "platform/OverlayHints.h"
+#include "platform/Screens.h"
+#include "shell/RoundedRows.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QQuickItem>
+#include <QResizeEvent>
+
+#include <cmath>
+
+namespace vorq {
+namespace {
+
+constexpr int motionMilliseconds = 280;
+constexpr double millisecondsPerSecond = 1000;
+
+// Answers nothing for what is no text.
+std::optional<PanelPressTarget> textTarget(const QQuickItem& item) {
+    const bool isText = item.inherits("QQuickTextEdit") || item.inherits("QQuickTextInput");
+    if (isText)
+        return item.property("readOnly").toBool() ? PanelPressTarget::SelectableText
+                                                  : PanelPressTarget::EditableText;
+    // Views whose text is not one of Qt's own items say so.
+    if (item.property("isSelectableText").toBool()) return PanelPressTarget::SelectableText;
+    return std::nullopt;
+}
+
+// The innermost visible item that holds the point, in its own coordinates.
+QQuickItem* itemAt(QQuickItem* item, QPointF point) {
+    for (QQuickItem* inside = item; inside != nullptr;) {
+        item = inside;
+        inside = item->childAt(point.x(), point.y());
+        if (inside != nullptr) point = inside->mapFromItem(item, point);
+    }
+    return item;
+}
+
+} // namespace
+
+QuickPanelWindow::QuickPanelWindow(const Platform& platform, QQmlEngine* engine)
+    : QQuickView(engine, nullptr), m_platform(platform) {
+    setTitle(QStringLiteral("Vorq"));
+    setResizeMode(SizeRootObjectToView);
+    setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    // Also where nothing is translucent yet: a compositor may come later, and the kind of a window
+    // is settled when it is made.
+    QSurfaceFormat withAlpha = format();
+    withAlpha.setAlphaBufferSize(8);
+    setFormat(withAlpha);
+    setColor(Qt::transparent);
+    // The window manager must not give it the keyboard unasked: it is asked for when it is shown.
+    setProperty("_q_showWithoutActivating", true);
+    m_motion.setDuration(motionMilliseconds);
+    m_motion.setEasingCurve(QEasingCurve::OutCubic);
+    connect(&m_motion, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
+        setGeometry(m_platform.screens.flipped(value.toRectF()).toRect());
+    });
+    connect(&m_platform.compositor, &Compositor::changed, this, [this] {
+        applyTier();
+        emit tierChanged();
+    });
+}
+
+QuickPanelWindow::~QuickPanelWindow() {
+    setInput(nullptr);
+    setDockDragging(false);
+}
+
+void QuickPanelWindow::prepare() {
+    create();
+    applyTier();
+    // Loads what the first frame needs: fonts, images, layouts.
+    grabWindow();
+}
+
+QString QuickPanelWindow::tier() const {
+    switch (m_platform.compositor.translucency()) {
+    case Translucency::None:
+        return QStringLiteral("opaque");
+    case Translucency::Plain:
+        return QStringLiteral("noblur");
+    case Translucency::Blurred:
+        return QStringLiteral("blur");
+    }
+    return {};
+}
+
+void QuickPanelWindow::applyTier() {
+    if (handle() == nullptr) return;
+    const double scale = devicePixelRatio();
+    const QSize pixels(static_cast<int>(std::lround(width() * scale)),
+                       static_cast<int>(std::lround(height() * scale)));
+    const std::vector<QRect> rounded = roundedRows(pixels, cornerRadius * scale);
+    const Translucency translucency = m_platform.compositor.translucency();
+    const bool isOpaque = translucency == Translucency::None;
+    const bool isBlurred = translucency == Translucency::Blurred;
+    m_platform.hints.setShape(id(), isOpaque ? rounded : std::vector<QRect>());
+    m_platform.hints.setBlurBehind(id(), isBlurred ? rounded : std::vector<QRect>());
+}
+
+void QuickPanelWindow::setFrame(const QRectF& frame, bool isAnimated) {
+    m_motion.stop();
+    m_frame = frame;
+    const QRect target = m_platform.screens.flipped(frame).toRect();
+    if (!isAnimated || m_isMotionReduced || !isVisible()) {
+        setGeometry(target);
+        return;
+    }
+    if (geometry() == target) return;
+    m_motion.setStartValue(m_platform.screens.flipped(QRectF(geometry())));
+    m_motion.setEndValue(frame);
+    m_motion.start();
+}
+
+void QuickPanelWindow::orderFront() {
+    if (!isVisible()) {
+        create();
+        m_platform.hints.prepare(id());
+        show();
+    }
+    raise();
+}
+
+void QuickPanelWindow::activate() {
+    requestActivate();
+    m_platform.hints.takeFocus(id());
+}
+
+void QuickPanelWindow::orderOut() {
+    m_motion.stop();
+    hide();
+}
+
+bool QuickPanelWindow::isAnotherActive() const {
+    const QWindow* active = QGuiApplication::focusWindow();
+    return active != nullptr && active != this;
+}
+
+void QuickPanelWindow::setDockDragging(bool isOn) {
+    if (isOn == m_isDockDragging) return;
+    m_isDockDragging = isOn;
+    if (isOn)
+        QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
+    emit dockDraggingChanged();
+}
+
+void QuickPanelWindow::setInput(PanelWindowInput* input) {
+    if (input == m_input) return;
+    if (m_input == nullptr) qGuiApp->installEventFilter(this);
+    if (input == nullptr) qGuiApp->removeEventFilter(this);
+    m_input = input;
+}
+
+bool QuickPanelWindow::event(QEvent* event) {
+    if (m_input == nullptr) return QQuickView::event(event);
+    switch (event->type()) {
+    case QEvent::ShortcutOverride:
+        // No shortcut of the view comes before the rule for Escape.
+        if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+            event->accept();
+            return true;
+        }
+        break;
+    case QEvent::KeyPress:
+        if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape && m_input->escapePressed())
+            return true;
+        break;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonRelease:
+        if (takeMouse(*static_cast<QMouseEvent*>(event))) return true;
+        break;
+    default:
+        break;
+    }
+    return QQuickView::event(event);
+}
+
+bool QuickPanelWindow::eventFilter(QObject* watched, QEvent* event) {
+    const bool isMouse =
+        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease;
+    if (isMouse && m_input != nullptr && watched->isWindowType() && watched != this)
+        m_input->mouseElsewhere();
+    return QQuickView::eventFilter(watched, event);
+}
+
+void QuickPanelWindow::resizeEvent(QResizeEvent* event) {
+    QQuickView::resizeEvent(event);
+    applyTier();
+}
+
+bool QuickPanelWindow::takeMouse(QMouseEvent& event) {
+    using Kind = PanelMouse::Kind;
+    const bool isMove = event.type() == QEvent::MouseMove;
+    const bool isLeft =
+        isMove ? event.buttons().testFlag(Qt::LeftButton) : event.button() == Qt::LeftButton;
+    if (!isLeft) return false;
+    const bool isPress = event.type() == QEvent::MouseButtonPress;
+    const Kind released = isPress ? Kind::Down : Kind::Up;
+    const bool wasDragging = m_isDockDragging;
+    const bool isSwallowed =
+        m_input->mouse({.kind = isMove ? Kind::Dragged : released,
+                        .at = m_platform.screens.flipped(event.globalPosition()),
+                        .yInWindow = height() - event.position().y(),
+                        .target = isPress ? pressTarget(event.position()) : PanelPressTarget::Plain,
+                        .seconds = static_cast<double>(event.timestamp()) / millisecondsPerSecond});
+    if (m_isDockDragging && !wasDragging) releaseGrabs(event);
+    return isSwallowed;
+}
+
+// What was pressed when the drag began never sees the button go up.
+void QuickPanelWindow::releaseGrabs(QMouseEvent& event) {
+    for (const QEventPoint& point : event.points()) {
+        event.setExclusiveGrabber(point, nullptr);
+        event.clearPassiveGrabbers(point);
+    }
+}
+
+PanelPressTarget QuickPanelWindow::pressTarget(QPointF inWindow) const {
+    const QQuickItem* item = itemAt(contentItem(), inWindow);
+    for (; item != nullptr; item = item->parentItem())
+        if (const std::optional<PanelPressTarget> target = textTarget(*item)) return *target;
+    return PanelPressTarget::Plain;
+}
+
+} // namespace vorq

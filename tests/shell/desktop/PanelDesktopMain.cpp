@@ -1,0 +1,39 @@
+// These tests draw on a desktop of their own, which must be there before Qt connects to it.
+
+#include "desktop/DesktopSession.h"
+#include "shell/desktop/PanelDesktopFixture.h"
+
+#include <QGuiApplication>
+
+#include <gmock/gmock.h>
+
+#include <iostream>
+
+namespace {
+
+vorq::desktop::DesktopSession* theSession = nullptr;
+
+} // namespace
+
+namespace vorq {
+
+desktop::DesktopSession& desktopSession() {
+    return *theSession;
+}
+
+} // namespace vorq
+
+int main(int argc, char** argv) {
+    testing::InitGoogleMock(&argc, argv);
+    try {
+        vorq::desktop::DesktopSession session({.screen = {1920, 1080}});
+        theSession = &session;
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        qputenv("QT_QUICK_BACKEND", "software");
+        const QGuiApplication application(argc, argv);
+        return RUN_ALL_TESTS();
+    } catch (const std::exception& problem) {
+        std::cerr << problem.what() << '\n';
+        return 1;
+    }
+}
