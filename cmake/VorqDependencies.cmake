@@ -7,6 +7,8 @@ find_package(simdjson REQUIRED)
 find_package(ICU REQUIRED COMPONENTS uc)
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
+# inline marks of replies
+pkg_check_modules(MD4C REQUIRED IMPORTED_TARGET md4c)
 # X11: hot keys, windows of other programs, selections
 pkg_check_modules(Xcb REQUIRED IMPORTED_TARGET xcb xcb-ewmh xcb-keysyms xcb-randr xcb-res xcb-shape
                   xcb-xfixes xcb-xinput xcb-xtest)
