@@ -1,0 +1,103 @@
+// How files, pictures and links go between the panel and the rest of the desktop.
+
+#include "shell/PanelViewModel.h"
+
+#include <QBuffer>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QImage>
+#include <QMimeData>
+#include <QPointer>
+#include <QThreadPool>
+
+#include <expected>
+
+namespace vorq {
+namespace {
+
+using Loaded = std::expected<PromptAttachment, QString>;
+
+constexpr int jpegQuality = 72;
+
+// Small as PNG, which keeps letters sharp; a large picture goes as JPEG.
+std::optional<QString> dataURLOf(const QImage& image) {
+    for (const char* format : {"PNG", "JPEG"}) {
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        if (!image.save(&buffer, format, format[0] == 'J' ? jpegQuality : -1)) continue;
+        if (auto url = imageDataURL(bytes)) return url;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+void PanelViewModel::attachFiles(const QList<QUrl>& files) {
+    setShowAttachTray(false);
+    setNotice({});
+    for (const QUrl& file : files) {
+        if (file.isLocalFile() && !QFileInfo(file.toLocalFile()).isDir())
+            attachFile(file.toLocalFile());
+        else
+            setNotice(tr("%1: only files can be attached.").arg(file.toDisplayString()));
+    }
+    emit focusPromptWanted();
+}
+
+void PanelViewModel::attachFile(const QString& path) {
+    const QPointer<PanelViewModel> self(this);
+    QThreadPool::globalInstance()->start([self, path] {
+        const Loaded loaded = PromptAttachment::load(path);
+        // The application object outlives the pool's tasks; the view model may not.
+        QMetaObject::invokeMethod(qApp, [self, loaded] {
+            if (!self) return;
+            if (loaded)
+                self->m_attachments.append(*loaded);
+            else
+                self->setNotice(loaded.error());
+        });
+    });
+}
+
+void PanelViewModel::attachImage(const QImage& image) {
+    PromptAttachment attachment;
+    attachment.fileName = tr("Pasted image.png");
+    attachment.imageDataURL = dataURLOf(image);
+    if (attachment.imageDataURL)
+        m_attachments.append(attachment);
+    else
+        setNotice(tr("The picture is too large to attach."));
+}
+
+bool PanelViewModel::attachFromClipboard() {
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    if (!data) return false;
+    QList<QUrl> files;
+    for (const QUrl& url : data->urls())
+        if (url.isLocalFile()) files += url;
+    if (!files.isEmpty()) {
+        attachFiles(files);
+        return true;
+    }
+    // A word processor offers a picture of its text too; the text is what is meant.
+    if (!data->hasImage() || data->hasText()) return false;
+    attachImage(data->imageData().value<QImage>());
+    return true;
+}
+
+void PanelViewModel::copyText(const QString& text) const {
+    QGuiApplication::clipboard()->setText(text);
+}
+
+void PanelViewModel::openLink(const QString& address) const {
+    const QUrl url(address, QUrl::StrictMode);
+    const QString scheme = url.scheme();
+    if (!url.isValid()) return;
+    if (scheme == u"https" || scheme == u"http" || scheme == u"mailto")
+        QDesktopServices::openUrl(url);
+}
+
+} // namespace vorq

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QColor>
+#include <QObject>
+#include <QString>
+
+#include <optional>
+
+namespace vorq {
+
+class AppearanceSettings;
+
+/// What the desktop wants programs to look like. Nothing where it does not say.
+struct DesktopLook {
+    std::optional<bool> prefersDark;
+    std::optional<bool> allowsAnimations;
+
+    bool operator==(const DesktopLook&) const = default;
+};
+
+/// The look of the panel and of the other windows, worked out from what the user chose and what the
+/// desktop says. Colours are invalid where the theme's own apply. Main thread only.
+class PanelLook final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool panelIsDark READ panelIsDark NOTIFY changed)
+    Q_PROPERTY(bool appIsDark READ appIsDark NOTIFY changed)
+    Q_PROPERTY(bool isTinted READ isTinted NOTIFY changed)
+    Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY changed)
+    Q_PROPERTY(vorq::PanelLook::Tier tier READ tier NOTIFY changed)
+    Q_PROPERTY(QColor background READ background NOTIFY changed)
+    Q_PROPERTY(QColor userBlock READ userBlock NOTIFY changed)
+    Q_PROPERTY(QColor userInk READ userInk NOTIFY changed)
+    Q_PROPERTY(QColor assistantBlock READ assistantBlock NOTIFY changed)
+    Q_PROPERTY(QColor assistantInk READ assistantInk NOTIFY changed)
+
+  public:
+    /// How much the window system lets shine through: with blur behind, without it, or nothing.
+    enum class Tier { Blur, NoBlur, Opaque };
+    Q_ENUM(Tier)
+
+    /// The settings must outlive the look.
+    explicit PanelLook(AppearanceSettings& settings);
+
+    [[nodiscard]] bool panelIsDark() const;
+    [[nodiscard]] bool appIsDark() const;
+    [[nodiscard]] bool isTinted() const;
+    [[nodiscard]] bool reducesMotion() const { return !m_desktop.allowsAnimations.value_or(true); }
+    [[nodiscard]] Tier tier() const { return m_tier; }
+    [[nodiscard]] QColor background() const;
+    [[nodiscard]] QColor userBlock() const;
+    [[nodiscard]] QColor userInk() const;
+    [[nodiscard]] QColor assistantBlock() const;
+    [[nodiscard]] QColor assistantInk() const;
+
+    void setDesktop(const DesktopLook& desktop);
+    void setTier(Tier tier);
+
+  signals:
+    void changed();
+
+  private:
+    AppearanceSettings& m_settings;
+    DesktopLook m_desktop;
+    Tier m_tier = Tier::NoBlur;
+};
+
+} // namespace vorq

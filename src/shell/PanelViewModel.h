@@ -1,0 +1,135 @@
+#pragma once
+
+#include "shell/AttachmentList.h"
+#include "shell/PanelSelectionBridge.h"
+#include "support/TaskSlot.h"
+
+#include <QAbstractItemModel>
+#include <QObject>
+#include <QString>
+#include <QUrl>
+
+namespace vorq {
+
+class Clock;
+class VorqAppState;
+
+/// What the panel shows beside its messages, and what it does with what the user enters: the draft
+/// and its attachments, the rules of sending, the attach tray. Main thread only.
+class PanelViewModel final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString prompt READ prompt WRITE setPrompt NOTIFY promptChanged)
+    Q_PROPERTY(vorq::AttachmentList* attachments READ attachmentList CONSTANT)
+    Q_PROPERTY(vorq::PanelSelectionBridge* selection READ selection CONSTANT)
+    Q_PROPERTY(QAbstractItemModel* messages READ messages CONSTANT)
+    Q_PROPERTY(bool showAttachTray READ showAttachTray WRITE setShowAttachTray NOTIFY
+                   showAttachTrayChanged)
+    Q_PROPERTY(vorq::PanelViewModel::AttachTrayMode attachTrayMode READ attachTrayMode WRITE
+                   setAttachTrayMode NOTIFY attachTrayModeChanged)
+    Q_PROPERTY(bool canSend READ canSend NOTIFY canSendChanged)
+    Q_PROPERTY(QString promptPlaceholder READ promptPlaceholder NOTIFY promptPlaceholderChanged)
+    Q_PROPERTY(bool isResponding READ isResponding NOTIFY respondingChanged)
+    Q_PROPERTY(QString workLabel READ workLabel NOTIFY workLabelChanged)
+    Q_PROPERTY(bool promptBounce READ promptBounce NOTIFY promptBounceChanged)
+    /// What went wrong with an attachment, as a sentence; "" for nothing.
+    Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
+
+  public:
+    enum class AttachTrayMode { Root, Notes };
+    Q_ENUM(AttachTrayMode)
+
+    /// Both must outlive the view model.
+    PanelViewModel(VorqAppState& state, Clock& clock);
+    ~PanelViewModel() override;
+
+    [[nodiscard]] const QString& prompt() const { return m_prompt; }
+    [[nodiscard]] AttachmentList& attachments() { return m_attachments; }
+    [[nodiscard]] AttachmentList* attachmentList() { return &m_attachments; }
+    [[nodiscard]] PanelSelectionBridge* selection() { return &m_selection; }
+    [[nodiscard]] QAbstractItemModel* messages() const;
+    [[nodiscard]] bool showAttachTray() const { return m_showAttachTray; }
+    [[nodiscard]] AttachTrayMode attachTrayMode() const { return m_attachTrayMode; }
+    [[nodiscard]] bool canSend() const;
+    [[nodiscard]] QString promptPlaceholder() const;
+    [[nodiscard]] bool isResponding() const;
+    [[nodiscard]] QString workLabel() const;
+    [[nodiscard]] bool promptBounce() const { return m_promptBounce; }
+    [[nodiscard]] const QString& notice() const { return m_notice; }
+
+    void setPrompt(const QString& prompt);
+    void setShowAttachTray(bool shown);
+    void setAttachTrayMode(AttachTrayMode mode);
+
+    /// Sends the draft. Without an account nothing is sent and nothing lost.
+    Q_INVOKABLE void send();
+
+    /// Sends a label of a follow-up, leaving the draft alone.
+    Q_INVOKABLE void submitLabel(const QString& label);
+
+    Q_INVOKABLE void stopPanelResponse();
+    Q_INVOKABLE void ensurePanelGreeting();
+
+    /// Puts the prompt sent last into an empty draft; false if the draft is not empty or nothing
+    /// was sent.
+    Q_INVOKABLE bool recallLastPrompt();
+
+    /// An excerpt to ask more about, as a clip; it takes the place of the one before.
+    void addDeepenSelection(const QString& excerpt);
+
+    /// Reads the files off this thread; each becomes a clip as it is read, or a notice.
+    Q_INVOKABLE void attachFiles(const QList<QUrl>& files);
+
+    /// Takes files or a picture from the clipboard; false if it holds neither.
+    Q_INVOKABLE bool attachFromClipboard();
+
+    Q_INVOKABLE void removeAttachment(int row);
+    Q_INVOKABLE void copyText(const QString& text) const;
+
+    /// Opens a web address in the user's browser; any other kind of address is left alone.
+    Q_INVOKABLE void openLink(const QString& address) const;
+
+  signals:
+    void promptChanged();
+    void showAttachTrayChanged();
+    void attachTrayModeChanged();
+    void canSendChanged();
+    void promptPlaceholderChanged();
+    void respondingChanged();
+    void workLabelChanged();
+    void promptBounceChanged();
+    void noticeChanged();
+
+    /// The user tried to send without an account: the tray should call attention.
+    void attentionWanted(bool signedIn);
+    /// The draft has gone out.
+    void composerSent();
+    /// The user wants to choose files; a list of types, or pictures alone.
+    void filesWanted(bool picturesOnly);
+    /// The prompt should take the keyboard.
+    void focusPromptWanted();
+
+  private:
+    void connectState();
+    [[nodiscard]] bool mayTalk() const;
+    void bounce();
+    void dispatch();
+    void syncStudyNoteClip();
+    void attachFile(const QString& path);
+    void attachImage(const QImage& image);
+    void setNotice(const QString& sentence);
+
+    VorqAppState& m_state;
+    Clock& m_clock;
+    AttachmentList m_attachments;
+    PanelSelectionBridge m_selection;
+    QString m_prompt;
+    QString m_lastPrompt;
+    QString m_notice;
+    bool m_showAttachTray = false;
+    AttachTrayMode m_attachTrayMode = AttachTrayMode::Root;
+    bool m_promptBounce = false;
+    std::optional<QUuid> m_studyClip; // the note whose clip is among the attachments
+    TaskSlot m_bounceTask;
+};
+
+} // namespace vorq

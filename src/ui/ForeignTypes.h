@@ -1,0 +1,42 @@
+#pragma once
+
+#include "shell/AttachmentList.h"
+#include "shell/PanelLook.h"
+#include "shell/PanelSelectionBridge.h"
+#include "shell/PanelViewModel.h"
+
+#include <QtQml/qqml.h>
+
+namespace vorq {
+
+// Names the types of the shell to the pages, which the shell itself knows nothing of.
+
+struct PanelViewModelForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::PanelViewModel)
+    QML_NAMED_ELEMENT(PanelViewModel)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct PanelLookForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::PanelLook)
+    QML_NAMED_ELEMENT(PanelLook)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct PanelSelectionBridgeForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::PanelSelectionBridge)
+    QML_NAMED_ELEMENT(PanelSelectionBridge)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct AttachmentListForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::AttachmentList)
+    QML_NAMED_ELEMENT(AttachmentList)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+} // namespace vorq

@@ -1,0 +1,46 @@
+#include "ui/UiContext.h"
+
+#include "ui/native/Fonts.h"
+#include "ui/native/ShadowProvider.h"
+
+#include <QJSEngine>
+#include <QQmlEngine>
+#include <QQuickStyle>
+#include <QQuickWindow>
+
+// Generated with the modules; named here so that the linker keeps them.
+void qml_register_types_Vorq_Native();
+
+namespace vorq {
+namespace {
+
+constexpr const char* contextProperty = "vorqUiContext";
+
+} // namespace
+
+void prepareUi() {
+    // The templates would otherwise take on the desktop's own look.
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+}
+
+void UiContext::install(QQmlEngine& engine) {
+    [[maybe_unused]] static void (*volatile const keep)() = &qml_register_types_Vorq_Native;
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.setProperty(contextProperty, QVariant::fromValue<QObject*>(this));
+    engine.addImageProvider(QStringLiteral("shadow"), new ShadowProvider);
+}
+
+UiContext* UiContext::create(QQmlEngine* engine, QJSEngine*) {
+    auto* context =
+        qobject_cast<UiContext*>(qvariant_cast<QObject*>(engine->property(contextProperty)));
+    Q_ASSERT_X(context, "UiContext", "no context was installed in this engine");
+    QJSEngine::setObjectOwnership(context, QJSEngine::CppOwnership);
+    return context;
+}
+
+double UiContext::points(double pixels) const {
+    return Fonts::points(pixels);
+}
+
+} // namespace vorq

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "shell/PanelLook.h"
+#include "shell/PanelViewModel.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QtQml/qqmlregistration.h>
+
+class QJSEngine;
+class QQmlEngine;
+
+namespace vorq {
+
+/// What the pages know of the program, as the singleton `App`. Main thread only.
+class UiContext final : public QObject {
+    Q_OBJECT
+    QML_NAMED_ELEMENT(App)
+    QML_SINGLETON
+    Q_PROPERTY(vorq::PanelViewModel* panel READ panel CONSTANT)
+    Q_PROPERTY(vorq::PanelLook* look READ look CONSTANT)
+
+  public:
+    /// Both must outlive the context.
+    UiContext(PanelViewModel& panel, PanelLook& look) : m_panel(panel), m_look(look) {}
+
+    [[nodiscard]] PanelViewModel* panel() const { return &m_panel; }
+    [[nodiscard]] PanelLook* look() const { return &m_look; }
+
+    /// Prepares an engine to load pages over this context, which must outlive the engine. Also call
+    /// prepareUi() once, before any engine is made.
+    void install(QQmlEngine& engine);
+
+    static UiContext* create(QQmlEngine* engine, QJSEngine*);
+
+    /// Sizes in points for a size in logical pixels, which has fractions.
+    Q_INVOKABLE [[nodiscard]] double points(double pixels) const;
+
+  private:
+    PanelViewModel& m_panel;
+    PanelLook& m_look;
+};
+
+/// Chooses the style of controls and how text is drawn. Before the first engine.
+void prepareUi();
+
+} // namespace vorq

@@ -1,0 +1,62 @@
+import QtQuick
+import Vorq
+import Vorq.Native
+
+// What is attached to a prompt, with a way to take it off.
+Squircle {
+    id: clip
+
+    required property string kind // "photo", "doc", "note" or "deepen"
+    required property string label
+    property string detail: ""
+    property real widest: 200
+    readonly property bool isTinted: kind === "deepen"
+    readonly property int sidePadding: 10
+    readonly property int gap: 6
+    readonly property real rimOpacity: 0.22
+
+    signal removed
+
+    implicitHeight: 30
+    implicitWidth: sidePadding + row.width
+    radius: Theme.radiusTile
+    fillTop: isTinted ? Theme.accentSoft : Theme.track
+    rimTop: isTinted ? Theme.withAlpha(Theme.accentInk, rimOpacity) : Theme.hairline
+    rimBottom: rimTop
+    Accessible.role: Accessible.StaticText
+    Accessible.name: label
+    Accessible.description: detail
+
+    Row {
+        id: row
+        x: clip.sidePadding
+        height: parent.height
+        spacing: clip.gap
+
+        Ico {
+            anchors.verticalCenter: parent.verticalCenter
+            name: clip.kind
+            size: 15
+            color: clip.isTinted ? Theme.accentInk : Theme.ink2
+        }
+        Txt {
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.min(implicitWidth, clip.widest)
+            text: clip.label
+            size: Theme.metaSize
+            font.weight: Font.Medium
+            color: clip.isTinted ? Theme.accentInk : Theme.ink
+            elide: Text.ElideMiddle
+            Accessible.ignored: true
+        }
+        IconButton {
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("Remove %1").arg(clip.label)
+            iconName: "close"
+            size: 26
+            slack: 3
+            iconSize: 10
+            onClicked: clip.removed()
+        }
+    }
+}

@@ -1,0 +1,20 @@
+import QtQuick
+import Vorq
+import Vorq.Native
+
+// The ring round what has the keyboard.
+Rectangle {
+    id: ring
+
+    property real around: Theme.radiusControl
+    property real gap: 2
+    readonly property int thickness: 2
+
+    anchors.fill: parent
+    anchors.margins: -(gap + thickness)
+    radius: around + gap + thickness
+    color: "transparent"
+    border.width: thickness
+    border.color: Theme.focus
+    z: 10
+}

@@ -1,0 +1,40 @@
+import QtQuick
+import Vorq
+import Vorq.Native
+
+// A sheet of glass: the panel itself, or with `floats` what lies over it.
+Item {
+    id: glass
+
+    property bool floats: false
+    property int radius: Theme.radiusPanel
+    property int elevation: 3
+    property bool casts: floats
+    default property alias content: body.data
+    readonly property alias plate: sheet
+
+    Shadow {
+        visible: glass.casts && !Theme.opaque
+        target: glass
+        level: glass.elevation
+        radius: glass.radius
+    }
+    Squircle {
+        id: sheet
+        anchors.fill: parent
+        radius: glass.radius
+        smoothing: Theme.smoothing
+        fillTop: glass.floats ? Theme.floatTop : Theme.glassTop
+        fillBottom: glass.floats ? Theme.floatBottom : Theme.glassBottom
+        rimTop: glass.floats ? Theme.floatRimTop : Theme.glassRimTop
+        rimBottom: glass.floats ? Theme.floatRimBottom : Theme.glassRimBottom
+        hairline: glass.floats ? Theme.floatHairline : Theme.glassHairline
+        specular: glass.floats ? "transparent" : Theme.glassSpecular
+        wash: glass.floats ? "transparent" : Theme.glassWash
+        grain: glass.floats ? 0 : Theme.glassGrain
+    }
+    Item {
+        id: body
+        anchors.fill: parent
+    }
+}

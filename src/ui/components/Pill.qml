@@ -1,0 +1,52 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vorq
+import Vorq.Native
+
+// A capsule that carries a choice in words.
+T.AbstractButton {
+    id: pill
+
+    property real size: 32
+    property real sidePadding: 14
+    property real restOpacity: 1
+    property real widest: 0 // of its text; 0 for any
+    readonly property bool isLit: hovered || down || visualFocus
+    readonly property real rimOpacity: 0.22
+    readonly property real litRimOpacity: 0.34
+
+    implicitHeight: size
+    implicitWidth: label.width + 2 * sidePadding
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Accessible.onPressAction: click()
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+
+    background: Squircle {
+        radius: pill.size / 2
+        smoothing: 0
+        fillTop: pill.down ? Theme.pressed : pill.hovered ? Theme.hover : "transparent"
+        rimTop: Theme.withAlpha(Theme.ink, pill.isLit ? pill.litRimOpacity : pill.rimOpacity)
+        rimBottom: rimTop
+        FocusRing {
+            visible: pill.visualFocus
+            around: pill.size / 2
+        }
+    }
+    contentItem: Item {
+        Txt {
+            id: label
+            x: pill.sidePadding
+            anchors.verticalCenter: parent.verticalCenter
+            width: pill.widest > 0 ? Math.min(implicitWidth, pill.widest) : implicitWidth
+            text: pill.text
+            size: Theme.rowSize
+            font.weight: Font.Medium
+            opacity: pill.isLit ? 1 : pill.restOpacity
+            elide: Text.ElideRight
+        }
+    }
+}

@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vorq
+import Vorq.Native
+
+// A button that says in words what it does.
+T.AbstractButton {
+    id: button
+
+    enum Look { Secondary, Quiet, Primary }
+
+    property int look: TextButton.Secondary
+    property real size: 32
+    property string help: ""
+    readonly property int sidePadding: 14
+    readonly property color ink: !enabled ? Theme.inkOff : look === TextButton.Primary ? Theme.accentOn
+                               : look === TextButton.Quiet ? Theme.accentInk : Theme.ink
+    readonly property color fill: look === TextButton.Primary ? (!enabled ? Theme.track : down ? Theme.accentDown : hovered ? Theme.accentHover : Theme.accent)
+                                : look === TextButton.Quiet ? (down ? Theme.accentSoft2 : hovered ? Theme.accentSoft : "transparent")
+                                : down ? Theme.secondaryDown : hovered ? Theme.secondaryHover : Theme.secondaryFill
+
+    implicitWidth: label.implicitWidth + 2 * sidePadding
+    implicitHeight: size
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Accessible.description: help
+    Accessible.onPressAction: click()
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+
+    background: Squircle {
+        radius: Theme.radiusControl
+        fillTop: button.fill
+        rimTop: button.look === TextButton.Secondary ? Theme.hairline : "transparent"
+        rimBottom: button.look === TextButton.Secondary ? Theme.hairline2 : "transparent"
+        FocusRing {
+            visible: button.visualFocus
+        }
+    }
+    contentItem: Item {
+        Txt {
+            id: label
+            anchors.centerIn: parent
+            text: button.text
+            font.weight: Font.DemiBold
+            color: button.ink
+        }
+    }
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QFont>
+
+namespace vorq::Fonts {
+
+/// Sizes are logical pixels and may have fractions. Where a family is not installed the system's
+/// own takes its place.
+[[nodiscard]] QFont sans(double pixels, QFont::Weight weight);
+[[nodiscard]] QFont mono(double pixels, QFont::Weight weight);
+
+/// The size in points, since a size in pixels knows no fractions.
+[[nodiscard]] double points(double pixels);
+
+} // namespace vorq::Fonts

@@ -1,0 +1,117 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vorq
+import Vorq.Native
+
+// The assistant's block: as wide as its text for one line, as wide as the list for more.
+Item {
+    id: reply
+
+    required property string message
+    required property bool isWorking
+    required property bool isTyping
+    required property string workLabel
+    required property PanelSelectionBridge selection
+    required property Item container
+    // What is in view of this item, from its top.
+    property real viewTop: 0
+    property real viewHeight: 0
+    readonly property int sidePadding: 16
+    readonly property int endPadding: 14
+    readonly property int lineEndPadding: 11
+    readonly property int barsGap: 10
+    readonly property int oneLineHeight: 26
+    readonly property bool isOneLine: isWorking || (blocks.height <= oneLineHeight && blocks.codeRects.length === 0
+                                      && blocks.naturalWidth < width - 2 * sidePadding)
+    readonly property bool showsBars: isTyping && !isWorking && !isOneLine
+    readonly property real innerHeight: isWorking ? working.height : blocks.height + (showsBars ? barsGap + bars.height : 0)
+    readonly property real padding: isOneLine ? lineEndPadding : endPadding
+    readonly property alias view: blocks
+
+    implicitHeight: innerHeight + 2 * padding
+    Accessible.role: Accessible.ListItem
+    Accessible.name: isWorking ? qsTr("Vorq: %1").arg(workLabel) : qsTr("Vorq: %1").arg(message)
+
+    Squircle {
+        id: plate
+        width: !reply.isOneLine ? reply.width : 2 * reply.sidePadding + (reply.isWorking ? working.width : Math.ceil(blocks.naturalWidth))
+        height: reply.height
+        radius: Theme.radiusBlock
+        fillTop: Theme.botBlock
+        rimTop: Theme.botBlockRim
+        rimBottom: Theme.botBlockRim
+    }
+    WorkingLine {
+        id: working
+        x: reply.sidePadding
+        y: reply.lineEndPadding
+        visible: reply.isWorking
+        label: reply.workLabel
+    }
+    ReplyView {
+        id: blocks
+        x: reply.sidePadding
+        y: reply.padding
+        width: reply.width - 2 * reply.sidePadding
+        height: implicitHeight
+        visible: !reply.isWorking
+        raw: reply.isWorking ? "" : reply.message
+        baseColor: Theme.botInk
+        linkColor: Theme.botLink
+        selectionColor: Theme.selection
+        viewTop: reply.viewTop - y
+        viewHeight: reply.viewHeight
+        isGrowing: reply.isTyping
+        arrivalDuration: Motion.arrival
+        bridge: reply.selection
+        container: reply.container
+        activeFocusOnTab: true
+        onLinkActivated: address => App.panel.openLink(address)
+        Accessible.role: Accessible.StaticText
+        Accessible.name: reply.message
+
+        FocusRing {
+            visible: blocks.activeFocus && !hover.hovered
+            around: Theme.radiusCode
+        }
+    }
+    Repeater {
+        model: blocks.codeRects.length
+
+        CopyButton {
+            id: codeCopy
+
+            required property int index
+            readonly property rect plateRect: blocks.codeRects[index] ?? Qt.rect(0, 0, 0, 0)
+
+            x: blocks.x + plateRect.x + plateRect.width - width - Theme.space1
+            y: blocks.y + plateRect.y + Theme.space1
+            text: qsTr("Copy code")
+            shown: hover.hovered && inCode(hover.point.position.y)
+            onClicked: blocks.copyCode(index)
+
+            function inCode(y: real): bool {
+                return y >= blocks.y + plateRect.y && y <= blocks.y + plateRect.y + plateRect.height
+            }
+        }
+    }
+    CopyButton {
+        x: plate.width - width - Theme.space1
+        y: Theme.space1
+        visible: !reply.isWorking && !reply.isTyping && !reply.isOneLine
+        text: qsTr("Copy reply")
+        shown: hover.hovered
+        onClicked: App.panel.copyText(reply.message)
+    }
+    WorkingLine {
+        id: bars
+        x: reply.sidePadding
+        y: reply.height - reply.padding - height
+        visible: reply.showsBars
+        scale: 0.9
+        transformOrigin: Item.Left
+    }
+    HoverHandler {
+        id: hover
+    }
+}

@@ -1,0 +1,124 @@
+import QtQuick
+import Vorq
+import Vorq.Native
+
+// What can be attached, above the composer: its sources, and the picker of notes.
+Glass {
+    id: tray
+
+    required property PanelViewModel panel
+    readonly property int inset: 8
+    readonly property int headHeight: 50
+    readonly property int emptyHeight: 76
+    readonly property bool showsNotes: panel.attachTrayMode === PanelViewModel.Notes
+    readonly property Item firstRow: showsNotes ? back : fromNotes
+
+    floats: true
+    radius: Theme.radiusComposer
+    elevation: 3
+    implicitHeight: showsNotes ? headHeight + emptyHeight : sources.height + 2 * inset
+    Accessible.role: Accessible.PopupMenu
+    Accessible.name: qsTr("Attachment options")
+
+    // What lies under the tray gets no clicks through it.
+    MouseArea {
+        anchors.fill: parent
+        hoverEnabled: true
+        onWheel: wheel => wheel.accepted = true
+    }
+
+    Column {
+        id: sources
+        visible: !tray.showsNotes
+        x: tray.inset
+        y: tray.inset
+        width: parent.width - 2 * tray.inset
+        spacing: 2
+
+        TrayRow {
+            id: fromNotes
+            width: parent.width
+            text: qsTr("Attach from Notes")
+            sub: qsTr("Any note in your library")
+            iconName: "note"
+            tint: Theme.noteTile
+            leadsOn: true
+            onClicked: {
+                tray.panel.attachTrayMode = PanelViewModel.Notes
+                back.forceActiveFocus(Qt.TabFocusReason)
+            }
+        }
+        TrayRow {
+            width: parent.width
+            text: qsTr("Add study files")
+            sub: qsTr("Images, PDF, DOCX, PPTX…")
+            help: qsTr("Add study files — PDF, DOCX, PPTX, and more")
+            iconName: "doc"
+            onClicked: tray.panel.filesWanted(false)
+        }
+        TrayRow {
+            width: parent.width
+            text: qsTr("Add photos")
+            sub: qsTr("Screenshots, scans, pictures")
+            help: qsTr("Add photos for Vorq")
+            iconName: "photo"
+            tint: Theme.ok
+            onClicked: tray.panel.filesWanted(true)
+        }
+    }
+    Item {
+        visible: tray.showsNotes
+        anchors.fill: parent
+
+        Item {
+            width: parent.width
+            height: tray.headHeight
+
+            IconButton {
+                id: back
+                x: tray.inset + 2
+                anchors.verticalCenter: parent.verticalCenter
+                size: 30
+                iconName: "back"
+                text: qsTr("Back")
+                onClicked: {
+                    tray.panel.attachTrayMode = PanelViewModel.Root
+                    fromNotes.forceActiveFocus(Qt.TabFocusReason)
+                }
+            }
+            Txt {
+                anchors.centerIn: parent
+                text: qsTr("Notes")
+                size: Theme.bodySize
+                font.weight: Font.DemiBold
+            }
+            TextButton {
+                anchors.right: parent.right
+                anchors.rightMargin: tray.inset + 2
+                anchors.verticalCenter: parent.verticalCenter
+                text: qsTr("Done")
+                look: TextButton.Quiet
+                size: 30
+                onClicked: tray.panel.showAttachTray = false
+            }
+        }
+        Rectangle {
+            x: Theme.space3
+            y: tray.headHeight
+            width: parent.width - 2 * Theme.space3
+            height: 1
+            color: Theme.hairline
+        }
+        Txt {
+            x: Theme.space5
+            y: tray.headHeight
+            width: parent.width - 2 * Theme.space5
+            height: tray.emptyHeight
+            text: qsTr("No notes found. Save a chat to Notes, then try again.")
+            color: Theme.ink2
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+        }
+    }
+}

@@ -1,0 +1,168 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vorq
+import Vorq.Native
+
+// Where the user writes: clips of what is attached, the draft, and the buttons beside it.
+FocusScope {
+    id: composer
+
+    required property PanelViewModel panel
+    readonly property int padding: 10
+    readonly property int buttonSize: 32
+    readonly property int leastHeight: 52
+    readonly property int clipGap: 6
+    readonly property alias field: draft
+    readonly property alias attachButton: attach
+    readonly property alias sendButton: sender
+
+    implicitHeight: Math.max(leastHeight, column.height + 2 * padding)
+    Accessible.role: Accessible.Grouping
+    Accessible.name: qsTr("Composer")
+
+    function focusPrompt() {
+        draft.input.forceActiveFocus()
+    }
+
+    Shadow {
+        visible: !Theme.dark
+        target: composer
+        level: 1
+        radius: Theme.radiusComposer
+    }
+    Squircle {
+        anchors.fill: parent
+        radius: Theme.radiusComposer
+        fillTop: Theme.fieldFill
+        rimTop: draft.hasFocus ? Theme.fieldFocusRim : Theme.fieldRim
+        rimBottom: rimTop
+        rimWidth: draft.hasFocus ? 1.5 : 1
+    }
+    Column {
+        id: column
+        x: composer.padding
+        y: composer.padding
+        width: parent.width - 2 * composer.padding
+        spacing: Theme.space2
+
+        Flow {
+            width: parent.width
+            visible: composer.panel.attachments.count > 0
+            spacing: composer.clipGap
+            Accessible.role: Accessible.List
+            Accessible.name: qsTr("Attachments")
+
+            Repeater {
+                model: composer.panel.attachments
+
+                AttachmentClip {
+                    required property int index
+                    required property string name
+
+                    label: kind === "deepen" && detail !== "" ? detail : name
+                    onRemoved: {
+                        composer.panel.removeAttachment(index)
+                        composer.focusPrompt()
+                    }
+                }
+            }
+        }
+        Txt {
+            width: parent.width
+            visible: text !== ""
+            text: composer.panel.notice
+            size: Theme.metaSize
+            leading: Theme.captionLeading
+            color: Theme.bad
+            wrapMode: Text.Wrap
+            leftPadding: Theme.space1
+            Accessible.role: Accessible.AlertMessage
+            Accessible.name: text
+        }
+        Item {
+            width: parent.width
+            height: Math.max(composer.buttonSize, draft.height)
+
+            PromptField {
+                id: draft
+                x: composer.buttonSize + composer.padding
+                width: parent.width - 2 * x
+                height: Math.max(composer.buttonSize, implicitHeight)
+                focus: true
+                placeholder: composer.panel.promptPlaceholder
+                input.KeyNavigation.tab: attach
+                onTextChanged: composer.panel.prompt = text
+                onSubmitted: composer.panel.send()
+                onRecallWanted: composer.panel.recallLastPrompt()
+                onPasteWanted: event => event.accepted = composer.panel.attachFromClipboard()
+            }
+            IconButton {
+                id: attach
+                anchors.bottom: parent.bottom
+                size: composer.buttonSize
+                iconName: "plus"
+                iconRotation: composer.panel.showAttachTray ? 45 : 0
+                look: IconButton.Soft
+                checked: composer.panel.showAttachTray
+                text: composer.panel.showAttachTray ? qsTr("Close") : qsTr("Add files or notes")
+                help: composer.panel.showAttachTray ? qsTr("Close attachment options") : ""
+                KeyNavigation.tab: sender
+                onClicked: composer.panel.showAttachTray = !composer.panel.showAttachTray
+            }
+            IconButton {
+                id: sender
+                // With a draft the button sends, which queues it behind the running reply.
+                readonly property bool stops: composer.panel.isResponding
+
+                anchors.right: parent.right
+                anchors.bottom: parent.bottom
+                size: composer.buttonSize
+                iconName: stops ? "stop" : "send"
+                iconSize: stops ? 20 : 18
+                look: stops ? IconButton.Soft : IconButton.Accent
+                enabled: stops || composer.panel.canSend
+                text: stops ? qsTr("Stop") : qsTr("Send")
+                help: stops ? qsTr("Stop response") : ""
+                onClicked: {
+                    if (stops)
+                        composer.panel.stopPanelResponse()
+                    else
+                        composer.panel.send()
+                    composer.focusPrompt()
+                }
+            }
+        }
+    }
+
+    Connections {
+        target: composer.panel
+        function onPromptChanged() {
+            if (draft.text !== composer.panel.prompt) {
+                draft.text = composer.panel.prompt
+                draft.input.cursorPosition = draft.text.length
+            }
+        }
+        function onFocusPromptWanted() {
+            composer.focusPrompt()
+        }
+        function onPromptBounceChanged() {
+            if (composer.panel.promptBounce && !Motion.reduced)
+                bounce.restart()
+        }
+    }
+    Component.onCompleted: draft.text = panel.prompt
+
+    transform: Translate {
+        id: shift
+    }
+    // A spring: it swings out and dies down within the bounce time.
+    SequentialAnimation {
+        id: bounce
+        readonly property int part: Motion.bounce / 4
+
+        NumberAnimation { target: shift; property: "x"; to: Motion.bounceReach; duration: bounce.part; easing.type: Easing.OutQuad }
+        NumberAnimation { target: shift; property: "x"; to: -Motion.bounceReach * 0.65; duration: bounce.part; easing.type: Easing.InOutQuad }
+        NumberAnimation { target: shift; property: "x"; to: Motion.bounceReach * 0.3; duration: bounce.part; easing.type: Easing.InOutQuad }
+        NumberAnimation { target: shift; property: "x"; to: 0; duration: bounce.part; easing.type: Easing.InOutQuad }
+    }
+}

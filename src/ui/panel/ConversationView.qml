@@ -1,0 +1,219 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Vorq
+import Vorq.Native
+
+// The messages. It follows the end of the conversation while the user is there, and holds still
+// once they scroll up.
+ListView {
+    id: list
+
+    required property PanelViewModel panel
+    required property Item container
+    readonly property int sideRoom: 6
+    readonly property int firstRoom: 14
+    readonly property int lastRoom: 24
+    readonly property int columnWidth: 720
+    readonly property int wideBubble: 480
+    readonly property int narrowBubble: 316
+    readonly property int wideFrom: 620
+    readonly property real content: Math.min(width - 2 * sideRoom, columnWidth)
+    readonly property real bottomY: Math.max(originY, originY + contentHeight - height)
+    readonly property real endSlack: 2
+    readonly property int resizeTime: 110
+    readonly property int hoverStrip: 18
+    readonly property int keyStep: 60
+    property bool follows: true
+    property bool isResizing: false
+    readonly property bool isAtEnd: contentY >= bottomY - endSlack
+
+    model: panel.messages
+    spacing: Theme.space3
+    boundsBehavior: Flickable.StopAtBounds
+    flickableDirection: Flickable.VerticalFlick
+    reuseItems: false
+    clip: true
+    cacheBuffer: 1200
+    header: Item { height: list.firstRoom }
+    footer: Item { height: list.lastRoom }
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Conversation")
+
+    function jumpToEnd(animated: bool) {
+        follows = true
+        glide.stop()
+        if (animated && !Motion.reduced && Math.abs(bottomY - contentY) < 3 * height) {
+            glide.from = contentY
+            glide.to = bottomY
+            glide.start()
+        } else {
+            positionViewAtEnd()
+            contentY = bottomY
+        }
+    }
+    function hold() {
+        glide.stop()
+        follows = false
+    }
+    // After the user moved the list: at its end they want to see what comes.
+    function settle() {
+        follows = isAtEnd
+    }
+    function keepUp() {
+        if (!follows || moving || scroller.pressed)
+            return
+        if (glide.running) {
+            glide.to = bottomY
+            return
+        }
+        contentY = bottomY
+    }
+    function scrollBy(step: real) {
+        glide.stop()
+        contentY = Math.max(originY, Math.min(bottomY, contentY + step))
+        settle()
+    }
+
+    onContentHeightChanged: keepUp()
+    onOriginYChanged: keepUp()
+    onHeightChanged: resized()
+    onWidthChanged: resized()
+    onMovementStarted: glide.stop()
+    onContentYChanged: if (moving || scroller.pressed) settle()
+    onMovementEnded: settle()
+    onCountChanged: Qt.callLater(messageCame)
+
+    function messageCame() {
+        const last = panel.messages.index(count - 1, 0)
+        // What the user sends takes them to it from wherever they are.
+        if (count > 0 && (follows || panel.messages.data(last, Qt.UserRole + 2) === "user"))
+            jumpToEnd(true)
+    }
+    function resized() {
+        isResizing = true
+        resizeEnd.restart()
+        keepUp()
+    }
+
+    Timer {
+        id: resizeEnd
+        interval: list.resizeTime
+        onTriggered: {
+            list.isResizing = false
+            list.keepUp()
+        }
+    }
+    NumberAnimation {
+        id: glide
+        target: list
+        property: "contentY"
+        duration: Motion.move
+        easing.type: Easing.OutCubic
+        onFinished: list.keepUp()
+    }
+    WheelHandler {
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+        blocking: false
+        onWheel: event => {
+            if (event.angleDelta.y > 0 || event.pixelDelta.y > 0) {
+                if (list.contentHeight > list.height)
+                    list.hold()
+            }
+        }
+    }
+
+    Keys.onPressed: event => {
+        const page = height - keyStep
+        const steps = ({ [Qt.Key_PageUp]: -page, [Qt.Key_PageDown]: page, [Qt.Key_Up]: -keyStep, [Qt.Key_Down]: keyStep })
+        if (event.key in steps && event.modifiers === Qt.NoModifier)
+            scrollBy(steps[event.key])
+        else if (event.key === Qt.Key_Home && event.modifiers === Qt.ControlModifier)
+            scrollBy(originY - contentY)
+        else if (event.key === Qt.Key_End && event.modifiers === Qt.ControlModifier)
+            jumpToEnd(false)
+        else
+            return
+        event.accepted = true
+    }
+
+    T.ScrollBar.vertical: Scroller {
+        id: scroller
+        shown: strip.hovered && list.contentHeight > list.height
+    }
+    Item {
+        parent: list
+        anchors.right: parent.right
+        width: list.hoverStrip
+        height: parent.height
+
+        HoverHandler {
+            id: strip
+        }
+    }
+
+    add: Transition {
+        enabled: !list.isResizing
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Motion.enter; easing.type: Easing.OutCubic }
+    }
+
+    delegate: Item {
+        id: entry
+
+        required property int index
+        required property string messageRole
+        required property string text
+        required property bool isWorking
+        required property bool isTyping
+        required property string followUpQuestion
+        required property list<string> followUpLabels
+        readonly property bool isUser: messageRole === "user"
+        readonly property bool hasFollowUp: !isUser && !isTyping && !isWorking && (followUpQuestion !== "" || followUpLabels.length > 0)
+
+        width: list.width
+        height: body.height
+
+        Column {
+            id: body
+            x: (list.width - width) / 2
+            width: list.content
+            spacing: list.sideRoom
+
+            // One of these stands; a repeater makes no item that is not wanted.
+            Repeater {
+                model: entry.isUser ? 1 : 0
+
+                UserBubble {
+                    width: list.content
+                    message: entry.text
+                    widest: list.content > list.wideFrom ? list.wideBubble : list.narrowBubble
+                }
+            }
+            Repeater {
+                model: entry.isUser ? 0 : 1
+
+                AssistantReply {
+                    width: list.content
+                    message: entry.text
+                    isWorking: entry.isWorking
+                    isTyping: entry.isTyping
+                    workLabel: list.panel.workLabel
+                    selection: list.panel.selection
+                    container: list.container
+                    viewTop: list.contentY - entry.y
+                    viewHeight: list.height
+                }
+            }
+            Repeater {
+                model: entry.hasFollowUp ? 1 : 0
+
+                FollowUp {
+                    width: list.content
+                    question: entry.followUpQuestion
+                    labels: entry.followUpLabels
+                    onChosen: label => list.panel.submitLabel(label)
+                }
+            }
+        }
+    }
+}

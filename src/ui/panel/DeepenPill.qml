@@ -1,0 +1,74 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vorq
+import Vorq.Native
+
+// Floats above the selected span. It never takes the keyboard, which would drop the selection.
+T.AbstractButton {
+    id: pill
+
+    required property PanelSelectionBridge selection
+    readonly property int above: 8
+    readonly property int pastEnd: 12
+    readonly property int sideRoom: 14
+    readonly property int topRoom: 10
+    readonly property rect anchor: selection.selectionBounds
+    readonly property real aboveY: anchor.y - above - height
+
+    x: Math.max(sideRoom, Math.min(anchor.x + anchor.width + pastEnd - width, (parent?.width ?? 0) - sideRoom - width))
+    y: aboveY >= topRoom ? aboveY : anchor.y + anchor.height + above
+    visible: selection.hasSelection && anchor.width > 0
+    text: qsTr("Deepen")
+    implicitHeight: 34
+    implicitWidth: row.implicitWidth + 2 * sideRoom
+    hoverEnabled: true
+    focusPolicy: Qt.NoFocus
+    onClicked: selection.commitDeepen()
+    Accessible.role: Accessible.Button
+    Accessible.name: qsTr("Deepen the selected text")
+    Accessible.onPressAction: click()
+
+    Binding {
+        target: pill.selection
+        property: "pillHitFrame"
+        value: pill.visible ? Qt.rect(pill.x, pill.y, pill.width, pill.height) : Qt.rect(0, 0, 0, 0)
+    }
+
+    background: Item {
+        Shadow {
+            target: parent
+            level: 2
+            radius: pill.height / 2
+        }
+        Squircle {
+            anchors.fill: parent
+            radius: pill.height / 2
+            smoothing: 0
+            fillTop: pill.down ? Theme.pillDown : Theme.pillTop
+            fillBottom: Theme.pillBottom
+            rimTop: Theme.pillRimTop
+            rimBottom: Theme.pillRimBottom
+            hairline: Theme.pillHairline
+        }
+    }
+    contentItem: Item {
+        Row {
+            id: row
+            anchors.centerIn: parent
+            spacing: 7
+
+            Ico {
+                anchors.verticalCenter: parent.verticalCenter
+                name: "deepen"
+                size: 15
+                color: Theme.pillIcon
+            }
+            Txt {
+                anchors.verticalCenter: parent.verticalCenter
+                text: pill.text
+                font.weight: Font.DemiBold
+                color: Theme.pillInk
+            }
+        }
+    }
+}

@@ -1,0 +1,43 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vorq
+import Vorq.Native
+
+// The suggestion of a reply for the next turn: a question and answers to choose from.
+Column {
+    id: followUp
+
+    required property string question
+    required property list<string> labels
+    readonly property real labelOpacity: 0.72
+    readonly property int sideRoom: 30
+
+    signal chosen(string label)
+
+    spacing: Theme.space2
+    Accessible.role: Accessible.Grouping
+    Accessible.name: question
+
+    Txt {
+        width: followUp.width
+        leftPadding: Theme.space1
+        visible: text !== ""
+        text: followUp.question
+        size: Theme.rowSize
+        leading: Theme.captionLeading
+        font.weight: Font.DemiBold
+        wrapMode: Text.Wrap
+    }
+    Repeater {
+        model: followUp.labels
+
+        Pill {
+            required property string modelData
+
+            text: modelData
+            restOpacity: followUp.labelOpacity
+            widest: followUp.width - followUp.sideRoom
+            onClicked: followUp.chosen(modelData)
+        }
+    }
+}

@@ -1,0 +1,130 @@
+import QtQuick
+import Vorq
+import Vorq.Native
+
+// What the floating panel shows: the conversation and, below it, the composer.
+FocusScope {
+    id: view
+
+    readonly property PanelViewModel panel: App.panel
+    readonly property int edge: 12
+    readonly property int listEdge: 8
+    readonly property int listTop: 10
+    readonly property int fadeHeight: 28
+    readonly property int trayGap: 8
+    readonly property int composerWidest: 760
+    readonly property real composerHeight: composer.height
+    readonly property alias conversation: list
+    readonly property alias composerItem: composer
+    readonly property alias trayItem: tray
+
+    width: 440
+    height: 750
+    focus: true
+    Accessible.role: Accessible.Pane
+    Accessible.name: qsTr("Vorq")
+
+    function focusPrompt() {
+        composer.focusPrompt()
+    }
+
+    // The tray is the first to go; without it, Escape is the window's.
+    Keys.onEscapePressed: event => {
+        event.accepted = panel.showAttachTray
+        if (!panel.showAttachTray)
+            return
+        if (panel.attachTrayMode === PanelViewModel.Notes)
+            panel.attachTrayMode = PanelViewModel.Root
+        else
+            panel.showAttachTray = false
+        focusPrompt()
+    }
+
+    Glass {
+        id: glass
+        anchors.fill: parent
+    }
+    ConversationView {
+        id: list
+        x: view.listEdge
+        y: view.listTop
+        width: parent.width - 2 * view.listEdge
+        height: composer.y - y
+        panel: view.panel
+        container: view
+    }
+    PlateFade {
+        x: view.edge
+        y: view.listTop - 1
+        width: parent.width - 2 * view.edge
+        height: view.fadeHeight
+        visible: list.contentY > list.originY + list.endSlack
+        plate: glass.plate
+    }
+    PlateFade {
+        x: view.edge
+        y: list.y + list.height - view.fadeHeight
+        width: parent.width - 2 * view.edge
+        height: view.fadeHeight + 1
+        plate: glass.plate
+        solidAtTop: false
+    }
+    JumpToLatest {
+        x: (parent.width - width) / 2
+        y: composer.y - height - view.edge
+        wanted: !list.follows && !list.isAtEnd && !view.panel.showAttachTray
+        onClicked: list.jumpToEnd(true)
+    }
+    DeepenPill {
+        selection: view.panel.selection
+    }
+
+    // A press outside the tray closes it, and still does what it was meant to.
+    TapHandler {
+        enabled: view.panel.showAttachTray
+        gesturePolicy: TapHandler.DragThreshold
+        onPressedChanged: {
+            if (!pressed)
+                return
+            const at = point.pressPosition
+            const inTray = at.y >= tray.y && at.y <= tray.y + tray.height && at.x >= tray.x && at.x <= tray.x + tray.width
+            if (!inTray && at.y < composer.y)
+                view.panel.showAttachTray = false
+        }
+    }
+    AttachTray {
+        id: tray
+        x: composer.x
+        y: composer.y - view.trayGap - height + rise
+        width: composer.width
+        panel: view.panel
+        visible: opacity > 0
+        opacity: view.panel.showAttachTray ? 1 : 0
+
+        property real rise: view.panel.showAttachTray ? 0 : Motion.enterRise
+
+        Behavior on opacity {
+            NumberAnimation { duration: Motion.enter; easing.type: Easing.OutCubic }
+        }
+        Behavior on rise {
+            enabled: !Motion.reduced
+            NumberAnimation { duration: Motion.enter; easing.type: Easing.OutCubic }
+        }
+    }
+    Composer {
+        id: composer
+        x: (parent.width - width) / 2
+        y: parent.height - view.edge - height
+        width: Math.min(parent.width - 2 * view.edge, view.composerWidest)
+        focus: true
+        panel: view.panel
+    }
+    DropArea {
+        anchors.fill: parent
+        keys: ["text/uri-list"]
+        onDropped: drop => {
+            view.panel.attachFiles(drop.urls)
+            drop.acceptProposedAction()
+        }
+    }
+}

@@ -1,0 +1,113 @@
+import QtQuick
+import Vorq
+import Vorq.Native
+
+// The draft: grows to five lines, then scrolls. Enter sends, Shift with Enter breaks the line.
+Flickable {
+    id: field
+
+    required property string placeholder
+    property alias text: edit.text
+    property alias input: edit
+    readonly property bool hasFocus: edit.activeFocus
+    readonly property int mostLines: 5
+    readonly property int endPadding: 6
+    readonly property real lineHeight: Math.ceil(metrics.height) + Theme.bubbleLeading
+    readonly property real tallest: mostLines * lineHeight - Theme.bubbleLeading + 2 * endPadding
+
+    signal submitted
+    signal recallWanted
+    // Whoever takes what is on the clipboard sets `accepted`.
+    signal pasteWanted(event: QtObject)
+
+    implicitHeight: Math.min(contentHeight, tallest)
+    contentWidth: width
+    contentHeight: edit.implicitHeight - Theme.bubbleLeading + 2 * endPadding
+    interactive: contentHeight > height
+    boundsBehavior: Flickable.StopAtBounds
+    flickableDirection: Flickable.VerticalFlick
+    clip: interactive
+
+    function showCursor() {
+        const caret = edit.cursorRectangle
+        if (caret.y < contentY)
+            contentY = caret.y
+        else if (caret.y + caret.height + 2 * endPadding > contentY + height)
+            contentY = caret.y + caret.height + 2 * endPadding - height
+    }
+
+    FontMetrics {
+        id: metrics
+        font: edit.font
+    }
+
+    TextEdit {
+        id: edit
+        y: field.endPadding
+        width: field.width
+        height: Math.max(implicitHeight, field.height - 2 * field.endPadding)
+        focus: true
+        textFormat: TextEdit.PlainText
+        wrapMode: TextEdit.Wrap
+        font.family: Theme.sans
+        font.pointSize: Theme.points(Theme.bodySize)
+        font.weight: Font.Medium
+        color: Theme.ink
+        selectionColor: Theme.selection
+        selectedTextColor: Theme.ink
+        selectByMouse: true
+        Accessible.role: Accessible.EditableText
+        Accessible.name: field.placeholder
+        Accessible.multiLine: true
+        onCursorRectangleChanged: field.showCursor()
+
+        cursorDelegate: Rectangle {
+            id: caret
+            width: 2
+            radius: 1
+            color: Theme.accentInk
+            visible: edit.activeFocus && (Motion.reduced || blink.shown)
+
+            Timer {
+                id: blink
+                property bool shown: true
+                interval: Math.max(1, Application.styleHints.cursorFlashTime / 2)
+                running: edit.activeFocus && !Motion.reduced && Application.styleHints.cursorFlashTime > 0
+                repeat: true
+                onTriggered: shown = !shown
+                onRunningChanged: shown = true
+            }
+        }
+
+        Keys.onPressed: event => {
+            const isEnter = event.key === Qt.Key_Return || event.key === Qt.Key_Enter
+            const modifiers = event.modifiers & ~Qt.KeypadModifier
+            if (isEnter && modifiers === Qt.NoModifier) {
+                // Enter belongs to the input method while it composes.
+                if (!edit.inputMethodComposing)
+                    field.submitted()
+                event.accepted = true
+            } else if (event.matches(StandardKey.Paste)) {
+                field.pasteWanted(event)
+            } else if (event.key === Qt.Key_Up && modifiers === Qt.NoModifier && edit.text === "" && !edit.inputMethodComposing) {
+                field.recallWanted()
+                event.accepted = true
+            }
+        }
+
+        TextLeading {
+            document: edit.textDocument
+            leading: Theme.bubbleLeading
+        }
+    }
+    Txt {
+        y: field.endPadding
+        width: field.width
+        visible: edit.text === "" && edit.preeditText === ""
+        text: field.placeholder
+        size: Theme.bodySize
+        color: Theme.ink3
+        elide: Text.ElideRight
+        Accessible.ignored: true
+    }
+}

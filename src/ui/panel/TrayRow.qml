@@ -1,0 +1,91 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vorq
+import Vorq.Native
+
+// A choice in the attach tray.
+T.AbstractButton {
+    id: row
+
+    required property string iconName
+    property string sub: ""
+    property string help: ""
+    property bool leadsOn: false
+    property color tint: Theme.accentInk
+    readonly property int tileInset: 8
+    readonly property int tileSize: 34
+    readonly property int textX: 54
+    readonly property int sideRoom: 40
+
+    implicitHeight: sub !== "" ? 52 : 44
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Accessible.description: help
+    Accessible.onPressAction: click()
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+
+    background: Item {
+        Squircle {
+            anchors.fill: parent
+            radius: Theme.radiusRow
+            fillTop: row.down ? Theme.pressed : row.hovered ? Theme.hover : "transparent"
+        }
+        FocusRing {
+            visible: row.visualFocus
+            around: Theme.radiusRow
+            gap: -2
+        }
+    }
+    contentItem: Item {
+        Squircle {
+            x: row.tileInset
+            anchors.verticalCenter: parent.verticalCenter
+            width: row.tileSize
+            height: row.tileSize
+            radius: Theme.radiusTile
+            fillTop: Theme.withAlpha(row.tint, Theme.tileAlpha)
+
+            Ico {
+                anchors.centerIn: parent
+                name: row.iconName
+                color: row.tint
+            }
+        }
+        Column {
+            x: row.textX
+            width: parent.width - row.textX - row.sideRoom
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 2
+
+            Txt {
+                width: parent.width
+                text: row.text
+                size: Theme.rowSize
+                font.weight: Font.DemiBold
+                elide: Text.ElideRight
+                Accessible.ignored: true
+            }
+            Txt {
+                width: parent.width
+                visible: text !== ""
+                text: row.sub
+                size: Theme.captionSize
+                color: Theme.ink2
+                elide: Text.ElideRight
+                Accessible.ignored: true
+            }
+        }
+        Ico {
+            visible: row.leadsOn
+            anchors.right: parent.right
+            anchors.rightMargin: Theme.space3
+            anchors.verticalCenter: parent.verticalCenter
+            name: "fwd"
+            size: 14
+            color: Theme.ink3
+        }
+    }
+}

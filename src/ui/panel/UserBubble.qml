@@ -1,0 +1,104 @@
+import QtQuick
+import Vorq
+import Vorq.Native
+
+// What the user said, at the right. The last paragraph names what is attached.
+Item {
+    id: bubble
+
+    required property string message
+    property real widest: 316
+    readonly property int sidePadding: 14
+    readonly property int endPadding: 10
+    readonly property real clipOpacity: 0.82
+    readonly property real ruleOpacity: 0.14
+    readonly property int iconSize: 14
+    readonly property int iconGap: 6
+    readonly property string clipSign: "\n\n📎 "
+    readonly property int clipAt: message.lastIndexOf(clipSign)
+    readonly property bool isClipOnly: message.startsWith("Attached: ") && message.indexOf("\n") < 0
+    readonly property string said: isClipOnly ? "" : clipAt < 0 ? message : message.slice(0, clipAt)
+    readonly property string attached: isClipOnly ? message : clipAt < 0 ? "" : message.slice(clipAt + clipSign.length)
+    readonly property real textRoom: widest - 2 * sidePadding
+
+    implicitHeight: plate.height
+    Accessible.role: Accessible.ListItem
+    Accessible.name: attached === "" ? qsTr("You: %1").arg(said)
+                   : said === "" ? qsTr("You: %1").arg(attached)
+                   : qsTr("You: %1. Attached: %2").arg(said).arg(attached)
+
+    Squircle {
+        id: plate
+        anchors.right: parent.right
+        width: Math.max(words.visible ? words.width : 0, names.visible ? names.width : 0) + 2 * bubble.sidePadding
+        height: column.height + 2 * bubble.endPadding
+        radius: Theme.radiusBlock
+        fillTop: Qt.lighter(Theme.userBlock, Theme.userBlockLift)
+        fillBottom: Theme.userBlock
+        rimTop: Theme.userBlockRim
+        rimBottom: Theme.userBlockRim
+
+        Column {
+            id: column
+            x: bubble.sidePadding
+            y: bubble.endPadding
+            spacing: Theme.space2
+
+            TextEdit {
+                id: words
+                visible: bubble.said !== ""
+                width: Math.min(implicitWidth, bubble.textRoom)
+                // The leading lies between lines, never under the last.
+                height: implicitHeight - Theme.bubbleLeading
+                text: bubble.said
+                textFormat: TextEdit.PlainText
+                font.family: Theme.sans
+                font.pointSize: Theme.points(Theme.bodySize)
+                font.weight: Font.Medium
+                color: Theme.userInk
+                selectionColor: Theme.selection
+                selectedTextColor: Theme.userInk
+                wrapMode: TextEdit.Wrap
+                readOnly: true
+                selectByMouse: true
+                activeFocusOnTab: false
+                Accessible.ignored: true
+                onActiveFocusChanged: if (!activeFocus) deselect()
+
+                TextLeading {
+                    document: words.textDocument
+                    leading: Theme.bubbleLeading
+                }
+            }
+            Rectangle {
+                visible: bubble.attached !== "" && bubble.said !== ""
+                width: plate.width - 2 * bubble.sidePadding
+                height: 1
+                color: Theme.userInk
+                opacity: bubble.ruleOpacity
+            }
+            Row {
+                id: names
+                visible: bubble.attached !== ""
+                spacing: bubble.iconGap
+
+                Ico {
+                    anchors.verticalCenter: parent.verticalCenter
+                    name: "clip"
+                    size: bubble.iconSize
+                    color: Theme.withAlpha(Theme.userInk, bubble.clipOpacity)
+                }
+                Txt {
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: Math.min(implicitWidth, bubble.textRoom - bubble.iconSize - bubble.iconGap)
+                    text: bubble.attached
+                    size: Theme.metaSize
+                    font.weight: Font.Medium
+                    color: Theme.withAlpha(Theme.userInk, bubble.clipOpacity)
+                    elide: Text.ElideMiddle
+                    Accessible.ignored: true
+                }
+            }
+        }
+    }
+}

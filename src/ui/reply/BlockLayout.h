@@ -1,0 +1,105 @@
+#pragma once
+
+#include "rendering/AssistantReplyDocument.h"
+#include "ui/reply/ReplyStyle.h"
+#include "ui/reply/TextFlow.h"
+
+#include <QPointF>
+#include <QRectF>
+#include <QString>
+
+#include <vector>
+
+class QPainter;
+
+namespace vorq {
+
+/// A run of the text of one block; from == to for none. Positions count UTF-16 units.
+struct BlockRange {
+    qsizetype from = 0;
+    qsizetype to = 0;
+
+    [[nodiscard]] bool isEmpty() const { return from >= to; }
+};
+
+/// One block of a reply, set for a width: its texts, markers, plates and rules. What it says as one
+/// text are its pieces, one a line, the cells of a table row parted by tabs. Geometry is in logical
+/// pixels from its top left. Main thread only.
+class BlockLayout {
+  public:
+    using Block = AssistantReplyDocument::Block;
+    using Kind = AssistantReplyDocument::Kind;
+
+    BlockLayout(const Block& block, const ReplyColors& colors);
+
+    [[nodiscard]] Kind kind() const { return m_kind; }
+    [[nodiscard]] const QString& plainText() const { return m_plainText; }
+
+    /// Sets as much as one step allows; true once all is set.
+    bool layOutMore(double width);
+    [[nodiscard]] bool isDone() const { return m_isDone; }
+    [[nodiscard]] double height() const { return m_height; }
+    [[nodiscard]] double naturalWidth() const;
+
+    [[nodiscard]] qsizetype positionAt(QPointF point) const;
+    [[nodiscard]] bool covers(QPointF point, BlockRange range) const;
+    [[nodiscard]] QRectF firstLineRect(BlockRange range) const;
+    [[nodiscard]] QRectF cursorRect(qsizetype position) const;
+    [[nodiscard]] QString linkAt(QPointF point) const;
+
+    /// Code that is wider than its plate is moved sideways; false if there is nothing to move.
+    bool scrollBy(double dx);
+
+    void draw(QPainter& painter, const QRectF& clip, BlockRange selection) const;
+
+  private:
+    // One text of the block, with its marker.
+    struct Piece {
+        TextFlow flow;
+        qsizetype start = 0; // in the plain text
+        QPointF at{};
+        ReplyStyle::Type type{};
+        QString marker{};
+        ReplyStyle::Type markerType{};
+        int column = 0;
+        int row = 0;
+    };
+
+    void addText(const QString& text, const ReplyStyle::Type& type);
+    void addPiece(TextFlow::Source source, const ReplyStyle::Type& type, QChar separator);
+    void addItems(const QStringList& items, bool isNumbered);
+    void addCode(const QString& text);
+    void addTable(const Block& block);
+    void addRow(const QStringList& cells, int row, const ReplyStyle::Type& type);
+
+    bool layOutTable(double width);
+    bool layOutStack(double width);
+    [[nodiscard]] double indent() const;
+    [[nodiscard]] std::vector<double> columnWidths(double width) const;
+    void placeRows(const std::vector<double>& columns);
+    [[nodiscard]] double plateWidth() const { return m_width; }
+
+    [[nodiscard]] const Piece* pieceAt(QPointF point) const;
+    [[nodiscard]] const Piece* pieceOf(qsizetype position) const;
+    [[nodiscard]] QPointF originOf(const Piece& piece) const;
+    void drawPlate(QPainter& painter) const;
+    void drawPiece(QPainter& painter, const Piece& piece, const QRectF& clip,
+                   BlockRange selection) const;
+    void drawMarker(QPainter& painter, const Piece& piece) const;
+    [[nodiscard]] QColor inkAt(double opacity) const;
+
+    Kind m_kind;
+    ReplyColors m_colors;
+    QString m_plainText;
+    std::vector<Piece> m_pieces;
+    std::size_t m_setPieces = 0;
+    int m_columns = 0;
+    Qt::LayoutDirection m_direction = Qt::LeftToRight;
+    double m_width = -1;
+    double m_height = 0;
+    double m_scroll = 0; // of code, to the right
+    double m_headerRule = 0;
+    bool m_isDone = false;
+};
+
+} // namespace vorq

@@ -1,0 +1,155 @@
+#include "ui/reply/ReplyLayout.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <iterator>
+
+namespace vorq {
+
+void ReplyLayout::build(Entry& entry) {
+    entry.layout = std::make_unique<BlockLayout>(entry.source, m_colors);
+    ++m_builtBlocks;
+}
+
+void ReplyLayout::setColors(const ReplyColors& colors) {
+    if (m_colors == colors) return;
+    m_colors = colors;
+    for (Entry& entry : m_entries)
+        build(entry);
+    m_done = 0;
+}
+
+void ReplyLayout::replace(int row, int count, const QList<Block>& blocks) {
+    const auto first = m_entries.begin() + row;
+    m_entries.erase(first, first + count);
+    std::vector<Entry> added;
+    added.reserve(static_cast<std::size_t>(blocks.size()));
+    for (const Block& block : blocks) {
+        added.push_back({block, nullptr, 0});
+        build(added.back());
+    }
+    m_entries.insert(m_entries.begin() + row, std::make_move_iterator(added.begin()),
+                     std::make_move_iterator(added.end()));
+    m_done = std::min(m_done, row);
+}
+
+void ReplyLayout::place(int row) {
+    Entry& entry = at(row);
+    entry.y = 0;
+    if (row == 0) return;
+    const Entry& above = at(row - 1);
+    entry.y = above.y + above.layout->height() +
+              ReplyStyle::gapBetween(above.layout->kind(), entry.layout->kind());
+}
+
+bool ReplyLayout::layOut(double width, QDeadlineTimer deadline) {
+    if (width != m_width) m_done = 0;
+    m_width = width;
+    while (m_done < count()) {
+        place(m_done);
+        if (at(m_done).layout->layOutMore(width)) ++m_done;
+        if (deadline.hasExpired()) break;
+    }
+    return isDone();
+}
+
+double ReplyLayout::height() const {
+    if (m_entries.empty()) return 0;
+    const Entry& last = at(std::min(m_done, count() - 1));
+    return last.y + last.layout->height();
+}
+
+double ReplyLayout::naturalWidth() const {
+    double widest = 0;
+    for (const Entry& entry : m_entries)
+        widest = std::max(widest, entry.layout->naturalWidth());
+    return widest;
+}
+
+QRectF ReplyLayout::blockRect(int row) const {
+    return {0, at(row).y, m_width, at(row).layout->height()};
+}
+
+int ReplyLayout::blockAt(double y) const {
+    if (m_entries.empty()) return -1;
+    const auto set = m_entries.begin() + std::min(m_done + 1, count());
+    const auto after = std::upper_bound(m_entries.begin(), set, y,
+                                        [](double value, const Entry& e) { return value < e.y; });
+    return after == m_entries.begin()
+               ? 0
+               : static_cast<int>(std::distance(m_entries.begin(), after)) - 1;
+}
+
+ReplyPosition ReplyLayout::positionAt(QPointF point) const {
+    const int row = blockAt(point.y());
+    if (row < 0 || point.y() < 0) return {};
+    return {row, at(row).layout->positionAt(point - QPointF(0, at(row).y))};
+}
+
+BlockRange ReplyLayout::within(int row, const ReplyRange& range) const {
+    if (range.isEmpty() || row < range.from.block || row > range.to.block) return {};
+    return {row == range.from.block ? range.from.offset : 0,
+            row == range.to.block ? range.to.offset : at(row).layout->plainText().size()};
+}
+
+bool ReplyLayout::covers(QPointF point, const ReplyRange& range) const {
+    const int row = blockAt(point.y());
+    return row >= 0 && at(row).layout->covers(point - QPointF(0, at(row).y), within(row, range));
+}
+
+QRectF ReplyLayout::firstLineRect(const ReplyRange& range) const {
+    for (int row = range.from.block; row <= range.to.block && row < count(); ++row) {
+        const QRectF rect = at(row).layout->firstLineRect(within(row, range));
+        if (!rect.isNull()) return rect.translated(0, at(row).y);
+    }
+    return {};
+}
+
+QRectF ReplyLayout::cursorRect(const ReplyPosition& position) const {
+    if (position.block >= count()) return {};
+    return at(position.block)
+        .layout->cursorRect(position.offset)
+        .translated(0, at(position.block).y);
+}
+
+QString ReplyLayout::linkAt(QPointF point) const {
+    const int row = blockAt(point.y());
+    return row < 0 ? QString() : at(row).layout->linkAt(point - QPointF(0, at(row).y));
+}
+
+QString ReplyLayout::text(const ReplyRange& range) const {
+    QString text;
+    for (int row = range.from.block; row <= range.to.block && row < count(); ++row) {
+        const BlockRange part = within(row, range);
+        if (row > range.from.block) text += u'\n';
+        text += at(row).layout->plainText().mid(part.from, part.to - part.from);
+    }
+    return text.replace(QChar(QChar::LineSeparator), u'\n');
+}
+
+ReplyPosition ReplyLayout::end() const {
+    if (m_entries.empty()) return {};
+    return {count() - 1, at(count() - 1).layout->plainText().size()};
+}
+
+bool ReplyLayout::scrollAt(QPointF point, double dx) {
+    const int row = blockAt(point.y());
+    return row >= 0 && blockRect(row).contains(point) && at(row).layout->scrollBy(dx);
+}
+
+void ReplyLayout::draw(QPainter& painter, const QRectF& clip, const Look& look) const {
+    const int first = blockAt(clip.top());
+    for (int row = std::max(first, 0); row < count() && row <= m_done; ++row) {
+        const Entry& entry = at(row);
+        if (entry.y > clip.bottom()) break;
+        painter.save();
+        painter.translate(0, entry.y);
+        if (look.arrivingFrom >= 0 && row >= look.arrivingFrom)
+            painter.setOpacity(look.arrivingOpacity);
+        entry.layout->draw(painter, clip.translated(0, -entry.y), within(row, look.selection));
+        painter.restore();
+    }
+}
+
+} // namespace vorq

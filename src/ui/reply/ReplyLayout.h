@@ -1,0 +1,97 @@
+#pragma once
+
+#include "ui/reply/BlockLayout.h"
+
+#include <QDeadlineTimer>
+
+#include <compare>
+#include <memory>
+#include <vector>
+
+namespace vorq {
+
+/// A place in the text of a reply: a block and the UTF-16 units before the place in it.
+struct ReplyPosition {
+    int block = 0;
+    qsizetype offset = 0;
+
+    auto operator<=>(const ReplyPosition&) const = default;
+};
+
+/// From the earlier place to the later; equal for nothing.
+struct ReplyRange {
+    ReplyPosition from;
+    ReplyPosition to;
+
+    [[nodiscard]] bool isEmpty() const { return from >= to; }
+    bool operator==(const ReplyRange&) const = default;
+};
+
+/// The blocks of a reply under each other, set from the top down in steps that can be interrupted.
+/// What is not set yet has no height. Geometry is in logical pixels from the top left of the reply.
+/// Main thread only.
+class ReplyLayout {
+  public:
+    using Block = AssistantReplyDocument::Block;
+
+    void setColors(const ReplyColors& colors);
+    [[nodiscard]] const ReplyColors& colors() const { return m_colors; }
+
+    /// Puts the blocks in the place of so many from the row on.
+    void replace(int row, int count, const QList<Block>& blocks);
+
+    /// Sets blocks until all are set or the time is over; true once all are set.
+    bool layOut(double width, QDeadlineTimer deadline);
+
+    [[nodiscard]] bool isDone() const { return m_done == count(); }
+    [[nodiscard]] int count() const { return static_cast<int>(m_entries.size()); }
+    [[nodiscard]] double height() const;
+    [[nodiscard]] double naturalWidth() const;
+    /// How many blocks were built so far, ever.
+    [[nodiscard]] int builtBlocks() const { return m_builtBlocks; }
+
+    [[nodiscard]] const BlockLayout& block(int row) const { return *at(row).layout; }
+    [[nodiscard]] QRectF blockRect(int row) const;
+    /// The block at or nearest above a height; -1 without any.
+    [[nodiscard]] int blockAt(double y) const;
+
+    [[nodiscard]] ReplyPosition positionAt(QPointF point) const;
+    [[nodiscard]] bool covers(QPointF point, const ReplyRange& range) const;
+    [[nodiscard]] QRectF firstLineRect(const ReplyRange& range) const;
+    [[nodiscard]] QRectF cursorRect(const ReplyPosition& position) const;
+    [[nodiscard]] QString linkAt(QPointF point) const;
+    [[nodiscard]] QString text(const ReplyRange& range) const;
+    [[nodiscard]] ReplyPosition end() const;
+    [[nodiscard]] BlockRange within(int row, const ReplyRange& range) const;
+    bool scrollAt(QPointF point, double dx);
+
+    struct Look {
+        ReplyRange selection;
+        /// Blocks from this row on are still arriving.
+        int arrivingFrom = -1;
+        double arrivingOpacity = 1;
+    };
+    void draw(QPainter& painter, const QRectF& clip, const Look& look) const;
+
+  private:
+    struct Entry {
+        Block source;
+        std::unique_ptr<BlockLayout> layout;
+        double y = 0;
+    };
+
+    [[nodiscard]] const Entry& at(int row) const {
+        return m_entries[static_cast<std::size_t>(row)];
+    }
+    [[nodiscard]] Entry& at(int row) { return m_entries[static_cast<std::size_t>(row)]; }
+    void build(Entry& entry);
+    void place(int row);
+
+    ReplyColors m_colors;
+    std::vector<Entry> m_entries;
+    double m_width = -1;
+    int m_done = 0; // so many from the top are set
+    int m_builtBlocks = 0;
+};
+
+} // namespace vorq

@@ -1,0 +1,225 @@
+// How the user selects in a reply, by mouse and by keys.
+
+#include "ui/reply/ReplyCanvas.h"
+#include "ui/reply/ReplyView.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QQuickWindow>
+#include <QStyleHints>
+#include <QTextBoundaryFinder>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace vorq {
+namespace {
+
+// The word around an offset of a text; between words, the space.
+BlockRange wordAround(const QString& text, qsizetype offset) {
+    QTextBoundaryFinder words(QTextBoundaryFinder::Word, text);
+    words.setPosition(std::min(offset + 1, text.size()));
+    const qsizetype from = std::max<qsizetype>(0, words.toPreviousBoundary());
+    const qsizetype to = words.toNextBoundary();
+    return {from, to < 0 ? text.size() : to};
+}
+
+qsizetype stepped(const QString& text, qsizetype offset, bool isForward, bool byWord) {
+    QTextBoundaryFinder finder(byWord ? QTextBoundaryFinder::Word : QTextBoundaryFinder::Grapheme,
+                               text);
+    finder.setPosition(offset);
+    return isForward ? finder.toNextBoundary() : finder.toPreviousBoundary();
+}
+
+} // namespace
+
+ReplyRange ReplyView::selection() const {
+    return {std::min(m_anchor, m_cursor), std::max(m_anchor, m_cursor)};
+}
+
+void ReplyView::select(ReplyPosition anchor, ReplyPosition cursor) {
+    if (m_anchor == anchor && m_cursor == cursor) return;
+    m_anchor = anchor;
+    m_cursor = cursor;
+    selectionMoved();
+}
+
+void ReplyView::selectAll() {
+    select({}, m_layout.end());
+}
+
+void ReplyView::clearSelection() {
+    select(m_cursor, m_cursor);
+}
+
+void ReplyView::selectionMoved() {
+    if (m_bridge) {
+        if (hasSelection() && !m_bridge->isWatching(this)) m_bridge->watch(this, this);
+        if (m_bridge->isWatching(this)) m_bridge->refresh();
+    }
+    watchClicks(hasSelection());
+    m_canvas->update();
+    emit selectionChanged();
+}
+
+// What a growing reply took back cannot stay selected.
+void ReplyView::dropLostSelection() {
+    if (m_anchor <= m_layout.end() && m_cursor <= m_layout.end()) return;
+    select({}, {});
+}
+
+std::optional<QString> ReplyView::selectedText() const {
+    const ReplyRange range = selection();
+    if (range.isEmpty() || range.to > m_layout.end()) return std::nullopt;
+    return m_layout.text(range);
+}
+
+std::optional<QRectF> ReplyView::layoutSelectionRect() const {
+    const QRectF line = m_layout.firstLineRect(selection());
+    if (line.isNull()) return std::nullopt;
+    return m_container ? mapRectToItem(m_container, line) : line;
+}
+
+bool ReplyView::isPointInSelection(QPointF globalPoint) const {
+    return m_layout.covers(mapFromGlobal(globalPoint), selection());
+}
+
+void ReplyView::watchClicks(bool on) {
+    if (m_isWatching == on) return;
+    m_isWatching = on;
+    if (on)
+        qGuiApp->installEventFilter(this);
+    else
+        qGuiApp->removeEventFilter(this);
+}
+
+bool ReplyView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::MouseButtonPress) return false;
+    // Each press passes by its window and then by items; only the first counts.
+    if (!qobject_cast<QWindow*>(watched) || !m_bridge || !m_bridge->isWatching(this)) return false;
+    const auto* press = static_cast<QMouseEvent*>(event);
+    PanelSelectionBridge::Click click;
+    click.isInOtherWindow = watched != window();
+    click.globalPoint = press->globalPosition();
+    click.point = m_container ? m_container->mapFromGlobal(click.globalPoint) : click.globalPoint;
+    if (m_bridge->shouldClearSelection(click)) clearSelection();
+    return false;
+}
+
+void ReplyView::mousePressEvent(QMouseEvent* event) {
+    const int tripleClickTime = QGuiApplication::styleHints()->mouseDoubleClickInterval();
+    m_pressedAt = event->position();
+    m_isSelecting = true;
+    setKeepMouseGrab(true);
+    forceActiveFocus(Qt::MouseFocusReason);
+    const ReplyPosition at = m_layout.positionAt(event->position());
+    if (m_sinceDoubleClick.isValid() && m_sinceDoubleClick.elapsed() < tripleClickTime &&
+        m_layout.count() > 0) {
+        m_sinceDoubleClick.invalidate();
+        select({at.block, 0}, {at.block, m_layout.block(at.block).plainText().size()});
+        m_isSelecting = false;
+        return;
+    }
+    select(event->modifiers().testFlag(Qt::ShiftModifier) ? m_anchor : at, at);
+}
+
+void ReplyView::mouseMoveEvent(QMouseEvent* event) {
+    if (m_isSelecting) select(m_anchor, m_layout.positionAt(event->position()));
+}
+
+void ReplyView::mouseReleaseEvent(QMouseEvent* event) {
+    setKeepMouseGrab(false);
+    m_isSelecting = false;
+    if (hasSelection()) return;
+    const QString link = m_layout.linkAt(event->position());
+    if (!link.isEmpty() && link == m_layout.linkAt(m_pressedAt)) emit linkActivated(link);
+}
+
+void ReplyView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (m_layout.count() == 0) return;
+    m_sinceDoubleClick.start();
+    m_isSelecting = false;
+    const ReplyPosition at = m_layout.positionAt(event->position());
+    const BlockRange word = wordAround(m_layout.block(at.block).plainText(), at.offset);
+    select({at.block, word.from}, {at.block, word.to});
+}
+
+void ReplyView::hoverMoveEvent(QHoverEvent* event) {
+    const QPointF at = event->position();
+    if (!m_layout.linkAt(at).isEmpty())
+        setCursor(Qt::PointingHandCursor);
+    else if (m_layout.covers(at, {{}, m_layout.end()}))
+        setCursor(Qt::IBeamCursor);
+    else
+        unsetCursor();
+}
+
+void ReplyView::wheelEvent(QWheelEvent* event) {
+    const QPointF delta =
+        event->pixelDelta().isNull() ? QPointF(event->angleDelta()) : QPointF(event->pixelDelta());
+    const bool isSideways =
+        event->modifiers().testFlag(Qt::ShiftModifier) || std::abs(delta.x()) > std::abs(delta.y());
+    const double step = delta.x() != 0 ? delta.x() : delta.y();
+    if (isSideways && m_layout.scrollAt(event->position(), -step)) {
+        m_canvas->update();
+        event->accept();
+        return;
+    }
+    event->ignore();
+}
+
+void ReplyView::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy))
+        copy();
+    else if (event->matches(QKeySequence::SelectAll))
+        selectAll();
+    else if (!takeSelectionKey(event))
+        return event->ignore();
+    event->accept();
+}
+
+bool ReplyView::takeSelectionKey(QKeyEvent* event) {
+    if (!event->modifiers().testFlag(Qt::ShiftModifier) || m_layout.count() == 0) return false;
+    const bool byWord = event->modifiers().testFlag(Qt::ControlModifier);
+    switch (event->key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        extendByKey(event->key(), byWord);
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down: {
+        const QRectF cursor = m_layout.cursorRect(m_cursor);
+        const double y = event->key() == Qt::Key_Up ? cursor.top() - cursor.height() / 2
+                                                    : cursor.bottom() + cursor.height() / 2;
+        select(m_anchor, m_layout.positionAt({cursor.left(), std::max(0.0, y)}));
+        return true;
+    }
+    case Qt::Key_Home:
+        select(m_anchor, {m_cursor.block, 0});
+        return true;
+    case Qt::Key_End:
+        select(m_anchor, {m_cursor.block, m_layout.block(m_cursor.block).plainText().size()});
+        return true;
+    default:
+        return false;
+    }
+}
+
+void ReplyView::extendByKey(int key, bool byWord) {
+    const bool isForward = key == Qt::Key_Right;
+    const QString& text = m_layout.block(m_cursor.block).plainText();
+    const qsizetype next = stepped(text, m_cursor.offset, isForward, byWord);
+    ReplyPosition cursor = m_cursor;
+    if (next >= 0)
+        cursor.offset = next;
+    else if (isForward && cursor.block + 1 < m_layout.count())
+        cursor = {cursor.block + 1, 0};
+    else if (!isForward && cursor.block > 0)
+        cursor = {cursor.block - 1, m_layout.block(cursor.block - 1).plainText().size()};
+    select(m_anchor, cursor);
+}
+
+} // namespace vorq

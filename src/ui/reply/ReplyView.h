@@ -1,0 +1,148 @@
+#pragma once
+
+#include "shell/PanelSelectionBridge.h"
+#include "ui/reply/ReplyBlocksModel.h"
+#include "ui/reply/ReplyLayout.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QQuickItem>
+#include <QTimer>
+#include <QVariantAnimation>
+#include <QVariantList>
+#include <QtQml/qqmlregistration.h>
+
+namespace vorq {
+
+class ReplyCanvas;
+
+/// A reply as the user reads and selects it: its blocks, each in its own style, selectable across
+/// blocks. Only the blocks that change are set anew, and a huge reply is set in slices. It draws no
+/// more than the strip that is told to be in view. Main thread only.
+class ReplyView : public QQuickItem, public SelectableText {
+    Q_OBJECT
+    QML_ELEMENT
+    /// The reply's source text.
+    Q_PROPERTY(QString raw READ raw WRITE setRaw NOTIFY rawChanged)
+    Q_PROPERTY(QColor baseColor READ baseColor WRITE setBaseColor NOTIFY colorsChanged)
+    Q_PROPERTY(QColor linkColor READ linkColor WRITE setLinkColor NOTIFY colorsChanged)
+    Q_PROPERTY(
+        QColor selectionColor READ selectionColor WRITE setSelectionColor NOTIFY colorsChanged)
+    /// The part of the item that is in view, from its top, in logical pixels.
+    Q_PROPERTY(double viewTop READ viewTop WRITE setViewTop NOTIFY viewChanged)
+    Q_PROPERTY(double viewHeight READ viewHeight WRITE setViewHeight NOTIFY viewChanged)
+    /// While on, a block that comes in fades in over so many milliseconds.
+    Q_PROPERTY(bool isGrowing MEMBER m_isGrowing NOTIFY growingChanged)
+    Q_PROPERTY(int arrivalDuration MEMBER m_arrivalDuration NOTIFY arrivalDurationChanged)
+    Q_PROPERTY(vorq::PanelSelectionBridge* bridge MEMBER m_bridge NOTIFY bridgeChanged)
+    Q_PROPERTY(QQuickItem* container MEMBER m_container NOTIFY containerChanged)
+    /// Of the widest line; the whole width for a reply with a table.
+    Q_PROPERTY(double naturalWidth READ naturalWidth NOTIFY layoutChanged)
+    /// One rectangle for each block of code, from the top.
+    Q_PROPERTY(QVariantList codeRects READ codeRects NOTIFY codeRectsChanged)
+    Q_PROPERTY(bool hasSelection READ hasSelection NOTIFY selectionChanged)
+
+  public:
+    explicit ReplyView(QQuickItem* parent = nullptr);
+    ~ReplyView() override;
+
+    [[nodiscard]] const QString& raw() const { return m_blocks.raw(); }
+    [[nodiscard]] QColor baseColor() const { return m_colors.ink; }
+    [[nodiscard]] QColor linkColor() const { return m_colors.link; }
+    [[nodiscard]] QColor selectionColor() const { return m_colors.selection; }
+    [[nodiscard]] double viewTop() const { return m_viewTop; }
+    [[nodiscard]] double viewHeight() const { return m_viewHeight; }
+    [[nodiscard]] double naturalWidth() const { return m_layout.naturalWidth(); }
+    [[nodiscard]] const QVariantList& codeRects() const { return m_codeRects; }
+    [[nodiscard]] bool hasSelection() const { return !selection().isEmpty(); }
+    [[nodiscard]] const ReplyLayout& layout() const { return m_layout; }
+    [[nodiscard]] ReplyRange selection() const;
+    [[nodiscard]] double arrivalOpacity() const;
+
+    void setRaw(const QString& raw);
+    void setBaseColor(const QColor& color);
+    void setLinkColor(const QColor& color);
+    void setSelectionColor(const QColor& color);
+    void setViewTop(double top);
+    void setViewHeight(double height);
+
+    void select(ReplyPosition anchor, ReplyPosition cursor);
+    Q_INVOKABLE void selectAll();
+    /// The selection; without one, the whole reply as it was written.
+    Q_INVOKABLE void copy() const;
+    Q_INVOKABLE void copyCode(int index) const;
+    /// The source of the code block; "" for an index that is none.
+    Q_INVOKABLE [[nodiscard]] QString codeAt(int index) const;
+
+    // SelectableText
+    [[nodiscard]] std::optional<QString> selectedText() const override;
+    [[nodiscard]] std::optional<QRectF> layoutSelectionRect() const override;
+    [[nodiscard]] std::optional<QRectF> axSelectionRect() const override { return std::nullopt; }
+    [[nodiscard]] bool isPointInSelection(QPointF globalPoint) const override;
+    Q_INVOKABLE void clearSelection() override;
+
+  signals:
+    void rawChanged();
+    void colorsChanged();
+    void viewChanged();
+    void growingChanged();
+    void arrivalDurationChanged();
+    void bridgeChanged();
+    void containerChanged();
+    void layoutChanged();
+    void codeRectsChanged();
+    void selectionChanged();
+    void linkActivated(const QString& address);
+
+  protected:
+    void geometryChange(const QRectF& next, const QRectF& former) override;
+    void updatePolish() override;
+    void itemChange(ItemChange change, const ItemChangeData& data) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void hoverMoveEvent(QHoverEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    friend class ReplyCanvas;
+
+    void connectModel();
+    void replaceBlocks(int row, int removed, int added);
+    void setColors(const ReplyColors& colors);
+    void layOutNow();
+    void publishLayout();
+    void placeCanvas(bool isStale);
+    void fadeIn(int row);
+    void selectionMoved();
+    void dropLostSelection();
+    void extendByKey(int key, bool byWord);
+    [[nodiscard]] bool takeSelectionKey(QKeyEvent* event);
+    void watchClicks(bool on);
+
+    ReplyBlocksModel m_blocks;
+    ReplyLayout m_layout;
+    ReplyColors m_colors;
+    ReplyCanvas* m_canvas;
+    QTimer m_more; // goes on with a layout that took too long
+    QVariantAnimation m_arrival;
+    int m_arrivingFrom = -1;
+    bool m_isGrowing = false;
+    int m_arrivalDuration = 0;
+    double m_viewTop = 0;
+    double m_viewHeight = 0;
+    QPointer<PanelSelectionBridge> m_bridge;
+    QPointer<QQuickItem> m_container;
+    QVariantList m_codeRects;
+    ReplyPosition m_anchor;
+    ReplyPosition m_cursor;
+    QPointF m_pressedAt;
+    QElapsedTimer m_sinceDoubleClick;
+    bool m_isSelecting = false;
+    bool m_isWatching = false;
+};
+
+} // namespace vorq

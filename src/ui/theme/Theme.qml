@@ -1,0 +1,176 @@
+pragma Singleton
+import QtQuick
+import Vorq.Native
+
+// All colours, sizes and type of the pages. Colours follow the look that the user chose, at once.
+QtObject {
+    id: theme
+
+    readonly property PanelLook look: App.look
+    readonly property bool dark: look.panelIsDark
+    readonly property bool tinted: look.isTinted
+
+    function withAlpha(color: color, alpha: real): color {
+        return Qt.rgba(color.r, color.g, color.b, alpha)
+    }
+    function points(pixels: real): real {
+        return App.points(pixels)
+    }
+    function orElse(chosen: color, own: color): color {
+        return chosen.valid ? chosen : own
+    }
+
+    // ---- type
+    readonly property string sans: "Inter"
+    readonly property string display: "Inter Display"
+    readonly property string mono: "JetBrains Mono"
+    readonly property real displaySize: 19
+    readonly property real largeSize: 16
+    readonly property real hugeSize: 26
+    readonly property real bodySize: 14.5
+    readonly property real rowSize: 13.5
+    readonly property real controlSize: 13
+    readonly property real metaSize: 12.5
+    readonly property real captionSize: 12
+    readonly property real badgeSize: 11.5
+    readonly property real bubbleLeading: 3
+    readonly property real captionLeading: 2
+
+    // ---- ink
+    readonly property color ink: dark ? "#F3F4F8" : "#14161D"
+    readonly property color ink2: dark ? "#BDC1CD" : "#4B5060"
+    readonly property color ink3: dark ? "#A3A8B6" : "#626879"
+    readonly property color inkOff: dark ? "#686C79" : "#A3A8B5"
+
+    // ---- solid surfaces
+    readonly property color window: dark ? "#17181C" : "#F3F4F7"
+    readonly property color surface: dark ? "#212329" : "#FFFFFF"
+    readonly property color surface2: dark ? "#2A2C34" : "#EEF0F4"
+    readonly property color surface3: dark ? "#343741" : "#E3E6EC"
+    readonly property color hairline: dark ? Qt.rgba(1, 1, 1, 0.085) : Qt.rgba(0.05, 0.07, 0.13, 0.10)
+    readonly property color hairline2: dark ? Qt.rgba(1, 1, 1, 0.16) : Qt.rgba(0.05, 0.07, 0.13, 0.17)
+    readonly property color fieldWell: dark ? Qt.rgba(0, 0, 0, 0.22) : "#FFFFFF"
+
+    // ---- states, drawn over whatever lies beneath
+    readonly property color hover: dark ? Qt.rgba(1, 1, 1, 0.07) : Qt.rgba(0.05, 0.07, 0.13, 0.05)
+    readonly property color pressed: dark ? Qt.rgba(1, 1, 1, 0.13) : Qt.rgba(0.05, 0.07, 0.13, 0.10)
+    readonly property color track: dark ? Qt.rgba(1, 1, 1, 0.10) : Qt.rgba(0.05, 0.07, 0.13, 0.10)
+    readonly property color ring: dark ? Qt.rgba(1, 1, 1, 0.44) : Qt.rgba(0.05, 0.07, 0.13, 0.52)
+    readonly property color secondaryFill: withAlpha(ink, dark ? 0.09 : 0.06)
+    readonly property color secondaryHover: withAlpha(ink, dark ? 0.14 : 0.10)
+    readonly property color secondaryDown: withAlpha(ink, dark ? 0.20 : 0.15)
+
+    // ---- accent, and the second colour of the mark
+    readonly property color accent: dark ? "#4A65EA" : "#3F5AE6"
+    readonly property color accentHover: dark ? "#4F6AF0" : "#354FD6"
+    readonly property color accentDown: dark ? "#3E56CF" : "#2B43BF"
+    readonly property color accentOn: "#FFFFFF"
+    readonly property color accentInk: dark ? "#AEBDFF" : "#2E48CC"
+    readonly property color accentSoft: dark ? Qt.rgba(0.42, 0.52, 1, 0.20) : Qt.rgba(0.25, 0.35, 0.90, 0.10)
+    readonly property color accentSoft2: dark ? Qt.rgba(0.42, 0.52, 1, 0.27) : Qt.rgba(0.25, 0.35, 0.90, 0.17)
+    readonly property color accentRimTop: Qt.rgba(1, 1, 1, 0.28)
+    readonly property color accentRimBottom: Qt.rgba(1, 1, 1, 0.06)
+    readonly property color accentOff: withAlpha(ink, 0.42)
+    readonly property color focus: dark ? "#8EA3FF" : "#3F5AE6"
+    readonly property color ember: dark ? "#FF9A5C" : "#F97316"
+    readonly property color selection: dark ? Qt.rgba(0.42, 0.52, 1, 0.48) : Qt.rgba(0.25, 0.37, 0.96, 0.24)
+
+    // ---- status
+    readonly property color ok: dark ? "#62D394" : "#16703D"
+    readonly property color okFill: dark ? "#2C9F5F" : "#2A9556"
+    readonly property color okSoft: dark ? Qt.rgba(0.30, 0.78, 0.50, 0.17) : Qt.rgba(0.15, 0.62, 0.34, 0.12)
+    readonly property color warn: dark ? "#FFA65C" : "#A84E08"
+    readonly property color warnFill: "#F08A2B"
+    readonly property color warnSoft: dark ? Qt.rgba(1, 0.62, 0.30, 0.16) : Qt.rgba(0.94, 0.50, 0.10, 0.13)
+    readonly property color bad: dark ? "#FF8A85" : "#BF2B2B"
+    readonly property color badFill: dark ? "#E5554F" : "#D53B38"
+    readonly property color badSoft: dark ? Qt.rgba(1, 0.38, 0.36, 0.16) : Qt.rgba(0.84, 0.20, 0.20, 0.10)
+    readonly property color noteTile: dark ? "#FFC46B" : "#9A5B00"
+    readonly property real tileAlpha: dark ? 0.16 : 0.11
+
+    // ---- glass of the panel
+    readonly property bool opaque: look.tier === PanelLook.Opaque
+    readonly property real glassAlpha: opaque ? 1 : look.tier === PanelLook.Blur ? (dark ? 0.84 : 0.82) : 0.96
+    readonly property real glassAlphaStep: 0.01
+    readonly property real customTintAlpha: 0.85
+    readonly property color glassTopOwn: dark ? (tinted ? "#2B2E45" : "#282A32") : (tinted ? "#F4F5FF" : "#FFFFFF")
+    readonly property color glassBottomOwn: dark ? (tinted ? "#1A1C2B" : "#17181D") : (tinted ? "#E4E7FA" : "#F0F2F6")
+    readonly property color glassTop: glassOf(glassTopOwn, look.background, glassAlpha)
+    readonly property color glassBottom: glassOf(glassBottomOwn, look.background, Math.min(1, glassAlpha + glassAlphaStep))
+    readonly property color glassRimTop: dark ? Qt.rgba(1, 1, 1, 0.30) : Qt.rgba(1, 1, 1, 1)
+    readonly property color glassRimBottom: dark ? Qt.rgba(1, 1, 1, 0.10) : Qt.rgba(1, 1, 1, 0.75)
+    readonly property color glassHairline: dark ? Qt.rgba(0, 0, 0, 0.62) : Qt.rgba(0.06, 0.08, 0.16, 0.16)
+    readonly property color glassSpecular: dark ? Qt.rgba(1, 1, 1, 0.065) : Qt.rgba(1, 1, 1, 0.9)
+    readonly property color glassWash: tinted ? (dark ? Qt.rgba(0.42, 0.50, 1, 0.16) : Qt.rgba(0.36, 0.44, 1, 0.10))
+                                              : (dark ? Qt.rgba(0.45, 0.52, 0.78, 0.07) : Qt.rgba(0.45, 0.52, 0.80, 0.05))
+    readonly property real glassGrain: dark ? 0.014 : 0.012
+
+    function glassOf(own: color, custom: color, alpha: real): color {
+        return withAlpha(custom.valid ? Qt.tint(own, withAlpha(custom, customTintAlpha)) : own, alpha)
+    }
+
+    // ---- what floats over the panel: denser, one step nearer
+    readonly property color floatTop: dark ? Qt.rgba(0.204, 0.216, 0.255, 0.985) : Qt.rgba(1, 1, 1, 0.985)
+    readonly property color floatBottom: dark ? Qt.rgba(0.161, 0.169, 0.2, 0.985) : Qt.rgba(0.973, 0.976, 0.984, 0.985)
+    readonly property color floatRimTop: dark ? Qt.rgba(1, 1, 1, 0.24) : Qt.rgba(1, 1, 1, 1)
+    readonly property color floatRimBottom: dark ? Qt.rgba(1, 1, 1, 0.08) : Qt.rgba(1, 1, 1, 0.8)
+    readonly property color floatHairline: dark ? Qt.rgba(0, 0, 0, 0.55) : Qt.rgba(0.06, 0.08, 0.16, 0.13)
+
+    // ---- blocks of the conversation
+    readonly property color userBlock: orElse(look.userBlock, dark ? "#3B4784" : "#DFE5FF")
+    readonly property real userBlockLift: dark ? 1.10 : 1.01
+    readonly property color userBlockRim: dark ? Qt.rgba(1, 1, 1, 0.13) : Qt.rgba(0.25, 0.35, 0.90, 0.16)
+    readonly property color userInk: orElse(look.userInk, dark ? "#F6F7FF" : "#161C3E")
+    readonly property color botBlock: orElse(look.assistantBlock, dark ? Qt.rgba(1, 1, 1, 0.050) : Qt.rgba(1, 1, 1, 0.86))
+    readonly property color botBlockRim: dark ? Qt.rgba(1, 1, 1, 0.085) : Qt.rgba(0.06, 0.08, 0.16, 0.085)
+    readonly property color botInk: orElse(look.assistantInk, ink)
+    readonly property color botLink: look.assistantBlock.valid ? botInk : accentInk
+    readonly property color fieldFill: dark ? Qt.rgba(1, 1, 1, 0.075) : Qt.rgba(1, 1, 1, 0.96)
+    readonly property color fieldRim: dark ? Qt.rgba(1, 1, 1, 0.15) : Qt.rgba(0.06, 0.08, 0.16, 0.14)
+    readonly property color fieldFocusRim: withAlpha(focus, dark ? 0.75 : 0.85)
+
+    // ---- the pill, in the other theme's colours
+    readonly property color pillTop: dark ? "#FFFFFF" : "#1B1E28"
+    readonly property color pillDown: dark ? "#C9D2F5" : "#333847"
+    readonly property color pillBottom: dark ? "#E6EAF8" : "#11131A"
+    readonly property color pillRimTop: dark ? "#FFFFFF" : Qt.rgba(1, 1, 1, 0.22)
+    readonly property color pillRimBottom: dark ? Qt.rgba(0, 0, 0, 0.10) : Qt.rgba(1, 1, 1, 0.06)
+    readonly property color pillHairline: dark ? Qt.rgba(0, 0, 0, 0.30) : "transparent"
+    readonly property color pillIcon: dark ? "#2E48CC" : "#A3B5FF"
+    readonly property color pillInk: dark ? "#14161D" : "#FFFFFF"
+
+    // ---- spacing
+    readonly property int space1: 4
+    readonly property int space2: 8
+    readonly property int space3: 12
+    readonly property int space4: 16
+    readonly property int space5: 20
+    readonly property int space6: 24
+    readonly property int space8: 32
+
+    // ---- radii; what lies in something else has its radius less the gap
+    readonly property int radiusPanel: 34
+    readonly property int radiusComposer: 22
+    readonly property int radiusBlock: 20
+    readonly property int radiusCard: 16
+    readonly property int radiusRow: 14
+    readonly property int radiusTile: 11
+    readonly property int radiusControl: 10
+    readonly property int radiusCode: 8
+    readonly property real smoothing: 0.6
+
+    // ---- shadows: layers of "dy,blur,alpha"
+    readonly property real shadowStrength: dark ? 1.0 : 0.44
+    readonly property var shadowLayers: [[[1, 3, 0.30], [0, 1, 0.20]],
+                                         [[6, 18, 0.34], [1, 3, 0.26]],
+                                         [[14, 40, 0.44], [2, 8, 0.26]],
+                                         [[24, 72, 0.52], [4, 14, 0.26]]]
+    readonly property var shadowMargins: [6, 24, 48, 84]
+    function shadow(level: int): string {
+        return shadowLayers[level - 1].map(layer => layer[0] + "," + layer[1] + ","
+                                                    + (layer[2] * shadowStrength).toFixed(3)).join("/")
+    }
+    function shadowMargin(level: int): int {
+        return shadowMargins[level - 1]
+    }
+}

@@ -1,0 +1,167 @@
+// Draws the states of the panel into pictures for looking at: vorq-panel-shot FOLDER
+
+#include "ui/PanelStage.h"
+#include "ui/Samples.h"
+#include "ui/reply/ReplyView.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QPainter>
+
+#include <cstdio>
+#include <functional>
+
+namespace vorq {
+namespace {
+
+constexpr int margin = 40;
+
+struct Shot {
+    const char* name;
+    std::function<void(PanelStage&)> prepare;
+    std::function<void(PanelStage&)> act = {};
+};
+
+void greet(PanelStage& stage) {
+    stage.answer("Hello 👋, Vorq here…");
+}
+
+PromptAttachment deepenClip() {
+    PromptAttachment clip;
+    clip.isDeepenSelection = true;
+    clip.textContent = "steady output in noisy light";
+    return clip;
+}
+
+PromptAttachment fileClip() {
+    PromptAttachment clip;
+    clip.fileName = "leaf-optics.pdf";
+    clip.textContent = "x";
+    return clip;
+}
+
+void reply(PanelStage& stage) {
+    stage.say("Summarise this and tell me how I could test it at home.\n\n📎 Text capture, "
+              "leaf-optics.pdf");
+    stage.answer(
+        samples::leaves, false,
+        VorqFollowUp{"Which part should we take further?",
+                     {"Explain the green gap", "Turn it into flashcards", "Quiz me on this"}});
+}
+
+void draft(PanelStage& stage) {
+    stage.panel->attachments().append(deepenClip());
+    stage.panel->attachments().append(fileClip());
+    stage.panel->setPrompt("How does this change in shade?");
+}
+
+void working(PanelStage& stage) {
+    greet(stage);
+    stage.say("Attached: Text capture");
+    stage.work();
+    stage.say("And compare it with red algae.");
+}
+
+void growing(PanelStage& stage) {
+    stage.say("Attached: Text capture");
+    stage.answer(QString(samples::leaves).section("\n\n", 0, 5), true);
+    stage.panel->setPrompt("What about shade leaves");
+}
+
+void select(PanelStage& stage) {
+    auto* view = qobject_cast<ReplyView*>(stage.find("ReplyView"));
+    view->select({1, 0}, {1, 47});
+}
+
+void scrollUp(PanelStage& stage) {
+    stage.list().setProperty("follows", false);
+    stage.list().setProperty("contentY", 0);
+}
+
+const QList<Shot>& shots() {
+    static const QList<Shot> list = {
+        {"greeting", greet},
+        {"reply", reply, draft},
+        {"reply-top", reply, scrollUp},
+        {"working", working},
+        {"growing", growing},
+        {"tray",
+         [](PanelStage& s) {
+             greet(s);
+             reply(s);
+         },
+         [](PanelStage& s) { s.panel->setShowAttachTray(true); }},
+        {"tray-notes", reply,
+         [](PanelStage& s) {
+             s.panel->setShowAttachTray(true);
+             s.panel->setAttachTrayMode(PanelViewModel::AttachTrayMode::Notes);
+         }},
+        {"selection", reply,
+         [](PanelStage& s) {
+             scrollUp(s);
+             s.settle(20);
+             select(s);
+         }},
+        {"mixed",
+         [](PanelStage& s) {
+             s.say("ما هو الفرق؟");
+             s.answer(samples::mixed);
+         }},
+        {"draft", greet,
+         [](PanelStage& s) { s.panel->setPrompt("One\nTwo\nThree\nFour\nFive\nSix\nSeven"); }},
+        {"tinted",
+         [](PanelStage& s) {
+             s.state->appearance().setPanelGlassStyle(PanelGlassStyle::Tinted);
+             greet(s);
+             reply(s);
+         }},
+        {"custom",
+         [](PanelStage& s) {
+             s.state->appearance().setPanelBackgroundHex("#123230");
+             s.state->appearance().setPanelUserBlockHex("#1F6F63");
+             s.state->appearance().setPanelAssistantBlockHex("#F4E9D8");
+             greet(s);
+             reply(s);
+         }},
+    };
+    return list;
+}
+
+void shoot(const Shot& shot, bool isDark, const QDir& folder) {
+    PanelStage stage;
+    stage.state->appearance().setPanelAppearance(isDark ? PanelAppearance::Current
+                                                        : PanelAppearance::White);
+    shot.prepare(stage);
+    stage.show();
+    stage.settle(100);
+    if (shot.act) shot.act(stage);
+    stage.settle(500);
+    const QImage panel = stage.window->grabWindow();
+    QImage picture(panel.size() + QSize(2 * margin, 2 * margin), QImage::Format_RGB32);
+    picture.fill(isDark ? QColor("#2b3a55") : QColor("#b4c6e0"));
+    QPainter painter(&picture);
+    painter.drawImage(margin, margin, panel);
+    painter.end();
+    const QString name =
+        QStringLiteral("panel-%1-%2.png").arg(shot.name, isDark ? "dark" : "light");
+    if (!picture.save(folder.filePath(name))) qFatal("cannot write %s", qPrintable(name));
+    std::printf("%s\n", qPrintable(name));
+}
+
+} // namespace
+} // namespace vorq
+
+int main(int argc, char** argv) {
+    qputenv("QT_QUICK_BACKEND", "software");
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    vorq::prepareUi();
+    const QStringList arguments = QGuiApplication::arguments();
+    const QDir folder(arguments.value(1, "."));
+    folder.mkpath(".");
+    for (const vorq::Shot& shot : vorq::shots())
+        for (const bool isDark : {true, false})
+            if (arguments.size() < 3 || arguments.contains(shot.name))
+                vorq::shoot(shot, isDark, folder);
+    return 0;
+}

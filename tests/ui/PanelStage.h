@@ -1,0 +1,75 @@
+#pragma once
+
+#include "backend/ScriptedTransport.h"
+#include "core/VorqAppState.h"
+#include "platform/testing/ManualClock.h"
+#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/TemporaryPaths.h"
+#include "shell/PanelLook.h"
+#include "shell/PanelViewModel.h"
+#include "ui/UiContext.h"
+
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+
+#include <memory>
+
+namespace vorq {
+
+/// Captures nothing.
+class BlindCapture final : public SelectionCapture {
+  public:
+    [[nodiscard]] bool isTrusted() const override { return true; }
+    [[nodiscard]] std::optional<ProcessId> frontmostForeignProcess() const override {
+        return std::nullopt;
+    }
+    [[nodiscard]] QString applicationName(ProcessId) const override { return {}; }
+    QCoro::Task<QString> captureSelectedTextForHotKey(std::optional<ProcessId>,
+                                                      std::stop_token) override {
+        co_return QString();
+    }
+    void log(const QString&) override {}
+};
+
+/// The whole panel over a scripted backend, in virtual time, signed in.
+class PanelStage {
+  public:
+    PanelStage();
+    ~PanelStage();
+    PanelStage(const PanelStage&) = delete;
+    PanelStage& operator=(const PanelStage&) = delete;
+
+    /// Shows the panel in a window of its size.
+    void show(QSize size = {440, 750});
+
+    /// Lets the window take in and draw what changed.
+    void settle(int milliseconds = 0);
+
+    void say(const QString& text);
+    QUuid answer(const QString& text, bool isTyping = false,
+                 const std::optional<VorqFollowUp>& followUp = std::nullopt);
+    QUuid work();
+    void grow(const QUuid& id, const QString& text);
+
+    [[nodiscard]] QQuickItem& root() { return *window->rootObject(); }
+    /// The first item below the root of the QML type, in the order of the tree; null without one.
+    [[nodiscard]] QQuickItem* find(const QString& type);
+    [[nodiscard]] QList<QQuickItem*> findAll(const QString& type);
+    [[nodiscard]] QQuickItem& list();
+
+    ManualClock clock;
+    MemoryDefaults defaults;
+    TemporaryPaths paths;
+    ScriptedTransport transport{clock};
+    NoLocalRoutes routes;
+    BlindCapture capture;
+    std::unique_ptr<VorqAppState> state;
+    std::unique_ptr<PanelViewModel> panel;
+    std::unique_ptr<PanelLook> look;
+    std::unique_ptr<UiContext> context;
+    std::unique_ptr<QQmlEngine> engine;
+    std::unique_ptr<QQuickView> window;
+};
+
+} // namespace vorq
