@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <fcntl.h>
 #include <simdjson.h>
@@ -15,8 +16,10 @@
 namespace vorq {
 namespace {
 
-// Much more than a page, and little beside a file for which it matters.
-constexpr std::size_t releaseStep = 1 << 20;
+// From this size on memory comes in huge pages, which are released as a whole.
+constexpr std::size_t hugePage = std::size_t{2} << 20;
+constexpr std::size_t largeFile = 4 * hugePage;
+constexpr std::size_t smallStep = std::size_t{128} << 10;
 
 ssize_t readAt(int descriptor, char* to, std::size_t size, std::size_t offset) {
     ssize_t got = 0;
@@ -77,6 +80,7 @@ bool JsonFile::reserve(std::size_t size) {
     void* memory =
         ::mmap(nullptr, capacity, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) return false;
+    if (size >= largeFile) ::madvise(memory, capacity, MADV_HUGEPAGE);
     m_data = static_cast<char*>(memory);
     m_capacity = capacity;
     return true;
@@ -93,11 +97,13 @@ bool JsonFile::read(std::size_t size) {
 }
 
 void JsonFile::releaseBefore(const char* place) {
-    const auto passed = static_cast<std::size_t>(place - m_data);
-    if (m_descriptor < 0 || passed < m_released + releaseStep) return;
-    const std::size_t end = passed - passed % releaseStep; // whole pages
-    ::madvise(m_data + m_released, end - m_released, MADV_DONTNEED);
-    m_released = end;
+    const std::size_t step = m_size >= largeFile ? hugePage : smallStep;
+    if (m_descriptor < 0 || place < m_data + m_released + step) return;
+    const auto address = reinterpret_cast<std::uintptr_t>(place);
+    const char* end = place - address % step;
+    const auto length = static_cast<std::size_t>(end - (m_data + m_released));
+    ::madvise(m_data + m_released, length, MADV_DONTNEED);
+    m_released += length;
 }
 
 bool JsonFile::restore() {

@@ -1,39 +1,26 @@
 #include "support/JsonText.h"
 
-#include <cstdint>
-#include <cstring>
+#include "support/PlainRun.h"
+
+#include <array>
 #include <optional>
 
 namespace vorq {
 namespace {
 
-constexpr std::ptrdiff_t blockSize = 16;
-
-constexpr std::uint64_t everyByte(unsigned char value) {
-    return 0x0101'0101'0101'0101U * value;
-}
-
-// The highest bit of bytes that are no ASCII or the byte asked for; others may follow those.
-std::uint64_t marked(std::uint64_t bytes, unsigned char sought) {
-    const std::uint64_t difference = bytes ^ everyByte(sought);
-    return (bytes | ((difference - everyByte(1)) & ~difference)) & everyByte(0x80);
-}
-
-// Copies a block if it is ASCII without an escape.
-bool copyPlainBlock(const char* from, char16_t* to) {
-    std::uint64_t first = 0;
-    std::uint64_t second = 0;
-    std::memcpy(&first, from, sizeof first);
-    std::memcpy(&second, from + sizeof first, sizeof second);
-    if ((marked(first, '\\') | marked(second, '\\')) != 0) return false;
-    for (std::ptrdiff_t index = 0; index < blockSize; ++index)
-        to[index] = static_cast<unsigned char>(from[index]);
-    return true;
-}
-
 bool isPlain(char c) {
     return c != '\\' && static_cast<unsigned char>(c) < 0x80;
 }
+
+// What the names of escapes stand for; nothing for all others but "u".
+constexpr std::array<char, 256> escapes = [] {
+    std::array<char, 256> values{};
+    constexpr std::string_view names = "\"\\/bfnrt";
+    constexpr std::string_view meanings = "\"\\/\b\f\n\r\t";
+    for (std::size_t index = 0; index < names.size(); ++index)
+        values[static_cast<unsigned char>(names[index])] = meanings[index];
+    return values;
+}();
 
 class Unescaping {
   public:
@@ -43,12 +30,7 @@ class Unescaping {
     // The end of what was written; nothing if the body is not in order.
     char16_t* run() {
         while (m_at != m_end) {
-            while (m_end - m_at >= blockSize && copyPlainBlock(m_at, m_to)) {
-                m_at += blockSize;
-                m_to += blockSize;
-            }
-            while (m_at != m_end && isPlain(*m_at))
-                *m_to++ = static_cast<unsigned char>(*m_at++);
+            copyPlain();
             while (m_at != m_end && !isPlain(*m_at)) {
                 if (*m_at != '\\')
                     copyCharacter();
@@ -60,6 +42,17 @@ class Unescaping {
     }
 
   private:
+    void copyPlain() {
+        while (m_end - m_at >= plainBlock) {
+            const std::ptrdiff_t length = widenPlainRun(m_at, m_to);
+            m_at += length;
+            m_to += length;
+            if (length < plainBlock) return;
+        }
+        while (m_at != m_end && isPlain(*m_at))
+            *m_to++ = static_cast<unsigned char>(*m_at++);
+    }
+
     // A character of two to four bytes.
     void copyCharacter() {
         const unsigned lead = static_cast<unsigned char>(*m_at++);
@@ -76,16 +69,13 @@ class Unescaping {
     }
 
     bool copyEscape() {
-        static constexpr std::string_view names = "\"\\/bfnrt";
-        static constexpr char values[] = "\"\\/\b\f\n\r\t";
         if (m_end - m_at < 2) return false;
         const char name = m_at[1];
         m_at += 2;
         if (name == 'u') return copyCodeUnits();
-        const std::size_t found = names.find(name);
-        if (found == std::string_view::npos) return false;
-        *m_to++ = static_cast<unsigned char>(values[found]);
-        return true;
+        const char meant = escapes[static_cast<unsigned char>(name)];
+        *m_to++ = static_cast<unsigned char>(meant);
+        return meant != '\0';
     }
 
     bool copyCodeUnits() {

@@ -1,40 +1,46 @@
 #include "support/JsonWriter.h"
 
+#include "support/PlainRun.h"
+
 #include <QtGlobal>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace vorq {
 namespace {
 
-constexpr std::ptrdiff_t blockSize = 16;
-
-bool isPlain(char16_t c, bool escapesSlash) {
-    return c >= 0x20 && c < 0x80 && c != u'"' && c != u'\\' && (c != u'/' || !escapesSlash);
+bool isPlain(char16_t c, char16_t slash) {
+    return c >= 0x20 && c < 0x80 && c != u'"' && c != u'\\' && c != slash;
 }
 
-// The first of the text's characters as UTF-8, escaped where JSON asks for it.
+// The letters of the escapes that have one.
+constexpr std::array<char, 0x80> escapeLetters = [] {
+    std::array<char, 0x80> letters{};
+    constexpr std::string_view meant = "\"\\/\b\f\n\r\t";
+    constexpr std::string_view names = "\"\\/bfnrt";
+    for (std::size_t index = 0; index < meant.size(); ++index)
+        letters[static_cast<unsigned char>(meant[index])] = names[index];
+    return letters;
+}();
+
+// Text as UTF-8, escaped where JSON asks for it.
 class Escaping {
   public:
     Escaping(QStringView text, char* to, bool escapesSlash)
-        : m_at(text.utf16()), m_end(m_at + text.size()), m_to(to), m_escapesSlash(escapesSlash) {}
+        : m_at(text.utf16()), m_end(m_at + text.size()), m_to(to), m_slash(escapesSlash ? u'/' : u'"') {}
 
     // The end of what was written, of which there are at most six bytes for a code unit.
     char* run() {
         while (m_at != m_end) {
-            while (m_end - m_at >= blockSize && copyPlainBlock()) {
-                m_at += blockSize;
-                m_to += blockSize;
-            }
-            while (m_at != m_end && isPlain(*m_at, m_escapesSlash))
-                *m_to++ = static_cast<char>(*m_at++);
-            while (m_at != m_end && !isPlain(*m_at, m_escapesSlash)) {
+            copyPlain();
+            while (m_at != m_end && !isPlain(*m_at, m_slash)) {
                 if (*m_at < 0x80)
-                    copyEscaped(static_cast<char>(*m_at++));
+                    copyEscaped(static_cast<unsigned char>(*m_at++));
                 else
                     copyCharacter();
             }
@@ -43,28 +49,22 @@ class Escaping {
     }
 
   private:
-    // Copies a block that asks for no escape; without branches, so that it is done at once.
-    bool copyPlainBlock() {
-        const auto slash = static_cast<std::uint16_t>(m_escapesSlash ? u'/' : u'"');
-        std::uint16_t special = 0;
-        for (std::ptrdiff_t index = 0; index < blockSize; ++index) {
-            const std::uint16_t c = m_at[index];
-            const bool isSpecial =
-                (c < 0x20) | (c > 0x7F) | (c == u'"') | (c == u'\\') | (c == slash);
-            special |= static_cast<std::uint16_t>(isSpecial ? 0xFFFF : 0);
-            m_to[index] = static_cast<char>(c);
+    void copyPlain() {
+        while (m_end - m_at >= plainBlock) {
+            const std::ptrdiff_t length = narrowPlainRun(m_at, m_to, m_slash);
+            m_at += length;
+            m_to += length;
+            if (length < plainBlock) return;
         }
-        return special == 0;
+        while (m_at != m_end && isPlain(*m_at, m_slash))
+            *m_to++ = static_cast<char>(*m_at++);
     }
 
-    void copyEscaped(char c) {
-        static constexpr std::string_view named = "\"\\/\b\f\n\r\t";
-        static constexpr char names[] = "\"\\/bfnrt";
+    void copyEscaped(unsigned char c) {
         static constexpr char hex[] = "0123456789abcdef";
         *m_to++ = '\\';
-        const std::size_t found = named.find(c);
-        if (found != std::string_view::npos) {
-            *m_to++ = names[found];
+        if (escapeLetters[c] != '\0') {
+            *m_to++ = escapeLetters[c];
             return;
         }
         for (const char digit : {'u', '0', '0', hex[c >> 4], hex[c & 0xF]})
@@ -92,7 +92,7 @@ class Escaping {
     const char16_t* m_at;
     const char16_t* m_end;
     char* m_to;
-    bool m_escapesSlash;
+    char16_t m_slash; // one more that is escaped
 };
 
 } // namespace
@@ -110,9 +110,31 @@ void JsonWriter::endArray() {
     close(']');
 }
 
+// Room for so many bytes, of which all must be written.
+char* JsonWriter::grow(qsizetype size) {
+    makeRoom(size);
+    char* place = m_bytes.data() + m_size;
+    m_size += size;
+    return place;
+}
+
+void JsonWriter::makeRoom(qsizetype size) {
+    if (m_size + size > m_bytes.size())
+        m_bytes.resize(std::max<qsizetype>({256, m_size + size, 2 * m_bytes.size()}));
+}
+
+void JsonWriter::put(QByteArrayView bytes) {
+    std::memcpy(grow(bytes.size()), bytes.data(), static_cast<std::size_t>(bytes.size()));
+}
+
+QByteArray JsonWriter::take() {
+    m_bytes.truncate(std::exchange(m_size, 0));
+    return std::move(m_bytes);
+}
+
 void JsonWriter::open(char bracket) {
     beforeValue();
-    m_bytes += bracket;
+    *grow(1) = bracket;
     m_hasEntries.push_back(false);
 }
 
@@ -120,17 +142,17 @@ void JsonWriter::close(char bracket) {
     Q_ASSERT(!m_hasEntries.empty() && !m_afterKey);
     const bool hadEntries = m_hasEntries.back();
     m_hasEntries.pop_back();
-    if (!hadEntries && m_style == Style::Indented) m_bytes += '\n';
+    if (!hadEntries && m_style == Style::Indented) *grow(1) = '\n';
     lineBreak();
-    m_bytes += bracket;
+    *grow(1) = bracket;
 }
 
 void JsonWriter::lineBreak() {
     if (m_style == Style::Compact) return;
-    const auto indentation = static_cast<qsizetype>(m_hasEntries.size()) * 2;
-    makeRoom(indentation + 1);
-    m_bytes += '\n';
-    m_bytes.append(indentation, ' ');
+    const std::size_t indentation = m_hasEntries.size() * 2;
+    char* place = grow(static_cast<qsizetype>(indentation) + 1);
+    *place = '\n';
+    std::memset(place + 1, ' ', indentation);
 }
 
 void JsonWriter::beforeValue() {
@@ -139,26 +161,30 @@ void JsonWriter::beforeValue() {
         return;
     }
     if (m_hasEntries.empty()) return;
-    if (m_hasEntries.back()) m_bytes += ',';
+    if (m_hasEntries.back()) *grow(1) = ',';
     m_hasEntries.back() = true;
     lineBreak();
+}
+
+void JsonWriter::afterKey() {
+    if (m_style == Style::Compact)
+        put(":");
+    else
+        put(" : ");
+    m_afterKey = true;
 }
 
 void JsonWriter::key(QStringView name) {
     Q_ASSERT(!m_hasEntries.empty() && !m_afterKey);
     beforeValue();
     string(name);
-    m_bytes += m_style == Style::Compact ? ":" : " : ";
-    m_afterKey = true;
+    afterKey();
 }
 
 void JsonWriter::plainKey(QByteArrayView name) {
     Q_ASSERT(!m_hasEntries.empty() && !m_afterKey);
-    beforeValue();
-    m_bytes += '"';
-    m_bytes.append(name);
-    m_bytes.append(m_style == Style::Compact ? QByteArrayView("\":") : QByteArrayView("\" : "));
-    m_afterKey = true;
+    plainString(name);
+    afterKey();
 }
 
 void JsonWriter::value(QStringView text) {
@@ -167,63 +193,52 @@ void JsonWriter::value(QStringView text) {
 }
 
 void JsonWriter::value(bool truth) {
-    beforeValue();
-    m_bytes += truth ? "true" : "false";
+    raw(truth ? QByteArrayView("true") : QByteArrayView("false"));
 }
 
 void JsonWriter::value(qint64 number) {
-    beforeValue();
-    m_bytes += QByteArray::number(number);
+    char buffer[24];
+    raw(QByteArrayView(buffer, std::to_chars(buffer, buffer + sizeof buffer, number).ptr));
 }
 
 void JsonWriter::value(double number) {
     if (!std::isfinite(number)) return null();
-    beforeValue();
     char buffer[32];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, number).ptr;
-    m_bytes.append(buffer, end - buffer);
+    raw(QByteArrayView(buffer, std::to_chars(buffer, buffer + sizeof buffer, number).ptr));
 }
 
 void JsonWriter::null() {
-    beforeValue();
-    m_bytes += "null";
+    raw("null");
 }
 
 void JsonWriter::plainString(QByteArrayView text) {
     beforeValue();
-    makeRoom(text.size() + 2);
-    m_bytes += '"';
-    m_bytes.append(text);
-    m_bytes += '"';
+    char* place = grow(text.size() + 2);
+    place[0] = '"';
+    std::memcpy(place + 1, text.data(), static_cast<std::size_t>(text.size()));
+    place[text.size() + 1] = '"';
 }
 
 void JsonWriter::raw(QByteArrayView json) {
     beforeValue();
-    m_bytes.append(json);
+    put(json);
 }
 
 // Each part of a text is written into room that is enough for the worst of it.
 void JsonWriter::string(QStringView text) {
     constexpr qsizetype longestPart = 4096;
     constexpr qsizetype longestForm = 6; // "\u0001"
-    m_bytes += '"';
+    *grow(1) = '"';
     while (!text.isEmpty()) {
         qsizetype length = std::min(text.size(), longestPart);
         if (length < text.size() && text[length - 1].isHighSurrogate()) ++length;
         makeRoom(length * longestForm);
-        const qsizetype before = m_bytes.size();
-        m_bytes.resize(before + length * longestForm);
-        char* begin = m_bytes.data() + before;
+        char* begin = m_bytes.data() + m_size;
         Escaping escaping(text.first(length), begin, m_style == Style::Indented);
-        m_bytes.truncate(before + (escaping.run() - begin));
+        m_size += escaping.run() - begin;
         text = text.sliced(length);
     }
-    m_bytes += '"';
-}
-
-void JsonWriter::makeRoom(qsizetype size) {
-    const qsizetype needed = m_bytes.size() + size;
-    if (needed > m_bytes.capacity()) m_bytes.reserve(std::max(needed, 2 * m_bytes.capacity()));
+    *grow(1) = '"';
 }
 
 } // namespace vorq

@@ -53,7 +53,7 @@ class JsonWriter {
         value(held);
     }
 
-    [[nodiscard]] QByteArray take() { return std::move(m_bytes); }
+    [[nodiscard]] QByteArray take();
 
   private:
     void open(char bracket);
@@ -61,10 +61,14 @@ class JsonWriter {
     void beforeValue();
     void lineBreak();
     void string(QStringView text);
+    void afterKey();
+    void put(QByteArrayView bytes);
+    [[nodiscard]] char* grow(qsizetype size);
     void makeRoom(qsizetype size);
 
     Style m_style;
-    QByteArray m_bytes;
+    QByteArray m_bytes; // with room at its end
+    qsizetype m_size = 0;
     std::vector<bool> m_hasEntries; // one a level
     bool m_afterKey = false;
 };
