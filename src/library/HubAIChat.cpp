@@ -56,4 +56,8 @@ QByteArray encode(const std::vector<HubAIChat>& chats) {
     return encodedFile(chats);
 }
 
+void encode(const std::vector<HubAIChat>& chats, const JsonWriter::Sink& put) {
+    encodeFile(chats, put);
+}
+
 } // namespace vorq

@@ -2,6 +2,7 @@
 
 #include "library/JsonFile.h"
 #include "support/Date.h"
+#include "support/JsonWriter.h"
 #include "support/VorqFollowUp.h"
 
 #include <QByteArray>
@@ -64,5 +65,7 @@ struct HubAIChat {
 /// All chats of a file. Nothing if any of it does not fit.
 [[nodiscard]] std::optional<std::vector<HubAIChat>> decodeHubAIChats(JsonFile file);
 [[nodiscard]] QByteArray encode(const std::vector<HubAIChat>& chats);
+/// The same piece by piece.
+void encode(const std::vector<HubAIChat>& chats, const JsonWriter::Sink& put);
 
 } // namespace vorq

@@ -7,7 +7,7 @@ QString rawString(HubArea area) {
 }
 
 std::optional<HubArea> hubAreaNamed(QStringView raw) {
-    return caseOf<HubArea>(raw.toString());
+    return caseOf<HubArea>(raw.toLatin1());
 }
 
 } // namespace vorq

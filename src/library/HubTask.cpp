@@ -54,12 +54,20 @@ QByteArray encode(const std::vector<HubTask>& tasks) {
     return encodedFile(tasks);
 }
 
+void encode(const std::vector<HubTask>& tasks, const JsonWriter::Sink& put) {
+    encodeFile(tasks, put);
+}
+
 std::optional<std::vector<HubTaskColumn>> decodeHubTaskColumns(JsonFile file, Date now) {
     return decodedFile<HubTaskColumn>(file, now);
 }
 
 QByteArray encode(const std::vector<HubTaskColumn>& columns) {
     return encodedFile(columns);
+}
+
+void encode(const std::vector<HubTaskColumn>& columns, const JsonWriter::Sink& put) {
+    encodeFile(columns, put);
 }
 
 namespace {

@@ -3,6 +3,7 @@
 #include "library/HubArea.h"
 #include "library/JsonFile.h"
 #include "support/Date.h"
+#include "support/JsonWriter.h"
 
 #include <QByteArray>
 #include <QString>
@@ -64,11 +65,15 @@ struct HubTaskColumn {
 /// All tasks of a file. Nothing if any of it does not fit.
 [[nodiscard]] std::optional<std::vector<HubTask>> decodeHubTasks(JsonFile file);
 [[nodiscard]] QByteArray encode(const std::vector<HubTask>& tasks);
+/// The same piece by piece.
+void encode(const std::vector<HubTask>& tasks, const JsonWriter::Sink& put);
 
 /// All columns of a file; those without a date are of now. Nothing if any of it does not fit.
 [[nodiscard]] std::optional<std::vector<HubTaskColumn>> decodeHubTaskColumns(JsonFile file,
                                                                              Date now);
 [[nodiscard]] QByteArray encode(const std::vector<HubTaskColumn>& columns);
+/// The same piece by piece.
+void encode(const std::vector<HubTaskColumn>& columns, const JsonWriter::Sink& put);
 
 struct HubTaskBoard {
     std::vector<HubTask> tasks;

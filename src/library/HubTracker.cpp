@@ -31,12 +31,12 @@ inline constexpr auto rawStrings<HubTrackerArrowEnds> =
 // Older versions had a larger scale; what later ones may add is left to the program.
 static bool readScale(RecordReader& reader, JsonValue& value, void* record) {
     HubTrackerCardScale& scale = static_cast<HubTrackerEntry*>(record)->boardScale;
-    QString text;
-    if (!reader.read(value, text)) return false;
-    if (text == u"fourX")
+    const std::optional<QByteArray> text = reader.readLatin1(value);
+    if (!text) return false;
+    if (*text == "fourX")
         scale = HubTrackerCardScale::ThreeX;
     else
-        scale = caseOf<HubTrackerCardScale>(text).value_or(scale);
+        scale = caseOf<HubTrackerCardScale>(*text).value_or(scale);
     return true;
 }
 
@@ -109,6 +109,10 @@ std::optional<std::vector<HubTracker>> decodeHubTrackers(JsonFile file, Date now
 
 QByteArray encode(const std::vector<HubTracker>& trackers) {
     return encodedFile(trackers);
+}
+
+void encode(const std::vector<HubTracker>& trackers, const JsonWriter::Sink& put) {
+    encodeFile(trackers, put);
 }
 
 QString rawString(HubTrackerUrgency urgency) {

@@ -2,6 +2,7 @@
 
 #include "library/JsonFile.h"
 #include "support/Date.h"
+#include "support/JsonWriter.h"
 
 #include <QByteArray>
 #include <QString>
@@ -87,5 +88,7 @@ struct HubTracker {
 /// new one. Nothing if any of it does not fit.
 [[nodiscard]] std::optional<std::vector<HubTracker>> decodeHubTrackers(JsonFile file, Date now);
 [[nodiscard]] QByteArray encode(const std::vector<HubTracker>& trackers);
+/// The same piece by piece.
+void encode(const std::vector<HubTracker>& trackers, const JsonWriter::Sink& put);
 
 } // namespace vorq

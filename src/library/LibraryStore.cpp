@@ -37,12 +37,13 @@ QString LibraryStore::path(QStringView fileName) const {
 }
 
 // A program that only reads removes nothing.
-void LibraryStore::replace(QStringView fileName, const QByteArray& content) const {
+template<typename Record>
+void LibraryStore::replace(QStringView fileName, const std::vector<Record>& list) const {
     if (!std::exchange(m_hasSaved, true)) {
         for (const QStringView name : allFiles)
             removeLeftovers(path(name));
     }
-    replaceFile(path(fileName), content);
+    replaceFile(path(fileName), [&list](const JsonWriter::Sink& put) { encode(list, put); });
 }
 
 std::vector<SavedNote> LibraryStore::loadNotes() const {
@@ -70,27 +71,27 @@ std::vector<HubTracker> LibraryStore::loadTrackers(Date now) const {
 }
 
 void LibraryStore::save(const std::vector<SavedNote>& notes) const {
-    replace(notesFile, encode(notes));
+    replace(notesFile, notes);
 }
 
 void LibraryStore::save(const std::vector<SavedChat>& chats) const {
-    replace(chatsFile, encode(chats));
+    replace(chatsFile, chats);
 }
 
 void LibraryStore::save(const std::vector<HubAIChat>& chats) const {
-    replace(aiChatsFile, encode(chats));
+    replace(aiChatsFile, chats);
 }
 
 void LibraryStore::save(const std::vector<HubTask>& tasks) const {
-    replace(tasksFile, encode(tasks));
+    replace(tasksFile, tasks);
 }
 
 void LibraryStore::save(const std::vector<HubTaskColumn>& columns) const {
-    replace(taskColumnsFile, encode(columns));
+    replace(taskColumnsFile, columns);
 }
 
 void LibraryStore::save(const std::vector<HubTracker>& trackers) const {
-    replace(trackersFile, encode(trackers));
+    replace(trackersFile, trackers);
 }
 
 } // namespace vorq

@@ -43,7 +43,8 @@ class LibraryStore {
   private:
     [[nodiscard]] QString path(QStringView fileName) const;
 
-    void replace(QStringView fileName, const QByteArray& content) const;
+    template<typename Record>
+    void replace(QStringView fileName, const std::vector<Record>& list) const;
 
     QString m_folder;
     mutable bool m_hasSaved = false;

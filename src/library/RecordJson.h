@@ -29,10 +29,10 @@ template<HasRawStrings Enumeration>
 }
 
 template<HasRawStrings Enumeration>
-[[nodiscard]] std::optional<Enumeration> caseOf(const QString& text) {
+[[nodiscard]] std::optional<Enumeration> caseOf(QByteArrayView text) {
     const auto& strings = rawStrings<Enumeration>;
     const auto found = std::ranges::find_if(
-        strings, [&text](std::string_view string) { return text == QLatin1StringView(string); });
+        strings, [text](std::string_view string) { return text == QByteArrayView(string); });
     if (found == strings.end()) return std::nullopt;
     return static_cast<Enumeration>(found - strings.begin());
 }
@@ -53,9 +53,9 @@ inline void setDefaults(auto& /*record*/, Date /*now*/) {}
 /// Fails on a string that no case has.
 template<HasRawStrings Enumeration>
 [[nodiscard]] bool read(RecordReader& reader, JsonValue& value, Enumeration& held) {
-    QString text;
-    if (!reader.read(value, text)) return false;
-    const std::optional<Enumeration> found = caseOf<Enumeration>(text);
+    const std::optional<QByteArray> text = reader.readLatin1(value);
+    if (!text) return false;
+    const std::optional<Enumeration> found = caseOf<Enumeration>(*text);
     if (found) held = *found;
     return found.has_value();
 }
@@ -161,6 +161,13 @@ template<HasFields Record>
     JsonWriter writer(JsonWriter::Style::Indented);
     write(writer, records);
     return writer.take();
+}
+
+template<HasFields Record>
+void encodeFile(const std::vector<Record>& records, const JsonWriter::Sink& put) {
+    JsonWriter writer(JsonWriter::Style::Indented, put);
+    write(writer, records);
+    writer.take();
 }
 
 // Fields

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <new>
 #include <simdjson.h>
 
@@ -106,10 +107,9 @@ class KeyFinder {
     // The number of fields for a key that none has; nothing for one that is not in order.
     std::optional<std::size_t> find(ondemand::raw_json_string key) {
         for (std::size_t tried = 0; tried < m_fields.size(); ++tried) {
-            const std::size_t index = (m_next + tried) % m_fields.size();
-            if (!stands(m_fields[index].key, key.raw())) continue;
+            const std::size_t index = m_next < m_fields.size() ? m_next : 0;
             m_next = index + 1;
-            return index;
+            if (stands(m_fields[index].key, key.raw())) return index;
         }
         const std::string_view body = bodyOfKey(key);
         if (body.find('\\') == std::string_view::npos) return m_fields.size();
@@ -123,7 +123,7 @@ class KeyFinder {
   private:
     // No key is longer than what simdjson wants to be readable behind the document.
     static bool stands(std::string_view key, const char* raw) {
-        return std::equal(key.begin(), key.end(), raw) && raw[key.size()] == '"';
+        return raw[key.size()] == '"' && std::memcmp(raw, key.data(), key.size()) == 0;
     }
 
     std::span<const Field> m_fields;
@@ -273,7 +273,6 @@ bool RecordReader::read(JsonValue& value, double& number) {
     return value.value.get_double().get(number) == SUCCESS;
 }
 
-// The strings of fixed forms are ASCII and seldom escaped.
 std::optional<QByteArray> RecordReader::readLatin1(JsonValue& value) {
     const std::optional<std::string_view> body = rawString(value.value);
     if (!body) return std::nullopt;

@@ -58,9 +58,12 @@ class RecordReader {
     /// Base64 of the bytes.
     [[nodiscard]] bool read(JsonValue& value, QByteArray& bytes);
 
+    /// A string of few forms, which are all ASCII; valid as long as the file. "?" stands for what
+    /// is not Latin-1.
+    [[nodiscard]] std::optional<QByteArray> readLatin1(JsonValue& value);
+
   private:
     [[nodiscard]] bool readOnce(JsonFile& file, ReadEntry readEntry, void* list);
-    [[nodiscard]] std::optional<QByteArray> readLatin1(JsonValue& value);
 
     Date m_now;
     bool m_expectsEqualKeys = false;

@@ -27,4 +27,8 @@ QByteArray encode(const std::vector<SavedChat>& chats) {
     return encodedFile(chats);
 }
 
+void encode(const std::vector<SavedChat>& chats, const JsonWriter::Sink& put) {
+    encodeFile(chats, put);
+}
+
 } // namespace vorq

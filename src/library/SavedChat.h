@@ -2,6 +2,7 @@
 
 #include "library/JsonFile.h"
 #include "support/Date.h"
+#include "support/JsonWriter.h"
 
 #include <QByteArray>
 #include <QString>
@@ -33,5 +34,7 @@ struct SavedChat {
 /// All chats of a file. Nothing if any of it does not fit.
 [[nodiscard]] std::optional<std::vector<SavedChat>> decodeSavedChats(JsonFile file);
 [[nodiscard]] QByteArray encode(const std::vector<SavedChat>& chats);
+/// The same piece by piece.
+void encode(const std::vector<SavedChat>& chats, const JsonWriter::Sink& put);
 
 } // namespace vorq

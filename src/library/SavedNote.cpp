@@ -36,6 +36,10 @@ QByteArray encode(const std::vector<SavedNote>& notes) {
     return encodedFile(notes);
 }
 
+void encode(const std::vector<SavedNote>& notes, const JsonWriter::Sink& put) {
+    encodeFile(notes, put);
+}
+
 QString studySource(const SavedNote& note) {
     return studySource(note.text, note.thoughts);
 }

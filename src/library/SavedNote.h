@@ -3,6 +3,7 @@
 #include "library/HubArea.h"
 #include "library/JsonFile.h"
 #include "support/Date.h"
+#include "support/JsonWriter.h"
 
 #include <QByteArray>
 #include <QString>
@@ -38,6 +39,8 @@ struct SavedNote {
 /// All notes of a file. Nothing if any of it does not fit; what older files lack has its default.
 [[nodiscard]] std::optional<std::vector<SavedNote>> decodeSavedNotes(JsonFile file);
 [[nodiscard]] QByteArray encode(const std::vector<SavedNote>& notes);
+/// The same piece by piece.
+void encode(const std::vector<SavedNote>& notes, const JsonWriter::Sink& put);
 
 /// What the note is read as: its body if there is one, else its seed; trimmed.
 [[nodiscard]] QString studySource(const SavedNote& note);

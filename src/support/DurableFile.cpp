@@ -82,13 +82,23 @@ bool isLeftover(int file) {
 } // namespace
 
 bool replaceFile(const QString& path, QByteArrayView content) {
+    return replaceFile(path, [content](const auto& put) { put(content); });
+}
+
+bool replaceFile(const QString& path, const FileContent& content) {
     const QByteArray target = targetOf(path);
     const QByteArray folder = folderOf(target);
     QByteArray temporary = folder + '/' + temporaryPrefix + QByteArray(temporarySuffixSize, 'X');
     const int file = ::mkostemp(temporary.data(), O_CLOEXEC); // of mode 0600
     if (file < 0) return false;
     ::flock(file, LOCK_EX | LOCK_NB); // tells removeLeftovers() that we live
-    const bool isWritten = writeAll(file, content) && ::fsync(file) == 0;
+    bool isWritten = true;
+    content([&isWritten, file](QByteArrayView piece) {
+        isWritten = isWritten && writeAll(file, piece);
+        // The disk begins while the next piece is made.
+        if (isWritten) ::sync_file_range(file, 0, 0, SYNC_FILE_RANGE_WRITE);
+    });
+    isWritten = isWritten && ::fsync(file) == 0;
     const bool isClosed = ::close(file) == 0;
     if (!isWritten || !isClosed || std::rename(temporary.constData(), target.constData()) != 0) {
         ::unlink(temporary.constData());

@@ -3,6 +3,8 @@
 #include <QByteArrayView>
 #include <QString>
 
+#include <functional>
+
 namespace vorq {
 
 /// Puts a file of mode 0600 with this content in the place of whatever stands at the path, at once
@@ -12,6 +14,12 @@ namespace vorq {
 /// A symbolic link stays, and the file it leads to is replaced. A link into a folder that is not
 /// there, as of a drive that is not mounted, makes it fail; links in a circle are replaced.
 bool replaceFile(const QString& path, QByteArrayView content);
+
+/// Gives the pieces of a file's content to `put`, in their order.
+using FileContent = std::function<void(const std::function<void(QByteArrayView)>& put)>;
+
+/// The same with content that is never in memory as a whole.
+bool replaceFile(const QString& path, const FileContent& content);
 
 /// Removes what killed processes left of replacing files in the folder of this one. Takes nothing
 /// that is younger than a minute or that a living process still writes.

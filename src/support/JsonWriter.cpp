@@ -14,6 +14,8 @@
 namespace vorq {
 namespace {
 
+constexpr qsizetype pieceSize = qsizetype{256} << 10;
+
 bool isPlain(char16_t c, char16_t slash) {
     return c >= 0x20 && c < 0x80 && c != u'"' && c != u'\\' && c != slash;
 }
@@ -32,7 +34,10 @@ constexpr std::array<char, 0x80> escapeLetters = [] {
 class Escaping {
   public:
     Escaping(QStringView text, char* to, bool escapesSlash)
-        : m_at(text.utf16()), m_end(m_at + text.size()), m_to(to), m_slash(escapesSlash ? u'/' : u'"') {}
+        : m_at(text.utf16()),
+          m_end(m_at + text.size()),
+          m_to(to),
+          m_slash(escapesSlash ? u'/' : u'"') {}
 
     // The end of what was written, of which there are at most six bytes for a code unit.
     char* run() {
@@ -119,6 +124,8 @@ char* JsonWriter::grow(qsizetype size) {
 }
 
 void JsonWriter::makeRoom(qsizetype size) {
+    if (m_sink && m_size >= pieceSize)
+        m_sink(QByteArrayView(m_bytes).first(std::exchange(m_size, 0)));
     if (m_size + size > m_bytes.size())
         m_bytes.resize(std::max<qsizetype>({256, m_size + size, 2 * m_bytes.size()}));
 }
@@ -128,6 +135,10 @@ void JsonWriter::put(QByteArrayView bytes) {
 }
 
 QByteArray JsonWriter::take() {
+    if (m_sink) {
+        m_sink(QByteArrayView(m_bytes).first(std::exchange(m_size, 0)));
+        return {};
+    }
     m_bytes.truncate(std::exchange(m_size, 0));
     return std::move(m_bytes);
 }

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QStringView>
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace vorq {
@@ -20,7 +22,12 @@ class JsonWriter {
         Indented,
     };
 
+    /// Takes pieces of the document, in their order.
+    using Sink = std::function<void(QByteArrayView piece)>;
+
     explicit JsonWriter(Style style = Style::Compact) : m_style(style) {}
+    /// Gives what is written away in pieces, so that no more than one is in memory.
+    JsonWriter(Style style, Sink sink) : m_style(style), m_sink(std::move(sink)) {}
 
     void beginObject();
     void endObject();
@@ -53,7 +60,8 @@ class JsonWriter {
         value(held);
     }
 
-    [[nodiscard]] QByteArray take();
+    /// The document. Empty with a sink, which gets the rest.
+    QByteArray take();
 
   private:
     void open(char bracket);
@@ -67,6 +75,7 @@ class JsonWriter {
     void makeRoom(qsizetype size);
 
     Style m_style;
+    Sink m_sink;
     QByteArray m_bytes; // with room at its end
     qsizetype m_size = 0;
     std::vector<bool> m_hasEntries; // one a level

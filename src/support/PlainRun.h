@@ -48,8 +48,7 @@ inline std::ptrdiff_t narrowPlainRun(const char16_t* from, char* to, char16_t mo
     __m128i special = _mm_cmplt_epi8(bytes, _mm_set1_epi8(0x20));
     special = _mm_or_si128(special, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('"')));
     special = _mm_or_si128(special, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\')));
-    special =
-        _mm_or_si128(special, _mm_cmpeq_epi8(bytes, _mm_set1_epi8(static_cast<char>(more))));
+    special = _mm_or_si128(special, _mm_cmpeq_epi8(bytes, _mm_set1_epi8(static_cast<char>(more))));
     return std::countr_zero(static_cast<unsigned>(_mm_movemask_epi8(special)) | 0x1'0000U);
 #else
     std::ptrdiff_t length = plainBlock;

@@ -98,6 +98,28 @@ TEST(JsonWriter, IndentedStylePutsAnEmptyLineIntoWhatIsEmpty) {
     EXPECT_EQ(writer.take(), "[\n  {\n    \"list\" : [\n\n    ]\n  },\n  {\n\n  }\n]");
 }
 
+TEST(JsonWriter, ASinkGetsTheSameInPieces) {
+    const auto write = [](JsonWriter& writer) {
+        writer.beginArray();
+        for (int index = 0; index < 20'000; ++index)
+            writer.value(QStringView(QString("é\"%1").arg(index).repeated(10)));
+        writer.value(QStringView(QString(1'000'000, u'x')));
+        writer.endArray();
+    };
+    JsonWriter whole(JsonWriter::Style::Indented);
+    write(whole);
+    QByteArray joined;
+    qsizetype longest = 0;
+    JsonWriter pieces(JsonWriter::Style::Indented, [&](QByteArrayView piece) {
+        joined.append(piece);
+        longest = std::max(longest, piece.size());
+    });
+    write(pieces);
+    EXPECT_EQ(pieces.take(), "");
+    EXPECT_EQ(joined, whole.take());
+    EXPECT_LT(longest, 400'000);
+}
+
 TEST(JsonWriter, NumbersThatJsonHasNotBecomeNull) {
     JsonWriter writer;
     writer.value(std::numeric_limits<double>::infinity());
