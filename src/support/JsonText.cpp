@@ -80,8 +80,8 @@ class Unescaping {
 
     bool copyCodeUnits() {
         const std::optional<char16_t> unit = hexUnit();
-        if (!unit) return false;
-        *m_to++ = QChar::isLowSurrogate(*unit) ? u'\uFFFD' : *unit;
+        if (!unit || QChar::isLowSurrogate(*unit)) return false;
+        *m_to++ = *unit;
         if (!QChar::isHighSurrogate(*unit)) return true;
         if (m_end - m_at < 2 || m_at[0] != '\\' || m_at[1] != 'u') return false;
         m_at += 2;
