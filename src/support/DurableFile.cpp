@@ -95,8 +95,6 @@ bool replaceFile(const QString& path, const FileContent& content) {
     bool isWritten = true;
     content([&isWritten, file](QByteArrayView piece) {
         isWritten = isWritten && writeAll(file, piece);
-        // The disk begins while the next piece is made.
-        if (isWritten) ::sync_file_range(file, 0, 0, SYNC_FILE_RANGE_WRITE);
     });
     isWritten = isWritten && ::fsync(file) == 0;
     const bool isClosed = ::close(file) == 0;

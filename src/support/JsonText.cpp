@@ -42,15 +42,20 @@ class Unescaping {
     }
 
   private:
+    // In variables of its own, which no write through m_to can touch.
     void copyPlain() {
-        while (m_end - m_at >= plainBlock) {
-            const std::ptrdiff_t length = widenPlainRun(m_at, m_to);
-            m_at += length;
-            m_to += length;
-            if (length < plainBlock) return;
+        const char* at = m_at;
+        char16_t* to = m_to;
+        std::ptrdiff_t length = plainBlock;
+        while (m_end - at >= plainBlock && length == plainBlock) {
+            length = widenPlainRun(at, to);
+            at += length;
+            to += length;
         }
-        while (m_at != m_end && isPlain(*m_at))
-            *m_to++ = static_cast<unsigned char>(*m_at++);
+        while (at != m_end && isPlain(*at))
+            *to++ = static_cast<unsigned char>(*at++);
+        m_at = at;
+        m_to = to;
     }
 
     // A character of two to four bytes.

@@ -47,22 +47,27 @@ class Escaping {
                 if (*m_at < 0x80)
                     copyEscaped(static_cast<unsigned char>(*m_at++));
                 else
-                    copyCharacter();
+                    copyCharacters();
             }
         }
         return m_to;
     }
 
   private:
+    // In variables of its own, which no write through m_to can touch.
     void copyPlain() {
-        while (m_end - m_at >= plainBlock) {
-            const std::ptrdiff_t length = narrowPlainRun(m_at, m_to, m_slash);
-            m_at += length;
-            m_to += length;
-            if (length < plainBlock) return;
+        const char16_t* at = m_at;
+        char* to = m_to;
+        std::ptrdiff_t length = plainBlock;
+        while (m_end - at >= plainBlock && length == plainBlock) {
+            length = narrowPlainRun(at, to, m_slash);
+            at += length;
+            to += length;
         }
-        while (m_at != m_end && isPlain(*m_at, m_slash))
-            *m_to++ = static_cast<char>(*m_at++);
+        while (at != m_end && isPlain(*at, m_slash))
+            *to++ = static_cast<char>(*at++);
+        m_at = at;
+        m_to = to;
     }
 
     void copyEscaped(unsigned char c) {
@@ -76,23 +81,35 @@ class Escaping {
             *m_to++ = digit;
     }
 
-    void copyCharacter() {
-        const char16_t unit = *m_at++;
-        if (unit < 0x800) return copyBytes(unit, 1);
-        if (!QChar::isSurrogate(unit)) return copyBytes(unit, 2);
-        if (QChar::isLowSurrogate(unit) || m_at == m_end || !QChar::isLowSurrogate(*m_at)) {
-            *m_to++ = '?';
-            return;
+    // All that stand here and are no ASCII.
+    void copyCharacters() {
+        const char16_t* at = m_at;
+        char* to = m_to;
+        while (at != m_end && *at >= 0x80) {
+            const char16_t unit = *at++;
+            if (unit < 0x800) {
+                *to++ = static_cast<char>(0xC0 | unit >> 6);
+            } else if (!QChar::isSurrogate(unit)) {
+                *to++ = static_cast<char>(0xE0 | unit >> 12);
+                *to++ = following(unit >> 6);
+            } else if (QChar::isHighSurrogate(unit) && at != m_end && QChar::isLowSurrogate(*at)) {
+                const char32_t code = QChar::surrogateToUcs4(unit, *at++);
+                *to++ = static_cast<char>(0xF0 | code >> 18);
+                *to++ = following(code >> 12);
+                *to++ = following(code >> 6);
+                *to++ = following(code);
+                continue;
+            } else {
+                *to++ = '?';
+                continue;
+            }
+            *to++ = following(unit);
         }
-        copyBytes(QChar::surrogateToUcs4(unit, *m_at++), 3);
+        m_at = at;
+        m_to = to;
     }
 
-    void copyBytes(char32_t code, int following) {
-        const unsigned lead = 0xFF00U >> (following + 1); // a high bit for each byte
-        *m_to++ = static_cast<char>((lead & 0xFFU) | (code >> (6 * following)));
-        while (following-- > 0)
-            *m_to++ = static_cast<char>(0x80U | ((code >> (6 * following)) & 0x3FU));
-    }
+    static char following(char32_t code) { return static_cast<char>(0x80U | (code & 0x3FU)); }
 
     const char16_t* m_at;
     const char16_t* m_end;
