@@ -39,7 +39,7 @@ void AskCommand::start(const Question& question) {
     if (!question.model.isEmpty()) panel.setModelForNow(question.model);
     panel.setHighlightedText(highlighted);
     if (hasPrompt)
-        panel.submit(question.prompt, question.attachments);
+        panel.submitToBackend(question.prompt, question.attachments);
     else
         panel.typeHighlightAndAnalyze(highlighted);
     showStatus();

@@ -50,7 +50,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
       m_loginItem(m_defaults, configurationFolder(m_paths),
                   QCoreApplication::applicationFilePath()),
       m_capture(m_parts.makeCapture({m_clock, m_paths, m_workspace})),
-      m_state({m_clock, m_defaults, m_paths, m_transport, m_routes, *m_capture}),
+      m_state({m_clock, m_defaults, m_paths, m_transport, *m_capture, m_noteExport}),
       m_notes(m_parts.makeNotes({m_clock, m_paths, m_workspace, *m_capture, m_state})),
       m_statusItem(m_clock),
       m_host(std::make_unique<Host>(m_statusItem)),

@@ -4,6 +4,7 @@
 #include "app/DesktopParts.h"
 #include "backend/CurlTransport.h"
 #include "backend/PendingSignIn.h"
+#include "capture/NoteExport.h"
 #include "core/VorqAppState.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/SystemClock.h"
@@ -45,7 +46,7 @@ class DesktopProgram final : public QObject {
     XdgPaths m_paths;
     SettingsFile m_defaults{m_paths.settingsFolder() + QStringLiteral("/settings.json")};
     CurlTransport m_transport{m_clock};
-    NoLocalRoutes m_routes;
+    NoNoteExport m_noteExport;
     X11Workspace m_workspace;
     X11HotKeys m_hotKeys;
     XdgLoginItem m_loginItem;

@@ -6,6 +6,7 @@
 #include "app/Terminal.h"
 #include "app/UnixSignals.h"
 #include "backend/CurlTransport.h"
+#include "capture/NoteExport.h"
 #include "core/VorqAppState.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/SystemClock.h"
@@ -50,9 +51,9 @@ class TerminalApplication {
     XdgPaths m_paths;
     SettingsFile m_defaults{m_paths.settingsFolder() + QStringLiteral("/settings.json")};
     CurlTransport m_transport{m_clock};
-    NoLocalRoutes m_routes;
     NoSelectionCapture m_capture;
-    VorqAppState m_state{{m_clock, m_defaults, m_paths, m_transport, m_routes, m_capture}};
+    NoNoteExport m_noteExport;
+    VorqAppState m_state{{m_clock, m_defaults, m_paths, m_transport, m_capture, m_noteExport}};
     Terminal m_terminal;
 };
 

@@ -17,10 +17,4 @@ class LocalRoutes {
     virtual bool take(QStringView prompt) = 0;
 };
 
-/// Takes nothing: every prompt goes to the backend.
-class NoLocalRoutes final : public LocalRoutes {
-  public:
-    bool take(QStringView) override { return false; }
-};
-
 } // namespace vorq

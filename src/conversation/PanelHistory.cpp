@@ -51,4 +51,34 @@ std::optional<SavedChat> savedChat(std::span<const VorqMessage> messages, Date c
     return chat;
 }
 
+std::vector<VorqMessage> panelMessages(const SavedChat& chat) {
+    std::vector<VorqMessage> messages;
+    for (const SavedChatMessage& kept : chat.messages) {
+        const QStringView text = trimmed(kept.text);
+        if (text.isEmpty()) continue;
+        VorqMessage& message = messages.emplace_back();
+        message.role = kept.role == u"assistant" ? MessageRole::Assistant : MessageRole::User;
+        message.text = text.toString();
+    }
+    return messages;
+}
+
+QString exportedText(std::span<const VorqMessage> messages) {
+    const QString reply = latestAssistantText(messages);
+    if (!reply.isEmpty()) return reply;
+    QStringList texts;
+    for (const VorqMessage& message : messages)
+        if (!message.isWorking && !message.isTyping && !trimmed(message.text).isEmpty())
+            texts += message.text;
+    return texts.join(QStringLiteral("\n\n"));
+}
+
+QString latestAssistantText(std::span<const VorqMessage> messages) {
+    const auto latest =
+        std::find_if(messages.rbegin(), messages.rend(), [](const VorqMessage& message) {
+            return message.role == MessageRole::Assistant && isFinished(message);
+        });
+    return latest == messages.rend() ? QString() : latest->text;
+}
+
 } // namespace vorq

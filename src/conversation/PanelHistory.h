@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <span>
+#include <vector>
 
 namespace vorq {
 
@@ -12,5 +13,15 @@ namespace vorq {
 /// what is not finished. Nothing if no message is left.
 [[nodiscard]] std::optional<SavedChat> savedChat(std::span<const VorqMessage> messages,
                                                  Date createdAt);
+
+/// The messages of a kept conversation for the panel, without the blank ones.
+[[nodiscard]] std::vector<VorqMessage> panelMessages(const SavedChat& chat);
+
+/// The latest reply that is finished, as it stands; "" if there is none.
+[[nodiscard]] QString latestAssistantText(std::span<const VorqMessage> messages);
+
+/// What the panel shows that can be exported as a text: the latest finished reply, else all that
+/// is settled; "" if there is nothing.
+[[nodiscard]] QString exportedText(std::span<const VorqMessage> messages);
 
 } // namespace vorq

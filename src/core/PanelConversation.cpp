@@ -1,5 +1,6 @@
 #include "core/PanelConversation.h"
 
+#include "conversation/PanelHistory.h"
 #include "core/StudyContext.h"
 #include "rendering/AssistantReplyDocument.h"
 #include "support/Graphemes.h"
@@ -12,7 +13,7 @@ namespace {
 
 constexpr std::chrono::milliseconds pauseAfterStream{40};
 constexpr std::chrono::milliseconds pauseWithoutStream{220};
-constexpr std::chrono::milliseconds pauseBeforeGreeting{160};
+constexpr std::chrono::milliseconds pauseBeforeAnswer{160}; // also before the greeting
 
 bool isEmptyPlaceholder(const VorqMessage& message) {
     return message.isWorking && (message.text == workingText || message.text.isEmpty());
@@ -78,18 +79,35 @@ void PanelConversation::setRestoringPanelHistory(bool restoring) {
 }
 
 void PanelConversation::submit(const QString& prompt, const QList<PromptAttachment>& attachments) {
+    const std::optional<QString> text = appendUserBubble(prompt, attachments);
+    if (text && !m_services.routes.take(*text)) sendOrQueue(*text, attachments);
+}
+
+void PanelConversation::submitToBackend(const QString& prompt,
+                                        const QList<PromptAttachment>& attachments) {
+    if (const std::optional<QString> text = appendUserBubble(prompt, attachments))
+        sendOrQueue(*text, attachments);
+}
+
+// Gives the trimmed prompt; nothing if there is nothing to send.
+std::optional<QString>
+PanelConversation::appendUserBubble(const QString& prompt,
+                                    const QList<PromptAttachment>& attachments) {
     const std::optional<QString> bubble = submitBubble(prompt, attachments);
-    if (!bubble) return;
+    if (!bubble) return std::nullopt;
     m_messages.updateAll([](VorqMessage& message) { message.followUp.reset(); });
     VorqMessage message;
     message.text = *bubble;
     m_messages.append(std::move(message));
-    const QString text = trimmed(prompt).toString();
-    if (m_services.routes.take(text)) return;
+    return trimmed(prompt).toString();
+}
+
+void PanelConversation::sendOrQueue(const QString& prompt,
+                                    const QList<PromptAttachment>& attachments) {
     if (isPanelTurnInFlight())
-        m_panelTurnQueue.emplace_back(QueuedPrompt{text, attachments});
+        m_panelTurnQueue.emplace_back(QueuedPrompt{prompt, attachments});
     else
-        startPanelPromptRequest(text, attachments);
+        startPanelPromptRequest(prompt, attachments);
 }
 
 void PanelConversation::deepenSelection(const QString& excerpt, const QString& userPrompt) {
@@ -175,16 +193,45 @@ void PanelConversation::stopPanelResponse() {
 void PanelConversation::ensurePanelGreeting() {
     if (!m_messages.messages().empty()) return;
     m_typewriter.startTypingAssistantMessage(QStringLiteral("Hello 👋, Vorq here…"), std::nullopt,
-                                             std::nullopt, pauseBeforeGreeting,
+                                             std::nullopt, pauseBeforeAnswer,
                                              AssistantReveal::Graphemes);
 }
 
-void PanelConversation::clearPanelChat() {
+void PanelConversation::answer(const QString& text) {
+    m_typewriter.startTypingAssistantMessage(text, std::nullopt, std::nullopt, pauseBeforeAnswer,
+                                             AssistantReveal::Blocks);
+}
+
+QString PanelConversation::latestPanelAssistantText() const {
+    return latestAssistantText(m_messages.messages());
+}
+
+void PanelConversation::bringForward() {
+    emit vorqShowPanel();
+    emit vorqFocusPrompt();
+}
+
+void PanelConversation::endAllTurns() {
     m_panelRequestTask.cancelAll();
     m_typewriter.cancelTyping();
     m_userTypingTask.cancel();
     m_panelTurnQueue.clear();
     m_typewriter.finishTypingFlags(std::nullopt);
+}
+
+void PanelConversation::restorePanelHistory(const SavedChat& chat) {
+    endAllTurns();
+    setRestoringPanelHistory(true);
+    m_messages.clear();
+    m_status.endPanelWorkStatus();
+    for (VorqMessage& message : panelMessages(chat))
+        m_messages.append(std::move(message));
+    bringForward();
+    emit stateChanged();
+}
+
+void PanelConversation::clearPanelChat() {
+    endAllTurns();
     m_messages.clear();
     setHighlightedText({});
     m_services.study.setLastStudyResearch({});

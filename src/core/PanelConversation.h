@@ -26,6 +26,7 @@ class AccountSession;
 class Permissions;
 class StudyContext;
 class VorqAPIService;
+struct SavedChat;
 
 /// How a turn of the panel came to its end.
 enum class TurnEnd { Replied, Failed, SignedOut, Cancelled };
@@ -81,6 +82,9 @@ class PanelConversation final : public QObject {
     /// send.
     void submit(const QString& prompt, const QList<PromptAttachment>& attachments = {});
 
+    /// The same for callers that are no panel: no prompt is a command.
+    void submitToBackend(const QString& prompt, const QList<PromptAttachment>& attachments = {});
+
     /// Asks for more on an excerpt of a reply.
     void deepenSelection(const QString& excerpt, const QString& userPrompt);
 
@@ -94,6 +98,25 @@ class PanelConversation final : public QObject {
     /// Ends the running turn and drops the waiting ones.
     void stopPanelResponse();
 
+    /// Says something as a reply, without asking the backend.
+    void answer(const QString& text);
+
+    /// What a turn of the program's own says at its end; nothing to end without a word. What it
+    /// throws is said instead.
+    using LocalWork = std::function<QCoro::Task<std::optional<QString>>(std::stop_token)>;
+
+    /// Runs the work in place of a turn, under a placeholder that takes its reply.
+    void startLocalTurn(LocalWork work);
+
+    /// The latest finished reply, as it stands; "" if there is none.
+    [[nodiscard]] QString latestPanelAssistantText() const;
+
+    /// Shows a kept conversation in place of this one, ending whatever is under way.
+    void restorePanelHistory(const SavedChat& chat);
+
+    /// Asks for the panel to be shown, ready to be typed into.
+    void bringForward();
+
     /// Types the greeting into an empty conversation.
     void ensurePanelGreeting();
 
@@ -101,6 +124,8 @@ class PanelConversation final : public QObject {
     void clearPanelChat();
 
   signals:
+    void vorqShowPanel();
+    void vorqFocusPrompt();
     void highlightedTextChanged();
     /// One of the derived properties may have changed.
     void stateChanged();
@@ -128,6 +153,10 @@ class PanelConversation final : public QObject {
         bool isStudyTurn = false;
     };
 
+    std::optional<QString> appendUserBubble(const QString& prompt,
+                                            const QList<PromptAttachment>& attachments);
+    void sendOrQueue(const QString& prompt, const QList<PromptAttachment>& attachments);
+    void endAllTurns();
     void startPanelPromptRequest(const QString& prompt, const QList<PromptAttachment>& attachments);
     void startPanelDeepenRequest(const QString& excerpt, const QString& userPrompt);
     void requestHighlightAnalysis(const QString& text);
@@ -137,6 +166,10 @@ class PanelConversation final : public QObject {
     [[nodiscard]] std::optional<QString> preferredModel() const;
     void startTurn(Turn turn);
     static QCoro::Task<> runTurn(QPointer<PanelConversation> self, Turn turn, std::stop_token stop);
+    static QCoro::Task<> runLocalTurn(QPointer<PanelConversation> self, QUuid placeholder,
+                                      LocalWork work, std::stop_token stop);
+    void finishLocalTurn(const QUuid& placeholder, const std::optional<QString>& reply);
+    void endTurn();
     void finishTurn(const Turn& turn, const AIAnalysis& analysis);
     void failTurn(const Turn& turn, const std::exception_ptr& error, bool wasStopped);
     void showOutcome(const Turn& turn, const QString& text,

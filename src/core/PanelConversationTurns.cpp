@@ -13,6 +13,26 @@
 #include <QLoggingCategory>
 
 namespace vorq {
+namespace {
+
+constexpr std::chrono::milliseconds pauseBeforeLocalReply{120};
+
+// How a turn ends by this error, and the sentence for the user. Without one it was stopped.
+std::pair<TurnEnd, QString> outcomeOf(const std::exception_ptr& error) {
+    try {
+        if (error) std::rethrow_exception(error);
+        return {TurnEnd::Cancelled, {}};
+    } catch (const OperationCancelled&) {
+        return {TurnEnd::Cancelled, {}};
+    } catch (const ServiceError& failure) {
+        const bool isSignedOut = failure.kind() == ServiceError::Kind::NotSignedIn;
+        return {isSignedOut ? TurnEnd::SignedOut : TurnEnd::Failed, failure.message()};
+    } catch (const std::exception& failure) {
+        return {TurnEnd::Failed, QString::fromUtf8(failure.what())};
+    }
+}
+
+} // namespace
 
 void PanelConversation::startRequest(const PanelRequest& request, const QUuid& placeholder) {
     Turn turn;
@@ -75,12 +95,51 @@ QCoro::Task<> PanelConversation::runTurn(QPointer<PanelConversation> self, Turn 
         self->finishTurn(turn, *analysis);
     else
         self->failTurn(turn, failure, stop.stop_requested());
-    if (!self) co_return;
+    if (self) self->endTurn();
+}
+
+void PanelConversation::endTurn() {
+    const QPointer<PanelConversation> self(this);
     // A turn that was replaced while it ended clears its successor's handle; the successor runs on.
-    self->m_panelRequestTask.release();
-    emit self->stateChanged();
+    m_panelRequestTask.release();
+    emit stateChanged();
     // A reply that is still typed drains the queue at its end; one that is not leaves it to this.
-    if (self) self->drainPanelQueueIfIdle();
+    if (self) drainPanelQueueIfIdle();
+}
+
+void PanelConversation::startLocalTurn(LocalWork work) {
+    const QUuid placeholder = appendPlaceholder();
+    m_panelRequestTask.restart(
+        [self = QPointer(this), placeholder, work = std::move(work)](std::stop_token stop) {
+            return runLocalTurn(self, placeholder, work, std::move(stop));
+        });
+    emit stateChanged();
+}
+
+QCoro::Task<> PanelConversation::runLocalTurn(QPointer<PanelConversation> self, QUuid placeholder,
+                                              LocalWork work, std::stop_token stop) {
+    std::optional<QString> reply;
+    std::exception_ptr failure;
+    try {
+        reply = co_await work(stop);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!self) co_return;
+    if (failure) {
+        const auto [end, sentence] = outcomeOf(failure);
+        if (end != TurnEnd::Cancelled) reply = sentence;
+    }
+    self->finishLocalTurn(placeholder, stop.stop_requested() ? std::nullopt : reply);
+    if (self) self->endTurn();
+}
+
+void PanelConversation::finishLocalTurn(const QUuid& placeholder,
+                                        const std::optional<QString>& reply) {
+    if (!reply) return dropWorkingPlaceholder(placeholder);
+    if (!m_messages.find(placeholder)) return;
+    m_typewriter.startTypingAssistantMessage(*reply, std::nullopt, placeholder,
+                                             pauseBeforeLocalReply, AssistantReveal::Blocks);
 }
 
 void PanelConversation::finishTurn(const Turn& turn, const AIAnalysis& analysis) {
@@ -90,20 +149,7 @@ void PanelConversation::finishTurn(const Turn& turn, const AIAnalysis& analysis)
 
 void PanelConversation::failTurn(const Turn& turn, const std::exception_ptr& error,
                                  bool wasStopped) {
-    TurnEnd end = TurnEnd::Cancelled;
-    QString sentence;
-    try {
-        if (error && !wasStopped) std::rethrow_exception(error);
-    } catch (const OperationCancelled&) {
-        end = TurnEnd::Cancelled;
-    } catch (const ServiceError& failure) {
-        end = failure.kind() == ServiceError::Kind::NotSignedIn ? TurnEnd::SignedOut
-                                                                : TurnEnd::Failed;
-        sentence = failure.message();
-    } catch (const std::exception& failure) {
-        end = TurnEnd::Failed;
-        sentence = QString::fromUtf8(failure.what());
-    }
+    const auto [end, sentence] = outcomeOf(wasStopped ? nullptr : error);
     emit turnEnded(turn.placeholder, end, sentence);
     switch (end) {
     case TurnEnd::SignedOut:

@@ -13,6 +13,12 @@ void StudyContext::setActiveNote(const QUuid& id, const QString& originalBody) {
     emit activeNoteChanged();
 }
 
+void StudyContext::setActiveStudyNoteID(const QUuid& id) {
+    if (m_activeStudyNoteID == id) return;
+    m_activeStudyNoteID = id;
+    emit activeNoteChanged();
+}
+
 void StudyContext::clearActiveStudyNote() {
     m_activeStudyNoteID.reset();
     m_originalBody.clear();

@@ -31,6 +31,8 @@ class StudyContext final : public QObject {
     void setNoteLookup(NoteLookup lookup) { m_lookup = std::move(lookup); }
 
     void setActiveNote(const QUuid& id, const QString& originalBody);
+    /// Another note without anything else being loaded.
+    void setActiveStudyNoteID(const QUuid& id);
     void clearActiveStudyNote();
     void setLastStudyResearch(const QString& text);
 

@@ -12,8 +12,11 @@ VorqAppState::VorqAppState(const Platform& platform)
       m_account(m_api, platform.defaults, platform.paths, platform.clock, m_model),
       m_appearance(platform.defaults),
       m_libraryAreas(platform.clock, platform.defaults, platform.paths.applicationSupportFolder()),
-      m_panel({platform.clock, m_api, m_account, m_study, m_permissions, platform.routes,
-               platform.capture}) {
+      m_panelCommands({m_libraryAreas, m_panel, m_panelChats, m_studyNotes}),
+      m_panel({platform.clock, m_api, m_account, m_study, m_permissions, m_panelCommands,
+               platform.capture}),
+      m_panelChats({platform.clock, m_libraryAreas, m_panel, platform.noteExport}),
+      m_studyNotes({m_libraryAreas, m_study, m_panel, m_panelChats, m_account, m_api}) {
     m_study.setNoteLookup([this](const QUuid& id) -> std::optional<QString> {
         const SavedNote* note = library().savedNotes().find(id);
         return note ? std::optional(studySource(*note)) : std::nullopt;

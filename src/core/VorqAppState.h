@@ -5,9 +5,12 @@
 #include "backend/VorqAPIService.h"
 #include "core/AppearanceSettings.h"
 #include "core/LibraryAreas.h"
+#include "core/PanelChats.h"
+#include "core/PanelCommands.h"
 #include "core/PanelConversation.h"
 #include "core/Permissions.h"
 #include "core/StudyContext.h"
+#include "core/StudyNotes.h"
 #include "core/UpdateState.h"
 
 #include <QObject>
@@ -34,8 +37,8 @@ class VorqAppState final : public QObject {
         Defaults& defaults;
         AppPaths& paths;
         HttpTransport& transport;
-        LocalRoutes& routes;
         SelectionCapture& capture;
+        NoteExport& noteExport;
     };
 
     explicit VorqAppState(const Platform& platform);
@@ -53,6 +56,8 @@ class VorqAppState final : public QObject {
     [[nodiscard]] TrackerState& trackers() { return m_libraryAreas.trackers(); }
     [[nodiscard]] UpdateState& updates() { return m_updates; }
     [[nodiscard]] PanelConversation& panel() { return m_panel; }
+    [[nodiscard]] PanelChats& panelChats() { return m_panelChats; }
+    [[nodiscard]] StudyNotes& studyNotes() { return m_studyNotes; }
 
     /// Reads the library anew, whatever of it is in memory.
     Q_INVOKABLE void reloadLibrary() { m_libraryAreas.reloadLibrary(); }
@@ -77,7 +82,10 @@ class VorqAppState final : public QObject {
     StudyContext m_study;
     LibraryAreas m_libraryAreas;
     UpdateState m_updates;
+    PanelCommands m_panelCommands;
     PanelConversation m_panel;
+    PanelChats m_panelChats;
+    StudyNotes m_studyNotes;
 };
 
 } // namespace vorq

@@ -53,6 +53,18 @@ TEST_F(AskCommandTest, PrintsTheReplyAsPlainMarkdown) {
     EXPECT_EQ(outcome.err, "");
 }
 
+TEST_F(AskCommandTest, APromptOfTheTerminalIsNeverACommandOfThePanel) {
+    for (const QString prompt : {"save chat", "open notes", "quiz me on rivers"}) {
+        const Outcome outcome = ask({prompt, {}, {}, {}}, [&, this] {
+            EXPECT_EQ(exchange().json()["prompt"], prompt);
+            reply(exchange(), "Short.");
+        });
+        EXPECT_EQ(outcome.out, "Short.\n");
+        restart();
+    }
+    EXPECT_FALSE(state().isLibraryLoaded());
+}
+
 TEST_F(AskCommandTest, PrintsABlockAsSoonAsItIsCommitted) {
     std::string before;
     const Outcome outcome = ask({"Why?", {}, {}, {}}, [&, this] {

@@ -57,5 +57,36 @@ TEST(SavedPanelChat, ShortensItsTitleTo56Characters) {
     EXPECT_EQ(saved({user(QString(57, u'é'))})->title, QString(56, u'é'));
 }
 
+TEST(PanelHistory, ComesBackTrimmedAndWithoutBlankMessages) {
+    SavedChat chat;
+    for (const auto& [role, text] :
+         {std::pair("user", " ask "), {"assistant", "reply"}, {"Assistant", "odd"}, {"user", " "}})
+        chat.messages.push_back({QUuid::createUuid(), role, text});
+    const std::vector<VorqMessage> messages = panelMessages(chat);
+    ASSERT_EQ(messages.size(), 3U);
+    EXPECT_EQ(messages[0].text, "ask");
+    EXPECT_EQ(messages[0].role, MessageRole::User);
+    EXPECT_EQ(messages[1].role, MessageRole::Assistant);
+    EXPECT_EQ(messages[2].role, MessageRole::User) << "only the exact word is the assistant";
+    EXPECT_NE(messages[0].id, chat.messages[0].id);
+    EXPECT_FALSE(messages[0].isWorking || messages[0].isTyping || messages[0].followUp);
+}
+
+TEST(PanelHistory, TheLatestFinishedReplyIsExported) {
+    VorqMessage typing = assistant("half");
+    typing.isTyping = true;
+    EXPECT_EQ(exportedText(std::vector{assistant("one"), assistant(" two "), user("ask"), typing,
+                                       VorqMessage::placeholder(), assistant("Working...")}),
+              " two ");
+}
+
+TEST(PanelHistory, WithoutAReplyAllThatIsSettledIsExported) {
+    VorqMessage typing = user("half");
+    typing.isTyping = true;
+    EXPECT_EQ(exportedText(std::vector{user(" one "), user("\n"), typing, user("two")}),
+              " one \n\ntwo");
+    EXPECT_EQ(exportedText({}), "");
+}
+
 } // namespace
 } // namespace vorq

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backend/ScriptedTransport.h"
+#include "capture/NoteExport.h"
 #include "core/VorqAppState.h"
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"
@@ -44,6 +45,19 @@ class ScriptedCapture final : public SelectionCapture {
     void log(const QString& line) override { lines += line; }
 };
 
+/// An application for notes that remembers what it was given, or refuses with a sentence.
+class ScriptedNoteExport final : public NoteExport {
+  public:
+    std::optional<QString> refusal;
+    std::vector<std::pair<QString, QString>> notes; // title and body
+
+    std::expected<QString, QString> createNote(const QString& title, const QString& body) override {
+        if (refusal) return std::unexpected(*refusal);
+        notes.emplace_back(title, body);
+        return QString::number(notes.size());
+    }
+};
+
 /// A whole application state over a scripted backend, in virtual time, signed in.
 class ConversationFixture : public testing::Test {
   protected:
@@ -80,8 +94,8 @@ class ConversationFixture : public testing::Test {
     MemoryDefaults m_defaults;
     TemporaryPaths m_paths;
     ScriptedTransport m_transport{m_clock};
-    NoLocalRoutes m_routes;
     ScriptedCapture m_capture;
+    ScriptedNoteExport m_noteExport;
     std::unique_ptr<VorqAppState> m_state;
     std::unique_ptr<QAbstractItemModelTester> m_tester;
 };

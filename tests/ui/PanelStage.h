@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backend/ScriptedTransport.h"
+#include "capture/NoteExport.h"
 #include "core/VorqAppState.h"
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"
@@ -62,8 +63,8 @@ class PanelStage {
     MemoryDefaults defaults;
     TemporaryPaths paths;
     ScriptedTransport transport{clock};
-    NoLocalRoutes routes;
     BlindCapture capture;
+    NoNoteExport noteExport;
     std::unique_ptr<VorqAppState> state;
     std::unique_ptr<PanelViewModel> panel;
     std::unique_ptr<PanelLook> look;

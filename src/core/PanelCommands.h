@@ -1,0 +1,34 @@
+#pragma once
+
+#include "conversation/LocalRoutes.h"
+
+namespace vorq {
+
+class LibraryAreas;
+class PanelChats;
+class PanelConversation;
+class StudyNotes;
+
+/// The commands of the panel: keep the chat, load a note, save what was found out, make
+/// flashcards. Main thread only.
+class PanelCommands final : public LocalRoutes {
+  public:
+    /// What it works with; all must outlive it, and may be made after it.
+    struct Services {
+        LibraryAreas& areas;
+        PanelConversation& panel;
+        PanelChats& chats;
+        StudyNotes& study;
+    };
+
+    explicit PanelCommands(const Services& services) : m_services(services) {}
+
+    bool take(QStringView prompt) override;
+
+  private:
+    void saveChat();
+
+    Services m_services;
+};
+
+} // namespace vorq
