@@ -10,9 +10,6 @@
 namespace vorq {
 namespace {
 
-constexpr QStringView notesFile = u"saved-notes.json";
-constexpr QStringView chatsFile = u"saved-chats.json";
-constexpr QStringView aiChatsFile = u"hub-ai-chats.json";
 constexpr QStringView tasksFile = u"hub-tasks.json";
 constexpr QStringView taskColumnsFile = u"hub-task-columns.json";
 constexpr QStringView trackersFile = u"hub-trackers.json";
@@ -27,8 +24,11 @@ List orEmpty(std::optional<List> list) {
 } // namespace
 
 LibraryStore::LibraryStore(const QString& applicationSupportFolder)
-    : m_folder(applicationSupportFolder.isEmpty() ? QDir::tempPath() : applicationSupportFolder) {
-    m_folder += QStringLiteral("/Vorq/Library");
+    : m_folder(folderIn(applicationSupportFolder)) {}
+
+QString LibraryStore::folderIn(const QString& applicationSupportFolder) {
+    return (applicationSupportFolder.isEmpty() ? QDir::tempPath() : applicationSupportFolder) +
+           QStringLiteral("/Vorq/Library");
 }
 
 QString LibraryStore::path(QStringView fileName) const {

@@ -24,6 +24,12 @@ class LibraryStore {
     /// folder for temporary files if that is empty.
     explicit LibraryStore(const QString& applicationSupportFolder);
 
+    // Where that is, for who only looks; none of it need be there.
+    [[nodiscard]] static QString folderIn(const QString& applicationSupportFolder);
+    static constexpr QStringView notesFile = u"saved-notes.json";
+    static constexpr QStringView chatsFile = u"saved-chats.json";
+    static constexpr QStringView aiChatsFile = u"hub-ai-chats.json";
+
     [[nodiscard]] std::vector<SavedNote> loadNotes() const;
     [[nodiscard]] std::vector<SavedChat> loadChats() const;
     [[nodiscard]] std::vector<HubAIChat> loadAIChats() const;
