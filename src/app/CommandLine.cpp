@@ -34,6 +34,9 @@ const QString usage = QStringLiteral(
     "  vorq open URL\n"
     "        Takes a vorq:// link, such as the one that ends a sign-in, to the Vorq that\n"
     "        runs, or else signs in itself.\n"
+    "  vorq notes list | show | save | export\n"
+    "  vorq chats list | show\n"
+    "        The saved notes and chats; see vorq notes --help and vorq chats --help.\n"
     "  vorq --help | --version\n"
     "\n"
     "Environment: VORQ_API_BASE_URL is the address of the backend\n"
@@ -68,6 +71,14 @@ class OptionReader {
     const QStringList& m_arguments;
     qsizetype m_next;
 };
+
+Command parseLibrary(const QStringList& arguments) {
+    const auto parsed = parseLibraryCommand(arguments);
+    if (const auto* help = std::get_if<LibraryHelp>(&parsed)) return ShowText{help->text};
+    if (const auto* misuse = std::get_if<LibraryMisuse>(&parsed))
+        return UsageError{misuse->message};
+    return std::get<LibraryCommand>(parsed);
+}
 
 Command parseAsk(const QStringList& arguments) {
     AskArguments ask;
@@ -151,6 +162,7 @@ Command parseCommandLine(const QStringList& arguments) {
     if (isHelp(verb) || verb == u"help") return ShowText{usage};
     if (verb == u"--version") return ShowText{QStringLiteral("vorq " VORQ_VERSION "\n")};
     if (verb == u"ask") return parseAsk(arguments);
+    if (verb == u"notes" || verb == u"chats") return parseLibrary(arguments);
     if (verb == u"open") return parseOpen(arguments);
     return parseDesktop(arguments);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/LibraryCommandLine.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -41,7 +43,8 @@ struct UsageError {
     bool operator==(const UsageError&) const = default;
 };
 
-using Command = std::variant<AskArguments, OpenArguments, DesktopArguments, ShowText, UsageError>;
+using Command = std::variant<AskArguments, OpenArguments, LibraryCommand, DesktopArguments,
+                             ShowText, UsageError>;
 
 /// What the arguments, without the program's name, ask for.
 [[nodiscard]] Command parseCommandLine(const QStringList& arguments);

@@ -1,6 +1,7 @@
 #include "app/AskCommand.h"
 #include "app/CommandLine.h"
 #include "app/DesktopCommand.h"
+#include "app/LibraryCommands.h"
 #include "app/OpenCommand.h"
 #include "app/SettleSession.h"
 #include "app/Terminal.h"
@@ -85,6 +86,13 @@ class CommandRunner {
             OpenCommand command(terminal.state(), terminal.terminal());
             return terminal.run(command, [&] { command.start(arguments.url); });
         });
+    }
+
+    int operator()(const LibraryCommand& command) const {
+        const QCoreApplication application(m_argc, m_argv);
+        SystemClock clock;
+        Terminal terminal;
+        return LibraryCommands(XdgPaths().applicationSupportFolder(), clock, terminal).run(command);
     }
 
     int operator()(const DesktopArguments& arguments) const {

@@ -53,10 +53,14 @@ QUuid LibraryState::createBlankNote(const QString& title, HubArea area) {
     note.area = area;
     note.createdAt = dateOf(m_clock.wallTime());
     const QUuid id = note.id;
-    m_notes.insertFirst(std::move(note));
-    saveNotes();
+    keepNote(std::move(note));
     setLibraryMessage({});
     return id;
+}
+
+void LibraryState::keepNote(SavedNote note) {
+    m_notes.insertFirst(std::move(note));
+    saveNotes();
 }
 
 void LibraryState::updateNoteThoughts(const QUuid& id, const QString& thoughts,

@@ -52,6 +52,9 @@ class LibraryState final : public QObject {
     void replaceNoteContent(const QUuid& id, const QString& title, const QString& plain,
                             const std::optional<QByteArray>& rtf);
 
+    /// Puts a note at the top of the list.
+    void keepNote(SavedNote note);
+
     /// Puts a conversation at the top of the list.
     void keepChat(SavedChat chat);
 
