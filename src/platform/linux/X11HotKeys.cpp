@@ -140,7 +140,18 @@ void X11HotKeys::takeEvents() {
         switch (event->response_type & 0x7f) {
         case XCB_KEY_PRESS: {
             const auto& press = reinterpret_cast<const xcb_key_press_event_t&>(*event);
-            keyWentDown(press.detail, press.state);
+            const bool isRepeat = m_lastRelease == std::pair(press.detail, press.time);
+            if (isRepeat)
+                freeKeyboard();
+            else
+                keyWentDown(press.detail, press.state);
+            break;
+        }
+        case XCB_KEY_RELEASE: {
+            // Only while this process was too busy to free the keyboard. A key that repeats goes up
+            // and down at the same moment.
+            const auto& release = reinterpret_cast<const xcb_key_release_event_t&>(*event);
+            m_lastRelease = {release.detail, release.time};
             break;
         }
         case XCB_MAPPING_NOTIFY:
@@ -163,8 +174,7 @@ void X11HotKeys::takeEvents() {
 // The grab of the pressed key holds the whole keyboard. It is let go before anything else, so that
 // the application in front has the focus again and keys that are posted reach it.
 void X11HotKeys::keyWentDown(KeyCode key, ModifierMask state) {
-    xcb_ungrab_keyboard(m_connection.get(), XCB_CURRENT_TIME);
-    xcb_flush(m_connection.get());
+    freeKeyboard();
     const bool isRepeat = m_held.contains(key);
     if (isRepeat) return;
     if (m_knowsReleases) {
@@ -182,6 +192,11 @@ void X11HotKeys::keyWentDown(KeyCode key, ModifierMask state) {
                std::ranges::find(hotKey.keys, key) != hotKey.keys.end();
     });
     if (pressedKey != m_hotKeys.end()) emit pressed(pressedKey->id);
+}
+
+void X11HotKeys::freeKeyboard() {
+    xcb_ungrab_keyboard(m_connection.get(), XCB_CURRENT_TIME);
+    xcb_flush(m_connection.get());
 }
 
 void X11HotKeys::keyWentUp(KeyCode key) {

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace vorq {
@@ -50,6 +51,7 @@ class X11HotKeys final : public GlobalHotKeys {
     void takeEvents();
     void takeEventsLater();
     void keyWentDown(KeyCode key, ModifierMask state);
+    void freeKeyboard();
     void keyWentUp(KeyCode key);
     void watchReleases(bool isOn);
     [[nodiscard]] bool isDown(KeyCode key) const;
@@ -59,7 +61,8 @@ class X11HotKeys final : public GlobalHotKeys {
     std::unique_ptr<X11Keyboard> m_keyboard;
     std::unique_ptr<QSocketNotifier> m_notifier;
     std::vector<HotKey> m_hotKeys;
-    std::set<KeyCode> m_held; // keys of hot keys that have not been let go
+    std::set<KeyCode> m_held;                        // keys of hot keys that have not been let go
+    std::pair<KeyCode, std::uint32_t> m_lastRelease; // with its time on the server
     bool m_isRegrabDue = false;
 };
 

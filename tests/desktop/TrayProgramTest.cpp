@@ -1,0 +1,220 @@
+// The built program in a real session: its hot keys, its tray icon, and what other starts of it do.
+
+#include "desktop/DesktopSession.h"
+#include "platform/linux/X11HotKeys.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <gmock/gmock.h>
+
+namespace vorq::desktop {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+const QString program = QStringLiteral(VORQ_PROGRAM);
+
+class TrayProgramTest : public testing::Test {
+  protected:
+    TrayProgramTest() { m_session.write(".config/Vorq/settings.json", "{}"); }
+
+    DesktopProgram& start(const QStringList& arguments = {"--background"},
+                          const QProcessEnvironment& additional = {}) {
+        QProcessEnvironment environment = additional;
+        environment.insert("VORQ_API_BASE_URL", "http://127.0.0.1:9");
+        return m_session.start(program, "", arguments, environment);
+    }
+
+    static void waitFor(DesktopProgram& running, const QByteArray& text) {
+        DesktopSession::waitUntil("\"" + text + "\"",
+                                  [&] { return running.output().contains(text); });
+    }
+
+    DesktopProgram& startAndWait() {
+        DesktopProgram& running = start();
+        waitFor(running, "clear-chat hotkey.");
+        return running;
+    }
+
+    struct Ended {
+        int status;
+        std::string output;
+    };
+
+    Ended runToEnd(const QStringList& arguments, const QProcessEnvironment& additional = {}) {
+        DesktopProgram& running = start(arguments, additional);
+        DesktopSession::waitUntil("the end of " + arguments.join(' '),
+                                  [&] { return !running.isRunning(); });
+        return {running.qt().exitCode(), running.output().toStdString()};
+    }
+
+    std::int32_t openTerminal() {
+        m_session.start("xterm", "xterm", {"-e", "sleep", "600"});
+        const auto window = m_session.waitForWindow("xterm");
+        m_session.activate(window);
+        return m_session.processOf(window);
+    }
+
+    [[nodiscard]] bool showsColor(const QByteArray& rgb) const {
+        return run("import", "imagemagick", {"-window", "root", "-depth", "8", "rgb:-"},
+                   m_session.environment())
+            .contains(rgb);
+    }
+
+    static inline const QByteArray iris = "\x5b\x78\xfb";
+
+    DesktopSession m_session{{.hasAccessibilityBus = false, .isAccessibilityOn = false}};
+};
+
+TEST_F(TrayProgramTest, AHotKeyReachesItWithTheApplicationInFront) {
+    const QByteArray terminal = QByteArray::number(openTerminal());
+    DesktopProgram& vorq = startAndWait();
+    m_session.key({"super+shift+a"});
+    waitFor(vorq, "Vorq ⌘⇧A: sourcePID=" + terminal + " app=XTerm");
+    m_session.key({"super+shift+s"});
+    waitFor(vorq, "Vorq ⌘⇧S note hotkey — source: debian-xterm pid=" + terminal);
+    m_session.key({"super+shift+p"});
+    waitFor(vorq, "Vorq ⌘⇧P push-note hotkey");
+}
+
+TEST_F(TrayProgramTest, AKeyThatAnotherProgramHoldsLeavesTheOthers) {
+    X11HotKeys other;
+    ASSERT_TRUE(other.installEventHandler());
+    ASSERT_TRUE(
+        other.registerHotKey({'S', 1, HotKeyModifier::command + HotKeyModifier::shift}, {1, 1}));
+    DesktopProgram& vorq = startAndWait();
+    EXPECT_THAT(vorq.output().toStdString(),
+                HasSubstr("Vorq failed to register Command+Shift+S hotkey: 10"));
+    m_session.key({"super+shift+a"});
+    waitFor(vorq, "Vorq ⌘⇧A: ");
+}
+
+TEST_F(TrayProgramTest, ACommandIsHandedToTheOneThatRuns) {
+    const QByteArray terminal = QByteArray::number(openTerminal());
+    DesktopProgram& vorq = startAndWait();
+    for (const char* verb : {"summon", "note", "push-note", "clear", "toggle"})
+        EXPECT_EQ(runToEnd({verb}).status, 0) << verb;
+    waitFor(vorq, "Vorq ⌘⇧A: sourcePID=" + terminal + " app=XTerm");
+    waitFor(vorq, "source: debian-xterm pid=" + terminal);
+    waitFor(vorq, "Vorq ⌘⇧P push-note hotkey");
+    EXPECT_EQ(runToEnd({"--background"}).status, 0);
+    EXPECT_TRUE(vorq.isRunning());
+}
+
+TEST_F(TrayProgramTest, ACommandStartsItWhereNoneRuns) {
+    DesktopProgram& vorq = start({"summon"});
+    waitFor(vorq, "Vorq ⌘⇧A: ");
+    EXPECT_TRUE(vorq.isRunning());
+}
+
+TEST_F(TrayProgramTest, ALinkIsHandedToTheOneThatRuns) {
+    DesktopProgram& vorq = startAndWait();
+    EXPECT_EQ(runToEnd({"open", "vorq://auth/callback?handoff=abc"}).status, 0);
+    waitFor(vorq, "Vorq mac handoff failed: ");
+    EXPECT_EQ(runToEnd({"open", "vorq://auth/callback"}).status, 0);
+    EXPECT_EQ(runToEnd({"open", "vorq://nothing"}).status, 2);
+    EXPECT_TRUE(vorq.isRunning());
+}
+
+TEST_F(TrayProgramTest, QuitEndsIt) {
+    DesktopProgram& vorq = startAndWait();
+    EXPECT_EQ(runToEnd({"quit"}).status, 0);
+    DesktopSession::waitUntil("the end", [&] { return !vorq.isRunning(); });
+    EXPECT_EQ(vorq.qt().exitCode(), 0);
+    const Ended again = runToEnd({"quit"});
+    EXPECT_EQ(again.status, 0);
+    EXPECT_THAT(again.output, HasSubstr("Vorq is not running."));
+}
+
+TEST_F(TrayProgramTest, KilledItLeavesThePlaceToTheNext) {
+    startAndWait().kill();
+    DesktopProgram& next = startAndWait();
+    m_session.key({"super+shift+a"});
+    waitFor(next, "Vorq ⌘⇧A: ");
+}
+
+TEST_F(TrayProgramTest, OneThatHangsDoesNotHangTheOthers) {
+    DesktopProgram& vorq = startAndWait();
+    const Stopped hung(vorq.process());
+    QElapsedTimer timer;
+    timer.start();
+    for (const QStringList& arguments :
+         {QStringList{"summon"}, {"quit"}, {"open", "vorq://auth/callback?handoff=abc"}}) {
+        const Ended ended = runToEnd(arguments);
+        EXPECT_EQ(ended.status, 1);
+        EXPECT_THAT(ended.output, HasSubstr("Vorq is running, but does not answer."));
+    }
+    EXPECT_TRUE(hung.holds());
+}
+
+TEST_F(TrayProgramTest, WithoutABusItRunsAloneAndSaysSo) {
+    QProcessEnvironment noBus;
+    noBus.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+    DesktopProgram& vorq = start({"--background"}, noBus);
+    waitFor(vorq, "clear-chat hotkey.");
+    EXPECT_THAT(vorq.output().toStdString(), HasSubstr("There is no session bus"));
+    m_session.key({"super+shift+a"});
+    waitFor(vorq, "Vorq ⌘⇧A: ");
+    const Ended second = runToEnd({"summon"}, noBus);
+    EXPECT_EQ(second.status, 1);
+    EXPECT_THAT(second.output, HasSubstr("Vorq is running already"));
+}
+
+TEST_F(TrayProgramTest, WithoutADesktopItSaysWhatToDo) {
+    QProcessEnvironment noDisplay;
+    noDisplay.insert("DISPLAY", "");
+    const Ended ended = runToEnd({}, noDisplay);
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_THAT(ended.output, HasSubstr("use vorq ask"));
+}
+
+TEST_F(TrayProgramTest, TheTerminalCommandNeedsNoDesktop) {
+    QProcessEnvironment noDisplay;
+    noDisplay.insert("DISPLAY", "");
+    EXPECT_THAT(runToEnd({"ask", "a", "question"}, noDisplay).output, Not(HasSubstr("display")));
+}
+
+TEST_F(TrayProgramTest, ItsIconAppearsWhenATrayComesLater) {
+    startAndWait();
+    EXPECT_FALSE(showsColor(iris));
+    m_session.start("tint2", "tint2");
+    DesktopSession::waitUntil("the mark in the tray", [this] { return showsColor(iris); });
+}
+
+TEST_F(TrayProgramTest, StartedAgainItOpensItsMenu) {
+    m_session.start("tint2", "tint2");
+    startAndWait();
+    DesktopSession::waitUntil("the mark in the tray", [this] { return showsColor(iris); });
+    const QByteArray before =
+        run("import", "imagemagick", {"-window", "root", "rgb:-"}, m_session.environment());
+    EXPECT_EQ(runToEnd({}).status, 0);
+    DesktopSession::waitUntil("the menu", [&] {
+        const QByteArray now =
+            run("import", "imagemagick", {"-window", "root", "rgb:-"}, m_session.environment());
+        qsizetype changed = 0;
+        for (qsizetype index = 0; index < std::min(now.size(), before.size()); ++index)
+            changed += now[index] != before[index];
+        return changed > 20'000;
+    });
+}
+
+TEST_F(TrayProgramTest, ItEntersItselfForLoginAndForLinks) {
+    startAndWait();
+    const auto content = [this](const QString& path) {
+        QFile file(m_session.home() + "/" + path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+    };
+    DesktopSession::waitUntil("the default for links", [&] {
+        return content(".config/mimeapps.list").contains("vorq=com.vorq.desk.desktop");
+    });
+    const std::string path = program.toStdString();
+    EXPECT_THAT(content(".config/autostart/com.vorq.desk.desktop"),
+                HasSubstr("Exec=" + path + " --background --launched-at-login\n"));
+    EXPECT_THAT(content(".local/share/applications/com.vorq.desk.desktop"),
+                HasSubstr("Exec=" + path + " %u\n"));
+}
+
+} // namespace
+} // namespace vorq::desktop
