@@ -1,0 +1,15 @@
+// GoogleTest's entry point with a Qt application that can have widgets, drawn nowhere.
+
+#include <QApplication>
+
+#include <gmock/gmock.h>
+
+int main(int argc, char** argv) {
+    testing::InitGoogleMock(&argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    const int result = RUN_ALL_TESTS();
+    for (int round = 0; round < 100; ++round)
+        QCoreApplication::processEvents();
+    return result;
+}

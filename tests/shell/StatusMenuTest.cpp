@@ -1,0 +1,91 @@
+#include "shell/StatusMenu.h"
+#include "core/ConversationFixture.h"
+
+#include <QActionGroup>
+#include <QSignalSpy>
+
+namespace vorq {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+class StatusMenuTest : public ConversationFixture {
+  protected:
+    StatusMenuTest() { m_menu.bindAppState(state()); }
+
+    // The texts of a menu, "-" for a separator.
+    static QStringList texts(const QMenu& menu) {
+        QStringList texts;
+        for (const QAction* action : menu.actions())
+            texts += action->isSeparator() ? QStringLiteral("-") : action->text();
+        return texts;
+    }
+
+    [[nodiscard]] static QAction* find(const QMenu& menu, const QString& text) {
+        for (QAction* action : menu.actions()) {
+            if (action->text() == text) return action;
+            if (action->menu() == nullptr) continue;
+            if (QAction* inner = find(*action->menu(), text)) return inner;
+        }
+        return nullptr;
+    }
+
+    [[nodiscard]] QAction* action(const QString& text) const { return find(m_menu, text); }
+
+    StatusMenu m_menu;
+};
+
+TEST_F(StatusMenuTest, SaysWhoIsSignedIn) {
+    const QString name = state().account().displayName();
+    EXPECT_THAT(texts(m_menu), ElementsAre("Signed in as " + name, "-", "Show Vorq", "Clear Chat",
+                                           "-", "Customize Vorq", "-", "Quit Vorq"));
+    EXPECT_TRUE(action("Clear Chat")->isEnabled());
+    state().account().markSessionExpired();
+    EXPECT_EQ(texts(m_menu).front(), "Not signed in");
+    EXPECT_FALSE(action("Clear Chat")->isEnabled());
+}
+
+TEST_F(StatusMenuTest, ShowsNoticesOnlyWhileThereAreSome) {
+    m_menu.setHotKeyNotices({"first", "second"});
+    EXPECT_THAT(texts(m_menu).mid(1, 3), ElementsAre("first", "second", "-"));
+    EXPECT_FALSE(action("first")->isEnabled());
+    m_menu.setHotKeyNotices({"second"});
+    EXPECT_THAT(texts(m_menu), Not(Contains("first")));
+    m_menu.setHotKeyNotices({});
+    EXPECT_EQ(texts(m_menu)[1], "-");
+}
+
+TEST_F(StatusMenuTest, ThemeAndGlassAreThoseOfTheState) {
+    EXPECT_TRUE(action("Dark")->isChecked());
+    EXPECT_TRUE(action("Clear")->isChecked());
+    action("Light")->trigger();
+    action("Tinted")->trigger();
+    EXPECT_EQ(state().appearance().panelAppearance(), PanelAppearance::White);
+    EXPECT_EQ(state().appearance().panelGlassStyle(), PanelGlassStyle::Tinted);
+    state().appearance().setPanelAppearance(PanelAppearance::Current);
+    EXPECT_TRUE(action("Dark")->isChecked());
+    EXPECT_FALSE(action("Light")->isChecked());
+}
+
+TEST_F(StatusMenuTest, TellsWhatIsChosen) {
+    QSignalSpy shown(&m_menu, &StatusMenu::showVorqChosen);
+    QSignalSpy cleared(&m_menu, &StatusMenu::clearChatChosen);
+    QSignalSpy quit(&m_menu, &StatusMenu::quitChosen);
+    for (const char* text : {"Show Vorq", "Clear Chat", "Quit Vorq"})
+        action(text)->trigger();
+    EXPECT_EQ(shown.count(), 1);
+    EXPECT_EQ(cleared.count(), 1);
+    EXPECT_EQ(quit.count(), 1);
+}
+
+TEST(StatusMenuAlone, WithoutAStateNothingCanBeChosenOfIt) {
+    StatusMenu menu;
+    EXPECT_EQ(menu.accessibleName(), "Vorq");
+    for (QAction* action : menu.actions())
+        if (action->text() == "Clear Chat") EXPECT_FALSE(action->isEnabled());
+}
+
+} // namespace
+} // namespace vorq
