@@ -74,7 +74,7 @@ void QuickPanelWindow::prepare() {
     create();
     applyTier();
     // Loads what the first frame needs: fonts, images, layouts.
-    grabWindow();
+    if (!size().isEmpty()) grabWindow();
 }
 
 QString QuickPanelWindow::tier() const {

@@ -30,6 +30,8 @@ int main(int argc, char** argv) {
         theSession = &session;
         qputenv("QT_QPA_PLATFORM", "xcb");
         qputenv("QT_QUICK_BACKEND", "software");
+        // Pixels to a point; 1 if not told.
+        if (argc > 1) qputenv("QT_SCALE_FACTOR", argv[1]);
         const QGuiApplication application(argc, argv);
         return RUN_ALL_TESTS();
     } catch (const std::exception& problem) {

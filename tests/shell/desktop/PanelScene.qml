@@ -16,13 +16,6 @@ Rectangle {
     color: "#24262d"
     radius: Window.window && Window.window.tier === "opaque" ? 0 : 34
 
-    Text {
-        x: 24
-        y: 24
-        color: "white"
-        text: Window.window ? Window.window.tier : ""
-    }
-
     MouseArea {
         id: button
 
@@ -31,11 +24,6 @@ Rectangle {
         width: 200
         height: 60
         onClicked: ++scene.buttonClicks
-
-        Rectangle {
-            anchors.fill: parent
-            color: button.pressed ? "#6b85ff" : "#3b4784"
-        }
     }
 
     TextEdit {

@@ -1,0 +1,182 @@
+// From the hot key to the mapped window: the panel beside an empty Qt Quick window that was made
+// before as well, on the same desktop and by the same kind of key. Needs an X server with a window
+// manager; panel_show.py brings one up.
+
+#include "platform/linux/SystemClock.h"
+#include "platform/linux/X11Compositor.h"
+#include "platform/linux/X11OverlayHints.h"
+#include "platform/linux/X11PressMonitor.h"
+#include "platform/linux/X11Screens.h"
+#include "platform/linux/X11Workspace.h"
+#include "platform/testing/MemoryDefaults.h"
+#include "shell/PanelWindowController.h"
+#include "shell/QuickPanelWindow.h"
+#include "shell/ShellNotifications.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QGuiApplication>
+#include <QQmlEngine>
+#include <QQuickWindow>
+
+#include <xcb/xcb.h>
+#include <xcb/xtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int rounds = 100;
+constexpr int warmUpRounds = 3;
+// F11 and F12 on the usual keyboard.
+constexpr std::uint8_t panelKey = 95;
+constexpr std::uint8_t plainKey = 96;
+
+// Runs an action for each of two keys that are pressed anywhere.
+class HotKeys final : public QAbstractNativeEventFilter {
+  public:
+    std::function<void()> onPanelKey;
+    std::function<void()> onPlainKey;
+
+    bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
+        const auto* event = static_cast<const xcb_generic_event_t*>(message);
+        if ((event->response_type & 0x7f) != XCB_KEY_PRESS) return false;
+        const auto* press = reinterpret_cast<const xcb_key_press_event_t*>(event);
+        if (press->detail == panelKey) onPanelKey();
+        if (press->detail == plainKey) onPlainKey();
+        return true;
+    }
+};
+
+// Presses a key and waits for a window, on a connection and in a thread of its own.
+class Stopwatch {
+  public:
+    explicit Stopwatch(std::uint8_t key, std::uint32_t window) : m_key(key) {
+        const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+        xcb_change_window_attributes(m_connection.get(), window, XCB_CW_EVENT_MASK, &mask);
+        xcb_flush(m_connection.get());
+    }
+
+    double millisecondsToMapped() {
+        const auto start = std::chrono::steady_clock::now();
+        fakeKey(XCB_KEY_PRESS);
+        waitFor(XCB_MAP_NOTIFY);
+        const std::chrono::duration<double, std::milli> taken =
+            std::chrono::steady_clock::now() - start;
+        fakeKey(XCB_KEY_RELEASE);
+        return taken.count();
+    }
+
+    void waitForUnmapped() { waitFor(XCB_UNMAP_NOTIFY); }
+
+  private:
+    void fakeKey(std::uint8_t type) {
+        xcb_test_fake_input(m_connection.get(), type, m_key, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+        xcb_flush(m_connection.get());
+    }
+
+    void waitFor(std::uint8_t type) {
+        while (xcb_generic_event_t* event = xcb_wait_for_event(m_connection.get())) {
+            const bool isIt = (event->response_type & 0x7f) == type;
+            std::free(event);
+            if (isIt) return;
+        }
+    }
+
+    vorq::X11Connection m_connection;
+    std::uint8_t m_key;
+};
+
+std::vector<double> measure(std::uint8_t key, std::uint32_t window,
+                            const std::function<void()>& hide) {
+    Stopwatch stopwatch(key, window);
+    std::vector<double> times;
+    for (int round = 0; round < warmUpRounds + rounds; ++round) {
+        const double time = stopwatch.millisecondsToMapped();
+        if (round >= warmUpRounds) times.push_back(time);
+        std::this_thread::sleep_for(120ms);
+        QMetaObject::invokeMethod(qGuiApp, hide, Qt::QueuedConnection);
+        stopwatch.waitForUnmapped();
+        std::this_thread::sleep_for(40ms);
+    }
+    std::ranges::sort(times);
+    return times;
+}
+
+double percentile(const std::vector<double>& sorted, std::size_t percent) {
+    return sorted[std::min(sorted.size() - 1, sorted.size() * percent / 100)];
+}
+
+void report(const char* name, const std::vector<double>& times) {
+    std::printf("%-8s p50 %6.2f ms   p95 %6.2f ms   longest %6.2f ms\n", name,
+                percentile(times, 50), percentile(times, 95), times.back());
+}
+
+void grab(std::uint8_t key) {
+    const vorq::X11Connection names;
+    auto* connection = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    xcb_grab_key(connection, 0, names.root(), XCB_MOD_MASK_ANY, key, XCB_GRAB_MODE_ASYNC,
+                 XCB_GRAB_MODE_ASYNC);
+    xcb_flush(connection);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    vorq::SystemClock clock;
+    vorq::MemoryDefaults defaults;
+    vorq::ShellNotifications notifications;
+    vorq::X11Screens screens;
+    vorq::X11Compositor compositor;
+    vorq::X11OverlayHints hints;
+    vorq::X11PressMonitor presses(screens);
+    vorq::X11Workspace workspace;
+    QQmlEngine engine;
+    vorq::QuickPanelWindow panel({.screens = screens, .compositor = compositor, .hints = hints},
+                                 &engine);
+    panel.setSource(QUrl::fromLocalFile(QStringLiteral(VORQ_PANEL_SCENE)));
+    vorq::PanelWindowController controller(
+        {.clock = clock,
+         .defaults = defaults,
+         .screens = screens,
+         .workspace = workspace,
+         .presses = presses,
+         .notifications = notifications,
+         .process = static_cast<std::int32_t>(QCoreApplication::applicationPid())},
+        panel);
+    panel.prepare();
+    QQuickWindow plain;
+    plain.setGeometry(18, 165, 440, 750);
+    plain.create();
+
+    HotKeys keys;
+    keys.onPanelKey = [&] { controller.show(); };
+    keys.onPlainKey = [&] { plain.show(); };
+    application.installNativeEventFilter(&keys);
+    grab(panelKey);
+    grab(plainKey);
+    const auto panelWindow = static_cast<std::uint32_t>(panel.winId());
+    const auto plainWindow = static_cast<std::uint32_t>(plain.winId());
+    std::thread measuring([&] {
+        const auto plainTimes = measure(plainKey, plainWindow, [&] { plain.hide(); });
+        const auto panelTimes = measure(panelKey, panelWindow, [&] { controller.hide(); });
+        report("empty", plainTimes);
+        report("panel", panelTimes);
+        std::printf("panel/empty at p50 %.2f, at p95 %.2f; budget 16 ms at p95\n",
+                    percentile(panelTimes, 50) / percentile(plainTimes, 50),
+                    percentile(panelTimes, 95) / percentile(plainTimes, 95));
+        QMetaObject::invokeMethod(&application, &QCoreApplication::quit, Qt::QueuedConnection);
+    });
+    const int result = QGuiApplication::exec();
+    measuring.join();
+    return result;
+}
