@@ -3,7 +3,7 @@
 #include "desktop/DesktopSession.h"
 #include "shell/desktop/PanelDesktopFixture.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 
 #include <gmock/gmock.h>
 
@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
         qputenv("QT_QUICK_BACKEND", "software");
         // Pixels to a point; 1 if not told.
         if (argc > 1) qputenv("QT_SCALE_FACTOR", argv[1]);
-        const QGuiApplication application(argc, argv);
+        const QApplication application(argc, argv);
         return RUN_ALL_TESTS();
     } catch (const std::exception& problem) {
         std::cerr << problem.what() << '\n';
