@@ -2,6 +2,7 @@
 
 #include "platform/OverlayHints.h"
 #include "platform/Screens.h"
+#include "shell/PanelSelectionBridge.h"
 #include "shell/RoundedRows.h"
 
 #include <QGuiApplication>
@@ -24,8 +25,8 @@ std::optional<PanelPressTarget> textTarget(const QQuickItem& item) {
     if (isText)
         return item.property("readOnly").toBool() ? PanelPressTarget::SelectableText
                                                   : PanelPressTarget::EditableText;
-    // Views whose text is not one of Qt's own items say so.
-    if (item.property("isSelectableText").toBool()) return PanelPressTarget::SelectableText;
+    if (dynamic_cast<const SelectableText*>(&item) != nullptr)
+        return PanelPressTarget::SelectableText;
     return std::nullopt;
 }
 
