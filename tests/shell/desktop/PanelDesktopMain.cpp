@@ -30,8 +30,9 @@ int main(int argc, char** argv) {
         theSession = &session;
         qputenv("QT_QPA_PLATFORM", "xcb");
         qputenv("QT_QUICK_BACKEND", "software");
-        // Pixels to a point; 1 if not told.
-        if (argc > 1) qputenv("QT_SCALE_FACTOR", argv[1]);
+        // Pixels to a point: one number for all screens, or "name=number;…". 1 if not told.
+        const QByteArray scale = argc > 1 ? argv[1] : "1";
+        qputenv(scale.contains('=') ? "QT_SCREEN_SCALE_FACTORS" : "QT_SCALE_FACTOR", scale);
         const QApplication application(argc, argv);
         return RUN_ALL_TESTS();
     } catch (const std::exception& problem) {

@@ -117,5 +117,38 @@ TEST_F(PanelScreensDesktop, ThePanelLeavesAScreenThatIsTakenAway) {
     EXPECT_TRUE(m_controller.isPanelVisible());
 }
 
+// Also run with screens of different scales.
+class PanelMixedScaleDesktop : public PanelScreensDesktop {
+  protected:
+    // A frame in points, in pixels.
+    [[nodiscard]] QRect pixelsOf(const QRectF& frame) const {
+        const Screen screen = m_screens.screen(frame.center()).value();
+        const QPointF corner = m_screens.flipped(screen.frame).topLeft();
+        const QRectF points = m_screens.flipped(frame);
+        return QRectF(corner + (points.topLeft() - corner) * screen.scale,
+                      points.size() * screen.scale)
+            .toRect();
+    }
+};
+
+TEST_F(PanelMixedScaleDesktop, ThePanelFillsItsDockOnEachScreen) {
+    splitScreen();
+    const Window left = startTerminal("left", "40x10+200+300");
+    const Window right = startTerminal("right", "40x10+1300+300");
+    for (const auto& [window, name] : {std::pair(left, "left"), std::pair(right, "right")}) {
+        m_session.activate(window);
+        showPanel();
+        const Screen screen = m_screens.screen(m_window.frame().center()).value();
+        EXPECT_EQ(screen.name, name);
+        const bool isMixed = qEnvironmentVariableIsSet("QT_SCREEN_SCALE_FACTORS");
+        EXPECT_EQ(screen.scale, isMixed && screen.name == "right" ? 2 : 1);
+        EXPECT_EQ(m_window.frame(),
+                  clampedToScreen(dockFrame(Left, screen.visibleFrame), screen.visibleFrame));
+        waitForGeometry(pixelsOf(m_window.frame()));
+        m_controller.hide();
+        letSettle();
+    }
+}
+
 } // namespace
 } // namespace vorq
