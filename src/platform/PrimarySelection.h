@@ -26,6 +26,8 @@ class PrimarySelection {
         /// As it was handed out, untrimmed.
         QString text;
         Ownership ownership;
+
+        bool operator==(const Highlight&) const = default;
     };
 
     PrimarySelection() = default;

@@ -97,7 +97,7 @@ class DesktopSession {
     [[nodiscard]] QByteArray selection(const QString& name) const;
 
     /// Fills a selection from a program that then owns it.
-    void own(const QString& name, const QByteArray& text);
+    DesktopProgram& own(const QString& name, const QByteArray& text);
 
   private:
     class JoinedEnvironment;

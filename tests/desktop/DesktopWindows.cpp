@@ -106,11 +106,18 @@ QByteArray DesktopSession::selection(const QString& name) const {
     return run("timeout", "coreutils", {"5", "xclip", "-o", "-selection", name}, m_environment);
 }
 
-void DesktopSession::own(const QString& name, const QByteArray& text) {
+DesktopProgram& DesktopSession::own(const QString& name, const QByteArray& text) {
     const QString file = write("own-" + name + ".txt", text);
-    start("xclip", "xclip", {"-quiet", "-i", "-selection", name, file});
-    waitUntil("the selection " + name + " to be filled",
-              [&] { return m_x11->isUsable() && selection(name) == text; });
+    DesktopProgram& owner = start("xclip", "xclip", {"-quiet", "-i", "-selection", name, file});
+    const QByteArray atom = name.toUpper().toLatin1();
+    waitUntil("the selection " + name + " to be filled", [&] {
+        auto* reply = xcb_get_selection_owner_reply(
+            m_x11->get(), xcb_get_selection_owner(m_x11->get(), m_x11->atom(atom)), nullptr);
+        const Window window = reply != nullptr ? reply->owner : 0;
+        std::free(reply);
+        return window != 0 && processOf(window) == owner.process();
+    });
+    return owner;
 }
 
 } // namespace vorq::desktop

@@ -98,11 +98,14 @@ std::vector<QString> AtSpiApplications::registered(const std::stop_token& stop) 
 AtSpiToolkit AtSpiApplications::toolkitOf(const QString& service, const std::stop_token& stop) {
     if (const auto known = m_toolkits.constFind(service); known != m_toolkits.constEnd())
         return *known;
-    const auto name = atspi::propertyTextIn(
-        m_bus.call(atspi::toolkitName(atspi::applicationRoot(service)), stop));
+    const AtSpiRef root = atspi::applicationRoot(service);
+    const AtSpiBus::Messages replies =
+        m_bus.call({atspi::toolkitName(root), atspi::name(root)}, stop);
+    const auto name = atspi::propertyTextIn(replies[0]);
     if (!name) return {};
+    const QString application = atspi::propertyTextIn(replies[1]).value_or(QString());
     if (m_toolkits.size() > mostRemembered) m_toolkits.clear();
-    return *m_toolkits.insert(service, atSpiToolkit(*name));
+    return *m_toolkits.insert(service, atSpiToolkit(*name, application));
 }
 
 std::optional<AtSpiRef> AtSpiApplications::activeWindow(const QString& service,

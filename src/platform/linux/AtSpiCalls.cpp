@@ -75,6 +75,10 @@ QDBusMessage toolkitName(const AtSpiRef& application) {
     return propertyOf(application, QStringLiteral("org.a11y.atspi.Application"), "ToolkitName");
 }
 
+QDBusMessage name(const AtSpiRef& element) {
+    return propertyOf(element, accessible, "Name");
+}
+
 QDBusMessage children(const AtSpiRef& element) {
     return callOf(element, accessible, "GetChildren");
 }

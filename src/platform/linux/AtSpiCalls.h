@@ -33,6 +33,7 @@ enum class Role : std::uint32_t {
 
 [[nodiscard]] QDBusMessage processOf(const QString& service);
 [[nodiscard]] QDBusMessage toolkitName(const AtSpiRef& application);
+[[nodiscard]] QDBusMessage name(const AtSpiRef& element);
 [[nodiscard]] QDBusMessage children(const AtSpiRef& element);
 [[nodiscard]] QDBusMessage states(const AtSpiRef& element);
 [[nodiscard]] QDBusMessage interfaces(const AtSpiRef& element);

@@ -14,11 +14,12 @@ bool isPairAt(QStringView text, qsizetype index) {
 
 } // namespace
 
-AtSpiToolkit atSpiToolkit(QStringView name) {
+AtSpiToolkit atSpiToolkit(QStringView name, QStringView application) {
     using enum AtSpiToolkit::Unit;
     if (name == u"Qt") return {.unit = Utf16, .countsInsertedUnits = true};
     if (name == u"Gecko") return {.unit = Utf16, .marksWideCharacters = true};
-    if (name == u"VCL") return {.unit = Utf16};
+    // It says that it is made with GTK, but answers by itself.
+    if (application == u"soffice") return {.unit = Utf16};
     if (name == u"Chromium") return {.tellsAllSelections = false};
     if (name == u"GTK") return {.placesInWindow = true};
     return {};

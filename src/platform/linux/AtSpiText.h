@@ -28,8 +28,8 @@ struct AtSpiToolkit {
     bool operator==(const AtSpiToolkit&) const = default;
 };
 
-/// By the name that an application gives for its toolkit.
-[[nodiscard]] AtSpiToolkit atSpiToolkit(QStringView name);
+/// By the names that an application gives for its toolkit and for itself.
+[[nodiscard]] AtSpiToolkit atSpiToolkit(QStringView name, QStringView application);
 
 /// A text as it came over the bus, without the toolkit's own marks.
 [[nodiscard]] QString withoutMarks(QString text, const AtSpiToolkit& toolkit);

@@ -10,7 +10,7 @@
 
 namespace vorq {
 
-/// Asks the owner of a selection for what it holds. It uses a window of its own, so that what comes
+/// Asks the owner of a selection for what it holds, once. It uses a window of its own, so that what comes
 /// too late reaches nobody. The connection must be used for nothing else meanwhile, and select no
 /// events that anyone waits for.
 class X11SelectionRequest {

@@ -1,0 +1,85 @@
+#include "desktop/Applications.h"
+
+namespace vorq::desktop {
+namespace {
+
+constexpr std::chrono::seconds slowStart(90);
+
+Application inFront(const DesktopSession& session, const QString& windowClass) {
+    const DesktopSession::Window window = session.waitForWindow(windowClass, slowStart);
+    session.activate(window);
+    return {.window = window, .process = session.processOf(window)};
+}
+
+Application openFile(DesktopSession& session, const QString& program, const QString& package,
+                     const QString& windowClass, const QByteArray& text) {
+    session.start(program, package, {session.write("document.txt", text)});
+    return inFront(session, windowClass);
+}
+
+} // namespace
+
+Application openMousepad(DesktopSession& session, const QByteArray& text) {
+    return openFile(session, "mousepad", "mousepad", "mousepad", text);
+}
+
+Application openTextEditor(DesktopSession& session, const QByteArray& text) {
+    return openFile(session, "gnome-text-editor", "gnome-text-editor", "text-editor", text);
+}
+
+Application openFeatherPad(DesktopSession& session, const QByteArray& text) {
+    return openFile(session, "featherpad", "featherpad", "featherpad", text);
+}
+
+Application openWriter(DesktopSession& session, const QByteArray& text) {
+    QProcessEnvironment environment;
+    environment.insert("SAL_USE_VCLPLUGIN", "gtk3");
+    session.start("soffice", "libreoffice-writer libreoffice-gtk3",
+                  {"--norestore", "--nologo", "--nofirststartwizard", "--writer",
+                   session.write("document.txt", text)},
+                  environment);
+    return inFront(session, "libreoffice-writer");
+}
+
+Application openXterm(DesktopSession& session, const QByteArray& text) {
+    const QString file = session.write("document.txt", text);
+    session.start(
+        "xterm", "xterm",
+        {"-u8", "-geometry", "80x24+100+100", "-e", "sh", "-c", "cat \"$0\"; sleep 600", file});
+    return inFront(session, "xterm");
+}
+
+Application openFirefox(DesktopSession& session, const QByteArray& html) {
+    const QString page = session.write("page.html", html);
+    session.write("firefox/user.js",
+                  "user_pref('browser.shell.checkDefaultBrowser', false);\n"
+                  "user_pref('browser.aboutwelcome.enabled', false);\n"
+                  "user_pref('browser.startup.homepage_override.mstone', 'ignore');\n"
+                  "user_pref('datareporting.policy.dataSubmissionEnabled', false);\n"
+                  "user_pref('toolkit.telemetry.reportingpolicy.firstRun', false);\n"
+                  "user_pref('browser.tabs.firefox-view', false);\n"
+                  "user_pref('app.update.enabled', false);\n");
+    session.start("firefox-esr", "firefox-esr",
+                  {"--no-remote", "--profile", session.home() + "/firefox", "file://" + page});
+    const Application application = inFront(session, "firefox");
+    return application;
+}
+
+Application openChromium(DesktopSession& session, const QByteArray& html, bool accessible) {
+    const QString page = session.write("page.html", html);
+    QStringList arguments{"--no-sandbox",
+                          "--no-first-run",
+                          "--no-default-browser-check",
+                          "--disable-gpu",
+                          "--disable-dev-shm-usage",
+                          "--password-store=basic",
+                          "--disable-sync",
+                          "--disable-background-networking",
+                          "--user-data-dir=" + session.home() + "/chromium"};
+    if (accessible) arguments += "--force-renderer-accessibility";
+    arguments += "file://" + page;
+    session.start("chromium", "chromium", arguments);
+    return inFront(session, "chromium");
+}
+
+} // namespace vorq::desktop

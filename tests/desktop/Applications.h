@@ -1,0 +1,28 @@
+#pragma once
+
+#include "desktop/DesktopSession.h"
+
+namespace vorq::desktop {
+
+/// An application that shows a text and is in front, with its window and the process that owns it,
+/// which need not be the one that was started.
+struct Application {
+    DesktopSession::Window window = 0;
+    std::int32_t process = 0;
+};
+
+/// These write the text to a file and open it: GTK 3, GTK 4, Qt, and LibreOffice.
+Application openMousepad(DesktopSession& session, const QByteArray& text);
+Application openTextEditor(DesktopSession& session, const QByteArray& text);
+Application openFeatherPad(DesktopSession& session, const QByteArray& text);
+Application openWriter(DesktopSession& session, const QByteArray& text);
+
+/// A terminal that prints the text.
+Application openXterm(DesktopSession& session, const QByteArray& text);
+
+/// These show a page of HTML, with the pointer's focus on the page.
+Application openFirefox(DesktopSession& session, const QByteArray& html);
+/// Without accessibility it tells nothing of its pages.
+Application openChromium(DesktopSession& session, const QByteArray& html, bool accessible);
+
+} // namespace vorq::desktop

@@ -1,0 +1,118 @@
+// Selections in text editors of several toolkits.
+
+#include "desktop/CaptureDesktop.h"
+
+namespace vorq::desktop {
+namespace {
+
+const auto text = QStringLiteral("Grüße 😀 an alle\nzweite Zeile, nicht leer");
+
+struct Editor {
+    const char* name;
+    Application (*open)(DesktopSession&, const QByteArray&);
+    /// Whether Ctrl+A selects the whole in one element.
+    bool isOneElement = true;
+    bool tellsBounds = true;
+    bool takesText = true;
+};
+
+void PrintTo(const Editor& editor, std::ostream* out) {
+    *out << editor.name;
+}
+
+class EditorCapture : public testing::TestWithParam<Editor> {
+  protected:
+    EditorCapture() : application(GetParam().open(session, text.toUtf8())) {}
+
+    [[nodiscard]] CaptureSource source() const {
+        return {.accessibility = *accessibility, .process = application.process, .stop = {}};
+    }
+    [[nodiscard]] AccessibleElementPtr focus() const {
+        AccessibleElementPtr element;
+        DesktopSession::waitUntil("the focus", [&] {
+            element = accessibility->focusedElement(application.process, {});
+            return element != nullptr;
+        });
+        return element;
+    }
+    void selectWord() const {
+        session.key(
+            {"ctrl+Home", "Right", "Right", "Right", "Right", "Right", "Right", "Right", "Right"});
+        session.key({"shift+Right", "shift+Right"});
+    }
+
+    DesktopSession session;
+    std::unique_ptr<AtSpiAccessibility> accessibility = connected();
+    Application application;
+};
+
+TEST_P(EditorCapture, ReadsWhatIsSelected) {
+    session.own("clipboard", "of the user");
+
+    // Of what was selected before we came nothing was told.
+    session.key({"ctrl+Home"});
+    session.key(QStringList(10, "shift+Right"));
+    waitForFocusedText(*accessibility, application.process, "Grüße 😀 an");
+    const auto late = connected();
+    waitForFocusedText(*late, application.process, "Grüße 😀 an");
+
+    selectWord();
+    waitForFocusedText(*accessibility, application.process, "an");
+    const auto capture = captureFromFocusedAccessibilityElement(source());
+    ASSERT_TRUE(capture);
+    EXPECT_EQ(capture->text, "an");
+    EXPECT_EQ(capture->selectedRange, (TextRange{.location = 9, .length = 2}));
+    EXPECT_EQ(focus()->value().value_or("").section('\n', 0, 0), "Grüße 😀 an alle");
+
+    EXPECT_EQ(session.selection("clipboard"), "of the user");
+    EXPECT_EQ(focusedText(*accessibility, application.process), "an");
+    EXPECT_EQ(session.activeWindow(), application.window);
+
+    session.key({"ctrl+a"});
+    if (GetParam().isOneElement) waitForFocusedText(*accessibility, application.process, text);
+
+    session.key({"ctrl+Home"});
+    waitForFocusedText(*accessibility, application.process, "");
+    EXPECT_TRUE(tellsThatNothingIsSelected(source()));
+}
+
+TEST_P(EditorCapture, KnowsWhereItIs) {
+    selectWord();
+    waitForFocusedText(*accessibility, application.process, "an");
+    const auto capture = captureFromFocusedAccessibilityElement(source());
+    ASSERT_TRUE(capture);
+    const QRectF window(session.geometry(application.window));
+
+    ASSERT_TRUE(capture->elementAXFrame);
+    EXPECT_TRUE(window.intersects(*capture->elementAXFrame));
+    EXPECT_GE(capture->elementAXFrame->top(), window.top() - 1);
+    EXPECT_EQ(capture->rawAXFrame.has_value(), GetParam().tellsBounds);
+    if (!capture->rawAXFrame) return;
+    EXPECT_TRUE(window.contains(*capture->rawAXFrame));
+    EXPECT_LT(capture->rawAXFrame->width(), 60);
+    EXPECT_LT(capture->rawAXFrame->height(), 60);
+}
+
+TEST_P(EditorCapture, SelectsAndReplaces) {
+    session.key({"ctrl+Home"});
+    DesktopSession::waitUntil("the whole text", [&] {
+        return focus()->value().value_or("").startsWith(text.section('\n', 0, 0));
+    });
+
+    ASSERT_TRUE(focus()->setSelectedTextRange({.location = 9, .length = 2}));
+    waitForFocusedText(*accessibility, application.process, "an");
+    EXPECT_TRUE(focus()->setSelectedText("für 😀😀"));
+    EXPECT_EQ(focus()->value().value_or("").section('\n', 0, 0), "Grüße 😀 für 😀😀 alle");
+    EXPECT_FALSE(focus()->setSelectedTextRange({.location = 0, .length = 100'000}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , EditorCapture,
+    testing::Values(Editor{.name = "mousepad", .open = openMousepad},
+                    Editor{.name = "texteditor", .open = openTextEditor, .tellsBounds = false},
+                    Editor{.name = "featherpad", .open = openFeatherPad},
+                    Editor{.name = "writer", .open = openWriter, .isOneElement = false}),
+    [](const testing::TestParamInfo<Editor>& info) { return std::string(info.param.name); });
+
+} // namespace
+} // namespace vorq::desktop
