@@ -1,0 +1,53 @@
+#include "app/LinuxPermissionProbe.h"
+
+#include "platform/linux/X11Connection.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace vorq {
+namespace {
+
+PermissionState grantedIf(bool is) {
+    return is ? PermissionState::Granted : PermissionState::Pending;
+}
+
+bool isOpenToUs(const QString& path) {
+    return ::access(QFile::encodeName(path).constData(), R_OK) == 0;
+}
+
+} // namespace
+
+PermissionState LinuxPermissionProbe::textCapture() const {
+    return grantedIf(m_accessibility.isTrusted());
+}
+
+PermissionState LinuxPermissionProbe::screen() const {
+    const bool isWayland = qEnvironmentVariable("XDG_SESSION_TYPE") == u"wayland";
+    return grantedIf(!isWayland && X11Connection().isUsable());
+}
+
+PermissionState LinuxPermissionProbe::microphone() const {
+    const QDir folder(m_soundFolder);
+    // Card, device, and the direction of capture: "pcmC0D0c".
+    const QStringList devices =
+        folder.entryList({QStringLiteral("pcmC*D*c")}, QDir::System | QDir::Files);
+    return grantedIf(std::ranges::any_of(
+        devices, [&](const QString& name) { return isOpenToUs(folder.filePath(name)); }));
+}
+
+QString LinuxPermissionProbe::privacyListName() const {
+    return QStringLiteral("Vorq");
+}
+
+QString LinuxPermissionProbe::processPath() const {
+    const QString path = QCoreApplication::applicationFilePath();
+    if (!path.isEmpty()) return path;
+    return QCoreApplication::arguments().value(0, QStringLiteral("vorq"));
+}
+
+} // namespace vorq
