@@ -118,8 +118,12 @@ std::optional<QRectF> AtSpiElement::boundsForRange(TextRange range) const {
     if (!m_boundsText) return std::nullopt;
     const auto span = spanOf(range, *m_boundsText);
     if (!span) return std::nullopt;
-    return onScreen(
-        atspi::rectIn(bus().call(atspi::rangeExtents(m_element, span->start, span->end), stop())));
+    const QDBusMessage question = atspi::rangeExtents(m_element, span->start, span->end);
+    QDBusMessage reply = bus().call(question, stop());
+    // On a fresh page of a browser the first answer has no size.
+    const bool isAnswered = reply.type() == QDBusMessage::ReplyMessage;
+    if (isAnswered && !atspi::rectIn(reply)) reply = bus().call(question, stop());
+    return onScreen(atspi::rectIn(reply));
 }
 
 bool AtSpiElement::setSelectedTextRange(TextRange range) {
