@@ -105,6 +105,9 @@ DesktopSession::~DesktopSession() {
     m_x11.reset();
     killAll();
     m_programs.clear();
+    // What is dying may still write.
+    for (int round = 0; round < 50 && !m_home.remove(); ++round)
+        QThread::msleep(20);
 }
 
 QString DesktopSession::busAddress() const {
@@ -139,14 +142,17 @@ void DesktopSession::startBus(bool withAccessibility) {
 }
 
 void DesktopSession::switchAccessibility(bool on) {
-    const QByteArray answer =
-        run("dbus-send", "dbus-bin",
-            {"--session", "--print-reply", "--dest=org.a11y.Bus", "/org/a11y/bus",
-             "org.freedesktop.DBus.Properties.Set", "string:org.a11y.Status", "string:IsEnabled",
-             QStringLiteral("variant:boolean:%1").arg(on ? "true" : "false")},
-            m_environment);
-    if (!answer.contains("method return"))
-        fail("the accessibility bus does not answer: install the package at-spi2-core");
+    const QStringList arguments{"--session",
+                                "--print-reply",
+                                "--dest=org.a11y.Bus",
+                                "/org/a11y/bus",
+                                "org.freedesktop.DBus.Properties.Set",
+                                "string:org.a11y.Status",
+                                "string:IsEnabled",
+                                QStringLiteral("variant:boolean:%1").arg(on ? "true" : "false")};
+    waitUntil("the accessibility bus of the package at-spi2-core to answer", [&] {
+        return run("dbus-send", "dbus-bin", arguments, m_environment).contains("method return");
+    });
 }
 
 QString DesktopSession::write(const QString& relativePath, const QByteArray& content) const {
