@@ -50,7 +50,7 @@ void AttachmentList::clear() {
 // The titles of notes count them, so that each change may rename the others.
 void AttachmentList::renameOthers() {
     if (m_attachments.isEmpty()) return;
-    emit dataChanged(index(0), index(count() - 1), {Qt::DisplayRole, NameRole});
+    emit dataChanged(index(0), index(count() - 1), {NameRole});
 }
 
 int AttachmentList::rowCount(const QModelIndex& parent) const {
@@ -60,8 +60,7 @@ int AttachmentList::rowCount(const QModelIndex& parent) const {
 QVariant AttachmentList::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    if (role == Qt::DisplayRole || role == NameRole)
-        return composerDisplayNames(m_attachments).value(index.row());
+    if (role == NameRole) return composerDisplayNames(m_attachments).value(index.row());
     if (role == KindRole) return kindOf(m_attachments[index.row()]);
     if (role == DetailRole) return detailOf(m_attachments[index.row()]);
     return {};

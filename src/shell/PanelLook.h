@@ -1,22 +1,14 @@
 #pragma once
 
+#include "platform/DesktopLook.h"
+
 #include <QColor>
 #include <QObject>
 #include <QString>
 
-#include <optional>
-
 namespace vorq {
 
 class AppearanceSettings;
-
-/// What the desktop wants programs to look like. Nothing where it does not say.
-struct DesktopLook {
-    std::optional<bool> prefersDark;
-    std::optional<bool> allowsAnimations;
-
-    bool operator==(const DesktopLook&) const = default;
-};
 
 /// The look of the panel and of the other windows, worked out from what the user chose and what the
 /// desktop says. Colours are invalid where the theme's own apply. Main thread only.

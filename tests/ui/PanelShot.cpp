@@ -133,12 +133,14 @@ void shoot(const Shot& shot, bool isDark, const QDir& folder) {
                                                         : PanelAppearance::White);
     shot.prepare(stage);
     stage.show();
+    const QColor backdrop(isDark ? "#2b3a55" : "#b4c6e0");
+    stage.window->setColor(backdrop);
     stage.settle(100);
     if (shot.act) shot.act(stage);
     stage.settle(500);
     const QImage panel = stage.window->grabWindow();
     QImage picture(panel.size() + QSize(2 * margin, 2 * margin), QImage::Format_RGB32);
-    picture.fill(isDark ? QColor("#2b3a55") : QColor("#b4c6e0"));
+    picture.fill(backdrop);
     QPainter painter(&picture);
     painter.drawImage(margin, margin, panel);
     painter.end();

@@ -8,7 +8,7 @@ Squircle {
 
     required property string kind // "photo", "doc", "note" or "deepen"
     required property string label
-    property string detail: ""
+    required property string detail // the whole of what the label stands for
     property real widest: 200
     readonly property bool isTinted: kind === "deepen"
     readonly property int sidePadding: 10

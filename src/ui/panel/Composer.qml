@@ -59,7 +59,7 @@ FocusScope {
                     required property int index
                     required property string name
 
-                    label: kind === "deepen" && detail !== "" ? detail : name
+                    label: name
                     onRemoved: {
                         composer.panel.removeAttachment(index)
                         composer.focusPrompt()
@@ -88,7 +88,6 @@ FocusScope {
                 x: composer.buttonSize + composer.padding
                 width: parent.width - 2 * x
                 height: Math.max(composer.buttonSize, implicitHeight)
-                focus: true
                 placeholder: composer.panel.promptPlaceholder
                 input.KeyNavigation.tab: attach
                 onTextChanged: composer.panel.prompt = text

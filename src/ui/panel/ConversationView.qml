@@ -19,13 +19,15 @@ ListView {
     readonly property int narrowBubble: 316
     readonly property int wideFrom: 620
     readonly property real content: Math.min(width - 2 * sideRoom, columnWidth)
-    readonly property real bottomY: Math.max(originY, originY + contentHeight - height)
+    readonly property real topY: originY - topMargin
+    readonly property real bottomY: Math.max(topY, originY + contentHeight + bottomMargin - height)
     readonly property real endSlack: 2
     readonly property int resizeTime: 110
     readonly property int hoverStrip: 18
     readonly property int keyStep: 60
     property bool follows: true
     property bool isResizing: false
+    property bool isOpened: false // what was there before the list opened does not glide in
     readonly property bool isAtEnd: contentY >= bottomY - endSlack
 
     model: panel.messages
@@ -35,21 +37,25 @@ ListView {
     reuseItems: false
     clip: true
     cacheBuffer: 1200
-    header: Item { height: list.firstRoom }
-    footer: Item { height: list.lastRoom }
+    topMargin: firstRoom
+    bottomMargin: lastRoom
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Conversation")
 
+    // Reckoned anew each time: a change of the height is told before bindings on it are.
+    function end(): real {
+        return Math.max(originY - topMargin, originY + contentHeight + bottomMargin - height)
+    }
     function jumpToEnd(animated: bool) {
         follows = true
         glide.stop()
         if (animated && !Motion.reduced && Math.abs(bottomY - contentY) < 3 * height) {
             glide.from = contentY
-            glide.to = bottomY
+            glide.to = end()
             glide.start()
         } else {
             positionViewAtEnd()
-            contentY = bottomY
+            contentY = end()
         }
     }
     function hold() {
@@ -58,20 +64,20 @@ ListView {
     }
     // After the user moved the list: at its end they want to see what comes.
     function settle() {
-        follows = isAtEnd
+        follows = contentY >= end() - endSlack
     }
     function keepUp() {
         if (!follows || moving || scroller.pressed)
             return
         if (glide.running) {
-            glide.to = bottomY
+            glide.to = end()
             return
         }
-        contentY = bottomY
+        contentY = end()
     }
     function scrollBy(step: real) {
         glide.stop()
-        contentY = Math.max(originY, Math.min(bottomY, contentY + step))
+        contentY = Math.max(topY, Math.min(bottomY, contentY + step))
         settle()
     }
 
@@ -88,7 +94,8 @@ ListView {
         const last = panel.messages.index(count - 1, 0)
         // What the user sends takes them to it from wherever they are.
         if (count > 0 && (follows || panel.messages.data(last, Qt.UserRole + 2) === "user"))
-            jumpToEnd(true)
+            jumpToEnd(isOpened)
+        isOpened = true
     }
     function resized() {
         isResizing = true
@@ -117,7 +124,7 @@ ListView {
         blocking: false
         onWheel: event => {
             if (event.angleDelta.y > 0 || event.pixelDelta.y > 0) {
-                if (list.contentHeight > list.height)
+                if (list.bottomY > list.topY)
                     list.hold()
             }
         }
@@ -129,7 +136,7 @@ ListView {
         if (event.key in steps && event.modifiers === Qt.NoModifier)
             scrollBy(steps[event.key])
         else if (event.key === Qt.Key_Home && event.modifiers === Qt.ControlModifier)
-            scrollBy(originY - contentY)
+            scrollBy(topY - contentY)
         else if (event.key === Qt.Key_End && event.modifiers === Qt.ControlModifier)
             jumpToEnd(false)
         else
@@ -139,7 +146,7 @@ ListView {
 
     T.ScrollBar.vertical: Scroller {
         id: scroller
-        shown: strip.hovered && list.contentHeight > list.height
+        shown: strip.hovered && list.bottomY > list.topY
     }
     Item {
         parent: list
@@ -153,7 +160,7 @@ ListView {
     }
 
     add: Transition {
-        enabled: !list.isResizing
+        enabled: list.isOpened && !list.isResizing
         NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Motion.enter; easing.type: Easing.OutCubic }
     }
 

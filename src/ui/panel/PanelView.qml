@@ -58,7 +58,7 @@ FocusScope {
         y: view.listTop - 1
         width: parent.width - 2 * view.edge
         height: view.fadeHeight
-        visible: list.contentY > list.originY + list.endSlack
+        visible: list.contentY > list.topY + list.endSlack
         plate: glass.plate
     }
     PlateFade {
@@ -80,16 +80,13 @@ FocusScope {
     }
 
     // A press outside the tray closes it, and still does what it was meant to.
-    TapHandler {
+    MouseArea {
+        anchors.fill: list
         enabled: view.panel.showAttachTray
-        gesturePolicy: TapHandler.DragThreshold
-        onPressedChanged: {
-            if (!pressed)
-                return
-            const at = point.pressPosition
-            const inTray = at.y >= tray.y && at.y <= tray.y + tray.height && at.x >= tray.x && at.x <= tray.x + tray.width
-            if (!inTray && at.y < composer.y)
-                view.panel.showAttachTray = false
+        acceptedButtons: Qt.AllButtons
+        onPressed: mouse => {
+            view.panel.showAttachTray = false
+            mouse.accepted = false
         }
     }
     AttachTray {

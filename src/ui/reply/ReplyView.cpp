@@ -89,6 +89,8 @@ void ReplyView::setViewTop(double top) {
     if (m_viewTop == top) return;
     m_viewTop = top;
     placeCanvas(false);
+    // The pill stands beside the selection wherever it scrolls to.
+    if (m_bridge && m_bridge->isWatching(this)) m_bridge->refresh();
     emit viewChanged();
 }
 

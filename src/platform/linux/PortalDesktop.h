@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/DesktopLook.h"
+
+#include <QDBusConnection>
+#include <QDBusVariant>
+#include <QObject>
+
+namespace vorq {
+
+/// Asks the desktop, through its settings portal, what programs should look like, and hears of
+/// changes. Without a portal nothing is ever known. Main thread only; nothing waits.
+class PortalDesktop final : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit PortalDesktop(QDBusConnection bus = QDBusConnection::sessionBus());
+
+    [[nodiscard]] const DesktopLook& look() const { return m_look; }
+
+  signals:
+    void changed();
+
+  private slots:
+    void settingChanged(const QString& area, const QString& key, const QDBusVariant& value);
+
+  private:
+    void ask(const QString& area, const QString& key);
+    void take(const QString& area, const QString& key, const QVariant& value);
+
+    QDBusConnection m_bus;
+    DesktopLook m_look;
+};
+
+} // namespace vorq

@@ -1,0 +1,43 @@
+#include "ui/FilePicker.h"
+
+#include "shell/PanelViewModel.h"
+
+#include <QFileDialog>
+
+namespace vorq {
+namespace {
+
+const QString pictures = QStringLiteral("*.png *.jpg *.jpeg *.heic *.heif *.webp *.tif *.tiff "
+                                        "*.gif *.bmp");
+const QString documents = QStringLiteral("*.pdf *.docx *.doc *.pptx *.ppt *.rtf *.txt *.md *.pages "
+                                         "*.key *.odt *.odp");
+
+} // namespace
+
+FilePicker::FilePicker(PanelViewModel& panel) : m_panel(panel) {
+    connect(&panel, &PanelViewModel::filesWanted, this, &FilePicker::choose);
+}
+
+FilePicker::~FilePicker() {
+    delete m_dialog;
+}
+
+void FilePicker::choose(bool picturesOnly) {
+    if (m_dialog) {
+        m_dialog->raise();
+        m_dialog->activateWindow();
+        return;
+    }
+    const QString types = picturesOnly ? tr("Photos (%1)").arg(pictures)
+                                       : tr("Study files (%1 %2)").arg(pictures, documents);
+    m_dialog = new QFileDialog(nullptr, picturesOnly ? tr("Add photos") : tr("Add study files"));
+    m_dialog->setAttribute(Qt::WA_DeleteOnClose);
+    m_dialog->setFileMode(QFileDialog::ExistingFiles);
+    m_dialog->setNameFilters({types, tr("All files (*)")});
+    connect(m_dialog, &QFileDialog::urlsSelected, &m_panel, &PanelViewModel::attachFiles);
+    connect(m_dialog, &QDialog::finished, this, [this] { emit openChanged(false); });
+    emit openChanged(true);
+    m_dialog->open();
+}
+
+} // namespace vorq

@@ -1,0 +1,113 @@
+#include "platform/linux/PortalDesktop.h"
+
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QProcess>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+namespace vorq {
+namespace {
+
+// A bus of its own, so that the test does not depend on the session it runs in.
+class PrivateBus {
+  public:
+    PrivateBus() {
+        m_daemon.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
+        if (!m_daemon.waitForStarted() || !m_daemon.waitForReadyRead())
+            ADD_FAILURE() << "dbus-daemon does not start; install the package dbus";
+        m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
+    }
+    ~PrivateBus() {
+        for (const QString& name : m_names)
+            QDBusConnection::disconnectFromBus(name);
+        m_daemon.kill();
+        m_daemon.waitForFinished();
+    }
+    QDBusConnection connection(const QString& name) {
+        m_names += name;
+        return QDBusConnection::connectToBus(m_address, name);
+    }
+
+  private:
+    QProcess m_daemon;
+    QString m_address;
+    QStringList m_names;
+};
+
+class FakePortal final : public QDBusVirtualObject {
+  public:
+    QVariant scheme = 1U;
+    QVariant animations = false;
+    bool isWrappedTwice = false;
+
+    [[nodiscard]] QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
+        if (message.member() != "Read") return false;
+        const bool isScheme = message.arguments().value(1) == "color-scheme";
+        QVariant value = isScheme ? scheme : animations;
+        if (isWrappedTwice) value = QVariant::fromValue(QDBusVariant(value));
+        bus.send(message.createReply(QVariant::fromValue(QDBusVariant(value))));
+        return true;
+    }
+};
+
+class PortalDesktopTest : public testing::Test {
+  protected:
+    void offer() {
+        m_server.registerVirtualObject("/org/freedesktop/portal/desktop", &portal);
+        m_server.registerService("org.freedesktop.portal.Desktop");
+    }
+    void announce(const QString& area, const QString& key, const QVariant& value) {
+        QDBusMessage signal = QDBusMessage::createSignal(
+            "/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings", "SettingChanged");
+        signal << area << key << QVariant::fromValue(QDBusVariant(value));
+        m_server.send(signal);
+    }
+
+    PrivateBus m_bus;
+    QDBusConnection m_server = m_bus.connection("portal-server");
+    QDBusConnection m_client = m_bus.connection("portal-client");
+    FakePortal portal;
+};
+
+TEST_F(PortalDesktopTest, ReadsWhatTheDesktopWants) {
+    offer();
+    const PortalDesktop desktop(m_client);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop.look().allowsAnimations.has_value(); }));
+    EXPECT_EQ(desktop.look().prefersDark, true);
+    EXPECT_EQ(desktop.look().allowsAnimations, false);
+}
+
+TEST_F(PortalDesktopTest, ReadsValuesThatAreWrappedTwice) {
+    portal.isWrappedTwice = true;
+    portal.scheme = 2U;
+    offer();
+    const PortalDesktop desktop(m_client);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop.look().prefersDark.has_value(); }));
+    EXPECT_EQ(desktop.look().prefersDark, false);
+}
+
+TEST_F(PortalDesktopTest, HearsOfChanges) {
+    offer();
+    const PortalDesktop desktop(m_client);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop.look().prefersDark == true; }));
+    announce("org.freedesktop.appearance", "color-scheme", 2U);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.look().prefersDark == false; }));
+    announce("org.freedesktop.appearance", "color-scheme", 0U);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !desktop.look().prefersDark; }));
+    announce("some.other.area", "color-scheme", 1U);
+    announce("org.gnome.desktop.interface", "enable-animations", true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.look().allowsAnimations == true; }));
+    EXPECT_EQ(desktop.look().prefersDark, std::nullopt);
+}
+
+TEST_F(PortalDesktopTest, WithoutAPortalNothingIsKnown) {
+    const PortalDesktop desktop(m_client);
+    QTest::qWait(100);
+    EXPECT_EQ(desktop.look(), DesktopLook{});
+}
+
+} // namespace
+} // namespace vorq

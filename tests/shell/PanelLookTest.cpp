@@ -1,0 +1,68 @@
+#include "shell/PanelLook.h"
+#include "core/AppearanceSettings.h"
+#include "platform/testing/MemoryDefaults.h"
+
+#include <gmock/gmock.h>
+
+namespace vorq {
+namespace {
+
+class PanelLookTest : public testing::Test {
+  protected:
+    MemoryDefaults defaults;
+    AppearanceSettings settings{defaults};
+    PanelLook look{settings};
+};
+
+TEST_F(PanelLookTest, ThePanelsThemeIsItsOwn) {
+    settings.setAppAppearance(AppAppearancePreference::Light);
+    EXPECT_TRUE(look.panelIsDark());
+    settings.setPanelAppearance(PanelAppearance::White);
+    settings.setAppAppearance(AppAppearancePreference::Dark);
+    EXPECT_FALSE(look.panelIsDark());
+}
+
+TEST_F(PanelLookTest, TheApplicationFollowsTheDesktopUnlessTold) {
+    EXPECT_FALSE(look.appIsDark());
+    look.setDesktop({true, {}});
+    EXPECT_TRUE(look.appIsDark());
+    settings.setAppAppearance(AppAppearancePreference::Light);
+    EXPECT_FALSE(look.appIsDark());
+}
+
+TEST_F(PanelLookTest, ChangesAreToldAtOnceAndOnce) {
+    int told = 0;
+    QObject::connect(&look, &PanelLook::changed, &look, [&] { ++told; });
+    settings.setPanelGlassStyle(PanelGlassStyle::Tinted);
+    EXPECT_EQ(told, 1);
+    EXPECT_TRUE(look.isTinted());
+    look.setDesktop({{}, false});
+    look.setDesktop({{}, false});
+    EXPECT_EQ(told, 2);
+    EXPECT_TRUE(look.reducesMotion());
+    look.setTier(PanelLook::Tier::Opaque);
+    look.setTier(PanelLook::Tier::Opaque);
+    EXPECT_EQ(told, 3);
+}
+
+TEST_F(PanelLookTest, CustomColoursCarryTheirForeground) {
+    EXPECT_FALSE(look.userBlock().isValid());
+    EXPECT_FALSE(look.userInk().isValid());
+    settings.setPanelUserBlockHex("#FFFFFF");
+    EXPECT_EQ(look.userBlock(), QColor(Qt::white));
+    EXPECT_NEAR(look.userInk().redF(), 0.12, 0.01);
+    settings.setPanelAssistantBlockHex("#10203080");
+    EXPECT_EQ(look.assistantBlock().alpha(), 0x80);
+    EXPECT_NEAR(look.assistantInk().redF(), 0.95, 0.01);
+}
+
+TEST_F(PanelLookTest, AColourThatIsNoneIsTheThemes) {
+    settings.setPanelBackgroundHex("#12");
+    settings.setPanelAssistantBlockHex("nonsense");
+    EXPECT_FALSE(look.background().isValid());
+    EXPECT_FALSE(look.assistantBlock().isValid());
+    EXPECT_FALSE(look.assistantInk().isValid());
+}
+
+} // namespace
+} // namespace vorq

@@ -1,0 +1,195 @@
+#include "ui/PanelStage.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QImage>
+#include <QInputMethodEvent>
+#include <QMimeData>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+namespace vorq {
+namespace {
+
+class ComposerTest : public testing::Test {
+  protected:
+    ComposerTest() {
+        stage.show();
+        stage.settle(50);
+    }
+
+    void type(const QString& text) {
+        for (const QChar character : text)
+            QTest::keyClick(stage.window.get(), character.toLatin1());
+    }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(stage.window.get(), key, modifiers);
+    }
+    [[nodiscard]] QString sent() {
+        const auto& messages = stage.state->panel().messages().messages();
+        return messages.empty() ? QString() : messages.front().text;
+    }
+    [[nodiscard]] QQuickItem* button(const QString& name) {
+        for (QQuickItem* item : stage.findAll("IconButton"))
+            if (item->property("text").toString() == name && item->isVisible()) return item;
+        return nullptr;
+    }
+    void click(QQuickItem* item) {
+        ASSERT_TRUE(item);
+        QTest::mouseClick(stage.window.get(), Qt::LeftButton, {},
+                          item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
+    }
+
+    PanelStage stage;
+};
+
+TEST_F(ComposerTest, EnterSendsAndShiftEnterBreaksTheLine) {
+    type("one");
+    key(Qt::Key_Return, Qt::ShiftModifier);
+    type("two");
+    EXPECT_EQ(stage.panel->prompt(), "one\ntwo");
+    key(Qt::Key_Return);
+    EXPECT_EQ(sent(), "one\ntwo");
+    EXPECT_EQ(stage.panel->prompt(), "");
+}
+
+TEST_F(ComposerTest, EnterOfTheKeypadSendsToo) {
+    type("one");
+    key(Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(sent(), "one");
+}
+
+TEST_F(ComposerTest, EnterWhileComposingDoesNotSend) {
+    type("a");
+    QInputMethodEvent compose(QStringLiteral("にほ"), {});
+    QCoreApplication::sendEvent(stage.window->activeFocusItem(), &compose);
+    key(Qt::Key_Return);
+    EXPECT_EQ(sent(), "");
+    QInputMethodEvent commit;
+    commit.setCommitString(QStringLiteral("日本"));
+    QCoreApplication::sendEvent(stage.window->activeFocusItem(), &commit);
+    EXPECT_EQ(stage.panel->prompt(), QStringLiteral("a日本"));
+    key(Qt::Key_Return);
+    EXPECT_EQ(sent(), QStringLiteral("a日本"));
+}
+
+TEST_F(ComposerTest, UpBringsTheLastPromptBack) {
+    type("one");
+    key(Qt::Key_Return);
+    key(Qt::Key_Up);
+    EXPECT_EQ(stage.panel->prompt(), "one");
+    type("x");
+    EXPECT_EQ(stage.panel->prompt(), "onex");
+}
+
+TEST_F(ComposerTest, GrowsToFiveLinesAndNoFurther) {
+    QQuickItem* composer = stage.find("Composer");
+    const double least = composer->height();
+    EXPECT_EQ(least, 52);
+    stage.panel->setPrompt("1\n2\n3\n4\n5");
+    stage.settle(20);
+    const double five = composer->height();
+    EXPECT_GT(five, least + 60);
+    stage.panel->setPrompt("1\n2\n3\n4\n5\n6\n7");
+    stage.settle(20);
+    EXPECT_EQ(composer->height(), five);
+    stage.panel->setPrompt("");
+    stage.settle(20);
+    EXPECT_EQ(composer->height(), least);
+}
+
+TEST_F(ComposerTest, TypingCanBeUndoneInOneGo) {
+    type("abc");
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(stage.panel->prompt(), "");
+    key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(stage.panel->prompt(), "abc");
+}
+
+TEST_F(ComposerTest, TheSendButtonStopsAReplyThatRuns) {
+    QQuickItem* send = button("Send");
+    ASSERT_TRUE(send);
+    EXPECT_FALSE(send->isEnabled());
+    type("one");
+    EXPECT_TRUE(send->isEnabled());
+    click(send);
+    EXPECT_EQ(send->property("text").toString(), "Stop");
+    EXPECT_EQ(send->property("help").toString(), "Stop response");
+    type("draft");
+    EXPECT_EQ(stage.panel->prompt(), "draft");
+    click(send);
+    EXPECT_EQ(send->property("text").toString(), "Send");
+    EXPECT_EQ(stage.panel->prompt(), "draft");
+}
+
+TEST_F(ComposerTest, TheAttachButtonOpensAndClosesTheTray) {
+    QQuickItem* attach = button("Add files or notes");
+    ASSERT_TRUE(attach);
+    click(attach);
+    EXPECT_TRUE(stage.panel->showAttachTray());
+    EXPECT_EQ(attach->property("text").toString(), "Close");
+    EXPECT_EQ(attach->property("help").toString(), "Close attachment options");
+    click(attach);
+    EXPECT_FALSE(stage.panel->showAttachTray());
+}
+
+TEST_F(ComposerTest, EscapeLeavesTheNotesThenTheTrayThenTheWindow) {
+    stage.panel->setShowAttachTray(true);
+    stage.panel->setAttachTrayMode(PanelViewModel::AttachTrayMode::Notes);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(stage.panel->attachTrayMode(), PanelViewModel::AttachTrayMode::Root);
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(stage.panel->showAttachTray());
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QCoreApplication::sendEvent(stage.window.get(), &escape);
+    EXPECT_FALSE(escape.isAccepted());
+}
+
+TEST_F(ComposerTest, APressOutsideClosesTheTray) {
+    stage.panel->setShowAttachTray(true);
+    stage.settle(300);
+    QTest::mouseClick(stage.window.get(), Qt::LeftButton, {}, {220, 100});
+    EXPECT_FALSE(stage.panel->showAttachTray());
+}
+
+TEST_F(ComposerTest, APressOnTheTraysGroundLeavesItOpen) {
+    stage.panel->setShowAttachTray(true);
+    stage.settle(300);
+    QQuickItem* tray = stage.find("AttachTray");
+    QTest::mouseClick(stage.window.get(), Qt::LeftButton, {}, tray->mapToScene({3, 60}).toPoint());
+    EXPECT_TRUE(stage.panel->showAttachTray());
+}
+
+TEST_F(ComposerTest, AClipIsTakenOff) {
+    PromptAttachment file;
+    file.fileName = "a.txt";
+    stage.panel->attachments().append(file);
+    stage.settle(20);
+    click(button("Remove a.txt"));
+    EXPECT_EQ(stage.panel->attachments().count(), 0);
+}
+
+TEST_F(ComposerTest, APictureIsPastedAsAClipAndTextAsText) {
+    QImage image(4, 4, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QGuiApplication::clipboard()->setImage(image);
+    key(Qt::Key_V, Qt::ControlModifier);
+    ASSERT_EQ(stage.panel->attachments().count(), 1);
+    EXPECT_TRUE(stage.panel->attachments().attachments()[0].imageDataURL->startsWith(
+        "data:image/png;base64,"));
+    QGuiApplication::clipboard()->setText("words");
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(stage.panel->prompt(), "words");
+}
+
+TEST_F(ComposerTest, TabLeadsToTheButtons) {
+    type("a");
+    key(Qt::Key_Tab);
+    EXPECT_EQ(stage.window->activeFocusItem(), button("Add files or notes"));
+    key(Qt::Key_Tab);
+    EXPECT_EQ(stage.window->activeFocusItem(), button("Send"));
+}
+
+} // namespace
+} // namespace vorq

@@ -1,0 +1,177 @@
+#include "ui/PanelStage.h"
+#include "ui/Samples.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <gmock/gmock.h>
+
+namespace vorq {
+namespace {
+
+class ConversationViewTest : public testing::Test {
+  protected:
+    [[nodiscard]] double y() { return stage.list().property("contentY").toDouble(); }
+    [[nodiscard]] double bottom() { return stage.list().property("bottomY").toDouble(); }
+    [[nodiscard]] bool follows() { return stage.list().property("follows").toBool(); }
+
+    void wheel(int delta) {
+        const QPointF at(220, 300);
+        QWheelEvent event(at, stage.window->mapToGlobal(at.toPoint()), {}, {0, delta}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(stage.window.get(), &event);
+        do
+            stage.settle(50);
+        while (stage.list().property("moving").toBool());
+    }
+
+    PanelStage stage;
+};
+
+TEST_F(ConversationViewTest, OpensAtTheLatestMessage) {
+    for (int i = 0; i < 4; ++i)
+        stage.answer(samples::leaves);
+    stage.show();
+    stage.settle(500);
+    EXPECT_NEAR(y(), bottom(), 2);
+}
+
+TEST_F(ConversationViewTest, FollowsAGrowingReply) {
+    stage.say("Hello");
+    const QUuid id = stage.answer("Start.", true);
+    stage.show();
+    stage.settle(400);
+    QString text = "Start.";
+    for (int i = 0; i < 30; ++i) {
+        text += QStringLiteral("\n\nParagraph %1 of the reply.").arg(i);
+        stage.grow(id, text);
+        stage.settle(5);
+        EXPECT_NEAR(y(), bottom(), 2);
+    }
+    EXPECT_GT(bottom(), 100);
+}
+
+TEST_F(ConversationViewTest, ScrollingUpHoldsThePlaceToThePixel) {
+    const QUuid id = stage.answer(QString(samples::leaves).repeated(3), true);
+    stage.show();
+    stage.settle(400);
+    wheel(240);
+    EXPECT_FALSE(follows());
+    const double held = y();
+    ASSERT_LT(held, bottom() - 10);
+    QString text = QString(samples::leaves).repeated(3);
+    for (int i = 0; i < 20; ++i) {
+        text += QStringLiteral("\n\nMore text %1.").arg(i);
+        stage.grow(id, text);
+        stage.settle(5);
+        EXPECT_EQ(y(), held);
+    }
+}
+
+TEST_F(ConversationViewTest, TheButtonLeadsBackToTheEnd) {
+    stage.answer(QString(samples::leaves).repeated(3));
+    stage.show();
+    stage.settle(400);
+    QQuickItem* button = stage.find("JumpToLatest");
+    EXPECT_FALSE(button->isVisible());
+    wheel(360);
+    ASSERT_TRUE(button->isVisible());
+    QTest::mouseClick(stage.window.get(), Qt::LeftButton, {},
+                      button->mapToScene({10, 10}).toPoint());
+    stage.settle(500);
+    EXPECT_TRUE(follows());
+    EXPECT_NEAR(y(), bottom(), 2);
+}
+
+TEST_F(ConversationViewTest, WhatTheUserSendsIsShownFromAnywhere) {
+    stage.answer(QString(samples::leaves).repeated(3));
+    stage.show();
+    stage.settle(400);
+    wheel(360);
+    stage.say("A new question");
+    stage.settle(600);
+    EXPECT_NEAR(y(), bottom(), 2);
+}
+
+TEST_F(ConversationViewTest, AnAnswerDoesNotTearTheReaderAway) {
+    stage.answer(QString(samples::leaves).repeated(3));
+    stage.show();
+    stage.settle(400);
+    wheel(360);
+    const double held = y();
+    stage.answer("A late answer.");
+    stage.settle(500);
+    EXPECT_EQ(y(), held);
+}
+
+TEST_F(ConversationViewTest, ResizingKeepsTheFootInView) {
+    stage.answer(QString(samples::leaves).repeated(2));
+    stage.show();
+    stage.settle(400);
+    stage.window->resize(900, 620);
+    stage.settle(300);
+    EXPECT_NEAR(y(), bottom(), 2);
+    stage.window->resize(440, 750);
+    stage.settle(300);
+    EXPECT_NEAR(y(), bottom(), 2);
+}
+
+TEST_F(ConversationViewTest, NothingMovesSideways) {
+    stage.answer(samples::leaves);
+    stage.show();
+    stage.settle(300);
+    const QPointF at(220, 300);
+    QWheelEvent event(at, stage.window->mapToGlobal(at.toPoint()), {}, {240, 0}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    const double before = y();
+    QCoreApplication::sendEvent(stage.window.get(), &event);
+    stage.settle(200);
+    EXPECT_EQ(stage.list().property("contentX").toDouble(), 0);
+    EXPECT_EQ(y(), before);
+}
+
+TEST_F(ConversationViewTest, TwoThousandMessagesKeepFewItems) {
+    for (int i = 0; i < 2000; ++i)
+        i % 2 == 0 ? stage.say("Question") : void(stage.answer("Answer **bold** text."));
+    stage.show();
+    stage.settle(500);
+    EXPECT_LT(stage.findAll("ReplyView").size(), 100);
+    EXPECT_NEAR(y(), bottom(), 2);
+}
+
+TEST_F(ConversationViewTest, AnIdlePanelDrawsNothing) {
+    stage.answer(samples::leaves);
+    stage.show();
+    stage.settle(600);
+    stage.find("Composer")->setProperty("enabled", false); // its caret blinks
+    stage.settle(200);
+    QSignalSpy frames(stage.window.get(), &QQuickWindow::afterRendering);
+    stage.settle(400);
+    EXPECT_EQ(frames.count(), 0);
+}
+
+TEST_F(ConversationViewTest, ALabelOfAFollowUpIsSent) {
+    stage.answer("Done.", false, VorqFollowUp{"More?", {"Yes", "No"}});
+    stage.show();
+    stage.settle(400);
+    const QList<QQuickItem*> pills = stage.findAll("Pill");
+    ASSERT_EQ(pills.size(), 2);
+    QTest::mouseClick(stage.window.get(), Qt::LeftButton, {},
+                      pills[1]->mapToScene({20, 10}).toPoint());
+    EXPECT_EQ(stage.state->panel().messages().messages()[1].text, "No");
+    stage.settle(50);
+    EXPECT_TRUE(stage.findAll("Pill").isEmpty());
+}
+
+TEST_F(ConversationViewTest, APlaceholderSaysHowFarItIs) {
+    stage.work();
+    stage.show();
+    stage.settle(100);
+    QQuickItem* line = stage.find("WorkingLine");
+    EXPECT_EQ(line->property("label").toString(), "Working...");
+    EXPECT_TRUE(line->isVisible());
+}
+
+} // namespace
+} // namespace vorq

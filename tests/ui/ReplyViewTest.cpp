@@ -1,0 +1,148 @@
+#include "ui/reply/ReplyView.h"
+#include "ui/PanelStage.h"
+#include "ui/Samples.h"
+#include "ui/reply/ReplyCanvas.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+namespace vorq {
+namespace {
+
+class ReplyViewTest : public testing::Test {
+  protected:
+    ReplyView& shown(const QString& text) {
+        m_id = stage.answer(text);
+        stage.show();
+        stage.settle(400);
+        return *qobject_cast<ReplyView*>(stage.find("ReplyView"));
+    }
+
+    static QPoint inWindow(ReplyView& view, ReplyPosition position) {
+        return view.mapToScene(view.layout().cursorRect(position).center()).toPoint();
+    }
+
+    static QString clipboard() { return QGuiApplication::clipboard()->text(); }
+
+    PanelStage stage;
+    QUuid m_id;
+};
+
+TEST_F(ReplyViewTest, StreamingBuildsOnlyWhatIsNew) {
+    ReplyView& view = shown("One.\n\nTwo.");
+    const int before = view.layout().builtBlocks();
+    stage.grow(m_id, "One.\n\nTwo.\n\nThree.");
+    stage.settle();
+    EXPECT_EQ(view.layout().builtBlocks(), before + 1);
+    EXPECT_EQ(view.implicitHeight(), view.layout().height());
+}
+
+TEST_F(ReplyViewTest, DraggingSelectsAcrossBlocksAndShowsThePill) {
+    ReplyView& view = shown("First block of text.\n\nSecond block of text.");
+    QTest::mousePress(stage.window.get(), Qt::LeftButton, {}, inWindow(view, {0, 6}));
+    QTest::mouseMove(stage.window.get(), inWindow(view, {1, 6}));
+    QTest::mouseRelease(stage.window.get(), Qt::LeftButton, {}, inWindow(view, {1, 6}));
+    EXPECT_EQ(view.selectedText(), "block of text.\nSecond");
+    EXPECT_TRUE(stage.panel->selection()->hasSelection());
+    EXPECT_TRUE(stage.find("DeepenPill")->isVisible());
+}
+
+TEST_F(ReplyViewTest, PressingThePillTakesTheExcerptWithoutTakingTheKeyboard) {
+    ReplyView& view = shown(samples::leaves);
+    view.select({0, 0}, {0, 3});
+    stage.settle();
+    QQuickItem* pill = stage.find("DeepenPill");
+    QQuickItem* before = stage.window->activeFocusItem();
+    const QPoint at = pill->mapToScene({10, 10}).toPoint();
+    QTest::mousePress(stage.window.get(), Qt::LeftButton, {}, at);
+    EXPECT_EQ(stage.window->activeFocusItem(), before);
+    EXPECT_TRUE(view.hasSelection());
+    QTest::mouseRelease(stage.window.get(), Qt::LeftButton, {}, at);
+    EXPECT_FALSE(view.hasSelection());
+    ASSERT_EQ(stage.panel->attachments().count(), 1);
+    EXPECT_EQ(stage.panel->attachments().attachments()[0].textContent, "Why");
+    EXPECT_FALSE(stage.find("DeepenPill")->isVisible());
+}
+
+TEST_F(ReplyViewTest, AClickElsewhereDropsTheSelection) {
+    ReplyView& view = shown("Some text.");
+    view.select({0, 0}, {0, 4});
+    QTest::mouseClick(stage.window.get(), Qt::LeftButton, {}, {220, 500});
+    EXPECT_FALSE(view.hasSelection());
+    EXPECT_FALSE(stage.panel->selection()->hasSelection());
+}
+
+TEST_F(ReplyViewTest, TwoClicksSelectAWordAndThreeABlock) {
+    ReplyView& view = shown("First block.\n\nSecond block.");
+    QTest::mouseDClick(stage.window.get(), Qt::LeftButton, {}, inWindow(view, {1, 2}));
+    EXPECT_EQ(view.selectedText(), "Second");
+    QTest::mouseClick(stage.window.get(), Qt::LeftButton, {}, inWindow(view, {1, 2}));
+    EXPECT_EQ(view.selectedText(), "Second block.");
+}
+
+TEST_F(ReplyViewTest, KeysSelectAndCopy) {
+    ReplyView& view = shown("One **two**.\n\nThree.");
+    view.forceActiveFocus();
+    QTest::keyClick(stage.window.get(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(clipboard(), "One **two**.\n\nThree.");
+    for (int i = 0; i < 7; ++i)
+        QTest::keyClick(stage.window.get(), Qt::Key_Right, Qt::ShiftModifier);
+    QTest::keyClick(stage.window.get(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(clipboard(), "One two");
+    QTest::keyClick(stage.window.get(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(view.selectedText(), "One two.\nThree.");
+}
+
+TEST_F(ReplyViewTest, CodeIsCopiedAsItWasWritten) {
+    ReplyView& view = shown("```\na == b\n    c\n```\n\nText.\n\n```\nsecond\n```");
+    EXPECT_EQ(view.codeRects().size(), 2);
+    view.copyCode(0);
+    EXPECT_EQ(clipboard(), "a == b\n    c");
+    EXPECT_EQ(view.codeAt(1), "second");
+    EXPECT_EQ(view.codeAt(2), "");
+    EXPECT_EQ(stage.findAll("CopyButton").size(), 3);
+}
+
+TEST_F(ReplyViewTest, ASelectionOutlivesWhatGrowsBelowIt) {
+    ReplyView& view = shown("One.\n\nTwo.");
+    view.select({0, 0}, {0, 3});
+    stage.grow(m_id, "One.\n\nTwo and more.\n\nThree.");
+    EXPECT_EQ(view.selectedText(), "One");
+    stage.grow(m_id, "X");
+    EXPECT_FALSE(view.hasSelection());
+}
+
+TEST_F(ReplyViewTest, ASecondReplyTakesTheSelectionOver) {
+    ReplyView& first = shown("One text.");
+    stage.answer("Other text.");
+    stage.settle(400);
+    auto* second = qobject_cast<ReplyView*>(stage.findAll("ReplyView").value(1));
+    first.select({0, 0}, {0, 3});
+    second->select({0, 0}, {0, 5});
+    EXPECT_FALSE(first.hasSelection());
+    EXPECT_EQ(stage.panel->selection()->selectedText(), "Other");
+}
+
+TEST_F(ReplyViewTest, AMegabyteIsSetInSlicesAndPaintedInAStrip) {
+    ReplyView& view = shown(QString("Many words in a paragraph. ").repeated(400) + "\n\n" +
+                            QString("word ").repeated(200000));
+    for (int i = 0; i < 2000 && !view.layout().isDone(); ++i)
+        stage.settle(5);
+    EXPECT_TRUE(view.layout().isDone());
+    EXPECT_GT(view.implicitHeight(), 100000);
+    EXPECT_LT(stage.find("ReplyCanvas")->height(), 2000);
+}
+
+TEST_F(ReplyViewTest, ARemovedReplyLeavesNoSelectionBehind) {
+    ReplyView& view = shown("Some text.");
+    view.select({0, 0}, {0, 4});
+    stage.state->panel().messages().clear();
+    stage.settle(50);
+    EXPECT_FALSE(stage.panel->selection()->hasSelection());
+}
+
+} // namespace
+} // namespace vorq
