@@ -115,7 +115,7 @@ NoteAttributes RtfFormat::characterAttributes(const RtfTables& tables) const {
     attributes.font.isItalic = isItalic || named.isItalic;
     attributes.color = tables.color(color);
     for (const int index : {highlight, background, shading}) {
-        if (!attributes.highlight) attributes.highlight = tables.rgb(index);
+        if (!attributes.highlight) attributes.highlight = tables.background(index);
     }
     attributes.isUnderlined = isUnderlined;
     attributes.isStruckThrough = isStruckThrough;

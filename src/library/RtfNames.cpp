@@ -31,6 +31,8 @@ constexpr auto styleAliases = std::to_array<StyleAlias>({
     {u"Numbering 1", NoteTextStyle::NumberedList},
 });
 
+constexpr QStringView portableMonospacedFont = u"Courier New";
+
 struct FontSuffix {
     QStringView text;
     NoteFontWeight weight;
@@ -72,7 +74,9 @@ std::optional<NoteTextStyle> styleNamed(QStringView name) {
 }
 
 QString fontName(QStringView family, bool isSemibold) {
-    QString name = family.toString();
+    // Every system has a font for this name, while unknown ones become proportional.
+    QString name =
+        family == monospacedFontFamily ? portableMonospacedFont.toString() : family.toString();
     if (isSemibold) name += u"-Semibold";
     return name;
 }
@@ -87,7 +91,8 @@ NamedFont fontNamed(QStringView name) {
         font.isItalic = suffix.isItalic;
         break;
     }
-    if (beginsWithOneOf(family, {monospacedFontFamily, u".SFNSMono", u".SF NS Mono"}))
+    if (family == portableMonospacedFont ||
+        beginsWithOneOf(family, {monospacedFontFamily, u".SFNSMono", u".SF NS Mono"}))
         family = monospacedFontFamily;
     else if (beginsWithOneOf(family, {systemFontFamily, u".SFNS", u".SF NS", u".SFUI",
                                       u".HelveticaNeueDeskInterface", u".LucidaGrandeUI"}))

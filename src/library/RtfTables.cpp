@@ -93,13 +93,18 @@ NoteColor RtfTables::color(int index) const {
     if (name &&
         (*name == rtf::labelColorName || *name == u"textColor" || *name == u"controlTextColor"))
         return {};
-    const std::optional<NoteRgb> own = rgb(index);
+    const std::optional<NoteRgb> own = entry(index);
+    if (index == 0 && own == NoteRgb()) return {}; // some name the colour of no choice black
     return own ? NoteColor{.role = Role::Own, .rgb = *own} : NoteColor();
 }
 
-std::optional<NoteRgb> RtfTables::rgb(int index) const {
-    const std::optional<NoteRgb>* const entry = entryAt(m_colors, index);
-    return entry ? *entry : std::nullopt;
+std::optional<NoteRgb> RtfTables::background(int index) const {
+    return index == 0 ? std::nullopt : entry(index);
+}
+
+std::optional<NoteRgb> RtfTables::entry(int index) const {
+    const std::optional<NoteRgb>* const found = entryAt(m_colors, index);
+    return found ? *found : std::nullopt;
 }
 
 std::optional<NoteTextStyle> RtfTables::style(int number) const {

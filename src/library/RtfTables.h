@@ -33,12 +33,13 @@ class RtfTables {
     [[nodiscard]] const Font& openFont() const { return m_font; }
 
     [[nodiscard]] NoteColor color(int index) const;
-    /// Nothing for the colour that is none and for unknown ones.
-    [[nodiscard]] std::optional<NoteRgb> rgb(int index) const;
+    /// Nothing for the first colour, which stands for none behind text, and for unknown ones.
+    [[nodiscard]] std::optional<NoteRgb> background(int index) const;
 
     [[nodiscard]] std::optional<NoteTextStyle> style(int number) const;
 
   private:
+    [[nodiscard]] std::optional<NoteRgb> entry(int index) const;
     void fontWord(const RtfToken& word);
     void colorWord(const RtfToken& word);
 

@@ -110,7 +110,7 @@ class Writer {
             const auto& [family, isSemibold] = m_fonts.entries[index];
             control("{\\f", static_cast<qsizetype>(index));
             if (family == monospacedFontFamily)
-                m_out += "\\fmodern\\fcharset0\\fprq1{\\*\\falt Courier New}";
+                m_out += "\\fmodern\\fcharset0\\fprq1 ";
             else if (family == systemFontFamily)
                 m_out += "\\fswiss\\fcharset0\\fprq2{\\*\\falt Helvetica}";
             else
@@ -189,33 +189,48 @@ class Writer {
         control("\\highlight", color);
     }
 
+    // Each run is a group of its own: some readers apply \plain to the text before it as well.
     void writeParagraphs(const NoteRichText& text) {
         bool startsParagraph = true;
-        qsizetype position = 0;
+        qsizetype start = 0;
         for (const NoteRichText::Run& run : text.runs()) {
-            const QStringView content = QStringView(text.text()).sliced(position, run.length);
-            position += run.length;
-            bool needsFormat = true;
-            for (const QChar unit : content) {
-                if (std::exchange(startsParagraph, unit == u'\n')) {
-                    m_out += "\\pard";
+            const qsizetype runEnd = start + run.length;
+            while (start < runEnd) {
+                const qsizetype lineFeed = text.text().indexOf(u'\n', start);
+                const bool endsParagraph = lineFeed >= 0 && lineFeed < runEnd;
+                const qsizetype end = endsParagraph ? lineFeed + 1 : runEnd;
+                if (std::exchange(startsParagraph, endsParagraph)) {
+                    m_out += "\\pard\\plain";
                     writeParagraphFormat(run.attributes);
-                    needsFormat = true;
                 }
-                if (std::exchange(needsFormat, false)) {
-                    m_out += "\\plain";
-                    writeCharacterFormat(run.attributes);
-                    m_out += ' ';
-                }
-                writeUnit(unit);
+                writeGroup(QStringView(text.text()).sliced(start, end - start), run.attributes);
+                start = end;
             }
         }
+    }
+
+    void writeGroup(QStringView text, const NoteAttributes& attributes) {
+        m_out += '{';
+        writeCharacterFormat(attributes);
+        m_out += ' ';
+        bool followsBlank = false;
+        for (const QChar unit : text) {
+            const bool isBlank = unit == u' ';
+            // A word processor that finds blanks side by side puts other white space between them.
+            if (isBlank && followsBlank)
+                m_out += "{ }";
+            else
+                writeUnit(unit);
+            followsBlank = isBlank;
+        }
+        m_out += '}';
+        if (text.endsWith(u'\n')) m_out += '\n';
     }
 
     void writeUnit(QChar unit) {
         switch (unit.unicode()) {
         case u'\n':
-            m_out += "\\par\n";
+            m_out += "\\par";
             return;
         case u'\t':
             m_out += "\\tab ";

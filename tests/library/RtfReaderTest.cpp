@@ -209,6 +209,15 @@ TEST(RtfReader, ScopesFormatByGroups) {
     EXPECT_EQ(text.attributesAt(4).font.size, 12);
 }
 
+TEST(RtfReader, TakesTheFirstColourForNoneWhereItIsNoChoice) {
+    const NoteRichText text = read(
+        "{\\rtf1{\\colortbl\\red0\\green0\\blue0;\\red1\\green2\\blue3;}a\\cf1\\highlight1 b}");
+    EXPECT_EQ(text.attributesAt(0), read("{\\rtf1 a}").attributesAt(0));
+    EXPECT_EQ(text.attributesAt(1).color.rgb, (NoteRgb{1, 2, 3}));
+    EXPECT_EQ(text.attributesAt(1).highlight, (NoteRgb{1, 2, 3}));
+    EXPECT_EQ(read("{\\rtf1{\\colortbl\\red9;}a}").attributesAt(0).color.rgb, (NoteRgb{9, 0, 0}));
+}
+
 TEST(RtfReader, TakesTheFormatOfAParagraphAtItsEnd) {
     const NoteRichText text = read("{\\rtf1 a\\li400\\sa100\\par b}");
     EXPECT_EQ(text.attributesAt(0).paragraph.headIndent, 20);
