@@ -1,4 +1,5 @@
 #include "capture/AccessibleSelection.h"
+#include "capture/AppleNotesExport.h"
 #include "capture/SelectionBounds.h"
 #include "capture/SelectionPlacement.h"
 #include "capture/SourceApplication.h"
@@ -98,6 +99,31 @@ QJsonValue bounds(const QJsonObject& in) {
         selectionAXBounds(rangeOf(in, "range"), element, optionalRectOf(in, "elementFrame")));
 }
 
+QJsonValue notesScript(const QJsonObject& in) {
+    const QString call = stringOf(in, "call");
+    if (call == u"createNote")
+        return applenotes::createNoteScript(stringOf(in, "title"), stringOf(in, "body"));
+    if (call == u"appendToNote")
+        return applenotes::appendToNoteScript(stringOf(in, "id"), stringOf(in, "body"));
+    if (call == u"listNotes")
+        return applenotes::listNotesScript(static_cast<int>(integerOf(in, "limit")));
+    if (call == u"noteBodyPlain") return applenotes::noteTextScript(stringOf(in, "id"));
+    if (call == u"noteBodyHTML") return applenotes::noteHTMLScript(stringOf(in, "id"));
+    throw MalformedInput("unknown call");
+}
+
+QJsonValue parsedNotesList(const QJsonObject& in) {
+    QJsonArray out;
+    for (const AppleNoteSummary& note : applenotes::parseNotesList(stringOf(in, "output")))
+        out += QJsonObject{{"id", note.id}, {"title", note.title}};
+    return out;
+}
+
+QJsonValue cleanedNoteHTML(const QJsonObject& in) {
+    const std::optional<QString> text = applenotes::cleanNoteHTML(stringOf(in, "html"));
+    return text ? QJsonValue(*text) : QJsonValue(QJsonValue::Null);
+}
+
 } // namespace
 
 void addCaptureOps(Ops& ops) {
@@ -109,6 +135,12 @@ void addCaptureOps(Ops& ops) {
     ops["ownsNativeSaveAs"] = [](const QJsonObject& in) {
         return ownsNativeSaveAs(optionalStringOf(in, "bundleID").value_or(QString()));
     };
+    ops["notesHTML"] = [](const QJsonObject& in) {
+        return applenotes::notesHTML(stringOf(in, "text"));
+    };
+    ops["notesScript"] = notesScript;
+    ops["parseNotesList"] = parsedNotesList;
+    ops["cleanNoteHTML"] = cleanedNoteHTML;
     ops["cocoaRect"] = [](const QJsonObject& in) -> QJsonValue {
         return jsonOf(cocoaRect(rectOf(in, "rect"), screensOf(in)));
     };
