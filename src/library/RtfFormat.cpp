@@ -114,7 +114,8 @@ NoteAttributes RtfFormat::characterAttributes(const RtfTables& tables) const {
         attributes.font.weight = NoteFontWeight::Bold;
     attributes.font.isItalic = isItalic || named.isItalic;
     attributes.color = tables.color(color);
-    for (const int index : {highlight, background, shading}) {
+    // Some give the nearest colour of a highlighter beside the true one.
+    for (const int index : {background, shading, highlight}) {
         if (!attributes.highlight) attributes.highlight = tables.background(index);
     }
     attributes.isUnderlined = isUnderlined;

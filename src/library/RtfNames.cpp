@@ -51,6 +51,14 @@ constexpr auto fontSuffixes = std::to_array<FontSuffix>({
     {u"-Regular", NoteFontWeight::Regular, false},
 });
 
+const FontSuffix* suffixOf(QStringView name) {
+    const auto* const found =
+        std::find_if(fontSuffixes.begin(), fontSuffixes.end(), [name](const FontSuffix& suffix) {
+            return name.size() > suffix.text.size() && name.endsWith(suffix.text);
+        });
+    return found == fontSuffixes.end() ? nullptr : found;
+}
+
 bool beginsWithOneOf(QStringView name, std::initializer_list<QStringView> beginnings) {
     return std::any_of(beginnings.begin(), beginnings.end(), [name](QStringView beginning) {
         return name.startsWith(beginning, Qt::CaseInsensitive);
@@ -84,12 +92,10 @@ QString fontName(QStringView family, bool isSemibold) {
 NamedFont fontNamed(QStringView name) {
     NamedFont font;
     QStringView family = trimmed(name);
-    for (const FontSuffix& suffix : fontSuffixes) {
-        if (family.size() == suffix.text.size() || !family.endsWith(suffix.text)) continue;
-        family.chop(suffix.text.size());
-        font.weight = suffix.weight;
-        font.isItalic = suffix.isItalic;
-        break;
+    for (const FontSuffix* suffix = suffixOf(family); suffix; suffix = suffixOf(family)) {
+        family = trimmed(family.chopped(suffix->text.size()));
+        font.weight = std::max(font.weight, suffix->weight);
+        font.isItalic = font.isItalic || suffix->isItalic;
     }
     if (family == portableMonospacedFont ||
         beginsWithOneOf(family, {monospacedFontFamily, u".SFNSMono", u".SF NS Mono"}))

@@ -218,6 +218,12 @@ TEST(RtfReader, TakesTheFirstColourForNoneWhereItIsNoChoice) {
     EXPECT_EQ(read("{\\rtf1{\\colortbl\\red9;}a}").attributesAt(0).color.rgb, (NoteRgb{9, 0, 0}));
 }
 
+TEST(RtfReader, PrefersTheTrueColourToThatOfAHighlighter) {
+    const NoteRichText text = read("{\\rtf1{\\colortbl;\\red255\\green255\\blue0;"
+                                   "\\red255\\green240\\blue120;}\\chcbpat2\\highlight1 a}");
+    EXPECT_EQ(text.attributesAt(0).highlight, (NoteRgb{255, 240, 120}));
+}
+
 TEST(RtfReader, TakesTheFormatOfAParagraphAtItsEnd) {
     const NoteRichText text = read("{\\rtf1 a\\li400\\sa100\\par b}");
     EXPECT_EQ(text.attributesAt(0).paragraph.headIndent, 20);
