@@ -103,6 +103,10 @@ void AppDelegate::bindAppState(VorqAppState& state) {
     state.permissions().setShowAccessibilityWalkthrough(false);
     connect(&state.account(), &AccountSession::statusMenuRequested, &m_notifications,
             &ShellNotifications::vorqOpenStatusMenu);
+    connect(&state.panel(), &PanelConversation::vorqShowPanel, &m_notifications,
+            &ShellNotifications::vorqShowPanel);
+    connect(&state.panel(), &PanelConversation::vorqFocusPrompt, &m_notifications,
+            &ShellNotifications::vorqFocusPrompt);
 }
 
 bool AppDelegate::applicationShouldHandleReopen() {

@@ -2,6 +2,8 @@
 
 #include "shell/ShellFixture.h"
 
+#include <QSignalSpy>
+
 namespace vorq {
 namespace {
 
@@ -79,6 +81,14 @@ TEST_F(LaunchTest, TheEndGivesTheHotKeysBackAndHearsNothingMore) {
     m_workspace.bringToFront(editor);
     EXPECT_THAT(m_calls, IsEmpty());
     EXPECT_EQ(m_delegate.frontmost().lastForeignFrontmostPID(), std::nullopt);
+}
+
+TEST_F(LaunchTest, ALoadedConversationBringsThePanelForward) {
+    launch();
+    const QSignalSpy focused(&m_delegate.notifications(), &ShellNotifications::vorqFocusPrompt);
+    panel().bringForward();
+    EXPECT_THAT(m_calls, ElementsAre("show"));
+    EXPECT_EQ(focused.count(), 1);
 }
 
 TEST_F(LaunchTest, ALinkForTheLibraryIsOnlyLogged) {
