@@ -1,36 +1,46 @@
 #include "app/DesktopParts.h"
 
-#include <QLoggingCategory>
+#include "app/DesktopCapture.h"
+#include "app/DesktopPanel.h"
+#include "app/LinuxPermissionProbe.h"
+#include "platform/linux/X11Screens.h"
+#include "ui/UiContext.h"
 
 namespace vorq {
 namespace {
 
-// Says in the log what a panel would do.
-class NoPanel final : public PanelPresence {
-  public:
-    [[nodiscard]] bool isPanelVisible() const override { return m_isVisible; }
-    void show() override { setVisible(true); }
-    void hide() override { setVisible(false); }
-    void setSuppressOutsideClose(bool) override {}
-    void yieldFocus() override {}
-
-  private:
-    void setVisible(bool isVisible) {
-        m_isVisible = isVisible;
-        qWarning("Vorq: this build has no panel. It would be %s now.",
-                 isVisible ? "shown" : "hidden");
-    }
-
-    bool m_isVisible = false;
+// What several parts look at.
+struct SharedParts {
+    X11Screens screens;
+    PanelShowings showings;
+    DesktopCapture* capture = nullptr;
 };
 
 } // namespace
 
 DesktopParts standardParts() {
-    return {
-        .makeCapture = [](const CaptureContext&) { return std::make_unique<NoSelectionCapture>(); },
-        .makeNotes = [](const NotesContext&) { return std::make_unique<NoNoteCapture>(); },
-        .makePanel = [](const PanelContext&) { return std::make_unique<NoPanel>(); }};
+    prepareUi();
+    const auto shared = std::make_shared<SharedParts>();
+    return {.makeCapture =
+                [shared](const CaptureContext& context) {
+                    auto capture = std::make_unique<DesktopCapture>(
+                        DesktopCapture::Services{context.clock, context.paths, context.workspace,
+                                                 shared->screens, shared->showings});
+                    shared->capture = capture.get();
+                    return capture;
+                },
+            .makeProbe =
+                [shared] {
+                    return std::make_unique<LinuxPermissionProbe>(shared->capture->accessibility());
+                },
+            .enableTextCapture =
+                [shared] { shared->capture->accessibility().enableToolkitAccessibility(); },
+            .makeNotes = [](const NotesContext&) { return std::make_unique<NoNoteCapture>(); },
+            .makePanel =
+                [shared](const PanelContext& context) {
+                    return std::make_unique<DesktopPanel>(context, shared->screens,
+                                                          shared->showings);
+                }};
 }
 
 } // namespace vorq

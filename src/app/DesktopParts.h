@@ -1,6 +1,7 @@
 #pragma once
 
 #include "capture/SelectionCapture.h"
+#include "core/Permissions.h"
 #include "shell/FrontmostTracker.h"
 #include "shell/NoteCaptureFlow.h"
 #include "shell/PanelPresence.h"
@@ -12,6 +13,7 @@ namespace vorq {
 
 class AppPaths;
 class Clock;
+class Defaults;
 class ShellNotifications;
 class VorqAppState;
 
@@ -33,6 +35,7 @@ struct NotesContext {
 struct PanelContext {
     VorqAppState& state;
     Clock& clock;
+    Defaults& defaults;
     Workspace& workspace;
     const FrontmostTracker& frontmost;
     ShellNotifications& notifications;
@@ -41,6 +44,10 @@ struct PanelContext {
 /// How the desktop program gets the parts that stand between it and the user's other programs.
 struct DesktopParts {
     std::function<std::unique_ptr<SelectionCapture>(const CaptureContext&)> makeCapture;
+    /// Of the capture made last.
+    std::function<std::unique_ptr<PermissionProbe>()> makeProbe;
+    /// Lets programs show their windows to this one. The user has agreed.
+    std::function<void()> enableTextCapture;
     std::function<std::unique_ptr<NoteCaptureFlow>(const NotesContext&)> makeNotes;
     std::function<std::unique_ptr<PanelPresence>(const PanelContext&)> makePanel;
 };

@@ -47,10 +47,13 @@ class DesktopProgram::Host final : public ApplicationHost {
 
 DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
     : m_parts(std::move(parts)),
+      m_noteBridge(LinuxNotesBridge::choice(m_defaults), LinuxNotesBridge::folder(m_defaults),
+                   QDBusConnection::sessionBus()),
       m_loginItem(m_defaults, configurationFolder(m_paths),
                   QCoreApplication::applicationFilePath()),
       m_capture(m_parts.makeCapture({m_clock, m_paths, m_workspace})),
-      m_state({m_clock, m_defaults, m_paths, m_transport, *m_capture, m_noteExport}),
+      m_probe(m_parts.makeProbe()),
+      m_state({m_clock, m_defaults, m_paths, m_transport, *m_capture, m_noteBridge}),
       m_notes(m_parts.makeNotes({m_clock, m_paths, m_workspace, *m_capture, m_state})),
       m_statusItem(m_clock),
       m_host(std::make_unique<Host>(m_statusItem)),
@@ -64,7 +67,8 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
                   m_signIn,
                   m_statusItem,
                   [this](VorqAppState& state) {
-                      return m_parts.makePanel({state, m_clock, m_workspace, m_delegate.frontmost(),
+                      return m_parts.makePanel({state, m_clock, m_defaults, m_workspace,
+                                                m_delegate.frontmost(),
                                                 m_delegate.notifications()});
                   },
                   {static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid()),
@@ -85,6 +89,8 @@ int DesktopProgram::run(const DesktopArguments& arguments, const VerbSource& sou
     const bool hasErrand = arguments.verb != Verb::Launch || !arguments.url.isEmpty();
     m_delegate.applicationDidFinishLaunching({.background = arguments.background || hasErrand,
                                               .launchedAtLogin = arguments.launchedAtLogin});
+    m_state.permissions().setProbe(m_probe.get());
+    m_state.permissions().refreshPermissions();
     m_delegate.bindAppState(m_state);
     if (!arguments.url.isEmpty()) m_delegate.applicationOpen({QUrl(arguments.url)});
     perform(arguments.verb, source);

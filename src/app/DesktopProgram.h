@@ -4,8 +4,8 @@
 #include "app/DesktopParts.h"
 #include "backend/CurlTransport.h"
 #include "backend/PendingSignIn.h"
-#include "capture/NoteExport.h"
 #include "core/VorqAppState.h"
+#include "platform/linux/LinuxNotesBridge.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/X11HotKeys.h"
@@ -46,12 +46,13 @@ class DesktopProgram final : public QObject {
     XdgPaths m_paths;
     SettingsFile m_defaults{m_paths.settingsFolder() + QStringLiteral("/settings.json")};
     CurlTransport m_transport{m_clock};
-    NoNoteExport m_noteExport;
+    LinuxNotesBridge m_noteBridge;
     X11Workspace m_workspace;
     X11HotKeys m_hotKeys;
     XdgLoginItem m_loginItem;
     NoPendingSignIn m_signIn;
     std::unique_ptr<SelectionCapture> m_capture;
+    std::unique_ptr<PermissionProbe> m_probe;
     VorqAppState m_state;
     std::unique_ptr<NoteCaptureFlow> m_notes;
     TrayStatusItem m_statusItem;

@@ -7,8 +7,8 @@
 #include "app/Terminal.h"
 #include "app/UnixSignals.h"
 #include "backend/CurlTransport.h"
-#include "capture/NoteExport.h"
 #include "core/VorqAppState.h"
+#include "platform/NotesBridge.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/XdgPaths.h"
@@ -53,8 +53,8 @@ class TerminalApplication {
     SettingsFile m_defaults{m_paths.settingsFolder() + QStringLiteral("/settings.json")};
     CurlTransport m_transport{m_clock};
     NoSelectionCapture m_capture;
-    NoNoteExport m_noteExport;
-    VorqAppState m_state{{m_clock, m_defaults, m_paths, m_transport, m_capture, m_noteExport}};
+    NoNotesBridge m_notes;
+    VorqAppState m_state{{m_clock, m_defaults, m_paths, m_transport, m_capture, m_notes}};
     Terminal m_terminal;
 };
 

@@ -1,10 +1,10 @@
 #include "core/PanelChats.h"
 
-#include "capture/NoteExport.h"
 #include "conversation/PanelHistory.h"
 #include "core/LibraryAreas.h"
 #include "core/PanelConversation.h"
 #include "library/DraftTitle.h"
+#include "platform/NotesBridge.h"
 #include "support/Text.h"
 
 namespace vorq {

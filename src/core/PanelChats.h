@@ -10,7 +10,7 @@ namespace vorq {
 
 class Clock;
 class LibraryAreas;
-class NoteExport;
+class NotesBridge;
 class PanelConversation;
 
 /// Keeps conversations of the panel in the library, brings them back, and exports what they hold
@@ -22,7 +22,7 @@ class PanelChats final {
         Clock& clock;
         LibraryAreas& areas;
         PanelConversation& panel;
-        NoteExport& notes;
+        NotesBridge& notes;
     };
 
     explicit PanelChats(const Services& services) : m_services(services) {}

@@ -38,7 +38,7 @@ class VorqAppState final : public QObject {
         AppPaths& paths;
         HttpTransport& transport;
         SelectionCapture& capture;
-        NoteExport& noteExport;
+        NotesBridge& notes;
     };
 
     explicit VorqAppState(const Platform& platform);

@@ -13,12 +13,9 @@ namespace {
 constexpr QStringView tasksFile = u"hub-tasks.json";
 constexpr QStringView taskColumnsFile = u"hub-task-columns.json";
 constexpr QStringView trackersFile = u"hub-trackers.json";
-constexpr std::array allFiles = {LibraryStore::notesFile,
-                                 LibraryStore::chatsFile,
-                                 LibraryStore::aiChatsFile,
-                                 tasksFile,
-                                 taskColumnsFile,
-                                 trackersFile};
+constexpr std::array allFiles = {LibraryStore::notesFile,   LibraryStore::chatsFile,
+                                 LibraryStore::aiChatsFile, tasksFile,
+                                 taskColumnsFile,           trackersFile};
 
 template<typename List>
 List orEmpty(std::optional<List> list) {

@@ -22,7 +22,7 @@ struct AppleNoteSummary {
 /// They may be called on any thread, one at a time for one object.
 class NotesBridge {
   public:
-    /// A sentence for the user.
+    /// A sentence for the user; "" if there is nothing to say but that it failed.
     using Error = QString;
 
     NotesBridge() = default;
@@ -44,6 +44,20 @@ class NotesBridge {
     /// Adds the trimmed text below an empty line; a blank one is an error.
     [[nodiscard]] virtual std::expected<void, Error> appendToNote(const QString& id,
                                                                   const QString& body) = 0;
+};
+
+/// No notes application: nothing can be read or made, and there is nothing more to say of it.
+class NoNotesBridge : public NotesBridge {
+  public:
+    [[nodiscard]] std::vector<AppleNoteSummary> listNotes(int) override { return {}; }
+    [[nodiscard]] std::optional<QString> noteBody(const QString&) override { return {}; }
+    [[nodiscard]] std::expected<QString, Error> createNote(const QString&,
+                                                           const QString&) override {
+        return std::unexpected(QString());
+    }
+    [[nodiscard]] std::expected<void, Error> appendToNote(const QString&, const QString&) override {
+        return std::unexpected(QString());
+    }
 };
 
 /// What the forms of the bridge have in common.

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "backend/ScriptedTransport.h"
-#include "capture/NoteExport.h"
 #include "core/VorqAppState.h"
+#include "platform/NotesBridge.h"
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "platform/testing/TemporaryPaths.h"
@@ -46,7 +46,7 @@ class ScriptedCapture final : public SelectionCapture {
 };
 
 /// An application for notes that remembers what it was given, or refuses with a sentence.
-class ScriptedNoteExport final : public NoteExport {
+class ScriptedNotes final : public NoNotesBridge {
   public:
     std::optional<QString> refusal;
     std::vector<std::pair<QString, QString>> notes; // title and body
@@ -95,7 +95,7 @@ class ConversationFixture : public testing::Test {
     TemporaryPaths m_paths;
     ScriptedTransport m_transport{m_clock};
     ScriptedCapture m_capture;
-    ScriptedNoteExport m_noteExport;
+    ScriptedNotes m_notes;
     std::unique_ptr<VorqAppState> m_state;
     std::unique_ptr<QAbstractItemModelTester> m_tester;
 };

@@ -22,7 +22,7 @@ void collect(QQuickItem& item, const QString& type, QList<QQuickItem*>& found) {
 PanelStage::PanelStage() {
     defaults.apply({{"vorq.session.token", "token"}, {"vorq.session.email", "a@b.c"}});
     state = std::make_unique<VorqAppState>(
-        VorqAppState::Platform{clock, defaults, paths, transport, capture, noteExport});
+        VorqAppState::Platform{clock, defaults, paths, transport, capture, notes});
     panel = std::make_unique<PanelViewModel>(*state, clock);
     look = std::make_unique<PanelLook>(state->appearance());
     context = std::make_unique<UiContext>(*panel, *look);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "backend/ScriptedTransport.h"
-#include "capture/NoteExport.h"
 #include "core/VorqAppState.h"
+#include "platform/NotesBridge.h"
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "platform/testing/TemporaryPaths.h"
@@ -64,7 +64,7 @@ class PanelStage {
     TemporaryPaths paths;
     ScriptedTransport transport{clock};
     BlindCapture capture;
-    NoNoteExport noteExport;
+    NoNotesBridge notes;
     std::unique_ptr<VorqAppState> state;
     std::unique_ptr<PanelViewModel> panel;
     std::unique_ptr<PanelLook> look;

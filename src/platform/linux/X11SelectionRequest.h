@@ -10,9 +10,9 @@
 
 namespace vorq {
 
-/// Asks the owner of a selection for what it holds, once. It uses a window of its own, so that what comes
-/// too late reaches nobody. The connection must be used for nothing else meanwhile, and select no
-/// events that anyone waits for.
+/// Asks the owner of a selection for what it holds, once. It uses a window of its own, so that what
+/// comes too late reaches nobody. The connection must be used for nothing else meanwhile, and
+/// select no events that anyone waits for.
 class X11SelectionRequest {
   public:
     X11SelectionRequest(X11Connection& x11, X11Connection::Atom selection, std::stop_token stop);

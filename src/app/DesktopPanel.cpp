@@ -1,0 +1,87 @@
+#include "app/DesktopPanel.h"
+
+#include "core/VorqAppState.h"
+#include "shell/ShellNotifications.h"
+
+#include <QCoreApplication>
+#include <QQmlError>
+#include <QQuickItem>
+
+namespace vorq {
+namespace {
+
+PanelLook::Tier tierOf(Translucency translucency) {
+    switch (translucency) {
+    case Translucency::Blurred:
+        return PanelLook::Tier::Blur;
+    case Translucency::Plain:
+        return PanelLook::Tier::NoBlur;
+    case Translucency::None:
+        break;
+    }
+    return PanelLook::Tier::Opaque;
+}
+
+} // namespace
+
+DesktopPanel::DesktopPanel(const PanelContext& context, Screens& screens, PanelShowings& showings)
+    : m_view(context.state, context.clock),
+      m_look(context.state.appearance()),
+      m_ui(m_view, m_look),
+      m_files(m_view),
+      m_presses(screens),
+      m_window({screens, m_compositor, m_hints}, &m_engine),
+      m_controller({context.clock, context.defaults, screens, context.workspace, m_presses,
+                    context.notifications,
+                    static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid())},
+                   m_window) {
+    m_ui.install(m_engine);
+    connectParts(context, showings);
+    takeLook();
+    loadPages();
+    m_window.prepare();
+}
+
+DesktopPanel::~DesktopPanel() {
+    // The pages go before what they read.
+    m_window.setSource({});
+}
+
+void DesktopPanel::setSuppressOutsideClose(bool suppress) {
+    m_controller.setSuppressOutsideClose(suppress);
+}
+
+void DesktopPanel::loadPages() {
+    m_window.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Vorq/panel/PanelView.qml")));
+    for (const QQmlError& error : m_window.errors())
+        qCritical("Vorq: the panel does not load: %s", qUtf8Printable(error.toString()));
+}
+
+void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& showings) {
+    ShellNotifications* notifications = &context.notifications;
+    QObject::connect(notifications, &ShellNotifications::vorqFocusPrompt, &m_window, [this] {
+        if (QQuickItem* page = m_window.rootObject())
+            QMetaObject::invokeMethod(page, "focusPrompt");
+    });
+    QObject::connect(&m_view, &PanelViewModel::focusPromptWanted, notifications,
+                     &ShellNotifications::vorqFocusPrompt);
+    QObject::connect(&m_view, &PanelViewModel::attentionWanted, notifications,
+                     &ShellNotifications::vorqGuidePanelAccess);
+    QObject::connect(&m_files, &FilePicker::openChanged, notifications,
+                     &ShellNotifications::vorqSuppressPanelOutsideClose);
+    QObject::connect(&m_controller, &PanelWindowController::panelVisibleChanged, &m_window,
+                     [this, &showings] {
+                         showings.isVisible = m_controller.isPanelVisible();
+                         if (showings.isVisible) ++showings.count;
+                     });
+    QObject::connect(&m_compositor, &Compositor::changed, &m_window, [this] { takeLook(); });
+    QObject::connect(&m_desktop, &PortalDesktop::changed, &m_window, [this] { takeLook(); });
+}
+
+void DesktopPanel::takeLook() {
+    m_look.setDesktop(m_desktop.look());
+    m_look.setTier(tierOf(m_compositor.translucency()));
+    m_window.setReducedMotion(m_look.reducesMotion());
+}
+
+} // namespace vorq

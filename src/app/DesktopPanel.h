@@ -1,0 +1,53 @@
+#pragma once
+
+#include "app/DesktopCapture.h"
+#include "app/DesktopParts.h"
+#include "platform/linux/PortalDesktop.h"
+#include "platform/linux/X11Compositor.h"
+#include "platform/linux/X11OverlayHints.h"
+#include "platform/linux/X11PressMonitor.h"
+#include "shell/PanelLook.h"
+#include "shell/PanelViewModel.h"
+#include "shell/PanelWindowController.h"
+#include "shell/QuickPanelWindow.h"
+#include "ui/FilePicker.h"
+#include "ui/UiContext.h"
+
+#include <QQmlEngine>
+
+namespace vorq {
+
+/// The panel on the user's desktop: its pages, the window that shows them, and what moves the
+/// window. Needs a QApplication. Main thread only.
+class DesktopPanel final : public PanelPresence {
+  public:
+    /// Context, screens and showings must outlive the panel. The window is laid out at once, so
+    /// that showing it is a matter of mapping it.
+    DesktopPanel(const PanelContext& context, Screens& screens, PanelShowings& showings);
+    ~DesktopPanel() override;
+
+    [[nodiscard]] bool isPanelVisible() const override { return m_controller.isPanelVisible(); }
+    void show() override { m_controller.show(); }
+    void hide() override { m_controller.hide(); }
+    void setSuppressOutsideClose(bool suppress) override;
+    void yieldFocus() override { m_controller.yieldFocus(); }
+
+  private:
+    void loadPages();
+    void connectParts(const PanelContext& context, PanelShowings& showings);
+    void takeLook();
+
+    PanelViewModel m_view;
+    PanelLook m_look;
+    PortalDesktop m_desktop;
+    UiContext m_ui;
+    FilePicker m_files;
+    QQmlEngine m_engine;
+    X11Compositor m_compositor;
+    X11OverlayHints m_hints;
+    X11PressMonitor m_presses;
+    QuickPanelWindow m_window;
+    PanelWindowController m_controller;
+};
+
+} // namespace vorq
