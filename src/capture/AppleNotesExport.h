@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -44,7 +45,8 @@ namespace applenotes {
 /// Apple Notes, by scripts.
 class AppleNotesExport : public NotesBridge {
   public:
-    /// Runs a script and gives its answer, "" if it has none; nothing if it failed.
+    /// Runs a script and gives its answer, "" if it has none. Nothing if it failed, which the
+    /// runner logs: nobody else knows why.
     using ScriptRunner = std::function<std::optional<QString>(const QString& script)>;
     /// Asks for the permission, if need be the user, and waits for the answer.
     using PermissionRequest = std::function<AutomationPermission()>;

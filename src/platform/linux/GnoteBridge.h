@@ -3,12 +3,8 @@
 #include "platform/NotesBridge.h"
 
 #include <QDBusConnection>
-#include <QVariant>
 
 #include <chrono>
-#include <memory>
-
-class QDeadlineTimer;
 
 namespace vorq {
 
