@@ -183,6 +183,7 @@ std::expected<QString, NotesBridge::Error> MarkdownFolderBridge::createNote(cons
     QString text = u"# "_qs + notesbridge::withTitle(heading, body);
     if (trimmed(firstLine(body)) == heading) text = u"# "_qs + trimmed(body).toString();
     const QString path = m_folder + u'/' + *name;
+    removeLeftovers(path);
     if (replaceFile(path, withAppended({}, text))) return *name;
     QFile::remove(path);
     return std::unexpected(error);
