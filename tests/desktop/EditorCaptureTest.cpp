@@ -69,7 +69,18 @@ TEST_P(EditorCapture, ReadsWhatIsSelected) {
     EXPECT_EQ(session.activeWindow(), application.window);
 
     session.key({"ctrl+a"});
-    if (GetParam().isOneElement) waitForFocusedText(*accessibility, application.process, text);
+    if (GetParam().isOneElement) {
+        waitForFocusedText(*accessibility, application.process, text);
+    } else {
+        // Of several elements none has the whole, which is handed out as PRIMARY.
+        X11PrimarySelection primary;
+        DesktopSession::waitUntil("the highlight", [&] {
+            const auto highlight = primary.highlightOf(application.process, {});
+            return highlight && highlight->text == text;
+        });
+        waitForFocusedText(*accessibility, application.process, "");
+        EXPECT_FALSE(tellsThatNothingIsSelected(source()));
+    }
 
     session.key({"ctrl+Home"});
     waitForFocusedText(*accessibility, application.process, "");

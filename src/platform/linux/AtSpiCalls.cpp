@@ -83,6 +83,10 @@ QDBusMessage children(const AtSpiRef& element) {
     return callOf(element, accessible, "GetChildren");
 }
 
+QDBusMessage parent(const AtSpiRef& element) {
+    return propertyOf(element, accessible, "Parent");
+}
+
 QDBusMessage states(const AtSpiRef& element) {
     return callOf(element, accessible, "GetState");
 }
@@ -267,6 +271,15 @@ std::optional<QString> propertyTextIn(const QDBusMessage& reply) {
     const std::optional<QVariant> value = propertyIn(reply);
     if (!value || value->typeId() != QMetaType::QString) return std::nullopt;
     return value->toString();
+}
+
+std::optional<AtSpiRef> propertyRefIn(const QDBusMessage& reply) {
+    const std::optional<QVariant> value = propertyIn(reply);
+    if (!value || value->metaType() != QMetaType::fromType<QDBusArgument>()) return std::nullopt;
+    const auto argument = value->value<QDBusArgument>();
+    if (argument.currentSignature() != u"(so)") return std::nullopt;
+    const AtSpiRef ref = refOf(argument);
+    return ref.isNull() ? std::nullopt : std::optional(ref);
 }
 
 std::optional<std::int32_t> propertyIntegerIn(const QDBusMessage& reply) {

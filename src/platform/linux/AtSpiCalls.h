@@ -35,6 +35,7 @@ enum class Role : std::uint32_t {
 [[nodiscard]] QDBusMessage toolkitName(const AtSpiRef& application);
 [[nodiscard]] QDBusMessage name(const AtSpiRef& element);
 [[nodiscard]] QDBusMessage children(const AtSpiRef& element);
+[[nodiscard]] QDBusMessage parent(const AtSpiRef& element);
 [[nodiscard]] QDBusMessage states(const AtSpiRef& element);
 [[nodiscard]] QDBusMessage interfaces(const AtSpiRef& element);
 [[nodiscard]] QDBusMessage role(const AtSpiRef& element);
@@ -82,6 +83,7 @@ struct Span {
 [[nodiscard]] std::optional<Span> spanIn(const QDBusMessage& reply);
 [[nodiscard]] std::optional<QRectF> rectIn(const QDBusMessage& reply);
 [[nodiscard]] std::optional<QString> propertyTextIn(const QDBusMessage& reply);
+[[nodiscard]] std::optional<AtSpiRef> propertyRefIn(const QDBusMessage& reply);
 [[nodiscard]] std::optional<std::int32_t> propertyIntegerIn(const QDBusMessage& reply);
 
 [[nodiscard]] constexpr bool has(std::uint64_t states, State state) {

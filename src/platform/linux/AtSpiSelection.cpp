@@ -59,7 +59,22 @@ AtSpiSelection::spans(const AtSpiRef& element) const {
     const auto count = atspi::integerIn(replies[1]);
     if (!count) return std::nullopt;
     if (isPasswordRole(atspi::numberIn(replies[0]))) return std::vector<Span>();
-    return spansOf(element, *count);
+    std::vector<Span> spans = spansOf(element, *count);
+    if (m_toolkit.splitsParagraphs && !spans.empty() && hasSelectedSibling(element))
+        return std::nullopt;
+    return spans;
+}
+
+bool AtSpiSelection::hasSelectedSibling(const AtSpiRef& element) const {
+    const auto parent = atspi::propertyRefIn(m_bus.call(atspi::parent(element), m_stop));
+    if (!parent) return false;
+    const auto siblings = atspi::refsIn(m_bus.call(atspi::children(*parent), m_stop));
+    AtSpiBus::Messages calls;
+    for (const AtSpiRef& sibling : siblings.value_or(std::vector<AtSpiRef>()))
+        if (sibling != element) calls.push_back(atspi::selectionCount(sibling));
+    return std::ranges::any_of(m_bus.call(calls, m_stop), [](const QDBusMessage& reply) {
+        return atspi::integerIn(reply).value_or(0) > 0;
+    });
 }
 
 std::vector<AtSpiSelection::Span> AtSpiSelection::spansOf(const AtSpiRef& element,

@@ -25,7 +25,7 @@ class AtSpiSelection {
         : m_bus(bus), m_toolkit(toolkit), m_stop(std::move(stop)) {}
 
     /// What is selected, in the toolkit's offsets; empty if nothing is, nothing for an element
-    /// without text.
+    /// without text, or for a paragraph that has but a part of what is selected.
     [[nodiscard]] std::optional<std::vector<Span>> spans(const AtSpiRef& element) const;
 
     /// The selected text; several selections are on lines of their own.
@@ -45,6 +45,7 @@ class AtSpiSelection {
         std::optional<std::int32_t> selections;
     };
 
+    [[nodiscard]] bool hasSelectedSibling(const AtSpiRef& element) const;
     [[nodiscard]] std::optional<QString> rawText(const AtSpiRef& element, Span span) const;
     [[nodiscard]] std::vector<Span> spansOf(const AtSpiRef& element, std::int32_t count) const;
     [[nodiscard]] std::vector<std::optional<Object>>

@@ -19,7 +19,7 @@ AtSpiToolkit atSpiToolkit(QStringView name, QStringView application) {
     if (name == u"Qt") return {.unit = Utf16, .countsInsertedUnits = true};
     if (name == u"Gecko") return {.unit = Utf16, .marksWideCharacters = true};
     // It says that it is made with GTK, but answers by itself.
-    if (application == u"soffice") return {.unit = Utf16};
+    if (application == u"soffice") return {.unit = Utf16, .splitsParagraphs = true};
     if (name == u"Chromium") return {.tellsAllSelections = false};
     if (name == u"GTK") return {.placesInWindow = true};
     return {};

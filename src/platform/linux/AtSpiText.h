@@ -22,6 +22,8 @@ struct AtSpiToolkit {
     bool marksWideCharacters = false;
     /// Whether no selection means that nothing is selected; one toolkit forgets some.
     bool tellsAllSelections = true;
+    /// Whether each paragraph is an element, of which only those on the screen exist.
+    bool splitsParagraphs = false;
     /// Whether places are relative to the window although those of the screen were asked for.
     bool placesInWindow = false;
 
