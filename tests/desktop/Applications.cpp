@@ -31,6 +31,10 @@ Application openFeatherPad(DesktopSession& session, const QByteArray& text) {
     return openFile(session, "featherpad", "featherpad", "featherpad", text);
 }
 
+Application openTextWindow(DesktopSession& session, const QByteArray& text) {
+    return openFile(session, VORQ_TEXT_WINDOW, "of this build", "test_text_window", text);
+}
+
 Application openWriter(DesktopSession& session, const QByteArray& text) {
     QProcessEnvironment environment;
     environment.insert("SAL_USE_VCLPLUGIN", "gtk3");

@@ -11,10 +11,12 @@ struct Application {
     std::int32_t process = 0;
 };
 
-/// These write the text to a file and open it: GTK 3, GTK 4, Qt, and LibreOffice.
+/// These write the text to a file and open it: GTK 3, GTK 4, Qt 5, Qt 6, and LibreOffice.
 Application openMousepad(DesktopSession& session, const QByteArray& text);
 Application openTextEditor(DesktopSession& session, const QByteArray& text);
 Application openFeatherPad(DesktopSession& session, const QByteArray& text);
+/// The next field after the text holds a password.
+Application openTextWindow(DesktopSession& session, const QByteArray& text);
 Application openWriter(DesktopSession& session, const QByteArray& text);
 
 /// A terminal that prints the text.

@@ -117,11 +117,34 @@ TEST_P(EditorCapture, SelectsAndReplaces) {
     EXPECT_FALSE(focus()->setSelectedTextRange({.location = 0, .length = 100'000}));
 }
 
+TEST(PasswordCapture, NeverReadsAPasswordOfAnEditor) {
+    DesktopSession session;
+    const auto accessibility = connected();
+    const Application application = openTextWindow(session, text.toUtf8());
+    session.key({"ctrl+a"});
+    waitForFocusedText(*accessibility, application.process, text);
+
+    session.key({"Tab", "ctrl+a"});
+    AccessibleElementPtr field;
+    DesktopSession::waitUntil("the focus of the password", [&] {
+        field = accessibility->focusedElement(application.process, {});
+        return field && field->size() && !field->value();
+    });
+    const CaptureSource source{
+        .accessibility = *accessibility, .process = application.process, .stop = {}};
+    EXPECT_EQ(captureSelectedTextFromFocusedElement(source), "");
+    EXPECT_TRUE(tellsThatNothingIsSelected(source));
+    EXPECT_EQ(field->boundsForRange({.location = 0, .length = 1}), std::nullopt);
+    EXPECT_FALSE(field->setSelectedTextRange({.location = 0, .length = 1}));
+    EXPECT_FALSE(field->setSelectedText("anders"));
+}
+
 INSTANTIATE_TEST_SUITE_P(
     , EditorCapture,
     testing::Values(Editor{.name = "mousepad", .open = openMousepad},
                     Editor{.name = "texteditor", .open = openTextEditor, .tellsBounds = false},
                     Editor{.name = "featherpad", .open = openFeatherPad},
+                    Editor{.name = "qt6", .open = openTextWindow},
                     Editor{.name = "writer", .open = openWriter, .isOneElement = false}),
     [](const testing::TestParamInfo<Editor>& info) { return std::string(info.param.name); });
 
