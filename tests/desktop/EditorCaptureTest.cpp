@@ -22,7 +22,12 @@ void PrintTo(const Editor& editor, std::ostream* out) {
 
 class EditorCapture : public testing::TestWithParam<Editor> {
   protected:
-    EditorCapture() : application(GetParam().open(session, text.toUtf8())) {}
+    EditorCapture() : application(GetParam().open(session, text.toUtf8())) {
+        // Keys that come while an editor still loads are lost.
+        DesktopSession::waitUntil("the whole text", [&] {
+            return focus()->value().value_or("").startsWith(text.section('\n', 0, 0));
+        });
+    }
 
     [[nodiscard]] CaptureSource source() const {
         return {.accessibility = *accessibility, .process = application.process, .stop = {}};
