@@ -100,6 +100,8 @@ void AppDelegate::bindAppState(VorqAppState& state) {
     m_noteHotKeys.setBound();
     m_ports.statusItem.bindAppState(state);
     if (!isFirst) return;
+    // At the launch rather than when somebody looks, so that no key waits for the files.
+    if (!state.isLibraryLoaded()) state.reloadLibrary();
     state.permissions().setShowAccessibilityWalkthrough(false);
     connect(&state.account(), &AccountSession::statusMenuRequested, &m_notifications,
             &ShellNotifications::vorqOpenStatusMenu);

@@ -83,6 +83,12 @@ TEST_F(LaunchTest, TheEndGivesTheHotKeysBackAndHearsNothingMore) {
     EXPECT_EQ(m_delegate.frontmost().lastForeignFrontmostPID(), std::nullopt);
 }
 
+TEST_F(LaunchTest, TheLibraryIsReadBeforeAnybodyAsksForIt) {
+    EXPECT_FALSE(state().isLibraryLoaded());
+    launch();
+    EXPECT_TRUE(state().isLibraryLoaded());
+}
+
 TEST_F(LaunchTest, ALoadedConversationBringsThePanelForward) {
     launch();
     const QSignalSpy focused(&m_delegate.notifications(), &ShellNotifications::vorqFocusPrompt);
