@@ -4,6 +4,7 @@
 // The report gives the middle step and the worst one.
 
 #include "ReplyCorpus.h"
+#include "rendering/AssistantReplyDocument.h"
 #include "ui/PanelStage.h"
 
 #include <QElapsedTimer>

@@ -107,8 +107,8 @@ void PanelViewModel::bounce() {
 }
 
 void PanelViewModel::send() {
-    if (!canSend()) return;
     if (!mayTalk()) return bounce();
+    if (!canSend()) return;
     dispatch();
     const QString sent = trimmed(m_prompt).toString();
     if (!sent.isEmpty()) m_lastPrompt = sent;

@@ -13,6 +13,7 @@ Item {
     property color fallback: Theme.userBlock
     readonly property string draft: field.text
     readonly property bool bad: checker.bad
+    readonly property color shownColor: value === "" || !HexColors.color(value).valid ? fallback : HexColors.color(value)
     readonly property int sideRoom: 16
     readonly property int controlsWidth: 286
     readonly property int wellSize: 34
@@ -77,14 +78,14 @@ Item {
             hoverEnabled: true
             focusPolicy: Qt.StrongFocus
             text: qsTr("Choose %1").arg(row.title)
-            onClicked: row.pickerWanted(row.value === "" ? row.fallback : HexColors.color(row.value))
+            onClicked: row.pickerWanted(row.shownColor)
             Keys.onReturnPressed: click()
             Accessible.role: Accessible.Button
             Accessible.name: text
             Accessible.onPressAction: click()
             background: Squircle {
                 radius: Theme.radiusTile
-                fillTop: row.value === "" ? row.fallback : HexColors.color(row.value)
+                fillTop: row.shownColor
                 rimTop: Theme.ring
                 rimBottom: Theme.ring
                 FocusRing {

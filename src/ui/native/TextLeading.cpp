@@ -15,10 +15,21 @@ void TextLeading::setDocument(QQuickTextDocument* document) {
     apply();
 }
 
+void TextLeading::setLeading(double leading) {
+    if (m_leading == leading) return;
+    m_leading = leading;
+    emit leadingChanged();
+    apply();
+}
+
 void TextLeading::apply() {
-    if (m_isApplying || !m_document || !m_document->textDocument()) return;
+    if (m_isApplying || m_leading <= 0 || !m_document || !m_document->textDocument()) return;
     QTextDocument& text = *m_document->textDocument();
     m_isApplying = true;
+    // A text that nobody has changed yet is set without any step to take back.
+    const bool isFresh = !text.isUndoAvailable() && !text.isRedoAvailable();
+    const bool keepsSteps = text.isUndoRedoEnabled();
+    if (isFresh) text.setUndoRedoEnabled(false);
     for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
         if (block.blockFormat().lineHeight() == m_leading) continue;
         QTextCursor cursor(block);
@@ -28,6 +39,7 @@ void TextLeading::apply() {
         cursor.mergeBlockFormat(format);
         cursor.endEditBlock();
     }
+    if (isFresh) text.setUndoRedoEnabled(keepsSteps);
     m_isApplying = false;
 }
 

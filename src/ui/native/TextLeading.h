@@ -15,13 +15,15 @@ class TextLeading : public QObject {
     QML_ELEMENT
     Q_PROPERTY(QQuickTextDocument* document READ document WRITE setDocument NOTIFY documentChanged)
     /// In logical pixels.
-    Q_PROPERTY(double leading MEMBER m_leading NOTIFY leadingChanged)
+    Q_PROPERTY(double leading READ leading WRITE setLeading NOTIFY leadingChanged)
 
   public:
     using QObject::QObject;
 
     [[nodiscard]] QQuickTextDocument* document() const { return m_document; }
     void setDocument(QQuickTextDocument* document);
+    [[nodiscard]] double leading() const { return m_leading; }
+    void setLeading(double leading);
 
   signals:
     void documentChanged();

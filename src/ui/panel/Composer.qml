@@ -89,7 +89,7 @@ FocusScope {
                 width: parent.width - 2 * x
                 height: Math.max(composer.buttonSize, implicitHeight)
                 placeholder: composer.panel.promptPlaceholder
-                input.KeyNavigation.tab: attach
+                next: attach
                 onTextChanged: composer.panel.prompt = text
                 onSubmitted: composer.panel.send()
                 onRecallWanted: composer.panel.recallLastPrompt()

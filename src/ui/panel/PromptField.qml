@@ -7,6 +7,7 @@ Flickable {
     id: field
 
     required property string placeholder
+    property Item next: null // where Tab leads
     property alias text: edit.text
     property alias input: edit
     readonly property bool hasFocus: edit.activeFocus
@@ -79,6 +80,8 @@ Flickable {
             }
         }
 
+        Keys.onTabPressed: field.next?.forceActiveFocus(Qt.TabFocusReason)
+        Keys.onBacktabPressed: edit.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
         Keys.onPressed: event => {
             const isEnter = event.key === Qt.Key_Return || event.key === Qt.Key_Enter
             const modifiers = event.modifiers & ~Qt.KeypadModifier

@@ -2,6 +2,8 @@
 
 #include "rendering/InlineSpans.h"
 
+#include <QFontMetricsF>
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -78,6 +80,11 @@ void BlockLayout::addItems(const QStringList& items, bool isNumbered) {
         piece.marker = isNumbered ? QString::number(m_pieces.size()) + u'.' : QStringLiteral("•");
         piece.markerType = isNumbered ? ReplyStyle::numberMarker : ReplyStyle::bulletMarker;
     }
+    if (!isNumbered || m_pieces.empty()) return;
+    // From a hundred on a number is wider than its box.
+    const QFontMetricsF metrics(ReplyStyle::fontOf(ReplyStyle::numberMarker));
+    m_numberColumn =
+        std::max(m_numberColumn, std::ceil(metrics.horizontalAdvance(m_pieces.back().marker)));
 }
 
 void BlockLayout::addCode(const QString& text) {
@@ -110,7 +117,7 @@ void BlockLayout::addTable(const Block& block) {
 
 double BlockLayout::indent() const {
     if (m_kind == Kind::Bullets) return ReplyStyle::bulletColumn;
-    if (m_kind == Kind::Numbered) return ReplyStyle::numberColumn + ReplyStyle::numberGap;
+    if (m_kind == Kind::Numbered) return m_numberColumn + ReplyStyle::numberGap;
     if (m_kind == Kind::Quote) return ReplyStyle::quoteBarWidth + ReplyStyle::quoteGap;
     if (m_kind == Kind::Code) return ReplyStyle::platePadding;
     return 0;

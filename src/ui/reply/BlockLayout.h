@@ -99,6 +99,7 @@ class BlockLayout {
     double m_height = 0;
     double m_scroll = 0; // of code, to the right
     double m_headerRule = 0;
+    double m_numberColumn = ReplyStyle::numberColumn;
     bool m_isDone = false;
 };
 

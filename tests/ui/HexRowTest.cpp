@@ -1,0 +1,91 @@
+#include "ui/PanelStage.h"
+#include "ui/native/HexColors.h"
+
+#include <QQmlComponent>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+namespace vorq {
+namespace {
+
+class HexRowTest : public testing::Test {
+  protected:
+    HexRowTest() {
+        QQmlComponent component(stage.engine.get());
+        component.setData(
+            "import QtQuick\nimport Vorq\nItem { width: 600; height: 200; property alias row: r\n"
+            "PanelHexColorRow { id: r; width: 600; title: 'Chat'; value: '#112233'\n"
+            "onCommitted: hex => value = hex } }",
+            QUrl(QStringLiteral("qrc:/test/HexRow.qml")));
+        m_holder.reset(qobject_cast<QQuickItem*>(component.create()));
+        if (!m_holder) qFatal("%s", qPrintable(component.errorString()));
+        m_window.resize(600, 200);
+        m_holder->setParentItem(m_window.contentItem());
+        m_window.show();
+        m_window.requestActivate();
+        stage.settle(30);
+        row = m_holder->property("row").value<QQuickItem*>();
+        field = row->findChild<QQuickItem*>();
+        for (QQuickItem* item : row->findChildren<QQuickItem*>())
+            if (item->property("placeholderText") == "#RRGGBB") field = item;
+    }
+
+    void enter(const QString& text) {
+        field->forceActiveFocus();
+        field->setProperty("text", text);
+        QTest::keyClick(&m_window, Qt::Key_Return);
+    }
+    [[nodiscard]] QString value() const { return row->property("value").toString(); }
+    [[nodiscard]] bool bad() const { return row->property("bad").toBool(); }
+
+    PanelStage stage;
+    QQuickWindow m_window;
+    std::unique_ptr<QQuickItem> m_holder;
+    QQuickItem* row = nullptr;
+    QQuickItem* field = nullptr;
+};
+
+TEST_F(HexRowTest, ReturnStoresTheNormalisedColour) {
+    enter(" f97316 ");
+    EXPECT_EQ(value(), "#F97316");
+    EXPECT_EQ(field->property("text"), "#F97316");
+}
+
+TEST_F(HexRowTest, ADraftThatIsNoColourLeavesTheValue) {
+    enter("#12");
+    EXPECT_TRUE(bad());
+    EXPECT_EQ(value(), "#112233");
+    enter("#445566");
+    EXPECT_FALSE(bad());
+    EXPECT_EQ(value(), "#445566");
+}
+
+TEST_F(HexRowTest, AnEmptyDraftClears) {
+    enter("");
+    EXPECT_EQ(value(), "");
+    EXPECT_FALSE(bad());
+}
+
+TEST_F(HexRowTest, LosingFocusCommits) {
+    field->forceActiveFocus();
+    field->setProperty("text", "#ABCDEF");
+    m_holder->forceActiveFocus();
+    EXPECT_EQ(value(), "#ABCDEF");
+}
+
+TEST(HexColors, LowContrastIsTold) {
+    EXPECT_TRUE(HexColors::isLowContrast("#F97316"));
+    EXPECT_FALSE(HexColors::isLowContrast("#111111"));
+    EXPECT_FALSE(HexColors::isLowContrast("nonsense"));
+}
+
+TEST(HexColors, ColoursOfTheToolkitBecomeHex) {
+    EXPECT_EQ(HexColors::hexOf(QColor(0x12, 0x34, 0x56)), "#123456");
+    EXPECT_EQ(HexColors::hexOf(QColor::fromCmyk(0, 0, 0, 0)), "#FFFFFF");
+    EXPECT_EQ(HexColors::hexOf(QColor()), "#808080");
+}
+
+} // namespace
+} // namespace vorq
