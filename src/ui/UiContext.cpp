@@ -3,10 +3,12 @@
 #include "ui/native/Fonts.h"
 #include "ui/native/ShadowProvider.h"
 
+#include <QGuiApplication>
 #include <QJSEngine>
 #include <QQmlEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QStyleHints>
 
 // Generated with the modules; named here so that the linker keeps them.
 void qml_register_types_Vorq_Native();
@@ -37,6 +39,10 @@ UiContext* UiContext::create(QQmlEngine* engine, QJSEngine*) {
     Q_ASSERT_X(context, "UiContext", "no context was installed in this engine");
     QJSEngine::setObjectOwnership(context, QJSEngine::CppOwnership);
     return context;
+}
+
+int UiContext::caretFlashTime() const {
+    return QGuiApplication::styleHints()->cursorFlashTime();
 }
 
 double UiContext::points(double pixels) const {

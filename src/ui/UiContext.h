@@ -19,6 +19,8 @@ class UiContext final : public QObject {
     QML_SINGLETON
     Q_PROPERTY(vorq::PanelViewModel* panel READ panel CONSTANT)
     Q_PROPERTY(vorq::PanelLook* look READ look CONSTANT)
+    /// On and off, in milliseconds; 0 for a caret that does not blink.
+    Q_PROPERTY(int caretFlashTime READ caretFlashTime CONSTANT)
 
   public:
     /// Both must outlive the context.
@@ -26,6 +28,7 @@ class UiContext final : public QObject {
 
     [[nodiscard]] PanelViewModel* panel() const { return &m_panel; }
     [[nodiscard]] PanelLook* look() const { return &m_look; }
+    [[nodiscard]] int caretFlashTime() const;
 
     /// Prepares an engine to load pages over this context, which must outlive the engine. Also call
     /// prepareUi() once, before any engine is made.

@@ -1,6 +1,5 @@
 import QtQuick
 import Vorq
-import Vorq.Native
 
 // The ring round what has the keyboard.
 Rectangle {

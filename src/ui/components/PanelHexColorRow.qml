@@ -79,10 +79,10 @@ Item {
             focusPolicy: Qt.StrongFocus
             text: qsTr("Choose %1").arg(row.title)
             onClicked: row.pickerWanted(row.shownColor)
-            Keys.onReturnPressed: click()
+            Keys.onReturnPressed: well.clicked()
             Accessible.role: Accessible.Button
             Accessible.name: text
-            Accessible.onPressAction: click()
+            Accessible.onPressAction: well.clicked()
             background: Squircle {
                 radius: Theme.radiusTile
                 fillTop: row.shownColor
@@ -121,17 +121,17 @@ Item {
         anchors.rightMargin: row.sideRoom
         anchors.top: controls.bottom
         anchors.topMargin: Theme.space2
-        visible: text.text !== ""
+        visible: problemText.text !== ""
         spacing: 5
 
         Ico {
             anchors.verticalCenter: parent.verticalCenter
             name: row.bad ? "info" : "warnFill"
             size: 14
-            color: text.color
+            color: problemText.color
         }
         Txt {
-            id: text
+            id: problemText
             anchors.verticalCenter: parent.verticalCenter
             text: row.bad ? qsTr("Enter a valid hex like #F97316")
                 : row.value !== "" && HexColors.isLowContrast(row.value) ? qsTr("Low contrast with text") : ""
@@ -139,7 +139,7 @@ Item {
             font.weight: Font.Medium
             color: row.bad ? Theme.bad : Theme.warn
             Accessible.role: Accessible.AlertMessage
-            Accessible.name: text.text
+            Accessible.name: problemText.text
         }
     }
 }

@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
 import Vorq
-import Vorq.Native
 
 // The upright scroller: a thin capsule that shows only while `shown`.
 T.ScrollBar {

@@ -1,6 +1,5 @@
 import QtQuick
 import Vorq
-import Vorq.Native
 
 // The soft shadow of what it stands under.
 BorderImage {

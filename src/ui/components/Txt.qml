@@ -1,6 +1,5 @@
 import QtQuick
 import Vorq
-import Vorq.Native
 
 // A text in the type of the program. Leading is the distance between lines beyond their own.
 Text {

@@ -88,7 +88,7 @@ ListView {
     onMovementStarted: glide.stop()
     onContentYChanged: if (moving || scroller.pressed) settle()
     onMovementEnded: settle()
-    onCountChanged: Qt.callLater(messageCame)
+    onCountChanged: arrival.start()
 
     function messageCame() {
         const last = panel.messages.index(count - 1, 0)
@@ -103,6 +103,12 @@ ListView {
         keepUp()
     }
 
+    // Once its item has a height.
+    Timer {
+        id: arrival
+        interval: 0
+        onTriggered: list.messageCame()
+    }
     Timer {
         id: resizeEnd
         interval: list.resizeTime

@@ -26,7 +26,7 @@ T.AbstractButton {
     onClicked: selection.commitDeepen()
     Accessible.role: Accessible.Button
     Accessible.name: qsTr("Deepen the selected text")
-    Accessible.onPressAction: click()
+    Accessible.onPressAction: pill.clicked()
 
     Binding {
         target: pill.selection

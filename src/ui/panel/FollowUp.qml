@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Vorq
-import Vorq.Native
 
 // The suggestion of a reply for the next turn: a question and answers to choose from.
 Column {

@@ -64,16 +64,19 @@ Flickable {
 
         cursorDelegate: Rectangle {
             id: caret
+
+            readonly property bool isWanted: parent?.activeFocus ?? false
+
             width: 2
             radius: 1
             color: Theme.accentInk
-            visible: edit.activeFocus && (Motion.reduced || blink.shown)
+            visible: isWanted && (!blink.running || blink.shown)
 
             Timer {
                 id: blink
                 property bool shown: true
-                interval: Math.max(1, Application.styleHints.cursorFlashTime / 2)
-                running: edit.activeFocus && !Motion.reduced && Application.styleHints.cursorFlashTime > 0
+                interval: Math.max(1, App.caretFlashTime / 2)
+                running: caret.isWanted && !Motion.reduced && App.caretFlashTime > 0
                 repeat: true
                 onTriggered: shown = !shown
                 onRunningChanged: shown = true

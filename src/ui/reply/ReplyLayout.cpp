@@ -7,16 +7,20 @@
 
 namespace vorq {
 
-void ReplyLayout::build(Entry& entry) {
-    entry.layout = std::make_unique<BlockLayout>(entry.source, m_colors);
-    ++m_builtBlocks;
+BlockLayout& ReplyLayout::layoutOf(int row) const {
+    const Entry& entry = at(row);
+    if (!entry.layout) {
+        entry.layout = std::make_unique<BlockLayout>(entry.source, m_colors);
+        ++m_builtBlocks;
+    }
+    return *entry.layout;
 }
 
 void ReplyLayout::setColors(const ReplyColors& colors) {
     if (m_colors == colors) return;
     m_colors = colors;
-    for (Entry& entry : m_entries)
-        build(entry);
+    for (const Entry& entry : m_entries)
+        entry.layout.reset();
     m_done = 0;
 }
 
@@ -25,10 +29,8 @@ void ReplyLayout::replace(int row, int count, const QList<Block>& blocks) {
     m_entries.erase(first, first + count);
     std::vector<Entry> added;
     added.reserve(static_cast<std::size_t>(blocks.size()));
-    for (const Block& block : blocks) {
+    for (const Block& block : blocks)
         added.push_back({block, nullptr, 0});
-        build(added.back());
-    }
     m_entries.insert(m_entries.begin() + row, std::make_move_iterator(added.begin()),
                      std::make_move_iterator(added.end()));
     m_done = std::min(m_done, row);
@@ -40,7 +42,7 @@ void ReplyLayout::place(int row) {
     if (row == 0) return;
     const Entry& above = at(row - 1);
     entry.y = above.y + above.layout->height() +
-              ReplyStyle::gapBetween(above.layout->kind(), entry.layout->kind());
+              ReplyStyle::gapBetween(above.source.kind, entry.source.kind);
 }
 
 bool ReplyLayout::layOut(double width, QDeadlineTimer deadline) {
@@ -48,7 +50,7 @@ bool ReplyLayout::layOut(double width, QDeadlineTimer deadline) {
     m_width = width;
     while (m_done < count()) {
         place(m_done);
-        if (at(m_done).layout->layOutMore(width)) ++m_done;
+        if (layoutOf(m_done).layOutMore(width)) ++m_done;
         if (deadline.hasExpired()) break;
     }
     return isDone();
@@ -56,24 +58,28 @@ bool ReplyLayout::layOut(double width, QDeadlineTimer deadline) {
 
 double ReplyLayout::height() const {
     if (m_entries.empty()) return 0;
-    const Entry& last = at(std::min(m_done, count() - 1));
-    return last.y + last.layout->height();
+    const int last = std::min(m_done, count() - 1);
+    return at(last).layout ? at(last).y + at(last).layout->height()
+           : last > 0      ? blockRect(last - 1).bottom()
+                           : 0;
 }
 
 double ReplyLayout::naturalWidth() const {
     double widest = 0;
     for (const Entry& entry : m_entries)
-        widest = std::max(widest, entry.layout->naturalWidth());
+        if (entry.layout) widest = std::max(widest, entry.layout->naturalWidth());
     return widest;
 }
 
 QRectF ReplyLayout::blockRect(int row) const {
-    return {0, at(row).y, m_width, at(row).layout->height()};
+    return {0, at(row).y, m_width, layoutOf(row).height()};
 }
 
 int ReplyLayout::blockAt(double y) const {
     if (m_entries.empty()) return -1;
-    const auto set = m_entries.begin() + std::min(m_done + 1, count());
+    // Only what is set has a place.
+    const int reached = m_done < count() && at(m_done).layout ? m_done + 1 : std::max(m_done, 1);
+    const auto set = m_entries.begin() + std::min(reached, count());
     const auto after = std::upper_bound(m_entries.begin(), set, y,
                                         [](double value, const Entry& e) { return value < e.y; });
     return after == m_entries.begin()
@@ -84,23 +90,23 @@ int ReplyLayout::blockAt(double y) const {
 ReplyPosition ReplyLayout::positionAt(QPointF point) const {
     const int row = blockAt(point.y());
     if (row < 0 || point.y() < 0) return {};
-    return {row, at(row).layout->positionAt(point - QPointF(0, at(row).y))};
+    return {row, layoutOf(row).positionAt(point - QPointF(0, at(row).y))};
 }
 
 BlockRange ReplyLayout::within(int row, const ReplyRange& range) const {
     if (range.isEmpty() || row < range.from.block || row > range.to.block) return {};
     return {row == range.from.block ? range.from.offset : 0,
-            row == range.to.block ? range.to.offset : at(row).layout->plainText().size()};
+            row == range.to.block ? range.to.offset : layoutOf(row).plainText().size()};
 }
 
 bool ReplyLayout::covers(QPointF point, const ReplyRange& range) const {
     const int row = blockAt(point.y());
-    return row >= 0 && at(row).layout->covers(point - QPointF(0, at(row).y), within(row, range));
+    return row >= 0 && layoutOf(row).covers(point - QPointF(0, at(row).y), within(row, range));
 }
 
 QRectF ReplyLayout::firstLineRect(const ReplyRange& range) const {
     for (int row = range.from.block; row <= range.to.block && row < count(); ++row) {
-        const QRectF rect = at(row).layout->firstLineRect(within(row, range));
+        const QRectF rect = layoutOf(row).firstLineRect(within(row, range));
         if (!rect.isNull()) return rect.translated(0, at(row).y);
     }
     return {};
@@ -115,7 +121,7 @@ QRectF ReplyLayout::cursorRect(const ReplyPosition& position) const {
 
 QString ReplyLayout::linkAt(QPointF point) const {
     const int row = blockAt(point.y());
-    return row < 0 ? QString() : at(row).layout->linkAt(point - QPointF(0, at(row).y));
+    return row < 0 ? QString() : layoutOf(row).linkAt(point - QPointF(0, at(row).y));
 }
 
 QString ReplyLayout::text(const ReplyRange& range) const {
@@ -123,26 +129,26 @@ QString ReplyLayout::text(const ReplyRange& range) const {
     for (int row = range.from.block; row <= range.to.block && row < count(); ++row) {
         const BlockRange part = within(row, range);
         if (row > range.from.block) text += u'\n';
-        text += at(row).layout->plainText().mid(part.from, part.to - part.from);
+        text += layoutOf(row).plainText().mid(part.from, part.to - part.from);
     }
     return text.replace(QChar(QChar::LineSeparator), u'\n');
 }
 
 ReplyPosition ReplyLayout::end() const {
     if (m_entries.empty()) return {};
-    return {count() - 1, at(count() - 1).layout->plainText().size()};
+    return {count() - 1, layoutOf(count() - 1).plainText().size()};
 }
 
 bool ReplyLayout::scrollAt(QPointF point, double dx) {
     const int row = blockAt(point.y());
-    return row >= 0 && blockRect(row).contains(point) && at(row).layout->scrollBy(dx);
+    return row >= 0 && blockRect(row).contains(point) && layoutOf(row).scrollBy(dx);
 }
 
 void ReplyLayout::draw(QPainter& painter, const QRectF& clip, const Look& look) const {
     const int first = blockAt(clip.top());
     for (int row = std::max(first, 0); row < count() && row <= m_done; ++row) {
         const Entry& entry = at(row);
-        if (entry.y > clip.bottom()) break;
+        if (!entry.layout || entry.y > clip.bottom()) break;
         painter.save();
         painter.translate(0, entry.y);
         if (look.arrivingFrom >= 0 && row >= look.arrivingFrom)

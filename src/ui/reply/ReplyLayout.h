@@ -44,13 +44,15 @@ class ReplyLayout {
     bool layOut(double width, QDeadlineTimer deadline);
 
     [[nodiscard]] bool isDone() const { return m_done == count(); }
+    [[nodiscard]] bool isSet(int row) const { return row < m_done; }
     [[nodiscard]] int count() const { return static_cast<int>(m_entries.size()); }
     [[nodiscard]] double height() const;
     [[nodiscard]] double naturalWidth() const;
     /// How many blocks were built so far, ever.
     [[nodiscard]] int builtBlocks() const { return m_builtBlocks; }
 
-    [[nodiscard]] const BlockLayout& block(int row) const { return *at(row).layout; }
+    [[nodiscard]] BlockLayout::Kind kind(int row) const { return at(row).source.kind; }
+    [[nodiscard]] const BlockLayout& block(int row) const { return layoutOf(row); }
     [[nodiscard]] QRectF blockRect(int row) const;
     /// The block at or nearest above a height; -1 without any.
     [[nodiscard]] int blockAt(double y) const;
@@ -76,7 +78,8 @@ class ReplyLayout {
   private:
     struct Entry {
         Block source;
-        std::unique_ptr<BlockLayout> layout;
+        /// Built when it is first needed.
+        mutable std::unique_ptr<BlockLayout> layout;
         double y = 0;
     };
 
@@ -84,14 +87,14 @@ class ReplyLayout {
         return m_entries[static_cast<std::size_t>(row)];
     }
     [[nodiscard]] Entry& at(int row) { return m_entries[static_cast<std::size_t>(row)]; }
-    void build(Entry& entry);
+    [[nodiscard]] BlockLayout& layoutOf(int row) const;
     void place(int row);
 
     ReplyColors m_colors;
     std::vector<Entry> m_entries;
     double m_width = -1;
     int m_done = 0; // so many from the top are set
-    int m_builtBlocks = 0;
+    mutable int m_builtBlocks = 0;
 };
 
 } // namespace vorq

@@ -122,7 +122,7 @@ void ReplyView::publishLayout() {
     setImplicitHeight(m_layout.height());
     QVariantList rects;
     for (int row = 0; row < m_layout.count(); ++row)
-        if (m_layout.block(row).kind() == AssistantReplyDocument::Kind::Code)
+        if (m_layout.kind(row) == AssistantReplyDocument::Kind::Code && m_layout.isSet(row))
             rects += m_layout.blockRect(row);
     if (rects != m_codeRects) {
         m_codeRects = rects;
