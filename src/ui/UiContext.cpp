@@ -27,7 +27,8 @@ void prepareUi() {
 }
 
 void UiContext::install(QQmlEngine& engine) {
-    [[maybe_unused]] static void (*volatile const keep)() = &qml_register_types_Vorq_Native;
+    // Read by nobody, but an optimiser may not drop it.
+    [[maybe_unused]] void (*volatile keep)() = &qml_register_types_Vorq_Native;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     engine.setProperty(contextProperty, QVariant::fromValue<QObject*>(this));
     engine.addImageProvider(QStringLiteral("shadow"), new ShadowProvider);
