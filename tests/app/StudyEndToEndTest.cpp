@@ -2,9 +2,9 @@
 // its own, real sockets and files.
 
 #include "backend/CurlTransport.h"
-#include "capture/NoteExport.h"
 #include "core/VorqAppState.h"
 #include "library/LibraryStore.h"
+#include "platform/NotesBridge.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/testing/TemporaryPaths.h"
@@ -87,8 +87,8 @@ class StudyEndToEndTest : public testing::Test {
     }
 
     void launch() {
-        m_state = std::make_unique<VorqAppState>(VorqAppState::Platform{
-            m_clock, m_defaults, m_paths, m_transport, m_capture, m_noteExport});
+        m_state = std::make_unique<VorqAppState>(
+            VorqAppState::Platform{m_clock, m_defaults, m_paths, m_transport, m_capture, m_notes});
     }
 
     // Sends a prompt and gives what is said to it.
@@ -108,7 +108,7 @@ class StudyEndToEndTest : public testing::Test {
     SettingsFile m_defaults{m_paths.settingsFolder() + "/settings.json"};
     CurlTransport m_transport{m_clock};
     DeafCapture m_capture;
-    NoNoteExport m_noteExport;
+    NoNotesBridge m_notes;
     QProcess m_gateway;
     QProcess m_handoff;
     std::unique_ptr<VorqAppState> m_state;

@@ -20,8 +20,8 @@ void ConversationFixture::restart() {
     m_tester.reset();
     m_state.reset();
     m_clock.settle();
-    m_state = std::make_unique<VorqAppState>(
-        VorqAppState::Platform{m_clock, m_defaults, m_paths, m_transport, m_capture, m_notes});
+    m_state = std::make_unique<VorqAppState>(VorqAppState::Platform{
+        m_clock, m_defaults, m_paths, m_transport, m_capture, m_notesApplication});
     m_tester = std::make_unique<QAbstractItemModelTester>(
         &panel().messages(), QAbstractItemModelTester::FailureReportingMode::Fatal);
     m_clock.settle();

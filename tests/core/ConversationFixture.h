@@ -46,7 +46,7 @@ class ScriptedCapture final : public SelectionCapture {
 };
 
 /// An application for notes that remembers what it was given, or refuses with a sentence.
-class ScriptedNotes final : public NoNotesBridge {
+class ScriptedNotesBridge final : public NoNotesBridge {
   public:
     std::optional<QString> refusal;
     std::vector<std::pair<QString, QString>> notes; // title and body
@@ -95,7 +95,7 @@ class ConversationFixture : public testing::Test {
     TemporaryPaths m_paths;
     ScriptedTransport m_transport{m_clock};
     ScriptedCapture m_capture;
-    ScriptedNotes m_notes;
+    ScriptedNotesBridge m_notesApplication;
     std::unique_ptr<VorqAppState> m_state;
     std::unique_ptr<QAbstractItemModelTester> m_tester;
 };

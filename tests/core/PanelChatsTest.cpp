@@ -91,7 +91,7 @@ TEST_F(PanelChatsTest, TheLatestFinishedReplyIsExported) {
     converse("First", "# Rivers\ncarry silt");
     submit("Second");
     EXPECT_TRUE(chats().exportCurrentChatToAppleNotes());
-    EXPECT_THAT(m_notes.notes, ElementsAre(Pair("# Rivers", "# Rivers\ncarry silt")));
+    EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("# Rivers", "# Rivers\ncarry silt")));
     EXPECT_EQ(message(), "");
 }
 
@@ -99,20 +99,20 @@ TEST_F(PanelChatsTest, WithoutAReplyAllThatIsSettledIsExported) {
     submit("First");
     submit(" Second ");
     EXPECT_TRUE(chats().exportCurrentChatToAppleNotes());
-    EXPECT_THAT(m_notes.notes, ElementsAre(Pair("First", "First\n\nSecond")));
+    EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("First", "First\n\nSecond")));
 }
 
 TEST_F(PanelChatsTest, AnEmptyPanelExportsNothing) {
     EXPECT_FALSE(chats().exportCurrentChatToAppleNotes());
     EXPECT_EQ(message(), "Nothing to save yet — start a chat first.");
-    EXPECT_THAT(m_notes.notes, IsEmpty());
+    EXPECT_THAT(m_notesApplication.notes, IsEmpty());
 }
 
 TEST_F(PanelChatsTest, AnExportSaysWhatCameOfIt) {
     EXPECT_TRUE(chats().exportChatTextToAppleNotes(" text ", "Done."));
     EXPECT_EQ(message(), "Done.");
-    EXPECT_THAT(m_notes.notes, ElementsAre(Pair("text", "text")));
-    m_notes.refusal = "Not allowed.";
+    EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("text", "text")));
+    m_notesApplication.refusal = "Not allowed.";
     EXPECT_FALSE(chats().exportChatTextToAppleNotes("text"));
     EXPECT_EQ(message(), "Not allowed.");
 }
@@ -122,10 +122,10 @@ TEST_F(PanelChatsTest, ASaveFromThePanelIsAnsweredThere) {
     EXPECT_EQ(last().text, "Nothing to save yet — ask me something first.");
     EXPECT_TRUE(chats().saveContentToNotes("text", false));
     EXPECT_EQ(last().text, "Saved to Notes.");
-    m_notes.refusal = "Not allowed.";
+    m_notesApplication.refusal = "Not allowed.";
     EXPECT_FALSE(chats().saveContentToNotes("text", false));
     EXPECT_EQ(last().text, "Not allowed.");
-    m_notes.refusal = "";
+    m_notesApplication.refusal = "";
     EXPECT_FALSE(chats().saveContentToNotes("text", false));
     EXPECT_EQ(last().text, "Couldn’t save to Notes.");
     EXPECT_EQ(last().followUp, std::nullopt);

@@ -61,7 +61,7 @@ TEST_F(PanelCommandsTest, ALongAnswerWaitsForItsPause) {
     EXPECT_EQ(last().text, "No notes yet. Highlight text in a browser and press ⌘⇧S to save one.")
         << "a short one is there at once";
     const QString longReason = QString(80, u'a') + "\n\n" + QString(80, u'b');
-    m_notes.refusal = longReason;
+    m_notesApplication.refusal = longReason;
     submit("save research");
     EXPECT_EQ(last().text, "");
     EXPECT_TRUE(last().isTyping);

@@ -19,7 +19,7 @@ class RecordListTest : public testing::Test {
   protected:
     RecordListTest() {
         for (int index = 0; index < 6; ++index) {
-            SavedNote& note = m_notes.emplace_back();
+            SavedNote& note = m_notesApplication.emplace_back();
             note.id = QUuid::createUuid();
             note.text = QString::number(index);
             note.createdAt = Date(1'700'000'000s);
@@ -29,7 +29,7 @@ class RecordListTest : public testing::Test {
     [[nodiscard]] std::vector<SavedNote> notes(std::initializer_list<std::size_t> indices) const {
         std::vector<SavedNote> picked;
         for (const std::size_t index : indices)
-            picked.push_back(m_notes[index]);
+            picked.push_back(m_notesApplication[index]);
         return picked;
     }
 
@@ -38,7 +38,7 @@ class RecordListTest : public testing::Test {
             spy->clear();
     }
 
-    std::vector<SavedNote> m_notes;
+    std::vector<SavedNote> m_notesApplication;
     NoteList m_list;
     QAbstractItemModelTester m_tester{&m_list,
                                       QAbstractItemModelTester::FailureReportingMode::Fatal};
@@ -51,24 +51,24 @@ class RecordListTest : public testing::Test {
 };
 
 TEST_F(RecordListTest, AnEmptyListIsFilledAtOnce) {
-    m_list.replace(m_notes);
+    m_list.replace(m_notesApplication);
     ASSERT_EQ(m_inserted.count(), 1);
     EXPECT_EQ(m_inserted[0][1].toInt(), 0);
     EXPECT_EQ(m_inserted[0][2].toInt(), 5);
     EXPECT_EQ(m_changed.count(), 1);
-    EXPECT_EQ(m_list.records(), m_notes);
+    EXPECT_EQ(m_list.records(), m_notesApplication);
 }
 
 TEST_F(RecordListTest, TheSameListAgainIsNoChange) {
-    m_list.replace(m_notes);
+    m_list.replace(m_notesApplication);
     forget();
-    m_list.replace(m_notes);
+    m_list.replace(m_notesApplication);
     EXPECT_EQ(m_inserted.count() + m_removed.count() + m_moved.count() + m_data.count(), 0);
     EXPECT_EQ(m_changed.count(), 0);
 }
 
 TEST_F(RecordListTest, OnlyWhatIsGoneIsRemovedAndInRuns) {
-    m_list.replace(m_notes);
+    m_list.replace(m_notesApplication);
     forget();
     m_list.replace(notes({0, 3, 5}));
     ASSERT_EQ(m_removed.count(), 2);
@@ -79,7 +79,7 @@ TEST_F(RecordListTest, OnlyWhatIsGoneIsRemovedAndInRuns) {
 }
 
 TEST_F(RecordListTest, ARecordThatChangesPlaceIsMoved) {
-    m_list.replace(m_notes);
+    m_list.replace(m_notesApplication);
     forget();
     m_list.replace(notes({4, 0, 1, 2, 3, 5}));
     ASSERT_EQ(m_moved.count(), 1);
@@ -89,9 +89,9 @@ TEST_F(RecordListTest, ARecordThatChangesPlaceIsMoved) {
 }
 
 TEST_F(RecordListTest, AChangedRecordTellsWhichRolesReadDifferently) {
-    m_list.replace(m_notes);
+    m_list.replace(m_notesApplication);
     forget();
-    m_list.edit(m_notes[2].id, [](SavedNote& note) { note.area = HubArea::Study; });
+    m_list.edit(m_notesApplication[2].id, [](SavedNote& note) { note.area = HubArea::Study; });
     ASSERT_EQ(m_data.count(), 1);
     EXPECT_EQ(m_data[0][0].toModelIndex().row(), 2);
     EXPECT_THAT(m_data[0][2].value<QList<int>>(), ElementsAre(NoteList::AreaRole));
@@ -100,15 +100,15 @@ TEST_F(RecordListTest, AChangedRecordTellsWhichRolesReadDifferently) {
 }
 
 TEST_F(RecordListTest, WhatNoRoleShowsChangesOnlyTheRecord) {
-    m_list.replace(m_notes);
+    m_list.replace(m_notesApplication);
     forget();
-    m_list.edit(m_notes[2].id, [](SavedNote& note) { note.thoughtsRTF = "{}"; });
+    m_list.edit(m_notesApplication[2].id, [](SavedNote& note) { note.thoughtsRTF = "{}"; });
     EXPECT_EQ(m_data.count(), 0);
     EXPECT_EQ(m_changed.count(), 1);
 }
 
 TEST_F(RecordListTest, AnUnknownIdChangesNothing) {
-    m_list.replace(m_notes);
+    m_list.replace(m_notesApplication);
     forget();
     EXPECT_FALSE(m_list.edit(QUuid::createUuid(), [](SavedNote& note) { note.text = "x"; }));
     m_list.removeAll(QUuid::createUuid());
@@ -118,7 +118,7 @@ TEST_F(RecordListTest, AnUnknownIdChangesNothing) {
 TEST_F(RecordListTest, NewRecordsEnterAtTheTop) {
     m_list.replace(notes({0, 1}));
     forget();
-    m_list.insertFirst(m_notes[2]);
+    m_list.insertFirst(m_notesApplication[2]);
     EXPECT_EQ(m_list.records(), notes({2, 0, 1}));
     ASSERT_EQ(m_inserted.count(), 1);
     EXPECT_EQ(m_inserted[0][2].toInt(), 0);
@@ -126,7 +126,7 @@ TEST_F(RecordListTest, NewRecordsEnterAtTheTop) {
 
 TEST_F(RecordListTest, RecordsOfOneIdAreRemovedTogether) {
     m_list.replace(notes({0, 1, 0, 0}));
-    m_list.removeAll(m_notes[0].id);
+    m_list.removeAll(m_notesApplication[0].id);
     EXPECT_EQ(m_list.records(), notes({1}));
 }
 
@@ -135,7 +135,9 @@ TEST_F(RecordListTest, AnyListFollowsAnyOtherWithoutAReset) {
     for (int round = 0; round < 500; ++round) {
         std::vector<SavedNote> next;
         for (std::size_t count = random() % 9; count > 0; --count) {
-            next.push_back(m_notes[random() % m_notes.size()]); // the same one twice at times
+            next.push_back(
+                m_notesApplication[random() %
+                                   m_notesApplication.size()]); // the same one twice at times
             if (random() % 4 == 0) next.back().text += u'x';
         }
         m_list.replace(next);
@@ -145,11 +147,11 @@ TEST_F(RecordListTest, AnyListFollowsAnyOtherWithoutAReset) {
 }
 
 TEST_F(RecordListTest, ShowsANoteByItsRoles) {
-    m_notes[0].thoughts = "**Plan**\nfirst\nsecond";
-    m_notes[0].flashcards = {{QUuid::createUuid(), "front", "back"}};
+    m_notesApplication[0].thoughts = "**Plan**\nfirst\nsecond";
+    m_notesApplication[0].flashcards = {{QUuid::createUuid(), "front", "back"}};
     m_list.replace(notes({0}));
     const QModelIndex row = m_list.index(0);
-    EXPECT_EQ(row.data(NoteList::IdRole).toUuid(), m_notes[0].id);
+    EXPECT_EQ(row.data(NoteList::IdRole).toUuid(), m_notesApplication[0].id);
     EXPECT_EQ(row.data(), "Plan");
     EXPECT_EQ(row.data(NoteList::SnippetRole), "first second");
     EXPECT_EQ(row.data(NoteList::AreaRole), "personal");

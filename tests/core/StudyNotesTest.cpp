@@ -165,7 +165,7 @@ TEST_F(StudyNotesTest, WithoutANoteTheReplyGoesToTheUsersNotes) {
     EXPECT_EQ(last().text, "Nothing to save yet — ask me something first.");
     converse("Explain", "They flow.");
     EXPECT_TRUE(notes().saveStudyResearchToActiveNote());
-    EXPECT_THAT(m_notes.notes, ElementsAre(Pair("They flow.", "They flow.")));
+    EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("They flow.", "They flow.")));
     EXPECT_EQ(last().text, "Saved to Notes.");
 }
 
@@ -177,7 +177,7 @@ TEST_F(StudyNotesTest, ADeletedNoteCountsAsNone) {
     EXPECT_EQ(notes().activeStudyNote(), nullptr);
     study().setLastStudyResearch("research");
     EXPECT_TRUE(notes().saveStudyResearchToActiveNote());
-    EXPECT_THAT(m_notes.notes, SizeIs(1));
+    EXPECT_THAT(m_notesApplication.notes, SizeIs(1));
     submit("Why?");
     EXPECT_TRUE(exchange().json()["prompt"].toString().startsWith("The student is studying"));
 }
