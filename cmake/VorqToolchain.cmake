@@ -16,6 +16,10 @@ endif()
 
 add_library(vorq_options INTERFACE)
 target_compile_options(vorq_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+if(VORQ_UNITY)
+  # A name of one source would be said to hide that of another.
+  target_compile_options(vorq_options INTERFACE -Wno-shadow)
+endif()
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   add_link_options(-fuse-ld=lld)

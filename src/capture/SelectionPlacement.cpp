@@ -5,7 +5,7 @@
 namespace vorq {
 namespace {
 
-constexpr double smallestExtent = 1;
+constexpr double smallestBounds = 1;
 constexpr double lowestStrip = 12;
 constexpr double highestStrip = 24;
 constexpr double narrowestStrip = 12;
@@ -22,7 +22,7 @@ std::optional<QRectF> referenceFrame(const ScreenLayout& screens) {
 }
 
 bool hasSize(const QRectF& rect) {
-    return rect.width() >= smallestExtent && rect.height() >= smallestExtent;
+    return rect.width() >= smallestBounds && rect.height() >= smallestBounds;
 }
 
 } // namespace

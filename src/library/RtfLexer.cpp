@@ -22,7 +22,7 @@ constexpr bool endsText(char byte) {
            byte == '\0';
 }
 
-std::optional<int> hexDigit(char byte) {
+std::optional<int> hexValueOf(char byte) {
     if (isDigit(byte)) return byte - '0';
     if (byte >= 'a' && byte <= 'f') return byte - 'a' + 10;
     if (byte >= 'A' && byte <= 'F') return byte - 'A' + 10;
@@ -90,8 +90,8 @@ void RtfLexer::takeNumber(RtfToken& token) {
 
 RtfToken RtfLexer::takeHex() {
     m_rest = m_rest.sliced(1);
-    const auto high = m_rest.size() > 1 ? hexDigit(m_rest[0]) : std::nullopt;
-    const auto low = m_rest.size() > 1 ? hexDigit(m_rest[1]) : std::nullopt;
+    const auto high = m_rest.size() > 1 ? hexValueOf(m_rest[0]) : std::nullopt;
+    const auto low = m_rest.size() > 1 ? hexValueOf(m_rest[1]) : std::nullopt;
     if (!high || !low) return next();
     m_rest = m_rest.sliced(2);
     return {.kind = RtfToken::Kind::Hex, .byte = static_cast<std::uint8_t>(*high * 16 + *low)};

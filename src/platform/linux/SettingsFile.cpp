@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 
 constexpr QFileDevice::Permissions privateFile = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
-QByteArray contentOf(const QString& path) {
+QByteArray bytesOf(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
@@ -170,7 +170,7 @@ bool SettingsFile::keepDamagedFile() {
     for (int number = 1; number < 1000; ++number) {
         const QString kept = QStringLiteral("%1.damaged-%2").arg(m_path).arg(number);
         if (!QFile::exists(kept)) return QFile::copy(m_path, kept);
-        if (contentOf(kept) == contentOf(m_path)) return true;
+        if (bytesOf(kept) == bytesOf(m_path)) return true;
     }
     return false;
 }

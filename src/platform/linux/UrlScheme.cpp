@@ -16,7 +16,7 @@ namespace {
 const QString entryName = QStringLiteral("com.vorq.desk.desktop");
 const QByteArray ownMark = "X-Vorq-Written-At-Start=true";
 
-QByteArray contentOf(const QString& path) {
+QByteArray entryAt(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
@@ -51,7 +51,7 @@ bool UrlScheme::isInstalledForAll() const {
 bool UrlScheme::ensureEntry() const {
     if (m_folders.isEmpty()) return false;
     const QString path = m_folders.front() + u'/' + entryName;
-    const QByteArray present = contentOf(path);
+    const QByteArray present = entryAt(path);
     const bool isOurs = present.contains(ownMark);
     if (isInstalledForAll()) return isOurs && QFile::remove(path);
     const QByteArray wanted = entryText(m_executable);

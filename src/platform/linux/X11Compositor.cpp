@@ -1,23 +1,14 @@
 #include "platform/linux/X11Compositor.h"
 
+#include "platform/linux/X11Reply.h"
+
 #include <xcb/xcb.h>
 #include <xcb/xfixes.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
 #include <span>
 
 namespace vorq {
-namespace {
-
-struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template<typename Reply>
-using ReplyPtr = std::unique_ptr<Reply, Free>;
-
-} // namespace
 
 X11Compositor::X11Compositor(QObject* parent)
     : Compositor(parent), m_events([this](const xcb_generic_event_t& event) {
@@ -38,7 +29,7 @@ void X11Compositor::watchOwner() {
     if (!events.isUsable()) return;
     const auto cookie =
         xcb_xfixes_query_version(events.get(), XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION);
-    const ReplyPtr<xcb_xfixes_query_version_reply_t> version(
+    const X11Reply<xcb_xfixes_query_version_reply_t> version(
         xcb_xfixes_query_version_reply(events.get(), cookie, nullptr));
     if (!version) return;
     xcb_xfixes_select_selection_input(events.get(), events.root(), m_selection,
@@ -59,9 +50,9 @@ Translucency X11Compositor::read() const {
     xcb_connection_t* connection = m_requests.get();
     const auto askedOwner = xcb_get_selection_owner(connection, m_selection);
     const auto askedNames = xcb_list_properties(connection, m_requests.root());
-    const ReplyPtr<xcb_get_selection_owner_reply_t> owner(
+    const X11Reply<xcb_get_selection_owner_reply_t> owner(
         xcb_get_selection_owner_reply(connection, askedOwner, nullptr));
-    const ReplyPtr<xcb_list_properties_reply_t> names(
+    const X11Reply<xcb_list_properties_reply_t> names(
         xcb_list_properties_reply(connection, askedNames, nullptr));
     if (!owner || owner->owner == XCB_WINDOW_NONE) return Translucency::None;
     if (!names) return Translucency::Plain;

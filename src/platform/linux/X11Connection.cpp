@@ -1,22 +1,16 @@
 #include "platform/linux/X11Connection.h"
 
+#include "platform/linux/X11Reply.h"
+
 #include <xcb/res.h>
 #include <xcb/xcb.h>
 
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 
 namespace vorq {
 namespace {
 
 constexpr std::uint32_t longestProperty = 64 * 1024 / 4; // in units of four bytes
-
-struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template<typename Reply>
-using ReplyPtr = std::unique_ptr<Reply, Free>;
 
 xcb_window_t rootOfScreen(xcb_connection_t* connection, int number) {
     xcb_screen_iterator_t screen = xcb_setup_roots_iterator(xcb_get_setup(connection));
@@ -49,7 +43,7 @@ X11Connection::Atom X11Connection::atom(const QByteArray& name) const {
     if (!isUsable()) return 0;
     const xcb_intern_atom_cookie_t cookie =
         xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(name.size()), name.constData());
-    const ReplyPtr<xcb_intern_atom_reply_t> reply(
+    const X11Reply<xcb_intern_atom_reply_t> reply(
         xcb_intern_atom_reply(m_connection, cookie, nullptr));
     return reply ? reply->atom : 0;
 }
@@ -58,7 +52,7 @@ QByteArray X11Connection::property(Window window, Atom name) const {
     if (!isUsable()) return {};
     const xcb_get_property_cookie_t cookie = xcb_get_property(
         m_connection, 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, longestProperty);
-    const ReplyPtr<xcb_get_property_reply_t> reply(
+    const X11Reply<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(m_connection, cookie, nullptr));
     if (!reply || reply->format == 0) return {};
     return QByteArray(static_cast<const char*>(xcb_get_property_value(reply.get())),
@@ -77,7 +71,7 @@ std::optional<std::int32_t> X11Connection::processOf(Window window) const {
     const xcb_res_client_id_spec_t spec{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     const xcb_res_query_client_ids_cookie_t cookie =
         xcb_res_query_client_ids(m_connection, 1, &spec);
-    const ReplyPtr<xcb_res_query_client_ids_reply_t> reply(
+    const X11Reply<xcb_res_query_client_ids_reply_t> reply(
         xcb_res_query_client_ids_reply(m_connection, cookie, nullptr));
     if (!reply) return {};
     auto value = xcb_res_query_client_ids_ids_iterator(reply.get());

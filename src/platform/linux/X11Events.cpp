@@ -1,8 +1,8 @@
 #include "platform/linux/X11Events.h"
 
-#include <xcb/xcb.h>
+#include "platform/linux/X11Reply.h"
 
-#include <cstdlib>
+#include <xcb/xcb.h>
 
 namespace vorq {
 
@@ -23,7 +23,7 @@ void X11Events::watchRootProperties() {
 
 void X11Events::take() {
     while (xcb_generic_event_t* event = xcb_poll_for_event(m_connection.get())) {
-        const std::unique_ptr<xcb_generic_event_t, decltype(&std::free)> owned(event, &std::free);
+        const X11Reply<xcb_generic_event_t> owned(event);
         m_handler(*owned);
     }
     if (!m_connection.isUsable()) m_notifier->setEnabled(false);

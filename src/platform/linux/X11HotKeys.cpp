@@ -1,10 +1,11 @@
 #include "platform/linux/X11HotKeys.h"
 
+#include "platform/linux/X11Reply.h"
+
 #include <xcb/xcb.h>
 #include <xcb/xinput.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -13,12 +14,6 @@ namespace vorq {
 namespace {
 
 constexpr int allModifiers = 0xff;
-
-struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template<typename Reply>
-using ReplyPtr = std::unique_ptr<Reply, Free>;
 
 bool isWayland() {
     return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
@@ -31,7 +26,7 @@ bool offersRawEvents(xcb_connection_t* connection) {
         xcb_get_extension_data(connection, &xcb_input_id);
     if (extension == nullptr || extension->present == 0) return false;
     const xcb_input_xi_query_version_cookie_t cookie = xcb_input_xi_query_version(connection, 2, 2);
-    const ReplyPtr<xcb_input_xi_query_version_reply_t> reply(
+    const X11Reply<xcb_input_xi_query_version_reply_t> reply(
         xcb_input_xi_query_version_reply(connection, cookie, nullptr));
     return reply && reply->major_version >= 2;
 }
@@ -93,7 +88,7 @@ GlobalHotKeys::Outcome X11HotKeys::grabKeys(const HotKey& hotKey,
                                      XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     std::optional<int> status;
     for (const xcb_void_cookie_t cookie : cookies) {
-        const ReplyPtr<xcb_generic_error_t> error(xcb_request_check(m_connection.get(), cookie));
+        const X11Reply<xcb_generic_error_t> error(xcb_request_check(m_connection.get(), cookie));
         if (error && !status) status = error->error_code;
     }
     if (!m_connection.isUsable() || cookies.empty()) status = noServer;
@@ -136,7 +131,7 @@ void X11HotKeys::takeEventsLater() {
 }
 
 void X11HotKeys::takeEvents() {
-    while (const ReplyPtr<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
+    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
         switch (event->response_type & 0x7f) {
         case XCB_KEY_PRESS: {
             const auto& press = reinterpret_cast<const xcb_key_press_event_t&>(*event);
@@ -215,7 +210,7 @@ void X11HotKeys::watchReleases(bool isOn) {
 
 bool X11HotKeys::isDown(KeyCode key) const {
     const xcb_query_keymap_cookie_t cookie = xcb_query_keymap(m_connection.get());
-    const ReplyPtr<xcb_query_keymap_reply_t> reply(
+    const X11Reply<xcb_query_keymap_reply_t> reply(
         xcb_query_keymap_reply(m_connection.get(), cookie, nullptr));
     return reply && (reply->keys[key / 8] & (1 << (key % 8))) != 0;
 }

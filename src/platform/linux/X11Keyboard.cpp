@@ -1,10 +1,10 @@
 #include "platform/linux/X11Keyboard.h"
 
+#include "platform/linux/X11Reply.h"
+
 #include <xcb/xcb.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
 #include <optional>
 #include <utility>
 
@@ -15,12 +15,6 @@ constexpr std::uint32_t scrollLock = 0xff14;
 constexpr std::uint32_t numLock = 0xff7f;
 constexpr std::uint32_t leftSuper = 0xffeb;
 constexpr std::uint32_t rightSuper = 0xffec;
-
-struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template<typename Reply>
-using ReplyPtr = std::unique_ptr<Reply, Free>;
 
 // Where a letter stands on a Latin keyboard, as all current X servers number its keys.
 std::optional<X11Keyboard::KeyCode> latinPlace(char letter) {
@@ -41,7 +35,7 @@ X11Keyboard::X11Keyboard(xcb_connection_t* connection) : m_super(XCB_MOD_MASK_4)
     const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
     const xcb_get_keyboard_mapping_cookie_t cookie =
         xcb_get_keyboard_mapping(connection, m_first, count);
-    const ReplyPtr<xcb_get_keyboard_mapping_reply_t> reply(
+    const X11Reply<xcb_get_keyboard_mapping_reply_t> reply(
         xcb_get_keyboard_mapping_reply(connection, cookie, nullptr));
     if (!reply) return;
     const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
@@ -52,7 +46,7 @@ X11Keyboard::X11Keyboard(xcb_connection_t* connection) : m_super(XCB_MOD_MASK_4)
 
 void X11Keyboard::readModifiers(xcb_connection_t* connection) {
     const xcb_get_modifier_mapping_cookie_t cookie = xcb_get_modifier_mapping(connection);
-    const ReplyPtr<xcb_get_modifier_mapping_reply_t> reply(
+    const X11Reply<xcb_get_modifier_mapping_reply_t> reply(
         xcb_get_modifier_mapping_reply(connection, cookie, nullptr));
     if (!reply) return;
     const xcb_keycode_t* keys = xcb_get_modifier_mapping_keycodes(reply.get());

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint32_t allDesktops = 0xffffffff;
 // Window managers grant a pager's wish whatever the user did last.
-constexpr std::uint32_t sourceIsPager = 2;
+constexpr std::uint32_t askedByPager = 2;
 
 xcb_connection_t* qtConnection() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
@@ -61,7 +61,7 @@ void X11OverlayHints::takeFocus(std::uint64_t window) {
     message.format = 32;
     message.window = static_cast<xcb_window_t>(window);
     message.type = m_activeWindowAtom;
-    message.data.data32[0] = sourceIsPager;
+    message.data.data32[0] = askedByPager;
     message.data.data32[1] = XCB_CURRENT_TIME;
     xcb_send_event(m_connection, 0, m_root,
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,

@@ -1,6 +1,7 @@
 #include "platform/linux/X11PressMonitor.h"
 
 #include "platform/Screens.h"
+#include "platform/linux/X11Reply.h"
 
 #include <QGuiApplication>
 #include <QWindow>
@@ -9,17 +10,9 @@
 #include <xcb/xinput.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
 
 namespace vorq {
 namespace {
-
-struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template<typename Reply>
-using ReplyPtr = std::unique_ptr<Reply, Free>;
 
 // From 2.1 on raw events come through while somebody holds the pointer.
 constexpr std::uint16_t inputMajor = 2;
@@ -33,7 +26,7 @@ std::uint8_t inputOpcode(const X11Connection& connection) {
         xcb_get_extension_data(connection.get(), &xcb_input_id);
     if (extension == nullptr || extension->present == 0) return 0;
     const auto cookie = xcb_input_xi_query_version(connection.get(), inputMajor, inputMinor);
-    const ReplyPtr<xcb_input_xi_query_version_reply_t> version(
+    const X11Reply<xcb_input_xi_query_version_reply_t> version(
         xcb_input_xi_query_version_reply(connection.get(), cookie, nullptr));
     if (!version || version->major_version < inputMajor) return 0;
     const bool isRecent =
@@ -107,7 +100,7 @@ std::vector<X11PressMonitor::Window> X11PressMonitor::windowsUnderPointer() cons
     Window inside = m_requests.root();
     while (inside != 0) {
         const auto cookie = xcb_query_pointer(m_requests.get(), inside);
-        const ReplyPtr<xcb_query_pointer_reply_t> reply(
+        const X11Reply<xcb_query_pointer_reply_t> reply(
             xcb_query_pointer_reply(m_requests.get(), cookie, nullptr));
         inside = reply ? reply->child : 0;
         if (inside != 0) windows.push_back(inside);

@@ -1,11 +1,11 @@
 #include "platform/linux/X11PrimarySelection.h"
 
+#include "platform/linux/X11Reply.h"
 #include "platform/linux/X11SelectionRequest.h"
 
 #include <xcb/xcb.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <vector>
@@ -33,10 +33,8 @@ X11PrimarySelection::X11PrimarySelection() = default;
 X11PrimarySelection::~X11PrimarySelection() = default;
 
 X11Connection::Window X11PrimarySelection::owner() const {
-    const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> reply(
-        xcb_get_selection_owner_reply(
-            m_x11->get(), xcb_get_selection_owner(m_x11->get(), XCB_ATOM_PRIMARY), nullptr),
-        &std::free);
+    const X11Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        m_x11->get(), xcb_get_selection_owner(m_x11->get(), XCB_ATOM_PRIMARY), nullptr));
     return reply ? reply->owner : XCB_WINDOW_NONE;
 }
 

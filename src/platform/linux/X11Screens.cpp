@@ -1,5 +1,7 @@
 #include "platform/linux/X11Screens.h"
 
+#include "platform/linux/X11Reply.h"
+
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
@@ -8,17 +10,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
-#include <memory>
 
 namespace vorq {
 namespace {
-
-struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template<typename Reply>
-using ReplyPtr = std::unique_ptr<Reply, Free>;
 
 constexpr std::uint32_t strutLength = 12;
 
@@ -126,9 +120,9 @@ std::vector<Strut> X11Screens::struts() const {
     for (const std::uint32_t window : windows)
         asked.emplace_back(ask(window, partialAtom), ask(window, wholeAtom));
     for (const auto& [partial, whole] : asked) {
-        const ReplyPtr<xcb_get_property_reply_t> first(
+        const X11Reply<xcb_get_property_reply_t> first(
             xcb_get_property_reply(connection, partial, nullptr));
-        const ReplyPtr<xcb_get_property_reply_t> second(
+        const X11Reply<xcb_get_property_reply_t> second(
             xcb_get_property_reply(connection, whole, nullptr));
         const std::vector<Strut> read =
             readStruts(numbersOf(first.get()), numbersOf(second.get()), desktopSize());
@@ -171,11 +165,11 @@ std::optional<QRectF> X11Screens::windowFrame(std::uint64_t window) const {
     const auto askedSize = xcb_get_geometry(connection, id);
     const auto askedState = xcb_get_window_attributes(connection, id);
     const auto askedPlace = xcb_translate_coordinates(connection, id, m_requests.root(), 0, 0);
-    const ReplyPtr<xcb_get_geometry_reply_t> size(
+    const X11Reply<xcb_get_geometry_reply_t> size(
         xcb_get_geometry_reply(connection, askedSize, nullptr));
-    const ReplyPtr<xcb_get_window_attributes_reply_t> state(
+    const X11Reply<xcb_get_window_attributes_reply_t> state(
         xcb_get_window_attributes_reply(connection, askedState, nullptr));
-    const ReplyPtr<xcb_translate_coordinates_reply_t> place(
+    const X11Reply<xcb_translate_coordinates_reply_t> place(
         xcb_translate_coordinates_reply(connection, askedPlace, nullptr));
     if (!size || !state || !place || state->map_state != XCB_MAP_STATE_VIEWABLE)
         return std::nullopt;

@@ -1,5 +1,7 @@
 #include "platform/linux/X11SelectionRequest.h"
 
+#include "platform/linux/X11Reply.h"
+
 #include <xcb/xcb.h>
 
 #include <array>
@@ -13,10 +15,7 @@
 namespace vorq {
 namespace {
 
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-using Event = std::unique_ptr<xcb_generic_event_t, Free>;
+using Event = X11Reply<xcb_generic_event_t>;
 
 constexpr std::uint8_t sentFlag = 0x80;
 
@@ -93,7 +92,7 @@ std::optional<QByteArray> X11SelectionRequest::collectPieces(qsizetype mostBytes
 std::optional<X11SelectionRequest::Property>
 X11SelectionRequest::takeProperty(qsizetype mostBytes) const {
     const auto length = static_cast<std::uint32_t>(mostBytes / 4 + 1);
-    const std::unique_ptr<xcb_get_property_reply_t, Free> reply(
+    const X11Reply<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(m_x11.get(),
                                xcb_get_property(m_x11.get(), 1, m_window, m_property,
                                                 XCB_GET_PROPERTY_TYPE_ANY, 0, length),

@@ -1,8 +1,9 @@
 #include "platform/linux/X11WindowPlace.h"
 
+#include "platform/linux/X11Reply.h"
+
 #include <xcb/xcb.h>
 
-#include <cstdlib>
 #include <memory>
 #include <ranges>
 
@@ -23,11 +24,8 @@ std::optional<X11Connection::Window> X11WindowPlace::windowOf(std::int32_t proce
 std::optional<QPointF> X11WindowPlace::originOf(std::int32_t process) const {
     const auto window = windowOf(process);
     if (!window || !m_x11.isUsable()) return std::nullopt;
-    const std::unique_ptr<xcb_translate_coordinates_reply_t, decltype(&std::free)> place(
-        xcb_translate_coordinates_reply(
-            m_x11.get(), xcb_translate_coordinates(m_x11.get(), *window, m_x11.root(), 0, 0),
-            nullptr),
-        &std::free);
+    const X11Reply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
+        m_x11.get(), xcb_translate_coordinates(m_x11.get(), *window, m_x11.root(), 0, 0), nullptr));
     if (!place) return std::nullopt;
     return QPointF(place->dst_x, place->dst_y);
 }

@@ -1,5 +1,7 @@
 #include "platform/linux/X11Workspace.h"
 
+#include "platform/linux/X11Reply.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -125,8 +127,8 @@ std::optional<Workspace::ProcessId> X11Workspace::processOf(WindowId window) con
     if (!m_requests.isUsable()) return std::nullopt;
     xcb_connection_t* connection = m_requests.get();
     const xcb_get_window_attributes_cookie_t cookie = xcb_get_window_attributes(connection, id);
-    const std::unique_ptr<xcb_get_window_attributes_reply_t, decltype(&std::free)> reply(
-        xcb_get_window_attributes_reply(connection, cookie, nullptr), &std::free);
+    const X11Reply<xcb_get_window_attributes_reply_t> reply(
+        xcb_get_window_attributes_reply(connection, cookie, nullptr));
     return reply ? m_requests.processOf(id) : std::nullopt;
 }
 
