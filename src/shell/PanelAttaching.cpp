@@ -1,5 +1,6 @@
 // How files, pictures and links go between the panel and the rest of the desktop.
 
+#include "core/VorqAppState.h"
 #include "shell/PanelViewModel.h"
 
 #include <QBuffer>
@@ -13,6 +14,7 @@
 #include <QThreadPool>
 
 #include <expected>
+#include <ranges>
 
 namespace vorq {
 namespace {
@@ -90,6 +92,17 @@ bool PanelViewModel::attachFromClipboard() {
 
 void PanelViewModel::copyText(const QString& text) const {
     QGuiApplication::clipboard()->setText(text);
+}
+
+bool PanelViewModel::copyLastReply() const {
+    for (const VorqMessage& message : m_state.panel().messages().messages() | std::views::reverse) {
+        const bool isReply = message.role == MessageRole::Assistant && !message.isWorking &&
+                             !message.text.isEmpty() && !readsAsGreeting(message);
+        if (!isReply) continue;
+        copyText(message.text);
+        return true;
+    }
+    return false;
 }
 
 void PanelViewModel::openLink(const QString& address) const {

@@ -85,6 +85,10 @@ class PanelViewModel final : public QObject {
     Q_INVOKABLE void removeAttachment(int row);
     Q_INVOKABLE void copyText(const QString& text) const;
 
+    /// Copies the last reply, as much of it as there is; false, and the clipboard as it was, if
+    /// there is none. The greeting is no reply.
+    Q_INVOKABLE bool copyLastReply() const;
+
     /// Opens a web address in the user's browser; any other kind of address is left alone.
     Q_INVOKABLE void openLink(const QString& address) const;
 

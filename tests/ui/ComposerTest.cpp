@@ -134,18 +134,6 @@ TEST_F(ComposerTest, TheAttachButtonOpensAndClosesTheTray) {
     EXPECT_FALSE(stage.panel->showAttachTray());
 }
 
-TEST_F(ComposerTest, EscapeLeavesTheNotesThenTheTrayThenTheWindow) {
-    stage.panel->setShowAttachTray(true);
-    stage.panel->setAttachTrayMode(PanelViewModel::AttachTrayMode::Notes);
-    key(Qt::Key_Escape);
-    EXPECT_EQ(stage.panel->attachTrayMode(), PanelViewModel::AttachTrayMode::Root);
-    key(Qt::Key_Escape);
-    EXPECT_FALSE(stage.panel->showAttachTray());
-    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-    QCoreApplication::sendEvent(stage.window.get(), &escape);
-    EXPECT_FALSE(escape.isAccepted());
-}
-
 TEST_F(ComposerTest, APressOutsideClosesTheTray) {
     stage.panel->setShowAttachTray(true);
     stage.settle(300);
@@ -181,6 +169,30 @@ TEST_F(ComposerTest, APictureIsPastedAsAClipAndTextAsText) {
     QGuiApplication::clipboard()->setText("words");
     key(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(stage.panel->prompt(), "words");
+}
+
+TEST_F(ComposerTest, CopyWithNothingSelectedTakesTheLastReply) {
+    QGuiApplication::clipboard()->setText("of the user");
+    stage.answer("Hello 👋, Vorq here…");
+    stage.say("a question");
+    stage.work();
+    key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "of the user");
+    stage.answer("**first** reply");
+    key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "**first** reply");
+    const QUuid next = stage.work();
+    stage.grow(next, "second so");
+    key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "second so");
+}
+
+TEST_F(ComposerTest, CopyWithAWordSelectedTakesTheWord) {
+    stage.answer("a reply");
+    type("draft");
+    key(Qt::Key_A, Qt::ControlModifier);
+    key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "draft");
 }
 
 TEST_F(ComposerTest, TabLeadsToTheButtons) {

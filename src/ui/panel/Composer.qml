@@ -94,6 +94,7 @@ FocusScope {
                 onSubmitted: composer.panel.send()
                 onRecallWanted: composer.panel.recallLastPrompt()
                 onPasteWanted: event => event.accepted = composer.panel.attachFromClipboard()
+                onCopyWanted: event => event.accepted = composer.panel.copyLastReply()
             }
             IconButton {
                 id: attach

@@ -28,18 +28,6 @@ FocusScope {
         composer.focusPrompt()
     }
 
-    // The tray is the first to go; without it, Escape is the window's.
-    Keys.onEscapePressed: event => {
-        event.accepted = panel.showAttachTray
-        if (!panel.showAttachTray)
-            return
-        if (panel.attachTrayMode === PanelViewModel.Notes)
-            panel.attachTrayMode = PanelViewModel.Root
-        else
-            panel.showAttachTray = false
-        focusPrompt()
-    }
-
     Glass {
         id: glass
         anchors.fill: parent

@@ -20,6 +20,8 @@ Flickable {
     signal recallWanted
     // Whoever takes what is on the clipboard sets `accepted`.
     signal pasteWanted(event: QtObject)
+    // Nothing is selected here that could be copied. Whoever knows what to copy sets `accepted`.
+    signal copyWanted(event: QtObject)
 
     implicitHeight: Math.min(contentHeight, tallest)
     contentWidth: width
@@ -95,6 +97,8 @@ Flickable {
                 event.accepted = true
             } else if (event.matches(StandardKey.Paste)) {
                 field.pasteWanted(event)
+            } else if (event.matches(StandardKey.Copy) && edit.selectedText === "") {
+                field.copyWanted(event)
             } else if (event.key === Qt.Key_Up && modifiers === Qt.NoModifier && edit.text === "" && !edit.inputMethodComposing) {
                 field.recallWanted()
                 event.accepted = true
