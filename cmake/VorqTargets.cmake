@@ -7,8 +7,7 @@ function(vorq_add_library name)
   target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src
                                 FILES ${ARG_HEADERS})
   target_link_libraries(${name} PUBLIC ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE_DEPENDS} vorq_options)
-  set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON
-                                           UNITY_BUILD ${VORQ_UNITY} UNITY_BUILD_BATCH_SIZE 12)
+  set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
 endfunction()
 
 # vorq_add_test(NAME SOURCES … DEPENDS …)
@@ -19,8 +18,7 @@ function(vorq_add_test name)
     set(ARG_TIMEOUT 120)
   endif()
   add_executable(${name} ${ARG_SOURCES})
-  set_target_properties(${name} PROPERTIES AUTOMOC OFF UNITY_BUILD ${VORQ_UNITY}
-                                           UNITY_BUILD_BATCH_SIZE 12)
+  set_target_properties(${name} PROPERTIES AUTOMOC OFF VORQ_IS_TEST ON)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${ARG_DEPENDS} GTest::gmock vorq_options)
   add_test(NAME ${name} COMMAND ${name})

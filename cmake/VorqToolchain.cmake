@@ -6,6 +6,8 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_UNITY_BUILD ${VORQ_UNITY})
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
 find_program(VORQ_CCACHE ccache)
@@ -15,11 +17,11 @@ if(VORQ_CCACHE)
 endif()
 
 add_library(vorq_options INTERFACE)
-target_compile_options(vorq_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
-if(VORQ_UNITY)
-  # A name of one source would be said to hide that of another.
-  target_compile_options(vorq_options INTERFACE -Wno-shadow)
-endif()
+target_compile_options(vorq_options INTERFACE
+  -Wall -Wextra -Wpedantic
+  # Compiled at once, tests hide each other's names; on their own they are checked.
+  $<$<NOT:$<AND:$<BOOL:${VORQ_UNITY}>,$<BOOL:$<TARGET_PROPERTY:VORQ_IS_TEST>>>>:-Wshadow>
+  -Wconversion -Werror)
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   add_link_options(-fuse-ld=lld)

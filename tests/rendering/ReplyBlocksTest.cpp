@@ -7,10 +7,6 @@
 namespace vorq {
 namespace {
 
-QString repeated(QStringView text, int count) {
-    return text.toString().repeated(count);
-}
-
 TEST(ReplyBlocks, EmptyOrBlankTextHasNone) {
     EXPECT_EQ(shownBlocks(u""), Shown{});
     EXPECT_EQ(shownBlocks(u" \n\t\u2028 "), Shown{});

@@ -7,10 +7,6 @@
 namespace vorq {
 namespace {
 
-QString repeated(QStringView text, int count) {
-    return text.toString().repeated(count);
-}
-
 QString sentence(int length) {
     return u"A"_qs + repeated(u"b", length - 2) + u'.';
 }

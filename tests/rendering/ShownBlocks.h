@@ -31,4 +31,8 @@ inline Shown shownBlocks(QStringView text) {
     return shown;
 }
 
+inline QString repeated(QStringView text, int count) {
+    return text.toString().repeated(count);
+}
+
 } // namespace vorq

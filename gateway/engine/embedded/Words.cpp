@@ -31,7 +31,7 @@ bool isAscii(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-bool endsInOneOf(std::string_view word, std::initializer_list<std::string_view> endings) {
+bool endsLikeOneOf(std::string_view word, std::initializer_list<std::string_view> endings) {
     return std::ranges::any_of(endings, [&](std::string_view e) { return word.ends_with(e); });
 }
 
@@ -45,9 +45,9 @@ std::string stemmed(std::string word) {
     cut("'s", 1);
     if (cut("ies", 2)) {
         word += 'y';
-    } else if (endsInOneOf(word, {"sses", "xes", "ches", "shes", "zes"})) {
+    } else if (endsLikeOneOf(word, {"sses", "xes", "ches", "shes", "zes"})) {
         cut("es", 2);
-    } else if (!endsInOneOf(word, {"ss", "us", "is"})) {
+    } else if (!endsLikeOneOf(word, {"ss", "us", "is"})) {
         cut("s", 3);
     }
     const bool shortened = cut("ing", 3) || cut("ed", 3);

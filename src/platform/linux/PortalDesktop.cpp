@@ -8,7 +8,7 @@ namespace vorq {
 namespace {
 
 const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearanceArea = QStringLiteral("org.freedesktop.appearance");
 const QString colorSchemeKey = QStringLiteral("color-scheme");
@@ -28,7 +28,7 @@ QVariant unwrapped(QVariant value) {
 } // namespace
 
 PortalDesktop::PortalDesktop(QDBusConnection bus) : m_bus(std::move(bus)) {
-    m_bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
+    m_bus.connect(service, portalPath, interface, QStringLiteral("SettingChanged"), this,
                   SLOT(settingChanged(QString, QString, QDBusVariant)));
     ask(appearanceArea, colorSchemeKey);
     ask(interfaceArea, animationsKey);
@@ -36,7 +36,7 @@ PortalDesktop::PortalDesktop(QDBusConnection bus) : m_bus(std::move(bus)) {
 
 void PortalDesktop::ask(const QString& area, const QString& key) {
     QDBusMessage call =
-        QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"));
+        QDBusMessage::createMethodCall(service, portalPath, interface, QStringLiteral("Read"));
     call << area << key;
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, area, key] {
