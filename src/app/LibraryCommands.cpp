@@ -10,14 +10,12 @@
 #include "platform/Clock.h"
 #include "support/Text.h"
 
-#include <QDir>
-#include <QLockFile>
 #include <QSaveFile>
 
 namespace vorq {
 namespace {
 
-constexpr int lockPatience = 10'000; // milliseconds
+constexpr std::chrono::seconds lockPatience{10};
 
 // The one record whose id is this, or begins with it.
 template<typename Record, typename IdOf>
@@ -127,16 +125,12 @@ int LibraryCommands::run(const SaveNote& command) {
     return print(idText(made.id).toUtf8() + '\n');
 }
 
-// Several commands at once wait for each other, so that no note is lost.
 std::expected<void, QString> LibraryCommands::keep(const SavedNote& made) const {
     const QString folder = LibraryStore::folderIn(m_applicationSupportFolder);
     const QString failure = QStringLiteral("The note could not be saved in %1.").arg(folder);
-    QDir().mkpath(folder);
-    QLockFile lock(folder + QStringLiteral("/notes.lock"));
-    if (!lock.tryLock(lockPatience)) return std::unexpected(failure);
     // A list that does not read is not to be replaced by this one note.
     if (const auto before = m_reader.notes(); !before) return std::unexpected(before.error());
-    const LibraryStore store(m_applicationSupportFolder);
+    const LibraryStore store(m_applicationSupportFolder, lockPatience);
     LibraryState library(store, m_clock);
     library.reload();
     library.keepNote(made);

@@ -1,11 +1,9 @@
 #include "core/HubState.h"
 
-#include "library/LibraryStore.h"
 #include "platform/Defaults.h"
 #include "support/StableSort.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace vorq {
 namespace {
@@ -46,10 +44,13 @@ void HubState::reloadHubAIChats(std::vector<HubAIChat> chats) {
     m_chats.replace(std::move(chats));
 }
 
-void HubState::persistHubAIChats() const {
-    std::vector<HubAIChat> saved;
-    std::ranges::copy_if(m_chats.records(), std::back_inserter(saved), &HubAIChat::isSaved);
-    m_store.save(saved);
+void HubState::persistHubAIChats() {
+    if (auto changed = m_chatFile.save(m_chats.records())) m_chats.replace(*std::move(changed));
+}
+
+void HubState::takeInChanges() {
+    if (auto changed = m_chatFile.takeIn(m_chats.records())) m_chats.replace(*std::move(changed));
+    if (m_chatFile.isDue()) persistHubAIChats();
 }
 
 void HubState::setHubTasksLayout(HubTasksLayout layout) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/HubLists.h"
+#include "library/LibraryFile.h"
 
 #include <QObject>
 #include <QString>
@@ -10,7 +11,6 @@
 namespace vorq {
 
 class Defaults;
-class LibraryStore;
 
 enum class HubTasksLayout { Grid, Columns, List };
 
@@ -29,19 +29,26 @@ class HubState final : public QObject {
   public:
     /// Both must outlive this object. The list of chats is empty until it is reloaded.
     HubState(Defaults& defaults, const LibraryStore& store)
-        : m_defaults(defaults), m_store(store) {}
+        : m_defaults(defaults), m_chatFile(store) {}
 
     void restore();
 
     [[nodiscard]] const HubChatList& hubAIChats() const { return m_chats; }
     [[nodiscard]] HubChatList* chatModel() { return &m_chats; }
 
+    /// The chats as they stand in the file.
+    [[nodiscard]] std::vector<HubAIChat> loadHubAIChats() {
+        return m_chatFile.load(m_chats.records());
+    }
     /// Takes in the chats of the file and those that join them, the latest first. Of what is not
     /// saved only the active chat stays, before all others.
     void reloadHubAIChats(std::vector<HubAIChat> chats);
 
     /// Writes the chats that are saved.
-    void persistHubAIChats() const;
+    void persistHubAIChats();
+
+    /// Takes in what other programs have changed in the file since.
+    void takeInChanges();
 
     [[nodiscard]] HubTasksLayout hubTasksLayout() const { return m_tasksLayout; }
     [[nodiscard]] QString hubTasksLayoutRaw() const { return rawString(m_tasksLayout); }
@@ -70,7 +77,7 @@ class HubState final : public QObject {
     }
 
     Defaults& m_defaults;
-    const LibraryStore& m_store;
+    LibraryFile<HubAIChat> m_chatFile;
     HubChatList m_chats;
     HubTasksLayout m_tasksLayout = HubTasksLayout::Grid;
     bool m_isWorking = false;

@@ -28,9 +28,7 @@ void LibraryAreas::reloadLibrary() {
     m_tasks.reload();
     m_trackers.reload();
 
-    std::vector<HubAIChat> chats = m_store.loadAIChats();
-    for (HubAIChat& chat : chats)
-        chat.isSaved = true;
+    std::vector<HubAIChat> chats = m_hub.loadHubAIChats();
     const std::vector<SavedChat> legacy = legacyPanelChats();
     const std::vector<HubAIChat> converted = hubChatsFromPanel(legacy, chats);
     std::ranges::copy(converted, std::back_inserter(chats));
@@ -38,6 +36,19 @@ void LibraryAreas::reloadLibrary() {
     if (!converted.empty()) m_hub.persistHubAIChats();
     // They leave their old file only when they are in the new one.
     if (!legacy.empty() && isInFile(converted)) m_library.clearChats();
+}
+
+void LibraryAreas::watchLibrary() {
+    if (!m_isLoaded) reloadLibrary();
+    m_watch.emplace(m_store.folder(), [this] { takeInChanges(); });
+    takeInChanges();
+}
+
+void LibraryAreas::takeInChanges() {
+    m_library.takeInChanges();
+    m_tasks.takeInChanges();
+    m_trackers.takeInChanges();
+    m_hub.takeInChanges();
 }
 
 // What the panel kept before there was a hub. Asked once per user; whatever happens afterwards, a

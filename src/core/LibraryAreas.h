@@ -2,9 +2,12 @@
 
 #include "core/HubState.h"
 #include "core/LibraryState.h"
+#include "core/LibraryWatch.h"
 #include "core/TaskState.h"
 #include "core/TrackerState.h"
 #include "library/LibraryStore.h"
+
+#include <optional>
 
 namespace vorq {
 
@@ -21,6 +24,10 @@ class LibraryAreas final {
     /// Reads all files anew and carries over what older versions left.
     void reloadLibrary();
 
+    /// From now on, what other programs change in the files is taken in when it happens, not only
+    /// with the next save.
+    void watchLibrary();
+
     [[nodiscard]] LibraryState& library() { return loaded(m_library); }
     [[nodiscard]] HubState& hub() { return loaded(m_hub); }
     [[nodiscard]] TaskState& tasks() { return loaded(m_tasks); }
@@ -34,6 +41,7 @@ class LibraryAreas final {
         if (!m_isLoaded) reloadLibrary();
         return area;
     }
+    void takeInChanges();
     [[nodiscard]] std::vector<SavedChat> legacyPanelChats();
     [[nodiscard]] bool isInFile(const std::vector<HubAIChat>& chats) const;
 
@@ -44,6 +52,7 @@ class LibraryAreas final {
     TaskState m_tasks;
     TrackerState m_trackers;
     bool m_isLoaded = false;
+    std::optional<LibraryWatch> m_watch;
 };
 
 } // namespace vorq

@@ -1,6 +1,5 @@
 #include "core/LibraryState.h"
 
-#include "library/LibraryStore.h"
 #include "library/VorqNoteImport.h"
 #include "platform/Clock.h"
 #include "rendering/AssistantReplyDocument.h"
@@ -18,6 +17,11 @@ template<typename Record>
 std::vector<Record> newestFirst(std::vector<Record> records) {
     stableSort(records, [](const Record& a, const Record& b) { return a.createdAt > b.createdAt; });
     return records;
+}
+
+template<typename Record>
+void follow(RecordList<Record>& list, std::optional<std::vector<Record>> changed) {
+    if (changed) list.replace(newestFirst(*std::move(changed)));
 }
 
 // The line that may stand as the seed of a note with this body; "" if none may.
@@ -41,8 +45,15 @@ void LibraryState::setLibraryMessage(const QString& message) {
 }
 
 void LibraryState::reload() {
-    m_chats.replace(newestFirst(m_store.loadChats()));
-    m_notes.replace(newestFirst(m_store.loadNotes()));
+    m_chats.replace(newestFirst(m_chatFile.load(m_chats.records())));
+    m_notes.replace(newestFirst(m_noteFile.load(m_notes.records())));
+}
+
+void LibraryState::takeInChanges() {
+    follow(m_chats, m_chatFile.takeIn(m_chats.records()));
+    follow(m_notes, m_noteFile.takeIn(m_notes.records()));
+    if (m_chatFile.isDue()) saveChats();
+    if (m_noteFile.isDue()) saveNotes();
 }
 
 QUuid LibraryState::createBlankNote(const QString& title, HubArea area) {
@@ -100,16 +111,20 @@ void LibraryState::replaceNoteContent(const QUuid& id, const QString& title, con
 
 void LibraryState::keepChat(SavedChat chat) {
     m_chats.insertFirst(std::move(chat));
-    m_store.save(m_chats.records());
+    saveChats();
 }
 
 void LibraryState::clearChats() {
     m_chats.replace({});
-    m_store.save(m_chats.records());
+    saveChats();
 }
 
-void LibraryState::saveNotes() const {
-    m_store.save(m_notes.records());
+void LibraryState::saveNotes() {
+    follow(m_notes, m_noteFile.save(m_notes.records()));
+}
+
+void LibraryState::saveChats() {
+    follow(m_chats, m_chatFile.save(m_chats.records()));
 }
 
 } // namespace vorq

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/LibraryLists.h"
+#include "library/LibraryFile.h"
 
 #include <QObject>
 #include <QString>
@@ -10,7 +11,6 @@
 namespace vorq {
 
 class Clock;
-class LibraryStore;
 
 /// The library area: the user's notes and kept conversations, each change written at once, and the
 /// outcome of the last library action as a line for the user. Operations with an unknown id do
@@ -24,7 +24,8 @@ class LibraryState final : public QObject {
 
   public:
     /// Both must outlive this object. The lists are empty until they are reloaded.
-    LibraryState(const LibraryStore& store, Clock& clock) : m_store(store), m_clock(clock) {}
+    LibraryState(const LibraryStore& store, Clock& clock)
+        : m_noteFile(store), m_chatFile(store), m_clock(clock) {}
 
     [[nodiscard]] const NoteList& savedNotes() const { return m_notes; }
     [[nodiscard]] const ChatList& savedChats() const { return m_chats; }
@@ -36,6 +37,9 @@ class LibraryState final : public QObject {
 
     /// Takes in the chats and the notes as they stand in their files, the newest first.
     void reload();
+
+    /// Takes in what other programs have changed in the files since.
+    void takeInChanges();
 
     /// Makes a note at the top of the list and gives its id.
     QUuid createBlankNote(const QString& title, HubArea area);
@@ -65,9 +69,11 @@ class LibraryState final : public QObject {
     void libraryMessageChanged();
 
   private:
-    void saveNotes() const;
+    void saveNotes();
+    void saveChats();
 
-    const LibraryStore& m_store;
+    LibraryFile<SavedNote> m_noteFile;
+    LibraryFile<SavedChat> m_chatFile;
     Clock& m_clock;
     NoteList m_notes;
     ChatList m_chats;

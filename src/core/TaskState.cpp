@@ -1,21 +1,42 @@
 #include "core/TaskState.h"
 
-#include "library/LibraryStore.h"
 #include "platform/Clock.h"
 #include "support/StableSort.h"
 
 namespace vorq {
 
 void TaskState::reload() {
-    const Date now = dateOf(m_clock.wallTime());
-    std::vector<HubTask> tasks = m_store.loadTasks();
-    std::vector<HubTaskColumn> columns = m_store.loadTaskColumns(now);
-    HubTaskBoard board = migrateHubTasks(std::move(tasks), std::move(columns), now);
+    std::vector<HubTask> tasks = m_taskFile.load(m_tasks.records());
+    show(std::move(tasks), m_columnFile.load(m_columns.records(), dateOf(m_clock.wallTime())));
+    save();
+}
+
+void TaskState::takeInChanges() {
+    auto tasks = m_taskFile.takeIn(m_tasks.records());
+    auto columns = m_columnFile.takeIn(m_columns.records(), dateOf(m_clock.wallTime()));
+    if (tasks || columns)
+        show(tasks ? *std::move(tasks) : m_tasks.records(),
+             columns ? *std::move(columns) : m_columns.records());
+    const bool hasMore = (tasks || columns) && !(m_columnFile.holds(m_columns.records()) &&
+                                                 m_taskFile.holds(m_tasks.records()));
+    if (hasMore || m_columnFile.isDue() || m_taskFile.isDue()) save();
+}
+
+void TaskState::show(std::vector<HubTask> tasks, std::vector<HubTaskColumn> columns) {
+    HubTaskBoard board =
+        migrateHubTasks(std::move(tasks), std::move(columns), dateOf(m_clock.wallTime()));
     m_columns.replace(std::move(board.columns));
     stableSort(board.tasks, sortHubTasks);
     m_tasks.replace(std::move(board.tasks));
-    m_store.save(m_columns.records());
-    m_store.save(m_tasks.records());
+}
+
+// The columns first: a task without its column would lose its place.
+void TaskState::save() {
+    auto columns = m_columnFile.save(m_columns.records(), dateOf(m_clock.wallTime()));
+    auto tasks = m_taskFile.save(m_tasks.records());
+    if (tasks || columns)
+        show(tasks ? *std::move(tasks) : m_tasks.records(),
+             columns ? *std::move(columns) : m_columns.records());
 }
 
 } // namespace vorq

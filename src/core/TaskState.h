@@ -1,13 +1,13 @@
 #pragma once
 
 #include "core/HubLists.h"
+#include "library/LibraryFile.h"
 
 #include <QObject>
 
 namespace vorq {
 
 class Clock;
-class LibraryStore;
 
 /// The area of the task board. Main thread only.
 class TaskState final : public QObject {
@@ -17,7 +17,8 @@ class TaskState final : public QObject {
 
   public:
     /// Both must outlive this object. The lists are empty until they are reloaded.
-    TaskState(const LibraryStore& store, Clock& clock) : m_store(store), m_clock(clock) {}
+    TaskState(const LibraryStore& store, Clock& clock)
+        : m_taskFile(store), m_columnFile(store), m_clock(clock) {}
 
     [[nodiscard]] const HubTaskList& hubTasks() const { return m_tasks; }
     [[nodiscard]] const HubTaskColumnList& hubTaskColumns() const { return m_columns; }
@@ -28,8 +29,15 @@ class TaskState final : public QObject {
     /// it back.
     void reload();
 
+    /// Takes in what other programs have changed in the files since.
+    void takeInChanges();
+
   private:
-    const LibraryStore& m_store;
+    void show(std::vector<HubTask> tasks, std::vector<HubTaskColumn> columns);
+    void save();
+
+    LibraryFile<HubTask> m_taskFile;
+    LibraryFile<HubTaskColumn> m_columnFile;
     Clock& m_clock;
     HubTaskList m_tasks;
     HubTaskColumnList m_columns;

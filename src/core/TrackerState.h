@@ -1,13 +1,13 @@
 #pragma once
 
 #include "core/HubLists.h"
+#include "library/LibraryFile.h"
 
 #include <QObject>
 
 namespace vorq {
 
 class Clock;
-class LibraryStore;
 
 /// The area of the tracker boards. Main thread only.
 class TrackerState final : public QObject {
@@ -16,7 +16,7 @@ class TrackerState final : public QObject {
 
   public:
     /// Both must outlive this object. The list is empty until it is reloaded.
-    TrackerState(const LibraryStore& store, Clock& clock) : m_store(store), m_clock(clock) {}
+    TrackerState(const LibraryStore& store, Clock& clock) : m_file(store), m_clock(clock) {}
 
     [[nodiscard]] const HubTrackerList& hubTrackers() const { return m_trackers; }
     [[nodiscard]] HubTrackerList* trackerModel() { return &m_trackers; }
@@ -24,8 +24,11 @@ class TrackerState final : public QObject {
     /// Takes in the boards as they stand in their file, in its order.
     void reload();
 
+    /// Takes in what other programs have changed in the file since.
+    void takeInChanges();
+
   private:
-    const LibraryStore& m_store;
+    LibraryFile<HubTracker> m_file;
     Clock& m_clock;
     HubTrackerList m_trackers;
 };

@@ -61,6 +61,8 @@ class VorqAppState final : public QObject {
 
     /// Reads the library anew, whatever of it is in memory.
     Q_INVOKABLE void reloadLibrary() { m_libraryAreas.reloadLibrary(); }
+    /// Keeps it in step with what other programs write to its files.
+    void watchLibrary() { m_libraryAreas.watchLibrary(); }
     [[nodiscard]] bool isLibraryLoaded() const { return m_libraryAreas.isLoaded(); }
 
     [[nodiscard]] QString promptPlaceholder() const;

@@ -5,6 +5,7 @@
 #include <QDir>
 
 #include <array>
+#include <concepts>
 #include <utility>
 
 namespace vorq {
@@ -17,15 +18,43 @@ constexpr std::array allFiles = {LibraryStore::notesFile,   LibraryStore::chatsF
                                  LibraryStore::aiChatsFile, tasksFile,
                                  taskColumnsFile,           trackersFile};
 
-template<typename List>
-List orEmpty(std::optional<List> list) {
-    return list ? *std::move(list) : List();
+template<typename Record>
+constexpr QStringView fileOf = {};
+template<>
+constexpr QStringView fileOf<SavedNote> = LibraryStore::notesFile;
+template<>
+constexpr QStringView fileOf<SavedChat> = LibraryStore::chatsFile;
+template<>
+constexpr QStringView fileOf<HubAIChat> = LibraryStore::aiChatsFile;
+template<>
+constexpr QStringView fileOf<HubTask> = tasksFile;
+template<>
+constexpr QStringView fileOf<HubTaskColumn> = taskColumnsFile;
+template<>
+constexpr QStringView fileOf<HubTracker> = trackersFile;
+
+template<typename Record>
+std::optional<std::vector<Record>> decoded(JsonFile file, Date now) {
+    if constexpr (std::same_as<Record, SavedNote>) return decodeSavedNotes(std::move(file));
+    if constexpr (std::same_as<Record, SavedChat>) return decodeSavedChats(std::move(file));
+    if constexpr (std::same_as<Record, HubAIChat>) return decodeHubAIChats(std::move(file));
+    if constexpr (std::same_as<Record, HubTask>) return decodeHubTasks(std::move(file));
+    if constexpr (std::same_as<Record, HubTaskColumn>)
+        return decodeHubTaskColumns(std::move(file), now);
+    if constexpr (std::same_as<Record, HubTracker>) return decodeHubTrackers(std::move(file), now);
+}
+
+template<typename Record>
+std::vector<Record> readOrEmpty(const LibraryStore& store, Date now = {}) {
+    auto list = store.read<Record>(now);
+    return list ? *std::move(list) : std::vector<Record>();
 }
 
 } // namespace
 
-LibraryStore::LibraryStore(const QString& applicationSupportFolder)
-    : m_folder(folderIn(applicationSupportFolder)) {}
+LibraryStore::LibraryStore(const QString& applicationSupportFolder,
+                           std::chrono::milliseconds patience)
+    : m_folder(folderIn(applicationSupportFolder)), m_patience(patience) {}
 
 QString LibraryStore::folderIn(const QString& applicationSupportFolder) {
     return (applicationSupportFolder.isEmpty() ? QDir::tempPath() : applicationSupportFolder) +
@@ -37,62 +66,97 @@ QString LibraryStore::path(QStringView fileName) const {
     return m_folder + u'/' + fileName.toString();
 }
 
+std::optional<FolderLock> LibraryStore::lock() const {
+    QDir().mkpath(m_folder);
+    return FolderLock::take(m_folder, m_patience);
+}
+
+template<typename Record>
+std::optional<std::vector<Record>> LibraryStore::read(Date now) const {
+    return decoded<Record>(JsonFile::open(path(fileOf<Record>)), now);
+}
+
 // A program that only reads removes nothing.
 template<typename Record>
-void LibraryStore::replace(QStringView fileName, const std::vector<Record>& list) const {
+bool LibraryStore::write(const std::vector<Record>& list) const {
     if (!std::exchange(m_hasSaved, true)) {
         for (const QStringView name : allFiles)
             removeLeftovers(path(name));
     }
-    replaceFile(path(fileName), [&list](const JsonWriter::Sink& put) { encode(list, put); });
+    return replaceFile(path(fileOf<Record>),
+                       [&list](const JsonWriter::Sink& put) { encode(list, put); });
+}
+
+template<typename Record>
+FileStamp LibraryStore::stamp() const {
+    return fileStamp(path(fileOf<Record>));
 }
 
 std::vector<SavedNote> LibraryStore::loadNotes() const {
-    return orEmpty(decodeSavedNotes(JsonFile::open(path(notesFile))));
+    return readOrEmpty<SavedNote>(*this);
 }
 
 std::vector<SavedChat> LibraryStore::loadChats() const {
-    return orEmpty(decodeSavedChats(JsonFile::open(path(chatsFile))));
+    return readOrEmpty<SavedChat>(*this);
 }
 
 std::vector<HubAIChat> LibraryStore::loadAIChats() const {
-    return orEmpty(decodeHubAIChats(JsonFile::open(path(aiChatsFile))));
+    return readOrEmpty<HubAIChat>(*this);
 }
 
 std::vector<HubTask> LibraryStore::loadTasks() const {
-    return orEmpty(decodeHubTasks(JsonFile::open(path(tasksFile))));
+    return readOrEmpty<HubTask>(*this);
 }
 
 std::vector<HubTaskColumn> LibraryStore::loadTaskColumns(Date now) const {
-    return orEmpty(decodeHubTaskColumns(JsonFile::open(path(taskColumnsFile)), now));
+    return readOrEmpty<HubTaskColumn>(*this, now);
 }
 
 std::vector<HubTracker> LibraryStore::loadTrackers(Date now) const {
-    return orEmpty(decodeHubTrackers(JsonFile::open(path(trackersFile)), now));
+    return readOrEmpty<HubTracker>(*this, now);
 }
 
 void LibraryStore::save(const std::vector<SavedNote>& notes) const {
-    replace(notesFile, notes);
+    write(notes);
 }
 
 void LibraryStore::save(const std::vector<SavedChat>& chats) const {
-    replace(chatsFile, chats);
+    write(chats);
 }
 
 void LibraryStore::save(const std::vector<HubAIChat>& chats) const {
-    replace(aiChatsFile, chats);
+    write(chats);
 }
 
 void LibraryStore::save(const std::vector<HubTask>& tasks) const {
-    replace(tasksFile, tasks);
+    write(tasks);
 }
 
 void LibraryStore::save(const std::vector<HubTaskColumn>& columns) const {
-    replace(taskColumnsFile, columns);
+    write(columns);
 }
 
 void LibraryStore::save(const std::vector<HubTracker>& trackers) const {
-    replace(trackersFile, trackers);
+    write(trackers);
 }
+
+template std::optional<std::vector<SavedNote>> LibraryStore::read(Date) const;
+template bool LibraryStore::write(const std::vector<SavedNote>&) const;
+template FileStamp LibraryStore::stamp<SavedNote>() const;
+template std::optional<std::vector<SavedChat>> LibraryStore::read(Date) const;
+template bool LibraryStore::write(const std::vector<SavedChat>&) const;
+template FileStamp LibraryStore::stamp<SavedChat>() const;
+template std::optional<std::vector<HubAIChat>> LibraryStore::read(Date) const;
+template bool LibraryStore::write(const std::vector<HubAIChat>&) const;
+template FileStamp LibraryStore::stamp<HubAIChat>() const;
+template std::optional<std::vector<HubTask>> LibraryStore::read(Date) const;
+template bool LibraryStore::write(const std::vector<HubTask>&) const;
+template FileStamp LibraryStore::stamp<HubTask>() const;
+template std::optional<std::vector<HubTaskColumn>> LibraryStore::read(Date) const;
+template bool LibraryStore::write(const std::vector<HubTaskColumn>&) const;
+template FileStamp LibraryStore::stamp<HubTaskColumn>() const;
+template std::optional<std::vector<HubTracker>> LibraryStore::read(Date) const;
+template bool LibraryStore::write(const std::vector<HubTracker>&) const;
+template FileStamp LibraryStore::stamp<HubTracker>() const;
 
 } // namespace vorq

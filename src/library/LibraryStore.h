@@ -5,9 +5,13 @@
 #include "library/HubTracker.h"
 #include "library/SavedChat.h"
 #include "library/SavedNote.h"
+#include "support/FileStamp.h"
+#include "support/FolderLock.h"
 
 #include <QString>
 
+#include <chrono>
+#include <optional>
 #include <vector>
 
 namespace vorq {
@@ -22,7 +26,12 @@ class LibraryStore {
   public:
     /// The files are in "Vorq/Library" under the user's folder for application data, or under the
     /// folder for temporary files if that is empty.
-    explicit LibraryStore(const QString& applicationSupportFolder);
+    explicit LibraryStore(const QString& applicationSupportFolder,
+                          std::chrono::milliseconds patience = briefly);
+    /// How long a save waits for other programs that write to the library.
+    static constexpr std::chrono::milliseconds briefly{500};
+
+    [[nodiscard]] const QString& folder() const { return m_folder; }
 
     // Where that is, for who only looks; none of it need be there.
     [[nodiscard]] static QString folderIn(const QString& applicationSupportFolder);
@@ -46,13 +55,25 @@ class LibraryStore {
     void save(const std::vector<HubTaskColumn>& columns) const;
     void save(const std::vector<HubTracker>& trackers) const;
 
+    // For each kind of record that has a file, for who cares what became of it:
+
+    /// Nothing if the file is missing or does not read.
+    template<typename Record>
+    [[nodiscard]] std::optional<std::vector<Record>> read(Date now = {}) const;
+    /// False if the save failed.
+    template<typename Record>
+    bool write(const std::vector<Record>& list) const;
+    template<typename Record>
+    [[nodiscard]] FileStamp stamp() const;
+
+    /// Keeps other programs from writing to the library; nothing if one does not let go of it.
+    [[nodiscard]] std::optional<FolderLock> lock() const;
+
   private:
     [[nodiscard]] QString path(QStringView fileName) const;
 
-    template<typename Record>
-    void replace(QStringView fileName, const std::vector<Record>& list) const;
-
     QString m_folder;
+    std::chrono::milliseconds m_patience;
     mutable bool m_hasSaved = false;
 };
 

@@ -102,6 +102,7 @@ void AppDelegate::bindAppState(VorqAppState& state) {
     if (!isFirst) return;
     // At the launch rather than when somebody looks, so that no key waits for the files.
     if (!state.isLibraryLoaded()) state.reloadLibrary();
+    state.watchLibrary();
     state.permissions().setShowAccessibilityWalkthrough(false);
     connect(&state.account(), &AccountSession::statusMenuRequested, &m_notifications,
             &ShellNotifications::vorqOpenStatusMenu);
