@@ -11,6 +11,7 @@ VorqAppState::VorqAppState(const Platform& platform)
       m_model(m_api, platform.defaults),
       m_account(m_api, platform.defaults, platform.paths, platform.clock, m_model),
       m_appearance(platform.defaults),
+      m_panelDraft(platform.clock, platform.defaults),
       m_libraryAreas(platform.clock, platform.defaults, platform.paths.applicationSupportFolder()),
       m_panelCommands({m_libraryAreas, m_panel, m_panelChats, m_studyNotes}),
       m_panel({platform.clock, m_api, m_account, m_study, m_permissions, m_panelCommands,

@@ -8,6 +8,7 @@
 #include "core/PanelChats.h"
 #include "core/PanelCommands.h"
 #include "core/PanelConversation.h"
+#include "core/PanelDraft.h"
 #include "core/Permissions.h"
 #include "core/StudyContext.h"
 #include "core/StudyNotes.h"
@@ -49,6 +50,7 @@ class VorqAppState final : public QObject {
     [[nodiscard]] AppearanceSettings& appearance() { return m_appearance; }
     [[nodiscard]] Permissions& permissions() { return m_permissions; }
     [[nodiscard]] StudyContext& study() { return m_study; }
+    [[nodiscard]] PanelDraft& panelDraft() { return m_panelDraft; }
     // The library is read from its files when one of these is first asked for.
     [[nodiscard]] LibraryState& library() { return m_libraryAreas.library(); }
     [[nodiscard]] HubState& hub() { return m_libraryAreas.hub(); }
@@ -82,6 +84,7 @@ class VorqAppState final : public QObject {
     AppearanceSettings m_appearance;
     Permissions m_permissions;
     StudyContext m_study;
+    PanelDraft m_panelDraft;
     LibraryAreas m_libraryAreas;
     UpdateState m_updates;
     PanelCommands m_panelCommands;

@@ -21,6 +21,7 @@ QCoro::Task<> resetLater(QPointer<PanelViewModel> self, Clock& clock, std::funct
 
 PanelViewModel::PanelViewModel(VorqAppState& state, Clock& clock) : m_state(state), m_clock(clock) {
     m_selection.setOnDeepen([this](const QString& excerpt) { addDeepenSelection(excerpt); });
+    m_prompt = m_state.panelDraft().text();
     connectState();
     syncStudyNoteClip();
 }
@@ -67,6 +68,7 @@ void PanelViewModel::setPrompt(const QString& prompt) {
     if (m_prompt == prompt) return;
     const bool could = canSend();
     m_prompt = prompt;
+    m_state.panelDraft().keep(prompt);
     setNotice({});
     emit promptChanged();
     if (could != canSend()) emit canSendChanged();
@@ -114,6 +116,7 @@ void PanelViewModel::send() {
     if (!sent.isEmpty()) m_lastPrompt = sent;
     m_attachments.clear();
     setPrompt({});
+    m_state.panelDraft().drop();
     setShowAttachTray(false);
     emit composerSent();
 }

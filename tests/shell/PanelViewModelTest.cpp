@@ -58,6 +58,53 @@ TEST_F(PanelViewModelTest, SendingClearsTheDraft) {
     EXPECT_TRUE(model().isResponding());
 }
 
+TEST_F(PanelViewModelTest, ADraftOutlivesTheProgramUntilItIsSent) {
+    const QString key = "vorq.panel.draft";
+    model().setPrompt("Hel");
+    advance(400ms);
+    model().setPrompt("Hello there");
+    advance(499ms);
+    EXPECT_FALSE(m_defaults.contains(key)) << "it waits for a pause";
+    advance(1ms);
+    EXPECT_EQ(m_defaults.string(key), "Hello there");
+    m_model.reset();
+    EXPECT_EQ(model().prompt(), "Hello there");
+    EXPECT_TRUE(model().canSend());
+    model().send();
+    EXPECT_FALSE(m_defaults.contains(key));
+    const int writes = m_defaults.writes();
+    advance(1s);
+    m_model.reset();
+    EXPECT_EQ(model().prompt(), "");
+    EXPECT_EQ(m_defaults.writes(), writes);
+}
+
+TEST_F(PanelViewModelTest, ADraftIsKeptWhileTheUserTypesOnAndOn) {
+    const int writes = m_defaults.writes();
+    for (int step = 0; step < 50; ++step) {
+        model().setPrompt(model().prompt() + "a");
+        advance(101ms);
+    }
+    EXPECT_EQ(m_defaults.string("vorq.panel.draft").value_or("").size(), 50);
+    EXPECT_EQ(m_defaults.writes(), writes + 1);
+}
+
+TEST_F(PanelViewModelTest, ADraftThatCannotBeSentIsKept) {
+    signOut();
+    model().setPrompt("Hello");
+    model().send();
+    advance(1s);
+    EXPECT_EQ(m_defaults.string("vorq.panel.draft"), "Hello");
+}
+
+TEST_F(PanelViewModelTest, AClearedDraftIsForgotten) {
+    model().setPrompt("Hello");
+    advance(1s);
+    model().setPrompt("");
+    advance(1s);
+    EXPECT_FALSE(m_defaults.contains("vorq.panel.draft"));
+}
+
 TEST_F(PanelViewModelTest, WithNothingToSendNothingHappens) {
     QSignalSpy sent(&model(), &PanelViewModel::composerSent);
     model().send();
