@@ -16,7 +16,8 @@ ApplicationService::~ApplicationService() {
 bool ApplicationService::claim() {
     if (!m_bus.isConnected()) return false;
     // The object first: whoever sees the name may call at once.
-    if (!m_bus.registerObject(path, this, QDBusConnection::ExportScriptableSlots)) return false;
+    const auto exported = QDBusConnection::ExportScriptableSlots | QDBusConnection::ExportAdaptors;
+    if (!m_bus.registerObject(path, this, exported)) return false;
     const auto reply =
         m_bus.interface()->registerService(name, QDBusConnectionInterface::DontQueueService,
                                            QDBusConnectionInterface::DontAllowReplacement);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CommandLine.h"
+#include "app/LinkOutcomes.h"
 
 #include <QDBusConnection>
 #include <QDBusContext>
@@ -37,6 +38,9 @@ class ApplicationService final : public QObject, protected QDBusContext {
     explicit ApplicationService(const QDBusConnection& bus, QObject* parent = nullptr);
     ~ApplicationService() override;
 
+    /// What became of the links that came by openRequested().
+    [[nodiscard]] LinkOutcomes& links() { return m_links; }
+
     /// Makes this process the one that runs. False if another is, or there is no bus. Calls are
     /// answered from the event loop on.
     [[nodiscard]] bool claim();
@@ -55,6 +59,7 @@ class ApplicationService final : public QObject, protected QDBusContext {
 
   private:
     QDBusConnection m_bus;
+    LinkOutcomes m_links{m_bus, this};
     bool m_isOwner = false;
 };
 

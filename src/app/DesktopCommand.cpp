@@ -89,7 +89,12 @@ std::optional<int> handToRunningInstance(int& argc, char** argv, const OpenArgum
     if (!canOpen(QUrl(arguments.url))) return std::nullopt;
     Courier courier(argc, argv);
     if (!courier.instance().exists()) return std::nullopt;
-    return statusOf(courier.instance().open(arguments.url));
+    if (const int status = statusOf(courier.instance().open(arguments.url)); status != 0)
+        return status;
+    const auto outcome = courier.instance().outcomeOf(arguments.url);
+    if (!outcome) return complain(outcome.error());
+    if (outcome->isEmpty()) return 0;
+    return Terminal().print(outcome->toUtf8() + '\n') ? 0 : 1;
 }
 
 int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments) {

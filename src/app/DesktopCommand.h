@@ -6,8 +6,9 @@
 
 namespace vorq {
 
-/// Gives a link from the terminal to the Vorq that runs. The exit status then; nothing if none
-/// runs, or the link is none that it could open. Makes an application object for the while.
+/// Gives a link from the terminal to the Vorq that runs, and says what came of it. The exit status
+/// then; nothing if none runs, or the link is none that it could open. Makes an application object
+/// for the while.
 [[nodiscard]] std::optional<int> handToRunningInstance(int& argc, char** argv,
                                                        const OpenArguments& arguments);
 

@@ -78,6 +78,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
     connect(&service, &ApplicationService::openRequested, &m_delegate,
             &AppDelegate::applicationOpen);
     connect(&service, &ApplicationService::verbRequested, this, &DesktopProgram::perform);
+    tellOutcomes(service.links());
 }
 
 DesktopProgram::~DesktopProgram() = default;
@@ -99,6 +100,18 @@ int DesktopProgram::run(const DesktopArguments& arguments, const VerbSource& sou
     m_delegate.applicationWillTerminate();
     settleSession(m_state.account(), m_clock, settleLimit);
     return status;
+}
+
+void DesktopProgram::tellOutcomes(LinkOutcomes& links) {
+    connect(&m_delegate.notifications(), &ShellNotifications::vorqMacHandoffCode, &links,
+            &LinkOutcomes::began);
+    connect(&m_state.account(), &AccountSession::macHandoffEnded, &links,
+            [this, &links](const QString& code, const QString& failure) {
+                const QString name = m_state.account().displayName();
+                const QString sentence =
+                    failure.isEmpty() ? QStringLiteral("Signed in as %1.").arg(name) : failure;
+                links.ended(code, failure.isEmpty(), sentence);
+            });
 }
 
 void DesktopProgram::perform(Verb verb, const VerbSource& source) {

@@ -40,6 +40,7 @@ class DesktopProgram final : public QObject {
     void perform(Verb verb, const VerbSource& source);
     [[nodiscard]] HotKeySource hotKeySource(const VerbSource& source) const;
     void registerUrlScheme();
+    void tellOutcomes(LinkOutcomes& links);
 
     DesktopParts m_parts;
     SystemClock m_clock;

@@ -11,6 +11,12 @@ constexpr unsigned long goneInterval = 10; // milliseconds
 
 const QString noAnswer = QStringLiteral("Vorq is running, but does not answer.");
 
+QString sentenceOf(const QDBusMessage& error) {
+    if (error.errorName() == LinkOutcomes::failed) return error.errorMessage();
+    if (error.errorName() == u"org.freedesktop.DBus.Error.NoReply") return noAnswer;
+    return QStringLiteral("The Vorq that runs did not take it: %1").arg(error.errorMessage());
+}
+
 } // namespace
 
 bool RunningInstance::exists() const {
@@ -50,18 +56,28 @@ RunningInstance::Outcome RunningInstance::quit() {
     return outcome;
 }
 
+std::expected<QString, QString> RunningInstance::outcomeOf(const QString& url) {
+    const QDBusMessage reply =
+        ask(LinkOutcomes::interface, QStringLiteral("Outcome"), {url}, outcomeLimit);
+    if (reply.type() == QDBusMessage::ReplyMessage) return reply.arguments().value(0).toString();
+    return std::unexpected(sentenceOf(reply));
+}
+
 RunningInstance::Outcome RunningInstance::call(const QString& method,
                                                const QVariantList& arguments) {
+    const QDBusMessage reply = ask(ApplicationService::interface, method, arguments, limit);
+    if (reply.type() == QDBusMessage::ReplyMessage) return {};
+    return std::unexpected(sentenceOf(reply));
+}
+
+QDBusMessage RunningInstance::ask(const QString& interface, const QString& method,
+                                  const QVariantList& arguments,
+                                  std::chrono::milliseconds longest) {
     QDBusMessage message = QDBusMessage::createMethodCall(
-        ApplicationService::name, ApplicationService::path, ApplicationService::interface, method);
+        ApplicationService::name, ApplicationService::path, interface, method);
     message.setArguments(arguments);
     message.setAutoStartService(false);
-    const QDBusMessage reply = m_bus.call(message, QDBus::Block, static_cast<int>(limit.count()));
-    if (reply.type() == QDBusMessage::ReplyMessage) return {};
-    const bool isSilent = reply.errorName() == u"org.freedesktop.DBus.Error.NoReply";
-    if (isSilent) return std::unexpected(noAnswer);
-    return std::unexpected(
-        QStringLiteral("The Vorq that runs did not take it: %1").arg(reply.errorMessage()));
+    return m_bus.call(message, QDBus::Block, static_cast<int>(longest.count()));
 }
 
 } // namespace vorq

@@ -139,6 +139,9 @@ class AccountSession final : public QObject {
     void isResettingPasswordChanged();
     void passwordResetMessageChanged();
 
+    /// What came of activateFromMacHandoff() with this code: a sentence if it failed, else "".
+    void macHandoffEnded(QString code, QString failure);
+
     /// After a sign-in in the browser, in this order, the last 200 ms later.
     void desktopRevealRequested();
     void activationRequested();

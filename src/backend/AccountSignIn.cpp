@@ -34,14 +34,19 @@ void AccountSession::activateFromMacHandoff(const QString& code) {
 
 QCoro::Task<> AccountSession::runHandoff(QPointer<AccountSession> self, QString code,
                                          std::stop_token stop) {
+    QString failure;
     try {
-        co_await self->exchangeHandoff(code, stop);
+        const bool isLive = co_await self->exchangeHandoff(code, stop);
+        if (!isLive) failure = u"Sign in failed. Try again."_s;
     } catch (const OperationCancelled&) {
         co_return;
     } catch (const BackendError& error) {
-        if (!stop.stop_requested()) qWarning("Vorq mac handoff failed: %s", error.what());
-        co_return;
+        if (!self || stop.stop_requested()) co_return;
+        qWarning("Vorq mac handoff failed: %s", error.what());
+        co_return emit self->macHandoffEnded(code, error.message());
     }
+    emit self->macHandoffEnded(code, failure);
+    if (!self) co_return;
     co_await bringForward(self, stop);
 }
 

@@ -212,6 +212,24 @@ TEST_F(AccountSignInTest, ARefusedHandoffIsLoggedAlone) {
     EXPECT_EQ(account->authError(), u"");
 }
 
+TEST_F(AccountSignInTest, AHandoffTellsWhatCameOfIt) {
+    QStringList ended;
+    QObject::connect(account.get(), &AccountSession::macHandoffEnded,
+                     [&ended](const QString& code, const QString& failure) {
+                         ended += code + QStringLiteral(": ") + failure;
+                     });
+    const std::pair<int, QByteArray> answers[] = {
+        {200, sessionJson("t1")},
+        {200, R"({"signedIn":false,"email":"","token":""})"},
+        {400, R"({"error":"Used."})"}};
+    for (const auto& [status, body] : answers) {
+        account->activateFromMacHandoff(" code ");
+        clock.settle();
+        answerLast(status, body);
+    }
+    EXPECT_EQ(ended, QStringList({"code: ", "code: Sign in failed. Try again.", "code: Used."}));
+}
+
 TEST_F(AccountSignInTest, ACodeThatComesTwiceDoesNotStopItsFirstExchange) {
     account->activateFromMacHandoff("code");
     clock.settle();

@@ -111,8 +111,10 @@ TEST_F(TrayProgramTest, ACommandStartsItWhereNoneRuns) {
 
 TEST_F(TrayProgramTest, ALinkIsHandedToTheOneThatRuns) {
     DesktopProgram& vorq = startAndWait();
-    EXPECT_EQ(runToEnd({"open", "vorq://auth/callback?handoff=abc"}).status, 0);
-    waitFor(vorq, "Vorq mac handoff failed: ");
+    const Ended refused = runToEnd({"open", "vorq://auth/callback?handoff=abc"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.output, HasSubstr("Could not reach Vorq at http://127.0.0.1:9"));
+    EXPECT_THAT(vorq.output().toStdString(), HasSubstr("Vorq mac handoff failed: "));
     EXPECT_EQ(runToEnd({"open", "vorq://auth/callback"}).status, 0);
     EXPECT_EQ(runToEnd({"open", "vorq://nothing"}).status, 2);
     EXPECT_TRUE(vorq.isRunning());
