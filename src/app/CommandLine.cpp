@@ -37,6 +37,9 @@ const QString usage = QStringLiteral(
     "  vorq notes list | show | save | export\n"
     "  vorq chats list | show\n"
     "        The saved notes and chats; see vorq notes --help and vorq chats --help.\n"
+    "  vorq enable-accessibility\n"
+    "        Lets programs show Vorq what you highlight, as \"Accessibility\" in the menu of\n"
+    "        the tray does. Some programs have to be started again to do so.\n"
     "  vorq --help | --version\n"
     "\n"
     "Environment: VORQ_API_BASE_URL is the address of the backend\n"
@@ -119,6 +122,12 @@ Command parseOpen(const QStringList& arguments) {
     return OpenArguments{arguments[1]};
 }
 
+Command parseEnableAccessibility(const QStringList& arguments) {
+    if (arguments.size() == 1) return EnableAccessibility{};
+    if (arguments.size() == 2 && isHelp(arguments[1])) return ShowText{usage};
+    return UsageError{"enable-accessibility takes no arguments."};
+}
+
 Command parseDesktop(const QStringList& arguments) {
     DesktopArguments desktop;
     for (const QString& argument : arguments) {
@@ -164,6 +173,7 @@ Command parseCommandLine(const QStringList& arguments) {
     if (verb == u"ask") return parseAsk(arguments);
     if (verb == u"notes" || verb == u"chats") return parseLibrary(arguments);
     if (verb == u"open") return parseOpen(arguments);
+    if (verb == u"enable-accessibility") return parseEnableAccessibility(arguments);
     return parseDesktop(arguments);
 }
 

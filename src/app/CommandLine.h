@@ -22,6 +22,11 @@ struct OpenArguments {
     bool operator==(const OpenArguments&) const = default;
 };
 
+/// Lets other programs be read from now on.
+struct EnableAccessibility {
+    bool operator==(const EnableAccessibility&) const = default;
+};
+
 /// What the desktop program is asked to do.
 enum class Verb { Launch, Summon, Note, PushNote, Clear, Toggle, Quit };
 
@@ -43,8 +48,8 @@ struct UsageError {
     bool operator==(const UsageError&) const = default;
 };
 
-using Command = std::variant<AskArguments, OpenArguments, LibraryCommand, DesktopArguments,
-                             ShowText, UsageError>;
+using Command = std::variant<AskArguments, OpenArguments, LibraryCommand, EnableAccessibility,
+                             DesktopArguments, ShowText, UsageError>;
 
 /// What the arguments, without the program's name, ask for.
 [[nodiscard]] Command parseCommandLine(const QStringList& arguments);

@@ -35,6 +35,10 @@ DesktopParts standardParts() {
                 },
             .enableTextCapture =
                 [shared] { shared->capture->accessibility().enableToolkitAccessibility(); },
+            .whenTrustChanges =
+                [shared](QObject* context, const std::function<void()>& callback) {
+                    shared->capture->accessibility().whenTrustChanges(context, callback);
+                },
             .makeNotes = [](const NotesContext&) { return std::make_unique<NoNoteCapture>(); },
             .makePanel =
                 [shared](const PanelContext& context) {

@@ -9,6 +9,8 @@
 #include <functional>
 #include <memory>
 
+class QObject;
+
 namespace vorq {
 
 class AppPaths;
@@ -48,6 +50,8 @@ struct DesktopParts {
     std::function<std::unique_ptr<PermissionProbe>()> makeProbe;
     /// Lets programs show their windows to this one. The user has agreed.
     std::function<void()> enableTextCapture;
+    /// Calls back when the capture made last may have come to be trusted, or not to be.
+    std::function<void(QObject* context, std::function<void()>)> whenTrustChanges;
     std::function<std::unique_ptr<NoteCaptureFlow>(const NotesContext&)> makeNotes;
     std::function<std::unique_ptr<PanelPresence>(const PanelContext&)> makePanel;
 };

@@ -72,7 +72,8 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
                                                 m_delegate.notifications()});
                   },
                   {static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid()),
-                   ApplicationService::name}}) {
+                   ApplicationService::name},
+                  [this] { m_parts.enableTextCapture(); }}) {
     connect(&service, &ApplicationService::activated, &m_delegate,
             &AppDelegate::applicationShouldHandleReopen);
     connect(&service, &ApplicationService::openRequested, &m_delegate,
@@ -91,8 +92,9 @@ int DesktopProgram::run(const DesktopArguments& arguments, const VerbSource& sou
     m_delegate.applicationDidFinishLaunching({.background = arguments.background || hasErrand,
                                               .launchedAtLogin = arguments.launchedAtLogin});
     m_state.permissions().setProbe(m_probe.get());
-    m_state.permissions().refreshPermissions();
     m_delegate.bindAppState(m_state);
+    m_parts.whenTrustChanges(&m_delegate, [this] { m_delegate.refreshPermissions(); });
+    m_delegate.refreshPermissions();
     if (!arguments.url.isEmpty()) m_delegate.applicationOpen({QUrl(arguments.url)});
     perform(arguments.verb, source);
     registerUrlScheme();

@@ -9,11 +9,13 @@
 #include "backend/CurlTransport.h"
 #include "core/VorqAppState.h"
 #include "platform/NotesBridge.h"
+#include "platform/linux/AtSpiSwitch.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/XdgPaths.h"
 
 #include <QCoreApplication>
+#include <QDBusConnection>
 
 #include <csignal>
 #include <fcntl.h>
@@ -93,6 +95,20 @@ class CommandRunner {
         SystemClock clock;
         Terminal terminal;
         return LibraryCommands(XdgPaths().applicationSupportFolder(), clock, terminal).run(command);
+    }
+
+    int operator()(const EnableAccessibility&) const {
+        const QCoreApplication application(m_argc, m_argv);
+        Terminal terminal;
+        const auto outcome = switchAccessibilityOn(QDBusConnection::sessionBus());
+        if (!outcome) {
+            terminal.complain(outcome.error());
+            return 1;
+        }
+        return terminal.print("Accessibility is on. Programs that run already may have to be "
+                              "started again.\n")
+                   ? 0
+                   : 1;
     }
 
     int operator()(const DesktopArguments& arguments) const {

@@ -45,6 +45,7 @@ void Permissions::adviseToGrantAgain() {
                                         "click − to remove, then Enable again here. Quit Vorq "
                                         "(⌘Q) and reopen so the new grant applies to: ") +
                          path);
+    emit advised();
 }
 
 } // namespace vorq

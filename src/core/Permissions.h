@@ -61,6 +61,8 @@ class Permissions final : public QObject {
 
   signals:
     void changed();
+    /// The user has just been told how to grant text capture, maybe not for the first time.
+    void advised();
 
   private:
     const PermissionProbe* m_probe = nullptr;

@@ -47,6 +47,8 @@ AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::connectStatusItem() {
     StatusItem* item = &m_ports.statusItem;
+    connect(item, &StatusItem::menuWillOpen, this, &AppDelegate::refreshPermissions);
+    connect(item, &StatusItem::accessibilityChosen, this, &AppDelegate::openAccessibilityFromMenu);
     connect(item, &StatusItem::menuDidClose, this,
             [this] { emit m_notifications.vorqSuppressPanelOutsideClose(false); });
     connect(item, &StatusItem::showVorqChosen, this, &AppDelegate::showPanel);
@@ -134,6 +136,21 @@ void AppDelegate::perform(HotKeyAction action, const HotKeySource& source) {
     case HotKeyAction::ClearChat:
         return clearChat();
     }
+}
+
+void AppDelegate::refreshPermissions() {
+    if (m_state == nullptr) return;
+    Permissions& permissions = m_state->permissions();
+    permissions.refreshPermissions();
+    // What was advised has been done.
+    if (permissions.textCapturePermission() == PermissionState::Granted)
+        permissions.setPermissionMessage({});
+}
+
+// The system may take a moment; its answer comes as a change of the permission.
+void AppDelegate::openAccessibilityFromMenu() {
+    m_ports.openAccessibility();
+    refreshPermissions();
 }
 
 void AppDelegate::clearChat() {

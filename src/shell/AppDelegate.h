@@ -10,6 +10,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 namespace vorq {
 
 class ApplicationHost;
@@ -43,6 +45,8 @@ class AppDelegate final : public QObject {
         StatusItem& statusItem;
         PanelSummoner::MakePanel makePanel;
         FrontmostTracker::Self self;
+        /// Has the system let the program read others. The user has agreed.
+        std::function<void()> openAccessibility;
     };
 
     explicit AppDelegate(const Ports& ports, QObject* parent = nullptr);
@@ -66,6 +70,9 @@ class AppDelegate final : public QObject {
     void showPanel() { m_panel.showPanel(); }
     void openStatusItemMenu();
 
+    /// Takes note of what the system lets the program do now.
+    void refreshPermissions();
+
     [[nodiscard]] ShellNotifications& notifications() { return m_notifications; }
     [[nodiscard]] const FrontmostTracker& frontmost() const { return m_frontmost; }
 
@@ -74,6 +81,7 @@ class AppDelegate final : public QObject {
     void observeNotifications();
     void registerOpenAtLoginIfNeeded();
     void openMenuAfterLaunch(LaunchOptions options);
+    void openAccessibilityFromMenu();
     void clearChat();
     void activateFromMacHandoff(const QString& code);
     void guidePanelAccessFromNotification();

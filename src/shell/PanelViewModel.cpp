@@ -1,6 +1,7 @@
 #include "shell/PanelViewModel.h"
 
 #include "core/VorqAppState.h"
+#include "shell/Advice.h"
 #include "support/Graphemes.h"
 #include "support/Text.h"
 
@@ -36,8 +37,20 @@ void PanelViewModel::connectState() {
             &PanelViewModel::respondingChanged);
     connect(&m_state.panel().workStatus(), &WorkStatus::changed, this,
             &PanelViewModel::workLabelChanged);
+    connect(&m_state.permissions(), &Permissions::advised, this,
+            [this] { setNotice(accessibilityAdvice); });
+    connect(&m_state.permissions(), &Permissions::changed, this, &PanelViewModel::takePermissions);
+    connect(&m_state.account(), &AccountSession::signedInChanged, this, [this] {
+        if (m_notice == signInAdvice) setNotice({});
+    });
     connect(&m_state.study(), &StudyContext::activeNoteChanged, this,
             &PanelViewModel::syncStudyNoteClip);
+}
+
+void PanelViewModel::takePermissions() {
+    const bool isGranted =
+        m_state.permissions().textCapturePermission() == PermissionState::Granted;
+    if (isGranted && m_notice == accessibilityAdvice) setNotice({});
 }
 
 QAbstractItemModel* PanelViewModel::messages() const {
@@ -105,6 +118,7 @@ void PanelViewModel::bounce() {
             },
             std::move(stop));
     });
+    if (!m_state.account().signedIn()) setNotice(signInAdvice);
     emit attentionWanted(m_state.account().signedIn());
 }
 

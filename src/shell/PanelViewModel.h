@@ -31,7 +31,7 @@ class PanelViewModel final : public QObject {
     Q_PROPERTY(bool isResponding READ isResponding NOTIFY respondingChanged)
     Q_PROPERTY(QString workLabel READ workLabel NOTIFY workLabelChanged)
     Q_PROPERTY(bool promptBounce READ promptBounce NOTIFY promptBounceChanged)
-    /// What went wrong with an attachment, as a sentence; "" for nothing.
+    /// What went wrong or is missing, as a sentence; "" for nothing.
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
 
   public:
@@ -114,6 +114,7 @@ class PanelViewModel final : public QObject {
 
   private:
     void connectState();
+    void takePermissions();
     [[nodiscard]] bool mayTalk() const;
     void bounce();
     void dispatch();

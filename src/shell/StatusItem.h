@@ -34,6 +34,7 @@ class StatusItem : public QObject {
     void menuDidClose();
 
     // What was chosen in the menu.
+    void accessibilityChosen();
     void showVorqChosen();
     void clearChatChosen();
     void quitChosen();

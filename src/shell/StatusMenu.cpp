@@ -1,14 +1,24 @@
 #include "shell/StatusMenu.h"
 
 #include "core/VorqAppState.h"
+#include "shell/Advice.h"
 
 #include <QActionGroup>
 
 namespace vorq {
+namespace {
+
+// Menus underline the character behind a single "&".
+QString menuText(QString text) {
+    return text.replace(u'&', QStringLiteral("&&"));
+}
+
+} // namespace
 
 StatusMenu::StatusMenu() : QMenu(QStringLiteral("Vorq")) {
     setAccessibleName(QStringLiteral("Vorq"));
     m_account = addLine(QStringLiteral("Starting…"));
+    m_signInAdvice = addLine(menuText(signInAdvice));
     m_noticesEnd = addSeparator();
     connect(addAction(QStringLiteral("Show Vorq")), &QAction::triggered, this,
             &StatusMenu::showVorqChosen);
@@ -16,10 +26,13 @@ StatusMenu::StatusMenu() : QMenu(QStringLiteral("Vorq")) {
     connect(m_clearChat, &QAction::triggered, this, &StatusMenu::clearChatChosen);
     addSeparator();
     addAppearance();
+    m_accessibility = addAction(QString());
+    connect(m_accessibility, &QAction::triggered, this, &StatusMenu::accessibilityChosen);
     addSeparator();
     connect(addAction(QStringLiteral("Quit Vorq")), &QAction::triggered, this,
             &StatusMenu::quitChosen);
     refreshAccount();
+    refreshAccessibility();
 }
 
 // A line that only tells something.
@@ -73,18 +86,29 @@ void StatusMenu::bindAppState(VorqAppState& state) {
     const AccountSession* account = &state.account();
     connect(account, &AccountSession::signedInChanged, this, &StatusMenu::refreshAccount);
     connect(account, &AccountSession::displayNameChanged, this, &StatusMenu::refreshAccount);
+    connect(&state.permissions(), &Permissions::changed, this, &StatusMenu::refreshAccessibility);
     refreshAppearance();
     refreshAccount();
+    refreshAccessibility();
 }
 
 void StatusMenu::refreshAccount() {
     const bool isSignedIn = m_state && m_state->account().signedIn();
     m_clearChat->setEnabled(isSignedIn);
+    m_signInAdvice->setVisible(m_state && !isSignedIn);
     if (!m_state) return;
-    // Menus underline the character behind a single "&".
-    const QString name = m_state->account().displayName().replace(u'&', QStringLiteral("&&"));
+    const QString name = menuText(m_state->account().displayName());
     m_account->setText(isSignedIn ? QStringLiteral("Signed in as %1").arg(name)
                                   : QStringLiteral("Not signed in"));
+}
+
+// There is something to choose only while it is off.
+void StatusMenu::refreshAccessibility() {
+    const bool isEnabled =
+        m_state && m_state->permissions().textCapturePermission() == PermissionState::Granted;
+    m_accessibility->setText(isEnabled ? QStringLiteral("Accessibility: Enabled")
+                                       : QStringLiteral("Accessibility: Disabled"));
+    m_accessibility->setEnabled(m_state && !isEnabled);
 }
 
 void StatusMenu::refreshAppearance() {

@@ -24,6 +24,8 @@ class StatusMenu final : public QMenu {
     void setHotKeyNotices(const QStringList& notices);
 
   signals:
+    /// While other applications cannot be read.
+    void accessibilityChosen();
     void showVorqChosen();
     void clearChatChosen();
     void quitChosen();
@@ -32,13 +34,16 @@ class StatusMenu final : public QMenu {
     QAction* addLine(const QString& text);
     void addAppearance();
     void refreshAccount();
+    void refreshAccessibility();
     void refreshAppearance();
 
     QPointer<VorqAppState> m_state;
     QAction* m_account;
+    QAction* m_signInAdvice;
     QAction* m_noticesEnd; // the line below the notices
     QList<QAction*> m_notices;
     QAction* m_clearChat;
+    QAction* m_accessibility;
     QActionGroup* m_themes;
     QActionGroup* m_glasses;
 };

@@ -22,6 +22,7 @@ TrayStatusItem::TrayStatusItem(Clock& clock, QObject* parent)
     : StatusItem(parent), m_flash(clock, [this](StatusImage image) { show(image); }) {
     connect(&m_menu, &QMenu::aboutToShow, this, &StatusItem::menuWillOpen);
     connect(&m_menu, &QMenu::aboutToHide, this, &StatusItem::menuDidClose);
+    connect(&m_menu, &StatusMenu::accessibilityChosen, this, &StatusItem::accessibilityChosen);
     connect(&m_menu, &StatusMenu::showVorqChosen, this, &StatusItem::showVorqChosen);
     connect(&m_menu, &StatusMenu::clearChatChosen, this, &StatusItem::clearChatChosen);
     connect(&m_menu, &StatusMenu::quitChosen, this, &StatusItem::quitChosen);

@@ -54,6 +54,14 @@ TEST(CommandLine, VerbsAreForTheDesktopProgram) {
     EXPECT_EQ(verbNamed(""), std::nullopt);
 }
 
+TEST(CommandLine, AccessibilityIsEnabledFromTheTerminal) {
+    EXPECT_EQ(parseCommandLine({"enable-accessibility"}), Command(EnableAccessibility{}));
+    EXPECT_TRUE(
+        std::holds_alternative<ShowText>(parseCommandLine({"enable-accessibility", "--help"})));
+    EXPECT_TRUE(
+        std::holds_alternative<UsageError>(parseCommandLine({"enable-accessibility", "please"})));
+}
+
 TEST(CommandLine, ALinkAloneIsForTheDesktopProgram) {
     EXPECT_EQ(parseCommandLine({"vorq://auth/callback?handoff=a"}),
               Command(DesktopArguments{Verb::Launch, "vorq://auth/callback?handoff=a"}));

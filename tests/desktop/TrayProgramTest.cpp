@@ -18,7 +18,11 @@ const QString program = QStringLiteral(VORQ_PROGRAM);
 
 class TrayProgramTest : public testing::Test {
   protected:
-    TrayProgramTest() { m_session.write(".config/Vorq/settings.json", "{}"); }
+    explicit TrayProgramTest(const SessionOptions& options = {.hasAccessibilityBus = false,
+                                                              .isAccessibilityOn = false})
+        : m_session(options) {
+        m_session.write(".config/Vorq/settings.json", "{}");
+    }
 
     DesktopProgram& start(const QStringList& arguments = {"--background"},
                           const QProcessEnvironment& additional = {}) {
@@ -65,7 +69,7 @@ class TrayProgramTest : public testing::Test {
 
     static inline const QByteArray iris = "\x5b\x78\xfb";
 
-    DesktopSession m_session{{.hasAccessibilityBus = false, .isAccessibilityOn = false}};
+    DesktopSession m_session;
 };
 
 TEST_F(TrayProgramTest, AHotKeyReachesItWithTheApplicationInFront) {
@@ -216,6 +220,44 @@ TEST_F(TrayProgramTest, ItEntersItselfForLoginAndForLinks) {
                 HasSubstr("Exec=" + path + " --background --launched-at-login\n"));
     EXPECT_THAT(content(".local/share/applications/com.vorq.desk.desktop"),
                 HasSubstr("Exec=" + path + " %u\n"));
+}
+
+// The bus of accessibility is there, and nobody has agreed to its use yet.
+class AccessibilityConsentTest : public TrayProgramTest {
+  protected:
+    AccessibilityConsentTest()
+        : TrayProgramTest({.hasAccessibilityBus = true, .isAccessibilityOn = false}) {}
+};
+
+TEST_F(AccessibilityConsentTest, TheCommandTurnsItOnForTheOneThatRuns) {
+    openTerminal();
+    DesktopProgram& vorq = startAndWait();
+    m_session.key({"super+shift+a"});
+    waitFor(vorq, "trusted=false perm=pending");
+    const Ended ended = runToEnd({"enable-accessibility"});
+    EXPECT_EQ(ended.status, 0) << ended.output;
+    EXPECT_THAT(ended.output, HasSubstr("Accessibility is on."));
+    DesktopSession::waitUntil("the capture to be trusted", [&] {
+        runToEnd({"summon"});
+        return vorq.output().contains("trusted=true perm=granted");
+    });
+}
+
+TEST_F(AccessibilityConsentTest, TheCommandNeedsNoDisplay) {
+    QProcessEnvironment noDisplay;
+    noDisplay.insert("DISPLAY", "");
+    EXPECT_EQ(runToEnd({"enable-accessibility"}, noDisplay).status, 0);
+}
+
+TEST_F(TrayProgramTest, WithoutAccessibilityTheCommandSaysWhatIsMissing) {
+    const Ended ended = runToEnd({"enable-accessibility"});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_THAT(ended.output, HasSubstr("at-spi2-core"));
+    QProcessEnvironment noBus;
+    noBus.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+    const Ended alone = runToEnd({"enable-accessibility"}, noBus);
+    EXPECT_EQ(alone.status, 1);
+    EXPECT_THAT(alone.output, HasSubstr("There is no session bus"));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // How the application starts, is started again, and ends.
 
+#include "shell/ScriptedPermissionProbe.h"
 #include "shell/ShellFixture.h"
 
 #include <QSignalSpy>
@@ -95,6 +96,28 @@ TEST_F(LaunchTest, ALoadedConversationBringsThePanelForward) {
     panel().bringForward();
     EXPECT_THAT(m_calls, ElementsAre("show"));
     EXPECT_EQ(focused.count(), 1);
+}
+
+TEST_F(LaunchTest, PermissionsAreReadAnewWhenTheMenuOpens) {
+    launch();
+    ScriptedPermissionProbe probe;
+    state().permissions().setProbe(&probe);
+    probe.text = PermissionState::Granted;
+    emit m_statusItem.menuWillOpen();
+    EXPECT_EQ(state().permissions().textCapturePermission(), PermissionState::Granted);
+}
+
+TEST_F(LaunchTest, ChoosingAccessibilityOpensItAndDropsTheAdviceOnceItIsGranted) {
+    launch();
+    ScriptedPermissionProbe probe;
+    state().permissions().setProbe(&probe);
+    state().permissions().adviseToGrantAgain();
+    emit m_statusItem.accessibilityChosen();
+    EXPECT_THAT(m_calls, ElementsAre("open accessibility"));
+    EXPECT_NE(state().permissions().permissionMessage(), "");
+    probe.text = PermissionState::Granted;
+    m_delegate.refreshPermissions();
+    EXPECT_EQ(state().permissions().permissionMessage(), "");
 }
 
 TEST_F(LaunchTest, ALinkForTheLibraryIsOnlyLogged) {

@@ -1,5 +1,7 @@
 #include "shell/PanelViewModel.h"
 #include "core/ConversationFixture.h"
+#include "shell/Advice.h"
+#include "shell/ScriptedPermissionProbe.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -252,6 +254,34 @@ TEST_F(PanelViewModelTest, AFileThatCannotBeReadIsANotice) {
     ASSERT_TRUE(QTest::qWaitFor([this] { return !model().notice().isEmpty(); }));
     EXPECT_EQ(model().attachments().count(), 0);
     model().setPrompt("typing on");
+    EXPECT_EQ(model().notice(), "");
+}
+
+TEST_F(PanelViewModelTest, SaysEachTimeWhyNothingWasReadUntilItCanBe) {
+    ScriptedPermissionProbe probe;
+    Permissions& permissions = state().permissions();
+    permissions.setProbe(&probe);
+    ASSERT_EQ(model().notice(), "");
+    permissions.adviseToGrantAgain();
+    EXPECT_EQ(model().notice(), accessibilityAdvice);
+    model().setPrompt("typing on");
+    EXPECT_EQ(model().notice(), "");
+    permissions.adviseToGrantAgain();
+    EXPECT_EQ(model().notice(), accessibilityAdvice);
+    probe.text = PermissionState::Granted;
+    permissions.refreshPermissions();
+    EXPECT_EQ(model().notice(), "");
+}
+
+TEST_F(PanelViewModelTest, SaysHowToSignInUntilSomebodyDoes) {
+    state().account().markSessionExpired();
+    model().setPrompt("a question");
+    model().send();
+    EXPECT_EQ(model().notice(), signInAdvice);
+    Session session;
+    session.signedIn = true;
+    session.token = "new";
+    state().account().applySession(session);
     EXPECT_EQ(model().notice(), "");
 }
 

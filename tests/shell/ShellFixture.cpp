@@ -31,7 +31,8 @@ ShellFixture::ShellFixture()
                   m_signIn,
                   m_statusItem,
                   [this](VorqAppState&) { return std::make_unique<RecordedPanel>(m_calls); },
-                  {self, QStringLiteral("com.vorq.desk")}}) {
+                  {self, QStringLiteral("com.vorq.desk")},
+                  [this] { m_calls += "open accessibility"; }}) {
     m_workspace.launch({self, QStringLiteral("com.vorq.desk"), QStringLiteral("Vorq")});
     m_workspace.launch({editor, QStringLiteral("org.gnome.gedit"), QStringLiteral("Text Editor")});
     m_workspace.launch({browser, QStringLiteral("firefox-esr"), QStringLiteral("Firefox")});

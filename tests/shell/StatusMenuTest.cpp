@@ -1,5 +1,7 @@
 #include "shell/StatusMenu.h"
 #include "core/ConversationFixture.h"
+#include "shell/Advice.h"
+#include "shell/ScriptedPermissionProbe.h"
 
 #include <QActionGroup>
 #include <QSignalSpy>
@@ -19,7 +21,8 @@ class StatusMenuTest : public ConversationFixture {
     static QStringList texts(const QMenu& menu) {
         QStringList texts;
         for (const QAction* action : menu.actions())
-            texts += action->isSeparator() ? QStringLiteral("-") : action->text();
+            if (action->isVisible())
+                texts += action->isSeparator() ? QStringLiteral("-") : action->text();
         return texts;
     }
 
@@ -39,12 +42,35 @@ class StatusMenuTest : public ConversationFixture {
 
 TEST_F(StatusMenuTest, SaysWhoIsSignedIn) {
     const QString name = state().account().displayName();
-    EXPECT_THAT(texts(m_menu), ElementsAre("Signed in as " + name, "-", "Show Vorq", "Clear Chat",
-                                           "-", "Customize Vorq", "-", "Quit Vorq"));
+    EXPECT_THAT(texts(m_menu),
+                ElementsAre("Signed in as " + name, "-", "Show Vorq", "Clear Chat", "-",
+                            "Customize Vorq", "Accessibility: Disabled", "-", "Quit Vorq"));
     EXPECT_TRUE(action("Clear Chat")->isEnabled());
     state().account().markSessionExpired();
     EXPECT_EQ(texts(m_menu).front(), "Not signed in");
     EXPECT_FALSE(action("Clear Chat")->isEnabled());
+}
+
+TEST_F(StatusMenuTest, SaysHowToSignInWhileNobodyIs) {
+    EXPECT_THAT(texts(m_menu), Not(Contains(signInAdvice)));
+    state().account().markSessionExpired();
+    EXPECT_EQ(texts(m_menu)[1], signInAdvice);
+    EXPECT_FALSE(action(signInAdvice)->isEnabled());
+}
+
+TEST_F(StatusMenuTest, AccessibilityIsThatOfTheStateAndCanBeChosenWhileItIsOff) {
+    ScriptedPermissionProbe probe;
+    QSignalSpy chosen(&m_menu, &StatusMenu::accessibilityChosen);
+    state().permissions().setProbe(&probe);
+    action("Accessibility: Disabled")->trigger();
+    EXPECT_EQ(chosen.count(), 1);
+    probe.text = PermissionState::Granted;
+    state().permissions().refreshPermissions();
+    ASSERT_NE(action("Accessibility: Enabled"), nullptr);
+    EXPECT_FALSE(action("Accessibility: Enabled")->isEnabled());
+    probe.text = PermissionState::Pending;
+    state().permissions().refreshPermissions();
+    EXPECT_TRUE(action("Accessibility: Disabled")->isEnabled());
 }
 
 TEST_F(StatusMenuTest, ShowsNoticesOnlyWhileThereAreSome) {

@@ -35,6 +35,11 @@ bool AtSpiAccessibility::isTrusted() const {
     return m_parts->bus.isOn();
 }
 
+void AtSpiAccessibility::whenTrustChanges(QObject* context,
+                                          const std::function<void()>& callback) const {
+    m_parts->bus.whenChanged(context, callback);
+}
+
 void AtSpiAccessibility::enableToolkitAccessibility() {
     m_parts->bus.switchOn();
 }

@@ -4,7 +4,10 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
+
+class QObject;
 
 namespace vorq {
 
@@ -12,8 +15,8 @@ namespace vorq {
 ///
 /// Every call has a time limit of its own, and none is ever made to Vorq itself. Without a bus, or
 /// while it is down, every read yields nothing; when it comes, or comes back, reads work again.
-/// isTrusted() and enableToolkitAccessibility() are for any thread and never wait; everything else
-/// is for the thread of the reader.
+/// isTrusted() and enableToolkitAccessibility() are for any thread and never wait,
+/// whenTrustChanges() is for any thread; everything else is for the thread of the reader.
 class AtSpiAccessibility final : public Accessibility {
   public:
     /// The address of the session bus; by default that of the environment.
@@ -22,6 +25,9 @@ class AtSpiAccessibility final : public Accessibility {
 
     /// Whether the bus is there and toolkits are told to use it, as far as is known by now.
     [[nodiscard]] bool isTrusted() const override;
+
+    /// Calls back, on the thread of the context, when isTrusted() may have changed.
+    void whenTrustChanges(QObject* context, const std::function<void()>& callback) const;
 
     /// Tells toolkits to show their windows on the bus, for this session and later ones. The user
     /// has been asked by then. Applications of some toolkits heed it only when they start.

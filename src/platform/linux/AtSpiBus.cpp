@@ -54,7 +54,12 @@ QDBusMessage AtSpiBus::call(const QDBusMessage& one, const std::stop_token& stop
 
 bool AtSpiBus::isOn() const {
     const AtSpiShared& shared = m_connection->shared();
+    if (!shared.isConnected) seekConnection();
     return shared.isConnected && shared.isSwitchedOn;
+}
+
+void AtSpiBus::whenChanged(QObject* context, const std::function<void()>& callback) const {
+    QObject::connect(m_connection, &AtSpiConnection::switchChanged, context, callback);
 }
 
 void AtSpiBus::switchOn() {
@@ -65,7 +70,7 @@ AtSpiFocusOrder AtSpiBus::focusOrder() const {
     return m_connection->shared().focusOrder();
 }
 
-void AtSpiBus::seekConnection() {
+void AtSpiBus::seekConnection() const {
     // One request at a time.
     if (m_connection->shared().isSought.exchange(true)) return;
     QMetaObject::invokeMethod(m_connection, &AtSpiConnection::seek, Qt::QueuedConnection);

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QThread>
 
+#include <functional>
 #include <memory>
 #include <stop_token>
 #include <vector>
@@ -35,8 +36,12 @@ class AtSpiBus {
     [[nodiscard]] Messages call(const Messages& calls, const std::stop_token& stop);
     [[nodiscard]] QDBusMessage call(const QDBusMessage& one, const std::stop_token& stop);
 
-    /// Whether the bus is there and toolkits are told to use it, as far as is known. Never waits.
+    /// Whether the bus is there and toolkits are told to use it, as far as is known. Never waits;
+    /// if the bus is not there, it is sought.
     [[nodiscard]] bool isOn() const;
+
+    /// Calls back, on the thread of the context, when isOn() may have changed.
+    void whenChanged(QObject* context, const std::function<void()>& callback) const;
 
     /// Tells toolkits to use the bus. Never waits.
     void switchOn();
@@ -45,7 +50,7 @@ class AtSpiBus {
     [[nodiscard]] AtSpiFocusOrder focusOrder() const;
 
   private:
-    void seekConnection();
+    void seekConnection() const;
 
     QThread m_thread;
     AtSpiConnection* m_connection;

@@ -115,6 +115,7 @@ void AtSpiConnection::connectTo(const QString& address) {
     listen();
     registerForEvents();
     m_shared.isConnected = true;
+    emit switchChanged();
     askForStatus();
 }
 
@@ -145,8 +146,12 @@ void AtSpiConnection::askForStatus() {
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         answer->deleteLater();
         const QDBusPendingReply<QDBusVariant> status = *answer;
-        if (status.isValid()) m_shared.isSwitchedOn = status.value().variant().toBool();
+        if (status.isValid()) setSwitchedOn(status.value().variant().toBool());
     });
+}
+
+void AtSpiConnection::setSwitchedOn(bool isSwitchedOn) {
+    if (m_shared.isSwitchedOn.exchange(isSwitchedOn) != isSwitchedOn) emit switchChanged();
 }
 
 void AtSpiConnection::switchOn() {
@@ -215,7 +220,7 @@ void AtSpiConnection::busLost() {
 
 void AtSpiConnection::disconnectFromBus() {
     m_shared.isConnected = false;
-    m_shared.isSwitchedOn = false;
+    setSwitchedOn(false);
     m_shared.changeFocusOrder([](AtSpiFocusOrder& order) { order = {}; });
     if (!m_bus) return;
     m_bus.reset();

@@ -77,6 +77,10 @@ class AtSpiConnection final : public QObject {
     void send(const std::shared_ptr<AtSpiBatch>& batch);
     void switchOn();
 
+  signals:
+    /// The bus came or went, or toolkits were told to use it or not to.
+    void switchChanged();
+
   private slots:
     void announced();
     void statusChanged(const QDBusMessage& message);
@@ -92,6 +96,7 @@ class AtSpiConnection final : public QObject {
     void listen();
     void registerForEvents();
     void askForStatus();
+    void setSwitchedOn(bool isSwitchedOn);
     void disconnectFromBus();
 
     QString m_sessionAddress;
