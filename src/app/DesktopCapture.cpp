@@ -41,7 +41,23 @@ DesktopCapture::DesktopCapture(const Services& services)
       m_log(services.clock, CaptureLog::captureFileIn(services.paths.applicationSupportFolder()),
             CaptureLog::placeFileOfEnvironment()),
       m_service({services.clock, m_accessibility, m_primary, services.workspace, m_copyShortcut,
-                 *m_surroundings, m_log}) {}
+                 *m_surroundings, m_log}) {
+    const Screens* screens = &services.screens;
+    QObject::connect(screens, &Screens::changed, &m_screensObserver,
+                     [this, screens] { takeScreens(*screens); });
+    takeScreens(*screens);
+}
+
+void DesktopCapture::takeScreens(const Screens& screens) {
+    std::vector<PixelScreen> all;
+    for (const Screen& screen : screens.screens()) {
+        const QRectF points = screens.flipped(screen.frame);
+        all.push_back(
+            {.pixels = QRect(points.topLeft().toPoint(), (points.size() * screen.scale).toSize()),
+             .scale = screen.scale});
+    }
+    m_accessibility.setScreens(std::move(all));
+}
 
 std::optional<SelectionCapture::ProcessId> DesktopCapture::frontmostForeignProcess() const {
     return m_service.frontmostForeignProcess();

@@ -6,6 +6,8 @@
 #include "platform/linux/AtSpiAccessibility.h"
 #include "platform/linux/X11PrimarySelection.h"
 
+#include <QObject>
+
 #include <memory>
 
 namespace vorq {
@@ -47,8 +49,11 @@ class DesktopCapture final : public SelectionCapture {
   private:
     class Surroundings;
 
+    void takeScreens(const Screens& screens);
+
     std::unique_ptr<CaptureSurroundings> m_surroundings;
     AtSpiAccessibility m_accessibility;
+    QObject m_screensObserver;
     X11PrimarySelection m_primary;
     NoCopyShortcut m_copyShortcut;
     CaptureLog m_log;

@@ -2,6 +2,9 @@
 
 #include "platform/linux/AtSpiElement.h"
 
+#include <mutex>
+#include <utility>
+
 namespace vorq {
 
 class AtSpiAccessibility::Parts {
@@ -11,13 +14,27 @@ class AtSpiAccessibility::Parts {
     [[nodiscard]] AccessibleElementPtr element(const AtSpiRef& ref, const std::stop_token& stop) {
         return std::make_shared<AtSpiElement>(
             std::make_shared<AtSpiElement::Session>(applications, windows, stop,
-                                                    AtSpiWalk(bus, stop)),
+                                                    AtSpiWalk(bus, stop), pixelScreens()),
             ref);
+    }
+
+    void setScreens(std::vector<PixelScreen> all) {
+        const std::scoped_lock lock(m_mutex);
+        m_screens = std::move(all);
     }
 
     AtSpiBus bus;
     AtSpiApplications applications{bus};
     X11WindowPlace windows;
+
+  private:
+    [[nodiscard]] std::vector<PixelScreen> pixelScreens() {
+        const std::scoped_lock lock(m_mutex);
+        return m_screens;
+    }
+
+    std::mutex m_mutex;
+    std::vector<PixelScreen> m_screens;
 };
 
 AtSpiAccessibility::AtSpiAccessibility(const QString& sessionBusAddress)
@@ -29,6 +46,10 @@ QString AtSpiAccessibility::defaultSessionBus() {
     const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     if (!address.isEmpty()) return address;
     return QStringLiteral("unix:path=%1/bus").arg(qEnvironmentVariable("XDG_RUNTIME_DIR"));
+}
+
+void AtSpiAccessibility::setScreens(std::vector<PixelScreen> screens) {
+    m_parts->setScreens(std::move(screens));
 }
 
 bool AtSpiAccessibility::isTrusted() const {

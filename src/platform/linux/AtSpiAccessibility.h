@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Accessibility.h"
+#include "platform/linux/PixelScreens.h"
 
 #include <QString>
 
@@ -22,6 +23,9 @@ class AtSpiAccessibility final : public Accessibility {
     /// The address of the session bus; by default that of the environment.
     explicit AtSpiAccessibility(const QString& sessionBusAddress = defaultSessionBus());
     ~AtSpiAccessibility() override;
+
+    /// The monitors as they are from now on, for places in points. For any thread.
+    void setScreens(std::vector<PixelScreen> screens);
 
     /// Whether the bus is there and toolkits are told to use it, as far as is known by now.
     [[nodiscard]] bool isTrusted() const override;

@@ -72,11 +72,29 @@ std::optional<QString> AtSpiElement::value() const {
 }
 
 std::optional<QRectF> AtSpiElement::onScreen(std::optional<QRectF> rect) const {
-    if (!rect || !toolkit().placesInWindow) return rect;
-    const auto process = m_session->applications.processOf(m_element.service, stop());
-    const auto origin = process ? m_session->windows.originOf(*process) : std::nullopt;
-    if (!origin) return std::nullopt;
-    return rect->translated(*origin);
+    if (!rect) return std::nullopt;
+    findPlace();
+    const bool isInWindow = toolkit().placesInWindow;
+    if (isInWindow && !m_session->contents) return std::nullopt;
+    const QPointF origin = isInWindow ? QPointF(m_session->contents->topLeft()) : QPointF();
+    const double scale = m_session->scale;
+    return pointsOf(QRectF(origin + rect->topLeft() * scale, rect->size() * scale),
+                    m_session->screens);
+}
+
+// Every toolkit has a scale of its own, which it does not tell: its window shows it.
+void AtSpiElement::findPlace() const {
+    Session& session = *m_session;
+    if (session.placed == m_element.service) return;
+    session.placed = m_element.service;
+    session.scale = 1;
+    const auto process = session.applications.processOf(m_element.service, stop());
+    session.contents = process ? session.windows.contentsOf(*process) : std::nullopt;
+    const auto window = session.applications.activeWindow(m_element.service, stop());
+    const auto told =
+        window ? atspi::rectIn(bus().call(atspi::extents(*window), stop())) : std::nullopt;
+    if (!session.contents || !told) return;
+    session.scale = toolkitScale(session.contents->size(), told->size()).value_or(1);
 }
 
 std::optional<QRectF> AtSpiElement::frame() const {
@@ -89,7 +107,7 @@ std::optional<QPointF> AtSpiElement::position() const {
 }
 
 std::optional<QSizeF> AtSpiElement::size() const {
-    const auto rect = atspi::rectIn(bus().call(atspi::extents(m_element), stop()));
+    const auto rect = frame();
     return rect ? std::optional(rect->size()) : std::nullopt;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/linux/AtSpiApplications.h"
 #include "platform/linux/AtSpiSelection.h"
 #include "platform/linux/AtSpiWalk.h"
+#include "platform/linux/PixelScreens.h"
 #include "platform/linux/X11WindowPlace.h"
 
 namespace vorq {
@@ -17,6 +18,11 @@ class AtSpiElement final : public AccessibleElement {
         const X11WindowPlace& windows;
         std::stop_token stop;
         AtSpiWalk walk;
+        std::vector<PixelScreen> screens;
+        // Of the application that was asked for its place last.
+        QString placed;
+        std::optional<QRect> contents; // of its window, in pixels
+        double scale = 1;              // its pixels to a point
     };
 
     /// One that was reached by a walk is looked at together with its like.
@@ -46,6 +52,8 @@ class AtSpiElement final : public AccessibleElement {
     // Whether a walk has found that nothing is selected.
     [[nodiscard]] bool isKnownWithoutSelection() const;
     [[nodiscard]] std::optional<TextRange> caret() const;
+    void findPlace() const;
+    // From the toolkit's own points to ours.
     [[nodiscard]] std::optional<QRectF> onScreen(std::optional<QRectF> rect) const;
     [[nodiscard]] std::optional<QRectF> frame() const;
     [[nodiscard]] std::optional<Span> spanOf(TextRange range, QStringView text) const;

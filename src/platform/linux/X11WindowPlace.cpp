@@ -21,13 +21,15 @@ std::optional<X11Connection::Window> X11WindowPlace::windowOf(std::int32_t proce
     return std::nullopt;
 }
 
-std::optional<QPointF> X11WindowPlace::originOf(std::int32_t process) const {
+std::optional<QRect> X11WindowPlace::contentsOf(std::int32_t process) const {
     const auto window = windowOf(process);
     if (!window || !m_x11.isUsable()) return std::nullopt;
     const X11Reply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
         m_x11.get(), xcb_translate_coordinates(m_x11.get(), *window, m_x11.root(), 0, 0), nullptr));
-    if (!place) return std::nullopt;
-    return QPointF(place->dst_x, place->dst_y);
+    const X11Reply<xcb_get_geometry_reply_t> size(
+        xcb_get_geometry_reply(m_x11.get(), xcb_get_geometry(m_x11.get(), *window), nullptr));
+    if (!place || !size) return std::nullopt;
+    return QRect(place->dst_x, place->dst_y, size->width, size->height);
 }
 
 } // namespace vorq

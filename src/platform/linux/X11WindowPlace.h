@@ -2,7 +2,7 @@
 
 #include "platform/linux/X11Connection.h"
 
-#include <QPointF>
+#include <QRect>
 
 #include <cstdint>
 #include <optional>
@@ -14,7 +14,7 @@ class X11WindowPlace {
   public:
     /// The contents of a process's window: the active one if it is of that process, else its
     /// uppermost. Nothing if it has none.
-    [[nodiscard]] std::optional<QPointF> originOf(std::int32_t process) const;
+    [[nodiscard]] std::optional<QRect> contentsOf(std::int32_t process) const;
 
   private:
     [[nodiscard]] std::optional<X11Connection::Window> windowOf(std::int32_t process) const;
