@@ -4,7 +4,6 @@
 
 #include <xcb/xcb.h>
 
-#include <memory>
 #include <ranges>
 
 namespace vorq {
