@@ -21,7 +21,7 @@ Item {
     readonly property int lineEndPadding: 11
     readonly property int barsGap: 10
     readonly property int oneLineHeight: 26
-    readonly property bool isOneLine: isWorking || (blocks.height <= oneLineHeight && blocks.codeRects.length === 0
+    readonly property bool isOneLine: isWorking || (blocks.height <= oneLineHeight && !blocks.beginsWithCode
                                       && blocks.naturalWidth < width - 2 * sidePadding)
     readonly property bool showsBars: isTyping && !isWorking && !isOneLine
     readonly property real innerHeight: isWorking ? working.height : blocks.height + (showsBars ? barsGap + bars.height : 0)
@@ -32,10 +32,18 @@ Item {
     Accessible.role: Accessible.ListItem
     Accessible.name: isWorking ? qsTr("Vorq: %1").arg(workLabel) : qsTr("Vorq: %1").arg(message)
 
+    // Painted by the processor, so no more of it than is in view; the corners of a part are not.
     Squircle {
         id: plate
+
+        readonly property int cornerRoom: 64
+        readonly property int step: 256
+        readonly property real end: Math.min(reply.height, Math.ceil((reply.viewTop + reply.viewHeight + cornerRoom) / step) * step)
+
+        y: Math.max(0, Math.floor((reply.viewTop - cornerRoom) / step) * step)
+        visible: height > 0
         width: !reply.isOneLine ? reply.width : 2 * reply.sidePadding + (reply.isWorking ? working.width : Math.ceil(blocks.naturalWidth))
-        height: reply.height
+        height: Math.max(0, end - y)
         radius: Theme.radiusBlock
         fillTop: Theme.botBlock
         rimTop: Theme.botBlockRim
@@ -88,7 +96,7 @@ Item {
             y: blocks.y + plateRect.y + Theme.space1
             text: qsTr("Copy code")
             shown: hover.hovered && inCode(hover.point.position.y)
-            onClicked: blocks.copyCode(index)
+            onClicked: blocks.copyCode(blocks.firstCode + index)
 
             function inCode(y: real): bool {
                 return y >= blocks.y + plateRect.y && y <= blocks.y + plateRect.y + plateRect.height

@@ -15,6 +15,13 @@ class ReplyCanvas final : public QQuickPaintedItem {
 
     void paint(QPainter* painter) override;
 
+    /// Paints anew all of it, or what is below a height of the reply, with the next frame.
+    void repaint() { repaintFrom(y()); }
+    void repaintFrom(double replyY);
+
+  protected:
+    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
+
   private:
     ReplyView& m_view;
 };

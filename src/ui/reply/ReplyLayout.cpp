@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
+#include <utility>
 
 namespace vorq {
 
@@ -25,6 +27,7 @@ void ReplyLayout::setColors(const ReplyColors& colors) {
 }
 
 void ReplyLayout::replace(int row, int count, const QList<Block>& blocks) {
+    m_stale = std::min(m_stale, topOf(row));
     const auto first = m_entries.begin() + row;
     m_entries.erase(first, first + count);
     std::vector<Entry> added;
@@ -48,12 +51,22 @@ void ReplyLayout::place(int row) {
 bool ReplyLayout::layOut(double width, QDeadlineTimer deadline) {
     if (width != m_width) m_done = 0;
     m_width = width;
+    if (!isDone()) m_stale = std::min(m_stale, topOf(m_done));
     while (m_done < count()) {
         place(m_done);
         if (layoutOf(m_done).layOutMore(width)) ++m_done;
         if (deadline.hasExpired()) break;
     }
     return isDone();
+}
+
+double ReplyLayout::topOf(int row) const {
+    const int above = std::min(row, m_done);
+    return above > 0 ? blockRect(above - 1).bottom() : 0;
+}
+
+double ReplyLayout::takeStale() {
+    return std::exchange(m_stale, std::numeric_limits<double>::infinity());
 }
 
 double ReplyLayout::height() const {

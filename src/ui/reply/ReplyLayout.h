@@ -43,6 +43,11 @@ class ReplyLayout {
     /// Sets blocks until all are set or the time is over; true once all are set.
     bool layOut(double width, QDeadlineTimer deadline);
 
+    /// The height below which what was drawn before is out of date; it is settled by the call.
+    [[nodiscard]] double takeStale();
+    /// The height below which the row and what follows it are drawn.
+    [[nodiscard]] double topOf(int row) const;
+
     [[nodiscard]] bool isDone() const { return m_done == count(); }
     [[nodiscard]] bool isSet(int row) const { return row < m_done; }
     [[nodiscard]] int count() const { return static_cast<int>(m_entries.size()); }
@@ -95,6 +100,7 @@ class ReplyLayout {
     double m_width = -1;
     int m_done = 0; // so many from the top are set
     mutable int m_builtBlocks = 0;
+    double m_stale = 0;
 };
 
 } // namespace vorq

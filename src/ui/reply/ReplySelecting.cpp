@@ -61,7 +61,7 @@ void ReplyView::selectionMoved() {
         if (m_bridge->isWatching(this)) m_bridge->refresh();
     }
     watchClicks(hasSelection());
-    m_canvas->update();
+    m_canvas->repaint();
     emit selectionChanged();
 }
 
@@ -164,7 +164,7 @@ void ReplyView::wheelEvent(QWheelEvent* event) {
         event->modifiers().testFlag(Qt::ShiftModifier) || std::abs(delta.x()) > std::abs(delta.y());
     const double step = delta.x() != 0 ? delta.x() : delta.y();
     if (isSideways && m_layout.scrollAt(event->position(), -step)) {
-        m_canvas->update();
+        m_canvas->repaint();
         event->accept();
         return;
     }

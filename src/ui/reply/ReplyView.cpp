@@ -13,8 +13,17 @@ namespace {
 // A slice of layout leaves most of a frame to everything else.
 constexpr int sliceTime = 6;
 constexpr double arrivalStart = 0.55;
-// The canvas reaches beyond what is in view, so that it is not painted anew for each scroll step.
-constexpr double overscan = 240;
+// The canvas reaches beyond what is in view and moves in steps, so that it is not painted anew for
+// each pixel that is scrolled nor for each line that comes.
+constexpr double overscan = 128;
+constexpr double canvasStep = 256;
+
+double stepBelow(double y) {
+    return std::floor(y / canvasStep) * canvasStep;
+}
+double stepAbove(double y) {
+    return std::ceil(y / canvasStep) * canvasStep;
+}
 
 } // namespace
 
@@ -25,7 +34,8 @@ ReplyView::ReplyView(QQuickItem* parent) : QQuickItem(parent), m_canvas(new Repl
     m_more.setSingleShot(true);
     m_more.setInterval(0);
     connect(&m_more, &QTimer::timeout, this, &ReplyView::layOutNow);
-    connect(&m_arrival, &QVariantAnimation::valueChanged, m_canvas, [this] { m_canvas->update(); });
+    connect(&m_arrival, &QVariantAnimation::valueChanged, m_canvas,
+            [this] { m_canvas->repaintFrom(m_layout.topOf(m_arrivingFrom)); });
     connect(&m_arrival, &QVariantAnimation::finished, this, [this] { m_arrivingFrom = -1; });
     connectModel();
 }
@@ -88,7 +98,7 @@ void ReplyView::setSelectionColor(const QColor& color) {
 void ReplyView::setViewTop(double top) {
     if (m_viewTop == top) return;
     m_viewTop = top;
-    placeCanvas(false);
+    placeCanvas();
     // The pill stands beside the selection wherever it scrolls to.
     if (m_bridge && m_bridge->isWatching(this)) m_bridge->refresh();
     emit viewChanged();
@@ -97,14 +107,13 @@ void ReplyView::setViewTop(double top) {
 void ReplyView::setViewHeight(double height) {
     if (m_viewHeight == height) return;
     m_viewHeight = height;
-    placeCanvas(false);
+    placeCanvas();
     emit viewChanged();
 }
 
 void ReplyView::geometryChange(const QRectF& next, const QRectF& former) {
     QQuickItem::geometryChange(next, former);
     if (next.width() != former.width()) layOutNow();
-    if (next.height() != former.height()) placeCanvas(true);
 }
 
 void ReplyView::itemChange(ItemChange change, const ItemChangeData& data) {
@@ -120,33 +129,48 @@ void ReplyView::layOutNow() {
 
 void ReplyView::publishLayout() {
     setImplicitHeight(m_layout.height());
-    QVariantList rects;
-    for (int row = 0; row < m_layout.count(); ++row)
-        if (m_layout.kind(row) == AssistantReplyDocument::Kind::Code && m_layout.isSet(row))
-            rects += m_layout.blockRect(row);
-    if (rects != m_codeRects) {
-        m_codeRects = rects;
-        emit codeRectsChanged();
-    }
-    placeCanvas(true);
+    placeCanvas();
+    findCode();
+    m_canvas->repaintFrom(m_layout.takeStale());
     if (hasSelection() && m_bridge) m_bridge->refresh();
     emit layoutChanged();
 }
 
-// Paints anew if what is painted is stale or no longer reaches all of what is in view.
-void ReplyView::placeCanvas(bool isStale) {
+// Paints anew once what is painted no longer reaches all of what is in view.
+void ReplyView::placeCanvas() {
     const double height = m_layout.height();
     const double top = std::clamp(m_viewTop, 0.0, height);
     const double bottom = std::clamp(m_viewTop + m_viewHeight, 0.0, height);
-    const bool isCovered = m_canvas->y() <= top && m_canvas->y() + m_canvas->height() >= bottom &&
-                           m_canvas->width() == width();
-    if (isCovered && !isStale) return;
     m_canvas->setVisible(bottom > top);
-    const double from = std::floor(std::max(0.0, top - overscan));
-    const double to = std::ceil(std::min(height, bottom + overscan));
-    m_canvas->setY(from);
-    m_canvas->setSize({width(), std::max(0.0, to - from)});
-    m_canvas->update();
+    if (bottom <= top) return;
+    const double from = std::max(0.0, stepBelow(m_viewTop - overscan));
+    const double end = m_isGrowing ? stepAbove(height) : std::ceil(height);
+    const QRectF strip(0, from, width(),
+                       std::min(end, stepAbove(m_viewTop + m_viewHeight + overscan)) - from);
+    if (strip == QRectF(m_canvas->position(), m_canvas->size())) return;
+    m_canvas->setPosition(strip.topLeft());
+    m_canvas->setSize(strip.size());
+    m_canvas->repaint();
+    findCode();
+}
+
+void ReplyView::findCode() {
+    QVariantList rects;
+    int above = 0;
+    const double bottom = m_canvas->y() + m_canvas->height();
+    for (int row = 0; row < m_layout.count() && m_layout.isSet(row); ++row) {
+        if (m_layout.kind(row) != AssistantReplyDocument::Kind::Code) continue;
+        const QRectF rect = m_layout.blockRect(row);
+        if (rect.top() > bottom) break;
+        if (rect.bottom() >= m_canvas->y())
+            rects += rect;
+        else
+            ++above;
+    }
+    if (rects == m_codeRects && above == m_firstCode) return;
+    m_codeRects = rects;
+    m_firstCode = above;
+    emit codeRectsChanged();
 }
 
 void ReplyView::fadeIn(int row) {
@@ -165,6 +189,10 @@ double ReplyView::arrivalOpacity() const {
 
 void ReplyView::updatePolish() {
     layOutNow();
+}
+
+bool ReplyView::beginsWithCode() const {
+    return m_layout.count() > 0 && m_layout.kind(0) == AssistantReplyDocument::Kind::Code;
 }
 
 QString ReplyView::codeAt(int index) const {

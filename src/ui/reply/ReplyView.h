@@ -38,8 +38,11 @@ class ReplyView : public QQuickItem, public SelectableText {
     Q_PROPERTY(QQuickItem* container MEMBER m_container NOTIFY containerChanged)
     /// Of the widest line; the whole width for a reply with a table.
     Q_PROPERTY(double naturalWidth READ naturalWidth NOTIFY layoutChanged)
-    /// One rectangle for each block of code, from the top.
+    /// One rectangle for each block of code in or near what is in view, from the top; the first of
+    /// them has the index `firstCode` among all.
     Q_PROPERTY(QVariantList codeRects READ codeRects NOTIFY codeRectsChanged)
+    Q_PROPERTY(int firstCode READ firstCode NOTIFY codeRectsChanged)
+    Q_PROPERTY(bool beginsWithCode READ beginsWithCode NOTIFY layoutChanged)
     Q_PROPERTY(bool hasSelection READ hasSelection NOTIFY selectionChanged)
 
   public:
@@ -54,6 +57,8 @@ class ReplyView : public QQuickItem, public SelectableText {
     [[nodiscard]] double viewHeight() const { return m_viewHeight; }
     [[nodiscard]] double naturalWidth() const { return m_layout.naturalWidth(); }
     [[nodiscard]] const QVariantList& codeRects() const { return m_codeRects; }
+    [[nodiscard]] int firstCode() const { return m_firstCode; }
+    [[nodiscard]] bool beginsWithCode() const;
     [[nodiscard]] bool hasSelection() const { return !selection().isEmpty(); }
     [[nodiscard]] const ReplyLayout& layout() const { return m_layout; }
     [[nodiscard]] ReplyRange selection() const;
@@ -115,7 +120,8 @@ class ReplyView : public QQuickItem, public SelectableText {
     void setColors(const ReplyColors& colors);
     void layOutNow();
     void publishLayout();
-    void placeCanvas(bool isStale);
+    void placeCanvas();
+    void findCode();
     void fadeIn(int row);
     void selectionMoved();
     void dropLostSelection();
@@ -137,6 +143,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     QPointer<PanelSelectionBridge> m_bridge;
     QPointer<QQuickItem> m_container;
     QVariantList m_codeRects;
+    int m_firstCode = 0;
     ReplyPosition m_anchor;
     ReplyPosition m_cursor;
     QPointF m_pressedAt;
