@@ -151,6 +151,29 @@ TEST_F(ConversationViewTest, AnIdlePanelDrawsNothing) {
     EXPECT_EQ(frames.count(), 0);
 }
 
+// Counts how often a window is told that it has something to draw.
+class FrameRequests final : public QObject {
+  public:
+    int count = 0;
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::UpdateRequest) ++count;
+        return false;
+    }
+};
+
+TEST_F(ConversationViewTest, AnIdleLongConversationAsksForNoFrame) {
+    for (int i = 0; i < 1000; ++i)
+        i % 2 == 0 ? stage.say("Question") : void(stage.answer("Answer **bold** text."));
+    stage.show();
+    stage.find("Composer")->setProperty("enabled", false); // its caret blinks
+    stage.settle(1000);
+    FrameRequests requests;
+    stage.window->installEventFilter(&requests);
+    stage.settle(400);
+    EXPECT_EQ(requests.count, 0);
+}
+
 TEST_F(ConversationViewTest, ALabelOfAFollowUpIsSent) {
     stage.answer("Done.", false, VorqFollowUp{"More?", {"Yes", "No"}});
     stage.show();

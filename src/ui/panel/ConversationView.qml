@@ -31,6 +31,10 @@ ListView {
     readonly property bool isAtEnd: contentY >= bottomY - endSlack
 
     model: panel.messages
+    // No message is the current one; the mark of it would glide through a long conversation for
+    // minutes, unseen, and have a frame drawn for each step.
+    currentIndex: -1
+    highlightFollowsCurrentItem: false
     spacing: Theme.space3
     boundsBehavior: Flickable.StopAtBounds
     flickableDirection: Flickable.VerticalFlick
