@@ -126,14 +126,71 @@ TEST_F(ReplyViewTest, ASecondReplyTakesTheSelectionOver) {
     EXPECT_EQ(stage.panel->selection()->selectedText(), "Other");
 }
 
-TEST_F(ReplyViewTest, AMegabyteIsSetInSlicesAndPaintedInAStrip) {
+TEST_F(ReplyViewTest, AHugeReplyIsSetInSlicesAndPaintedInAStrip) {
     ReplyView& view = shown(QString("Many words in a paragraph. ").repeated(400) + "\n\n" +
-                            QString("word ").repeated(200000));
+                            QString("word ").repeated(30000));
     for (int i = 0; i < 2000 && !view.layout().isDone(); ++i)
         stage.settle(5);
     EXPECT_TRUE(view.layout().isDone());
-    EXPECT_GT(view.implicitHeight(), 100000);
+    EXPECT_GT(view.implicitHeight(), 20000);
     EXPECT_LT(stage.find("ReplyCanvas")->height(), 2000);
+}
+
+// A growing reply is painted in parts; nothing may be left of what stood there before.
+TEST_F(ReplyViewTest, AGrownReplyLooksAsOneThatWasThereAtOnce) {
+    const QString block = "## Part\n\nSome words of a paragraph, as wide as the panel and more.\n\n"
+                          "- one\n- two\n\n```\ncode\n```\n\n| a | b |\n|---|---|\n| c | d |\n\n";
+    const QString whole = block.repeated(5).trimmed();
+    const QUuid id = stage.work();
+    stage.show();
+    for (qsizetype length = 40; length < whole.size(); length += 40) {
+        stage.grow(id, AssistantReplyDocument::committedSource(whole.left(length), false));
+        stage.settle(5);
+    }
+    VorqMessage message = *stage.state->panel().messages().find(id);
+    message.text = AssistantReplyDocument::committedSource(whole, true);
+    message.isTyping = false;
+    stage.state->panel().messages().update(message);
+    stage.settle(600);
+    PanelStage other;
+    other.answer(message.text);
+    other.show();
+    other.settle(600);
+    const auto picture = [](PanelStage& of) {
+        of.find("Composer")->setProperty("enabled", false); // its caret blinks
+        of.settle(200);
+        return of.window->grabWindow().copy(0, 0, 440, 500);
+    };
+    EXPECT_EQ(picture(stage), picture(other));
+}
+
+// While the window is hidden nothing is painted, so all of it is once it comes back.
+TEST_F(ReplyViewTest, AReplyThatGrewUnseenIsPaintedWhole) {
+    ReplyView& view = shown("One.\n\nTwo.");
+    const auto picture = [this, &view] {
+        const QRectF place = view.mapRectToScene(QRectF(0, 0, view.width(), 20));
+        return stage.window->grabWindow().copy(place.toRect());
+    };
+    const QImage before = picture();
+    stage.window->hide();
+    stage.window->releaseResources();
+    stage.grow(m_id, "One.\n\nTwo.\n\nThree.");
+    stage.settle(20);
+    stage.window->show();
+    stage.settle(600);
+    EXPECT_EQ(picture(), before);
+}
+
+TEST_F(ReplyViewTest, OnlyCodeInViewHasButtons) {
+    const QString code = "```\n" + QString("line\n").repeated(40) + "```\n\n";
+    ReplyView& view = shown(code.repeated(12));
+    EXPECT_GT(view.firstCode(), 6);
+    EXPECT_LT(view.codeRects().size(), 6);
+    stage.list().setProperty("contentY", 0);
+    stage.settle(20);
+    EXPECT_EQ(view.firstCode(), 0);
+    EXPECT_LT(view.codeRects().size(), 6);
+    EXPECT_GE(view.codeRects().size(), 1);
 }
 
 TEST_F(ReplyViewTest, ARemovedReplyLeavesNoSelectionBehind) {
