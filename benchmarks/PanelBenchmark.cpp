@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <functional>
 #include <vector>
 
@@ -137,6 +138,28 @@ void report(const char* name, const QString& reply, const std::function<Round()>
     std::fflush(stdout);
 }
 
+// A long conversation that nobody touches. The caret of the composer blinks; it is measured
+// without.
+void rest(EventTimer& application) {
+    constexpr int messages = 2000;
+    constexpr int seconds = 5;
+    PanelStage stage;
+    for (int i = 0; i < messages; ++i)
+        i % 2 == 0 ? stage.say(QStringLiteral("Question"))
+                   : void(stage.answer(QStringLiteral("Answer **bold** text.")));
+    stage.show();
+    stage.find(QStringLiteral("Composer"))->setProperty("enabled", false);
+    stage.settle(1500);
+    QEventLoop loop;
+    QTimer::singleShot(seconds * 1000, &loop, &QEventLoop::quit);
+    application.restart();
+    const std::clock_t before = std::clock();
+    loop.exec();
+    const double busy = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
+    std::printf("rest with %d messages: %.2f %% of a processor, %zu events in %d s\n", messages,
+                100 * busy / seconds, application.turns().size(), seconds);
+}
+
 void measureAll(EventTimer& application) {
     const QString text =
         QString::fromStdString(bench::replyText(bench::Script::Typographic, 2 * replySize));
@@ -147,6 +170,9 @@ void measureAll(EventTimer& application) {
     report("reply at once", whole, [&] { return open(application, whole); });
     report("a word of 100 000", word, [&] { return open(application, word); });
     report("a megabyte at once", megabyte, [&] { return open(application, megabyte); });
+    if (QCoreApplication::arguments().value(1).isEmpty() ||
+        QCoreApplication::arguments()[1] == u"rest")
+        rest(application);
 }
 
 } // namespace

@@ -1,0 +1,128 @@
+#!/usr/bin/env python3
+"""Measures the start, the memory and the rest of the desktop program on a desktop of its own.
+
+    benchmarks/program_start.py build/bench/bin [RUNS]
+
+A run starts "vorq --background" and waits until its main loop answers on the bus, which it does
+with the tray in place, the hot keys set and the panel prepared. Beside it, in turn, a program that
+is an empty Qt Quick window is started and waited for until that is drawn. Each is left alone for a
+moment, then its proportional memory and the processor time of some idle seconds are read. Budgets:
+1.3 times the start of the empty window and 1.6 times its memory; 1 % of a processor while idle.
+"""
+
+import contextlib
+import os
+import pathlib
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+from panel_show import start_display, wait_for_window_manager
+
+RUNS = 9
+SETTLE_SECONDS = 2
+IDLE_SECONDS = 3
+LONGEST_START = 30
+
+
+def wait_for_vorq(process, environment):
+    """Until the main loop answers. Each question is a process of its own, so few are asked."""
+    question = ["gdbus", "introspect", "--session", "--dest", "com.vorq.desk",
+                "--object-path", "/com/vorq/desk"]
+    subprocess.run(["gdbus", "wait", "--session", "--timeout", str(LONGEST_START),
+                    "com.vorq.desk"], env=environment, check=True)
+    subprocess.run(question, env=environment, stdout=subprocess.DEVNULL, check=True)
+
+
+def wait_for_line(process, _environment):
+    if process.stdout.readline() != b"ready\n":
+        sys.exit("the empty window did not come")
+
+
+def proportional_memory(process):
+    """In MB."""
+    for line in pathlib.Path(f"/proc/{process.pid}/smaps_rollup").read_text().splitlines():
+        if line.startswith("Pss:"):
+            return int(line.split()[1]) / 1024
+    sys.exit("no proportional memory is told")
+
+
+def processor_seconds(process):
+    fields = pathlib.Path(f"/proc/{process.pid}/stat").read_text().rpartition(")")[2].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+def measured(command, wait, environment):
+    """Milliseconds of the start, MB, and percent of a processor while idle."""
+    start = time.monotonic()
+    process = subprocess.Popen(command, env=environment, stdout=subprocess.PIPE,
+                               stderr=subprocess.DEVNULL)
+    try:
+        wait(process, environment)
+        ready = time.monotonic()
+        time.sleep(SETTLE_SECONDS)
+        memory = proportional_memory(process)
+        before = processor_seconds(process)
+        time.sleep(IDLE_SECONDS)
+        idle = (processor_seconds(process) - before) / IDLE_SECONDS
+    finally:
+        process.terminate()
+        process.wait()
+    return (ready - start) * 1000, memory, idle * 100
+
+
+@contextlib.contextmanager
+def desktop():
+    """The environment of a session with a screen, a window manager and a bus."""
+    server, display = start_display()
+    others = []
+    try:
+        with tempfile.TemporaryDirectory() as home:
+            environment = dict(os.environ, DISPLAY=display, HOME=home, XDG_RUNTIME_DIR=home,
+                               XDG_CONFIG_HOME=f"{home}/config", XDG_DATA_HOME=f"{home}/data",
+                               XDG_CACHE_HOME=f"{home}/cache", QT_QPA_PLATFORM="xcb",
+                               QT_QUICK_BACKEND="software", NO_AT_BRIDGE="1")
+            bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"],
+                                   env=environment, stdout=subprocess.PIPE,
+                                   stderr=subprocess.DEVNULL, text=True)
+            others.append(bus)
+            environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
+            others.append(subprocess.Popen(["openbox"], env=environment,
+                                           stderr=subprocess.DEVNULL))
+            wait_for_window_manager(environment)
+            yield environment
+    finally:
+        for process in [*others, server]:
+            process.terminate()
+            process.wait()
+
+
+def report(name, unit, vorq, empty):
+    print(f"{name:6} vorq {statistics.median(vorq):7.1f} (worst {max(vorq):.1f}) {unit}, "
+          f"empty window {statistics.median(empty):7.1f} (worst {max(empty):.1f}) {unit}, "
+          f"ratio {statistics.median(vorq) / max(0.01, statistics.median(empty)):.2f}")
+
+
+def main():
+    if len(sys.argv) < 2:
+        sys.exit(__doc__)
+    programs = pathlib.Path(sys.argv[1]).resolve()
+    runs = int(sys.argv[2]) if len(sys.argv) > 2 else RUNS
+    figures = {"vorq": [], "empty": []}
+    with desktop() as environment:
+        for run in range(runs + 1):
+            vorq = measured([programs / "vorq", "--background"], wait_for_vorq, environment)
+            empty = measured([programs / "bench-empty-window"], wait_for_line, environment)
+            if run == 0:
+                continue  # reads the files from the disk
+            figures["vorq"].append(vorq)
+            figures["empty"].append(empty)
+    for index, (name, unit) in enumerate((("start", "ms"), ("memory", "MB"), ("idle", "%"))):
+        report(name, unit, [f[index] for f in figures["vorq"]],
+               [f[index] for f in figures["empty"]])
+
+
+if __name__ == "__main__":
+    main()
