@@ -6,6 +6,8 @@
 namespace vorq {
 namespace {
 
+constexpr double middleGrey = 0.5;
+
 QColor colorOf(const QString& hex) {
     const std::optional<RgbaColor> color = HexColor::rgbaComponents(hex);
     if (!color) return {};
@@ -26,6 +28,9 @@ PanelLook::PanelLook(AppearanceSettings& settings) : m_settings(settings) {
 }
 
 bool PanelLook::panelIsDark() const {
+    const QString& background = m_settings.panelBackgroundHex();
+    if (HexColor::rgbaComponents(background))
+        return HexColor::contrastingForeground(background) > middleGrey;
     return m_settings.panelAppearance() == PanelAppearance::Current;
 }
 

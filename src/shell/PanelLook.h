@@ -33,6 +33,7 @@ class PanelLook final : public QObject {
     /// The settings must outlive the look.
     explicit PanelLook(AppearanceSettings& settings);
 
+    /// Whether the panel is drawn light on dark: as its theme says, or as its own background needs.
     [[nodiscard]] bool panelIsDark() const;
     [[nodiscard]] bool appIsDark() const;
     [[nodiscard]] bool isTinted() const;

@@ -22,6 +22,19 @@ TEST_F(PanelLookTest, ThePanelsThemeIsItsOwn) {
     EXPECT_FALSE(look.panelIsDark());
 }
 
+TEST_F(PanelLookTest, ABackgroundOfItsOwnDecidesWhatIsDrawnOnIt) {
+    settings.setPanelAppearance(PanelAppearance::White);
+    settings.setPanelBackgroundHex("#0F4C47");
+    EXPECT_TRUE(look.panelIsDark()) << "dark text could not be read on it";
+    settings.setPanelAppearance(PanelAppearance::Current);
+    settings.setPanelBackgroundHex("#FFF4D6");
+    EXPECT_FALSE(look.panelIsDark());
+    settings.setPanelBackgroundHex("no colour");
+    EXPECT_TRUE(look.panelIsDark());
+    settings.setPanelBackgroundHex("");
+    EXPECT_TRUE(look.panelIsDark());
+}
+
 TEST_F(PanelLookTest, TheApplicationFollowsTheDesktopUnlessTold) {
     EXPECT_FALSE(look.appIsDark());
     look.setDesktop({true, {}});

@@ -68,6 +68,34 @@ TEST_F(HexRowTest, AnEmptyDraftClears) {
     EXPECT_FALSE(bad());
 }
 
+TEST_F(HexRowTest, SaysWhatAValidColourLooksLike) {
+    const auto says = [this] {
+        for (QQuickItem* item : row->findChildren<QQuickItem*>())
+            if (item->isVisible() && item->property("text") == "Enter a valid hex like #F97316")
+                return true;
+        return false;
+    };
+    EXPECT_FALSE(says());
+    enter("#12");
+    EXPECT_TRUE(says());
+    enter("#445566");
+    EXPECT_FALSE(says());
+}
+
+TEST_F(HexRowTest, ClearIsThereAsLongAsAValueIs) {
+    QQuickItem* clear = nullptr;
+    for (QQuickItem* item : row->findChildren<QQuickItem*>())
+        if (item->property("text") == "Clear" && item->inherits("QQuickAbstractButton"))
+            clear = item;
+    ASSERT_TRUE(clear);
+    EXPECT_TRUE(clear->isVisible());
+    QMetaObject::invokeMethod(clear, "clicked");
+    EXPECT_EQ(value(), "");
+    EXPECT_FALSE(clear->isVisible());
+    enter("#445566");
+    EXPECT_TRUE(clear->isVisible());
+}
+
 TEST_F(HexRowTest, LosingFocusCommits) {
     field->forceActiveFocus();
     field->setProperty("text", "#ABCDEF");

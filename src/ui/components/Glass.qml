@@ -19,6 +19,16 @@ Item {
         level: glass.elevation
         radius: glass.radius
     }
+    // Without translucency the window is cut out by whole pixels: what the sheet covers in part on
+    // its edge must not show the black beneath.
+    Rectangle {
+        anchors.fill: parent
+        visible: Theme.opaque && !glass.floats
+        gradient: Gradient {
+            GradientStop { position: 0; color: Qt.tint(Theme.glassTop, Theme.glassHairline) }
+            GradientStop { position: 1; color: Qt.tint(Theme.glassBottom, Theme.glassHairline) }
+        }
+    }
     Squircle {
         id: sheet
         anchors.fill: parent

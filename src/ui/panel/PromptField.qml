@@ -72,6 +72,7 @@ Flickable {
             width: 2
             radius: 1
             color: Theme.accentInk
+            transform: Translate { x: -1 } // between the letters, not upon the next
             visible: isWanted && (!blink.running || blink.shown)
 
             Timer {
