@@ -7,7 +7,8 @@
 namespace vorq {
 
 VorqAppState::VorqAppState(const Platform& platform)
-    : m_api(platform.transport, platform.paths),
+    : m_notes(platform.notes),
+      m_api(platform.transport, platform.paths),
       m_model(m_api, platform.defaults),
       m_account(m_api, platform.defaults, platform.paths, platform.clock, m_model),
       m_appearance(platform.defaults),

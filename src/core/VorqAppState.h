@@ -59,6 +59,7 @@ class VorqAppState final : public QObject {
     [[nodiscard]] UpdateState& updates() { return m_updates; }
     [[nodiscard]] PanelConversation& panel() { return m_panel; }
     [[nodiscard]] PanelChats& panelChats() { return m_panelChats; }
+    [[nodiscard]] NotesBridge& notes() { return m_notes; }
     [[nodiscard]] StudyNotes& studyNotes() { return m_studyNotes; }
 
     /// Reads the library anew, whatever of it is in memory.
@@ -78,6 +79,7 @@ class VorqAppState final : public QObject {
   private:
     void restore();
 
+    NotesBridge& m_notes;
     VorqAPIService m_api;
     PreferredModel m_model;
     AccountSession m_account;

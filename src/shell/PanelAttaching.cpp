@@ -64,9 +64,19 @@ void PanelViewModel::attachFile(const QString& path) {
     });
 }
 
-void PanelViewModel::attachImage(const QImage& image) {
+bool PanelViewModel::attachPicture(const QByteArray& bytes) {
+    const QImage image = QImage::fromData(bytes);
+    if (image.isNull()) return false;
+    setShowAttachTray(false);
+    setNotice({});
+    attachImage(image, tr("Dropped image.png"));
+    emit focusPromptWanted();
+    return true;
+}
+
+void PanelViewModel::attachImage(const QImage& image, const QString& name) {
     PromptAttachment attachment;
-    attachment.fileName = tr("Pasted image.png");
+    attachment.fileName = name;
     attachment.imageDataURL = dataURLOf(image);
     if (attachment.imageDataURL)
         m_attachments.append(attachment);
@@ -86,7 +96,7 @@ bool PanelViewModel::attachFromClipboard() {
     }
     // A word processor offers a picture of its text too; the text is what is meant.
     if (!data->hasImage() || data->hasText()) return false;
-    attachImage(data->imageData().value<QImage>());
+    attachImage(data->imageData().value<QImage>(), tr("Pasted image.png"));
     return true;
 }
 

@@ -20,7 +20,8 @@ QCoro::Task<> resetLater(QPointer<PanelViewModel> self, Clock& clock, std::funct
 
 } // namespace
 
-PanelViewModel::PanelViewModel(VorqAppState& state, Clock& clock) : m_state(state), m_clock(clock) {
+PanelViewModel::PanelViewModel(VorqAppState& state, Clock& clock)
+    : m_state(state), m_clock(clock), m_attachableNotes(state, m_attachments) {
     m_selection.setOnDeepen([this](const QString& excerpt) { addDeepenSelection(excerpt); });
     m_prompt = m_state.panelDraft().text();
     connectState();
@@ -31,6 +32,10 @@ PanelViewModel::~PanelViewModel() = default;
 
 void PanelViewModel::connectState() {
     connect(&m_attachments, &AttachmentList::countChanged, this, &PanelViewModel::canSendChanged);
+    connect(&m_attachableNotes, &AttachableNotes::noteUnreadable, this,
+            [this](const QString& title) {
+                setNotice(tr("%1: there is no text to attach.").arg(title));
+            });
     connect(&m_state, &VorqAppState::promptPlaceholderChanged, this,
             &PanelViewModel::promptPlaceholderChanged);
     connect(&m_state.panel(), &PanelConversation::stateChanged, this,
@@ -73,6 +78,14 @@ QString PanelViewModel::workLabel() const {
     return m_state.panel().workStatus().label();
 }
 
+bool PanelViewModel::isRestoringHistory() const {
+    return m_state.panel().isRestoringPanelHistory();
+}
+
+void PanelViewModel::historyRestored() {
+    m_state.panel().setRestoringPanelHistory(false);
+}
+
 bool PanelViewModel::mayTalk() const {
     return m_state.canUsePanelAI();
 }
@@ -97,6 +110,7 @@ void PanelViewModel::setShowAttachTray(bool shown) {
 void PanelViewModel::setAttachTrayMode(AttachTrayMode mode) {
     if (m_attachTrayMode == mode) return;
     m_attachTrayMode = mode;
+    if (mode == AttachTrayMode::Notes) m_attachableNotes.load();
     emit attachTrayModeChanged();
 }
 

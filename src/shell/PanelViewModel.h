@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/AttachableNotes.h"
 #include "shell/AttachmentList.h"
 #include "shell/PanelSelectionBridge.h"
 #include "support/TaskSlot.h"
@@ -20,6 +21,7 @@ class PanelViewModel final : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString prompt READ prompt WRITE setPrompt NOTIFY promptChanged)
     Q_PROPERTY(vorq::AttachmentList* attachments READ attachmentList CONSTANT)
+    Q_PROPERTY(vorq::AttachableNotes* attachableNotes READ attachableNotes CONSTANT)
     Q_PROPERTY(vorq::PanelSelectionBridge* selection READ selection CONSTANT)
     Q_PROPERTY(QAbstractItemModel* messages READ messages CONSTANT)
     Q_PROPERTY(bool showAttachTray READ showAttachTray WRITE setShowAttachTray NOTIFY
@@ -30,6 +32,8 @@ class PanelViewModel final : public QObject {
     Q_PROPERTY(QString promptPlaceholder READ promptPlaceholder NOTIFY promptPlaceholderChanged)
     Q_PROPERTY(bool isResponding READ isResponding NOTIFY respondingChanged)
     Q_PROPERTY(QString workLabel READ workLabel NOTIFY workLabelChanged)
+    /// A saved chat was loaded and the view has not shown it yet: it comes in at once, at its end.
+    Q_PROPERTY(bool isRestoringHistory READ isRestoringHistory NOTIFY respondingChanged)
     Q_PROPERTY(bool promptBounce READ promptBounce NOTIFY promptBounceChanged)
     /// What went wrong or is missing, as a sentence; "" for nothing.
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
@@ -45,6 +49,7 @@ class PanelViewModel final : public QObject {
     [[nodiscard]] const QString& prompt() const { return m_prompt; }
     [[nodiscard]] AttachmentList& attachments() { return m_attachments; }
     [[nodiscard]] AttachmentList* attachmentList() { return &m_attachments; }
+    [[nodiscard]] AttachableNotes* attachableNotes() { return &m_attachableNotes; }
     [[nodiscard]] PanelSelectionBridge* selection() { return &m_selection; }
     [[nodiscard]] QAbstractItemModel* messages() const;
     [[nodiscard]] bool showAttachTray() const { return m_showAttachTray; }
@@ -53,6 +58,7 @@ class PanelViewModel final : public QObject {
     [[nodiscard]] QString promptPlaceholder() const;
     [[nodiscard]] bool isResponding() const;
     [[nodiscard]] QString workLabel() const;
+    [[nodiscard]] bool isRestoringHistory() const;
     [[nodiscard]] bool promptBounce() const { return m_promptBounce; }
     [[nodiscard]] const QString& notice() const { return m_notice; }
 
@@ -69,6 +75,9 @@ class PanelViewModel final : public QObject {
     Q_INVOKABLE void stopPanelResponse();
     Q_INVOKABLE void ensurePanelGreeting();
 
+    /// The view shows the saved chat now.
+    Q_INVOKABLE void historyRestored();
+
     /// Puts the prompt sent last into an empty draft; false if the draft is not empty or nothing
     /// was sent.
     Q_INVOKABLE bool recallLastPrompt();
@@ -81,6 +90,9 @@ class PanelViewModel final : public QObject {
 
     /// Takes files or a picture from the clipboard; false if it holds neither.
     Q_INVOKABLE bool attachFromClipboard();
+
+    /// Takes an encoded picture, as another program hands it over; false if it is none.
+    Q_INVOKABLE bool attachPicture(const QByteArray& bytes);
 
     Q_INVOKABLE void removeAttachment(int row);
     Q_INVOKABLE void copyText(const QString& text) const;
@@ -120,12 +132,13 @@ class PanelViewModel final : public QObject {
     void dispatch();
     void syncStudyNoteClip();
     void attachFile(const QString& path);
-    void attachImage(const QImage& image);
+    void attachImage(const QImage& image, const QString& name);
     void setNotice(const QString& sentence);
 
     VorqAppState& m_state;
     Clock& m_clock;
     AttachmentList m_attachments;
+    AttachableNotes m_attachableNotes;
     PanelSelectionBridge m_selection;
     QString m_prompt;
     QString m_lastPrompt;

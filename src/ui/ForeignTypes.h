@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/AttachableNotes.h"
 #include "shell/AttachmentList.h"
 #include "shell/PanelLook.h"
 #include "shell/PanelSelectionBridge.h"
@@ -29,6 +30,13 @@ struct PanelSelectionBridgeForeign {
     Q_GADGET
     QML_FOREIGN(vorq::PanelSelectionBridge)
     QML_NAMED_ELEMENT(PanelSelectionBridge)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct AttachableNotesForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::AttachableNotes)
+    QML_NAMED_ELEMENT(AttachableNotes)
     QML_UNCREATABLE("Belongs to the program")
 };
 

@@ -51,6 +51,19 @@ class ScriptedNotesBridge final : public NoNotesBridge {
     std::optional<QString> refusal;
     std::vector<std::pair<QString, QString>> notes; // title and body
 
+    std::vector<AppleNoteSummary> listNotes(int limit) override {
+        std::vector<AppleNoteSummary> list;
+        for (const auto& [title, body] : notes)
+            if (static_cast<int>(list.size()) < limit)
+                list.push_back({QString::number(list.size() + 1), title});
+        return list;
+    }
+    std::optional<QString> noteBody(const QString& id) override {
+        const qsizetype index = id.toLongLong() - 1;
+        if (index < 0 || index >= std::ssize(notes)) return std::nullopt;
+        const QString& body = notes[static_cast<std::size_t>(index)].second;
+        return body.isEmpty() ? std::nullopt : std::optional(body);
+    }
     std::expected<QString, QString> createNote(const QString& title, const QString& body) override {
         if (refusal) return std::unexpected(*refusal);
         notes.emplace_back(title, body);

@@ -37,20 +37,24 @@ NotesBridge& LinuxNotesBridge::ownerOf(const QString& id) {
 }
 
 std::vector<AppleNoteSummary> LinuxNotesBridge::listNotes(int limit) {
+    const std::scoped_lock lock(m_oneAtATime);
     return chosen().listNotes(limit);
 }
 
 std::optional<QString> LinuxNotesBridge::noteBody(const QString& id) {
+    const std::scoped_lock lock(m_oneAtATime);
     return ownerOf(id).noteBody(id);
 }
 
 std::expected<QString, NotesBridge::Error> LinuxNotesBridge::createNote(const QString& title,
                                                                         const QString& body) {
+    const std::scoped_lock lock(m_oneAtATime);
     return chosen().createNote(title, body);
 }
 
 std::expected<void, NotesBridge::Error> LinuxNotesBridge::appendToNote(const QString& id,
                                                                        const QString& body) {
+    const std::scoped_lock lock(m_oneAtATime);
     return ownerOf(id).appendToNote(id, body);
 }
 

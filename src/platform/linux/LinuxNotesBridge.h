@@ -4,6 +4,7 @@
 #include "platform/linux/MarkdownFolderBridge.h"
 
 #include <cstdint>
+#include <mutex>
 
 namespace vorq {
 
@@ -11,7 +12,7 @@ class Defaults;
 
 /// The notes application of the user's session: Gnote where it is installed, else a folder of
 /// Markdown files, unless the user has settled on one of them. A note is read and added to where it
-/// was made, whatever has been installed since.
+/// was made, whatever has been installed since. Operations of several threads wait for each other.
 class LinuxNotesBridge : public NotesBridge {
   public:
     enum class Choice : std::uint8_t { Automatic, Gnote, Folder };
@@ -36,6 +37,7 @@ class LinuxNotesBridge : public NotesBridge {
     [[nodiscard]] NotesBridge& chosen();
     [[nodiscard]] NotesBridge& ownerOf(const QString& id);
 
+    std::mutex m_oneAtATime;
     Choice m_choice;
     QDBusConnection m_bus;
     GnoteBridge m_gnote;
