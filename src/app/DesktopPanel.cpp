@@ -63,6 +63,11 @@ void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& show
         if (QQuickItem* page = m_window.rootObject())
             QMetaObject::invokeMethod(page, "focusPrompt");
     });
+    QObject::connect(notifications, &ShellNotifications::vorqPanelDockDragChanged, &m_window,
+                     [this](bool isDragging) {
+                         if (QQuickItem* page = m_window.rootObject())
+                             page->setProperty("isDockDragging", isDragging);
+                     });
     QObject::connect(&m_view, &PanelViewModel::focusPromptWanted, notifications,
                      &ShellNotifications::vorqFocusPrompt);
     QObject::connect(&m_view, &PanelViewModel::attentionWanted, notifications,

@@ -1,6 +1,8 @@
 #include "ui/PanelStage.h"
 #include "ui/Samples.h"
 
+#include "library/SavedChat.h"
+
 #include <QSignalSpy>
 #include <QTest>
 #include <QWheelEvent>
@@ -16,9 +18,10 @@ class ConversationViewTest : public testing::Test {
     [[nodiscard]] double bottom() { return stage.list().property("bottomY").toDouble(); }
     [[nodiscard]] bool follows() { return stage.list().property("follows").toBool(); }
 
-    void wheel(int delta) {
-        const QPointF at(220, 300);
-        QWheelEvent event(at, stage.window->mapToGlobal(at.toPoint()), {}, {0, delta}, Qt::NoButton,
+    void wheel(int delta) { wheel({0, delta}, {220, 300}); }
+
+    void wheel(QPoint delta, QPointF at) {
+        QWheelEvent event(at, stage.window->mapToGlobal(at.toPoint()), {}, delta, Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(stage.window.get(), &event);
         do
@@ -117,18 +120,116 @@ TEST_F(ConversationViewTest, ResizingKeepsTheFootInView) {
     EXPECT_NEAR(y(), bottom(), 2);
 }
 
-TEST_F(ConversationViewTest, NothingMovesSideways) {
+TEST_F(ConversationViewTest, ASidewaysTurnOfTheWheelIsSwallowed) {
+    stage.answer(QString(samples::leaves).repeated(3));
+    stage.show();
+    stage.settle(400);
+    const double before = y();
+    wheel({240, 0}, {220, 100});
+    wheel({240, 200}, {220, 100});
+    EXPECT_EQ(stage.list().property("contentX").toDouble(), 0);
+    EXPECT_EQ(y(), before) << "nor does its share upwards scroll";
+    wheel({100, 200}, {220, 100});
+    EXPECT_LT(y(), before) << "what goes more upwards than sideways scrolls";
+    stage.list().setProperty("contentX", 7);
+    EXPECT_EQ(stage.list().property("contentX").toDouble(), 0);
+}
+
+class SidewaysCodeTest : public ConversationViewTest {
+  protected:
+    // A reply that is nothing but code, wider than the panel.
+    void showCode(int lines) {
+        QString line;
+        for (int number = 100; number < 170; ++number)
+            line += QString::number(number);
+        stage.answer("```\n" + line + QString("\ny").repeated(lines - 1) + "\n```");
+        stage.show();
+        stage.settle(400);
+        m_reply = stage.find("ReplyView");
+    }
+    [[nodiscard]] QImage picture() { return stage.window->grabWindow(); }
+
+    QQuickItem* m_reply = nullptr;
+};
+
+TEST_F(SidewaysCodeTest, LowCodeScrolls) {
+    showCode(2);
+    const QImage before = picture();
+    wheel({-240, 60}, m_reply->mapToScene({40, 20}));
+    EXPECT_NE(picture(), before);
+}
+
+TEST_F(SidewaysCodeTest, TallCodeScrollsAndTheListStays) {
+    showCode(120);
+    wheel(240);
+    const double held = y();
+    const QImage before = picture();
+    wheel({-240, 120}, {100, 300});
+    EXPECT_EQ(y(), held);
+    EXPECT_NE(picture(), before);
+}
+
+class ScrollerTest : public ConversationViewTest {
+  protected:
+    void show() {
+        stage.answer(QString(samples::leaves).repeated(3));
+        stage.show();
+        stage.settle(400);
+    }
+    void hover(QPoint at) {
+        QTest::mouseMove(stage.window.get(), at);
+        stage.settle(20);
+    }
+    [[nodiscard]] bool isShown() { return stage.find("Scroller")->property("shown").toBool(); }
+};
+
+TEST_F(ScrollerTest, IsThereWhileTheMouseIsAtTheRightEdge) {
+    show();
+    hover({200, 300});
+    EXPECT_FALSE(isShown());
+    hover({425, 300});
+    EXPECT_TRUE(isShown());
+    hover({413, 300});
+    EXPECT_FALSE(isShown()) << "the strip is 18 wide";
+    hover({425, 300});
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(stage.window.get(), &leave);
+    EXPECT_FALSE(isShown());
+}
+
+TEST_F(ScrollerTest, IsGoneWhileThePanelIsDragged) {
+    show();
+    hover({200, 300});
+    hover({425, 300});
+    ASSERT_TRUE(isShown());
+    stage.root().setProperty("isDockDragging", true);
+    EXPECT_FALSE(isShown());
+    stage.root().setProperty("isDockDragging", false);
+    EXPECT_TRUE(isShown());
+}
+
+TEST_F(ScrollerTest, IsNotThereWithoutAnythingToScroll) {
+    stage.answer("Short.");
+    stage.show();
+    stage.settle(200);
+    hover({200, 300});
+    hover({425, 300});
+    EXPECT_FALSE(isShown());
+}
+
+TEST_F(ConversationViewTest, ASavedChatStandsAtItsEndAtOnce) {
     stage.answer(samples::leaves);
     stage.show();
-    stage.settle(300);
-    const QPointF at(220, 300);
-    QWheelEvent event(at, stage.window->mapToGlobal(at.toPoint()), {}, {240, 0}, Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    const double before = y();
-    QCoreApplication::sendEvent(stage.window.get(), &event);
-    stage.settle(200);
-    EXPECT_EQ(stage.list().property("contentX").toDouble(), 0);
-    EXPECT_EQ(y(), before);
+    stage.settle(400);
+    SavedChat chat;
+    for (int i = 0; i < 4; ++i)
+        chat.messages.push_back({QUuid::createUuid(), "assistant", samples::leaves});
+    stage.state->panel().restorePanelHistory(chat);
+    EXPECT_TRUE(stage.panel->isRestoringHistory());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !stage.panel->isRestoringHistory(); }));
+    EXPECT_NEAR(y(), bottom(), 2) << "it does not glide there";
+    for (QQuickItem* reply : stage.findAll("AssistantReply"))
+        EXPECT_EQ(reply->parentItem()->parentItem()->opacity(), 1) << "nor does it fade in";
 }
 
 TEST_F(ConversationViewTest, TwoThousandMessagesKeepFewItems) {

@@ -1,4 +1,6 @@
+pragma ComponentBehavior: Bound
 import QtQuick
+import QtQuick.Templates as T
 import Vorq
 import Vorq.Native
 
@@ -10,13 +12,15 @@ Glass {
     readonly property int inset: 8
     readonly property int headHeight: 50
     readonly property int emptyHeight: 76
+    readonly property int tallestList: 318
+    readonly property AttachableNotes notes: panel.attachableNotes
     readonly property bool showsNotes: panel.attachTrayMode === PanelViewModel.Notes
     readonly property Item firstRow: showsNotes ? back : fromNotes
 
     floats: true
     radius: Theme.radiusComposer
     elevation: 3
-    implicitHeight: showsNotes ? headHeight + emptyHeight : sources.height + 2 * inset
+    implicitHeight: showsNotes ? headHeight + (notes.count > 0 ? list.height + more.height : emptyHeight) : sources.height + 2 * inset
     Accessible.role: Accessible.PopupMenu
     Accessible.name: qsTr("Attachment options")
 
@@ -109,16 +113,63 @@ Glass {
             height: 1
             color: Theme.hairline
         }
+        ListView {
+            id: list
+            y: tray.headHeight + 1
+            width: parent.width
+            height: Math.min(contentHeight + topMargin + bottomMargin, tray.tallestList)
+            visible: tray.notes.count > 0
+            model: tray.notes
+            spacing: 2
+            topMargin: tray.inset
+            bottomMargin: tray.inset
+            boundsBehavior: Flickable.StopAtBounds
+            interactive: contentHeight + topMargin + bottomMargin > height
+            keyNavigationEnabled: false
+            clip: true
+            Accessible.role: Accessible.List
+            Accessible.name: qsTr("Notes")
+            delegate: NoteRow {
+                required property int index
+
+                x: tray.inset
+                width: list.width - 2 * tray.inset
+                onClicked: tray.notes.toggle(index)
+                onActiveFocusChanged: if (activeFocus) list.positionViewAtIndex(index, ListView.Contain)
+            }
+            T.ScrollBar.vertical: Scroller {
+                shown: listHover.hovered && list.interactive
+            }
+            HoverHandler {
+                id: listHover
+            }
+        }
+        Txt {
+            id: more
+            x: Theme.space5
+            y: list.y + list.height
+            width: list.width - 2 * Theme.space5
+            height: visible ? 32 : 0
+            visible: tray.showsNotes && tray.notes.appleNotesLoading && tray.notes.count > 0
+            text: qsTr("Loading Notes…")
+            size: Theme.metaSize
+            color: Theme.ink2
+            horizontalAlignment: Text.AlignHCenter
+        }
         Txt {
             x: Theme.space5
             y: tray.headHeight
             width: parent.width - 2 * Theme.space5
             height: tray.emptyHeight
-            text: qsTr("No notes found. Save a chat to Notes, then try again.")
+            visible: tray.notes.count === 0
+            text: tray.notes.appleNotesLoading ? qsTr("Loading Notes…")
+                                               : qsTr("No notes found. Save a chat to Notes, then try again.")
             color: Theme.ink2
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
 }

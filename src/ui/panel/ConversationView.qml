@@ -23,8 +23,8 @@ ListView {
     readonly property real bottomY: Math.max(topY, originY + contentHeight + bottomMargin - height)
     readonly property real endSlack: 2
     readonly property int resizeTime: 110
-    readonly property int hoverStrip: 18
     readonly property int keyStep: 60
+    property bool isDockDragging: false // the whole panel is on its way to another dock
     property bool follows: true
     property bool isResizing: false
     property bool isOpened: false // what was there before the list opened does not glide in
@@ -97,9 +97,12 @@ ListView {
     function messageCame() {
         const last = panel.messages.index(count - 1, 0)
         // What the user sends takes them to it from wherever they are.
-        if (count > 0 && (follows || panel.messages.data(last, Qt.UserRole + 2) === "user"))
-            jumpToEnd(isOpened)
+        const restored = panel.isRestoringHistory
+        if (count > 0 && (restored || follows || panel.messages.data(last, Qt.UserRole + 2) === "user"))
+            jumpToEnd(isOpened && !restored)
         isOpened = true
+        if (restored)
+            panel.historyRestored()
     }
     function resized() {
         isResizing = true
@@ -156,21 +159,19 @@ ListView {
 
     T.ScrollBar.vertical: Scroller {
         id: scroller
-        shown: strip.hovered && list.bottomY > list.topY
+        shown: lock.isScrollerHovered && list.bottomY > list.topY
     }
-    Item {
+    ScrollLock {
+        id: lock
         parent: list
-        anchors.right: parent.right
-        width: list.hoverStrip
-        height: parent.height
-
-        HoverHandler {
-            id: strip
-        }
+        view: list
+        scroller: scroller
+        isDockDragging: list.isDockDragging
     }
+    onContentXChanged: contentX = lock.snappedX(contentX)
 
     add: Transition {
-        enabled: list.isOpened && !list.isResizing
+        enabled: list.isOpened && !list.isResizing && !list.panel.isRestoringHistory
         NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Motion.enter; easing.type: Easing.OutCubic }
     }
 
@@ -217,7 +218,7 @@ ListView {
                     workLabel: list.panel.workLabel
                     selection: list.panel.selection
                     container: list.container
-                    viewTop: list.contentY - entry.y
+                    viewTop: list.contentY - (entry?.y ?? 0)
                     viewHeight: list.height
                 }
             }

@@ -18,6 +18,8 @@ FocusScope {
     readonly property alias composerItem: composer
     readonly property alias trayItem: tray
 
+    property bool isDockDragging: false
+
     width: 440
     height: 750
     focus: true
@@ -40,6 +42,7 @@ FocusScope {
         height: composer.y - y
         panel: view.panel
         container: view
+        isDockDragging: view.isDockDragging
     }
     PlateFade {
         x: view.edge
@@ -104,12 +107,23 @@ FocusScope {
         focus: true
         panel: view.panel
     }
+    // Files, or a picture that another program hands over without a file.
     DropArea {
         anchors.fill: parent
-        keys: ["text/uri-list"]
+        onEntered: drag => drag.accepted = drag.hasUrls || pictureIn(drag.formats) !== ""
         onDropped: drop => {
-            view.panel.attachFiles(drop.urls)
+            const files = drop.urls.filter(url => url.toString().startsWith("file:"))
+            const picture = pictureIn(drop.formats)
+            if (files.length > 0)
+                view.panel.attachFiles(files)
+            else if (picture === "" || !view.panel.attachPicture(drop.getDataAsArrayBuffer(picture)))
+                view.panel.attachFiles(drop.urls)
             drop.acceptProposedAction()
+        }
+
+        function pictureIn(formats: list<string>): string {
+            return ["image/png", "image/jpeg", "image/webp", "image/gif", "image/bmp", "image/tiff"]
+                   .find(format => formats.includes(format)) ?? ""
         }
     }
 }
