@@ -1,0 +1,91 @@
+#include "ui/FilePicker.h"
+#include "ui/PanelStage.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+namespace vorq {
+namespace {
+
+using testing::Contains;
+using testing::Not;
+
+class FilePickerTest : public testing::Test {
+  protected:
+    FilePickerTest() {
+        // The test draws its own dialog, whatever the desktop has.
+        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    }
+
+    static QFileDialog* dialog() {
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            if (auto* found = qobject_cast<QFileDialog*>(widget); found && found->isVisible())
+                return found;
+        return nullptr;
+    }
+    QFileDialog* open(bool picturesOnly) {
+        emit stage.panel->filesWanted(picturesOnly);
+        return dialog();
+    }
+    static QStringList patternsOf(const QFileDialog& dialog) {
+        const QString filter = dialog.nameFilters().front();
+        return filter.section('(', 1).chopped(1).split(' ');
+    }
+
+    PanelStage stage;
+    FilePicker picker{*stage.panel};
+};
+
+TEST_F(FilePickerTest, OffersWhatCanBeRead) {
+    QFileDialog* shown = open(false);
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(shown->fileMode(), QFileDialog::ExistingFiles);
+    for (const char* pattern : {"*.pdf", "*.docx", "*.pptx", "*.odt", "*.md", "*.png", "*.heic"})
+        EXPECT_THAT(patternsOf(*shown), Contains(QString(pattern)));
+}
+
+TEST_F(FilePickerTest, OffersPicturesAloneWhereTheyAreWanted) {
+    QFileDialog* shown = open(true);
+    ASSERT_TRUE(shown);
+    EXPECT_THAT(patternsOf(*shown), Contains(QString("*.jpeg")));
+    EXPECT_THAT(patternsOf(*shown), Not(Contains(QString("*.pdf"))));
+}
+
+TEST_F(FilePickerTest, AsksOnceAtATime) {
+    QFileDialog* shown = open(false);
+    EXPECT_EQ(open(false), shown);
+}
+
+TEST_F(FilePickerTest, TellsWhileItIsOpenSoThatThePanelStays) {
+    QSignalSpy told(&picker, &FilePicker::openChanged);
+    QFileDialog* shown = open(false);
+    ASSERT_EQ(told.count(), 1);
+    EXPECT_TRUE(told[0][0].toBool());
+    shown->reject();
+    ASSERT_EQ(told.count(), 2);
+    EXPECT_FALSE(told[1][0].toBool());
+    EXPECT_EQ(stage.panel->attachments().count(), 0);
+}
+
+TEST_F(FilePickerTest, WhatIsChosenBecomesAClip) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("silt.txt"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("Silt settles.");
+    file.close();
+    QFileDialog* shown = open(false);
+    ASSERT_TRUE(shown);
+    emit shown->urlsSelected({QUrl::fromLocalFile(file.fileName())});
+    shown->accept();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return stage.panel->attachments().count() == 1; }));
+    EXPECT_EQ(stage.panel->attachments().attachments()[0].textContent, "Silt settles.");
+}
+
+} // namespace
+} // namespace vorq
