@@ -122,8 +122,10 @@ FocusScope {
         }
 
         function pictureIn(formats: list<string>): string {
-            return ["image/png", "image/jpeg", "image/webp", "image/gif", "image/bmp", "image/tiff"]
-                   .find(format => formats.includes(format)) ?? ""
+            for (const format of ["image/png", "image/jpeg", "image/webp", "image/gif", "image/bmp", "image/tiff"])
+                if (formats.indexOf(format) >= 0)
+                    return format
+            return ""
         }
     }
 }
