@@ -75,12 +75,12 @@ class TrayProgramTest : public testing::Test {
 TEST_F(TrayProgramTest, AHotKeyReachesItWithTheApplicationInFront) {
     const QByteArray terminal = QByteArray::number(openTerminal());
     DesktopProgram& vorq = startAndWait();
-    m_session.key({"super+shift+a"});
-    waitFor(vorq, "Vorq ⌘⇧A: sourcePID=" + terminal + " app=XTerm");
     m_session.key({"super+shift+s"});
     waitFor(vorq, "Vorq ⌘⇧S note hotkey — source: debian-xterm pid=" + terminal);
     m_session.key({"super+shift+p"});
     waitFor(vorq, "Vorq ⌘⇧P push-note hotkey");
+    m_session.key({"super+shift+a"});
+    waitFor(vorq, "Vorq ⌘⇧A: sourcePID=" + terminal + " app=XTerm");
 }
 
 TEST_F(TrayProgramTest, AKeyThatAnotherProgramHoldsLeavesTheOthers) {
@@ -98,7 +98,7 @@ TEST_F(TrayProgramTest, AKeyThatAnotherProgramHoldsLeavesTheOthers) {
 TEST_F(TrayProgramTest, ACommandIsHandedToTheOneThatRuns) {
     const QByteArray terminal = QByteArray::number(openTerminal());
     DesktopProgram& vorq = startAndWait();
-    for (const char* verb : {"summon", "note", "push-note", "clear", "toggle"})
+    for (const char* verb : {"note", "push-note", "clear", "summon", "toggle"})
         EXPECT_EQ(runToEnd({verb}).status, 0) << verb;
     waitFor(vorq, "Vorq ⌘⇧A: sourcePID=" + terminal + " app=XTerm");
     waitFor(vorq, "source: debian-xterm pid=" + terminal);
