@@ -6,8 +6,8 @@
 #include "app/SettleSession.h"
 #include "app/Terminal.h"
 #include "backend/SignInUrl.h"
+#include "platform/Workspace.h"
 #include "platform/linux/X11Connection.h"
-#include "platform/linux/X11Workspace.h"
 
 #include <QApplication>
 #include <QDir>
@@ -25,11 +25,11 @@ int statusOf(const RunningInstance::Outcome& outcome) {
     return outcome ? 0 : complain(outcome.error());
 }
 
-// A bus connection of its own: the application object that it was made under goes before the one of
-// the desktop program comes.
+// A bus connection of its own, and no application object: where one goes before the next comes, Qt
+// forgets how windows are shown to assistive technology. All calls on it wait for their answer.
 class Courier {
   public:
-    Courier(int& argc, char** argv) : m_application(argc, argv) {}
+    Courier() = default;
     ~Courier() { QDBusConnection::disconnectFromBus(connectionName); }
     Courier(const Courier&) = delete;
     Courier& operator=(const Courier&) = delete;
@@ -39,13 +39,19 @@ class Courier {
   private:
     static inline const QString connectionName = QStringLiteral("vorq-courier");
 
-    QCoreApplication m_application;
     RunningInstance m_instance{
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName)};
 };
 
 bool canOpen(const QUrl& url) {
     return SignInUrl::handoffCode(url).has_value() || SignInUrl::isOAuthCallback(url);
+}
+
+std::optional<Workspace::ProcessId> frontmostProcess() {
+    const X11Connection server;
+    const auto active = server.numbers(server.root(), server.atom("_NET_ACTIVE_WINDOW"));
+    if (active.empty() || active.front() == 0) return std::nullopt;
+    return server.processOf(active.front());
 }
 
 // Qt ends a program that finds no screen by a crash.
@@ -85,9 +91,9 @@ int runAsInstance(const DesktopArguments& arguments, const VerbSource& source) {
 
 } // namespace
 
-std::optional<int> handToRunningInstance(int& argc, char** argv, const OpenArguments& arguments) {
+std::optional<int> handToRunningInstance(const OpenArguments& arguments) {
     if (!canOpen(QUrl(arguments.url))) return std::nullopt;
-    Courier courier(argc, argv);
+    Courier courier;
     if (!courier.instance().exists()) return std::nullopt;
     if (const int status = statusOf(courier.instance().open(arguments.url)); status != 0)
         return status;
@@ -100,9 +106,9 @@ std::optional<int> handToRunningInstance(int& argc, char** argv, const OpenArgum
 int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments) {
     VerbSource source;
     {
-        Courier courier(argc, argv);
+        Courier courier;
         // Before anything else can come to the front.
-        source.process = X11Workspace().frontmostProcess();
+        source.process = frontmostProcess();
         if (courier.instance().exists())
             return statusOf(courier.instance().handOver(arguments, source));
     }

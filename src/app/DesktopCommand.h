@@ -7,10 +7,8 @@
 namespace vorq {
 
 /// Gives a link from the terminal to the Vorq that runs, and says what came of it. The exit status
-/// then; nothing if none runs, or the link is none that it could open. Makes an application object
-/// for the while.
-[[nodiscard]] std::optional<int> handToRunningInstance(int& argc, char** argv,
-                                                       const OpenArguments& arguments);
+/// then; nothing if none runs, or the link is none that it could open.
+[[nodiscard]] std::optional<int> handToRunningInstance(const OpenArguments& arguments);
 
 /// Runs the desktop program, or hands the arguments over to the one that runs, and gives the exit
 /// status. Makes an application object of its own.

@@ -81,7 +81,7 @@ class CommandRunner {
     }
 
     int operator()(const OpenArguments& arguments) const {
-        if (const auto status = handToRunningInstance(m_argc, m_argv, arguments)) return *status;
+        if (const auto status = handToRunningInstance(arguments)) return *status;
         const QCoreApplication application(m_argc, m_argv);
         return unwound([&arguments] {
             TerminalApplication terminal;
