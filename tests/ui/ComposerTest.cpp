@@ -203,5 +203,18 @@ TEST_F(ComposerTest, TabLeadsToTheButtons) {
     EXPECT_EQ(stage.window->activeFocusItem(), button("Send"));
 }
 
+TEST_F(ComposerTest, TabLeadsOnWhereThereIsNothingToSend) {
+    stage.answer("a reply", false, VorqFollowUp{.question = "Which?", .labels = {"this one"}});
+    stage.settle(50);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(stage.window->activeFocusItem(), button("Add files or notes"));
+    bool isReached = false;
+    for (int press = 0; press < 5 && !isReached; ++press) {
+        key(Qt::Key_Tab);
+        isReached = stage.window->activeFocusItem() == stage.find("Pill");
+    }
+    EXPECT_TRUE(isReached);
+}
+
 } // namespace
 } // namespace vorq

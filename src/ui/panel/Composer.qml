@@ -106,7 +106,7 @@ FocusScope {
                 checked: composer.panel.showAttachTray
                 text: composer.panel.showAttachTray ? qsTr("Close") : qsTr("Add files or notes")
                 help: composer.panel.showAttachTray ? qsTr("Close attachment options") : ""
-                KeyNavigation.tab: sender
+                KeyNavigation.tab: sender.enabled ? sender : null
                 onClicked: composer.panel.showAttachTray = !composer.panel.showAttachTray
             }
             IconButton {
