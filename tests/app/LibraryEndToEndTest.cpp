@@ -1,6 +1,9 @@
 // Notes and chats by the built program: real processes, real files.
 
+#include "core/LibraryAreas.h"
 #include "library/LibraryStore.h"
+#include "platform/testing/ManualClock.h"
+#include "platform/testing/MemoryDefaults.h"
 
 #include <QCryptographicHash>
 #include <QDateTime>
@@ -12,6 +15,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <gmock/gmock.h>
 
@@ -59,7 +63,7 @@ class LibraryEndToEndTest : public testing::Test {
     }
 
     static Outcome finish(QProcess& process) {
-        EXPECT_TRUE(process.waitForFinished(patience));
+        EXPECT_TRUE(process.state() == QProcess::NotRunning || process.waitForFinished(patience));
         return {process.exitCode(), process.readAllStandardOutput().toStdString(),
                 process.readAllStandardError().toStdString()};
     }
@@ -275,6 +279,37 @@ TEST_F(LibraryEndToEndTest, ManySavesAtOnceLoseNoNote) {
     for (const auto& copy : copies)
         EXPECT_EQ(finish(*copy).status, 0);
     EXPECT_THAT(store().loadNotes(), SizeIs(12));
+}
+
+TEST_F(LibraryEndToEndTest, AProgramThatHasTheListInMemoryShowsASavedNote) {
+    ManualClock clock;
+    MemoryDefaults defaults;
+    LibraryAreas areas(clock, defaults, m_home.filePath("data"));
+    areas.watchLibrary();
+    const Outcome saved = vorq({"notes", "save", "From the terminal."});
+    ASSERT_EQ(saved.status, 0) << saved.err;
+    const NoteList& notes = areas.library().savedNotes();
+    EXPECT_TRUE(QTest::qWaitFor([&notes] { return notes.count() == 1; }, patience));
+    areas.library().createBlankNote("From the panel", HubArea::Personal);
+    EXPECT_THAT(store().loadNotes(), SizeIs(2));
+}
+
+TEST_F(LibraryEndToEndTest, SavesOfTerminalsAndOfTheDesktopLoseNoNote) {
+    ManualClock clock;
+    MemoryDefaults defaults;
+    LibraryAreas areas(clock, defaults, m_home.filePath("data"));
+    areas.watchLibrary();
+    std::vector<std::unique_ptr<QProcess>> terminals;
+    for (int copy = 0; copy < 10; ++copy) {
+        terminals.push_back(start({"notes", "save", QStringLiteral("Note %1.").arg(copy)}));
+        areas.library().createBlankNote(QString::number(copy), HubArea::Personal);
+        QTest::qWait(20);
+    }
+    for (const auto& terminal : terminals)
+        EXPECT_EQ(finish(*terminal).status, 0);
+    const NoteList& notes = areas.library().savedNotes();
+    EXPECT_TRUE(QTest::qWaitFor([&notes] { return notes.count() == 20; }, patience));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return store().loadNotes().size() == 20; }, patience));
 }
 
 TEST_F(LibraryEndToEndTest, AnExportGoesIntoAFileOfItsFormat) {
