@@ -217,6 +217,20 @@ TEST_F(ScrollerTest, IsNotThereWithoutAnythingToScroll) {
     EXPECT_FALSE(isShown());
 }
 
+TEST_F(ConversationViewTest, WhatComesInMakesWayForWhatGrowsAboveIt) {
+    stage.show();
+    stage.settle(100);
+    const QUuid above = stage.answer("Start.", true);
+    stage.settle(100);
+    stage.say("Next");
+    stage.settle(20);
+    stage.grow(above, samples::leaves);
+    stage.settle(800);
+    QQuickItem* reply = stage.find("AssistantReply");
+    QQuickItem* next = stage.find("UserBubble");
+    EXPECT_GE(next->mapToScene({}).y(), reply->mapToScene({0, reply->height()}).y() + 12);
+}
+
 TEST_F(ConversationViewTest, ASavedChatStandsAtItsEndAtOnce) {
     stage.answer(samples::leaves);
     stage.show();

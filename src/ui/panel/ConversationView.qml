@@ -170,11 +170,6 @@ ListView {
     }
     onContentXChanged: contentX = lock.snappedX(contentX)
 
-    add: Transition {
-        enabled: list.isOpened && !list.isResizing && !list.panel.isRestoringHistory
-        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Motion.enter; easing.type: Easing.OutCubic }
-    }
-
     delegate: Item {
         id: entry
 
@@ -190,6 +185,18 @@ ListView {
 
         width: list.width
         height: body.height
+        // No transition of the list: while one runs, its item does not make way for what grows.
+        ListView.onAdd: if (list.isOpened && !list.isResizing && !list.panel.isRestoringHistory) arriving.start()
+
+        NumberAnimation {
+            id: arriving
+            target: entry
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: Motion.enter
+            easing.type: Easing.OutCubic
+        }
 
         Column {
             id: body
