@@ -7,7 +7,7 @@
 namespace vorq {
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearanceArea = QStringLiteral("org.freedesktop.appearance");
@@ -28,15 +28,15 @@ QVariant unwrapped(QVariant value) {
 } // namespace
 
 PortalDesktop::PortalDesktop(QDBusConnection bus) : m_bus(std::move(bus)) {
-    m_bus.connect(service, portalPath, interface, QStringLiteral("SettingChanged"), this,
+    m_bus.connect(portalService, portalPath, interface, QStringLiteral("SettingChanged"), this,
                   SLOT(settingChanged(QString, QString, QDBusVariant)));
     ask(appearanceArea, colorSchemeKey);
     ask(interfaceArea, animationsKey);
 }
 
 void PortalDesktop::ask(const QString& area, const QString& key) {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(service, portalPath, interface, QStringLiteral("Read"));
+    QDBusMessage call = QDBusMessage::createMethodCall(portalService, portalPath, interface,
+                                                       QStringLiteral("Read"));
     call << area << key;
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, area, key] {
