@@ -42,7 +42,8 @@ TEST_F(PanelHotKeyTest, TheLogSaysWhatIsUnknown) {
                        m_signIn,
                        m_statusItem,
                        [this](VorqAppState&) { return std::make_unique<RecordedPanel>(m_calls); },
-                       {self, "com.vorq.desk"}});
+                       {self, "com.vorq.desk"},
+                       [] {}});
     fresh.bindAppState(state());
     m_log.clear();
     fresh.perform(HotKeyAction::Panel, {});
@@ -115,7 +116,8 @@ TEST_F(PanelHotKeyTest, TheShellGoneDuringTheCaptureIsNoHarm) {
         m_signIn,
         m_statusItem,
         [this](VorqAppState&) { return std::make_unique<RecordedPanel>(m_calls); },
-        {self, "com.vorq.desk"}});
+        {self, "com.vorq.desk"},
+                       [] {}});
     fresh->bindAppState(state());
     m_capture.selections[editor] = "a passage";
     fresh->perform(HotKeyAction::Panel, {.process = editor, .bundleIdentifier = {}});
@@ -136,7 +138,8 @@ TEST_F(PanelHotKeyTest, WithoutAStateNothingHappens) {
                          m_signIn,
                          m_statusItem,
                          {},
-                         {self, "com.vorq.desk"}});
+                         {self, "com.vorq.desk"},
+                       [] {}});
     unbound.togglePanel();
     unbound.showPanel();
     unbound.perform(HotKeyAction::Panel, {});
