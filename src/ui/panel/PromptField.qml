@@ -50,6 +50,7 @@ Flickable {
         width: field.width
         height: Math.max(implicitHeight, field.height - 2 * field.endPadding)
         focus: true
+        activeFocusOnTab: true
         textFormat: TextEdit.PlainText
         wrapMode: TextEdit.Wrap
         font.family: Theme.sans
