@@ -1,0 +1,132 @@
+#include "desktop/AccessibleTree.h"
+
+#include "desktop/DesktopSession.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QUuid>
+
+namespace vorq::desktop {
+namespace {
+
+const auto accessible = QStringLiteral("org.a11y.atspi.Accessible");
+const auto rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
+constexpr int callLimit = 5000; // milliseconds
+
+// Bits of the state, as the bus numbers them.
+constexpr int enabledBit = 8;
+constexpr int focusableBit = 11;
+constexpr int focusedBit = 12;
+constexpr int showingBit = 25;
+
+struct Reference {
+    QString program;
+    QString path;
+};
+
+std::vector<Reference> references(const QDBusMessage& reply) {
+    std::vector<Reference> found;
+    if (reply.arguments().isEmpty()) return found;
+    const auto list = reply.arguments().front().value<QDBusArgument>();
+    list.beginArray();
+    while (!list.atEnd()) {
+        Reference reference;
+        QDBusObjectPath path;
+        list.beginStructure();
+        list >> reference.program >> path;
+        list.endStructure();
+        reference.path = path.path();
+        found.push_back(reference);
+    }
+    list.endArray();
+    return found;
+}
+
+std::uint32_t lowerStates(const QDBusMessage& reply) {
+    if (reply.arguments().isEmpty()) return 0;
+    const auto list = reply.arguments().front().value<QDBusArgument>();
+    std::uint32_t first = 0;
+    list.beginArray();
+    if (!list.atEnd()) list >> first;
+    return first;
+}
+
+QDBusMessage call(const QDBusConnection& bus, const Reference& at, const QString& interface,
+                  const QString& method, const QVariantList& arguments) {
+    QDBusMessage message = QDBusMessage::createMethodCall(at.program, at.path, interface, method);
+    message.setArguments(arguments);
+    return bus.call(message, QDBus::Block, callLimit);
+}
+
+QDBusConnection accessibilityBus() {
+    const QString name = QUuid::createUuid().toString();
+    const QDBusConnection session = QDBusConnection::connectToBus(
+        qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), name + "-session");
+    const QDBusMessage reply =
+        call(session, {"org.a11y.Bus", "/org/a11y/bus"}, "org.a11y.Bus", "GetAddress", {});
+    QDBusConnection::disconnectFromBus(name + "-session");
+    return QDBusConnection::connectToBus(reply.arguments().value(0).toString(), name);
+}
+
+} // namespace
+
+AccessibleTree::AccessibleTree(std::int32_t process) : m_bus(accessibilityBus()) {
+    DesktopSession::waitUntil("the program on the accessibility bus",
+                              [&] { return seek(process); });
+}
+
+AccessibleTree::~AccessibleTree() {
+    QDBusConnection::disconnectFromBus(m_bus.name());
+}
+
+bool AccessibleTree::seek(std::int32_t process) {
+    const Reference registry{"org.a11y.atspi.Registry", rootPath};
+    for (const Reference& program :
+         references(call(m_bus, registry, accessible, "GetChildren", {}))) {
+        const QDBusMessage reply =
+            call(m_bus, {"org.freedesktop.DBus", "/org/freedesktop/DBus"}, "org.freedesktop.DBus",
+                 "GetConnectionUnixProcessID", {program.program});
+        if (reply.arguments().value(0).toInt() == process) m_program = program.program;
+    }
+    return !m_program.isEmpty();
+}
+
+QDBusMessage AccessibleTree::ask(const QString& path, const QString& interface,
+                                 const QString& method, const QVariantList& arguments) const {
+    return call(m_bus, {m_program, path}, interface, method, arguments);
+}
+
+std::vector<AccessibleNode> AccessibleTree::read() const {
+    std::vector<AccessibleNode> nodes;
+    readBelow(rootPath, {}, nodes);
+    return nodes;
+}
+
+void AccessibleTree::readBelow(const QString& path, const QString& parent,
+                               std::vector<AccessibleNode>& nodes) const {
+    const QDBusMessage role = ask(path, accessible, "GetRoleName");
+    if (role.type() != QDBusMessage::ReplyMessage) return;
+    const QDBusMessage name =
+        ask(path, "org.freedesktop.DBus.Properties", "Get", {accessible, "Name"});
+    const std::uint32_t states = lowerStates(ask(path, accessible, "GetState"));
+    const auto has = [states](int bit) { return (states >> bit & 1U) != 0; };
+    nodes.push_back({.path = path,
+                     .parent = parent,
+                     .role = role.arguments().value(0).toString(),
+                     .name = name.arguments().value(0).value<QDBusVariant>().variant().toString(),
+                     .isFocusable = has(focusableBit),
+                     .isFocused = has(focusedBit),
+                     .isShowing = has(showingBit),
+                     .isEnabled = has(enabledBit)});
+    for (const Reference& child : references(ask(path, accessible, "GetChildren")))
+        if (child.program == m_program) readBelow(child.path, path, nodes);
+}
+
+bool AccessibleTree::press(const AccessibleNode& node) const {
+    const QDBusMessage reply =
+        ask(node.path, "org.a11y.atspi.Action", "DoAction", {static_cast<int>(0)});
+    return reply.arguments().value(0).toBool();
+}
+
+} // namespace vorq::desktop

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QString>
+
+#include <cstdint>
+#include <vector>
+
+namespace vorq::desktop {
+
+/// An element of a program as a screen reader meets it.
+struct AccessibleNode {
+    QString path;
+    QString parent;
+    QString role; ///< as the toolkit calls it, "push button"
+    QString name;
+    bool isFocusable = false;
+    bool isFocused = false;
+    bool isShowing = false;
+    bool isEnabled = false;
+};
+
+/// Reads the user interface of one program over the accessibility bus of the session.
+class AccessibleTree {
+  public:
+    /// Waits until the program is there.
+    explicit AccessibleTree(std::int32_t process);
+    AccessibleTree(const AccessibleTree&) = delete;
+    AccessibleTree& operator=(const AccessibleTree&) = delete;
+    ~AccessibleTree();
+
+    /// All elements, parents before their children. What vanishes meanwhile is left out.
+    [[nodiscard]] std::vector<AccessibleNode> read() const;
+
+    /// Does what the element does when it is used.
+    bool press(const AccessibleNode& node) const;
+
+  private:
+    bool seek(std::int32_t process);
+    void readBelow(const QString& path, const QString& parent,
+                   std::vector<AccessibleNode>& nodes) const;
+    [[nodiscard]] QDBusMessage ask(const QString& path, const QString& interface,
+                                   const QString& method, const QVariantList& arguments = {}) const;
+
+    QDBusConnection m_bus;
+    QString m_program; // its name on the bus
+};
+
+} // namespace vorq::desktop

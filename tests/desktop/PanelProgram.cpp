@@ -1,0 +1,163 @@
+#include "desktop/PanelProgram.h"
+
+#include <QElapsedTimer>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace vorq::desktop {
+
+const QString material = QStringLiteral(
+    "A river carries silt from the mountains to the sea. When it leaves its banks it slows down, "
+    "and the silt settles on the fields. Farmers along the Nile needed no manure, because the "
+    "silt renewed the soil each year – größer als gedacht. At the sea it drops the rest of its "
+    "load and builds a delta.");
+
+PanelProgram::PanelProgram(const SessionOptions& options) : session(options) {
+    session.write(".config/Vorq/settings.json", "{}");
+    startGateway();
+    signIn();
+}
+
+PanelProgram::~PanelProgram() {
+    stop();
+}
+
+void PanelProgram::startGateway() {
+    DesktopProgram& gateway =
+        session.start(VORQ_GATEWAY_PROGRAM, "", {"serve", "--port", "0", "--stream-delay", "0"});
+    DesktopSession::waitUntil("the backend", [&] { return gateway.output().contains('\n'); });
+    const QByteArray line = gateway.output().split('\n').front();
+    const int port = line.sliced(line.lastIndexOf(':') + 1).trimmed().toInt();
+    if (port <= 0) throw std::runtime_error("the backend says: " + line.toStdString());
+    m_relay = std::make_unique<RecordingRelay>(static_cast<quint16>(port));
+}
+
+void PanelProgram::signIn() {
+    const QByteArray link =
+        run(VORQ_GATEWAY_PROGRAM, "", {"handoff"}, session.environment()).trimmed();
+    QProcessEnvironment environment;
+    environment.insert("VORQ_API_BASE_URL", m_relay->url());
+    DesktopProgram& opened =
+        session.start(VORQ_PROGRAM, "", {"open", QString::fromUtf8(link)}, environment);
+    DesktopSession::waitUntil("the sign-in", [&] { return !opened.isRunning(); });
+    if (!opened.output().contains("Signed in as "))
+        throw std::runtime_error("the sign-in says: " + opened.output().toStdString());
+}
+
+void PanelProgram::start(const QString& backend) {
+    stop();
+    QProcessEnvironment environment;
+    environment.insert("VORQ_API_BASE_URL", backend.isEmpty() ? m_relay->url() : backend);
+    environment.insert("VORQ_DEBUG_PLACE", "0");
+    m_program = &session.start(VORQ_PROGRAM, "", {"--background"}, environment);
+    DesktopSession::waitUntil(
+        "the hot keys", [this] { return m_program->output().contains("clear-chat hotkey."); });
+}
+
+void PanelProgram::stop() {
+    m_tree.reset();
+    if (m_program != nullptr) m_program->kill();
+    m_program = nullptr;
+}
+
+DesktopSession::Window PanelProgram::panel() const {
+    if (m_program == nullptr) return 0;
+    for (const DesktopSession::Window window : session.windows())
+        if (session.processOf(window) == m_program->process()) return window;
+    return 0;
+}
+
+void PanelProgram::waitForPanel() const {
+    DesktopSession::waitUntil("the panel with the keyboard",
+                              [this] { return panel() != 0 && session.activeWindow() == panel(); });
+}
+
+void PanelProgram::waitForNoPanel() const {
+    DesktopSession::waitUntil("the panel to go", [this] { return panel() == 0; });
+}
+
+void PanelProgram::dismissTo(DesktopSession::Window window) const {
+    session.key({"Escape"});
+    waitForNoPanel();
+    DesktopSession::waitUntil("the window that was in front",
+                              [&] { return session.activeWindow() == window; });
+}
+
+std::vector<QJsonObject> PanelProgram::prompts() const {
+    return m_relay->requests("/ai/prompt");
+}
+
+QStringList PanelProgram::analysed() const {
+    QStringList texts;
+    for (const QJsonObject& body : m_relay->requests("/ai/analyze"))
+        texts += body.value("text").toString();
+    return texts;
+}
+
+std::vector<AccessibleNode> PanelProgram::controls() const {
+    if (!m_tree) m_tree = std::make_unique<AccessibleTree>(m_program->process());
+    return m_tree->read();
+}
+
+bool PanelProgram::press(const QString& name) const {
+    for (const AccessibleNode& node : controls())
+        if (node.name == name && node.isShowing) return m_tree->press(node);
+    return false;
+}
+
+QStringList PanelProgram::conversation() const {
+    const std::vector<AccessibleNode> nodes = controls();
+    QStringList entries;
+    for (const AccessibleNode& node : nodes) {
+        const auto isList = [&](const AccessibleNode& other) {
+            return other.path == node.parent && other.role == "list" &&
+                   other.name == "Conversation";
+        };
+        if (node.role == "list item" && std::ranges::any_of(nodes, isList)) entries += node.name;
+    }
+    return entries;
+}
+
+QStringList PanelProgram::waitForReply(qsizetype entries) const {
+    QStringList last;
+    const auto isComplete = [&] {
+        const std::vector<AccessibleNode> nodes = controls();
+        last = conversation();
+        return last.size() == entries && last.back().startsWith("Vorq: ") &&
+               std::ranges::none_of(nodes,
+                                    [](const AccessibleNode& node) { return node.name == "Stop"; });
+    };
+    try {
+        DesktopSession::waitUntil("a complete reply", isComplete, std::chrono::seconds(20));
+    } catch (const std::runtime_error& error) {
+        QString seen;
+        for (const AccessibleNode& node : controls())
+            seen += "\n[" + node.role + "] " + node.name;
+        throw std::runtime_error(error.what() + seen.toStdString() + "\n" +
+                                 m_program->output().toStdString());
+    }
+    return last;
+}
+
+void highlight(const DesktopSession& session, const std::function<void()>& action,
+               const QByteArray& expected) {
+    QByteArray last;
+    const auto isThere = [&] {
+        action();
+        QElapsedTimer waited;
+        waited.start();
+        do
+            last = session.selection("primary");
+        while (last.trimmed() != expected && waited.elapsed() < 1000);
+        return last.trimmed() == expected;
+    };
+    try {
+        DesktopSession::waitUntil("the highlight", isThere, std::chrono::seconds(40));
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(std::string(error.what()) + "; highlighted is \"" +
+                                 last.toStdString() + '"');
+    }
+}
+
+} // namespace vorq::desktop
