@@ -12,6 +12,10 @@
 namespace vorq {
 namespace {
 
+// Some programs build what they tell only when they are first asked, and say until then that nothing
+// is selected.
+constexpr int looksAtFocus = 2;
+
 // How long there still is of what a capture may take, the time of the copy shortcut left out.
 class Budget {
   public:
@@ -124,8 +128,11 @@ TextCaptureService::captureSelectedTextForHotKey(std::optional<ProcessId> source
     if (!isTrusted()) co_return nothing;
     const Budget budget(m_services.clock);
     Read read = [](const CaptureSource& from, Reading& reading) {
-        reading.text = captureSelectedTextFromFocusedElement(from);
-        reading.isNothingSelected = reading.text.isEmpty() && tellsThatNothingIsSelected(from);
+        for (int look = 0; look < looksAtFocus; ++look) {
+            reading.text = captureSelectedTextFromFocusedElement(from);
+            reading.isNothingSelected = reading.text.isEmpty() && tellsThatNothingIsSelected(from);
+            if (!reading.isNothingSelected) return;
+        }
     };
     const Clock::Duration limit = budget.forAccessibility();
     const Reading reading = co_await readAccessibility(source, std::move(read), limit, stop);

@@ -60,6 +60,20 @@ TEST_F(HotKeyCapture, BelievesAnElementThatSaysThatNothingIsSelected) {
     EXPECT_EQ(primary.reads, 0);
 }
 
+TEST_F(HotKeyCapture, LooksTwiceSinceSomeApplicationsBuildWhatTheyTellWhenFirstAsked) {
+    ScriptedElement& field = focus();
+    field.text = "";
+    field.range = TextRange{.location = 3, .length = 0};
+    int looks = 0;
+    accessibility.onRead = [&](const QString& read) {
+        // Each look asks for the focus twice: for the text, and whether there is none.
+        if (!read.contains("focused") || ++looks < 3) return;
+        field.text = "a passage";
+        field.range = TextRange{.location = 3, .length = 9};
+    };
+    EXPECT_EQ(hotKey(), "a passage");
+}
+
 TEST_F(HotKeyCapture, TakesAHighlightOnceWhileThePanelStaysOpen) {
     surroundings.showing = 1;
     highlight("highlighted");
