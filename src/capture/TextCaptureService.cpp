@@ -12,8 +12,8 @@
 namespace vorq {
 namespace {
 
-// Some programs build what they tell only when they are first asked, and say until then that nothing
-// is selected.
+// Some programs build what they tell only when they are first asked, and say until then that
+// nothing is selected.
 constexpr int looksAtFocus = 2;
 
 // How long there still is of what a capture may take, the time of the copy shortcut left out.

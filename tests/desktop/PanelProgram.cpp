@@ -140,6 +140,20 @@ QStringList PanelProgram::waitForReply(qsizetype entries) const {
     return last;
 }
 
+// A program that is still busy, as a browser with its first page, answers later than the hot key
+// waits for it.
+static void waitUntilItAnswersAtOnce(const DesktopSession& session) {
+    constexpr qint64 atOnce = 60; // milliseconds
+    int quickAnswers = 0;
+    DesktopSession::waitUntil("the program to be at rest", [&] {
+        QElapsedTimer waited;
+        waited.start();
+        const bool hasAnswered = !session.selection("primary").isEmpty();
+        quickAnswers = hasAnswered && waited.elapsed() < atOnce ? quickAnswers + 1 : 0;
+        return quickAnswers >= 3;
+    });
+}
+
 void highlight(const DesktopSession& session, const std::function<void()>& action,
                const QByteArray& expected) {
     QByteArray last;
@@ -158,6 +172,7 @@ void highlight(const DesktopSession& session, const std::function<void()>& actio
         throw std::runtime_error(std::string(error.what()) + "; highlighted is \"" +
                                  last.toStdString() + '"');
     }
+    waitUntilItAnswersAtOnce(session);
 }
 
 } // namespace vorq::desktop

@@ -117,7 +117,7 @@ TEST_F(PanelHotKeyTest, TheShellGoneDuringTheCaptureIsNoHarm) {
         m_statusItem,
         [this](VorqAppState&) { return std::make_unique<RecordedPanel>(m_calls); },
         {self, "com.vorq.desk"},
-                       [] {}});
+        [] {}});
     fresh->bindAppState(state());
     m_capture.selections[editor] = "a passage";
     fresh->perform(HotKeyAction::Panel, {.process = editor, .bundleIdentifier = {}});
@@ -139,7 +139,7 @@ TEST_F(PanelHotKeyTest, WithoutAStateNothingHappens) {
                          m_statusItem,
                          {},
                          {self, "com.vorq.desk"},
-                       [] {}});
+                         [] {}});
     unbound.togglePanel();
     unbound.showPanel();
     unbound.perform(HotKeyAction::Panel, {});
