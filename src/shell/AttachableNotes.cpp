@@ -33,7 +33,7 @@ void AttachableNotes::load() {
     NotesBridge* const bridge = &m_state.notes();
     m_bridgeThread.start([self, bridge, listing = ++m_listing] {
         const std::vector<AppleNoteSummary> notes = bridge->listNotes(mostAppleNotes);
-        QMetaObject::invokeMethod(qApp, [self, listing, notes] {
+        QMetaObject::invokeMethod(QCoreApplication::instance(), [self, listing, notes] {
             if (self && self->m_listing == listing) self->listAppleNotes(notes);
         });
     });
@@ -110,7 +110,7 @@ void AttachableNotes::toggleAppleNote(const Row& row) {
     NotesBridge* const bridge = &m_state.notes();
     m_bridgeThread.start([self, bridge, id, title = row.title] {
         const std::optional<QString> body = bridge->noteBody(id);
-        QMetaObject::invokeMethod(qApp, [self, id, title, body] {
+        QMetaObject::invokeMethod(QCoreApplication::instance(), [self, id, title, body] {
             if (self && self->m_awaited.remove(id)) self->attachAppleNote(id, title, body);
         });
     });

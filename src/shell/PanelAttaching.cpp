@@ -5,6 +5,7 @@
 
 #include <QBuffer>
 #include <QClipboard>
+#include <QCoreApplication>
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -54,7 +55,7 @@ void PanelViewModel::attachFile(const QString& path) {
     QThreadPool::globalInstance()->start([self, path] {
         const Loaded loaded = PromptAttachment::load(path);
         // The application object outlives the pool's tasks; the view model may not.
-        QMetaObject::invokeMethod(qApp, [self, loaded] {
+        QMetaObject::invokeMethod(QCoreApplication::instance(), [self, loaded] {
             if (!self) return;
             if (loaded)
                 self->m_attachments.append(*loaded);

@@ -2,7 +2,7 @@
 
 #include "ui/UiContext.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 
 #include <gmock/gmock.h>
 
@@ -10,7 +10,7 @@ int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
-    const QGuiApplication application(argc, argv);
+    const QApplication application(argc, argv);
     vorq::prepareUi();
     const int result = RUN_ALL_TESTS();
     for (int round = 0; round < 100; ++round)
