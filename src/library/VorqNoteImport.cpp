@@ -9,6 +9,8 @@
 #include "support/Characters.h"
 #include "support/Text.h"
 
+#include <algorithm>
+
 namespace vorq {
 namespace {
 
@@ -51,12 +53,18 @@ void appendCode(NoteRichText& document, QStringView code) {
         joinText(document, line.isEmpty() ? u" " : line, NoteTextStyle::Mono, true);
 }
 
+// An empty one adds nothing.
+void appendRow(NoteRichText& document, const QStringList& cells, NoteTextStyle style) {
+    const bool isEmpty =
+        std::ranges::all_of(cells, [](const QString& cell) { return trimmed(cell).isEmpty(); });
+    if (isEmpty) return;
+    VorqNoteImport::appendParagraph(cells.join(QStringLiteral(" · ")), style, 1, document);
+}
+
 void appendTable(NoteRichText& document, const Block& block) {
-    const QString separator = QStringLiteral(" · ");
-    VorqNoteImport::appendParagraph(block.header.join(separator), NoteTextStyle::Heading, 1,
-                                    document);
+    appendRow(document, block.header, NoteTextStyle::Heading);
     for (const QStringList& row : block.rows)
-        VorqNoteImport::appendParagraph(row.join(separator), NoteTextStyle::Body, 1, document);
+        appendRow(document, row, NoteTextStyle::Body);
 }
 
 void appendBlock(NoteRichText& document, const Block& block) {

@@ -89,6 +89,11 @@ TEST(VorqNoteImport, KeepsTheAsterisksOfCode) {
     EXPECT_EQ(document(u"```\n**x**\n```").text(), u"**x**");
 }
 
+TEST(VorqNoteImport, LeavesOutEmptyRowsOfTables) {
+    EXPECT_EQ(document(u"| h | k |\n|---|---|\n| | |\n| 1 | |\n").text(), u"h · k\n1 ·");
+    EXPECT_EQ(document(u"| | |\n|---|---|\n| 1 | 2 |\n").text(), u"1 · 2");
+}
+
 TEST(VorqNoteImport, CountsEachListFromOne) {
     EXPECT_EQ(document(u"1. a\n2. b\n\ntext\n\n7. c").text(),
               u"1.\u00A0a\n2.\u00A0b\ntext\n1.\u00A0c");
