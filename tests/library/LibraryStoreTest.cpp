@@ -16,6 +16,11 @@ TEST_F(LibraryStoreTest, FirstLaunchMakesTheFolderAndReadsEmptyLists) {
     EXPECT_TRUE(QDir(m_folder).isEmpty());
 }
 
+TEST_F(LibraryStoreTest, WithoutAFolderForApplicationsItIsAmongTemporaryFiles) {
+    EXPECT_EQ(LibraryStore::folderIn({}), QDir::tempPath() + "/Vorq/Library");
+    EXPECT_EQ(LibraryStore::folderIn("/data"), "/data/Vorq/Library");
+}
+
 TEST_F(LibraryStoreTest, ReadsWhatItSaved) {
     const std::vector<SavedNote> notes = oneNote("é");
     const std::vector<SavedChat> chats = {{QUuid::createUuid(), "Plan", Date(0s), {}}};
