@@ -54,6 +54,17 @@ TEST_F(MarkdownFolderBridgeTest, DoesNotRepeatATitleThatTheTextBeginsWith) {
     EXPECT_EQ(content("Plan.md"), "# Plan\nmore\n");
 }
 
+TEST_F(MarkdownFolderBridgeTest, TakesATitleThatIsAHeadingOfMarkdownForItsText) {
+    EXPECT_EQ(notes.createNote("## Why", "## Why\n\nBecause."), u"Why.md");
+    EXPECT_EQ(content("Why.md"), "# Why\n\nBecause.\n");
+    EXPECT_EQ(notes.createNote("# How", "Like this."), u"How.md");
+    EXPECT_EQ(content("How.md"), "# How\n\nLike this.\n");
+    EXPECT_EQ(notes.createNote("#5 of 9", "#5 of 9\nx"), u"#5 of 9.md");
+    EXPECT_EQ(content("#5 of 9.md"), "# #5 of 9\nx\n");
+    EXPECT_EQ(notes.createNote("####### Seven", ""), u"####### Seven.md");
+    EXPECT_EQ(notes.createNote("## ", ""), u"##.md");
+}
+
 TEST_F(MarkdownFolderBridgeTest, NumbersNamesThatAreTakenWhateverTheirCase) {
     EXPECT_EQ(notes.createNote("Plan", "a"), u"Plan.md");
     EXPECT_EQ(notes.createNote("Plan", "b"), u"Plan (2).md");
@@ -86,7 +97,8 @@ TEST(MarkdownFolderBridge, MakesNamesThatEveryFileSystemTakes) {
     EXPECT_EQ(name(u"😀 👩‍👩‍👧"), u"😀 👩‍👩‍👧");
     EXPECT_EQ(name(u"con"), u"con_");
     EXPECT_EQ(name(u"LPT1"), u"LPT1_");
-    EXPECT_EQ(name(u"nul.txt"), u"nul.txt_");
+    EXPECT_EQ(name(u"nul.txt"), u"nul_.txt") << "what counts there is what stands before a point";
+    EXPECT_EQ(name(u"aux .a.b"), u"aux _.a.b");
     EXPECT_EQ(name(u"console"), u"console");
     const char16_t odd[] = {u'a', 0, u'b', 0xD800, u'c'};
     EXPECT_EQ(name(QStringView(odd, 5)), u"a b c");

@@ -22,11 +22,16 @@ constexpr qsizetype longestName = 200; // bytes; file systems take 255 with endi
 constexpr qint64 longestHead = 4096;   // bytes that are read for a title
 constexpr int mostNames = 10'000;      // tried for one title
 
-// In their names programs of other systems cannot open files.
+// What stands before the first point.
+QStringView stemOf(QStringView name) {
+    const qsizetype point = name.indexOf(u'.');
+    return point < 0 ? name : name.first(point);
+}
+
+// In their names programs of other systems cannot open files, whatever the ending.
 bool isReserved(QStringView name) {
     static constexpr auto devices = std::to_array<QStringView>({u"con", u"prn", u"aux", u"nul"});
-    const QString stem = name.first(std::max<qsizetype>(name.indexOf(u'.'), 0)).toString();
-    const QString device = (stem.isEmpty() ? name.toString() : stem).toLower();
+    const QString device = trimmed(stemOf(name)).toString().toLower();
     return std::find(devices.begin(), devices.end(), QStringView(device)) != devices.end() ||
            (device.size() == 4 && (device.startsWith("com") || device.startsWith("lpt")) &&
             device.back().isDigit());
@@ -110,6 +115,24 @@ QByteArray withAppended(const QByteArray& content, QStringView text) {
     return result + added + lineBreak;
 }
 
+// The first line of a reply may be a heading; its text is the title.
+QStringView withoutHeadingMarks(QStringView line) {
+    constexpr qsizetype deepest = 6;
+    const auto marks = std::ranges::find_if(line, [](QChar unit) { return unit != u'#'; });
+    const qsizetype level = marks - line.begin();
+    if (level < 1 || level > deepest || level == line.size() || line[level] != u' ') return line;
+    return trimmed(line.sliced(level));
+}
+
+// The heading above the text, or in place of the first line if that says the same.
+QString withHeading(const QString& heading, QStringView body) {
+    const QStringView text = trimmed(body);
+    const QStringView line = firstLine(text);
+    const bool isRepeated = withoutHeadingMarks(trimmed(line)) == heading;
+    const QString separator = text.isEmpty() || isRepeated ? QString() : QStringLiteral("\n\n");
+    return u"# "_qs + heading + separator + text.sliced(isRepeated ? line.size() : 0).toString();
+}
+
 // False if there is a file of this name already.
 bool makeEmptyFile(const QString& path) {
     QFile file(path);
@@ -126,7 +149,7 @@ QString MarkdownFolderBridge::fileNameFor(QStringView title) {
     const QString cut = ofAtMost(withoutOuterPoints(safe), longestName);
     const QString name = withoutOuterPoints(cut).toString();
     if (name.isEmpty()) return notesbridge::untitled;
-    return isReserved(name) ? name + u'_' : name;
+    return isReserved(name) ? QString(name).insert(stemOf(name).size(), u'_') : name;
 }
 
 QString MarkdownFolderBridge::pathOf(const QString& id) const {
@@ -176,15 +199,13 @@ std::expected<QString, NotesBridge::Error> MarkdownFolderBridge::createNote(cons
         QStringLiteral("Couldn’t create the note. Vorq cannot write to the folder %1.")
             .arg(m_folder);
     if (m_folder.isEmpty() || !QDir().mkpath(m_folder)) return std::unexpected(error);
-    const QString line = notesbridge::inOneLine(title);
+    const QString line = withoutHeadingMarks(notesbridge::inOneLine(title)).toString();
     const QString heading = line.isEmpty() ? notesbridge::untitled : line;
     const std::optional<QString> name = reserveName(heading);
     if (!name) return std::unexpected(error);
-    QString text = u"# "_qs + notesbridge::withTitle(heading, body);
-    if (trimmed(firstLine(body)) == heading) text = u"# "_qs + trimmed(body).toString();
     const QString path = m_folder + u'/' + *name;
     removeLeftovers(path);
-    if (replaceFile(path, withAppended({}, text))) return *name;
+    if (replaceFile(path, withAppended({}, withHeading(heading, body)))) return *name;
     QFile::remove(path);
     return std::unexpected(error);
 }
