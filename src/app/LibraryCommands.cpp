@@ -116,7 +116,7 @@ int LibraryCommands::run(const SaveNote& command) {
                                    "input."));
     SavedNote made;
     made.id = QUuid::createUuid();
-    made.text = content->title;
+    made.text = content->plain;
     made.thoughts = content->plain;
     made.thoughtsRTF = content->rtf;
     made.area = command.area;

@@ -232,7 +232,7 @@ TEST_F(LibraryEndToEndTest, ASavedReplyIsANoteWithItsFormat) {
     ASSERT_THAT(store().loadNotes(), SizeIs(1));
     const SavedNote note = store().loadNotes().front();
     EXPECT_EQ(note.id, QUuid(saved.line()));
-    EXPECT_EQ(note.text, "Rivers");
+    EXPECT_EQ(note.text, note.thoughts) << "so that a reply with its title does not replace it";
     EXPECT_EQ(note.thoughts, "Rivers\nThey carry silt.\n•\u00A0one\n•\u00A0two");
     EXPECT_TRUE(note.thoughtsRTF.has_value());
     EXPECT_EQ(note.area, HubArea::Research);
@@ -247,7 +247,7 @@ TEST_F(LibraryEndToEndTest, APlainTextIsKeptAsItIs) {
     const Outcome saved = vorq({"notes", "save", "--plain", "--title", "Stars"}, "a * b\n  c\n");
     ASSERT_EQ(saved.status, 0) << saved.err;
     const SavedNote note = store().loadNotes().front();
-    EXPECT_EQ(note.text, "Stars");
+    EXPECT_EQ(note.text, note.thoughts);
     EXPECT_EQ(note.thoughts, "Stars\na * b\n  c");
     EXPECT_EQ(note.thoughtsRTF, std::nullopt);
 }
