@@ -192,18 +192,21 @@ void PanelConversation::stopPanelResponse() {
 
 void PanelConversation::ensurePanelGreeting() {
     if (!m_messages.messages().empty()) return;
-    m_typewriter.startTypingAssistantMessage(QStringLiteral("Hello 👋, Vorq here…"), std::nullopt,
-                                             std::nullopt, pauseBeforeAnswer,
-                                             AssistantReveal::Graphemes);
+    m_ownWords += m_typewriter.startTypingAssistantMessage(
+        QStringLiteral("Hello 👋, Vorq here…"), std::nullopt, std::nullopt, pauseBeforeAnswer,
+        AssistantReveal::Graphemes);
 }
 
 void PanelConversation::answer(const QString& text) {
-    m_typewriter.startTypingAssistantMessage(text, std::nullopt, std::nullopt, pauseBeforeAnswer,
-                                             AssistantReveal::Blocks);
+    m_ownWords += m_typewriter.startTypingAssistantMessage(
+        text, std::nullopt, std::nullopt, pauseBeforeAnswer, AssistantReveal::Blocks);
 }
 
 QString PanelConversation::latestPanelAssistantText() const {
-    return latestAssistantText(m_messages.messages());
+    std::vector<VorqMessage> messages = m_messages.messages();
+    std::erase_if(messages,
+                  [this](const VorqMessage& message) { return m_ownWords.contains(message.id); });
+    return latestAssistantText(messages);
 }
 
 void PanelConversation::bringForward() {
@@ -223,6 +226,7 @@ void PanelConversation::restorePanelHistory(const SavedChat& chat) {
     endAllTurns();
     setRestoringPanelHistory(true);
     m_messages.clear();
+    m_ownWords.clear();
     m_status.endPanelWorkStatus();
     for (VorqMessage& message : panelMessages(chat))
         m_messages.append(std::move(message));
@@ -233,6 +237,7 @@ void PanelConversation::restorePanelHistory(const SavedChat& chat) {
 void PanelConversation::clearPanelChat() {
     endAllTurns();
     m_messages.clear();
+    m_ownWords.clear();
     setHighlightedText({});
     m_services.study.setLastStudyResearch({});
     ensurePanelGreeting();

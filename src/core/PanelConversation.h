@@ -13,6 +13,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 
 #include <deque>
 #include <exception>
@@ -108,7 +109,8 @@ class PanelConversation final : public QObject {
     /// Runs the work in place of a turn, under a placeholder that takes its reply.
     void startLocalTurn(LocalWork work);
 
-    /// The latest finished reply, as it stands; "" if there is none.
+    /// The latest finished reply, as it stands; "" if there is none. What the program says by
+    /// itself, to greet or of a command, is no reply.
     [[nodiscard]] QString latestPanelAssistantText() const;
 
     /// Shows a kept conversation in place of this one, ending whatever is under way.
@@ -188,6 +190,7 @@ class PanelConversation final : public QObject {
     MessageList m_messages;
     WorkStatus m_status;
     ReplyTypewriter m_typewriter;
+    QSet<QUuid> m_ownWords; // messages that the program says by itself
     QString m_highlightedText;
     QString m_modelForNow; // "" for the user's own choice
     bool m_isRestoringPanelHistory = false;

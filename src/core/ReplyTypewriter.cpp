@@ -28,11 +28,11 @@ void completeText(VorqMessage& message) {
 ReplyTypewriter::ReplyTypewriter(Clock& clock, MessageList& messages, WorkStatus& status)
     : m_clock(clock), m_messages(messages), m_status(status) {}
 
-void ReplyTypewriter::startTypingAssistantMessage(const QString& text,
-                                                  const std::optional<VorqFollowUp>& followUp,
-                                                  const std::optional<QUuid>& into,
-                                                  Clock::Duration leadingPause,
-                                                  AssistantReveal reveal) {
+QUuid ReplyTypewriter::startTypingAssistantMessage(const QString& text,
+                                                   const std::optional<VorqFollowUp>& followUp,
+                                                   const std::optional<QUuid>& into,
+                                                   Clock::Duration leadingPause,
+                                                   AssistantReveal reveal) {
     m_typingTask.cancel();
     finishTypingFlags(MessageRole::Assistant);
     const Target target = prepareTarget(text, followUp, into);
@@ -49,6 +49,7 @@ void ReplyTypewriter::startTypingAssistantMessage(const QString& text,
             return revealBlocks(self, steps, id, leadingPause, std::move(stop));
         });
     }
+    return target.id;
 }
 
 ReplyTypewriter::Target ReplyTypewriter::prepareTarget(const QString& text,

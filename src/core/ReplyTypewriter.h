@@ -27,11 +27,12 @@ class ReplyTypewriter final : public QObject {
   public:
     ReplyTypewriter(Clock& clock, MessageList& messages, WorkStatus& status);
 
-    /// Shows a text as an assistant message: in the message named, else in a new one.
-    void startTypingAssistantMessage(const QString& text,
-                                     const std::optional<VorqFollowUp>& followUp,
-                                     const std::optional<QUuid>& into, Clock::Duration leadingPause,
-                                     AssistantReveal reveal);
+    /// Shows a text as an assistant message: in the message named, else in a new one. Gives the id
+    /// of that message.
+    QUuid startTypingAssistantMessage(const QString& text,
+                                      const std::optional<VorqFollowUp>& followUp,
+                                      const std::optional<QUuid>& into,
+                                      Clock::Duration leadingPause, AssistantReveal reveal);
 
     /// The only writer of a message's reply text during a turn.
     void applyTypingText(const QString& text, const QUuid& id, bool isTyping);

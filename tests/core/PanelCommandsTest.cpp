@@ -60,6 +60,8 @@ TEST_F(PanelCommandsTest, ALongAnswerWaitsForItsPause) {
     submit("open notes");
     EXPECT_EQ(last().text, "No notes yet. Highlight text in a browser and press ⌘⇧S to save one.")
         << "a short one is there at once";
+    submit("Explain");
+    reply(exchange(), "Short.");
     const QString longReason = QString(80, u'a') + "\n\n" + QString(80, u'b');
     m_notesApplication.refusal = longReason;
     submit("save research");

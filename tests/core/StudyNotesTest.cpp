@@ -169,6 +169,30 @@ TEST_F(StudyNotesTest, WithoutANoteTheReplyGoesToTheUsersNotes) {
     EXPECT_EQ(last().text, "Saved to Notes.");
 }
 
+TEST_F(StudyNotesTest, TheGreetingIsNoReplyToSave) {
+    panel().ensurePanelGreeting();
+    advance(10s);
+    submit("save notes");
+    EXPECT_EQ(last().text, "Nothing to save yet — ask me something first.");
+    EXPECT_THAT(m_notesApplication.notes, IsEmpty());
+}
+
+TEST_F(StudyNotesTest, ASaveThatIsAskedForAgainDoesNotSaveWhatWasSaidToTheFirst) {
+    converse("Explain", "They flow.");
+    m_notesApplication.refusal = "Not allowed.";
+    submit("save to notes");
+    EXPECT_EQ(last().text, "Not allowed.");
+    m_notesApplication.refusal.reset();
+    submit("save to notes");
+    EXPECT_EQ(last().text, "Saved to Notes.");
+    EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("They flow.", "They flow.")));
+    submit("save chat");
+    const SavedNote note = keepNote("Rivers");
+    submit("open notes");
+    submit("save research");
+    EXPECT_TRUE(stored(note.id).thoughts.endsWith("They flow."));
+}
+
 TEST_F(StudyNotesTest, ADeletedNoteCountsAsNone) {
     const SavedNote note = keepNote("Rivers");
     notes().recallLatestNoteIntoPanel();
