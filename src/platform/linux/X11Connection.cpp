@@ -62,7 +62,7 @@ QByteArray X11Connection::property(Window window, Atom name) const {
 std::vector<std::uint32_t> X11Connection::numbers(Window window, Atom name) const {
     const QByteArray bytes = property(window, name);
     std::vector<std::uint32_t> numbers(static_cast<std::size_t>(bytes.size()) / 4);
-    std::memcpy(numbers.data(), bytes.constData(), numbers.size() * 4);
+    if (!numbers.empty()) std::memcpy(numbers.data(), bytes.constData(), numbers.size() * 4);
     return numbers;
 }
 
