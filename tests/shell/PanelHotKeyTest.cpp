@@ -32,18 +32,7 @@ TEST_F(PanelHotKeyTest, TheLogSaysWhatIsUnknown) {
     m_delegate.perform(HotKeyAction::Panel, {});
     m_capture.trusted = false;
     state().account().markSessionExpired();
-    AppDelegate fresh({m_host,
-                       m_clock,
-                       m_workspace,
-                       m_hotKeys,
-                       m_loginItem,
-                       m_capture,
-                       m_notes,
-                       m_signIn,
-                       m_statusItem,
-                       [this](VorqAppState&) { return std::make_unique<RecordedPanel>(m_calls); },
-                       {self, "com.vorq.desk"},
-                       [] {}});
+    AppDelegate fresh(ports());
     fresh.bindAppState(state());
     m_log.clear();
     fresh.perform(HotKeyAction::Panel, {});
@@ -105,19 +94,7 @@ TEST_F(PanelHotKeyTest, ShowBringsAVisiblePanelUpAgain) {
 }
 
 TEST_F(PanelHotKeyTest, TheShellGoneDuringTheCaptureIsNoHarm) {
-    auto fresh = std::make_unique<AppDelegate>(AppDelegate::Ports{
-        m_host,
-        m_clock,
-        m_workspace,
-        m_hotKeys,
-        m_loginItem,
-        m_capture,
-        m_notes,
-        m_signIn,
-        m_statusItem,
-        [this](VorqAppState&) { return std::make_unique<RecordedPanel>(m_calls); },
-        {self, "com.vorq.desk"},
-        [] {}});
+    auto fresh = std::make_unique<AppDelegate>(ports());
     fresh->bindAppState(state());
     m_capture.selections[editor] = "a passage";
     fresh->perform(HotKeyAction::Panel, {.process = editor, .bundleIdentifier = {}});

@@ -20,19 +20,22 @@ void LogLines::take(QtMsgType, const QMessageLogContext&, const QString& line) {
     if (line.startsWith(u"Vorq")) s_current->m_lines += line;
 }
 
-ShellFixture::ShellFixture()
-    : m_delegate({m_host,
-                  m_clock,
-                  m_workspace,
-                  m_hotKeys,
-                  m_loginItem,
-                  m_capture,
-                  m_notes,
-                  m_signIn,
-                  m_statusItem,
-                  [this](VorqAppState&) { return std::make_unique<RecordedPanel>(m_calls); },
-                  {self, QStringLiteral("com.vorq.desk")},
-                  [this] { m_calls += "open accessibility"; }}) {
+AppDelegate::Ports ShellFixture::ports() {
+    return {m_host,
+            m_clock,
+            m_workspace,
+            m_hotKeys,
+            m_loginItem,
+            m_capture,
+            m_notes,
+            m_signIn,
+            m_statusItem,
+            [this](VorqAppState&) { return std::make_unique<RecordedPanel>(m_calls); },
+            {self, QStringLiteral("com.vorq.desk")},
+            [this] { m_calls += "open accessibility"; }};
+}
+
+ShellFixture::ShellFixture() : m_delegate(ports()) {
     m_workspace.launch({self, QStringLiteral("com.vorq.desk"), QStringLiteral("Vorq")});
     m_workspace.launch({editor, QStringLiteral("org.gnome.gedit"), QStringLiteral("Text Editor")});
     m_workspace.launch({browser, QStringLiteral("firefox-esr"), QStringLiteral("Firefox")});

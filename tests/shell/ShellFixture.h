@@ -122,6 +122,9 @@ class ShellFixture : public ConversationFixture {
     ScriptedNotes m_notes;
     ScriptedSignIn m_signIn;
     RecordedStatusItem m_statusItem{m_calls};
+    /// What a shell beside the one under test can be made of.
+    [[nodiscard]] AppDelegate::Ports ports();
+
     AppDelegate m_delegate;
 };
 
