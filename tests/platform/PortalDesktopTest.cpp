@@ -1,40 +1,14 @@
 #include "platform/linux/PortalDesktop.h"
+#include "platform/PrivateBus.h"
 
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QProcess>
 #include <QTest>
 
 #include <gmock/gmock.h>
 
 namespace vorq {
 namespace {
-
-// A bus of its own, so that the test does not depend on the session it runs in.
-class PrivateBus {
-  public:
-    PrivateBus() {
-        m_daemon.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
-        if (!m_daemon.waitForStarted() || !m_daemon.waitForReadyRead())
-            ADD_FAILURE() << "dbus-daemon does not start; install the package dbus";
-        m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
-    }
-    ~PrivateBus() {
-        for (const QString& name : m_names)
-            QDBusConnection::disconnectFromBus(name);
-        m_daemon.kill();
-        m_daemon.waitForFinished();
-    }
-    QDBusConnection connection(const QString& name) {
-        m_names += name;
-        return QDBusConnection::connectToBus(m_address, name);
-    }
-
-  private:
-    QProcess m_daemon;
-    QString m_address;
-    QStringList m_names;
-};
 
 class FakePortal final : public QDBusVirtualObject {
   public:

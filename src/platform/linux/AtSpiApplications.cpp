@@ -103,9 +103,12 @@ AtSpiToolkit AtSpiApplications::toolkitOf(const QString& service, const std::sto
         m_bus.call({atspi::toolkitName(root), atspi::name(root)}, stop);
     const auto name = atspi::propertyTextIn(replies[0]);
     if (!name) return {};
-    const QString application = atspi::propertyTextIn(replies[1]).value_or(QString());
+    const auto application = atspi::propertyTextIn(replies[1]);
+    const AtSpiToolkit toolkit = atSpiToolkit(*name, application.value_or(QString()));
+    // An application that is busy as it starts may leave one of the two unanswered.
+    if (!application) return toolkit;
     if (m_toolkits.size() > mostRemembered) m_toolkits.clear();
-    return *m_toolkits.insert(service, atSpiToolkit(*name, application));
+    return *m_toolkits.insert(service, toolkit);
 }
 
 std::optional<AtSpiRef> AtSpiApplications::activeWindow(const QString& service,
