@@ -23,7 +23,7 @@ FilePicker::~FilePicker() {
 }
 
 void FilePicker::choose(bool picturesOnly) {
-    if (m_dialog) {
+    if (m_dialog && m_dialog->isVisible()) {
         m_dialog->raise();
         m_dialog->activateWindow();
         return;

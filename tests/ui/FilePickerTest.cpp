@@ -62,6 +62,13 @@ TEST_F(FilePickerTest, AsksOnceAtATime) {
     EXPECT_EQ(open(false), shown);
 }
 
+TEST_F(FilePickerTest, AsksAgainRightAfterNothingWasChosen) {
+    QFileDialog* shown = open(false);
+    ASSERT_TRUE(shown);
+    shown->reject();
+    EXPECT_TRUE(open(false));
+}
+
 TEST_F(FilePickerTest, TellsWhileItIsOpenSoThatThePanelStays) {
     QSignalSpy told(&picker, &FilePicker::openChanged);
     QFileDialog* shown = open(false);

@@ -20,24 +20,34 @@ Item {
 
     // The new stored value; "" clears it.
     signal committed(string hex)
-    signal pickerWanted(color current)
 
     implicitHeight: Math.max(words.height, wellSize) + 28 + (bad ? problem.height + Theme.space2 : 0)
 
     function commit() {
         const result = HexColors.commit(field.text)
         checker.bad = !result.valid
-        if (!result.valid)
-            return
-        field.text = result.hex
-        if (result.hex !== value)
-            committed(result.hex)
+        if (result.valid)
+            store(result.hex)
+    }
+    function store(hex) {
+        field.text = hex
+        if (hex !== value)
+            committed(hex)
     }
     onValueChanged: {
         checker.bad = false
         field.text = value
     }
 
+    // What is being chosen is seen at once; without a choice the former colour comes back.
+    ColorDialog {
+        id: picker
+        property string former
+        title: row.title
+        onPreviewed: color => row.store(HexColors.hexOf(color))
+        onAccepted: color => row.store(HexColors.hexOf(color))
+        onRejected: row.store(former)
+    }
     QtObject {
         id: checker
         property bool bad: false
@@ -78,7 +88,10 @@ Item {
             hoverEnabled: true
             focusPolicy: Qt.StrongFocus
             text: qsTr("Choose %1").arg(row.title)
-            onClicked: row.pickerWanted(row.shownColor)
+            onClicked: {
+                picker.former = row.value
+                picker.open(row.shownColor)
+            }
             Keys.onReturnPressed: well.clicked()
             Accessible.role: Accessible.Button
             Accessible.name: text
