@@ -255,6 +255,20 @@ TEST_F(ConversationViewTest, TwoThousandMessagesKeepFewItems) {
     EXPECT_NEAR(y(), bottom(), 2);
 }
 
+TEST_F(ConversationViewTest, APastedBookIsNotPaintedAsAWhole) {
+    stage.say(QStringLiteral("word ").repeated(20'000));
+    stage.show();
+    stage.settle(500);
+    QQuickItem* bubble = stage.find("UserBubble");
+    ASSERT_GT(bubble->height(), 20'000);
+    for (QQuickItem* item : stage.findAll("Squircle"))
+        if (item->isVisible()) EXPECT_LT(item->height(), 2100);
+    const QImage shown = stage.window->grabWindow();
+    const QPointF inside = bubble->mapToScene({bubble->width() - 5, bubble->height() - 200});
+    const QColor plate = shown.pixelColor((inside * shown.devicePixelRatio()).toPoint());
+    EXPECT_GT(plate.blue(), plate.red() + 40) << "its plate is there all the same";
+}
+
 TEST_F(ConversationViewTest, AnIdlePanelDrawsNothing) {
     stage.answer(samples::leaves);
     stage.show();

@@ -19,6 +19,9 @@ Item {
     readonly property bool isClipOnly: message.startsWith("Attached: ") && message.indexOf("\n") < 0
     readonly property string said: isClipOnly ? "" : clipAt < 0 ? message : message.slice(0, clipAt)
     readonly property string attached: isClipOnly ? message : clipAt < 0 ? "" : message.slice(clipAt + clipSign.length)
+    // A picture of a whole pasted book would fill the memory; a rectangle is drawn where it is seen.
+    readonly property bool isTall: plate.height > 2000
+    readonly property color fillTop: Qt.lighter(Theme.userBlock, Theme.userBlockLift)
     readonly property real textRoom: widest - 2 * sidePadding
 
     implicitHeight: plate.height
@@ -27,17 +30,31 @@ Item {
                    : said === "" ? qsTr("You: %1").arg(attached)
                    : qsTr("You: %1. Attached: %2").arg(said).arg(attached)
 
-    Squircle {
+    Item {
         id: plate
         anchors.right: parent.right
         width: Math.max(words.visible ? words.width : 0, names.visible ? names.width : 0) + 2 * bubble.sidePadding
         height: column.height + 2 * bubble.endPadding
-        radius: Theme.radiusBlock
-        fillTop: Qt.lighter(Theme.userBlock, Theme.userBlockLift)
-        fillBottom: Theme.userBlock
-        rimTop: Theme.userBlockRim
-        rimBottom: Theme.userBlockRim
 
+        Squircle {
+            anchors.fill: parent
+            visible: !bubble.isTall
+            radius: Theme.radiusBlock
+            fillTop: bubble.fillTop
+            fillBottom: Theme.userBlock
+            rimTop: Theme.userBlockRim
+            rimBottom: Theme.userBlockRim
+        }
+        Rectangle {
+            anchors.fill: parent
+            visible: bubble.isTall
+            radius: Theme.radiusBlock
+            border.color: Theme.userBlockRim
+            gradient: Gradient {
+                GradientStop { position: 0; color: bubble.fillTop }
+                GradientStop { position: 1; color: Theme.userBlock }
+            }
+        }
         Column {
             id: column
             x: bubble.sidePadding
