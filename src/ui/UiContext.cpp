@@ -1,7 +1,6 @@
 #include "ui/UiContext.h"
 
 #include "ui/native/Fonts.h"
-#include "ui/native/ShadowProvider.h"
 
 #include <QGuiApplication>
 #include <QJSEngine>
@@ -31,7 +30,6 @@ void UiContext::install(QQmlEngine& engine) {
     [[maybe_unused]] void (*volatile keep)() = &qml_register_types_Vorq_Native;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     engine.setProperty(contextProperty, QVariant::fromValue<QObject*>(this));
-    engine.addImageProvider(QStringLiteral("shadow"), new ShadowProvider);
 }
 
 UiContext* UiContext::create(QQmlEngine* engine, QJSEngine*) {

@@ -1,9 +1,9 @@
-#include "ui/native/ShadowProvider.h"
+#include "ui/native/ShadowImage.h"
 
 #include "ui/native/SquirclePath.h"
 
-#include <QImage>
 #include <QPainter>
+#include <QStringList>
 
 #include <algorithm>
 #include <vector>
@@ -40,7 +40,7 @@ void blur(Field& field, int side, int reach) {
                  side, reach);
 }
 
-Field coverage(int side, const QRectF& plate, int radius) {
+Field coverage(int side, const QRectF& plate, double radius) {
     QImage mask(side, side, QImage::Format_Alpha8);
     mask.fill(0);
     QPainter painter(&mask);
@@ -57,18 +57,17 @@ Field coverage(int side, const QRectF& plate, int radius) {
 
 } // namespace
 
-QImage ShadowProvider::requestImage(const QString& id, QSize* size, const QSize&) {
-    const QStringList parts = id.split(u'/');
-    const int radius = parts.value(0).toInt();
-    const int core = 2 * parts.value(1).toInt() + 2;
-    const int margin = parts.value(2).toInt();
-    const int side = std::clamp(core + 2 * margin, 1, largestSide);
+QImage shadowImage(const ShadowShape& shape, double scale) {
+    const double core = (2 * shape.edge + 2) * scale;
+    const double margin = shape.margin * scale;
+    const double radius = shape.radius * scale;
+    const int side = std::clamp(qRound(core + 2 * margin), 1, largestSide);
     Field shade(static_cast<std::size_t>(side) * static_cast<std::size_t>(side), 0.0F);
-    for (const QString& part : parts.mid(3)) {
+    for (const QString& part : shape.layers.split(u'/')) {
         const QStringList layer = part.split(u',');
-        Field field =
-            coverage(side, QRectF(margin, margin + layer.value(0).toInt(), core, core), radius);
-        const int reach = std::max(1, layer.value(1).toInt() / 4);
+        const double down = layer.value(0).toInt() * scale;
+        Field field = coverage(side, QRectF(margin, margin + down, core, core), radius);
+        const int reach = std::max(1, qRound(layer.value(1).toInt() * scale / 4));
         for (int pass = 0; pass < blurPasses; ++pass)
             blur(field, side, reach);
         const float alpha = layer.value(2).toFloat();
@@ -83,7 +82,6 @@ QImage ShadowProvider::requestImage(const QString& id, QSize* size, const QSize&
             const auto at = static_cast<std::size_t>(y * side + x);
             image.setPixel(x, y, qRgba(0, 0, 0, qRound(shade[at] * 255 * (1 - plate[at]))));
         }
-    if (size) *size = image.size();
     return image;
 }
 

@@ -1,0 +1,70 @@
+// Shadows as a graphics card draws them, where a point is one and a half pixels. The desktop must
+// be there before Qt connects to it.
+
+#include "desktop/DesktopSession.h"
+#include "ui/PanelStage.h"
+
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+#include <iostream>
+
+namespace vorq {
+namespace {
+
+constexpr int tolerance = 4; // of 255
+
+TEST(ShadowDesktop, IsTheSameAtAllCorners) {
+    PanelStage stage;
+    QQmlComponent component(stage.engine.get());
+    component.setData("import QtQuick\nimport Vorq\n"
+                      "Item { width: 300; height: 200\n"
+                      "Rectangle { z: -2; anchors.fill: parent }\n"
+                      "Rectangle { id: plate; x: 50; y: 50; width: 200; height: 100; radius: 20 }\n"
+                      "Shadow { target: plate; level: 2; radius: 25 } }",
+                      QUrl(QStringLiteral("qrc:/test/Shadow.qml")));
+    const std::unique_ptr<QObject> made(component.create());
+    auto* scene = qobject_cast<QQuickItem*>(made.get());
+    ASSERT_TRUE(scene) << component.errorString().toStdString();
+    QQuickWindow window;
+    window.resize(300, 200);
+    scene->setParentItem(window.contentItem());
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    EXPECT_EQ(window.rendererInterface()->graphicsApi(), QSGRendererInterface::OpenGL);
+
+    const QImage shown = window.grabWindow();
+    ASSERT_GT(shown.width(), 300);
+
+    int darkest = 255;
+    for (int y = 0; y < shown.height(); ++y)
+        for (int x = 0; x < shown.width() / 2; ++x) {
+            const int left = qGray(shown.pixel(x, y));
+            const int right = qGray(shown.pixel(shown.width() - 1 - x, y));
+            ASSERT_NEAR(left, right, tolerance) << "at " << x << ", " << y;
+            darkest = std::min(darkest, left);
+        }
+    EXPECT_LT(darkest, 240);
+}
+
+} // namespace
+} // namespace vorq
+
+int main(int argc, char** argv) {
+    testing::InitGoogleMock(&argc, argv);
+    try {
+        const vorq::desktop::DesktopSession session;
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        qputenv("QT_SCALE_FACTOR", "1.5");
+        qputenv("LIBGL_ALWAYS_SOFTWARE", "1");
+        const QGuiApplication application(argc, argv);
+        vorq::prepareUi();
+        return RUN_ALL_TESTS();
+    } catch (const std::exception& problem) {
+        std::cerr << problem.what() << '\n';
+        return 1;
+    }
+}
