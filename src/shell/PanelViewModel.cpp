@@ -40,6 +40,11 @@ void PanelViewModel::connectState() {
             &PanelViewModel::promptPlaceholderChanged);
     connect(&m_state.panel(), &PanelConversation::stateChanged, this,
             &PanelViewModel::respondingChanged);
+    // No bubble says why there is no reply.
+    connect(&m_state.panel(), &PanelConversation::turnEnded, this,
+            [this](const QUuid&, TurnEnd end) {
+                if (end == TurnEnd::SignedOut) setNotice(signInAdvice);
+            });
     connect(&m_state.panel().workStatus(), &WorkStatus::changed, this,
             &PanelViewModel::workLabelChanged);
     connect(&m_state.permissions(), &Permissions::advised, this,

@@ -273,6 +273,15 @@ TEST_F(PanelViewModelTest, SaysEachTimeWhyNothingWasReadUntilItCanBe) {
     EXPECT_EQ(model().notice(), "");
 }
 
+TEST_F(PanelViewModelTest, SaysHowToSignInWhenWhatWasHighlightedGetsNoReply) {
+    model();
+    signOut();
+    state().panel().submit("Attached text");
+    m_clock.settle();
+    EXPECT_EQ(model().notice(), signInAdvice);
+    ASSERT_EQ(messages().size(), 1U) << "there is no bubble";
+}
+
 TEST_F(PanelViewModelTest, SaysHowToSignInUntilSomebodyDoes) {
     state().account().markSessionExpired();
     model().setPrompt("a question");

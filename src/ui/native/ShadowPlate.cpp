@@ -47,11 +47,12 @@ void ShadowPlate::itemChange(ItemChange change, const ItemChangeData& data) {
 QSGNode* ShadowPlate::updatePaintNode(QSGNode* former, UpdatePaintNodeData*) {
     std::unique_ptr<QSGNode> owned(former);
     const int corner = m_margin + m_edge;
-    if (m_edge <= 0 || width() < 2 * corner || height() < 2 * corner) {
+    if (m_edge <= 0 || width() < 2 * corner || height() < 2 * corner) return nullptr;
+    // A window that is hidden gives its nodes up.
+    if (!owned) {
+        owned.reset(window()->createNinePatchNode());
         m_isShapeNew = true;
-        return nullptr;
     }
-    if (!owned) owned.reset(window()->createNinePatchNode());
     auto* node = static_cast<QSGNinePatchNode*>(owned.get());
     const double scale = pixelsToAPoint(*window());
     if (m_isShapeNew) {
