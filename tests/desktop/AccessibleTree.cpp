@@ -49,6 +49,7 @@ std::uint32_t lowerStates(const QDBusMessage& reply) {
     std::uint32_t first = 0;
     list.beginArray();
     if (!list.atEnd()) list >> first;
+    list.endArray();
     return first;
 }
 

@@ -34,7 +34,7 @@ bool isOf(const QDBusMessage& reply, const char* signature) {
            reply.signature() == QLatin1StringView(signature);
 }
 
-// Reading it apart needs a constant.
+// Reading it apart needs a constant. Each part that is begun is ended, else it is never freed.
 QDBusArgument argumentOf(const QDBusMessage& reply) {
     return reply.arguments().constFirst().value<QDBusArgument>();
 }
@@ -217,6 +217,7 @@ std::optional<std::uint64_t> statesIn(const QDBusMessage& reply) {
         argument >> word;
         states |= std::uint64_t{word} << shift;
     }
+    argument.endArray();
     return states;
 }
 
@@ -260,6 +261,7 @@ std::optional<QRectF> rectIn(const QDBusMessage& reply) {
         const QDBusArgument argument = argumentOf(reply);
         argument.beginStructure();
         argument >> numbers[0] >> numbers[1] >> numbers[2] >> numbers[3];
+        argument.endStructure();
     } else {
         return std::nullopt;
     }
