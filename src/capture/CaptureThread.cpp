@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QMetaObject>
 
+#include <atomic>
 #include <utility>
 
 namespace vorq {
@@ -12,6 +13,7 @@ namespace vorq {
 struct CaptureThread::Run {
     Job job;
     std::stop_source stop;
+    std::atomic<bool> isDone = false;
     // Of the main thread.
     Wakeup wake;
     bool hasEnded = false;
@@ -41,11 +43,16 @@ QCoro::Task<bool> CaptureThread::run(Job job, Clock::Duration limit, std::stop_t
     };
     const std::stop_callback onStop(std::move(stop), end);
     const std::stop_callback onDestruction(m_stop.get_token(), end);
-    const Clock::TimerId timer = clock.after(limit, end);
+    // While the main thread is busy, as with the first picture of a window, the limit may be seen
+    // before the end that came in time.
+    const Clock::TimerId timer = clock.after(limit, [running, end] {
+        if (!running->isDone) end();
+    });
     QMetaObject::invokeMethod(
         m_worker,
         [running] {
             if (!running->stop.stop_requested()) running->job(running->stop.get_token());
+            running->isDone = true;
             QMetaObject::invokeMethod(
                 QCoreApplication::instance(),
                 [running] {

@@ -29,6 +29,11 @@ class Budget {
     [[nodiscard]] Clock::Duration forAccessibility() const {
         return std::min(left(), Clock::Duration(TextCaptureService::accessibilityLimit));
     }
+    // Though it comes late, since the main thread was busy with its window, it has its turn.
+    [[nodiscard]] Clock::Duration forHighlight() const {
+        return std::max(left(), Clock::Duration(TextCaptureService::captureLimit -
+                                                TextCaptureService::accessibilityLimit));
+    }
 
   private:
     Clock& m_clock;
@@ -139,8 +144,8 @@ TextCaptureService::captureSelectedTextForHotKey(std::optional<ProcessId> source
     if (!self || stop.stop_requested()) co_return nothing;
     if (!reading.text.isEmpty()) co_return reading.text;
     if (!reading.isNothingSelected) {
-        const Clock::Duration left = budget.left();
-        const auto highlight = co_await readPrimary(source, left, stop);
+        const Clock::Duration limitOfHighlight = budget.forHighlight();
+        const auto highlight = co_await readPrimary(source, limitOfHighlight, stop);
         if (!self || stop.stop_requested()) co_return nothing;
         const QString text = highlight ? trimmed(highlight->text).toString() : nothing;
         if (!text.isEmpty() && !wasCaptured(highlight->ownership)) {
@@ -172,8 +177,8 @@ TextCaptureService::captureSelectedTextForNoteSave(std::optional<ProcessId> sour
     QString ax = reading.text;
     if (ax.isEmpty() && isFinderSource(source)) co_return nothing;
     if (ax.isEmpty() && !reading.isNothingSelected) {
-        const Clock::Duration left = budget.left();
-        const auto highlight = co_await readPrimary(source, left, stop);
+        const Clock::Duration limitOfHighlight = budget.forHighlight();
+        const auto highlight = co_await readPrimary(source, limitOfHighlight, stop);
         if (!self || stop.stop_requested()) co_return nothing;
         if (highlight) ax = trimmed(highlight->text).toString();
     }
@@ -216,8 +221,8 @@ TextCaptureService::captureSelection(std::optional<ProcessId> source,
     }
     QString highlighted;
     if (!reading.isNothingSelected) {
-        const Clock::Duration left = budget.left();
-        const auto highlight = co_await readPrimary(source, left, stop);
+        const Clock::Duration limitOfHighlight = budget.forHighlight();
+        const auto highlight = co_await readPrimary(source, limitOfHighlight, stop);
         if (!self || stop.stop_requested()) co_return anchored;
         if (highlight) highlighted = trimmed(highlight->text).toString();
     }

@@ -159,6 +159,21 @@ TEST_F(HotKeyCapture, GivesAHighlightThatHangsTheRestOfTheTime) {
     EXPECT_EQ(running.result(), "");
 }
 
+TEST_F(HotKeyCapture, GivesAHighlightItsTurnThoughTheMainThreadWasBusy) {
+    primary.hangs = true;
+    const Running<QString> running = startHotKey();
+    clock.passUnattended(TextCaptureService::captureLimit);
+    for (const QDeadlineTimer guard(20'000); primary.hanging == 0;) {
+        ASSERT_FALSE(guard.hasExpired());
+        Running<QString>::turnOnce();
+    }
+
+    clock.advance(TextCaptureService::captureLimit - TextCaptureService::accessibilityLimit - 1ms);
+    EXPECT_FALSE(running.hasEnded());
+    clock.advance(1ms);
+    EXPECT_EQ(running.result(), "");
+}
+
 TEST_F(HotKeyCapture, ReadsAgainAfterAnApplicationThatHung) {
     accessibility.hangs = true;
     const Running<QString> first = startHotKey();

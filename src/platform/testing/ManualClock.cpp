@@ -36,6 +36,16 @@ void ManualClock::advance(Duration duration) {
     m_now = end;
 }
 
+void ManualClock::passUnattended(Duration duration) {
+    m_now += duration;
+    while (!m_timers.empty() && m_timers.begin()->first <= m_now) {
+        const auto first = m_timers.begin();
+        const std::function<void()> callback = std::move(first->second.callback);
+        m_timers.erase(first);
+        callback();
+    }
+}
+
 void ManualClock::settle() {
     // A posted call may post the next; a conversation needs a few hops at most.
     for (int round = 0; round < 32; ++round) {

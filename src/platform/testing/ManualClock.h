@@ -18,6 +18,10 @@ class ManualClock final : public Clock {
     /// showing that moment, and the event loop is run dry after each.
     void advance(Duration duration);
 
+    /// Time goes by while the main thread is busy: what has become due runs late, before anything
+    /// that was posted meanwhile.
+    void passUnattended(Duration duration);
+
     /// Runs what is posted to the event loop, and what that posts in turn, without moving time.
     void settle();
 
