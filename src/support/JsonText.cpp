@@ -46,12 +46,7 @@ class Unescaping {
     void copyPlain() {
         const char* at = m_at;
         char16_t* to = m_to;
-        std::ptrdiff_t length = plainBlock;
-        while (m_end - at >= plainBlock && length == plainBlock) {
-            length = widenPlainRun(at, to);
-            at += length;
-            to += length;
-        }
+        copyPlainBlocks(at, m_end, to, widenBlock);
         while (at != m_end && isPlain(*at))
             *to++ = static_cast<unsigned char>(*at++);
         m_at = at;

@@ -58,12 +58,9 @@ class Escaping {
     void copyPlain() {
         const char16_t* at = m_at;
         char* to = m_to;
-        std::ptrdiff_t length = plainBlock;
-        while (m_end - at >= plainBlock && length == plainBlock) {
-            length = narrowPlainRun(at, to, m_slash);
-            at += length;
-            to += length;
-        }
+        copyPlainBlocks(at, m_end, to, [slash = m_slash](const char16_t* from, char* place) {
+            return narrowBlock(from, place, slash);
+        });
         while (at != m_end && isPlain(*at, m_slash))
             *to++ = static_cast<char>(*at++);
         m_at = at;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <bit>
-#include <cstdint>
+#include <cstddef>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -9,14 +9,15 @@
 
 namespace vorq {
 
-// The inner loops of reading and writing JSON strings: characters that are the same in UTF-8 and
-// UTF-16 and ask for no escape. Each function copies a block, good or not, and gives the number of
-// characters up to the first that is none of those.
+// The inner steps of reading and writing JSON strings: characters that are the same in UTF-8 and
+// UTF-16 and ask for no escape. Each copies a block, good or not, and gives a bit for each
+// character that is none of those, the first the lowest. So that a loop need not wait for the bits
+// to know where it goes on, it should advance by a constant where there are none.
 
 constexpr std::ptrdiff_t plainBlock = 16;
 
 /// ASCII without the backslash.
-inline std::ptrdiff_t widenPlainRun(const char* from, char16_t* to) {
+inline unsigned widenBlock(const char* from, char16_t* to) {
 #ifdef __SSE2__
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
     const __m128i zero = _mm_setzero_si128();
@@ -24,20 +25,20 @@ inline std::ptrdiff_t widenPlainRun(const char* from, char16_t* to) {
     _mm_storeu_si128(out, _mm_unpacklo_epi8(bytes, zero));
     _mm_storeu_si128(out + 1, _mm_unpackhi_epi8(bytes, zero));
     const __m128i special = _mm_or_si128(bytes, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\')));
-    return std::countr_zero(static_cast<unsigned>(_mm_movemask_epi8(special)) | 0x1'0000U);
+    return static_cast<unsigned>(_mm_movemask_epi8(special));
 #else
-    std::ptrdiff_t length = plainBlock;
-    for (std::ptrdiff_t index = plainBlock; index-- > 0;) {
+    unsigned special = 0;
+    for (std::ptrdiff_t index = 0; index < plainBlock; ++index) {
         const auto c = static_cast<unsigned char>(from[index]);
         to[index] = c;
-        if (c >= 0x80 || c == '\\') length = index;
+        special |= static_cast<unsigned>(c >= 0x80 || c == '\\') << index;
     }
-    return length;
+    return special;
 #endif
 }
 
 /// ASCII from the blank on without quotation mark, backslash and one more character.
-inline std::ptrdiff_t narrowPlainRun(const char16_t* from, char* to, char16_t more) {
+inline unsigned narrowBlock(const char16_t* from, char* to, char16_t more) {
 #ifdef __SSE2__
     const auto* in = reinterpret_cast<const __m128i*>(from);
     const __m128i first = _mm_loadu_si128(in);
@@ -49,16 +50,34 @@ inline std::ptrdiff_t narrowPlainRun(const char16_t* from, char* to, char16_t mo
     special = _mm_or_si128(special, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('"')));
     special = _mm_or_si128(special, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\')));
     special = _mm_or_si128(special, _mm_cmpeq_epi8(bytes, _mm_set1_epi8(static_cast<char>(more))));
-    return std::countr_zero(static_cast<unsigned>(_mm_movemask_epi8(special)) | 0x1'0000U);
+    return static_cast<unsigned>(_mm_movemask_epi8(special));
 #else
-    std::ptrdiff_t length = plainBlock;
-    for (std::ptrdiff_t index = plainBlock; index-- > 0;) {
+    unsigned special = 0;
+    for (std::ptrdiff_t index = 0; index < plainBlock; ++index) {
         const char16_t c = from[index];
         to[index] = static_cast<char>(c);
-        if (c < 0x20 || c >= 0x80 || c == u'"' || c == u'\\' || c == more) length = index;
+        const bool isPlain = c >= 0x20 && c < 0x80 && c != u'"' && c != u'\\' && c != more;
+        special |= static_cast<unsigned>(!isPlain) << index;
     }
-    return length;
+    return special;
 #endif
+}
+
+/// Copies by whole blocks while they last and all is plain, and moves both places to where it
+/// stopped. `copy` does the step.
+template<typename From, typename To, typename Copy>
+inline void copyPlainBlocks(const From*& from, const From* end, To*& to, Copy copy) {
+    while (end - from >= plainBlock) {
+        const unsigned special = copy(from, to);
+        if (special != 0) {
+            const int plain = std::countr_zero(special);
+            from += plain;
+            to += plain;
+            return;
+        }
+        from += plainBlock;
+        to += plainBlock;
+    }
 }
 
 } // namespace vorq
