@@ -2,13 +2,12 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdint>
 #include <cstring>
 #include <fcntl.h>
 #include <simdjson.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -16,10 +15,13 @@
 namespace vorq {
 namespace {
 
-// From this size on memory comes in huge pages, which are released as a whole.
-constexpr std::size_t hugePage = std::size_t{2} << 20;
-constexpr std::size_t largeFile = 4 * hugePage;
-constexpr std::size_t smallStep = std::size_t{128} << 10;
+// Little enough to stay in the processor's cache from the reading of the file to its records.
+constexpr std::size_t pieceSize = std::size_t{256} << 10;
+
+// What stands between two entries in our style. Strings hold no line breaks, so that this is never
+// inside of one.
+constexpr std::string_view betweenEntries = "\n  },\n  {";
+constexpr std::size_t commaBetween = betweenEntries.find(',');
 
 ssize_t readAt(int descriptor, char* to, std::size_t size, std::size_t offset) {
     ssize_t got = 0;
@@ -43,19 +45,20 @@ bool mayBeArray(int descriptor) {
 JsonFile::JsonFile(QByteArrayView json, Copy /*kind*/) {
     const auto size = static_cast<std::size_t>(json.size());
     if (size == 0 || !reserve(size)) return;
-    std::memcpy(m_data, json.data(), size);
-    m_size = size;
+    std::memcpy(m_text.get(), json.data(), size);
+    m_held = m_read = m_size = size;
 }
 
 JsonFile::JsonFile(JsonFile&& other) noexcept
-    : m_data(std::exchange(other.m_data, nullptr)),
-      m_size(std::exchange(other.m_size, 0)),
+    : m_text(std::move(other.m_text)),
       m_capacity(std::exchange(other.m_capacity, 0)),
-      m_released(std::exchange(other.m_released, 0)),
+      m_held(std::exchange(other.m_held, 0)),
+      m_given(std::exchange(other.m_given, 0)),
+      m_read(std::exchange(other.m_read, 0)),
+      m_size(std::exchange(other.m_size, 0)),
       m_descriptor(std::exchange(other.m_descriptor, -1)) {}
 
 JsonFile::~JsonFile() {
-    if (m_data != nullptr) ::munmap(m_data, m_capacity);
     if (m_descriptor >= 0) ::close(m_descriptor);
 }
 
@@ -67,49 +70,77 @@ JsonFile JsonFile::open(const QString& path) {
     struct stat status{};
     if (::fstat(file.m_descriptor, &status) != 0 || !S_ISREG(status.st_mode)) return file;
     const auto size = static_cast<std::size_t>(status.st_size);
-    if (size == 0 || size > simdjson::SIMDJSON_MAXSIZE_BYTES || !mayBeArray(file.m_descriptor) ||
-        !file.reserve(size) || !file.read(size))
-        return file;
-    file.m_size = size;
+    if (size <= simdjson::SIMDJSON_MAXSIZE_BYTES && mayBeArray(file.m_descriptor))
+        file.m_size = size;
     return file;
 }
 
-// Mapped, since of allocated memory no part can be given back.
+std::optional<std::string_view> JsonFile::nextPiece() {
+    dropPiece();
+    for (std::size_t wanted = pieceSize;; wanted *= 2) {
+        if (!fill(wanted)) return std::nullopt;
+        if (m_read == m_size) {
+            m_given = m_held;
+            return std::string_view(m_text.get(), m_held);
+        }
+        const std::optional<std::size_t> cut = lastCut();
+        if (!cut) continue;
+        m_given = *cut;
+        m_text.get()[m_given] = ']';
+        return std::string_view(m_text.get(), m_given + 1);
+    }
+}
+
+// The comma behind the piece, which ended it, begins the next one.
+void JsonFile::dropPiece() {
+    const std::size_t given = std::exchange(m_given, 0);
+    if (given == 0) return;
+    m_held -= given;
+    std::memmove(m_text.get(), m_text.get() + given, m_held);
+    if (m_held > 0) m_text.get()[0] = '[';
+}
+
+std::optional<std::string_view> JsonFile::whole() {
+    const bool isAsRead = m_descriptor < 0 || m_given == m_size;
+    if (!isAsRead) m_read = m_held = 0;
+    if (!fill(m_size)) return std::nullopt;
+    m_given = m_held;
+    return std::string_view(m_text.get(), m_held);
+}
+
 bool JsonFile::reserve(std::size_t size) {
     const std::size_t capacity = size + simdjson::SIMDJSON_PADDING;
-    void* memory =
-        ::mmap(nullptr, capacity, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) return false;
-    if (size >= largeFile) ::madvise(memory, capacity, MADV_HUGEPAGE);
-    m_data = static_cast<char*>(memory);
+    if (capacity <= m_capacity) return true;
+    void* memory = std::realloc(m_text.get(), capacity);
+    if (memory == nullptr) return false;
+    static_cast<void>(m_text.release());
+    m_text.reset(static_cast<char*>(memory));
     m_capacity = capacity;
     return true;
 }
 
-bool JsonFile::read(std::size_t size) {
-    std::size_t done = 0;
-    while (done < size) {
-        const ssize_t got = readAt(m_descriptor, m_data + done, size - done, done);
+// So many bytes in memory, or all that are left.
+bool JsonFile::fill(std::size_t wanted) {
+    const std::size_t target = std::min(wanted, m_held + (m_size - m_read));
+    if (target == 0 || !reserve(target)) return target == 0;
+    while (m_held < target) {
+        const ssize_t got = readAt(m_descriptor, m_text.get() + m_held, target - m_held, m_read);
         if (got <= 0) return false;
-        done += static_cast<std::size_t>(got);
+        m_held += static_cast<std::size_t>(got);
+        m_read += static_cast<std::size_t>(got);
     }
     return true;
 }
 
-void JsonFile::releaseBefore(const char* place) {
-    const std::size_t step = m_size >= largeFile ? hugePage : smallStep;
-    if (m_descriptor < 0 || place < m_data + m_released + step) return;
-    const auto address = reinterpret_cast<std::uintptr_t>(place);
-    const char* end = place - address % step;
-    const auto length = static_cast<std::size_t>(end - (m_data + m_released));
-    ::madvise(m_data + m_released, length, MADV_DONTNEED);
-    m_released += length;
-}
-
-bool JsonFile::restore() {
-    if (m_released == 0) return true;
-    m_released = 0;
-    return read(m_size);
+// Where the last comma between entries stands.
+std::optional<std::size_t> JsonFile::lastCut() const {
+    const std::string_view held(m_text.get(), m_held);
+    for (std::size_t end = held.size();;) {
+        const auto* found = static_cast<const char*>(::memrchr(held.data(), '\n', end));
+        if (found == nullptr) return std::nullopt;
+        end = static_cast<std::size_t>(found - held.data());
+        if (held.substr(end).starts_with(betweenEntries)) return end + commaBetween;
+    }
 }
 
 } // namespace vorq

@@ -5,16 +5,18 @@
 
 #include <concepts>
 #include <cstddef>
+#include <cstdlib>
+#include <memory>
+#include <optional>
 #include <string_view>
 
 namespace vorq {
 
-/// A JSON document in memory of its own, with the room behind it that simdjson reads into. What has
-/// been read of a file can be given back to the system piece by piece, so that text and records are
-/// not both in memory in full.
+/// A JSON document that is an array, read piece by piece, so that text and records are not both in
+/// memory in full. Each piece is in memory that simdjson may read some bytes beyond.
 class JsonFile {
   public:
-    /// A copy of what stands in any kind of bytes.
+    /// A copy of what stands in any kind of bytes; in one piece.
     template<typename Bytes>
         requires std::constructible_from<QByteArrayView, const Bytes&>
     JsonFile(const Bytes& json) : JsonFile(QByteArrayView(json), Copy()) {}
@@ -28,27 +30,37 @@ class JsonFile {
     JsonFile& operator=(JsonFile&&) = delete;
     ~JsonFile();
 
-    [[nodiscard]] std::string_view text() const { return {m_data, m_size}; }
-    /// The size of the memory, of which the text is the first part.
-    [[nodiscard]] std::size_t capacity() const { return m_capacity; }
+    /// Some entries of the array as an array of their own, which is there until the next call. If
+    /// all pieces are JSON, so is the document, and their entries are its entries; the reverse
+    /// holds of documents in our style. Nothing if the rest cannot be read or be held in memory.
+    [[nodiscard]] std::optional<std::string_view> nextPiece();
+    [[nodiscard]] bool isAtEnd() const { return m_given == m_held && m_read == m_size; }
 
-    /// What is before this place of the text is not needed any more. Does nothing to a copy.
-    void releaseBefore(const char* place);
-    /// Brings back what was released. False if that failed.
-    [[nodiscard]] bool restore();
+    /// The document from its start as one piece, after any number of pieces.
+    [[nodiscard]] std::optional<std::string_view> whole();
+
+    /// The size of the memory from the start of the latest piece on.
+    [[nodiscard]] std::size_t capacity() const { return m_capacity; }
 
   private:
     struct Copy {};
+    struct Free {
+        void operator()(char* memory) const { std::free(memory); }
+    };
 
     JsonFile() = default;
     JsonFile(QByteArrayView json, Copy);
+    void dropPiece();
     [[nodiscard]] bool reserve(std::size_t size);
-    [[nodiscard]] bool read(std::size_t size);
+    [[nodiscard]] bool fill(std::size_t wanted);
+    [[nodiscard]] std::optional<std::size_t> lastCut() const;
 
-    char* m_data = nullptr;
-    std::size_t m_size = 0;
+    std::unique_ptr<char, Free> m_text;
     std::size_t m_capacity = 0;
-    std::size_t m_released = 0;
+    std::size_t m_held = 0;  // bytes of the document in the memory
+    std::size_t m_given = 0; // of which so many are the latest piece
+    std::size_t m_read = 0;  // bytes of the document read so far
+    std::size_t m_size = 0;  // bytes of the document
     int m_descriptor = -1;
 };
 

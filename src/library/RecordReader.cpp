@@ -170,36 +170,57 @@ std::optional<QUuid> uuidFrom(QByteArrayView text) {
     return QUuid::fromRfc4122(QByteArrayView(bytes.data(), bytes.size()));
 }
 
-} // namespace
+struct Entries {
+    RecordReader& reader;
+    RecordReader::ReadEntry read;
+    void* list;
+};
 
-bool RecordReader::readFile(JsonFile& file, ReadEntry readEntry, void (*clear)(void*), void* list) {
-    try {
-        for (const bool expectsEqualKeys : {false, true}) {
-            m_expectsEqualKeys = expectsEqualKeys;
-            if (file.restore() && readOnce(file, readEntry, list)) return true;
-            clear(list);
-        }
-    } catch (const std::bad_alloc&) {
-        clear(list);
-    }
-    return false;
-}
-
-bool RecordReader::readOnce(JsonFile& file, ReadEntry readEntry, void* list) {
-    if (file.text().empty()) return false;
-    ondemand::parser parser;
+// A document that is an array.
+bool readPiece(ondemand::parser& parser, std::string_view text, std::size_t capacity,
+               const Entries& entries) {
     ondemand::document document;
     ondemand::array array;
-    if (parser.iterate(file.text(), file.capacity()).get(document) != SUCCESS ||
+    if (text.empty() || parser.iterate(text, capacity).get(document) != SUCCESS ||
         document.get_array().get(array) != SUCCESS)
         return false;
     for (auto next : array) {
         JsonValue value;
-        if (next.get(value.value) != SUCCESS) return false;
-        file.releaseBefore(value.value.raw_json_token().data());
-        if (!readEntry(*this, value, list)) return false;
+        if (next.get(value.value) != SUCCESS || !entries.read(entries.reader, value, entries.list))
+            return false;
     }
     return document.current_location().error() == simdjson::OUT_OF_BOUNDS;
+}
+
+} // namespace
+
+bool RecordReader::readFile(JsonFile& file, ReadEntry readEntry, void (*clear)(void*), void* list) {
+    try {
+        m_expectsEqualKeys = false;
+        if (readPieces(file, readEntry, list)) return true;
+        clear(list);
+        m_expectsEqualKeys = true;
+        if (readWhole(file, readEntry, list)) return true;
+    } catch (const std::bad_alloc&) {
+    }
+    clear(list);
+    return false;
+}
+
+bool RecordReader::readPieces(JsonFile& file, ReadEntry readEntry, void* list) {
+    ondemand::parser parser;
+    do {
+        const std::optional<std::string_view> piece = file.nextPiece();
+        if (!piece || !readPiece(parser, *piece, file.capacity(), {*this, readEntry, list}))
+            return false;
+    } while (!file.isAtEnd());
+    return true;
+}
+
+bool RecordReader::readWhole(JsonFile& file, ReadEntry readEntry, void* list) {
+    ondemand::parser parser;
+    const std::optional<std::string_view> text = file.whole();
+    return text && readPiece(parser, *text, file.capacity(), {*this, readEntry, list});
 }
 
 bool RecordReader::readArray(JsonValue& value, ReadEntry readEntry, void* list) {

@@ -63,7 +63,8 @@ class RecordReader {
     [[nodiscard]] std::optional<QByteArray> readLatin1(JsonValue& value);
 
   private:
-    [[nodiscard]] bool readOnce(JsonFile& file, ReadEntry readEntry, void* list);
+    [[nodiscard]] bool readPieces(JsonFile& file, ReadEntry readEntry, void* list);
+    [[nodiscard]] bool readWhole(JsonFile& file, ReadEntry readEntry, void* list);
 
     Date m_now;
     bool m_expectsEqualKeys = false;
