@@ -16,7 +16,7 @@ namespace vorq {
 namespace {
 
 // Little enough to stay in the processor's cache from the reading of the file to its records.
-constexpr std::size_t pieceSize = std::size_t{256} << 10;
+constexpr std::size_t pieceSize = std::size_t{128} << 10;
 
 // What stands between two entries in our style. Strings hold no line breaks, so that this is never
 // inside of one.

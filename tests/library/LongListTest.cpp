@@ -12,7 +12,7 @@
 namespace vorq {
 namespace {
 
-constexpr qsizetype pieceSize = 256 * 1024;
+constexpr qsizetype pieceSize = 128 * 1024;
 constexpr const char* between = "\n  },\n  {";
 
 class LongList : public LibraryFolder {
@@ -99,7 +99,7 @@ TEST_F(LongList, WithEqualKeysTakesTheLast) {
 }
 
 TEST_F(LongList, DamagedWhereItIsCutIsReadAsInOnePiece) {
-    const QByteArray whole = encode(notesOf(300, 400));
+    const QByteArray whole = encode(notesOf(150, 400));
     const std::vector<qsizetype> cuts = cutsIn(whole);
     ASSERT_FALSE(cuts.empty());
     for (const qsizetype cut : cuts) {
@@ -115,7 +115,7 @@ TEST_F(LongList, DamagedWhereItIsCutIsReadAsInOnePiece) {
 }
 
 TEST_F(LongList, CutOffOrGrownWhereItIsCutIsReadAsInOnePiece) {
-    const QByteArray whole = encode(notesOf(300, 400));
+    const QByteArray whole = encode(notesOf(150, 400));
     for (const qsizetype cut : cutsIn(whole)) {
         for (qsizetype at = cut - 6; at < cut + 8; ++at) {
             expectReadAsInOnePiece(whole.first(at), at);
@@ -129,7 +129,7 @@ TEST_F(LongList, CutOffOrGrownWhereItIsCutIsReadAsInOnePiece) {
 }
 
 TEST_F(LongList, MayNotEndInACommaOrGoOnAfterItsEnd) {
-    const QByteArray whole = encode(notesOf(300, 400));
+    const QByteArray whole = encode(notesOf(150, 400));
     ASSERT_TRUE(whole.endsWith("\n  }\n]"));
     for (const char* end :
          {",\n]", "\n],", "\n]\n]", "\n],\n  {", ",\n  {", ",\n  {\n  }\n]", "", "\n", "\n}"}) {
