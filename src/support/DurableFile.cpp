@@ -14,6 +14,8 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <system_error>
+#include <thread>
 #include <unistd.h>
 
 namespace vorq {
@@ -58,6 +60,62 @@ bool writeAll(int file, QByteArrayView content) {
     return true;
 }
 
+// Content on its way to the disk, which begins while the rest is still to come. Does not own the
+// file.
+class GrowingContent {
+  public:
+    explicit GrowingContent(int file) : m_file(file) {}
+
+    void put(QByteArrayView piece) {
+        m_isWritten = m_isWritten && writeAll(m_file, piece);
+        m_size += piece.size();
+        if (!m_isWritten || m_size - m_begun < step) return;
+        const qint64 wholeSteps = m_size - m_size % step;
+        ::sync_file_range(m_file, m_begun, wholeSteps - m_begun, SYNC_FILE_RANGE_WRITE);
+        m_begun = wholeSteps;
+    }
+    [[nodiscard]] bool flush() const { return m_isWritten && ::fsync(m_file) == 0; }
+
+  private:
+    static constexpr qint64 step = qint64{4} << 20;
+
+    int m_file;
+    bool m_isWritten = true;
+    qint64 m_size = 0;
+    qint64 m_begun = 0;
+};
+
+// A file that is about to lose its name. To give back the memory and the space of a large one takes
+// milliseconds, for which nobody is to wait; it happens where the last who holds the file lets go
+// of it, here on a thread of its own.
+class FormerFile {
+  public:
+    explicit FormerFile(const QByteArray& path)
+        : m_file(::open(path.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC)) {}
+    FormerFile(const FormerFile&) = delete;
+    FormerFile& operator=(const FormerFile&) = delete;
+    ~FormerFile() {
+        if (m_file < 0) return;
+        if (isLarge()) {
+            try {
+                std::thread([file = m_file] { ::close(file); }).detach();
+                return;
+            } catch (const std::system_error&) {
+            }
+        }
+        ::close(m_file);
+    }
+
+  private:
+    [[nodiscard]] bool isLarge() const {
+        constexpr off_t large = off_t{1} << 20;
+        struct stat status{};
+        return ::fstat(m_file, &status) == 0 && status.st_size >= large;
+    }
+
+    int m_file;
+};
+
 // Makes the new name of the file as lasting as its content.
 void flushFolder(const QByteArray& folder) {
     const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -92,13 +150,12 @@ bool replaceFile(const QString& path, const FileContent& content) {
     const int file = ::mkostemp(temporary.data(), O_CLOEXEC); // of mode 0600
     if (file < 0) return false;
     ::flock(file, LOCK_EX | LOCK_NB); // tells removeLeftovers() that we live
-    bool isWritten = true;
-    content([&isWritten, file](QByteArrayView piece) {
-        isWritten = isWritten && writeAll(file, piece);
-    });
-    isWritten = isWritten && ::fsync(file) == 0;
+    GrowingContent growing(file);
+    content([&growing](QByteArrayView piece) { growing.put(piece); });
+    const bool isFlushed = growing.flush();
     const bool isClosed = ::close(file) == 0;
-    if (!isWritten || !isClosed || std::rename(temporary.constData(), target.constData()) != 0) {
+    const FormerFile former(target);
+    if (!isFlushed || !isClosed || std::rename(temporary.constData(), target.constData()) != 0) {
         ::unlink(temporary.constData());
         return false;
     }

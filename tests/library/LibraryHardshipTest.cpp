@@ -3,6 +3,8 @@
 
 #include "library/LibraryFolder.h"
 
+#include <array>
+#include <climits>
 #include <csignal>
 #include <fcntl.h>
 #include <functional>
@@ -162,6 +164,47 @@ TEST_F(LibraryHardship, FullDiskLeavesTheFormerFileAndNothingElse) {
     EXPECT_EQ(end(child).status, passed);
     EXPECT_EQ(m_store.loadNotes(), former);
     EXPECT_EQ(names(), QStringList{"saved-notes.json"});
+}
+
+TEST_F(LibraryHardship, FullDiskInALargeListLeavesTheFormerFileToo) {
+    const std::vector<SavedNote> former = oneNote(QString(2'000'000, u'x'));
+    m_store.save(former);
+    const pid_t child = start([this] {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{6'000'000, 6'000'000};
+        if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) return 1;
+        return m_store.write(oneNote(QString(15'000'000, u'x'))) ? 2 : passed;
+    });
+    EXPECT_EQ(end(child).status, passed);
+    EXPECT_EQ(m_store.loadNotes(), former);
+    EXPECT_EQ(names(), QStringList{"saved-notes.json"});
+}
+
+// What this process still holds of the folder.
+QStringList openFilesIn(const QString& folder) {
+    QStringList files;
+    for (const QFileInfo& entry : QDir("/proc/self/fd").entryInfoList(QDir::Files | QDir::System)) {
+        const QByteArray path = QFile::encodeName(entry.filePath());
+        std::array<char, PATH_MAX> target{};
+        if (::readlink(path.constData(), target.data(), target.size() - 1) < 0) continue;
+        const QString name = QFile::decodeName(target.data());
+        if (name.startsWith(folder)) files << name;
+    }
+    return files;
+}
+
+TEST_F(LibraryHardship, ReplacedLargeFilesAreLetGo) {
+    std::vector<SavedNote> notes = oneNote(QString(9'000'000, u'x'));
+    for (int count = 0; count < 10; ++count) {
+        notes.front().text = QString::number(count);
+        ASSERT_TRUE(m_store.write(notes));
+        ASSERT_EQ(m_store.loadNotes(), notes);
+    }
+    EXPECT_EQ(names(), QStringList{"saved-notes.json"});
+    constexpr int mostWaits = 3000;
+    for (int waits = 0; !openFilesIn(m_folder).isEmpty() && waits < mostWaits; ++waits)
+        ::usleep(10'000);
+    EXPECT_EQ(openFilesIn(m_folder), QStringList());
 }
 
 // Root may write anywhere, so it becomes somebody else for this.
