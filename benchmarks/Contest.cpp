@@ -17,25 +17,14 @@ void md4cParse(std::string_view utf8) {
     md_parse(utf8.data(), static_cast<MD_SIZE>(utf8.size()), &parser, nullptr);
 }
 
-static benchmark::internal::Benchmark* registerWork(const std::string& name, std::size_t bytes,
-                                                    std::function<void()> work) {
-    return benchmark::RegisterBenchmark(name.c_str(), [bytes, work](benchmark::State& state) {
+void addContender(const std::string& contender, const std::string& caseName, std::size_t bytes,
+                  std::function<void()> work) {
+    const std::string name = contender + '/' + caseName;
+    benchmark::RegisterBenchmark(name.c_str(), [bytes, work](benchmark::State& state) {
         for (auto _ : state)
             work();
         state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
     });
-}
-
-void addContender(const std::string& contender, const std::string& caseName, std::size_t bytes,
-                  std::function<void()> work) {
-    registerWork(contender + '/' + caseName, bytes, std::move(work));
-}
-
-void addWaitingContender(const std::string& contender, const std::string& caseName,
-                         std::size_t bytes, std::function<void()> work) {
-    registerWork(contender + '/' + caseName, bytes, std::move(work))
-        ->UseRealTime()
-        ->Unit(benchmark::kMillisecond);
 }
 
 std::vector<std::string> growingTexts(const std::string& reply) {

@@ -15,10 +15,6 @@ void md4cParse(std::string_view utf8);
 void addContender(const std::string& contender, const std::string& caseName, std::size_t bytes,
                   std::function<void()> work);
 
-/// The same for work that waits for the disk: its time by the clock counts.
-void addWaitingContender(const std::string& contender, const std::string& caseName,
-                         std::size_t bytes, std::function<void()> work);
-
 /// The growing texts of a reply that arrives in steps of 200 bytes, cut at characters; each is the
 /// whole of it so far.
 [[nodiscard]] std::vector<std::string> growingTexts(const std::string& reply);

@@ -14,9 +14,7 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
             continue;
         const std::string caseName = name.substr(slash + 1);
         if (!m_times.contains(caseName)) m_cases.push_back(caseName);
-        const bool waits = run.run_name.time_type == "real_time";
-        const double time = (waits ? run.real_accumulated_time : run.cpu_accumulated_time) * 1e9 /
-                            static_cast<double>(run.iterations);
+        const double time = run.cpu_accumulated_time * 1e9 / static_cast<double>(run.iterations);
         const auto [known, added] = m_times[caseName].try_emplace(name.substr(0, slash), time);
         if (!added) known->second = std::min(known->second, time);
     }

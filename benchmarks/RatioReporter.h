@@ -20,8 +20,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
   private:
     std::vector<std::string> m_peers;
     std::vector<std::string> m_cases;
-    // Nanoseconds for one iteration by case and contender, of the processor or, where the
-    // benchmark asks for it, of the clock; the best run counts.
+    // Nanoseconds of the processor for one iteration by case and contender; the best run counts.
     std::map<std::string, std::map<std::string, double>> m_times;
 };
 
