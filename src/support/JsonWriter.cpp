@@ -1,5 +1,6 @@
 #include "support/JsonWriter.h"
 
+#include "support/CharacterBlocks.h"
 #include "support/PlainRun.h"
 
 #include <QtGlobal>
@@ -78,11 +79,13 @@ class Escaping {
             *m_to++ = digit;
     }
 
-    // All that stand here and are no ASCII.
+    // All that stand here and are no ASCII, and ASCII among them.
     void copyCharacters() {
         const char16_t* at = m_at;
         char* to = m_to;
         while (at != m_end && *at >= 0x80) {
+            if (m_hasBlocks) copyCharacterBlocks(at, m_end, to, m_slash);
+            if (at == m_end || *at < 0x80) break;
             const char16_t unit = *at++;
             if (unit < 0x800) {
                 *to++ = static_cast<char>(0xC0 | unit >> 6);
@@ -112,6 +115,7 @@ class Escaping {
     const char16_t* m_end;
     char* m_to;
     char16_t m_slash; // one more that is escaped
+    bool m_hasBlocks = hasCharacterBlocks();
 };
 
 } // namespace

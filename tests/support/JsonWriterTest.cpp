@@ -2,9 +2,10 @@
 
 #include <QString>
 
+#include <array>
 #include <gtest/gtest.h>
-
 #include <limits>
+#include <random>
 
 namespace vorq {
 namespace {
@@ -58,6 +59,59 @@ TEST(JsonWriter, LongTextsKeepTheirPairs) {
         JsonWriter writer;
         writer.value(QStringView(text));
         EXPECT_EQ(writer.take(), '"' + text.toUtf8() + '"');
+    }
+}
+
+// What the writer is to make of a text, told unit by unit.
+QByteArray escapedOneByOne(const QString& text, bool escapesSlash = false) {
+    QByteArray bytes;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const QChar c = text[at];
+        const bool isPair =
+            c.isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
+        if (isPair)
+            bytes += text.mid(at++, 2).toUtf8();
+        else if (c.isSurrogate())
+            bytes += '?';
+        else if (c == u'"' || c == u'\\' || (escapesSlash && c == u'/'))
+            bytes += '\\' + QByteArray(1, c.toLatin1());
+        else if (c == u'\n')
+            bytes += "\\n";
+        else if (c < u' ')
+            bytes += "\\u00" + QByteArray::number(c.unicode(), 16).rightJustified(2, '0');
+        else
+            bytes += QString(c).toUtf8();
+    }
+    return bytes;
+}
+
+TEST(JsonWriter, CharactersOfAllSizesStandBesideEachOther) {
+    constexpr std::array<char16_t, 20> units = {u'a', u'"',   u'\\',  u'\n',  0x01,   0x20,   0x7F,
+                                                0x80, 0x7FF,  0x800,  0xFFFF, 0xD7FF, 0xE000, u'日',
+                                                u'é', 0xD83D, 0xDC4B, 0xDBFF, 0xDFFF, 0x2F};
+    std::minstd_rand random(1);
+    for (int round = 0; round < 20'000; ++round) {
+        // Of few kinds in some texts, so that they stand beside each other for long.
+        const auto kinds = 1 + random() % units.size();
+        const auto first = random() % units.size();
+        QString text(static_cast<qsizetype>(random() % 40), u' ');
+        for (QChar& c : text)
+            c = units[(first + random() % kinds) % units.size()];
+        const bool isIndented = round % 2 == 0;
+        JsonWriter writer(isIndented ? JsonWriter::Style::Indented : JsonWriter::Style::Compact);
+        writer.value(QStringView(text));
+        ASSERT_EQ(writer.take(), '"' + escapedOneByOne(text, isIndented) + '"');
+    }
+}
+
+TEST(JsonWriter, EveryUnitHasItsFormAtEveryPlace) {
+    for (int code = 0x20; code < 0x10000; ++code) {
+        if (QChar::isSurrogate(static_cast<char32_t>(code))) continue;
+        QString text(QStringLiteral("日é日é日"));
+        text[code % 5] = QChar(code);
+        JsonWriter writer;
+        writer.value(QStringView(text));
+        ASSERT_EQ(writer.take(), '"' + escapedOneByOne(text) + '"') << code;
     }
 }
 
