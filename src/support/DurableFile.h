@@ -12,7 +12,8 @@ namespace vorq {
 /// failed; the former file is then as it was.
 ///
 /// A symbolic link stays, and the file it leads to is replaced. A link into a folder that is not
-/// there, as of a drive that is not mounted, makes it fail; links in a circle are replaced.
+/// there, as of a drive that is not mounted, makes it fail; links in a circle are replaced. A large
+/// former file gives its space back a little later, on a thread of its own.
 bool replaceFile(const QString& path, QByteArrayView content);
 
 /// Gives the pieces of a file's content to `put`, in their order.
