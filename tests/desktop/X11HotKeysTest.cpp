@@ -75,6 +75,18 @@ TEST_F(X11HotKeysTest, HeldDownWhileTheProgramIsBusyCountsAsOnePress) {
     EXPECT_THAT(m_pressed, ElementsAre('A', 'T', 'A'));
 }
 
+// From its repetition on, its grab is active again, and its release comes another way.
+TEST_F(X11HotKeysTest, LetGoWhileTheProgramIsBusyItCanBePressedAgain) {
+    ASSERT_TRUE(registerKey(m_keys, 'A'));
+    ASSERT_TRUE(registerKey(m_keys, 'T'));
+    xdotool({"keydown", "super", "keydown", "shift", "keydown", "a"});
+    waitForPresses(1);
+    xdotool(
+        {"sleep", "1.5", "keyup", "a", "key", "t", "key", "a", "keyup", "shift", "keyup", "super"});
+    waitForPresses(3);
+    EXPECT_THAT(m_pressed, ElementsAre('A', 'T', 'A'));
+}
+
 TEST_F(X11HotKeysTest, OtherModifiersAreOtherChords) {
     ASSERT_TRUE(registerKey(m_keys, 'A'));
     ASSERT_TRUE(registerKey(m_keys, 'T'));

@@ -131,22 +131,25 @@ void X11HotKeys::takeEventsLater() {
 }
 
 void X11HotKeys::takeEvents() {
+    takeQueuedEvents();
+    if (m_release && !isDown(m_release->key)) settleRelease();
+    // Which the question may have taken in.
+    takeQueuedEvents();
+    if (!m_connection.isUsable()) m_notifier->setEnabled(false);
+}
+
+void X11HotKeys::takeQueuedEvents() {
     while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
         switch (event->response_type & 0x7f) {
         case XCB_KEY_PRESS: {
             const auto& press = reinterpret_cast<const xcb_key_press_event_t&>(*event);
-            const bool isRepeat = m_lastRelease == std::pair(press.detail, press.time);
-            if (isRepeat)
-                freeKeyboard();
-            else
-                keyWentDown(press.detail, press.state);
+            takePress({press.detail, press.time}, press.state);
             break;
         }
         case XCB_KEY_RELEASE: {
-            // Only while this process was too busy to free the keyboard. A key that repeats goes up
-            // and down at the same moment.
             const auto& release = reinterpret_cast<const xcb_key_release_event_t&>(*event);
-            m_lastRelease = {release.detail, release.time};
+            settleRelease();
+            m_release = {release.detail, release.time};
             break;
         }
         case XCB_MAPPING_NOTIFY:
@@ -163,7 +166,20 @@ void X11HotKeys::takeEvents() {
             break;
         }
     }
-    if (!m_connection.isUsable()) m_notifier->setEnabled(false);
+}
+
+// A key that repeats goes up and down at the same moment.
+void X11HotKeys::takePress(const KeyMoment& press, ModifierMask state) {
+    if (m_release == press) {
+        m_release.reset();
+        return freeKeyboard();
+    }
+    settleRelease();
+    keyWentDown(press.key, state);
+}
+
+void X11HotKeys::settleRelease() {
+    if (const auto release = std::exchange(m_release, std::nullopt)) keyWentUp(release->key);
 }
 
 // The grab of the pressed key holds the whole keyboard. It is let go before anything else, so that

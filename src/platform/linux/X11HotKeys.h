@@ -7,8 +7,8 @@
 #include <QSocketNotifier>
 
 #include <memory>
+#include <optional>
 #include <set>
-#include <utility>
 #include <vector>
 
 namespace vorq {
@@ -48,11 +48,21 @@ class X11HotKeys final : public GlobalHotKeys {
     void ungrabKeys(const HotKey& hotKey, const std::vector<KeyCode>& keys);
     void grabAllAnew();
 
+    struct KeyMoment {
+        KeyCode key;
+        std::uint32_t time; // on the server
+
+        bool operator==(const KeyMoment&) const = default;
+    };
+
     void takeEvents();
+    void takeQueuedEvents();
+    void takePress(const KeyMoment& press, ModifierMask state);
     void takeEventsLater();
     void keyWentDown(KeyCode key, ModifierMask state);
     void freeKeyboard();
     void keyWentUp(KeyCode key);
+    void settleRelease();
     void watchReleases(bool isOn);
     [[nodiscard]] bool isDown(KeyCode key) const;
 
@@ -61,8 +71,10 @@ class X11HotKeys final : public GlobalHotKeys {
     std::unique_ptr<X11Keyboard> m_keyboard;
     std::unique_ptr<QSocketNotifier> m_notifier;
     std::vector<HotKey> m_hotKeys;
-    std::set<KeyCode> m_held;                        // keys of hot keys that have not been let go
-    std::pair<KeyCode, std::uint32_t> m_lastRelease; // with its time on the server
+    std::set<KeyCode> m_held; // keys of hot keys that have not been let go
+    // A release that came while the keyboard was grabbed, which is only when this process was too
+    // busy to free it. Whether the key repeats, only the next event tells.
+    std::optional<KeyMoment> m_release;
     bool m_isRegrabDue = false;
 };
 
