@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+#include <csignal>
+
 namespace vorq::desktop {
 namespace {
 
@@ -132,6 +134,18 @@ TEST_F(TrayProgramTest, QuitEndsIt) {
     const Ended again = runToEnd({"quit"});
     EXPECT_EQ(again.status, 0);
     EXPECT_THAT(again.output, HasSubstr("Vorq is not running."));
+}
+
+// A shell is told of the signal, though the program has put its things in order before.
+TEST_F(TrayProgramTest, ASignalEndsItInOrder) {
+    for (const int signal : {SIGTERM, SIGINT}) {
+        DesktopProgram& vorq = startAndWait();
+        ::kill(vorq.process(), signal);
+        DesktopSession::waitUntil("the end", [&] { return !vorq.isRunning(); });
+        EXPECT_EQ(vorq.qt().exitStatus(), QProcess::CrashExit);
+        EXPECT_EQ(vorq.qt().exitCode(), signal);
+        EXPECT_THAT(vorq.output().toStdString(), Not(HasSubstr("ERROR: ")));
+    }
 }
 
 TEST_F(TrayProgramTest, KilledItLeavesThePlaceToTheNext) {
