@@ -30,10 +30,11 @@ void TaskState::show(std::vector<HubTask> tasks, std::vector<HubTaskColumn> colu
     m_tasks.replace(std::move(board.tasks));
 }
 
-// The columns first: a task without its column would lose its place.
+// The columns first: a task without its column would lose its place. At a launch neither has
+// changed as a rule, and waiting for the disk twice would be most of what the launch takes.
 void TaskState::save() {
-    auto columns = m_columnFile.save(m_columns.records(), dateOf(m_clock.wallTime()));
-    auto tasks = m_taskFile.save(m_tasks.records());
+    auto columns = m_columnFile.settle(m_columns.records(), dateOf(m_clock.wallTime()));
+    auto tasks = m_taskFile.settle(m_tasks.records());
     if (tasks || columns)
         show(tasks ? *std::move(tasks) : m_tasks.records(),
              columns ? *std::move(columns) : m_columns.records());

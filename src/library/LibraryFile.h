@@ -47,17 +47,15 @@ class LibraryFile {
     /// Writes the list with the changes of others, which is given back if there were any. While
     /// another program holds the library nothing is written; its end is a change to be taken in.
     std::optional<std::vector<Record>> save(const std::vector<Record>& mine, Date now = {}) {
-        const auto lock = m_store.lock();
-        m_isDue = !lock;
-        if (!lock) return std::nullopt;
-        std::optional<std::vector<Record>> list = takeIn(mine, now);
-        std::vector<Record> written = writable(list ? *list : mine);
-        m_isDue = false;
-        if (m_store.write(written)) {
-            m_stamp = m_store.stamp<Record>();
-            m_known = std::move(written);
-        }
-        return list;
+        return save(mine, now, [this](const auto& list) { return m_store.write(list); });
+    }
+
+    /// The same, but a file that is already what it would be made is left alone. For a list that
+    /// most likely has not changed.
+    std::optional<std::vector<Record>> settle(const std::vector<Record>& mine, Date now = {}) {
+        return save(mine, now, [this](const auto& list) {
+            return m_store.isWritten(list) || m_store.write(list);
+        });
     }
 
     /// Whether a save is due: one that another program kept from writing, or one of a list that has
@@ -76,6 +74,22 @@ class LibraryFile {
     [[nodiscard]] static std::vector<Record> writable(std::vector<Record> list) {
         if constexpr (hasDrafts)
             std::erase_if(list, [](const Record& record) { return !record.isSaved; });
+        return list;
+    }
+
+    template<typename Write>
+    std::optional<std::vector<Record>> save(const std::vector<Record>& mine, Date now,
+                                            Write write) {
+        const auto lock = m_store.lock();
+        m_isDue = !lock;
+        if (!lock) return std::nullopt;
+        std::optional<std::vector<Record>> list = takeIn(mine, now);
+        std::vector<Record> written = writable(list ? *list : mine);
+        m_isDue = false;
+        if (write(written)) {
+            m_stamp = m_store.stamp<Record>();
+            m_known = std::move(written);
+        }
         return list;
     }
 

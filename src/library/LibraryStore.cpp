@@ -88,6 +88,12 @@ bool LibraryStore::write(const std::vector<Record>& list) const {
 }
 
 template<typename Record>
+bool LibraryStore::isWritten(const std::vector<Record>& list) const {
+    return holdsContent(path(fileOf<Record>),
+                        [&list](const JsonWriter::Sink& put) { encode(list, put); });
+}
+
+template<typename Record>
 FileStamp LibraryStore::stamp() const {
     return fileStamp(path(fileOf<Record>));
 }
@@ -142,21 +148,27 @@ void LibraryStore::save(const std::vector<HubTracker>& trackers) const {
 
 template std::optional<std::vector<SavedNote>> LibraryStore::read(Date) const;
 template bool LibraryStore::write(const std::vector<SavedNote>&) const;
+template bool LibraryStore::isWritten(const std::vector<SavedNote>&) const;
 template FileStamp LibraryStore::stamp<SavedNote>() const;
 template std::optional<std::vector<SavedChat>> LibraryStore::read(Date) const;
 template bool LibraryStore::write(const std::vector<SavedChat>&) const;
+template bool LibraryStore::isWritten(const std::vector<SavedChat>&) const;
 template FileStamp LibraryStore::stamp<SavedChat>() const;
 template std::optional<std::vector<HubAIChat>> LibraryStore::read(Date) const;
 template bool LibraryStore::write(const std::vector<HubAIChat>&) const;
+template bool LibraryStore::isWritten(const std::vector<HubAIChat>&) const;
 template FileStamp LibraryStore::stamp<HubAIChat>() const;
 template std::optional<std::vector<HubTask>> LibraryStore::read(Date) const;
 template bool LibraryStore::write(const std::vector<HubTask>&) const;
+template bool LibraryStore::isWritten(const std::vector<HubTask>&) const;
 template FileStamp LibraryStore::stamp<HubTask>() const;
 template std::optional<std::vector<HubTaskColumn>> LibraryStore::read(Date) const;
 template bool LibraryStore::write(const std::vector<HubTaskColumn>&) const;
+template bool LibraryStore::isWritten(const std::vector<HubTaskColumn>&) const;
 template FileStamp LibraryStore::stamp<HubTaskColumn>() const;
 template std::optional<std::vector<HubTracker>> LibraryStore::read(Date) const;
 template bool LibraryStore::write(const std::vector<HubTracker>&) const;
+template bool LibraryStore::isWritten(const std::vector<HubTracker>&) const;
 template FileStamp LibraryStore::stamp<HubTracker>() const;
 
 } // namespace vorq

@@ -63,6 +63,9 @@ class LibraryStore {
     /// False if the save failed.
     template<typename Record>
     bool write(const std::vector<Record>& list) const;
+    /// Whether the file is what a save of this list would make of it.
+    template<typename Record>
+    [[nodiscard]] bool isWritten(const std::vector<Record>& list) const;
     template<typename Record>
     [[nodiscard]] FileStamp stamp() const;
 

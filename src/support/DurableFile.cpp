@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
@@ -124,6 +125,39 @@ void flushFolder(const QByteArray& folder) {
     ::close(descriptor);
 }
 
+// Reads a file along with a content that it is compared to.
+class Comparison {
+  public:
+    explicit Comparison(int file) : m_file(file) {}
+
+    void take(QByteArrayView piece) {
+        std::array<char, 4096> read{};
+        while (m_isEqual && !piece.isEmpty()) {
+            const std::size_t most = std::min(read.size(), static_cast<std::size_t>(piece.size()));
+            const ssize_t size = ::read(m_file, read.data(), most);
+            if (size < 0 && errno == EINTR) continue;
+            m_isEqual = size > 0 && piece.startsWith(QByteArrayView(read.data(), size));
+            if (m_isEqual) piece = piece.sliced(size);
+        }
+    }
+
+    [[nodiscard]] bool isEqual() const {
+        char more = 0;
+        return m_isEqual && ::read(m_file, &more, 1) == 0;
+    }
+
+  private:
+    int m_file;
+    bool m_isEqual = true;
+};
+
+bool isPrivateFile(int file) {
+    constexpr mode_t permissions = 0777;
+    struct stat status{};
+    return ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
+           (status.st_mode & permissions) == (S_IRUSR | S_IWUSR);
+}
+
 bool hasTemporaryName(QByteArrayView name) {
     return name.startsWith(temporaryPrefix) &&
            name.size() == temporaryPrefixSize + temporarySuffixSize;
@@ -161,6 +195,17 @@ bool replaceFile(const QString& path, const FileContent& content) {
     }
     flushFolder(folder);
     return true;
+}
+
+bool holdsContent(const QString& path, const FileContent& content) {
+    const int file = ::open(targetOf(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0) return false;
+    Comparison comparison(file);
+    const bool isPrivate = isPrivateFile(file);
+    if (isPrivate) content([&comparison](QByteArrayView piece) { comparison.take(piece); });
+    const bool isIt = isPrivate && comparison.isEqual() && ::fsync(file) == 0;
+    ::close(file);
+    return isIt;
 }
 
 void removeLeftovers(const QString& path) {

@@ -22,6 +22,9 @@ using FileContent = std::function<void(const std::function<void(QByteArrayView)>
 /// The same with content that is never in memory as a whole.
 bool replaceFile(const QString& path, const FileContent& content);
 
+/// Whether that would change nothing: the file has this content and mode, and they are on the disk.
+bool holdsContent(const QString& path, const FileContent& content);
+
 /// Removes what killed processes left of replacing files in the folder of this one. Takes nothing
 /// that is younger than a minute or that a living process still writes.
 void removeLeftovers(const QString& path);

@@ -1,6 +1,7 @@
 // What becomes of the library files when they are read.
 
 #include "core/LibraryFixture.h"
+#include "support/FileStamp.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -109,6 +110,25 @@ TEST_F(LibraryReloadTest, UnreadableTasksAreReplacedAtOnce) {
     put("hub-tasks.json", "{}");
     state().reloadLibrary();
     EXPECT_EQ(contentOf("hub-tasks.json"), emptyList);
+}
+
+TEST_F(LibraryReloadTest, FilesThatWouldNotChangeAreLeftAlone) {
+    state().reloadLibrary();
+    const FileStamp tasks = fileStamp(pathOf("hub-tasks.json"));
+    const FileStamp columns = fileStamp(pathOf("hub-task-columns.json"));
+    state().reloadLibrary();
+    EXPECT_TRUE(fileStamp(pathOf("hub-tasks.json")) == tasks);
+    EXPECT_TRUE(fileStamp(pathOf("hub-task-columns.json")) == columns);
+}
+
+TEST_F(LibraryReloadTest, FilesOfAnotherFormAreWrittenInOurs) {
+    state().reloadLibrary();
+    const QByteArray columns = contentOf("hub-task-columns.json");
+    put("hub-task-columns.json", QByteArray(columns).replace('\n', ' '));
+    put("hub-tasks.json", "[ ]");
+    state().reloadLibrary();
+    EXPECT_EQ(contentOf("hub-task-columns.json"), columns);
+    EXPECT_NE(contentOf("hub-tasks.json"), "[ ]");
 }
 
 TEST_F(LibraryReloadTest, TasksGetAColumnAndComeInTheOrderOfTheBoard) {

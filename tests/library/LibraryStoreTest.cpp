@@ -59,6 +59,24 @@ TEST_F(LibraryStoreTest, KeepsFilesFromOthers) {
     EXPECT_EQ(status.st_mode & 0777, 0600);
 }
 
+TEST_F(LibraryStoreTest, KnowsWhetherAFileIsWhatASaveWouldMakeOfIt) {
+    const std::vector<SavedNote> notes = oneNote(QString(10'000, u'a'));
+    EXPECT_FALSE(m_store.isWritten(notes));
+    m_store.save(notes);
+    EXPECT_TRUE(m_store.isWritten(notes));
+    const QByteArray content = contentOf(m_notes);
+    put(content + ' ');
+    EXPECT_FALSE(m_store.isWritten(notes));
+    put(content.chopped(1));
+    EXPECT_FALSE(m_store.isWritten(notes));
+    put(QByteArray(content).replace(5'000, 1, "b"));
+    EXPECT_FALSE(m_store.isWritten(notes));
+    put(content);
+    EXPECT_TRUE(m_store.isWritten(notes));
+    QFile::setPermissions(m_notes, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther);
+    EXPECT_FALSE(m_store.isWritten(notes)) << "others may read it";
+}
+
 TEST_F(LibraryStoreTest, DamagedFileReadsAsEmptyAndStays) {
     const QByteArray damaged =
         R"([{"id":"2f564652-466d-e486-522c-4f8d6102dd70","text":"","createdAt":"2026-03-01T10:20:30.5Z"}])";
