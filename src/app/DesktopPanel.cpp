@@ -4,8 +4,9 @@
 #include "shell/ShellNotifications.h"
 
 #include <QCoreApplication>
-#include <QQmlError>
 #include <QQuickItem>
+
+#include <utility>
 
 namespace vorq {
 namespace {
@@ -31,6 +32,7 @@ DesktopPanel::DesktopPanel(const PanelContext& context, Screens& screens, PanelS
       m_files(m_view),
       m_presses(screens),
       m_window({screens, m_compositor, m_hints}, &m_engine),
+      m_pages(m_window, QUrl(QStringLiteral("qrc:/qt/qml/Vorq/panel/PanelView.qml"))),
       m_controller({context.clock, context.defaults, screens, context.workspace, m_presses,
                     context.notifications,
                     static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid())},
@@ -38,23 +40,31 @@ DesktopPanel::DesktopPanel(const PanelContext& context, Screens& screens, PanelS
     m_ui.install(m_engine);
     connectParts(context, showings);
     takeLook();
-    loadPages();
-    m_window.prepare();
 }
 
 DesktopPanel::~DesktopPanel() {
     // The pages go before what they read.
-    m_window.setSource({});
+    m_pages.clear();
 }
 
 void DesktopPanel::setSuppressOutsideClose(bool suppress) {
     m_controller.setSuppressOutsideClose(suppress);
 }
 
-void DesktopPanel::loadPages() {
-    m_window.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Vorq/panel/PanelView.qml")));
-    for (const QQmlError& error : m_window.errors())
-        qCritical("Vorq: the panel does not load: %s", qUtf8Printable(error.toString()));
+bool DesktopPanel::prepareFurther() {
+    if (m_pages.loadFurther()) return true;
+    prepareWindow();
+    return false;
+}
+
+void DesktopPanel::show() {
+    m_pages.finish();
+    prepareWindow();
+    m_controller.show();
+}
+
+void DesktopPanel::prepareWindow() {
+    if (!std::exchange(m_isWindowPrepared, true)) m_window.prepare();
 }
 
 void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& showings) {

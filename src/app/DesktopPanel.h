@@ -2,6 +2,7 @@
 
 #include "app/DesktopCapture.h"
 #include "app/DesktopParts.h"
+#include "app/PanelPages.h"
 #include "platform/linux/PortalDesktop.h"
 #include "platform/linux/X11Compositor.h"
 #include "platform/linux/X11OverlayHints.h"
@@ -21,19 +22,20 @@ namespace vorq {
 /// window. Needs a QApplication. Main thread only.
 class DesktopPanel final : public PanelPresence {
   public:
-    /// Context, screens and showings must outlive the panel. The window is laid out at once, so
-    /// that showing it is a matter of mapping it.
+    /// Context, screens and showings must outlive the panel. Its pages come with prepareFurther(),
+    /// so that showing it is a matter of mapping its window, and at the latest when it is shown.
     DesktopPanel(const PanelContext& context, Screens& screens, PanelShowings& showings);
     ~DesktopPanel() override;
 
     [[nodiscard]] bool isPanelVisible() const override { return m_controller.isPanelVisible(); }
-    void show() override { m_controller.show(); }
+    bool prepareFurther() override;
+    void show() override;
     void hide() override { m_controller.hide(); }
     void setSuppressOutsideClose(bool suppress) override;
     void yieldFocus() override { m_controller.yieldFocus(); }
 
   private:
-    void loadPages();
+    void prepareWindow();
     void connectParts(const PanelContext& context, PanelShowings& showings);
     void takeLook();
 
@@ -47,7 +49,9 @@ class DesktopPanel final : public PanelPresence {
     X11OverlayHints m_hints;
     X11PressMonitor m_presses;
     QuickPanelWindow m_window;
+    PanelPages m_pages;
     PanelWindowController m_controller;
+    bool m_isWindowPrepared = false;
 };
 
 } // namespace vorq

@@ -4,6 +4,7 @@
 #include "app/DesktopPanel.h"
 #include "app/LinuxPermissionProbe.h"
 #include "platform/linux/X11Screens.h"
+#include "shell/DeferredPanel.h"
 #include "ui/UiContext.h"
 
 namespace vorq {
@@ -42,8 +43,10 @@ DesktopParts standardParts() {
             .makeNotes = [](const NotesContext&) { return std::make_unique<NoNoteCapture>(); },
             .makePanel =
                 [shared](const PanelContext& context) {
-                    return std::make_unique<DesktopPanel>(context, shared->screens,
-                                                          shared->showings);
+                    return std::make_unique<DeferredPanel>(context.clock, [shared, context] {
+                        return std::make_unique<DesktopPanel>(context, shared->screens,
+                                                              shared->showings);
+                    });
                 }};
 }
 

@@ -10,6 +10,10 @@ class PanelPresence {
     PanelPresence& operator=(const PanelPresence&) = delete;
     virtual ~PanelPresence() = default;
 
+    /// Does a piece of what the first showing would otherwise take its time for, briefly enough for
+    /// nobody to notice. False when nothing is left to do.
+    virtual bool prepareFurther() { return false; }
+
     [[nodiscard]] virtual bool isPanelVisible() const = 0;
 
     /// Brings the panel up with the prompt in focus, also if it is up already.
