@@ -7,6 +7,7 @@
 #include "app/Terminal.h"
 #include "backend/SignInUrl.h"
 #include "platform/Workspace.h"
+#include "platform/linux/HangingBusGuard.h"
 #include "platform/linux/X11Connection.h"
 
 #include <QApplication>
@@ -34,13 +35,15 @@ class Courier {
     Courier(const Courier&) = delete;
     Courier& operator=(const Courier&) = delete;
 
+    [[nodiscard]] const QDBusConnection& bus() const { return m_bus; }
     RunningInstance& instance() { return m_instance; }
 
   private:
     static inline const QString connectionName = QStringLiteral("vorq-courier");
 
-    RunningInstance m_instance{
+    QDBusConnection m_bus{
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName)};
+    RunningInstance m_instance{m_bus};
 };
 
 bool canOpen(const QUrl& url) {
@@ -105,12 +108,14 @@ std::optional<int> handToRunningInstance(const OpenArguments& arguments) {
 
 int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments) {
     VerbSource source;
+    std::optional<HangingBusGuard> guard;
     {
         Courier courier;
         // Before anything else can come to the front.
-        source.process = frontmostProcess();
+        if (arguments.verb != Verb::Launch) source.process = frontmostProcess();
         if (courier.instance().exists())
             return statusOf(courier.instance().handOver(arguments, source));
+        if (arguments.verb != Verb::Quit) guard.emplace(courier.bus());
     }
     if (arguments.verb == Verb::Quit) {
         Terminal().complain(QStringLiteral("Vorq is not running."));
@@ -120,6 +125,7 @@ int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments)
         return complain(QStringLiteral("Vorq needs a desktop to run on. In a terminal without one, "
                                        "use vorq ask."));
     const QApplication application(argc, argv);
+    guard.reset();
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Vorq"));
     QGuiApplication::setDesktopFileName(ApplicationService::name);
     const int status = runAsInstance(arguments, source);

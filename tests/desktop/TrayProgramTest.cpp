@@ -257,6 +257,26 @@ TEST_F(AccessibilityConsentTest, TheCommandTurnsItOnForTheOneThatRuns) {
     });
 }
 
+// By itself Qt waits for it for most of a minute.
+TEST_F(AccessibilityConsentTest, AServiceThatHangsDoesNotKeepItFromStarting) {
+    const auto reply = [this](const QStringList& call) {
+        return run("dbus-send", "dbus-bin", QStringList{"--session", "--print-reply"} + call,
+                   m_session.environment());
+    };
+    reply({"--dest=org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus.GetAddress"});
+    const QByteArray process =
+        reply({"--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
+               "org.freedesktop.DBus.GetConnectionUnixProcessID", "string:org.a11y.Bus"});
+    const Stopped hung(process.trimmed().split(' ').last().toInt());
+    openTerminal();
+    DesktopProgram& vorq = startAndWait();
+    EXPECT_TRUE(hung.holds());
+    EXPECT_THAT(vorq.output().toStdString(), HasSubstr("the accessibility bus hangs"));
+    m_session.key({"super+shift+a"});
+    waitFor(vorq, "Vorq ⌘⇧A: ");
+    EXPECT_THAT(runToEnd({"quit"}).output, "");
+}
+
 TEST_F(AccessibilityConsentTest, TheCommandNeedsNoDisplay) {
     QProcessEnvironment noDisplay;
     noDisplay.insert("DISPLAY", "");
