@@ -73,7 +73,7 @@ std::size_t CurlExchange::onHeader(char* data, std::size_t, std::size_t size, vo
     const std::string_view line(data, size);
     if (line != "\r\n" && line != "\n") return size;
     long status = 0;
-    curl_easy_getinfo(exchange.handle(), CURLINFO_RESPONSE_CODE, &status);
+    LibCurl::get().easyGetinfo(exchange.handle(), CURLINFO_RESPONSE_CODE, &status);
     // Nobody asked for another protocol. Any other interim response has one behind it.
     if (status == 101) return 0;
     if (status >= 200) exchange.m_status = static_cast<int>(status);
@@ -103,7 +103,7 @@ QByteArray CurlExchange::takeBody() {
     if (m_isPaused && m_multi && m_body.size() <= readAhead / 2) {
         m_isPaused = false;
         // Hands over what libcurl holds before it returns.
-        if (curl_easy_pause(handle(), CURLPAUSE_CONT) != CURLE_OK) abort();
+        if (LibCurl::get().easyPause(handle(), CURLPAUSE_CONT) != CURLE_OK) abort();
     }
     return taken;
 }
@@ -113,7 +113,8 @@ void CurlExchange::requireRunning() const {
     if (!m_result) throw TransferError(u"The transfer was ended."_s);
     // A response without a head is none.
     const CURLcode result = *m_result == CURLE_OK ? CURLE_WEIRD_SERVER_REPLY : *m_result;
-    const char* const words = m_errorText[0] ? m_errorText.data() : curl_easy_strerror(result);
+    const char* const words =
+        m_errorText[0] ? m_errorText.data() : LibCurl::get().easyStrerror(result);
     throw TransferError(sentence(QString::fromUtf8(words)));
 }
 

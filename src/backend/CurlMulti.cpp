@@ -13,25 +13,25 @@ namespace vorq {
 namespace {
 
 CURLM* newMulti() {
-    static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
-    CURLM* const multi = ready == CURLE_OK ? curl_multi_init() : nullptr;
+    static const CURLcode ready = LibCurl::get().globalInit(CURL_GLOBAL_DEFAULT);
+    CURLM* const multi = ready == CURLE_OK ? LibCurl::get().multiInit() : nullptr;
     if (!multi) throw std::bad_alloc();
     return multi;
 }
 
 CurlExchange* exchangeOf(CURL* easy) {
     char* exchange = nullptr;
-    curl_easy_getinfo(easy, CURLINFO_PRIVATE, &exchange);
+    LibCurl::get().easyGetinfo(easy, CURLINFO_PRIVATE, &exchange);
     return reinterpret_cast<CurlExchange*>(exchange);
 }
 
 } // namespace
 
 CurlMulti::CurlMulti() : m_multi(newMulti()) {
-    curl_multi_setopt(m_multi.get(), CURLMOPT_SOCKETFUNCTION, &CurlMulti::onSocket);
-    curl_multi_setopt(m_multi.get(), CURLMOPT_SOCKETDATA, this);
-    curl_multi_setopt(m_multi.get(), CURLMOPT_TIMERFUNCTION, &CurlMulti::onTimer);
-    curl_multi_setopt(m_multi.get(), CURLMOPT_TIMERDATA, this);
+    LibCurl::get().multiSetopt(m_multi.get(), CURLMOPT_SOCKETFUNCTION, &CurlMulti::onSocket);
+    LibCurl::get().multiSetopt(m_multi.get(), CURLMOPT_SOCKETDATA, this);
+    LibCurl::get().multiSetopt(m_multi.get(), CURLMOPT_TIMERFUNCTION, &CurlMulti::onTimer);
+    LibCurl::get().multiSetopt(m_multi.get(), CURLMOPT_TIMERDATA, this);
     m_timer.setSingleShot(true);
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer,
                      [this] { drive(CURL_SOCKET_TIMEOUT, 0); });
@@ -39,7 +39,7 @@ CurlMulti::CurlMulti() : m_multi(newMulti()) {
 
 CurlMulti::~CurlMulti() {
     for (CurlExchange* const exchange : std::exchange(m_exchanges, {})) {
-        curl_multi_remove_handle(m_multi.get(), exchange->handle());
+        LibCurl::get().multiRemoveHandle(m_multi.get(), exchange->handle());
         exchange->leave();
     }
     // It still calls back.
@@ -47,13 +47,14 @@ CurlMulti::~CurlMulti() {
 }
 
 void CurlMulti::add(CurlExchange& exchange) {
-    if (curl_multi_add_handle(m_multi.get(), exchange.handle()) != CURLM_OK) throw std::bad_alloc();
+    if (LibCurl::get().multiAddHandle(m_multi.get(), exchange.handle()) != CURLM_OK)
+        throw std::bad_alloc();
     m_exchanges.insert(&exchange);
 }
 
 void CurlMulti::remove(CurlExchange& exchange) {
     if (m_exchanges.erase(&exchange) > 0)
-        curl_multi_remove_handle(m_multi.get(), exchange.handle());
+        LibCurl::get().multiRemoveHandle(m_multi.get(), exchange.handle());
 }
 
 int CurlMulti::onSocket(CURL* easy, curl_socket_t socket, int what, void* self, void*) {
@@ -108,13 +109,13 @@ void CurlMulti::forget(curl_socket_t socket) {
 
 void CurlMulti::drive(curl_socket_t socket, int events) {
     int running = 0;
-    curl_multi_socket_action(m_multi.get(), socket, events, &running);
+    LibCurl::get().multiSocketAction(m_multi.get(), socket, events, &running);
     takeFinished();
 }
 
 void CurlMulti::takeFinished() {
     int left = 0;
-    while (const CURLMsg* const message = curl_multi_info_read(m_multi.get(), &left)) {
+    while (const CURLMsg* const message = LibCurl::get().multiInfoRead(m_multi.get(), &left)) {
         if (message->msg != CURLMSG_DONE) continue;
         const CURLcode result = message->data.result; // the message goes with the handle
         CurlExchange* const exchange = exchangeOf(message->easy_handle);

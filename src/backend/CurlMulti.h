@@ -1,9 +1,9 @@
 #pragma once
 
+#include "backend/LibCurl.h"
+
 #include <QObject>
 #include <QTimer>
-
-#include <curl/curl.h>
 
 #include <memory>
 #include <unordered_map>
@@ -37,7 +37,7 @@ class CurlMulti {
         QSocketNotifier* writable;
     };
     struct Release {
-        void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+        void operator()(CURLM* multi) const { LibCurl::get().multiCleanup(multi); }
     };
 
     static int onSocket(CURL* easy, curl_socket_t socket, int what, void* self, void*);

@@ -41,7 +41,7 @@ QByteArray headerLine(const QByteArray& name, const QByteArray& value) {
 } // namespace
 
 CurlRequest::CurlRequest(HttpRequest request)
-    : m_request(std::move(request)), m_easy(curl_easy_init()) {
+    : m_request(std::move(request)), m_easy(LibCurl::get().easyInit()) {
     if (!m_easy) throw std::bad_alloc();
     setRules();
     setRoute();
@@ -51,7 +51,7 @@ CurlRequest::CurlRequest(HttpRequest request)
 
 void CurlRequest::check(CURLcode result) {
     if (result != CURLE_OK)
-        throw TransferError(QString::fromUtf8(curl_easy_strerror(result)) + u'.');
+        throw TransferError(QString::fromUtf8(LibCurl::get().easyStrerror(result)) + u'.');
 }
 
 void CurlRequest::setRules() {
@@ -110,7 +110,7 @@ void CurlRequest::setHeaders() {
 }
 
 void CurlRequest::addHeader(const QByteArray& line) {
-    curl_slist* const longer = curl_slist_append(m_headers.get(), line.constData());
+    curl_slist* const longer = LibCurl::get().slistAppend(m_headers.get(), line.constData());
     if (!longer) throw std::bad_alloc();
     static_cast<void>(m_headers.release());
     m_headers.reset(longer);

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "backend/HttpTransport.h"
-
-#include <curl/curl.h>
+#include "backend/LibCurl.h"
 
 #include <memory>
 
@@ -20,13 +19,13 @@ class CurlRequest {
     /// Throws TransferError.
     template<typename Value>
     void set(CURLoption option, Value value) {
-        check(curl_easy_setopt(handle(), option, value));
+        check(LibCurl::get().easySetopt(handle(), option, value));
     }
 
   private:
     struct Release {
-        void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
-        void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+        void operator()(CURL* easy) const { LibCurl::get().easyCleanup(easy); }
+        void operator()(curl_slist* list) const { LibCurl::get().slistFreeAll(list); }
     };
 
     static void check(CURLcode result);

@@ -28,8 +28,7 @@ class CurlResponse final : public HttpResponse {
 
 } // namespace
 
-CurlTransport::CurlTransport(Clock& clock)
-    : m_clock(clock), m_multi(std::make_unique<CurlMulti>()) {}
+CurlTransport::CurlTransport(Clock& clock) : m_clock(clock) {}
 
 CurlTransport::~CurlTransport() = default;
 
@@ -39,6 +38,7 @@ QCoro::Task<std::unique_ptr<HttpResponse>> CurlTransport::open(HttpRequest reque
     const QString scheme = request.url.scheme();
     if ((scheme != "http"_L1 && scheme != "https"_L1) || request.url.host().isEmpty())
         throw TransferError(u"Unsupported URL."_s);
+    if (!m_multi) m_multi = std::make_unique<CurlMulti>();
     // From the first wait on, the transport may go.
     const auto exchange = std::make_shared<CurlExchange>(std::move(request), m_clock, *m_multi);
     const int status = co_await CurlExchange::head(exchange, stop);

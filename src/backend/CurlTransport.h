@@ -25,7 +25,7 @@ class CurlTransport final : public HttpTransport {
 
   private:
     Clock& m_clock;
-    std::unique_ptr<CurlMulti> m_multi;
+    std::unique_ptr<CurlMulti> m_multi; // null before the first request
 };
 
 } // namespace vorq
