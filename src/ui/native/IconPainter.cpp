@@ -22,7 +22,7 @@ QString takeCutOuts(QString& markup) {
 
 } // namespace
 
-IconPainter::IconPainter(QQuickItem* parent) : QQuickPaintedItem(parent) {
+IconPainter::IconPainter(QQuickItem* parent) : PaintedItem(parent) {
     setAntialiasing(true);
     for (const auto signal : {&IconPainter::markupChanged, &IconPainter::colorChanged,
                               &IconPainter::weightChanged, &IconPainter::gridChanged})

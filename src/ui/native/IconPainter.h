@@ -1,14 +1,15 @@
 #pragma once
 
+#include "ui/native/PaintedItem.h"
+
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <QtQml/qqmlregistration.h>
 
 namespace vorq {
 
 /// An icon in one colour: the inside of an SVG on a square grid, in which "currentColor" stands for
 /// the colour and elements stroked in pure white are cut out of the rest.
-class IconPainter : public QQuickPaintedItem {
+class IconPainter : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString markup MEMBER m_markup NOTIFY markupChanged)

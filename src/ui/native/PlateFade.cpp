@@ -8,7 +8,7 @@
 
 namespace vorq {
 
-PlateFade::PlateFade(QQuickItem* parent) : QQuickPaintedItem(parent) {
+PlateFade::PlateFade(QQuickItem* parent) : PaintedItem(parent) {
     connect(this, &PlateFade::solidAtTopChanged, this, [this] { update(); });
 }
 

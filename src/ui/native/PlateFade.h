@@ -3,14 +3,13 @@
 #include "ui/native/Squircle.h"
 
 #include <QPointer>
-#include <QQuickPaintedItem>
 #include <QtQml/qqmlregistration.h>
 
 namespace vorq {
 
 /// A strip of the plate beneath it, fading out towards one edge, so that a list runs out under the
 /// glass without a mask, which not every renderer knows.
-class PlateFade : public QQuickPaintedItem {
+class PlateFade : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(vorq::Squircle* plate READ plate WRITE setPlate NOTIFY plateChanged)

@@ -51,7 +51,7 @@ QPainterPath ringOf(const QPainterPath& outer, const QPainterPath& inner) {
 
 } // namespace
 
-Squircle::Squircle(QQuickItem* parent) : QQuickPaintedItem(parent) {
+Squircle::Squircle(QQuickItem* parent) : PaintedItem(parent) {
     setAntialiasing(true);
     const auto repaint = [this] { update(); };
     for (const auto signal :

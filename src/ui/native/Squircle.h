@@ -1,14 +1,15 @@
 #pragma once
 
+#include "ui/native/PaintedItem.h"
+
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <QtQml/qqmlregistration.h>
 
 namespace vorq {
 
 /// A plate of glass with continuous corners: a gradient from top to bottom, and over it, where they
 /// have a colour, a wash, a highlight, grain, a rim of light inside the edge and a hairline on it.
-class Squircle : public QQuickPaintedItem {
+class Squircle : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(double radius MEMBER m_radius NOTIFY radiusChanged)
