@@ -5,7 +5,6 @@
 #include <QGuiApplication>
 #include <QJSEngine>
 #include <QQmlEngine>
-#include <QQuickStyle>
 #include <QQuickWindow>
 #include <QStyleHints>
 
@@ -20,8 +19,6 @@ constexpr const char* contextProperty = "vorqUiContext";
 } // namespace
 
 void prepareUi() {
-    // The templates would otherwise take on the desktop's own look.
-    QQuickStyle::setStyle(QStringLiteral("Basic"));
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
 }
 

@@ -44,7 +44,7 @@ class UiContext final : public QObject {
     PanelLook& m_look;
 };
 
-/// Chooses the style of controls and how text is drawn. Before the first engine.
+/// Chooses how text is drawn. Before the first engine.
 void prepareUi();
 
 } // namespace vorq
