@@ -12,6 +12,8 @@ PaintedItem::PaintedItem(QQuickItem* parent) : QQuickItem(parent) {
 }
 
 QSGNode* PaintedItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
+    m_isDue = !isVisible();
+    if (m_isDue) return old;
     auto* node = static_cast<QSGImageNode*>(old);
     const QSize size = QSizeF(width(), height()).toSize();
     if (size.isEmpty()) {
@@ -42,7 +44,8 @@ QImage PaintedItem::picture(QSize size) {
 }
 
 void PaintedItem::itemChange(ItemChange change, const ItemChangeData& data) {
-    if (change == ItemDevicePixelRatioHasChanged) update();
+    const bool isShown = change == ItemVisibleHasChanged && data.boolValue;
+    if (change == ItemDevicePixelRatioHasChanged || (isShown && m_isDue)) update();
     QQuickItem::itemChange(change, data);
 }
 

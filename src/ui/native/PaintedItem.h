@@ -8,8 +8,9 @@ class QPainter;
 namespace vorq {
 
 /// An item that is painted into a picture of its size, as a whole and only when something about it
-/// has changed. Unlike QQuickPaintedItem it keeps that picture once and not twice where there is no
-/// graphics processor. Main thread; paint() while the scene is brought up to date.
+/// has changed and it is visible. Unlike QQuickPaintedItem it keeps that picture once and not twice
+/// where there is no graphics processor. Main thread; paint() while the scene is brought up to
+/// date.
 class PaintedItem : public QQuickItem {
     Q_OBJECT
     QML_ANONYMOUS
@@ -26,6 +27,8 @@ class PaintedItem : public QQuickItem {
 
   private:
     [[nodiscard]] QImage picture(QSize size);
+
+    bool m_isDue = false; // for what changed while it was not visible
 };
 
 } // namespace vorq
