@@ -9,7 +9,7 @@ namespace vorq {
 
 /// An icon in one colour: the inside of an SVG on a square grid, in which "currentColor" stands for
 /// the colour and elements stroked in pure white are cut out of the rest.
-class IconPainter : public PaintedItem {
+class IconPainter : public vorq::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString markup MEMBER m_markup NOTIFY markupChanged)

@@ -9,7 +9,7 @@ namespace vorq {
 
 /// A strip of the plate beneath it, fading out towards one edge, so that a list runs out under the
 /// glass without a mask, which not every renderer knows.
-class PlateFade : public PaintedItem {
+class PlateFade : public vorq::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(vorq::Squircle* plate READ plate WRITE setPlate NOTIFY plateChanged)

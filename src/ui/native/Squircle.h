@@ -9,7 +9,7 @@ namespace vorq {
 
 /// A plate of glass with continuous corners: a gradient from top to bottom, and over it, where they
 /// have a colour, a wash, a highlight, grain, a rim of light inside the edge and a hairline on it.
-class Squircle : public PaintedItem {
+class Squircle : public vorq::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(double radius MEMBER m_radius NOTIFY radiusChanged)
