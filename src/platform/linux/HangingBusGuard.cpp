@@ -8,7 +8,7 @@
 namespace vorq {
 namespace {
 
-constexpr int limit = 500; // milliseconds
+constexpr int answerLimit = 500; // milliseconds
 // Where Qt seeks the bus before it asks the service.
 constexpr const char* addressVariable = "AT_SPI_BUS_ADDRESS";
 
@@ -18,7 +18,7 @@ bool hangs(const QDBusConnection& session) {
         QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     question << QStringLiteral("org.a11y.Status") << QStringLiteral("IsEnabled");
     question.setAutoStartService(false);
-    const QDBusMessage reply = session.call(question, QDBus::Block, limit);
+    const QDBusMessage reply = session.call(question, QDBus::Block, answerLimit);
     return QDBusError(reply).type() == QDBusError::NoReply;
 }
 
