@@ -2,6 +2,7 @@
 // its own, real sockets and files.
 
 #include "backend/CurlTransport.h"
+#include "core/BlindCapture.h"
 #include "core/VorqAppState.h"
 #include "library/LibraryStore.h"
 #include "platform/NotesBridge.h"
@@ -29,18 +30,6 @@ const QString material = QStringLiteral(
     "and the silt settles on the fields. Farmers along the Nile needed no manure, because the silt "
     "renewed the soil each year. On flat land a river wanders in bends. At the sea it drops the "
     "rest of its load and builds a delta.");
-
-class DeafCapture final : public SelectionCapture {
-  public:
-    [[nodiscard]] bool isTrusted() const override { return false; }
-    [[nodiscard]] std::optional<ProcessId> frontmostForeignProcess() const override { return {}; }
-    [[nodiscard]] QString applicationName(ProcessId) const override { return {}; }
-    QCoro::Task<QString> captureSelectedTextForHotKey(std::optional<ProcessId>,
-                                                      std::stop_token) override {
-        co_return QString();
-    }
-    void log(const QString&) override {}
-};
 
 // Turns the event loop until it is so.
 bool happens(const std::function<bool()>& isSo) {
@@ -107,7 +96,7 @@ class StudyEndToEndTest : public testing::Test {
     SystemClock m_clock;
     SettingsFile m_defaults{m_paths.settingsFolder() + "/settings.json"};
     CurlTransport m_transport{m_clock};
-    DeafCapture m_capture;
+    BlindCapture m_capture;
     NoNotesBridge m_notes;
     QProcess m_gateway;
     QProcess m_handoff;

@@ -5,19 +5,18 @@
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QTest>
-#include <QThread>
 #include <QVariant>
 
-#include <atomic>
+#include <chrono>
+#include <future>
 
 namespace vorq {
 namespace {
 
-// Announces the bus it is on as that of accessibility, and is the only application there. It
-// answers on a thread of its own, since questions are waited for.
+// Announces the bus it is on as that of accessibility, and is the only application there.
 class FakeApplication final : public QDBusVirtualObject {
   public:
-    std::atomic<bool> tellsItsName = true;
+    bool tellsItsName = true;
 
     [[nodiscard]] QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
@@ -48,35 +47,29 @@ class FakeApplication final : public QDBusVirtualObject {
 class AtSpiApplicationsTest : public testing::Test {
   protected:
     AtSpiApplicationsTest() {
-        m_application.address = m_bus.address();
-        m_application.moveToThread(&m_thread);
-        m_thread.start();
-        m_server.registerVirtualObject("/", &m_application, QDBusConnection::SubPath);
+        application.address = m_bus.address();
+        m_server.registerVirtualObject("/", &application, QDBusConnection::SubPath);
         m_server.registerService("org.a11y.Bus");
-        EXPECT_TRUE(QTest::qWaitFor([&] { return bus.isOn(); }));
-    }
-    ~AtSpiApplicationsTest() override {
-        m_thread.quit();
-        m_thread.wait();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return m_accessibility.isOn(); }));
     }
 
+    // Waits on another thread, since the application answers on this one.
     [[nodiscard]] AtSpiToolkit toolkit() {
-        return applications.toolkitOf(m_server.baseService(), {});
+        const QString service = m_server.baseService();
+        auto told =
+            std::async(std::launch::async, [&] { return m_applications.toolkitOf(service, {}); });
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return told.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
+        return told.get();
     }
+
+    FakeApplication application;
 
   private:
     PrivateBus m_bus;
-    QThread m_thread;
-
-  protected:
-    FakeApplication m_application;
-
-  private:
     QDBusConnection m_server = m_bus.connection("accessible-application");
-
-  protected:
-    AtSpiBus bus{m_bus.address()};
-    AtSpiApplications applications{bus};
+    AtSpiBus m_accessibility{m_bus.address()};
+    AtSpiApplications m_applications{m_accessibility};
 };
 
 TEST_F(AtSpiApplicationsTest, KnowsAToolkitByItsNameAndThatOfTheApplication) {
@@ -84,9 +77,9 @@ TEST_F(AtSpiApplicationsTest, KnowsAToolkitByItsNameAndThatOfTheApplication) {
 }
 
 TEST_F(AtSpiApplicationsTest, AsksABusyApplicationForItsNameAgain) {
-    m_application.tellsItsName = false;
+    application.tellsItsName = false;
     EXPECT_NE(toolkit(), atSpiToolkit(u"gtk", u"soffice"));
-    m_application.tellsItsName = true;
+    application.tellsItsName = true;
     EXPECT_EQ(toolkit(), atSpiToolkit(u"gtk", u"soffice"));
 }
 

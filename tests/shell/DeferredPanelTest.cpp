@@ -3,8 +3,7 @@
 #include "shell/DeferredPanel.h"
 
 #include "platform/testing/ManualClock.h"
-
-#include <QStringList>
+#include "shell/RecordedPanel.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,40 +14,28 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class WrittenPanel final : public PanelPresence {
+class PanelInPieces final : public RecordedPanel {
   public:
-    explicit WrittenPanel(QStringList& calls) : m_calls(calls) { m_calls += "make"; }
+    explicit PanelInPieces(CallList& calls) : RecordedPanel(calls), m_calls(calls) {
+        m_calls += "make";
+    }
 
     bool prepareFurther() override {
         m_calls += "prepare";
         return ++m_pieces < 3;
     }
-    [[nodiscard]] bool isPanelVisible() const override { return m_isVisible; }
-    void show() override {
-        m_isVisible = true;
-        m_calls += "show";
-    }
-    void hide() override {
-        m_isVisible = false;
-        m_calls += "hide";
-    }
-    void setSuppressOutsideClose(bool suppress) override {
-        m_calls += suppress ? "suppress" : "allow";
-    }
-    void yieldFocus() override { m_calls += "yield"; }
 
   private:
-    QStringList& m_calls;
+    CallList& m_calls;
     int m_pieces = 0;
-    bool m_isVisible = false;
 };
 
 class DeferredPanelTest : public testing::Test {
   protected:
     ManualClock m_clock;
-    QStringList m_calls;
+    CallList m_calls;
     std::optional<DeferredPanel> m_panel{
-        std::in_place, m_clock, [this] { return std::make_unique<WrittenPanel>(m_calls); }};
+        std::in_place, m_clock, [this] { return std::make_unique<PanelInPieces>(m_calls); }};
 };
 
 TEST_F(DeferredPanelTest, ThePanelIsMadeAPieceAtATimeAfterTheLaunch) {
@@ -83,7 +70,7 @@ TEST_F(DeferredPanelTest, WhatDoesNotShowItDoesNotMakeIt) {
 TEST_F(DeferredPanelTest, AMenuThatIsOpenKeepsItUpOnceItIsMade) {
     m_panel->setSuppressOutsideClose(true);
     m_panel->show();
-    EXPECT_THAT(m_calls, ElementsAre("make", "suppress", "show"));
+    EXPECT_THAT(m_calls, ElementsAre("make", "suppress close", "show"));
 }
 
 TEST_F(DeferredPanelTest, WhatIsAskedOfItReachesThePanel) {
@@ -91,7 +78,7 @@ TEST_F(DeferredPanelTest, WhatIsAskedOfItReachesThePanel) {
     m_panel->setSuppressOutsideClose(true);
     m_panel->yieldFocus();
     m_panel->hide();
-    EXPECT_THAT(m_calls, ElementsAre("make", "show", "suppress", "yield", "hide"));
+    EXPECT_THAT(m_calls, ElementsAre("make", "show", "suppress close", "yield", "hide"));
     EXPECT_FALSE(m_panel->isPanelVisible());
 }
 

@@ -8,13 +8,11 @@
 #include "shell/AppDelegate.h"
 #include "shell/ApplicationHost.h"
 #include "shell/LogLines.h"
+#include "shell/RecordedPanel.h"
 
 #include <QUrl>
 
 namespace vorq {
-
-/// What was asked of the parts of the shell, in order.
-using CallList = QStringList;
 
 class RecordedHost final : public ApplicationHost {
   public:
@@ -45,29 +43,6 @@ class RecordedStatusItem final : public StatusItem {
 
   private:
     CallList& m_calls;
-};
-
-class RecordedPanel final : public PanelPresence {
-  public:
-    explicit RecordedPanel(CallList& calls) : m_calls(calls) {}
-
-    [[nodiscard]] bool isPanelVisible() const override { return m_isVisible; }
-    void show() override {
-        m_isVisible = true;
-        m_calls += "show";
-    }
-    void hide() override {
-        m_isVisible = false;
-        m_calls += "hide";
-    }
-    void setSuppressOutsideClose(bool suppress) override {
-        m_calls += suppress ? "suppress close" : "allow close";
-    }
-    void yieldFocus() override { m_calls += "yield"; }
-
-  private:
-    CallList& m_calls;
-    bool m_isVisible = false;
 };
 
 class ScriptedNotes final : public NoteCaptureFlow {

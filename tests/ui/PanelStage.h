@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backend/ScriptedTransport.h"
+#include "core/BlindCapture.h"
 #include "core/VorqAppState.h"
 #include "platform/NotesBridge.h"
 #include "platform/testing/ManualClock.h"
@@ -17,21 +18,6 @@
 #include <memory>
 
 namespace vorq {
-
-/// Captures nothing.
-class BlindCapture final : public SelectionCapture {
-  public:
-    [[nodiscard]] bool isTrusted() const override { return true; }
-    [[nodiscard]] std::optional<ProcessId> frontmostForeignProcess() const override {
-        return std::nullopt;
-    }
-    [[nodiscard]] QString applicationName(ProcessId) const override { return {}; }
-    QCoro::Task<QString> captureSelectedTextForHotKey(std::optional<ProcessId>,
-                                                      std::stop_token) override {
-        co_return QString();
-    }
-    void log(const QString&) override {}
-};
 
 /// The whole panel over a scripted backend, in virtual time, signed in.
 class PanelStage {

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "capture/SelectionCapture.h"
+
+namespace vorq {
+
+/// Captures nothing.
+class BlindCapture final : public SelectionCapture {
+  public:
+    [[nodiscard]] bool isTrusted() const override { return true; }
+    [[nodiscard]] std::optional<ProcessId> frontmostForeignProcess() const override {
+        return std::nullopt;
+    }
+    [[nodiscard]] QString applicationName(ProcessId) const override { return {}; }
+    QCoro::Task<QString> captureSelectedTextForHotKey(std::optional<ProcessId>,
+                                                      std::stop_token) override {
+        co_return QString();
+    }
+    void log(const QString&) override {}
+};
+
+} // namespace vorq

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "shell/PanelPresence.h"
+
+#include <QStringList>
+
+namespace vorq {
+
+/// What was asked of the parts of the shell, in order.
+using CallList = QStringList;
+
+/// A panel without a window.
+class RecordedPanel : public PanelPresence {
+  public:
+    explicit RecordedPanel(CallList& calls) : m_calls(calls) {}
+
+    [[nodiscard]] bool isPanelVisible() const override { return m_isVisible; }
+    void show() override {
+        m_isVisible = true;
+        m_calls += "show";
+    }
+    void hide() override {
+        m_isVisible = false;
+        m_calls += "hide";
+    }
+    void setSuppressOutsideClose(bool suppress) override {
+        m_calls += suppress ? "suppress close" : "allow close";
+    }
+    void yieldFocus() override { m_calls += "yield"; }
+
+  private:
+    CallList& m_calls;
+    bool m_isVisible = false;
+};
+
+} // namespace vorq
