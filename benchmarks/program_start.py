@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Measures the start, the memory and the rest of the desktop program on a desktop of its own.
 
-    benchmarks/program_start.py build/bench/bin [RUNS]
+    benchmarks/program_start.py build/bench/bin [RUNS] [--as-shipped]
 
 A run starts "vorq --background" and waits until its main loop answers on the bus, which it does
 with the tray in place and the hot keys set; what asking takes by itself is taken off. Beside it, in
@@ -12,7 +12,8 @@ processor time of some idle seconds are read. Budgets: 1.3 times the start of th
 
 The panel is prepared after the start. So the worst case is measured as well: another "vorq
 --background" is asked for the panel as soon as it answers, and timed from its start until that is
-on the screen.
+on the screen. Both programs are drawn by Qt Quick's own software renderer, or with --as-shipped by
+what it chooses by itself, which is OpenGL where there is any.
 """
 
 import contextlib
@@ -24,7 +25,7 @@ import sys
 import tempfile
 import time
 
-from panel_show import start_display, wait_for_window_manager
+from panel_show import AS_SHIPPED, renderer, start_display, wait_for_window_manager
 
 RUNS = 9
 SETTLE_SECONDS = 2
@@ -126,7 +127,7 @@ def desktop():
             environment = dict(os.environ, DISPLAY=display, HOME=home, XDG_RUNTIME_DIR=home,
                                XDG_CONFIG_HOME=f"{home}/config", XDG_DATA_HOME=f"{home}/data",
                                XDG_CACHE_HOME=f"{home}/cache", QT_QPA_PLATFORM="xcb",
-                               QT_QUICK_BACKEND="software", NO_AT_BRIDGE="1")
+                               NO_AT_BRIDGE="1", **renderer())
             bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"],
                                    env=environment, stdout=subprocess.PIPE,
                                    stderr=subprocess.DEVNULL, text=True)
@@ -149,10 +150,11 @@ def report(name, unit, vorq, empty):
 
 
 def main():
-    if len(sys.argv) < 2:
+    arguments = [argument for argument in sys.argv[1:] if argument != AS_SHIPPED]
+    if not arguments:
         sys.exit(__doc__)
-    programs = pathlib.Path(sys.argv[1]).resolve()
-    runs = int(sys.argv[2]) if len(sys.argv) > 2 else RUNS
+    programs = pathlib.Path(arguments[0]).resolve()
+    runs = int(arguments[1]) if len(arguments) > 1 else RUNS
     figures = {"vorq": [], "empty": []}
     showings = []
     with desktop() as environment:
