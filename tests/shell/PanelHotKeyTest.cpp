@@ -105,18 +105,7 @@ TEST_F(PanelHotKeyTest, TheShellGoneDuringTheCaptureIsNoHarm) {
 }
 
 TEST_F(PanelHotKeyTest, WithoutAStateNothingHappens) {
-    AppDelegate unbound({m_host,
-                         m_clock,
-                         m_workspace,
-                         m_hotKeys,
-                         m_loginItem,
-                         m_capture,
-                         m_notes,
-                         m_signIn,
-                         m_statusItem,
-                         {},
-                         {self, "com.vorq.desk"},
-                         [] {}});
+    AppDelegate unbound(ports());
     unbound.togglePanel();
     unbound.showPanel();
     unbound.perform(HotKeyAction::Panel, {});
