@@ -1,0 +1,41 @@
+#include "support/Discard.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace vorq {
+namespace {
+
+// A link that leads nowhere is there, too.
+bool isThere(const QFileInfo& place) {
+    return place.exists() || place.isSymLink();
+}
+
+bool isFolder(const QFileInfo& place) {
+    return place.isDir() && !place.isSymLink();
+}
+
+} // namespace
+
+std::expected<void, QString> removeForGood(const QString& path) {
+    const QFileInfo place(path);
+    if (path.isEmpty() || !isThere(place)) return {};
+    if (isFolder(place)) {
+        if (QDir(path).removeRecursively()) return {};
+        return std::unexpected(QStringLiteral("Not all of the folder could be removed"));
+    }
+    QFile file(path);
+    if (file.remove()) return {};
+    return std::unexpected(file.errorString());
+}
+
+std::expected<void, QString> discard(const QString& path) {
+    const QFileInfo place(path);
+    if (path.isEmpty() || !isThere(place)) return {};
+    // Somebody else's file behind a link is none of the trash's business.
+    if (!place.isSymLink() && QFile::moveToTrash(path)) return {};
+    return removeForGood(path);
+}
+
+} // namespace vorq
