@@ -22,6 +22,9 @@ class AppPaths {
 
     /// Vorq's own folder for settings.
     [[nodiscard]] virtual QString settingsFolder() const = 0;
+
+    /// Vorq's own folder for what can be made anew.
+    [[nodiscard]] virtual QString cacheFolder() const = 0;
 };
 
 } // namespace vorq

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <expected>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -30,6 +31,10 @@ class Defaults {
 
     /// Takes in what other programs of the user have stored meanwhile.
     virtual void synchronise() {}
+
+    /// Removes all that is stored, wherever it is. From here on nothing is stored any more: changes
+    /// have their effect for the life of the process only. The error is a sentence.
+    virtual std::expected<void, QString> eraseForGood() = 0;
 
     [[nodiscard]] bool contains(const QString& key) const { return value(key).isValid(); }
     [[nodiscard]] std::optional<QString> string(const QString& key) const;

@@ -233,5 +233,34 @@ TEST_F(SettingsFileTest, KilledDuringWritesLeavesAWholeFile) {
     }
 }
 
+TEST_F(SettingsFileTest, ErasedNothingIsLeftAndNothingComesBack) {
+    put("{ damaged");
+    SettingsFile settings(m_path);
+    settings.setString("vorq.session.token", "secret");
+    ASSERT_TRUE(entries().contains("settings.json.damaged-1"));
+    EXPECT_TRUE(settings.eraseForGood());
+    EXPECT_FALSE(QFile::exists(m_folder.filePath("Vorq")));
+    EXPECT_FALSE(settings.contains("vorq.session.token"));
+    settings.setString("late", "word");
+    settings.synchronise();
+    EXPECT_EQ(settings.string("late"), "word");
+    EXPECT_FALSE(QFile::exists(m_folder.filePath("Vorq")));
+}
+
+TEST_F(SettingsFileTest, ErasedWithAnotherFileInTheFolderThatOneStays) {
+    SettingsFile settings(m_path);
+    settings.setString("key", "value");
+    QFile other(m_folder.filePath("Vorq/mine.txt"));
+    ASSERT_TRUE(other.open(QIODevice::WriteOnly));
+    EXPECT_TRUE(settings.eraseForGood());
+    EXPECT_EQ(entries(), QStringList{"mine.txt"});
+}
+
+TEST_F(SettingsFileTest, ErasedBeforeAnythingWasStoredMakesNoFolder) {
+    SettingsFile settings(m_path);
+    EXPECT_TRUE(settings.eraseForGood());
+    EXPECT_FALSE(QFile::exists(m_folder.filePath("Vorq")));
+}
+
 } // namespace
 } // namespace vorq

@@ -24,5 +24,12 @@ TEST(XdgPaths, IgnoresUnsetAndRelativeValues) {
     qunsetenv("XDG_CONFIG_HOME");
 }
 
+TEST(XdgPaths, TheCacheIsThatOfTheProgram) {
+    qputenv("XDG_CACHE_HOME", "/somewhere/cache");
+    EXPECT_EQ(XdgPaths().cacheFolder(), "/somewhere/cache/vorq");
+    qunsetenv("XDG_CACHE_HOME");
+    EXPECT_EQ(XdgPaths().cacheFolder(), QDir::homePath() + "/.cache/vorq");
+}
+
 } // namespace
 } // namespace vorq

@@ -1,5 +1,6 @@
 #include "platform/linux/SettingsFile.h"
 
+#include "support/Discard.h"
 #include "support/JsonWriter.h"
 
 #include <QDir>
@@ -134,6 +135,7 @@ void SettingsFile::change(const std::vector<Change>& changes) {
 }
 
 void SettingsFile::apply(const std::vector<Change>& changes) {
+    if (m_isErased) return change(changes);
     m_unwritten.insert(m_unwritten.end(), changes.begin(), changes.end());
     QDir().mkpath(QFileInfo(m_path).absolutePath());
     // Without the lock, as on a read-only disk, the write is tried all the same and fails by
@@ -147,8 +149,33 @@ void SettingsFile::apply(const std::vector<Change>& changes) {
 }
 
 void SettingsFile::synchronise() {
+    if (m_isErased) return;
     reload();
     change(m_unwritten);
+}
+
+std::expected<void, QString> SettingsFile::eraseForGood() {
+    m_isErased = true;
+    m_content = {};
+    m_unwritten.clear();
+    const QFileInfo file(m_path);
+    QDir folder = file.absoluteDir();
+    if (!folder.exists()) return {};
+    const QString name = file.fileName();
+    // The lock goes last: a program that waits for it finds no file to read.
+    QLockFile lock(m_path + QStringLiteral(".lock"));
+    lock.setStaleLockTime(5s);
+    lock.tryLock(2s);
+    QStringList all = {name};
+    all += folder.entryList({name + QStringLiteral(".damaged-*")}, QDir::Files);
+    QStringList failures;
+    for (const QString& each : all)
+        if (const auto outcome = removeForGood(folder.filePath(each)); !outcome)
+            failures += folder.filePath(each) + QStringLiteral(": ") + outcome.error();
+    lock.unlock();
+    folder.rmdir(folder.absolutePath());
+    if (failures.isEmpty()) return {};
+    return std::unexpected(failures.join(u'\n'));
 }
 
 bool SettingsFile::write() {

@@ -22,6 +22,9 @@ class SettingsFile final : public Defaults {
     [[nodiscard]] QVariant value(const QString& key) const override;
     void apply(const std::vector<Change>& changes) override;
     void synchronise() override;
+    /// Takes kept damaged files along, which may hold secrets, and the folder if nothing else is
+    /// in it.
+    std::expected<void, QString> eraseForGood() override;
 
     [[nodiscard]] const QString& path() const { return m_path; }
 
@@ -47,6 +50,7 @@ class SettingsFile final : public Defaults {
     std::vector<Change> m_unwritten;
     bool m_damaged = false;
     bool m_unreadable = false;
+    bool m_isErased = false;
     bool m_warned = false;
 };
 

@@ -34,4 +34,9 @@ QString XdgPaths::settingsFolder() const {
     return folderFromEnvironment("XDG_CONFIG_HOME", home() + "/.config") + "/Vorq";
 }
 
+// Qt keeps its compiled pages there, under the name of the program.
+QString XdgPaths::cacheFolder() const {
+    return folderFromEnvironment("XDG_CACHE_HOME", home() + "/.cache") + "/vorq";
+}
+
 } // namespace vorq

@@ -12,6 +12,7 @@ class XdgPaths final : public AppPaths {
     [[nodiscard]] QString resourcesFolder() const override;
     [[nodiscard]] QString applicationSupportFolder() const override;
     [[nodiscard]] QString settingsFolder() const override;
+    [[nodiscard]] QString cacheFolder() const override;
 };
 
 } // namespace vorq

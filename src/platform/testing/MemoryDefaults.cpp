@@ -12,4 +12,10 @@ void MemoryDefaults::apply(const std::vector<Change>& changes) {
     }
 }
 
+std::expected<void, QString> MemoryDefaults::eraseForGood() {
+    m_values.clear();
+    m_isErased = true;
+    return {};
+}
+
 } // namespace vorq

@@ -20,6 +20,7 @@ class TemporaryPaths final : public AppPaths {
     [[nodiscard]] QString settingsFolder() const override {
         return m_folder.filePath(".config/Vorq");
     }
+    [[nodiscard]] QString cacheFolder() const override { return m_folder.filePath(".cache/vorq"); }
 
   private:
     QTemporaryDir m_folder;
