@@ -28,6 +28,9 @@ class LibraryAreas final {
     /// with the next save.
     void watchLibrary();
 
+    /// From now on the files are left alone, whatever happens to the lists: they are about to go.
+    void leaveFiles();
+
     [[nodiscard]] LibraryState& library() { return loaded(m_library); }
     [[nodiscard]] HubState& hub() { return loaded(m_hub); }
     [[nodiscard]] TaskState& tasks() { return loaded(m_tasks); }
@@ -46,7 +49,7 @@ class LibraryAreas final {
     [[nodiscard]] bool isInFile(const std::vector<HubAIChat>& chats) const;
 
     Defaults& m_defaults;
-    const LibraryStore m_store;
+    LibraryStore m_store;
     LibraryState m_library;
     HubState m_hub;
     TaskState m_tasks;
