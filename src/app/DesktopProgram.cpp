@@ -3,6 +3,7 @@
 #include "app/SettleSession.h"
 #include "app/UnixSignals.h"
 #include "platform/linux/UrlScheme.h"
+#include "shell/AlertBox.h"
 #include "shell/StatusGlyphs.h"
 
 #include <QApplication>
@@ -39,9 +40,14 @@ class DesktopProgram::Host final : public ApplicationHost {
     // Whoever starts a program is with it. A menu without a place would only be in the way, though.
     [[nodiscard]] bool isActive() const override { return m_statusItem.hasPlace(); }
 
+    void show(const Alert& alert, std::function<void(qsizetype)> chosen) override {
+        m_alerts.show(alert, std::move(chosen));
+    }
+
     void terminate() override { QCoreApplication::quit(); }
 
   private:
+    AlertBox m_alerts;
     const TrayStatusItem& m_statusItem;
 };
 
@@ -73,7 +79,8 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
                   },
                   {static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid()),
                    ApplicationService::name},
-                  [this] { m_parts.enableTextCapture(); }}) {
+                  [this] { m_parts.enableTextCapture(); },
+                  {m_loginItem, m_installation, m_paths, m_defaults}}) {
     connect(&service, &ApplicationService::activated, &m_delegate,
             &AppDelegate::applicationShouldHandleReopen);
     connect(&service, &ApplicationService::openRequested, &m_delegate,

@@ -10,6 +10,7 @@
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/X11HotKeys.h"
 #include "platform/linux/X11Workspace.h"
+#include "platform/linux/XdgInstallation.h"
 #include "platform/linux/XdgLoginItem.h"
 #include "platform/linux/XdgPaths.h"
 #include "shell/AppDelegate.h"
@@ -51,6 +52,8 @@ class DesktopProgram final : public QObject {
     X11Workspace m_workspace;
     X11HotKeys m_hotKeys;
     XdgLoginItem m_loginItem;
+    XdgInstallation m_installation{m_paths.executableFolder(),
+                                   XdgInstallation::standardDataFolders()};
     NoPendingSignIn m_signIn;
     std::unique_ptr<SelectionCapture> m_capture;
     std::unique_ptr<PermissionProbe> m_probe;

@@ -53,6 +53,8 @@ void AppDelegate::connectStatusItem() {
             [this] { emit m_notifications.vorqSuppressPanelOutsideClose(false); });
     connect(item, &StatusItem::showVorqChosen, this, &AppDelegate::showPanel);
     connect(item, &StatusItem::clearChatChosen, this, &AppDelegate::clearChat);
+    connect(item, &StatusItem::signOutChosen, this, &AppDelegate::signOut);
+    connect(item, &StatusItem::deleteVorqChosen, this, &AppDelegate::deleteVorqFromMenu);
     connect(item, &StatusItem::quitChosen, this, [this] { m_ports.host.terminate(); });
 }
 
@@ -155,6 +157,34 @@ void AppDelegate::openAccessibilityFromMenu() {
 
 void AppDelegate::clearChat() {
     if (m_state != nullptr && m_state->account().signedIn()) m_state->panel().clearPanelChat();
+}
+
+void AppDelegate::signOut() {
+    if (m_state != nullptr) m_state->account().signOut();
+}
+
+void AppDelegate::deleteVorqFromMenu() {
+    const Alert alert{QStringLiteral("Delete Vorq?"),
+                      QStringLiteral("This moves Vorq to the Trash and quits. Vorq won’t appear in "
+                                     "Applications anymore — reinstall anytime from the website."),
+                      {QStringLiteral("Delete Vorq"), QStringLiteral("Cancel")}};
+    m_ports.host.show(alert, [self = QPointer(this)](qsizetype button) {
+        if (self && button == 0) self->uninstallVorqAndQuit();
+    });
+}
+
+// What still happens until the program has ended must not bring anything back.
+void AppDelegate::uninstallVorqAndQuit() {
+    if (m_state != nullptr) {
+        m_state->panel().stopPanelResponse();
+        m_state->leaveLibraryFiles();
+    }
+    const QStringList left = Uninstaller(m_ports.uninstaller).uninstall();
+    if (left.isEmpty()) return m_ports.host.terminate();
+    const Alert alert{QStringLiteral("Vorq is deleted, but not all of it."),
+                      left.join(u'\n'),
+                      {QStringLiteral("Quit Vorq")}};
+    m_ports.host.show(alert, [host = &m_ports.host](qsizetype) { host->terminate(); });
 }
 
 // The panel gives up the keyboard, which the menu is about to take.

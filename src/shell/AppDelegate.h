@@ -6,6 +6,7 @@
 #include "shell/PanelSummoner.h"
 #include "shell/ShellNotifications.h"
 #include "shell/StatusItem.h"
+#include "shell/Uninstaller.h"
 #include "shell/UrlRouter.h"
 
 #include <QObject>
@@ -47,6 +48,7 @@ class AppDelegate final : public QObject {
         FrontmostTracker::Self self;
         /// Has the system let the program read others. The user has agreed.
         std::function<void()> openAccessibility;
+        Uninstaller::Ports uninstaller;
     };
 
     explicit AppDelegate(const Ports& ports, QObject* parent = nullptr);
@@ -70,6 +72,9 @@ class AppDelegate final : public QObject {
     void showPanel() { m_panel.showPanel(); }
     void openStatusItemMenu();
 
+    /// Asks first.
+    void deleteVorqFromMenu();
+
     /// Takes note of what the system lets the program do now.
     void refreshPermissions();
 
@@ -82,7 +87,9 @@ class AppDelegate final : public QObject {
     void registerOpenAtLoginIfNeeded();
     void openMenuAfterLaunch(LaunchOptions options);
     void openAccessibilityFromMenu();
+    void uninstallVorqAndQuit();
     void clearChat();
+    void signOut();
     void activateFromMacHandoff(const QString& code);
     void guidePanelAccessFromNotification();
     void suppressOutsideClose(bool suppress);

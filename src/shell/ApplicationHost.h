@@ -1,5 +1,9 @@
 #pragma once
 
+#include "shell/Alert.h"
+
+#include <functional>
+
 namespace vorq {
 
 /// The program among the others of the user's session. Main thread only.
@@ -17,6 +21,10 @@ class ApplicationHost {
 
     /// Whether the user is with Vorq now, and not with another application.
     [[nodiscard]] virtual bool isActive() const = 0;
+
+    /// Brings the program forward with an alert, and calls back with the index of the button that
+    /// the user takes. Does not wait for that. While the same alert is open there is no second.
+    virtual void show(const Alert& alert, std::function<void(qsizetype button)> chosen) = 0;
 
     /// Ends the program in an orderly way.
     virtual void terminate() = 0;

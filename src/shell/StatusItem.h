@@ -37,6 +37,8 @@ class StatusItem : public QObject {
     void accessibilityChosen();
     void showVorqChosen();
     void clearChatChosen();
+    void signOutChosen();
+    void deleteVorqChosen();
     void quitChosen();
 };
 

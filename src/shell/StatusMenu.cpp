@@ -28,6 +28,10 @@ StatusMenu::StatusMenu() : QMenu(QStringLiteral("Vorq")) {
     addAppearance();
     m_accessibility = addAction(QString());
     connect(m_accessibility, &QAction::triggered, this, &StatusMenu::accessibilityChosen);
+    m_signOut = addAction(QStringLiteral("Sign out"));
+    connect(m_signOut, &QAction::triggered, this, &StatusMenu::signOutChosen);
+    connect(addAction(QStringLiteral("Delete Vorq")), &QAction::triggered, this,
+            &StatusMenu::deleteVorqChosen);
     addSeparator();
     connect(addAction(QStringLiteral("Quit Vorq")), &QAction::triggered, this,
             &StatusMenu::quitChosen);
@@ -96,6 +100,7 @@ void StatusMenu::refreshAccount() {
     const bool isSignedIn = m_state && m_state->account().signedIn();
     m_clearChat->setEnabled(isSignedIn);
     m_signInAdvice->setVisible(m_state && !isSignedIn);
+    m_signOut->setVisible(isSignedIn);
     if (!m_state) return;
     const QString name = menuText(m_state->account().displayName());
     m_account->setText(isSignedIn ? QStringLiteral("Signed in as %1").arg(name)

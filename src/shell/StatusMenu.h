@@ -28,6 +28,8 @@ class StatusMenu final : public QMenu {
     void accessibilityChosen();
     void showVorqChosen();
     void clearChatChosen();
+    void signOutChosen();
+    void deleteVorqChosen();
     void quitChosen();
 
   private:
@@ -44,6 +46,7 @@ class StatusMenu final : public QMenu {
     QList<QAction*> m_notices;
     QAction* m_clearChat;
     QAction* m_accessibility;
+    QAction* m_signOut;
     QActionGroup* m_themes;
     QActionGroup* m_glasses;
 };

@@ -25,6 +25,8 @@ TrayStatusItem::TrayStatusItem(Clock& clock, QObject* parent)
     connect(&m_menu, &StatusMenu::accessibilityChosen, this, &StatusItem::accessibilityChosen);
     connect(&m_menu, &StatusMenu::showVorqChosen, this, &StatusItem::showVorqChosen);
     connect(&m_menu, &StatusMenu::clearChatChosen, this, &StatusItem::clearChatChosen);
+    connect(&m_menu, &StatusMenu::signOutChosen, this, &StatusItem::signOutChosen);
+    connect(&m_menu, &StatusMenu::deleteVorqChosen, this, &StatusItem::deleteVorqChosen);
     connect(&m_menu, &StatusMenu::quitChosen, this, &StatusItem::quitChosen);
     connect(&m_icon, &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {

@@ -1,6 +1,6 @@
 // The built program in a real session: its hot keys, its tray icon, and what other starts of it do.
 
-#include "desktop/DesktopSession.h"
+#include "desktop/TrayProgram.h"
 #include "platform/linux/X11HotKeys.h"
 
 #include <QElapsedTimer>
@@ -15,64 +15,6 @@ namespace {
 
 using testing::HasSubstr;
 using testing::Not;
-
-const QString program = QStringLiteral(VORQ_PROGRAM);
-
-class TrayProgramTest : public testing::Test {
-  protected:
-    explicit TrayProgramTest(const SessionOptions& options = {.hasAccessibilityBus = false,
-                                                              .isAccessibilityOn = false})
-        : m_session(options) {
-        m_session.write(".config/Vorq/settings.json", "{}");
-    }
-
-    DesktopProgram& start(const QStringList& arguments = {"--background"},
-                          const QProcessEnvironment& additional = {}) {
-        QProcessEnvironment environment = additional;
-        environment.insert("VORQ_API_BASE_URL", "http://127.0.0.1:9");
-        return m_session.start(program, "", arguments, environment);
-    }
-
-    static void waitFor(DesktopProgram& running, const QByteArray& text) {
-        DesktopSession::waitUntil("\"" + text + "\"",
-                                  [&] { return running.output().contains(text); });
-    }
-
-    DesktopProgram& startAndWait() {
-        DesktopProgram& running = start();
-        waitFor(running, "clear-chat hotkey.");
-        return running;
-    }
-
-    struct Ended {
-        int status;
-        std::string output;
-    };
-
-    Ended runToEnd(const QStringList& arguments, const QProcessEnvironment& additional = {}) {
-        DesktopProgram& running = start(arguments, additional);
-        DesktopSession::waitUntil("the end of " + arguments.join(' '),
-                                  [&] { return !running.isRunning(); });
-        return {running.qt().exitCode(), running.output().toStdString()};
-    }
-
-    std::int32_t openTerminal() {
-        m_session.start("xterm", "xterm", {"-e", "sleep", "600"});
-        const auto window = m_session.waitForWindow("xterm");
-        m_session.activate(window);
-        return m_session.processOf(window);
-    }
-
-    [[nodiscard]] bool showsColor(const QByteArray& rgb) const {
-        return run("import", "imagemagick", {"-window", "root", "-depth", "8", "rgb:-"},
-                   m_session.environment())
-            .contains(rgb);
-    }
-
-    static inline const QByteArray iris = "\x5b\x78\xfb";
-
-    DesktopSession m_session;
-};
 
 TEST_F(TrayProgramTest, AHotKeyReachesItWithTheApplicationInFront) {
     const QByteArray terminal = QByteArray::number(openTerminal());
@@ -207,17 +149,7 @@ TEST_F(TrayProgramTest, StartedAgainItOpensItsMenu) {
     m_session.start("tint2", "tint2");
     startAndWait();
     DesktopSession::waitUntil("the mark in the tray", [this] { return showsColor(iris); });
-    const QByteArray before =
-        run("import", "imagemagick", {"-window", "root", "rgb:-"}, m_session.environment());
-    EXPECT_EQ(runToEnd({}).status, 0);
-    DesktopSession::waitUntil("the menu", [&] {
-        const QByteArray now =
-            run("import", "imagemagick", {"-window", "root", "rgb:-"}, m_session.environment());
-        qsizetype changed = 0;
-        for (qsizetype index = 0; index < std::min(now.size(), before.size()); ++index)
-            changed += now[index] != before[index];
-        return changed > 20'000;
-    });
+    startAgainForMenu();
 }
 
 TEST_F(TrayProgramTest, ItEntersItselfForLoginAndForLinks) {

@@ -3,6 +3,7 @@
 #include "backend/PendingSignIn.h"
 #include "core/ConversationFixture.h"
 #include "platform/testing/ScriptedHotKeys.h"
+#include "platform/testing/ScriptedInstallation.h"
 #include "platform/testing/ScriptedLoginItem.h"
 #include "platform/testing/ScriptedWorkspace.h"
 #include "shell/AppDelegate.h"
@@ -18,10 +19,17 @@ class RecordedHost final : public ApplicationHost {
   public:
     explicit RecordedHost(CallList& calls) : m_calls(calls) {}
     bool active = false;
+    Alert lastAlert;
+    std::function<void(qsizetype button)> answer;
 
     void becomeAccessory() override { m_calls += "accessory"; }
     void installApplicationIcon() override { m_calls += "application icon"; }
     [[nodiscard]] bool isActive() const override { return active; }
+    void show(const Alert& alert, std::function<void(qsizetype)> chosen) override {
+        m_calls += "alert";
+        lastAlert = alert;
+        answer = std::move(chosen);
+    }
     void terminate() override { m_calls += "terminate"; }
 
   private:
@@ -94,6 +102,7 @@ class ShellFixture : public ConversationFixture {
     ScriptedWorkspace m_workspace;
     ScriptedHotKeys m_hotKeys;
     ScriptedLoginItem m_loginItem;
+    ScriptedInstallation m_installation;
     ScriptedNotes m_notes;
     ScriptedSignIn m_signIn;
     RecordedStatusItem m_statusItem{m_calls};

@@ -42,13 +42,14 @@ class StatusMenuTest : public ConversationFixture {
 
 TEST_F(StatusMenuTest, SaysWhoIsSignedIn) {
     const QString name = state().account().displayName();
-    EXPECT_THAT(texts(m_menu),
-                ElementsAre("Signed in as " + name, "-", "Show Vorq", "Clear Chat", "-",
-                            "Customize Vorq", "Accessibility: Disabled", "-", "Quit Vorq"));
+    EXPECT_THAT(texts(m_menu), ElementsAre("Signed in as " + name, "-", "Show Vorq", "Clear Chat",
+                                           "-", "Customize Vorq", "Accessibility: Disabled",
+                                           "Sign out", "Delete Vorq", "-", "Quit Vorq"));
     EXPECT_TRUE(action("Clear Chat")->isEnabled());
     state().account().markSessionExpired();
     EXPECT_EQ(texts(m_menu).front(), "Not signed in");
     EXPECT_FALSE(action("Clear Chat")->isEnabled());
+    EXPECT_FALSE(action("Sign out")->isVisible());
 }
 
 TEST_F(StatusMenuTest, SaysHowToSignInWhileNobodyIs) {
@@ -98,11 +99,15 @@ TEST_F(StatusMenuTest, ThemeAndGlassAreThoseOfTheState) {
 TEST_F(StatusMenuTest, TellsWhatIsChosen) {
     QSignalSpy shown(&m_menu, &StatusMenu::showVorqChosen);
     QSignalSpy cleared(&m_menu, &StatusMenu::clearChatChosen);
+    QSignalSpy signedOut(&m_menu, &StatusMenu::signOutChosen);
+    QSignalSpy deleted(&m_menu, &StatusMenu::deleteVorqChosen);
     QSignalSpy quit(&m_menu, &StatusMenu::quitChosen);
-    for (const char* text : {"Show Vorq", "Clear Chat", "Quit Vorq"})
+    for (const char* text : {"Show Vorq", "Clear Chat", "Sign out", "Delete Vorq", "Quit Vorq"})
         action(text)->trigger();
     EXPECT_EQ(shown.count(), 1);
     EXPECT_EQ(cleared.count(), 1);
+    EXPECT_EQ(signedOut.count(), 1);
+    EXPECT_EQ(deleted.count(), 1);
     EXPECT_EQ(quit.count(), 1);
 }
 
