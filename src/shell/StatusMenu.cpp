@@ -8,6 +8,12 @@
 namespace vorq {
 namespace {
 
+// Near the themes' own, which the pages know: where choosing begins.
+constexpr QColor lightBackground(0xff, 0xff, 0xff);
+constexpr QColor darkBackground(0x28, 0x2a, 0x32);
+constexpr QColor lightUserBlock(0xdf, 0xe5, 0xff);
+constexpr QColor darkUserBlock(0x3b, 0x47, 0x84);
+
 // Menus underline the character behind a single "&".
 QString menuText(QString text) {
     return text.replace(u'&', QStringLiteral("&&"));
@@ -70,6 +76,34 @@ void StatusMenu::addAppearance() {
     m_glasses = addGroup(QStringLiteral("Glass"));
     addChoices(m_glasses, {{QStringLiteral("Tinted"), rawString(PanelGlassStyle::Tinted)},
                            {QStringLiteral("Clear"), rawString(PanelGlassStyle::Clear)}});
+    customize->addSeparator();
+    addColors(customize);
+}
+
+void StatusMenu::addColors(QMenu* customize) {
+    customize->addAction(QStringLiteral("Colors"))->setEnabled(false);
+    const auto add = [&](const QString& title, auto chosen) {
+        QAction* action = customize->addAction(title);
+        action->setEnabled(false);
+        connect(action, &QAction::triggered, this, chosen);
+        m_colors += action;
+    };
+    add(QStringLiteral("Background…"), &StatusMenu::editBackgroundColor);
+    add(QStringLiteral("Your Blocks…"), &StatusMenu::editUserBlockColor);
+    add(QStringLiteral("Reset Custom Colors"),
+        [this] { m_state->appearance().resetCustomPanelColors(); });
+}
+
+void StatusMenu::editBackgroundColor() {
+    const AppearanceSettings& appearance = m_state->appearance();
+    const bool isLight = appearance.panelAppearance() == PanelAppearance::White;
+    m_background->open(isLight ? lightBackground : darkBackground);
+}
+
+void StatusMenu::editUserBlockColor() {
+    const AppearanceSettings& appearance = m_state->appearance();
+    const bool isLight = appearance.panelAppearance() == PanelAppearance::White;
+    m_userBlock->open(isLight ? lightUserBlock : darkUserBlock);
 }
 
 void StatusMenu::bindAppState(VorqAppState& state) {
@@ -84,6 +118,18 @@ void StatusMenu::bindAppState(VorqAppState& state) {
         const bool isClear = choice->data() == rawString(PanelGlassStyle::Clear);
         appearance->setPanelGlassStyle(isClear ? PanelGlassStyle::Clear : PanelGlassStyle::Tinted);
     });
+    m_background.emplace(
+        QStringLiteral("Background"),
+        PanelColorEdit::Setting{
+            [appearance] { return appearance->panelBackgroundHex(); },
+            [appearance](const QString& hex) { appearance->setPanelBackgroundHex(hex); }});
+    m_userBlock.emplace(
+        QStringLiteral("Your Blocks"),
+        PanelColorEdit::Setting{
+            [appearance] { return appearance->panelUserBlockHex(); },
+            [appearance](const QString& hex) { appearance->setPanelUserBlockHex(hex); }});
+    for (QAction* action : m_colors)
+        action->setEnabled(true);
     m_themes->setEnabled(true);
     m_glasses->setEnabled(true);
     connect(appearance, &AppearanceSettings::changed, this, &StatusMenu::refreshAppearance);
@@ -122,6 +168,9 @@ void StatusMenu::refreshAppearance() {
         choice->setChecked(choice->data() == appearance.panelAppearanceRaw());
     for (QAction* choice : m_glasses->actions())
         choice->setChecked(choice->data() == appearance.panelGlassStyleRaw());
+    m_colors.last()->setEnabled(!appearance.panelBackgroundHex().isEmpty() ||
+                                !appearance.panelUserBlockHex().isEmpty() ||
+                                !appearance.panelAssistantBlockHex().isEmpty());
 }
 
 void StatusMenu::setHotKeyNotices(const QStringList& notices) {

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "shell/PanelColorEdit.h"
+
 #include <QMenu>
 #include <QPointer>
 #include <QStringList>
+
+#include <optional>
 
 class QActionGroup;
 
@@ -35,6 +39,9 @@ class StatusMenu final : public QMenu {
   private:
     QAction* addLine(const QString& text);
     void addAppearance();
+    void addColors(QMenu* customize);
+    void editBackgroundColor();
+    void editUserBlockColor();
     void refreshAccount();
     void refreshAccessibility();
     void refreshAppearance();
@@ -49,6 +56,9 @@ class StatusMenu final : public QMenu {
     QAction* m_signOut;
     QActionGroup* m_themes;
     QActionGroup* m_glasses;
+    QList<QAction*> m_colors;
+    std::optional<PanelColorEdit> m_background;
+    std::optional<PanelColorEdit> m_userBlock;
 };
 
 } // namespace vorq

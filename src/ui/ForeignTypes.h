@@ -2,6 +2,7 @@
 
 #include "shell/AttachableNotes.h"
 #include "shell/AttachmentList.h"
+#include "shell/ColorDialog.h"
 #include "shell/PanelLook.h"
 #include "shell/PanelSelectionBridge.h"
 #include "shell/PanelViewModel.h"
@@ -45,6 +46,12 @@ struct AttachmentListForeign {
     QML_FOREIGN(vorq::AttachmentList)
     QML_NAMED_ELEMENT(AttachmentList)
     QML_UNCREATABLE("Belongs to the program")
+};
+
+struct ColorDialogForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::ColorDialog)
+    QML_NAMED_ELEMENT(ColorDialog)
 };
 
 } // namespace vorq

@@ -4,6 +4,8 @@
 #include "shell/ScriptedPermissionProbe.h"
 
 #include <QActionGroup>
+#include <QApplication>
+#include <QColorDialog>
 #include <QSignalSpy>
 
 namespace vorq {
@@ -15,7 +17,10 @@ using testing::Not;
 
 class StatusMenuTest : public ConversationFixture {
   protected:
-    StatusMenuTest() { m_menu.bindAppState(state()); }
+    StatusMenuTest() {
+        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        m_menu.bindAppState(state());
+    }
 
     // The texts of a menu, "-" for a separator.
     static QStringList texts(const QMenu& menu) {
@@ -36,6 +41,13 @@ class StatusMenuTest : public ConversationFixture {
     }
 
     [[nodiscard]] QAction* action(const QString& text) const { return find(m_menu, text); }
+
+    [[nodiscard]] static QColorDialog* colorDialog() {
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            if (auto* found = qobject_cast<QColorDialog*>(widget); found && found->isVisible())
+                return found;
+        return nullptr;
+    }
 
     StatusMenu m_menu;
 };
@@ -94,6 +106,33 @@ TEST_F(StatusMenuTest, ThemeAndGlassAreThoseOfTheState) {
     state().appearance().setPanelAppearance(PanelAppearance::Current);
     EXPECT_TRUE(action("Dark")->isChecked());
     EXPECT_FALSE(action("Light")->isChecked());
+}
+
+TEST_F(StatusMenuTest, AColourIsSeenWhileItIsChosenAndKept) {
+    EXPECT_FALSE(action("Reset Custom Colors")->isEnabled());
+    action("Background…")->trigger();
+    ASSERT_NE(colorDialog(), nullptr);
+    EXPECT_EQ(colorDialog()->currentColor(), QColor(0x28, 0x2a, 0x32));
+    EXPECT_EQ(state().appearance().panelBackgroundHex(), "");
+    colorDialog()->setCurrentColor(QColor(0x11, 0x22, 0x33));
+    EXPECT_EQ(state().appearance().panelBackgroundHex(), "#112233");
+    colorDialog()->accept();
+    EXPECT_EQ(state().appearance().panelBackgroundHex(), "#112233");
+    action("Reset Custom Colors")->trigger();
+    EXPECT_EQ(state().appearance().panelBackgroundHex(), "");
+    EXPECT_FALSE(action("Reset Custom Colors")->isEnabled());
+}
+
+TEST_F(StatusMenuTest, WithoutAChoiceTheFormerColourComesBack) {
+    state().appearance().setPanelUserBlockHex("#445566");
+    action("Your Blocks…")->trigger();
+    ASSERT_NE(colorDialog(), nullptr);
+    EXPECT_EQ(colorDialog()->currentColor(), QColor(0x44, 0x55, 0x66));
+    colorDialog()->setCurrentColor(QColor(0x11, 0x22, 0x33));
+    action("Your Blocks…")->trigger();
+    colorDialog()->reject();
+    EXPECT_EQ(state().appearance().panelUserBlockHex(), "#445566");
+    EXPECT_EQ(state().appearance().panelBackgroundHex(), "");
 }
 
 TEST_F(StatusMenuTest, TellsWhatIsChosen) {

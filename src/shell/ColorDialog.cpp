@@ -1,4 +1,4 @@
-#include "ui/native/ColorDialog.h"
+#include "shell/ColorDialog.h"
 
 namespace vorq {
 
@@ -9,13 +9,15 @@ ColorDialog::~ColorDialog() {
 }
 
 void ColorDialog::open(const QColor& current) {
-    if (m_dialog && m_dialog->isVisible()) {
+    if (isOpen()) {
         m_dialog->raise();
         m_dialog->activateWindow();
         return;
     }
     m_dialog = new QColorDialog(current);
     m_dialog->setWindowTitle(m_title);
+    // The panel is above all others, too, and would cover it.
+    m_dialog->setWindowFlag(Qt::WindowStaysOnTopHint);
     m_dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(m_dialog, &QColorDialog::currentColorChanged, this, &ColorDialog::previewed);
     connect(m_dialog, &QColorDialog::colorSelected, this, &ColorDialog::accepted);

@@ -5,14 +5,12 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
-#include <QtQml/qqmlregistration.h>
 
 namespace vorq {
 
 /// The desktop's own dialog for a colour. Needs an application with widgets. Main thread only.
 class ColorDialog : public QObject {
     Q_OBJECT
-    QML_ELEMENT
     Q_PROPERTY(QString title MEMBER m_title NOTIFY titleChanged)
 
   public:
@@ -21,6 +19,8 @@ class ColorDialog : public QObject {
 
     /// Shows the dialog, with a colour chosen; raises it if it is open already.
     Q_INVOKABLE void open(const QColor& current);
+
+    [[nodiscard]] bool isOpen() const { return m_dialog && m_dialog->isVisible(); }
 
   signals:
     void titleChanged();
