@@ -41,6 +41,7 @@ AppDelegate::AppDelegate(const Ports& ports, QObject* parent)
         m_ports.statusItem.flashStatusImage(succeeded ? StatusImage::Check : StatusImage::Fail);
     });
     connectStatusItem();
+    connectColorEdits();
 }
 
 AppDelegate::~AppDelegate() = default;
@@ -56,6 +57,16 @@ void AppDelegate::connectStatusItem() {
     connect(item, &StatusItem::signOutChosen, this, &AppDelegate::signOut);
     connect(item, &StatusItem::deleteVorqChosen, this, &AppDelegate::deleteVorqFromMenu);
     connect(item, &StatusItem::quitChosen, this, [this] { m_ports.host.terminate(); });
+}
+
+// The panel is there to be looked at while its colours are chosen beside it.
+void AppDelegate::connectColorEdits() {
+    connect(&m_ports.statusItem, &StatusItem::colorEditBegan, this, [this] {
+        showPanel();
+        emit m_notifications.vorqSuppressPanelOutsideClose(true);
+    });
+    connect(&m_ports.statusItem, &StatusItem::colorEditEnded, this,
+            [this] { emit m_notifications.vorqSuppressPanelOutsideClose(false); });
 }
 
 void AppDelegate::applicationDidFinishLaunching(LaunchOptions options) {

@@ -83,6 +83,7 @@ class AppDelegate final : public QObject {
 
   private:
     void connectStatusItem();
+    void connectColorEdits();
     void observeNotifications();
     void registerOpenAtLoginIfNeeded();
     void openMenuAfterLaunch(LaunchOptions options);

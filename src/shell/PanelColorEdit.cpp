@@ -27,10 +27,15 @@ PanelColorEdit::PanelColorEdit(const QString& title, Setting setting, QObject* p
     connect(&m_dialog, &ColorDialog::previewed, this, take);
     connect(&m_dialog, &ColorDialog::accepted, this, take);
     connect(&m_dialog, &ColorDialog::rejected, this, [this] { m_setting.write(m_former); });
+    connect(&m_dialog, &ColorDialog::accepted, this, &PanelColorEdit::ended);
+    connect(&m_dialog, &ColorDialog::rejected, this, &PanelColorEdit::ended);
 }
 
 void PanelColorEdit::open(const QColor& ownColor) {
-    if (!m_dialog.isOpen()) m_former = m_setting.read();
+    if (!m_dialog.isOpen()) {
+        m_former = m_setting.read();
+        emit began();
+    }
     m_dialog.open(colorOf(m_former, ownColor));
 }
 

@@ -27,6 +27,10 @@ class PanelColorEdit final : public QObject {
     /// Opens the dialog at the colour that is set, or at the theme's own.
     void open(const QColor& ownColor);
 
+  signals:
+    void began();
+    void ended();
+
   private:
     ColorDialog m_dialog;
     Setting m_setting;

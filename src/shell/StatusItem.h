@@ -40,6 +40,10 @@ class StatusItem : public QObject {
     void signOutChosen();
     void deleteVorqChosen();
     void quitChosen();
+
+    // The user is choosing a colour of the panel, and has done so.
+    void colorEditBegan();
+    void colorEditEnded();
 };
 
 } // namespace vorq

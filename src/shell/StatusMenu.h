@@ -1,14 +1,10 @@
 #pragma once
 
-#include "shell/PanelColorEdit.h"
+#include "shell/CustomizeMenu.h"
 
 #include <QMenu>
 #include <QPointer>
 #include <QStringList>
-
-#include <optional>
-
-class QActionGroup;
 
 namespace vorq {
 
@@ -36,15 +32,14 @@ class StatusMenu final : public QMenu {
     void deleteVorqChosen();
     void quitChosen();
 
+    /// A colour of the panel is being chosen, and no longer.
+    void colorEditBegan();
+    void colorEditEnded();
+
   private:
     QAction* addLine(const QString& text);
-    void addAppearance();
-    void addColors(QMenu* customize);
-    void editBackgroundColor();
-    void editUserBlockColor();
     void refreshAccount();
     void refreshAccessibility();
-    void refreshAppearance();
 
     QPointer<VorqAppState> m_state;
     QAction* m_account;
@@ -54,11 +49,7 @@ class StatusMenu final : public QMenu {
     QAction* m_clearChat;
     QAction* m_accessibility;
     QAction* m_signOut;
-    QActionGroup* m_themes;
-    QActionGroup* m_glasses;
-    QList<QAction*> m_colors;
-    std::optional<PanelColorEdit> m_background;
-    std::optional<PanelColorEdit> m_userBlock;
+    CustomizeMenu m_customize;
 };
 
 } // namespace vorq

@@ -28,6 +28,8 @@ TrayStatusItem::TrayStatusItem(Clock& clock, QObject* parent)
     connect(&m_menu, &StatusMenu::signOutChosen, this, &StatusItem::signOutChosen);
     connect(&m_menu, &StatusMenu::deleteVorqChosen, this, &StatusItem::deleteVorqChosen);
     connect(&m_menu, &StatusMenu::quitChosen, this, &StatusItem::quitChosen);
+    connect(&m_menu, &StatusMenu::colorEditBegan, this, &StatusItem::colorEditBegan);
+    connect(&m_menu, &StatusMenu::colorEditEnded, this, &StatusItem::colorEditEnded);
     connect(&m_icon, &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {
                 if (reason == QSystemTrayIcon::Trigger) openMenu();

@@ -139,5 +139,14 @@ TEST_F(LaunchTest, ThePanelIsGuidedToTheMenu) {
     EXPECT_THAT(m_calls, ElementsAre("allow close"));
 }
 
+TEST_F(LaunchTest, ThePanelStaysInViewWhileItsColoursAreChosen) {
+    launch();
+    emit m_statusItem.colorEditBegan();
+    EXPECT_THAT(m_calls, Contains("show"));
+    EXPECT_EQ(m_calls.last(), "suppress close");
+    emit m_statusItem.colorEditEnded();
+    EXPECT_EQ(m_calls.last(), "allow close");
+}
+
 } // namespace
 } // namespace vorq

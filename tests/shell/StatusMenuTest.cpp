@@ -110,13 +110,18 @@ TEST_F(StatusMenuTest, ThemeAndGlassAreThoseOfTheState) {
 
 TEST_F(StatusMenuTest, AColourIsSeenWhileItIsChosenAndKept) {
     EXPECT_FALSE(action("Reset Custom Colors")->isEnabled());
+    QSignalSpy began(&m_menu, &StatusMenu::colorEditBegan);
+    QSignalSpy ended(&m_menu, &StatusMenu::colorEditEnded);
     action("Background…")->trigger();
+    EXPECT_EQ(began.count(), 1);
     ASSERT_NE(colorDialog(), nullptr);
     EXPECT_EQ(colorDialog()->currentColor(), QColor(0x28, 0x2a, 0x32));
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "");
     colorDialog()->setCurrentColor(QColor(0x11, 0x22, 0x33));
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "#112233");
+    EXPECT_EQ(ended.count(), 0);
     colorDialog()->accept();
+    EXPECT_EQ(ended.count(), 1);
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "#112233");
     action("Reset Custom Colors")->trigger();
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "");
