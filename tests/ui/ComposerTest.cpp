@@ -37,6 +37,7 @@ class ComposerTest : public testing::Test {
     }
     void click(QQuickItem* item) {
         ASSERT_TRUE(item);
+        stage.drawFrame();
         QTest::mouseClick(stage.window.get(), Qt::LeftButton, {},
                           item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
     }

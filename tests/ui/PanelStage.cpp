@@ -61,6 +61,17 @@ void PanelStage::settle(int milliseconds) {
     } while (elapsed.elapsed() < milliseconds);
 }
 
+void PanelStage::drawFrame() {
+    int frames = 0;
+    const auto counted =
+        QObject::connect(window.get(), &QQuickWindow::frameSwapped, [&frames] { ++frames; });
+    while (frames == 0) {
+        window->update();
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+    }
+    QObject::disconnect(counted);
+}
+
 void PanelStage::say(const QString& text) {
     VorqMessage message;
     message.text = text;

@@ -32,6 +32,8 @@ class PanelStage {
 
     /// Lets the window take in and draw what changed.
     void settle(int milliseconds = 0);
+    /// Waits until what has changed is drawn, and so stands in its place, however long that takes.
+    void drawFrame();
 
     void say(const QString& text);
     QUuid answer(const QString& text, bool isTyping = false,
