@@ -25,8 +25,8 @@ void take(const QString& path, Removal removal, QStringList& left) {
 } // namespace
 
 QStringList Uninstaller::uninstall() const {
-    unregisterOpenAtLogin();
     QStringList left;
+    unregisterOpenAtLogin(left);
     for (const QString& file : m_ports.installation.files())
         take(file, discard, left);
     const QString library = LibraryStore::folderIn(m_ports.paths.applicationSupportFolder());
@@ -40,10 +40,11 @@ QStringList Uninstaller::uninstall() const {
     return left;
 }
 
-void Uninstaller::unregisterOpenAtLogin() const {
+void Uninstaller::unregisterOpenAtLogin(QStringList& left) const {
     const auto outcome = m_ports.loginItem.unregisterAtLogin();
-    if (!outcome)
-        qWarning("Vorq Open at Login unregister failed: %s", qUtf8Printable(outcome.error()));
+    if (outcome) return;
+    qWarning("Vorq Open at Login unregister failed: %s", qUtf8Printable(outcome.error()));
+    left += QStringLiteral("The start at login: %1").arg(outcome.error());
 }
 
 } // namespace vorq

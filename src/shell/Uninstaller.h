@@ -29,7 +29,7 @@ class Uninstaller final {
     [[nodiscard]] QStringList uninstall() const;
 
   private:
-    void unregisterOpenAtLogin() const;
+    void unregisterOpenAtLogin(QStringList& left) const;
 
     Ports m_ports;
 };
