@@ -141,7 +141,7 @@ Command parseDesktop(const QStringList& arguments) {
             desktop.launchedAtLogin = true;
         } else if (verb && isFirst) {
             desktop.verb = *verb;
-        } else if (argument.startsWith(u"vorq:") && isFirst) {
+        } else if (argument.startsWith(u"vorq:", Qt::CaseInsensitive) && isFirst) {
             desktop.url = argument;
         } else if (argument.startsWith(u'-')) {
             return UsageError{QStringLiteral("There is no option %1.").arg(argument)};

@@ -65,6 +65,9 @@ TEST(CommandLine, AccessibilityIsEnabledFromTheTerminal) {
 TEST(CommandLine, ALinkAloneIsForTheDesktopProgram) {
     EXPECT_EQ(parseCommandLine({"vorq://auth/callback?handoff=a"}),
               Command(DesktopArguments{Verb::Launch, "vorq://auth/callback?handoff=a"}));
+    // As for any scheme, the case means nothing.
+    EXPECT_EQ(parseCommandLine({"VORQ://auth/callback?handoff=a"}),
+              Command(DesktopArguments{Verb::Launch, "VORQ://auth/callback?handoff=a"}));
 }
 
 TEST(CommandLine, ShowsHelpAndVersion) {
