@@ -29,6 +29,14 @@ TEST(ReadStruts, OfDamagedNumbersAreNone) {
     EXPECT_THAT(readStruts({}, {0xffffffff, 0, 0, 0}, desktop), IsEmpty());
 }
 
+TEST(ReadStruts, NoneReachesBeyondTheDesktop) {
+    constexpr std::uint32_t most = 0x7fffffff;
+    EXPECT_THAT(readStruts({0, 0, 30, 0, 0, 0, 0, 0, 0, most, 0, 0}, {}, desktop),
+                ElementsAre(Strut{Edge::Top, 30, 0, 3199}));
+    EXPECT_THAT(readStruts({0, most, 0, 0, 0, 0, 0x80000000, most, 0, 0, 0, 0}, {}, desktop),
+                ElementsAre(Strut{Edge::Right, 3200, 0, 1079}));
+}
+
 TEST(FreeOfStruts, IsTheWholeMonitorWithoutBars) {
     EXPECT_EQ(freeOfStruts(left, desktop, {}), left);
 }

@@ -1,5 +1,6 @@
 #include "platform/linux/Struts.h"
 
+#include <algorithm>
 #include <array>
 
 namespace vorq {
@@ -47,6 +48,11 @@ QRect without(const QRect& area, const QRect& taken, Edge edge) {
     return rest;
 }
 
+// Any program can declare any number.
+int within(std::uint32_t number, int last) {
+    return std::clamp(static_cast<int>(number), 0, std::max(last, 0));
+}
+
 } // namespace
 
 std::vector<Strut> readStruts(const std::vector<std::uint32_t>& partial,
@@ -58,11 +64,12 @@ std::vector<Strut> readStruts(const std::vector<std::uint32_t>& partial,
     for (std::size_t i = 0; i < edges.size(); ++i) {
         const int depth = static_cast<int>(numbers[i]);
         if (depth <= 0) continue;
-        const int length = isUpright(edges[i]) ? desktop.height() : desktop.width();
+        const int last = (isUpright(edges[i]) ? desktop.height() : desktop.width()) - 1;
+        const int across = isUpright(edges[i]) ? desktop.width() : desktop.height();
         struts.push_back({.edge = edges[i],
-                          .depth = depth,
-                          .start = isPartial ? static_cast<int>(numbers[4 + 2 * i]) : 0,
-                          .end = isPartial ? static_cast<int>(numbers[5 + 2 * i]) : length - 1});
+                          .depth = std::min(depth, across),
+                          .start = isPartial ? within(numbers[4 + 2 * i], last) : 0,
+                          .end = isPartial ? within(numbers[5 + 2 * i], last) : last});
     }
     return struts;
 }
