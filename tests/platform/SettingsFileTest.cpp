@@ -124,6 +124,47 @@ TEST_F(SettingsFileTest, DamagedFileIsUntouchedUntilAWriteAndThenKeptBeside) {
     EXPECT_EQ(entries(), QStringList({"settings.json", "settings.json.damaged-1"}));
 }
 
+// As by an editor that is interrupted while the program runs.
+TEST_F(SettingsFileTest, WhatWasReadBeforeOutlivesADamagedFile) {
+    put(R"({"vorq.session.token" : "abc", "list" : [1]})");
+    testing::internal::CaptureStderr();
+    SettingsFile settings(m_path);
+    put(R"({"vorq.session.token" : "abc", )");
+    settings.synchronise();
+    EXPECT_EQ(settings.string("vorq.session.token"), "abc");
+    settings.setString("a", "1");
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("goes on"), std::string::npos);
+    EXPECT_EQ(SettingsFile(m_path).string("vorq.session.token"), "abc");
+    EXPECT_EQ(SettingsFile(m_path).string("a"), "1");
+    EXPECT_TRUE(contentOf(m_path).contains("list"));
+    EXPECT_EQ(entries(), QStringList({"settings.json", "settings.json.damaged-1"}));
+}
+
+TEST_F(SettingsFileTest, WhatWasReadBeforeOutlivesAFileThatCannotBeRead) {
+    put(R"({"vorq.session.token" : "abc"})");
+    testing::internal::CaptureStderr();
+    SettingsFile settings(m_path);
+    QFile::remove(m_path);
+    QDir().mkpath(m_path);
+    settings.setString("a", "1");
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(settings.string("vorq.session.token"), "abc");
+    EXPECT_EQ(settings.string("a"), "1");
+}
+
+TEST_F(SettingsFileTest, AFileThatWasRemovedIsForgotten) {
+    put(R"({"vorq.session.token" : "abc"})");
+    SettingsFile settings(m_path);
+    QFile::remove(m_path);
+    settings.synchronise();
+    EXPECT_FALSE(settings.contains("vorq.session.token"));
+}
+
+TEST_F(SettingsFileTest, AByteOrderMarkBeforeItIsNoDamage) {
+    put("\xef\xbb\xbf{\"a\":\"1\"}");
+    EXPECT_EQ(SettingsFile(m_path).string("a"), "1");
+}
+
 TEST_F(SettingsFileTest, FileOfTheWrongShapeCountsAsDamaged) {
     for (const char* bytes : {"[]", "7", "", "{\"a\":\"\xff\"}"}) {
         put(bytes);

@@ -21,6 +21,8 @@ using namespace std::chrono_literals;
 
 constexpr QFileDevice::Permissions privateFile = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
+const QByteArray byteOrderMark = "\xef\xbb\xbf";
+
 QByteArray bytesOf(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -62,10 +64,12 @@ void write(JsonWriter& writer, const QVariant& value) {
 
 // Nothing for what is no object.
 std::optional<SettingsFile::Content> SettingsFile::decode(const QByteArray& bytes) {
+    // Which some editors put before it.
+    const qsizetype skipped = bytes.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
     simdjson::dom::parser parser;
     simdjson::dom::object object;
-    if (parser.parse(bytes.constData(), static_cast<std::size_t>(bytes.size())).get(object) !=
-        simdjson::SUCCESS)
+    if (parser.parse(bytes.constData() + skipped, static_cast<std::size_t>(bytes.size() - skipped))
+            .get(object) != simdjson::SUCCESS)
         return std::nullopt;
     Content content;
     for (const auto& [key, element] : object) {
@@ -102,26 +106,30 @@ QVariant SettingsFile::value(const QString& key) const {
     return m_content.values.value(key);
 }
 
+// What was read before is not given up for a file that cannot be read.
 void SettingsFile::reload() {
-    m_content = {};
     m_damaged = false;
     m_unreadable = false;
     QFile file(m_path);
-    if (!file.exists()) return;
-    if (!file.open(QIODevice::ReadOnly)) {
-        m_unreadable = true;
-        warnOnce(QStringLiteral("Vorq cannot read its settings %1 (%2) and starts with defaults.")
-                     .arg(m_path, file.errorString()));
+    if (!file.exists()) {
+        m_content = {};
         return;
     }
-    if (std::optional<Content> content = decode(file.readAll())) {
-        m_content = *std::move(content);
-    } else {
-        m_damaged = true;
-        warnOnce(QStringLiteral("Vorq found its settings %1 damaged and starts with defaults; the "
-                                "damaged file is kept.")
-                     .arg(m_path));
+    const QString instead = m_hasRead ? QStringLiteral("goes on with those it knows")
+                                      : QStringLiteral("starts with defaults");
+    if (!file.open(QIODevice::ReadOnly)) {
+        m_unreadable = true;
+        return warnOnce(QStringLiteral("Vorq cannot read its settings %1 (%2) and %3.")
+                            .arg(m_path, file.errorString(), instead));
     }
+    std::optional<Content> content = decode(file.readAll());
+    m_damaged = !content;
+    if (m_damaged)
+        return warnOnce(QStringLiteral("Vorq found its settings %1 damaged and %2; the damaged "
+                                       "file is kept.")
+                            .arg(m_path, instead));
+    m_content = *std::move(content);
+    m_hasRead = true;
 }
 
 void SettingsFile::change(const std::vector<Change>& changes) {

@@ -12,8 +12,9 @@ namespace vorq {
 ///
 /// Every write first reads the file again, so that two programs of the user change different keys
 /// without losing each other's. Members that are neither text, truth nor number are kept as they
-/// stand and read as nothing. A damaged file reads as empty and is kept beside the new one as
-/// "<name>.damaged-<number>" before it is replaced. What goes wrong is said once on standard error.
+/// stand and read as nothing. A damaged file leaves what was read before as it is, and is kept
+/// beside the new one as "<name>.damaged-<number>" before it is replaced. What goes wrong is said
+/// once on standard error.
 class SettingsFile final : public Defaults {
   public:
     /// The file and its folder need not exist yet.
@@ -48,6 +49,7 @@ class SettingsFile final : public Defaults {
     Content m_content;
     // Changes that could not be written stand over what the file says.
     std::vector<Change> m_unwritten;
+    bool m_hasRead = false;
     bool m_damaged = false;
     bool m_unreadable = false;
     bool m_isErased = false;
