@@ -48,10 +48,15 @@ AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::connectStatusItem() {
     StatusItem* item = &m_ports.statusItem;
-    connect(item, &StatusItem::menuWillOpen, this, &AppDelegate::refreshPermissions);
+    connect(item, &StatusItem::menuWillOpen, this, [this] {
+        emit m_notifications.vorqStatusMenuChanged(true);
+        refreshPermissions();
+    });
     connect(item, &StatusItem::accessibilityChosen, this, &AppDelegate::openAccessibilityFromMenu);
-    connect(item, &StatusItem::menuDidClose, this,
-            [this] { emit m_notifications.vorqSuppressPanelOutsideClose(false); });
+    connect(item, &StatusItem::menuDidClose, this, [this] {
+        emit m_notifications.vorqStatusMenuChanged(false);
+        emit m_notifications.vorqSuppressPanelOutsideClose(false);
+    });
     connect(item, &StatusItem::showVorqChosen, this, &AppDelegate::showPanel);
     connect(item, &StatusItem::clearChatChosen, this, &AppDelegate::clearChat);
     connect(item, &StatusItem::signOutChosen, this, &AppDelegate::signOut);

@@ -60,6 +60,8 @@ PanelWindowController::PanelWindowController(const Platform& platform, PanelWind
     const ShellNotifications* notifications = &platform.notifications;
     connect(notifications, &ShellNotifications::vorqSuppressPanelOutsideClose, this,
             &PanelWindowController::setSuppressOutsideClose);
+    connect(notifications, &ShellNotifications::vorqStatusMenuChanged, this,
+            [this](bool isOpen) { m_isStatusMenuOpen = isOpen; });
     connect(notifications, &ShellNotifications::vorqHidePanel, this, &PanelWindowController::hide);
     if (const std::optional<Screen> screen = screenOfWork()) placeOn(*screen, false);
 }
@@ -132,7 +134,7 @@ void PanelWindowController::pressedSomewhere(const ScreenPress& press) {
     forget(m_platform.clock, m_barPressTimer);
     m_barPressTimer = m_platform.clock.after(statusItemDelay, [this, press] {
         m_barPressTimer.reset();
-        hideIfClickIsOutsidePanel(press);
+        if (!m_isStatusMenuOpen) hideIfClickIsOutsidePanel(press);
     });
 }
 

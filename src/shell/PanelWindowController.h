@@ -87,6 +87,7 @@ class PanelWindowController final : public QObject, public PanelPresence, privat
     QPointF m_clampOffset;
     bool m_isVisible = false;
     bool m_suppressOutsideClose = false;
+    bool m_isStatusMenuOpen = false;
     /// The foreign window that last had the keyboard.
     std::optional<Workspace::WindowId> m_source;
     std::optional<Clock::TimerId> m_focusTimer;

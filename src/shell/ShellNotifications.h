@@ -25,6 +25,9 @@ class ShellNotifications final : public QObject {
     void vorqOpenLibrary();
     /// While on, a click outside leaves the panel up.
     void vorqSuppressPanelOutsideClose(bool suppress);
+    /// The menu of the status item has come up or gone. A bar that draws it need not tell of its
+    /// end.
+    void vorqStatusMenuChanged(bool isOpen);
     /// The panel has begun or ended to be dragged from one dock to another.
     void vorqPanelDockDragChanged(bool isDragging);
     void vorqClearChatGlyphIBeam();

@@ -107,6 +107,16 @@ TEST_F(LaunchTest, PermissionsAreReadAnewWhenTheMenuOpens) {
     EXPECT_EQ(state().permissions().textCapturePermission(), PermissionState::Granted);
 }
 
+TEST_F(LaunchTest, TheMenuIsToldOfWhileItIsOpen) {
+    launch();
+    const QSignalSpy menu(&m_delegate.notifications(), &ShellNotifications::vorqStatusMenuChanged);
+    emit m_statusItem.menuWillOpen();
+    emit m_statusItem.menuDidClose();
+    ASSERT_EQ(menu.count(), 2);
+    EXPECT_EQ(menu[0][0], true);
+    EXPECT_EQ(menu[1][0], false);
+}
+
 TEST_F(LaunchTest, ChoosingAccessibilityOpensItAndDropsTheAdviceOnceItIsGranted) {
     launch();
     ScriptedPermissionProbe probe;

@@ -255,6 +255,23 @@ TEST_F(OutsideClickTest, OnABarWaitsForOurStatusItemToAnswer) {
     EXPECT_TRUE(m_controller->isPanelVisible());
 }
 
+TEST_F(OutsideClickTest, OnABarThatOpensOurMenuDoesNothing) {
+    clickAt(m_outside, PressedSurface::ForeignBar);
+    emit m_notifications.vorqStatusMenuChanged(true);
+    m_clock.advance(1s);
+    EXPECT_TRUE(m_controller->isPanelVisible());
+    emit m_notifications.vorqStatusMenuChanged(false);
+    clickAt(m_outside, PressedSurface::ForeignBar);
+    m_clock.advance(1s);
+    EXPECT_FALSE(m_controller->isPanelVisible());
+}
+
+TEST_F(OutsideClickTest, ElsewhereHidesAlsoWhereTheEndOfOurMenuWasNotTold) {
+    emit m_notifications.vorqStatusMenuChanged(true);
+    clickAt(m_outside);
+    EXPECT_FALSE(m_controller->isPanelVisible());
+}
+
 TEST_F(OutsideClickTest, OnABarHidesWhenNothingComesOfIt) {
     clickAt(m_outside, PressedSurface::ForeignBar);
     m_clock.advance(249ms);

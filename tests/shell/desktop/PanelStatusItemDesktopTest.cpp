@@ -52,7 +52,7 @@ TEST_F(PanelStatusItemDesktop, AClickOnTheBarBesideItClosesThePanelALittleLater)
 TEST_F(PanelStatusItemDesktop, AClickOnTheBarThatOpensOurMenuKeepsThePanelUp) {
     showPanel();
     m_session.click({600, 1060});
-    m_notifications.vorqSuppressPanelOutsideClose(true);
+    m_notifications.vorqStatusMenuChanged(true);
     letSettle(600ms);
     EXPECT_TRUE(m_controller.isPanelVisible());
 }
