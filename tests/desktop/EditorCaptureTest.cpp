@@ -144,6 +144,26 @@ TEST(PasswordCapture, NeverReadsAPasswordOfAnEditor) {
     EXPECT_FALSE(field->setSelectedText("anders"));
 }
 
+// Toolkits complain of a program that asks for what an element has not got.
+TEST(EditorLog, HoldsNoComplaintOfUs) {
+    DesktopSession session;
+    const auto accessibility = connected();
+    DesktopProgram& editor =
+        session.start("mousepad", "mousepad", {session.write("document.txt", text.toUtf8())});
+    const DesktopSession::Window window = session.waitForWindow("mousepad");
+    session.activate(window);
+    const CaptureSource source{
+        .accessibility = *accessibility, .process = session.processOf(window), .stop = {}};
+    DesktopSession::waitUntil("the whole text", [&] {
+        const AccessibleElementPtr element = accessibility->focusedElement(source.process, {});
+        return element && element->value() == text;
+    });
+
+    EXPECT_EQ(selectionOwningElement(source), nullptr);
+    DesktopSession::waitUntil("the log", [turns = 0]() mutable { return ++turns > 20; });
+    EXPECT_THAT(editor.output().toStdString(), testing::Not(testing::HasSubstr("CRITICAL")));
+}
+
 INSTANTIATE_TEST_SUITE_P(
     , EditorCapture,
     testing::Values(Editor{.name = "mousepad", .open = openMousepad},

@@ -143,16 +143,21 @@ std::optional<AtSpiRef> AtSpiApplications::choose(const std::vector<AtSpiRef>& c
                                                   const std::stop_token& stop) {
     const std::size_t count = candidates.size();
     const AtSpiBus::Messages replies = m_bus.call(
-        joined(callsFor(candidates, atspi::states), callsFor(candidates, atspi::selectionCount)),
-        stop);
+        joined(callsFor(candidates, atspi::states), callsFor(candidates, atspi::interfaces)), stop);
+    const auto hasText = [&](std::size_t i) { return atspi::offersText(replies[count + i]); };
+    AtSpiBus::Messages calls;
+    for (std::size_t i = 0; i < count; ++i)
+        if (hasText(i)) calls.push_back(atspi::selectionCount(candidates[i]));
+    const AtSpiBus::Messages selections = m_bus.call(calls, stop);
     std::optional<AtSpiRef> best;
     int bestRank = 0;
+    std::size_t text = 0;
     for (std::size_t i = 0; i < count; ++i) {
+        const auto selected = hasText(i) ? atspi::integerIn(selections[text++]) : std::nullopt;
         const auto states = atspi::statesIn(replies[i]);
         if (!states) continue;
-        const auto selections = atspi::integerIn(replies[count + i]);
-        const int rank = (atspi::has(*states, atspi::State::Focused) ? 4 : 1) +
-                         (selections ? 1 : 0) + (selections.value_or(0) > 0 ? 1 : 0);
+        const int rank = (atspi::has(*states, atspi::State::Focused) ? 4 : 1) + (selected ? 1 : 0) +
+                         (selected.value_or(0) > 0 ? 1 : 0);
         if (rank <= bestRank) continue;
         best = candidates[i];
         bestRank = rank;

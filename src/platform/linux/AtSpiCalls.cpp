@@ -2,7 +2,7 @@
 
 #include <QDBusArgument>
 #include <QDBusVariant>
-#include <QMap>
+#include <QStringList>
 
 #include <array>
 
@@ -11,6 +11,7 @@ namespace {
 
 const auto accessible = QStringLiteral("org.a11y.atspi.Accessible");
 const auto textInterface = QStringLiteral("org.a11y.atspi.Text");
+const auto hypertext = QStringLiteral("org.a11y.atspi.Hypertext");
 const auto editable = QStringLiteral("org.a11y.atspi.EditableText");
 const auto rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
 
@@ -46,6 +47,10 @@ AtSpiRef refOf(const QDBusArgument& argument) {
     argument >> service >> path;
     argument.endStructure();
     return {service, path.path()};
+}
+
+QStringList namesIn(const QDBusMessage& reply) {
+    return isOf(reply, "as") ? reply.arguments().constFirst().toStringList() : QStringList();
 }
 
 std::optional<QVariant> propertyIn(const QDBusMessage& reply) {
@@ -97,6 +102,10 @@ QDBusMessage interfaces(const AtSpiRef& element) {
 
 QDBusMessage role(const AtSpiRef& element) {
     return callOf(element, accessible, "GetRole");
+}
+
+QDBusMessage attributes(const AtSpiRef& element) {
+    return callOf(element, accessible, "GetAttributes");
 }
 
 QDBusMessage focusedBelow(const AtSpiRef& element) {
@@ -173,13 +182,13 @@ QDBusMessage insertText(const AtSpiRef& element, std::int32_t at, const QString&
 }
 
 QDBusMessage linkIndex(const AtSpiRef& element, std::int32_t offset) {
-    QDBusMessage call = callOf(element, QStringLiteral("org.a11y.atspi.Hypertext"), "GetLinkIndex");
+    QDBusMessage call = callOf(element, hypertext, "GetLinkIndex");
     call << offset;
     return call;
 }
 
 QDBusMessage link(const AtSpiRef& element, std::int32_t index) {
-    QDBusMessage call = callOf(element, QStringLiteral("org.a11y.atspi.Hypertext"), "GetLink");
+    QDBusMessage call = callOf(element, hypertext, "GetLink");
     call << index;
     return call;
 }
@@ -236,9 +245,20 @@ std::optional<QString> textIn(const QDBusMessage& reply) {
     return reply.arguments().constFirst().toString();
 }
 
-std::optional<QStringList> namesIn(const QDBusMessage& reply) {
-    if (!isOf(reply, "as")) return std::nullopt;
-    return reply.arguments().constFirst().toStringList();
+bool offersText(const QDBusMessage& reply) {
+    return namesIn(reply).contains(textInterface);
+}
+
+bool offersLinks(const QDBusMessage& reply) {
+    return namesIn(reply).contains(hypertext);
+}
+
+QMap<QString, QString> attributesIn(const QDBusMessage& reply) {
+    if (!isOf(reply, "a{ss}")) return {};
+    const QDBusArgument argument = argumentOf(reply);
+    QMap<QString, QString> attributes;
+    argument >> attributes;
+    return attributes;
 }
 
 bool truthIn(const QDBusMessage& reply) {

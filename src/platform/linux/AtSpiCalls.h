@@ -3,9 +3,9 @@
 #include "platform/linux/AtSpiFocusOrder.h"
 
 #include <QDBusMessage>
+#include <QMap>
 #include <QRectF>
 #include <QString>
-#include <QStringList>
 
 #include <cstdint>
 #include <optional>
@@ -39,6 +39,8 @@ enum class Role : std::uint32_t {
 [[nodiscard]] QDBusMessage states(const AtSpiRef& element);
 [[nodiscard]] QDBusMessage interfaces(const AtSpiRef& element);
 [[nodiscard]] QDBusMessage role(const AtSpiRef& element);
+/// How a page sets the element, and the like.
+[[nodiscard]] QDBusMessage attributes(const AtSpiRef& element);
 /// All that has the focus below an element, for those that can search.
 [[nodiscard]] QDBusMessage focusedBelow(const AtSpiRef& element);
 /// In the screen's coordinates, or what the toolkit takes for them.
@@ -77,7 +79,11 @@ struct Span {
 [[nodiscard]] std::optional<std::uint32_t> numberIn(const QDBusMessage& reply);
 [[nodiscard]] std::optional<std::int32_t> integerIn(const QDBusMessage& reply);
 [[nodiscard]] std::optional<QString> textIn(const QDBusMessage& reply);
-[[nodiscard]] std::optional<QStringList> namesIn(const QDBusMessage& reply);
+/// Whether the interfaces of an element include those for texts and for the links in them. The
+/// toolkits of many applications complain in their log when an element without is asked.
+[[nodiscard]] bool offersText(const QDBusMessage& reply);
+[[nodiscard]] bool offersLinks(const QDBusMessage& reply);
+[[nodiscard]] QMap<QString, QString> attributesIn(const QDBusMessage& reply);
 [[nodiscard]] bool truthIn(const QDBusMessage& reply);
 /// Both ends in order, and not negative.
 [[nodiscard]] std::optional<Span> spanIn(const QDBusMessage& reply);

@@ -11,16 +11,13 @@ using atspi::Role;
 constexpr QChar objectCharacter(u'\uFFFC');
 constexpr std::int32_t longestText = 4 * 1024 * 1024; // in the toolkit's units
 constexpr std::int32_t mostSelections = 64;
+constexpr std::size_t deepestPage = 24;
 
 constexpr std::array inlineRoles{Role::Link, Role::Static, Role::Label, Role::Image};
 
 bool isInline(const std::optional<std::uint32_t>& role) {
     return std::ranges::any_of(
         inlineRoles, [&](Role known) { return role == static_cast<std::uint32_t>(known); });
-}
-
-bool isPasswordRole(const std::optional<std::uint32_t>& role) {
-    return role == static_cast<std::uint32_t>(Role::PasswordText);
 }
 
 // Puts pieces together; a block begins and ends a line.
@@ -48,19 +45,62 @@ class Lines {
 
 // Keeps a page that contains itself, or is endless, from being read for ever.
 struct AtSpiSelection::Reading {
-    int depth = 0;
+    // Those that are being read, each within the one before it.
+    std::vector<AtSpiRef> within;
     std::size_t objects = 2000;
+
+    [[nodiscard]] bool mayEnter(const AtSpiRef& element, std::size_t parts) const {
+        return within.size() <= deepestPage && parts <= objects &&
+               std::ranges::find(within, element) == within.end();
+    }
 };
+
+std::vector<AtSpiSelection::Object>
+AtSpiSelection::lookAt(const std::vector<AtSpiRef>& elements) const {
+    AtSpiBus::Messages calls;
+    for (const AtSpiRef& element : elements) {
+        calls.push_back(atspi::role(element));
+        calls.push_back(atspi::interfaces(element));
+    }
+    const AtSpiBus::Messages facts = m_bus.call(calls, m_stop);
+    calls.clear();
+    std::vector<Object> objects;
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const QDBusMessage& interfaces = facts[2 * i + 1];
+        objects.push_back({.element = elements[i],
+                           .role = atspi::numberIn(facts[2 * i]),
+                           .hasText = atspi::offersText(interfaces),
+                           .hasLinks = atspi::offersLinks(interfaces),
+                           .selections = std::nullopt});
+        if (objects.back().isReadable()) calls.push_back(atspi::selectionCount(elements[i]));
+    }
+    const AtSpiBus::Messages counts = m_bus.call(calls, m_stop);
+    std::size_t next = 0;
+    for (Object& object : objects)
+        if (object.isReadable()) object.selections = atspi::integerIn(counts[next++]);
+    return objects;
+}
+
+// What does not tell its role may be a password.
+bool AtSpiSelection::Object::isReadable() const {
+    return hasText && role && !isPassword();
+}
+
+bool AtSpiSelection::Object::isPassword() const {
+    return role == static_cast<std::uint32_t>(Role::PasswordText);
+}
 
 std::optional<std::vector<AtSpiSelection::Span>>
 AtSpiSelection::spans(const AtSpiRef& element) const {
-    const AtSpiBus::Messages replies =
-        m_bus.call({atspi::role(element), atspi::selectionCount(element)}, m_stop);
-    const auto count = atspi::integerIn(replies[1]);
-    if (!count) return std::nullopt;
-    if (isPasswordRole(atspi::numberIn(replies[0]))) return std::vector<Span>();
-    std::vector<Span> spans = spansOf(element, *count);
-    if (m_toolkit.splitsParagraphs && !spans.empty() && hasSelectedSibling(element))
+    return spansOf(lookAt({element}).front());
+}
+
+std::optional<std::vector<AtSpiSelection::Span>>
+AtSpiSelection::spansOf(const Object& object) const {
+    if (object.hasText && object.isPassword()) return std::vector<Span>();
+    if (!object.selections) return std::nullopt;
+    std::vector<Span> spans = selectedParts(object);
+    if (m_toolkit.splitsParagraphs && !spans.empty() && hasSelectedSibling(object.element))
         return std::nullopt;
     return spans;
 }
@@ -68,20 +108,17 @@ AtSpiSelection::spans(const AtSpiRef& element) const {
 bool AtSpiSelection::hasSelectedSibling(const AtSpiRef& element) const {
     const auto parent = atspi::propertyRefIn(m_bus.call(atspi::parent(element), m_stop));
     if (!parent) return false;
-    const auto siblings = atspi::refsIn(m_bus.call(atspi::children(*parent), m_stop));
-    AtSpiBus::Messages calls;
-    for (const AtSpiRef& sibling : siblings.value_or(std::vector<AtSpiRef>()))
-        if (sibling != element) calls.push_back(atspi::selectionCount(sibling));
-    return std::ranges::any_of(m_bus.call(calls, m_stop), [](const QDBusMessage& reply) {
-        return atspi::integerIn(reply).value_or(0) > 0;
-    });
+    auto siblings = atspi::refsIn(m_bus.call(atspi::children(*parent), m_stop))
+                        .value_or(std::vector<AtSpiRef>());
+    std::erase(siblings, element);
+    return std::ranges::any_of(
+        lookAt(siblings), [](const Object& sibling) { return sibling.selections.value_or(0) > 0; });
 }
 
-std::vector<AtSpiSelection::Span> AtSpiSelection::spansOf(const AtSpiRef& element,
-                                                          std::int32_t count) const {
+std::vector<AtSpiSelection::Span> AtSpiSelection::selectedParts(const Object& object) const {
     AtSpiBus::Messages calls;
-    for (std::int32_t i = 0; i < std::min(count, mostSelections); ++i)
-        calls.push_back(atspi::selection(element, i));
+    for (std::int32_t i = 0; i < std::min(object.selections.value_or(0), mostSelections); ++i)
+        calls.push_back(atspi::selection(object.element, i));
     std::vector<Span> spans;
     for (const QDBusMessage& reply : m_bus.call(calls, m_stop))
         if (const auto span = atspi::spanIn(reply); span && span->start < span->end)
@@ -90,61 +127,62 @@ std::vector<AtSpiSelection::Span> AtSpiSelection::spansOf(const AtSpiRef& elemen
 }
 
 std::optional<QString> AtSpiSelection::selectedText(const AtSpiRef& element) const {
-    const auto selected = spans(element);
+    const Object object = lookAt({element}).front();
+    const auto selected = spansOf(object);
     if (!selected) return std::nullopt;
     Reading reading;
     Lines lines;
     for (const Span& span : *selected)
-        lines.addBlock(composed(element, span, reading));
+        lines.addBlock(composed(object, span, reading));
     return m_stop.stop_requested() ? std::nullopt : std::optional(lines.text());
 }
 
 std::optional<QString> AtSpiSelection::plainText(const AtSpiRef& element, Span span) const {
-    if (isPassword(element)) return std::nullopt;
+    if (!lookAt({element}).front().isReadable()) return std::nullopt;
     const auto raw = rawText(element, span);
     return raw ? std::optional(withoutMarks(*raw, m_toolkit)) : std::nullopt;
 }
 
 std::optional<QString> AtSpiSelection::value(const AtSpiRef& element) const {
+    if (!lookAt({element}).front().isReadable()) return std::nullopt;
     const auto count = atspi::propertyIntegerIn(m_bus.call(atspi::characterCount(element), m_stop));
-    if (!count) return std::nullopt;
-    return plainText(element, {.start = 0, .end = *count});
-}
-
-bool AtSpiSelection::isPassword(const AtSpiRef& element) const {
-    const auto role = atspi::numberIn(m_bus.call(atspi::role(element), m_stop));
-    return !role || isPasswordRole(role);
+    const auto raw = count ? rawText(element, {.start = 0, .end = *count}) : std::nullopt;
+    return raw ? std::optional(withoutMarks(*raw, m_toolkit)) : std::nullopt;
 }
 
 std::optional<QString> AtSpiSelection::rawText(const AtSpiRef& element, Span span) const {
-    if (span.end - span.start > longestText) return std::nullopt;
-    return atspi::textIn(m_bus.call(atspi::text(element, span.start, span.end), m_stop));
+    const std::int32_t length = span.end - span.start;
+    if (length > longestText) return std::nullopt;
+    if (length <= 0) return QString();
+    auto text = atspi::textIn(m_bus.call(atspi::text(element, span.start, span.end), m_stop));
+    // A character is two units at most, and so it is with marks.
+    if (text && text->size() > qsizetype{2} * length) return std::nullopt;
+    return text;
 }
 
-QString AtSpiSelection::composed(const AtSpiRef& element, Span span, Reading& reading) const {
-    const QString raw = rawText(element, span).value_or(QString());
+QString AtSpiSelection::composed(const Object& object, Span span, Reading& reading) const {
+    const QString raw = rawText(object.element, span).value_or(QString());
     const std::vector<std::int32_t> offsets = objectOffsets(raw, span.start);
-    if (offsets.empty() || reading.depth > 24 || offsets.size() > reading.objects)
+    if (offsets.empty() || !object.hasLinks || !reading.mayEnter(object.element, offsets.size()))
         return withoutMarks(raw, m_toolkit);
     reading.objects -= offsets.size();
-    ++reading.depth;
-    const auto objects = objectsAt(element, offsets);
+    reading.within.push_back(object.element);
+    const std::vector<Object> parts = objectsAt(object.element, offsets);
     Lines lines;
     qsizetype from = 0;
-    for (const auto& object : objects) {
+    for (const Object& part : parts) {
         const qsizetype at = raw.indexOf(objectCharacter, from);
         lines.add(withoutMarks(raw.sliced(from, at - from), m_toolkit));
         from = at + 1;
-        if (!object) continue;
         const bool isAtEdge = at == 0 || at == raw.size() - 1;
-        const QString text = textOf(*object, isAtEdge, reading);
-        if (isInline(object->role))
+        const QString text = textOf(part, isAtEdge, reading);
+        if (!part.role || isInline(part.role))
             lines.add(text);
         else
             lines.addBlock(text);
     }
     lines.add(withoutMarks(raw.sliced(from), m_toolkit));
-    --reading.depth;
+    reading.within.pop_back();
     return lines.text();
 }
 
@@ -162,8 +200,9 @@ std::vector<std::int32_t> AtSpiSelection::objectOffsets(QStringView raw, std::in
     return offsets;
 }
 
-std::vector<std::optional<AtSpiSelection::Object>>
+std::vector<AtSpiSelection::Object>
 AtSpiSelection::objectsAt(const AtSpiRef& element, const std::vector<std::int32_t>& offsets) const {
+    const AtSpiRef nowhere = {element.service, QStringLiteral("/org/a11y/atspi/null")};
     AtSpiBus::Messages calls;
     for (const std::int32_t offset : offsets)
         calls.push_back(atspi::linkIndex(element, offset));
@@ -171,40 +210,25 @@ AtSpiSelection::objectsAt(const AtSpiRef& element, const std::vector<std::int32_
     for (std::size_t i = 0; i < calls.size(); ++i)
         calls[i] = atspi::link(element, atspi::integerIn(indices[i]).value_or(-1));
     const AtSpiBus::Messages links = m_bus.call(calls, m_stop);
-    const AtSpiRef nowhere = {element.service, QStringLiteral("/org/a11y/atspi/null")};
     for (std::size_t i = 0; i < calls.size(); ++i)
         calls[i] = atspi::linkedObject(atspi::refIn(links[i]).value_or(nowhere));
-    const AtSpiBus::Messages linked = m_bus.call(calls, m_stop);
-    calls.clear();
-    for (const QDBusMessage& reply : linked) {
-        const AtSpiRef ref = atspi::refIn(reply).value_or(nowhere);
-        calls.push_back(atspi::role(ref));
-        calls.push_back(atspi::selectionCount(ref));
-    }
-    const AtSpiBus::Messages facts = m_bus.call(calls, m_stop);
-    std::vector<std::optional<Object>> objects;
-    for (std::size_t i = 0; i < linked.size(); ++i) {
-        const auto ref = atspi::refIn(linked[i]);
-        objects.push_back(
-            ref ? std::optional(Object{.element = *ref,
-                                       .role = atspi::numberIn(facts[2 * i]),
-                                       .selections = atspi::integerIn(facts[2 * i + 1])})
-                : std::nullopt);
-    }
-    return objects;
+    std::vector<AtSpiRef> refs;
+    for (const QDBusMessage& reply : m_bus.call(calls, m_stop))
+        refs.push_back(atspi::refIn(reply).value_or(nowhere));
+    return lookAt(refs);
 }
 
 QString AtSpiSelection::textOf(const Object& object, bool isAtEdge, Reading& reading) const {
-    if (!object.selections || !object.role || isPasswordRole(object.role)) return {};
+    if (!object.selections) return {};
     Lines lines;
-    for (const Span& span : spansOf(object.element, *object.selections))
-        lines.addBlock(composed(object.element, span, reading));
+    for (const Span& span : selectedParts(object))
+        lines.addBlock(composed(object, span, reading));
     // Within a selection, an object that tells of no part of it is selected as a whole; at its end
     // the selection may merely touch it.
     if (*object.selections > 0 || isAtEdge) return lines.text();
     const auto count =
         atspi::propertyIntegerIn(m_bus.call(atspi::characterCount(object.element), m_stop));
-    return composed(object.element, {.start = 0, .end = count.value_or(0)}, reading);
+    return composed(object, {.start = 0, .end = count.value_or(0)}, reading);
 }
 
 } // namespace vorq

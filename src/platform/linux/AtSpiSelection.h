@@ -35,24 +35,30 @@ class AtSpiSelection {
     [[nodiscard]] std::optional<QString> plainText(const AtSpiRef& element, Span span) const;
     [[nodiscard]] std::optional<QString> value(const AtSpiRef& element) const;
 
-    [[nodiscard]] bool isPassword(const AtSpiRef& element) const;
-
   private:
     struct Reading;
     struct Object {
         AtSpiRef element;
         std::optional<std::uint32_t> role;
+        bool hasText = false;
+        bool hasLinks = false;
+        // Nothing for what is not readable.
         std::optional<std::int32_t> selections;
+
+        [[nodiscard]] bool isReadable() const;
+        [[nodiscard]] bool isPassword() const;
     };
 
+    [[nodiscard]] std::vector<Object> lookAt(const std::vector<AtSpiRef>& elements) const;
+    [[nodiscard]] std::vector<Span> selectedParts(const Object& object) const;
     [[nodiscard]] bool hasSelectedSibling(const AtSpiRef& element) const;
     [[nodiscard]] std::optional<QString> rawText(const AtSpiRef& element, Span span) const;
-    [[nodiscard]] std::vector<Span> spansOf(const AtSpiRef& element, std::int32_t count) const;
-    [[nodiscard]] std::vector<std::optional<Object>>
-    objectsAt(const AtSpiRef& element, const std::vector<std::int32_t>& offsets) const;
+    [[nodiscard]] std::optional<std::vector<Span>> spansOf(const Object& object) const;
+    [[nodiscard]] std::vector<Object> objectsAt(const AtSpiRef& element,
+                                                const std::vector<std::int32_t>& offsets) const;
     [[nodiscard]] std::vector<std::int32_t> objectOffsets(QStringView raw,
                                                           std::int32_t start) const;
-    [[nodiscard]] QString composed(const AtSpiRef& element, Span span, Reading& reading) const;
+    [[nodiscard]] QString composed(const Object& object, Span span, Reading& reading) const;
     [[nodiscard]] QString textOf(const Object& object, bool isAtEdge, Reading& reading) const;
 
     AtSpiBus& m_bus;

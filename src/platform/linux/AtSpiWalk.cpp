@@ -3,6 +3,7 @@
 #include "platform/linux/AtSpiCalls.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vorq {
@@ -28,23 +29,28 @@ const AtSpiWalk::Facts& AtSpiWalk::facts(const AtSpiRef& element) {
 void AtSpiWalk::lookAt(const std::vector<AtSpiRef>& elements) {
     AtSpiBus::Messages calls;
     for (const AtSpiRef& element : elements) {
-        calls.push_back(atspi::selectionCount(element));
+        calls.push_back(atspi::interfaces(element));
         calls.push_back(atspi::states(element));
     }
     const AtSpiBus::Messages replies = m_bus.call(calls, m_stop);
     calls.clear();
+    std::vector<AtSpiRef> texts;
     std::vector<AtSpiRef> parents;
     for (std::size_t i = 0; i < elements.size(); ++i) {
-        m_facts[elements[i]].selections = atspi::integerIn(replies[2 * i]);
+        m_facts[elements[i]] = {};
+        if (atspi::offersText(replies[2 * i])) texts.push_back(elements[i]);
         const auto states = atspi::statesIn(replies[2 * i + 1]);
         // A sheet would list millions of cells.
-        if (!states || atspi::has(*states, atspi::State::ManagesDescendants)) continue;
-        parents.push_back(elements[i]);
-        calls.push_back(atspi::children(elements[i]));
+        if (states && !atspi::has(*states, atspi::State::ManagesDescendants))
+            parents.push_back(elements[i]);
     }
-    const AtSpiBus::Messages children = m_bus.call(calls, m_stop);
+    std::ranges::transform(texts, std::back_inserter(calls), atspi::selectionCount);
+    std::ranges::transform(parents, std::back_inserter(calls), atspi::children);
+    const AtSpiBus::Messages answers = m_bus.call(calls, m_stop);
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        m_facts[texts[i]].selections = atspi::integerIn(answers[i]);
     for (std::size_t i = 0; i < parents.size(); ++i)
-        m_facts[parents[i]].children = atspi::refsIn(children[i]);
+        m_facts[parents[i]].children = atspi::refsIn(answers[texts.size() + i]);
 }
 
 } // namespace vorq

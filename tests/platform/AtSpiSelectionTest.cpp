@@ -1,0 +1,171 @@
+#include "platform/linux/AtSpiSelection.h"
+
+#include "platform/FakeAccessibleTree.h"
+#include "platform/PrivateBus.h"
+#include "platform/linux/AtSpiApplications.h"
+#include "platform/linux/AtSpiWalk.h"
+
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <future>
+#include <limits>
+
+namespace vorq {
+namespace {
+
+using testing::IsEmpty;
+using testing::Optional;
+
+constexpr auto password = static_cast<std::uint32_t>(atspi::Role::PasswordText);
+constexpr int farthest = std::numeric_limits<int>::max();
+
+class AtSpiSelectionTest : public testing::Test {
+  protected:
+    AtSpiSelectionTest() {
+        m_server.registerVirtualObject("/", &tree, QDBusConnection::SubPath);
+        m_server.registerService("org.a11y.Bus");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return bus.isOn(); }));
+    }
+
+    // Asks from another thread, since the application answers on this one.
+    template<typename Question>
+    auto told(Question question) {
+        auto answer = std::async(std::launch::async, question);
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready; },
+            20'000));
+        return answer.get();
+    }
+
+    [[nodiscard]] AtSpiRef at(const QString& path) const { return {m_server.baseService(), path}; }
+    [[nodiscard]] std::optional<QString> selected(const QString& path) {
+        return told([&] { return AtSpiSelection(bus, toolkit, {}).selectedText(at(path)); });
+    }
+    [[nodiscard]] std::optional<QString> value(const QString& path) {
+        return told([&] { return AtSpiSelection(bus, toolkit, {}).value(at(path)); });
+    }
+
+    FakeElement& element(const QString& path) { return tree.elements[path]; }
+    // A text of one selected stretch.
+    FakeElement& textOf(const QString& path, const QString& text, int start, int end) {
+        FakeElement& one = element(path);
+        one.text = text;
+        one.selections = {{start, end}};
+        return one;
+    }
+    // A text all of which is selected.
+    FakeElement& whole(const QString& path, const QString& text) {
+        return textOf(path, text, 0, static_cast<int>(text.size()));
+    }
+
+    PrivateBus m_bus;
+    FakeAccessibleTree tree{m_bus.address()};
+    QDBusConnection m_server = m_bus.connection("accessible-tree");
+    AtSpiBus bus{m_bus.address()};
+    AtSpiToolkit toolkit = atSpiToolkit(u"Gecko", u"Firefox");
+};
+
+TEST_F(AtSpiSelectionTest, ReadsWhatIsSelected) {
+    textOf("/one", "some words", 5, 10);
+    EXPECT_THAT(selected("/one"), Optional(QString("words")));
+    EXPECT_THAT(value("/one"), Optional(QString("some words")));
+}
+
+// Toolkits complain in the log of the application when they are asked for a text that is not there.
+TEST_F(AtSpiSelectionTest, AsksOnlyElementsWithTextForTheirs) {
+    element("/button").hasText = false;
+    EXPECT_EQ(selected("/button"), std::nullopt);
+    EXPECT_EQ(value("/button"), std::nullopt);
+    EXPECT_THAT(tree.misplaced(), IsEmpty());
+}
+
+TEST_F(AtSpiSelectionTest, AWalkAsksOnlyElementsWithTextForTheirs) {
+    element("/window").hasText = false;
+    element("/window").children = QStringList{"/button", "/text"};
+    element("/button").hasText = false;
+    whole("/text", "words");
+    const auto selections = told([&] {
+        AtSpiWalk walk(bus, {});
+        (void)walk.facts(at("/window"));
+        walk.announce(at("/button"));
+        walk.announce(at("/text"));
+        return std::vector{walk.facts(at("/button")).selections,
+                           walk.facts(at("/text")).selections};
+    });
+    EXPECT_THAT(selections, testing::ElementsAre(std::nullopt, Optional(1)));
+    EXPECT_THAT(tree.misplaced(), IsEmpty());
+}
+
+TEST_F(AtSpiSelectionTest, NeverAsksForTheTextOfAPassword) {
+    whole("/word", "secret").role = password;
+    EXPECT_THAT(selected("/word"), Optional(QString()));
+    EXPECT_EQ(value("/word"), std::nullopt);
+    EXPECT_THAT(tree.calls(), testing::Not(testing::Contains(QString("/word.GetText"))));
+}
+
+TEST_F(AtSpiSelectionTest, DoesNotReadWhatMayBeAPassword) {
+    whole("/word", "secret").role = password;
+    tree.instead = [](const QDBusMessage& call) {
+        return call.member() == "GetRole" ? call.createErrorReply(QDBusError::InternalError, "busy")
+                                          : QDBusMessage();
+    };
+    EXPECT_EQ(selected("/word"), std::nullopt);
+    EXPECT_EQ(value("/word"), std::nullopt);
+    EXPECT_THAT(tree.calls(), testing::Not(testing::Contains(QString("/word.GetText"))));
+}
+
+TEST_F(AtSpiSelectionTest, ReadsAPageThroughItsObjects) {
+    whole("/page", QStringLiteral("\uFFFC\uFFFC")).links = QStringList{"/first", "/second"};
+    textOf("/first", "one two", 4, 7);
+    textOf("/second", "three", 0, 5);
+    EXPECT_THAT(selected("/page"), Optional(QString("two\nthree")));
+}
+
+TEST_F(AtSpiSelectionTest, SurvivesOffsetsThatMakeNoSense) {
+    for (const auto& [start, end] : std::vector<std::pair<int, int>>{
+             {-5, 3}, {3, -1}, {0, farthest}, {farthest, farthest}, {farthest - 1, farthest}}) {
+        textOf("/one", "abc", start, end);
+        EXPECT_EQ(selected("/one").value_or(""), "") << start << ' ' << end;
+    }
+    textOf("/one", "abc", 3, 1);
+    EXPECT_THAT(selected("/one"), Optional(QString("bc"))) << "the ends may be swapped";
+}
+
+TEST_F(AtSpiSelectionTest, SurvivesAPageThatContainsItself) {
+    whole("/page", QStringLiteral("a\uFFFCb\uFFFCc")).links = QStringList{"/page", "/page"};
+    const QString text = selected("/page").value_or("");
+    EXPECT_THAT(text.toStdString(), testing::StartsWith("a"));
+    EXPECT_LT(text.size(), 100'000);
+}
+
+TEST_F(AtSpiSelectionTest, TakesNoMoreTextThanItAskedFor) {
+    whole("/one", "abc");
+    tree.instead = [](const QDBusMessage& call) {
+        return call.member() == "GetText" ? call.createReply(QString(10'000'000, u'x'))
+                                          : QDBusMessage();
+    };
+    EXPECT_EQ(selected("/one").value_or(""), "");
+}
+
+TEST_F(AtSpiSelectionTest, TakesEachErrorAndEachWrongFormForNothing) {
+    whole("/one", QStringLiteral("a\uFFFC")).links = QStringList{"/one"};
+    for (const QString& member :
+         {"GetRole", "GetInterfaces", "GetAttributes", "GetNSelections", "GetSelection", "GetText",
+          "GetLinkIndex", "GetLink", "GetObject", "Get"}) {
+        for (int kind = 0; kind < 3; ++kind) {
+            tree.instead = [&](const QDBusMessage& call) {
+                if (call.member() != member) return QDBusMessage();
+                if (kind == 0) return call.createErrorReply(QDBusError::NoMemory, "none");
+                return kind == 1 ? call.createReply() : call.createReply(QVariant(7.5));
+            };
+            EXPECT_LT(selected("/one").value_or("").size(), 100'000) << member.toStdString();
+            (void)value("/one");
+        }
+    }
+}
+
+} // namespace
+} // namespace vorq
