@@ -3,6 +3,7 @@
 #include "app/DesktopCapture.h"
 #include "app/DesktopPanel.h"
 #include "app/LinuxPermissionProbe.h"
+#include "app/PanelRenderer.h"
 #include "platform/linux/X11Screens.h"
 #include "shell/DeferredPanel.h"
 #include "ui/UiContext.h"
@@ -20,6 +21,7 @@ struct SharedParts {
 } // namespace
 
 DesktopParts standardParts() {
+    chooseRenderer();
     prepareUi();
     const auto shared = std::make_shared<SharedParts>();
     return {.makeCapture =

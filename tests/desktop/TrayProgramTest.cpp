@@ -226,5 +226,36 @@ TEST_F(TrayProgramTest, WithoutAccessibilityTheCommandSaysWhatIsMissing) {
     EXPECT_THAT(alone.output, HasSubstr("There is no session bus"));
 }
 
+class RendererTest : public TrayProgramTest {
+  protected:
+    // Shows the panel, so that all that draws it is loaded, and gives the libraries.
+    std::string librariesOf(DesktopProgram& vorq) {
+        waitFor(vorq, "clear-chat hotkey.");
+        m_session.key({"super+shift+a"});
+        EXPECT_NE(m_session.waitForWindow("vorq"), 0U);
+        QFile maps(QStringLiteral("/proc/%1/maps").arg(vorq.process()));
+        return maps.open(QIODevice::ReadOnly) ? maps.readAll().toStdString() : std::string();
+    }
+
+    static inline const std::string notice =
+        "Vorq: there is no graphics processor to draw with, so OpenGL is not used.";
+    static inline const std::string openGl = "_dri.so";
+};
+
+// The session says that there is none, on whatever machine it runs.
+TEST_F(RendererTest, WithoutAGraphicsProcessorOpenGlIsNotLoaded) {
+    DesktopProgram& vorq = start();
+    EXPECT_THAT(librariesOf(vorq), AllOf(HasSubstr("libQt6Quick"), Not(HasSubstr(openGl))));
+    EXPECT_THAT(vorq.output().toStdString(), HasSubstr(notice));
+}
+
+TEST_F(RendererTest, TheUserMayHaveOpenGlAllTheSame) {
+    QProcessEnvironment openGlWanted;
+    openGlWanted.insert("QSG_RHI_BACKEND", "opengl");
+    DesktopProgram& vorq = start({"--background"}, openGlWanted);
+    EXPECT_THAT(librariesOf(vorq), HasSubstr(openGl));
+    EXPECT_THAT(vorq.output().toStdString(), Not(HasSubstr(notice)));
+}
+
 } // namespace
 } // namespace vorq::desktop
