@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
         const vorq::desktop::DesktopSession session;
         qputenv("QT_QPA_PLATFORM", "xcb");
         // Pixels to a point.
-        qputenv("QT_SCALE_FACTOR", argc > 1 ? argv[1] : "1.5");
+        qputenv("QT_SCALE_FACTOR", argc > 1 ? argv[1] : "1");
         qputenv("LIBGL_ALWAYS_SOFTWARE", "1");
         qputenv("QSG_RHI_BACKEND", "opengl");
         const QGuiApplication application(argc, argv);

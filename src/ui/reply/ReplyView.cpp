@@ -147,22 +147,21 @@ void ReplyView::placeCanvas() {
     const double end = m_isGrowing ? stepAbove(height) : std::ceil(height);
     const QRectF strip(0, from, width(),
                        std::min(end, stepAbove(m_viewTop + m_viewHeight + overscan)) - from);
-    if (strip == QRectF(m_canvas->position(), m_canvas->size())) return;
-    m_canvas->setPosition(strip.topLeft());
-    m_canvas->setSize(strip.size());
-    m_canvas->repaint();
+    polish();
+    if (strip == m_canvas->strip()) return;
+    m_canvas->setStrip(strip);
     findCode();
 }
 
 void ReplyView::findCode() {
     QVariantList rects;
     int above = 0;
-    const double bottom = m_canvas->y() + m_canvas->height();
+    const double bottom = m_canvas->strip().bottom();
     for (int row = 0; row < m_layout.count() && m_layout.isSet(row); ++row) {
         if (m_layout.kind(row) != AssistantReplyDocument::Kind::Code) continue;
         const QRectF rect = m_layout.blockRect(row);
         if (rect.top() > bottom) break;
-        if (rect.bottom() >= m_canvas->y())
+        if (rect.bottom() >= m_canvas->strip().top())
             rects += rect;
         else
             ++above;
@@ -187,8 +186,9 @@ double ReplyView::arrivalOpacity() const {
     return m_arrivingFrom < 0 ? 1.0 : m_arrival.currentValue().toDouble();
 }
 
+// Before each frame for which the reply may have moved; where it is, is settled only then.
 void ReplyView::updatePolish() {
-    layOutNow();
+    m_canvas->align();
 }
 
 bool ReplyView::beginsWithCode() const {
