@@ -3,24 +3,75 @@
 #include "ui/native/ShadowImage.h"
 
 #include <QQuickWindow>
-#include <QSGNinePatchNode>
+#include <QSGImageNode>
 
+#include <array>
+#include <cmath>
 #include <memory>
 
 namespace vorq {
 namespace {
 
-// A graphics card takes the nearest pixel, so that there must be one for each of the screen. What
-// the processor draws takes as many points of a corner as the picture has pixels, and smooths them.
-double pixelsToAPoint(const QQuickWindow& window) {
-    const bool isDrawnByProcessor =
-        window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
-    return isDrawnByProcessor ? 1 : window.effectiveDevicePixelRatio();
+// Of the lines between the slices, along one side.
+using Lines = std::array<double, 4>;
+
+Lines linesOf(double length, double corner) {
+    return {0, corner, length - corner, length};
 }
 
-} // namespace
+// From one point of a scene to another, in whole pixels of the screen.
+double wholePixels(double from, double to, double scale) {
+    return std::round(to * scale) - std::round(from * scale);
+}
 
-// A BorderImage would do, but draws its corners apart where a point is one and a half pixels.
+// A picture in nine slices without the one in the middle, which lies under the plate. A BorderImage
+// or a QSGNinePatchNode would do, but neither keeps to the pixels of the screen: where a point is
+// no whole number of them, they draw the corners apart, and the processor leaves seams.
+class ShadowNode final : public QSGNode {
+  public:
+    explicit ShadowNode(QQuickWindow& window) {
+        for (QSGImageNode*& slice : m_slices) {
+            slice = window.createImageNode();
+            slice->setFiltering(QSGTexture::Nearest);
+            appendChildNode(slice);
+        }
+    }
+
+    void setPicture(std::unique_ptr<QSGTexture> picture) {
+        for (QSGImageNode* slice : m_slices)
+            slice->setTexture(picture.get());
+        m_picture = std::move(picture);
+    }
+
+    // The frame is in pixels of the screen, its place seen from the item.
+    void place(const QRectF& frame, double scale) {
+        const double side = m_picture->textureSize().width();
+        const double corner = std::floor((side - 1) / 2);
+        const Lines from = linesOf(side, corner);
+        const Lines xs = linesOf(frame.width(), corner);
+        const Lines ys = linesOf(frame.height(), corner);
+        for (std::size_t index = 0; index < m_slices.size(); ++index) {
+            const std::size_t place = index < middle ? index : index + 1;
+            const std::size_t row = place / 3;
+            const std::size_t column = place % 3;
+            const auto cell = [=](const Lines& across, const Lines& down) {
+                return QRectF(QPointF(across[column], down[row]),
+                              QPointF(across[column + 1], down[row + 1]));
+            };
+            const QRectF onScreen = cell(xs, ys).translated(frame.topLeft());
+            m_slices[index]->setSourceRect(cell(from, from));
+            m_slices[index]->setRect(QRectF(onScreen.topLeft() / scale, onScreen.size() / scale));
+        }
+    }
+
+  private:
+    static constexpr std::size_t middle = 4;
+
+    std::array<QSGImageNode*, 8> m_slices{};
+    std::unique_ptr<QSGTexture> m_picture;
+};
+
+} // namespace
 
 ShadowPlate::ShadowPlate(QQuickItem* parent) : QQuickItem(parent) {
     setFlag(ItemHasContents);
@@ -50,21 +101,23 @@ QSGNode* ShadowPlate::updatePaintNode(QSGNode* former, UpdatePaintNodeData*) {
     if (m_edge <= 0 || width() < 2 * corner || height() < 2 * corner) return nullptr;
     // A window that is hidden gives its nodes up.
     if (!owned) {
-        owned.reset(window()->createNinePatchNode());
+        owned = std::make_unique<ShadowNode>(*window());
         m_isShapeNew = true;
     }
-    auto* node = static_cast<QSGNinePatchNode*>(owned.get());
-    const double scale = pixelsToAPoint(*window());
+    auto* node = static_cast<ShadowNode*>(owned.get());
+    const double scale = window()->effectiveDevicePixelRatio();
     if (m_isShapeNew) {
         const QImage image = shadowImage(
             {.radius = m_radius, .edge = m_edge, .margin = m_margin, .layers = m_layers}, scale);
-        node->setTexture(window()->createTextureFromImage(image));
+        node->setPicture(std::unique_ptr<QSGTexture>(window()->createTextureFromImage(image)));
     }
     m_isShapeNew = false;
-    node->setBounds(boundingRect());
-    node->setDevicePixelRatio(scale);
-    node->setPadding(corner, corner, corner, corner);
-    node->update();
+    const QRectF inScene = mapRectToScene(boundingRect());
+    const QPointF start = inScene.topLeft() * scale;
+    const QPointF whole(std::round(start.x()), std::round(start.y()));
+    node->place(QRectF(whole - start, QSizeF(wholePixels(inScene.left(), inScene.right(), scale),
+                                             wholePixels(inScene.top(), inScene.bottom(), scale))),
+                scale);
     return owned.release();
 }
 
