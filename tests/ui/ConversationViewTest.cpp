@@ -97,6 +97,34 @@ TEST_F(ConversationViewTest, WhatTheUserSendsIsShownFromAnywhere) {
     EXPECT_NEAR(y(), bottom(), 2);
 }
 
+TEST_F(ConversationViewTest, APromptAndItsPlaceholderAreShownFromAnywhere) {
+    stage.answer(QString(samples::leaves).repeated(3));
+    stage.show();
+    stage.settle(400);
+    wheel(360);
+    ASSERT_FALSE(follows());
+    stage.panel->setPrompt("A new question");
+    stage.panel->send();
+    stage.settle(600);
+    EXPECT_TRUE(follows());
+    EXPECT_NEAR(y(), bottom(), 2);
+}
+
+TEST_F(ConversationViewTest, AConversationThatBeginsAnewIsFollowed) {
+    stage.answer(QString(samples::leaves).repeated(3));
+    stage.show();
+    stage.settle(400);
+    wheel(360);
+    ASSERT_FALSE(follows());
+    stage.state->panel().clearPanelChat();
+    stage.settle(100);
+    EXPECT_TRUE(follows());
+    const QUuid id = stage.answer("Start.", true);
+    stage.grow(id, QString(samples::leaves).repeated(3));
+    stage.settle(500);
+    EXPECT_NEAR(y(), bottom(), 2);
+}
+
 TEST_F(ConversationViewTest, AnAnswerDoesNotTearTheReaderAway) {
     stage.answer(QString(samples::leaves).repeated(3));
     stage.show();

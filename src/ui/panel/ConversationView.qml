@@ -28,6 +28,7 @@ ListView {
     property bool follows: true
     property bool isResizing: false
     property bool isOpened: false // what was there before the list opened does not glide in
+    property bool userSpoke: false // and is taken to what they said
     readonly property bool isAtEnd: contentY >= bottomY - endSlack
 
     model: panel.messages
@@ -95,11 +96,10 @@ ListView {
     onCountChanged: arrival.start()
 
     function messageCame() {
-        const last = panel.messages.index(count - 1, 0)
-        // What the user sends takes them to it from wherever they are.
         const restored = panel.isRestoringHistory
-        if (count > 0 && (restored || follows || panel.messages.data(last, Qt.UserRole + 2) === "user"))
+        if (count > 0 && (restored || follows || userSpoke))
             jumpToEnd(isOpened && !restored)
+        userSpoke = false
         isOpened = true
         if (restored)
             panel.historyRestored()
@@ -110,6 +110,23 @@ ListView {
         keepUp()
     }
 
+    // A placeholder comes right after what the user sends, which is not the last message then.
+    Connections {
+        target: list.panel.messages
+        function onRowsInserted(parent, first, last) {
+            for (let row = first; row <= last; ++row)
+                if (list.panel.messages.data(list.panel.messages.index(row, 0), Qt.UserRole + 2) === "user")
+                    list.userSpoke = true
+        }
+        // A conversation that begins anew is followed again.
+        function onRowsRemoved() {
+            if (list.panel.messages.rowCount() === 0)
+                list.follows = true
+        }
+        function onModelReset() {
+            list.follows = true
+        }
+    }
     // Once its item has a height.
     Timer {
         id: arrival
