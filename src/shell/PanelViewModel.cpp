@@ -172,6 +172,8 @@ void PanelViewModel::submitLabel(const QString& label) {
     if (!mayTalk()) return bounce();
     m_lastPrompt = label;
     m_state.panel().submit(label);
+    // The labels go once one of them is chosen.
+    emit focusPromptWanted();
 }
 
 void PanelViewModel::stopPanelResponse() {

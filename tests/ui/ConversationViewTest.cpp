@@ -344,6 +344,53 @@ TEST_F(ConversationViewTest, ALabelOfAFollowUpIsSent) {
     EXPECT_TRUE(stage.findAll("Pill").isEmpty());
 }
 
+class KeyboardTest : public ConversationViewTest {
+  protected:
+    KeyboardTest() {
+        stage.answer(QString(samples::leaves).repeated(2), false,
+                     VorqFollowUp{"Which part?", {"Explain the green gap", "Quiz me"}});
+        stage.show();
+        stage.settle(500);
+    }
+
+    void click(QQuickItem* item) {
+        QTest::mouseClick(stage.window.get(), Qt::LeftButton, {},
+                          item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
+        stage.settle(100);
+    }
+    [[nodiscard]] bool composerHasIt() {
+        const QQuickItem* holder = stage.window->activeFocusItem();
+        return holder && holder->inherits("QQuickTextEdit") &&
+               !holder->property("readOnly").toBool();
+    }
+    void pressSpaceOn(QQuickItem* item) {
+        item->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyClick(stage.window.get(), Qt::Key_Space);
+        stage.settle(400);
+    }
+};
+
+TEST_F(KeyboardTest, AClickOnAButtonLeavesItWithTheComposer) {
+    ASSERT_TRUE(composerHasIt());
+    wheel(360);
+    click(stage.find("JumpToLatest"));
+    EXPECT_TRUE(composerHasIt()) << "after the way back to the end";
+    stage.settle(400);
+    click(stage.find("Pill"));
+    EXPECT_TRUE(composerHasIt()) << "after a label";
+    EXPECT_EQ(stage.state->panel().messages().messages()[1].text, "Explain the green gap");
+}
+
+TEST_F(KeyboardTest, AButtonThatGoesHandsItToTheComposer) {
+    pressSpaceOn(stage.find("Pill"));
+    EXPECT_EQ(stage.state->panel().messages().messages()[1].text, "Explain the green gap");
+    EXPECT_TRUE(composerHasIt()) << "after a label";
+    wheel(360);
+    ASSERT_TRUE(stage.find("JumpToLatest")->isVisible());
+    pressSpaceOn(stage.find("JumpToLatest"));
+    EXPECT_TRUE(composerHasIt()) << "after the way back to the end";
+}
+
 TEST_F(ConversationViewTest, APlaceholderSaysHowFarItIs) {
     stage.work();
     stage.show();

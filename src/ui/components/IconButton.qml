@@ -28,7 +28,7 @@ T.AbstractButton {
     implicitWidth: size
     implicitHeight: size
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: help

@@ -18,7 +18,7 @@ T.AbstractButton {
     implicitHeight: size
     implicitWidth: label.width + 2 * sidePadding
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.onPressAction: pill.clicked()

@@ -22,7 +22,7 @@ T.AbstractButton {
     implicitWidth: label.implicitWidth + 2 * sidePadding
     implicitHeight: size
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: help

@@ -111,7 +111,7 @@ FocusScope {
             }
             IconButton {
                 id: sender
-                // With a draft the button sends, which queues it behind the running reply.
+                // A draft goes out by Enter meanwhile, and queues behind the running reply.
                 readonly property bool stops: composer.panel.isResponding
 
                 anchors.right: parent.right

@@ -16,7 +16,7 @@ T.AbstractButton {
 
     implicitHeight: detail !== "" ? 52 : 44
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: Qt.TabFocus
     text: title
     Accessible.role: Accessible.CheckBox
     Accessible.name: title

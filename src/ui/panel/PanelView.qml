@@ -64,7 +64,12 @@ FocusScope {
         x: (parent.width - width) / 2
         y: composer.y - height - view.edge
         wanted: !list.follows && !list.isAtEnd && !view.panel.showAttachTray
-        onClicked: list.jumpToEnd(true)
+        onClicked: {
+            list.jumpToEnd(true)
+            // It goes, and must not take the keyboard with it.
+            if (activeFocus)
+                view.focusPrompt()
+        }
     }
     DeepenPill {
         selection: view.panel.selection

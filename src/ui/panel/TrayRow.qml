@@ -19,7 +19,7 @@ T.AbstractButton {
 
     implicitHeight: sub !== "" ? 52 : 44
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: help
