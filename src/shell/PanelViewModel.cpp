@@ -21,7 +21,10 @@ QCoro::Task<> resetLater(QPointer<PanelViewModel> self, Clock& clock, std::funct
 } // namespace
 
 PanelViewModel::PanelViewModel(VorqAppState& state, Clock& clock)
-    : m_state(state), m_clock(clock), m_attachableNotes(state, m_attachments) {
+    : m_state(state),
+      m_clock(clock),
+      m_attachableNotes(state, m_attachments),
+      m_announcer(state.panel().messages()) {
     m_selection.setOnDeepen([this](const QString& excerpt) { addDeepenSelection(excerpt); });
     m_prompt = m_state.panelDraft().text();
     connectState();
@@ -36,6 +39,7 @@ void PanelViewModel::connectState() {
             [this](const QString& title) {
                 setNotice(tr("%1: there is no text to attach.").arg(title));
             });
+    connect(&m_announcer, &PanelAnnouncer::announced, this, &PanelViewModel::announced);
     connect(&m_state, &VorqAppState::promptPlaceholderChanged, this,
             &PanelViewModel::promptPlaceholderChanged);
     connect(&m_state.panel(), &PanelConversation::stateChanged, this,
@@ -123,6 +127,7 @@ void PanelViewModel::setNotice(const QString& sentence) {
     if (m_notice == sentence) return;
     m_notice = sentence;
     emit noticeChanged();
+    if (!sentence.isEmpty()) emit announced(sentence);
 }
 
 void PanelViewModel::bounce() {

@@ -2,6 +2,7 @@
 
 #include "shell/AttachableNotes.h"
 #include "shell/AttachmentList.h"
+#include "shell/PanelAnnouncer.h"
 #include "shell/PanelSelectionBridge.h"
 #include "support/TaskSlot.h"
 
@@ -115,6 +116,9 @@ class PanelViewModel final : public QObject {
     void promptBounceChanged();
     void noticeChanged();
 
+    /// What a screen reader should say.
+    void announced(const QString& sentence);
+
     /// The user tried to send without an account: the tray should call attention.
     void attentionWanted(bool signedIn);
     /// The draft has gone out.
@@ -140,6 +144,7 @@ class PanelViewModel final : public QObject {
     AttachmentList m_attachments;
     AttachableNotes m_attachableNotes;
     PanelSelectionBridge m_selection;
+    PanelAnnouncer m_announcer;
     QString m_prompt;
     QString m_lastPrompt;
     QString m_notice;

@@ -209,6 +209,43 @@ TEST_F(PanelViewModelTest, WhileAReplyRunsADraftQueues) {
     EXPECT_EQ(model().prompt(), "three");
 }
 
+TEST_F(PanelViewModelTest, WhatBecomesOfAPromptIsAnnounced) {
+    QSignalSpy announced(&model(), &PanelViewModel::announced);
+    model().setPrompt("Hello there");
+    model().send();
+    m_clock.settle();
+    ASSERT_EQ(announced.count(), 1);
+    EXPECT_EQ(announced[0][0].toString(), "Working...");
+    VorqMessage reply = messages().back();
+    reply.isWorking = false;
+    reply.isTyping = true;
+    reply.text = "**Leaves**";
+    state().panel().messages().update(reply);
+    EXPECT_EQ(announced.count(), 1) << "not what is growing";
+    reply.isTyping = false;
+    reply.text = "**Leaves**\n\nThey are *green*.";
+    state().panel().messages().update(reply);
+    ASSERT_EQ(announced.count(), 2);
+    EXPECT_EQ(announced[1][0].toString(), "Leaves\nThey are green.");
+    reply.followUp = VorqFollowUp{"Why?", {"Because"}};
+    state().panel().messages().update(reply);
+    EXPECT_EQ(announced.count(), 2) << "each reply once";
+}
+
+TEST_F(PanelViewModelTest, AGreetingAndANoticeThatGoesAreNotAnnounced) {
+    QSignalSpy announced(&model(), &PanelViewModel::announced);
+    model().ensurePanelGreeting();
+    m_clock.advance(5s);
+    EXPECT_EQ(announced.count(), 0);
+    signOut();
+    model().setPrompt("a");
+    model().send();
+    ASSERT_EQ(announced.count(), 1);
+    EXPECT_EQ(announced[0][0].toString(), model().notice());
+    model().setPrompt("ab");
+    EXPECT_EQ(announced.count(), 1);
+}
+
 TEST_F(PanelViewModelTest, TheLastPromptComesBackIntoAnEmptyDraft) {
     EXPECT_FALSE(model().recallLastPrompt());
     model().setPrompt(" one ");

@@ -6,6 +6,7 @@ import Vorq
 T.ScrollBar {
     id: scroller
 
+    required property string scrolls // what it is said to do
     property bool shown: false
     readonly property int thickness: 6
     readonly property real restOpacity: 0.28
@@ -17,7 +18,7 @@ T.ScrollBar {
     opacity: shown || pressed ? 1 : 0
     visible: opacity > 0 && size < 1
     Accessible.role: Accessible.ScrollBar
-    Accessible.name: qsTr("Scroll the conversation")
+    Accessible.name: scrolls
 
     Behavior on opacity {
         NumberAnimation { duration: Motion.hover; easing.type: Easing.OutQuad }

@@ -75,8 +75,7 @@ Item {
         container: reply.container
         activeFocusOnTab: true
         onLinkActivated: address => App.panel.openLink(address)
-        Accessible.role: Accessible.StaticText
-        Accessible.name: reply.message
+        Accessible.role: Accessible.StaticText // which is what makes it an element; it tells the rest itself
 
         FocusRing {
             visible: blocks.activeFocus && !hover.hovered

@@ -138,6 +138,7 @@ Glass {
                 onActiveFocusChanged: if (activeFocus) list.positionViewAtIndex(index, ListView.Contain)
             }
             T.ScrollBar.vertical: Scroller {
+                scrolls: qsTr("Scroll the notes")
                 shown: listHover.hovered && list.interactive
             }
             HoverHandler {

@@ -176,6 +176,7 @@ ListView {
 
     T.ScrollBar.vertical: Scroller {
         id: scroller
+        scrolls: qsTr("Scroll the conversation")
         shown: lock.isScrollerHovered && list.bottomY > list.topY
     }
     ScrollLock {

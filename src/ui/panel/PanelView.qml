@@ -112,6 +112,9 @@ FocusScope {
         focus: true
         panel: view.panel
     }
+    Announcer {
+        panel: view.panel
+    }
     // Files, or a picture that another program hands over without a file.
     DropArea {
         anchors.fill: parent

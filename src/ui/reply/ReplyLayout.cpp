@@ -127,9 +127,7 @@ QRectF ReplyLayout::firstLineRect(const ReplyRange& range) const {
 
 QRectF ReplyLayout::cursorRect(const ReplyPosition& position) const {
     if (position.block >= count()) return {};
-    return at(position.block)
-        .layout->cursorRect(position.offset)
-        .translated(0, at(position.block).y);
+    return layoutOf(position.block).cursorRect(position.offset).translated(0, at(position.block).y);
 }
 
 QString ReplyLayout::linkAt(QPointF point) const {
@@ -150,6 +148,23 @@ QString ReplyLayout::text(const ReplyRange& range) const {
 ReplyPosition ReplyLayout::end() const {
     if (m_entries.empty()) return {};
     return {count() - 1, layoutOf(count() - 1).plainText().size()};
+}
+
+qsizetype ReplyLayout::offsetOf(const ReplyPosition& position) const {
+    qsizetype offset = position.offset;
+    for (int row = 0; row < position.block && row < count(); ++row)
+        offset += layoutOf(row).plainText().size() + 1;
+    return offset;
+}
+
+ReplyPosition ReplyLayout::positionOf(qsizetype offset) const {
+    qsizetype left = std::max<qsizetype>(0, offset);
+    for (int row = 0; row < count(); ++row) {
+        const qsizetype length = layoutOf(row).plainText().size();
+        if (left <= length) return {row, left};
+        left -= length + 1;
+    }
+    return end();
 }
 
 bool ReplyLayout::scrollAt(QPointF point, double dx) {

@@ -69,6 +69,10 @@ class ReplyLayout {
     [[nodiscard]] QString linkAt(QPointF point) const;
     [[nodiscard]] QString text(const ReplyRange& range) const;
     [[nodiscard]] ReplyPosition end() const;
+    /// The UTF-16 units of the whole text before a position, and the other way round. An offset
+    /// beyond the text is its end.
+    [[nodiscard]] qsizetype offsetOf(const ReplyPosition& position) const;
+    [[nodiscard]] ReplyPosition positionOf(qsizetype offset) const;
     [[nodiscard]] BlockRange within(int row, const ReplyRange& range) const;
     bool scrollAt(QPointF point, double dx);
 

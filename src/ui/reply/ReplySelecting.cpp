@@ -1,5 +1,6 @@
 // How the user selects in a reply, by mouse and by keys.
 
+#include "ui/reply/ReplyAccessible.h"
 #include "ui/reply/ReplyCanvas.h"
 #include "ui/reply/ReplyView.h"
 
@@ -62,6 +63,7 @@ void ReplyView::selectionMoved() {
     }
     watchClicks(hasSelection());
     m_canvas->repaint();
+    ReplyAccessible::selectionMoved(*this);
     emit selectionChanged();
 }
 

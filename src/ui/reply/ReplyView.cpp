@@ -1,5 +1,6 @@
 #include "ui/reply/ReplyView.h"
 
+#include "ui/reply/ReplyAccessible.h"
 #include "ui/reply/ReplyCanvas.h"
 
 #include <QClipboard>
@@ -31,6 +32,7 @@ ReplyView::ReplyView(QQuickItem* parent) : QQuickItem(parent), m_canvas(new Repl
     setAcceptedMouseButtons(Qt::LeftButton);
     setAcceptHoverEvents(true);
     setFlag(ItemIsFocusScope, false);
+    ReplyAccessible::install();
     m_more.setSingleShot(true);
     m_more.setInterval(0);
     connect(&m_more, &QTimer::timeout, this, &ReplyView::layOutNow);

@@ -62,6 +62,8 @@ class ReplyView : public QQuickItem, public SelectableText {
     [[nodiscard]] bool hasSelection() const { return !selection().isEmpty(); }
     [[nodiscard]] const ReplyLayout& layout() const { return m_layout; }
     [[nodiscard]] ReplyRange selection() const;
+    /// The end of the selection that moves, also while nothing is selected.
+    [[nodiscard]] ReplyPosition cursor() const { return m_cursor; }
     [[nodiscard]] double arrivalOpacity() const;
 
     void setRaw(const QString& raw);
