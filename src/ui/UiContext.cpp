@@ -19,6 +19,7 @@ constexpr const char* contextProperty = "vorqUiContext";
 } // namespace
 
 void prepareUi() {
+    Fonts::preferColourEmoji();
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
 }
 

@@ -1,6 +1,9 @@
 #include "ui/native/Fonts.h"
 #include "ui/reply/ReplyLayout.h"
 
+#include <QGlyphRun>
+#include <QRawFont>
+
 #include <gmock/gmock.h>
 
 namespace vorq {
@@ -169,6 +172,28 @@ TEST(ReplyLayout, CodeThatIsTooWideMovesSideways) {
     EXPECT_EQ(layout.cursorRect({0, 0}).left(), ReplyStyle::platePadding);
     ReplyLayout narrow = laidOut("```\nx\n```");
     EXPECT_FALSE(narrow.scrollAt({20, 20}, 50));
+}
+
+TEST(ReplyLayout, ATabInCodeIsAsWideAsFourCharacters) {
+    const ReplyLayout layout = laidOut("```\nabcdx\n\tx\na\tx\n```");
+    const auto x = [&](qsizetype offset) { return layout.cursorRect({0, offset}).left(); };
+    EXPECT_NEAR(x(7), x(4), 0.5);
+    EXPECT_NEAR(x(11), x(4), 0.5);
+}
+
+TEST(ReplyLayout, EmojiAreDrawnInColour) {
+    for (const QFont& font : {Fonts::sans(14.5, QFont::Medium), Fonts::mono(12.5, QFont::Normal)}) {
+        QTextLayout text(QString::fromUtf8("a😀👍🏽"), font);
+        text.beginLayout();
+        text.createLine();
+        text.endLayout();
+        QStringList families;
+        for (const QGlyphRun& run : text.glyphRuns())
+            if (!run.rawFont().familyName().startsWith(font.family()))
+                families += run.rawFont().familyName();
+        families.removeDuplicates();
+        EXPECT_EQ(families.join(", "), "Noto Color Emoji");
+    }
 }
 
 TEST(ReplyLayout, AWideTableStaysWithinTheReply) {

@@ -21,6 +21,12 @@ QString installed(const QString& family, QFontDatabase::SystemFont otherwise) {
 
 } // namespace
 
+void preferColourEmoji() {
+    const QString emoji = QStringLiteral("Noto Color Emoji");
+    for (const char* family : {"Inter", "Inter Display", "JetBrains Mono"})
+        QFont::insertSubstitution(QString::fromLatin1(family), emoji);
+}
+
 double points(double pixels) {
     const QScreen* screen = QGuiApplication::primaryScreen();
     const double density = screen ? screen->logicalDotsPerInch() : defaultDotsPerInch;

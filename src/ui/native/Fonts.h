@@ -9,6 +9,9 @@ namespace vorq::Fonts {
 [[nodiscard]] QFont sans(double pixels, QFont::Weight weight);
 [[nodiscard]] QFont mono(double pixels, QFont::Weight weight);
 
+/// Emoji are drawn in colour, also those that other fonts have as line drawings.
+void preferColourEmoji();
+
 /// The size in points, since a size in pixels knows no fractions.
 [[nodiscard]] double points(double pixels);
 

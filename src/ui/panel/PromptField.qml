@@ -53,6 +53,7 @@ Flickable {
         activeFocusOnTab: true
         textFormat: TextEdit.PlainText
         wrapMode: TextEdit.Wrap
+        tabStopDistance: Theme.tabStop
         font.family: Theme.sans
         font.pointSize: Theme.points(Theme.bodySize)
         font.weight: Font.Medium

@@ -76,6 +76,7 @@ Item {
                 selectionColor: Theme.selection
                 selectedTextColor: Theme.userInk
                 wrapMode: TextEdit.Wrap
+                tabStopDistance: Theme.tabStop
                 readOnly: true
                 selectByMouse: true
                 activeFocusOnTab: false

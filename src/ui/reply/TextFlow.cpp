@@ -12,6 +12,7 @@ namespace {
 
 constexpr qsizetype pieceLength = 4096;
 constexpr double unboundedWidth = 1e6;
+constexpr int tabCharacters = 4;
 
 // Lays the lines of a piece under each other; gives their height and widest line.
 struct Lines {
@@ -89,6 +90,7 @@ std::unique_ptr<QTextLayout> TextFlow::shaped(qsizetype start, qsizetype end) co
     option.setWrapMode(m_source.wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere
                                       : QTextOption::NoWrap);
     option.setUseDesignMetrics(true);
+    option.setTabStopDistance(tabCharacters * QFontMetricsF(m_source.font).horizontalAdvance(u'0'));
     layout->setTextOption(option);
     layout->setFormats(formatsWithin(start, end));
     layout->setCacheEnabled(true);

@@ -35,6 +35,7 @@ QtObject {
     readonly property real badgeSize: 11.5
     readonly property real bubbleLeading: 3
     readonly property real captionLeading: 2
+    readonly property real tabStop: 36
 
     // ---- ink
     readonly property color ink: dark ? "#F3F4F8" : "#14161D"
