@@ -1,24 +1,32 @@
 #include "shell/PanelLook.h"
 
 #include "core/AppearanceSettings.h"
+#include "shell/Contrast.h"
 #include "shell/HexColor.h"
+
+#include <algorithm>
 
 namespace vorq {
 namespace {
 
-constexpr double middleGrey = 0.5;
+// The middle of each theme's glass, and its ink.
+const QColor darkGlass(0x20, 0x22, 0x28);
+const QColor lightGlass(0xF7, 0xF8, 0xFB);
+const QColor darkInk(0xF3, 0xF4, 0xF8);
+const QColor lightInk(0x14, 0x16, 0x1D);
+
+// So much of a background covers the glass.
+constexpr float backgroundShare = 0.85F;
+
+const QColor& inkOf(bool isDark) {
+    return isDark ? darkInk : lightInk;
+}
 
 QColor colorOf(const QString& hex) {
     const std::optional<RgbaColor> color = HexColor::rgbaComponents(hex);
     if (!color) return {};
     return QColor::fromRgbF(static_cast<float>(color->red), static_cast<float>(color->green),
                             static_cast<float>(color->blue), static_cast<float>(color->alpha));
-}
-
-QColor inkOn(const QString& hex) {
-    if (!HexColor::rgbaComponents(hex)) return {};
-    const float level = static_cast<float>(HexColor::contrastingForeground(hex));
-    return QColor::fromRgbF(level, level, level);
 }
 
 } // namespace
@@ -28,10 +36,28 @@ PanelLook::PanelLook(AppearanceSettings& settings) : m_settings(settings) {
 }
 
 bool PanelLook::panelIsDark() const {
-    const QString& background = m_settings.panelBackgroundHex();
-    if (HexColor::rgbaComponents(background))
-        return HexColor::contrastingForeground(background) > middleGrey;
-    return m_settings.panelAppearance() == PanelAppearance::Current;
+    const bool isDark = m_settings.panelAppearance() == PanelAppearance::Current;
+    if (!background().isValid()) return isDark;
+    const double inTheme = Contrast::ratio(inkOf(isDark), groundIn(isDark));
+    const double inOther = Contrast::ratio(inkOf(!isDark), groundIn(!isDark));
+    return inTheme >= std::min(inOther, Contrast::readableText) ? isDark : !isDark;
+}
+
+QColor PanelLook::groundIn(bool isDark) const {
+    const QColor glass = isDark ? darkGlass : lightGlass;
+    QColor own = background();
+    if (!own.isValid()) return glass;
+    own.setAlphaF(own.alphaF() * backgroundShare);
+    return Contrast::over(own, glass);
+}
+
+// Where a block lets its ground shine through, the text stands on both.
+QColor PanelLook::inkOn(const QString& hex) const {
+    const QColor block = colorOf(hex);
+    if (!block.isValid()) return {};
+    const QColor seen = Contrast::over(block, ground());
+    const float level = static_cast<float>(HexColor::contrastingForeground(seen.name()));
+    return QColor::fromRgbF(level, level, level);
 }
 
 bool PanelLook::appIsDark() const {
@@ -46,6 +72,9 @@ bool PanelLook::isTinted() const {
 
 QColor PanelLook::background() const {
     return colorOf(m_settings.panelBackgroundHex());
+}
+QColor PanelLook::ground() const {
+    return groundIn(panelIsDark());
 }
 QColor PanelLook::userBlock() const {
     return colorOf(m_settings.panelUserBlockHex());

@@ -20,6 +20,8 @@ class PanelLook final : public QObject {
     Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY changed)
     Q_PROPERTY(vorq::PanelLook::Tier tier READ tier NOTIFY changed)
     Q_PROPERTY(QColor background READ background NOTIFY changed)
+    /// What the panel's sheet comes down to under its background of its own.
+    Q_PROPERTY(QColor ground READ ground NOTIFY changed)
     Q_PROPERTY(QColor userBlock READ userBlock NOTIFY changed)
     Q_PROPERTY(QColor userInk READ userInk NOTIFY changed)
     Q_PROPERTY(QColor assistantBlock READ assistantBlock NOTIFY changed)
@@ -33,13 +35,15 @@ class PanelLook final : public QObject {
     /// The settings must outlive the look.
     explicit PanelLook(AppearanceSettings& settings);
 
-    /// Whether the panel is drawn light on dark: as its theme says, or as its own background needs.
+    /// Whether the panel is drawn light on dark: as its theme says, unless its own background can
+    /// only be read the other way round.
     [[nodiscard]] bool panelIsDark() const;
     [[nodiscard]] bool appIsDark() const;
     [[nodiscard]] bool isTinted() const;
     [[nodiscard]] bool reducesMotion() const { return !m_desktop.allowsAnimations.value_or(true); }
     [[nodiscard]] Tier tier() const { return m_tier; }
     [[nodiscard]] QColor background() const;
+    [[nodiscard]] QColor ground() const;
     [[nodiscard]] QColor userBlock() const;
     [[nodiscard]] QColor userInk() const;
     [[nodiscard]] QColor assistantBlock() const;
@@ -52,6 +56,9 @@ class PanelLook final : public QObject {
     void changed();
 
   private:
+    [[nodiscard]] QColor groundIn(bool isDark) const;
+    [[nodiscard]] QColor inkOn(const QString& hex) const;
+
     AppearanceSettings& m_settings;
     DesktopLook m_desktop;
     Tier m_tier = Tier::NoBlur;

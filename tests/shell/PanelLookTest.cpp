@@ -1,6 +1,7 @@
 #include "shell/PanelLook.h"
 #include "core/AppearanceSettings.h"
 #include "platform/testing/MemoryDefaults.h"
+#include "shell/Contrast.h"
 
 #include <gmock/gmock.h>
 
@@ -33,6 +34,37 @@ TEST_F(PanelLookTest, ABackgroundOfItsOwnDecidesWhatIsDrawnOnIt) {
     EXPECT_TRUE(look.panelIsDark());
     settings.setPanelBackgroundHex("");
     EXPECT_TRUE(look.panelIsDark());
+}
+
+TEST_F(PanelLookTest, OnMiddlingBackgroundsTheInkIsTheOneThatCanBeRead) {
+    for (const char* hex : {"#808080", "#F97316", "#6A6A6A", "#767676", "#00A0A0", "#B03060"}) {
+        for (const PanelAppearance theme : {PanelAppearance::Current, PanelAppearance::White}) {
+            settings.setPanelAppearance(theme);
+            settings.setPanelBackgroundHex(hex);
+            const QColor ink = look.panelIsDark() ? QColor("#F3F4F8") : QColor("#14161D");
+            EXPECT_GE(Contrast::ratio(ink, look.ground()), Contrast::readableText) << hex;
+        }
+    }
+}
+
+TEST_F(PanelLookTest, AFaintBackgroundLeavesTheThemeAsItIs) {
+    settings.setPanelBackgroundHex("#FFFFFF18");
+    EXPECT_TRUE(look.panelIsDark());
+    EXPECT_LT(look.ground().lightness(), 80);
+    settings.setPanelAppearance(PanelAppearance::White);
+    settings.setPanelBackgroundHex("#00000018");
+    EXPECT_FALSE(look.panelIsDark());
+}
+
+TEST_F(PanelLookTest, OnAFaintBlockTheInkIsThatOfItsGround) {
+    settings.setPanelAssistantBlockHex("#FFFFFF20");
+    EXPECT_NEAR(look.assistantInk().redF(), 0.95, 0.01);
+    settings.setPanelAppearance(PanelAppearance::White);
+    EXPECT_NEAR(look.assistantInk().redF(), 0.12, 0.01);
+    settings.setPanelUserBlockHex("#00000020");
+    EXPECT_NEAR(look.userInk().redF(), 0.12, 0.01);
+    settings.setPanelBackgroundHex("#102030");
+    EXPECT_NEAR(look.userInk().redF(), 0.95, 0.01);
 }
 
 TEST_F(PanelLookTest, TheApplicationFollowsTheDesktopUnlessTold) {

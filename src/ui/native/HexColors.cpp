@@ -1,25 +1,10 @@
 #include "ui/native/HexColors.h"
 
+#include "shell/Contrast.h"
 #include "shell/HexColor.h"
 #include "support/Text.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace vorq {
-namespace {
-
-constexpr double readableContrast = 4.5;
-
-double linear(double level) {
-    return level <= 0.04045 ? level / 12.92 : std::pow((level + 0.055) / 1.055, 2.4);
-}
-
-double luminance(double red, double green, double blue) {
-    return 0.2126 * linear(red) + 0.7152 * linear(green) + 0.0722 * linear(blue);
-}
-
-} // namespace
 
 HexEntry HexColors::commit(const QString& draft) {
     if (trimmed(draft).isEmpty()) return {true, {}};
@@ -37,10 +22,14 @@ QColor HexColors::color(const QString& hex) {
 bool HexColors::isLowContrast(const QString& hex) {
     const std::optional<RgbaColor> fill = HexColor::rgbaComponents(hex);
     if (!fill) return false;
-    const double grey = linear(HexColor::contrastingForeground(hex));
-    const double plate = luminance(fill->red, fill->green, fill->blue);
-    const double contrast = (std::max(grey, plate) + 0.05) / (std::min(grey, plate) + 0.05);
-    return contrast < readableContrast;
+    const double grey = HexColor::contrastingForeground(hex);
+    return Contrast::ratio(QColor::fromRgbF(static_cast<float>(grey), static_cast<float>(grey),
+                                            static_cast<float>(grey)),
+                           color(hex)) < Contrast::readableText;
+}
+
+QColor HexColors::readable(const QColor& color, const QColor& ground, const QColor& strongest) {
+    return Contrast::readable(color, ground, strongest);
 }
 
 QString HexColors::hexOf(const QColor& color) {

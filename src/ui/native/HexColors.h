@@ -41,6 +41,11 @@ class HexColors : public QObject {
     /// Whether text in the foreground that the colour gets is hard to read on it.
     Q_INVOKABLE [[nodiscard]] static bool isLowContrast(const QString& hex);
 
+    /// The colour, or as little of the way towards the strongest as makes it readable on the
+    /// ground.
+    Q_INVOKABLE [[nodiscard]] static QColor readable(const QColor& color, const QColor& ground,
+                                                     const QColor& strongest);
+
     Q_INVOKABLE [[nodiscard]] static QString hexOf(const QColor& color);
 };
 

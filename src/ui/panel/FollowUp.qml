@@ -8,7 +8,6 @@ Column {
 
     required property string question
     required property list<string> labels
-    readonly property real labelOpacity: 0.72
     readonly property int sideRoom: 30
 
     signal chosen(string label)
@@ -34,7 +33,7 @@ Column {
             required property string modelData
 
             text: modelData
-            restOpacity: followUp.labelOpacity
+            restOpacity: Theme.labelOpacity
             widest: followUp.width - followUp.sideRoom
             onClicked: followUp.chosen(modelData)
         }

@@ -20,6 +20,11 @@ QtObject {
         return chosen.valid ? chosen : own
     }
 
+    // On a background of the user's own, what would be lost on it comes nearer to the ink.
+    function onGlass(own: color): color {
+        return look.background.valid ? HexColors.readable(own, dark ? Qt.tint(look.ground, fieldFill) : look.ground, ink) : own
+    }
+
     // ---- type
     readonly property string sans: "Inter"
     readonly property string display: "Inter Display"
@@ -39,8 +44,9 @@ QtObject {
 
     // ---- ink
     readonly property color ink: dark ? "#F3F4F8" : "#14161D"
-    readonly property color ink2: dark ? "#BDC1CD" : "#4B5060"
-    readonly property color ink3: dark ? "#A3A8B6" : "#626879"
+    readonly property color ink2: onGlass(dark ? "#BDC1CD" : "#4B5060")
+    readonly property color ink3: onGlass(dark ? "#A3A8B6" : "#626879")
+    readonly property real labelOpacity: look.background.valid ? 1 : 0.72
     readonly property color inkOff: dark ? "#686C79" : "#A3A8B5"
 
     // ---- solid surfaces
@@ -66,7 +72,7 @@ QtObject {
     readonly property color accentHover: dark ? "#4F6AF0" : "#354FD6"
     readonly property color accentDown: dark ? "#3E56CF" : "#2B43BF"
     readonly property color accentOn: "#FFFFFF"
-    readonly property color accentInk: dark ? "#AEBDFF" : "#2E48CC"
+    readonly property color accentInk: onGlass(dark ? "#AEBDFF" : "#2E48CC")
     readonly property color accentSoft: dark ? Qt.rgba(0.42, 0.52, 1, 0.20) : Qt.rgba(0.25, 0.35, 0.90, 0.10)
     readonly property color accentSoft2: dark ? Qt.rgba(0.42, 0.52, 1, 0.27) : Qt.rgba(0.25, 0.35, 0.90, 0.17)
     readonly property color accentRimTop: Qt.rgba(1, 1, 1, 0.28)
@@ -80,10 +86,10 @@ QtObject {
     readonly property color ok: dark ? "#62D394" : "#16703D"
     readonly property color okFill: dark ? "#2C9F5F" : "#2A9556"
     readonly property color okSoft: dark ? Qt.rgba(0.30, 0.78, 0.50, 0.17) : Qt.rgba(0.15, 0.62, 0.34, 0.12)
-    readonly property color warn: dark ? "#FFA65C" : "#A84E08"
+    readonly property color warn: onGlass(dark ? "#FFA65C" : "#A84E08")
     readonly property color warnFill: "#F08A2B"
     readonly property color warnSoft: dark ? Qt.rgba(1, 0.62, 0.30, 0.16) : Qt.rgba(0.94, 0.50, 0.10, 0.13)
-    readonly property color bad: dark ? "#FF8A85" : "#BF2B2B"
+    readonly property color bad: onGlass(dark ? "#FF8A85" : "#BF2B2B")
     readonly property color badFill: dark ? "#E5554F" : "#D53B38"
     readonly property color badSoft: dark ? Qt.rgba(1, 0.38, 0.36, 0.16) : Qt.rgba(0.84, 0.20, 0.20, 0.10)
     readonly property color noteTile: dark ? "#FFC46B" : "#9A5B00"
@@ -107,7 +113,7 @@ QtObject {
     readonly property real glassGrain: dark ? 0.014 : 0.012
 
     function glassOf(own: color, custom: color, alpha: real): color {
-        return withAlpha(custom.valid ? Qt.tint(own, withAlpha(custom, customTintAlpha)) : own, alpha)
+        return withAlpha(custom.valid ? Qt.tint(own, withAlpha(custom, customTintAlpha * custom.a)) : own, alpha)
     }
 
     // ---- what floats over the panel: denser, one step nearer
