@@ -11,12 +11,12 @@ namespace {
 
 const QString share = QStringLiteral("/share");
 const QString systemPrefix = QStringLiteral("/usr");
-const QString entry = QStringLiteral("/applications/com.vorq.desk.desktop");
+const QString desktopEntry = QStringLiteral("/applications/com.vorq.desk.desktop");
 
 const QStringList filesOfPrefix = {QStringLiteral("/bin/vorq"), QStringLiteral("/bin/vorq-gateway"),
                                    QStringLiteral("/lib/systemd/user/vorq.service")};
 const QStringList filesOfData = {
-    entry, QStringLiteral("/metainfo/com.vorq.desk.metainfo.xml"),
+    desktopEntry, QStringLiteral("/metainfo/com.vorq.desk.metainfo.xml"),
     QStringLiteral("/icons/hicolor/scalable/apps/com.vorq.desk.svg"),
     QStringLiteral("/icons/hicolor/symbolic/apps/com.vorq.desk-symbolic.svg"),
     QStringLiteral("/dbus-1/services/com.vorq.desk.service")};
@@ -40,7 +40,7 @@ QStringList XdgInstallation::standardDataFolders() {
 QStringList XdgInstallation::dataFolders() const {
     QStringList all;
     const QString beside = QFileInfo(m_executableFolder).path() + share;
-    if (m_executableFolder.endsWith(QStringLiteral("/bin")) && QFile::exists(beside + entry))
+    if (m_executableFolder.endsWith(QStringLiteral("/bin")) && QFile::exists(beside + desktopEntry))
         all += beside;
     for (const QString& folder : m_dataFolders)
         all += QDir::cleanPath(folder);
