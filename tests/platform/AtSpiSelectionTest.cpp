@@ -48,16 +48,16 @@ class AtSpiSelectionTest : public testing::Test {
         return told([&] { return AtSpiSelection(bus, toolkit, {}).value(at(path)); });
     }
 
-    FakeElement& element(const QString& path) { return tree.elements[path]; }
+    AccessibleNode& element(const QString& path) { return tree.elements[path]; }
     // A text of one selected stretch.
-    FakeElement& textOf(const QString& path, const QString& text, int start, int end) {
-        FakeElement& one = element(path);
+    AccessibleNode& textOf(const QString& path, const QString& text, int start, int end) {
+        AccessibleNode& one = element(path);
         one.text = text;
         one.selections = {{start, end}};
         return one;
     }
     // A text all of which is selected.
-    FakeElement& whole(const QString& path, const QString& text) {
+    AccessibleNode& whole(const QString& path, const QString& text) {
         return textOf(path, text, 0, static_cast<int>(text.size()));
     }
 

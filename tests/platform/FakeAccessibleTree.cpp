@@ -72,7 +72,7 @@ QDBusMessage FakeAccessibleTree::answer(const QDBusMessage& call, const QString&
         return call.createReply(wrapped(true));
     const auto found = elements.find(call.path());
     if (found == elements.end()) return refusal(call);
-    const FakeElement& element = found->second;
+    const AccessibleNode& element = found->second;
     m_calls += call.path() + "." + member;
     if (member == "GetRole") return call.createReply(element.role);
     if (member == "GetState")
@@ -93,7 +93,7 @@ QDBusMessage FakeAccessibleTree::answer(const QDBusMessage& call, const QString&
     return refusal(call);
 }
 
-QDBusMessage FakeAccessibleTree::answerOfText(const QDBusMessage& call, const FakeElement& element,
+QDBusMessage FakeAccessibleTree::answerOfText(const QDBusMessage& call, const AccessibleNode& element,
                                               const QString& service) {
     const QString member = call.member();
     const int first = call.arguments().value(0).toInt();
