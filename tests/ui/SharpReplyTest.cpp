@@ -15,7 +15,7 @@
 namespace vorq {
 namespace {
 
-constexpr int tolerance = 4; // of 255
+constexpr int leeway = 4; // of 255
 constexpr int textWidth = 260;
 constexpr QSize windowSize(320, 240);
 
@@ -70,7 +70,7 @@ TEST_P(SharpReply, LooksAsItIsPaintedWhereverItStands) {
     const QPointF at = GetParam() * scale;
     const QImage shown =
         window.grabWindow().copy(QRect(QPoint(qRound(at.x()), qRound(at.y())), expected.size()));
-    EXPECT_LE(largestDifference(onWhite(shown), expected), tolerance);
+    EXPECT_LE(largestDifference(onWhite(shown), expected), leeway);
 }
 
 INSTANTIATE_TEST_SUITE_P(Places, SharpReply,
