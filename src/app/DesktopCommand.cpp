@@ -1,6 +1,7 @@
 #include "app/DesktopCommand.h"
 
 #include "app/ApplicationService.h"
+#include "app/DeleteProgram.h"
 #include "app/DesktopProgram.h"
 #include "app/RunningInstance.h"
 #include "app/SettleSession.h"
@@ -71,25 +72,37 @@ QString lockPath() {
     return folder + QStringLiteral("/vorq.lock");
 }
 
-int runWithoutBus(ApplicationService& service, const DesktopArguments& arguments,
+struct Ending {
+    int status = 0;
+    bool isToBeDeleted = false;
+};
+
+Ending runProgram(ApplicationService& service, const DesktopArguments& arguments,
                   const VerbSource& source) {
+    DesktopProgram program(service);
+    const int status = program.run(arguments, source);
+    return {status, program.isToBeDeleted()};
+}
+
+Ending runWithoutBus(ApplicationService& service, const DesktopArguments& arguments,
+                     const VerbSource& source) {
     QLockFile lock(lockPath());
     lock.setStaleLockTime(0);
     if (!lock.tryLock() && lock.error() == QLockFile::LockFailedError)
-        return complain(QStringLiteral("Vorq is running already, and without a session bus it "
-                                       "cannot be told anything."));
+        return {complain(QStringLiteral("Vorq is running already, and without a session bus it "
+                                        "cannot be told anything."))};
     Terminal().complain(QStringLiteral("There is no session bus: Vorq runs, but commands and links "
                                        "cannot reach it."));
-    return DesktopProgram(service).run(arguments, source);
+    return runProgram(service, arguments, source);
 }
 
 // Another start may have been faster; then it is the one that runs.
-int runAsInstance(const DesktopArguments& arguments, const VerbSource& source) {
+Ending runAsInstance(const DesktopArguments& arguments, const VerbSource& source) {
     const QDBusConnection bus = QDBusConnection::sessionBus();
     ApplicationService service(bus);
-    if (service.claim()) return DesktopProgram(service).run(arguments, source);
+    if (service.claim()) return runProgram(service, arguments, source);
     if (!bus.isConnected()) return runWithoutBus(service, arguments, source);
-    return statusOf(RunningInstance(bus).handOver(arguments, source));
+    return {statusOf(RunningInstance(bus).handOver(arguments, source))};
 }
 
 } // namespace
@@ -128,9 +141,10 @@ int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments)
     guard.reset();
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Vorq"));
     QGuiApplication::setDesktopFileName(ApplicationService::name);
-    const int status = runAsInstance(arguments, source);
+    const Ending ending = runAsInstance(arguments, source);
     unwindTasks();
-    return status;
+    if (ending.isToBeDeleted) deleteProgram();
+    return ending.status;
 }
 
 } // namespace vorq

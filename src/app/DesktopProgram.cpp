@@ -7,7 +7,6 @@
 #include "shell/StatusGlyphs.h"
 
 #include <QApplication>
-#include <QFileInfo>
 
 #include <utility>
 
@@ -19,11 +18,6 @@ namespace {
 
 constexpr int signalExitBase = 128;
 constexpr Clock::Duration settleLimit = 300ms;
-
-// The user's configuration folder, in which Vorq has one of its own.
-QString configurationFolder(const AppPaths& paths) {
-    return QFileInfo(paths.settingsFolder()).path();
-}
 
 } // namespace
 
@@ -46,7 +40,15 @@ class DesktopProgram::Host final : public ApplicationHost {
 
     void terminate() override { QCoreApplication::quit(); }
 
+    void terminateAndDelete() override {
+        m_isToBeDeleted = true;
+        terminate();
+    }
+
+    [[nodiscard]] bool isToBeDeleted() const { return m_isToBeDeleted; }
+
   private:
+    bool m_isToBeDeleted = false;
     AlertBox m_alerts;
     const TrayStatusItem& m_statusItem;
 };
@@ -79,8 +81,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
                   },
                   {static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid()),
                    ApplicationService::name},
-                  [this] { m_parts.enableTextCapture(); },
-                  {m_loginItem, m_installation, m_paths, m_defaults}}) {
+                  [this] { m_parts.enableTextCapture(); }}) {
     connect(&service, &ApplicationService::activated, &m_delegate,
             &AppDelegate::applicationShouldHandleReopen);
     connect(&service, &ApplicationService::openRequested, &m_delegate,
@@ -90,6 +91,10 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
 }
 
 DesktopProgram::~DesktopProgram() = default;
+
+bool DesktopProgram::isToBeDeleted() const {
+    return m_host->isToBeDeleted();
+}
 
 int DesktopProgram::run(const DesktopArguments& arguments, const VerbSource& source) {
     UnixSignals unixSignals;

@@ -10,7 +10,6 @@
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/X11HotKeys.h"
 #include "platform/linux/X11Workspace.h"
-#include "platform/linux/XdgInstallation.h"
 #include "platform/linux/XdgLoginItem.h"
 #include "platform/linux/XdgPaths.h"
 #include "shell/AppDelegate.h"
@@ -35,6 +34,10 @@ class DesktopProgram final : public QObject {
     /// does. The source is that of the verb.
     int run(const DesktopArguments& arguments, const VerbSource& source);
 
+    /// Whether the user has ended it to have it taken off the machine. That must wait until this
+    /// object is gone.
+    [[nodiscard]] bool isToBeDeleted() const;
+
   private:
     class Host;
 
@@ -46,14 +49,12 @@ class DesktopProgram final : public QObject {
     DesktopParts m_parts;
     SystemClock m_clock;
     XdgPaths m_paths;
-    SettingsFile m_defaults{m_paths.settingsFolder() + QStringLiteral("/settings.json")};
+    SettingsFile m_defaults{settingsPath(m_paths)};
     CurlTransport m_transport{m_clock};
     LinuxNotesBridge m_noteBridge;
     X11Workspace m_workspace;
     X11HotKeys m_hotKeys;
     XdgLoginItem m_loginItem;
-    XdgInstallation m_installation{m_paths.executableFolder(),
-                                   XdgInstallation::standardDataFolders()};
     NoPendingSignIn m_signIn;
     std::unique_ptr<SelectionCapture> m_capture;
     std::unique_ptr<PermissionProbe> m_probe;

@@ -52,7 +52,7 @@ class TerminalApplication {
   private:
     SystemClock m_clock;
     XdgPaths m_paths;
-    SettingsFile m_defaults{m_paths.settingsFolder() + QStringLiteral("/settings.json")};
+    SettingsFile m_defaults{settingsPath(m_paths)};
     CurlTransport m_transport{m_clock};
     NoSelectionCapture m_capture;
     NoNotesBridge m_notes;

@@ -103,6 +103,11 @@ void AppearanceSettings::setPanelGlassStyle(PanelGlassStyle style) {
     emit changed();
 }
 
+void AppearanceSettings::showHex(QString& field, const QString& hex) {
+    field = hex;
+    emit changed();
+}
+
 void AppearanceSettings::setHex(QString& field, const QString& key, const QString& hex) {
     field = hex;
     m_defaults.keepString(key, hex);

@@ -57,6 +57,9 @@ class AppearanceSettings final : public QObject {
     void setPanelBackgroundHex(const QString& hex);
     void setPanelUserBlockHex(const QString& hex);
     void setPanelAssistantBlockHex(const QString& hex);
+    /// Shown for now and not stored: while the user is still choosing.
+    void previewPanelBackgroundHex(const QString& hex) { showHex(m_background, hex); }
+    void previewPanelUserBlockHex(const QString& hex) { showHex(m_userBlock, hex); }
     void resetCustomPanelColors();
 
   signals:
@@ -67,6 +70,7 @@ class AppearanceSettings final : public QObject {
 
   private:
     void restoreBlockColors();
+    void showHex(QString& field, const QString& hex);
     void setHex(QString& field, const QString& key, const QString& hex);
 
     Defaults& m_defaults;

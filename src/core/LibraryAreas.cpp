@@ -44,11 +44,6 @@ void LibraryAreas::watchLibrary() {
     takeInChanges();
 }
 
-void LibraryAreas::leaveFiles() {
-    m_watch.reset();
-    m_store.close();
-}
-
 void LibraryAreas::takeInChanges() {
     m_library.takeInChanges();
     m_tasks.takeInChanges();

@@ -28,9 +28,6 @@ class LibraryAreas final {
     /// with the next save.
     void watchLibrary();
 
-    /// From now on the files are left alone, whatever happens to the lists: they are about to go.
-    void leaveFiles();
-
     [[nodiscard]] LibraryState& library() { return loaded(m_library); }
     [[nodiscard]] HubState& hub() { return loaded(m_hub); }
     [[nodiscard]] TaskState& tasks() { return loaded(m_tasks); }
@@ -49,7 +46,7 @@ class LibraryAreas final {
     [[nodiscard]] bool isInFile(const std::vector<HubAIChat>& chats) const;
 
     Defaults& m_defaults;
-    LibraryStore m_store;
+    const LibraryStore m_store;
     LibraryState m_library;
     HubState m_hub;
     TaskState m_tasks;

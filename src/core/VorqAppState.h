@@ -66,8 +66,6 @@ class VorqAppState final : public QObject {
     Q_INVOKABLE void reloadLibrary() { m_libraryAreas.reloadLibrary(); }
     /// Keeps it in step with what other programs write to its files.
     void watchLibrary() { m_libraryAreas.watchLibrary(); }
-    /// Leaves its files alone from now on, which are about to go.
-    void leaveLibraryFiles() { m_libraryAreas.leaveFiles(); }
     [[nodiscard]] bool isLibraryLoaded() const { return m_libraryAreas.isLoaded(); }
 
     [[nodiscard]] QString promptPlaceholder() const;

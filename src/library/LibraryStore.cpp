@@ -67,21 +67,18 @@ QString LibraryStore::path(QStringView fileName) const {
 }
 
 std::optional<FolderLock> LibraryStore::lock() const {
-    if (m_isClosed) return std::nullopt;
     QDir().mkpath(m_folder);
     return FolderLock::take(m_folder, m_patience);
 }
 
 template<typename Record>
 std::optional<std::vector<Record>> LibraryStore::read(Date now) const {
-    if (m_isClosed) return std::nullopt;
     return decoded<Record>(JsonFile::open(path(fileOf<Record>)), now);
 }
 
 // A program that only reads removes nothing.
 template<typename Record>
 bool LibraryStore::write(const std::vector<Record>& list) const {
-    if (m_isClosed) return false;
     if (!std::exchange(m_hasSaved, true)) {
         for (const QStringView name : allFiles)
             removeLeftovers(path(name));
@@ -92,13 +89,13 @@ bool LibraryStore::write(const std::vector<Record>& list) const {
 
 template<typename Record>
 bool LibraryStore::isWritten(const std::vector<Record>& list) const {
-    return !m_isClosed && holdsContent(path(fileOf<Record>),
-                                       [&list](const JsonWriter::Sink& put) { encode(list, put); });
+    return holdsContent(path(fileOf<Record>),
+                        [&list](const JsonWriter::Sink& put) { encode(list, put); });
 }
 
 template<typename Record>
 FileStamp LibraryStore::stamp() const {
-    return m_isClosed ? FileStamp() : fileStamp(path(fileOf<Record>));
+    return fileStamp(path(fileOf<Record>));
 }
 
 std::vector<SavedNote> LibraryStore::loadNotes() const {

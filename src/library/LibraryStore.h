@@ -69,10 +69,6 @@ class LibraryStore {
     template<typename Record>
     [[nodiscard]] FileStamp stamp() const;
 
-    /// From here on no file is read or written, and the folder is not made anew: reads find
-    /// nothing, saves fail.
-    void close() { m_isClosed = true; }
-
     /// Keeps other programs from writing to the library; nothing if one does not let go of it.
     [[nodiscard]] std::optional<FolderLock> lock() const;
 
@@ -81,7 +77,6 @@ class LibraryStore {
 
     QString m_folder;
     std::chrono::milliseconds m_patience;
-    bool m_isClosed = false;
     mutable bool m_hasSaved = false;
 };
 

@@ -32,9 +32,8 @@ class Defaults {
     /// Takes in what other programs of the user have stored meanwhile.
     virtual void synchronise() {}
 
-    /// Removes all that is stored, wherever it is. From here on nothing is stored any more: changes
-    /// have their effect for the life of the process only. The error is a sentence.
-    virtual std::expected<void, QString> eraseForGood() = 0;
+    /// Removes all that is stored, wherever it is. The error is a sentence.
+    virtual std::expected<void, QString> erase() = 0;
 
     [[nodiscard]] bool contains(const QString& key) const { return value(key).isValid(); }
     [[nodiscard]] std::optional<QString> string(const QString& key) const;

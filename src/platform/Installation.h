@@ -17,8 +17,8 @@ class Installation {
     /// each once. Not all of it need be there.
     [[nodiscard]] virtual QStringList files() const = 0;
 
-    /// A sentence about what only the system can take off; "" for nothing.
-    [[nodiscard]] virtual QString advice() const = 0;
+    /// What of the program stays and why, a sentence each.
+    [[nodiscard]] virtual QStringList advice() const = 0;
 };
 
 } // namespace vorq

@@ -55,7 +55,7 @@ void AppDelegate::connectStatusItem() {
     connect(item, &StatusItem::accessibilityChosen, this, &AppDelegate::openAccessibilityFromMenu);
     connect(item, &StatusItem::menuDidClose, this, [this] {
         emit m_notifications.vorqStatusMenuChanged(false);
-        emit m_notifications.vorqSuppressPanelOutsideClose(false);
+        emit m_notifications.vorqSuppressPanelOutsideClose(m_colorEdits > 0);
     });
     connect(item, &StatusItem::showVorqChosen, this, &AppDelegate::showPanel);
     connect(item, &StatusItem::clearChatChosen, this, &AppDelegate::clearChat);
@@ -67,11 +67,14 @@ void AppDelegate::connectStatusItem() {
 // The panel is there to be looked at while its colours are chosen beside it.
 void AppDelegate::connectColorEdits() {
     connect(&m_ports.statusItem, &StatusItem::colorEditBegan, this, [this] {
+        ++m_colorEdits;
         showPanel();
         emit m_notifications.vorqSuppressPanelOutsideClose(true);
     });
-    connect(&m_ports.statusItem, &StatusItem::colorEditEnded, this,
-            [this] { emit m_notifications.vorqSuppressPanelOutsideClose(false); });
+    connect(&m_ports.statusItem, &StatusItem::colorEditEnded, this, [this] {
+        --m_colorEdits;
+        emit m_notifications.vorqSuppressPanelOutsideClose(m_colorEdits > 0);
+    });
 }
 
 void AppDelegate::applicationDidFinishLaunching(LaunchOptions options) {
@@ -189,18 +192,8 @@ void AppDelegate::deleteVorqFromMenu() {
     });
 }
 
-// What still happens until the program has ended must not bring anything back.
 void AppDelegate::uninstallVorqAndQuit() {
-    if (m_state != nullptr) {
-        m_state->panel().stopPanelResponse();
-        m_state->leaveLibraryFiles();
-    }
-    const QStringList left = Uninstaller(m_ports.uninstaller).uninstall();
-    if (left.isEmpty()) return m_ports.host.terminate();
-    const Alert alert{QStringLiteral("Vorq is deleted, but not all of it."),
-                      left.join(u'\n'),
-                      {QStringLiteral("Quit Vorq")}};
-    m_ports.host.show(alert, [host = &m_ports.host](qsizetype) { host->terminate(); });
+    m_ports.host.terminateAndDelete();
 }
 
 // The panel gives up the keyboard, which the menu is about to take.

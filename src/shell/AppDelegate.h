@@ -6,7 +6,6 @@
 #include "shell/PanelSummoner.h"
 #include "shell/ShellNotifications.h"
 #include "shell/StatusItem.h"
-#include "shell/Uninstaller.h"
 #include "shell/UrlRouter.h"
 
 #include <QObject>
@@ -48,7 +47,6 @@ class AppDelegate final : public QObject {
         FrontmostTracker::Self self;
         /// Has the system let the program read others. The user has agreed.
         std::function<void()> openAccessibility;
-        Uninstaller::Ports uninstaller;
     };
 
     explicit AppDelegate(const Ports& ports, QObject* parent = nullptr);
@@ -98,6 +96,7 @@ class AppDelegate final : public QObject {
 
     Ports m_ports;
     VorqAppState* m_state = nullptr;
+    int m_colorEdits = 0;
     ShellNotifications m_notifications;
     FrontmostTracker m_frontmost;
     HotKeyHandler m_hotKeyHandler;

@@ -28,6 +28,10 @@ class ApplicationHost {
 
     /// Ends the program in an orderly way.
     virtual void terminate() = 0;
+
+    /// The same, and takes the program off the machine once nothing of it runs any more that could
+    /// bring something back.
+    virtual void terminateAndDelete() = 0;
 };
 
 } // namespace vorq

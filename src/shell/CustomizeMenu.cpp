@@ -91,11 +91,13 @@ void CustomizeMenu::makeColorEdits() {
         QStringLiteral("Background"),
         PanelColorEdit::Setting{
             [appearance] { return appearance->panelBackgroundHex(); },
+            [appearance](const QString& hex) { appearance->previewPanelBackgroundHex(hex); },
             [appearance](const QString& hex) { appearance->setPanelBackgroundHex(hex); }});
     m_userBlock.emplace(
         QStringLiteral("Your Blocks"),
         PanelColorEdit::Setting{
             [appearance] { return appearance->panelUserBlockHex(); },
+            [appearance](const QString& hex) { appearance->previewPanelUserBlockHex(hex); },
             [appearance](const QString& hex) { appearance->setPanelUserBlockHex(hex); }});
     for (PanelColorEdit* edit : {&*m_background, &*m_userBlock}) {
         connect(edit, &PanelColorEdit::began, this, &CustomizeMenu::colorEditBegan);

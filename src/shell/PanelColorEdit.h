@@ -11,7 +11,8 @@
 namespace vorq {
 
 /// Has the user choose one of the panel's own colours, which the panel shows while it is being
-/// chosen. Without a choice the former one comes back. Needs a QApplication. Main thread only.
+/// chosen and which is stored once it is. Without a choice the former one comes back. Needs a
+/// QApplication. Main thread only.
 class PanelColorEdit final : public QObject {
     Q_OBJECT
 
@@ -19,6 +20,7 @@ class PanelColorEdit final : public QObject {
     /// The colour as a hex string; "" is the theme's own.
     struct Setting {
         std::function<QString()> read;
+        std::function<void(const QString& hex)> preview;
         std::function<void(const QString& hex)> write;
     };
 
@@ -32,9 +34,13 @@ class PanelColorEdit final : public QObject {
     void ended();
 
   private:
-    ColorDialog m_dialog;
+    void accept(const QColor& color);
+    void reject();
+
     Setting m_setting;
     QString m_former;
+    QString m_shown;
+    ColorDialog m_dialog;
 };
 
 } // namespace vorq

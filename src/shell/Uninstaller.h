@@ -23,7 +23,7 @@ class Uninstaller final {
 
     explicit Uninstaller(const Ports& ports) : m_ports(ports) {}
 
-    /// The program and the library go to the trash where they can; settings, among which is the
+    /// The program and the user's data go to the trash where they can; settings, among which is the
     /// session, go for good. Gives what is left for the user to know, a sentence each; a failure of
     /// one is logged and does not keep the others.
     [[nodiscard]] QStringList uninstall() const;

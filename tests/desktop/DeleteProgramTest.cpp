@@ -22,6 +22,8 @@ class DeleteProgramTest : public TrayProgramTest {
         m_session.write(".local/bin/vorq", "program");
         m_session.write(".local/share/applications/com.vorq.desk.desktop", "[Desktop Entry]\n");
         m_session.write(".local/share/Vorq/Library/saved-notes.json", "[]");
+        m_session.write(".cache/vorq/qmlcache/page.qmlc", "page");
+        m_session.write(".config/Vorq/gateway.json", "{}");
         m_dataFolders.insert("XDG_DATA_DIRS", at("all/share") + ":/usr/share");
     }
 
@@ -65,9 +67,16 @@ TEST_F(DeleteProgramTest, ThenAllOfItIsGoneAndItEnds) {
     DesktopProgram& vorq = startWithTray();
     askToDelete();
     m_session.key({"Tab", "space"});
+    DesktopSession::waitUntil("the removal", [this] { return !isThere(".config/Vorq"); });
+    // What runs was built and not installed, which the user is told.
+    m_session.activate(m_session.waitForWindow("vorq"));
+    m_session.key({"super+shift+a"});
+    EXPECT_TRUE(vorq.isRunning());
+    m_session.key({"Return"});
     DesktopSession::waitUntil("the end", [&] { return !vorq.isRunning(); });
     EXPECT_EQ(vorq.qt().exitCode(), 0);
     EXPECT_THAT(vorq.output().toStdString(), Not(HasSubstr("could not remove")));
+    EXPECT_THAT(vorq.output().toStdString(), Not(HasSubstr("Vorq ⌘⇧A: "))) << "after its end";
     for (const char* path :
          {"all/bin/vorq", ".local/bin/vorq", "all/share/applications/com.vorq.desk.desktop",
           ".local/share/applications/com.vorq.desk.desktop", ".local/share/Vorq",

@@ -123,20 +123,5 @@ TEST_F(LibraryStoreTest, FolderThatCannotBeMadeReadsAsEmptyAndSavesNothing) {
     EXPECT_EQ(file.size(), 0);
 }
 
-TEST_F(LibraryStoreTest, ClosedItLeavesTheFilesAloneAndMakesNoFolder) {
-    const std::vector<SavedNote> notes = oneNote("kept");
-    m_store.save(notes);
-    m_store.close();
-    EXPECT_TRUE(m_store.loadNotes().empty());
-    EXPECT_EQ(m_store.stamp<SavedNote>(), FileStamp());
-    EXPECT_FALSE(m_store.write(oneNote("late")));
-    EXPECT_FALSE(m_store.isWritten(notes));
-    EXPECT_FALSE(m_store.lock());
-    EXPECT_EQ(LibraryStore(m_root.path()).loadNotes(), notes);
-    ASSERT_TRUE(QDir(m_folder).removeRecursively());
-    m_store.save(oneNote("late"));
-    EXPECT_FALSE(QDir(m_folder).exists());
-}
-
 } // namespace
 } // namespace vorq

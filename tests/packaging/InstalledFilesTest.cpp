@@ -22,7 +22,7 @@ TEST(InstalledFiles, AreAllKnownToTheProgram) {
     for (QDirIterator each(prefix.path(), QDir::Files, QDirIterator::Subdirectories);
          each.hasNext();)
         installed += each.next();
-    EXPECT_THAT(XdgInstallation(prefix.filePath("bin"), {}).files(),
+    EXPECT_THAT(XdgInstallation(prefix.filePath("bin/vorq"), {}).files(),
                 testing::UnorderedElementsAreArray(installed));
 }
 

@@ -93,7 +93,8 @@ QDBusMessage FakeAccessibleTree::answer(const QDBusMessage& call, const QString&
     return refusal(call);
 }
 
-QDBusMessage FakeAccessibleTree::answerOfText(const QDBusMessage& call, const AccessibleNode& element,
+QDBusMessage FakeAccessibleTree::answerOfText(const QDBusMessage& call,
+                                              const AccessibleNode& element,
                                               const QString& service) {
     const QString member = call.member();
     const int first = call.arguments().value(0).toInt();

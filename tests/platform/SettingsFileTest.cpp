@@ -274,18 +274,14 @@ TEST_F(SettingsFileTest, KilledDuringWritesLeavesAWholeFile) {
     }
 }
 
-TEST_F(SettingsFileTest, ErasedNothingIsLeftAndNothingComesBack) {
+TEST_F(SettingsFileTest, ErasedNothingIsLeft) {
     put("{ damaged");
     SettingsFile settings(m_path);
     settings.setString("vorq.session.token", "secret");
     ASSERT_TRUE(entries().contains("settings.json.damaged-1"));
-    EXPECT_TRUE(settings.eraseForGood());
+    EXPECT_TRUE(settings.erase());
     EXPECT_FALSE(QFile::exists(m_folder.filePath("Vorq")));
     EXPECT_FALSE(settings.contains("vorq.session.token"));
-    settings.setString("late", "word");
-    settings.synchronise();
-    EXPECT_EQ(settings.string("late"), "word");
-    EXPECT_FALSE(QFile::exists(m_folder.filePath("Vorq")));
 }
 
 TEST_F(SettingsFileTest, ErasedWithAnotherFileInTheFolderThatOneStays) {
@@ -293,13 +289,27 @@ TEST_F(SettingsFileTest, ErasedWithAnotherFileInTheFolderThatOneStays) {
     settings.setString("key", "value");
     QFile other(m_folder.filePath("Vorq/mine.txt"));
     ASSERT_TRUE(other.open(QIODevice::WriteOnly));
-    EXPECT_TRUE(settings.eraseForGood());
+    EXPECT_TRUE(settings.erase());
     EXPECT_EQ(entries(), QStringList{"mine.txt"});
+}
+
+// As who keeps the settings of all programs in one place has it.
+TEST_F(SettingsFileTest, ErasedBehindALinkNoSecretStays) {
+    const QString target = m_folder.filePath("elsewhere.json");
+    QDir().mkpath(m_folder.filePath("Vorq"));
+    ASSERT_TRUE(QFile(target).open(QIODevice::WriteOnly));
+    ASSERT_TRUE(QFile::link(target, m_path));
+    SettingsFile settings(m_path);
+    settings.setString("vorq.session.token", "secret");
+    ASSERT_TRUE(contentOf(target).contains("secret"));
+    EXPECT_TRUE(settings.erase());
+    EXPECT_EQ(contentOf(target), "");
+    EXPECT_FALSE(QFileInfo(m_path).isSymLink());
 }
 
 TEST_F(SettingsFileTest, ErasedBeforeAnythingWasStoredMakesNoFolder) {
     SettingsFile settings(m_path);
-    EXPECT_TRUE(settings.eraseForGood());
+    EXPECT_TRUE(settings.erase());
     EXPECT_FALSE(QFile::exists(m_folder.filePath("Vorq")));
 }
 

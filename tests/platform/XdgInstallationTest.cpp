@@ -1,5 +1,7 @@
 #include "platform/linux/XdgInstallation.h"
 
+#include "platform/testing/TemporaryPaths.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -10,27 +12,41 @@ namespace vorq {
 namespace {
 
 using testing::Contains;
+using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::Not;
+
+const QString menuEntry = "/share/applications/com.vorq.desk.desktop";
 
 class XdgInstallationTest : public testing::Test {
   protected:
     [[nodiscard]] QString at(const QString& path) const { return m_folder.filePath(path); }
 
-    void put(const QString& path) const {
+    void put(const QString& path, const QByteArray& content = {}) const {
         QDir().mkpath(QFileInfo(at(path)).path());
         QFile file(at(path));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
     }
 
     void install(const QString& prefix) const {
         put(prefix + "/bin/vorq");
-        put(prefix + "/share/applications/com.vorq.desk.desktop");
+        put(prefix + menuEntry);
     }
 
-    [[nodiscard]] QStringList files(const QString& executableFolder) const {
-        return XdgInstallation(at(executableFolder), {at("home/.local/share"), at("local/share/")})
-            .files();
+    // The system's own is below "usr".
+    [[nodiscard]] XdgInstallation running(const QString& executable,
+                                          const QStringList& additional = {}) const {
+        return {at(executable),
+                QStringList{at("home/.local/share"), at("usr/local/share/"), at("usr/share")} +
+                    additional,
+                at("usr")};
+    }
+
+    static void expectNothingBelow(const QString& folder, const QStringList& files) {
+        for (const QString& file : files)
+            EXPECT_FALSE(file.startsWith(folder + "/")) << file.toStdString();
     }
 
     QTemporaryDir m_folder;
@@ -38,62 +54,88 @@ class XdgInstallationTest : public testing::Test {
 
 TEST_F(XdgInstallationTest, TheUsersOwnAndTheSharedOneAreFound) {
     install("home/.local");
-    install("local");
-    const QStringList all = files("elsewhere/bin");
-    for (const char* prefix : {"home/.local", "local"}) {
+    install("usr/local");
+    const QStringList all = running("elsewhere/bin/vorq").files();
+    for (const char* prefix : {"home/.local", "usr/local"}) {
         EXPECT_THAT(all, Contains(at(prefix) + "/bin/vorq"));
         EXPECT_THAT(all, Contains(at(prefix) + "/bin/vorq-gateway"));
-        EXPECT_THAT(all, Contains(at(prefix) + "/share/applications/com.vorq.desk.desktop"));
+        EXPECT_THAT(all, Contains(at(prefix) + menuEntry));
         EXPECT_THAT(all, Contains(at(prefix) + "/share/dbus-1/services/com.vorq.desk.service"));
     }
 }
 
 TEST_F(XdgInstallationTest, TheRunningOneIsFoundWhereverItIsInstalled) {
     install("opt/vorq");
-    EXPECT_THAT(files("opt/vorq/bin/"), Contains(at("opt/vorq/bin/vorq")));
+    EXPECT_THAT(running("opt/vorq/bin/vorq").files(), Contains(at("opt/vorq/bin/vorq")));
+    EXPECT_THAT(running("opt/vorq/bin/vorq").advice(), IsEmpty());
 }
 
 TEST_F(XdgInstallationTest, EachFileIsNamedOnce) {
-    install("local");
-    QStringList all = files("local/share/../bin");
-    EXPECT_THAT(all, Contains(at("local/bin/vorq")));
+    install("usr/local");
+    QStringList all = running("usr/local/share/../bin/vorq").files();
+    EXPECT_THAT(all, Contains(at("usr/local/bin/vorq")));
     EXPECT_EQ(all.removeDuplicates(), 0);
 }
 
-TEST_F(XdgInstallationTest, ABuildFolderIsNone) {
+TEST_F(XdgInstallationTest, ABuildFolderIsNoneAndTheUserIsTold) {
     put("build/bin/vorq");
-    for (const QString& file : files("build/bin"))
-        EXPECT_FALSE(file.startsWith(at("build"))) << file.toStdString();
+    const XdgInstallation build = running("build/bin/vorq");
+    expectNothingBelow(at("build"), build.files());
+    EXPECT_THAT(build.advice(),
+                ElementsAre(at("build/bin/vorq") + " was not installed and stays where it is."));
 }
 
-// Such an entry the program writes by itself, for its links.
-TEST_F(XdgInstallationTest, AnEntryOfTheUsersCountsWithoutAProgramBesideIt) {
-    EXPECT_THAT(files("build/bin"),
-                Contains(at("home/.local/share/applications/com.vorq.desk.desktop")));
-    EXPECT_THAT(files("build/bin"), Not(Contains(at("home/.local/bin/vorq"))));
+TEST_F(XdgInstallationTest, TheEntryThatTheProgramWritesForItsLinksIsFoundByItself) {
+    EXPECT_THAT(running("build/bin/vorq").files(), ElementsAre(at("home/.local") + menuEntry));
+}
+
+// Somebody's own script, or another program of this name.
+TEST_F(XdgInstallationTest, AProgramOfTheSameNameIsLeft) {
+    put("home/.local/bin/vorq");
+    put("home/.local" + menuEntry, "[Desktop Entry]\nX-Vorq-Written-At-Start=true\n");
+    put("usr/local/bin/vorq");
+    const QStringList all = running("build/bin/vorq").files();
+    EXPECT_THAT(all, Not(Contains(at("home/.local/bin/vorq"))));
+    expectNothingBelow(at("usr/local"), all);
 }
 
 TEST_F(XdgInstallationTest, AnEntryThatAnotherKindOfPackageShowsIsLeft) {
-    put("local/share/applications/com.vorq.desk.desktop");
-    for (const QString& file : files("build/bin"))
-        EXPECT_FALSE(file.startsWith(at("local"))) << file.toStdString();
+    put("usr/local" + menuEntry);
+    expectNothingBelow(at("usr/local"), running("build/bin/vorq").files());
 }
 
-TEST_F(XdgInstallationTest, WhatPackagesOfTheSystemHoldIsLeftToThem) {
-    const XdgInstallation system("/usr/bin", {at("home/.local/share"), "/usr/share/"});
-    for (const QString& file : system.files())
-        EXPECT_FALSE(file.startsWith("/usr")) << file.toStdString();
-    EXPECT_THAT(system.advice().toStdString(), HasSubstr("package"));
-    EXPECT_EQ(XdgInstallation(at("build/bin"), {}).advice(), "");
+TEST_F(XdgInstallationTest, WhatBelongsToTheSystemIsLeftAndTheUserIsTold) {
+    install("usr");
+    const XdgInstallation system = running("usr/bin/vorq");
+    expectNothingBelow(at("usr"), system.files());
+    ASSERT_THAT(system.advice(), testing::SizeIs(1));
+    EXPECT_THAT(system.advice().front().toStdString(),
+                HasSubstr(at("usr/bin/vorq").toStdString() + " belongs to your system."));
+    EXPECT_THAT(running("build/bin/vorq").advice(), testing::SizeIs(2));
 }
 
-TEST_F(XdgInstallationTest, TheFoldersAreThoseOfTheEnvironment) {
-    qputenv("XDG_DATA_HOME", at("mine").toUtf8());
-    qputenv("XDG_DATA_DIRS", at("all").toUtf8());
-    QDir().mkpath(at("all"));
-    EXPECT_EQ(XdgInstallation::standardDataFolders(), (QStringList{at("mine"), at("all")}));
-    qunsetenv("XDG_DATA_HOME");
+// Sessions name such folders, too: below the system's, none of the usual form, or a link there.
+TEST_F(XdgInstallationTest, NoOtherNameOfAFolderLeadsToTheSystem) {
+    install("usr");
+    QDir().mkpath(at("usr/share/gnome/applications"));
+    ASSERT_TRUE(QFile::link(at("usr/bin"), at("bin")));
+    ASSERT_TRUE(QFile::link(at("usr/share"), at("share")));
+    const QStringList all =
+        running("build/bin/vorq", {at("usr/share/gnome"), at("share"), at("snapd/desktop"),
+                                   "/share", "share", "", "/"})
+            .files();
+    EXPECT_THAT(all, ElementsAre(at("home/.local") + menuEntry));
+    EXPECT_THAT(running("bin/vorq").files(), ElementsAre(at("home/.local") + menuEntry));
+}
+
+TEST_F(XdgInstallationTest, TheFoldersAreTheUsersOwnAndThoseOfTheEnvironment) {
+    const TemporaryPaths paths;
+    qputenv("XDG_DATA_DIRS", "/one/share:/two/share");
+    EXPECT_THAT(XdgInstallation::dataFolders(paths),
+                ElementsAre(paths.applicationSupportFolder(), "/one/share", "/two/share"));
     qunsetenv("XDG_DATA_DIRS");
+    EXPECT_THAT(XdgInstallation::dataFolders(paths),
+                ElementsAre(paths.applicationSupportFolder(), "/usr/local/share", "/usr/share"));
 }
 
 } // namespace

@@ -74,6 +74,15 @@ TEST_F(XdgLoginItemTest, UnregisteringTakesTheEntryAwayAndForgets) {
     EXPECT_TRUE(QFile::exists(path()));
 }
 
+TEST_F(XdgLoginItemTest, UnregisteringTakesTheStartBySystemdAwayToo) {
+    const QString folder = m_folder.filePath("systemd/user/graphical-session.target.wants");
+    const QString link = folder + "/vorq.service";
+    QDir().mkpath(folder);
+    ASSERT_TRUE(QFile::link("/nowhere/vorq.service", link));
+    EXPECT_TRUE(item().unregisterAtLogin());
+    EXPECT_FALSE(QFileInfo(link).isSymLink());
+}
+
 TEST_F(XdgLoginItemTest, SaysWhyItCannotBeWritten) {
     QFile blocker(m_folder.filePath("autostart"));
     ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));

@@ -154,6 +154,11 @@ TEST_F(LaunchTest, ThePanelStaysInViewWhileItsColoursAreChosen) {
     emit m_statusItem.colorEditBegan();
     EXPECT_THAT(m_calls, Contains("show"));
     EXPECT_EQ(m_calls.last(), "suppress close");
+    emit m_statusItem.menuDidClose();
+    EXPECT_EQ(m_calls.last(), "suppress close") << "the menu was opened beside the dialog";
+    emit m_statusItem.colorEditBegan();
+    emit m_statusItem.colorEditEnded();
+    EXPECT_EQ(m_calls.last(), "suppress close") << "the other colour is still being chosen";
     emit m_statusItem.colorEditEnded();
     EXPECT_EQ(m_calls.last(), "allow close");
 }

@@ -32,8 +32,7 @@ AppDelegate::Ports ShellFixture::ports() {
             m_statusItem,
             [this](VorqAppState&) { return std::make_unique<RecordedPanel>(m_calls); },
             {self, QStringLiteral("com.vorq.desk")},
-            [this] { m_calls += "open accessibility"; },
-            {m_loginItem, m_installation, m_paths, m_defaults}};
+            [this] { m_calls += "open accessibility"; }};
 }
 
 ShellFixture::ShellFixture() : m_delegate(ports()) {

@@ -3,7 +3,6 @@
 #include "backend/PendingSignIn.h"
 #include "core/ConversationFixture.h"
 #include "platform/testing/ScriptedHotKeys.h"
-#include "platform/testing/ScriptedInstallation.h"
 #include "platform/testing/ScriptedLoginItem.h"
 #include "platform/testing/ScriptedWorkspace.h"
 #include "shell/AppDelegate.h"
@@ -31,6 +30,7 @@ class RecordedHost final : public ApplicationHost {
         answer = std::move(chosen);
     }
     void terminate() override { m_calls += "terminate"; }
+    void terminateAndDelete() override { m_calls += "terminate and delete"; }
 
   private:
     CallList& m_calls;
@@ -102,7 +102,6 @@ class ShellFixture : public ConversationFixture {
     ScriptedWorkspace m_workspace;
     ScriptedHotKeys m_hotKeys;
     ScriptedLoginItem m_loginItem;
-    ScriptedInstallation m_installation;
     ScriptedNotes m_notes;
     ScriptedSignIn m_signIn;
     RecordedStatusItem m_statusItem{m_calls};

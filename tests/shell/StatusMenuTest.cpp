@@ -119,10 +119,12 @@ TEST_F(StatusMenuTest, AColourIsSeenWhileItIsChosenAndKept) {
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "");
     colorDialog()->setCurrentColor(QColor(0x11, 0x22, 0x33));
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "#112233");
+    EXPECT_FALSE(m_defaults.contains("vorq.panelBackgroundHex")) << "stored before it was chosen";
     EXPECT_EQ(ended.count(), 0);
     colorDialog()->accept();
     EXPECT_EQ(ended.count(), 1);
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "#112233");
+    EXPECT_EQ(m_defaults.string("vorq.panelBackgroundHex"), "#112233");
     action("Reset Custom Colors")->trigger();
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "");
     EXPECT_FALSE(action("Reset Custom Colors")->isEnabled());
@@ -138,6 +140,17 @@ TEST_F(StatusMenuTest, WithoutAChoiceTheFormerColourComesBack) {
     colorDialog()->reject();
     EXPECT_EQ(state().appearance().panelUserBlockHex(), "#445566");
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "");
+}
+
+TEST_F(StatusMenuTest, WithoutAChoiceAResetMeanwhileStands) {
+    state().appearance().setPanelUserBlockHex("#445566");
+    action("Your Blocks…")->trigger();
+    ASSERT_NE(colorDialog(), nullptr);
+    colorDialog()->setCurrentColor(QColor(0x11, 0x22, 0x33));
+    action("Reset Custom Colors")->trigger();
+    colorDialog()->reject();
+    EXPECT_EQ(state().appearance().panelUserBlockHex(), "");
+    EXPECT_EQ(m_defaults.string("vorq.panelUserBlockHex"), "");
 }
 
 TEST_F(StatusMenuTest, TellsWhatIsChosen) {

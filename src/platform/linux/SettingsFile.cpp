@@ -143,7 +143,6 @@ void SettingsFile::change(const std::vector<Change>& changes) {
 }
 
 void SettingsFile::apply(const std::vector<Change>& changes) {
-    if (m_isErased) return change(changes);
     m_unwritten.insert(m_unwritten.end(), changes.begin(), changes.end());
     QDir().mkpath(QFileInfo(m_path).absolutePath());
     // Without the lock, as on a read-only disk, the write is tried all the same and fails by
@@ -157,20 +156,18 @@ void SettingsFile::apply(const std::vector<Change>& changes) {
 }
 
 void SettingsFile::synchronise() {
-    if (m_isErased) return;
     reload();
     change(m_unwritten);
 }
 
-std::expected<void, QString> SettingsFile::eraseForGood() {
-    m_isErased = true;
+std::expected<void, QString> SettingsFile::erase() {
     m_content = {};
     m_unwritten.clear();
     const QFileInfo file(m_path);
     QDir folder = file.absoluteDir();
     if (!folder.exists()) return {};
     const QString name = file.fileName();
-    // The lock goes last: a program that waits for it finds no file to read.
+    if (file.isSymLink()) QFile(m_path).resize(0);
     QLockFile lock(m_path + QStringLiteral(".lock"));
     lock.setStaleLockTime(5s);
     lock.tryLock(2s);

@@ -24,8 +24,8 @@ class SettingsFile final : public Defaults {
     void apply(const std::vector<Change>& changes) override;
     void synchronise() override;
     /// Takes kept damaged files along, which may hold secrets, and the folder if nothing else is
-    /// in it.
-    std::expected<void, QString> eraseForGood() override;
+    /// in it. What a symbolic link leads to stays, but empty.
+    std::expected<void, QString> erase() override;
 
     [[nodiscard]] const QString& path() const { return m_path; }
 
@@ -52,7 +52,6 @@ class SettingsFile final : public Defaults {
     bool m_hasRead = false;
     bool m_damaged = false;
     bool m_unreadable = false;
-    bool m_isErased = false;
     bool m_warned = false;
 };
 

@@ -48,6 +48,10 @@ bool UrlScheme::isInstalledForAll() const {
     });
 }
 
+bool UrlScheme::isWrittenAtStart(const QString& path) {
+    return entryAt(path).contains(ownMark);
+}
+
 bool UrlScheme::ensureEntry() const {
     if (m_folders.isEmpty()) return false;
     const QString path = m_folders.front() + u'/' + entryName;

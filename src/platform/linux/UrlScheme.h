@@ -16,6 +16,9 @@ class UrlScheme {
     /// are silent.
     bool ensureEntry() const;
 
+    /// Whether the entry at this path is one that ensureEntry() wrote.
+    [[nodiscard]] static bool isWrittenAtStart(const QString& path);
+
     /// Makes it the default for the scheme, by a program of the desktop that is not waited for.
     static void makeDefault();
 

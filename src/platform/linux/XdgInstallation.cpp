@@ -1,51 +1,74 @@
 #include "platform/linux/XdgInstallation.h"
 
+#include "platform/AppPaths.h"
+#include "platform/linux/UrlScheme.h"
+
 #include <QDir>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 #include <utility>
 
 namespace vorq {
 namespace {
 
+const QString program = QStringLiteral("/bin/vorq");
 const QString share = QStringLiteral("/share");
-const QString systemPrefix = QStringLiteral("/usr");
-const QString desktopEntry = QStringLiteral("/applications/com.vorq.desk.desktop");
+const QString menuEntry = QStringLiteral("/applications/com.vorq.desk.desktop");
 
-const QStringList filesOfPrefix = {QStringLiteral("/bin/vorq"), QStringLiteral("/bin/vorq-gateway"),
-                                   QStringLiteral("/lib/systemd/user/vorq.service")};
-const QStringList filesOfData = {
-    desktopEntry, QStringLiteral("/metainfo/com.vorq.desk.metainfo.xml"),
-    QStringLiteral("/icons/hicolor/scalable/apps/com.vorq.desk.svg"),
-    QStringLiteral("/icons/hicolor/symbolic/apps/com.vorq.desk-symbolic.svg"),
-    QStringLiteral("/dbus-1/services/com.vorq.desk.service")};
+const QStringList installedFiles = {
+    program,
+    QStringLiteral("/bin/vorq-gateway"),
+    QStringLiteral("/lib/systemd/user/vorq.service"),
+    share + menuEntry,
+    QStringLiteral("/share/metainfo/com.vorq.desk.metainfo.xml"),
+    QStringLiteral("/share/icons/hicolor/scalable/apps/com.vorq.desk.svg"),
+    QStringLiteral("/share/icons/hicolor/symbolic/apps/com.vorq.desk-symbolic.svg"),
+    QStringLiteral("/share/dbus-1/services/com.vorq.desk.service")};
 
-// "" where it has none.
-QString prefixOf(const QString& dataFolder) {
-    return dataFolder.endsWith(share) ? dataFolder.chopped(share.size()) : QString();
+// A program by itself is somebody's work or another's of the same name, and an entry by itself is
+// what other kinds of packages show to the desktop or what the program has written for its links.
+bool isInstalledIn(const QString& prefix) {
+    return QFile::exists(prefix + program) && QFile::exists(prefix + share + menuEntry) &&
+           !UrlScheme::isWrittenAtStart(prefix + share + menuEntry);
+}
+
+QString realFolderOf(const QString& path) {
+    return QFileInfo(QFileInfo(path).path()).canonicalFilePath();
 }
 
 } // namespace
 
-XdgInstallation::XdgInstallation(QString executableFolder, QStringList dataFolders)
-    : m_executableFolder(QDir::cleanPath(executableFolder)),
-      m_dataFolders(std::move(dataFolders)) {}
-
-QStringList XdgInstallation::standardDataFolders() {
-    return QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+XdgInstallation::XdgInstallation(const QString& executable, const QStringList& dataFolders,
+                                 QString systemPrefix)
+    : m_executable(QDir::cleanPath(executable)), m_systemPrefix(std::move(systemPrefix)) {
+    for (const QString& folder : dataFolders)
+        if (QDir::isAbsolutePath(folder)) m_dataFolders += QDir::cleanPath(folder);
 }
 
-// A build folder has no entry for the desktop: it is somebody's work and no installation.
-QStringList XdgInstallation::dataFolders() const {
+QStringList XdgInstallation::dataFolders(const AppPaths& paths) {
+    QStringList all{paths.applicationSupportFolder()};
+    const QString shared = qEnvironmentVariable("XDG_DATA_DIRS");
+    all += shared.isEmpty()
+               ? QStringList{QStringLiteral("/usr/local/share"), QStringLiteral("/usr/share")}
+               : shared.split(u':', Qt::SkipEmptyParts);
+    return all;
+}
+
+// Also by way of a link: /bin may be /usr/bin. What has a folder of its own below the system's is
+// not the system's, as /usr/local is not.
+bool XdgInstallation::isOfSystem(const QString& path) const {
+    const QString folder = realFolderOf(path);
+    const QString local = m_systemPrefix + QStringLiteral("/local/");
+    return folder.startsWith(m_systemPrefix + u'/') && !folder.startsWith(local);
+}
+
+QStringList XdgInstallation::prefixes() const {
     QStringList all;
-    const QString beside = QFileInfo(m_executableFolder).path() + share;
-    if (m_executableFolder.endsWith(QStringLiteral("/bin")) && QFile::exists(beside + desktopEntry))
-        all += beside;
+    if (m_executable.endsWith(program)) all += m_executable.chopped(program.size());
     for (const QString& folder : m_dataFolders)
-        all += QDir::cleanPath(folder);
-    all.removeIf([](const QString& folder) {
-        return !QDir::isAbsolutePath(folder) || prefixOf(folder) == systemPrefix;
+        if (folder.endsWith(share)) all += folder.chopped(share.size());
+    all.removeIf([this](const QString& prefix) {
+        return prefix.isEmpty() || !isInstalledIn(prefix) || isOfSystem(prefix + program);
     });
     all.removeDuplicates();
     return all;
@@ -53,24 +76,27 @@ QStringList XdgInstallation::dataFolders() const {
 
 QStringList XdgInstallation::files() const {
     QStringList all;
-    for (const QString& folder : dataFolders()) {
-        // Other kinds of packages show their entry to the desktop from a place of their own.
-        const QString prefix = prefixOf(folder);
-        const bool isWhole = QFile::exists(prefix + filesOfPrefix.front());
-        if (!isWhole && folder != QDir::cleanPath(m_dataFolders.value(0))) continue;
-        if (isWhole)
-            for (const QString& file : filesOfPrefix)
-                all += prefix + file;
-        for (const QString& file : filesOfData)
-            all += folder + file;
-    }
+    for (const QString& prefix : prefixes())
+        for (const QString& file : installedFiles)
+            all += prefix + file;
+    // The program writes one by itself, for its links.
+    if (!m_dataFolders.isEmpty()) all += m_dataFolders.front() + menuEntry;
+    all.removeDuplicates();
+    all.removeIf([this](const QString& file) { return isOfSystem(file); });
     return all;
 }
 
-QString XdgInstallation::advice() const {
-    if (m_executableFolder != systemPrefix + QStringLiteral("/bin")) return {};
-    return QStringLiteral(
-        "The program itself belongs to a package of your system. Remove it there.");
+QStringList XdgInstallation::advice() const {
+    QStringList sentences;
+    const QString ofSystem = m_systemPrefix + program;
+    if (QFile::exists(ofSystem))
+        sentences += QStringLiteral("%1 belongs to your system. Remove it where you installed it "
+                                    "from.")
+                         .arg(ofSystem);
+    if (m_executable != ofSystem && !files().contains(m_executable))
+        sentences +=
+            QStringLiteral("%1 was not installed and stays where it is.").arg(m_executable);
+    return sentences;
 }
 
 } // namespace vorq

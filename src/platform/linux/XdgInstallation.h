@@ -4,26 +4,31 @@
 
 namespace vorq {
 
-/// The files that an installation consists of, wherever the desktop would find them: beside the
+class AppPaths;
+
+/// The files that an installation consists of, wherever the desktop would find one: beside the
 /// running program, in the user's own folders and in those that all users share. What lies under
-/// the system's own prefix, /usr, belongs to its packages and is left to them.
+/// the system's own prefix belongs to its packages and is left to them.
 class XdgInstallation final : public Installation {
   public:
-    /// The folder of the running program, and the desktop's folders for data, such as
-    /// ~/.local/share, the user's own first.
-    XdgInstallation(QString executableFolder, QStringList dataFolders);
+    /// The running program, and the desktop's folders for data, such as ~/.local/share, the user's
+    /// own first.
+    XdgInstallation(const QString& executable, const QStringList& dataFolders,
+                    QString systemPrefix = QStringLiteral("/usr"));
 
     [[nodiscard]] QStringList files() const override;
-    [[nodiscard]] QString advice() const override;
+    [[nodiscard]] QStringList advice() const override;
 
-    /// The folders for data as the environment names them.
-    [[nodiscard]] static QStringList standardDataFolders();
+    /// The user's own folder for data and those of the environment.
+    [[nodiscard]] static QStringList dataFolders(const AppPaths& paths);
 
   private:
-    [[nodiscard]] QStringList dataFolders() const;
+    [[nodiscard]] QStringList prefixes() const;
+    [[nodiscard]] bool isOfSystem(const QString& path) const;
 
-    QString m_executableFolder;
+    QString m_executable;
     QStringList m_dataFolders;
+    QString m_systemPrefix;
 };
 
 } // namespace vorq

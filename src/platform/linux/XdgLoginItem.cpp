@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 #include <utility>
@@ -79,6 +80,10 @@ std::expected<void, QString> XdgLoginItem::unregisterAtLogin() {
     QFile file(entryPath());
     if (file.exists() && !file.remove()) return std::unexpected(file.errorString());
     m_defaults.remove(registeredKey);
+    QFile wanted(m_configurationFolder +
+                 QStringLiteral("/systemd/user/graphical-session.target.wants/vorq.service"));
+    const bool isThere = wanted.exists() || QFileInfo(wanted).isSymLink();
+    if (isThere && !wanted.remove()) return std::unexpected(wanted.errorString());
     return {};
 }
 

@@ -16,6 +16,7 @@ class XdgLoginItem final : public LoginItem {
     XdgLoginItem(Defaults& defaults, QString configurationFolder, QString executable);
 
     std::expected<void, QString> registerAtLogin() override;
+    /// Also where the user has had systemd start it instead.
     std::expected<void, QString> unregisterAtLogin() override;
 
   private:

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 
 namespace vorq {
 namespace {
@@ -37,6 +38,14 @@ QString XdgPaths::settingsFolder() const {
 // Qt keeps its compiled pages there, under the name of the program.
 QString XdgPaths::cacheFolder() const {
     return folderFromEnvironment("XDG_CACHE_HOME", home() + "/.cache") + "/vorq";
+}
+
+QString configurationFolder(const AppPaths& paths) {
+    return QFileInfo(paths.settingsFolder()).path();
+}
+
+QString settingsPath(const AppPaths& paths) {
+    return paths.settingsFolder() + QStringLiteral("/settings.json");
 }
 
 } // namespace vorq

@@ -15,4 +15,10 @@ class XdgPaths final : public AppPaths {
     [[nodiscard]] QString cacheFolder() const override;
 };
 
+/// The user's configuration folder, in which Vorq has one of its own.
+[[nodiscard]] QString configurationFolder(const AppPaths& paths);
+
+/// Vorq's file of settings.
+[[nodiscard]] QString settingsPath(const AppPaths& paths);
+
 } // namespace vorq

@@ -12,9 +12,8 @@ void MemoryDefaults::apply(const std::vector<Change>& changes) {
     }
 }
 
-std::expected<void, QString> MemoryDefaults::eraseForGood() {
+std::expected<void, QString> MemoryDefaults::erase() {
     m_values.clear();
-    m_isErased = true;
     return {};
 }
 

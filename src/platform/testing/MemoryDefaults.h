@@ -11,16 +11,14 @@ class MemoryDefaults final : public Defaults {
   public:
     [[nodiscard]] QVariant value(const QString& key) const override { return m_values.value(key); }
     void apply(const std::vector<Change>& changes) override;
-    std::expected<void, QString> eraseForGood() override;
+    std::expected<void, QString> erase() override;
 
     [[nodiscard]] const QMap<QString, QVariant>& values() const { return m_values; }
     [[nodiscard]] int writes() const { return m_writes; }
-    [[nodiscard]] bool isErased() const { return m_isErased; }
 
   private:
     QMap<QString, QVariant> m_values;
     int m_writes = 0;
-    bool m_isErased = false;
 };
 
 } // namespace vorq

@@ -8,10 +8,10 @@ namespace vorq {
 class ScriptedInstallation final : public Installation {
   public:
     QStringList paths;
-    QString sentence;
+    QStringList sentences;
 
     [[nodiscard]] QStringList files() const override { return paths; }
-    [[nodiscard]] QString advice() const override { return sentence; }
+    [[nodiscard]] QStringList advice() const override { return sentences; }
 };
 
 } // namespace vorq

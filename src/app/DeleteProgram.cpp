@@ -1,0 +1,39 @@
+#include "app/DeleteProgram.h"
+
+#include "platform/linux/SettingsFile.h"
+#include "platform/linux/XdgInstallation.h"
+#include "platform/linux/XdgLoginItem.h"
+#include "platform/linux/XdgPaths.h"
+#include "shell/AlertBox.h"
+#include "shell/Uninstaller.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+
+namespace vorq {
+namespace {
+
+void tell(const QStringList& left) {
+    QEventLoop loop;
+    AlertBox alerts;
+    alerts.show({QStringLiteral("Vorq is deleted, but not all of it."),
+                 left.join(u'\n'),
+                 {QStringLiteral("Quit Vorq")}},
+                [&loop](qsizetype) { loop.quit(); });
+    loop.exec();
+}
+
+} // namespace
+
+void deleteProgram() {
+    const XdgPaths paths;
+    SettingsFile settings(settingsPath(paths));
+    XdgLoginItem loginItem(settings, configurationFolder(paths),
+                           QCoreApplication::applicationFilePath());
+    const XdgInstallation installation(QCoreApplication::applicationFilePath(),
+                                       XdgInstallation::dataFolders(paths));
+    const QStringList left = Uninstaller({loginItem, installation, paths, settings}).uninstall();
+    if (!left.isEmpty()) tell(left);
+}
+
+} // namespace vorq
