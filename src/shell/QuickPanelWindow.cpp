@@ -60,6 +60,10 @@ QuickPanelWindow::QuickPanelWindow(const Platform& platform, QQmlEngine* engine)
     connect(&m_motion, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
         setGeometry(m_platform.screens.flipped(value.toRectF()).toRect());
     });
+    // On a screen of another scale the same size is another number of pixels. Both are right only
+    // after the change.
+    connect(this, &QWindow::screenChanged, this, &QuickPanelWindow::applyTier,
+            Qt::QueuedConnection);
     connect(&m_platform.compositor, &Compositor::changed, this, [this] {
         applyTier();
         emit tierChanged();
