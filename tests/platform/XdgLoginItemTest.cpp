@@ -59,6 +59,17 @@ TEST_F(XdgLoginItemTest, WhatTheUserSwitchedOffStaysOff) {
     }
 }
 
+TEST_F(XdgLoginItemTest, AnEntryThatTheUserEditedIsLeftAlone) {
+    ASSERT_TRUE(item().registerAtLogin());
+    const QByteArray delayed = entry() + "X-GNOME-Autostart-Delay=10\n";
+    const QByteArray wrapped = entry().replace("Exec=", "Exec=nice ");
+    for (const QByteArray& edited : {delayed, wrapped}) {
+        write(edited);
+        EXPECT_TRUE(item().registerAtLogin());
+        EXPECT_EQ(entry(), edited);
+    }
+}
+
 TEST_F(XdgLoginItemTest, AnEntryThatTheUserDeletedDoesNotComeBack) {
     ASSERT_TRUE(item().registerAtLogin());
     ASSERT_TRUE(QFile::remove(path()));
@@ -94,6 +105,9 @@ TEST_F(XdgLoginItemTest, SaysWhyItCannotBeWritten) {
 TEST(DesktopExecWord, QuotesWhatTheLineWouldReadOtherwise) {
     EXPECT_EQ(desktopExecWord("/usr/bin/vorq"), "/usr/bin/vorq");
     EXPECT_EQ(desktopExecWord("/my programs/vorq"), "\"/my programs/vorq\"");
+    EXPECT_EQ(desktopExecWord("/o'brien/vorq"), "\"/o'brien/vorq\"");
+    EXPECT_EQ(desktopExecWord("/a&b/vorq"), "\"/a&b/vorq\"");
+    EXPECT_EQ(desktopExecWord("/opt/vorq-1.0_b+c/vorq"), "/opt/vorq-1.0_b+c/vorq");
     EXPECT_EQ(desktopExecWord("/100%/vorq"), "\"/100%%/vorq\"");
     EXPECT_EQ(desktopExecWord("/a$b\\c"), R"("/a\\$b\\\\c")");
 }

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <utility>
 
 namespace vorq {
@@ -14,24 +15,34 @@ namespace {
 
 const QString registeredKey = QStringLiteral("vorq.loginItem.registered");
 
-bool isSwitchedOff(const QString& entry) {
-    for (const QString& line : entry.split(u'\n')) {
-        const QString setting = QString(line).remove(u' ').toLower();
-        if (setting == u"hidden=true" || setting == u"x-gnome-autostart-enabled=false") return true;
-    }
-    return false;
-}
+const QString launchOptions = QStringLiteral(" --background --launched-at-login");
 
-QString entryText(const QString& executable) {
+// The entry for a program as it stands in the Exec line.
+QString entryText(const QString& program) {
     return QStringLiteral("[Desktop Entry]\n"
                           "Type=Application\n"
                           "Name=Vorq\n"
                           "Comment=Answers about what you highlight\n"
                           "Icon=com.vorq.desk\n"
-                          "Exec=%1 --background --launched-at-login\n"
+                          "Exec=%1%2\n"
                           "Terminal=false\n"
                           "X-GNOME-Autostart-enabled=true\n")
-        .arg(desktopExecWord(executable));
+        .arg(program, launchOptions);
+}
+
+// As we wrote it, for a program at any place.
+bool isUnedited(const QString& entry) {
+    for (const QString& line : entry.split(u'\n')) {
+        if (!line.startsWith(u"Exec=") || !line.endsWith(launchOptions)) continue;
+        const QString program = line.chopped(launchOptions.size()).sliced(5);
+        const bool isOneWord = program.startsWith(u'"') || !program.contains(u' ');
+        return isOneWord && entry == entryText(program);
+    }
+    return false;
+}
+
+bool isPlain(QChar character) {
+    return character.isLetterOrNumber() || QStringLiteral("/.-_+@:,").contains(character);
 }
 
 } // namespace
@@ -45,7 +56,7 @@ QString desktopExecWord(const QString& path) {
         if (character == u'%') word += u'%';
         word += character;
     }
-    return word == path && !path.contains(u' ') ? path : u'"' + word + u'"';
+    return std::ranges::all_of(path, isPlain) ? path : u'"' + word + u'"';
 }
 
 XdgLoginItem::XdgLoginItem(Defaults& defaults, QString configurationFolder, QString executable)
@@ -61,11 +72,12 @@ std::expected<void, QString> XdgLoginItem::registerAtLogin() {
     QFile present(entryPath());
     const bool isThere = present.exists();
     if (!isThere && m_defaults.boolean(registeredKey).value_or(false)) return {};
-    const QString wanted = entryText(m_executable);
+    const QString wanted = entryText(desktopExecWord(m_executable));
     if (isThere) {
         if (!present.open(QIODevice::ReadOnly)) return std::unexpected(present.errorString());
         const QString text = QString::fromUtf8(present.readAll());
-        if (text == wanted || isSwitchedOff(text)) return {};
+        // Switching it off is an edit, too.
+        if (text == wanted || !isUnedited(text)) return {};
     }
     QDir().mkpath(m_configurationFolder + QStringLiteral("/autostart"));
     QSaveFile file(entryPath());

@@ -9,7 +9,7 @@ class Defaults;
 /// Starts the program at login by an entry in the user's autostart folder.
 ///
 /// The user switches it off there, in whatever way the desktop offers: the entry says so, or is
-/// gone. It is not switched on again then.
+/// gone. It is not switched on again then, and one that the user has edited is left alone.
 class XdgLoginItem final : public LoginItem {
   public:
     /// The defaults, which must outlive this object, remember that there was an entry.
