@@ -124,6 +124,44 @@ TEST_F(AtSpiSelectionTest, ReadsAPageThroughItsObjects) {
     EXPECT_THAT(selected("/page"), Optional(QString("two\nthree")));
 }
 
+TEST_F(AtSpiSelectionTest, SetsObjectsAsTheirPageDoes) {
+    whole("/page", QStringLiteral("E=mc\uFFFC, press \uFFFC now\uFFFCend")).links =
+        QStringList{"/raised", "/button", "/block"};
+    whole("/raised", "2").attributes = {{"display", "inline"}};
+    whole("/button", "Go").attributes = {{"display", "inline-block"}};
+    whole("/block", "apart").attributes = {{"display", "block"}};
+    EXPECT_THAT(selected("/page"), Optional(QString("E=mc2, press Go now\napart\nend")));
+}
+
+TEST_F(AtSpiSelectionTest, SetsTheCellsOfARowApartByTabs) {
+    whole("/table", QStringLiteral("\uFFFC\uFFFC")).links = QStringList{"/head", "/row"};
+    whole("/head", QStringLiteral("\uFFFC\uFFFC\uFFFC")).links = QStringList{"/a", "/b", "/c"};
+    whole("/row", QStringLiteral("\uFFFC\uFFFC\uFFFC")).links = QStringList{"/d", "/none", "/f"};
+    for (const QString& name : {"a", "b", "c", "d", "f"})
+        whole("/" + name, name).attributes = {{"display", "table-cell"}};
+    element("/none").attributes = {{"display", "table-cell"}};
+    for (const QString& path : {"/head", "/row"})
+        element(path).attributes = {{"display", "table-row"}};
+    EXPECT_THAT(selected("/table"), Optional(QString("a\tb\tc\nd\t\tf")));
+}
+
+TEST_F(AtSpiSelectionTest, LeavesWhatIsTypedIntoTheFieldsOfAPage) {
+    whole("/page", QStringLiteral("before\uFFFCafter")).links = QStringList{"/field"};
+    whole("/field", "typed").attributes = {{"display", "inline-block"}, {"tag", "input"}};
+    EXPECT_THAT(selected("/page"), Optional(QString("beforeafter")));
+    EXPECT_THAT(selected("/field"), Optional(QString("typed")));
+}
+
+TEST_F(AtSpiSelectionTest, ReadsNothingWhereOffsetsAreWrong) {
+    toolkit = atSpiToolkit(u"Chromium", u"Chromium");
+    whole("/page", QStringLiteral("\uFFFC\uFFFC")).links = QStringList{"/plain", "/wide"};
+    whole("/plain", "words");
+    textOf("/wide", QStringLiteral("\U0001F600 words"), 0, 5);
+    EXPECT_THAT(selected("/plain"), Optional(QString("words")));
+    EXPECT_EQ(selected("/wide"), std::nullopt);
+    EXPECT_EQ(selected("/page"), std::nullopt);
+}
+
 TEST_F(AtSpiSelectionTest, SurvivesOffsetsThatMakeNoSense) {
     for (const auto& [start, end] : std::vector<std::pair<int, int>>{
              {-5, 3}, {3, -1}, {0, farthest}, {farthest, farthest}, {farthest - 1, farthest}}) {

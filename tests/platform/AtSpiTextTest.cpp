@@ -49,11 +49,19 @@ TEST(AtSpiText, DropsTheMarksOfFirefoxAndNoOthers) {
     EXPECT_EQ(withoutMarks(marked, gtk), marked);
 }
 
+TEST(AtSpiText, FindsCharactersBeyondTheBasicPlane) {
+    EXPECT_TRUE(hasWideCharacters(text));
+    EXPECT_FALSE(hasWideCharacters(u"Gr\u00FC\u00DFe e\u0301 \uFFFC"));
+    EXPECT_FALSE(hasWideCharacters(u""));
+}
+
 TEST(AtSpiText, KnowsWhichToolkitsDoThingsTheirOwnWay) {
     EXPECT_TRUE(qt.countsInsertedUnits);
     EXPECT_FALSE(gtk.countsInsertedUnits);
     EXPECT_FALSE(atSpiToolkit(u"Chromium", u"Chromium").tellsAllSelections);
     EXPECT_TRUE(gecko.tellsAllSelections);
+    EXPECT_TRUE(atSpiToolkit(u"Chromium", u"Chromium").miscountsWideCharacters);
+    EXPECT_FALSE(gecko.miscountsWideCharacters);
     EXPECT_TRUE(atSpiToolkit(u"GTK", u"editor").placesInWindow);
     EXPECT_FALSE(gtk.placesInWindow);
     EXPECT_EQ(atSpiToolkit(u"of the future", u""), AtSpiToolkit{});

@@ -1,5 +1,7 @@
 #include "platform/FakeAccessibleTree.h"
 
+#include "platform/linux/AtSpiText.h"
+
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
@@ -9,8 +11,6 @@
 
 namespace vorq {
 namespace {
-
-constexpr QChar objectCharacter(u'\uFFFC');
 
 QVariant wrapped(const QVariant& value) {
     return QVariant::fromValue(QDBusVariant(value));

@@ -42,6 +42,8 @@ std::optional<TextRange> AtSpiElement::selectedTextRange() const {
     const auto spans = AtSpiSelection(bus(), kind, stop()).spans(m_element);
     if (!spans) return std::nullopt;
     if (spans->empty()) return kind.tellsAllSelections ? caret() : std::nullopt;
+    // Offsets that are wrong for the text are wrong for its range.
+    if (kind.miscountsWideCharacters && !selection().selectedText(m_element)) return std::nullopt;
     const Span span = spans->front();
     if (kind.unit == AtSpiToolkit::Unit::Utf16)
         return TextRange{.location = span.start, .length = span.end - span.start};
@@ -68,7 +70,10 @@ std::optional<TextRange> AtSpiElement::caret() const {
 }
 
 std::optional<QString> AtSpiElement::value() const {
-    return selection().value(m_element);
+    auto text = selection().value(m_element);
+    // A page is a text of objects. A piece of that says nothing.
+    if (text && text->contains(objectCharacter)) return std::nullopt;
+    return text;
 }
 
 std::optional<QRectF> AtSpiElement::onScreen(std::optional<QRectF> rect) const {
@@ -112,10 +117,12 @@ std::optional<QSizeF> AtSpiElement::size() const {
 }
 
 std::optional<std::vector<AccessibleElementPtr>> AtSpiElement::children() const {
-    const auto& refs = m_session->walk.facts(m_element).children;
-    if (!refs) return std::nullopt;
-    // Announcing changes what refs refers to.
-    const std::vector<AtSpiRef> children = *refs;
+    const AtSpiWalk::Facts& facts = m_session->walk.facts(m_element);
+    // Below a selection that cannot be read, nothing has all of it.
+    const bool hasSelection = facts.selections.value_or(0) > 0;
+    if (!facts.children || (hasSelection && toolkit().miscountsWideCharacters)) return std::nullopt;
+    // Announcing changes what facts refers to.
+    const std::vector<AtSpiRef> children = *facts.children;
     std::vector<AccessibleElementPtr> elements;
     for (const AtSpiRef& child : children) {
         m_session->walk.announce(child);
@@ -132,7 +139,7 @@ std::optional<AtSpiElement::Span> AtSpiElement::spanOf(TextRange range, QStringV
 }
 
 std::optional<QRectF> AtSpiElement::boundsForRange(TextRange range) const {
-    if (!m_boundsText) m_boundsText = value();
+    if (!m_boundsText) m_boundsText = selection().value(m_element);
     if (!m_boundsText) return std::nullopt;
     const auto span = spanOf(range, *m_boundsText);
     if (!span) return std::nullopt;
@@ -145,7 +152,7 @@ std::optional<QRectF> AtSpiElement::boundsForRange(TextRange range) const {
 }
 
 bool AtSpiElement::setSelectedTextRange(TextRange range) {
-    const auto text = value();
+    const auto text = selection().value(m_element);
     const auto span = text ? spanOf(range, *text) : std::nullopt;
     if (!span) return false;
     const auto isSet = [&] {

@@ -8,19 +8,21 @@ namespace {
 
 using atspi::Role;
 
-constexpr QChar objectCharacter(u'\uFFFC');
 constexpr std::int32_t longestText = 4 * 1024 * 1024; // in the toolkit's units
 constexpr std::int32_t mostSelections = 64;
 constexpr std::size_t deepestPage = 24;
+constexpr std::int32_t toTheEnd = -1;
 
 constexpr std::array inlineRoles{Role::Link, Role::Static, Role::Label, Role::Image};
+constexpr std::array fieldTags{QLatin1StringView("input"), QLatin1StringView("textarea"),
+                               QLatin1StringView("select")};
 
-bool isInline(const std::optional<std::uint32_t>& role) {
+bool isInlineRole(std::uint32_t role) {
     return std::ranges::any_of(
         inlineRoles, [&](Role known) { return role == static_cast<std::uint32_t>(known); });
 }
 
-// Puts pieces together; a block begins and ends a line.
+// Puts pieces together; a block begins and ends a line, and the cells of a row are on one.
 class Lines {
   public:
     void add(QStringView piece) {
@@ -34,11 +36,17 @@ class Lines {
         add(piece);
         m_breakIsDue = true;
     }
+    void addCell(QStringView piece) {
+        if (m_hasCell) m_text += u'\t';
+        m_hasCell = true;
+        add(piece);
+    }
     [[nodiscard]] const QString& text() const { return m_text; }
 
   private:
     QString m_text;
     bool m_breakIsDue = false;
+    bool m_hasCell = false;
 };
 
 } // namespace
@@ -48,6 +56,8 @@ struct AtSpiSelection::Reading {
     // Those that are being read, each within the one before it.
     std::vector<AtSpiRef> within;
     std::size_t objects = 2000;
+    // Whether some offsets are wrong.
+    bool isMiscounted = false;
 
     [[nodiscard]] bool mayEnter(const AtSpiRef& element, std::size_t parts) const {
         return within.size() <= deepestPage && parts <= objects &&
@@ -67,12 +77,12 @@ AtSpiSelection::lookAt(const std::vector<AtSpiRef>& elements) const {
     std::vector<Object> objects;
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const QDBusMessage& interfaces = facts[2 * i + 1];
-        objects.push_back({.element = elements[i],
-                           .role = atspi::numberIn(facts[2 * i]),
-                           .hasText = atspi::offersText(interfaces),
-                           .hasLinks = atspi::offersLinks(interfaces),
-                           .selections = std::nullopt});
-        if (objects.back().isReadable()) calls.push_back(atspi::selectionCount(elements[i]));
+        Object& object = objects.emplace_back();
+        object.element = elements[i];
+        object.role = atspi::numberIn(facts[2 * i]);
+        object.hasText = atspi::offersText(interfaces);
+        object.hasLinks = atspi::offersLinks(interfaces);
+        if (object.isReadable()) calls.push_back(atspi::selectionCount(elements[i]));
     }
     const AtSpiBus::Messages counts = m_bus.call(calls, m_stop);
     std::size_t next = 0;
@@ -88,6 +98,21 @@ bool AtSpiSelection::Object::isReadable() const {
 
 bool AtSpiSelection::Object::isPassword() const {
     return role == static_cast<std::uint32_t>(Role::PasswordText);
+}
+
+bool AtSpiSelection::Object::isInline() const {
+    if (display.isEmpty()) return !role || isInlineRole(*role);
+    return display.startsWith(u"inline") || display.startsWith(u"ruby") || display == u"math";
+}
+
+bool AtSpiSelection::Object::isCell() const {
+    return display == u"table-cell";
+}
+
+// What is typed into a field is not of the page that it stands on, which browsers do not copy
+// either. Where the selection is in the field, that has the focus and is not met on a page.
+bool AtSpiSelection::Object::isField() const {
+    return std::ranges::find(fieldTags, tag) != fieldTags.end();
 }
 
 std::optional<std::vector<AtSpiSelection::Span>>
@@ -134,7 +159,8 @@ std::optional<QString> AtSpiSelection::selectedText(const AtSpiRef& element) con
     Lines lines;
     for (const Span& span : *selected)
         lines.addBlock(composed(object, span, reading));
-    return m_stop.stop_requested() ? std::nullopt : std::optional(lines.text());
+    const bool isKnown = !reading.isMiscounted && !m_stop.stop_requested();
+    return isKnown ? std::optional(lines.text()) : std::nullopt;
 }
 
 std::optional<QString> AtSpiSelection::plainText(const AtSpiRef& element, Span span) const {
@@ -160,7 +186,16 @@ std::optional<QString> AtSpiSelection::rawText(const AtSpiRef& element, Span spa
     return text;
 }
 
+// The offsets may be wrong by the wide characters before them, and then too low.
+bool AtSpiSelection::isMiscounted(const AtSpiRef& element) const {
+    if (!m_toolkit.miscountsWideCharacters) return false;
+    const auto all = atspi::textIn(m_bus.call(atspi::text(element, 0, toTheEnd), m_stop));
+    return !all || hasWideCharacters(*all);
+}
+
 QString AtSpiSelection::composed(const Object& object, Span span, Reading& reading) const {
+    reading.isMiscounted = reading.isMiscounted || isMiscounted(object.element);
+    if (reading.isMiscounted) return {};
     const QString raw = rawText(object.element, span).value_or(QString());
     const std::vector<std::int32_t> offsets = objectOffsets(raw, span.start);
     if (offsets.empty() || !object.hasLinks || !reading.mayEnter(object.element, offsets.size()))
@@ -176,7 +211,9 @@ QString AtSpiSelection::composed(const Object& object, Span span, Reading& readi
         from = at + 1;
         const bool isAtEdge = at == 0 || at == raw.size() - 1;
         const QString text = textOf(part, isAtEdge, reading);
-        if (!part.role || isInline(part.role))
+        if (part.isCell())
+            lines.addCell(text);
+        else if (part.isInline())
             lines.add(text);
         else
             lines.addBlock(text);
@@ -215,11 +252,20 @@ AtSpiSelection::objectsAt(const AtSpiRef& element, const std::vector<std::int32_
     std::vector<AtSpiRef> refs;
     for (const QDBusMessage& reply : m_bus.call(calls, m_stop))
         refs.push_back(atspi::refIn(reply).value_or(nowhere));
-    return lookAt(refs);
+    std::vector<Object> objects = lookAt(refs);
+    for (std::size_t i = 0; i < calls.size(); ++i)
+        calls[i] = atspi::attributes(refs[i]);
+    const AtSpiBus::Messages attributes = m_bus.call(calls, m_stop);
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        const QMap<QString, QString> told = atspi::attributesIn(attributes[i]);
+        objects[i].display = told.value(QStringLiteral("display"));
+        objects[i].tag = told.value(QStringLiteral("tag"));
+    }
+    return objects;
 }
 
 QString AtSpiSelection::textOf(const Object& object, bool isAtEdge, Reading& reading) const {
-    if (!object.selections) return {};
+    if (!object.selections || object.isField()) return {};
     Lines lines;
     for (const Span& span : selectedParts(object))
         lines.addBlock(composed(object, span, reading));

@@ -16,7 +16,8 @@ namespace vorq {
 /// it is ever asked.
 ///
 /// A page of a browser is a text of objects, each of which has its own text and its own part of the
-/// selection. Their texts take the place of the objects, blocks on lines of their own.
+/// selection. Their texts take the place of the objects: blocks on lines of their own, cells of a
+/// row apart by tabs, and nothing for the fields of a form.
 class AtSpiSelection {
   public:
     using Span = atspi::Span;
@@ -28,7 +29,8 @@ class AtSpiSelection {
     /// without text, or for a paragraph that has but a part of what is selected.
     [[nodiscard]] std::optional<std::vector<Span>> spans(const AtSpiRef& element) const;
 
-    /// The selected text; several selections are on lines of their own.
+    /// The selected text; several selections are on lines of their own. Nothing also where the
+    /// toolkit tells wrong offsets.
     [[nodiscard]] std::optional<QString> selectedText(const AtSpiRef& element) const;
 
     /// The text as it stands, objects as objects. Nothing for a password or too long a text.
@@ -44,9 +46,15 @@ class AtSpiSelection {
         bool hasLinks = false;
         // Nothing for what is not readable.
         std::optional<std::int32_t> selections;
+        // How it is set, and the name of its element, on a page.
+        QString display;
+        QString tag;
 
         [[nodiscard]] bool isReadable() const;
         [[nodiscard]] bool isPassword() const;
+        [[nodiscard]] bool isInline() const;
+        [[nodiscard]] bool isCell() const;
+        [[nodiscard]] bool isField() const;
     };
 
     [[nodiscard]] std::vector<Object> lookAt(const std::vector<AtSpiRef>& elements) const;
@@ -58,6 +66,7 @@ class AtSpiSelection {
                                                 const std::vector<std::int32_t>& offsets) const;
     [[nodiscard]] std::vector<std::int32_t> objectOffsets(QStringView raw,
                                                           std::int32_t start) const;
+    [[nodiscard]] bool isMiscounted(const AtSpiRef& element) const;
     [[nodiscard]] QString composed(const Object& object, Span span, Reading& reading) const;
     [[nodiscard]] QString textOf(const Object& object, bool isAtEdge, Reading& reading) const;
 

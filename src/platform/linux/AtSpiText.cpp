@@ -20,9 +20,13 @@ AtSpiToolkit atSpiToolkit(QStringView name, QStringView application) {
     if (name == u"Gecko") return {.unit = Utf16, .marksWideCharacters = true};
     // It says that it is made with GTK, but answers by itself.
     if (application == u"soffice") return {.unit = Utf16, .splitsParagraphs = true};
-    if (name == u"Chromium") return {.tellsAllSelections = false};
+    if (name == u"Chromium") return {.tellsAllSelections = false, .miscountsWideCharacters = true};
     if (name == u"GTK") return {.placesInWindow = true};
     return {};
+}
+
+bool hasWideCharacters(QStringView text) {
+    return std::ranges::any_of(text, [](QChar unit) { return unit.isSurrogate(); });
 }
 
 QString withoutMarks(QString text, const AtSpiToolkit& toolkit) {

@@ -9,6 +9,9 @@
 
 namespace vorq {
 
+/// Stands for an object within a text.
+constexpr QChar objectCharacter(u'\uFFFC');
+
 /// What a toolkit does its own way on the accessibility bus.
 struct AtSpiToolkit {
     enum class Unit { CodePoint, Utf16 };
@@ -22,6 +25,9 @@ struct AtSpiToolkit {
     bool marksWideCharacters = false;
     /// Whether no selection means that nothing is selected; one toolkit forgets some.
     bool tellsAllSelections = true;
+    /// Whether a selection is told at wrong offsets in a text with characters beyond the basic
+    /// plane.
+    bool miscountsWideCharacters = false;
     /// Whether each paragraph is an element, of which only those on the screen exist.
     bool splitsParagraphs = false;
     /// Whether places are relative to the window although those of the screen were asked for.
@@ -32,6 +38,9 @@ struct AtSpiToolkit {
 
 /// By the names that an application gives for its toolkit and for itself.
 [[nodiscard]] AtSpiToolkit atSpiToolkit(QStringView name, QStringView application);
+
+/// Whether any character is beyond the basic plane.
+[[nodiscard]] bool hasWideCharacters(QStringView text);
 
 /// A text as it came over the bus, without the toolkit's own marks.
 [[nodiscard]] QString withoutMarks(QString text, const AtSpiToolkit& toolkit);
