@@ -40,6 +40,20 @@ class EditorCapture : public testing::TestWithParam<Editor> {
         });
         return element;
     }
+    // Of several elements none has the whole, which is then handed out as PRIMARY.
+    void expectAcrossLines(const QString& expected) const {
+        if (GetParam().isOneElement) {
+            waitForFocusedText(*accessibility, application.process, expected);
+            return;
+        }
+        X11PrimarySelection primary;
+        DesktopSession::waitUntil("the highlight", [&] {
+            const auto highlight = primary.highlightOf(application.process, {});
+            return highlight && highlight->text.trimmed() == expected;
+        });
+        waitForFocusedText(*accessibility, application.process, "");
+        EXPECT_FALSE(tellsThatNothingIsSelected(source()));
+    }
     void selectWord() const {
         session.key(
             {"ctrl+Home", "Right", "Right", "Right", "Right", "Right", "Right", "Right", "Right"});
@@ -74,18 +88,10 @@ TEST_P(EditorCapture, ReadsWhatIsSelected) {
     EXPECT_EQ(session.activeWindow(), application.window);
 
     session.key({"ctrl+a"});
-    if (GetParam().isOneElement) {
-        waitForFocusedText(*accessibility, application.process, text);
-    } else {
-        // Of several elements none has the whole, which is handed out as PRIMARY.
-        X11PrimarySelection primary;
-        DesktopSession::waitUntil("the highlight", [&] {
-            const auto highlight = primary.highlightOf(application.process, {});
-            return highlight && highlight->text == text;
-        });
-        waitForFocusedText(*accessibility, application.process, "");
-        EXPECT_FALSE(tellsThatNothingIsSelected(source()));
-    }
+    expectAcrossLines(text);
+    // To the beginning of the next line, of which nothing is selected.
+    session.key({"ctrl+Home", "shift+Down"});
+    expectAcrossLines(text.section('\n', 0, 0));
 
     session.key({"ctrl+Home"});
     waitForFocusedText(*accessibility, application.process, "");

@@ -152,6 +152,22 @@ TEST_F(AtSpiSelectionTest, LeavesWhatIsTypedIntoTheFieldsOfAPage) {
     EXPECT_THAT(selected("/field"), Optional(QString("typed")));
 }
 
+TEST_F(AtSpiSelectionTest, ReadsNoSelectionThatOtherParagraphsHaveAPartOf) {
+    toolkit = atSpiToolkit(u"gtk", u"soffice");
+    element("/document").children = QStringList{"/first", "/caret"};
+    element("/caret").text = "second";
+    element("/first").text = "first";
+    const auto spans = [&](const QString& path) {
+        return told([&] { return AtSpiSelection(bus, toolkit, {}).spans(at(path)).has_value(); });
+    };
+    EXPECT_TRUE(spans("/caret")) << "nothing is selected anywhere";
+    whole("/first", "first");
+    EXPECT_FALSE(spans("/caret")) << "the selection ends before the first character";
+    EXPECT_TRUE(spans("/first"));
+    whole("/caret", "second");
+    EXPECT_FALSE(spans("/first"));
+}
+
 TEST_F(AtSpiSelectionTest, ReadsNothingWhereOffsetsAreWrong) {
     toolkit = atSpiToolkit(u"Chromium", u"Chromium");
     whole("/page", QStringLiteral("\uFFFC\uFFFC")).links = QStringList{"/plain", "/wide"};

@@ -88,6 +88,14 @@ QDBusMessage FakeAccessibleTree::answer(const QDBusMessage& call, const QString&
         return call.createReply(names);
     }
     if (member == "GetObject") return call.createReply(reference(service, call.path()));
+    if (member == "Get" && call.arguments().value(1) == "Parent") {
+        const auto parent = std::ranges::find_if(elements, [&](const auto& candidate) {
+            return candidate.second.children.contains(call.path());
+        });
+        return parent == elements.end()
+                   ? refusal(call)
+                   : call.createReply(wrapped(reference(service, parent->first)));
+    }
     if (element.hasText) return answerOfText(call, element, service);
     m_misplaced += call.path() + "." + member;
     return refusal(call);

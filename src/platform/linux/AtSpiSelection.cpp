@@ -125,8 +125,8 @@ AtSpiSelection::spansOf(const Object& object) const {
     if (object.hasText && object.isPassword()) return std::vector<Span>();
     if (!object.selections) return std::nullopt;
     std::vector<Span> spans = selectedParts(object);
-    if (m_toolkit.splitsParagraphs && !spans.empty() && hasSelectedSibling(object.element))
-        return std::nullopt;
+    // Also where it ends before the first character of this one.
+    if (m_toolkit.splitsParagraphs && hasSelectedSibling(object.element)) return std::nullopt;
     return spans;
 }
 
