@@ -168,6 +168,20 @@ TEST_F(AtSpiSelectionTest, ReadsNoSelectionThatOtherParagraphsHaveAPartOf) {
     EXPECT_FALSE(spans("/first"));
 }
 
+TEST_F(AtSpiSelectionTest, ReadsNoCellThatIsSelectedWhole) {
+    toolkit = atSpiToolkit(u"gtk", u"soffice");
+    element("/cell").children = QStringList{"/text"};
+    element("/cell").role = static_cast<std::uint32_t>(atspi::Role::TableCell);
+    whole("/text", "words");
+    EXPECT_EQ(selected("/text"), std::nullopt);
+    textOf("/text", "words", 0, 3);
+    EXPECT_THAT(selected("/text"), Optional(QString("wor")));
+    element("/text").selections.clear();
+    EXPECT_THAT(selected("/text"), Optional(QString()));
+    element("/text").text.clear();
+    EXPECT_EQ(selected("/text"), std::nullopt) << "an empty cell may be among others";
+}
+
 TEST_F(AtSpiSelectionTest, ReadsNothingWhereOffsetsAreWrong) {
     toolkit = atSpiToolkit(u"Chromium", u"Chromium");
     whole("/page", QStringLiteral("\uFFFC\uFFFC")).links = QStringList{"/plain", "/wide"};

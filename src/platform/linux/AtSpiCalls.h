@@ -24,6 +24,7 @@ enum class Role : std::uint32_t {
     Image = 27,
     Label = 29,
     PasswordText = 40,
+    TableCell = 56,
     Link = 88,
     Static = 116,
 };

@@ -17,9 +17,8 @@ constexpr std::array inlineRoles{Role::Link, Role::Static, Role::Label, Role::Im
 constexpr std::array fieldTags{QLatin1StringView("input"), QLatin1StringView("textarea"),
                                QLatin1StringView("select")};
 
-bool isInlineRole(std::uint32_t role) {
-    return std::ranges::any_of(
-        inlineRoles, [&](Role known) { return role == static_cast<std::uint32_t>(known); });
+bool isRole(const std::optional<std::uint32_t>& told, Role role) {
+    return told == static_cast<std::uint32_t>(role);
 }
 
 // Puts pieces together; a block begins and ends a line, and the cells of a row are on one.
@@ -97,11 +96,13 @@ bool AtSpiSelection::Object::isReadable() const {
 }
 
 bool AtSpiSelection::Object::isPassword() const {
-    return role == static_cast<std::uint32_t>(Role::PasswordText);
+    return isRole(role, Role::PasswordText);
 }
 
 bool AtSpiSelection::Object::isInline() const {
-    if (display.isEmpty()) return !role || isInlineRole(*role);
+    if (display.isEmpty())
+        return !role ||
+               std::ranges::any_of(inlineRoles, [&](Role one) { return isRole(role, one); });
     return display.startsWith(u"inline") || display.startsWith(u"ruby") || display == u"math";
 }
 
@@ -126,18 +127,24 @@ AtSpiSelection::spansOf(const Object& object) const {
     if (!object.selections) return std::nullopt;
     std::vector<Span> spans = selectedParts(object);
     // Also where it ends before the first character of this one.
-    if (m_toolkit.splitsParagraphs && hasSelectedSibling(object.element)) return std::nullopt;
+    if (m_toolkit.splitsParagraphs && isPartOfMore(object.element, spans)) return std::nullopt;
     return spans;
 }
 
-bool AtSpiSelection::hasSelectedSibling(const AtSpiRef& element) const {
+bool AtSpiSelection::isPartOfMore(const AtSpiRef& element, const std::vector<Span>& spans) const {
     const auto parent = atspi::propertyRefIn(m_bus.call(atspi::parent(element), m_stop));
     if (!parent) return false;
-    auto siblings = atspi::refsIn(m_bus.call(atspi::children(*parent), m_stop))
-                        .value_or(std::vector<AtSpiRef>());
+    const AtSpiBus::Messages facts = m_bus.call(
+        {atspi::children(*parent), atspi::role(*parent), atspi::characterCount(element)}, m_stop);
+    auto siblings = atspi::refsIn(facts[0]).value_or(std::vector<AtSpiRef>());
     std::erase(siblings, element);
-    return std::ranges::any_of(
+    const bool hasSelectedSibling = std::ranges::any_of(
         lookAt(siblings), [](const Object& sibling) { return sibling.selections.value_or(0) > 0; });
+    if (hasSelectedSibling || !isRole(atspi::numberIn(facts[1]), Role::TableCell))
+        return hasSelectedSibling;
+    // Several cells are selected whole, and are too many to ask.
+    const auto count = atspi::propertyIntegerIn(facts[2]);
+    return count == 0 || (!spans.empty() && spans.front().start == 0 && spans.front().end == count);
 }
 
 std::vector<AtSpiSelection::Span> AtSpiSelection::selectedParts(const Object& object) const {

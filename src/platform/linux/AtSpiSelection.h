@@ -59,7 +59,8 @@ class AtSpiSelection {
 
     [[nodiscard]] std::vector<Object> lookAt(const std::vector<AtSpiRef>& elements) const;
     [[nodiscard]] std::vector<Span> selectedParts(const Object& object) const;
-    [[nodiscard]] bool hasSelectedSibling(const AtSpiRef& element) const;
+    // Whether other elements may have parts of the selection, too.
+    [[nodiscard]] bool isPartOfMore(const AtSpiRef& element, const std::vector<Span>& spans) const;
     [[nodiscard]] std::optional<QString> rawText(const AtSpiRef& element, Span span) const;
     [[nodiscard]] std::optional<std::vector<Span>> spansOf(const Object& object) const;
     [[nodiscard]] std::vector<Object> objectsAt(const AtSpiRef& element,
