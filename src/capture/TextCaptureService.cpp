@@ -16,41 +16,44 @@ namespace {
 // nothing is selected.
 constexpr int looksAtFocus = 2;
 
+bool hasText(const std::optional<PrimarySelection::Highlight>& highlight) {
+    return highlight && !trimmed(highlight->text).isEmpty();
+}
+
+} // namespace
+
 // How long there still is of what a capture may take, the time of the copy shortcut left out.
-class Budget {
+class TextCaptureService::Budget {
   public:
-    explicit Budget(Clock& clock) : m_clock(clock), m_begin(clock.now()) {}
+    explicit Budget(Clock& clock) : m_clock(&clock), m_begin(clock.now()) {}
 
     [[nodiscard]] Clock::Duration left() const {
-        const Clock::Duration spent = m_clock.now() - m_begin;
-        return std::max(Clock::Duration(TextCaptureService::captureLimit) - spent,
-                        Clock::Duration::zero());
+        const Clock::Duration spent = m_clock->now() - m_begin;
+        return std::max(Clock::Duration(captureLimit) - spent, Clock::Duration::zero());
     }
     [[nodiscard]] Clock::Duration forAccessibility() const {
-        return std::min(left(), Clock::Duration(TextCaptureService::accessibilityLimit));
+        return std::min(left(), Clock::Duration(accessibilityLimit));
     }
     // Though it comes late, since the main thread was busy with its window, it has its turn.
     [[nodiscard]] Clock::Duration forHighlight() const {
-        return std::max(left(), Clock::Duration(TextCaptureService::captureLimit -
-                                                TextCaptureService::accessibilityLimit));
+        return std::max(left(), Clock::Duration(captureLimit - accessibilityLimit));
     }
 
   private:
-    Clock& m_clock;
+    Clock* m_clock;
     Clock::Duration m_begin;
 };
-
-} // namespace
 
 struct TextCaptureService::Reading {
     QString text;
     std::optional<AXCapture> capture;
     // Whether accessibility said that nothing is selected.
     bool isNothingSelected = false;
+    std::optional<PrimarySelection::Highlight> highlight;
 };
 
 TextCaptureService::TextCaptureService(const Services& services)
-    : m_services(services), m_thread(services.clock) {}
+    : m_services(services), m_thread(services.clock), m_primaryThread(services.clock) {}
 
 TextCaptureService::~TextCaptureService() = default;
 
@@ -86,9 +89,10 @@ bool TextCaptureService::isHotKeyCopyFallbackSource(std::optional<ProcessId> sou
     return isHotKeyCopyFallbackBundleID(identifierOf(process));
 }
 
-bool TextCaptureService::wasCaptured(const PrimarySelection::Ownership& ownership) const {
+bool TextCaptureService::wasCaptured(const PrimarySelection::Highlight& highlight) const {
     const std::uint64_t showing = m_services.surroundings.panelShowing();
-    return showing != 0 && showing == m_capturedInShowing && ownership == m_captured;
+    // Some owners do not tell one act of highlighting from the next.
+    return showing != 0 && showing == m_capturedInShowing && highlight == m_captured;
 }
 
 QCoro::Task<TextCaptureService::Reading>
@@ -110,18 +114,44 @@ TextCaptureService::readAccessibility(std::optional<ProcessId> source, Read read
 }
 
 QCoro::Task<std::optional<PrimarySelection::Highlight>>
-TextCaptureService::readPrimary(std::optional<ProcessId> source, Clock::Duration limit,
-                                std::stop_token stop) {
+TextCaptureService::readPrimary(std::optional<ProcessId> source, Budget budget,
+                                std::stop_token headStartEnd, std::stop_token stop) {
+    const QPointer<TextCaptureService> self(this);
     std::optional<PrimarySelection::Highlight> result;
     const auto process = source ? source : frontmostForeignProcess();
     if (!process) co_return result;
+    co_await sleepFor(m_services.clock, headStart, std::move(headStartEnd));
+    if (!self || stop.stop_requested()) co_return result;
     const auto highlight = std::make_shared<std::optional<PrimarySelection::Highlight>>();
     PrimarySelection& primary = m_services.primary;
     CaptureThread::Job job = [&primary, process, highlight](std::stop_token running) {
         *highlight = primary.highlightOf(*process, std::move(running));
     };
-    const bool isInTime = co_await m_thread.run(std::move(job), limit, std::move(stop));
+    const Clock::Duration limit = budget.forHighlight();
+    const bool isInTime = co_await m_primaryThread.run(std::move(job), limit, std::move(stop));
     if (isInTime) result = std::move(*highlight);
+    co_return result;
+}
+
+QCoro::Task<TextCaptureService::Reading>
+TextCaptureService::readBoth(std::optional<ProcessId> source, Budget budget, Read read,
+                             IsEnough isEnough, std::stop_token stop) {
+    std::stop_source headStartEnd;
+    std::stop_source highlightStop;
+    const std::stop_callback onStop(stop, [highlightStop, headStartEnd] {
+        highlightStop.request_stop();
+        headStartEnd.request_stop();
+    });
+    QCoro::Task<std::optional<PrimarySelection::Highlight>> highlighting =
+        readPrimary(source, budget, headStartEnd.get_token(), highlightStop.get_token());
+    const Clock::Duration limit = budget.forAccessibility();
+    Reading reading = co_await readAccessibility(source, std::move(read), limit, stop);
+    if (reading.isNothingSelected || isEnough(reading)) highlightStop.request_stop();
+    headStartEnd.request_stop();
+    reading.highlight = co_await highlighting;
+    if (highlightStop.stop_requested()) reading.highlight.reset();
+    // What is returned is moved from.
+    Reading result = std::move(reading);
     co_return result;
 }
 
@@ -139,20 +169,16 @@ TextCaptureService::captureSelectedTextForHotKey(std::optional<ProcessId> source
             if (!reading.isNothingSelected) return;
         }
     };
-    const Clock::Duration limit = budget.forAccessibility();
-    const Reading reading = co_await readAccessibility(source, std::move(read), limit, stop);
+    IsEnough isEnough = [](const Reading& reading) { return !reading.text.isEmpty(); };
+    const Reading reading =
+        co_await readBoth(source, budget, std::move(read), std::move(isEnough), stop);
     if (!self || stop.stop_requested()) co_return nothing;
     if (!reading.text.isEmpty()) co_return reading.text;
-    if (!reading.isNothingSelected) {
-        const Clock::Duration limitOfHighlight = budget.forHighlight();
-        const auto highlight = co_await readPrimary(source, limitOfHighlight, stop);
-        if (!self || stop.stop_requested()) co_return nothing;
-        const QString text = highlight ? trimmed(highlight->text).toString() : nothing;
-        if (!text.isEmpty() && !wasCaptured(highlight->ownership)) {
-            m_captured = highlight->ownership;
-            m_capturedInShowing = m_services.surroundings.panelShowing();
-            co_return text;
-        }
+    if (hasText(reading.highlight) && !wasCaptured(*reading.highlight)) {
+        m_captured = *reading.highlight;
+        m_capturedInShowing = m_services.surroundings.panelShowing();
+        const QString text = trimmed(m_captured.text).toString();
+        co_return text;
     }
     if (!isHotKeyCopyFallbackSource(source)) co_return nothing;
     const QString copied =
@@ -171,17 +197,16 @@ TextCaptureService::captureSelectedTextForNoteSave(std::optional<ProcessId> sour
         reading.text = captureSelectedTextAXOnly(from);
         reading.isNothingSelected = reading.text.isEmpty() && tellsThatNothingIsSelected(from);
     };
-    const Clock::Duration limit = budget.forAccessibility();
-    const Reading reading = co_await readAccessibility(source, std::move(read), limit, stop);
+    const bool isFinder = isFinderSource(source);
+    IsEnough isEnough = [isFinder](const Reading& reading) {
+        return isFinder || !reading.text.isEmpty();
+    };
+    const Reading reading =
+        co_await readBoth(source, budget, std::move(read), std::move(isEnough), stop);
     if (!self || stop.stop_requested()) co_return nothing;
     QString ax = reading.text;
-    if (ax.isEmpty() && isFinderSource(source)) co_return nothing;
-    if (ax.isEmpty() && !reading.isNothingSelected) {
-        const Clock::Duration limitOfHighlight = budget.forHighlight();
-        const auto highlight = co_await readPrimary(source, limitOfHighlight, stop);
-        if (!self || stop.stop_requested()) co_return nothing;
-        if (highlight) ax = trimmed(highlight->text).toString();
-    }
+    if (ax.isEmpty() && isFinder) co_return nothing;
+    if (ax.isEmpty() && reading.highlight) ax = trimmed(reading.highlight->text).toString();
     const QString copied =
         co_await m_services.copyShortcut.captureFromCopyShortcutFast(source, stop);
     co_return stop.stop_requested() ? nothing : longerSelectedText(ax, copied);
@@ -208,24 +233,24 @@ TextCaptureService::captureSelection(std::optional<ProcessId> source,
         reading.capture = captureFromFocusedAccessibilityElement(from);
         reading.isNothingSelected = !reading.capture && tellsThatNothingIsSelected(from);
     };
-    const Clock::Duration limit = budget.forAccessibility();
-    const Reading reading = co_await readAccessibility(source, std::move(read), limit, stop);
+    const ScreenLayout screens = m_services.surroundings.screens();
+    const auto directly = [source, screens](const Reading& reading) {
+        return reading.capture ? snapshotFromAX(*reading.capture, source, screens) : std::nullopt;
+    };
+    IsEnough isEnough = [directly](const Reading& reading) {
+        return directly(reading).has_value();
+    };
+    const Reading reading =
+        co_await readBoth(source, budget, std::move(read), std::move(isEnough), stop);
     if (!self || stop.stop_requested()) co_return anchored;
-    const auto direct = reading.capture ? snapshotFromAX(*reading.capture, source,
-                                                         m_services.surroundings.screens())
-                                        : std::nullopt;
+    const auto direct = directly(reading);
     if (direct) {
         m_services.log.placeDbg(QStringLiteral("capture: AX-direct frame=%1 mouse=%2")
                                     .arg(logged(direct->screenFrame), logged(mouse)));
         co_return *direct;
     }
-    QString highlighted;
-    if (!reading.isNothingSelected) {
-        const Clock::Duration limitOfHighlight = budget.forHighlight();
-        const auto highlight = co_await readPrimary(source, limitOfHighlight, stop);
-        if (!self || stop.stop_requested()) co_return anchored;
-        if (highlight) highlighted = trimmed(highlight->text).toString();
-    }
+    QString highlighted =
+        reading.highlight ? trimmed(reading.highlight->text).toString() : QString();
     const Clock::Duration left = budget.left();
     const SelectionSnapshot snapshot = co_await captureByCopy(source, mouse, useScreenGeometry,
                                                               std::move(highlighted), left, stop);

@@ -24,6 +24,10 @@ class TextCaptureService final : public QObject, public SelectionCapture {
   public:
     /// Of the whole time, accessibility gets so much, that the next rung has its turn as well.
     static constexpr std::chrono::milliseconds accessibilityLimit{180};
+    /// Accessibility is so far ahead: most applications have answered by then, and need not be
+    /// asked for PRIMARY at all. That is then read beside it, since an application that is slow to
+    /// answer one is slow to answer both.
+    static constexpr std::chrono::milliseconds headStart{30};
     static constexpr std::chrono::milliseconds captureLimit{250};
 
     struct Services {
@@ -67,16 +71,24 @@ class TextCaptureService final : public QObject, public SelectionCapture {
 
   private:
     struct Reading;
+    class Budget;
     using Read = std::function<void(const CaptureSource&, Reading&)>;
+    using IsEnough = std::function<bool(const Reading&)>;
 
     [[nodiscard]] QString identifierOf(std::optional<ProcessId> process) const;
-    [[nodiscard]] bool wasCaptured(const PrimarySelection::Ownership& ownership) const;
+    [[nodiscard]] bool wasCaptured(const PrimarySelection::Highlight& highlight) const;
 
     // Reads by accessibility; what came if it came in time.
     QCoro::Task<Reading> readAccessibility(std::optional<ProcessId> source, Read read,
                                            Clock::Duration limit, std::stop_token stop);
+    // Begins after the head start, or when that is ended.
     QCoro::Task<std::optional<PrimarySelection::Highlight>>
-    readPrimary(std::optional<ProcessId> source, Clock::Duration limit, std::stop_token stop);
+    readPrimary(std::optional<ProcessId> source, Budget budget, std::stop_token headStartEnd,
+                std::stop_token stop);
+    // Reads both. The highlight is not waited for, and is none, where what accessibility told is
+    // enough, or is that nothing is selected.
+    QCoro::Task<Reading> readBoth(std::optional<ProcessId> source, Budget budget, Read read,
+                                  IsEnough isEnough, std::stop_token stop);
     QCoro::Task<SelectionSnapshot> captureByCopy(std::optional<ProcessId> source, QPointF mouse,
                                                  bool useScreenGeometry, QString highlighted,
                                                  Clock::Duration limit, std::stop_token stop);
@@ -86,8 +98,9 @@ class TextCaptureService final : public QObject, public SelectionCapture {
 
     Services m_services;
     CaptureThread m_thread;
+    CaptureThread m_primaryThread;
     // What was captured as PRIMARY last, and in which showing of the panel.
-    PrimarySelection::Ownership m_captured;
+    PrimarySelection::Highlight m_captured;
     std::uint64_t m_capturedInShowing = 0;
 };
 

@@ -146,12 +146,8 @@ class CaptureTest : public testing::Test {
             .result();
     }
 
-    void waitUntilHanging() {
-        for (const QDeadlineTimer guard(20'000); accessibility.hanging == 0;) {
-            ASSERT_FALSE(guard.hasExpired());
-            Running<QString>::turnOnce();
-        }
-    }
+    void waitUntilHanging() { waitUntilHanging(accessibility.hanging); }
+    void waitUntilPrimaryHangs() { waitUntilHanging(primary.hanging); }
 
     [[nodiscard]] static QByteArray contentOf(const QString& path) {
         QFile file(path);
@@ -172,6 +168,14 @@ class CaptureTest : public testing::Test {
     std::unique_ptr<TextCaptureService> service =
         std::make_unique<TextCaptureService>(TextCaptureService::Services{
             clock, accessibility, primary, workspace, copyShortcut, surroundings, log});
+
+  private:
+    static void waitUntilHanging(const std::atomic<int>& hanging) {
+        for (const QDeadlineTimer guard(20'000); hanging == 0;) {
+            ASSERT_FALSE(guard.hasExpired());
+            Running<QString>::turnOnce();
+        }
+    }
 };
 
 } // namespace vorq

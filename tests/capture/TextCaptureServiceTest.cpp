@@ -1,5 +1,7 @@
 #include "capture/CaptureFixture.h"
 
+#include <semaphore>
+
 namespace vorq {
 namespace {
 
@@ -84,6 +86,16 @@ TEST_F(HotKeyCapture, TakesAHighlightOnceWhileThePanelStaysOpen) {
     EXPECT_EQ(hotKey(), "highlighted");
 }
 
+TEST_F(HotKeyCapture, TakesAnotherTextThoughItsOwnerDoesNotTellThatItIsAnother) {
+    surroundings.showing = 1;
+    highlight("first");
+    EXPECT_EQ(hotKey(), "first");
+
+    highlight("second");
+    EXPECT_EQ(hotKey(), "second");
+    EXPECT_EQ(hotKey(), "");
+}
+
 TEST_F(HotKeyCapture, TakesAHighlightAgainWhenThePanelIsOpenedAnew) {
     surroundings.showing = 1;
     highlight("highlighted");
@@ -127,9 +139,14 @@ TEST_F(HotKeyCapture, WithoutASourceTakesTheHighlightOfTheApplicationInFront) {
 
 TEST_F(HotKeyCapture, GivesAnApplicationThatHangsAQuarterOfASecond) {
     accessibility.hangs = true;
+    primary.hangs = true;
     const Running<QString> running = startHotKey();
     waitUntilHanging();
-    clock.advance(TextCaptureService::captureLimit - 1ms);
+    clock.advance(TextCaptureService::headStart);
+    waitUntilPrimaryHangs();
+    clock.advance(TextCaptureService::captureLimit - TextCaptureService::headStart - 1ms);
+    for (int turn = 0; turn < 20; ++turn)
+        Running<QString>::turnOnce();
     EXPECT_FALSE(running.hasEnded());
 
     clock.advance(1ms);
@@ -147,13 +164,75 @@ TEST_F(HotKeyCapture, GoesOnToTheHighlightWhenAccessibilityTakesTooLong) {
     EXPECT_EQ(running.result(), "highlighted");
 }
 
+// An application whose reads wait until they are let go.
+class SlowApplication : public CaptureTest {
+  protected:
+    SlowApplication() {
+        focus();
+        accessibility.onRead = [this](const QString&) {
+            isAsked.release();
+            isLetGo.acquire();
+            isLetGo.release();
+        };
+    }
+    // The clock stands still once PRIMARY is being read.
+    [[nodiscard]] Running<QString> startAndFallBehind() {
+        Running<QString> running = startHotKey();
+        isAsked.acquire();
+        clock.advance(TextCaptureService::headStart);
+        for (const QDeadlineTimer guard(20'000); primary.reads == 0 && !guard.hasExpired();)
+            Running<QString>::turnOnce();
+        EXPECT_EQ(primary.reads, 1);
+        return running;
+    }
+
+    std::counting_semaphore<> isAsked{0};
+    std::counting_semaphore<> isLetGo{0};
+};
+
+TEST_F(SlowApplication, IsAskedForItsHighlightMeanwhile) {
+    highlight("highlighted");
+    const Running<QString> running = startAndFallBehind();
+    EXPECT_FALSE(running.hasEnded());
+
+    clock.advance(TextCaptureService::accessibilityLimit - TextCaptureService::headStart);
+    EXPECT_EQ(running.result(), "highlighted");
+    isLetGo.release();
+}
+
+TEST_F(SlowApplication, IsBelievedByAccessibilityAllTheSame) {
+    highlight("highlighted");
+    select("selected");
+    const Running<QString> running = startAndFallBehind();
+
+    isLetGo.release();
+    EXPECT_EQ(running.result(), "selected");
+}
+
+TEST_F(SlowApplication, IsBelievedThatNothingIsSelected) {
+    highlight("old text");
+    focus().text = "";
+    focus().range = TextRange{.location = 3, .length = 0};
+    const Running<QString> running = startAndFallBehind();
+
+    isLetGo.release();
+    EXPECT_EQ(running.result(), "");
+}
+
+TEST_F(SlowApplication, WaitsForNoHighlightOnceItHasTold) {
+    primary.hangs = true;
+    select("selected");
+    const Running<QString> running = startAndFallBehind();
+
+    isLetGo.release();
+    EXPECT_EQ(running.result(), "selected");
+    EXPECT_EQ(clock.pendingTimers(), 0U);
+}
+
 TEST_F(HotKeyCapture, GivesAHighlightThatHangsTheRestOfTheTime) {
     primary.hangs = true;
     const Running<QString> running = startHotKey();
-    for (const QDeadlineTimer guard(20'000); primary.hanging == 0;) {
-        ASSERT_FALSE(guard.hasExpired());
-        Running<QString>::turnOnce();
-    }
+    waitUntilPrimaryHangs();
 
     clock.advance(TextCaptureService::captureLimit);
     EXPECT_EQ(running.result(), "");
@@ -163,10 +242,7 @@ TEST_F(HotKeyCapture, GivesAHighlightItsTurnThoughTheMainThreadWasBusy) {
     primary.hangs = true;
     const Running<QString> running = startHotKey();
     clock.passUnattended(TextCaptureService::captureLimit);
-    for (const QDeadlineTimer guard(20'000); primary.hanging == 0;) {
-        ASSERT_FALSE(guard.hasExpired());
-        Running<QString>::turnOnce();
-    }
+    waitUntilPrimaryHangs();
 
     clock.advance(TextCaptureService::captureLimit - TextCaptureService::accessibilityLimit - 1ms);
     EXPECT_FALSE(running.hasEnded());

@@ -13,7 +13,7 @@ class ScriptedPrimarySelection final : public PrimarySelection {
   public:
     std::optional<ProcessId> owner;
     Highlight highlight;
-    int reads = 0;
+    std::atomic<int> reads = 0;
     /// While set, a read comes back only when its token is stopped.
     std::atomic<bool> hangs = false;
     /// How many reads wait for that.
