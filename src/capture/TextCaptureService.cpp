@@ -16,8 +16,12 @@ namespace {
 // nothing is selected.
 constexpr int looksAtFocus = 2;
 
-bool hasText(const std::optional<PrimarySelection::Highlight>& highlight) {
-    return highlight && !trimmed(highlight->text).isEmpty();
+// Some browsers put a character in the place of each image and each field.
+constexpr QChar objectCharacter(u'\uFFFC');
+
+QString textOf(const std::optional<PrimarySelection::Highlight>& highlight) {
+    QString text = highlight ? highlight->text : QString();
+    return trimmed(text.remove(objectCharacter)).toString();
 }
 
 } // namespace
@@ -174,11 +178,11 @@ TextCaptureService::captureSelectedTextForHotKey(std::optional<ProcessId> source
         co_await readBoth(source, budget, std::move(read), std::move(isEnough), stop);
     if (!self || stop.stop_requested()) co_return nothing;
     if (!reading.text.isEmpty()) co_return reading.text;
-    if (hasText(reading.highlight) && !wasCaptured(*reading.highlight)) {
+    const QString highlighted = textOf(reading.highlight);
+    if (!highlighted.isEmpty() && !wasCaptured(*reading.highlight)) {
         m_captured = *reading.highlight;
         m_capturedInShowing = m_services.surroundings.panelShowing();
-        const QString text = trimmed(m_captured.text).toString();
-        co_return text;
+        co_return highlighted;
     }
     if (!isHotKeyCopyFallbackSource(source)) co_return nothing;
     const QString copied =
@@ -206,7 +210,7 @@ TextCaptureService::captureSelectedTextForNoteSave(std::optional<ProcessId> sour
     if (!self || stop.stop_requested()) co_return nothing;
     QString ax = reading.text;
     if (ax.isEmpty() && isFinder) co_return nothing;
-    if (ax.isEmpty() && reading.highlight) ax = trimmed(reading.highlight->text).toString();
+    if (ax.isEmpty()) ax = textOf(reading.highlight);
     const QString copied =
         co_await m_services.copyShortcut.captureFromCopyShortcutFast(source, stop);
     co_return stop.stop_requested() ? nothing : longerSelectedText(ax, copied);
@@ -249,8 +253,7 @@ TextCaptureService::captureSelection(std::optional<ProcessId> source,
                                     .arg(logged(direct->screenFrame), logged(mouse)));
         co_return *direct;
     }
-    QString highlighted =
-        reading.highlight ? trimmed(reading.highlight->text).toString() : QString();
+    QString highlighted = textOf(reading.highlight);
     const Clock::Duration left = budget.left();
     const SelectionSnapshot snapshot = co_await captureByCopy(source, mouse, useScreenGeometry,
                                                               std::move(highlighted), left, stop);

@@ -111,6 +111,13 @@ TEST_F(HotKeyCapture, TreatsABlankHighlightAsNone) {
     EXPECT_EQ(hotKey(), "");
 }
 
+TEST_F(HotKeyCapture, LeavesTheObjectsOfAHighlight) {
+    highlight(QStringLiteral("\uFFFC a line\n\uFFFCbeside"));
+    EXPECT_EQ(hotKey(), "a line\nbeside");
+    highlight(QStringLiteral(" \uFFFC\n"));
+    EXPECT_EQ(hotKey(), "");
+}
+
 TEST_F(HotKeyCapture, SendsTheCopyShortcutToBrowsersOnly) {
     copyShortcut.text = "copied";
     EXPECT_EQ(hotKey(), "");
