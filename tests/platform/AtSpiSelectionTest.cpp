@@ -48,16 +48,16 @@ class AtSpiSelectionTest : public testing::Test {
         return told([&] { return AtSpiSelection(bus, toolkit, {}).value(at(path)); });
     }
 
-    AccessibleNode& element(const QString& path) { return tree.elements[path]; }
+    FakeAccessible& element(const QString& path) { return tree.elements[path]; }
     // A text of one selected stretch.
-    AccessibleNode& textOf(const QString& path, const QString& text, int start, int end) {
-        AccessibleNode& one = element(path);
+    FakeAccessible& textOf(const QString& path, const QString& text, int start, int end) {
+        FakeAccessible& one = element(path);
         one.text = text;
         one.selections = {{start, end}};
         return one;
     }
     // A text all of which is selected.
-    AccessibleNode& whole(const QString& path, const QString& text) {
+    FakeAccessible& whole(const QString& path, const QString& text) {
         return textOf(path, text, 0, static_cast<int>(text.size()));
     }
 
@@ -207,6 +207,14 @@ TEST_F(AtSpiSelectionTest, SurvivesAPageThatContainsItself) {
     const QString text = selected("/page").value_or("");
     EXPECT_THAT(text.toStdString(), testing::StartsWith("a"));
     EXPECT_LT(text.size(), 100'000);
+}
+
+TEST_F(AtSpiSelectionTest, TakesNoMoreChildrenThanAnyoneLooksAt) {
+    element("/window").children = QStringList(6000, "/child");
+    const auto refs =
+        told([&] { return atspi::refsIn(bus.call(atspi::children(at("/window")), {})); });
+    ASSERT_TRUE(refs);
+    EXPECT_EQ(refs->size(), 4096U);
 }
 
 TEST_F(AtSpiSelectionTest, TakesNoMoreTextThanItAskedFor) {

@@ -72,7 +72,7 @@ QDBusMessage FakeAccessibleTree::answer(const QDBusMessage& call, const QString&
         return call.createReply(wrapped(true));
     const auto found = elements.find(call.path());
     if (found == elements.end()) return refusal(call);
-    const AccessibleNode& element = found->second;
+    const FakeAccessible& element = found->second;
     m_calls += call.path() + "." + member;
     if (member == "GetRole") return call.createReply(element.role);
     if (member == "GetState")
@@ -102,7 +102,7 @@ QDBusMessage FakeAccessibleTree::answer(const QDBusMessage& call, const QString&
 }
 
 QDBusMessage FakeAccessibleTree::answerOfText(const QDBusMessage& call,
-                                              const AccessibleNode& element,
+                                              const FakeAccessible& element,
                                               const QString& service) {
     const QString member = call.member();
     const int first = call.arguments().value(0).toInt();

@@ -17,7 +17,7 @@
 namespace vorq {
 
 /// What an element tells of itself. Offsets count UTF-16 units.
-struct AccessibleNode {
+struct FakeAccessible {
     std::uint32_t role = 0;
     bool hasText = true;
     QString text;
@@ -36,7 +36,7 @@ class FakeAccessibleTree final : public QDBusVirtualObject {
     explicit FakeAccessibleTree(const QString& address) : m_address(address) {}
 
     /// By path.
-    std::map<QString, AccessibleNode> elements;
+    std::map<QString, FakeAccessible> elements;
     /// Answers in place of what is here, for some calls; nothing leaves a call to what is here.
     std::function<QDBusMessage(const QDBusMessage&)> instead;
     /// The calls about texts, as "path.method", that came for elements without a text.
@@ -49,7 +49,7 @@ class FakeAccessibleTree final : public QDBusVirtualObject {
   private:
     [[nodiscard]] QDBusMessage answer(const QDBusMessage& call, const QString& service);
     [[nodiscard]] static QDBusMessage
-    answerOfText(const QDBusMessage& call, const AccessibleNode& element, const QString& service);
+    answerOfText(const QDBusMessage& call, const FakeAccessible& element, const QString& service);
 
     QString m_address;
     QStringList m_misplaced;

@@ -144,7 +144,10 @@ std::optional<AtSpiRef> AtSpiApplications::choose(const std::vector<AtSpiRef>& c
     const std::size_t count = candidates.size();
     const AtSpiBus::Messages replies = m_bus.call(
         joined(callsFor(candidates, atspi::states), callsFor(candidates, atspi::interfaces)), stop);
-    const auto hasText = [&](std::size_t i) { return atspi::offersText(replies[count + i]); };
+    // Of one alone, its text makes no difference.
+    const auto hasText = [&](std::size_t i) {
+        return count > 1 && atspi::offersText(replies[count + i]);
+    };
     AtSpiBus::Messages calls;
     for (std::size_t i = 0; i < count; ++i)
         if (hasText(i)) calls.push_back(atspi::selectionCount(candidates[i]));

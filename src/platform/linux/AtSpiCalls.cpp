@@ -15,6 +15,8 @@ const auto hypertext = QStringLiteral("org.a11y.atspi.Hypertext");
 const auto editable = QStringLiteral("org.a11y.atspi.EditableText");
 const auto rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
 
+// More than any walk looks at.
+constexpr std::size_t mostRefs = 4096;
 constexpr std::uint32_t screenCoordinates = 0;
 constexpr int matchAll = 1;
 constexpr std::uint32_t canonicalOrder = 1;
@@ -204,7 +206,7 @@ std::optional<std::vector<AtSpiRef>> refsIn(const QDBusMessage& reply) {
     const QDBusArgument argument = argumentOf(reply);
     std::vector<AtSpiRef> refs;
     argument.beginArray();
-    while (!argument.atEnd())
+    while (!argument.atEnd() && refs.size() < mostRefs)
         if (AtSpiRef ref = refOf(argument); !ref.isNull()) refs.push_back(std::move(ref));
     argument.endArray();
     return refs;

@@ -73,6 +73,7 @@ struct Span {
     std::int32_t end = 0;
 };
 
+/// The first some thousands; nobody looks at more.
 [[nodiscard]] std::optional<std::vector<AtSpiRef>> refsIn(const QDBusMessage& reply);
 [[nodiscard]] std::optional<AtSpiRef> refIn(const QDBusMessage& reply);
 /// One bit a state.
