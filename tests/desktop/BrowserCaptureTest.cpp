@@ -102,8 +102,8 @@ TEST_F(FirefoxCapture, ReadsASelectionOfSeveralParagraphs) {
         session.key({"ctrl+a"});
     };
     // Without what is in the fields.
-    expectAfter(selectAll, "Überschrift\nEin Satz mit einem Verweis darin 😀.\n"
-                           "Noch ein Satz: H2O.\neins\tzwei");
+    expectAfter(selectAll, "Überschrift\n\nEin Satz mit einem Verweis darin 😀.\n\n"
+                           "Noch ein Satz: H2O.\n\neins\tzwei");
 
     expectAfter([&] { clickNowhere(); }, "");
 }

@@ -133,6 +133,34 @@ TEST_F(AtSpiSelectionTest, SetsObjectsAsTheirPageDoes) {
     EXPECT_THAT(selected("/page"), Optional(QString("E=mc2, press Go now\napart\nend")));
 }
 
+TEST_F(AtSpiSelectionTest, SetsParagraphsApart) {
+    const auto paragraph = [&](const QString& path, const QString& text) {
+        whole(path, text).role = static_cast<std::uint32_t>(atspi::Role::Paragraph);
+        element(path).attributes = {{"display", "block"}};
+    };
+    whole("/page", QStringLiteral("\uFFFC\uFFFC\uFFFC\uFFFC")).links =
+        QStringList{"/title", "/one", "/two", "/item"};
+    whole("/title", "Title");
+    paragraph("/one", "one\n");
+    paragraph("/two", "two");
+    whole("/item", QStringLiteral("12. \uFFFC\uFFFC")).links = QStringList{"/three", "/four"};
+    element("/item").attributes = {{"display", "list-item"}};
+    paragraph("/three", "three");
+    paragraph("/four", "four");
+    EXPECT_THAT(selected("/page"), Optional(QString("Title\n\none\n\ntwo\n\n12. three\n\nfour")));
+}
+
+TEST_F(AtSpiSelectionTest, SetsTheItemsOfAList) {
+    whole("/list", QStringLiteral("\uFFFC\uFFFC")).links = QStringList{"/first", "/second"};
+    whole("/first", QStringLiteral("\u2022 \uFFFC")).links = QStringList{"/block"};
+    whole("/second", QStringLiteral("\u2022 \uFFFC\uFFFC")).links = QStringList{"/link", "/block"};
+    for (const QString& path : {"/first", "/second"})
+        element(path).attributes = {{"display", "list-item"}};
+    whole("/block", "block").attributes = {{"display", "block"}};
+    whole("/link", "link").attributes = {{"display", "inline"}};
+    EXPECT_THAT(selected("/list"), Optional(QStringLiteral("\u2022 block\n\u2022 link\nblock")));
+}
+
 TEST_F(AtSpiSelectionTest, SetsTheCellsOfARowApartByTabs) {
     whole("/table", QStringLiteral("\uFFFC\uFFFC")).links = QStringList{"/head", "/row"};
     whole("/head", QStringLiteral("\uFFFC\uFFFC\uFFFC")).links = QStringList{"/a", "/b", "/c"};

@@ -25,6 +25,7 @@ enum class Role : std::uint32_t {
     Label = 29,
     PasswordText = 40,
     TableCell = 56,
+    Paragraph = 73,
     Link = 88,
     Static = 116,
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace vorq {
 namespace {
@@ -17,24 +18,33 @@ constexpr std::array inlineRoles{Role::Link, Role::Static, Role::Label, Role::Im
 constexpr std::array fieldTags{QLatin1StringView("input"), QLatin1StringView("textarea"),
                                QLatin1StringView("select")};
 
+// The number or bullet that stands before an item of a list.
+bool isMarker(QStringView text) {
+    const QStringView mark = text.trimmed();
+    return !mark.isEmpty() && text.back().isSpace() && !mark.back().isLetterOrNumber() &&
+           std::ranges::none_of(mark, [](QChar unit) { return unit.isSpace(); });
+}
+
 bool isRole(const std::optional<std::uint32_t>& told, Role role) {
     return told == static_cast<std::uint32_t>(role);
 }
 
-// Puts pieces together; a block begins and ends a line, and the cells of a row are on one.
+// Puts pieces together: a block begins and ends a line, a paragraph has an empty line before and
+// after it, and the cells of a row are on one.
 class Lines {
   public:
     void add(QStringView piece) {
         if (piece.isEmpty()) return;
-        if (m_breakIsDue && !m_text.isEmpty() && !m_text.endsWith(u'\n')) m_text += u'\n';
-        m_breakIsDue = false;
+        for (; !m_text.isEmpty() && m_breaksDue > breaksAtEnd();)
+            m_text += u'\n';
+        m_breaksDue = 0;
+        m_keepsLine = false;
         m_text += piece;
     }
-    void addBlock(QStringView piece) {
-        m_breakIsDue = true;
-        add(piece);
-        m_breakIsDue = true;
-    }
+    void addBlock(QStringView piece) { addApart(piece, 1); }
+    void addParagraph(QStringView piece) { addApart(piece, 2); }
+    // What follows begins on this line.
+    void keepLine() { m_keepsLine = true; }
     void addCell(QStringView piece) {
         if (m_hasCell) m_text += u'\t';
         m_hasCell = true;
@@ -43,8 +53,20 @@ class Lines {
     [[nodiscard]] const QString& text() const { return m_text; }
 
   private:
+    void addApart(QStringView piece, qsizetype breaks) {
+        if (!std::exchange(m_keepsLine, false)) m_breaksDue = std::max(m_breaksDue, breaks);
+        add(piece);
+        m_breaksDue = std::max(m_breaksDue, breaks);
+    }
+    [[nodiscard]] qsizetype breaksAtEnd() const {
+        const auto text = std::ranges::find_if_not(m_text.rbegin(), m_text.rend(),
+                                                   [](QChar unit) { return unit == u'\n'; });
+        return text - m_text.rbegin();
+    }
+
     QString m_text;
-    bool m_breakIsDue = false;
+    qsizetype m_breaksDue = 0;
+    bool m_keepsLine = false;
     bool m_hasCell = false;
 };
 
@@ -108,6 +130,14 @@ bool AtSpiSelection::Object::isInline() const {
 
 bool AtSpiSelection::Object::isCell() const {
     return display == u"table-cell";
+}
+
+bool AtSpiSelection::Object::isParagraph() const {
+    return isRole(role, Role::Paragraph) && display == u"block";
+}
+
+bool AtSpiSelection::Object::isListItem() const {
+    return display == u"list-item";
 }
 
 // What is typed into a field is not of the page that it stands on, which browsers do not copy
@@ -218,10 +248,13 @@ QString AtSpiSelection::composed(const Object& object, Span span, Reading& readi
         from = at + 1;
         const bool isAtEdge = at == 0 || at == raw.size() - 1;
         const QString text = textOf(part, isAtEdge, reading);
+        if (object.isListItem() && isMarker(lines.text())) lines.keepLine();
         if (part.isCell())
             lines.addCell(text);
         else if (part.isInline())
             lines.add(text);
+        else if (part.isParagraph())
+            lines.addParagraph(text);
         else
             lines.addBlock(text);
     }

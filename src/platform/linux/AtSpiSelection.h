@@ -16,8 +16,9 @@ namespace vorq {
 /// it is ever asked.
 ///
 /// A page of a browser is a text of objects, each of which has its own text and its own part of the
-/// selection. Their texts take the place of the objects: blocks on lines of their own, cells of a
-/// row apart by tabs, and nothing for the fields of a form.
+/// selection. Their texts take the place of the objects: blocks on lines of their own,
+/// paragraphs with an empty line between them, cells of a row apart by tabs, and nothing for the
+/// fields of a form.
 class AtSpiSelection {
   public:
     using Span = atspi::Span;
@@ -54,6 +55,8 @@ class AtSpiSelection {
         [[nodiscard]] bool isPassword() const;
         [[nodiscard]] bool isInline() const;
         [[nodiscard]] bool isCell() const;
+        [[nodiscard]] bool isParagraph() const;
+        [[nodiscard]] bool isListItem() const;
         [[nodiscard]] bool isField() const;
     };
 
