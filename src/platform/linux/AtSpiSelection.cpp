@@ -1,8 +1,9 @@
 #include "platform/linux/AtSpiSelection.h"
 
+#include "platform/linux/AtSpiPageText.h"
+
 #include <algorithm>
 #include <array>
-#include <utility>
 
 namespace vorq {
 namespace {
@@ -18,57 +19,9 @@ constexpr std::array inlineRoles{Role::Link, Role::Static, Role::Label, Role::Im
 constexpr std::array fieldTags{QLatin1StringView("input"), QLatin1StringView("textarea"),
                                QLatin1StringView("select")};
 
-// The number or bullet that stands before an item of a list.
-bool isMarker(QStringView text) {
-    const QStringView mark = text.trimmed();
-    return !mark.isEmpty() && text.back().isSpace() && !mark.back().isLetterOrNumber() &&
-           std::ranges::none_of(mark, [](QChar unit) { return unit.isSpace(); });
-}
-
 bool isRole(const std::optional<std::uint32_t>& told, Role role) {
     return told == static_cast<std::uint32_t>(role);
 }
-
-// Puts pieces together: a block begins and ends a line, a paragraph has an empty line before and
-// after it, and the cells of a row are on one.
-class Lines {
-  public:
-    void add(QStringView piece) {
-        if (piece.isEmpty()) return;
-        for (; !m_text.isEmpty() && m_breaksDue > breaksAtEnd();)
-            m_text += u'\n';
-        m_breaksDue = 0;
-        m_keepsLine = false;
-        m_text += piece;
-    }
-    void addBlock(QStringView piece) { addApart(piece, 1); }
-    void addParagraph(QStringView piece) { addApart(piece, 2); }
-    // What follows begins on this line.
-    void keepLine() { m_keepsLine = true; }
-    void addCell(QStringView piece) {
-        if (m_hasCell) m_text += u'\t';
-        m_hasCell = true;
-        add(piece);
-    }
-    [[nodiscard]] const QString& text() const { return m_text; }
-
-  private:
-    void addApart(QStringView piece, qsizetype breaks) {
-        if (!std::exchange(m_keepsLine, false)) m_breaksDue = std::max(m_breaksDue, breaks);
-        add(piece);
-        m_breaksDue = std::max(m_breaksDue, breaks);
-    }
-    [[nodiscard]] qsizetype breaksAtEnd() const {
-        const auto text = std::ranges::find_if_not(m_text.rbegin(), m_text.rend(),
-                                                   [](QChar unit) { return unit == u'\n'; });
-        return text - m_text.rbegin();
-    }
-
-    QString m_text;
-    qsizetype m_breaksDue = 0;
-    bool m_keepsLine = false;
-    bool m_hasCell = false;
-};
 
 } // namespace
 
@@ -193,7 +146,7 @@ std::optional<QString> AtSpiSelection::selectedText(const AtSpiRef& element) con
     const auto selected = spansOf(object);
     if (!selected) return std::nullopt;
     Reading reading;
-    Lines lines;
+    AtSpiPageText lines;
     for (const Span& span : *selected)
         lines.addBlock(composed(object, span, reading));
     const bool isKnown = !reading.isMiscounted && !m_stop.stop_requested();
@@ -240,7 +193,7 @@ QString AtSpiSelection::composed(const Object& object, Span span, Reading& readi
     reading.objects -= offsets.size();
     reading.within.push_back(object.element);
     const std::vector<Object> parts = objectsAt(object.element, offsets);
-    Lines lines;
+    AtSpiPageText lines;
     qsizetype from = 0;
     for (const Object& part : parts) {
         const qsizetype at = raw.indexOf(objectCharacter, from);
@@ -248,7 +201,7 @@ QString AtSpiSelection::composed(const Object& object, Span span, Reading& readi
         from = at + 1;
         const bool isAtEdge = at == 0 || at == raw.size() - 1;
         const QString text = textOf(part, isAtEdge, reading);
-        if (object.isListItem() && isMarker(lines.text())) lines.keepLine();
+        if (object.isListItem() && lines.isMarker()) lines.keepLine();
         if (part.isCell())
             lines.addCell(text);
         else if (part.isInline())
@@ -306,7 +259,7 @@ AtSpiSelection::objectsAt(const AtSpiRef& element, const std::vector<std::int32_
 
 QString AtSpiSelection::textOf(const Object& object, bool isAtEdge, Reading& reading) const {
     if (!object.selections || object.isField()) return {};
-    Lines lines;
+    AtSpiPageText lines;
     for (const Span& span : selectedParts(object))
         lines.addBlock(composed(object, span, reading));
     // Within a selection, an object that tells of no part of it is selected as a whole; at its end
