@@ -1,14 +1,89 @@
 // The PRIMARY selection of real programs, well-behaved and not.
 
 #include "desktop/CaptureDesktop.h"
+#include "platform/linux/X11Reply.h"
 
+#include <array>
+#include <cstring>
 #include <future>
 #include <stop_token>
+#include <thread>
+#include <unistd.h>
+#include <xcb/xcb.h>
 
 namespace vorq::desktop {
 namespace {
 
 using namespace std::chrono_literals;
+
+enum class Oddity { Stalls, NeverEnds, GivesNothing, GivesNoText };
+
+// An owner of PRIMARY in this process that hands out what makes no sense, on a thread of its own.
+class OddOwner {
+  public:
+    explicit OddOwner(Oddity oddity) : m_oddity(oddity) {
+        m_window = xcb_generate_id(m_x11.get());
+        xcb_create_window(m_x11.get(), XCB_COPY_FROM_PARENT, m_window, m_x11.root(), -1, -1, 1, 1,
+                          0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+        xcb_set_selection_owner(m_x11.get(), m_window, XCB_ATOM_PRIMARY, XCB_CURRENT_TIME);
+        // Makes sure that it is done.
+        (void)m_x11.atom("PRIMARY");
+        m_thread = std::jthread([this](const std::stop_token& stop) { serve(stop); });
+    }
+
+    [[nodiscard]] static std::int32_t process() { return ::getpid(); }
+
+  private:
+    using Event = X11Reply<xcb_generic_event_t>;
+
+    void serve(const std::stop_token& stop) {
+        while (!stop.stop_requested()) {
+            while (const Event event{xcb_poll_for_event(m_x11.get())})
+                answer(*event);
+            xcb_flush(m_x11.get());
+            std::this_thread::sleep_for(1ms);
+        }
+    }
+    void answer(const xcb_generic_event_t& event) {
+        const auto kind = event.response_type & 0x7f;
+        if (kind == XCB_SELECTION_REQUEST)
+            begin(reinterpret_cast<const xcb_selection_request_event_t&>(event));
+        if (kind != XCB_PROPERTY_NOTIFY || m_oddity != Oddity::NeverEnds) return;
+        const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        if (change.state == XCB_PROPERTY_DELETE)
+            put(change.window, change.atom, m_x11.atom("UTF8_STRING"), QByteArray(60'000, 'x'));
+    }
+    void begin(const xcb_selection_request_event_t& request) {
+        const std::uint32_t changes = XCB_EVENT_MASK_PROPERTY_CHANGE;
+        xcb_change_window_attributes(m_x11.get(), request.requestor, XCB_CW_EVENT_MASK, &changes);
+        if (m_oddity == Oddity::Stalls || m_oddity == Oddity::NeverEnds)
+            put(request.requestor, request.property, m_x11.atom("INCR"), "1234");
+        if (m_oddity == Oddity::GivesNoText)
+            put(request.requestor, request.property, m_x11.atom("UTF8_STRING"),
+                QByteArray("a\xff\xc3\0\xf0\x9f z", 8));
+        const xcb_selection_notify_event_t told{.response_type = XCB_SELECTION_NOTIFY,
+                                                .pad0 = 0,
+                                                .sequence = 0,
+                                                .time = request.time,
+                                                .requestor = request.requestor,
+                                                .selection = request.selection,
+                                                .target = request.target,
+                                                .property = request.property};
+        std::array<char, 32> raw{};
+        std::memcpy(raw.data(), &told, sizeof told);
+        xcb_send_event(m_x11.get(), 0, request.requestor, 0, raw.data());
+    }
+    void put(std::uint32_t window, std::uint32_t property, std::uint32_t type,
+             const QByteArray& bytes) {
+        xcb_change_property(m_x11.get(), XCB_PROP_MODE_REPLACE, window, property, type, 8,
+                            static_cast<std::uint32_t>(bytes.size()), bytes.constData());
+    }
+
+    Oddity m_oddity;
+    X11Connection m_x11;
+    X11Connection::Window m_window = 0;
+    std::jthread m_thread;
+};
 
 class PrimaryCapture : public testing::Test {
   protected:
@@ -122,6 +197,28 @@ TEST_F(PrimaryCapture, GivesUpAnOwnerThatDiesWhileItIsAsked) {
 
     EXPECT_EQ(read.get(), std::nullopt);
     EXPECT_EQ(highlightOf(owner.process()), std::nullopt);
+}
+
+TEST_F(PrimaryCapture, GivesUpPiecesThatStopComing) {
+    const OddOwner owner(Oddity::Stalls);
+    EXPECT_EQ(readUntilStopped(OddOwner::process(), [] { return true; }), std::nullopt);
+}
+
+TEST_F(PrimaryCapture, GivesUpPiecesThatNeverEnd) {
+    const OddOwner owner(Oddity::NeverEnds);
+    EXPECT_EQ(highlightOf(OddOwner::process()), std::nullopt);
+}
+
+TEST_F(PrimaryCapture, TakesWhatIsNotThereForNothing) {
+    const OddOwner owner(Oddity::GivesNothing);
+    EXPECT_EQ(highlightOf(OddOwner::process()).value_or(""), "");
+}
+
+TEST_F(PrimaryCapture, SurvivesWhatIsNoText) {
+    const OddOwner owner(Oddity::GivesNoText);
+    const QString text = highlightOf(OddOwner::process()).value_or("");
+    EXPECT_TRUE(text.startsWith("a\uFFFD"));
+    EXPECT_TRUE(text.endsWith(" z"));
 }
 
 TEST(PrimaryCaptureWithoutDisplay, GivesNothing) {
