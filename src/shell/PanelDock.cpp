@@ -74,7 +74,9 @@ PanelDockTarget dockFrom(const QRectF& frame, const QRectF& visibleFrame) {
 
 PanelDockStep PanelDockDragSession::mouseDown(const PanelPress& press) {
     const bool isInComposer = press.yInWindow <= composerPassThroughHeight;
-    if (press.target == PanelPressTarget::EditableText || isInComposer) {
+    const bool isTheTexts =
+        press.target == PanelPressTarget::EditableText || press.target == PanelPressTarget::Glyphs;
+    if (isTheTexts || isInComposer) {
         reset();
         return {};
     }

@@ -25,7 +25,12 @@ enum class PanelDockTarget { Left, Center, Right };
 [[nodiscard]] PanelDockTarget dockFrom(const QRectF& frame, const QRectF& visibleFrame);
 
 /// What lies under the mouse when its button goes down.
-enum class PanelPressTarget { Plain, SelectableText, EditableText };
+enum class PanelPressTarget {
+    Plain,
+    SelectableText, ///< the room of a text to select in, beside its glyphs
+    Glyphs,         ///< its glyphs: the drag is the text's own, however far it goes
+    EditableText,
+};
 
 /// The left mouse button going down in the panel.
 struct PanelPress {

@@ -30,6 +30,9 @@ class SelectableText {
     /// Whether selected glyphs are under the point of the screen.
     [[nodiscard]] virtual bool isPointInSelection(QPointF globalPoint) const = 0;
 
+    /// Whether any glyphs are at the point of the screen, or so near that they are meant.
+    [[nodiscard]] virtual bool hasGlyphsAt(QPointF globalPoint) const = 0;
+
     virtual void clearSelection() = 0;
 };
 

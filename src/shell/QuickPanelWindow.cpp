@@ -19,15 +19,21 @@ namespace {
 constexpr int motionMilliseconds = 280;
 constexpr double millisecondsPerSecond = 1000;
 
+bool hasGlyphsAt(const QQuickItem& toolkitText, QPointF globalPoint) {
+    const QRectF glyphs(0, 0, toolkitText.property("contentWidth").toDouble(),
+                        toolkitText.property("contentHeight").toDouble());
+    return glyphs.contains(toolkitText.mapFromGlobal(globalPoint));
+}
+
 // Answers nothing for what is no text.
-std::optional<PanelPressTarget> textTarget(const QQuickItem& item) {
-    const bool isText = item.inherits("QQuickTextEdit") || item.inherits("QQuickTextInput");
-    if (isText)
-        return item.property("readOnly").toBool() ? PanelPressTarget::SelectableText
-                                                  : PanelPressTarget::EditableText;
-    if (dynamic_cast<const SelectableText*>(&item) != nullptr)
-        return PanelPressTarget::SelectableText;
-    return std::nullopt;
+std::optional<PanelPressTarget> textTarget(const QQuickItem& item, QPointF globalPoint) {
+    const bool isToolkits = item.inherits("QQuickTextEdit") || item.inherits("QQuickTextInput");
+    if (isToolkits && !item.property("readOnly").toBool()) return PanelPressTarget::EditableText;
+    const auto* text = dynamic_cast<const SelectableText*>(&item);
+    if (!isToolkits && text == nullptr) return std::nullopt;
+    const bool isOnGlyphs =
+        text != nullptr ? text->hasGlyphsAt(globalPoint) : hasGlyphsAt(item, globalPoint);
+    return isOnGlyphs ? PanelPressTarget::Glyphs : PanelPressTarget::SelectableText;
 }
 
 // The innermost visible item that holds the point, in its own coordinates.
@@ -230,7 +236,8 @@ void QuickPanelWindow::releaseGrabs(QMouseEvent& event) {
 PanelPressTarget QuickPanelWindow::pressTarget(QPointF inWindow) const {
     const QQuickItem* item = itemAt(contentItem(), inWindow);
     for (; item != nullptr; item = item->parentItem())
-        if (const std::optional<PanelPressTarget> target = textTarget(*item)) return *target;
+        if (const auto target = textTarget(*item, contentItem()->mapToGlobal(inWindow)))
+            return *target;
     return PanelPressTarget::Plain;
 }
 

@@ -95,6 +95,15 @@ TEST_F(PanelDockDragTest, LeavesSelectableTextRoomToBeSelected) {
     EXPECT_EQ(dragTo(22), followed(Left, 22));
 }
 
+TEST_F(PanelDockDragTest, LeavesADragOverGlyphsToTheText) {
+    PanelPress onWord = pressAt(Left);
+    onWord.target = PanelPressTarget::Glyphs;
+    m_session.mouseDown(onWord);
+    EXPECT_EQ(m_session.phase(), Phase::Idle);
+    EXPECT_EQ(dragTo(200), passed);
+    EXPECT_THAT(m_changes, testing::IsEmpty());
+}
+
 TEST_F(PanelDockDragTest, GivesUpOnAVerticalMove) {
     press(Left);
     EXPECT_EQ(dragTo(10, 11.1), passed);

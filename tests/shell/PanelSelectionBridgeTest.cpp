@@ -17,6 +17,7 @@ class FakeText final : public SelectableText {
     [[nodiscard]] std::optional<QRectF> layoutSelectionRect() const override { return layout; }
     [[nodiscard]] std::optional<QRectF> axSelectionRect() const override { return ax; }
     [[nodiscard]] bool isPointInSelection(QPointF) const override { return isUnderPoint; }
+    [[nodiscard]] bool hasGlyphsAt(QPointF) const override { return false; }
     void clearSelection() override {
         ++cleared;
         selected.reset();

@@ -75,6 +75,17 @@ TEST_F(ReplyViewTest, AClickElsewhereDropsTheSelection) {
     EXPECT_FALSE(stage.panel->selection()->hasSelection());
 }
 
+TEST_F(ReplyViewTest, TellsItsGlyphsFromTheRoomBesideThem) {
+    const ReplyView& view = shown("Short.\n\nA second line that is somewhat longer.");
+    const QRectF last = view.layout().firstLineRect({{0, 5}, {0, 6}});
+    const auto has = [&](QPointF at) { return view.hasGlyphsAt(view.mapToGlobal(at)); };
+    EXPECT_TRUE(has(last.center()));
+    EXPECT_TRUE(has(last.center() + QPointF(10, 0))) << "just behind the last";
+    EXPECT_TRUE(has(QPointF(0, last.center().y())));
+    EXPECT_TRUE(has(QPointF(3, last.bottom() + 4))) << "between the lines";
+    EXPECT_FALSE(has(last.center() + QPointF(60, 0)));
+}
+
 TEST_F(ReplyViewTest, TwoClicksSelectAWordAndThreeABlock) {
     ReplyView& view = shown("First block.\n\nSecond block.");
     QTest::mouseDClick(stage.window.get(), Qt::LeftButton, {}, inWindow(view, {1, 2}));

@@ -19,6 +19,10 @@
 namespace vorq {
 namespace {
 
+// So near to glyphs a press means them.
+constexpr double glyphSlack = 12;
+constexpr double lineSlack = 5;
+
 // The word around an offset of a text; between words, the space.
 BlockRange wordAround(const QString& text, qsizetype offset) {
     QTextBoundaryFinder words(QTextBoundaryFinder::Word, text);
@@ -87,6 +91,15 @@ std::optional<QRectF> ReplyView::layoutSelectionRect() const {
 
 bool ReplyView::isPointInSelection(QPointF globalPoint) const {
     return m_layout.covers(mapFromGlobal(globalPoint), selection());
+}
+
+bool ReplyView::hasGlyphsAt(QPointF globalPoint) const {
+    const QPointF at = mapFromGlobal(globalPoint);
+    const ReplyRange all{{}, m_layout.end()};
+    for (const double dx : {0.0, -glyphSlack, glyphSlack})
+        for (const double dy : {0.0, -lineSlack, lineSlack})
+            if (m_layout.covers(at + QPointF(dx, dy), all)) return true;
+    return false;
 }
 
 void ReplyView::watchClicks(bool on) {

@@ -86,6 +86,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     [[nodiscard]] std::optional<QRectF> layoutSelectionRect() const override;
     [[nodiscard]] std::optional<QRectF> axSelectionRect() const override { return std::nullopt; }
     [[nodiscard]] bool isPointInSelection(QPointF globalPoint) const override;
+    [[nodiscard]] bool hasGlyphsAt(QPointF globalPoint) const override;
     Q_INVOKABLE void clearSelection() override;
 
   signals:

@@ -78,6 +78,12 @@ TEST_F(PanelDragDesktop, LeavesSelectableTextRoomToBeSelected) {
     EXPECT_NE(reply->property("selectedText").toString(), "");
     EXPECT_EQ(m_window.geometry(), dockedGeometry(Left));
     drag(onPanel(30, 210), {90, 0}, 0.6);
+    letSettle();
+    EXPECT_GT(reply->property("selectedText").toString().size(), 8) << "a line, not two letters";
+    EXPECT_EQ(m_window.geometry(), dockedGeometry(Left));
+    drag(onPanel(30, 380), {18, 0}, 0.4);
+    EXPECT_EQ(m_window.geometry(), dockedGeometry(Left));
+    drag(onPanel(30, 380), {90, 0}, 0.6);
     waitForGeometry(dockedGeometry(Center));
 }
 
