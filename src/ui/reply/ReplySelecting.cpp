@@ -20,8 +20,8 @@ namespace vorq {
 namespace {
 
 // So near to glyphs a press means them.
-constexpr double glyphSlack = 12;
-constexpr double lineSlack = 5;
+constexpr double glyphSlack = 16;
+constexpr double lineSlack = 8;
 
 // The word around an offset of a text; between words, the space.
 BlockRange wordAround(const QString& text, qsizetype offset) {
