@@ -12,6 +12,8 @@
 #include <QResizeEvent>
 
 #include <cmath>
+#include <utility>
+#include <vector>
 
 namespace vorq {
 namespace {
@@ -36,14 +38,29 @@ std::optional<PanelPressTarget> textTarget(const QQuickItem& item, QPointF globa
     return isOnGlyphs ? PanelPressTarget::Glyphs : PanelPressTarget::SelectableText;
 }
 
-// The innermost visible item that holds the point, in its own coordinates.
-QQuickItem* itemAt(QQuickItem* item, QPointF point) {
-    for (QQuickItem* inside = item; inside != nullptr;) {
-        item = inside;
-        inside = item->childAt(point.x(), point.y());
-        if (inside != nullptr) point = inside->mapFromItem(item, point);
-    }
-    return item;
+// The children as the mouse meets them: what is painted last comes first.
+std::vector<QQuickItem*> fromTheTop(const QQuickItem& item) {
+    const QList<QQuickItem*> painted = item.childItems();
+    std::vector<QQuickItem*> children(painted.rbegin(), painted.rend());
+    for (std::size_t i = 1; i < children.size(); ++i)
+        for (std::size_t k = i; k > 0 && children[k]->z() > children[k - 1]->z(); --k)
+            std::swap(children[k], children[k - 1]);
+    return children;
+}
+
+// What a press at a point of the item meets first; nothing where it would fall through. What takes
+// no button, such as a place to drop files on, is not in the way of what lies below.
+std::optional<PanelPressTarget> pressedAt(QQuickItem& item, QPointF point, QPointF globalPoint) {
+    const bool isInside = item.contains(point);
+    if (!item.isVisible() || (item.clip() && !isInside)) return std::nullopt;
+    for (QQuickItem* child : fromTheTop(item))
+        if (const auto met = pressedAt(*child, child->mapFromItem(&item, point), globalPoint))
+            return met;
+    if (!isInside) return std::nullopt;
+    if (const auto text = textTarget(item, globalPoint)) return text;
+    if (item.isEnabled() && item.acceptedMouseButtons().testFlag(Qt::LeftButton))
+        return PanelPressTarget::Plain;
+    return std::nullopt;
 }
 
 } // namespace
@@ -234,11 +251,8 @@ void QuickPanelWindow::releaseGrabs(QMouseEvent& event) {
 }
 
 PanelPressTarget QuickPanelWindow::pressTarget(QPointF inWindow) const {
-    const QQuickItem* item = itemAt(contentItem(), inWindow);
-    for (; item != nullptr; item = item->parentItem())
-        if (const auto target = textTarget(*item, contentItem()->mapToGlobal(inWindow)))
-            return *target;
-    return PanelPressTarget::Plain;
+    const QPointF globalPoint = contentItem()->mapToGlobal(inWindow);
+    return pressedAt(*contentItem(), inWindow, globalPoint).value_or(PanelPressTarget::Plain);
 }
 
 } // namespace vorq

@@ -54,4 +54,9 @@ Rectangle {
             color: "white"
         }
     }
+
+    // Lies over everything and takes no press.
+    DropArea {
+        anchors.fill: parent
+    }
 }
