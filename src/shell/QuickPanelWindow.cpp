@@ -58,7 +58,9 @@ std::optional<PanelPressTarget> pressedAt(QQuickItem& item, QPointF point, QPoin
             return met;
     if (!isInside) return std::nullopt;
     if (const auto text = textTarget(item, globalPoint)) return text;
-    if (item.isEnabled() && item.acceptedMouseButtons().testFlag(Qt::LeftButton))
+    // The property, since an area for the mouse keeps this to itself.
+    const bool isEnabled = item.property("enabled").toBool();
+    if (isEnabled && item.acceptedMouseButtons().testFlag(Qt::LeftButton))
         return PanelPressTarget::Plain;
     return std::nullopt;
 }

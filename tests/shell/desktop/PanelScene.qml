@@ -55,7 +55,11 @@ Rectangle {
         }
     }
 
-    // Lies over everything and takes no press.
+    // These lie over everything and take no press.
+    MouseArea {
+        anchors.fill: parent
+        enabled: false
+    }
     DropArea {
         anchors.fill: parent
     }
