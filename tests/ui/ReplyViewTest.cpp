@@ -86,6 +86,26 @@ TEST_F(ReplyViewTest, TellsItsGlyphsFromTheRoomBesideThem) {
     EXPECT_FALSE(has(last.center() + QPointF(60, 0)));
 }
 
+TEST_F(ReplyViewTest, ThePillGoesWhereItsLineIsScrolledOutOfView) {
+    ReplyView& view = shown(QString(samples::leaves).repeated(2));
+    const int last = view.layout().count() - 1;
+    view.select({last, 0}, {last, 6});
+    stage.settle();
+    QQuickItem* pill = stage.find("DeepenPill");
+    ASSERT_TRUE(pill->isVisible());
+    QQuickItem& list = stage.list();
+    const double end = list.property("contentY").toDouble();
+    list.setProperty("contentY", end - 60);
+    stage.settle();
+    EXPECT_FALSE(pill->isVisible()) << "not over the composer";
+    list.setProperty("contentY", end);
+    stage.settle();
+    EXPECT_TRUE(pill->isVisible());
+    view.select({0, 0}, {0, 6});
+    stage.settle();
+    EXPECT_FALSE(pill->isVisible()) << "nor above the panel";
+}
+
 TEST_F(ReplyViewTest, TwoClicksSelectAWordAndThreeABlock) {
     ReplyView& view = shown("First block.\n\nSecond block.");
     QTest::mouseDClick(stage.window.get(), Qt::LeftButton, {}, inWindow(view, {1, 2}));

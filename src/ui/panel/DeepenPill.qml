@@ -8,6 +8,7 @@ T.AbstractButton {
     id: pill
 
     required property PanelSelectionBridge selection
+    property real lowest: parent?.height ?? 0 // where what covers the text begins
     readonly property int above: 8
     readonly property int pastEnd: 12
     readonly property int sideRoom: 14
@@ -17,7 +18,7 @@ T.AbstractButton {
 
     x: Math.max(sideRoom, Math.min(anchor.x + anchor.width + pastEnd - width, (parent?.width ?? 0) - sideRoom - width))
     y: aboveY >= topRoom ? aboveY : anchor.y + anchor.height + above
-    visible: selection.hasSelection && anchor.width > 0
+    visible: selection.hasSelection && anchor.width > 0 && anchor.y + anchor.height > 0 && anchor.y < lowest
     text: qsTr("Deepen")
     implicitHeight: 34
     implicitWidth: row.implicitWidth + 2 * sideRoom

@@ -73,6 +73,7 @@ FocusScope {
     }
     DeepenPill {
         selection: view.panel.selection
+        lowest: composer.y
     }
 
     // A press outside the tray closes it, and still does what it was meant to.
