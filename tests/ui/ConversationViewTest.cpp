@@ -391,6 +391,46 @@ TEST_F(KeyboardTest, AButtonThatGoesHandsItToTheComposer) {
     EXPECT_TRUE(composerHasIt()) << "after the way back to the end";
 }
 
+TEST_F(KeyboardTest, TabLeadsFromTheLatestReplyUpwardsAndShowsWhereItIs) {
+    stage.answer(QString(samples::leaves).repeated(2));
+    stage.answer("The latest.", false, VorqFollowUp{"And now?", {"This", "That"}});
+    stage.settle(500);
+    const auto isInView = [&](QQuickItem* item) {
+        const QRectF at = item->mapRectToItem(&stage.list(), item->boundingRect());
+        return at.intersects(QRectF(0, 0, stage.list().width(), stage.list().height()));
+    };
+    QStringList passed;
+    for (int key = 0; key < 12; ++key) {
+        QTest::keyClick(stage.window.get(), Qt::Key_Tab);
+        stage.settle(20);
+        QQuickItem* item = stage.window->activeFocusItem();
+        const QString text = item->property("text").toString();
+        passed += text.isEmpty() ? item->property("raw").toString().left(11) : text;
+        if (passed.size() > 1) {
+            EXPECT_TRUE(isInView(item)) << passed.back().toStdString();
+        }
+    }
+    EXPECT_EQ(passed.mid(0, 4), (QStringList{"Add files or notes", "This", "That", "The latest."}))
+        << passed.join(", ").toStdString();
+    EXPECT_EQ(passed[4], "# Why leave") << passed.join(", ").toStdString();
+    EXPECT_TRUE(passed.contains("Explain the green gap")) << passed.join(", ").toStdString();
+}
+
+TEST_F(KeyboardTest, ShiftTabLeadsBackTheSameWay) {
+    const QQuickItem* field = stage.window->activeFocusItem();
+    QList<const QQuickItem*> there;
+    for (int key = 0; key < 4; ++key) {
+        QTest::keyClick(stage.window.get(), Qt::Key_Tab);
+        there += stage.window->activeFocusItem();
+    }
+    for (int key = 2; key >= 0; --key) {
+        QTest::keyClick(stage.window.get(), Qt::Key_Backtab, Qt::ShiftModifier);
+        EXPECT_EQ(stage.window->activeFocusItem(), there[key]);
+    }
+    QTest::keyClick(stage.window.get(), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(stage.window->activeFocusItem(), field);
+}
+
 TEST_F(ConversationViewTest, APlaceholderSaysHowFarItIs) {
     stage.work();
     stage.show();

@@ -10,6 +10,8 @@ Squircle {
     required property string label
     required property string detail // the whole of what the label stands for
     property real widest: 200
+    property Item tabs: null // takes the keys of the button first
+    readonly property alias removeButton: remove
     readonly property bool isTinted: kind === "deepen"
     readonly property int sidePadding: 10
     readonly property int gap: 6
@@ -50,6 +52,8 @@ Squircle {
             Accessible.ignored: true
         }
         IconButton {
+            id: remove
+            Keys.forwardTo: clip.tabs ? [clip.tabs] : []
             anchors.verticalCenter: parent.verticalCenter
             text: qsTr("Remove %1").arg(clip.label)
             iconName: "close"

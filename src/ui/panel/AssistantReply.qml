@@ -13,6 +13,7 @@ Item {
     required property string workLabel
     required property PanelSelectionBridge selection
     required property Item container
+    property Item tabs: null // takes the keys of all controls first
     // What is in view of this item, from its top.
     property real viewTop: 0
     property real viewHeight: 0
@@ -27,6 +28,18 @@ Item {
     readonly property real innerHeight: isWorking ? working.height : blocks.height + (showsBars ? barsGap + bars.height : 0)
     readonly property real padding: isOneLine ? lineEndPadding : endPadding
     readonly property alias view: blocks
+
+    // What Tab leads to, in its order.
+    function stops(): var {
+        if (isWorking)
+            return []
+        const all = [blocks]
+        for (let i = 0; i < codeCopies.count; ++i)
+            all.push(codeCopies.itemAt(i))
+        if (replyCopy.visible)
+            all.push(replyCopy)
+        return all
+    }
 
     implicitHeight: innerHeight + 2 * padding
     Accessible.role: Accessible.ListItem
@@ -74,6 +87,7 @@ Item {
         bridge: reply.selection
         container: reply.container
         activeFocusOnTab: true
+        Keys.forwardTo: reply.tabs ? [reply.tabs] : []
         onLinkActivated: address => App.panel.openLink(address)
         Accessible.role: Accessible.StaticText // which is what makes it an element; it tells the rest itself
 
@@ -83,6 +97,7 @@ Item {
         }
     }
     Repeater {
+        id: codeCopies
         model: blocks.codeRects.length
 
         CopyButton {
@@ -94,6 +109,7 @@ Item {
             x: blocks.x + plateRect.x + plateRect.width - width - Theme.space1
             y: blocks.y + plateRect.y + Theme.space1
             text: qsTr("Copy code")
+            Keys.forwardTo: reply.tabs ? [reply.tabs] : []
             shown: hover.hovered && inCode(hover.point.position.y)
             onClicked: blocks.copyCode(blocks.firstCode + index)
 
@@ -103,6 +119,8 @@ Item {
         }
     }
     CopyButton {
+        id: replyCopy
+        Keys.forwardTo: reply.tabs ? [reply.tabs] : []
         x: plate.width - width - Theme.space1
         y: Theme.space1
         visible: !reply.isWorking && !reply.isTyping && !reply.isOneLine

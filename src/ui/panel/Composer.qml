@@ -8,6 +8,7 @@ FocusScope {
     id: composer
 
     required property PanelViewModel panel
+    property Item tabs: null // takes the keys of all controls first
     readonly property int padding: 10
     readonly property int buttonSize: 32
     readonly property int leastHeight: 52
@@ -20,6 +21,15 @@ FocusScope {
     Accessible.role: Accessible.Grouping
     Accessible.name: qsTr("Composer")
 
+    // What Tab leads to, in its order.
+    function stops(): var {
+        const all = [draft.input, attach]
+        if (sender.enabled)
+            all.push(sender)
+        for (let i = 0; i < clips.count; ++i)
+            all.push(clips.itemAt(i).removeButton)
+        return all
+    }
     function focusPrompt() {
         draft.input.forceActiveFocus()
     }
@@ -53,6 +63,7 @@ FocusScope {
             Accessible.name: qsTr("Attachments")
 
             Repeater {
+                id: clips
                 model: composer.panel.attachments
 
                 AttachmentClip {
@@ -60,6 +71,7 @@ FocusScope {
                     required property string name
 
                     label: name
+                    tabs: composer.tabs
                     onRemoved: {
                         composer.panel.removeAttachment(index)
                         composer.focusPrompt()
@@ -90,6 +102,7 @@ FocusScope {
                 height: Math.max(composer.buttonSize, implicitHeight)
                 placeholder: composer.panel.promptPlaceholder
                 next: attach
+                tabs: composer.tabs
                 onTextChanged: composer.panel.prompt = text
                 onSubmitted: composer.panel.send()
                 onRecallWanted: composer.panel.recallLastPrompt()
@@ -107,6 +120,7 @@ FocusScope {
                 text: composer.panel.showAttachTray ? qsTr("Close") : qsTr("Add files or notes")
                 help: composer.panel.showAttachTray ? qsTr("Close attachment options") : ""
                 KeyNavigation.tab: sender.enabled ? sender : null
+                Keys.forwardTo: composer.tabs ? [composer.tabs] : []
                 onClicked: composer.panel.showAttachTray = !composer.panel.showAttachTray
             }
             IconButton {
@@ -123,6 +137,7 @@ FocusScope {
                 enabled: stops || composer.panel.canSend
                 text: stops ? qsTr("Stop") : qsTr("Send")
                 help: stops ? qsTr("Stop response") : ""
+                Keys.forwardTo: composer.tabs ? [composer.tabs] : []
                 onClicked: {
                     if (stops)
                         composer.panel.stopPanelResponse()

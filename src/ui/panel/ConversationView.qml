@@ -11,6 +11,7 @@ ListView {
 
     required property PanelViewModel panel
     required property Item container
+    property Item tabs: null // takes the keys of all controls first
     readonly property int sideRoom: 6
     readonly property int firstRoom: 14
     readonly property int lastRoom: 24
@@ -24,6 +25,7 @@ ListView {
     readonly property real endSlack: 2
     readonly property int resizeTime: 110
     readonly property int keyStep: 60
+    readonly property int revealRoom: 32 // above it fade the edges
     property bool isDockDragging: false // the whole panel is on its way to another dock
     property bool follows: true
     property bool isResizing: false
@@ -63,6 +65,35 @@ ListView {
             contentY = end()
         }
     }
+    // What Tab leads to: from the end upwards, and labels before their reply.
+    function stops(): var {
+        const all = []
+        for (let row = count - 1; row >= 0; --row)
+            all.push(...(itemAtIndex(row)?.stops() ?? []))
+        return all
+    }
+    // Scrolls no further than it takes to see the item, or an end of one that is too tall.
+    function reveal(item: Item) {
+        if (!isWithin(item))
+            return
+        const at = item.mapToItem(contentItem, 0, 0)
+        const top = at.y - revealRoom
+        const bottom = at.y + item.height + revealRoom
+        let y = contentY
+        if (bottom - top > height)
+            y = bottom <= contentY + revealRoom ? bottom - height : top >= contentY + height - revealRoom ? top : contentY
+        else if (top < contentY)
+            y = top
+        else if (bottom > contentY + height)
+            y = bottom - height
+        scrollBy(y - contentY)
+    }
+    function isWithin(item: Item): bool {
+        for (let each = item; each; each = each.parent)
+            if (each === contentItem)
+                return true
+        return false
+    }
     function hold() {
         glide.stop()
         follows = false
@@ -81,7 +112,8 @@ ListView {
         contentY = end()
     }
     function scrollBy(step: real) {
-        glide.stop()
+        // Held first: messages that come into being above may be taller than was reckoned.
+        hold()
         contentY = Math.max(topY, Math.min(bottomY, contentY + step))
         settle()
     }
@@ -201,6 +233,10 @@ ListView {
         readonly property bool isUser: messageRole === "user"
         readonly property bool hasFollowUp: !isUser && !isTyping && !isWorking && (followUpQuestion !== "" || followUpLabels.length > 0)
 
+        function stops(): var {
+            return [...(followUps.itemAt(0)?.stops() ?? []), ...(replies.itemAt(0)?.stops() ?? [])]
+        }
+
         width: list.width
         height: body.height
         // No transition of the list: while one runs, its item does not make way for what grows.
@@ -233,6 +269,7 @@ ListView {
                 }
             }
             Repeater {
+                id: replies
                 model: entry.isUser ? 0 : 1
 
                 AssistantReply {
@@ -243,17 +280,20 @@ ListView {
                     workLabel: list.panel.workLabel
                     selection: list.panel.selection
                     container: list.container
+                    tabs: list.tabs
                     viewTop: list.contentY - (entry?.y ?? 0)
                     viewHeight: list.height
                 }
             }
             Repeater {
+                id: followUps
                 model: entry.hasFollowUp ? 1 : 0
 
                 FollowUp {
                     width: list.content
                     question: entry.followUpQuestion
                     labels: entry.followUpLabels
+                    tabs: list.tabs
                     onChosen: label => list.panel.submitLabel(label)
                 }
             }

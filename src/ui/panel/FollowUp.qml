@@ -8,9 +8,18 @@ Column {
 
     required property string question
     required property list<string> labels
+    property Item tabs: null // takes the keys of the labels first
     readonly property int sideRoom: 30
 
     signal chosen(string label)
+
+    // What Tab leads to, in its order.
+    function stops(): var {
+        const all = []
+        for (let i = 0; i < pills.count; ++i)
+            all.push(pills.itemAt(i))
+        return all
+    }
 
     spacing: Theme.space2
     Accessible.role: Accessible.Grouping
@@ -27,11 +36,13 @@ Column {
         wrapMode: Text.Wrap
     }
     Repeater {
+        id: pills
         model: followUp.labels
 
         Pill {
             required property string modelData
 
+            Keys.forwardTo: followUp.tabs ? [followUp.tabs] : []
             text: modelData
             restOpacity: Theme.labelOpacity
             widest: followUp.width - followUp.sideRoom

@@ -43,6 +43,7 @@ FocusScope {
         panel: view.panel
         container: view
         isDockDragging: view.isDockDragging
+        tabs: tabs
     }
     PlateFade {
         x: view.edge
@@ -61,6 +62,8 @@ FocusScope {
         solidAtTop: false
     }
     JumpToLatest {
+        id: jump
+        Keys.forwardTo: [tabs]
         x: (parent.width - width) / 2
         y: composer.y - height - view.edge
         wanted: !list.follows && !list.isAtEnd && !view.panel.showAttachTray
@@ -112,6 +115,14 @@ FocusScope {
         width: Math.min(parent.width - 2 * view.edge, view.composerWidest)
         focus: true
         panel: view.panel
+        tabs: tabs
+    }
+    TabChain {
+        id: tabs
+        composer: composer
+        conversation: list
+        jump: jump
+        resting: view.panel.showAttachTray
     }
     Announcer {
         panel: view.panel

@@ -8,6 +8,7 @@ Flickable {
 
     required property string placeholder
     property Item next: null // where Tab leads
+    property Item tabs: null // takes the keys first
     property alias text: edit.text
     property alias input: edit
     readonly property bool hasFocus: edit.activeFocus
@@ -88,6 +89,7 @@ Flickable {
             }
         }
 
+        Keys.forwardTo: field.tabs ? [field.tabs] : []
         Keys.onTabPressed: field.next?.forceActiveFocus(Qt.TabFocusReason)
         Keys.onBacktabPressed: edit.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
         Keys.onPressed: event => {
