@@ -3,6 +3,8 @@
 
 #include "library/SavedChat.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWheelEvent>
@@ -414,6 +416,22 @@ TEST_F(KeyboardTest, TabLeadsFromTheLatestReplyUpwardsAndShowsWhereItIs) {
         << passed.join(", ").toStdString();
     EXPECT_EQ(passed[4], "# Why leave") << passed.join(", ").toStdString();
     EXPECT_TRUE(passed.contains("Explain the green gap")) << passed.join(", ").toStdString();
+}
+
+TEST_F(KeyboardTest, WhatIsTypedInTheConversationGoesToTheDraft) {
+    stage.find("ReplyView")->forceActiveFocus(Qt::MouseFocusReason);
+    QTest::keyClick(stage.window.get(), Qt::Key_Space);
+    QTest::keyClick(stage.window.get(), Qt::Key_Delete);
+    QTest::keyClick(stage.window.get(), 'k', Qt::ControlModifier);
+    EXPECT_FALSE(composerHasIt());
+    QTest::keyClick(stage.window.get(), 'H');
+    EXPECT_TRUE(composerHasIt());
+    QTest::keyClick(stage.window.get(), 'i');
+    EXPECT_EQ(stage.panel->prompt().toLower(), "hi");
+    stage.find("ReplyView")->forceActiveFocus(Qt::MouseFocusReason);
+    QGuiApplication::clipboard()->setText(" there");
+    QTest::keyClick(stage.window.get(), 'v', Qt::ControlModifier);
+    EXPECT_EQ(stage.panel->prompt().toLower(), "hi there");
 }
 
 TEST_F(KeyboardTest, ShiftTabLeadsBackTheSameWay) {

@@ -5,6 +5,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -125,6 +126,50 @@ TEST_F(ReplyViewTest, KeysSelectAndCopy) {
     EXPECT_EQ(clipboard(), "One two");
     QTest::keyClick(stage.window.get(), Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(view.selectedText(), "One two.\nThree.");
+}
+
+TEST_F(ReplyViewTest, ByKeysAloneAnExcerptIsDeepened) {
+    ReplyView& view = shown("One two three.\n\nFour five.");
+    view.forceActiveFocus(Qt::TabFocusReason);
+    const auto key = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(stage.window.get(), key, modifiers);
+    };
+    EXPECT_TRUE(view.caret().isEmpty());
+    key(Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_FALSE(view.hasSelection());
+    EXPECT_EQ(view.caret(), view.layout().cursorRect({0, 3}));
+    key(Qt::Key_Right);
+    key(Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(view.selectedText(), "two");
+    EXPECT_TRUE(view.caret().isEmpty()) << "the selection shows where it is";
+    key(Qt::Key_Return);
+    ASSERT_EQ(stage.panel->attachments().count(), 1);
+    EXPECT_EQ(stage.panel->attachments().attachments().front().textContent, "two");
+    EXPECT_FALSE(view.hasActiveFocus()) << "the prompt is next";
+    EXPECT_TRUE(view.caret().isEmpty());
+}
+
+TEST_F(ReplyViewTest, KeysReachLinksAndOtherLines) {
+    ReplyView& view = shown("One [two](https://a.example).\n\nFour.");
+    QSignalSpy followed(&view, &ReplyView::linkActivated);
+    view.forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(stage.window.get(), Qt::Key_Right);
+    QTest::keyClick(stage.window.get(), Qt::Key_Return);
+    EXPECT_EQ(followed.count(), 0);
+    for (int step = 0; step < 4; ++step)
+        QTest::keyClick(stage.window.get(), Qt::Key_Right);
+    QTest::keyClick(stage.window.get(), Qt::Key_Return);
+    ASSERT_EQ(followed.count(), 1);
+    EXPECT_EQ(followed[0][0].toString(), "https://a.example");
+    QTest::keyClick(stage.window.get(), Qt::Key_Down);
+    EXPECT_EQ(view.cursor().block, 1);
+    QTest::keyClick(stage.window.get(), Qt::Key_Home);
+    EXPECT_EQ(view.cursor(), (ReplyPosition{1, 0}));
+    QTest::keyClick(stage.window.get(), Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(view.selectedText(), "One two.\n");
+    QTest::keyClick(stage.window.get(), Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(stage.window.get(), Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(view.selectedText(), "Four.");
 }
 
 TEST_F(ReplyViewTest, CodeIsCopiedAsItWasWritten) {

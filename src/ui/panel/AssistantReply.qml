@@ -29,6 +29,8 @@ Item {
     readonly property real padding: isOneLine ? lineEndPadding : endPadding
     readonly property alias view: blocks
 
+    signal caretMoved(Item text, rect caret)
+
     // What Tab leads to, in its order.
     function stops(): var {
         if (isWorking)
@@ -89,8 +91,18 @@ Item {
         activeFocusOnTab: true
         Keys.forwardTo: reply.tabs ? [reply.tabs] : []
         onLinkActivated: address => App.panel.openLink(address)
+        onCaretChanged: if (caret.height > 0) reply.caretMoved(blocks, caret)
         Accessible.role: Accessible.StaticText // which is what makes it an element; it tells the rest itself
 
+        Rectangle {
+            visible: blocks.caret.height > 0
+            x: blocks.caret.x - 1
+            y: blocks.caret.y
+            width: 2
+            height: blocks.caret.height
+            radius: 1
+            color: Theme.botLink
+        }
         FocusRing {
             visible: blocks.activeFocus && !hover.hovered
             around: Theme.radiusCode

@@ -72,13 +72,15 @@ ListView {
             all.push(...(itemAtIndex(row)?.stops() ?? []))
         return all
     }
-    // Scrolls no further than it takes to see the item, or an end of one that is too tall.
     function reveal(item: Item) {
-        if (!isWithin(item))
-            return
-        const at = item.mapToItem(contentItem, 0, 0)
+        if (isWithin(item))
+            revealPart(item, Qt.rect(0, 0, item.width, item.height))
+    }
+    // Scrolls no further than it takes to see the part, or an end of one that is too tall.
+    function revealPart(item: Item, part: rect) {
+        const at = item.mapToItem(contentItem, 0, part.y)
         const top = at.y - revealRoom
-        const bottom = at.y + item.height + revealRoom
+        const bottom = at.y + part.height + revealRoom
         let y = contentY
         if (bottom - top > height)
             y = bottom <= contentY + revealRoom ? bottom - height : top >= contentY + height - revealRoom ? top : contentY
@@ -279,6 +281,7 @@ ListView {
                     isTyping: entry.isTyping
                     workLabel: list.panel.workLabel
                     selection: list.panel.selection
+                    onCaretMoved: (text, caret) => list.revealPart(text, caret)
                     container: list.container
                     tabs: list.tabs
                     viewTop: list.contentY - (entry?.y ?? 0)

@@ -30,6 +30,21 @@ FocusScope {
         composer.focusPrompt()
     }
 
+    // What is typed while something else has the keyboard belongs to the draft.
+    Keys.onPressed: event => {
+        const isTyped = event.text.trim() !== "" && event.text >= " " && event.text !== "\u007f"
+                      && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))
+        const isPaste = event.matches(StandardKey.Paste)
+        if (composer.field.hasFocus || (!isTyped && !isPaste))
+            return
+        event.accepted = true
+        composer.focusPrompt()
+        if (isTyped)
+            composer.field.input.insert(composer.field.input.cursorPosition, event.text)
+        else if (!panel.attachFromClipboard())
+            composer.field.input.paste()
+    }
+
     Glass {
         id: glass
         anchors.fill: parent

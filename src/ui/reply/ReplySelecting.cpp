@@ -69,6 +69,7 @@ void ReplyView::selectionMoved() {
     m_canvas->repaint();
     ReplyAccessible::selectionMoved(*this);
     emit selectionChanged();
+    if (m_isCaretShown) emit caretChanged();
 }
 
 // What a growing reply took back cannot stay selected.
@@ -128,6 +129,7 @@ void ReplyView::mousePressEvent(QMouseEvent* event) {
     const int tripleClickTime = QGuiApplication::styleHints()->mouseDoubleClickInterval();
     m_pressedAt = event->position();
     m_isSelecting = true;
+    setCaretShown(false);
     setKeepMouseGrab(true);
     forceActiveFocus(Qt::MouseFocusReason);
     const ReplyPosition at = m_layout.positionAt(event->position());
@@ -187,54 +189,93 @@ void ReplyView::wheelEvent(QWheelEvent* event) {
 }
 
 void ReplyView::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Copy))
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (event->matches(QKeySequence::Copy)) {
         copy();
-    else if (event->matches(QKeySequence::SelectAll))
+    } else if (event->matches(QKeySequence::SelectAll)) {
         selectAll();
-    else if (!takeSelectionKey(event))
+    } else if (isEnter) {
+        if (!takeEnter()) return event->ignore();
+    } else if (const std::optional<ReplyPosition> next = positionAfter(*event)) {
+        const bool extends = event->modifiers().testFlag(Qt::ShiftModifier);
+        setCaretShown(true);
+        select(extends ? m_anchor : *next, *next);
+    } else {
         return event->ignore();
+    }
     event->accept();
 }
 
-bool ReplyView::takeSelectionKey(QKeyEvent* event) {
-    if (!event->modifiers().testFlag(Qt::ShiftModifier) || m_layout.count() == 0) return false;
-    const bool byWord = event->modifiers().testFlag(Qt::ControlModifier);
-    switch (event->key()) {
+void ReplyView::focusOutEvent(QFocusEvent* event) {
+    setCaretShown(false);
+    QQuickItem::focusOutEvent(event);
+}
+
+QRectF ReplyView::caret() const {
+    return m_isCaretShown && !hasSelection() ? m_layout.cursorRect(m_cursor) : QRectF();
+}
+
+void ReplyView::setCaretShown(bool isShown) {
+    if (m_isCaretShown == isShown) return;
+    m_isCaretShown = isShown;
+    emit caretChanged();
+}
+
+// What is selected is asked about, and a link under the caret followed.
+bool ReplyView::takeEnter() {
+    if (hasSelection()) return m_bridge && m_bridge->isWatching(this) && m_bridge->commitDeepen();
+    const QString link = m_layout.linkAt(caret().center() + QPointF(1, 0));
+    if (!link.isEmpty()) emit linkActivated(link);
+    return !link.isEmpty();
+}
+
+// Up and down scroll until the user has put a caret into the text, or selects.
+std::optional<ReplyPosition> ReplyView::positionAfter(const QKeyEvent& event) const {
+    constexpr Qt::KeyboardModifiers known =
+        Qt::ShiftModifier | Qt::ControlModifier | Qt::KeypadModifier;
+    if (m_layout.count() == 0 || (event.modifiers() & ~known)) return std::nullopt;
+    const bool byWord = event.modifiers().testFlag(Qt::ControlModifier);
+    const bool isAtText = m_isCaretShown || event.modifiers().testFlag(Qt::ShiftModifier);
+    switch (event.key()) {
     case Qt::Key_Left:
     case Qt::Key_Right:
-        extendByKey(event->key(), byWord);
-        return true;
+        return neighbour(event.key() == Qt::Key_Right, byWord);
     case Qt::Key_Up:
-    case Qt::Key_Down: {
-        const QRectF cursor = m_layout.cursorRect(m_cursor);
-        const double y = event->key() == Qt::Key_Up ? cursor.top() - cursor.height() / 2
-                                                    : cursor.bottom() + cursor.height() / 2;
-        select(m_anchor, m_layout.positionAt({cursor.left(), std::max(0.0, y)}));
-        return true;
-    }
+    case Qt::Key_Down:
+        if (!isAtText || byWord) return std::nullopt;
+        return lineBeside(event.key() == Qt::Key_Down);
     case Qt::Key_Home:
-        select(m_anchor, {m_cursor.block, 0});
-        return true;
+        if (!isAtText || byWord) return std::nullopt;
+        return ReplyPosition{m_cursor.block, 0};
     case Qt::Key_End:
-        select(m_anchor, {m_cursor.block, m_layout.block(m_cursor.block).plainText().size()});
-        return true;
+        if (!isAtText || byWord) return std::nullopt;
+        return ReplyPosition{m_cursor.block, m_layout.block(m_cursor.block).plainText().size()};
     default:
-        return false;
+        return std::nullopt;
     }
 }
 
-void ReplyView::extendByKey(int key, bool byWord) {
-    const bool isForward = key == Qt::Key_Right;
+// The nearest other line; what lies between blocks belongs to the one above.
+ReplyPosition ReplyView::lineBeside(bool isBelow) const {
+    const QRectF cursor = m_layout.cursorRect(m_cursor);
+    const double step = std::max(1.0, cursor.height() / 2);
+    double y = isBelow ? cursor.bottom() + step : cursor.top() - step;
+    for (; y > 0 && y < m_layout.height(); y += isBelow ? step : -step) {
+        const ReplyPosition at = m_layout.positionAt({cursor.left(), y});
+        const double moved = m_layout.cursorRect(at).top() - cursor.top();
+        if (isBelow ? moved > 1 : moved < -1) return at;
+    }
+    return isBelow ? m_layout.end() : ReplyPosition{};
+}
+
+ReplyPosition ReplyView::neighbour(bool isForward, bool byWord) const {
     const QString& text = m_layout.block(m_cursor.block).plainText();
     const qsizetype next = stepped(text, m_cursor.offset, isForward, byWord);
-    ReplyPosition cursor = m_cursor;
-    if (next >= 0)
-        cursor.offset = next;
-    else if (isForward && cursor.block + 1 < m_layout.count())
-        cursor = {cursor.block + 1, 0};
-    else if (!isForward && cursor.block > 0)
-        cursor = {cursor.block - 1, m_layout.block(cursor.block - 1).plainText().size()};
-    select(m_anchor, cursor);
+    if (next >= 0) return {m_cursor.block, next};
+    if (isForward && m_cursor.block + 1 < m_layout.count()) return {m_cursor.block + 1, 0};
+    if (!isForward && m_cursor.block > 0)
+        return {m_cursor.block - 1, m_layout.block(m_cursor.block - 1).plainText().size()};
+    return m_cursor;
 }
 
 } // namespace vorq

@@ -44,6 +44,9 @@ class ReplyView : public QQuickItem, public SelectableText {
     Q_PROPERTY(int firstCode READ firstCode NOTIFY codeRectsChanged)
     Q_PROPERTY(bool beginsWithCode READ beginsWithCode NOTIFY layoutChanged)
     Q_PROPERTY(bool hasSelection READ hasSelection NOTIFY selectionChanged)
+    /// Where keys go on from, once the arrow keys were used in the reply; empty otherwise, and
+    /// while something is selected.
+    Q_PROPERTY(QRectF caret READ caret NOTIFY caretChanged)
 
   public:
     explicit ReplyView(QQuickItem* parent = nullptr);
@@ -60,6 +63,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     [[nodiscard]] int firstCode() const { return m_firstCode; }
     [[nodiscard]] bool beginsWithCode() const;
     [[nodiscard]] bool hasSelection() const { return !selection().isEmpty(); }
+    [[nodiscard]] QRectF caret() const;
     [[nodiscard]] const ReplyLayout& layout() const { return m_layout; }
     [[nodiscard]] ReplyRange selection() const;
     /// The end of the selection that moves, also while nothing is selected.
@@ -100,6 +104,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     void layoutChanged();
     void codeRectsChanged();
     void selectionChanged();
+    void caretChanged();
     void linkActivated(const QString& address);
 
   protected:
@@ -113,6 +118,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     void hoverMoveEvent(QHoverEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
@@ -128,8 +134,11 @@ class ReplyView : public QQuickItem, public SelectableText {
     void fadeIn(int row);
     void selectionMoved();
     void dropLostSelection();
-    void extendByKey(int key, bool byWord);
-    [[nodiscard]] bool takeSelectionKey(QKeyEvent* event);
+    void setCaretShown(bool isShown);
+    [[nodiscard]] bool takeEnter();
+    [[nodiscard]] std::optional<ReplyPosition> positionAfter(const QKeyEvent& event) const;
+    [[nodiscard]] ReplyPosition lineBeside(bool isBelow) const;
+    [[nodiscard]] ReplyPosition neighbour(bool isForward, bool byWord) const;
     void watchClicks(bool on);
 
     ReplyBlocksModel m_blocks;
@@ -152,6 +161,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     QPointF m_pressedAt;
     QElapsedTimer m_sinceDoubleClick;
     bool m_isSelecting = false;
+    bool m_isCaretShown = false;
     bool m_isWatching = false;
 };
 
