@@ -29,6 +29,18 @@ Item {
     readonly property real padding: isOneLine ? lineEndPadding : endPadding
     readonly property alias view: blocks
 
+    function openMenu(at: point) {
+        const nothing = !blocks.hasSelection
+        menu.open(blocks, at, [
+            { text: qsTr("Deepen"), off: !reply.selection.hasSelection || nothing, act: () => reply.selection.commitDeepen() },
+            {},
+            { text: qsTr("Copy"), off: nothing, act: () => blocks.copy() },
+            { text: qsTr("Copy reply"), act: () => App.panel.copyText(reply.message) },
+            {},
+            { text: qsTr("Select All"), act: () => blocks.selectAll() }
+        ])
+    }
+
     signal caretMoved(Item text, rect caret)
 
     // What Tab leads to, in its order.
@@ -90,10 +102,15 @@ Item {
         container: reply.container
         activeFocusOnTab: true
         Keys.forwardTo: reply.tabs ? [reply.tabs] : []
+        Keys.onMenuPressed: reply.openMenu(Qt.point(caret.x, caret.y + caret.height))
         onLinkActivated: address => App.panel.openLink(address)
         onCaretChanged: if (caret.height > 0) reply.caretMoved(blocks, caret)
         Accessible.role: Accessible.StaticText // which is what makes it an element; it tells the rest itself
 
+        TapHandler {
+            acceptedButtons: Qt.RightButton
+            onTapped: point => reply.openMenu(point.position)
+        }
         Rectangle {
             visible: blocks.caret.height > 0
             x: blocks.caret.x - 1
@@ -107,6 +124,9 @@ Item {
             visible: blocks.activeFocus && !hover.hovered
             around: Theme.radiusCode
         }
+    }
+    ContextMenu {
+        id: menu
     }
     Repeater {
         id: codeCopies

@@ -30,6 +30,11 @@ FocusScope {
             all.push(clips.itemAt(i).removeButton)
         return all
     }
+    // Files and pictures become clips.
+    function paste() {
+        if (!panel.attachFromClipboard())
+            draft.input.paste()
+    }
     function focusPrompt() {
         draft.input.forceActiveFocus()
     }
@@ -107,6 +112,7 @@ FocusScope {
                 onSubmitted: composer.panel.send()
                 onRecallWanted: composer.panel.recallLastPrompt()
                 onPasteWanted: event => event.accepted = composer.panel.attachFromClipboard()
+                onPasted: composer.paste()
                 onCopyWanted: event => event.accepted = composer.panel.copyLastReply()
             }
             IconButton {

@@ -41,8 +41,8 @@ FocusScope {
         composer.focusPrompt()
         if (isTyped)
             composer.field.input.insert(composer.field.input.cursorPosition, event.text)
-        else if (!panel.attachFromClipboard())
-            composer.field.input.paste()
+        else
+            composer.paste()
     }
 
     Glass {

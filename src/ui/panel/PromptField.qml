@@ -21,6 +21,8 @@ Flickable {
     signal recallWanted
     // Whoever takes what is on the clipboard sets `accepted`.
     signal pasteWanted(event: QtObject)
+    // The same, from the menu, which can paste more than text.
+    signal pasted
     // Nothing is selected here that could be copied. Whoever knows what to copy sets `accepted`.
     signal copyWanted(event: QtObject)
 
@@ -40,6 +42,24 @@ Flickable {
             contentY = caret.y + caret.height + 2 * endPadding - height
     }
 
+    function openMenu(at: point) {
+        edit.forceActiveFocus()
+        const nothing = edit.selectedText === ""
+        menu.open(edit, at, [
+            { text: qsTr("Undo"), off: !edit.canUndo, act: () => edit.undo() },
+            { text: qsTr("Redo"), off: !edit.canRedo, act: () => edit.redo() },
+            {},
+            { text: qsTr("Cut"), off: nothing, act: () => edit.cut() },
+            { text: qsTr("Copy"), off: nothing, act: () => edit.copy() },
+            { text: qsTr("Paste"), act: () => field.pasted() },
+            {},
+            { text: qsTr("Select All"), off: edit.text === "", act: () => edit.selectAll() }
+        ])
+    }
+
+    ContextMenu {
+        id: menu
+    }
     FontMetrics {
         id: metrics
         font: edit.font
@@ -100,6 +120,9 @@ Flickable {
                 if (!edit.inputMethodComposing)
                     field.submitted()
                 event.accepted = true
+            } else if (event.key === Qt.Key_Menu) {
+                field.openMenu(Qt.point(edit.cursorRectangle.x, edit.cursorRectangle.y + edit.cursorRectangle.height))
+                event.accepted = true
             } else if (event.matches(StandardKey.Paste)) {
                 field.pasteWanted(event)
             } else if (event.matches(StandardKey.Copy) && edit.selectedText === "") {
@@ -110,6 +133,10 @@ Flickable {
             }
         }
 
+        TapHandler {
+            acceptedButtons: Qt.RightButton
+            onTapped: point => field.openMenu(point.position)
+        }
         TextLeading {
             document: edit.textDocument
             leading: Theme.bubbleLeading

@@ -83,6 +83,16 @@ Item {
                 Accessible.ignored: true
                 onActiveFocusChanged: if (!activeFocus) deselect()
 
+                TapHandler {
+                    acceptedButtons: Qt.RightButton
+                    onTapped: point => menu.open(words, point.position, [
+                        { text: qsTr("Copy"), off: words.selectedText === "", act: () => words.copy() },
+                        { text: qsTr("Copy message"), act: () => App.panel.copyText(bubble.said) }
+                    ])
+                }
+                ContextMenu {
+                    id: menu
+                }
                 TextLeading {
                     document: words.textDocument
                     leading: Theme.bubbleLeading

@@ -126,6 +126,8 @@ bool ReplyView::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void ReplyView::mousePressEvent(QMouseEvent* event) {
+    // The other buttons come here for those who handle them.
+    if (event->button() != Qt::LeftButton) return event->ignore();
     const int tripleClickTime = QGuiApplication::styleHints()->mouseDoubleClickInterval();
     m_pressedAt = event->position();
     m_isSelecting = true;
@@ -156,7 +158,7 @@ void ReplyView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void ReplyView::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (m_layout.count() == 0) return;
+    if (event->button() != Qt::LeftButton || m_layout.count() == 0) return event->ignore();
     m_sinceDoubleClick.start();
     m_isSelecting = false;
     const ReplyPosition at = m_layout.positionAt(event->position());
