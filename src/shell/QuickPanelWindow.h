@@ -37,8 +37,8 @@ class QuickPanelWindow final : public QQuickView, public PanelWindow {
     QuickPanelWindow(const Platform& platform, QQmlEngine* engine);
     ~QuickPanelWindow() override;
 
-    /// Creates the hidden window and lays its view out, so that showing it is a matter of
-    /// mapping it. Call it when the view is loaded and the window has its first frame.
+    /// Creates the hidden window, so that showing it is a matter of mapping it. Call it when the
+    /// view is loaded and the window has its first frame.
     void prepare();
 
     [[nodiscard]] QString tier() const;

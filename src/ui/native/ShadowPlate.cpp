@@ -93,9 +93,12 @@ void ShadowPlate::geometryChange(const QRectF& now, const QRectF& before) {
 void ShadowPlate::itemChange(ItemChange change, const ItemChangeData& data) {
     QQuickItem::itemChange(change, data);
     if (change == ItemDevicePixelRatioHasChanged) renew();
+    if (change == ItemVisibleHasChanged && data.boolValue) update();
 }
 
 QSGNode* ShadowPlate::updatePaintNode(QSGNode* former, UpdatePaintNodeData*) {
+    // Most shadows lie under what is not there yet.
+    if (!isVisible()) return former;
     std::unique_ptr<QSGNode> owned(former);
     const int corner = m_margin + m_edge;
     if (m_edge <= 0 || width() < 2 * corner || height() < 2 * corner) return nullptr;
