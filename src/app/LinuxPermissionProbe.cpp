@@ -1,9 +1,9 @@
 #include "app/LinuxPermissionProbe.h"
 
 #include "platform/linux/X11Connection.h"
+#include "support/FileNames.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 
 #include <algorithm>
@@ -32,12 +32,11 @@ PermissionState LinuxPermissionProbe::screen() const {
 }
 
 PermissionState LinuxPermissionProbe::microphone() const {
-    const QDir folder(m_soundFolder);
     // Card, device, and the direction of capture: "pcmC0D0c".
-    const QStringList devices =
-        folder.entryList({QStringLiteral("pcmC*D*c")}, QDir::System | QDir::Files);
+    const QStringList devices = fileNames(m_soundFolder, QLatin1StringView("pcmC"),
+                                          QLatin1StringView("c"), QDir::System | QDir::Files);
     return grantedIf(std::ranges::any_of(
-        devices, [&](const QString& name) { return isOpenToUs(folder.filePath(name)); }));
+        devices, [&](const QString& name) { return isOpenToUs(m_soundFolder + u'/' + name); }));
 }
 
 QString LinuxPermissionProbe::privacyListName() const {

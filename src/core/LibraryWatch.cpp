@@ -1,6 +1,6 @@
 #include "core/LibraryWatch.h"
 
-#include <QDir>
+#include "support/FileNames.h"
 
 #include <utility>
 
@@ -24,8 +24,7 @@ void LibraryWatch::arm() {
     if (!former.isEmpty()) m_watcher.removePaths(former);
     QStringList paths;
     if (m_watcher.directories().isEmpty()) paths += m_folder;
-    const QStringList names = QDir(m_folder).entryList({QStringLiteral("*.json")}, QDir::Files);
-    for (const QString& name : names)
+    for (const QString& name : fileNames(m_folder, {}, QLatin1StringView(".json")))
         paths += m_folder + u'/' + name;
     if (!paths.isEmpty()) m_watcher.addPaths(paths);
 }

@@ -1,9 +1,12 @@
 #include "shell/StatusGlyphs.h"
 
+#include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
 #include <QPolygonF>
+
+#include <algorithm>
 
 namespace vorq {
 namespace {
@@ -38,6 +41,42 @@ void paintDisc(QPainter& painter, QRgb color) {
     painter.setBrush(Qt::NoBrush);
 }
 
+// Paints the sizes that are asked for when they are.
+class StatusIconEngine final : public QIconEngine {
+  public:
+    explicit StatusIconEngine(StatusImage image) : m_image(image) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
+        const double side = std::min(rect.width(), rect.height());
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->translate(QRectF(rect).center() - QPointF(side / 2, side / 2));
+        painter->scale(side / grid, side / grid);
+        paintStatusImage(*painter, m_image);
+        painter->restore();
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, pixmap.rect(), mode, state);
+        return pixmap;
+    }
+
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override {
+        QList<QSize> sizes;
+        for (const int side : {16, 18, 22, 24, 32, 36, 44, 48, 64, 128})
+            sizes += QSize(side, side);
+        return sizes;
+    }
+
+    [[nodiscard]] QIconEngine* clone() const override { return new StatusIconEngine(m_image); }
+
+  private:
+    StatusImage m_image;
+};
+
 } // namespace
 
 void paintStatusImage(QPainter& painter, StatusImage image) {
@@ -55,18 +94,7 @@ void paintStatusImage(QPainter& painter, StatusImage image) {
 }
 
 QIcon statusIcon(StatusImage image) {
-    QIcon icon;
-    for (const int size : {16, 18, 22, 24, 32, 36, 44, 48, 64, 128}) {
-        QPixmap pixmap(size, size);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(size / grid, size / grid);
-        paintStatusImage(painter, image);
-        painter.end();
-        icon.addPixmap(pixmap);
-    }
-    return icon;
+    return QIcon(new StatusIconEngine(image));
 }
 
 } // namespace vorq

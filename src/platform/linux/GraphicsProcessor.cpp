@@ -1,13 +1,16 @@
 #include "platform/linux/GraphicsProcessor.h"
 
-#include <QDir>
+#include "support/FileNames.h"
+
+#include <QFileInfo>
 
 #include <algorithm>
 
 namespace vorq {
 namespace {
 
-bool isUsable(const QFileInfo& device) {
+bool isUsable(const QString& path) {
+    const QFileInfo device(path);
     return device.isReadable() && device.isWritable();
 }
 
@@ -15,11 +18,12 @@ bool isUsable(const QFileInfo& device) {
 
 // Every kernel driver that can draw has a render node; that of NVIDIA may be without.
 bool hasGraphicsProcessor(const QString& devices) {
-    const QDir folder(devices + QStringLiteral("/dri"), QStringLiteral("renderD*"), QDir::Name,
-                      QDir::Files | QDir::System);
-    const QFileInfoList nodes = folder.entryInfoList();
-    return std::ranges::any_of(nodes, isUsable) ||
-           isUsable(QFileInfo(devices + QStringLiteral("/nvidiactl")));
+    const QString folder = devices + QStringLiteral("/dri");
+    const QStringList nodes =
+        fileNames(folder, QLatin1StringView("renderD"), {}, QDir::System | QDir::Files);
+    return std::ranges::any_of(
+               nodes, [&](const QString& name) { return isUsable(folder + u'/' + name); }) ||
+           isUsable(devices + QStringLiteral("/nvidiactl"));
 }
 
 } // namespace vorq

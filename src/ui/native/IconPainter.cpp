@@ -11,7 +11,9 @@
 namespace vorq {
 namespace {
 
+// Few icons have any, and the first use of a pattern takes half a megabyte.
 QString takeCutOuts(QString& markup) {
+    if (!markup.contains(QLatin1StringView("stroke='#FFFFFF'"))) return {};
     static const QRegularExpression cutOut(QStringLiteral("<[a-z]+ [^>]*stroke='#FFFFFF'[^>]*/>"));
     QString found;
     for (auto it = cutOut.globalMatch(markup); it.hasNext();)
