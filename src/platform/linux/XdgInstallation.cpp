@@ -11,12 +11,12 @@
 namespace vorq {
 namespace {
 
-const QString program = QStringLiteral("/bin/vorq");
+const QString binaryFile = QStringLiteral("/bin/vorq");
 const QString share = QStringLiteral("/share");
 const QString menuEntry = QStringLiteral("/applications/com.vorq.desk.desktop");
 
 const QStringList installedFiles = {
-    program,
+    binaryFile,
     QStringLiteral("/bin/vorq-gateway"),
     QStringLiteral("/lib/systemd/user/vorq.service"),
     share + menuEntry,
@@ -28,7 +28,7 @@ const QStringList installedFiles = {
 // A program by itself is somebody's work or another's of the same name, and an entry by itself is
 // what other kinds of packages show to the desktop or what the program has written for its links.
 bool isInstalledIn(const QString& prefix) {
-    return QFile::exists(prefix + program) && QFile::exists(prefix + share + menuEntry) &&
+    return QFile::exists(prefix + binaryFile) && QFile::exists(prefix + share + menuEntry) &&
            !UrlScheme::isWrittenAtStart(prefix + share + menuEntry);
 }
 
@@ -64,11 +64,11 @@ bool XdgInstallation::isOfSystem(const QString& path) const {
 
 QStringList XdgInstallation::prefixes() const {
     QStringList all;
-    if (m_executable.endsWith(program)) all += m_executable.chopped(program.size());
+    if (m_executable.endsWith(binaryFile)) all += m_executable.chopped(binaryFile.size());
     for (const QString& folder : m_dataFolders)
         if (folder.endsWith(share)) all += folder.chopped(share.size());
     all.removeIf([this](const QString& prefix) {
-        return prefix.isEmpty() || !isInstalledIn(prefix) || isOfSystem(prefix + program);
+        return prefix.isEmpty() || !isInstalledIn(prefix) || isOfSystem(prefix + binaryFile);
     });
     all.removeDuplicates();
     return all;
@@ -88,7 +88,7 @@ QStringList XdgInstallation::files() const {
 
 QStringList XdgInstallation::advice() const {
     QStringList sentences;
-    const QString ofSystem = m_systemPrefix + program;
+    const QString ofSystem = m_systemPrefix + binaryFile;
     if (QFile::exists(ofSystem))
         sentences += QStringLiteral("%1 belongs to your system. Remove it where you installed it "
                                     "from.")
