@@ -66,6 +66,16 @@ std::vector<std::uint32_t> X11Connection::numbers(Window window, Atom name) cons
     return numbers;
 }
 
+// A busy server may get to this connection long after others: unless it is waited for, a change
+// that is caused over another one can come first.
+void X11Connection::watchRootProperties() const {
+    if (!isUsable()) return;
+    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    const xcb_void_cookie_t cookie =
+        xcb_change_window_attributes_checked(m_connection, m_root, XCB_CW_EVENT_MASK, &mask);
+    const X11Reply<xcb_generic_error_t> error(xcb_request_check(m_connection, cookie));
+}
+
 std::optional<std::int32_t> X11Connection::processOf(Window window) const {
     if (!isUsable() || window == 0) return {};
     const xcb_res_client_id_spec_t spec{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};

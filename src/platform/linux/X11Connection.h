@@ -46,6 +46,9 @@ class X11Connection {
     /// A property that is a list of 32-bit numbers.
     [[nodiscard]] std::vector<std::uint32_t> numbers(Window window, Atom name) const;
 
+    /// Has this connection told of each change of the root window's properties from now on.
+    void watchRootProperties() const;
+
     /// The process that owns a window or another resource; nothing for one on another machine.
     [[nodiscard]] std::optional<std::int32_t> processOf(Window window) const;
 

@@ -15,10 +15,7 @@ X11Events::X11Events(Handler handler) : m_handler(std::move(handler)) {
 }
 
 void X11Events::watchRootProperties() {
-    if (!m_connection.isUsable()) return;
-    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(m_connection.get(), m_connection.root(), XCB_CW_EVENT_MASK, &mask);
-    xcb_flush(m_connection.get());
+    m_connection.watchRootProperties();
 }
 
 void X11Events::take() {

@@ -22,7 +22,8 @@ class X11Events {
     /// To select events with; requests that are answered belong elsewhere.
     [[nodiscard]] const X11Connection& connection() const { return m_connection; }
 
-    /// Asks for the changes of the root window's properties.
+    /// Asks for the changes of the root window's properties. From then on none is missed by who
+    /// reads them afterwards.
     void watchRootProperties();
 
   private:

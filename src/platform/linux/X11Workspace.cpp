@@ -40,9 +40,7 @@ X11Workspace::X11Workspace(QObject* parent) : Workspace(parent) {
 X11Workspace::~X11Workspace() = default;
 
 void X11Workspace::watchActiveWindow() {
-    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(m_events.get(), m_events.root(), XCB_CW_EVENT_MASK, &mask);
-    xcb_flush(m_events.get());
+    m_events.watchRootProperties();
     m_lastActive = static_cast<Window>(activeWindow().value_or(0));
     const int descriptor = xcb_get_file_descriptor(m_events.get());
     m_notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
