@@ -4,6 +4,7 @@
 #include "platform/Screens.h"
 #include "shell/PanelSelectionBridge.h"
 #include "shell/RoundedRows.h"
+#include "support/StableSort.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -12,7 +13,6 @@
 #include <QResizeEvent>
 
 #include <cmath>
-#include <utility>
 #include <vector>
 
 namespace vorq {
@@ -42,9 +42,7 @@ std::optional<PanelPressTarget> textTarget(const QQuickItem& item, QPointF globa
 std::vector<QQuickItem*> fromTheTop(const QQuickItem& item) {
     const QList<QQuickItem*> painted = item.childItems();
     std::vector<QQuickItem*> children(painted.rbegin(), painted.rend());
-    for (std::size_t i = 1; i < children.size(); ++i)
-        for (std::size_t k = i; k > 0 && children[k]->z() > children[k - 1]->z(); --k)
-            std::swap(children[k], children[k - 1]);
+    stableSort(children, [](const QQuickItem* a, const QQuickItem* b) { return a->z() > b->z(); });
     return children;
 }
 
