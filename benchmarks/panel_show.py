@@ -5,7 +5,7 @@
 
 Prints the median and the 95th percentile of 100 showings beside those of an empty Qt Quick window
 that was made before and is shown by the same kind of key. Both are drawn by Qt Quick's own software
-renderer, or with --as-shipped by what it chooses by itself, which is OpenGL where there is any.
+renderer, or with --as-shipped by what Qt Quick chooses by itself, which is OpenGL where there is any.
 """
 
 import os

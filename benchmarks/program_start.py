@@ -13,7 +13,8 @@ processor time of some idle seconds are read. Budgets: 1.3 times the start of th
 The panel is prepared after the start. So the worst case is measured as well: another "vorq
 --background" is asked for the panel as soon as it answers, and timed from its start until that is
 on the screen. Both programs are drawn by Qt Quick's own software renderer, or with --as-shipped by
-what it chooses by itself, which is OpenGL where there is any.
+what each chooses by itself: Vorq what suits the machine, the empty window OpenGL where there is any.
+QSG_RHI_BACKEND=opengl then has both use that.
 """
 
 import contextlib

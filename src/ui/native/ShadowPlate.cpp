@@ -13,9 +13,9 @@ namespace vorq {
 namespace {
 
 // Of the lines between the slices, along one side.
-using Lines = std::array<double, 4>;
+using SliceLines = std::array<double, 4>;
 
-Lines linesOf(double length, double corner) {
+SliceLines sliceLines(double length, double corner) {
     return {0, corner, length - corner, length};
 }
 
@@ -47,14 +47,14 @@ class ShadowNode final : public QSGNode {
     void place(const QRectF& frame, double scale) {
         const double side = m_picture->textureSize().width();
         const double corner = std::floor((side - 1) / 2);
-        const Lines from = linesOf(side, corner);
-        const Lines xs = linesOf(frame.width(), corner);
-        const Lines ys = linesOf(frame.height(), corner);
+        const SliceLines from = sliceLines(side, corner);
+        const SliceLines xs = sliceLines(frame.width(), corner);
+        const SliceLines ys = sliceLines(frame.height(), corner);
         for (std::size_t index = 0; index < m_slices.size(); ++index) {
             const std::size_t place = index < middle ? index : index + 1;
             const std::size_t row = place / 3;
             const std::size_t column = place % 3;
-            const auto cell = [=](const Lines& across, const Lines& down) {
+            const auto cell = [=](const SliceLines& across, const SliceLines& down) {
                 return QRectF(QPointF(across[column], down[row]),
                               QPointF(across[column + 1], down[row + 1]));
             };
