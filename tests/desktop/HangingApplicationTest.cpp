@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QTimer>
 
+#include <algorithm>
 #include <csignal>
 
 namespace vorq::desktop {
@@ -15,21 +16,23 @@ namespace {
 
 const auto text = QStringLiteral("einige Worte");
 
-// The daemon that carries the accessibility bus, and the one that announces it.
-void killAccessibilityBus(const DesktopSession& session) {
-    const QByteArray socket = (session.home() + "/run/at-spi/").toUtf8();
+// Of the session: the daemon that carries the accessibility bus, and the one that announces it.
+void killAccessibility(const DesktopSession& session, const QList<QByteArray>& programs) {
     for (const QString& name : QDir("/proc").entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         QFile arguments("/proc/" + name + "/cmdline");
-        if (!arguments.open(QIODevice::ReadOnly)) continue;
-        const QByteArray line = arguments.readAll();
         QFile environment("/proc/" + name + "/environ");
-        const bool isOfSession = environment.open(QIODevice::ReadOnly) &&
-                                 environment.readAll().contains(session.home().toUtf8());
-        const bool isBus = line.contains("dbus-daemon") && line.contains(socket);
-        if (isBus || (isOfSession && line.contains("at-spi-bus-launcher")))
-            ::kill(name.toInt(), SIGKILL);
+        if (!arguments.open(QIODevice::ReadOnly) || !environment.open(QIODevice::ReadOnly))
+            continue;
+        const QByteArray line = arguments.readAll();
+        const bool isOfSession = environment.readAll().contains(session.home().toUtf8());
+        const bool isMeant = std::ranges::any_of(
+            programs, [&](const QByteArray& program) { return line.contains(program); });
+        if (isOfSession && isMeant) ::kill(name.toInt(), SIGKILL);
     }
 }
+
+const QByteArray busDaemon = "at-spi2/accessibility.conf";
+const QByteArray busLauncher = "at-spi-bus-launcher";
 
 class CaptureOnDesktop : public testing::Test {
   protected:
@@ -51,6 +54,14 @@ class CaptureOnDesktop : public testing::Test {
         for (int press = 0; press < 20 && last != expected; ++press)
             last = start().result();
         EXPECT_EQ(last, expected);
+    }
+
+    void expectCaptureOfNext() {
+        session.switchAccessibility(true);
+        const Application next = openFeatherPad(session, text.toUtf8());
+        session.key({"ctrl+a"});
+        waitForFocusedText(*accessibility, next.process, text);
+        EXPECT_TRUE(accessibility->isTrusted());
     }
 
     DesktopSession session;
@@ -174,15 +185,30 @@ TEST_F(CaptureOnDesktop, EndsAtOnceWhenItIsStoppedBefore) {
 
 TEST_F(CaptureOnDesktop, RecoversFromTheEndOfTheBus) {
     startService(openMousepad(session, text.toUtf8()));
-    killAccessibilityBus(session);
+    killAccessibility(session, {busDaemon, busLauncher});
     DesktopSession::waitUntil("the end of the bus", [&] { return !accessibility->isTrusted(); });
     EXPECT_EQ(start().result(), "");
 
-    session.switchAccessibility(true);
-    const Application next = openFeatherPad(session, text.toUtf8());
+    expectCaptureOfNext();
+}
+
+// On another bus the same names are those of other programs.
+TEST_F(CaptureOnDesktop, KnowsTheApplicationsOfANewBusFromThoseOfTheOld) {
+    startService(openMousepad(session, text.toUtf8()));
     session.key({"ctrl+a"});
-    waitForFocusedText(*accessibility, next.process, text);
-    EXPECT_TRUE(accessibility->isTrusted());
+    waitForFocusedText(*accessibility, source, text);
+    killAccessibility(session, {busDaemon});
+    DesktopSession::waitUntil("the end of the bus", [&] { return !accessibility->isTrusted(); });
+
+    expectCaptureOfNext();
+}
+
+// The old bus goes on, but programs that start find the new one.
+TEST_F(CaptureOnDesktop, GoesToTheBusThatIsAnnouncedAnew) {
+    startService(openMousepad(session, text.toUtf8()));
+    killAccessibility(session, {busLauncher});
+
+    expectCaptureOfNext();
 }
 
 TEST(CaptureWithoutAccessibility, GivesNothingWithoutABus) {

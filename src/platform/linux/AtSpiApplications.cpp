@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <unistd.h>
+#include <utility>
 
 namespace vorq {
 namespace {
@@ -58,6 +59,13 @@ QString AtSpiApplications::focusedService(const std::stop_token& stop) {
     return {};
 }
 
+void AtSpiApplications::forgetFormerBus() {
+    const int connection = m_bus.connection();
+    if (std::exchange(m_connection, connection) == connection) return;
+    m_processes.clear();
+    m_toolkits.clear();
+}
+
 std::optional<AtSpiApplications::ProcessId>
 AtSpiApplications::processOf(const QString& service, const std::stop_token& stop) {
     return processesOf({service}, stop).front();
@@ -65,6 +73,7 @@ AtSpiApplications::processOf(const QString& service, const std::stop_token& stop
 
 std::vector<std::optional<AtSpiApplications::ProcessId>>
 AtSpiApplications::processesOf(const std::vector<QString>& services, const std::stop_token& stop) {
+    forgetFormerBus();
     AtSpiBus::Messages calls;
     std::vector<QString> asked;
     for (const QString& service : services) {
@@ -96,6 +105,7 @@ std::vector<QString> AtSpiApplications::registered(const std::stop_token& stop) 
 }
 
 AtSpiToolkit AtSpiApplications::toolkitOf(const QString& service, const std::stop_token& stop) {
+    forgetFormerBus();
     if (const auto known = m_toolkits.constFind(service); known != m_toolkits.constEnd())
         return *known;
     const AtSpiRef root = atspi::applicationRoot(service);

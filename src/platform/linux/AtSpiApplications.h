@@ -50,8 +50,12 @@ class AtSpiApplications {
     [[nodiscard]] std::vector<AtSpiRef> searchFocused(const AtSpiRef& window,
                                                       const std::stop_token& stop);
 
+    // What was learnt on a former connection is of other applications.
+    void forgetFormerBus();
+
     AtSpiBus& m_bus;
-    // Names on the bus are never given twice.
+    int m_connection = 0;
+    // Names on one bus are never given twice.
     QHash<QString, ProcessId> m_processes;
     QHash<QString, AtSpiToolkit> m_toolkits;
 };

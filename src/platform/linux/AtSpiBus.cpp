@@ -58,6 +58,10 @@ bool AtSpiBus::isOn() const {
     return shared.isConnected && shared.isSwitchedOn;
 }
 
+int AtSpiBus::connection() const {
+    return m_connection->shared().connections;
+}
+
 void AtSpiBus::whenChanged(QObject* context, const std::function<void()>& callback) const {
     QObject::connect(m_connection, &AtSpiConnection::switchChanged, context, callback);
 }

@@ -40,6 +40,9 @@ class AtSpiBus {
     /// if the bus is not there, it is sought.
     [[nodiscard]] bool isOn() const;
 
+    /// Which connection this is, counted from 1. On each, the names of applications are others.
+    [[nodiscard]] int connection() const;
+
     /// Calls back, on the thread of the context, when isOn() may have changed.
     void whenChanged(QObject* context, const std::function<void()>& callback) const;
 

@@ -89,7 +89,7 @@ bool AtSpiConnection::connectToSession() {
 }
 
 void AtSpiConnection::announced() {
-    if (!m_bus) askForAddress();
+    askForAddress();
 }
 
 void AtSpiConnection::askForAddress() {
@@ -98,8 +98,11 @@ void AtSpiConnection::askForAddress() {
     auto* answer = new QDBusPendingCallWatcher(m_session->asyncCall(question, startLimit), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         answer->deleteLater();
-        const QDBusPendingReply<QString> address = *answer;
-        if (address.isValid() && !m_bus) connectTo(address.value());
+        const QDBusPendingReply<QString> reply = *answer;
+        const QString address = reply.isValid() ? reply.value() : QString();
+        // Whoever announces the bus anew has another one, which programs find from now on.
+        if (m_bus && !address.isEmpty() && address != m_busAddress) disconnectFromBus();
+        if (!m_bus && !address.isEmpty()) connectTo(address);
         m_shared.isSought = false;
     });
 }
@@ -112,6 +115,8 @@ void AtSpiConnection::connectTo(const QString& address) {
         return;
     }
     m_bus = bus;
+    m_busAddress = address;
+    ++m_shared.connections;
     listen();
     registerForEvents();
     m_shared.isConnected = true;

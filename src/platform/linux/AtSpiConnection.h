@@ -47,6 +47,7 @@ class AtSpiShared {
     std::atomic<bool> isConnected = false;
     std::atomic<bool> isSwitchedOn = false;
     std::atomic<bool> isSought = false;
+    std::atomic<int> connections = 0;
 
     [[nodiscard]] AtSpiFocusOrder focusOrder() const;
     template<typename Change>
@@ -102,6 +103,7 @@ class AtSpiConnection final : public QObject {
     QString m_sessionAddress;
     QString m_sessionName;
     QString m_busName;
+    QString m_busAddress;
     std::optional<QDBusConnection> m_session;
     std::optional<QDBusConnection> m_bus;
     QDBusServiceWatcher* m_announcement = nullptr;
