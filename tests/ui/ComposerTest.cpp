@@ -154,7 +154,7 @@ TEST_F(ComposerTest, AClipIsTakenOff) {
     PromptAttachment file;
     file.fileName = "a.txt";
     stage.panel->attachments().append(file);
-    stage.settle(20);
+    stage.settle(100);
     click(button("Remove a.txt"));
     EXPECT_EQ(stage.panel->attachments().count(), 0);
 }

@@ -47,12 +47,8 @@ Item {
     function stops(): var {
         if (isWorking)
             return []
-        const all = [blocks]
-        for (let i = 0; i < codeCopies.count; ++i)
-            all.push(codeCopies.itemAt(i))
-        if (replyCopy.visible)
-            all.push(replyCopy)
-        return all
+        const copies = Array.from({ length: codeCopies.count }, (none, i) => codeCopies.itemAt(i))
+        return [blocks, ...copies, ...(replyCopy.visible ? [replyCopy] : [])]
     }
 
     implicitHeight: innerHeight + 2 * padding

@@ -23,12 +23,8 @@ FocusScope {
 
     // What Tab leads to, in its order.
     function stops(): var {
-        const all = [draft.input, attach]
-        if (sender.enabled)
-            all.push(sender)
-        for (let i = 0; i < clips.count; ++i)
-            all.push(clips.itemAt(i).removeButton)
-        return all
+        const removers = Array.from({ length: clips.count }, (none, i) => (clips.itemAt(i) as AttachmentClip).removeButton)
+        return [draft.input, attach, ...(sender.enabled ? [sender] : []), ...removers]
     }
     // Files and pictures become clips.
     function paste() {

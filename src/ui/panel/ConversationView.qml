@@ -67,10 +67,8 @@ ListView {
     }
     // What Tab leads to: from the end upwards, and labels before their reply.
     function stops(): var {
-        const all = []
-        for (let row = count - 1; row >= 0; --row)
-            all.push(...(itemAtIndex(row)?.stops() ?? []))
-        return all
+        const upwards = Array.from({ length: count }, (none, i) => itemAtIndex(count - 1 - i))
+        return upwards.filter(item => item).reduce((all, item) => [...all, ...item.stops()], [])
     }
     function reveal(item: Item) {
         if (isWithin(item))

@@ -15,10 +15,7 @@ Column {
 
     // What Tab leads to, in its order.
     function stops(): var {
-        const all = []
-        for (let i = 0; i < pills.count; ++i)
-            all.push(pills.itemAt(i))
-        return all
+        return Array.from({ length: pills.count }, (none, i) => pills.itemAt(i))
     }
 
     spacing: Theme.space2
