@@ -124,6 +124,12 @@ void AccessibleTree::readBelow(const QString& path, const QString& parent,
         if (child.program == m_program) readBelow(child.path, path, nodes);
 }
 
+QString AccessibleTree::text(const AccessibleNode& node) const {
+    const QDBusMessage reply = ask(node.path, "org.a11y.atspi.Text", "GetText", {0, -1});
+    return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toString()
+                                                      : QString();
+}
+
 bool AccessibleTree::press(const AccessibleNode& node) const {
     const QDBusMessage reply =
         ask(node.path, "org.a11y.atspi.Action", "DoAction", {static_cast<int>(0)});

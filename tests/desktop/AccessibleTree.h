@@ -32,6 +32,9 @@ class AccessibleTree {
     /// All elements, parents before their children. What vanishes meanwhile is left out.
     [[nodiscard]] std::vector<AccessibleNode> read() const;
 
+    /// What the element offers to be read character by character; "" if it offers nothing.
+    [[nodiscard]] QString text(const AccessibleNode& node) const;
+
     /// Does what the element does when it is used.
     bool press(const AccessibleNode& node) const;
 

@@ -100,6 +100,10 @@ std::vector<AccessibleNode> PanelProgram::controls() const {
     return m_tree->read();
 }
 
+QString PanelProgram::textOf(const AccessibleNode& node) const {
+    return m_tree ? m_tree->text(node) : QString();
+}
+
 bool PanelProgram::press(const QString& name) const {
     for (const AccessibleNode& node : controls())
         if (node.name == name && node.isShowing) return m_tree->press(node);

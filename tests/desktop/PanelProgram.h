@@ -42,6 +42,7 @@ class PanelProgram {
     /// What a screen reader finds in the panel.
     [[nodiscard]] std::vector<AccessibleNode> controls() const;
     [[nodiscard]] bool press(const QString& name) const;
+    [[nodiscard]] QString textOf(const AccessibleNode& node) const;
     /// The entries of the conversation, "You: …" and "Vorq: …".
     [[nodiscard]] QStringList conversation() const;
     /// Waits for so many entries the last of which is a complete reply, and gives them.

@@ -210,6 +210,26 @@ TEST_F(PanelProgramTest, AScreenReaderIsToldOfEveryControl) {
     }
 }
 
+TEST_F(PanelProgramTest, AScreenReaderIsToldOfTheReplyAndReadsItLineByLine) {
+    showReply();
+    QString title = vorq.conversation().back().section('\n', 0, 0).remove("Vorq: ");
+    title = title.remove('#').trimmed();
+    ASSERT_FALSE(title.isEmpty());
+    QStringList announced;
+    QStringList read;
+    for (const AccessibleNode& node : vorq.controls()) {
+        if (!node.isShowing) continue;
+        if (node.role == "notification") announced += node.name;
+        if (node.role == "label") read += vorq.textOf(node);
+    }
+    ASSERT_THAT(announced, SizeIs(1));
+    EXPECT_EQ(announced.front().section('\n', 0, 0), title);
+    ASSERT_THAT(read, testing::Not(IsEmpty()));
+    EXPECT_EQ(read.back().section('\n', 0, 0), title);
+    EXPECT_GT(read.back().count('\n'), 2);
+    EXPECT_FALSE(read.back().contains("**"));
+}
+
 TEST_F(PanelProgramTest, WithoutItsBackendItSaysSoAsTheReply) {
     vorq.start("http://127.0.0.1:9");
     selectAll();
