@@ -63,6 +63,29 @@ TEST_F(AttachTrayTest, KeysTickANoteToo) {
     EXPECT_FALSE(row->property("isChecked").toBool());
 }
 
+TEST_F(AttachTrayTest, ByKeysAloneItIsOpenedAndLeft) {
+    stage.answer("A reply.");
+    stage.show();
+    stage.settle(100);
+    const auto key = [&](Qt::Key key) {
+        QTest::keyClick(stage.window.get(), key);
+        stage.settle(300);
+        return stage.window->activeFocusItem()->property("text").toString();
+    };
+    key(Qt::Key_Tab);
+    EXPECT_EQ(key(Qt::Key_Space), "Attach from Notes") << "the first row has it at once";
+    EXPECT_EQ(key(Qt::Key_Down), "Add study files");
+    EXPECT_EQ(key(Qt::Key_Tab), "Add photos");
+    EXPECT_EQ(key(Qt::Key_Backtab), "Add study files");
+    EXPECT_EQ(key(Qt::Key_Up), "Attach from Notes");
+    EXPECT_EQ(key(Qt::Key_Return), "Back");
+    EXPECT_EQ(key(Qt::Key_Tab), "Done");
+    key(Qt::Key_Return);
+    EXPECT_FALSE(stage.panel->showAttachTray());
+    QTest::keyClick(stage.window.get(), Qt::Key_A);
+    EXPECT_EQ(stage.panel->prompt().toLower(), "a") << "the draft has it again";
+}
+
 TEST_F(AttachTrayTest, WithoutNotesItSaysWhatToDo) {
     showNotes(0);
     EXPECT_TRUE(says("No notes found. Save a chat to Notes, then try again."));

@@ -15,7 +15,15 @@ Glass {
     readonly property int tallestList: 318
     readonly property AttachableNotes notes: panel.attachableNotes
     readonly property bool showsNotes: panel.attachTrayMode === PanelViewModel.Notes
-    readonly property Item firstRow: showsNotes ? back : fromNotes
+    property Item tabs: null // takes the keys of all controls first
+
+    // What Tab leads to, in its order.
+    function stops(): var {
+        if (!showsNotes)
+            return [fromNotes, studyFiles, photos]
+        const rows = Array.from({ length: list.count }, (none, i) => list.itemAtIndex(i))
+        return [back, done, ...rows.filter(row => row)]
+    }
 
     floats: true
     radius: Theme.radiusComposer
@@ -41,6 +49,7 @@ Glass {
 
         TrayRow {
             id: fromNotes
+            Keys.forwardTo: tray.tabs ? [tray.tabs] : []
             width: parent.width
             text: qsTr("Attach from Notes")
             sub: qsTr("Any note in your library")
@@ -53,6 +62,8 @@ Glass {
             }
         }
         TrayRow {
+            id: studyFiles
+            Keys.forwardTo: tray.tabs ? [tray.tabs] : []
             width: parent.width
             text: qsTr("Add study files")
             sub: qsTr("Images, PDF, DOCX, PPTX…")
@@ -61,6 +72,8 @@ Glass {
             onClicked: tray.panel.filesWanted(false)
         }
         TrayRow {
+            id: photos
+            Keys.forwardTo: tray.tabs ? [tray.tabs] : []
             width: parent.width
             text: qsTr("Add photos")
             sub: qsTr("Screenshots, scans, pictures")
@@ -80,6 +93,7 @@ Glass {
 
             IconButton {
                 id: back
+                Keys.forwardTo: tray.tabs ? [tray.tabs] : []
                 x: tray.inset + 2
                 anchors.verticalCenter: parent.verticalCenter
                 size: 30
@@ -97,6 +111,8 @@ Glass {
                 font.weight: Font.DemiBold
             }
             TextButton {
+                id: done
+                Keys.forwardTo: tray.tabs ? [tray.tabs] : []
                 anchors.right: parent.right
                 anchors.rightMargin: tray.inset + 2
                 anchors.verticalCenter: parent.verticalCenter
@@ -132,6 +148,7 @@ Glass {
             delegate: NoteRow {
                 required property int index
 
+                Keys.forwardTo: tray.tabs ? [tray.tabs] : []
                 x: tray.inset
                 width: list.width - 2 * tray.inset
                 onClicked: tray.notes.toggle(index)

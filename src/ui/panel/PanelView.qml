@@ -110,6 +110,7 @@ FocusScope {
         y: composer.y - view.trayGap - height + rise
         width: composer.width
         panel: view.panel
+        tabs: tabs
         visible: opacity > 0
         opacity: view.panel.showAttachTray ? 1 : 0
 
@@ -137,7 +138,7 @@ FocusScope {
         composer: composer
         conversation: list
         jump: jump
-        resting: view.panel.showAttachTray
+        tray: tray
     }
     Announcer {
         panel: view.panel

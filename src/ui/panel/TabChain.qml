@@ -8,15 +8,16 @@ Item {
     required property Composer composer
     required property ConversationView conversation
     required property JumpToLatest jump
-    property bool resting: false // Tab then leads where the tree of items has it
+    required property AttachTray tray
+    readonly property bool trayIsOpen: composer.panel.showAttachTray
 
+    // The tray comes right after the button that opened it.
     function stops(): var {
-        return [...composer.stops(), ...(jump.visible ? [jump] : []), ...conversation.stops()]
+        const own = composer.stops()
+        const inTray = trayIsOpen ? tray.stops() : []
+        return [...own.slice(0, 2), ...inTray, ...own.slice(2), ...(jump.visible ? [jump] : []), ...conversation.stops()]
     }
-    function move(step: int): bool {
-        if (resting)
-            return false
-        const all = stops()
+    function move(all: var, step: int): bool {
         const at = all.findIndex(item => item.activeFocus)
         if (at < 0)
             return false
@@ -26,6 +27,18 @@ Item {
         return true
     }
 
-    Keys.onTabPressed: event => event.accepted = move(1)
-    Keys.onBacktabPressed: event => event.accepted = move(-1)
+    Keys.onTabPressed: event => event.accepted = move(stops(), 1)
+    Keys.onBacktabPressed: event => event.accepted = move(stops(), -1)
+    Keys.onDownPressed: event => event.accepted = trayIsOpen && move(tray.stops(), 1)
+    Keys.onUpPressed: event => event.accepted = trayIsOpen && move(tray.stops(), -1)
+
+    Connections {
+        target: chain.composer.panel
+        function onShowAttachTrayChanged() {
+            if (chain.trayIsOpen && chain.composer.attachButton.visualFocus)
+                chain.tray.stops()[0].forceActiveFocus(Qt.TabFocusReason)
+            else if (!chain.trayIsOpen && !chain.composer.attachButton.activeFocus)
+                chain.composer.focusPrompt() // what had the keyboard goes with the tray
+        }
+    }
 }
