@@ -82,8 +82,13 @@ void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& show
                      &ShellNotifications::vorqFocusPrompt);
     QObject::connect(&m_view, &PanelViewModel::attentionWanted, notifications,
                      &ShellNotifications::vorqGuidePanelAccess);
+    m_files.setOwner(&m_window);
     QObject::connect(&m_files, &FilePicker::openChanged, notifications,
                      &ShellNotifications::vorqSuppressPanelOutsideClose);
+    // A window manager may give the keyboard to nobody once the dialog is gone.
+    QObject::connect(&m_files, &FilePicker::openChanged, &m_window, [this](bool isOpen) {
+        if (!isOpen && m_controller.isPanelVisible()) m_window.activate();
+    });
     QObject::connect(&m_controller, &PanelWindowController::panelVisibleChanged, &m_window,
                      [this, &showings] {
                          showings.isVisible = m_controller.isPanelVisible();

@@ -34,8 +34,12 @@ void FilePicker::choose(bool picturesOnly) {
     m_dialog->setAttribute(Qt::WA_DeleteOnClose);
     m_dialog->setFileMode(QFileDialog::ExistingFiles);
     m_dialog->setNameFilters({types, tr("All files (*)")});
-    connect(m_dialog, &QFileDialog::urlsSelected, &m_panel, &PanelViewModel::attachFiles);
+    // The signals that carry the choice differ between the desktop's dialog and the toolkit's.
+    connect(m_dialog, &QDialog::accepted, this,
+            [this] { m_panel.attachFiles(m_dialog->selectedUrls()); });
     connect(m_dialog, &QDialog::finished, this, [this] { emit openChanged(false); });
+    m_dialog->winId(); // has its window made
+    m_dialog->windowHandle()->setTransientParent(m_owner);
     emit openChanged(true);
     m_dialog->open();
 }

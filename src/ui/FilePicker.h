@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QWindow>
 
 class QFileDialog;
 
@@ -19,6 +20,10 @@ class FilePicker final : public QObject {
     explicit FilePicker(PanelViewModel& panel);
     ~FilePicker() override;
 
+    /// The window that the dialog belongs to and stands over, or else it is hidden below a panel
+    /// that is above all windows.
+    void setOwner(QWindow* owner) { m_owner = owner; }
+
   signals:
     /// The panel must not take a click in the dialog for one elsewhere.
     void openChanged(bool isOpen);
@@ -28,6 +33,7 @@ class FilePicker final : public QObject {
 
     PanelViewModel& m_panel;
     QPointer<QFileDialog> m_dialog;
+    QPointer<QWindow> m_owner;
 };
 
 } // namespace vorq

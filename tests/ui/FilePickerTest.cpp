@@ -57,6 +57,14 @@ TEST_F(FilePickerTest, OffersPicturesAloneWhereTheyAreWanted) {
     EXPECT_THAT(patternsOf(*shown), Not(Contains(QString("*.pdf"))));
 }
 
+TEST_F(FilePickerTest, BelongsToThePanelsWindow) {
+    stage.show();
+    picker.setOwner(stage.window.get());
+    const QFileDialog* shown = open(false);
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(shown->windowHandle()->transientParent(), stage.window.get());
+}
+
 TEST_F(FilePickerTest, AsksOnceAtATime) {
     QFileDialog* shown = open(false);
     EXPECT_EQ(open(false), shown);
@@ -88,8 +96,8 @@ TEST_F(FilePickerTest, WhatIsChosenBecomesAClip) {
     file.close();
     QFileDialog* shown = open(false);
     ASSERT_TRUE(shown);
-    emit shown->urlsSelected({QUrl::fromLocalFile(file.fileName())});
-    shown->reject(); // closes it, as choosing does
+    shown->selectFile(file.fileName());
+    static_cast<QDialog*>(shown)->accept();
     ASSERT_TRUE(QTest::qWaitFor([this] { return stage.panel->attachments().count() == 1; }));
     EXPECT_EQ(stage.panel->attachments().attachments()[0].textContent, "Silt settles.");
 }
