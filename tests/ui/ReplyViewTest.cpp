@@ -128,6 +128,19 @@ TEST_F(ReplyViewTest, KeysSelectAndCopy) {
     EXPECT_EQ(view.selectedText(), "One two.\nThree.");
 }
 
+TEST_F(ReplyViewTest, ARingShowsWhatTabLedToAndNotWhatWasClicked) {
+    ReplyView& view = shown("One two three.");
+    QTest::mouseClick(stage.window.get(), Qt::LeftButton, {}, inWindow(view, {0, 2}));
+    EXPECT_TRUE(view.hasActiveFocus());
+    EXPECT_FALSE(view.visualFocus());
+    stage.root().forceActiveFocus();
+    QMetaObject::invokeMethod(&stage.root(), "focusPrompt");
+    view.forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(view.visualFocus());
+    QTest::mouseClick(stage.window.get(), Qt::LeftButton, {}, inWindow(view, {0, 2}));
+    EXPECT_FALSE(view.visualFocus());
+}
+
 TEST_F(ReplyViewTest, ByKeysAloneAnExcerptIsDeepened) {
     ReplyView& view = shown("One two three.\n\nFour five.");
     view.forceActiveFocus(Qt::TabFocusReason);

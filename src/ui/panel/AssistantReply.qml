@@ -117,7 +117,7 @@ Item {
             color: Theme.botLink
         }
         FocusRing {
-            visible: blocks.activeFocus && !hover.hovered
+            visible: blocks.visualFocus
             around: Theme.radiusCode
         }
     }

@@ -132,6 +132,7 @@ void ReplyView::mousePressEvent(QMouseEvent* event) {
     m_pressedAt = event->position();
     m_isSelecting = true;
     setCaretShown(false);
+    setVisualFocus(false);
     setKeepMouseGrab(true);
     forceActiveFocus(Qt::MouseFocusReason);
     const ReplyPosition at = m_layout.positionAt(event->position());
@@ -208,8 +209,22 @@ void ReplyView::keyPressEvent(QKeyEvent* event) {
     event->accept();
 }
 
+void ReplyView::focusInEvent(QFocusEvent* event) {
+    const bool isByMouse = event->reason() == Qt::MouseFocusReason;
+    // A window that comes back finds things as they were.
+    if (event->reason() != Qt::ActiveWindowFocusReason) setVisualFocus(!isByMouse);
+    QQuickItem::focusInEvent(event);
+}
+
+void ReplyView::setVisualFocus(bool isVisual) {
+    if (m_hasVisualFocus == isVisual) return;
+    m_hasVisualFocus = isVisual;
+    emit visualFocusChanged();
+}
+
 void ReplyView::focusOutEvent(QFocusEvent* event) {
     setCaretShown(false);
+    if (event->reason() != Qt::ActiveWindowFocusReason) setVisualFocus(false);
     QQuickItem::focusOutEvent(event);
 }
 

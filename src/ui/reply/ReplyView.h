@@ -44,6 +44,8 @@ class ReplyView : public QQuickItem, public SelectableText {
     Q_PROPERTY(int firstCode READ firstCode NOTIFY codeRectsChanged)
     Q_PROPERTY(bool beginsWithCode READ beginsWithCode NOTIFY layoutChanged)
     Q_PROPERTY(bool hasSelection READ hasSelection NOTIFY selectionChanged)
+    /// It has the keyboard, and was given it by the keyboard.
+    Q_PROPERTY(bool visualFocus READ visualFocus NOTIFY visualFocusChanged)
     /// Where keys go on from, once the arrow keys were used in the reply; empty otherwise, and
     /// while something is selected.
     Q_PROPERTY(QRectF caret READ caret NOTIFY caretChanged)
@@ -64,6 +66,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     [[nodiscard]] bool beginsWithCode() const;
     [[nodiscard]] bool hasSelection() const { return !selection().isEmpty(); }
     [[nodiscard]] QRectF caret() const;
+    [[nodiscard]] bool visualFocus() const { return m_hasVisualFocus; }
     [[nodiscard]] const ReplyLayout& layout() const { return m_layout; }
     [[nodiscard]] ReplyRange selection() const;
     /// The end of the selection that moves, also while nothing is selected.
@@ -105,6 +108,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     void codeRectsChanged();
     void selectionChanged();
     void caretChanged();
+    void visualFocusChanged();
     void linkActivated(const QString& address);
 
   protected:
@@ -118,6 +122,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     void hoverMoveEvent(QHoverEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -135,6 +140,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     void selectionMoved();
     void dropLostSelection();
     void setCaretShown(bool isShown);
+    void setVisualFocus(bool isVisual);
     [[nodiscard]] bool takeEnter();
     [[nodiscard]] std::optional<ReplyPosition> positionAfter(const QKeyEvent& event) const;
     [[nodiscard]] ReplyPosition lineBeside(bool isBelow) const;
@@ -162,6 +168,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     QElapsedTimer m_sinceDoubleClick;
     bool m_isSelecting = false;
     bool m_isCaretShown = false;
+    bool m_hasVisualFocus = false;
     bool m_isWatching = false;
 };
 
