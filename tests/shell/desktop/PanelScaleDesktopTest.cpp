@@ -71,9 +71,9 @@ TEST_F(PanelScaleDesktop, AClickInsideIsInsideAndOneOutsideIsOutside) {
 TEST_F(PanelScaleDesktop, ADragCountsPoints) {
     startTerminal("source");
     showPanel();
-    drag(pixel(pixels(300), pixels(500)), {pixels(30), 0}, 0.8);
+    drag(pixel(pixels(300), pixels(160)), {pixels(30), 0}, 0.8);
     EXPECT_EQ(m_controller.dock(), PanelDockTarget::Left);
-    drag(pixel(pixels(300), pixels(500)), {pixels(60), 0}, 0.8);
+    drag(pixel(pixels(300), pixels(160)), {pixels(60), 0}, 0.8);
     EXPECT_EQ(m_controller.dock(), PanelDockTarget::Center);
 }
 
