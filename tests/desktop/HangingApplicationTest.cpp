@@ -4,12 +4,16 @@
 #include "desktop/CaptureDesktop.h"
 #include "platform/linux/SystemClock.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDir>
 #include <QFile>
+#include <QThread>
 #include <QTimer>
 
 #include <algorithm>
 #include <csignal>
+#include <vector>
 
 namespace vorq::desktop {
 namespace {
@@ -17,7 +21,9 @@ namespace {
 const auto text = QStringLiteral("einige Worte");
 
 // Of the session: the daemon that carries the accessibility bus, and the one that announces it.
-void killAccessibility(const DesktopSession& session, const QList<QByteArray>& programs) {
+std::vector<std::int32_t> processesOf(const DesktopSession& session,
+                                      const QList<QByteArray>& programs) {
+    std::vector<std::int32_t> processes;
     for (const QString& name : QDir("/proc").entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         QFile arguments("/proc/" + name + "/cmdline");
         QFile environment("/proc/" + name + "/environ");
@@ -27,8 +33,14 @@ void killAccessibility(const DesktopSession& session, const QList<QByteArray>& p
         const bool isOfSession = environment.readAll().contains(session.home().toUtf8());
         const bool isMeant = std::ranges::any_of(
             programs, [&](const QByteArray& program) { return line.contains(program); });
-        if (isOfSession && isMeant) ::kill(name.toInt(), SIGKILL);
+        if (isOfSession && isMeant) processes.push_back(name.toInt());
     }
+    return processes;
+}
+
+void killAccessibility(const DesktopSession& session, const QList<QByteArray>& programs) {
+    for (const std::int32_t process : processesOf(session, programs))
+        ::kill(process, SIGKILL);
 }
 
 const QByteArray busDaemon = "at-spi2/accessibility.conf";
@@ -228,6 +240,29 @@ TEST(CaptureWithoutAccessibility, GivesNothingWithoutASession) {
     EXPECT_EQ(accessibility.focusedElement(1, {}), nullptr);
     EXPECT_EQ(accessibility.application(1, {}), nullptr);
     EXPECT_FALSE(accessibility.isTrusted());
+}
+
+TEST(CaptureWithoutAccessibility, ABusThatHangsHoldsUpNoOtherBus) {
+    DesktopSession session;
+    // Which starts the bus.
+    (void)openMousepad(session, text.toUtf8());
+    const std::vector<std::int32_t> daemons = processesOf(session, {busDaemon});
+    ASSERT_EQ(daemons.size(), 1U);
+    QDBusConnection other = QDBusConnection::connectToBus(session.busAddress(), "other");
+    auto stopped = std::make_unique<Stopped>(daemons.front());
+    DesktopSession::waitUntil("the bus to stand still", [&] { return stopped->holds(); });
+    AtSpiAccessibility accessibility;
+
+    const QDBusMessage question = QDBusMessage::createMethodCall("org.freedesktop.DBus", "/",
+                                                                 "org.freedesktop.DBus", "GetId");
+    for (int turn = 0; turn < 30; ++turn) {
+        EXPECT_FALSE(accessibility.isTrusted());
+        ASSERT_EQ(other.call(question, QDBus::Block, 10'000).type(), QDBusMessage::ReplyMessage);
+        QThread::msleep(20);
+    }
+    stopped.reset();
+    DesktopSession::waitUntil("the bus", [&] { return accessibility.isTrusted(); });
+    QDBusConnection::disconnectFromBus("other");
 }
 
 TEST(CaptureWithoutAccessibility, IsNotTrustedUntilItIsSwitchedOn) {

@@ -1,5 +1,7 @@
 #include "platform/linux/AtSpiConnection.h"
 
+#include "platform/linux/BusAnswer.h"
+
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
@@ -108,6 +110,7 @@ void AtSpiConnection::askForAddress() {
 }
 
 void AtSpiConnection::connectTo(const QString& address) {
+    if (!answersConnections(address)) return;
     m_busName = uniqueName("a11y");
     const QDBusConnection bus = QDBusConnection::connectToBus(address, m_busName);
     if (!bus.isConnected()) {
