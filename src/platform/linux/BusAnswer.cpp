@@ -15,7 +15,7 @@
 namespace vorq {
 namespace {
 
-constexpr int answerLimit = 500; // milliseconds
+constexpr int greetingLimit = 500; // milliseconds
 
 // The first of the addresses, "unix:path=…,guid=…;…", with which a program begins.
 QByteArray socketName(const QString& busAddress) {
@@ -54,7 +54,7 @@ class Socket {
         const auto size = static_cast<std::size_t>(greeting.size());
         if (::send(m_file, greeting.constData(), size, MSG_NOSIGNAL) < 0) return true;
         pollfd watched{m_file, POLLIN, 0};
-        return ::poll(&watched, 1, answerLimit) != 0;
+        return ::poll(&watched, 1, greetingLimit) != 0;
     }
 
   private:
