@@ -4,10 +4,11 @@ class QDBusConnection;
 
 namespace vorq {
 
-/// Lets an application object come up although the service of the accessibility bus hangs. Qt asks
-/// it twice as it starts and waits for each answer for 25 seconds; where the service does not
-/// answer within half a second, Qt is kept from asking, and assistive technology does not see this
-/// process. Where there is no such service, nothing waits.
+/// Lets an application object come up although the accessibility bus hangs, or the service that
+/// announces it. Qt asks that twice as it starts and waits for each answer for 25 seconds, and for
+/// the bus without a limit; where one of them does not answer within half a second, Qt is kept from
+/// asking, and assistive technology does not see this process. Where there is no such service,
+/// nothing waits.
 ///
 /// Make it before the application object, and end it after that is made.
 class HangingBusGuard {
