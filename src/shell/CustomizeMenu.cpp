@@ -1,20 +1,11 @@
 #include "shell/CustomizeMenu.h"
 
 #include "core/AppearanceSettings.h"
+#include "shell/ThemeColors.h"
 
 #include <QActionGroup>
 
 namespace vorq {
-namespace {
-
-// Near the themes' own, which the pages know: where choosing begins.
-constexpr QColor lightBackground(0xff, 0xff, 0xff);
-constexpr QColor darkBackground(0x28, 0x2a, 0x32);
-constexpr QColor lightUserBlock(0xdf, 0xe5, 0xff);
-constexpr QColor darkUserBlock(0x3b, 0x47, 0x84);
-
-} // namespace
-
 CustomizeMenu::CustomizeMenu() : QMenu(QStringLiteral("Customize Vorq")) {
     m_themes = addChoices(QStringLiteral("Theme"),
                           {{QStringLiteral("Light"), rawString(PanelAppearance::White)},
@@ -75,11 +66,11 @@ void CustomizeMenu::connectChoices() {
     });
     connect(m_editBackground, &QAction::triggered, appearance, [this] {
         const bool isLight = m_appearance->panelAppearance() == PanelAppearance::White;
-        m_background->open(isLight ? lightBackground : darkBackground);
+        m_background->open(isLight ? ThemeColors::lightGlass : ThemeColors::darkGlass);
     });
     connect(m_editUserBlock, &QAction::triggered, appearance, [this] {
         const bool isLight = m_appearance->panelAppearance() == PanelAppearance::White;
-        m_userBlock->open(isLight ? lightUserBlock : darkUserBlock);
+        m_userBlock->open(isLight ? ThemeColors::lightUserBlock : ThemeColors::darkUserBlock);
     });
     connect(m_resetColors, &QAction::triggered, appearance,
             &AppearanceSettings::resetCustomPanelColors);

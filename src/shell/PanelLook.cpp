@@ -3,23 +3,18 @@
 #include "core/AppearanceSettings.h"
 #include "shell/Contrast.h"
 #include "shell/HexColor.h"
+#include "shell/ThemeColors.h"
 
 #include <algorithm>
 
 namespace vorq {
 namespace {
 
-// The middle of each theme's glass, and its ink.
-const QColor darkGlass(0x20, 0x22, 0x28);
-const QColor lightGlass(0xF7, 0xF8, 0xFB);
-const QColor darkInk(0xF3, 0xF4, 0xF8);
-const QColor lightInk(0x14, 0x16, 0x1D);
-
 // So much of a background covers the glass.
 constexpr float backgroundShare = 0.85F;
 
 const QColor& inkOf(bool isDark) {
-    return isDark ? darkInk : lightInk;
+    return isDark ? ThemeColors::darkInk : ThemeColors::lightInk;
 }
 
 QColor colorOf(const QString& hex) {
@@ -44,7 +39,7 @@ bool PanelLook::panelIsDark() const {
 }
 
 QColor PanelLook::groundIn(bool isDark) const {
-    const QColor glass = isDark ? darkGlass : lightGlass;
+    const QColor glass = isDark ? ThemeColors::darkGlass : ThemeColors::lightGlass;
     QColor own = background();
     if (!own.isValid()) return glass;
     own.setAlphaF(own.alphaF() * backgroundShare);

@@ -115,7 +115,7 @@ TEST_F(StatusMenuTest, AColourIsSeenWhileItIsChosenAndKept) {
     action("Background…")->trigger();
     EXPECT_EQ(began.count(), 1);
     ASSERT_NE(colorDialog(), nullptr);
-    EXPECT_EQ(colorDialog()->currentColor(), QColor(0x28, 0x2a, 0x32));
+    EXPECT_EQ(colorDialog()->currentColor(), QColor(0x20, 0x22, 0x28));
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "");
     colorDialog()->setCurrentColor(QColor(0x11, 0x22, 0x33));
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "#112233");
