@@ -182,6 +182,11 @@ class SlowApplication : public CaptureTest {
             isLetGo.release();
         };
     }
+    // The reading thread ends before what it waits for goes.
+    ~SlowApplication() override {
+        isLetGo.release();
+        service.reset();
+    }
     // The clock stands still once PRIMARY is being read.
     [[nodiscard]] Running<QString> startAndFallBehind() {
         Running<QString> running = startHotKey();
