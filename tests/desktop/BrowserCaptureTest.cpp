@@ -92,7 +92,8 @@ TEST_F(FirefoxCapture, ReadsAFieldAndNeverAPassword) {
     });
 
     expectPasswordIsHidden();
-    EXPECT_TRUE(tellsThatNothingIsSelected(source()));
+    DesktopSession::waitUntil("nothing to be selected",
+                              [&] { return tellsThatNothingIsSelected(source()); });
     EXPECT_EQ(session.selection("clipboard"), "of the user");
 }
 
