@@ -49,9 +49,20 @@ bool StudyNotes::loadNoteIntoStudyContext(const SavedNote& note) {
     const QString seed = trimmed(note.text).toString();
     m_services.study.setActiveNote(note.id, seed.isEmpty() ? source : seed);
     m_services.study.setLastStudyResearch({});
-    m_services.panel.setHighlightedText(source);
+    showInPanel(source);
     m_services.panel.bringForward();
     return true;
+}
+
+void StudyNotes::showInPanel(const QString& noteText) {
+    m_shownText = noteText;
+    m_services.panel.setHighlightedText(noteText);
+}
+
+void StudyNotes::leaveStudy() {
+    m_services.study.clearActiveStudyNote();
+    if (m_services.panel.highlightedText() == m_shownText) m_services.panel.setHighlightedText({});
+    m_shownText.clear();
 }
 
 bool StudyNotes::recallLatestNoteIntoPanel() {
@@ -81,7 +92,7 @@ bool StudyNotes::saveStudyResearchToActiveNote() {
     }
     m_services.areas.library().replaceNoteContent(QUuid(note->id), content->title, content->plain,
                                                   content->rtf);
-    m_services.panel.setHighlightedText(content->plain);
+    showInPanel(content->plain);
     m_services.panel.answer(QStringLiteral("Saved — original note plus the update."));
     return true;
 }

@@ -46,6 +46,10 @@ class StudyNotes final : public QObject {
     /// Loads the newest note; false if there is none.
     bool recallLatestNoteIntoPanel();
 
+    /// Ends the study of the loaded note. Its text is no context of the panel any more, unless
+    /// something else has taken its place there.
+    void leaveStudy();
+
     /// Adds the latest reply to the loaded note, or takes it to the user's notes if none is loaded.
     bool saveStudyResearchToActiveNote();
 
@@ -57,7 +61,10 @@ class StudyNotes final : public QObject {
                                                               QString source, std::stop_token stop);
     QString keepFlashcards(const QUuid& note, const FlashcardsResult& result);
 
+    void showInPanel(const QString& noteText);
+
     Services m_services;
+    QString m_shownText; // what a note has last put into the panel as its context
 };
 
 } // namespace vorq

@@ -6,6 +6,7 @@
 #include "support/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vorq {
 namespace {
@@ -34,6 +35,8 @@ PanelViewModel::PanelViewModel(VorqAppState& state, Clock& clock)
 PanelViewModel::~PanelViewModel() = default;
 
 void PanelViewModel::connectState() {
+    connect(&m_attachments, &AttachmentList::countChanged, this,
+            &PanelViewModel::leaveStudyWithItsClip);
     connect(&m_attachments, &AttachmentList::countChanged, this, &PanelViewModel::canSendChanged);
     connect(&m_attachableNotes, &AttachableNotes::noteUnreadable, this,
             [this](const QString& title) {
@@ -72,7 +75,10 @@ QAbstractItemModel* PanelViewModel::messages() const {
 }
 
 bool PanelViewModel::canSend() const {
-    return !trimmed(m_prompt).isEmpty() || m_attachments.count() > 0;
+    if (!trimmed(m_prompt).isEmpty()) return true;
+    return std::ranges::any_of(m_attachments.attachments(), [this](const PromptAttachment& held) {
+        return !m_studyClipWasSent || !isStudyClip(held);
+    });
 }
 
 QString PanelViewModel::promptPlaceholder() const {
@@ -149,14 +155,23 @@ void PanelViewModel::bounce() {
 void PanelViewModel::send() {
     if (!mayTalk()) return bounce();
     if (!canSend()) return;
+    const std::optional<QUuid> studied = m_studyClip;
     dispatch();
     const QString sent = trimmed(m_prompt).toString();
     if (!sent.isEmpty()) m_lastPrompt = sent;
-    m_attachments.clear();
+    clearSent(studied);
     setPrompt({});
     m_state.panelDraft().drop();
     setShowAttachTray(false);
     emit composerSent();
+}
+
+// The note under study goes with the next prompt too, so its clip stays. The prompt itself may have
+// loaded it.
+void PanelViewModel::clearSent(const std::optional<QUuid>& studiedBefore) {
+    m_studyClipWasSent = m_studyClip && m_studyClip == studiedBefore;
+    m_attachments.removeIf([this](const PromptAttachment& held) { return !isStudyClip(held); });
+    emit canSendChanged();
 }
 
 void PanelViewModel::dispatch() {
@@ -209,20 +224,33 @@ void PanelViewModel::removeAttachment(int row) {
     m_attachments.removeAt(row);
 }
 
+bool PanelViewModel::isStudyClip(const PromptAttachment& attachment) const {
+    return m_studyClip && attachment.noteID == m_studyClip;
+}
+
 void PanelViewModel::syncStudyNoteClip() {
     const std::optional<QUuid> active = m_state.study().activeStudyNoteID();
-    if (m_studyClip && m_studyClip != active)
-        m_attachments.removeIf([gone = m_studyClip](const PromptAttachment& attachment) {
-            return attachment.noteID == gone;
-        });
-    m_studyClip = active;
+    if (m_studyClip == active) return;
+    const std::optional<QUuid> former = std::exchange(m_studyClip, std::nullopt);
+    m_studyClipWasSent = false;
+    // Also a clip of the same note that the user attached before: the study has its text already.
+    m_attachments.removeIf([&](const PromptAttachment& held) {
+        return held.noteID && (held.noteID == former || held.noteID == active);
+    });
     if (!active) return;
-    const QList<PromptAttachment>& held = m_attachments.attachments();
-    if (std::ranges::find(held, active, &PromptAttachment::noteID) != held.end()) return;
     PromptAttachment attachment;
     attachment.fileName = QStringLiteral("Notes");
     attachment.noteID = active; // its text goes with each turn of the study anyway
+    m_studyClip = active;
     m_attachments.append(attachment);
+}
+
+// However the clip was taken off, in the composer or in the list of notes.
+void PanelViewModel::leaveStudyWithItsClip() {
+    const auto isHeld = [this](const PromptAttachment& held) { return isStudyClip(held); };
+    if (!m_studyClip || std::ranges::any_of(m_attachments.attachments(), isHeld)) return;
+    m_studyClip.reset();
+    m_state.studyNotes().leaveStudy();
 }
 
 } // namespace vorq

@@ -10,6 +10,9 @@
 #include <QObject>
 #include <QString>
 #include <QUrl>
+#include <QUuid>
+
+#include <optional>
 
 namespace vorq {
 
@@ -134,7 +137,10 @@ class PanelViewModel final : public QObject {
     [[nodiscard]] bool mayTalk() const;
     void bounce();
     void dispatch();
+    void clearSent(const std::optional<QUuid>& studiedBefore);
     void syncStudyNoteClip();
+    [[nodiscard]] bool isStudyClip(const PromptAttachment& attachment) const;
+    void leaveStudyWithItsClip();
     void attachFile(const QString& path);
     void attachImage(const QImage& image, const QString& name);
     void setNotice(const QString& sentence);
@@ -152,6 +158,7 @@ class PanelViewModel final : public QObject {
     AttachTrayMode m_attachTrayMode = AttachTrayMode::Root;
     bool m_promptBounce = false;
     std::optional<QUuid> m_studyClip; // the note whose clip is among the attachments
+    bool m_studyClipWasSent = false;  // then it stays, and is nothing to send by itself
     TaskSlot m_bounceTask;
 };
 
