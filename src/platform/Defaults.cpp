@@ -14,4 +14,9 @@ std::optional<bool> Defaults::boolean(const QString& key) const {
     return held.toBool();
 }
 
+QStringList Defaults::strings(const QString& key) const {
+    const QVariant held = value(key);
+    return held.typeId() == QMetaType::QStringList ? held.toStringList() : QStringList();
+}
+
 } // namespace vorq

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 #include <expected>
@@ -10,7 +11,8 @@
 
 namespace vorq {
 
-/// The user's stored settings: strings and truth values under dotted keys. Main thread only.
+/// The user's stored settings: strings, lists of them and truth values under dotted keys. Main
+/// thread only.
 ///
 /// Reads never fail; a key that is missing or holds another type reads as nothing. Writes that
 /// cannot reach the disk keep their effect for the life of the process.
@@ -38,6 +40,8 @@ class Defaults {
     [[nodiscard]] bool contains(const QString& key) const { return value(key).isValid(); }
     [[nodiscard]] std::optional<QString> string(const QString& key) const;
     [[nodiscard]] std::optional<bool> boolean(const QString& key) const;
+    /// Empty for what is no list of strings.
+    [[nodiscard]] QStringList strings(const QString& key) const;
     void setString(const QString& key, const QString& text) { apply({{key, text}}); }
     /// The same, but a text that is stored already costs no write.
     void keepString(const QString& key, const QString& text) {

@@ -190,6 +190,20 @@ TEST_F(SettingsFileTest, MembersOfOtherKindsReadAsNothingAndStay) {
     EXPECT_EQ(SettingsFile(m_path).string("list"), "now a text");
 }
 
+TEST_F(SettingsFileTest, AListOfStringsIsReadAndKept) {
+    put(R"({"ids":["Größe","b"],"none":[],"one":"x","mixed":["a",1]})");
+    SettingsFile settings(m_path);
+    EXPECT_EQ(settings.strings("ids"), QStringList({"Größe", "b"}));
+    EXPECT_EQ(settings.strings("none"), QStringList());
+    EXPECT_EQ(settings.strings("one"), QStringList());
+    EXPECT_EQ(settings.strings("mixed"), QStringList());
+    settings.apply({{"more", QStringList({"c"})}});
+    const SettingsFile again(m_path);
+    EXPECT_EQ(again.strings("ids"), QStringList({"Größe", "b"}));
+    EXPECT_EQ(again.strings("more"), QStringList({"c"}));
+    EXPECT_TRUE(contentOf(m_path).contains("mixed"));
+}
+
 TEST_F(SettingsFileTest, TwoProcessesKeepEachOthersKeys) {
     constexpr int keys = 40;
     const auto writeAll = [this](const QString& prefix) {

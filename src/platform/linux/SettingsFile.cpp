@@ -28,6 +28,17 @@ QByteArray bytesOf(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+// Invalid unless all of it is strings.
+QVariant listOf(const simdjson::dom::array& array) {
+    QStringList list;
+    for (const simdjson::dom::element element : array) {
+        std::string_view text;
+        if (element.get_string().get(text) != simdjson::SUCCESS) return {};
+        list += QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    }
+    return list;
+}
+
 // Invalid for what is not kept as a value.
 QVariant variantOf(const simdjson::dom::element& element) {
     switch (element.type()) {
@@ -41,6 +52,8 @@ QVariant variantOf(const simdjson::dom::element& element) {
         return qint64{element.get_int64().value()};
     case simdjson::dom::element_type::DOUBLE:
         return element.get_double().value();
+    case simdjson::dom::element_type::ARRAY:
+        return listOf(element.get_array().value());
     default:
         return {};
     }
@@ -55,6 +68,11 @@ void write(JsonWriter& writer, const QVariant& value) {
         return writer.value(value.toLongLong());
     case QMetaType::Double:
         return writer.value(value.toDouble());
+    case QMetaType::QStringList:
+        writer.beginArray();
+        for (const QString& text : value.toStringList())
+            writer.value(text);
+        return writer.endArray();
     default:
         return writer.value(value.toString());
     }
