@@ -41,7 +41,7 @@ DesktopCapture::DesktopCapture(const Services& services)
       m_log(services.clock, CaptureLog::captureFileIn(services.paths.applicationSupportFolder()),
             CaptureLog::placeFileOfEnvironment()),
       m_service({services.clock, m_accessibility, m_primary, services.workspace, m_copyShortcut,
-                 *m_surroundings, m_log}) {
+                 *m_surroundings, m_log, services.settings}) {
     const Screens* screens = &services.screens;
     QObject::connect(screens, &Screens::changed, &m_screensObserver,
                      [this, screens] { takeScreens(*screens); });

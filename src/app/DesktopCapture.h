@@ -32,6 +32,7 @@ class DesktopCapture final : public SelectionCapture {
         Workspace& workspace;
         const Screens& screens;
         const PanelShowings& showings;
+        Defaults& settings;
     };
 
     /// The services must outlive the capture.

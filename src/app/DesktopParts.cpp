@@ -26,9 +26,9 @@ DesktopParts standardParts() {
     const auto shared = std::make_shared<SharedParts>();
     return {.makeCapture =
                 [shared](const CaptureContext& context) {
-                    auto capture = std::make_unique<DesktopCapture>(
-                        DesktopCapture::Services{context.clock, context.paths, context.workspace,
-                                                 shared->screens, shared->showings});
+                    auto capture = std::make_unique<DesktopCapture>(DesktopCapture::Services{
+                        context.clock, context.paths, context.workspace, shared->screens,
+                        shared->showings, context.settings});
                     shared->capture = capture.get();
                     return capture;
                 },

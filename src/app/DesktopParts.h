@@ -24,6 +24,7 @@ struct CaptureContext {
     Clock& clock;
     AppPaths& paths;
     Workspace& workspace;
+    Defaults& settings;
 };
 
 struct NotesContext {

@@ -59,7 +59,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
                    QDBusConnection::sessionBus()),
       m_loginItem(m_defaults, configurationFolder(m_paths),
                   QCoreApplication::applicationFilePath()),
-      m_capture(m_parts.makeCapture({m_clock, m_paths, m_workspace})),
+      m_capture(m_parts.makeCapture({m_clock, m_paths, m_workspace, m_defaults})),
       m_probe(m_parts.makeProbe()),
       m_state({m_clock, m_defaults, m_paths, m_transport, *m_capture, m_noteBridge}),
       m_notes(m_parts.makeNotes({m_clock, m_paths, m_workspace, *m_capture, m_state})),

@@ -130,6 +130,11 @@ bool tellsThatNothingIsSelected(const CaptureSource& source) {
     return range && range->length < 1;
 }
 
+bool isPasswordFocused(const CaptureSource& source) {
+    const AccessibleElementPtr element = focusedElement(source);
+    return element && element->isPasswordField().value_or(false);
+}
+
 QString longerSelectedText(const QString& ax, const QString& copied) {
     return graphemeCount(ax) >= graphemeCount(copied) ? ax : copied;
 }

@@ -59,6 +59,10 @@ captureFromFocusedAccessibilityElement(const CaptureSource& source);
 /// saying anything.
 [[nodiscard]] bool tellsThatNothingIsSelected(const CaptureSource& source);
 
+/// Whether the focused element is known to hide what is typed into it. Then nothing of the
+/// application may be captured by any other way either: highlights hold passwords in clear.
+[[nodiscard]] bool isPasswordFocused(const CaptureSource& source);
+
 /// Of a text read by accessibility and one that was copied, the one with more characters; the
 /// former if they are equal.
 [[nodiscard]] QString longerSelectedText(const QString& ax, const QString& copied);

@@ -22,6 +22,15 @@ constexpr std::array browserWords{
     QLatin1StringView("perplexity"), QLatin1StringView("search"),  QLatin1StringView("chromium"),
 };
 
+// Of programs that are no browsers by their identifiers, but show pages.
+constexpr std::array pageWords{
+    QLatin1StringView("epiphany"), QLatin1StringView("falkon"),      QLatin1StringView("konqueror"),
+    QLatin1StringView("midori"),   QLatin1StringView("brave"),       QLatin1StringView("opera"),
+    QLatin1StringView("vivaldi"),  QLatin1StringView("edge"),        QLatin1StringView("electron"),
+    QLatin1StringView("slack"),    QLatin1StringView("discord"),     QLatin1StringView("signal"),
+    QLatin1StringView("teams"),    QLatin1StringView("thunderbird"), QLatin1StringView("evolution"),
+};
+
 constexpr std::array wordProcessorWords{
     QLatin1StringView("microsoft.word"),
     QLatin1StringView("iwork.pages"),
@@ -49,6 +58,10 @@ bool isAny(const QString& text, const auto& identifiers) {
 bool isBrowserBundleID(QStringView bundleID) {
     const QString lowerCase = bundleID.toString().toLower();
     return isAny(lowerCase, browsers) || containsAny(lowerCase, browserWords);
+}
+
+bool showsWebPages(QStringView bundleID) {
+    return isBrowserBundleID(bundleID) || containsAny(bundleID.toString().toLower(), pageWords);
 }
 
 bool ownsNativeSaveAs(QStringView bundleID) {

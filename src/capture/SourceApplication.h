@@ -10,6 +10,9 @@ namespace vorq {
 
 [[nodiscard]] bool isBrowserBundleID(QStringView bundleID);
 
+/// Whether what it shows are mostly web pages: browsers, and programs known to be made of pages.
+[[nodiscard]] bool showsWebPages(QStringView bundleID);
+
 /// Whether the application takes the note hot key for its own "Save As".
 [[nodiscard]] bool ownsNativeSaveAs(QStringView bundleID);
 

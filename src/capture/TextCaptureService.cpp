@@ -51,13 +51,17 @@ class TextCaptureService::Budget {
 struct TextCaptureService::Reading {
     QString text;
     std::optional<AXCapture> capture;
-    // Whether accessibility said that nothing is selected.
+    // Whether accessibility said that nothing is selected, or that a password has the focus.
     bool isNothingSelected = false;
+    bool isPassword = false;
     std::optional<PrimarySelection::Highlight> highlight;
 };
 
 TextCaptureService::TextCaptureService(const Services& services)
-    : m_services(services), m_thread(services.clock), m_primaryThread(services.clock) {}
+    : m_services(services),
+      m_excluded(services.settings),
+      m_thread(services.clock),
+      m_primaryThread(services.clock) {}
 
 TextCaptureService::~TextCaptureService() = default;
 
@@ -93,6 +97,19 @@ bool TextCaptureService::isHotKeyCopyFallbackSource(std::optional<ProcessId> sou
     return isHotKeyCopyFallbackBundleID(identifierOf(process));
 }
 
+std::optional<SelectionCapture::ProcessId>
+TextCaptureService::settled(std::optional<ProcessId> source) const {
+    return source || m_excluded.isEmpty() ? source : frontmostForeignProcess();
+}
+
+bool TextCaptureService::isExcluded(std::optional<ProcessId> source) const {
+    return source ? m_excluded.contains(identifierOf(source)) : !m_excluded.isEmpty();
+}
+
+Clock::Duration TextCaptureService::headStartOf(ProcessId process) const {
+    return showsWebPages(identifierOf(process)) ? accessibilityLimit : headStart;
+}
+
 bool TextCaptureService::wasCaptured(const PrimarySelection::Highlight& highlight) const {
     const std::uint64_t showing = m_services.surroundings.panelShowing();
     // Some owners do not tell one act of highlighting from the next.
@@ -124,7 +141,7 @@ TextCaptureService::readPrimary(std::optional<ProcessId> source, Budget budget,
     std::optional<PrimarySelection::Highlight> result;
     const auto process = source ? source : frontmostForeignProcess();
     if (!process) co_return result;
-    co_await sleepFor(m_services.clock, headStart, std::move(headStartEnd));
+    co_await sleepFor(m_services.clock, headStartOf(*process), std::move(headStartEnd));
     if (!self || stop.stop_requested()) co_return result;
     const auto highlight = std::make_shared<std::optional<PrimarySelection::Highlight>>();
     PrimarySelection& primary = m_services.primary;
@@ -150,7 +167,8 @@ TextCaptureService::readBoth(std::optional<ProcessId> source, Budget budget, Rea
         readPrimary(source, budget, headStartEnd.get_token(), highlightStop.get_token());
     const Clock::Duration limit = budget.forAccessibility();
     Reading reading = co_await readAccessibility(source, std::move(read), limit, stop);
-    if (reading.isNothingSelected || isEnough(reading)) highlightStop.request_stop();
+    if (reading.isPassword || reading.isNothingSelected || isEnough(reading))
+        highlightStop.request_stop();
     headStartEnd.request_stop();
     reading.highlight = co_await highlighting;
     if (highlightStop.stop_requested()) reading.highlight.reset();
@@ -164,12 +182,15 @@ TextCaptureService::captureSelectedTextForHotKey(std::optional<ProcessId> source
                                                  std::stop_token stop) {
     const QPointer<TextCaptureService> self(this);
     const QString nothing;
-    if (!isTrusted()) co_return nothing;
+    source = settled(source);
+    if (!isTrusted() || isExcluded(source)) co_return nothing;
     const Budget budget(m_services.clock);
     Read read = [](const CaptureSource& from, Reading& reading) {
         for (int look = 0; look < looksAtFocus; ++look) {
             reading.text = captureSelectedTextFromFocusedElement(from);
-            reading.isNothingSelected = reading.text.isEmpty() && tellsThatNothingIsSelected(from);
+            if (!reading.text.isEmpty()) return;
+            reading.isPassword = isPasswordFocused(from);
+            reading.isNothingSelected = !reading.isPassword && tellsThatNothingIsSelected(from);
             if (!reading.isNothingSelected) return;
         }
     };
@@ -177,6 +198,7 @@ TextCaptureService::captureSelectedTextForHotKey(std::optional<ProcessId> source
     const Reading reading =
         co_await readBoth(source, budget, std::move(read), std::move(isEnough), stop);
     if (!self || stop.stop_requested()) co_return nothing;
+    if (reading.isPassword) co_return nothing;
     if (!reading.text.isEmpty()) co_return reading.text;
     const QString highlighted = textOf(reading.highlight);
     if (!highlighted.isEmpty() && !wasCaptured(*reading.highlight)) {
@@ -195,9 +217,12 @@ TextCaptureService::captureSelectedTextForNoteSave(std::optional<ProcessId> sour
                                                    std::stop_token stop) {
     const QPointer<TextCaptureService> self(this);
     const QString nothing;
-    if (!isTrusted()) co_return nothing;
+    source = settled(source);
+    if (!isTrusted() || isExcluded(source)) co_return nothing;
     const Budget budget(m_services.clock);
     Read read = [](const CaptureSource& from, Reading& reading) {
+        reading.isPassword = isPasswordFocused(from);
+        if (reading.isPassword) return;
         reading.text = captureSelectedTextAXOnly(from);
         reading.isNothingSelected = reading.text.isEmpty() && tellsThatNothingIsSelected(from);
     };
@@ -208,6 +233,7 @@ TextCaptureService::captureSelectedTextForNoteSave(std::optional<ProcessId> sour
     const Reading reading =
         co_await readBoth(source, budget, std::move(read), std::move(isEnough), stop);
     if (!self || stop.stop_requested()) co_return nothing;
+    if (reading.isPassword) co_return nothing;
     QString ax = reading.text;
     if (ax.isEmpty() && isFinder) co_return nothing;
     if (ax.isEmpty()) ax = textOf(reading.highlight);
@@ -232,8 +258,12 @@ TextCaptureService::captureSelection(std::optional<ProcessId> source,
         m_services.log.placeDbg(QStringLiteral("capture: not trusted"));
         co_return anchored;
     }
+    source = settled(source);
+    if (isExcluded(source)) co_return anchored;
     const Budget budget(m_services.clock);
     Read read = [](const CaptureSource& from, Reading& reading) {
+        reading.isPassword = isPasswordFocused(from);
+        if (reading.isPassword) return;
         reading.capture = captureFromFocusedAccessibilityElement(from);
         reading.isNothingSelected = !reading.capture && tellsThatNothingIsSelected(from);
     };
@@ -247,6 +277,7 @@ TextCaptureService::captureSelection(std::optional<ProcessId> source,
     const Reading reading =
         co_await readBoth(source, budget, std::move(read), std::move(isEnough), stop);
     if (!self || stop.stop_requested()) co_return anchored;
+    if (reading.isPassword) co_return anchored;
     const auto direct = directly(reading);
     if (direct) {
         m_services.log.placeDbg(QStringLiteral("capture: AX-direct frame=%1 mouse=%2")

@@ -4,6 +4,7 @@
 #include "capture/CaptureSurroundings.h"
 #include "capture/CaptureThread.h"
 #include "capture/CopyShortcut.h"
+#include "capture/ExcludedApplications.h"
 #include "capture/SelectionCapture.h"
 #include "capture/SelectionSnapshot.h"
 #include "platform/PrimarySelection.h"
@@ -20,13 +21,18 @@ namespace vorq {
 ///
 /// Whatever waits for another application is done on a thread of its own and is given up after
 /// `captureLimit` in all, the copy shortcut apart, which has its own pace.
+///
+/// Where a field for passwords has the focus, nothing is captured, by no way. An application that
+/// the user has excluded is not asked at all.
 class TextCaptureService final : public QObject, public SelectionCapture {
   public:
     /// Of the whole time, accessibility gets so much, that the next rung has its turn as well.
     static constexpr std::chrono::milliseconds accessibilityLimit{180};
     /// Accessibility is so far ahead: most applications have answered by then, and need not be
     /// asked for PRIMARY at all. That is then read beside it, since an application that is slow to
-    /// answer one is slow to answer both.
+    /// answer one is slow to answer both. What shows web pages hands passwords out as PRIMARY and
+    /// is asked for it only once accessibility has told, or has taken too long to tell, what has
+    /// the focus.
     static constexpr std::chrono::milliseconds headStart{30};
     static constexpr std::chrono::milliseconds captureLimit{250};
 
@@ -38,6 +44,7 @@ class TextCaptureService final : public QObject, public SelectionCapture {
         CopyShortcut& copyShortcut;
         CaptureSurroundings& surroundings;
         CaptureLog& log;
+        Defaults& settings;
     };
 
     /// The services must outlive this object and whatever it has under way.
@@ -76,6 +83,12 @@ class TextCaptureService final : public QObject, public SelectionCapture {
     using IsEnough = std::function<bool(const Reading&)>;
 
     [[nodiscard]] QString identifierOf(std::optional<ProcessId> process) const;
+    // Whoever has the focus is not asked unseen while some must not be asked: it is the application
+    // in front then.
+    [[nodiscard]] std::optional<ProcessId> settled(std::optional<ProcessId> source) const;
+    // Of a settled source. Also true where it is unknown who would be asked.
+    [[nodiscard]] bool isExcluded(std::optional<ProcessId> source) const;
+    [[nodiscard]] Clock::Duration headStartOf(ProcessId process) const;
     [[nodiscard]] bool wasCaptured(const PrimarySelection::Highlight& highlight) const;
 
     // Reads by accessibility; what came if it came in time.
@@ -97,6 +110,7 @@ class TextCaptureService final : public QObject, public SelectionCapture {
                       std::optional<ProcessId> source, QPointF mouse) const;
 
     Services m_services;
+    ExcludedApplications m_excluded;
     CaptureThread m_thread;
     CaptureThread m_primaryThread;
     // What was captured as PRIMARY last, and in which showing of the panel.

@@ -40,6 +40,11 @@ class AccessibleElement {
     [[nodiscard]] virtual std::optional<QString> selectedText() const = 0;
     [[nodiscard]] virtual std::optional<TextRange> selectedTextRange() const = 0;
     [[nodiscard]] virtual std::optional<QString> value() const = 0;
+
+    /// Whether it is a field that hides what is typed into it, such as one for passwords. Nothing
+    /// if the application does not tell what kind of element it is.
+    [[nodiscard]] virtual std::optional<bool> isPasswordField() const = 0;
+
     [[nodiscard]] virtual std::optional<QPointF> position() const = 0;
     [[nodiscard]] virtual std::optional<QSizeF> size() const = 0;
     [[nodiscard]] virtual std::optional<std::vector<AccessibleElementPtr>> children() const = 0;

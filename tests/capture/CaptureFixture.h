@@ -2,6 +2,7 @@
 
 #include "capture/TextCaptureService.h"
 #include "platform/testing/ManualClock.h"
+#include "platform/testing/MemoryDefaults.h"
 #include "platform/testing/ScriptedAccessibility.h"
 #include "platform/testing/ScriptedPrimarySelection.h"
 
@@ -171,12 +172,13 @@ class CaptureTest : public testing::Test {
     FakeWorkspace workspace;
     FakeCopyShortcut copyShortcut;
     FakeSurroundings surroundings;
+    MemoryDefaults settings;
     CaptureLog log{clock, folder.filePath("library/capture-debug.log"),
                    folder.filePath("place.log")};
     std::stop_source stop;
     std::unique_ptr<TextCaptureService> service =
         std::make_unique<TextCaptureService>(TextCaptureService::Services{
-            clock, accessibility, primary, workspace, copyShortcut, surroundings, log});
+            clock, accessibility, primary, workspace, copyShortcut, surroundings, log, settings});
 
   private:
     static void waitUntilHanging(const std::atomic<int>& hanging) {

@@ -68,8 +68,9 @@ TEST_F(HotKeyCapture, LooksTwiceSinceSomeApplicationsBuildWhatTheyTellWhenFirstA
     field.range = TextRange{.location = 3, .length = 0};
     int looks = 0;
     accessibility.onRead = [&](const QString& read) {
-        // Each look asks for the focus twice: for the text, and whether there is none.
-        if (!read.contains("focused") || ++looks < 3) return;
+        // Each look asks for the focus three times: for the text, whether it is a password, and
+        // whether there is none.
+        if (!read.contains("focused") || ++looks < 4) return;
         field.text = "a passage";
         field.range = TextRange{.location = 3, .length = 9};
     };

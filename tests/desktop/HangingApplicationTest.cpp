@@ -61,7 +61,7 @@ class CaptureOnDesktop : public testing::Test {
         workspace.frontmost = source;
         workspace.applications[source] = {.process = source, .identifier = "app", .name = "App"};
         service = std::make_unique<TextCaptureService>(TextCaptureService::Services{
-            clock, *accessibility, primary, workspace, copyShortcut, surroundings, log});
+            clock, *accessibility, primary, workspace, copyShortcut, surroundings, log, settings});
     }
 
     [[nodiscard]] Running<QString> start() {
@@ -91,6 +91,7 @@ class CaptureOnDesktop : public testing::Test {
     FakeWorkspace workspace;
     FakeCopyShortcut copyShortcut;
     FakeSurroundings surroundings;
+    MemoryDefaults settings;
     CaptureLog log{clock, session.home() + "/capture.log", {}};
     std::unique_ptr<TextCaptureService> service;
     std::int32_t source = 0;

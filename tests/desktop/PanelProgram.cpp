@@ -1,6 +1,9 @@
 #include "desktop/PanelProgram.h"
 
 #include <QElapsedTimer>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
 
 #include <algorithm>
 #include <stdexcept>
@@ -53,6 +56,15 @@ void PanelProgram::start(const QString& backend) {
     m_program = &session.start(VORQ_PROGRAM, "", {"--background"}, environment);
     DesktopSession::waitUntil(
         "the hot keys", [this] { return m_program->output().contains("clear-chat hotkey."); });
+}
+
+void PanelProgram::exclude(const QStringList& identifiers) const {
+    QFile file(session.home() + "/.config/Vorq/settings.json");
+    if (!file.open(QIODevice::ReadWrite)) throw std::runtime_error("no settings");
+    QJsonObject settings = QJsonDocument::fromJson(file.readAll()).object();
+    settings["vorq.capture.excludedApplications"] = QJsonArray::fromStringList(identifiers);
+    file.resize(0);
+    file.write(QJsonDocument(settings).toJson());
 }
 
 void PanelProgram::stop() {
@@ -121,6 +133,11 @@ QStringList PanelProgram::conversation() const {
         if (node.role == "list item" && std::ranges::any_of(nodes, isList)) entries += node.name;
     }
     return entries;
+}
+
+void PanelProgram::waitForGreeting() const {
+    const QStringList alone{QStringLiteral("Vorq: Hello 👋, Vorq here…")};
+    DesktopSession::waitUntil("the greeting alone", [&] { return conversation() == alone; });
 }
 
 QStringList PanelProgram::waitForReply(qsizetype entries) const {

@@ -25,6 +25,9 @@ class PanelProgram {
     void stop();
     [[nodiscard]] DesktopProgram& program() { return *m_program; }
 
+    /// Puts the applications that must not be captured from into the settings file.
+    void exclude(const QStringList& identifiers) const;
+
     /// What a person does.
     void pressHotKey() const { session.key({"super+shift+a"}); }
     void waitForPanel() const;
@@ -39,12 +42,17 @@ class PanelProgram {
     [[nodiscard]] QStringList analysed() const;
     [[nodiscard]] std::vector<QJsonObject> prompts() const;
 
+    /// Whether the text stands anywhere in what went to the backend.
+    [[nodiscard]] bool wasSent(const QByteArray& text) const { return m_relay->wasSent(text); }
+
     /// What a screen reader finds in the panel.
     [[nodiscard]] std::vector<AccessibleNode> controls() const;
     [[nodiscard]] bool press(const QString& name) const;
     [[nodiscard]] QString textOf(const AccessibleNode& node) const;
     /// The entries of the conversation, "You: …" and "Vorq: …".
     [[nodiscard]] QStringList conversation() const;
+    /// Waits until the greeting is all that the conversation holds.
+    void waitForGreeting() const;
     /// Waits for so many entries the last of which is a complete reply, and gives them.
     [[nodiscard]] QStringList waitForReply(qsizetype entries) const;
 

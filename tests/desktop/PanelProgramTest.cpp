@@ -48,12 +48,6 @@ class PanelProgramTest : public testing::Test {
         EXPECT_EQ(vorq.waitForReply(3)[1], "You: Attached: Text capture");
     }
 
-    void waitForGreeting() {
-        const QStringList alone{QStringLiteral("Vorq: Hello 👋, Vorq here…")};
-        DesktopSession::waitUntil("the greeting alone",
-                                  [&] { return vorq.conversation() == alone; });
-    }
-
     [[nodiscard]] std::optional<AccessibleNode> focused() {
         for (const AccessibleNode& node : vorq.controls())
             if (node.isFocused && node.isFocusable && node.role != "frame") return node;
@@ -93,7 +87,7 @@ TEST_F(PanelProgramTest, TheHotKeyOpensAndClosesItWhereNothingIsHighlighted) {
     const qsizetype before = vorq.analysed().size();
     vorq.pressHotKey();
     vorq.waitForPanel();
-    waitForGreeting();
+    vorq.waitForGreeting();
     vorq.pressHotKey();
     vorq.waitForNoPanel();
     DesktopSession::waitUntil("the source",
@@ -112,7 +106,7 @@ TEST_F(PanelProgramTest, TheHotKeyOpensAndClosesItWhereNothingIsHighlighted) {
 TEST_F(PanelProgramTest, TheConversationIsClearedByItsHotKey) {
     showReply();
     session.key({"super+shift+t"});
-    waitForGreeting();
+    vorq.waitForGreeting();
     EXPECT_NE(vorq.panel(), 0U);
 }
 
@@ -265,7 +259,7 @@ TEST_F(PanelProgramTest, ASourceThatDiesWhileItIsReadIsNoHarm) {
         vorq.waitForPanel();
         ::kill(m_source.process, SIGKILL);
     }
-    waitForGreeting();
+    vorq.waitForGreeting();
     session.key({"Escape"});
     vorq.waitForNoPanel();
     EXPECT_TRUE(vorq.program().isRunning());

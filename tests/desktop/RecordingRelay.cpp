@@ -1,7 +1,11 @@
 #include "desktop/RecordingRelay.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QTcpSocket>
+
+#include <algorithm>
+#include <array>
 
 namespace vorq::desktop {
 namespace {
@@ -69,6 +73,17 @@ std::vector<QJsonObject> RecordingRelay::requests(const QByteArray& path) const 
         }
     }
     return found;
+}
+
+bool RecordingRelay::wasSent(const QByteArray& text) const {
+    QJsonArray written{QString::fromUtf8(text)};
+    const QByteArray json = QJsonDocument(written).toJson(QJsonDocument::Compact);
+    const std::array forms{text, json.sliced(2, json.size() - 4), text.toPercentEncoding(),
+                           text.toBase64()};
+    return std::ranges::any_of(m_connections, [&](const auto& connection) {
+        return std::ranges::any_of(
+            forms, [&](const QByteArray& form) { return connection->sent.contains(form); });
+    });
 }
 
 } // namespace vorq::desktop

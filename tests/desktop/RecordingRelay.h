@@ -26,6 +26,10 @@ class RecordingRelay final : public QObject {
     /// The bodies of all whole requests to the path, in order for each connection.
     [[nodiscard]] std::vector<QJsonObject> requests(const QByteArray& path) const;
 
+    /// Whether the bytes stand anywhere in what the program sent, as they are or as JSON or a URL
+    /// write them.
+    [[nodiscard]] bool wasSent(const QByteArray& text) const;
+
   private:
     struct Connection {
         QByteArray sent;

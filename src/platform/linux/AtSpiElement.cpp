@@ -76,6 +76,10 @@ std::optional<QString> AtSpiElement::value() const {
     return text;
 }
 
+std::optional<bool> AtSpiElement::isPasswordField() const {
+    return selection().isPasswordField(m_element);
+}
+
 std::optional<QRectF> AtSpiElement::onScreen(std::optional<QRectF> rect) const {
     if (!rect) return std::nullopt;
     findPlace();

@@ -31,6 +31,7 @@ class AtSpiElement final : public AccessibleElement {
     [[nodiscard]] std::optional<QString> selectedText() const override;
     [[nodiscard]] std::optional<TextRange> selectedTextRange() const override;
     [[nodiscard]] std::optional<QString> value() const override;
+    [[nodiscard]] std::optional<bool> isPasswordField() const override;
     [[nodiscard]] std::optional<QPointF> position() const override;
     [[nodiscard]] std::optional<QSizeF> size() const override;
     [[nodiscard]] std::optional<std::vector<AccessibleElementPtr>> children() const override;

@@ -166,6 +166,11 @@ std::optional<QString> AtSpiSelection::value(const AtSpiRef& element) const {
     return raw ? std::optional(withoutMarks(*raw, m_toolkit)) : std::nullopt;
 }
 
+std::optional<bool> AtSpiSelection::isPasswordField(const AtSpiRef& element) const {
+    const auto role = atspi::numberIn(m_bus.call(atspi::role(element), m_stop));
+    return role ? std::optional(isRole(role, Role::PasswordText)) : std::nullopt;
+}
+
 std::optional<QString> AtSpiSelection::rawText(const AtSpiRef& element, Span span) const {
     const std::int32_t length = span.end - span.start;
     if (length > longestText) return std::nullopt;

@@ -38,6 +38,9 @@ class AtSpiSelection {
     [[nodiscard]] std::optional<QString> plainText(const AtSpiRef& element, Span span) const;
     [[nodiscard]] std::optional<QString> value(const AtSpiRef& element) const;
 
+    /// Whether its text is hidden as it is typed; nothing for an element that tells no role.
+    [[nodiscard]] std::optional<bool> isPasswordField(const AtSpiRef& element) const;
+
   private:
     struct Reading;
     struct Object {

@@ -18,6 +18,10 @@ std::optional<QString> ScriptedElement::value() const {
     return m_tree.note(m_name + ".value") ? content : std::nullopt;
 }
 
+std::optional<bool> ScriptedElement::isPasswordField() const {
+    return m_tree.note(m_name + ".isPasswordField") ? hidesText : std::nullopt;
+}
+
 std::optional<QPointF> ScriptedElement::position() const {
     return m_tree.note(m_name + ".position") ? origin : std::nullopt;
 }

@@ -21,6 +21,7 @@ class ScriptedElement final : public AccessibleElement {
     std::optional<QString> text;
     std::optional<TextRange> range;
     std::optional<QString> content;
+    std::optional<bool> hidesText;
     std::optional<QPointF> origin;
     std::optional<QSizeF> extent;
     /// By name.
@@ -35,6 +36,7 @@ class ScriptedElement final : public AccessibleElement {
     [[nodiscard]] std::optional<QString> selectedText() const override;
     [[nodiscard]] std::optional<TextRange> selectedTextRange() const override;
     [[nodiscard]] std::optional<QString> value() const override;
+    [[nodiscard]] std::optional<bool> isPasswordField() const override;
     [[nodiscard]] std::optional<QPointF> position() const override;
     [[nodiscard]] std::optional<QSizeF> size() const override;
     [[nodiscard]] std::optional<std::vector<AccessibleElementPtr>> children() const override;

@@ -1,0 +1,142 @@
+// What is never captured: passwords, and applications that the user has excluded.
+
+#include "capture/CaptureFixture.h"
+
+namespace vorq {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::IsEmpty;
+
+class PasswordSafety : public CaptureTest {
+  protected:
+    // As a browser tells it: a selection it denies, though its highlight holds the password.
+    void focusPassword() {
+        focus().hidesText = true;
+        highlight("Tr0ub4dor&3");
+        copyShortcut.text = "Tr0ub4dor&3";
+        identify("chromium");
+    }
+    void focusPasswordOnPage() {
+        focusPassword();
+        accessibility.element("application").text = "elsewhere on the page";
+        accessibility.element("application").range = TextRange{.location = 0, .length = 21};
+    }
+};
+
+TEST_F(PasswordSafety, AFocusedPasswordEndsTheCaptureOfThePanel) {
+    focusPassword();
+    EXPECT_EQ(hotKey(), "");
+    EXPECT_EQ(primary.reads, 0);
+    EXPECT_EQ(copyShortcut.copies, 0);
+}
+
+TEST_F(PasswordSafety, AFocusedPasswordEndsTheCaptureOfANote) {
+    focusPasswordOnPage();
+    EXPECT_EQ(noteSave(), "");
+    EXPECT_EQ(primary.reads, 0);
+    EXPECT_EQ(copyShortcut.copies, 0);
+}
+
+TEST_F(PasswordSafety, AFocusedPasswordEndsTheCaptureOfASelection) {
+    focusPasswordOnPage();
+    EXPECT_EQ(selection(true).text, "");
+    EXPECT_EQ(selection(true).exactText, "");
+    EXPECT_EQ(primary.reads, 0);
+    EXPECT_EQ(copyShortcut.copies, 0);
+    EXPECT_EQ(surroundings.screenshots, 0);
+}
+
+TEST_F(PasswordSafety, AnElementThatIsNoPasswordIsReadAsBefore) {
+    focus().hidesText = false;
+    highlight("a passage");
+    EXPECT_EQ(hotKey(), "a passage");
+}
+
+// The clock stands still, so only a head start that is over, or an answer, lets PRIMARY be read.
+TEST_F(PasswordSafety, ABrowserIsAskedForItsHighlightOnlyAfterAccessibility) {
+    accessibility.hangs = true;
+    identify("org.kde.falkon");
+    highlight("a passage");
+    const Running<QString> running = startHotKey();
+    waitUntilHanging();
+    clock.advance(TextCaptureService::accessibilityLimit - 1ms);
+    for (int turn = 0; turn < 20; ++turn)
+        Running<QString>::turnOnce();
+    EXPECT_EQ(primary.reads, 0);
+
+    clock.advance(1ms);
+    EXPECT_EQ(running.result(), "a passage");
+    EXPECT_EQ(primary.reads, 1);
+}
+
+class Exclusion : public CaptureTest {
+  protected:
+    Exclusion() {
+        select("selected");
+        highlight("highlighted");
+        copyShortcut.text = "copied";
+        identify("chromium");
+    }
+    void exclude(const QStringList& identifiers) {
+        settings.apply({{"vorq.capture.excludedApplications", identifiers}});
+    }
+    void expectNobodyIsAsked() {
+        EXPECT_EQ(hotKey(), "");
+        EXPECT_EQ(noteSave(), "");
+        EXPECT_EQ(selection(true).text, "");
+        EXPECT_EQ(
+            Running<QString>(service->captureSelectedTextForHotKey({}, stop.get_token())).result(),
+            "");
+        EXPECT_THAT(accessibility.reads(), IsEmpty());
+        EXPECT_EQ(primary.reads, 0);
+        EXPECT_EQ(copyShortcut.copies, 0);
+        EXPECT_EQ(surroundings.screenshots, 0);
+    }
+};
+
+TEST_F(Exclusion, AnExcludedApplicationIsAskedByNoRung) {
+    exclude({"org.example.other", "chromium"});
+    expectNobodyIsAsked();
+}
+
+TEST_F(Exclusion, TheCaseOfAnIdentifierDoesNotMatter) {
+    exclude({" Org.KeePassXC.KeePassXC "});
+    identify("org.keepassxc.KeePassXC");
+    expectNobodyIsAsked();
+}
+
+TEST_F(Exclusion, AnEntryMayBeTheNameOfTheDesktopFile) {
+    exclude({"Chromium.desktop"});
+    expectNobodyIsAsked();
+}
+
+TEST_F(Exclusion, OtherApplicationsAreReadAsBefore) {
+    exclude({"chromium-browser", "chrom", ""});
+    EXPECT_EQ(hotKey(), "selected");
+}
+
+TEST_F(Exclusion, AnApplicationWithoutIdentifierIsNotExcludedByABlankEntry) {
+    exclude({"", ".desktop"});
+    identify("");
+    EXPECT_EQ(hotKey(), "selected");
+}
+
+TEST_F(Exclusion, AChangeCountsFromTheNextCaptureOn) {
+    EXPECT_EQ(hotKey(), "selected");
+    exclude({"chromium"});
+    EXPECT_EQ(hotKey(), "");
+    settings.remove("vorq.capture.excludedApplications");
+    EXPECT_EQ(hotKey(), "selected");
+}
+
+TEST_F(Exclusion, WhereTheSourceIsUnknownWhileSomeAreExcludedNobodyIsAsked) {
+    exclude({"org.example.other"});
+    workspace.frontmost.reset();
+    EXPECT_EQ(
+        Running<QString>(service->captureSelectedTextForHotKey({}, stop.get_token())).result(), "");
+    EXPECT_THAT(accessibility.reads(), IsEmpty());
+}
+
+} // namespace
+} // namespace vorq
