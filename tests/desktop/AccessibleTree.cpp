@@ -7,6 +7,8 @@
 #include <QDBusVariant>
 #include <QUuid>
 
+#include <array>
+
 namespace vorq::desktop {
 namespace {
 
@@ -128,6 +130,20 @@ QString AccessibleTree::text(const AccessibleNode& node) const {
     const QDBusMessage reply = ask(node.path, "org.a11y.atspi.Text", "GetText", {0, -1});
     return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toString()
                                                       : QString();
+}
+
+QRect AccessibleTree::place(const AccessibleNode& node) const {
+    const std::uint32_t ofTheScreen = 0;
+    const QDBusMessage reply =
+        ask(node.path, "org.a11y.atspi.Component", "GetExtents", {ofTheScreen});
+    if (reply.type() != QDBusMessage::ReplyMessage) return {};
+    const auto told = reply.arguments().value(0).value<QDBusArgument>();
+    std::array<int, 4> edges{};
+    told.beginStructure();
+    for (int& edge : edges)
+        told >> edge;
+    told.endStructure();
+    return {edges[0], edges[1], edges[2], edges[3]};
 }
 
 bool AccessibleTree::press(const AccessibleNode& node) const {

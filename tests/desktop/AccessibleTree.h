@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QRect>
 #include <QString>
 
 #include <cstdint>
@@ -34,6 +35,9 @@ class AccessibleTree {
 
     /// What the element offers to be read character by character; "" if it offers nothing.
     [[nodiscard]] QString text(const AccessibleNode& node) const;
+
+    /// Where the element is, in pixels of the screen; empty if it does not say.
+    [[nodiscard]] QRect place(const AccessibleNode& node) const;
 
     /// Does what the element does when it is used.
     bool press(const AccessibleNode& node) const;

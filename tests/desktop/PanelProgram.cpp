@@ -122,6 +122,12 @@ bool PanelProgram::press(const QString& name) const {
     return false;
 }
 
+QRect PanelProgram::placeOf(const QString& name) const {
+    for (const AccessibleNode& node : controls())
+        if (node.name == name && node.isShowing) return m_tree->place(node);
+    return {};
+}
+
 QStringList PanelProgram::conversation() const {
     const std::vector<AccessibleNode> nodes = controls();
     QStringList entries;

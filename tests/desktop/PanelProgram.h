@@ -48,6 +48,8 @@ class PanelProgram {
     /// What a screen reader finds in the panel.
     [[nodiscard]] std::vector<AccessibleNode> controls() const;
     [[nodiscard]] bool press(const QString& name) const;
+    /// Where the first element of the name that shows is, in pixels of the screen.
+    [[nodiscard]] QRect placeOf(const QString& name) const;
     [[nodiscard]] QString textOf(const AccessibleNode& node) const;
     /// The entries of the conversation, "You: …" and "Vorq: …".
     [[nodiscard]] QStringList conversation() const;

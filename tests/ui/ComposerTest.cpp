@@ -217,5 +217,42 @@ TEST_F(ComposerTest, TabLeadsOnWhereThereIsNothingToSend) {
     EXPECT_TRUE(isReached);
 }
 
+TEST_F(ComposerTest, KeysSelectFromWhereTheCursorIs) {
+    type("first second third");
+    QQuickItem* edit = stage.find("PromptField")->property("input").value<QQuickItem*>();
+    const auto selected = [&] { return edit->property("selectedText").toString(); };
+    key(Qt::Key_Left, Qt::ShiftModifier);
+    key(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), "rd");
+    key(Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), "d");
+    key(Qt::Key_Left, Qt::ShiftModifier | Qt::ControlModifier);
+    EXPECT_EQ(selected(), "third");
+    key(Qt::Key_Home, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), "first second third");
+    key(Qt::Key_Right);
+    EXPECT_EQ(selected(), "");
+    key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "first second third");
+    key(Qt::Key_X);
+    EXPECT_EQ(stage.panel->prompt(), "x");
+}
+
+TEST_F(ComposerTest, KeysSelectLineByLineInTheSameColumn) {
+    type("first");
+    key(Qt::Key_Return, Qt::ShiftModifier);
+    key(Qt::Key_Return, Qt::ShiftModifier);
+    type("third");
+    QQuickItem* edit = stage.find("PromptField")->property("input").value<QQuickItem*>();
+    stage.drawFrame();
+    key(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(edit->property("selectionStart"), 6);
+    key(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_GE(edit->property("selectionStart").toInt(), 4) << "in the column of the end";
+    key(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(edit->property("selectionStart"), 0);
+    EXPECT_EQ(edit->property("selectionEnd"), 12);
+}
+
 } // namespace
 } // namespace vorq

@@ -137,6 +137,12 @@ Flickable {
             acceptedButtons: Qt.RightButton
             onTapped: point => field.openMenu(point.position)
         }
+        PointerSelection {
+            target: edit
+        }
+        KeySelection {
+            target: edit
+        }
         TextLeading {
             document: edit.textDocument
             leading: Theme.bubbleLeading

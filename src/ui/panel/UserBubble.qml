@@ -93,6 +93,12 @@ Item {
                 ContextMenu {
                     id: menu
                 }
+                PointerSelection {
+                    target: words
+                }
+                KeySelection {
+                    target: words
+                }
                 TextLeading {
                     document: words.textDocument
                     leading: Theme.bubbleLeading
