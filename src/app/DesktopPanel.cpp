@@ -28,6 +28,7 @@ PanelLook::Tier tierOf(Translucency translucency) {
 DesktopPanel::DesktopPanel(const PanelContext& context, Screens& screens, PanelShowings& showings)
     : m_view(context.state, context.clock),
       m_look(context.state.appearance()),
+      m_desktop(context.desktopLook),
       m_ui(m_view, m_look),
       m_files(m_view),
       m_presses(screens),
@@ -95,7 +96,7 @@ void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& show
                          if (showings.isVisible) ++showings.count;
                      });
     QObject::connect(&m_compositor, &Compositor::changed, &m_window, [this] { takeLook(); });
-    QObject::connect(&m_desktop, &PortalDesktop::changed, &m_window, [this] { takeLook(); });
+    QObject::connect(&m_desktop, &LinuxDesktopLook::changed, &m_window, [this] { takeLook(); });
 }
 
 void DesktopPanel::takeLook() {

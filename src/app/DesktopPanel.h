@@ -3,7 +3,7 @@
 #include "app/DesktopCapture.h"
 #include "app/DesktopParts.h"
 #include "app/PanelPages.h"
-#include "platform/linux/PortalDesktop.h"
+#include "platform/linux/LinuxDesktopLook.h"
 #include "platform/linux/X11Compositor.h"
 #include "platform/linux/X11OverlayHints.h"
 #include "platform/linux/X11PressMonitor.h"
@@ -41,7 +41,7 @@ class DesktopPanel final : public PanelPresence {
 
     PanelViewModel m_view;
     PanelLook m_look;
-    PortalDesktop m_desktop;
+    LinuxDesktopLook& m_desktop;
     UiContext m_ui;
     FilePicker m_files;
     QQmlEngine m_engine;

@@ -16,6 +16,7 @@ namespace vorq {
 class AppPaths;
 class Clock;
 class Defaults;
+class LinuxDesktopLook;
 class ShellNotifications;
 class VorqAppState;
 
@@ -42,6 +43,7 @@ struct PanelContext {
     Workspace& workspace;
     const FrontmostTracker& frontmost;
     ShellNotifications& notifications;
+    LinuxDesktopLook& desktopLook;
 };
 
 /// How the desktop program gets the parts that stand between it and the user's other programs.

@@ -63,6 +63,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
       m_probe(m_parts.makeProbe()),
       m_state({m_clock, m_defaults, m_paths, m_transport, *m_capture, m_noteBridge}),
       m_notes(m_parts.makeNotes({m_clock, m_paths, m_workspace, *m_capture, m_state})),
+      m_palette(m_state.appearance()),
       m_statusItem(m_clock),
       m_host(std::make_unique<Host>(m_statusItem)),
       m_delegate({*m_host,
@@ -76,8 +77,8 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
                   m_statusItem,
                   [this](VorqAppState& state) {
                       return m_parts.makePanel({state, m_clock, m_defaults, m_workspace,
-                                                m_delegate.frontmost(),
-                                                m_delegate.notifications()});
+                                                m_delegate.frontmost(), m_delegate.notifications(),
+                                                m_desktopLook});
                   },
                   {static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid()),
                    ApplicationService::name},
@@ -88,6 +89,8 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
             &AppDelegate::applicationOpen);
     connect(&service, &ApplicationService::verbRequested, this, &DesktopProgram::perform);
     tellOutcomes(service.links());
+    connect(&m_desktopLook, &LinuxDesktopLook::changed, &m_palette,
+            [this] { m_palette.setDesktop(m_desktopLook.look()); });
 }
 
 DesktopProgram::~DesktopProgram() = default;

@@ -5,6 +5,7 @@
 #include "backend/CurlTransport.h"
 #include "backend/PendingSignIn.h"
 #include "core/VorqAppState.h"
+#include "platform/linux/LinuxDesktopLook.h"
 #include "platform/linux/LinuxNotesBridge.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/SystemClock.h"
@@ -14,6 +15,7 @@
 #include "platform/linux/XdgPaths.h"
 #include "shell/AppDelegate.h"
 #include "shell/ApplicationHost.h"
+#include "shell/ApplicationPalette.h"
 #include "shell/TrayStatusItem.h"
 
 #include <QObject>
@@ -60,6 +62,8 @@ class DesktopProgram final : public QObject {
     std::unique_ptr<PermissionProbe> m_probe;
     VorqAppState m_state;
     std::unique_ptr<NoteCaptureFlow> m_notes;
+    LinuxDesktopLook m_desktopLook;
+    ApplicationPalette m_palette;
     TrayStatusItem m_statusItem;
     std::unique_ptr<Host> m_host;
     AppDelegate m_delegate;

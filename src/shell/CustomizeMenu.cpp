@@ -6,7 +6,8 @@
 #include <QActionGroup>
 
 namespace vorq {
-CustomizeMenu::CustomizeMenu() : QMenu(QStringLiteral("Customize Vorq")) {
+
+CustomizeMenu::CustomizeMenu() : FactMenu(QStringLiteral("Customize Vorq")) {
     m_themes = addChoices(QStringLiteral("Theme"),
                           {{QStringLiteral("Light"), rawString(PanelAppearance::White)},
                            {QStringLiteral("Dark"), rawString(PanelAppearance::Current)}});
@@ -19,15 +20,9 @@ CustomizeMenu::CustomizeMenu() : QMenu(QStringLiteral("Customize Vorq")) {
     refresh();
 }
 
-QAction* CustomizeMenu::addHeading(const QString& text) {
-    QAction* heading = addAction(text);
-    heading->setEnabled(false);
-    return heading;
-}
-
 QActionGroup* CustomizeMenu::addChoices(const QString& heading,
                                         const QList<std::pair<QString, QString>>& titlesAndValues) {
-    addHeading(heading);
+    addFact(heading);
     auto* group = new QActionGroup(this);
     for (const auto& [title, value] : titlesAndValues) {
         QAction* choice = group->addAction(title);
@@ -39,7 +34,7 @@ QActionGroup* CustomizeMenu::addChoices(const QString& heading,
 }
 
 void CustomizeMenu::addColors() {
-    addHeading(QStringLiteral("Colors"));
+    addFact(QStringLiteral("Colors"));
     m_editBackground = addAction(QStringLiteral("Background…"));
     m_editUserBlock = addAction(QStringLiteral("Your Blocks…"));
     m_resetColors = addAction(QStringLiteral("Reset Custom Colors"));

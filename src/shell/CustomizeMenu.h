@@ -1,8 +1,8 @@
 #pragma once
 
+#include "shell/FactMenu.h"
 #include "shell/PanelColorEdit.h"
 
-#include <QMenu>
 #include <QPointer>
 
 #include <optional>
@@ -14,7 +14,7 @@ namespace vorq {
 class AppearanceSettings;
 
 /// The menu of what the user can have of the panel's look. Main thread only.
-class CustomizeMenu final : public QMenu {
+class CustomizeMenu final : public FactMenu {
     Q_OBJECT
 
   public:
@@ -29,7 +29,6 @@ class CustomizeMenu final : public QMenu {
     void colorEditEnded();
 
   private:
-    QAction* addHeading(const QString& text);
     QActionGroup* addChoices(const QString& heading,
                              const QList<std::pair<QString, QString>>& titlesAndValues);
     void addColors();

@@ -1,6 +1,7 @@
 #include "shell/PanelLook.h"
 
 #include "core/AppearanceSettings.h"
+#include "shell/ApplicationPalette.h"
 #include "shell/Contrast.h"
 #include "shell/HexColor.h"
 #include "shell/ThemeColors.h"
@@ -56,9 +57,7 @@ QColor PanelLook::inkOn(const QString& hex) const {
 }
 
 bool PanelLook::appIsDark() const {
-    const AppAppearancePreference chosen = m_settings.appAppearance();
-    if (chosen == AppAppearancePreference::System) return m_desktop.prefersDark.value_or(false);
-    return chosen == AppAppearancePreference::Dark;
+    return isApplicationDark(m_settings.appAppearance(), m_desktop);
 }
 
 bool PanelLook::isTinted() const {

@@ -13,10 +13,10 @@ QString menuText(QString text) {
 
 } // namespace
 
-StatusMenu::StatusMenu() : QMenu(QStringLiteral("Vorq")) {
+StatusMenu::StatusMenu() : FactMenu(QStringLiteral("Vorq")) {
     setAccessibleName(QStringLiteral("Vorq"));
-    m_account = addLine(QStringLiteral("Starting…"));
-    m_signInAdvice = addLine(menuText(signInAdvice));
+    m_account = addFact(QStringLiteral("Starting…"));
+    m_signInAdvice = addFact(menuText(signInAdvice));
     m_noticesEnd = addSeparator();
     connect(addAction(QStringLiteral("Show Vorq")), &QAction::triggered, this,
             &StatusMenu::showVorqChosen);
@@ -37,13 +37,6 @@ StatusMenu::StatusMenu() : QMenu(QStringLiteral("Vorq")) {
             &StatusMenu::quitChosen);
     refreshAccount();
     refreshAccessibility();
-}
-
-// A line that only tells something.
-QAction* StatusMenu::addLine(const QString& text) {
-    QAction* line = addAction(text);
-    line->setEnabled(false);
-    return line;
 }
 
 void StatusMenu::bindAppState(VorqAppState& state) {
@@ -75,18 +68,14 @@ void StatusMenu::refreshAccessibility() {
         m_state && m_state->permissions().textCapturePermission() == PermissionState::Granted;
     m_accessibility->setText(isEnabled ? QStringLiteral("Accessibility: Enabled")
                                        : QStringLiteral("Accessibility: Disabled"));
-    m_accessibility->setEnabled(m_state && !isEnabled);
+    setFact(m_accessibility, !m_state || isEnabled);
 }
 
 void StatusMenu::setHotKeyNotices(const QStringList& notices) {
     qDeleteAll(m_notices);
     m_notices.clear();
-    for (const QString& notice : notices) {
-        auto* line = new QAction(notice, this);
-        line->setEnabled(false);
-        insertAction(m_noticesEnd, line);
-        m_notices += line;
-    }
+    for (const QString& notice : notices)
+        m_notices += insertFact(m_noticesEnd, notice);
 }
 
 } // namespace vorq

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "shell/CustomizeMenu.h"
+#include "shell/FactMenu.h"
 
-#include <QMenu>
 #include <QPointer>
 #include <QStringList>
 
@@ -12,7 +12,7 @@ class VorqAppState;
 
 /// The menu of the status item. It shows the state as it is whenever that changes, also while it is
 /// open. Main thread only.
-class StatusMenu final : public QMenu {
+class StatusMenu final : public FactMenu {
     Q_OBJECT
 
   public:
@@ -37,7 +37,6 @@ class StatusMenu final : public QMenu {
     void colorEditEnded();
 
   private:
-    QAction* addLine(const QString& text);
     void refreshAccount();
     void refreshAccessibility();
 

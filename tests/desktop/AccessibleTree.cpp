@@ -17,6 +17,7 @@ const auto rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
 constexpr int callLimit = 5000; // milliseconds
 
 // Bits of the state, as the bus numbers them.
+constexpr int checkedBit = 4;
 constexpr int enabledBit = 8;
 constexpr int focusableBit = 11;
 constexpr int focusedBit = 12;
@@ -106,6 +107,29 @@ std::vector<AccessibleNode> AccessibleTree::read() const {
     return nodes;
 }
 
+std::vector<AccessibleNode> AccessibleTree::readSiblings(const QString& path) const {
+    const QDBusMessage reply =
+        ask(path, "org.freedesktop.DBus.Properties", "Get", {accessible, "Parent"});
+    if (reply.type() != QDBusMessage::ReplyMessage) return {};
+    const auto parent = reply.arguments().value(0).value<QDBusVariant>().variant();
+    const auto pair = parent.value<QDBusArgument>();
+    QString program;
+    QDBusObjectPath above;
+    pair.beginStructure();
+    pair >> program >> above;
+    pair.endStructure();
+    std::vector<AccessibleNode> nodes;
+    for (const Reference& child : references(ask(above.path(), accessible, "GetChildren")))
+        readBelow(child.path, above.path(), nodes);
+    return nodes;
+}
+
+QDBusConnection& AccessibleTree::listenForFocus() {
+    call(m_bus, {"org.a11y.atspi.Registry", "/org/a11y/atspi/registry"}, "org.a11y.atspi.Registry",
+         "RegisterEvent", {"object:state-changed:focused"});
+    return m_bus;
+}
+
 void AccessibleTree::readBelow(const QString& path, const QString& parent,
                                std::vector<AccessibleNode>& nodes) const {
     const QDBusMessage role = ask(path, accessible, "GetRoleName");
@@ -121,7 +145,8 @@ void AccessibleTree::readBelow(const QString& path, const QString& parent,
                      .isFocusable = has(focusableBit),
                      .isFocused = has(focusedBit),
                      .isShowing = has(showingBit),
-                     .isEnabled = has(enabledBit)});
+                     .isEnabled = has(enabledBit),
+                     .isChecked = has(checkedBit)});
     for (const Reference& child : references(ask(path, accessible, "GetChildren")))
         if (child.program == m_program) readBelow(child.path, path, nodes);
 }

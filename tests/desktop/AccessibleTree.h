@@ -19,6 +19,7 @@ struct AccessibleNode {
     bool isFocused = false;
     bool isShowing = false;
     bool isEnabled = false;
+    bool isChecked = false;
 };
 
 /// Reads the user interface of one program over the accessibility bus of the session.
@@ -33,6 +34,9 @@ class AccessibleTree {
     /// All elements, parents before their children. What vanishes meanwhile is left out.
     [[nodiscard]] std::vector<AccessibleNode> read() const;
 
+    /// An element of this path with all elements beside it, which a menu has none of in read().
+    [[nodiscard]] std::vector<AccessibleNode> readSiblings(const QString& path) const;
+
     /// What the element offers to be read character by character; "" if it offers nothing.
     [[nodiscard]] QString text(const AccessibleNode& node) const;
 
@@ -41,6 +45,12 @@ class AccessibleTree {
 
     /// Does what the element does when it is used.
     bool press(const AccessibleNode& node) const;
+
+    /// What the bus calls the program.
+    [[nodiscard]] const QString& program() const { return m_program; }
+
+    /// Has the bus tell who gets the focus, as signals on the connection.
+    [[nodiscard]] QDBusConnection& listenForFocus();
 
   private:
     bool seek(std::int32_t process);

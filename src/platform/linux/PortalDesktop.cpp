@@ -42,6 +42,7 @@ void PortalDesktop::ask(const QString& area, const QString& key) {
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, area, key] {
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
         if (!reply.isError()) take(area, key, reply.value().variant());
+        if (reply.isError() && key == colorSchemeKey) emit colorSchemeUnknown();
         watcher->deleteLater();
     });
 }

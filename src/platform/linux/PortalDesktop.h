@@ -21,6 +21,9 @@ class PortalDesktop final : public QObject {
   signals:
     void changed();
 
+    /// There is no portal that knows of a colour scheme.
+    void colorSchemeUnknown();
+
   private slots:
     void settingChanged(const QString& area, const QString& key, const QDBusVariant& value);
 
