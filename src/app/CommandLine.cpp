@@ -15,12 +15,11 @@ const QString usage = QStringLiteral(
     "\n"
     "For keys of the desktop and for scripts, with the application in front as the source:\n"
     "  vorq summon       shows the panel and takes up what is highlighted\n"
-    "  vorq note         files what is highlighted as a note\n"
-    "  vorq push-note    ends the note, so that the next one begins a new\n"
     "  vorq clear        clears the chat\n"
     "  vorq toggle       shows or hides the panel\n"
+    "  vorq save-chat    keeps the chat of the panel in your notes\n"
     "  vorq quit         ends Vorq\n"
-    "Each starts Vorq first if it does not run, but for quit.\n"
+    "The first three start Vorq if it does not run.\n"
     "        --background          starts without opening the menu\n"
     "        --launched-at-login   the same, for the entry that starts Vorq at login\n"
     "\n"
@@ -48,7 +47,8 @@ const QString usage = QStringLiteral(
 constexpr std::array verbs = {
     std::pair(Verb::Summon, "summon"),      std::pair(Verb::Note, "note"),
     std::pair(Verb::PushNote, "push-note"), std::pair(Verb::Clear, "clear"),
-    std::pair(Verb::Toggle, "toggle"),      std::pair(Verb::Quit, "quit"),
+    std::pair(Verb::Toggle, "toggle"),      std::pair(Verb::SaveChat, "save-chat"),
+    std::pair(Verb::Quit, "quit"),
 };
 
 // Gives the value of an option, as "--name value" or "--name=value"; nothing if it is missing.

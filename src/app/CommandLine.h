@@ -28,7 +28,12 @@ struct EnableAccessibility {
 };
 
 /// What the desktop program is asked to do.
-enum class Verb { Launch, Summon, Note, PushNote, Clear, Toggle, Quit };
+enum class Verb { Launch, Summon, Note, PushNote, Clear, Toggle, SaveChat, Quit };
+
+/// Whether the verb means a Vorq that runs already, and starts none.
+[[nodiscard]] constexpr bool needsRunningProgram(Verb verb) {
+    return verb == Verb::SaveChat || verb == Verb::Quit;
+}
 
 struct DesktopArguments {
     Verb verb = Verb::Launch;

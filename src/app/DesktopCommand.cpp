@@ -128,11 +128,11 @@ int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments)
         if (arguments.verb != Verb::Launch) source.process = frontmostProcess();
         if (courier.instance().exists())
             return statusOf(courier.instance().handOver(arguments, source));
-        if (arguments.verb != Verb::Quit) guard.emplace(courier.bus());
+        if (!needsRunningProgram(arguments.verb)) guard.emplace(courier.bus());
     }
-    if (arguments.verb == Verb::Quit) {
+    if (needsRunningProgram(arguments.verb)) {
         Terminal().complain(QStringLiteral("Vorq is not running."));
-        return 0;
+        return arguments.verb == Verb::Quit ? 0 : 1;
     }
     if (!hasScreen())
         return complain(QStringLiteral("Vorq needs a desktop to run on. In a terminal without one, "

@@ -145,6 +145,8 @@ void DesktopProgram::perform(Verb verb, const VerbSource& source) {
         return m_delegate.perform(HotKeyAction::ClearChat, hotKeySource(source));
     case Verb::Toggle:
         return m_delegate.togglePanel();
+    case Verb::SaveChat:
+        return m_delegate.saveChatToNotes();
     case Verb::Quit:
         return m_host->terminate();
     }

@@ -16,6 +16,11 @@ namespace {
 constexpr Clock::Duration launchMenuDelay = 250ms;
 constexpr Clock::Duration accessGuideDelay = 140ms;
 
+const QString whatElseGoes =
+    QStringLiteral("Your saved notes and chats, your tasks and trackers, and the accounts of a "
+                   "local backend go to the trash with it. Settings, sign-in and the start at "
+                   "login are removed for good. Notes in other applications stay.");
+
 // Calls back after a delay unless the object is gone by then.
 template<typename Callback>
 void after(Clock& clock, Clock::Duration delay, QObject* owner, Callback callback) {
@@ -30,17 +35,18 @@ AppDelegate::AppDelegate(const Ports& ports, QObject* parent)
     : QObject(parent),
       m_ports(ports),
       m_frontmost(ports.workspace, ports.self),
-      m_hotKeyHandler(ports.hotKeys, ports.workspace),
+      m_hotKeyHandler(ports.hotKeys, ports.workspace, ports.clock),
       m_panel({ports.workspace, ports.capture, m_frontmost, ports.makePanel}),
       m_noteHotKeys(ports.notes, ports.workspace, m_frontmost),
       m_urlRouter(ports.signIn, m_notifications) {
     connect(&m_hotKeyHandler, &HotKeyHandler::activated, this, &AppDelegate::perform);
-    connect(&m_hotKeyHandler, &HotKeyHandler::noticesChanged, this,
-            [this] { m_ports.statusItem.setHotKeyNotices(m_hotKeyHandler.notices()); });
+    m_hotKeyHandler.setOffersNotes(ports.notes.isAvailable());
+    connect(&m_hotKeyHandler, &HotKeyHandler::noticesChanged, this, &AppDelegate::refreshHotKeys);
     connect(&m_noteHotKeys, &NoteHotKeys::flashNoteSaveStatus, this, [this](bool succeeded) {
         m_ports.statusItem.flashStatusImage(succeeded ? StatusImage::Check : StatusImage::Fail);
     });
     connectStatusItem();
+    connectCommands();
     connectColorEdits();
 }
 
@@ -51,17 +57,32 @@ void AppDelegate::connectStatusItem() {
     connect(item, &StatusItem::menuWillOpen, this, [this] {
         emit m_notifications.vorqStatusMenuChanged(true);
         refreshPermissions();
+        m_hotKeyHandler.retryMissing();
     });
     connect(item, &StatusItem::accessibilityChosen, this, &AppDelegate::openAccessibilityFromMenu);
     connect(item, &StatusItem::menuDidClose, this, [this] {
         emit m_notifications.vorqStatusMenuChanged(false);
         emit m_notifications.vorqSuppressPanelOutsideClose(m_colorEdits > 0);
     });
-    connect(item, &StatusItem::showVorqChosen, this, &AppDelegate::showPanel);
     connect(item, &StatusItem::clearChatChosen, this, &AppDelegate::clearChat);
     connect(item, &StatusItem::signOutChosen, this, &AppDelegate::signOut);
     connect(item, &StatusItem::deleteVorqChosen, this, &AppDelegate::deleteVorqFromMenu);
     connect(item, &StatusItem::quitChosen, this, [this] { m_ports.host.terminate(); });
+}
+
+void AppDelegate::connectCommands() {
+    StatusItem* item = &m_ports.statusItem;
+    connect(item, &StatusItem::toggleVorqChosen, this, &AppDelegate::togglePanel);
+    connect(item, &StatusItem::saveChatChosen, this, &AppDelegate::saveChatToNotes);
+    connect(item, &StatusItem::saveHighlightChosen, &m_noteHotKeys,
+            &NoteHotKeys::saveHighlightAsNote);
+    connect(item, &StatusItem::pushNoteDraftChosen, &m_noteHotKeys,
+            &NoteHotKeys::handlePushNoteHotKey);
+}
+
+void AppDelegate::refreshHotKeys() {
+    m_ports.statusItem.setHotKeyNotices(m_hotKeyHandler.notices());
+    m_ports.statusItem.setHotKeys(m_hotKeyHandler.registered());
 }
 
 // The panel is there to be looked at while its colours are chosen beside it.
@@ -81,6 +102,7 @@ void AppDelegate::applicationDidFinishLaunching(LaunchOptions options) {
     m_ports.host.becomeAccessory();
     m_ports.host.installApplicationIcon();
     m_ports.statusItem.installStatusItem();
+    m_ports.statusItem.setOffersNotes(m_ports.notes.isAvailable());
     m_frontmost.startFrontmostTracking();
     m_hotKeyHandler.registerHotKeys();
     registerOpenAtLoginIfNeeded();
@@ -182,10 +204,22 @@ void AppDelegate::signOut() {
     if (m_state != nullptr) m_state->account().signOut();
 }
 
+void AppDelegate::saveChatToNotes() {
+    if (m_state == nullptr || !m_state->panel().canSaveCurrentChat()) return;
+    const bool isSaved = m_state->panelChats().exportCurrentChatToAppleNotes();
+    m_ports.statusItem.flashStatusImage(isSaved ? StatusImage::Check : StatusImage::Fail);
+    if (isSaved) return;
+    m_ports.host.show({QStringLiteral("Couldn’t save to Notes."),
+                       m_state->library().libraryMessage(),
+                       {QStringLiteral("OK")}},
+                      [](qsizetype) {});
+}
+
 void AppDelegate::deleteVorqFromMenu() {
     const Alert alert{QStringLiteral("Delete Vorq?"),
                       QStringLiteral("This moves Vorq to the Trash and quits. Vorq won’t appear in "
-                                     "Applications anymore — reinstall anytime from the website."),
+                                     "Applications anymore — reinstall anytime from the website.") +
+                          QStringLiteral("\n\n") + whatElseGoes,
                       {QStringLiteral("Delete Vorq"), QStringLiteral("Cancel")}};
     m_ports.host.show(alert, [self = QPointer(this)](qsizetype button) {
         if (self && button == 0) self->uninstallVorqAndQuit();

@@ -70,6 +70,10 @@ class AppDelegate final : public QObject {
     void showPanel() { m_panel.showPanel(); }
     void openStatusItemMenu();
 
+    /// Keeps the conversation in the user's notes. The status item tells whether that worked, and
+    /// an alert why not.
+    void saveChatToNotes();
+
     /// Asks first.
     void deleteVorqFromMenu();
 
@@ -81,6 +85,8 @@ class AppDelegate final : public QObject {
 
   private:
     void connectStatusItem();
+    void connectCommands();
+    void refreshHotKeys();
     void connectColorEdits();
     void observeNotifications();
     void registerOpenAtLoginIfNeeded();

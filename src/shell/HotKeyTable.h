@@ -2,6 +2,8 @@
 
 #include "platform/GlobalHotKeys.h"
 
+#include <QString>
+
 #include <array>
 
 namespace vorq {
@@ -45,5 +47,10 @@ inline constexpr std::array hotKeyTable = {
                 "clear-chat hotkey",
                 "vorq clear"},
 };
+
+/// What the chord is called where there is no command key.
+[[nodiscard]] inline QString keysOf(const HotKeyEntry& entry) {
+    return QStringLiteral("Super+Shift+") + QLatin1Char(entry.chord.letter);
+}
 
 } // namespace vorq

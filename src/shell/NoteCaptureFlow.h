@@ -19,6 +19,9 @@ class NoteCaptureFlow {
     NoteCaptureFlow& operator=(const NoteCaptureFlow&) = delete;
     virtual ~NoteCaptureFlow() = default;
 
+    /// Whether it can save anything at all.
+    [[nodiscard]] virtual bool isAvailable() const = 0;
+
     /// Whether the text was saved. An identifier of "(none)" is looked for anew.
     virtual QCoro::Task<bool> saveNoteFromSelection(std::optional<ProcessId> sourcePID,
                                                     QString frontBundleID, bool requireBrowser,
@@ -34,6 +37,7 @@ class NoteCaptureFlow {
 /// Saves nothing, and says so.
 class NoNoteCapture final : public NoteCaptureFlow {
   public:
+    [[nodiscard]] bool isAvailable() const override { return false; }
     QCoro::Task<bool> saveNoteFromSelection(std::optional<ProcessId>, QString, bool,
                                             std::stop_token) override {
         co_return false;

@@ -5,6 +5,11 @@
 #include <utility>
 
 namespace vorq {
+namespace {
+
+const QString noBundleID = QStringLiteral("(none)");
+
+} // namespace
 
 NoteHotKeys::NoteHotKeys(NoteCaptureFlow& notes, Workspace& workspace,
                          const FrontmostTracker& frontmost, QObject* parent)
@@ -20,10 +25,19 @@ void NoteHotKeys::handleSaveNoteHotKey(const HotKeySource& source) {
         emit flashNoteSaveStatus(false);
         return;
     }
-    // Each press is a save of its own.
+    startSaving(resolved, bundleID);
+}
+
+void NoteHotKeys::saveHighlightAsNote() {
+    startSaving(std::nullopt, noBundleID);
+}
+
+void NoteHotKeys::startSaving(std::optional<Workspace::ProcessId> sourcePID,
+                              const QString& bundleID) {
+    // Each is a save of its own.
     m_task.release();
-    m_task.restart([self = QPointer(this), resolved, bundleID](std::stop_token stop) {
-        return save(self, resolved, bundleID, std::move(stop));
+    m_task.restart([self = QPointer(this), sourcePID, bundleID](std::stop_token stop) {
+        return save(self, sourcePID, bundleID, std::move(stop));
     });
 }
 
@@ -43,7 +57,7 @@ QString NoteHotKeys::bundleIDOf(const HotKeySource& source,
     if (!source.bundleIdentifier.isEmpty()) return source.bundleIdentifier;
     const auto application = resolved ? m_workspace.application(*resolved) : std::nullopt;
     const QString identifier = application ? application->identifier : QString();
-    return identifier.isEmpty() ? QStringLiteral("(none)") : identifier;
+    return identifier.isEmpty() ? noBundleID : identifier;
 }
 
 void NoteHotKeys::handlePushNoteHotKey() {

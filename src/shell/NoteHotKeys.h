@@ -24,6 +24,10 @@ class NoteHotKeys final : public QObject {
     void setBound() { m_isBound = true; }
 
     void handleSaveNoteHotKey(const HotKeySource& source);
+
+    /// The same as a command, of whatever is highlighted.
+    void saveHighlightAsNote();
+
     void handlePushNoteHotKey();
 
   signals:
@@ -32,6 +36,7 @@ class NoteHotKeys final : public QObject {
   private:
     [[nodiscard]] QString bundleIDOf(const HotKeySource& source,
                                      std::optional<Workspace::ProcessId> resolved) const;
+    void startSaving(std::optional<Workspace::ProcessId> sourcePID, const QString& bundleID);
     static QCoro::Task<> save(QPointer<NoteHotKeys> self,
                               std::optional<Workspace::ProcessId> sourcePID, QString bundleID,
                               std::stop_token stop);

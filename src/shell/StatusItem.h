@@ -1,7 +1,11 @@
 #pragma once
 
+#include "shell/HotKeyTable.h"
+
 #include <QObject>
 #include <QStringList>
+
+#include <set>
 
 namespace vorq {
 
@@ -24,6 +28,12 @@ class StatusItem : public QObject {
     /// Lines about hot keys that are not to be had; none for all is well.
     virtual void setHotKeyNotices(const QStringList& notices) = 0;
 
+    /// The hot keys that the menu shows beside what they do.
+    virtual void setHotKeys(const std::set<HotKeyAction>& registered) = 0;
+
+    /// Whether notes can be made of what is highlighted; the menu has the commands only then.
+    virtual void setOffersNotes(bool offersNotes) = 0;
+
     virtual void openMenu() = 0;
 
     /// Shows an image in place of the glyph for a moment.
@@ -35,7 +45,10 @@ class StatusItem : public QObject {
 
     // What was chosen in the menu.
     void accessibilityChosen();
-    void showVorqChosen();
+    void toggleVorqChosen();
+    void saveChatChosen();
+    void saveHighlightChosen();
+    void pushNoteDraftChosen();
     void clearChatChosen();
     void signOutChosen();
     void deleteVorqChosen();

@@ -3,6 +3,8 @@
 #include "core/VorqAppState.h"
 #include "shell/Advice.h"
 
+#include <map>
+
 namespace vorq {
 namespace {
 
@@ -18,10 +20,7 @@ StatusMenu::StatusMenu() : FactMenu(QStringLiteral("Vorq")) {
     m_account = addFact(QStringLiteral("Starting…"));
     m_signInAdvice = addFact(menuText(signInAdvice));
     m_noticesEnd = addSeparator();
-    connect(addAction(QStringLiteral("Show Vorq")), &QAction::triggered, this,
-            &StatusMenu::showVorqChosen);
-    m_clearChat = addAction(QStringLiteral("Clear Chat"));
-    connect(m_clearChat, &QAction::triggered, this, &StatusMenu::clearChatChosen);
+    addCommands();
     addSeparator();
     addMenu(&m_customize);
     connect(&m_customize, &CustomizeMenu::colorEditBegan, this, &StatusMenu::colorEditBegan);
@@ -37,6 +36,39 @@ StatusMenu::StatusMenu() : FactMenu(QStringLiteral("Vorq")) {
             &StatusMenu::quitChosen);
     refreshAccount();
     refreshAccessibility();
+    refreshChat();
+}
+
+void StatusMenu::addCommands() {
+    m_toggle = addAction(QStringLiteral("Toggle Vorq"));
+    connect(m_toggle, &QAction::triggered, this, &StatusMenu::toggleVorqChosen);
+    m_saveChat = addAction(QStringLiteral("Save Chat to Notes"));
+    connect(m_saveChat, &QAction::triggered, this, &StatusMenu::saveChatChosen);
+    m_saveHighlight = addAction(QStringLiteral("Save Highlight as Note"));
+    connect(m_saveHighlight, &QAction::triggered, this, &StatusMenu::saveHighlightChosen);
+    m_pushNoteDraft = addAction(QStringLiteral("Push Note Draft"));
+    connect(m_pushNoteDraft, &QAction::triggered, this, &StatusMenu::pushNoteDraftChosen);
+    m_clearChat = addAction(QStringLiteral("Clear Chat"));
+    connect(m_clearChat, &QAction::triggered, this, &StatusMenu::clearChatChosen);
+    setOffersNotes(false);
+}
+
+void StatusMenu::setOffersNotes(bool offersNotes) {
+    for (QAction* entry : {m_saveHighlight, m_pushNoteDraft})
+        entry->setVisible(offersNotes);
+}
+
+// Menus show what stands behind a tab in a column of its own.
+void StatusMenu::setHotKeys(const std::set<HotKeyAction>& registered) {
+    const std::map<HotKeyAction, QAction*> entries{{HotKeyAction::Panel, m_toggle},
+                                                   {HotKeyAction::SaveNote, m_saveHighlight},
+                                                   {HotKeyAction::PushNote, m_pushNoteDraft},
+                                                   {HotKeyAction::ClearChat, m_clearChat}};
+    for (const HotKeyEntry& hotKey : hotKeyTable) {
+        QAction* entry = entries.at(hotKey.action);
+        const QString text = entry->text().section(u'\t', 0, 0);
+        entry->setText(registered.contains(hotKey.action) ? text + u'\t' + keysOf(hotKey) : text);
+    }
 }
 
 void StatusMenu::bindAppState(VorqAppState& state) {
@@ -47,8 +79,15 @@ void StatusMenu::bindAppState(VorqAppState& state) {
     connect(account, &AccountSession::signedInChanged, this, &StatusMenu::refreshAccount);
     connect(account, &AccountSession::displayNameChanged, this, &StatusMenu::refreshAccount);
     connect(&state.permissions(), &Permissions::changed, this, &StatusMenu::refreshAccessibility);
+    connect(&state.panel(), &PanelConversation::stateChanged, this, &StatusMenu::refreshChat);
+    connect(this, &QMenu::aboutToShow, this, &StatusMenu::refreshChat);
     refreshAccount();
     refreshAccessibility();
+    refreshChat();
+}
+
+void StatusMenu::refreshChat() {
+    m_saveChat->setEnabled(m_state && m_state->panel().canSaveCurrentChat());
 }
 
 void StatusMenu::refreshAccount() {

@@ -2,9 +2,12 @@
 
 #include "shell/CustomizeMenu.h"
 #include "shell/FactMenu.h"
+#include "shell/HotKeyTable.h"
 
 #include <QPointer>
 #include <QStringList>
+
+#include <set>
 
 namespace vorq {
 
@@ -23,10 +26,19 @@ class StatusMenu final : public FactMenu {
 
     void setHotKeyNotices(const QStringList& notices);
 
+    /// Those that reach the program stand beside what they do.
+    void setHotKeys(const std::set<HotKeyAction>& registered);
+
+    /// Whether notes can be made of what is highlighted. At first they cannot.
+    void setOffersNotes(bool offersNotes);
+
   signals:
     /// While other applications cannot be read.
     void accessibilityChosen();
-    void showVorqChosen();
+    void toggleVorqChosen();
+    void saveChatChosen();
+    void saveHighlightChosen();
+    void pushNoteDraftChosen();
     void clearChatChosen();
     void signOutChosen();
     void deleteVorqChosen();
@@ -37,7 +49,9 @@ class StatusMenu final : public FactMenu {
     void colorEditEnded();
 
   private:
+    void addCommands();
     void refreshAccount();
+    void refreshChat();
     void refreshAccessibility();
 
     QPointer<VorqAppState> m_state;
@@ -45,6 +59,10 @@ class StatusMenu final : public FactMenu {
     QAction* m_signInAdvice;
     QAction* m_noticesEnd; // the line below the notices
     QList<QAction*> m_notices;
+    QAction* m_toggle;
+    QAction* m_saveChat;
+    QAction* m_saveHighlight;
+    QAction* m_pushNoteDraft;
     QAction* m_clearChat;
     QAction* m_accessibility;
     QAction* m_signOut;

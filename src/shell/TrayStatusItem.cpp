@@ -23,7 +23,10 @@ TrayStatusItem::TrayStatusItem(Clock& clock, QObject* parent)
     connect(&m_menu, &QMenu::aboutToShow, this, &StatusItem::menuWillOpen);
     connect(&m_menu, &QMenu::aboutToHide, this, &StatusItem::menuDidClose);
     connect(&m_menu, &StatusMenu::accessibilityChosen, this, &StatusItem::accessibilityChosen);
-    connect(&m_menu, &StatusMenu::showVorqChosen, this, &StatusItem::showVorqChosen);
+    connect(&m_menu, &StatusMenu::toggleVorqChosen, this, &StatusItem::toggleVorqChosen);
+    connect(&m_menu, &StatusMenu::saveChatChosen, this, &StatusItem::saveChatChosen);
+    connect(&m_menu, &StatusMenu::saveHighlightChosen, this, &StatusItem::saveHighlightChosen);
+    connect(&m_menu, &StatusMenu::pushNoteDraftChosen, this, &StatusItem::pushNoteDraftChosen);
     connect(&m_menu, &StatusMenu::clearChatChosen, this, &StatusItem::clearChatChosen);
     connect(&m_menu, &StatusMenu::signOutChosen, this, &StatusItem::signOutChosen);
     connect(&m_menu, &StatusMenu::deleteVorqChosen, this, &StatusItem::deleteVorqChosen);

@@ -20,6 +20,10 @@ class TrayStatusItem final : public StatusItem {
     void installStatusItem() override;
     void bindAppState(VorqAppState& state) override { m_menu.bindAppState(state); }
     void setHotKeyNotices(const QStringList& notices) override;
+    void setHotKeys(const std::set<HotKeyAction>& registered) override {
+        m_menu.setHotKeys(registered);
+    }
+    void setOffersNotes(bool offersNotes) override { m_menu.setOffersNotes(offersNotes); }
     void openMenu() override;
     void flashStatusImage(StatusImage image) override { m_flash.flash(image); }
 

@@ -43,8 +43,8 @@ TEST(CommandLine, WithoutACommandTheDesktopProgramStarts) {
 }
 
 TEST(CommandLine, VerbsAreForTheDesktopProgram) {
-    for (const Verb verb :
-         {Verb::Summon, Verb::Note, Verb::PushNote, Verb::Clear, Verb::Toggle, Verb::Quit}) {
+    for (const Verb verb : {Verb::Summon, Verb::Note, Verb::PushNote, Verb::Clear, Verb::Toggle,
+                            Verb::SaveChat, Verb::Quit}) {
         EXPECT_EQ(verbNamed(nameOf(verb)), verb);
         EXPECT_EQ(parseCommandLine({nameOf(verb)}),
                   Command(DesktopArguments{verb, "", false, false}));
@@ -52,6 +52,14 @@ TEST(CommandLine, VerbsAreForTheDesktopProgram) {
     EXPECT_EQ(parseCommandLine({"push-note", "--background"}),
               Command(DesktopArguments{Verb::PushNote, "", true, false}));
     EXPECT_EQ(verbNamed(""), std::nullopt);
+}
+
+TEST(CommandLine, TheHelpDoesNotSpeakOfKeysForNotesWhichDoNothingYet) {
+    const Command help = parseCommandLine({"--help"});
+    const QString text = std::get<ShowText>(help).text;
+    EXPECT_TRUE(text.contains("vorq save-chat"));
+    EXPECT_FALSE(text.contains("vorq note "));
+    EXPECT_FALSE(text.contains("push-note"));
 }
 
 TEST(CommandLine, AccessibilityIsEnabledFromTheTerminal) {

@@ -152,6 +152,12 @@ void MenuProgramTest::chooseSubmenu(const QString& beginning, const QString& fir
     });
 }
 
+bool MenuProgramTest::shows(const QString& words) const {
+    return std::ranges::any_of(m_tree->read(), [&](const AccessibleNode& node) {
+        return node.isShowing && node.name.contains(words);
+    });
+}
+
 DesktopSession::Window MenuProgramTest::dialog(int leastWidth) const {
     DesktopSession::Window found = 0;
     DesktopSession::waitUntil("the dialog", [&] {

@@ -83,6 +83,9 @@ class MenuProgramTest : public TrayProgramTest {
     /// Presses one that opens a menu of its own, and waits for that.
     void chooseSubmenu(const QString& beginning, const QString& firstEntry);
 
+    /// Whether a window of the program has something of a name with these words.
+    [[nodiscard]] bool shows(const QString& words) const;
+
     /// The dialog that the program shows, in front; waits for it. The panel is none, and narrower
     /// than what is asked for.
     [[nodiscard]] DesktopSession::Window dialog(int leastWidth = 0) const;

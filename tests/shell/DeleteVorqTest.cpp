@@ -15,11 +15,15 @@ class DeleteVorqTest : public ShellFixture {
 
 TEST_F(DeleteVorqTest, AsksFirst) {
     emit m_statusItem.deleteVorqChosen();
-    EXPECT_EQ(m_host.lastAlert,
-              (Alert{"Delete Vorq?",
-                     "This moves Vorq to the Trash and quits. Vorq won’t appear in Applications "
-                     "anymore — reinstall anytime from the website.",
-                     {"Delete Vorq", "Cancel"}}));
+    EXPECT_EQ(
+        m_host.lastAlert,
+        (Alert{"Delete Vorq?",
+               "This moves Vorq to the Trash and quits. Vorq won’t appear in Applications "
+               "anymore — reinstall anytime from the website.\n\nYour saved notes and chats, "
+               "your tasks and trackers, and the accounts of a local backend go to the trash "
+               "with it. Settings, sign-in and the start at login are removed for good. Notes "
+               "in other applications stay.",
+               {"Delete Vorq", "Cancel"}}));
     EXPECT_THAT(m_calls, ElementsAre("alert"));
     m_host.answer(1);
     EXPECT_THAT(m_calls, ElementsAre("alert"));

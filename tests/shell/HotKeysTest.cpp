@@ -53,6 +53,57 @@ TEST_F(HotKeysTest, OneThatIsWonLaterIsNoLongerMissed) {
                             "desktop to: vorq summon"));
 }
 
+TEST_F(HotKeysTest, OneThatBecomesFreeIsWonAfterAWhile) {
+    m_hotKeys.failures['T'] = {.status = 10, .isTaken = true};
+    m_delegate.applicationDidFinishLaunching({.background = true});
+    EXPECT_FALSE(m_statusItem.hotKeys.contains(HotKeyAction::ClearChat));
+    advance(30s);
+    EXPECT_THAT(m_statusItem.notices, SizeIs(1));
+    m_hotKeys.failures.clear();
+    m_log.clear();
+    advance(11s);
+    EXPECT_THAT(m_log.all(), ElementsAre("Vorq registered Command+Shift+T clear-chat hotkey."));
+    EXPECT_THAT(m_statusItem.notices, IsEmpty());
+    EXPECT_TRUE(m_statusItem.hotKeys.contains(HotKeyAction::ClearChat));
+    const auto attempts = m_hotKeys.attempts;
+    advance(10min);
+    EXPECT_EQ(m_hotKeys.attempts, attempts) << "looks for what is not missing";
+}
+
+TEST_F(HotKeysTest, OneThatBecomesFreeIsWonAsTheMenuOpens) {
+    m_hotKeys.failures['A'] = {.status = 10, .isTaken = true};
+    m_delegate.applicationDidFinishLaunching({.background = true});
+    m_hotKeys.failures.clear();
+    emit m_statusItem.menuWillOpen();
+    EXPECT_THAT(m_statusItem.notices, IsEmpty());
+    EXPECT_TRUE(m_statusItem.hotKeys.contains(HotKeyAction::Panel));
+}
+
+TEST_F(HotKeysTest, KeysOfNotesThatCannotBeMadeAreNotSpokenOf) {
+    m_notes.available = false;
+    AppDelegate without(ports());
+    m_hotKeys.failures['S'] = {.status = 10, .isTaken = true};
+    without.applicationDidFinishLaunching({.background = true});
+    EXPECT_THAT(m_statusItem.notices, IsEmpty());
+    EXPECT_FALSE(m_statusItem.offersNotes);
+    m_hotKeys.handlerFailure = HotKeyFailure{.status = -9850};
+    without.applicationDidFinishLaunching({.background = true});
+    EXPECT_THAT(m_statusItem.notices,
+                ElementsAre("This desktop keeps global keys to itself. Bind keys of your desktop "
+                            "to: vorq summon, vorq clear"));
+}
+
+TEST_F(HotKeysTest, TheCommandSavesWhateverIsHighlighted) {
+    launch();
+    m_workspace.bringToFront(browser);
+    emit m_statusItem.saveHighlightChosen();
+    m_clock.settle();
+    EXPECT_THAT(m_notes.saves, ElementsAre(Pair(std::nullopt, "(none)")));
+    EXPECT_THAT(m_calls, ElementsAre("flash check"));
+    emit m_statusItem.pushNoteDraftChosen();
+    EXPECT_THAT(m_calls, ElementsAre("flash check", "flash check"));
+}
+
 TEST_F(HotKeysTest, WithoutAHandlerNoneIsRegistered) {
     m_hotKeys.handlerFailure = HotKeyFailure{.status = -9850};
     m_delegate.applicationDidFinishLaunching({.background = true});

@@ -89,8 +89,14 @@ TEST_F(PanelHotKeyTest, ToggleShowsAndHides) {
 
 TEST_F(PanelHotKeyTest, ShowBringsAVisiblePanelUpAgain) {
     emit m_delegate.notifications().vorqShowPanel();
-    emit m_statusItem.showVorqChosen();
+    emit m_delegate.notifications().vorqShowPanel();
     EXPECT_THAT(m_calls, ElementsAre("show", "show"));
+}
+
+TEST_F(PanelHotKeyTest, TheMenuShowsAndHides) {
+    emit m_statusItem.toggleVorqChosen();
+    emit m_statusItem.toggleVorqChosen();
+    EXPECT_THAT(m_calls, ElementsAre("show", "hide"));
 }
 
 TEST_F(PanelHotKeyTest, TheShellGoneDuringTheCaptureIsNoHarm) {

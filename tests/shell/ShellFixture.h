@@ -40,10 +40,14 @@ class RecordedStatusItem final : public StatusItem {
   public:
     explicit RecordedStatusItem(CallList& calls) : m_calls(calls) {}
     QStringList notices;
+    std::set<HotKeyAction> hotKeys;
+    bool offersNotes = false;
 
     void installStatusItem() override { m_calls += "status item"; }
     void bindAppState(VorqAppState&) override { m_calls += "status item bound"; }
     void setHotKeyNotices(const QStringList& lines) override { notices = lines; }
+    void setHotKeys(const std::set<HotKeyAction>& registered) override { hotKeys = registered; }
+    void setOffersNotes(bool offers) override { offersNotes = offers; }
     void openMenu() override { m_calls += "menu"; }
     void flashStatusImage(StatusImage image) override {
         m_calls += image == StatusImage::Check ? "flash check" : "flash fail";
@@ -55,10 +59,12 @@ class RecordedStatusItem final : public StatusItem {
 
 class ScriptedNotes final : public NoteCaptureFlow {
   public:
+    bool available = true;
     bool succeeds = true;
     QString message;
     std::vector<std::pair<std::optional<ProcessId>, QString>> saves;
 
+    [[nodiscard]] bool isAvailable() const override { return available; }
     QCoro::Task<bool> saveNoteFromSelection(std::optional<ProcessId> sourcePID,
                                             QString frontBundleID, bool requireBrowser,
                                             std::stop_token) override {

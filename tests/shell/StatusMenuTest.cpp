@@ -54,9 +54,10 @@ class StatusMenuTest : public ConversationFixture {
 
 TEST_F(StatusMenuTest, SaysWhoIsSignedIn) {
     const QString name = state().account().displayName();
-    EXPECT_THAT(texts(m_menu), ElementsAre("Signed in as " + name, "-", "Show Vorq", "Clear Chat",
-                                           "-", "Customize Vorq", "Accessibility: Disabled",
-                                           "Sign out", "Delete Vorq", "-", "Quit Vorq"));
+    EXPECT_THAT(texts(m_menu),
+                ElementsAre("Signed in as " + name, "-", "Toggle Vorq", "Save Chat to Notes",
+                            "Clear Chat", "-", "Customize Vorq", "Accessibility: Disabled",
+                            "Sign out", "Delete Vorq", "-", "Quit Vorq"));
     EXPECT_TRUE(action("Clear Chat")->isEnabled());
     state().account().markSessionExpired();
     EXPECT_EQ(texts(m_menu).front(), "Not signed in");
@@ -94,6 +95,25 @@ TEST_F(StatusMenuTest, ShowsNoticesOnlyWhileThereAreSome) {
     EXPECT_THAT(texts(m_menu), Not(Contains("first")));
     m_menu.setHotKeyNotices({});
     EXPECT_EQ(texts(m_menu)[1], "-");
+}
+
+TEST_F(StatusMenuTest, ShowsTheKeysThatWorkBesideWhatTheyDo) {
+    m_menu.setOffersNotes(true);
+    m_menu.setHotKeys({HotKeyAction::Panel, HotKeyAction::SaveNote, HotKeyAction::PushNote});
+    EXPECT_THAT(texts(m_menu).mid(2, 5),
+                ElementsAre("Toggle Vorq\tSuper+Shift+A", "Save Chat to Notes",
+                            "Save Highlight as Note\tSuper+Shift+S",
+                            "Push Note Draft\tSuper+Shift+P", "Clear Chat"));
+    m_menu.setHotKeys({HotKeyAction::ClearChat});
+    EXPECT_EQ(texts(m_menu)[2], "Toggle Vorq");
+    EXPECT_EQ(texts(m_menu)[6], "Clear Chat\tSuper+Shift+T");
+}
+
+TEST_F(StatusMenuTest, AChatCanBeSavedOnceThereIsOne) {
+    EXPECT_FALSE(action("Save Chat to Notes")->isEnabled());
+    submit("a question");
+    emit m_menu.aboutToShow();
+    EXPECT_TRUE(action("Save Chat to Notes")->isEnabled());
 }
 
 TEST_F(StatusMenuTest, ThemeAndGlassAreThoseOfTheState) {
@@ -154,14 +174,14 @@ TEST_F(StatusMenuTest, WithoutAChoiceAResetMeanwhileStands) {
 }
 
 TEST_F(StatusMenuTest, TellsWhatIsChosen) {
-    QSignalSpy shown(&m_menu, &StatusMenu::showVorqChosen);
+    QSignalSpy toggled(&m_menu, &StatusMenu::toggleVorqChosen);
     QSignalSpy cleared(&m_menu, &StatusMenu::clearChatChosen);
     QSignalSpy signedOut(&m_menu, &StatusMenu::signOutChosen);
     QSignalSpy deleted(&m_menu, &StatusMenu::deleteVorqChosen);
     QSignalSpy quit(&m_menu, &StatusMenu::quitChosen);
-    for (const char* text : {"Show Vorq", "Clear Chat", "Sign out", "Delete Vorq", "Quit Vorq"})
+    for (const char* text : {"Toggle Vorq", "Clear Chat", "Sign out", "Delete Vorq", "Quit Vorq"})
         action(text)->trigger();
-    EXPECT_EQ(shown.count(), 1);
+    EXPECT_EQ(toggled.count(), 1);
     EXPECT_EQ(cleared.count(), 1);
     EXPECT_EQ(signedOut.count(), 1);
     EXPECT_EQ(deleted.count(), 1);

@@ -17,6 +17,9 @@ class ScriptedHotKeys final : public GlobalHotKeys {
     /// The letters that fail, and why.
     std::map<char, HotKeyFailure> failures;
 
+    /// How often a chord was asked for.
+    int attempts = 0;
+
     [[nodiscard]] const std::vector<std::pair<HotKeyChord, HotKeyId>>& registered() const {
         return m_registered;
     }
@@ -29,6 +32,8 @@ class ScriptedHotKeys final : public GlobalHotKeys {
         return {};
     }
     Outcome registerHotKey(const HotKeyChord& chord, HotKeyId id) override {
+        ++attempts;
+        unregisterHotKey(id);
         m_registered.emplace_back(chord, id);
         const auto failure = failures.find(chord.letter);
         if (failure != failures.end()) return std::unexpected(failure->second);

@@ -1,0 +1,44 @@
+// How the user keeps the conversation in their notes from the menu.
+
+#include "shell/ShellFixture.h"
+
+namespace vorq {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class SaveChatTest : public ShellFixture {
+  protected:
+    SaveChatTest() { launch(); }
+
+    void choose() { emit m_statusItem.saveChatChosen(); }
+};
+
+TEST_F(SaveChatTest, TheLastReplyBecomesANote) {
+    submit("a question");
+    reply(exchange(), "The answer.");
+    choose();
+    ASSERT_THAT(m_notesApplication.notes, SizeIs(1));
+    EXPECT_EQ(m_notesApplication.notes.front().second, "The answer.");
+    EXPECT_THAT(m_calls, ElementsAre("flash check"));
+}
+
+TEST_F(SaveChatTest, AFailureIsSeenAndSaysWhy) {
+    m_notesApplication.refusal = "The notes application does not answer.";
+    submit("a question");
+    choose();
+    EXPECT_THAT(m_calls, ElementsAre("flash fail", "alert"));
+    EXPECT_EQ(m_host.lastAlert,
+              (Alert{"Couldn’t save to Notes.", "The notes application does not answer.", {"OK"}}));
+}
+
+TEST_F(SaveChatTest, WithNothingToSaveNothingHappens) {
+    choose();
+    EXPECT_THAT(m_calls, IsEmpty());
+    EXPECT_THAT(m_notesApplication.notes, IsEmpty());
+}
+
+} // namespace
+} // namespace vorq
