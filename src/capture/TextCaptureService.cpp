@@ -110,6 +110,12 @@ Clock::Duration TextCaptureService::headStartOf(ProcessId process) const {
     return showsWebPages(identifierOf(process)) ? accessibilityLimit : headStart;
 }
 
+// Browsers keep what they handed out after a deselect, and may tell accessibility nothing of it.
+bool TextCaptureService::isStale(const std::optional<PrimarySelection::Highlight>& highlight,
+                                 ProcessId process) const {
+    return highlight && highlight->mayBeUndone && showsWebPages(identifierOf(process));
+}
+
 bool TextCaptureService::wasCaptured(const PrimarySelection::Highlight& highlight) const {
     const std::uint64_t showing = m_services.surroundings.panelShowing();
     // Some owners do not tell one act of highlighting from the next.
@@ -150,7 +156,7 @@ TextCaptureService::readPrimary(std::optional<ProcessId> source, Budget budget,
     };
     const Clock::Duration limit = budget.forHighlight();
     const bool isInTime = co_await m_primaryThread.run(std::move(job), limit, std::move(stop));
-    if (isInTime) result = std::move(*highlight);
+    if (self && isInTime && !isStale(*highlight, *process)) result = std::move(*highlight);
     co_return result;
 }
 

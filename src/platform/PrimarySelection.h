@@ -26,6 +26,9 @@ class PrimarySelection {
         /// As it was handed out, untrimmed.
         QString text;
         Ownership ownership;
+        /// Whether the user clicked into the window since, which makes most programs deselect, but
+        /// not all of them take the highlight back.
+        bool mayBeUndone = false;
 
         bool operator==(const Highlight&) const = default;
     };
@@ -35,9 +38,10 @@ class PrimarySelection {
     PrimarySelection& operator=(const PrimarySelection&) = delete;
     virtual ~PrimarySelection() = default;
 
-    /// What the process highlighted; nothing if another one did so later, if it is not text, or is
-    /// too long. Blocks until it is read, at most until the token is stopped; for one thread at a
-    /// time, not the main one.
+    /// What the process highlighted; nothing if another one did so later, if it is of another
+    /// window than the one that the process had in front last, if it is not text, or is too long.
+    /// Blocks until it is read, at most until the token is stopped; for one thread at a time, not
+    /// the main one.
     [[nodiscard]] virtual std::optional<Highlight> highlightOf(ProcessId process,
                                                                std::stop_token stop) = 0;
 };

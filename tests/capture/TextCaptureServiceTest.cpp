@@ -521,5 +521,21 @@ TEST_F(CaptureTest, AnUnknownProcessIsNoFileManager) {
     EXPECT_FALSE(service->isFinderSource(source + 1));
 }
 
+TEST_F(CaptureTest, TheHighlightOfABrowserIsGoneIfAClickMayHaveUndoneIt) {
+    identify("org.kde.falkon");
+    highlight("a passage");
+    primary.highlight.mayBeUndone = true;
+    EXPECT_EQ(hotKey(), "");
+    primary.highlight.mayBeUndone = false;
+    EXPECT_EQ(hotKey(), "a passage");
+}
+
+TEST_F(CaptureTest, TheHighlightOfATerminalOutlivesAClick) {
+    identify("xterm");
+    highlight("a passage");
+    primary.highlight.mayBeUndone = true;
+    EXPECT_EQ(hotKey(), "a passage");
+}
+
 } // namespace
 } // namespace vorq

@@ -1,5 +1,7 @@
 #include "desktop/Applications.h"
 
+#include <algorithm>
+
 namespace vorq::desktop {
 namespace {
 
@@ -15,6 +17,18 @@ Application openFile(DesktopSession& session, const QString& program, const QStr
                      const QString& windowClass, const QByteArray& text) {
     session.start(program, package, {session.write("document.txt", text)});
     return inFront(session, windowClass);
+}
+
+QStringList chromiumArguments(const DesktopSession& session) {
+    return {"--no-sandbox",
+            "--no-first-run",
+            "--no-default-browser-check",
+            "--disable-gpu",
+            "--disable-dev-shm-usage",
+            "--password-store=basic",
+            "--disable-sync",
+            "--disable-background-networking",
+            "--user-data-dir=" + session.home() + "/chromium"};
 }
 
 } // namespace
@@ -70,20 +84,32 @@ Application openFirefox(DesktopSession& session, const QByteArray& html) {
 }
 
 Application openChromium(DesktopSession& session, const QByteArray& html, bool accessible) {
-    const QString page = session.write("page.html", html);
-    QStringList arguments{"--no-sandbox",
-                          "--no-first-run",
-                          "--no-default-browser-check",
-                          "--disable-gpu",
-                          "--disable-dev-shm-usage",
-                          "--password-store=basic",
-                          "--disable-sync",
-                          "--disable-background-networking",
-                          "--user-data-dir=" + session.home() + "/chromium"};
+    QStringList arguments = chromiumArguments(session);
     if (accessible) arguments += "--force-renderer-accessibility";
-    arguments += "file://" + page;
+    arguments += "file://" + session.write("page.html", html);
     session.start("chromium", "chromium", arguments);
     return inFront(session, "chromium");
+}
+
+Application openChromiumWindow(DesktopSession& session, const QByteArray& html) {
+    const std::vector<DesktopSession::Window> before = session.windows();
+    const QStringList page{"--new-window", "file://" + session.write("second.html", html)};
+    session.start("chromium", "chromium", chromiumArguments(session) + page);
+    DesktopSession::Window added = 0;
+    DesktopSession::waitUntil("one more window", [&] {
+        for (const DesktopSession::Window window : session.windows())
+            if (std::ranges::find(before, window) == before.end()) added = window;
+        return added != 0;
+    });
+    session.activate(added);
+    return {.window = added, .process = session.processOf(added)};
+}
+
+Application openFalkon(DesktopSession& session, const QByteArray& html) {
+    QProcessEnvironment environment;
+    environment.insert("QTWEBENGINE_DISABLE_SANDBOX", "1");
+    session.start("falkon", "falkon", {"file://" + session.write("page.html", html)}, environment);
+    return inFront(session, "falkon");
 }
 
 } // namespace vorq::desktop

@@ -27,4 +27,9 @@ Application openFirefox(DesktopSession& session, const QByteArray& html);
 /// Without accessibility it tells nothing of its pages.
 Application openChromium(DesktopSession& session, const QByteArray& html, bool accessible);
 
+/// One more window of the Chromium that is open, in front.
+Application openChromiumWindow(DesktopSession& session, const QByteArray& html);
+/// It tells accessibility nothing of its pages.
+Application openFalkon(DesktopSession& session, const QByteArray& html);
+
 } // namespace vorq::desktop

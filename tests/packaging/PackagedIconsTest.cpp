@@ -17,7 +17,8 @@ QSet<QRgb> colorsOf(const QString& icon) {
     painter.end();
     QSet<QRgb> colors;
     for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x) colors.insert(image.pixel(x, y));
+        for (int x = 0; x < image.width(); ++x)
+            colors.insert(image.pixel(x, y));
     return colors;
 }
 

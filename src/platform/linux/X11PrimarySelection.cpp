@@ -40,7 +40,7 @@ X11Connection::Window X11PrimarySelection::owner() const {
 
 std::optional<PrimarySelection::Highlight> X11PrimarySelection::highlightOf(ProcessId process,
                                                                             std::stop_token stop) {
-    if (stop.stop_requested()) return std::nullopt;
+    if (stop.stop_requested() || m_watch.isElsewhere(process)) return std::nullopt;
     if (!m_x11 || !m_x11->isUsable()) m_x11 = std::make_unique<X11Connection>();
     if (!m_x11->isUsable()) return std::nullopt;
     const X11Connection::Window window = owner();
@@ -57,7 +57,8 @@ std::optional<PrimarySelection::Highlight> X11PrimarySelection::highlightOf(Proc
     // All answers must be of one owner.
     if (!text || owner() != window) return std::nullopt;
     return Highlight{.text = QString::fromUtf8(*text),
-                     .ownership = {.window = window, .timestamp = timestamp}};
+                     .ownership = {.window = window, .timestamp = timestamp},
+                     .mayBeUndone = m_watch.isClickedAway(process)};
 }
 
 } // namespace vorq

@@ -2,6 +2,7 @@
 
 #include "platform/PrimarySelection.h"
 #include "platform/linux/X11Connection.h"
+#include "platform/linux/X11HighlightWatch.h"
 
 #include <QByteArray>
 
@@ -10,7 +11,7 @@
 namespace vorq {
 
 /// The PRIMARY selection of an X server, on a connection of its own. Other selections are neither
-/// read nor written.
+/// read nor written. Made on the main thread, from which on it knows where highlights are made.
 class X11PrimarySelection final : public PrimarySelection {
   public:
     /// The most bytes of a text.
@@ -25,6 +26,7 @@ class X11PrimarySelection final : public PrimarySelection {
   private:
     [[nodiscard]] X11Connection::Window owner() const;
 
+    X11HighlightWatch m_watch;
     std::unique_ptr<X11Connection> m_x11;
 };
 
