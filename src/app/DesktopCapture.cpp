@@ -67,8 +67,9 @@ QString DesktopCapture::applicationName(ProcessId process) const {
     return m_service.applicationName(process);
 }
 
-QCoro::Task<QString> DesktopCapture::captureSelectedTextForHotKey(std::optional<ProcessId> source,
-                                                                  std::stop_token stop) {
+QCoro::Task<CapturedText>
+DesktopCapture::captureSelectedTextForHotKey(std::optional<ProcessId> source,
+                                             std::stop_token stop) {
     return m_service.captureSelectedTextForHotKey(source, std::move(stop));
 }
 

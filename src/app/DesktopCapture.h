@@ -43,8 +43,8 @@ class DesktopCapture final : public SelectionCapture {
     [[nodiscard]] bool isTrusted() const override { return m_service.isTrusted(); }
     [[nodiscard]] std::optional<ProcessId> frontmostForeignProcess() const override;
     [[nodiscard]] QString applicationName(ProcessId process) const override;
-    QCoro::Task<QString> captureSelectedTextForHotKey(std::optional<ProcessId> source,
-                                                      std::stop_token stop) override;
+    QCoro::Task<CapturedText> captureSelectedTextForHotKey(std::optional<ProcessId> source,
+                                                           std::stop_token stop) override;
     void log(const QString& line) override { m_service.log(line); }
 
   private:

@@ -95,6 +95,12 @@ void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& show
                          showings.isVisible = m_controller.isPanelVisible();
                          if (showings.isVisible) ++showings.count;
                      });
+    // What is held back does not wait unseen.
+    HeldCapture* held = &context.state.panel().heldCapture();
+    QObject::connect(&m_controller, &PanelWindowController::panelVisibleChanged, held,
+                     [this, held] {
+                         if (!m_controller.isPanelVisible()) held->discard();
+                     });
     QObject::connect(&m_compositor, &Compositor::changed, &m_window, [this] { takeLook(); });
     QObject::connect(&m_desktop, &LinuxDesktopLook::changed, &m_window, [this] { takeLook(); });
 }

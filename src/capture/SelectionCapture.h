@@ -1,5 +1,7 @@
 #pragma once
 
+#include "capture/CapturedText.h"
+
 #include <QCoroTask>
 #include <QString>
 
@@ -30,8 +32,8 @@ class SelectionCapture {
     [[nodiscard]] virtual QString applicationName(ProcessId process) const = 0;
 
     /// The text highlighted in the process, or in whatever has the focus.
-    virtual QCoro::Task<QString> captureSelectedTextForHotKey(std::optional<ProcessId> source,
-                                                              std::stop_token stop) = 0;
+    virtual QCoro::Task<CapturedText> captureSelectedTextForHotKey(std::optional<ProcessId> source,
+                                                                   std::stop_token stop) = 0;
 
     /// Adds a line to the log of captures.
     virtual void log(const QString& line) = 0;
@@ -43,9 +45,9 @@ class NoSelectionCapture final : public SelectionCapture {
     [[nodiscard]] bool isTrusted() const override { return true; }
     [[nodiscard]] std::optional<ProcessId> frontmostForeignProcess() const override { return {}; }
     [[nodiscard]] QString applicationName(ProcessId) const override { return {}; }
-    QCoro::Task<QString> captureSelectedTextForHotKey(std::optional<ProcessId>,
-                                                      std::stop_token) override {
-        co_return QString();
+    QCoro::Task<CapturedText> captureSelectedTextForHotKey(std::optional<ProcessId>,
+                                                           std::stop_token) override {
+        co_return CapturedText();
     }
     void log(const QString&) override {}
 };

@@ -1,5 +1,6 @@
 #include "capture/SelectionSnapshot.h"
 
+#include "capture/CapturedText.h"
 #include "support/Text.h"
 
 namespace vorq {
@@ -25,7 +26,8 @@ std::optional<SelectionSnapshot> snapshotFromAX(const AXCapture& capture,
                              .clickPoint = placementPoint(capture, *frame, screens),
                              .sourcePID = sourcePID,
                              .selectedRange = capture.selectedRange,
-                             .hasReliablePlacement = true};
+                             .hasReliablePlacement = true,
+                             .isHeldBack = CapturedText::told(capture.text).isHeldBack};
 }
 
 QRectF mouseAnchor(QPointF mouse) {

@@ -27,6 +27,8 @@ struct SelectionSnapshot {
     std::optional<TextRange> selectedRange;
     /// False if the place is merely that of the mouse.
     bool hasReliablePlacement = false;
+    /// As in CapturedText: the user is asked first.
+    bool isHeldBack = false;
 
     bool operator==(const SelectionSnapshot&) const = default;
 };

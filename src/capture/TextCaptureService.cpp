@@ -183,11 +183,11 @@ TextCaptureService::readBoth(std::optional<ProcessId> source, Budget budget, Rea
     co_return result;
 }
 
-QCoro::Task<QString>
+QCoro::Task<CapturedText>
 TextCaptureService::captureSelectedTextForHotKey(std::optional<ProcessId> source,
                                                  std::stop_token stop) {
     const QPointer<TextCaptureService> self(this);
-    const QString nothing;
+    const CapturedText nothing;
     source = settled(source);
     if (!isTrusted() || isExcluded(source)) co_return nothing;
     const Budget budget(m_services.clock);
@@ -205,24 +205,24 @@ TextCaptureService::captureSelectedTextForHotKey(std::optional<ProcessId> source
         co_await readBoth(source, budget, std::move(read), std::move(isEnough), stop);
     if (!self || stop.stop_requested()) co_return nothing;
     if (reading.isPassword) co_return nothing;
-    if (!reading.text.isEmpty()) co_return reading.text;
+    if (!reading.text.isEmpty()) co_return CapturedText::told(reading.text);
     const QString highlighted = textOf(reading.highlight);
     if (!highlighted.isEmpty() && !wasCaptured(*reading.highlight)) {
         m_captured = *reading.highlight;
         m_capturedInShowing = m_services.surroundings.panelShowing();
-        co_return highlighted;
+        co_return CapturedText::found(highlighted);
     }
     if (!isHotKeyCopyFallbackSource(source)) co_return nothing;
     const QString copied =
         co_await m_services.copyShortcut.captureFromCopyShortcutFast(source, stop);
-    co_return stop.stop_requested() ? nothing : copied;
+    co_return stop.stop_requested() ? nothing : CapturedText::found(copied);
 }
 
-QCoro::Task<QString>
+QCoro::Task<CapturedText>
 TextCaptureService::captureSelectedTextForNoteSave(std::optional<ProcessId> source,
                                                    std::stop_token stop) {
     const QPointer<TextCaptureService> self(this);
-    const QString nothing;
+    const CapturedText nothing;
     source = settled(source);
     if (!isTrusted() || isExcluded(source)) co_return nothing;
     const Budget budget(m_services.clock);
@@ -245,7 +245,9 @@ TextCaptureService::captureSelectedTextForNoteSave(std::optional<ProcessId> sour
     if (ax.isEmpty()) ax = textOf(reading.highlight);
     const QString copied =
         co_await m_services.copyShortcut.captureFromCopyShortcutFast(source, stop);
-    co_return stop.stop_requested() ? nothing : longerSelectedText(ax, copied);
+    if (stop.stop_requested()) co_return nothing;
+    const QString longer = longerSelectedText(ax, copied);
+    co_return longer == reading.text ? CapturedText::told(longer) : CapturedText::found(longer);
 }
 
 QCoro::Task<SelectionSnapshot>
@@ -314,12 +316,19 @@ TextCaptureService::captureByCopy(std::optional<ProcessId> source, QPointF mouse
         if (!self || stop.stop_requested()) co_return snapshot;
     }
     Read read = [](const CaptureSource& from, Reading& reading) {
-        reading.capture = captureFromFocusedAccessibilityElement(from);
+        reading.isPassword = isPasswordFocused(from);
+        if (!reading.isPassword) reading.capture = captureFromFocusedAccessibilityElement(from);
     };
     const Reading reading = co_await readAccessibility(source, std::move(read), limit, stop);
-    if (!self || stop.stop_requested()) co_return snapshot;
-    const auto afterCopy = snapshotAfterCopy(reading, copied, source, mouse);
-    if (afterCopy) co_return *afterCopy;
+    if (!self || stop.stop_requested() || reading.isPassword) co_return snapshot;
+    auto afterCopy = snapshotAfterCopy(reading, copied, source, mouse);
+    const bool isTold = afterCopy && afterCopy->text == trimmed(afterCopy->exactText);
+    snapshot.isHeldBack =
+        (isTold ? CapturedText::told(copied) : CapturedText::found(copied)).isHeldBack;
+    if (afterCopy) {
+        afterCopy->isHeldBack = snapshot.isHeldBack;
+        co_return *afterCopy;
+    }
     snapshot.text = copied;
     snapshot.exactText = copied;
     if (useScreenGeometry && !copied.isEmpty()) {
@@ -362,7 +371,8 @@ TextCaptureService::snapshotAfterCopy(const Reading& reading, const QString& cop
                              .clickPoint = placementPoint(*reading.capture, *frame, screens),
                              .sourcePID = source,
                              .selectedRange = reading.capture->selectedRange,
-                             .hasReliablePlacement = true};
+                             .hasReliablePlacement = true,
+                             .isHeldBack = false};
 }
 
 } // namespace vorq

@@ -23,7 +23,8 @@ namespace vorq {
 /// `captureLimit` in all, the copy shortcut apart, which has its own pace.
 ///
 /// Where a field for passwords has the focus, nothing is captured, by no way. An application that
-/// the user has excluded is not asked at all.
+/// the user has excluded is not asked at all. A text that accessibility has not told is held back
+/// if it reads like a secret.
 class TextCaptureService final : public QObject, public SelectionCapture {
   public:
     /// Of the whole time, accessibility gets so much, that the next rung has its turn as well.
@@ -58,13 +59,13 @@ class TextCaptureService final : public QObject, public SelectionCapture {
 
     /// For the panel: the focused element alone, and the copy shortcut for few applications. What
     /// was highlighted once is not captured twice as PRIMARY while the panel stays open.
-    QCoro::Task<QString> captureSelectedTextForHotKey(std::optional<ProcessId> source,
-                                                      std::stop_token stop) override;
+    QCoro::Task<CapturedText> captureSelectedTextForHotKey(std::optional<ProcessId> source,
+                                                           std::stop_token stop) override;
 
     /// For notes: whatever element has a selection, and the copy shortcut nearly always; the longer
     /// of both texts.
-    QCoro::Task<QString> captureSelectedTextForNoteSave(std::optional<ProcessId> source,
-                                                        std::stop_token stop);
+    QCoro::Task<CapturedText> captureSelectedTextForNoteSave(std::optional<ProcessId> source,
+                                                             std::stop_token stop);
 
     /// The selection and its place. Without a mouse point, where the mouse is.
     QCoro::Task<SelectionSnapshot> captureSelection(std::optional<ProcessId> source,

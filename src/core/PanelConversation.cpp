@@ -219,6 +219,7 @@ void PanelConversation::endAllTurns() {
     m_typewriter.cancelTyping();
     m_userTypingTask.cancel();
     m_panelTurnQueue.clear();
+    m_heldCapture.discard();
     m_typewriter.finishTypingFlags(std::nullopt);
 }
 

@@ -6,6 +6,7 @@
 #include "capture/SelectionCapture.h"
 #include "conversation/LocalRoutes.h"
 #include "conversation/PanelRequests.h"
+#include "core/HeldCapture.h"
 #include "core/MessageList.h"
 #include "core/ReplyTypewriter.h"
 #include "core/WorkStatus.h"
@@ -62,6 +63,8 @@ class PanelConversation final : public QObject {
     [[nodiscard]] const MessageList& messages() const { return m_messages; }
     [[nodiscard]] WorkStatus& workStatus() { return m_status; }
     [[nodiscard]] ReplyTypewriter& typewriter() { return m_typewriter; }
+    /// What was captured and waits for the user's word.
+    [[nodiscard]] HeldCapture& heldCapture() { return m_heldCapture; }
     [[nodiscard]] const QString& highlightedText() const { return m_highlightedText; }
     [[nodiscard]] std::size_t queuedTurns() const { return m_panelTurnQueue.size(); }
 
@@ -89,9 +92,14 @@ class PanelConversation final : public QObject {
     /// Asks for more on an excerpt of a reply.
     void deepenSelection(const QString& excerpt, const QString& userPrompt);
 
-    /// Takes up what is highlighted in the source application, or the text given instead.
+    /// Takes up what is highlighted in the source application, or the text given instead. What is
+    /// held back of it waits as heldCapture(); what was held before is dropped.
     QCoro::Task<> submitHotKeyContext(std::optional<SelectionCapture::ProcessId> sourcePID,
-                                      std::optional<QString> prefilledText, std::stop_token stop);
+                                      std::optional<CapturedText> prefilledText,
+                                      std::stop_token stop);
+
+    /// The user wants the held text to be sent after all.
+    void sendHeldCapture();
 
     /// Shows the captured text as the user's bubble and asks for its analysis.
     void typeHighlightAndAnalyze(const QString& text);
@@ -184,13 +192,15 @@ class PanelConversation final : public QObject {
     void dropWorkingPlaceholder(const QUuid& id);
     void removeEmptyPlaceholders();
     void logCapture(bool trusted, std::optional<SelectionCapture::ProcessId> sourcePID,
-                    const QString& text);
+                    const CapturedText& captured);
+    void takeUp(const QString& text);
 
     Services m_services;
     MessageList m_messages;
     WorkStatus m_status;
     ReplyTypewriter m_typewriter;
     QSet<QUuid> m_ownWords; // messages that the program says by itself
+    HeldCapture m_heldCapture;
     QString m_highlightedText;
     QString m_modelForNow; // "" for the user's own choice
     bool m_isRestoringPanelHistory = false;

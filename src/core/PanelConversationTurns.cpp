@@ -177,46 +177,67 @@ void PanelConversation::showOutcome(const Turn& turn, const QString& text,
 
 QCoro::Task<>
 PanelConversation::submitHotKeyContext(std::optional<SelectionCapture::ProcessId> sourcePID,
-                                       std::optional<QString> prefilledText, std::stop_token stop) {
+                                       std::optional<CapturedText> prefilledText,
+                                       std::stop_token stop) {
     const QPointer<PanelConversation> self(this);
     SelectionCapture& capture = m_services.capture;
     m_services.permissions.refreshPermissions();
     const bool trusted = capture.isTrusted();
-    QString text = trimmed(prefilledText.value_or(QString())).toString();
+    CapturedText captured = prefilledText.value_or(CapturedText());
     if (!prefilledText && trusted) {
-        const QString captured = co_await capture.captureSelectedTextForHotKey(sourcePID, stop);
+        captured = co_await capture.captureSelectedTextForHotKey(sourcePID, stop);
         if (!self || stop.stop_requested()) co_return;
-        text = trimmed(captured).toString();
     }
-    if (text.isEmpty() && !prefilledText) {
+    captured.text = trimmed(captured.text).toString();
+    if (captured.isEmpty() && !prefilledText) {
         const auto frontmost = capture.frontmostForeignProcess();
         if (frontmost && frontmost != sourcePID) {
-            const QString captured = co_await capture.captureSelectedTextForHotKey(frontmost, stop);
+            captured = co_await capture.captureSelectedTextForHotKey(frontmost, stop);
             if (!self || stop.stop_requested()) co_return;
-            text = trimmed(captured).toString();
+            captured.text = trimmed(captured.text).toString();
         }
     }
-    logCapture(trusted, sourcePID, text);
-    setHighlightedText(text);
-    if (!text.isEmpty()) {
-        m_services.permissions.setPermissionMessage({});
-        typeHighlightAndAnalyze(text);
+    logCapture(trusted, sourcePID, captured);
+    m_heldCapture.discard();
+    if (captured.isHeldBack && !captured.isEmpty()) {
+        setHighlightedText({});
+        m_heldCapture.hold(captured.text,
+                           sourcePID ? capture.applicationName(*sourcePID) : QString());
         co_return;
     }
+    if (!captured.isEmpty()) {
+        takeUp(captured.text);
+        co_return;
+    }
+    setHighlightedText({});
     if (!trusted) m_services.permissions.adviseToGrantAgain();
     ensurePanelGreeting();
 }
 
+void PanelConversation::takeUp(const QString& text) {
+    setHighlightedText(text);
+    m_services.permissions.setPermissionMessage({});
+    typeHighlightAndAnalyze(text);
+}
+
+void PanelConversation::sendHeldCapture() {
+    const QString text = m_heldCapture.release();
+    if (!text.isEmpty()) takeUp(text);
+}
+
+// The length of what is held back tells of it, too.
 void PanelConversation::logCapture(bool trusted,
                                    std::optional<SelectionCapture::ProcessId> sourcePID,
-                                   const QString& text) {
+                                   const CapturedText& captured) {
     const QString name = sourcePID ? m_services.capture.applicationName(*sourcePID) : QString();
     const QString line =
         QStringLiteral("trusted=%1 perm=%2 pid=%3 app=%4 chars=%5")
             .arg(trusted ? QStringLiteral("true") : QStringLiteral("false"),
                  rawString(m_services.permissions.textCapturePermission()),
                  sourcePID ? QString::number(*sourcePID) : QStringLiteral("nil"),
-                 name.isEmpty() ? QStringLiteral("-") : name, QString::number(graphemeCount(text)));
+                 name.isEmpty() ? QStringLiteral("-") : name,
+                 captured.isHeldBack ? QStringLiteral("held")
+                                     : QString::number(graphemeCount(captured.text)));
     qInfo("Vorq capture: %s", qUtf8Printable(line));
     m_services.capture.log(line);
 }

@@ -61,10 +61,10 @@ QCoro::Task<> PanelSummoner::takeUpSelection(QPointer<PanelSummoner> self, Sourc
         self->m_state->panel().ensurePanelGreeting();
     }
     SelectionCapture& capture = self->m_ports.capture;
-    const QString text = co_await capture.captureSelectedTextForHotKey(source, stop);
+    const CapturedText captured = co_await capture.captureSelectedTextForHotKey(source, stop);
     if (!self || stop.stop_requested()) co_return;
-    if (wasVisible && text.isEmpty() && capture.isTrusted()) co_return self->m_panel->hide();
-    const std::optional<QString> prefilled = text;
+    if (wasVisible && captured.isEmpty() && capture.isTrusted()) co_return self->m_panel->hide();
+    const std::optional<CapturedText> prefilled = captured;
     co_await self->m_state->panel().submitHotKeyContext(source, prefilled, stop);
 }
 

@@ -52,6 +52,10 @@ void PanelViewModel::connectState() {
             [this](const QUuid&, TurnEnd end) {
                 if (end == TurnEnd::SignedOut) setNotice(signInAdvice);
             });
+    connect(&m_state.panel().heldCapture(), &HeldCapture::changed, this, [this] {
+        emit heldChanged();
+        announceHeld();
+    });
     connect(&m_state.panel().workStatus(), &WorkStatus::changed, this,
             &PanelViewModel::workLabelChanged);
     connect(&m_state.permissions(), &Permissions::advised, this,
@@ -127,6 +131,35 @@ void PanelViewModel::setAttachTrayMode(AttachTrayMode mode) {
     m_attachTrayMode = mode;
     if (mode == AttachTrayMode::Notes) m_attachableNotes.load();
     emit attachTrayModeChanged();
+}
+
+bool PanelViewModel::isHolding() const {
+    return !m_state.panel().heldCapture().isEmpty();
+}
+
+QString PanelViewModel::heldFrom() const {
+    return m_state.panel().heldCapture().application();
+}
+
+void PanelViewModel::announceHeld() {
+    if (!isHolding()) return;
+    const QString from = heldFrom();
+    const QString what =
+        from.isEmpty() ? tr("What is highlighted reads like a password or a key.")
+                       : tr("What is highlighted in %1 reads like a password or a key.").arg(from);
+    emit announced(what + u' ' + tr("It is held back: send it or discard it."));
+}
+
+void PanelViewModel::sendHeld() {
+    if (!mayTalk()) return bounce();
+    m_state.panel().sendHeldCapture();
+    emit focusPromptWanted();
+}
+
+void PanelViewModel::discardHeld() {
+    m_state.panel().heldCapture().discard();
+    emit announced(tr("Discarded."));
+    emit focusPromptWanted();
 }
 
 void PanelViewModel::setNotice(const QString& sentence) {

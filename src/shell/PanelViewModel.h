@@ -40,6 +40,10 @@ class PanelViewModel final : public QObject {
     Q_PROPERTY(bool isRestoringHistory READ isRestoringHistory NOTIFY respondingChanged)
     Q_PROPERTY(bool promptBounce READ promptBounce NOTIFY promptBounceChanged)
     /// What went wrong or is missing, as a sentence; "" for nothing.
+    /// Whether a captured text waits for the user's word, since it reads like a secret, and the
+    /// name of the application that it is from, "" if unknown. The text itself is not shown.
+    Q_PROPERTY(bool isHolding READ isHolding NOTIFY heldChanged)
+    Q_PROPERTY(QString heldFrom READ heldFrom NOTIFY heldChanged)
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
 
   public:
@@ -64,6 +68,8 @@ class PanelViewModel final : public QObject {
     [[nodiscard]] QString workLabel() const;
     [[nodiscard]] bool isRestoringHistory() const;
     [[nodiscard]] bool promptBounce() const { return m_promptBounce; }
+    [[nodiscard]] bool isHolding() const;
+    [[nodiscard]] QString heldFrom() const;
     [[nodiscard]] const QString& notice() const { return m_notice; }
 
     void setPrompt(const QString& prompt);
@@ -77,6 +83,11 @@ class PanelViewModel final : public QObject {
     Q_INVOKABLE void submitLabel(const QString& label);
 
     Q_INVOKABLE void stopPanelResponse();
+
+    /// Sends what is held. Without an account nothing is sent, and it goes on being held.
+    Q_INVOKABLE void sendHeld();
+    Q_INVOKABLE void discardHeld();
+
     Q_INVOKABLE void ensurePanelGreeting();
 
     /// The view shows the saved chat now.
@@ -117,6 +128,7 @@ class PanelViewModel final : public QObject {
     void respondingChanged();
     void workLabelChanged();
     void promptBounceChanged();
+    void heldChanged();
     void noticeChanged();
 
     /// What a screen reader should say.
@@ -134,6 +146,7 @@ class PanelViewModel final : public QObject {
   private:
     void connectState();
     void takePermissions();
+    void announceHeld();
     [[nodiscard]] bool mayTalk() const;
     void bounce();
     void dispatch();

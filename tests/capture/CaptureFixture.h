@@ -112,6 +112,13 @@ class Running {
     std::shared_ptr<std::optional<Result>> m_result = std::make_shared<std::optional<Result>>();
 };
 
+/// Whether or not it is held back.
+inline QCoro::Task<QString> textOf(QCoro::Task<CapturedText> capturing) {
+    const CapturedText captured = co_await capturing;
+    const QString text = captured.text;
+    co_return text;
+}
+
 class CaptureTest : public testing::Test {
   protected:
     static constexpr std::int32_t source = 42;
@@ -142,11 +149,13 @@ class CaptureTest : public testing::Test {
     }
 
     [[nodiscard]] Running<QString> startHotKey() {
-        return Running<QString>(service->captureSelectedTextForHotKey(source, stop.get_token()));
+        return Running<QString>(
+            textOf(service->captureSelectedTextForHotKey(source, stop.get_token())));
     }
     [[nodiscard]] QString hotKey() { return startHotKey().result(); }
     [[nodiscard]] QString noteSave() {
-        return Running<QString>(service->captureSelectedTextForNoteSave(source, stop.get_token()))
+        return Running<QString>(
+                   textOf(service->captureSelectedTextForNoteSave(source, stop.get_token())))
             .result();
     }
     [[nodiscard]] SelectionSnapshot selection(bool useScreenGeometry = false) {

@@ -70,6 +70,72 @@ TEST_F(PasswordSafety, ABrowserIsAskedForItsHighlightOnlyAfterAccessibility) {
     EXPECT_EQ(primary.reads, 1);
 }
 
+class SecretSafety : public CaptureTest {
+  protected:
+    const QString secret = QStringLiteral("kT4vB9nQz2Lm");
+
+    [[nodiscard]] CapturedText captured() {
+        return Running<CapturedText>(
+                   service->captureSelectedTextForHotKey(source, stop.get_token()))
+            .result();
+    }
+    [[nodiscard]] CapturedText capturedForNote() {
+        return Running<CapturedText>(
+                   service->captureSelectedTextForNoteSave(source, stop.get_token()))
+            .result();
+    }
+};
+
+TEST_F(SecretSafety, AHighlightThatReadsLikeASecretIsHeldBack) {
+    highlight(' ' + secret + '\n');
+    EXPECT_TRUE(captured().isHeldBack);
+    EXPECT_EQ(captured().text, secret);
+    EXPECT_TRUE(capturedForNote().isHeldBack);
+    EXPECT_TRUE(selection().isHeldBack);
+}
+
+TEST_F(SecretSafety, ACopiedTextThatReadsLikeASecretIsHeldBack) {
+    identify("chromium");
+    copyShortcut.text = secret;
+    EXPECT_TRUE(captured().isHeldBack);
+    EXPECT_TRUE(capturedForNote().isHeldBack);
+    EXPECT_TRUE(selection().isHeldBack);
+}
+
+TEST_F(SecretSafety, AnOrdinaryHighlightIsNotHeldBack) {
+    highlight("selectedTextRange");
+    EXPECT_FALSE(captured().isHeldBack);
+    EXPECT_FALSE(capturedForNote().isHeldBack);
+    EXPECT_FALSE(selection().isHeldBack);
+}
+
+// What an application tells is no password to it.
+TEST_F(SecretSafety, WhatAccessibilityTellsIsNotHeldBack) {
+    select(secret);
+    focus().origin = QPointF(10, 10);
+    focus().extent = QSizeF(100, 20);
+    EXPECT_EQ(captured(), CapturedText(secret));
+    EXPECT_EQ(capturedForNote(), CapturedText(secret));
+    EXPECT_EQ(selection().text, secret);
+    EXPECT_FALSE(selection().isHeldBack);
+}
+
+TEST_F(SecretSafety, BulletsAreHeldBackWhoeverTellsThem) {
+    select("••••••••");
+    EXPECT_TRUE(captured().isHeldBack);
+    EXPECT_TRUE(capturedForNote().isHeldBack);
+    accessibility.focusedName.reset();
+    highlight("●●●●");
+    EXPECT_TRUE(captured().isHeldBack);
+}
+
+TEST_F(SecretSafety, ACopyThatIsLongerThanWhatWasToldIsJudged) {
+    select("kT4v");
+    copyShortcut.text = secret;
+    EXPECT_EQ(capturedForNote().text, secret);
+    EXPECT_TRUE(capturedForNote().isHeldBack);
+}
+
 class Exclusion : public CaptureTest {
   protected:
     Exclusion() {
@@ -86,7 +152,8 @@ class Exclusion : public CaptureTest {
         EXPECT_EQ(noteSave(), "");
         EXPECT_EQ(selection(true).text, "");
         EXPECT_EQ(
-            Running<QString>(service->captureSelectedTextForHotKey({}, stop.get_token())).result(),
+            Running<QString>(textOf(service->captureSelectedTextForHotKey({}, stop.get_token())))
+                .result(),
             "");
         EXPECT_THAT(accessibility.reads(), IsEmpty());
         EXPECT_EQ(primary.reads, 0);
@@ -133,8 +200,9 @@ TEST_F(Exclusion, AChangeCountsFromTheNextCaptureOn) {
 TEST_F(Exclusion, WhereTheSourceIsUnknownWhileSomeAreExcludedNobodyIsAsked) {
     exclude({"org.example.other"});
     workspace.frontmost.reset();
-    EXPECT_EQ(
-        Running<QString>(service->captureSelectedTextForHotKey({}, stop.get_token())).result(), "");
+    EXPECT_EQ(Running<QString>(textOf(service->captureSelectedTextForHotKey({}, stop.get_token())))
+                  .result(),
+              "");
     EXPECT_THAT(accessibility.reads(), IsEmpty());
 }
 

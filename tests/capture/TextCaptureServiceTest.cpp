@@ -133,7 +133,7 @@ TEST_F(HotKeyCapture, WithoutASourceGoesByTheApplicationInFront) {
     copyShortcut.text = "copied";
     identify("firefox-esr");
 
-    const Running<QString> running(service->captureSelectedTextForHotKey({}, {}));
+    const Running<QString> running(textOf(service->captureSelectedTextForHotKey({}, {})));
     EXPECT_EQ(running.result(), "copied");
     EXPECT_THAT(accessibility.reads(), testing::Contains(QString("system-wide focusedElement")));
 }
@@ -141,7 +141,7 @@ TEST_F(HotKeyCapture, WithoutASourceGoesByTheApplicationInFront) {
 TEST_F(HotKeyCapture, WithoutASourceTakesTheHighlightOfTheApplicationInFront) {
     highlight("highlighted");
 
-    const Running<QString> running(service->captureSelectedTextForHotKey({}, {}));
+    const Running<QString> running(textOf(service->captureSelectedTextForHotKey({}, {})));
     EXPECT_EQ(running.result(), "highlighted");
 }
 
@@ -293,7 +293,7 @@ TEST_F(HotKeyCapture, ASecondCaptureWaitsForTheFirstAndIsRightAfterIt) {
     waitUntilHanging();
     std::stop_source secondStop;
     const Running<QString> second(
-        service->captureSelectedTextForHotKey(source, secondStop.get_token()));
+        textOf(service->captureSelectedTextForHotKey(source, secondStop.get_token())));
     stop.request_stop();
     EXPECT_EQ(first.result(), "");
 

@@ -12,9 +12,9 @@ class BlindCapture final : public SelectionCapture {
         return std::nullopt;
     }
     [[nodiscard]] QString applicationName(ProcessId) const override { return {}; }
-    QCoro::Task<QString> captureSelectedTextForHotKey(std::optional<ProcessId>,
-                                                      std::stop_token) override {
-        co_return QString();
+    QCoro::Task<CapturedText> captureSelectedTextForHotKey(std::optional<ProcessId>,
+                                                           std::stop_token) override {
+        co_return CapturedText();
     }
     void log(const QString&) override {}
 };

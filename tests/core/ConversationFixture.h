@@ -23,6 +23,7 @@ class ScriptedCapture final : public SelectionCapture {
     bool trusted = true;
     std::optional<ProcessId> frontmost;
     std::map<ProcessId, QString> selections; // 0 for no process
+    bool readsLikeSecret = false;            // whatever is selected
     std::vector<std::optional<ProcessId>> asked;
     QStringList lines;
 
@@ -33,14 +34,18 @@ class ScriptedCapture final : public SelectionCapture {
     [[nodiscard]] QString applicationName(ProcessId process) const override {
         return process == 7 ? QStringLiteral("Editor") : QString();
     }
-    QCoro::Task<QString> captureSelectedTextForHotKey(std::optional<ProcessId> source,
-                                                      std::stop_token) override {
+    QCoro::Task<CapturedText> captureSelectedTextForHotKey(std::optional<ProcessId> source,
+                                                           std::stop_token) override {
         asked.push_back(source);
         const Wakeup answered;
         answered.fire();
         co_await answered;
         const auto found = selections.find(source.value_or(0));
-        co_return found == selections.end() ? QString() : found->second;
+        CapturedText captured;
+        if (found != selections.end()) captured.text = found->second;
+        captured.isHeldBack = readsLikeSecret && !captured.isEmpty();
+        const CapturedText given = captured;
+        co_return given;
     }
     void log(const QString& line) override { lines += line; }
 };

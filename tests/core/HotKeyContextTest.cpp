@@ -98,6 +98,84 @@ TEST_F(HotKeyContextTest, ABlankTextGivenCapturesNothingInstead) {
     EXPECT_EQ(panel().highlightedText(), "");
 }
 
+// A capture that reads like a secret.
+class HeldCaptureTest : public HotKeyContextTest {
+  protected:
+    const QString secret = QStringLiteral("kT4vB9nQz2Lm");
+
+    HeldCaptureTest() {
+        panel().setHighlightedText("older");
+        m_capture.selections[7] = secret;
+        m_capture.readsLikeSecret = true;
+        press(7);
+    }
+    [[nodiscard]] HeldCapture& held() { return panel().heldCapture(); }
+    [[nodiscard]] bool isHeld() { return !held().isEmpty(); }
+};
+
+TEST_F(HeldCaptureTest, WaitsAndIsInNoMessageNoContextAndNoLog) {
+    EXPECT_TRUE(isHeld());
+    EXPECT_EQ(held().application(), "Editor");
+    EXPECT_THAT(messages(), IsEmpty());
+    EXPECT_EQ(panel().highlightedText(), "");
+    EXPECT_EQ(m_transport.count(), 0U);
+    EXPECT_THAT(m_capture.lines,
+                ElementsAre("trusted=true perm=pending pid=7 app=Editor chars=held"));
+    EXPECT_FALSE(panel().canSaveCurrentChat());
+}
+
+TEST_F(HeldCaptureTest, DoesNotGoAlongWithAPrompt) {
+    submit("A question");
+    EXPECT_FALSE(exchange().request().body.value_or(QByteArray()).contains(secret.toUtf8()));
+    EXPECT_TRUE(isHeld());
+}
+
+TEST_F(HeldCaptureTest, IsAnalysedOnceTheUserSendsIt) {
+    panel().sendHeldCapture();
+    m_clock.settle();
+    EXPECT_FALSE(isHeld());
+    EXPECT_EQ(exchange().path(), "/ai/analyze");
+    EXPECT_EQ(exchange().json()["text"], secret);
+    EXPECT_EQ(panel().highlightedText(), secret);
+    EXPECT_THAT(texts(), ElementsAre("Attached: Text capture", "Working..."));
+    panel().sendHeldCapture();
+    m_clock.settle();
+    EXPECT_THAT(messages(), SizeIs(2)) << "it is sent once";
+}
+
+TEST_F(HeldCaptureTest, IsGoneOnceItIsDiscarded) {
+    held().discard();
+    panel().sendHeldCapture();
+    m_clock.settle();
+    EXPECT_FALSE(isHeld());
+    EXPECT_EQ(m_transport.count(), 0U);
+}
+
+TEST_F(HeldCaptureTest, GoesWithTheConversationThatIsCleared) {
+    panel().clearPanelChat();
+    EXPECT_FALSE(isHeld());
+}
+
+TEST_F(HeldCaptureTest, MakesWayForTheNextCapture) {
+    m_capture.selections[7] = "xY7_qBcD3F12-gH";
+    press(7);
+    EXPECT_EQ(held().release(), "xY7_qBcD3F12-gH");
+
+    press(7);
+    m_capture.selections[7] = "a passage";
+    m_capture.readsLikeSecret = false;
+    press(7);
+    EXPECT_FALSE(isHeld());
+    EXPECT_EQ(exchange().json()["text"], "a passage");
+
+    m_capture.readsLikeSecret = true;
+    press(7);
+    EXPECT_TRUE(isHeld());
+    m_capture.selections.clear();
+    press(7);
+    EXPECT_FALSE(isHeld());
+}
+
 TEST_F(HotKeyContextTest, TheStateGoneDuringTheCaptureIsNoHarm) {
     m_capture.selections[7] = "captured";
     m_task.restart([this](std::stop_token stop) -> QCoro::Task<> {

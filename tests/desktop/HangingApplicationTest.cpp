@@ -65,7 +65,7 @@ class CaptureOnDesktop : public testing::Test {
     }
 
     [[nodiscard]] Running<QString> start() {
-        return Running<QString>(service->captureSelectedTextForHotKey(source, {}));
+        return Running<QString>(textOf(service->captureSelectedTextForHotKey(source, {})));
     }
 
     // Under load one reading may take longer than it is given; the user presses the key again.

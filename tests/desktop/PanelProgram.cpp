@@ -128,6 +128,41 @@ QRect PanelProgram::placeOf(const QString& name) const {
     return {};
 }
 
+void PanelProgram::click(const QString& name) const {
+    QRect place;
+    DesktopSession::waitUntil(name, [&] {
+        place = placeOf(name);
+        return !place.isEmpty();
+    });
+    session.click(place.center());
+}
+
+std::optional<AccessibleNode> PanelProgram::focused() const {
+    for (const AccessibleNode& node : controls())
+        if (node.isFocused && node.isFocusable && node.role != "frame") return node;
+    return std::nullopt;
+}
+
+std::vector<AccessibleNode> PanelProgram::tabTo(const QString& name) const {
+    std::vector<AccessibleNode> passed;
+    for (int key = 0; key < 40; ++key) {
+        const auto before = focused();
+        session.key({"Tab"});
+        std::optional<AccessibleNode> now;
+        const QString from = before ? before->role + " " + before->name : QString();
+        DesktopSession::waitUntil("Tab to lead on from " + from, [&] {
+            now = focused();
+            return now && (!before || now->path != before->path);
+        });
+        passed.push_back(*now);
+        if (now->name == name) return passed;
+    }
+    QString names;
+    for (const AccessibleNode& node : passed)
+        names += "\n[" + node.role + "] " + node.name.left(40);
+    throw std::runtime_error(("Tab does not lead to " + name + names).toStdString());
+}
+
 QStringList PanelProgram::conversation() const {
     const std::vector<AccessibleNode> nodes = controls();
     QStringList entries;

@@ -50,6 +50,13 @@ class PanelProgram {
     [[nodiscard]] bool press(const QString& name) const;
     /// Where the first element of the name that shows is, in pixels of the screen.
     [[nodiscard]] QRect placeOf(const QString& name) const;
+    /// Clicks into the middle of the control with the mouse.
+    void click(const QString& name) const;
+    /// The control that has the keyboard.
+    [[nodiscard]] std::optional<AccessibleNode> focused() const;
+    /// Presses Tab until the control of the name has the keyboard, and gives all that had it.
+    /// Throws if none of the next forty is.
+    std::vector<AccessibleNode> tabTo(const QString& name) const;
     [[nodiscard]] QString textOf(const AccessibleNode& node) const;
     /// The entries of the conversation, "You: …" and "Vorq: …".
     [[nodiscard]] QStringList conversation() const;

@@ -48,34 +48,6 @@ class PanelProgramTest : public testing::Test {
         EXPECT_EQ(vorq.waitForReply(3)[1], "You: Attached: Text capture");
     }
 
-    [[nodiscard]] std::optional<AccessibleNode> focused() {
-        for (const AccessibleNode& node : vorq.controls())
-            if (node.isFocused && node.isFocusable && node.role != "frame") return node;
-        return std::nullopt;
-    }
-
-    // Presses Tab until the control of the name has the keyboard, and gives all that had it.
-    std::vector<AccessibleNode> tabTo(const QString& name) {
-        std::vector<AccessibleNode> passed;
-        for (int key = 0; key < 40; ++key) {
-            const auto before = focused();
-            session.key({"Tab"});
-            std::optional<AccessibleNode> now;
-            const QString from = before ? before->role + " " + before->name : QString();
-            DesktopSession::waitUntil("Tab to lead on from " + from, [&] {
-                now = focused();
-                return now && (!before || now->path != before->path);
-            });
-            passed.push_back(*now);
-            if (now->name == name) return passed;
-        }
-        QString names;
-        for (const AccessibleNode& node : passed)
-            names += "\n[" + node.role + "] " + node.name.left(40);
-        ADD_FAILURE() << "Tab does not lead to " << name.toStdString() << names.toStdString();
-        return passed;
-    }
-
     static inline std::unique_ptr<PanelProgram> s_desktop;
     PanelProgram& vorq = *s_desktop;
     DesktopSession& session = vorq.session;
@@ -163,10 +135,10 @@ TEST_F(PanelProgramTest, ADragDocksItElsewhereForGood) {
 TEST_F(PanelProgramTest, AConversationGoesOnByTheKeyboardAlone) {
     showReply();
     const QString label = QStringLiteral("Summarize it in three sentences");
-    tabTo(label);
+    vorq.tabTo(label);
     session.key({"space"});
     EXPECT_EQ(vorq.waitForReply(5)[3], "You: " + label);
-    tabTo("Ask Vorq for help…");
+    vorq.tabTo("Ask Vorq for help…");
     const qsizetype asked = static_cast<qsizetype>(vorq.prompts().size());
     session.type("Why did farmers need no manure?");
     session.key({"Return"});
@@ -197,7 +169,7 @@ TEST_F(PanelProgramTest, AScreenReaderIsToldOfEveryControl) {
         if (node.isFocusable && node.isShowing && node.name.isEmpty())
             nameless.push_back(node.role.toStdString());
     EXPECT_THAT(nameless, IsEmpty());
-    for (const AccessibleNode& node : tabTo("Ask Vorq for help…")) {
+    for (const AccessibleNode& node : vorq.tabTo("Ask Vorq for help…")) {
         EXPECT_FALSE(node.name.isEmpty()) << node.role.toStdString();
         EXPECT_THAT(node.role.toStdString(), AnyOf("push button", "label", "text", "list"))
             << node.name.toStdString();

@@ -5,6 +5,11 @@
 
 #include <gmock/gmock.h>
 
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+
+#include <algorithm>
 #include <csignal>
 
 namespace vorq::desktop {
@@ -42,10 +47,55 @@ class PasswordSafety : public testing::Test {
         });
     }
 
+    // The application keeps its pages to itself, so the highlight is all that is known.
+    void openAndPress() {
+        openPassword(false);
+        press();
+        DesktopSession::waitUntil("the question", [&] { return isAsked(); });
+    }
+
+    [[nodiscard]] bool isAsked() {
+        const auto controls = vorq.controls();
+        return std::ranges::any_of(controls, [](const AccessibleNode& node) {
+            return node.name == sendName && node.isShowing;
+        });
+    }
+
+    void waitForNoQuestion() {
+        DesktopSession::waitUntil("the question to go", [&] { return !isAsked(); });
+    }
+
+    // In the panel, to a screen reader, in logs and all other files of the user's, and on the way
+    // to the backend.
+    void expectPasswordIsNowhere() {
+        for (const AccessibleNode& node : vorq.controls()) {
+            EXPECT_FALSE(node.name.contains(password)) << node.role.toStdString();
+            EXPECT_FALSE(vorq.textOf(node).contains(password)) << node.role.toStdString();
+        }
+        EXPECT_FALSE(vorq.program().output().contains(password));
+        QStringList searched;
+        for (const char* folder : {"/.config/Vorq", "/.local/share/Vorq"}) {
+            QDirIterator files(session.home() + folder, QDir::Files | QDir::Hidden,
+                               QDirIterator::Subdirectories);
+            while (files.hasNext()) {
+                QFile file(files.next());
+                EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+                searched += files.fileName();
+                EXPECT_FALSE(file.readAll().contains(password)) << file.fileName().toStdString();
+            }
+        }
+        EXPECT_TRUE(searched.contains("settings.json"));
+        EXPECT_TRUE(searched.contains("capture-debug.log"));
+        expectNothingWentOut();
+    }
+
     void expectNothingWentOut() {
         EXPECT_THAT(vorq.analysed(), IsEmpty());
         EXPECT_FALSE(vorq.wasSent(password));
     }
+
+    static constexpr auto sendName = QLatin1StringView("Send what is held back");
+    static constexpr auto discardName = QLatin1StringView("Discard what is held back");
 
     PanelProgram vorq;
     DesktopSession& session = vorq.session;
@@ -76,6 +126,57 @@ TEST_F(PasswordSafety, APasswordThatABrowserTellsOfIsNotCaptured) {
     press();
     vorq.waitForGreeting();
     expectNothingWentOut();
+}
+
+TEST_F(PasswordSafety, AHighlightThatReadsLikeAPasswordIsHeldBackAndDiscarded) {
+    openAndPress();
+    expectPasswordIsNowhere();
+
+    vorq.click(discardName);
+    waitForNoQuestion();
+    expectPasswordIsNowhere();
+
+    // Nor is it in what is saved of the conversation.
+    session.type("save chat");
+    session.key({"Return"});
+    DesktopSession::waitUntil("a turn to end", [&] {
+        const QStringList entries = vorq.conversation();
+        return !entries.isEmpty() && entries.back().startsWith("Vorq: ");
+    });
+    expectPasswordIsNowhere();
+}
+
+TEST_F(PasswordSafety, WhatIsHeldBackIsSentOnceTheUserSaysSo) {
+    openAndPress();
+    vorq.click(sendName);
+    waitForNoQuestion();
+    DesktopSession::waitUntil("the request", [&] { return vorq.analysed().size() == 1; });
+    EXPECT_EQ(vorq.analysed().front(), QString::fromUtf8(password));
+}
+
+TEST_F(PasswordSafety, ByKeysAloneItIsDiscardedOrSent) {
+    openAndPress();
+    (void)vorq.tabTo(discardName);
+    session.key({"space"});
+    waitForNoQuestion();
+    expectPasswordIsNowhere();
+
+    vorq.dismissTo(browser.window);
+    press();
+    DesktopSession::waitUntil("the question", [&] { return isAsked(); });
+    (void)vorq.tabTo(sendName);
+    session.key({"Return"});
+    DesktopSession::waitUntil("the request", [&] { return vorq.analysed().size() == 1; });
+}
+
+TEST_F(PasswordSafety, EscapeDropsWhatIsHeldBack) {
+    openAndPress();
+    vorq.dismissTo(browser.window);
+    vorq.exclude({"chromium"});
+    press();
+    vorq.waitForGreeting();
+    EXPECT_FALSE(isAsked());
+    expectPasswordIsNowhere();
 }
 
 } // namespace

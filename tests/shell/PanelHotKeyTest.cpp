@@ -63,6 +63,16 @@ TEST_F(PanelHotKeyTest, WithASelectionAVisiblePanelStays) {
     EXPECT_EQ(panel().highlightedText(), "a passage");
 }
 
+TEST_F(PanelHotKeyTest, WhatReadsLikeASecretIsHeldAndTheVisiblePanelStays) {
+    press(1);
+    m_capture.selections[editor] = "kT4vB9nQz2Lm";
+    m_capture.readsLikeSecret = true;
+    press(1);
+    EXPECT_THAT(m_calls, ElementsAre("show"));
+    EXPECT_FALSE(panel().heldCapture().isEmpty());
+    EXPECT_EQ(panel().highlightedText(), "");
+}
+
 TEST_F(PanelHotKeyTest, WithoutTrustItDoesNotClose) {
     m_capture.trusted = false;
     press(1);

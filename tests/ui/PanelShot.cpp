@@ -109,6 +109,12 @@ const QList<Shot>& shots() {
          }},
         {"draft", greet,
          [](PanelStage& s) { s.panel->setPrompt("One\nTwo\nThree\nFour\nFive\nSix\nSeven"); }},
+        {"held",
+         [](PanelStage& s) {
+             greet(s);
+             reply(s);
+             s.state->panel().heldCapture().hold("not shown", "Chromium");
+         }},
         {"tinted",
          [](PanelStage& s) {
              s.state->appearance().setPanelGlassStyle(PanelGlassStyle::Tinted);

@@ -54,7 +54,7 @@ FocusScope {
         x: view.listEdge
         y: view.listTop
         width: parent.width - 2 * view.listEdge
-        height: composer.y - y
+        height: (held.visible ? held.y - view.trayGap : composer.y) - y
         panel: view.panel
         container: view
         isDockDragging: view.isDockDragging
@@ -80,7 +80,7 @@ FocusScope {
         id: jump
         Keys.forwardTo: [tabs]
         x: (parent.width - width) / 2
-        y: composer.y - height - view.edge
+        y: list.y + list.height - height - view.edge
         wanted: !list.follows && !list.isAtEnd && !view.panel.showAttachTray
         onClicked: {
             list.jumpToEnd(true)
@@ -91,7 +91,16 @@ FocusScope {
     }
     DeepenPill {
         selection: view.panel.selection
-        lowest: composer.y
+        lowest: list.y + list.height
+    }
+    HeldCard {
+        id: held
+        x: composer.x
+        y: composer.y - view.trayGap - height
+        width: composer.width
+        height: implicitHeight
+        panel: view.panel
+        tabs: tabs
     }
 
     // A press outside the tray closes it, and still does what it was meant to.
@@ -138,6 +147,7 @@ FocusScope {
         composer: composer
         conversation: list
         jump: jump
+        held: held
         tray: tray
     }
     Announcer {

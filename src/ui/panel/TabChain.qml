@@ -1,13 +1,15 @@
 import QtQuick
 
 // The order in which Tab leads through the panel, for those controls that forward their keys here:
-// the composer, then the conversation from its end upwards. The tree of items has another one.
+// the composer, what is held back, then the conversation from its end upwards. The tree of items has
+// another one.
 Item {
     id: chain
 
     required property Composer composer
     required property ConversationView conversation
     required property JumpToLatest jump
+    required property HeldCard held
     required property AttachTray tray
     readonly property bool trayIsOpen: composer.panel.showAttachTray
 
@@ -15,7 +17,7 @@ Item {
     function stops(): var {
         const own = composer.stops()
         const inTray = trayIsOpen ? tray.stops() : []
-        return [...own.slice(0, 2), ...inTray, ...own.slice(2), ...(jump.visible ? [jump] : []), ...conversation.stops()]
+        return [...own.slice(0, 2), ...inTray, ...own.slice(2), ...held.stops(), ...(jump.visible ? [jump] : []), ...conversation.stops()]
     }
     function move(all: var, step: int): bool {
         const at = all.findIndex(item => item.activeFocus)

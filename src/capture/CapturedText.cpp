@@ -1,0 +1,19 @@
+#include "capture/CapturedText.h"
+
+#include "capture/SecretText.h"
+
+namespace vorq {
+
+CapturedText CapturedText::told(const QString& text) {
+    CapturedText captured(text);
+    captured.isHeldBack = looksMasked(text);
+    return captured;
+}
+
+CapturedText CapturedText::found(const QString& text) {
+    CapturedText captured(text);
+    captured.isHeldBack = looksLikeSecret(text);
+    return captured;
+}
+
+} // namespace vorq
