@@ -3,6 +3,8 @@
 #include "backend/CurlMulti.h"
 #include "backend/Errors.h"
 
+#include <QLoggingCategory>
+
 #include <string_view>
 #include <utility>
 
@@ -15,11 +17,7 @@ using namespace Qt::StringLiterals;
 constexpr qsizetype readAhead = 256 << 10;
 constexpr qsizetype longestRead = 64 << 10;
 
-// libcurl's words as a sentence.
-QString sentence(QString words) {
-    if (!words.isEmpty()) words[0] = words[0].toUpper();
-    return words.endsWith(u'.') ? words : words + u'.';
-}
+Q_LOGGING_CATEGORY(transferLog, "vorq.transfer", QtWarningMsg)
 
 } // namespace
 
@@ -115,7 +113,11 @@ void CurlExchange::requireRunning() const {
     const CURLcode result = *m_result == CURLE_OK ? CURLE_WEIRD_SERVER_REPLY : *m_result;
     const char* const words =
         m_errorText[0] ? m_errorText.data() : LibCurl::get().easyStrerror(result);
-    throw TransferError(sentence(QString::fromUtf8(words)));
+    // What libcurl says is for whoever looks into it; a user could do nothing with it.
+    qCDebug(transferLog, "Vorq transfer failed: %s", words);
+    throw TransferError(m_status
+                            ? u"The connection to Vorq broke off before the reply was complete."_s
+                            : u"The connection to Vorq could not be made."_s);
 }
 
 QCoro::Task<> CurlExchange::progress(std::shared_ptr<CurlExchange> self, std::stop_token stop) {

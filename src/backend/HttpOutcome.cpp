@@ -3,6 +3,8 @@
 #include "support/StrictJson.h"
 #include "support/Text.h"
 
+#include <QUrl>
+
 namespace vorq {
 
 using namespace Qt::StringLiterals;
@@ -19,6 +21,11 @@ bool read(strict_json::Element element, APIErrorBody& body) {
     return element.get(object) == simdjson::SUCCESS &&
            strict_json::readIfPresent(object, "error", body.error) &&
            strict_json::readIfPresent(object, "code", body.code);
+}
+
+bool isOfThisComputer(const QString& baseURL) {
+    const QString host = QUrl(baseURL).host();
+    return host == u"localhost" || host == u"::1" || host.startsWith(u"127.");
 }
 
 } // namespace
@@ -42,8 +49,10 @@ ServiceError refusal(int status, QByteArrayView body) {
 }
 
 ServiceError unreachable(const QString& baseURL) {
-    return ServiceError::requestFailed(u"Could not reach Vorq at "_s + baseURL +
-                                       u". Check your connection, or set VORQ_API_BASE_URL."_s);
+    QString sentence = u"Could not reach Vorq at "_s + baseURL +
+                       u". Check your connection, or set VORQ_API_BASE_URL."_s;
+    if (isOfThisComputer(baseURL)) sentence += u" To start it here: vorq-gateway serve"_s;
+    return ServiceError::requestFailed(sentence);
 }
 
 ServiceError unreadable(QByteArrayView body, const QString& baseURL) {

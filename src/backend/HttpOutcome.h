@@ -19,7 +19,8 @@ namespace vorq {
 /// The error for a status that is no success.
 [[nodiscard]] ServiceError refusal(int status, QByteArrayView body);
 
-/// The error for a transfer that did not get through.
+/// The error for a transfer that did not get through. For a backend of this computer it says how to
+/// start that.
 [[nodiscard]] ServiceError unreachable(const QString& baseURL);
 
 /// The error for a successful response whose body is not the record asked for.

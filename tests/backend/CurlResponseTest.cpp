@@ -125,8 +125,8 @@ TEST_F(CurlResponseTest, ABodyThatIsCutShortOrGarbledFails) {
         const Got got = get(response);
         EXPECT_EQ(got.status, 200) << response.constData();
         EXPECT_TRUE(QByteArray("hello").startsWith(got.body)) << response.constData();
-        EXPECT_TRUE(got.failure.endsWith(u'.')) << response.constData();
-        EXPECT_TRUE(got.failure.at(0).isUpper()) << response.constData();
+        EXPECT_EQ(got.failure, u"The connection to Vorq broke off before the reply was complete.")
+            << response.constData();
     }
 }
 

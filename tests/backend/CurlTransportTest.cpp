@@ -43,7 +43,8 @@ class CurlTransportTest : public testing::Test {
     }
     QString unreachableSentence() const {
         return u"Could not reach Vorq at "_s + server.url() +
-               u". Check your connection, or set VORQ_API_BASE_URL."_s;
+               u". Check your connection, or set VORQ_API_BASE_URL. To start it here: "
+               "vorq-gateway serve"_s;
     }
 
     Server server;
@@ -210,8 +211,10 @@ TEST_F(CurlTransportTest, ARefusedConnectionIsUnreachable) {
     const Outcome whole(nowhere.refreshSession("r", {}));
     const Outcome streamed(nowhere.streamAnalysis(u"/x"_s, "{}", {}, 60s, {}, {}));
     ASSERT_TRUE(whole.wait() && streamed.wait());
-    const QString sentence = u"Could not reach Vorq at "_s + closedPort +
-                             u". Check your connection, or set VORQ_API_BASE_URL."_s;
+    const QString sentence =
+        u"Could not reach Vorq at "_s + closedPort +
+        u". Check your connection, or set VORQ_API_BASE_URL. To start it here: "
+        "vorq-gateway serve"_s;
     EXPECT_EQ(whole.message(), sentence);
     EXPECT_EQ(streamed.message(), sentence);
 }

@@ -168,7 +168,7 @@ TEST_F(TurnTest, AFailureReadsAsAReply) {
     exchange().fail("refused");
     m_clock.settle();
     EXPECT_EQ(last().text, "Could not reach Vorq at http://127.0.0.1:8787. Check your connection, "
-                           "or set VORQ_API_BASE_URL.");
+                           "or set VORQ_API_BASE_URL. To start it here: vorq-gateway serve");
     EXPECT_EQ(last().role, MessageRole::Assistant);
     EXPECT_FALSE(last().isWorking);
     EXPECT_FALSE(panel().isPanelResponding());
