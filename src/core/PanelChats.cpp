@@ -2,10 +2,15 @@
 
 #include "conversation/PanelHistory.h"
 #include "core/LibraryAreas.h"
+#include "core/NotesThread.h"
 #include "core/PanelConversation.h"
 #include "library/DraftTitle.h"
-#include "platform/NotesBridge.h"
+#include "platform/Clock.h"
 #include "support/Text.h"
+
+#include <QPointer>
+
+#include <utility>
 
 namespace vorq {
 namespace {
@@ -32,21 +37,26 @@ void PanelChats::loadPanelChatFromHistory(const QUuid& id) {
         m_services.panel.restorePanelHistory(*chat);
 }
 
-bool PanelChats::exportCurrentChatToAppleNotes() {
+QCoro::Task<bool> PanelChats::exportCurrentChatToAppleNotes() {
     return exportChatTextToAppleNotes(exportedText(m_services.panel.messages().messages()));
 }
 
-bool PanelChats::exportChatTextToAppleNotes(const QString& text,
-                                            const std::optional<QString>& feedbackPrefix) {
+QCoro::Task<bool> PanelChats::exportChatTextToAppleNotes(QString text,
+                                                         std::optional<QString> feedbackPrefix) {
     LibraryState& library = m_services.areas.library();
     const QString body = trimmed(text).toString();
     if (body.isEmpty()) {
         library.setLibraryMessage(nothingToKeep);
-        return false;
+        co_return false;
     }
-    const auto created = m_services.notes.createNote(draftTitle(body), body);
+    const QPointer<PanelConversation> panel(&m_services.panel); // goes when all of this goes
+    const auto create = [title = draftTitle(body), body](NotesBridge& notes) {
+        return notes.createNote(title, body);
+    };
+    const auto created = co_await m_services.notes.run(create);
+    if (!panel) co_return false;
     library.setLibraryMessage(created ? feedbackPrefix.value_or(QString()) : created.error());
-    return created.has_value();
+    co_return created.has_value();
 }
 
 bool PanelChats::saveContentToNotes(const QString& text, bool fromHub) {
@@ -55,14 +65,24 @@ bool PanelChats::saveContentToNotes(const QString& text, bool fromHub) {
                                  fromHub);
         return false;
     }
-    const bool isSaved = exportChatTextToAppleNotes(text);
+    m_saving.release();
+    m_saving.restart([this, text, fromHub](std::stop_token stop) {
+        return runSave(this, text, fromHub, std::move(stop));
+    });
+    return true;
+}
+
+QCoro::Task<> PanelChats::runSave(PanelChats* self, QString text, bool fromHub,
+                                  std::stop_token stop) {
+    // A task that has not begun when its owner goes never begins.
+    const bool isSaved = co_await self->exportChatTextToAppleNotes(text);
+    if (stop.stop_requested()) co_return;
     QString message = QStringLiteral("Saved to Notes.");
     if (!isSaved) {
-        const QString& reason = m_services.areas.library().libraryMessage();
+        const QString& reason = self->m_services.areas.library().libraryMessage();
         message = reason.isEmpty() ? QStringLiteral("Couldn’t save to Notes.") : reason;
     }
-    replySaveToNotesFeedback(message, fromHub);
-    return isSaved;
+    self->replySaveToNotesFeedback(message, fromHub);
 }
 
 void PanelChats::replySaveToNotesFeedback(const QString& message, bool fromHub) {

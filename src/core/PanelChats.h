@@ -1,16 +1,20 @@
 #pragma once
 
+#include "support/TaskSlot.h"
+
+#include <QCoroTask>
 #include <QString>
 #include <QUuid>
 
 #include <functional>
 #include <optional>
+#include <stop_token>
 
 namespace vorq {
 
 class Clock;
 class LibraryAreas;
-class NotesBridge;
+class NotesThread;
 class PanelConversation;
 
 /// Keeps conversations of the panel in the library, brings them back, and exports what they hold
@@ -22,7 +26,7 @@ class PanelChats final {
         Clock& clock;
         LibraryAreas& areas;
         PanelConversation& panel;
-        NotesBridge& notes;
+        NotesThread& notes;
     };
 
     explicit PanelChats(const Services& services) : m_services(services) {}
@@ -32,15 +36,17 @@ class PanelChats final {
     /// Without one, a message for the hub goes to the library's line.
     void setHubReply(HubReply reply) { m_hubReply = std::move(reply); }
 
-    // What these give is whether it worked; if not, libraryMessage says why.
+    // What these give is whether it worked; if not, libraryMessage says why. The notes application
+    // takes its time, and false is also the answer if this object is gone by then.
 
     bool savePanelChatToHistory();
-    bool exportCurrentChatToAppleNotes();
+    QCoro::Task<bool> exportCurrentChatToAppleNotes();
     /// On success libraryMessage is the feedback.
-    bool exportChatTextToAppleNotes(const QString& text,
-                                    const std::optional<QString>& feedbackPrefix = std::nullopt);
+    QCoro::Task<bool>
+    exportChatTextToAppleNotes(QString text, std::optional<QString> feedbackPrefix = std::nullopt);
 
-    /// The same, answered where it was asked for.
+    /// The same, answered where it was asked for when it is done. False if there is nothing to
+    /// save.
     bool saveContentToNotes(const QString& text, bool fromHub);
     void replySaveToNotesFeedback(const QString& message, bool fromHub);
 
@@ -48,8 +54,12 @@ class PanelChats final {
     void loadPanelChatFromHistory(const QUuid& id);
 
   private:
+    static QCoro::Task<> runSave(PanelChats* self, QString text, bool fromHub,
+                                 std::stop_token stop);
+
     Services m_services;
     HubReply m_hubReply;
+    TaskSlot m_saving; // all that are under way, the latest in the slot
 };
 
 } // namespace vorq

@@ -51,6 +51,7 @@ class StudyNotes final : public QObject {
     void leaveStudy();
 
     /// Adds the latest reply to the loaded note, or takes it to the user's notes if none is loaded.
+    /// Those answer later, so that true only means that there was something to save.
     bool saveStudyResearchToActiveNote();
 
     /// Asks for the flashcards of the loaded note, else of the newest, and loads that.

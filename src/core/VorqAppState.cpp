@@ -17,7 +17,7 @@ VorqAppState::VorqAppState(const Platform& platform)
       m_panelCommands({m_libraryAreas, m_panel, m_panelChats, m_studyNotes}),
       m_panel({platform.clock, m_api, m_account, m_study, m_permissions, m_panelCommands,
                platform.capture}),
-      m_panelChats({platform.clock, m_libraryAreas, m_panel, platform.notes}),
+      m_panelChats({platform.clock, m_libraryAreas, m_panel, m_notes}),
       m_studyNotes({m_libraryAreas, m_study, m_panel, m_panelChats, m_account, m_api}) {
     m_study.setNoteLookup([this](const QUuid& id) -> std::optional<QString> {
         const SavedNote* note = library().savedNotes().find(id);

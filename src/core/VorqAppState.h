@@ -5,6 +5,7 @@
 #include "backend/VorqAPIService.h"
 #include "core/AppearanceSettings.h"
 #include "core/LibraryAreas.h"
+#include "core/NotesThread.h"
 #include "core/PanelChats.h"
 #include "core/PanelCommands.h"
 #include "core/PanelConversation.h"
@@ -59,7 +60,7 @@ class VorqAppState final : public QObject {
     [[nodiscard]] UpdateState& updates() { return m_updates; }
     [[nodiscard]] PanelConversation& panel() { return m_panel; }
     [[nodiscard]] PanelChats& panelChats() { return m_panelChats; }
-    [[nodiscard]] NotesBridge& notes() { return m_notes; }
+    [[nodiscard]] NotesThread& notes() { return m_notes; }
     [[nodiscard]] StudyNotes& studyNotes() { return m_studyNotes; }
 
     /// Reads the library anew, whatever of it is in memory.
@@ -79,7 +80,7 @@ class VorqAppState final : public QObject {
   private:
     void restore();
 
-    NotesBridge& m_notes;
+    NotesThread m_notes;
     VorqAPIService m_api;
     PreferredModel m_model;
     AccountSession m_account;

@@ -7,6 +7,8 @@
 
 #include <QPointer>
 
+#include <utility>
+
 namespace vorq {
 
 using namespace std::chrono_literals;
@@ -206,7 +208,16 @@ void AppDelegate::signOut() {
 
 void AppDelegate::saveChatToNotes() {
     if (m_state == nullptr || !m_state->panel().canSaveCurrentChat()) return;
-    const bool isSaved = m_state->panelChats().exportCurrentChatToAppleNotes();
+    m_chatSave.release();
+    m_chatSave.restart([this](std::stop_token stop) { return runChatSave(this, std::move(stop)); });
+}
+
+QCoro::Task<> AppDelegate::runChatSave(AppDelegate* self, std::stop_token stop) {
+    const bool isSaved = co_await self->m_state->panelChats().exportCurrentChatToAppleNotes();
+    if (!stop.stop_requested()) self->tellChatSave(isSaved);
+}
+
+void AppDelegate::tellChatSave(bool isSaved) {
     m_ports.statusItem.flashStatusImage(isSaved ? StatusImage::Check : StatusImage::Fail);
     if (isSaved) return;
     m_ports.host.show({QStringLiteral("Couldn’t save to Notes."),

@@ -7,10 +7,13 @@
 #include "shell/ShellNotifications.h"
 #include "shell/StatusItem.h"
 #include "shell/UrlRouter.h"
+#include "support/TaskSlot.h"
 
+#include <QCoroTask>
 #include <QObject>
 
 #include <functional>
+#include <stop_token>
 
 namespace vorq {
 
@@ -73,6 +76,8 @@ class AppDelegate final : public QObject {
     /// Keeps the conversation in the user's notes. The status item tells whether that worked, and
     /// an alert why not.
     void saveChatToNotes();
+    static QCoro::Task<> runChatSave(AppDelegate* self, std::stop_token stop);
+    void tellChatSave(bool isSaved);
 
     /// Asks first.
     void deleteVorqFromMenu();
@@ -109,6 +114,7 @@ class AppDelegate final : public QObject {
     PanelSummoner m_panel;
     NoteHotKeys m_noteHotKeys;
     UrlRouter m_urlRouter;
+    TaskSlot m_chatSave; // all that are under way, the latest in the slot
 };
 
 } // namespace vorq

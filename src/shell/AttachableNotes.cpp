@@ -1,13 +1,10 @@
 #include "shell/AttachableNotes.h"
 
 #include "core/VorqAppState.h"
-#include "platform/NotesBridge.h"
 #include "shell/AttachmentList.h"
 
-#include <QCoreApplication>
-#include <QPointer>
-
 #include <algorithm>
+#include <utility>
 
 namespace vorq {
 namespace {
@@ -18,25 +15,23 @@ constexpr int mostAppleNotes = 100;
 
 AttachableNotes::AttachableNotes(VorqAppState& state, AttachmentList& attachments)
     : m_state(state), m_attachments(attachments) {
-    m_bridgeThread.setMaxThreadCount(1);
     connect(&attachments, &AttachmentList::countChanged, this, &AttachableNotes::forgetDetached);
-}
-
-AttachableNotes::~AttachableNotes() {
-    m_bridgeThread.clear();
 }
 
 void AttachableNotes::load() {
     listLibrary();
     setAppleNotesLoading(true);
-    const QPointer<AttachableNotes> self(this);
-    NotesBridge* const bridge = &m_state.notes();
-    m_bridgeThread.start([self, bridge, listing = ++m_listing] {
-        const std::vector<AppleNoteSummary> notes = bridge->listNotes(mostAppleNotes);
-        QMetaObject::invokeMethod(QCoreApplication::instance(), [self, listing, notes] {
-            if (self && self->m_listing == listing) self->listAppleNotes(notes);
+    m_listing.restart(
+        [this](std::stop_token stop) { return listFromApplication(this, std::move(stop)); });
+}
+
+QCoro::Task<> AttachableNotes::listFromApplication(AttachableNotes* self, std::stop_token stop) {
+    const std::vector<AppleNoteSummary> notes =
+        co_await self->m_state.notes().run([stop](NotesBridge& bridge) {
+            return stop.stop_requested() ? std::vector<AppleNoteSummary>()
+                                         : bridge.listNotes(mostAppleNotes);
         });
-    });
+    if (!stop.stop_requested()) self->listAppleNotes(notes);
 }
 
 void AttachableNotes::listLibrary() {
@@ -106,14 +101,20 @@ void AttachableNotes::toggleAppleNote(const Row& row) {
         return;
     }
     m_awaited.insert(id);
-    const QPointer<AttachableNotes> self(this);
-    NotesBridge* const bridge = &m_state.notes();
-    m_bridgeThread.start([self, bridge, id, title = row.title] {
-        const std::optional<QString> body = bridge->noteBody(id);
-        QMetaObject::invokeMethod(QCoreApplication::instance(), [self, id, title, body] {
-            if (self && self->m_awaited.remove(id)) self->attachAppleNote(id, title, body);
-        });
+    m_reading.release();
+    m_reading.restart([this, id, title = row.title](std::stop_token stop) {
+        return readNote(this, id, title, std::move(stop));
     });
+}
+
+QCoro::Task<> AttachableNotes::readNote(AttachableNotes* self, QString id, QString title,
+                                        std::stop_token stop) {
+    const std::optional<QString> body =
+        co_await self->m_state.notes().run([id, stop](NotesBridge& bridge) {
+            return stop.stop_requested() ? std::nullopt : bridge.noteBody(id);
+        });
+    if (!stop.stop_requested() && self->m_awaited.remove(id))
+        self->attachAppleNote(id, title, body);
 }
 
 void AttachableNotes::attachAppleNote(const QString& id, const QString& title,

@@ -1,19 +1,21 @@
 #pragma once
 
+#include "support/TaskSlot.h"
+
 #include <QAbstractListModel>
+#include <QCoroTask>
 #include <QHash>
 #include <QSet>
 #include <QString>
-#include <QThreadPool>
 #include <QUuid>
 
 #include <optional>
+#include <stop_token>
 #include <vector>
 
 namespace vorq {
 
 class AttachmentList;
-class NotesBridge;
 class VorqAppState;
 struct AppleNoteSummary;
 
@@ -34,9 +36,6 @@ class AttachableNotes final : public QAbstractListModel {
 
     /// Both must outlive this object.
     AttachableNotes(VorqAppState& state, AttachmentList& attachments);
-    /// Waits for the notes application, if it is being asked.
-    ~AttachableNotes() override;
-
     /// Lists the notes anew: those of the library at once, the others as they come.
     void load();
 
@@ -70,6 +69,9 @@ class AttachableNotes final : public QAbstractListModel {
     [[nodiscard]] bool isAttached(const Row& row) const;
     void toggleLibraryNote(const Row& row);
     void toggleAppleNote(const Row& row);
+    static QCoro::Task<> listFromApplication(AttachableNotes* self, std::stop_token stop);
+    static QCoro::Task<> readNote(AttachableNotes* self, QString id, QString title,
+                                  std::stop_token stop);
     void attachAppleNote(const QString& id, const QString& title,
                          const std::optional<QString>& body);
     void forgetDetached();
@@ -80,8 +82,8 @@ class AttachableNotes final : public QAbstractListModel {
     bool m_appleNotesLoading = false;
     QHash<QString, QUuid> m_appleNoteClipIDs; // of the attachments, by the note's identity
     QSet<QString> m_awaited;                  // notes that are being read
-    int m_listing = 0;                        // which listing counts
-    QThreadPool m_bridgeThread;               // one thread; waits when it goes, so it is last
+    TaskSlot m_listing;
+    TaskSlot m_reading; // of all notes that are awaited, the latest in the slot
 };
 
 } // namespace vorq

@@ -12,6 +12,7 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -55,6 +56,7 @@ class ScriptedNotesBridge final : public NoNotesBridge {
   public:
     std::optional<QString> refusal;
     std::vector<std::pair<QString, QString>> notes; // title and body
+    std::function<void()> whileCreating;            // on the thread that asks
 
     std::vector<AppleNoteSummary> listNotes(int limit) override {
         std::vector<AppleNoteSummary> list;
@@ -70,6 +72,7 @@ class ScriptedNotesBridge final : public NoNotesBridge {
         return body.isEmpty() ? std::nullopt : std::optional(body);
     }
     std::expected<QString, QString> createNote(const QString& title, const QString& body) override {
+        if (whileCreating) whileCreating();
         if (refusal) return std::unexpected(*refusal);
         notes.emplace_back(title, body);
         return QString::number(notes.size());

@@ -1,8 +1,13 @@
 // Conversations of the panel that are kept, brought back and exported.
 
+#include "backend/Awaiting.h"
 #include "core/LibraryFixture.h"
 
+#include <QElapsedTimer>
+#include <QSemaphore>
 #include <QSignalSpy>
+#include <QThread>
+#include <QTimer>
 
 namespace vorq {
 namespace {
@@ -19,6 +24,19 @@ class PanelChatsTest : public LibraryFixture {
 
     [[nodiscard]] PanelChats& chats() { return state().panelChats(); }
     [[nodiscard]] QString message() { return state().library().libraryMessage(); }
+
+    // What an export gives, once it is done.
+    [[nodiscard]] static bool wait(QCoro::Task<bool> task) {
+        const Outcome outcome(std::move(task));
+        return outcome.wait() && outcome.value();
+    }
+    // Saves, and waits until the answer stands.
+    void save(const QString& text, bool fromHub, const std::function<QString()>& where,
+              const QString& answer) {
+        EXPECT_TRUE(chats().saveContentToNotes(text, fromHub));
+        EXPECT_TRUE(turnUntil([&] { return where() == answer; })) << qPrintable(where());
+    }
+    [[nodiscard]] QString lastText() { return messages().empty() ? QString() : last().text; }
 
     void converse(const QString& prompt, const QString& answer) {
         submit(prompt);
@@ -90,7 +108,7 @@ TEST_F(PanelChatsTest, AnUnknownConversationChangesNothing) {
 TEST_F(PanelChatsTest, TheLatestFinishedReplyIsExported) {
     converse("First", "# Rivers\ncarry silt");
     submit("Second");
-    EXPECT_TRUE(chats().exportCurrentChatToAppleNotes());
+    EXPECT_TRUE(wait(chats().exportCurrentChatToAppleNotes()));
     EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("# Rivers", "# Rivers\ncarry silt")));
     EXPECT_EQ(message(), "");
 }
@@ -98,49 +116,75 @@ TEST_F(PanelChatsTest, TheLatestFinishedReplyIsExported) {
 TEST_F(PanelChatsTest, WithoutAReplyAllThatIsSettledIsExported) {
     submit("First");
     submit(" Second ");
-    EXPECT_TRUE(chats().exportCurrentChatToAppleNotes());
+    EXPECT_TRUE(wait(chats().exportCurrentChatToAppleNotes()));
     EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("First", "First\n\nSecond")));
 }
 
 TEST_F(PanelChatsTest, AnEmptyPanelExportsNothing) {
-    EXPECT_FALSE(chats().exportCurrentChatToAppleNotes());
+    EXPECT_FALSE(wait(chats().exportCurrentChatToAppleNotes()));
     EXPECT_EQ(message(), "Nothing to save yet — start a chat first.");
     EXPECT_THAT(m_notesApplication.notes, IsEmpty());
 }
 
 TEST_F(PanelChatsTest, AnExportSaysWhatCameOfIt) {
-    EXPECT_TRUE(chats().exportChatTextToAppleNotes(" text ", "Done."));
+    EXPECT_TRUE(wait(chats().exportChatTextToAppleNotes(" text ", "Done.")));
     EXPECT_EQ(message(), "Done.");
     EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("text", "text")));
     m_notesApplication.refusal = "Not allowed.";
-    EXPECT_FALSE(chats().exportChatTextToAppleNotes("text"));
+    EXPECT_FALSE(wait(chats().exportChatTextToAppleNotes("text")));
     EXPECT_EQ(message(), "Not allowed.");
 }
 
 TEST_F(PanelChatsTest, ASaveFromThePanelIsAnsweredThere) {
     EXPECT_FALSE(chats().saveContentToNotes(" ", false));
     EXPECT_EQ(last().text, "Nothing to save yet — ask me something first.");
-    EXPECT_TRUE(chats().saveContentToNotes("text", false));
-    EXPECT_EQ(last().text, "Saved to Notes.");
+    const auto panelSays = [this] { return lastText(); };
+    save("text", false, panelSays, "Saved to Notes.");
     m_notesApplication.refusal = "Not allowed.";
-    EXPECT_FALSE(chats().saveContentToNotes("text", false));
-    EXPECT_EQ(last().text, "Not allowed.");
+    save("text", false, panelSays, "Not allowed.");
     m_notesApplication.refusal = "";
-    EXPECT_FALSE(chats().saveContentToNotes("text", false));
-    EXPECT_EQ(last().text, "Couldn’t save to Notes.");
+    save("text", false, panelSays, "Couldn’t save to Notes.");
     EXPECT_EQ(last().followUp, std::nullopt);
 }
 
 TEST_F(PanelChatsTest, ASaveFromTheHubIsAnsweredInItsActiveChat) {
     QStringList replies;
     chats().setHubReply([&replies](const QString& reply) { replies += reply; });
-    EXPECT_TRUE(chats().saveContentToNotes("text", true));
-    EXPECT_EQ(message(), "Saved to Notes.") << "without an active chat it goes to the line";
+    // Without an active chat it goes to the line.
+    save("text", true, [this] { return message(); }, "Saved to Notes.");
     EXPECT_THAT(replies, IsEmpty());
     state().hub().setActiveHubAIChatID(QUuid::createUuid());
-    EXPECT_TRUE(chats().saveContentToNotes("text", true));
-    EXPECT_THAT(replies, ElementsAre("Saved to Notes."));
+    save("text", true, [&] { return replies.join(u'|'); }, "Saved to Notes.");
     EXPECT_THAT(messages(), IsEmpty());
+}
+
+TEST_F(PanelChatsTest, ANotesApplicationThatHangsKeepsNobodyWaiting) {
+    QSemaphore answers;
+    m_notesApplication.whileCreating = [&answers] { answers.tryAcquire(1, 20s); };
+    converse("Explain", "They flow.");
+    QElapsedTimer elapsed;
+    elapsed.start();
+    submit("save research");
+    int turns = 0;
+    QTimer ticker;
+    QObject::connect(&ticker, &QTimer::timeout, [&turns] { ++turns; });
+    ticker.start(1);
+    EXPECT_TRUE(turnUntil([&turns] { return turns >= 20; }));
+    submit("And then?");
+    EXPECT_EQ(exchange().json().value("prompt").toString(), "And then?");
+    EXPECT_LT(elapsed.elapsed(), 10000) << "it still hangs";
+    EXPECT_THAT(m_notesApplication.notes, IsEmpty());
+    answers.release();
+    EXPECT_TRUE(turnUntil([this] { return texts().contains("Saved to Notes."); }));
+}
+
+TEST_F(PanelChatsTest, WhatIsOnItsWayToTheNotesArrivesThoughTheProgramEnds) {
+    m_notesApplication.whileCreating = [] { QThread::msleep(50); };
+    converse("Explain", "They flow.");
+    submit("save research");
+    m_tester.reset();
+    m_state.reset();
+    EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("They flow.", "They flow.")));
 }
 
 } // namespace

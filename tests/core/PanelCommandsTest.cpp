@@ -1,5 +1,6 @@
 // Prompts that the program carries out by itself.
 
+#include "backend/Awaiting.h"
 #include "core/LibraryFixture.h"
 
 namespace vorq {
@@ -65,8 +66,8 @@ TEST_F(PanelCommandsTest, ALongAnswerWaitsForItsPause) {
     const QString longReason = QString(80, u'a') + "\n\n" + QString(80, u'b');
     m_notesApplication.refusal = longReason;
     submit("save research");
+    EXPECT_TRUE(turnUntil([this] { return last().isTyping; })) << "the notes application answers";
     EXPECT_EQ(last().text, "");
-    EXPECT_TRUE(last().isTyping);
     advance(159ms);
     EXPECT_EQ(last().text, "");
     advance(1ms);

@@ -1,5 +1,6 @@
 // A note of the library as the subject of the panel.
 
+#include "backend/Awaiting.h"
 #include "core/LibraryFixture.h"
 
 #include <QSignalSpy>
@@ -17,6 +18,10 @@ class StudyNotesTest : public LibraryFixture {
   protected:
     StudyNotesTest() { setMigrated(); }
 
+    // The notes application answers later.
+    [[nodiscard]] bool says(const QString& text) {
+        return turnUntil([&] { return !messages().empty() && last().text == text; });
+    }
     [[nodiscard]] StudyNotes& notes() { return state().studyNotes(); }
     [[nodiscard]] StudyContext& study() { return state().study(); }
     [[nodiscard]] SavedNote stored(const QUuid& id) const {
@@ -165,8 +170,8 @@ TEST_F(StudyNotesTest, WithoutANoteTheReplyGoesToTheUsersNotes) {
     EXPECT_EQ(last().text, "Nothing to save yet — ask me something first.");
     converse("Explain", "They flow.");
     EXPECT_TRUE(notes().saveStudyResearchToActiveNote());
+    EXPECT_TRUE(says("Saved to Notes."));
     EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("They flow.", "They flow.")));
-    EXPECT_EQ(last().text, "Saved to Notes.");
 }
 
 TEST_F(StudyNotesTest, TheGreetingIsNoReplyToSave) {
@@ -181,10 +186,10 @@ TEST_F(StudyNotesTest, ASaveThatIsAskedForAgainDoesNotSaveWhatWasSaidToTheFirst)
     converse("Explain", "They flow.");
     m_notesApplication.refusal = "Not allowed.";
     submit("save to notes");
-    EXPECT_EQ(last().text, "Not allowed.");
+    EXPECT_TRUE(says("Not allowed."));
     m_notesApplication.refusal.reset();
     submit("save to notes");
-    EXPECT_EQ(last().text, "Saved to Notes.");
+    EXPECT_TRUE(says("Saved to Notes."));
     EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("They flow.", "They flow.")));
     submit("save chat");
     const SavedNote note = keepNote("Rivers");
@@ -201,6 +206,7 @@ TEST_F(StudyNotesTest, ADeletedNoteCountsAsNone) {
     EXPECT_EQ(notes().activeStudyNote(), nullptr);
     study().setLastStudyResearch("research");
     EXPECT_TRUE(notes().saveStudyResearchToActiveNote());
+    EXPECT_TRUE(says("Saved to Notes."));
     EXPECT_THAT(m_notesApplication.notes, SizeIs(1));
     submit("Why?");
     EXPECT_TRUE(exchange().json()["prompt"].toString().startsWith("The student is studying"));

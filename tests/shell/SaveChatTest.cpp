@@ -1,5 +1,6 @@
 // How the user keeps the conversation in their notes from the menu.
 
+#include "backend/Awaiting.h"
 #include "shell/ShellFixture.h"
 
 namespace vorq {
@@ -13,13 +14,17 @@ class SaveChatTest : public ShellFixture {
   protected:
     SaveChatTest() { launch(); }
 
-    void choose() { emit m_statusItem.saveChatChosen(); }
+    // The notes application answers later.
+    void chooseAndWait(int calls) {
+        emit m_statusItem.saveChatChosen();
+        EXPECT_TRUE(turnUntil([&] { return m_calls.size() >= calls; }));
+    }
 };
 
 TEST_F(SaveChatTest, TheLastReplyBecomesANote) {
     submit("a question");
     reply(exchange(), "The answer.");
-    choose();
+    chooseAndWait(1);
     ASSERT_THAT(m_notesApplication.notes, SizeIs(1));
     EXPECT_EQ(m_notesApplication.notes.front().second, "The answer.");
     EXPECT_THAT(m_calls, ElementsAre("flash check"));
@@ -28,14 +33,15 @@ TEST_F(SaveChatTest, TheLastReplyBecomesANote) {
 TEST_F(SaveChatTest, AFailureIsSeenAndSaysWhy) {
     m_notesApplication.refusal = "The notes application does not answer.";
     submit("a question");
-    choose();
+    chooseAndWait(2);
     EXPECT_THAT(m_calls, ElementsAre("flash fail", "alert"));
     EXPECT_EQ(m_host.lastAlert,
               (Alert{"Couldn’t save to Notes.", "The notes application does not answer.", {"OK"}}));
 }
 
 TEST_F(SaveChatTest, WithNothingToSaveNothingHappens) {
-    choose();
+    emit m_statusItem.saveChatChosen();
+    m_clock.settle();
     EXPECT_THAT(m_calls, IsEmpty());
     EXPECT_THAT(m_notesApplication.notes, IsEmpty());
 }
