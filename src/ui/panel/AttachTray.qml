@@ -66,8 +66,8 @@ Glass {
             Keys.forwardTo: tray.tabs ? [tray.tabs] : []
             width: parent.width
             text: qsTr("Add study files")
-            sub: qsTr("Images, PDF, DOCX, PPTX…")
-            help: qsTr("Add study files — PDF, DOCX, PPTX, and more")
+            sub: qsTr("Images, text, Markdown…")
+            help: qsTr("Add study files — images, text, Markdown, and more")
             iconName: "doc"
             onClicked: tray.panel.filesWanted(false)
         }
