@@ -80,6 +80,8 @@ QByteArray jsonOf(const KeptChat& kept) {
     for (const SavedChatMessage& message : kept.chat.messages) {
         writer.beginObject();
         writer.member(u"role", message.role);
+        if (message.sentFrom) writer.member(u"sentFrom", *message.sentFrom);
+        if (message.sentText) writer.member(u"sentText", *message.sentText);
         writer.member(u"text", message.text);
         writer.endObject();
     }

@@ -27,6 +27,19 @@ bool belongsToHistory(const VorqMessage& message) {
     return !startsWithCharacters(trimmed(message.text), u"Hello 👋");
 }
 
+SavedChatMessage savedMessage(const VorqMessage& message) {
+    SavedChatMessage kept{QUuid::createUuid(), rawString(message.role), message.text};
+    if (!message.sent) return kept;
+    kept.sentText = message.sent->text;
+    if (!message.sent->application.isEmpty()) kept.sentFrom = message.sent->application;
+    return kept;
+}
+
+std::optional<SentText> sentOf(const SavedChatMessage& kept) {
+    if (!kept.sentText || trimmed(*kept.sentText).isEmpty()) return std::nullopt;
+    return SentText{*kept.sentText, kept.sentFrom.value_or(QString())};
+}
+
 QString titleOf(const std::vector<SavedChatMessage>& messages) {
     const auto asked =
         std::ranges::find(messages, rawString(MessageRole::User), &SavedChatMessage::role);
@@ -42,7 +55,7 @@ std::optional<SavedChat> savedChat(std::span<const VorqMessage> messages, Date c
     SavedChat chat;
     for (const VorqMessage& message : messages) {
         if (!belongsToHistory(message)) continue;
-        chat.messages.push_back({QUuid::createUuid(), rawString(message.role), message.text});
+        chat.messages.push_back(savedMessage(message));
     }
     if (chat.messages.empty()) return std::nullopt;
     chat.id = QUuid::createUuid();
@@ -59,6 +72,7 @@ std::vector<VorqMessage> panelMessages(const SavedChat& chat) {
         VorqMessage& message = messages.emplace_back();
         message.role = kept.role == u"assistant" ? MessageRole::Assistant : MessageRole::User;
         message.text = text.toString();
+        if (message.role == MessageRole::User) message.sent = sentOf(kept);
     }
     return messages;
 }

@@ -14,6 +14,14 @@ enum class MessageRole { User, Assistant };
 /// The raw string of a role, as it stands in requests and records.
 [[nodiscard]] QString rawString(MessageRole role);
 
+/// The text that went out with a prompt beside its words.
+struct SentText {
+    QString text;
+    QString application; ///< whose text was captured; "" if none was, or it has no name
+
+    bool operator==(const SentText&) const = default;
+};
+
 /// One entry of the panel conversation.
 struct VorqMessage {
     QUuid id = QUuid::createUuid();
@@ -23,6 +31,8 @@ struct VorqMessage {
     bool isTyping = false;  ///< the text is still growing
     std::optional<QString> typingFullText;
     std::optional<VorqFollowUp> followUp;
+    std::optional<SentText> sent; ///< of a user's message once its turn has started
+    bool canRetry = false;        ///< the reply is a failure whose turn can run again
 
     bool operator==(const VorqMessage&) const = default;
 

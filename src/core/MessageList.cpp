@@ -14,6 +14,9 @@ QList<int> changedRoles(const VorqMessage& before, const VorqMessage& after) {
     if (before.isTyping != after.isTyping) roles += MessageList::IsTypingRole;
     if (before.followUp != after.followUp)
         roles += {MessageList::FollowUpQuestionRole, MessageList::FollowUpLabelsRole};
+    if (before.sent != after.sent)
+        roles += {MessageList::SentTextRole, MessageList::SentApplicationRole};
+    if (before.canRetry != after.canRetry) roles += MessageList::CanRetryRole;
     return roles;
 }
 
@@ -104,6 +107,12 @@ QVariant MessageList::data(const QModelIndex& index, int role) const {
     case FollowUpLabelsRole:
         if (!message.followUp) return QStringList();
         return QStringList(message.followUp->labels.begin(), message.followUp->labels.end());
+    case SentTextRole:
+        return message.sent ? message.sent->text : QString();
+    case SentApplicationRole:
+        return message.sent ? message.sent->application : QString();
+    case CanRetryRole:
+        return message.canRetry;
     default:
         return {};
     }
@@ -116,7 +125,10 @@ QHash<int, QByteArray> MessageList::roleNames() const {
             {IsWorkingRole, "isWorking"},
             {IsTypingRole, "isTyping"},
             {FollowUpQuestionRole, "followUpQuestion"},
-            {FollowUpLabelsRole, "followUpLabels"}};
+            {FollowUpLabelsRole, "followUpLabels"},
+            {SentTextRole, "sentText"},
+            {SentApplicationRole, "sentApplication"},
+            {CanRetryRole, "canRetry"}};
 }
 
 } // namespace vorq

@@ -23,6 +23,9 @@ class MessageList final : public QAbstractListModel {
         IsTypingRole,
         FollowUpQuestionRole, ///< "" without a follow-up
         FollowUpLabelsRole,
+        SentTextRole,        ///< what went out with the prompt; "" for nothing
+        SentApplicationRole, ///< whose text that is; "" if that is not known
+        CanRetryRole,
     };
 
     using QAbstractListModel::QAbstractListModel;

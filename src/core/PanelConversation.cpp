@@ -66,7 +66,8 @@ bool PanelConversation::canSaveCurrentChat() const {
     });
 }
 
-void PanelConversation::setHighlightedText(const QString& text) {
+void PanelConversation::setHighlightedText(const QString& text, const QString& application) {
+    m_highlightedApplication = application;
     if (m_highlightedText == text) return;
     m_highlightedText = text;
     emit highlightedTextChanged();
@@ -79,69 +80,78 @@ void PanelConversation::setRestoringPanelHistory(bool restoring) {
 }
 
 void PanelConversation::submit(const QString& prompt, const QList<PromptAttachment>& attachments) {
-    const std::optional<QString> text = appendUserBubble(prompt, attachments);
-    if (text && !m_services.routes.take(*text)) sendOrQueue(*text, attachments);
+    const std::optional<QueuedPrompt> turn = appendUserBubble(prompt, attachments);
+    if (turn && !m_services.routes.take(turn->prompt)) startOrQueue(*turn);
 }
 
 void PanelConversation::submitToBackend(const QString& prompt,
                                         const QList<PromptAttachment>& attachments) {
-    if (const std::optional<QString> text = appendUserBubble(prompt, attachments))
-        sendOrQueue(*text, attachments);
+    if (const std::optional<QueuedPrompt> turn = appendUserBubble(prompt, attachments))
+        startOrQueue(*turn);
 }
 
-// Gives the trimmed prompt; nothing if there is nothing to send.
-std::optional<QString>
+// Gives the turn of the trimmed prompt; nothing if there is nothing to send.
+std::optional<PanelConversation::QueuedPrompt>
 PanelConversation::appendUserBubble(const QString& prompt,
                                     const QList<PromptAttachment>& attachments) {
     const std::optional<QString> bubble = submitBubble(prompt, attachments);
     if (!bubble) return std::nullopt;
     m_messages.updateAll([](VorqMessage& message) { message.followUp.reset(); });
-    VorqMessage message;
-    message.text = *bubble;
-    m_messages.append(std::move(message));
-    return trimmed(prompt).toString();
+    return QueuedPrompt{appendUserMessage(*bubble), trimmed(prompt).toString(), attachments};
 }
 
-void PanelConversation::sendOrQueue(const QString& prompt,
-                                    const QList<PromptAttachment>& attachments) {
+QUuid PanelConversation::appendUserMessage(const QString& text) {
+    VorqMessage message;
+    message.text = text;
+    const QUuid id = message.id;
+    m_messages.append(std::move(message));
+    return id;
+}
+
+void PanelConversation::startOrQueue(PanelQueuedTurn turn) {
     if (isPanelTurnInFlight())
-        m_panelTurnQueue.emplace_back(QueuedPrompt{prompt, attachments});
+        m_panelTurnQueue.push_back(std::move(turn));
     else
-        startPanelPromptRequest(prompt, attachments);
+        std::visit([this](const auto& next) { start(next); }, turn);
 }
 
 void PanelConversation::deepenSelection(const QString& excerpt, const QString& userPrompt) {
     const std::optional<QString> bubble = deepenBubble(excerpt, userPrompt);
     if (!bubble) return;
-    VorqMessage message;
-    message.text = *bubble;
-    m_messages.append(std::move(message));
-    const QString kept = trimmed(excerpt).toString();
-    const QString request = trimmed(userPrompt).toString();
-    if (isPanelTurnInFlight())
-        m_panelTurnQueue.emplace_back(QueuedDeepen{kept, request});
-    else
-        startPanelDeepenRequest(kept, request);
+    const QUuid id = appendUserMessage(*bubble);
+    startOrQueue(QueuedDeepen{id, trimmed(excerpt).toString(), trimmed(userPrompt).toString()});
 }
 
-void PanelConversation::startPanelPromptRequest(const QString& prompt,
-                                                const QList<PromptAttachment>& attachments) {
+void PanelConversation::start(const QueuedPrompt& turn) {
     completeAssistantTyping();
     const QUuid placeholder = appendPlaceholder();
     PanelPromptContext context;
-    context.prompt = prompt;
-    context.attachments = attachments;
+    context.prompt = turn.prompt;
+    context.attachments = turn.attachments;
     context.highlightedText = m_highlightedText;
     context.studySource = m_services.study.activeStudySource();
     context.isStudyingNote = m_services.study.activeStudyNoteID().has_value();
     context.messages = m_messages.messages();
-    startRequest(panelPromptRequest(context), placeholder);
+    const PanelRequest request = panelPromptRequest(context);
+    rememberSent(turn.bubble, request.body.selectedText, m_highlightedApplication);
+    startRequest(request, placeholder);
 }
 
-void PanelConversation::startPanelDeepenRequest(const QString& excerpt, const QString& userPrompt) {
+void PanelConversation::start(const QueuedDeepen& turn) {
     completeAssistantTyping();
     const QUuid placeholder = appendPlaceholder();
-    startRequest(panelDeepenRequest(excerpt, userPrompt, m_messages.messages()), placeholder);
+    rememberSent(turn.bubble, turn.excerpt, {});
+    startRequest(panelDeepenRequest(turn.excerpt, turn.userPrompt, m_messages.messages()),
+                 placeholder);
+}
+
+void PanelConversation::rememberSent(const QUuid& bubble, const QString& text,
+                                     const QString& application) {
+    const VorqMessage* found = m_messages.find(bubble);
+    if (!found || text.isEmpty()) return;
+    VorqMessage message = *found;
+    message.sent = SentText{text, application};
+    m_messages.update(message);
 }
 
 void PanelConversation::completeAssistantTyping() {
@@ -161,10 +171,7 @@ void PanelConversation::drainPanelQueueIfIdle() {
     if (isPanelTurnInFlight() || m_panelTurnQueue.empty()) return;
     const PanelQueuedTurn turn = std::move(m_panelTurnQueue.front());
     m_panelTurnQueue.pop_front();
-    if (const auto* prompt = std::get_if<QueuedPrompt>(&turn))
-        startPanelPromptRequest(prompt->prompt, prompt->attachments);
-    else if (const auto* deepen = std::get_if<QueuedDeepen>(&turn))
-        startPanelDeepenRequest(deepen->excerpt, deepen->userPrompt);
+    std::visit([this](const auto& next) { start(next); }, turn);
 }
 
 void PanelConversation::removeEmptyPlaceholders() {
@@ -228,6 +235,7 @@ void PanelConversation::restorePanelHistory(const SavedChat& chat) {
     setRestoringPanelHistory(true);
     m_messages.clear();
     m_ownWords.clear();
+    m_retries.clear();
     m_status.endPanelWorkStatus();
     for (VorqMessage& message : panelMessages(chat))
         m_messages.append(std::move(message));
@@ -239,6 +247,7 @@ void PanelConversation::clearPanelChat() {
     endAllTurns();
     m_messages.clear();
     m_ownWords.clear();
+    m_retries.clear();
     setHighlightedText({});
     m_services.study.setLastStudyResearch({});
     ensurePanelGreeting();

@@ -12,6 +12,7 @@
 #include "core/WorkStatus.h"
 #include "support/TaskSlot.h"
 
+#include <QHash>
 #include <QObject>
 #include <QPointer>
 #include <QSet>
@@ -74,7 +75,8 @@ class PanelConversation final : public QObject {
     [[nodiscard]] bool canSaveCurrentChat() const;
     [[nodiscard]] bool isRestoringPanelHistory() const { return m_isRestoringPanelHistory; }
 
-    void setHighlightedText(const QString& text);
+    /// The application is the one whose text this is, as the user knows it; "" for none.
+    void setHighlightedText(const QString& text, const QString& application = {});
 
     /// While a saved chat is loaded into the panel.
     void setRestoringPanelHistory(bool restoring);
@@ -107,6 +109,10 @@ class PanelConversation final : public QObject {
     /// Ends the running turn and drops the waiting ones.
     void stopPanelResponse();
 
+    /// Runs the turn of a failed reply again, in the place of that reply, with all that it sent
+    /// before. Behind a running turn it waits. Any other message is left alone.
+    void retry(const QUuid& failedReply);
+
     /// Says something as a reply, without asking the backend.
     void answer(const QString& text);
 
@@ -137,6 +143,10 @@ class PanelConversation final : public QObject {
     void vorqShowPanel();
     void vorqFocusPrompt();
     void highlightedTextChanged();
+    /// The hot key has taken up text of the application, which may have no name.
+    void textCaptured(const QString& application);
+    /// The hot key found no text in the application, which may have no name, though it may read it.
+    void nothingCaptured(const QString& application);
     /// One of the derived properties may have changed.
     void stateChanged();
     /// So much of a reply has come in, whether or not it shows already.
@@ -146,14 +156,19 @@ class PanelConversation final : public QObject {
 
   private:
     struct QueuedPrompt {
+        QUuid bubble;
         QString prompt;
         QList<PromptAttachment> attachments;
     };
     struct QueuedDeepen {
+        QUuid bubble;
         QString excerpt;
         QString userPrompt;
     };
-    using PanelQueuedTurn = std::variant<QueuedPrompt, QueuedDeepen>;
+    struct QueuedRetry {
+        QUuid failedReply;
+    };
+    using PanelQueuedTurn = std::variant<QueuedPrompt, QueuedDeepen, QueuedRetry>;
     using OnDelta = AnalysisStream::OnDelta;
     using Send = std::function<QCoro::Task<AIAnalysis>(PanelConversation&, const QString& token,
                                                        const OnDelta&, std::stop_token)>;
@@ -163,18 +178,23 @@ class PanelConversation final : public QObject {
         bool isStudyTurn = false;
     };
 
-    std::optional<QString> appendUserBubble(const QString& prompt,
-                                            const QList<PromptAttachment>& attachments);
-    void sendOrQueue(const QString& prompt, const QList<PromptAttachment>& attachments);
+    std::optional<QueuedPrompt> appendUserBubble(const QString& prompt,
+                                                 const QList<PromptAttachment>& attachments);
+    QUuid appendUserMessage(const QString& text);
+    void startOrQueue(PanelQueuedTurn turn);
     void endAllTurns();
-    void startPanelPromptRequest(const QString& prompt, const QList<PromptAttachment>& attachments);
-    void startPanelDeepenRequest(const QString& excerpt, const QString& userPrompt);
+    void start(const QueuedPrompt& turn);
+    void start(const QueuedDeepen& turn);
+    void start(const QueuedRetry& turn);
+    void rememberSent(const QUuid& bubble, const QString& text, const QString& application);
     void requestHighlightAnalysis(const QString& text);
     void completeAssistantTyping();
     QUuid appendPlaceholder();
     void startRequest(const PanelRequest& request, const QUuid& placeholder);
     [[nodiscard]] std::optional<QString> preferredModel() const;
     void startTurn(Turn turn);
+    void startLocalWork(const QUuid& placeholder, LocalWork work);
+    void offerRetry(const QUuid& failedReply, std::function<void()> again);
     static QCoro::Task<> runTurn(QPointer<PanelConversation> self, Turn turn, std::stop_token stop);
     static QCoro::Task<> runLocalTurn(QPointer<PanelConversation> self, QUuid placeholder,
                                       LocalWork work, std::stop_token stop);
@@ -193,15 +213,17 @@ class PanelConversation final : public QObject {
     void removeEmptyPlaceholders();
     void logCapture(bool trusted, std::optional<SelectionCapture::ProcessId> sourcePID,
                     const CapturedText& captured);
-    void takeUp(const QString& text);
+    void takeUp(const QString& text, const QString& application);
 
     Services m_services;
     MessageList m_messages;
     WorkStatus m_status;
     ReplyTypewriter m_typewriter;
-    QSet<QUuid> m_ownWords; // messages that the program says by itself
+    QSet<QUuid> m_ownWords;                        // messages that the program says by itself
+    QHash<QUuid, std::function<void()>> m_retries; // by the failed reply
     HeldCapture m_heldCapture;
     QString m_highlightedText;
+    QString m_highlightedApplication;
     QString m_modelForNow; // "" for the user's own choice
     bool m_isRestoringPanelHistory = false;
     std::deque<PanelQueuedTurn> m_panelTurnQueue;

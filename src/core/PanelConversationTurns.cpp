@@ -12,6 +12,8 @@
 
 #include <QLoggingCategory>
 
+#include <algorithm>
+
 namespace vorq {
 namespace {
 
@@ -108,7 +110,10 @@ void PanelConversation::endTurn() {
 }
 
 void PanelConversation::startLocalTurn(LocalWork work) {
-    const QUuid placeholder = appendPlaceholder();
+    startLocalWork(appendPlaceholder(), std::move(work));
+}
+
+void PanelConversation::startLocalWork(const QUuid& placeholder, LocalWork work) {
     m_panelRequestTask.restart(
         [self = QPointer(this), placeholder, work = std::move(work)](std::stop_token stop) {
             return runLocalTurn(self, placeholder, work, std::move(stop));
@@ -126,11 +131,17 @@ QCoro::Task<> PanelConversation::runLocalTurn(QPointer<PanelConversation> self, 
         failure = std::current_exception();
     }
     if (!self) co_return;
+    bool hasFailed = false;
     if (failure) {
         const auto [end, sentence] = outcomeOf(failure);
-        if (end != TurnEnd::Cancelled) reply = sentence;
+        hasFailed = end != TurnEnd::Cancelled && !stop.stop_requested();
+        if (hasFailed) reply = sentence;
     }
     self->finishLocalTurn(placeholder, stop.stop_requested() ? std::nullopt : reply);
+    if (self && hasFailed)
+        self->offerRetry(placeholder, [self, placeholder, work] {
+            if (self) self->startLocalWork(placeholder, work);
+        });
     if (self) self->endTurn();
 }
 
@@ -160,12 +171,42 @@ void PanelConversation::failTurn(const Turn& turn, const std::exception_ptr& err
         break;
     case TurnEnd::Failed:
         showOutcome(turn, sentence, std::nullopt);
+        offerRetry(turn.placeholder, [this, turn] { startTurn(turn); });
         break;
     case TurnEnd::Cancelled:
     case TurnEnd::Replied:
         dropWorkingPlaceholder(turn.placeholder);
         break;
     }
+}
+
+void PanelConversation::offerRetry(const QUuid& failedReply, std::function<void()> again) {
+    const VorqMessage* found = m_messages.find(failedReply);
+    if (!found) return;
+    m_retries.insert(failedReply, std::move(again));
+    VorqMessage message = *found;
+    message.canRetry = true;
+    m_messages.update(message);
+}
+
+void PanelConversation::retry(const QUuid& failedReply) {
+    const auto waits = [&failedReply](const PanelQueuedTurn& turn) {
+        const auto* queued = std::get_if<QueuedRetry>(&turn);
+        return queued && queued->failedReply == failedReply;
+    };
+    if (!m_retries.contains(failedReply) || std::ranges::any_of(m_panelTurnQueue, waits)) return;
+    startOrQueue(QueuedRetry{failedReply});
+}
+
+void PanelConversation::start(const QueuedRetry& turn) {
+    const std::function<void()> again = m_retries.take(turn.failedReply);
+    if (!again || !m_messages.find(turn.failedReply)) return drainPanelQueueIfIdle();
+    completeAssistantTyping();
+    VorqMessage placeholder = VorqMessage::placeholder();
+    placeholder.id = turn.failedReply;
+    m_messages.update(placeholder);
+    m_status.beginPanelWorkStatus();
+    again();
 }
 
 void PanelConversation::showOutcome(const Turn& turn, const QString& text,
@@ -189,40 +230,48 @@ PanelConversation::submitHotKeyContext(std::optional<SelectionCapture::ProcessId
         if (!self || stop.stop_requested()) co_return;
     }
     captured.text = trimmed(captured.text).toString();
+    std::optional<SelectionCapture::ProcessId> captor = sourcePID;
     if (captured.isEmpty() && !prefilledText) {
         const auto frontmost = capture.frontmostForeignProcess();
         if (frontmost && frontmost != sourcePID) {
             captured = co_await capture.captureSelectedTextForHotKey(frontmost, stop);
             if (!self || stop.stop_requested()) co_return;
             captured.text = trimmed(captured.text).toString();
+            captor = frontmost;
         }
     }
     logCapture(trusted, sourcePID, captured);
+    const QString application = captor ? capture.applicationName(*captor) : QString();
     m_heldCapture.discard();
     if (captured.isHeldBack && !captured.isEmpty()) {
         setHighlightedText({});
-        m_heldCapture.hold(captured.text,
-                           sourcePID ? capture.applicationName(*sourcePID) : QString());
+        m_heldCapture.hold(captured.text, application);
         co_return;
     }
     if (!captured.isEmpty()) {
-        takeUp(captured.text);
+        takeUp(captured.text, application);
         co_return;
     }
     setHighlightedText({});
-    if (!trusted) m_services.permissions.adviseToGrantAgain();
+    const bool isGreetedOnly = m_messages.messages().empty() || isPanelGreetingOnly();
+    if (!trusted)
+        m_services.permissions.adviseToGrantAgain();
+    else if (!isGreetedOnly)
+        emit nothingCaptured(application);
     ensurePanelGreeting();
 }
 
-void PanelConversation::takeUp(const QString& text) {
-    setHighlightedText(text);
+void PanelConversation::takeUp(const QString& text, const QString& application) {
+    setHighlightedText(text, application);
     m_services.permissions.setPermissionMessage({});
+    emit textCaptured(application);
     typeHighlightAndAnalyze(text);
 }
 
 void PanelConversation::sendHeldCapture() {
+    const QString application = m_heldCapture.application();
     const QString text = m_heldCapture.release();
-    if (!text.isEmpty()) takeUp(text);
+    if (!text.isEmpty()) takeUp(text, application);
 }
 
 // The length of what is held back tells of it, too.
@@ -247,9 +296,8 @@ void PanelConversation::typeHighlightAndAnalyze(const QString& text) {
     if (kept.isEmpty()) return;
     m_userTypingTask.cancel();
     m_typewriter.finishTypingFlags(MessageRole::User);
-    VorqMessage message;
-    message.text = QStringLiteral("Attached: Text capture");
-    m_messages.append(std::move(message));
+    const QUuid bubble = appendUserMessage(QStringLiteral("Attached: Text capture"));
+    rememberSent(bubble, kept, m_highlightedApplication);
     requestHighlightAnalysis(kept);
 }
 

@@ -8,6 +8,8 @@ template<>
 inline constexpr auto fieldsOf<SavedChatMessage> = std::to_array<Field>({
     required<&SavedChatMessage::id>("id"),
     required<&SavedChatMessage::role>("role"),
+    defaulted<&SavedChatMessage::sentFrom>("sentFrom"),
+    defaulted<&SavedChatMessage::sentText>("sentText"),
     required<&SavedChatMessage::text>("text"),
 });
 

@@ -17,6 +17,9 @@ struct SavedChatMessage {
     QUuid id;
     QString role; ///< "user" or "assistant"; any other string counts as the user
     QString text;
+    // Of versions that keep what went out with a prompt; nothing where nothing did.
+    std::optional<QString> sentFrom = std::nullopt; ///< the application it was captured from
+    std::optional<QString> sentText = std::nullopt;
 
     bool operator==(const SavedChatMessage&) const = default;
 };

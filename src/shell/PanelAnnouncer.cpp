@@ -24,9 +24,12 @@ void PanelAnnouncer::messagesCame(int first, int last) {
 }
 
 void PanelAnnouncer::messagesChanged(int first, int last) {
-    for (int row = first; row <= last && m_awaited; ++row) {
+    for (int row = first; row <= last; ++row) {
         const VorqMessage& message = m_messages.messages()[static_cast<std::size_t>(row)];
-        if (message.id != *m_awaited || message.isWorking || message.isTyping) continue;
+        // A failed reply whose turn runs again.
+        if (message.isWorking && message.id != m_awaited) return messagesCame(row, row);
+        if (!m_awaited || message.id != *m_awaited || message.isWorking || message.isTyping)
+            continue;
         m_awaited.reset();
         emit announced(spokenReply(message.text));
         return;

@@ -56,6 +56,10 @@ void PanelViewModel::connectState() {
         emit heldChanged();
         announceHeld();
     });
+    connect(&m_state.panel(), &PanelConversation::nothingCaptured, this,
+            &PanelViewModel::adviseOnNothingCaptured);
+    connect(&m_state.panel(), &PanelConversation::textCaptured, this,
+            [this](const QString& application) { m_knownToShowNothing.remove(application); });
     connect(&m_state.panel().workStatus(), &WorkStatus::changed, this,
             &PanelViewModel::workLabelChanged);
     connect(&m_state.permissions(), &Permissions::advised, this,
@@ -66,6 +70,14 @@ void PanelViewModel::connectState() {
     });
     connect(&m_state.study(), &StudyContext::activeNoteChanged, this,
             &PanelViewModel::syncStudyNoteClip);
+}
+
+void PanelViewModel::adviseOnNothingCaptured(const QString& application) {
+    if (m_knownToShowNothing.contains(application)) return setNotice({});
+    m_knownToShowNothing.insert(application);
+    const QString name = application.isEmpty() ? tr("The application in front") : application;
+    setNotice(
+        tr("%1: no highlighted text was found. Copy the text there and paste it here.").arg(name));
 }
 
 void PanelViewModel::takePermissions() {
@@ -226,6 +238,13 @@ void PanelViewModel::submitLabel(const QString& label) {
     m_lastPrompt = label;
     m_state.panel().submit(label);
     // The labels go once one of them is chosen.
+    emit focusPromptWanted();
+}
+
+void PanelViewModel::retry(const QUuid& failedReply) {
+    if (!mayTalk()) return bounce();
+    m_state.panel().retry(failedReply);
+    // The button goes once it is pressed.
     emit focusPromptWanted();
 }
 

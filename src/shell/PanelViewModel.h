@@ -8,6 +8,7 @@
 
 #include <QAbstractItemModel>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QUrl>
 #include <QUuid>
@@ -82,6 +83,9 @@ class PanelViewModel final : public QObject {
     /// Sends a label of a follow-up, leaving the draft alone.
     Q_INVOKABLE void submitLabel(const QString& label);
 
+    /// Runs the turn of a failed reply again, leaving the draft alone.
+    Q_INVOKABLE void retry(const QUuid& failedReply);
+
     Q_INVOKABLE void stopPanelResponse();
 
     /// Sends what is held. Without an account nothing is sent, and it goes on being held.
@@ -154,6 +158,7 @@ class PanelViewModel final : public QObject {
     void syncStudyNoteClip();
     [[nodiscard]] bool isStudyClip(const PromptAttachment& attachment) const;
     void leaveStudyWithItsClip();
+    void adviseOnNothingCaptured(const QString& application);
     void attachFile(const QString& path);
     void attachImage(const QImage& image, const QString& name);
     void setNotice(const QString& sentence);
@@ -167,6 +172,7 @@ class PanelViewModel final : public QObject {
     QString m_prompt;
     QString m_lastPrompt;
     QString m_notice;
+    QSet<QString> m_knownToShowNothing; // applications of which the user was told
     bool m_showAttachTray = false;
     AttachTrayMode m_attachTrayMode = AttachTrayMode::Root;
     bool m_promptBounce = false;

@@ -35,14 +35,14 @@ PromptAttachment deepenClip() {
 
 PromptAttachment fileClip() {
     PromptAttachment clip;
-    clip.fileName = "leaf-optics.pdf";
+    clip.fileName = "leaf-optics.md";
     clip.textContent = "x";
     return clip;
 }
 
 void reply(PanelStage& stage) {
     stage.say("Summarise this and tell me how I could test it at home.\n\n📎 Text capture, "
-              "leaf-optics.pdf");
+              "leaf-optics.md");
     stage.answer(
         samples::leaves, false,
         VorqFollowUp{"Which part should we take further?",
@@ -78,6 +78,43 @@ void scrollUp(PanelStage& stage) {
     stage.list().setProperty("contentY", 0);
 }
 
+void study(PanelStage& stage) {
+    stage.say("latest note");
+    const QUuid note =
+        stage.state->library().createBlankNote("Leaf optics of the shade", HubArea::Study);
+    stage.state->studyNotes().loadNoteIntoStudyContext(
+        *stage.state->library().savedNotes().find(note));
+}
+
+void capture(PanelStage& stage) {
+    VorqMessage message;
+    message.text = "Attached: Text capture";
+    message.sent =
+        SentText{"Leaves reflect green because neither pigment takes it up. In shade the "
+                 "little light that is left is mostly green and far red.\n\nA leaf that "
+                 "grows there is thinner and holds more chlorophyll.",
+                 "Firefox"};
+    stage.state->panel().messages().append(message);
+    stage.answer("It says why **leaves are green**, and how shade leaves differ.");
+    message.id = QUuid::createUuid();
+    message.text = "What does far red mean?";
+    stage.state->panel().messages().append(message);
+}
+
+void unfold(PanelStage& stage) {
+    for (QQuickItem* sent : stage.findAll("SentText"))
+        QMetaObject::invokeMethod(sent, "toggle");
+}
+
+void fail(PanelStage& stage) {
+    VorqMessage message;
+    message.role = MessageRole::Assistant;
+    message.text = "The connection to Vorq broke off before the reply was complete.";
+    message.canRetry = true;
+    stage.say("Why is that so?");
+    stage.state->panel().messages().append(message);
+}
+
 const QList<Shot>& shots() {
     static const QList<Shot> list = {
         {"greeting", greet},
@@ -106,6 +143,14 @@ const QList<Shot>& shots() {
          [](PanelStage& s) {
              s.say("ما هو الفرق؟");
              s.answer(samples::mixed);
+         }},
+        {"study", study},
+        {"sent-folded", capture},
+        {"sent", capture, unfold},
+        {"failed",
+         [](PanelStage& s) {
+             greet(s);
+             fail(s);
          }},
         {"draft", greet,
          [](PanelStage& s) { s.panel->setPrompt("One\nTwo\nThree\nFour\nFive\nSix\nSeven"); }},

@@ -230,11 +230,16 @@ ListView {
         required property bool isTyping
         required property string followUpQuestion
         required property list<string> followUpLabels
+        required property string sentText
+        required property string sentApplication
+        required property var messageId
+        required property bool canRetry
         readonly property bool isUser: messageRole === "user"
         readonly property bool hasFollowUp: !isUser && !isTyping && !isWorking && (followUpQuestion !== "" || followUpLabels.length > 0)
 
         function stops(): var {
-            return [...(followUps.itemAt(0)?.stops() ?? []), ...(replies.itemAt(0)?.stops() ?? [])]
+            return [...(retries.itemAt(0)?.stops() ?? []), ...(followUps.itemAt(0)?.stops() ?? []),
+                    ...(replies.itemAt(0)?.stops() ?? []), ...(bubbles.itemAt(0)?.stops() ?? [])]
         }
 
         width: list.width
@@ -260,11 +265,17 @@ ListView {
 
             // One of these stands; a repeater makes no item that is not wanted.
             Repeater {
+                id: bubbles
                 model: entry.isUser ? 1 : 0
 
                 UserBubble {
                     width: list.content
                     message: entry.text
+                    sentText: entry.sentText
+                    sentApplication: entry.sentApplication
+                    tabs: list.tabs
+                    // The bubble stays where it is, and what was sent comes in below.
+                    onUnfolding: list.hold()
                     widest: list.content > list.wideFrom ? list.wideBubble : list.narrowBubble
                 }
             }
@@ -284,6 +295,22 @@ ListView {
                     tabs: list.tabs
                     viewTop: list.contentY - (entry?.y ?? 0)
                     viewHeight: list.height
+                }
+            }
+            Repeater {
+                id: retries
+                model: entry.canRetry && !entry.isWorking && !entry.isTyping ? 1 : 0
+
+                TextButton {
+                    id: again
+                    text: qsTr("Try again")
+                    help: qsTr("Sends the same again, with all that went with it")
+                    Keys.forwardTo: list.tabs ? [list.tabs] : []
+                    onClicked: list.panel.retry(entry.messageId)
+
+                    function stops(): var {
+                        return [again]
+                    }
                 }
             }
             Repeater {

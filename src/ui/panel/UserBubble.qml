@@ -1,12 +1,17 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Vorq
 import Vorq.Native
 
-// What the user said, at the right. The last paragraph names what is attached.
+// What the user said, at the right. The last paragraph names what is attached, and unfolds to what
+// was sent beside the words.
 Item {
     id: bubble
 
     required property string message
+    property string sentText: "" // "" for nothing beside the words
+    property string sentApplication: ""
+    property Item tabs: null // takes the keys of the fold first
     property real widest: 316
     readonly property int sidePadding: 14
     readonly property int endPadding: 10
@@ -23,6 +28,15 @@ Item {
     readonly property bool isTall: plate.height > 2000
     readonly property color fillTop: Qt.lighter(Theme.userBlock, Theme.userBlockLift)
     readonly property real textRoom: widest - 2 * sidePadding
+    readonly property bool hasSent: sentText !== ""
+    property SentText sent: null // the fold, while there is one
+
+    signal unfolding
+
+    // What Tab leads to.
+    function stops(): var {
+        return sent ? [sent.foldButton] : []
+    }
 
     implicitHeight: plate.height
     Accessible.role: Accessible.ListItem
@@ -33,7 +47,7 @@ Item {
     Item {
         id: plate
         anchors.right: parent.right
-        width: Math.max(words.visible ? words.width : 0, names.visible ? names.width : 0) + 2 * bubble.sidePadding
+        width: Math.max(words.visible ? words.width : 0, names.visible ? names.width : 0, bubble.sent?.width ?? 0) + 2 * bubble.sidePadding
         height: column.height + 2 * bubble.endPadding
 
         Squircle {
@@ -105,7 +119,7 @@ Item {
                 }
             }
             Rectangle {
-                visible: bubble.attached !== "" && bubble.said !== ""
+                visible: bubble.said !== "" && (bubble.attached !== "" || bubble.hasSent)
                 width: plate.width - 2 * bubble.sidePadding
                 height: 1
                 color: Theme.userInk
@@ -113,7 +127,7 @@ Item {
             }
             Row {
                 id: names
-                visible: bubble.attached !== ""
+                visible: bubble.attached !== "" && !bubble.hasSent
                 spacing: bubble.iconGap
 
                 Ico {
@@ -131,6 +145,21 @@ Item {
                     color: Theme.withAlpha(Theme.userInk, bubble.clipOpacity)
                     elide: Text.ElideMiddle
                     Accessible.ignored: true
+                }
+            }
+            Repeater {
+                model: bubble.hasSent ? 1 : 0
+                onItemAdded: (index, item) => bubble.sent = item as SentText
+                onItemRemoved: bubble.sent = null
+
+                SentText {
+                    content: bubble.sentText
+                    application: bubble.sentApplication
+                    label: bubble.attached !== "" ? bubble.attached
+                         : application !== "" ? qsTr("With text from %1").arg(application) : qsTr("With text")
+                    widest: bubble.textRoom
+                    tabs: bubble.tabs
+                    onToggling: bubble.unfolding()
                 }
             }
         }
