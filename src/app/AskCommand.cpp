@@ -36,6 +36,7 @@ void AskCommand::start(const Question& question) {
                                            "text on standard input."));
         return end(2);
     }
+    m_wasSignedIn = m_state.account().signedIn();
     if (!question.model.isEmpty()) panel.setModelForNow(question.model);
     panel.setHighlightedText(highlighted);
     if (hasPrompt)
@@ -74,7 +75,8 @@ void AskCommand::onTurnEnded(const QUuid& placeholder, TurnEnd turnEnd, const QS
     }
     if (m_printer.hasPrinted()) print("\n");
     if (turnEnd == TurnEnd::SignedOut) {
-        m_terminal.complain(m_state.account().authError());
+        m_terminal.complain(m_wasSignedIn ? m_state.account().authError()
+                                          : QStringLiteral("You are not signed in."));
         explainSignIn();
     } else {
         m_terminal.complain(sentence);

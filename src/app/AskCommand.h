@@ -53,6 +53,7 @@ class AskCommand final : public QObject {
     VorqAppState& m_state;
     Terminal& m_terminal;
     ReplyPrinter m_printer;
+    bool m_wasSignedIn = false;
     bool m_isEnded = false;
 };
 

@@ -26,7 +26,8 @@ PanelLook::Tier tierOf(Translucency translucency) {
 } // namespace
 
 DesktopPanel::DesktopPanel(const PanelContext& context, Screens& screens, PanelShowings& showings)
-    : m_view(context.state, context.clock),
+    : m_localSignIn(context.clock),
+      m_view(context.state, context.clock, &m_localSignIn),
       m_look(context.state.appearance()),
       m_desktop(context.desktopLook),
       m_ui(m_view, m_look),

@@ -3,6 +3,7 @@
 #include "app/DesktopCapture.h"
 #include "app/DesktopParts.h"
 #include "app/PanelPages.h"
+#include "platform/linux/GatewayHandoff.h"
 #include "platform/linux/LinuxDesktopLook.h"
 #include "platform/linux/X11Compositor.h"
 #include "platform/linux/X11OverlayHints.h"
@@ -39,6 +40,7 @@ class DesktopPanel final : public PanelPresence {
     void connectParts(const PanelContext& context, PanelShowings& showings);
     void takeLook();
 
+    GatewayHandoff m_localSignIn;
     PanelViewModel m_view;
     PanelLook m_look;
     LinuxDesktopLook& m_desktop;

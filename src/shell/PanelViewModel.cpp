@@ -21,11 +21,12 @@ QCoro::Task<> resetLater(QPointer<PanelViewModel> self, Clock& clock, std::funct
 
 } // namespace
 
-PanelViewModel::PanelViewModel(VorqAppState& state, Clock& clock)
+PanelViewModel::PanelViewModel(VorqAppState& state, Clock& clock, LocalSignIn* localSignIn)
     : m_state(state),
       m_clock(clock),
       m_attachableNotes(state, m_attachments),
-      m_announcer(state.panel().messages()) {
+      m_announcer(state.panel().messages()),
+      m_signIn(state.account(), localSignIn) {
     m_selection.setOnDeepen([this](const QString& excerpt) { addDeepenSelection(excerpt); });
     m_prompt = m_state.panelDraft().text();
     connectState();
@@ -76,8 +77,9 @@ void PanelViewModel::adviseOnNothingCaptured(const QString& application) {
     if (m_knownToShowNothing.contains(application)) return setNotice({});
     m_knownToShowNothing.insert(application);
     const QString name = application.isEmpty() ? tr("The application in front") : application;
-    setNotice(
-        tr("%1: no highlighted text was found. Copy the text there and paste it here.").arg(name));
+    setNotice(tr("%1: no highlighted text was found. Highlight some first, or copy it there and "
+                 "paste it here.")
+                  .arg(name));
 }
 
 void PanelViewModel::takePermissions() {

@@ -4,6 +4,7 @@
 #include "shell/AttachmentList.h"
 #include "shell/PanelAnnouncer.h"
 #include "shell/PanelSelectionBridge.h"
+#include "shell/PanelSignIn.h"
 #include "support/TaskSlot.h"
 
 #include <QAbstractItemModel>
@@ -28,6 +29,7 @@ class PanelViewModel final : public QObject {
     Q_PROPERTY(vorq::AttachmentList* attachments READ attachmentList CONSTANT)
     Q_PROPERTY(vorq::AttachableNotes* attachableNotes READ attachableNotes CONSTANT)
     Q_PROPERTY(vorq::PanelSelectionBridge* selection READ selection CONSTANT)
+    Q_PROPERTY(vorq::PanelSignIn* signIn READ signIn CONSTANT)
     Q_PROPERTY(QAbstractItemModel* messages READ messages CONSTANT)
     Q_PROPERTY(bool showAttachTray READ showAttachTray WRITE setShowAttachTray NOTIFY
                    showAttachTrayChanged)
@@ -51,8 +53,8 @@ class PanelViewModel final : public QObject {
     enum class AttachTrayMode { Root, Notes };
     Q_ENUM(AttachTrayMode)
 
-    /// Both must outlive the view model.
-    PanelViewModel(VorqAppState& state, Clock& clock);
+    /// All must outlive the view model. Without a local sign-in the panel offers none.
+    PanelViewModel(VorqAppState& state, Clock& clock, LocalSignIn* localSignIn = nullptr);
     ~PanelViewModel() override;
 
     [[nodiscard]] const QString& prompt() const { return m_prompt; }
@@ -60,6 +62,7 @@ class PanelViewModel final : public QObject {
     [[nodiscard]] AttachmentList* attachmentList() { return &m_attachments; }
     [[nodiscard]] AttachableNotes* attachableNotes() { return &m_attachableNotes; }
     [[nodiscard]] PanelSelectionBridge* selection() { return &m_selection; }
+    [[nodiscard]] PanelSignIn* signIn() { return &m_signIn; }
     [[nodiscard]] QAbstractItemModel* messages() const;
     [[nodiscard]] bool showAttachTray() const { return m_showAttachTray; }
     [[nodiscard]] AttachTrayMode attachTrayMode() const { return m_attachTrayMode; }
@@ -169,6 +172,7 @@ class PanelViewModel final : public QObject {
     AttachableNotes m_attachableNotes;
     PanelSelectionBridge m_selection;
     PanelAnnouncer m_announcer;
+    PanelSignIn m_signIn;
     QString m_prompt;
     QString m_lastPrompt;
     QString m_notice;

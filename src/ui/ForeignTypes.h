@@ -5,6 +5,7 @@
 #include "shell/ColorDialog.h"
 #include "shell/PanelLook.h"
 #include "shell/PanelSelectionBridge.h"
+#include "shell/PanelSignIn.h"
 #include "shell/PanelViewModel.h"
 
 #include <QtQml/qqml.h>
@@ -31,6 +32,13 @@ struct PanelSelectionBridgeForeign {
     Q_GADGET
     QML_FOREIGN(vorq::PanelSelectionBridge)
     QML_NAMED_ELEMENT(PanelSelectionBridge)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct PanelSignInForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::PanelSignIn)
+    QML_NAMED_ELEMENT(PanelSignIn)
     QML_UNCREATABLE("Belongs to the program")
 };
 

@@ -146,6 +146,14 @@ TEST_F(AskCommandTest, ARefusedTokenSaysHowToSignIn) {
                            "To sign in on this computer: vorq open \"$(vorq-gateway handoff)\"\n");
 }
 
+TEST_F(AskCommandTest, WhoNeverSignedInIsToldSoAndHowTo) {
+    state().account().signOut();
+    const Outcome outcome = ask({"Why?", {}, {}, {}}, [] {});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "You are not signed in.\n"
+                           "To sign in on this computer: vorq open \"$(vorq-gateway handoff)\"\n");
+}
+
 TEST_F(AskCommandTest, StopEndsAtOnceAndPrintsNothingMore) {
     const Outcome outcome = ask({"Why?", {}, {}, {}}, [this] {
         exchange().begin();

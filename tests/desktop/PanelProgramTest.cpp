@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <csignal>
 
 namespace vorq::desktop {
@@ -204,6 +205,26 @@ TEST_F(PanelProgramTest, WithoutItsBackendItSaysSoAsTheReply) {
     EXPECT_THAT(vorq.waitForReply(3)[2].toStdString(),
                 StartsWith("Vorq: Could not reach Vorq at http://127.0.0.1:9"));
     EXPECT_EQ(session.selection("primary"), material.toUtf8());
+}
+
+TEST_F(PanelProgramTest, WhoIsNotSignedInIsToldAtOnceAndSignsInByOnePress) {
+    session.write(".config/Vorq/settings.json", "{}");
+    vorq.start();
+    vorq.pressHotKey();
+    vorq.waitForPanel();
+    const auto shows = [&](const QString& name) {
+        return std::ranges::any_of(vorq.controls(), [&](const AccessibleNode& node) {
+            return node.name == name && node.isShowing;
+        });
+    };
+    DesktopSession::waitUntil("the notice", [&] { return shows("You are not signed in."); });
+    ASSERT_TRUE(vorq.press("Sign in on this computer"));
+    DesktopSession::waitUntil("the sign-in", [&] { return !shows("You are not signed in."); });
+    session.type("a question");
+    session.key({"Return"});
+    const QStringList entries = vorq.waitForReply(3);
+    EXPECT_EQ(entries[1], "You: a question");
+    EXPECT_FALSE(entries[2].contains("sign", Qt::CaseInsensitive)) << entries[2].toStdString();
 }
 
 TEST_F(PanelProgramTest, ASourceThatHangsDoesNotKeepItDown) {

@@ -115,35 +115,13 @@ void fail(PanelStage& stage) {
     stage.state->panel().messages().append(message);
 }
 
-const QList<Shot>& shots() {
-    static const QList<Shot> list = {
-        {"greeting", greet},
-        {"reply", reply, draft},
-        {"reply-top", reply, scrollUp},
-        {"working", working},
-        {"growing", growing},
-        {"tray",
-         [](PanelStage& s) {
-             greet(s);
-             reply(s);
-         },
-         [](PanelStage& s) { s.panel->setShowAttachTray(true); }},
-        {"tray-notes", reply,
-         [](PanelStage& s) {
-             s.panel->setShowAttachTray(true);
-             s.panel->setAttachTrayMode(PanelViewModel::AttachTrayMode::Notes);
-         }},
-        {"selection", reply,
-         [](PanelStage& s) {
-             scrollUp(s);
-             s.settle(20);
-             select(s);
-         }},
-        {"mixed",
-         [](PanelStage& s) {
-             s.say("ما هو الفرق؟");
-             s.answer(samples::mixed);
-         }},
+void signOut(PanelStage& stage) {
+    stage.state->account().signOut();
+}
+
+// What became of a prompt, and what it needs.
+QList<Shot> shotsOfTurns() {
+    return {
         {"study", study},
         {"sent-folded", capture},
         {"sent", capture, unfold},
@@ -152,29 +130,74 @@ const QList<Shot>& shots() {
              greet(s);
              fail(s);
          }},
-        {"draft", greet,
-         [](PanelStage& s) { s.panel->setPrompt("One\nTwo\nThree\nFour\nFive\nSix\nSeven"); }},
-        {"held",
+        {"signed-out",
          [](PanelStage& s) {
+             signOut(s);
              greet(s);
-             reply(s);
-             s.state->panel().heldCapture().hold("not shown", "Chromium");
          }},
-        {"tinted",
+        {"signed-out-failed",
          [](PanelStage& s) {
-             s.state->appearance().setPanelGlassStyle(PanelGlassStyle::Tinted);
+             signOut(s);
              greet(s);
-             reply(s);
-         }},
-        {"custom",
+             s.panel->setPrompt("Explain this");
+         },
          [](PanelStage& s) {
-             s.state->appearance().setPanelBackgroundHex("#123230");
-             s.state->appearance().setPanelUserBlockHex("#1F6F63");
-             s.state->appearance().setPanelAssistantBlockHex("#F4E9D8");
-             greet(s);
-             reply(s);
+             s.panel->signIn()->signIn();
+             s.settle(10);
+             s.localSignIn.answer(std::unexpected(
+                 QString("vorq-gateway, the backend for this computer, is not installed.")));
          }},
     };
+}
+
+const QList<Shot>& shots() {
+    static const QList<Shot> list =
+        shotsOfTurns() +
+        QList<Shot>{
+            {"greeting", greet},
+            {"reply", reply, draft},
+            {"reply-top", reply, scrollUp},
+            {"working", working},
+            {"growing", growing},
+            {"tray",
+             [](PanelStage& s) {
+                 greet(s);
+                 reply(s);
+             },
+             [](PanelStage& s) { s.panel->setShowAttachTray(true); }},
+            {"tray-notes", reply,
+             [](PanelStage& s) {
+                 s.panel->setShowAttachTray(true);
+                 s.panel->setAttachTrayMode(PanelViewModel::AttachTrayMode::Notes);
+             }},
+            {"selection", reply,
+             [](PanelStage& s) {
+                 scrollUp(s);
+                 s.settle(20);
+                 select(s);
+             }},
+            {"mixed",
+             [](PanelStage& s) {
+                 s.say("ما هو الفرق؟");
+                 s.answer(samples::mixed);
+             }},
+            {"draft", greet,
+             [](PanelStage& s) { s.panel->setPrompt("One\nTwo\nThree\nFour\nFive\nSix\nSeven"); }},
+            {"tinted",
+             [](PanelStage& s) {
+                 s.state->appearance().setPanelGlassStyle(PanelGlassStyle::Tinted);
+                 greet(s);
+                 reply(s);
+             }},
+            {"custom",
+             [](PanelStage& s) {
+                 s.state->appearance().setPanelBackgroundHex("#123230");
+                 s.state->appearance().setPanelUserBlockHex("#1F6F63");
+                 s.state->appearance().setPanelAssistantBlockHex("#F4E9D8");
+                 greet(s);
+                 reply(s);
+             }},
+        };
     return list;
 }
 

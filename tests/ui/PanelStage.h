@@ -6,6 +6,7 @@
 #include "platform/NotesBridge.h"
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedLocalSignIn.h"
 #include "platform/testing/TemporaryPaths.h"
 #include "shell/PanelLook.h"
 #include "shell/PanelViewModel.h"
@@ -53,6 +54,7 @@ class PanelStage {
     ScriptedTransport transport{clock};
     BlindCapture capture;
     NoNotesBridge notes;
+    ScriptedLocalSignIn localSignIn;
     std::unique_ptr<VorqAppState> state;
     std::unique_ptr<PanelViewModel> panel;
     std::unique_ptr<PanelLook> look;

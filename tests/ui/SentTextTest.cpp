@@ -144,8 +144,8 @@ class NothingCapturedTest : public SentTextTest {
   protected:
     NothingCapturedTest() { stage.capture.application = "Evince"; }
 
-    const QString sentence = "Evince: no highlighted text was found. Copy the text there and paste "
-                             "it here.";
+    const QString sentence = "Evince: no highlighted text was found. Highlight some first, or copy "
+                             "it there and paste it here.";
 };
 
 TEST_F(NothingCapturedTest, OverAnOldChatItIsSaidWithWhatToDo) {

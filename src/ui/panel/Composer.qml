@@ -24,7 +24,7 @@ FocusScope {
     // What Tab leads to, in its order.
     function stops(): var {
         const removers = Array.from({ length: clips.count }, (none, i) => (clips.itemAt(i) as AttachmentClip).removeButton)
-        return [draft.input, attach, ...(sender.enabled ? [sender] : []), ...removers]
+        return [draft.input, attach, ...(sender.enabled ? [sender] : []), ...signIn.stops(), ...removers]
     }
     // Files and pictures become clips.
     function paste() {
@@ -79,6 +79,14 @@ FocusScope {
                     }
                 }
             }
+        }
+        SignInNotice {
+            id: signIn
+            width: parent.width
+            signIn: composer.panel.signIn
+            tabs: composer.tabs
+            // What had the keyboard goes with it.
+            onVisibleChanged: if (!visible) composer.focusPrompt()
         }
         Txt {
             width: parent.width

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "support/TaskSlot.h"
+
+#include <QCoroTask>
+#include <QObject>
+#include <QString>
+
+#include <stop_token>
+
+namespace vorq {
+
+class AccountSession;
+class LocalSignIn;
+
+/// Tells the panel that nobody is signed in, and signs the user in to this computer's account. Main
+/// thread only.
+class PanelSignIn final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool isMissing READ isMissing NOTIFY changed)
+    Q_PROPERTY(bool isOffered READ isOffered CONSTANT)
+    Q_PROPERTY(bool isRunning READ isRunning NOTIFY changed)
+    Q_PROPERTY(QString failure READ failure NOTIFY changed)
+
+  public:
+    /// Both must outlive this object. Without a local sign-in there is none to offer.
+    PanelSignIn(AccountSession& account, LocalSignIn* local);
+
+    /// Nobody is signed in.
+    [[nodiscard]] bool isMissing() const;
+    [[nodiscard]] bool isOffered() const { return m_local != nullptr; }
+    [[nodiscard]] bool isRunning() const { return m_isRunning; }
+    /// Why the last attempt came to nothing, as a sentence; "" for no reason.
+    [[nodiscard]] const QString& failure() const { return m_failure; }
+
+    /// Does nothing while it is under way, or is not offered.
+    Q_INVOKABLE void signIn();
+
+  signals:
+    void changed();
+
+  private:
+    static QCoro::Task<> run(PanelSignIn* self, std::stop_token stop);
+    QCoro::Task<QString> attempt(std::stop_token stop);
+    void show(bool isRunning, const QString& failure);
+
+    AccountSession& m_account;
+    LocalSignIn* m_local;
+    bool m_isRunning = false;
+    QString m_failure;
+    TaskSlot m_task;
+};
+
+} // namespace vorq
