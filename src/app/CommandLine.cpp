@@ -39,6 +39,9 @@ const QString usage = QStringLiteral(
     "  vorq enable-accessibility\n"
     "        Lets programs show Vorq what you highlight, as \"Accessibility\" in the menu of\n"
     "        the tray does. Some programs have to be started again to do so.\n"
+    "  vorq enable-backend | disable-backend\n"
+    "        Has vorq-gateway, the backend on this computer, start at login and now, or no\n"
+    "        longer at login, as \"Start Local Backend at Login\" in the menu of the tray does.\n"
     "  vorq --help | --version\n"
     "\n"
     "Environment: VORQ_API_BASE_URL is the address of the backend\n"
@@ -128,6 +131,12 @@ Command parseEnableAccessibility(const QStringList& arguments) {
     return UsageError{"enable-accessibility takes no arguments."};
 }
 
+Command parseSwitchBackend(const QStringList& arguments) {
+    if (arguments.size() == 1) return SwitchBackend{arguments[0] == u"enable-backend"};
+    if (arguments.size() == 2 && isHelp(arguments[1])) return ShowText{usage};
+    return UsageError{QStringLiteral("%1 takes no arguments.").arg(arguments[0])};
+}
+
 Command parseDesktop(const QStringList& arguments) {
     DesktopArguments desktop;
     for (const QString& argument : arguments) {
@@ -174,6 +183,8 @@ Command parseCommandLine(const QStringList& arguments) {
     if (verb == u"notes" || verb == u"chats") return parseLibrary(arguments);
     if (verb == u"open") return parseOpen(arguments);
     if (verb == u"enable-accessibility") return parseEnableAccessibility(arguments);
+    if (verb == u"enable-backend" || verb == u"disable-backend")
+        return parseSwitchBackend(arguments);
     return parseDesktop(arguments);
 }
 

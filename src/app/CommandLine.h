@@ -27,6 +27,12 @@ struct EnableAccessibility {
     bool operator==(const EnableAccessibility&) const = default;
 };
 
+/// Has the backend on this computer start at login from now on, or no longer.
+struct SwitchBackend {
+    bool isOn = false;
+    bool operator==(const SwitchBackend&) const = default;
+};
+
 /// What the desktop program is asked to do.
 enum class Verb { Launch, Summon, Note, PushNote, Clear, Toggle, SaveChat, Quit };
 
@@ -54,7 +60,7 @@ struct UsageError {
 };
 
 using Command = std::variant<AskArguments, OpenArguments, LibraryCommand, EnableAccessibility,
-                             DesktopArguments, ShowText, UsageError>;
+                             SwitchBackend, DesktopArguments, ShowText, UsageError>;
 
 /// What the arguments, without the program's name, ask for.
 [[nodiscard]] Command parseCommandLine(const QStringList& arguments);

@@ -1,5 +1,6 @@
 #include "app/DeleteProgram.h"
 
+#include "app/LocalBackend.h"
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/XdgInstallation.h"
 #include "platform/linux/XdgLoginItem.h"
@@ -32,7 +33,9 @@ void deleteProgram() {
                            QCoreApplication::applicationFilePath());
     const XdgInstallation installation(QCoreApplication::applicationFilePath(),
                                        XdgInstallation::dataFolders(paths));
-    const QStringList left = Uninstaller({loginItem, installation, paths, settings}).uninstall();
+    const auto backend = localBackend(paths);
+    const Uninstaller uninstaller({loginItem, *backend, installation, paths, settings});
+    const QStringList left = uninstaller.uninstall();
     if (!left.isEmpty()) tell(left);
 }
 

@@ -1,5 +1,6 @@
 #include "app/DesktopProgram.h"
 
+#include "app/LocalBackend.h"
 #include "app/SettleSession.h"
 #include "app/UnixSignals.h"
 #include "platform/linux/UrlScheme.h"
@@ -66,6 +67,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
       m_palette(m_state.appearance()),
       m_statusItem(m_clock),
       m_host(std::make_unique<Host>(m_statusItem)),
+      m_backend(localBackend(m_paths), m_statusItem, *m_host),
       m_delegate({*m_host,
                   m_clock,
                   m_workspace,

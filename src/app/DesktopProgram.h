@@ -16,6 +16,7 @@
 #include "shell/AppDelegate.h"
 #include "shell/ApplicationHost.h"
 #include "shell/ApplicationPalette.h"
+#include "shell/BackendAtLoginChoice.h"
 #include "shell/TrayStatusItem.h"
 
 #include <QObject>
@@ -66,6 +67,7 @@ class DesktopProgram final : public QObject {
     ApplicationPalette m_palette;
     TrayStatusItem m_statusItem;
     std::unique_ptr<Host> m_host;
+    BackendAtLoginChoice m_backend;
     AppDelegate m_delegate;
 };
 

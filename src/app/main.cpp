@@ -2,6 +2,7 @@
 #include "app/CommandLine.h"
 #include "app/DesktopCommand.h"
 #include "app/LibraryCommands.h"
+#include "app/LocalBackend.h"
 #include "app/OpenCommand.h"
 #include "app/SettleSession.h"
 #include "app/Terminal.h"
@@ -109,6 +110,12 @@ class CommandRunner {
                               "started again.\n")
                    ? 0
                    : 1;
+    }
+
+    int operator()(const SwitchBackend& command) const {
+        const QCoreApplication application(m_argc, m_argv);
+        Terminal terminal;
+        return switchBackend(command.isOn, terminal);
     }
 
     int operator()(const DesktopArguments& arguments) const {

@@ -13,6 +13,15 @@ class VorqAppState;
 
 enum class StatusImage { Glyph, Check, Fail };
 
+/// What the menu says of the backend on this computer.
+struct BackendAtLoginEntry {
+    bool isOffered = false;
+    bool isOn = false;
+    bool isBusy = false; ///< something is being done about it, so that nothing can be chosen
+
+    bool operator==(const BackendAtLoginEntry&) const = default;
+};
+
 /// Vorq's one permanent presence: a glyph among those of the system, with a menu. Main thread only.
 class StatusItem : public QObject {
     Q_OBJECT
@@ -34,6 +43,9 @@ class StatusItem : public QObject {
     /// Whether notes can be made of what is highlighted; the menu has the commands only then.
     virtual void setOffersNotes(bool offersNotes) = 0;
 
+    /// At first it is not offered.
+    virtual void setBackendAtLogin(const BackendAtLoginEntry& entry) = 0;
+
     virtual void openMenu() = 0;
 
     /// Shows an image in place of the glyph for a moment.
@@ -50,6 +62,7 @@ class StatusItem : public QObject {
     void saveHighlightChosen();
     void pushNoteDraftChosen();
     void clearChatChosen();
+    void backendAtLoginChosen(bool isOn);
     void signOutChosen();
     void deleteVorqChosen();
     void quitChosen();

@@ -27,6 +27,10 @@ StatusMenu::StatusMenu() : FactMenu(QStringLiteral("Vorq")) {
     connect(&m_customize, &CustomizeMenu::colorEditEnded, this, &StatusMenu::colorEditEnded);
     m_accessibility = addAction(QString());
     connect(m_accessibility, &QAction::triggered, this, &StatusMenu::accessibilityChosen);
+    m_backendAtLogin = addAction(QStringLiteral("Start Local Backend at Login"));
+    m_backendAtLogin->setCheckable(true);
+    connect(m_backendAtLogin, &QAction::triggered, this, &StatusMenu::backendAtLoginChosen);
+    setBackendAtLogin({});
     m_signOut = addAction(QStringLiteral("Sign out"));
     connect(m_signOut, &QAction::triggered, this, &StatusMenu::signOutChosen);
     connect(addAction(QStringLiteral("Delete Vorq")), &QAction::triggered, this,
@@ -56,6 +60,12 @@ void StatusMenu::addCommands() {
 void StatusMenu::setOffersNotes(bool offersNotes) {
     for (QAction* entry : {m_saveHighlight, m_pushNoteDraft})
         entry->setVisible(offersNotes);
+}
+
+void StatusMenu::setBackendAtLogin(const BackendAtLoginEntry& entry) {
+    m_backendAtLogin->setVisible(entry.isOffered);
+    m_backendAtLogin->setChecked(entry.isOn);
+    m_backendAtLogin->setEnabled(!entry.isBusy);
 }
 
 // Menus show what stands behind a tab in a column of its own.

@@ -2,7 +2,7 @@
 
 #include "shell/CustomizeMenu.h"
 #include "shell/FactMenu.h"
-#include "shell/HotKeyTable.h"
+#include "shell/StatusItem.h"
 
 #include <QPointer>
 #include <QStringList>
@@ -32,6 +32,9 @@ class StatusMenu final : public FactMenu {
     /// Whether notes can be made of what is highlighted. At first they cannot.
     void setOffersNotes(bool offersNotes);
 
+    /// At first it is not offered.
+    void setBackendAtLogin(const BackendAtLoginEntry& entry);
+
   signals:
     /// While other applications cannot be read.
     void accessibilityChosen();
@@ -40,6 +43,7 @@ class StatusMenu final : public FactMenu {
     void saveHighlightChosen();
     void pushNoteDraftChosen();
     void clearChatChosen();
+    void backendAtLoginChosen(bool isOn);
     void signOutChosen();
     void deleteVorqChosen();
     void quitChosen();
@@ -65,6 +69,7 @@ class StatusMenu final : public FactMenu {
     QAction* m_pushNoteDraft;
     QAction* m_clearChat;
     QAction* m_accessibility;
+    QAction* m_backendAtLogin;
     QAction* m_signOut;
     CustomizeMenu m_customize;
 };

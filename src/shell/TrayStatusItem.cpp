@@ -27,6 +27,7 @@ TrayStatusItem::TrayStatusItem(Clock& clock, QObject* parent)
     connect(&m_menu, &StatusMenu::saveChatChosen, this, &StatusItem::saveChatChosen);
     connect(&m_menu, &StatusMenu::saveHighlightChosen, this, &StatusItem::saveHighlightChosen);
     connect(&m_menu, &StatusMenu::pushNoteDraftChosen, this, &StatusItem::pushNoteDraftChosen);
+    connect(&m_menu, &StatusMenu::backendAtLoginChosen, this, &StatusItem::backendAtLoginChosen);
     connect(&m_menu, &StatusMenu::clearChatChosen, this, &StatusItem::clearChatChosen);
     connect(&m_menu, &StatusMenu::signOutChosen, this, &StatusItem::signOutChosen);
     connect(&m_menu, &StatusMenu::deleteVorqChosen, this, &StatusItem::deleteVorqChosen);

@@ -24,6 +24,9 @@ class TrayStatusItem final : public StatusItem {
         m_menu.setHotKeys(registered);
     }
     void setOffersNotes(bool offersNotes) override { m_menu.setOffersNotes(offersNotes); }
+    void setBackendAtLogin(const BackendAtLoginEntry& entry) override {
+        m_menu.setBackendAtLogin(entry);
+    }
     void openMenu() override;
     void flashStatusImage(StatusImage image) override { m_flash.flash(image); }
 

@@ -2,6 +2,7 @@
 
 #include "library/LibraryStore.h"
 #include "platform/AppPaths.h"
+#include "platform/BackendAtLogin.h"
 #include "platform/Defaults.h"
 #include "platform/Installation.h"
 #include "platform/LoginItem.h"
@@ -49,6 +50,7 @@ QStringList Uninstaller::uninstall() const {
     const QStringList advice = m_ports.installation.advice();
     QStringList left;
     unregisterOpenAtLogin(left);
+    removeBackend(left);
     Failures failures;
     for (const QString& file : m_ports.installation.files())
         failures.remove(file, discard);
@@ -69,6 +71,14 @@ void Uninstaller::unregisterOpenAtLogin(QStringList& left) const {
     if (outcome) return;
     qWarning("Vorq Open at Login unregister failed: %s", qUtf8Printable(outcome.error()));
     left += QStringLiteral("The start at login: %1").arg(outcome.error());
+}
+
+// Before its program and its accounts go.
+void Uninstaller::removeBackend(QStringList& left) const {
+    const auto outcome = m_ports.backend.remove();
+    if (outcome) return;
+    qWarning("Vorq could not remove the local backend: %s", qUtf8Printable(outcome.error()));
+    left += outcome.error();
 }
 
 } // namespace vorq

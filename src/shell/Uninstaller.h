@@ -6,6 +6,7 @@
 namespace vorq {
 
 class AppPaths;
+class BackendAtLogin;
 class Defaults;
 class Installation;
 class LoginItem;
@@ -16,6 +17,7 @@ class Uninstaller final {
     /// All must outlive this object.
     struct Ports {
         LoginItem& loginItem;
+        BackendAtLogin& backend;
         const Installation& installation;
         const AppPaths& paths;
         Defaults& defaults;
@@ -30,6 +32,7 @@ class Uninstaller final {
 
   private:
     void unregisterOpenAtLogin(QStringList& left) const;
+    void removeBackend(QStringList& left) const;
 
     Ports m_ports;
 };

@@ -70,6 +70,13 @@ TEST(CommandLine, AccessibilityIsEnabledFromTheTerminal) {
         std::holds_alternative<UsageError>(parseCommandLine({"enable-accessibility", "please"})));
 }
 
+TEST(CommandLine, TheLocalBackendIsSwitchedFromTheTerminal) {
+    EXPECT_EQ(parseCommandLine({"enable-backend"}), Command(SwitchBackend{true}));
+    EXPECT_EQ(parseCommandLine({"disable-backend"}), Command(SwitchBackend{false}));
+    EXPECT_TRUE(std::holds_alternative<ShowText>(parseCommandLine({"enable-backend", "--help"})));
+    EXPECT_TRUE(std::holds_alternative<UsageError>(parseCommandLine({"enable-backend", "now"})));
+}
+
 TEST(CommandLine, ALinkAloneIsForTheDesktopProgram) {
     EXPECT_EQ(parseCommandLine({"vorq://auth/callback?handoff=a"}),
               Command(DesktopArguments{Verb::Launch, "vorq://auth/callback?handoff=a"}));

@@ -22,8 +22,9 @@ class TrayProgramTest : public testing::Test {
 
     DesktopProgram& start(const QStringList& arguments = {"--background"},
                           const QProcessEnvironment& additional = {}) {
-        QProcessEnvironment environment = additional;
+        QProcessEnvironment environment;
         environment.insert("VORQ_API_BASE_URL", "http://127.0.0.1:9");
+        environment.insert(additional);
         return m_session.start(program, "", arguments, environment);
     }
 

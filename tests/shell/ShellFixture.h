@@ -42,12 +42,14 @@ class RecordedStatusItem final : public StatusItem {
     QStringList notices;
     std::set<HotKeyAction> hotKeys;
     bool offersNotes = false;
+    BackendAtLoginEntry backend;
 
     void installStatusItem() override { m_calls += "status item"; }
     void bindAppState(VorqAppState&) override { m_calls += "status item bound"; }
     void setHotKeyNotices(const QStringList& lines) override { notices = lines; }
     void setHotKeys(const std::set<HotKeyAction>& registered) override { hotKeys = registered; }
     void setOffersNotes(bool offers) override { offersNotes = offers; }
+    void setBackendAtLogin(const BackendAtLoginEntry& entry) override { backend = entry; }
     void openMenu() override { m_calls += "menu"; }
     void flashStatusImage(StatusImage image) override {
         m_calls += image == StatusImage::Check ? "flash check" : "flash fail";

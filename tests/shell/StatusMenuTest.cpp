@@ -109,6 +109,19 @@ TEST_F(StatusMenuTest, ShowsTheKeysThatWorkBesideWhatTheyDo) {
     EXPECT_EQ(texts(m_menu)[6], "Clear Chat\tSuper+Shift+T");
 }
 
+TEST_F(StatusMenuTest, TheLocalBackendIsThereIfItIsOffered) {
+    const QString text = "Start Local Backend at Login";
+    EXPECT_FALSE(action(text)->isVisible());
+    m_menu.setBackendAtLogin({.isOffered = true, .isOn = true});
+    EXPECT_TRUE(action(text)->isVisible() && action(text)->isChecked());
+    QSignalSpy chosen(&m_menu, &StatusMenu::backendAtLoginChosen);
+    action(text)->trigger();
+    ASSERT_EQ(chosen.count(), 1);
+    EXPECT_EQ(chosen[0][0].toBool(), false);
+    m_menu.setBackendAtLogin({.isOffered = true, .isOn = false, .isBusy = true});
+    EXPECT_FALSE(action(text)->isEnabled());
+}
+
 TEST_F(StatusMenuTest, AChatCanBeSavedOnceThereIsOne) {
     EXPECT_FALSE(action("Save Chat to Notes")->isEnabled());
     submit("a question");

@@ -1,6 +1,7 @@
 #include "shell/Uninstaller.h"
 #include "library/LibraryStore.h"
 #include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedBackendAtLogin.h"
 #include "platform/testing/ScriptedInstallation.h"
 #include "platform/testing/ScriptedLoginItem.h"
 #include "platform/testing/TemporaryPaths.h"
@@ -42,13 +43,15 @@ class UninstallerTest : public testing::Test {
     }
 
     QStringList uninstall() {
-        return Uninstaller({m_loginItem, m_installation, m_paths, m_defaults}).uninstall();
+        return Uninstaller({m_loginItem, m_backend, m_installation, m_paths, m_defaults})
+            .uninstall();
     }
 
     TemporaryPaths m_paths;
     LogLines m_log;
     MemoryDefaults m_defaults;
     ScriptedLoginItem m_loginItem;
+    ScriptedBackendAtLogin m_backend;
     ScriptedInstallation m_installation;
 };
 
@@ -58,6 +61,7 @@ TEST_F(UninstallerTest, TakesEverything) {
     put(m_paths.settingsFolder() + "/gateway.json");
     EXPECT_THAT(uninstall(), IsEmpty());
     EXPECT_FALSE(m_loginItem.isRegistered);
+    EXPECT_TRUE(m_backend.isRemoved);
     EXPECT_FALSE(QFile::exists(m_installation.paths.front()));
     EXPECT_FALSE(QFile::exists(data("Vorq")));
     EXPECT_FALSE(QFile::exists(m_paths.cacheFolder()));
@@ -79,6 +83,14 @@ TEST_F(UninstallerTest, ALoginItemThatFailsIsLoggedAndToldAndTheRestGoes) {
     EXPECT_THAT(uninstall(), ElementsAre("The start at login: the disk is full"));
     EXPECT_THAT(m_log.all(), ElementsAre("Vorq Open at Login unregister failed: the disk is full"));
     EXPECT_THAT(m_defaults.values(), IsEmpty());
+    EXPECT_FALSE(QFile::exists(data("Vorq")));
+}
+
+TEST_F(UninstallerTest, ABackendThatStaysIsLoggedAndToldAndTheRestGoes) {
+    m_backend.failure = "Could not remove the entry.";
+    EXPECT_THAT(uninstall(), ElementsAre("Could not remove the entry."));
+    EXPECT_THAT(m_log.all(), ElementsAre("Vorq could not remove the local backend: Could not "
+                                         "remove the entry."));
     EXPECT_FALSE(QFile::exists(data("Vorq")));
 }
 

@@ -19,6 +19,7 @@ const QStringList installedFiles = {
     binaryFile,
     QStringLiteral("/bin/vorq-gateway"),
     QStringLiteral("/lib/systemd/user/vorq.service"),
+    QStringLiteral("/lib/systemd/user/vorq-gateway.service"),
     share + menuEntry,
     QStringLiteral("/share/metainfo/com.vorq.desk.metainfo.xml"),
     QStringLiteral("/share/icons/hicolor/scalable/apps/com.vorq.desk.svg"),

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/BackendAtLogin.h"
+
+#include <QObject>
+#include <QThreadPool>
+
+#include <memory>
+
+namespace vorq {
+
+class ApplicationHost;
+class StatusItem;
+
+/// Whether the local backend starts at login, as the status item's menu shows it and the user
+/// chooses it there. An alert tells what went wrong. Main thread only; nothing waits but the end.
+class BackendAtLoginChoice final : public QObject {
+    Q_OBJECT
+
+  public:
+    /// Item and host must outlive this object.
+    BackendAtLoginChoice(std::shared_ptr<BackendAtLogin> backend, StatusItem& item,
+                         ApplicationHost& host);
+
+  private:
+    void refresh();
+    void choose(bool isOn);
+    void finish(const BackendAtLogin::Outcome& outcome);
+
+    std::shared_ptr<BackendAtLogin> m_backend;
+    StatusItem& m_item;
+    ApplicationHost& m_host;
+    bool m_isBusy = false;
+    QThreadPool m_thread; // one thread; waits when it goes, so it is last
+};
+
+} // namespace vorq
