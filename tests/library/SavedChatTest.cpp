@@ -28,6 +28,20 @@ TEST(SavedChat, IsWrittenWithItsKeysInOrder) {
     EXPECT_EQ(decodeSavedChats(file), std::vector{chat});
 }
 
+TEST(SavedChat, WhatWasSentWithAMessageIsKeptAndOlderFilesLackIt) {
+    const QUuid id("2f564652-466d-e486-522c-4f8d6102dd70");
+    const SavedChat chat{id, "Plan", Date(0s), {{id, "user", "a", "Firefox", "captured"}}};
+    const QByteArray file = encode(std::vector{chat});
+    EXPECT_TRUE(file.contains(R"("sentFrom" : "Firefox",)")) << file.constData();
+    EXPECT_TRUE(file.contains(R"("sentText" : "captured",)")) << file.constData();
+    EXPECT_EQ(decodeSavedChats(file), std::vector{chat});
+    QByteArray older = file;
+    older.replace("sentFrom", "unknown").replace("sentText", "other");
+    const auto decoded = decodeSavedChats(older);
+    ASSERT_TRUE(decoded);
+    EXPECT_EQ(decoded->front().messages.front().sentText, std::nullopt);
+}
+
 TEST(SavedChat, NoFieldMayBeMissing) {
     const QByteArray file = encode(std::vector{SavedChat{{}, "t", Date(0s), {{}}}});
     ASSERT_NE(decodeSavedChats(file), std::nullopt);

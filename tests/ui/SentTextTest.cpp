@@ -80,6 +80,17 @@ TEST_F(SentTextTest, APressUnfoldsTheCaptureAndFoldsItAgain) {
     EXPECT_THAT(shown(), testing::Not(testing::Contains("Leaves are green.")));
 }
 
+TEST_F(SentTextTest, APressOnTheEdgeOfTheBubbleUnfoldsItToo) {
+    capture("Leaves are green.");
+    QQuickItem* button = fold(show);
+    ASSERT_TRUE(button);
+    stage.drawFrame();
+    QTest::mouseClick(stage.window.get(), Qt::LeftButton, {},
+                      button->mapToScene({-7, -5}).toPoint());
+    stage.settle(300);
+    EXPECT_THAT(shown(), testing::Contains("Leaves are green."));
+}
+
 TEST_F(SentTextTest, KeysUnfoldItToo) {
     capture("Leaves are green.");
     succeed();
