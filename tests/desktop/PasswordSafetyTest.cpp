@@ -179,5 +179,23 @@ TEST_F(PasswordSafety, EscapeDropsWhatIsHeldBack) {
     expectPasswordIsNowhere();
 }
 
+// This one hands out what it shows of a password.
+TEST_F(PasswordSafety, BulletsAreHeldBackAndGoNowhere) {
+    vorq.start();
+    browser = openFalkon(session, passwordPage());
+    const QByteArray bullets = QString(password.size(), u'•').toUtf8();
+    highlight(
+        session,
+        [&] {
+            session.click(session.geometry(browser.window).center());
+            session.key({"Tab", "ctrl+a"});
+        },
+        bullets);
+    press();
+    DesktopSession::waitUntil("the question", [&] { return isAsked(); });
+    expectNothingWentOut();
+    EXPECT_FALSE(vorq.wasSent(bullets));
+}
+
 } // namespace
 } // namespace vorq::desktop
