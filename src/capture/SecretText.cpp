@@ -18,7 +18,7 @@ constexpr QStringView bullets = u"•●∙·⚫⬤◦▪■∗";
 constexpr QStringView passwordSigns = u"!@#$^&*~§";
 constexpr QStringView codeSigns = u"()[]{}<>;:'\"`,/\\|=+?%";
 // A key in a longer text is looked for no further.
-constexpr qsizetype searchedLength = 256 * 1024;
+constexpr qsizetype searchedLength = qsizetype{256} * 1024;
 
 bool matches(const Pattern& pattern, QStringView text) {
     return pattern.match(text).hasMatch();
