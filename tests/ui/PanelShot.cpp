@@ -181,6 +181,12 @@ const QList<Shot>& shots() {
                  s.say("ما هو الفرق؟");
                  s.answer(samples::mixed);
              }},
+            {"held",
+             [](PanelStage& s) {
+                 greet(s);
+                 reply(s);
+                 s.state->panel().heldCapture().hold("not shown", "Chromium");
+             }},
             {"draft", greet,
              [](PanelStage& s) { s.panel->setPrompt("One\nTwo\nThree\nFour\nFive\nSix\nSeven"); }},
             {"tinted",
