@@ -207,7 +207,7 @@ TextCaptureService::captureSelectedTextForHotKey(std::optional<ProcessId> source
     if (reading.isPassword) co_return nothing;
     if (!reading.text.isEmpty()) co_return CapturedText::told(reading.text);
     const QString highlighted = textOf(reading.highlight);
-    if (!highlighted.isEmpty() && !wasCaptured(*reading.highlight)) {
+    if (reading.highlight && !highlighted.isEmpty() && !wasCaptured(*reading.highlight)) {
         m_captured = *reading.highlight;
         m_capturedInShowing = m_services.surroundings.panelShowing();
         co_return CapturedText::found(highlighted);

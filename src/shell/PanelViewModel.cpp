@@ -232,7 +232,7 @@ void PanelViewModel::dispatch() {
     if (deepen == attachments.end())
         m_state.panel().submit(prompt, attachments);
     else
-        m_state.panel().deepenSelection(*deepen->textContent, prompt);
+        m_state.panel().deepenSelection(deepen->textContent.value_or(QString()), prompt);
 }
 
 void PanelViewModel::submitLabel(const QString& label) {
