@@ -1,5 +1,7 @@
 #include "capture/SourceApplication.h"
 
+#include "capture/LinuxApplications.h"
+
 #include <QString>
 
 #include <algorithm>
@@ -61,7 +63,9 @@ bool isBrowserBundleID(QStringView bundleID) {
 }
 
 bool showsWebPages(QStringView bundleID) {
-    return isBrowserBundleID(bundleID) || containsAny(bundleID.toString().toLower(), pageWords);
+    if (isFinderBundleID(bundleID)) return false;
+    return isBrowserBundleID(bundleID) || isLinuxApplication(ApplicationKind::Browser, bundleID) ||
+           containsAny(bundleID.toString().toLower(), pageWords);
 }
 
 bool ownsNativeSaveAs(QStringView bundleID) {
@@ -70,11 +74,15 @@ bool ownsNativeSaveAs(QStringView bundleID) {
 }
 
 bool isFinderBundleID(QStringView bundleID) {
-    return bundleID.toString().toLower() == fileManager;
+    return bundleID.toString().toLower() == fileManager ||
+           isLinuxApplication(ApplicationKind::FileManager, bundleID);
 }
 
 bool isHotKeyCopyFallbackBundleID(QStringView bundleID) {
-    return isBrowserBundleID(bundleID) ||
+    // Some file managers are browsers by their names.
+    if (isFinderBundleID(bundleID)) return false;
+    return isBrowserBundleID(bundleID) || isLinuxApplication(ApplicationKind::Browser, bundleID) ||
+           isLinuxApplication(ApplicationKind::WordProcessor, bundleID) ||
            containsAny(bundleID.toString().toLower(), wordProcessorWords);
 }
 
