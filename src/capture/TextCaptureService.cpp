@@ -1,5 +1,7 @@
 #include "capture/TextCaptureService.h"
 
+#include "capture/ColumnSelection.h"
+#include "capture/LinuxApplications.h"
 #include "capture/SourceApplication.h"
 #include "support/Text.h"
 
@@ -54,6 +56,8 @@ struct TextCaptureService::Reading {
     // Whether accessibility said that nothing is selected, or that a password has the focus.
     bool isNothingSelected = false;
     bool isPassword = false;
+    // Where text was read that may be columns of several lines.
+    QStringList lines;
     std::optional<PrimarySelection::Highlight> highlight;
 };
 
@@ -95,6 +99,11 @@ bool TextCaptureService::isFinderSource(std::optional<ProcessId> source) const {
 bool TextCaptureService::isHotKeyCopyFallbackSource(std::optional<ProcessId> source) const {
     const auto process = source ? source : m_services.workspace.frontmostProcess();
     return isHotKeyCopyFallbackBundleID(identifierOf(process));
+}
+
+bool TextCaptureService::isColumnEditor(std::optional<ProcessId> source) const {
+    const auto process = source ? source : m_services.workspace.frontmostProcess();
+    return isLinuxApplication(ApplicationKind::ColumnEditor, identifierOf(process));
 }
 
 std::optional<SelectionCapture::ProcessId>
@@ -178,6 +187,8 @@ TextCaptureService::readBoth(std::optional<ProcessId> source, Budget budget, Rea
     headStartEnd.request_stop();
     reading.highlight = co_await highlighting;
     if (highlightStop.stop_requested()) reading.highlight.reset();
+    if (reading.highlight && isCutOfColumns(reading.lines, reading.highlight->text))
+        reading.text = textOf(reading.highlight);
     // What is returned is moved from.
     Reading result = std::move(reading);
     co_return result;
@@ -191,16 +202,20 @@ TextCaptureService::captureSelectedTextForHotKey(std::optional<ProcessId> source
     source = settled(source);
     if (!isTrusted() || isExcluded(source)) co_return nothing;
     const Budget budget(m_services.clock);
-    Read read = [](const CaptureSource& from, Reading& reading) {
+    const bool selectsColumns = isColumnEditor(source);
+    Read read = [selectsColumns](const CaptureSource& from, Reading& reading) {
         for (int look = 0; look < looksAtFocus; ++look) {
             reading.text = captureSelectedTextFromFocusedElement(from);
+            if (selectsColumns && reading.text.contains(u'\n')) reading.lines = selectedLines(from);
             if (!reading.text.isEmpty()) return;
             reading.isPassword = isPasswordFocused(from);
             reading.isNothingSelected = !reading.isPassword && tellsThatNothingIsSelected(from);
             if (!reading.isNothingSelected) return;
         }
     };
-    IsEnough isEnough = [](const Reading& reading) { return !reading.text.isEmpty(); };
+    IsEnough isEnough = [](const Reading& reading) {
+        return !reading.text.isEmpty() && reading.lines.isEmpty();
+    };
     const Reading reading =
         co_await readBoth(source, budget, std::move(read), std::move(isEnough), stop);
     if (!self || stop.stop_requested()) co_return nothing;
@@ -226,15 +241,17 @@ TextCaptureService::captureSelectedTextForNoteSave(std::optional<ProcessId> sour
     source = settled(source);
     if (!isTrusted() || isExcluded(source)) co_return nothing;
     const Budget budget(m_services.clock);
-    Read read = [](const CaptureSource& from, Reading& reading) {
+    const bool selectsColumns = isColumnEditor(source);
+    Read read = [selectsColumns](const CaptureSource& from, Reading& reading) {
         reading.isPassword = isPasswordFocused(from);
         if (reading.isPassword) return;
         reading.text = captureSelectedTextAXOnly(from);
+        if (selectsColumns && reading.text.contains(u'\n')) reading.lines = selectedLines(from);
         reading.isNothingSelected = reading.text.isEmpty() && tellsThatNothingIsSelected(from);
     };
     const bool isFinder = isFinderSource(source);
     IsEnough isEnough = [isFinder](const Reading& reading) {
-        return isFinder || !reading.text.isEmpty();
+        return isFinder || (!reading.text.isEmpty() && reading.lines.isEmpty());
     };
     const Reading reading =
         co_await readBoth(source, budget, std::move(read), std::move(isEnough), stop);

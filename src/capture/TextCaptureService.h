@@ -90,6 +90,7 @@ class TextCaptureService final : public QObject, public SelectionCapture {
     // Of a settled source. Also true where it is unknown who would be asked.
     [[nodiscard]] bool isExcluded(std::optional<ProcessId> source) const;
     [[nodiscard]] Clock::Duration headStartOf(ProcessId process) const;
+    [[nodiscard]] bool isColumnEditor(std::optional<ProcessId> source) const;
     [[nodiscard]] bool isStale(const std::optional<PrimarySelection::Highlight>& highlight,
                                ProcessId process) const;
     [[nodiscard]] bool wasCaptured(const PrimarySelection::Highlight& highlight) const;
