@@ -196,6 +196,27 @@ TEST_F(AtSpiSelectionTest, ReadsNoSelectionThatOtherParagraphsHaveAPartOf) {
     EXPECT_FALSE(spans("/first"));
 }
 
+TEST_F(AtSpiSelectionTest, ReadsAllThatIsSelectedInAShape) {
+    toolkit = atSpiToolkit(u"gtk", u"soffice");
+    element("/slide").children = QStringList{"/shape"};
+    element("/slide").place = {0, 0, 800, 600};
+    element("/shape").children = QStringList{"/a", "/b", "/c", "/d"};
+    element("/shape").role = static_cast<std::uint32_t>(atspi::Role::Panel);
+    element("/shape").place = {100, 100, 300, 200};
+    textOf("/a", "first", 2, 5);
+    element("/b").text.clear();
+    textOf("/c", "third", 0, 2);
+    element("/d").text = "fourth";
+    for (const QString& path : {"/a", "/c"})
+        EXPECT_THAT(selected(path), Optional(QString("rst\n\nth")));
+
+    element("/shape").place = {100, 500, 300, 200};
+    EXPECT_EQ(selected("/c"), std::nullopt) << "some of it may not be in view";
+    element("/shape").place = {100, 100, 300, 200};
+    element("/shape").role = 0;
+    EXPECT_EQ(selected("/c"), std::nullopt) << "a page";
+}
+
 TEST_F(AtSpiSelectionTest, ReadsNoCellThatIsSelectedWhole) {
     toolkit = atSpiToolkit(u"gtk", u"soffice");
     element("/cell").children = QStringList{"/text"};

@@ -57,6 +57,15 @@ QDBusMessage references(const QDBusMessage& call, const QString& service,
     return call.createReply(QVariant::fromValue(list));
 }
 
+QDBusMessage extentsOf(const QDBusMessage& call, QRect place) {
+    if (place.isEmpty()) return refusal(call);
+    QDBusArgument edges;
+    edges.beginStructure();
+    edges << place.x() << place.y() << place.width() << place.height();
+    edges.endStructure();
+    return call.createReply(QVariant::fromValue(edges));
+}
+
 } // namespace
 
 bool FakeAccessibleTree::handleMessage(const QDBusMessage& message, const QDBusConnection& bus) {
@@ -96,6 +105,7 @@ QDBusMessage FakeAccessibleTree::answer(const QDBusMessage& call, const QString&
                    ? refusal(call)
                    : call.createReply(wrapped(reference(service, parent->first)));
     }
+    if (member == "GetExtents") return extentsOf(call, element.place);
     if (element.hasText) return answerOfText(call, element, service);
     m_misplaced += call.path() + "." + member;
     return refusal(call);

@@ -6,6 +6,7 @@
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QMap>
+#include <QRect>
 #include <QStringList>
 
 #include <cstdint>
@@ -27,6 +28,8 @@ struct FakeAccessible {
     QStringList children;
     QMap<QString, QString> attributes;
     std::uint32_t states = 0;
+    /// Empty for an element that tells of none.
+    QRect place;
 };
 
 /// An application of named elements on the bus of accessibility, which it announces too. It answers

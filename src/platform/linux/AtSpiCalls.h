@@ -23,6 +23,7 @@ enum class State : unsigned { Active = 1, Focused = 12, Showing = 25, ManagesDes
 enum class Role : std::uint32_t {
     Image = 27,
     Label = 29,
+    Panel = 39,
     PasswordText = 40,
     TableCell = 56,
     Paragraph = 73,

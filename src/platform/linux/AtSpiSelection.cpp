@@ -2,6 +2,8 @@
 
 #include "platform/linux/AtSpiPageText.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <array>
 
@@ -144,6 +146,7 @@ std::vector<AtSpiSelection::Span> AtSpiSelection::selectedParts(const Object& ob
 std::optional<QString> AtSpiSelection::selectedText(const AtSpiRef& element) const {
     const Object object = lookAt({element}).front();
     const auto selected = spansOf(object);
+    if (!selected && object.selections) return selectedInShape(element);
     if (!selected) return std::nullopt;
     Reading reading;
     AtSpiPageText lines;
@@ -151,6 +154,37 @@ std::optional<QString> AtSpiSelection::selectedText(const AtSpiRef& element) con
         lines.addBlock(composed(object, span, reading));
     const bool isKnown = !reading.isMiscounted && !m_stop.stop_requested();
     return isKnown ? std::optional(lines.text()) : std::nullopt;
+}
+
+// Only paragraphs that are in view are elements. A page goes on beyond that; a shape, as a box on a
+// slide, does not while it lies within the view.
+std::optional<QString> AtSpiSelection::selectedInShape(const AtSpiRef& paragraph) const {
+    const auto shape = atspi::propertyRefIn(m_bus.call(atspi::parent(paragraph), m_stop));
+    if (!shape) return std::nullopt;
+    const AtSpiBus::Messages facts = m_bus.call({atspi::role(*shape), atspi::parent(*shape),
+                                                 atspi::extents(*shape), atspi::children(*shape)},
+                                                m_stop);
+    const auto view = atspi::propertyRefIn(facts[1]);
+    const auto paragraphs = atspi::refsIn(facts[3]);
+    if (!isRole(atspi::numberIn(facts[0]), Role::Panel) || !view || !paragraphs)
+        return std::nullopt;
+    const auto place = atspi::rectIn(facts[2]);
+    const auto seen = atspi::rectIn(m_bus.call(atspi::extents(*view), m_stop));
+    if (!place || !seen || !seen->contains(*place)) return std::nullopt;
+    QStringList lines;
+    qsizetype selected = 0; // lines up to the last one with a selection
+    for (const Object& one : lookAt(*paragraphs)) {
+        const bool isSelected = one.selections.value_or(0) > 0;
+        if (!isSelected && selected == 0) continue;
+        Reading reading;
+        QString line;
+        for (const Span& span : selectedParts(one))
+            line += composed(one, span, reading);
+        lines += line;
+        if (isSelected) selected = lines.size();
+    }
+    if (m_stop.stop_requested()) return std::nullopt;
+    return lines.mid(0, selected).join(u'\n');
 }
 
 std::optional<QString> AtSpiSelection::plainText(const AtSpiRef& element, Span span) const {

@@ -30,8 +30,9 @@ class AtSpiSelection {
     /// without text, or for a paragraph that has but a part of what is selected.
     [[nodiscard]] std::optional<std::vector<Span>> spans(const AtSpiRef& element) const;
 
-    /// The selected text; several selections are on lines of their own. Nothing also where the
-    /// toolkit tells wrong offsets.
+    /// The selected text; several selections are on lines of their own. For a paragraph of a shape
+    /// in a drawing, what is selected in the whole shape. Nothing also where the toolkit tells
+    /// wrong offsets.
     [[nodiscard]] std::optional<QString> selectedText(const AtSpiRef& element) const;
 
     /// The text as it stands, objects as objects. Nothing for a password or too long a text.
@@ -67,6 +68,8 @@ class AtSpiSelection {
     [[nodiscard]] std::vector<Span> selectedParts(const Object& object) const;
     // Whether other elements may have parts of the selection, too.
     [[nodiscard]] bool isPartOfMore(const AtSpiRef& element, const std::vector<Span>& spans) const;
+    // All that is selected in the shape that a paragraph is of; nothing for one of a page.
+    [[nodiscard]] std::optional<QString> selectedInShape(const AtSpiRef& paragraph) const;
     [[nodiscard]] std::optional<QString> rawText(const AtSpiRef& element, Span span) const;
     [[nodiscard]] std::optional<std::vector<Span>> spansOf(const Object& object) const;
     [[nodiscard]] std::vector<Object> objectsAt(const AtSpiRef& element,
