@@ -92,15 +92,17 @@ TEST_F(PanelHighlightTest, SurvivesWhatIsSelectedInTheDraft) {
 }
 
 TEST_F(PanelHighlightTest, SurvivesWhatIsSelectedInTheConversation) {
-    const QString said = QStringLiteral("Why?");
+    // Longer than a line, so that it is as wide as a message can be.
+    const QString said =
+        QStringLiteral("Farmers along the Nile needed no manure, but why was that so?");
     session.type(said);
     session.key({"Return"});
     const QStringList entries = vorq.waitForReply(5);
     const QRect bubble = placeAtRest("You: " + said);
-    const QPoint words = QPoint(bubble.right() - 30, bubble.center().y());
+    const QPoint words = bubble.topRight() + QPoint(-280, 20);
     session.click(words, 2);
-    expectSelected("a double click on a message", "Why");
-    session.drag(words, words - QPoint(40, 0));
+    expectSelected("a double click on a message", "Farmers");
+    session.drag(words, words + QPoint(80, 0));
     session.click(words, 3);
     expectSelected("a triple click on a message", said);
     session.click(words);
