@@ -120,5 +120,15 @@ TEST_F(PanelHighlightTest, SurvivesWhatIsSelectedInTheConversation) {
     pressHotKeyAgain();
 }
 
+TEST_F(PanelHighlightTest, SurvivesWhatIsSelectedInTheTextThatWasSent) {
+    ASSERT_TRUE(vorq.press("Show the text that was sent"));
+    const QPoint words = placeAtRest(material).topLeft() + QPoint(22, 8);
+    session.click(words, 2);
+    expectSelected("a double click on what was sent", "river");
+    session.click(words, 3);
+    expectSelected("a triple click on what was sent", material);
+    pressHotKeyAgain();
+}
+
 } // namespace
 } // namespace vorq::desktop

@@ -155,6 +155,12 @@ Column {
                     ContextMenu {
                         id: menu
                     }
+                    PointerSelection {
+                        target: words
+                    }
+                    KeySelection {
+                        target: words
+                    }
                 }
                 Txt {
                     width: parent.width
