@@ -130,6 +130,22 @@ TEST_F(MenuAppearanceTest, TheDialogForAColourFollowsTheDesktopToo) {
     }
 }
 
+TEST_F(MenuAppearanceTest, TheDialogForFilesFollowsTheDesktopToo) {
+    offerPortal(1);
+    startInTray();
+    openMenu();
+    choose("Toggle Vorq");
+    press("Add files or notes");
+    press("Add photos");
+    const QRect place = m_session.geometry(dialog(widerThanThePanel));
+    for (const bool dark : {true, false}) {
+        announce(dark ? 1 : 2);
+        DesktopSession::waitUntil("its colours",
+                                  [&] { return isDark(picture().ground(place)) == dark; });
+        (void)keep(dark ? "files-dark" : "files-light");
+    }
+}
+
 TEST_F(MenuAppearanceTest, WhatTheMenuOnlyTellsCanBeReadInLightAndInDark) {
     for (const QString appearance : {"light", "dark"}) {
         startInTray("{\"vorqAppAppearance\": \"" + appearance.toUtf8() + "\"}");

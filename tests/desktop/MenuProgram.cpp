@@ -165,6 +165,16 @@ bool MenuProgramTest::shows(const QString& words) const {
     });
 }
 
+void MenuProgramTest::press(const QString& name) const {
+    QRect at;
+    DesktopSession::waitUntil("\"" + name + "\"", [&] {
+        for (const AccessibleNode& node : m_tree->read())
+            if (node.isShowing && node.name == name) at = m_tree->place(node);
+        return !at.isEmpty();
+    });
+    m_session.click(at.center());
+}
+
 DesktopSession::Window MenuProgramTest::dialog(int leastWidth) const {
     DesktopSession::Window found = 0;
     DesktopSession::waitUntil("the dialog", [&] {

@@ -86,6 +86,9 @@ class MenuProgramTest : public TrayProgramTest {
     /// Whether a window of the program has something of a name with these words.
     [[nodiscard]] bool shows(const QString& words) const;
 
+    /// Presses something of this name in a window of the program, with the mouse. Waits for it.
+    void press(const QString& name) const;
+
     /// The dialog that the program shows, in front; waits for it. The panel is none, and narrower
     /// than what is asked for.
     [[nodiscard]] DesktopSession::Window dialog(int leastWidth = 0) const;

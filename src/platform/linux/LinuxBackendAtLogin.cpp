@@ -34,7 +34,7 @@ LinuxBackendAtLogin::LinuxBackendAtLogin(Setting setting)
       m_unit(QStringLiteral("vorq-gateway.service"), m_setting.configurationFolder) {}
 
 QString LinuxBackendAtLogin::findGateway(const QString& executable) {
-    const QString beside = QFileInfo(executable).path() + u'/' + gatewayName;
+    QString beside = QFileInfo(executable).path() + u'/' + gatewayName;
     if (QFileInfo(beside).isExecutable()) return beside;
     return QStandardPaths::findExecutable(gatewayName);
 }
