@@ -38,6 +38,7 @@ class DesktopCapture::Surroundings final : public CaptureSurroundings {
 
 DesktopCapture::DesktopCapture(const Services& services)
     : m_surroundings(std::make_unique<Surroundings>(services.screens, services.showings)),
+      m_accessibility(services.accessibilityBus),
       m_log(services.clock, CaptureLog::captureFileIn(services.paths.applicationSupportFolder()),
             CaptureLog::placeFileOfEnvironment()),
       m_service({services.clock, m_accessibility, m_primary, services.workspace, m_copyShortcut,

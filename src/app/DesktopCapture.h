@@ -13,6 +13,7 @@
 namespace vorq {
 
 class AppPaths;
+class AtSpiBus;
 class Screens;
 
 /// How often the panel has been shown, and whether it is up. What was highlighted once is captured
@@ -33,6 +34,7 @@ class DesktopCapture final : public SelectionCapture {
         const Screens& screens;
         const PanelShowings& showings;
         Defaults& settings;
+        std::shared_ptr<AtSpiBus> accessibilityBus;
     };
 
     /// The services must outlive the capture.

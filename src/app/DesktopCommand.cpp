@@ -9,11 +9,15 @@
 #include "backend/SignInUrl.h"
 #include "platform/Workspace.h"
 #include "platform/linux/HangingBusGuard.h"
+#include "platform/linux/SessionKind.h"
 #include "platform/linux/X11Connection.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QLockFile>
+#include <QProcessEnvironment>
+
+#include <utility>
 
 namespace vorq {
 namespace {
@@ -51,7 +55,9 @@ bool canOpen(const QUrl& url) {
     return SignInUrl::handoffCode(url).has_value() || SignInUrl::isOAuthCallback(url);
 }
 
+// In a Wayland session the one that runs knows better: an X server knows its own windows only.
 std::optional<Workspace::ProcessId> frontmostProcess() {
+    if (sessionKind() == SessionKind::Wayland) return std::nullopt;
     const X11Connection server;
     const auto active = server.numbers(server.root(), server.atom("_NET_ACTIVE_WINDOW"));
     if (active.empty() || active.front() == 0) return std::nullopt;
@@ -63,6 +69,27 @@ bool hasScreen() {
     return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") ||
            qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || X11Connection().isUsable();
 }
+
+// Chooses the X server of a Wayland session while an application object is made. Programs that are
+// started later choose for themselves.
+class XServerChoice {
+  public:
+    XServerChoice() {
+        const auto environment = QProcessEnvironment::systemEnvironment();
+        if (prefersXServer(environment, X11Connection().isUsable()))
+            m_isMade = qputenv(variable, "xcb");
+    }
+    ~XServerChoice() {
+        if (m_isMade) qunsetenv(variable);
+    }
+    XServerChoice(const XServerChoice&) = delete;
+    XServerChoice& operator=(const XServerChoice&) = delete;
+
+  private:
+    static constexpr const char* variable = "QT_QPA_PLATFORM";
+
+    bool m_isMade = false;
+};
 
 // Keeps a second Vorq from starting where there is no bus to find the first one by.
 QString lockPath() {
@@ -137,7 +164,9 @@ int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments)
     if (!hasScreen())
         return complain(QStringLiteral("Vorq needs a desktop to run on. In a terminal without one, "
                                        "use vorq ask."));
+    std::optional<XServerChoice> choice(std::in_place);
     const QApplication application(argc, argv);
+    choice.reset();
     guard.reset();
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Vorq"));
     QGuiApplication::setDesktopFileName(ApplicationService::name);

@@ -4,7 +4,9 @@
 #include "shell/ShellNotifications.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QQuickItem>
+#include <QWindow>
 
 #include <utility>
 
@@ -25,7 +27,8 @@ PanelLook::Tier tierOf(Translucency translucency) {
 
 } // namespace
 
-DesktopPanel::DesktopPanel(const PanelContext& context, Screens& screens, PanelShowings& showings)
+DesktopPanel::DesktopPanel(const PanelContext& context, Screens& screens, PanelShowings& showings,
+                           SessionKind session)
     : m_localSignIn(context.clock),
       m_view(context.state, context.clock, &m_localSignIn),
       m_look(context.state.appearance()),
@@ -38,9 +41,11 @@ DesktopPanel::DesktopPanel(const PanelContext& context, Screens& screens, PanelS
       m_controller({context.clock, context.defaults, screens, context.workspace, m_presses,
                     context.notifications,
                     static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid())},
-                   m_window) {
+                   m_window),
+      m_focusLoss(context.clock, [this] { m_controller.hideForFocusElsewhere(); }) {
     m_ui.install(m_engine);
     connectParts(context, showings);
+    if (session == SessionKind::Wayland) closeOnFocusLoss();
     takeLook();
 }
 
@@ -104,6 +109,12 @@ void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& show
                      });
     QObject::connect(&m_compositor, &Compositor::changed, &m_window, [this] { takeLook(); });
     QObject::connect(&m_desktop, &LinuxDesktopLook::changed, &m_window, [this] { takeLook(); });
+}
+
+// Presses on windows of Wayland are nobody's to know.
+void DesktopPanel::closeOnFocusLoss() {
+    QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, &m_window,
+                     [this](const QWindow* window) { m_focusLoss.setActive(window != nullptr); });
 }
 
 void DesktopPanel::takeLook() {

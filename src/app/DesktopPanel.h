@@ -5,9 +5,11 @@
 #include "app/PanelPages.h"
 #include "platform/linux/GatewayHandoff.h"
 #include "platform/linux/LinuxDesktopLook.h"
+#include "platform/linux/SessionKind.h"
 #include "platform/linux/X11Compositor.h"
 #include "platform/linux/X11OverlayHints.h"
 #include "platform/linux/X11PressMonitor.h"
+#include "shell/FocusLoss.h"
 #include "shell/PanelLook.h"
 #include "shell/PanelViewModel.h"
 #include "shell/PanelWindowController.h"
@@ -25,7 +27,8 @@ class DesktopPanel final : public PanelPresence {
   public:
     /// Context, screens and showings must outlive the panel. Its pages come with prepareFurther(),
     /// so that showing it is a matter of mapping its window, and at the latest when it is shown.
-    DesktopPanel(const PanelContext& context, Screens& screens, PanelShowings& showings);
+    DesktopPanel(const PanelContext& context, Screens& screens, PanelShowings& showings,
+                 SessionKind session);
     ~DesktopPanel() override;
 
     [[nodiscard]] bool isPanelVisible() const override { return m_controller.isPanelVisible(); }
@@ -39,6 +42,7 @@ class DesktopPanel final : public PanelPresence {
     void prepareWindow();
     void connectParts(const PanelContext& context, PanelShowings& showings);
     void takeLook();
+    void closeOnFocusLoss();
 
     GatewayHandoff m_localSignIn;
     PanelViewModel m_view;
@@ -53,6 +57,7 @@ class DesktopPanel final : public PanelPresence {
     QuickPanelWindow m_window;
     PanelPages m_pages;
     PanelWindowController m_controller;
+    FocusLoss m_focusLoss;
     bool m_isWindowPrepared = false;
 };
 

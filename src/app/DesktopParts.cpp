@@ -4,7 +4,11 @@
 #include "app/DesktopPanel.h"
 #include "app/LinuxPermissionProbe.h"
 #include "app/PanelRenderer.h"
+#include "platform/linux/AtSpiBus.h"
+#include "platform/linux/SessionKind.h"
+#include "platform/linux/WaylandWorkspace.h"
 #include "platform/linux/X11Screens.h"
+#include "platform/linux/X11Workspace.h"
 #include "shell/DeferredPanel.h"
 #include "ui/UiContext.h"
 
@@ -13,6 +17,9 @@ namespace {
 
 // What several parts look at.
 struct SharedParts {
+    const SessionKind session = sessionKind();
+    std::shared_ptr<AtSpiBus> accessibilityBus =
+        std::make_shared<AtSpiBus>(AtSpiAccessibility::defaultSessionBus());
     X11Screens screens;
     PanelShowings showings;
     DesktopCapture* capture = nullptr;
@@ -24,11 +31,15 @@ DesktopParts standardParts() {
     chooseRenderer();
     prepareUi();
     const auto shared = std::make_shared<SharedParts>();
-    return {.makeCapture =
+    return {.makeWorkspace = [shared](Clock& clock) -> std::unique_ptr<Workspace> {
+                if (shared->session == SessionKind::X11) return std::make_unique<X11Workspace>();
+                return std::make_unique<WaylandWorkspace>(clock, shared->accessibilityBus);
+            },
+            .makeCapture =
                 [shared](const CaptureContext& context) {
                     auto capture = std::make_unique<DesktopCapture>(DesktopCapture::Services{
                         context.clock, context.paths, context.workspace, shared->screens,
-                        shared->showings, context.settings});
+                        shared->showings, context.settings, shared->accessibilityBus});
                     shared->capture = capture.get();
                     return capture;
                 },
@@ -47,7 +58,7 @@ DesktopParts standardParts() {
                 [shared](const PanelContext& context) {
                     return std::make_unique<DeferredPanel>(context.clock, [shared, context] {
                         return std::make_unique<DesktopPanel>(context, shared->screens,
-                                                              shared->showings);
+                                                              shared->showings, shared->session);
                     });
                 }};
 }

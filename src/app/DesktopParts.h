@@ -48,6 +48,7 @@ struct PanelContext {
 
 /// How the desktop program gets the parts that stand between it and the user's other programs.
 struct DesktopParts {
+    std::function<std::unique_ptr<Workspace>(Clock&)> makeWorkspace;
     std::function<std::unique_ptr<SelectionCapture>(const CaptureContext&)> makeCapture;
     /// Of the capture made last.
     std::function<std::unique_ptr<PermissionProbe>()> makeProbe;

@@ -3,6 +3,7 @@
 #include "app/LocalBackend.h"
 #include "app/SettleSession.h"
 #include "app/UnixSignals.h"
+#include "platform/linux/DesktopEntries.h"
 #include "platform/linux/UrlScheme.h"
 #include "shell/AlertBox.h"
 #include "shell/StatusGlyphs.h"
@@ -58,19 +59,20 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
     : m_parts(std::move(parts)),
       m_noteBridge(LinuxNotesBridge::choice(m_defaults), LinuxNotesBridge::folder(m_defaults),
                    QDBusConnection::sessionBus()),
+      m_workspace(m_parts.makeWorkspace(m_clock)),
       m_loginItem(m_defaults, configurationFolder(m_paths),
                   QCoreApplication::applicationFilePath()),
-      m_capture(m_parts.makeCapture({m_clock, m_paths, m_workspace, m_defaults})),
+      m_capture(m_parts.makeCapture({m_clock, m_paths, *m_workspace, m_defaults})),
       m_probe(m_parts.makeProbe()),
       m_state({m_clock, m_defaults, m_paths, m_transport, *m_capture, m_noteBridge}),
-      m_notes(m_parts.makeNotes({m_clock, m_paths, m_workspace, *m_capture, m_state})),
+      m_notes(m_parts.makeNotes({m_clock, m_paths, *m_workspace, *m_capture, m_state})),
       m_palette(m_state.appearance()),
       m_statusItem(m_clock),
       m_host(std::make_unique<Host>(m_statusItem)),
       m_backend(localBackend(m_paths), m_statusItem, *m_host),
       m_delegate({*m_host,
                   m_clock,
-                  m_workspace,
+                  *m_workspace,
                   m_hotKeys,
                   m_loginItem,
                   *m_capture,
@@ -78,7 +80,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
                   m_signIn,
                   m_statusItem,
                   [this](VorqAppState& state) {
-                      return m_parts.makePanel({state, m_clock, m_defaults, m_workspace,
+                      return m_parts.makePanel({state, m_clock, m_defaults, *m_workspace,
                                                 m_delegate.frontmost(), m_delegate.notifications(),
                                                 m_desktopLook});
                   },
@@ -156,9 +158,9 @@ void DesktopProgram::perform(Verb verb, const VerbSource& source) {
 
 HotKeySource DesktopProgram::hotKeySource(const VerbSource& source) const {
     HotKeySource result{.process = source.process, .bundleIdentifier = {}};
-    if (!result.process) result.process = m_workspace.frontmostProcess();
+    if (!result.process) result.process = m_workspace->frontmostProcess();
     const auto application =
-        result.process ? m_workspace.application(*result.process) : std::nullopt;
+        result.process ? m_workspace->application(*result.process) : std::nullopt;
     if (application) result.bundleIdentifier = application->identifier;
     return result;
 }

@@ -10,7 +10,6 @@
 #include "platform/linux/SettingsFile.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/X11HotKeys.h"
-#include "platform/linux/X11Workspace.h"
 #include "platform/linux/XdgLoginItem.h"
 #include "platform/linux/XdgPaths.h"
 #include "shell/AppDelegate.h"
@@ -55,7 +54,7 @@ class DesktopProgram final : public QObject {
     SettingsFile m_defaults{settingsPath(m_paths)};
     CurlTransport m_transport{m_clock};
     LinuxNotesBridge m_noteBridge;
-    X11Workspace m_workspace;
+    std::unique_ptr<Workspace> m_workspace;
     X11HotKeys m_hotKeys;
     XdgLoginItem m_loginItem;
     NoPendingSignIn m_signIn;

@@ -1,5 +1,6 @@
 #include "app/LinuxPermissionProbe.h"
 
+#include "platform/linux/SessionKind.h"
 #include "platform/linux/X11Connection.h"
 #include "support/FileNames.h"
 
@@ -27,8 +28,7 @@ PermissionState LinuxPermissionProbe::textCapture() const {
 }
 
 PermissionState LinuxPermissionProbe::screen() const {
-    const bool isWayland = qEnvironmentVariable("XDG_SESSION_TYPE") == u"wayland";
-    return grantedIf(!isWayland && X11Connection().isUsable());
+    return grantedIf(sessionKind() == SessionKind::X11 && X11Connection().isUsable());
 }
 
 PermissionState LinuxPermissionProbe::microphone() const {

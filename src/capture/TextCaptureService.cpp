@@ -87,6 +87,10 @@ void TextCaptureService::log(const QString& line) {
     m_services.log.appendCaptureDebug(line);
 }
 
+bool TextCaptureService::isReadable(std::optional<ProcessId> source) const {
+    return source || m_services.workspace.knowsAllApplications();
+}
+
 QString TextCaptureService::identifierOf(std::optional<ProcessId> process) const {
     const auto application = process ? m_services.workspace.application(*process) : std::nullopt;
     return application ? application->identifier : QString();
@@ -200,7 +204,7 @@ TextCaptureService::captureSelectedTextForHotKey(std::optional<ProcessId> source
     const QPointer<TextCaptureService> self(this);
     const CapturedText nothing;
     source = settled(source);
-    if (!isTrusted() || isExcluded(source)) co_return nothing;
+    if (!isTrusted() || !isReadable(source) || isExcluded(source)) co_return nothing;
     const Budget budget(m_services.clock);
     const bool selectsColumns = isColumnEditor(source);
     Read read = [selectsColumns](const CaptureSource& from, Reading& reading) {
@@ -239,7 +243,7 @@ TextCaptureService::captureSelectedTextForNoteSave(std::optional<ProcessId> sour
     const QPointer<TextCaptureService> self(this);
     const CapturedText nothing;
     source = settled(source);
-    if (!isTrusted() || isExcluded(source)) co_return nothing;
+    if (!isTrusted() || !isReadable(source) || isExcluded(source)) co_return nothing;
     const Budget budget(m_services.clock);
     const bool selectsColumns = isColumnEditor(source);
     Read read = [selectsColumns](const CaptureSource& from, Reading& reading) {
@@ -284,7 +288,7 @@ TextCaptureService::captureSelection(std::optional<ProcessId> source,
         co_return anchored;
     }
     source = settled(source);
-    if (isExcluded(source)) co_return anchored;
+    if (!isReadable(source) || isExcluded(source)) co_return anchored;
     const Budget budget(m_services.clock);
     Read read = [](const CaptureSource& from, Reading& reading) {
         reading.isPassword = isPasswordFocused(from);

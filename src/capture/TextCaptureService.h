@@ -83,6 +83,8 @@ class TextCaptureService final : public QObject, public SelectionCapture {
     using Read = std::function<void(const CaptureSource&, Reading&)>;
     using IsEnough = std::function<bool(const Reading&)>;
 
+    // Without a source, what had the focus last is read, unless it may be behind one not known.
+    [[nodiscard]] bool isReadable(std::optional<ProcessId> source) const;
     [[nodiscard]] QString identifierOf(std::optional<ProcessId> process) const;
     // Whoever has the focus is not asked unseen while some must not be asked: it is the application
     // in front then.

@@ -33,6 +33,10 @@ class Workspace : public QObject {
 
     using QObject::QObject;
 
+    /// Whether it is known of every application when it is in front. Where it is not, none being in
+    /// front may mean one that is not known, and the one before is no guess at it.
+    [[nodiscard]] virtual bool knowsAllApplications() const { return true; }
+
     /// The application in front, which may be Vorq itself. Nothing while none is.
     [[nodiscard]] virtual std::optional<ProcessId> frontmostProcess() const = 0;
 
@@ -50,8 +54,13 @@ class Workspace : public QObject {
     virtual void activate(WindowId window) = 0;
 
   signals:
-    /// Another application, or another window, has come to the front. Vorq's own count as well.
+    /// Another application, or another window, has come to the front. Vorq's own count as well. The
+    /// window is 0 if the window system does not number it.
     void frontmostChanged(std::int32_t process, quint64 window);
+
+    /// An application that is not known has come to the front, or there is none any more. Only
+    /// where not all are known.
+    void frontmostLost();
 };
 
 } // namespace vorq

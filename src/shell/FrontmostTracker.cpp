@@ -13,6 +13,8 @@ void FrontmostTracker::startFrontmostTracking() {
     if (const auto process = m_workspace.frontmostProcess()) note(*process);
     connect(&m_workspace, &Workspace::frontmostChanged, this, &FrontmostTracker::note,
             Qt::UniqueConnection);
+    connect(&m_workspace, &Workspace::frontmostLost, this, &FrontmostTracker::forget,
+            Qt::UniqueConnection);
 }
 
 void FrontmostTracker::stopFrontmostTracking() {
@@ -20,11 +22,18 @@ void FrontmostTracker::stopFrontmostTracking() {
 }
 
 std::optional<Workspace::ProcessId>
-FrontmostTracker::resolveSourcePID(std::optional<Workspace::ProcessId> sourcePID) const {
+FrontmostTracker::resolveSourcePID(std::optional<Workspace::ProcessId> sourcePID) {
+    const std::optional<Workspace::ProcessId> frontmost = m_workspace.frontmostProcess();
+    // It may have come to the front only just now, and not have been told of.
+    if (!frontmost && !m_workspace.knowsAllApplications()) forget();
     return vorq::resolveSourcePID({.own = m_self.process,
                                    .given = sourcePID,
                                    .lastForeign = m_lastForeign,
-                                   .frontmost = m_workspace.frontmostProcess()});
+                                   .frontmost = frontmost});
+}
+
+void FrontmostTracker::forget() {
+    m_lastForeign.reset();
 }
 
 void FrontmostTracker::note(Workspace::ProcessId process) {

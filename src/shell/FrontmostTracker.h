@@ -30,12 +30,13 @@ class FrontmostTracker final : public QObject {
     }
 
     /// The process to read a selection from, given the one in front when the user asked; nothing if
-    /// only Vorq itself is left.
+    /// only Vorq itself is left, or an application is in front that the workspace does not know.
     [[nodiscard]] std::optional<Workspace::ProcessId>
-    resolveSourcePID(std::optional<Workspace::ProcessId> sourcePID) const;
+    resolveSourcePID(std::optional<Workspace::ProcessId> sourcePID);
 
   private:
     void note(Workspace::ProcessId process);
+    void forget();
     [[nodiscard]] bool isVorq(Workspace::ProcessId process) const;
 
     Workspace& m_workspace;

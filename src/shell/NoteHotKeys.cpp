@@ -11,8 +11,8 @@ const QString noBundleID = QStringLiteral("(none)");
 
 } // namespace
 
-NoteHotKeys::NoteHotKeys(NoteCaptureFlow& notes, Workspace& workspace,
-                         const FrontmostTracker& frontmost, QObject* parent)
+NoteHotKeys::NoteHotKeys(NoteCaptureFlow& notes, Workspace& workspace, FrontmostTracker& frontmost,
+                         QObject* parent)
     : QObject(parent), m_notes(notes), m_workspace(workspace), m_frontmost(frontmost) {}
 
 void NoteHotKeys::handleSaveNoteHotKey(const HotKeySource& source) {

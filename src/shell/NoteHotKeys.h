@@ -17,7 +17,7 @@ class NoteHotKeys final : public QObject {
 
   public:
     /// All must outlive this object.
-    NoteHotKeys(NoteCaptureFlow& notes, Workspace& workspace, const FrontmostTracker& frontmost,
+    NoteHotKeys(NoteCaptureFlow& notes, Workspace& workspace, FrontmostTracker& frontmost,
                 QObject* parent = nullptr);
 
     /// Until the state is bound, both only flash failure.
@@ -43,7 +43,7 @@ class NoteHotKeys final : public QObject {
 
     NoteCaptureFlow& m_notes;
     Workspace& m_workspace;
-    const FrontmostTracker& m_frontmost;
+    FrontmostTracker& m_frontmost;
     bool m_isBound = false;
     TaskSlot m_task;
 };

@@ -30,7 +30,7 @@ class PanelSummoner final : public QObject {
     struct Ports {
         Workspace& workspace;
         SelectionCapture& capture;
-        const FrontmostTracker& frontmost;
+        FrontmostTracker& frontmost;
         MakePanel makePanel;
     };
 

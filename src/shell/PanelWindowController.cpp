@@ -55,7 +55,8 @@ PanelWindowController::PanelWindowController(const Platform& platform, PanelWind
             &PanelWindowController::pressedSomewhere);
     connect(&platform.workspace, &Workspace::frontmostChanged, this,
             [this](std::int32_t process, quint64 active) {
-                if (!isOurs(active, process)) m_source = active;
+                if (isOurs(active, process)) return;
+                m_source = active != 0 ? std::optional<Workspace::WindowId>(active) : std::nullopt;
             });
     const ShellNotifications* notifications = &platform.notifications;
     connect(notifications, &ShellNotifications::vorqSuppressPanelOutsideClose, this,
@@ -95,6 +96,10 @@ void PanelWindowController::hide() {
     if (!m_isVisible) return;
     if (hasKeyboard()) giveBackKeyboard();
     takeDown();
+}
+
+void PanelWindowController::hideForFocusElsewhere() {
+    if (m_isVisible && !m_suppressOutsideClose && !m_isStatusMenuOpen) takeDown();
 }
 
 void PanelWindowController::yieldFocus() {

@@ -46,6 +46,10 @@ class PanelWindowController final : public QObject, public PanelPresence, privat
     void setSuppressOutsideClose(bool suppress) override { m_suppressOutsideClose = suppress; }
     void yieldFocus() override;
 
+    /// Takes the panel down unless something of ours keeps it up. Another program has the keyboard
+    /// and keeps it.
+    void hideForFocusElsewhere();
+
     /// Where the panel is docked, now or when it is shown next. It is remembered.
     [[nodiscard]] PanelDockTarget dock() const { return m_dock; }
 

@@ -22,8 +22,10 @@ namespace vorq {
 class FakeWorkspace final : public Workspace {
   public:
     std::optional<ProcessId> frontmost;
+    bool knowsAll = true;
     std::map<ProcessId, RunningApplication> applications;
 
+    [[nodiscard]] bool knowsAllApplications() const override { return knowsAll; }
     [[nodiscard]] std::optional<ProcessId> frontmostProcess() const override { return frontmost; }
     [[nodiscard]] std::optional<WindowId> activeWindow() const override { return std::nullopt; }
     [[nodiscard]] std::optional<RunningApplication> application(ProcessId process) const override {

@@ -145,6 +145,27 @@ TEST_F(HotKeyCapture, WithoutASourceTakesTheHighlightOfTheApplicationInFront) {
     EXPECT_EQ(running.result(), "highlighted");
 }
 
+TEST_F(HotKeyCapture, WithoutASourceReadsNothingWhereOneMayBeInFrontThatIsNotKnown) {
+    select("of the one that had the focus last");
+    highlight("of that, too");
+    copyShortcut.text = "copied";
+    identify("firefox-esr");
+    workspace.knowsAll = false;
+
+    const Running<CapturedText> running(service->captureSelectedTextForHotKey({}, {}));
+    EXPECT_EQ(running.result().text, "");
+    EXPECT_THAT(accessibility.reads(), testing::IsEmpty());
+    EXPECT_EQ(primary.reads, 0);
+    EXPECT_EQ(copyShortcut.copies, 0);
+}
+
+TEST_F(HotKeyCapture, ReadsASourceThatIsKnownWhereNotAllAre) {
+    select("some words");
+    workspace.knowsAll = false;
+
+    EXPECT_EQ(hotKey(), "some words");
+}
+
 TEST_F(HotKeyCapture, GivesAnApplicationThatHangsAQuarterOfASecond) {
     accessibility.hangs = true;
     primary.hangs = true;
@@ -329,6 +350,16 @@ TEST_F(NoteCaptureText, TakesTheLongerOfBothTexts) {
 
     copyShortcut.text = "tiny";
     EXPECT_EQ(noteSave(), "short");
+}
+
+TEST_F(NoteCaptureText, WithoutASourceReadsNothingWhereOneMayBeInFrontThatIsNotKnown) {
+    select("of the one that had the focus last");
+    copyShortcut.text = "copied";
+    workspace.knowsAll = false;
+
+    const Running<CapturedText> running(service->captureSelectedTextForNoteSave({}, {}));
+    EXPECT_EQ(running.result().text, "");
+    EXPECT_EQ(copyShortcut.copies, 0);
 }
 
 TEST_F(NoteCaptureText, PrefersAccessibilityWhenBothAreEquallyLong) {

@@ -230,6 +230,30 @@ TEST_F(OutsideClickTest, OnAMenuOrTheStatusItemDoesNothing) {
     EXPECT_TRUE(m_controller->isPanelVisible());
 }
 
+TEST_F(OutsideClickTest, IsNoticedByTheKeyboardToo) {
+    m_workspace.bringToFront(browser);
+    m_controller->hideForFocusElsewhere();
+    EXPECT_FALSE(m_controller->isPanelVisible());
+    m_clock.advance(1s);
+    EXPECT_THAT(m_workspace.activations(), IsEmpty());
+}
+
+TEST_F(OutsideClickTest, ByTheKeyboardIsSuppressedAsWell) {
+    m_controller->setSuppressOutsideClose(true);
+    m_controller->hideForFocusElsewhere();
+    m_controller->setSuppressOutsideClose(false);
+    emit m_notifications.vorqStatusMenuChanged(true);
+    m_controller->hideForFocusElsewhere();
+    EXPECT_TRUE(m_controller->isPanelVisible());
+}
+
+TEST_F(OutsideClickTest, AWindowWithoutANumberIsNotGivenTheKeyboardBack) {
+    emit m_workspace.frontmostChanged(browser, 0);
+    m_screens.windows[0] = {0, 0, 10, 10};
+    m_controller->hide();
+    EXPECT_THAT(m_workspace.activations(), IsEmpty());
+}
+
 TEST_F(OutsideClickTest, IsSuppressedOnDemand) {
     m_controller->setSuppressOutsideClose(true);
     clickAt(m_outside);

@@ -9,7 +9,7 @@ namespace vorq {
 
 class AtSpiAccessibility::Parts {
   public:
-    explicit Parts(const QString& sessionBusAddress) : bus(sessionBusAddress) {}
+    explicit Parts(std::shared_ptr<AtSpiBus> shared) : m_bus(std::move(shared)) {}
 
     [[nodiscard]] AccessibleElementPtr element(const AtSpiRef& ref, const std::stop_token& stop) {
         return std::make_shared<AtSpiElement>(
@@ -23,7 +23,12 @@ class AtSpiAccessibility::Parts {
         m_screens = std::move(all);
     }
 
-    AtSpiBus bus;
+  private:
+    // Before what uses it.
+    std::shared_ptr<AtSpiBus> m_bus;
+
+  public:
+    AtSpiBus& bus = *m_bus;
     AtSpiApplications applications{bus};
     X11WindowPlace windows;
 
@@ -38,7 +43,10 @@ class AtSpiAccessibility::Parts {
 };
 
 AtSpiAccessibility::AtSpiAccessibility(const QString& sessionBusAddress)
-    : m_parts(std::make_unique<Parts>(sessionBusAddress)) {}
+    : AtSpiAccessibility(std::make_shared<AtSpiBus>(sessionBusAddress)) {}
+
+AtSpiAccessibility::AtSpiAccessibility(std::shared_ptr<AtSpiBus> bus)
+    : m_parts(std::make_unique<Parts>(std::move(bus))) {}
 
 AtSpiAccessibility::~AtSpiAccessibility() = default;
 

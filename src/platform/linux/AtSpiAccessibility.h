@@ -12,6 +12,8 @@ class QObject;
 
 namespace vorq {
 
+class AtSpiBus;
+
 /// Other applications through the accessibility bus of the session.
 ///
 /// Every call has a time limit of its own, and none is ever made to Vorq itself. Without a bus, or
@@ -22,6 +24,8 @@ class AtSpiAccessibility final : public Accessibility {
   public:
     /// The address of the session bus; by default that of the environment.
     explicit AtSpiAccessibility(const QString& sessionBusAddress = defaultSessionBus());
+    /// Over a connection that others use as well.
+    explicit AtSpiAccessibility(std::shared_ptr<AtSpiBus> bus);
     ~AtSpiAccessibility() override;
 
     /// The monitors as they are from now on, for places in points. For any thread.

@@ -74,6 +74,18 @@ AtSpiFocusOrder AtSpiBus::focusOrder() const {
     return m_connection->shared().focusOrder();
 }
 
+void AtSpiBus::followWindows() {
+    QMetaObject::invokeMethod(m_connection, &AtSpiConnection::followWindows, Qt::QueuedConnection);
+}
+
+std::optional<std::int32_t> AtSpiBus::front() const {
+    return m_connection->shared().front();
+}
+
+void AtSpiBus::whenFrontChanges(QObject* context, const std::function<void()>& callback) const {
+    QObject::connect(m_connection, &AtSpiConnection::frontChanged, context, callback);
+}
+
 void AtSpiBus::seekConnection() const {
     // One request at a time.
     if (m_connection->shared().isSought.exchange(true)) return;

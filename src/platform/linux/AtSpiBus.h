@@ -6,8 +6,10 @@
 #include <QString>
 #include <QThread>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stop_token>
 #include <vector>
 
@@ -51,6 +53,13 @@ class AtSpiBus {
 
     /// Who had the focus last, as the events told.
     [[nodiscard]] AtSpiFocusOrder focusOrder() const;
+
+    /// From now on it is known which other application has the active window. Never waits.
+    void followWindows();
+    /// The process of that application; nothing while no application says that it has it.
+    [[nodiscard]] std::optional<std::int32_t> front() const;
+    /// Calls back, on the thread of the context, when front() may have changed.
+    void whenFrontChanges(QObject* context, const std::function<void()>& callback) const;
 
   private:
     void seekConnection() const;

@@ -1,5 +1,6 @@
 #include "platform/linux/AtSpiConnection.h"
 
+#include "platform/linux/AtSpiWindowWatch.h"
 #include "platform/linux/BusAnswer.h"
 
 #include <QDBusPendingCallWatcher>
@@ -9,6 +10,7 @@
 #include <QVariantMap>
 
 #include <atomic>
+#include <unistd.h>
 #include <utility>
 
 namespace vorq {
@@ -50,6 +52,16 @@ std::vector<QDBusMessage> AtSpiBatch::wait(const std::stop_token& stop) {
 AtSpiFocusOrder AtSpiShared::focusOrder() const {
     const std::scoped_lock lock(m_mutex);
     return m_focusOrder;
+}
+
+std::optional<std::int32_t> AtSpiShared::front() const {
+    const std::scoped_lock lock(m_mutex);
+    return m_front;
+}
+
+void AtSpiShared::setFront(std::optional<std::int32_t> process) {
+    const std::scoped_lock lock(m_mutex);
+    m_front = process;
 }
 
 AtSpiConnection::AtSpiConnection(QString sessionBusAddress)
@@ -122,6 +134,7 @@ void AtSpiConnection::connectTo(const QString& address) {
     ++m_shared.connections;
     listen();
     registerForEvents();
+    if (m_followsWindows) watchWindows();
     m_shared.isConnected = true;
     emit switchChanged();
     askForStatus();
@@ -144,6 +157,23 @@ void AtSpiConnection::registerForEvents() {
         QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("RegisterEvent"));
     wish << QStringLiteral("object:state-changed:focused");
     m_bus->asyncCall(wish, startLimit);
+}
+
+void AtSpiConnection::followWindows() {
+    if (std::exchange(m_followsWindows, true) || !m_bus) return;
+    watchWindows();
+}
+
+void AtSpiConnection::watchWindows() {
+    m_windows = new AtSpiWindowWatch(*m_bus, ::getpid(), this);
+    connect(m_windows, &AtSpiWindowWatch::frontChanged, this,
+            [this] { setFront(m_windows->front()); });
+    m_windows->begin();
+}
+
+void AtSpiConnection::setFront(std::optional<std::int32_t> process) {
+    m_shared.setFront(process);
+    emit frontChanged();
 }
 
 void AtSpiConnection::askForStatus() {
@@ -208,10 +238,13 @@ void AtSpiConnection::stateChanged(const QDBusMessage& message) {
 }
 
 void AtSpiConnection::ownerChanged(const QString& name, const QString&, const QString& to) {
-    if (to.isEmpty())
+    if (to.isEmpty()) {
         m_shared.changeFocusOrder([&](AtSpiFocusOrder& order) { order.forget(name); });
-    else if (name == u"org.a11y.atspi.Registry" && m_bus)
+        if (m_windows != nullptr) m_windows->forget(name);
+    } else if (name == u"org.a11y.atspi.Registry" && m_bus) {
         registerForEvents();
+        if (m_windows != nullptr) m_windows->begin();
+    }
 }
 
 void AtSpiConnection::sessionLost() {
@@ -230,6 +263,8 @@ void AtSpiConnection::disconnectFromBus() {
     m_shared.isConnected = false;
     setSwitchedOn(false);
     m_shared.changeFocusOrder([](AtSpiFocusOrder& order) { order = {}; });
+    delete std::exchange(m_windows, nullptr);
+    if (m_shared.front()) setFront(std::nullopt);
     if (!m_bus) return;
     m_bus.reset();
     QDBusConnection::disconnectFromBus(m_busName);

@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -18,6 +19,8 @@
 class QDBusServiceWatcher;
 
 namespace vorq {
+
+class AtSpiWindowWatch;
 
 /// Calls that are sent together, and their answers as they come in.
 class AtSpiBatch {
@@ -56,9 +59,14 @@ class AtSpiShared {
         change(m_focusOrder);
     }
 
+    /// The process with the active window, once windows are followed.
+    [[nodiscard]] std::optional<std::int32_t> front() const;
+    void setFront(std::optional<std::int32_t> process);
+
   private:
     mutable std::mutex m_mutex;
     AtSpiFocusOrder m_focusOrder;
+    std::optional<std::int32_t> m_front;
 };
 
 /// The connection behind AtSpiBus, and the events that come over it. Everything but shared()
@@ -77,10 +85,14 @@ class AtSpiConnection final : public QObject {
     void seek();
     void send(const std::shared_ptr<AtSpiBatch>& batch);
     void switchOn();
+    /// From now on it is known which application has the active window.
+    void followWindows();
 
   signals:
     /// The bus came or went, or toolkits were told to use it or not to.
     void switchChanged();
+    /// Another process has the active window, or none; see AtSpiShared::front().
+    void frontChanged();
 
   private slots:
     void announced();
@@ -99,6 +111,8 @@ class AtSpiConnection final : public QObject {
     void askForStatus();
     void setSwitchedOn(bool isSwitchedOn);
     void disconnectFromBus();
+    void watchWindows();
+    void setFront(std::optional<std::int32_t> process);
 
     QString m_sessionAddress;
     QString m_sessionName;
@@ -107,6 +121,8 @@ class AtSpiConnection final : public QObject {
     std::optional<QDBusConnection> m_session;
     std::optional<QDBusConnection> m_bus;
     QDBusServiceWatcher* m_announcement = nullptr;
+    bool m_followsWindows = false;
+    AtSpiWindowWatch* m_windows = nullptr;
     AtSpiShared m_shared;
 };
 

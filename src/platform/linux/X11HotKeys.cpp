@@ -1,5 +1,6 @@
 #include "platform/linux/X11HotKeys.h"
 
+#include "platform/linux/SessionKind.h"
 #include "platform/linux/X11Reply.h"
 
 #include <xcb/xcb.h>
@@ -14,11 +15,6 @@ namespace vorq {
 namespace {
 
 constexpr int allModifiers = 0xff;
-
-bool isWayland() {
-    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-           qEnvironmentVariable("XDG_SESSION_TYPE") == u"wayland";
-}
 
 // Raw releases of keys, which tell a second press from one that repeats by itself.
 bool offersRawEvents(xcb_connection_t* connection) {
@@ -38,7 +34,7 @@ X11HotKeys::X11HotKeys(QObject* parent) : GlobalHotKeys(parent) {}
 X11HotKeys::~X11HotKeys() = default;
 
 GlobalHotKeys::Outcome X11HotKeys::installEventHandler() {
-    if (!m_connection.isUsable() || isWayland())
+    if (!m_connection.isUsable() || sessionKind() == SessionKind::Wayland)
         return std::unexpected(HotKeyFailure{.status = noServer});
     m_knowsReleases = offersRawEvents(m_connection.get());
     m_keyboard = std::make_unique<X11Keyboard>(m_connection.get());

@@ -1,9 +1,7 @@
 #include "platform/linux/X11Workspace.h"
 
+#include "platform/linux/ProcessExecutable.h"
 #include "platform/linux/X11Reply.h"
-
-#include <QFile>
-#include <QFileInfo>
 
 #include <xcb/xcb.h>
 
@@ -16,15 +14,6 @@ namespace {
 
 // The client message says that a pager asks, whose wish window managers grant.
 constexpr std::uint32_t sourceIsPager = 2;
-
-QString executableName(Workspace::ProcessId process) {
-    const QString link = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(process));
-    QString name = QFileInfo(link).fileName();
-    // Of a program that was replaced while it runs.
-    const QString deleted = QStringLiteral(" (deleted)");
-    if (name.endsWith(deleted)) name.chop(deleted.size());
-    return name;
-}
 
 } // namespace
 

@@ -16,6 +16,11 @@ void ScriptedWorkspace::bringToFront(ProcessId process) {
     emit frontmostChanged(process, static_cast<quint64>(process));
 }
 
+void ScriptedWorkspace::bringUnknownToFront() {
+    m_frontmost.reset();
+    emit frontmostLost();
+}
+
 std::optional<Workspace::WindowId> ScriptedWorkspace::activeWindow() const {
     return m_frontmost ? std::optional(static_cast<WindowId>(*m_frontmost)) : std::nullopt;
 }

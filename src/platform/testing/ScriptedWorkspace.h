@@ -22,6 +22,13 @@ class ScriptedWorkspace final : public Workspace {
     /// Leaves no application in front, and tells nothing.
     void bringNoneToFront() { m_frontmost.reset(); }
 
+    /// From now on there may be applications that are not known.
+    void forgetSome() { m_knowsAll = false; }
+    /// Brings one that is not known to the front and tells of it.
+    void bringUnknownToFront();
+
+    [[nodiscard]] bool knowsAllApplications() const override { return m_knowsAll; }
+
     /// The windows that were asked to be activated, in order. Each has come to the front, too.
     [[nodiscard]] const std::vector<WindowId>& activations() const { return m_activations; }
 
@@ -34,6 +41,7 @@ class ScriptedWorkspace final : public Workspace {
   private:
     std::map<ProcessId, RunningApplication> m_applications;
     std::optional<ProcessId> m_frontmost;
+    bool m_knowsAll = true;
     std::vector<WindowId> m_activations;
 };
 
