@@ -140,6 +140,7 @@ void DesktopProgram::perform(Verb verb, const VerbSource& source) {
     case Verb::Launch:
         return;
     case Verb::Summon:
+        if (m_summons.isRepetition()) return;
         return m_delegate.perform(HotKeyAction::Panel, hotKeySource(source));
     case Verb::Note:
         return m_delegate.perform(HotKeyAction::SaveNote, hotKeySource(source));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/ApplicationService.h"
+#include "app/CommandRepeats.h"
 #include "app/DesktopParts.h"
 #include "backend/CurlTransport.h"
 #include "backend/PendingSignIn.h"
@@ -58,6 +59,7 @@ class DesktopProgram final : public QObject {
     X11HotKeys m_hotKeys;
     XdgLoginItem m_loginItem;
     NoPendingSignIn m_signIn;
+    CommandRepeats m_summons{m_clock};
     std::unique_ptr<SelectionCapture> m_capture;
     std::unique_ptr<PermissionProbe> m_probe;
     VorqAppState m_state;
