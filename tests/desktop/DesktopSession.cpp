@@ -1,5 +1,6 @@
 #include "desktop/DesktopSession.h"
 
+#include "desktop/WaylandCompositor.h"
 #include "platform/linux/X11Connection.h"
 
 #include <QCoreApplication>
@@ -47,8 +48,8 @@ QByteArray busConfiguration(const QString& socket, const QString& services) {
 class DesktopSession::JoinedEnvironment {
   public:
     explicit JoinedEnvironment(const QProcessEnvironment& environment) {
-        for (const char* name : {"DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "HOME",
-                                 "XDG_CONFIG_HOME", "XDG_DATA_HOME"}) {
+        for (const char* name : {"DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS",
+                                 "XDG_RUNTIME_DIR", "HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"}) {
             m_former[name] =
                 qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt;
             put(name, environment.contains(name) ? std::optional(environment.value(name).toUtf8())
@@ -78,9 +79,9 @@ DesktopSession::DesktopSession(const SessionOptions& options)
       m_mark(QUuid::createUuid().toByteArray(QUuid::WithoutBraces)),
       m_environment(QProcessEnvironment::systemEnvironment()) {
     for (const char* name :
-         {"WAYLAND_DISPLAY", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME",
-          "AT_SPI_BUS_ADDRESS", "QT_QPA_PLATFORM", "QT_ACCESSIBILITY",
-          "QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "GNOME_ACCESSIBILITY"})
+         {"DISPLAY", "XAUTHORITY", "WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP", "XDG_CONFIG_HOME",
+          "XDG_DATA_HOME", "XDG_CACHE_HOME", "AT_SPI_BUS_ADDRESS", "QT_QPA_PLATFORM",
+          "QT_ACCESSIBILITY", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "GNOME_ACCESSIBILITY"})
         m_environment.remove(QString::fromLatin1(name));
     m_environment.insert(QString::fromLatin1(markName), QString::fromLatin1(m_mark));
     m_environment.insert("HOME", home());
@@ -90,6 +91,13 @@ DesktopSession::DesktopSession(const SessionOptions& options)
     m_environment.insert("LIBGL_ALWAYS_SOFTWARE", "1");
     QDir().mkpath(home() + "/run");
     QFile::setPermissions(home() + "/run", QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    if (options.type == SessionType::Openbox)
+        startOpenboxDesktop(options);
+    else
+        startWaylandDesktop(options);
+}
+
+void DesktopSession::startOpenboxDesktop(const SessionOptions& options) {
     startDisplay(options.screen);
     startBus(options.hasAccessibilityBus);
     m_joined = std::make_unique<JoinedEnvironment>(m_environment);
@@ -101,7 +109,30 @@ DesktopSession::DesktopSession(const SessionOptions& options)
     });
 }
 
+// Applications find the compositor by the environment, and so does what the bus starts.
+void DesktopSession::startWaylandDesktop(const SessionOptions& options) {
+    m_environment.insert("XDG_SESSION_TYPE", "wayland");
+    startBus(options.hasAccessibilityBus);
+    m_compositor = WaylandCompositor::start(options.type, *this, options.screen);
+    m_environment.insert(m_compositor->environment());
+    m_display = m_environment.value("DISPLAY");
+    run("dbus-update-activation-environment", "dbus-bin",
+        QStringList{"XDG_SESSION_TYPE"} + m_compositor->environment().keys(), m_environment);
+    m_joined = std::make_unique<JoinedEnvironment>(m_environment);
+    waitUntil("the X server of the compositor, which the package xwayland brings", [this] {
+        m_x11 = std::make_unique<X11Connection>();
+        return m_x11->isUsable();
+    });
+    if (options.hasAccessibilityBus && options.isAccessibilityOn) switchAccessibility(true);
+}
+
+WaylandCompositor& DesktopSession::compositor() const {
+    if (!m_compositor) fail("this is no Wayland session");
+    return *m_compositor;
+}
+
 DesktopSession::~DesktopSession() {
+    m_compositor.reset();
     m_x11.reset();
     killAll();
     m_programs.clear();

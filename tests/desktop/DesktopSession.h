@@ -22,7 +22,14 @@ class X11Connection;
 
 namespace vorq::desktop {
 
+class WaylandCompositor;
+
+/// What shows the windows of a session: an X server with a window manager, or a compositor for
+/// Wayland with an X server of its own.
+enum class SessionType { Openbox, Sway };
+
 struct SessionOptions {
+    SessionType type = SessionType::Openbox;
     QSize screen{1280, 900};
     /// Whether there is a bus for accessibility at all; without, its service cannot be activated.
     bool hasAccessibilityBus = true;
@@ -30,8 +37,8 @@ struct SessionOptions {
     bool isAccessibilityOn = true;
 };
 
-/// A desktop of the test's own: X server, window manager, session bus, accessibility bus and a home
-/// of its own. Everything that runs in it is ended with it, and when the test dies.
+/// A desktop of the test's own: X server, window manager or compositor, session bus, accessibility
+/// bus and a home of its own. Everything that runs in it is ended with it, and when the test dies.
 ///
 /// The process of the test joins the session: its environment is that of the session while one
 /// lives. One session at a time. Waits are bounded; whatever fails throws with a sentence that says
@@ -66,8 +73,15 @@ class DesktopSession {
     static void waitUntil(const QString& what, const Condition& isTrue,
                           std::chrono::seconds limit = std::chrono::seconds(20));
 
+    /// The compositor of a Wayland session. Windows below are those of its X server alone, and keys
+    /// and clicks reach no others.
+    [[nodiscard]] WaylandCompositor& compositor() const;
+
     /// The windows that the window manager shows, the lowest first.
     [[nodiscard]] std::vector<Window> windows() const;
+
+    /// Whether a window is on the screen. Some compositors list those that are hidden as well.
+    [[nodiscard]] bool isShown(Window window) const;
 
     /// Waits for a window whose class or instance holds the text, in any case.
     [[nodiscard]] Window waitForWindow(const QString& windowClass,
@@ -102,6 +116,8 @@ class DesktopSession {
   private:
     class JoinedEnvironment;
 
+    void startOpenboxDesktop(const SessionOptions& options);
+    void startWaylandDesktop(const SessionOptions& options);
     void startDisplay(QSize screen);
     void startBus(bool withAccessibility);
     void xdotool(const QStringList& arguments) const;
@@ -114,6 +130,7 @@ class DesktopSession {
     QProcessEnvironment m_environment;
     std::unique_ptr<JoinedEnvironment> m_joined;
     std::vector<std::unique_ptr<DesktopProgram>> m_programs;
+    std::unique_ptr<WaylandCompositor> m_compositor;
     std::unique_ptr<X11Connection> m_x11;
 };
 

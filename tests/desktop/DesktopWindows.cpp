@@ -17,6 +17,14 @@ std::vector<DesktopSession::Window> DesktopSession::windows() const {
     return m_x11->numbers(m_x11->root(), m_x11->atom("_NET_CLIENT_LIST_STACKING"));
 }
 
+bool DesktopSession::isShown(Window window) const {
+    auto* reply = xcb_get_window_attributes_reply(
+        m_x11->get(), xcb_get_window_attributes(m_x11->get(), window), nullptr);
+    const bool isViewable = reply != nullptr && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+    std::free(reply);
+    return isViewable;
+}
+
 QString DesktopSession::classOf(Window window) const {
     QByteArray names = m_x11->property(window, XCB_ATOM_WM_CLASS);
     names.replace('\0', ' ');

@@ -54,8 +54,16 @@ void PanelProgram::start(const QString& backend) {
     environment.insert("VORQ_API_BASE_URL", backend.isEmpty() ? m_relay->url() : backend);
     environment.insert("VORQ_DEBUG_PLACE", "0");
     m_program = &session.start(VORQ_PROGRAM, "", {"--background"}, environment);
-    DesktopSession::waitUntil(
-        "the hot keys", [this] { return m_program->output().contains("clear-chat hotkey."); });
+    // A Wayland session has none.
+    DesktopSession::waitUntil("the hot keys", [this] {
+        const QByteArray log = m_program->output();
+        return log.contains("clear-chat hotkey.") ||
+               log.contains("failed to install hotkey event handler");
+    });
+}
+
+void PanelProgram::summon() const {
+    run(VORQ_PROGRAM, "", {"summon"}, session.environment());
 }
 
 void PanelProgram::exclude(const QStringList& identifiers) const {
@@ -76,7 +84,8 @@ void PanelProgram::stop() {
 DesktopSession::Window PanelProgram::panel() const {
     if (m_program == nullptr) return 0;
     for (const DesktopSession::Window window : session.windows())
-        if (session.processOf(window) == m_program->process()) return window;
+        if (session.processOf(window) == m_program->process() && session.isShown(window))
+            return window;
     return 0;
 }
 

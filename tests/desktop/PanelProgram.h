@@ -30,6 +30,8 @@ class PanelProgram {
 
     /// What a person does.
     void pressHotKey() const { session.key({"super+shift+a"}); }
+    /// The same by the command, as a shortcut of the desktop gives it.
+    void summon() const;
     void waitForPanel() const;
     void waitForNoPanel() const;
     /// Hides the panel by Escape and waits until the window is in front.
