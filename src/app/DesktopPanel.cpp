@@ -34,15 +34,16 @@ DesktopPanel::DesktopPanel(const PanelContext& context, Screens& screens, PanelS
       m_look(context.state.appearance()),
       m_desktop(context.desktopLook),
       m_ui(m_view, m_look),
-      m_files(m_view),
+      m_files(m_view, context.holds),
       m_presses(screens),
       m_window({screens, m_compositor, m_hints}, &m_engine),
       m_pages(m_window, QUrl(QStringLiteral("qrc:/qt/qml/Vorq/panel/PanelView.qml"))),
       m_controller({context.clock, context.defaults, screens, context.workspace, m_presses,
-                    context.notifications,
+                    context.holds, context.notifications,
                     static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid())},
                    m_window),
-      m_focusLoss(context.clock, [this] { m_controller.hideForFocusElsewhere(); }) {
+      m_focusLoss(context.clock, [this] { m_controller.hideForFocusElsewhere(); }),
+      m_notifications(context.notifications) {
     m_ui.install(m_engine);
     connectParts(context, showings);
     if (session == SessionKind::Wayland) closeOnFocusLoss();
@@ -54,20 +55,30 @@ DesktopPanel::~DesktopPanel() {
     m_pages.clear();
 }
 
-void DesktopPanel::setSuppressOutsideClose(bool suppress) {
-    m_controller.setSuppressOutsideClose(suppress);
-}
-
 bool DesktopPanel::prepareFurther() {
     if (m_pages.loadFurther()) return true;
     prepareWindow();
     return false;
 }
 
+// The keyboard first: what is typed while the pages are made waits for the draft, and would reach
+// the application in front otherwise.
 void DesktopPanel::show() {
-    m_pages.finish();
     prepareWindow();
     m_controller.show();
+    finishPages();
+}
+
+void DesktopPanel::showBeside() {
+    prepareWindow();
+    m_controller.showBeside();
+    finishPages();
+}
+
+void DesktopPanel::finishPages() {
+    if (m_pages.isDone()) return;
+    m_pages.finish();
+    emit m_notifications.vorqFocusPrompt();
 }
 
 void DesktopPanel::prepareWindow() {
@@ -90,16 +101,17 @@ void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& show
     QObject::connect(&m_view, &PanelViewModel::attentionWanted, notifications,
                      &ShellNotifications::vorqGuidePanelAccess);
     m_files.setOwner(&m_window);
-    QObject::connect(&m_files, &FilePicker::openChanged, notifications,
-                     &ShellNotifications::vorqSuppressPanelOutsideClose);
+    m_controller.setCloseInnermost([this] { return m_view.closeInnermost(); });
     // A window manager may give the keyboard to nobody once the dialog is gone.
-    QObject::connect(&m_files, &FilePicker::openChanged, &m_window, [this](bool isOpen) {
-        if (!isOpen && m_controller.isPanelVisible()) m_window.activate();
+    QObject::connect(&m_files, &FilePicker::closed, &m_window, [this] {
+        if (m_controller.isPanelVisible()) m_window.activate();
     });
     QObject::connect(&m_controller, &PanelWindowController::panelVisibleChanged, &m_window,
                      [this, &showings] {
                          showings.isVisible = m_controller.isPanelVisible();
                          if (showings.isVisible) ++showings.count;
+                         // It would stay alone with the keyboard.
+                         if (!showings.isVisible) m_files.close();
                      });
     // What is held back does not wait unseen.
     HeldCapture* held = &context.state.panel().heldCapture();

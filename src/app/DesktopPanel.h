@@ -34,12 +34,13 @@ class DesktopPanel final : public PanelPresence {
     [[nodiscard]] bool isPanelVisible() const override { return m_controller.isPanelVisible(); }
     bool prepareFurther() override;
     void show() override;
+    void showBeside() override;
     void hide() override { m_controller.hide(); }
-    void setSuppressOutsideClose(bool suppress) override;
     void yieldFocus() override { m_controller.yieldFocus(); }
 
   private:
     void prepareWindow();
+    void finishPages();
     void connectParts(const PanelContext& context, PanelShowings& showings);
     void takeLook();
     void closeOnFocusLoss();
@@ -58,6 +59,7 @@ class DesktopPanel final : public PanelPresence {
     PanelPages m_pages;
     PanelWindowController m_controller;
     FocusLoss m_focusLoss;
+    ShellNotifications& m_notifications;
     bool m_isWindowPrepared = false;
 };
 

@@ -17,6 +17,7 @@ class AppPaths;
 class Clock;
 class Defaults;
 class LinuxDesktopLook;
+class PanelHolds;
 class ShellNotifications;
 class VorqAppState;
 
@@ -42,6 +43,7 @@ struct PanelContext {
     Defaults& defaults;
     Workspace& workspace;
     const FrontmostTracker& frontmost;
+    PanelHolds& holds;
     ShellNotifications& notifications;
     LinuxDesktopLook& desktopLook;
 };

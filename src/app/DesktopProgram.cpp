@@ -5,6 +5,7 @@
 #include "app/UnixSignals.h"
 #include "platform/linux/DesktopEntries.h"
 #include "platform/linux/UrlScheme.h"
+#include "platform/linux/X11InputWatch.h"
 #include "shell/AlertBox.h"
 #include "shell/StatusGlyphs.h"
 
@@ -25,16 +26,17 @@ constexpr Clock::Duration settleLimit = 300ms;
 
 class DesktopProgram::Host final : public ApplicationHost {
   public:
-    explicit Host(const TrayStatusItem& statusItem) : m_statusItem(statusItem) {}
-
     void becomeAccessory() override { QGuiApplication::setQuitOnLastWindowClosed(false); }
 
     void installApplicationIcon() override {
         QGuiApplication::setWindowIcon(statusIcon(StatusImage::Glyph));
     }
 
-    // Whoever starts a program is with it. A menu without a place would only be in the way, though.
-    [[nodiscard]] bool isActive() const override { return m_statusItem.hasPlace(); }
+    [[nodiscard]] bool isActive() const override {
+        return QGuiApplication::applicationState() == Qt::ApplicationActive;
+    }
+
+    [[nodiscard]] bool isUserBusy() override { return m_input.wasUsed(); }
 
     void show(const Alert& alert, std::function<void(qsizetype)> chosen) override {
         m_alerts.show(alert, std::move(chosen));
@@ -52,7 +54,7 @@ class DesktopProgram::Host final : public ApplicationHost {
   private:
     bool m_isToBeDeleted = false;
     AlertBox m_alerts;
-    const TrayStatusItem& m_statusItem;
+    X11InputWatch m_input;
 };
 
 DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
@@ -68,7 +70,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
       m_notes(m_parts.makeNotes({m_clock, m_paths, *m_workspace, *m_capture, m_state})),
       m_palette(m_state.appearance()),
       m_statusItem(m_clock),
-      m_host(std::make_unique<Host>(m_statusItem)),
+      m_host(std::make_unique<Host>()),
       m_backend(localBackend(m_paths), m_statusItem, *m_host),
       m_delegate({*m_host,
                   m_clock,
@@ -81,8 +83,8 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
                   m_statusItem,
                   [this](VorqAppState& state) {
                       return m_parts.makePanel({state, m_clock, m_defaults, *m_workspace,
-                                                m_delegate.frontmost(), m_delegate.notifications(),
-                                                m_desktopLook});
+                                                m_delegate.frontmost(), m_delegate.holds(),
+                                                m_delegate.notifications(), m_desktopLook});
                   },
                   {static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid()),
                    ApplicationService::name},

@@ -22,6 +22,7 @@ class PanelPages final : private QQmlIncubator {
 
     /// Does all that is left. What fails is logged.
     void finish();
+    [[nodiscard]] bool isDone() const { return m_isDone; }
 
     /// Takes the pages away again.
     void clear();

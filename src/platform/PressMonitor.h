@@ -13,25 +13,32 @@ enum class PressedSurface {
     Foreign,
     /// A bar of the desktop, which may show our status item without our knowing.
     ForeignBar,
+    /// A menu, a list or a tip of another program. A bar that draws the menu of our status item
+    /// shows it in one.
+    ForeignMenu,
     /// An ordinary window of ours.
     OwnWindow,
-    /// A menu, a list or a tip of ours.
+    /// A menu, a list or a tip of ours. While one holds the pointer every press is the menu's,
+    /// wherever it is.
     OwnMenu,
     OwnStatusItem,
 };
+
+enum class PressedButton { Left, Right };
 
 /// A left or right mouse button going down anywhere on the screens.
 struct ScreenPress {
     /// In screen coordinates, see Screens.
     QPointF at;
     PressedSurface surface = PressedSurface::Foreign;
+    PressedButton button = PressedButton::Left;
     /// The window of ours, and the one that it is a dialog of; 0 for none.
     std::uint64_t window = 0;
     std::uint64_t parent = 0;
 };
 
-/// Notices mouse presses anywhere without taking them from whom they are meant for. Main thread
-/// only.
+/// Notices mouse presses, and what becomes of them, anywhere, without taking them from whom they
+/// are meant for. Main thread only.
 class PressMonitor : public QObject {
     Q_OBJECT
 
@@ -42,8 +49,15 @@ class PressMonitor : public QObject {
     virtual void start() = 0;
     virtual void stop() = 0;
 
+    /// Tells of all that has happened up to now before it returns.
+    virtual void catchUp() = 0;
+
   signals:
     void pressed(const vorq::ScreenPress& press);
+    /// The left button has gone up, anywhere.
+    void released();
+    /// A program has begun to drag something that can be dropped on others.
+    void dragBegan();
 };
 
 } // namespace vorq

@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr Clock::Duration launchMenuDelay = 250ms;
+constexpr Clock::Duration launchDelay = 250ms;
 constexpr Clock::Duration accessGuideDelay = 140ms;
 
 const QString whatElseGoes =
@@ -38,7 +38,7 @@ AppDelegate::AppDelegate(const Ports& ports, QObject* parent)
       m_ports(ports),
       m_frontmost(ports.workspace, ports.self),
       m_hotKeyHandler(ports.hotKeys, ports.workspace, ports.clock),
-      m_panel({ports.workspace, ports.capture, m_frontmost, ports.makePanel}),
+      m_panel({ports.workspace, ports.capture, m_frontmost, m_holds, ports.makePanel}),
       m_noteHotKeys(ports.notes, ports.workspace, m_frontmost),
       m_urlRouter(ports.signIn, m_notifications) {
     connect(&m_hotKeyHandler, &HotKeyHandler::activated, this, &AppDelegate::perform);
@@ -64,7 +64,7 @@ void AppDelegate::connectStatusItem() {
     connect(item, &StatusItem::accessibilityChosen, this, &AppDelegate::openAccessibilityFromMenu);
     connect(item, &StatusItem::menuDidClose, this, [this] {
         emit m_notifications.vorqStatusMenuChanged(false);
-        emit m_notifications.vorqSuppressPanelOutsideClose(m_colorEdits > 0);
+        emit m_notifications.vorqSuppressPanelOutsideClose(false);
     });
     connect(item, &StatusItem::clearChatChosen, this, &AppDelegate::clearChat);
     connect(item, &StatusItem::signOutChosen, this, &AppDelegate::signOut);
@@ -90,14 +90,11 @@ void AppDelegate::refreshHotKeys() {
 // The panel is there to be looked at while its colours are chosen beside it.
 void AppDelegate::connectColorEdits() {
     connect(&m_ports.statusItem, &StatusItem::colorEditBegan, this, [this] {
-        ++m_colorEdits;
+        m_colorEdits.push_back(m_holds.take(PanelHoldKind::Dialog));
         showPanel();
-        emit m_notifications.vorqSuppressPanelOutsideClose(true);
     });
-    connect(&m_ports.statusItem, &StatusItem::colorEditEnded, this, [this] {
-        --m_colorEdits;
-        emit m_notifications.vorqSuppressPanelOutsideClose(m_colorEdits > 0);
-    });
+    connect(&m_ports.statusItem, &StatusItem::colorEditEnded, this,
+            [this] { m_colorEdits.pop_back(); });
 }
 
 void AppDelegate::applicationDidFinishLaunching(LaunchOptions options) {
@@ -109,7 +106,7 @@ void AppDelegate::applicationDidFinishLaunching(LaunchOptions options) {
     m_hotKeyHandler.registerHotKeys();
     registerOpenAtLoginIfNeeded();
     observeNotifications();
-    openMenuAfterLaunch(options);
+    appearAfterLaunch(options);
 }
 
 void AppDelegate::registerOpenAtLoginIfNeeded() {
@@ -123,21 +120,37 @@ void AppDelegate::observeNotifications() {
     connect(sender, &ShellNotifications::vorqOpenLibrary, this,
             [] { qInfo("Vorq: open Hub ignored (Setup archived)."); });
     connect(sender, &ShellNotifications::vorqShowPanel, this, &AppDelegate::showPanel);
-    connect(sender, &ShellNotifications::vorqOpenStatusMenu, this,
-            &AppDelegate::openStatusItemMenu);
+    connect(sender, &ShellNotifications::vorqOpenStatusMenu, this, &AppDelegate::tellOfSignIn);
     connect(sender, &ShellNotifications::vorqMacHandoffCode, this,
             &AppDelegate::activateFromMacHandoff);
     connect(sender, &ShellNotifications::vorqGuidePanelAccess, this,
             &AppDelegate::guidePanelAccessFromNotification);
-    connect(sender, &ShellNotifications::vorqSuppressPanelOutsideClose, this,
-            &AppDelegate::suppressOutsideClose);
 }
 
-void AppDelegate::openMenuAfterLaunch(LaunchOptions options) {
+void AppDelegate::appearAfterLaunch(LaunchOptions options) {
     if (options.background || options.launchedAtLogin) return;
-    after(m_ports.clock, launchMenuDelay, this, [this] {
-        if (m_ports.host.isActive()) openStatusItemMenu();
-    });
+    after(m_ports.clock, launchDelay, this, [this] { appear(); });
+}
+
+// Whoever starts a program wants to see it. A menu takes all keys, which belong to the application
+// in front.
+void AppDelegate::appear() {
+    const PanelPresence* panel = m_panel.panel();
+    if (panel != nullptr && panel->isPanelVisible()) return;
+    if (m_ports.host.isActive())
+        openStatusItemMenu();
+    else if (m_ports.host.isUserBusy())
+        m_panel.showPanelBeside();
+    else
+        showPanel();
+}
+
+// A menu would take the keyboard from the browser or the terminal that the sign-in came from.
+void AppDelegate::tellOfSignIn() {
+    if (m_ports.host.isActive())
+        openStatusItemMenu();
+    else
+        m_ports.statusItem.flashStatusImage(StatusImage::Check);
 }
 
 void AppDelegate::bindAppState(VorqAppState& state) {
@@ -232,7 +245,9 @@ void AppDelegate::deleteVorqFromMenu() {
                                      "Applications anymore — reinstall anytime from the website.") +
                           QStringLiteral("\n\n") + whatElseGoes,
                       {QStringLiteral("Delete Vorq"), QStringLiteral("Cancel")}};
-    m_ports.host.show(alert, [self = QPointer(this)](qsizetype button) {
+    const auto hold = std::make_shared<PanelHold>(m_holds.take(PanelHoldKind::Dialog));
+    m_ports.host.show(alert, [self = QPointer(this), hold](qsizetype button) {
+        hold->giveBack();
         if (self && button == 0) self->uninstallVorqAndQuit();
     });
 }
@@ -255,10 +270,6 @@ void AppDelegate::guidePanelAccessFromNotification() {
     emit m_notifications.vorqSuppressPanelOutsideClose(true);
     yieldPanelFocus();
     after(m_ports.clock, accessGuideDelay, this, [this] { openStatusItemMenu(); });
-}
-
-void AppDelegate::suppressOutsideClose(bool suppress) {
-    if (PanelPresence* panel = m_panel.panel()) panel->setSuppressOutsideClose(suppress);
 }
 
 void AppDelegate::yieldPanelFocus() {

@@ -3,6 +3,7 @@
 #include "shell/FrontmostTracker.h"
 #include "shell/HotKeyHandler.h"
 #include "shell/NoteHotKeys.h"
+#include "shell/PanelHold.h"
 #include "shell/PanelSummoner.h"
 #include "shell/ShellNotifications.h"
 #include "shell/StatusItem.h"
@@ -14,6 +15,7 @@
 
 #include <functional>
 #include <stop_token>
+#include <vector>
 
 namespace vorq {
 
@@ -86,6 +88,7 @@ class AppDelegate final : public QObject {
     void refreshPermissions();
 
     [[nodiscard]] ShellNotifications& notifications() { return m_notifications; }
+    [[nodiscard]] PanelHolds& holds() { return m_holds; }
     [[nodiscard]] const FrontmostTracker& frontmost() const { return m_frontmost; }
 
   private:
@@ -95,20 +98,23 @@ class AppDelegate final : public QObject {
     void connectColorEdits();
     void observeNotifications();
     void registerOpenAtLoginIfNeeded();
-    void openMenuAfterLaunch(LaunchOptions options);
+    void appearAfterLaunch(LaunchOptions options);
+    void appear();
+    void tellOfSignIn();
     void openAccessibilityFromMenu();
     void uninstallVorqAndQuit();
     void clearChat();
     void signOut();
     void activateFromMacHandoff(const QString& code);
     void guidePanelAccessFromNotification();
-    void suppressOutsideClose(bool suppress);
     void yieldPanelFocus();
 
     Ports m_ports;
     VorqAppState* m_state = nullptr;
-    int m_colorEdits = 0;
     ShellNotifications m_notifications;
+    PanelHolds m_holds;
+    /// One for each colour that is being chosen.
+    std::vector<PanelHold> m_colorEdits;
     FrontmostTracker m_frontmost;
     HotKeyHandler m_hotKeyHandler;
     PanelSummoner m_panel;

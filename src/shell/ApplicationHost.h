@@ -22,6 +22,10 @@ class ApplicationHost {
     /// Whether the user is with Vorq now, and not with another application.
     [[nodiscard]] virtual bool isActive() const = 0;
 
+    /// Whether the user has used the keyboard or a mouse button since the program was started, and
+    /// so is at work elsewhere.
+    [[nodiscard]] virtual bool isUserBusy() = 0;
+
     /// Brings the program forward with an alert, and calls back with the index of the button that
     /// the user takes. Does not wait for that. While the same alert is open there is no second.
     virtual void show(const Alert& alert, std::function<void(qsizetype button)> chosen) = 0;

@@ -21,13 +21,13 @@ void DeferredPanel::show() {
     m_panel->show();
 }
 
-void DeferredPanel::hide() {
-    if (m_panel) m_panel->hide();
+void DeferredPanel::showBeside() {
+    if (!m_panel) make();
+    m_panel->showBeside();
 }
 
-void DeferredPanel::setSuppressOutsideClose(bool suppress) {
-    m_suppressesOutsideClose = suppress;
-    if (m_panel) m_panel->setSuppressOutsideClose(suppress);
+void DeferredPanel::hide() {
+    if (m_panel) m_panel->hide();
 }
 
 void DeferredPanel::yieldFocus() {
@@ -49,7 +49,6 @@ void DeferredPanel::proceed() {
 
 void DeferredPanel::make() {
     m_panel = m_make();
-    if (m_suppressesOutsideClose) m_panel->setSuppressOutsideClose(true);
 }
 
 } // namespace vorq

@@ -26,8 +26,8 @@ class DeferredPanel final : public PanelPresence {
 
     [[nodiscard]] bool isPanelVisible() const override;
     void show() override;
+    void showBeside() override;
     void hide() override;
-    void setSuppressOutsideClose(bool suppress) override;
     void yieldFocus() override;
 
   private:
@@ -39,7 +39,6 @@ class DeferredPanel final : public PanelPresence {
     Make m_make;
     std::unique_ptr<PanelPresence> m_panel;
     std::optional<Clock::TimerId> m_timer;
-    bool m_suppressesOutsideClose = false;
 };
 
 } // namespace vorq

@@ -19,11 +19,11 @@ class PanelPresence {
     /// Brings the panel up with the prompt in focus, also if it is up already.
     virtual void show() = 0;
 
+    /// Brings the panel up and leaves the keyboard with whoever has it.
+    virtual void showBeside() = 0;
+
     /// Takes the panel down and gives the focus back to where it came from.
     virtual void hide() = 0;
-
-    /// While on, a click elsewhere leaves the panel up, as the open menu of the tray needs it.
-    virtual void setSuppressOutsideClose(bool suppress) = 0;
 
     /// Takes the keyboard from the panel without hiding it, for a menu that is about to open.
     virtual void yieldFocus() = 0;

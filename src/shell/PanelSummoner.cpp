@@ -56,30 +56,39 @@ QCoro::Task<> PanelSummoner::takeUpSelection(QPointer<PanelSummoner> self, Sourc
                                              std::stop_token stop) {
     if (!self || stop.stop_requested()) co_return;
     const bool wasVisible = self->m_panel->isPanelVisible();
-    if (!wasVisible) {
-        self->m_panel->show();
-        self->m_state->panel().ensurePanelGreeting();
-    }
+    // Before anything else: what is typed from now on is for the panel, and would overwrite what is
+    // selected.
+    if (!wasVisible || !self->hasDialog()) self->m_panel->show();
+    if (!wasVisible) self->m_state->panel().ensurePanelGreeting();
     SelectionCapture& capture = self->m_ports.capture;
     const CapturedText captured = co_await capture.captureSelectedTextForHotKey(source, stop);
     if (!self || stop.stop_requested()) co_return;
-    if (wasVisible && captured.isEmpty() && capture.isTrusted()) co_return self->m_panel->hide();
+    if (wasVisible && captured.isEmpty() && capture.isTrusted()) {
+        if (!self->hasDialog()) self->m_panel->hide();
+        co_return;
+    }
     const std::optional<CapturedText> prefilled = captured;
     co_await self->m_state->panel().submitHotKeyContext(source, prefilled, stop);
 }
 
 void PanelSummoner::togglePanel() {
     if (m_state == nullptr) return;
-    if (m_panel->isPanelVisible())
-        m_panel->hide();
-    else
+    if (!m_panel->isPanelVisible())
         showPanel();
+    else if (!hasDialog())
+        m_panel->hide();
 }
 
 void PanelSummoner::showPanel() {
     if (m_state == nullptr) return;
     if (!m_panel->isPanelVisible()) m_state->panel().ensurePanelGreeting();
     m_panel->show();
+}
+
+void PanelSummoner::showPanelBeside() {
+    if (m_state == nullptr) return;
+    if (!m_panel->isPanelVisible()) m_state->panel().ensurePanelGreeting();
+    m_panel->showBeside();
 }
 
 } // namespace vorq

@@ -2,6 +2,7 @@
 
 #include "capture/SelectionCapture.h"
 #include "platform/Workspace.h"
+#include "shell/PanelHold.h"
 #include "shell/PanelPresence.h"
 #include "support/TaskSlot.h"
 
@@ -31,6 +32,7 @@ class PanelSummoner final : public QObject {
         Workspace& workspace;
         SelectionCapture& capture;
         FrontmostTracker& frontmost;
+        const PanelHolds& holds;
         MakePanel makePanel;
     };
 
@@ -40,13 +42,16 @@ class PanelSummoner final : public QObject {
     /// The state must outlive this object. The panel is made for the first one.
     void bind(VorqAppState& state);
 
-    /// Shows the panel and takes up what is selected in the application that was in front, or hides
-    /// it if it was up and nothing is selected. Presses that come before the former is dealt with
+    /// Shows the panel with the keyboard and takes up what is selected in the application that was
+    /// in front, or hides it if it was up and nothing is selected. While a dialog of the panel is
+    /// open, panel and keyboard stay as they are. Presses that come before the former is dealt with
     /// wait; the newest of them counts.
     void handlePanelHotKey(std::optional<ProcessId> sourcePID);
 
     void togglePanel();
     void showPanel();
+    /// Leaves the keyboard with whoever has it.
+    void showPanelBeside();
 
     /// Null until a state is bound.
     [[nodiscard]] PanelPresence* panel() const { return m_panel.get(); }
@@ -55,6 +60,7 @@ class PanelSummoner final : public QObject {
     using Source = std::optional<ProcessId>;
 
     void logHotKey(Source source) const;
+    [[nodiscard]] bool hasDialog() const { return m_ports.holds.isHeld(PanelHoldKind::Dialog); }
     void startHotKey(Source source);
     static QCoro::Task<> runHotKey(QPointer<PanelSummoner> self, Source source,
                                    std::stop_token stop);

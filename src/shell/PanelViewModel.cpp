@@ -176,6 +176,16 @@ void PanelViewModel::discardHeld() {
     emit focusPromptWanted();
 }
 
+bool PanelViewModel::closeInnermost() {
+    if (!m_showAttachTray) return false;
+    if (m_attachTrayMode == AttachTrayMode::Notes)
+        setAttachTrayMode(AttachTrayMode::Root);
+    else
+        setShowAttachTray(false);
+    emit focusPromptWanted();
+    return true;
+}
+
 void PanelViewModel::setNotice(const QString& sentence) {
     if (m_notice == sentence) return;
     m_notice = sentence;

@@ -80,6 +80,9 @@ class PanelViewModel final : public QObject {
     void setShowAttachTray(bool shown);
     void setAttachTrayMode(AttachTrayMode mode);
 
+    /// Closes what is open over the conversation, the innermost thing first; false if nothing is.
+    bool closeInnermost();
+
     /// Sends the draft. Without an account nothing is sent and nothing lost.
     Q_INVOKABLE void send();
 

@@ -24,7 +24,8 @@ struct PanelMouse {
     double seconds = 0;
 };
 
-/// Who looks at the panel's input before the panel's view does. True swallows the event.
+/// Who looks at the panel's input before the panel's view does, where true swallows the event, and
+/// hears of what others do to its window.
 class PanelWindowInput {
   public:
     PanelWindowInput() = default;
@@ -37,6 +38,11 @@ class PanelWindowInput {
     virtual bool mouse(const PanelMouse& mouse) = 0;
     /// The mouse was used in another window of ours.
     virtual void mouseElsewhere() = 0;
+
+    /// The user has closed the window by the means of the window manager.
+    virtual void closed() = 0;
+    /// The window may have been taken off the screen, or brought back.
+    virtual void exposureChanged() = 0;
 };
 
 /// The panel's window as its controller deals with it. Frames are in screen coordinates, see
@@ -51,7 +57,7 @@ class PanelWindow {
     /// As the window system numbers it.
     [[nodiscard]] virtual std::uint64_t id() const = 0;
 
-    /// Where the window stands, or is on its way to.
+    /// Where the window stands, whoever put it there, or is on its way to.
     [[nodiscard]] virtual QRectF frame() const = 0;
     virtual void setFrame(const QRectF& frame, bool isAnimated) = 0;
 
@@ -60,8 +66,10 @@ class PanelWindow {
     virtual void activate() = 0;
     virtual void orderOut() = 0;
 
-    /// Whether the window, or another one of ours, has the keyboard.
-    [[nodiscard]] virtual bool isActive() const = 0;
+    /// Whether the window really is on the screen, which others may have taken it off.
+    [[nodiscard]] virtual bool isOnScreen() const = 0;
+
+    /// Whether another window of ours has the keyboard.
     [[nodiscard]] virtual bool isAnotherActive() const = 0;
 
     /// During a drag of the whole panel the mouse shows the arrow and holds nothing in the view.

@@ -13,8 +13,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr Clock::Duration secondFocusDelay = 80ms;
-// Our status item in a foreign bar answers a press within this time, if it was meant.
-constexpr Clock::Duration statusItemDelay = 250ms;
+// A window manager that starts anew takes all windows off for less than that.
+constexpr Clock::Duration exposureDelay = 100ms;
 // After it a window manager has given the keyboard to whom it wants.
 constexpr Clock::Duration refocusDelay = 100ms;
 
@@ -49,21 +49,19 @@ PanelWindowController::PanelWindowController(const Platform& platform, PanelWind
     : m_platform(platform),
       m_window(window),
       m_dockDragSession([this](bool isOn) { setDockDragging(isOn); }),
-      m_dock(storedDock(platform.defaults)) {
+      m_dock(storedDock(platform.defaults)),
+      m_outsidePresses({platform.clock, platform.presses, platform.holds, platform.notifications},
+                       [this](const ScreenPress& press) { return isOnPanel(press); }) {
     connect(&platform.screens, &Screens::changed, this, &PanelWindowController::followScreens);
-    connect(&platform.presses, &PressMonitor::pressed, this,
-            &PanelWindowController::pressedSomewhere);
+    connect(&m_outsidePresses, &OutsidePresses::dismissed, this,
+            &PanelWindowController::takeDownAndFocusNobody);
     connect(&platform.workspace, &Workspace::frontmostChanged, this,
             [this](std::int32_t process, quint64 active) {
                 if (isOurs(active, process)) return;
                 m_source = active != 0 ? std::optional<Workspace::WindowId>(active) : std::nullopt;
             });
-    const ShellNotifications* notifications = &platform.notifications;
-    connect(notifications, &ShellNotifications::vorqSuppressPanelOutsideClose, this,
-            &PanelWindowController::setSuppressOutsideClose);
-    connect(notifications, &ShellNotifications::vorqStatusMenuChanged, this,
-            [this](bool isOpen) { m_isStatusMenuOpen = isOpen; });
-    connect(notifications, &ShellNotifications::vorqHidePanel, this, &PanelWindowController::hide);
+    connect(&platform.notifications, &ShellNotifications::vorqHidePanel, this,
+            &PanelWindowController::hide);
     if (const std::optional<Screen> screen = screenOfWork()) placeOn(*screen, false);
 }
 
@@ -73,12 +71,26 @@ PanelWindowController::~PanelWindowController() {
 }
 
 void PanelWindowController::show() {
+    showBeside();
+    takeKeyboard();
+}
+
+void PanelWindowController::showBeside() {
+    // The window manager has taken it off; it comes up as if it were new.
+    if (m_exposureTimer && !m_window.isOnScreen()) takeDown();
     forget(m_platform.clock, m_afterHideTimer);
     rememberSource();
     if (!m_isVisible) {
         if (const std::optional<Screen> screen = screenOfWork()) placeOn(*screen, false);
     }
     m_window.orderFront();
+    m_window.setInput(this);
+    m_outsidePresses.start();
+    if (std::exchange(m_isVisible, true)) return;
+    emit panelVisibleChanged();
+}
+
+void PanelWindowController::takeKeyboard() {
     m_window.activate();
     emit m_platform.notifications.vorqFocusPrompt();
     forget(m_platform.clock, m_focusTimer);
@@ -86,10 +98,6 @@ void PanelWindowController::show() {
         m_focusTimer.reset();
         emit m_platform.notifications.vorqFocusPrompt();
     });
-    m_window.setInput(this);
-    m_platform.presses.start();
-    if (std::exchange(m_isVisible, true)) return;
-    emit panelVisibleChanged();
 }
 
 void PanelWindowController::hide() {
@@ -99,7 +107,7 @@ void PanelWindowController::hide() {
 }
 
 void PanelWindowController::hideForFocusElsewhere() {
-    if (m_isVisible && !m_suppressOutsideClose && !m_isStatusMenuOpen) takeDown();
+    if (m_isVisible && !m_platform.holds.isHeld()) takeDown();
 }
 
 void PanelWindowController::yieldFocus() {
@@ -109,8 +117,8 @@ void PanelWindowController::yieldFocus() {
 void PanelWindowController::takeDown() {
     m_isVisible = false;
     forget(m_platform.clock, m_focusTimer);
-    forget(m_platform.clock, m_barPressTimer);
-    m_platform.presses.stop();
+    forget(m_platform.clock, m_exposureTimer);
+    m_outsidePresses.stop();
     m_window.setInput(nullptr);
     m_dockDragSession.reset();
     m_window.orderOut();
@@ -125,34 +133,29 @@ void PanelWindowController::setDockDragging(bool isOn) {
 
 bool PanelWindowController::escapePressed() {
     if (!m_isVisible || m_window.isAnotherActive()) return false;
+    if (m_closeInnermost && m_closeInnermost()) return true;
     QMetaObject::invokeMethod(this, &PanelWindowController::hide, Qt::QueuedConnection);
     return true;
 }
 
-void PanelWindowController::pressedSomewhere(const ScreenPress& press) {
-    if (!m_isVisible) return;
-    if (press.surface != PressedSurface::ForeignBar) {
-        QMetaObject::invokeMethod(
-            this, [this, press] { hideIfClickIsOutsidePanel(press); }, Qt::QueuedConnection);
-        return;
-    }
-    forget(m_platform.clock, m_barPressTimer);
-    m_barPressTimer = m_platform.clock.after(statusItemDelay, [this, press] {
-        m_barPressTimer.reset();
-        if (!m_isStatusMenuOpen) hideIfClickIsOutsidePanel(press);
+bool PanelWindowController::isOnPanel(const ScreenPress& press) const {
+    const bool isOurs = press.surface == PressedSurface::OwnWindow;
+    if (isOurs && (press.window == m_window.id() || press.parent == m_window.id())) return true;
+    return m_window.frame().contains(press.at);
+}
+
+void PanelWindowController::exposureChanged() {
+    if (m_exposureTimer) return;
+    m_exposureTimer = m_platform.clock.after(exposureDelay, [this] {
+        m_exposureTimer.reset();
+        if (!m_window.isOnScreen()) takeDownAndFocusNobody();
     });
 }
 
-void PanelWindowController::hideIfClickIsOutsidePanel(const ScreenPress& press) {
-    if (!m_isVisible || m_suppressOutsideClose) return;
-    if (press.surface == PressedSurface::OwnMenu || press.surface == PressedSurface::OwnStatusItem)
-        return;
-    if (press.surface == PressedSurface::OwnWindow &&
-        (press.window == m_window.id() || press.parent == m_window.id()))
-        return;
-    if (m_window.frame().contains(press.at)) return;
+// The user has gone elsewhere, and that says where the keyboard belongs. Only where that is nowhere
+// it is left to us.
+void PanelWindowController::takeDownAndFocusNobody() {
     takeDown();
-    // The click says where the keyboard belongs. Only a click on nothing leaves it to us.
     m_afterHideTimer = m_platform.clock.after(refocusDelay, [this] {
         m_afterHideTimer.reset();
         focusIfNobodyElseIs();

@@ -1,15 +1,16 @@
 #pragma once
 
 #include "platform/Clock.h"
-#include "platform/PressMonitor.h"
 #include "platform/Screens.h"
 #include "platform/Workspace.h"
+#include "shell/OutsidePresses.h"
 #include "shell/PanelDock.h"
 #include "shell/PanelPresence.h"
 #include "shell/PanelWindow.h"
 
 #include <QObject>
 
+#include <functional>
 #include <optional>
 
 namespace vorq {
@@ -32,6 +33,7 @@ class PanelWindowController final : public QObject, public PanelPresence, privat
         Screens& screens;
         Workspace& workspace;
         PressMonitor& presses;
+        PanelHolds& holds;
         ShellNotifications& notifications;
         /// Of this program.
         Workspace::ProcessId process;
@@ -42,13 +44,17 @@ class PanelWindowController final : public QObject, public PanelPresence, privat
 
     [[nodiscard]] bool isPanelVisible() const override { return m_isVisible; }
     void show() override;
+    void showBeside() override;
     void hide() override;
-    void setSuppressOutsideClose(bool suppress) override { m_suppressOutsideClose = suppress; }
     void yieldFocus() override;
 
     /// Takes the panel down unless something of ours keeps it up. Another program has the keyboard
     /// and keeps it.
     void hideForFocusElsewhere();
+
+    /// Asked first when Escape is pressed in the panel: true if it has closed something that is
+    /// open within, and the panel stays.
+    void setCloseInnermost(std::function<bool()> close) { m_closeInnermost = std::move(close); }
 
     /// Where the panel is docked, now or when it is shown next. It is remembered.
     [[nodiscard]] PanelDockTarget dock() const { return m_dock; }
@@ -60,11 +66,14 @@ class PanelWindowController final : public QObject, public PanelPresence, privat
     bool escapePressed() override;
     bool mouse(const PanelMouse& mouse) override;
     void mouseElsewhere() override { m_dockDragSession.reset(); }
+    void closed() override { hide(); }
+    void exposureChanged() override;
 
     void setDockDragging(bool isOn);
-    void pressedSomewhere(const ScreenPress& press);
-    void hideIfClickIsOutsidePanel(const ScreenPress& press);
+    void takeKeyboard();
+    [[nodiscard]] bool isOnPanel(const ScreenPress& press) const;
     void takeDown();
+    void takeDownAndFocusNobody();
     void focusIfNobodyElseIs();
 
     void rememberSource();
@@ -90,13 +99,13 @@ class PanelWindowController final : public QObject, public PanelPresence, privat
     /// How far the window is off its dock for want of room, during a drag.
     QPointF m_clampOffset;
     bool m_isVisible = false;
-    bool m_suppressOutsideClose = false;
-    bool m_isStatusMenuOpen = false;
+    OutsidePresses m_outsidePresses;
+    std::function<bool()> m_closeInnermost;
     /// The foreign window that last had the keyboard.
     std::optional<Workspace::WindowId> m_source;
     std::optional<Clock::TimerId> m_focusTimer;
     std::optional<Clock::TimerId> m_afterHideTimer;
-    std::optional<Clock::TimerId> m_barPressTimer;
+    std::optional<Clock::TimerId> m_exposureTimer;
 };
 
 } // namespace vorq

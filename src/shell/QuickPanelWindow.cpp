@@ -85,12 +85,10 @@ QuickPanelWindow::QuickPanelWindow(const Platform& platform, QQmlEngine* engine)
     });
     // On a screen of another scale the same size is another number of pixels. Both are right only
     // after the change.
-    connect(this, &QWindow::screenChanged, this, &QuickPanelWindow::applyTier,
+    connect(this, &QWindow::screenChanged, this, &QuickPanelWindow::applyTranslucency,
             Qt::QueuedConnection);
-    connect(&m_platform.compositor, &Compositor::changed, this, [this] {
-        applyTier();
-        emit tierChanged();
-    });
+    connect(&m_platform.compositor, &Compositor::changed, this,
+            &QuickPanelWindow::applyTranslucency);
 }
 
 QuickPanelWindow::~QuickPanelWindow() {
@@ -100,7 +98,8 @@ QuickPanelWindow::~QuickPanelWindow() {
 
 void QuickPanelWindow::prepare() {
     create();
-    applyTier();
+    applyTranslucency();
+    if (rootObject() == nullptr) return;
     // A first frame has the driver loaded and its programs compiled. Without a graphics processor
     // it takes 5 ms more than another, and its pictures would be held until somebody looks.
     const bool isDrawnByProcessor =
@@ -108,19 +107,7 @@ void QuickPanelWindow::prepare() {
     if (!isDrawnByProcessor && !size().isEmpty()) grabWindow();
 }
 
-QString QuickPanelWindow::tier() const {
-    switch (m_platform.compositor.translucency()) {
-    case Translucency::None:
-        return QStringLiteral("opaque");
-    case Translucency::Plain:
-        return QStringLiteral("noblur");
-    case Translucency::Blurred:
-        return QStringLiteral("blur");
-    }
-    return {};
-}
-
-void QuickPanelWindow::applyTier() {
+void QuickPanelWindow::applyTranslucency() {
     if (handle() == nullptr) return;
     const double scale = devicePixelRatio();
     const QSize pixels(static_cast<int>(std::lround(width() * scale)),
@@ -157,13 +144,22 @@ void QuickPanelWindow::orderFront() {
 }
 
 void QuickPanelWindow::activate() {
-    requestActivate();
     m_platform.hints.takeFocus(id());
+    // Before the window is on the screen Qt would only keep it in mind, and pull a user back who
+    // has gone elsewhere by then.
+    if (isExposed() || QGuiApplication::platformName() != QLatin1StringView("xcb"))
+        requestActivate();
 }
 
 void QuickPanelWindow::orderOut() {
     m_motion.stop();
     hide();
+}
+
+// Qt goes by the events that it was sent, and those of a busy moment may mislead it.
+bool QuickPanelWindow::isOnScreen() const {
+    const bool isX11 = QGuiApplication::platformName() == QLatin1StringView("xcb");
+    return isX11 ? m_platform.screens.windowFrame(id()).has_value() : isExposed();
 }
 
 bool QuickPanelWindow::isAnotherActive() const {
@@ -178,7 +174,6 @@ void QuickPanelWindow::setDockDragging(bool isOn) {
         QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
     else
         QGuiApplication::restoreOverrideCursor();
-    emit dockDraggingChanged();
 }
 
 void QuickPanelWindow::setInput(PanelWindowInput* input) {
@@ -191,6 +186,14 @@ void QuickPanelWindow::setInput(PanelWindowInput* input) {
 bool QuickPanelWindow::event(QEvent* event) {
     if (m_input == nullptr) return QQuickView::event(event);
     switch (event->type()) {
+    case QEvent::Close:
+        // The view's own way would destroy the window, with all that prepare() has done.
+        event->accept();
+        m_input->closed();
+        return true;
+    case QEvent::WindowStateChange:
+        m_input->exposureChanged();
+        break;
     case QEvent::ShortcutOverride:
         // No shortcut of the view comes before the rule for Escape.
         if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
@@ -223,7 +226,25 @@ bool QuickPanelWindow::eventFilter(QObject* watched, QEvent* event) {
 
 void QuickPanelWindow::resizeEvent(QResizeEvent* event) {
     QQuickView::resizeEvent(event);
-    applyTier();
+    followFrame();
+    applyTranslucency();
+}
+
+void QuickPanelWindow::moveEvent(QMoveEvent* event) {
+    QQuickView::moveEvent(event);
+    followFrame();
+}
+
+// A window manager may have other plans for the window, or its user may drag it elsewhere.
+void QuickPanelWindow::followFrame() {
+    if (!isVisible() || m_motion.state() == QAbstractAnimation::Running) return;
+    if (geometry() != m_platform.screens.flipped(m_frame).toRect())
+        m_frame = m_platform.screens.flipped(QRectF(geometry()));
+}
+
+void QuickPanelWindow::exposeEvent(QExposeEvent* event) {
+    QQuickView::exposeEvent(event);
+    if (m_input != nullptr) m_input->exposureChanged();
 }
 
 bool QuickPanelWindow::takeMouse(QMouseEvent& event) {

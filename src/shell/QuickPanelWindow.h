@@ -12,15 +12,10 @@ class OverlayHints;
 class Screens;
 
 /// The panel's window: frameless, above all others, on all workspaces, in no list of windows. Its
-/// view fills it. Main thread only.
-///
-/// The view reads `tier` to know how dense to paint: "blur" and "noblur" for a translucent window,
-/// "opaque" where nothing shines through; then the window is cut to round corners and the view
-/// fills it to its edges.
+/// view fills it. Where nothing shines through it, it is cut to round corners, and the view is to
+/// paint to its edges. Main thread only.
 class QuickPanelWindow final : public QQuickView, public PanelWindow {
     Q_OBJECT
-    Q_PROPERTY(QString tier READ tier NOTIFY tierChanged)
-    Q_PROPERTY(bool dockDragging READ isDockDragging NOTIFY dockDraggingChanged)
 
   public:
     /// In points.
@@ -37,12 +32,9 @@ class QuickPanelWindow final : public QQuickView, public PanelWindow {
     QuickPanelWindow(const Platform& platform, QQmlEngine* engine);
     ~QuickPanelWindow() override;
 
-    /// Creates the hidden window, so that showing it is a matter of mapping it. Call it when the
-    /// view is loaded and the window has its first frame.
+    /// Creates the hidden window, so that showing it is a matter of mapping it. A view that is
+    /// loaded by then has its first picture made.
     void prepare();
-
-    [[nodiscard]] QString tier() const;
-    [[nodiscard]] bool isDockDragging() const { return m_isDockDragging; }
 
     /// Frames then change at once.
     void setReducedMotion(bool isReduced) { m_isMotionReduced = isReduced; }
@@ -53,22 +45,21 @@ class QuickPanelWindow final : public QQuickView, public PanelWindow {
     void orderFront() override;
     void activate() override;
     void orderOut() override;
-    [[nodiscard]] bool isActive() const override { return QQuickView::isActive(); }
+    [[nodiscard]] bool isOnScreen() const override;
     [[nodiscard]] bool isAnotherActive() const override;
     void setDockDragging(bool isOn) override;
     void setInput(PanelWindowInput* input) override;
-
-  signals:
-    void tierChanged();
-    void dockDraggingChanged();
 
   protected:
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void exposeEvent(QExposeEvent* event) override;
 
   private:
-    void applyTier();
+    void applyTranslucency();
+    void followFrame();
     bool takeMouse(QMouseEvent& event);
     void releaseGrabs(QMouseEvent& event);
     [[nodiscard]] PanelPressTarget pressTarget(QPointF inWindow) const;

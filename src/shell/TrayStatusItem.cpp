@@ -23,6 +23,7 @@ TrayStatusItem::TrayStatusItem(Clock& clock, QObject* parent)
     connect(&m_menu, &QMenu::aboutToShow, this, &StatusItem::menuWillOpen);
     connect(&m_menu, &QMenu::aboutToHide, this, &StatusItem::menuDidClose);
     connect(&m_menu, &StatusMenu::accessibilityChosen, this, &StatusItem::accessibilityChosen);
+    tellOfChoicesIn(m_menu);
     connect(&m_menu, &StatusMenu::toggleVorqChosen, this, &StatusItem::toggleVorqChosen);
     connect(&m_menu, &StatusMenu::saveChatChosen, this, &StatusItem::saveChatChosen);
     connect(&m_menu, &StatusMenu::saveHighlightChosen, this, &StatusItem::saveHighlightChosen);
@@ -38,6 +39,13 @@ TrayStatusItem::TrayStatusItem(Clock& clock, QObject* parent)
             [this](QSystemTrayIcon::ActivationReason reason) {
                 if (reason == QSystemTrayIcon::Trigger) openMenu();
             });
+}
+
+// A choice closes the menu, also where a bar draws it that does not tell.
+void TrayStatusItem::tellOfChoicesIn(const QMenu& menu) {
+    connect(&menu, &QMenu::triggered, this, &StatusItem::menuDidClose);
+    for (const QAction* action : menu.actions())
+        if (action->menu() != nullptr) tellOfChoicesIn(*action->menu());
 }
 
 TrayStatusItem::~TrayStatusItem() {

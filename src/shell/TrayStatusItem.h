@@ -30,10 +30,10 @@ class TrayStatusItem final : public StatusItem {
     void openMenu() override;
     void flashStatusImage(StatusImage image) override { m_flash.flash(image); }
 
+  private:
     /// Whether the glyph has a place of its own on the screen that is known.
     [[nodiscard]] bool hasPlace() const;
-
-  private:
+    void tellOfChoicesIn(const QMenu& menu);
     void show(StatusImage image) { m_icon.setIcon(statusIcon(image)); }
     void nameForScreenReaders();
 

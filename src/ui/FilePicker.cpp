@@ -14,7 +14,7 @@ const QString documents = QStringLiteral("*.txt *.md");
 
 } // namespace
 
-FilePicker::FilePicker(PanelViewModel& panel) : m_panel(panel) {
+FilePicker::FilePicker(PanelViewModel& panel, PanelHolds& holds) : m_panel(panel), m_holds(holds) {
     connect(&panel, &PanelViewModel::filesWanted, this, &FilePicker::choose);
 }
 
@@ -37,11 +37,18 @@ void FilePicker::choose(bool picturesOnly) {
     // The signals that carry the choice differ between the desktop's dialog and the toolkit's.
     connect(m_dialog, &QDialog::accepted, this,
             [this] { m_panel.attachFiles(m_dialog->selectedUrls()); });
-    connect(m_dialog, &QDialog::finished, this, [this] { emit openChanged(false); });
+    connect(m_dialog, &QDialog::finished, this, [this] {
+        m_hold.giveBack();
+        emit closed();
+    });
     m_dialog->winId(); // has its window made
     m_dialog->windowHandle()->setTransientParent(m_owner);
-    emit openChanged(true);
+    m_hold = m_holds.take(PanelHoldKind::Dialog);
     m_dialog->open();
+}
+
+void FilePicker::close() {
+    if (m_dialog) m_dialog->reject();
 }
 
 } // namespace vorq

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shell/PanelHold.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QWindow>
@@ -16,22 +18,27 @@ class FilePicker final : public QObject {
     Q_OBJECT
 
   public:
-    /// The panel must outlive the picker.
-    explicit FilePicker(PanelViewModel& panel);
+    /// The panel must outlive the picker. It is held up while a dialog is open, or a click in the
+    /// dialog would be one elsewhere.
+    FilePicker(PanelViewModel& panel, PanelHolds& holds);
     ~FilePicker() override;
 
     /// The window that the dialog belongs to and stands over, or else it is hidden below a panel
     /// that is above all windows.
     void setOwner(QWindow* owner) { m_owner = owner; }
 
+    /// Without a choice.
+    void close();
+
   signals:
-    /// The panel must not take a click in the dialog for one elsewhere.
-    void openChanged(bool isOpen);
+    void closed();
 
   private:
     void choose(bool picturesOnly);
 
     PanelViewModel& m_panel;
+    PanelHolds& m_holds;
+    PanelHold m_hold;
     QPointer<QFileDialog> m_dialog;
     QPointer<QWindow> m_owner;
 };

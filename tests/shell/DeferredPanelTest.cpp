@@ -60,25 +60,21 @@ TEST_F(DeferredPanelTest, WhatDoesNotShowItDoesNotMakeIt) {
     EXPECT_FALSE(m_panel->isPanelVisible());
     m_panel->hide();
     m_panel->yieldFocus();
-    m_panel->setSuppressOutsideClose(true);
-    m_panel->setSuppressOutsideClose(false);
     EXPECT_THAT(m_calls, IsEmpty());
     m_panel->show();
     EXPECT_THAT(m_calls, ElementsAre("make", "show"));
 }
 
-TEST_F(DeferredPanelTest, AMenuThatIsOpenKeepsItUpOnceItIsMade) {
-    m_panel->setSuppressOutsideClose(true);
-    m_panel->show();
-    EXPECT_THAT(m_calls, ElementsAre("make", "suppress close", "show"));
+TEST_F(DeferredPanelTest, ItIsMadeAlsoForWhoLeavesTheKeyboardAlone) {
+    m_panel->showBeside();
+    EXPECT_THAT(m_calls, ElementsAre("make", "show beside"));
 }
 
 TEST_F(DeferredPanelTest, WhatIsAskedOfItReachesThePanel) {
     m_panel->show();
-    m_panel->setSuppressOutsideClose(true);
     m_panel->yieldFocus();
     m_panel->hide();
-    EXPECT_THAT(m_calls, ElementsAre("make", "show", "suppress close", "yield", "hide"));
+    EXPECT_THAT(m_calls, ElementsAre("make", "show", "yield", "hide"));
     EXPECT_FALSE(m_panel->isPanelVisible());
 }
 

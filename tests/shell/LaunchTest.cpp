@@ -17,11 +17,89 @@ using testing::SizeIs;
 
 class LaunchTest : public ShellFixture {};
 
+// The ports that are asked for something at the launch, which note when.
+class NotingWorkspace final : public Workspace {
+  public:
+    explicit NotingWorkspace(CallList& calls) : m_calls(calls) {}
+    [[nodiscard]] std::optional<ProcessId> frontmostProcess() const override {
+        m_calls += "frontmost application";
+        return 7;
+    }
+    [[nodiscard]] std::optional<WindowId> activeWindow() const override { return {}; }
+    [[nodiscard]] std::optional<RunningApplication> application(ProcessId) const override {
+        return RunningApplication{7, QStringLiteral("org.gnome.gedit"), {}};
+    }
+    [[nodiscard]] std::optional<ProcessId> processOf(WindowId) const override { return {}; }
+    void activate(WindowId) override {}
+
+  private:
+    CallList& m_calls;
+};
+
+class NotingHotKeys final : public GlobalHotKeys {
+  public:
+    explicit NotingHotKeys(CallList& calls) : m_calls(calls) {}
+    Outcome installEventHandler() override {
+        m_calls += "hot key handler";
+        return {};
+    }
+    Outcome registerHotKey(const HotKeyChord& chord, HotKeyId) override {
+        m_calls += QStringLiteral("hot key ") + QLatin1Char(chord.letter);
+        return {};
+    }
+    void unregisterHotKey(HotKeyId) override {}
+
+  private:
+    CallList& m_calls;
+};
+
+class NotingLoginItem final : public LoginItem {
+  public:
+    explicit NotingLoginItem(CallList& calls) : m_calls(calls) {}
+    std::function<void()> onRegister;
+    std::expected<void, QString> registerAtLogin() override {
+        m_calls += "login item";
+        onRegister();
+        return {};
+    }
+    std::expected<void, QString> unregisterAtLogin() override { return {}; }
+
+  private:
+    CallList& m_calls;
+};
+
 TEST_F(LaunchTest, PartsStartInOrder) {
-    m_delegate.applicationDidFinishLaunching({.background = true});
-    EXPECT_THAT(m_calls, ElementsAre("accessory", "application icon", "status item"));
-    EXPECT_THAT(m_hotKeys.registered(), SizeIs(4));
-    EXPECT_TRUE(m_loginItem.isRegistered);
+    NotingWorkspace workspace(m_calls);
+    NotingHotKeys hotKeys(m_calls);
+    NotingLoginItem loginItem(m_calls);
+    AppDelegate delegate({m_host,
+                          m_clock,
+                          workspace,
+                          hotKeys,
+                          loginItem,
+                          m_capture,
+                          m_notes,
+                          m_signIn,
+                          m_statusItem,
+                          ports().makePanel,
+                          {self, QStringLiteral("com.vorq.desk")},
+                          {}});
+    const auto openLibrary = [&] {
+        m_log.clear();
+        emit delegate.notifications().vorqOpenLibrary();
+        return !m_log.all().isEmpty();
+    };
+    loginItem.onRegister = [&] { EXPECT_FALSE(openLibrary()) << "nobody observes that yet"; };
+    m_host.active = true;
+    delegate.applicationDidFinishLaunching({});
+    EXPECT_THAT(m_calls, ElementsAre("accessory", "application icon", "status item",
+                                     "frontmost application", "hot key handler", "hot key A",
+                                     "hot key S", "hot key P", "hot key T", "login item"));
+    EXPECT_EQ(delegate.frontmost().lastForeignFrontmostPID(), 7);
+    EXPECT_TRUE(openLibrary());
+    m_calls.clear();
+    advance(250ms);
+    EXPECT_THAT(m_calls, ElementsAre("menu"));
 }
 
 TEST_F(LaunchTest, TheMenuOpensWhenTheUserIsWithVorq) {
@@ -33,18 +111,44 @@ TEST_F(LaunchTest, TheMenuOpensWhenTheUserIsWithVorq) {
     EXPECT_THAT(m_calls, Contains("menu"));
 }
 
-TEST_F(LaunchTest, NoMenuOpensBesideAnotherApplication) {
+TEST_F(LaunchTest, BesideAnotherApplicationThePanelComesUpInsteadOfTheMenu) {
     m_delegate.applicationDidFinishLaunching({});
+    m_delegate.bindAppState(state());
+    advance(249ms);
+    EXPECT_THAT(m_calls, Not(Contains("show")));
     advance(1s);
+    EXPECT_THAT(m_calls, Contains("show"));
     EXPECT_THAT(m_calls, Not(Contains("menu")));
 }
 
-TEST_F(LaunchTest, NoMenuOpensAtLoginOrInTheBackground) {
+TEST_F(LaunchTest, AUserWhoIsAtWorkElsewhereKeepsTheKeyboard) {
+    m_host.userIsBusy = true;
+    m_delegate.applicationDidFinishLaunching({});
+    m_delegate.bindAppState(state());
+    advance(1s);
+    EXPECT_THAT(m_calls, Contains("show beside"));
+    EXPECT_THAT(m_calls, Not(Contains("show")));
+    EXPECT_THAT(texts(), SizeIs(1)) << "the greeting";
+}
+
+TEST_F(LaunchTest, APanelThatIsUpAlreadyIsEnough) {
+    m_delegate.applicationDidFinishLaunching({});
+    m_delegate.bindAppState(state());
+    m_delegate.togglePanel();
+    m_host.active = true;
+    m_calls.clear();
+    advance(1s);
+    EXPECT_THAT(m_calls, IsEmpty());
+}
+
+TEST_F(LaunchTest, NothingOpensAtLoginOrInTheBackground) {
     m_host.active = true;
     m_delegate.applicationDidFinishLaunching({.launchedAtLogin = true});
     m_delegate.applicationDidFinishLaunching({.background = true});
+    m_delegate.bindAppState(state());
     advance(1s);
-    EXPECT_THAT(m_calls, Not(Contains("menu")));
+    for (const char* call : {"menu", "show", "show beside"})
+        EXPECT_THAT(m_calls, Not(Contains(call)));
 }
 
 TEST_F(LaunchTest, ALoginItemThatFailsIsLogged) {
@@ -139,28 +243,51 @@ TEST_F(LaunchTest, ALinkForTheLibraryIsOnlyLogged) {
 
 TEST_F(LaunchTest, ThePanelIsGuidedToTheMenu) {
     launch();
+    const QSignalSpy suppressed(&m_delegate.notifications(),
+                                &ShellNotifications::vorqSuppressPanelOutsideClose);
     emit m_delegate.notifications().vorqGuidePanelAccess();
-    EXPECT_THAT(m_calls, ElementsAre("suppress close", "yield"));
+    EXPECT_THAT(m_calls, ElementsAre("yield"));
+    ASSERT_EQ(suppressed.count(), 1);
+    EXPECT_EQ(suppressed[0][0], true);
     m_calls.clear();
     advance(140ms);
     EXPECT_THAT(m_calls, ElementsAre("yield", "menu"));
-    m_calls.clear();
     emit m_statusItem.menuDidClose();
-    EXPECT_THAT(m_calls, ElementsAre("allow close"));
+    ASSERT_EQ(suppressed.count(), 2);
+    EXPECT_EQ(suppressed[1][0], false);
+}
+
+TEST_F(LaunchTest, ASignInByALinkLeavesTheKeyboardWhereItIs) {
+    launch();
+    emit m_delegate.notifications().vorqOpenStatusMenu();
+    EXPECT_THAT(m_calls, ElementsAre("flash check"));
+    m_calls.clear();
+    m_host.active = true;
+    emit m_delegate.notifications().vorqOpenStatusMenu();
+    EXPECT_THAT(m_calls, ElementsAre("yield", "menu"));
 }
 
 TEST_F(LaunchTest, ThePanelStaysInViewWhileItsColoursAreChosen) {
     launch();
+    const PanelHolds& holds = m_delegate.holds();
     emit m_statusItem.colorEditBegan();
     EXPECT_THAT(m_calls, Contains("show"));
-    EXPECT_EQ(m_calls.last(), "suppress close");
+    EXPECT_TRUE(holds.isHeld());
     emit m_statusItem.menuDidClose();
-    EXPECT_EQ(m_calls.last(), "suppress close") << "the menu was opened beside the dialog";
+    EXPECT_TRUE(holds.isHeld()) << "the menu was opened beside the dialog";
     emit m_statusItem.colorEditBegan();
     emit m_statusItem.colorEditEnded();
-    EXPECT_EQ(m_calls.last(), "suppress close") << "the other colour is still being chosen";
+    EXPECT_TRUE(holds.isHeld()) << "the other colour is still being chosen";
     emit m_statusItem.colorEditEnded();
-    EXPECT_EQ(m_calls.last(), "allow close");
+    EXPECT_FALSE(holds.isHeld());
+}
+
+TEST_F(LaunchTest, ThePanelStaysWhileTheUserIsAskedWhetherToDelete) {
+    launch();
+    emit m_statusItem.deleteVorqChosen();
+    EXPECT_TRUE(m_delegate.holds().isHeld(PanelHoldKind::Dialog));
+    m_host.answer(1);
+    EXPECT_FALSE(m_delegate.holds().isHeld());
 }
 
 } // namespace

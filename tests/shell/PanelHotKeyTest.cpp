@@ -52,14 +52,14 @@ TEST_F(PanelHotKeyTest, ASelectionIsTakenUp) {
 TEST_F(PanelHotKeyTest, WithoutASelectionItClosesAVisiblePanel) {
     press(1);
     press(1);
-    EXPECT_THAT(m_calls, ElementsAre("show", "hide"));
+    EXPECT_THAT(m_calls, ElementsAre("show", "show", "hide"));
 }
 
-TEST_F(PanelHotKeyTest, WithASelectionAVisiblePanelStays) {
+TEST_F(PanelHotKeyTest, WithASelectionAVisiblePanelStaysAndTakesTheKeyboard) {
     press(1);
     m_capture.selections[editor] = "a passage";
     press(1);
-    EXPECT_THAT(m_calls, ElementsAre("show"));
+    EXPECT_THAT(m_calls, ElementsAre("show", "show"));
     EXPECT_EQ(panel().highlightedText(), "a passage");
 }
 
@@ -68,7 +68,7 @@ TEST_F(PanelHotKeyTest, WhatReadsLikeASecretIsHeldAndTheVisiblePanelStays) {
     m_capture.selections[editor] = "kT4vB9nQz2Lm";
     m_capture.readsLikeSecret = true;
     press(1);
-    EXPECT_THAT(m_calls, ElementsAre("show"));
+    EXPECT_THAT(m_calls, ElementsAre("show", "show"));
     EXPECT_FALSE(panel().heldCapture().isEmpty());
     EXPECT_EQ(panel().highlightedText(), "");
 }
@@ -77,14 +77,37 @@ TEST_F(PanelHotKeyTest, WithoutTrustItDoesNotClose) {
     m_capture.trusted = false;
     press(1);
     press(1);
-    EXPECT_THAT(m_calls, ElementsAre("show"));
+    EXPECT_THAT(m_calls, ElementsAre("show", "show"));
+}
+
+TEST_F(PanelHotKeyTest, ADialogKeepsPanelAndKeyboard) {
+    press(1);
+    {
+        const PanelHold dialog = m_delegate.holds().take(PanelHoldKind::Dialog);
+        press(1);
+        m_delegate.togglePanel();
+        EXPECT_THAT(m_calls, ElementsAre("show"));
+        m_capture.selections[editor] = "a passage";
+        press(1);
+        EXPECT_THAT(m_calls, ElementsAre("show"));
+        EXPECT_EQ(panel().highlightedText(), "a passage");
+    }
+    m_delegate.togglePanel();
+    EXPECT_THAT(m_calls, ElementsAre("show", "hide"));
+}
+
+TEST_F(PanelHotKeyTest, AMenuDoesNotKeepThePanelFromTheHotKey) {
+    press(1);
+    const PanelHold menu = m_delegate.holds().take(PanelHoldKind::Menu);
+    press(1);
+    EXPECT_THAT(m_calls, ElementsAre("show", "show", "hide"));
 }
 
 TEST_F(PanelHotKeyTest, PressesDuringACaptureWaitAndTheNewestCounts) {
     for (int count = 0; count < 3; ++count)
         m_delegate.perform(HotKeyAction::Panel, {.process = editor, .bundleIdentifier = {}});
     m_clock.settle();
-    EXPECT_THAT(m_calls, ElementsAre("show", "hide"));
+    EXPECT_THAT(m_calls, ElementsAre("show", "show", "hide"));
     EXPECT_THAT(m_capture.asked, ElementsAre(editor, editor));
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedPresses.h"
 #include "platform/testing/ScriptedScreens.h"
 #include "platform/testing/ScriptedWorkspace.h"
 #include "shell/PanelWindowController.h"
@@ -46,23 +47,15 @@ class NotedPanelWindow final : public PanelWindow {
     void orderOut() override {
         isShown = false;
         calls.emplace_back("out");
-        if (isActive()) m_workspace.bringNoneToFront();
+        if (m_workspace.activeWindow() == number) m_workspace.bringNoneToFront();
     }
-    [[nodiscard]] bool isActive() const override { return m_workspace.activeWindow() == number; }
+    [[nodiscard]] bool isOnScreen() const override { return isShown; }
     [[nodiscard]] bool isAnotherActive() const override { return isAnotherOfOursActive; }
     void setDockDragging(bool isOn) override { dockDragging.push_back(isOn); }
     void setInput(PanelWindowInput* newInput) override { input = newInput; }
 
   private:
     ScriptedWorkspace& m_workspace;
-};
-
-class NotedPresses final : public PressMonitor {
-  public:
-    bool isOn = false;
-
-    void start() override { isOn = true; }
-    void stop() override { isOn = false; }
 };
 
 /// A controller over a session of two applications, "writer" being in front at (200, 200).
@@ -76,7 +69,8 @@ class PanelWindowFixture : public testing::Test {
     MemoryDefaults m_defaults;
     ScriptedScreens m_screens;
     ScriptedWorkspace m_workspace;
-    NotedPresses m_presses;
+    ScriptedPresses m_presses;
+    PanelHolds m_holds;
     ShellNotifications m_notifications;
     NotedPanelWindow m_window{m_workspace};
     std::unique_ptr<PanelWindowController> m_controller;
@@ -101,6 +95,7 @@ class PanelWindowFixture : public testing::Test {
                                             .screens = m_screens,
                                             .workspace = m_workspace,
                                             .presses = m_presses,
+                                            .holds = m_holds,
                                             .notifications = m_notifications,
                                             .process = ours},
             m_window);
@@ -108,8 +103,8 @@ class PanelWindowFixture : public testing::Test {
 
     void clickAt(QPointF at, PressedSurface surface = PressedSurface::Foreign,
                  std::uint64_t window = 0, std::uint64_t parent = 0) {
-        emit m_presses.pressed({.at = at, .surface = surface, .window = window, .parent = parent});
-        m_clock.settle();
+        m_presses.click({.at = at, .surface = surface, .window = window, .parent = parent});
+        m_clock.advance(Clock::Duration::zero());
     }
 
     bool mouse(PanelMouse::Kind kind, QPointF at, double seconds,

@@ -19,12 +19,13 @@ class RecordedPanel : public PanelPresence {
         m_isVisible = true;
         m_calls += "show";
     }
+    void showBeside() override {
+        m_isVisible = true;
+        m_calls += "show beside";
+    }
     void hide() override {
         m_isVisible = false;
         m_calls += "hide";
-    }
-    void setSuppressOutsideClose(bool suppress) override {
-        m_calls += suppress ? "suppress close" : "allow close";
     }
     void yieldFocus() override { m_calls += "yield"; }
 

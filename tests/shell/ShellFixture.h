@@ -18,12 +18,14 @@ class RecordedHost final : public ApplicationHost {
   public:
     explicit RecordedHost(CallList& calls) : m_calls(calls) {}
     bool active = false;
+    bool userIsBusy = false;
     Alert lastAlert;
     std::function<void(qsizetype button)> answer;
 
     void becomeAccessory() override { m_calls += "accessory"; }
     void installApplicationIcon() override { m_calls += "application icon"; }
     [[nodiscard]] bool isActive() const override { return active; }
+    [[nodiscard]] bool isUserBusy() override { return userIsBusy; }
     void show(const Alert& alert, std::function<void(qsizetype)> chosen) override {
         m_calls += "alert";
         lastAlert = alert;

@@ -39,7 +39,8 @@ class FilePickerTest : public testing::Test {
     }
 
     PanelStage stage;
-    FilePicker picker{*stage.panel};
+    PanelHolds holds;
+    FilePicker picker{*stage.panel, holds};
 };
 
 TEST_F(FilePickerTest, OffersWhatCanBeRead) {
@@ -77,15 +78,23 @@ TEST_F(FilePickerTest, AsksAgainRightAfterNothingWasChosen) {
     EXPECT_TRUE(open(false));
 }
 
-TEST_F(FilePickerTest, TellsWhileItIsOpenSoThatThePanelStays) {
-    QSignalSpy told(&picker, &FilePicker::openChanged);
+TEST_F(FilePickerTest, HoldsThePanelWhileItIsOpen) {
+    QSignalSpy closed(&picker, &FilePicker::closed);
     QFileDialog* shown = open(false);
-    ASSERT_EQ(told.count(), 1);
-    EXPECT_TRUE(told[0][0].toBool());
+    open(false);
+    EXPECT_TRUE(holds.isHeld(PanelHoldKind::Dialog));
     shown->reject();
-    ASSERT_EQ(told.count(), 2);
-    EXPECT_FALSE(told[1][0].toBool());
+    EXPECT_FALSE(holds.isHeld());
+    EXPECT_EQ(closed.count(), 1);
     EXPECT_EQ(stage.panel->attachments().count(), 0);
+}
+
+TEST_F(FilePickerTest, GoesWithThePanel) {
+    open(false);
+    picker.close();
+    EXPECT_FALSE(dialog());
+    EXPECT_FALSE(holds.isHeld());
+    picker.close();
 }
 
 TEST_F(FilePickerTest, WhatIsChosenBecomesAClip) {

@@ -18,6 +18,15 @@ void X11Events::watchRootProperties() {
     m_connection.watchRootProperties();
 }
 
+// The answer to a request comes behind all events before it.
+void X11Events::catchUp() {
+    if (!m_connection.isUsable()) return;
+    xcb_connection_t* connection = m_connection.get();
+    const X11Reply<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    take();
+}
+
 void X11Events::take() {
     while (xcb_generic_event_t* event = xcb_poll_for_event(m_connection.get())) {
         const X11Reply<xcb_generic_event_t> owned(event);

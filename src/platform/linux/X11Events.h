@@ -26,6 +26,9 @@ class X11Events {
     /// reads them afterwards.
     void watchRootProperties();
 
+    /// Hands over all events that the server has sent up to now, before it returns.
+    void catchUp();
+
   private:
     void take();
 

@@ -1,12 +1,14 @@
 #include "platform/linux/X11PressMonitor.h"
 
 #include "platform/Screens.h"
+#include "platform/linux/X11RawInput.h"
 #include "platform/linux/X11Reply.h"
 
 #include <QGuiApplication>
 #include <QWindow>
 
 #include <xcb/xcb.h>
+#include <xcb/xfixes.h>
 #include <xcb/xinput.h>
 
 #include <algorithm>
@@ -14,24 +16,30 @@
 namespace vorq {
 namespace {
 
-// From 2.1 on raw events come through while somebody holds the pointer.
-constexpr std::uint16_t inputMajor = 2;
-constexpr std::uint16_t inputMinor = 1;
 constexpr std::uint32_t leftButton = 1;
 constexpr std::uint32_t rightButton = 3;
 
-std::uint8_t inputOpcode(const X11Connection& connection) {
+std::uint8_t firstSelectionEvent(const X11Connection& connection) {
     if (!connection.isUsable()) return 0;
     const xcb_query_extension_reply_t* extension =
-        xcb_get_extension_data(connection.get(), &xcb_input_id);
+        xcb_get_extension_data(connection.get(), &xcb_xfixes_id);
     if (extension == nullptr || extension->present == 0) return 0;
-    const auto cookie = xcb_input_xi_query_version(connection.get(), inputMajor, inputMinor);
-    const X11Reply<xcb_input_xi_query_version_reply_t> version(
-        xcb_input_xi_query_version_reply(connection.get(), cookie, nullptr));
-    if (!version || version->major_version < inputMajor) return 0;
-    const bool isRecent =
-        version->major_version > inputMajor || version->minor_version >= inputMinor;
-    return isRecent ? extension->major_opcode : std::uint8_t{0};
+    const auto cookie = xcb_xfixes_query_version(connection.get(), XCB_XFIXES_MAJOR_VERSION,
+                                                 XCB_XFIXES_MINOR_VERSION);
+    const X11Reply<xcb_xfixes_query_version_reply_t> version(
+        xcb_xfixes_query_version_reply(connection.get(), cookie, nullptr));
+    return version ? extension->first_event : std::uint8_t{0};
+}
+
+bool isPopup(const QObject& object) {
+    return object.isWindowType() && static_cast<const QWindow&>(object).type() == Qt::Popup;
+}
+
+// It holds the pointer.
+bool isPopupOpen() {
+    return std::ranges::any_of(QGuiApplication::allWindows(), [](const QWindow* window) {
+        return isPopup(*window) && window->isVisible();
+    });
 }
 
 PressedSurface surfaceOf(const QWindow& window) {
@@ -49,32 +57,74 @@ X11PressMonitor::X11PressMonitor(const Screens& screens, QObject* parent)
     : PressMonitor(parent),
       m_screens(screens),
       m_events([this](const xcb_generic_event_t& event) { take(event); }),
-      m_opcode(inputOpcode(m_events.connection())),
+      m_opcode(rawInputOpcode(m_events.connection())),
+      m_firstSelectionEvent(firstSelectionEvent(m_events.connection())),
+      m_dragAtom(m_requests.atom("XdndSelection")),
       m_typeAtom(m_requests.atom("_NET_WM_WINDOW_TYPE")),
-      m_dockAtom(m_requests.atom("_NET_WM_WINDOW_TYPE_DOCK")) {}
+      m_barTypes{m_requests.atom("_NET_WM_WINDOW_TYPE_DOCK")} {
+    for (const char* type : {"MENU", "POPUP_MENU", "DROPDOWN_MENU", "COMBO", "TOOLTIP"})
+        m_menuTypes.push_back(m_requests.atom(QByteArray("_NET_WM_WINDOW_TYPE_") + type));
+}
+
+void X11PressMonitor::start() {
+    select(true);
+    watchDrags(true);
+    qGuiApp->installEventFilter(this);
+}
+
+void X11PressMonitor::stop() {
+    qGuiApp->removeEventFilter(this);
+    select(false);
+    watchDrags(false);
+}
+
+// What a press does to a menu happens as Qt deals with it. It is told of before, or the menu would
+// be gone by then and the press be taken for one beside it.
+bool X11PressMonitor::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress && isPopup(*watched)) catchUp();
+    return PressMonitor::eventFilter(watched, event);
+}
 
 void X11PressMonitor::select(bool isOn) {
+    if (m_opcode == 0) return;
+    selectRawInput(m_events.connection(), isOn ? XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS |
+                                                     XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE
+                                               : 0U);
+}
+
+void X11PressMonitor::watchDrags(bool isOn) {
     const X11Connection& connection = m_events.connection();
-    if (m_opcode == 0 || !connection.isUsable()) return;
-    struct {
-        xcb_input_event_mask_t head;
-        std::uint32_t mask;
-    } selection{.head = {.deviceid = XCB_INPUT_DEVICE_ALL_MASTER, .mask_len = 1},
-                .mask = isOn ? XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS : 0U};
-    xcb_input_xi_select_events(connection.get(), connection.root(), 1, &selection.head);
+    if (m_firstSelectionEvent == 0 || !connection.isUsable()) return;
+    xcb_xfixes_select_selection_input(connection.get(), connection.root(), m_dragAtom,
+                                      isOn ? XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER
+                                           : 0U);
     xcb_flush(connection.get());
 }
 
 void X11PressMonitor::take(const xcb_generic_event_t& event) {
-    if ((event.response_type & 0x7f) != XCB_GE_GENERIC) return;
-    const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
-    if (generic.extension != m_opcode || generic.event_type != XCB_INPUT_RAW_BUTTON_PRESS) return;
-    const auto& press = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
-    if (press.detail == leftButton || press.detail == rightButton) tell();
+    const int type = event.response_type & 0x7f;
+    if (type == XCB_GE_GENERIC) {
+        takeInput(reinterpret_cast<const xcb_ge_generic_event_t&>(event));
+    } else if (m_firstSelectionEvent != 0 &&
+               type == m_firstSelectionEvent + XCB_XFIXES_SELECTION_NOTIFY) {
+        const auto& change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
+        if (change.selection == m_dragAtom && change.owner != XCB_WINDOW_NONE) emit dragBegan();
+    }
 }
 
-void X11PressMonitor::tell() {
-    ScreenPress press{.at = m_screens.pointer()};
+void X11PressMonitor::takeInput(const xcb_ge_generic_event_t& event) {
+    if (event.extension != m_opcode) return;
+    const auto& button = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
+    const bool isLeft = button.detail == leftButton;
+    if (!isLeft && button.detail != rightButton) return;
+    if (event.event_type == XCB_INPUT_RAW_BUTTON_PRESS)
+        tell(isLeft ? PressedButton::Left : PressedButton::Right);
+    else if (event.event_type == XCB_INPUT_RAW_BUTTON_RELEASE && isLeft)
+        emit released();
+}
+
+void X11PressMonitor::tell(PressedButton button) {
+    ScreenPress press{.at = m_screens.pointer(), .button = button};
     const std::vector<Window> windows = windowsUnderPointer();
     const auto isUnderPointer = [&windows](const QWindow* each) {
         return each->handle() != nullptr &&
@@ -87,10 +137,19 @@ void X11PressMonitor::tell() {
         press.window = (*own)->winId();
         const QWindow* parent = (*own)->transientParent();
         if (parent != nullptr && parent->handle() != nullptr) press.parent = parent->winId();
-    } else if (std::ranges::any_of(windows, [this](Window window) { return isBar(window); })) {
-        press.surface = PressedSurface::ForeignBar;
+    } else {
+        press.surface = foreignSurface(windows);
     }
+    if (isPopupOpen()) press.surface = PressedSurface::OwnMenu;
     emit pressed(press);
+}
+
+PressedSurface X11PressMonitor::foreignSurface(const std::vector<Window>& windows) const {
+    const auto holds = [&](const std::vector<X11Connection::Atom>& types) {
+        return std::ranges::any_of(windows, [&](Window each) { return hasType(each, types); });
+    };
+    if (holds(m_barTypes)) return PressedSurface::ForeignBar;
+    return holds(m_menuTypes) ? PressedSurface::ForeignMenu : PressedSurface::Foreign;
 }
 
 // From the top level down to the innermost one.
@@ -108,9 +167,9 @@ std::vector<X11PressMonitor::Window> X11PressMonitor::windowsUnderPointer() cons
     return windows;
 }
 
-bool X11PressMonitor::isBar(Window window) const {
-    const std::vector<std::uint32_t> types = m_requests.numbers(window, m_typeAtom);
-    return std::ranges::find(types, m_dockAtom) != types.end();
+bool X11PressMonitor::hasType(Window window, const std::vector<X11Connection::Atom>& types) const {
+    const std::vector<std::uint32_t> own = m_requests.numbers(window, m_typeAtom);
+    return std::ranges::find_first_of(own, types) != own.end();
 }
 
 } // namespace vorq

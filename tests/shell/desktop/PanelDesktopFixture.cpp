@@ -18,6 +18,7 @@ PanelDesktopFixture::PanelDesktopFixture()
                     .screens = m_screens,
                     .workspace = m_workspace,
                     .presses = m_presses,
+                    .holds = m_holds,
                     .notifications = m_notifications,
                     .process = static_cast<std::int32_t>(QCoreApplication::applicationPid())},
                    m_window) {
@@ -25,6 +26,8 @@ PanelDesktopFixture::PanelDesktopFixture()
     EXPECT_NE(m_window.rootObject(), nullptr);
     QObject::connect(&m_notifications, &ShellNotifications::vorqFocusPrompt, &m_window,
                      [this] { QMetaObject::invokeMethod(scene(), "focusField"); });
+    QObject::connect(&m_compositor, &Compositor::changed, &m_window, [this] { tellScene(); });
+    tellScene();
     m_window.prepare();
     // Away from the panel's docks.
     xdotool({"mousemove", "1900", "20"});
@@ -61,6 +64,10 @@ void PanelDesktopFixture::letSettle(std::chrono::milliseconds time) const {
     QElapsedTimer passed;
     passed.start();
     waitUntil("time to pass", [&] { return passed.elapsed() >= time.count(); });
+}
+
+void PanelDesktopFixture::tellScene() const {
+    scene()->setProperty("isOpaque", m_compositor.translucency() == Translucency::None);
 }
 
 void PanelDesktopFixture::showPanel() {

@@ -36,6 +36,7 @@ class PanelDesktopFixture : public testing::Test {
     SystemClock m_clock;
     MemoryDefaults m_defaults;
     ShellNotifications m_notifications;
+    PanelHolds m_holds;
     X11Screens m_screens;
     X11Compositor m_compositor;
     X11OverlayHints m_hints;
@@ -56,6 +57,8 @@ class PanelDesktopFixture : public testing::Test {
     /// Lets everybody do what they were about to do.
     void letSettle(std::chrono::milliseconds time = std::chrono::milliseconds(300)) const;
 
+    /// Has the scene paint for what shines through.
+    void tellScene() const;
     void showPanel();
     void waitForHidden() const;
     [[nodiscard]] Window panel() const { return static_cast<Window>(m_window.winId()); }

@@ -8,13 +8,14 @@ Rectangle {
     property alias isFieldFocused: field.activeFocus
     property alias isButtonPressed: button.pressed
     property int buttonClicks: 0
+    property bool isOpaque: false
 
     function focusField() {
         field.forceActiveFocus();
     }
 
     color: "#24262d"
-    radius: Window.window && Window.window.tier === "opaque" ? 0 : 34
+    radius: isOpaque ? 0 : 34
 
     MouseArea {
         id: button

@@ -21,8 +21,9 @@ class PanelTierDesktop : public PanelDesktopFixture {
         return screenshot(shot).pixelColor(onPanel(inPanel.x(), inPanel.y())).name();
     }
 
-    void waitForTier(const QString& tier) {
-        waitUntil("the tier " + tier, [&] { return m_window.tier() == tier; });
+    void waitFor(Translucency translucency) {
+        waitUntil("another translucency",
+                  [&] { return m_compositor.translucency() == translucency; });
     }
 
     static constexpr const char* plate = "#24262d";
@@ -30,7 +31,7 @@ class PanelTierDesktop : public PanelDesktopFixture {
 };
 
 TEST_F(PanelTierDesktop, WithoutACompositorTheCornersAreCutOff) {
-    EXPECT_EQ(m_window.tier(), "opaque");
+    EXPECT_EQ(m_compositor.translucency(), Translucency::None);
     showPanel();
     EXPECT_EQ(colourAt("panel-opaque", {2, 2}), desktop);
     const QRect geometry = m_window.geometry();
@@ -54,14 +55,14 @@ TEST_F(PanelTierDesktop, ACompositorMakesItTranslucentAndItsEndOpaqueAgain) {
     showPanel();
     desktop::DesktopProgram& picom =
         m_session.start("picom", "picom", {"--config", "/dev/null", "--backend", "xrender"});
-    waitForTier("noblur");
+    waitFor(Translucency::Plain);
     EXPECT_EQ(scene()->property("radius").toInt(), 34);
     EXPECT_EQ(colourAt("panel-picom", {2, 2}), "#ffffff") << "the terminal behind";
     EXPECT_EQ(colourAt("panel-picom", {12, 12}), plate);
     EXPECT_TRUE(property(panel(), "_KDE_NET_WM_BLUR_BEHIND_REGION").contains("not found"))
         << "no blur";
     picom.kill();
-    waitForTier("opaque");
+    waitFor(Translucency::None);
     EXPECT_EQ(colourAt("panel-opaque-again", {2, 2}), "#ffffff");
     EXPECT_EQ(colourAt("panel-opaque-again", {12, 12}), plate);
 }
@@ -69,22 +70,22 @@ TEST_F(PanelTierDesktop, ACompositorMakesItTranslucentAndItsEndOpaqueAgain) {
 TEST_F(PanelTierDesktop, AnnouncedBlurIsAskedFor) {
     desktop::DesktopProgram& picom =
         m_session.start("picom", "picom", {"--config", "/dev/null", "--backend", "xrender"});
-    waitForTier("noblur");
+    waitFor(Translucency::Plain);
     desktop::run("xprop", "x11-utils",
                  {"-root", "-f", "_KDE_NET_WM_BLUR_BEHIND_REGION", "32c", "-set",
                   "_KDE_NET_WM_BLUR_BEHIND_REGION", "0"},
                  m_session.environment());
-    waitForTier("blur");
+    waitFor(Translucency::Blurred);
     showPanel();
     const QByteArray region = property(panel(), "_KDE_NET_WM_BLUR_BEHIND_REGION");
     EXPECT_FALSE(region.contains("not found"));
     EXPECT_GT(region.count(','), 40) << "round corners take many rectangles";
     desktop::run("xprop", "x11-utils", {"-root", "-remove", "_KDE_NET_WM_BLUR_BEHIND_REGION"},
                  m_session.environment());
-    waitForTier("noblur");
+    waitFor(Translucency::Plain);
     EXPECT_TRUE(property(panel(), "_KDE_NET_WM_BLUR_BEHIND_REGION").contains("not found"));
     picom.kill();
-    waitForTier("opaque");
+    waitFor(Translucency::None);
 }
 
 } // namespace
