@@ -90,7 +90,10 @@ Application openKWrite(DesktopSession& session, const QByteArray& text) {
 }
 
 Application openEmacs(DesktopSession& session, const QByteArray& text) {
-    session.start("emacs", "emacs-lucid", {"-Q", session.write("document.txt", text)});
+    // Half of a command, the other half of which came too early, must not be typed into the text.
+    session.start(
+        "emacs", "emacs-lucid",
+        {"-Q", session.write("document.txt", text), "--eval", "(setq buffer-read-only t)"});
     return inFront(session, "emacs");
 }
 
