@@ -39,7 +39,6 @@ ReplyView::ReplyView(QQuickItem* parent) : QQuickItem(parent), m_canvas(new Repl
     connect(&m_arrival, &QVariantAnimation::valueChanged, m_canvas,
             [this] { m_canvas->repaintFrom(m_layout.topOf(m_arrivingFrom)); });
     connect(&m_arrival, &QVariantAnimation::finished, this, [this] { m_arrivingFrom = -1; });
-    connectModel();
 }
 
 ReplyView::~ReplyView() {
@@ -50,30 +49,11 @@ ReplyView::~ReplyView() {
     }
 }
 
-void ReplyView::connectModel() {
-    connect(&m_blocks, &ReplyBlocksModel::dataChanged, this,
-            [this](const QModelIndex& first, const QModelIndex& last) {
-                const int count = last.row() - first.row() + 1;
-                replaceBlocks(first.row(), count, count);
-            });
-    connect(&m_blocks, &ReplyBlocksModel::rowsInserted, this,
-            [this](const QModelIndex&, int first, int last) {
-                replaceBlocks(first, 0, last - first + 1);
-                fadeIn(first);
-            });
-    connect(&m_blocks, &ReplyBlocksModel::rowsRemoved, this,
-            [this](const QModelIndex&, int first, int last) {
-                replaceBlocks(first, last - first + 1, 0);
-            });
-}
-
-void ReplyView::replaceBlocks(int row, int removed, int added) {
-    m_layout.replace(row, removed, m_blocks.blocks().mid(row, added));
-}
-
 void ReplyView::setRaw(const QString& raw) {
     if (raw == m_blocks.raw()) return;
-    m_blocks.setRaw(raw);
+    const ReplyBlocks::Change change = m_blocks.setRaw(raw);
+    m_layout.replace(change.row, change.removed, m_blocks.blocks().mid(change.row, change.added));
+    if (change.added > change.removed) fadeIn(change.row + change.removed);
     dropLostSelection();
     layOutNow();
     emit rawChanged();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "shell/PanelSelectionBridge.h"
-#include "ui/reply/ReplyBlocksModel.h"
+#include "ui/reply/ReplyBlocks.h"
 #include "ui/reply/ReplyLayout.h"
 
 #include <QElapsedTimer>
@@ -129,8 +129,6 @@ class ReplyView : public QQuickItem, public SelectableText {
   private:
     friend class ReplyCanvas;
 
-    void connectModel();
-    void replaceBlocks(int row, int removed, int added);
     void setColors(const ReplyColors& colors);
     void layOutNow();
     void publishLayout();
@@ -147,7 +145,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     [[nodiscard]] ReplyPosition neighbour(bool isForward, bool byWord) const;
     void watchClicks(bool on);
 
-    ReplyBlocksModel m_blocks;
+    ReplyBlocks m_blocks;
     ReplyLayout m_layout;
     ReplyColors m_colors;
     ReplyCanvas* m_canvas;
