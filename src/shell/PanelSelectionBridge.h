@@ -46,6 +46,8 @@ class PanelSelectionBridge : public QObject {
     /// The pill's frame, told by the pill; in the coordinates of the container.
     Q_PROPERTY(QRectF pillHitFrame READ pillHitFrameOrEmpty WRITE setPillHitFrame NOTIFY
                    pillHitFrameChanged)
+    /// So near to the pill a press keeps the selection.
+    Q_PROPERTY(double pillSlack READ roomAroundPill CONSTANT)
 
   public:
     /// A pill is shown for an excerpt of at least so many characters.
@@ -60,6 +62,8 @@ class PanelSelectionBridge : public QObject {
     [[nodiscard]] const std::optional<QRectF>& pillHitFrame() const { return m_pillHitFrame; }
     [[nodiscard]] QRectF boundsOrEmpty() const { return m_bounds.value_or(QRectF()); }
     [[nodiscard]] QRectF pillHitFrameOrEmpty() const { return m_pillHitFrame.value_or(QRectF()); }
+
+    [[nodiscard]] double roomAroundPill() const { return pillSlack; }
 
     /// An empty frame is none.
     void setPillHitFrame(const QRectF& frame);

@@ -16,6 +16,8 @@ const auto accessible = QStringLiteral("org.a11y.atspi.Accessible");
 const auto rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
 constexpr int callLimit = 5000; // milliseconds
 
+constexpr std::uint32_t onScreen = 0; // the origin of coordinates
+
 // Bits of the state, as the bus numbers them.
 constexpr int checkedBit = 4;
 constexpr int enabledBit = 8;
@@ -158,9 +160,7 @@ QString AccessibleTree::text(const AccessibleNode& node) const {
 }
 
 QRect AccessibleTree::place(const AccessibleNode& node) const {
-    const std::uint32_t ofTheScreen = 0;
-    const QDBusMessage reply =
-        ask(node.path, "org.a11y.atspi.Component", "GetExtents", {ofTheScreen});
+    const QDBusMessage reply = ask(node.path, "org.a11y.atspi.Component", "GetExtents", {onScreen});
     if (reply.type() != QDBusMessage::ReplyMessage) return {};
     const auto told = reply.arguments().value(0).value<QDBusArgument>();
     std::array<int, 4> edges{};
@@ -169,6 +169,14 @@ QRect AccessibleTree::place(const AccessibleNode& node) const {
         told >> edge;
     told.endStructure();
     return {edges[0], edges[1], edges[2], edges[3]};
+}
+
+QRect AccessibleTree::placeOfCharacter(const AccessibleNode& node, qsizetype offset) const {
+    const QDBusMessage reply = ask(node.path, "org.a11y.atspi.Text", "GetCharacterExtents",
+                                   {static_cast<int>(offset), onScreen});
+    const QVariantList all = reply.arguments();
+    if (reply.type() != QDBusMessage::ReplyMessage || all.size() < 4) return {};
+    return {all[0].toInt(), all[1].toInt(), all[2].toInt(), all[3].toInt()};
 }
 
 bool AccessibleTree::press(const AccessibleNode& node) const {

@@ -40,8 +40,10 @@ class AccessibleTree {
     /// What the element offers to be read character by character; "" if it offers nothing.
     [[nodiscard]] QString text(const AccessibleNode& node) const;
 
-    /// Where the element is, in pixels of the screen; empty if it does not say.
+    /// Where the element is, or a character of its text, in pixels of the screen; empty if it does
+    /// not say.
     [[nodiscard]] QRect place(const AccessibleNode& node) const;
+    [[nodiscard]] QRect placeOfCharacter(const AccessibleNode& node, qsizetype offset) const;
 
     /// Does what the element does when it is used.
     bool press(const AccessibleNode& node) const;

@@ -103,6 +103,7 @@ class DesktopSession {
     void type(const QString& text) const;
     /// The pointer, in pixels of the screen from its top left.
     void click(QPoint at, int times = 1) const;
+    void rightClick(QPoint at) const;
     void drag(QPoint from, QPoint to) const;
     /// The place of a window's contents, in pixels of the screen.
     [[nodiscard]] QRect geometry(Window window) const;

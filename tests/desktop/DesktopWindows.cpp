@@ -89,6 +89,10 @@ void DesktopSession::click(QPoint at, int times) const {
              QString::number(times), "--delay", "60", "1"});
 }
 
+void DesktopSession::rightClick(QPoint at) const {
+    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "3"});
+}
+
 void DesktopSession::drag(QPoint from, QPoint to) const {
     const QPoint middle = (from + to) / 2;
     xdotool({"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown", "1",

@@ -116,9 +116,13 @@ QStringList PanelProgram::analysed() const {
     return texts;
 }
 
-std::vector<AccessibleNode> PanelProgram::controls() const {
+const AccessibleTree& PanelProgram::tree() const {
     if (!m_tree) m_tree = std::make_unique<AccessibleTree>(m_program->process());
-    return m_tree->read();
+    return *m_tree;
+}
+
+std::vector<AccessibleNode> PanelProgram::controls() const {
+    return tree().read();
 }
 
 QString PanelProgram::textOf(const AccessibleNode& node) const {

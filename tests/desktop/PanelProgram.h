@@ -60,6 +60,8 @@ class PanelProgram {
     /// Throws if none of the next forty is.
     std::vector<AccessibleNode> tabTo(const QString& name) const;
     [[nodiscard]] QString textOf(const AccessibleNode& node) const;
+    /// What tells where the controls are.
+    [[nodiscard]] const AccessibleTree& tree() const;
     /// The entries of the conversation, "You: …" and "Vorq: …".
     [[nodiscard]] QStringList conversation() const;
     /// Waits until the greeting is all that the conversation holds.

@@ -52,4 +52,29 @@ let x = 1; // שלום
 
 That is all.)");
 
+/// A reply from right to left with what in it is not.
+inline const QString arabic = QStringLiteral(R"(# كيف تعمل الدالة
+
+استخدم `f(x)` هنا و `items[0]` هناك، ثم شاهد النتيجة في السطر التالي من هذا النص.
+
+1. العنصر الأول
+2. العنصر الثاني
+3. العنصر الثالث
+
+| المدينة | السكان |
+|---|---|
+| تونس | 42 |
+| Paris | 7 |)");
+
+/// Code with lines that are wider than the panel, between full lines.
+inline const QString wideCode = QStringLiteral(
+    R"(A full line of words stands above the code, as wide as the bubble allows it to be, and a second one.
+
+```
+auto total = std::accumulate(values.begin(), values.end(), 0.0, [](double a, double b) { return a + b; });
+return total;
+```
+
+And another paragraph that fills its first line all the way to the right edge of the bubble.)");
+
 } // namespace vorq::samples

@@ -34,8 +34,8 @@ Sideways sidewaysAt(QQuickItem& view, QPointF inWindow) {
     ReplyView* reply = replyAt(view, inWindow);
     if (reply == nullptr) return {};
     const QPointF at = reply->mapFromScene(inWindow);
-    for (const QVariant& code : reply->codeRects())
-        if (code.toRectF().contains(at)) return {reply, code.toRectF().height(), at};
+    for (const ReplyCodes::Code& code : reply->codes().codes())
+        if (code.plate.contains(at)) return {reply, code.plate.height(), at};
     return {};
 }
 

@@ -72,6 +72,16 @@ Item {
         rimTop: Theme.botBlockRim
         rimBottom: Theme.botBlockRim
     }
+    // Round all of the bubble, of which the plate may be a part.
+    Item {
+        width: plate.width
+        height: reply.height
+
+        FocusRing {
+            visible: blocks.visualFocus
+            around: Theme.radiusBlock
+        }
+    }
     WorkingLine {
         id: working
         x: reply.sidePadding
@@ -116,41 +126,43 @@ Item {
             radius: 1
             color: Theme.botLink
         }
-        FocusRing {
-            visible: blocks.visualFocus
-            around: Theme.radiusCode
-        }
     }
     ContextMenu {
         id: menu
     }
     Repeater {
         id: codeCopies
-        model: blocks.codeRects.length
+        model: blocks.codes
 
+        // On the edge of the plate, between the lines above and its own.
         CopyButton {
             id: codeCopy
 
-            required property int index
-            readonly property rect plateRect: blocks.codeRects[index] ?? Qt.rect(0, 0, 0, 0)
+            required property int number
+            required property rect plateRect
+            readonly property bool isBesideOther: number === 0 && blocks.beginsWithCode && replyCopy.visible
 
-            x: blocks.x + plateRect.x + plateRect.width - width - Theme.space1
-            y: blocks.y + plateRect.y + Theme.space1
+            x: (isBesideOther ? replyCopy.x : blocks.x + plateRect.x + plateRect.width) - width - Theme.space1
+            y: blocks.y + plateRect.y - height / 2
+            size: 26
+            slack: 3
+            iconSize: 12
             text: qsTr("Copy code")
             Keys.forwardTo: reply.tabs ? [reply.tabs] : []
             shown: hover.hovered && inCode(hover.point.position.y)
-            onClicked: blocks.copyCode(blocks.firstCode + index)
+            onClicked: blocks.copyCode(number)
 
             function inCode(y: real): bool {
                 return y >= blocks.y + plateRect.y && y <= blocks.y + plateRect.y + plateRect.height
             }
         }
     }
+    // On the edge of the bubble, above its first line.
     CopyButton {
         id: replyCopy
         Keys.forwardTo: reply.tabs ? [reply.tabs] : []
-        x: plate.width - width - Theme.space1
-        y: Theme.space1
+        x: plate.width - width - Theme.space4
+        y: -height / 2
         visible: !reply.isWorking && !reply.isTyping && !reply.isOneLine
         text: qsTr("Copy reply")
         shown: hover.hovered

@@ -25,6 +25,7 @@ IconButton {
 
     Squircle {
         anchors.fill: parent
+        anchors.margins: button.slack
         z: -2
         radius: Theme.radiusCode
         fillTop: Theme.floatTop

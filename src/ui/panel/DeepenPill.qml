@@ -35,6 +35,14 @@ T.AbstractButton {
         value: pill.visible ? Qt.rect(pill.x, pill.y, pill.width, pill.height) : Qt.rect(0, 0, 0, 0)
     }
 
+    // A press that just misses the pill must not take what it is about.
+    MouseArea {
+        anchors.fill: parent
+        anchors.margins: -pill.selection.pillSlack
+        z: -1
+        acceptedButtons: Qt.AllButtons
+        cursorShape: Qt.ArrowCursor
+    }
     background: Item {
         Shadow {
             target: parent

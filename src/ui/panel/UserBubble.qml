@@ -95,7 +95,7 @@ Item {
                 selectByMouse: true
                 activeFocusOnTab: false
                 Accessible.ignored: true
-                onActiveFocusChanged: if (!activeFocus) deselect()
+                objectName: "words"
 
                 TapHandler {
                     acceptedButtons: Qt.RightButton
@@ -103,6 +103,11 @@ Item {
                         { text: qsTr("Copy"), off: words.selectedText === "", act: () => words.copy() },
                         { text: qsTr("Copy message"), act: () => App.panel.copyText(bubble.said) }
                     ])
+                }
+                OutsidePress {
+                    enabled: words.selectedText !== ""
+                    area: words
+                    onPressed: words.deselect()
                 }
                 ContextMenu {
                     id: menu

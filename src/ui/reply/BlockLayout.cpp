@@ -18,13 +18,36 @@ Qt::LayoutDirection directionOf(const QString& text) {
     return text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
 }
 
+// Code says nothing of the language of its line, unless there is nothing else.
+Qt::LayoutDirection directionOf(const InlineSpans& line) {
+    QString prose = line.text;
+    for (const InlineSpans::Span& span : line.spans)
+        if (span.isCode) prose.replace(span.start, span.length, QString(span.length, u' '));
+    return directionOf(prose);
+}
+
+// Code is read from left to right. Apart from the line around it, its brackets stay where they are.
+void isolateCode(InlineSpans& line) {
+    qsizetype added = 0;
+    for (InlineSpans::Span& span : line.spans) {
+        span.start += added;
+        if (!span.isCode) continue;
+        line.text.insert(span.start + span.length, ReplyStyle::isolateEnd);
+        line.text.insert(span.start, ReplyStyle::isolateStart);
+        ++span.start;
+        added += 2;
+    }
+}
+
 TextFlow::Source inlineSource(const QString& text, const Type& type, const QColor& link) {
-    const InlineSpans parsed = InlineSpans::parse(text);
+    InlineSpans parsed = InlineSpans::parse(text);
+    const Qt::LayoutDirection direction = directionOf(parsed);
+    if (direction == Qt::RightToLeft) isolateCode(parsed);
     TextFlow::Source source;
     source.text = parsed.text;
     source.formats = ReplyStyle::formatsOf(parsed, type, link);
     source.font = ReplyStyle::fontOf(type);
-    source.direction = directionOf(parsed.text);
+    source.direction = direction;
     source.lineGap = type.lineGap;
     return source;
 }
@@ -56,7 +79,8 @@ BlockLayout::BlockLayout(const Block& block, const ReplyColors& colors)
     case Kind::Divider:
         break;
     }
-    if (!m_pieces.empty() && m_kind != Kind::Code) m_direction = m_pieces.front().flow.direction();
+    const bool followsText = m_kind != Kind::Code && m_kind != Kind::Table;
+    if (!m_pieces.empty() && followsText) m_direction = m_pieces.front().flow.direction();
 }
 
 void BlockLayout::addPiece(TextFlow::Source source, const Type& type, QChar separator) {
@@ -100,15 +124,18 @@ void BlockLayout::addCode(const QString& text) {
 
 void BlockLayout::addRow(const QStringList& cells, int row, const Type& type) {
     for (int column = 0; column < cells.size(); ++column) {
-        addPiece(inlineSource(cells[column], type, m_colors.link), type,
-                 column == 0 ? u'\n' : u'\t');
+        TextFlow::Source source = inlineSource(cells[column], type, m_colors.link);
+        source.side = m_direction;
+        addPiece(std::move(source), type, column == 0 ? u'\n' : u'\t');
         m_pieces.back().row = row;
         m_pieces.back().column = column;
     }
     m_columns = std::max(m_columns, static_cast<int>(cells.size()));
 }
 
+// All cells of a column stand under its header, whatever they say.
 void BlockLayout::addTable(const Block& block) {
+    m_direction = directionOf(block.header.join(u' '));
     addRow(block.header, 0, ReplyStyle::tableHeader);
     int row = 0;
     for (const QStringList& cells : block.rows)
@@ -234,12 +261,16 @@ void BlockLayout::placeRows(const std::vector<double>& columns) {
 
 bool BlockLayout::scrollBy(double dx) {
     if (m_kind != Kind::Code || m_pieces.empty()) return false;
-    const double overflow =
-        m_pieces.front().flow.naturalWidth() - (m_width - 2 * ReplyStyle::platePadding);
-    const double next = std::clamp(m_scroll + dx, 0.0, std::max(0.0, overflow));
-    if (next == m_scroll) return overflow > 0;
+    const double next = std::clamp(m_scroll + dx, 0.0, overflow());
+    if (next == m_scroll) return overflow() > 0;
     m_scroll = next;
     return true;
+}
+
+// By how much code is wider than its plate.
+double BlockLayout::overflow() const {
+    const double room = m_width - 2 * ReplyStyle::platePadding;
+    return std::max(0.0, m_pieces.front().flow.naturalWidth() - room);
 }
 
 QPointF BlockLayout::originOf(const Piece& piece) const {
@@ -268,6 +299,11 @@ const BlockLayout::Piece* BlockLayout::pieceOf(qsizetype position) const {
 qsizetype BlockLayout::positionAt(QPointF point) const {
     const Piece* piece = pieceAt(point);
     return piece ? piece->start + piece->flow.positionAt(point - originOf(*piece)) : 0;
+}
+
+qsizetype BlockLayout::characterAt(QPointF point) const {
+    const Piece* piece = pieceAt(point);
+    return piece ? piece->start + piece->flow.characterAt(point - originOf(*piece)) : 0;
 }
 
 bool BlockLayout::covers(QPointF point, BlockRange range) const {

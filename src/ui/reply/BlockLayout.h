@@ -42,6 +42,8 @@ class BlockLayout {
     [[nodiscard]] double naturalWidth() const;
 
     [[nodiscard]] qsizetype positionAt(QPointF point) const;
+    /// The character under a point, or else the nearest in its line.
+    [[nodiscard]] qsizetype characterAt(QPointF point) const;
     [[nodiscard]] bool covers(QPointF point, BlockRange range) const;
     [[nodiscard]] QRectF firstLineRect(BlockRange range) const;
     [[nodiscard]] QRectF cursorRect(qsizetype position) const;
@@ -71,18 +73,21 @@ class BlockLayout {
     void addCode(const QString& text);
     void addTable(const Block& block);
     void addRow(const QStringList& cells, int row, const ReplyStyle::Type& type);
+    [[nodiscard]] double overflow() const;
 
     bool layOutTable(double width);
     bool layOutStack(double width);
     [[nodiscard]] double indent() const;
     [[nodiscard]] std::vector<double> columnWidths(double width) const;
     void placeRows(const std::vector<double>& columns);
-    [[nodiscard]] double plateWidth() const { return m_width; }
 
     [[nodiscard]] const Piece* pieceAt(QPointF point) const;
     [[nodiscard]] const Piece* pieceOf(qsizetype position) const;
     [[nodiscard]] QPointF originOf(const Piece& piece) const;
     void drawPlate(QPainter& painter) const;
+    void drawPieces(QPainter& painter, const QRectF& clip, BlockRange selection) const;
+    void drawCode(QPainter& painter, const QRectF& clip, BlockRange selection) const;
+    void fadeEnds(QPainter& painter, const QRectF& room) const;
     void drawPiece(QPainter& painter, const Piece& piece, const QRectF& clip,
                    BlockRange selection) const;
     void drawMarker(QPainter& painter, const Piece& piece) const;

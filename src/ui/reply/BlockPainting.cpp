@@ -4,6 +4,8 @@
 #include "ui/reply/BlockLayout.h"
 
 #include <QFontMetricsF>
+#include <QImage>
+#include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -22,18 +24,55 @@ QColor BlockLayout::inkAt(double opacity) const {
 
 void BlockLayout::draw(QPainter& painter, const QRectF& clip, BlockRange selection) const {
     drawPlate(painter);
-    painter.save();
     if (m_kind == Kind::Code)
-        painter.setClipRect(
-            QRectF(ReplyStyle::platePadding, 0, m_width - 2 * ReplyStyle::platePadding, m_height),
-            Qt::IntersectClip);
+        drawCode(painter, clip, selection);
+    else
+        drawPieces(painter, clip, selection);
+}
+
+void BlockLayout::drawPieces(QPainter& painter, const QRectF& clip, BlockRange selection) const {
     for (const Piece& piece : m_pieces) {
         if (piece.at.y() > clip.bottom()) break;
         if (piece.at.y() + piece.flow.height() < clip.top()) continue;
         drawPiece(painter, piece, clip, selection);
         drawMarker(painter, piece);
     }
+}
+
+// Lines that are too long fade out. The plate under them must not, so they are drawn apart from it.
+void BlockLayout::drawCode(QPainter& painter, const QRectF& clip, BlockRange selection) const {
+    const QRectF room(ReplyStyle::platePadding, 0, m_width - 2 * ReplyStyle::platePadding,
+                      m_height);
+    if (m_pieces.empty() || overflow() <= 0) return drawPieces(painter, clip, selection);
+    const QTransform toDevice = painter.transform();
+    const QRect pixels = toDevice.mapRect(room.intersected(clip)).toAlignedRect();
+    if (pixels.isEmpty()) return;
+    QImage lines(pixels.size(), QImage::Format_ARGB32_Premultiplied);
+    lines.fill(Qt::transparent);
+    QPainter drawing(&lines);
+    drawing.setRenderHints(painter.renderHints());
+    drawing.setTransform(toDevice * QTransform::fromTranslate(-pixels.left(), -pixels.top()));
+    drawing.setClipRect(room);
+    drawPieces(drawing, clip, selection);
+    fadeEnds(drawing, room);
+    drawing.end();
+    painter.save();
+    painter.resetTransform();
+    painter.drawImage(pixels.topLeft(), lines);
     painter.restore();
+}
+
+void BlockLayout::fadeEnds(QPainter& painter, const QRectF& room) const {
+    const auto fade = [&](double from, double to) {
+        QLinearGradient gradient(from, 0, to, 0);
+        gradient.setColorAt(0, Qt::transparent);
+        gradient.setColorAt(1, Qt::black);
+        painter.fillRect(QRectF(QPointF(from, room.top()), QPointF(to, room.bottom())).normalized(),
+                         gradient);
+    };
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    if (m_scroll > 0) fade(room.left(), room.left() + ReplyStyle::codeFade);
+    if (m_scroll < overflow()) fade(room.right(), room.right() - ReplyStyle::codeFade);
 }
 
 void BlockLayout::drawPlate(QPainter& painter) const {
@@ -76,6 +115,7 @@ void BlockLayout::drawMarker(QPainter& painter, const Piece& piece) const {
     const double x = isMirrored ? m_width - metrics.horizontalAdvance(piece.marker) : 0;
     painter.setFont(font);
     painter.setPen(inkAt(piece.markerType.opacity));
+    painter.setLayoutDirection(piece.flow.direction());
     painter.drawText(QPointF(x, piece.at.y() + piece.flow.ascent()), piece.marker);
 }
 

@@ -106,6 +106,12 @@ ReplyPosition ReplyLayout::positionAt(QPointF point) const {
     return {row, layoutOf(row).positionAt(point - QPointF(0, at(row).y))};
 }
 
+ReplyPosition ReplyLayout::characterAt(QPointF point) const {
+    const int row = blockAt(point.y());
+    if (row < 0) return {};
+    return {row, layoutOf(row).characterAt(point - QPointF(0, at(row).y))};
+}
+
 BlockRange ReplyLayout::within(int row, const ReplyRange& range) const {
     if (range.isEmpty() || row < range.from.block || row > range.to.block) return {};
     return {row == range.from.block ? range.from.offset : 0,
@@ -143,6 +149,10 @@ QString ReplyLayout::text(const ReplyRange& range) const {
         text += layoutOf(row).plainText().mid(part.from, part.to - part.from);
     }
     return text.replace(QChar(QChar::LineSeparator), u'\n');
+}
+
+QString ReplyLayout::written(const ReplyRange& range) const {
+    return text(range).remove(ReplyStyle::isolateStart).remove(ReplyStyle::isolateEnd);
 }
 
 ReplyPosition ReplyLayout::end() const {

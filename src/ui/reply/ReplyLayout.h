@@ -63,11 +63,16 @@ class ReplyLayout {
     [[nodiscard]] int blockAt(double y) const;
 
     [[nodiscard]] ReplyPosition positionAt(QPointF point) const;
+    /// The character under a point, or else the nearest in its line.
+    [[nodiscard]] ReplyPosition characterAt(QPointF point) const;
     [[nodiscard]] bool covers(QPointF point, const ReplyRange& range) const;
     [[nodiscard]] QRectF firstLineRect(const ReplyRange& range) const;
     [[nodiscard]] QRectF cursorRect(const ReplyPosition& position) const;
     [[nodiscard]] QString linkAt(QPointF point) const;
+    /// As it is set, with the marks that keep code apart.
     [[nodiscard]] QString text(const ReplyRange& range) const;
+    /// As it was written.
+    [[nodiscard]] QString written(const ReplyRange& range) const;
     [[nodiscard]] ReplyPosition end() const;
     /// The UTF-16 units of the whole text before a position, and the other way round. An offset
     /// beyond the text is its end.

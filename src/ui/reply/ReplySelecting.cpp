@@ -23,10 +23,10 @@ namespace {
 constexpr double glyphSlack = 16;
 constexpr double lineSlack = 8;
 
-// The word around an offset of a text; between words, the space.
-BlockRange wordAround(const QString& text, qsizetype offset) {
+// The word that a character of a text belongs to; between words, the space.
+BlockRange wordOf(const QString& text, qsizetype character) {
     QTextBoundaryFinder words(QTextBoundaryFinder::Word, text);
-    words.setPosition(std::min(offset + 1, text.size()));
+    words.setPosition(std::min(character + 1, text.size()));
     const qsizetype from = std::max<qsizetype>(0, words.toPreviousBoundary());
     const qsizetype to = words.toNextBoundary();
     return {from, to < 0 ? text.size() : to};
@@ -37,6 +37,12 @@ qsizetype stepped(const QString& text, qsizetype offset, bool isForward, bool by
                                text);
     finder.setPosition(offset);
     return isForward ? finder.toNextBoundary() : finder.toPreviousBoundary();
+}
+
+bool isUnseen(QStringView text) {
+    return !text.isEmpty() && std::ranges::all_of(text, [](QChar character) {
+        return character == ReplyStyle::isolateStart || character == ReplyStyle::isolateEnd;
+    });
 }
 
 } // namespace
@@ -81,7 +87,7 @@ void ReplyView::dropLostSelection() {
 std::optional<QString> ReplyView::selectedText() const {
     const ReplyRange range = selection();
     if (range.isEmpty() || range.to > m_layout.end()) return std::nullopt;
-    return m_layout.text(range);
+    return m_layout.written(range);
 }
 
 std::optional<QRectF> ReplyView::layoutSelectionRect() const {
@@ -115,12 +121,19 @@ void ReplyView::watchClicks(bool on) {
 bool ReplyView::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::MouseButtonPress) return false;
     // Each press passes by its window and then by items; only the first counts.
-    if (!qobject_cast<QWindow*>(watched) || !m_bridge || !m_bridge->isWatching(this)) return false;
-    const auto* press = static_cast<QMouseEvent*>(event);
+    const auto* pressed = qobject_cast<QWindow*>(watched);
+    if (!pressed || !window() || !m_bridge || !m_bridge->isWatching(this)) return false;
+    const QPointF at = static_cast<QMouseEvent*>(event)->globalPosition();
+    const bool isPopup = pressed->type() == Qt::Popup;
+    // A menu over this window is about what is selected. A press beside it comes to it, too.
+    if (isPopup && pressed->transientParent() == window() &&
+        QRectF(pressed->geometry()).contains(at))
+        return false;
     PanelSelectionBridge::Click click;
-    click.isInOtherWindow = watched != window();
-    click.globalPoint = press->globalPosition();
-    click.point = m_container ? m_container->mapFromGlobal(click.globalPoint) : click.globalPoint;
+    click.isInOtherWindow =
+        pressed != window() && !(isPopup && QRectF(window()->geometry()).contains(at));
+    click.globalPoint = at;
+    click.point = m_container ? m_container->mapFromGlobal(at) : at;
     if (m_bridge->shouldClearSelection(click)) clearSelection();
     return false;
 }
@@ -162,8 +175,8 @@ void ReplyView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || m_layout.count() == 0) return event->ignore();
     m_sinceDoubleClick.start();
     m_isSelecting = false;
-    const ReplyPosition at = m_layout.positionAt(event->position());
-    const BlockRange word = wordAround(m_layout.block(at.block).plainText(), at.offset);
+    const ReplyPosition at = m_layout.characterAt(event->position());
+    const BlockRange word = wordOf(m_layout.block(at.block).plainText(), at.offset);
     select({at.block, word.from}, {at.block, word.to});
 }
 
@@ -175,6 +188,15 @@ void ReplyView::hoverMoveEvent(QHoverEvent* event) {
         setCursor(Qt::IBeamCursor);
     else
         unsetCursor();
+    event->ignore(); // what the reply stands in is hovered with it
+}
+
+void ReplyView::hoverEnterEvent(QHoverEvent* event) {
+    event->ignore();
+}
+
+void ReplyView::hoverLeaveEvent(QHoverEvent* event) {
+    event->ignore();
 }
 
 void ReplyView::wheelEvent(QWheelEvent* event) {
@@ -287,7 +309,13 @@ ReplyPosition ReplyView::lineBeside(bool isBelow) const {
 
 ReplyPosition ReplyView::neighbour(bool isForward, bool byWord) const {
     const QString& text = m_layout.block(m_cursor.block).plainText();
-    const qsizetype next = stepped(text, m_cursor.offset, isForward, byWord);
+    qsizetype from = m_cursor.offset;
+    qsizetype next = stepped(text, from, isForward, byWord);
+    while (next >= 0 &&
+           isUnseen(QStringView(text).sliced(std::min(from, next), std::abs(next - from)))) {
+        from = next;
+        next = stepped(text, from, isForward, byWord);
+    }
     if (next >= 0) return {m_cursor.block, next};
     if (isForward && m_cursor.block + 1 < m_layout.count()) return {m_cursor.block + 1, 0};
     if (!isForward && m_cursor.block > 0)

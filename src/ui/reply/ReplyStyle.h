@@ -41,6 +41,8 @@ inline constexpr double quoteBarWidth = 3;
 inline constexpr double quoteBarRadius = 1.5;
 inline constexpr double quoteBarOpacity = 0.35;
 inline constexpr double quoteGap = 10;
+/// Over so much code that is too wide fades out.
+inline constexpr double codeFade = 24;
 inline constexpr double platePadding = 10;
 inline constexpr double plateRadius = 8;
 inline constexpr double codePlateOpacity = 0.06;
@@ -50,6 +52,10 @@ inline constexpr double tableRowGap = 7;
 inline constexpr double tableColumnGap = 12;
 inline constexpr double dividerOpacity = 0.22;
 inline constexpr double ruleHeight = 1;
+
+/// What code in a line from right to left is set between, unseen.
+inline constexpr QChar isolateStart{u'\u2066'};
+inline constexpr QChar isolateEnd{u'\u2069'};
 
 inline constexpr Type bulletMarker{14.5, QFont::DemiBold, markerOpacity, 0, false};
 inline constexpr Type numberMarker{13.5, QFont::DemiBold, markerOpacity, 0, false};

@@ -135,23 +135,19 @@ void ReplyView::placeCanvas() {
     findCode();
 }
 
+// And the next on both sides, for Tab to lead on to.
 void ReplyView::findCode() {
-    QVariantList rects;
-    int above = 0;
-    const double bottom = m_canvas->strip().bottom();
+    QList<ReplyCodes::Code> codes;
+    int number = 0;
+    const QRectF& strip = m_canvas->strip();
     for (int row = 0; row < m_layout.count() && m_layout.isSet(row); ++row) {
         if (m_layout.kind(row) != AssistantReplyDocument::Kind::Code) continue;
-        const QRectF rect = m_layout.blockRect(row);
-        if (rect.top() > bottom) break;
-        if (rect.bottom() >= m_canvas->strip().top())
-            rects += rect;
-        else
-            ++above;
+        const QRectF plate = m_layout.blockRect(row);
+        if (plate.bottom() < strip.top()) codes.clear();
+        codes += {number++, plate};
+        if (plate.top() > strip.bottom()) break;
     }
-    if (rects == m_codeRects && above == m_firstCode) return;
-    m_codeRects = rects;
-    m_firstCode = above;
-    emit codeRectsChanged();
+    m_codes.setCodes(codes);
 }
 
 void ReplyView::fadeIn(int row) {
@@ -177,20 +173,20 @@ bool ReplyView::beginsWithCode() const {
     return m_layout.count() > 0 && m_layout.kind(0) == AssistantReplyDocument::Kind::Code;
 }
 
-QString ReplyView::codeAt(int index) const {
+QString ReplyView::codeAt(int number) const {
     for (const AssistantReplyDocument::Block& block : m_blocks.blocks()) {
         if (block.kind != AssistantReplyDocument::Kind::Code) continue;
-        if (index-- == 0) return block.text;
+        if (number-- == 0) return block.text;
     }
     return {};
 }
 
-void ReplyView::copyCode(int index) const {
-    QGuiApplication::clipboard()->setText(codeAt(index));
+void ReplyView::copyCode(int number) const {
+    QGuiApplication::clipboard()->setText(codeAt(number));
 }
 
 void ReplyView::copy() const {
-    QGuiApplication::clipboard()->setText(hasSelection() ? m_layout.text(selection()) : raw());
+    QGuiApplication::clipboard()->setText(hasSelection() ? m_layout.written(selection()) : raw());
 }
 
 } // namespace vorq

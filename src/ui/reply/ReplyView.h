@@ -2,6 +2,7 @@
 
 #include "shell/PanelSelectionBridge.h"
 #include "ui/reply/ReplyBlocks.h"
+#include "ui/reply/ReplyCodes.h"
 #include "ui/reply/ReplyLayout.h"
 
 #include <QElapsedTimer>
@@ -9,7 +10,6 @@
 #include <QQuickItem>
 #include <QTimer>
 #include <QVariantAnimation>
-#include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
 namespace vorq {
@@ -38,10 +38,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     Q_PROPERTY(QQuickItem* container MEMBER m_container NOTIFY containerChanged)
     /// Of the widest line; the whole width for a reply with a table.
     Q_PROPERTY(double naturalWidth READ naturalWidth NOTIFY layoutChanged)
-    /// One rectangle for each block of code in or near what is in view, from the top; the first of
-    /// them has the index `firstCode` among all.
-    Q_PROPERTY(QVariantList codeRects READ codeRects NOTIFY codeRectsChanged)
-    Q_PROPERTY(int firstCode READ firstCode NOTIFY codeRectsChanged)
+    Q_PROPERTY(QAbstractItemModel* codes READ codeModel CONSTANT)
     Q_PROPERTY(bool beginsWithCode READ beginsWithCode NOTIFY layoutChanged)
     Q_PROPERTY(bool hasSelection READ hasSelection NOTIFY selectionChanged)
     /// It has the keyboard, and was given it by the keyboard.
@@ -61,8 +58,8 @@ class ReplyView : public QQuickItem, public SelectableText {
     [[nodiscard]] double viewTop() const { return m_viewTop; }
     [[nodiscard]] double viewHeight() const { return m_viewHeight; }
     [[nodiscard]] double naturalWidth() const { return m_layout.naturalWidth(); }
-    [[nodiscard]] const QVariantList& codeRects() const { return m_codeRects; }
-    [[nodiscard]] int firstCode() const { return m_firstCode; }
+    [[nodiscard]] const ReplyCodes& codes() const { return m_codes; }
+    [[nodiscard]] QAbstractItemModel* codeModel() { return &m_codes; }
     [[nodiscard]] bool beginsWithCode() const;
     [[nodiscard]] bool hasSelection() const { return !selection().isEmpty(); }
     [[nodiscard]] QRectF caret() const;
@@ -84,9 +81,9 @@ class ReplyView : public QQuickItem, public SelectableText {
     Q_INVOKABLE void selectAll();
     /// The selection; without one, the whole reply as it was written.
     Q_INVOKABLE void copy() const;
-    Q_INVOKABLE void copyCode(int index) const;
-    /// The source of the code block; "" for an index that is none.
-    Q_INVOKABLE [[nodiscard]] QString codeAt(int index) const;
+    Q_INVOKABLE void copyCode(int number) const;
+    /// The source of the code block; "" for a number that is none.
+    Q_INVOKABLE [[nodiscard]] QString codeAt(int number) const;
 
     // SelectableText
     [[nodiscard]] std::optional<QString> selectedText() const override;
@@ -105,7 +102,6 @@ class ReplyView : public QQuickItem, public SelectableText {
     void bridgeChanged();
     void containerChanged();
     void layoutChanged();
-    void codeRectsChanged();
     void selectionChanged();
     void caretChanged();
     void visualFocusChanged();
@@ -119,7 +115,9 @@ class ReplyView : public QQuickItem, public SelectableText {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void hoverEnterEvent(QHoverEvent* event) override;
     void hoverMoveEvent(QHoverEvent* event) override;
+    void hoverLeaveEvent(QHoverEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
@@ -158,8 +156,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     double m_viewHeight = 0;
     QPointer<PanelSelectionBridge> m_bridge;
     QPointer<QQuickItem> m_container;
-    QVariantList m_codeRects;
-    int m_firstCode = 0;
+    ReplyCodes m_codes;
     ReplyPosition m_anchor;
     ReplyPosition m_cursor;
     QPointF m_pressedAt;

@@ -86,7 +86,8 @@ std::unique_ptr<QTextLayout> TextFlow::shaped(qsizetype start, qsizetype end) co
     auto layout = std::make_unique<QTextLayout>(text, m_source.font);
     QTextOption option;
     option.setTextDirection(m_source.direction);
-    option.setAlignment(m_source.direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft);
+    const bool isAtRight = m_source.side.value_or(m_source.direction) == Qt::RightToLeft;
+    option.setAlignment(Qt::AlignAbsolute | (isAtRight ? Qt::AlignRight : Qt::AlignLeft));
     option.setWrapMode(m_source.wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere
                                       : QTextOption::NoWrap);
     option.setUseDesignMetrics(true);
@@ -152,6 +153,19 @@ qsizetype TextFlow::positionAt(QPointF point) const {
     const QTextLine line = lineAt(*piece->layout, point.y() - piece->y);
     if (!line.isValid()) return piece->start;
     return piece->start + line.xToCursor(point.x());
+}
+
+// What a wrapped line ends with is not seen, so it is not what a point behind the line means.
+qsizetype TextFlow::characterAt(QPointF point) const {
+    const Piece* piece = pieceAt(point.y());
+    if (!piece) return 0;
+    const QTextLine line = lineAt(*piece->layout, point.y() - piece->y);
+    if (!line.isValid()) return piece->start;
+    const QString text = piece->layout->text();
+    int last = line.textStart() + std::max(0, line.textLength() - 1);
+    while (last > line.textStart() && text.at(last).isSpace())
+        --last;
+    return piece->start + std::min(line.xToCursor(point.x(), QTextLine::CursorOnCharacter), last);
 }
 
 QRectF TextFlow::cursorRect(qsizetype position) const {

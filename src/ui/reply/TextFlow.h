@@ -22,6 +22,8 @@ class TextFlow {
         QList<QTextLayout::FormatRange> formats;
         QFont font;
         Qt::LayoutDirection direction = Qt::LeftToRight;
+        /// Lines stand at its beginning; without it, at that of the direction of the text.
+        std::optional<Qt::LayoutDirection> side;
         /// Without it a line is as long as it is, up to the length of a piece.
         bool wraps = true;
         double lineGap = 0;
@@ -50,6 +52,9 @@ class TextFlow {
 
     /// The position nearest to a point.
     [[nodiscard]] qsizetype positionAt(QPointF point) const;
+
+    /// The character under a point, or else the nearest in its line.
+    [[nodiscard]] qsizetype characterAt(QPointF point) const;
 
     /// Whether some glyph of the range is under the point.
     [[nodiscard]] bool covers(QPointF point, qsizetype from, qsizetype to) const;
