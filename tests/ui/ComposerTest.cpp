@@ -135,11 +135,50 @@ TEST_F(ComposerTest, TheAttachButtonOpensAndClosesTheTray) {
     EXPECT_FALSE(stage.panel->showAttachTray());
 }
 
-TEST_F(ComposerTest, APressOutsideClosesTheTray) {
-    stage.panel->setShowAttachTray(true);
-    stage.settle(300);
-    QTest::mouseClick(stage.window.get(), Qt::LeftButton, {}, {220, 100});
+class TrayDismissTest : public ComposerTest {
+  protected:
+    TrayDismissTest() {
+        stage.answer("A reply.");
+        stage.panel->setPrompt("a draft");
+        stage.panel->setShowAttachTray(true);
+        stage.settle(300);
+    }
+    void expectToCloseIt(QPoint at, Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mousePress(stage.window.get(), button, {}, at);
+        EXPECT_FALSE(stage.panel->showAttachTray()) << at.x() << ", " << at.y();
+        QTest::mouseRelease(stage.window.get(), button, {}, at);
+        EXPECT_FALSE(stage.panel->showAttachTray()) << at.x() << ", " << at.y();
+    }
+    QPoint inComposer(QPointF at) { return stage.find("Composer")->mapToScene(at).toPoint(); }
+};
+
+TEST_F(TrayDismissTest, APressOnTheConversationClosesTheTray) {
+    expectToCloseIt({220, 300});
+}
+
+TEST_F(TrayDismissTest, APressOnTheEdgeOfThePanelClosesIt) {
+    expectToCloseIt({3, 300});
+}
+
+TEST_F(TrayDismissTest, APressOnTheGroundOfTheComposerClosesIt) {
+    expectToCloseIt(inComposer({200, 3}));
+}
+
+TEST_F(TrayDismissTest, APressInTheDraftClosesItAndPutsTheCaretThere) {
+    expectToCloseIt(inComposer({55, 26}));
+    EXPECT_LT(stage.window->activeFocusItem()->property("cursorPosition").toInt(), 3);
+}
+
+TEST_F(TrayDismissTest, APressOnAReplyClosesItAndSelectsThere) {
+    QQuickItem* reply = stage.find("ReplyView");
+    const QPoint at = reply->mapToScene({10, 8}).toPoint();
+    QTest::mouseDClick(stage.window.get(), Qt::LeftButton, {}, at);
     EXPECT_FALSE(stage.panel->showAttachTray());
+    EXPECT_TRUE(reply->property("hasSelection").toBool());
+}
+
+TEST_F(TrayDismissTest, APressOfAnotherButtonClosesIt) {
+    expectToCloseIt({3, 300}, Qt::MiddleButton);
 }
 
 TEST_F(ComposerTest, APressOnTheTraysGroundLeavesItOpen) {

@@ -17,6 +17,9 @@ FocusScope {
     readonly property alias attachButton: attach
     readonly property alias sendButton: sender
 
+    // A key that the draft has no use for. Whoever scrolls by it sets `accepted`.
+    signal scrollWanted(event: QtObject)
+
     implicitHeight: Math.max(leastHeight, column.height + 2 * padding)
     Accessible.role: Accessible.Grouping
     Accessible.name: qsTr("Composer")
@@ -71,7 +74,7 @@ FocusScope {
                     required property int index
                     required property string name
 
-                    label: name
+                    label: kind === "deepen" ? detail : name
                     tabs: composer.tabs
                     onRemoved: {
                         composer.panel.removeAttachment(index)
@@ -117,6 +120,7 @@ FocusScope {
                 onRecallWanted: composer.panel.recallLastPrompt()
                 onPasteWanted: event => event.accepted = composer.panel.attachFromClipboard()
                 onPasted: composer.paste()
+                onScrollWanted: event => composer.scrollWanted(event)
                 onCopyWanted: event => event.accepted = composer.panel.copyLastReply()
             }
             IconButton {

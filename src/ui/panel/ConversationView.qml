@@ -159,6 +159,13 @@ ListView {
             list.follows = true
         }
     }
+    // What is sent is waited for, wherever the user has scrolled to.
+    Connections {
+        target: list.panel
+        function onComposerSent() {
+            list.jumpToEnd(true)
+        }
+    }
     // Once its item has a height.
     Timer {
         id: arrival
@@ -192,7 +199,9 @@ ListView {
         }
     }
 
-    Keys.onPressed: event => {
+    Keys.onPressed: event => scrollByKey(event)
+
+    function scrollByKey(event) {
         const page = height - keyStep
         const steps = ({ [Qt.Key_PageUp]: -page, [Qt.Key_PageDown]: page, [Qt.Key_Up]: -keyStep, [Qt.Key_Down]: keyStep })
         if (event.key in steps && event.modifiers === Qt.NoModifier)

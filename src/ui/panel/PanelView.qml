@@ -31,10 +31,15 @@ FocusScope {
     }
 
     // What is typed while something else has the keyboard belongs to the draft.
+    // What had the keyboard may have been scrolled away.
+    Keys.onTabPressed: composer.focusPrompt()
+    Keys.onBacktabPressed: composer.focusPrompt()
     Keys.onPressed: event => {
         const isTyped = event.text.trim() !== "" && event.text >= " " && event.text !== "\u007f"
                       && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))
         const isPaste = event.matches(StandardKey.Paste)
+        if (!composer.field.hasFocus && !isTyped && !isPaste)
+            list.scrollByKey(event)
         if (composer.field.hasFocus || (!isTyped && !isPaste))
             return
         event.accepted = true
@@ -104,14 +109,11 @@ FocusScope {
     }
 
     // A press outside the tray closes it, and still does what it was meant to.
-    MouseArea {
-        anchors.fill: list
+    OutsidePress {
         enabled: view.panel.showAttachTray
-        acceptedButtons: Qt.AllButtons
-        onPressed: mouse => {
-            view.panel.showAttachTray = false
-            mouse.accepted = false
-        }
+        area: tray
+        opener: composer.attachButton
+        onPressed: view.panel.showAttachTray = false
     }
     AttachTray {
         id: tray
@@ -141,6 +143,7 @@ FocusScope {
         focus: true
         panel: view.panel
         tabs: tabs
+        onScrollWanted: event => list.scrollByKey(event)
     }
     TabChain {
         id: tabs

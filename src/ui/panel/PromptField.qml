@@ -14,6 +14,7 @@ Flickable {
     readonly property bool hasFocus: edit.activeFocus
     readonly property int mostLines: 5
     readonly property int endPadding: 6
+    readonly property int caretRoom: 3 // before what stands in for the draft
     readonly property real lineHeight: Math.ceil(metrics.height) + Theme.bubbleLeading
     readonly property real tallest: mostLines * lineHeight - Theme.bubbleLeading + 2 * endPadding
 
@@ -23,6 +24,8 @@ Flickable {
     signal pasteWanted(event: QtObject)
     // The same, from the menu, which can paste more than text.
     signal pasted
+    // A key that would move through a text, and cannot in this one. Whoever scrolls by it sets `accepted`.
+    signal scrollWanted(event: QtObject)
     // Nothing is selected here that could be copied. Whoever knows what to copy sets `accepted`.
     signal copyWanted(event: QtObject)
 
@@ -42,6 +45,9 @@ Flickable {
             contentY = caret.y + caret.height + 2 * endPadding - height
     }
 
+    function isAtEnd(key: int): bool {
+        return edit.selectedText === "" && edit.cursorPosition === (key === Qt.Key_Home ? 0 : edit.length)
+    }
     function openMenu(at: point) {
         edit.forceActiveFocus()
         const nothing = edit.selectedText === ""
@@ -130,6 +136,10 @@ Flickable {
             } else if (event.key === Qt.Key_Up && modifiers === Qt.NoModifier && edit.text === "" && !edit.inputMethodComposing) {
                 field.recallWanted()
                 event.accepted = true
+            } else if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown) {
+                field.scrollWanted(event)
+            } else if ((event.key === Qt.Key_Home || event.key === Qt.Key_End) && field.isAtEnd(event.key)) {
+                field.scrollWanted(event)
             }
         }
 
@@ -149,8 +159,9 @@ Flickable {
         }
     }
     Txt {
+        x: field.caretRoom
         y: field.endPadding
-        width: field.width
+        width: field.width - x
         visible: edit.text === "" && edit.preeditText === ""
         text: field.placeholder
         size: Theme.bodySize
