@@ -29,6 +29,15 @@ Squircle {
     Accessible.name: label
     Accessible.description: detail
 
+    // What the label is too short for.
+    Tip {
+        owner: clip
+        words: name.truncated ? clip.detail : ""
+        wanted: hover.hovered && !remove.hovered
+    }
+    HoverHandler {
+        id: hover
+    }
     Row {
         id: row
         x: clip.sidePadding
@@ -42,13 +51,14 @@ Squircle {
             color: clip.isTinted ? Theme.accentInk : Theme.ink2
         }
         Txt {
+            id: name
             anchors.verticalCenter: parent.verticalCenter
             width: Math.min(implicitWidth, clip.widest)
             text: clip.label
             size: Theme.metaSize
             font.weight: Font.Medium
             color: clip.isTinted ? Theme.accentInk : Theme.ink
-            elide: Text.ElideMiddle
+            elide: clip.isTinted ? Text.ElideRight : Text.ElideMiddle // the end of a name tells its kind
             Accessible.ignored: true
         }
         IconButton {

@@ -57,6 +57,12 @@ T.AbstractButton {
             }
         }
     }
+    Tip {
+        owner: button
+        words: button.help !== "" ? button.help : button.text
+        wanted: button.hovered || button.visualFocus
+        isPressed: button.down
+    }
     contentItem: Item {
         Ico {
             anchors.centerIn: parent

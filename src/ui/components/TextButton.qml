@@ -39,6 +39,12 @@ T.AbstractButton {
             visible: button.visualFocus
         }
     }
+    Tip {
+        owner: button
+        words: button.help
+        wanted: button.hovered || button.visualFocus
+        isPressed: button.down
+    }
     contentItem: Item {
         Txt {
             id: label

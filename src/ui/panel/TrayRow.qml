@@ -39,6 +39,12 @@ T.AbstractButton {
             gap: -2
         }
     }
+    Tip {
+        owner: row
+        words: row.help
+        wanted: row.hovered || row.visualFocus
+        isPressed: row.down
+    }
     contentItem: Item {
         Squircle {
             x: row.tileInset

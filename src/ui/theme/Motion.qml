@@ -13,6 +13,7 @@ QtObject {
     readonly property int move: reduced ? 0 : 280
     readonly property int bounce: reduced ? 0 : 220
     readonly property int arrival: reduced ? 0 : 120
+    readonly property int tipDelay: 600
     readonly property int workRise: 320
     readonly property int workFall: 480
     readonly property int workStagger: 160

@@ -119,6 +119,7 @@ QtObject {
     // ---- what floats over the panel: denser, one step nearer
     readonly property color floatTop: dark ? Qt.rgba(0.204, 0.216, 0.255, 0.985) : Qt.rgba(1, 1, 1, 0.985)
     readonly property color floatBottom: dark ? Qt.rgba(0.161, 0.169, 0.2, 0.985) : Qt.rgba(0.973, 0.976, 0.984, 0.985)
+    readonly property color tipFill: dark ? "#383B46" : "#FFFFFF"
     readonly property color floatRimTop: dark ? Qt.rgba(1, 1, 1, 0.24) : Qt.rgba(1, 1, 1, 1)
     readonly property color floatRimBottom: dark ? Qt.rgba(1, 1, 1, 0.08) : Qt.rgba(1, 1, 1, 0.8)
     readonly property color floatHairline: dark ? Qt.rgba(0, 0, 0, 0.55) : Qt.rgba(0.06, 0.08, 0.16, 0.13)
