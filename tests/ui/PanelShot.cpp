@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QPainter>
+#include <QTest>
 
 #include <cstdio>
 #include <functional>
@@ -119,6 +120,32 @@ void signOut(PanelStage& stage) {
     stage.state->account().signOut();
 }
 
+void hover(PanelStage& stage, QPointF at) {
+    QTest::mouseMove(stage.window.get(), {220, 640});
+    QTest::mouseMove(stage.window.get(), at.toPoint());
+    stage.settle(200);
+}
+
+void hoverReply(PanelStage& stage) {
+    hover(stage, stage.find("ReplyView")->mapToScene({100, 40}));
+}
+
+// How a reply and what helps with it look close by.
+QList<Shot> shotsOfReplies() {
+    return {
+        {"arabic", [](PanelStage& s) { s.answer(samples::arabic); }, hoverReply},
+        {"code", [](PanelStage& s) { s.answer(samples::wideCode); },
+         [](PanelStage& s) { hover(s, s.find("ReplyView")->mapToScene({100, 90})); }},
+        {"focus", [](PanelStage& s) { s.answer(samples::wideCode); },
+         [](PanelStage& s) { s.find("ReplyView")->forceActiveFocus(Qt::TabFocusReason); }},
+        {"tip", greet,
+         [](PanelStage& s) {
+             hover(s, s.find("Composer")->mapToScene({26, 26}));
+             s.settle(1000);
+         }},
+    };
+}
+
 // What became of a prompt, and what it needs.
 QList<Shot> shotsOfTurns() {
     return {
@@ -152,7 +179,7 @@ QList<Shot> shotsOfTurns() {
 
 const QList<Shot>& shots() {
     static const QList<Shot> list =
-        shotsOfTurns() +
+        shotsOfTurns() + shotsOfReplies() +
         QList<Shot>{
             {"greeting", greet},
             {"reply", reply, draft},

@@ -97,7 +97,8 @@ QtObject {
 
     // ---- glass of the panel
     readonly property bool opaque: look.tier === PanelLook.Opaque
-    readonly property real glassAlpha: opaque ? 1 : look.tier === PanelLook.Blur ? (dark ? 0.84 : 0.82) : 0.96
+    // What is not blurred would be read through the glass.
+    readonly property real glassAlpha: look.tier === PanelLook.Blur ? (dark ? 0.84 : 0.82) : 1
     readonly property real glassAlphaStep: 0.01
     readonly property real customTintAlpha: 0.85
     readonly property color glassTopOwn: dark ? (tinted ? "#2B2E45" : "#282A32") : (tinted ? "#F4F5FF" : "#FFFFFF")
@@ -106,7 +107,7 @@ QtObject {
     readonly property color glassBottom: glassOf(glassBottomOwn, look.background, Math.min(1, glassAlpha + glassAlphaStep))
     readonly property color glassRimTop: dark ? Qt.rgba(1, 1, 1, 0.30) : Qt.rgba(1, 1, 1, 1)
     readonly property color glassRimBottom: dark ? Qt.rgba(1, 1, 1, 0.10) : Qt.rgba(1, 1, 1, 0.75)
-    readonly property color glassHairline: dark ? Qt.rgba(0, 0, 0, 0.62) : Qt.rgba(0.06, 0.08, 0.16, 0.16)
+    readonly property color glassHairline: dark ? Qt.rgba(0, 0, 0, 0.62) : Qt.rgba(0.06, 0.08, 0.16, 0.26)
     readonly property color glassSpecular: dark ? Qt.rgba(1, 1, 1, 0.065) : Qt.rgba(1, 1, 1, 0.9)
     readonly property color glassWash: tinted ? (dark ? Qt.rgba(0.42, 0.50, 1, 0.16) : Qt.rgba(0.36, 0.44, 1, 0.10))
                                               : (dark ? Qt.rgba(0.45, 0.52, 0.78, 0.07) : Qt.rgba(0.45, 0.52, 0.80, 0.05))
@@ -117,8 +118,8 @@ QtObject {
     }
 
     // ---- what floats over the panel: denser, one step nearer
-    readonly property color floatTop: dark ? Qt.rgba(0.204, 0.216, 0.255, 0.985) : Qt.rgba(1, 1, 1, 0.985)
-    readonly property color floatBottom: dark ? Qt.rgba(0.161, 0.169, 0.2, 0.985) : Qt.rgba(0.973, 0.976, 0.984, 0.985)
+    readonly property color floatTop: dark ? "#343741" : "#FFFFFF"
+    readonly property color floatBottom: dark ? "#292B33" : "#F8F9FB"
     readonly property color tipFill: dark ? "#383B46" : "#FFFFFF"
     readonly property color floatRimTop: dark ? Qt.rgba(1, 1, 1, 0.24) : Qt.rgba(1, 1, 1, 1)
     readonly property color floatRimBottom: dark ? Qt.rgba(1, 1, 1, 0.08) : Qt.rgba(1, 1, 1, 0.8)
