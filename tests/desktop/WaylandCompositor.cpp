@@ -1,13 +1,15 @@
 #include "desktop/WaylandCompositor.h"
 
+#include "desktop/KWinCompositor.h"
 #include "desktop/SwayCompositor.h"
 
 namespace vorq::desktop {
 
 WaylandCompositor::~WaylandCompositor() = default;
 
-std::unique_ptr<WaylandCompositor> WaylandCompositor::start(SessionType, DesktopSession& session,
-                                                            QSize screen) {
+std::unique_ptr<WaylandCompositor> WaylandCompositor::start(SessionType type,
+                                                            DesktopSession& session, QSize screen) {
+    if (type == SessionType::KWin) return std::make_unique<KWinCompositor>(session, screen);
     return std::make_unique<SwayCompositor>(session, screen);
 }
 
