@@ -90,6 +90,7 @@ TEST_F(PanelProgramTest, EscapeGivesTheKeyboardBackToTheVeryWindow) {
     vorq.pressHotKey();
     vorq.waitForPanel();
     EXPECT_TRUE(vorq.press("Add files or notes"));
+    session.key({"Escape"}); // closes the tray
     vorq.dismissTo(m_source.window);
 
     session.activate(other.window);
