@@ -114,15 +114,20 @@ TEST_F(TextMenuTest, CopyIsAboutWhatIsSelectedInTheUsersOwnMessage) {
     session.type("one two three");
     session.key({"Return"});
     EXPECT_THAT(vorq.waitForReply(5), testing::SizeIs(5));
+    // The words stand over the fold with what went out beside them, and begin with it.
     QRect bubble;
-    for (const AccessibleNode& node : vorq.controls())
-        if (node.name == "You: one two three") bubble = vorq.tree().place(node);
-    ASSERT_FALSE(bubble.isEmpty());
-    const QPoint word(bubble.right() - 14 - 12, bubble.center().y()); // in "three"
+    QRect fold;
+    for (const AccessibleNode& node : vorq.controls()) {
+        const QRect place = vorq.tree().place(node);
+        if (node.name.startsWith("You: one two three")) bubble = place;
+        if (node.name == "Show the text that was sent" && bubble.contains(place)) fold = place;
+    }
+    ASSERT_FALSE(fold.isEmpty());
+    const QPoint word(fold.left() + 12, bubble.top() + 20); // in "one"
     ASSERT_TRUE(session.geometry(vorq.panel()).contains(word)) << word.y();
     session.click(word, 2);
     choose(word, copyOfMessage);
-    waitForClipboard("three");
+    waitForClipboard("one");
 }
 
 } // namespace
