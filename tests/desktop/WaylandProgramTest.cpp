@@ -60,6 +60,16 @@ class WaylandDesktop {
 
     [[nodiscard]] qsizetype summons() { return vorq.program().output().count("Vorq ⌘⇧A: "); }
 
+    void waitForSentText() {
+        try {
+            DesktopSession::waitUntil("the text to be sent",
+                                      [this] { return !vorq.analysed().isEmpty(); });
+        } catch (const std::runtime_error& error) {
+            throw std::runtime_error(error.what() +
+                                     ("; Vorq says: " + vorq.program().output()).toStdString());
+        }
+    }
+
     // Long enough for a text to be read and sent.
     void waitForNothing() { QTest::qWait(1500); }
 
@@ -97,7 +107,7 @@ TEST_P(WaylandProgramTest, TakesTheTextOfTheApplicationThatWasInFrontBeforeItsSt
 
     vorq.summon();
     vorq.waitForPanel();
-    DesktopSession::waitUntil("the text to be sent", [&] { return !vorq.analysed().isEmpty(); });
+    desktop.waitForSentText();
     EXPECT_THAT(vorq.analysed(), ElementsAre(line));
 }
 
@@ -125,7 +135,7 @@ TEST_P(WaylandProgramTest, TakesTheTextBehindItsOwnPanel) {
     desktop.waitForNothing();
 
     vorq.summon();
-    DesktopSession::waitUntil("the text to be sent", [&] { return !vorq.analysed().isEmpty(); });
+    desktop.waitForSentText();
     EXPECT_THAT(vorq.analysed(), ElementsAre(line));
 }
 

@@ -147,6 +147,12 @@ std::optional<AtSpiRef> AtSpiApplications::focusedElement(const QString& service
     return choose(*found, stop);
 }
 
+void AtSpiApplications::learnFocus(ProcessId process, const std::stop_token& stop) {
+    const QString service = serviceOf(process, stop);
+    if (service.isEmpty() || !m_bus.focusOrder().candidates(service).empty()) return;
+    if (const auto found = focusedElement(service, stop)) m_bus.learnFocus(*found);
+}
+
 // The first, of those that still say that they have the focus if any does, with a selected text,
 // else with a text, else at all. While a key is grabbed none may say so.
 std::optional<AtSpiRef> AtSpiApplications::choose(const std::vector<AtSpiRef>& candidates,

@@ -36,6 +36,10 @@ class AtSpiApplications {
     [[nodiscard]] std::optional<AtSpiRef> activeWindow(const QString& service,
                                                        const std::stop_token& stop);
 
+    /// Finds the element with the focus of an application that has told nothing of it, so that it
+    /// is known when the application has lost it.
+    void learnFocus(ProcessId process, const std::stop_token& stop);
+
     /// The element with the focus: as the events told, as the application finds it, or as a search
     /// through the active window does.
     [[nodiscard]] std::optional<AtSpiRef> focusedElement(const QString& service,

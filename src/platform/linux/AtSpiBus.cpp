@@ -74,6 +74,12 @@ AtSpiFocusOrder AtSpiBus::focusOrder() const {
     return m_connection->shared().focusOrder();
 }
 
+void AtSpiBus::learnFocus(const AtSpiRef& element) {
+    m_connection->shared().changeFocusOrder([&](AtSpiFocusOrder& order) {
+        if (order.candidates(element.service).empty()) order.gained(element);
+    });
+}
+
 void AtSpiBus::followWindows() {
     QMetaObject::invokeMethod(m_connection, &AtSpiConnection::followWindows, Qt::QueuedConnection);
 }

@@ -54,6 +54,9 @@ class AtSpiBus {
     /// Who had the focus last, as the events told.
     [[nodiscard]] AtSpiFocusOrder focusOrder() const;
 
+    /// For an application that told nothing of its focus since it is followed: who has it.
+    void learnFocus(const AtSpiRef& element);
+
     /// From now on it is known which other application has the active window. Never waits.
     void followWindows();
     /// The process of that application; nothing while no application says that it has it.

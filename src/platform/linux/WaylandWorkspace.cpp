@@ -1,9 +1,11 @@
 #include "platform/linux/WaylandWorkspace.h"
 
+#include "platform/linux/AtSpiApplications.h"
 #include "platform/linux/AtSpiBus.h"
 #include "platform/linux/ProcessExecutable.h"
 
 #include <QGuiApplication>
+#include <QThreadPool>
 #include <QWindow>
 
 #include <unistd.h>
@@ -17,7 +19,11 @@ WaylandWorkspace::WaylandWorkspace(Clock& clock, std::shared_ptr<AtSpiBus> bus, 
     connect(&m_frontmost, &WaylandFrontmost::lost, this, &Workspace::frontmostLost);
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, &m_frontmost,
             [this](const QWindow* window) { m_frontmost.setVorqActive(window != nullptr); });
-    m_bus->whenFrontChanges(&m_frontmost, [this] { m_frontmost.setForeign(m_bus->front()); });
+    m_bus->whenFrontChanges(&m_frontmost, [this] {
+        const std::optional<ProcessId> front = m_bus->front();
+        if (front) learnFocus(*front);
+        m_frontmost.setForeign(front);
+    });
     m_bus->followWindows();
 }
 
@@ -47,6 +53,13 @@ std::optional<Workspace::ProcessId> WaylandWorkspace::processOf(WindowId window)
 
 void WaylandWorkspace::activate(WindowId window) {
     m_x11.activate(window);
+}
+
+// Once the panel has the keyboard, an application that was in front before Vorq started could no
+// longer tell where in it the user was.
+void WaylandWorkspace::learnFocus(ProcessId process) const {
+    QThreadPool::globalInstance()->start(
+        [bus = m_bus, process] { AtSpiApplications(*bus).learnFocus(process, {}); });
 }
 
 // Windows of Wayland have no number that others could use.

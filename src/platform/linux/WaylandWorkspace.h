@@ -28,6 +28,7 @@ class WaylandWorkspace final : public Workspace {
 
   private:
     void tell(ProcessId process);
+    void learnFocus(ProcessId process) const;
 
     std::shared_ptr<AtSpiBus> m_bus;
     X11Workspace m_x11;
