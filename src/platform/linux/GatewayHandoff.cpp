@@ -16,7 +16,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr Clock::Duration limit = 10s;
+constexpr Clock::Duration handoffLimit = 10s;
 const QString program = QStringLiteral("vorq-gateway");
 
 // "" if there is none.
@@ -50,7 +50,7 @@ QCoro::Task<std::expected<QUrl, QString>> GatewayHandoff::handoff(std::stop_toke
     QObject::connect(&process, &QProcess::finished, &process, wake);
     QObject::connect(&process, &QProcess::errorOccurred, &process, wake);
     const std::stop_callback onStop(stop, wake);
-    const Clock::TimerId timer = clock.after(limit, wake);
+    const Clock::TimerId timer = clock.after(handoffLimit, wake);
     process.start(path, {QStringLiteral("handoff")}, QIODevice::ReadOnly);
     co_await ended;
     if (!stop.stop_requested()) clock.cancel(timer);
