@@ -3,15 +3,15 @@
 #include <algorithm>
 
 namespace vorq::desktop {
-namespace {
-
-constexpr std::chrono::seconds slowStart(90);
 
 Application inFront(const DesktopSession& session, const QString& windowClass) {
+    constexpr std::chrono::seconds slowStart(90);
     const DesktopSession::Window window = session.waitForWindow(windowClass, slowStart);
     session.activate(window);
     return {.window = window, .process = session.processOf(window)};
 }
+
+namespace {
 
 Application openFile(DesktopSession& session, const QString& program, const QString& package,
                      const QString& windowClass, const QByteArray& text) {

@@ -3,14 +3,6 @@
 namespace vorq::desktop {
 namespace {
 
-constexpr std::chrono::seconds slowStart(90);
-
-Application inFront(const DesktopSession& session, const QString& windowClass) {
-    const DesktopSession::Window window = session.waitForWindow(windowClass, slowStart);
-    session.activate(window);
-    return {.window = window, .process = session.processOf(window)};
-}
-
 // One page with one line of text.
 QByteArray pdfOf(const QByteArray& line) {
     const QByteArray drawing = "BT /F 12 Tf 40 200 Td (" + line + ") Tj ET";
