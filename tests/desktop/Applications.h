@@ -11,7 +11,8 @@ struct Application {
     std::int32_t process = 0;
 };
 
-/// Waits for a window of the class, however slow its application starts, and brings it to the front.
+/// Waits for a window of the class, however slow its application starts, and brings it to the
+/// front.
 Application inFront(const DesktopSession& session, const QString& windowClass);
 
 /// These write the text to a file and open it: GTK 3, GTK 4, Qt 5, Qt 6, and LibreOffice.
