@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include <csignal>
+#include <thread>
 
 namespace vorq::desktop {
 namespace {
@@ -184,6 +185,8 @@ TEST_F(AccessibilityConsentTest, TheCommandTurnsItOnForTheOneThatRuns) {
     EXPECT_EQ(ended.status, 0) << ended.output;
     EXPECT_THAT(ended.output, HasSubstr("Accessibility is on."));
     DesktopSession::waitUntil("the capture to be trusted", [&] {
+        // Any faster, the commands would be the repetitions of one key that is held.
+        std::this_thread::sleep_for(std::chrono::milliseconds(800));
         runToEnd({"summon"});
         return vorq.output().contains("trusted=true perm=granted");
     });
