@@ -28,7 +28,7 @@ QString gatewayPath() {
 
 std::expected<QUrl, QString> outcomeOf(QProcess& process) {
     const bool isDone = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-    const QUrl url(QString::fromUtf8(process.readAllStandardOutput()).trimmed());
+    QUrl url(QString::fromUtf8(process.readAllStandardOutput()).trimmed());
     if (isDone && url.isValid()) return url;
     const QString words = QString::fromUtf8(process.readAllStandardError()).trimmed();
     return std::unexpected(words.isEmpty() ? QStringLiteral("vorq-gateway gave no account.")
