@@ -97,8 +97,8 @@ class WlrootsSeat::Objects {
         wl_proxy* pointers = client.bind(pointerManagerInterface, 1);
         if (seat == nullptr || keyboards == nullptr || pointers == nullptr)
             throw std::runtime_error("the compositor lets nobody play its keyboard and pointer");
-        keyboard = created(keyboards, seat, keyboardInterface);
-        pointer = created(pointers, seat, pointerInterface);
+        keyboard = client.keep(created(keyboards, seat, keyboardInterface));
+        pointer = client.keep(created(pointers, seat, pointerInterface));
         const int file = ::memfd_create("keymap", MFD_CLOEXEC);
         const auto length = static_cast<std::uint32_t>(keymap.size() + 1);
         if (file < 0 || ::write(file, keymap.data(), length) != static_cast<ssize_t>(length))

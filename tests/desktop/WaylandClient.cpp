@@ -27,6 +27,8 @@ WaylandClient::WaylandClient(const QString& socket)
 }
 
 WaylandClient::~WaylandClient() {
+    for (wl_proxy* object : m_kept)
+        wl_proxy_destroy(object);
     wl_registry_destroy(m_registry);
     wl_display_disconnect(m_display);
 }
@@ -34,7 +36,13 @@ WaylandClient::~WaylandClient() {
 wl_proxy* WaylandClient::bind(const wl_interface& interface, std::uint32_t version) {
     const auto found = m_offered.find(interface.name);
     if (found == m_offered.end()) return nullptr;
-    return static_cast<wl_proxy*>(wl_registry_bind(m_registry, found->second, &interface, version));
+    return keep(
+        static_cast<wl_proxy*>(wl_registry_bind(m_registry, found->second, &interface, version)));
+}
+
+wl_proxy* WaylandClient::keep(wl_proxy* object) {
+    if (object != nullptr) m_kept.push_back(object);
+    return object;
 }
 
 void WaylandClient::settle() {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace vorq::desktop {
 
@@ -19,8 +20,11 @@ class WaylandClient {
     WaylandClient& operator=(const WaylandClient&) = delete;
     ~WaylandClient();
 
-    /// Null if it is not offered.
+    /// Null if it is not offered. What is bound lives as long as this.
     [[nodiscard]] wl_proxy* bind(const wl_interface& interface, std::uint32_t version);
+
+    /// Has a request's new object live as long as this.
+    wl_proxy* keep(wl_proxy* object);
 
     /// Sends a request without a result.
     template<typename... Arguments>
@@ -35,6 +39,7 @@ class WaylandClient {
     wl_display* m_display;
     wl_registry* m_registry = nullptr;
     std::map<std::string, std::uint32_t> m_offered;
+    std::vector<wl_proxy*> m_kept;
 };
 
 } // namespace vorq::desktop
