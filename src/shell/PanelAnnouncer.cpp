@@ -3,6 +3,8 @@
 #include "core/MessageList.h"
 #include "rendering/SpokenReply.h"
 
+#include <utility>
+
 namespace vorq {
 
 PanelAnnouncer::PanelAnnouncer(const MessageList& messages) : m_messages(messages) {
@@ -18,6 +20,7 @@ void PanelAnnouncer::messagesCame(int first, int last) {
     for (int row = first; row <= last; ++row) {
         const VorqMessage& message = m_messages.messages()[static_cast<std::size_t>(row)];
         if (!message.isWorking) continue;
+        announceOnceComplete(); // the next turn begins as soon as a reply is complete
         m_awaited = message.id;
         emit announced(message.text);
     }
@@ -28,12 +31,22 @@ void PanelAnnouncer::messagesChanged(int first, int last) {
         const VorqMessage& message = m_messages.messages()[static_cast<std::size_t>(row)];
         // A failed reply whose turn runs again.
         if (message.isWorking && message.id != m_awaited) return messagesCame(row, row);
-        if (!m_awaited || message.id != *m_awaited || message.isWorking || message.isTyping)
-            continue;
-        m_awaited.reset();
-        emit announced(spokenReply(message.text));
-        return;
     }
+    // A reply that was streamed stops typing for a moment before its last blocks are typed, so it
+    // counts as complete only if it still is when the event loop is back.
+    if (!m_awaited || std::exchange(m_isLookingAgain, true)) return;
+    const auto lookAgain = [this] {
+        m_isLookingAgain = false;
+        announceOnceComplete();
+    };
+    QMetaObject::invokeMethod(this, lookAgain, Qt::QueuedConnection);
+}
+
+void PanelAnnouncer::announceOnceComplete() {
+    const VorqMessage* message = m_awaited ? m_messages.find(*m_awaited) : nullptr;
+    if (!message || message->isWorking || message->isTyping) return;
+    m_awaited.reset();
+    emit announced(spokenReply(message->text));
 }
 
 } // namespace vorq

@@ -221,14 +221,17 @@ TEST_F(PanelViewModelTest, WhatBecomesOfAPromptIsAnnounced) {
     reply.isTyping = true;
     reply.text = "**Leaves**";
     state().panel().messages().update(reply);
+    m_clock.settle();
     EXPECT_EQ(announced.count(), 1) << "not what is growing";
     reply.isTyping = false;
     reply.text = "**Leaves**\n\nThey are *green*.";
     state().panel().messages().update(reply);
+    m_clock.settle();
     ASSERT_EQ(announced.count(), 2);
     EXPECT_EQ(announced[1][0].toString(), "Leaves\nThey are green.");
     reply.followUp = VorqFollowUp{"Why?", {"Because"}};
     state().panel().messages().update(reply);
+    m_clock.settle();
     EXPECT_EQ(announced.count(), 2) << "each reply once";
 }
 
