@@ -8,10 +8,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <string_view>
 
 namespace vorq::gateway {
 namespace {
@@ -94,6 +96,17 @@ std::string checkedKey(const std::string& key) {
     return text;
 }
 
+/// The name of a header, as RFC 9110 allows it, or empty.
+std::string checkedHeader(const std::string& name) {
+    const bool plain = std::ranges::all_of(name, [](char c) {
+        return std::isalnum(static_cast<unsigned char>(c)) != 0 ||
+               std::string_view("!#$%&'*+-.^_`|~").contains(c);
+    });
+    if (!plain) throw std::runtime_error("\"keyHeader\" in the settings is no name of a header.");
+    // What everybody sends in this one is a bearer token.
+    return lowered(name) == "authorization" ? std::string() : name;
+}
+
 std::optional<ProviderConfig> readProvider(const json& document, const Environment& environment) {
     const json section = valueOr(document, "provider", json::object());
     if (!section.is_object()) {
@@ -109,6 +122,7 @@ std::optional<ProviderConfig> readProvider(const json& document, const Environme
     ProviderConfig config;
     config.endpoint = chatEndpoint(address);
     config.key = checkedKey(text("key", "VORQ_PROVIDER_KEY"));
+    config.keyHeader = checkedHeader(text("keyHeader", "VORQ_PROVIDER_KEY_HEADER"));
     config.model = text("model", "VORQ_PROVIDER_MODEL");
     config.models = valueOr(section, "models", config.models);
     config.caFile = valueOr(section, "caFile", std::string());

@@ -32,6 +32,15 @@ std::string contentText(const json& content) {
     return text;
 }
 
+/// Thoughts that a provider sends apart from the reply are not shown, but the model is at work.
+bool holdsThought(const json& delta) {
+    for (const char* key : {"reasoning", "reasoning_content"}) {
+        const json* thought = member(delta, key);
+        if (thought != nullptr && !thought->empty() && *thought != "") return true;
+    }
+    return false;
+}
+
 std::vector<Source> citedSources(const json& list) {
     std::vector<Source> sources;
     if (!list.is_array()) return sources;
@@ -82,6 +91,7 @@ void ChatStreamReader::payload(std::string_view text) {
         const json* holder = member(choice, key);
         const json* content = holder != nullptr ? member(*holder, "content") : nullptr;
         if (content != nullptr) text_ += contentText(*content);
+        begun_ = begun_ || !text_.empty() || (holder != nullptr && holdsThought(*holder));
     }
     if (member(choice, "finish_reason") != nullptr) sawFinish_ = true;
     if (text_.size() > kLongestReply) throw tooLong();

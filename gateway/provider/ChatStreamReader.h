@@ -18,6 +18,8 @@ class ChatStreamReader {
     void finish();
 
     [[nodiscard]] bool isDone() const { return done_; }
+    /// Whether the model has begun to write, or to think where nobody sees it.
+    [[nodiscard]] bool hasBegun() const { return begun_; }
     /// The reply so far, without a model's thinking aloud in front of it.
     [[nodiscard]] std::string_view text() const;
     [[nodiscard]] const std::vector<Source>& sources() const { return sources_; }
@@ -30,6 +32,7 @@ class ChatStreamReader {
     std::string text_;
     std::vector<Source> sources_;
     bool isEventStream_ = false;
+    bool begun_ = false;
     bool done_ = false;
     bool sawFinish_ = false;
 };

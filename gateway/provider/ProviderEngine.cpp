@@ -67,6 +67,7 @@ class ProviderStream final : public ReplyStream {
             if (finished_) return std::nullopt;
             const std::optional<std::string> bytes = transfer_.read(kReadTime, cancelled);
             if (bytes) reader_.feed(*bytes);
+            if (reader_.hasBegun()) transfer_.noteReplyBegan();
             if (!bytes || reader_.isDone()) {
                 reader_.finish();
                 finished_ = true;

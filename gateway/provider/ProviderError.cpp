@@ -9,15 +9,6 @@ namespace {
 
 constexpr std::size_t kLongestMessage = 400;
 
-/// Scheme, host and port of the endpoint, without a user name or password in it.
-std::string siteOf(const ProviderConfig& config) {
-    const std::size_t start = config.endpoint.find("://") + 3;
-    const std::size_t end = config.endpoint.find('/', start);
-    std::string host = config.endpoint.substr(start, end - start);
-    if (const std::size_t at = host.rfind('@'); at != std::string::npos) host.erase(0, at + 1);
-    return config.endpoint.substr(0, start) + host;
-}
-
 std::string withDetail(std::string sentence, const std::string& detail) {
     return detail.empty() ? sentence + "." : sentence + ": " + detail;
 }
@@ -33,11 +24,12 @@ std::string withoutKey(const ProviderConfig& config, std::string text) {
 }
 
 EngineError unreachable(const ProviderConfig& config) {
-    return {502, filled("Could not reach the AI provider at {}. Is it running?", siteOf(config))};
+    return {502, filled("Could not reach the AI provider at {}. Is it running?",
+                        siteOf(config.endpoint))};
 }
 
 EngineError tooSlow(const ProviderConfig& config) {
-    return {504, filled("The AI provider at {} took too long to answer.", siteOf(config))};
+    return {504, filled("The AI provider at {} took too long to answer.", siteOf(config.endpoint))};
 }
 
 EngineError brokeOff() {

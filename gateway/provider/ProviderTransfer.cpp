@@ -1,6 +1,8 @@
 #include "provider/ProviderTransfer.h"
 
+#include "provider/LocalAddress.h"
 #include "provider/ProviderError.h"
+#include "provider/ProviderFailure.h"
 
 #include <curl/curl.h>
 
@@ -16,6 +18,8 @@ using std::chrono::milliseconds;
 
 constexpr std::size_t kMostBuffered = std::size_t{8} * 1024 * 1024;
 constexpr milliseconds kSlice{50};
+// Of all headers and trailers together; trailers could go on without an end.
+constexpr std::size_t kMostHeaders = std::size_t{256} * 1024;
 
 struct EasyCleanup {
     void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
@@ -40,6 +44,13 @@ void append(HeaderList& list, const std::string& header) {
     list.reset(longer);
 }
 
+/// Empty without a key.
+std::string keyLine(const ProviderConfig& config) {
+    if (config.key.empty()) return {};
+    if (config.keyHeader.empty()) return "Authorization: Bearer " + config.key;
+    return config.keyHeader + ": " + config.key;
+}
+
 } // namespace
 
 struct ProviderTransfer::State {
@@ -50,7 +61,9 @@ struct ProviderTransfer::State {
     std::unique_ptr<CURL, EasyCleanup> easy;
     std::unique_ptr<CURLM, MultiCleanup> multi;
     Steady::time_point lastActivity = Steady::now();
+    std::size_t headerBytes = 0;
     bool anythingArrived = false;
+    bool replyBegan = false;
     bool headersDone = false;
     bool finished = false;
 
@@ -82,6 +95,8 @@ struct ProviderTransfer::State {
     }
     static std::size_t onHeader(char* data, std::size_t, std::size_t size, void* self) {
         auto& state = *static_cast<State*>(self);
+        state.headerBytes += size;
+        if (state.headerBytes > kMostHeaders) return 0;
         state.touch();
         // The blank line behind the headers; those of an interim "100 Continue" do not count.
         const bool isEnd = std::string_view(data, size) == "\r\n";
@@ -99,7 +114,7 @@ ProviderTransfer::ProviderTransfer(const ProviderConfig& config, std::string bod
     append(state_->headers, "Content-Type: application/json");
     append(state_->headers, "Accept: text/event-stream, application/json");
     append(state_->headers, "Expect:");
-    if (!config.key.empty()) append(state_->headers, "Authorization: Bearer " + config.key);
+    if (const std::string line = keyLine(config); !line.empty()) append(state_->headers, line);
     CURL* easy = state_->easy.get();
     curl_easy_setopt(easy, CURLOPT_URL, config.endpoint.c_str());
     curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
@@ -112,9 +127,7 @@ ProviderTransfer::ProviderTransfer(const ProviderConfig& config, std::string bod
     curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS,
                      static_cast<long>(config.connectTimeout.count()));
     // A provider on this computer is never behind a proxy.
-    for (const char* local : {"://127.0.0.1", "://localhost", "://[::1]"}) {
-        if (config.endpoint.contains(local)) curl_easy_setopt(easy, CURLOPT_PROXY, "");
-    }
+    if (leadsToThisComputer(config.endpoint)) curl_easy_setopt(easy, CURLOPT_PROXY, "");
     if (!config.caFile.empty()) curl_easy_setopt(easy, CURLOPT_CAINFO, config.caFile.c_str());
     curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &State::onBody);
     curl_easy_setopt(easy, CURLOPT_WRITEDATA, state_.get());
@@ -126,15 +139,15 @@ ProviderTransfer::ProviderTransfer(const ProviderConfig& config, std::string bod
 ProviderTransfer::~ProviderTransfer() = default;
 
 void ProviderTransfer::failFor(int code) const {
-    switch (code) {
-    case CURLE_OPERATION_TIMEDOUT:
-        throw tooSlow(state_->config);
-    case CURLE_WRITE_ERROR:
-        throw tooLong();
-    default:
-        if (state_->anythingArrived) throw brokeOff();
-        throw unreachable(state_->config);
-    }
+    long verification = 0;
+    curl_easy_getinfo(state_->easy.get(), CURLINFO_SSL_VERIFYRESULT, &verification);
+    throw transferFailure(
+        state_->config,
+        {.code = code, .verification = verification, .anythingArrived = state_->anythingArrived});
+}
+
+void ProviderTransfer::noteReplyBegan() {
+    state_->replyBegan = true;
 }
 
 void ProviderTransfer::advance(milliseconds longest, const Cancelled& cancelled) {
@@ -153,7 +166,7 @@ void ProviderTransfer::advance(milliseconds longest, const Cancelled& cancelled)
         if (message->data.result != CURLE_OK) failFor(message->data.result);
     }
     const milliseconds limit =
-        state_->anythingArrived ? state_->config.idleTimeout : state_->config.replyTimeout;
+        state_->replyBegan ? state_->config.idleTimeout : state_->config.replyTimeout;
     if (!state_->finished && Steady::now() - state_->lastActivity > limit) {
         throw tooSlow(state_->config);
     }

@@ -26,6 +26,9 @@ class ProviderTransfer {
     /// end of the answer.
     [[nodiscard]] std::optional<std::string> read(std::chrono::milliseconds longest,
                                                   const Cancelled& cancelled);
+    /// The model has begun to write or to think: from now on the idle time-out holds. Until then a
+    /// provider may load its model behind headers and comments that it sent at once.
+    void noteReplyBegan();
 
   private:
     struct State;

@@ -55,6 +55,19 @@ TEST_F(SettingsTest, TheFileNamesAProvider) {
     EXPECT_EQ(settings.authRequestsPerMinute, 5);
 }
 
+TEST_F(SettingsTest, TheHeaderOfTheKeyCanBeNamed) {
+    const auto header = [this](const std::string& name) {
+        return read(R"({"provider": {"url": "http://x", "keyHeader": ")" + name + "\"}}")
+            .provider->keyHeader;
+    };
+    EXPECT_EQ(header("api-key"), "api-key");
+    EXPECT_EQ(header("authorization"), "");
+    EXPECT_THROW(static_cast<void>(header("api key")), std::runtime_error);
+    EXPECT_THROW(static_cast<void>(header("a: b\\r\\nc")), std::runtime_error);
+    variables = {{"VORQ_PROVIDER_KEY_HEADER", "x-api-key"}};
+    EXPECT_EQ(header("api-key"), "x-api-key");
+}
+
 TEST_F(SettingsTest, AKeyThatOthersCanReadIsPointedOut) {
     namespace fs = std::filesystem;
     const std::string document = R"({"provider": {"url": "http://x", "key": "secret"}})";

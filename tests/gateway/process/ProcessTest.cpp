@@ -23,15 +23,18 @@ using ::testing::StartsWith;
 
 class ProcessTest : public ::testing::Test {
   protected:
-    ChildProcess run(std::vector<std::string> arguments) {
-        return ChildProcess(VORQ_GATEWAY_PROGRAM, std::move(arguments),
-                            {{"HOME", folder.path().string()}, {"XDG_DATA_HOME", ""}});
+    using Variables = std::vector<std::pair<std::string, std::string>>;
+
+    ChildProcess run(std::vector<std::string> arguments, Variables variables = {}) {
+        variables.emplace_back("HOME", folder.path().string());
+        variables.emplace_back("XDG_DATA_HOME", "");
+        return ChildProcess(VORQ_GATEWAY_PROGRAM, std::move(arguments), variables);
     }
     /// Starts a server on a free port and reads that port from its first line.
-    ChildProcess serve(std::vector<std::string> extra = {}) {
+    ChildProcess serve(std::vector<std::string> extra = {}, Variables variables = {}) {
         std::vector<std::string> arguments = {"serve", "--port", "0"};
         arguments.insert(arguments.end(), extra.begin(), extra.end());
-        ChildProcess child = run(arguments);
+        ChildProcess child = run(arguments, std::move(variables));
         const std::string line = child.readLine();
         const std::string start = "vorq-gateway listening on http://127.0.0.1:";
         EXPECT_THAT(line, StartsWith(start));
@@ -171,6 +174,27 @@ TEST_F(ProcessTest, TheProviderOfTheEnvironmentIsUsedAndItsKeyNeverPrinted) {
     EXPECT_EQ(server.wait(), 0);
     EXPECT_EQ((line + server.readAll() + server.readErrors()).find("sk-environment"),
               std::string::npos);
+}
+
+TEST_F(ProcessTest, TheProxyOfTheEnvironmentIsNotUsedTowardsThisComputer) {
+    ScriptedProvider proxy([](ProviderPeer& peer) { peer.answer(500, R"({"error":"a proxy"})"); });
+    ScriptedProvider provider([](ProviderPeer& peer) {
+        peer.answer(200, R"({"choices":[{"message":{"content":"Straight."}}]})");
+    });
+    const std::string providerPort = provider.address().substr(provider.address().rfind(':'));
+    for (const char* host : {"127.0.0.1", "127.1", "LOCALHOST", "api.localhost", "0.0.0.0"}) {
+        const ChildProcess server =
+            serve({}, {{"http_proxy", proxy.address()},
+                       {"no_proxy", ""},
+                       {"VORQ_PROVIDER_URL", std::string("http://") + host + providerPort}});
+        EXPECT_EQ(post("/ai/prompt", {{"prompt", "x"}}, signIn()).value("summary", ""), "Straight.")
+            << host;
+    }
+    const ChildProcess server = serve({}, {{"http_proxy", proxy.address()},
+                                           {"no_proxy", ""},
+                                           {"VORQ_PROVIDER_URL", "http://provider.example"}});
+    EXPECT_THAT(post("/ai/prompt", {{"prompt", "x"}}, signIn()).value("error", ""),
+                HasSubstr("a proxy"));
 }
 
 TEST_F(ProcessTest, KillingItWhileItWritesLeavesTheDatabaseWhole) {

@@ -1,6 +1,4 @@
-#include "provider/ProviderEngine.h"
-#include "gateway/support/ScriptedProvider.h"
-#include "gateway/support/TestGateway.h"
+#include "gateway/support/ProviderChain.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,33 +11,7 @@ using std::chrono::milliseconds;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-constexpr auto kKey = "sk-very-secret-key";
-
-ProviderConfig configFor(const std::string& address) {
-    ProviderConfig config;
-    config.endpoint = chatEndpoint(address);
-    config.key = kKey;
-    config.model = "standard";
-    config.models = {{"openai/o3-mini", "local-reasoner"}};
-    return config;
-}
-
-/// A gateway in front of a provider that follows a script.
-struct Chain {
-    explicit Chain(ScriptedProvider::Script script, milliseconds patience = milliseconds(10'000))
-        : provider(std::move(script)) {
-        ProviderConfig config = configFor(provider.address());
-        config.replyTimeout = config.idleTimeout = patience;
-        gateway = std::make_unique<TestGateway>(std::make_unique<ProviderEngine>(config));
-        gateway->signIn();
-    }
-    std::vector<json> ask() { return gateway->stream("/ai/prompt", {{"prompt", "hello"}}); }
-    Answer askWhole() { return gateway->post("/ai/prompt", {{"prompt", "hello"}}); }
-    Answer askRaw() { return gateway->post("/ai/prompt", {{"prompt", "hello"}, {"stream", true}}); }
-
-    ScriptedProvider provider;
-    std::unique_ptr<TestGateway> gateway;
-};
+using Chain = ProviderChain;
 
 void goodStream(ProviderPeer& peer) {
     peer.streamHead();
@@ -50,7 +22,7 @@ void goodStream(ProviderPeer& peer) {
 }
 
 void expectNoKey(const std::string& text) {
-    EXPECT_THAT(text, Not(HasSubstr(kKey)));
+    EXPECT_THAT(text, Not(HasSubstr(kProviderKey)));
 }
 
 TEST(ProviderEngineTest, AStreamComesThroughAndCloses) {
@@ -84,7 +56,7 @@ TEST(ProviderEngineTest, TheRequestCarriesKeyModelHistoryTextAndImage) {
     static_cast<void>(chain.gateway->stream("/ai/prompt", body));
     const std::string request = chain.provider.lastRequest();
     EXPECT_THAT(request, HasSubstr("POST /v1/chat/completions "));
-    EXPECT_THAT(request, HasSubstr(std::string("Authorization: Bearer ") + kKey));
+    EXPECT_THAT(request, HasSubstr(std::string("Authorization: Bearer ") + kProviderKey));
     const json sent = chain.provider.lastBody();
     EXPECT_EQ(sent.at("model"), "local-reasoner");
     EXPECT_EQ(sent.at("stream"), true);
@@ -179,7 +151,8 @@ TEST(ProviderEngineTest, ErrorStatusesBecomeErrorDocumentsAndNever401) {
     for (const auto& [status, expected] :
          {std::pair(400, 502), {401, 502}, {403, 502}, {404, 502}, {429, 503}, {500, 502}}) {
         Chain chain([code = status](ProviderPeer& peer) {
-            peer.answer(code, json({{"error", {{"message", std::string("No: ") + kKey}}}}).dump());
+            peer.answer(
+                code, json({{"error", {{"message", std::string("No: ") + kProviderKey}}}}).dump());
         });
         const Answer answer = chain.askRaw();
         EXPECT_EQ(answer.status, expected) << status;
@@ -266,7 +239,8 @@ TEST(ProviderEngineTest, AnErrorInsideTheStreamIsPassedOnWithoutTheKey) {
         peer.streamHead();
         peer.delta("Half");
         peer.send(
-            "data: " + json({{"error", {{"message", std::string("overloaded ") + kKey}}}}).dump() +
+            "data: " +
+            json({{"error", {{"message", std::string("overloaded ") + kProviderKey}}}}).dump() +
             "\n\n");
     });
     const Answer answer = chain.askRaw();

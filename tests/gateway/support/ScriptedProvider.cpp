@@ -50,14 +50,15 @@ std::string ProviderPeer::readRequest() {
     return request;
 }
 
-void ProviderPeer::send(const std::string& bytes) {
+bool ProviderPeer::send(const std::string& bytes) {
     std::size_t sent = 0;
     while (sent < bytes.size()) {
         const ssize_t count =
             ::send(socket_, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
-        if (count <= 0) return;
+        if (count <= 0) return false;
         sent += static_cast<std::size_t>(count);
     }
+    return true;
 }
 
 void ProviderPeer::streamHead() {

@@ -17,7 +17,8 @@ class ProviderPeer {
     explicit ProviderPeer(int socket) : socket_(socket) {}
     /// Reads one whole request and gives its bytes.
     std::string readRequest();
-    void send(const std::string& bytes);
+    /// False once the other side is gone.
+    bool send(const std::string& bytes);
     /// Headers of an event stream without a length, and then one event for each text.
     void streamHead();
     void delta(const std::string& text);

@@ -1,0 +1,172 @@
+#include "gateway/support/ProviderChain.h"
+#include "gateway/support/TlsProvider.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace vorq::gateway::testing {
+namespace {
+
+using nlohmann::json;
+using std::chrono::milliseconds;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+/// What the user reads when the provider is at `address`.
+std::string wordsFrom(const std::string& address, const std::string& caFile = {}) {
+    ProviderConfig config = configFor(address);
+    config.caFile = caFile;
+    TestGateway gateway(std::make_unique<ProviderEngine>(config));
+    gateway.signIn();
+    const json body = gateway.post("/ai/prompt", {{"prompt", "hello"}}).body;
+    return body.contains("error") ? body.value("error", "") : body.value("summary", "");
+}
+
+TEST(ProviderTransferTest, AModelThatLoadsBehindItsHeadHasTheTimeOfAReply) {
+    ProviderChain chain(
+        [](ProviderPeer& peer) {
+            peer.streamHead();
+            std::this_thread::sleep_for(milliseconds(900));
+            peer.delta("Loaded.");
+            peer.send("data: [DONE]\n\n");
+        },
+        [](ProviderConfig& config) {
+            config.replyTimeout = milliseconds(20'000);
+            config.idleTimeout = milliseconds(300);
+        });
+    EXPECT_EQ(chain.finalWords(), "Loaded.");
+}
+
+TEST(ProviderTransferTest, CommentsOfTheProviderAreSignsOfLife) {
+    ProviderChain chain(
+        [](ProviderPeer& peer) {
+            peer.streamHead();
+            for (int i = 0; i < 10; ++i) {
+                peer.send(": OPENROUTER PROCESSING\n\n");
+                std::this_thread::sleep_for(milliseconds(150));
+            }
+            peer.delta("At last.");
+            peer.send("data: [DONE]\n\n");
+        },
+        milliseconds(700));
+    EXPECT_EQ(chain.finalWords(), "At last.");
+}
+
+TEST(ProviderTransferTest, ThoughtsAreSignsOfLife) {
+    for (const char* key : {"reasoning", "reasoning_content"}) {
+        ProviderChain chain(
+            [key](ProviderPeer& peer) {
+                peer.streamHead();
+                for (int i = 0; i < 10; ++i) {
+                    peer.send("data: " + json({{"choices", {{{"delta", {{key, "hm"}}}}}}}).dump() +
+                              "\n\n");
+                    std::this_thread::sleep_for(milliseconds(150));
+                }
+                peer.delta("Thought.");
+                peer.send("data: [DONE]\n\n");
+            },
+            milliseconds(700));
+        EXPECT_EQ(chain.finalWords(), "Thought.") << key;
+    }
+}
+
+TEST(ProviderTransferTest, AReplyThatHasBegunMayNotFallSilentForTheTimeOfAReply) {
+    for (const char* key : {"content", "reasoning_content"}) {
+        ProviderChain chain(
+            [key](ProviderPeer& peer) {
+                peer.streamHead();
+                peer.send("data: " + json({{"choices", {{{"delta", {{key, "hm"}}}}}}}).dump() +
+                          "\n\n");
+                peer.awaitClose();
+            },
+            [](ProviderConfig& config) {
+                config.replyTimeout = milliseconds(60'000);
+                config.idleTimeout = milliseconds(300);
+            });
+        EXPECT_THAT(chain.finalWords(), HasSubstr("too long")) << key;
+    }
+}
+
+TEST(ProviderTransferTest, TheKeyGoesIntoTheHeaderThatTheSettingsName) {
+    ProviderChain chain(
+        [](ProviderPeer& peer) {
+            peer.streamHead();
+            peer.delta("Taken.");
+            peer.send("data: [DONE]\n\n");
+        },
+        [](ProviderConfig& config) {
+            config.keyHeader = "api-key";
+            config.endpoint.replace(config.endpoint.find("/v1/"), 4, "/openai/deployments/d/");
+            config.endpoint += "?api-version=2024-06-01";
+        });
+    EXPECT_EQ(chain.finalWords(), "Taken.");
+    const std::string request = chain.provider.lastRequest();
+    EXPECT_THAT(request,
+                StartsWith("POST /openai/deployments/d/chat/completions?api-version=2024-06-01 "));
+    EXPECT_THAT(request, HasSubstr(std::string("\r\napi-key: ") + kProviderKey + "\r\n"));
+    EXPECT_THAT(request, Not(HasSubstr("Authorization")));
+}
+
+TEST(ProviderTransferTest, EndlessHeadersAndTrailersEndTheTransfer) {
+    for (const bool behind : {false, true}) {
+        std::atomic<bool> left = false;
+        ProviderChain chain([&, behind](ProviderPeer& peer) {
+            peer.send("HTTP/1.1 200 OK\r\nContent-Type: text/event-stream\r\n");
+            if (behind) peer.send("Transfer-Encoding: chunked\r\n\r\n2\r\n\n\n\r\n0\r\n");
+            const std::string lines = [] {
+                std::string text;
+                for (int i = 0; i < 64; ++i)
+                    text += "X-Endless: " + std::string(1000, 'x') + "\r\n";
+                return text;
+            }();
+            for (int i = 0; i < 1600 && !left; ++i)
+                left = !peer.send(lines); // 100 MB in all
+        });
+        EXPECT_THAT(chain.finalWords(), HasSubstr("too long")) << behind;
+        for (int i = 0; i < 100 && !left; ++i)
+            std::this_thread::sleep_for(milliseconds(50));
+        EXPECT_TRUE(left) << behind;
+    }
+}
+
+TEST(ProviderTransferTest, ACertificateOfNoKnownAuthorityIsNamedWithTheSettingThatHelps) {
+    const TlsProvider provider;
+    EXPECT_THAT(wordsFrom(provider.address()),
+                AllOf(HasSubstr("certificate of the AI provider at " + provider.address()),
+                      HasSubstr("\"caFile\"")));
+    EXPECT_EQ(wordsFrom(provider.address(), provider.certificateFile().string()), "Over TLS.");
+}
+
+TEST(ProviderTransferTest, ACertificateForAnotherNameIsSaid) {
+    const TlsProvider provider({.days = 2, .name = "elsewhere.example"});
+    EXPECT_THAT(wordsFrom(provider.address(), provider.certificateFile().string()),
+                AllOf(HasSubstr("certificate"), HasSubstr("another name"), HasSubstr("\"url\"")));
+}
+
+TEST(ProviderTransferTest, AnExpiredCertificateIsSaid) {
+    const TlsProvider provider({.days = -1, .name = "localhost"});
+    EXPECT_THAT(wordsFrom(provider.address(), provider.certificateFile().string()),
+                AllOf(HasSubstr("certificate"), HasSubstr("expired")));
+}
+
+TEST(ProviderTransferTest, AFileOfCertificatesThatIsNotThereIsNamed) {
+    const TlsProvider provider;
+    EXPECT_THAT(wordsFrom(provider.address(), "/no/such/ca.pem"),
+                AllOf(HasSubstr("/no/such/ca.pem"), HasSubstr("\"caFile\"")));
+}
+
+TEST(ProviderTransferTest, TheWrongSchemeIsSaid) {
+    const TestGateway plain;
+    EXPECT_THAT(wordsFrom("https://localhost:" + std::to_string(plain.port)),
+                AllOf(HasSubstr("TLS"), HasSubstr("write http://")));
+}
+
+TEST(ProviderTransferTest, AHostThatNobodyKnowsIsNamed) {
+    EXPECT_THAT(wordsFrom("http://no-such-host.invalid"),
+                AllOf(HasSubstr("no-such-host.invalid"), HasSubstr("\"url\"")));
+}
+
+} // namespace
+} // namespace vorq::gateway::testing

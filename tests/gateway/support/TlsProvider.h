@@ -1,0 +1,43 @@
+#pragma once
+
+#include "gateway/support/TemporaryFolder.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <thread>
+
+namespace httplib {
+class SSLServer;
+}
+
+namespace vorq::gateway::testing {
+
+/// What a certificate says: for how many days it holds, which may be over, and for which name.
+struct TestCertificate {
+    int days = 2;
+    std::string name = "localhost";
+};
+
+/// A provider behind TLS, with a certificate of its own that no authority signed, on a port of
+/// this computer. It answers each request with "Over TLS.".
+class TlsProvider {
+  public:
+    explicit TlsProvider(const TestCertificate& certificate = {});
+    ~TlsProvider();
+    TlsProvider(const TlsProvider&) = delete;
+    TlsProvider& operator=(const TlsProvider&) = delete;
+
+    /// Begins with https://localhost:
+    [[nodiscard]] std::string address() const;
+    [[nodiscard]] int port() const { return port_; }
+    [[nodiscard]] std::filesystem::path certificateFile() const;
+
+  private:
+    TemporaryFolder folder_;
+    std::unique_ptr<httplib::SSLServer> server_;
+    int port_ = 0;
+    std::thread thread_;
+};
+
+} // namespace vorq::gateway::testing
