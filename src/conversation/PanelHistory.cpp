@@ -1,5 +1,6 @@
 #include "conversation/PanelHistory.h"
 
+#include "conversation/PanelNotices.h"
 #include "conversation/PromptCommands.h"
 #include "rendering/AssistantReplyDocument.h"
 #include "support/Characters.h"
@@ -29,6 +30,7 @@ bool belongsToHistory(const VorqMessage& message) {
 
 SavedChatMessage savedMessage(const VorqMessage& message) {
     SavedChatMessage kept{QUuid::createUuid(), rawString(message.role), message.text};
+    if (message.isNotice) kept.isNotice = true;
     if (!message.sent) return kept;
     kept.sentText = message.sent->text;
     if (!message.sent->application.isEmpty()) kept.sentFrom = message.sent->application;
@@ -72,7 +74,10 @@ std::vector<VorqMessage> panelMessages(const SavedChat& chat) {
         VorqMessage& message = messages.emplace_back();
         message.role = kept.role == u"assistant" ? MessageRole::Assistant : MessageRole::User;
         message.text = text.toString();
-        if (message.role == MessageRole::User) message.sent = sentOf(kept);
+        if (message.role == MessageRole::User)
+            message.sent = sentOf(kept);
+        else
+            message.isNotice = kept.isNotice.value_or(false) || readsAsNotice(text);
     }
     return messages;
 }
@@ -90,7 +95,8 @@ QString exportedText(std::span<const VorqMessage> messages) {
 QString latestAssistantText(std::span<const VorqMessage> messages) {
     const auto latest =
         std::find_if(messages.rbegin(), messages.rend(), [](const VorqMessage& message) {
-            return message.role == MessageRole::Assistant && isFinished(message);
+            return message.role == MessageRole::Assistant && !message.isNotice &&
+                   isFinished(message);
         });
     return latest == messages.rend() ? QString() : latest->text;
 }

@@ -33,6 +33,7 @@ struct VorqMessage {
     std::optional<VorqFollowUp> followUp;
     std::optional<SentText> sent; ///< of a user's message once its turn has started
     bool canRetry = false;        ///< the reply is a failure whose turn can run again
+    bool isNotice = false;        ///< the program speaks by itself; never a reply to save
 
     bool operator==(const VorqMessage&) const = default;
 

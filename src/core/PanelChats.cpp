@@ -1,6 +1,7 @@
 #include "core/PanelChats.h"
 
 #include "conversation/PanelHistory.h"
+#include "conversation/PanelNotices.h"
 #include "core/LibraryAreas.h"
 #include "core/NotesThread.h"
 #include "core/PanelConversation.h"
@@ -13,18 +14,13 @@
 #include <utility>
 
 namespace vorq {
-namespace {
-
-const QString nothingToKeep = QStringLiteral("Nothing to save yet — start a chat first.");
-
-} // namespace
 
 bool PanelChats::savePanelChatToHistory() {
     LibraryState& library = m_services.areas.library();
     std::optional<SavedChat> chat =
         savedChat(m_services.panel.messages().messages(), dateOf(m_services.clock.wallTime()));
     if (!chat) {
-        library.setLibraryMessage(nothingToKeep);
+        library.setLibraryMessage(panel_notices::noChatToSave.toString());
         return false;
     }
     library.keepChat(*std::move(chat));
@@ -46,7 +42,7 @@ QCoro::Task<bool> PanelChats::exportChatTextToAppleNotes(QString text,
     LibraryState& library = m_services.areas.library();
     const QString body = trimmed(text).toString();
     if (body.isEmpty()) {
-        library.setLibraryMessage(nothingToKeep);
+        library.setLibraryMessage(panel_notices::noChatToSave.toString());
         co_return false;
     }
     const QPointer<PanelConversation> panel(&m_services.panel); // goes when all of this goes
@@ -61,8 +57,7 @@ QCoro::Task<bool> PanelChats::exportChatTextToAppleNotes(QString text,
 
 bool PanelChats::saveContentToNotes(const QString& text, bool fromHub) {
     if (trimmed(text).isEmpty()) {
-        replySaveToNotesFeedback(QStringLiteral("Nothing to save yet — ask me something first."),
-                                 fromHub);
+        replySaveToNotesFeedback(panel_notices::noReplyToSave.toString(), fromHub);
         return false;
     }
     m_saving.release();
@@ -77,10 +72,10 @@ QCoro::Task<> PanelChats::runSave(PanelChats* self, QString text, bool fromHub,
     // A task that has not begun when its owner goes never begins.
     const bool isSaved = co_await self->exportChatTextToAppleNotes(text);
     if (stop.stop_requested()) co_return;
-    QString message = QStringLiteral("Saved to Notes.");
+    QString message = panel_notices::savedToNotes.toString();
     if (!isSaved) {
         const QString& reason = self->m_services.areas.library().libraryMessage();
-        message = reason.isEmpty() ? QStringLiteral("Couldn’t save to Notes.") : reason;
+        message = reason.isEmpty() ? panel_notices::notSavedToNotes.toString() : reason;
     }
     self->replySaveToNotesFeedback(message, fromHub);
 }

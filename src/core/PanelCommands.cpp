@@ -1,5 +1,6 @@
 #include "core/PanelCommands.h"
 
+#include "conversation/PanelNotices.h"
 #include "conversation/PromptCommands.h"
 #include "core/LibraryAreas.h"
 #include "core/PanelChats.h"
@@ -14,7 +15,7 @@ bool PanelCommands::take(QStringView prompt) {
         saveChat();
         return true;
     case PromptRoute::Library:
-        m_services.panel.answer(QStringLiteral("Hub is archived. Use ⌘⇧A for Vorq."));
+        m_services.panel.answer(panel_notices::libraryArchived.toString());
         return true;
     case PromptRoute::RecallNote:
         m_services.study.recallLatestNoteIntoPanel();
@@ -32,10 +33,10 @@ bool PanelCommands::take(QStringView prompt) {
 }
 
 void PanelCommands::saveChat() {
-    QString reply = QStringLiteral("Saved to History.");
+    QString reply = panel_notices::savedToHistory.toString();
     if (!m_services.chats.savePanelChatToHistory()) {
         const QString& reason = m_services.areas.library().libraryMessage();
-        reply = reason.isEmpty() ? QStringLiteral("Nothing to save yet.") : reason;
+        reply = reason.isEmpty() ? panel_notices::nothingToSave.toString() : reason;
     }
     m_services.panel.answer(reply);
 }

@@ -159,6 +159,14 @@ void PanelConversation::completeAssistantTyping() {
     m_typewriter.finishTypingFlags(MessageRole::Assistant);
 }
 
+void PanelConversation::markAsNotice(const QUuid& id) {
+    const VorqMessage* found = m_messages.find(id);
+    if (!found) return;
+    VorqMessage message = *found;
+    message.isNotice = true;
+    m_messages.update(message);
+}
+
 QUuid PanelConversation::appendPlaceholder() {
     VorqMessage placeholder = VorqMessage::placeholder();
     const QUuid id = placeholder.id;
@@ -199,21 +207,18 @@ void PanelConversation::stopPanelResponse() {
 
 void PanelConversation::ensurePanelGreeting() {
     if (!m_messages.messages().empty()) return;
-    m_ownWords += m_typewriter.startTypingAssistantMessage(
+    markAsNotice(m_typewriter.startTypingAssistantMessage(
         QStringLiteral("Hello 👋, Vorq here…"), std::nullopt, std::nullopt, pauseBeforeAnswer,
-        AssistantReveal::Graphemes);
+        AssistantReveal::Graphemes));
 }
 
 void PanelConversation::answer(const QString& text) {
-    m_ownWords += m_typewriter.startTypingAssistantMessage(
-        text, std::nullopt, std::nullopt, pauseBeforeAnswer, AssistantReveal::Blocks);
+    markAsNotice(m_typewriter.startTypingAssistantMessage(
+        text, std::nullopt, std::nullopt, pauseBeforeAnswer, AssistantReveal::Blocks));
 }
 
 QString PanelConversation::latestPanelAssistantText() const {
-    std::vector<VorqMessage> messages = m_messages.messages();
-    std::erase_if(messages,
-                  [this](const VorqMessage& message) { return m_ownWords.contains(message.id); });
-    return latestAssistantText(messages);
+    return latestAssistantText(m_messages.messages());
 }
 
 void PanelConversation::bringForward() {
@@ -234,7 +239,6 @@ void PanelConversation::restorePanelHistory(const SavedChat& chat) {
     endAllTurns();
     setRestoringPanelHistory(true);
     m_messages.clear();
-    m_ownWords.clear();
     m_retries.clear();
     m_status.endPanelWorkStatus();
     for (VorqMessage& message : panelMessages(chat))
@@ -246,7 +250,6 @@ void PanelConversation::restorePanelHistory(const SavedChat& chat) {
 void PanelConversation::clearPanelChat() {
     endAllTurns();
     m_messages.clear();
-    m_ownWords.clear();
     m_retries.clear();
     setHighlightedText({});
     m_services.study.setLastStudyResearch({});

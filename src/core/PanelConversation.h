@@ -15,7 +15,6 @@
 #include <QHash>
 #include <QObject>
 #include <QPointer>
-#include <QSet>
 
 #include <deque>
 #include <exception>
@@ -124,7 +123,7 @@ class PanelConversation final : public QObject {
     void startLocalTurn(LocalWork work);
 
     /// The latest finished reply, as it stands; "" if there is none. What the program says by
-    /// itself, to greet or of a command, is no reply.
+    /// itself, to greet, of a command or at the end of a local turn, is no reply.
     [[nodiscard]] QString latestPanelAssistantText() const;
 
     /// Shows a kept conversation in place of this one, ending whatever is under way.
@@ -189,6 +188,7 @@ class PanelConversation final : public QObject {
     void rememberSent(const QUuid& bubble, const QString& text, const QString& application);
     void requestHighlightAnalysis(const QString& text);
     void completeAssistantTyping();
+    void markAsNotice(const QUuid& id);
     QUuid appendPlaceholder();
     void startRequest(const PanelRequest& request, const QUuid& placeholder);
     [[nodiscard]] std::optional<QString> preferredModel() const;
@@ -219,7 +219,6 @@ class PanelConversation final : public QObject {
     MessageList m_messages;
     WorkStatus m_status;
     ReplyTypewriter m_typewriter;
-    QSet<QUuid> m_ownWords;                        // messages that the program says by itself
     QHash<QUuid, std::function<void()>> m_retries; // by the failed reply
     HeldCapture m_heldCapture;
     QString m_highlightedText;

@@ -110,7 +110,9 @@ void PanelConversation::endTurn() {
 }
 
 void PanelConversation::startLocalTurn(LocalWork work) {
-    startLocalWork(appendPlaceholder(), std::move(work));
+    const QUuid placeholder = appendPlaceholder();
+    markAsNotice(placeholder);
+    startLocalWork(placeholder, std::move(work));
 }
 
 void PanelConversation::startLocalWork(const QUuid& placeholder, LocalWork work) {
@@ -200,10 +202,12 @@ void PanelConversation::retry(const QUuid& failedReply) {
 
 void PanelConversation::start(const QueuedRetry& turn) {
     const std::function<void()> again = m_retries.take(turn.failedReply);
-    if (!again || !m_messages.find(turn.failedReply)) return drainPanelQueueIfIdle();
-    completeAssistantTyping();
+    const VorqMessage* failed = m_messages.find(turn.failedReply);
+    if (!again || !failed) return drainPanelQueueIfIdle();
     VorqMessage placeholder = VorqMessage::placeholder();
     placeholder.id = turn.failedReply;
+    placeholder.isNotice = failed->isNotice;
+    completeAssistantTyping();
     m_messages.update(placeholder);
     m_status.beginPanelWorkStatus();
     again();

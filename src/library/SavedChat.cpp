@@ -7,6 +7,7 @@ namespace vorq {
 template<>
 inline constexpr auto fieldsOf<SavedChatMessage> = std::to_array<Field>({
     required<&SavedChatMessage::id>("id"),
+    defaulted<&SavedChatMessage::isNotice>("isNotice"),
     required<&SavedChatMessage::role>("role"),
     defaulted<&SavedChatMessage::sentFrom>("sentFrom"),
     defaulted<&SavedChatMessage::sentText>("sentText"),

@@ -20,6 +20,8 @@ struct SavedChatMessage {
     // Of versions that keep what went out with a prompt; nothing where nothing did.
     std::optional<QString> sentFrom = std::nullopt; ///< the application it was captured from
     std::optional<QString> sentText = std::nullopt;
+    /// Of versions that mark what the program said by itself; nothing where it did not.
+    std::optional<bool> isNotice = std::nullopt;
 
     bool operator==(const SavedChatMessage&) const = default;
 };

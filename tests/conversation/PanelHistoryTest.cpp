@@ -72,6 +72,35 @@ TEST(PanelHistory, ComesBackTrimmedAndWithoutBlankMessages) {
     EXPECT_FALSE(messages[0].isWorking || messages[0].isTyping || messages[0].followUp);
 }
 
+TEST(PanelHistory, KnowsWhatTheProgramSaidInChatsThatDoNotMarkIt) {
+    for (const QString said :
+         {"Saved to Notes.", " Saved to History.\n", "Saved — original note plus the update.",
+          "Here are 12 flashcards — saved on your note.\n\n**1.** Q\n→ A",
+          "Hello 👋, Vorq here…"}) {
+        SavedChat chat;
+        chat.messages = {{QUuid::createUuid(), "assistant", "They flow."},
+                         {QUuid::createUuid(), "assistant", said}};
+        EXPECT_EQ(latestAssistantText(panelMessages(chat)), "They flow.") << qPrintable(said);
+    }
+    for (const QString reply :
+         {"Saved to Notes. And now?", "Here are flashcards — saved on your note.",
+          "Here are some flashcards — saved on your note.", "Saved"}) {
+        SavedChat chat;
+        chat.messages = {{QUuid::createUuid(), "assistant", reply}};
+        EXPECT_EQ(latestAssistantText(panelMessages(chat)), reply);
+    }
+}
+
+TEST(PanelHistory, ANoticeIsMarkedInTheKeptChat) {
+    VorqMessage notice = assistant("The notes are locked.");
+    notice.isNotice = true;
+    const auto chat = saved({assistant("They flow."), notice});
+    ASSERT_TRUE(chat);
+    EXPECT_EQ(chat->messages[0].isNotice, std::nullopt);
+    EXPECT_EQ(chat->messages[1].isNotice, true);
+    EXPECT_EQ(latestAssistantText(panelMessages(*chat)), "They flow.");
+}
+
 TEST(PanelHistory, TheLatestFinishedReplyIsExported) {
     VorqMessage typing = assistant("half");
     typing.isTyping = true;

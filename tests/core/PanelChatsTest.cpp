@@ -98,6 +98,20 @@ TEST_F(PanelChatsTest, AKeptConversationComesBackInPlaceOfTheRunningOne) {
     EXPECT_EQ(status(), VorqWorkStatus::Working);
 }
 
+TEST_F(PanelChatsTest, WhatTheProgramSaidIsNoReplyAfterTheConversationCameBack) {
+    converse("Explain", "They flow.");
+    m_notesApplication.refusal = "The notes are locked.";
+    submit("save notes");
+    EXPECT_TRUE(turnUntil([this] { return last().text == "The notes are locked."; }));
+    submit("save chat");
+    m_notesApplication.refusal.reset();
+    restart();
+    chats().loadPanelChatFromHistory(state().library().savedChats().records().front().id);
+    submit("save notes");
+    EXPECT_TRUE(turnUntil([this] { return last().text == "Saved to Notes."; }));
+    EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("They flow.", "They flow.")));
+}
+
 TEST_F(PanelChatsTest, AnUnknownConversationChangesNothing) {
     converse("Explain", "Hi.");
     chats().loadPanelChatFromHistory(QUuid::createUuid());
@@ -111,6 +125,13 @@ TEST_F(PanelChatsTest, TheLatestFinishedReplyIsExported) {
     EXPECT_TRUE(wait(chats().exportCurrentChatToAppleNotes()));
     EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("# Rivers", "# Rivers\ncarry silt")));
     EXPECT_EQ(message(), "");
+}
+
+TEST_F(PanelChatsTest, WhatTheProgramSaysItselfIsNotExported) {
+    converse("Explain", "They flow.");
+    submit("save chat");
+    EXPECT_TRUE(wait(chats().exportCurrentChatToAppleNotes()));
+    EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("They flow.", "They flow.")));
 }
 
 TEST_F(PanelChatsTest, WithoutAReplyAllThatIsSettledIsExported) {

@@ -42,6 +42,16 @@ TEST(SavedChat, WhatWasSentWithAMessageIsKeptAndOlderFilesLackIt) {
     EXPECT_EQ(decoded->front().messages.front().sentText, std::nullopt);
 }
 
+TEST(SavedChat, ANoticeIsMarkedAndOnlyANotice) {
+    const QUuid id("2f564652-466d-e486-522c-4f8d6102dd70");
+    SavedChat chat{id, "Plan", Date(0s), {{id, "assistant", "a"}}};
+    EXPECT_FALSE(encode(std::vector{chat}).contains("isNotice"));
+    chat.messages.front().isNotice = true;
+    const QByteArray file = encode(std::vector{chat});
+    EXPECT_TRUE(file.contains(R"("isNotice" : true,)")) << file.constData();
+    EXPECT_EQ(decodeSavedChats(file), std::vector{chat});
+}
+
 TEST(SavedChat, NoFieldMayBeMissing) {
     const QByteArray file = encode(std::vector{SavedChat{{}, "t", Date(0s), {{}}}});
     ASSERT_NE(decodeSavedChats(file), std::nullopt);
