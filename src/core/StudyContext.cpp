@@ -16,6 +16,7 @@ void StudyContext::setActiveNote(const QUuid& id, const QString& originalBody) {
 void StudyContext::setActiveStudyNoteID(const QUuid& id) {
     if (m_activeStudyNoteID == id) return;
     m_activeStudyNoteID = id;
+    m_originalBody.clear();
     emit activeNoteChanged();
 }
 

@@ -24,6 +24,7 @@ class StudyContext final : public QObject {
     [[nodiscard]] std::optional<QString> activeStudySource() const;
 
     [[nodiscard]] const QString& lastStudyResearch() const { return m_lastStudyResearch; }
+    /// The text of the note as it was loaded; "" for a note that was not.
     [[nodiscard]] const QString& studyNoteOriginalBody() const { return m_originalBody; }
 
     /// How a note is found: what it is read as, or nothing for an id that no note has.

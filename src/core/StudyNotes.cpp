@@ -2,39 +2,28 @@
 
 #include "backend/AccountSession.h"
 #include "backend/VorqAPIService.h"
+#include "conversation/PanelNotices.h"
 #include "core/LibraryAreas.h"
 #include "core/PanelChats.h"
 #include "core/PanelConversation.h"
 #include "core/StudyContext.h"
-#include "library/VorqNoteImport.h"
-#include "support/Characters.h"
+#include "library/NoteUpdate.h"
 #include "support/Text.h"
 
 namespace vorq {
 namespace {
 
-const QString nothingToFoldIn =
-    QStringLiteral("Nothing to save yet — ask me to research or explain the note first.");
-
 QString announcement(const std::vector<Flashcard>& cards) {
-    QStringList lines = {
-        QStringLiteral("Here are %1 flashcards — saved on your note.").arg(cards.size()),
-        QString()};
+    QStringList lines = {panel_notices::flashcardsBefore.toString() +
+                             QString::number(cards.size()) +
+                             panel_notices::flashcardsAfter.toString(),
+                         QString()};
     for (std::size_t index = 0; index < cards.size(); ++index)
         lines += {QStringLiteral("**%1.** ").arg(index + 1) + cards[index].front,
                   QStringLiteral("→ ") + cards[index].back, QString()};
     lines +=
         QStringLiteral("Say “quiz me” anytime to regenerate, or open the note in Hub to review.");
     return lines.join(u'\n');
-}
-
-// The note with what was found out about it: below its body, or in place of a body that the
-// research repeats.
-std::optional<VorqNoteImport::Payload> withResearch(const SavedNote& note, const QString& body,
-                                                    const QString& research) {
-    if (body.isEmpty() || containsCharacters(research, body))
-        return VorqNoteImport::structure(research);
-    return VorqNoteImport::append(research, body, note.thoughtsRTF);
 }
 
 } // namespace
@@ -69,8 +58,7 @@ bool StudyNotes::recallLatestNoteIntoPanel() {
     m_services.areas.reloadLibrary();
     const std::vector<SavedNote>& notes = m_services.areas.library().savedNotes().records();
     if (!notes.empty()) return loadNoteIntoStudyContext(SavedNote(notes.front()));
-    m_services.panel.answer(
-        QStringLiteral("No notes yet. Highlight text in a browser and press ⌘⇧S to save one."));
+    m_services.panel.answer(panel_notices::noNotes.toString());
     return false;
 }
 
@@ -84,16 +72,16 @@ bool StudyNotes::saveStudyResearchToActiveNote() {
     std::optional<VorqNoteImport::Payload> content;
     if (!research.isEmpty()) {
         const QString body = trimmed(m_services.study.studyNoteOriginalBody()).toString();
-        content = withResearch(*note, body, research);
+        content = withReply(*note, body, research);
     }
     if (!content) {
-        m_services.panel.answer(nothingToFoldIn);
+        m_services.panel.answer(panel_notices::noResearchToSave.toString());
         return false;
     }
     m_services.areas.library().replaceNoteContent(QUuid(note->id), content->title, content->plain,
                                                   content->rtf);
     showInPanel(content->plain);
-    m_services.panel.answer(QStringLiteral("Saved — original note plus the update."));
+    m_services.panel.answer(panel_notices::noteUpdated.toString());
     return true;
 }
 
@@ -102,14 +90,10 @@ void StudyNotes::makeFlashcardsForActiveNote() {
     const std::vector<SavedNote>& notes = m_services.areas.library().savedNotes().records();
     const SavedNote* note = activeStudyNote();
     if (!note && !notes.empty()) note = &notes.front();
-    if (!note)
-        return m_services.panel.answer(QStringLiteral(
-            "No note loaded. Say “open notes” first, or save a highlight with ⌘⇧S."));
+    if (!note) return m_services.panel.answer(panel_notices::noNoteLoaded.toString());
     m_services.study.setActiveStudyNoteID(note->id);
     const QString source = studySource(*note);
-    if (source.isEmpty())
-        return m_services.panel.answer(
-            QStringLiteral("That note is empty — nothing to make flashcards from."));
+    if (source.isEmpty()) return m_services.panel.answer(panel_notices::noteIsEmpty.toString());
     m_services.panel.startLocalTurn(
         [self = QPointer(this), id = note->id, source](std::stop_token stop) {
             return makeFlashcards(self, id, source, std::move(stop));
@@ -131,9 +115,7 @@ QCoro::Task<std::optional<QString>> StudyNotes::makeFlashcards(QPointer<StudyNot
 
 // Gives the reply.
 QString StudyNotes::keepFlashcards(const QUuid& note, const FlashcardsResult& result) {
-    if (result.flashcards.empty())
-        return QStringLiteral(
-            "I couldn’t build flashcards from that note. Try enriching it first.");
+    if (result.flashcards.empty()) return panel_notices::noFlashcards.toString();
     std::vector<Flashcard> cards;
     for (const FlashcardDTO& card : result.flashcards)
         cards.push_back({QUuid::createUuid(), card.front, card.back});

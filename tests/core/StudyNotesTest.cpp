@@ -247,6 +247,75 @@ TEST_F(StudyNotesTest, FlashcardsOfTheNewestNoteAreMadeKeptAndShown) {
     EXPECT_FALSE(panel().isPanelTurnInFlight());
 }
 
+TEST_F(StudyNotesTest, TheAnnouncementOfFlashcardsIsNoReplyToSave) {
+    const SavedNote note = keepNote("Rivers", "Rivers carry silt.");
+    submit("make flashcards");
+    answerWithCards(2);
+    advance(10s);
+    submit("save notes");
+    EXPECT_EQ(last().text, "Nothing to save yet — ask me to research or explain the note first.");
+    EXPECT_EQ(stored(note.id).thoughts, "Rivers carry silt.");
+    EXPECT_EQ(stored(note.id).thoughtsRTF, std::nullopt);
+    EXPECT_THAT(stored(note.id).flashcards, SizeIs(2));
+}
+
+TEST_F(StudyNotesTest, NeitherIsARefusalOrAFailureOfFlashcards) {
+    const SavedNote note = keepNote("Rivers");
+    submit("flashcards");
+    answerWithCards(0);
+    submit("flashcards");
+    refuse(exchange(), 500, R"({"error":"Out of paper."})");
+    panel().retry(last().id);
+    m_clock.settle();
+    refuse(exchange(), 500, R"({"error":"Still out of paper."})");
+    EXPECT_EQ(last().text, "Still out of paper.");
+    submit("save notes");
+    EXPECT_EQ(last().text, "Nothing to save yet — ask me to research or explain the note first.");
+    EXPECT_EQ(stored(note.id).thoughts, "");
+}
+
+TEST_F(StudyNotesTest, AReplyIsAddedBelowANoteThatOnlyCardsWereMadeOf) {
+    const SavedNote note = keepNote("Rivers", "Rivers carry silt.");
+    submit("make flashcards");
+    answerWithCards(2);
+    advance(10s);
+    converse("Why?", "Because they flow.");
+    submit("save notes");
+    EXPECT_EQ(last().text, "Saved — original note plus the update.");
+    EXPECT_EQ(stored(note.id).thoughts, "Rivers carry silt.\n\nBecause they flow.");
+}
+
+TEST_F(StudyNotesTest, ANoteIsNotGivenTheBodyOfOneThatWasLoadedBefore) {
+    const SavedNote note = keepNote("Lakes", "Lakes lie still.");
+    const SavedNote loaded = keepNote("Rivers", "Rivers carry silt.");
+    submit("open notes");
+    state().library().deleteSavedNote(loaded);
+    submit("make flashcards");
+    answerWithCards(1);
+    advance(10s);
+    converse("Why?", "Because of the ground.");
+    submit("save notes");
+    EXPECT_EQ(stored(note.id).thoughts, "Lakes lie still.\n\nBecause of the ground.");
+}
+
+TEST_F(StudyNotesTest, AReplyThatNamesTheNoteTakesNothingFromItsBody) {
+    const SavedNote note = keepNote("Rivers", "They carry silt.\nThey build deltas.");
+    submit("open notes");
+    converse("Why?", "Rivers flow downhill.");
+    submit("save notes");
+    EXPECT_EQ(stored(note.id).thoughts,
+              "They carry silt.\nThey build deltas.\n\nRivers flow downhill.");
+}
+
+TEST_F(StudyNotesTest, WhatWasWrittenSinceTheNoteWasLoadedIsKept) {
+    const SavedNote note = keepNote("Rivers carry silt.");
+    submit("open notes");
+    state().library().updateNoteThoughts(note.id, "My own words.", std::nullopt);
+    converse("Why?", "Rivers carry silt. Because they flow.");
+    submit("save notes");
+    EXPECT_EQ(stored(note.id).thoughts, "My own words.\n\nRivers carry silt. Because they flow.");
+}
+
 TEST_F(StudyNotesTest, TheLoadedNoteGoesBeforeTheNewestAndNewCardsReplaceOldOnes) {
     const SavedNote older = keepNote("older");
     keepNote("newer");
