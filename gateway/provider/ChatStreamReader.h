@@ -1,6 +1,7 @@
 #pragma once
 
-#include "engine/Analysis.h"
+#include "provider/ChatChunk.h"
+#include "provider/EventStreamParser.h"
 
 #include <string>
 #include <string_view>
@@ -14,27 +15,43 @@ class ChatStreamReader {
   public:
     /// Takes bytes cut anywhere.
     void feed(std::string_view bytes);
-    /// The answer ended. Throws if the reply is not complete.
+    /// The answer ended. Throws if the reply is not complete, or not one to show.
     void finish();
 
+    /// Nothing more is to come.
     [[nodiscard]] bool isDone() const { return done_; }
     /// Whether the model has begun to write, or to think where nobody sees it.
-    [[nodiscard]] bool hasBegun() const { return begun_; }
+    [[nodiscard]] bool hasBegun() const { return hasThought_ || !text_.empty(); }
+    /// Whether the model has said that it is at its end; sources may still follow.
+    [[nodiscard]] bool hasFinished() const { return finish_ != FinishReason::None; }
+    /// Whether the reply ends where the model's limit was.
+    [[nodiscard]] bool isCutShort() const { return finish_ == FinishReason::Length; }
     /// The reply so far, without a model's thinking aloud in front of it.
     [[nodiscard]] std::string_view text() const;
     [[nodiscard]] const std::vector<Source>& sources() const { return sources_; }
 
   private:
-    void line(std::string_view line);
-    void payload(std::string_view json);
+    enum class Form { Unknown, Events, Document };
 
-    std::string pending_;
+    void recognizeForm();
+    void handleEvents(const std::vector<StreamEvent>& events);
+    void handlePayload(std::string_view text);
+    void handleChunk(ChatChunk chunk);
+    void finishDocument();
+    void finishEvents();
+    void requireReply() const;
+
+    Form form_ = Form::Unknown;
+    EventStreamParser events_;
+    /// What came before the form was known; then the document, if it is one.
+    std::string document_;
     std::string text_;
+    std::string refusal_;
     std::vector<Source> sources_;
-    bool isEventStream_ = false;
-    bool begun_ = false;
+    FinishReason finish_ = FinishReason::None;
+    bool hasDelta_ = false;
+    bool hasThought_ = false;
     bool done_ = false;
-    bool sawFinish_ = false;
 };
 
 } // namespace vorq::gateway

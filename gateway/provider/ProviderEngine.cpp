@@ -19,6 +19,18 @@ using Steady = std::chrono::steady_clock;
 // Each step carries the whole reply so far, so steps closer together would only repeat it.
 constexpr std::chrono::milliseconds kStepInterval{40};
 constexpr std::chrono::milliseconds kReadTime{20};
+// How long a connection may stay open without a word behind a finished reply.
+constexpr std::chrono::milliseconds kFinishGrace{2'000};
+
+constexpr auto kCutShort = "*The reply ends here: the model reached its length limit. Ask it to go "
+                           "on.*";
+
+/// Says below a reply that it was cut. Parts that programs read are left as they are.
+void noteCut(Analysis& analysis) {
+    if (analysis.feedback.starts_with('[')) return;
+    if (!analysis.feedback.empty()) analysis.feedback += "\n\n";
+    analysis.feedback += kCutShort;
+}
 
 class ProviderStream final : public ReplyStream {
   public:
@@ -46,6 +58,7 @@ class ProviderStream final : public ReplyStream {
             analysis.summary = reader_.text();
         }
         analysis.sources = reader_.sources();
+        if (reader_.isCutShort()) noteCut(analysis);
         return analysis;
     }
 
@@ -59,19 +72,37 @@ class ProviderStream final : public ReplyStream {
     std::optional<std::string> step(const Cancelled& cancelled) {
         while (true) {
             const bool due = reader_.isDone() || Steady::now() - lastStep_ >= kStepInterval;
-            if (due && reader_.text().size() > shown_) {
-                shown_ = reader_.text().size();
+            if (due && showsSomethingNew()) {
                 lastStep_ = Steady::now();
                 return std::string(reader_.text());
             }
             if (finished_) return std::nullopt;
-            const std::optional<std::string> bytes = transfer_.read(kReadTime, cancelled);
+            const std::optional<std::string> bytes = readMore(cancelled);
             if (bytes) reader_.feed(*bytes);
             if (reader_.hasBegun()) transfer_.noteReplyBegan();
             if (!bytes || reader_.isDone()) {
                 reader_.finish();
                 finished_ = true;
             }
+        }
+    }
+
+    /// A reply becomes shorter where its beginning turns out to have been a thought.
+    bool showsSomethingNew() {
+        const std::size_t size = reader_.text().size();
+        return size != std::exchange(shown_, size) && size != 0;
+    }
+
+    /// Nothing at the end of the answer, which is also where nothing more follows a finished reply.
+    std::optional<std::string> readMore(const Cancelled& cancelled) {
+        try {
+            std::optional<std::string> bytes = transfer_.read(kReadTime, cancelled);
+            if (!bytes || !bytes->empty()) lastBytes_ = Steady::now();
+            const bool isOver = Steady::now() - lastBytes_ > kFinishGrace;
+            return reader_.hasFinished() && isOver ? std::nullopt : bytes;
+        } catch (const EngineError&) {
+            if (!reader_.hasFinished()) throw;
+            return std::nullopt;
         }
     }
 
@@ -82,6 +113,7 @@ class ProviderStream final : public ReplyStream {
     bool finished_ = false;
     std::size_t shown_ = 0;
     Steady::time_point lastStep_;
+    Steady::time_point lastBytes_ = Steady::now();
 };
 
 } // namespace

@@ -4,6 +4,8 @@
 #include "support/Filled.h"
 #include "support/Utf8.h"
 
+#include <algorithm>
+
 namespace vorq::gateway {
 namespace {
 
@@ -11,6 +13,13 @@ constexpr std::size_t kLongestMessage = 400;
 
 std::string withDetail(std::string sentence, const std::string& detail) {
     return detail.empty() ? sentence + "." : sentence + ": " + detail;
+}
+
+/// The address of the endpoint without what may be secret in it.
+std::string placeOf(const ProviderConfig& config) {
+    const std::string& url = config.endpoint;
+    const std::size_t start = std::min(url.find('/', url.find("://") + 3), url.size());
+    return siteOf(url) + url.substr(start, url.find('?', start) - start);
 }
 
 } // namespace
@@ -40,6 +49,30 @@ EngineError unreadable() {
     return {502, "The AI provider sent an answer that Vorq could not read."};
 }
 
+EngineError webPage() {
+    return {502, "The AI provider sent a web page in place of an answer. Check \"url\" in the "
+                 "settings."};
+}
+
+EngineError declined(const std::string& message) {
+    return {502, "The AI model declined to answer: " + message};
+}
+
+EngineError filtered() {
+    return {502, "The AI provider's content filter stopped the answer. Ask in other words, or with "
+                 "another model."};
+}
+
+EngineError lengthReached() {
+    return {502, "The AI model reached its length limit before it answered. Ask with less text, or "
+                 "with another model."};
+}
+
+EngineError thoughtTooLong() {
+    return {502, "The AI model reached its length limit while it was thinking. Ask for less at "
+                 "once, or with another model."};
+}
+
 EngineError emptyReply() {
     return {502, "The AI provider sent an empty answer. Try again."};
 }
@@ -57,11 +90,22 @@ EngineError refused(const ProviderConfig& config, long status, std::string_view 
     if (status == 429) {
         return {503, withDetail("The AI provider is busy, or its limit is reached", detail)};
     }
+    if (status >= 300 && status < 400) {
+        return {502, filled("The AI provider has moved away from {} (status {}). Check \"url\" in "
+                            "the settings.",
+                            placeOf(config), status)};
+    }
+    if ((status == 404 || status == 405) && detail.empty()) {
+        return {502, filled("The AI provider has nothing at {} (status {}). Check \"url\" in the "
+                            "settings.",
+                            placeOf(config), status)};
+    }
     return {502, withDetail(filled("The AI provider answered with status {}", status), detail)};
 }
 
 EngineError gaveUp(const std::string& message) {
-    return {502, withDetail("The AI provider gave up", message)};
+    if (message.empty()) return {502, "The AI provider gave up. Try again."};
+    return {502, "The AI provider gave up: " + message};
 }
 
 } // namespace vorq::gateway

@@ -15,7 +15,13 @@ namespace vorq::gateway {
 [[nodiscard]] EngineError tooSlow(const ProviderConfig& config);
 [[nodiscard]] EngineError brokeOff();
 [[nodiscard]] EngineError unreadable();
+[[nodiscard]] EngineError webPage();
 [[nodiscard]] EngineError emptyReply();
+/// The model's own refusal.
+[[nodiscard]] EngineError declined(const std::string& message);
+[[nodiscard]] EngineError filtered();
+[[nodiscard]] EngineError lengthReached();
+[[nodiscard]] EngineError thoughtTooLong();
 [[nodiscard]] EngineError tooLong();
 /// For an answer with an error status; `body` is whatever document came with it.
 [[nodiscard]] EngineError refused(const ProviderConfig& config, long status, std::string_view body);

