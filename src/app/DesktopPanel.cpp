@@ -2,6 +2,7 @@
 
 #include "core/VorqAppState.h"
 #include "shell/ShellNotifications.h"
+#include "shell/TextScale.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -121,6 +122,7 @@ void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& show
                      });
     QObject::connect(&m_compositor, &Compositor::changed, &m_window, [this] { takeLook(); });
     QObject::connect(&m_desktop, &LinuxDesktopLook::changed, &m_window, [this] { takeLook(); });
+    QObject::connect(&m_window, &QWindow::screenChanged, &m_window, [this] { takeLook(); });
 }
 
 // Presses on windows of Wayland are nobody's to know.
@@ -130,7 +132,10 @@ void DesktopPanel::closeOnFocusLoss() {
 }
 
 void DesktopPanel::takeLook() {
-    m_look.setDesktop(m_desktop.look());
+    const DesktopLook look = m_desktop.look();
+    m_look.setDesktop(look);
+    m_look.setTextScale(
+        remainingTextScale(look.textScale.value_or(1), m_window.devicePixelRatio()));
     m_look.setTier(tierOf(m_compositor.translucency()));
     m_window.setReducedMotion(m_look.reducesMotion());
 }

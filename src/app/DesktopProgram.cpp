@@ -8,6 +8,7 @@
 #include "platform/linux/X11InputWatch.h"
 #include "shell/AlertBox.h"
 #include "shell/StatusGlyphs.h"
+#include "shell/TextScale.h"
 
 #include <QApplication>
 
@@ -95,8 +96,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
             &AppDelegate::applicationOpen);
     connect(&service, &ApplicationService::verbRequested, this, &DesktopProgram::perform);
     tellOutcomes(service.links());
-    connect(&m_desktopLook, &LinuxDesktopLook::changed, &m_palette,
-            [this] { m_palette.setDesktop(m_desktopLook.look()); });
+    connect(&m_desktopLook, &LinuxDesktopLook::changed, &m_palette, [this] { applyDesktopLook(); });
 }
 
 DesktopProgram::~DesktopProgram() = default;
@@ -166,6 +166,13 @@ HotKeySource DesktopProgram::hotKeySource(const VerbSource& source) const {
         result.process ? m_workspace->application(*result.process) : std::nullopt;
     if (application) result.bundleIdentifier = application->identifier;
     return result;
+}
+
+void DesktopProgram::applyDesktopLook() {
+    const DesktopLook look = m_desktopLook.look();
+    m_palette.setDesktop(look);
+    m_font.setTextScale(
+        remainingTextScale(look.textScale.value_or(1), qGuiApp->devicePixelRatio()));
 }
 
 void DesktopProgram::registerUrlScheme() {

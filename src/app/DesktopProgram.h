@@ -14,6 +14,7 @@
 #include "platform/linux/XdgLoginItem.h"
 #include "platform/linux/XdgPaths.h"
 #include "shell/AppDelegate.h"
+#include "shell/ApplicationFont.h"
 #include "shell/ApplicationHost.h"
 #include "shell/ApplicationPalette.h"
 #include "shell/BackendAtLoginChoice.h"
@@ -48,6 +49,7 @@ class DesktopProgram final : public QObject {
     [[nodiscard]] HotKeySource hotKeySource(const VerbSource& source) const;
     void registerUrlScheme();
     void tellOutcomes(LinkOutcomes& links);
+    void applyDesktopLook();
 
     DesktopParts m_parts;
     SystemClock m_clock;
@@ -66,6 +68,7 @@ class DesktopProgram final : public QObject {
     std::unique_ptr<NoteCaptureFlow> m_notes;
     LinuxDesktopLook m_desktopLook;
     ApplicationPalette m_palette;
+    ApplicationFont m_font;
     TrayStatusItem m_statusItem;
     std::unique_ptr<Host> m_host;
     BackendAtLoginChoice m_backend;

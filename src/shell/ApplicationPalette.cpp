@@ -1,5 +1,6 @@
 #include "shell/ApplicationPalette.h"
 
+#include "shell/Contrast.h"
 #include "shell/WindowColors.h"
 
 #include <QApplication>
@@ -50,14 +51,22 @@ QPalette tipPaletteOf(const WindowColors& colors) {
     return palette;
 }
 
+const WindowColors& colorsFor(bool isDark, bool hasHighContrast) {
+    if (hasHighContrast) return isDark ? strongDarkWindowColors : strongLightWindowColors;
+    return isDark ? darkWindowColors : lightWindowColors;
+}
+
 bool isDark(const QPalette& palette) {
     return palette.color(QPalette::Window).lightness() <
            palette.color(QPalette::WindowText).lightness();
 }
 
-// Whether the palette was given by the desktop, and agrees with the scheme that it wants.
+// Whether the palette was given by the desktop, and agrees with what it wants.
 bool isDesktopsOwn(const QPalette& palette, const DesktopLook& desktop) {
     if (palette == QApplication::style()->standardPalette()) return false;
+    const double contrast =
+        Contrast::ratio(palette.color(QPalette::WindowText), palette.color(QPalette::Window));
+    if (desktop.wantsHighContrast.value_or(false) && contrast < Contrast::strongText) return false;
     return desktop.prefersDark.value_or(isDark(palette)) == isDark(palette);
 }
 
@@ -80,7 +89,8 @@ void ApplicationPalette::setDesktop(const DesktopLook& desktop) {
 
 // The desktop's own palette is known only once ours is taken away.
 void ApplicationPalette::apply() {
-    const std::pair wanted(m_settings.appAppearance(), m_desktop.prefersDark);
+    const std::tuple wanted(m_settings.appAppearance(), m_desktop.prefersDark,
+                            m_desktop.wantsHighContrast);
     if (m_applied == wanted) return;
     m_applied = wanted;
     for (const char* widgets : {menuClass, tipClass})
@@ -88,9 +98,8 @@ void ApplicationPalette::apply() {
     QApplication::setPalette({});
     const bool followsDesktop = m_settings.appAppearance() == AppAppearancePreference::System;
     if (followsDesktop && isDesktopsOwn(QGuiApplication::palette(), m_desktop)) return;
-    const WindowColors& colors = isApplicationDark(m_settings.appAppearance(), m_desktop)
-                                     ? darkWindowColors
-                                     : lightWindowColors;
+    const WindowColors& colors = colorsFor(isApplicationDark(m_settings.appAppearance(), m_desktop),
+                                           m_desktop.wantsHighContrast.value_or(false));
     QApplication::setPalette(paletteOf(colors));
     QApplication::setPalette(menuPaletteOf(colors), menuClass);
     QApplication::setPalette(tipPaletteOf(colors), tipClass);

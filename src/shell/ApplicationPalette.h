@@ -6,7 +6,7 @@
 #include <QObject>
 
 #include <optional>
-#include <utility>
+#include <tuple>
 
 namespace vorq {
 
@@ -31,7 +31,8 @@ class ApplicationPalette final : public QObject {
 
     const AppearanceSettings& m_settings;
     DesktopLook m_desktop;
-    std::optional<std::pair<AppAppearancePreference, std::optional<bool>>> m_applied;
+    std::optional<std::tuple<AppAppearancePreference, std::optional<bool>, std::optional<bool>>>
+        m_applied;
 };
 
 } // namespace vorq

@@ -14,6 +14,9 @@ namespace {
 // So much of a background covers the glass.
 constexpr float backgroundShare = 0.85F;
 
+constexpr double smallestTextScale = 0.75;
+constexpr double largestTextScale = 2;
+
 const QColor& inkOf(bool isDark) {
     return isDark ? ThemeColors::darkInk : ThemeColors::lightInk;
 }
@@ -47,9 +50,14 @@ QColor PanelLook::groundIn(bool isDark) const {
     return Contrast::over(own, glass);
 }
 
+// Where contrast matters most, no colour of the user's own stands in its way.
+QColor PanelLook::chosen(const QString& hex) const {
+    return hasHighContrast() ? QColor() : colorOf(hex);
+}
+
 // Where a block lets its ground shine through, the text stands on both.
 QColor PanelLook::inkOn(const QString& hex) const {
-    const QColor block = colorOf(hex);
+    const QColor block = chosen(hex);
     if (!block.isValid()) return {};
     const QColor seen = Contrast::over(block, ground());
     const float level = static_cast<float>(HexColor::contrastingForeground(seen.name()));
@@ -61,23 +69,23 @@ bool PanelLook::appIsDark() const {
 }
 
 bool PanelLook::isTinted() const {
-    return m_settings.panelGlassStyle() == PanelGlassStyle::Tinted;
+    return m_settings.panelGlassStyle() == PanelGlassStyle::Tinted && !hasHighContrast();
 }
 
 QColor PanelLook::background() const {
-    return colorOf(m_settings.panelBackgroundHex());
+    return chosen(m_settings.panelBackgroundHex());
 }
 QColor PanelLook::ground() const {
     return groundIn(panelIsDark());
 }
 QColor PanelLook::userBlock() const {
-    return colorOf(m_settings.panelUserBlockHex());
+    return chosen(m_settings.panelUserBlockHex());
 }
 QColor PanelLook::userInk() const {
     return inkOn(m_settings.panelUserBlockHex());
 }
 QColor PanelLook::assistantBlock() const {
-    return colorOf(m_settings.panelAssistantBlockHex());
+    return chosen(m_settings.panelAssistantBlockHex());
 }
 QColor PanelLook::assistantInk() const {
     return inkOn(m_settings.panelAssistantBlockHex());
@@ -86,6 +94,13 @@ QColor PanelLook::assistantInk() const {
 void PanelLook::setDesktop(const DesktopLook& desktop) {
     if (m_desktop == desktop) return;
     m_desktop = desktop;
+    emit changed();
+}
+
+void PanelLook::setTextScale(double scale) {
+    const double kept = std::clamp(scale, smallestTextScale, largestTextScale);
+    if (m_textScale == kept) return;
+    m_textScale = kept;
     emit changed();
 }
 

@@ -18,6 +18,11 @@ class PanelLook final : public QObject {
     Q_PROPERTY(bool appIsDark READ appIsDark NOTIFY changed)
     Q_PROPERTY(bool isTinted READ isTinted NOTIFY changed)
     Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY changed)
+    /// What is drawn must be seen by who sees little: solid grounds, strong edges, and no colours
+    /// of the user's own.
+    Q_PROPERTY(bool hasHighContrast READ hasHighContrast NOTIFY changed)
+    /// Times the usual size of text.
+    Q_PROPERTY(double textScale READ textScale NOTIFY changed)
     Q_PROPERTY(vorq::PanelLook::Tier tier READ tier NOTIFY changed)
     Q_PROPERTY(QColor background READ background NOTIFY changed)
     /// What the panel's sheet comes down to under its background of its own.
@@ -41,6 +46,10 @@ class PanelLook final : public QObject {
     [[nodiscard]] bool appIsDark() const;
     [[nodiscard]] bool isTinted() const;
     [[nodiscard]] bool reducesMotion() const { return !m_desktop.allowsAnimations.value_or(true); }
+    [[nodiscard]] bool hasHighContrast() const {
+        return m_desktop.wantsHighContrast.value_or(false);
+    }
+    [[nodiscard]] double textScale() const { return m_textScale; }
     [[nodiscard]] Tier tier() const { return m_tier; }
     [[nodiscard]] QColor background() const;
     [[nodiscard]] QColor ground() const;
@@ -51,6 +60,8 @@ class PanelLook final : public QObject {
 
     void setDesktop(const DesktopLook& desktop);
     void setTier(Tier tier);
+    /// Kept within what the panel has room for.
+    void setTextScale(double scale);
 
   signals:
     void changed();
@@ -58,10 +69,12 @@ class PanelLook final : public QObject {
   private:
     [[nodiscard]] QColor groundIn(bool isDark) const;
     [[nodiscard]] QColor inkOn(const QString& hex) const;
+    [[nodiscard]] QColor chosen(const QString& hex) const;
 
     AppearanceSettings& m_settings;
     DesktopLook m_desktop;
     Tier m_tier = Tier::NoBlur;
+    double m_textScale = 1;
 };
 
 } // namespace vorq

@@ -40,4 +40,27 @@ inline constexpr WindowColors lightWindowColors{.window = {0xF3, 0xF4, 0xF7},
                                                 .accent = {0x3F, 0x5A, 0xE6},
                                                 .linkInk = {0x2E, 0x48, 0xCC}};
 
+/// Where contrast matters most: at least 7:1 for everything that is read.
+inline constexpr WindowColors strongDarkWindowColors{.window = {0x00, 0x00, 0x00},
+                                                     .menu = {0x26, 0x26, 0x26},
+                                                     .field = {0x00, 0x00, 0x00},
+                                                     .button = {0x20, 0x20, 0x20},
+                                                     .tip = {0x00, 0x00, 0x00},
+                                                     .ink = {0xFF, 0xFF, 0xFF},
+                                                     .placeholderInk = {0xD0, 0xD0, 0xD0},
+                                                     .disabledInk = {0xB0, 0xB0, 0xB0},
+                                                     .accent = {0x1F, 0x3B, 0xB3},
+                                                     .linkInk = {0xB9, 0xC7, 0xFF}};
+
+inline constexpr WindowColors strongLightWindowColors{.window = {0xFF, 0xFF, 0xFF},
+                                                      .menu = {0xFF, 0xFF, 0xFF},
+                                                      .field = {0xFF, 0xFF, 0xFF},
+                                                      .button = {0xE8, 0xE8, 0xE8},
+                                                      .tip = {0xFF, 0xFF, 0xFF},
+                                                      .ink = {0x00, 0x00, 0x00},
+                                                      .placeholderInk = {0x3A, 0x3A, 0x3A},
+                                                      .disabledInk = {0x40, 0x40, 0x40},
+                                                      .accent = {0x0B, 0x1F, 0x8F},
+                                                      .linkInk = {0x0B, 0x1F, 0x8F}};
+
 } // namespace vorq

@@ -17,10 +17,10 @@ class ScriptedPortal final : public QDBusVirtualObject {
     [[nodiscard]] QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
         if (message.member() != "Read") return false;
-        const bool isScheme = message.arguments().value(1) == "color-scheme";
-        const QVariant value = isScheme ? QVariant(scheme) : QVariant(true);
-        bus.send(message.createReply(QVariant::fromValue(QDBusVariant(value))));
-        return true;
+        if (message.arguments().value(1) != "color-scheme")
+            return bus.send(message.createErrorReply("org.freedesktop.portal.Error.NotFound",
+                                                     "Requested setting not found"));
+        return bus.send(message.createReply(QVariant::fromValue(QDBusVariant(scheme))));
     }
 };
 
@@ -33,17 +33,25 @@ class MenuAppearanceTest : public MenuProgramTest {
         m_bus.registerVirtualObject("/org/freedesktop/portal/desktop", &m_portal);
         ASSERT_TRUE(m_bus.registerService("org.freedesktop.portal.Desktop"));
     }
-    void announce(uint scheme) {
+    void announce(uint scheme) { announce("org.freedesktop.appearance", "color-scheme", scheme); }
+    void announce(const QString& area, const QString& key, const QVariant& value) {
         QDBusMessage signal = QDBusMessage::createSignal(
             "/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings", "SettingChanged");
-        signal << "org.freedesktop.appearance" << "color-scheme"
-               << QVariant::fromValue(QDBusVariant(scheme));
+        signal << area << key << QVariant::fromValue(QDBusVariant(value));
         ASSERT_TRUE(m_bus.send(signal));
     }
     void setByGSettings(const QString& scheme) {
-        run("gsettings", "libglib2.0-bin",
-            {"set", "org.gnome.desktop.interface", "color-scheme", scheme},
+        setByGSettings("interface", "color-scheme", scheme);
+    }
+    void setByGSettings(const QString& schema, const QString& key, const QString& value) {
+        run("gsettings", "libglib2.0-bin", {"set", "org.gnome.desktop." + schema, key, value},
             m_session.environment());
+    }
+
+    [[nodiscard]] int heightOf(const QString& name) const { return placeOfControl(name).height(); }
+    [[nodiscard]] quint32 panelGround() const {
+        const QRect button = placeOfControl("Sign in on this computer");
+        return picture().ground({button.left(), button.top() - 300, button.width(), 100});
     }
 
     [[nodiscard]] bool isMenuDark() const { return isDark(picture().ground(placeOf("Quit Vorq"))); }
@@ -110,6 +118,54 @@ TEST_F(MenuAppearanceTest, WithoutAPortalAnOpenMenuFollowsTheSettingsOfTheDeskto
     waitForMenu(false);
     setByGSettings("prefer-dark");
     waitForMenu(true);
+}
+
+TEST_F(MenuAppearanceTest, HighContrastBySettingsIsSeenAtOnceInPanelAndMenu) {
+    startInTray(R"({"vorqAppAppearance": "dark"})");
+    EXPECT_EQ(runToEnd({"toggle"}).status, 0);
+    EXPECT_NE(panelGround(), 0x000000U);
+    setByGSettings("a11y.interface", "high-contrast", "true");
+    DesktopSession::waitUntil("a black panel", [&] { return panelGround() == 0x000000U; });
+    (void)keep("contrast-panel");
+    EXPECT_GE(picture().contrast(placeOfControl("You are not signed in.")), 7);
+    setByGSettings("a11y.interface", "high-contrast", "false");
+    DesktopSession::waitUntil("the usual panel", [&] { return panelGround() != 0x000000U; });
+    EXPECT_EQ(runToEnd({"toggle"}).status, 0);
+    setByGSettings("interface", "gtk-theme", "HighContrast");
+    openMenu();
+    DesktopSession::waitUntil("strong words that the menu only tells",
+                              [&] { return picture().contrast(placeOf("Not signed in")) >= 7; });
+    (void)keep("contrast-menu");
+}
+
+TEST_F(MenuAppearanceTest, HighContrastByThePortalIsSeenAtOnce) {
+    offerPortal(0);
+    startInTray();
+    EXPECT_EQ(runToEnd({"toggle"}).status, 0);
+    EXPECT_NE(panelGround(), 0x000000U);
+    announce("org.freedesktop.appearance", "contrast", 1U);
+    DesktopSession::waitUntil("a black panel", [&] { return panelGround() == 0x000000U; });
+}
+
+TEST_F(MenuAppearanceTest, TextGrowsAtOnceInPanelAndMenu) {
+    startInTray();
+    openMenu();
+    const int usualEntry = placeOf("Quit Vorq").height();
+    closeMenu();
+    EXPECT_EQ(runToEnd({"toggle"}).status, 0);
+    const QString words = "You are not signed in.";
+    const int usual = heightOf(words);
+    setByGSettings("interface", "text-scaling-factor", "1.5");
+    DesktopSession::waitUntil("larger text", [&] { return heightOf(words) >= 1.4 * usual; });
+    (void)keep("large-panel");
+    setByGSettings("interface", "text-scaling-factor", "1.0");
+    DesktopSession::waitUntil("the usual text", [&] { return heightOf(words) == usual; });
+    EXPECT_EQ(runToEnd({"toggle"}).status, 0);
+    setByGSettings("interface", "text-scaling-factor", "1.5");
+    openMenu();
+    DesktopSession::waitUntil("a larger menu",
+                              [&] { return placeOf("Quit Vorq").height() >= 1.25 * usualEntry; });
+    (void)keep("large-menu");
 }
 
 TEST_F(MenuAppearanceTest, TheDialogForAColourFollowsTheDesktopToo) {

@@ -165,14 +165,18 @@ bool MenuProgramTest::shows(const QString& words) const {
     });
 }
 
-void MenuProgramTest::press(const QString& name) const {
+QRect MenuProgramTest::placeOfControl(const QString& name) const {
     QRect at;
     DesktopSession::waitUntil("\"" + name + "\"", [&] {
         for (const AccessibleNode& node : m_tree->read())
             if (node.isShowing && node.name == name) at = m_tree->place(node);
         return !at.isEmpty();
     });
-    m_session.click(at.center());
+    return at;
+}
+
+void MenuProgramTest::press(const QString& name) const {
+    m_session.click(placeOfControl(name).center());
 }
 
 DesktopSession::Window MenuProgramTest::dialog(int leastWidth) const {

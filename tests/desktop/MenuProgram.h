@@ -86,6 +86,10 @@ class MenuProgramTest : public TrayProgramTest {
     /// Whether a window of the program has something of a name with these words.
     [[nodiscard]] bool shows(const QString& words) const;
 
+    /// Where something of this name is in a window of the program, in pixels of the screen. Waits
+    /// for it.
+    [[nodiscard]] QRect placeOfControl(const QString& name) const;
+
     /// Presses something of this name in a window of the program, with the mouse. Waits for it.
     void press(const QString& name) const;
 

@@ -3,6 +3,7 @@
 
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QHash>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -12,15 +13,16 @@ namespace {
 
 class FakePortal final : public QDBusVirtualObject {
   public:
-    QVariant scheme = 1U;
-    QVariant animations = false;
+    QHash<QString, QVariant> values{{"color-scheme", 1U},
+                                    {"contrast", 1U},
+                                    {"enable-animations", false},
+                                    {"text-scaling-factor", 1.25}};
     bool isWrappedTwice = false;
 
     [[nodiscard]] QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
         if (message.member() != "Read") return false;
-        const bool isScheme = message.arguments().value(1) == "color-scheme";
-        QVariant value = isScheme ? scheme : animations;
+        QVariant value = values.value(message.arguments().value(1).toString());
         if (isWrappedTwice) value = QVariant::fromValue(QDBusVariant(value));
         bus.send(message.createReply(QVariant::fromValue(QDBusVariant(value))));
         return true;
@@ -49,14 +51,13 @@ class PortalDesktopTest : public testing::Test {
 TEST_F(PortalDesktopTest, ReadsWhatTheDesktopWants) {
     offer();
     const PortalDesktop desktop(m_client);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop.look().allowsAnimations.has_value(); }));
-    EXPECT_EQ(desktop.look().prefersDark, true);
-    EXPECT_EQ(desktop.look().allowsAnimations, false);
+    const DesktopLook expected{true, false, true, 1.25};
+    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.look() == expected; }));
 }
 
 TEST_F(PortalDesktopTest, ReadsValuesThatAreWrappedTwice) {
     portal.isWrappedTwice = true;
-    portal.scheme = 2U;
+    portal.values["color-scheme"] = 2U;
     offer();
     const PortalDesktop desktop(m_client);
     ASSERT_TRUE(QTest::qWaitFor([&] { return desktop.look().prefersDark.has_value(); }));
@@ -71,6 +72,10 @@ TEST_F(PortalDesktopTest, HearsOfChanges) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.look().prefersDark == false; }));
     announce("org.freedesktop.appearance", "color-scheme", 0U);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !desktop.look().prefersDark; }));
+    announce("org.freedesktop.appearance", "contrast", 0U);
+    announce("org.gnome.desktop.interface", "text-scaling-factor", 1.5);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.look().textScale == 1.5; }));
+    EXPECT_EQ(desktop.look().wantsHighContrast, false);
     announce("some.other.area", "color-scheme", 1U);
     announce("org.gnome.desktop.interface", "enable-animations", true);
     EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.look().allowsAnimations == true; }));

@@ -1,5 +1,6 @@
 #include "shell/ApplicationPalette.h"
 #include "platform/testing/MemoryDefaults.h"
+#include "shell/ApplicationFont.h"
 #include "shell/Contrast.h"
 
 #include <QApplication>
@@ -61,6 +62,39 @@ TEST_F(ApplicationPaletteTest, WhatIsWrittenCanBeRead) {
                       Contrast::readableText);
         }
     }
+}
+
+TEST_F(ApplicationPaletteTest, HighContrastIsSevenToOneInAllThatIsRead) {
+    m_palette.setDesktop({.wantsHighContrast = true});
+    for (const auto chosen : {AppAppearancePreference::Light, AppAppearancePreference::Dark}) {
+        m_settings.setAppAppearance(chosen);
+        for (const QPalette& palette : {QMenu().palette(), QMessageBox().palette()}) {
+            const auto expectStrong = [&](QPalette::ColorGroup group, QPalette::ColorRole ink,
+                                          QPalette::ColorRole ground) {
+                EXPECT_GE(Contrast::ratio(palette.color(group, ink), palette.color(ground)),
+                          Contrast::strongText)
+                    << group << ' ' << ink << ' ' << ground;
+            };
+            expectStrong(QPalette::Active, QPalette::WindowText, QPalette::Window);
+            expectStrong(QPalette::Active, QPalette::Text, QPalette::Base);
+            expectStrong(QPalette::Active, QPalette::ButtonText, QPalette::Button);
+            expectStrong(QPalette::Active, QPalette::PlaceholderText, QPalette::Base);
+            expectStrong(QPalette::Active, QPalette::HighlightedText, QPalette::Highlight);
+            expectStrong(QPalette::Active, QPalette::Link, QPalette::Base);
+            expectStrong(QPalette::Disabled, QPalette::Text, QPalette::Window);
+            expectStrong(QPalette::Disabled, QPalette::ButtonText, QPalette::Button);
+        }
+    }
+}
+
+TEST_F(ApplicationPaletteTest, TextOfMenusAndDialogsGrowsAsTheDesktopWants) {
+    ApplicationFont font;
+    const double usual = QMenu().font().pointSizeF();
+    font.setTextScale(1.5);
+    EXPECT_NEAR(QMenu().font().pointSizeF(), 1.5 * usual, 0.01);
+    EXPECT_NEAR(QMessageBox().font().pointSizeF(), 1.5 * usual, 0.01);
+    font.setTextScale(1);
+    EXPECT_NEAR(QMenu().font().pointSizeF(), usual, 0.01);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "core/AppearanceSettings.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "shell/Contrast.h"
+#include "shell/TextScale.h"
 
 #include <gmock/gmock.h>
 
@@ -99,6 +100,42 @@ TEST_F(PanelLookTest, CustomColoursCarryTheirForeground) {
     settings.setPanelAssistantBlockHex("#10203080");
     EXPECT_EQ(look.assistantBlock().alpha(), 0x80);
     EXPECT_NEAR(look.assistantInk().redF(), 0.95, 0.01);
+}
+
+TEST_F(PanelLookTest, WhereContrastMattersNoColourOfTheUsersOwnCounts) {
+    settings.setPanelBackgroundHex("#808080");
+    settings.setPanelUserBlockHex("#1F6F63");
+    settings.setPanelAssistantBlockHex("#F4E9D8");
+    settings.setPanelGlassStyle(PanelGlassStyle::Tinted);
+    look.setDesktop({.wantsHighContrast = true});
+    EXPECT_TRUE(look.hasHighContrast());
+    EXPECT_TRUE(look.panelIsDark());
+    EXPECT_FALSE(look.isTinted());
+    for (const QColor& color : {look.background(), look.userBlock(), look.userInk(),
+                                look.assistantBlock(), look.assistantInk()})
+        EXPECT_FALSE(color.isValid());
+    look.setDesktop({.wantsHighContrast = false});
+    EXPECT_EQ(look.background(), QColor("#808080"));
+}
+
+TEST_F(PanelLookTest, TextKeepsToSizesThatThereIsRoomFor) {
+    EXPECT_EQ(look.textScale(), 1);
+    look.setTextScale(1.5);
+    EXPECT_EQ(look.textScale(), 1.5);
+    look.setTextScale(40);
+    EXPECT_EQ(look.textScale(), 2);
+    look.setTextScale(0);
+    EXPECT_EQ(look.textScale(), 0.75);
+}
+
+TEST(TextScale, WhatTheDesktopHasHandedToTheScreenIsNotDoneTwice) {
+    EXPECT_EQ(remainingTextScale(1, 1), 1);
+    EXPECT_EQ(remainingTextScale(1.25, 1), 1.25);
+    EXPECT_EQ(remainingTextScale(1.25, 1.25), 1);
+    EXPECT_EQ(remainingTextScale(1.1, 106 / 96.0), 1) << "whole dots per inch";
+    EXPECT_EQ(remainingTextScale(1.25, 2.5), 1) << "on a screen of twice the density";
+    EXPECT_EQ(remainingTextScale(1.25, 2), 1.25);
+    EXPECT_EQ(remainingTextScale(1, 2), 1);
 }
 
 TEST_F(PanelLookTest, AColourThatIsNoneIsTheThemes) {

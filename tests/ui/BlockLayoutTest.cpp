@@ -13,11 +13,11 @@ using Kind = AssistantReplyDocument::Kind;
 
 constexpr double width = 380;
 
-const ReplyColors colors{Qt::black, Qt::blue, Qt::yellow};
+const ReplyTheme colors{Qt::black, Qt::blue, Qt::yellow};
 
 ReplyLayout laidOut(const QString& text) {
     ReplyLayout layout;
-    layout.setColors(colors);
+    layout.setTheme(colors);
     layout.replace(0, 0, AssistantReplyDocument::blocks(text));
     layout.layOut(width, QDeadlineTimer(QDeadlineTimer::Forever));
     return layout;
@@ -70,8 +70,8 @@ TEST(ReplyStyle, StrongRunsTakeTheNextHeavierWeight) {
 
 TEST(ReplyStyle, RunsOfALine) {
     const ReplyStyle::Type body = ReplyStyle::typeOf(Kind::Body);
-    const auto formats = ReplyStyle::formatsOf(
-        InlineSpans::parse(u"**s** *e* `c` [l](https://a.b)"), body, Qt::blue);
+    const auto formats =
+        ReplyStyle::formatsOf(InlineSpans::parse(u"**s** *e* `c` [l](https://a.b)"), body, colors);
     ASSERT_EQ(formats.size(), 4);
     EXPECT_EQ(formats[0].format.font().weight(), QFont::DemiBold);
     EXPECT_TRUE(formats[1].format.font().italic());
@@ -107,7 +107,7 @@ TEST(ReplyLayout, OnlyReplacedBlocksAreBuiltAnew) {
 
 TEST(ReplyLayout, ALayoutThatIsInterruptedGoesOn) {
     ReplyLayout layout;
-    layout.setColors(colors);
+    layout.setTheme(colors);
     layout.replace(0, 0, AssistantReplyDocument::blocks(QString("word ").repeated(20000)));
     int slices = 0;
     double height = 0;

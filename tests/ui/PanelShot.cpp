@@ -18,7 +18,7 @@ namespace {
 constexpr int margin = 40;
 
 struct Shot {
-    const char* name;
+    QByteArray name;
     std::function<void(PanelStage&)> prepare;
     std::function<void(PanelStage&)> act = {};
 };
@@ -146,6 +146,76 @@ QList<Shot> shotsOfReplies() {
     };
 }
 
+void wantContrast(PanelStage& stage) {
+    stage.look->setDesktop({.wantsHighContrast = true});
+}
+
+void openTray(PanelStage& stage) {
+    stage.panel->setShowAttachTray(true);
+}
+
+// For who sees little.
+QList<Shot> shotsForAccess() {
+    QList<Shot> list{
+        {"contrast",
+         [](PanelStage& s) {
+             wantContrast(s);
+             reply(s);
+         },
+         draft},
+        {"contrast-top",
+         [](PanelStage& s) {
+             wantContrast(s);
+             reply(s);
+         },
+         [](PanelStage& s) {
+             scrollUp(s);
+             s.settle(20);
+             select(s);
+         }},
+        {"contrast-code",
+         [](PanelStage& s) {
+             wantContrast(s);
+             s.answer(samples::wideCode);
+         },
+         [](PanelStage& s) { s.find("ReplyView")->forceActiveFocus(Qt::TabFocusReason); }},
+        {"contrast-tray",
+         [](PanelStage& s) {
+             wantContrast(s);
+             capture(s);
+         },
+         [](PanelStage& s) {
+             openTray(s);
+             s.find("TrayRow")->forceActiveFocus(Qt::TabFocusReason);
+         }},
+    };
+    for (const auto& [name, scale] : {std::pair{"large", 1.25}, {"huge", 1.5}}) {
+        const auto enlarge = [scale](PanelStage& s) { s.look->setTextScale(scale); };
+        list += {name, reply, [=](PanelStage& s) {
+                     enlarge(s);
+                     draft(s);
+                 }};
+        list += {name + QByteArray("-tray"), capture, [=](PanelStage& s) {
+                     enlarge(s);
+                     unfold(s);
+                     openTray(s);
+                 }};
+        list += {name + QByteArray("-top"), reply, [=](PanelStage& s) {
+                     enlarge(s);
+                     s.settle(20);
+                     scrollUp(s);
+                     s.settle(20);
+                     select(s);
+                 }};
+        list += {name + QByteArray("-held"), signOut, [=](PanelStage& s) {
+                     enlarge(s);
+                     fail(s);
+                     s.state->panel().heldCapture().hold("not shown", "Chromium");
+                 }};
+    }
+    return list;
+}
+
 // What became of a prompt, and what it needs.
 QList<Shot> shotsOfTurns() {
     return {
@@ -179,7 +249,7 @@ QList<Shot> shotsOfTurns() {
 
 const QList<Shot>& shots() {
     static const QList<Shot> list =
-        shotsOfTurns() + shotsOfReplies() +
+        shotsOfTurns() + shotsOfReplies() + shotsForAccess() +
         QList<Shot>{
             {"greeting", greet},
             {"reply", reply, draft},
@@ -251,8 +321,8 @@ void shoot(const Shot& shot, bool isDark, const QDir& folder) {
     QPainter painter(&picture);
     painter.drawImage(margin, margin, panel);
     painter.end();
-    const QString name =
-        QStringLiteral("panel-%1-%2.png").arg(shot.name, isDark ? "dark" : "light");
+    const QString name = QStringLiteral("panel-%1-%2.png")
+                             .arg(QString::fromLatin1(shot.name), isDark ? "dark" : "light");
     if (!picture.save(folder.filePath(name))) qFatal("cannot write %s", qPrintable(name));
     std::printf("%s\n", qPrintable(name));
 }

@@ -109,7 +109,7 @@ TEST_F(ReplyLooksTest, AClipToDeepenShowsItsExcerpt) {
 TEST(CodeLooks, LinesThatGoOnFadeOutAtTheEdge) {
     constexpr double width = 380;
     ReplyLayout layout;
-    layout.setColors({Qt::black, Qt::blue, Qt::yellow});
+    layout.setTheme({Qt::black, Qt::blue, Qt::yellow});
     layout.replace(0, 0, AssistantReplyDocument::blocks("```\n" + QString(400, u'M') + "\n```"));
     layout.layOut(width, QDeadlineTimer(QDeadlineTimer::Forever));
     const auto darkest = [&](int fromX, int toX) {

@@ -18,7 +18,7 @@ constexpr double width = 380;
 
 ReplyLayout laidOut(const QString& text) {
     ReplyLayout layout;
-    layout.setColors({Qt::black, Qt::blue, Qt::yellow});
+    layout.setTheme({Qt::black, Qt::blue, Qt::yellow});
     layout.replace(0, 0, AssistantReplyDocument::blocks(text));
     layout.layOut(width, QDeadlineTimer(QDeadlineTimer::Forever));
     return layout;

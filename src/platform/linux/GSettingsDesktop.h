@@ -3,15 +3,16 @@
 #include "platform/DesktopLook.h"
 
 #include <QDBusConnection>
+#include <QHash>
 #include <QObject>
 #include <QProcess>
 #include <QStringList>
 
 namespace vorq {
 
-/// The look that the desktop stores in its GSettings, for desktops without a settings portal. Only
-/// `prefersDark` is ever known, and nothing without the program `gsettings`. Main thread only;
-/// nothing waits.
+/// The look that the desktop stores in its GSettings, for desktops without a settings portal or
+/// with one that does not know everything. Nothing is known without the program `gsettings`. Main
+/// thread only; nothing waits.
 class GSettingsDesktop final : public QObject {
     Q_OBJECT
 
@@ -29,12 +30,14 @@ class GSettingsDesktop final : public QObject {
     void settingsWritten(const QString& prefix, const QStringList& keys, const QString& tag);
 
   private:
-    void read();
+    void read(const QString& schema);
+    void readNext();
     void handleEnd();
 
     QDBusConnection m_bus;
     QProcess m_reader;
-    bool m_isReadDue = false; // once more, since something changed while it was read
+    QStringList m_due; // schemas to read; the first is being read while the reader runs
+    QHash<QByteArray, QByteArray> m_values; // by schema and key, parted by a blank
     DesktopLook m_look;
 };
 

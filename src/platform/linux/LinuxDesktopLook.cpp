@@ -4,7 +4,7 @@ namespace vorq {
 
 LinuxDesktopLook::LinuxDesktopLook(const QDBusConnection& bus) : m_bus(bus), m_portal(bus) {
     connect(&m_portal, &PortalDesktop::changed, this, &LinuxDesktopLook::changed);
-    connect(&m_portal, &PortalDesktop::colorSchemeUnknown, this, &LinuxDesktopLook::askGSettings);
+    connect(&m_portal, &PortalDesktop::isIncomplete, this, &LinuxDesktopLook::askGSettings);
 }
 
 void LinuxDesktopLook::askGSettings() {
@@ -15,7 +15,12 @@ void LinuxDesktopLook::askGSettings() {
 
 DesktopLook LinuxDesktopLook::look() const {
     DesktopLook look = m_portal.look();
-    if (!look.prefersDark && m_settings) look.prefersDark = m_settings->look().prefersDark;
+    if (!m_settings) return look;
+    const DesktopLook& stored = m_settings->look();
+    if (!look.prefersDark) look.prefersDark = stored.prefersDark;
+    if (!look.allowsAnimations) look.allowsAnimations = stored.allowsAnimations;
+    if (!look.wantsHighContrast) look.wantsHighContrast = stored.wantsHighContrast;
+    if (!look.textScale) look.textScale = stored.textScale;
     return look;
 }
 

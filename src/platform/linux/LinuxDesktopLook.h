@@ -7,8 +7,8 @@
 
 namespace vorq {
 
-/// What the desktop wants programs to look like: by its settings portal, or where none tells the
-/// colour scheme, by its GSettings. Main thread only; nothing waits.
+/// What the desktop wants programs to look like: by its settings portal, and what that does not
+/// tell, by its GSettings. Main thread only; nothing waits.
 class LinuxDesktopLook final : public QObject {
     Q_OBJECT
 
@@ -25,7 +25,7 @@ class LinuxDesktopLook final : public QObject {
 
     QDBusConnection m_bus;
     PortalDesktop m_portal;
-    std::unique_ptr<GSettingsDesktop> m_settings; // null while the portal may still answer
+    std::unique_ptr<GSettingsDesktop> m_settings; // null while the portal tells everything
 };
 
 } // namespace vorq

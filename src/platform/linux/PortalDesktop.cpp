@@ -14,9 +14,12 @@ const QString appearanceArea = QStringLiteral("org.freedesktop.appearance");
 const QString colorSchemeKey = QStringLiteral("color-scheme");
 const QString interfaceArea = QStringLiteral("org.gnome.desktop.interface");
 const QString animationsKey = QStringLiteral("enable-animations");
+const QString contrastKey = QStringLiteral("contrast");
+const QString textScaleKey = QStringLiteral("text-scaling-factor");
 
 constexpr uint dark = 1;
 constexpr uint light = 2;
+constexpr uint highContrast = 1;
 
 // Older portals wrap a value twice.
 QVariant unwrapped(QVariant value) {
@@ -31,7 +34,9 @@ PortalDesktop::PortalDesktop(QDBusConnection bus) : m_bus(std::move(bus)) {
     m_bus.connect(portalService, portalPath, interface, QStringLiteral("SettingChanged"), this,
                   SLOT(settingChanged(QString, QString, QDBusVariant)));
     ask(appearanceArea, colorSchemeKey);
+    ask(appearanceArea, contrastKey);
     ask(interfaceArea, animationsKey);
+    ask(interfaceArea, textScaleKey);
 }
 
 void PortalDesktop::ask(const QString& area, const QString& key) {
@@ -42,7 +47,7 @@ void PortalDesktop::ask(const QString& area, const QString& key) {
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, area, key] {
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
         if (!reply.isError()) take(area, key, reply.value().variant());
-        if (reply.isError() && key == colorSchemeKey) emit colorSchemeUnknown();
+        if (reply.isError()) emit isIncomplete();
         watcher->deleteLater();
     });
 }
@@ -61,6 +66,10 @@ void PortalDesktop::take(const QString& area, const QString& key, const QVariant
             scheme == dark || scheme == light ? std::optional(scheme == dark) : std::nullopt;
     } else if (area == interfaceArea && key == animationsKey) {
         look.allowsAnimations = plain.toBool();
+    } else if (area == appearanceArea && key == contrastKey) {
+        look.wantsHighContrast = plain.toUInt() == highContrast;
+    } else if (area == interfaceArea && key == textScaleKey) {
+        look.textScale = plain.toDouble();
     }
     if (look == m_look) return;
     m_look = look;

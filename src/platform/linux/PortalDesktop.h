@@ -21,8 +21,8 @@ class PortalDesktop final : public QObject {
   signals:
     void changed();
 
-    /// There is no portal that knows of a colour scheme.
-    void colorSchemeUnknown();
+    /// There is no portal, or one that does not know some of it.
+    void isIncomplete();
 
   private slots:
     void settingChanged(const QString& area, const QString& key, const QDBusVariant& value);

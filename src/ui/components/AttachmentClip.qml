@@ -19,11 +19,11 @@ Squircle {
 
     signal removed
 
-    implicitHeight: 30
+    implicitHeight: Theme.grown(30)
     implicitWidth: sidePadding + row.width
     radius: Theme.radiusTile
     fillTop: isTinted ? Theme.accentSoft : Theme.track
-    rimTop: isTinted ? Theme.withAlpha(Theme.accentInk, rimOpacity) : Theme.hairline
+    rimTop: isTinted ? Theme.faint(Theme.accentInk, rimOpacity) : Theme.hairline
     rimBottom: rimTop
     Accessible.role: Accessible.StaticText
     Accessible.name: label

@@ -7,7 +7,7 @@ Rectangle {
 
     property real around: Theme.radiusControl
     property real gap: 2
-    readonly property int thickness: 2
+    readonly property int thickness: Theme.focusThickness
 
     anchors.fill: parent
     anchors.margins: -(gap + thickness)

@@ -15,8 +15,8 @@ T.AbstractButton {
     readonly property real rimOpacity: 0.22
     readonly property real litRimOpacity: 0.34
 
-    implicitHeight: size
-    implicitWidth: label.width + 2 * sidePadding
+    implicitHeight: Theme.grown(size)
+    implicitWidth: Math.ceil(label.width) + 2 * sidePadding
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.Button
@@ -26,14 +26,14 @@ T.AbstractButton {
     Keys.onEnterPressed: pill.clicked()
 
     background: Squircle {
-        radius: pill.size / 2
+        radius: pill.height / 2
         smoothing: 0
         fillTop: pill.down ? Theme.pressed : pill.hovered ? Theme.hover : "transparent"
-        rimTop: Theme.withAlpha(Theme.ink, pill.isLit ? pill.litRimOpacity : pill.rimOpacity)
+        rimTop: Theme.faint(Theme.ink, pill.isLit ? pill.litRimOpacity : pill.rimOpacity)
         rimBottom: rimTop
         FocusRing {
             visible: pill.visualFocus
-            around: pill.size / 2
+            around: pill.height / 2
         }
     }
     contentItem: Item {

@@ -27,6 +27,6 @@ T.ScrollBar {
     contentItem: Rectangle {
         implicitWidth: scroller.thickness
         radius: scroller.thickness / 2
-        color: Theme.withAlpha(Theme.ink, scroller.pressed ? scroller.downOpacity : scroller.restOpacity)
+        color: Theme.faint(Theme.ink, scroller.pressed ? scroller.downOpacity : scroller.restOpacity)
     }
 }

@@ -18,9 +18,10 @@ T.AbstractButton {
     readonly property color fill: look === TextButton.Primary ? (!enabled ? Theme.track : down ? Theme.accentDown : hovered ? Theme.accentHover : Theme.accent)
                                 : look === TextButton.Quiet ? (down ? Theme.accentSoft2 : hovered ? Theme.accentSoft : "transparent")
                                 : down ? Theme.secondaryDown : hovered ? Theme.secondaryHover : Theme.secondaryFill
+    readonly property color filledRim: Theme.high && look === TextButton.Primary ? Theme.strongInk : "transparent"
 
     implicitWidth: label.implicitWidth + 2 * sidePadding
-    implicitHeight: size
+    implicitHeight: Theme.grown(size)
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.Button
@@ -33,8 +34,8 @@ T.AbstractButton {
     background: Squircle {
         radius: Theme.radiusControl
         fillTop: button.fill
-        rimTop: button.look === TextButton.Secondary ? Theme.hairline : "transparent"
-        rimBottom: button.look === TextButton.Secondary ? Theme.hairline2 : "transparent"
+        rimTop: button.look === TextButton.Secondary ? Theme.hairline : button.filledRim
+        rimBottom: button.look === TextButton.Secondary ? Theme.hairline2 : button.filledRim
         FocusRing {
             visible: button.visualFocus
         }

@@ -13,7 +13,7 @@ T.TextField {
     readonly property real hoverRimOpacity: 0.34
 
     implicitWidth: 118
-    implicitHeight: 34
+    implicitHeight: Theme.grown(34)
     leftPadding: sidePadding
     rightPadding: sidePadding
     verticalAlignment: TextInput.AlignVCenter
@@ -29,7 +29,7 @@ T.TextField {
     background: Squircle {
         radius: Theme.radiusControl
         fillTop: Theme.fieldWell
-        rimTop: field.bad ? Theme.bad : field.hovered ? Theme.withAlpha(Theme.ink, field.hoverRimOpacity) : Theme.hairline2
+        rimTop: field.bad ? Theme.bad : field.hovered ? Theme.faint(Theme.ink, field.hoverRimOpacity) : Theme.hairline2
         rimBottom: rimTop
         FocusRing {
             visible: field.activeFocus

@@ -21,7 +21,7 @@ Item {
     readonly property int endPadding: 14
     readonly property int lineEndPadding: 11
     readonly property int barsGap: 10
-    readonly property int oneLineHeight: 26
+    readonly property int oneLineHeight: Theme.grown(26)
     readonly property bool isOneLine: isWorking || (blocks.height <= oneLineHeight && !blocks.beginsWithCode
                                       && blocks.naturalWidth < width - 2 * sidePadding)
     readonly property bool showsBars: isTyping && !isWorking && !isOneLine
@@ -100,6 +100,8 @@ Item {
         baseColor: Theme.botInk
         linkColor: Theme.botLink
         selectionColor: Theme.selection
+        hasHighContrast: Theme.high
+        textScale: Theme.look.textScale
         viewTop: reply.viewTop - y
         viewHeight: reply.viewHeight
         isGrowing: reply.isTyping

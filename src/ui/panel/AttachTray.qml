@@ -10,8 +10,8 @@ Glass {
 
     required property PanelViewModel panel
     readonly property int inset: 8
-    readonly property int headHeight: 50
-    readonly property int emptyHeight: 76
+    readonly property int headHeight: Theme.grown(50)
+    readonly property int emptyHeight: Theme.grown(76)
     readonly property int tallestList: 318
     readonly property AttachableNotes notes: panel.attachableNotes
     readonly property bool showsNotes: panel.attachTrayMode === PanelViewModel.Notes
@@ -167,7 +167,7 @@ Glass {
             x: Theme.space5
             y: list.y + list.height
             width: list.width - 2 * Theme.space5
-            height: visible ? 32 : 0
+            height: visible ? Theme.grown(32) : 0
             visible: tray.showsNotes && tray.notes.appleNotesLoading && tray.notes.count > 0
             text: qsTr("Loading Notes…")
             size: Theme.metaSize

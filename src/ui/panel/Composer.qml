@@ -50,7 +50,7 @@ FocusScope {
         fillTop: Theme.fieldFill
         rimTop: draft.hasFocus ? Theme.fieldFocusRim : Theme.fieldRim
         rimBottom: rimTop
-        rimWidth: draft.hasFocus ? 1.5 : 1
+        rimWidth: !draft.hasFocus ? 1 : Theme.high ? Theme.focusThickness : 1.5
     }
     Column {
         id: column

@@ -20,7 +20,7 @@ T.AbstractButton {
     y: aboveY >= topRoom ? aboveY : anchor.y + anchor.height + above
     visible: selection.hasSelection && anchor.width > 0 && anchor.y + anchor.height > 0 && anchor.y < lowest
     text: qsTr("Deepen")
-    implicitHeight: 34
+    implicitHeight: Theme.grown(34)
     implicitWidth: row.implicitWidth + 2 * sideRoom
     hoverEnabled: true
     focusPolicy: Qt.NoFocus

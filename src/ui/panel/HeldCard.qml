@@ -30,7 +30,7 @@ Item {
         anchors.fill: parent
         radius: Theme.radiusComposer
         fillTop: Theme.warnSoft
-        rimTop: Theme.withAlpha(Theme.warn, 0.35)
+        rimTop: Theme.faint(Theme.warn, 0.35)
         rimBottom: rimTop
     }
     Column {

@@ -14,7 +14,7 @@ T.AbstractButton {
     readonly property int sideRoom: 12
     readonly property int textX: 44
 
-    implicitHeight: detail !== "" ? 52 : 44
+    implicitHeight: Theme.grown(detail !== "" ? 52 : 44)
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
     text: title

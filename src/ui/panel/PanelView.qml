@@ -70,7 +70,7 @@ FocusScope {
         y: view.listTop - 1
         width: parent.width - 2 * view.edge
         height: view.fadeHeight
-        visible: list.contentY > list.topY + list.endSlack
+        visible: !Theme.high && list.contentY > list.topY + list.endSlack
         plate: glass.plate
     }
     PlateFade {
@@ -78,6 +78,7 @@ FocusScope {
         y: list.y + list.height - view.fadeHeight
         width: parent.width - 2 * view.edge
         height: view.fadeHeight + 1
+        visible: !Theme.high
         plate: glass.plate
         solidAtTop: false
     }

@@ -17,7 +17,7 @@ Column {
     readonly property alias foldButton: fold
     readonly property int iconSize: 14
     readonly property int iconGap: 6
-    readonly property int foldHeight: 20
+    readonly property int foldHeight: Theme.grown(20)
     readonly property int inset: 10
     readonly property int reach: 10
     readonly property real quietOpacity: 0.82

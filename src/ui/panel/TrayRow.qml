@@ -17,7 +17,7 @@ T.AbstractButton {
     readonly property int textX: 54
     readonly property int sideRoom: 40
 
-    implicitHeight: sub !== "" ? 52 : 44
+    implicitHeight: Theme.grown(sub !== "" ? 52 : 44)
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.Button

@@ -128,7 +128,7 @@ Item {
                 width: plate.width - 2 * bubble.sidePadding
                 height: 1
                 color: Theme.userInk
-                opacity: bubble.ruleOpacity
+                opacity: Theme.high ? 1 : bubble.ruleOpacity
             }
             Row {
                 id: names

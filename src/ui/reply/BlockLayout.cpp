@@ -39,14 +39,14 @@ void isolateCode(InlineSpans& line) {
     }
 }
 
-TextFlow::Source inlineSource(const QString& text, const Type& type, const QColor& link) {
+TextFlow::Source inlineSource(const QString& text, const Type& type, const ReplyTheme& theme) {
     InlineSpans parsed = InlineSpans::parse(text);
     const Qt::LayoutDirection direction = directionOf(parsed);
     if (direction == Qt::RightToLeft) isolateCode(parsed);
     TextFlow::Source source;
     source.text = parsed.text;
-    source.formats = ReplyStyle::formatsOf(parsed, type, link);
-    source.font = ReplyStyle::fontOf(type);
+    source.formats = ReplyStyle::formatsOf(parsed, type, theme);
+    source.font = ReplyStyle::fontOf(type, theme.textScale);
     source.direction = direction;
     source.lineGap = type.lineGap;
     return source;
@@ -54,8 +54,8 @@ TextFlow::Source inlineSource(const QString& text, const Type& type, const QColo
 
 } // namespace
 
-BlockLayout::BlockLayout(const Block& block, const ReplyColors& colors)
-    : m_kind(block.kind), m_colors(colors) {
+BlockLayout::BlockLayout(const Block& block, const ReplyTheme& theme)
+    : m_kind(block.kind), m_theme(theme) {
     const Type type = ReplyStyle::typeOf(block.kind);
     switch (block.kind) {
     case Kind::Title:
@@ -93,7 +93,7 @@ void BlockLayout::addPiece(TextFlow::Source source, const Type& type, QChar sepa
 }
 
 void BlockLayout::addText(const QString& text, const Type& type) {
-    addPiece(inlineSource(text, type, m_colors.link), type, u'\n');
+    addPiece(inlineSource(text, type, m_theme), type, u'\n');
 }
 
 void BlockLayout::addItems(const QStringList& items, bool isNumbered) {
@@ -106,7 +106,7 @@ void BlockLayout::addItems(const QStringList& items, bool isNumbered) {
     }
     if (!isNumbered || m_pieces.empty()) return;
     // From a hundred on a number is wider than its box.
-    const QFontMetricsF metrics(ReplyStyle::fontOf(ReplyStyle::numberMarker));
+    const QFontMetricsF metrics(ReplyStyle::fontOf(ReplyStyle::numberMarker, m_theme.textScale));
     m_numberColumn =
         std::max(m_numberColumn, std::ceil(metrics.horizontalAdvance(m_pieces.back().marker)));
 }
@@ -116,7 +116,7 @@ void BlockLayout::addCode(const QString& text) {
     TextFlow::Source source;
     source.text = text;
     source.text.replace(u'\n', QChar(QChar::LineSeparator));
-    source.font = ReplyStyle::fontOf(type);
+    source.font = ReplyStyle::fontOf(type, m_theme.textScale);
     source.wraps = false;
     source.lineGap = type.lineGap;
     addPiece(std::move(source), type, u'\n');
@@ -124,7 +124,7 @@ void BlockLayout::addCode(const QString& text) {
 
 void BlockLayout::addRow(const QStringList& cells, int row, const Type& type) {
     for (int column = 0; column < cells.size(); ++column) {
-        TextFlow::Source source = inlineSource(cells[column], type, m_colors.link);
+        TextFlow::Source source = inlineSource(cells[column], type, m_theme);
         source.side = m_direction;
         addPiece(std::move(source), type, column == 0 ? u'\n' : u'\t');
         m_pieces.back().row = row;

@@ -30,7 +30,7 @@ class BlockLayout {
     using Block = AssistantReplyDocument::Block;
     using Kind = AssistantReplyDocument::Kind;
 
-    BlockLayout(const Block& block, const ReplyColors& colors);
+    BlockLayout(const Block& block, const ReplyTheme& theme);
 
     [[nodiscard]] Kind kind() const { return m_kind; }
     [[nodiscard]] const QString& plainText() const { return m_plainText; }
@@ -85,6 +85,7 @@ class BlockLayout {
     [[nodiscard]] const Piece* pieceOf(qsizetype position) const;
     [[nodiscard]] QPointF originOf(const Piece& piece) const;
     void drawPlate(QPainter& painter) const;
+    void drawPlateEdge(QPainter& painter, const QRectF& plate) const;
     void drawPieces(QPainter& painter, const QRectF& clip, BlockRange selection) const;
     void drawCode(QPainter& painter, const QRectF& clip, BlockRange selection) const;
     void fadeEnds(QPainter& painter, const QRectF& room) const;
@@ -92,9 +93,10 @@ class BlockLayout {
                    BlockRange selection) const;
     void drawMarker(QPainter& painter, const Piece& piece) const;
     [[nodiscard]] QColor inkAt(double opacity) const;
+    [[nodiscard]] QColor ruleInk(double opacity) const;
 
     Kind m_kind;
-    ReplyColors m_colors;
+    ReplyTheme m_theme;
     QString m_plainText;
     std::vector<Piece> m_pieces;
     std::size_t m_setPieces = 0;

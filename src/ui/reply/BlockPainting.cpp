@@ -17,9 +17,14 @@ constexpr double plateSmoothing = 0.6;
 } // namespace
 
 QColor BlockLayout::inkAt(double opacity) const {
-    QColor color = m_colors.ink;
+    QColor color = m_theme.ink;
     color.setAlphaF(static_cast<float>(opacity) * color.alphaF());
     return color;
+}
+
+// Of what is thin, or not to be missed.
+QColor BlockLayout::ruleInk(double opacity) const {
+    return inkAt(m_theme.hasHighContrast ? 1 : opacity);
 }
 
 void BlockLayout::draw(QPainter& painter, const QRectF& clip, BlockRange selection) const {
@@ -82,19 +87,27 @@ void BlockLayout::drawPlate(QPainter& painter) const {
             m_kind == Kind::Code ? ReplyStyle::codePlateOpacity : ReplyStyle::tablePlateOpacity;
         painter.fillPath(squirclePath(whole, ReplyStyle::plateRadius, plateSmoothing),
                          inkAt(opacity));
+        if (m_theme.hasHighContrast) drawPlateEdge(painter, whole);
     }
     if (m_kind == Kind::Table)
         painter.fillRect(QRectF(ReplyStyle::platePadding, m_headerRule,
                                 m_width - 2 * ReplyStyle::platePadding, ReplyStyle::ruleHeight),
-                         inkAt(ReplyStyle::tableRuleOpacity));
-    if (m_kind == Kind::Divider) painter.fillRect(whole, inkAt(ReplyStyle::dividerOpacity));
+                         ruleInk(ReplyStyle::tableRuleOpacity));
+    if (m_kind == Kind::Divider) painter.fillRect(whole, ruleInk(ReplyStyle::dividerOpacity));
     if (m_kind == Kind::Quote) {
         const double x = m_direction == Qt::RightToLeft ? m_width - ReplyStyle::quoteBarWidth : 0;
         QPainterPath bar;
         bar.addRoundedRect(QRectF(x, 0, ReplyStyle::quoteBarWidth, m_height),
                            ReplyStyle::quoteBarRadius, ReplyStyle::quoteBarRadius);
-        painter.fillPath(bar, inkAt(ReplyStyle::quoteBarOpacity));
+        painter.fillPath(bar, ruleInk(ReplyStyle::quoteBarOpacity));
     }
+}
+
+void BlockLayout::drawPlateEdge(QPainter& painter, const QRectF& plate) const {
+    constexpr double half = ReplyStyle::ruleHeight / 2;
+    painter.strokePath(squirclePath(plate.adjusted(half, half, -half, -half),
+                                    ReplyStyle::plateRadius, plateSmoothing),
+                       QPen(m_theme.ink, ReplyStyle::ruleHeight));
 }
 
 void BlockLayout::drawPiece(QPainter& painter, const Piece& piece, const QRectF& clip,
@@ -102,19 +115,19 @@ void BlockLayout::drawPiece(QPainter& painter, const Piece& piece, const QRectF&
     std::optional<TextFlow::Selection> chosen;
     if (!selection.isEmpty())
         chosen = TextFlow::Selection{selection.from - piece.start, selection.to - piece.start,
-                                     m_colors.selection};
-    painter.setPen(inkAt(piece.type.opacity));
+                                     m_theme.selection};
+    painter.setPen(ruleInk(piece.type.opacity));
     piece.flow.draw(painter, originOf(piece), clip, chosen);
 }
 
 void BlockLayout::drawMarker(QPainter& painter, const Piece& piece) const {
     if (piece.marker.isEmpty()) return;
-    const QFont font = ReplyStyle::fontOf(piece.markerType);
+    const QFont font = ReplyStyle::fontOf(piece.markerType, m_theme.textScale);
     const QFontMetricsF metrics(font);
     const bool isMirrored = piece.flow.direction() == Qt::RightToLeft;
     const double x = isMirrored ? m_width - metrics.horizontalAdvance(piece.marker) : 0;
     painter.setFont(font);
-    painter.setPen(inkAt(piece.markerType.opacity));
+    painter.setPen(ruleInk(piece.markerType.opacity));
     painter.setLayoutDirection(piece.flow.direction());
     painter.drawText(QPointF(x, piece.at.y() + piece.flow.ascent()), piece.marker);
 }

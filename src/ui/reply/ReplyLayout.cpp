@@ -12,15 +12,15 @@ namespace vorq {
 BlockLayout& ReplyLayout::layoutOf(int row) const {
     const Entry& entry = at(row);
     if (!entry.layout) {
-        entry.layout = std::make_unique<BlockLayout>(entry.source, m_colors);
+        entry.layout = std::make_unique<BlockLayout>(entry.source, m_theme);
         ++m_builtBlocks;
     }
     return *entry.layout;
 }
 
-void ReplyLayout::setColors(const ReplyColors& colors) {
-    if (m_colors == colors) return;
-    m_colors = colors;
+void ReplyLayout::setTheme(const ReplyTheme& theme) {
+    if (m_theme == theme) return;
+    m_theme = theme;
     for (const Entry& entry : m_entries)
         entry.layout.reset();
     m_done = 0;

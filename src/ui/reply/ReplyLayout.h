@@ -34,8 +34,8 @@ class ReplyLayout {
   public:
     using Block = AssistantReplyDocument::Block;
 
-    void setColors(const ReplyColors& colors);
-    [[nodiscard]] const ReplyColors& colors() const { return m_colors; }
+    void setTheme(const ReplyTheme& theme);
+    [[nodiscard]] const ReplyTheme& theme() const { return m_theme; }
 
     /// Puts the blocks in the place of so many from the row on.
     void replace(int row, int count, const QList<Block>& blocks);
@@ -104,7 +104,7 @@ class ReplyLayout {
     [[nodiscard]] BlockLayout& layoutOf(int row) const;
     void place(int row);
 
-    ReplyColors m_colors;
+    ReplyTheme m_theme;
     std::vector<Entry> m_entries;
     double m_width = -1;
     int m_done = 0; // so many from the top are set

@@ -58,12 +58,13 @@ QFont::Weight heavier(QFont::Weight weight) {
     }
 }
 
-QFont fontOf(const Type& type) {
-    return type.isMono ? Fonts::mono(type.size, type.weight) : Fonts::sans(type.size, type.weight);
+QFont fontOf(const Type& type, double textScale) {
+    const double size = type.size * textScale;
+    return type.isMono ? Fonts::mono(size, type.weight) : Fonts::sans(size, type.weight);
 }
 
 QList<QTextLayout::FormatRange> formatsOf(const InlineSpans& parsed, const Type& type,
-                                          const QColor& link) {
+                                          const ReplyTheme& theme) {
     QList<QTextLayout::FormatRange> formats;
     for (const InlineSpans::Span& span : parsed.spans) {
         Type run = type;
@@ -72,7 +73,7 @@ QList<QTextLayout::FormatRange> formatsOf(const InlineSpans& parsed, const Type&
             run.isMono = true;
             run.size = type.size - codeStep;
         }
-        QFont font = fontOf(run);
+        QFont font = fontOf(run, theme.textScale);
         font.setItalic(span.isEmphasized);
         font.setStrikeOut(span.isStruck);
         QTextLayout::FormatRange range;
@@ -80,7 +81,7 @@ QList<QTextLayout::FormatRange> formatsOf(const InlineSpans& parsed, const Type&
         range.length = static_cast<int>(span.length);
         range.format.setFont(font);
         if (!span.link.isEmpty()) {
-            range.format.setForeground(link);
+            range.format.setForeground(theme.link);
             range.format.setFontUnderline(true);
             range.format.setAnchor(true);
             range.format.setAnchorHref(span.link);

@@ -10,13 +10,17 @@
 
 namespace vorq {
 
-/// Colours of a reply, which come from the theme.
-struct ReplyColors {
+/// The look of a reply, which comes from the theme.
+struct ReplyTheme {
     QColor ink;
     QColor link;
     QColor selection;
+    /// Nothing is faint then: rules and markers have the ink's own colour.
+    bool hasHighContrast = false;
+    /// Times the usual size of text.
+    double textScale = 1;
 
-    bool operator==(const ReplyColors&) const = default;
+    bool operator==(const ReplyTheme&) const = default;
 };
 
 /// How each kind of block is set. Sizes are logical pixels.
@@ -71,11 +75,11 @@ inline constexpr Type tableHeader{13, QFont::DemiBold, 1, 0, false};
 /// The weight of a strongly emphasised run.
 [[nodiscard]] QFont::Weight heavier(QFont::Weight weight);
 
-[[nodiscard]] QFont fontOf(const Type& type);
+[[nodiscard]] QFont fontOf(const Type& type, double textScale);
 
 /// The formats of the runs of a parsed line.
 [[nodiscard]] QList<QTextLayout::FormatRange> formatsOf(const InlineSpans& parsed, const Type& type,
-                                                        const QColor& link);
+                                                        const ReplyTheme& theme);
 
 } // namespace ReplyStyle
 } // namespace vorq

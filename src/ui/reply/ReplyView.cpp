@@ -59,22 +59,38 @@ void ReplyView::setRaw(const QString& raw) {
     emit rawChanged();
 }
 
-void ReplyView::setColors(const ReplyColors& colors) {
-    if (m_colors == colors) return;
-    m_colors = colors;
-    m_layout.setColors(colors);
+bool ReplyView::setTheme(const ReplyTheme& theme) {
+    if (m_theme == theme) return false;
+    m_theme = theme;
+    m_layout.setTheme(theme);
     layOutNow();
-    emit colorsChanged();
+    return true;
 }
 
 void ReplyView::setBaseColor(const QColor& color) {
-    setColors({color, m_colors.link, m_colors.selection});
+    ReplyTheme theme = m_theme;
+    theme.ink = color;
+    if (setTheme(theme)) emit colorsChanged();
 }
 void ReplyView::setLinkColor(const QColor& color) {
-    setColors({m_colors.ink, color, m_colors.selection});
+    ReplyTheme theme = m_theme;
+    theme.link = color;
+    if (setTheme(theme)) emit colorsChanged();
 }
 void ReplyView::setSelectionColor(const QColor& color) {
-    setColors({m_colors.ink, m_colors.link, color});
+    ReplyTheme theme = m_theme;
+    theme.selection = color;
+    if (setTheme(theme)) emit colorsChanged();
+}
+void ReplyView::setHighContrast(bool isOn) {
+    ReplyTheme theme = m_theme;
+    theme.hasHighContrast = isOn;
+    if (setTheme(theme)) emit highContrastChanged();
+}
+void ReplyView::setTextScale(double scale) {
+    ReplyTheme theme = m_theme;
+    theme.textScale = scale;
+    if (setTheme(theme)) emit textScaleChanged();
 }
 
 void ReplyView::setViewTop(double top) {

@@ -28,6 +28,10 @@ class ReplyView : public QQuickItem, public SelectableText {
     Q_PROPERTY(QColor linkColor READ linkColor WRITE setLinkColor NOTIFY colorsChanged)
     Q_PROPERTY(
         QColor selectionColor READ selectionColor WRITE setSelectionColor NOTIFY colorsChanged)
+    Q_PROPERTY(
+        bool hasHighContrast READ hasHighContrast WRITE setHighContrast NOTIFY highContrastChanged)
+    /// Times the usual size of text.
+    Q_PROPERTY(double textScale READ textScale WRITE setTextScale NOTIFY textScaleChanged)
     /// The part of the item that is in view, from its top, in logical pixels.
     Q_PROPERTY(double viewTop READ viewTop WRITE setViewTop NOTIFY viewChanged)
     Q_PROPERTY(double viewHeight READ viewHeight WRITE setViewHeight NOTIFY viewChanged)
@@ -52,9 +56,11 @@ class ReplyView : public QQuickItem, public SelectableText {
     ~ReplyView() override;
 
     [[nodiscard]] const QString& raw() const { return m_blocks.raw(); }
-    [[nodiscard]] QColor baseColor() const { return m_colors.ink; }
-    [[nodiscard]] QColor linkColor() const { return m_colors.link; }
-    [[nodiscard]] QColor selectionColor() const { return m_colors.selection; }
+    [[nodiscard]] QColor baseColor() const { return m_theme.ink; }
+    [[nodiscard]] QColor linkColor() const { return m_theme.link; }
+    [[nodiscard]] QColor selectionColor() const { return m_theme.selection; }
+    [[nodiscard]] bool hasHighContrast() const { return m_theme.hasHighContrast; }
+    [[nodiscard]] double textScale() const { return m_theme.textScale; }
     [[nodiscard]] double viewTop() const { return m_viewTop; }
     [[nodiscard]] double viewHeight() const { return m_viewHeight; }
     [[nodiscard]] double naturalWidth() const { return m_layout.naturalWidth(); }
@@ -74,6 +80,8 @@ class ReplyView : public QQuickItem, public SelectableText {
     void setBaseColor(const QColor& color);
     void setLinkColor(const QColor& color);
     void setSelectionColor(const QColor& color);
+    void setHighContrast(bool isOn);
+    void setTextScale(double scale);
     void setViewTop(double top);
     void setViewHeight(double height);
 
@@ -96,6 +104,8 @@ class ReplyView : public QQuickItem, public SelectableText {
   signals:
     void rawChanged();
     void colorsChanged();
+    void highContrastChanged();
+    void textScaleChanged();
     void viewChanged();
     void growingChanged();
     void arrivalDurationChanged();
@@ -127,7 +137,7 @@ class ReplyView : public QQuickItem, public SelectableText {
   private:
     friend class ReplyCanvas;
 
-    void setColors(const ReplyColors& colors);
+    bool setTheme(const ReplyTheme& theme); // false where it is the same
     void layOutNow();
     void publishLayout();
     void placeCanvas();
@@ -145,7 +155,7 @@ class ReplyView : public QQuickItem, public SelectableText {
 
     ReplyBlocks m_blocks;
     ReplyLayout m_layout;
-    ReplyColors m_colors;
+    ReplyTheme m_theme;
     ReplyCanvas* m_canvas;
     QTimer m_more; // goes on with a layout that took too long
     QVariantAnimation m_arrival;
