@@ -84,11 +84,11 @@ TEST(EventStreamParserTest, CutsMakeNoDifference) {
 }
 
 TEST(EventStreamParserTest, AnEventWithoutAnEndIsCutOff) {
-    for (const std::string piece :
-         {std::string(1'000'000, 'x'), "data: " + std::string(999, 'x') + "\n"}) {
+    const std::string line(1'000'000, 'x');
+    for (const std::string& piece : {line, "data: " + line + "\n"}) {
         EventStreamParser parser;
         const auto flood = [&] {
-            for (int i = 0; i < 5'000'000 / static_cast<int>(piece.size()); ++i)
+            for (int i = 0; i < 5; ++i)
                 static_cast<void>(parser.feed(piece));
         };
         EXPECT_THROW(flood(), EngineError);
