@@ -14,7 +14,14 @@ using namespace Qt::StringLiterals;
 
 AccountSession::AccountSession(VorqAPIService& api, Defaults& defaults, const AppPaths& paths,
                                Clock& clock, PreferredModel& model, QObject* parent)
-    : QObject(parent), m_api(api), m_store(defaults, paths), m_clock(clock), m_model(model) {
+    : QObject(parent),
+      m_api(api),
+      m_store(defaults, paths),
+      m_clock(clock),
+      m_model(model),
+      m_refresh(api, m_store, clock,
+                [this](const VorqSessionStore::Record& stored,
+                       const std::optional<Session>& session) { adoptTokens(stored, session); }) {
     const QPointer<AccountSession> self(this);
     model.setTokenSource([self] { return self ? self->sessionToken() : QString(); });
     for (const Changed changed :
@@ -23,9 +30,7 @@ AccountSession::AccountSession(VorqAPIService& api, Defaults& defaults, const Ap
         connect(this, changed, this, &AccountSession::displayNameChanged);
 }
 
-AccountSession::~AccountSession() {
-    m_refreshStop.request_stop();
-}
+AccountSession::~AccountSession() = default;
 
 QString AccountSession::displayName() const {
     QStringList names;
@@ -94,6 +99,7 @@ void AccountSession::adoptStored(const VorqSessionStore::Record& stored) {
 
 void AccountSession::leaveSession() {
     ++m_sessionNumber;
+    m_refresh.leave();
     change(m_isSavingProfile, false, &AccountSession::isSavingProfileChanged);
     change(m_isSavingPrivacy, false, &AccountSession::isSavingPrivacyChanged);
 }
@@ -112,13 +118,7 @@ void AccountSession::restoreSession() {
 }
 
 void AccountSession::applySession(const Session& session) {
-    const VorqSessionStore::Record record{.email = session.email,
-                                          .token = session.token,
-                                          .refreshToken = session.refreshToken.value_or(QString()),
-                                          .firstName = session.firstName.value_or(QString()),
-                                          .lastName = session.lastName.value_or(QString()),
-                                          .username = session.username ? *session.username
-                                                                       : m_store.read().username};
+    const VorqSessionStore::Record record = m_store.recordOf(session);
     m_store.write(record);
     adoptStored(record);
     m_model.applyPreferredModelFromSession(session);
@@ -131,7 +131,6 @@ void AccountSession::beginSession(const Session& session) {
 
 void AccountSession::forgetSession() {
     leaveSession();
-    m_store.clear();
     setIdentity({});
     setProfileImageData({});
     change(m_signedIn, false, &AccountSession::signedInChanged);
@@ -139,6 +138,7 @@ void AccountSession::forgetSession() {
 
 void AccountSession::signOut() {
     const QString token = m_sessionToken;
+    m_store.clear();
     forgetSession();
     setAuthError({});
     change(m_profileError, {}, &AccountSession::profileErrorChanged);
@@ -154,15 +154,12 @@ void AccountSession::signOut() {
         [&api = m_api, token](std::stop_token stop) { return api.signOut(token, stop); });
 }
 
+// What another program of the user has stored meanwhile is not what was refused.
 void AccountSession::markSessionExpired(const std::optional<QString>& message) {
+    m_store.clearIfStill(m_sessionToken);
     forgetSession();
     const QStringView said = message ? trimmed(*message) : QStringView();
     setAuthError(said.isEmpty() ? ServiceError::notSignedIn().message() : said.toString());
-}
-
-bool AccountSession::expireUnlessReplaced(const QString& refusedToken) {
-    if (m_sessionToken == refusedToken) markSessionExpired();
-    return !m_sessionToken.isEmpty();
 }
 
 } // namespace vorq

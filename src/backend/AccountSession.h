@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backend/Errors.h"
+#include "backend/SessionRefresh.h"
 #include "backend/VorqSessionStore.h"
 #include "support/TaskSlot.h"
 
@@ -93,7 +94,7 @@ class AccountSession final : public QObject {
     /// Gives whether there are new tokens now. A call while another is under way shares its
     /// outcome. Stopping ends the wait only: the new tokens of a refresh are never lost.
     QCoro::Task<bool> refreshAccessTokenIfNeeded(std::stop_token stop = {});
-    /// Waits until no refresh is under way, for a program that is about to end.
+    /// Waits until no answer to a refresh is under way, for a program that is about to end.
     QCoro::Task<> refreshSettled(std::stop_token stop = {});
 
     /// Signs in with a one-time code. Gives whether there is a live session; throws ServiceError.
@@ -114,8 +115,9 @@ class AccountSession final : public QObject {
                                     std::stop_token stop = {});
 
     /// Runs the operation, a callable from token to QCoro::Task<T>, with the session's token; if
-    /// that is refused, refreshes it and runs the operation once more. A session that cannot be
-    /// refreshed is expired. Throws what the operation throws, and OperationCancelled.
+    /// that is refused, refreshes it and runs the operation once more. A session whose refresh is
+    /// refused is expired; one whose refresh fails for now stays, and that failure is thrown.
+    /// Throws what the operation throws, and OperationCancelled.
     template<typename Operation>
     std::invoke_result_t<Operation&, QString> withFreshSessionToken(Operation operation,
                                                                     std::stop_token stop = {});
@@ -148,7 +150,11 @@ class AccountSession final : public QObject {
     void statusMenuRequested();
 
   private:
-    struct Refresh;
+    /// What was tried for a call that was refused.
+    struct Recovery {
+        bool isRenewed = false;
+        int adoptions = 0;
+    };
     using Changed = void (AccountSession::*)();
 
     template<typename Value>
@@ -166,13 +172,12 @@ class AccountSession final : public QObject {
     void forgetSession();
     /// From here on what was under way belongs to a former session and is dropped.
     void leaveSession();
-    /// After a refused token could not be refreshed. Gives whether another session stands instead.
+    void adoptTokens(const VorqSessionStore::Record& stored, const std::optional<Session>& session);
+    /// Ends with another token than the refused one in its place, or throws.
+    QCoro::Task<> replaceRefused(QString token, Recovery& recovery, std::stop_token stop);
+    /// After a refused token could not be replaced. Gives whether another stands in its place.
     bool expireUnlessReplaced(const QString& refusedToken);
 
-    static QCoro::Task<> runRefresh(QPointer<AccountSession> self, std::shared_ptr<Refresh> refresh,
-                                    QString refreshToken, std::stop_token stop);
-    [[nodiscard]] bool takeRefreshed(const std::optional<Session>& session, quint64 sessionNumber,
-                                     const QString& refreshToken);
     static QCoro::Task<> runHandoff(QPointer<AccountSession> self, QString code,
                                     std::stop_token stop);
     static QCoro::Task<> runBrowserSignIn(QPointer<AccountSession> self, QString mode,
@@ -207,8 +212,7 @@ class AccountSession final : public QObject {
 
     // Counts sessions begun and ended, so that late outcomes are known as such.
     quint64 m_sessionNumber = 0;
-    std::weak_ptr<Refresh> m_refresh;
-    std::stop_source m_refreshStop;
+    SessionRefresh m_refresh;
     TaskSlot m_handoffTask;
     TaskSlot m_signInTask;
     TaskSlot m_signOutTask;
@@ -218,7 +222,7 @@ template<typename Operation>
 std::invoke_result_t<Operation&, QString>
 AccountSession::withFreshSessionToken(Operation operation, std::stop_token stop) {
     const QPointer<AccountSession> self(this);
-    for (bool first = true;; first = false) {
+    for (Recovery recovery;;) {
         const QString token = m_sessionToken;
         try {
             co_return co_await operation(token);
@@ -226,11 +230,8 @@ AccountSession::withFreshSessionToken(Operation operation, std::stop_token stop)
             if (error.kind() != ServiceError::Kind::NotSignedIn) throw;
         }
         if (!self || stop.stop_requested()) throw OperationCancelled();
-        bool refreshed = false;
-        if (first) refreshed = co_await refreshAccessTokenIfNeeded(stop);
+        co_await replaceRefused(token, recovery, stop);
         if (!self || stop.stop_requested()) throw OperationCancelled();
-        if (refreshed && !m_sessionToken.isEmpty()) continue;
-        if (!expireUnlessReplaced(token) || !first) throw ServiceError::notSignedIn();
     }
 }
 

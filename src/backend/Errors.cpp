@@ -7,8 +7,8 @@ using namespace Qt::StringLiterals;
 BackendError::BackendError(QString message)
     : m_message(std::move(message)), m_utf8(m_message.toUtf8()) {}
 
-ServiceError ServiceError::requestFailed(QString message) {
-    return {Kind::RequestFailed, std::move(message)};
+ServiceError ServiceError::requestFailed(QString message, std::optional<int> status) {
+    return {Kind::RequestFailed, std::move(message), status};
 }
 
 ServiceError ServiceError::notSignedIn() {

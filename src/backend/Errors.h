@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <exception>
+#include <optional>
 
 namespace vorq {
 
@@ -25,16 +26,21 @@ class ServiceError final : public BackendError {
   public:
     enum class Kind { RequestFailed, NotSignedIn, InvalidResponse };
 
-    [[nodiscard]] static ServiceError requestFailed(QString message);
+    /// The status is that of the response, nothing where none came.
+    [[nodiscard]] static ServiceError requestFailed(QString message,
+                                                    std::optional<int> status = std::nullopt);
     [[nodiscard]] static ServiceError notSignedIn();
     [[nodiscard]] static ServiceError invalidResponse();
 
     [[nodiscard]] Kind kind() const { return m_kind; }
+    [[nodiscard]] std::optional<int> status() const { return m_status; }
 
   private:
-    ServiceError(Kind kind, QString message) : BackendError(std::move(message)), m_kind(kind) {}
+    ServiceError(Kind kind, QString message, std::optional<int> status = std::nullopt)
+        : BackendError(std::move(message)), m_kind(kind), m_status(status) {}
 
     Kind m_kind;
+    std::optional<int> m_status;
 };
 
 /// A sign-in in the browser that came to nothing. The label names the kind of sign-in.

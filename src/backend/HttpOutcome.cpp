@@ -45,7 +45,7 @@ bool isSuccess(int status) {
 ServiceError refusal(int status, QByteArrayView body) {
     if (status == 401) return ServiceError::notSignedIn();
     const QString byStatus = u"Request failed with status "_s + QString::number(status) + u'.';
-    return ServiceError::requestFailed(parseErrorMessage(body).value_or(byStatus));
+    return ServiceError::requestFailed(parseErrorMessage(body).value_or(byStatus), status);
 }
 
 ServiceError unreachable(const QString& baseURL) {

@@ -1,5 +1,6 @@
 #include "backend/VorqSessionStore.h"
 
+#include "backend/Session.h"
 #include "platform/AppPaths.h"
 #include "platform/Defaults.h"
 
@@ -18,6 +19,23 @@ const QString refreshTokenKey = u"vorq.session.refreshToken"_s;
 const QString firstNameKey = u"vorq.session.firstName"_s;
 const QString lastNameKey = u"vorq.session.lastName"_s;
 const QString usernameKey = u"vorq.session.username"_s;
+
+std::vector<Defaults::Change> changesOf(const VorqSessionStore::Record& record) {
+    return {{emailKey, record.email},
+            {tokenKey, record.token},
+            {refreshTokenKey, record.refreshToken},
+            {firstNameKey, record.firstName},
+            {lastNameKey, record.lastName},
+            {usernameKey, record.username}};
+}
+
+std::vector<Defaults::Change> removals() {
+    std::vector<Defaults::Change> changes;
+    for (const QString* key :
+         {&emailKey, &tokenKey, &refreshTokenKey, &firstNameKey, &lastNameKey, &usernameKey})
+        changes.emplace_back(*key, QVariant());
+    return changes;
+}
 
 } // namespace
 
@@ -41,13 +59,21 @@ VorqSessionStore::Record VorqSessionStore::readFresh() {
     return read();
 }
 
+VorqSessionStore::Record VorqSessionStore::recordOf(const Session& session) const {
+    return {.email = session.email,
+            .token = session.token,
+            .refreshToken = session.refreshToken.value_or(QString()),
+            .firstName = session.firstName.value_or(QString()),
+            .lastName = session.lastName.value_or(QString()),
+            .username = session.username ? *session.username : read().username};
+}
+
 void VorqSessionStore::write(const Record& record) {
-    m_defaults.apply({{emailKey, record.email},
-                      {tokenKey, record.token},
-                      {refreshTokenKey, record.refreshToken},
-                      {firstNameKey, record.firstName},
-                      {lastNameKey, record.lastName},
-                      {usernameKey, record.username}});
+    m_defaults.apply(changesOf(record));
+}
+
+bool VorqSessionStore::replace(const QString& refreshToken, const Record& record) {
+    return m_defaults.applyIf(refreshTokenKey, refreshToken, changesOf(record));
 }
 
 void VorqSessionStore::writeProfile(const Record& record) {
@@ -63,13 +89,18 @@ void VorqSessionStore::writeEmail(const QString& email) {
 }
 
 void VorqSessionStore::clear() {
-    m_defaults.apply({{emailKey, {}},
-                      {tokenKey, {}},
-                      {refreshTokenKey, {}},
-                      {firstNameKey, {}},
-                      {lastNameKey, {}},
-                      {usernameKey, {}}});
+    m_defaults.apply(removals());
     clearProfileImage();
+}
+
+bool VorqSessionStore::clearIfStill(const QString& token) {
+    if (!m_defaults.applyIf(tokenKey, token, removals())) return false;
+    clearProfileImage();
+    return true;
+}
+
+QString VorqSessionStore::lockFolder() const {
+    return m_paths.settingsFolder();
 }
 
 QString VorqSessionStore::profileImageURL() const {

@@ -7,6 +7,7 @@ namespace vorq {
 
 class AppPaths;
 class Defaults;
+struct Session;
 
 /// Where a session is kept between launches: the settings and one avatar file. The tokens are kept
 /// as they are; settings and avatar can be read by the user alone. Main thread only.
@@ -29,14 +30,23 @@ class VorqSessionStore {
     [[nodiscard]] Record read() const;
     /// Takes in what other programs of the user have stored, and reads it.
     [[nodiscard]] Record readFresh();
+    /// What is to be stored of the session; a username that it lacks is the stored one.
+    [[nodiscard]] Record recordOf(const Session& session) const;
     /// Stores all six texts as one change.
     void write(const Record& record);
+    /// The same if the refresh token is still the one given. Gives whether it was.
+    bool replace(const QString& refreshToken, const Record& record);
     /// Stores all but the refresh token as one change.
     void writeProfile(const Record& record);
     void writeEmail(const QString& email);
 
     /// Removes the stored texts and the avatar.
     void clear();
+    /// The same if the token is still the one given. Gives whether it was: if not, another program
+    /// has signed in or out or refreshed.
+    bool clearIfStill(const QString& token);
+    /// The folder that programs of the user lock while they refresh what is stored here.
+    [[nodiscard]] QString lockFolder() const;
 
     /// Path of the avatar file. Creates its folder if that can be done.
     [[nodiscard]] QString profileImageURL() const;

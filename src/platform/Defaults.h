@@ -31,6 +31,12 @@ class Defaults {
     /// Stores several changes as one: after a crash either all or none of them are there.
     virtual void apply(const std::vector<Change>& changes) = 0;
 
+    /// The same if the key still holds that text, to which one that is missing or of another type
+    /// counts as empty. Another program's write comes before or after the whole. Gives whether the
+    /// key did.
+    virtual bool applyIf(const QString& key, const QString& text,
+                         const std::vector<Change>& changes) = 0;
+
     /// Takes in what other programs of the user have stored meanwhile.
     virtual void synchronise() {}
 

@@ -1,8 +1,12 @@
 // The built programs together: a real backend process, real sockets, real files.
 
+#include "app/SlowRefreshRelay.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -22,6 +26,7 @@
 namespace vorq {
 namespace {
 
+using namespace std::chrono_literals;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
@@ -77,6 +82,9 @@ class AskEndToEndTest : public testing::Test {
         process->setProcessEnvironment(m_environment);
         process->start(program, arguments);
         process->write(input);
+        // What is written reaches a program only while it is waited for, one at a time.
+        while (process->bytesToWrite() > 0 && process->waitForBytesWritten(patience)) {
+        }
         process->closeWriteChannel();
         return process;
     }
@@ -103,6 +111,22 @@ class AskEndToEndTest : public testing::Test {
         const Outcome opened = run(VORQ_PROGRAM, {"open", url});
         ASSERT_EQ(opened.status, 0) << opened.err;
         ASSERT_THAT(opened.out, StartsWith("Signed in as "));
+    }
+
+    static void writeFile(const QString& path, const QByteArray& bytes) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+
+    // What an access token is after its hour: one that the backend refuses.
+    void replaceStoredToken(const QByteArray& token) const {
+        const QString path = m_home.filePath("config/Vorq/settings.json");
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        QJsonObject settings = QJsonDocument::fromJson(file.readAll()).object();
+        settings["vorq.session.token"] = QString::fromUtf8(token);
+        writeFile(path, QJsonDocument(settings).toJson());
     }
 
     // Turns until the process has printed something.
@@ -301,6 +325,26 @@ TEST_F(AskEndToEndTest, SeveralAtOnceKeepTheSession) {
             const Outcome outcome = finish(*copy);
             EXPECT_EQ(outcome.status, 0) << outcome.err;
         }
+    }
+}
+
+TEST_F(AskEndToEndTest, TwoAtOnceWithAnExpiredTokenKeepTheSessionAndTheAvatar) {
+    startGateway();
+    signIn();
+    const SlowRefreshRelay relay(m_environment.value("VORQ_API_BASE_URL").toUtf8(), 200ms);
+    m_environment.insert("VORQ_API_BASE_URL", relay.url());
+    const QString avatar = m_home.filePath("data/Vorq/profile-avatar.jpg");
+    writeFile(avatar, "jpeg");
+    for (int round = 0; round < 12; ++round) {
+        replaceStoredToken("expired " + QByteArray::number(round));
+        const auto first = start(VORQ_PROGRAM, {"ask", "Summarise this"}, material);
+        const auto second = start(VORQ_PROGRAM, {"ask", "Summarise this"}, material);
+        for (QProcess* process : {first.get(), second.get()}) {
+            const Outcome outcome = finish(*process);
+            EXPECT_EQ(outcome.status, 0) << "round " << round << ": " << outcome.err;
+        }
+        EXPECT_TRUE(QFile::exists(avatar)) << round;
+        if (HasFailure()) return;
     }
 }
 

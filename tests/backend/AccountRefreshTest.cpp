@@ -1,5 +1,7 @@
 #include "backend/AccountFixture.h"
 
+#include <QDir>
+
 namespace vorq {
 namespace {
 
@@ -188,6 +190,89 @@ TEST_F(AccountRefreshTest, ARefusedCallWithoutRefreshExpiresTheSession) {
     EXPECT_EQ(transport.count(), 2u);
 }
 
+TEST_F(AccountRefreshTest, APassingFailureOfTheRefreshKeepsTheSessionAndSaysItsSentence) {
+    signIn();
+    const auto refusals = {std::pair{429, u"Too many attempts."_s}, std::pair{503, u"Busy."_s},
+                           std::pair{500, u"Broken."_s}, std::pair{403, u"Not from here."_s}};
+    for (const auto& [status, sentence] : refusals) {
+        const auto outcome = call();
+        answerLast(401, "{}");
+        answerLast(status, "{\"error\":\"" + sentence.toUtf8() + "\"}");
+        EXPECT_EQ(outcome.serviceError(), Kind::RequestFailed) << status;
+        EXPECT_EQ(outcome.message(), sentence);
+        EXPECT_TRUE(account->signedIn()) << status;
+        EXPECT_EQ(stored("refreshToken"), u"r1") << status;
+        EXPECT_EQ(account->authError(), u"") << status;
+    }
+}
+
+TEST_F(AccountRefreshTest, ARefreshThatDoesNotGetThroughKeepsTheSession) {
+    signIn();
+    for (const bool isTimeOut : {false, true}) {
+        const auto outcome = call();
+        answerLast(401, "{}");
+        if (isTimeOut)
+            clock.advance(30s);
+        else
+            transport.last().fail("no route");
+        clock.settle();
+        EXPECT_EQ(outcome.message(), u"Could not reach Vorq at http://h:1. Check your connection, "
+                                     u"or set VORQ_API_BASE_URL."_s);
+        EXPECT_TRUE(account->signedIn()) << isTimeOut;
+        EXPECT_EQ(stored("refreshToken"), u"r1");
+    }
+}
+
+TEST_F(AccountRefreshTest, AWebPageInPlaceOfNewTokensKeepsTheSession) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    answerLast(200, "<html>Sign in to this wireless network</html>");
+    EXPECT_TRUE(outcome.message().startsWith(u"Vorq reached a web page"))
+        << qPrintable(outcome.message());
+    EXPECT_TRUE(account->signedIn());
+}
+
+TEST_F(AccountRefreshTest, ARefreshThatIsToBeTriedAgainIsUntilItSucceeds) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    const std::size_t first = transport.count();
+    for (int second = 0; second < 10; second += 2) {
+        answerLast(409, R"({"error":"Being renewed."})");
+        EXPECT_FALSE(outcome.ended());
+        clock.advance(2s);
+    }
+    EXPECT_EQ(transport.count(), first + 5);
+    answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
+    EXPECT_EQ(bearer(transport.count() - 1), "Bearer t2");
+    answerLast(200, sessionJson("x"));
+    EXPECT_TRUE(outcome.succeeded());
+}
+
+TEST_F(AccountRefreshTest, TryingAgainEndsWithTheSentenceAndKeepsTheSession) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    for (int round = 0; round < 100 && !outcome.ended(); ++round) {
+        answerLast(409, R"({"error":"Being renewed."})");
+        clock.advance(2s);
+    }
+    EXPECT_EQ(outcome.message(), u"Being renewed.");
+    EXPECT_TRUE(account->signedIn());
+    EXPECT_LT(clock.now(), 20s);
+}
+
+TEST_F(AccountRefreshTest, AProgramThatEndsDoesNotWaitForTheNextTry) {
+    signIn();
+    const Outcome refresh(account->refreshAccessTokenIfNeeded());
+    answerLast(409, "{}");
+    const Outcome settled(account->refreshSettled());
+    clock.settle();
+    EXPECT_TRUE(settled.ended());
+    EXPECT_FALSE(refresh.ended());
+}
+
 TEST_F(AccountRefreshTest, ACallRefusedTwiceExpiresTheSession) {
     signIn();
     const auto outcome = call();
@@ -306,6 +391,123 @@ TEST_F(AccountRefreshTest, SigningOutWhileTheNewTokensAreAppliedIsNoExpiry) {
     EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
     EXPECT_EQ(account->authError(), u"");
     EXPECT_FALSE(account->signedIn());
+}
+
+// Two programs of one user: two accounts over the same settings.
+class SharedSessionTest : public AccountRefreshTest {
+  protected:
+    SharedSessionTest() {
+        QDir().mkpath(paths.settingsFolder());
+        storeAvatar("jpeg");
+        storeSession("t1");
+        other->restoreSession();
+        signIn();
+    }
+    Outcome<Session> callOfOther() {
+        return Outcome(other->withFreshSessionToken([this](const QString& token) {
+            return api.updateProfile(token, "f", "l", "u", stop.get_token());
+        }));
+    }
+    [[nodiscard]] bool hasAvatar() const {
+        return QFile::exists(paths.applicationSupportFolder() + "/Vorq/profile-avatar.jpg");
+    }
+
+    std::unique_ptr<AccountSession> other =
+        std::make_unique<AccountSession>(api, defaults, paths, clock, model);
+};
+
+TEST_F(SharedSessionTest, TheSecondWaitsForTheRefreshOfTheFirstAndTakesItsTokens) {
+    const auto first = call();
+    const auto second = callOfOther();
+    transport.at(0).respond(401, "{}");
+    transport.at(1).respond(401, "{}");
+    clock.settle();
+    ASSERT_EQ(transport.count(), 3u) << "one of them refreshes";
+    clock.advance(2s);
+    ASSERT_EQ(transport.count(), 3u);
+    answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
+    clock.advance(1s);
+    ASSERT_EQ(transport.count(), 5u);
+    for (const std::size_t index : {3u, 4u}) {
+        EXPECT_EQ(bearer(index), "Bearer t2");
+        transport.at(index).respond(200, sessionJson("x"));
+    }
+    clock.settle();
+    EXPECT_TRUE(first.succeeded() && second.succeeded());
+    EXPECT_EQ(other->sessionToken(), u"t2");
+}
+
+TEST_F(SharedSessionTest, AWaitThatLastsTooLongFailsAndKeepsTheSession) {
+    const auto first = call();
+    const auto second = callOfOther();
+    transport.at(0).respond(401, "{}");
+    transport.at(1).respond(401, "{}");
+    clock.settle();
+    transport.at(2).begin(200); // and its body never comes to an end
+    for (int part = 0; part < 20; ++part) {
+        transport.at(2).send(" ");
+        clock.advance(5s);
+    }
+    EXPECT_EQ(second.serviceError(), Kind::RequestFailed);
+    EXPECT_TRUE(other->signedIn());
+    EXPECT_EQ(stored("refreshToken"), u"r1");
+}
+
+TEST_F(SharedSessionTest, TokensThatAreExpiredTooAreRefreshedAfterTheyWereTaken) {
+    storeSession("t5", "r5");
+    const auto outcome = call();
+    answerLast(401, "{}");
+    EXPECT_EQ(bearer(1), "Bearer t5") << "without a refresh";
+    answerLast(401, "{}");
+    EXPECT_EQ(transport.last().json().value("refreshToken"), u"r5"_s);
+    answerLast(200, sessionJson("t6", R"(,"refreshToken":"r6")"));
+    EXPECT_EQ(bearer(3), "Bearer t6");
+    answerLast(200, sessionJson("x"));
+    EXPECT_TRUE(outcome.succeeded());
+    EXPECT_EQ(stored("token"), u"t6");
+}
+
+TEST_F(SharedSessionTest, AnExpiryRemovesOnlyWhatWasRefused) {
+    const auto outcome = call();
+    answerLast(401, "{}");
+    answerLast(401, "{}");
+    EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
+    EXPECT_EQ(stored("token"), u"(none)");
+
+    storeSession("t9", "r9");
+    storeAvatar("jpeg of t9");
+    other->markSessionExpired();
+    EXPECT_FALSE(other->signedIn());
+    EXPECT_EQ(stored("token"), u"t9");
+    EXPECT_EQ(stored("refreshToken"), u"r9");
+    EXPECT_EQ(stored("email"), u"ada@example.org");
+    EXPECT_TRUE(hasAvatar());
+}
+
+TEST_F(SharedSessionTest, ARefreshDoesNotUndoASignOutOfTheOther) {
+    const auto outcome = call();
+    answerLast(401, "{}");
+    const ScriptedExchange refresh = transport.last();
+    other->signOut();
+    refresh.respond(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
+    clock.settle();
+    EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
+    EXPECT_EQ(stored("token"), u"(none)");
+    EXPECT_EQ(stored("refreshToken"), u"(none)");
+    EXPECT_FALSE(account->signedIn());
+}
+
+TEST_F(SharedSessionTest, ARefreshDoesNotReplaceASignInOfTheOther) {
+    const auto outcome = call();
+    answerLast(401, "{}");
+    const ScriptedExchange refresh = transport.last();
+    const Outcome handoff(other->exchangeHandoff("c"));
+    answerLast(200, sessionJson("t7", R"(,"refreshToken":"r7")"));
+    refresh.respond(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
+    clock.settle();
+    EXPECT_EQ(stored("refreshToken"), u"r7");
+    EXPECT_EQ(account->sessionToken(), u"t7");
+    EXPECT_EQ(transport.last().header("Authorization"), "Bearer t7");
 }
 
 } // namespace

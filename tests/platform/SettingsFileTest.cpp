@@ -45,6 +45,20 @@ TEST_F(SettingsFileTest, MissingFileReadsAsEmpty) {
     EXPECT_FALSE(QFile::exists(m_path)) << "reading creates nothing";
 }
 
+TEST_F(SettingsFileTest, AppliesOnlyWhileTheKeyIsAsItWasExpected) {
+    SettingsFile one(m_path);
+    SettingsFile other(m_path);
+    one.setString("vorq.session.token", "t1");
+    EXPECT_TRUE(other.applyIf("vorq.session.token", "t1", {{"vorq.session.token", "t2"}}))
+        << "as another program has stored it";
+    EXPECT_FALSE(one.applyIf("vorq.session.token", "t1", {{"vorq.session.token", "t3"}}));
+    EXPECT_EQ(one.string("vorq.session.token"), QString("t2"));
+    EXPECT_EQ(SettingsFile(m_path).string("vorq.session.token"), QString("t2"));
+    EXPECT_TRUE(one.applyIf("vorq.session.email", "", {{"vorq.session.token", {}}}))
+        << "a missing key counts as empty";
+    EXPECT_FALSE(SettingsFile(m_path).contains("vorq.session.token"));
+}
+
 TEST_F(SettingsFileTest, KeepsValuesAcrossObjects) {
     {
         SettingsFile settings(m_path);

@@ -161,7 +161,16 @@ void SettingsFile::change(const std::vector<Change>& changes) {
 }
 
 void SettingsFile::apply(const std::vector<Change>& changes) {
-    m_unwritten.insert(m_unwritten.end(), changes.begin(), changes.end());
+    applyWhere([] { return true; }, changes);
+}
+
+bool SettingsFile::applyIf(const QString& key, const QString& text,
+                           const std::vector<Change>& changes) {
+    return applyWhere([&] { return string(key).value_or(QString()) == text; }, changes);
+}
+
+bool SettingsFile::applyWhere(const std::function<bool()>& holds,
+                              const std::vector<Change>& changes) {
     QDir().mkpath(QFileInfo(m_path).absolutePath());
     // Without the lock, as on a read-only disk, the write is tried all the same and fails by
     // itself.
@@ -170,7 +179,11 @@ void SettingsFile::apply(const std::vector<Change>& changes) {
     lock.tryLock(2s);
     reload();
     change(m_unwritten);
+    if (!holds()) return false;
+    change(changes);
+    m_unwritten.insert(m_unwritten.end(), changes.begin(), changes.end());
     if (write()) m_unwritten.clear();
+    return true;
 }
 
 void SettingsFile::synchronise() {

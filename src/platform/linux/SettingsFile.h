@@ -4,6 +4,7 @@
 
 #include <QMap>
 
+#include <functional>
 #include <optional>
 
 namespace vorq {
@@ -22,6 +23,8 @@ class SettingsFile final : public Defaults {
 
     [[nodiscard]] QVariant value(const QString& key) const override;
     void apply(const std::vector<Change>& changes) override;
+    bool applyIf(const QString& key, const QString& text,
+                 const std::vector<Change>& changes) override;
     void synchronise() override;
     /// Takes kept damaged files along, which may hold secrets, and the folder if nothing else is
     /// in it. What a symbolic link leads to stays, but empty.
@@ -41,6 +44,7 @@ class SettingsFile final : public Defaults {
 
     void reload();
     void change(const std::vector<Change>& changes);
+    bool applyWhere(const std::function<bool()>& holds, const std::vector<Change>& changes);
     bool write();
     bool keepDamagedFile();
     void warnOnce(const QString& text);

@@ -12,6 +12,13 @@ void MemoryDefaults::apply(const std::vector<Change>& changes) {
     }
 }
 
+bool MemoryDefaults::applyIf(const QString& key, const QString& text,
+                             const std::vector<Change>& changes) {
+    if (string(key).value_or(QString()) != text) return false;
+    apply(changes);
+    return true;
+}
+
 std::expected<void, QString> MemoryDefaults::erase() {
     m_values.clear();
     return {};

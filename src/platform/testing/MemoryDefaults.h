@@ -11,6 +11,8 @@ class MemoryDefaults final : public Defaults {
   public:
     [[nodiscard]] QVariant value(const QString& key) const override { return m_values.value(key); }
     void apply(const std::vector<Change>& changes) override;
+    bool applyIf(const QString& key, const QString& text,
+                 const std::vector<Change>& changes) override;
     std::expected<void, QString> erase() override;
 
     [[nodiscard]] const QMap<QString, QVariant>& values() const { return m_values; }
