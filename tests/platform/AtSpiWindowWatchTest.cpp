@@ -3,6 +3,7 @@
 #include "platform/FakeAccessibleTree.h"
 #include "platform/PrivateBus.h"
 
+#include <QDBusPendingCallWatcher>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -67,17 +68,30 @@ class AtSpiWindowWatchTest : public testing::Test {
         m_tree.elements[window].states = isActive ? active : 0;
     }
 
-    void tell(const QString& path, const char* kind, const char* event,
+    void send(const QString& path, const char* kind, const char* event,
               const QVariantList& arguments = {}) {
         QDBusMessage signal = QDBusMessage::createSignal(
             path, QStringLiteral("org.a11y.atspi.Event.") + kind, QString::fromLatin1(event));
         signal.setArguments(arguments);
         m_server.send(signal);
+    }
+
+    void tell(const QString& path, const char* kind, const char* event,
+              const QVariantList& arguments = {}) {
+        send(path, kind, event, arguments);
         settle();
     }
 
-    // All that is asked and answered on the bus of the test.
-    static void settle() { QTest::qWait(120); }
+    // Until all is heard that was told, and answered that is asked.
+    void settle() {
+        const QDBusPendingCall fence = m_client.asyncCall(QDBusMessage::createMethodCall(
+            m_server.baseService(), "/fence", "org.a11y.atspi.Accessible", "GetRole"));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return fence.isFinished() && !isAsking(); }, 10'000));
+    }
+
+    [[nodiscard]] bool isAsking() const {
+        return !m_watch->findChildren<QDBusPendingCallWatcher*>().isEmpty();
+    }
 
     [[nodiscard]] std::optional<std::int32_t> front() const { return m_watch->front(); }
 
@@ -152,6 +166,25 @@ TEST_F(AtSpiWindowWatchTest, ForgetsAnApplicationThatIsGone) {
     begin();
     m_watch->forget(m_server.baseService());
     EXPECT_EQ(front(), std::nullopt);
+}
+
+TEST_F(AtSpiWindowWatchTest, AnApplicationThatAnswersLateIsInFrontThen) {
+    begin();
+    setActive("/window/1", true);
+    std::vector<QDBusMessage> waiting;
+    m_tree.instead = [&](const QDBusMessage& call) {
+        if (call.member() != "GetState") return QDBusMessage();
+        waiting.push_back(call);
+        return call.createErrorReply(QDBusError::NoReply, FakeAccessibleTree::noAnswer);
+    };
+    send("/window/1", "Window", "Activate");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !waiting.empty(); }, 10'000));
+    QTest::qWait(600);
+    EXPECT_TRUE(isAsking());
+    m_tree.instead = {};
+    m_tree.handleMessage(waiting.front(), m_server);
+    settle();
+    EXPECT_EQ(front(), m_application);
 }
 
 TEST_F(AtSpiWindowWatchTest, AnApplicationThatDoesNotAnswerIsNotInFront) {

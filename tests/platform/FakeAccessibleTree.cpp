@@ -70,6 +70,7 @@ QDBusMessage extentsOf(const QDBusMessage& call, QRect place) {
 
 bool FakeAccessibleTree::handleMessage(const QDBusMessage& message, const QDBusConnection& bus) {
     QDBusMessage reply = instead ? instead(message) : QDBusMessage();
+    if (reply.errorMessage() == noAnswer) return true;
     if (reply.type() == QDBusMessage::InvalidMessage) reply = answer(message, bus.baseService());
     return bus.send(reply);
 }

@@ -40,6 +40,9 @@ class FakeAccessibleTree final : public QDBusVirtualObject {
 
     /// By path.
     std::map<QString, FakeAccessible> elements;
+    /// The text of an error that is not sent: whoever has the call answers it later.
+    static constexpr auto noAnswer = "no answer";
+
     /// Answers in place of what is here, for some calls; nothing leaves a call to what is here.
     std::function<QDBusMessage(const QDBusMessage&)> instead;
     /// The calls about texts, as "path.method", that came for elements without a text.

@@ -10,7 +10,8 @@
 namespace vorq {
 namespace {
 
-constexpr int callLimit = 250; // milliseconds
+// Milliseconds. Nobody waits for an answer, and on a busy machine it may well come late.
+constexpr int callLimit = 5'000;
 
 const auto registry = QStringLiteral("org.a11y.atspi.Registry");
 const auto objectEvents = QStringLiteral("org.a11y.atspi.Event.Object");
