@@ -23,13 +23,18 @@ using testing::SizeIs;
 class UninstallerTest : public testing::Test {
   protected:
     UninstallerTest() {
-        // The trash is there, and not the one of whoever runs the tests.
+        // The trash is there, and not the one of whoever runs the tests. Files of another file
+        // system than the home folder's would go to a trash of that.
         qputenv("XDG_DATA_HOME", m_paths.applicationSupportFolder().toUtf8());
+        qputenv("HOME", m_paths.home().toUtf8());
         (void)m_loginItem.registerAtLogin();
         m_defaults.setString("vorq.session.token", "secret");
         LibraryStore(m_paths.applicationSupportFolder()).save(std::vector<SavedNote>(1));
     }
-    ~UninstallerTest() override { qunsetenv("XDG_DATA_HOME"); }
+    ~UninstallerTest() override {
+        qunsetenv("XDG_DATA_HOME");
+        qputenv("HOME", m_homeOfTheTester);
+    }
 
     [[nodiscard]] QString data(const QString& path) const {
         return m_paths.applicationSupportFolder() + "/" + path;
@@ -47,6 +52,7 @@ class UninstallerTest : public testing::Test {
             .uninstall();
     }
 
+    QByteArray m_homeOfTheTester = qgetenv("HOME");
     TemporaryPaths m_paths;
     LogLines m_log;
     MemoryDefaults m_defaults;
