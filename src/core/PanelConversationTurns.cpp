@@ -51,6 +51,7 @@ void PanelConversation::startRequest(const PanelRequest& request, const QUuid& p
 }
 
 void PanelConversation::requestHighlightAnalysis(const QString& text) {
+    m_typewriter.showWaitingReply();
     removeEmptyPlaceholders();
     Turn turn;
     turn.placeholder = appendPlaceholder();
@@ -178,6 +179,8 @@ void PanelConversation::failTurn(const Turn& turn, const std::exception_ptr& err
     case TurnEnd::Cancelled:
     case TurnEnd::Replied:
         dropWorkingPlaceholder(turn.placeholder);
+        // Nobody else completes what a turn has shown that was replaced.
+        m_typewriter.settleStreamedText(turn.placeholder);
         break;
     }
 }

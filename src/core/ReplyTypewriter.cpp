@@ -6,6 +6,8 @@
 #include "core/WorkStatus.h"
 #include "support/Text.h"
 
+#include <algorithm>
+
 namespace vorq {
 namespace {
 
@@ -21,6 +23,11 @@ void completeText(VorqMessage& message) {
         if (!full.isEmpty()) message.text = full.toString();
     }
     message.typingFullText.reset();
+}
+
+// The whole reply is there, but its placeholder stands through the leading pause.
+bool isWaitingReply(const VorqMessage& message) {
+    return message.isWorking && message.typingFullText.has_value();
 }
 
 } // namespace
@@ -146,11 +153,33 @@ void ReplyTypewriter::applyTypingText(const QString& text, const QUuid& id, bool
 }
 
 void ReplyTypewriter::finishTypingFlags(std::optional<MessageRole> role) {
-    m_messages.updateAll([role](VorqMessage& message) {
-        if (!message.isTyping || (role && message.role != *role)) return;
+    finishMessages([role](const VorqMessage& message) {
+        return (message.isTyping || isWaitingReply(message)) && (!role || message.role == *role);
+    });
+}
+
+void ReplyTypewriter::showWaitingReply() {
+    if (std::ranges::none_of(m_messages.messages(), isWaitingReply)) return;
+    // There is one reveal at a time, so it is that of this reply.
+    m_typingTask.cancel();
+    finishMessages(isWaitingReply);
+}
+
+void ReplyTypewriter::finishMessages(const std::function<bool(const VorqMessage&)>& isFinished) {
+    const bool wasWorking = m_messages.hasWorking();
+    m_messages.updateAll([&isFinished](VorqMessage& message) {
+        if (!isFinished(message)) return;
         completeText(message);
         message.isTyping = false;
+        message.isWorking = false;
     });
+    if (wasWorking && !m_messages.hasWorking()) m_status.endPanelWorkStatus();
+}
+
+void ReplyTypewriter::settleStreamedText(const QUuid& id) {
+    const VorqMessage* message = m_messages.find(id);
+    if (message && message->isTyping && !message->typingFullText)
+        applyTypingText(QString(message->text), id, false);
 }
 
 } // namespace vorq

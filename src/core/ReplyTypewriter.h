@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
 #include <optional>
 
 namespace vorq {
@@ -37,8 +38,17 @@ class ReplyTypewriter final : public QObject {
     /// The only writer of a message's reply text during a turn.
     void applyTypingText(const QString& text, const QUuid& id, bool isTyping);
 
-    /// Completes what is being typed by the role, or by anyone, without further steps.
+    /// Completes what is being typed by the role, or by anyone, without further steps. So is a
+    /// reply that is there but for its leading pause.
     void finishTypingFlags(std::optional<MessageRole> role);
+
+    /// Shows the reply that waits for the end of its leading pause, if there is one. Replies that
+    /// are being typed go on.
+    void showWaitingReply();
+
+    /// Leaves a message that was streamed as far as it came. One whose whole reply is known is
+    /// typed on.
+    void settleStreamedText(const QUuid& id);
 
     /// Stops the running reveal, leaving its message as it stands.
     void cancelTyping() { m_typingTask.cancel(); }
@@ -60,6 +70,7 @@ class ReplyTypewriter final : public QObject {
     void startGraphemeTypewriter(const QString& text, const QUuid& into,
                                  Clock::Duration leadingPause);
 
+    void finishMessages(const std::function<bool(const VorqMessage&)>& isFinished);
     static QCoro::Task<> revealBlocks(QPointer<ReplyTypewriter> self, BlockReveal reveal,
                                       QUuid target, Clock::Duration leadingPause,
                                       std::stop_token stop);

@@ -191,6 +191,46 @@ TEST_F(QueueTest, ANewAnalysisLeavesTheReplyBeingTypedToItsReveal) {
                 ElementsAre("one", threeParagraphs, "Attached: Text capture", "Analysed."));
 }
 
+TEST_F(QueueTest, ACommandInTheFinishingPauseShowsTheReplyAtOnce) {
+    submit("one");
+    reply(exchange(), threeParagraphs);
+    EXPECT_EQ(status(), VorqWorkStatus::Finishing);
+    advance(100ms);
+    submit("open library");
+    EXPECT_EQ(messages()[1].text, threeParagraphs);
+    EXPECT_FALSE(messages()[1].isWorking);
+    advance(10s);
+    EXPECT_FALSE(panel().isPanelResponding());
+    EXPECT_EQ(status(), VorqWorkStatus::Working);
+}
+
+TEST_F(QueueTest, AnAnalysisInTheFinishingPauseShowsTheReplyAtOnce) {
+    submit("one");
+    reply(exchange(), threeParagraphs);
+    panel().typeHighlightAndAnalyze("captured");
+    m_clock.settle();
+    EXPECT_THAT(texts(),
+                ElementsAre("one", threeParagraphs, "Attached: Text capture", "Working..."));
+    reply(exchange(), "Analysed.");
+    advance(10s);
+    EXPECT_THAT(texts(),
+                ElementsAre("one", threeParagraphs, "Attached: Text capture", "Analysed."));
+}
+
+TEST_F(QueueTest, AReplyThatAnAnalysisReplacedEndsThoughTheAnalysisIsSignedOut) {
+    submit("one");
+    exchange().begin();
+    sendText(exchange(), threeParagraphs);
+    EXPECT_TRUE(last().isTyping);
+    panel().typeHighlightAndAnalyze("captured");
+    m_clock.settle();
+    refuse(exchange(), 401);
+    EXPECT_FALSE(panel().isPanelResponding());
+    EXPECT_THAT(texts(), ElementsAre("one", threeParagraphs.first(122), "Attached: Text capture"));
+    submit("two");
+    EXPECT_EQ(panel().queuedTurns(), 0U);
+}
+
 TEST_F(QueueTest, AnAnalysisReplacesTheRunningTurn) {
     submit("one");
     panel().typeHighlightAndAnalyze(" captured ");
