@@ -15,10 +15,12 @@ pkg_check_modules(Xcb REQUIRED IMPORTED_TARGET xcb xcb-ewmh xcb-keysyms xcb-rand
 if(VORQ_TESTS OR VORQ_FUZZ)
   find_package(GTest REQUIRED)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Network QuickTest Test)
+  # an HTTP client that shares no code with the gateway's server
+  pkg_check_modules(CppHttplib REQUIRED IMPORTED_TARGET cpp-httplib)
 endif()
 
 # vorq-gateway
 find_package(nlohmann_json REQUIRED)
 find_package(SQLite3 REQUIRED)
-pkg_check_modules(CppHttplib REQUIRED IMPORTED_TARGET cpp-httplib)
+find_package(Boost 1.81 REQUIRED)
 pkg_check_modules(Sodium REQUIRED IMPORTED_TARGET libsodium)

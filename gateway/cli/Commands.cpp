@@ -10,12 +10,14 @@
 #include "provider/ProviderEngine.h"
 #include "storage/StateFile.h"
 #include "support/Filled.h"
+#include "support/ProcessLimits.h"
 #include "support/Secrets.h"
 
 #include <pthread.h>
 #include <pwd.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <ctime>
@@ -52,14 +54,13 @@ sigset_t stopSignals() {
 }
 
 /// Runs the server in a thread of its own until a signal says stop. A request that cannot be
-/// brought to an end within the grace does not keep the program alive.
+/// brought to an end within the grace does not keep the program alive. Throws what `run` throws.
 void serveUntilSignal(GatewayServer& server, const sigset_t& signals) {
     constexpr std::chrono::seconds grace{5};
-    std::promise<void> ended;
-    std::future<void> hasEnded = ended.get_future();
+    std::packaged_task<void()> serving([&] { server.run(); });
+    std::future<void> hasEnded = serving.get_future();
     std::thread thread([&] {
-        server.run();
-        ended.set_value();
+        serving();
         // Wakes the wait below if the server ended by itself.
         kill(getpid(), SIGTERM);
     });
@@ -71,12 +72,20 @@ void serveUntilSignal(GatewayServer& server, const sigset_t& signals) {
         std::_Exit(0); // The database is whole at any moment.
     }
     thread.join();
+    hasEnded.get();
 }
 
-std::unique_ptr<Engine> makeEngine(const Settings& settings, Pacer& pacer,
-                                   const CommandLine& line) {
+/// Each reply may take a connection to the client and one to the provider.
+std::size_t mostConnections() {
+    constexpr std::size_t ownFiles = 64;
+    const std::size_t files = raiseFileLimit();
+    return std::clamp<std::size_t>((files - std::min(files, ownFiles)) / 2, 16,
+                                   GatewayServer::kMostConnections);
+}
+
+std::unique_ptr<Engine> makeEngine(const Settings& settings, const CommandLine& line) {
     if (settings.provider) return std::make_unique<ProviderEngine>(*settings.provider);
-    return std::make_unique<EmbeddedEngine>(pacer, line.streamDelay);
+    return std::make_unique<EmbeddedEngine>(line.streamDelay);
 }
 
 } // namespace
@@ -85,19 +94,19 @@ int runServe(const CommandLine& line) {
     const sigset_t signals = stopSignals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
+    boundHeap();
     const Settings settings = readSettings(
         line.configFile.value_or(defaultSettingsFile(processEnvironment)), processEnvironment);
     for (const std::string& notice : settings.notices)
         say(stderr, "vorq-gateway: " + notice);
     const SystemClock clock;
-    SleepingPacer pacer;
     AccountService accounts(openDatabase(line), clock);
     RateLimiter limiter(clock, settings.authRequestsPerMinute);
-    const std::unique_ptr<Engine> engine = makeEngine(settings, pacer, line);
+    const std::unique_ptr<Engine> engine = makeEngine(settings, line);
     RequestRouter router(accounts, limiter, RequestGuard(line.host));
     addAuthRoutes(router, accounts);
     addAiRoutes(router, *engine);
-    GatewayServer server(router);
+    GatewayServer server(router, mostConnections());
     const int port = server.bind(line.host, line.port);
     say(stdout, filled("vorq-gateway listening on http://{}:{}",
                        line.host.contains(':') ? "[" + line.host + "]" : line.host, port));

@@ -2,11 +2,13 @@
 
 #include "engine/Analysis.h"
 #include "support/Cancellation.h"
+#include "support/SteadyTime.h"
 
+#include <functional>
 #include <memory>
-#include <optional>
 #include <stdexcept>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace vorq::gateway {
@@ -64,18 +66,37 @@ struct QuizRequest {
     std::string model = {};
 };
 
-/// One reply on its way. Used from one thread. Both functions may throw EngineError, and
-/// CancelledError once nobody wants the reply.
+/// What one step of a reply brought.
+struct ReplyStep {
+    enum class Kind { Grew, Waits, Ended };
+    Kind kind = Kind::Ended;
+    /// The whole reply so far, if it grew.
+    std::string text = {};
+    /// If it waits: when to step again though nobody called for it.
+    SteadyTime again = SteadyTime::max();
+};
+
+/// A reply that has ended.
+using FinishedReply = std::variant<Analysis, std::vector<Flashcard>, Quiz>;
+
+[[nodiscard]] nlohmann::json encode(const FinishedReply& reply);
+
+/// One reply on its way. No function of it waits for anything. Stepped by one thread at a time;
+/// destroying it gives the reply up. `step` and `result` may throw EngineError.
 class ReplyStream {
   public:
     virtual ~ReplyStream() = default;
-    /// Waits for more and gives the whole reply so far; nothing once the reply is complete.
-    [[nodiscard]] virtual std::optional<std::string> next(const Cancelled& cancelled) = 0;
-    /// The finished reply, after `next` gave nothing.
-    [[nodiscard]] virtual Analysis result() = 0;
+    /// Set before the first step. `call` says that a step may bring something new: from any
+    /// thread, maybe for nothing, and maybe once the reply is gone.
+    virtual void setCaller(std::function<void()> call) { static_cast<void>(call); }
+    [[nodiscard]] virtual ReplyStep step(SteadyTime now) = 0;
+    /// The finished reply, once a step said that it ended.
+    [[nodiscard]] virtual FinishedReply result() = 0;
 };
 
-/// Answers the AI requests. Thread-safe; failures are EngineError.
+/// Answers the AI requests. Thread-safe; failures are EngineError. A function may compute for long,
+/// and looks at `cancelled` then, but waits for nobody: what others have yet to say comes through
+/// the reply.
 class Engine {
   public:
     virtual ~Engine() = default;
@@ -83,9 +104,12 @@ class Engine {
                                                               const Cancelled& cancelled) = 0;
     [[nodiscard]] virtual std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request,
                                                                const Cancelled& cancelled) = 0;
-    [[nodiscard]] virtual std::vector<Flashcard> flashcards(const FlashcardsRequest& request,
+    /// Ends in flashcards.
+    [[nodiscard]] virtual std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest& request,
+                                                                  const Cancelled& cancelled) = 0;
+    /// Ends in a quiz.
+    [[nodiscard]] virtual std::unique_ptr<ReplyStream> quiz(const QuizRequest& request,
                                                             const Cancelled& cancelled) = 0;
-    [[nodiscard]] virtual Quiz quiz(const QuizRequest& request, const Cancelled& cancelled) = 0;
 };
 
 } // namespace vorq::gateway

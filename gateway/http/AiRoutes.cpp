@@ -1,7 +1,9 @@
 #include "http/AiRoutes.h"
 
 #include "http/ApiError.h"
+#include "http/EventStream.h"
 #include "http/RequestFields.h"
+#include "http/WholeReply.h"
 #include "support/Utf8.h"
 
 #include <utility>
@@ -86,37 +88,33 @@ AnalyzeRequest analyzeRequest(const ApiCall& call) {
             .preferences = preferencesOf(call)};
 }
 
-/// The stream itself where the caller wants one, else its finished reply.
-ApiReply reply(std::unique_ptr<ReplyStream> stream, bool whole, const Cancelled& cancelled) {
-    if (!whole) return {.body = {}, .stream = std::move(stream)};
-    while (stream->next(cancelled)) {
-    }
-    return {.body = encode(stream->result()), .stream = nullptr};
+ApiReply reply(std::unique_ptr<ReplyStream> stream, bool whole) {
+    if (whole) return {.body = {}, .stream = std::make_unique<WholeReply>(std::move(stream))};
+    return {.body = {}, .stream = std::make_unique<EventStream>(std::move(stream))};
 }
 
 } // namespace
 
 void addAiRoutes(RequestRouter& router, Engine& engine) {
     const auto add = [&](const char* path, ApiHandler handler) {
-        router.add(path,
-                   {.handler = std::move(handler), .needsToken = true, .isRateLimited = false});
+        router.add(path, {.handler = std::move(handler), .needsToken = true, .computes = true});
     };
     add("/ai/prompt", [&engine](const ApiCall& call) {
         const PromptRequest request = promptRequest(call);
-        return reply(engine.prompt(request, call.cancelled), request.whole, call.cancelled);
+        return reply(engine.prompt(request, call.cancelled), request.whole);
     });
     add("/ai/analyze", [&engine](const ApiCall& call) {
         const AnalyzeRequest request = analyzeRequest(call);
-        return reply(engine.analyze(request, call.cancelled), request.whole, call.cancelled);
+        return reply(engine.analyze(request, call.cancelled), request.whole);
     });
     add("/ai/flashcards", [&engine](const ApiCall& call) {
         const FlashcardsRequest request{requiredMaterial(call.body), modelFor(call)};
-        return ApiReply{encode(engine.flashcards(request, call.cancelled)), nullptr};
+        return reply(engine.flashcards(request, call.cancelled), true);
     });
     add("/ai/quiz", [&engine](const ApiCall& call) {
         const QuizRequest request{requiredMaterial(call.body), textIn(call.body, "focus"),
                                   modelFor(call)};
-        return ApiReply{encode(engine.quiz(request, call.cancelled)), nullptr};
+        return reply(engine.quiz(request, call.cancelled), true);
     });
 }
 

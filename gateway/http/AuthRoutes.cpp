@@ -48,9 +48,15 @@ void addAuthRoutes(RequestRouter& router, AccountService& accounts) {
     add("/auth/profile", true, [&accounts](const ApiCall& call) {
         return reply(accounts.updateProfile(call.identity.value(), profileChange(call.body)));
     });
-    add("/auth/privacy", true, [&accounts](const ApiCall& call) {
-        return reply(accounts.updatePrivacy(call.identity.value(), privacyChange(call.body)));
-    });
+    // Hashes passwords, which takes long on purpose.
+    router.add("/auth/privacy", {.handler =
+                                     [&accounts](const ApiCall& call) {
+                                         return reply(accounts.updatePrivacy(
+                                             call.identity.value(), privacyChange(call.body)));
+                                     },
+                                 .needsToken = true,
+                                 .isRateLimited = true,
+                                 .computes = true});
 }
 
 } // namespace vorq::gateway

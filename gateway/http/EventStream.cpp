@@ -1,89 +1,72 @@
 #include "http/EventStream.h"
 
-#include <nlohmann/json.hpp>
+#include "http/JsonText.h"
 
 #include <algorithm>
-#include <array>
 #include <exception>
-#include <string_view>
-#include <utility>
+#include <nlohmann/json.hpp>
 
 namespace vorq::gateway {
 namespace {
 
 using nlohmann::json;
 
-/// Readers that go line by line disagree on whether these three end a line.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 3> kLineEnds = {{
-    {"\xE2\x80\xA8", "\\u2028"},
-    {"\xE2\x80\xA9", "\\u2029"},
-    {"\xC2\x85", "\\u0085"},
-}};
-
-std::string withEscapedLineEnds(std::string_view text) {
-    std::string out;
-    out.reserve(text.size());
-    while (!text.empty()) {
-        const std::size_t plain = std::min(text.find_first_of("\xE2\xC2"), text.size());
-        out += text.substr(0, plain);
-        text.remove_prefix(plain);
-        const auto end = std::ranges::find_if(
-            kLineEnds, [&](const auto& entry) { return text.starts_with(entry.first); });
-        if (end != kLineEnds.end()) {
-            out += end->second;
-            text.remove_prefix(end->first.size());
-        } else if (!text.empty()) {
-            out += text.front();
-            text.remove_prefix(1);
-        }
-    }
-    return out;
-}
+constexpr std::size_t kLargeEvent = std::size_t{64} * 1024;
+constexpr auto kComment = ": waiting for the model\n\n";
 
 std::string event(const json& payload) {
     return "data: " + oneLineJson(payload) + "\n\n";
 }
 
-std::string closingEvent(const Analysis& analysis) {
-    json payload = encode(analysis);
-    payload["text"] = analysis.summary;
+std::string closingEvent(const FinishedReply& reply) {
+    json payload = encode(reply);
+    if (payload.contains("summary")) payload["text"] = payload["summary"];
     payload["done"] = true;
     return event(payload);
 }
 
-/// The last event, whatever way the reply ended; empty if nobody is left to read it.
-std::string lastEvent(ReplyStream& stream, const EventSink& sink, const Cancelled& cancelled) {
-    try {
-        while (const std::optional<std::string> text = stream.next(cancelled)) {
-            if (!sink(event({{"text", *text}}))) return {};
-        }
-        return closingEvent(stream.result());
-    } catch (const CancelledError&) {
-        return {};
-    } catch (const EngineError& error) {
-        return event(errorDocument(error.what()));
-    } catch (const std::exception&) {
-        return event(errorDocument("The Vorq gateway failed while it was answering."));
-    }
+FeedStep failure(const std::string& sentence) {
+    return {.bytes = event(errorDocument(sentence)), .isLast = true};
 }
 
 } // namespace
 
-std::string oneLineJson(const json& value) {
-    return withEscapedLineEnds(value.dump(-1, ' ', false, json::error_handler_t::replace));
-}
-
-json errorDocument(const std::string& sentence) {
-    return {{"error", sentence}};
-}
-
-void sendEvents(ReplyStream& stream, const EventSink& sink, const Cancelled& cancelled,
-                const Cancelled& stopping) {
-    std::string last = lastEvent(stream, sink, cancelled);
-    if (last.empty() && stopping()) {
-        last = event(errorDocument("The Vorq gateway was stopped. Try again in a moment."));
+FeedStep EventStream::step(SteadyTime now) {
+    ReplyStep step = reply().step(now);
+    switch (step.kind) {
+    case ReplyStep::Kind::Grew:
+        lastSent_ = now;
+        lastSize_ = step.text.size();
+        return {.bytes = event({{"text", std::move(step.text)}})};
+    case ReplyStep::Kind::Ended:
+        return {.bytes = closingEvent(reply().result()), .isLast = true};
+    case ReplyStep::Kind::Waits:
+        break;
     }
-    if (!last.empty()) sink(last);
+    if (now < lastSent_ + kHeartbeat)
+        return {.again = std::min(step.again, lastSent_ + kHeartbeat)};
+    lastSent_ = now;
+    return {.bytes = kComment};
+}
+
+FeedStep EventStream::next(SteadyTime now) {
+    // The head went out just now.
+    if (lastSent_ == SteadyTime::min()) lastSent_ = now;
+    try {
+        return step(now);
+    } catch (const EngineError& error) {
+        return failure(error.what());
+    } catch (const std::exception&) {
+        return failure("The Vorq gateway failed while it was answering.");
+    }
+}
+
+std::string EventStream::stopped() const {
+    return event(errorDocument("The Vorq gateway was stopped. Try again in a moment."));
+}
+
+bool EventStream::isLarge() const {
+    return lastSize_ > kLargeEvent;
 }
 
 } // namespace vorq::gateway

@@ -1,27 +1,29 @@
 #pragma once
 
-#include "engine/Analysis.h"
-#include "engine/Engine.h"
+#include "http/ReplyFeed.h"
 
-#include <nlohmann/json_fwd.hpp>
-
-#include <functional>
+#include <cstddef>
 #include <string>
 
 namespace vorq::gateway {
 
-/// JSON on one line by every reader's notion of a line. Invalid UTF-8 becomes U+FFFD.
-[[nodiscard]] std::string oneLineJson(const nlohmann::json& value);
+/// A reply as server-sent events: each holds the whole of it so far, the last one all its fields,
+/// or its failure. Comment lines fill the time.
+class EventStream final : public ReplyFeed {
+  public:
+    using ReplyFeed::ReplyFeed;
+    [[nodiscard]] const char* contentType() const override { return "text/event-stream"; }
+    [[nodiscard]] bool beginsAtOnce() const override { return true; }
+    /// Never throws an EngineError.
+    [[nodiscard]] FeedStep next(SteadyTime now) override;
+    [[nodiscard]] std::string stopped() const override;
+    [[nodiscard]] bool isLarge() const override;
 
-/// {"error": sentence}
-[[nodiscard]] nlohmann::json errorDocument(const std::string& sentence);
+  private:
+    [[nodiscard]] FeedStep step(SteadyTime now);
 
-/// Takes the bytes of one event; false once the client is gone.
-using EventSink = std::function<bool(const std::string& event)>;
-
-/// Sends a reply as server-sent events, its failure as the last of them. Never throws. `stopping`
-/// tells a server that stops from a client that left: the former is said to the client.
-void sendEvents(ReplyStream& stream, const EventSink& sink, const Cancelled& cancelled,
-                const Cancelled& stopping);
+    SteadyTime lastSent_ = SteadyTime::min();
+    std::size_t lastSize_ = 0;
+};
 
 } // namespace vorq::gateway

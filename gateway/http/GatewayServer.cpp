@@ -1,274 +1,174 @@
 #include "http/GatewayServer.h"
 
-#include "http/ApiError.h"
-#include "http/Connection.h"
-#include "http/EventStream.h"
-#include "storage/Database.h"
+#include "http/Asio.h"
+#include "http/HttpConnection.h"
+#include "http/ServerCore.h"
 #include "support/Filled.h"
 
-#include <sys/socket.h>
-#include <unistd.h>
+#include <boost/asio/basic_socket_acceptor.hpp>
+#include <boost/asio/co_spawn.hpp>
+#include <boost/asio/detached.hpp>
+#include <boost/asio/ip/v6_only.hpp>
+#include <boost/asio/post.hpp>
+#include <boost/asio/redirect_error.hpp>
 
-#include <atomic>
-#include <charconv>
+#include <array>
 #include <cstdio>
+#include <stdexcept>
 #include <utility>
 
 namespace vorq::gateway {
 namespace {
 
-constexpr std::size_t kThreads = 24;
-constexpr auto kFailed = "The Vorq gateway failed. Try again.";
+using boost::system::error_code;
+using Resolver = net::ip::basic_resolver<net::ip::tcp, Executor>;
 
-/// Threads that know how many connections wait for one of them.
-class CountingPool final : public httplib::TaskQueue {
-  public:
-    explicit CountingPool(std::atomic<int>& waiting) : waiting_(waiting), pool_(kThreads) {}
+constexpr std::chrono::milliseconds kAcceptPause{50};
 
-    void enqueue(std::function<void()> task) override {
-        ++waiting_;
-        pool_.enqueue([this, task = std::move(task)] {
-            --waiting_;
-            task();
-        });
-    }
-    void shutdown() override { pool_.shutdown(); }
-
-  private:
-    std::atomic<int>& waiting_;
-    httplib::ThreadPool pool_;
-};
-
-/// The connection that the current thread serves. The HTTP library has no other way to let a
-/// handler see that its client left.
-thread_local const Connection* servedConnection = nullptr;
-
-bool clientLeft() {
-    return servedConnection != nullptr && servedConnection->peerIsGone();
-}
-
-std::optional<std::string> headerOf(const httplib::Request& request, const char* name) {
-    if (!request.has_header(name)) return std::nullopt;
-    return request.get_header_value(name);
-}
-
-std::optional<std::uint64_t> contentLengthOf(const httplib::Request& request) {
-    const std::optional<std::string> text = headerOf(request, "Content-Length");
-    if (!text) return std::nullopt;
-    std::uint64_t length = 0;
-    const auto [end, error] = std::from_chars(text->data(), text->data() + text->size(), length);
-    if (error != std::errc() || end != text->data() + text->size()) {
-        throw ApiError(400, "The request's Content-Length is not a number.");
-    }
-    return length;
-}
-
-std::string readLimited(const httplib::ContentReader& reader, std::size_t limit) {
-    std::string body;
-    bool tooLarge = false;
-    const bool complete = reader([&](const char* data, std::size_t size) {
-        tooLarge = size > limit - body.size();
-        if (!tooLarge) body.append(data, size);
-        return !tooLarge;
-    });
-    if (tooLarge) throw ApiError(413, "The request is larger than 16 MB.");
-    if (!complete) throw ApiError(400, "The request's body could not be read to its end.");
-    return body;
-}
-
-void sendError(httplib::Response& response, int status, const std::string& sentence) {
-    response.status = status;
-    if (status == 405) response.set_header("Allow", "POST");
-    response.set_content(oneLineJson(errorDocument(sentence)), "application/json");
-}
-
-std::string sentenceForStatus(int status) {
-    if (status == 413) return "The request is larger than 16 MB.";
-    if (status == 414) return "The request's address is too long.";
-    if (status < 500) return "The request is not valid HTTP.";
-    return kFailed;
-}
-
-/// Writes what went wrong to standard error; it never holds anything the client sent.
-void report(const std::exception& error) {
-    std::fprintf(stderr, "vorq-gateway: a request failed: %s\n", error.what());
+/// Whether accepting may succeed again though nobody does anything about it.
+bool isPassing(const error_code& error) {
+    constexpr std::array lasting = {EBADF, EINVAL, ENOTSOCK, EOPNOTSUPP, EFAULT};
+    return std::ranges::find(lasting, error.value()) == lasting.end();
 }
 
 } // namespace
 
-class GatewayServer::Implementation final : public httplib::Server {
+class GatewayServer::Implementation {
   public:
-    explicit Implementation(RequestRouter& router) : router_(router) {
-        new_task_queue = [this] { return new CountingPool(waiting_); };
-        set_keep_alive_max_count(1);
-        set_tcp_nodelay(true);
-        // Without SO_REUSEPORT, so that a second gateway on the same port is noticed.
-        set_socket_options([](socket_t socket) {
-            const int on = 1;
-            setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-        });
-        set_default_headers({{"Cache-Control", "no-store"}, {"X-Content-Type-Options", "nosniff"}});
-        set_pre_routing_handler(
-            [this](const httplib::Request& request, httplib::Response& response) {
-                if (request.method == "POST") return HandlerResponse::Unhandled;
-                answer(request, response, nullptr);
-                return HandlerResponse::Handled;
-            });
-        Post(".*",
-             [this](const httplib::Request& request, httplib::Response& response,
-                    const httplib::ContentReader& reader) { answer(request, response, &reader); });
-        set_error_handler([](const httplib::Request&, httplib::Response& response) {
-            if (response.body.empty()) {
-                sendError(response, response.status, sentenceForStatus(response.status));
-            }
-        });
-    }
+    Implementation(RequestRouter& router, std::size_t mostConnections)
+        : core_(router, mostConnections), acceptor_(core_.io) {}
 
-    /// The library's queue of five would drop connections of a busy moment.
-    void widenQueue() { ::listen(svr_sock_, SOMAXCONN); }
-
-    /// Unlike the library's own `stop`, right at any moment and any number of times.
-    void stopListening() {
-        stopping = true;
-        const socket_t socket = svr_sock_.exchange(INVALID_SOCKET);
-        if (socket == INVALID_SOCKET) return;
-        shutdown(socket, SHUT_RDWR);
-        close(socket);
-    }
-
-    std::atomic<bool> stopping = false;
+    int bind(const std::string& host, int port);
+    void run();
+    void stop();
 
   private:
-    bool process_and_close_socket(socket_t socket) override;
-    void answer(const httplib::Request& request, httplib::Response& response,
-                const httplib::ContentReader* reader);
-    void respond(const httplib::Request& request, httplib::Response& response,
-                 const httplib::ContentReader* reader);
-    void startStream(httplib::Response& response, std::unique_ptr<ReplyStream> stream);
-    [[nodiscard]] Cancelled cancelled() const {
-        return [this] { return stopping || clientLeft(); };
-    }
+    void listenOn(const net::ip::tcp::endpoint& endpoint, error_code& error);
+    [[nodiscard]] Awaitable<void> accept();
+    [[nodiscard]] Awaitable<void> outwait(const error_code& error);
+    void endAll();
 
-    RequestRouter& router_;
-    std::atomic<int> waiting_ = 0;
+    ServerCore core_;
+    Acceptor acceptor_;
+    bool hasComplained_ = false;
+    error_code failure_;
 };
 
-bool GatewayServer::Implementation::process_and_close_socket(socket_t socket) {
-    Connection connection(
-        socket, [this] { return stopping.load(); }, [this] { return waiting_ > 0; });
-    servedConnection = &connection;
-    bool served = false;
-    try {
-        bool closed = false;
-        served = process_request(connection, true, closed, [](httplib::Request& request) {
-            // Replies are small and local: neither compressed nor sent in ranges.
-            request.headers.erase("Accept-Encoding");
-            request.ranges.clear();
-        });
-    } catch (const std::exception& error) {
-        report(error);
+void GatewayServer::Implementation::listenOn(const net::ip::tcp::endpoint& endpoint,
+                                             error_code& error) {
+    const auto attempt = [&](auto&& step) {
+        if (!error) step();
+    };
+    error = {};
+    attempt([&] { acceptor_.open(endpoint.protocol(), error); });
+    // Without SO_REUSEPORT, so that a second gateway on the same port is noticed.
+    attempt([&] { acceptor_.set_option(Acceptor::reuse_address(true), error); });
+    if (endpoint.protocol() == net::ip::tcp::v6()) {
+        attempt([&] { acceptor_.set_option(net::ip::v6_only(false), error); });
     }
-    servedConnection = nullptr;
-    connection.finish();
-    return served;
+    attempt([&] { acceptor_.bind(endpoint, error); });
+    attempt([&] { acceptor_.listen(Acceptor::max_listen_connections, error); });
+    if (error) {
+        error_code ignored;
+        acceptor_.close(ignored);
+    }
 }
 
-void GatewayServer::Implementation::answer(const httplib::Request& request,
-                                           httplib::Response& response,
-                                           const httplib::ContentReader* reader) {
-    try {
-        respond(request, response, reader);
-    } catch (const ApiError& error) {
-        if (error.retryAfterSeconds) {
-            response.set_header("Retry-After", std::to_string(*error.retryAfterSeconds));
+int GatewayServer::Implementation::bind(const std::string& host, int port) {
+    error_code error;
+    Resolver resolver(core_.io);
+    const auto endpoints = resolver.resolve(host, std::to_string(port),
+                                            Resolver::passive | Resolver::numeric_service, error);
+    for (const auto& entry : endpoints) {
+        listenOn(entry.endpoint(), error);
+        if (!error) return acceptor_.local_endpoint().port();
+    }
+    throw std::runtime_error(port == 0 ? filled("Could not listen on {}.", host)
+                                       : filled("Could not listen on {}:{}. Is another program, or "
+                                                "another vorq-gateway, using that port?",
+                                                host, port));
+}
+
+void GatewayServer::Implementation::run() {
+    net::co_spawn(core_.io, accept(), net::detached);
+    while (true) {
+        try {
+            core_.io.run();
+            break;
+        } catch (const std::exception& error) {
+            // Memory that is short takes the connection in hand, not the server.
+            std::fprintf(stderr, "vorq-gateway: a connection failed: %s\n", error.what());
         }
-        sendError(response, error.status, error.what());
-    } catch (const EngineError& error) {
-        sendError(response, error.status, error.what());
-    } catch (const CancelledError&) {
-        sendError(response, 503, "The Vorq gateway was stopped. Try again in a moment.");
-    } catch (const DatabaseError& error) {
-        report(error);
-        const bool passes = !error.advice.empty();
-        sendError(response, passes ? 503 : 500, passes ? error.advice : std::string(kFailed));
-    } catch (const std::exception& error) {
-        report(error);
-        sendError(response, 500, kFailed);
+    }
+    if (failure_) {
+        throw std::runtime_error(
+            filled("The system lets no connection in any more: {}.", failure_.message()));
     }
 }
 
-void GatewayServer::Implementation::respond(const httplib::Request& request,
-                                            httplib::Response& response,
-                                            const httplib::ContentReader* reader) {
-    HttpRequest converted{.method = request.method,
-                          .path = request.path,
-                          .host = headerOf(request, "Host"),
-                          .origin = headerOf(request, "Origin"),
-                          .contentType = request.get_header_value("Content-Type"),
-                          .authorization = request.get_header_value("Authorization"),
-                          .remoteAddress = request.remote_addr,
-                          .contentLength = contentLengthOf(request),
-                          .hasBody = false,
-                          .readBody = {},
-                          .cancelled = cancelled()};
-    converted.hasBody =
-        converted.contentLength.value_or(0) > 0 || request.has_header("Transfer-Encoding");
-    if (reader != nullptr) {
-        converted.readBody = [reader](std::size_t limit) { return readLimited(*reader, limit); };
-    }
-    ApiReply reply = router_.handle(converted);
-    response.status = 200;
-    if (reply.stream) {
-        startStream(response, std::move(reply.stream));
-    } else {
-        response.set_content(oneLineJson(reply.body), "application/json");
+Awaitable<void> GatewayServer::Implementation::accept() {
+    while (!core_.stopping) {
+        error_code error;
+        Socket socket(core_.io);
+        co_await acceptor_.async_accept(socket, net::redirect_error(kAwait, error));
+        if (core_.stopping) break;
+        if (error) {
+            co_await outwait(error);
+            continue;
+        }
+        try {
+            std::make_shared<HttpConnection>(core_, std::move(socket))->start();
+        } catch (const std::bad_alloc&) {
+            static_cast<void>(core_.room.dismissOldest());
+        }
     }
 }
 
-void GatewayServer::Implementation::startStream(httplib::Response& response,
-                                                std::unique_ptr<ReplyStream> stream) {
-    const std::shared_ptr<ReplyStream> shared = std::move(stream);
-    response.set_chunked_content_provider(
-        "text/event-stream", [this, shared](std::size_t, httplib::DataSink& sink) {
-            bool reached = true;
-            const auto send = [&](const std::string& event) {
-                reached = reached && sink.write(event.data(), event.size());
-                return reached;
-            };
-            sendEvents(*shared, send, cancelled(), [this] { return stopping.load(); });
-            sink.done();
-            return reached;
-        });
+Awaitable<void> GatewayServer::Implementation::outwait(const error_code& error) {
+    if (!isPassing(error)) {
+        failure_ = error;
+        core_.stopping = true;
+        endAll();
+        co_return;
+    }
+    if (error == boost::system::errc::connection_aborted) co_return;
+    if (!std::exchange(hasComplained_, true)) {
+        std::fprintf(stderr, "vorq-gateway: connections have to wait: %s\n",
+                     error.message().c_str());
+    }
+    static_cast<void>(core_.room.dismissOldest());
+    Timer pause(core_.io, kAcceptPause);
+    error_code ignored;
+    co_await pause.async_wait(net::redirect_error(kAwait, ignored));
 }
 
-GatewayServer::GatewayServer(RequestRouter& router)
-    : implementation_(std::make_unique<Implementation>(router)) {}
+void GatewayServer::Implementation::endAll() {
+    error_code ignored;
+    acceptor_.close(ignored);
+    core_.room.announceStop();
+}
+
+void GatewayServer::Implementation::stop() {
+    if (!core_.stopping.exchange(true)) net::post(core_.io, [this] { endAll(); });
+}
+
+GatewayServer::GatewayServer(RequestRouter& router, std::size_t mostConnections)
+    : implementation_(std::make_unique<Implementation>(router, mostConnections)) {}
 
 GatewayServer::~GatewayServer() {
     stop();
 }
 
 int GatewayServer::bind(const std::string& host, int port) {
-    const int bound = port == 0 ? implementation_->bind_to_any_port(host)
-                      : implementation_->bind_to_port(host, port) ? port
-                                                                  : -1;
-    if (bound <= 0) {
-        throw std::runtime_error(
-            port == 0 ? filled("Could not listen on {}.", host)
-                      : filled("Could not listen on {}:{}. Is another program, or another "
-                               "vorq-gateway, using that port?",
-                               host, port));
-    }
-    implementation_->widenQueue();
-    return bound;
+    return implementation_->bind(host, port);
 }
 
 void GatewayServer::run() {
-    implementation_->listen_after_bind();
+    implementation_->run();
 }
 
 void GatewayServer::stop() {
-    implementation_->stopListening();
+    implementation_->stop();
 }
 
 } // namespace vorq::gateway

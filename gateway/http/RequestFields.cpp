@@ -13,29 +13,33 @@ namespace {
 using nlohmann::json;
 
 constexpr int kDeepest = 32;
+constexpr std::size_t kMostMarks = 20'000;
 
 const json* find(const json& body, const char* key) {
     const auto entry = body.find(key);
     return entry == body.end() || entry->is_null() ? nullptr : &*entry;
 }
 
-bool nestsTooDeeply(std::string_view text) {
+/// Refuses what would take far more memory than it has bytes. Every value behind the first has a
+/// comma, colon or bracket in front of it, so these are counted, and nothing is built.
+void checkShape(std::string_view text) {
     int depth = 0;
+    std::size_t marks = 0;
     bool inString = false;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
         if (inString) {
             if (c == '\\') ++i;
             if (c == '"') inString = false;
-        } else if (c == '"') {
-            inString = true;
-        } else if (c == '[' || c == '{') {
-            if (++depth > kDeepest) return true;
-        } else if (c == ']' || c == '}') {
-            --depth;
+            continue;
         }
+        if (c == '"') inString = true;
+        if (c == '[' || c == '{') ++depth;
+        if (c == ']' || c == '}') --depth;
+        if (c == '[' || c == '{' || c == ',' || c == ':') ++marks;
+        if (depth > kDeepest) throw ApiError(400, "The request's JSON is nested too deeply.");
+        if (marks > kMostMarks) throw ApiError(400, "The request's JSON holds too many values.");
     }
-    return false;
 }
 
 } // namespace
@@ -63,7 +67,7 @@ bool flag(const json& body, const char* key) {
 }
 
 json parseBody(const std::string& body) {
-    if (nestsTooDeeply(body)) throw ApiError(400, "The request's JSON is nested too deeply.");
+    checkShape(body);
     json parsed = json::parse(body, nullptr, false);
     if (parsed.is_discarded()) throw ApiError(400, "The request is not valid JSON.");
     if (!parsed.is_object()) throw ApiError(400, "The request must be a JSON object.");

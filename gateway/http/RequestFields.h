@@ -14,7 +14,8 @@ namespace vorq::gateway {
 [[nodiscard]] std::optional<std::string> optionalText(const nlohmann::json& body, const char* key);
 [[nodiscard]] bool flag(const nlohmann::json& body, const char* key);
 
-/// The body as a JSON object. Refuses invalid JSON, other values, and nesting beyond any use.
+/// The body as a JSON object. Refuses invalid JSON, other values, and nesting or numbers
+/// of values beyond any use.
 [[nodiscard]] nlohmann::json parseBody(const std::string& body);
 
 } // namespace vorq::gateway

@@ -1,6 +1,5 @@
 #include "http/RequestRouter.h"
 
-#include "http/ApiError.h"
 #include "http/RequestFields.h"
 #include "support/Filled.h"
 #include "support/Utf8.h"
@@ -17,16 +16,11 @@ std::string bearerToken(const std::string& authorization) {
     return std::string(trimmed(std::string_view(authorization).substr(scheme.size())));
 }
 
-nlohmann::json bodyOf(const HttpRequest& request) {
-    if (!request.hasBody) return nlohmann::json::object();
-    if (request.contentLength.value_or(0) > RequestRouter::kLargestBody) {
-        throw ApiError(413, "The request is larger than 16 MB.");
-    }
-    const std::string body = request.readBody(RequestRouter::kLargestBody);
-    return trimmed(body).empty() ? nlohmann::json::object() : parseBody(body);
-}
-
 } // namespace
+
+std::size_t Route::largestBody() const {
+    return needsToken ? RequestRouter::kLargestBody : RequestRouter::kLargestStrangersBody;
+}
 
 RequestRouter::RequestRouter(AccountService& accounts, RateLimiter& limiter, RequestGuard guard)
     : accounts_(accounts), limiter_(limiter), guard_(std::move(guard)) {}
@@ -55,23 +49,35 @@ void RequestRouter::checkRate(const HttpRequest& request) {
     }
 }
 
-Identity RequestRouter::identityOf(const HttpRequest& request) {
-    const std::string token = bearerToken(request.authorization);
-    if (token.empty()) throw ApiError(401, "Sign in first.");
-    std::optional<Identity> identity = accounts_.identify(token);
-    if (!identity) throw ApiError(401, "Your session expired. Sign in again.");
-    return std::move(*identity);
+ApiError RequestRouter::tooLarge(const Route& route) {
+    return {413, filled("The request is larger than {}.", route.needsToken ? "16 MB" : "64 KB")};
 }
 
-ApiReply RequestRouter::handle(const HttpRequest& request) {
+const Route& RequestRouter::screen(const HttpRequest& request) {
     guard_.checkSender(request);
     const Route& route = routeFor(request);
     if (route.isRateLimited) checkRate(request);
     RequestGuard::checkContentType(request);
+    if (route.needsToken && bearerToken(request.authorization).empty()) {
+        throw ApiError(401, "Sign in first.");
+    }
+    return route;
+}
+
+std::optional<Identity> RequestRouter::identify(const Route& route, const HttpRequest& request) {
+    if (!route.needsToken) return std::nullopt;
+    std::optional<Identity> identity = accounts_.identify(bearerToken(request.authorization));
+    if (!identity) throw ApiError(401, "Your session expired. Sign in again.");
+    return identity;
+}
+
+ApiReply RequestRouter::answer(const Route& route, std::optional<Identity> identity,
+                               std::string body, const Cancelled& cancelled) {
     ApiCall call;
-    if (route.needsToken) call.identity = identityOf(request);
-    call.body = bodyOf(request);
-    call.cancelled = request.cancelled;
+    call.body = trimmed(body).empty() ? nlohmann::json::object() : parseBody(body);
+    body = {};
+    call.identity = std::move(identity);
+    call.cancelled = cancelled;
     return route.handler(call);
 }
 

@@ -3,10 +3,13 @@
 #include "auth/AccountService.h"
 #include "auth/RateLimiter.h"
 #include "http/Api.h"
+#include "http/ApiError.h"
 #include "http/RequestGuard.h"
 
+#include <cstddef>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace vorq::gateway {
@@ -17,24 +20,38 @@ struct Route {
     ApiHandler handler;
     bool needsToken = false;
     bool isRateLimited = false;
+    /// The handler may compute for long.
+    bool computes = false;
+
+    /// In bytes.
+    [[nodiscard]] std::size_t largestBody() const;
 };
 
-/// Checks each request and hands it to the handler of its path. Thread-safe once all routes are in.
+/// Checks each request and hands it to the handler of its path, in three steps. Each throws
+/// ApiError for a refusal. Thread-safe once all routes are in.
 class RequestRouter {
   public:
+    /// Of a body whose sender is not known, and of all others.
+    static constexpr std::size_t kLargestStrangersBody = std::size_t{64} * 1024;
     static constexpr std::size_t kLargestBody = std::size_t{16} * 1024 * 1024;
 
     /// Both outlive the router.
     RequestRouter(AccountService& accounts, RateLimiter& limiter, RequestGuard guard);
 
     void add(const std::string& path, Route route);
-    /// Throws ApiError for a refusal; whatever else a handler throws comes out as it is.
-    [[nodiscard]] ApiReply handle(const HttpRequest& request);
+    /// What can be told without waiting for anything. The route lasts as long as the router.
+    [[nodiscard]] const Route& screen(const HttpRequest& request);
+    /// Who asks; nobody where the route does not ask for that. May wait for the disk.
+    [[nodiscard]] std::optional<Identity> identify(const Route& route, const HttpRequest& request);
+    /// Runs the handler. Whatever it throws comes out as it is.
+    [[nodiscard]] static ApiReply answer(const Route& route, std::optional<Identity> identity,
+                                         std::string body, const Cancelled& cancelled);
+    /// The refusal of a body that is longer than the route takes.
+    [[nodiscard]] static ApiError tooLarge(const Route& route);
 
   private:
     [[nodiscard]] const Route& routeFor(const HttpRequest& request) const;
     void checkRate(const HttpRequest& request);
-    [[nodiscard]] Identity identityOf(const HttpRequest& request);
 
     AccountService& accounts_;
     RateLimiter& limiter_;

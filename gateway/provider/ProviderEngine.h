@@ -2,10 +2,12 @@
 
 #include "engine/Engine.h"
 #include "provider/ProviderConfig.h"
+#include "provider/TransferLoop.h"
 
 namespace vorq::gateway {
 
-/// Passes requests on to an OpenAI-compatible provider and its reply back as it comes.
+/// Passes requests on to an OpenAI-compatible provider and its reply back as it comes. Outlives
+/// its replies.
 class ProviderEngine final : public Engine {
   public:
     explicit ProviderEngine(ProviderConfig config);
@@ -14,12 +16,14 @@ class ProviderEngine final : public Engine {
                                                       const Cancelled& cancelled) override;
     [[nodiscard]] std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request,
                                                        const Cancelled& cancelled) override;
-    [[nodiscard]] std::vector<Flashcard> flashcards(const FlashcardsRequest& request,
+    [[nodiscard]] std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest& request,
+                                                          const Cancelled& cancelled) override;
+    [[nodiscard]] std::unique_ptr<ReplyStream> quiz(const QuizRequest& request,
                                                     const Cancelled& cancelled) override;
-    [[nodiscard]] Quiz quiz(const QuizRequest& request, const Cancelled& cancelled) override;
 
   private:
     ProviderConfig config_;
+    TransferLoop loop_;
 };
 
 } // namespace vorq::gateway

@@ -4,38 +4,30 @@
 #include "provider/ProviderError.h"
 #include "provider/ProviderFailure.h"
 
-#include <curl/curl.h>
-
 #include <mutex>
 #include <new>
+#include <string_view>
 #include <utility>
 
 namespace vorq::gateway {
 namespace {
 
 using Steady = std::chrono::steady_clock;
-using std::chrono::milliseconds;
 
-constexpr std::size_t kMostBuffered = std::size_t{8} * 1024 * 1024;
-constexpr milliseconds kSlice{50};
-// Of all headers and trailers together; trailers could go on without an end.
+/// More than that waits at the provider until somebody reads.
+constexpr std::size_t kMostBuffered = std::size_t{1} * 1024 * 1024;
+/// An error document is short; no more of it is read for its message.
+constexpr std::size_t kLongestRefusal = std::size_t{64} * 1024;
+/// Of all headers and trailers together; trailers could go on without an end.
 constexpr std::size_t kMostHeaders = std::size_t{256} * 1024;
 
 struct EasyCleanup {
     void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
 };
-struct MultiCleanup {
-    void operator()(CURLM* handle) const { curl_multi_cleanup(handle); }
-};
 struct ListCleanup {
     void operator()(curl_slist* list) const { curl_slist_free_all(list); }
 };
 using HeaderList = std::unique_ptr<curl_slist, ListCleanup>;
-
-void initOnce() {
-    static std::once_flag flag;
-    std::call_once(flag, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
-}
 
 void append(HeaderList& list, const std::string& header) {
     curl_slist* longer = curl_slist_append(list.get(), header.c_str());
@@ -51,146 +43,221 @@ std::string keyLine(const ProviderConfig& config) {
     return config.keyHeader + ": " + config.key;
 }
 
-} // namespace
-
-struct ProviderTransfer::State {
-    const ProviderConfig& config;
-    std::string body;
-    std::string received;
-    HeaderList headers;
-    std::unique_ptr<CURL, EasyCleanup> easy;
-    std::unique_ptr<CURLM, MultiCleanup> multi;
-    Steady::time_point lastActivity = Steady::now();
-    std::size_t headerBytes = 0;
-    bool anythingArrived = false;
-    bool replyBegan = false;
-    bool headersDone = false;
-    bool finished = false;
-
-    State(const ProviderConfig& c, std::string b) : config(c), body(std::move(b)) {}
-    ~State() {
-        if (multi && easy) curl_multi_remove_handle(multi.get(), easy.get());
-    }
-    State(const State&) = delete;
-    State& operator=(const State&) = delete;
-
-    void touch() {
-        lastActivity = Steady::now();
-        anythingArrived = true;
-    }
-    [[nodiscard]] long status() const {
-        long value = 0;
-        curl_easy_getinfo(easy.get(), CURLINFO_RESPONSE_CODE, &value);
-        return value;
-    }
-    [[nodiscard]] bool isAccepted() const { return status() >= 200 && status() < 300; }
-
-    static std::size_t onBody(char* data, std::size_t, std::size_t size, void* self) {
-        auto& state = *static_cast<State*>(self);
-        if (state.received.size() + size > kMostBuffered) return 0;
-        state.touch();
-        state.headersDone = true;
-        state.received.append(data, size);
-        return size;
-    }
-    static std::size_t onHeader(char* data, std::size_t, std::size_t size, void* self) {
-        auto& state = *static_cast<State*>(self);
-        state.headerBytes += size;
-        if (state.headerBytes > kMostHeaders) return 0;
-        state.touch();
-        // The blank line behind the headers; those of an interim "100 Continue" do not count.
-        const bool isEnd = std::string_view(data, size) == "\r\n";
-        if (isEnd && state.status() >= 200) state.headersDone = true;
-        return size;
-    }
-};
-
-ProviderTransfer::ProviderTransfer(const ProviderConfig& config, std::string body)
-    : state_(std::make_unique<State>(config, std::move(body))) {
-    initOnce();
-    state_->easy.reset(curl_easy_init());
-    state_->multi.reset(curl_multi_init());
-    if (!state_->easy || !state_->multi) throw std::bad_alloc();
-    append(state_->headers, "Content-Type: application/json");
-    append(state_->headers, "Accept: text/event-stream, application/json");
-    append(state_->headers, "Expect:");
-    if (const std::string line = keyLine(config); !line.empty()) append(state_->headers, line);
-    CURL* easy = state_->easy.get();
-    curl_easy_setopt(easy, CURLOPT_URL, config.endpoint.c_str());
-    curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(easy, CURLOPT_POSTFIELDS, state_->body.data());
-    curl_easy_setopt(easy, CURLOPT_POSTFIELDSIZE_LARGE,
-                     static_cast<curl_off_t>(state_->body.size()));
-    curl_easy_setopt(easy, CURLOPT_HTTPHEADER, state_->headers.get());
-    curl_easy_setopt(easy, CURLOPT_USERAGENT, "vorq-gateway");
-    curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS,
-                     static_cast<long>(config.connectTimeout.count()));
-    // A provider on this computer is never behind a proxy.
-    if (leadsToThisComputer(config.endpoint)) curl_easy_setopt(easy, CURLOPT_PROXY, "");
-    if (!config.caFile.empty()) curl_easy_setopt(easy, CURLOPT_CAINFO, config.caFile.c_str());
-    curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &State::onBody);
-    curl_easy_setopt(easy, CURLOPT_WRITEDATA, state_.get());
-    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &State::onHeader);
-    curl_easy_setopt(easy, CURLOPT_HEADERDATA, state_.get());
-    curl_multi_add_handle(state_->multi.get(), easy);
+HeaderList headersFor(const ProviderConfig& config) {
+    HeaderList list;
+    append(list, "Content-Type: application/json");
+    append(list, "Accept: text/event-stream, application/json");
+    append(list, "Expect:");
+    if (const std::string line = keyLine(config); !line.empty()) append(list, line);
+    return list;
 }
 
-ProviderTransfer::~ProviderTransfer() = default;
+} // namespace
 
-void ProviderTransfer::failFor(int code) const {
-    long verification = 0;
-    curl_easy_getinfo(state_->easy.get(), CURLINFO_SSL_VERIFYRESULT, &verification);
+/// What the loop's thread and the reader share.
+class ProviderTransfer::State final : public LoopTransfer {
+  public:
+    State(const ProviderConfig& config, std::string body);
+
+    [[nodiscard]] CURL* handle() override { return easy_.get(); }
+    void handleEnd(CURLcode result) override;
+
+    void setCaller(std::function<void()> call);
+    /// `mustResume` tells that the loop waits for room, which there is now.
+    [[nodiscard]] std::optional<std::string> read(SteadyTime now, bool& mustResume);
+    [[nodiscard]] SteadyTime deadline() const;
+    void noteReplyBegan();
+    void keepQuietUntil(SteadyTime time);
+
+  private:
+    static std::size_t onBody(char* data, std::size_t, std::size_t size, void* self);
+    static std::size_t onHeader(char* data, std::size_t, std::size_t size, void* self);
+    void setOptions();
+    void touch();
+    void callReader();
+    [[nodiscard]] SteadyTime limit() const;
+    [[nodiscard]] bool isRefused() const;
+    [[noreturn]] void fail() const;
+
+    const ProviderConfig& config_;
+    const std::string body_;
+    const HeaderList headers_;
+    std::unique_ptr<CURL, EasyCleanup> easy_;
+
+    mutable std::mutex mutex_;
+    std::function<void()> call_;
+    SteadyTime quietUntil_ = SteadyTime::min();
+    SteadyTime lastActivity_ = Steady::now();
+    std::string arrived_;
+    long status_ = 0;
+    std::size_t headerBytes_ = 0;
+    CURLcode result_ = CURLE_OK;
+    long verification_ = 0;
+    bool anythingArrived_ = false;
+    bool replyBegan_ = false;
+    bool headersDone_ = false;
+    bool paused_ = false;
+    bool ended_ = false;
+};
+
+ProviderTransfer::State::State(const ProviderConfig& config, std::string body)
+    : config_(config),
+      body_(std::move(body)),
+      headers_(headersFor(config)),
+      easy_(curl_easy_init()) {
+    if (!easy_) throw std::bad_alloc();
+    setOptions();
+}
+
+void ProviderTransfer::State::setOptions() {
+    CURL* easy = easy_.get();
+    curl_easy_setopt(easy, CURLOPT_URL, config_.endpoint.c_str());
+    curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(easy, CURLOPT_POSTFIELDS, body_.data());
+    curl_easy_setopt(easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body_.size()));
+    curl_easy_setopt(easy, CURLOPT_HTTPHEADER, headers_.get());
+    curl_easy_setopt(easy, CURLOPT_USERAGENT, "vorq-gateway");
+    curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS,
+                     static_cast<long>(config_.connectTimeout.count()));
+    // A provider on this computer is never behind a proxy.
+    if (leadsToThisComputer(config_.endpoint)) curl_easy_setopt(easy, CURLOPT_PROXY, "");
+    if (!config_.caFile.empty()) curl_easy_setopt(easy, CURLOPT_CAINFO, config_.caFile.c_str());
+    curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &State::onBody);
+    curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);
+    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &State::onHeader);
+    curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
+}
+
+void ProviderTransfer::State::touch() {
+    lastActivity_ = Steady::now();
+    anythingArrived_ = true;
+    curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status_);
+}
+
+/// Called with the lock held; the call itself may take no lock of ours.
+void ProviderTransfer::State::callReader() {
+    if (call_ && (ended_ || Steady::now() >= quietUntil_)) call_();
+}
+
+std::size_t ProviderTransfer::State::onBody(char* data, std::size_t, std::size_t size, void* self) {
+    auto& state = *static_cast<State*>(self);
+    const std::scoped_lock lock(state.mutex_);
+    if (!state.arrived_.empty() && state.arrived_.size() + size > kMostBuffered) {
+        state.paused_ = true;
+        return CURL_WRITEFUNC_PAUSE;
+    }
+    state.touch();
+    state.headersDone_ = true;
+    state.arrived_.append(data, size);
+    state.callReader();
+    return size;
+}
+
+std::size_t ProviderTransfer::State::onHeader(char* data, std::size_t, std::size_t size,
+                                              void* self) {
+    auto& state = *static_cast<State*>(self);
+    const std::scoped_lock lock(state.mutex_);
+    state.headerBytes_ += size;
+    if (state.headerBytes_ > kMostHeaders) return 0;
+    state.touch();
+    // The blank line behind the headers; those of an interim "100 Continue" do not count.
+    const bool isEnd = std::string_view(data, size) == "\r\n";
+    if (isEnd && state.status_ >= 200) state.headersDone_ = true;
+    return size;
+}
+
+void ProviderTransfer::State::handleEnd(CURLcode result) {
+    const std::scoped_lock lock(mutex_);
+    ended_ = true;
+    result_ = result;
+    curl_easy_getinfo(easy_.get(), CURLINFO_SSL_VERIFYRESULT, &verification_);
+    callReader();
+}
+
+void ProviderTransfer::State::setCaller(std::function<void()> call) {
+    const std::scoped_lock lock(mutex_);
+    call_ = std::move(call);
+    callReader();
+}
+
+bool ProviderTransfer::State::isRefused() const {
+    return headersDone_ && (status_ < 200 || status_ >= 300);
+}
+
+void ProviderTransfer::State::fail() const {
     throw transferFailure(
-        state_->config,
-        {.code = code, .verification = verification, .anythingArrived = state_->anythingArrived});
+        config_,
+        {.code = result_, .verification = verification_, .anythingArrived = anythingArrived_});
+}
+
+std::optional<std::string> ProviderTransfer::State::read(SteadyTime now, bool& mustResume) {
+    const std::scoped_lock lock(mutex_);
+    if (isRefused()) {
+        if (ended_ || arrived_.size() >= kLongestRefusal) {
+            throw refused(config_, status_, arrived_);
+        }
+    } else if (!arrived_.empty()) {
+        mustResume = std::exchange(paused_, false);
+        return std::exchange(arrived_, {});
+    }
+    if (ended_ && result_ != CURLE_OK) fail();
+    if (ended_) return std::nullopt;
+    if (now > limit()) throw tooSlow(config_);
+    return std::string();
+}
+
+SteadyTime ProviderTransfer::State::limit() const {
+    return lastActivity_ + (replyBegan_ ? config_.idleTimeout : config_.replyTimeout);
+}
+
+SteadyTime ProviderTransfer::State::deadline() const {
+    const std::scoped_lock lock(mutex_);
+    return limit();
+}
+
+void ProviderTransfer::State::noteReplyBegan() {
+    const std::scoped_lock lock(mutex_);
+    replyBegan_ = true;
+}
+
+void ProviderTransfer::State::keepQuietUntil(SteadyTime time) {
+    const std::scoped_lock lock(mutex_);
+    quietUntil_ = time;
+}
+
+ProviderTransfer::ProviderTransfer(TransferLoop& loop, const ProviderConfig& config,
+                                   std::string body)
+    : loop_(loop), state_(std::make_shared<State>(config, std::move(body))) {
+    loop_.start(state_);
+}
+
+ProviderTransfer::~ProviderTransfer() {
+    state_->setCaller({});
+    loop_.drop(state_);
+}
+
+void ProviderTransfer::setCaller(std::function<void()> call) {
+    state_->setCaller(std::move(call));
+}
+
+std::optional<std::string> ProviderTransfer::read(SteadyTime now) {
+    bool mustResume = false;
+    std::optional<std::string> arrived = state_->read(now, mustResume);
+    if (mustResume) loop_.resume(state_);
+    return arrived;
+}
+
+SteadyTime ProviderTransfer::deadline() const {
+    return state_->deadline();
 }
 
 void ProviderTransfer::noteReplyBegan() {
-    state_->replyBegan = true;
+    state_->noteReplyBegan();
 }
 
-void ProviderTransfer::advance(milliseconds longest, const Cancelled& cancelled) {
-    if (cancelled()) throw CancelledError();
-    int running = 0;
-    curl_multi_perform(state_->multi.get(), &running);
-    if (state_->received.empty() && running > 0) {
-        const milliseconds wait = std::min(longest, kSlice);
-        curl_multi_poll(state_->multi.get(), nullptr, 0, static_cast<int>(wait.count()), nullptr);
-        curl_multi_perform(state_->multi.get(), &running);
-    }
-    int left = 0;
-    while (const CURLMsg* message = curl_multi_info_read(state_->multi.get(), &left)) {
-        if (message->msg != CURLMSG_DONE) continue;
-        state_->finished = true;
-        if (message->data.result != CURLE_OK) failFor(message->data.result);
-    }
-    const milliseconds limit =
-        state_->replyBegan ? state_->config.idleTimeout : state_->config.replyTimeout;
-    if (!state_->finished && Steady::now() - state_->lastActivity > limit) {
-        throw tooSlow(state_->config);
-    }
-}
-
-void ProviderTransfer::awaitAcceptance(const Cancelled& cancelled) {
-    while (!state_->headersDone && !state_->finished)
-        advance(kSlice, cancelled);
-    if (state_->isAccepted()) return;
-    // An error document is short; it is read to its end for its message.
-    constexpr std::size_t enough = std::size_t{64} * 1024;
-    while (!state_->finished && state_->received.size() < enough) {
-        const std::string soFar = std::exchange(state_->received, {});
-        advance(kSlice, cancelled);
-        state_->received.insert(0, soFar);
-    }
-    throw refused(state_->config, state_->status(), state_->received);
-}
-
-std::optional<std::string> ProviderTransfer::read(milliseconds longest,
-                                                  const Cancelled& cancelled) {
-    if (!state_->finished) advance(longest, cancelled);
-    if (!state_->received.empty()) return std::exchange(state_->received, {});
-    return state_->finished ? std::nullopt : std::optional<std::string>("");
+void ProviderTransfer::keepQuietUntil(SteadyTime time) {
+    state_->keepQuietUntil(time);
 }
 
 } // namespace vorq::gateway

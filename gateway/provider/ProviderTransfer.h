@@ -1,41 +1,44 @@
 #pragma once
 
 #include "provider/ProviderConfig.h"
-#include "support/Cancellation.h"
+#include "provider/TransferLoop.h"
+#include "support/SteadyTime.h"
 
-#include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
 namespace vorq::gateway {
 
-/// One POST to the provider, whose answer is read piece by piece. Used from one thread; destroying
-/// it drops the connection. Failures are EngineError.
+/// One POST to the provider, whose answer is read piece by piece as it comes. Used by one thread
+/// at a time and never waits; destroying it drops the connection. Failures are EngineError.
 class ProviderTransfer {
   public:
-    /// `config` outlives the transfer.
-    ProviderTransfer(const ProviderConfig& config, std::string body);
+    /// `config` and `loop` outlive the transfer.
+    ProviderTransfer(TransferLoop& loop, const ProviderConfig& config, std::string body);
     ~ProviderTransfer();
     ProviderTransfer(const ProviderTransfer&) = delete;
     ProviderTransfer& operator=(const ProviderTransfer&) = delete;
 
-    /// Waits until the provider has taken the request.
-    void awaitAcceptance(const Cancelled& cancelled);
-    /// What arrived, after waiting for it at most `longest`: maybe nothing yet, and no value at the
-    /// end of the answer.
-    [[nodiscard]] std::optional<std::string> read(std::chrono::milliseconds longest,
-                                                  const Cancelled& cancelled);
+    /// `call` runs, on another thread, when something arrived or the transfer ended.
+    void setCaller(std::function<void()> call);
+    /// What arrived since the last call: maybe nothing yet, and no value at the end of the answer.
+    /// Throws for an answer that was refused, broke off or takes too long.
+    [[nodiscard]] std::optional<std::string> read(SteadyTime now);
+    /// When the provider's time is up unless something arrives.
+    [[nodiscard]] SteadyTime deadline() const;
     /// The model has begun to write or to think: from now on the idle time-out holds. Until then a
     /// provider may load its model behind headers and comments that it sent at once.
     void noteReplyBegan();
+    /// Until then nobody is called for what arrives, but for the end.
+    void keepQuietUntil(SteadyTime time);
 
   private:
-    struct State;
-    void advance(std::chrono::milliseconds longest, const Cancelled& cancelled);
-    [[noreturn]] void failFor(int code) const;
+    class State;
 
-    std::unique_ptr<State> state_;
+    TransferLoop& loop_;
+    std::shared_ptr<State> state_;
 };
 
 } // namespace vorq::gateway

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "engine/Engine.h"
-#include "support/Pacer.h"
 
 #include <chrono>
 
@@ -11,19 +10,19 @@ namespace vorq::gateway {
 /// always gets the same reply.
 class EmbeddedEngine final : public Engine {
   public:
-    /// `stepDelay` stands between two steps of a stream. `pacer` outlives the engine.
-    EmbeddedEngine(Pacer& pacer, std::chrono::milliseconds stepDelay);
+    /// `stepDelay` stands between two steps of a stream.
+    explicit EmbeddedEngine(std::chrono::milliseconds stepDelay);
 
     [[nodiscard]] std::unique_ptr<ReplyStream> prompt(const PromptRequest& request,
                                                       const Cancelled& cancelled) override;
     [[nodiscard]] std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request,
                                                        const Cancelled& cancelled) override;
-    [[nodiscard]] std::vector<Flashcard> flashcards(const FlashcardsRequest& request,
+    [[nodiscard]] std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest& request,
+                                                          const Cancelled& cancelled) override;
+    [[nodiscard]] std::unique_ptr<ReplyStream> quiz(const QuizRequest& request,
                                                     const Cancelled& cancelled) override;
-    [[nodiscard]] Quiz quiz(const QuizRequest& request, const Cancelled& cancelled) override;
 
   private:
-    Pacer& pacer_;
     std::chrono::milliseconds stepDelay_;
 };
 

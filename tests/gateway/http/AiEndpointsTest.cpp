@@ -1,3 +1,4 @@
+#include "engine/ReadyReply.h"
 #include "gateway/support/RawClient.h"
 #include "gateway/support/Samples.h"
 #include "gateway/support/TestGateway.h"
@@ -14,7 +15,7 @@ namespace {
 using nlohmann::json;
 using ::testing::HasSubstr;
 
-/// Remembers the last request, and streams until it is cancelled where `endless` is set.
+/// Remembers the last request, and its replies do not end where `endless` is set.
 class ProbeEngine final : public Engine {
   public:
     std::unique_ptr<ReplyStream> prompt(const PromptRequest& request, const Cancelled&) override {
@@ -25,12 +26,12 @@ class ProbeEngine final : public Engine {
         lastAnalysis = request;
         return std::make_unique<Stream>(*this);
     }
-    std::vector<Flashcard> flashcards(const FlashcardsRequest&, const Cancelled&) override {
-        return {};
+    std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&, const Cancelled&) override {
+        return std::make_unique<ReadyReply>(std::vector<Flashcard>());
     }
-    Quiz quiz(const QuizRequest& request, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> quiz(const QuizRequest& request, const Cancelled&) override {
         lastQuiz = request;
-        return {};
+        return std::make_unique<ReadyReply>(Quiz());
     }
     void awaitCancellation() {
         std::unique_lock lock(mutex_);
@@ -48,17 +49,21 @@ class ProbeEngine final : public Engine {
     class Stream final : public ReplyStream {
       public:
         explicit Stream(ProbeEngine& engine) : engine_(engine) {}
-        std::optional<std::string> next(const Cancelled& cancelled) override {
-            if (!engine_.endless) return std::nullopt;
-            if (steps_++ == 0) return "first";
-            while (!cancelled())
-                std::this_thread::yield();
+        Stream(const Stream&) = delete;
+        Stream& operator=(const Stream&) = delete;
+        ~Stream() override {
             const std::scoped_lock lock(engine_.mutex_);
             engine_.cancelSeen_ = true;
             engine_.changed_.notify_all();
-            throw CancelledError();
         }
-        Analysis result() override { return {"done", "f", "c", {{"t", "u"}}, {{"q", {"l"}}}}; }
+        ReplyStep step(SteadyTime) override {
+            if (!engine_.endless) return {};
+            if (steps_++ == 0) return {.kind = ReplyStep::Kind::Grew, .text = "first"};
+            return {.kind = ReplyStep::Kind::Waits};
+        }
+        FinishedReply result() override {
+            return Analysis{"done", "f", "c", {{"t", "u"}}, {{"q", {"l"}}}};
+        }
 
       private:
         ProbeEngine& engine_;
@@ -120,13 +125,6 @@ TEST(AiEndpointsTest, WithoutStreamTheAnalysisComesWholeAndWithoutPauses) {
     EXPECT_TRUE(answer.body.at("sources").is_array());
     EXPECT_EQ(answer.body.at("summary"),
               gateway.stream("/ai/analyze", {{"text", kPlantText}}).back().at("summary"));
-}
-
-TEST(AiEndpointsTest, TheFirstStepComesWithoutAPause) {
-    TestGateway gateway;
-    gateway.signIn();
-    const std::vector<json> events = gateway.stream("/ai/analyze", {{"text", kPlantText}});
-    EXPECT_EQ(gateway.pacer.pauses, static_cast<int>(events.size()) - 2);
 }
 
 TEST(AiEndpointsTest, TheWholeRequestReachesTheEngine) {

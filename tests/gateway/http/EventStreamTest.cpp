@@ -1,5 +1,7 @@
 #include "http/EventStream.h"
+#include "gateway/support/ListReply.h"
 #include "gateway/support/TestGateway.h"
+#include "http/JsonText.h"
 
 #include <gtest/gtest.h>
 
@@ -7,74 +9,72 @@ namespace vorq::gateway::testing {
 namespace {
 
 using nlohmann::json;
+using std::chrono::seconds;
+using End = ListReply::End;
 
-/// Gives its steps and then ends as told.
-class ListStream final : public ReplyStream {
-  public:
-    enum class End { Done, Engine, Other };
-    ListStream(std::vector<std::string> steps, End end) : steps_(std::move(steps)), end_(end) {}
-    std::optional<std::string> next(const Cancelled& cancelled) override {
-        if (cancelled()) throw CancelledError();
-        if (at_ < steps_.size()) return steps_[at_++];
-        if (end_ == End::Engine) throw EngineError(502, "The provider broke off.");
-        if (end_ == End::Other) throw std::runtime_error("inner detail");
-        return std::nullopt;
-    }
-    Analysis result() override { return {steps_.back(), "", "", {}, std::nullopt}; }
-
-  private:
-    std::vector<std::string> steps_;
-    End end_;
-    std::size_t at_ = 0;
-};
-
-struct Sent {
+/// All that a stream sends until it ends or waits.
+std::string sentBy(std::vector<std::string> texts, End end) {
+    EventStream stream(std::make_unique<ListReply>(std::move(texts), end));
     std::string bytes;
-    explicit Sent(ListStream stream, bool cancelled = false, bool stopping = false,
-                  std::size_t most = 100) {
-        std::size_t count = 0;
-        sendEvents(
-            stream,
-            [&](const std::string& event) {
-                if (count++ >= most) return false;
-                bytes += event;
-                return true;
-            },
-            [=] { return cancelled; }, [=] { return stopping; });
+    while (true) {
+        const FeedStep step = stream.next(SteadyTime());
+        bytes += step.bytes;
+        if (step.isLast || step.bytes.empty()) return bytes;
     }
-};
+}
 
 TEST(EventStreamTest, EachEventIsOneLineAndABlankLine) {
-    const Sent sent(ListStream({"a\nb", "a\nb\nc"}, ListStream::End::Done));
-    EXPECT_TRUE(sent.bytes.starts_with("data: {\"text\":\"a\\nb\"}\n\ndata: "));
-    const std::vector<json> payloads = payloadsOf(sent.bytes);
+    const std::string sent = sentBy({"a\nb", "a\nb\nc"}, End::Done);
+    EXPECT_TRUE(sent.starts_with("data: {\"text\":\"a\\nb\"}\n\ndata: "));
+    const std::vector<json> payloads = payloadsOf(sent);
     ASSERT_EQ(payloads.size(), 3U);
     EXPECT_EQ(payloads[1].at("text"), "a\nb\nc");
     EXPECT_EQ(payloads[2].at("done"), true);
 }
 
 TEST(EventStreamTest, AFailureOfTheEngineIsTheLastEvent) {
-    const Sent sent(ListStream({"part"}, ListStream::End::Engine));
-    const std::vector<json> payloads = payloadsOf(sent.bytes);
+    const std::vector<json> payloads = payloadsOf(sentBy({"part"}, End::Engine));
     ASSERT_EQ(payloads.size(), 2U);
     EXPECT_EQ(payloads[1], json({{"error", "The provider broke off."}}));
 }
 
 TEST(EventStreamTest, AnyOtherFailureKeepsItsDetailToItself) {
-    const Sent sent(ListStream({"part"}, ListStream::End::Other));
-    EXPECT_EQ(sent.bytes.find("inner detail"), std::string::npos);
-    EXPECT_TRUE(payloadsOf(sent.bytes).back().contains("error"));
-}
-
-TEST(EventStreamTest, NothingIsSentToAClientThatLeft) {
-    EXPECT_EQ(Sent(ListStream({"a"}, ListStream::End::Done), true).bytes, "");
-    const Sent sent(ListStream({"a", "ab"}, ListStream::End::Done), false, false, 1);
-    EXPECT_EQ(payloadsOf(sent.bytes).size(), 1U);
+    const std::string sent = sentBy({"part"}, End::Other);
+    EXPECT_EQ(sent.find("inner detail"), std::string::npos);
+    EXPECT_TRUE(payloadsOf(sent).back().contains("error"));
 }
 
 TEST(EventStreamTest, AServerThatStopsSaysSo) {
-    const Sent sent(ListStream({"a"}, ListStream::End::Done), true, true);
-    EXPECT_TRUE(payloadsOf(sent.bytes).back().contains("error"));
+    const EventStream stream(std::make_unique<ListReply>(std::vector<std::string>(), End::Never));
+    EXPECT_TRUE(payloadsOf(stream.stopped()).back().contains("error"));
+}
+
+TEST(EventStreamTest, ACommentGoesOutEachTenSecondsOfSilence) {
+    EventStream stream(std::make_unique<ListReply>(std::vector<std::string>(), End::Never));
+    SteadyTime now{};
+    now += seconds(1000);
+    for (int round = 0; round < 20; ++round) {
+        const FeedStep early = stream.next(now);
+        EXPECT_EQ(early.bytes, "");
+        EXPECT_EQ(early.again, now + seconds(10));
+        EXPECT_EQ(stream.next(now + seconds(9)).bytes, "");
+        now += seconds(10);
+        const FeedStep comment = stream.next(now);
+        EXPECT_TRUE(comment.bytes.starts_with(":")) << comment.bytes;
+        EXPECT_TRUE(comment.bytes.ends_with("\n\n"));
+        EXPECT_TRUE(payloadsOf(comment.bytes).empty());
+        EXPECT_FALSE(comment.isLast);
+    }
+}
+
+TEST(EventStreamTest, AnEventPutsTheCommentOff) {
+    EventStream stream(
+        std::make_unique<ListReply>(std::vector<std::string>{"a", "ab"}, End::Never));
+    const SteadyTime begin = SteadyTime() + seconds(1000);
+    EXPECT_EQ(payloadsOf(stream.next(begin).bytes).size(), 1U);
+    EXPECT_EQ(payloadsOf(stream.next(begin + seconds(8)).bytes).size(), 1U);
+    EXPECT_EQ(stream.next(begin + seconds(12)).bytes, "");
+    EXPECT_NE(stream.next(begin + seconds(18)).bytes, "");
 }
 
 TEST(EventStreamTest, NoCharacterThatSomeReaderTakesForALineEndIsSentAsItIs) {

@@ -17,10 +17,12 @@ class FailingEngine final : public Engine {
     std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest&, const Cancelled&) override {
         throw std::bad_alloc();
     }
-    std::vector<Flashcard> flashcards(const FlashcardsRequest&, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&, const Cancelled&) override {
         throw EngineError(422, "No cards today.");
     }
-    Quiz quiz(const QuizRequest&, const Cancelled&) override { throw std::logic_error("x"); }
+    std::unique_ptr<ReplyStream> quiz(const QuizRequest&, const Cancelled&) override {
+        throw std::logic_error("x");
+    }
 };
 
 void expectError(const Answer& answer, int status) {
@@ -179,11 +181,16 @@ TEST(GatewayServerTest, AnExceptionInAHandlerIs500WithoutItsDetail) {
     const Answer failed = gateway.post("/ai/prompt", {{"prompt", "x"}});
     expectError(failed, 500);
     EXPECT_EQ(failed.text.find("secret detail"), std::string::npos);
-    expectError(gateway.post("/ai/analyze", {{"text", "x"}}), 500);
     expectError(gateway.post("/ai/quiz", {{"text", "x"}}), 500);
     const Answer refused = gateway.post("/ai/flashcards", {{"text", "x"}});
     expectError(refused, 422);
     EXPECT_EQ(refused.body.at("error"), "No cards today.");
+}
+
+TEST(GatewayServerTest, ARequestThatIsShortOfMemoryIs503) {
+    TestGateway gateway(std::make_unique<FailingEngine>());
+    gateway.signIn();
+    expectError(gateway.post("/ai/analyze", {{"text", "x"}}), 503);
 }
 
 TEST(GatewayServerTest, APortInUseIsSaid) {

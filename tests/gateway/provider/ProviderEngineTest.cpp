@@ -1,7 +1,10 @@
 #include "gateway/support/ProviderChain.h"
+#include "gateway/support/RawClient.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <future>
 
 namespace vorq::gateway::testing {
 namespace {
@@ -139,12 +142,16 @@ TEST(ProviderEngineTest, ARefusedConnectionIsAnErrorDocument) {
     ProviderConfig config = configFor("http://127.0.0.1:" + std::to_string(closedPort()));
     TestGateway gateway(std::make_unique<ProviderEngine>(config));
     gateway.signIn();
-    for (const bool stream : {true, false}) {
-        const Answer answer = gateway.post("/ai/prompt", {{"prompt", "x"}, {"stream", stream}});
-        EXPECT_EQ(answer.status, 502);
-        EXPECT_THAT(answer.body.at("error").get<std::string>(), HasSubstr("Could not reach"));
-        expectNoKey(answer.text);
-    }
+    const Answer whole = gateway.post("/ai/prompt", {{"prompt", "x"}});
+    EXPECT_EQ(whole.status, 502);
+    EXPECT_THAT(whole.body.value("error", ""), HasSubstr("Could not reach"));
+    expectNoKey(whole.text);
+    // A stream has begun before the provider is asked.
+    const Answer stream = gateway.post("/ai/prompt", {{"prompt", "x"}, {"stream", true}});
+    EXPECT_EQ(stream.status, 200);
+    ASSERT_EQ(payloadsOf(stream.text).size(), 1U);
+    EXPECT_THAT(payloadsOf(stream.text)[0].value("error", ""), HasSubstr("Could not reach"));
+    expectNoKey(stream.text);
 }
 
 TEST(ProviderEngineTest, ErrorStatusesBecomeErrorDocumentsAndNever401) {
@@ -154,7 +161,7 @@ TEST(ProviderEngineTest, ErrorStatusesBecomeErrorDocumentsAndNever401) {
             peer.answer(
                 code, json({{"error", {{"message", std::string("No: ") + kProviderKey}}}}).dump());
         });
-        const Answer answer = chain.askRaw();
+        const Answer answer = chain.askWhole();
         EXPECT_EQ(answer.status, expected) << status;
         EXPECT_THAT(answer.body.at("error").get<std::string>(), HasSubstr("No: "));
         expectNoKey(answer.text);
@@ -163,7 +170,7 @@ TEST(ProviderEngineTest, ErrorStatusesBecomeErrorDocumentsAndNever401) {
 
 TEST(ProviderEngineTest, AnErrorStatusWithoutADocumentIsSaid) {
     Chain chain([](ProviderPeer& peer) { peer.answer(503, "<html>busy</html>", "text/html"); });
-    EXPECT_EQ(chain.askRaw().body.at("error"), "The AI provider answered with status 503.");
+    EXPECT_EQ(chain.askWhole().body.at("error"), "The AI provider answered with status 503.");
 }
 
 TEST(ProviderEngineTest, ARedirectIsNotFollowed) {
@@ -171,14 +178,35 @@ TEST(ProviderEngineTest, ARedirectIsNotFollowed) {
         peer.send(
             "HTTP/1.1 302 Found\r\nLocation: http://127.0.0.1:1/\r\nContent-Length: 0\r\n\r\n");
     });
-    EXPECT_THAT(chain.askRaw().body.at("error").get<std::string>(), HasSubstr("302"));
+    EXPECT_THAT(chain.askWhole().body.at("error").get<std::string>(), HasSubstr("302"));
 }
 
 TEST(ProviderEngineTest, AProviderThatNeverAnswersRunsOutOfTime) {
     Chain chain([](ProviderPeer& peer) { peer.awaitClose(); }, milliseconds(150));
-    const Answer answer = chain.askRaw();
+    const Answer answer = chain.askWhole();
     EXPECT_EQ(answer.status, 504);
     EXPECT_THAT(answer.body.at("error").get<std::string>(), HasSubstr("too long"));
+}
+
+TEST(ProviderEngineTest, TheHeadOfAStreamDoesNotWaitForTheProvider) {
+    std::promise<void> mayAnswer;
+    std::shared_future<void> answers = mayAnswer.get_future().share();
+    Chain chain([answers](ProviderPeer& peer) {
+        answers.wait();
+        goodStream(peer);
+    });
+    const std::string body = R"({"prompt":"x","stream":true})";
+    RawClient client(chain.gateway->port);
+    client.send("POST /ai/prompt HTTP/1.1\r\nHost: localhost\r\nContent-Type: application/json\r\n"
+                "Authorization: Bearer " +
+                chain.gateway->token + "\r\nContent-Length: " + std::to_string(body.size()) +
+                "\r\n\r\n" + body);
+    const std::string head = client.receiveUntil("\r\n\r\n");
+    mayAnswer.set_value();
+    EXPECT_THAT(head, ::testing::StartsWith("HTTP/1.1 200 OK\r\n"));
+    EXPECT_THAT(head, HasSubstr("text/event-stream"));
+    EXPECT_THAT(head, Not(HasSubstr("data:")));
+    EXPECT_THAT(client.receiveAll(), HasSubstr("Hello world."));
 }
 
 TEST(ProviderEngineTest, AStreamThatFallsSilentEndsInAnErrorEvent) {
@@ -219,10 +247,8 @@ TEST(ProviderEngineTest, ABrokenStreamEndsInAnErrorEvent) {
             if (hard) peer.reset();
         });
         const Answer answer = chain.askRaw();
-        const std::vector<json> events = payloadsOf(answer.text);
-        // If all of it arrives at once, the failure is known before a stream was started.
-        const json last = events.empty() ? answer.body : events.back();
-        EXPECT_THAT(last.value("error", ""), HasSubstr("broke off")) << answer.text;
+        EXPECT_THAT(payloadsOf(answer.text).back().value("error", ""), HasSubstr("broke off"))
+            << answer.text;
     }
 }
 

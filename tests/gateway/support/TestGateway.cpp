@@ -18,7 +18,7 @@ TestGateway::TestGateway(std::unique_ptr<Engine> given, int authPerMinute)
     : accounts(openQuietly(folder.path() / "state"), clock),
       limiter(clock, authPerMinute),
       engine(given ? std::move(given)
-                   : std::make_unique<EmbeddedEngine>(pacer, std::chrono::milliseconds(30))),
+                   : std::make_unique<EmbeddedEngine>(std::chrono::milliseconds(0))),
       router(accounts, limiter, RequestGuard("127.0.0.1")),
       server(router) {
     addAuthRoutes(router, accounts);

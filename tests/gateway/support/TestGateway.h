@@ -10,28 +10,16 @@
 #include "http/GatewayServer.h"
 #include "http/RequestRouter.h"
 #include "storage/StateFile.h"
-#include "support/Pacer.h"
 
 #include <httplib.h>
 #include <nlohmann/json.hpp>
 
-#include <atomic>
 #include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
 namespace vorq::gateway::testing {
-
-/// Counts the pauses of a stream instead of waiting.
-class CountingPacer final : public Pacer {
-  public:
-    bool pause(std::chrono::milliseconds, const Cancelled& cancelled) override {
-        ++pauses;
-        return !cancelled();
-    }
-    std::atomic<int> pauses = 0;
-};
 
 struct Answer {
     int status = 0;
@@ -61,7 +49,6 @@ class TestGateway {
     void stop();
 
     ManualClock clock;
-    CountingPacer pacer;
     TemporaryFolder folder;
     AccountService accounts;
     RateLimiter limiter;

@@ -1,0 +1,367 @@
+#include "http/HttpConnection.h"
+
+#include "http/ApiError.h"
+#include "http/JsonText.h"
+#include "support/ProcessLimits.h"
+
+#include <boost/asio/co_spawn.hpp>
+#include <boost/asio/detached.hpp>
+#include <boost/asio/post.hpp>
+#include <boost/asio/redirect_error.hpp>
+#include <boost/asio/write.hpp>
+#include <boost/beast/core/buffers_cat.hpp>
+#include <boost/beast/http/chunk_encode.hpp>
+#include <boost/beast/http/empty_body.hpp>
+#include <boost/beast/http/string_body.hpp>
+#include <boost/beast/http/write.hpp>
+
+#include <algorithm>
+#include <type_traits>
+#include <utility>
+
+namespace vorq::gateway {
+namespace {
+
+namespace beast = boost::beast;
+namespace http = boost::beast::http;
+using boost::system::error_code;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+using Steady = std::chrono::steady_clock;
+
+// A connection that was opened in advance may stay silent, though not for long.
+constexpr seconds kFirstByteTime{10};
+constexpr seconds kRequestTime{60};
+constexpr seconds kWriteTime{60};
+constexpr seconds kFinishTime{1};
+constexpr milliseconds kRoomPoll{50};
+constexpr std::size_t kMostDiscarded = std::size_t{64} * 1024 * 1024;
+constexpr std::size_t kSmallBody = RequestRouter::kLargestStrangersBody;
+
+template<typename Body>
+void setFields(http::response<Body>& response, const char* contentType) {
+    response.set(http::field::content_type, contentType);
+    response.set(http::field::cache_control, "no-store");
+    response.set("X-Content-Type-Options", "nosniff");
+    response.set(http::field::connection, "close");
+}
+
+} // namespace
+
+HttpConnection::HttpConnection(ServerCore& core, Socket socket)
+    : core_(core),
+      socket_(std::move(socket)),
+      bell_(core.io),
+      deadline_(core.io),
+      reader_(socket_,
+              [this](std::size_t held) {
+                  if (!std::exchange(hasHeard_, true)) allow(kRequestTime);
+                  core_.room.setBytes(*this, held);
+              }),
+      rope_(std::make_shared<Rope>(this)) {}
+
+HttpConnection::~HttpConnection() {
+    rope_->connection = nullptr;
+    giveRoomBack();
+    core_.room.leave(*this);
+}
+
+void HttpConnection::start() {
+    error_code ignored;
+    socket_.set_option(net::ip::tcp::no_delay(true), ignored);
+    core_.room.enter(*this);
+    allow(kFirstByteTime);
+    net::co_spawn(core_.io, run(shared_from_this()), net::detached);
+}
+
+void HttpConnection::hearStop() {
+    if (phase_ == Phase::Receiving) close();
+    if (isWriting_) allow(kFinishTime);
+    ring();
+}
+
+Awaitable<void> HttpConnection::run(std::shared_ptr<HttpConnection> self) {
+    try {
+        co_await self->answer();
+        co_await self->finish();
+    } catch (const boost::system::system_error&) {
+        // The client is gone.
+    } catch (const std::exception& error) {
+        static_cast<void>(refusalFor(std::current_exception()));
+    }
+    self->close();
+    if (self->wasLarge_) static_cast<void>(self->core_.computing.submit(trimHeap));
+}
+
+Awaitable<void> HttpConnection::answer() {
+    std::exception_ptr failure;
+    try {
+        const ApiReply reply = co_await obtainReply();
+        if (reply.stream) {
+            co_await sendFeed(*reply.stream);
+        } else {
+            co_await sendDocument(200, oneLineJson(reply.body), std::nullopt);
+        }
+    } catch (const boost::system::system_error&) {
+        throw;
+    } catch (const std::exception&) {
+        failure = std::current_exception();
+    }
+    if (failure) co_await sendRefusal(failure);
+}
+
+Awaitable<ApiReply> HttpConnection::obtainReply() {
+    const HttpRequest request = co_await reader_.readHead();
+    const Route& route = core_.router.screen(request);
+    std::optional<Identity> identity;
+    co_await receiveBody(request, route, identity);
+    std::string body = reader_.takeBody();
+    core_.room.settle(*this);
+    phase_ = Phase::Working;
+    relax();
+    const auto identify = [&] {
+        if (!identity) identity = core_.router.identify(route, request);
+        return identity.has_value();
+    };
+    if (route.computes) {
+        watchPeer();
+        co_await onPool(core_.accounts, identify);
+    }
+    ApiReply reply = co_await onPool(route.computes ? core_.computing : core_.accounts, [&] {
+        identify();
+        return RequestRouter::answer(route, std::move(identity), std::move(body), cancelled());
+    });
+    giveRoomBack();
+    co_return reply;
+}
+
+/// Strangers may send little. Only a sender that is known gets room for more.
+Awaitable<void> HttpConnection::receiveBody(const HttpRequest& request, const Route& route,
+                                            std::optional<Identity>& identity) {
+    const std::size_t limit = route.largestBody();
+    const std::uint64_t announced = request.contentLength.value_or(0);
+    if (announced > limit && !route.needsToken) throw RequestRouter::tooLarge(route);
+    if (announced <= kSmallBody) {
+        if (reader_.awaitsContinue()) co_await sendContinue();
+        co_await reader_.readBody(kSmallBody);
+        if (reader_.isWhole()) co_return;
+    }
+    if (!route.needsToken) throw RequestRouter::tooLarge(route);
+    co_await onPool(core_.accounts, [&] {
+        identity = core_.router.identify(route, request);
+        return true;
+    });
+    if (announced > limit) throw RequestRouter::tooLarge(route);
+    co_await takeRoomForLargeBody(request);
+    core_.room.settle(*this);
+    if (reader_.awaitsContinue() && announced > kSmallBody) co_await sendContinue();
+    co_await reader_.readBody(limit);
+    if (!reader_.isWhole()) throw RequestRouter::tooLarge(route);
+}
+
+Awaitable<void> HttpConnection::sendContinue() {
+    constexpr std::string_view word = "HTTP/1.1 100 Continue\r\n\r\n";
+    co_await net::async_write(socket_, net::buffer(word), kAwait);
+}
+
+Awaitable<void> HttpConnection::takeRoomForLargeBody(const HttpRequest& request) {
+    const std::size_t bytes = request.contentLength.value_or(RequestRouter::kLargestBody);
+    while (core_.largeBytes + bytes > ServerCore::kMostLargeBytes)
+        co_await waitUntil(Steady::now() + kRoomPoll);
+    core_.largeBytes += bytes;
+    largeBytes_ = bytes;
+    wasLarge_ = true;
+}
+
+void HttpConnection::giveRoomBack() {
+    core_.largeBytes -= std::exchange(largeBytes_, 0);
+}
+
+Awaitable<void> HttpConnection::sendFeed(ReplyFeed& feed) {
+    feed.setCaller(bellRope());
+    if (feed.beginsAtOnce()) co_await sendHead(feed.contentType());
+    while (!peerLeft_) {
+        if (core_.stopping) {
+            co_await sendLastWord(feed);
+            co_return;
+        }
+        const FeedStep step = co_await nextStep(feed);
+        if (step.bytes.empty()) {
+            co_await waitUntil(step.again);
+            continue;
+        }
+        if (step.isLast && !headSent_) {
+            co_await sendDocument(200, step.bytes, std::nullopt);
+        } else {
+            if (!headSent_) co_await sendHead(feed.contentType());
+            co_await sendPiece(step.bytes, step.isLast);
+        }
+        if (step.isLast) co_return;
+    }
+}
+
+Awaitable<FeedStep> HttpConnection::nextStep(ReplyFeed& feed) {
+    if (!feed.isLarge()) co_return feed.next(Steady::now());
+    co_return co_await onPool(core_.computing, [&feed] { return feed.next(Steady::now()); });
+}
+
+Awaitable<void> HttpConnection::sendLastWord(const ReplyFeed& feed) {
+    const std::string word = feed.stopped();
+    if (word.empty()) throw CancelledError();
+    co_await sendPiece(word, true);
+}
+
+Awaitable<void> HttpConnection::sendHead(const char* contentType) {
+    http::response<http::empty_body> head{http::status::ok, 11};
+    setFields(head, contentType);
+    head.chunked(reader_.knowsChunks());
+    http::response_serializer<http::empty_body> serializer{head};
+    allowWrite();
+    headSent_ = true;
+    co_await http::async_write_header(socket_, serializer, kAwait);
+    isWriting_ = false;
+    relax();
+}
+
+Awaitable<void> HttpConnection::sendPiece(const std::string& bytes, bool isLast) {
+    allowWrite();
+    const net::const_buffer buffer = net::buffer(bytes);
+    if (!reader_.knowsChunks()) {
+        co_await net::async_write(socket_, buffer, kAwait);
+    } else if (isLast) {
+        co_await net::async_write(
+            socket_, beast::buffers_cat(http::make_chunk(buffer), http::make_chunk_last()), kAwait);
+    } else {
+        co_await net::async_write(socket_, http::make_chunk(buffer), kAwait);
+    }
+    isWriting_ = false;
+    relax();
+}
+
+Awaitable<void> HttpConnection::sendDocument(int status, std::string document,
+                                             std::optional<int> retryAfterSeconds) {
+    http::response<http::string_body> response{static_cast<http::status>(status), 11};
+    setFields(response, "application/json");
+    if (status == 405) response.set(http::field::allow, "POST");
+    if (retryAfterSeconds) {
+        response.set(http::field::retry_after, std::to_string(*retryAfterSeconds));
+    }
+    response.content_length(document.size());
+    if (!reader_.isHeadRequest()) response.body() = std::move(document);
+    allowWrite();
+    headSent_ = true;
+    co_await http::async_write(socket_, response, kAwait);
+    isWriting_ = false;
+    relax();
+}
+
+Awaitable<void> HttpConnection::sendRefusal(const std::exception_ptr& failure) {
+    const Refusal refusal = refusalFor(failure);
+    if (headSent_) co_return; // The answer is cut, which says that it is not whole.
+    co_await sendDocument(refusal.status, oneLineJson(errorDocument(refusal.sentence)),
+                          refusal.retryAfterSeconds);
+}
+
+/// Lets a client read its answer though it is still sending a request that nobody reads.
+Awaitable<void> HttpConnection::finish() {
+    phase_ = Phase::Finishing;
+    core_.room.settle(*this);
+    error_code ignored;
+    socket_.shutdown(Socket::shutdown_send, ignored);
+    if (reader_.isWhole()) co_return;
+    watchPeer();
+    const SteadyTime end = Steady::now() + kFinishTime;
+    while (!peerLeft_ && Steady::now() < end)
+        co_await waitUntil(end);
+}
+
+template<typename Work>
+Awaitable<std::invoke_result_t<Work&>> HttpConnection::onPool(WorkerPool& pool, Work work) {
+    struct Outcome {
+        std::optional<std::invoke_result_t<Work&>> result;
+        std::exception_ptr failure;
+        bool isDone = false;
+    };
+    // The coroutine and all it holds stay until the job is done.
+    Outcome outcome;
+    const bool isTaken = pool.submit([this, &outcome, &work] {
+        try {
+            outcome.result.emplace(work());
+        } catch (...) {
+            outcome.failure = std::current_exception();
+        }
+        net::post(core_.io, [this, &outcome] {
+            outcome.isDone = true;
+            ring();
+        });
+    });
+    if (!isTaken) throw ApiError(503, "The Vorq gateway is busy. Try again in a moment.");
+    while (!outcome.isDone)
+        co_await waitUntil(SteadyTime::max());
+    if (outcome.failure) std::rethrow_exception(outcome.failure);
+    co_return std::move(*outcome.result);
+}
+
+Awaitable<void> HttpConnection::waitUntil(SteadyTime time) {
+    if (!rung_) {
+        bell_.expires_at(time);
+        error_code ignored;
+        co_await bell_.async_wait(net::redirect_error(kAwait, ignored));
+    }
+    rung_ = false;
+}
+
+void HttpConnection::ring() {
+    rung_ = true;
+    bell_.cancel();
+}
+
+std::function<void()> HttpConnection::bellRope() {
+    return [rope = rope_, &io = core_.io] {
+        if (rope->isPulled.exchange(true)) return;
+        net::post(io, [rope] {
+            rope->isPulled = false;
+            if (rope->connection != nullptr) rope->connection->ring();
+        });
+    };
+}
+
+void HttpConnection::allow(milliseconds time) {
+    deadline_.expires_after(time);
+    deadline_.async_wait([self = shared_from_this()](const error_code& error) {
+        if (!error && self->deadline_.expiry() <= Steady::now()) self->close();
+    });
+}
+
+void HttpConnection::allowWrite() {
+    isWriting_ = true;
+    allow(core_.stopping ? kFinishTime : kWriteTime);
+}
+
+Cancelled HttpConnection::cancelled() {
+    return [this] { return core_.stopping || peerLeft_; };
+}
+
+void HttpConnection::watchPeer() {
+    if (std::exchange(isWatching_, true)) return;
+    socket_.async_read_some(net::buffer(discard_),
+                            [self = shared_from_this()](const error_code& error, std::size_t n) {
+                                self->isWatching_ = false;
+                                self->discarded_ += n;
+                                if (error || self->discarded_ > kMostDiscarded) {
+                                    self->peerLeft_ = true;
+                                    self->ring();
+                                } else {
+                                    self->watchPeer();
+                                }
+                            });
+}
+
+void HttpConnection::close() {
+    error_code ignored;
+    socket_.close(ignored);
+    relax();
+    ring();
+}
+
+} // namespace vorq::gateway

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "http/Asio.h"
+#include "http/Refusal.h"
+#include "http/ReplyFeed.h"
+#include "http/RequestReader.h"
+#include "http/ServerCore.h"
+
+#include <array>
+#include <atomic>
+#include <memory>
+#include <string>
+
+namespace vorq::gateway {
+
+/// One accepted socket, from its request to the end of its answer. Lives as long as its coroutine,
+/// on the thread of the core's io_context.
+class HttpConnection final : public Guest, public std::enable_shared_from_this<HttpConnection> {
+  public:
+    /// `core` outlives the connection.
+    HttpConnection(ServerCore& core, Socket socket);
+    ~HttpConnection() override;
+    HttpConnection(const HttpConnection&) = delete;
+    HttpConnection& operator=(const HttpConnection&) = delete;
+
+    void start();
+    void dismiss() override { close(); }
+    void hearStop() override;
+
+  private:
+    enum class Phase { Receiving, Working, Finishing };
+    /// What others than the server's thread may hold: the connection may be gone when they call.
+    struct Rope {
+        HttpConnection* connection;
+        std::atomic<bool> isPulled = false;
+    };
+
+    static Awaitable<void> run(std::shared_ptr<HttpConnection> self);
+    [[nodiscard]] Awaitable<void> answer();
+    [[nodiscard]] Awaitable<ApiReply> obtainReply();
+    [[nodiscard]] Awaitable<void> receiveBody(const HttpRequest& request, const Route& route,
+                                              std::optional<Identity>& identity);
+    [[nodiscard]] Awaitable<void> takeRoomForLargeBody(const HttpRequest& request);
+    [[nodiscard]] Awaitable<void> sendContinue();
+    void giveRoomBack();
+    [[nodiscard]] Awaitable<void> sendFeed(ReplyFeed& feed);
+    [[nodiscard]] Awaitable<FeedStep> nextStep(ReplyFeed& feed);
+    [[nodiscard]] Awaitable<void> sendLastWord(const ReplyFeed& feed);
+    [[nodiscard]] Awaitable<void> sendHead(const char* contentType);
+    [[nodiscard]] Awaitable<void> sendPiece(const std::string& bytes, bool isLast);
+    [[nodiscard]] Awaitable<void> sendDocument(int status, std::string document,
+                                               std::optional<int> retryAfterSeconds);
+    [[nodiscard]] Awaitable<void> sendRefusal(const std::exception_ptr& failure);
+    [[nodiscard]] Awaitable<void> finish();
+
+    /// Runs `work` on a thread of the pool and gives its result.
+    template<typename Work>
+    [[nodiscard]] Awaitable<std::invoke_result_t<Work&>> onPool(WorkerPool& pool, Work work);
+    /// Until `ring` or `time`.
+    [[nodiscard]] Awaitable<void> waitUntil(SteadyTime time);
+    void ring();
+    /// Rings from any thread.
+    [[nodiscard]] std::function<void()> bellRope();
+    /// Closes the connection unless `relax` or another `allow` comes in time.
+    void allow(std::chrono::milliseconds time);
+    void allowWrite();
+    void relax() { deadline_.cancel(); }
+    [[nodiscard]] Cancelled cancelled();
+    void watchPeer();
+    void close();
+
+    ServerCore& core_;
+    Socket socket_;
+    Timer bell_;
+    Timer deadline_;
+    RequestReader reader_;
+    Phase phase_ = Phase::Receiving;
+    std::shared_ptr<Rope> rope_;
+    bool rung_ = false;
+    bool hasHeard_ = false;
+    bool isWriting_ = false;
+    bool headSent_ = false;
+    bool isWatching_ = false;
+    /// The client closed its end; one that still waits for an answer never does.
+    std::atomic<bool> peerLeft_ = false;
+    std::size_t discarded_ = 0;
+    std::size_t largeBytes_ = 0;
+    bool wasLarge_ = false;
+    std::array<char, 512> discard_{};
+};
+
+} // namespace vorq::gateway

@@ -1,0 +1,42 @@
+#include "http/Refusal.h"
+
+#include "engine/Engine.h"
+#include "http/ApiError.h"
+#include "storage/Database.h"
+
+#include <cstdio>
+#include <new>
+
+namespace vorq::gateway {
+namespace {
+
+constexpr auto kFailed = "The Vorq gateway failed. Try again.";
+
+void report(const std::exception& error) {
+    std::fprintf(stderr, "vorq-gateway: a request failed: %s\n", error.what());
+}
+
+} // namespace
+
+Refusal refusalFor(const std::exception_ptr& failure) {
+    try {
+        std::rethrow_exception(failure);
+    } catch (const ApiError& error) {
+        return {error.status, error.what(), error.retryAfterSeconds};
+    } catch (const EngineError& error) {
+        return {error.status, error.what(), std::nullopt};
+    } catch (const CancelledError&) {
+        return {503, "The Vorq gateway was stopped. Try again in a moment.", std::nullopt};
+    } catch (const DatabaseError& error) {
+        report(error);
+        if (!error.advice.empty()) return {503, error.advice, std::nullopt};
+    } catch (const std::bad_alloc& error) {
+        report(error);
+        return {503, "The Vorq gateway is short of memory. Try again in a moment.", std::nullopt};
+    } catch (const std::exception& error) {
+        report(error);
+    }
+    return {500, kFailed, std::nullopt};
+}
+
+} // namespace vorq::gateway

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <exception>
+#include <optional>
+#include <string>
+
+namespace vorq::gateway {
+
+/// The answer to a request that failed.
+struct Refusal {
+    int status = 500;
+    /// What the user reads.
+    std::string sentence;
+    std::optional<int> retryAfterSeconds;
+};
+
+/// What to answer to a request that ended in `failure`, whatever that is. Failures of the gateway
+/// itself are written to standard error, without anything that the client sent.
+[[nodiscard]] Refusal refusalFor(const std::exception_ptr& failure);
+
+} // namespace vorq::gateway

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "engine/Engine.h"
+#include "support/SteadyTime.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace vorq::gateway {
+
+/// What is to be sent next of a reply.
+struct FeedStep {
+    /// Empty if there is nothing to send yet.
+    std::string bytes = {};
+    bool isLast = false;
+    /// If there is nothing: when to ask again though nobody called for it.
+    SteadyTime again = SteadyTime::max();
+};
+
+/// Turns a reply on its way into the bytes of an answer, and fills the time until it has something
+/// to say, so that the client knows that all is well. Waits for nothing; used by one thread at a
+/// time.
+class ReplyFeed {
+  public:
+    /// How long a client hears nothing at most.
+    static constexpr std::chrono::seconds kHeartbeat{10};
+
+    explicit ReplyFeed(std::unique_ptr<ReplyStream> reply) : reply_(std::move(reply)) {}
+    virtual ~ReplyFeed() = default;
+
+    /// See ReplyStream.
+    void setCaller(std::function<void()> call) { reply_->setCaller(std::move(call)); }
+    [[nodiscard]] virtual const char* contentType() const = 0;
+    /// Whether the head goes out before there is anything of the reply.
+    [[nodiscard]] virtual bool beginsAtOnce() const = 0;
+    /// May throw what the engine throws, as long as nothing has gone out.
+    [[nodiscard]] virtual FeedStep next(SteadyTime now) = 0;
+    /// The last bytes of a server that stops; empty if nothing has gone out.
+    [[nodiscard]] virtual std::string stopped() const = 0;
+    /// Whether the next step may take long enough to be felt by others.
+    [[nodiscard]] virtual bool isLarge() const { return false; }
+
+  protected:
+    [[nodiscard]] ReplyStream& reply() { return *reply_; }
+
+  private:
+    std::unique_ptr<ReplyStream> reply_;
+};
+
+} // namespace vorq::gateway

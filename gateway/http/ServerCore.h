@@ -1,0 +1,37 @@
+#pragma once
+
+#include "http/ConnectionRoom.h"
+#include "http/RequestRouter.h"
+#include "http/WorkerPool.h"
+
+#include <boost/asio/io_context.hpp>
+
+#include <atomic>
+#include <cstddef>
+
+namespace vorq::gateway {
+
+/// What the connections of a server share. All but `router`, `stopping` and the pools belongs to
+/// the thread that runs `io`, which carries all sockets and never waits for anything else.
+struct ServerCore {
+    ServerCore(RequestRouter& requestRouter, std::size_t mostConnections)
+        : router(requestRouter), room(mostConnections, kMostWaitingBytes) {}
+
+    /// Of requests that are not whole and whose sender is not known.
+    static constexpr std::size_t kMostWaitingBytes = std::size_t{64} * 1024 * 1024;
+    /// Of large requests whose sender is known, until their handler is done.
+    static constexpr std::size_t kMostLargeBytes = std::size_t{64} * 1024 * 1024;
+    static constexpr std::size_t kPoolThreads = 4;
+    static constexpr std::size_t kLongestQueue = 4096;
+
+    RequestRouter& router;
+    std::atomic<bool> stopping = false;
+    ConnectionRoom room;
+    std::size_t largeBytes = 0;
+    boost::asio::io_context io{1};
+    /// Tokens and accounts, each a matter of milliseconds, are never behind what takes long.
+    WorkerPool accounts{kPoolThreads, kLongestQueue};
+    WorkerPool computing{kPoolThreads, kLongestQueue};
+};
+
+} // namespace vorq::gateway

@@ -1,0 +1,44 @@
+#include "http/WholeReply.h"
+
+#include "http/JsonText.h"
+
+#include <algorithm>
+#include <exception>
+#include <nlohmann/json.hpp>
+
+namespace vorq::gateway {
+
+FeedStep WholeReply::step(SteadyTime now) {
+    ReplyStep step = reply().step(now);
+    while (step.kind == ReplyStep::Kind::Grew)
+        step = reply().step(now);
+    if (step.kind == ReplyStep::Kind::Ended) {
+        return {.bytes = oneLineJson(encode(reply().result())), .isLast = true};
+    }
+    if (now < lastSent_ + kHeartbeat)
+        return {.again = std::min(step.again, lastSent_ + kHeartbeat)};
+    lastSent_ = now;
+    hasBegun_ = true;
+    return {.bytes = " "};
+}
+
+FeedStep WholeReply::next(SteadyTime now) {
+    if (lastSent_ == SteadyTime::min()) lastSent_ = now;
+    if (!hasBegun_) return step(now);
+    try {
+        return step(now);
+    } catch (const EngineError& error) {
+        return {.bytes = oneLineJson(errorDocument(error.what())), .isLast = true};
+    } catch (const std::exception&) {
+        return {.bytes =
+                    oneLineJson(errorDocument("The Vorq gateway failed while it was answering.")),
+                .isLast = true};
+    }
+}
+
+std::string WholeReply::stopped() const {
+    if (!hasBegun_) return {};
+    return oneLineJson(errorDocument("The Vorq gateway was stopped. Try again in a moment."));
+}
+
+} // namespace vorq::gateway
