@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace vorq {
 namespace {
 
@@ -62,6 +64,81 @@ TEST(ReplyPrinter, ATextThatComesCharacterByCharacterPrintsTheSameAsAtOnce) {
         }
     }
     EXPECT_GT(texts, 400);
+}
+
+// Lines of every kind in any order, some of them too long to be parsed at each line.
+QString randomReply(std::mt19937& random) {
+    static const QStringList lines{"text",
+                                   "Plan",
+                                   "- one",
+                                   "- two",
+                                   "* three",
+                                   "1. a",
+                                   "2. b",
+                                   "> said",
+                                   ">",
+                                   "```",
+                                   "```cpp",
+                                   "|a|b|",
+                                   "|-|-|",
+                                   "| c | d |",
+                                   "---",
+                                   "# Head",
+                                   "**Label**",
+                                   "**open",
+                                   "**",
+                                   "- Steps such as:",
+                                   "",
+                                   "",
+                                   "  ",
+                                   "a - b",
+                                   "a **b** c",
+                                   "\\n- x",
+                                   "one\\ntwo",
+                                   "x\r",
+                                   "Plan **now",
+                                   "- **bold**",
+                                   QString(600, u'x'),
+                                   QString(40, u'y') + ". Z. "};
+    QString reply;
+    const unsigned count = 1 + static_cast<unsigned>(random() % 20);
+    for (unsigned index = 0; index < count; ++index) {
+        reply += lines[static_cast<qsizetype>(random() % static_cast<unsigned>(lines.size()))];
+        reply += random() % 12 == 0 ? u' ' : u'\n';
+    }
+    return reply;
+}
+
+TEST(ReplyPrinter, AnyTextThatComesLineByLinePrintsTheSameAsAtOnce) {
+    for (unsigned seed = 1; seed <= 2000; ++seed) {
+        std::mt19937 random(seed);
+        const QString reply = randomReply(random);
+        ReplyPrinter growing;
+        QByteArray printed;
+        for (qsizetype end = reply.indexOf(u'\n'); end >= 0; end = reply.indexOf(u'\n', end + 1))
+            printed += growing.grow(QStringView(reply).first(end + 1));
+        printed += growing.finish(reply);
+        ReplyPrinter atOnce;
+        ASSERT_EQ(printed, atOnce.finish(reply)) << seed << '\n' << qPrintable(reply);
+    }
+}
+
+TEST(ReplyPrinter, AListIsPrintedAsSoonAsItEndsHoweverLongItIs) {
+    QString list;
+    for (int index = 0; index < 1000; ++index)
+        list += QStringLiteral("- item %1\n").arg(index);
+    ReplyPrinter printer;
+    EXPECT_EQ(printer.grow(list), "");
+    EXPECT_EQ(printer.grow(list + "And so on\n"), list.trimmed().toUtf8());
+    EXPECT_EQ(printer.finish(list + "And so on"), "\n\nAnd so on\n");
+}
+
+TEST(ReplyPrinter, AReplyThatIsRevisedOverAndOverRepeatsNothing) {
+    ReplyPrinter printer;
+    EXPECT_EQ(printer.grow(u"one\n\ntwo\n\n"), "one\n\ntwo");
+    EXPECT_EQ(printer.grow(u"two\n\nthree\n\n"), "\n\nthree");
+    EXPECT_EQ(printer.grow(u"one\n\nfour\n\n"), "\n\nfour");
+    EXPECT_EQ(printer.finish(u"one\n\ntwo\n\nthree\n\nfour"), "\n");
 }
 
 TEST(ReplyPrinter, PrintsCanonicalMarkdown) {
