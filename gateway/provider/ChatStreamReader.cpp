@@ -19,7 +19,6 @@ using nlohmann::json;
 
 constexpr std::size_t kLongestDocument = std::size_t{4} * 1024 * 1024;
 constexpr std::size_t kLongestReply = std::size_t{2} * 1024 * 1024;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool isKeepAlive(std::string_view data) {
     constexpr std::array words = {"ping", "keepalive", "keep-alive", "heartbeat"};

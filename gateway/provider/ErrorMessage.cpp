@@ -10,7 +10,7 @@ using nlohmann::json;
 namespace {
 
 /// How deep a message may lie, in documents that wrap those of other servers.
-constexpr int kDeepest = 4;
+constexpr int kDeepestMessage = 4;
 
 std::string messageIn(const json& error, int depth) {
     if (error.is_string()) {
@@ -31,7 +31,7 @@ std::string messageIn(const json& error, int depth) {
 } // namespace
 
 std::string errorMessage(const json& error) {
-    return messageIn(error, kDeepest);
+    return messageIn(error, kDeepestMessage);
 }
 
 std::string errorMessageIn(std::string_view document) {

@@ -10,7 +10,6 @@ namespace vorq::gateway {
 namespace {
 
 constexpr std::size_t kLongestEvent = std::size_t{4} * 1024 * 1024;
-constexpr std::string_view kStreamMark = "\xEF\xBB\xBF";
 constexpr std::string_view kEndMark = "[DONE]";
 
 /// No JSON has an object right behind another, so the event before is complete.
@@ -50,8 +49,8 @@ void EventStreamParser::checkSize(std::size_t more) const {
 void EventStreamParser::endLine() {
     const std::string whole = std::exchange(line_, {});
     std::string_view line = whole;
-    if (std::exchange(isFirstLine_, false) && line.starts_with(kStreamMark)) {
-        line.remove_prefix(kStreamMark.size());
+    if (std::exchange(isFirstLine_, false) && line.starts_with(kByteOrderMark)) {
+        line.remove_prefix(kByteOrderMark.size());
     }
     if (line.empty()) {
         dispatch();

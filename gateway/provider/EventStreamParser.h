@@ -6,6 +6,9 @@
 
 namespace vorq::gateway {
 
+/// Some servers begin their answer with one.
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 /// One server-sent event. A field "error", which some servers send in place of an event of that
 /// name, is one too.
 struct StreamEvent {

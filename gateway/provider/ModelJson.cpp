@@ -1,114 +1,123 @@
 #include "provider/ModelJson.h"
 
+#include "provider/LenientJson.h"
+#include "provider/QuizAnswer.h"
 #include "support/Utf8.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <optional>
+#include <string>
+#include <utility>
 
 namespace vorq::gateway {
 namespace {
 
 using nlohmann::json;
 
-/// The JSON value between the first `open` and the last `close`; discarded if there is none.
-json spanBetween(std::string_view text, char open, char close) {
-    const std::size_t begin = text.find(open);
-    const std::size_t end = text.rfind(close);
-    if (begin == std::string_view::npos || end == std::string_view::npos || end < begin) {
-        return json(json::value_t::discarded);
-    }
-    return json::parse(text.substr(begin, end - begin + 1), nullptr, false);
+// JSON that stands far into a reply is a part of it, not its form.
+constexpr std::size_t kLongestTalk = 300;
+constexpr std::size_t kMostValues = 500;
+
+bool isTexts(const json& value) {
+    return value.is_array() && !value.empty() &&
+           std::ranges::all_of(value, [](const json& item) { return item.is_string(); });
 }
 
-/// A string key under any of its names; other values in their JSON form; empty if missing.
+/// Texts below each other; other values that are no text in their JSON form.
+std::string textOfValue(const json& value) {
+    if (value.is_string()) return value.get<std::string>();
+    if (!isTexts(value)) return value.dump(-1, ' ', false, json::error_handler_t::replace);
+    std::string text;
+    for (const json& item : value)
+        text += (text.empty() ? "" : "\n") + item.get<std::string>();
+    return text;
+}
+
+/// A key under any of its names; empty if missing.
 std::string textOf(const json& object, std::initializer_list<const char*> names) {
     for (const char* name : names) {
         const auto entry = object.find(name);
         if (entry == object.end() || entry->is_null()) continue;
-        const std::string text = entry->is_string()
-                                     ? entry->get<std::string>()
-                                     : entry->dump(-1, ' ', false, json::error_handler_t::replace);
+        const std::string text = textOfValue(*entry);
         return std::string(trimmed(text));
     }
     return {};
 }
 
-/// The list of objects in the reply: under `key`, or standing alone.
-std::vector<json> listIn(std::string_view reply, const char* key) {
-    json object = spanBetween(reply, '{', '}');
-    json list =
-        object.is_object() && object.contains(key) ? object[key] : spanBetween(reply, '[', ']');
-    std::vector<json> items;
-    if (!list.is_array()) return items;
-    for (json& item : list) {
-        if (item.is_object()) items.push_back(std::move(item));
+std::vector<json> valuesIn(std::string_view reply) {
+    std::vector<json> values;
+    LenientJson reader(reply);
+    while (values.size() < kMostValues) {
+        std::optional<json> value = reader.next();
+        if (!value) break;
+        values.push_back(std::move(*value));
     }
-    return items;
+    return values;
 }
 
-/// The index of the right option: a number, a letter, or the option's own text.
-std::optional<std::size_t> answerOf(const json& question, const std::vector<std::string>& options) {
-    for (const char* name : {"answerIndex", "answer_index", "correctIndex", "answer"}) {
-        const auto entry = question.find(name);
-        if (entry == question.end()) continue;
-        if (entry->is_number_unsigned()) {
-            const auto index = entry->get<std::size_t>();
-            return index < options.size() ? std::optional(index) : std::nullopt;
-        }
-        if (!entry->is_string()) continue;
-        const std::string answer(trimmed(entry->get<std::string>()));
-        const auto same = std::ranges::find(options, answer);
-        if (same != options.end()) return static_cast<std::size_t>(same - options.begin());
-        if (answer.size() == 1 && answer[0] >= 'A' &&
-            static_cast<std::size_t>(answer[0] - 'A') < options.size()) {
-            return static_cast<std::size_t>(answer[0] - 'A');
-        }
+std::vector<json> objectsIn(const json& list) {
+    std::vector<json> objects;
+    if (!list.is_array()) return objects;
+    std::ranges::copy_if(list, std::back_inserter(objects),
+                         [](const json& item) { return item.is_object(); });
+    return objects;
+}
+
+/// The list under `key`, or whatever list of objects the value is or holds.
+std::vector<json> listWithin(const json& value, const char* key) {
+    if (!value.is_object()) return objectsIn(value);
+    if (const auto entry = value.find(key); entry != value.end()) return objectsIn(*entry);
+    for (const json& member : value) {
+        if (std::vector<json> objects = objectsIn(member); !objects.empty()) return objects;
+        const auto entry = member.is_object() ? member.find(key) : member.end();
+        if (entry != member.end()) return objectsIn(*entry);
     }
-    return std::nullopt;
+    return {};
+}
+
+/// The objects that a model was to give as a list under `key`.
+std::vector<json> listIn(const std::vector<json>& values, const char* key) {
+    for (const json& value : values) {
+        if (std::vector<json> objects = listWithin(value, key); !objects.empty()) return objects;
+    }
+    return objectsIn(values);
 }
 
 std::optional<QuizQuestion> questionIn(const json& item) {
-    QuizQuestion question;
-    question.prompt = textOf(item, {"prompt", "question"});
-    question.explanation = textOf(item, {"explanation", "reason"});
-    if (const auto options = item.find("options"); options != item.end() && options->is_array()) {
-        for (const json& option : *options) {
-            if (!option.is_string()) continue;
-            const std::string text(trimmed(option.get_ref<const std::string&>()));
-            if (!text.empty()) question.options.push_back(text);
-        }
-    }
-    const std::optional<std::size_t> answer = answerOf(item, question.options);
-    if (question.prompt.empty() || question.options.size() < 2 || !answer) return std::nullopt;
-    question.answerIndex = *answer;
-    return question;
+    const QuizOptions options(item);
+    const std::optional<std::size_t> answer = options.answerOf(item);
+    QuizQuestion question{.prompt = textOf(item, {"prompt", "question"}),
+                          .options = options.texts(),
+                          .answerIndex = answer.value_or(0),
+                          .explanation = textOf(item, {"explanation", "reason"})};
+    const bool isUsable = answer && !question.prompt.empty() && question.options.size() >= 2;
+    return isUsable ? std::optional(std::move(question)) : std::nullopt;
 }
 
 } // namespace
 
-Analysis readWholeReply(std::string_view reply) {
+ParsedReply readWholeReply(std::string_view reply) {
+    ParsedReply whole;
     const std::string_view plain = trimmed(reply);
-    const bool looksLikeJson = plain.starts_with('{') || plain.starts_with("```");
-    const json object = looksLikeJson ? spanBetween(plain, '{', '}') : json();
-    if (!object.is_object() || !object.contains("summary")) {
-        return {.summary = std::string(plain),
-                .feedback = {},
-                .corrections = {},
-                .sources = {},
-                .followUp = std::nullopt};
+    LenientJson reader(plain);
+    while (const std::optional<json> value = reader.next()) {
+        if (reader.begin() > kLongestTalk) break;
+        if (!value->is_object() || !value->contains("summary")) continue;
+        whole.analysis.summary = textOf(*value, {"summary"});
+        whole.analysis.feedback = textOf(*value, {"feedback"});
+        whole.analysis.corrections = textOf(*value, {"corrections"});
+        whole.wasCut = reader.wasCut();
+        return whole;
     }
-    return {.summary = textOf(object, {"summary"}),
-            .feedback = textOf(object, {"feedback"}),
-            .corrections = textOf(object, {"corrections"}),
-            .sources = {},
-            .followUp = std::nullopt};
+    whole.analysis.summary = plain;
+    return whole;
 }
 
 std::vector<Flashcard> readFlashcards(std::string_view reply) {
     std::vector<Flashcard> cards;
-    for (const json& item : listIn(reply, "flashcards")) {
+    for (const json& item : listIn(valuesIn(reply), "flashcards")) {
         Flashcard card{textOf(item, {"front", "question", "term"}),
                        textOf(item, {"back", "answer", "definition"})};
         if (!card.front.empty() && !card.back.empty()) cards.push_back(std::move(card));
@@ -118,9 +127,13 @@ std::vector<Flashcard> readFlashcards(std::string_view reply) {
 
 Quiz readQuiz(std::string_view reply) {
     Quiz quiz;
-    const json object = spanBetween(reply, '{', '}');
-    if (object.is_object()) quiz.primer = textOf(object, {"primer", "intro"});
-    for (const json& item : listIn(reply, "questions")) {
+    const std::vector<json> values = valuesIn(reply);
+    for (const json& value : values) {
+        if (value.is_object() && quiz.primer.empty()) {
+            quiz.primer = textOf(value, {"primer", "intro"});
+        }
+    }
+    for (const json& item : listIn(values, "questions")) {
         if (std::optional<QuizQuestion> question = questionIn(item)) {
             quiz.questions.push_back(std::move(*question));
         }

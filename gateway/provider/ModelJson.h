@@ -7,10 +7,17 @@
 
 namespace vorq::gateway {
 
-/// JSON as models write it: inside code fences, with talk around it, with keys by other names.
+/// JSON as models write it: inside code fences, with talk around it, with keys by other names,
+/// broken or cut.
+
+struct ParsedReply {
+    Analysis analysis;
+    /// The JSON lacked its end, and so maybe the text.
+    bool wasCut = false;
+};
 
 /// A reply that was asked for in parts; a reply without any JSON is a summary as it stands.
-[[nodiscard]] Analysis readWholeReply(std::string_view reply);
+[[nodiscard]] ParsedReply readWholeReply(std::string_view reply);
 /// The usable cards; none if there is not one.
 [[nodiscard]] std::vector<Flashcard> readFlashcards(std::string_view reply);
 /// The usable questions; none if there is not one.

@@ -3,6 +3,7 @@
 #include "provider/ChatRequest.h"
 #include "provider/ModelJson.h"
 #include "provider/ProviderStream.h"
+#include "support/Filled.h"
 
 #include <nlohmann/json.hpp>
 #include <string>
@@ -11,29 +12,51 @@
 namespace vorq::gateway {
 namespace {
 
-/// How to read an analysis: whole, into its fields, or as the plain text that was streamed.
-ReplyParser analysisParser(bool whole) {
-    if (whole) return [](std::string_view text) { return readWholeReply(text); };
-    return [](std::string_view text) {
-        Analysis analysis;
-        analysis.summary = text;
-        return analysis;
-    };
+constexpr auto kCutShort = "*The reply ends here: the model reached its length limit. Ask it to go "
+                           "on.*";
+
+/// Says below a reply that it was cut. Parts that programs read are left as they are.
+void noteCut(Analysis& analysis) {
+    if (analysis.feedback.starts_with('[')) return;
+    if (!analysis.feedback.empty()) analysis.feedback += "\n\n";
+    analysis.feedback += kCutShort;
 }
 
-FinishedReply flashcardsIn(std::string_view text) {
+FinishedReply wholeAnalysisIn(std::string_view text, bool isCutShort) {
+    ParsedReply reply = readWholeReply(text);
+    if (reply.wasCut || isCutShort) noteCut(reply.analysis);
+    return std::move(reply.analysis);
+}
+
+FinishedReply streamedAnalysisIn(std::string_view text, bool isCutShort) {
+    Analysis analysis;
+    analysis.summary = text;
+    if (isCutShort) noteCut(analysis);
+    return analysis;
+}
+
+/// How to read an analysis: whole, into its fields, or as the plain text that was streamed.
+ReplyParser analysisParser(bool whole) {
+    return whole ? wholeAnalysisIn : streamedAnalysisIn;
+}
+
+/// The model has written nothing that can be used of what it was to make.
+EngineError studyFailure(const char* made, bool isCutShort) {
+    if (!isCutShort) return {502, filled("The model's {} could not be read. Try again.", made)};
+    return {502, filled("The model reached its length limit before its {} could be used. Try it "
+                        "with less text, or with another model.",
+                        made)};
+}
+
+FinishedReply flashcardsIn(std::string_view text, bool isCutShort) {
     std::vector<Flashcard> cards = readFlashcards(text);
-    if (cards.empty()) {
-        throw EngineError(502, "The model's flashcards could not be read. Try again.");
-    }
+    if (cards.empty()) throw studyFailure("flashcards", isCutShort);
     return cards;
 }
 
-FinishedReply quizIn(std::string_view text) {
+FinishedReply quizIn(std::string_view text, bool isCutShort) {
     Quiz quiz = readQuiz(text);
-    if (quiz.questions.empty()) {
-        throw EngineError(502, "The model's quiz could not be read. Try again.");
-    }
+    if (quiz.questions.empty()) throw studyFailure("quiz", isCutShort);
     return quiz;
 }
 

@@ -17,16 +17,6 @@ constexpr std::chrono::milliseconds kStepInterval{40};
 // How long a connection may stay open without a word behind a finished reply.
 constexpr std::chrono::milliseconds kFinishGrace{2'000};
 
-constexpr auto kCutShort = "*The reply ends here: the model reached its length limit. Ask it to go "
-                           "on.*";
-
-/// Says below a reply that it was cut. Parts that programs read are left as they are.
-void noteCut(Analysis& analysis) {
-    if (analysis.feedback.starts_with('[')) return;
-    if (!analysis.feedback.empty()) analysis.feedback += "\n\n";
-    analysis.feedback += kCutShort;
-}
-
 } // namespace
 
 ProviderStream::ProviderStream(TransferLoop& loop, const ProviderConfig& config, const json& body,
@@ -98,11 +88,8 @@ SteadyTime ProviderStream::nextTime(SteadyTime now) const {
 }
 
 FinishedReply ProviderStream::result() {
-    FinishedReply reply = parser_(reader_.text());
-    if (auto* analysis = std::get_if<Analysis>(&reply)) {
-        analysis->sources = reader_.sources();
-        if (reader_.isCutShort()) noteCut(*analysis);
-    }
+    FinishedReply reply = parser_(reader_.text(), reader_.isCutShort());
+    if (auto* analysis = std::get_if<Analysis>(&reply)) analysis->sources = reader_.sources();
     return reply;
 }
 

@@ -14,8 +14,9 @@
 
 namespace vorq::gateway {
 
-/// Makes the finished reply of a provider's whole text. Throws EngineError for what is none.
-using ReplyParser = std::function<FinishedReply(std::string_view text)>;
+/// Makes the finished reply of a provider's whole text, which may end where the model's length
+/// limit was. Throws EngineError for what is none.
+using ReplyParser = std::function<FinishedReply(std::string_view text, bool isCutShort)>;
 
 /// A provider's reply on its way: asks as it is made.
 class ProviderStream final : public ReplyStream {

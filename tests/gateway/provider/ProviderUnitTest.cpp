@@ -1,7 +1,6 @@
 #include "provider/ChatStreamReader.h"
 #include "provider/ErrorMessage.h"
 #include "provider/LocalAddress.h"
-#include "provider/ModelJson.h"
 #include "provider/ProviderConfig.h"
 #include "provider/ProviderError.h"
 
@@ -76,30 +75,6 @@ TEST(ErrorMessageTest, ReadsTheUsualForms) {
     EXPECT_EQ(errorMessageIn(R"([{"error":{"message":"m"}}])"), "m");
     EXPECT_EQ(errorMessageIn("<html>"), "");
     EXPECT_EQ(errorMessageIn(R"({"error":{"code":5}})"), "");
-}
-
-TEST(ModelJsonTest, PlainTextIsASummary) {
-    EXPECT_EQ(readWholeReply(" Just text with {braces}. ").summary, "Just text with {braces}.");
-    EXPECT_EQ(readWholeReply("{\"other\": 1}").summary, "{\"other\": 1}");
-}
-
-TEST(ModelJsonTest, UnusableQuestionsAreDropped) {
-    const Quiz quiz = readQuiz(R"([{"prompt":"a","options":["x","y"],"answerIndex":1},
-        {"prompt":"b","options":["x"],"answerIndex":0},
-        {"prompt":"c","options":["x","y"],"answerIndex":2},
-        {"prompt":"d","options":["x","y"],"answerIndex":-1},
-        {"prompt":"","options":["x","y"],"answerIndex":0},
-        {"prompt":"e","options":["x","y"],"answer":"y"}, 7])");
-    ASSERT_EQ(quiz.questions.size(), 2U);
-    EXPECT_EQ(quiz.questions[0].prompt, "a");
-    EXPECT_EQ(quiz.questions[1].answerIndex, 1U);
-}
-
-TEST(ModelJsonTest, UnusableCardsAreDropped) {
-    EXPECT_EQ(readFlashcards(R"({"flashcards":[{"front":"f"},{"term":"t","definition":"d"},1]})"),
-              std::vector<Flashcard>({{"t", "d"}}));
-    EXPECT_TRUE(readFlashcards("no JSON at all").empty());
-    EXPECT_TRUE(readFlashcards("} {").empty());
 }
 
 TEST(ChatStreamReaderTest, ContentInPartsIsJoined) {

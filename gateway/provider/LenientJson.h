@@ -1,0 +1,37 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace vorq::gateway {
+
+/// Reads the objects and arrays in what a language model wrote, whatever stands around them.
+/// Forgives what small models get wrong: raw line breaks and quotes inside strings, trailing and
+/// missing commas, other quotes or none, comments, words of other languages such as None, and an
+/// end that never came. Where the text breaks off, the last item of a list is dropped, since it
+/// may be half of one; a string that is no item stays as far as it came. Values deeper than 64
+/// levels are passed over.
+class LenientJson {
+  public:
+    /// `text` outlives the reader.
+    explicit LenientJson(std::string_view text) : text_(text) {}
+
+    /// The next object or array; nothing at the end.
+    [[nodiscard]] std::optional<nlohmann::json> next();
+    /// Where the last value began, in bytes.
+    [[nodiscard]] std::size_t begin() const { return begin_; }
+    /// Whether the last value lacked its end.
+    [[nodiscard]] bool wasCut() const { return wasCut_; }
+
+  private:
+    std::string_view text_;
+    std::size_t at_ = 0;
+    std::size_t begin_ = 0;
+    int failures_ = 0;
+    bool wasCut_ = false;
+};
+
+} // namespace vorq::gateway
