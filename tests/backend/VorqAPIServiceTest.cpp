@@ -70,6 +70,25 @@ TEST_F(VorqAPIServiceTest, ARequestGivesTheDecodedRecord) {
     EXPECT_EQ(outcome.value().email, u"e");
 }
 
+// A backend whose model thinks for long says so by blanks in front of the document.
+TEST_F(VorqAPIServiceTest, BlanksBeforeADocumentStartTheTimeOutAnew) {
+    for (const bool fails : {false, true}) {
+        const auto outcome = post();
+        transport.last().begin();
+        for (int second = 0; second < 300; second += 20) {
+            transport.last().send(" ");
+            clock.advance(20s);
+        }
+        EXPECT_FALSE(outcome.ended());
+        transport.last().send(fails ? R"({"error":"The model is gone."})"
+                                    : R"({"signedIn":true,"email":"e","token":"t"})");
+        transport.last().end();
+        clock.settle();
+        EXPECT_EQ(outcome.succeeded(), !fails);
+        EXPECT_EQ(outcome.message(), fails ? u"The model is gone."_s : QString());
+    }
+}
+
 TEST_F(VorqAPIServiceTest, AnInvalidPathIsNamed) {
     EXPECT_EQ(post("//[bad").message(), u"Invalid API URL for //[bad.");
     EXPECT_EQ(stream("//[bad").message(), u"Invalid API URL for //[bad.");

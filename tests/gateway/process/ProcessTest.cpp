@@ -197,6 +197,39 @@ TEST_F(ProcessTest, TheProxyOfTheEnvironmentIsNotUsedTowardsThisComputer) {
                 HasSubstr("a proxy"));
 }
 
+TEST_F(ProcessTest, AModelThatLoadsAndThinksForLongKeepsItsClient) {
+    ScriptedProvider provider([](ProviderPeer& peer) {
+        peer.streamHead();
+        std::this_thread::sleep_for(std::chrono::seconds(6)); // longer than the idle time-out
+        for (int i = 0; i < 11; ++i) {
+            peer.send("data: {\"choices\":[{\"delta\":{\"reasoning\":\"hm\"}}]}\n\n");
+            std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        }
+        peer.delta("Thought through.");
+        peer.send("data: [DONE]\n\n");
+    });
+    const std::filesystem::path file = folder.path() / "gateway.json";
+    writeFile(file, json({{"provider",
+                           {{"url", provider.address()},
+                            {"replyTimeoutSeconds", 120},
+                            {"idleTimeoutSeconds", 5}}}})
+                        .dump());
+    const ChildProcess server = serve({"--config", file.string()});
+    const std::string body = R"({"prompt":"x","stream":true})";
+    const std::string token = signIn();
+    RawClient client(port);
+    client.send("POST /ai/prompt HTTP/1.1\r\nHost: localhost\r\nContent-Type: application/json\r\n"
+                "Authorization: Bearer " +
+                token + "\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body);
+    EXPECT_THAT(client.receiveUntil("\r\n\r\n"), StartsWith("HTTP/1.1 200 "));
+    std::string answer;
+    // Each of them ends after ten seconds of silence at the latest.
+    for (int i = 0; i < 4 && !answer.contains("\"done\""); ++i)
+        answer += client.receiveUntil("\"done\"");
+    EXPECT_LT(answer.find("\n: "), answer.find("data:")) << "a comment in the meantime";
+    EXPECT_THAT(answer, HasSubstr("Thought through."));
+}
+
 TEST_F(ProcessTest, KillingItWhileItWritesLeavesTheDatabaseWhole) {
     std::string lastRefresh;
     for (int round = 0; round < 6; ++round) {
