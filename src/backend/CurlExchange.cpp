@@ -16,6 +16,8 @@ using namespace Qt::StringLiterals;
 // What is held of a body that nobody has read yet.
 constexpr qsizetype readAhead = 256 << 10;
 constexpr qsizetype longestRead = 64 << 10;
+// libcurl keeps every line of a response's headers and trailers, each of bounded length.
+constexpr qsizetype mostHeaderLines = 1000;
 
 Q_LOGGING_CATEGORY(transferLog, "vorq.transfer", QtWarningMsg)
 
@@ -66,6 +68,7 @@ void CurlExchange::forgetTimer() {
 
 std::size_t CurlExchange::onHeader(char* data, std::size_t, std::size_t size, void* self) {
     auto& exchange = *static_cast<CurlExchange*>(self);
+    if (++exchange.m_headerLines > mostHeaderLines) return 0;
     exchange.noteActivity();
     if (exchange.m_status) return size; // behind a body in chunks
     const std::string_view line(data, size);

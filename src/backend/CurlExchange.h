@@ -53,6 +53,7 @@ class CurlExchange {
     std::array<char, CURL_ERROR_SIZE> m_errorText{};
     CurlRequest m_request;
     std::optional<int> m_status;
+    qsizetype m_headerLines = 0; // of interim responses and behind the body, too
     QByteArray m_body;
     bool m_isPaused = false;
     std::optional<CURLcode> m_result;

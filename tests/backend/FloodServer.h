@@ -8,12 +8,15 @@
 
 namespace vorq {
 
-/// A server on a thread of its own that answers one request with events as fast as the other side
-/// takes them, in a chunked body.
+/// A server on a thread of its own that answers one request in a chunked body, as fast as the other
+/// side takes it.
 class FloodServer {
   public:
-    /// Sends events of some 4 KB until this many bytes of them are sent, then closes.
-    explicit FloodServer(qint64 bytes);
+    /// What it sends without an end: events of some 4 KB, headers, or trailers behind one event.
+    enum class Kind { Events, Headers, Trailers };
+
+    /// Closes after this many bytes of it.
+    explicit FloodServer(qint64 bytes, Kind kind = Kind::Events);
     ~FloodServer();
     FloodServer(const FloodServer&) = delete;
     FloodServer& operator=(const FloodServer&) = delete;
@@ -21,16 +24,19 @@ class FloodServer {
     /// "http://127.0.0.1:<port>"
     [[nodiscard]] QString url() const;
 
-    /// Bytes of events handed to the system so far.
+    /// Bytes of what it sends without an end handed to the system so far.
     [[nodiscard]] qint64 sent() const { return m_sent; }
     [[nodiscard]] int eventSize() const { return static_cast<int>(m_event.size()); }
 
   private:
     void run();
+    [[nodiscard]] QByteArray start() const;
+    [[nodiscard]] QByteArray piece() const;
     bool write(int socket, const QByteArray& bytes) const;
 
     QByteArray m_event;
     qint64 m_bytes;
+    Kind m_kind;
     int m_listener;
     std::atomic<qint64> m_sent = 0;
     std::thread m_thread;

@@ -88,6 +88,21 @@ TEST(Flood, AReadGivesABoundedPiece) {
     EXPECT_EQ(bytes, server.sent());
 }
 
+TEST(Flood, HeadersAndTrailersWithoutAnEndEndTheResponse) {
+    for (const auto kind : {FloodServer::Kind::Headers, FloodServer::Kind::Trailers}) {
+        FloodServer server(qint64{256} << 20, kind);
+        SystemClock clock;
+        CurlTransport transport(clock);
+        VorqAPIService service(transport, [&server] { return server.url(); });
+        const qint64 before = residentBytes();
+        const Outcome outcome(service.streamAnalysis("/ai/prompt", "{}", {}, 30s, {}, {}));
+        ASSERT_TRUE(outcome.wait());
+        EXPECT_FALSE(outcome.succeeded());
+        EXPECT_LT(server.sent(), 32 << 20) << "no more than the system's own buffers";
+        if (memoryIsOurs) EXPECT_LT(residentBytes() - before, 32 << 20);
+    }
+}
+
 TEST(Flood, AStopEndsItAtOnce) {
     FloodServer server(flood);
     SystemClock clock;
