@@ -20,7 +20,15 @@ QCoro::Task<bool> AccountSession::refreshAccessTokenIfNeeded(std::stop_token sto
     co_return outcome.hasTokens();
 }
 
+QCoro::Task<> AccountSession::runLaunchRefresh(QPointer<AccountSession> self,
+                                               std::stop_token stop) {
+    if (!self || stop.stop_requested()) co_return;
+    co_await self->refreshAccessTokenIfNeeded(stop);
+}
+
 QCoro::Task<> AccountSession::refreshSettled(std::stop_token stop) {
+    // One that has not begun had better not.
+    m_launchRefreshTask.cancel();
     return m_refresh.settled(std::move(stop));
 }
 

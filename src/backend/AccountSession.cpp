@@ -98,6 +98,7 @@ void AccountSession::adoptStored(const VorqSessionStore::Record& stored) {
 }
 
 void AccountSession::leaveSession() {
+    m_launchRefreshTask.cancel();
     ++m_sessionNumber;
     m_refresh.leave();
     change(m_isSavingProfile, false, &AccountSession::isSavingProfileChanged);
@@ -114,7 +115,9 @@ void AccountSession::restoreSession() {
         return;
     }
     adoptStored(stored);
-    refreshAccessTokenIfNeeded();
+    if (stored.refreshToken.isEmpty()) return;
+    m_launchRefreshTask.restart(
+        [self = QPointer(this)](std::stop_token stop) { return runLaunchRefresh(self, stop); });
 }
 
 void AccountSession::applySession(const Session& session) {

@@ -88,7 +88,8 @@ class AccountSession final : public QObject {
     /// The pinned model, nothing when signed out or when the backend is to choose.
     [[nodiscard]] std::optional<QString> preferredModelForAIRequest() const;
 
-    /// Takes up the stored session and refreshes it in the background.
+    /// Takes up the stored session. It is refreshed in the background, from a later turn of the
+    /// event loop on: a first request is costly, and a program that starts has more urgent work.
     void restoreSession();
     void applySession(const Session& session);
     /// Gives whether there are new tokens now. A call while another is under way shares its
@@ -178,6 +179,7 @@ class AccountSession final : public QObject {
     /// After a refused token could not be replaced. Gives whether another stands in its place.
     bool expireUnlessReplaced(const QString& refusedToken);
 
+    static QCoro::Task<> runLaunchRefresh(QPointer<AccountSession> self, std::stop_token stop);
     static QCoro::Task<> runHandoff(QPointer<AccountSession> self, QString code,
                                     std::stop_token stop);
     static QCoro::Task<> runBrowserSignIn(QPointer<AccountSession> self, QString mode,
@@ -213,6 +215,7 @@ class AccountSession final : public QObject {
     // Counts sessions begun and ended, so that late outcomes are known as such.
     quint64 m_sessionNumber = 0;
     SessionRefresh m_refresh;
+    TaskSlot m_launchRefreshTask;
     TaskSlot m_handoffTask;
     TaskSlot m_signInTask;
     TaskSlot m_signOutTask;

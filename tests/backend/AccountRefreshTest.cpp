@@ -110,11 +110,21 @@ TEST_F(AccountRefreshTest, SettlesWhenTheRefreshHasEnded) {
     EXPECT_TRUE(Outcome(account->refreshSettled()).ended());
     storeSession("t1", "r1");
     account->restoreSession();
+    clock.settle();
     const Outcome settled(account->refreshSettled());
     clock.settle();
     EXPECT_FALSE(settled.ended());
     answerLast(200, sessionJson("t2"));
     EXPECT_TRUE(settled.ended());
+}
+
+TEST_F(AccountRefreshTest, ARefreshOfTheLaunchDoesNotBeginAsTheProgramEnds) {
+    storeSession("t1", "r1");
+    account->restoreSession();
+    EXPECT_TRUE(Outcome(account->refreshSettled()).ended());
+    clock.settle();
+    EXPECT_EQ(transport.count(), 0u);
+    EXPECT_EQ(stored("refreshToken"), u"r1");
 }
 
 TEST_F(AccountRefreshTest, SigningOutDropsARefreshThatIsUnderWay) {

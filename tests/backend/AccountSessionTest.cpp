@@ -55,6 +55,7 @@ TEST_F(AccountSessionTest, WithoutARefreshTokenNothingIsRefreshed) {
 TEST_F(AccountSessionTest, ABackgroundRefreshThatFailsChangesNothing) {
     storeSession("t1", "r1");
     account->restoreSession();
+    clock.settle();
     answerLast(401, "{}");
     EXPECT_TRUE(account->signedIn());
     EXPECT_EQ(account->sessionToken(), u"t1");
