@@ -64,7 +64,8 @@ void AccountSession::signInInBrowser(const QString& mode) {
 QCoro::Task<> AccountSession::runBrowserSignIn(QPointer<AccountSession> self, QString mode,
                                                std::stop_token stop) {
     if (stop.stop_requested()) co_return;
-    QString problem;
+    // Nothing once the session has begun: what is said from then on is of something else.
+    std::optional<QString> problem = QString();
     try {
         if (!self->m_browserSignIn)
             throw SignInError::failed(u"Browser sign-in is not available here."_s);
@@ -73,6 +74,7 @@ QCoro::Task<> AccountSession::runBrowserSignIn(QPointer<AccountSession> self, QS
         if (session.isLive()) {
             self->beginSession(session);
             self->setAuthError({});
+            problem.reset();
             co_await bringForward(self, stop);
         } else {
             problem = session.message.value_or(u"Sign in failed. Try again."_s);
@@ -83,7 +85,7 @@ QCoro::Task<> AccountSession::runBrowserSignIn(QPointer<AccountSession> self, QS
         problem = error.message();
     }
     if (!self || stop.stop_requested()) co_return;
-    self->setAuthError(problem);
+    if (problem) self->setAuthError(*problem);
     self->change(self->m_isSigningIn, false, &AccountSession::isSigningInChanged);
 }
 

@@ -81,6 +81,18 @@ TEST_F(AccountSignInTest, ASignInAppliesTheSessionAndBringsTheProgramForward) {
     EXPECT_FALSE(account->isSigningIn());
 }
 
+TEST_F(AccountSignInTest, AnErrorThatComesWhileTheProgramComesForwardStays) {
+    account->signInInBrowser("sign-in");
+    clock.settle();
+    browser.session = live("t1");
+    finish();
+    clock.advance(100ms);
+    account->markSessionExpired();
+    clock.advance(100ms);
+    EXPECT_FALSE(account->isSigningIn());
+    EXPECT_EQ(account->authError(), u"Your session expired. Sign in again.");
+}
+
 TEST_F(AccountSignInTest, ASecondSignInDuringTheFirstHasNoEffect) {
     account->signInInBrowser("sign-in");
     clock.settle();
