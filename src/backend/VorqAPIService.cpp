@@ -39,15 +39,19 @@ HttpRequest makeRequest(const QString& baseURL, const QString& path, const QByte
     return request;
 }
 
-// Ends early once more than the limit is in hand.
-QCoro::Task<QByteArray> readBody(HttpResponse& response, qsizetype limit, std::stop_token stop) {
-    QByteArray body;
+// Ends early once more than the limit is in hand. If it throws, the body is what came before.
+QCoro::Task<> readBody(HttpResponse& response, qsizetype limit, QByteArray& body,
+                       std::stop_token stop) {
     while (body.size() <= limit) {
         const QByteArray bytes = co_await response.read(stop);
         if (bytes.isEmpty()) break;
         body += bytes;
     }
-    co_return body;
+}
+
+// Whether a body that was cut short says all the same why the request was refused.
+bool tellsRefusal(int status, QByteArrayView body) {
+    return !isSuccess(status) && (status == 401 || parseErrorMessage(body));
 }
 
 QCoro::Task<AIAnalysis> readReply(HttpResponse& response, VorqAPIService::OnDelta onDelta,
@@ -98,7 +102,12 @@ QCoro::Task<AIAnalysis> VorqAPIService::streamAnalysis(QString path, QByteArray 
     if (!isSuccess(*status)) {
         // Whatever its body says is dropped, and it may be cut short or never end.
         if (*status == 401) throw ServiceError::notSignedIn();
-        const QByteArray error = co_await readBody(*response, longestStreamErrorBody, stop);
+        QByteArray error;
+        try {
+            co_await readBody(*response, longestStreamErrorBody, error, stop);
+        } catch (const TransferError&) {
+            if (!tellsRefusal(*status, error)) throw;
+        }
         throw refusal(*status, QByteArrayView(error).first(
                                    std::min(error.size(), longestStreamErrorBody + 1)));
     }
@@ -208,9 +217,11 @@ QCoro::Task<VorqAPIService::Reply> VorqAPIService::send(QString path, QByteArray
     std::unique_ptr<HttpResponse> response;
     try {
         response = co_await m_transport.open(std::move(request), stop);
-        if (response->status()) reply.body = co_await readBody(*response, longestBody, stop);
+        if (response->status()) co_await readBody(*response, longestBody, reply.body, stop);
     } catch (const std::exception&) {
-        throw unreachable(reply.baseURL);
+        const bool isTold = response && response->status() && !stop.stop_requested() &&
+                            tellsRefusal(*response->status(), reply.body);
+        if (!isTold) throw unreachable(reply.baseURL);
     }
     if (!response->status()) throw ServiceError::invalidResponse();
     reply.status = *response->status();

@@ -265,6 +265,40 @@ TEST_F(VorqAPIServiceTest, AStreamsErrorStatusGivesItsSentence) {
     EXPECT_EQ(untold.message(), u"Request failed with status 503.");
 }
 
+TEST_F(VorqAPIServiceTest, AWholeErrorDocumentCountsThoughItsBodyEndsEarly) {
+    const auto streamed = stream();
+    const auto posted = post();
+    for (const std::size_t call : {0U, 1U}) {
+        transport.at(call).begin(500);
+        transport.at(call).send(R"({"error":"Out of paper."})");
+        transport.at(call).fail("Connection reset by peer");
+    }
+    clock.settle();
+    EXPECT_EQ(streamed.message(), u"Out of paper.");
+    EXPECT_EQ(posted.message(), u"Out of paper.");
+}
+
+TEST_F(VorqAPIServiceTest, HalfAnErrorDocumentSaysNothing) {
+    const auto streamed = stream();
+    const auto posted = post();
+    for (const std::size_t call : {0U, 1U}) {
+        transport.at(call).begin(500);
+        transport.at(call).send(R"({"error":"Out of)");
+        transport.at(call).fail("Connection reset by peer");
+    }
+    clock.settle();
+    EXPECT_EQ(streamed.message(), u"Connection reset by peer");
+    EXPECT_EQ(posted.message(), unreachableSentence);
+}
+
+TEST_F(VorqAPIServiceTest, ARefusedTokenIsOneThoughTheBodyEndsEarly) {
+    const auto posted = post();
+    transport.last().begin(401);
+    transport.last().fail("Connection reset by peer");
+    clock.settle();
+    EXPECT_EQ(posted.serviceError(), Kind::NotSignedIn);
+}
+
 TEST_F(VorqAPIServiceTest, AStreamsErrorBodyIsReadNoFurtherThanEightKilobytes) {
     const auto documentOf = [](qsizetype size) {
         const QByteArray start = R"({"error":"Long.","code":")";
