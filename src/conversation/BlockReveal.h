@@ -23,6 +23,9 @@ class BlockReveal {
     /// The reply, trimmed and not empty, and what of it is shown already ("" for nothing).
     BlockReveal(QString reply, QStringView existing);
 
+    /// Whether the reply has no block at all, such as one of empty fences.
+    [[nodiscard]] bool isEmpty() const { return m_blocks.isEmpty(); }
+
     /// The next step; nothing after the last, which always shows the whole reply.
     [[nodiscard]] std::optional<Step> next();
 

@@ -48,13 +48,14 @@ QUuid ReplyTypewriter::startTypingAssistantMessage(const QString& text,
         applyTypingText({}, target.id, false);
     } else if (reveal == AssistantReveal::Graphemes) {
         startGraphemeTypewriter(reply, target.id, leadingPause);
-    } else if (isInstantAssistantReply(reply)) {
+    } else if (const BlockReveal steps(reply, target.existing);
+               isInstantAssistantReply(reply) || steps.isEmpty()) {
         applyTypingText(reply, target.id, false);
     } else {
-        m_typingTask.restart([self = QPointer(this), steps = BlockReveal(reply, target.existing),
-                              id = target.id, leadingPause](std::stop_token stop) {
-            return revealBlocks(self, steps, id, leadingPause, std::move(stop));
-        });
+        m_typingTask.restart(
+            [self = QPointer(this), steps, id = target.id, leadingPause](std::stop_token stop) {
+                return revealBlocks(self, steps, id, leadingPause, std::move(stop));
+            });
     }
     return target.id;
 }

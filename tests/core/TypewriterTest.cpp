@@ -43,6 +43,14 @@ TEST_F(TypewriterTest, TheGreetingIsTypedInAboutHalfASecond) {
     EXPECT_EQ(m_clock.pendingTimers(), 0u);
 }
 
+TEST_F(TypewriterTest, AReplyWithoutAnyBlockWaitsForNothing) {
+    const QString fences = QStringLiteral("```\n```\n").repeated(20) + "```\n```";
+    submit("one");
+    reply(exchange(), fences);
+    EXPECT_EQ(last().text, fences);
+    EXPECT_FALSE(panel().isPanelResponding());
+}
+
 TEST_F(TypewriterTest, AGreetingIsNeverATurnHoweverFarItIsTyped) {
     panel().ensurePanelGreeting();
     while (last().isTyping) {
