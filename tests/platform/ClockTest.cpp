@@ -4,9 +4,13 @@
 #include "support/TaskSlot.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <ctime>
 #include <memory>
 #include <vector>
 
@@ -122,6 +126,82 @@ TEST(SystemClock, CallsBackAfterTheDelay) {
     while (end == Clock::Duration{})
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     EXPECT_GE(end - start, 5ms);
+}
+
+// What the kernel tells of this program's timers.
+QByteArrayList kernelTimers() {
+    QByteArrayList timers;
+    for (const QString& name : QDir("/proc/self/fdinfo").entryList(QDir::Files)) {
+        QFile file("/proc/self/fdinfo/" + name);
+        if (!file.open(QIODevice::ReadOnly)) continue;
+        const QByteArray content = file.readAll();
+        if (content.contains("clockid:")) timers += content;
+    }
+    return timers;
+}
+
+TEST(SystemClock, TimersCountTheSuspensionOfTheMachine) {
+    SystemClock clock;
+    const Clock::TimerId id = clock.after(1h, [] {});
+    const auto waitsAnHour = [](const QByteArray& timer) {
+        return timer.contains("clockid: " + QByteArray::number(CLOCK_BOOTTIME) + '\n') &&
+               timer.contains("it_value: (359");
+    };
+    EXPECT_TRUE(std::ranges::any_of(kernelTimers(), waitsAnHour));
+    clock.cancel(id);
+    EXPECT_FALSE(std::ranges::any_of(kernelTimers(), waitsAnHour));
+}
+
+TEST(SystemClock, TimersFireInTheOrderOfTheirMoments) {
+    SystemClock clock;
+    std::vector<int> fired;
+    clock.after(20ms, [&] { fired.push_back(3); });
+    clock.after(0ms, [&] { fired.push_back(1); });
+    clock.after(5ms, [&] { fired.push_back(2); });
+    while (fired.size() < 3)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_THAT(fired, ElementsAre(1, 2, 3));
+}
+
+TEST(SystemClock, ATimerMayAddCancelAndWaitForOthers) {
+    SystemClock clock;
+    std::vector<int> fired;
+    const Clock::TimerId cancelled = clock.after(1ms, [&] { fired.push_back(0); });
+    bool waited = false;
+    clock.after(0ms, [&] {
+        clock.cancel(cancelled);
+        clock.after(2ms, [&] { waited = true; });
+        while (!waited)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        fired.push_back(1);
+    });
+    while (fired.empty())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_THAT(fired, ElementsAre(1));
+}
+
+TEST(SystemClock, OneThatKeepsAddingTimersHoldsUpNothingElse) {
+    SystemClock clock;
+    std::function<void()> again = [&] { clock.after(0ms, again); };
+    again();
+    bool posted = false;
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [&posted] { posted = true; }, Qt::QueuedConnection);
+    for (int turn = 0; turn < 10 && !posted; ++turn)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_TRUE(posted);
+}
+
+TEST(SystemClock, ATimerMayEndTheClock) {
+    auto clock = std::make_unique<SystemClock>();
+    bool fired = false;
+    clock->after(0ms, [&] {
+        clock.reset();
+        fired = true;
+    });
+    clock->after(0ms, [] { FAIL(); });
+    while (!fired)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
 TEST(SystemClock, ForgetsACancelledTimer) {

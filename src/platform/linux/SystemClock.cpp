@@ -1,13 +1,33 @@
 #include "platform/linux/SystemClock.h"
 
-#include <QTimer>
+#include <QSocketNotifier>
 
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <ctime>
+#include <sys/timerfd.h>
+#include <unistd.h>
+#include <utility>
 
 namespace vorq {
+namespace {
 
-SystemClock::SystemClock() = default;
-SystemClock::~SystemClock() = default;
+timespec timespecOf(Clock::Duration moment) {
+    const auto whole = std::chrono::floor<std::chrono::seconds>(moment);
+    return {.tv_sec = whole.count(), .tv_nsec = (moment - whole).count()};
+}
+
+} // namespace
+
+SystemClock::SystemClock() : m_alarm(::timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK)) {
+    if (m_alarm < 0) qFatal("Vorq has no clock: %s", std::strerror(errno));
+}
+
+SystemClock::~SystemClock() {
+    m_notifier.reset();
+    ::close(m_alarm);
+}
 
 Clock::Duration SystemClock::now() const {
     timespec time{};
@@ -20,27 +40,49 @@ QDateTime SystemClock::wallTime() const {
 }
 
 Clock::TimerId SystemClock::after(Duration delay, std::function<void()> callback) {
-    using std::chrono::milliseconds;
+    if (!m_notifier) listen();
     const TimerId id = ++m_lastId;
-    auto* timer = new QTimer(&m_owner);
-    m_timers.emplace(id, timer);
-    timer->setSingleShot(true);
-    timer->setTimerType(Qt::PreciseTimer);
-    QObject::connect(timer, &QTimer::timeout, timer, [this, id, call = std::move(callback)] {
-        const std::function<void()> due = call;
-        cancel(id);
-        due();
-    });
-    timer->start(std::max(std::chrono::ceil<milliseconds>(delay), milliseconds(0)));
+    m_timers.emplace(now() + std::max(delay, Duration{0}), Timer{id, std::move(callback)});
+    setAlarm();
     return id;
 }
 
 void SystemClock::cancel(TimerId timer) {
-    const auto found = m_timers.find(timer);
-    if (found == m_timers.end()) return;
-    found->second->stop();
-    found->second->deleteLater();
-    m_timers.erase(found);
+    const bool isFound =
+        std::erase_if(m_timers, [timer](const auto& entry) { return entry.second.id == timer; });
+    if (isFound) setAlarm();
+}
+
+void SystemClock::listen() {
+    m_notifier = std::make_unique<QSocketNotifier>(m_alarm, QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
+                     [this] { fireDue(); });
+}
+
+// At the moment of the first timer; a moment of zero would mean no alarm.
+void SystemClock::setAlarm() {
+    itimerspec alarm{};
+    if (!m_timers.empty())
+        alarm.it_value = timespecOf(std::max(m_timers.begin()->first, Duration{1}));
+    ::timerfd_settime(m_alarm, TFD_TIMER_ABSTIME, &alarm, nullptr);
+}
+
+// Timers that are added meanwhile get a turn of the event loop of their own. A callback may run an
+// event loop, and end the clock.
+void SystemClock::fireDue() {
+    const std::weak_ptr<int> isAlive = m_isAlive;
+    const Duration moment = now();
+    const TimerId newest = m_lastId;
+    while (!isAlive.expired()) {
+        const auto due = std::ranges::find_if(
+            m_timers, [newest](const auto& entry) { return entry.second.id <= newest; });
+        if (due == m_timers.end() || due->first > moment) break;
+        const std::function<void()> callback = std::move(due->second.callback);
+        m_timers.erase(due);
+        setAlarm();
+        callback();
+    }
+    if (!isAlive.expired()) setAlarm();
 }
 
 } // namespace vorq

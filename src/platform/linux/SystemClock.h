@@ -4,13 +4,15 @@
 
 #include <QObject>
 
-#include <unordered_map>
+#include <map>
+#include <memory>
 
-class QTimer;
+class QSocketNotifier;
 
 namespace vorq {
 
-/// The machine's clock, on Qt timers of millisecond precision.
+/// The machine's clock. Its timers count suspension of the machine, too: one that fell due
+/// meanwhile fires at the resumption.
 class SystemClock final : public Clock {
   public:
     SystemClock();
@@ -22,9 +24,20 @@ class SystemClock final : public Clock {
     void cancel(TimerId timer) override;
 
   private:
-    QObject m_owner;
+    struct Timer {
+        TimerId id;
+        std::function<void()> callback;
+    };
+
+    void listen();
+    void setAlarm();
+    void fireDue();
+
     TimerId m_lastId = 0;
-    std::unordered_map<TimerId, QTimer*> m_timers;
+    std::multimap<Duration, Timer> m_timers;     // by their moment
+    int m_alarm;                                 // a descriptor
+    std::unique_ptr<QSocketNotifier> m_notifier; // null before the first timer
+    std::shared_ptr<int> m_isAlive = std::make_shared<int>();
 };
 
 } // namespace vorq
