@@ -26,6 +26,8 @@ VorqAppState::VorqAppState(const Platform& platform)
     connect(&m_study, &StudyContext::activeNoteChanged, this,
             &VorqAppState::promptPlaceholderChanged);
     connect(&m_account, &AccountSession::signedInChanged, this, &VorqAppState::accountChanged);
+    connect(&m_account, &AccountSession::profileImageDataChanged, this,
+            &VorqAppState::profileImageChanged);
     restore();
 }
 
@@ -35,6 +37,10 @@ void VorqAppState::restore() {
     m_model.restore();
     m_appearance.restoreColors();
     m_account.restoreSession();
+}
+
+QImage VorqAppState::profileImage() const {
+    return QImage::fromData(m_account.profileImageData());
 }
 
 QString VorqAppState::promptPlaceholder() const {

@@ -15,6 +15,7 @@
 #include "core/StudyNotes.h"
 #include "core/UpdateState.h"
 
+#include <QImage>
 #include <QObject>
 
 namespace vorq {
@@ -30,6 +31,7 @@ class VorqAppState final : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString promptPlaceholder READ promptPlaceholder NOTIFY promptPlaceholderChanged)
     Q_PROPERTY(bool canUsePanelAI READ canUsePanelAI NOTIFY accountChanged)
+    Q_PROPERTY(QImage profileImage READ profileImage NOTIFY profileImageChanged)
     Q_PROPERTY(bool canChooseAIModel READ canChooseAIModel NOTIFY accountChanged)
 
   public:
@@ -71,11 +73,14 @@ class VorqAppState final : public QObject {
 
     [[nodiscard]] QString promptPlaceholder() const;
     [[nodiscard]] bool canUsePanelAI() const { return m_account.signedIn(); }
+    /// The avatar; null if there is none or it cannot be read.
+    [[nodiscard]] QImage profileImage() const;
     [[nodiscard]] bool canChooseAIModel() const { return m_account.signedIn(); }
 
   signals:
     void promptPlaceholderChanged();
     void accountChanged();
+    void profileImageChanged();
 
   private:
     void restore();

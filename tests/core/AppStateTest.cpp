@@ -2,6 +2,7 @@
 
 #include "core/ConversationFixture.h"
 
+#include <QFile>
 #include <QSignalSpy>
 
 namespace vorq {
@@ -16,6 +17,42 @@ TEST_F(AppStateTest, ALaunchWithATokenIsSignedInWithoutAsking) {
     EXPECT_TRUE(state().canUsePanelAI());
     EXPECT_TRUE(state().canChooseAIModel());
     EXPECT_EQ(m_transport.count(), 0u) << "without a refresh token nothing is sent";
+}
+
+TEST_F(AppStateTest, ALaunchAsksTheBackendNothingBeforeTheEventLoopTurns) {
+    m_defaults.setString("vorq.session.refreshToken", "refresh");
+    m_tester.reset();
+    m_state = std::make_unique<VorqAppState>(VorqAppState::Platform{
+        m_clock, m_defaults, m_paths, m_transport, m_capture, m_notesApplication});
+    EXPECT_TRUE(state().account().signedIn());
+    EXPECT_EQ(m_transport.count(), 0u);
+    m_clock.settle();
+    ASSERT_EQ(m_transport.count(), 1u);
+    EXPECT_EQ(exchange().path(), "/auth/refresh");
+}
+
+TEST_F(AppStateTest, TheProfileImageIsMadeOfItsData) {
+    EXPECT_TRUE(state().profileImage().isNull());
+    const QString avatar = VorqSessionStore(m_defaults, m_paths).profileImageURL();
+    QImage image(3, 2, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    ASSERT_TRUE(image.save(avatar, "JPEG"));
+    restart();
+    EXPECT_EQ(state().profileImage().size(), QSize(3, 2));
+    const QSignalSpy changed(&state(), &VorqAppState::profileImageChanged);
+    state().account().signOut();
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_TRUE(state().profileImage().isNull());
+}
+
+TEST_F(AppStateTest, AProfileImageThatCannotBeReadIsNone) {
+    QFile avatar(VorqSessionStore(m_defaults, m_paths).profileImageURL());
+    ASSERT_TRUE(avatar.open(QIODevice::WriteOnly));
+    avatar.write("no image");
+    avatar.close();
+    restart();
+    EXPECT_EQ(state().account().profileImageData(), "no image");
+    EXPECT_TRUE(state().profileImage().isNull());
 }
 
 TEST_F(AppStateTest, ALaunchWithoutATokenIsSignedOut) {
