@@ -4,10 +4,10 @@
 
 namespace vorq {
 
-bool CommandRepeats::isRepetition() {
-    const Clock::Duration now = m_clock.now();
-    const std::optional<Clock::Duration> last = std::exchange(m_last, now);
-    return last && now - *last < pause;
+bool CommandRepeats::isRepetition(Verb verb) {
+    const std::optional<Verb> last = std::exchange(m_last, verb);
+    const Clock::Duration lastTime = std::exchange(m_lastTime, m_clock.now());
+    return last == verb && m_lastTime - lastTime < pause;
 }
 
 } // namespace vorq

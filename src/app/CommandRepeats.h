@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/CommandLine.h"
 #include "platform/Clock.h"
 
 #include <optional>
@@ -16,13 +17,14 @@ class CommandRepeats {
     /// The clock must outlive this object.
     explicit CommandRepeats(Clock& clock) : m_clock(clock) {}
 
-    /// Whether the command that comes now follows the one before, be that a repetition, without a
+    /// Whether the command that comes now follows the same one, be that a repetition, without a
     /// pause.
-    [[nodiscard]] bool isRepetition();
+    [[nodiscard]] bool isRepetition(Verb verb);
 
   private:
     Clock& m_clock;
-    std::optional<Clock::Duration> m_last;
+    std::optional<Verb> m_last;
+    Clock::Duration m_lastTime{};
 };
 
 } // namespace vorq

@@ -138,11 +138,11 @@ void DesktopProgram::tellOutcomes(LinkOutcomes& links) {
 }
 
 void DesktopProgram::perform(Verb verb, const VerbSource& source) {
+    if (m_repeats.isRepetition(verb)) return;
     switch (verb) {
     case Verb::Launch:
         return;
     case Verb::Summon:
-        if (m_summons.isRepetition()) return;
         return m_delegate.perform(HotKeyAction::Panel, hotKeySource(source));
     case Verb::Note:
         return m_delegate.perform(HotKeyAction::SaveNote, hotKeySource(source));

@@ -16,30 +16,36 @@ class CommandRepeatsTest : public testing::Test {
 };
 
 TEST_F(CommandRepeatsTest, TheFirstIsNone) {
-    EXPECT_FALSE(m_repeats.isRepetition());
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle));
 }
 
 TEST_F(CommandRepeatsTest, WhatFollowsWithoutAPauseIs) {
-    EXPECT_FALSE(m_repeats.isRepetition());
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle));
     m_clock.advance(CommandRepeats::pause - 1ms);
-    EXPECT_TRUE(m_repeats.isRepetition());
+    EXPECT_TRUE(m_repeats.isRepetition(Verb::Toggle));
 }
 
 TEST_F(CommandRepeatsTest, AfterAPauseTheUserGivesItAgain) {
-    EXPECT_FALSE(m_repeats.isRepetition());
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle));
     m_clock.advance(CommandRepeats::pause);
-    EXPECT_FALSE(m_repeats.isRepetition());
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle));
+}
+
+TEST_F(CommandRepeatsTest, AnotherCommandIsNone) {
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Summon));
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Note));
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Summon));
 }
 
 TEST_F(CommandRepeatsTest, ThePauseBeginsAfterTheLastRepetition) {
-    EXPECT_FALSE(m_repeats.isRepetition());
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle));
     m_clock.advance(600ms);
     for (int repetition = 0; repetition < 30; ++repetition) {
-        EXPECT_TRUE(m_repeats.isRepetition());
+        EXPECT_TRUE(m_repeats.isRepetition(Verb::Toggle));
         m_clock.advance(40ms);
     }
     m_clock.advance(CommandRepeats::pause);
-    EXPECT_FALSE(m_repeats.isRepetition());
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle));
 }
 
 } // namespace

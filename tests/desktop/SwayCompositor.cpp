@@ -87,7 +87,7 @@ bool SwayCompositor::isInFront(std::int32_t process) {
 // What sway itself starts may take itself for another user, whom the bus of the session turns away.
 // So it only says when, and the command is run beside it.
 void SwayCompositor::bind(QChar letter, const QString& command) {
-    const QString pipe = m_session.home() + "/run/shortcut";
+    const QString pipe = m_session.home() + "/run/shortcut-" + letter;
     if (::mkfifo(pipe.toUtf8().constData(), 0600) != 0)
         throw std::runtime_error("no pipe for a shortcut");
     m_session.start("sh", "dash",

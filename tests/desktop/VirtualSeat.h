@@ -18,6 +18,7 @@ class VirtualSeat {
     static constexpr unsigned shift = 42;
     static constexpr unsigned super = 125;
     static constexpr unsigned keyA = 30;
+    static constexpr unsigned keyS = 31;
 
     VirtualSeat() = default;
     VirtualSeat(const VirtualSeat&) = delete;

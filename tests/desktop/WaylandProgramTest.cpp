@@ -177,5 +177,28 @@ TEST(SwayProgramTest, AHeldShortcutShowsThePanelOnce) {
     DesktopSession::waitUntil("its log", [&] { return desktop.summons() == 2; });
 }
 
+TEST(SwayProgramTest, AHeldShortcutOfAnyCommandCountsOnce) {
+    WaylandDesktop desktop(SessionType::Sway);
+    auto& sway = dynamic_cast<SwayCompositor&>(desktop.compositor());
+    desktop.vorq.start();
+    desktop.openTerminal();
+    const auto notes = [&] {
+        return desktop.vorq.program().output().count("note hotkey — source: ");
+    };
+    sway.bind(u's', QStringLiteral(VORQ_PROGRAM " note"));
+    sway.seat().chord({VirtualSeat::super, VirtualSeat::shift, VirtualSeat::keyS}, 1500ms);
+    DesktopSession::waitUntil("the note key", [&] { return notes() > 0; });
+    QTest::qWait(800);
+    EXPECT_EQ(notes(), 1);
+
+    sway.bind(u'a', QStringLiteral(VORQ_PROGRAM " toggle"));
+    sway.seat().chord({VirtualSeat::super, VirtualSeat::shift, VirtualSeat::keyA}, 1500ms);
+    desktop.vorq.waitForPanel();
+    for (int look = 0; look < 8; ++look) {
+        QTest::qWait(100);
+        EXPECT_NE(desktop.vorq.panel(), 0U);
+    }
+}
+
 } // namespace
 } // namespace vorq::desktop
