@@ -1,51 +1,12 @@
-#include "ui/PanelStage.h"
+#include "ui/HexRowFixture.h"
 #include "ui/native/HexColors.h"
 
-#include <QQmlComponent>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <gmock/gmock.h>
 
 namespace vorq {
 namespace {
-
-class HexRowTest : public testing::Test {
-  protected:
-    HexRowTest() {
-        QQmlComponent component(stage.engine.get());
-        component.setData(
-            "import QtQuick\nimport Vorq\nItem { width: 600; height: 200; property alias row: r\n"
-            "PanelHexColorRow { id: r; width: 600; title: 'Chat'; value: '#112233'\n"
-            "onCommitted: hex => value = hex } }",
-            QUrl(QStringLiteral("qrc:/test/HexRow.qml")));
-        m_holder.reset(qobject_cast<QQuickItem*>(component.create()));
-        if (!m_holder) qFatal("%s", qPrintable(component.errorString()));
-        m_window.resize(600, 200);
-        m_holder->setParentItem(m_window.contentItem());
-        m_window.show();
-        m_window.requestActivate();
-        stage.settle(30);
-        row = m_holder->property("row").value<QQuickItem*>();
-        field = row->findChild<QQuickItem*>();
-        for (QQuickItem* item : row->findChildren<QQuickItem*>())
-            if (item->property("placeholderText") == "#RRGGBB") field = item;
-    }
-
-    void enter(const QString& text) {
-        field->forceActiveFocus();
-        field->setProperty("text", text);
-        QTest::keyClick(&m_window, Qt::Key_Return);
-    }
-    [[nodiscard]] QString value() const { return row->property("value").toString(); }
-    [[nodiscard]] bool bad() const { return row->property("bad").toBool(); }
-
-    PanelStage stage;
-    QQuickWindow m_window;
-    std::unique_ptr<QQuickItem> m_holder;
-    QQuickItem* row = nullptr;
-    QQuickItem* field = nullptr;
-};
 
 TEST_F(HexRowTest, ReturnStoresTheNormalisedColour) {
     enter(" f97316 ");

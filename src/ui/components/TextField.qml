@@ -37,6 +37,9 @@ T.TextField {
         }
     }
 
+    PointerSelection {
+        target: field
+    }
     Txt {
         anchors.verticalCenter: parent.verticalCenter
         x: field.leftPadding

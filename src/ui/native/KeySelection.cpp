@@ -2,7 +2,6 @@
 
 #include <QKeyEvent>
 #include <QKeySequence>
-#include <QQuickTextDocument>
 #include <QTextDocument>
 
 #include <algorithm>
@@ -40,31 +39,18 @@ QTextCursor::MoveOperation furthest(QTextCursor::MoveOperation operation) {
 
 } // namespace
 
-void KeySelection::setTarget(QQuickItem* target) {
-    if (m_target == target) return;
-    if (m_target) m_target->removeEventFilter(this);
-    m_target = target;
-    m_cursor = {};
-    if (m_target) m_target->installEventFilter(this);
-    emit targetChanged();
-}
-
-bool KeySelection::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != m_target || event->type() != QEvent::KeyPress)
-        return QObject::eventFilter(watched, event);
-    const bool isHandled = handleKey(static_cast<QKeyEvent&>(*event));
-    if (isHandled) event->accept();
-    return isHandled;
+bool KeySelection::handle(QEvent& event) {
+    return event.type() == QEvent::KeyPress && handleKey(static_cast<QKeyEvent&>(event));
 }
 
 bool KeySelection::handleKey(const QKeyEvent& event) {
-    if (m_target->property("inputMethodComposing").toBool()) return false;
+    if (isComposing()) return false;
     if (event.matches(QKeySequence::SelectAll)) {
-        QMetaObject::invokeMethod(m_target, "selectAll");
+        QMetaObject::invokeMethod(target(), "selectAll");
         return true;
     }
     // A text that is only read has no cursor to begin at.
-    if (m_target->property("readOnly").toBool()) return false;
+    if (isReadOnly()) return false;
     const auto* move =
         std::ranges::find_if(moves, [&](const Move& one) { return event.matches(one.key); });
     if (move == moves.end()) return false;
@@ -77,18 +63,14 @@ void KeySelection::extend(QTextCursor::MoveOperation operation) {
     if (m_cursor.isNull()) return;
     if (!m_cursor.movePosition(operation, QTextCursor::KeepAnchor))
         m_cursor.movePosition(furthest(operation), QTextCursor::KeepAnchor);
-    QMetaObject::invokeMethod(m_target, "select", Q_ARG(int, m_cursor.anchor()),
-                              Q_ARG(int, m_cursor.position()));
+    select(m_cursor.anchor(), m_cursor.position());
 }
 
 void KeySelection::updateCursor() {
-    const auto* document = m_target->property("textDocument").value<QQuickTextDocument*>();
-    QTextDocument* text = document != nullptr ? document->textDocument() : nullptr;
+    QTextDocument* text = document();
     if (text == nullptr) return;
-    const int start = m_target->property("selectionStart").toInt();
-    const int end = m_target->property("selectionEnd").toInt();
-    const int position = m_target->property("cursorPosition").toInt();
-    const int anchor = position == start ? end : start;
+    const int position = cursorPosition();
+    const int anchor = fixedEnd();
     const bool isUpToDate = !m_cursor.isNull() && m_cursor.document() == text &&
                             m_cursor.position() == position && m_cursor.anchor() == anchor;
     if (isUpToDate) return;

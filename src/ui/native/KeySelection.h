@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QObject>
-#include <QPointer>
-#include <QQuickItem>
+#include "ui/native/TextSelecting.h"
+
 #include <QTextCursor>
 #include <QtQml/qqmlregistration.h>
 
@@ -10,32 +9,23 @@ class QKeyEvent;
 
 namespace vorq {
 
-/// Selects text of a TextEdit by the keyboard, in place of the item itself, for the reason of
-/// PointerSelection. Main thread only.
-class KeySelection : public QObject {
+/// Selects text of a TextEdit by the keyboard, in place of the item itself. Main thread only.
+class KeySelection : public TextSelecting {
     Q_OBJECT
     QML_ELEMENT
-    /// The TextEdit.
-    Q_PROPERTY(QQuickItem* target READ target WRITE setTarget NOTIFY targetChanged)
 
   public:
-    using QObject::QObject;
-
-    [[nodiscard]] QQuickItem* target() const { return m_target; }
-    void setTarget(QQuickItem* target);
-
-  signals:
-    void targetChanged();
+    using TextSelecting::TextSelecting;
 
   protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool handle(QEvent& event) override;
+    void forget() override { m_cursor = {}; }
 
   private:
     [[nodiscard]] bool handleKey(const QKeyEvent& event);
     void extend(QTextCursor::MoveOperation operation);
     void updateCursor();
 
-    QPointer<QQuickItem> m_target;
     // Remembers the column of a selection that goes up or down past shorter lines.
     QTextCursor m_cursor;
 };

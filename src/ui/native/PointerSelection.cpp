@@ -3,7 +3,6 @@
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QMouseEvent>
-#include <QQuickTextDocument>
 #include <QStyleHints>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -13,39 +12,22 @@
 
 namespace vorq {
 
-void PointerSelection::setTarget(QQuickItem* target) {
-    if (m_target == target) return;
-    if (m_target) m_target->removeEventFilter(this);
-    m_target = target;
-    m_isSelecting = false;
-    if (m_target) m_target->installEventFilter(this);
-    emit targetChanged();
-}
-
-bool PointerSelection::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != m_target) return QObject::eventFilter(watched, event);
-    bool isHandled = false;
-    switch (event->type()) {
+bool PointerSelection::handle(QEvent& event) {
+    switch (event.type()) {
     case QEvent::MouseButtonPress:
-        isHandled = handlePress(static_cast<QMouseEvent&>(*event));
-        break;
+        return handlePress(static_cast<QMouseEvent&>(event));
     case QEvent::MouseButtonDblClick:
-        isHandled = handleDoubleClick(static_cast<QMouseEvent&>(*event));
-        break;
+        return handleDoubleClick(static_cast<QMouseEvent&>(event));
     case QEvent::MouseMove:
-        isHandled = handleMove(static_cast<QMouseEvent&>(*event));
-        break;
+        return handleMove(static_cast<QMouseEvent&>(event));
     case QEvent::MouseButtonRelease:
-        isHandled = handleRelease(static_cast<QMouseEvent&>(*event));
-        break;
+        return handleRelease(static_cast<QMouseEvent&>(event));
     case QEvent::UngrabMouse:
         m_isSelecting = false;
-        break;
+        return false;
     default:
-        break;
+        return false;
     }
-    if (isHandled) event->accept();
-    return isHandled;
 }
 
 bool PointerSelection::handlePress(const QMouseEvent& event) {
@@ -83,12 +65,8 @@ bool PointerSelection::handleMove(const QMouseEvent& event) {
 bool PointerSelection::handleRelease(const QMouseEvent& event) {
     if (event.button() != Qt::LeftButton || !m_isSelecting) return false;
     m_isSelecting = false;
-    m_target->setKeepMouseGrab(false);
+    target()->setKeepMouseGrab(false);
     return true;
-}
-
-bool PointerSelection::isComposing() const {
-    return m_target->property("inputMethodComposing").toBool();
 }
 
 bool PointerSelection::isTripleClick(const QMouseEvent& event) const {
@@ -99,44 +77,39 @@ bool PointerSelection::isTripleClick(const QMouseEvent& event) const {
            moved.manhattanLength() < hints.startDragDistance();
 }
 
-QTextDocument* PointerSelection::document() const {
-    const auto* document = m_target->property("textDocument").value<QQuickTextDocument*>();
-    return document != nullptr ? document->textDocument() : nullptr;
-}
-
+// What an input method asks of both kinds of item; it takes nothing for no place.
 int PointerSelection::offsetAt(QPointF at) const {
-    int offset = 0;
-    QMetaObject::invokeMethod(m_target, "positionAt", Q_RETURN_ARG(int, offset),
-                              Q_ARG(qreal, at.x()), Q_ARG(qreal, at.y()));
-    return offset;
+    constexpr QPointF inside(0.01, 0.01);
+    QVariant offset;
+    QMetaObject::invokeMethod(target(), "inputMethodQuery", Q_RETURN_ARG(QVariant, offset),
+                              Q_ARG(Qt::InputMethodQuery, Qt::ImCursorPosition),
+                              Q_ARG(QVariant, QVariant::fromValue(at.isNull() ? inside : at)));
+    return offset.toInt();
 }
 
 PointerSelection::Span PointerSelection::unitAt(int offset) const {
-    QTextDocument* text = document();
-    if (m_unit == Unit::Character || text == nullptr) return {offset, offset};
+    if (m_unit == Unit::Character) return {offset, offset};
+    QTextDocument line;
+    QTextDocument* whole = document();
+    if (whole == nullptr) {
+        line.setPlainText(text());
+        whole = &line;
+    }
     if (m_unit == Unit::Paragraph) {
-        const QTextBlock block = text->findBlock(offset);
+        const QTextBlock block = whole->findBlock(offset);
         return {block.position(), block.position() + block.length() - 1};
     }
-    QTextCursor cursor(text);
+    QTextCursor cursor(whole);
     cursor.setPosition(offset);
     cursor.select(QTextCursor::WordUnderCursor);
     return {cursor.selectionStart(), cursor.selectionEnd()};
 }
 
-// That end of the present selection at which it does not grow.
-int PointerSelection::fixedEnd() const {
-    const int start = m_target->property("selectionStart").toInt();
-    const int end = m_target->property("selectionEnd").toInt();
-    return m_target->property("cursorPosition").toInt() == start ? end : start;
-}
-
 void PointerSelection::focusTarget() {
-    const bool hadFocus = m_target->hasActiveFocus();
-    m_target->forceActiveFocus(Qt::MouseFocusReason);
+    const bool hadFocus = target()->hasActiveFocus();
+    target()->forceActiveFocus(Qt::MouseFocusReason);
     // A press where the keyboard already is asks for one on the screen again.
-    if (hadFocus && !m_target->property("readOnly").toBool())
-        QGuiApplication::inputMethod()->show();
+    if (hadFocus && !isReadOnly()) QGuiApplication::inputMethod()->show();
 }
 
 void PointerSelection::begin(Unit unit, int offset) {
@@ -144,7 +117,7 @@ void PointerSelection::begin(Unit unit, int offset) {
     m_anchor = unitAt(offset);
     m_isSelecting = true;
     // What scrolls the text must not make a scroll of a selection.
-    m_target->setKeepMouseGrab(true);
+    target()->setKeepMouseGrab(true);
     select(m_anchor.start, m_anchor.end);
 }
 
@@ -154,10 +127,6 @@ void PointerSelection::extendTo(int offset) {
         select(m_anchor.end, reached.start);
     else
         select(m_anchor.start, std::max(m_anchor.end, reached.end));
-}
-
-void PointerSelection::select(int start, int end) {
-    QMetaObject::invokeMethod(m_target, "select", Q_ARG(int, start), Q_ARG(int, end));
 }
 
 } // namespace vorq
