@@ -1,6 +1,7 @@
 #include "shell/StatusMenu.h"
 #include "core/ConversationFixture.h"
 #include "shell/Advice.h"
+#include "shell/MenuPress.h"
 #include "shell/ScriptedPermissionProbe.h"
 
 #include <QActionGroup>
@@ -42,6 +43,12 @@ class StatusMenuTest : public ConversationFixture {
 
     [[nodiscard]] QAction* action(const QString& text) const { return find(m_menu, text); }
 
+    void press(const QString& text) {
+        m_menu.popup({0, 0});
+        EXPECT_TRUE(pressEntry(m_menu, text)) << text.toStdString();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !m_menu.isVisible(); }));
+    }
+
     [[nodiscard]] static QColorDialog* colorDialog() {
         for (QWidget* widget : QApplication::topLevelWidgets())
             if (auto* found = qobject_cast<QColorDialog*>(widget); found && found->isVisible())
@@ -76,7 +83,7 @@ TEST_F(StatusMenuTest, AccessibilityIsThatOfTheStateAndCanBeChosenWhileItIsOff) 
     ScriptedPermissionProbe probe;
     QSignalSpy chosen(&m_menu, &StatusMenu::accessibilityChosen);
     state().permissions().setProbe(&probe);
-    action("Accessibility: Disabled")->trigger();
+    press("Accessibility: Disabled");
     EXPECT_EQ(chosen.count(), 1);
     probe.text = PermissionState::Granted;
     state().permissions().refreshPermissions();
@@ -115,7 +122,7 @@ TEST_F(StatusMenuTest, TheLocalBackendIsThereIfItIsOffered) {
     m_menu.setBackendAtLogin({.isOffered = true, .isOn = true});
     EXPECT_TRUE(action(text)->isVisible() && action(text)->isChecked());
     QSignalSpy chosen(&m_menu, &StatusMenu::backendAtLoginChosen);
-    action(text)->trigger();
+    press(text);
     ASSERT_EQ(chosen.count(), 1);
     EXPECT_EQ(chosen[0][0].toBool(), false);
     m_menu.setBackendAtLogin({.isOffered = true, .isOn = false, .isBusy = true});
@@ -132,8 +139,8 @@ TEST_F(StatusMenuTest, AChatCanBeSavedOnceThereIsOne) {
 TEST_F(StatusMenuTest, ThemeAndGlassAreThoseOfTheState) {
     EXPECT_TRUE(action("Dark")->isChecked());
     EXPECT_TRUE(action("Clear")->isChecked());
-    action("Light")->trigger();
-    action("Tinted")->trigger();
+    press("Light");
+    press("Tinted");
     EXPECT_EQ(state().appearance().panelAppearance(), PanelAppearance::White);
     EXPECT_EQ(state().appearance().panelGlassStyle(), PanelGlassStyle::Tinted);
     state().appearance().setPanelAppearance(PanelAppearance::Current);
@@ -145,7 +152,7 @@ TEST_F(StatusMenuTest, AColourIsSeenWhileItIsChosenAndKept) {
     EXPECT_FALSE(action("Reset Custom Colors")->isEnabled());
     QSignalSpy began(&m_menu, &StatusMenu::colorEditBegan);
     QSignalSpy ended(&m_menu, &StatusMenu::colorEditEnded);
-    action("Background…")->trigger();
+    press("Background…");
     EXPECT_EQ(began.count(), 1);
     ASSERT_NE(colorDialog(), nullptr);
     EXPECT_EQ(colorDialog()->currentColor(), QColor(0x20, 0x22, 0x28));
@@ -158,18 +165,18 @@ TEST_F(StatusMenuTest, AColourIsSeenWhileItIsChosenAndKept) {
     EXPECT_EQ(ended.count(), 1);
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "#112233");
     EXPECT_EQ(m_defaults.string("vorq.panelBackgroundHex"), "#112233");
-    action("Reset Custom Colors")->trigger();
+    press("Reset Custom Colors");
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "");
     EXPECT_FALSE(action("Reset Custom Colors")->isEnabled());
 }
 
 TEST_F(StatusMenuTest, WithoutAChoiceTheFormerColourComesBack) {
     state().appearance().setPanelUserBlockHex("#445566");
-    action("Your Blocks…")->trigger();
+    press("Your Blocks…");
     ASSERT_NE(colorDialog(), nullptr);
     EXPECT_EQ(colorDialog()->currentColor(), QColor(0x44, 0x55, 0x66));
     colorDialog()->setCurrentColor(QColor(0x11, 0x22, 0x33));
-    action("Your Blocks…")->trigger();
+    press("Your Blocks…");
     colorDialog()->reject();
     EXPECT_EQ(state().appearance().panelUserBlockHex(), "#445566");
     EXPECT_EQ(state().appearance().panelBackgroundHex(), "");
@@ -177,10 +184,10 @@ TEST_F(StatusMenuTest, WithoutAChoiceTheFormerColourComesBack) {
 
 TEST_F(StatusMenuTest, WithoutAChoiceAResetMeanwhileStands) {
     state().appearance().setPanelUserBlockHex("#445566");
-    action("Your Blocks…")->trigger();
+    press("Your Blocks…");
     ASSERT_NE(colorDialog(), nullptr);
     colorDialog()->setCurrentColor(QColor(0x11, 0x22, 0x33));
-    action("Reset Custom Colors")->trigger();
+    press("Reset Custom Colors");
     colorDialog()->reject();
     EXPECT_EQ(state().appearance().panelUserBlockHex(), "");
     EXPECT_EQ(m_defaults.string("vorq.panelUserBlockHex"), "");
@@ -193,7 +200,7 @@ TEST_F(StatusMenuTest, TellsWhatIsChosen) {
     QSignalSpy deleted(&m_menu, &StatusMenu::deleteVorqChosen);
     QSignalSpy quit(&m_menu, &StatusMenu::quitChosen);
     for (const char* text : {"Toggle Vorq", "Clear Chat", "Sign out", "Delete Vorq", "Quit Vorq"})
-        action(text)->trigger();
+        press(text);
     EXPECT_EQ(toggled.count(), 1);
     EXPECT_EQ(cleared.count(), 1);
     EXPECT_EQ(signedOut.count(), 1);

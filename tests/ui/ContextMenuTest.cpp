@@ -1,3 +1,4 @@
+#include "shell/MenuPress.h"
 #include "ui/PanelStage.h"
 #include "ui/reply/ReplyView.h"
 
@@ -5,7 +6,6 @@
 #include <QClipboard>
 #include <QImage>
 #include <QMenu>
-#include <QTest>
 
 #include <gmock/gmock.h>
 
@@ -45,17 +45,17 @@ TEST_F(ContextMenuTest, TheDraftIsEditedByIt) {
     QMenu* menu = openOn(m_field);
     ASSERT_TRUE(menu);
     EXPECT_FALSE(entry(*menu, "Copy")->isEnabled());
-    entry(*menu, "Select All")->trigger();
+    EXPECT_TRUE(pressEntry(*menu, "Select All"));
     menu->close();
     menu = openOn(m_field);
     ASSERT_TRUE(menu);
-    entry(*menu, "Cut")->trigger();
+    EXPECT_TRUE(pressEntry(*menu, "Cut"));
     menu->close();
     EXPECT_EQ(clipboard(), "draft");
     EXPECT_EQ(stage.panel->prompt(), "");
     QTest::keyClick(stage.window.get(), Qt::Key_Menu);
     ASSERT_TRUE(this->menu());
-    entry(*this->menu(), "Paste")->trigger();
+    EXPECT_TRUE(pressEntry(*this->menu(), "Paste"));
     EXPECT_EQ(stage.panel->prompt(), "draft");
 }
 
@@ -65,7 +65,7 @@ TEST_F(ContextMenuTest, APictureIsPastedByItAsAClip) {
     QGuiApplication::clipboard()->setImage(picture);
     QMenu* menu = openOn(m_field);
     ASSERT_TRUE(menu);
-    entry(*menu, "Paste")->trigger();
+    EXPECT_TRUE(pressEntry(*menu, "Paste"));
     EXPECT_EQ(stage.panel->attachments().count(), 1);
 }
 
@@ -74,16 +74,18 @@ TEST_F(ContextMenuTest, AReplyIsCopiedAndDeepenedByIt) {
     QMenu* menu = openOn(view);
     ASSERT_TRUE(menu);
     EXPECT_FALSE(entry(*menu, "Deepen")->isEnabled());
-    entry(*menu, "Copy reply")->trigger();
+    EXPECT_TRUE(pressEntry(*menu, "Copy reply"));
     EXPECT_EQ(clipboard(), "Leaves are green.");
     menu->close();
     view->select({0, 0}, {0, 6});
     menu = openOn(view);
     ASSERT_TRUE(menu);
     EXPECT_TRUE(view->hasSelection()) << "a press on it keeps it";
-    entry(*menu, "Copy")->trigger();
+    EXPECT_TRUE(pressEntry(*menu, "Copy"));
     EXPECT_EQ(clipboard(), "Leaves");
-    entry(*menu, "Deepen")->trigger();
+    menu = openOn(view);
+    ASSERT_TRUE(menu);
+    EXPECT_TRUE(pressEntry(*menu, "Deepen"));
     EXPECT_EQ(stage.panel->attachments().count(), 1);
 }
 

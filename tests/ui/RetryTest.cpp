@@ -1,7 +1,6 @@
-#include "ui/PanelStage.h"
+#include "ui/TypedTurns.h"
 
 #include <QAccessible>
-#include <QTest>
 
 #include <gmock/gmock.h>
 
@@ -9,23 +8,8 @@ namespace vorq {
 namespace {
 
 /// What the user does after a reply that failed.
-class RetryTest : public testing::Test {
+class RetryTest : public TypedTurns {
   protected:
-    RetryTest() {
-        stage.show();
-        stage.settle(50);
-    }
-
-    void enter(const QString& text) {
-        for (const QChar character : text)
-            QTest::keyClick(stage.window.get(), character.toLatin1());
-        QTest::keyClick(stage.window.get(), Qt::Key_Return);
-        settle();
-    }
-    void settle() {
-        stage.clock.advance(std::chrono::seconds(5));
-        stage.settle(50);
-    }
     void fail() {
         stage.transport.last().fail("Recv failure: Connection reset by peer");
         settle();
@@ -43,17 +27,13 @@ class RetryTest : public testing::Test {
                 shown += item;
         return shown;
     }
-    void click(QQuickItem* item) {
-        stage.drawFrame();
-        QTest::mouseClick(stage.window.get(), Qt::LeftButton, {},
-                          item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
+    void retry() {
+        click(buttons()[0]);
         settle();
     }
     [[nodiscard]] const std::vector<VorqMessage>& messages() {
         return stage.state->panel().messages().messages();
     }
-
-    PanelStage stage;
 };
 
 TEST_F(RetryTest, APressRunsTheTurnAgainInItsPlace) {
@@ -61,7 +41,7 @@ TEST_F(RetryTest, APressRunsTheTurnAgainInItsPlace) {
     EXPECT_TRUE(buttons().isEmpty());
     fail();
     ASSERT_EQ(buttons().size(), 1);
-    click(buttons()[0]);
+    retry();
     EXPECT_TRUE(buttons().isEmpty()) << "while it is under way";
     ASSERT_EQ(stage.transport.count(), 2U);
     EXPECT_EQ(stage.transport.at(0).json(), stage.transport.at(1).json());
@@ -100,7 +80,7 @@ TEST_F(RetryTest, CapturedTextAndAttachmentsGoAgain) {
     fail();
     stage.state->panel().setHighlightedText("captured later");
     ASSERT_EQ(buttons().size(), 1);
-    click(buttons()[0]);
+    retry();
     EXPECT_EQ(stage.transport.last().json().value("selectedText").toString(),
               "captured\n\n--- Attached file: a.txt ---\nof the file");
     fail();
@@ -112,7 +92,7 @@ TEST_F(RetryTest, ACaptureIsAnalysedAgain) {
     settle();
     fail();
     ASSERT_EQ(buttons().size(), 1);
-    click(buttons()[0]);
+    retry();
     EXPECT_EQ(stage.transport.last().path(), "/ai/analyze");
     EXPECT_EQ(stage.transport.last().json().value("text").toString(), "captured");
 }
@@ -122,7 +102,7 @@ TEST_F(RetryTest, FlashcardsAreAskedForAgain) {
     enter("flashcards");
     fail();
     ASSERT_EQ(buttons().size(), 1);
-    click(buttons()[0]);
+    retry();
     EXPECT_EQ(stage.transport.last().path(), "/ai/flashcards");
     EXPECT_EQ(stage.transport.count(), 2U);
 }
@@ -132,7 +112,7 @@ TEST_F(RetryTest, BehindARunningTurnItWaits) {
     fail();
     enter("two");
     ASSERT_EQ(buttons().size(), 1);
-    click(buttons()[0]);
+    retry();
     EXPECT_EQ(stage.transport.count(), 2U);
     succeed("of two");
     EXPECT_EQ(stage.transport.count(), 3U);

@@ -1,7 +1,6 @@
-#include "ui/PanelStage.h"
+#include "ui/TypedTurns.h"
 
 #include <QAccessible>
-#include <QTest>
 
 #include <gmock/gmock.h>
 
@@ -9,27 +8,13 @@ namespace vorq {
 namespace {
 
 /// What went out with a prompt beside its words, in the bubble of the prompt.
-class SentTextTest : public testing::Test {
+class SentTextTest : public TypedTurns {
   protected:
-    SentTextTest() {
-        stage.capture.application = "Firefox";
-        stage.show();
-        stage.settle(50);
-    }
+    SentTextTest() { stage.capture.application = "Firefox"; }
 
     void capture(const QString& text) {
         const auto done = stage.state->panel().submitHotKeyContext(7, text, {});
         settle();
-    }
-    void enter(const QString& text) {
-        for (const QChar character : text)
-            QTest::keyClick(stage.window.get(), character.toLatin1());
-        QTest::keyClick(stage.window.get(), Qt::Key_Return);
-        settle();
-    }
-    void settle() {
-        stage.clock.advance(std::chrono::seconds(5));
-        stage.settle(50);
     }
     void succeed() {
         stage.transport.last().respond(200, "data: {\"text\":\"So.\",\"done\":true}\n\n");
@@ -41,13 +26,6 @@ class SentTextTest : public testing::Test {
                 if (button->isVisible() && button->property("text").toString() == name)
                     return button;
         return nullptr;
-    }
-    void click(QQuickItem* item) {
-        ASSERT_TRUE(item);
-        stage.drawFrame();
-        QTest::mouseClick(stage.window.get(), Qt::LeftButton, {},
-                          item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
-        stage.settle(300);
     }
     [[nodiscard]] QStringList shown() {
         QStringList texts;
@@ -65,7 +43,6 @@ class SentTextTest : public testing::Test {
 
     const QString show = "Show the text that was sent";
     const QString hide = "Hide the text that was sent";
-    PanelStage stage;
 };
 
 TEST_F(SentTextTest, APressUnfoldsTheCaptureAndFoldsItAgain) {

@@ -1,6 +1,4 @@
-#include "ui/PanelStage.h"
-
-#include <QTest>
+#include "ui/TypedTurns.h"
 
 #include <gmock/gmock.h>
 
@@ -8,26 +6,13 @@ namespace vorq {
 namespace {
 
 /// The clip by which the user sees, and ends, the study of a note.
-class StudyClipTest : public testing::Test {
+class StudyClipTest : public TypedTurns {
   protected:
-    StudyClipTest() {
-        stage.state->library().createBlankNote("Leaves are green.", HubArea::Study);
-        stage.show();
-        stage.settle(50);
-    }
+    StudyClipTest() { stage.state->library().createBlankNote("Leaves are green.", HubArea::Study); }
 
-    void enter(const QString& text) {
-        for (const QChar character : text)
-            QTest::keyClick(stage.window.get(), character.toLatin1());
-        QTest::keyClick(stage.window.get(), Qt::Key_Return);
-        // What the program says by itself is typed out first.
-        stage.clock.advance(std::chrono::seconds(5));
-        stage.settle(50);
-    }
     void answerTurn() {
         stage.transport.last().respond(200, R"(data: {"text":"So.","done":true,"summary":"So."})");
-        stage.clock.advance(std::chrono::seconds(5));
-        stage.settle(50);
+        settle();
     }
     [[nodiscard]] QList<QQuickItem*> clips() {
         QList<QQuickItem*> shown;
@@ -45,8 +30,6 @@ class StudyClipTest : public testing::Test {
         return stage.transport.last().json().value("selectedText").toString();
     }
     [[nodiscard]] QString placeholder() { return stage.panel->promptPlaceholder(); }
-
-    PanelStage stage;
 };
 
 TEST_F(StudyClipTest, ALoadedNoteShowsItsClipAndKeepsItAfterEachPrompt) {
