@@ -1,10 +1,11 @@
 #include "provider/ChunkJson.h"
 
+#include "provider/UnicodeEscape.h"
 #include "support/Utf8.h"
 
 #include <nlohmann/json.hpp>
 
-#include <charconv>
+#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -14,32 +15,14 @@ namespace {
 using nlohmann::json;
 
 constexpr std::string_view kReplacementEscape = "\\ufffd";
-constexpr std::size_t kEscapeLength = 6;
-
-/// The value of "\uXXXX" at the start of the text.
-std::optional<unsigned> escapedUnit(std::string_view text) {
-    if (text.size() < kEscapeLength || !text.starts_with("\\u")) return std::nullopt;
-    unsigned value = 0;
-    const char* const end = text.data() + kEscapeLength;
-    const auto result = std::from_chars(text.data() + 2, end, value, 16);
-    return result.ptr == end ? std::optional(value) : std::nullopt;
-}
-
-bool isLeading(std::optional<unsigned> unit) {
-    return unit && *unit >= 0xD800 && *unit < 0xDC00;
-}
-
-bool isTrailing(std::optional<unsigned> unit) {
-    return unit && *unit >= 0xDC00 && *unit < 0xE000;
-}
 
 /// Appends the escape at the start of the text, mended, and gives its length.
 std::size_t appendEscape(std::string& out, std::string_view text) {
-    const std::optional<unsigned> unit = escapedUnit(text);
-    std::size_t length = unit ? kEscapeLength : std::min<std::size_t>(2, text.size());
-    if (isLeading(unit) && isTrailing(escapedUnit(text.substr(length)))) {
-        length += kEscapeLength;
-    } else if (isLeading(unit) || isTrailing(unit)) {
+    const std::optional<char32_t> unit = escapedUnit(text);
+    std::size_t length = unit ? kUnicodeEscapeLength : std::min<std::size_t>(2, text.size());
+    if (isLeadingHalf(unit) && isTrailingHalf(escapedUnit(text.substr(length)))) {
+        length += kUnicodeEscapeLength;
+    } else if (isLeadingHalf(unit) || isTrailingHalf(unit)) {
         out += kReplacementEscape;
         return length;
     }

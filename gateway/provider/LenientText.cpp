@@ -1,5 +1,6 @@
 #include "provider/LenientText.h"
 
+#include "provider/UnicodeEscape.h"
 #include "support/Utf8.h"
 
 #include <nlohmann/json.hpp>
@@ -16,8 +17,6 @@ namespace {
 
 using nlohmann::json;
 
-constexpr std::size_t kUnicodeEscapeLength = 6;
-
 constexpr std::array<std::pair<char, char>, 10> kEscapes = {{{'n', '\n'},
                                                              {'t', '\t'},
                                                              {'r', '\r'},
@@ -29,24 +28,14 @@ constexpr std::array<std::pair<char, char>, 10> kEscapes = {{{'n', '\n'},
                                                              {'/', '/'},
                                                              {'\n', '\n'}}};
 
-/// The UTF-16 unit of "\uXXXX" at the start of the text.
-std::optional<char32_t> unitAt(std::string_view text) {
-    if (text.size() < kUnicodeEscapeLength || !text.starts_with("\\u")) return std::nullopt;
-    std::uint32_t value = 0;
-    const char* const end = text.data() + kUnicodeEscapeLength;
-    const auto result = std::from_chars(text.data() + 2, end, value, 16);
-    return result.ptr == end ? std::optional<char32_t>(value) : std::nullopt;
-}
-
 std::size_t appendUnit(std::string& out, std::string_view text, char32_t unit) {
-    const bool isLeading = unit >= 0xD800 && unit < 0xDC00;
     const std::optional<char32_t> next =
-        isLeading ? unitAt(text.substr(kUnicodeEscapeLength)) : std::nullopt;
-    if (next && *next >= 0xDC00 && *next < 0xE000) {
+        isLeadingHalf(unit) ? escapedUnit(text.substr(kUnicodeEscapeLength)) : std::nullopt;
+    if (isTrailingHalf(next)) {
         appendUtf8(out, 0x10000 + ((unit - 0xD800) << 10) + (*next - 0xDC00));
         return 2 * kUnicodeEscapeLength;
     }
-    const bool isHalf = unit >= 0xD800 && unit < 0xE000;
+    const bool isHalf = isLeadingHalf(unit) || isTrailingHalf(unit);
     appendUtf8(out, isHalf ? kReplacement : unit);
     return kUnicodeEscapeLength;
 }
@@ -62,7 +51,7 @@ std::optional<Number> wholeNumber(std::string_view word) {
 } // namespace
 
 std::size_t appendUnescaped(std::string& out, std::string_view text) {
-    if (const std::optional<char32_t> unit = unitAt(text)) return appendUnit(out, text, *unit);
+    if (const std::optional<char32_t> unit = escapedUnit(text)) return appendUnit(out, text, *unit);
     if (text.size() < 2) return 1;
     const auto known = std::ranges::find(kEscapes, text[1], &std::pair<char, char>::first);
     if (known == kEscapes.end()) {

@@ -83,6 +83,10 @@ EngineError tooLong() {
 
 EngineError refused(const ProviderConfig& config, long status, std::string_view body) {
     const std::string detail = withoutKey(config, errorMessageIn(body));
+    if (status == 401 && config.key.empty()) {
+        return {502,
+                withDetail("The AI provider asks for a key. Set \"key\" in the settings", detail)};
+    }
     if (status == 401 || status == 403) {
         return {502,
                 withDetail(filled("The AI provider refused the key (status {})", status), detail)};

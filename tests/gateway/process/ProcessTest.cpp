@@ -197,6 +197,14 @@ TEST_F(ProcessTest, TheProxyOfTheEnvironmentIsNotUsedTowardsThisComputer) {
                 HasSubstr("a proxy"));
 }
 
+TEST_F(ProcessTest, AProxyOfTheEnvironmentThatIsNotFoundIsNamed) {
+    const ChildProcess server = serve({}, {{"http_proxy", "http://no-such-proxy.invalid:1"},
+                                           {"no_proxy", ""},
+                                           {"VORQ_PROVIDER_URL", "http://provider.example"}});
+    EXPECT_THAT(post("/ai/prompt", {{"prompt", "x"}}, signIn()).value("error", ""),
+                HasSubstr("http_proxy"));
+}
+
 TEST_F(ProcessTest, AModelThatLoadsAndThinksForLongKeepsItsClient) {
     ScriptedProvider provider([](ProviderPeer& peer) {
         peer.streamHead();

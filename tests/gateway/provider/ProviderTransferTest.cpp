@@ -163,6 +163,18 @@ TEST(ProviderTransferTest, TheWrongSchemeIsSaid) {
                 AllOf(HasSubstr("TLS"), HasSubstr("write http://")));
 }
 
+TEST(ProviderTransferTest, WhatIsNoWebServerIsSaid) {
+    ProviderChain chain([](ProviderPeer& peer) { peer.send("220 mail.example ESMTP\r\n"); });
+    EXPECT_THAT(chain.finalWords(), AllOf(HasSubstr("no web server"), HasSubstr("\"url\"")));
+}
+
+TEST(ProviderTransferTest, AKeyThatIsMissingIsAskedFor) {
+    ProviderChain chain(
+        [](ProviderPeer& peer) { peer.answer(401, R"({"error":{"message":"No key."}})"); },
+        [](ProviderConfig& config) { config.key.clear(); });
+    EXPECT_THAT(chain.finalWords(), AllOf(HasSubstr("\"key\""), HasSubstr("No key.")));
+}
+
 TEST(ProviderTransferTest, AHostThatNobodyKnowsIsNamed) {
     EXPECT_THAT(wordsFrom("http://no-such-host.invalid"),
                 AllOf(HasSubstr("no-such-host.invalid"), HasSubstr("\"url\"")));
