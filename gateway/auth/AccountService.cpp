@@ -4,6 +4,7 @@
 #include "http/ApiError.h"
 #include "support/Secrets.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vorq::gateway {
@@ -13,118 +14,173 @@ constexpr std::int64_t kSecond = 1000;
 constexpr std::int64_t kHandoffLife = 5 * 60 * kSecond;
 constexpr std::int64_t kAccessLife = 60 * 60 * kSecond;
 constexpr std::int64_t kRefreshLife = 60 * 24 * 60 * 60 * kSecond;
-// Two refreshes that overlap are one client's race and no theft; the loser is merely refused. Later
-// on, a used token is good once more as long as nothing that followed from it was used: its client
-// was ended before the answer reached it.
-constexpr std::int64_t kRaceWindow = 10 * kSecond;
 
 ApiError sessionExpired() {
     return {401, "Your session expired. Sign in again."};
+}
+
+ApiError tryAgain(int seconds) {
+    ApiError error(409, "The session is being renewed. Try again in a moment.");
+    error.retryAfterSeconds = seconds;
+    return error;
 }
 
 } // namespace
 
 AccountService::AccountService(Database database, const Clock& clock)
     : database_(std::move(database)), clock_(clock) {
-    tokens_.dropExpired(clock_.nowMs());
+    auto turn = database_.write();
+    TokenTable(turn.database()).dropExpired(clock_.nowMs());
+    turn.commit();
 }
 
-Account AccountService::localAccount(const std::string& loginName) {
-    if (std::optional<Account> found = accounts_.local()) return *found;
+Account AccountService::localAccount(Database& database, const std::string& loginName) const {
+    AccountTable accounts(database);
+    if (std::optional<Account> found = accounts.local()) return *found;
     Account account = newLocalAccount(loginName);
-    if (accounts_.usernameTaken(account.username, 0)) account.username.clear();
-    accounts_.insert(account, clock_.nowMs());
+    if (accounts.usernameTaken(account.username, 0)) account.username.clear();
+    accounts.insert(account, clock_.nowMs());
     return account;
 }
 
 std::string AccountService::createHandoff(const std::string& loginName) {
-    const std::scoped_lock lock(mutex_);
-    Transaction transaction(database_);
-    const Account account = localAccount(loginName);
+    auto turn = database_.write();
+    const Account account = localAccount(turn.database(), loginName);
     const std::string code = randomSecret();
-    tokens_.addHandoff(code, account.id, clock_.nowMs() + kHandoffLife);
-    transaction.commit();
+    TokenTable(turn.database()).addHandoff(code, account.id, clock_.nowMs() + kHandoffLife);
+    turn.commit();
     return code;
 }
 
-Session AccountService::issue(const Account& account, std::int64_t familyId) {
+Session AccountService::issue(Database& database, const Account& account,
+                              std::int64_t familyId) const {
     const std::int64_t now = clock_.nowMs();
     Session session{.signedIn = true,
                     .account = account,
                     .token = randomSecret(),
                     .refreshToken = randomSecret(),
                     .message = {}};
-    tokens_.addAccess(session.token, familyId, now + kAccessLife);
-    tokens_.addRefresh(session.refreshToken, familyId, now + kRefreshLife);
-    tokens_.dropExpired(now);
+    TokenTable tokens(database);
+    const std::int64_t generation = tokens.startGeneration(familyId);
+    tokens.addAccess(session.token, familyId, generation, now + kAccessLife);
+    tokens.addRefresh(session.refreshToken, familyId, generation, now + kRefreshLife);
+    tokens.dropExpired(now);
     return session;
 }
 
 Session AccountService::exchangeHandoff(const std::string& code) {
-    const std::scoped_lock lock(mutex_);
-    Transaction transaction(database_);
-    const std::optional<std::int64_t> accountId = tokens_.takeHandoff(code, clock_.nowMs());
-    const std::optional<Account> account = accountId ? accounts_.byId(*accountId) : std::nullopt;
+    auto turn = database_.write();
+    TokenTable tokens(turn.database());
+    const std::int64_t now = clock_.nowMs();
+    const std::optional<std::int64_t> accountId = tokens.takeHandoff(code, now);
+    const std::optional<Account> account =
+        accountId ? AccountTable(turn.database()).byId(*accountId) : std::nullopt;
     if (!account) {
-        transaction.commit(); // An expired code is gone as well.
+        turn.commit(); // An expired code is gone as well.
         throw ApiError(400, "This sign-in link has expired or was already used. Sign in again.");
     }
-    Session session = issue(*account, tokens_.startFamily(account->id, clock_.nowMs()));
-    transaction.commit();
+    Session session = issue(turn.database(), *account, tokens.startFamily(account->id, now));
+    turn.commit();
     return session;
 }
 
-Session AccountService::refresh(const std::string& refreshToken) {
-    const std::scoped_lock lock(mutex_);
-    Transaction transaction(database_);
-    const std::int64_t now = clock_.nowMs();
-    const std::optional<RefreshTokenRow> row = tokens_.refresh(refreshToken);
-    if (!row || row->expiresAt <= now) throw sessionExpired();
-    if (row->usedAt) {
-        const bool overlaps = now - *row->usedAt <= kRaceWindow;
-        if (overlaps) throw sessionExpired();
-        if (!tokens_.supersedeSuccessors(refreshToken, *row)) {
-            tokens_.dropFamily(row->owner.familyId);
-            transaction.commit();
-            throw sessionExpired();
-        }
+std::optional<RefreshTokenRow> AccountService::tradeable(Database& database,
+                                                         const std::string& refreshToken) {
+    TokenTable tokens(database);
+    const std::optional<RefreshTokenRow> row = tokens.refresh(refreshToken);
+    if (!row || row->expiresAt <= clock_.nowMs()) throw sessionExpired();
+    const auto& [generation, latest, confirmed] = row->age;
+    if (generation == latest) return row;
+    const std::int64_t family = row->owner.familyId;
+    // Two refreshes that overlap are one client's race and no theft.
+    if (const int seconds = grace_.secondsLeft(family, generation); seconds > 0)
+        throw tryAgain(seconds);
+    if (confirmed > generation || row->isSuperseded) {
+        tokens.dropFamily(family);
+        return std::nullopt;
     }
-    const std::optional<Account> account = accounts_.byId(row->owner.accountId);
-    if (!account) throw sessionExpired();
-    tokens_.markRefreshUsed(refreshToken, now);
+    tokens.supersedeAfter(family, generation);
+    return row;
+}
+
+Session AccountService::refresh(const std::string& refreshToken) {
+    auto turn = database_.write();
+    Database& database = turn.database();
+    writeConfirmations(database);
+    const std::optional<RefreshTokenRow> row = tradeable(database, refreshToken);
+    const std::optional<Account> account =
+        row ? AccountTable(database).byId(row->owner.accountId) : std::nullopt;
+    if (!account) {
+        turn.commit(); // A sign-in that was stolen is gone.
+        throw sessionExpired();
+    }
+    const std::int64_t family = row->owner.familyId;
+    TokenTable(database).confirm(family, row->age.generation);
     // Older access tokens run out by themselves: a stream may be under way with one.
-    Session session = issue(*account, row->owner.familyId);
-    transaction.commit();
+    Session session = issue(database, *account, family);
+    turn.commit();
+    grace_.begin(family, row->age.generation);
     return session;
 }
 
 std::optional<Identity> AccountService::identify(const std::string& token) {
     if (token.empty()) return std::nullopt;
-    const std::scoped_lock lock(mutex_);
-    const std::optional<TokenOwner> owner = tokens_.accessOwner(token, clock_.nowMs());
-    if (!owner) return std::nullopt;
-    std::optional<Account> account = accounts_.byId(owner->accountId);
-    if (!account) return std::nullopt;
-    return Identity{.owner = *owner, .account = std::move(*account), .token = token};
+    std::optional<Bearer> bearer = database_.read([&](Database& database) {
+        const auto row = TokenTable(database).access(token, clock_.nowMs());
+        auto account = row ? AccountTable(database).byId(row->owner.accountId) : std::nullopt;
+        return account ? std::optional<Bearer>({*row, std::move(*account)}) : std::nullopt;
+    });
+    if (!bearer) return std::nullopt;
+    const TokenAge& age = bearer->token.age;
+    if (age.generation > age.confirmed) confirm(bearer->token);
+    return Identity{
+        .owner = bearer->token.owner, .account = std::move(bearer->account), .token = token};
+}
+
+/// A database that another program holds is no reason to refuse a token; the next writer makes up
+/// for it.
+void AccountService::confirm(const AccessTokenRow& token) {
+    {
+        const std::scoped_lock lock(confirming_);
+        std::int64_t& confirmed = unwrittenConfirmations_[token.owner.familyId];
+        confirmed = std::max(confirmed, token.age.generation);
+    }
+    try {
+        if (auto turn = database_.tryWrite()) {
+            writeConfirmations(turn->database());
+            turn->commit();
+        }
+    } catch (const DatabaseError&) {
+        return; // As on a full disk.
+    }
+}
+
+void AccountService::writeConfirmations(Database& database) {
+    const std::scoped_lock lock(confirming_);
+    TokenTable tokens(database);
+    for (const auto& [family, generation] : unwrittenConfirmations_)
+        tokens.confirm(family, generation);
+    unwrittenConfirmations_.clear();
 }
 
 Session AccountService::signOut(const Identity& identity) {
-    const std::scoped_lock lock(mutex_);
-    tokens_.dropFamily(identity.owner.familyId);
+    auto turn = database_.write();
+    TokenTable(turn.database()).dropFamily(identity.owner.familyId);
+    turn.commit();
     return {.signedIn = false, .account = {}, .token = {}, .refreshToken = {}, .message = {}};
 }
 
 Session AccountService::updateProfile(const Identity& identity, const ProfileChange& change) {
-    const std::scoped_lock lock(mutex_);
-    Transaction transaction(database_);
-    std::optional<Account> account = accounts_.byId(identity.owner.accountId);
+    auto turn = database_.write();
+    AccountTable accounts(turn.database());
+    std::optional<Account> account = accounts.byId(identity.owner.accountId);
     if (!account) throw sessionExpired();
     applyProfile(*account, change);
-    if (accounts_.usernameTaken(account->username, account->id)) {
+    if (accounts.usernameTaken(account->username, account->id)) {
         throw ApiError(409, "That username is taken. Choose another one.");
     }
-    accounts_.update(*account);
-    transaction.commit();
+    accounts.update(*account);
+    turn.commit();
     return {true, *account, identity.token, {}, {}};
 }
 
@@ -146,25 +202,25 @@ Session AccountService::updatePrivacy(const Identity& identity, const PrivacyCha
     const PrivacyChange change = checkedPrivacy(requested);
     const std::optional<std::string>& oldHash = identity.account.passwordHash;
     const std::optional<std::string> newHash = checkedHash(oldHash, change);
-    const std::scoped_lock lock(mutex_);
-    Transaction transaction(database_);
-    std::optional<Account> account = accounts_.byId(identity.owner.accountId);
+    auto turn = database_.write();
+    AccountTable accounts(turn.database());
+    std::optional<Account> account = accounts.byId(identity.owner.accountId);
     if (!account) throw sessionExpired();
     if (account->passwordHash != oldHash) {
         throw ApiError(409, "The password was changed meanwhile. Try again.");
     }
     if (!change.email.empty()) {
-        if (accounts_.emailTaken(change.email, account->id)) {
+        if (accounts.emailTaken(change.email, account->id)) {
             throw ApiError(409, "Another account uses that email address.");
         }
         account->email = change.email;
     }
     if (newHash) {
         account->passwordHash = newHash;
-        tokens_.dropOtherFamilies(identity.owner);
+        TokenTable(turn.database()).dropOtherFamilies(identity.owner);
     }
-    accounts_.update(*account);
-    transaction.commit();
+    accounts.update(*account);
+    turn.commit();
     return {true, *account, identity.token, {}, {}};
 }
 

@@ -1,14 +1,16 @@
 #pragma once
 
+#include "auth/RefreshGrace.h"
 #include "auth/Session.h"
 #include "storage/AccountTable.h"
-#include "storage/Database.h"
+#include "storage/SharedDatabase.h"
 #include "storage/TokenTable.h"
 #include "support/Clock.h"
 
 #include <mutex>
 #include <optional>
 #include <string>
+#include <unordered_map>
 
 namespace vorq::gateway {
 
@@ -44,27 +46,46 @@ class AccountService {
     /// A fresh one-time code for this computer's account, which is made on first use.
     [[nodiscard]] std::string createHandoff(const std::string& loginName);
     [[nodiscard]] Session exchangeHandoff(const std::string& code);
-    /// Trades a refresh token for a new pair. A token works once; one that comes back later ends
-    /// the whole sign-in, since somebody else may hold it.
+    /// Trades a refresh token for a new pair, once. While nothing of that pair was used, its answer
+    /// may have been lost: the token that comes again is refused with 409 for ten seconds, in which
+    /// the answer may still arrive, and then good for another pair, in place of the first. One that
+    /// comes back after the pair was used ends the whole sign-in, since somebody else may hold it.
     [[nodiscard]] Session refresh(const std::string& refreshToken);
+    /// Whose access token it is, if it holds. Its first use uses up the refresh token that it was
+    /// traded for.
     [[nodiscard]] std::optional<Identity> identify(const std::string& token);
     [[nodiscard]] Session signOut(const Identity& identity);
     [[nodiscard]] Session updateProfile(const Identity& identity, const ProfileChange& change);
     [[nodiscard]] Session updatePrivacy(const Identity& identity, const PrivacyChange& change);
 
   private:
-    [[nodiscard]] Account localAccount(const std::string& loginName);
+    /// A token that holds, and its account.
+    struct Bearer {
+        AccessTokenRow token;
+        Account account;
+    };
+
+    [[nodiscard]] Account localAccount(Database& database, const std::string& loginName) const;
     [[nodiscard]] std::optional<std::string> checkedHash(const std::optional<std::string>& oldHash,
                                                          const PrivacyChange& change);
-    [[nodiscard]] Session issue(const Account& account, std::int64_t familyId);
+    /// The row of a token that may be traded now; nothing if it shows a theft, which has ended the
+    /// sign-in. Throws ApiError.
+    [[nodiscard]] std::optional<RefreshTokenRow> tradeable(Database& database,
+                                                           const std::string& refreshToken);
+    [[nodiscard]] Session issue(Database& database, const Account& account,
+                                std::int64_t familyId) const;
+    void confirm(const AccessTokenRow& token);
+    void writeConfirmations(Database& database);
 
-    std::mutex mutex_;
+    SharedDatabase database_;
+    const Clock& clock_;
+    /// Of the turn to write.
+    RefreshGrace grace_{clock_};
+    std::mutex confirming_;
+    /// By sign-in, the generation that is confirmed but not yet in the database.
+    std::unordered_map<std::int64_t, std::int64_t> unwrittenConfirmations_;
     /// Hashing a password takes much memory on purpose, so it is done one at a time.
     std::mutex hashing_;
-    Database database_;
-    AccountTable accounts_{database_};
-    TokenTable tokens_{database_};
-    const Clock& clock_;
 };
 
 } // namespace vorq::gateway

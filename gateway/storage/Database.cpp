@@ -6,7 +6,7 @@
 namespace vorq::gateway {
 namespace {
 
-constexpr int kBusyTimeoutMs = 5000;
+constexpr std::chrono::seconds kPatience{5};
 
 std::string_view adviceFor(int code) {
     switch (code) {
@@ -28,7 +28,7 @@ std::string_view adviceFor(int code) {
     const int primary = code & 0xFF;
     const std::string message = handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
     throw DatabaseError(message, primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB,
-                        adviceFor(primary));
+                        adviceFor(primary), primary == SQLITE_BUSY || primary == SQLITE_LOCKED);
 }
 
 void check(sqlite3* handle, int code) {
@@ -106,7 +106,7 @@ Database::Database(const std::filesystem::path& file) {
     handle_.reset(raw);
     check(raw, code);
     check(raw, sqlite3_extended_result_codes(raw, 1));
-    check(raw, sqlite3_busy_timeout(raw, kBusyTimeoutMs));
+    setPatience(kPatience);
     // Every commit reaches the disk: a rotated refresh token that got lost would sign the user out.
     execute("PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; PRAGMA foreign_keys=ON;");
 }
@@ -125,6 +125,14 @@ std::int64_t Database::lastInsertId() const {
 
 int Database::changes() const {
     return sqlite3_changes(handle_.get());
+}
+
+void Database::setPatience(std::chrono::milliseconds patience) {
+    check(handle_.get(), sqlite3_busy_timeout(handle_.get(), static_cast<int>(patience.count())));
+}
+
+Database Database::another() const {
+    return Database(sqlite3_db_filename(handle_.get(), "main"));
 }
 
 Transaction::Transaction(Database& database) : database_(database) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -13,13 +14,16 @@ struct sqlite3_stmt;
 
 namespace vorq::gateway {
 
-/// A failed database operation. `isDamage` tells a broken file from every other failure; `advice`
-/// is a sentence for the user where the failure is one that passes, else empty.
+/// A failed database operation. `isDamage` tells a broken file from every other failure, `isBusy`
+/// one that another program holds; `advice` is a sentence for the user where the failure is one
+/// that passes, else empty.
 class DatabaseError : public std::runtime_error {
   public:
-    DatabaseError(const std::string& message, bool damage, std::string_view sentence = {})
-        : std::runtime_error(message), isDamage(damage), advice(sentence) {}
+    DatabaseError(const std::string& message, bool damage, std::string_view sentence = {},
+                  bool busy = false)
+        : std::runtime_error(message), isDamage(damage), isBusy(busy), advice(sentence) {}
     bool isDamage;
+    bool isBusy;
     std::string advice;
 };
 
@@ -59,6 +63,11 @@ class Database {
     [[nodiscard]] std::int64_t lastInsertId() const;
     /// Rows touched by the last statement.
     [[nodiscard]] int changes() const;
+
+    /// How long an operation waits for another program that holds the file.
+    void setPatience(std::chrono::milliseconds patience);
+    /// Another connection to the same file.
+    [[nodiscard]] Database another() const;
 
   private:
     struct Closer {

@@ -54,6 +54,29 @@ constexpr std::array kSteps = {
         expiresAt INTEGER NOT NULL
     ) WITHOUT ROWID;
     )sql",
+    R"sql(
+    -- Each refresh of a sign-in makes one generation of tokens. The latest one that is known to
+    -- have reached its program is confirmed.
+    ALTER TABLE families ADD COLUMN latest INTEGER NOT NULL DEFAULT 0;
+    ALTER TABLE families ADD COLUMN confirmed INTEGER NOT NULL DEFAULT 0;
+    ALTER TABLE accessTokens ADD COLUMN generation INTEGER NOT NULL DEFAULT 0;
+    ALTER TABLE refreshTokens ADD COLUMN generation INTEGER NOT NULL DEFAULT 0;
+    ALTER TABLE refreshTokens ADD COLUMN superseded INTEGER NOT NULL DEFAULT 0;
+
+    UPDATE refreshTokens SET superseded = 1 WHERE usedAt = -1;
+    UPDATE refreshTokens SET generation = ranked.generation FROM (
+        SELECT hash, row_number() OVER (
+            PARTITION BY familyId ORDER BY usedAt IS NULL, usedAt) AS generation
+        FROM refreshTokens) AS ranked
+    WHERE refreshTokens.hash = ranked.hash;
+    UPDATE families SET
+        latest = coalesce(
+            (SELECT max(generation) FROM refreshTokens WHERE familyId = families.id), 0),
+        confirmed = coalesce(
+            (SELECT max(generation) FROM refreshTokens
+             WHERE familyId = families.id AND usedAt >= 0), 0);
+    ALTER TABLE refreshTokens DROP COLUMN usedAt;
+    )sql",
 };
 
 std::int64_t versionOf(Database& database) {

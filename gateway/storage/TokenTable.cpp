@@ -12,70 +12,82 @@ std::int64_t TokenTable::startFamily(std::int64_t accountId, std::int64_t nowMs)
     return database_.lastInsertId();
 }
 
-void TokenTable::add(const char* sql, std::string_view secret, std::int64_t owner,
-                     std::int64_t expiresAt) {
+std::int64_t TokenTable::startGeneration(std::int64_t familyId) {
+    Statement statement =
+        database_.prepare("UPDATE families SET latest = latest + 1 WHERE id = ? RETURNING latest");
+    statement.bind(1, familyId).step();
+    const std::int64_t generation = statement.integer(0);
+    statement.step();
+    return generation;
+}
+
+void TokenTable::add(const char* sql, std::string_view secret, std::int64_t familyId,
+                     std::int64_t generation, std::int64_t expiresAt) {
     database_.prepare(sql)
         .bindBlob(1, hashOfSecret(secret))
-        .bind(2, owner)
-        .bind(3, expiresAt)
+        .bind(2, familyId)
+        .bind(3, generation)
+        .bind(4, expiresAt)
         .step();
 }
 
-void TokenTable::addAccess(std::string_view secret, std::int64_t familyId, std::int64_t expiresAt) {
-    add("INSERT INTO accessTokens (hash, familyId, expiresAt) VALUES (?, ?, ?)", secret, familyId,
-        expiresAt);
+void TokenTable::addAccess(std::string_view secret, std::int64_t familyId, std::int64_t generation,
+                           std::int64_t expiresAt) {
+    add("INSERT INTO accessTokens (hash, familyId, generation, expiresAt) VALUES (?, ?, ?, ?)",
+        secret, familyId, generation, expiresAt);
 }
 
-void TokenTable::addRefresh(std::string_view secret, std::int64_t familyId,
+void TokenTable::addRefresh(std::string_view secret, std::int64_t familyId, std::int64_t generation,
                             std::int64_t expiresAt) {
-    add("INSERT INTO refreshTokens (hash, familyId, expiresAt) VALUES (?, ?, ?)", secret, familyId,
-        expiresAt);
+    add("INSERT INTO refreshTokens (hash, familyId, generation, expiresAt) VALUES (?, ?, ?, ?)",
+        secret, familyId, generation, expiresAt);
 }
 
 void TokenTable::addHandoff(std::string_view secret, std::int64_t accountId,
                             std::int64_t expiresAt) {
-    add("INSERT INTO handoffCodes (hash, accountId, expiresAt) VALUES (?, ?, ?)", secret, accountId,
-        expiresAt);
+    database_.prepare("INSERT INTO handoffCodes (hash, accountId, expiresAt) VALUES (?, ?, ?)")
+        .bindBlob(1, hashOfSecret(secret))
+        .bind(2, accountId)
+        .bind(3, expiresAt)
+        .step();
 }
 
-std::optional<TokenOwner> TokenTable::accessOwner(std::string_view secret, std::int64_t nowMs) {
+std::optional<AccessTokenRow> TokenTable::access(std::string_view secret, std::int64_t nowMs) {
     Statement statement = database_.prepare(
-        "SELECT families.accountId, families.id FROM accessTokens JOIN families "
-        "ON families.id = accessTokens.familyId WHERE hash = ? AND expiresAt > ?");
+        "SELECT families.accountId, families.id, generation, latest, confirmed FROM accessTokens "
+        "JOIN families ON families.id = accessTokens.familyId WHERE hash = ? AND expiresAt > ?");
     if (!statement.bindBlob(1, hashOfSecret(secret)).bind(2, nowMs).step()) return std::nullopt;
-    return TokenOwner{.accountId = statement.integer(0), .familyId = statement.integer(1)};
+    return AccessTokenRow{
+        .owner = {statement.integer(0), statement.integer(1)},
+        .age = {statement.integer(2), statement.integer(3), statement.integer(4)}};
 }
 
 std::optional<RefreshTokenRow> TokenTable::refresh(std::string_view secret) {
     Statement statement = database_.prepare(
-        "SELECT families.accountId, families.id, expiresAt, usedAt FROM refreshTokens "
-        "JOIN families ON families.id = refreshTokens.familyId WHERE hash = ?");
+        "SELECT families.accountId, families.id, generation, latest, confirmed, expiresAt, "
+        "superseded FROM refreshTokens JOIN families ON families.id = refreshTokens.familyId "
+        "WHERE hash = ?");
     if (!statement.bindBlob(1, hashOfSecret(secret)).step()) return std::nullopt;
-    RefreshTokenRow row{.owner = {statement.integer(0), statement.integer(1)},
-                        .expiresAt = statement.integer(2),
-                        .usedAt = std::nullopt};
-    if (statement.optionalText(3)) row.usedAt = statement.integer(3);
-    return row;
+    return RefreshTokenRow{
+        .owner = {statement.integer(0), statement.integer(1)},
+        .age = {statement.integer(2), statement.integer(3), statement.integer(4)},
+        .expiresAt = statement.integer(5),
+        .isSuperseded = statement.integer(6) != 0};
 }
 
-void TokenTable::markRefreshUsed(std::string_view secret, std::int64_t nowMs) {
-    database_.prepare("UPDATE refreshTokens SET usedAt = ? WHERE hash = ?")
-        .bind(1, nowMs)
-        .bindBlob(2, hashOfSecret(secret))
+void TokenTable::confirm(std::int64_t familyId, std::int64_t generation) {
+    database_.prepare("UPDATE families SET confirmed = max(confirmed, ?) WHERE id = ?")
+        .bind(1, generation)
+        .bind(2, familyId)
         .step();
 }
 
-bool TokenTable::supersedeSuccessors(std::string_view secret, const RefreshTokenRow& row) {
-    if (row.usedAt == superseded) return false;
-    Statement laterUse = database_.prepare(
-        "SELECT 1 FROM refreshTokens WHERE familyId = ? AND usedAt >= ? AND hash <> ?");
-    laterUse.bind(1, row.owner.familyId).bind(2, row.usedAt.value_or(0));
-    if (laterUse.bindBlob(3, hashOfSecret(secret)).step()) return false;
-    database_.prepare("UPDATE refreshTokens SET usedAt = ? WHERE familyId = ? AND usedAt IS NULL")
-        .bind(1, superseded)
-        .bind(2, row.owner.familyId)
-        .step();
-    return true;
+void TokenTable::supersedeAfter(std::int64_t familyId, std::int64_t generation) {
+    for (const char* sql :
+         {"UPDATE refreshTokens SET superseded = 1 WHERE familyId = ? AND generation > ?",
+          "DELETE FROM accessTokens WHERE familyId = ? AND generation > ?"}) {
+        database_.prepare(sql).bind(1, familyId).bind(2, generation).step();
+    }
 }
 
 std::optional<std::int64_t> TokenTable::takeHandoff(std::string_view secret, std::int64_t nowMs) {

@@ -16,33 +16,48 @@ struct TokenOwner {
     bool operator==(const TokenOwner&) const = default;
 };
 
+/// Where in the history of its sign-in a token stands. Each refresh makes a new generation.
+struct TokenAge {
+    std::int64_t generation = 0;
+    std::int64_t latest = 0;    ///< generation of the sign-in
+    std::int64_t confirmed = 0; ///< latest generation that is known to have reached its program
+};
+
+struct AccessTokenRow {
+    TokenOwner owner;
+    TokenAge age;
+};
+
 struct RefreshTokenRow {
     TokenOwner owner;
+    TokenAge age;
     std::int64_t expiresAt = 0;
-    std::optional<std::int64_t> usedAt; ///< TokenTable::superseded for one that never was
+    bool isSuperseded = false; ///< an answer that was taken for lost held it
 };
 
 /// Tokens and one-time codes. Only hashes of the secrets are kept, so a stolen file signs nobody
 /// in. Borrows the database; its owner locks. All times in milliseconds since 1970.
 class TokenTable {
   public:
-    /// In the place of a time of use: what replaced the token was asked for without it.
-    static constexpr std::int64_t superseded = -1;
-
     explicit TokenTable(Database& database) : database_(database) {}
 
     [[nodiscard]] std::int64_t startFamily(std::int64_t accountId, std::int64_t nowMs);
-    void addAccess(std::string_view secret, std::int64_t familyId, std::int64_t expiresAt);
-    void addRefresh(std::string_view secret, std::int64_t familyId, std::int64_t expiresAt);
+    /// Begins the next generation of the sign-in and gives its number.
+    [[nodiscard]] std::int64_t startGeneration(std::int64_t familyId);
+    void addAccess(std::string_view secret, std::int64_t familyId, std::int64_t generation,
+                   std::int64_t expiresAt);
+    void addRefresh(std::string_view secret, std::int64_t familyId, std::int64_t generation,
+                    std::int64_t expiresAt);
     void addHandoff(std::string_view secret, std::int64_t accountId, std::int64_t expiresAt);
 
-    [[nodiscard]] std::optional<TokenOwner> accessOwner(std::string_view secret,
-                                                        std::int64_t nowMs);
+    /// Nothing for a token that has expired.
+    [[nodiscard]] std::optional<AccessTokenRow> access(std::string_view secret, std::int64_t nowMs);
     [[nodiscard]] std::optional<RefreshTokenRow> refresh(std::string_view secret);
-    void markRefreshUsed(std::string_view secret, std::int64_t nowMs);
-    /// Makes what followed from a used refresh token worthless, so that presenting it counts as
-    /// theft. False, with nothing changed, if some of it was used.
-    [[nodiscard]] bool supersedeSuccessors(std::string_view secret, const RefreshTokenRow& row);
+    /// Notes that the generation has reached its program.
+    void confirm(std::int64_t familyId, std::int64_t generation);
+    /// Makes the generations after that one worthless; presenting one of their refresh tokens
+    /// counts as theft.
+    void supersedeAfter(std::int64_t familyId, std::int64_t generation);
     /// Removes the code and gives its account, if the code was still valid.
     [[nodiscard]] std::optional<std::int64_t> takeHandoff(std::string_view secret,
                                                           std::int64_t nowMs);
@@ -52,7 +67,8 @@ class TokenTable {
     void dropExpired(std::int64_t nowMs);
 
   private:
-    void add(const char* sql, std::string_view secret, std::int64_t owner, std::int64_t expiresAt);
+    void add(const char* sql, std::string_view secret, std::int64_t familyId,
+             std::int64_t generation, std::int64_t expiresAt);
     Database& database_;
 };
 

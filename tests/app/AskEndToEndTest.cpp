@@ -348,6 +348,22 @@ TEST_F(AskEndToEndTest, TwoAtOnceWithAnExpiredTokenKeepTheSessionAndTheAvatar) {
     }
 }
 
+TEST_F(AskEndToEndTest, KilledBeforeTheAnswerOfItsRefreshItIsStillSignedInAfterwards) {
+    startGateway();
+    signIn();
+    const SlowRefreshRelay relay(m_environment.value("VORQ_API_BASE_URL").toUtf8(), 500ms);
+    m_environment.insert("VORQ_API_BASE_URL", relay.url());
+    replaceStoredToken("expired");
+    const auto process = start(VORQ_PROGRAM, {"ask", "Summarise this"}, material);
+    while (relay.granted() == 0 && process->state() != QProcess::NotRunning)
+        process->waitForFinished(5);
+    process->kill();
+    process->waitForFinished(patience);
+    ASSERT_EQ(process->exitStatus(), QProcess::CrashExit);
+    const Outcome next = ask({"Summarise this"}, material);
+    EXPECT_EQ(next.status, 0) << next.err;
+}
+
 TEST_F(AskEndToEndTest, OnATerminalTheStatusShowsUntilTheReply) {
     startGateway(50);
     signIn();

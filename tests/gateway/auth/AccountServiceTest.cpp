@@ -91,11 +91,87 @@ TEST_F(AccountServiceTest, RefreshGivesANewPairThatWorks) {
     EXPECT_TRUE(service.refresh(second.refreshToken).signedIn);
 }
 
-TEST_F(AccountServiceTest, AUsedRefreshTokenIsRefused) {
+TEST_F(AccountServiceTest, ARefreshTokenThatComesAgainAtOnceIsToBeTriedAgain) {
     const Session first = signIn();
     const Session second = service.refresh(first.refreshToken);
-    EXPECT_EQ(statusOf([&] { return service.refresh(first.refreshToken); }), 401);
+    clock.advanceSeconds(3);
+    try {
+        static_cast<void>(service.refresh(first.refreshToken));
+        FAIL() << "traded it twice";
+    } catch (const ApiError& error) {
+        EXPECT_EQ(error.status, 409);
+        EXPECT_EQ(error.retryAfterSeconds, 7);
+    }
     EXPECT_TRUE(isValid(second));
+    EXPECT_EQ(statusOf([&] { return service.refresh(first.refreshToken); }), 409)
+        << "the other of two programs may have used the answer";
+    EXPECT_TRUE(isValid(second));
+}
+
+TEST_F(AccountServiceTest, UsingTheNewAccessTokenUsesUpTheRefreshToken) {
+    const Session first = signIn();
+    const Session second = service.refresh(first.refreshToken);
+    ASSERT_TRUE(isValid(second));
+    clock.advanceSeconds(kMinute);
+    EXPECT_EQ(statusOf([&] { return service.refresh(first.refreshToken); }), 401);
+    EXPECT_FALSE(isValid(second));
+    EXPECT_EQ(statusOf([&] { return service.refresh(second.refreshToken); }), 401);
+}
+
+TEST_F(AccountServiceTest, UsingTheOldAccessTokenUsesUpNothing) {
+    const Session first = signIn();
+    static_cast<void>(service.refresh(first.refreshToken));
+    ASSERT_TRUE(isValid(first));
+    clock.advanceSeconds(kMinute);
+    EXPECT_TRUE(isValid(service.refresh(first.refreshToken)));
+}
+
+TEST_F(AccountServiceTest, AnAnswerLostWithTheServerIsGivenAnewAtOnce) {
+    const Session first = signIn();
+    const Session lost = service.refresh(first.refreshToken);
+    AccountService restarted(open(folder), clock);
+    const Session again = restarted.refresh(first.refreshToken);
+    EXPECT_TRUE(restarted.identify(again.token).has_value());
+    EXPECT_FALSE(restarted.identify(lost.token).has_value());
+}
+
+TEST_F(AccountServiceTest, ARestartForgetsNoUse) {
+    const Session first = signIn();
+    ASSERT_TRUE(isValid(service.refresh(first.refreshToken)));
+    AccountService restarted(open(folder), clock);
+    EXPECT_EQ(statusOf([&] { return restarted.refresh(first.refreshToken); }), 401);
+}
+
+TEST_F(AccountServiceTest, AUseWhileAnotherProgramHoldsTheFileCountsAsWell) {
+    const Session first = signIn();
+    const Session second = service.refresh(first.refreshToken);
+    {
+        Database other = open(folder);
+        const Transaction transaction(other);
+        EXPECT_TRUE(isValid(second));
+    }
+    clock.advanceSeconds(kMinute);
+    EXPECT_EQ(statusOf([&] { return service.refresh(first.refreshToken); }), 401);
+    EXPECT_FALSE(isValid(second));
+}
+
+TEST_F(AccountServiceTest, SettingTheTimeOfDayBackHidesNoTheft) {
+    const Session first = signIn();
+    const Session second = service.refresh(first.refreshToken);
+    const Session third = service.refresh(second.refreshToken);
+    clock.advanceSeconds(kMinute);
+    clock.setTimeOfDay(-kHour);
+    EXPECT_EQ(statusOf([&] { return service.refresh(first.refreshToken); }), 401);
+    EXPECT_FALSE(isValid(third));
+}
+
+TEST_F(AccountServiceTest, SettingTheTimeOfDayBackDelaysNoAnswerThatWasLost) {
+    const Session first = signIn();
+    static_cast<void>(service.refresh(first.refreshToken));
+    clock.setTimeOfDay(-kHour);
+    EXPECT_EQ(statusOf([&] { return service.refresh(first.refreshToken); }), 409);
+    clock.advanceSeconds(10);
+    EXPECT_TRUE(isValid(service.refresh(first.refreshToken)));
 }
 
 TEST_F(AccountServiceTest, ReuseOfAnOldRefreshTokenEndsTheWholeSignIn) {
@@ -116,6 +192,14 @@ TEST_F(AccountServiceTest, AClientEndedBeforeItsAnswerCameMayRefreshAgain) {
     EXPECT_TRUE(isValid(again));
     clock.advanceSeconds(kMinute);
     EXPECT_TRUE(service.refresh(again.refreshToken).signedIn);
+}
+
+TEST_F(AccountServiceTest, ALostAnswerIsWorthNothingOnceItWasGivenAnew) {
+    const Session first = signIn();
+    const Session lost = service.refresh(first.refreshToken);
+    clock.advanceSeconds(kMinute);
+    EXPECT_TRUE(isValid(service.refresh(first.refreshToken)));
+    EXPECT_FALSE(isValid(lost));
 }
 
 TEST_F(AccountServiceTest, AnAnswerThatWasNotLostAfterAllShowsTheTheft) {

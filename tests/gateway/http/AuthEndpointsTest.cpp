@@ -3,9 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <future>
+#include <thread>
+#include <vector>
+
 namespace vorq::gateway::testing {
 namespace {
 
+using namespace std::chrono_literals;
 using nlohmann::json;
 
 TEST(AuthEndpointsTest, ExchangeAnswersASession) {
@@ -30,8 +36,11 @@ TEST(AuthEndpointsTest, RefreshRotates) {
     EXPECT_EQ(answer.body.at("signedIn"), true);
     EXPECT_NE(answer.body.at("refreshToken"), gateway.refreshToken);
     const Answer reused = gateway.post("/auth/refresh", body);
-    EXPECT_EQ(reused.status, 401);
+    EXPECT_EQ(reused.status, 409);
     EXPECT_TRUE(reused.body.at("error").is_string());
+    const auto wait = reused.headers.find("Retry-After");
+    ASSERT_NE(wait, reused.headers.end());
+    EXPECT_EQ(wait->second, "10");
 }
 
 TEST(AuthEndpointsTest, SignOutTakesNoBodyAndEndsTheToken) {
@@ -113,7 +122,19 @@ TEST(AuthEndpointsTest, AStateFileThatIsBusyIsSaidAndTheTokenStaysGood) {
     {
         Database other(stateFile(gateway.folder.path() / "state"));
         const Transaction transaction(other);
+        const auto begin = std::chrono::steady_clock::now();
+        const auto refresh = [&gateway] {
+            return gateway.post("/auth/refresh", {{"refreshToken", gateway.refreshToken}});
+        };
+        std::vector<std::future<Answer>> waiting;
+        for (int i = 0; i < 3; ++i)
+            waiting.push_back(std::async(std::launch::async, refresh));
+        std::this_thread::sleep_for(200ms);
         EXPECT_EQ(gateway.post("/ai/prompt", {{"prompt", "hello"}}).status, 200);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 4s) << "a prompt waits for none";
+        for (std::future<Answer>& each : waiting)
+            EXPECT_EQ(each.get().status, 503);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 9s) << "each waits for itself";
         const Answer answer =
             gateway.post("/auth/refresh", {{"refreshToken", gateway.refreshToken}});
         EXPECT_EQ(answer.status, 503);

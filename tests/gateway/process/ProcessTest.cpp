@@ -258,6 +258,9 @@ TEST_F(ProcessTest, KillingItWhileItWritesLeavesTheDatabaseWhole) {
         killer.join();
         EXPECT_EQ(server.wait(), 128 + SIGKILL);
         expectWholeDatabase();
+        const ChildProcess restarted = serve();
+        const json answer = post("/auth/refresh", {{"refreshToken", refresh}});
+        EXPECT_TRUE(answer.value("signedIn", false)) << answer.dump();
     }
     ChildProcess server = serve();
     EXPECT_FALSE(signIn().empty());

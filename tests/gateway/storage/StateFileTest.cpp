@@ -58,8 +58,38 @@ TEST_F(StateFileTest, OpensAgainWithWhatWasStored) {
     }
     Database database = open();
     EXPECT_EQ(number(database, "SELECT count(*) FROM accounts"), 1);
-    EXPECT_EQ(number(database, "PRAGMA user_version"), 1);
+    EXPECT_EQ(number(database, "PRAGMA user_version"), 2);
     EXPECT_TRUE(notices.empty());
+}
+
+TEST_F(StateFileTest, SignInsOfTheFirstVersionKeepTheirOrder) {
+    fs::create_directories(folder);
+    {
+        Database old(stateFile(folder));
+        old.execute(R"(
+            CREATE TABLE accounts (id INTEGER PRIMARY KEY, isLocal INTEGER, email TEXT);
+            CREATE TABLE families (id INTEGER PRIMARY KEY, accountId INTEGER, createdAt INTEGER);
+            CREATE TABLE accessTokens (hash BLOB PRIMARY KEY, familyId INTEGER, expiresAt INTEGER)
+                WITHOUT ROWID;
+            CREATE TABLE refreshTokens (hash BLOB PRIMARY KEY, familyId INTEGER, expiresAt INTEGER,
+                usedAt INTEGER) WITHOUT ROWID;
+            INSERT INTO families VALUES (1, 1, 0), (2, 1, 0), (3, 1, 0);
+            INSERT INTO refreshTokens VALUES ('new', 1, 9, NULL), ('old', 1, 9, 100),
+                ('older', 1, 9, 50), ('lost', 1, 9, -1), ('only', 2, 9, NULL);
+            PRAGMA user_version = 1;
+        )");
+    }
+    Database database = open();
+    const auto generation = [&](const std::string& hash) {
+        return number(database, "SELECT generation FROM refreshTokens WHERE hash = '" + hash + "'");
+    };
+    EXPECT_LT(generation("older"), generation("old"));
+    EXPECT_LT(generation("old"), generation("new"));
+    EXPECT_EQ(number(database, "SELECT latest FROM families WHERE id = 1"), generation("new"));
+    EXPECT_EQ(number(database, "SELECT confirmed FROM families WHERE id = 1"), generation("old"));
+    EXPECT_EQ(number(database, "SELECT count(*) FROM refreshTokens WHERE superseded = 1"), 1);
+    EXPECT_EQ(number(database, "SELECT latest FROM families WHERE id = 2"), generation("only"));
+    EXPECT_EQ(number(database, "SELECT latest FROM families WHERE id = 3"), 0);
 }
 
 TEST_F(StateFileTest, AFileThatIsNoDatabaseIsKeptBesideAndSaid) {
