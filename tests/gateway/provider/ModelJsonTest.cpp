@@ -25,13 +25,24 @@ ProviderChain writing(const std::string& reply, const char* finish = "stop") {
     });
 }
 
-/// The option that a quiz of this one question marks as right; nothing if it is dropped.
-std::optional<std::string> rightOption(const std::string& question) {
-    ProviderChain chain = writing("{\"primer\": \"p\", \"questions\": [" + question + "]}");
+/// The options that a quiz of these questions, asked of the gateway, marks as right; those of
+/// questions that it dropped are missing.
+std::vector<std::string> rightOptions(const std::vector<std::string>& questions) {
+    std::string list;
+    for (const std::string& question : questions)
+        list += (list.empty() ? "" : ", ") + question;
+    ProviderChain chain = writing("{\"primer\": \"p\", \"questions\": [" + list + "]}");
     const json body = chain.gateway->post("/ai/quiz", {{"text", "t"}}).body;
-    if (body.contains("error")) return std::nullopt;
-    const json& entry = body.at("questions").at(0);
-    return entry.at("options").at(entry.at("answerIndex").get<std::size_t>()).get<std::string>();
+    std::vector<std::string> right;
+    for (const json& entry : body.value("questions", json::array())) {
+        right.push_back(entry.at("options").at(entry.at("answerIndex").get<std::size_t>()));
+    }
+    return right;
+}
+
+std::optional<std::string> rightOption(const std::string& question) {
+    const std::vector<std::string> right = rightOptions({question});
+    return right.empty() ? std::nullopt : std::optional(right.front());
 }
 
 std::string questionWith(const std::string& options, const std::string& answer) {
@@ -71,25 +82,30 @@ TEST(ModelJsonTest, LabelsInFrontOfOptionsAreNoPartOfThem) {
 }
 
 TEST(ModelJsonTest, AnAnswerMayBeNamedInManyWays) {
-    for (const char* answer :
-         {R"("answerIndex": 1)", R"("answerIndex": 1.0)", R"("answerIndex": "1")",
-          R"("answer_index": 1)", R"("correctIndex": 1)", R"("correct_answer": "B")",
-          R"("correctAnswer": "y")", R"("answerIndex": "b")", R"("answer": "b")",
-          R"~("answer": "B)")~", R"("answer": "B.")", R"~("answer": "(b)")~", R"("answer": "B) y")",
-          R"("answer": "Option B")", R"("answer": "Y")", R"("answer": " y ")", R"("answer": 1)",
-          R"("correct": "B: y")", R"("answer": "Answer: B")"}) {
-        EXPECT_EQ(rightOption(questionWith(R"(["x", "y", "z"])", answer)), "y") << answer;
-    }
+    const std::vector<std::string> answers = {
+        R"("answerIndex": 1)",     R"("answerIndex": 1.0)",   R"("answerIndex": "1")",
+        R"("answer_index": 1)",    R"("correctIndex": 1)",    R"("correct_answer": "B")",
+        R"("correctAnswer": "y")", R"("answerIndex": "b")",   R"("answer": "b")",
+        R"~("answer": "B)")~",     R"("answer": "B.")",       R"~("answer": "(b)")~",
+        R"("answer": "B) y")",     R"("answer": "Option B")", R"("answer": "Y")",
+        R"("answer": " y ")",      R"("answer": 1)",          R"("correct": "B: y")",
+        R"("answer": "Answer: B")"};
+    std::vector<std::string> questions;
+    for (const std::string& answer : answers)
+        questions.push_back(questionWith(R"(["x", "y", "z"])", answer));
+    EXPECT_EQ(rightOptions(questions), std::vector<std::string>(answers.size(), "y"));
 }
 
 TEST(ModelJsonTest, AnAnswerThatIsNoneDropsItsQuestion) {
+    std::vector<std::string> questions = {questionWith(R"(["good", "y"])", R"("answer": 0)")};
     for (const char* answer :
          {R"("answerIndex": 3)", R"("answerIndex": -1)", R"("answerIndex": 1.5)",
           R"("answerIndex": 1e300)", R"("answer": "D")", R"("answer": "w")", R"("answer": "")",
           R"("answer": null)", R"("answer": {})", R"("answerIndex": "99999999999999999999")",
           R"("answer": "because")", R"("other": 1)"}) {
-        EXPECT_EQ(rightOption(questionWith(R"(["x", "y", "z"])", answer)), std::nullopt) << answer;
+        questions.push_back(questionWith(R"(["x", "y", "z"])", answer));
     }
+    EXPECT_EQ(rightOptions(questions), std::vector<std::string>({"good"}));
 }
 
 TEST(ModelJsonTest, ABrokenWholeReplyIsReadAllTheSame) {

@@ -45,7 +45,7 @@ TEST(ProviderTransferTest, CommentsOfTheProviderAreSignsOfLife) {
             peer.streamHead();
             for (int i = 0; i < 10; ++i) {
                 peer.send(": OPENROUTER PROCESSING\n\n");
-                std::this_thread::sleep_for(milliseconds(150));
+                std::this_thread::sleep_for(milliseconds(100));
             }
             peer.delta("At last.");
             peer.send("data: [DONE]\n\n");
@@ -62,7 +62,7 @@ TEST(ProviderTransferTest, ThoughtsAreSignsOfLife) {
                 for (int i = 0; i < 10; ++i) {
                     peer.send("data: " + json({{"choices", {{{"delta", {{key, "hm"}}}}}}}).dump() +
                               "\n\n");
-                    std::this_thread::sleep_for(milliseconds(150));
+                    std::this_thread::sleep_for(milliseconds(100));
                 }
                 peer.delta("Thought.");
                 peer.send("data: [DONE]\n\n");
