@@ -48,8 +48,9 @@ inline constexpr auto fieldsOf<HubAIChat> = std::to_array<Field>({
     required<&HubAIChat::updatedAt>("updatedAt"),
 });
 
-std::optional<std::vector<HubAIChat>> decodeHubAIChats(JsonFile file) {
-    return decodedFile<HubAIChat>(file);
+std::optional<std::vector<HubAIChat>> decodeHubAIChats(JsonFile file,
+                                                       const RecordHook<HubAIChat>& hook) {
+    return decodedFile<HubAIChat>(file, {}, hook);
 }
 
 QByteArray encode(const std::vector<HubAIChat>& chats) {

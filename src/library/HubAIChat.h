@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/JsonFile.h"
+#include "library/RecordHook.h"
 #include "support/Date.h"
 #include "support/JsonWriter.h"
 #include "support/VorqFollowUp.h"
@@ -63,7 +64,8 @@ struct HubAIChat {
 };
 
 /// All chats of a file. Nothing if any of it does not fit.
-[[nodiscard]] std::optional<std::vector<HubAIChat>> decodeHubAIChats(JsonFile file);
+[[nodiscard]] std::optional<std::vector<HubAIChat>>
+decodeHubAIChats(JsonFile file, const RecordHook<HubAIChat>& hook = {});
 [[nodiscard]] QByteArray encode(const std::vector<HubAIChat>& chats);
 /// The same piece by piece.
 void encode(const std::vector<HubAIChat>& chats, const JsonWriter::Sink& put);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/RecordHook.h"
 #include "library/RecordReader.h"
 #include "support/JsonWriter.h"
 
@@ -88,13 +89,28 @@ template<typename Entry>
     return reader.readArray(value, readEntry<Entry>, &list);
 }
 
+template<typename Record>
+struct HookedList {
+    const RecordHook<Record>& hook;
+    std::vector<Record> records = {};
+};
+
+template<typename Record>
+[[nodiscard]] bool readHooked(RecordReader& reader, JsonValue& value, void* list) {
+    auto& [hook, records] = *static_cast<HookedList<Record>*>(list);
+    if (!read(reader, value, records.emplace_back())) return false;
+    if (hook) hook(records.back());
+    return true;
+}
+
 /// A whole file of the library. Nothing if any of it does not fit.
 template<HasFields Record>
-[[nodiscard]] std::optional<std::vector<Record>> decodedFile(JsonFile& file, Date now = {}) {
-    std::vector<Record> records;
-    const auto clear = [](void* list) { static_cast<std::vector<Record>*>(list)->clear(); };
-    if (!RecordReader(now).readFile(file, readEntry<Record>, clear, &records)) return std::nullopt;
-    return records;
+[[nodiscard]] std::optional<std::vector<Record>> decodedFile(JsonFile& file, Date now = {},
+                                                             const RecordHook<Record>& hook = {}) {
+    HookedList<Record> list{hook};
+    const auto clear = [](void* held) { static_cast<HookedList<Record>*>(held)->records.clear(); };
+    if (!RecordReader(now).readFile(file, readHooked<Record>, clear, &list)) return std::nullopt;
+    return std::move(list.records);
 }
 
 // Writing

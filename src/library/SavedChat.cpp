@@ -22,8 +22,9 @@ inline constexpr auto fieldsOf<SavedChat> = std::to_array<Field>({
     required<&SavedChat::title>("title"),
 });
 
-std::optional<std::vector<SavedChat>> decodeSavedChats(JsonFile file) {
-    return decodedFile<SavedChat>(file);
+std::optional<std::vector<SavedChat>> decodeSavedChats(JsonFile file,
+                                                       const RecordHook<SavedChat>& hook) {
+    return decodedFile<SavedChat>(file, {}, hook);
 }
 
 QByteArray encode(const std::vector<SavedChat>& chats) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/JsonFile.h"
+#include "library/RecordHook.h"
 #include "support/Date.h"
 #include "support/JsonWriter.h"
 
@@ -37,7 +38,8 @@ struct SavedChat {
 };
 
 /// All chats of a file. Nothing if any of it does not fit.
-[[nodiscard]] std::optional<std::vector<SavedChat>> decodeSavedChats(JsonFile file);
+[[nodiscard]] std::optional<std::vector<SavedChat>>
+decodeSavedChats(JsonFile file, const RecordHook<SavedChat>& hook = {});
 [[nodiscard]] QByteArray encode(const std::vector<SavedChat>& chats);
 /// The same piece by piece.
 void encode(const std::vector<SavedChat>& chats, const JsonWriter::Sink& put);

@@ -28,8 +28,9 @@ inline constexpr auto fieldsOf<SavedNote> = std::to_array<Field>({
     defaulted<&SavedNote::thoughtsRTF>("thoughtsRTF"),
 });
 
-std::optional<std::vector<SavedNote>> decodeSavedNotes(JsonFile file) {
-    return decodedFile<SavedNote>(file);
+std::optional<std::vector<SavedNote>> decodeSavedNotes(JsonFile file,
+                                                       const RecordHook<SavedNote>& hook) {
+    return decodedFile<SavedNote>(file, {}, hook);
 }
 
 QByteArray encode(const std::vector<SavedNote>& notes) {

@@ -2,6 +2,7 @@
 
 #include "library/HubArea.h"
 #include "library/JsonFile.h"
+#include "library/RecordHook.h"
 #include "support/Date.h"
 #include "support/JsonWriter.h"
 
@@ -37,7 +38,8 @@ struct SavedNote {
 };
 
 /// All notes of a file. Nothing if any of it does not fit; what older files lack has its default.
-[[nodiscard]] std::optional<std::vector<SavedNote>> decodeSavedNotes(JsonFile file);
+[[nodiscard]] std::optional<std::vector<SavedNote>>
+decodeSavedNotes(JsonFile file, const RecordHook<SavedNote>& hook = {});
 [[nodiscard]] QByteArray encode(const std::vector<SavedNote>& notes);
 /// The same piece by piece.
 void encode(const std::vector<SavedNote>& notes, const JsonWriter::Sink& put);
