@@ -99,15 +99,10 @@ QString joined(const std::vector<Paragraph>& paragraphs) {
 
 QString markdownOfDocument(const NoteRichText& document) {
     std::vector<Paragraph> paragraphs;
-    const QString& text = document.text();
-    for (qsizetype start = 0; start < text.size();) {
-        const qsizetype found = text.indexOf(u'\n', start);
-        const qsizetype end = found < 0 ? text.size() : found;
-        const NoteRichText paragraph = document.sliced(start, end - start);
+    for (const NoteRichText& paragraph : document.paragraphs()) {
         const bool isCode = !paragraph.isEmpty() && paragraph.attributesAt(0).style == Style::Mono;
         if (isCode || !trimmed(paragraph.text()).isEmpty())
             paragraphs.push_back(markdownOf(paragraph));
-        start = end + 1;
     }
     return joined(paragraphs);
 }

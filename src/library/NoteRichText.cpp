@@ -76,4 +76,23 @@ NoteRichText NoteRichText::sliced(qsizetype start, qsizetype length) const {
     return piece;
 }
 
+std::vector<NoteRichText> NoteRichText::paragraphs() const {
+    std::vector<NoteRichText> paragraphs(1);
+    qsizetype start = 0;
+    for (const Run& run : m_runs) {
+        const qsizetype end = start + run.length;
+        while (start < end) {
+            const QStringView rest = QStringView(m_text).sliced(start, end - start);
+            const qsizetype found = rest.indexOf(u'\n');
+            const qsizetype cut = found < 0 ? end : start + found;
+            paragraphs.back().append(rest.first(cut - start), run.attributes);
+            if (cut == end) break;
+            paragraphs.emplace_back();
+            start = cut + 1;
+        }
+        start = end;
+    }
+    return paragraphs;
+}
+
 } // namespace vorq

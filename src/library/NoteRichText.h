@@ -101,6 +101,9 @@ class NoteRichText {
 
     [[nodiscard]] NoteRichText sliced(qsizetype start, qsizetype length) const;
 
+    /// Its paragraphs without the line feeds between them; linear in the text and the runs.
+    [[nodiscard]] std::vector<NoteRichText> paragraphs() const;
+
     bool operator==(const NoteRichText&) const = default;
 
   private:
