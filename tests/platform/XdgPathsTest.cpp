@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <pwd.h>
+#include <unistd.h>
+
 namespace vorq {
 namespace {
 
@@ -22,6 +25,16 @@ TEST(XdgPaths, IgnoresUnsetAndRelativeValues) {
     EXPECT_EQ(paths.applicationSupportFolder(), QDir::homePath() + "/.local/share");
     EXPECT_EQ(paths.settingsFolder(), QDir::homePath() + "/.config/Vorq");
     qunsetenv("XDG_CONFIG_HOME");
+}
+
+TEST(XdgPaths, AnEmptyEnvironmentIsNoReasonToWriteIntoTheRoot) {
+    const QByteArray home = qgetenv("HOME");
+    qunsetenv("HOME");
+    const QString found = userHome();
+    const QString data = XdgPaths().applicationSupportFolder();
+    qputenv("HOME", home);
+    EXPECT_EQ(found, QString(::getpwuid(::geteuid())->pw_dir));
+    EXPECT_EQ(data, found + "/.local/share");
 }
 
 TEST(XdgPaths, TheCacheIsThatOfTheProgram) {

@@ -1,5 +1,7 @@
 #include "platform/linux/DesktopEntries.h"
 
+#include "platform/linux/XdgPaths.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
@@ -78,7 +80,7 @@ QStringList DesktopEntries::standardFolders() {
         const QString value = qEnvironmentVariable(variable);
         return value.isEmpty() ? fallback : value;
     };
-    QStringList folders{valueOr("XDG_DATA_HOME", QDir::homePath() + "/.local/share")};
+    QStringList folders{valueOr("XDG_DATA_HOME", userHome() + "/.local/share")};
     folders += valueOr("XDG_DATA_DIRS", QStringLiteral("/usr/local/share:/usr/share"))
                    .split(u':', Qt::SkipEmptyParts);
     for (QString& folder : folders)

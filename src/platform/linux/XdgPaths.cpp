@@ -2,7 +2,11 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+
+#include <pwd.h>
+#include <unistd.h>
 
 namespace vorq {
 namespace {
@@ -16,7 +20,7 @@ QString folderFromEnvironment(const char* variable, const QString& fallback) {
 } // namespace
 
 QString XdgPaths::home() const {
-    return QDir::homePath();
+    return userHome();
 }
 
 QString XdgPaths::executableFolder() const {
@@ -38,6 +42,14 @@ QString XdgPaths::settingsFolder() const {
 // Qt keeps its compiled pages there, under the name of the program.
 QString XdgPaths::cacheFolder() const {
     return folderFromEnvironment("XDG_CACHE_HOME", home() + "/.cache") + "/vorq";
+}
+
+// Without the variable, the folder that Qt gives is the root of the file system.
+QString userHome() {
+    const passwd* const user =
+        qEnvironmentVariableIsEmpty("HOME") ? ::getpwuid(::geteuid()) : nullptr;
+    if (user == nullptr || user->pw_dir == nullptr || *user->pw_dir != '/') return QDir::homePath();
+    return QDir::cleanPath(QFile::decodeName(user->pw_dir));
 }
 
 QString configurationFolder(const AppPaths& paths) {

@@ -15,6 +15,9 @@ class XdgPaths final : public AppPaths {
     [[nodiscard]] QString cacheFolder() const override;
 };
 
+/// The user's home folder: HOME, or without that what the system knows of the user.
+[[nodiscard]] QString userHome();
+
 /// The user's configuration folder, in which Vorq has one of its own.
 [[nodiscard]] QString configurationFolder(const AppPaths& paths);
 
