@@ -12,6 +12,7 @@ namespace vorq {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -153,6 +154,26 @@ TEST_F(LibrarySyncTest, AListInStepIsNotWrittenAgain) {
     EXPECT_TRUE(waitFor([this] { return textsInMemory().size() == 2; }));
     QTest::qWait(50);
     EXPECT_EQ(contentOf("saved-notes.json"), written);
+}
+
+TEST_F(LibrarySyncTest, AFolderThatIsReplacedIsWatchedAsTheOneBefore) {
+    keepNote("old");
+    state().watchLibrary();
+    const QString data = m_paths.applicationSupportFolder();
+    for (const QString& moved : {data + "/Vorq/Library", data + "/Vorq"}) {
+        ASSERT_TRUE(QDir().rename(moved, moved + " of before"));
+        QTest::qWait(50);
+        EXPECT_THAT(textsInMemory(), Contains("old")) << "what is away is not lost";
+        const auto number = QString::number(moved.size());
+        QDir().mkpath(data + "/Vorq/Library");
+        QTest::qWait(50);
+        keepNote("restored " + number);
+        EXPECT_TRUE(waitFor([&] { return textsInMemory().contains("restored " + number); }));
+        keepNote("later " + number);
+        EXPECT_TRUE(waitFor([&] { return textsInMemory().contains("later " + number); }));
+        keepNote("old");
+        EXPECT_TRUE(waitFor([&] { return textsInMemory().contains("old"); }));
+    }
 }
 
 TEST_F(LibrarySyncTest, ASaveThatAnotherProgramHoldsUpFollows) {
