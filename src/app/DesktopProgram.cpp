@@ -121,6 +121,7 @@ int DesktopProgram::run(const DesktopArguments& arguments, const VerbSource& sou
     registerUrlScheme();
     const int status = QCoreApplication::exec();
     m_delegate.applicationWillTerminate();
+    m_state.finishLibrary();
     settleSession(m_state.account(), m_clock, settleLimit);
     return status;
 }

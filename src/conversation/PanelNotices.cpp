@@ -8,10 +8,10 @@
 namespace vorq {
 namespace panel_notices {
 
-static constexpr auto fixed =
-    std::to_array<QStringView>({savedToHistory, nothingToSave, noChatToSave, noReplyToSave,
-                                noResearchToSave, savedToNotes, notSavedToNotes, noteUpdated,
-                                libraryArchived, noNotes, noNoteLoaded, noteIsEmpty, noFlashcards});
+static constexpr auto fixed = std::to_array<QStringView>(
+    {savedToHistory, nothingToSave, noChatToSave, noReplyToSave, noResearchToSave, savedToNotes,
+     notSavedToNotes, noteUpdated, libraryArchived, noNotes, noNoteLoaded, noteIsEmpty,
+     noFlashcards, flashcardsSaved});
 
 static bool announceFlashcards(QStringView text) {
     const QStringView line = firstLine(text);

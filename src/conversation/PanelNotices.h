@@ -25,6 +25,7 @@ inline constexpr QStringView noNoteLoaded =
 inline constexpr QStringView noteIsEmpty = u"That note is empty — nothing to make flashcards from.";
 inline constexpr QStringView noFlashcards =
     u"I couldn’t build flashcards from that note. Try enriching it first.";
+inline constexpr QStringView flashcardsSaved = u"The flashcards are saved on your note.";
 
 /// What comes before and after the number of cards, at the beginning of their announcement.
 inline constexpr QStringView flashcardsBefore = u"Here are ";

@@ -44,13 +44,29 @@ void HubState::reloadHubAIChats(std::vector<HubAIChat> chats) {
     m_chats.replace(std::move(chats));
 }
 
+std::vector<HubAIChat> HubState::loadHubAIChats() {
+    std::vector<HubAIChat> chats = m_chatFile.load(m_chats.records());
+    follow(std::nullopt);
+    return chats;
+}
+
 void HubState::persistHubAIChats() {
-    if (auto changed = m_chatFile.save(m_chats.records())) m_chats.replace(*std::move(changed));
+    follow(m_chatFile.save(m_chats.records()));
 }
 
 void HubState::takeInChanges() {
-    if (auto changed = m_chatFile.takeIn(m_chats.records())) m_chats.replace(*std::move(changed));
+    follow(m_chatFile.takeIn(m_chats.records()));
     if (m_chatFile.isDue()) persistHubAIChats();
+}
+
+bool HubState::retrySaves(std::chrono::milliseconds patience, bool isLast) {
+    follow(m_chatFile.retry(m_chats.records(), patience, isLast));
+    return !m_chatFile.unsaved();
+}
+
+void HubState::follow(std::optional<std::vector<HubAIChat>> changed) {
+    if (changed) m_chats.replace(*std::move(changed));
+    if (m_chatFile.unsaved()) emit savesAreDue();
 }
 
 void HubState::setHubTasksLayout(HubTasksLayout layout) {

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QString>
 
+#include <chrono>
 #include <optional>
 
 namespace vorq {
@@ -36,10 +37,11 @@ class HubState final : public QObject {
     [[nodiscard]] const HubChatList& hubAIChats() const { return m_chats; }
     [[nodiscard]] HubChatList* chatModel() { return &m_chats; }
 
-    /// The chats as they stand in the file.
-    [[nodiscard]] std::vector<HubAIChat> loadHubAIChats() {
-        return m_chatFile.load(m_chats.records());
-    }
+    /// Tries again to write what could not be written. False if it still cannot.
+    bool retrySaves(std::chrono::milliseconds patience, bool isLast);
+
+    /// The chats as they stand in the file, with what is not written yet.
+    [[nodiscard]] std::vector<HubAIChat> loadHubAIChats();
     /// Takes in the chats of the file and those that join them, the latest first. Of what is not
     /// saved only the active chat stays, before all others.
     void reloadHubAIChats(std::vector<HubAIChat> chats);
@@ -67,6 +69,8 @@ class HubState final : public QObject {
 
   signals:
     void changed();
+    /// Something could not be written, or is in memory alone; it is for retrySaves().
+    void savesAreDue();
 
   private:
     template<typename Value>
@@ -75,6 +79,8 @@ class HubState final : public QObject {
         field = value;
         emit changed();
     }
+
+    void follow(std::optional<std::vector<HubAIChat>> changed);
 
     Defaults& m_defaults;
     LibraryFile<HubAIChat> m_chatFile;

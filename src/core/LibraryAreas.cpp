@@ -9,6 +9,11 @@
 namespace vorq {
 namespace {
 
+using namespace std::chrono_literals;
+
+// A program that ends has no window that could hang.
+constexpr std::chrono::milliseconds patienceAtEnd = 5s;
+
 const QString migratedKey = QStringLiteral("vorq.migratedPanelChatsToHub.v1");
 
 } // namespace
@@ -20,7 +25,14 @@ LibraryAreas::LibraryAreas(Clock& clock, Defaults& defaults,
       m_library(m_store, clock),
       m_hub(defaults, m_store),
       m_tasks(m_store, clock),
-      m_trackers(m_store, clock) {}
+      m_trackers(m_store, clock),
+      m_retries(clock, [this] { return retrySaves(0ms, false); }) {
+    const auto retryLater = [this] { m_retries.request(); };
+    QObject::connect(&m_library, &LibraryState::savesAreDue, &m_library, retryLater);
+    QObject::connect(&m_hub, &HubState::savesAreDue, &m_hub, retryLater);
+    QObject::connect(&m_tasks, &TaskState::savesAreDue, &m_tasks, retryLater);
+    QObject::connect(&m_trackers, &TrackerState::savesAreDue, &m_trackers, retryLater);
+}
 
 void LibraryAreas::reloadLibrary() {
     m_isLoaded = true;
@@ -42,6 +54,27 @@ void LibraryAreas::watchLibrary() {
     if (!m_isLoaded) reloadLibrary();
     m_watch.emplace(m_store.folder(), [this] { takeInChanges(); });
     takeInChanges();
+}
+
+void LibraryAreas::finish() {
+    if (m_isLoaded) retrySaves(patienceAtEnd, true);
+}
+
+void LibraryAreas::setNoticeHandler(std::function<void(const QString& sentence)> notice) {
+    QObject::connect(&m_library, &LibraryState::noticed, &m_library, std::move(notice));
+}
+
+bool LibraryAreas::retrySaves(std::chrono::milliseconds patience, bool isLast) {
+    bool areSaved = true;
+    // Who waited in vain for one list does not wait for the next.
+    const auto retry = [&](auto& area) {
+        if (!area.retrySaves(areSaved ? patience : 0ms, isLast)) areSaved = false;
+    };
+    retry(m_library);
+    retry(m_hub);
+    retry(m_tasks);
+    retry(m_trackers);
+    return areSaved;
 }
 
 void LibraryAreas::takeInChanges() {

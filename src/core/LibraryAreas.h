@@ -3,10 +3,13 @@
 #include "core/HubState.h"
 #include "core/LibraryState.h"
 #include "core/LibraryWatch.h"
+#include "core/SaveRetries.h"
 #include "core/TaskState.h"
 #include "core/TrackerState.h"
 #include "library/LibraryStore.h"
 
+#include <chrono>
+#include <functional>
 #include <optional>
 
 namespace vorq {
@@ -21,8 +24,16 @@ class LibraryAreas final {
     /// Takes up the settings of the areas; reads no file of the library.
     void restore() { m_hub.restore(); }
 
-    /// Reads all files anew and carries over what older versions left.
+    /// Reads all files anew and carries over what older versions left. What is better in memory
+    /// than in its file stays.
     void reloadLibrary();
+
+    /// Writes what could not be written so far, for the last time: the program ends. Blocks for
+    /// some seconds while another program holds the library.
+    void finish();
+
+    /// How the user is told of damaged files; a sentence each.
+    void setNoticeHandler(std::function<void(const QString& sentence)> notice);
 
     /// From now on, what other programs change in the files is taken in when it happens, not only
     /// with the next save.
@@ -42,6 +53,7 @@ class LibraryAreas final {
         return area;
     }
     void takeInChanges();
+    bool retrySaves(std::chrono::milliseconds patience, bool isLast);
     [[nodiscard]] std::vector<SavedChat> legacyPanelChats();
     [[nodiscard]] bool isInFile(const std::vector<HubAIChat>& chats) const;
 
@@ -52,6 +64,7 @@ class LibraryAreas final {
     TaskState m_tasks;
     TrackerState m_trackers;
     bool m_isLoaded = false;
+    SaveRetries m_retries;
     std::optional<LibraryWatch> m_watch;
 };
 

@@ -8,6 +8,8 @@
 #include "support/StableSort.h"
 #include "support/Text.h"
 
+#include <utility>
+
 namespace vorq {
 namespace {
 
@@ -22,6 +24,17 @@ std::vector<Record> newestFirst(std::vector<Record> records) {
 template<typename Record>
 void follow(RecordList<Record>& list, std::optional<std::vector<Record>> changed) {
     if (changed) list.replace(newestFirst(*std::move(changed)));
+}
+
+std::optional<QString> sentenceOn(const std::optional<SaveFailure>& failure) {
+    if (!failure) return std::nullopt;
+    return QStringLiteral("Not saved yet: %1. Vorq keeps trying.").arg(failure->reason);
+}
+
+QString keptSentence(QStringView file, const QString& kept) {
+    return QStringLiteral("The file %1 was damaged. Vorq made it anew from what it had in memory "
+                          "and keeps the damaged one beside it as %2.")
+        .arg(file, kept);
 }
 
 // The line that may stand as the seed of a note with this body; "" if none may.
@@ -47,13 +60,31 @@ void LibraryState::setLibraryMessage(const QString& message) {
 void LibraryState::reload() {
     m_chats.replace(newestFirst(m_chatFile.load(m_chats.records())));
     m_notes.replace(newestFirst(m_noteFile.load(m_notes.records())));
+    tellWhatBecame();
 }
 
 void LibraryState::takeInChanges() {
     follow(m_chats, m_chatFile.takeIn(m_chats.records()));
     follow(m_notes, m_noteFile.takeIn(m_notes.records()));
-    if (m_chatFile.isDue()) saveChats();
-    if (m_noteFile.isDue()) saveNotes();
+    if (m_chatFile.isDue()) follow(m_chats, m_chatFile.save(m_chats.records()));
+    if (m_noteFile.isDue()) follow(m_notes, m_noteFile.save(m_notes.records()));
+    tellWhatBecame();
+}
+
+bool LibraryState::retrySaves(std::chrono::milliseconds patience, bool isLast) {
+    follow(m_chats, m_chatFile.retry(m_chats.records(), patience, isLast));
+    if (m_chatFile.unsaved()) patience = {};
+    follow(m_notes, m_noteFile.retry(m_notes.records(), patience, isLast));
+    tellWhatBecame();
+    return !m_chatFile.unsaved() && !m_noteFile.unsaved();
+}
+
+std::optional<QString> LibraryState::notesUnsaved() const {
+    return sentenceOn(m_noteFile.unsaved());
+}
+
+std::optional<QString> LibraryState::chatsUnsaved() const {
+    return sentenceOn(m_chatFile.unsaved());
 }
 
 QUuid LibraryState::createBlankNote(const QString& title, HubArea area) {
@@ -121,10 +152,28 @@ void LibraryState::clearChats() {
 
 void LibraryState::saveNotes() {
     follow(m_notes, m_noteFile.save(m_notes.records()));
+    tellWhatBecame();
 }
 
 void LibraryState::saveChats() {
     follow(m_chats, m_chatFile.save(m_chats.records()));
+    tellWhatBecame();
+}
+
+void LibraryState::tellWhatBecame() {
+    const bool areNotesUnsaved = m_noteFile.unsaved().has_value();
+    const bool areChatsUnsaved = m_chatFile.unsaved().has_value();
+    const bool areNotesSaved =
+        std::exchange(m_wereNotesUnsaved, areNotesUnsaved) && !areNotesUnsaved;
+    const bool areChatsSaved =
+        std::exchange(m_wereChatsUnsaved, areChatsUnsaved) && !areChatsUnsaved;
+    if (const auto kept = m_noteFile.releaseKeptName())
+        emit noticed(keptSentence(LibraryStore::notesFile, *kept));
+    if (const auto kept = m_chatFile.releaseKeptName())
+        emit noticed(keptSentence(LibraryStore::chatsFile, *kept));
+    if (areNotesSaved) emit notesSaved();
+    if (areChatsSaved) emit chatsSaved();
+    if (areNotesUnsaved || areChatsUnsaved) emit savesAreDue();
 }
 
 } // namespace vorq

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QString>
 
+#include <chrono>
 #include <optional>
 
 namespace vorq {
@@ -35,11 +36,19 @@ class LibraryState final : public QObject {
     [[nodiscard]] const QString& libraryMessage() const { return m_message; }
     void setLibraryMessage(const QString& message);
 
-    /// Takes in the chats and the notes as they stand in their files, the newest first.
+    /// Takes in the chats and the notes as they stand in their files, the newest first. What is
+    /// better in memory stays: what is not written yet, and the list of a file that does not read.
     void reload();
 
     /// Takes in what other programs have changed in the files since.
     void takeInChanges();
+
+    /// Tries again to write what could not be written. False if something still cannot.
+    bool retrySaves(std::chrono::milliseconds patience, bool isLast);
+
+    // Why the latest notes or chats are not on the disk, as a sentence; nothing if they are.
+    [[nodiscard]] std::optional<QString> notesUnsaved() const;
+    [[nodiscard]] std::optional<QString> chatsUnsaved() const;
 
     /// Makes a note at the top of the list and gives its id.
     QUuid createBlankNote(const QString& title, HubArea area);
@@ -67,16 +76,26 @@ class LibraryState final : public QObject {
 
   signals:
     void libraryMessageChanged();
+    /// Something could not be written, or is in memory alone; it is for retrySaves().
+    void savesAreDue();
+    // After a while of being unsaved, the list is on the disk.
+    void notesSaved();
+    void chatsSaved();
+    /// What the user should know of the files, as a sentence.
+    void noticed(const QString& sentence);
 
   private:
     void saveNotes();
     void saveChats();
+    void tellWhatBecame();
 
     LibraryFile<SavedNote> m_noteFile;
     LibraryFile<SavedChat> m_chatFile;
     Clock& m_clock;
     NoteList m_notes;
     ChatList m_chats;
+    bool m_wereNotesUnsaved = false;
+    bool m_wereChatsUnsaved = false;
     QString m_message;
 };
 

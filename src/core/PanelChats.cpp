@@ -24,8 +24,9 @@ bool PanelChats::savePanelChatToHistory() {
         return false;
     }
     library.keepChat(*std::move(chat));
-    library.setLibraryMessage({});
-    return true;
+    const std::optional<QString> unsaved = library.chatsUnsaved();
+    library.setLibraryMessage(unsaved.value_or(QString()));
+    return !unsaved;
 }
 
 void PanelChats::loadPanelChatFromHistory(const QUuid& id) {

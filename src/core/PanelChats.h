@@ -39,6 +39,7 @@ class PanelChats final {
     // What these give is whether it worked; if not, libraryMessage says why. The notes application
     // takes its time, and false is also the answer if this object is gone by then.
 
+    /// What could not be written yet is kept all the same, and tried again.
     bool savePanelChatToHistory();
     QCoro::Task<bool> exportCurrentChatToAppleNotes();
     /// On success libraryMessage is the feedback.

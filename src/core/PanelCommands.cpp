@@ -33,12 +33,12 @@ bool PanelCommands::take(QStringView prompt) {
 }
 
 void PanelCommands::saveChat() {
-    QString reply = panel_notices::savedToHistory.toString();
-    if (!m_services.chats.savePanelChatToHistory()) {
-        const QString& reason = m_services.areas.library().libraryMessage();
-        reply = reason.isEmpty() ? panel_notices::nothingToSave.toString() : reason;
-    }
-    m_services.panel.answer(reply);
+    const QString saved = panel_notices::savedToHistory.toString();
+    if (m_services.chats.savePanelChatToHistory()) return m_services.panel.answer(saved);
+    LibraryState& library = m_services.areas.library();
+    const QString& reason = library.libraryMessage();
+    m_services.panel.answer(reason.isEmpty() ? panel_notices::nothingToSave.toString() : reason);
+    if (library.chatsUnsaved()) m_lateAnswers.sayOnce(saved, library, &LibraryState::chatsSaved);
 }
 
 } // namespace vorq

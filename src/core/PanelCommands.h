@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conversation/LocalRoutes.h"
+#include "core/LateAnswers.h"
 
 namespace vorq {
 
@@ -21,7 +22,8 @@ class PanelCommands final : public LocalRoutes {
         StudyNotes& study;
     };
 
-    explicit PanelCommands(const Services& services) : m_services(services) {}
+    explicit PanelCommands(const Services& services)
+        : m_services(services), m_lateAnswers(services.panel) {}
 
     bool take(QStringView prompt) override;
 
@@ -29,6 +31,7 @@ class PanelCommands final : public LocalRoutes {
     void saveChat();
 
     Services m_services;
+    LateAnswers m_lateAnswers;
 };
 
 } // namespace vorq

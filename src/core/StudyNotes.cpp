@@ -13,10 +13,11 @@
 namespace vorq {
 namespace {
 
-QString announcement(const std::vector<Flashcard>& cards) {
-    QStringList lines = {panel_notices::flashcardsBefore.toString() +
-                             QString::number(cards.size()) +
-                             panel_notices::flashcardsAfter.toString(),
+QString announcement(const std::vector<Flashcard>& cards, const std::optional<QString>& unsaved) {
+    const QString count =
+        panel_notices::flashcardsBefore.toString() + QString::number(cards.size());
+    QStringList lines = {unsaved ? count + QStringLiteral(" flashcards. ") + *unsaved
+                                 : count + panel_notices::flashcardsAfter.toString(),
                          QString()};
     for (std::size_t index = 0; index < cards.size(); ++index)
         lines += {QStringLiteral("**%1.** ").arg(index + 1) + cards[index].front,
@@ -81,8 +82,16 @@ bool StudyNotes::saveStudyResearchToActiveNote() {
     m_services.areas.library().replaceNoteContent(QUuid(note->id), content->title, content->plain,
                                                   content->rtf);
     showInPanel(content->plain);
-    m_services.panel.answer(panel_notices::noteUpdated.toString());
+    answerSave(panel_notices::noteUpdated.toString());
     return true;
+}
+
+// Says that the notes are saved when they are, and until then why not.
+void StudyNotes::answerSave(const QString& saved) {
+    LibraryState& library = m_services.areas.library();
+    const std::optional<QString> unsaved = library.notesUnsaved();
+    m_services.panel.answer(unsaved.value_or(saved));
+    if (unsaved) m_lateAnswers.sayOnce(saved, library, &LibraryState::notesSaved);
 }
 
 void StudyNotes::makeFlashcardsForActiveNote() {
@@ -119,8 +128,13 @@ QString StudyNotes::keepFlashcards(const QUuid& note, const FlashcardsResult& re
     std::vector<Flashcard> cards;
     for (const FlashcardDTO& card : result.flashcards)
         cards.push_back({QUuid::createUuid(), card.front, card.back});
-    m_services.areas.library().updateNoteFlashcards(note, cards);
-    return announcement(cards);
+    LibraryState& library = m_services.areas.library();
+    library.updateNoteFlashcards(note, cards);
+    const std::optional<QString> unsaved = library.notesUnsaved();
+    if (unsaved)
+        m_lateAnswers.sayOnce(panel_notices::flashcardsSaved.toString(), library,
+                              &LibraryState::notesSaved);
+    return announcement(cards, unsaved);
 }
 
 } // namespace vorq

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/LateAnswers.h"
 #include "library/SavedNote.h"
 
 #include <QCoroTask>
@@ -35,7 +36,8 @@ class StudyNotes final : public QObject {
         VorqAPIService& api;
     };
 
-    explicit StudyNotes(const Services& services) : m_services(services) {}
+    explicit StudyNotes(const Services& services)
+        : m_services(services), m_lateAnswers(services.panel) {}
 
     /// The loaded note; nothing if none is loaded or it is no longer there. Valid until the notes
     /// change.
@@ -63,8 +65,10 @@ class StudyNotes final : public QObject {
     QString keepFlashcards(const QUuid& note, const FlashcardsResult& result);
 
     void showInPanel(const QString& noteText);
+    void answerSave(const QString& saved);
 
     Services m_services;
+    LateAnswers m_lateAnswers;
     QString m_shownText; // what a note has last put into the panel as its context
 };
 

@@ -5,6 +5,9 @@
 
 #include <QObject>
 
+#include <chrono>
+#include <optional>
+
 namespace vorq {
 
 class Clock;
@@ -32,7 +35,16 @@ class TaskState final : public QObject {
     /// Takes in what other programs have changed in the files since.
     void takeInChanges();
 
+    /// Tries again to write what could not be written. False if something still cannot.
+    bool retrySaves(std::chrono::milliseconds patience, bool isLast);
+
+  signals:
+    /// Something could not be written, or is in memory alone; it is for retrySaves().
+    void savesAreDue();
+
   private:
+    void follow(std::optional<std::vector<HubTask>> tasks,
+                std::optional<std::vector<HubTaskColumn>> columns);
     void show(std::vector<HubTask> tasks, std::vector<HubTaskColumn> columns);
     void save();
 

@@ -5,6 +5,9 @@
 
 #include <QObject>
 
+#include <chrono>
+#include <optional>
+
 namespace vorq {
 
 class Clock;
@@ -27,7 +30,16 @@ class TrackerState final : public QObject {
     /// Takes in what other programs have changed in the file since.
     void takeInChanges();
 
+    /// Tries again to write what is in memory alone. False if it still cannot be written.
+    bool retrySaves(std::chrono::milliseconds patience, bool isLast);
+
+  signals:
+    /// Something is in memory alone; it is for retrySaves().
+    void savesAreDue();
+
   private:
+    void follow(std::optional<std::vector<HubTracker>> changed);
+
     LibraryFile<HubTracker> m_file;
     Clock& m_clock;
     HubTrackerList m_trackers;

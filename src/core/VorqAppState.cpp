@@ -23,6 +23,7 @@ VorqAppState::VorqAppState(const Platform& platform)
         const SavedNote* note = library().savedNotes().find(id);
         return note ? std::optional(studySource(*note)) : std::nullopt;
     });
+    m_libraryAreas.setNoticeHandler([this](const QString& sentence) { m_panel.answer(sentence); });
     connect(&m_study, &StudyContext::activeNoteChanged, this,
             &VorqAppState::promptPlaceholderChanged);
     connect(&m_account, &AccountSession::signedInChanged, this, &VorqAppState::accountChanged);

@@ -69,6 +69,8 @@ class VorqAppState final : public QObject {
     Q_INVOKABLE void reloadLibrary() { m_libraryAreas.reloadLibrary(); }
     /// Keeps it in step with what other programs write to its files.
     void watchLibrary() { m_libraryAreas.watchLibrary(); }
+    /// Writes what of it could not be written so far; the program ends.
+    void finishLibrary() { m_libraryAreas.finish(); }
     [[nodiscard]] bool isLibraryLoaded() const { return m_libraryAreas.isLoaded(); }
 
     [[nodiscard]] QString promptPlaceholder() const;

@@ -1,5 +1,8 @@
 #include "library/JsonFile.h"
 
+#include "support/LinkTarget.h"
+#include "support/SystemError.h"
+
 #include <QFile>
 
 #include <algorithm>
@@ -29,6 +32,30 @@ ssize_t readAt(int descriptor, char* to, std::size_t size, std::size_t offset) {
         got = ::pread(descriptor, to, size, static_cast<off_t>(offset));
     while (got < 0 && errno == EINTR);
     return got;
+}
+
+ReadFailure unreadable(int error) {
+    return {ReadFailure::Kind::Unreadable, systemError(error)};
+}
+
+bool isLink(const QByteArray& path) {
+    struct stat status{};
+    return ::lstat(path.constData(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
+bool isThere(const QByteArray& path) {
+    struct stat status{};
+    return ::stat(path.constData(), &status) == 0;
+}
+
+// A link to a file that is yet to be made is one thing, a link to a drive that is not there
+// another.
+ReadFailure failureToOpen(const QString& path, int error) {
+    if (error != ENOENT) return unreadable(error);
+    const QByteArray file = QFile::encodeName(path);
+    const QByteArray place = folderOf(linkTarget(path));
+    const bool leadsNowhere = (isLink(file) || isLink(place)) && !isThere(place);
+    return leadsNowhere ? unreadable(error) : ReadFailure{};
 }
 
 bool mayBeArray(int descriptor) {
@@ -62,13 +89,17 @@ JsonFile::~JsonFile() {
     if (m_descriptor >= 0) ::close(m_descriptor);
 }
 
-JsonFile JsonFile::open(const QString& path) {
+std::expected<JsonFile, ReadFailure> JsonFile::open(const QString& path) {
     JsonFile file;
     file.m_descriptor =
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (file.m_descriptor < 0) return file;
+    if (file.m_descriptor < 0) return std::unexpected(failureToOpen(path, errno));
     struct stat status{};
-    if (::fstat(file.m_descriptor, &status) != 0 || !S_ISREG(status.st_mode)) return file;
+    if (::fstat(file.m_descriptor, &status) != 0) return std::unexpected(unreadable(errno));
+    if (S_ISDIR(status.st_mode)) return std::unexpected(unreadable(EISDIR));
+    if (!S_ISREG(status.st_mode))
+        return std::unexpected(
+            ReadFailure{ReadFailure::Kind::Unreadable, QStringLiteral("It is not a regular file")});
     const auto size = static_cast<std::size_t>(status.st_size);
     if (size <= simdjson::SIMDJSON_MAXSIZE_BYTES && mayBeArray(file.m_descriptor))
         file.m_size = size;

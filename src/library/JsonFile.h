@@ -1,11 +1,14 @@
 #pragma once
 
+#include "library/ReadFailure.h"
+
 #include <QByteArrayView>
 #include <QString>
 
 #include <concepts>
 #include <cstddef>
 #include <cstdlib>
+#include <expected>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -20,9 +23,9 @@ class JsonFile {
     template<typename Bytes>
         requires std::constructible_from<QByteArrayView, const Bytes&>
     JsonFile(const Bytes& json) : JsonFile(QByteArrayView(json), Copy()) {}
-    /// The content of a file. Empty if it cannot be read, is no regular file, does not begin as an
-    /// array, which is looked at first, or is larger than 4 GB. Waits for no pipe.
-    [[nodiscard]] static JsonFile open(const QString& path);
+    /// The content of a file. Empty if it does not begin as an array, which is looked at first, or
+    /// is larger than 4 GB. Waits for no pipe, and calls unreadable what is no regular file.
+    [[nodiscard]] static std::expected<JsonFile, ReadFailure> open(const QString& path);
 
     JsonFile(const JsonFile&) = delete;
     JsonFile& operator=(const JsonFile&) = delete;

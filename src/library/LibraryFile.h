@@ -3,67 +3,104 @@
 #include "library/LibraryStore.h"
 #include "library/RecordMerge.h"
 
+#include <QHash>
+#include <QUuid>
+
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace vorq {
 
 /// A list of the library and its file, with what the file was last known to hold. So what other
-/// programs write there meanwhile is taken in and not overwritten. Main thread only.
+/// programs write there meanwhile is merged and not overwritten, and a file that holds less than
+/// memory because it was damaged costs nothing. Main thread only.
 template<typename Record>
 class LibraryFile {
   public:
+    using List = std::vector<Record>;
+
     /// The store must outlive it.
     explicit LibraryFile(const LibraryStore& store) : m_store(store) {}
 
-    /// The list of the file, empty if it does not read. To one that reads, what of `mine` could
-    /// not be written so far is added. `now` is for records of older versions, which have no date.
-    [[nodiscard]] std::vector<Record> load(const std::vector<Record>& mine, Date now = {}) {
-        m_stamp = m_store.stamp<Record>();
-        std::optional<std::vector<Record>> theirs = read(now);
+    /// The list of the file with what of `mine` could not be written so far; `mine` if it does not
+    /// read. `now` is for records of older versions, which have no date.
+    [[nodiscard]] List load(const List& mine, Date now = {}) {
+        const FileStamp stamp = m_store.stamp<Record>();
+        std::expected<List, ReadFailure> theirs = read(now);
         if (!theirs) {
-            m_known.clear();
-            return {};
+            noteUnread(stamp, theirs.error());
+            return writable(mine);
         }
-        std::vector<Record> list = holds(mine) ? *theirs : merged(writable(mine), *theirs);
-        m_known = *std::move(theirs);
+        List list = holds(mine) ? *theirs : merged(writable(mine), *theirs);
+        noteRead(stamp, *std::move(theirs), list);
         return list;
     }
 
     /// The list with the changes of others. Nothing if there are none or they do not read.
-    [[nodiscard]] std::optional<std::vector<Record>> takeIn(const std::vector<Record>& mine,
-                                                            Date now = {}) {
+    [[nodiscard]] std::optional<List> takeIn(const List& mine, Date now = {}) {
         const FileStamp stamp = m_store.stamp<Record>();
-        if (stamp == m_stamp) return std::nullopt;
-        std::optional<std::vector<Record>> theirs = read(now);
-        if (!theirs) return std::nullopt;
-        m_stamp = stamp;
-        std::vector<Record> list = merged(mine, *theirs);
-        m_known = *std::move(theirs);
-        m_isDue = !holds(list);
+        if (stamp == m_stamp) {
+            m_unread.reset();
+            return std::nullopt;
+        }
+        std::expected<List, ReadFailure> theirs = read(now);
+        if (!theirs) {
+            noteUnread(stamp, theirs.error());
+            return std::nullopt;
+        }
+        List list = merged(mine, *theirs);
+        m_isDue = !noteRead(stamp, *std::move(theirs), list);
         return list;
     }
 
     /// Writes the list with the changes of others, which is given back if there were any. While
     /// another program holds the library nothing is written; its end is a change to be taken in.
-    std::optional<std::vector<Record>> save(const std::vector<Record>& mine, Date now = {}) {
-        return save(mine, now, [this](const auto& list) { return m_store.write(list); });
+    std::optional<List> save(const List& mine, Date now = {}) {
+        return save(m_store.lock(), mine, now,
+                    [this](const List& list) { return m_store.write(list); });
     }
 
     /// The same, but a file that is already what it would be made is left alone. For a list that
     /// most likely has not changed.
-    std::optional<std::vector<Record>> settle(const std::vector<Record>& mine, Date now = {}) {
-        return save(mine, now, [this](const auto& list) {
-            return m_store.isWritten(list) || m_store.write(list);
+    std::optional<List> settle(const List& mine, Date now = {}) {
+        return save(m_store.lock(), mine, now, [this](const List& list) {
+            return m_store.isWritten(list) ? std::expected<void, SaveFailure>()
+                                           : m_store.write(list);
         });
     }
 
+    /// Tries again what is unsaved, with so much patience for other programs. A damaged file that
+    /// has changed since the try before may still be on its way, and is only looked at unless this
+    /// is the last try.
+    std::optional<List> retry(const List& mine, std::chrono::milliseconds patience, bool isLast,
+                              Date now = {}) {
+        if (!m_unsaved) return std::nullopt;
+        const FileStamp stamp = m_store.stamp<Record>();
+        if (m_unread && !isLast && std::exchange(m_triedStamp, stamp) != stamp)
+            return takeIn(mine, now);
+        return save(m_store.lock(patience), mine, now,
+                    [this](const List& list) { return m_store.write(list); });
+    }
+
     /// Whether a save is due: one that another program kept from writing, or one of a list that has
-    /// more than what was just taken in. A save that failed is not tried again by itself.
+    /// more than what was just taken in. A save that failed is for retry().
     [[nodiscard]] bool isDue() const { return m_isDue; }
 
+    /// Why the file is not what it should be, until it is: the latest save failed, or what it held
+    /// is in memory alone.
+    [[nodiscard]] const std::optional<SaveFailure>& unsaved() const { return m_unsaved; }
+
+    /// Why the file did not read when it was last looked at; nothing if it did.
+    [[nodiscard]] const std::optional<ReadFailure>& unread() const { return m_unread; }
+
+    /// The name under which a damaged file was kept when it was replaced; told once.
+    [[nodiscard]] std::optional<QString> releaseKeptName() {
+        return std::exchange(m_keptName, std::nullopt);
+    }
+
     /// Whether this list is what the file was last known to hold.
-    [[nodiscard]] bool holds(const std::vector<Record>& mine) const {
+    [[nodiscard]] bool holds(const List& mine) const {
         return RecordMerge<Record>::areEqual(writable(mine), m_known);
     }
 
@@ -71,30 +108,74 @@ class LibraryFile {
     static constexpr bool hasDrafts = requires(Record record) { record.isSaved; };
 
     // Drafts are in memory only, and what comes from the file is none.
-    [[nodiscard]] static std::vector<Record> writable(std::vector<Record> list) {
+    [[nodiscard]] static List writable(List list) {
         if constexpr (hasDrafts)
             std::erase_if(list, [](const Record& record) { return !record.isSaved; });
         return list;
     }
 
     template<typename Write>
-    std::optional<std::vector<Record>> save(const std::vector<Record>& mine, Date now,
-                                            Write write) {
-        const auto lock = m_store.lock();
+    std::optional<List> save(const std::optional<FolderLock>& lock, const List& mine, Date now,
+                             Write write) {
         m_isDue = !lock;
-        if (!lock) return std::nullopt;
-        std::optional<std::vector<Record>> list = takeIn(mine, now);
-        std::vector<Record> written = writable(list ? *list : mine);
-        m_isDue = false;
-        if (write(written)) {
-            m_stamp = m_store.stamp<Record>();
-            m_known = std::move(written);
+        if (!lock) {
+            m_unsaved = SaveFailure{true, QStringLiteral("another program is using the library")};
+            return std::nullopt;
         }
+        std::optional<List> list = takeIn(mine, now);
+        m_isDue = false;
+        List written = writable(list ? *list : mine);
+        std::expected<void, SaveFailure> outcome = keepUnread();
+        if (outcome) outcome = write(written);
+        if (!outcome) {
+            m_unsaved = outcome.error();
+            return list;
+        }
+        m_stamp = m_store.stamp<Record>();
+        m_known = std::move(written);
+        m_unread.reset();
+        m_unsaved.reset();
         return list;
     }
 
-    [[nodiscard]] std::optional<std::vector<Record>> read(Date now) const {
-        std::optional<std::vector<Record>> list = m_store.read<Record>(now);
+    // What does not read is kept before it is replaced.
+    [[nodiscard]] std::expected<void, SaveFailure> keepUnread() {
+        if (!m_unread || m_keptStamp == m_unreadStamp) return {};
+        std::expected<QString, SaveFailure> kept = m_store.keepDamaged<Record>();
+        if (!kept) return std::unexpected(kept.error());
+        m_keptStamp = m_unreadStamp;
+        if (!kept->isEmpty()) m_keptName = *std::move(kept);
+        return {};
+    }
+
+    void noteUnread(const FileStamp& stamp, const ReadFailure& failure) {
+        m_unread = failure;
+        m_unreadStamp = stamp;
+        if (failure.kind == ReadFailure::Kind::Damaged && !m_known.empty() && !m_unsaved)
+            m_unsaved = SaveFailure{false, QStringLiteral("the file is damaged")};
+    }
+
+    // Whether the file holds all of the list.
+    bool noteRead(const FileStamp& stamp, List theirs, const List& list) {
+        m_stamp = stamp;
+        m_unread.reset();
+        m_known = std::move(theirs);
+        const bool isAll = holds(list);
+        if (isAll) m_unsaved.reset();
+        return isAll;
+    }
+
+    // A record that is as it was known becomes a copy of that at once, so that a list of which
+    // little has changed is never in memory twice.
+    [[nodiscard]] std::expected<List, ReadFailure> read(Date now) const {
+        QHash<QUuid, const Record*> known;
+        known.reserve(static_cast<qsizetype>(m_known.size()));
+        for (const Record& record : m_known)
+            known.insert(record.id, &record);
+        std::expected<List, ReadFailure> list = m_store.read<Record>(now, [&known](Record& record) {
+            const Record* former = known.value(record.id);
+            if (former && *former == record) record = *former;
+        });
         if constexpr (hasDrafts) {
             if (list)
                 for (Record& record : *list)
@@ -103,15 +184,20 @@ class LibraryFile {
         return list;
     }
 
-    [[nodiscard]] std::vector<Record> merged(const std::vector<Record>& mine,
-                                             const std::vector<Record>& theirs) const {
+    [[nodiscard]] List merged(const List& mine, const List& theirs) const {
         return RecordMerge<Record>(m_known, mine, theirs).run();
     }
 
     const LibraryStore& m_store;
     FileStamp m_stamp;
-    std::vector<Record> m_known;
+    List m_known;
     bool m_isDue = false;
+    std::optional<SaveFailure> m_unsaved;
+    std::optional<ReadFailure> m_unread;
+    FileStamp m_unreadStamp; // of the file that did not read
+    FileStamp m_triedStamp;  // of the file at the latest retry() while it did not read
+    FileStamp m_keptStamp;   // of the file that was kept
+    std::optional<QString> m_keptName;
 };
 
 } // namespace vorq

@@ -1,8 +1,11 @@
 #include "library/LibraryStore.h"
 
+#include "support/DamagedFile.h"
 #include "support/DurableFile.h"
+#include "support/DurableFolder.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 #include <array>
 #include <concepts>
@@ -34,10 +37,11 @@ template<>
 constexpr QStringView fileOf<HubTracker> = trackersFile;
 
 template<typename Record>
-std::optional<std::vector<Record>> decoded(JsonFile file, Date now) {
-    if constexpr (std::same_as<Record, SavedNote>) return decodeSavedNotes(std::move(file));
-    if constexpr (std::same_as<Record, SavedChat>) return decodeSavedChats(std::move(file));
-    if constexpr (std::same_as<Record, HubAIChat>) return decodeHubAIChats(std::move(file));
+std::optional<std::vector<Record>> decoded(JsonFile file, [[maybe_unused]] Date now,
+                                           [[maybe_unused]] const RecordHook<Record>& hook) {
+    if constexpr (std::same_as<Record, SavedNote>) return decodeSavedNotes(std::move(file), hook);
+    if constexpr (std::same_as<Record, SavedChat>) return decodeSavedChats(std::move(file), hook);
+    if constexpr (std::same_as<Record, HubAIChat>) return decodeHubAIChats(std::move(file), hook);
     if constexpr (std::same_as<Record, HubTask>) return decodeHubTasks(std::move(file));
     if constexpr (std::same_as<Record, HubTaskColumn>)
         return decodeHubTaskColumns(std::move(file), now);
@@ -46,6 +50,7 @@ std::optional<std::vector<Record>> decoded(JsonFile file, Date now) {
 
 template<typename Record>
 std::vector<Record> readOrEmpty(const LibraryStore& store, Date now = {}) {
+    static_cast<void>(ensureFolder(store.folder()));
     auto list = store.read<Record>(now);
     return list ? *std::move(list) : std::vector<Record>();
 }
@@ -62,40 +67,65 @@ QString LibraryStore::folderIn(const QString& applicationSupportFolder) {
 }
 
 QString LibraryStore::path(QStringView fileName) const {
-    QDir().mkpath(m_folder);
     return m_folder + u'/' + fileName.toString();
 }
 
-std::optional<FolderLock> LibraryStore::lock() const {
-    QDir().mkpath(m_folder);
-    return FolderLock::take(m_folder, m_patience);
+template<typename Record>
+QString LibraryStore::path() const {
+    return path(fileOf<Record>);
+}
+
+std::optional<FolderLock> LibraryStore::lock(std::chrono::milliseconds patience) const {
+    // Why it cannot be made, the write tells.
+    static_cast<void>(ensureFolder(m_folder));
+    return FolderLock::take(m_folder, patience);
 }
 
 template<typename Record>
-std::optional<std::vector<Record>> LibraryStore::read(Date now) const {
-    return decoded<Record>(JsonFile::open(path(fileOf<Record>)), now);
+std::expected<std::vector<Record>, ReadFailure>
+LibraryStore::read(Date now, const RecordHook<Record>& hook) const {
+    auto file = JsonFile::open(path<Record>());
+    if (!file) return std::unexpected(file.error());
+    auto list = decoded<Record>(*std::move(file), now, hook);
+    if (!list) return std::unexpected(ReadFailure{ReadFailure::Kind::Damaged, {}});
+    return *std::move(list);
 }
 
 // A program that only reads removes nothing.
 template<typename Record>
-bool LibraryStore::write(const std::vector<Record>& list) const {
+std::expected<void, SaveFailure> LibraryStore::write(const std::vector<Record>& list) const {
+    const auto failure = [](const QString& reason) { return SaveFailure{false, reason}; };
+    if (const auto folder = ensureFolder(m_folder); !folder)
+        return std::unexpected(failure(folder.error()));
     if (!std::exchange(m_hasSaved, true)) {
         for (const QStringView name : allFiles)
             removeLeftovers(path(name));
     }
-    return replaceFile(path(fileOf<Record>),
-                       [&list](const JsonWriter::Sink& put) { encode(list, put); });
+    const auto written =
+        replaceFile(path<Record>(), [&list](const JsonWriter::Sink& put) { encode(list, put); });
+    if (!written) return std::unexpected(failure(written.error()));
+    return {};
 }
 
 template<typename Record>
 bool LibraryStore::isWritten(const std::vector<Record>& list) const {
-    return holdsContent(path(fileOf<Record>),
+    return holdsContent(path<Record>(),
                         [&list](const JsonWriter::Sink& put) { encode(list, put); });
 }
 
 template<typename Record>
 FileStamp LibraryStore::stamp() const {
-    return fileStamp(path(fileOf<Record>));
+    return fileStamp(path<Record>());
+}
+
+template<typename Record>
+std::expected<QString, SaveFailure> LibraryStore::keepDamaged() const {
+    const auto kept = keepDamagedFile(path<Record>());
+    if (!kept) return std::unexpected(SaveFailure{false, kept.error()});
+    if (!kept->isEmpty())
+        qWarning("Vorq found %s damaged; it is kept as %s.", qUtf8Printable(path<Record>()),
+                 qUtf8Printable(*kept));
+    return QFileInfo(*kept).fileName();
 }
 
 std::vector<SavedNote> LibraryStore::loadNotes() const {
@@ -146,29 +176,48 @@ void LibraryStore::save(const std::vector<HubTracker>& trackers) const {
     write(trackers);
 }
 
-template std::optional<std::vector<SavedNote>> LibraryStore::read(Date) const;
-template bool LibraryStore::write(const std::vector<SavedNote>&) const;
+template std::expected<std::vector<SavedNote>, ReadFailure>
+LibraryStore::read(Date, const RecordHook<SavedNote>&) const;
+template std::expected<void, SaveFailure> LibraryStore::write(const std::vector<SavedNote>&) const;
 template bool LibraryStore::isWritten(const std::vector<SavedNote>&) const;
 template FileStamp LibraryStore::stamp<SavedNote>() const;
-template std::optional<std::vector<SavedChat>> LibraryStore::read(Date) const;
-template bool LibraryStore::write(const std::vector<SavedChat>&) const;
+template std::expected<QString, SaveFailure> LibraryStore::keepDamaged<SavedNote>() const;
+template QString LibraryStore::path<SavedNote>() const;
+template std::expected<std::vector<SavedChat>, ReadFailure>
+LibraryStore::read(Date, const RecordHook<SavedChat>&) const;
+template std::expected<void, SaveFailure> LibraryStore::write(const std::vector<SavedChat>&) const;
 template bool LibraryStore::isWritten(const std::vector<SavedChat>&) const;
 template FileStamp LibraryStore::stamp<SavedChat>() const;
-template std::optional<std::vector<HubAIChat>> LibraryStore::read(Date) const;
-template bool LibraryStore::write(const std::vector<HubAIChat>&) const;
+template std::expected<QString, SaveFailure> LibraryStore::keepDamaged<SavedChat>() const;
+template QString LibraryStore::path<SavedChat>() const;
+template std::expected<std::vector<HubAIChat>, ReadFailure>
+LibraryStore::read(Date, const RecordHook<HubAIChat>&) const;
+template std::expected<void, SaveFailure> LibraryStore::write(const std::vector<HubAIChat>&) const;
 template bool LibraryStore::isWritten(const std::vector<HubAIChat>&) const;
 template FileStamp LibraryStore::stamp<HubAIChat>() const;
-template std::optional<std::vector<HubTask>> LibraryStore::read(Date) const;
-template bool LibraryStore::write(const std::vector<HubTask>&) const;
+template std::expected<QString, SaveFailure> LibraryStore::keepDamaged<HubAIChat>() const;
+template QString LibraryStore::path<HubAIChat>() const;
+template std::expected<std::vector<HubTask>, ReadFailure>
+LibraryStore::read(Date, const RecordHook<HubTask>&) const;
+template std::expected<void, SaveFailure> LibraryStore::write(const std::vector<HubTask>&) const;
 template bool LibraryStore::isWritten(const std::vector<HubTask>&) const;
 template FileStamp LibraryStore::stamp<HubTask>() const;
-template std::optional<std::vector<HubTaskColumn>> LibraryStore::read(Date) const;
-template bool LibraryStore::write(const std::vector<HubTaskColumn>&) const;
+template std::expected<QString, SaveFailure> LibraryStore::keepDamaged<HubTask>() const;
+template QString LibraryStore::path<HubTask>() const;
+template std::expected<std::vector<HubTaskColumn>, ReadFailure>
+LibraryStore::read(Date, const RecordHook<HubTaskColumn>&) const;
+template std::expected<void, SaveFailure>
+LibraryStore::write(const std::vector<HubTaskColumn>&) const;
 template bool LibraryStore::isWritten(const std::vector<HubTaskColumn>&) const;
 template FileStamp LibraryStore::stamp<HubTaskColumn>() const;
-template std::optional<std::vector<HubTracker>> LibraryStore::read(Date) const;
-template bool LibraryStore::write(const std::vector<HubTracker>&) const;
+template std::expected<QString, SaveFailure> LibraryStore::keepDamaged<HubTaskColumn>() const;
+template QString LibraryStore::path<HubTaskColumn>() const;
+template std::expected<std::vector<HubTracker>, ReadFailure>
+LibraryStore::read(Date, const RecordHook<HubTracker>&) const;
+template std::expected<void, SaveFailure> LibraryStore::write(const std::vector<HubTracker>&) const;
 template bool LibraryStore::isWritten(const std::vector<HubTracker>&) const;
 template FileStamp LibraryStore::stamp<HubTracker>() const;
+template std::expected<QString, SaveFailure> LibraryStore::keepDamaged<HubTracker>() const;
+template QString LibraryStore::path<HubTracker>() const;
 
 } // namespace vorq

@@ -11,17 +11,24 @@
 #include <QString>
 
 #include <chrono>
+#include <expected>
 #include <optional>
 #include <vector>
 
 namespace vorq {
 
+/// Why a list is not written.
+struct SaveFailure {
+    bool isHeldUp = false; ///< by another program
+    QString reason;        ///< for within a sentence
+};
+
 /// The files of the user's library, each the whole of its list. Main thread only.
 ///
-/// Nothing here fails: a file that is missing, unreadable or not in order reads as an empty list
-/// and is left where it is, and a save that fails leaves the former file. A file is replaced at
-/// once and only when the new one is on the disk; behind a symbolic link that is the file it leads
-/// to. The first save also removes what killed saves have left.
+/// The plain loads and saves never fail: a file that is missing, unreadable or not in order loads
+/// as an empty list and is left where it is, and a save that fails leaves the former file. A file
+/// is replaced at once and only when the new one is on the disk; behind a symbolic link that is the
+/// file it leads to. The first save also removes what killed saves have left.
 class LibraryStore {
   public:
     /// The files are in "Vorq/Library" under the user's folder for application data, or under the
@@ -57,20 +64,28 @@ class LibraryStore {
 
     // For each kind of record that has a file, for who cares what became of it:
 
-    /// Nothing if the file is missing or does not read.
+    /// Makes no folder. The hook is called with notes and chats only.
     template<typename Record>
-    [[nodiscard]] std::optional<std::vector<Record>> read(Date now = {}) const;
-    /// False if the save failed.
+    [[nodiscard]] std::expected<std::vector<Record>, ReadFailure>
+    read(Date now = {}, const RecordHook<Record>& hook = {}) const;
     template<typename Record>
-    bool write(const std::vector<Record>& list) const;
+    std::expected<void, SaveFailure> write(const std::vector<Record>& list) const;
     /// Whether the file is what a save of this list would make of it.
     template<typename Record>
     [[nodiscard]] bool isWritten(const std::vector<Record>& list) const;
     template<typename Record>
     [[nodiscard]] FileStamp stamp() const;
+    /// Keeps a damaged file beside the one that is about to replace it, and gives its name; "" if
+    /// it holds nothing.
+    template<typename Record>
+    [[nodiscard]] std::expected<QString, SaveFailure> keepDamaged() const;
+    template<typename Record>
+    [[nodiscard]] QString path() const;
 
-    /// Keeps other programs from writing to the library; nothing if one does not let go of it.
-    [[nodiscard]] std::optional<FolderLock> lock() const;
+    /// Keeps other programs from writing to the library; nothing if one does not let go of it in
+    /// that time.
+    [[nodiscard]] std::optional<FolderLock> lock(std::chrono::milliseconds patience) const;
+    [[nodiscard]] std::optional<FolderLock> lock() const { return lock(m_patience); }
 
   private:
     [[nodiscard]] QString path(QStringView fileName) const;

@@ -1,13 +1,14 @@
 #include "support/DurableFile.h"
 
+#include "support/DurableFolder.h"
+#include "support/LinkTarget.h"
+#include "support/SystemError.h"
+
 #include <QByteArray>
-#include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -27,38 +28,16 @@ constexpr qsizetype temporaryPrefixSize = sizeof temporaryPrefix - 1;
 constexpr qsizetype temporarySuffixSize = 6;
 constexpr std::time_t leftoverAge = 60; // seconds
 
-QByteArray folderOf(const QByteArray& path) {
-    const qsizetype slash = path.lastIndexOf('/');
-    return slash < 0 ? QByteArray(".") : path.first(slash == 0 ? 1 : slash);
-}
-
-// Where the links at the path lead, whether a file is there or not.
-QByteArray targetOf(const QByteArray& path) {
-    constexpr int mostLinks = 40; // as the kernel has it
-    QByteArray target = path;
-    for (int followed = 0; followed < mostLinks; ++followed) {
-        std::array<char, PATH_MAX> content{};
-        const ssize_t size = ::readlink(target.constData(), content.data(), content.size());
-        if (size < 0) return target;
-        const QByteArray link(content.data(), size);
-        target = link.startsWith('/') ? link : folderOf(target) + '/' + link;
-    }
-    return path;
-}
-
-QByteArray targetOf(const QString& path) {
-    return targetOf(QFile::encodeName(QFileInfo(path).absoluteFilePath()));
-}
-
-bool writeAll(int file, QByteArrayView content) {
+// An error number; 0 if all of it is written.
+int writeAll(int file, QByteArrayView content) {
     while (!content.isEmpty()) {
         const ssize_t written =
             ::write(file, content.data(), static_cast<std::size_t>(content.size()));
         if (written < 0 && errno == EINTR) continue;
-        if (written <= 0) return false;
+        if (written <= 0) return written < 0 ? errno : EIO;
         content = content.sliced(written);
     }
-    return true;
+    return 0;
 }
 
 // Content on its way to the disk, which begins while the rest is still to come. Does not own the
@@ -68,20 +47,24 @@ class GrowingContent {
     explicit GrowingContent(int file) : m_file(file) {}
 
     void put(QByteArrayView piece) {
-        m_isWritten = m_isWritten && writeAll(m_file, piece);
+        if (m_error == 0) m_error = writeAll(m_file, piece);
         m_size += piece.size();
-        if (!m_isWritten || m_size - m_begun < step) return;
+        if (m_error != 0 || m_size - m_begun < step) return;
         const qint64 wholeSteps = m_size - m_size % step;
         ::sync_file_range(m_file, m_begun, wholeSteps - m_begun, SYNC_FILE_RANGE_WRITE);
         m_begun = wholeSteps;
     }
-    [[nodiscard]] bool flush() const { return m_isWritten && ::fsync(m_file) == 0; }
+    // An error number; 0 if all of it is on the disk.
+    [[nodiscard]] int flush() const {
+        if (m_error != 0 || ::fsync(m_file) == 0) return m_error;
+        return errno;
+    }
 
   private:
     static constexpr qint64 step = qint64{4} << 20;
 
     int m_file;
-    bool m_isWritten = true;
+    int m_error = 0;
     qint64 m_size = 0;
     qint64 m_begun = 0;
 };
@@ -116,14 +99,6 @@ class FormerFile {
 
     int m_file;
 };
-
-// Makes the new name of the file as lasting as its content.
-void flushFolder(const QByteArray& folder) {
-    const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
-    ::fsync(descriptor);
-    ::close(descriptor);
-}
 
 // Reads a file along with a content that it is compared to.
 class Comparison {
@@ -173,32 +148,33 @@ bool isLeftover(int file) {
 
 } // namespace
 
-bool replaceFile(const QString& path, QByteArrayView content) {
+FileOutcome replaceFile(const QString& path, QByteArrayView content) {
     return replaceFile(path, [content](const auto& put) { put(content); });
 }
 
-bool replaceFile(const QString& path, const FileContent& content) {
-    const QByteArray target = targetOf(path);
+FileOutcome replaceFile(const QString& path, const FileContent& content) {
+    const QByteArray target = linkTarget(path);
     const QByteArray folder = folderOf(target);
     QByteArray temporary = folder + '/' + temporaryPrefix + QByteArray(temporarySuffixSize, 'X');
     const int file = ::mkostemp(temporary.data(), O_CLOEXEC); // of mode 0600
-    if (file < 0) return false;
+    if (file < 0) return std::unexpected(systemError(errno));
     ::flock(file, LOCK_EX | LOCK_NB); // tells removeLeftovers() that we live
     GrowingContent growing(file);
     content([&growing](QByteArrayView piece) { growing.put(piece); });
-    const bool isFlushed = growing.flush();
-    const bool isClosed = ::close(file) == 0;
+    int error = growing.flush();
+    if (::close(file) != 0 && error == 0) error = errno;
     const FormerFile former(target);
-    if (!isFlushed || !isClosed || std::rename(temporary.constData(), target.constData()) != 0) {
+    if (error == 0 && std::rename(temporary.constData(), target.constData()) != 0) error = errno;
+    if (error != 0) {
         ::unlink(temporary.constData());
-        return false;
+        return std::unexpected(systemError(error));
     }
     flushFolder(folder);
-    return true;
+    return {};
 }
 
 bool holdsContent(const QString& path, const FileContent& content) {
-    const int file = ::open(targetOf(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int file = ::open(linkTarget(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (file < 0) return false;
     Comparison comparison(file);
     const bool isPrivate = isPrivateFile(file);
@@ -209,7 +185,7 @@ bool holdsContent(const QString& path, const FileContent& content) {
 }
 
 void removeLeftovers(const QString& path) {
-    DIR* folder = ::opendir(folderOf(targetOf(path)).constData());
+    DIR* folder = ::opendir(folderOf(linkTarget(path)).constData());
     if (folder == nullptr) return;
     const int descriptor = ::dirfd(folder);
     while (const dirent* entry = ::readdir(folder)) {

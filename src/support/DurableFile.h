@@ -3,24 +3,28 @@
 #include <QByteArrayView>
 #include <QString>
 
+#include <expected>
 #include <functional>
 
 namespace vorq {
 
+/// The error says what the system had against it, such as "No space left on device".
+using FileOutcome = std::expected<void, QString>;
+
 /// Puts a file of mode 0600 with this content in the place of whatever stands at the path, at once
-/// and only after it is on the disk; readers see the former content or the new one. False if that
-/// failed; the former file is then as it was.
+/// and only after it is on the disk; readers see the former content or the new one. After a
+/// failure the former file is as it was.
 ///
 /// A symbolic link stays, and the file it leads to is replaced. A link into a folder that is not
 /// there, as of a drive that is not mounted, makes it fail; links in a circle are replaced. A large
 /// former file gives its space back a little later, on a thread of its own.
-bool replaceFile(const QString& path, QByteArrayView content);
+FileOutcome replaceFile(const QString& path, QByteArrayView content);
 
 /// Gives the pieces of a file's content to `put`, in their order.
 using FileContent = std::function<void(const std::function<void(QByteArrayView)>& put)>;
 
 /// The same with content that is never in memory as a whole.
-bool replaceFile(const QString& path, const FileContent& content);
+FileOutcome replaceFile(const QString& path, const FileContent& content);
 
 /// Whether that would change nothing: the file has this content and mode, and they are on the disk.
 bool holdsContent(const QString& path, const FileContent& content);

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 #include <utility>
@@ -18,19 +19,34 @@ bool isHeldByAnother(int descriptor) {
     return ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EINTR);
 }
 
+int openFolder(const QByteArray& path) {
+    return ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
+// Whether another folder has taken the place of the one that is open.
+bool isReplaced(int descriptor, const QByteArray& path) {
+    struct stat open{};
+    struct stat there{};
+    return ::fstat(descriptor, &open) == 0 && ::stat(path.constData(), &there) == 0 &&
+           (open.st_dev != there.st_dev || open.st_ino != there.st_ino);
+}
+
 } // namespace
 
 std::optional<FolderLock> FolderLock::take(const QString& folder,
                                            std::chrono::milliseconds patience) {
-    FolderLock lock(
-        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (lock.m_descriptor < 0) return lock;
+    const QByteArray path = QFile::encodeName(folder);
     const auto end = std::chrono::steady_clock::now() + patience;
-    while (isHeldByAnother(lock.m_descriptor)) {
-        if (std::chrono::steady_clock::now() >= end) return std::nullopt;
-        std::this_thread::sleep_for(pause);
+    while (true) {
+        FolderLock lock(openFolder(path));
+        if (lock.m_descriptor < 0) return lock;
+        while (isHeldByAnother(lock.m_descriptor)) {
+            if (std::chrono::steady_clock::now() >= end) return std::nullopt;
+            std::this_thread::sleep_for(pause);
+        }
+        const bool isOver = std::chrono::steady_clock::now() >= end;
+        if (isOver || !isReplaced(lock.m_descriptor, path)) return lock;
     }
-    return lock;
 }
 
 FolderLock::FolderLock(FolderLock&& other) noexcept

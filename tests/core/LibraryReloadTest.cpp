@@ -97,6 +97,7 @@ TEST_F(LibraryReloadTest, OneDamagedNoteEmptiesTheListAndStaysInItsFileUntilASav
                                   R"("createdAt":"2026-03-01T10:20:30Z","area":"garden")"}) {
         const QByteArray damaged =
             R"([{"id":"6F9619FF-8B86-D011-B42D-00C04FC964FF","text":"a",)" + part + "}]";
+        restart();
         put("saved-notes.json", damaged);
         state().reloadLibrary();
         EXPECT_THAT(noteTexts(), IsEmpty());
@@ -196,6 +197,17 @@ TEST_F(LibraryReloadTest, WithoutPanelChatsOnlyTheirMigrationIsNoted) {
     EXPECT_EQ(m_defaults.boolean(migrated), true);
     EXPECT_EQ(contentOf("saved-chats.json"), "[]");
     EXPECT_EQ(contentOf("hub-ai-chats.json"), QByteArray());
+}
+
+TEST_F(LibraryReloadTest, AMissingFileOfPanelChatsIsMigratedAndNotMade) {
+    state().reloadLibrary();
+    EXPECT_EQ(m_defaults.boolean(migrated), true);
+    EXPECT_FALSE(QFile::exists(pathOf("saved-chats.json")));
+    EXPECT_FALSE(QFile::exists(pathOf("hub-ai-chats.json")));
+    store().save(std::vector{chat("Later", 1)});
+    state().reloadLibrary();
+    EXPECT_THAT(state().library().savedChats().records(), SizeIs(1)) << "it is migrated once";
+    EXPECT_THAT(hubTitles(), IsEmpty());
 }
 
 TEST_F(LibraryReloadTest, PanelChatsThatCannotReachTheHubsFileStayWhereTheyAre) {

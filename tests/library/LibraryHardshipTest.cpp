@@ -1,6 +1,7 @@
 // What the world does to the files of the library: kills, full disks, folders that cannot be
 // written, other processes, files of any size.
 
+#include "library/LibraryFile.h"
 #include "library/LibraryFolder.h"
 
 #include <array>
@@ -294,6 +295,42 @@ TEST_F(LibraryFileSize, LoadingTakesLittleMoreThanTheRecords) {
     EXPECT_EQ(loaded.status, passed);
     const auto grown = static_cast<double>(loaded.used.ru_maxrss - before.used.ru_maxrss);
     EXPECT_LT(grown * 1024, mostMemoryOfALoad * fileSize);
+}
+
+TEST_F(LibraryFileSize, AChangeOfAnotherProgramTakesNoMemoryForASecondList) {
+    const QString changed = m_folder + "/changed.json";
+    const End saved = end(start([&] {
+        std::vector<SavedNote> notes(20'000);
+        for (SavedNote& note : notes) {
+            note.id = QUuid::createUuid();
+            note.text = QString(1500, u'x');
+        }
+        m_store.save(notes);
+        notes.push_back(oneNote("theirs").front());
+        return ::rename(qPrintable(m_notes), qPrintable(changed)) == 0 && m_store.write(notes) &&
+                       ::rename(qPrintable(m_notes), qPrintable(m_folder + "/next.json")) == 0 &&
+                       ::rename(qPrintable(changed), qPrintable(m_notes)) == 0
+                   ? passed
+                   : 1;
+    }));
+    ASSERT_EQ(saved.status, passed);
+    const End before = end(start([] { return passed; }));
+    const auto follow = [this](bool isChanged) {
+        LibraryFile<SavedNote> file(m_store);
+        const std::vector<SavedNote> notes = file.load({});
+        if (!isChanged) return notes.size() == 20'000 ? passed : 1;
+        if (::rename(qPrintable(m_folder + "/next.json"), qPrintable(m_notes)) != 0) return 2;
+        const auto list = file.takeIn(notes);
+        return list && list->size() == 20'001 ? passed : 3;
+    };
+    const End loaded = end(start([&] { return follow(false); }));
+    const End followed = end(start([&] { return follow(true); }));
+    EXPECT_EQ(loaded.status, passed);
+    EXPECT_EQ(followed.status, passed);
+    const auto growth = [&before](const End& of) {
+        return static_cast<double>(of.used.ru_maxrss - before.used.ru_maxrss);
+    };
+    EXPECT_LT(growth(followed), 1.4 * growth(loaded));
 }
 
 } // namespace

@@ -48,6 +48,23 @@ TEST(FolderLockTest, EndsWithItsProcess) {
     EXPECT_TRUE(FolderLock::take(folder.path(), 0ms));
 }
 
+TEST(FolderLockTest, IsOnTheFolderThatIsThereWhenTheWaitEnds) {
+    const QTemporaryDir root;
+    const QString folder = root.filePath("library");
+    QDir().mkpath(folder);
+    auto former = FolderLock::take(folder, 0ms);
+    std::thread holder([&] {
+        std::this_thread::sleep_for(30ms);
+        QDir().rename(folder, root.filePath("moved away"));
+        QDir().mkpath(folder);
+        former.reset();
+    });
+    const auto lock = FolderLock::take(folder, 10s);
+    holder.join();
+    EXPECT_TRUE(lock);
+    EXPECT_FALSE(FolderLock::take(folder, 0ms));
+}
+
 TEST(FolderLockTest, WhatCannotBeLockedIsFree) {
     EXPECT_TRUE(FolderLock::take("/nowhere/at all", 0ms));
 }
