@@ -21,7 +21,7 @@ std::expected<AskCommand::Question, QString> AskCommand::read(const AskArguments
         if (!attachment) return std::unexpected(attachment.error());
         question.attachments += *std::move(attachment);
     }
-    auto piped = readPipedInput();
+    auto piped = readPipedInput(QStringLiteral("can be sent"));
     if (!piped) return std::unexpected(piped.error());
     question.pipedText = *std::move(piped);
     return question;

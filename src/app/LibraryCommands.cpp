@@ -2,8 +2,7 @@
 
 #include "app/LibraryJson.h"
 #include "app/Terminal.h"
-#include "core/LibraryState.h"
-#include "library/LibraryStore.h"
+#include "library/LibraryFile.h"
 #include "library/NoteMarkdown.h"
 #include "library/NoteTypography.h"
 #include "library/VorqNoteImport.h"
@@ -73,8 +72,8 @@ std::expected<void, QString> writeFile(const QString& path, const QByteArray& co
 
 LibraryCommands::LibraryCommands(const QString& applicationSupportFolder, Clock& clock,
                                  Terminal& terminal)
-    : m_applicationSupportFolder(applicationSupportFolder),
-      m_reader(applicationSupportFolder),
+    : m_store(applicationSupportFolder, lockPatience),
+      m_reader(m_store),
       m_clock(clock),
       m_terminal(terminal) {}
 
@@ -106,7 +105,7 @@ int LibraryCommands::run(const ShowNote& command) {
 int LibraryCommands::run(const SaveNote& command) {
     QString text = command.text;
     if (text.isEmpty()) {
-        const auto piped = readPipedInput();
+        const auto piped = readPipedInput(QStringLiteral("a note can hold"));
         if (!piped) return fail(piped.error());
         text = *piped;
     }
@@ -122,21 +121,27 @@ int LibraryCommands::run(const SaveNote& command) {
     made.area = command.area;
     made.createdAt = dateOf(m_clock.wallTime());
     if (const auto kept = keep(made); !kept) return fail(kept.error());
-    return print(idText(made.id).toUtf8() + '\n');
+    // It is saved, whether or not that can be told.
+    if (!m_terminal.print(idText(made.id).toUtf8() + '\n'))
+        m_terminal.complain(QStringLiteral("The note is saved as %1.").arg(idText(made.id)));
+    return 0;
 }
 
 std::expected<void, QString> LibraryCommands::keep(const SavedNote& made) const {
-    const QString folder = LibraryStore::folderIn(m_applicationSupportFolder);
-    const QString failure = QStringLiteral("The note could not be saved in %1.").arg(folder);
+    const auto failure = [this](const QString& reason) {
+        return std::unexpected(
+            QStringLiteral("The note could not be saved in %1: %2.").arg(m_store.folder(), reason));
+    };
+    LibraryFile<SavedNote> file(m_store);
+    std::vector<SavedNote> notes = file.load({});
     // A list that does not read is not to be replaced by this one note.
-    if (const auto before = m_reader.notes(); !before) return std::unexpected(before.error());
-    const LibraryStore store(m_applicationSupportFolder, lockPatience);
-    LibraryState library(store, m_clock);
-    library.reload();
-    library.keepNote(made);
-    const auto after = m_reader.notes();
-    if (!after || std::ranges::find(*after, made.id, &SavedNote::id) == after->end())
-        return std::unexpected(failure);
+    if (const auto& unread = file.unread(); unread && unread->kind != ReadFailure::Kind::Missing) {
+        if (unread->kind == ReadFailure::Kind::Unreadable) return failure(unread->reason);
+        return std::unexpected(sentenceOn(m_store.path<SavedNote>(), *unread));
+    }
+    notes.insert(notes.begin(), made);
+    file.save(notes);
+    if (file.unsaved()) return failure(file.unsaved()->reason);
     return {};
 }
 
@@ -164,10 +169,10 @@ int LibraryCommands::run(const ListChats& command) {
     if (command.asJson) return print(jsonOf(*chats));
     constexpr qsizetype widest = 5;
     QString lines;
-    for (const auto& [chat, isOfHub] : *chats)
-        lines +=
-            listLine(chat.id, chat.createdAt,
-                     isOfHub ? QStringLiteral("hub") : QStringLiteral("panel"), widest, chat.title);
+    for (const KeptChat& kept : *chats)
+        lines += listLine(kept.chat.id, kept.updatedAt,
+                          kept.isOfHub ? QStringLiteral("hub") : QStringLiteral("panel"), widest,
+                          kept.chat.title);
     return print(lines.toUtf8());
 }
 

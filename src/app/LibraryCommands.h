@@ -34,7 +34,7 @@ class LibraryCommands {
     int print(const QByteArray& bytes);
     int fail(const QString& sentence);
 
-    QString m_applicationSupportFolder;
+    LibraryStore m_store;
     LibraryReader m_reader;
     Clock& m_clock;
     Terminal& m_terminal;

@@ -17,6 +17,7 @@ void writeHead(JsonWriter& writer, const KeptChat& kept) {
     writer.member(u"title", kept.chat.title);
     writer.member(u"place", kept.isOfHub ? QStringLiteral("hub") : QStringLiteral("panel"));
     writer.member(u"createdAt", QString::fromLatin1(isoDate(kept.chat.createdAt)));
+    writer.member(u"updatedAt", QString::fromLatin1(isoDate(kept.updatedAt)));
 }
 
 } // namespace

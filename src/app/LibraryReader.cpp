@@ -1,30 +1,20 @@
 #include "app/LibraryReader.h"
 
-#include "library/HubAIChat.h"
-#include "library/LibraryStore.h"
 #include "support/StableSort.h"
-
-#include <QFile>
-#include <QFileInfo>
 
 namespace vorq {
 namespace {
 
-template<typename Record, typename Decode>
-std::expected<std::vector<Record>, QString> read(const QString& path, Decode decode) {
-    const QFileInfo info(path);
-    if (!info.exists() && !info.isSymLink()) return std::vector<Record>();
-    QFile file(path);
-    // Opening a pipe would wait for its other end.
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
-        return std::unexpected(QStringLiteral("%1 cannot be read.").arg(path));
-    auto records = decode(file.readAll());
-    if (!records) return std::unexpected(QStringLiteral("%1 is damaged.").arg(path));
-    return *std::move(records);
+template<typename Record>
+std::expected<std::vector<Record>, QString> listOf(const LibraryStore& store) {
+    auto list = store.read<Record>();
+    if (list) return *std::move(list);
+    if (list.error().kind == ReadFailure::Kind::Missing) return std::vector<Record>();
+    return std::unexpected(sentenceOn(store.path<Record>(), list.error()));
 }
 
 KeptChat keptChat(const HubAIChat& chat) {
-    KeptChat kept{{chat.id, chat.title, chat.updatedAt, {}}, true};
+    KeptChat kept{{chat.id, chat.title, chat.createdAt, {}}, chat.updatedAt, true};
     for (const HubAIMessage& message : chat.messages)
         kept.chat.messages.push_back({message.id, message.role, message.text});
     return kept;
@@ -32,12 +22,14 @@ KeptChat keptChat(const HubAIChat& chat) {
 
 } // namespace
 
-LibraryReader::LibraryReader(const QString& applicationSupportFolder)
-    : m_folder(LibraryStore::folderIn(applicationSupportFolder) + u'/') {}
+QString sentenceOn(const QString& path, const ReadFailure& failure) {
+    if (failure.kind == ReadFailure::Kind::Damaged)
+        return QStringLiteral("%1 is damaged.").arg(path);
+    return QStringLiteral("%1 cannot be read: %2.").arg(path, failure.reason);
+}
 
 std::expected<std::vector<SavedNote>, QString> LibraryReader::notes() const {
-    auto notes = read<SavedNote>(m_folder + LibraryStore::notesFile.toString(),
-                                 [](const QByteArray& json) { return decodeSavedNotes(json); });
+    auto notes = listOf<SavedNote>(m_store);
     if (notes)
         stableSort(*notes, [](const SavedNote& a, const SavedNote& b) {
             return a.createdAt > b.createdAt;
@@ -46,22 +38,19 @@ std::expected<std::vector<SavedNote>, QString> LibraryReader::notes() const {
 }
 
 std::expected<std::vector<KeptChat>, QString> LibraryReader::chats() const {
-    const auto ofPanel =
-        read<SavedChat>(m_folder + LibraryStore::chatsFile.toString(),
-                        [](const QByteArray& json) { return decodeSavedChats(json); });
+    auto ofPanel = listOf<SavedChat>(m_store);
     if (!ofPanel) return std::unexpected(ofPanel.error());
-    const auto ofHub =
-        read<HubAIChat>(m_folder + LibraryStore::aiChatsFile.toString(),
-                        [](const QByteArray& json) { return decodeHubAIChats(json); });
+    const auto ofHub = listOf<HubAIChat>(m_store);
     if (!ofHub) return std::unexpected(ofHub.error());
     std::vector<KeptChat> chats;
-    for (const SavedChat& chat : *ofPanel)
-        chats.push_back({chat, false});
+    for (SavedChat& chat : *ofPanel) {
+        const Date createdAt = chat.createdAt;
+        chats.push_back({std::move(chat), createdAt, false});
+    }
     for (const HubAIChat& chat : *ofHub)
         chats.push_back(keptChat(chat));
-    stableSort(chats, [](const KeptChat& a, const KeptChat& b) {
-        return a.chat.createdAt > b.chat.createdAt;
-    });
+    stableSort(chats,
+               [](const KeptChat& a, const KeptChat& b) { return a.updatedAt > b.updatedAt; });
     return chats;
 }
 

@@ -45,7 +45,7 @@ void Terminal::complain(const QString& sentence) {
     std::fprintf(stderr, "%s\n", bytes.constData());
 }
 
-std::expected<QString, QString> readPipedInput() {
+std::expected<QString, QString> readPipedInput(const QString& limit) {
     if (::isatty(STDIN_FILENO) == 1) return QString();
     QFile input;
     if (!input.open(STDIN_FILENO, QIODevice::ReadOnly | QIODevice::Unbuffered))
@@ -61,7 +61,8 @@ std::expected<QString, QString> readPipedInput() {
     if (bytes.size() > pipedInputLimit)
         return std::unexpected(
             QStringLiteral("The text on standard input is larger than 16 MB, which is the most "
-                           "that can be sent."));
+                           "that %1.")
+                .arg(limit));
     return QString::fromUtf8(bytes);
 }
 

@@ -36,7 +36,7 @@ class Terminal {
 inline constexpr qint64 pipedInputLimit = 16 << 20;
 
 /// Everything on standard input, as text; "" for a terminal. Blocks until its end. The error is a
-/// sentence for the user.
-[[nodiscard]] std::expected<QString, QString> readPipedInput();
+/// sentence for the user, in which `limit` ends "which is the most that ...".
+[[nodiscard]] std::expected<QString, QString> readPipedInput(const QString& limit);
 
 } // namespace vorq

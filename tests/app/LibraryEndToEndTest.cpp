@@ -20,7 +20,9 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <csignal>
 #include <memory>
+#include <sys/resource.h>
 
 namespace vorq {
 namespace {
@@ -270,6 +272,130 @@ TEST_F(LibraryEndToEndTest, ASaveThatCannotBeWrittenIsAnError) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
     EXPECT_THAT(outcome.err, StartsWith("The note could not be saved in "));
+}
+
+TEST_F(LibraryEndToEndTest, ASaveSaysWhyItFailed) {
+    QDir().mkpath(m_home.filePath("data/Vorq/Library"));
+    const std::string start =
+        "The note could not be saved in " + m_home.filePath("data/Vorq/Library: ").toStdString();
+    QProcess full;
+    full.setProcessEnvironment(m_environment);
+    full.setChildProcessModifier([] {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{100, 100};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    });
+    full.start(VORQ_PROGRAM, {"notes", "save", "Rivers flow."});
+    const Outcome onFullDisk = finish(full);
+    EXPECT_EQ(onFullDisk.status, 1);
+    EXPECT_EQ(onFullDisk.err, start + "File too large.\n");
+    EXPECT_THAT(store().loadNotes(), SizeIs(0));
+    {
+        const auto lock = store().lock();
+        EXPECT_EQ(vorq({"notes", "save", "Rivers flow."}).err,
+                  start + "another program is using the library.\n");
+    }
+    QDir().mkpath(pathOf("saved-notes.json"));
+    EXPECT_EQ(vorq({"notes", "save", "Rivers flow."}).err, start + "Is a directory.\n");
+    EXPECT_THAT(vorq({"notes", "list"}).err,
+                HasSubstr("saved-notes.json cannot be read: Is a directory."));
+}
+
+TEST_F(LibraryEndToEndTest, ALinkToAFileThatIsNotThereYetIsFollowed) {
+    QDir().mkpath(m_home.filePath("data/Vorq/Library"));
+    const QString target = m_home.filePath("away.json");
+    ASSERT_TRUE(QFile::link(target, pathOf("saved-notes.json")));
+    const Outcome empty = vorq({"notes", "list"});
+    EXPECT_EQ(empty.status, 0) << empty.err;
+    const Outcome saved = vorq({"notes", "save", "Rivers flow."});
+    EXPECT_EQ(saved.status, 0) << saved.err;
+    EXPECT_TRUE(QFileInfo(target).isFile());
+    EXPECT_TRUE(QFileInfo(pathOf("saved-notes.json")).isSymLink());
+}
+
+TEST_F(LibraryEndToEndTest, ALinkToADriveThatIsNotThereIsAnError) {
+    QDir().mkpath(m_home.filePath("data/Vorq/Library"));
+    ASSERT_TRUE(QFile::link("/nowhere/at all/notes.json", pathOf("saved-notes.json")));
+    for (const QStringList& arguments :
+         {QStringList{"notes", "list"}, {"notes", "save", "Rivers flow."}}) {
+        const Outcome outcome = vorq(arguments);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_THAT(outcome.err, HasSubstr("No such file or directory."));
+    }
+}
+
+TEST_F(LibraryEndToEndTest, ANoteIsSavedEvenIfItsIdCannotBePrinted) {
+    QProcess process;
+    process.setProcessEnvironment(m_environment);
+    process.setStandardOutputFile("/dev/full");
+    process.start(VORQ_PROGRAM, {"notes", "save", "Rivers flow."});
+    const Outcome outcome = finish(process);
+    ASSERT_THAT(store().loadNotes(), SizeIs(1));
+    EXPECT_EQ(outcome.status, 0) << "who tries again would have it twice";
+    const QString id = store().loadNotes().front().id.toString(QUuid::WithoutBraces).toUpper();
+    EXPECT_THAT(outcome.err, HasSubstr("The note is saved as " + id.toStdString()));
+}
+
+TEST_F(LibraryEndToEndTest, ATextThatIsTooLongForANoteIsRefused) {
+    const Outcome outcome = vorq({"notes", "save"}, QByteArray((16 << 20) + 1, 'x'));
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "The text on standard input is larger than 16 MB, which is the most "
+                           "that a note can hold.\n");
+}
+
+TEST_F(LibraryEndToEndTest, AChatOfTheHubHasBothItsTimes) {
+    HubAIChat chat;
+    chat.id = QUuid::createUuid();
+    chat.title = "Plan";
+    chat.createdAt = Date(1'700'000'000s);
+    chat.updatedAt = Date(1'700'000'100s);
+    store().save(std::vector{chat});
+    for (const QJsonObject& told :
+         {vorq({"chats", "list", "--json"}).json().array()[0].toObject(),
+          vorq({"chats", "show", "--json", chat.id.toString(QUuid::WithoutBraces)})
+              .json()
+              .object()}) {
+        EXPECT_EQ(told["createdAt"], "2023-11-14T22:13:20Z");
+        EXPECT_EQ(told["updatedAt"], "2023-11-14T22:15:00Z");
+    }
+}
+
+// The most memory, in bytes, that a child of this process has taken so far.
+std::int64_t memoryOfChildren() {
+    rusage used{};
+    ::getrusage(RUSAGE_CHILDREN, &used);
+    return std::int64_t{used.ru_maxrss} << 10;
+}
+
+// Beside its lists.
+#if __has_feature(address_sanitizer)
+constexpr std::int64_t memoryOfTheProgram = 300'000'000;
+#else
+constexpr std::int64_t memoryOfTheProgram = 100'000'000;
+#endif
+
+TEST_F(LibraryEndToEndTest, AFileOfAnySizeTakesNoMemoryIfItIsNoList) {
+    QDir().mkpath(m_home.filePath("data/Vorq/Library"));
+    QFile file(pathOf("saved-notes.json"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(file.resize(6'000'000'000));
+    const Outcome outcome = vorq({"notes", "list"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("saved-notes.json is damaged."));
+    EXPECT_LT(memoryOfChildren(), memoryOfTheProgram);
+}
+
+TEST_F(LibraryEndToEndTest, ASaveReadsTheListOnce) {
+    std::vector<SavedNote> notes(20'000);
+    for (SavedNote& note : notes) {
+        note.id = QUuid::createUuid();
+        note.text = QString(2000, u'x');
+    }
+    store().save(notes);
+    const auto size = QFileInfo(pathOf("saved-notes.json")).size();
+    EXPECT_EQ(vorq({"notes", "save", "Rivers flow."}).status, 0);
+    EXPECT_LT(memoryOfChildren(), memoryOfTheProgram + size * 5 / 2);
+    EXPECT_THAT(store().loadNotes(), SizeIs(20'001));
 }
 
 TEST_F(LibraryEndToEndTest, ManySavesAtOnceLoseNoNote) {
