@@ -130,6 +130,10 @@ TEST_F(StudyNotesTest, ASecondSaveStartsFromTheNoteAsItWasLoaded) {
     const QString after = stored(note.id).thoughts;
     EXPECT_TRUE(after.startsWith("Rivers carry silt.\n\n")) << qPrintable(after);
     EXPECT_TRUE(after.endsWith("First."));
+    study().setLastStudyResearch("Second.");
+    EXPECT_TRUE(notes().saveStudyResearchToActiveNote());
+    EXPECT_EQ(study().studyNoteOriginalBody(), "Rivers carry silt.");
+    EXPECT_EQ(stored(note.id).thoughts, "Rivers carry silt.\n\nFirst.\n\nSecond.");
 }
 
 TEST_F(StudyNotesTest, ResearchThatRepeatsTheNoteReplacesIt) {

@@ -53,6 +53,30 @@ TEST(HubTracker, AnyScaleOfACardIsRead) {
     EXPECT_EQ(entryWith(R"(,"boardScale":2)"), std::nullopt);
 }
 
+TEST(HubTracker, AScaleOfAnEarlierBuildIsWrittenBackAsTheOneItIs) {
+    const auto trackers = entryWith(R"(,"boardScale":"fourX")");
+    ASSERT_TRUE(trackers);
+    const QByteArray written = encode(*trackers);
+    EXPECT_TRUE(written.contains(R"("boardScale" : "threeX")"));
+    EXPECT_FALSE(written.contains("fourX"));
+}
+
+TEST(HubTracker, AConnectionOfTwoIdsOnlyIsATubeWithoutSides) {
+    const QByteArray from = "6F9619FF-8B86-D011-B42D-00C04FC964FF";
+    const QByteArray to = "11111111-8B86-D011-B42D-00C04FC964FF";
+    const auto trackers = trackerWith(R"(,"connections":[{"fromEntryID":")" + from +
+                                      R"(","toEntryID":")" + to + R"("}])");
+    ASSERT_TRUE(trackers);
+    ASSERT_EQ(trackers->front().connections.size(), 1);
+    HubTrackerConnection expected;
+    expected.id = trackers->front().connections.front().id;
+    expected.fromEntryID = QUuid::fromString(QLatin1StringView(from));
+    expected.toEntryID = QUuid::fromString(QLatin1StringView(to));
+    EXPECT_FALSE(expected.id.isNull());
+    EXPECT_EQ(expected.kind, HubTrackerConnectionKind::Tube);
+    EXPECT_EQ(trackers->front().connections.front(), expected);
+}
+
 TEST(HubTracker, ConnectionOfAnyOlderVersionIsRead) {
     const auto trackers = trackerWith(R"(,"connections":[{},{}])");
     ASSERT_TRUE(trackers);
