@@ -138,6 +138,25 @@ TEST_F(StudyEndToEndTest, ANoteIsLoadedAskedAboutEnrichedAndMadeIntoFlashcards) 
     EXPECT_THAT(m_state->library().savedChats().records(), SizeIs(1));
 }
 
+TEST_F(StudyEndToEndTest, FlashcardsAloneAreNothingToSaveAndAReplyIsAddedToTheirNote) {
+    startGateway();
+    launch();
+    signIn();
+    m_state->library().createBlankNote(material, HubArea::Study);
+    const QString body = notes().front().thoughts;
+
+    EXPECT_TRUE(said("make flashcards").startsWith("Here are "));
+    EXPECT_EQ(said("save notes"),
+              "Nothing to save yet — ask me to research or explain the note first.");
+    EXPECT_EQ(notes().front().thoughts, body);
+
+    EXPECT_NE(said("Why did farmers need no manure?"), "");
+    EXPECT_EQ(said("save notes"), "Saved — original note plus the update.");
+    EXPECT_TRUE(notes().front().thoughts.startsWith(material));
+    EXPECT_GT(notes().front().thoughts.size(), material.size() + 20);
+    EXPECT_GT(notes().front().flashcards.size(), 0U);
+}
+
 TEST_F(StudyEndToEndTest, ABackendThatIsGoneIsSaidInPlaceOfTheCards) {
     startGateway();
     launch();
