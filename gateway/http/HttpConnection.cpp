@@ -268,7 +268,7 @@ Awaitable<void> HttpConnection::finish() {
     core_.room.settle(*this);
     error_code ignored;
     socket_.shutdown(Socket::shutdown_send, ignored);
-    if (reader_.isWhole()) co_return;
+    if (!reader_.awaitsMore()) co_return;
     watchPeer();
     const SteadyTime end = Steady::now() + kFinishTime;
     while (!peerLeft_ && Steady::now() < end)
@@ -286,6 +286,7 @@ Awaitable<std::invoke_result_t<Work&>> HttpConnection::onPool(WorkerPool& pool, 
     Outcome outcome;
     const bool isTaken = pool.submit([this, &outcome, &work] {
         try {
+            if (core_.stopping) throw CancelledError();
             outcome.result.emplace(work());
         } catch (...) {
             outcome.failure = std::current_exception();

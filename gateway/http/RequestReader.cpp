@@ -68,6 +68,12 @@ HttpRequest RequestReader::requestOf() const {
     return request;
 }
 
+bool RequestReader::awaitsMore() const {
+    if (isWhole()) return false;
+    if (!parser_.is_header_done() || parser_.chunked()) return true;
+    return parser_.content_length_remaining().value_or(0) > buffer_.size();
+}
+
 Awaitable<HttpRequest> RequestReader::readHead() {
     while (!parser_.is_header_done()) {
         error_code error;

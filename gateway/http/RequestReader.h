@@ -28,6 +28,8 @@ class RequestReader {
     [[nodiscard]] Awaitable<void> readBody(std::size_t limit);
 
     [[nodiscard]] bool isWhole() const { return parser_.is_done(); }
+    /// Whether bytes of the request may still be on their way.
+    [[nodiscard]] bool awaitsMore() const;
     /// Whether the client waits for a word before it sends its body.
     [[nodiscard]] bool awaitsContinue() const { return awaitsContinue_; }
     /// False for a client of HTTP/1.0, which knows no chunks.

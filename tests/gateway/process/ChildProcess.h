@@ -26,6 +26,7 @@ class ChildProcess {
     std::string readAll();
     std::string readErrors();
     void signal(int number) const;
+    [[nodiscard]] pid_t pid() const { return pid_; }
     /// The exit status, or 128 and the number of the signal that ended it.
     int wait();
 
