@@ -54,6 +54,13 @@ bool isEmail(std::string_view text) {
            at + 1 < text.size() && text.find('@', at + 1) == std::string_view::npos;
 }
 
+std::size_t characterCount(std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < text.size(); i += decodeAt(text, i).length)
+        ++count;
+    return count;
+}
+
 } // namespace
 
 Account newLocalAccount(const std::string& loginName) {
@@ -89,7 +96,7 @@ PrivacyChange checkedPrivacy(const PrivacyChange& change) {
     if (checked.email.empty() && change.newPassword.empty()) {
         throw ApiError(400, "Enter a new email and/or a new password.");
     }
-    if (!change.newPassword.empty() && change.newPassword.size() < kShortestPassword) {
+    if (!change.newPassword.empty() && characterCount(change.newPassword) < kShortestPassword) {
         throw ApiError(400, "New password must be at least 8 characters.");
     }
     if (change.newPassword.size() > kLongestPassword ||

@@ -322,6 +322,17 @@ TEST_F(AccountServiceTest, ImpossiblePrivacyChangesAreRefused) {
     EXPECT_EQ(change({"", "x", std::string(1025, 'x')}), 400);
 }
 
+TEST_F(AccountServiceTest, ThePasswordsLengthIsCountedInCharacters) {
+    const Session session = signIn();
+    const auto change = [&](const std::string& password) {
+        return statusOf(
+            [&] { return service.updatePrivacy(identity(session), {"", "x", password}); });
+    };
+    EXPECT_EQ(change("пароль7"), 400) << "seven characters in fourteen bytes";
+    EXPECT_EQ(change("密码"), 400);
+    EXPECT_EQ(change("пароль78"), 200);
+}
+
 TEST_F(AccountServiceTest, TwoProgramsShareOneState) {
     AccountService second(open(folder), clock);
     const std::string code = second.createHandoff("ada");
