@@ -131,6 +131,13 @@ void Database::setPatience(std::chrono::milliseconds patience) {
     check(handle_.get(), sqlite3_busy_timeout(handle_.get(), static_cast<int>(patience.count())));
 }
 
+bool Database::isReplaced() const {
+    int moved = 0;
+    check(handle_.get(),
+          sqlite3_file_control(handle_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved));
+    return moved != 0;
+}
+
 Database Database::another() const {
     return Database(sqlite3_db_filename(handle_.get(), "main"));
 }

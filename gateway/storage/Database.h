@@ -66,6 +66,8 @@ class Database {
 
     /// How long an operation waits for another program that holds the file.
     void setPatience(std::chrono::milliseconds patience);
+    /// Whether the file was removed, or another one stands in its place.
+    [[nodiscard]] bool isReplaced() const;
     /// Another connection to the same file.
     [[nodiscard]] Database another() const;
 

@@ -1,5 +1,7 @@
 #include "storage/Schema.h"
 
+#include "support/Filled.h"
+
 #include <array>
 #include <stdexcept>
 #include <string>
@@ -7,9 +9,8 @@
 namespace vorq::gateway {
 namespace {
 
-// Entry n brings a file of version n to version n + 1. Entries are never changed once released.
-constexpr std::array kSteps = {
-    R"sql(
+// Steps are never changed once released.
+constexpr auto kAccountsAndTokens = R"sql(
     CREATE TABLE accounts (
         id INTEGER PRIMARY KEY,
         isLocal INTEGER NOT NULL DEFAULT 0,
@@ -53,8 +54,9 @@ constexpr std::array kSteps = {
         accountId INTEGER NOT NULL REFERENCES accounts(id) ON DELETE CASCADE,
         expiresAt INTEGER NOT NULL
     ) WITHOUT ROWID;
-    )sql",
-    R"sql(
+    )sql";
+
+constexpr auto kGenerations = R"sql(
     -- Each refresh of a sign-in makes one generation of tokens. The latest one that is known to
     -- have reached its program is confirmed.
     ALTER TABLE families ADD COLUMN latest INTEGER NOT NULL DEFAULT 0;
@@ -76,8 +78,10 @@ constexpr std::array kSteps = {
             (SELECT max(generation) FROM refreshTokens
              WHERE familyId = families.id AND usedAt >= 0), 0);
     ALTER TABLE refreshTokens DROP COLUMN usedAt;
-    )sql",
-};
+    )sql";
+
+// Entry n brings a file of version n to version n + 1.
+constexpr std::array kSteps = {kAccountsAndTokens, kGenerations};
 
 std::int64_t versionOf(Database& database) {
     Statement statement = database.prepare("PRAGMA user_version");
@@ -95,6 +99,11 @@ void migrate(Database& database) {
     const std::int64_t version = versionOf(database);
     if (version > newest) {
         throw std::runtime_error("The state file was written by a newer version of vorq-gateway.");
+    }
+    if (version < 0) {
+        throw std::runtime_error(filled("The state file says that it is of version {}, which never "
+                                        "was. Move it away to start with a new one.",
+                                        version));
     }
     for (std::int64_t step = version; step < newest; ++step) {
         database.execute(kSteps.at(static_cast<std::size_t>(step)));

@@ -22,7 +22,11 @@ class SharedDatabase {
     /// How long another program may hold the file before threads give up.
     static constexpr std::chrono::seconds kPatience{2};
 
-    explicit SharedDatabase(Database database);
+    /// Opens the file anew, to take the place of one that was removed or replaced.
+    using Reopen = std::function<Database()>;
+
+    /// Without `reopen` it stays with the file that it has.
+    explicit SharedDatabase(Database database, Reopen reopen = {});
 
     /// The turn of a thread to write, in one transaction: rolled back unless committed.
     class Writing {
@@ -53,6 +57,7 @@ class SharedDatabase {
     std::invoke_result_t<Work&, Database&> read(Work work) {
         std::optional<std::invoke_result_t<Work&, Database&>> result;
         toRead_.attempt([&] {
+            if (isReplaced()) static_cast<void>(write());
             const std::scoped_lock lock(reading_);
             result = work(reader_);
         });
@@ -69,13 +74,18 @@ class SharedDatabase {
         void attempt(const std::function<void()>& work);
 
       private:
-        /// Since when the file was found held, now included.
-        [[nodiscard]] Moment heldSince();
+        /// How long the file has been found held, now included.
+        [[nodiscard]] std::chrono::steady_clock::duration heldFor();
 
         std::mutex mutex_;
         std::optional<Moment> heldSince_;
+        Moment lastHeld_;
     };
 
+    [[nodiscard]] Writing beginWriting();
+    [[nodiscard]] bool isReplaced();
+
+    Reopen reopen_;
     Waiting toWrite_;
     Waiting toRead_;
     std::mutex writing_;

@@ -13,13 +13,22 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void ensurePrivateFolder(const fs::path& folder) {
+/// A folder that was there is its owner's to open and close; the file is private in any.
+void ensureFolder(const fs::path& folder, const Notice& notice) {
     std::error_code error;
     fs::create_directories(folder.parent_path(), error);
-    if (mkdir(folder.c_str(), 0700) != 0 && !fs::is_directory(folder, error)) {
+    if (mkdir(folder.c_str(), 0700) == 0) return;
+    const fs::file_status status = fs::status(folder, error);
+    if (status.type() != fs::file_type::directory) {
         throw std::runtime_error(filled("Could not create the folder {}.", folder.string()));
     }
-    fs::permissions(folder, fs::perms::owner_all, error);
+    constexpr fs::perms toOthers = fs::perms::group_write | fs::perms::others_write;
+    const bool isSticky = (status.permissions() & fs::perms::sticky_bit) != fs::perms::none;
+    if ((status.permissions() & toOthers) != fs::perms::none && !isSticky) {
+        notice(filled("Others on this computer can replace files in {}, where the accounts are "
+                      "kept. Make it your own: chmod 700.",
+                      folder.string()));
+    }
 }
 
 void makePrivate(const fs::path& file) {
@@ -64,7 +73,7 @@ fs::path stateFile(const fs::path& folder) {
 }
 
 Database openState(const fs::path& folder, const Notice& notice) {
-    ensurePrivateFolder(folder);
+    ensureFolder(folder, notice);
     const fs::path file = stateFile(folder);
     try {
         return openChecked(file);

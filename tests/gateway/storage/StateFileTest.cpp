@@ -35,11 +35,23 @@ TEST_F(StateFileTest, FolderAndFileBelongToTheUserAlone) {
     }
 }
 
-TEST_F(StateFileTest, AFolderThatWasOpenToOthersIsClosed) {
+TEST_F(StateFileTest, AFolderThatWasThereKeepsItsMode) {
+    fs::create_directories(folder);
+    for (const fs::perms mode : {fs::perms(0755), fs::perms(01777)}) {
+        fs::permissions(folder, mode);
+        const Database database = open();
+        EXPECT_EQ(fs::status(folder).permissions(), mode);
+        EXPECT_EQ(fs::status(stateFile(folder)).permissions(), fs::perms(0600));
+        EXPECT_TRUE(notices.empty());
+    }
+}
+
+TEST_F(StateFileTest, AFolderInWhichOthersCanReplaceTheFileIsPointedOut) {
     fs::create_directories(folder);
     fs::permissions(folder, fs::perms::all);
     const Database database = open();
-    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
+    ASSERT_EQ(notices.size(), 1U);
+    EXPECT_NE(notices[0].find(folder.string()), std::string::npos);
 }
 
 TEST_F(StateFileTest, WritesAheadAndToTheDisk) {
@@ -143,6 +155,20 @@ TEST_F(StateFileTest, AFileOfANewerVersionIsLeftAlone) {
     }
     EXPECT_THROW(open(), std::runtime_error);
     EXPECT_TRUE(notices.empty());
+    EXPECT_FALSE(fs::exists(stateFile(folder).string() + ".damaged-1"));
+}
+
+TEST_F(StateFileTest, AVersionThatNeverWasIsSaidAndTheFileLeftAlone) {
+    {
+        Database database = open();
+        database.execute("PRAGMA user_version = -1");
+    }
+    try {
+        static_cast<void>(open());
+        FAIL() << "opened it";
+    } catch (const std::runtime_error& error) {
+        EXPECT_NE(std::string(error.what()).find("version -1"), std::string::npos) << error.what();
+    }
     EXPECT_FALSE(fs::exists(stateFile(folder).string() + ".damaged-1"));
 }
 
