@@ -28,7 +28,12 @@ ApiError tryAgain(int seconds) {
 } // namespace
 
 AccountService::AccountService(Database database, const Clock& clock)
-    : database_(std::move(database)), clock_(clock) {
+    : AccountService(std::move(database), clock, Options()) {}
+
+AccountService::AccountService(Database database, const Clock& clock, Options options)
+    : database_(std::move(database), std::move(options.reopen)),
+      clock_(clock),
+      passwordAttempts_(clock, options.wrongPasswordsPerMinute) {
     auto turn = database_.write();
     TokenTable(turn.database()).dropExpired(clock_.nowMs());
     turn.commit();
@@ -104,9 +109,9 @@ std::optional<RefreshTokenRow> AccountService::tradeable(Database& database,
 }
 
 Session AccountService::refresh(const std::string& refreshToken) {
+    if (hasUnwrittenConfirmations()) writeConfirmations(database_.write());
     auto turn = database_.write();
     Database& database = turn.database();
-    writeConfirmations(database);
     const std::optional<RefreshTokenRow> row = tradeable(database, refreshToken);
     const std::optional<Account> account =
         row ? AccountTable(database).byId(row->owner.accountId) : std::nullopt;
@@ -146,21 +151,24 @@ void AccountService::confirm(const AccessTokenRow& token) {
         confirmed = std::max(confirmed, token.age.generation);
     }
     try {
-        if (auto turn = database_.tryWrite()) {
-            writeConfirmations(turn->database());
-            turn->commit();
-        }
+        if (auto turn = database_.tryWrite()) writeConfirmations(*std::move(turn));
     } catch (const DatabaseError&) {
         return; // As on a full disk.
     }
 }
 
-void AccountService::writeConfirmations(Database& database) {
+void AccountService::writeConfirmations(SharedDatabase::Writing turn) {
     const std::scoped_lock lock(confirming_);
-    TokenTable tokens(database);
+    TokenTable tokens(turn.database());
     for (const auto& [family, generation] : unwrittenConfirmations_)
         tokens.confirm(family, generation);
+    turn.commit();
     unwrittenConfirmations_.clear();
+}
+
+bool AccountService::hasUnwrittenConfirmations() {
+    const std::scoped_lock lock(confirming_);
+    return !unwrittenConfirmations_.empty();
 }
 
 Session AccountService::signOut(const Identity& identity) {
@@ -186,13 +194,18 @@ Session AccountService::updateProfile(const Identity& identity, const ProfileCha
 
 /// The hash of the new password, if there is one, after the current one was found right. Slow, and
 /// so outside the lock of the database.
-std::optional<std::string> AccountService::checkedHash(const std::optional<std::string>& oldHash,
+std::optional<std::string> AccountService::checkedHash(const Identity& identity,
                                                        const PrivacyChange& change) {
     const std::scoped_lock lock(hashing_);
+    const auto& [owner, account, token, address] = identity;
     // Without a stored password there is nothing to compare: the bearer token alone proves who
     // asks.
-    if (oldHash && !passwordMatches(*oldHash, change.currentPassword)) {
-        throw ApiError(403, "The current password is not right.");
+    if (account.passwordHash) {
+        passwordAttempts_.check(account.id, address);
+        if (!passwordMatches(*account.passwordHash, change.currentPassword)) {
+            passwordAttempts_.noteWrong(account.id, address);
+            throw ApiError(403, "The current password is not right.");
+        }
     }
     if (change.newPassword.empty()) return std::nullopt;
     return hashOfPassword(change.newPassword);
@@ -201,7 +214,7 @@ std::optional<std::string> AccountService::checkedHash(const std::optional<std::
 Session AccountService::updatePrivacy(const Identity& identity, const PrivacyChange& requested) {
     const PrivacyChange change = checkedPrivacy(requested);
     const std::optional<std::string>& oldHash = identity.account.passwordHash;
-    const std::optional<std::string> newHash = checkedHash(oldHash, change);
+    const std::optional<std::string> newHash = checkedHash(identity, change);
     auto turn = database_.write();
     AccountTable accounts(turn.database());
     std::optional<Account> account = accounts.byId(identity.owner.accountId);

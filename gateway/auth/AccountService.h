@@ -1,5 +1,6 @@
 #pragma once
 
+#include "auth/PasswordAttempts.h"
 #include "auth/RefreshGrace.h"
 #include "auth/Session.h"
 #include "storage/AccountTable.h"
@@ -19,6 +20,8 @@ struct Identity {
     TokenOwner owner;
     Account account;
     std::string token;
+    /// Where the request came from.
+    std::string address = {};
 };
 
 /// Fields to change; what is absent stays.
@@ -40,8 +43,16 @@ struct PrivacyChange {
 /// Sign-in, tokens and the account's own settings. Thread-safe. Refusals are ApiError.
 class AccountService {
   public:
+    struct Options {
+        /// Of one account from one address.
+        int wrongPasswordsPerMinute = 10;
+        /// Opens the state file anew when it was removed or replaced.
+        SharedDatabase::Reopen reopen = {};
+    };
+
     /// `clock` outlives the service.
     AccountService(Database database, const Clock& clock);
+    AccountService(Database database, const Clock& clock, Options options);
 
     /// A fresh one-time code for this computer's account, which is made on first use.
     [[nodiscard]] std::string createHandoff(const std::string& loginName);
@@ -66,7 +77,7 @@ class AccountService {
     };
 
     [[nodiscard]] Account localAccount(Database& database, const std::string& loginName) const;
-    [[nodiscard]] std::optional<std::string> checkedHash(const std::optional<std::string>& oldHash,
+    [[nodiscard]] std::optional<std::string> checkedHash(const Identity& identity,
                                                          const PrivacyChange& change);
     /// The row of a token that may be traded now; nothing if it shows a theft, which has ended the
     /// sign-in. Throws ApiError.
@@ -75,7 +86,8 @@ class AccountService {
     [[nodiscard]] Session issue(Database& database, const Account& account,
                                 std::int64_t familyId) const;
     void confirm(const AccessTokenRow& token);
-    void writeConfirmations(Database& database);
+    void writeConfirmations(SharedDatabase::Writing turn);
+    [[nodiscard]] bool hasUnwrittenConfirmations();
 
     SharedDatabase database_;
     const Clock& clock_;
@@ -86,6 +98,7 @@ class AccountService {
     std::unordered_map<std::int64_t, std::int64_t> unwrittenConfirmations_;
     /// Hashing a password takes much memory on purpose, so it is done one at a time.
     std::mutex hashing_;
+    PasswordAttempts passwordAttempts_;
 };
 
 } // namespace vorq::gateway

@@ -10,22 +10,25 @@
 
 namespace vorq::gateway {
 
-/// Allows each address a burst of requests, and then as many a minute. Thread-safe.
+/// Allows each key a burst of attempts, and then as many a minute. Thread-safe.
 class RateLimiter {
   public:
     /// `perMinute` at least 1. `clock` outlives the limiter.
     RateLimiter(const Clock& clock, int perMinute);
 
-    /// 0 if the request may pass, else the seconds until the next one may.
-    [[nodiscard]] int secondsToWait(const std::string& address);
-    [[nodiscard]] std::size_t trackedAddresses() const;
+    /// 0 if an attempt may be made, else the seconds until it may.
+    [[nodiscard]] int secondsToWait(const std::string& key) const;
+    /// An attempt was made.
+    void spend(const std::string& key);
+    [[nodiscard]] std::size_t trackedKeys() const;
 
   private:
     struct Bucket {
         double allowance = 0;
-        std::int64_t updatedMs = 0;
+        std::int64_t updatedMs = 0; ///< uptime
     };
-    void forgetFullBuckets(std::int64_t nowMs);
+    [[nodiscard]] double allowance(const Bucket& bucket) const;
+    void forgetFullBuckets();
 
     const Clock& clock_;
     double perMinute_;

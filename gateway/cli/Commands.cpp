@@ -1,7 +1,6 @@
 #include "cli/Commands.h"
 
 #include "auth/AccountService.h"
-#include "auth/RateLimiter.h"
 #include "cli/Settings.h"
 #include "engine/embedded/EmbeddedEngine.h"
 #include "http/AiRoutes.h"
@@ -38,6 +37,13 @@ Database openDatabase(const CommandLine& line) {
     initSecrets();
     return openState(line.dataFolder.value_or(defaultDataFolder(processEnvironment)),
                      [](const std::string& notice) { say(stderr, "vorq-gateway: " + notice); });
+}
+
+/// After the file was removed, or another one put in its place, under the running server.
+Database reopenDatabase(const CommandLine& line) {
+    say(stderr, "vorq-gateway: The state file was removed or replaced. What stands in its place is "
+                "used from now on; where nothing does, a new one was started: sign in again.");
+    return openDatabase(line);
 }
 
 std::string loginName() {
@@ -100,10 +106,11 @@ int runServe(const CommandLine& line) {
     for (const std::string& notice : settings.notices)
         say(stderr, "vorq-gateway: " + notice);
     const SystemClock clock;
-    AccountService accounts(openDatabase(line), clock);
-    RateLimiter limiter(clock, settings.authRequestsPerMinute);
+    AccountService accounts(openDatabase(line), clock,
+                            {.wrongPasswordsPerMinute = settings.wrongPasswordsPerMinute,
+                             .reopen = [&line] { return reopenDatabase(line); }});
     const std::unique_ptr<Engine> engine = makeEngine(settings, line);
-    RequestRouter router(accounts, limiter, RequestGuard(line.host));
+    RequestRouter router(accounts, RequestGuard(line.host, settings.trustedProxies));
     addAuthRoutes(router, accounts);
     addAiRoutes(router, *engine);
     GatewayServer server(router, mostConnections());

@@ -1,5 +1,6 @@
 #include "cli/Settings.h"
 
+#include "cli/SettingNames.h"
 #include "support/Filled.h"
 #include "support/Utf8.h"
 
@@ -143,10 +144,12 @@ Settings readSettings(const fs::path& file, const Environment& environment) {
     const json document = readDocument(file);
     Settings settings;
     settings.provider = readProvider(document, environment);
-    settings.authRequestsPerMinute =
-        valueOr(document, "authRequestsPerMinute", settings.authRequestsPerMinute);
-    if (settings.authRequestsPerMinute < 1) {
-        throw std::runtime_error("\"authRequestsPerMinute\" in the settings must be at least 1.");
+    settings.notices = unknownSettings(document);
+    settings.trustedProxies = valueOr(document, "trustedProxies", settings.trustedProxies);
+    settings.wrongPasswordsPerMinute =
+        valueOr(document, "wrongPasswordsPerMinute", settings.wrongPasswordsPerMinute);
+    if (settings.wrongPasswordsPerMinute < 1) {
+        throw std::runtime_error("\"wrongPasswordsPerMinute\" in the settings must be at least 1.");
     }
     const auto provider = document.find("provider");
     const bool holdsKey = provider != document.end() && provider->is_object() &&

@@ -18,7 +18,9 @@ using Environment = std::function<std::optional<std::string>(const char* name)>;
 struct Settings {
     /// Absent without a provider: replies then come from the embedded engine.
     std::optional<ProviderConfig> provider;
-    int authRequestsPerMinute = 60;
+    int wrongPasswordsPerMinute = 10;
+    /// Addresses of proxies whose word on where a request came from is taken.
+    std::vector<std::string> trustedProxies;
     /// What the user ought to change, as sentences.
     std::vector<std::string> notices;
 };

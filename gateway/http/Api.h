@@ -22,6 +22,8 @@ struct HttpRequest {
     std::string contentType = {};
     std::string authorization = {};
     std::string remoteAddress = {};
+    /// What a proxy says of the addresses before it, the nearest last.
+    std::string forwardedFor = {};
     /// As announced; nothing if the request has none or is sent in chunks.
     std::optional<std::uint64_t> contentLength = std::nullopt;
     bool hasBody = false;

@@ -33,8 +33,7 @@ PrivacyChange privacyChange(const nlohmann::json& body) {
 
 void addAuthRoutes(RequestRouter& router, AccountService& accounts) {
     const auto add = [&](const char* path, bool needsToken, ApiHandler handler) {
-        router.add(
-            path, {.handler = std::move(handler), .needsToken = needsToken, .isRateLimited = true});
+        router.add(path, {.handler = std::move(handler), .needsToken = needsToken});
     };
     add("/auth/refresh", false, [&accounts](const ApiCall& call) {
         return reply(accounts.refresh(secretIn(call, "refreshToken")));
@@ -55,7 +54,6 @@ void addAuthRoutes(RequestRouter& router, AccountService& accounts) {
                                              call.identity.value(), privacyChange(call.body)));
                                      },
                                  .needsToken = true,
-                                 .isRateLimited = true,
                                  .computes = true});
 }
 

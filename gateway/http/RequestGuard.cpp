@@ -3,7 +3,7 @@
 #include "http/ApiError.h"
 #include "support/Utf8.h"
 
-#include <array>
+#include <algorithm>
 #include <string_view>
 
 namespace vorq::gateway {
@@ -19,9 +19,42 @@ bool isLoopbackName(std::string_view name) {
     return name == "127.0.0.1" || name == "localhost" || name == "[::1]";
 }
 
+/// An address in one spelling: without port, brackets, blanks and the prefix by which a socket for
+/// both families names IPv4.
+std::string plainAddress(std::string_view text) {
+    constexpr std::string_view mapped = "::ffff:";
+    std::string address = lowered(trimmed(text));
+    if (address.starts_with('['))
+        address = address.substr(1, address.find(']') - 1);
+    else if (std::ranges::count(address, ':') == 1)
+        address.resize(address.find(':'));
+    if (address.starts_with(mapped) && address.contains('.')) address.erase(0, mapped.size());
+    return address;
+}
+
 } // namespace
 
-RequestGuard::RequestGuard(std::string listenHost) : listenHost_(std::move(listenHost)) {}
+RequestGuard::RequestGuard(std::string listenHost, std::vector<std::string> trustedProxies)
+    : listenHost_(std::move(listenHost)) {
+    for (const std::string& proxy : trustedProxies)
+        trustedProxies_.push_back(plainAddress(proxy));
+}
+
+bool RequestGuard::isTrustedProxy(const std::string& address) const {
+    return std::ranges::find(trustedProxies_, address) != trustedProxies_.end();
+}
+
+std::string RequestGuard::senderAddress(const HttpRequest& request) const {
+    std::string address = plainAddress(request.remoteAddress);
+    std::string_view before = request.forwardedFor;
+    while (isTrustedProxy(address) && !trimmed(before).empty()) {
+        const std::size_t comma = before.rfind(',');
+        const bool isLast = comma == std::string_view::npos;
+        address = plainAddress(isLast ? before : before.substr(comma + 1));
+        before = isLast ? std::string_view() : before.substr(0, comma);
+    }
+    return address;
+}
 
 bool RequestGuard::isOwnName(const std::string& authority) const {
     const std::string name = hostName(authority);

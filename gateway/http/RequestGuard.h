@@ -3,6 +3,7 @@
 #include "http/Api.h"
 
 #include <string>
+#include <vector>
 
 namespace vorq::gateway {
 
@@ -11,17 +12,24 @@ namespace vorq::gateway {
 /// set.
 class RequestGuard {
   public:
-    /// `listenHost` is the address the server was told to listen on.
-    explicit RequestGuard(std::string listenHost);
+    /// `listenHost` is the address the server was told to listen on, `trustedProxies` the addresses
+    /// whose word on where a request came from is taken.
+    explicit RequestGuard(std::string listenHost, std::vector<std::string> trustedProxies = {});
 
     /// Throws ApiError 403 for a foreign Host or Origin.
     void checkSender(const HttpRequest& request) const;
     /// Throws ApiError 415 unless the body, if there is one, is declared to be JSON.
     static void checkContentType(const HttpRequest& request);
+    /// Where the request came from: the address that connected or, if that is a trusted proxy, the
+    /// last one that no trusted proxy has.
+    [[nodiscard]] std::string senderAddress(const HttpRequest& request) const;
 
   private:
     [[nodiscard]] bool isOwnName(const std::string& authority) const;
+    [[nodiscard]] bool isTrustedProxy(const std::string& address) const;
+
     std::string listenHost_;
+    std::vector<std::string> trustedProxies_;
 };
 
 } // namespace vorq::gateway

@@ -38,6 +38,16 @@ std::string textOf(boost::beast::string_view view) {
                                : "The request is not valid HTTP.");
 }
 
+/// All of them: a proxy may add a line of its own to that of its client.
+template<typename Message>
+std::string forwardedFor(const Message& message) {
+    std::string all;
+    const auto [begin, end] = message.equal_range("X-Forwarded-For");
+    for (auto entry = begin; entry != end; ++entry)
+        all += (all.empty() ? "" : ",") + textOf(entry->value());
+    return all;
+}
+
 } // namespace
 
 RequestReader::RequestReader(Socket& socket, std::function<void(std::size_t)> onGrowth)
@@ -60,6 +70,7 @@ HttpRequest RequestReader::requestOf() const {
                         .origin = header(http::field::origin),
                         .contentType = header(http::field::content_type).value_or(""),
                         .authorization = header(http::field::authorization).value_or("")};
+    request.forwardedFor = forwardedFor(message);
     if (const auto length = parser_.content_length()) request.contentLength = *length;
     request.hasBody = parser_.chunked() || request.contentLength.value_or(0) > 0;
     error_code ignored;

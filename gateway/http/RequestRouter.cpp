@@ -22,8 +22,8 @@ std::size_t Route::largestBody() const {
     return needsToken ? RequestRouter::kLargestBody : RequestRouter::kLargestStrangersBody;
 }
 
-RequestRouter::RequestRouter(AccountService& accounts, RateLimiter& limiter, RequestGuard guard)
-    : accounts_(accounts), limiter_(limiter), guard_(std::move(guard)) {}
+RequestRouter::RequestRouter(AccountService& accounts, RequestGuard guard)
+    : accounts_(accounts), guard_(std::move(guard)) {}
 
 void RequestRouter::add(const std::string& path, Route route) {
     routes_.insert_or_assign(path, std::move(route));
@@ -41,14 +41,6 @@ const Route& RequestRouter::routeFor(const HttpRequest& request) const {
     return entry->second;
 }
 
-void RequestRouter::checkRate(const HttpRequest& request) {
-    if (const int wait = limiter_.secondsToWait(request.remoteAddress); wait > 0) {
-        ApiError error(429, "Too many attempts. Wait a moment and try again.");
-        error.retryAfterSeconds = wait;
-        throw error;
-    }
-}
-
 ApiError RequestRouter::tooLarge(const Route& route) {
     return {413, filled("The request is larger than {}.", route.needsToken ? "16 MB" : "64 KB")};
 }
@@ -56,7 +48,6 @@ ApiError RequestRouter::tooLarge(const Route& route) {
 const Route& RequestRouter::screen(const HttpRequest& request) {
     guard_.checkSender(request);
     const Route& route = routeFor(request);
-    if (route.isRateLimited) checkRate(request);
     RequestGuard::checkContentType(request);
     if (route.needsToken && bearerToken(request.authorization).empty()) {
         throw ApiError(401, "Sign in first.");
@@ -68,6 +59,7 @@ std::optional<Identity> RequestRouter::identify(const Route& route, const HttpRe
     if (!route.needsToken) return std::nullopt;
     std::optional<Identity> identity = accounts_.identify(bearerToken(request.authorization));
     if (!identity) throw ApiError(401, "Your session expired. Sign in again.");
+    identity->address = guard_.senderAddress(request);
     return identity;
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "auth/AccountService.h"
-#include "auth/RateLimiter.h"
 #include "http/Api.h"
 #include "http/ApiError.h"
 #include "http/RequestGuard.h"
@@ -19,7 +18,6 @@ using ApiHandler = std::function<ApiReply(const ApiCall&)>;
 struct Route {
     ApiHandler handler;
     bool needsToken = false;
-    bool isRateLimited = false;
     /// The handler may compute for long.
     bool computes = false;
 
@@ -35,8 +33,8 @@ class RequestRouter {
     static constexpr std::size_t kLargestStrangersBody = std::size_t{64} * 1024;
     static constexpr std::size_t kLargestBody = std::size_t{16} * 1024 * 1024;
 
-    /// Both outlive the router.
-    RequestRouter(AccountService& accounts, RateLimiter& limiter, RequestGuard guard);
+    /// `accounts` outlives the router.
+    RequestRouter(AccountService& accounts, RequestGuard guard);
 
     void add(const std::string& path, Route route);
     /// What can be told without waiting for anything. The route lasts as long as the router.
@@ -51,10 +49,8 @@ class RequestRouter {
 
   private:
     [[nodiscard]] const Route& routeFor(const HttpRequest& request) const;
-    void checkRate(const HttpRequest& request);
 
     AccountService& accounts_;
-    RateLimiter& limiter_;
     RequestGuard guard_;
     std::map<std::string, Route, std::less<>> routes_;
 };

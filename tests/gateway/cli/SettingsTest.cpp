@@ -37,13 +37,13 @@ class SettingsTest : public ::testing::Test {
 TEST_F(SettingsTest, WithoutAFileThereIsNoProvider) {
     const Settings settings = readSettings(file, environment());
     EXPECT_FALSE(settings.provider.has_value());
-    EXPECT_EQ(settings.authRequestsPerMinute, 60);
+    EXPECT_EQ(settings.wrongPasswordsPerMinute, 10);
 }
 
 TEST_F(SettingsTest, TheFileNamesAProvider) {
     const Settings settings = read(R"({
         // Comments are allowed.
-        "authRequestsPerMinute": 5,
+        "wrongPasswordsPerMinute": 5,
         "provider": {"url": "http://localhost:11434", "key": "k", "model": "m",
                      "models": {"a": "b"}, "idleTimeoutSeconds": 1.5}})");
     ASSERT_TRUE(settings.provider.has_value());
@@ -52,7 +52,7 @@ TEST_F(SettingsTest, TheFileNamesAProvider) {
     EXPECT_EQ(settings.provider->model, "m");
     EXPECT_EQ(settings.provider->models.at("a"), "b");
     EXPECT_EQ(settings.provider->idleTimeout, std::chrono::milliseconds(1500));
-    EXPECT_EQ(settings.authRequestsPerMinute, 5);
+    EXPECT_EQ(settings.wrongPasswordsPerMinute, 5);
 }
 
 TEST_F(SettingsTest, TheHeaderOfTheKeyCanBeNamed) {
@@ -80,6 +80,25 @@ TEST_F(SettingsTest, AKeyThatOthersCanReadIsPointedOut) {
     static_cast<void>(read(R"({"provider": {"url": "http://x"}})"));
     fs::permissions(file, fs::perms(0644));
     EXPECT_TRUE(readSettings(file, environment()).notices.empty());
+}
+
+TEST_F(SettingsTest, KeysThatMeanNothingAreSaidWithWhatWasMeant) {
+    EXPECT_EQ(read(R"({"provdier": {"url": "http://x"}})").notices,
+              (std::vector<std::string>{
+                  R"("provdier" in the settings means nothing to vorq-gateway. Is it "provider" )"
+                  R"(that you mean?)"}));
+    EXPECT_EQ(read(R"({"provider": {"URL": "http://x", "prompt": "p"}})").notices,
+              (std::vector<std::string>{
+                  R"("URL" in the settings means nothing to vorq-gateway. Is it "url" that you )"
+                  R"(mean?)",
+                  R"("prompt" in the settings means nothing to vorq-gateway.)"}));
+}
+
+TEST_F(SettingsTest, TrustedProxiesAreAList) {
+    EXPECT_EQ(read(R"({"trustedProxies": ["10.0.0.1", "::1"]})").trustedProxies,
+              (std::vector<std::string>{"10.0.0.1", "::1"}));
+    EXPECT_NE(failureOf(R"({"trustedProxies": "10.0.0.1"})").find("trustedProxies"),
+              std::string::npos);
 }
 
 TEST_F(SettingsTest, AFolderInPlaceOfTheFileIsSaid) {
@@ -125,7 +144,7 @@ TEST_F(SettingsTest, WhatIsWrongIsNamedButNoValueIs) {
     EXPECT_NE(failureOf(R"({"provider": {"url": "http://a", "idleTimeoutSeconds": 0}})")
                   .find("idleTimeoutSeconds"),
               std::string::npos);
-    EXPECT_NE(failureOf(R"({"authRequestsPerMinute": 0})").find("authRequestsPerMinute"),
+    EXPECT_NE(failureOf(R"({"wrongPasswordsPerMinute": 0})").find("wrongPasswordsPerMinute"),
               std::string::npos);
     const std::string badKey =
         failureOf(R"({"provider": {"url": "http://a", "key": "sec\r\nret: x"}})");

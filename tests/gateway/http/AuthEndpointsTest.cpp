@@ -91,20 +91,64 @@ TEST(AuthEndpointsTest, IllTypedKeysAreNamed) {
     EXPECT_NE(answer.body.at("error").get<std::string>().find("refreshToken"), std::string::npos);
 }
 
-TEST(AuthEndpointsTest, TooManyAttemptsMustWait) {
-    TestGateway gateway(nullptr, 3);
-    const json body = {{"code", "guess"}};
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(gateway.post("/auth/mac-handoff/exchange", body).status, 400);
+TEST(AuthEndpointsTest, JunkOfOthersKeepsNobodyFromSigningIn) {
+    TestGateway gateway;
+    gateway.signIn();
+    for (int i = 0; i < 200; ++i) {
+        ASSERT_EQ(gateway.post("/auth/refresh", {{"refreshToken", "junk"}}).status, 401);
+        ASSERT_EQ(gateway.post("/auth/mac-handoff/exchange", {{"code", "junk"}}).status, 400);
     }
-    const Answer refused = gateway.post("/auth/mac-handoff/exchange", body);
+    EXPECT_EQ(gateway.post("/auth/refresh", {{"refreshToken", gateway.refreshToken}}).status, 200);
+    EXPECT_EQ(
+        gateway
+            .post("/auth/mac-handoff/exchange", {{"code", gateway.accounts.createHandoff("ada")}})
+            .status,
+        200);
+}
+
+class WrongPasswordsTest : public ::testing::Test {
+  protected:
+    WrongPasswordsTest() {
+        gateway.signIn();
+        static_cast<void>(change("none yet", "127.0.0.1"));
+    }
+    Answer change(const std::string& currentPassword, const std::string& from) {
+        const json body = {{"currentPassword", currentPassword}, {"newPassword", "the right one"}};
+        return gateway.postRaw("/auth/privacy", body.dump(), {{"X-Forwarded-For", from}});
+    }
+
+    TestGateway gateway{nullptr, 3};
+};
+
+TEST_F(WrongPasswordsTest, HaveToWaitAndThenTheRightOneIsTaken) {
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(change("wrong", "127.0.0.1").status, 403);
+    const Answer refused = change("the right one", "127.0.0.1");
     EXPECT_EQ(refused.status, 429);
     EXPECT_TRUE(refused.body.at("error").is_string());
     const auto wait = refused.headers.find("Retry-After");
     ASSERT_NE(wait, refused.headers.end());
     EXPECT_EQ(wait->second, "20");
     gateway.clock.advanceSeconds(20);
-    EXPECT_EQ(gateway.post("/auth/mac-handoff/exchange", body).status, 400);
+    EXPECT_EQ(change("the right one", "127.0.0.1").status, 200);
+}
+
+TEST_F(WrongPasswordsTest, RightOnesAreNotCounted) {
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(change("the right one", "127.0.0.1").status, 200);
+}
+
+TEST_F(WrongPasswordsTest, OfOneAddressBehindAProxyDoNotShutOutAnother) {
+    for (int i = 0; i < 4; ++i)
+        static_cast<void>(change("wrong", "203.0.113.9"));
+    EXPECT_EQ(change("the right one", "203.0.113.9").status, 429);
+    EXPECT_EQ(change("the right one", "198.51.100.7").status, 200);
+}
+
+TEST_F(WrongPasswordsTest, OfManyAddressesAreBoundedByTheAccount) {
+    for (int i = 0; i < 15; ++i)
+        EXPECT_EQ(change("wrong", "203.0.113." + std::to_string(i)).status, 403);
+    EXPECT_EQ(change("wrong", "203.0.113.99").status, 429);
 }
 
 TEST(AuthEndpointsTest, AnExpiredAccessTokenIsA401WithASentence) {

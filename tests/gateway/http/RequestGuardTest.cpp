@@ -43,5 +43,29 @@ TEST(RequestGuardTest, AServerForEveryAddressTakesEveryName) {
     EXPECT_FALSE(allows("0.0.0.0", ""));
 }
 
+std::string senderOf(const std::string& peer, const std::string& forwardedFor) {
+    HttpRequest request;
+    request.remoteAddress = peer;
+    request.forwardedFor = forwardedFor;
+    return RequestGuard("127.0.0.1", {"127.0.0.1", "10.0.0.2"}).senderAddress(request);
+}
+
+TEST(RequestGuardTest, ATrustedProxySaysWhereARequestCameFrom) {
+    EXPECT_EQ(senderOf("127.0.0.1", "203.0.113.9"), "203.0.113.9");
+    EXPECT_EQ(senderOf("127.0.0.1", "203.0.113.9, 10.0.0.2"), "203.0.113.9");
+    EXPECT_EQ(senderOf("::ffff:127.0.0.1", "[2001:DB8::1]:4711"), "2001:db8::1");
+    EXPECT_EQ(senderOf("127.0.0.1", "203.0.113.9:4711"), "203.0.113.9");
+    EXPECT_EQ(senderOf("127.0.0.1", ""), "127.0.0.1");
+}
+
+TEST(RequestGuardTest, WhatNoTrustedProxySaysIsNotTaken) {
+    EXPECT_EQ(senderOf("198.51.100.7", "203.0.113.9"), "198.51.100.7");
+    EXPECT_EQ(senderOf("127.0.0.1", "made up, 203.0.113.9"), "203.0.113.9");
+    HttpRequest request;
+    request.remoteAddress = "127.0.0.1";
+    request.forwardedFor = "203.0.113.9";
+    EXPECT_EQ(RequestGuard("127.0.0.1").senderAddress(request), "127.0.0.1");
+}
+
 } // namespace
 } // namespace vorq::gateway::testing

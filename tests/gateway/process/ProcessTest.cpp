@@ -131,6 +131,42 @@ TEST_F(ProcessTest, ADamagedStateIsKeptBesideAndTheServerStarts) {
     EXPECT_THAT(server.readErrors(), HasSubstr("damaged"));
 }
 
+TEST_F(ProcessTest, AStateFileRemovedWhileItRunsIsMadeAnewAndSaid) {
+    ChildProcess server = serve();
+    const std::string former = signIn();
+    for (const auto& entry : std::filesystem::directory_iterator(dataFolder()))
+        std::filesystem::remove(entry.path());
+    const std::string token = signIn();
+    EXPECT_FALSE(token.empty()) << "with the code of the new file";
+    EXPECT_TRUE(std::filesystem::exists(stateFile(dataFolder())));
+    EXPECT_EQ(post("/auth/profile", {{"firstName", "Ada"}}, token).value("firstName", ""), "Ada");
+    EXPECT_EQ(post("/auth/profile", {{"firstName", "Ada"}}, former).count("signedIn"), 0U);
+    std::filesystem::remove_all(dataFolder());
+    EXPECT_EQ(post("/ai/prompt", {{"prompt", "hello"}}, token).count("error"), 1U);
+    EXPECT_FALSE(signIn().empty());
+    server.signal(SIGTERM);
+    EXPECT_EQ(server.wait(), 0);
+    EXPECT_THAT(server.readErrors(), HasSubstr("was removed or replaced"));
+    expectWholeDatabase();
+}
+
+TEST_F(ProcessTest, TheModeOfAGivenFolderStays) {
+    const std::filesystem::path given = folder.path() / "given";
+    std::filesystem::create_directory(given);
+    std::filesystem::permissions(given, std::filesystem::perms(0755));
+    ChildProcess child = run({"handoff", "--data", given.string()});
+    EXPECT_EQ(child.wait(), 0);
+    EXPECT_EQ(std::filesystem::status(given).permissions(), std::filesystem::perms(0755));
+}
+
+TEST_F(ProcessTest, AMisspeltSettingIsSaid) {
+    writeFile(folder.path() / "gateway.json", R"({"provdier": {"url": "http://127.0.0.1:9"}})");
+    ChildProcess server = serve({"--config", (folder.path() / "gateway.json").string()});
+    server.signal(SIGTERM);
+    EXPECT_EQ(server.wait(), 0);
+    EXPECT_THAT(server.readErrors(), HasSubstr("\"provdier\""));
+}
+
 TEST_F(ProcessTest, BothSignalsStopItCleanly) {
     for (const int signal : {SIGTERM, SIGINT}) {
         ChildProcess server = serve();

@@ -14,12 +14,12 @@ Database openQuietly(const std::filesystem::path& folder) {
 
 } // namespace
 
-TestGateway::TestGateway(std::unique_ptr<Engine> given, int authPerMinute)
-    : accounts(openQuietly(folder.path() / "state"), clock),
-      limiter(clock, authPerMinute),
+TestGateway::TestGateway(std::unique_ptr<Engine> given, int wrongPasswordsPerMinute)
+    : accounts(openQuietly(folder.path() / "state"), clock,
+               {.wrongPasswordsPerMinute = wrongPasswordsPerMinute}),
       engine(given ? std::move(given)
                    : std::make_unique<EmbeddedEngine>(std::chrono::milliseconds(0))),
-      router(accounts, limiter, RequestGuard("127.0.0.1")),
+      router(accounts, RequestGuard("127.0.0.1", {"127.0.0.1"})),
       server(router) {
     addAuthRoutes(router, accounts);
     addAiRoutes(router, *engine);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "auth/AccountService.h"
-#include "auth/RateLimiter.h"
 #include "engine/embedded/EmbeddedEngine.h"
 #include "gateway/support/ManualClock.h"
 #include "gateway/support/TemporaryFolder.h"
@@ -32,7 +31,8 @@ struct Answer {
 class TestGateway {
   public:
     /// Without an engine it has the embedded one.
-    explicit TestGateway(std::unique_ptr<Engine> engine = nullptr, int authPerMinute = 1000);
+    explicit TestGateway(std::unique_ptr<Engine> engine = nullptr,
+                         int wrongPasswordsPerMinute = 10);
     ~TestGateway();
     TestGateway(const TestGateway&) = delete;
     TestGateway& operator=(const TestGateway&) = delete;
@@ -51,7 +51,6 @@ class TestGateway {
     ManualClock clock;
     TemporaryFolder folder;
     AccountService accounts;
-    RateLimiter limiter;
     std::unique_ptr<Engine> engine;
     RequestRouter router;
     GatewayServer server;
