@@ -35,7 +35,8 @@ ARROWS = {
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
-NOT_A_FUNCTION = re.compile(r"^(extern\s+\"C\"|namespace|(export\s+)?(class|struct|union|enum)\b)")
+NOT_A_FUNCTION = re.compile(r"^(extern\s+\"C\"|namespace|(export\s+)?(class|struct|union|enum)\b|"
+                            r"constexpr \w+ \w+\{)")
 
 
 def reachable(folder):

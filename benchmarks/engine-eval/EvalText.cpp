@@ -90,13 +90,12 @@ EvalText readEvalText(std::string_view content) {
 
 std::vector<EvalText> readEvalTexts(const std::filesystem::path& folder) {
     std::vector<EvalText> texts;
-    for (const bool held : {false, true}) {
-        for (const auto& entry :
-             std::filesystem::directory_iterator(folder / (held ? "held" : "tuned"))) {
+    for (const char* part : {"tuned", "held", "late"}) {
+        for (const auto& entry : std::filesystem::directory_iterator(folder / part)) {
             EvalText text = readEvalText(contentOf(entry.path()));
             text.name = entry.path().stem().string();
             text.language = text.name.substr(0, 2);
-            text.isHeld = held;
+            text.part = part;
             texts.push_back(std::move(text));
         }
     }

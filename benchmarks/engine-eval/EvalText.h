@@ -20,13 +20,14 @@ struct EvalText {
     std::string name;
     /// The language by its two letters.
     std::string language;
-    /// Held back: nothing in the engine was set by how it does on this text.
-    bool isHeld = false;
+    /// "tuned", "held" or "late": whether the engine was set by how it does on this text, was not,
+    /// or the text was written only after the engine's word lists.
+    std::string part;
     std::string text;
     std::vector<EvalQuestion> questions;
 };
 
-/// The texts of `folder`/tuned and `folder`/held by name. Throws std::runtime_error where a file
+/// The texts in the parts' folders below `folder`, by name. Throws std::runtime_error where a file
 /// cannot be read or a question has no marked answer.
 [[nodiscard]] std::vector<EvalText> readEvalTexts(const std::filesystem::path& folder);
 

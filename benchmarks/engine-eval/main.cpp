@@ -23,13 +23,12 @@ struct Tally {
     int all = 0;
 };
 
-/// By language and by kind, for the tuned and the held-back texts and both together.
+/// By language and by kind, for each part of the texts and all together.
 class Report {
   public:
     void add(const EvalText& text, const EvalQuestion& question, bool engine, bool plain) {
-        const std::string part = text.isHeld ? "held" : "tuned";
         for (const std::string& row : {text.language, question.kind, std::string("all")}) {
-            for (const std::string& column : {part, std::string("both")}) {
+            for (const std::string& column : {text.part, std::string("all")}) {
                 Tally& tally = (row == question.kind ? kinds_ : languages_)[row][column];
                 tally.engine += engine ? 1 : 0;
                 tally.plain += plain ? 1 : 0;
@@ -40,11 +39,11 @@ class Report {
 
     void print() {
         std::puts("engine % (plain BM25 %, questions)\n");
-        std::printf("%-11s %-18s %-18s %-18s\n", "", "tuned", "held back", "both");
+        std::printf("%-11s %-18s %-18s %-18s %-18s\n", "", "tuned", "held back", "late", "all");
         for (auto* rows : {&languages_, &kinds_}) {
             for (auto& [name, columns] : *rows) {
                 std::printf("%-11s", name.c_str());
-                for (const char* column : {"tuned", "held", "both"})
+                for (const char* column : {"tuned", "held", "late", "all"})
                     printCell(columns[column]);
                 std::puts("");
             }
@@ -107,7 +106,7 @@ int run(const std::vector<std::string>& arguments) {
             const bool right = isRight(question, answer);
             report.add(text, question, right,
                        isRight(question, plainAnswer(text.text, question.question)));
-            if (mode == "--wrong" && !right && !text.isHeld) {
+            if (mode == "--wrong" && !right && text.part == "tuned") {
                 std::printf("%s: %s\n   got %s\n  want %s\n", text.name.c_str(),
                             question.question.c_str(), answer.c_str(),
                             question.answers.front().c_str());

@@ -104,25 +104,46 @@ std::string lowered(std::string_view text) {
     for (std::size_t i = 0; i < text.size();) {
         const CodePoint c = decodeAt(text, i);
         i += c.length;
-        appendUtf8(out, lowerOf(c.value));
+        if (c.value < 0x80) {
+            out.push_back(static_cast<char>(lowerOf(c.value)));
+        } else {
+            appendUtf8(out, lowerOf(c.value));
+        }
     }
     return out;
 }
 
+std::string raised(std::string_view letter) {
+    // The capital of a letter stands 1, 32 or 80 places before it.
+    if (letter.empty()) return {};
+    const char32_t c = decodeAt(letter, 0).value;
+    std::string out;
+    for (const char32_t distance : {32U, 1U, 80U}) {
+        if (c > distance && lowerOf(c - distance) == c && c - distance != c) {
+            appendUtf8(out, c - distance);
+            return out;
+        }
+    }
+    return std::string(letter);
+}
+
 std::string_view trimmed(std::string_view text) {
     std::size_t begin = 0;
-    std::size_t end = 0;
-    bool seen = false;
-    for (std::size_t i = 0; i < text.size();) {
-        const CodePoint c = decodeAt(text, i);
-        if (!isBlank(c.value)) {
-            if (!seen) begin = i;
-            seen = true;
-            end = i + c.length;
-        }
-        i += c.length;
+    while (begin < text.size()) {
+        const CodePoint c = decodeAt(text, begin);
+        if (!isBlank(c.value)) break;
+        begin += c.length;
     }
-    return seen ? text.substr(begin, end - begin) : std::string_view{};
+    std::size_t end = text.size();
+    while (end > begin) {
+        std::size_t last = end - 1;
+        while (last > begin && isContinuation(static_cast<unsigned char>(text[last])))
+            --last;
+        const CodePoint c = decodeAt(text, last);
+        if (!isBlank(c.value) || last + c.length != end) break;
+        end = last;
+    }
+    return text.substr(begin, end - begin);
 }
 
 std::string clipped(std::string_view text, std::size_t maxBytes) {

@@ -26,6 +26,9 @@ void appendUtf8(std::string& out, char32_t codePoint);
 /// Lower case for Latin, Greek and Cyrillic letters; other characters stay.
 [[nodiscard]] std::string lowered(std::string_view text);
 
+/// Upper case for one letter of the same scripts.
+[[nodiscard]] std::string raised(std::string_view letter);
+
 /// Without white space at both ends, ASCII and no-break and ideographic blanks alike.
 [[nodiscard]] std::string_view trimmed(std::string_view text);
 

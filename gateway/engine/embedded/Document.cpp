@@ -1,16 +1,19 @@
 #include "engine/embedded/Document.h"
 
+#include "engine/embedded/Lexicon.h"
+#include "engine/embedded/LineLayout.h"
 #include "engine/embedded/LineShape.h"
+#include "engine/embedded/SentenceSplitter.h"
 #include "support/Utf8.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vorq::gateway {
 namespace {
 
-using Lines = std::vector<std::string_view>;
-
 constexpr std::size_t kLongestHeading = 200;
+constexpr std::size_t kLookedAhead = 200; // bytes
 
 bool hasWord(std::string_view text) {
     for (std::size_t i = 0; i < text.size(); i += decodeAt(text, i).length) {
@@ -27,14 +30,16 @@ bool isLabel(std::string_view line) {
            !line.substr(2, line.size() - 5).contains("**");
 }
 
-/// The number of lines of the settings that some Markdown files begin with, 0 if there are none.
-std::size_t frontMatterLength(const Lines& lines) {
-    constexpr std::size_t longest = 60;
-    if (lines.empty() || lines.front() != "---") return 0;
-    for (std::size_t i = 1; i < std::min(lines.size(), longest); ++i) {
-        if (lines[i] == "---" || lines[i] == "...") return i + 1;
-        const bool isSetting = lines[i].contains(':') || lines[i].starts_with(' ') ||
-                               lines[i].starts_with('-') || lines[i].starts_with('#');
+/// The bytes of the settings that some Markdown files begin with, 0 if there are none.
+std::size_t frontMatterLength(std::string_view text) {
+    constexpr int longest = 60; // lines
+    std::string_view rest = text;
+    std::string_view line;
+    if (!nextLine(rest, line) || line != "---") return 0;
+    for (int i = 1; i < longest && nextLine(rest, line); ++i) {
+        if (line == "---" || line == "...") return text.size() - rest.size();
+        const bool isSetting = line.contains(':') || line.starts_with(' ') ||
+                               line.starts_with('-') || line.starts_with('#');
         if (!isSetting) return 0;
     }
     return 0;
@@ -43,8 +48,15 @@ std::size_t frontMatterLength(const Lines& lines) {
 /// Gathers lines into blocks and blocks into sentences.
 class DocumentReader {
   public:
-    /// `next` is the line behind it, empty at the end.
-    void line(std::string_view raw, std::string_view next) {
+    DocumentReader(std::string_view text, Language language)
+        : layout_(text, lexiconOf(language)), splitter_(language) {
+        document_.language = language;
+        document_.text.reserve(text.size());
+    }
+
+    /// `next` is the line behind it, empty at the end, and `rest` the text behind that.
+    void line(std::string_view raw, std::string_view next, std::string_view rest) {
+        rest_ = rest;
         if (skipsCode(raw) || skipsComment(raw)) return;
         std::string_view text = trimmed(raw);
         const bool isQuoted = text.starts_with('>');
@@ -60,18 +72,25 @@ class DocumentReader {
         } else if (isLabel(text)) {
             endBlock();
             if (!isQuoted) addHeading(text);
+        } else if (standsApart(text, trimmed(next))) {
+            // Neither a sentence nor a part of one.
         } else if (const std::size_t bullet = listMarker(text); bullet > 0) {
             endBlock();
-            block_ = trimmed(text.substr(bullet));
+            continueBlock(trimmed(text.substr(bullet)));
             inList_ = true;
         } else {
             continueBlock(text);
         }
         wasBlank_ = text.empty();
+        isFirst_ = isFirst_ && text.empty();
     }
 
     Document finish() {
         endBlock();
+        dropSignature();
+        dropSender();
+        document_.text.shrink_to_fit();
+        document_.sentences.shrink_to_fit();
         return std::move(document_);
     }
 
@@ -102,12 +121,21 @@ class DocumentReader {
     /// The head of a mail, the line above a quoted one, and a signature.
     bool skipsMail(std::string_view line, std::string_view text, std::string_view next) {
         if (line == "--") inSignature_ = true;
+        if (!line.starts_with('>') && layout_.isClosing(text)) {
+            endBlock();
+            inSignature_ = true;
+            signedAt_ = document_.sentences.size();
+        }
         const bool signs = inSignature_ && !line.empty() && !line.starts_with('>');
         inSignature_ = signs;
-        const bool isHead = isMailHeader(text) && (inMailHead_ || isMailHeader(next));
+        const bool isSubject = isFirst_ && next.empty() && !mailSubject(text).empty();
+        const bool isHead = isMailHeader(text) && (inMailHead_ || isMailHeader(next) || isSubject);
         inMailHead_ = isHead;
         if (!signs && !isHead && !isQuotationLine(text)) return false;
         endBlock();
+        if (!signs) dropSignature();
+        isFirst_ = false;
+        wasBlank_ = true;
         if (const std::string_view subject = mailSubject(text); isHead && !subject.empty()) {
             addHeading(subject);
         }
@@ -135,36 +163,120 @@ class DocumentReader {
         return true;
     }
 
+    /// Titles and headings without any mark, and greetings.
+    bool standsApart(std::string_view text, std::string_view next) {
+        if (layout_.isGreeting(text)) {
+            endBlock();
+            isLetter_ = true;
+            return true;
+        }
+        const bool isTitle = isFirst_ && layout_.isTitle(text, next);
+        if (!isTitle && !(wasBlank_ && layout_.isHeading(text, next))) return false;
+        const bool hasMore = !next.empty() || !trimmed(rest_.substr(0, kLookedAhead)).empty();
+        if (!hasMore) return false;
+        endBlock();
+        addHeading(trimmed(text.substr(listMarker(text))));
+        return true;
+    }
+
     void continueBlock(std::string_view text) {
         if (block_.empty() && wasBlank_) inList_ = false;
-        if (!block_.empty()) block_ += ' ';
+        if (!block_.empty() && !layout_.continues(lastLine_, text)) endBlock();
+        if (block_.empty()) label_ = speakerLabel(text);
+        const bool isUnspaced = !block_.empty() && !needsBlank(block_, text);
+        if (!block_.empty() && !isUnspaced) block_ += ' ';
         block_ += text;
+        lastLine_ = text;
         ++blockLines_;
+    }
+
+    /// Chinese and Japanese have no blank where a line was broken.
+    static bool needsBlank(std::string_view before, std::string_view line) {
+        const std::size_t last = before.size() >= 3 ? before.size() - 3 : 0;
+        const auto isUnspaced = [](char32_t c) {
+            return isHan(c) || isHiragana(c) || isKatakana(c) || (c >= 0x3001 && c <= 0x3003);
+        };
+        return !isUnspaced(decodeAt(before, last).value) || !isUnspaced(decodeAt(line, 0).value);
     }
 
     void addHeading(std::string_view text) {
         std::string heading = clipped(trimmed(withoutInlineMarkup(text)), kLongestHeading);
         while (heading.ends_with('#') || heading.ends_with(' ') || heading.ends_with(':'))
             heading.pop_back();
-        if (hasWord(heading)) document_.headings.push_back(std::move(heading));
+        if (heading.ends_with("：")) heading.resize(heading.size() - 3);
         inList_ = false;
+        if (!hasWord(heading)) return;
+        if (endsQuestion(heading)) {
+            addSentence(heading, true);
+            return;
+        }
+        document_.headings.push_back(std::move(heading));
+    }
+
+    void addSentence(std::string_view sentence, bool isFirst) {
+        Sentence entry;
+        entry.offset = static_cast<std::uint32_t>(document_.text.size());
+        entry.length = static_cast<std::uint32_t>(sentence.size());
+        entry.startsBlock = isFirst;
+        entry.isQuestion = endsQuestion(sentence);
+        if (isFirst && label_ < sentence.size()) entry.label = static_cast<std::uint16_t>(label_);
+        if (!document_.headings.empty()) {
+            entry.heading = static_cast<std::uint32_t>(document_.headings.size() - 1);
+        }
+        document_.text += sentence;
+        document_.sentences.push_back(entry);
+        label_ = 0;
     }
 
     void endBlock() {
         bool first = true;
-        for (std::string& sentence : splitSentences(withoutInlineMarkup(block_))) {
-            if (!hasWord(sentence)) continue;
-            document_.sentences.push_back({std::move(sentence), first});
-            first = false;
+        if (!block_.empty()) {
+            splitter_.split(withoutInlineMarkup(block_), [&](std::string_view sentence) {
+                if (!hasWord(sentence)) return;
+                addSentence(sentence, first);
+                first = false;
+            });
         }
         block_.clear();
+        label_ = 0;
         blockLines_ = 0;
     }
 
+    /// What stands behind the closing words of a mail, if all of it is names and numbers.
+    void dropSignature() {
+        constexpr std::size_t longest = 6;
+        const std::size_t from = std::exchange(signedAt_, kUnsigned);
+        if (from == kUnsigned || document_.sentences.size() > from + longest) return;
+        for (std::size_t i = from; i < document_.sentences.size(); ++i) {
+            if (endsSentence(document_.textOf(document_.sentences[i]))) return;
+        }
+        document_.sentences.resize(from);
+    }
+
+    /// The name alone below a letter without closing words.
+    void dropSender() {
+        constexpr std::size_t longest = 40; // bytes
+        if (!isLetter_ || document_.sentences.size() < 2) return;
+        const Sentence& last = document_.sentences.back();
+        const Sentence& before = document_.sentences[document_.sentences.size() - 2];
+        const bool isName = last.startsBlock && last.length <= longest &&
+                            !endsSentence(document_.textOf(last)) &&
+                            endsSentence(document_.textOf(before));
+        if (isName) document_.sentences.pop_back();
+    }
+
+    static constexpr std::size_t kUnsigned = static_cast<std::size_t>(-1);
+
     Document document_;
+    LineLayout layout_;
+    SentenceSplitter splitter_;
     std::string block_;
+    std::string lastLine_;
     std::string_view fence_;
+    std::string_view rest_;
     std::size_t blockLines_ = 0;
+    std::size_t label_ = 0;
+    std::size_t signedAt_ = kUnsigned;
     bool inFence_ = false;
     bool inSetInCode_ = false;
     bool inComment_ = false;
@@ -173,33 +285,29 @@ class DocumentReader {
     bool inMailHead_ = false;
     bool inSignature_ = false;
     bool wasBlank_ = true;
+    bool isFirst_ = true;
+    bool isLetter_ = false;
 };
 
-Document readLines(const Lines& lines) {
-    DocumentReader reader;
-    for (std::size_t i = frontMatterLength(lines); i < lines.size(); ++i) {
-        reader.line(lines[i], i + 1 < lines.size() ? lines[i + 1] : std::string_view{});
+Document readLines(std::string_view text) {
+    text.remove_prefix(frontMatterLength(text));
+    DocumentReader reader(text, languageOf(text));
+    std::string_view line;
+    bool hasLine = nextLine(text, line);
+    while (hasLine) {
+        std::string_view next;
+        const bool hasNext = nextLine(text, next);
+        reader.line(line, next, text);
+        line = next;
+        hasLine = hasNext;
     }
     return reader.finish();
-}
-
-Lines linesOf(std::string_view text) {
-    Lines lines;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        lines.push_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return lines;
 }
 
 } // namespace
 
 Document readDocument(std::string_view text) {
-    const Lines lines = linesOf(text);
-    if (!isSourceCode(lines)) return readLines(lines);
-    const std::string comments = commentsOf(lines);
-    return readLines(linesOf(comments));
+    return isSourceCode(text) ? readLines(commentsOf(text)) : readLines(text);
 }
 
 } // namespace vorq::gateway

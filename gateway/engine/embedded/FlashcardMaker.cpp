@@ -1,13 +1,11 @@
 #include "engine/embedded/FlashcardMaker.h"
 
-#include "engine/embedded/StopWords.h"
-#include "engine/embedded/TextIndex.h"
+#include "engine/embedded/PhraseList.h"
 #include "engine/embedded/Vocabulary.h"
 #include "support/Filled.h"
 #include "support/Utf8.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <unordered_set>
 
@@ -16,6 +14,7 @@ namespace {
 
 constexpr std::size_t kMostCards = 12;
 constexpr std::size_t kMostDefinitions = 8;
+constexpr std::size_t kFewestCards = 4;
 constexpr std::size_t kLongestSide = 400;
 
 struct DefinitionForm {
@@ -23,76 +22,103 @@ struct DefinitionForm {
     std::string_view question;
 };
 
-constexpr auto kForms = std::to_array<DefinitionForm>({
-    {" is a ", "What is {}?"},
-    {" is an ", "What is {}?"},
-    {" is the ", "What is {}?"},
-    {" are ", "What are {}?"},
-    {" means ", "What does {} mean?"},
-    {" refers to ", "What does {} refer to?"},
-    {" is called ", "What is {}?"},
-    {" is defined as ", "What is {}?"},
-    {" ist ein ", "Was ist {}?"},
-    {" ist eine ", "Was ist {}?"},
-    {" bezeichnet ", "Was bezeichnet {}?"},
-    {" est un ", "Qu'est-ce que {} ?"},
-    {" est une ", "Qu'est-ce que {} ?"},
-    {" es un ", "¿Qué es {}?"},
-    {" es una ", "¿Qué es {}?"},
-});
+/// "is a=>What is {}?"
+DefinitionForm formOf(std::string_view entry) {
+    const std::size_t arrow = entry.find("=>");
+    return {.verb = entry.substr(0, arrow), .question = entry.substr(arrow + 2)};
+}
 
-bool isSubject(std::string_view subject) {
-    const std::vector<Word> words = wordsOf(subject);
-    const auto startsWith = [&](std::initializer_list<std::string_view> openings) {
-        return !words.empty() &&
-               std::ranges::find(openings,
-                                 lowered(subject.substr(words[0].offset, words[0].length))) !=
-                   openings.end();
-    };
-    return !words.empty() && words.size() <= 5 && !subject.contains(',') &&
-           std::ranges::any_of(words, &Word::isContent) &&
-           !startsWith({"it", "this", "that", "there", "these", "those", "he",    "she", "they",
-                        "we", "if",   "when", "but",   "and",   "what",  "which", "who", "here",
-                        "in", "on",   "at",   "es",    "das",   "dies",  "c",     "il",  "elle"});
+bool isSubject(std::string_view subject, const TextIndex& index) {
+    constexpr std::size_t mostWords = 5;
+    const std::vector<FoundWord> words = wordsOf(subject, index.language());
+    if (words.empty() || words.size() > mostWords || subject.contains(',') ||
+        subject.contains("，") || subject.contains("、")) {
+        return false;
+    }
+    const Lexicon& lexicon = index.lexicon();
+    const std::string opening = lowered(subject.substr(words[0].offset, words[0].length));
+    const bool isBare = lexicon.isStop(opening) && !lexicon.roleOf(opening).isDeterminer;
+    const bool pointsBack = lexicon.pronouns.contains(opening);
+    return !isBare && !pointsBack && std::ranges::any_of(words, [](const FoundWord& word) {
+        return word.isContent && !word.isPale;
+    });
+}
+
+/// "Osmosis: the movement of water …" in two.
+std::optional<Flashcard> labelledIn(std::string_view sentence, const TextIndex& index) {
+    constexpr std::size_t longestTerm = 60; // bytes
+    constexpr std::size_t fewestWords = 3;
+    for (std::string_view mark : {" : ", ": ", "："}) {
+        const std::size_t at = sentence.find(mark);
+        if (at == std::string_view::npos || at > longestTerm) continue;
+        const std::string_view rest = trimmed(sentence.substr(at + mark.size()));
+        const std::string_view subject = sentence.substr(0, at);
+        if (!isSubject(subject, index) || wordsOf(rest, index.language()).size() < fewestWords) {
+            return std::nullopt;
+        }
+        return Flashcard{std::string(subject), clipped(rest, kLongestSide)};
+    }
+    return std::nullopt;
 }
 
 /// "Photosynthesis is a process …" as a question and its answer.
-std::optional<Flashcard> definitionIn(const std::string& sentence) {
-    if (sentence.ends_with('?')) return std::nullopt;
-    if (const std::size_t colon = sentence.find(": "); colon != std::string::npos && colon < 60) {
-        const std::string_view rest = trimmed(std::string_view(sentence).substr(colon + 2));
-        const std::string subject = sentence.substr(0, colon);
-        if (isSubject(subject) && wordsOf(rest).size() >= 3) {
-            return Flashcard{subject, clipped(rest, kLongestSide)};
-        }
+std::optional<Flashcard> definitionIn(std::size_t number, const TextIndex& index) {
+    constexpr std::size_t longestSubject = 70; // bytes
+    if (index.sentences()[number].isQuestion || index.sentences()[number].label > 0) {
+        return std::nullopt;
     }
-    const DefinitionForm* form = nullptr;
-    std::size_t first = std::string::npos;
-    for (const DefinitionForm& candidate : kForms) {
-        const std::size_t at = sentence.find(candidate.verb);
-        if (at < first) form = &candidate, first = at;
+    const std::string_view sentence = index.text(number);
+    if (std::optional<Flashcard> card = labelledIn(sentence, index)) return card;
+    const LanguageData& data = index.lexicon().data;
+    std::string_view question;
+    std::size_t first = std::string_view::npos;
+    anyPhrase(data.definitions, [&](std::string_view entry) {
+        if (entry.empty()) return true;
+        const DefinitionForm form = formOf(entry);
+        const std::string verb =
+            data.hasBlanks ? " " + std::string(form.verb) + " " : std::string(form.verb);
+        const std::size_t at = sentence.find(verb);
+        if (at < first) first = at, question = form.question;
+        return false;
+    });
+    if (first > longestSubject || !isSubject(sentence.substr(0, first), index)) {
+        return std::nullopt;
     }
-    if (form == nullptr || first > 70 || !isSubject(sentence.substr(0, first))) return std::nullopt;
-    std::string subject = sentence.substr(0, first);
-    const std::vector<Word> words = wordsOf(subject);
-    const std::string opening = lowered(subject.substr(words[0].offset, words[0].length));
-    if (words[0].offset == 0 && isStopWord(opening)) subject.replace(0, words[0].length, opening);
-    return Flashcard{filled(form->question, subject), clipped(sentence, kLongestSide)};
+    std::string subject(sentence.substr(0, first));
+    const std::vector<FoundWord> words = wordsOf(subject, index.language());
+    const std::string opening = lowered(subject.substr(0, words[0].length));
+    if (words[0].offset == 0 && index.lexicon().roleOf(opening).isDeterminer) {
+        subject.replace(0, words[0].length, opening);
+    }
+    return Flashcard{filled(question, subject), clipped(sentence, kLongestSide)};
 }
 
-/// The weightiest word of a sentence that no other card asks for, if there is one; empty if none
-/// carries content or hardly a word would be left around the gap.
-std::string targetOf(const TextIndex& index, std::size_t sentence,
-                     const std::unordered_set<std::string>& asked) {
+/// The weightiest noun, name or number of a sentence that no other card asks for, else any content
+/// word that says something; none if hardly a word would be left around the gap.
+std::optional<std::uint32_t> targetOf(const TextIndex& index, const WordClasses& classes,
+                                      std::size_t sentence,
+                                      const std::unordered_set<std::uint32_t>& asked) {
     constexpr std::size_t fewestWords = 3;
-    if (index.wordsIn(sentence).size() < fewestWords) return {};
-    const Word* best = nullptr;
+    constexpr std::size_t fewestWordsOfEntry = 6;
+    const std::span<const Word> words = index.wordsIn(sentence);
+    const auto said = static_cast<std::size_t>(
+        std::ranges::count_if(words, [](const Word& word) { return !word.isLabel; }));
+    if (said < fewestWords || index.sentences()[sentence].isQuestion) return std::nullopt;
+    // "Date: 14 October"
+    const bool isEntry = said < fewestWordsOfEntry && (index.text(sentence).contains(": ") ||
+                                                       index.text(sentence).contains("："));
+    if (isEntry) return std::nullopt;
+    std::optional<std::uint32_t> best;
     double most = 0;
-    for (const Word& word : index.wordsIn(sentence)) {
-        const double weight = index.weight(word) * (asked.contains(word.key) ? 0.01 : 1.0);
-        if (word.isContent && weight > most) best = &word, most = weight;
+    for (const Word& word : words) {
+        const std::string_view surface = index.surface(sentence, word);
+        const bool isOneCharacter = decodeAt(surface, 0).length == surface.size();
+        if (!word.isContent || word.isPale || isOneCharacter) continue;
+        const double weight = index.weight(word) * (asked.contains(word.key) ? 0.01 : 1.0) *
+                              (classes.isThing(word.key) ? 4.0 : 1.0);
+        if (weight > most) best = word.key, most = weight;
     }
-    return best == nullptr ? std::string() : best->key;
+    return best;
 }
 
 } // namespace
@@ -108,19 +134,29 @@ std::vector<Flashcard> makeFlashcards(std::string_view text) {
         cards.push_back(std::move(card));
     };
     for (std::size_t i = 0; i < index.sentences().size() && cards.size() < kMostDefinitions; ++i) {
-        if (std::optional<Flashcard> card = definitionIn(index.sentences()[i].text)) {
-            add(std::move(*card), i);
-        }
+        if (std::optional<Flashcard> card = definitionIn(i, index)) add(std::move(*card), i);
     }
-    const Vocabulary vocabulary(index);
-    std::unordered_set<std::string> asked;
-    for (const std::size_t sentence : index.keySentences(kMostCards)) {
-        const std::string target = targetOf(index, sentence, asked);
-        if (cards.size() >= kMostCards || target.empty() || used.contains(sentence)) continue;
-        asked.insert(target);
-        add({clipped(withGap(index, sentence, target), kLongestSide),
-             answerFor(index, vocabulary, sentence, target)},
+    const WordClasses classes(index);
+    std::unordered_set<std::uint32_t> asked;
+    std::vector<std::size_t> second;
+    const auto addGap = [&](std::size_t sentence, bool anyWord) {
+        if (cards.size() >= kMostCards || used.contains(sentence)) return;
+        const std::optional<std::uint32_t> target = targetOf(index, classes, sentence, asked);
+        if (!target) return;
+        // Verbs and adjectives only where a text has little else.
+        if (!anyWord && !classes.isThing(*target)) {
+            second.push_back(sentence);
+            return;
+        }
+        asked.insert(*target);
+        add({clipped(withGap(index, sentence, *target), kLongestSide),
+             answerFor(index, classes, sentence, *target)},
             sentence);
+    };
+    for (const std::size_t sentence : index.keySentences(kMostCards))
+        addGap(sentence, false);
+    for (const std::size_t sentence : std::vector(second)) {
+        if (cards.size() < kFewestCards) addGap(sentence, true);
     }
     return cards;
 }

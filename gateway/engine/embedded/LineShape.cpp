@@ -9,11 +9,16 @@ namespace vorq::gateway {
 namespace {
 
 constexpr auto kMailHeaders = std::to_array<std::string_view>({
-    "from",         "to",          "cc",           "bcc",        "date",       "sent",
-    "subject",      "reply-to",    "message-id",   "sender",     "received",   "von",
-    "an",           "datum",       "gesendet",     "betreff",    "de",         "à",
-    "objet",        "envoyé",      "para",         "asunto",     "enviado",    "in-reply-to",
-    "mime-version", "return-path", "content-type", "importance", "references",
+    "from",         "to",           "cc",           "bcc",        "date",       "sent",
+    "subject",      "reply-to",     "message-id",   "sender",     "received",   "von",
+    "an",           "datum",        "gesendet",     "betreff",    "de",         "à",
+    "objet",        "envoyé",       "para",         "asunto",     "enviado",    "in-reply-to",
+    "mime-version", "return-path",  "content-type", "importance", "references", "fecha",
+    "assunto",      "data",         "enviada em",   "da",         "a",          "oggetto",
+    "onderwerp",    "aan",          "verzonden",    "от",         "кому",       "тема",
+    "дата",         "من",           "إلى",          "الموضوع",    "التاريخ",    "发件人",
+    "收件人",       "主题",         "日期",         "差出人",     "宛先",       "件名",
+    "日時",         "date d'envoi",
 });
 
 std::size_t countOf(std::string_view line, std::string_view what) {
@@ -31,6 +36,14 @@ bool startsWithOneOf(std::string_view text, std::initializer_list<std::string_vi
 
 bool isSeparated(std::string_view line, std::string_view separator) {
     return countOf(line, separator) >= 2 && !line.contains(std::string(separator) + ' ');
+}
+
+/// The bytes in front of a colon, ASCII or wide, near the beginning of a line; 0 if there is none.
+std::size_t labelEnd(std::string_view line) {
+    constexpr std::size_t longestName = 24;
+    const std::string_view opening = line.substr(0, longestName);
+    const std::size_t colon = std::min(opening.find(':'), opening.find("："));
+    return colon == std::string_view::npos ? 0 : colon;
 }
 
 } // namespace
@@ -59,10 +72,8 @@ bool isLinkDefinition(std::string_view line) {
 }
 
 bool isMailHeader(std::string_view line) {
-    constexpr std::size_t longestName = 14;
-    const std::size_t colon = line.substr(0, longestName + 1).find(':');
-    if (colon == std::string_view::npos) return false;
-    return std::ranges::find(kMailHeaders, lowered(line.substr(0, colon))) != kMailHeaders.end();
+    const std::string name = lowered(trimmed(line.substr(0, labelEnd(line))));
+    return !name.empty() && std::ranges::find(kMailHeaders, name) != kMailHeaders.end();
 }
 
 std::string_view mailSubject(std::string_view line) {
@@ -75,7 +86,10 @@ std::string_view mailSubject(std::string_view line) {
         }
         return false;
     };
-    if (!drop({"subject:", "betreff:", "objet:", "asunto:"})) return {};
+    if (!drop({"subject:", "betreff:", "objet:", "objet :", "asunto:", "assunto:", "oggetto:",
+               "onderwerp:", "тема:", "الموضوع:", "主题:", "主题：", "件名:", "件名："})) {
+        return {};
+    }
     while (drop({"re:", "fwd:", "fw:", "aw:", "wg:", "tr:"})) {
     }
     return line;

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace vorq::gateway {
 
@@ -18,7 +17,7 @@ namespace vorq::gateway {
 [[nodiscard]] bool isAttachmentLine(std::string_view line);
 /// "[name]: address"
 [[nodiscard]] bool isLinkDefinition(std::string_view line);
-/// "Subject: …" and the like, in the languages of `isStopWord`.
+/// "Subject: …" and the like, in any of the known languages.
 [[nodiscard]] bool isMailHeader(std::string_view line);
 /// What follows "Subject:" without "Re:" in front; empty for any other line.
 [[nodiscard]] std::string_view mailSubject(std::string_view line);
@@ -32,8 +31,17 @@ namespace vorq::gateway {
 /// A statement or the edge of a block in a program; comments and prose are neither.
 [[nodiscard]] bool isStatement(std::string_view line);
 /// Whether a text without Markdown fences is itself a program, most likely.
-[[nodiscard]] bool isSourceCode(const std::vector<std::string_view>& lines);
+[[nodiscard]] bool isSourceCode(std::string_view text);
 /// The words of a program: its comments and documentation strings, as lines of text.
-[[nodiscard]] std::string commentsOf(const std::vector<std::string_view>& lines);
+[[nodiscard]] std::string commentsOf(std::string_view program);
+
+/// Takes the first line off `text`, without its end; false if nothing is left.
+[[nodiscard]] inline bool nextLine(std::string_view& text, std::string_view& line) {
+    if (text.empty()) return false;
+    const std::size_t end = text.find('\n');
+    line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    return true;
+}
 
 } // namespace vorq::gateway

@@ -1,6 +1,7 @@
 #include "engine/embedded/PromptIntent.h"
 
-#include "engine/embedded/QuestionKind.h"
+#include "engine/embedded/Document.h"
+#include "engine/embedded/Lexicon.h"
 #include "engine/embedded/Words.h"
 #include "support/Utf8.h"
 
@@ -26,21 +27,27 @@ std::optional<std::string_view> behind(std::string_view text, std::string_view m
     return trimmed(oneLine ? rest.substr(0, rest.find('\n')) : rest);
 }
 
-/// The client wraps the user's words in instructions for a model; these are its wrappings.
-std::string_view ownWords(std::string_view prompt) {
-    if (const auto request = behind(prompt, "Student request:", false)) return *request;
-    if (const auto request = behind(prompt, "Also address this request:", true)) return *request;
-    if (prompt.starts_with("Go deeper on this excerpt")) return "";
-    if (prompt.starts_with("Deep research this attached")) return "";
-    if (prompt.starts_with("Please review the attached materials")) return "";
-    return trimmed(prompt);
-}
+/// One to ten in each of the known languages.
+constexpr auto kNumbers = std::to_array<std::string_view>({
+    "one two three four five six seven eight nine ten",
+    "einen zwei drei vier fünf sechs sieben acht neun zehn",
+    "une deux trois quatre cinq six sept huit neuf dix",
+    "una dos tres cuatro cinco seis siete ocho nueve diez",
+    "uma duas três quatro cinco seis sete oito nove dez",
+    "una due tre quattro cinque sei sette otto nove dieci",
+    "een twee drie vier vijf zes zeven acht negen tien",
+    "одном двух трёх четырёх пяти шести семи восьми девяти десяти",
+    "جملة جملتين ثلاث أربع خمس ست سبع ثماني تسع عشر",
+    "一 二 三 四 五 六 七 八 九 十",
+});
 
 std::optional<std::size_t> numberOf(std::string_view word) {
-    static constexpr auto names = std::to_array<std::string_view>(
-        {"one", "two", "three", "four", "five", "six", "seven", "eight", "nine", "ten"});
-    if (const auto name = std::ranges::find(names, word); name != names.end()) {
-        return static_cast<std::size_t>(name - names.begin()) + 1;
+    for (std::string_view names : kNumbers) {
+        for (std::size_t number = 1; !names.empty(); ++number) {
+            const std::size_t blank = std::min(names.find(' '), names.size());
+            if (names.substr(0, blank) == word) return number;
+            names.remove_prefix(std::min(blank + 1, names.size()));
+        }
     }
     std::size_t value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
@@ -48,11 +55,29 @@ std::optional<std::size_t> numberOf(std::string_view word) {
     return whole && value >= 1 ? std::optional(std::min(value, kMostAskedFor)) : std::nullopt;
 }
 
-std::optional<std::size_t> countIn(std::string_view request) {
+/// "三句话", "三つの文": a number and what is counted, without a blank between them.
+std::optional<std::size_t> unspacedCountIn(std::string_view request) {
+    constexpr std::size_t farthest = 12; // bytes
+    for (std::string_view thing : {"句", "文", "点", "个要点"}) {
+        const std::size_t at = request.find(thing);
+        if (at == std::string_view::npos) continue;
+        const std::size_t from = at > farthest ? at - farthest : 0;
+        const std::string_view before = request.substr(from, at - from);
+        for (std::size_t i = 0; i < before.size(); ++i) {
+            const CodePoint c = decodeAt(before, i);
+            if (const auto number = numberOf(before.substr(i, c.length))) return number;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::size_t> countIn(std::string_view request, Language language) {
     static constexpr auto things = std::to_array<std::string_view>(
-        {"sentence", "point", "bullet", "line", "idea", "fact", "takeaway", "term", "keyword",
-         "word", "satz", "sätze", "punkte", "phrase", "frase"});
-    const std::vector<Word> words = wordsOf(request);
+        {"sentence", "point", "bullet", "line",      "idea",  "fact",   "takeaway", "term",
+         "keyword",  "word",  "satz",   "sätze",     "punkt", "phrase", "frase",    "punto",
+         "ponto",    "frasi", "zin",    "предложен", "جمل",   "نقاط"});
+    if (!dataOf(language).hasBlanks) return unspacedCountIn(request);
+    const std::vector<FoundWord> words = wordsOf(request, language);
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::optional<std::size_t> number =
             numberOf(request.substr(words[i].offset, words[i].length));
@@ -89,20 +114,6 @@ bool asksForWriting(std::string_view request) {
            containsAny(request, {"writing tools —", "rewrite the", "rewrite this", "translate this",
                                  "translate it", "multiple-choice question", "翻訳", "翻译",
                                  "書き直", "改写", "润色"});
-}
-
-/// Words of a prompt that say what to do and not about what.
-bool isInstruction(const Word& word) {
-    static constexpr auto keys = std::to_array<std::string_view>(
-        {"explain", "tell",    "describ",   "show",     "help",    "understand", "pleas",
-         "text",    "passag",  "selection", "say",      "list",    "giv",        "know",
-         "read",    "mean",    "note",      "hi",       "hello",   "hey",        "thank",
-         "okay",    "thing",   "look",      "detail",   "think",   "work",       "continu",
-         "more",    "happen",  "point",     "bullet",   "sentenc", "line",       "fact",
-         "idea",    "cod",     "articl",    "document", "email",   "mail",       "paragraph",
-         "pag",     "section", "answer",    "dat",      "deadlin", "year",       "number",
-         "figur",   "erklär",  "erkläre",   "einfach",  "bitte",   "zeig"});
-    return std::ranges::find(keys, word.key) != keys.end();
 }
 
 bool isSmallTalk(std::string_view request) {
@@ -166,31 +177,83 @@ PromptIntent::Kind kindOf(std::string_view request) {
                               "what is this about",
                               "what's this about",
                               "what is it about",
+                              "samen in",
+                              "resum",
+                              "кратко",
                               "要約",
-                              "总结"})) {
+                              "まとめ",
+                              "总结",
+                              "概括",
+                              "摘要",
+                              "لخص",
+                              "ملخص"})) {
         return Kind::Summary;
     }
     if (request.starts_with("fass") && request.contains("zusammen")) return Kind::Summary;
     return Kind::Question;
 }
 
+/// The words of the request that say what it is about.
+std::string subjectOf(const PromptIntent& intent, Language language) {
+    const Lexicon& lexicon = lexiconOf(language);
+    const Lexicon& english = lexiconOf(Language::English);
+    std::string subject;
+    for (const FoundWord& word : wordsOf(intent.request, language)) {
+        const std::string_view surface =
+            std::string_view(intent.request).substr(word.offset, word.length);
+        const std::string lower = lowered(surface);
+        const bool isInstruction =
+            lexicon.requestWords.contains(lower) ||
+            (language == Language::Other && english.requestWords.contains(lower));
+        const bool matters = word.isContent ? !isInstruction : word.isNumber && !intent.count;
+        if (!matters) continue;
+        if (!subject.empty() && lexicon.data.hasBlanks) subject += ' ';
+        subject += surface;
+    }
+    return subject;
+}
+
+/// The beginning and the end of a request of excessive length; what it wants stands in one of them.
+std::string shortened(std::string_view request) {
+    constexpr std::size_t longest = 6000; // bytes
+    constexpr std::size_t part = 2000;    // bytes
+    if (request.size() <= longest) return std::string(request);
+    std::size_t tail = request.size() - part;
+    while (tail < request.size() && (static_cast<unsigned char>(request[tail]) & 0xC0U) == 0x80U)
+        ++tail;
+    return clipped(request, part) + "\n" + std::string(request.substr(tail));
+}
+
+/// Whether there is anything in `text` but questions.
+bool isMaterial(std::string_view text) {
+    constexpr std::size_t longestQuestion = 3000; // bytes
+    if (text.size() > longestQuestion) return true;
+    return !std::ranges::all_of(readDocument(text).sentences, &Sentence::isQuestion);
+}
+
 } // namespace
 
-PromptIntent readPrompt(std::string_view prompt) {
+std::string_view ownWords(std::string_view prompt) {
+    if (const auto request = behind(prompt, "Student request:", false)) return *request;
+    if (const auto request = behind(prompt, "Also address this request:", true)) return *request;
+    if (prompt.starts_with("Go deeper on this excerpt")) return "";
+    if (prompt.starts_with("Deep research this attached")) return "";
+    if (prompt.starts_with("Please review the attached materials")) return "";
+    return trimmed(prompt);
+}
+
+PromptIntent readPrompt(std::string_view prompt, Language textLanguage) {
     PromptIntent intent;
-    intent.request = ownWords(prompt);
+    intent.request = shortened(ownWords(prompt));
     const std::string lower = lowered(intent.request);
+    const Language language = languageOfRequest(intent.request, textLanguage);
     intent.goesDeeper = trimmed(prompt).starts_with("Go deeper on this excerpt");
-    intent.count = countIn(lower);
+    intent.count = countIn(lower, language);
     intent.kind = kindOf(lower);
-    for (const Word& word : wordsOf(intent.request)) {
-        const bool matters = word.isContent ? !isInstruction(word) : word.isNumber && !intent.count;
-        if (!matters) continue;
-        if (!intent.subject.empty()) intent.subject += ' ';
-        intent.subject.append(intent.request, word.offset, word.length);
-    }
-    const bool asksByKind =
-        questionKind(lower) == QuestionKind::Time || questionKind(lower) == QuestionKind::Quantity;
+    intent.expected = expectationOf(intent.request, language);
+    intent.subject = subjectOf(intent, language);
+    const bool asksByKind = intent.expected.kind == QuestionKind::Time ||
+                            intent.expected.kind == QuestionKind::Quantity;
     if (intent.kind == PromptIntent::Kind::Question && intent.subject.empty() && !asksByKind) {
         intent.kind = PromptIntent::Kind::Summary;
     }
@@ -203,6 +266,7 @@ PromptWithText apart(std::string_view prompt) {
     prompt = trimmed(prompt);
     PromptWithText whole{.prompt = std::string(prompt), .text = {}};
     const auto split = [&](std::string_view request, std::string_view text) {
+        if (!isMaterial(text)) return whole;
         return PromptWithText{.prompt = std::string(trimmed(request)),
                               .text = std::string(trimmed(text))};
     };

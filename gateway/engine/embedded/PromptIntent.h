@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/embedded/QuestionKind.h"
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -20,7 +22,7 @@ struct PromptIntent {
         Question,
     };
     Kind kind = Kind::Question;
-    /// The user's own words, without the client's instructions around them.
+    /// The user's own words; of very many only the beginning and the end.
     std::string request;
     /// The words of the request that say what it is about.
     std::string subject;
@@ -28,9 +30,15 @@ struct PromptIntent {
     bool goesDeeper = false;
     /// "in three sentences", "5 points".
     std::optional<std::size_t> count;
+    Expectation expected;
 };
 
-[[nodiscard]] PromptIntent readPrompt(std::string_view prompt);
+/// A prompt without the instructions for a model that the client wraps the user's words in.
+[[nodiscard]] std::string_view ownWords(std::string_view prompt);
+
+/// Reads a prompt on a text in `textLanguage`, in which the prompt is most likely put, too.
+[[nodiscard]] PromptIntent readPrompt(std::string_view prompt,
+                                      Language textLanguage = Language::English);
 
 /// A prompt that brings its own text along, as in "Summarise this: …".
 struct PromptWithText {

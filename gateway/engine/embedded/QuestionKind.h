@@ -1,24 +1,25 @@
 #pragma once
 
-#include "engine/embedded/Words.h"
+#include "engine/embedded/Language.h"
 
 #include <string_view>
-#include <vector>
 
 namespace vorq::gateway {
 
-/// What sort of sentence would answer a question.
-enum class QuestionKind { Other, Time, Quantity, Reason, Person, Definition };
+enum class QuestionKind { Other, Time, Place, Quantity, Reason, Person, Definition, Permission };
 
-[[nodiscard]] QuestionKind questionKind(std::string_view question);
+/// What would answer a question.
+struct Expectation {
+    QuestionKind kind = QuestionKind::Other;
+    /// It asks for what is not, or must not be.
+    bool isNegative = false;
+    /// Of an amount, what sort is asked for.
+    bool isMoney = false;
+    bool isDuration = false;
+    bool isLength = false;
+};
 
-/// Whether the sentence holds what the kind asks for, whatever it is about; only Time and Quantity
-/// can be told.
-[[nodiscard]] bool holds(QuestionKind kind, std::string_view sentence,
-                         const std::vector<Word>& words);
-
-/// From 1 upwards: how well the sentence looks like an answer of that kind.
-[[nodiscard]] double fit(QuestionKind kind, std::string_view sentence,
-                         const std::vector<Word>& words);
+/// Reads a question that is put in `language`.
+[[nodiscard]] Expectation expectationOf(std::string_view question, Language language);
 
 } // namespace vorq::gateway

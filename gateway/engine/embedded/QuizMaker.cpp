@@ -1,6 +1,6 @@
 #include "engine/embedded/QuizMaker.h"
 
-#include "engine/embedded/TextIndex.h"
+#include "engine/embedded/SentenceSearch.h"
 #include "engine/embedded/Vocabulary.h"
 #include "support/Filled.h"
 #include "support/Utf8.h"
@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <numeric>
 #include <set>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace vorq::gateway {
@@ -45,18 +46,61 @@ class SeededNumbers {
 
 struct Target {
     std::size_t sentence = 0;
-    std::string key;
+    std::uint32_t key = 0;
 };
+
+enum class NumberShape { None, Clock, Year, Other };
+
+NumberShape shapeOf(const VocabularyWord& word) {
+    const bool isPlain = word.surface.find_first_not_of("0123456789.,:") == std::string::npos;
+    if (word.wordClass != WordClass::Number || !isPlain) return NumberShape::None;
+    if (word.surface.contains(':')) return NumberShape::Clock;
+    const bool isYear = word.surface.size() == 4 &&
+                        (word.surface[0] == '1' || word.surface[0] == '2') &&
+                        !word.surface.contains('.') && !word.surface.contains(',');
+    return isYear ? NumberShape::Year : NumberShape::Other;
+}
+
+bool isPlural(const VocabularyWord& word) {
+    return word.surface.ends_with('s') || word.surface.ends_with('x');
+}
+
+/// Written with an article of its own, as Arabic does.
+bool hasArticle(const VocabularyWord& word) {
+    return word.surface.starts_with("ال");
+}
+
+/// One character that is written without blanks says too little.
+bool isOneCharacter(const VocabularyWord& word) {
+    return decodeAt(word.surface, 0).length == word.surface.size();
+}
+
+bool startsUpper(const VocabularyWord& word) {
+    return isUpperCase(decodeAt(word.surface, 0).value);
+}
+
+/// "station" and "stations" in one question would give the answer away, or make two right.
+bool areForms(const VocabularyWord& a, const VocabularyWord& b) {
+    constexpr std::size_t shared = 5; // bytes
+    if (a.wordClass == WordClass::Number) return false;
+    const std::string first = lowered(a.surface);
+    const std::string second = lowered(b.surface);
+    return first.substr(0, shared) == second.substr(0, shared) || first.contains(second) ||
+           second.contains(first);
+}
 
 class QuizMaker {
   public:
     explicit QuizMaker(const QuizRequest& request)
         : request_(request),
           index_(readDocument(request.text)),
-          vocabulary_(index_),
+          classes_(index_),
+          vocabulary_(index_, classes_),
           numbers_(request.text) {}
 
     Quiz make() {
+        for (const VocabularyWord& word : vocabulary_.words())
+            byKey_[word.key] = &word;
         std::set<std::string> distinct;
         for (const VocabularyWord& word : vocabulary_.words()) {
             if (distinct.size() >= kOptions) break;
@@ -75,21 +119,45 @@ class QuizMaker {
 
   private:
     [[nodiscard]] std::vector<std::size_t> sentenceOrder() const;
-    [[nodiscard]] std::vector<std::string> targetsIn(std::size_t sentence, bool anyWord) const;
+    enum class Choice { Good, AnyContent, AnyWord };
+
+    [[nodiscard]] std::vector<std::uint32_t> targetsIn(std::size_t sentence, Choice choice) const;
+    [[nodiscard]] const VocabularyWord* wordOf(std::uint32_t key) const;
+    [[nodiscard]] bool hasGoodOptions(std::size_t sentence, const VocabularyWord& right) const;
+    [[nodiscard]] double likeness(const VocabularyWord& word, const VocabularyWord& right) const;
     [[nodiscard]] std::vector<Target> chooseTargets() const;
     [[nodiscard]] std::vector<std::string> wrongAnswers(const Target& target);
     [[nodiscard]] QuizQuestion question(const Target& target, std::size_t number);
+    [[nodiscard]] bool isIn(std::size_t sentence, std::uint32_t key) const {
+        return std::ranges::any_of(index_.wordsIn(sentence),
+                                   [&](const Word& word) { return word.key == key; });
+    }
+    /// "Date: 14 October"
+    [[nodiscard]] bool isEntry(std::size_t sentence) const {
+        constexpr std::size_t fewestWords = 6;
+        const std::string_view text = saidIn(sentence);
+        return wordsSaid(sentence) < fewestWords && (text.contains(": ") || text.contains("："));
+    }
+    [[nodiscard]] std::size_t wordsSaid(std::size_t sentence) const {
+        return static_cast<std::size_t>(std::ranges::count_if(
+            index_.wordsIn(sentence), [](const Word& word) { return !word.isLabel; }));
+    }
+    [[nodiscard]] std::string_view saidIn(std::size_t sentence) const {
+        return index_.text(sentence).substr(index_.sentences()[sentence].label);
+    }
     [[nodiscard]] std::string primer(const std::vector<Target>& targets) const;
 
     const QuizRequest& request_;
     TextIndex index_;
+    WordClasses classes_;
     Vocabulary vocabulary_;
+    std::unordered_map<std::uint32_t, const VocabularyWord*> byKey_;
     SeededNumbers numbers_;
 };
 
 /// Sentences in the order in which they are asked about: the focus first, then what matters most.
 std::vector<std::size_t> QuizMaker::sentenceOrder() const {
-    std::vector<std::size_t> order = index_.matching(request_.focus, kMostQuestions);
+    std::vector<std::size_t> order = findSentences(index_, request_.focus, kMostQuestions);
     std::unordered_set<std::size_t> seen(order.begin(), order.end());
     const auto add = [&](std::size_t sentence) {
         if (seen.insert(sentence).second) order.push_back(sentence);
@@ -99,27 +167,57 @@ std::vector<std::size_t> QuizMaker::sentenceOrder() const {
     const std::size_t most = std::min(index_.sentences().size(), kSentencesLookedAt);
     for (std::size_t i = 0; i < most; ++i)
         add(i);
-    // A gap with hardly a word around it can only be guessed; such sentences come last.
+    // A gap with hardly a word around it can only be guessed, and a gap in a question asks two
+    // things; such sentences come last.
     std::vector<std::size_t> full;
     std::vector<std::size_t> thin;
     for (const std::size_t sentence : order) {
-        const bool isThin = index_.wordsIn(sentence).size() < kFewestWordsAround;
+        const bool isThin = wordsSaid(sentence) < kFewestWordsAround || isEntry(sentence) ||
+                            index_.sentences()[sentence].isQuestion;
         (isThin ? thin : full).push_back(sentence);
     }
     full.insert(full.end(), thin.begin(), thin.end());
     return full;
 }
 
-/// The keys worth asking for in a sentence, best first; with `anyWord` all others behind them.
-std::vector<std::string> QuizMaker::targetsIn(std::size_t sentence, bool anyWord) const {
+const VocabularyWord* QuizMaker::wordOf(std::uint32_t key) const {
+    const auto word = byKey_.find(key);
+    return word == byKey_.end() ? nullptr : word->second;
+}
+
+/// Whether the text has enough other words that could stand in the gap.
+bool QuizMaker::hasGoodOptions(std::size_t sentence, const VocabularyWord& right) const {
+    std::size_t fitting = 0;
+    for (const VocabularyWord& word : vocabulary_.words()) {
+        const bool isAlike = word.wordClass == right.wordClass && shapeOf(word) == shapeOf(right) &&
+                             startsUpper(word) == startsUpper(right) && !areForms(word, right);
+        if (!isAlike || isIn(sentence, word.key)) {
+            continue;
+        }
+        if (++fitting >= kOptions - 1) return true;
+    }
+    return false;
+}
+
+/// The keys worth asking for in a sentence, best first.
+std::vector<std::uint32_t> QuizMaker::targetsIn(std::size_t sentence, Choice choice) const {
     std::vector<const Word*> words;
     for (const Word& word : index_.wordsIn(sentence)) {
-        if (word.isContent || anyWord) words.push_back(&word);
+        const VocabularyWord* right = wordOf(word.key);
+        if (right == nullptr || word.isLabel) continue;
+        const bool isThing =
+            (word.isContent && !word.isPale && right->wordClass != WordClass::Other) ||
+            (shapeOf(*right) != NumberShape::None && word.length > 1);
+        const bool isWanted =
+            choice == Choice::AnyWord ||
+            (choice == Choice::AnyContent && word.isContent && !isOneCharacter(*right)) ||
+            (isThing && hasGoodOptions(sentence, *right));
+        if (isWanted) words.push_back(&word);
     }
     std::ranges::sort(words, [&](const Word* a, const Word* b) {
         return std::pair(-index_.weight(*a), a->offset) < std::pair(-index_.weight(*b), b->offset);
     });
-    std::vector<std::string> keys;
+    std::vector<std::uint32_t> keys;
     for (const Word* word : words)
         keys.push_back(word->key);
     return keys;
@@ -130,22 +228,27 @@ std::vector<Target> QuizMaker::chooseTargets() const {
     const std::size_t wanted =
         std::clamp(index_.sentences().size() / 2, kFewestQuestions + 1, kMostQuestions);
     std::vector<Target> targets;
-    std::unordered_set<std::string> used;
-    const auto takeFrom = [&](std::size_t sentence, bool anyWord, std::size_t enough) {
-        for (const std::string& key : targetsIn(sentence, anyWord)) {
+    std::unordered_set<std::uint32_t> used;
+    const auto takeFrom = [&](std::size_t sentence, Choice choice, std::size_t enough) {
+        for (const std::uint32_t key : targetsIn(sentence, choice)) {
             if (targets.size() >= enough) return;
             if (!used.insert(key).second) continue;
             targets.push_back({sentence, key});
             return;
         }
     };
-    for (const std::size_t sentence : order)
-        takeFrom(sentence, false, wanted);
+    for (const std::size_t sentence : order) {
+        if (targets.size() >= wanted) break;
+        const bool isFit = !index_.sentences()[sentence].isQuestion && !isEntry(sentence);
+        if (isFit) takeFrom(sentence, Choice::Good, wanted);
+    }
     // A thin text: several gaps in one sentence, and at last any word at all.
-    for (const bool anyWord : {false, true}) {
+    for (const Choice choice : {Choice::Good, Choice::AnyContent, Choice::AnyWord}) {
         for (std::size_t round = 0; round < kFewestQuestions; ++round) {
-            for (const std::size_t sentence : order)
-                takeFrom(sentence, anyWord, kFewestQuestions);
+            for (const std::size_t sentence : order) {
+                if (targets.size() >= kFewestQuestions) return targets;
+                takeFrom(sentence, choice, kFewestQuestions);
+            }
         }
     }
     if (targets.size() < kFewestQuestions) {
@@ -154,29 +257,33 @@ std::vector<Target> QuizMaker::chooseTargets() const {
     return targets;
 }
 
+double QuizMaker::likeness(const VocabularyWord& word, const VocabularyWord& right) const {
+    const double lengths = std::abs(static_cast<double>(word.surface.size()) -
+                                    static_cast<double>(right.surface.size()));
+    const auto ending = [](const VocabularyWord& w) { return w.surface.back(); };
+    return (word.wordClass == right.wordClass ? 6.0 : 0.0) +
+           (shapeOf(word) == shapeOf(right) ? 6.0 : 0.0) +
+           (word.isContent == right.isContent ? 4.0 : 0.0) +
+           (startsUpper(word) == startsUpper(right) ? 4.0 : 0.0) +
+           (hasArticle(word) == hasArticle(right) ? 4.0 : 0.0) +
+           (isPlural(word) == isPlural(right) ? 4.0 : 0.0) +
+           (ending(word) == ending(right) ? 2.0 : 0.0) + 0.3 * word.weight - 0.15 * lengths -
+           (areForms(word, right) ? 8.0 : 0.0);
+}
+
 /// Three words of the text that could stand in the gap by their look, but do not.
 std::vector<std::string> QuizMaker::wrongAnswers(const Target& target) {
-    const VocabularyWord& right = vocabulary_.word(target.key);
-    std::unordered_set<std::string_view> inSentence;
+    const VocabularyWord& right = *wordOf(target.key);
+    std::unordered_set<std::uint32_t> inSentence;
     for (const Word& word : index_.wordsIn(target.sentence))
         inSentence.insert(word.key);
-    const auto startsUpper = [](const VocabularyWord& word) {
-        return isUpperCase(decodeAt(word.surface, 0).value);
-    };
-    const auto likeness = [&](const VocabularyWord& word) {
-        const double lengths = std::abs(static_cast<double>(word.surface.size()) -
-                                        static_cast<double>(right.surface.size()));
-        return (word.isNumber == right.isNumber ? 4.0 : 0.0) +
-               (word.isContent == right.isContent ? 4.0 : 0.0) +
-               (startsUpper(word) == startsUpper(right) ? 2.0 : 0.0) + 0.3 * word.weight -
-               0.15 * lengths - (inSentence.contains(word.key) ? 6.0 : 0.0);
-    };
     std::vector<std::pair<double, const VocabularyWord*>> candidates;
     std::set<std::string> seen{lowered(right.surface)};
     for (const VocabularyWord& word : vocabulary_.words()) {
         if (candidates.size() >= kWordsLookedAt) break;
-        if (seen.insert(lowered(word.surface)).second)
-            candidates.emplace_back(likeness(word), &word);
+        if (!seen.insert(lowered(word.surface)).second) continue;
+        candidates.emplace_back(
+            likeness(word, right) - (inSentence.contains(word.key) ? 10.0 : 0.0), &word);
     }
     std::ranges::sort(candidates, [&](const auto& a, const auto& b) {
         return a.first != b.first ? a.first > b.first : a.second < b.second;
@@ -199,35 +306,34 @@ std::vector<std::string> QuizMaker::wrongAnswers(const Target& target) {
 
 QuizQuestion QuizMaker::question(const Target& target, std::size_t number) {
     QuizQuestion question;
-    question.prompt = "Which word belongs in the gap?\n\n" +
+    const Phrases& phrases = index_.lexicon().data.phrases;
+    question.prompt = std::string(phrases.gapQuestion) + "\n\n" +
                       clipped(withGap(index_, target.sentence, target.key), kLongestPrompt);
     question.options = wrongAnswers(target);
     // Every place in turn, beginning at one that depends on the text.
     question.answerIndex = (number + request_.text.size()) % kOptions;
     question.options.insert(question.options.begin() +
                                 static_cast<std::ptrdiff_t>(question.answerIndex),
-                            answerFor(index_, vocabulary_, target.sentence, target.key));
-    question.explanation = filled(
-        "The text says: “{}”", clipped(index_.sentences()[target.sentence].text, kLongestPrompt));
+                            answerFor(index_, classes_, target.sentence, target.key));
+    question.explanation =
+        filled(phrases.explanation, clipped(saidIn(target.sentence), kLongestPrompt));
     return question;
 }
 
 std::string QuizMaker::primer(const std::vector<Target>& targets) const {
-    std::string text = filled("{} questions on your text. Each leaves a word out of one of "
-                              "its sentences; choose the word "
-                              "that belongs there.",
-                              targets.size());
+    const Phrases& phrases = index_.lexicon().data.phrases;
+    std::string text = filled(phrases.primer, targets.size());
     const auto gives = [&](std::size_t sentence) {
         return std::ranges::any_of(targets, [&](const Target& target) {
-            return target.sentence == sentence ||
-                   std::ranges::count(index_.wordsIn(sentence), target.key, &Word::key) > 0;
+            return target.sentence == sentence || isIn(sentence, target.key);
         });
     };
     for (const std::size_t sentence : index_.keySentences(kMostQuestions)) {
-        const bool isThin = index_.wordsIn(sentence).size() < kFewestWordsAround;
-        if (isThin || gives(sentence)) continue;
-        return text +
-               " To begin with: " + clipped(index_.sentences()[sentence].text, kLongestPrompt);
+        const bool isThin = wordsSaid(sentence) < kFewestWordsAround || isEntry(sentence);
+        if (isThin || index_.sentences()[sentence].isQuestion || gives(sentence)) continue;
+        const std::string_view blank = index_.lexicon().data.hasBlanks ? " " : "";
+        return text + std::string(blank) +
+               filled(phrases.toBegin, clipped(saidIn(sentence), kLongestPrompt));
     }
     return text;
 }

@@ -1,7 +1,8 @@
 #include "engine/embedded/ReplyDraft.h"
 
+#include "engine/embedded/KeyTerms.h"
 #include "engine/embedded/PromptIntent.h"
-#include "engine/embedded/TextIndex.h"
+#include "engine/embedded/SentenceSearch.h"
 #include "support/Filled.h"
 #include "support/Utf8.h"
 
@@ -16,8 +17,6 @@ constexpr std::size_t kLongestQuote = 420;
 constexpr std::size_t kLongestTitle = 90;
 constexpr std::size_t kMostDates = 8;
 constexpr std::size_t kShortestMaterial = 200; // bytes
-constexpr std::string_view kOwnWordsNote =
-    "\n\n*These sentences are taken from the text as they stand; no language model is connected.*";
 constexpr std::string_view kNoModel =
     "No language model is connected to this gateway, so I cannot answer that by myself. Select or "
     "attach a text, and I can pick out its key sentences and key terms, find the sentences that "
@@ -34,8 +33,12 @@ constexpr std::string_view kNoSentences = "I found no sentences in this text. Wi
                                           "model I can only pick sentences out, and "
                                           "not explain code, tables or symbols.";
 
+const Phrases& phrasesFor(const TextIndex& index) {
+    return index.lexicon().data.phrases;
+}
+
 std::string quoted(const TextIndex& index, std::size_t sentence) {
-    return clipped(index.sentences()[sentence].text, kLongestQuote);
+    return clipped(index.text(sentence), kLongestQuote);
 }
 
 /// Quotes in the given order, each sentence once.
@@ -49,30 +52,24 @@ std::vector<std::string> quotes(const TextIndex& index, const std::vector<std::s
     return list;
 }
 
-bool isEnglish(const TextIndex& index) {
-    constexpr std::size_t looked = 40;
-    const std::size_t most = std::min(index.sentences().size(), looked);
-    for (std::size_t i = 0; i < most; ++i) {
-        for (const Word& word : index.wordsIn(i)) {
-            if (word.key == "the" || word.key == "and" || word.key == "of") return true;
-        }
-    }
-    return false;
-}
-
-std::string titleOf(const TextIndex& index, const std::vector<std::string>& terms) {
+/// The first heading; without one, what the text speaks of more than once; else how it begins.
+std::string titleOf(const TextIndex& index, const std::vector<KeyTerm>& terms) {
+    constexpr std::size_t longestBeginning = 60; // bytes
     if (!index.headings().empty()) return clipped(index.headings().front(), kLongestTitle);
-    const std::vector<Sentence>& sentences = index.sentences();
-    constexpr std::string_view ends = ".!?:;,";
-    if (sentences.size() > 1 && sentences[1].startsBlock &&
-        sentences[0].text.size() <= kLongestTitle && !ends.contains(sentences[0].text.back())) {
-        return sentences[0].text;
+    const auto isRepeated = [&](std::size_t i) {
+        return i < terms.size() && terms[i].occurrences > 1;
+    };
+    std::string title;
+    if (isRepeated(0)) {
+        title = terms[0].text;
+        if (isRepeated(1)) title += std::string(phrasesFor(index).conjunction) + terms[1].text;
+    } else {
+        title = clipped(index.text(0).substr(index.sentences()[0].label), longestBeginning);
+        while (title.ends_with('.') || title.ends_with(':') || title.ends_with(','))
+            title.pop_back();
     }
-    if (terms.empty()) return clipped(sentences.front().text, 60);
-    std::string title = terms.front();
-    if (terms.size() > 1 && sentences.size() > 1)
-        title += (isEnglish(index) ? " and " : ", ") + terms[1];
-    if (title[0] >= 'a' && title[0] <= 'z') title[0] = static_cast<char>(title[0] - 'a' + 'A');
+    const std::string_view first = std::string_view(title).substr(0, decodeAt(title, 0).length);
+    title.replace(0, first.size(), raised(first));
     return clipped(title, kLongestTitle);
 }
 
@@ -80,19 +77,25 @@ std::size_t usualCount(const TextIndex& index) {
     return std::clamp<std::size_t>(3 + index.sentences().size() / 12, 3, 7);
 }
 
-std::string joined(const std::vector<std::string>& words) {
+std::string joined(const std::vector<KeyTerm>& terms, std::string_view separator) {
     std::string list;
-    for (const std::string& word : words)
-        list += (list.empty() ? "" : ", ") + word;
+    for (const KeyTerm& term : terms)
+        list += (list.empty() ? std::string() : std::string(separator)) + term.text;
     return list;
 }
 
-std::string aboutLabel(const std::string& term) {
-    return filled("What does it say about {}?", term);
+void addTerms(ReplyDraft& draft, const TextIndex& index, const std::vector<KeyTerm>& terms) {
+    if (terms.empty()) return;
+    const Phrases& phrases = phrasesFor(index);
+    const std::string_view heading =
+        phrases.keyTerms.substr(0, phrases.keyTerms.size() - std::string_view("**").size());
+    const bool isUnspaced = !index.lexicon().data.hasBlanks;
+    draft.pieces.push_back("\n\n" + std::string(heading) + (isUnspaced ? "：** " : ":** ") +
+                           joined(terms, phrases.separator));
 }
 
-void addTerms(ReplyDraft& draft, const std::vector<std::string>& terms) {
-    if (!terms.empty()) draft.pieces.push_back("\n\n**Key terms:** " + joined(terms));
+void addNote(ReplyDraft& draft, const TextIndex& index) {
+    draft.pieces.push_back("\n\n" + std::string(phrasesFor(index).ownWordsNote));
 }
 
 void addBullets(ReplyDraft& draft, const std::vector<std::string>& lines) {
@@ -106,33 +109,46 @@ ReplyDraft onePiece(std::string_view text) {
 }
 
 ReplyDraft draftSummary(const TextIndex& index, std::size_t count, bool deep) {
-    ReplyDraft draft = onePiece("**Key sentences**");
+    ReplyDraft draft = onePiece(phrasesFor(index).keySentences);
     addBullets(draft, quotes(index, index.keySentences(count)));
-    if (deep) addTerms(draft, index.keyTerms(8));
-    draft.pieces.emplace_back(kOwnWordsNote);
+    if (deep) addTerms(draft, index, keyTerms(index, WordClasses(index), 8));
+    addNote(draft, index);
     return draft;
 }
 
 ReplyDraft draftTerms(const TextIndex& index, std::size_t count) {
-    ReplyDraft draft = onePiece("**Key terms**");
+    ReplyDraft draft = onePiece(phrasesFor(index).keyTerms);
     std::vector<std::string> lines;
-    for (const std::string& term : index.keyTerms(count)) {
-        const std::vector<std::size_t> sentence = index.matching(term, 1);
+    for (const auto& [term, occurrences] : keyTerms(index, WordClasses(index), count)) {
+        const std::vector<std::size_t> sentence =
+            findSentences(index, {.subject = term, .expected = {}, .request = {}}, 1);
         lines.push_back(sentence.empty()
                             ? filled("**{}**", term)
                             : filled("**{}**: {}", term, quoted(index, sentence.front())));
     }
     addBullets(draft, lines);
-    draft.pieces.emplace_back(kOwnWordsNote);
+    addNote(draft, index);
     return draft;
 }
 
-ReplyDraft draftQuotes(const std::vector<std::string>& lines, std::string_view opening) {
+ReplyDraft draftQuotes(const TextIndex& index, const std::vector<std::size_t>& sentences,
+                       std::string_view opening) {
     ReplyDraft draft = onePiece(opening);
-    for (const std::string& line : lines)
+    for (const std::string& line : quotes(index, sentences))
         draft.pieces.push_back("\n\n> " + line);
-    draft.pieces.emplace_back(kOwnWordsNote);
+    addNote(draft, index);
     return draft;
+}
+
+/// The reply without the note at its end, in whatever language.
+std::string_view withoutNote(std::string_view reply) {
+    for (std::size_t i = 0; i <= static_cast<std::size_t>(Language::Other); ++i) {
+        const std::string_view note = dataOf(static_cast<Language>(i)).phrases.ownWordsNote;
+        if (const std::size_t at = reply.find(note); at != std::string_view::npos) {
+            return reply.substr(0, at);
+        }
+    }
+    return reply;
 }
 
 /// What was said before, without greetings, this very prompt and remarks that were no content.
@@ -141,11 +157,7 @@ std::string conversationText(const PromptRequest& request) {
     if (!messages.empty() && messages.back().fromUser) messages.pop_back();
     std::string text;
     for (const ConversationMessage& message : messages) {
-        std::string content = message.content;
-        if (const std::size_t note = content.find(kOwnWordsNote); note != std::string::npos) {
-            content.resize(note);
-        }
-        const std::string_view plain = trimmed(content);
+        const std::string_view plain = trimmed(withoutNote(message.content));
         const bool isRemark = plain.starts_with("Hello 👋") || plain.starts_with("Attached: ") ||
                               plain.starts_with(kNoModel) || plain.starts_with(kNoWriting) ||
                               plain.starts_with(kNoSight) || plain.starts_with(kSmallTalk) ||
@@ -166,48 +178,52 @@ ReplyDraft answerFrom(const TextIndex& index, const PromptRequest& request,
     }
     if (intent.kind == Kind::KeyTerms) return draftTerms(index, intent.count.value_or(8));
     const std::size_t most = intent.count.value_or(request.deepResearch ? 8 : 4);
-    const QuestionKind kind = questionKind(intent.request);
-    const std::vector<std::size_t> found = index.matching(intent.subject, kind, most);
-    if (!found.empty()) return draftQuotes(quotes(index, found), "The text says:");
+    const Phrases& phrases = phrasesFor(index);
+    const std::vector<std::size_t> found = findSentences(
+        index, {.subject = intent.subject, .expected = intent.expected, .request = intent.request},
+        most);
+    if (!found.empty()) return draftQuotes(index, found, phrases.textSays);
     if (intent.subject.empty()) {
         const std::vector<std::size_t> held =
-            index.holding(kind, intent.count.value_or(kMostDates));
-        const bool isTime = kind == QuestionKind::Time;
+            sentencesHolding(index, intent.expected.kind, intent.count.value_or(kMostDates));
+        const bool isTime = intent.expected.kind == QuestionKind::Time;
         if (!held.empty()) {
-            return draftQuotes(quotes(index, held), isTime ? "The text gives these dates:"
-                                                           : "The text gives these numbers:");
+            return draftQuotes(index, held, isTime ? phrases.dates : phrases.numbers);
         }
     }
-    ReplyDraft draft =
-        onePiece("I found no sentence about that in the text. These say most in it:");
+    ReplyDraft draft = onePiece(phrases.foundNothing);
     addBullets(draft, quotes(index, index.keySentences(3)));
-    draft.pieces.emplace_back(kOwnWordsNote);
+    addNote(draft, index);
     return draft;
 }
 
 /// What the conversation says about an excerpt of it, beyond the excerpt itself.
 std::optional<ReplyDraft> goDeeper(const PromptRequest& request, const PromptIntent& intent) {
     std::unordered_set<std::string> known;
-    for (Sentence& sentence : readDocument(request.selectedText).sentences) {
-        known.insert(std::move(sentence.text));
-    }
+    const Document excerpt = readDocument(request.selectedText);
+    for (const Sentence& sentence : excerpt.sentences)
+        known.emplace(excerpt.textOf(sentence));
     Document document = readDocument(conversationText(request));
-    std::erase_if(document.sentences,
-                  [&](const Sentence& sentence) { return known.contains(sentence.text); });
+    std::erase_if(document.sentences, [&](const Sentence& sentence) {
+        return known.contains(std::string(document.textOf(sentence)));
+    });
     const TextIndex index(std::move(document));
     const std::vector<std::size_t> found =
-        index.matching(request.selectedText + "\n" + intent.request, 6);
+        findSentences(index, request.selectedText + "\n" + intent.request, 6);
     if (found.empty()) return std::nullopt;
-    return draftQuotes(quotes(index, found), "More about this, from our conversation:");
+    return draftQuotes(index, found, phrasesFor(index).deeper);
 }
 
 /// A prompt that comes without a text, answered from what was said before if that helps.
-ReplyDraft answerFromConversation(const PromptRequest& request, const PromptIntent& intent) {
+ReplyDraft answerFromConversation(const PromptRequest& request) {
     const TextIndex index(readDocument(conversationText(request)));
+    const PromptIntent intent = readPrompt(request.prompt, index.language());
     if (intent.kind == PromptIntent::Kind::Question) {
-        const std::vector<std::size_t> found =
-            index.matching(intent.subject, questionKind(intent.request), intent.count.value_or(4));
-        if (!found.empty()) return draftQuotes(quotes(index, found), "From our conversation:");
+        const std::vector<std::size_t> found = findSentences(
+            index,
+            {.subject = intent.subject, .expected = intent.expected, .request = intent.request},
+            intent.count.value_or(4));
+        if (!found.empty()) return draftQuotes(index, found, phrasesFor(index).fromConversation);
     } else if (!index.sentences().empty()) {
         return answerFrom(index, request, intent);
     }
@@ -223,16 +239,17 @@ std::string ReplyDraft::text() const {
 ReplyDraft draftAnalysis(std::string_view text) {
     const TextIndex index(readDocument(text));
     if (index.sentences().empty()) return onePiece(kNoSentences);
-    const std::vector<std::string> terms = index.keyTerms(8);
+    const Phrases& phrases = phrasesFor(index);
+    const std::vector<KeyTerm> terms = keyTerms(index, WordClasses(index), 8);
     ReplyDraft draft = onePiece("## " + titleOf(index, terms));
     addBullets(draft, quotes(index, index.keySentences(usualCount(index))));
-    addTerms(draft, terms);
-    draft.pieces.emplace_back(kOwnWordsNote);
-    FollowUp followUp{.question = "What would you like to look up in it?", .labels = {}};
+    addTerms(draft, index, terms);
+    addNote(draft, index);
+    FollowUp followUp{.question = std::string(phrases.lookUp), .labels = {}};
     for (std::size_t i = 0; i < std::min<std::size_t>(terms.size(), 2); ++i) {
-        followUp.labels.push_back(aboutLabel(terms[i]));
+        followUp.labels.push_back(filled(phrases.about, terms[i].text));
     }
-    followUp.labels.emplace_back("Summarize it in three sentences");
+    followUp.labels.emplace_back(phrases.summarize);
     draft.followUp = std::move(followUp);
     return draft;
 }
@@ -241,8 +258,11 @@ ReplyDraft draftReply(const PromptRequest& request) {
     const PromptIntent intent = readPrompt(request.prompt);
     // What is asked for whole comes from a tool of the client, whose prompts are instructions only.
     if (!request.whole && trimmed(request.selectedText).empty()) {
-        if (PromptWithText parts = apart(intent.request); !parts.text.empty()) {
-            PromptRequest other = request;
+        if (PromptWithText parts = apart(ownWords(request.prompt)); !parts.text.empty()) {
+            PromptRequest other;
+            other.image = request.image;
+            other.deepResearch = request.deepResearch;
+            other.history = request.history;
             other.prompt = std::move(parts.prompt);
             other.selectedText = std::move(parts.text);
             return draftReply(other);
@@ -256,13 +276,13 @@ ReplyDraft draftReply(const PromptRequest& request) {
                         " I can pick out key sentences and terms, find the sentences that answer a "
                         "question, and make flashcards or a quiz.");
     }
-    if (trimmed(request.selectedText).empty()) return answerFromConversation(request, intent);
+    if (trimmed(request.selectedText).empty()) return answerFromConversation(request);
     if (intent.goesDeeper) {
         if (std::optional<ReplyDraft> draft = goDeeper(request, intent)) return *draft;
     }
     const TextIndex index(readDocument(request.selectedText));
     if (index.sentences().empty()) return onePiece(kNoSentences);
-    return answerFrom(index, request, intent);
+    return answerFrom(index, request, readPrompt(request.prompt, index.language()));
 }
 
 } // namespace vorq::gateway

@@ -1,96 +1,62 @@
-#include "engine/embedded/Document.h"
+#include "engine/embedded/SentenceSplitter.h"
+
+#include "engine/embedded/Lexicon.h"
 #include "support/Utf8.h"
 
+#include <unicode/brkiter.h>
+#include <unicode/filteredbrk.h>
+#include <unicode/utext.h>
+
 #include <algorithm>
-#include <array>
+#include <stdexcept>
 
 namespace vorq::gateway {
 namespace {
 
 constexpr std::size_t kLongestSentence = 1000; // bytes; longer ones are cut at a blank
+constexpr std::size_t kLongestWordBefore = 24; // bytes
 
-constexpr auto kAbbreviations = std::to_array<std::string_view>({
-    "abb",  "abs",  "al",   "approx", "art", "aufl", "bd",  "bspw", "bzw", "ca",  "cap", "cf",
-    "ch",   "co",   "corp", "dept",   "dr",  "dra",  "ed",  "eds",  "eq",  "est", "etc", "ex",
-    "fig",  "figs", "gen",  "ggf",    "gov", "hr",   "inc", "inkl", "jr",  "lt",  "ltd", "max",
-    "min",  "mio",  "mlle", "mme",    "mr",  "mrs",  "ms",  "mt",   "nr",  "op",  "par", "pp",
-    "prof", "ref",  "rep",  "resp",   "rev", "sec",  "sen", "sog",  "sr",  "sra", "st",  "str",
-    "tab",  "tel",  "usw",  "vgl",    "viz", "vol",  "vs",
-});
-
-bool isAbbreviation(std::string_view word) {
-    return std::ranges::find(kAbbreviations, word) != kAbbreviations.end();
+bool isDigitIn(std::string_view text, std::size_t at) {
+    return at < text.size() && text[at] >= '0' && text[at] <= '9';
 }
 
-bool isWideTerminator(char32_t c) {
-    return c == 0x3002 || c == 0xFF01 || c == 0xFF1F || c == 0xFF0E || c == 0xFF61;
-}
-
-bool isTerminator(char32_t c) {
-    return c == U'.' || c == U'!' || c == U'?' || c == 0x2026 || c == 0x061F || c == 0x0964 ||
-           c == 0x06D4 || isWideTerminator(c);
-}
-
-bool isCloser(char32_t c) {
-    return c == U'"' || c == U'\'' || c == U')' || c == U']' || c == 0x201D || c == 0x2019 ||
-           c == 0x00BB || c == 0x201C || c == 0x300D || c == 0x300F || c == 0xFF09 || c == U'*' ||
-           c == U'_';
-}
-
-bool isEndMark(char32_t c) {
-    return isTerminator(c) || isCloser(c);
-}
-
-bool isLowerCaseLetter(char32_t c) {
-    return (c >= U'a' && c <= U'z') || (c >= 0xDF && c <= 0xFF && c != 0xF7) ||
-           (c >= 0x3B1 && c <= 0x3C9) || (c >= 0x430 && c <= 0x45F);
-}
-
-/// The word that ends right before `end`, without what is no letter, lower-cased.
+/// The word that ends right before `end`, lower-cased.
 std::string wordBefore(std::string_view text, std::size_t end) {
-    constexpr std::size_t farthest = 16;
-    const std::size_t from = end > farthest ? end - farthest : 0;
+    const std::size_t from = end > kLongestWordBefore ? end - kLongestWordBefore : 0;
     std::string_view word = text.substr(from, end - from);
-    if (const std::size_t blank = word.find_last_of(" ("); blank != std::string_view::npos) {
-        word.remove_prefix(blank + 1);
-    }
+    const std::size_t blank = word.find_last_of(" (\"[");
+    if (blank != std::string_view::npos) word.remove_prefix(blank + 1);
     return lowered(word);
 }
 
-/// A point behind an abbreviation, an initial ("J.") or inside one ("e.g.", "z.B.").
-bool pointBelongsToWord(std::string_view text, std::size_t point) {
-    const std::string word = wordBefore(text, point);
-    if (word.empty()) return false;
-    const bool single = decodeAt(word, 0).length == word.size();
-    const bool isLetter = single && !(word[0] >= '0' && word[0] <= '9');
-    if (isLetter && word != "i") return true;
-    return isAbbreviation(word) || (word.size() <= 6 && word.find('.') != std::string::npos);
+std::string_view withoutLeadingBlanks(std::string_view text) {
+    while (!text.empty() && isBlank(decodeAt(text, 0).value))
+        text.remove_prefix(decodeAt(text, 0).length);
+    return text;
 }
 
-/// The offset behind the sentence end at `at`, or 0 if no sentence ends there.
-std::size_t sentenceEnd(std::string_view text, std::size_t at) {
-    const char32_t first = decodeAt(text, at).value;
-    std::size_t i = at;
-    bool wide = false;
-    while (i < text.size()) {
-        const CodePoint c = decodeAt(text, i);
-        if (!isEndMark(c.value)) break;
-        wide = wide || isWideTerminator(c.value);
-        i += c.length;
-    }
-    if (i >= text.size() || wide) return i;
-    if (!isBlank(decodeAt(text, i).value)) return 0;
-    std::size_t next = i;
-    while (next < text.size() && isBlank(decodeAt(text, next).value)) {
-        next += decodeAt(text, next).length;
-    }
-    const bool isPoint = first == U'.' || first == 0x2026;
-    if (isPoint && next < text.size() && isLowerCaseLetter(decodeAt(text, next).value)) return 0;
-    if (first == U'.' && i == at + 1 && pointBelongsToWord(text, at)) return 0;
-    return i;
+std::string_view firstWordIn(std::string_view text) {
+    std::size_t end = 0;
+    while (end < text.size() && isWordCharacter(decodeAt(text, end).value))
+        end += decodeAt(text, end).length;
+    return text.substr(0, end);
 }
 
-void addPieces(std::vector<std::string>& out, std::string_view sentence) {
+/// The end without brackets and quotation marks that open what comes next, which ICU counts to the
+/// sentence before them where no blank stands between.
+std::size_t withoutOpeners(std::string_view paragraph, std::size_t begin, std::size_t end) {
+    static constexpr std::u32string_view openers = U"「『（《〈【“‘„«([¿¡";
+    while (end > begin) {
+        std::size_t last = end - 1;
+        while (last > begin && (static_cast<unsigned char>(paragraph[last]) & 0xC0U) == 0x80U)
+            --last;
+        if (!openers.contains(decodeAt(paragraph, last).value)) break;
+        end = last;
+    }
+    return end;
+}
+
+void addPieces(std::string_view sentence, const std::function<void(std::string_view)>& found) {
     sentence = trimmed(sentence);
     while (sentence.size() > kLongestSentence) {
         std::size_t end = sentence.substr(0, kLongestSentence).find_last_of(' ');
@@ -99,37 +65,141 @@ void addPieces(std::vector<std::string>& out, std::string_view sentence) {
             while ((static_cast<unsigned char>(sentence[end]) & 0xC0U) == 0x80U)
                 --end;
         }
-        out.emplace_back(trimmed(sentence.substr(0, end)));
+        found(trimmed(sentence.substr(0, end)));
         sentence.remove_prefix(end);
         while (sentence.starts_with(' '))
             sentence.remove_prefix(1);
     }
-    if (!sentence.empty()) out.emplace_back(sentence);
+    if (!sentence.empty()) found(sentence);
 }
 
 } // namespace
 
-std::vector<std::string> splitSentences(std::string_view paragraph) {
-    std::vector<std::string> sentences;
-    std::size_t begin = 0;
-    for (std::size_t i = 0; i < paragraph.size();) {
-        const CodePoint c = decodeAt(paragraph, i);
-        if (!isTerminator(c.value)) {
-            i += c.length;
-            continue;
-        }
-        const std::size_t end = sentenceEnd(paragraph, i);
-        if (end == 0) {
-            // The whole run was looked at; looking again at each of its marks would be quadratic.
-            while (i < paragraph.size() && isEndMark(decodeAt(paragraph, i).value)) {
-                i += decodeAt(paragraph, i).length;
-            }
-            continue;
-        }
-        addPieces(sentences, paragraph.substr(begin, end - begin));
-        begin = i = end;
+/// ICU's sentence boundaries, and what it knows of the locale's abbreviations.
+struct SentenceSplitter::Breaks {
+    explicit Breaks(Language language) {
+        const icu::Locale locale(std::string(dataOf(language).locale).c_str());
+        UErrorCode status = U_ZERO_ERROR;
+        all.reset(icu::BreakIterator::createSentenceInstance(locale, status));
+        if (U_FAILURE(status)) throw std::runtime_error("ICU finds no sentences.");
+        // There are none for some languages, Chinese among them.
+        std::unique_ptr<icu::FilteredBreakIteratorBuilder> filter(
+            icu::FilteredBreakIteratorBuilder::createInstance(locale, status));
+        if (U_FAILURE(status)) return;
+        filtered.reset(filter->wrapIteratorWithFilter(all->clone(), status));
+        if (U_FAILURE(status)) filtered.reset();
     }
-    addPieces(sentences, paragraph.substr(begin));
+    ~Breaks() { utext_close(&text); }
+    Breaks(const Breaks&) = delete;
+    Breaks& operator=(const Breaks&) = delete;
+
+    void find(std::string_view paragraph, std::vector<std::size_t>& ends) {
+        UErrorCode status = U_ZERO_ERROR;
+        utext_openUTF8(&text, paragraph.data(), static_cast<std::int64_t>(paragraph.size()),
+                       &status);
+        all->setText(&text, status);
+        if (U_FAILURE(status)) throw std::runtime_error("ICU cannot read a text.");
+        hasFilteredText = false;
+        ends.clear();
+        all->first();
+        for (std::int32_t end = all->next(); end != icu::BreakIterator::DONE; end = all->next())
+            ends.push_back(static_cast<std::size_t>(end));
+    }
+
+    /// Whether the locale has an abbreviation that ends at `end`.
+    bool isAbbreviation(std::size_t end) {
+        if (!filtered) return false;
+        UErrorCode status = U_ZERO_ERROR;
+        if (!hasFilteredText) filtered->setText(&text, status);
+        hasFilteredText = U_SUCCESS(status);
+        return hasFilteredText && filtered->isBoundary(static_cast<std::int32_t>(end)) == 0;
+    }
+
+    UText text = UTEXT_INITIALIZER;
+    std::unique_ptr<icu::BreakIterator> all;
+    std::unique_ptr<icu::BreakIterator> filtered;
+    bool hasFilteredText = false;
+};
+
+SentenceSplitter::SentenceSplitter(Language language)
+    : language_(language), breaks_(std::make_unique<Breaks>(language)) {}
+
+SentenceSplitter::~SentenceSplitter() = default;
+
+/// A grammar word with a capital, as in "p.m. Then", opens a sentence.
+bool SentenceSplitter::opensSentence(std::string_view next) const {
+    const std::string_view word = firstWordIn(next);
+    const bool isInitial = next.substr(word.size()).starts_with('.');
+    return !word.empty() && !isInitial && isUpperCase(decodeAt(word, 0).value) && word != "I" &&
+           lexiconOf(language_).isStop(lowered(word));
+}
+
+/// "am 1. September", "das 2. Quartal": in German the point makes an ordinal.
+bool SentenceSplitter::isOrdinal(std::string_view paragraph, std::size_t point,
+                                 std::string_view next) const {
+    if (language_ != Language::German || !isDigitIn(paragraph, point - 1)) return false;
+    std::size_t begin = point;
+    while (begin > 0 && isDigitIn(paragraph, begin - 1))
+        --begin;
+    if (point - begin > 2) return false;
+    const Lexicon& lexicon = lexiconOf(language_);
+    if (lexicon.roleOf(lowered(firstWordIn(next))).isCalendar) return true;
+    if (begin < 2 || opensSentence(next)) return false;
+    static constexpr std::string_view before = "seit|ab|bis|und|als|oder|vor|nach|von|alle|jeden";
+    const std::string word = wordBefore(paragraph, begin - 1);
+    return lexicon.roleOf(word).isDeterminer ||
+           ("|" + std::string(before) + "|").contains("|" + word + "|");
+}
+
+/// Whether the point behind `word` belongs to it: "Dr.", "e.g.", the "J." of a name.
+bool SentenceSplitter::isShortened(std::string_view word, bool isCapital, std::size_t end) const {
+    constexpr std::size_t longest = 6; // bytes of what ICU's lists are asked for
+    if (word.empty() || isDigitIn(word, word.size() - 1)) return false;
+    const bool isLetter = decodeAt(word, 0).length == word.size() && !isDigitIn(word, 0);
+    if (isLetter) return isCapital && word != "i";
+    if (lexiconOf(language_).abbreviations.contains(word)) return true;
+    // They match any word that ends like an abbreviation, so that only likely ones are asked for.
+    const bool isLikely = (isCapital && word.size() <= longest) || word.contains('.');
+    return isLikely && breaks_->isAbbreviation(end);
+}
+
+/// Whether what ICU takes for the end of a sentence at `end` is none.
+bool SentenceSplitter::continuesBehind(std::string_view paragraph, std::size_t end) const {
+    const std::string_view next = withoutLeadingBlanks(paragraph.substr(end));
+    std::size_t last = end;
+    while (last > 0 && paragraph[last - 1] == ' ')
+        --last;
+    if (next.empty() || last < 2 || last == end || paragraph[last - 1] != '.') return false;
+    const std::size_t point = last - 1;
+    if (isOrdinal(paragraph, point, next)) return true;
+    // An abbreviation may also end a sentence: "at 9 p.m. Then …", "in the U.S. She …".
+    if (opensSentence(next)) return false;
+    const std::string word = wordBefore(paragraph, point);
+    if (word == "no" && !isDigitIn(next, 0)) return false;
+    const bool isCapital =
+        word.size() <= point && isUpperCase(decodeAt(paragraph, point - word.size()).value);
+    return isShortened(word, isCapital, end);
+}
+
+void SentenceSplitter::split(std::string_view paragraph,
+                             const std::function<void(std::string_view)>& found) {
+    paragraph = trimmed(paragraph);
+    if (paragraph.empty()) return;
+    breaks_->find(paragraph, ends_);
+    std::size_t begin = 0;
+    for (const std::size_t end : ends_) {
+        if (end < paragraph.size() && continuesBehind(paragraph, end)) continue;
+        const std::size_t closed = withoutOpeners(paragraph, begin, end);
+        addPieces(paragraph.substr(begin, closed - begin), found);
+        begin = closed;
+    }
+    if (begin < paragraph.size()) addPieces(paragraph.substr(begin), found);
+}
+
+std::vector<std::string> splitSentences(std::string_view paragraph, Language language) {
+    std::vector<std::string> sentences;
+    SentenceSplitter(language).split(
+        paragraph, [&](std::string_view sentence) { sentences.emplace_back(sentence); });
     return sentences;
 }
 

@@ -54,11 +54,11 @@ bool isStatement(std::string_view line) {
            !line.ends_with('.');
 }
 
-bool isSourceCode(const std::vector<std::string_view>& lines) {
+bool isSourceCode(std::string_view text) {
     constexpr std::size_t fewest = 5;
     std::size_t written = 0;
     std::size_t statements = 0;
-    for (const std::string_view raw : lines) {
+    for (std::string_view raw; nextLine(text, raw);) {
         const std::string_view line = trimmed(raw);
         if (startsFence(line) || isAttachmentLine(line)) return false;
         if (line.empty()) continue;
@@ -68,10 +68,10 @@ bool isSourceCode(const std::vector<std::string_view>& lines) {
     return statements >= fewest && statements * 5 >= written * 2;
 }
 
-std::string commentsOf(const std::vector<std::string_view>& lines) {
+std::string commentsOf(std::string_view program) {
     std::string text;
     bool quoted = false;
-    for (const std::string_view raw : lines) {
+    for (std::string_view raw; nextLine(program, raw);) {
         std::string_view line = trimmed(raw);
         const std::size_t quote = quoteIn(line);
         if (quote == std::string_view::npos) {

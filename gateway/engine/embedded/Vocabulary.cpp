@@ -5,62 +5,81 @@
 #include <algorithm>
 
 namespace vorq::gateway {
+namespace {
 
-Vocabulary::Vocabulary(const TextIndex& index) {
+constexpr std::size_t kMostWords = 3000;
+constexpr std::size_t kLongestSurface = 80; // bytes
+
+} // namespace
+
+Vocabulary::Vocabulary(const TextIndex& index, const WordClasses& classes) {
+    struct Seen {
+        double weight = 0;
+        std::uint32_t sentence = 0;
+        std::uint32_t word = 0;
+        bool isSmall = false;
+    };
+    std::unordered_map<std::uint32_t, std::size_t> byKey;
+    std::vector<std::pair<std::uint32_t, Seen>> seen;
     for (std::size_t i = 0; i < index.sentences().size(); ++i) {
-        for (const Word& word : index.wordsIn(i)) {
-            const std::string_view surface = index.surface(i, word);
-            const auto [entry, isNew] = byKey_.try_emplace(word.key, words_.size());
+        const std::span<const Word> words = index.wordsIn(i);
+        for (std::size_t k = 0; k < words.size(); ++k) {
+            const Word& word = words[k];
+            if (word.isLabel) continue;
+            const Seen here{.weight = index.weight(word),
+                            .sentence = static_cast<std::uint32_t>(i),
+                            .word = static_cast<std::uint32_t>(k),
+                            .isSmall = !word.isCapitalised};
+            const auto [entry, isNew] = byKey.try_emplace(word.key, seen.size());
             if (isNew) {
-                words_.push_back({.key = word.key,
-                                  .surface = clipped(surface, 80),
-                                  .weight = index.weight(word),
-                                  .isNumber = word.isNumber,
-                                  .isContent = word.isContent});
-            } else if (lowered(surface) == surface) {
-                words_[entry->second].surface = clipped(surface, 80);
+                seen.emplace_back(word.key, here);
+            } else if (here.isSmall && !seen[entry->second].second.isSmall) {
+                seen[entry->second].second = here;
             }
         }
     }
-    // The position breaks ties, so that the order is the same every time.
-    std::vector<std::pair<double, std::size_t>> order;
-    for (std::size_t i = 0; i < words_.size(); ++i)
-        order.emplace_back(-words_[i].weight, i);
-    std::ranges::sort(order);
-    std::vector<VocabularyWord> sorted;
-    for (const auto& [weight, i] : order)
-        sorted.push_back(std::move(words_[i]));
-    words_ = std::move(sorted);
-    for (std::size_t i = 0; i < words_.size(); ++i)
-        byKey_[words_[i].key] = i;
-}
-
-const VocabularyWord& Vocabulary::word(const std::string& key) const {
-    return words_.at(byKey_.at(key));
-}
-
-std::string answerFor(const TextIndex& index, const Vocabulary& vocabulary, std::size_t sentence,
-                      const std::string& key) {
-    const std::string& usual = vocabulary.word(key).surface;
-    for (const Word& word : index.wordsIn(sentence)) {
-        if (word.key != key) continue;
-        const std::string surface = clipped(index.surface(sentence, word), 80);
-        return lowered(surface) == lowered(usual) ? usual : surface;
+    byKey.clear();
+    // The first of equals stays first, so that the order is the same every time.
+    std::ranges::sort(seen, [](const auto& a, const auto& b) {
+        return std::pair(-a.second.weight, a.first) < std::pair(-b.second.weight, b.first);
+    });
+    seen.resize(std::min(seen.size(), kMostWords));
+    for (const auto& [key, place] : seen) {
+        const Word& word = index.wordsIn(place.sentence)[place.word];
+        words_.push_back({.key = key,
+                          .surface = clipped(withoutPossessive(index.surface(place.sentence, word)),
+                                             kLongestSurface),
+                          .weight = place.weight,
+                          .wordClass = classes.of(key),
+                          .isContent = word.isContent});
     }
-    return usual;
 }
 
-std::string withGap(const TextIndex& index, std::size_t sentence, const std::string& key) {
-    const std::string& text = index.sentences()[sentence].text;
+std::string answerFor(const TextIndex& index, const WordClasses& classes, std::size_t sentence,
+                      std::uint32_t key) {
+    std::size_t place = 0;
+    for (const Word& word : index.wordsIn(sentence)) {
+        if (word.isLabel) continue;
+        const bool isFirst = place++ == 0;
+        if (word.key != key) continue;
+        const std::string surface = clipped(index.surface(sentence, word), kLongestSurface);
+        return isFirst && classes.isWrittenSmall(key) ? lowered(surface) : surface;
+    }
+    return {};
+}
+
+std::string withGap(const TextIndex& index, std::size_t sentence, std::uint32_t key) {
+    const std::string_view text = index.text(sentence);
     std::string out;
-    std::size_t copied = 0;
+    std::size_t copied = index.sentences()[sentence].label;
     for (const Word& word : index.wordsIn(sentence)) {
-        if (word.key != key) continue;
-        out.append(text, copied, word.offset - copied);
+        if (word.key != key || word.isLabel) continue;
+        out += text.substr(copied, word.offset - copied);
         out += "_____";
-        copied = word.offset + word.length;
+        copied = static_cast<std::size_t>(word.offset) + word.length;
     }
-    return out.append(text, copied);
+    out += text.substr(copied);
+    return out;
 }
 
 } // namespace vorq::gateway

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "engine/embedded/TextIndex.h"
+#include "engine/embedded/WordClasses.h"
 
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -10,34 +11,30 @@ namespace vorq::gateway {
 
 /// A word of the material as it may be asked for or offered as a wrong answer.
 struct VocabularyWord {
-    std::string key;
+    std::uint32_t key = 0;
     std::string surface;
     double weight = 0;
-    bool isNumber = false;
+    WordClass wordClass = WordClass::Other;
     bool isContent = false;
 };
 
-/// The distinct words of a text, weightiest first.
+/// The distinct words of a text, weightiest first, the most important of a long text only.
 class Vocabulary {
   public:
-    explicit Vocabulary(const TextIndex& index);
+    Vocabulary(const TextIndex& index, const WordClasses& classes);
 
     [[nodiscard]] const std::vector<VocabularyWord>& words() const { return words_; }
-    /// Must be a key of the text.
-    [[nodiscard]] const VocabularyWord& word(const std::string& key) const;
 
   private:
     std::vector<VocabularyWord> words_;
-    std::unordered_map<std::string, std::size_t> byKey_;
 };
 
-/// The word as it stands in the sentence, or as it is written elsewhere if only its capital
-/// differs.
-[[nodiscard]] std::string answerFor(const TextIndex& index, const Vocabulary& vocabulary,
-                                    std::size_t sentence, const std::string& key);
+/// The word as it stands in the sentence, but small where only the sentence's beginning makes it
+/// begin with a capital.
+[[nodiscard]] std::string answerFor(const TextIndex& index, const WordClasses& classes,
+                                    std::size_t sentence, std::uint32_t key);
 
-/// The sentence with each word of that key replaced by a gap.
-[[nodiscard]] std::string withGap(const TextIndex& index, std::size_t sentence,
-                                  const std::string& key);
+/// The sentence, without who says it, with each word of that key replaced by a gap.
+[[nodiscard]] std::string withGap(const TextIndex& index, std::size_t sentence, std::uint32_t key);
 
 } // namespace vorq::gateway

@@ -1,4 +1,5 @@
 #include "engine/embedded/Document.h"
+#include "engine/embedded/SentenceSplitter.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,7 +12,7 @@ using ::testing::ElementsAre;
 std::vector<std::string> texts(const Document& document) {
     std::vector<std::string> list;
     for (const Sentence& sentence : document.sentences)
-        list.push_back(sentence.text);
+        list.emplace_back(document.textOf(sentence));
     return list;
 }
 
@@ -23,7 +24,7 @@ TEST(SentenceSplitterTest, SplitsAtFullStopsQuestionsAndExclamations) {
 TEST(SentenceSplitterTest, KeepsAbbreviationsInitialsAndNumbersTogether) {
     EXPECT_THAT(splitSentences("Dr. A. Smith et al. paid 3.5 dollars, e.g. for tea. He left."),
                 ElementsAre("Dr. A. Smith et al. paid 3.5 dollars, e.g. for tea.", "He left."));
-    EXPECT_THAT(splitSentences("Das gilt z.B. hier bzw. dort. Ende."),
+    EXPECT_THAT(splitSentences("Das gilt z.B. hier bzw. dort. Ende.", Language::German),
                 ElementsAre("Das gilt z.B. hier bzw. dort.", "Ende."));
     EXPECT_THAT(splitSentences("See example.org/a.b for more. Then go."),
                 ElementsAre("See example.org/a.b for more.", "Then go."));
@@ -34,18 +35,48 @@ TEST(SentenceSplitterTest, AYearEndsASentence) {
                 ElementsAre("It was 1999.", "The war ended."));
 }
 
+TEST(SentenceSplitterTest, GermanOrdinalsAndDatesDoNotEnd) {
+    EXPECT_THAT(splitSentences("Der Bau beginnt am 1. September in Au. Im 2. Quartal ruht er. Es "
+                               "war 1999. Dann kam der 3. Bauabschnitt.",
+                               Language::German),
+                ElementsAre("Der Bau beginnt am 1. September in Au.", "Im 2. Quartal ruht er.",
+                            "Es war 1999.", "Dann kam der 3. Bauabschnitt."));
+}
+
+TEST(SentenceSplitterTest, ADecimalEndsASentence) {
+    EXPECT_THAT(
+        splitSentences("The grade was 7.5. The team cheered. It cost £3.2m. Buses ran."),
+        ElementsAre("The grade was 7.5.", "The team cheered.", "It cost £3.2m.", "Buses ran."));
+}
+
+TEST(SentenceSplitterTest, AnAbbreviationEndsASentenceBeforeAWordThatOpensOne) {
+    EXPECT_THAT(
+        splitSentences("It ends at 9 p.m. Then we go. She lives in the U.S. She likes it."),
+        ElementsAre("It ends at 9 p.m.", "Then we go.", "She lives in the U.S.", "She likes it."));
+    EXPECT_THAT(
+        splitSentences("The U.S. Senate met at 9 p.m. Eastern. Is it open? No. Go home."),
+        ElementsAre("The U.S. Senate met at 9 p.m. Eastern.", "Is it open?", "No.", "Go home."));
+}
+
+TEST(SentenceSplitterTest, AWordThatEndsLikeAnAbbreviationEndsASentence) {
+    EXPECT_THAT(splitSentences("Ne salez pas avant la fin de la cuisson. Laissez reposer.",
+                               Language::French),
+                ElementsAre("Ne salez pas avant la fin de la cuisson.", "Laissez reposer."));
+}
+
 TEST(SentenceSplitterTest, ClosingMarksBelongToTheSentence) {
     EXPECT_THAT(splitSentences("\"Go!\" (He went.) “Now?” Yes."),
                 ElementsAre("\"Go!\"", "(He went.)", "“Now?”", "Yes."));
 }
 
 TEST(SentenceSplitterTest, SplitsChineseAndJapaneseWithoutBlanks) {
-    EXPECT_THAT(splitSentences("今日は晴れです。明日は雨ですか？「はい。」終わり"),
-                ElementsAre("今日は晴れです。", "明日は雨ですか？", "「はい。」", "終わり"));
+    EXPECT_THAT(
+        splitSentences("今日は晴れです。明日は雨ですか？「はい。」終わり", Language::Japanese),
+        ElementsAre("今日は晴れです。", "明日は雨ですか？", "「はい。」", "終わり"));
 }
 
 TEST(SentenceSplitterTest, SplitsOtherScripts) {
-    EXPECT_THAT(splitSentences("Это первое. Это второе?"),
+    EXPECT_THAT(splitSentences("Это первое. Это второе?", Language::Russian),
                 ElementsAre("Это первое.", "Это второе?"));
     EXPECT_THAT(splitSentences("यह पहला है। यह दूसरा है।"), ElementsAre("यह पहला है।", "यह दूसरा है।"));
 }
@@ -152,6 +183,62 @@ TEST(DocumentTest, AMailIsReadWithoutItsHeadAndSignature) {
         "Note: it rains.\n\n--\nAnna\n+49 30\n\nOn Mon, Tom wrote:\n> Shall we go?\n");
     EXPECT_THAT(document.headings, ElementsAre("Launch date"));
     EXPECT_THAT(texts(document), ElementsAre("We wait.", "Note: it rains.", "Shall we go?"));
+}
+
+TEST(DocumentTest, MinutesAreReadLineByLine) {
+    const Document document = readDocument("Garden club, October\nPresent: Joan, Arun\n\n"
+                                           "1. Water\nThe tap leaks\nArun calls the plumber\n\n"
+                                           "2. Money\nBalance: 12 pounds\nThe rent goes up");
+    EXPECT_THAT(document.headings, ElementsAre("Garden club, October", "Water", "Money"));
+    EXPECT_THAT(texts(document),
+                ElementsAre("Present: Joan, Arun", "The tap leaks", "Arun calls the plumber",
+                            "Balance: 12 pounds", "The rent goes up"));
+}
+
+TEST(DocumentTest, ARecipeIsReadLineByLine) {
+    const Document document =
+        readDocument("Pumpkin soup\n\nFor four people\nTime: 40 minutes\n\nIngredients\n"
+                     "1.2 kg of pumpkin\n2 onions\nSalt and pepper\n");
+    EXPECT_THAT(document.headings, ElementsAre("Pumpkin soup", "Ingredients"));
+    EXPECT_THAT(texts(document), ElementsAre("For four people", "Time: 40 minutes",
+                                             "1.2 kg of pumpkin", "2 onions", "Salt and pepper"));
+}
+
+TEST(DocumentTest, EachRemarkOfAChatStandsForItself) {
+    const Document document = readDocument("[09:02] Priya: the server is down\n"
+                                           "[09:04] Ben: that was me, i restarted it\n"
+                                           "[09:05] Priya: ok. Back soon?\n");
+    EXPECT_THAT(texts(document), ElementsAre("[09:02] Priya: the server is down",
+                                             "[09:04] Ben: that was me, i restarted it",
+                                             "[09:05] Priya: ok.", "Back soon?"));
+    EXPECT_EQ(document.sentences[0].label, std::string("[09:02] Priya: ").size());
+    EXPECT_TRUE(document.sentences[3].isQuestion);
+}
+
+TEST(DocumentTest, ProseBrokenAtAMarginStaysWhole) {
+    EXPECT_THAT(
+        texts(readDocument("The town council met on Monday evening in the old hall of the\n"
+                           "Guild to speak about the new road. It will lead from the gate to\n"
+                           "Market Square and cost two million.\n")),
+        ElementsAre("The town council met on Monday evening in the old hall of the Guild to "
+                    "speak about the new road.",
+                    "It will lead from the gate to Market Square and cost two million."));
+}
+
+TEST(DocumentTest, GreetingsAndSignaturesAreNoSentences) {
+    EXPECT_THAT(texts(readDocument("Dear tenants,\n\nThe lift stands still.\n\nKind regards,\n"
+                                   "Dana Whitlock\nFern House\n+44 20 7946 0000\n")),
+                ElementsAre("The lift stands still."));
+    EXPECT_THAT(
+        texts(readDocument("Liebe alle,\n\nwir treffen uns im Kloster am See. Bringt "
+                           "die Noten bitte alle mit.\n\nViele Grüße\nJonas\n")),
+        ElementsAre("wir treffen uns im Kloster am See.", "Bringt die Noten bitte alle mit."));
+}
+
+TEST(DocumentTest, AQuestionIsNoHeading) {
+    const Document document = readDocument("# Bikes\n\n**How old must I be?**\nAt least ten.\n");
+    EXPECT_THAT(document.headings, ElementsAre("Bikes"));
+    EXPECT_THAT(texts(document), ElementsAre("How old must I be?", "At least ten."));
 }
 
 TEST(DocumentTest, OfAProgramOnlyTheCommentsAreRead) {

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "engine/embedded/QuestionKind.h"
+#include "engine/embedded/TextIndex.h"
+
+#include <cstddef>
+
+namespace vorq::gateway {
+
+/// Whether the sentence holds a date or time, or a number, whatever it is about.
+[[nodiscard]] bool holdsTime(const TextIndex& index, std::size_t sentence);
+[[nodiscard]] bool holdsNumber(const TextIndex& index, std::size_t sentence);
+
+/// How well the sentence looks like an answer of the kind that is asked for; 1 for neither well nor
+/// badly.
+[[nodiscard]] double fit(const Expectation& expected, const TextIndex& index, std::size_t sentence);
+
+} // namespace vorq::gateway

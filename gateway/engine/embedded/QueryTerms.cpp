@@ -1,0 +1,244 @@
+#include "engine/embedded/QueryTerms.h"
+
+#include "engine/embedded/PhraseList.h"
+#include "support/Utf8.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vorq::gateway {
+namespace {
+
+constexpr std::size_t kMostTerms = 60;
+constexpr std::size_t kMostInflected = 20; // terms of which other forms are looked for
+constexpr std::size_t kShortestStem = 4;   // characters that two forms of a word must share
+
+bool isUnspacedLetter(char32_t c) {
+    return isHan(c) || isKatakana(c);
+}
+
+bool mixesScripts(std::string_view word) {
+    bool hasHan = false;
+    bool hasKana = false;
+    for (std::size_t i = 0; i < word.size(); i += decodeAt(word, i).length) {
+        hasHan = hasHan || isHan(decodeAt(word, i).value);
+        hasKana = hasKana || isHiragana(decodeAt(word, i).value);
+    }
+    return hasHan && hasKana;
+}
+
+std::size_t charactersIn(std::string_view text) {
+    return static_cast<std::size_t>(std::ranges::count_if(
+        text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+}
+
+std::size_t sharedBeginning(std::string_view a, std::string_view b) {
+    const auto [end, other] = std::ranges::mismatch(a, b);
+    return charactersIn(a.substr(0, static_cast<std::size_t>(end - a.begin())));
+}
+
+/// The consonants of an Arabic word, which its forms have in common.
+std::string skeleton(std::string_view word) {
+    std::string bones;
+    for (std::size_t i = 0; i < word.size();) {
+        const CodePoint c = decodeAt(word, i);
+        const bool isWeak = c.value == 0x627 || c.value == 0x648 || c.value == 0x64A ||
+                            c.value == 0x629 || c.value == 0x649 || c.value == 0x623 ||
+                            c.value == 0x625 || c.value == 0x622;
+        if (!isWeak) bones += word.substr(i, c.length);
+        i += c.length;
+    }
+    return bones;
+}
+
+/// How much the word of the text counts for the word that is asked for: 1 for the same, 0 for
+/// strangers, else something between.
+double likeness(std::string_view asked, std::string_view word, Language language) {
+    if (language == Language::Arabic) {
+        const std::string bones = skeleton(asked);
+        return charactersIn(bones) >= 3 && bones == skeleton(word) ? 0.6 : 0;
+    }
+    const bool joins = language == Language::German || language == Language::Dutch;
+    if (asked.empty() || word.empty() || (asked[0] != word[0] && !joins)) return 0;
+    const std::size_t shorter = std::min(charactersIn(asked), charactersIn(word));
+    const std::size_t longer = std::max(charactersIn(asked), charactersIn(word));
+    if (shorter < kShortestStem) return 0;
+    const std::size_t shared = sharedBeginning(asked, word);
+    if (shared == shorter) return shorter >= 5 || longer <= shorter + 3 ? 0.6 : 0;
+    if (shared >= 5 && shared * 10 >= longer * 6) return 0.45;
+    const bool isCompound =
+        joins && shorter >= 5 && (word.ends_with(asked) || asked.ends_with(word));
+    return isCompound ? 0.5 : 0;
+}
+
+} // namespace
+
+QueryTerms::QueryTerms(const TextIndex& index, std::string_view query) : index_(index) {
+    readWords(query);
+    readParts(query);
+    addForms();
+    dropAbsent();
+}
+
+bool QueryTerms::knows(std::string_view key) const {
+    return std::ranges::find(terms_, key, &Term::key) != terms_.end();
+}
+
+void QueryTerms::readWords(std::string_view query) {
+    WordReader reader(index_.language());
+    reader.begin(query);
+    for (FoundWord word; terms_.size() < kMostTerms && reader.next(word);) {
+        // "does" is no reason to quote Jane Doe.
+        if (!word.isContent && !word.isNumber) continue;
+        const bool isUnspaced = isUnspacedLetter(decodeAt(query, word.offset).value) ||
+                                isHiragana(decodeAt(query, word.offset).value);
+        if (isUnspaced) {
+            // Such as 行き先, in which characters of two scripts make one word.
+            const std::string_view surface = query.substr(word.offset, word.length);
+            if (mixesScripts(surface)) addPart(surface);
+            continue;
+        }
+        if (knows(word.key)) continue;
+        terms_.push_back({.key = word.key});
+    }
+}
+
+void QueryTerms::addPart(std::string_view part) {
+    if (terms_.size() >= kMostTerms || knows(part)) return;
+    terms_.push_back({.key = std::string(part), .isPart = true});
+    hasParts_ = true;
+}
+
+/// What is written without blanks: Chinese characters by twos and one by one, since a dictionary
+/// may cut names and new words differently in the question and in the text, and Katakana words
+/// whole.
+void QueryTerms::readParts(std::string_view query) {
+    const Lexicon& lexicon = index_.lexicon();
+    std::string_view before;
+    for (std::size_t i = 0; i < query.size();) {
+        const std::size_t begin = i;
+        while (i < query.size() && isKatakana(decodeAt(query, i).value))
+            i += decodeAt(query, i).length;
+        if (i > begin) {
+            addPart(query.substr(begin, i - begin));
+            before = {};
+            continue;
+        }
+        const CodePoint c = decodeAt(query, i);
+        const std::string_view character = query.substr(i, c.length);
+        i += c.length;
+        if (!isHan(c.value)) {
+            before = {};
+            continue;
+        }
+        if (!before.empty()) {
+            const std::string_view pair(before.data(), before.size() + character.size());
+            const bool asks = hasPhrase(pair, lexicon.data.question.other) ||
+                              hasPhrase(pair, lexicon.data.question.quantity) ||
+                              lexicon.isStop(pair);
+            if (!asks) addPart(pair);
+        }
+        if (!lexicon.isStop(character)) addPart(character);
+        before = character;
+    }
+}
+
+void QueryTerms::addForms() {
+    const KeyTable& keys = index_.keys();
+    for (std::size_t i = 0; i < terms_.size(); ++i) {
+        const std::uint32_t same = terms_[i].isPart ? KeyTable::kNone : keys.find(terms_[i].key);
+        if (same != KeyTable::kNone) forms_[same] = {.term = i, .share = 1};
+    }
+    const std::size_t most = std::min(terms_.size(), kMostInflected);
+    for (std::uint32_t number = 0; number < keys.size(); ++number) {
+        const std::string_view key = keys.key(number);
+        for (std::size_t i = 0; i < most; ++i) {
+            if (terms_[i].isPart) continue;
+            const double share = likeness(terms_[i].key, key, index_.language());
+            if (share == 0 || index_.lexicon().isStop(key)) continue;
+            Meaning& meaning =
+                forms_.try_emplace(number, Meaning{.term = i, .share = 0}).first->second;
+            if (share > meaning.share) meaning = {.term = i, .share = share};
+        }
+    }
+}
+
+/// Terms that do not occur go; the others get their rarity.
+void QueryTerms::dropAbsent() {
+    std::vector<double> with(terms_.size(), 0);
+    for (const auto& [key, meaning] : forms_)
+        with[meaning.term] += static_cast<double>(index_.sentencesWith(key));
+    if (hasParts_) {
+        for (std::size_t i = 0; i < index_.sentences().size(); ++i) {
+            const std::string_view text = index_.text(i);
+            for (std::size_t k = 0; k < terms_.size(); ++k) {
+                if (terms_[k].isPart && text.contains(terms_[k].key)) with[k] += 1;
+            }
+        }
+    }
+    // What only a heading names is looked for below it.
+    for (const std::string& heading : index_.headings()) {
+        const Hits hits = hitsIn(heading);
+        for (std::size_t k = 0; k < terms_.size(); ++k) {
+            if (with[k] == 0 && hits[k] > 0) with[k] = 1;
+        }
+    }
+    const auto total = static_cast<double>(index_.sentences().size());
+    bool any = false;
+    for (std::size_t k = 0; k < terms_.size(); ++k) {
+        if (with[k] == 0) continue;
+        any = true;
+        const double found = std::min(with[k], total);
+        terms_[k].rarity = std::log(1.0 + (total - found + 0.5) / (found + 0.5));
+        if (terms_[k].isPart && charactersIn(terms_[k].key) == 1) terms_[k].rarity *= 0.4;
+    }
+    if (!any) terms_.clear();
+}
+
+double QueryTerms::score(const Hits& hits, double relativeLength) const {
+    constexpr double k1 = 1.2;
+    constexpr double b = 0.6;
+    double score = 0;
+    double covered = 0;
+    double all = 0;
+    for (std::size_t k = 0; k < terms_.size(); ++k) {
+        all += terms_[k].rarity;
+        if (hits[k] == 0) continue;
+        covered += terms_[k].rarity * std::min(1.0, hits[k]);
+        score +=
+            terms_[k].rarity * hits[k] * (k1 + 1) / (hits[k] + k1 * (1 - b + b * relativeLength));
+    }
+    return all == 0 ? 0 : score * (0.5 + covered / all);
+}
+
+QueryTerms::Hits QueryTerms::hitsIn(std::size_t sentence) const {
+    Hits hits(terms_.size(), 0);
+    for (const Word& word : index_.wordsIn(sentence)) {
+        const auto form = forms_.find(word.key);
+        if (form != forms_.end()) hits[form->second.term] += form->second.share;
+    }
+    const std::string_view text = index_.text(sentence);
+    for (std::size_t k = 0; hasParts_ && k < terms_.size(); ++k) {
+        if (terms_[k].isPart && text.contains(terms_[k].key)) hits[k] = 1;
+    }
+    return hits;
+}
+
+QueryTerms::Hits QueryTerms::hitsIn(std::string_view heading) const {
+    Hits hits(terms_.size(), 0);
+    WordReader reader(index_.language());
+    reader.begin(heading);
+    for (FoundWord word; reader.next(word);) {
+        const auto form = forms_.find(index_.keys().find(word.key));
+        if (form != forms_.end()) hits[form->second.term] += form->second.share;
+        for (std::size_t k = 0; k < terms_.size(); ++k) {
+            if (!terms_[k].isPart && terms_[k].key == word.key) hits[k] = 1;
+        }
+    }
+    for (std::size_t k = 0; k < terms_.size(); ++k) {
+        if (terms_[k].isPart && heading.contains(terms_[k].key)) hits[k] = 1;
+    }
+    return hits;
+}
+
+} // namespace vorq::gateway
