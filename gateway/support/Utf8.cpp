@@ -1,5 +1,7 @@
 #include "support/Utf8.h"
 
+#include <algorithm>
+
 namespace vorq::gateway {
 namespace {
 
@@ -154,6 +156,11 @@ std::string clipped(std::string_view text, std::size_t maxBytes) {
     const std::size_t blank = text.substr(0, end).find_last_of(" \t\n");
     if (blank != std::string_view::npos && blank > end / 2) end = blank;
     return std::string(trimmed(text.substr(0, end))) + "…";
+}
+
+std::size_t characterCount(std::string_view text) {
+    return static_cast<std::size_t>(std::ranges::count_if(
+        text, [](char c) { return !isContinuation(static_cast<unsigned char>(c)); }));
 }
 
 bool isBlank(char32_t c) {

@@ -35,6 +35,9 @@ void appendUtf8(std::string& out, char32_t codePoint);
 /// At most `maxBytes` bytes of `text`, cut at a word where one is near, and "…" if it was cut.
 [[nodiscard]] std::string clipped(std::string_view text, std::size_t maxBytes);
 
+/// How many code points `text` has.
+[[nodiscard]] std::size_t characterCount(std::string_view text);
+
 [[nodiscard]] bool isBlank(char32_t codePoint);
 [[nodiscard]] bool isHan(char32_t codePoint);
 [[nodiscard]] bool isKatakana(char32_t codePoint);

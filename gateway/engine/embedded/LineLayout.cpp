@@ -11,9 +11,9 @@
 namespace vorq::gateway {
 namespace {
 
-constexpr std::size_t kWidest = 240;        // columns
-constexpr std::size_t kNarrowestProse = 40; // columns
-constexpr std::size_t kLongestTitle = 110;  // bytes
+constexpr std::size_t kWidest = 240;           // columns
+constexpr std::size_t kNarrowestProse = 40;    // columns
+constexpr std::size_t kLongestTitleLine = 110; // bytes
 
 bool isWide(char32_t c) {
     return c >= 0x1100 && (isHan(c) || isHiragana(c) || isKatakana(c) ||
@@ -197,7 +197,7 @@ bool LineLayout::isHeading(std::string_view line, std::string_view next) const {
 }
 
 bool LineLayout::isTitle(std::string_view line, std::string_view next) const {
-    if (line.size() > kLongestTitle || endsSentence(line) || speakerLabel(line) > 0 ||
+    if (line.size() > kLongestTitleLine || endsSentence(line) || speakerLabel(line) > 0 ||
         line.ends_with(',') || listMarker(line) > 0 || line.ends_with(';')) {
         return false;
     }
@@ -207,7 +207,7 @@ bool LineLayout::isTitle(std::string_view line, std::string_view next) const {
 
 bool LineLayout::isGreeting(std::string_view line) const {
     constexpr std::size_t mostWords = 7;
-    if (line.size() > kLongestTitle || wordCount(line) > mostWords) return false;
+    if (line.size() > kLongestTitleLine || wordCount(line) > mostWords) return false;
     const bool isOpen = isOneOf(lastCharacter(line), {",", ":", "：", "，", "!", "！", "、"});
     const std::string lower = lowered(line);
     return anyPhrase(lexicon_.data.greetings, [&](std::string_view greeting) {
@@ -216,7 +216,7 @@ bool LineLayout::isGreeting(std::string_view line) const {
 }
 
 bool LineLayout::isClosing(std::string_view line) const {
-    if (line.size() > kLongestTitle) return false;
+    if (line.size() > kLongestTitleLine) return false;
     while (!line.empty() &&
            isOneOf(lastCharacter(line), {",", ".", "!", "。", "！", "，", "、", ":", " "})) {
         line.remove_suffix(lastCharacter(line).size());

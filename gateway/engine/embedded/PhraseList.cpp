@@ -6,7 +6,7 @@ namespace vorq::gateway {
 namespace {
 
 /// Chinese and Japanese put no blanks between words.
-bool isUnspaced(char32_t c) {
+bool isOfUnspacedScript(char32_t c) {
     return isHan(c) || isHiragana(c) || isKatakana(c);
 }
 
@@ -23,7 +23,7 @@ bool isEdge(std::string_view text, std::size_t at) {
 }
 
 std::size_t findPhrase(std::string_view text, std::string_view phrase) {
-    const bool anywhere = isUnspaced(decodeAt(phrase, 0).value);
+    const bool anywhere = isOfUnspacedScript(decodeAt(phrase, 0).value);
     for (std::size_t at = text.find(phrase); at != std::string_view::npos;
          at = text.find(phrase, at + 1)) {
         if (anywhere || (isEdge(text, at) && isEdge(text, at + phrase.size()))) return at;

@@ -27,14 +27,9 @@ bool mixesScripts(std::string_view word) {
     return hasHan && hasKana;
 }
 
-std::size_t charactersIn(std::string_view text) {
-    return static_cast<std::size_t>(std::ranges::count_if(
-        text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
-}
-
 std::size_t sharedBeginning(std::string_view a, std::string_view b) {
     const auto [end, other] = std::ranges::mismatch(a, b);
-    return charactersIn(a.substr(0, static_cast<std::size_t>(end - a.begin())));
+    return characterCount(a.substr(0, static_cast<std::size_t>(end - a.begin())));
 }
 
 /// The consonants of an Arabic word, which its forms have in common.
@@ -56,12 +51,12 @@ std::string skeleton(std::string_view word) {
 double likeness(std::string_view asked, std::string_view word, Language language) {
     if (language == Language::Arabic) {
         const std::string bones = skeleton(asked);
-        return charactersIn(bones) >= 3 && bones == skeleton(word) ? 0.6 : 0;
+        return characterCount(bones) >= 3 && bones == skeleton(word) ? 0.6 : 0;
     }
     const bool joins = language == Language::German || language == Language::Dutch;
     if (asked.empty() || word.empty() || (asked[0] != word[0] && !joins)) return 0;
-    const std::size_t shorter = std::min(charactersIn(asked), charactersIn(word));
-    const std::size_t longer = std::max(charactersIn(asked), charactersIn(word));
+    const std::size_t shorter = std::min(characterCount(asked), characterCount(word));
+    const std::size_t longer = std::max(characterCount(asked), characterCount(word));
     if (shorter < kShortestStem) return 0;
     const std::size_t shared = sharedBeginning(asked, word);
     if (shared == shorter) return shorter >= 5 || longer <= shorter + 3 ? 0.6 : 0;
@@ -190,7 +185,7 @@ void QueryTerms::dropAbsent() {
         any = true;
         const double found = std::min(with[k], total);
         terms_[k].rarity = std::log(1.0 + (total - found + 0.5) / (found + 0.5));
-        if (terms_[k].isPart && charactersIn(terms_[k].key) == 1) terms_[k].rarity *= 0.4;
+        if (terms_[k].isPart && characterCount(terms_[k].key) == 1) terms_[k].rarity *= 0.4;
     }
     if (!any) terms_.clear();
 }

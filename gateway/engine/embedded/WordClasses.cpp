@@ -26,11 +26,6 @@ bool endsLikeOneOf(std::string_view word, std::string_view endings) {
     return false;
 }
 
-std::size_t charactersIn(std::string_view text) {
-    return static_cast<std::size_t>(std::ranges::count_if(
-        text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
-}
-
 bool isUnspacedLanguage(Language language) {
     return language == Language::Chinese || language == Language::Japanese;
 }
@@ -39,7 +34,7 @@ bool hasArabicArticle(std::string_view word) {
     return word.starts_with("ال");
 }
 
-bool isOneOf(std::string_view word, std::string_view words) {
+bool isAmong(std::string_view word, std::string_view words) {
     return !word.empty() &&
            (" " + std::string(words) + " ").contains(" " + std::string(word) + " ");
 }
@@ -125,7 +120,7 @@ void WordClasses::lookAtForm(std::size_t sentence, const Word& word, Evidence& e
     const std::string lower = lowered(surface);
     const std::size_t shortest = isUnspacedLanguage(index_.language()) ? 2 : 3;
     evidence.isPale = word.isPale && withoutPossessive(surface).size() == surface.size();
-    evidence.isShort = charactersIn(surface) < shortest;
+    evidence.isShort = characterCount(surface) < shortest;
     evidence.looksLikeVerb = endsLikeOneOf(lower, index_.lexicon().data.verbEndings);
 }
 
@@ -143,18 +138,18 @@ void WordClasses::lookAtUnspaced(std::size_t sentence, std::size_t place) {
         const std::string_view surface = index_.surface(sentence, word);
         const bool endsInGrammar = isHiragana(decodeAt(surface, surface.size() - 3).value);
         if (endsInGrammar) increase(evidence.verb);
-        if (isOneOf(behind, "は が を に で の と も へ や から まで より です")) {
+        if (isAmong(behind, "は が を に で の と も へ や から まで より です")) {
             increase(evidence.noun);
         }
         return;
     }
-    if (isOneOf(before,
+    if (isAmong(before,
                 "的 个 只 本 座 条 件 位 张 名 由 在 从 被 把 向 和 与 为 对 到 用 这 该") ||
-        isOneOf(behind, "的 是 在 里 和 与 由 为 将 从 被 说 也 都 最 有 来自 提供 负责")) {
+        isAmong(behind, "的 是 在 里 和 与 由 为 将 从 被 说 也 都 最 有 来自 提供 负责")) {
         increase(evidence.noun);
     }
-    if (isOneOf(before, "不 没 要 可以 将 会 能 开始 来 去 请 不要 不能 已 已经 进行 上 主要") ||
-        isOneOf(behind, "了 着 过 到 得")) {
+    if (isAmong(before, "不 没 要 可以 将 会 能 开始 来 去 请 不要 不能 已 已经 进行 上 主要") ||
+        isAmong(behind, "了 着 过 到 得")) {
         increase(evidence.verb);
     }
     if (holdsGrammar(index_.surface(sentence, word))) increase(evidence.verb);
