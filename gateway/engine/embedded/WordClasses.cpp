@@ -10,6 +10,8 @@
 namespace vorq::gateway {
 namespace {
 
+constexpr int kEnoughEvidence = 24; // places that are looked at for one Chinese word
+
 void increase(std::uint16_t& count) {
     if (count < std::numeric_limits<std::uint16_t>::max()) ++count;
 }
@@ -35,8 +37,14 @@ bool hasArabicArticle(std::string_view word) {
 }
 
 bool isAmong(std::string_view word, std::string_view words) {
-    return !word.empty() &&
-           (" " + std::string(words) + " ").contains(" " + std::string(word) + " ");
+    for (std::size_t at = word.empty() ? words.npos : words.find(word); at != words.npos;
+         at = words.find(word, at + 1)) {
+        const std::size_t end = at + word.size();
+        const bool isWhole =
+            (at == 0 || words[at - 1] == ' ') && (end == words.size() || words[end] == ' ');
+        if (isWhole) return true;
+    }
+    return false;
 }
 
 /// Chinese words that begin or end with a character that only carries grammar.
@@ -93,7 +101,8 @@ void WordClasses::look(std::size_t sentence) {
                                 words[i - 1].isCapitalised && words[i - 1].isContent;
         evidence.isNamePart = evidence.isNamePart || isNamePart;
         if (!std::exchange(evidence.isKnown, true)) lookAtForm(sentence, word, evidence);
-        if (isUnspacedLanguage(index_.language())) lookAtUnspaced(sentence, i);
+        const bool isUndecided = evidence.noun + evidence.verb < kEnoughEvidence;
+        if (isUndecided && isUnspacedLanguage(index_.language())) lookAtUnspaced(sentence, i);
         // An adjective has the article too, but stands behind a noun that has it.
         const bool isArabicNoun =
             index_.language() == Language::Arabic &&
@@ -173,6 +182,14 @@ void WordClasses::lookAtRun(std::size_t sentence, std::size_t begin, std::size_t
     std::size_t last = end - 1;
     while (last > begin && endsLikeOneOf(lowered(index_.surface(sentence, words[last])), endings))
         --last;
+    // "a cave breathes": behind "a" stands no plural.
+    const std::string one = lowered(index_.surface(sentence, words[begin - 1]));
+    const bool isOne = index_.language() == Language::English &&
+                       (one == "a" || one == "an" || one == "each" || one == "every");
+    if (isOne && last > begin && index_.surface(sentence, words[last]).ends_with('s') &&
+        !index_.surface(sentence, words[last]).ends_with("ss")) {
+        --last;
+    }
     // "of volcanoes cools": what stands behind a plural is a verb.
     for (std::size_t i = begin; index_.language() == Language::English && i < last; ++i) {
         const std::string_view word = index_.surface(sentence, words[i]);

@@ -106,6 +106,65 @@ TEST(ReplyDraftTest, AReasonIsPreferredWhereOneIsAskedFor) {
                 StartsWith("The text says:\n\n> It spread because"));
 }
 
+TEST(ReplyDraftTest, AWordThatIsGrammarElsewhereIsFound) {
+    EXPECT_THAT(
+        draftReply(asking("What caused the war?", "The harvest was poor. The war was caused "
+                                                  "by a quarrel over salt. It was cold."))
+            .text(),
+        StartsWith("The text says:\n\n> The war was caused by"));
+}
+
+TEST(ReplyDraftTest, AQuestionInTheTextIsAnsweredByWhatFollowsIt) {
+    const std::string text =
+        draftReply(asking("Can I bring my dog?",
+                          "# Camp site\n\nCan I bring my dog?\nOnly on a lead.\n\nCan I bring a "
+                          "boat?\nThere is a ramp by the mill."))
+            .text();
+    EXPECT_THAT(text, StartsWith("The text says:\n\n> Only on a lead."));
+    EXPECT_THAT(text, Not(HasSubstr("> Can I bring my dog?")));
+}
+
+TEST(ReplyDraftTest, AProhibitionIsFoundByWhoItIsFor) {
+    EXPECT_THAT(
+        draftReply(asking("Who must not take it?",
+                          "Adults take two tablets. You take them with water. People with a "
+                          "weak heart must not take this medicine."))
+            .text(),
+        StartsWith("The text says:\n\n> People with a weak heart"));
+}
+
+TEST(ReplyDraftTest, ATimeOfDayAnswersWhen) {
+    EXPECT_THAT(draftReply(asking("When does the library open?",
+                                  "The library is old. The library opens at 9.30 a.m. on weekdays. "
+                                  "The library lends out maps."))
+                    .text(),
+                StartsWith("The text says:\n\n> The library opens at 9.30 a.m."));
+}
+
+TEST(ReplyDraftTest, InflectedFormsMeet) {
+    EXPECT_THAT(
+        draftReply(asking("Was geschieht mit den Fahrgästen?",
+                          "Die Strecke ist gesperrt. Die Fahrgäste steigen in Busse um. Das "
+                          "Wetter bleibt schlecht."))
+            .text(),
+        StartsWith("Im Text steht:\n\n> Die Fahrgäste"));
+}
+
+TEST(ReplyDraftTest, AChineseNameIsFoundWhole) {
+    EXPECT_THAT(
+        draftReply(asking("周德明今年多大？", "桥修好了。木匠周德明今年七十四岁。河水很低。"))
+            .text(),
+        StartsWith("文中写道：\n\n> 木匠周德明今年七十四岁。"));
+}
+
+TEST(ReplyDraftTest, AQuestionOfTheUserIsNotTakenForTheText) {
+    const std::string question =
+        "Please tell me: what were the reasons for which the old harbour of Penwick was given up "
+        "in "
+        "the year 1820, and who decided that it should be moved to the other side of the bay?";
+    EXPECT_THAT(draftReply(asking(question)).text(), StartsWith("No language model is connected"));
+}
+
 TEST(ReplyDraftTest, GrammarWordsOfAQuestionMatchNothing) {
     EXPECT_THAT(
         draftReply(asking("What does it say about queues?", "By Jane Doe. A queue waits.")).text(),

@@ -86,6 +86,16 @@ TEST(RobustnessTest, HostileShapesTakeLinearTime) {
     }
 }
 
+TEST(RobustnessTest, APromptOfApostrophesTakesLinearTime) {
+    for (const char* piece : {"a'", "l'", "'", "d’", "a-", "x "}) {
+        PromptRequest request;
+        request.prompt = repeated(piece, 160'000);
+        EXPECT_FALSE(draftReply(request).text().empty()) << piece;
+        request.selectedText = request.prompt;
+        EXPECT_FALSE(draftReply(request).text().empty()) << piece;
+    }
+}
+
 TEST(RobustnessTest, OneGiantWord) {
     exercise(std::string(1'000'000, 'x'));
     exercise(repeated("漢", 300'000));

@@ -140,6 +140,22 @@ TEST(QuizTest, TheRightOptionClosesTheGapAsTheTextHasIt) {
     }
 }
 
+TEST(FlashcardTest, ASignatureIsNoCard) {
+    for (const Flashcard& card :
+         makeFlashcards("Dear all,\n\nThe boiler will be cleaned on Thursday.\n\nKind regards,\n"
+                        "Dana Whitlock\nFern House Management\n+44 20 7946 0000\n")) {
+        EXPECT_THAT(card.front + card.back, Not(HasSubstr("Fern House")));
+        EXPECT_THAT(card.front + card.back, Not(HasSubstr("7946")));
+    }
+}
+
+TEST(FlashcardTest, AGapAsksForANounBeforeAVerb) {
+    const std::vector<Flashcard> cards =
+        makeFlashcards("The captain said that the captain of the ferry went home.");
+    ASSERT_EQ(cards.size(), 1U);
+    EXPECT_EQ(cards[0].back, "captain");
+}
+
 TEST(FlashcardTest, PronounsAreNotDefined) {
     for (const Flashcard& card : makeFlashcards("It is a long way. This is the end of roads.")) {
         EXPECT_THAT(card.front, HasSubstr("_____"));

@@ -126,6 +126,16 @@ TEST(TextIndexTest, KeyTermsLeaveMonthsFragmentsAndArticlesOut) {
     EXPECT_EQ(termsOf(wind, 1), std::vector<std::string>{"strong east wind"});
 }
 
+TEST(TextIndexTest, VerbsAndUnitsAreNoTerms) {
+    const TextIndex index(readDocument(
+        "Quill said inflation rose by two percent. Quill said the percent was no surprise. The "
+        "bank said that inflation would fall, and Quill said so too."));
+    const std::vector<std::string> terms = termsOf(index, 8);
+    EXPECT_THAT(terms, Contains("Quill"));
+    EXPECT_THAT(terms, Not(Contains("said")));
+    EXPECT_THAT(terms, Not(Contains("percent")));
+}
+
 TEST(TextIndexTest, AddressesAreNoWords) {
     const TextIndex index(readDocument("See https://sparrow.dev/docs or www.sparrow.dev now."));
     EXPECT_THAT(termsOf(index, 5), Not(Contains("sparrow")));

@@ -46,7 +46,8 @@ constexpr LanguageData kEnglish{
         "nearly nobody perhaps possible quickly read several shut simply since single smaller "
         "somebody someone sometimes soon suddenly together towards true upper went whatever "
         "whenever wrong pay pays paid happen happens depend depends allowed left beyond due "
-        "keep overnight alone date else eleven among begins begin began ends end ended goes remain "
+        "percent keep overnight alone date else eleven among begins begin began ends end ended "
+        "goes remain "
         "remains reach reached "
         "arose ate awoke bent bit blew bought bound bred broke brought built burned burnt caught "
         "chose clung crept drank dealt drew dreamt drove dug fed fled flew flung forgave forgot "
@@ -55,7 +56,8 @@ constexpr LanguageData kEnglish{
         "slept slid sold sought spent spilt split spoke sprang spread spun stank stole stood "
         "strode "
         "stuck struck stung swam swept swore swung taught thought threw told tore trod understood "
-        "withdrew woke won wore wove wrote met asked answered",
+        "broken chosen driven drawn eaten fallen frozen grown hidden stolen thrown torn withdrew "
+        "woke won wore wove wrote met asked answered",
     .verbEndings = "ly ing ed n't ize ise ous ful able ible ish less",
     .abbreviations =
         "al approx art cap cf ch co corp dept dr ed eds eq est etc ex fig figs gen gov inc jr lt "
