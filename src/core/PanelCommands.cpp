@@ -38,7 +38,8 @@ void PanelCommands::saveChat() {
     LibraryState& library = m_services.areas.library();
     const QString& reason = library.libraryMessage();
     m_services.panel.answer(reason.isEmpty() ? panel_notices::nothingToSave.toString() : reason);
-    if (library.chatsUnsaved()) m_lateAnswers.sayOnce(saved, library, &LibraryState::chatsSaved);
+    if (!reason.isEmpty() && reason == library.chatsUnsaved())
+        m_lateAnswers.sayOnce(saved, library, &LibraryState::chatsSaved);
 }
 
 } // namespace vorq
