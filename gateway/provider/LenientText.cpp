@@ -31,7 +31,7 @@ constexpr std::array<std::pair<char, char>, 10> kEscapes = {{{'n', '\n'},
 std::size_t appendUnit(std::string& out, std::string_view text, char32_t unit) {
     const std::optional<char32_t> next =
         isLeadingHalf(unit) ? escapedUnit(text.substr(kUnicodeEscapeLength)) : std::nullopt;
-    if (isTrailingHalf(next)) {
+    if (next && isTrailingHalf(next)) {
         appendUtf8(out, 0x10000 + ((unit - 0xD800) << 10) + (*next - 0xDC00));
         return 2 * kUnicodeEscapeLength;
     }

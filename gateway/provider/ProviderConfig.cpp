@@ -22,7 +22,7 @@ bool isUrl(const std::string& text) {
 
 } // namespace
 
-std::string chatEndpoint(std::string address) {
+std::string chatEndpoint(const std::string& address) {
     std::string text(trimmed(address));
     if (!lowered(text).starts_with("http://") && !lowered(text).starts_with("https://")) {
         throw std::runtime_error("The provider's address must begin with http:// or https://.");

@@ -30,7 +30,7 @@ struct ProviderConfig {
 /// The endpoint behind an address as people write it: "/v1" is added only where the address has no
 /// path, "/chat/completions" only where it does not end so. A query stays. Throws
 /// std::runtime_error unless it is a URL of http or https.
-[[nodiscard]] std::string chatEndpoint(std::string address);
+[[nodiscard]] std::string chatEndpoint(const std::string& address);
 
 /// Scheme, host and port of a URL, without a user name or password in it.
 [[nodiscard]] std::string siteOf(const std::string& url);

@@ -9,6 +9,7 @@
 #include <charconv>
 #include <cmath>
 #include <string_view>
+#include <utility>
 
 namespace vorq::gateway {
 namespace {
@@ -73,14 +74,14 @@ std::optional<Label> labelIn(std::string_view text) {
 
 /// Takes labels away if each option has the one of its place.
 void dropLabels(std::vector<std::string>& options) {
-    for (std::size_t i = 0; i < options.size(); ++i) {
-        if (options[i].empty()) continue;
-        const std::optional<Label> label = labelIn(options[i]);
-        if (!label || label->index != i || label->rest.empty()) return;
+    std::vector<std::string> bare;
+    for (const std::string& option : options) {
+        const std::optional<Label> label = labelIn(option);
+        const bool isLabelled = label && label->index == bare.size() && !label->rest.empty();
+        if (!option.empty() && !isLabelled) return;
+        bare.emplace_back(isLabelled ? label->rest : std::string_view());
     }
-    for (std::string& option : options) {
-        if (!option.empty()) option = std::string(labelIn(option)->rest);
-    }
+    options = std::move(bare);
 }
 
 std::optional<std::size_t> writtenIndex(std::string_view text) {
