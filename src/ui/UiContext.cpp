@@ -1,6 +1,7 @@
 #include "ui/UiContext.h"
 
 #include "ui/native/Fonts.h"
+#include "ui/native/ScopeAccessible.h"
 
 #include <QGuiApplication>
 #include <QJSEngine>
@@ -20,6 +21,7 @@ constexpr const char* contextProperty = "vorqUiContext";
 
 void prepareUi() {
     Fonts::preferColourEmoji();
+    ScopeAccessible::install();
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
 }
 

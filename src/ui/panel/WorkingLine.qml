@@ -16,6 +16,7 @@ Row {
     spacing: Theme.space2 + 2
     Accessible.role: Accessible.StaticText
     Accessible.name: label
+    Accessible.ignored: !visible || label === ""
 
     Item {
         width: 22

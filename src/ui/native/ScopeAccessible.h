@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QAccessibleObject>
+
+#include <vector>
+
+class QQuickItem;
+
+namespace vorq {
+
+/// A scope of the focus, such as a list, as a screen reader meets it. Qt says of each scope around
+/// the control with the keyboard that it has it, too; this never does. Its elements are in the
+/// order in which they stand under each other. Role and name are those of the page. Main thread
+/// only.
+class ScopeAccessible final : public QAccessibleObject {
+  public:
+    explicit ScopeAccessible(QQuickItem& scope);
+
+    /// From now on each scope that a page makes an element has one of these.
+    static void install();
+
+    // QAccessibleInterface
+    [[nodiscard]] QWindow* window() const override;
+    [[nodiscard]] QAccessibleInterface* parent() const override;
+    [[nodiscard]] QAccessibleInterface* focusChild() const override;
+    [[nodiscard]] QAccessibleInterface* child(int index) const override;
+    [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override;
+    [[nodiscard]] int childCount() const override;
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface* child) const override;
+    [[nodiscard]] QString text(QAccessible::Text kind) const override;
+    [[nodiscard]] QRect rect() const override;
+    [[nodiscard]] QAccessible::Role role() const override;
+    [[nodiscard]] QAccessible::State state() const override;
+
+  private:
+    [[nodiscard]] QQuickItem& scope() const;
+    [[nodiscard]] std::vector<QQuickItem*> elements() const;
+};
+
+} // namespace vorq
