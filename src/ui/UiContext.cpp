@@ -2,6 +2,7 @@
 
 #include "ui/native/Fonts.h"
 #include "ui/native/ScopeAccessible.h"
+#include "ui/native/ScreenReader.h"
 
 #include <QGuiApplication>
 #include <QJSEngine>
@@ -22,6 +23,7 @@ constexpr const char* contextProperty = "vorqUiContext";
 void prepareUi() {
     Fonts::preferColourEmoji();
     ScopeAccessible::install();
+    ScreenReader::watch();
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
 }
 

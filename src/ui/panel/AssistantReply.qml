@@ -53,7 +53,7 @@ Item {
 
     implicitHeight: innerHeight + 2 * padding
     Accessible.role: Accessible.ListItem
-    Accessible.name: isWorking ? qsTr("Vorq: %1").arg(workLabel) : qsTr("Vorq: %1").arg(message)
+    Accessible.name: qsTr("Vorq: %1").arg(isWorking || isTyping ? workLabel : blocks.spoken)
 
     // Painted by the processor, so no more of it than is in view; the corners of a part are not.
     Squircle {
@@ -113,7 +113,7 @@ Item {
         Keys.onMenuPressed: reply.openMenu(Qt.point(caret.x, caret.y + caret.height))
         onLinkActivated: address => App.panel.openLink(address)
         onCaretChanged: if (caret.height > 0) reply.caretMoved(blocks, caret)
-        Accessible.role: Accessible.StaticText // which is what makes it an element; it tells the rest itself
+        Accessible.role: Accessible.Document // which is what makes it an element; it tells the rest itself
 
         TapHandler {
             acceptedButtons: Qt.RightButton

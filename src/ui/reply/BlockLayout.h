@@ -49,6 +49,30 @@ class BlockLayout {
     [[nodiscard]] QRectF cursorRect(qsizetype position) const;
     [[nodiscard]] QString linkAt(QPointF point) const;
 
+    /// One text of the block: an item of a list, a cell of a table, or all that the block says.
+    struct Part {
+        BlockRange range; // in the plain text
+        QRectF place;
+        QString marker; // of an item: "•", "2."
+        int row = 0;    // of a cell; 0 is the header
+        int column = 0;
+    };
+    [[nodiscard]] int partCount() const { return static_cast<int>(m_pieces.size()); }
+    [[nodiscard]] Part part(int index) const;
+    /// Of a table: its columns, and the part that is a cell of it; -1 if its row is too short.
+    [[nodiscard]] int columnCount() const { return m_columns; }
+    [[nodiscard]] int partAt(int row, int column) const;
+    /// The part that a position is in; -1 in a block without text.
+    [[nodiscard]] int partOf(qsizetype position) const;
+    /// The line that a position is in, up to where the next one begins.
+    [[nodiscard]] BlockRange lineAt(qsizetype position) const;
+    /// The links of a part, in their order.
+    struct Link {
+        BlockRange range;
+        QString address;
+    };
+    [[nodiscard]] QList<Link> links(int part) const;
+
     /// Code that is wider than its plate is moved sideways; false if there is nothing to move.
     bool scrollBy(double dx);
 

@@ -1,6 +1,6 @@
 // How the user selects in a reply, by mouse and by keys.
 
-#include "ui/reply/ReplyAccessible.h"
+#include "ui/native/ScreenReader.h"
 #include "ui/reply/ReplyCanvas.h"
 #include "ui/reply/ReplyView.h"
 
@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace vorq {
 namespace {
@@ -32,11 +33,22 @@ BlockRange wordOf(const QString& text, qsizetype character) {
     return {from, to < 0 ? text.size() : to};
 }
 
+// By words it goes past their ends, and back to their beginnings; -1 where the text ends.
 qsizetype stepped(const QString& text, qsizetype offset, bool isForward, bool byWord) {
     QTextBoundaryFinder finder(byWord ? QTextBoundaryFinder::Word : QTextBoundaryFinder::Grapheme,
                                text);
     finder.setPosition(offset);
-    return isForward ? finder.toNextBoundary() : finder.toPreviousBoundary();
+    const auto end = isForward ? QTextBoundaryFinder::EndOfItem : QTextBoundaryFinder::StartOfItem;
+    qsizetype next = offset;
+    do
+        next = isForward ? finder.toNextBoundary() : finder.toPreviousBoundary();
+    while (byWord && next > 0 && next < text.size() && !finder.boundaryReasons().testFlag(end));
+    return next;
+}
+
+// From a menu or another window the user comes back to where they were.
+bool comesAndGoes(Qt::FocusReason reason) {
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
 }
 
 bool isUnseen(QStringView text) {
@@ -73,7 +85,7 @@ void ReplyView::selectionMoved() {
     }
     watchClicks(hasSelection());
     m_canvas->repaint();
-    ReplyAccessible::selectionMoved(*this);
+    m_events.handleCaretMove();
     emit selectionChanged();
     if (m_isCaretShown) emit caretChanged();
 }
@@ -223,8 +235,7 @@ void ReplyView::keyPressEvent(QKeyEvent* event) {
         if (!takeEnter()) return event->ignore();
     } else if (const std::optional<ReplyPosition> next = positionAfter(*event)) {
         const bool extends = event->modifiers().testFlag(Qt::ShiftModifier);
-        setCaretShown(true);
-        select(extends ? m_anchor : *next, *next);
+        moveCaret(extends ? m_anchor : *next, *next);
     } else {
         return event->ignore();
     }
@@ -235,7 +246,9 @@ void ReplyView::focusInEvent(QFocusEvent* event) {
     const bool isByMouse = event->reason() == Qt::MouseFocusReason;
     // A window that comes back finds things as they were.
     if (event->reason() != Qt::ActiveWindowFocusReason) setVisualFocus(!isByMouse);
-    QQuickItem::focusInEvent(event);
+    if (!comesAndGoes(event->reason())) setCaretShown(false);
+    emit caretChanged();
+    m_events.handleFocus(); // in place of what items tell themselves
 }
 
 void ReplyView::setVisualFocus(bool isVisual) {
@@ -245,19 +258,35 @@ void ReplyView::setVisualFocus(bool isVisual) {
 }
 
 void ReplyView::focusOutEvent(QFocusEvent* event) {
-    setCaretShown(false);
+    if (!comesAndGoes(event->reason())) setCaretShown(false);
     if (event->reason() != Qt::ActiveWindowFocusReason) setVisualFocus(false);
+    emit caretChanged();
     QQuickItem::focusOutEvent(event);
 }
 
 QRectF ReplyView::caret() const {
-    return m_isCaretShown && !hasSelection() ? m_layout.cursorRect(m_cursor) : QRectF();
+    return m_isCaretShown && hasActiveFocus() && !hasSelection() ? m_layout.cursorRect(m_cursor)
+                                                                 : QRectF();
 }
 
 void ReplyView::setCaretShown(bool isShown) {
     if (m_isCaretShown == isShown) return;
     m_isCaretShown = isShown;
     emit caretChanged();
+}
+
+void ReplyView::moveCaret(ReplyPosition anchor, ReplyPosition cursor) {
+    const bool comesUp = !std::exchange(m_isCaretShown, true);
+    const bool moves = m_anchor != anchor || m_cursor != cursor;
+    select(anchor, cursor);
+    if (!comesUp || moves) return;
+    m_events.handleCaretMove();
+    emit caretChanged();
+}
+
+void ReplyView::putCaret(ReplyPosition at) {
+    forceActiveFocus(Qt::OtherFocusReason);
+    moveCaret(at, at);
 }
 
 // What is selected is asked about, and a link under the caret followed.
@@ -268,7 +297,8 @@ bool ReplyView::takeEnter() {
     return !link.isEmpty();
 }
 
-// Up and down scroll until the user has put a caret into the text, or selects.
+// Up and down scroll until the user has put a caret into the text, or selects. With a screen reader
+// they put it there, at the line where it was last.
 std::optional<ReplyPosition> ReplyView::positionAfter(const QKeyEvent& event) const {
     constexpr Qt::KeyboardModifiers known =
         Qt::ShiftModifier | Qt::ControlModifier | Qt::KeypadModifier;
@@ -281,7 +311,8 @@ std::optional<ReplyPosition> ReplyView::positionAfter(const QKeyEvent& event) co
         return neighbour(event.key() == Qt::Key_Right, byWord);
     case Qt::Key_Up:
     case Qt::Key_Down:
-        if (!isAtText || byWord) return std::nullopt;
+        if (byWord) return std::nullopt;
+        if (!isAtText) return ScreenReader::isListening() ? std::optional(m_cursor) : std::nullopt;
         return lineBeside(event.key() == Qt::Key_Down);
     case Qt::Key_Home:
         if (!isAtText || byWord) return std::nullopt;

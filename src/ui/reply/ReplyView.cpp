@@ -1,7 +1,10 @@
 #include "ui/reply/ReplyView.h"
 
+#include "rendering/SpokenReply.h"
+#include "ui/native/ScreenReader.h"
 #include "ui/reply/ReplyAccessible.h"
 #include "ui/reply/ReplyCanvas.h"
+#include "ui/reply/ReplyElements.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -33,15 +36,19 @@ ReplyView::ReplyView(QQuickItem* parent) : QQuickItem(parent), m_canvas(new Repl
     setAcceptHoverEvents(true);
     setFlag(ItemIsFocusScope, false);
     ReplyAccessible::install();
+    QAccessible::installActivationObserver(this);
     m_more.setSingleShot(true);
     m_more.setInterval(0);
     connect(&m_more, &QTimer::timeout, this, &ReplyView::layOutNow);
     connect(&m_arrival, &QVariantAnimation::valueChanged, m_canvas,
             [this] { m_canvas->repaintFrom(m_layout.topOf(m_arrivingFrom)); });
     connect(&m_arrival, &QVariantAnimation::finished, this, [this] { m_arrivingFrom = -1; });
+    connect(this, &ReplyView::growingChanged, this, &ReplyView::handleGrowth);
+    connect(this, &ReplyView::rawChanged, this, &ReplyView::handleGrowth);
 }
 
 ReplyView::~ReplyView() {
+    QAccessible::removeActivationObserver(this);
     watchClicks(false);
     if (m_bridge && m_bridge->isWatching(this)) {
         m_bridge->watch(nullptr, nullptr);
@@ -52,6 +59,7 @@ ReplyView::~ReplyView() {
 void ReplyView::setRaw(const QString& raw) {
     if (raw == m_blocks.raw()) return;
     const ReplyBlocks::Change change = m_blocks.setRaw(raw);
+    if (m_elements) m_elements->dropFrom(change.row);
     m_layout.replace(change.row, change.removed, m_blocks.blocks().mid(change.row, change.added));
     if (change.added > change.removed) fadeIn(change.row + change.removed);
     dropLostSelection();
@@ -183,6 +191,23 @@ double ReplyView::arrivalOpacity() const {
 // Before each frame for which the reply may have moved; where it is, is settled only then.
 void ReplyView::updatePolish() {
     m_canvas->align();
+}
+
+QString ReplyView::spoken() const {
+    return ScreenReader::isListening() && !m_isGrowing ? spokenReply(raw()) : QString();
+}
+
+void ReplyView::accessibilityActiveChanged(bool) {
+    emit spokenChanged();
+}
+
+void ReplyView::handleGrowth() {
+    if (!m_isGrowing) emit spokenChanged();
+}
+
+ReplyElements& ReplyView::elements() {
+    if (!m_elements) m_elements = std::make_unique<ReplyElements>(*this);
+    return *m_elements;
 }
 
 bool ReplyView::beginsWithCode() const {

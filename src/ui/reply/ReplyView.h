@@ -3,6 +3,7 @@
 #include "shell/PanelSelectionBridge.h"
 #include "ui/reply/ReplyBlocks.h"
 #include "ui/reply/ReplyCodes.h"
+#include "ui/reply/ReplyEvents.h"
 #include "ui/reply/ReplyLayout.h"
 
 #include <QElapsedTimer>
@@ -15,11 +16,14 @@
 namespace vorq {
 
 class ReplyCanvas;
+class ReplyElements;
 
 /// A reply as the user reads and selects it: its blocks, each in its own style, selectable across
 /// blocks. Only the blocks that change are set anew, and a huge reply is set in slices. It draws no
 /// more than the strip that is told to be in view. Main thread only.
-class ReplyView : public QQuickItem, public SelectableText {
+class ReplyView : public QQuickItem,
+                  public SelectableText,
+                  private QAccessible::ActivationObserver {
     Q_OBJECT
     QML_ELEMENT
     /// The reply's source text.
@@ -44,6 +48,9 @@ class ReplyView : public QQuickItem, public SelectableText {
     Q_PROPERTY(double naturalWidth READ naturalWidth NOTIFY layoutChanged)
     Q_PROPERTY(QAbstractItemModel* codes READ codeModel CONSTANT)
     Q_PROPERTY(bool beginsWithCode READ beginsWithCode NOTIFY layoutChanged)
+    /// The whole reply as it is read aloud, for a screen reader; empty without one, and while the
+    /// reply grows.
+    Q_PROPERTY(QString spoken READ spoken NOTIFY spokenChanged)
     Q_PROPERTY(bool hasSelection READ hasSelection NOTIFY selectionChanged)
     /// It has the keyboard, and was given it by the keyboard.
     Q_PROPERTY(bool visualFocus READ visualFocus NOTIFY visualFocusChanged)
@@ -74,7 +81,12 @@ class ReplyView : public QQuickItem, public SelectableText {
     [[nodiscard]] ReplyRange selection() const;
     /// The end of the selection that moves, also while nothing is selected.
     [[nodiscard]] ReplyPosition cursor() const { return m_cursor; }
+    /// Whether the caret is in the text, put there by the arrow keys.
+    [[nodiscard]] bool isCaretShown() const { return m_isCaretShown; }
     [[nodiscard]] double arrivalOpacity() const;
+    [[nodiscard]] QString spoken() const;
+    /// What a screen reader finds beneath the reply.
+    [[nodiscard]] ReplyElements& elements();
 
     void setRaw(const QString& raw);
     void setBaseColor(const QColor& color);
@@ -86,6 +98,8 @@ class ReplyView : public QQuickItem, public SelectableText {
     void setViewHeight(double height);
 
     void select(ReplyPosition anchor, ReplyPosition cursor);
+    /// Takes the keyboard, with the caret at a place.
+    void putCaret(ReplyPosition at);
     Q_INVOKABLE void selectAll();
     /// The selection; without one, the whole reply as it was written.
     Q_INVOKABLE void copy() const;
@@ -115,6 +129,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     void selectionChanged();
     void caretChanged();
     void visualFocusChanged();
+    void spokenChanged();
     void linkActivated(const QString& address);
 
   protected:
@@ -137,6 +152,8 @@ class ReplyView : public QQuickItem, public SelectableText {
   private:
     friend class ReplyCanvas;
 
+    void accessibilityActiveChanged(bool isActive) override;
+    void handleGrowth();
     bool setTheme(const ReplyTheme& theme); // false where it is the same
     void layOutNow();
     void publishLayout();
@@ -146,6 +163,7 @@ class ReplyView : public QQuickItem, public SelectableText {
     void selectionMoved();
     void dropLostSelection();
     void setCaretShown(bool isShown);
+    void moveCaret(ReplyPosition anchor, ReplyPosition cursor);
     void setVisualFocus(bool isVisual);
     [[nodiscard]] bool takeEnter();
     [[nodiscard]] std::optional<ReplyPosition> positionAfter(const QKeyEvent& event) const;
@@ -167,6 +185,8 @@ class ReplyView : public QQuickItem, public SelectableText {
     QPointer<PanelSelectionBridge> m_bridge;
     QPointer<QQuickItem> m_container;
     ReplyCodes m_codes;
+    std::unique_ptr<ReplyElements> m_elements;
+    ReplyEvents m_events{*this};
     ReplyPosition m_anchor;
     ReplyPosition m_cursor;
     QPointF m_pressedAt;

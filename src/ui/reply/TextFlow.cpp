@@ -209,6 +209,35 @@ QString TextFlow::linkAt(QPointF point) const {
     return {};
 }
 
+std::pair<qsizetype, qsizetype> TextFlow::lineOf(qsizetype position) const {
+    const Piece* piece = pieceOf(position);
+    if (!piece) return {0, m_source.text.size()};
+    const QTextLayout& layout = *piece->layout;
+    const auto within =
+        static_cast<int>(std::min<qsizetype>(position - piece->start, layout.text().size()));
+    const QTextLine line = layout.lineForTextPosition(within);
+    if (!line.isValid()) return {piece->start, piece->start + piece->length};
+    const bool isLast = line.lineNumber() + 1 == layout.lineCount();
+    return {piece->start + line.textStart(),
+            piece->start + (isLast ? piece->length
+                                   : static_cast<qsizetype>(line.textStart() + line.textLength()))};
+}
+
+QList<TextFlow::Link> TextFlow::links() const {
+    QList<Link> links;
+    for (const QTextLayout::FormatRange& range : m_source.formats) {
+        if (!range.format.isAnchor()) continue;
+        const qsizetype to = range.start + range.length;
+        const QString address = range.format.anchorHref();
+        // A link with words of another weight is several runs.
+        if (!links.isEmpty() && links.back().to == range.start && links.back().address == address)
+            links.back().to = to;
+        else
+            links += {range.start, to, address};
+    }
+    return links;
+}
+
 void TextFlow::draw(QPainter& painter, QPointF at, const QRectF& clip,
                     const std::optional<Selection>& selection) const {
     for (const Piece& piece : m_pieces) {

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace vorq {
@@ -46,6 +47,8 @@ class TextFlow {
     [[nodiscard]] double height() const { return m_height; }
     /// Of the longest line.
     [[nodiscard]] double naturalWidth() const { return m_naturalWidth; }
+    /// The width that it is set for; negative before.
+    [[nodiscard]] double width() const { return m_width; }
     [[nodiscard]] const QString& text() const { return m_source.text; }
     [[nodiscard]] Qt::LayoutDirection direction() const { return m_source.direction; }
     [[nodiscard]] double ascent() const;
@@ -66,6 +69,17 @@ class TextFlow {
 
     /// The address under the point; empty for none.
     [[nodiscard]] QString linkAt(QPointF point) const;
+
+    /// The line that a position is in, from its first position to that of the next line.
+    [[nodiscard]] std::pair<qsizetype, qsizetype> lineOf(qsizetype position) const;
+
+    struct Link {
+        qsizetype from = 0;
+        qsizetype to = 0;
+        QString address;
+    };
+    /// In the order of the text.
+    [[nodiscard]] QList<Link> links() const;
 
     struct Selection {
         qsizetype from = 0;
