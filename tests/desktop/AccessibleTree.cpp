@@ -16,6 +16,10 @@ const auto accessible = QStringLiteral("org.a11y.atspi.Accessible");
 const auto rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
 constexpr int callLimit = 5000; // milliseconds
 
+// Kinds of pieces that a text is read in, as the bus numbers them.
+constexpr std::uint32_t characterBoundary = 0;
+constexpr std::uint32_t lineBoundary = 5;
+
 constexpr std::uint32_t onScreen = 0; // the origin of coordinates
 
 // Bits of the state, as the bus numbers them.
@@ -32,7 +36,7 @@ struct Reference {
 
 std::vector<Reference> references(const QDBusMessage& reply) {
     std::vector<Reference> found;
-    if (reply.arguments().isEmpty()) return found;
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) return found;
     const auto list = reply.arguments().front().value<QDBusArgument>();
     list.beginArray();
     while (!list.atEnd()) {
@@ -49,7 +53,7 @@ std::vector<Reference> references(const QDBusMessage& reply) {
 }
 
 std::uint32_t lowerStates(const QDBusMessage& reply) {
-    if (reply.arguments().isEmpty()) return 0;
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) return 0;
     const auto list = reply.arguments().front().value<QDBusArgument>();
     std::uint32_t first = 0;
     list.beginArray();
@@ -126,29 +130,36 @@ std::vector<AccessibleNode> AccessibleTree::readSiblings(const QString& path) co
     return nodes;
 }
 
-QDBusConnection& AccessibleTree::listenForFocus() {
+QDBusConnection& AccessibleTree::listenFor(const QString& events) {
     call(m_bus, {"org.a11y.atspi.Registry", "/org/a11y/atspi/registry"}, "org.a11y.atspi.Registry",
-         "RegisterEvent", {"object:state-changed:focused"});
+         "RegisterEvent", {events});
     return m_bus;
 }
 
-void AccessibleTree::readBelow(const QString& path, const QString& parent,
-                               std::vector<AccessibleNode>& nodes) const {
+AccessibleNode AccessibleTree::readOne(const QString& path) const {
     const QDBusMessage role = ask(path, accessible, "GetRoleName");
-    if (role.type() != QDBusMessage::ReplyMessage) return;
+    if (role.type() != QDBusMessage::ReplyMessage) return {};
     const QDBusMessage name =
         ask(path, "org.freedesktop.DBus.Properties", "Get", {accessible, "Name"});
     const std::uint32_t states = lowerStates(ask(path, accessible, "GetState"));
     const auto has = [states](int bit) { return (states >> bit & 1U) != 0; };
-    nodes.push_back({.path = path,
-                     .parent = parent,
-                     .role = role.arguments().value(0).toString(),
-                     .name = name.arguments().value(0).value<QDBusVariant>().variant().toString(),
-                     .isFocusable = has(focusableBit),
-                     .isFocused = has(focusedBit),
-                     .isShowing = has(showingBit),
-                     .isEnabled = has(enabledBit),
-                     .isChecked = has(checkedBit)});
+    return {.path = path,
+            .parent = {},
+            .role = role.arguments().value(0).toString(),
+            .name = name.arguments().value(0).value<QDBusVariant>().variant().toString(),
+            .isFocusable = has(focusableBit),
+            .isFocused = has(focusedBit),
+            .isShowing = has(showingBit),
+            .isEnabled = has(enabledBit),
+            .isChecked = has(checkedBit)};
+}
+
+void AccessibleTree::readBelow(const QString& path, const QString& parent,
+                               std::vector<AccessibleNode>& nodes) const {
+    AccessibleNode node = readOne(path);
+    if (node.role.isEmpty()) return;
+    node.parent = parent;
+    nodes.push_back(node);
     for (const Reference& child : references(ask(path, accessible, "GetChildren")))
         if (child.program == m_program) readBelow(child.path, path, nodes);
 }
@@ -157,6 +168,24 @@ QString AccessibleTree::text(const AccessibleNode& node) const {
     const QDBusMessage reply = ask(node.path, "org.a11y.atspi.Text", "GetText", {0, -1});
     return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toString()
                                                       : QString();
+}
+
+QString AccessibleTree::textAtCaret(const QString& path, std::uint32_t boundary) const {
+    const QDBusMessage caret =
+        ask(path, "org.freedesktop.DBus.Properties", "Get", {"org.a11y.atspi.Text", "CaretOffset"});
+    const int offset = caret.arguments().value(0).value<QDBusVariant>().variant().toInt();
+    const QDBusMessage reply =
+        ask(path, "org.a11y.atspi.Text", "GetTextAtOffset", {offset, boundary});
+    return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toString()
+                                                      : QString();
+}
+
+QString AccessibleTree::lineAtCaret(const QString& path) const {
+    return textAtCaret(path, lineBoundary);
+}
+
+QString AccessibleTree::characterAtCaret(const QString& path) const {
+    return textAtCaret(path, characterBoundary);
 }
 
 QRect AccessibleTree::place(const AccessibleNode& node) const {

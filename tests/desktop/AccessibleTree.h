@@ -37,8 +37,15 @@ class AccessibleTree {
     /// An element of this path with all elements beside it, which a menu has none of in read().
     [[nodiscard]] std::vector<AccessibleNode> readSiblings(const QString& path) const;
 
+    /// An element alone; its parent is not read. One that has vanished has no role.
+    [[nodiscard]] AccessibleNode readOne(const QString& path) const;
+
     /// What the element offers to be read character by character; "" if it offers nothing.
     [[nodiscard]] QString text(const AccessibleNode& node) const;
+
+    /// The line of its text that the caret is in, and the character behind the caret.
+    [[nodiscard]] QString lineAtCaret(const QString& path) const;
+    [[nodiscard]] QString characterAtCaret(const QString& path) const;
 
     /// Where the element is, or a character of its text, in pixels of the screen; empty if it does
     /// not say.
@@ -51,10 +58,11 @@ class AccessibleTree {
     /// What the bus calls the program.
     [[nodiscard]] const QString& program() const { return m_program; }
 
-    /// Has the bus tell who gets the focus, as signals on the connection.
-    [[nodiscard]] QDBusConnection& listenForFocus();
+    /// Has the bus tell of events ("object:state-changed:focused"), as signals on the connection.
+    [[nodiscard]] QDBusConnection& listenFor(const QString& events);
 
   private:
+    [[nodiscard]] QString textAtCaret(const QString& path, std::uint32_t boundary) const;
     bool seek(std::int32_t process);
     void readBelow(const QString& path, const QString& parent,
                    std::vector<AccessibleNode>& nodes) const;

@@ -71,8 +71,9 @@ bool isDark(quint32 rgb) {
 }
 
 FocusWatch::FocusWatch(AccessibleTree& tree) : m_program(tree.program()) {
-    tree.listenForFocus().connect(m_program, {}, "org.a11y.atspi.Event.Object", "StateChanged",
-                                  this, SLOT(stateChanged(QDBusMessage)));
+    tree.listenFor("object:state-changed:focused")
+        .connect(m_program, {}, "org.a11y.atspi.Event.Object", "StateChanged", this,
+                 SLOT(stateChanged(QDBusMessage)));
 }
 
 void FocusWatch::stateChanged(const QDBusMessage& message) {

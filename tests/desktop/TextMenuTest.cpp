@@ -34,7 +34,7 @@ class TextMenuTest : public testing::Test {
     [[nodiscard]] AccessibleNode reply() const {
         AccessibleNode latest;
         for (const AccessibleNode& node : vorq.controls())
-            if (node.role == "label" && node.isShowing && vorq.textOf(node).contains('\n'))
+            if (node.role == "document" && node.isShowing && vorq.textOf(node).contains('\n'))
                 latest = node;
         return latest;
     }
