@@ -1,7 +1,7 @@
 #include "ui/native/ScrollLock.h"
 
 #include "shell/VerticalScrollLock.h"
-#include "ui/reply/ReplyView.h"
+#include "ui/native/SidewaysScrolling.h"
 
 #include <QCoreApplication>
 #include <QMouseEvent>
@@ -15,27 +15,22 @@ constexpr QPointF nowhere(-1, -1);
 
 // What scrolls sideways at a point, and how high it is.
 struct Sideways {
-    ReplyView* reply = nullptr;
+    QQuickItem* item = nullptr;
     double height = 0;
-    QPointF at; // in the reply
+    QPointF at; // in the item
 };
 
-// The reply under a point of the window. Items between may be smaller than what they hold.
-ReplyView* replyAt(QQuickItem& item, QPointF inWindow) {
-    if (!item.isVisible()) return nullptr;
-    if (auto* reply = qobject_cast<ReplyView*>(&item))
-        return reply->contains(reply->mapFromScene(inWindow)) ? reply : nullptr;
+// Under a point of the window. Items between may be smaller than what they hold.
+Sideways sidewaysAt(QQuickItem& item, QPointF inWindow) {
+    if (!item.isVisible()) return {};
+    if (const auto* scrolling = dynamic_cast<SidewaysScrolling*>(&item)) {
+        const QPointF at = item.mapFromScene(inWindow);
+        const auto height = item.contains(at) ? scrolling->sidewaysHeightAt(at) : std::nullopt;
+        return height ? Sideways{&item, *height, at} : Sideways();
+    }
     for (QQuickItem* child : item.childItems())
-        if (ReplyView* reply = replyAt(*child, inWindow)) return reply;
-    return nullptr;
-}
-
-Sideways sidewaysAt(QQuickItem& view, QPointF inWindow) {
-    ReplyView* reply = replyAt(view, inWindow);
-    if (reply == nullptr) return {};
-    const QPointF at = reply->mapFromScene(inWindow);
-    for (const ReplyCodes::Code& code : reply->codes().codes())
-        if (code.plate.contains(at)) return {reply, code.plate.height(), at};
+        if (const Sideways found = sidewaysAt(*child, inWindow); found.item != nullptr)
+            return found;
     return {};
 }
 
@@ -48,7 +43,7 @@ void turnSideways(const Sideways& target, const QWheelEvent& event) {
     QWheelEvent sideways(target.at, event.globalPosition(), {event.pixelDelta().x(), 0},
                          {event.angleDelta().x(), 0}, event.buttons(), event.modifiers(),
                          event.phase(), event.inverted());
-    QCoreApplication::sendEvent(target.reply, &sideways);
+    QCoreApplication::sendEvent(target.item, &sideways);
 }
 
 } // namespace
@@ -105,7 +100,7 @@ bool ScrollLock::filterScroll(const QWheelEvent& event) const {
     const QPointF delta = deltaOf(event);
     if (!isSidewaysScroll(delta.x(), delta.y())) return false;
     const Sideways target = sidewaysAt(*m_view, event.position());
-    if (target.reply != nullptr) {
+    if (target.item != nullptr) {
         if (isHorizontalTray(target.height)) return false;
         // A tall one does not hand on what goes up or down.
         turnSideways(target, event);

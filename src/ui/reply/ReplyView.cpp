@@ -214,6 +214,12 @@ bool ReplyView::beginsWithCode() const {
     return m_layout.count() > 0 && m_layout.kind(0) == AssistantReplyDocument::Kind::Code;
 }
 
+std::optional<double> ReplyView::sidewaysHeightAt(QPointF point) const {
+    for (const ReplyCodes::Code& code : m_codes.codes())
+        if (code.plate.contains(point)) return code.plate.height();
+    return std::nullopt;
+}
+
 QString ReplyView::codeAt(int number) const {
     for (const AssistantReplyDocument::Block& block : m_blocks.blocks()) {
         if (block.kind != AssistantReplyDocument::Kind::Code) continue;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/PanelSelectionBridge.h"
+#include "ui/native/SidewaysScrolling.h"
 #include "ui/reply/ReplyBlocks.h"
 #include "ui/reply/ReplyCodes.h"
 #include "ui/reply/ReplyEvents.h"
@@ -23,6 +24,7 @@ class ReplyElements;
 /// more than the strip that is told to be in view. Main thread only.
 class ReplyView : public QQuickItem,
                   public SelectableText,
+                  public SidewaysScrolling,
                   private QAccessible::ActivationObserver {
     Q_OBJECT
     QML_ELEMENT
@@ -114,6 +116,7 @@ class ReplyView : public QQuickItem,
     [[nodiscard]] bool isPointInSelection(QPointF globalPoint) const override;
     [[nodiscard]] bool hasGlyphsAt(QPointF globalPoint) const override;
     Q_INVOKABLE void clearSelection() override;
+    [[nodiscard]] std::optional<double> sidewaysHeightAt(QPointF point) const override;
 
   signals:
     void rawChanged();
