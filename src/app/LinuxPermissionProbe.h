@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/Permissions.h"
 #include "platform/Accessibility.h"
+#include "platform/PermissionProbe.h"
 
 #include <QString>
 

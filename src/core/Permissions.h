@@ -1,33 +1,14 @@
 #pragma once
 
+#include "platform/PermissionProbe.h"
+
 #include <QObject>
 #include <QString>
 
 namespace vorq {
 
-enum class PermissionState { Granted, Denied, Pending };
-
 /// "granted", "denied" or "pending".
 [[nodiscard]] QString rawString(PermissionState state);
-
-/// Asks the system what the program may do.
-class PermissionProbe {
-  public:
-    PermissionProbe() = default;
-    PermissionProbe(const PermissionProbe&) = delete;
-    PermissionProbe& operator=(const PermissionProbe&) = delete;
-    virtual ~PermissionProbe() = default;
-
-    [[nodiscard]] virtual PermissionState textCapture() const = 0;
-    [[nodiscard]] virtual PermissionState screen() const = 0;
-    [[nodiscard]] virtual PermissionState microphone() const = 0;
-
-    /// The name under which the system's privacy list shows the program.
-    [[nodiscard]] virtual QString privacyListName() const = 0;
-
-    /// The file that a grant applies to.
-    [[nodiscard]] virtual QString processPath() const = 0;
-};
 
 /// The permissions area: what was granted, and what the user should do about the rest. Main thread
 /// only.
