@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/HotKeyTable.h"
+#include "shell/StatusImage.h"
 
 #include <QObject>
 #include <QStringList>
@@ -10,8 +11,6 @@
 namespace vorq {
 
 class VorqAppState;
-
-enum class StatusImage { Glyph, Check, Fail };
 
 /// What the menu says of the backend on this computer.
 struct BackendAtLoginEntry {
