@@ -16,7 +16,9 @@ namespace vorq::gateway {
 namespace {
 
 constexpr std::size_t kLongestWord = 120; // bytes; whatever is longer is no word to ask about
-constexpr std::size_t kLongestRun = 3000; // bytes of unspaced text that are cut at a time
+constexpr std::size_t kCutByDictionary = 300'000; // bytes of unspaced text
+constexpr std::size_t kLongestKnownWord = 5;      // characters
+constexpr std::size_t kLongestRun = 3000;         // bytes of unspaced text that are cut at a time
 
 /// Written without blanks between words.
 bool isUnspaced(char32_t c) {
@@ -105,7 +107,7 @@ struct WordReader::Tools {
 
     /// Looks a form up once; most words of a text come again and again.
     const KnownForm& form(std::string_view surface, bool isUnspacedRun) {
-        constexpr std::size_t mostKnown = 20'000;
+        constexpr std::size_t mostKnown = 50'000;
         if (forms.size() >= mostKnown) {
             surfaces = {};
             forms.clear();
@@ -143,6 +145,19 @@ struct WordReader::Tools {
         if (length > 0) word.assign(reinterpret_cast<const char*>(stem), length);
     }
 
+    /// The end of the longest word at `begin` that has come before, else of one character.
+    [[nodiscard]] std::size_t endOfKnown(std::string_view whole, std::size_t begin) const {
+        std::size_t end = begin + decodeAt(whole, begin).length;
+        std::size_t known = end;
+        for (std::size_t count = 1; count < kLongestKnownWord && end < whole.size(); ++count) {
+            const CodePoint c = decodeAt(whole, end);
+            if (!isUnspaced(c.value)) break;
+            end += c.length;
+            if (surfaces.find(whole.substr(begin, end - begin)) != KeyTable::kNone) known = end;
+        }
+        return known;
+    }
+
     /// Cuts the run of unspaced characters from `begin` to `end` into words.
     void cut(std::string_view whole, std::size_t begin, std::size_t end) {
         UErrorCode status = U_ZERO_ERROR;
@@ -150,6 +165,7 @@ struct WordReader::Tools {
             words.reset(
                 icu::BreakIterator::createWordInstance(icu::Locale(locale.c_str()), status));
         }
+        cutBytes += end - begin;
         utext_openUTF8(&text, whole.data() + begin, static_cast<std::int64_t>(end - begin),
                        &status);
         if (U_FAILURE(status)) throw std::runtime_error("ICU finds no words.");
@@ -167,6 +183,7 @@ struct WordReader::Tools {
     std::vector<KnownForm> forms;
     sb_stemmer* stemmer = nullptr;
     std::unique_ptr<icu::BreakIterator> words;
+    std::size_t cutBytes = 0;
     UText text = UTEXT_INITIALIZER;
     /// The ends of the words still to come, the next one last.
     std::vector<std::size_t> ends;
@@ -218,19 +235,21 @@ void WordReader::fill(FoundWord& word, std::size_t end, bool isUnspacedRun) {
     at_ = end;
 }
 
-/// The end of the unspaced word at the place that is read, by dictionary.
+/// The end of the unspaced word at the place that is read: by dictionary, which takes its time, and
+/// in a long text after a while by the words that the dictionary gave before.
 std::size_t WordReader::endOfUnspaced() {
     std::vector<std::size_t>& ends = tools_->ends;
     while (!ends.empty() && ends.back() <= at_)
         ends.pop_back();
-    if (ends.empty()) {
-        std::size_t end = std::min(text_.size(), at_ + kLongestRun);
-        while (end < text_.size() && (static_cast<unsigned char>(text_[end]) & 0xC0U) == 0x80U)
-            --end;
-        tools_->cut(text_, at_, end);
+    const bool isByDictionary = !ends.empty() || tools_->cutBytes < kCutByDictionary;
+    if (ends.empty() && isByDictionary) {
+        std::size_t last = std::min(text_.size(), at_ + kLongestRun);
+        while (last < text_.size() && (static_cast<unsigned char>(text_[last]) & 0xC0U) == 0x80U)
+            --last;
+        tools_->cut(text_, at_, last);
     }
-    std::size_t end = at_;
-    while (end < ends.back() && isUnspaced(decodeAt(text_, end).value))
+    std::size_t end = isByDictionary ? at_ : tools_->endOfKnown(text_, at_);
+    while (isByDictionary && end < ends.back() && isUnspaced(decodeAt(text_, end).value))
         end += decodeAt(text_, end).length;
     // A foreign word or a name in Katakana stays whole, whatever the dictionary knows of it.
     if (!isKatakana(decodeAt(text_, at_).value)) return end;

@@ -67,6 +67,18 @@ TEST(WordsTest, CutsJapaneseByDictionary) {
                 ElementsAre("東京", "で", "コーヒー", "を", "飲む"));
 }
 
+TEST(WordsTest, ALongChineseTextIsCutLikeItsBeginning) {
+    constexpr std::string_view sentence = "深度学习使用神经网络，机器学习是人工智能的核心方法。";
+    std::string text;
+    while (text.size() < 400'000)
+        text += sentence;
+    const std::vector<std::string> once = keysOf(sentence, Language::Chinese);
+    const std::vector<std::string> often = keysOf(text, Language::Chinese);
+    ASSERT_GT(once.size(), 4U);
+    EXPECT_EQ(std::vector(often.end() - static_cast<std::ptrdiff_t>(once.size()), often.end()),
+              once);
+}
+
 TEST(TextIndexTest, FindsTheSentenceThatAnswers) {
     const TextIndex index(readDocument(kPlantText));
     EXPECT_THAT(best(index, "Who showed that light is essential?"), HasSubstr("Ingenhousz"));
