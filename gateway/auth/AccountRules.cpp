@@ -54,13 +54,6 @@ bool isEmail(std::string_view text) {
            at + 1 < text.size() && text.find('@', at + 1) == std::string_view::npos;
 }
 
-std::size_t characterCount(std::string_view text) {
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < text.size(); i += decodeAt(text, i).length)
-        ++count;
-    return count;
-}
-
 } // namespace
 
 Account newLocalAccount(const std::string& loginName) {
