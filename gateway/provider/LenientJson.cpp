@@ -42,6 +42,7 @@ class ValueReader {
     }
     [[nodiscard]] std::size_t end() const { return at_; }
     [[nodiscard]] bool wasCut() const { return wasCut_; }
+    [[nodiscard]] bool endedInText() const { return endedInText_; }
 
   private:
     [[nodiscard]] bool isAtEnd() const { return at_ >= text_.size(); }
@@ -195,7 +196,8 @@ class ValueReader {
         }
         wasCut_ = true;
         const std::size_t fence = out.rfind('\n');
-        if (fence != std::string::npos && trimmed(out.substr(fence)) == kFence) out.erase(fence);
+        endedInText_ = fence == std::string::npos || trimmed(out.substr(fence)) != kFence;
+        if (!endedInText_) out.erase(fence);
         return out;
     }
 
@@ -267,13 +269,14 @@ class ValueReader {
     int openArrays_ = 0;
     bool hasBareKeys_ = false;
     bool wasCut_ = false;
+    bool endedInText_ = false;
     bool hasFailed_ = false;
 };
 
 } // namespace
 
 std::optional<json> LenientJson::next() {
-    wasCut_ = false;
+    wasCut_ = endedInText_ = false;
     while (failures_ < kMostFailures) {
         begin_ = text_.find_first_of("{[", at_);
         if (begin_ == std::string_view::npos) break;
@@ -281,6 +284,7 @@ std::optional<json> LenientJson::next() {
         if (std::optional<json> value = reader.read()) {
             at_ = reader.end();
             wasCut_ = reader.wasCut();
+            endedInText_ = reader.endedInText();
             return value;
         }
         ++failures_;

@@ -25,6 +25,8 @@ class LenientJson {
     [[nodiscard]] std::size_t begin() const { return begin_; }
     /// Whether the last value lacked its end.
     [[nodiscard]] bool wasCut() const { return wasCut_; }
+    /// Whether it broke off in the midst of a string, and lacks more than its brackets.
+    [[nodiscard]] bool endedInText() const { return endedInText_; }
 
   private:
     std::string_view text_;
@@ -32,6 +34,7 @@ class LenientJson {
     std::size_t begin_ = 0;
     int failures_ = 0;
     bool wasCut_ = false;
+    bool endedInText_ = false;
 };
 
 } // namespace vorq::gateway

@@ -108,7 +108,7 @@ ParsedReply readWholeReply(std::string_view reply) {
         whole.analysis.summary = textOf(*value, {"summary"});
         whole.analysis.feedback = textOf(*value, {"feedback"});
         whole.analysis.corrections = textOf(*value, {"corrections"});
-        whole.wasCut = reader.wasCut();
+        whole.breaksOff = reader.endedInText();
         return whole;
     }
     whole.analysis.summary = plain;

@@ -12,8 +12,8 @@ namespace vorq::gateway {
 
 struct ParsedReply {
     Analysis analysis;
-    /// The JSON lacked its end, and so maybe the text.
-    bool wasCut = false;
+    /// The model stopped in the midst of a text.
+    bool breaksOff = false;
 };
 
 /// A reply that was asked for in parts; a reply without any JSON is a summary as it stands.

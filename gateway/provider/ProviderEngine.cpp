@@ -14,24 +14,27 @@ namespace {
 
 constexpr auto kCutShort = "*The reply ends here: the model reached its length limit. Ask it to go "
                            "on.*";
+constexpr auto kBrokenOff = "*The reply ends here: the model broke off. Ask it to go on.*";
 
-/// Says below a reply that it was cut. Parts that programs read are left as they are.
-void noteCut(Analysis& analysis) {
+/// Says below a reply why it ends early. Parts that programs read are left as they are.
+void addNote(Analysis& analysis, const char* note) {
     if (analysis.feedback.starts_with('[')) return;
     if (!analysis.feedback.empty()) analysis.feedback += "\n\n";
-    analysis.feedback += kCutShort;
+    analysis.feedback += note;
 }
 
 FinishedReply wholeAnalysisIn(std::string_view text, bool isCutShort) {
     ParsedReply reply = readWholeReply(text);
-    if (reply.wasCut || isCutShort) noteCut(reply.analysis);
+    if (isCutShort || reply.breaksOff) {
+        addNote(reply.analysis, isCutShort ? kCutShort : kBrokenOff);
+    }
     return std::move(reply.analysis);
 }
 
 FinishedReply streamedAnalysisIn(std::string_view text, bool isCutShort) {
     Analysis analysis;
     analysis.summary = text;
-    if (isCutShort) noteCut(analysis);
+    if (isCutShort) addNote(analysis, kCutShort);
     return analysis;
 }
 

@@ -128,8 +128,22 @@ TEST(ModelJsonTest, AWholeReplyThatWasCutShowsItsTextAndSaysSo) {
             ProviderChain chain = writing(reply, finish);
             const json body = chain.askWhole().body;
             EXPECT_EQ(body.value("summary", ""), "One two thr") << reply;
-            EXPECT_THAT(body.value("feedback", ""), HasSubstr("ends here")) << reply;
+            EXPECT_THAT(
+                body.value("feedback", ""),
+                AllOf(HasSubstr("ends here"),
+                      HasSubstr(finish == std::string("length") ? "length limit" : "broke off")))
+                << reply;
         }
+    }
+}
+
+TEST(ModelJsonTest, AForgottenBracketIsNoReplyThatWasCut) {
+    for (const char* reply : {"{\"summary\": \"Whole.\"", "```json\n{\"summary\": \"Whole.\"\n```",
+                              "{\"summary\": \"Whole.\n```"}) {
+        ProviderChain chain = writing(reply);
+        const json body = chain.askWhole().body;
+        EXPECT_EQ(body.value("summary", ""), "Whole.") << reply;
+        EXPECT_EQ(body.value("feedback", "?"), "") << reply;
     }
 }
 
