@@ -13,7 +13,7 @@ namespace vorq::gateway {
 namespace {
 
 constexpr std::size_t kLongestHeading = 200;
-constexpr std::size_t kLookedAhead = 200; // bytes
+constexpr std::size_t kLookedAhead = 400; // bytes
 
 bool hasWord(std::string_view text) {
     for (std::size_t i = 0; i < text.size(); i += decodeAt(text, i).length) {
@@ -171,12 +171,21 @@ class DocumentReader {
             return true;
         }
         const bool isTitle = isFirst_ && layout_.isTitle(text, next);
-        if (!isTitle && !(wasBlank_ && layout_.isHeading(text, next))) return false;
-        const bool hasMore = !next.empty() || !trimmed(rest_.substr(0, kLookedAhead)).empty();
-        if (!hasMore) return false;
+        if (!isTitle && !wasBlank_) return false;
+        const std::string_view behind = next.empty() ? lineBehind() : next;
+        if (behind.empty() || !(isTitle || layout_.isHeading(text, next, behind))) return false;
         endBlock();
         addHeading(trimmed(text.substr(listMarker(text))));
         return true;
+    }
+
+    /// The next line that is not empty, if one is near.
+    [[nodiscard]] std::string_view lineBehind() const {
+        std::string_view rest = rest_.substr(0, kLookedAhead);
+        for (std::string_view line; nextLine(rest, line);) {
+            if (!trimmed(line).empty()) return trimmed(line);
+        }
+        return {};
     }
 
     void continueBlock(std::string_view text) {

@@ -180,7 +180,8 @@ bool LineLayout::continues(std::string_view before, std::string_view line) const
     return margin_ > 0 && (columnsOf(before) + 1 + firstWordColumns(line)) * 10 >= margin_ * 9;
 }
 
-bool LineLayout::isHeading(std::string_view line, std::string_view next) const {
+bool LineLayout::isHeading(std::string_view line, std::string_view next,
+                           std::string_view behind) const {
     const std::size_t number = std::max(numbering(line), listMarker(line));
     const std::string_view words = trimmed(line.substr(number));
     if (words.empty() || endsSentence(words) || hasDigit(words) || speakerLabel(line) > 0 ||
@@ -188,7 +189,12 @@ bool LineLayout::isHeading(std::string_view line, std::string_view next) const {
         return false;
     }
     const std::size_t count = wordCount(words);
-    if (next.empty()) return number == listMarker(line) && number > 0 ? false : count <= 8;
+    if (next.empty()) {
+        // Notes of a few words each with blank lines between them are no headings.
+        const bool leads = endsSentence(behind) || listMarker(behind) > 0 ||
+                           columnsOf(behind) > 2 * columnsOf(words);
+        return leads && listMarker(line) == 0 && count <= 8;
+    }
     if (continues(line, next)) return false;
     const bool isEntry = next.substr(0, 40).contains(": ") && number == 0;
     const bool isLabel = words.ends_with(':') || words.ends_with("：");

@@ -16,8 +16,9 @@ class LineLayout {
     /// Whether `line` goes on with the sentence of the line `before` it, both trimmed.
     [[nodiscard]] bool continues(std::string_view before, std::string_view line) const;
     /// Whether `line`, behind a blank one, is the heading of the block that `next` begins or, if
-    /// that is empty, of the next block.
-    [[nodiscard]] bool isHeading(std::string_view line, std::string_view next) const;
+    /// that is empty, of the next block, which `behind` begins.
+    [[nodiscard]] bool isHeading(std::string_view line, std::string_view next,
+                                 std::string_view behind) const;
     /// The same for the first line of a text.
     [[nodiscard]] bool isTitle(std::string_view line, std::string_view next) const;
     /// "Dear tenants," and the like, alone on a line.

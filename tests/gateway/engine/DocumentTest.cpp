@@ -215,6 +215,14 @@ TEST(DocumentTest, EachRemarkOfAChatStandsForItself) {
     EXPECT_TRUE(document.sentences[3].isQuestion);
 }
 
+TEST(DocumentTest, ShortNotesWithBlankLinesBetweenAreNoHeadings) {
+    EXPECT_THAT(texts(readDocument("To do\n\nBuy milk\n\nCall Bob\n\nPay the rent\n")),
+                ElementsAre("Buy milk", "Call Bob", "Pay the rent"));
+    const Document document =
+        readDocument("To do\n\nFor the house\n\nThe roof leaks and has to be mended.\n");
+    EXPECT_THAT(document.headings, ElementsAre("To do", "For the house"));
+}
+
 TEST(DocumentTest, ProseBrokenAtAMarginStaysWhole) {
     EXPECT_THAT(
         texts(readDocument("The town council met on Monday evening in the old hall of the\n"
