@@ -54,8 +54,8 @@ void ReplyElements::dropFrom(int block) {
 }
 
 bool ReplyElements::isOneText(BlockLayout::Kind kind) {
-    using Kind = BlockLayout::Kind;
-    return kind == Kind::Title || kind == Kind::Section || kind == Kind::Body;
+    using enum BlockLayout::Kind;
+    return kind == Title || kind == Section || kind == Body;
 }
 
 } // namespace vorq

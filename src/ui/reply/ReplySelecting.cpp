@@ -277,9 +277,9 @@ void ReplyView::setCaretShown(bool isShown) {
 
 void ReplyView::moveCaret(ReplyPosition anchor, ReplyPosition cursor) {
     const bool comesUp = !std::exchange(m_isCaretShown, true);
-    const bool moves = m_anchor != anchor || m_cursor != cursor;
+    const bool isElsewhere = m_anchor != anchor || m_cursor != cursor;
     select(anchor, cursor);
-    if (!comesUp || moves) return;
+    if (!comesUp || isElsewhere) return;
     m_events.handleCaretMove();
     emit caretChanged();
 }
