@@ -10,7 +10,7 @@ class QKeyEvent;
 namespace vorq {
 
 /// Selects text of a TextEdit by the keyboard, in place of the item itself. Main thread only.
-class KeySelection : public TextSelecting {
+class KeySelection : public vorq::TextSelecting {
     Q_OBJECT
     QML_ELEMENT
 

@@ -9,7 +9,7 @@ namespace vorq {
 /// Selects text of a TextEdit or TextInput with the left button, in place of the item itself.
 /// Characters after a press, words after a double click, paragraphs after a triple click. Main
 /// thread only.
-class PointerSelection : public TextSelecting {
+class PointerSelection : public vorq::TextSelecting {
     Q_OBJECT
     QML_ELEMENT
 
