@@ -48,11 +48,12 @@ void PanelProgram::signIn() {
         throw std::runtime_error("the sign-in says: " + opened.output().toStdString());
 }
 
-void PanelProgram::start(const QString& backend) {
+void PanelProgram::start(const QString& backend, const QProcessEnvironment& additional) {
     stop();
     QProcessEnvironment environment;
     environment.insert("VORQ_API_BASE_URL", backend.isEmpty() ? m_relay->url() : backend);
     environment.insert("VORQ_DEBUG_PLACE", "0");
+    environment.insert(additional);
     m_program = &session.start(VORQ_PROGRAM, "", {"--background"}, environment);
     // A Wayland session has none.
     DesktopSession::waitUntil("the hot keys", [this] {

@@ -21,7 +21,7 @@ class PanelProgram {
 
     /// Starts the program anew and waits for its hot keys. Without an address it talks to the
     /// backend.
-    void start(const QString& backend = {});
+    void start(const QString& backend = {}, const QProcessEnvironment& additional = {});
     void stop();
     [[nodiscard]] DesktopProgram& program() { return *m_program; }
 

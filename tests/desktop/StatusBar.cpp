@@ -1,0 +1,181 @@
+// A bar along the lower edge that shows status items by D-Bus and draws their menus itself: the
+// item at its left end, at a click on which the menu of the item comes up. It tells the item of the
+// end of the menu if the argument is "tells". It writes what it does: "bar", "item", and for each
+// entry of a menu that comes up "entry X Y NAME", with its place on the screen, and "menu" behind
+// them.
+
+#include <QApplication>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusContext>
+#include <QDBusInterface>
+#include <QDBusMetaType>
+#include <QDBusReply>
+#include <QDBusVariant>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QTextStream>
+#include <QWidget>
+
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+constexpr int barHeight = 40;
+
+// An entry of a menu with those below it, as com.canonical.dbusmenu describes it.
+struct Entry {
+    int id = 0;
+    QVariantMap properties;
+    QList<QVariant> children;
+};
+
+const QDBusArgument& operator>>(const QDBusArgument& argument, Entry& entry) {
+    argument.beginStructure();
+    argument >> entry.id >> entry.properties;
+    argument.beginArray();
+    while (!argument.atEnd()) {
+        QDBusVariant child;
+        argument >> child;
+        entry.children += child.variant();
+    }
+    argument.endArray();
+    argument.endStructure();
+    return argument;
+}
+
+class Bar final : public QWidget {
+  public:
+    explicit Bar(bool tellsOfEnds) : m_tellsOfEnds(tellsOfEnds) {
+        becomeDock();
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        setGeometry(0, screen.height() - barHeight, screen.width(), barHeight);
+    }
+
+    void setItem(const QString& service) { m_service = service; }
+
+  protected:
+    void mousePressEvent(QMouseEvent* event) override {
+        if (event->position().x() > barHeight || m_service.isEmpty()) return;
+        QDBusInterface item(m_service, QStringLiteral("/StatusNotifierItem"),
+                            QStringLiteral("org.kde.StatusNotifierItem"));
+        const QString path = item.property("Menu").value<QDBusObjectPath>().path();
+        m_source = std::make_unique<QDBusInterface>(m_service, path,
+                                                    QStringLiteral("com.canonical.dbusmenu"));
+        m_source->call(QStringLiteral("AboutToShow"), 0);
+        const QDBusMessage layout =
+            m_source->call(QStringLiteral("GetLayout"), 0, -1, QStringList());
+        m_menu.clear();
+        fill(m_menu, qdbus_cast<Entry>(layout.arguments().value(1)));
+        m_menu.popup(QPoint(2, geometry().top() - m_menu.sizeHint().height()));
+    }
+
+  private:
+    // Before it is shown. The attribute of Qt for it does nothing.
+    void becomeDock() {
+        xcb_connection_t* x11 =
+            qApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+        const auto atom = [x11](const QByteArray& name) {
+            const auto asked = xcb_intern_atom(x11, 0, static_cast<uint16_t>(name.size()), name);
+            const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> answer(
+                xcb_intern_atom_reply(x11, asked, nullptr), &std::free);
+            return answer ? answer->atom : xcb_atom_t{XCB_ATOM_NONE};
+        };
+        const xcb_atom_t dock = atom("_NET_WM_WINDOW_TYPE_DOCK");
+        xcb_change_property(x11, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(winId()),
+                            atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &dock);
+    }
+
+    static void tellPlaces(const QMenu& menu) {
+        QTextStream out(stdout);
+        for (QAction* action : menu.actions()) {
+            const QPoint at = menu.mapToGlobal(menu.actionGeometry(action).center());
+            out << "entry " << at.x() << ' ' << at.y() << ' ' << action->text() << '\n';
+        }
+        out << "menu\n";
+    }
+
+    void fill(QMenu& menu, const Entry& entry) {
+        connect(
+            &menu, &QMenu::aboutToShow, this, [&menu] { tellPlaces(menu); },
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+        for (const QVariant& each : entry.children) {
+            const auto child = qdbus_cast<Entry>(each);
+            const QString text = child.properties.value(QStringLiteral("label")).toString();
+            const QVariant visible = child.properties.value(QStringLiteral("visible"), true);
+            if (!visible.toBool() || text.isEmpty()) continue;
+            if (child.children.isEmpty()) {
+                connect(menu.addAction(text), &QAction::triggered, this,
+                        [this, id = child.id] { tell(id, QStringLiteral("clicked")); });
+            } else {
+                fill(*menu.addMenu(text), child);
+            }
+        }
+        if (&menu == &m_menu && m_tellsOfEnds)
+            connect(
+                &menu, &QMenu::aboutToHide, this, [this] { tell(0, QStringLiteral("closed")); },
+                Qt::SingleShotConnection);
+    }
+
+    void tell(int id, const QString& event) {
+        m_source->asyncCall(QStringLiteral("Event"), id, event,
+                            QVariant::fromValue(QDBusVariant(0)), 0U);
+    }
+
+    bool m_tellsOfEnds;
+    QString m_service;
+    std::unique_ptr<QDBusInterface> m_source;
+    QMenu m_menu;
+};
+
+class Watcher final : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+    Q_PROPERTY(bool IsStatusNotifierHostRegistered READ hasHost)
+    Q_PROPERTY(int ProtocolVersion READ version)
+    Q_PROPERTY(QStringList RegisteredStatusNotifierItems READ items)
+
+  public:
+    explicit Watcher(Bar& bar) : m_bar(bar) {}
+
+    [[nodiscard]] bool hasHost() const { return true; }
+    [[nodiscard]] int version() const { return 0; }
+    [[nodiscard]] QStringList items() const { return m_items; }
+
+  public slots:
+    void RegisterStatusNotifierItem(const QString& service) {
+        const QString name = service.startsWith(u'/') ? message().service() : service;
+        m_items += name;
+        m_bar.setItem(name);
+        QTextStream(stdout) << "item " << name << "\n" << Qt::flush;
+    }
+    void RegisterStatusNotifierHost(const QString&) {}
+
+  private:
+    Bar& m_bar;
+    QStringList m_items;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    Bar bar(QApplication::arguments().value(1) == u"tells");
+    Watcher watcher(bar);
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), &watcher,
+                            QDBusConnection::ExportAllSlots |
+                                QDBusConnection::ExportAllProperties) ||
+        !bus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher")))
+        return 1;
+    bar.show();
+    QTextStream(stdout) << "bar\n" << Qt::flush;
+    return QApplication::exec();
+}
+
+#include "StatusBar.moc"
