@@ -1,7 +1,9 @@
+#include "core/AppearanceSettings.h"
 #include "shell/MenuPress.h"
 #include "ui/PanelStage.h"
 #include "ui/reply/ReplyView.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QImage>
@@ -87,6 +89,58 @@ TEST_F(ContextMenuTest, AReplyIsCopiedAndDeepenedByIt) {
     ASSERT_TRUE(menu);
     EXPECT_TRUE(pressEntry(*menu, "Deepen"));
     EXPECT_EQ(stage.panel->attachments().count(), 1);
+}
+
+TEST_F(ContextMenuTest, ItHasTheColoursOfThePanelNotOfTheDesktop) {
+    for (const bool isDark : {true, false}) {
+        stage.state->appearance().setPanelAppearance(isDark ? PanelAppearance::Current
+                                                            : PanelAppearance::White);
+        stage.settle(50);
+        QMenu* menu = openOn(stage.find("ReplyView"));
+        ASSERT_TRUE(menu);
+        const QRect first = menu->actionGeometry(entry(*menu, "Copy reply"));
+        EXPECT_EQ(first.height(), 30);
+        const auto ground = [&] {
+            return menu->grab().toImage().pixelColor(first.right() - 4, first.center().y());
+        };
+        EXPECT_EQ(ground(), QColor(isDark ? "#343741" : "#FFFFFF"));
+        QTest::keyClick(menu, Qt::Key_Down);
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return ground() == QColor(isDark ? "#4A65EA" : "#3F5AE6"); }));
+        menu->close();
+    }
+}
+
+TEST_F(ContextMenuTest, InHighContrastItIsReadableAndHasAnEdge) {
+    stage.look->setDesktop({.wantsHighContrast = true});
+    stage.settle(50);
+    QMenu* menu = openOn(m_field);
+    ASSERT_TRUE(menu);
+    const QImage shown = menu->grab().toImage();
+    EXPECT_EQ(shown.pixelColor(shown.width() / 2, 0), QColor(Qt::white));
+    EXPECT_EQ(shown.pixelColor(shown.width() / 2, 3), QColor(Qt::black));
+}
+
+TEST_F(ContextMenuTest, OpenedByTheKeyItBeginsAtItsFirstEntryAndTellsItsEntries) {
+    stage.find("ReplyView")->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(stage.window.get(), Qt::Key_Menu);
+    QMenu* menu = this->menu();
+    ASSERT_TRUE(menu);
+    ASSERT_TRUE(menu->activeAction());
+    EXPECT_EQ(menu->activeAction()->text(), "Copy reply") << "the first that can be chosen";
+    QAccessibleInterface* element = QAccessible::queryAccessibleInterface(menu);
+    ASSERT_TRUE(element);
+    EXPECT_EQ(element->role(), QAccessible::PopupMenu);
+    QStringList names;
+    for (int child = 0; child < element->childCount(); ++child)
+        names += element->child(child)->text(QAccessible::Name);
+    EXPECT_THAT(names, testing::IsSupersetOf({"Deepen", "Copy", "Copy reply", "Select All"}));
+    QTest::keyClick(menu, Qt::Key_Down);
+    EXPECT_EQ(menu->activeAction()->text(), "Select All");
+    menu->close();
+    menu = openOn(stage.find("ReplyView"));
+    ASSERT_TRUE(menu);
+    EXPECT_FALSE(menu->activeAction()) << "the mouse points elsewhere";
 }
 
 TEST_F(ContextMenuTest, ItGoesWithThePanel) {

@@ -29,7 +29,7 @@ Item {
     readonly property real padding: isOneLine ? lineEndPadding : endPadding
     readonly property alias view: blocks
 
-    function openMenu(at: point) {
+    function openMenu(at: point, byKey: bool) {
         const nothing = !blocks.hasSelection
         menu.open(blocks, at, [
             { text: qsTr("Deepen"), off: !reply.selection.hasSelection || nothing, act: () => reply.selection.commitDeepen() },
@@ -38,7 +38,7 @@ Item {
             { text: qsTr("Copy reply"), act: () => App.panel.copyText(reply.message) },
             {},
             { text: qsTr("Select All"), act: () => blocks.selectAll() }
-        ])
+        ], byKey)
     }
 
     signal caretMoved(Item text, rect caret)
@@ -110,14 +110,14 @@ Item {
         container: reply.container
         activeFocusOnTab: true
         Keys.forwardTo: reply.tabs ? [reply.tabs] : []
-        Keys.onMenuPressed: reply.openMenu(Qt.point(caret.x, caret.y + caret.height))
+        Keys.onMenuPressed: reply.openMenu(Qt.point(caret.x, caret.y + caret.height), true)
         onLinkActivated: address => App.panel.openLink(address)
         onCaretChanged: if (caret.height > 0) reply.caretMoved(blocks, caret)
         Accessible.role: Accessible.Document // which is what makes it an element; it tells the rest itself
 
         TapHandler {
             acceptedButtons: Qt.RightButton
-            onTapped: point => reply.openMenu(point.position)
+            onTapped: point => reply.openMenu(point.position, false)
         }
         Rectangle {
             visible: blocks.caret.height > 0
@@ -129,7 +129,7 @@ Item {
             color: Theme.botLink
         }
     }
-    ContextMenu {
+    TextMenu {
         id: menu
     }
     Repeater {

@@ -48,7 +48,7 @@ Flickable {
     function isAtEnd(key: int): bool {
         return edit.selectedText === "" && edit.cursorPosition === (key === Qt.Key_Home ? 0 : edit.length)
     }
-    function openMenu(at: point) {
+    function openMenu(at: point, byKey: bool) {
         edit.forceActiveFocus()
         const nothing = edit.selectedText === ""
         menu.open(edit, at, [
@@ -60,10 +60,10 @@ Flickable {
             { text: qsTr("Paste"), act: () => field.pasted() },
             {},
             { text: qsTr("Select All"), off: edit.text === "", act: () => edit.selectAll() }
-        ])
+        ], byKey)
     }
 
-    ContextMenu {
+    TextMenu {
         id: menu
     }
     FontMetrics {
@@ -127,7 +127,7 @@ Flickable {
                     field.submitted()
                 event.accepted = true
             } else if (event.key === Qt.Key_Menu) {
-                field.openMenu(Qt.point(edit.cursorRectangle.x, edit.cursorRectangle.y + edit.cursorRectangle.height))
+                field.openMenu(Qt.point(edit.cursorRectangle.x, edit.cursorRectangle.y + edit.cursorRectangle.height), true)
                 event.accepted = true
             } else if (event.matches(StandardKey.Paste)) {
                 field.pasteWanted(event)
@@ -145,7 +145,7 @@ Flickable {
 
         TapHandler {
             acceptedButtons: Qt.RightButton
-            onTapped: point => field.openMenu(point.position)
+            onTapped: point => field.openMenu(point.position, false)
         }
         PointerSelection {
             target: edit

@@ -152,7 +152,7 @@ Column {
                             { text: qsTr("Copy the sent text"), act: () => App.panel.copyText(sent.content) }
                         ])
                     }
-                    ContextMenu {
+                    TextMenu {
                         id: menu
                     }
                     PointerSelection {

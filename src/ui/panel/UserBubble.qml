@@ -109,7 +109,7 @@ Item {
                     area: words
                     onPressed: words.deselect()
                 }
-                ContextMenu {
+                TextMenu {
                     id: menu
                 }
                 PointerSelection {
