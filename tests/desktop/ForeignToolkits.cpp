@@ -49,11 +49,13 @@ public class SwingText {
         SwingUtilities.invokeLater(() -> {
             JTextArea area = new JTextArea(text);
             area.setLineWrap(true);
+            boolean isPassword = arguments.length > 1;
+            JPasswordField password = new JPasswordField(text);
             JFrame frame = new JFrame("Text");
-            frame.add(new JScrollPane(area));
-            frame.setSize(700, 300);
+            frame.add(isPassword ? password : new JScrollPane(area));
+            frame.setSize(700, isPassword ? 80 : 300);
             frame.setVisible(true);
-            area.requestFocusInWindow();
+            (isPassword ? password : area).requestFocusInWindow();
         });
     }
 })";
@@ -94,15 +96,25 @@ Application openEvince(DesktopSession& session, const QByteArray& text) {
     return inFront(session, "evince");
 }
 
-Application openSwing(DesktopSession& session, const QByteArray& text) {
+static Application startSwing(DesktopSession& session, const QByteArray& text,
+                              const QStringList& more) {
     const QString source = session.write("SwingText.java", swingProgram);
     (void)run("ecj", "ecj", {"-proc:none", "-11", "-d", session.home(), source},
               session.environment());
     // Alone, as Java comes, without a bridge to the bus of accessibility.
     session.start("java", "default-jre",
-                  {"-Djavax.accessibility.assistive_technologies=", "-cp", session.home(),
-                   "SwingText", session.write("document.txt", text)});
+                  QStringList{"-Djavax.accessibility.assistive_technologies=", "-cp",
+                              session.home(), "SwingText", session.write("document.txt", text)} +
+                      more);
     return inFront(session, "SwingText");
+}
+
+Application openSwing(DesktopSession& session, const QByteArray& text) {
+    return startSwing(session, text, {});
+}
+
+Application openSwingPassword(DesktopSession& session, const QByteArray& password) {
+    return startSwing(session, password, {"password"});
 }
 
 Application openTk(DesktopSession& session, const QByteArray& text) {

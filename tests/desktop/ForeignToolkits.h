@@ -12,6 +12,8 @@ Application openEmacs(DesktopSession& session, const QByteArray& text);
 /// The text is one line of ASCII without brackets.
 Application openEvince(DesktopSession& session, const QByteArray& text);
 Application openSwing(DesktopSession& session, const QByteArray& text);
+/// A field for a password that has the keyboard and holds it.
+Application openSwingPassword(DesktopSession& session, const QByteArray& password);
 Application openTk(DesktopSession& session, const QByteArray& text);
 
 /// Shows a presentation whose one slide has a box with a paragraph for each line.

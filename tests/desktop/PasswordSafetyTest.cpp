@@ -1,6 +1,7 @@
 // What must not go out, and how it is asked for: the built program beside real browsers, whose
 // highlight holds a password in clear.
 
+#include "desktop/ForeignToolkits.h"
 #include "desktop/PanelProgram.h"
 
 #include <gmock/gmock.h>
@@ -195,6 +196,19 @@ TEST_F(PasswordSafety, BulletsAreHeldBackAndGoNowhere) {
     DesktopSession::waitUntil("the question", [&] { return isAsked(); });
     expectNothingWentOut();
     EXPECT_FALSE(vorq.wasSent(bullets));
+}
+
+// It hands out nothing, and what another program has highlighted is not its.
+TEST_F(PasswordSafety, OverAPasswordOfJavaNothingGoesOutThatStandsElsewhere) {
+    const QByteArray old = "words that were highlighted before";
+    vorq.start();
+    session.own("primary", old);
+    browser = openSwingPassword(session, password);
+    session.key({"ctrl+a"});
+    press();
+    vorq.waitForGreeting();
+    expectNothingWentOut();
+    EXPECT_FALSE(vorq.wasSent(old));
 }
 
 } // namespace

@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 namespace vorq {
@@ -121,6 +123,35 @@ TEST_F(AtSpiWindowWatchTest, LeavesOutItsOwnProcess) {
     tell("/window/1", "Window", "Activate");
     EXPECT_EQ(front(), std::nullopt);
     EXPECT_FALSE(m_tree.calls().contains("/window/1.GetState"));
+}
+
+// As the kernel calls the process of the test, which is the application here.
+class ProcessName {
+  public:
+    explicit ProcessName(const char* name) {
+        ::prctl(PR_GET_NAME, m_former.data());
+        ::prctl(PR_SET_NAME, name);
+    }
+    ProcessName(const ProcessName&) = delete;
+    ProcessName& operator=(const ProcessName&) = delete;
+    ~ProcessName() { ::prctl(PR_SET_NAME, m_former.data()); }
+
+  private:
+    std::array<char, 16> m_former{};
+};
+
+TEST_F(AtSpiWindowWatchTest, LeavesOutTheShellOfTheDesktop) {
+    setActive("/window/1", true);
+    {
+        const ProcessName name("gnome-shell");
+        begin();
+        EXPECT_EQ(front(), std::nullopt);
+        tell("/window/1", "Window", "Activate");
+        EXPECT_EQ(front(), std::nullopt);
+    }
+    const ProcessName name("gnome-editor");
+    begin();
+    EXPECT_EQ(front(), m_application);
 }
 
 TEST_F(AtSpiWindowWatchTest, FollowsTheEventsOfWindows) {
