@@ -11,7 +11,6 @@ namespace {
 
 using nlohmann::json;
 
-constexpr std::size_t kLargeEvent = std::size_t{64} * 1024;
 constexpr auto kComment = ": waiting for the model\n\n";
 
 std::string event(const json& payload) {
@@ -32,14 +31,13 @@ FeedStep failure(const std::string& sentence) {
 } // namespace
 
 FeedStep EventStream::step(SteadyTime now) {
-    ReplyStep step = reply().step(now);
+    ReplyStep step = stepReply(now);
     switch (step.kind) {
     case ReplyStep::Kind::Grew:
         lastSent_ = now;
-        lastSize_ = step.text.size();
         return {.bytes = event({{"text", std::move(step.text)}})};
     case ReplyStep::Kind::Ended:
-        return {.bytes = closingEvent(reply().result()), .isLast = true};
+        return {.bytes = closingEvent(result()), .isLast = true};
     case ReplyStep::Kind::Waits:
         break;
     }
@@ -63,10 +61,6 @@ FeedStep EventStream::next(SteadyTime now) {
 
 std::string EventStream::stopped() const {
     return event(errorDocument("The Vorq gateway was stopped. Try again in a moment."));
-}
-
-bool EventStream::isLarge() const {
-    return lastSize_ > kLargeEvent;
 }
 
 } // namespace vorq::gateway

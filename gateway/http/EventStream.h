@@ -2,7 +2,6 @@
 
 #include "http/ReplyFeed.h"
 
-#include <cstddef>
 #include <string>
 
 namespace vorq::gateway {
@@ -17,13 +16,11 @@ class EventStream final : public ReplyFeed {
     /// Never throws an EngineError.
     [[nodiscard]] FeedStep next(SteadyTime now) override;
     [[nodiscard]] std::string stopped() const override;
-    [[nodiscard]] bool isLarge() const override;
 
   private:
     [[nodiscard]] FeedStep step(SteadyTime now);
 
     SteadyTime lastSent_ = SteadyTime::min();
-    std::size_t lastSize_ = 0;
 };
 
 } // namespace vorq::gateway

@@ -12,8 +12,12 @@
 #include <boost/asio/post.hpp>
 #include <boost/asio/redirect_error.hpp>
 
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
+#include <memory>
+#include <new>
 #include <stdexcept>
 #include <utility>
 

@@ -3,9 +3,12 @@
 #include "engine/Engine.h"
 #include "support/SteadyTime.h"
 
+#include <chrono>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace vorq::gateway {
 
@@ -39,13 +42,21 @@ class ReplyFeed {
     /// The last bytes of a server that stops; empty if nothing has gone out.
     [[nodiscard]] virtual std::string stopped() const = 0;
     /// Whether the next step may take long enough to be felt by others.
-    [[nodiscard]] virtual bool isLarge() const { return false; }
+    [[nodiscard]] bool isLarge() const { return size_ > kLarge; }
 
   protected:
-    [[nodiscard]] ReplyStream& reply() { return *reply_; }
+    [[nodiscard]] ReplyStep stepReply(SteadyTime now) {
+        ReplyStep step = reply_->step(now);
+        if (step.kind == ReplyStep::Kind::Grew) size_ = step.text.size();
+        return step;
+    }
+    [[nodiscard]] FinishedReply result() { return reply_->result(); }
 
   private:
+    static constexpr std::size_t kLarge = std::size_t{64} * 1024;
+
     std::unique_ptr<ReplyStream> reply_;
+    std::size_t size_ = 0;
 };
 
 } // namespace vorq::gateway

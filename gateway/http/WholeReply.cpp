@@ -9,11 +9,11 @@
 namespace vorq::gateway {
 
 FeedStep WholeReply::step(SteadyTime now) {
-    ReplyStep step = reply().step(now);
+    ReplyStep step = stepReply(now);
     while (step.kind == ReplyStep::Kind::Grew)
-        step = reply().step(now);
+        step = stepReply(now);
     if (step.kind == ReplyStep::Kind::Ended) {
-        return {.bytes = oneLineJson(encode(reply().result())), .isLast = true};
+        return {.bytes = oneLineJson(encode(result())), .isLast = true};
     }
     if (now < lastSent_ + kHeartbeat)
         return {.again = std::min(step.again, lastSent_ + kHeartbeat)};
