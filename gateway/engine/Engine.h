@@ -88,7 +88,7 @@ class ReplyStream {
     virtual ~ReplyStream() = default;
     /// Set before the first step. `call` says that a step may bring something new: from any
     /// thread, maybe for nothing, and maybe once the reply is gone.
-    virtual void setCaller(std::function<void()> /*call*/) {}
+    virtual void setCaller(const std::function<void()>& /*call*/) {}
     [[nodiscard]] virtual ReplyStep step(SteadyTime now) = 0;
     /// The finished reply, once a step said that it ended.
     [[nodiscard]] virtual FinishedReply result() = 0;

@@ -61,17 +61,17 @@ class GatewayServer::Implementation {
 void GatewayServer::Implementation::listenOn(const net::ip::tcp::endpoint& endpoint,
                                              error_code& error) {
     const auto attempt = [&](auto&& step) {
-        if (!error) step();
+        if (!error) static_cast<void>(step());
     };
     error = {};
-    attempt([&] { acceptor_.open(endpoint.protocol(), error); });
+    attempt([&] { return acceptor_.open(endpoint.protocol(), error); });
     // Without SO_REUSEPORT, so that a second gateway on the same port is noticed.
-    attempt([&] { acceptor_.set_option(Acceptor::reuse_address(true), error); });
+    attempt([&] { return acceptor_.set_option(Acceptor::reuse_address(true), error); });
     if (endpoint.protocol() == net::ip::tcp::v6()) {
-        attempt([&] { acceptor_.set_option(net::ip::v6_only(false), error); });
+        attempt([&] { return acceptor_.set_option(net::ip::v6_only(false), error); });
     }
-    attempt([&] { acceptor_.bind(endpoint, error); });
-    attempt([&] { acceptor_.listen(Acceptor::max_listen_connections, error); });
+    attempt([&] { return acceptor_.bind(endpoint, error); });
+    attempt([&] { return acceptor_.listen(Acceptor::max_listen_connections, error); });
     if (error) {
         error_code ignored;
         acceptor_.close(ignored);

@@ -33,7 +33,7 @@ class ReplyFeed {
     virtual ~ReplyFeed() = default;
 
     /// See ReplyStream.
-    void setCaller(std::function<void()> call) { reply_->setCaller(std::move(call)); }
+    void setCaller(const std::function<void()>& call) { reply_->setCaller(call); }
     [[nodiscard]] virtual const char* contentType() const = 0;
     /// Whether the head goes out before there is anything of the reply.
     [[nodiscard]] virtual bool beginsAtOnce() const = 0;

@@ -25,8 +25,8 @@ ProviderStream::ProviderStream(TransferLoop& loop, const ProviderConfig& config,
       transfer_(loop, config, body.dump(-1, ' ', false, json::error_handler_t::replace)),
       parser_(std::move(parser)) {}
 
-void ProviderStream::setCaller(std::function<void()> call) {
-    transfer_.setCaller(std::move(call));
+void ProviderStream::setCaller(const std::function<void()>& call) {
+    transfer_.setCaller(call);
 }
 
 ReplyStep ProviderStream::step(SteadyTime now) {

@@ -25,7 +25,7 @@ class ProviderStream final : public ReplyStream {
     ProviderStream(TransferLoop& loop, const ProviderConfig& config, const nlohmann::json& body,
                    ReplyParser parser);
 
-    void setCaller(std::function<void()> call) override;
+    void setCaller(const std::function<void()>& call) override;
     [[nodiscard]] ReplyStep step(SteadyTime now) override;
     [[nodiscard]] FinishedReply result() override;
 

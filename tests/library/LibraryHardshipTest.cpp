@@ -246,7 +246,7 @@ TEST_F(LibraryHardship, FileThatMayNotBeReadIsEmptyAndStays) {
 #if __has_feature(address_sanitizer)
 constexpr double mostMemoryOfALoad = 5;
 constexpr double mostMemoryOfADamagedLoad = 3;
-constexpr double mostMemoryOfAChange = 2.2;
+constexpr double mostMemoryOfAChange = 4;
 #else
 constexpr double mostMemoryOfALoad = 2.2;
 constexpr double mostMemoryOfADamagedLoad = 1.3;
