@@ -133,6 +133,7 @@ TEST_F(LibraryHardship, TwoProcessesTearNoFileAndLeaveNothing) {
                                                        oneNote(QString(90'000, u'b'))};
     m_store.save(lists.front());
     std::vector<pid_t> children;
+    children.reserve(lists.size());
     for (const auto& list : lists) {
         children.push_back(start([&] {
             const LibraryStore store(m_root.path());

@@ -33,8 +33,8 @@ class TextFlow {
     explicit TextFlow(Source source) : m_source(std::move(source)) {}
     TextFlow(const TextFlow&) = delete;
     TextFlow& operator=(const TextFlow&) = delete;
-    TextFlow(TextFlow&&) = default;
-    TextFlow& operator=(TextFlow&&) = default;
+    TextFlow(TextFlow&&) noexcept = default;
+    TextFlow& operator=(TextFlow&&) noexcept = default;
     ~TextFlow() = default;
 
     /// Begins anew for this width, or goes on; each call sets at most one piece. True once all of

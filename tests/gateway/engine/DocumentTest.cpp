@@ -11,6 +11,7 @@ using ::testing::ElementsAre;
 
 std::vector<std::string> texts(const Document& document) {
     std::vector<std::string> list;
+    list.reserve(document.sentences.size());
     for (const Sentence& sentence : document.sentences)
         list.emplace_back(document.textOf(sentence));
     return list;
