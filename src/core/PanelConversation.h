@@ -123,7 +123,7 @@ class PanelConversation final : public QObject {
     void startLocalTurn(LocalWork work);
 
     /// The latest finished reply, as it stands; "" if there is none. What the program says by
-    /// itself, to greet, of a command or at the end of a local turn, is no reply.
+    /// itself, to greet, of a command, of a failure or at the end of a local turn, is no reply.
     [[nodiscard]] QString latestPanelAssistantText() const;
 
     /// Shows a kept conversation in place of this one, ending whatever is under way.
@@ -202,8 +202,6 @@ class PanelConversation final : public QObject {
     void endTurn();
     void finishTurn(const Turn& turn, const AIAnalysis& analysis);
     void failTurn(const Turn& turn, const std::exception_ptr& error, bool wasStopped);
-    void showOutcome(const Turn& turn, const QString& text,
-                     const std::optional<VorqFollowUp>& followUp);
     [[nodiscard]] bool isTurnInFlightByMessages() const;
     void drainPanelQueueIfIdle();
     void applyStreamingAssistantText(const QString& text, const QUuid& id);

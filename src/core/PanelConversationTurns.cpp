@@ -143,7 +143,9 @@ QCoro::Task<> PanelConversation::runLocalTurn(QPointer<PanelConversation> self, 
     self->finishLocalTurn(placeholder, stop.stop_requested() ? std::nullopt : reply);
     if (self && hasFailed)
         self->offerRetry(placeholder, [self, placeholder, work] {
-            if (self) self->startLocalWork(placeholder, work);
+            if (!self) return;
+            self->markAsNotice(placeholder);
+            self->startLocalWork(placeholder, work);
         });
     if (self) self->endTurn();
 }
@@ -158,7 +160,10 @@ void PanelConversation::finishLocalTurn(const QUuid& placeholder,
 
 void PanelConversation::finishTurn(const Turn& turn, const AIAnalysis& analysis) {
     emit turnEnded(turn.placeholder, TurnEnd::Replied, {});
-    showOutcome(turn, displayText(analysis), analysis.followUp);
+    if (!m_messages.find(turn.placeholder)) return;
+    const QString text = displayText(analysis);
+    if (turn.isStudyTurn) m_services.study.setLastStudyResearch(text);
+    finishStreamingAssistantText(text, analysis.followUp, turn.placeholder);
 }
 
 void PanelConversation::failTurn(const Turn& turn, const std::exception_ptr& error,
@@ -173,7 +178,9 @@ void PanelConversation::failTurn(const Turn& turn, const std::exception_ptr& err
         m_status.endPanelWorkStatus();
         break;
     case TurnEnd::Failed:
-        showOutcome(turn, sentence, std::nullopt);
+        // It stands where the reply would, but is the program's own word.
+        markAsNotice(turn.placeholder);
+        finishStreamingAssistantText(sentence, std::nullopt, turn.placeholder);
         offerRetry(turn.placeholder, [this, turn] { startTurn(turn); });
         break;
     case TurnEnd::Cancelled:
@@ -205,22 +212,13 @@ void PanelConversation::retry(const QUuid& failedReply) {
 
 void PanelConversation::start(const QueuedRetry& turn) {
     const std::function<void()> again = m_retries.take(turn.failedReply);
-    const VorqMessage* failed = m_messages.find(turn.failedReply);
-    if (!again || !failed) return drainPanelQueueIfIdle();
+    if (!again || !m_messages.find(turn.failedReply)) return drainPanelQueueIfIdle();
     VorqMessage placeholder = VorqMessage::placeholder();
     placeholder.id = turn.failedReply;
-    placeholder.isNotice = failed->isNotice;
     completeAssistantTyping();
     m_messages.update(placeholder);
     m_status.beginPanelWorkStatus();
     again();
-}
-
-void PanelConversation::showOutcome(const Turn& turn, const QString& text,
-                                    const std::optional<VorqFollowUp>& followUp) {
-    if (!m_messages.find(turn.placeholder)) return;
-    if (turn.isStudyTurn) m_services.study.setLastStudyResearch(text);
-    finishStreamingAssistantText(text, followUp, turn.placeholder);
 }
 
 QCoro::Task<>

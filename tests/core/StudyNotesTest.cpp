@@ -36,6 +36,15 @@ class StudyNotesTest : public LibraryFixture {
         advance(10s);
     }
 
+    // Who speaks in the chat that was kept last.
+    [[nodiscard]] QStringList kindsInChat() {
+        QStringList kinds;
+        const SavedChat chat = store().loadChats().front();
+        for (const SavedChatMessage& message : chat.messages)
+            kinds += message.isNotice.value_or(false) ? QStringLiteral("notice") : message.role;
+        return kinds;
+    }
+
     void answerWithCards(int count) {
         QVariantList cards;
         for (int index = 1; index <= count; ++index)
@@ -276,6 +285,79 @@ TEST_F(StudyNotesTest, NeitherIsARefusalOrAFailureOfFlashcards) {
     submit("save notes");
     EXPECT_EQ(last().text, "Nothing to save yet — ask me to research or explain the note first.");
     EXPECT_EQ(stored(note.id).thoughts, "");
+}
+
+TEST_F(StudyNotesTest, TheSentenceOfAFailedTurnIsNoReplyToSave) {
+    const SavedNote note = keepNote("Rivers", "Rivers carry silt.");
+    submit("Explain");
+    refuse(exchange(), 500, R"({"error":"Out of paper."})");
+    EXPECT_EQ(last().text, "Out of paper.");
+    submit("save notes");
+    EXPECT_EQ(last().text, "Nothing to save yet — ask me something first.");
+    EXPECT_THAT(m_notesApplication.notes, IsEmpty());
+
+    submit("open notes");
+    submit("Why?");
+    refuse(exchange(), 500, R"({"error":"Out of ink."})");
+    EXPECT_EQ(study().lastStudyResearch(), "");
+    submit("save notes");
+    EXPECT_EQ(last().text, "Nothing to save yet — ask me to research or explain the note first.");
+    EXPECT_EQ(stored(note.id).thoughts, "Rivers carry silt.");
+}
+
+TEST_F(StudyNotesTest, AFailedTurnLeavesTheReplyBeforeItToSave) {
+    const SavedNote note = keepNote("Rivers carry silt.");
+    submit("open notes");
+    converse("Why?", "Because they flow.");
+    submit("And lakes?");
+    refuse(exchange(), 500);
+    submit("save notes");
+    EXPECT_EQ(stored(note.id).thoughts, "Rivers carry silt.\n\nBecause they flow.");
+}
+
+TEST_F(StudyNotesTest, AReplyThatCameAtTheSecondTryIsSaved) {
+    const SavedNote note = keepNote("Rivers carry silt.");
+    submit("open notes");
+    submit("Why?");
+    refuse(exchange(), 500);
+    panel().retry(last().id);
+    m_clock.settle();
+    refuse(exchange(), 500);
+    panel().retry(last().id);
+    m_clock.settle();
+    reply(exchange(), "Because they flow.");
+    advance(10s);
+    submit("save chat");
+    EXPECT_THAT(kindsInChat(), ElementsAre("user", "user", "assistant"));
+    submit("save notes");
+    EXPECT_EQ(stored(note.id).thoughts, "Rivers carry silt.\n\nBecause they flow.");
+}
+
+TEST_F(StudyNotesTest, WhatWasStoppedAtTheSecondTryIsAReplyToSave) {
+    submit("Explain");
+    refuse(exchange(), 500);
+    panel().retry(last().id);
+    m_clock.settle();
+    exchange().begin();
+    sendText(exchange(), "They flow.\n\nAnd");
+    panel().stopPanelResponse();
+    submit("save notes");
+    EXPECT_TRUE(says("Saved to Notes."));
+    ASSERT_THAT(m_notesApplication.notes, SizeIs(1));
+    EXPECT_EQ(m_notesApplication.notes[0].second, "They flow.");
+}
+
+TEST_F(StudyNotesTest, AChatMarksTheSentenceOfAFailedTurn) {
+    converse("Explain", "They flow.");
+    submit("More");
+    refuse(exchange(), 500, R"({"error":"Out of paper."})");
+    submit("save chat");
+    EXPECT_THAT(kindsInChat(), ElementsAre("user", "assistant", "user", "notice"));
+    state().panelChats().loadPanelChatFromHistory(
+        state().library().savedChats().records().front().id);
+    submit("save notes");
+    EXPECT_TRUE(says("Saved to Notes."));
+    EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("They flow.", "They flow.")));
 }
 
 TEST_F(StudyNotesTest, AReplyIsAddedBelowANoteThatOnlyCardsWereMadeOf) {

@@ -238,7 +238,8 @@ TEST_F(TurnTest, AStudyTurnKeepsItsReply) {
     EXPECT_EQ(state().study().lastStudyResearch(), "Because.");
     submit("Again");
     refuse(exchange(), 500);
-    EXPECT_EQ(state().study().lastStudyResearch(), "Request failed with status 500.");
+    EXPECT_EQ(last().text, "Request failed with status 500.");
+    EXPECT_EQ(state().study().lastStudyResearch(), "Because.") << "a failure is no research";
 }
 
 TEST_F(TurnTest, ATurnWithoutStudyLeavesTheResearchAlone) {
