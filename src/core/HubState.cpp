@@ -10,6 +10,11 @@ namespace {
 
 const QString tasksLayoutKey = QStringLiteral("vorq.hubTasksLayout");
 
+// The file's own order is the one that is shown.
+std::vector<HubAIChat> asTheyCome(std::vector<HubAIChat> chats) {
+    return chats;
+}
+
 HubTasksLayout layoutNamed(const QString& raw) {
     for (const HubTasksLayout layout : {HubTasksLayout::Columns, HubTasksLayout::List})
         if (rawString(layout) == raw) return layout;
@@ -29,6 +34,12 @@ QString rawString(HubTasksLayout layout) {
     }
     return {};
 }
+
+HubState::HubState(Defaults& defaults, const LibraryStore& store)
+    : m_defaults(defaults),
+      m_chatFile(store),
+      m_follower(m_chatFile, m_chats, asTheyCome,
+                 [this](auto changed) { followAndSave(std::move(changed)); }) {}
 
 void HubState::restore() {
     assign(m_tasksLayout, layoutNamed(m_defaults.string(tasksLayoutKey).value_or(QString())));
@@ -55,7 +66,15 @@ void HubState::persistHubAIChats() {
 }
 
 void HubState::takeInChanges() {
-    follow(m_chatFile.takeIn(m_chats.records()));
+    followAndSave(m_chatFile.takeIn(m_chats.records()));
+}
+
+void HubState::followChanges() {
+    m_follower.look();
+}
+
+void HubState::followAndSave(std::optional<std::vector<HubAIChat>> changed) {
+    follow(std::move(changed));
     if (m_chatFile.isDue()) persistHubAIChats();
 }
 

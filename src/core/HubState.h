@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/HubLists.h"
+#include "core/LibraryFollower.h"
 #include "library/LibraryFile.h"
 
 #include <QObject>
@@ -29,8 +30,7 @@ class HubState final : public QObject {
 
   public:
     /// Both must outlive this object. The list of chats is empty until it is reloaded.
-    HubState(Defaults& defaults, const LibraryStore& store)
-        : m_defaults(defaults), m_chatFile(store) {}
+    HubState(Defaults& defaults, const LibraryStore& store);
 
     void restore();
 
@@ -51,6 +51,8 @@ class HubState final : public QObject {
 
     /// Takes in what other programs have changed in the file since.
     void takeInChanges();
+    /// The same, in a while: a large file is read without holding this thread.
+    void followChanges();
 
     [[nodiscard]] HubTasksLayout hubTasksLayout() const { return m_tasksLayout; }
     [[nodiscard]] QString hubTasksLayoutRaw() const { return rawString(m_tasksLayout); }
@@ -81,6 +83,7 @@ class HubState final : public QObject {
     }
 
     void follow(std::optional<std::vector<HubAIChat>> changed);
+    void followAndSave(std::optional<std::vector<HubAIChat>> changed);
 
     Defaults& m_defaults;
     LibraryFile<HubAIChat> m_chatFile;
@@ -91,6 +94,7 @@ class HubState final : public QObject {
     QString m_segmentRaw = QStringLiteral("ai");
     std::optional<QUuid> m_activeChat;
     std::optional<QUuid> m_focusNote;
+    LibraryFollower<HubAIChat> m_follower;
 };
 
 } // namespace vorq

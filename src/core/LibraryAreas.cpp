@@ -52,7 +52,7 @@ void LibraryAreas::reloadLibrary() {
 
 void LibraryAreas::watchLibrary() {
     if (!m_isLoaded) reloadLibrary();
-    m_watch.emplace(m_store.folder(), [this] { takeInChanges(); });
+    m_watch.emplace(m_store.folder(), [this] { followChanges(); });
     takeInChanges();
 }
 
@@ -82,6 +82,14 @@ void LibraryAreas::takeInChanges() {
     m_tasks.takeInChanges();
     m_trackers.takeInChanges();
     m_hub.takeInChanges();
+}
+
+// Notes and chats can be many; tasks and trackers are what fits on a board.
+void LibraryAreas::followChanges() {
+    m_library.followChanges();
+    m_tasks.takeInChanges();
+    m_trackers.takeInChanges();
+    m_hub.followChanges();
 }
 
 // What the panel kept before there was a hub. Asked once per user; whatever happens afterwards, a

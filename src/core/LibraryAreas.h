@@ -53,6 +53,7 @@ class LibraryAreas final {
         return area;
     }
     void takeInChanges();
+    void followChanges();
     bool retrySaves(std::chrono::milliseconds patience, bool isLast);
     [[nodiscard]] std::vector<SavedChat> legacyPanelChats();
     [[nodiscard]] bool isInFile(const std::vector<HubAIChat>& chats) const;

@@ -8,6 +8,7 @@
 #include "support/StableSort.h"
 #include "support/Text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vorq {
@@ -17,7 +18,8 @@ constexpr qsizetype longestSeed = 120;
 
 template<typename Record>
 std::vector<Record> newestFirst(std::vector<Record> records) {
-    stableSort(records, [](const Record& a, const Record& b) { return a.createdAt > b.createdAt; });
+    const auto isNewer = [](const Record& a, const Record& b) { return a.createdAt > b.createdAt; };
+    if (!std::ranges::is_sorted(records, isNewer)) stableSort(records, isNewer);
     return records;
 }
 
@@ -51,6 +53,15 @@ bool showsMarkdownOrNothing(QStringView seed) {
 
 } // namespace
 
+LibraryState::LibraryState(const LibraryStore& store, Clock& clock)
+    : m_noteFile(store),
+      m_chatFile(store),
+      m_clock(clock),
+      m_noteFollower(m_noteFile, m_notes, newestFirst<SavedNote>,
+                     [this](auto changed) { followNotes(std::move(changed)); }),
+      m_chatFollower(m_chatFile, m_chats, newestFirst<SavedChat>,
+                     [this](auto changed) { followChats(std::move(changed)); }) {}
+
 void LibraryState::setLibraryMessage(const QString& message) {
     if (m_message == message) return;
     m_message = message;
@@ -64,10 +75,24 @@ void LibraryState::reload() {
 }
 
 void LibraryState::takeInChanges() {
-    follow(m_chats, m_chatFile.takeIn(m_chats.records()));
-    follow(m_notes, m_noteFile.takeIn(m_notes.records()));
-    if (m_chatFile.isDue()) follow(m_chats, m_chatFile.save(m_chats.records()));
+    followChats(m_chatFile.takeIn(m_chats.records()));
+    followNotes(m_noteFile.takeIn(m_notes.records()));
+}
+
+void LibraryState::followChanges() {
+    m_chatFollower.look();
+    m_noteFollower.look();
+}
+
+void LibraryState::followNotes(std::optional<std::vector<SavedNote>> changed) {
+    follow(m_notes, std::move(changed));
     if (m_noteFile.isDue()) follow(m_notes, m_noteFile.save(m_notes.records()));
+    tellWhatBecame();
+}
+
+void LibraryState::followChats(std::optional<std::vector<SavedChat>> changed) {
+    follow(m_chats, std::move(changed));
+    if (m_chatFile.isDue()) follow(m_chats, m_chatFile.save(m_chats.records()));
     tellWhatBecame();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/LibraryFollower.h"
 #include "core/LibraryLists.h"
 #include "library/LibraryFile.h"
 
@@ -25,8 +26,7 @@ class LibraryState final : public QObject {
 
   public:
     /// Both must outlive this object. The lists are empty until they are reloaded.
-    LibraryState(const LibraryStore& store, Clock& clock)
-        : m_noteFile(store), m_chatFile(store), m_clock(clock) {}
+    LibraryState(const LibraryStore& store, Clock& clock);
 
     [[nodiscard]] const NoteList& savedNotes() const { return m_notes; }
     [[nodiscard]] const ChatList& savedChats() const { return m_chats; }
@@ -42,6 +42,8 @@ class LibraryState final : public QObject {
 
     /// Takes in what other programs have changed in the files since.
     void takeInChanges();
+    /// The same, in a while: large files are read without holding this thread.
+    void followChanges();
 
     /// Tries again to write what could not be written. False if something still cannot.
     bool retrySaves(std::chrono::milliseconds patience, bool isLast);
@@ -87,6 +89,8 @@ class LibraryState final : public QObject {
   private:
     void saveNotes();
     void saveChats();
+    void followNotes(std::optional<std::vector<SavedNote>> changed);
+    void followChats(std::optional<std::vector<SavedChat>> changed);
     void tellWhatBecame();
 
     LibraryFile<SavedNote> m_noteFile;
@@ -97,6 +101,8 @@ class LibraryState final : public QObject {
     bool m_wereNotesUnsaved = false;
     bool m_wereChatsUnsaved = false;
     QString m_message;
+    LibraryFollower<SavedNote> m_noteFollower;
+    LibraryFollower<SavedChat> m_chatFollower;
 };
 
 } // namespace vorq

@@ -1,11 +1,8 @@
 #pragma once
 
-#include "library/LibraryStore.h"
-#include "library/RecordMerge.h"
+#include "library/LibraryLook.h"
 
-#include <QHash>
-#include <QUuid>
-
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -19,6 +16,7 @@ template<typename Record>
 class LibraryFile {
   public:
     using List = std::vector<Record>;
+    using Look = LibraryLook<Record>;
 
     /// The store must outlive it.
     explicit LibraryFile(const LibraryStore& store) : m_store(store) {}
@@ -26,32 +24,53 @@ class LibraryFile {
     /// The list of the file with what of `mine` could not be written so far; `mine` if it does not
     /// read. `now` is for records of older versions, which have no date.
     [[nodiscard]] List load(const List& mine, Date now = {}) {
+        ++m_turn;
         const FileStamp stamp = m_store.stamp<Record>();
-        std::expected<List, ReadFailure> theirs = read(now);
+        std::expected<List, ReadFailure> theirs = Look::read(m_store, *m_known, now);
         if (!theirs) {
             noteUnread(stamp, theirs.error());
-            return writable(mine);
+            return Look::writable(mine);
         }
-        List list = holds(mine) ? *theirs : merged(writable(mine), *theirs);
-        noteRead(stamp, *std::move(theirs), list);
+        List list = holds(mine)
+                        ? *theirs
+                        : RecordMerge<Record>(*m_known, Look::writable(mine), *theirs).run();
+        const bool isAll = Look::areWritten(list, *theirs);
+        noteRead(stamp, *std::move(theirs), isAll);
         return list;
     }
 
     /// The list with the changes of others. Nothing if there are none or they do not read.
     [[nodiscard]] std::optional<List> takeIn(const List& mine, Date now = {}) {
-        const FileStamp stamp = m_store.stamp<Record>();
-        if (stamp == m_stamp) {
+        const std::optional<Look> changes = look(mine, now);
+        return changes ? takeIn(changes->run()) : std::nullopt;
+    }
+
+    // The same in steps, of which another thread may do the second, which takes long: a look, its
+    // run, and what it found.
+
+    /// Nothing if the file is as it was last known.
+    [[nodiscard]] std::optional<Look> look(const List& mine, Date now = {}) {
+        if (m_store.stamp<Record>() == m_stamp) {
             m_unread.reset();
             return std::nullopt;
         }
-        std::expected<List, ReadFailure> theirs = read(now);
-        if (!theirs) {
-            noteUnread(stamp, theirs.error());
+        return Look(m_turn, m_store, m_known, mine, now);
+    }
+
+    /// Whether the file has neither been taken in nor written since the look was asked for. If so,
+    /// what it found does not count any more.
+    [[nodiscard]] bool isCurrent(const Look::Found& found) const { return found.turn == m_turn; }
+
+    /// For the list that was looked at, and what is current.
+    [[nodiscard]] std::optional<List> takeIn(Look::Found found) {
+        ++m_turn;
+        if (!found.theirs) {
+            noteUnread(found.stamp, found.theirs.error());
             return std::nullopt;
         }
-        List list = merged(mine, *theirs);
-        m_isDue = !noteRead(stamp, *std::move(theirs), list);
-        return list;
+        noteRead(found.stamp, *std::move(found.theirs), found.isAll);
+        m_isDue = !found.isAll;
+        return std::move(found.merged);
     }
 
     /// Writes the list with the changes of others, which is given back if there were any. While
@@ -100,23 +119,13 @@ class LibraryFile {
     }
 
     /// Whether this list is what the file was last known to hold.
-    [[nodiscard]] bool holds(const List& mine) const {
-        return RecordMerge<Record>::areEqual(writable(mine), m_known);
-    }
+    [[nodiscard]] bool holds(const List& mine) const { return Look::areWritten(mine, *m_known); }
 
   private:
-    static constexpr bool hasDrafts = requires(Record record) { record.isSaved; };
-
-    // Drafts are in memory only, and what comes from the file is none.
-    [[nodiscard]] static List writable(List list) {
-        if constexpr (hasDrafts)
-            std::erase_if(list, [](const Record& record) { return !record.isSaved; });
-        return list;
-    }
-
     template<typename Write>
     std::optional<List> save(const std::optional<FolderLock>& lock, const List& mine, Date now,
                              Write write) {
+        ++m_turn;
         m_isDue = !lock;
         if (!lock) {
             m_unsaved = SaveFailure{true, QStringLiteral("another program is using the library")};
@@ -124,7 +133,7 @@ class LibraryFile {
         }
         std::optional<List> list = takeIn(mine, now);
         m_isDue = false;
-        List written = writable(list ? *list : mine);
+        List written = Look::writable(list ? *list : mine);
         std::expected<void, SaveFailure> outcome = keepUnread();
         if (outcome) outcome = write(written);
         if (!outcome) {
@@ -132,7 +141,7 @@ class LibraryFile {
             return list;
         }
         m_stamp = m_store.stamp<Record>();
-        m_known = std::move(written);
+        m_known = std::make_shared<const List>(std::move(written));
         m_unread.reset();
         m_unsaved.reset();
         return list;
@@ -151,46 +160,21 @@ class LibraryFile {
     void noteUnread(const FileStamp& stamp, const ReadFailure& failure) {
         m_unread = failure;
         m_unreadStamp = stamp;
-        if (failure.kind == ReadFailure::Kind::Damaged && !m_known.empty() && !m_unsaved)
+        if (failure.kind == ReadFailure::Kind::Damaged && !m_known->empty() && !m_unsaved)
             m_unsaved = SaveFailure{false, QStringLiteral("the file is damaged")};
     }
 
-    // Whether the file holds all of the list.
-    bool noteRead(const FileStamp& stamp, List theirs, const List& list) {
+    void noteRead(const FileStamp& stamp, List theirs, bool isAll) {
         m_stamp = stamp;
         m_unread.reset();
-        m_known = std::move(theirs);
-        const bool isAll = holds(list);
+        m_known = std::make_shared<const List>(std::move(theirs));
         if (isAll) m_unsaved.reset();
-        return isAll;
-    }
-
-    // A record that is as it was known becomes a copy of that at once, so that a list of which
-    // little has changed is never in memory twice.
-    [[nodiscard]] std::expected<List, ReadFailure> read(Date now) const {
-        QHash<QUuid, const Record*> known;
-        known.reserve(static_cast<qsizetype>(m_known.size()));
-        for (const Record& record : m_known)
-            known.insert(record.id, &record);
-        std::expected<List, ReadFailure> list = m_store.read<Record>(now, [&known](Record& record) {
-            const Record* former = known.value(record.id);
-            if (former && *former == record) record = *former;
-        });
-        if constexpr (hasDrafts) {
-            if (list)
-                for (Record& record : *list)
-                    record.isSaved = true;
-        }
-        return list;
-    }
-
-    [[nodiscard]] List merged(const List& mine, const List& theirs) const {
-        return RecordMerge<Record>(m_known, mine, theirs).run();
     }
 
     const LibraryStore& m_store;
     FileStamp m_stamp;
-    List m_known;
+    std::shared_ptr<const List> m_known = std::make_shared<const List>();
+    int m_turn = 0; // rises with all that is read or written
     bool m_isDue = false;
     std::optional<SaveFailure> m_unsaved;
     std::optional<ReadFailure> m_unread;

@@ -6,7 +6,11 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <ctime>
 #include <functional>
+#include <random>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace vorq {
 namespace {
@@ -46,6 +50,45 @@ class LibrarySyncTest : public LibraryFixture {
     }
 
     static bool waitFor(const std::function<bool()>& done) { return QTest::qWaitFor(done, 10'000); }
+
+    // In whatever order: theirs is that of the file.
+    void expectSameNotesInFile() {
+        QStringList inFile = textsInFile();
+        QStringList inMemory = textsInMemory();
+        inFile.sort();
+        inMemory.sort();
+        EXPECT_EQ(inFile, inMemory);
+    }
+
+    // What this thread has had of the processor, however busy the machine is.
+    [[nodiscard]] static std::chrono::nanoseconds timeOfThread() {
+        timespec time{};
+        ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    }
+
+    [[nodiscard]] static std::vector<SavedNote> manyNotes(std::size_t count) {
+        std::vector<SavedNote> notes(count);
+        for (std::size_t index = 0; index < count; ++index) {
+            notes[index].id = QUuid::createUuid();
+            notes[index].text = "Note " + QString::number(index);
+            notes[index].thoughts = QString(1500, u'x');
+            notes[index].createdAt = Date(std::chrono::seconds(1'600'000'000 - index));
+        }
+        return notes;
+    }
+
+    // Another program in earnest, which has ended when this returns.
+    void keepNoteElsewhere(const QString& text) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            keepNote(text);
+            ::_exit(0);
+        }
+        int status = -1;
+        ::waitpid(child, &status, 0);
+        ASSERT_EQ(status, 0);
+    }
 
     void expectFileAsInMemory() {
         EXPECT_EQ(store().loadNotes(), library().savedNotes().records());
@@ -154,6 +197,107 @@ TEST_F(LibrarySyncTest, AListInStepIsNotWrittenAgain) {
     EXPECT_TRUE(waitFor([this] { return textsInMemory().size() == 2; }));
     QTest::qWait(50);
     EXPECT_EQ(contentOf("saved-notes.json"), written);
+}
+
+TEST_F(LibrarySyncTest, ALargeListThatAnotherProgramSavesDoesNotHoldTheMainThread) {
+    const std::vector<SavedNote> notes = manyNotes(20'000);
+    store().save(notes);
+    const auto start = timeOfThread();
+    ASSERT_EQ(store().loadNotes().size(), notes.size());
+    const auto reading = timeOfThread() - start;
+    state().watchLibrary();
+    keepNoteElsewhere("theirs");
+    const auto arrival = timeOfThread();
+    ASSERT_TRUE(waitFor([&] { return library().savedNotes().records().front().text == "theirs"; }));
+    const auto held = timeOfThread() - arrival;
+    EXPECT_EQ(textsInMemory().size(), 20'001);
+    EXPECT_LT(held, reading / 3);
+}
+
+TEST_F(LibrarySyncTest, WhatIsWrittenHereWhileALargeListIsReadStaysBesideIt) {
+    store().save(manyNotes(5'000));
+    state().watchLibrary();
+    for (int round = 0; round < 5; ++round) {
+        const QString number = QString::number(round);
+        keepNoteElsewhere("theirs " + number);
+        // The look at the file has begun by now, or begins on its own.
+        QTest::qWait(2 * round);
+        library().createBlankNote("ours " + number, HubArea::Personal);
+        EXPECT_TRUE(waitFor([&] { return textsInMemory().contains("theirs " + number); }));
+        EXPECT_TRUE(textsInMemory().contains("ours " + number));
+    }
+    QTest::qWait(100);
+    EXPECT_EQ(textsInFile().size(), 5'010);
+    expectSameNotesInFile();
+}
+
+TEST_F(LibrarySyncTest, WhatCouldNotBeWrittenWhileALargeListIsReadFollows) {
+    store().save(manyNotes(5'000));
+    state().watchLibrary();
+    {
+        const auto lock = store().lock();
+        ASSERT_TRUE(lock);
+        keepNoteElsewhere("theirs");
+        QTest::qWait(1);
+        library().createBlankNote("ours", HubArea::Personal);
+        EXPECT_TRUE(textsInMemory().contains("ours"));
+    }
+    EXPECT_TRUE(waitFor([this] { return textsInFile().size() == 5'002; }));
+    EXPECT_TRUE(textsInMemory().contains("theirs"));
+    expectSameNotesInFile();
+}
+
+TEST_F(LibrarySyncTest, WhoLeavesWhileALargeListIsReadLosesNothing) {
+    store().save(manyNotes(5'000));
+    for (int round = 0; round < 5; ++round) {
+        restart();
+        state().watchLibrary();
+        library().createBlankNote("ours", HubArea::Personal);
+        keepNoteElsewhere("theirs");
+        QTest::qWait(round);
+        if (round % 2 == 0) state().finishLibrary();
+        m_tester.reset();
+        m_state.reset();
+        EXPECT_EQ(textsInFile().size(), 5'002 + 2 * round);
+    }
+}
+
+TEST_F(LibrarySyncTest, TwoProgramsThatWriteAllTheTimeLoseNothing) {
+    constexpr int saves = 60;
+    state().watchLibrary();
+    const pid_t other = ::fork();
+    if (other == 0) {
+        const LibraryStore elsewhere(m_paths.applicationSupportFolder(), 60s);
+        LibraryFile<SavedNote> file(elsewhere);
+        std::vector<SavedNote> notes = file.load({});
+        for (int count = 0; count < saves; ++count) {
+            SavedNote& note = notes.emplace_back();
+            note.id = QUuid::createUuid();
+            note.text = "theirs " + QString::number(count);
+            if (auto changed = file.save(notes)) notes = *std::move(changed);
+            ::usleep(static_cast<useconds_t>(count % 7 * 1000));
+        }
+        ::_exit(file.unsaved() ? 1 : 0);
+    }
+    std::mt19937 random(1);
+    for (int count = 0; count < saves; ++count) {
+        library().createBlankNote("ours " + QString::number(count), HubArea::Personal);
+        QTest::qWait(std::uniform_int_distribution<int>(0, 8)(random));
+    }
+    int status = -1;
+    ::waitpid(other, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_TRUE(waitFor([&] {
+        state().finishLibrary();
+        return textsInMemory().size() == 2 * saves && textsInFile().size() == 2 * saves;
+    })) << textsInMemory().size()
+        << " in memory, " << textsInFile().size() << " in the file";
+    QStringList wanted;
+    for (int count = 0; count < saves; ++count)
+        for (const char* who : {"ours ", "theirs "})
+            wanted += who + QString::number(count);
+    EXPECT_THAT(textsInFile(), testing::UnorderedElementsAreArray(wanted));
+    expectSameNotesInFile();
 }
 
 TEST_F(LibrarySyncTest, AFolderThatIsReplacedIsWatchedAsTheOneBefore) {
