@@ -4,6 +4,10 @@
 #include "provider/ProviderError.h"
 #include "provider/ProviderFailure.h"
 
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
 #include <mutex>
 #include <new>
 #include <string_view>
@@ -20,6 +24,11 @@ constexpr std::size_t kMostBuffered = std::size_t{1} * 1024 * 1024;
 constexpr std::size_t kLongestRefusal = std::size_t{64} * 1024;
 /// Of all headers and trailers together; trailers could go on without an end.
 constexpr std::size_t kMostHeaders = std::size_t{256} * 1024;
+
+/// Longer requests are on their way for a time that can be felt.
+constexpr std::size_t kShortRequest = std::size_t{64} * 1024;
+/// The system may hold back that much of a request: what it holds counts as sent.
+constexpr int kMostUnsent = 128 * 1024;
 
 struct EasyCleanup {
     void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
@@ -72,7 +81,10 @@ class ProviderTransfer::State final : public LoopTransfer {
   private:
     static std::size_t onBody(char* data, std::size_t, std::size_t size, void* self);
     static std::size_t onHeader(char* data, std::size_t, std::size_t size, void* self);
+    static int onProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t uploaded);
+    static int onSocket(void*, curl_socket_t socket, curlsocktype);
     void setOptions();
+    void watchUpload();
     void touch();
     void callReader();
     [[nodiscard]] SteadyTime limit() const;
@@ -88,6 +100,7 @@ class ProviderTransfer::State final : public LoopTransfer {
     std::function<void()> call_;
     SteadyTime quietUntil_ = SteadyTime::min();
     SteadyTime lastActivity_ = Steady::now();
+    curl_off_t uploaded_ = 0;
     std::string arrived_;
     long status_ = 0;
     std::size_t headerBytes_ = 0;
@@ -127,6 +140,34 @@ void ProviderTransfer::State::setOptions() {
     curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);
     curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &State::onHeader);
     curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
+    // For short requests too: a long one may come after them on the same connection.
+    curl_easy_setopt(easy, CURLOPT_SOCKOPTFUNCTION, &State::onSocket);
+    if (body_.size() > kShortRequest) watchUpload();
+}
+
+void ProviderTransfer::State::watchUpload() {
+    CURL* easy = easy_.get();
+    curl_easy_setopt(easy, CURLOPT_NOPROGRESS, 0L);
+    curl_easy_setopt(easy, CURLOPT_XFERINFOFUNCTION, &State::onProgress);
+    curl_easy_setopt(easy, CURLOPT_XFERINFODATA, this);
+}
+
+/// A provider that takes the request in is not silent.
+int ProviderTransfer::State::onProgress(void* self, curl_off_t, curl_off_t, curl_off_t,
+                                        curl_off_t uploaded) {
+    auto& state = *static_cast<State*>(self);
+    if (uploaded == state.uploaded_) return 0;
+    const std::scoped_lock lock(state.mutex_);
+    state.uploaded_ = uploaded;
+    state.lastActivity_ = Steady::now();
+    return 0;
+}
+
+int ProviderTransfer::State::onSocket(void*, curl_socket_t socket, curlsocktype) {
+    // Where the system does not know it, a slow network counts as silence for longer.
+    static_cast<void>(
+        setsockopt(socket, IPPROTO_TCP, TCP_NOTSENT_LOWAT, &kMostUnsent, sizeof kMostUnsent));
+    return CURL_SOCKOPT_OK;
 }
 
 void ProviderTransfer::State::touch() {

@@ -26,7 +26,8 @@ class ProviderTransfer {
     /// What arrived since the last call: maybe nothing yet, and no value at the end of the answer.
     /// Throws for an answer that was refused, broke off or takes too long.
     [[nodiscard]] std::optional<std::string> read(SteadyTime now);
-    /// When the provider's time is up unless something arrives.
+    /// When the provider's time is up unless something arrives. It runs while nothing of the
+    /// request goes out and nothing of the answer comes in.
     [[nodiscard]] SteadyTime deadline() const;
     /// The model has begun to write or to think: from now on the idle time-out holds. Until then a
     /// provider may load its model behind headers and comments that it sent at once.

@@ -39,6 +39,39 @@ TEST(ProviderTransferTest, AModelThatLoadsBehindItsHeadHasTheTimeOfAReply) {
     EXPECT_EQ(chain.finalWords(), "Loaded.");
 }
 
+/// Two megabytes of text, which the provider reads in as many pauses as it has pieces of 64 KB.
+Answer answerToLargeText(ProviderChain& chain) {
+    return chain.gateway->post("/ai/analyze", {{"text", std::string(2'000'000, 'x')}});
+}
+
+void setReplyTimeout(ProviderConfig& config) {
+    config.replyTimeout = milliseconds(600);
+}
+
+TEST(ProviderTransferTest, TheTimeThatARequestIsOnItsWayIsNoSilence) {
+    ProviderChain chain(
+        [](ProviderPeer& peer) {
+            peer.streamHead();
+            peer.delta("Read.");
+            peer.send("data: [DONE]\n\n");
+        },
+        setReplyTimeout, ReadingPause(60));
+    EXPECT_EQ(answerToLargeText(chain).body.value("summary", ""), "Read.");
+}
+
+TEST(ProviderTransferTest, SilenceBehindALongRequestIsNotedAllTheSame) {
+    ProviderChain chain([](ProviderPeer& peer) { peer.awaitClose(); }, setReplyTimeout,
+                        ReadingPause(60));
+    EXPECT_THAT(answerToLargeText(chain).body.value("error", ""), HasSubstr("too long"));
+    EXPECT_GT(chain.provider.lastRequest().size(), 2'000'000U);
+}
+
+TEST(ProviderTransferTest, AProviderThatStopsReadingIsSilent) {
+    ProviderChain chain([](ProviderPeer&) {}, setReplyTimeout, ReadingPause(1'500));
+    EXPECT_THAT(answerToLargeText(chain).body.value("error", ""), HasSubstr("too long"));
+    EXPECT_EQ(chain.provider.lastRequest(), "") << "it was not read to its end";
+}
+
 TEST(ProviderTransferTest, CommentsOfTheProviderAreSignsOfLife) {
     ProviderChain chain(
         [](ProviderPeer& peer) {

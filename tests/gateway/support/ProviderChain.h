@@ -27,8 +27,9 @@ struct ProviderChain {
     using Change = std::function<void(ProviderConfig&)>;
 
     explicit ProviderChain(
-        ScriptedProvider::Script script, const Change& change = [](ProviderConfig&) {})
-        : provider(std::move(script)) {
+        ScriptedProvider::Script script, const Change& change = [](ProviderConfig&) {},
+        ReadingPause pause = {})
+        : provider(std::move(script), pause) {
         ProviderConfig config = configFor(provider.address());
         config.replyTimeout = config.idleTimeout = std::chrono::seconds(10);
         change(config);

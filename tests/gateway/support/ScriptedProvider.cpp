@@ -5,6 +5,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 
@@ -16,8 +17,13 @@ struct Listener {
     int port = 0;
 };
 
-Listener listenOnLoopback() {
+Listener listenOnLoopback(ReadingPause pause = {}) {
     Listener listener{.socket = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0), .port = 0};
+    if (pause > ReadingPause()) {
+        // The system would take megabytes in its stead.
+        const int size = 64 * 1024;
+        setsockopt(listener.socket, SOL_SOCKET, SO_RCVBUF, &size, sizeof size);
+    }
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -33,13 +39,16 @@ Listener listenOnLoopback() {
 
 } // namespace
 
-std::string ProviderPeer::readRequest() {
+std::string ProviderPeer::readRequest(ReadingPause pause) {
     std::string request;
     std::array<char, 65536> buffer{};
     std::size_t wanted = std::string::npos;
     while (request.size() < wanted) {
-        const ssize_t count = recv(socket_, buffer.data(), buffer.size(), 0);
+        const int wholePiece = pause > ReadingPause() ? MSG_WAITALL : 0;
+        const std::size_t size = std::min(buffer.size(), wanted - request.size());
+        const ssize_t count = recv(socket_, buffer.data(), size, wholePiece);
         if (count <= 0) break;
+        std::this_thread::sleep_for(pause);
         request.append(buffer.data(), static_cast<std::size_t>(count));
         const std::size_t end = request.find("\r\n\r\n");
         const std::size_t length = request.find("Content-Length: ");
@@ -87,8 +96,9 @@ void ProviderPeer::reset() {
     setsockopt(socket_, SOL_SOCKET, SO_LINGER, &hard, sizeof hard);
 }
 
-ScriptedProvider::ScriptedProvider(Script script) : script_(std::move(script)) {
-    const Listener listener = listenOnLoopback();
+ScriptedProvider::ScriptedProvider(Script script, ReadingPause pause)
+    : script_(std::move(script)), pause_(pause) {
+    const Listener listener = listenOnLoopback(pause);
     listener_ = listener.socket;
     port_ = listener.port;
     thread_ = std::thread([this] { serve(); });
@@ -97,6 +107,10 @@ ScriptedProvider::ScriptedProvider(Script script) : script_(std::move(script)) {
 ScriptedProvider::~ScriptedProvider() {
     stopping_ = true;
     shutdown(listener_, SHUT_RDWR);
+    {
+        const std::scoped_lock lock(mutex_);
+        if (connection_ >= 0) shutdown(connection_, SHUT_RDWR);
+    }
     thread_.join();
     close(listener_);
 }
@@ -107,11 +121,17 @@ void ScriptedProvider::serve() {
         if (socket < 0) return;
         ProviderPeer peer(socket);
         {
-            const std::string request = peer.readRequest();
+            const std::scoped_lock lock(mutex_);
+            connection_ = socket;
+        }
+        {
+            const std::string request = peer.readRequest(pause_);
             const std::scoped_lock lock(mutex_);
             lastRequest_ = request;
         }
         script_(peer);
+        const std::scoped_lock lock(mutex_);
+        connection_ = -1;
         close(socket);
     }
 }

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <mutex>
 #include <string>
@@ -11,12 +12,15 @@
 
 namespace vorq::gateway::testing {
 
+/// How long a provider rests after each 64 KB of a request. One that rests keeps the sender back.
+using ReadingPause = std::chrono::milliseconds;
+
 /// The provider's end of one connection.
 class ProviderPeer {
   public:
     explicit ProviderPeer(int socket) : socket_(socket) {}
     /// Reads one whole request and gives its bytes.
-    std::string readRequest();
+    std::string readRequest(ReadingPause pause);
     /// False once the other side is gone.
     bool send(const std::string& bytes);
     /// Headers of an event stream without a length, and then one event for each text.
@@ -37,7 +41,7 @@ class ScriptedProvider {
   public:
     using Script = std::function<void(ProviderPeer&)>;
     /// The request is read before the script runs.
-    explicit ScriptedProvider(Script script);
+    explicit ScriptedProvider(Script script, ReadingPause pause = {});
     ~ScriptedProvider();
     ScriptedProvider(const ScriptedProvider&) = delete;
     ScriptedProvider& operator=(const ScriptedProvider&) = delete;
@@ -51,9 +55,12 @@ class ScriptedProvider {
     void serve();
 
     Script script_;
+    ReadingPause pause_;
     int listener_ = -1;
     int port_ = 0;
     mutable std::mutex mutex_;
+    /// Of the connection in hand; -1 between two.
+    int connection_ = -1;
     std::string lastRequest_;
     std::atomic<bool> stopping_ = false;
     std::thread thread_;
