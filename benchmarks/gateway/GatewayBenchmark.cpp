@@ -1,7 +1,11 @@
 // What the gateway adds to a server of its own library that has nothing in it: until the first
 // event of many streams of a provider, for short requests, and for a refresh beside the streams.
 //
-//   bench-gateway [vorq-gateway]   the gateway of this build unless another is given
+//   bench-gateway [PART…] [PROGRAM…]
+//
+// A part is one of short, streams, early-streams and crowd; all of them unless some are named. The
+// early streams have their first word after 50 ms instead of 500. A program is a vorq-gateway, that
+// of this build unless others are named, which take turns.
 
 #include "gateway/BareServer.h"
 #include "gateway/LoadClient.h"
@@ -12,21 +16,29 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <array>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <ctime>
 #include <functional>
+#include <memory>
+#include <span>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
 
 using namespace vorq::bench;
+using namespace std::chrono_literals;
 using nlohmann::json;
 using vorq::gateway::testing::ChildProcess;
 using vorq::gateway::testing::TemporaryFolder;
 
 constexpr int kRounds = 3;
+constexpr std::array<std::string_view, 4> kParts = {"short", "early-streams", "streams", "crowd"};
 
 double percentile(std::vector<double> values, double share) {
     std::ranges::sort(values);
@@ -53,6 +65,7 @@ class Gateway {
         const json session = documentOf(sendTogether(request, 1).front());
         token = session.value("token", "");
         refreshToken = session.value("refreshToken", "");
+        if (token.empty()) throw std::runtime_error("The gateway did not sign in.");
     }
     ~Gateway() {
         server_.signal(SIGTERM);
@@ -105,31 +118,58 @@ LoadRequest refreshRequest(int port, const std::string& token) {
     return {port, "/auth/refresh", json({{"refreshToken", token}}).dump()};
 }
 
-void compareStreams(Gateway& gateway, const BareServer& bare, int count) {
-    std::printf("\n%d provider streams at once\n", count);
-    const LoadRequest plain{bare.port(), "/stream", "{}"};
+/// One or more gateways in front of one provider, and the bare server beside them.
+struct Contest {
+    explicit Contest(const std::vector<std::string>& programs, StreamScript script = {})
+        : bare(script) {
+        for (const std::string& program : programs)
+            gateways.push_back(std::make_unique<Gateway>(program, bare.port()));
+    }
+
+    BareServer bare;
+    std::vector<std::unique_ptr<Gateway>> gateways;
+};
+
+void printRefreshes(const std::vector<LoadAnswer>& answers) {
+    if (answers.empty()) return;
+    std::vector<double> times;
+    for (const LoadAnswer& answer : answers)
+        times.push_back(answer.total);
+    const auto refused = std::ranges::count_if(
+        answers, [](const LoadAnswer& answer) { return answer.status != 200; });
+    std::printf("  %-8s p50 %.1f ms  p95 %.1f ms  longest %.1f ms   refused %ld of %zu\n",
+                "refresh", percentile(times, 0.5), percentile(times, 0.95), percentile(times, 1),
+                refused, times.size());
+}
+
+void runStreams(Gateway& gateway, int count) {
     const LoadRequest prompt{gateway.port, "/ai/prompt",
                              json({{"prompt", "hello"}, {"stream", true}}).dump(), gateway.token};
+    std::string lastToken = gateway.refreshToken;
+    Beside refreshes{.first = refreshRequest(gateway.port, lastToken),
+                     .next = [&](const LoadAnswer& answer) {
+                         lastToken = documentOf(answer).value("refreshToken", lastToken);
+                         return refreshRequest(gateway.port, lastToken);
+                     }};
+    const double before = gateway.processorTime();
+    const std::vector<LoadAnswer> answers = sendTogether(prompt, count, refreshes);
+    const double cost = gateway.processorTime() - before;
+    gateway.refreshToken = lastToken;
+    printStreams("gateway", answers);
+    printRefreshes(refreshes.answers);
+    std::printf("  %-8s %.0f us of processor time for each stream\n", "", cost * 1e6 / count);
+}
+
+void compareStreams(const std::vector<std::string>& programs, const StreamScript& script,
+                    int count) {
+    std::printf("\n%d provider streams at once, first word after %d ms\n", count,
+                static_cast<int>(script.untilFirst.count()));
+    const Contest contest(programs, script);
+    const LoadRequest plain{contest.bare.port(), "/stream", "{}"};
     for (int round = 0; round < kRounds; ++round) {
         printStreams("bare", sendTogether(plain, count));
-        std::string lastToken = gateway.refreshToken;
-        Beside refreshes{.first = refreshRequest(gateway.port, lastToken),
-                         .next = [&](const LoadAnswer& answer) {
-                             lastToken = documentOf(answer).value("refreshToken", lastToken);
-                             return refreshRequest(gateway.port, lastToken);
-                         }};
-        printStreams("gateway", sendTogether(prompt, count, refreshes));
-        gateway.refreshToken = lastToken;
-        std::vector<double> times;
-        long refused = 0;
-        for (const LoadAnswer& answer : refreshes.answers) {
-            times.push_back(answer.total);
-            refused += answer.status == 200 ? 0 : 1;
-        }
-        if (times.empty()) continue;
-        std::printf("  %-8s p50 %.1f ms  p95 %.1f ms  longest %.1f ms   refused %ld of %zu\n",
-                    "refresh", percentile(times, 0.5), percentile(times, 0.95),
-                    percentile(times, 1), refused, times.size());
+        for (const auto& gateway : contest.gateways)
+            runStreams(*gateway, count);
     }
 }
 
@@ -149,23 +189,29 @@ Pace paceOf(const LoadRequest& request, int clients, int& failures,
     return {perSecond, (processorTime() - before) * 1e6 / (perSecond * seconds)};
 }
 
+void printPace(const char* name, const Pace& pace, const Pace& base, int failures) {
+    std::printf("  %s %7.0f a second (%.2f), %5.0f us each (%.2f)   failed %d\n", name,
+                pace.perSecond, base.perSecond / pace.perSecond, pace.cost, pace.cost / base.cost,
+                failures);
+}
+
 /// On a machine that does other work too, the ratio of the costs says more than that of the paces.
-void compareShort(const Gateway& gateway, BareServer& bare, int clients) {
-    const LoadRequest plain{bare.port(), "/", "{}"};
-    const LoadRequest stranger{gateway.port, "/ai/prompt", "{}"};
-    const LoadRequest known{gateway.port, "/ai/prompt", "{}", gateway.token};
-    const auto ofGateway = [&] { return gateway.processorTime(); };
+void compareShort(Contest& contest, int clients) {
+    const LoadRequest plain{contest.bare.port(), "/", "{}"};
     std::printf("\nshort requests, %d at once\n", clients);
     for (int round = 0; round < kRounds; ++round) {
         int failures = 0;
-        const Pace base = paceOf(plain, clients, failures, [&] { return bare.processorTime(); });
-        std::printf("  bare            %7.0f a second, %5.0f us each\n", base.perSecond, base.cost);
-        for (const auto& [name, request] :
-             {std::pair("without a token", stranger), std::pair("with one       ", known)}) {
-            const Pace pace = paceOf(request, clients, failures, ofGateway);
-            std::printf("  %s %7.0f a second (%.2f), %5.0f us each (%.2f)   failed %d\n", name,
-                        pace.perSecond, base.perSecond / pace.perSecond, pace.cost,
-                        pace.cost / base.cost, failures);
+        const Pace base =
+            paceOf(plain, clients, failures, [&] { return contest.bare.processorTime(); });
+        printPace("bare           ", base, base, failures);
+        for (const auto& gateway : contest.gateways) {
+            const auto ofGateway = [&] { return gateway->processorTime(); };
+            LoadRequest request{gateway->port, "/ai/prompt", "{}"};
+            printPace("without a token", paceOf(request, clients, failures, ofGateway), base,
+                      failures);
+            request.token = gateway->token;
+            printPace("with one       ", paceOf(request, clients, failures, ofGateway), base,
+                      failures);
         }
         std::fflush(stdout);
     }
@@ -175,15 +221,25 @@ void compareShort(const Gateway& gateway, BareServer& bare, int clients) {
 
 int main(int argc, char** argv) {
     vorq::gateway::raiseFileLimit();
-    BareServer bare({});
-    Gateway gateway(argc > 1 ? argv[1] : VORQ_GATEWAY_PROGRAM, bare.port());
-    if (gateway.token.empty()) {
-        std::fputs("The gateway did not sign in.\n", stderr);
-        return 1;
+    std::vector<std::string> parts;
+    std::vector<std::string> programs;
+    for (const char* argument : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
+        const bool isPart = std::ranges::find(kParts, std::string_view(argument)) != kParts.end();
+        (isPart ? parts : programs).emplace_back(argument);
     }
-    compareShort(gateway, bare, 24);
-    compareShort(gateway, bare, 200);
-    compareStreams(gateway, bare, 200);
-    compareStreams(gateway, bare, 1000);
+    if (programs.empty()) programs.emplace_back(VORQ_GATEWAY_PROGRAM);
+    const auto isWanted = [&](const char* part) {
+        return parts.empty() || std::ranges::find(parts, part) != parts.end();
+    };
+    if (isWanted("short")) {
+        Contest contest(programs);
+        compareShort(contest, 24);
+        compareShort(contest, 200);
+    }
+    if (isWanted("early-streams")) {
+        compareStreams(programs, {.untilFirst = 50ms, .pieces = 20}, 200);
+    }
+    if (isWanted("streams")) compareStreams(programs, {}, 200);
+    if (isWanted("crowd")) compareStreams(programs, {}, 1000);
     return 0;
 }

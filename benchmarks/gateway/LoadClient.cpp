@@ -9,7 +9,9 @@
 #include <boost/asio/write.hpp>
 
 #include <array>
+#include <atomic>
 #include <cstdlib>
+#include <thread>
 #include <utility>
 
 namespace vorq::bench {
@@ -65,11 +67,10 @@ Awaitable<void> sendOne(net::io_context& io, const LoadRequest& request,
     answers.push_back(std::move(answer));
 }
 
-Awaitable<void> sendOnAndOn(net::io_context& io, Beside& beside,
-                            const std::vector<LoadAnswer>& answers, std::size_t wanted) {
+Awaitable<void> sendOnAndOn(net::io_context& io, Beside& beside, const std::atomic<bool>& ending) {
     LoadRequest request = beside.first;
     gateway::Timer timer(io);
-    while (answers.size() < wanted) {
+    while (!ending) {
         timer.expires_after(beside.pause);
         co_await timer.async_wait(kAwait);
         beside.answers.push_back(co_await exchange(io, request));
@@ -97,13 +98,15 @@ std::vector<LoadAnswer> sendTogether(const LoadRequest& request, int count) {
 }
 
 std::vector<LoadAnswer> sendTogether(const LoadRequest& request, int count, Beside& beside) {
-    std::vector<LoadAnswer> answers;
-    net::io_context io{1};
-    for (int i = 0; i < count; ++i)
-        net::co_spawn(io, sendOne(io, request, answers), net::detached);
-    net::co_spawn(io, sendOnAndOn(io, beside, answers, static_cast<std::size_t>(count)),
-                  net::detached);
-    io.run();
+    std::atomic<bool> ending = false;
+    std::thread besideThread([&] {
+        net::io_context io{1};
+        net::co_spawn(io, sendOnAndOn(io, beside, ending), net::detached);
+        io.run();
+    });
+    std::vector<LoadAnswer> answers = sendTogether(request, count);
+    ending = true;
+    besideThread.join();
     return answers;
 }
 

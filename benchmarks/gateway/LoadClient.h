@@ -35,12 +35,12 @@ struct LoadAnswer {
 /// Requests that go out one after the other beside others, each made of the answer to the last.
 struct Beside {
     LoadRequest first;
-    std::chrono::milliseconds pause{100};
+    std::chrono::milliseconds pause{50};
     std::function<LoadRequest(const LoadAnswer& former)> next;
     std::vector<LoadAnswer> answers = {};
 };
 
-/// The same, with `beside` going on until all answers are there.
+/// The same, with `beside` going on, on a thread of its own, until all answers are there.
 [[nodiscard]] std::vector<LoadAnswer> sendTogether(const LoadRequest& request, int count,
                                                    Beside& beside);
 
