@@ -145,25 +145,39 @@ std::optional<Identity> AccountService::identify(const std::string& token) {
 /// A database that another program holds is no reason to refuse a token; the next writer makes up
 /// for it.
 void AccountService::confirm(const AccessTokenRow& token) {
-    {
-        const std::scoped_lock lock(confirming_);
-        std::int64_t& confirmed = unwrittenConfirmations_[token.owner.familyId];
-        confirmed = std::max(confirmed, token.age.generation);
-    }
+    if (!beginConfirming(token)) return;
     try {
         if (auto turn = database_.tryWrite()) writeConfirmations(*std::move(turn));
-    } catch (const DatabaseError&) {
-        return; // As on a full disk.
+    } catch (const DatabaseError&) { // As on a full disk.
     }
+    const std::scoped_lock lock(confirming_);
+    isConfirming_ = false;
+}
+
+/// False while another thread is at it: of many requests that come at once with a new token, one
+/// writes. Where the other misses this confirmation, the next use of the token or the next writer
+/// makes up for it.
+bool AccountService::beginConfirming(const AccessTokenRow& token) {
+    const std::scoped_lock lock(confirming_);
+    std::int64_t& confirmed = unwrittenConfirmations_[token.owner.familyId];
+    confirmed = std::max(confirmed, token.age.generation);
+    return !std::exchange(isConfirming_, true);
 }
 
 void AccountService::writeConfirmations(SharedDatabase::Writing turn) {
-    const std::scoped_lock lock(confirming_);
+    const auto confirmations = [this] {
+        const std::scoped_lock lock(confirming_);
+        return unwrittenConfirmations_;
+    }();
     TokenTable tokens(turn.database());
-    for (const auto& [family, generation] : unwrittenConfirmations_)
+    for (const auto& [family, generation] : confirmations)
         tokens.confirm(family, generation);
     turn.commit();
-    unwrittenConfirmations_.clear();
+    const std::scoped_lock lock(confirming_);
+    std::erase_if(unwrittenConfirmations_, [&](const auto& entry) {
+        const auto written = confirmations.find(entry.first);
+        return written != confirmations.end() && entry.second <= written->second;
+    });
 }
 
 bool AccountService::hasUnwrittenConfirmations() {

@@ -1,12 +1,16 @@
 #include "storage/AccountTable.h"
 
-#include "support/Filled.h"
+#include <string_view>
 
 namespace vorq::gateway {
 namespace {
 
-constexpr auto kColumns =
-    "id, isLocal, email, firstName, lastName, username, useCase, preferredModel, passwordHash";
+constexpr std::string_view kById =
+    "SELECT id, isLocal, email, firstName, lastName, username, useCase, preferredModel, "
+    "passwordHash FROM accounts WHERE id = ?";
+constexpr std::string_view kLocal =
+    "SELECT id, isLocal, email, firstName, lastName, username, useCase, preferredModel, "
+    "passwordHash FROM accounts WHERE isLocal = 1";
 
 void bindFields(Statement& statement, const Account& account) {
     statement.bind(1, std::int64_t{account.isLocal ? 1 : 0})
@@ -56,14 +60,12 @@ std::optional<Account> AccountTable::only(Statement& statement) {
 }
 
 std::optional<Account> AccountTable::byId(std::int64_t id) {
-    Statement statement =
-        database_.prepare(filled("SELECT {} FROM accounts WHERE id = ?", kColumns));
+    Statement statement = database_.prepare(kById);
     return only(statement.bind(1, id));
 }
 
 std::optional<Account> AccountTable::local() {
-    Statement statement =
-        database_.prepare(filled("SELECT {} FROM accounts WHERE isLocal = 1", kColumns));
+    Statement statement = database_.prepare(kLocal);
     return only(statement);
 }
 

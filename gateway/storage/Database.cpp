@@ -1,5 +1,7 @@
 #include "storage/Database.h"
 
+#include "storage/StatementStore.h"
+
 #include <sqlite3.h>
 #include <sys/stat.h>
 
@@ -37,43 +39,40 @@ void check(sqlite3* handle, int code) {
 
 } // namespace
 
-void Statement::Finalizer::operator()(sqlite3_stmt* statement) const {
-    sqlite3_finalize(statement);
+void Statement::GiveBack::operator()(sqlite3_stmt* statement) const {
+    store->giveBack(statement);
 }
 
-Statement::Statement(sqlite3* handle, std::string_view sql) : handle_(handle) {
-    sqlite3_stmt* raw = nullptr;
-    check(handle,
-          sqlite3_prepare_v2(handle, sql.data(), static_cast<int>(sql.size()), &raw, nullptr));
-    statement_.reset(raw);
+void Statement::check(int code) const {
+    if (code != SQLITE_OK) fail(sqlite3_db_handle(statement_.get()), code);
 }
 
 Statement& Statement::bind(int index, std::int64_t value) {
-    check(handle_, sqlite3_bind_int64(statement_.get(), index, value));
+    check(sqlite3_bind_int64(statement_.get(), index, value));
     return *this;
 }
 
 Statement& Statement::bind(int index, std::string_view text) {
-    check(handle_, sqlite3_bind_text64(statement_.get(), index, text.data(), text.size(),
-                                       SQLITE_TRANSIENT, SQLITE_UTF8));
+    check(sqlite3_bind_text64(statement_.get(), index, text.data(), text.size(), SQLITE_TRANSIENT,
+                              SQLITE_UTF8));
     return *this;
 }
 
 Statement& Statement::bindBlob(int index, std::string_view bytes) {
-    check(handle_, sqlite3_bind_blob64(statement_.get(), index, bytes.data(), bytes.size(),
-                                       SQLITE_TRANSIENT));
+    check(
+        sqlite3_bind_blob64(statement_.get(), index, bytes.data(), bytes.size(), SQLITE_TRANSIENT));
     return *this;
 }
 
 Statement& Statement::bindNull(int index) {
-    check(handle_, sqlite3_bind_null(statement_.get(), index));
+    check(sqlite3_bind_null(statement_.get(), index));
     return *this;
 }
 
 bool Statement::step() {
     const int code = sqlite3_step(statement_.get());
     if (code == SQLITE_ROW) return true;
-    if (code != SQLITE_DONE) fail(handle_, code);
+    if (code != SQLITE_DONE) fail(sqlite3_db_handle(statement_.get()), code);
     return false;
 }
 
@@ -92,9 +91,17 @@ std::optional<std::string> Statement::optionalText(int column) const {
     return std::string(reinterpret_cast<const char*>(text), static_cast<std::size_t>(size));
 }
 
-void Database::Closer::operator()(sqlite3* handle) const {
-    sqlite3_close_v2(handle);
-}
+/// The statements go before what they belong to.
+struct Database::Connection {
+    struct Closer {
+        void operator()(sqlite3* open) const { sqlite3_close_v2(open); }
+    };
+
+    explicit Connection(sqlite3* open) : handle(open), statements(open) {}
+
+    std::unique_ptr<sqlite3, Closer> handle;
+    StatementStore statements;
+};
 
 Database::Database(const std::filesystem::path& file) {
     const mode_t oldMask = umask(0077);
@@ -103,7 +110,7 @@ Database::Database(const std::filesystem::path& file) {
         file.c_str(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX,
         nullptr);
     umask(oldMask);
-    handle_.reset(raw);
+    connection_ = std::make_unique<Connection>(raw);
     check(raw, code);
     check(raw, sqlite3_extended_result_codes(raw, 1));
     setPatience(kPatience);
@@ -111,52 +118,61 @@ Database::Database(const std::filesystem::path& file) {
     execute("PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; PRAGMA foreign_keys=ON;");
 }
 
+Database::~Database() = default;
+Database::Database(Database&&) noexcept = default;
+Database& Database::operator=(Database&&) noexcept = default;
+
+sqlite3* Database::handle() const {
+    return connection_->handle.get();
+}
+
 Statement Database::prepare(std::string_view sql) {
-    return {handle_.get(), sql};
+    sqlite3_stmt* statement = connection_->statements.lend(sql);
+    if (statement == nullptr) fail(handle(), sqlite3_extended_errcode(handle()));
+    return {connection_->statements, statement};
 }
 
 void Database::execute(const std::string& sql) {
-    check(handle_.get(), sqlite3_exec(handle_.get(), sql.c_str(), nullptr, nullptr, nullptr));
+    check(handle(), sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr));
 }
 
 std::int64_t Database::lastInsertId() const {
-    return sqlite3_last_insert_rowid(handle_.get());
+    return sqlite3_last_insert_rowid(handle());
 }
 
 int Database::changes() const {
-    return sqlite3_changes(handle_.get());
+    return sqlite3_changes(handle());
 }
 
 void Database::setPatience(std::chrono::milliseconds patience) {
-    check(handle_.get(), sqlite3_busy_timeout(handle_.get(), static_cast<int>(patience.count())));
+    check(handle(), sqlite3_busy_timeout(handle(), static_cast<int>(patience.count())));
 }
 
 bool Database::isReplaced() const {
     int moved = 0;
-    check(handle_.get(),
-          sqlite3_file_control(handle_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved));
+    check(handle(), sqlite3_file_control(handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved));
     return moved != 0;
 }
 
 Database Database::another() const {
-    return Database(sqlite3_db_filename(handle_.get(), "main"));
+    return Database(sqlite3_db_filename(handle(), "main"));
 }
 
 Transaction::Transaction(Database& database) : database_(database) {
-    database_.execute("BEGIN IMMEDIATE");
+    database_.prepare("BEGIN IMMEDIATE").step();
 }
 
 Transaction::~Transaction() {
     if (!open_) return;
     try {
-        database_.execute("ROLLBACK");
+        database_.prepare("ROLLBACK").step();
     } catch (const DatabaseError&) {
         open_ = false; // SQLite has rolled back by itself.
     }
 }
 
 void Transaction::commit() {
-    database_.execute("COMMIT");
+    database_.prepare("COMMIT").step();
     open_ = false;
 }
 

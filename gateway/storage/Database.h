@@ -27,11 +27,12 @@ class DatabaseError : public std::runtime_error {
     std::string advice;
 };
 
-/// One prepared statement: bind in order from 1, then `step` until it gives false.
+class StatementStore;
+
+/// One prepared statement: bind in order from 1, then `step` until it gives false. Not to outlive
+/// its database.
 class Statement {
   public:
-    Statement(sqlite3* handle, std::string_view sql);
-
     Statement& bind(int index, std::int64_t value);
     Statement& bind(int index, std::string_view text);
     Statement& bindBlob(int index, std::string_view bytes);
@@ -45,11 +46,15 @@ class Statement {
     [[nodiscard]] std::optional<std::string> optionalText(int column) const;
 
   private:
-    struct Finalizer {
+    friend class Database;
+    struct GiveBack {
+        StatementStore* store;
         void operator()(sqlite3_stmt* statement) const;
     };
-    sqlite3* handle_;
-    std::unique_ptr<sqlite3_stmt, Finalizer> statement_;
+    Statement(StatementStore& store, sqlite3_stmt* statement) : statement_(statement, {&store}) {}
+    void check(int code) const;
+
+    std::unique_ptr<sqlite3_stmt, GiveBack> statement_;
 };
 
 /// An open SQLite file in WAL mode, readable by its owner alone. Not thread-safe: its owner locks.
@@ -57,7 +62,11 @@ class Database {
   public:
     /// Opens or creates the file. Throws DatabaseError.
     explicit Database(const std::filesystem::path& file);
+    ~Database();
+    Database(Database&&) noexcept;
+    Database& operator=(Database&&) noexcept;
 
+    /// One statement. Its text is one of a few that come again and again: the statement is kept.
     [[nodiscard]] Statement prepare(std::string_view sql);
     void execute(const std::string& sql);
     [[nodiscard]] std::int64_t lastInsertId() const;
@@ -72,10 +81,11 @@ class Database {
     [[nodiscard]] Database another() const;
 
   private:
-    struct Closer {
-        void operator()(sqlite3* handle) const;
-    };
-    std::unique_ptr<sqlite3, Closer> handle_;
+    struct Connection;
+
+    [[nodiscard]] sqlite3* handle() const;
+
+    std::unique_ptr<Connection> connection_;
 };
 
 /// A write transaction, rolled back unless committed.

@@ -117,8 +117,10 @@ void TokenTable::dropExpired(std::int64_t nowMs) {
                             "DELETE FROM handoffCodes WHERE expiresAt <= ?"}) {
         database_.prepare(sql).bind(1, nowMs).step();
     }
-    database_.execute("DELETE FROM families WHERE id NOT IN (SELECT familyId FROM refreshTokens) "
-                      "AND id NOT IN (SELECT familyId FROM accessTokens)");
+    database_
+        .prepare("DELETE FROM families WHERE id NOT IN (SELECT familyId FROM refreshTokens) "
+                 "AND id NOT IN (SELECT familyId FROM accessTokens)")
+        .step();
 }
 
 } // namespace vorq::gateway

@@ -7,6 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+#include <vector>
+
 namespace vorq::gateway::testing {
 namespace {
 
@@ -338,6 +342,69 @@ TEST_F(AccountServiceTest, TwoProgramsShareOneState) {
     const std::string code = second.createHandoff("ada");
     EXPECT_TRUE(service.exchangeHandoff(code).signedIn);
     EXPECT_EQ(statusOf([&] { return second.exchangeHandoff(code); }), 400);
+}
+
+TEST_F(AccountServiceTest, WhatAnotherProgramEndsEndsAtOnceHere) {
+    const Session stays = signIn();
+    const Session leaves = signIn();
+    AccountService second(open(folder), clock);
+    for (int i = 0; i < 3; ++i)
+        ASSERT_TRUE(isValid(leaves) && isValid(stays));
+    static_cast<void>(second.signOut(second.identify(leaves.token).value()));
+    EXPECT_FALSE(isValid(leaves));
+    EXPECT_TRUE(isValid(stays));
+    const Session other = signIn();
+    ASSERT_TRUE(isValid(other));
+    static_cast<void>(
+        second.updatePrivacy(second.identify(stays.token).value(), {"", "x", "a new password"}));
+    EXPECT_FALSE(isValid(other));
+    EXPECT_TRUE(isValid(stays));
+}
+
+TEST_F(AccountServiceTest, WhatAnotherProgramChangesInTheAccountIsSeenAtOnce) {
+    const Session session = signIn();
+    AccountService second(open(folder), clock);
+    ASSERT_EQ(identity(session).account.preferredModel, "");
+    ProfileChange change;
+    change.preferredModel = "openai/o3-mini";
+    static_cast<void>(second.updateProfile(second.identify(session.token).value(), change));
+    EXPECT_EQ(identity(session).account.preferredModel, "openai/o3-mini");
+}
+
+TEST_F(AccountServiceTest, AFileInPlaceOfTheOldOneDecidesFromThenOn) {
+    TemporaryFolder replaced;
+    AccountService reopening(open(replaced), clock, {.reopen = [&] { return open(replaced); }});
+    const Session session = reopening.exchangeHandoff(reopening.createHandoff("ada"));
+    ASSERT_TRUE(reopening.identify(session.token).has_value());
+    const auto state = replaced.path() / "state";
+    const auto aside = replaced.path() / "aside";
+    std::filesystem::rename(state, aside);
+    {
+        const Database fresh = open(replaced);
+    }
+    EXPECT_FALSE(reopening.identify(session.token).has_value());
+    EXPECT_EQ(statusOf([&] { return reopening.refresh(session.refreshToken); }), 401);
+    const Session again = reopening.exchangeHandoff(reopening.createHandoff("ada"));
+    EXPECT_TRUE(reopening.identify(again.token).has_value());
+    std::filesystem::remove_all(state);
+    std::filesystem::rename(aside, state);
+    EXPECT_TRUE(reopening.identify(session.token).has_value());
+    EXPECT_FALSE(reopening.identify(again.token).has_value());
+}
+
+TEST_F(AccountServiceTest, ManyThatUseANewTokenAtOnceUseUpTheRefreshToken) {
+    const Session first = signIn();
+    const Session second = service.refresh(first.refreshToken);
+    std::vector<std::thread> threads;
+    std::atomic<int> known = 0;
+    for (int i = 0; i < 8; ++i)
+        threads.emplace_back([&] { known += isValid(second) ? 1 : 0; });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(known, 8);
+    clock.advanceSeconds(kMinute);
+    EXPECT_EQ(statusOf([&] { return service.refresh(first.refreshToken); }), 401);
+    EXPECT_FALSE(isValid(second));
 }
 
 TEST_F(AccountServiceTest, ALoginNameThatIsNoUsernameIsReplaced) {
