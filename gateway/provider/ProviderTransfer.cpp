@@ -164,7 +164,7 @@ int ProviderTransfer::State::onProgress(void* self, curl_off_t, curl_off_t, curl
 }
 
 int ProviderTransfer::State::onSocket(void*, curl_socket_t socket, curlsocktype) {
-    // Where the system does not know it, a slow network counts as silence for longer.
+    // A system without it holds more back, for which the provider has less time to answer.
     static_cast<void>(
         setsockopt(socket, IPPROTO_TCP, TCP_NOTSENT_LOWAT, &kMostUnsent, sizeof kMostUnsent));
     return CURL_SOCKOPT_OK;
