@@ -100,6 +100,8 @@ class ReplyStream {
 class Engine {
   public:
     virtual ~Engine() = default;
+    /// Whether a function may compute for long though the request is small.
+    [[nodiscard]] virtual bool computes() const { return true; }
     [[nodiscard]] virtual std::unique_ptr<ReplyStream> prompt(const PromptRequest& request,
                                                               const Cancelled& cancelled) = 0;
     [[nodiscard]] virtual std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request,

@@ -97,7 +97,10 @@ ApiReply reply(std::unique_ptr<ReplyStream> stream, bool whole) {
 
 void addAiRoutes(RequestRouter& router, Engine& engine) {
     const auto add = [&](const char* path, ApiHandler handler) {
-        router.add(path, {.handler = std::move(handler), .needsToken = true, .computes = true});
+        router.add(path, {.handler = std::move(handler),
+                          .needsToken = true,
+                          .startsReply = true,
+                          .computes = engine.computes()});
     };
     add("/ai/prompt", [&engine](const ApiCall& call) {
         const PromptRequest request = promptRequest(call);

@@ -28,6 +28,8 @@ using boost::system::error_code;
 using Resolver = net::ip::basic_resolver<net::ip::tcp, Executor>;
 
 constexpr std::chrono::milliseconds kAcceptPause{50};
+/// One after the other, each would wait for all that the others ask for.
+constexpr int kMostAtOnce = 512;
 
 /// Whether accepting may succeed again though nobody does anything about it.
 bool isPassing(const error_code& error) {
@@ -49,6 +51,7 @@ class GatewayServer::Implementation {
   private:
     void listenOn(const net::ip::tcp::endpoint& endpoint, error_code& error);
     [[nodiscard]] Awaitable<void> accept();
+    void begin(Socket socket);
     [[nodiscard]] Awaitable<void> outwait(const error_code& error);
     void endAll();
 
@@ -72,6 +75,7 @@ void GatewayServer::Implementation::listenOn(const net::ip::tcp::endpoint& endpo
     }
     attempt([&] { return acceptor_.bind(endpoint, error); });
     attempt([&] { return acceptor_.listen(Acceptor::max_listen_connections, error); });
+    attempt([&] { return acceptor_.non_blocking(true, error); });
     if (error) {
         error_code ignored;
         static_cast<void>(acceptor_.close(ignored));
@@ -120,11 +124,21 @@ Awaitable<void> GatewayServer::Implementation::accept() {
             co_await outwait(error);
             continue;
         }
-        try {
-            std::make_shared<HttpConnection>(core_, std::move(socket))->start();
-        } catch (const std::bad_alloc&) {
-            static_cast<void>(core_.room.dismissOldest());
+        for (int i = 0; i < kMostAtOnce && !error; ++i) {
+            begin(std::move(socket));
+            socket = Socket(core_.io);
+            static_cast<void>(acceptor_.accept(socket, error));
         }
+        if (!error) begin(std::move(socket));
+        if (error && error != boost::system::errc::operation_would_block) co_await outwait(error);
+    }
+}
+
+void GatewayServer::Implementation::begin(Socket socket) {
+    try {
+        std::make_shared<HttpConnection>(core_, std::move(socket))->start();
+    } catch (const std::bad_alloc&) {
+        static_cast<void>(core_.room.dismissOldest());
     }
 }
 

@@ -96,8 +96,10 @@ Awaitable<void> HttpConnection::run(std::shared_ptr<HttpConnection> self) {
 Awaitable<void> HttpConnection::answer() {
     std::exception_ptr failure;
     try {
-        const ApiReply reply = co_await obtainReply();
-        if (reply.stream) {
+        const Outcome outcome = co_await obtainReply();
+        if (const auto* refusal = std::get_if<Refusal>(&outcome)) {
+            co_await sendRefusal(*refusal);
+        } else if (const auto& reply = std::get<ApiReply>(outcome); reply.stream) {
             co_await sendFeed(*reply.stream);
         } else {
             co_await sendDocument(200, oneLineJson(reply.body), std::nullopt);
@@ -107,32 +109,59 @@ Awaitable<void> HttpConnection::answer() {
     } catch (const std::exception&) {
         failure = std::current_exception();
     }
-    if (failure) co_await sendRefusal(failure);
+    if (failure) co_await sendRefusal(refusalFor(failure));
 }
 
-Awaitable<ApiReply> HttpConnection::obtainReply() {
+/// The common refusals come out as values: an exception is thrown anew in each coroutine it passes.
+Awaitable<HttpConnection::Outcome> HttpConnection::obtainReply() {
     const HttpRequest request = co_await reader_.readHead();
-    const Route& route = core_.router.screen(request);
+    const Route* route = nullptr;
+    try {
+        route = &core_.router.screen(request);
+    } catch (const ApiError&) {
+        co_return refusalFor(std::current_exception());
+    }
     std::optional<Identity> identity;
-    co_await receiveBody(request, route, identity);
-    std::string body = reader_.takeBody();
+    co_await receiveBody(request, *route, identity);
     core_.room.settle(*this);
     phase_ = Phase::Working;
     relax();
+    if (!route->startsReply) co_return co_await work(*route, request, std::move(identity));
+    watchPeer();
+    const StartGate::Visitor visitor(core_.starts, [this] { ring(); });
+    co_await passGate(visitor);
+    co_return co_await work(*route, request, std::move(identity));
+}
+
+Awaitable<void> HttpConnection::passGate(const StartGate::Visitor& visitor) {
+    while (!visitor.isInside()) {
+        if (core_.stopping || peerLeft_) throw CancelledError();
+        co_await waitUntil(SteadyTime::max());
+    }
+}
+
+Awaitable<HttpConnection::Outcome> HttpConnection::work(const Route& route,
+                                                        const HttpRequest& request,
+                                                        std::optional<Identity> identity) {
+    std::string body = reader_.takeBody();
+    const bool takesLong = route.computes || body.size() > kSmallBody;
     const auto identify = [&] {
         if (!identity) identity = core_.router.identify(route, request);
-        return identity.has_value();
+        return true;
     };
-    if (route.computes) {
-        watchPeer();
-        co_await onPool(core_.accounts, identify);
-    }
-    ApiReply reply = co_await onPool(route.computes ? core_.computing : core_.accounts, [&] {
-        identify();
-        return RequestRouter::answer(route, std::move(identity), std::move(body), cancelled());
-    });
+    if (takesLong) co_await onPool(core_.accounts, identify);
+    Outcome outcome =
+        co_await onPool(takesLong ? core_.computing : core_.accounts, [&]() -> Outcome {
+            try {
+                identify();
+                return RequestRouter::answer(route, std::move(identity), std::move(body),
+                                             cancelled());
+            } catch (...) {
+                return refusalFor(std::current_exception());
+            }
+        });
     giveRoomBack();
-    co_return reply;
+    co_return outcome;
 }
 
 /// Strangers may send little. Only a sender that is known gets room for more.
@@ -255,8 +284,7 @@ Awaitable<void> HttpConnection::sendDocument(int status, std::string document,
     relax();
 }
 
-Awaitable<void> HttpConnection::sendRefusal(const std::exception_ptr& failure) {
-    const Refusal refusal = refusalFor(failure);
+Awaitable<void> HttpConnection::sendRefusal(const Refusal& refusal) {
     if (headSent_) co_return; // The answer is cut, which says that it is not whole.
     co_await sendDocument(refusal.status, oneLineJson(errorDocument(refusal.sentence)),
                           refusal.retryAfterSeconds);

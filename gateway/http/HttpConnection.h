@@ -9,7 +9,9 @@
 #include <array>
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <string>
+#include <variant>
 
 namespace vorq::gateway {
 
@@ -36,8 +38,13 @@ class HttpConnection final : public Guest, public std::enable_shared_from_this<H
     };
 
     static Awaitable<void> run(std::shared_ptr<HttpConnection> self);
+    using Outcome = std::variant<ApiReply, Refusal>;
+
     [[nodiscard]] Awaitable<void> answer();
-    [[nodiscard]] Awaitable<ApiReply> obtainReply();
+    [[nodiscard]] Awaitable<Outcome> obtainReply();
+    [[nodiscard]] Awaitable<Outcome> work(const Route& route, const HttpRequest& request,
+                                          std::optional<Identity> identity);
+    [[nodiscard]] Awaitable<void> passGate(const StartGate::Visitor& visitor);
     [[nodiscard]] Awaitable<void> receiveBody(const HttpRequest& request, const Route& route,
                                               std::optional<Identity>& identity);
     [[nodiscard]] Awaitable<void> takeRoomForLargeBody(const HttpRequest& request);
@@ -50,7 +57,7 @@ class HttpConnection final : public Guest, public std::enable_shared_from_this<H
     [[nodiscard]] Awaitable<void> sendPiece(const std::string& bytes, bool isLast);
     [[nodiscard]] Awaitable<void> sendDocument(int status, std::string document,
                                                std::optional<int> retryAfterSeconds);
-    [[nodiscard]] Awaitable<void> sendRefusal(const std::exception_ptr& failure);
+    [[nodiscard]] Awaitable<void> sendRefusal(const Refusal& refusal);
     [[nodiscard]] Awaitable<void> finish();
 
     /// Runs `work` on a thread of the pool and gives its result.

@@ -8,6 +8,7 @@
 #include <boost/beast/http/read.hpp>
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <optional>
 #include <string_view>
@@ -105,14 +106,24 @@ Awaitable<void> RequestReader::readBody(std::size_t limit) {
     parser_.eager(true);
     while (!parser_.is_done() && body_.size() <= limit) {
         const std::size_t before = body_.size();
-        const std::size_t room = std::min(kPiece, limit + 1 - before);
+        const std::uint64_t announced = parser_.content_length_remaining().value_or(kPiece);
+        const auto room = static_cast<std::size_t>(
+            std::min<std::uint64_t>({kPiece, limit + 1 - before, announced}));
         body_.resize(before + room);
         auto& piece = parser_.get().body();
         piece.data = body_.data() + before;
         piece.size = room;
         error_code error;
-        co_await http::async_read_some(socket_, buffer_, parser_,
-                                       net::redirect_error(kAwait, error));
+        // For what came with the head there is nothing to wait for.
+        bool isHere = buffer_.size() > 0;
+        if (isHere) {
+            buffer_.consume(parser_.put(buffer_.data(), error));
+            isHere = error != http::error::need_more;
+        }
+        if (!isHere) {
+            co_await http::async_read_some(socket_, buffer_, parser_,
+                                           net::redirect_error(kAwait, error));
+        }
         body_.resize(before + room - piece.size);
         if (error && error != http::error::need_buffer) throwFor(error, true);
         onGrowth_(body_.size());

@@ -18,7 +18,9 @@ using ApiHandler = std::function<ApiReply(const ApiCall&)>;
 struct Route {
     ApiHandler handler;
     bool needsToken = false;
-    /// The handler may compute for long.
+    /// The handler begins a reply, of which many may be asked for at once.
+    bool startsReply = false;
+    /// The handler may compute for long, however small the body is.
     bool computes = false;
 
     /// In bytes.

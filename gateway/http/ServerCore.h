@@ -2,6 +2,7 @@
 
 #include "http/ConnectionRoom.h"
 #include "http/RequestRouter.h"
+#include "http/StartGate.h"
 #include "http/WorkerPool.h"
 
 #include <boost/asio/io_context.hpp>
@@ -22,12 +23,15 @@ struct ServerCore {
     /// Of large requests whose sender is known, until their handler is done.
     static constexpr std::size_t kMostLargeBytes = std::size_t{64} * 1024 * 1024;
     static constexpr std::size_t kPoolThreads = 4;
+    /// Enough to keep the pools busy.
+    static constexpr std::size_t kMostStarts = 32;
     static constexpr std::size_t kLongestQueue = 4096;
 
     RequestRouter& router;
     std::atomic<bool> stopping = false;
     ConnectionRoom room;
     std::size_t largeBytes = 0;
+    StartGate starts{kMostStarts};
     boost::asio::io_context io{1};
     /// Tokens and accounts, each a matter of milliseconds, are never behind what takes long.
     WorkerPool accounts{kPoolThreads, kLongestQueue};

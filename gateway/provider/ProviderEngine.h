@@ -12,6 +12,7 @@ class ProviderEngine final : public Engine {
   public:
     explicit ProviderEngine(ProviderConfig config);
 
+    [[nodiscard]] bool computes() const override { return false; }
     [[nodiscard]] std::unique_ptr<ReplyStream> prompt(const PromptRequest& request,
                                                       const Cancelled& cancelled) override;
     [[nodiscard]] std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request,

@@ -1,3 +1,4 @@
+#include "engine/ReadyReply.h"
 #include "gateway/support/RawClient.h"
 #include "gateway/support/TestGateway.h"
 #include "support/ProcessLimits.h"
@@ -7,7 +8,9 @@
 
 #include <atomic>
 #include <chrono>
+#include <future>
 #include <thread>
+#include <utility>
 
 namespace vorq::gateway::testing {
 namespace {
@@ -15,6 +18,7 @@ namespace {
 using nlohmann::json;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using Clients = std::vector<std::unique_ptr<RawClient>>;
@@ -136,6 +140,82 @@ TEST(CrowdTest, StreamsBesideWhichNothingElseWaits) {
     gateway.stop();
     for (const auto& stream : streams)
         EXPECT_THAT(stream->receiveAll(), HasSubstr("was stopped"));
+}
+
+/// Begins no reply until it is released.
+class HeldEngine final : public Engine {
+  public:
+    explicit HeldEngine(std::shared_future<void> release) : release_(std::move(release)) {}
+
+    std::unique_ptr<ReplyStream> prompt(const PromptRequest&, const Cancelled&) override {
+        release_.wait();
+        Analysis analysis;
+        analysis.summary = "released";
+        return std::make_unique<ReadyReply>(std::move(analysis));
+    }
+    std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest&, const Cancelled&) override {
+        throw EngineError(422, "No analysis today.");
+    }
+    std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&, const Cancelled&) override {
+        throw EngineError(422, "No flashcards today.");
+    }
+    std::unique_ptr<ReplyStream> quiz(const QuizRequest&, const Cancelled&) override {
+        throw EngineError(422, "No quiz today.");
+    }
+
+  private:
+    std::shared_future<void> release_;
+};
+
+/// A gateway with a crowd that waits for its replies to begin: more than may begin at a time.
+class LineTest : public ::testing::Test {
+  protected:
+    LineTest() {
+        gateway.signIn();
+        const std::string body = R"({"prompt":"x"})";
+        crowd = connected(gateway.port, 80,
+                          std::string(kBeginOfRequest) +
+                              "Content-Type: application/json\r\nAuthorization: Bearer " +
+                              gateway.token + "\r\nContent-Length: " + std::to_string(body.size()) +
+                              "\r\n\r\n" + body);
+    }
+    ~LineTest() override { letGo(); }
+    void letGo() {
+        if (!std::exchange(isReleased, true)) release.set_value();
+    }
+    int refresh() {
+        return gateway.post("/auth/refresh", {{"refreshToken", gateway.refreshToken}}).status;
+    }
+
+    std::promise<void> release;
+    bool isReleased = false;
+    TestGateway gateway{std::make_unique<HeldEngine>(release.get_future().share())};
+    Clients crowd;
+};
+
+TEST_F(LineTest, LetsOthersPassAndIsAnsweredInFull) {
+    EXPECT_EQ(refresh(), 200);
+    letGo();
+    for (const auto& client : crowd)
+        EXPECT_THAT(client->receiveAll(), HasSubstr("released"));
+}
+
+TEST_F(LineTest, ThoseWhoLeaveItHoldNobodyUp) {
+    crowd.resize(10);
+    EXPECT_EQ(refresh(), 200);
+    letGo();
+    for (const auto& client : crowd)
+        EXPECT_THAT(client->receiveAll(), HasSubstr("released"));
+    EXPECT_EQ(gateway.post("/ai/prompt", {{"prompt", "x"}}).body.value("summary", ""), "released");
+}
+
+TEST_F(LineTest, IsToldThatTheServerStops) {
+    EXPECT_EQ(refresh(), 200);
+    std::thread stopping([this] { gateway.stop(); });
+    EXPECT_THAT(crowd.back()->receiveAll(),
+                AllOf(StartsWith("HTTP/1.1 503"), HasSubstr("was stopped")));
+    letGo();
+    stopping.join();
 }
 
 } // namespace

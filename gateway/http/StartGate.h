@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <list>
+
+namespace vorq::gateway {
+
+/// Lets a number of requests for replies begin at a time, in the order of their coming. So when a
+/// crowd of them comes at once, what others ask for is never behind the whole crowd. Used by one
+/// thread.
+class StartGate {
+  public:
+    explicit StartGate(std::size_t mostInside) : mostInside_(mostInside) {}
+    StartGate(const StartGate&) = delete;
+    StartGate& operator=(const StartGate&) = delete;
+
+    /// One who comes, waits its turn, and leaves when it is destroyed, from inside or from the
+    /// line.
+    class Visitor {
+      public:
+        /// `call` tells that the gate has opened, unless it was open at once. It may not destroy a
+        /// visitor.
+        Visitor(StartGate& gate, std::function<void()> call);
+        ~Visitor();
+        Visitor(const Visitor&) = delete;
+        Visitor& operator=(const Visitor&) = delete;
+
+        [[nodiscard]] bool isInside() const { return isInside_; }
+
+      private:
+        friend class StartGate;
+        StartGate& gate_;
+        std::function<void()> call_;
+        std::list<Visitor*>::iterator turn_;
+        bool isInside_ = false;
+    };
+
+  private:
+    void admitNext();
+
+    std::size_t mostInside_;
+    std::size_t inside_ = 0;
+    /// The first to come first.
+    std::list<Visitor*> line_;
+};
+
+} // namespace vorq::gateway
