@@ -90,7 +90,7 @@ EvalText readEvalText(std::string_view content) {
 
 std::vector<EvalText> readEvalTexts(const std::filesystem::path& folder) {
     std::vector<EvalText> texts;
-    for (const char* part : {"tuned", "held", "late"}) {
+    for (const std::string_view part : kParts) {
         for (const auto& entry : std::filesystem::directory_iterator(folder / part)) {
             EvalText text = readEvalText(contentOf(entry.path()));
             text.name = entry.path().stem().string();

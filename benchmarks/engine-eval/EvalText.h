@@ -1,11 +1,17 @@
 #pragma once
 
+#include <array>
 #include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vorq::evaluation {
+
+/// Folders of texts. The engine was set by its answers on "tuned" and "fresh" and not by those on
+/// "held". "late", "fresh" and "sealed" were written after its word lists; "sealed" is the half of
+/// the newest texts that is measured only when the rules are done.
+inline constexpr std::array<std::string_view, 5> kParts{"tuned", "held", "late", "fresh", "sealed"};
 
 /// A question on a text, and the sentences of the text that answer it.
 struct EvalQuestion {
@@ -20,8 +26,7 @@ struct EvalText {
     std::string name;
     /// The language by its two letters.
     std::string language;
-    /// "tuned", "held" or "late": whether the engine was set by how it does on this text, was not,
-    /// or the text was written only after the engine's word lists.
+    /// One of `kParts`.
     std::string part;
     std::string text;
     std::vector<EvalQuestion> questions;

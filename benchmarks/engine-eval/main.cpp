@@ -26,6 +26,8 @@ struct Tally {
 /// By language and by kind, for each part of the texts and all together.
 class Report {
   public:
+    Report() : columns_(kParts.begin(), kParts.end()) { columns_.emplace_back("all"); }
+
     void add(const EvalText& text, const EvalQuestion& question, bool engine, bool plain) {
         for (const std::string& row : {text.language, question.kind, std::string("all")}) {
             for (const std::string& column : {text.part, std::string("all")}) {
@@ -39,11 +41,14 @@ class Report {
 
     void print() {
         std::puts("engine % (plain BM25 %, questions)\n");
-        std::printf("%-11s %-18s %-18s %-18s %-18s\n", "", "tuned", "held back", "late", "all");
+        std::printf("%-11s", "");
+        for (const std::string& column : columns_)
+            std::printf(" %-18s", column.c_str());
+        std::puts("");
         for (auto* rows : {&languages_, &kinds_}) {
             for (auto& [name, columns] : *rows) {
                 std::printf("%-11s", name.c_str());
-                for (const char* column : {"tuned", "held", "late", "all"})
+                for (const std::string& column : columns_)
                     printCell(columns[column]);
                 std::puts("");
             }
@@ -60,6 +65,7 @@ class Report {
                     tally.all);
     }
 
+    std::vector<std::string> columns_;
     Rows languages_;
     Rows kinds_;
 };
@@ -87,33 +93,72 @@ void show(const EvalText& text) {
     }
 }
 
+constexpr std::string_view kUsage =
+    "usage: engine-eval FOLDER [--sealed] [--wrong | --show] [NAME]\n"
+    "  --sealed  measure the sealed texts too; never lists their answers\n"
+    "  --wrong   list what went wrong in the texts that the engine may be set by\n"
+    "  --show    print titles, terms, labels, cards and quiz questions instead\n"
+    "  NAME      only the texts whose name begins so\n";
+
+struct Options {
+    std::filesystem::path folder;
+    std::string name;
+    bool sealed = false;
+    bool wrong = false;
+    bool show = false;
+};
+
+Options optionsIn(const std::vector<std::string>& arguments) {
+    Options options;
+    for (const std::string& argument : arguments) {
+        if (argument == "--sealed") {
+            options.sealed = true;
+        } else if (argument == "--wrong") {
+            options.wrong = true;
+        } else if (argument == "--show") {
+            options.show = true;
+        } else if (options.folder.empty()) {
+            options.folder = argument;
+        } else {
+            options.name = argument;
+        }
+    }
+    return options;
+}
+
+bool mayBeLookedAt(const EvalText& text) {
+    return text.part == "tuned" || text.part == "fresh";
+}
+
+void measure(const EvalText& text, bool listsWrong, Report& report) {
+    for (const EvalQuestion& question : text.questions) {
+        const std::string answer = engineAnswer(text.text, question.question);
+        const bool right = isRight(question, answer);
+        report.add(text, question, right,
+                   isRight(question, plainAnswer(text.text, question.question)));
+        if (right || !listsWrong || !mayBeLookedAt(text)) continue;
+        std::printf("%s: %s\n   got %s\n  want %s\n", text.name.c_str(), question.question.c_str(),
+                    answer.c_str(), question.answers.front().c_str());
+    }
+}
+
 int run(const std::vector<std::string>& arguments) {
-    if (arguments.empty()) {
-        std::fputs("usage: engine-eval FOLDER [--wrong] [--show [NAME]]\n", stderr);
+    const Options options = optionsIn(arguments);
+    if (options.folder.empty()) {
+        std::fputs(kUsage.data(), stderr);
         return 2;
     }
-    const std::string mode = arguments.size() > 1 ? arguments[1] : "";
-    const std::string name = arguments.size() > 2 ? arguments[2] : "";
     Report report;
-    for (const EvalText& text : readEvalTexts(arguments[0])) {
-        if (!name.empty() && !text.name.starts_with(name)) continue;
-        if (mode == "--show") {
+    for (const EvalText& text : readEvalTexts(options.folder)) {
+        if (!text.name.starts_with(options.name)) continue;
+        if (text.part == "sealed" && !options.sealed) continue;
+        if (options.show) {
             show(text);
-            continue;
-        }
-        for (const EvalQuestion& question : text.questions) {
-            const std::string answer = engineAnswer(text.text, question.question);
-            const bool right = isRight(question, answer);
-            report.add(text, question, right,
-                       isRight(question, plainAnswer(text.text, question.question)));
-            if (mode == "--wrong" && !right && text.part == "tuned") {
-                std::printf("%s: %s\n   got %s\n  want %s\n", text.name.c_str(),
-                            question.question.c_str(), answer.c_str(),
-                            question.answers.front().c_str());
-            }
+        } else {
+            measure(text, options.wrong, report);
         }
     }
-    if (mode != "--show") report.print();
+    if (!options.show) report.print();
     return 0;
 }
 
