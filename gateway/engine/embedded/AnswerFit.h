@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/embedded/QueryTerms.h"
 #include "engine/embedded/QuestionKind.h"
 #include "engine/embedded/TextIndex.h"
 
@@ -12,7 +13,8 @@ namespace vorq::gateway {
 [[nodiscard]] bool holdsNumber(const TextIndex& index, std::size_t sentence);
 
 /// How well the sentence looks like an answer of the kind that is asked for; 1 for neither well nor
-/// badly.
-[[nodiscard]] double fit(const Expectation& expected, const TextIndex& index, std::size_t sentence);
+/// badly. A name that `asked` holds answers no question for a person.
+[[nodiscard]] double fit(const Expectation& expected, const TextIndex& index, std::size_t sentence,
+                         const QueryTerms& asked);
 
 } // namespace vorq::gateway

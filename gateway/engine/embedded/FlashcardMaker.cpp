@@ -114,6 +114,7 @@ std::optional<std::uint32_t> targetOf(const TextIndex& index, const WordClasses&
         const std::string_view surface = index.surface(sentence, word);
         const bool isOneCharacter = decodeAt(surface, 0).length == surface.size();
         if (!word.isContent || word.isPale || isOneCharacter) continue;
+        if (continuesNumeral(index, sentence, word)) continue;
         const double weight = index.weight(word) * (asked.contains(word.key) ? 0.01 : 1.0) *
                               (classes.isThing(word.key) ? 4.0 : 1.0);
         if (weight > most) best = word.key, most = weight;

@@ -39,12 +39,15 @@ struct QuestionWords {
     std::string_view reason = {};
     std::string_view definition = {};
     std::string_view permission = {};
+    /// Asks for what somebody does for a living.
+    std::string_view profession = {};
     /// Begins a question of no kind.
     std::string_view other = {};
-    /// Words that give an amount away: its price, its time, its length.
+    /// Words that give an amount away: its price, its time, its length, how often.
     std::string_view money = {};
     std::string_view duration = {};
     std::string_view length = {};
+    std::string_view frequency = {};
 };
 
 /// Words by which a sentence is seen to hold an answer, as phrases between "|".
@@ -62,6 +65,7 @@ struct AnswerWords {
     std::string_view money = {};
     std::string_view duration = {};
     std::string_view length = {};
+    std::string_view frequency = {};
 };
 
 /// What is known of one language. Words are lower-cased and stand between blanks, phrases
@@ -88,6 +92,18 @@ struct LanguageData {
     std::string_view abbreviations = {};
     /// Begin sentences that read badly without the one before.
     std::string_view pronouns = {};
+    /// Stand for a person or a thing that was named before, wherever in the sentence.
+    std::string_view personal = {};
+    /// "Vive en Soria": the verb alone may stand for who was named before.
+    bool dropsSubjects = false;
+    /// Where a name stands right behind one of these, it is mostly that of a place.
+    std::string_view placePrepositions = {};
+    /// "go goes went gone|…": forms of one word that no rule of endings tells.
+    std::string_view forms = {};
+    /// "buy purchase|…": words that questions often use for one another.
+    std::string_view synonyms = {};
+    /// Part from their verb, as in "einziehen" and "zog … ein".
+    std::string_view separable = {};
     /// Begin a mail or end it, as phrases.
     std::string_view greetings = {};
     std::string_view closings = {};

@@ -70,6 +70,7 @@ const LanguageData& dataOf(Language language) {
 Lexicon::Lexicon(const LanguageData& languageData)
     : data(languageData),
       pronouns(wordSet(data.pronouns)),
+      placePrepositions(wordSet(data.placePrepositions)),
       abbreviations(wordSet(data.abbreviations)),
       requestWords(wordSet(data.requestWords)) {
     eachWord(data.stopWords, [&](std::string_view word) { roles[word].isStop = true; });
@@ -84,6 +85,7 @@ Lexicon::Lexicon(const LanguageData& languageData)
         });
     }
     eachWord(data.prepositions, [&](std::string_view word) { roles[word].isPreposition = true; });
+    eachWord(data.personal, [&](std::string_view word) { roles[word].isPersonal = true; });
     eachWord(data.determiners, [&](std::string_view word) { roles[word].isDeterminer = true; });
 }
 

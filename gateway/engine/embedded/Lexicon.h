@@ -17,6 +17,7 @@ struct WordRole {
     bool isPale : 1 = false;
     bool isDeterminer : 1 = false;
     bool isPreposition : 1 = false;
+    bool isPersonal : 1 = false;
 };
 
 /// The words of one language, ready to be looked up. All are lower-cased.
@@ -29,6 +30,7 @@ struct Lexicon {
     const LanguageData& data;
     std::unordered_map<std::string_view, WordRole> roles;
     WordSet pronouns;
+    WordSet placePrepositions;
     WordSet abbreviations;
     WordSet requestWords;
 };

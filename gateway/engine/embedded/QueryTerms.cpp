@@ -1,6 +1,7 @@
 #include "engine/embedded/QueryTerms.h"
 
 #include "engine/embedded/PhraseList.h"
+#include "engine/embedded/WordKin.h"
 #include "support/Utf8.h"
 
 #include <algorithm>
@@ -12,6 +13,10 @@ namespace {
 constexpr std::size_t kMostTerms = 60;
 constexpr std::size_t kMostInflected = 20; // terms of which other forms are looked for
 constexpr std::size_t kShortestStem = 4;   // characters that two forms of a word must share
+// What a word counts for another one …
+constexpr double kForm = 0.9;     // of which it is an irregular form
+constexpr double kSynonym = 0.6;  // for which it is often used
+constexpr double kBareVerb = 0.7; // from which it differs by a prefix
 
 bool isUnspacedLetter(char32_t c) {
     return isHan(c) || isKatakana(c);
@@ -61,9 +66,9 @@ double likeness(std::string_view asked, std::string_view word, Language language
     const std::size_t shared = sharedBeginning(asked, word);
     if (shared == shorter) return shorter >= 5 || longer <= shorter + 3 ? 0.6 : 0;
     if (shared >= 5 && shared * 10 >= longer * 6) return 0.45;
-    const bool isCompound =
-        joins && shorter >= 5 && (word.ends_with(asked) || asked.ends_with(word));
-    return isCompound ? 0.5 : 0;
+    const bool isCompound = joins && (word.ends_with(asked) || asked.ends_with(word));
+    if (!isCompound) return 0;
+    return shorter > kShortestStem ? 0.5 : 0.4;
 }
 
 } // namespace
@@ -138,22 +143,47 @@ void QueryTerms::readParts(std::string_view query) {
     }
 }
 
+void QueryTerms::addForm(std::uint32_t key, std::size_t term, double share) {
+    if (key == KeyTable::kNone || index_.lexicon().isStop(index_.keys().key(key))) return;
+    Meaning& meaning = forms_.try_emplace(key, Meaning{.term = term, .share = 0}).first->second;
+    if (share > meaning.share) meaning = {.term = term, .share = share};
+}
+
+/// The words that stand for a term by the tables of its language.
+void QueryTerms::addKin(std::size_t term) {
+    const KeyTable& keys = index_.keys();
+    const WordKin& kin = kinOf(index_.language());
+    const std::string& whole = terms_[term].key;
+    const std::string bare(kin.withoutPrefix(whole));
+    for (const WordKin::Relative& relative : kin.of(whole))
+        addForm(keys.find(relative.key), term, relative.isForm ? kForm : kSynonym);
+    if (bare == whole) return;
+    addForm(keys.find(bare), term, kBareVerb);
+    for (const WordKin::Relative& relative : kin.of(bare)) {
+        if (relative.isForm) addForm(keys.find(relative.key), term, kBareVerb);
+    }
+}
+
 void QueryTerms::addForms() {
     const KeyTable& keys = index_.keys();
+    const WordKin& kin = kinOf(index_.language());
+    std::vector<std::string> bare(terms_.size());
     for (std::size_t i = 0; i < terms_.size(); ++i) {
-        const std::uint32_t same = terms_[i].isPart ? KeyTable::kNone : keys.find(terms_[i].key);
+        if (terms_[i].isPart) continue;
+        const std::uint32_t same = keys.find(terms_[i].key);
         if (same != KeyTable::kNone) forms_[same] = {.term = i, .share = 1};
+        bare[i] = kin.withoutPrefix(terms_[i].key);
+        addKin(i);
     }
     const std::size_t most = std::min(terms_.size(), kMostInflected);
     for (std::uint32_t number = 0; number < keys.size(); ++number) {
         const std::string_view key = keys.key(number);
+        const std::string_view bareKey = kin.withoutPrefix(key);
         for (std::size_t i = 0; i < most; ++i) {
             if (terms_[i].isPart) continue;
-            const double share = likeness(terms_[i].key, key, index_.language());
-            if (share == 0 || index_.lexicon().isStop(key)) continue;
-            Meaning& meaning =
-                forms_.try_emplace(number, Meaning{.term = i, .share = 0}).first->second;
-            if (share > meaning.share) meaning = {.term = i, .share = share};
+            double share = likeness(terms_[i].key, key, index_.language());
+            if (bareKey == bare[i]) share = std::max(share, kBareVerb);
+            if (share > 0) addForm(number, i, share);
         }
     }
 }
@@ -192,7 +222,7 @@ void QueryTerms::dropAbsent() {
 
 double QueryTerms::score(const Hits& hits, double relativeLength) const {
     constexpr double k1 = 1.2;
-    constexpr double b = 0.6;
+    constexpr double b = 0.7;
     double score = 0;
     double covered = 0;
     double all = 0;
@@ -203,7 +233,7 @@ double QueryTerms::score(const Hits& hits, double relativeLength) const {
         score +=
             terms_[k].rarity * hits[k] * (k1 + 1) / (hits[k] + k1 * (1 - b + b * relativeLength));
     }
-    return all == 0 ? 0 : score * (0.5 + covered / all);
+    return all == 0 ? 0 : score * (0.7 + covered / all);
 }
 
 QueryTerms::Hits QueryTerms::hitsIn(std::size_t sentence) const {

@@ -19,6 +19,8 @@ class QueryTerms {
 
     /// Whether none of them occurs in the text.
     [[nodiscard]] bool empty() const { return terms_.empty(); }
+    /// Whether a key of the text stands for one of them.
+    [[nodiscard]] bool has(std::uint32_t key) const { return forms_.contains(key); }
     /// How often each term occurs; a form of it counts for a part.
     using Hits = std::vector<double>;
     [[nodiscard]] Hits hitsIn(std::size_t sentence) const;
@@ -43,6 +45,8 @@ class QueryTerms {
     void readWords(std::string_view query);
     void addPart(std::string_view part);
     void readParts(std::string_view query);
+    void addForm(std::uint32_t key, std::size_t term, double share);
+    void addKin(std::size_t term);
     void addForms();
     void dropAbsent();
 

@@ -38,10 +38,16 @@ Expectation expectationOf(std::string_view question, Language language) {
                      (place->offset == best->offset && place->length > best->length));
         if (!best || (data.hasBlanks && isEarlier)) best = place, expected.kind = kind;
     }
+    if (hasPhrase(text, words.profession)) expected.kind = QuestionKind::Definition;
     expected.isNegative = hasPhrase(text, data.answer.negation);
     expected.isMoney = hasPhrase(text, words.money);
+    // "What does it cost?"
+    if (expected.isMoney && expected.kind == QuestionKind::Other) {
+        expected.kind = QuestionKind::Quantity;
+    }
     expected.isDuration = hasPhrase(text, words.duration);
     expected.isLength = hasPhrase(text, words.length);
+    expected.isFrequency = hasPhrase(text, words.frequency);
     return expected;
 }
 

@@ -17,6 +17,7 @@ struct Expectation {
     bool isMoney = false;
     bool isDuration = false;
     bool isLength = false;
+    bool isFrequency = false;
 };
 
 /// Reads a question that is put in `language`.

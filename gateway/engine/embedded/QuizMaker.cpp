@@ -205,6 +205,7 @@ std::vector<std::uint32_t> QuizMaker::targetsIn(std::size_t sentence, Choice cho
     for (const Word& word : index_.wordsIn(sentence)) {
         const VocabularyWord* right = wordOf(word.key);
         if (right == nullptr || word.isLabel) continue;
+        if (choice == Choice::Good && continuesNumeral(index_, sentence, word)) continue;
         const bool isThing =
             (word.isContent && !word.isPale && right->wordClass != WordClass::Other) ||
             (shapeOf(*right) != NumberShape::None && word.length > 1);

@@ -1,6 +1,7 @@
 #include "engine/embedded/SentenceSearch.h"
 
 #include "engine/embedded/AnswerFit.h"
+#include "engine/embedded/CarriedHits.h"
 #include "engine/embedded/QueryTerms.h"
 #include "support/Utf8.h"
 
@@ -14,9 +15,7 @@ constexpr std::size_t kLookedAtClosely = 300; // sentences, the best by their wo
 constexpr double kQuestionShare = 0.2;        // of the score of a question that stays with it
 constexpr double kBehindQuestion = 1.0;       // of its score for the sentence right behind it
 constexpr double kFartherBehind = 0.3;        // and for the others of the answer
-constexpr double kFromHeading = 0.5;          // of a word that only its heading names
-constexpr double kFromNeighbour = 0.6;        // of one that only the sentence before it names
-constexpr double kContextOnly = 0.6;          // for a sentence without any of the words itself
+constexpr double kOtherKind = 0.4;            // of its score if it asks for something else
 
 class Search {
   public:
@@ -32,7 +31,7 @@ class Search {
         for (std::size_t i = 0; i < candidates.size(); ++i) {
             const std::size_t sentence = candidates[i];
             closer[i] = scores_[sentence];
-            if (closer[i] > 0) closer[i] *= fit(query_.expected, index_, sentence);
+            if (closer[i] > 0) closer[i] *= fit(query_.expected, index_, sentence, terms_);
         }
         std::vector<std::size_t> found;
         const std::vector<std::size_t> order = rankedBest(closer, count);
@@ -45,37 +44,18 @@ class Search {
     }
 
   private:
-    /// By the words of each sentence and those that it takes from its heading and the one before.
+    /// By the words of each sentence and those that it takes over.
     void scoreWords() {
-        using Hits = QueryTerms::Hits;
         const std::vector<Sentence>& sentences = index_.sentences();
         const double average = std::max(1.0, static_cast<double>(index_.wordCount()) /
                                                  static_cast<double>(sentences.size()));
-        std::uint32_t heading = Sentence::kNoHeading;
-        Hits fromHeading;
-        Hits before;
+        CarriedHits carried(index_, terms_);
         words_.resize(sentences.size());
         for (std::size_t i = 0; i < sentences.size(); ++i) {
-            if (sentences[i].heading != heading) {
-                heading = sentences[i].heading;
-                fromHeading = terms_.hitsIn(index_.headings()[heading]);
-            }
-            Hits hits = terms_.hitsIn(i);
-            const bool hasOwn = std::ranges::any_of(hits, [](double hit) { return hit > 0; });
-            const Hits own = hits;
-            borrow(hits, fromHeading, kFromHeading);
-            const bool isReply = sentences[i].label > 0;
-            const bool goesOn = !sentences[i].startsBlock && beginsWithPronoun(i);
-            if (isReply || goesOn) borrow(hits, before, kFromNeighbour);
-            before = own;
+            const CarriedHits::Result found = carried.next(i);
             const double length = static_cast<double>(index_.wordsIn(i).size()) / average;
-            words_[i] = terms_.score(hits, length) * (hasOwn ? 1 : kContextOnly);
+            words_[i] = terms_.score(found.hits, length) * found.share;
         }
-    }
-
-    static void borrow(QueryTerms::Hits& hits, const QueryTerms::Hits& lender, double share) {
-        for (std::size_t k = 0; k < lender.size(); ++k)
-            hits[k] = std::max(hits[k], std::min(1.0, lender[k]) * share);
     }
 
     /// What stands behind a question that fits answers it.
@@ -89,6 +69,7 @@ class Search {
             if (sentences[i].isQuestion) {
                 const bool isRequest = lowered(trimmed(index_.text(i))) == asked;
                 question = words_[i] * (isRequest ? 2 : 1);
+                if (question > 0) question *= matchOfKinds(i);
                 isRightBehind = true;
                 scores_[i] = isRequest ? 0 : words_[i] * kQuestionShare;
                 continue;
@@ -100,10 +81,14 @@ class Search {
         }
     }
 
-    [[nodiscard]] bool beginsWithPronoun(std::size_t sentence) const {
-        const std::span<const Word> words = index_.wordsIn(sentence);
-        return !words.empty() &&
-               index_.lexicon().pronouns.contains(lowered(index_.surface(sentence, words.front())));
+    /// Less for a question in the text that asks for something of another kind.
+    [[nodiscard]] double matchOfKinds(std::size_t sentence) const {
+        const auto isSpecific = [](QuestionKind kind) {
+            return kind != QuestionKind::Other && kind != QuestionKind::Definition;
+        };
+        const QuestionKind wanted = query_.expected.kind;
+        const QuestionKind asked = expectationOf(index_.text(sentence), index_.language()).kind;
+        return isSpecific(wanted) && isSpecific(asked) && wanted != asked ? kOtherKind : 1;
     }
 
     const TextIndex& index_;

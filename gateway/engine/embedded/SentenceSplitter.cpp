@@ -159,6 +159,8 @@ bool SentenceSplitter::isShortened(std::string_view word, bool isCapital, std::s
     if (isLetter) return isCapital && word != "i";
     if (lexiconOf(language_).abbreviations.contains(word)) return true;
     // They match any word that ends like an abbreviation, so that only likely ones are asked for.
+    const WordRole role = lexiconOf(language_).roleOf(word);
+    if (role.isPale || role.isStop || role.isCalendar) return false; // a whole word: "19 Uhr."
     const bool isLikely = (isCapital && word.size() <= longest) || word.contains('.');
     return isLikely && breaks_->isAbbreviation(end);
 }

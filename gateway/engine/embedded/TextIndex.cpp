@@ -53,6 +53,7 @@ void TextIndex::read(std::size_t sentence, WordReader& reader, FoundWord& found)
         word.isCapitalised = found.isCapitalised;
         word.followsDirectly = found.followsDirectly;
         word.precedesNoun = found.precedesNoun;
+        word.isPersonal = found.isPersonal;
         words_.push_back(word);
         if (terms_.size() < keys_.size()) terms_.push_back({.lastSentence = kNeverSeen});
         TermStatistics& term = terms_[word.key];

@@ -25,6 +25,7 @@ struct Word {
     bool isCapitalised : 1 = false;
     bool followsDirectly : 1 = false;
     bool precedesNoun : 1 = false;
+    bool isPersonal : 1 = false;
     /// Part of what only says who speaks and when.
     bool isLabel : 1 = false;
 };

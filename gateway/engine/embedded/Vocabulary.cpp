@@ -68,6 +68,13 @@ std::string answerFor(const TextIndex& index, const WordClasses& classes, std::s
     return {};
 }
 
+bool continuesNumeral(const TextIndex& index, std::size_t sentence, const Word& word) {
+    static constexpr std::u32string_view numerals = U"一二三四五六七八九十百千万億亿两";
+    constexpr std::size_t character = 3; // bytes of each
+    if (index.lexicon().data.hasBlanks || word.offset < character) return false;
+    return numerals.contains(decodeAt(index.text(sentence), word.offset - character).value);
+}
+
 std::string withGap(const TextIndex& index, std::size_t sentence, std::uint32_t key) {
     const std::string_view text = index.text(sentence);
     std::string out;

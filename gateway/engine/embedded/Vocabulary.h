@@ -34,6 +34,10 @@ class Vocabulary {
 [[nodiscard]] std::string answerFor(const TextIndex& index, const WordClasses& classes,
                                     std::size_t sentence, std::uint32_t key);
 
+/// Whether a numeral stands right before the word in a script without blanks, as in "四月末": a gap
+/// between them would tear what is one word to the reader.
+[[nodiscard]] bool continuesNumeral(const TextIndex& index, std::size_t sentence, const Word& word);
+
 /// The sentence, without who says it, with each word of that key replaced by a gap.
 [[nodiscard]] std::string withGap(const TextIndex& index, std::size_t sentence, std::uint32_t key);
 

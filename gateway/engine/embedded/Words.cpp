@@ -90,6 +90,7 @@ struct KnownForm {
     bool isNumber = false;
     bool isCapitalised = false;
     bool precedesNoun = false;
+    bool isPersonal = false;
 };
 
 struct WordReader::Tools {
@@ -126,6 +127,7 @@ struct WordReader::Tools {
         form.isCapitalised = !isUnspacedRun && isUpperCase(decodeAt(surface, 0).value);
         const WordRole role = lexicon.roleOf(form.key);
         form.precedesNoun = role.isDeterminer || role.isPreposition;
+        form.isPersonal = role.isPersonal;
         const bool isLetter = decodeAt(surface, 0).length == surface.size();
         form.isContent = (isUnspacedRun || !isLetter) && surface.size() <= kLongestWord &&
                          !isNumeric(form.key) && !role.isStop &&
@@ -230,6 +232,7 @@ void WordReader::fill(FoundWord& word, std::size_t end, bool isUnspacedRun) {
     word.isNumber = form.isNumber;
     word.isCapitalised = form.isCapitalised;
     word.precedesNoun = form.precedesNoun;
+    word.isPersonal = form.isPersonal;
     word.followsDirectly = direct_;
     direct_ = true;
     at_ = end;

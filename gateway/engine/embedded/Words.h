@@ -26,6 +26,8 @@ struct FoundWord {
     bool followsDirectly = false;
     /// An article, a preposition or the like, behind which a noun stands.
     bool precedesNoun = false;
+    /// Stands for a person or a thing that was named before.
+    bool isPersonal = false;
 };
 
 /// Finds the words of texts in one language. Chinese, Japanese and Thai, which are written without

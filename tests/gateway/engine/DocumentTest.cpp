@@ -50,6 +50,12 @@ TEST(SentenceSplitterTest, ADecimalEndsASentence) {
         ElementsAre("The grade was 7.5.", "The team cheered.", "It cost £3.2m.", "Buses ran."));
 }
 
+TEST(SentenceSplitterTest, AWholeWordThatEndsLikeAnAbbreviationEndsASentence) {
+    EXPECT_THAT(splitSentences("Geöffnet ist bis 19 Uhr. Montags bleibt das Haus geschlossen.",
+                               Language::German),
+                ElementsAre("Geöffnet ist bis 19 Uhr.", "Montags bleibt das Haus geschlossen."));
+}
+
 TEST(SentenceSplitterTest, AnAbbreviationEndsASentenceBeforeAWordThatOpensOne) {
     EXPECT_THAT(
         splitSentences("It ends at 9 p.m. Then we go. She lives in the U.S. She likes it."),

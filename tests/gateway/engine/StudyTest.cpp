@@ -156,6 +156,23 @@ TEST(FlashcardTest, AGapAsksForANounBeforeAVerb) {
     EXPECT_EQ(cards[0].back, "captain");
 }
 
+TEST(FlashcardTest, AGapDoesNotTearANumeralFromItsWord) {
+    const std::vector<Flashcard> cards =
+        makeFlashcards("四月末の残高は二十四万五千円であった。街灯の修理に六万円を支出した。");
+    ASSERT_FALSE(cards.empty());
+    for (const Flashcard& card : cards)
+        EXPECT_THAT(card.front, Not(HasSubstr("四_____")));
+}
+
+TEST(FlashcardTest, ATitleOfCourtesyIsNoAnswer) {
+    const std::vector<Flashcard> cards =
+        makeFlashcards("Adressez-vous à Mme Ferrand, la responsable de l'accueil. Demandez aussi "
+                       "à Mme Ferrand les horaires de la piscine.");
+    ASSERT_FALSE(cards.empty());
+    for (const Flashcard& card : cards)
+        EXPECT_NE(card.back, "Mme");
+}
+
 TEST(FlashcardTest, PronounsAreNotDefined) {
     for (const Flashcard& card : makeFlashcards("It is a long way. This is the end of roads.")) {
         EXPECT_THAT(card.front, HasSubstr("_____"));

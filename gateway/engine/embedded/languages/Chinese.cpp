@@ -26,6 +26,8 @@ constexpr LanguageData kChinese{
         "最多 大约 左右 有时 参加 来自 整个 期间 免费 完工 负责 包括 提供 怎么办 作用 常见 "
         "带 允许 每年 出生 不同 联系 直接 保持 最低 为期 期限 先 放 只 一半",
     .pronouns = "它 它们 他 她 他们 这 这些 那 但是 因此 所以 此外 然而 其中",
+    .personal = "他 她 它 他们 她们 它们 自己",
+    .dropsSubjects = true,
     .greetings = "您好|你好|各位|尊敬的|亲爱的",
     .closings = "此致|敬礼|谢谢|祝好|顺祝",
     .requestWords =
@@ -41,10 +43,12 @@ constexpr LanguageData kChinese{
          .reason = "为什么|为何|什么原因|原因是什么|原因|怎么会",
          .definition = "什么是|是什么意思",
          .permission = "可以|能不能|可不可以|是否可以|能否|允许|吗",
+         .profession = "职业|做什么工作|干什么工作",
          .other = "什么|怎么|怎样|如何|哪些|哪个|哪种",
          .money = "多少钱|价格|费用|票价|价钱",
          .duration = "多久|多长时间|几天|几年|几个小时",
-         .length = "多远|多长|多高|多深"},
+         .length = "多远|多长|多高|多深",
+         .frequency = "几次|多少次|多久一次"},
     .answer = {.person =
                    "先生|女士|师傅|教授|博士|医生|老师|主任|局长|镇长|市长|经理|研究员|由|负责|说",
                .firstPerson = "我|我们",
@@ -58,7 +62,8 @@ constexpr LanguageData kChinese{
                .numbers = "一|二|三|四|五|六|七|八|九|十|百|千|万|亿|两|半",
                .money = "元|块|美元|欧元|免费|万元",
                .duration = "秒|分钟|小时|天|周|个月|年|岁",
-               .length = "米|公里|厘米|千米"},
+               .length = "米|公里|厘米|千米",
+               .frequency = "次|每天|每周|每月|每年"},
     .phrases = {.keySentences = "**关键句子**",
                 .keyTerms = "**关键词**",
                 .textSays = "文中写道：",

@@ -24,6 +24,21 @@ constexpr LanguageData kDutch{
     .verbEndings = "lijk end",
     .abbreviations = "dhr mevr dr prof bijv bv enz nr blz ca tel max min o.a d.w.z m.b.t",
     .pronouns = "hij zij het dit deze maar en dus ook daarom toen zijn haar hun",
+    .personal = "hij zij ze het hem haar hen hun zijn",
+    .placePrepositions = "in uit naar bij van te",
+    .forms = "gaan gaat ging gegaan|komen komt kwam gekomen|nemen neemt nam genomen|geven geeft "
+             "gaf gegeven|vinden vindt vond gevonden|krijgen kreeg gekregen|blijven bleef "
+             "gebleven|zien ziet zag gezien|zeggen zegt zei gezegd|doen doet deed gedaan|brengen "
+             "bracht gebracht|denken dacht gedacht|kopen koopt kocht gekocht|lopen loopt liep "
+             "gelopen|rijden rijdt reed gereden|schrijven schreef geschreven|spreken sprak "
+             "gesproken|staan staat stond|sterven stierf gestorven|vallen viel gevallen|verliezen "
+             "verloor verloren|vliegen vloog|beginnen begon begonnen|breken brak gebroken|sluiten "
+             "sloot gesloten|trekken trok getrokken|weten wist|werken werkt werkte|wonen woont "
+             "woonde",
+    .synonyms =
+        "beginnen starten|eindigen stoppen|kopen aanschaffen|kosten prijs|krijgen ontvangen|"
+        "werk baan beroep|wonen leven|sturen zenden|winkel zaak|kwaad boos",
+    .separable = "terug|samen|binnen|buiten|mee|weg|aan|af|bij|door|in|na|om|op|over|toe|uit|voor",
     .greetings = "hallo|beste|geachte|lieve|goedemorgen",
     .closings = "met vriendelijke groet|met vriendelijke groeten|groeten|groetjes|bedankt|mvg",
     .requestWords = "leg uit toon geef tekst zeg zegt lijst zin zinnen punt punten beschrijf",
@@ -35,10 +50,12 @@ constexpr LanguageData kDutch{
                  .reason = "waarom|om welke reden",
                  .definition = "wat is|wat zijn|wat betekent",
                  .permission = "mag|mogen|kan ik|moet",
+                 .profession = "beroep|van beroep",
                  .other = "wat|welke|welk|hoe",
                  .money = "kost|kosten|prijs|betalen|geld",
                  .duration = "hoe lang|hoe oud",
-                 .length = "hoe ver|hoe hoog|hoe diep"},
+                 .length = "hoe ver|hoe hoog|hoe diep",
+                 .frequency = "hoe vaak|hoeveel keer"},
     .answer = {.person = "dhr|mevrouw|meneer|dr|directeur|burgemeester|voorzitter|zei|volgens",
                .firstPerson = "ik|mij|wij|we",
                .place = "in de|in het|op de|bij|naast|achter|straat|plein|zaal|stad",
@@ -52,7 +69,8 @@ constexpr LanguageData kDutch{
                           "duizend|miljoen|helft|gratis",
                .money = "euro|€|cent|gratis",
                .duration = "seconden|minuten|uur|dagen|weken|maanden|jaar",
-               .length = "meter|kilometer|km|cm|mm"},
+               .length = "meter|kilometer|km|cm|mm",
+               .frequency = "keer|maal|elke|elk|dagelijks|wekelijks"},
     .phrases = {.keySentences = "**Belangrijkste zinnen**",
                 .keyTerms = "**Belangrijkste begrippen**",
                 .textSays = "In de tekst staat:",

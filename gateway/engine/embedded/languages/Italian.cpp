@@ -25,6 +25,23 @@ constexpr LanguageData kItalian{
     .verbEndings = "mente ava avano ando endo are ere ire",
     .abbreviations = "sig sigg dott prof ing avv ecc es art n tel pag pp vol cap ca max min",
     .pronouns = "egli ella essi esso questo questa questi ma e così anche inoltre poi suo sua",
+    .personal = "lui lei loro egli ella essi gli le suo sua suoi sue",
+    .dropsSubjects = true,
+    .placePrepositions = "a da in di verso per",
+    .forms = "andare va vanno andò andato|venire viene venne venuto|avere ha ebbe aveva avuto|"
+             "fare fa fece fatto|dire dice disse detto|mettere mette mise messo|prendere prende "
+             "prese preso|vedere vede vide visto|sapere sa seppe|dare dà diede dato|stare sta "
+             "stette|leggere legge lesse letto|scrivere scrive scrisse scritto|chiudere chiude "
+             "chiuse chiuso|aprire apre aprì aperto|perdere perde perse perso|vincere vince vinse "
+             "vinto|nascere nasce nacque nato|morire muore morì morto|rompere rompe ruppe rotto|"
+             "chiedere chiede chiese chiesto|rispondere risponde rispose risposto|vivere vive "
+             "visse vissuto|uscire esce uscì|rimanere rimane rimase|scegliere sceglie scelse "
+             "scelto|decidere decise deciso",
+    .synonyms =
+        "cominciare iniziare|finire terminare|comprare acquistare|costare prezzo|ricevere "
+        "ottenere|lavoro mestiere professione|abitare vivere|permettere autorizzare|vietare "
+        "proibire|inviare mandare spedire|negozio bottega|riparare aggiustare|arrabbiato "
+        "furioso|chiamare telefonare",
     .greetings = "ciao|gentile|gentili|caro|cara|cari|buongiorno|salve|egregio",
     .closings = "cordiali saluti|distinti saluti|saluti|un saluto|grazie|a presto|un abbraccio",
     .requestWords = "spiega spiegami mostra dimmi testo brano elenca frase frasi punto punti riga "
@@ -39,10 +56,12 @@ constexpr LanguageData kItalian{
                  .reason = "perché|per quale motivo|come mai|per quale ragione",
                  .definition = "che cos'è|cos'è|che cosa sono|cosa significa",
                  .permission = "posso|si può|possiamo|è permesso|è vietato|può|devo",
+                 .profession = "mestiere|professione|nella vita",
                  .other = "che|che cosa|cosa|quale|quali|come",
                  .money = "costa|costano|costato|prezzo|pagare|tariffa|denaro|quota",
                  .duration = "quanto tempo|quanto dura|quanti anni",
-                 .length = "distanza|altezza|lunghezza|profondità"},
+                 .length = "distanza|altezza|lunghezza|profondità",
+                 .frequency = "quante volte|con quale frequenza"},
     .answer = {.person = "signor|signora|sig|dottor|dottoressa|direttore|direttrice|presidente|"
                          "sindaco|professore|secondo|disse",
                .firstPerson = "io|mi|noi|ci",
@@ -62,7 +81,8 @@ constexpr LanguageData kItalian{
                .money = "euro|€|centesimi|dollari|gratis|gratuito",
                .duration = "secondi|minuto|minuti|ora|ore|giorno|giorni|settimana|settimane|mese|"
                            "mesi|anno|anni",
-               .length = "metro|metri|chilometro|chilometri|km|cm|mm"},
+               .length = "metro|metri|chilometro|chilometri|km|cm|mm",
+               .frequency = "volta|volte|ogni|tutti i|tutte le"},
     .phrases = {.keySentences = "**Frasi chiave**",
                 .keyTerms = "**Termini chiave**",
                 .textSays = "Il testo dice:",

@@ -19,6 +19,8 @@ constexpr LanguageData kJapanese{
         "可能 以前 現在 最大 最大級 世界 半分 元 年前 終 始 研究者 早 少々 大さじ "
         "小さじ 冬 夏 春 秋 お願い 残り 夜 昼間 手順 方法",
     .pronouns = "これ それ この その しかし また そして ただし だから",
+    .personal = "彼 彼女 彼ら それ その",
+    .dropsSubjects = true,
     .greetings = "お疲れ様です|お世話になっております|こんにちは|皆様|拝啓",
     .closings =
         "よろしくお願いいたします|以上|敬具|よろしくお願いします|以上、よろしくお願いいたします",
@@ -33,10 +35,12 @@ constexpr LanguageData kJapanese{
                  .reason = "なぜ|どうして|何故|理由|原因は",
                  .definition = "とは何|とは|何ですか",
                  .permission = "てもいい|ても良い|できますか|てもよい|可能ですか",
+                 .profession = "職業|仕事は何",
                  .other = "何|どの|どう|どんな",
                  .money = "いくら|料金|費用|値段|価格",
                  .duration = "何時間|何分|何年間|時間はどのくらい|期間",
-                 .length = "何メートル|長さ|高さ|距離|深さ"},
+                 .length = "何メートル|長さ|高さ|距離|深さ",
+                 .frequency = "何回|何度"},
     .answer =
         {.person = "さん|氏|様|先生|教授|者|員|長|社長|担当|によって",
          .firstPerson = "私|僕|俺",
@@ -51,7 +55,8 @@ constexpr LanguageData kJapanese{
          .numbers = "一|二|三|四|五|六|七|八|九|十|百|千|万|億|半|数",
          .money = "円|ドル|ユーロ|無料",
          .duration = "秒|分|時間|日間|週間|か月|ヶ月|年間|歳",
-         .length = "メートル|センチメートル|キロメートル|ミリ|センチ|キロ"},
+         .length = "メートル|センチメートル|キロメートル|ミリ|センチ|キロ",
+         .frequency = "回|度|毎日|毎週|毎月|毎年"},
     .phrases =
         {.keySentences = "**重要な文**",
          .keyTerms = "**重要な用語**",
