@@ -2,11 +2,18 @@
 
 #include "platform/linux/X11HotKeys.h"
 #include "desktop/DesktopSession.h"
+#include "platform/linux/X11Connection.h"
 #include "platform/linux/X11Workspace.h"
 
 #include <QSignalSpy>
 
 #include <gmock/gmock.h>
+
+#include <xcb/xcb.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <thread>
 
 namespace vorq::desktop {
 namespace {
@@ -32,6 +39,19 @@ class X11HotKeysTest : public testing::Test {
 
     void xdotool(const QStringList& arguments) const {
         run("xdotool", "xdotool", arguments, m_session.environment());
+    }
+
+    // Whether another program gets the key just now, which it gives back at once.
+    static bool grabsHotKeyA() {
+        constexpr std::uint8_t placeOfA = 38;
+        const X11Connection other;
+        const auto cookie =
+            xcb_grab_key_checked(other.get(), 0, other.root(), XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT,
+                                 placeOfA, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        xcb_generic_error_t* error = xcb_request_check(other.get(), cookie);
+        const bool hasGrabbed = error == nullptr;
+        std::free(error);
+        return hasGrabbed;
     }
 
     void waitForPresses(std::size_t count) const {
@@ -138,6 +158,36 @@ TEST_F(X11HotKeysTest, MoveWithTheLayoutOfTheKeyboard) {
     run("setxkbmap", "x11-xkb-utils", {"fr"}, m_session.environment());
     DesktopSession::waitUntil("the French A", [&] { return pressAll({placeOfQ}).front() == 'A'; });
     EXPECT_THAT(pressAll({placeOfA}), ElementsAre('T'));
+}
+
+// Servers describe the keyboard anew as soon as another one is used, which a press of the key may
+// be.
+TEST_F(X11HotKeysTest, StayGrabbedWhileTheKeyboardIsDescribedAnew) {
+    constexpr std::uint8_t unusedKey = 255;
+    constexpr xcb_keysym_t nothing = 0;
+    ASSERT_TRUE(registerKey(m_keys, 'A'));
+    std::atomic<int> attempts = 0;
+    std::atomic<bool> isStolen = false;
+    {
+        const std::jthread thief([&](const std::stop_token& stop) {
+            while (!stop.stop_requested() && !isStolen) {
+                isStolen = grabsHotKeyA();
+                ++attempts;
+            }
+        });
+        const X11Connection settings;
+        const int before = attempts;
+        for (int change = 0; change < 200; ++change) {
+            xcb_change_keyboard_mapping(settings.get(), 1, unusedKey, 1, &nothing);
+            xcb_flush(settings.get());
+            DesktopSession::waitUntil(
+                "an attempt", [&, last = attempts.load()] { return attempts > last || isStolen; });
+        }
+        EXPECT_GT(attempts, before);
+    }
+    EXPECT_FALSE(isStolen);
+    xdotool({"key", "super+shift+a"});
+    waitForPresses(1);
 }
 
 TEST_F(X11HotKeysTest, ALayoutWithoutLatinLettersKeepsTheirPlaces) {

@@ -7,6 +7,7 @@
 #include <xcb/xinput.h>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -25,6 +26,13 @@ bool offersRawEvents(xcb_connection_t* connection) {
     const X11Reply<xcb_input_xi_query_version_reply_t> reply(
         xcb_input_xi_query_version_reply(connection, cookie, nullptr));
     return reply && reply->major_version >= 2;
+}
+
+template<typename Set>
+Set without(const Set& all, const Set& some) {
+    Set rest;
+    std::ranges::set_difference(all, some, std::inserter(rest, rest.end()));
+    return rest;
 }
 
 } // namespace
@@ -47,75 +55,79 @@ GlobalHotKeys::Outcome X11HotKeys::installEventHandler() {
 GlobalHotKeys::Outcome X11HotKeys::registerHotKey(const HotKeyChord& chord, HotKeyId id) {
     if (!m_keyboard) return std::unexpected(HotKeyFailure{.status = noServer});
     unregisterHotKey(id);
-    m_hotKeys.push_back({.id = id, .chord = chord, .modifiers = 0, .keys = {}});
+    m_hotKeys.push_back({.id = id, .chord = chord, .grips = {}});
     return grab(m_hotKeys.back());
 }
 
 void X11HotKeys::unregisterHotKey(HotKeyId id) {
     const auto found = std::ranges::find(m_hotKeys, id, &HotKey::id);
     if (found == m_hotKeys.end()) return;
-    ungrab(*found);
+    ungrab(found->grips);
     m_hotKeys.erase(found);
 }
 
+X11HotKeys::Grips X11HotKeys::gripsFor(const HotKeyChord& chord) const {
+    ModifierMask modifiers = 0;
+    if ((chord.modifiers & HotKeyModifier::command) != 0) modifiers |= m_keyboard->superMask();
+    if ((chord.modifiers & HotKeyModifier::shift) != 0) modifiers |= XCB_MOD_MASK_SHIFT;
+    Grips grips;
+    for (const KeyCode key : m_keyboard->keysOf(chord.letter))
+        for (const ModifierMask locks : m_keyboard->lockStates())
+            grips.insert({.key = key, .modifiers = static_cast<ModifierMask>(modifiers | locks)});
+    return grips;
+}
+
 GlobalHotKeys::Outcome X11HotKeys::grab(HotKey& hotKey) {
-    hotKey.modifiers = 0;
-    if ((hotKey.chord.modifiers & HotKeyModifier::command) != 0)
-        hotKey.modifiers |= m_keyboard->superMask();
-    if ((hotKey.chord.modifiers & HotKeyModifier::shift) != 0)
-        hotKey.modifiers |= XCB_MOD_MASK_SHIFT;
-    const std::vector<KeyCode> keys = m_keyboard->keysOf(hotKey.chord.letter);
-    const Outcome outcome = grabKeys(hotKey, keys);
-    if (outcome) hotKey.keys = keys;
-    if (!outcome) ungrabKeys(hotKey, keys);
+    const Grips wanted = gripsFor(hotKey.chord);
+    ungrab(without(hotKey.grips, wanted));
+    const Outcome outcome = wanted.empty() ? std::unexpected(HotKeyFailure{.status = noServer})
+                                           : grabAll(without(wanted, hotKey.grips));
+    if (!outcome) ungrab(wanted);
+    hotKey.grips = outcome ? wanted : Grips();
+    hotKey.isAvailable = outcome.has_value();
     takeEventsLater();
     return outcome;
 }
 
 // All requests first, so that the answers are waited for once.
-GlobalHotKeys::Outcome X11HotKeys::grabKeys(const HotKey& hotKey,
-                                            const std::vector<KeyCode>& keys) {
+GlobalHotKeys::Outcome X11HotKeys::grabAll(const Grips& grips) {
     std::vector<xcb_void_cookie_t> cookies;
-    for (const KeyCode key : keys)
-        for (const ModifierMask locks : m_keyboard->lockStates())
-            cookies.push_back(
-                xcb_grab_key_checked(m_connection.get(), 0, m_connection.root(),
-                                     static_cast<ModifierMask>(hotKey.modifiers | locks), key,
-                                     XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    for (const Grip& grip : grips)
+        cookies.push_back(xcb_grab_key_checked(m_connection.get(), 0, m_connection.root(),
+                                               grip.modifiers, grip.key, XCB_GRAB_MODE_ASYNC,
+                                               XCB_GRAB_MODE_ASYNC));
     std::optional<int> status;
     for (const xcb_void_cookie_t cookie : cookies) {
         const X11Reply<xcb_generic_error_t> error(xcb_request_check(m_connection.get(), cookie));
         if (error && !status) status = error->error_code;
     }
-    if (!m_connection.isUsable() || cookies.empty()) status = noServer;
+    if (!m_connection.isUsable()) status = noServer;
     if (!status) return {};
     return std::unexpected(HotKeyFailure{.status = *status, .isTaken = *status == XCB_ACCESS});
 }
 
-void X11HotKeys::ungrab(HotKey& hotKey) {
-    ungrabKeys(hotKey, hotKey.keys);
-    hotKey.keys.clear();
-}
-
-void X11HotKeys::ungrabKeys(const HotKey& hotKey, const std::vector<KeyCode>& keys) {
-    for (const KeyCode key : keys)
-        for (const ModifierMask locks : m_keyboard->lockStates())
-            xcb_ungrab_key(m_connection.get(), key, m_connection.root(),
-                           static_cast<ModifierMask>(hotKey.modifiers | locks));
+void X11HotKeys::ungrab(const Grips& grips) {
+    for (const Grip& grip : grips)
+        xcb_ungrab_key(m_connection.get(), grip.key, m_connection.root(), grip.modifiers);
     xcb_flush(m_connection.get());
 }
 
-void X11HotKeys::grabAllAnew() {
-    m_isRegrabDue = false;
-    for (HotKey& hotKey : m_hotKeys)
-        ungrabKeys(hotKey, hotKey.keys);
+// The server tells of a new layout as well when another keyboard is used, as it is by the very
+// press of a hot key. So what stays as it was stays grabbed.
+void X11HotKeys::followLayout() {
+    m_isLayoutNew = false;
     m_keyboard = std::make_unique<X11Keyboard>(m_connection.get());
+    // What one of them gives up, another may need.
+    for (HotKey& hotKey : m_hotKeys) {
+        const Grips unwanted = without(hotKey.grips, gripsFor(hotKey.chord));
+        ungrab(unwanted);
+        hotKey.grips = without(hotKey.grips, unwanted);
+    }
     std::vector<std::pair<HotKeyId, bool>> changes;
     for (HotKey& hotKey : m_hotKeys) {
-        const bool wasAvailable = !hotKey.keys.empty();
-        hotKey.keys.clear();
-        const bool isAvailable = grab(hotKey).has_value();
-        if (isAvailable != wasAvailable) changes.emplace_back(hotKey.id, isAvailable);
+        const bool wasAvailable = hotKey.isAvailable;
+        if (grab(hotKey).has_value() != wasAvailable)
+            changes.emplace_back(hotKey.id, !wasAvailable);
     }
     for (const auto& [id, isAvailable] : changes)
         emit availabilityChanged(id, isAvailable);
@@ -149,8 +161,8 @@ void X11HotKeys::takeQueuedEvents() {
             break;
         }
         case XCB_MAPPING_NOTIFY:
-            if (!std::exchange(m_isRegrabDue, true))
-                QMetaObject::invokeMethod(this, &X11HotKeys::grabAllAnew, Qt::QueuedConnection);
+            if (!std::exchange(m_isLayoutNew, true))
+                QMetaObject::invokeMethod(this, &X11HotKeys::followLayout, Qt::QueuedConnection);
             break;
         case XCB_GE_GENERIC: {
             const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(*event);
@@ -190,14 +202,9 @@ void X11HotKeys::keyWentDown(KeyCode key, ModifierMask state) {
         if (!isDown(key)) keyWentUp(key);
         takeEventsLater();
     }
-    ModifierMask locks = 0;
-    for (const ModifierMask mask : m_keyboard->lockStates())
-        locks |= mask;
-    const int modifiers = state & allModifiers & ~locks;
-    const auto pressedKey = std::ranges::find_if(m_hotKeys, [&](const HotKey& hotKey) {
-        return hotKey.modifiers == modifiers &&
-               std::ranges::find(hotKey.keys, key) != hotKey.keys.end();
-    });
+    const Grip grip{.key = key, .modifiers = static_cast<ModifierMask>(state & allModifiers)};
+    const auto pressedKey = std::ranges::find_if(
+        m_hotKeys, [&](const HotKey& hotKey) { return hotKey.grips.contains(grip); });
     if (pressedKey != m_hotKeys.end()) emit pressed(pressedKey->id);
 }
 

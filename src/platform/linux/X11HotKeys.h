@@ -35,18 +35,28 @@ class X11HotKeys final : public GlobalHotKeys {
     using KeyCode = X11Keyboard::KeyCode;
     using ModifierMask = X11Keyboard::ModifierMask;
 
+    /// A key with the modifiers that are down at its press, locks among them.
+    struct Grip {
+        KeyCode key;
+        ModifierMask modifiers;
+
+        auto operator<=>(const Grip&) const = default;
+    };
+    using Grips = std::set<Grip>;
+
     struct HotKey {
         HotKeyId id;
         HotKeyChord chord;
-        ModifierMask modifiers = 0;
-        std::vector<KeyCode> keys; // that are grabbed, none while another program holds the chord
+        Grips grips;
+        bool isAvailable = false; // not while another program holds the chord
     };
 
+    [[nodiscard]] Grips gripsFor(const HotKeyChord& chord) const;
+    /// Grabs what the layout asks for and gives back the rest; nothing is let go meanwhile.
     Outcome grab(HotKey& hotKey);
-    Outcome grabKeys(const HotKey& hotKey, const std::vector<KeyCode>& keys);
-    void ungrab(HotKey& hotKey);
-    void ungrabKeys(const HotKey& hotKey, const std::vector<KeyCode>& keys);
-    void grabAllAnew();
+    Outcome grabAll(const Grips& grips);
+    void ungrab(const Grips& grips);
+    void followLayout();
 
     struct KeyMoment {
         KeyCode key;
@@ -75,7 +85,7 @@ class X11HotKeys final : public GlobalHotKeys {
     // A release that came while the keyboard was grabbed, which is only when this process was too
     // busy to free it. Whether the key repeats, only the next event tells.
     std::optional<KeyMoment> m_release;
-    bool m_isRegrabDue = false;
+    bool m_isLayoutNew = false;
 };
 
 } // namespace vorq
