@@ -51,6 +51,8 @@ void ApplicationService::ActivateAction(const QString& action, const QVariantLis
     bool isNumber = false;
     const int process = platformData.value(sourceProcessKey).toInt(&isNumber);
     if (isNumber) source.process = process;
+    const qlonglong given = platformData.value(givenKey).toLongLong(&isNumber);
+    if (isNumber) source.given = std::chrono::milliseconds(given);
     QMetaObject::invokeMethod(
         this, [this, verb = *verb, source] { emit verbRequested(verb, source); },
         Qt::QueuedConnection);

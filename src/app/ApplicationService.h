@@ -2,6 +2,7 @@
 
 #include "app/CommandLine.h"
 #include "app/LinkOutcomes.h"
+#include "platform/Clock.h"
 
 #include <QDBusConnection>
 #include <QDBusContext>
@@ -18,6 +19,8 @@ namespace vorq {
 struct VerbSource {
     /// The process whose window was in front; nothing if unknown.
     std::optional<std::int32_t> process;
+    /// When, by the clock of the machine; nothing if unknown.
+    std::optional<Clock::Duration> given;
 
     bool operator==(const VerbSource&) const = default;
 };
@@ -34,6 +37,8 @@ class ApplicationService final : public QObject, protected QDBusContext {
     static inline const QString interface = QStringLiteral("org.freedesktop.Application");
     /// Where a command carries the process whose window was in front.
     static inline const QString sourceProcessKey = QStringLiteral("com.vorq.desk.source-process");
+    /// Where it carries when it was given, in milliseconds.
+    static inline const QString givenKey = QStringLiteral("com.vorq.desk.given");
 
     explicit ApplicationService(const QDBusConnection& bus, QObject* parent = nullptr);
     ~ApplicationService() override;

@@ -1,13 +1,14 @@
 #include "app/CommandRepeats.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vorq {
 
-bool CommandRepeats::isRepetition(Verb verb) {
-    const std::optional<Verb> last = std::exchange(m_last, verb);
-    const Clock::Duration lastTime = std::exchange(m_lastTime, m_clock.now());
-    return last == verb && m_lastTime - lastTime < pause;
+bool CommandRepeats::isRepetition(Verb verb, Clock::Duration given) {
+    const bool isSame = std::exchange(m_last, verb) == verb;
+    const Clock::Duration before = std::exchange(m_lastGiven, std::max(m_lastGiven, given));
+    return isSame && given - before < pause;
 }
 
 } // namespace vorq

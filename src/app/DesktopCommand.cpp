@@ -9,6 +9,7 @@
 #include "backend/SignInUrl.h"
 #include "platform/Workspace.h"
 #include "platform/linux/HangingBusGuard.h"
+#include "platform/linux/ProcessStart.h"
 #include "platform/linux/SessionKind.h"
 #include "platform/linux/X11Connection.h"
 
@@ -147,7 +148,7 @@ std::optional<int> handToRunningInstance(const OpenArguments& arguments) {
 }
 
 int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments) {
-    VerbSource source;
+    VerbSource source{.process = {}, .given = startOfThisProcess()};
     std::optional<HangingBusGuard> guard;
     {
         Courier courier;

@@ -12,6 +12,7 @@
 
 #include <QApplication>
 
+#include <algorithm>
 #include <utility>
 
 namespace vorq {
@@ -139,7 +140,8 @@ void DesktopProgram::tellOutcomes(LinkOutcomes& links) {
 }
 
 void DesktopProgram::perform(Verb verb, const VerbSource& source) {
-    if (m_repeats.isRepetition(verb)) return;
+    const Clock::Duration now = m_clock.now();
+    if (m_repeats.isRepetition(verb, std::min(source.given.value_or(now), now))) return;
     switch (verb) {
     case Verb::Launch:
         return;

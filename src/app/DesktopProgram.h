@@ -61,7 +61,7 @@ class DesktopProgram final : public QObject {
     X11HotKeys m_hotKeys;
     XdgLoginItem m_loginItem;
     NoPendingSignIn m_signIn;
-    CommandRepeats m_repeats{m_clock};
+    CommandRepeats m_repeats;
     std::unique_ptr<SelectionCapture> m_capture;
     std::unique_ptr<PermissionProbe> m_probe;
     VorqAppState m_state;

@@ -32,6 +32,9 @@ RunningInstance::Outcome RunningInstance::handOver(const DesktopArguments& argum
     if (arguments.verb != Verb::Launch) {
         QVariantMap data;
         if (source.process) data.insert(ApplicationService::sourceProcessKey, *source.process);
+        if (source.given)
+            data.insert(ApplicationService::givenKey,
+                        qlonglong(floor<std::chrono::milliseconds>(*source.given).count()));
         return call(QStringLiteral("ActivateAction"),
                     {nameOf(arguments.verb), QVariantList(), data});
     }

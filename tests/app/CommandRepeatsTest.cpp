@@ -1,7 +1,5 @@
 #include "app/CommandRepeats.h"
 
-#include "platform/testing/ManualClock.h"
-
 #include <gtest/gtest.h>
 
 namespace vorq {
@@ -11,41 +9,42 @@ using namespace std::chrono_literals;
 
 class CommandRepeatsTest : public testing::Test {
   protected:
-    ManualClock m_clock;
-    CommandRepeats m_repeats{m_clock};
+    static constexpr Clock::Duration m_first = 1h;
+    CommandRepeats m_repeats;
 };
 
 TEST_F(CommandRepeatsTest, TheFirstIsNone) {
-    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle));
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle, 1ms));
 }
 
 TEST_F(CommandRepeatsTest, WhatFollowsWithoutAPauseIs) {
-    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle));
-    m_clock.advance(CommandRepeats::pause - 1ms);
-    EXPECT_TRUE(m_repeats.isRepetition(Verb::Toggle));
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle, m_first));
+    EXPECT_TRUE(m_repeats.isRepetition(Verb::Toggle, m_first + CommandRepeats::pause - 1ms));
 }
 
 TEST_F(CommandRepeatsTest, AfterAPauseTheUserGivesItAgain) {
-    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle));
-    m_clock.advance(CommandRepeats::pause);
-    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle));
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle, m_first));
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle, m_first + CommandRepeats::pause));
 }
 
 TEST_F(CommandRepeatsTest, AnotherCommandIsNone) {
-    EXPECT_FALSE(m_repeats.isRepetition(Verb::Summon));
-    EXPECT_FALSE(m_repeats.isRepetition(Verb::Note));
-    EXPECT_FALSE(m_repeats.isRepetition(Verb::Summon));
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Summon, m_first));
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Note, m_first));
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Summon, m_first));
 }
 
 TEST_F(CommandRepeatsTest, ThePauseBeginsAfterTheLastRepetition) {
-    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle));
-    m_clock.advance(600ms);
-    for (int repetition = 0; repetition < 30; ++repetition) {
-        EXPECT_TRUE(m_repeats.isRepetition(Verb::Toggle));
-        m_clock.advance(40ms);
-    }
-    m_clock.advance(CommandRepeats::pause);
-    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle));
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle, m_first));
+    Clock::Duration given = m_first + 600ms;
+    for (int repetition = 0; repetition < 30; ++repetition, given += 40ms)
+        EXPECT_TRUE(m_repeats.isRepetition(Verb::Toggle, given));
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle, given - 40ms + CommandRepeats::pause));
+}
+
+TEST_F(CommandRepeatsTest, OneThatOvertookTheOthersKeepsThemRepetitions) {
+    EXPECT_FALSE(m_repeats.isRepetition(Verb::Toggle, m_first + 600ms));
+    EXPECT_TRUE(m_repeats.isRepetition(Verb::Toggle, m_first));
+    EXPECT_TRUE(m_repeats.isRepetition(Verb::Toggle, m_first + 1200ms));
 }
 
 } // namespace

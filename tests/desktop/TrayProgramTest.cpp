@@ -58,6 +58,23 @@ TEST_F(TrayProgramTest, ACommandStartsItWhereNoneRuns) {
     EXPECT_TRUE(vorq.isRunning());
 }
 
+// As of a shortcut that is held on a machine with much to do.
+TEST_F(TrayProgramTest, ACommandThatComesLateRepeatsTheOneItWasGivenWith) {
+    DesktopProgram& vorq = startAndWait();
+    DesktopProgram& late = start({"summon"});
+    {
+        const Stopped slow(late.process());
+        EXPECT_EQ(runToEnd({"summon"}).status, 0);
+        waitFor(vorq, "Vorq ⌘⇧A: ");
+        std::this_thread::sleep_for(std::chrono::milliseconds(900));
+    }
+    DesktopSession::waitUntil("the end of the late one", [&] { return !late.isRunning(); });
+    EXPECT_EQ(late.qt().exitCode(), 0);
+    EXPECT_EQ(runToEnd({"note"}).status, 0);
+    waitFor(vorq, "note hotkey");
+    EXPECT_EQ(vorq.output().count("Vorq ⌘⇧A: "), 1);
+}
+
 TEST_F(TrayProgramTest, ALinkIsHandedToTheOneThatRuns) {
     DesktopProgram& vorq = startAndWait();
     const Ended refused = runToEnd({"open", "vorq://auth/callback?handoff=abc"});
