@@ -26,7 +26,7 @@ class WaylandCompositor;
 
 /// What shows the windows of a session: an X server with a window manager, or a compositor for
 /// Wayland with an X server of its own.
-enum class SessionType { Openbox, Sway, KWin };
+enum class SessionType { Openbox, Sway, KWin, Gnome };
 
 struct SessionOptions {
     SessionType type = SessionType::Openbox;

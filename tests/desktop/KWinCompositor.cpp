@@ -12,6 +12,7 @@
 namespace vorq::desktop {
 namespace {
 
+const QString kwin = QStringLiteral("org.kde.KWin");
 constexpr std::string_view mostMemory = "--data=3000000000";
 
 // Requests as they stand on the wire: 0 authenticate, 2 button, 9 absolute motion, 10 key.
@@ -103,10 +104,10 @@ KWinCompositor::KWinCompositor(DesktopSession& session, QSize screen) : m_sessio
 
 KWinCompositor::~KWinCompositor() = default;
 
-QByteArray KWinCompositor::tell(const QString& path, const QString& method,
+QByteArray KWinCompositor::tell(const QString& service, const QString& path, const QString& method,
                                 const QStringList& arguments) const {
     return run("gdbus", "libglib2.0-bin",
-               QStringList{"call", "--session", "-d", "org.kde.KWin", "-o", path, "-m", method} +
+               QStringList{"call", "--session", "-d", service, "-o", path, "-m", method} +
                    arguments,
                m_session.environment());
 }
@@ -120,12 +121,12 @@ KWinCompositor::Window KWinCompositor::find(std::int32_t process) {
         mark + "end');\n";
     const QString file = m_session.write("question.js", script);
     const QString name = QString::fromLatin1(mark.trimmed());
-    QByteArray number = tell("/Scripting", "org.kde.kwin.Scripting.loadScript", {file, name});
+    QByteArray number = tell(kwin, "/Scripting", "org.kde.kwin.Scripting.loadScript", {file, name});
     number = number.mid(1, number.indexOf(',') - 1);
-    tell("/" + QString::fromLatin1(number), "org.kde.kwin.Script.run", {});
+    tell(kwin, "/" + QString::fromLatin1(number), "org.kde.kwin.Script.run", {});
     DesktopSession::waitUntil("kwin to tell of its windows",
                               [&] { return m_program->output().contains(mark + "end"); });
-    tell("/Scripting", "org.kde.kwin.Scripting.unloadScript", {name});
+    tell(kwin, "/Scripting", "org.kde.kwin.Scripting.unloadScript", {name});
     Window found;
     for (const QByteArray& line : m_program->output().split('\n')) {
         const qsizetype at = line.indexOf(mark);
@@ -144,6 +145,26 @@ QRect KWinCompositor::windowOf(std::int32_t process) {
 
 bool KWinCompositor::isInFront(std::int32_t process) {
     return find(process).isActive;
+}
+
+// A program's own entry among the shortcuts, as System Settings adds one for a command.
+void KWinCompositor::bind(QChar letter, const QString& command) {
+    constexpr int setAtOnce = 2;
+    const QString entry = QStringLiteral("shortcut-%1.desktop").arg(letter);
+    m_session.write(".local/share/kglobalaccel/" + entry,
+                    "[Desktop Entry]\nType=Application\nNoDisplay=true\nName=" + command.toUtf8() +
+                        "\nExec=" + command.toUtf8() +
+                        "\nX-KDE-GlobalAccel-CommandShortcut=true\n");
+    const QString action = QStringLiteral("['%1', '_launch', '%2', '%2']").arg(entry, command);
+    const int chord = Qt::META | Qt::SHIFT | letter.toUpper().unicode();
+    const QString service = QStringLiteral("org.kde.kglobalaccel");
+    const QString shortcuts = QStringLiteral("org.kde.KGlobalAccel.");
+    tell(service, "/kglobalaccel", shortcuts + "doRegister", {action});
+    const QByteArray taken =
+        tell(service, "/kglobalaccel", shortcuts + "setShortcut",
+             {action, QStringLiteral("[%1]").arg(chord), QString::number(setAtOnce)});
+    if (!taken.contains(QByteArray::number(chord)))
+        throw std::runtime_error("kwin binds no shortcut: " + taken.toStdString());
 }
 
 } // namespace vorq::desktop

@@ -15,6 +15,7 @@ class KWinCompositor final : public WaylandCompositor {
     [[nodiscard]] VirtualSeat& seat() override { return *m_seat; }
     [[nodiscard]] QRect windowOf(std::int32_t process) override;
     [[nodiscard]] bool isInFront(std::int32_t process) override;
+    void bind(QChar letter, const QString& command) override;
 
   private:
     struct Window {
@@ -23,7 +24,8 @@ class KWinCompositor final : public WaylandCompositor {
     };
 
     [[nodiscard]] Window find(std::int32_t process);
-    QByteArray tell(const QString& path, const QString& method, const QStringList& arguments) const;
+    QByteArray tell(const QString& service, const QString& path, const QString& method,
+                    const QStringList& arguments) const;
 
     DesktopSession& m_session;
     QProcessEnvironment m_variables;

@@ -19,9 +19,7 @@ class SwayCompositor final : public WaylandCompositor {
     [[nodiscard]] VirtualSeat& seat() override { return *m_seat; }
     [[nodiscard]] QRect windowOf(std::int32_t process) override;
     [[nodiscard]] bool isInFront(std::int32_t process) override;
-
-    /// Has the chord Super+Shift and the letter run a command, over and over while it is held.
-    void bind(QChar letter, const QString& command);
+    void bind(QChar letter, const QString& command) override;
 
   private:
     QByteArray tell(const QStringList& message) const;

@@ -74,6 +74,12 @@ wl_proxy* created(wl_proxy* manager, wl_proxy* seat, const wl_interface& interfa
 
 } // namespace
 
+unsigned VirtualSeat::codeOf(QChar letter) {
+    if (letter == u'a') return keyA;
+    if (letter == u's') return keyS;
+    throw std::runtime_error("no such letter on the keyboard");
+}
+
 void VirtualSeat::chord(std::initializer_list<unsigned> keys, std::chrono::milliseconds hold) {
     const std::vector<unsigned> all(keys);
     for (const unsigned code : all)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QChar>
 #include <QPoint>
 #include <QSize>
 #include <QString>
@@ -19,6 +20,9 @@ class VirtualSeat {
     static constexpr unsigned super = 125;
     static constexpr unsigned keyA = 30;
     static constexpr unsigned keyS = 31;
+
+    /// The key of one of these letters.
+    [[nodiscard]] static unsigned codeOf(QChar letter);
 
     VirtualSeat() = default;
     VirtualSeat(const VirtualSeat&) = delete;

@@ -35,6 +35,10 @@ class WaylandCompositor {
 
     /// Whether a window of the process has the keyboard.
     [[nodiscard]] virtual bool isInFront(std::int32_t process) = 0;
+
+    /// Has the chord Super+Shift and a letter run a command, over and over while it is held, as a
+    /// shortcut does that a person sets in this desktop. The letter is one that the seat can play.
+    virtual void bind(QChar letter, const QString& command) = 0;
 };
 
 } // namespace vorq::desktop
