@@ -204,6 +204,21 @@ TEST(ReplyLayout, AWideTableStaysWithinTheReply) {
     EXPECT_GT(layout.height(), 100);
 }
 
+TEST(ReplyLayout, AWideColumnBreaksNoWordsOfTheOthers) {
+    const ReplyLayout layout = laidOut("| Pigment | Peak | You see | Remarks |\n|---|---|---|---|\n"
+                                       "| Chlorophyll b | 453, 642 nm | Yellow-green | " +
+                                       QString("extraordinary ").repeated(20) + "|");
+    const QString text = layout.text({{}, layout.end()});
+    for (const char* word : {"Pigment", "Peak", "Chlorophyll", "Yellow", "green"}) {
+        const auto at = static_cast<qsizetype>(text.indexOf(word));
+        ASSERT_GE(at, 0) << word;
+        const auto top = [&](qsizetype position) {
+            return layout.cursorRect({.block = 0, .offset = position}).top();
+        };
+        EXPECT_EQ(top(at), top(at + static_cast<qsizetype>(strlen(word)) - 1)) << word;
+    }
+}
+
 TEST(ReplyLayout, AnEmptyReplyHasNoHeight) {
     const ReplyLayout layout = laidOut("");
     EXPECT_EQ(layout.height(), 0);

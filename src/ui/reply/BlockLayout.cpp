@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 namespace vorq {
 namespace {
@@ -196,7 +195,8 @@ bool BlockLayout::layOutTable(double width) {
     for (Piece& piece : m_pieces)
         while (!piece.flow.layOutMore(unbounded)) {
         }
-    const std::vector<double> columns = columnWidths(width);
+    const double plateRoom = std::max(1.0, width - 2 * ReplyStyle::platePadding);
+    const std::vector<double> columns = columnWidths(columnNeeds(), plateRoom);
     for (Piece& piece : m_pieces) {
         const double room = std::max(1.0, columns[static_cast<std::size_t>(piece.column)] -
                                               ReplyStyle::tableColumnGap);
@@ -207,30 +207,20 @@ bool BlockLayout::layOutTable(double width) {
     return true;
 }
 
-std::vector<double> BlockLayout::columnWidths(double width) const {
-    std::vector<double> natural(static_cast<std::size_t>(m_columns), 0);
+// For cells that are set on one line each.
+std::vector<ColumnNeed> BlockLayout::columnNeeds() const {
+    std::vector<ColumnNeed> needs(static_cast<std::size_t>(m_columns));
+    const auto withGap = [](double width) { return std::ceil(width) + ReplyStyle::tableColumnGap; };
+    constexpr double bearing = 1; // letters may reach that far beyond their word
     for (const Piece& piece : m_pieces) {
-        double& widest = natural[static_cast<std::size_t>(piece.column)];
-        widest =
-            std::max(widest, std::ceil(piece.flow.naturalWidth()) + ReplyStyle::tableColumnGap);
+        ColumnNeed& need = needs[static_cast<std::size_t>(piece.column)];
+        const double natural = withGap(piece.flow.naturalWidth());
+        need.natural = std::max(need.natural, natural);
+        if (natural <= need.word) continue;
+        const double word = withGap(piece.flow.widestWord() + bearing);
+        need.word = std::max(need.word, std::min(word, natural));
     }
-    const double room = std::max(1.0, width - 2 * ReplyStyle::platePadding);
-    const double sum = std::accumulate(natural.begin(), natural.end(), 0.0);
-    if (sum <= room) {
-        const double spare = m_columns > 0 ? (room - sum) / m_columns : 0;
-        for (double& column : natural)
-            column += spare;
-        return natural;
-    }
-    // Narrow columns keep what they need; the wide ones share the rest by their need.
-    const double fair = room / m_columns;
-    double kept = 0;
-    double shared = 0;
-    for (const double column : natural)
-        (column <= fair ? kept : shared) += column;
-    for (double& column : natural)
-        if (column > fair) column *= (room - kept) / shared;
-    return natural;
+    return needs;
 }
 
 void BlockLayout::placeRows(const std::vector<double>& columns) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "rendering/AssistantReplyDocument.h"
+#include "ui/reply/ColumnWidths.h"
 #include "ui/reply/ReplyStyle.h"
 #include "ui/reply/TextFlow.h"
 
@@ -102,7 +103,7 @@ class BlockLayout {
     bool layOutTable(double width);
     bool layOutStack(double width);
     [[nodiscard]] double indent() const;
-    [[nodiscard]] std::vector<double> columnWidths(double width) const;
+    [[nodiscard]] std::vector<ColumnNeed> columnNeeds() const;
     void placeRows(const std::vector<double>& columns);
 
     [[nodiscard]] const Piece* pieceAt(QPointF point) const;

@@ -79,7 +79,8 @@ QList<QTextLayout::FormatRange> TextFlow::formatsWithin(qsizetype start, qsizety
     return formats;
 }
 
-std::unique_ptr<QTextLayout> TextFlow::shaped(qsizetype start, qsizetype end) const {
+std::unique_ptr<QTextLayout> TextFlow::shaped(qsizetype start, qsizetype end,
+                                              QTextOption::WrapMode wrapping) const {
     QString text = m_source.text.mid(start, end - start);
     // The break that ends a piece would add an empty line below it.
     if (end < m_source.text.size() && text.endsWith(QChar(QChar::LineSeparator))) text.chop(1);
@@ -88,8 +89,7 @@ std::unique_ptr<QTextLayout> TextFlow::shaped(qsizetype start, qsizetype end) co
     option.setTextDirection(m_source.direction);
     const bool isAtRight = m_source.side.value_or(m_source.direction) == Qt::RightToLeft;
     option.setAlignment(Qt::AlignAbsolute | (isAtRight ? Qt::AlignRight : Qt::AlignLeft));
-    option.setWrapMode(m_source.wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere
-                                      : QTextOption::NoWrap);
+    option.setWrapMode(wrapping);
     option.setUseDesignMetrics(true);
     option.setTabStopDistance(tabCharacters * QFontMetricsF(m_source.font).horizontalAdvance(u'0'));
     layout->setTextOption(option);
@@ -100,13 +100,15 @@ std::unique_ptr<QTextLayout> TextFlow::shaped(qsizetype start, qsizetype end) co
 
 void TextFlow::addPiece() {
     const double lineWidth = m_source.wraps ? m_width : unboundedWidth;
+    const auto wrapping =
+        m_source.wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap;
     qsizetype end = pieceEnd();
-    std::unique_ptr<QTextLayout> layout = shaped(m_next, end);
+    std::unique_ptr<QTextLayout> layout = shaped(m_next, end, wrapping);
     Lines lines = setLines(*layout, lineWidth, m_source.lineGap);
     if (m_source.wraps && end < m_source.text.size() && layout->lineCount() > 1) {
         // The last line goes on in the next piece.
         end = m_next + layout->lineAt(layout->lineCount() - 1).textStart();
-        layout = shaped(m_next, end);
+        layout = shaped(m_next, end, wrapping);
         lines = setLines(*layout, lineWidth, m_source.lineGap);
     }
     Piece piece;
@@ -119,6 +121,17 @@ void TextFlow::addPiece() {
     m_naturalWidth = std::max(m_naturalWidth, lines.widest);
     m_next = end;
     m_pieces.push_back(std::move(piece));
+}
+
+double TextFlow::widestWord() const {
+    double widest = 0;
+    for (const Piece& piece : m_pieces) {
+        // Where words may be broken, the layout does not tell of them.
+        const auto layout = shaped(piece.start, piece.start + piece.length, QTextOption::WordWrap);
+        setLines(*layout, unboundedWidth, 0);
+        widest = std::max(widest, layout->minimumWidth());
+    }
+    return widest;
 }
 
 const TextFlow::Piece* TextFlow::pieceAt(double y) const {

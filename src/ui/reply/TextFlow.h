@@ -47,6 +47,8 @@ class TextFlow {
     [[nodiscard]] double height() const { return m_height; }
     /// Of the longest line.
     [[nodiscard]] double naturalWidth() const { return m_naturalWidth; }
+    /// Of what is not broken where there is room for it. Measured anew with each call.
+    [[nodiscard]] double widestWord() const;
     /// The width that it is set for; negative before.
     [[nodiscard]] double width() const { return m_width; }
     [[nodiscard]] const QString& text() const { return m_source.text; }
@@ -101,7 +103,8 @@ class TextFlow {
     void restart(double width);
     void addPiece();
     [[nodiscard]] qsizetype pieceEnd() const;
-    [[nodiscard]] std::unique_ptr<QTextLayout> shaped(qsizetype start, qsizetype end) const;
+    [[nodiscard]] std::unique_ptr<QTextLayout> shaped(qsizetype start, qsizetype end,
+                                                      QTextOption::WrapMode wrapping) const;
     [[nodiscard]] QList<QTextLayout::FormatRange> formatsWithin(qsizetype start,
                                                                 qsizetype end) const;
     [[nodiscard]] const Piece* pieceAt(double y) const;
