@@ -100,15 +100,60 @@ TEST_F(ContextMenuTest, ItHasTheColoursOfThePanelNotOfTheDesktop) {
         ASSERT_TRUE(menu);
         const QRect first = menu->actionGeometry(entry(*menu, "Copy reply"));
         EXPECT_EQ(first.height(), 30);
-        const auto ground = [&] {
-            return menu->grab().toImage().pixelColor(first.right() - 4, first.center().y());
+        const auto ground = [&](int y) {
+            return menu->grab().toImage().pixelColor(first.right() - 4, y);
         };
-        EXPECT_EQ(ground(), QColor(isDark ? "#343741" : "#FFFFFF"));
+        const int top = menu->actionGeometry(entry(*menu, "Deepen")).top() + 2;
+        EXPECT_NEAR(ground(top).blue(), isDark ? 0x41 : 0xFF, 1);
         QTest::keyClick(menu, Qt::Key_Down);
-        EXPECT_TRUE(
-            QTest::qWaitFor([&] { return ground() == QColor(isDark ? "#4A65EA" : "#3F5AE6"); }));
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return ground(first.center().y()) == QColor(isDark ? "#4A65EA" : "#3F5AE6"); }));
         menu->close();
     }
+}
+
+TEST_F(ContextMenuTest, ItsEdgeAndItsLinesStandOutFromItsGround) {
+    for (const bool isDark : {true, false}) {
+        stage.state->appearance().setPanelAppearance(isDark ? PanelAppearance::Current
+                                                            : PanelAppearance::White);
+        stage.settle(50);
+        QMenu* menu = openOn(stage.find("ReplyView"));
+        ASSERT_TRUE(menu);
+        const QImage shown = menu->grab().toImage();
+        const int middle = shown.width() / 2;
+        const auto step = [&](int y, int beside) {
+            return std::abs(qGray(shown.pixel(middle, y)) - qGray(shown.pixel(middle, beside)));
+        };
+        EXPECT_GT(step(0, 3), 12) << "its edge";
+        const QRect line = menu->actionGeometry(menu->actions().at(1));
+        EXPECT_GT(step(line.center().y(), line.top() + 1), 12) << "a line between its entries";
+        EXPECT_GE(shown.width(), 160) << "no narrow slip";
+        menu->close();
+    }
+}
+
+TEST_F(ContextMenuTest, ShiftWithF10StandsInForTheKeyOfMenus) {
+    m_field->forceActiveFocus();
+    QTest::keyClick(stage.window.get(), Qt::Key_F10, Qt::ShiftModifier);
+    ASSERT_TRUE(menu());
+    EXPECT_TRUE(entry(*menu(), "Paste"));
+    menu()->close();
+    stage.find("ReplyView")->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(stage.window.get(), Qt::Key_F10, Qt::ShiftModifier);
+    ASSERT_TRUE(menu());
+    EXPECT_TRUE(entry(*menu(), "Copy reply"));
+}
+
+TEST_F(ContextMenuTest, WhatIsSelectedInTheUsersOwnMessageIsCopiedByKeysAlone) {
+    QQuickItem* words = stage.find("UserBubble")->findChild<QQuickItem*>("words");
+    ASSERT_TRUE(words);
+    QTest::mouseDClick(stage.window.get(), Qt::LeftButton, {}, words->mapToScene({4, 8}).toPoint());
+    QTest::keyClick(stage.window.get(), Qt::Key_Menu);
+    ASSERT_TRUE(menu());
+    ASSERT_TRUE(menu()->activeAction());
+    EXPECT_EQ(menu()->activeAction()->text(), "Copy");
+    QTest::keyClick(menu(), Qt::Key_Return);
+    EXPECT_EQ(clipboard(), "A");
 }
 
 TEST_F(ContextMenuTest, InHighContrastItIsReadableAndHasAnEdge) {

@@ -28,14 +28,19 @@ QAction* firstEnabled(const QMenu& menu) {
 }
 
 const QString styleSheet = QStringLiteral(R"(
-    QMenu { background: %1; border: 1px solid %2; border-radius: %7px; padding: 5px; }
-    QMenu::item { height: %8px; padding: 0 24px 0 12px; border-radius: %9px; color: %3; }
-    QMenu::item:selected { background: %5; color: %6; }
-    QMenu::item:disabled { background: transparent; color: %4; }
-    QMenu::separator { height: 1px; margin: 5px 12px; background: %2; }
+    QMenu { background: qlineargradient(x1: 0, y1: 0, x2: 0, y2: 1, stop: 0 %1, stop: 1 %2);
+            border: 1px solid %3; border-radius: %4px; padding: 5px; }
+    QMenu::item { height: %5px; padding: 0 24px 0 12px; border-radius: %6px; color: %7; }
+    QMenu::item:selected { background: %8; color: %9; }
+    QMenu::item:disabled { background: transparent; color: %10; }
+    QMenu::separator { height: 1px; margin: 5px 12px; background: %11; }
 )");
 constexpr int radius = 12;
 constexpr int rowRadius = 8;
+
+QString inStyle(const QColor& color) {
+    return color.name(QColor::HexArgb);
+}
 
 } // namespace
 
@@ -63,10 +68,13 @@ void ContextMenu::open(QQuickItem* item, QPointF at, const QJSValue& entries, bo
 // Before its window is made.
 void ContextMenu::applyLook() {
     m_menu->setFont(m_font);
-    m_menu->setStyleSheet(styleSheet.arg(m_ground.name(), m_edge.name(), m_ink.name(),
-                                         m_inkOff.name(), m_highlight.name(), m_highlightInk.name(),
-                                         QString::number(m_isRounded ? radius : 0),
-                                         QString::number(m_rowHeight), QString::number(rowRadius)));
+    m_menu->setMinimumWidth(m_leastWidth);
+    m_menu->setStyleSheet(styleSheet
+                              .arg(inStyle(m_groundTop), inStyle(m_groundBottom), inStyle(m_edge),
+                                   QString::number(m_isRounded ? radius : 0),
+                                   QString::number(m_rowHeight), QString::number(rowRadius),
+                                   inStyle(m_ink), inStyle(m_highlight), inStyle(m_highlightInk))
+                              .arg(inStyle(m_inkOff), inStyle(m_rule)));
     m_menu->setAttribute(Qt::WA_TranslucentBackground, m_isRounded);
     m_menu->setWindowFlag(Qt::FramelessWindowHint);
     m_menu->setWindowFlag(Qt::NoDropShadowWindowHint, m_isRounded);

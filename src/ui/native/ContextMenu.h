@@ -16,8 +16,11 @@ namespace vorq {
 class ContextMenu : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QColor ground MEMBER m_ground NOTIFY lookChanged)
+    Q_PROPERTY(QColor groundTop MEMBER m_groundTop NOTIFY lookChanged)
+    Q_PROPERTY(QColor groundBottom MEMBER m_groundBottom NOTIFY lookChanged)
     Q_PROPERTY(QColor edge MEMBER m_edge NOTIFY lookChanged)
+    /// Of the lines between entries.
+    Q_PROPERTY(QColor rule MEMBER m_rule NOTIFY lookChanged)
     Q_PROPERTY(QColor ink MEMBER m_ink NOTIFY lookChanged)
     Q_PROPERTY(QColor inkOff MEMBER m_inkOff NOTIFY lookChanged)
     Q_PROPERTY(QColor highlight MEMBER m_highlight NOTIFY lookChanged)
@@ -25,6 +28,7 @@ class ContextMenu : public QObject {
     Q_PROPERTY(QFont font MEMBER m_font NOTIFY lookChanged)
     /// In logical pixels.
     Q_PROPERTY(int rowHeight MEMBER m_rowHeight NOTIFY lookChanged)
+    Q_PROPERTY(int leastWidth MEMBER m_leastWidth NOTIFY lookChanged)
     /// Only where windows are translucent.
     Q_PROPERTY(bool isRounded MEMBER m_isRounded NOTIFY lookChanged)
 
@@ -44,14 +48,17 @@ class ContextMenu : public QObject {
   private:
     void applyLook();
 
-    QColor m_ground;
+    QColor m_groundTop;
+    QColor m_groundBottom;
     QColor m_edge;
+    QColor m_rule;
     QColor m_ink;
     QColor m_inkOff;
     QColor m_highlight;
     QColor m_highlightInk;
     QFont m_font;
     int m_rowHeight = 30;
+    int m_leastWidth = 0;
     bool m_isRounded = false;
     QPointer<QMenu> m_menu;
 };

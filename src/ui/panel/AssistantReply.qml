@@ -110,7 +110,12 @@ Item {
         container: reply.container
         activeFocusOnTab: true
         Keys.forwardTo: reply.tabs ? [reply.tabs] : []
-        Keys.onMenuPressed: reply.openMenu(Qt.point(caret.x, caret.y + caret.height), true)
+        Keys.onPressed: event => {
+            if (!menu.isAskedForBy(event))
+                return
+            reply.openMenu(Qt.point(caret.x, caret.y + caret.height), true)
+            event.accepted = true
+        }
         onLinkActivated: address => App.panel.openLink(address)
         onCaretChanged: if (caret.height > 0) reply.caretMoved(blocks, caret)
         Accessible.role: Accessible.Document // which is what makes it an element; it tells the rest itself

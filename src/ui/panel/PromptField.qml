@@ -126,7 +126,7 @@ Flickable {
                 if (!edit.inputMethodComposing)
                     field.submitted()
                 event.accepted = true
-            } else if (event.key === Qt.Key_Menu) {
+            } else if (menu.isAskedForBy(event)) {
                 field.openMenu(Qt.point(edit.cursorRectangle.x, edit.cursorRectangle.y + edit.cursorRectangle.height), true)
                 event.accepted = true
             } else if (event.matches(StandardKey.Paste)) {

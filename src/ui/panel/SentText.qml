@@ -145,12 +145,24 @@ Column {
                     Accessible.name: text
                     onActiveFocusChanged: if (!activeFocus) deselect()
 
-                    TapHandler {
-                        acceptedButtons: Qt.RightButton
-                        onTapped: point => menu.open(words, point.position, [
+                    Keys.onPressed: event => {
+                        if (!menu.isAskedForBy(event))
+                            return
+                        const caret = words.cursorRectangle
+                        openMenu(Qt.point(caret.x, caret.y + caret.height), true)
+                        event.accepted = true
+                    }
+
+                    function openMenu(at: point, byKey: bool) {
+                        menu.open(words, at, [
                             { text: qsTr("Copy"), off: words.selectedText === "", act: () => words.copy() },
                             { text: qsTr("Copy the sent text"), act: () => App.panel.copyText(sent.content) }
-                        ])
+                        ], byKey)
+                    }
+
+                    TapHandler {
+                        acceptedButtons: Qt.RightButton
+                        onTapped: point => words.openMenu(point.position, false)
                     }
                     TextMenu {
                         id: menu

@@ -97,12 +97,24 @@ Item {
                 Accessible.ignored: true
                 objectName: "words"
 
-                TapHandler {
-                    acceptedButtons: Qt.RightButton
-                    onTapped: point => menu.open(words, point.position, [
+                Keys.onPressed: event => {
+                    if (!menu.isAskedForBy(event))
+                        return
+                    const caret = words.cursorRectangle
+                    openMenu(Qt.point(caret.x, caret.y + caret.height), true)
+                    event.accepted = true
+                }
+
+                function openMenu(at: point, byKey: bool) {
+                    menu.open(words, at, [
                         { text: qsTr("Copy"), off: words.selectedText === "", act: () => words.copy() },
                         { text: qsTr("Copy message"), act: () => App.panel.copyText(bubble.said) }
-                    ])
+                    ], byKey)
+                }
+
+                TapHandler {
+                    acceptedButtons: Qt.RightButton
+                    onTapped: point => words.openMenu(point.position, false)
                 }
                 OutsidePress {
                     enabled: words.selectedText !== ""

@@ -140,6 +140,8 @@ QtObject {
     readonly property color tipFill: high ? strongGround : dark ? "#383B46" : "#FFFFFF"
     readonly property color floatRimTop: high ? strongInk : dark ? Qt.rgba(1, 1, 1, 0.24) : Qt.rgba(1, 1, 1, 1)
     readonly property color floatRimBottom: high ? strongInk : dark ? Qt.rgba(1, 1, 1, 0.08) : Qt.rgba(1, 1, 1, 0.8)
+    // A menu is a window of its own, and casts no shadow that would tell it from what lies below.
+    readonly property color menuEdge: high ? strongInk : dark ? Qt.rgba(1, 1, 1, 0.24) : Qt.rgba(0.06, 0.08, 0.16, 0.26)
     readonly property color floatHairline: high ? strongInk : dark ? Qt.rgba(0, 0, 0, 0.55) : Qt.rgba(0.06, 0.08, 0.16, 0.13)
 
     // ---- blocks of the conversation
