@@ -100,6 +100,15 @@ TEST_F(ComposerTest, GrowsToFiveLinesAndNoFurther) {
     EXPECT_EQ(composer->height(), least);
 }
 
+TEST_F(ComposerTest, WithLargeTextItDoesNotGrowByTheFirstLetter) {
+    stage.look->setTextScale(2);
+    stage.settle(50);
+    const double empty = stage.find("Composer")->height();
+    type("a");
+    stage.settle(20);
+    EXPECT_EQ(stage.find("Composer")->height(), empty);
+}
+
 TEST_F(ComposerTest, TypingCanBeUndoneInOneGo) {
     type("abc");
     key(Qt::Key_Z, Qt::ControlModifier);

@@ -31,7 +31,7 @@ Flickable {
 
     implicitHeight: Math.min(contentHeight, tallest)
     contentWidth: width
-    contentHeight: edit.implicitHeight - Theme.bubbleLeading + 2 * endPadding
+    contentHeight: Math.max(edit.implicitHeight, lineHeight) - Theme.bubbleLeading + 2 * endPadding
     interactive: contentHeight > height
     boundsBehavior: Flickable.StopAtBounds
     flickableDirection: Flickable.VerticalFlick
