@@ -1,5 +1,6 @@
 #include "ui/UiContext.h"
 
+#include "ui/native/ApplicationAccessible.h"
 #include "ui/native/Fonts.h"
 #include "ui/native/ScopeAccessible.h"
 #include "ui/native/ScreenReader.h"
@@ -22,6 +23,7 @@ constexpr const char* contextProperty = "vorqUiContext";
 
 void prepareUi() {
     Fonts::preferColourEmoji();
+    ApplicationAccessible::install();
     ScopeAccessible::install();
     ScreenReader::watch();
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);

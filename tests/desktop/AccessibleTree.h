@@ -34,7 +34,7 @@ class AccessibleTree {
     /// All elements, parents before their children. What vanishes meanwhile is left out.
     [[nodiscard]] std::vector<AccessibleNode> read() const;
 
-    /// An element of this path with all elements beside it, which a menu has none of in read().
+    /// An element of this path with all elements beside it.
     [[nodiscard]] std::vector<AccessibleNode> readSiblings(const QString& path) const;
 
     /// An element alone; its parent is not read. One that has vanished has no role.

@@ -44,8 +44,7 @@ class TextMenuTest : public testing::Test {
         return vorq.tree().placeOfCharacter(text, at + 1).center();
     }
 
-    // The window manager knows nothing of menus, nor does a screen reader before they have the
-    // focus.
+    // The window manager knows nothing of menus.
     [[nodiscard]] QRect menu() const {
         const QByteArray shown =
             run("xdotool", "xdotool", {"search", "--onlyvisible", "--class", "vorq"},
@@ -94,6 +93,22 @@ TEST_F(TextMenuTest, CopyAndDeepenAreAboutWhatIsSelectedInTheReply) {
             if (node.isShowing && node.name == "Remove silt") return true;
         return false;
     });
+}
+
+TEST_F(TextMenuTest, AScreenReaderThatWalksTheProgramFindsTheMenuWhileItIsOpen) {
+    const auto entries = [&] {
+        std::vector<std::string> names;
+        for (const AccessibleNode& node : vorq.controls())
+            if (node.role == "menu item") names.push_back(node.name.toStdString());
+        return names;
+    };
+    EXPECT_THAT(entries(), testing::IsEmpty());
+    const QPoint word = placeOf(reply(), "silt");
+    openMenu(word);
+    EXPECT_THAT(entries(), testing::ElementsAre("Deepen", "Copy", "Copy reply", "Select All"));
+    session.key({"Escape"});
+    DesktopSession::waitUntil("the menu to go", [&] { return menu().isEmpty(); });
+    EXPECT_THAT(entries(), testing::IsEmpty());
 }
 
 TEST_F(TextMenuTest, APressBesideTheMenuClosesItAndDropsTheSelection) {

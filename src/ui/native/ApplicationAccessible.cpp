@@ -1,0 +1,58 @@
+#include "ui/native/ApplicationAccessible.h"
+
+#include <QGuiApplication>
+#include <QWindow>
+
+#include <algorithm>
+#include <iterator>
+
+namespace vorq {
+namespace {
+
+QAccessibleInterface* interfaceOfApplication(const QString&, QObject* object) {
+    return object == qGuiApp ? new ApplicationAccessible : nullptr;
+}
+
+// A menu of another stands below that one.
+bool isOpenPopup(const QWindow& window, const QAccessibleInterface& root) {
+    const QAccessibleInterface* above = root.parent();
+    return window.isVisible() && above != nullptr && above->object() == qGuiApp;
+}
+
+} // namespace
+
+void ApplicationAccessible::install() {
+    QAccessible::installFactory(interfaceOfApplication);
+}
+
+std::vector<QAccessibleInterface*> ApplicationAccessible::windows() const {
+    std::vector<QAccessibleInterface*> found;
+    for (const QWindow* window : QGuiApplication::topLevelWindows()) {
+        if (window->type() == Qt::Desktop) continue;
+        QAccessibleInterface* root = window->accessibleRoot();
+        if (root == nullptr || root->object() == nullptr) continue;
+        if (window->type() == Qt::Popup && !isOpenPopup(*window, *root)) continue;
+        found.push_back(root);
+    }
+    return found;
+}
+
+QAccessibleInterface* ApplicationAccessible::child(int index) const {
+    const std::vector<QAccessibleInterface*> all = windows();
+    const bool isThere = index >= 0 && index < std::ssize(all);
+    return isThere ? all[static_cast<std::size_t>(index)] : nullptr;
+}
+
+int ApplicationAccessible::childCount() const {
+    return static_cast<int>(std::ssize(windows()));
+}
+
+int ApplicationAccessible::indexOfChild(const QAccessibleInterface* child) const {
+    const std::vector<QAccessibleInterface*> all = windows();
+    const auto found = std::ranges::find_if(all, [child](const QAccessibleInterface* window) {
+        return child != nullptr && window->object() == child->object();
+    });
+    return found == all.end() ? -1 : static_cast<int>(std::distance(all.begin(), found));
+}
+
+} // namespace vorq
