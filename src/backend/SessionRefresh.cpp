@@ -113,6 +113,15 @@ QCoro::Task<SessionRefresh::Outcome> SessionRefresh::attempt(SessionRefresh* sel
         if (stored.refreshToken.isEmpty()) co_return Outcome{Outcome::Kind::Refused, {}};
         if (!heldToken.isEmpty() && stored.token != heldToken)
             co_return self->adoptReplacement(heldToken);
+        // A token is good for one call: spent and not replaced, it would end the session with the
+        // program.
+        if (const std::optional<QString> reason = self->m_store.whyFixed()) {
+            co_return Outcome{
+                .kind = Outcome::Kind::Failed,
+                .failure = ServiceError::requestFailed(
+                    u"Vorq cannot write its settings (%1), so it could not renew your session. "
+                    "You stay signed in."_s.arg(*reason))};
+        }
         const Answer answer = co_await ask(self, round, stored.refreshToken, stop);
         if (stop.stop_requested() || round->outcome) co_return Outcome();
         if (answer.session && answer.session->isLive())

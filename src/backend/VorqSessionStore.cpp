@@ -76,6 +76,10 @@ bool VorqSessionStore::replace(const QString& refreshToken, const Record& record
     return m_defaults.applyIf(refreshTokenKey, refreshToken, changesOf(record));
 }
 
+std::optional<QString> VorqSessionStore::whyFixed() const {
+    return m_defaults.whyFixed(refreshTokenKey);
+}
+
 void VorqSessionStore::writeProfile(const Record& record) {
     m_defaults.apply({{emailKey, record.email},
                       {tokenKey, record.token},

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
+
 namespace vorq {
 
 class AppPaths;
@@ -36,6 +38,8 @@ class VorqSessionStore {
     void write(const Record& record);
     /// The same if the refresh token is still the one given. Gives whether it was.
     bool replace(const QString& refreshToken, const Record& record);
+    /// Why new tokens could not take the place of the stored ones for good; nothing if they can.
+    [[nodiscard]] std::optional<QString> whyFixed() const;
     /// Stores all but the refresh token as one change.
     void writeProfile(const Record& record);
     void writeEmail(const QString& email);

@@ -37,6 +37,12 @@ class Defaults {
     virtual bool applyIf(const QString& key, const QString& text,
                          const std::vector<Change>& changes) = 0;
 
+    /// Why a new value of this key would be forgotten with the process while the present one is
+    /// kept; nothing if either would be kept, or neither. For values that are lost with a change.
+    [[nodiscard]] virtual std::optional<QString> whyFixed(const QString& /*key*/) {
+        return std::nullopt;
+    }
+
     /// Takes in what other programs of the user have stored meanwhile.
     virtual void synchronise() {}
 

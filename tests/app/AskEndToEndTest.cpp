@@ -15,6 +15,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <pty.h>
@@ -32,6 +33,7 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
+constexpr uid_t nobody = 65534;
 constexpr int patience = 60'000; // milliseconds, for a machine that is busy
 
 const QByteArray material =
@@ -77,9 +79,11 @@ class AskEndToEndTest : public testing::Test {
     };
 
     std::unique_ptr<QProcess> start(const QString& program, const QStringList& arguments,
-                                    const QByteArray& input = {}) const {
+                                    const QByteArray& input = {},
+                                    const std::function<void()>& asChild = {}) const {
         auto process = std::make_unique<QProcess>();
         process->setProcessEnvironment(m_environment);
+        process->setChildProcessModifier(asChild);
         process->start(program, arguments);
         process->write(input);
         // What is written reaches a program only while it is waited for, one at a time.
@@ -102,6 +106,19 @@ class AskEndToEndTest : public testing::Test {
 
     [[nodiscard]] Outcome ask(const QStringList& arguments, const QByteArray& input = {}) const {
         return run(VORQ_PROGRAM, QStringList{"ask"} + arguments, input);
+    }
+
+    static void giveToNobody(const QStringList& paths) {
+        if (::geteuid() != 0) return;
+        for (const QString& path : paths)
+            EXPECT_TRUE(::chown(qPrintable(path), nobody, nobody) == 0 || !QFile::exists(path));
+    }
+
+    [[nodiscard]] Outcome askAsNobody(const QStringList& arguments, const QByteArray& input) const {
+        const auto becomeNobody = [] {
+            if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) ::_exit(99);
+        };
+        return finish(*start(VORQ_PROGRAM, QStringList{"ask"} + arguments, input, becomeNobody));
     }
 
     void signIn() const {
@@ -346,6 +363,30 @@ TEST_F(AskEndToEndTest, TwoAtOnceWithAnExpiredTokenKeepTheSessionAndTheAvatar) {
         EXPECT_TRUE(QFile::exists(avatar)) << round;
         if (HasFailure()) return;
     }
+}
+
+// Root may write anywhere, so the programs become somebody else for this.
+TEST_F(AskEndToEndTest, WithSettingsThatCannotBeWrittenItKeepsTheSessionAndSaysWhy) {
+    startGateway();
+    signIn();
+    replaceStoredToken("expired");
+    const QString settings = m_home.filePath("config/Vorq");
+    writeFile(settings + "/settings.json.lock", "1\nvorq\nelsewhere\n");
+    giveToNobody({m_home.path(), m_home.filePath("config"), settings, settings + "/settings.json",
+                  m_home.filePath("data"), m_home.filePath("data/Vorq")});
+    ASSERT_EQ(::chmod(qPrintable(settings), 0555), 0);
+    for (int round = 0; round < 2; ++round) {
+        const auto begin = std::chrono::steady_clock::now();
+        const Outcome outcome = askAsNobody({"Summarise this"}, material);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_THAT(outcome.err,
+                    HasSubstr("Vorq cannot write its settings (Permission denied), so it could "
+                              "not renew your session. You stay signed in."));
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 10s);
+    }
+    ASSERT_EQ(::chmod(qPrintable(settings), 0755), 0);
+    const Outcome outcome = askAsNobody({"Summarise this"}, material);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
 }
 
 TEST_F(AskEndToEndTest, KilledBeforeTheAnswerOfItsRefreshItIsStillSignedInAfterwards) {

@@ -68,6 +68,25 @@ TEST_F(AccountRefreshTest, ASessionThatIsNotLiveIsFailure) {
     }
 }
 
+TEST_F(AccountRefreshTest, ATokenThatCouldNotBeReplacedIsNotSpent) {
+    signIn();
+    defaults.fixed = "Permission denied";
+    const auto refused = call();
+    answerLast(401, "{}");
+    EXPECT_EQ(refused.message(),
+              u"Vorq cannot write its settings (Permission denied), so it could not renew your "
+              "session. You stay signed in.");
+    EXPECT_EQ(transport.count(), 1u) << "no refresh";
+    EXPECT_TRUE(account->signedIn());
+    EXPECT_EQ(stored("refreshToken"), u"r1");
+
+    defaults.fixed.reset();
+    const auto renewed = call();
+    answerLast(401, "{}");
+    answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
+    EXPECT_EQ(bearer(3), "Bearer t2");
+}
+
 TEST_F(AccountRefreshTest, AResponseWithoutARefreshTokenErasesTheStoredOne) {
     signIn();
     const Outcome outcome(account->refreshAccessTokenIfNeeded());

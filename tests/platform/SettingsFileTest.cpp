@@ -9,7 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
+#include <functional>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -30,6 +33,27 @@ class SettingsFileTest : public testing::Test {
 
     [[nodiscard]] QStringList entries() const {
         return QDir(m_folder.filePath("Vorq")).entryList(QDir::Files, QDir::Name);
+    }
+
+    // The user's settings in a folder that is read-only while the work runs. Root may write
+    // anywhere, so it becomes somebody else for this.
+    static bool holdsInReadOnlyFolder(const QString& folder, const std::function<bool()>& work) {
+        constexpr uid_t somebodyElse = 65534;
+        for (const QString& name : QDir(folder).entryList(QDir::Files))
+            if (::geteuid() == 0)
+                EXPECT_EQ(::chown(qPrintable(folder + '/' + name), somebodyElse, somebodyElse), 0);
+        ::chmod(qPrintable(QFileInfo(folder).absolutePath()), 0755);
+        ::chmod(qPrintable(folder), 0555);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            if (::geteuid() == 0 && (::setgid(somebodyElse) != 0 || ::setuid(somebodyElse) != 0))
+                ::_exit(2);
+            ::_exit(work() ? 0 : 1);
+        }
+        int status = -1;
+        ::waitpid(child, &status, 0);
+        ::chmod(qPrintable(folder), 0755);
+        return WIFEXITED(status) && WEXITSTATUS(status) == 0;
     }
 
     [[nodiscard]] static QByteArray contentOf(const QString& path) {
@@ -279,6 +303,39 @@ TEST_F(SettingsFileTest, UnwrittenChangesAreWrittenWithTheNextOneThatCanBe) {
     QFile::remove(folder);
     settings.setString("b", "2");
     EXPECT_EQ(SettingsFile(folder + "/settings.json").string("a"), "1");
+}
+
+TEST_F(SettingsFileTest, ALockThatWasLeftInAReadOnlyFolderIsNotWaitedFor) {
+    using namespace std::chrono_literals;
+    put("{}");
+    QFile left(m_path + ".lock");
+    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    // In the form of QLockFile: of a process that runs.
+    left.write(QByteArray::number(::getpid()) + "\ntest_platform\n" +
+               QSysInfo::machineHostName().toUtf8() + '\n');
+    left.close();
+    EXPECT_TRUE(holdsInReadOnlyFolder(m_folder.filePath("Vorq"), [this] {
+        const auto start = std::chrono::steady_clock::now();
+        SettingsFile settings(m_path);
+        settings.setString("a", "1");
+        return settings.string("a") == "1" && std::chrono::steady_clock::now() - start < 1s;
+    }));
+}
+
+TEST_F(SettingsFileTest, AValueInAReadOnlyFolderIsFixedUntilItCanBeWritten) {
+    SettingsFile settings(m_path);
+    settings.setString("a", "1");
+    EXPECT_EQ(settings.whyFixed("a"), std::nullopt);
+    EXPECT_EQ(settings.whyFixed("missing"), std::nullopt);
+    EXPECT_TRUE(holdsInReadOnlyFolder(m_folder.filePath("Vorq"), [this] {
+        SettingsFile fixed(m_path);
+        if (fixed.whyFixed("a") != QString("Permission denied")) return false;
+        // What is in memory alone can change there.
+        fixed.setString("a", "2");
+        return fixed.whyFixed("a") == std::nullopt && fixed.whyFixed("b") != std::nullopt;
+    }));
+    EXPECT_EQ(settings.whyFixed("a"), std::nullopt);
+    EXPECT_EQ(SettingsFile(m_path).string("a"), "1");
 }
 
 TEST_F(SettingsFileTest, KilledDuringWritesLeavesAWholeFile) {

@@ -9,6 +9,7 @@
 #include <QLockFile>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <optional>
@@ -26,6 +27,14 @@ const QByteArray byteOrderMark = "\xef\xbb\xbf";
 QByteArray bytesOf(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Waits for other programs that write. Not where nobody can write: a lock that was left there would
+// never go.
+void lockForWriting(QLockFile& lock, const QString& folder) {
+    if (!QFileInfo(folder).isWritable()) return;
+    lock.setStaleLockTime(5s);
+    lock.tryLock(2s);
 }
 
 // Invalid unless all of it is strings.
@@ -171,12 +180,12 @@ bool SettingsFile::applyIf(const QString& key, const QString& text,
 
 bool SettingsFile::applyWhere(const std::function<bool()>& holds,
                               const std::vector<Change>& changes) {
-    QDir().mkpath(QFileInfo(m_path).absolutePath());
+    const QString folder = QFileInfo(m_path).absolutePath();
+    QDir().mkpath(folder);
     // Without the lock, as on a read-only disk, the write is tried all the same and fails by
     // itself.
     QLockFile lock(m_path + QStringLiteral(".lock"));
-    lock.setStaleLockTime(5s);
-    lock.tryLock(2s);
+    lockForWriting(lock, folder);
     reload();
     change(m_unwritten);
     if (!holds()) return false;
@@ -184,6 +193,14 @@ bool SettingsFile::applyWhere(const std::function<bool()>& holds,
     m_unwritten.insert(m_unwritten.end(), changes.begin(), changes.end());
     if (write()) m_unwritten.clear();
     return true;
+}
+
+std::optional<QString> SettingsFile::whyFixed(const QString& key) {
+    apply({});
+    const auto isInMemoryAlone = std::ranges::any_of(
+        m_unwritten, [&key](const Change& change) { return change.first == key; });
+    if (m_failure.isEmpty() || isInMemoryAlone) return std::nullopt;
+    return m_failure;
 }
 
 void SettingsFile::synchronise() {
@@ -200,8 +217,7 @@ std::expected<void, QString> SettingsFile::erase() {
     const QString name = file.fileName();
     if (file.isSymLink()) QFile(m_path).resize(0);
     QLockFile lock(m_path + QStringLiteral(".lock"));
-    lock.setStaleLockTime(5s);
-    lock.tryLock(2s);
+    lockForWriting(lock, folder.absolutePath());
     QStringList all = {name};
     all += folder.entryList({name + QStringLiteral(".damaged-*")}, QDir::Files);
     QStringList failures;
@@ -215,17 +231,25 @@ std::expected<void, QString> SettingsFile::erase() {
 }
 
 bool SettingsFile::write() {
-    if (m_unreadable || (m_damaged && !keepDamagedFile())) return false;
+    if (m_unreadable) return fail(QStringLiteral("the file cannot be read"));
+    if (m_damaged && !keepDamagedFile())
+        return fail(QStringLiteral("the damaged file cannot be kept"));
     QSaveFile file(m_path);
     // The permissions are set before the first byte, which may be a secret.
     const QByteArray bytes = encode(m_content);
     if (file.open(QIODevice::WriteOnly) && file.setPermissions(privateFile) &&
         file.write(bytes) == bytes.size() && file.commit()) {
         m_damaged = false;
+        m_failure.clear();
         return true;
     }
     warnOnce(QStringLiteral("Vorq cannot write its settings %1 (%2); changes last until it ends.")
                  .arg(m_path, file.errorString()));
+    return fail(file.errorString());
+}
+
+bool SettingsFile::fail(const QString& reason) {
+    m_failure = reason;
     return false;
 }
 

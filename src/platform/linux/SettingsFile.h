@@ -25,6 +25,8 @@ class SettingsFile final : public Defaults {
     void apply(const std::vector<Change>& changes) override;
     bool applyIf(const QString& key, const QString& text,
                  const std::vector<Change>& changes) override;
+    /// Tries to write the file as it is.
+    [[nodiscard]] std::optional<QString> whyFixed(const QString& key) override;
     void synchronise() override;
     /// Takes kept damaged files along, which may hold secrets, and the folder if nothing else is
     /// in it. What a symbolic link leads to stays, but empty.
@@ -47,12 +49,14 @@ class SettingsFile final : public Defaults {
     bool applyWhere(const std::function<bool()>& holds, const std::vector<Change>& changes);
     bool write();
     bool keepDamagedFile();
+    bool fail(const QString& reason);
     void warnOnce(const QString& text);
 
     QString m_path;
     Content m_content;
     // Changes that could not be written stand over what the file says.
     std::vector<Change> m_unwritten;
+    QString m_failure; // of the latest write; "" if it came through
     bool m_hasRead = false;
     bool m_damaged = false;
     bool m_unreadable = false;

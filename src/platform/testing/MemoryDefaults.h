@@ -14,6 +14,9 @@ class MemoryDefaults final : public Defaults {
     bool applyIf(const QString& key, const QString& text,
                  const std::vector<Change>& changes) override;
     std::expected<void, QString> erase() override;
+    [[nodiscard]] std::optional<QString> whyFixed(const QString& /*key*/) override { return fixed; }
+
+    std::optional<QString> fixed; ///< why no value can be changed for good
 
     [[nodiscard]] const QMap<QString, QVariant>& values() const { return m_values; }
     [[nodiscard]] int writes() const { return m_writes; }
