@@ -2,11 +2,13 @@
 // same bytes.
 
 #include "Contest.h"
+#include "FollowingRounds.h"
 #include "LibraryPeers.h"
 #include "ReplyCorpus.h"
 #include "Rounds.h"
 #include "library/LibraryFile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -170,5 +172,8 @@ int main(int argc, char** argv) {
     if (status != 0) return status;
     for (const auto& [name, library] : libraries)
         printSaving(name, *library);
+    const QCoreApplication application(argc, argv);
+    for (const std::size_t count : {1'000U, 20'000U, 100'000U})
+        printFollowing(std::to_string(count) + "-ascii/follow", notesOf(Script::Ascii, count), 11);
     return 0;
 }

@@ -13,11 +13,6 @@ namespace {
 // Lets what one contender leaves to the system end before the next has its turn.
 constexpr std::chrono::milliseconds rest{30};
 
-bool isWanted(const std::string& caseName) {
-    const std::string filter = benchmark::GetBenchmarkFilter();
-    return filter.empty() || filter == "all" || std::regex_search(caseName, std::regex(filter));
-}
-
 double millisecondsOf(const std::function<void()>& work) {
     const auto start = std::chrono::steady_clock::now();
     work();
@@ -30,6 +25,11 @@ double median(const std::vector<double>& sorted) {
 }
 
 } // namespace
+
+bool isWanted(const std::string& caseName) {
+    const std::string filter = benchmark::GetBenchmarkFilter();
+    return filter.empty() || filter == "all" || std::regex_search(caseName, std::regex(filter));
+}
 
 void runInTurn(const std::string& caseName, const std::vector<Contender>& contenders, int rounds) {
     if (!isWanted(caseName)) return;
