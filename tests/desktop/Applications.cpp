@@ -112,4 +112,14 @@ Application openFalkon(DesktopSession& session, const QByteArray& html) {
     return inFront(session, "falkon");
 }
 
+Application openEpiphany(DesktopSession& session, const QByteArray& html) {
+    QProcessEnvironment environment;
+    environment.insert("WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS", "1");
+    session.start(
+        "epiphany", "epiphany-browser",
+        {"--profile=" + session.home() + "/epiphany", "file://" + session.write("page.html", html)},
+        environment);
+    return inFront(session, "epiphany");
+}
+
 } // namespace vorq::desktop

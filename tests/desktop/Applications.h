@@ -35,5 +35,7 @@ Application openChromium(DesktopSession& session, const QByteArray& html, bool a
 Application openChromiumWindow(DesktopSession& session, const QByteArray& html);
 /// It tells accessibility nothing of its pages.
 Application openFalkon(DesktopSession& session, const QByteArray& html);
+/// The browser of GNOME, which draws by WebKit.
+Application openEpiphany(DesktopSession& session, const QByteArray& html);
 
 } // namespace vorq::desktop

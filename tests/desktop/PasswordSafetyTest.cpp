@@ -95,6 +95,24 @@ class PasswordSafety : public testing::Test {
         EXPECT_FALSE(vorq.wasSent(password));
     }
 
+    // Of a browser that hands out what it shows of a password.
+    void expectBulletsAreHeldBackOf(Application (*open)(DesktopSession&, const QByteArray&)) {
+        vorq.start();
+        browser = open(session, passwordPage());
+        const QByteArray bullets = QString(password.size(), u'•').toUtf8();
+        highlight(
+            session,
+            [&] {
+                session.click(session.geometry(browser.window).center());
+                session.key({"Tab", "ctrl+a"});
+            },
+            bullets);
+        press();
+        DesktopSession::waitUntil("the question", [&] { return isAsked(); });
+        expectNothingWentOut();
+        EXPECT_FALSE(vorq.wasSent(bullets));
+    }
+
     static constexpr auto sendName = QLatin1StringView("Send what is held back");
     static constexpr auto discardName = QLatin1StringView("Discard what is held back");
 
@@ -180,22 +198,13 @@ TEST_F(PasswordSafety, EscapeDropsWhatIsHeldBack) {
     expectPasswordIsNowhere();
 }
 
-// This one hands out what it shows of a password.
 TEST_F(PasswordSafety, BulletsAreHeldBackAndGoNowhere) {
-    vorq.start();
-    browser = openFalkon(session, passwordPage());
-    const QByteArray bullets = QString(password.size(), u'•').toUtf8();
-    highlight(
-        session,
-        [&] {
-            session.click(session.geometry(browser.window).center());
-            session.key({"Tab", "ctrl+a"});
-        },
-        bullets);
-    press();
-    DesktopSession::waitUntil("the question", [&] { return isAsked(); });
-    expectNothingWentOut();
-    EXPECT_FALSE(vorq.wasSent(bullets));
+    expectBulletsAreHeldBackOf(openFalkon);
+}
+
+TEST_F(PasswordSafety, BulletsOfWebKitAreHeldBackAndGoNowhere) {
+    expectBulletsAreHeldBackOf(openEpiphany);
+    expectPasswordIsNowhere();
 }
 
 // It hands out nothing, and what another program has highlighted is not its.
