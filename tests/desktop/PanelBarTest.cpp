@@ -1,6 +1,9 @@
 // A bar that draws the menu of the status item itself, whether it tells of its end or not.
 
+#include "desktop/MenuProgram.h"
 #include "desktop/PanelPresenceFixture.h"
+
+#include <QFile>
 
 namespace vorq::desktop {
 namespace {
@@ -85,6 +88,86 @@ TEST_P(PanelBarTest, AnEntryOfTheMenuHidesAPanelThatIsUpAndShowsOneThatIsNot) {
     vorq.waitForPanel();
     expectClickHides();
 }
+
+// The bar cannot be told to show its menu, so the one that shows who is not signed in where to sign
+// in is our own.
+class PanelGuideTest : public PanelBarTest {
+  protected:
+    PanelGuideTest() {
+        QFile settings(settingsPath());
+        EXPECT_TRUE(settings.open(QIODevice::ReadOnly));
+        m_signedIn = settings.readAll();
+        vorq.stop();
+        session.write(".config/Vorq/settings.json", "{}");
+        vorq.start();
+        waitForBar("item", 2);
+        m_tree = std::make_unique<AccessibleTree>(vorq.program().process());
+        m_focus = std::make_unique<FocusWatch>(*m_tree);
+        openPanel();
+    }
+    ~PanelGuideTest() override { session.write(".config/Vorq/settings.json", m_signedIn); }
+
+    [[nodiscard]] QString settingsPath() const {
+        return session.home() + "/.config/Vorq/settings.json";
+    }
+
+    // By a question, which nobody answers to who is not signed in.
+    void openGuide() {
+        session.click(prompt());
+        session.type("why");
+        xdotool({"mousemove", "700", "300"});
+        session.key({"Return"});
+        waitForMenu();
+        letSettle();
+    }
+
+    // An entry of the menu that has the focus, once it has come to one of them and stands still.
+    void clickEntry(const QString& name) {
+        QRect place;
+        m_focus->forget();
+        DesktopSession::waitUntil(name, [&] {
+            session.key({"Down"});
+            letSettle(200);
+            const QRect before = place;
+            if (m_focus->path().isEmpty()) return false;
+            for (const AccessibleNode& node : m_tree->readSiblings(m_focus->path()))
+                if (node.isShowing && node.name == name) place = m_tree->place(node);
+            return !place.isEmpty() && place == before;
+        });
+        session.click(place.center());
+    }
+
+  private:
+    QByteArray m_signedIn;
+    std::unique_ptr<AccessibleTree> m_tree;
+    std::unique_ptr<FocusWatch> m_focus;
+};
+
+TEST_P(PanelGuideTest, AClickThatOnlyClosesTheMenuLeavesItUp) {
+    for (int time = 0; time < 3; ++time) {
+        openGuide();
+        expectStays("the menu is ours");
+        session.click(besideAll());
+        waitForMenu(false);
+        expectStays("the click was the menu's");
+    }
+    expectClickHides();
+}
+
+TEST_P(PanelGuideTest, APressOnAnEntryLeavesItUp) {
+    openGuide();
+    clickEntry("Customize Vorq");
+    letSettle();
+    const bool wasLight = isLight();
+    clickEntry(wasLight ? "Dark" : "Light");
+    DesktopSession::waitUntil("the other theme", [&] { return isLight() != wasLight; });
+    waitForMenu(false);
+    expectStays("the entry is ours");
+    expectClickHides();
+}
+
+INSTANTIATE_TEST_SUITE_P(Ends, PanelGuideTest, testing::Values("tells", "silent"),
+                         [](const auto& info) { return std::string(info.param); });
 
 INSTANTIATE_TEST_SUITE_P(Ends, PanelBarTest, testing::Values("tells", "silent"),
                          [](const auto& info) { return std::string(info.param); });

@@ -29,8 +29,8 @@ class PanelPresenceTest : public testing::Test {
     ~PanelPresenceTest() override {
         if (HasFailure()) std::cerr << vorq.program().output().toStdString();
         vorq.stop();
-        for (DesktopProgram* program : m_started)
-            program->kill();
+        for (DesktopProgram* started : m_started)
+            started->kill();
         for (const Window window : session.windows()) {
             const std::int32_t process = session.processOf(window);
             if (process > 0) ::kill(process, SIGKILL);
