@@ -17,6 +17,7 @@ constexpr std::size_t kShortestStem = 4;   // characters that two forms of a wor
 constexpr double kForm = 0.9;     // of which it is an irregular form
 constexpr double kSynonym = 0.6;  // for which it is often used
 constexpr double kBareVerb = 0.7; // from which it differs by a prefix
+constexpr double kBareForm = 0.8; // of what it counts without prefixes
 
 bool isUnspacedLetter(char32_t c) {
     return isHan(c) || isKatakana(c);
@@ -69,6 +70,21 @@ double likeness(std::string_view asked, std::string_view word, Language language
     const bool isCompound = joins && (word.ends_with(asked) || asked.ends_with(word));
     if (!isCompound) return 0;
     return shorter > kShortestStem ? 0.5 : 0.4;
+}
+
+/// A key, and what is left of it without a prefix that parts from its verb.
+struct Verb {
+    std::string_view whole;
+    std::string_view bare;
+};
+
+double resemblance(const Verb& asked, const Verb& word, Language language) {
+    const double whole = likeness(asked.whole, word.whole, language);
+    if (asked.bare == word.bare) return std::max(whole, kBareVerb);
+    const bool hasPrefix =
+        asked.bare.size() < asked.whole.size() || word.bare.size() < word.whole.size();
+    return hasPrefix ? std::max(whole, kBareForm * likeness(asked.bare, word.bare, language))
+                     : whole;
 }
 
 } // namespace
@@ -167,25 +183,35 @@ void QueryTerms::addKin(std::size_t term) {
 void QueryTerms::addForms() {
     const KeyTable& keys = index_.keys();
     const WordKin& kin = kinOf(index_.language());
-    std::vector<std::string> bare(terms_.size());
     for (std::size_t i = 0; i < terms_.size(); ++i) {
         if (terms_[i].isPart) continue;
         const std::uint32_t same = keys.find(terms_[i].key);
         if (same != KeyTable::kNone) forms_[same] = {.term = i, .share = 1};
-        bare[i] = kin.withoutPrefix(terms_[i].key);
         addKin(i);
     }
     const std::size_t most = std::min(terms_.size(), kMostInflected);
     for (std::uint32_t number = 0; number < keys.size(); ++number) {
         const std::string_view key = keys.key(number);
-        const std::string_view bareKey = kin.withoutPrefix(key);
+        const Verb word{.whole = key, .bare = kin.withoutPrefix(key)};
         for (std::size_t i = 0; i < most; ++i) {
             if (terms_[i].isPart) continue;
-            double share = likeness(terms_[i].key, key, index_.language());
-            if (bareKey == bare[i]) share = std::max(share, kBareVerb);
+            const Verb asked{.whole = terms_[i].key, .bare = kin.withoutPrefix(terms_[i].key)};
+            const double share = resemblance(asked, word, index_.language());
             if (share > 0) addForm(number, i, share);
         }
     }
+}
+
+/// One character says little, and next to nothing if the text has it within a pair that is looked
+/// for too: a name of two characters must not count three times.
+double QueryTerms::weightOfPart(std::size_t term, const std::vector<double>& with) const {
+    const std::string& key = terms_[term].key;
+    if (characterCount(key) > 1) return 1;
+    for (std::size_t k = 0; k < terms_.size(); ++k) {
+        const bool isPair = terms_[k].isPart && terms_[k].key.size() > key.size();
+        if (isPair && with[k] > 0 && terms_[k].key.contains(key)) return 0.15;
+    }
+    return 0.4;
 }
 
 /// Terms that do not occur go; the others get their rarity.
@@ -215,7 +241,7 @@ void QueryTerms::dropAbsent() {
         any = true;
         const double found = std::min(with[k], total);
         terms_[k].rarity = std::log(1.0 + (total - found + 0.5) / (found + 0.5));
-        if (terms_[k].isPart && characterCount(terms_[k].key) == 1) terms_[k].rarity *= 0.4;
+        if (terms_[k].isPart) terms_[k].rarity *= weightOfPart(k, with);
     }
     if (!any) terms_.clear();
 }

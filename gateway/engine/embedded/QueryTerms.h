@@ -48,6 +48,7 @@ class QueryTerms {
     void addForm(std::uint32_t key, std::size_t term, double share);
     void addKin(std::size_t term);
     void addForms();
+    [[nodiscard]] double weightOfPart(std::size_t term, const std::vector<double>& with) const;
     void dropAbsent();
 
     const TextIndex& index_;

@@ -5,9 +5,11 @@
 
 #include <unicode/brkiter.h>
 #include <unicode/filteredbrk.h>
+#include <unicode/uchar.h>
 #include <unicode/utext.h>
 
 #include <algorithm>
+#include <array>
 #include <stdexcept>
 
 namespace vorq::gateway {
@@ -54,6 +56,17 @@ std::size_t withoutOpeners(std::string_view paragraph, std::size_t begin, std::s
         end = last;
     }
     return end;
+}
+
+/// "Do you play?" she asked.
+bool closesSpeech(std::string_view text) {
+    static constexpr auto marks =
+        std::to_array<std::string_view>({"\"", "\u201D", "\u201C", "\u2019", "\u00BB", "\u00AB"});
+    return std::ranges::any_of(marks, [&](std::string_view mark) { return text.ends_with(mark); });
+}
+
+bool isLowerCase(char32_t c) {
+    return u_islower(static_cast<UChar32>(c)) != 0;
 }
 
 void addPieces(std::string_view sentence, const std::function<void(std::string_view)>& found) {
@@ -171,7 +184,10 @@ bool SentenceSplitter::continuesBehind(std::string_view paragraph, std::size_t e
     std::size_t last = end;
     while (last > 0 && paragraph[last - 1] == ' ')
         --last;
-    if (next.empty() || last < 2 || last == end || paragraph[last - 1] != '.') return false;
+    if (next.empty() || last < 2 || last == end) return false;
+    const bool goesOn = isLowerCase(decodeAt(next, 0).value);
+    if (goesOn && closesSpeech(paragraph.substr(0, last))) return true;
+    if (paragraph[last - 1] != '.') return false;
     const std::size_t point = last - 1;
     if (isOrdinal(paragraph, point, next)) return true;
     // An abbreviation may also end a sentence: "at 9 p.m. Then …", "in the U.S. She …".

@@ -50,6 +50,11 @@ TEST(SentenceSplitterTest, ADecimalEndsASentence) {
         ElementsAre("The grade was 7.5.", "The team cheered.", "It cost £3.2m.", "Buses ran."));
 }
 
+TEST(SentenceSplitterTest, WhoSpeaksBelongsToTheSpeech) {
+    EXPECT_THAT(splitSentences("\"Do you play?\" she asked. \"I do not!\" Then he left."),
+                ElementsAre("\"Do you play?\" she asked.", "\"I do not!\"", "Then he left."));
+}
+
 TEST(SentenceSplitterTest, AWholeWordThatEndsLikeAnAbbreviationEndsASentence) {
     EXPECT_THAT(splitSentences("Geöffnet ist bis 19 Uhr. Montags bleibt das Haus geschlossen.",
                                Language::German),

@@ -49,6 +49,21 @@ TEST(SentenceSearchTest, AGermanVerbIsFoundWithoutItsPrefix) {
               "Im November zog sie dort ein.");
 }
 
+TEST(SentenceSearchTest, AGermanVerbIsFoundInAnotherFormWithoutItsPrefix) {
+    EXPECT_EQ(firstFor("Am Nachmittag wird getanzt. Bringt bitte Kuchen mit, denn die Kasse ist "
+                       "leer. Am Abend gibt es Suppe, denn die Köchin kommt.",
+                       "Warum sollen wir etwas mitbringen?"),
+              "Bringt bitte Kuchen mit, denn die Kasse ist leer.");
+}
+
+TEST(SentenceSearchTest, ANameOfTwoCharactersDoesNotCountThreeTimes) {
+    EXPECT_EQ(firstFor("美和は駅前の店で熱いお茶を飲んだ。彼女は傘を借りて帰った。"
+                       "美和が初めて店に入ったのは六月の夕方だった。"
+                       "戻ってきたのは三週間後だった。店は閉まっていた。",
+                       "美和はいつ戻りましたか？"),
+              "戻ってきたのは三週間後だった。");
+}
+
 TEST(SentenceSearchTest, ANameOfTheQuestionDoesNotSayWho) {
     EXPECT_EQ(firstFor("Nadia Petrova was taught at home until she was ten. Nadia Petrova was "
                        "taught to paint by old Iwan Bunin. Later she left for the coast. Her "

@@ -169,7 +169,7 @@ constexpr LanguageData kEnglish{
              "room|street|hall|floor|building|city|town|valley|station|office|corner|entrance|"
              "school|market|in an|on a|at a|in his|in her|in my|in our|on his|on her|from the|"
              "inside|outside|upstairs|downstairs|between|opposite|above|below|beneath|close to|"
-             "along the|across the",
+             "along the|across the|against the|onto the|towards the|beyond the",
          .time = "today|tomorrow|yesterday|tonight|morning|afternoon|evening|noon|midnight|o'clock|"
                  "a.m|p.m|as soon as|once|until|after|before|during|century|every|daily|weekend|"
                  "quarter|ago|lunchtime|lunch|breakfast|dinner|supper|bedtime|dawn|dusk|sunset|"
@@ -177,8 +177,9 @@ constexpr LanguageData kEnglish{
          .reason = "because|due to|caused by|owing to|the reason|for this reason|on account of",
          .weakReason = "since|therefore|so that|as|in order to|thanks to|which is why|if",
          .definition =
+
              "is a|is an|is the|are|means|refers to|is called|is defined as|when|was a|was an|"
-             "was the|were",
+             "was the|were|had been a|had been the|worked as",
          .negation = "not|no|never|none|nobody|nothing|forbidden|prohibited|cannot|can't|don't|"
                      "doesn't|mustn't|won't|without|must not|refused|isn't|aren't|nor|neither",
          .permission = "allowed|not allowed|forbidden|may|can|cannot|must|must not|yes|no|"

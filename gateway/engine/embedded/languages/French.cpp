@@ -17,7 +17,8 @@ constexpr LanguageData kFrench{
         "selon ses si sinon soit son sont sous sur t ta tandis te tes toi ton tous tout toute "
         "toutes très tu un une vers voici voilà vos votre vous y peux pouvez pouvons pouvait "
         "pouvaient pourrait pourra dois doit devez devons doivent devrait veux veut voulez "
-        "est-ce quelqu sera seront soient faudra sommes êtes suis fut furent",
+        "est-ce quelqu sera seront soient faudra sommes êtes suis fut furent mien mienne miens "
+        "tien tienne sien sienne siens",
     .calendar = "janvier février mars avril mai juin juillet août septembre octobre novembre "
                 "décembre lundi mardi mercredi jeudi vendredi samedi dimanche printemps été "
                 "automne hiver",
@@ -112,18 +113,20 @@ constexpr LanguageData kFrench{
                    "selon|explique",
          .firstPerson = "je|j'ai|moi|nous|j",
          .place =
+
              "à la|au|dans|sur|sous|près|près du|près de|derrière|devant|à côté|chez|en face|rue|"
              "place|salle|ville|gare|marché|entrée|bâtiment|école|à l|aux|dans un|dans une|dans l|"
              "dans le|dans la|au bord|au fond|au bout|entre|en bas|en haut|au-dessus|au-dessous|"
-             "dehors",
+             "dehors|contre le|contre la|sous le|sous la|hors de",
          .time = "heure|heures|h|aujourd'hui|demain|hier|matin|soir|midi|minuit|siècle|dès|jusqu|"
                  "avant|après|depuis|pendant|tous les jours|chaque|dernier|dernière|prochain|aube|"
                  "crépuscule|lendemain|veille|bientôt|plus tard|tôt|tard|saison|nuit",
          .reason = "parce que|parce qu|à cause|en raison|grâce à|puisque|faute de",
          .weakReason = "car|donc|afin|pour|comme|c'est pourquoi|ainsi",
          .definition =
+
              "est un|est une|est le|est la|désigne|signifie|sont des|s'appelle|était un|était une|"
-             "était le|était la|fut",
+             "était le|était la|fut|avait été|a été|travaillait comme|devenu|devenue",
          .negation = "ne|n|pas|jamais|aucun|aucune|rien|personne|interdit|interdite|interdits|"
                      "interdites|sans|défendu|non|ni",
          .permission = "interdit|interdite|interdits|autorisé|autorisée|permis|peut|peuvent|"

@@ -21,8 +21,8 @@ constexpr LanguageData kGerman{
         "unseren unter viel viele vom von vor war waren warum was wegen weil welche welchem "
         "welchen welcher welches wem wen wenn wer werde werden wessen wie wieder wieviel wir "
         "wird wo wofür wohin woher worden wurde wurden während zu zum zur zwar zwischen durfte "
-        "durften dürft darfst konnte konnten könnt könnten musste mussten müsst sollte "
-        "sollten will wollen wollte wollten willst möchte möchten gibt",
+        "durften dürft darfst konnte konnten könnt könnten musste mussten müsst sollte sollten "
+        "will wollen wollte wollten willst möchte möchten gibt meins deins seins",
     .calendar = "januar februar märz april mai juni juli august september oktober november "
                 "dezember montag dienstag mittwoch donnerstag freitag samstag sonnabend sonntag "
                 "frühling sommer herbst winter ostern weihnachten quartal",
@@ -136,12 +136,13 @@ constexpr LanguageData kGerman{
                    "vorsitzende|vorsitzender|lehrer|lehrerin|sagte|nannte|hat",
          .firstPerson = "ich|mir|mich|wir|uns",
          .place =
+
              "im|in der|in die|in den|auf dem|auf den|auf der|am|an der|beim|hinter|neben|vor dem|"
              "unter|zum|ins|bei|vom|nach|straße|platz|halle|haus|raum|saal|stadt|bahnhof|in einem|"
              "in einer|in einen|in eine|auf einem|auf einer|an einem|an einer|an den|an die|"
              "auf die|vor der|vor das|hinter dem|hinter der|neben dem|zwischen|über dem|über der|"
              "unter dem|unten|oben|draußen|drinnen|gegenüber|rand|ecke|in ihrem|in seinem|"
-             "in ihrer|in seiner",
+             "in ihrer|in seiner|unter der|unter den|gegen die",
          .time =
              "uhr|heute|morgen|gestern|abend|vormittag|nachmittag|mittag|nacht|jahrhundert|sobald|"
              "bis|seit|täglich|quartal|wochenende|vor|nach|dann|morgens|mittags|abends|nachts|"
@@ -149,8 +150,9 @@ constexpr LanguageData kGerman{
          .reason = "weil|wegen|aufgrund|grund|deshalb weil|infolge|dank|verursacht",
          .weakReason = "da|denn|deshalb|daher|damit|um zu|somit|sodass",
          .definition =
+
              "ist ein|ist eine|ist der|ist die|ist das|sind|bezeichnet|heißt|bedeutet|war ein|"
-             "war eine|war der|war die|waren",
+             "war eine|war der|war die|waren|arbeitete als|arbeitet als|gewesen",
          .negation = "nicht|kein|keine|keinen|keiner|keinem|keines|nie|niemals|niemand|nichts|"
                      "verboten|untersagt|ohne|weder",
          .permission = "darf|dürfen|erlaubt|verboten|kein|keine|keinen|nicht|kann|können|muss|"

@@ -35,7 +35,7 @@ constexpr LanguageData kPortuguese{
         "grande pequeno pequenos bom boa melhor sempre nunca ontem amanhã hoje pode podem posso "
         "poder precisa precisam ficam fica abraço naquele pessoal agora manhã tarde noite partir "
         "saiu lindo começa alguém dona seu sr sra senhor senhora dentro cima baixo fora frente "
-        "trás meio ver antigo antiga velho velha",
+        "trás meio ver antigo antiga velho velha duzentos trezentos quinhentos",
     .verbEndings = "mente ava avam ando endo indo ar er ir aram eram iram ou iu",
     .abbreviations = "sr sra srta dr dra prof profa etc ex art núm n tel pág págs vol cap av r eng "
                      "aprox máx mín p.ex jan fev mar abr jun jul ago set out nov dez",
@@ -106,18 +106,20 @@ constexpr LanguageData kPortuguese{
                    "pesquisadora|segundo|disse",
          .firstPerson = "eu|me|nós|meu|minha",
          .place =
+
              "no|na|nos|nas|numa|num|perto|perto do|dentro|ao lado|atrás|junto|em frente|rua|"
              "praça|sala|cidade|prédio|ficam|fica|em um|em uma|em seu|em sua|dentro de|dentro do|"
              "dentro da|fora|debaixo|embaixo|em cima|acima|abaixo|de frente|entre|no fundo|"
-             "à beira|lá",
+             "à beira|lá|sob a|sob o|contra a|debaixo da|debaixo do",
          .time = "hora|horas|h|hoje|amanhã|ontem|manhã|tarde|noite|meio-dia|século|desde|até|antes|"
                  "depois|durante|cada|às|dia|a partir|amanhecer|anoitecer|meia-noite|seguinte|cedo|"
                  "logo|madrugada",
          .reason = "porque|por causa|devido a|graças a|já que|uma vez que|visto que|em razão",
          .weakReason = "pois|como|para|por isso|portanto",
          .definition =
+
              "é um|é uma|é o|é a|significa|são|chama-se|consiste|era um|era uma|era o|era a|"
-             "foi um|foi uma",
+             "foi um|foi uma|tinha sido|trabalhava como|trabalha como",
          .negation = "não|nunca|jamais|nenhum|nenhuma|ninguém|nada|proibido|proibida|sem|nem",
          .permission = "permitido|permitida|proibido|proibida|pode|podem|sim|não|deve|devem|"
                        "precisam",

@@ -17,7 +17,7 @@ constexpr LanguageData kSpanish{
         "quiénes se sea ser será serán si sí sido sin sino sobre solo sólo somos son soy su sus "
         "también tampoco tan tanto te tiene tienen todas todo todos tras tu tus tú un una unas "
         "uno unos usted ustedes y ya yo puedo puede pueden podemos podéis podría podrían pudo "
-        "debo debemos debería tengo estar quiero quiere",
+        "debo debemos debería tengo estar quiero quiere mío mía tuyo tuya suyo suya",
     .calendar = "enero febrero marzo abril mayo junio julio agosto septiembre octubre noviembre "
                 "diciembre lunes martes miércoles jueves viernes sábado domingo domingos sábados "
                 "primavera verano otoño invierno",
@@ -113,17 +113,20 @@ constexpr LanguageData kSpanish{
                    "investigador|investigadora|según|dijo",
          .firstPerson = "yo|me|nosotros|nos",
          .place =
+
              "en el|en la|en los|en las|junto a|cerca|delante|detrás|encima|por la|por el|al lado|"
              "entre|calle|plaza|sala|ciudad|edificio|hay|en un|en una|en su|en sus|en mi|dentro|"
-             "fuera|debajo|enfrente|frente a|sobre la|sobre el|al fondo|arriba|abajo|en medio",
+             "fuera|debajo|enfrente|frente a|sobre la|sobre el|al fondo|arriba|abajo|en medio|"
+             "bajo el|bajo la|bajo los|tras la|contra la|por el camino",
          .time = "hora|horas|hoy|mañana|ayer|tarde|noche|mediodía|siglo|desde|hasta|antes|después|"
                  "durante|cada|a las|a la una|media|alba|amanecer|anochecer|medianoche|siguiente|"
                  "temprano|pronto|madrugada",
          .reason = "porque|debido a|a causa de|gracias a|por culpa|ya que|puesto que",
          .weakReason = "pues|como|para|por eso|por lo tanto|así que|por",
          .definition =
+
              "es un|es una|es el|es la|significa|son|se llama|consiste|era un|era una|era el|"
-             "era la|fue un|fue una",
+             "era la|fue un|fue una|había sido|ha sido|trabajaba de|trabaja de",
          .negation = "no|nunca|jamás|ningún|ninguna|ninguno|nadie|nada|prohibido|prohibida|"
                      "prohibidos|sin|tampoco|ni",
          .permission = "permitido|permitida|prohibido|prohibida|puede|pueden|sí|no|debe|deben",
