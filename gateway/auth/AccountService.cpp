@@ -143,25 +143,26 @@ std::optional<Identity> AccountService::identify(const std::string& token) {
 }
 
 /// A database that another program holds is no reason to refuse a token; the next writer makes up
-/// for it.
+/// for it. Of many requests that come at once with a new token, one writes. Where that one misses
+/// the confirmation of another, the next use of that token or the next writer makes up for it.
 void AccountService::confirm(const AccessTokenRow& token) {
-    if (!beginConfirming(token)) return;
+    noteConfirmed(token);
+    if (isConfirming_.exchange(true)) return;
+    const struct Ending {
+        std::atomic<bool>& isConfirming;
+        ~Ending() { isConfirming = false; }
+    } ending{isConfirming_};
     try {
         if (auto turn = database_.tryWrite()) writeConfirmations(*std::move(turn));
-    } catch (const DatabaseError&) { // As on a full disk.
+    } catch (const DatabaseError&) {
+        return; // As on a full disk.
     }
-    const std::scoped_lock lock(confirming_);
-    isConfirming_ = false;
 }
 
-/// False while another thread is at it: of many requests that come at once with a new token, one
-/// writes. Where the other misses this confirmation, the next use of the token or the next writer
-/// makes up for it.
-bool AccountService::beginConfirming(const AccessTokenRow& token) {
+void AccountService::noteConfirmed(const AccessTokenRow& token) {
     const std::scoped_lock lock(confirming_);
     std::int64_t& confirmed = unwrittenConfirmations_[token.owner.familyId];
     confirmed = std::max(confirmed, token.age.generation);
-    return !std::exchange(isConfirming_, true);
 }
 
 void AccountService::writeConfirmations(SharedDatabase::Writing turn) {

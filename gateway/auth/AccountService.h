@@ -8,6 +8,7 @@
 #include "storage/TokenTable.h"
 #include "support/Clock.h"
 
+#include <atomic>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -86,7 +87,7 @@ class AccountService {
     [[nodiscard]] Session issue(Database& database, const Account& account,
                                 std::int64_t familyId) const;
     void confirm(const AccessTokenRow& token);
-    [[nodiscard]] bool beginConfirming(const AccessTokenRow& token);
+    void noteConfirmed(const AccessTokenRow& token);
     void writeConfirmations(SharedDatabase::Writing turn);
     [[nodiscard]] bool hasUnwrittenConfirmations();
 
@@ -97,7 +98,8 @@ class AccountService {
     std::mutex confirming_;
     /// By sign-in, the generation that is confirmed but not yet in the database.
     std::unordered_map<std::int64_t, std::int64_t> unwrittenConfirmations_;
-    bool isConfirming_ = false;
+    /// A thread writes them.
+    std::atomic<bool> isConfirming_ = false;
     /// Hashing a password takes much memory on purpose, so it is done one at a time.
     std::mutex hashing_;
     PasswordAttempts passwordAttempts_;
