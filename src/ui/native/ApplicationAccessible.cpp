@@ -13,10 +13,10 @@ QAccessibleInterface* interfaceOfApplication(const QString&, QObject* object) {
     return object == qGuiApp ? new ApplicationAccessible : nullptr;
 }
 
-// A menu of another stands below that one.
-bool isOpenPopup(const QWindow& window, const QAccessibleInterface& root) {
-    const QAccessibleInterface* above = root.parent();
-    return window.isVisible() && above != nullptr && above->object() == qGuiApp;
+// What stands below another menu is that one's to tell.
+bool standsAlone(const QAccessibleInterface& popup) {
+    const QAccessibleInterface* above = popup.parent();
+    return above != nullptr && above->object() == qGuiApp;
 }
 
 } // namespace
@@ -28,10 +28,11 @@ void ApplicationAccessible::install() {
 std::vector<QAccessibleInterface*> ApplicationAccessible::windows() const {
     std::vector<QAccessibleInterface*> found;
     for (const QWindow* window : QGuiApplication::topLevelWindows()) {
-        if (window->type() == Qt::Desktop) continue;
+        const bool isPopup = window->type() == Qt::Popup;
+        if (window->type() == Qt::Desktop || (isPopup && !window->isVisible())) continue;
         QAccessibleInterface* root = window->accessibleRoot();
         if (root == nullptr || root->object() == nullptr) continue;
-        if (window->type() == Qt::Popup && !isOpenPopup(*window, *root)) continue;
+        if (isPopup && !standsAlone(*root)) continue;
         found.push_back(root);
     }
     return found;
