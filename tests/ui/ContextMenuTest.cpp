@@ -144,6 +144,24 @@ TEST_F(ContextMenuTest, ShiftWithF10StandsInForTheKeyOfMenus) {
     EXPECT_TRUE(entry(*menu(), "Copy reply"));
 }
 
+TEST_F(ContextMenuTest, LettersAndHomeAndEndLeadToItsEntries) {
+    stage.panel->setPrompt("draft");
+    stage.settle(20);
+    m_field->forceActiveFocus();
+    QTest::keyClick(stage.window.get(), Qt::Key_Menu);
+    ASSERT_TRUE(menu());
+    const auto activeAfter = [&](Qt::Key key) {
+        QTest::keyClick(menu(), key);
+        return menu()->activeAction()->text();
+    };
+    EXPECT_EQ(menu()->activeAction()->text(), "Paste") << "nothing to undo";
+    EXPECT_EQ(activeAfter(Qt::Key_S), "Select All");
+    EXPECT_EQ(activeAfter(Qt::Key_P), "Paste");
+    EXPECT_EQ(activeAfter(Qt::Key_End), "Select All");
+    EXPECT_EQ(activeAfter(Qt::Key_Home), "Paste");
+    EXPECT_EQ(activeAfter(Qt::Key_C), "Paste") << "Copy cannot be chosen";
+}
+
 TEST_F(ContextMenuTest, WhatIsSelectedInTheUsersOwnMessageIsCopiedByKeysAlone) {
     QQuickItem* words = stage.find("UserBubble")->findChild<QQuickItem*>("words");
     ASSERT_TRUE(words);

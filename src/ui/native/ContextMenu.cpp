@@ -1,5 +1,6 @@
 #include "ui/native/ContextMenu.h"
 
+#include <QKeyEvent>
 #include <QQuickWindow>
 
 #include <algorithm>
@@ -19,13 +20,40 @@ void addEntry(QMenu& menu, const QJSValue& entry) {
     QObject::connect(action, &QAction::triggered, &menu, [act] { act.call(); });
 }
 
-QAction* firstEnabled(const QMenu& menu) {
-    const QList<QAction*> actions = menu.actions();
-    const auto found = std::ranges::find_if(actions, [](const QAction* action) {
-        return action->isEnabled() && !action->isSeparator();
-    });
-    return found != actions.end() ? *found : nullptr;
+QList<QAction*> enabledEntries(const QMenu& menu) {
+    QList<QAction*> entries = menu.actions();
+    entries.removeIf(
+        [](const QAction* action) { return !action->isEnabled() || action->isSeparator(); });
+    return entries;
 }
+
+// A menu in which a letter leads to the next entry that begins with it, and Home and End to the
+// ends.
+class KeyedMenu final : public QMenu {
+  protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (QAction* entry = entryFor(*event))
+            setActiveAction(entry);
+        else
+            QMenu::keyPressEvent(event);
+    }
+
+  private:
+    [[nodiscard]] QAction* entryFor(const QKeyEvent& event) const {
+        QList<QAction*> entries = enabledEntries(*this);
+        if (entries.isEmpty()) return nullptr;
+        if (event.key() == Qt::Key_Home) return entries.first();
+        if (event.key() == Qt::Key_End) return entries.last();
+        const QString letter = event.text();
+        if (letter.trimmed().isEmpty()) return nullptr;
+        const qsizetype next = entries.indexOf(activeAction()) + 1;
+        std::ranges::rotate(entries, entries.begin() + next);
+        const auto found = std::ranges::find_if(entries, [&](const QAction* entry) {
+            return entry->text().startsWith(letter, Qt::CaseInsensitive);
+        });
+        return found != entries.end() ? *found : nullptr;
+    }
+};
 
 const QString styleSheet = QStringLiteral(R"(
     QMenu { background: qlineargradient(x1: 0, y1: 0, x2: 0, y2: 1, stop: 0 %1, stop: 1 %2);
@@ -53,7 +81,7 @@ ContextMenu::~ContextMenu() {
 void ContextMenu::open(QQuickItem* item, QPointF at, const QJSValue& entries, bool byKey) {
     if (item == nullptr || item->window() == nullptr) return;
     delete m_menu;
-    m_menu = new QMenu;
+    m_menu = new KeyedMenu;
     const int count = entries.property(QStringLiteral("length")).toInt();
     for (int i = 0; i < count; ++i)
         addEntry(*m_menu, entries.property(static_cast<quint32>(i)));
@@ -62,7 +90,7 @@ void ContextMenu::open(QQuickItem* item, QPointF at, const QJSValue& entries, bo
     m_menu->windowHandle()->setTransientParent(item->window());
     connect(item->window(), &QWindow::visibleChanged, m_menu, &QWidget::close);
     m_menu->popup(item->mapToGlobal(at).toPoint());
-    if (byKey) m_menu->setActiveAction(firstEnabled(*m_menu));
+    if (byKey) m_menu->setActiveAction(enabledEntries(*m_menu).value(0));
 }
 
 // Before its window is made.
