@@ -8,10 +8,8 @@ namespace {
 using testing::DoubleNear;
 using testing::ElementsAre;
 
-constexpr double slack = 0.01;
-
-auto around(double width) {
-    return DoubleNear(width, slack);
+auto around(double expected) {
+    return DoubleNear(expected, 0.01);
 }
 
 TEST(ColumnWidths, WithRoomForAllTheRestIsSharedEvenly) {
