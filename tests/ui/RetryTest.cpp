@@ -129,6 +129,21 @@ TEST_F(RetryTest, AReplyAndAnAnswerOfTheProgramOfferNothing) {
     EXPECT_TRUE(buttons().isEmpty());
 }
 
+TEST_F(RetryTest, AFailureIsNoReplyToSaveAndWhatComesInItsPlaceIs) {
+    enter("Explain");
+    fail();
+    enter("save notes");
+    EXPECT_EQ(messages().back().text, "Nothing to save yet — ask me something first.");
+    ASSERT_EQ(buttons().size(), 1);
+    retry();
+    succeed("Leaves are green.");
+    enter("save notes");
+    EXPECT_EQ(stage.state->panel().latestPanelAssistantText(), "Leaves are green.");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return messages().size() > 5; }))
+        << "the notes have answered, whatever they say";
+    EXPECT_FALSE(messages().back().text.startsWith("Nothing to save"));
+}
+
 TEST_F(RetryTest, ASavedChatHoldsNothingOfIt) {
     enter("Explain");
     fail();
