@@ -233,17 +233,21 @@ static void waitUntilItAnswersAtOnce(const DesktopSession& session) {
 void highlight(const DesktopSession& session, const std::function<void()>& action,
                const QByteArray& expected) {
     QByteArray last;
+    // Done again before the program has dealt with it, an action may undo the one before. So a slow
+    // program gets more time for each.
+    qint64 patience = 0; // milliseconds
     const auto isThere = [&] {
+        patience += 1000;
         action();
         QElapsedTimer waited;
         waited.start();
         do
             last = session.selection("primary");
-        while (last.trimmed() != expected && waited.elapsed() < 1000);
+        while (last.trimmed() != expected && waited.elapsed() < patience);
         return last.trimmed() == expected;
     };
     try {
-        DesktopSession::waitUntil("the highlight", isThere, std::chrono::seconds(40));
+        DesktopSession::waitUntil("the highlight", isThere, std::chrono::seconds(60));
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(std::string(error.what()) + "; highlighted is \"" +
                                  last.toStdString() + '"');
