@@ -1,15 +1,15 @@
 #include "http/RequestReader.h"
 
 #include "http/ApiError.h"
+#include "support/Filled.h"
 #include "support/Utf8.h"
 
 #include <boost/asio/redirect_error.hpp>
 #include <boost/beast/http/error.hpp>
-#include <boost/beast/http/read.hpp>
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
+#include <iterator>
 #include <optional>
 #include <string_view>
 
@@ -19,6 +19,10 @@ namespace {
 namespace http = boost::beast::http;
 using boost::system::error_code;
 
+/// What is read at once: of a head, of a body that strangers may send, and of others. Half requests
+/// are many, and those of strangers have to be cheap.
+constexpr std::size_t kHeadPiece = 1024;
+constexpr std::size_t kSmallPiece = std::size_t{4} * 1024;
 constexpr std::size_t kPiece = std::size_t{64} * 1024;
 
 std::string textOf(boost::beast::string_view view) {
@@ -27,7 +31,11 @@ std::string textOf(boost::beast::string_view view) {
 
 /// Throws what `error` means while the head or the body is read.
 [[noreturn]] void throwFor(const error_code& error, bool inBody) {
-    if (error == http::error::header_limit || error == http::error::buffer_overflow) {
+    if (error == http::error::header_limit && inBody) {
+        throw ApiError(400,
+                       "The trailers or a chunk line of the request's body are larger than 64 KB.");
+    }
+    if (error == http::error::header_limit) {
         throw ApiError(431, "The request's headers are larger than 64 KB.");
     }
     const bool isMalformed =
@@ -52,7 +60,7 @@ std::string forwardedFor(const Message& message) {
 } // namespace
 
 RequestReader::RequestReader(Socket& socket, std::function<void(std::size_t)> onGrowth)
-    : socket_(socket), onGrowth_(std::move(onGrowth)), buffer_(2 * kLargestHead) {
+    : socket_(socket), onGrowth_(std::move(onGrowth)), buffer_(4 * kLargestHead) {
     parser_.header_limit(static_cast<std::uint32_t>(kLargestHead));
     parser_.body_limit(boost::none); // readBody minds the limit.
 }
@@ -86,48 +94,74 @@ bool RequestReader::awaitsMore() const {
     return parser_.content_length_remaining().value_or(0) > buffer_.size();
 }
 
+Awaitable<void> RequestReader::receive(std::size_t room, bool inBody) {
+    const bool hasBegun = inBody || headBytes_ + buffer_.size() > 0;
+    error_code error;
+    buffer_.commit(co_await socket_.async_read_some(buffer_.prepare(room),
+                                                    net::redirect_error(kAwait, error)));
+    if (error == net::error::eof && hasBegun) error = http::error::partial_message;
+    if (error) throwFor(error, inBody);
+    onGrowth_(headBytes_ + buffer_.size() + body_.size());
+}
+
+void RequestReader::parseHead() {
+    error_code error;
+    const std::size_t size = parser_.put(buffer_.data(), error);
+    headBytes_ += size;
+    buffer_.consume(size);
+    if (error && error != http::error::need_more) throwFor(error, false);
+    // The parser minds its limit for the lines that it has yet to read only.
+    const std::size_t unread = parser_.is_header_done() ? 0 : buffer_.size();
+    if (headBytes_ + unread > kLargestHead) throwFor(http::error::header_limit, false);
+    // A short line takes far more memory as a header than on its way.
+    auto& message = parser_.get();
+    if (std::distance(message.begin(), message.end()) > kMostHeaders) {
+        message.clear();
+        throw ApiError(431, filled("The request has more than {} headers.", kMostHeaders));
+    }
+}
+
 Awaitable<HttpRequest> RequestReader::readHead() {
     while (!parser_.is_header_done()) {
-        error_code error;
-        co_await http::async_read_some(socket_, buffer_, parser_,
-                                       net::redirect_error(kAwait, error));
-        if (error) throwFor(error, false);
-        onGrowth_(buffer_.size());
+        co_await receive(kHeadPiece, false);
+        parseHead();
     }
-    const auto& message = parser_.get();
+    auto& message = parser_.get();
     knowsChunks_ = message.version() >= 11;
     isHeadRequest_ = message.method() == http::verb::head;
     awaitsContinue_ = !isWhole() && buffer_.size() == 0 &&
                       lowered(textOf(message[http::field::expect])) == "100-continue";
-    co_return requestOf();
+    HttpRequest request = requestOf();
+    message.clear();
+    if (buffer_.capacity() > kSmallPiece) buffer_.shrink_to_fit();
+    co_return request;
 }
 
 Awaitable<void> RequestReader::readBody(std::size_t limit) {
     parser_.eager(true);
+    const std::size_t room = limit > kLargestHead ? kPiece : kSmallPiece;
+    bool mustRead = buffer_.size() == 0;
     while (!parser_.is_done() && body_.size() <= limit) {
-        const std::size_t before = body_.size();
-        const std::uint64_t announced = parser_.content_length_remaining().value_or(kPiece);
-        const auto room = static_cast<std::size_t>(
-            std::min<std::uint64_t>({kPiece, limit + 1 - before, announced}));
-        body_.resize(before + room);
-        auto& piece = parser_.get().body();
-        piece.data = body_.data() + before;
-        piece.size = room;
-        error_code error;
-        // For what came with the head there is nothing to wait for.
-        bool isHere = buffer_.size() > 0;
-        if (isHere) {
-            buffer_.consume(parser_.put(buffer_.data(), error));
-            isHere = error != http::error::need_more;
-        }
-        if (!isHere) {
-            co_await http::async_read_some(socket_, buffer_, parser_,
-                                           net::redirect_error(kAwait, error));
-        }
-        body_.resize(before + room - piece.size);
-        if (error && error != http::error::need_buffer) throwFor(error, true);
-        onGrowth_(body_.size());
+        if (mustRead) co_await receive(room, true);
+        mustRead = !parseBody(limit) || buffer_.size() == 0;
     }
+}
+
+bool RequestReader::parseBody(std::size_t limit) {
+    const std::size_t before = body_.size();
+    const std::size_t room = std::min(buffer_.size(), limit + 1 - before);
+    body_.resize(before + room);
+    auto& piece = parser_.get().body();
+    piece.data = body_.data() + before;
+    piece.size = room;
+    error_code error;
+    buffer_.consume(parser_.put(buffer_.data(), error));
+    body_.resize(before + room - piece.size);
+    const bool needsMore = error == http::error::need_more;
+    if (error && !needsMore && error != http::error::need_buffer) throwFor(error, true);
+    if (needsMore && buffer_.size() > kLargestHead) throwFor(http::error::header_limit, true);
+    parser_.get().clear(); // Of trailers, for which nobody asks.
+    return !needsMore;
 }
 
 } // namespace vorq::gateway

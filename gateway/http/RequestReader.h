@@ -18,6 +18,7 @@ namespace vorq::gateway {
 class RequestReader {
   public:
     static constexpr std::size_t kLargestHead = std::size_t{64} * 1024;
+    static constexpr std::ptrdiff_t kMostHeaders = 100;
 
     /// `onGrowth` hears how many bytes of the request are held.
     RequestReader(Socket& socket, std::function<void(std::size_t)> onGrowth);
@@ -39,12 +40,18 @@ class RequestReader {
 
   private:
     [[nodiscard]] HttpRequest requestOf() const;
+    /// Waits until the buffer has grown, by no more than `room` bytes.
+    [[nodiscard]] Awaitable<void> receive(std::size_t room, bool inBody);
+    void parseHead();
+    /// False if more has to come first.
+    [[nodiscard]] bool parseBody(std::size_t limit);
 
     Socket& socket_;
     std::function<void(std::size_t)> onGrowth_;
     boost::beast::flat_buffer buffer_;
     boost::beast::http::request_parser<boost::beast::http::buffer_body> parser_;
     std::string body_;
+    std::size_t headBytes_ = 0;
     bool awaitsContinue_ = false;
     bool knowsChunks_ = true;
     bool isHeadRequest_ = false;

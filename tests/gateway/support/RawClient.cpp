@@ -10,7 +10,11 @@
 
 namespace vorq::gateway::testing {
 
-RawClient::RawClient(int port) : socket_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+RawClient::RawClient(int port, int receiveBuffer)
+    : socket_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    if (receiveBuffer > 0) {
+        setsockopt(socket_, SOL_SOCKET, SO_RCVBUF, &receiveBuffer, sizeof receiveBuffer);
+    }
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(static_cast<std::uint16_t>(port));
@@ -62,6 +66,13 @@ std::string RawClient::receiveAll() {
     for (std::string piece = receive(); !piece.empty(); piece = receive())
         all += piece;
     return all;
+}
+
+bool RawClient::isClosedWithin(std::chrono::milliseconds time) {
+    pollfd descriptor{.fd = socket_, .events = POLLIN, .revents = 0};
+    char byte = 0;
+    return poll(&descriptor, 1, static_cast<int>(time.count())) > 0 &&
+           recv(socket_, &byte, 1, 0) <= 0;
 }
 
 std::string rawExchange(int port, const std::string& request) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace vorq::gateway::testing {
@@ -7,7 +8,9 @@ namespace vorq::gateway::testing {
 /// A TCP connection to a port of this computer, for requests that no HTTP library would send.
 class RawClient {
   public:
-    explicit RawClient(int port);
+    /// `receiveBuffer` is how many bytes the system takes in before they are asked for, about;
+    /// with 0 it decides itself.
+    explicit RawClient(int port, int receiveBuffer = 0);
     ~RawClient();
     RawClient(const RawClient&) = delete;
     RawClient& operator=(const RawClient&) = delete;
@@ -20,6 +23,8 @@ class RawClient {
     /// Everything until `mark` was received or the peer closed.
     std::string receiveUntil(const std::string& mark);
     std::string receiveAll();
+    /// Whether the peer ends the connection in time, and sends nothing before.
+    [[nodiscard]] bool isClosedWithin(std::chrono::milliseconds time);
 
   private:
     int socket_;
