@@ -127,6 +127,10 @@ void ProviderTransfer::State::setOptions() {
     curl_easy_setopt(easy, CURLOPT_URL, config_.endpoint.c_str());
     curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
+    // A name that is never answered would else hold up the loop, and with it all replies.
+    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
+    // Replies that share a connection would wait for the one that is read most slowly.
+    curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
     curl_easy_setopt(easy, CURLOPT_POSTFIELDS, body_.data());
     curl_easy_setopt(easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body_.size()));
     curl_easy_setopt(easy, CURLOPT_HTTPHEADER, headers_.get());
@@ -240,6 +244,8 @@ std::optional<std::string> ProviderTransfer::State::read(SteadyTime now, bool& m
         }
     } else if (!arrived_.empty()) {
         mustResume = std::exchange(paused_, false);
+        // Until now it was this side that was silent.
+        if (mustResume) lastActivity_ = now;
         return std::exchange(arrived_, {});
     }
     if (ended_ && result_ != CURLE_OK) fail();

@@ -17,7 +17,8 @@ class LoopTransfer {
     virtual void handleEnd(CURLcode result) = 0;
 };
 
-/// Carries out any number of transfers on one thread of its own, over connections that they share.
+/// Carries out any number of transfers on one thread of its own, over connections that they use one
+/// after the other.
 /// Its functions may be called from any thread and do not wait.
 class TransferLoop {
   public:

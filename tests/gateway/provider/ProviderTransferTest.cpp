@@ -1,4 +1,6 @@
+#include "provider/ProviderTransfer.h"
 #include "gateway/support/ProviderChain.h"
+#include "gateway/support/RawClient.h"
 #include "gateway/support/TlsProvider.h"
 
 #include <gmock/gmock.h>
@@ -70,6 +72,51 @@ TEST(ProviderTransferTest, AProviderThatStopsReadingIsSilent) {
     ProviderChain chain([](ProviderPeer&) {}, setReplyTimeout, ReadingPause(1'500));
     EXPECT_THAT(answerToLargeText(chain).body.value("error", ""), HasSubstr("too long"));
     EXPECT_EQ(chain.provider.lastRequest(), "") << "it was not read to its end";
+}
+
+TEST(ProviderTransferTest, TheTimeInWhichNobodyReadsAReplyIsNoSilence) {
+    const ScriptedProvider provider([](ProviderPeer& peer) {
+        peer.streamHead();
+        for (int i = 0; i < 4'000; ++i)
+            peer.send(": " + std::string(1'000, 'x') + "\n\n");
+        peer.awaitClose();
+    });
+    ProviderConfig config = configFor(provider.address());
+    config.replyTimeout = config.idleTimeout = milliseconds(300);
+    TransferLoop loop;
+    ProviderTransfer transfer(loop, config, "{}");
+    std::this_thread::sleep_for(milliseconds(1'500));
+    const SteadyTime now = std::chrono::steady_clock::now();
+    EXPECT_GT(transfer.read(now).value_or("").size(), 900'000U);
+    EXPECT_NO_THROW(static_cast<void>(transfer.read(now)));
+}
+
+TEST(ProviderTransferTest, AClientThatKeepsItsReplyBackForLongGetsItWhole) {
+    ProviderChain chain(
+        [](ProviderPeer& peer) {
+            peer.streamHead();
+            // Each event repeats the text, so a few of them fill what the system buffers.
+            for (int i = 0; i < 6; ++i) {
+                peer.delta(std::string(i == 0 ? 1'500'000 : 1, 'x'));
+                std::this_thread::sleep_for(milliseconds(100));
+            }
+            for (int i = 0; i < 4'000; ++i)
+                peer.send(": " + std::string(1'000, 'x') + "\n\n");
+            peer.delta("The end.");
+            peer.send("data: [DONE]\n\n");
+        },
+        milliseconds(800));
+    const std::string body = R"({"prompt":"x","stream":true})";
+    RawClient client(chain.gateway->port, 4'096);
+    client.send("POST /ai/prompt HTTP/1.1\r\nHost: localhost\r\nContent-Type: application/json\r\n"
+                "Authorization: Bearer " +
+                chain.gateway->token + "\r\nContent-Length: " + std::to_string(body.size()) +
+                "\r\n\r\n" + body);
+    std::this_thread::sleep_for(milliseconds(2'500));
+    const std::string answer = client.receiveAll();
+    EXPECT_TRUE(answer.contains("\"done\""));
+    EXPECT_TRUE(answer.contains("xThe end.\""));
+    EXPECT_FALSE(answer.contains("too long"));
 }
 
 TEST(ProviderTransferTest, CommentsOfTheProviderAreSignsOfLife) {
@@ -170,6 +217,12 @@ TEST(ProviderTransferTest, ACertificateOfNoKnownAuthorityIsNamedWithTheSettingTh
                 AllOf(HasSubstr("certificate of the AI provider at " + provider.address()),
                       HasSubstr("\"caFile\"")));
     EXPECT_EQ(wordsFrom(provider.address(), provider.certificateFile().string()), "Over TLS.");
+}
+
+TEST(ProviderTransferTest, NoReplySharesItsConnectionWithOneThatMayBeReadSlowly) {
+    const TlsProvider provider;
+    EXPECT_EQ(wordsFrom(provider.address(), provider.certificateFile().string()), "Over TLS.");
+    EXPECT_EQ(provider.offeredProtocols(), "\x08http/1.1");
 }
 
 TEST(ProviderTransferTest, ACertificateForAnotherNameIsSaid) {

@@ -31,6 +31,14 @@ TlsProvider::TlsProvider(const TestCertificate& certificate) {
         response.set_content(R"({"choices":[{"message":{"content":"Over TLS."}}]})",
                              "application/json");
     });
+    const auto note = [](SSL*, const unsigned char**, unsigned char*, const unsigned char* offered,
+                         unsigned int size, void* self) {
+        auto& provider = *static_cast<TlsProvider*>(self);
+        const std::scoped_lock lock(provider.mutex_);
+        provider.offeredProtocols_.assign(offered, offered + size);
+        return SSL_TLSEXT_ERR_NOACK;
+    };
+    SSL_CTX_set_alpn_select_cb(server_->ssl_context(), note, this);
     port_ = server_->bind_to_any_port("127.0.0.1");
     if (port_ <= 0) throw std::runtime_error("the TLS provider could not listen");
     thread_ = std::thread([this] { server_->listen_after_bind(); });
@@ -45,6 +53,11 @@ TlsProvider::~TlsProvider() {
 
 std::string TlsProvider::address() const {
     return "https://localhost:" + std::to_string(port_);
+}
+
+std::string TlsProvider::offeredProtocols() const {
+    const std::scoped_lock lock(mutex_);
+    return offeredProtocols_;
 }
 
 std::filesystem::path TlsProvider::certificateFile() const {

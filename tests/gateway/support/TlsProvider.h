@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <thread>
 
@@ -32,9 +33,13 @@ class TlsProvider {
     [[nodiscard]] std::string address() const;
     [[nodiscard]] int port() const { return port_; }
     [[nodiscard]] std::filesystem::path certificateFile() const;
+    /// The protocols that the last client offered for the connection, each behind its length.
+    [[nodiscard]] std::string offeredProtocols() const;
 
   private:
     TemporaryFolder folder_;
+    mutable std::mutex mutex_;
+    std::string offeredProtocols_;
     std::unique_ptr<httplib::SSLServer> server_;
     int port_ = 0;
     std::thread thread_;
