@@ -16,6 +16,8 @@
 #include <boost/beast/http/write.hpp>
 
 #include <algorithm>
+#include <new>
+#include <thread>
 #include <type_traits>
 #include <utility>
 
@@ -35,6 +37,7 @@ constexpr seconds kRequestTime{60};
 constexpr seconds kWriteTime{60};
 constexpr seconds kFinishTime{1};
 constexpr milliseconds kRoomPoll{50};
+constexpr milliseconds kMemoryPause{10};
 constexpr std::size_t kMostDiscarded = std::size_t{64} * 1024 * 1024;
 constexpr std::size_t kSmallBody = RequestRouter::kLargestStrangersBody;
 
@@ -214,24 +217,29 @@ Awaitable<void> HttpConnection::sendFeed(ReplyFeed& feed) {
             co_await sendLastWord(feed);
             co_return;
         }
-        const FeedStep step = co_await nextStep(feed);
-        if (step.bytes.empty()) {
-            co_await waitUntil(step.again);
+        const std::optional<FeedStep> step = co_await nextStep(feed);
+        if (!step) continue;
+        if (step->bytes.empty()) {
+            co_await waitUntil(step->again);
             continue;
         }
-        if (step.isLast && !headSent_) {
-            co_await sendDocument(200, step.bytes, std::nullopt);
+        if (step->isLast && !headSent_) {
+            co_await sendDocument(200, step->bytes, std::nullopt);
         } else {
             if (!headSent_) co_await sendHead(feed.contentType());
-            co_await sendPiece(step.bytes, step.isLast);
+            co_await sendPiece(step->bytes, step->isLast);
         }
-        if (step.isLast) co_return;
+        if (step->isLast) co_return;
     }
 }
 
-Awaitable<FeedStep> HttpConnection::nextStep(ReplyFeed& feed) {
+Awaitable<std::optional<FeedStep>> HttpConnection::nextStep(ReplyFeed& feed) {
     if (!feed.isLarge()) co_return feed.next(Steady::now());
-    co_return co_await onPool(core_.computing, [&feed] { return feed.next(Steady::now()); });
+    try {
+        co_return co_await onPool(core_.computing, [&feed] { return feed.next(Steady::now()); });
+    } catch (const CancelledError&) {
+        co_return std::nullopt;
+    }
 }
 
 Awaitable<void> HttpConnection::sendLastWord(const ReplyFeed& feed) {
@@ -303,30 +311,51 @@ Awaitable<void> HttpConnection::finish() {
         co_await waitUntil(end);
 }
 
+/// Wakes the connection from any thread, which does not count as a ring. Memory that is short is
+/// waited for: without this word the connection would never go on.
+void HttpConnection::wake(ServerCore& core, const std::shared_ptr<Rope>& rope) {
+    while (true) {
+        try {
+            net::post(core.io, [rope] {
+                if (rope->connection != nullptr) rope->connection->bell_.cancel();
+            });
+            return;
+        } catch (const std::bad_alloc&) {
+            std::this_thread::sleep_for(kMemoryPause);
+        }
+    }
+}
+
 template<typename Work>
 Awaitable<std::invoke_result_t<Work&>> HttpConnection::onPool(WorkerPool& pool, Work work) {
     struct Outcome {
         std::optional<std::invoke_result_t<Work&>> result;
         std::exception_ptr failure;
-        bool isDone = false;
+        std::atomic<bool> isDone = false;
     };
     // The coroutine and all it holds stay until the job is done.
     Outcome outcome;
-    const bool isTaken = pool.submit([this, &outcome, &work] {
+    const bool isTaken = pool.submit([&core = core_, rope = rope_, &outcome, &work] {
         try {
-            if (core_.stopping) throw CancelledError();
+            if (core.stopping) throw CancelledError();
             outcome.result.emplace(work());
         } catch (...) {
             outcome.failure = std::current_exception();
         }
-        net::post(core_.io, [this, &outcome] {
-            outcome.isDone = true;
-            ring();
-        });
+        outcome.isDone = true; // From here on the coroutine may be gone.
+        wake(core, rope);
     });
     if (!isTaken) throw ApiError(503, "The Vorq gateway is busy. Try again in a moment.");
-    while (!outcome.isDone)
-        co_await waitUntil(SteadyTime::max());
+    while (!outcome.isDone) {
+        try {
+            bell_.expires_at(SteadyTime::max());
+            error_code ignored;
+            co_await bell_.async_wait(net::redirect_error(kAwait, ignored));
+        } catch (const std::bad_alloc&) {
+            while (!outcome.isDone)
+                std::this_thread::sleep_for(kMemoryPause);
+        }
+    }
     if (outcome.failure) std::rethrow_exception(outcome.failure);
     co_return std::move(*outcome.result);
 }

@@ -51,7 +51,8 @@ class HttpConnection final : public Guest, public std::enable_shared_from_this<H
     [[nodiscard]] Awaitable<void> sendContinue();
     void giveRoomBack();
     [[nodiscard]] Awaitable<void> sendFeed(ReplyFeed& feed);
-    [[nodiscard]] Awaitable<FeedStep> nextStep(ReplyFeed& feed);
+    /// Nothing if the server stops before.
+    [[nodiscard]] Awaitable<std::optional<FeedStep>> nextStep(ReplyFeed& feed);
     [[nodiscard]] Awaitable<void> sendLastWord(const ReplyFeed& feed);
     [[nodiscard]] Awaitable<void> sendHead(const char* contentType);
     [[nodiscard]] Awaitable<void> sendPiece(const std::string& bytes, bool isLast);
@@ -63,6 +64,7 @@ class HttpConnection final : public Guest, public std::enable_shared_from_this<H
     /// Runs `work` on a thread of the pool and gives its result.
     template<typename Work>
     [[nodiscard]] Awaitable<std::invoke_result_t<Work&>> onPool(WorkerPool& pool, Work work);
+    static void wake(ServerCore& core, const std::shared_ptr<Rope>& rope);
     /// Until `ring` or `time`.
     [[nodiscard]] Awaitable<void> waitUntil(SteadyTime time);
     void ring();
