@@ -26,16 +26,19 @@ class LibraryFile {
     [[nodiscard]] List load(const List& mine, Date now = {}) {
         ++m_turn;
         const FileStamp stamp = m_store.stamp<Record>();
+        const bool isAnew = m_isGone;
         std::expected<List, ReadFailure> theirs = Look::read(m_store, *m_known, now);
         if (!theirs) {
             noteUnread(stamp, theirs.error());
             return Look::writable(mine);
         }
-        List list = holds(mine)
+        List list = !isAnew && holds(mine)
                         ? *theirs
-                        : RecordMerge<Record>(*m_known, Look::writable(mine), *theirs).run();
+                        : RecordMerge<Record>(*base(), Look::writable(mine), *theirs).run();
         const bool isAll = Look::areWritten(list, *theirs);
         noteRead(stamp, *std::move(theirs), isAll);
+        if (isAnew && !isAll)
+            m_unsaved = SaveFailure{false, QStringLiteral("the file was made anew meanwhile")};
         return list;
     }
 
@@ -54,7 +57,7 @@ class LibraryFile {
             m_unread.reset();
             return std::nullopt;
         }
-        return Look(m_turn, m_store, m_known, mine, now);
+        return Look(m_turn, m_store, base(), mine, now);
     }
 
     /// Whether the file has neither been taken in nor written since the look was asked for. If so,
@@ -142,9 +145,15 @@ class LibraryFile {
         }
         m_stamp = m_store.stamp<Record>();
         m_known = std::make_shared<const List>(std::move(written));
+        m_isGone = false;
         m_unread.reset();
         m_unsaved.reset();
         return list;
+    }
+
+    // What a list is merged against. What a file made anew lacks, nobody has removed from it.
+    [[nodiscard]] std::shared_ptr<const List> base() const {
+        return m_isGone ? std::make_shared<const List>() : m_known;
     }
 
     // What does not read is kept before it is replaced.
@@ -160,6 +169,7 @@ class LibraryFile {
     void noteUnread(const FileStamp& stamp, const ReadFailure& failure) {
         m_unread = failure;
         m_unreadStamp = stamp;
+        if (failure.kind == ReadFailure::Kind::Missing) m_isGone = true;
         if (failure.kind == ReadFailure::Kind::Damaged && !m_known->empty() && !m_unsaved)
             m_unsaved = SaveFailure{false, QStringLiteral("the file is damaged")};
     }
@@ -167,6 +177,7 @@ class LibraryFile {
     void noteRead(const FileStamp& stamp, List theirs, bool isAll) {
         m_stamp = stamp;
         m_unread.reset();
+        m_isGone = false;
         m_known = std::make_shared<const List>(std::move(theirs));
         if (isAll) m_unsaved.reset();
     }
@@ -176,6 +187,7 @@ class LibraryFile {
     std::shared_ptr<const List> m_known = std::make_shared<const List>();
     int m_turn = 0; // rises with all that is read or written
     bool m_isDue = false;
+    bool m_isGone = false; // the file, since it was known
     std::optional<SaveFailure> m_unsaved;
     std::optional<ReadFailure> m_unread;
     FileStamp m_unreadStamp; // of the file that did not read

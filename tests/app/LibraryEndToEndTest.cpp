@@ -420,6 +420,23 @@ TEST_F(LibraryEndToEndTest, AProgramThatHasTheListInMemoryShowsASavedNote) {
     EXPECT_THAT(store().loadNotes(), SizeIs(2));
 }
 
+TEST_F(LibraryEndToEndTest, ANoteOfATerminalStandsBesideThoseWhoseFileWasGone) {
+    layOutLibrary();
+    ManualClock clock;
+    MemoryDefaults defaults;
+    LibraryAreas areas(clock, defaults, m_home.filePath("data"));
+    areas.watchLibrary();
+    const NoteList& notes = areas.library().savedNotes();
+    ASSERT_EQ(notes.count(), 2);
+    ASSERT_TRUE(QFile::remove(pathOf("saved-notes.json")));
+    areas.reloadLibrary();
+    const Outcome saved = vorq({"notes", "save", "From the terminal."});
+    ASSERT_EQ(saved.status, 0) << saved.err;
+    EXPECT_EQ(store().loadNotes().size(), 1);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return store().loadNotes().size() == 3; }, patience));
+    EXPECT_EQ(notes.count(), 3);
+}
+
 TEST_F(LibraryEndToEndTest, SavesOfTerminalsAndOfTheDesktopLoseNoNote) {
     ManualClock clock;
     MemoryDefaults defaults;

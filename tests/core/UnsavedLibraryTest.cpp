@@ -20,6 +20,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
+using testing::UnorderedElementsAre;
 
 const QString savedToHistory = QStringLiteral("Saved to History.");
 const QString heldUp =
@@ -55,6 +56,27 @@ class UnsavedLibraryTest : public LibraryFixture {
         for (const SavedNote& note : state().library().savedNotes().records())
             found += note.text;
         return found;
+    }
+
+    // What another program does, which has read the file before.
+    void saveElsewhere(const QString& text) const {
+        const LibraryStore elsewhere = store();
+        LibraryFile<SavedNote> file(elsewhere);
+        std::vector<SavedNote> notes = file.load({});
+        SavedNote& note = notes.emplace_back();
+        note.id = QUuid::createUuid();
+        note.text = text;
+        file.save(notes);
+        EXPECT_FALSE(file.unsaved());
+    }
+
+    void removeElsewhere(const QString& text) const {
+        const LibraryStore elsewhere = store();
+        LibraryFile<SavedNote> file(elsewhere);
+        std::vector<SavedNote> notes = file.load({});
+        std::erase_if(notes, [&text](const SavedNote& note) { return note.text == text; });
+        file.save(notes);
+        EXPECT_FALSE(file.unsaved());
     }
 
     [[nodiscard]] QStringList damagedFiles() const {
@@ -246,6 +268,47 @@ TEST_F(UnsavedLibraryTest, NotesOfAFileThatIsGoneStayInMemory) {
     advance(60s);
     EXPECT_FALSE(QFile::exists(pathOf("saved-notes.json"))) << "who removed it meant to";
     state().library().createBlankNote("ours", HubArea::Personal);
+    EXPECT_THAT(store().loadNotes(), SizeIs(2));
+}
+
+TEST_F(UnsavedLibraryTest, NotesOfAFileThatIsGoneStayBesideThoseOfTheNextFile) {
+    keepNote("Rivers");
+    keepNote("Lakes");
+    EXPECT_THAT(notesInMemory(), SizeIs(2));
+    ASSERT_TRUE(QFile::remove(pathOf("saved-notes.json")));
+    state().library().takeInChanges();
+    saveElsewhere("theirs");
+    state().library().takeInChanges();
+    EXPECT_THAT(notesInMemory(), UnorderedElementsAre("Rivers", "Lakes", "theirs"));
+    EXPECT_THAT(store().loadNotes(), SizeIs(3));
+}
+
+TEST_F(UnsavedLibraryTest, OpenNotesLosesNoneAfterTheirFileWasGone) {
+    keepNote("Rivers");
+    keepNote("Lakes");
+    EXPECT_THAT(notesInMemory(), SizeIs(2));
+    ASSERT_TRUE(QFile::remove(pathOf("saved-notes.json")));
+    submit("open notes");
+    saveElsewhere("theirs");
+    submit("open notes");
+    EXPECT_THAT(notesInMemory(), UnorderedElementsAre("Rivers", "Lakes", "theirs"));
+    advance(20s);
+    EXPECT_THAT(store().loadNotes(), SizeIs(3));
+    EXPECT_THAT(texts().filter("damaged"), IsEmpty());
+    removeElsewhere("Lakes");
+    submit("open notes");
+    EXPECT_THAT(notesInMemory(), UnorderedElementsAre("Rivers", "theirs"))
+        << "who removes a note of the new file means to";
+}
+
+TEST_F(UnsavedLibraryTest, NotesThatTheNextFileLacksAreWrittenAtQuitting) {
+    keepNote("Rivers");
+    EXPECT_THAT(notesInMemory(), SizeIs(1));
+    ASSERT_TRUE(QFile::remove(pathOf("saved-notes.json")));
+    submit("open notes");
+    saveElsewhere("theirs");
+    submit("open notes");
+    state().finishLibrary();
     EXPECT_THAT(store().loadNotes(), SizeIs(2));
 }
 
