@@ -33,10 +33,14 @@ std::optional<QString> sentenceOn(const std::optional<SaveFailure>& failure) {
     return QStringLiteral("Not saved yet: %1. Vorq keeps trying.").arg(failure->reason);
 }
 
-QString keptSentence(QStringView file, const QString& kept) {
+QString sentenceOn(QStringView file, const ReplacedFile& replaced) {
+    if (replaced.failure.kind == ReadFailure::Kind::Unreadable)
+        return QStringLiteral("The file %1 could not be read (%2). Vorq made it anew from what it "
+                              "had in memory and keeps the former one beside it as %3.")
+            .arg(file, replaced.failure.reason, replaced.keptName);
     return QStringLiteral("The file %1 was damaged. Vorq made it anew from what it had in memory "
                           "and keeps the damaged one beside it as %2.")
-        .arg(file, kept);
+        .arg(file, replaced.keptName);
 }
 
 // The line that may stand as the seed of a note with this body; "" if none may.
@@ -192,10 +196,10 @@ void LibraryState::tellWhatBecame() {
         std::exchange(m_wereNotesUnsaved, areNotesUnsaved) && !areNotesUnsaved;
     const bool areChatsSaved =
         std::exchange(m_wereChatsUnsaved, areChatsUnsaved) && !areChatsUnsaved;
-    if (const auto kept = m_noteFile.releaseKeptName())
-        emit noticed(keptSentence(LibraryStore::notesFile, *kept));
-    if (const auto kept = m_chatFile.releaseKeptName())
-        emit noticed(keptSentence(LibraryStore::chatsFile, *kept));
+    if (const auto replaced = m_noteFile.releaseReplaced())
+        emit noticed(sentenceOn(LibraryStore::notesFile, *replaced));
+    if (const auto replaced = m_chatFile.releaseReplaced())
+        emit noticed(sentenceOn(LibraryStore::chatsFile, *replaced));
     if (areNotesSaved) emit notesSaved();
     if (areChatsSaved) emit chatsSaved();
     if (areNotesUnsaved || areChatsUnsaved) emit savesAreDue();

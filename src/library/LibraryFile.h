@@ -116,9 +116,9 @@ class LibraryFile {
     /// Why the file did not read when it was last looked at; nothing if it did.
     [[nodiscard]] const std::optional<ReadFailure>& unread() const { return m_unread; }
 
-    /// The name under which a damaged file was kept when it was replaced; told once.
-    [[nodiscard]] std::optional<QString> releaseKeptName() {
-        return std::exchange(m_keptName, std::nullopt);
+    /// What was replaced although it did not read; told once.
+    [[nodiscard]] std::optional<ReplacedFile> releaseReplaced() {
+        return std::exchange(m_replaced, std::nullopt);
     }
 
     /// Whether this list is what the file was last known to hold.
@@ -146,6 +146,7 @@ class LibraryFile {
         m_stamp = m_store.stamp<Record>();
         m_known = std::make_shared<const List>(std::move(written));
         m_isGone = false;
+        if (m_kept) m_replaced = std::exchange(m_kept, std::nullopt);
         m_unread.reset();
         m_unsaved.reset();
         return list;
@@ -162,7 +163,7 @@ class LibraryFile {
         std::expected<QString, SaveFailure> kept = m_store.keepDamaged<Record>();
         if (!kept) return std::unexpected(kept.error());
         m_keptStamp = m_unreadStamp;
-        if (!kept->isEmpty()) m_keptName = *std::move(kept);
+        if (!kept->isEmpty()) m_kept = ReplacedFile{*m_unread, *std::move(kept)};
         return {};
     }
 
@@ -177,6 +178,7 @@ class LibraryFile {
     void noteRead(const FileStamp& stamp, List theirs, bool isAll) {
         m_stamp = stamp;
         m_unread.reset();
+        m_kept.reset();
         m_isGone = false;
         m_known = std::make_shared<const List>(std::move(theirs));
         if (isAll) m_unsaved.reset();
@@ -190,10 +192,11 @@ class LibraryFile {
     bool m_isGone = false; // the file, since it was known
     std::optional<SaveFailure> m_unsaved;
     std::optional<ReadFailure> m_unread;
-    FileStamp m_unreadStamp; // of the file that did not read
-    FileStamp m_triedStamp;  // of the file at the latest retry() while it did not read
-    FileStamp m_keptStamp;   // of the file that was kept
-    std::optional<QString> m_keptName;
+    FileStamp m_unreadStamp;            // of the file that did not read
+    FileStamp m_triedStamp;             // of the file at the latest retry() while it did not read
+    FileStamp m_keptStamp;              // of the file that was kept
+    std::optional<ReplacedFile> m_kept; // to be replaced
+    std::optional<ReplacedFile> m_replaced;
 };
 
 } // namespace vorq

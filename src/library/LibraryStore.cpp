@@ -123,7 +123,7 @@ std::expected<QString, SaveFailure> LibraryStore::keepDamaged() const {
     const auto kept = keepDamagedFile(path<Record>());
     if (!kept) return std::unexpected(SaveFailure{false, kept.error()});
     if (!kept->isEmpty())
-        qWarning("Vorq found %s damaged; it is kept as %s.", qUtf8Printable(path<Record>()),
+        qWarning("Vorq cannot read %s; it is kept as %s.", qUtf8Printable(path<Record>()),
                  qUtf8Printable(*kept));
     return QFileInfo(*kept).fileName();
 }

@@ -75,8 +75,8 @@ class LibraryStore {
     [[nodiscard]] bool isWritten(const std::vector<Record>& list) const;
     template<typename Record>
     [[nodiscard]] FileStamp stamp() const;
-    /// Keeps a damaged file beside the one that is about to replace it, and gives its name; "" if
-    /// it holds nothing.
+    /// Keeps a file that does not read beside the one that is about to replace it, and gives its
+    /// name; "" if it holds nothing.
     template<typename Record>
     [[nodiscard]] std::expected<QString, SaveFailure> keepDamaged() const;
     template<typename Record>

@@ -17,4 +17,10 @@ struct ReadFailure {
     QString reason; ///< of what is unreadable, such as "Permission denied"
 };
 
+/// A file that did not read and is replaced now.
+struct ReplacedFile {
+    ReadFailure failure;
+    QString keptName; ///< under which it stays beside the new one
+};
+
 } // namespace vorq

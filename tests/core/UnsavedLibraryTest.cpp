@@ -4,10 +4,13 @@
 
 #include <QTest>
 
+#include <array>
 #include <csignal>
 #include <fcntl.h>
+#include <linux/capability.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace vorq {
@@ -111,6 +114,34 @@ class FileSizeLimit {
     sighandler_t m_handler = nullptr;
 };
 
+// Root heeds the permissions of files as everybody does.
+class NoOverride {
+  public:
+    NoOverride() {
+        get(m_before);
+        Sets without = m_before;
+        without[0].effective = 0;
+        set(without);
+    }
+    NoOverride(const NoOverride&) = delete;
+    NoOverride& operator=(const NoOverride&) = delete;
+    ~NoOverride() { set(m_before); }
+
+  private:
+    using Sets = std::array<__user_cap_data_struct, _LINUX_CAPABILITY_U32S_3>;
+
+    static void get(Sets& sets) {
+        __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+        EXPECT_EQ(::syscall(SYS_capget, &header, sets.data()), 0);
+    }
+    static void set(const Sets& sets) {
+        __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+        EXPECT_EQ(::syscall(SYS_capset, &header, sets.data()), 0);
+    }
+
+    Sets m_before{};
+};
+
 TEST_F(UnsavedLibraryTest, AChatIsSaidSavedWhenItIs) {
     converse();
     {
@@ -193,6 +224,54 @@ TEST_F(UnsavedLibraryTest, AReloadKeepsTheNotesOfAFileThatWasDamagedMeanwhile) {
     advance(60s);
     EXPECT_EQ(texts().filter(kept).size(), 1);
     EXPECT_THAT(damagedFiles(), SizeIs(1));
+}
+
+TEST_F(UnsavedLibraryTest, AFileIsSaidMadeAnewWhenItIs) {
+    keepNote("Rivers");
+    EXPECT_THAT(notesInMemory(), SizeIs(1));
+    put("saved-notes.json", "[{");
+    {
+        const FileSizeLimit full(10);
+        state().library().createBlankNote("ours", HubArea::Personal);
+        advance(20s);
+        EXPECT_EQ(contentOf("saved-notes.json"), "[{");
+        EXPECT_THAT(texts().filter("anew"), IsEmpty());
+    }
+    advance(20s);
+    EXPECT_THAT(store().loadNotes(), SizeIs(2));
+    EXPECT_THAT(texts().filter("anew"), SizeIs(1));
+    EXPECT_THAT(damagedFiles(), SizeIs(1));
+}
+
+TEST_F(UnsavedLibraryTest, AFileThatAnotherProgramMendedIsNotSaidMadeAnew) {
+    keepNote("Rivers");
+    EXPECT_THAT(notesInMemory(), SizeIs(1));
+    const QByteArray whole = contentOf("saved-notes.json");
+    put("saved-notes.json", "[{");
+    {
+        const FileSizeLimit full(10);
+        state().library().createBlankNote("ours", HubArea::Personal);
+    }
+    put("saved-notes.json", whole);
+    advance(20s);
+    EXPECT_THAT(store().loadNotes(), SizeIs(2));
+    EXPECT_THAT(texts().filter("anew"), IsEmpty());
+}
+
+TEST_F(UnsavedLibraryTest, AFileThatMayNotBeReadIsNotCalledDamaged) {
+    keepNote("Rivers");
+    EXPECT_THAT(notesInMemory(), SizeIs(1));
+    ASSERT_EQ(::chmod(qPrintable(pathOf("saved-notes.json")), 0), 0);
+    age("saved-notes.json");
+    {
+        const NoOverride asAnybody;
+        state().library().createBlankNote("ours", HubArea::Personal);
+    }
+    EXPECT_THAT(store().loadNotes(), SizeIs(2));
+    advance(20s);
+    EXPECT_EQ(last().text, "The file saved-notes.json could not be read (Permission denied). Vorq "
+                           "made it anew from what it had in memory and keeps the former one "
+                           "beside it as saved-notes.json.damaged-2023-11-14T22-13-20Z.");
 }
 
 TEST_F(UnsavedLibraryTest, NotesOfADamagedFileAreWrittenAtQuitting) {

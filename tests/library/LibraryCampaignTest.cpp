@@ -226,10 +226,10 @@ class LibraryDamage : public LibraryFolder {
         file.save(notes);
         EXPECT_FALSE(file.unsaved());
         EXPECT_EQ(m_store.loadNotes(), notes);
-        const auto kept = file.releaseKeptName();
-        ASSERT_TRUE(kept);
-        EXPECT_EQ(contentOf(m_folder + '/' + *kept), damaged);
-        EXPECT_FALSE(file.releaseKeptName()) << "it is told once";
+        const auto replaced = file.releaseReplaced();
+        ASSERT_TRUE(replaced);
+        EXPECT_EQ(contentOf(m_folder + '/' + replaced->keptName), damaged);
+        EXPECT_FALSE(file.releaseReplaced()) << "it is told once";
         ASSERT_TRUE(QDir(m_folder).removeRecursively());
     }
 };
@@ -256,9 +256,9 @@ TEST_F(LibraryDamage, OfAFileThatIsLinkedIsKeptBesideTheFile) {
     file.save(notes);
     EXPECT_EQ(m_store.loadNotes(), notes);
     EXPECT_TRUE(QFileInfo(m_notes).isSymLink());
-    const auto kept = file.releaseKeptName();
-    ASSERT_TRUE(kept);
-    EXPECT_EQ(contentOf(m_root.filePath(*kept)), "[{");
+    const auto replaced = file.releaseReplaced();
+    ASSERT_TRUE(replaced);
+    EXPECT_EQ(contentOf(m_root.filePath(replaced->keptName)), "[{");
 }
 
 } // namespace
