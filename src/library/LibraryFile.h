@@ -86,10 +86,12 @@ class LibraryFile {
     /// The same, but a file that is already what it would be made is left alone. For a list that
     /// most likely has not changed.
     std::optional<List> settle(const List& mine, Date now = {}) {
-        return save(m_store.lock(), mine, now, [this](const List& list) {
-            return m_store.isWritten(list) ? std::expected<void, SaveFailure>()
-                                           : m_store.write(list);
-        });
+        return save(m_store.lock(), mine, now,
+                    [this](const List& list) -> std::expected<FileStamp, SaveFailure> {
+                        const FileStamp stamp = m_store.stamp<Record>();
+                        if (m_store.isWritten(list)) return stamp;
+                        return m_store.write(list);
+                    });
     }
 
     /// Tries again what is unsaved, with so much patience for other programs. A damaged file that
@@ -137,13 +139,16 @@ class LibraryFile {
         std::optional<List> list = takeIn(mine, now);
         m_isDue = false;
         List written = Look::writable(list ? *list : mine);
-        std::expected<void, SaveFailure> outcome = keepUnread();
-        if (outcome) outcome = write(written);
+        std::expected<FileStamp, SaveFailure> outcome;
+        if (const auto kept = keepUnread(); kept)
+            outcome = write(written);
+        else
+            outcome = std::unexpected(kept.error());
         if (!outcome) {
             m_unsaved = outcome.error();
             return list;
         }
-        m_stamp = m_store.stamp<Record>();
+        m_stamp = *outcome;
         m_known = std::make_shared<const List>(std::move(written));
         m_isGone = false;
         if (m_kept) m_replaced = std::exchange(m_kept, std::nullopt);

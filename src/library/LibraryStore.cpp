@@ -93,7 +93,7 @@ LibraryStore::read(Date now, const RecordHook<Record>& hook) const {
 
 // A program that only reads removes nothing.
 template<typename Record>
-std::expected<void, SaveFailure> LibraryStore::write(const std::vector<Record>& list) const {
+std::expected<FileStamp, SaveFailure> LibraryStore::write(const std::vector<Record>& list) const {
     const auto failure = [](const QString& reason) { return SaveFailure{false, reason}; };
     if (const auto folder = ensureFolder(m_folder); !folder)
         return std::unexpected(failure(folder.error()));
@@ -104,7 +104,7 @@ std::expected<void, SaveFailure> LibraryStore::write(const std::vector<Record>& 
     const auto written =
         replaceFile(path<Record>(), [&list](const JsonWriter::Sink& put) { encode(list, put); });
     if (!written) return std::unexpected(failure(written.error()));
-    return {};
+    return *written;
 }
 
 template<typename Record>
@@ -178,35 +178,39 @@ void LibraryStore::save(const std::vector<HubTracker>& trackers) const {
 
 template std::expected<std::vector<SavedNote>, ReadFailure>
 LibraryStore::read(Date, const RecordHook<SavedNote>&) const;
-template std::expected<void, SaveFailure> LibraryStore::write(const std::vector<SavedNote>&) const;
+template std::expected<FileStamp, SaveFailure>
+LibraryStore::write(const std::vector<SavedNote>&) const;
 template bool LibraryStore::isWritten(const std::vector<SavedNote>&) const;
 template FileStamp LibraryStore::stamp<SavedNote>() const;
 template std::expected<QString, SaveFailure> LibraryStore::keepDamaged<SavedNote>() const;
 template QString LibraryStore::path<SavedNote>() const;
 template std::expected<std::vector<SavedChat>, ReadFailure>
 LibraryStore::read(Date, const RecordHook<SavedChat>&) const;
-template std::expected<void, SaveFailure> LibraryStore::write(const std::vector<SavedChat>&) const;
+template std::expected<FileStamp, SaveFailure>
+LibraryStore::write(const std::vector<SavedChat>&) const;
 template bool LibraryStore::isWritten(const std::vector<SavedChat>&) const;
 template FileStamp LibraryStore::stamp<SavedChat>() const;
 template std::expected<QString, SaveFailure> LibraryStore::keepDamaged<SavedChat>() const;
 template QString LibraryStore::path<SavedChat>() const;
 template std::expected<std::vector<HubAIChat>, ReadFailure>
 LibraryStore::read(Date, const RecordHook<HubAIChat>&) const;
-template std::expected<void, SaveFailure> LibraryStore::write(const std::vector<HubAIChat>&) const;
+template std::expected<FileStamp, SaveFailure>
+LibraryStore::write(const std::vector<HubAIChat>&) const;
 template bool LibraryStore::isWritten(const std::vector<HubAIChat>&) const;
 template FileStamp LibraryStore::stamp<HubAIChat>() const;
 template std::expected<QString, SaveFailure> LibraryStore::keepDamaged<HubAIChat>() const;
 template QString LibraryStore::path<HubAIChat>() const;
 template std::expected<std::vector<HubTask>, ReadFailure>
 LibraryStore::read(Date, const RecordHook<HubTask>&) const;
-template std::expected<void, SaveFailure> LibraryStore::write(const std::vector<HubTask>&) const;
+template std::expected<FileStamp, SaveFailure>
+LibraryStore::write(const std::vector<HubTask>&) const;
 template bool LibraryStore::isWritten(const std::vector<HubTask>&) const;
 template FileStamp LibraryStore::stamp<HubTask>() const;
 template std::expected<QString, SaveFailure> LibraryStore::keepDamaged<HubTask>() const;
 template QString LibraryStore::path<HubTask>() const;
 template std::expected<std::vector<HubTaskColumn>, ReadFailure>
 LibraryStore::read(Date, const RecordHook<HubTaskColumn>&) const;
-template std::expected<void, SaveFailure>
+template std::expected<FileStamp, SaveFailure>
 LibraryStore::write(const std::vector<HubTaskColumn>&) const;
 template bool LibraryStore::isWritten(const std::vector<HubTaskColumn>&) const;
 template FileStamp LibraryStore::stamp<HubTaskColumn>() const;
@@ -214,7 +218,8 @@ template std::expected<QString, SaveFailure> LibraryStore::keepDamaged<HubTaskCo
 template QString LibraryStore::path<HubTaskColumn>() const;
 template std::expected<std::vector<HubTracker>, ReadFailure>
 LibraryStore::read(Date, const RecordHook<HubTracker>&) const;
-template std::expected<void, SaveFailure> LibraryStore::write(const std::vector<HubTracker>&) const;
+template std::expected<FileStamp, SaveFailure>
+LibraryStore::write(const std::vector<HubTracker>&) const;
 template bool LibraryStore::isWritten(const std::vector<HubTracker>&) const;
 template FileStamp LibraryStore::stamp<HubTracker>() const;
 template std::expected<QString, SaveFailure> LibraryStore::keepDamaged<HubTracker>() const;

@@ -68,8 +68,9 @@ class LibraryStore {
     template<typename Record>
     [[nodiscard]] std::expected<std::vector<Record>, ReadFailure>
     read(Date now = {}, const RecordHook<Record>& hook = {}) const;
+    /// Gives the stamp of the written file, whatever others have made of it since.
     template<typename Record>
-    std::expected<void, SaveFailure> write(const std::vector<Record>& list) const;
+    std::expected<FileStamp, SaveFailure> write(const std::vector<Record>& list) const;
     /// Whether the file is what a save of this list would make of it.
     template<typename Record>
     [[nodiscard]] bool isWritten(const std::vector<Record>& list) const;

@@ -162,6 +162,7 @@ FileOutcome replaceFile(const QString& path, const FileContent& content) {
     GrowingContent growing(file);
     content([&growing](QByteArrayView piece) { growing.put(piece); });
     int error = growing.flush();
+    const FileStamp stamp = fileStamp(file);
     if (::close(file) != 0 && error == 0) error = errno;
     const FormerFile former(target);
     if (error == 0 && std::rename(temporary.constData(), target.constData()) != 0) error = errno;
@@ -170,7 +171,7 @@ FileOutcome replaceFile(const QString& path, const FileContent& content) {
         return std::unexpected(systemError(error));
     }
     flushFolder(folder);
-    return {};
+    return stamp;
 }
 
 bool holdsContent(const QString& path, const FileContent& content) {

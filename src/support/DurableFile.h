@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/FileStamp.h"
+
 #include <QByteArrayView>
 #include <QString>
 
@@ -8,8 +10,9 @@
 
 namespace vorq {
 
-/// The error says what the system had against it, such as "No space left on device".
-using FileOutcome = std::expected<void, QString>;
+/// The stamp of the new file, from before it had its name: what others write there at once has
+/// another. The error says what the system had against it, such as "No space left on device".
+using FileOutcome = std::expected<FileStamp, QString>;
 
 /// Puts a file of mode 0600 with this content in the place of whatever stands at the path, at once
 /// and only after it is on the disk; readers see the former content or the new one. After a

@@ -18,5 +18,7 @@ struct FileStamp {
 
 /// The file at the path or where a symbolic link there leads.
 [[nodiscard]] FileStamp fileStamp(const QString& path);
+/// The file of an open descriptor.
+[[nodiscard]] FileStamp fileStamp(int file);
 
 } // namespace vorq

@@ -15,6 +15,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace vorq {
@@ -180,6 +181,32 @@ TEST_F(LibraryHardship, FullDiskInALargeListLeavesTheFormerFileToo) {
     EXPECT_EQ(end(child).status, passed);
     EXPECT_EQ(m_store.loadNotes(), former);
     EXPECT_EQ(names(), QStringList{"saved-notes.json"});
+}
+
+// The other program knows of no lock, as an editor does.
+TEST_F(LibraryHardship, AWriteOfAnotherProgramRightAfterASaveIsSeen) {
+    LibraryFile<SavedNote> file(m_store);
+    const std::vector<SavedNote> theirs = oneNote("theirs");
+    for (int round = 0; round < 50; ++round) {
+        const QString next = m_folder + "/next.json";
+        m_store.save(theirs);
+        ASSERT_EQ(::rename(qPrintable(m_notes), qPrintable(next)), 0);
+        m_store.save(oneNote("old"));
+        std::vector<SavedNote> notes = file.load({});
+        const FileStamp former = m_store.stamp<SavedNote>();
+        std::thread other([&] {
+            while (m_store.stamp<SavedNote>() == former)
+                continue;
+            ::rename(qPrintable(next), qPrintable(m_notes));
+        });
+        notes.front().thoughts = "ours";
+        file.save(notes);
+        other.join();
+        ASSERT_EQ(m_store.loadNotes(), theirs);
+        const auto seen = file.takeIn(notes);
+        ASSERT_TRUE(seen) << "round " << round;
+        EXPECT_EQ(*seen, theirs);
+    }
 }
 
 // What this process still holds of the folder.
