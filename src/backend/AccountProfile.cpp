@@ -22,17 +22,36 @@ QString normalisedUsername(const QString& username) {
     return name.toString().toLower();
 }
 
+VorqSessionStore::Record withProfile(VorqSessionStore::Record record, const QString& firstName,
+                                     const QString& lastName, const QString& username,
+                                     const QString& email) {
+    record.firstName = firstName;
+    record.lastName = lastName;
+    record.username = username;
+    if (!email.isEmpty()) record.email = email;
+    return record;
+}
+
 } // namespace
 
 void AccountSession::applyProfile(const QString& firstName, const QString& lastName,
                                   const QString& username, const QString& email) {
-    VorqSessionStore::Record changed = record();
-    changed.firstName = firstName;
-    changed.lastName = lastName;
-    changed.username = username;
-    if (!email.isEmpty()) changed.email = email;
-    m_store.writeProfile(changed);
-    setIdentity(changed);
+    const VorqSessionStore::Record former = record();
+    keepProfile(former, withProfile(former, firstName, lastName, username, email));
+}
+
+void AccountSession::keepProfile(const VorqSessionStore::Record& former,
+                                 const VorqSessionStore::Record& changed) {
+    if (m_store.writeProfile(former.token, changed)) return setIdentity(changed);
+    VorqSessionStore::Record stored = m_store.readFresh();
+    if (stored.token.isEmpty()) return forgetSession();
+    if (!former.email.isEmpty() && stored.email == former.email) {
+        const QString token = stored.token;
+        stored = changed;
+        stored.token = token;
+        m_store.writeProfile(token, stored);
+    }
+    adoptStored(stored);
 }
 
 QCoro::Task<bool> AccountSession::updateProfile(QString firstName, QString lastName,
@@ -61,18 +80,20 @@ QCoro::Task<bool> AccountSession::updateProfile(QString firstName, QString lastN
     }
 
     const quint64 number = m_sessionNumber;
+    const VorqSessionStore::Record former = record();
     std::optional<Session> session;
     QString problem;
     try {
-        session = co_await m_api.updateProfile(m_sessionToken, first, last, handle, stop);
+        session = co_await m_api.updateProfile(former.token, first, last, handle, stop);
     } catch (const BackendError& error) {
         problem = error.message();
     }
     if (!self || m_sessionNumber != number) co_return false;
     if (stop.stop_requested()) co_return end({}) && false;
     if (session) {
-        applyProfile(session->firstName.value_or(first), session->lastName.value_or(last),
-                     session->username.value_or(handle), session->email);
+        keepProfile(former, withProfile(former, session->firstName.value_or(first),
+                                        session->lastName.value_or(last),
+                                        session->username.value_or(handle), session->email));
     }
     co_return end(problem);
 }
@@ -111,22 +132,22 @@ QCoro::Task<bool> AccountSession::updatePrivacy(QString email, QString currentPa
     }
 
     const quint64 number = m_sessionNumber;
+    const VorqSessionStore::Record former = record();
     std::optional<Session> session;
     QString problem;
     try {
-        session = co_await m_api.updatePrivacy(m_sessionToken, address, currentPassword,
-                                               newPassword, stop);
+        session =
+            co_await m_api.updatePrivacy(former.token, address, currentPassword, newPassword, stop);
     } catch (const BackendError& error) {
         problem = error.message();
     }
     if (!self || m_sessionNumber != number) co_return false;
     if (stop.stop_requested()) co_return end({}) && false;
     if (session) {
-        VorqSessionStore::Record changed = record();
+        VorqSessionStore::Record changed = former;
         changed.email = session->email;
         if (!session->token.isEmpty()) changed.token = session->token;
-        m_store.writeProfile(changed);
-        setIdentity(changed);
+        keepProfile(former, changed);
     }
     co_return end(problem);
 }

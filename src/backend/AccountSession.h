@@ -169,6 +169,10 @@ class AccountSession final : public QObject {
     void setAuthError(const QString& error);
     [[nodiscard]] VorqSessionStore::Record record() const;
     void adoptStored(const VorqSessionStore::Record& stored);
+    /// Stores and shows a profile that was changed from the former one. If another program has
+    /// replaced the session meanwhile, that one stands, with the profile if the user is the same.
+    void keepProfile(const VorqSessionStore::Record& former,
+                     const VorqSessionStore::Record& changed);
     void beginSession(const Session& session);
     void forgetSession();
     /// From here on what was under way belongs to a former session and is dropped.

@@ -80,12 +80,13 @@ std::optional<QString> VorqSessionStore::whyFixed() const {
     return m_defaults.whyFixed(refreshTokenKey);
 }
 
-void VorqSessionStore::writeProfile(const Record& record) {
-    m_defaults.apply({{emailKey, record.email},
-                      {tokenKey, record.token},
-                      {firstNameKey, record.firstName},
-                      {lastNameKey, record.lastName},
-                      {usernameKey, record.username}});
+bool VorqSessionStore::writeProfile(const QString& token, const Record& record) {
+    return m_defaults.applyIf(tokenKey, token,
+                              {{emailKey, record.email},
+                               {tokenKey, record.token},
+                               {firstNameKey, record.firstName},
+                               {lastNameKey, record.lastName},
+                               {usernameKey, record.username}});
 }
 
 void VorqSessionStore::writeEmail(const QString& email) {

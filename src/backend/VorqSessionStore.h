@@ -40,8 +40,9 @@ class VorqSessionStore {
     bool replace(const QString& refreshToken, const Record& record);
     /// Why new tokens could not take the place of the stored ones for good; nothing if they can.
     [[nodiscard]] std::optional<QString> whyFixed() const;
-    /// Stores all but the refresh token as one change.
-    void writeProfile(const Record& record);
+    /// Stores all but the refresh token as one change, if the token is still the one given. Gives
+    /// whether it was: the refresh token of another sign-in is not for this profile.
+    bool writeProfile(const QString& token, const Record& record);
     void writeEmail(const QString& email);
 
     /// Removes the stored texts and the avatar.
