@@ -92,7 +92,7 @@ RtfToken RtfLexer::takeHex() {
     m_rest = m_rest.sliced(1);
     const auto high = m_rest.size() > 1 ? hexValueOf(m_rest[0]) : std::nullopt;
     const auto low = m_rest.size() > 1 ? hexValueOf(m_rest[1]) : std::nullopt;
-    if (!high || !low) return next();
+    if (!high || !low) return {.kind = RtfToken::Kind::Broken};
     m_rest = m_rest.sliced(2);
     return {.kind = RtfToken::Kind::Hex, .byte = static_cast<std::uint8_t>(*high * 16 + *low)};
 }

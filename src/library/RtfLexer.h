@@ -17,6 +17,7 @@ struct RtfToken {
         Hex,    ///< a byte given by its number: byte
         Text,   ///< bytes of text, without line breaks
         Binary, ///< data that was passed over
+        Broken, ///< what means nothing
         End,
     };
     Kind kind = Kind::End;

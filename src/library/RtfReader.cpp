@@ -62,6 +62,7 @@ class Reader {
         case RtfToken::Kind::Text:
             return takeText(token.text);
         case RtfToken::Kind::Binary:
+        case RtfToken::Kind::Broken:
         case RtfToken::Kind::End:
             return;
         }

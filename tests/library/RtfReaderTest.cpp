@@ -260,4 +260,9 @@ TEST(RtfReader, IsQuickOnLongDocuments) {
     EXPECT_EQ(read(rtf + "}").length(), 200'000);
 }
 
+TEST(RtfReader, PassesOverBrokenHexHoweverMuch) {
+    EXPECT_EQ(textOf(R"(a\'zb\'4)"), u"azb4");
+    EXPECT_EQ(textOf(QByteArray("\\'").repeated(1'000'000) + "end"), u"end");
+}
+
 } // namespace vorq
