@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <future>
+#include <unistd.h>
 
 namespace vorq {
 namespace {
@@ -54,13 +55,28 @@ class AtSpiApplicationsTest : public testing::Test {
     }
 
     // Waits on another thread, since the application answers on this one.
-    [[nodiscard]] AtSpiToolkit toolkit() {
-        const QString service = m_server.baseService();
-        auto told =
-            std::async(std::launch::async, [&] { return m_applications.toolkitOf(service, {}); });
+    template<typename Question>
+    [[nodiscard]] auto ask(const Question& question) {
+        auto told = std::async(std::launch::async, [&] { return question(m_applications); });
         EXPECT_TRUE(QTest::qWaitFor(
             [&] { return told.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
         return told.get();
+    }
+
+    [[nodiscard]] AtSpiToolkit toolkit() {
+        return ask([service = m_server.baseService()](AtSpiApplications& applications) {
+            return applications.toolkitOf(service, {});
+        });
+    }
+
+    // Of the application, too.
+    [[nodiscard]] QStringList moreNames(int count) {
+        QStringList names;
+        for (int number = 0; number < count; ++number) {
+            names += QStringLiteral("org.example.Name%1").arg(number);
+            EXPECT_TRUE(m_server.registerService(names.back()));
+        }
+        return names;
     }
 
     FakeApplication application;
@@ -81,6 +97,18 @@ TEST_F(AtSpiApplicationsTest, AsksABusyApplicationForItsNameAgain) {
     EXPECT_NE(toolkit(), atSpiToolkit(u"gtk", u"soffice"));
     application.tellsItsName = true;
     EXPECT_EQ(toolkit(), atSpiToolkit(u"gtk", u"soffice"));
+}
+
+TEST_F(AtSpiApplicationsTest, KnowsAProcessOfBeforeAmongMoreThanItRemembers) {
+    const QStringList names = moreNames(300);
+    const int unknown = ask([&](AtSpiApplications& applications) {
+        int count = 0;
+        for (const QString& name : names)
+            for (const QString& asked : {name, names.front()})
+                if (applications.processOf(asked, {}) != ::getpid()) ++count;
+        return count;
+    });
+    EXPECT_EQ(unknown, 0);
 }
 
 } // namespace

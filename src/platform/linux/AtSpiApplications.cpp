@@ -74,6 +74,7 @@ AtSpiApplications::processOf(const QString& service, const std::stop_token& stop
 std::vector<std::optional<AtSpiApplications::ProcessId>>
 AtSpiApplications::processesOf(const std::vector<QString>& services, const std::stop_token& stop) {
     forgetFormerBus();
+    if (m_processes.size() > mostRemembered) m_processes.clear();
     AtSpiBus::Messages calls;
     std::vector<QString> asked;
     for (const QString& service : services) {
@@ -82,7 +83,6 @@ AtSpiApplications::processesOf(const std::vector<QString>& services, const std::
         calls.push_back(atspi::processOf(service));
     }
     const AtSpiBus::Messages replies = m_bus.call(calls, stop);
-    if (m_processes.size() > mostRemembered) m_processes.clear();
     std::vector<std::optional<ProcessId>> processes;
     for (const QString& service : services) {
         const auto index =
