@@ -3,6 +3,7 @@
 #include "platform/Defaults.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vorq {
 namespace {
@@ -18,16 +19,29 @@ QString normalised(QStringView identifier) {
 const QString ExcludedApplications::key = QStringLiteral("vorq.capture.excludedApplications");
 
 bool ExcludedApplications::contains(QStringView identifier) const {
+    const std::optional<QStringList> excluded = entries();
+    if (!excluded) return true;
     const QString id = normalised(identifier);
-    if (id.isEmpty()) return false;
-    m_settings.synchronise();
-    return std::ranges::any_of(m_settings.strings(key),
-                               [&](const QString& entry) { return normalised(entry) == id; });
+    return !id.isEmpty() && std::ranges::any_of(*excluded, [&](const QString& entry) {
+        return normalised(entry) == id;
+    });
 }
 
 bool ExcludedApplications::isEmpty() const {
+    const std::optional<QStringList> excluded = entries();
+    return excluded && excluded->isEmpty();
+}
+
+std::optional<QStringList> ExcludedApplications::entries() const {
     m_settings.synchronise();
-    return m_settings.strings(key).isEmpty();
+    const QVariant held = m_settings.value(key);
+    QStringList entries = m_settings.strings(key);
+    const bool isList = !held.isValid() || held.typeId() == QMetaType::QStringList;
+    if (isList || !entries.isEmpty()) return entries;
+    if (!std::exchange(m_hasWarned, true))
+        qWarning("Vorq captures from no application: the setting %s is no list of texts.",
+                 qUtf8Printable(key));
+    return std::nullopt;
 }
 
 } // namespace vorq

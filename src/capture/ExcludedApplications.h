@@ -1,14 +1,18 @@
 #pragma once
 
+#include <QStringList>
 #include <QStringView>
+
+#include <optional>
 
 namespace vorq {
 
 class Defaults;
 
 /// The applications that the user wants never to be captured from. They stand in the settings as a
-/// list of identifiers, "org.keepassxc.KeePassXC", with or without ".desktop", in any case. Main
-/// thread only.
+/// list of identifiers, "org.keepassxc.KeePassXC", with or without ".desktop", in any case, or as
+/// one of them. While something else stands there, which is said once, all are excluded: nobody can
+/// tell which were meant. Main thread only.
 class ExcludedApplications {
   public:
     /// "vorq.capture.excludedApplications"
@@ -18,13 +22,17 @@ class ExcludedApplications {
     /// counts from the next capture on.
     explicit ExcludedApplications(Defaults& settings) : m_settings(settings) {}
 
-    /// False for an application without an identifier.
+    /// False for an application without an identifier, unless all are excluded.
     [[nodiscard]] bool contains(QStringView identifier) const;
 
     [[nodiscard]] bool isEmpty() const;
 
   private:
+    /// Nothing if it is not known which.
+    [[nodiscard]] std::optional<QStringList> entries() const;
+
     Defaults& m_settings;
+    mutable bool m_hasWarned = false;
 };
 
 } // namespace vorq

@@ -16,7 +16,13 @@ std::optional<bool> Defaults::boolean(const QString& key) const {
 
 QStringList Defaults::strings(const QString& key) const {
     const QVariant held = value(key);
-    return held.typeId() == QMetaType::QStringList ? held.toStringList() : QStringList();
+    if (held.typeId() == QMetaType::QStringList) return held.toStringList();
+    const QVariantList entries =
+        held.typeId() == QMetaType::QVariantList ? held.toList() : QVariantList{held};
+    QStringList texts;
+    for (const QVariant& entry : entries)
+        if (entry.typeId() == QMetaType::QString) texts += entry.toString();
+    return texts;
 }
 
 } // namespace vorq

@@ -52,7 +52,7 @@ class Defaults {
     [[nodiscard]] bool contains(const QString& key) const { return value(key).isValid(); }
     [[nodiscard]] std::optional<QString> string(const QString& key) const;
     [[nodiscard]] std::optional<bool> boolean(const QString& key) const;
-    /// Empty for what is no list of strings.
+    /// A single string is a list of one. What is no string is passed over, in a list as well.
     [[nodiscard]] QStringList strings(const QString& key) const;
     void setString(const QString& key, const QString& text) { apply({{key, text}}); }
     /// The same, but a text that is stored already costs no write.

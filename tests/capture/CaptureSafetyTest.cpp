@@ -144,8 +144,9 @@ class Exclusion : public CaptureTest {
         copyShortcut.text = "copied";
         identify("chromium");
     }
-    void exclude(const QStringList& identifiers) {
-        settings.apply({{"vorq.capture.excludedApplications", identifiers}});
+    void exclude(const QStringList& identifiers) { writeList(identifiers); }
+    void writeList(const QVariant& value) {
+        settings.apply({{"vorq.capture.excludedApplications", value}});
     }
     void expectNobodyIsAsked() {
         EXPECT_EQ(hotKey(), "");
@@ -186,6 +187,34 @@ TEST_F(Exclusion, OtherApplicationsAreReadAsBefore) {
 TEST_F(Exclusion, AnApplicationWithoutIdentifierIsNotExcludedByABlankEntry) {
     exclude({"", ".desktop"});
     identify("");
+    EXPECT_EQ(hotKey(), "selected");
+}
+
+TEST_F(Exclusion, ASingleIdentifierIsAListOfOne) {
+    writeList(QStringLiteral("Chromium"));
+    expectNobodyIsAsked();
+    identify("org.example.other");
+    EXPECT_EQ(hotKey(), "selected");
+}
+
+TEST_F(Exclusion, WhatIsNoTextInTheListDoesNotUndoTheRest) {
+    writeList(QVariantList{7, "chromium", QVariantMap()});
+    expectNobodyIsAsked();
+    identify("org.example.other");
+    EXPECT_EQ(hotKey(), "selected");
+}
+
+TEST_F(Exclusion, WhereNobodyCanTellWhatIsMeantNobodyIsAskedAndItIsSaidOnce) {
+    testing::internal::CaptureStderr();
+    for (const QVariant& value : {QVariant(true), QVariant(7), QVariant(QVariantList{7}),
+                                  QVariant(QVariantMap{{"chromium", true}})}) {
+        writeList(value);
+        expectNobodyIsAsked();
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Vorq captures from no application: the setting vorq.capture.excludedApplications "
+              "is no list of texts.\n");
+    exclude({});
     EXPECT_EQ(hotKey(), "selected");
 }
 

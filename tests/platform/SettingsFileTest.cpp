@@ -213,12 +213,12 @@ TEST_F(SettingsFileTest, FileOfTheWrongShapeCountsAsDamaged) {
     }
 }
 
-TEST_F(SettingsFileTest, MembersOfOtherKindsReadAsNothingAndStay) {
+TEST_F(SettingsFileTest, MembersOfOtherKindsAreNoTextAndStay) {
     put(R"({"a":"1","list":["x",{"y":null}],"none":null,"big":18446744073709551615})");
     testing::internal::CaptureStderr();
     SettingsFile settings(m_path);
     EXPECT_EQ(settings.string("a"), "1");
-    EXPECT_FALSE(settings.contains("list"));
+    EXPECT_FALSE(settings.string("list"));
     settings.setString("b", "2");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(QJsonDocument::fromJson(contentOf(m_path)).object().value("list"),
@@ -229,17 +229,29 @@ TEST_F(SettingsFileTest, MembersOfOtherKindsReadAsNothingAndStay) {
 }
 
 TEST_F(SettingsFileTest, AListOfStringsIsReadAndKept) {
-    put(R"({"ids":["Größe","b"],"none":[],"one":"x","mixed":["a",1]})");
+    put(R"({"ids":["Größe","b"],"none":[],"one":"x","mixed":["a",1,["b"],null]})");
     SettingsFile settings(m_path);
     EXPECT_EQ(settings.strings("ids"), QStringList({"Größe", "b"}));
     EXPECT_EQ(settings.strings("none"), QStringList());
-    EXPECT_EQ(settings.strings("one"), QStringList());
-    EXPECT_EQ(settings.strings("mixed"), QStringList());
+    EXPECT_EQ(settings.strings("missing"), QStringList());
+    EXPECT_EQ(settings.strings("one"), QStringList("x"));
+    EXPECT_EQ(settings.strings("mixed"), QStringList("a"));
     settings.apply({{"more", QStringList({"c"})}});
     const SettingsFile again(m_path);
     EXPECT_EQ(again.strings("ids"), QStringList({"Größe", "b"}));
     EXPECT_EQ(again.strings("more"), QStringList({"c"}));
-    EXPECT_TRUE(contentOf(m_path).contains("mixed"));
+    EXPECT_EQ(QJsonDocument::fromJson(contentOf(m_path)).object().value("mixed"),
+              QJsonDocument::fromJson(R"(["a",1,["b"],null])").array());
+}
+
+TEST_F(SettingsFileTest, WhatHoldsNoStringIsAListOfNone) {
+    put(R"({"truth":true,"none":null,"object":{"a":"b"},"numbers":[1],"deep":[["a"]]})");
+    const SettingsFile settings(m_path);
+    for (const char* key : {"truth", "none", "object", "numbers", "deep"}) {
+        EXPECT_EQ(settings.strings(key), QStringList()) << key;
+        EXPECT_TRUE(settings.contains(key)) << key;
+        EXPECT_FALSE(settings.string(key)) << key;
+    }
 }
 
 TEST_F(SettingsFileTest, TwoProcessesKeepEachOthersKeys) {

@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QLockFile>
 #include <QSaveFile>
 
@@ -130,6 +132,8 @@ SettingsFile::SettingsFile(QString path) : m_path(std::move(path)) {
 }
 
 QVariant SettingsFile::value(const QString& key) const {
+    if (const auto found = m_content.foreign.constFind(key); found != m_content.foreign.constEnd())
+        return QJsonDocument::fromJson('[' + *found + ']').array().first().toVariant();
     return m_content.values.value(key);
 }
 

@@ -12,10 +12,10 @@ namespace vorq {
 /// The user's settings as one JSON file of mode 0600, replaced atomically by each write.
 ///
 /// Every write first reads the file again, so that two programs of the user change different keys
-/// without losing each other's. Members that are neither text, truth nor number are kept as they
-/// stand and read as nothing. A damaged file leaves what was read before as it is, and is kept
-/// beside the new one as "<name>.damaged-<number>" before it is replaced. What goes wrong is said
-/// once on standard error.
+/// without losing each other's. Members that are neither text, truth, number nor a list of texts
+/// are kept as they stand, and read as lists, maps and null. A damaged file leaves what was read
+/// before as it is, and is kept beside the new one as "<name>.damaged-<number>" before it is
+/// replaced. What goes wrong is said once on standard error.
 class SettingsFile final : public Defaults {
   public:
     /// The file and its folder need not exist yet.
