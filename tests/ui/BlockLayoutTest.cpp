@@ -119,6 +119,24 @@ TEST(ReplyLayout, ALayoutThatIsInterruptedGoesOn) {
     EXPECT_GT(slices, 10);
 }
 
+// A screen reader builds blocks before their turn; a selection builds the last one.
+TEST(ReplyLayout, AnInterruptedLayoutKeepsItsHeightWhereLaterBlocksAreBuilt) {
+    ReplyLayout layout;
+    layout.setTheme(colors);
+    layout.replace(0, 0, AssistantReplyDocument::blocks(QString("A paragraph.\n\n").repeated(12)));
+    ASSERT_EQ(layout.count(), 12);
+    for (int row = 1; row < layout.count(); ++row)
+        (void)layout.block(row);
+    EXPECT_EQ(layout.end().block, 11);
+    double height = 0;
+    for (int set = 1; !layout.layOut(width, QDeadlineTimer(0)); ++set) {
+        EXPECT_GE(layout.height(), height) << set;
+        EXPECT_EQ(layout.blockAt(layout.blockRect(set - 1).center().y()), set - 1);
+        height = layout.height();
+    }
+    EXPECT_GT(height, 200);
+}
+
 TEST(ReplyLayout, AWordOfAHundredThousandCharactersBreaksIntoFullLines) {
     const ReplyLayout layout = laidOut(QString(100000, u'm'));
     const double line = laidOut("m").height();

@@ -23,7 +23,7 @@ void ReplyLayout::setTheme(const ReplyTheme& theme) {
     m_theme = theme;
     for (const Entry& entry : m_entries)
         entry.layout.reset();
-    m_done = 0;
+    goOnFrom(0);
 }
 
 void ReplyLayout::replace(int row, int count, const QList<Block>& blocks) {
@@ -36,10 +36,14 @@ void ReplyLayout::replace(int row, int count, const QList<Block>& blocks) {
         added.push_back({block, nullptr, 0});
     m_entries.insert(m_entries.begin() + row, std::make_move_iterator(added.begin()),
                      std::make_move_iterator(added.end()));
-    m_done = std::min(m_done, row);
+    goOnFrom(std::min(m_done, row));
 }
 
-void ReplyLayout::place(int row) {
+// The first block that is not set has its place before it is set: it may have been built already,
+// and then counts for the height.
+void ReplyLayout::goOnFrom(int row) {
+    m_done = row;
+    if (row == count()) return;
     Entry& entry = at(row);
     entry.y = 0;
     if (row == 0) return;
@@ -49,12 +53,11 @@ void ReplyLayout::place(int row) {
 }
 
 bool ReplyLayout::layOut(double width, QDeadlineTimer deadline) {
-    if (width != m_width) m_done = 0;
+    if (width != m_width) goOnFrom(0);
     m_width = width;
     if (!isDone()) m_stale = std::min(m_stale, topOf(m_done));
     while (m_done < count()) {
-        place(m_done);
-        if (layoutOf(m_done).layOutMore(width)) ++m_done;
+        if (layoutOf(m_done).layOutMore(width)) goOnFrom(m_done + 1);
         if (deadline.hasExpired()) break;
     }
     return isDone();

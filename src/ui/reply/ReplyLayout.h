@@ -102,7 +102,7 @@ class ReplyLayout {
     }
     [[nodiscard]] Entry& at(int row) { return m_entries[static_cast<std::size_t>(row)]; }
     [[nodiscard]] BlockLayout& layoutOf(int row) const;
-    void place(int row);
+    void goOnFrom(int row);
 
     ReplyTheme m_theme;
     std::vector<Entry> m_entries;
