@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -104,17 +105,80 @@ TEST(RightToLeftCopy, CodeIsCopiedAsItWasWritten) {
     EXPECT_EQ(stage.panel->selection()->selectedText(), QString(sentence).remove(u'`'));
 }
 
-// Marks that only order the letters are none that an arrow key stops at.
-TEST(RightToLeftCopy, EachArrowKeyMovesTheCaret) {
+class RightToLeftKeysTest : public testing::Test {
+  protected:
+    ReplyView& shown(const QString& text) {
+        stage.answer(text);
+        stage.show();
+        stage.settle(300);
+        auto& view = *qobject_cast<ReplyView*>(stage.find("ReplyView"));
+        view.forceActiveFocus(Qt::TabFocusReason);
+        return view;
+    }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(stage.window.get(), key, modifiers);
+    }
+
     PanelStage stage;
-    stage.answer(sentence);
-    stage.show();
-    stage.settle(300);
-    auto& view = *qobject_cast<ReplyView*>(stage.find("ReplyView"));
-    view.forceActiveFocus(Qt::TabFocusReason);
-    for (int key = 0; key < QString(sentence).remove(u'`').size(); ++key)
-        QTest::keyClick(stage.window.get(), Qt::Key_Right);
+};
+
+// Marks that only order the letters are none that an arrow key stops at.
+TEST_F(RightToLeftKeysTest, EachArrowKeyMovesTheCaret) {
+    const ReplyView& view = shown(sentence);
+    for (int press = 0; press < QString(sentence).remove(u'`').size(); ++press)
+        key(Qt::Key_Left);
     EXPECT_EQ(view.cursor(), view.layout().end());
+}
+
+TEST_F(RightToLeftKeysTest, ArrowKeysGoWhereTheyGoInTheDraft) {
+    const auto text = QStringLiteral("مرحبا يا abc عالم");
+    ReplyView& view = shown(text);
+    stage.panel->setPrompt(text);
+    auto* draft = stage.find("PromptField")->property("input").value<QQuickItem*>();
+    ASSERT_TRUE(draft);
+    for (const Qt::Key arrow : {Qt::Key_Left, Qt::Key_Right}) {
+        draft->setProperty("cursorPosition", 8);
+        view.select({0, 8}, {0, 8});
+        for (int press = 0; press < 5; ++press) {
+            draft->forceActiveFocus(Qt::TabFocusReason);
+            key(arrow);
+            view.forceActiveFocus(Qt::TabFocusReason);
+            key(arrow);
+            EXPECT_EQ(view.cursor().offset, draft->property("cursorPosition").toInt())
+                << arrow << ", " << press;
+        }
+    }
+}
+
+TEST_F(RightToLeftKeysTest, WordsAreLeftByTheArrowThatPointsPastThem) {
+    const ReplyView& view = shown(QStringLiteral("مرحبا يا عالم"));
+    key(Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_EQ(view.cursor().offset, 5);
+    key(Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_EQ(view.cursor().offset, 0);
+}
+
+TEST_F(RightToLeftKeysTest, EachItemOfAListGoesItsOwnWay) {
+    const ReplyView& view = shown(QStringLiteral("- عنصر\n- item"));
+    for (int press = 0; press < 5; ++press)
+        key(Qt::Key_Left);
+    EXPECT_EQ(view.cursor().offset, 5) << "where the second item begins";
+    key(Qt::Key_Right);
+    EXPECT_EQ(view.cursor().offset, 6);
+}
+
+TEST_F(RightToLeftKeysTest, EnterFollowsTheLinkThatTheCaretIsIn) {
+    const ReplyView& view = shown(QStringLiteral("انظر [هنا](https://a.example) يا صديقي"));
+    QSignalSpy followed(&view, &ReplyView::linkActivated);
+    for (int press = 0; press < 5; ++press)
+        key(Qt::Key_Left);
+    ASSERT_EQ(view.cursor().offset, 5) << "before its first letter";
+    key(Qt::Key_Return);
+    EXPECT_EQ(followed.count(), 1);
+    for (int press = 0; press < 3; ++press)
+        key(Qt::Key_Left);
+    key(Qt::Key_Return);
+    EXPECT_EQ(followed.count(), 1) << "behind its last letter";
 }
 
 } // namespace

@@ -322,4 +322,18 @@ QString BlockLayout::linkAt(QPointF point) const {
     return piece ? piece->flow.linkAt(point - originOf(*piece)) : QString();
 }
 
+QString BlockLayout::linkAt(qsizetype position) const {
+    const Piece* piece = pieceOf(position);
+    if (!piece) return {};
+    const qsizetype within = position - piece->start;
+    for (const TextFlow::Link& link : piece->flow.links())
+        if (link.from <= within && within < link.to) return link.address;
+    return {};
+}
+
+Qt::LayoutDirection BlockLayout::directionAt(qsizetype position) const {
+    const Piece* piece = pieceOf(position);
+    return piece ? piece->flow.direction() : Qt::LeftToRight;
+}
+
 } // namespace vorq

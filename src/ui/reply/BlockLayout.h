@@ -49,6 +49,10 @@ class BlockLayout {
     [[nodiscard]] QRectF firstLineRect(BlockRange range) const;
     [[nodiscard]] QRectF cursorRect(qsizetype position) const;
     [[nodiscard]] QString linkAt(QPointF point) const;
+    /// The link that the character after the position belongs to; "" for none.
+    [[nodiscard]] QString linkAt(qsizetype position) const;
+    /// Of the text that the position is in.
+    [[nodiscard]] Qt::LayoutDirection directionAt(qsizetype position) const;
 
     /// One text of the block: an item of a list, a cell of a table, or all that the block says.
     struct Part {

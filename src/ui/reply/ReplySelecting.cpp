@@ -289,10 +289,11 @@ void ReplyView::putCaret(ReplyPosition at) {
     moveCaret(at, at);
 }
 
-// What is selected is asked about, and a link under the caret followed.
+// What is selected is asked about, and the link that the caret is in followed.
 bool ReplyView::takeEnter() {
     if (hasSelection()) return m_bridge && m_bridge->isWatching(this) && m_bridge->commitDeepen();
-    const QString link = m_layout.linkAt(caret().center() + QPointF(1, 0));
+    if (!m_isCaretShown || m_layout.count() == 0) return false;
+    const QString link = m_layout.block(m_cursor.block).linkAt(m_cursor.offset);
     if (!link.isEmpty()) emit linkActivated(link);
     return !link.isEmpty();
 }
@@ -308,7 +309,7 @@ std::optional<ReplyPosition> ReplyView::positionAfter(const QKeyEvent& event) co
     switch (event.key()) {
     case Qt::Key_Left:
     case Qt::Key_Right:
-        return neighbour(event.key() == Qt::Key_Right, byWord);
+        return neighbour((event.key() == Qt::Key_Left) == isReadLeftwards(), byWord);
     case Qt::Key_Up:
     case Qt::Key_Down:
         if (byWord) return std::nullopt;
@@ -323,6 +324,12 @@ std::optional<ReplyPosition> ReplyView::positionAfter(const QKeyEvent& event) co
     default:
         return std::nullopt;
     }
+}
+
+// Whether the text that the caret is in is read from right to left: there, an arrow to the left
+// leads on.
+bool ReplyView::isReadLeftwards() const {
+    return m_layout.block(m_cursor.block).directionAt(m_cursor.offset) == Qt::RightToLeft;
 }
 
 // The nearest other line; what lies between blocks belongs to the one above.

@@ -171,6 +171,7 @@ class ReplyView : public QQuickItem,
     [[nodiscard]] bool takeEnter();
     [[nodiscard]] std::optional<ReplyPosition> positionAfter(const QKeyEvent& event) const;
     [[nodiscard]] ReplyPosition lineBeside(bool isBelow) const;
+    [[nodiscard]] bool isReadLeftwards() const;
     [[nodiscard]] ReplyPosition neighbour(bool isForward, bool byWord) const;
     void watchClicks(bool on);
 
