@@ -257,6 +257,14 @@ bool BlockLayout::scrollBy(double dx) {
     return true;
 }
 
+bool BlockLayout::scrollTo(qsizetype position) {
+    const QRectF caret = cursorRect(position);
+    const double left = ReplyStyle::platePadding;
+    const double right = m_width - ReplyStyle::platePadding;
+    const double dx = std::max(caret.left() - right, 0.0) - std::max(left - caret.left(), 0.0);
+    return m_isDone && dx != 0 && scrollBy(dx);
+}
+
 // By how much code is wider than its plate.
 double BlockLayout::overflow() const {
     const double room = m_width - 2 * ReplyStyle::platePadding;

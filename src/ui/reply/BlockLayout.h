@@ -80,6 +80,8 @@ class BlockLayout {
 
     /// Code that is wider than its plate is moved sideways; false if there is nothing to move.
     bool scrollBy(double dx);
+    /// Moves it until a caret at the position is in its plate; true if that took a move.
+    bool scrollTo(qsizetype position);
 
     void draw(QPainter& painter, const QRectF& clip, BlockRange selection) const;
 

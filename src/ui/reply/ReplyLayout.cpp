@@ -163,6 +163,11 @@ ReplyPosition ReplyLayout::end() const {
     return {count() - 1, layoutOf(count() - 1).plainText().size()};
 }
 
+ReplyPosition ReplyLayout::clamped(const ReplyPosition& position) const {
+    if (position.block >= count()) return end();
+    return {position.block, std::min(position.offset, layoutOf(position.block).plainText().size())};
+}
+
 qsizetype ReplyLayout::offsetOf(const ReplyPosition& position) const {
     qsizetype offset = position.offset;
     for (int row = 0; row < position.block && row < count(); ++row)
@@ -183,6 +188,10 @@ ReplyPosition ReplyLayout::positionOf(qsizetype offset) const {
 bool ReplyLayout::scrollAt(QPointF point, double dx) {
     const int row = blockAt(point.y());
     return row >= 0 && blockRect(row).contains(point) && layoutOf(row).scrollBy(dx);
+}
+
+bool ReplyLayout::scrollTo(const ReplyPosition& position) {
+    return position.block < count() && layoutOf(position.block).scrollTo(position.offset);
 }
 
 void ReplyLayout::draw(QPainter& painter, const QRectF& clip, const Look& look) const {

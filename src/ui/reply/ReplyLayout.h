@@ -74,12 +74,16 @@ class ReplyLayout {
     /// As it was written.
     [[nodiscard]] QString written(const ReplyRange& range) const;
     [[nodiscard]] ReplyPosition end() const;
+    /// The same, or the end of its block if that is before.
+    [[nodiscard]] ReplyPosition clamped(const ReplyPosition& position) const;
     /// The UTF-16 units of the whole text before a position, and the other way round. An offset
     /// beyond the text is its end.
     [[nodiscard]] qsizetype offsetOf(const ReplyPosition& position) const;
     [[nodiscard]] ReplyPosition positionOf(qsizetype offset) const;
     [[nodiscard]] BlockRange within(int row, const ReplyRange& range) const;
     bool scrollAt(QPointF point, double dx);
+    /// Moves wide code sideways until the position is in its plate; true if that took a move.
+    bool scrollTo(const ReplyPosition& position);
 
     struct Look {
         ReplyRange selection;

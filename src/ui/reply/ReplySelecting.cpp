@@ -90,10 +90,11 @@ void ReplyView::selectionMoved() {
     if (m_isCaretShown) emit caretChanged();
 }
 
-// What a growing reply took back cannot stay selected.
+// What a growing reply took back cannot stay selected, and a block may have got shorter than where
+// the caret was in it.
 void ReplyView::dropLostSelection() {
-    if (m_anchor <= m_layout.end() && m_cursor <= m_layout.end()) return;
-    select({}, {});
+    if (m_anchor > m_layout.end() || m_cursor > m_layout.end()) return select({}, {});
+    select(m_layout.clamped(m_anchor), m_layout.clamped(m_cursor));
 }
 
 std::optional<QString> ReplyView::selectedText() const {
@@ -278,6 +279,7 @@ void ReplyView::setCaretShown(bool isShown) {
 void ReplyView::moveCaret(ReplyPosition anchor, ReplyPosition cursor) {
     const bool comesUp = !std::exchange(m_isCaretShown, true);
     const bool isElsewhere = m_anchor != anchor || m_cursor != cursor;
+    if (m_layout.scrollTo(cursor)) m_canvas->repaint();
     select(anchor, cursor);
     if (!comesUp || isElsewhere) return;
     m_events.handleCaretMove();
