@@ -1,8 +1,11 @@
 // The caret of a reply: where keys move it, and what becomes of it.
 
 #include "ui/PanelStage.h"
+#include "ui/Samples.h"
 #include "ui/reply/ReplyView.h"
 
+#include <QApplication>
+#include <QMenu>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -63,6 +66,37 @@ TEST_F(ReplyCaretTest, IsClampedWhereItsBlockGetsShorter) {
     stage.settle(20);
     key(Qt::Key_Left);
     EXPECT_EQ(view.cursor(), (ReplyPosition{0, 7}));
+}
+
+class ReplyMenuKeyTest : public ReplyCaretTest {
+  protected:
+    // Where the menu that the key opens has its corner, in the view.
+    QPointF menuAt(const ReplyView& view) {
+        key(Qt::Key_Menu);
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!menu) return {};
+        const QPointF at = view.mapFromGlobal(menu->windowHandle()->position());
+        menu->close();
+        return at;
+    }
+};
+
+TEST_F(ReplyMenuKeyTest, OpensAtTheEndOfWhatIsSelectedThatTheUserMoved) {
+    ReplyView& view = shown(samples::leaves);
+    stage.list().setProperty("follows", false);
+    stage.list().setProperty("contentY", stage.list().property("topY"));
+    stage.settle(20);
+    view.select({1, 0}, {1, 6});
+    const QRectF end = view.layout().cursorRect({1, 6});
+    EXPECT_LT((menuAt(view) - end.bottomLeft()).manhattanLength(), 3);
+}
+
+TEST_F(ReplyMenuKeyTest, OpensInViewOverAReplyThatIsLongerThanThePanel) {
+    const ReplyView& view = shown(QString(samples::leaves).repeated(4));
+    ASSERT_GT(view.viewTop(), 100) << "its end is in view";
+    const QPointF at = menuAt(view);
+    EXPECT_GE(at.y(), view.viewTop() - 1);
+    EXPECT_LE(at.y(), view.viewTop() + view.viewHeight() + 1);
 }
 
 } // namespace

@@ -113,7 +113,7 @@ Item {
         Keys.onPressed: event => {
             if (!menu.isAskedForBy(event))
                 return
-            reply.openMenu(Qt.point(caret.x, caret.y + caret.height), true)
+            reply.openMenu(menuPlace(), true)
             event.accepted = true
         }
         onLinkActivated: address => App.panel.openLink(address)

@@ -270,6 +270,15 @@ QRectF ReplyView::caret() const {
                                                                  : QRectF();
 }
 
+QPointF ReplyView::menuPlace() const {
+    const bool isSomewhere = m_isCaretShown || hasSelection();
+    const QPointF at = isSomewhere ? m_layout.cursorRect(m_cursor).bottomLeft() : QPointF();
+    const double bottom = std::min(height(), m_viewTop + m_viewHeight);
+    const double top = std::clamp(m_viewTop, 0.0, std::max(0.0, bottom));
+    return {std::clamp(at.x(), 0.0, std::max(0.0, width())),
+            std::clamp(at.y(), top, std::max(top, bottom))};
+}
+
 void ReplyView::setCaretShown(bool isShown) {
     if (m_isCaretShown == isShown) return;
     m_isCaretShown = isShown;

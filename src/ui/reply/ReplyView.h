@@ -103,6 +103,9 @@ class ReplyView : public QQuickItem,
     /// Takes the keyboard, with the caret at a place.
     void putCaret(ReplyPosition at);
     Q_INVOKABLE void selectAll();
+    /// Where a menu that a key opens stands: below the caret, or the end of the selection that
+    /// moves, or as near to it as is in view.
+    Q_INVOKABLE [[nodiscard]] QPointF menuPlace() const;
     /// The selection; without one, the whole reply as it was written.
     Q_INVOKABLE void copy() const;
     Q_INVOKABLE void copyCode(int number) const;
