@@ -55,6 +55,29 @@ class AccessLooksTest : public testing::Test {
         return texts;
     }
 
+    // No text is cut; gives how many were looked at.
+    qsizetype expectRoomForTexts(double scale) {
+        const QList<QQuickItem*> texts = shownTexts();
+        for (QQuickItem* text : texts) {
+            const std::string words = text->property("text").toString().toStdString();
+            const QQuickItem* around = text->parentItem();
+            while (around->height() <= 0)
+                around = around->parentItem();
+            EXPECT_LE(text->height(), around->height()) << words << " at " << scale;
+            EXPECT_FALSE(text->property("truncated").toBool()) << words << " at " << scale;
+        }
+        return texts.size();
+    }
+    void expectWithinButtons(const QString& type, int count) {
+        const QList<QQuickItem*> buttons = stage.findAll(type);
+        EXPECT_EQ(buttons.size(), count);
+        for (const QQuickItem* button : buttons)
+            for (const QQuickItem* text : button->findChildren<QQuickItem*>())
+                if (text->isVisible() && !text->property("truncated").isNull())
+                    EXPECT_TRUE(inScene(*button).contains(inScene(*text)))
+                        << text->property("text").toString().toStdString();
+    }
+
     void fill() {
         stage.say("Summarise this.\n\n📎 Text capture, leaf-optics.md");
         stage.answer("> A quote.\n\n---\n\nSome `code` and [a link](https://a.b).\n\n- one\n- two",
@@ -144,20 +167,36 @@ TEST_F(AccessLooksTest, LargerTextHasRoomWhereverItStands) {
     stage.show();
     stage.settle(100);
     const double usual = stage.find("ReplyView")->height();
-    for (const double scale : {1.25, 1.5}) {
+    for (const double scale : {1.25, 1.5, 2.0}) {
         stage.look->setTextScale(scale);
         stage.settle(300);
         EXPECT_GT(stage.find("ReplyView")->height(), 1.1 * usual) << "applied to what stands";
-        const QList<QQuickItem*> texts = shownTexts();
-        EXPECT_GE(texts.size(), 6);
-        for (QQuickItem* text : texts) {
-            const std::string words = text->property("text").toString().toStdString();
-            const QQuickItem* around = text->parentItem();
-            while (around->height() <= 0)
-                around = around->parentItem();
-            EXPECT_LE(text->height(), around->height()) << words << " at " << scale;
-            EXPECT_FALSE(text->property("truncated").toBool()) << words << " at " << scale;
-        }
+        EXPECT_GE(expectRoomForTexts(scale), 6);
+    }
+}
+
+TEST_F(AccessLooksTest, LargerTextHasRoomInTheTray) {
+    stage.show();
+    stage.panel->setShowAttachTray(true);
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        stage.look->setTextScale(scale);
+        stage.settle(300);
+        EXPECT_GE(expectRoomForTexts(scale), 6);
+        expectWithinButtons("TrayRow", 3);
+    }
+}
+
+TEST_F(AccessLooksTest, ALongAnswerHasRoomInItsPill) {
+    stage.answer("A reply.", false,
+                 VorqFollowUp{"",
+                              {"Explain the green gap",
+                               "Compare it with what happens in red algae and in brown ones"}});
+    stage.show();
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        stage.look->setTextScale(scale);
+        stage.settle(300);
+        EXPECT_GE(expectRoomForTexts(scale), 2);
+        expectWithinButtons("Pill", 2);
     }
 }
 

@@ -10,12 +10,14 @@ T.AbstractButton {
     property real size: 32
     property real sidePadding: 14
     property real restOpacity: 1
-    property real widest: 0 // of its text; 0 for any
+    property real widest: 0 // of its text, which has more lines then; 0 for any
+    readonly property real endPadding: 6
+    readonly property real corner: Math.min(height, Theme.grown(size)) / 2
     readonly property bool isLit: hovered || down || visualFocus
     readonly property real rimOpacity: 0.22
     readonly property real litRimOpacity: 0.34
 
-    implicitHeight: Theme.grown(size)
+    implicitHeight: Math.max(Theme.grown(size), label.height + 2 * endPadding)
     implicitWidth: Math.ceil(label.width) + 2 * sidePadding
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
@@ -26,14 +28,14 @@ T.AbstractButton {
     Keys.onEnterPressed: pill.clicked()
 
     background: Squircle {
-        radius: pill.height / 2
+        radius: pill.corner
         smoothing: 0
         fillTop: pill.down ? Theme.pressed : pill.hovered ? Theme.hover : "transparent"
         rimTop: Theme.faint(Theme.ink, pill.isLit ? pill.litRimOpacity : pill.rimOpacity)
         rimBottom: rimTop
         FocusRing {
             visible: pill.visualFocus
-            around: pill.height / 2
+            around: pill.corner
         }
     }
     contentItem: Item {
@@ -41,12 +43,12 @@ T.AbstractButton {
             id: label
             x: pill.sidePadding
             anchors.verticalCenter: parent.verticalCenter
-            width: pill.widest > 0 ? Math.min(implicitWidth, pill.widest) : implicitWidth
+            width: pill.widest > 0 ? Math.min(Math.ceil(implicitWidth), pill.widest) : implicitWidth
             text: pill.text
             size: Theme.rowSize
             font.weight: Font.Medium
             opacity: pill.isLit ? 1 : pill.restOpacity
-            elide: Text.ElideRight
+            wrapMode: pill.widest > 0 ? Text.Wrap : Text.NoWrap
         }
     }
 }

@@ -16,8 +16,9 @@ T.AbstractButton {
     readonly property int tileSize: 34
     readonly property int textX: 54
     readonly property int sideRoom: 40
+    readonly property int endRoom: 8
 
-    implicitHeight: Theme.grown(sub !== "" ? 52 : 44)
+    implicitHeight: Math.max(Theme.grown(sub !== "" ? 52 : 44), words.height + 2 * endRoom)
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.Button
@@ -61,6 +62,7 @@ T.AbstractButton {
             }
         }
         Column {
+            id: words
             x: row.textX
             width: parent.width - row.textX - row.sideRoom
             anchors.verticalCenter: parent.verticalCenter
@@ -71,7 +73,7 @@ T.AbstractButton {
                 text: row.text
                 size: Theme.rowSize
                 font.weight: Font.DemiBold
-                elide: Text.ElideRight
+                wrapMode: Text.Wrap
                 Accessible.ignored: true
             }
             Txt {
@@ -80,7 +82,7 @@ T.AbstractButton {
                 text: row.sub
                 size: Theme.captionSize
                 color: Theme.ink2
-                elide: Text.ElideRight
+                wrapMode: Text.Wrap
                 Accessible.ignored: true
             }
         }
