@@ -33,6 +33,13 @@ class HeldCardTest : public testing::Test {
                 return item;
         return nullptr;
     }
+    [[nodiscard]] QStringList shownTexts() {
+        QStringList texts;
+        for (QQuickItem* item : card()->findChildren<QQuickItem*>())
+            if (item->isVisible()) texts += item->property("text").toString();
+        texts.removeAll(QString());
+        return texts;
+    }
     void click(QQuickItem* item) {
         ASSERT_TRUE(item);
         QTest::mouseClick(stage.window.get(), Qt::LeftButton, {},
@@ -74,9 +81,11 @@ TEST_F(HeldCardTest, StandsBetweenConversationAndComposerWithDotsForTheText) {
 }
 
 TEST_F(HeldCardTest, TheDotsDoNotTellItsLength) {
-    stage.state->panel().heldCapture().hold("g7)Qz<4;Wp,2Kx81", "");
+    const QStringList before = shownTexts();
+    EXPECT_THAT(before, testing::Contains(QStringLiteral("Held back: ••••••••")));
+    stage.state->panel().heldCapture().hold("g7)Qz<4;Wp,2Kx81 and as much again", "Chromium");
     stage.settle();
-    EXPECT_EQ(card()->property("dots").toString().size(), 8);
+    EXPECT_EQ(shownTexts(), before);
 }
 
 TEST_F(HeldCardTest, AClickOnSendSendsIt) {
@@ -112,6 +121,18 @@ TEST_F(HeldCardTest, KeysReachItsButtonsAndUseThem) {
     key(Qt::Key_Space);
     EXPECT_FALSE(isHeld());
     EXPECT_TRUE(hasPromptFocus());
+}
+
+TEST_F(HeldCardTest, WhereItGoesByItselfTheDraftHasTheKeyboard) {
+    tabTo("Discard what is held back");
+    stage.state->panel().clearPanelChat();
+    stage.settle();
+    ASSERT_FALSE(card()->isVisible());
+    EXPECT_TRUE(hasPromptFocus());
+    stage.state->panel().heldCapture().hold(secret, "");
+    stage.settle();
+    key(Qt::Key_Space);
+    EXPECT_TRUE(isHeld()) << "no button that is gone is pressed";
 }
 
 TEST_F(HeldCardTest, EnterInTheEmptyPromptDoesNotSendIt) {

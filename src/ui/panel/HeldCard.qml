@@ -16,12 +16,16 @@ Item {
         ? qsTr("What is highlighted reads like a password or a key.")
         : qsTr("What is highlighted in %1 reads like a password or a key.").arg(panel.heldFrom)
 
+    // It is gone, and the keyboard was on one of its buttons.
+    signal keyboardFreed()
+
     // What Tab leads to, in its order.
     function stops(): var {
         return visible ? [sender, discarder] : []
     }
 
     visible: panel.isHolding
+    onVisibleChanged: if (!visible && (sender.activeFocus || discarder.activeFocus)) keyboardFreed()
     implicitHeight: column.height + 2 * padding
     Accessible.role: Accessible.Grouping
     Accessible.name: qsTr("Held back. %1").arg(reason)

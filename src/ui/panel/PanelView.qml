@@ -107,6 +107,7 @@ FocusScope {
         height: implicitHeight
         panel: view.panel
         tabs: tabs
+        onKeyboardFreed: view.focusPrompt()
     }
 
     // A press outside the tray closes it, and still does what it was meant to.
