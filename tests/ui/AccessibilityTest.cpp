@@ -51,6 +51,14 @@ TEST_F(AccessibilityTest, AReplyIsReadOffsetByOffset) {
     EXPECT_EQ(text->text(0, 9999).size(), text->characterCount());
 }
 
+TEST_F(AccessibilityTest, AnswersWithoutAQuestionHaveANameAllTheSame) {
+    stage.answer("A reply.", false, VorqFollowUp{"", {"Shorter", "Longer"}});
+    stage.show();
+    stage.settle(100);
+    EXPECT_EQ(element("FollowUp").role(), QAccessible::Grouping);
+    EXPECT_EQ(element("FollowUp").text(QAccessible::Name), "Answers to choose from");
+}
+
 TEST_F(AccessibilityTest, CharactersOfAReplyHaveTheirPlaces) {
     ReplyView& view = shown("Leaves are green.\n\nAnd so on.");
     QAccessibleTextInterface* text = element("ReplyView").textInterface();

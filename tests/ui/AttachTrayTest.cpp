@@ -1,5 +1,6 @@
 #include "ui/PanelStage.h"
 
+#include <QAccessible>
 #include <QBuffer>
 #include <QDropEvent>
 #include <QImage>
@@ -84,6 +85,23 @@ TEST_F(AttachTrayTest, ByKeysAloneItIsOpenedAndLeft) {
     EXPECT_FALSE(stage.panel->showAttachTray());
     QTest::keyClick(stage.window.get(), Qt::Key_A);
     EXPECT_EQ(stage.panel->prompt().toLower(), "a") << "the draft has it again";
+}
+
+class SpokenTrayTest : public AttachTrayTest {
+  protected:
+    SpokenTrayTest() { QAccessible::setActive(true); }
+    ~SpokenTrayTest() override { QAccessible::setActive(false); }
+};
+
+TEST_F(SpokenTrayTest, ItsRowsTellWhatStandsBelowTheirNames) {
+    stage.show();
+    stage.panel->setShowAttachTray(true);
+    stage.settle(100);
+    QStringList told;
+    for (QQuickItem* row : stage.findAll("TrayRow"))
+        told += QAccessible::queryAccessibleInterface(row)->text(QAccessible::Description);
+    EXPECT_EQ(told, QStringList({"Any note in your library", "Images, text, Markdown…",
+                                 "Screenshots, scans, pictures"}));
 }
 
 TEST_F(AttachTrayTest, WithoutNotesItSaysWhatToDo) {

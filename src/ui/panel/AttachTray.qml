@@ -173,6 +173,8 @@ Glass {
             size: Theme.metaSize
             color: Theme.ink2
             horizontalAlignment: Text.AlignHCenter
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
         Txt {
             x: Theme.space5

@@ -20,7 +20,7 @@ Column {
 
     spacing: Theme.space2
     Accessible.role: Accessible.Grouping
-    Accessible.name: question
+    Accessible.name: question !== "" ? question : qsTr("Answers to choose from")
 
     Txt {
         width: followUp.width

@@ -23,7 +23,7 @@ T.AbstractButton {
     focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.Button
     Accessible.name: text
-    Accessible.description: help
+    Accessible.description: sub !== "" ? sub : help
     Accessible.onPressAction: row.clicked()
     Keys.onReturnPressed: row.clicked()
     Keys.onEnterPressed: row.clicked()
