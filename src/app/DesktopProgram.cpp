@@ -73,7 +73,6 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
       m_palette(m_state.appearance()),
       m_statusItem(m_clock),
       m_host(std::make_unique<Host>()),
-      m_backend(localBackend(m_paths), m_statusItem, *m_host),
       m_delegate({*m_host,
                   m_clock,
                   *m_workspace,
@@ -90,7 +89,9 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
                   },
                   {static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid()),
                    ApplicationService::name},
-                  [this] { m_parts.enableTextCapture(); }}) {
+                  [this] { m_parts.enableTextCapture(); }}),
+      m_backend(localBackend(m_paths), m_statusItem,
+                [this](const Alert& alert) { m_delegate.showAlert(alert); }) {
     connect(&service, &ApplicationService::activated, &m_delegate,
             &AppDelegate::applicationShouldHandleReopen);
     connect(&service, &ApplicationService::openRequested, &m_delegate,

@@ -71,8 +71,8 @@ class DesktopProgram final : public QObject {
     ApplicationFont m_font;
     TrayStatusItem m_statusItem;
     std::unique_ptr<Host> m_host;
-    BackendAtLoginChoice m_backend;
     AppDelegate m_delegate;
+    BackendAtLoginChoice m_backend;
 };
 
 } // namespace vorq

@@ -233,10 +233,17 @@ QCoro::Task<> AppDelegate::runChatSave(AppDelegate* self, std::stop_token stop) 
 void AppDelegate::tellChatSave(bool isSaved) {
     m_ports.statusItem.flashStatusImage(isSaved ? StatusImage::Check : StatusImage::Fail);
     if (isSaved) return;
-    m_ports.host.show({QStringLiteral("Couldn’t save to Notes."),
-                       m_state->library().libraryMessage(),
-                       {QStringLiteral("OK")}},
-                      [](qsizetype) {});
+    showAlert({QStringLiteral("Couldn’t save to Notes."),
+               m_state->library().libraryMessage(),
+               {QStringLiteral("OK")}});
+}
+
+void AppDelegate::showAlert(const Alert& alert, const std::function<void(qsizetype)>& chosen) {
+    const auto hold = std::make_shared<PanelHold>(m_holds.take(PanelHoldKind::Dialog));
+    m_ports.host.show(alert, [self = QPointer(this), hold, chosen](qsizetype button) {
+        hold->giveBack();
+        if (self && chosen) chosen(button);
+    });
 }
 
 void AppDelegate::deleteVorqFromMenu() {
@@ -245,10 +252,8 @@ void AppDelegate::deleteVorqFromMenu() {
                                      "Applications anymore — reinstall anytime from the website.") +
                           QStringLiteral("\n\n") + whatElseGoes,
                       {QStringLiteral("Delete Vorq"), QStringLiteral("Cancel")}};
-    const auto hold = std::make_shared<PanelHold>(m_holds.take(PanelHoldKind::Dialog));
-    m_ports.host.show(alert, [self = QPointer(this), hold](qsizetype button) {
-        hold->giveBack();
-        if (self && button == 0) self->uninstallVorqAndQuit();
+    showAlert(alert, [this](qsizetype button) {
+        if (button == 0) uninstallVorqAndQuit();
     });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/Alert.h"
 #include "shell/FrontmostTracker.h"
 #include "shell/HotKeyHandler.h"
 #include "shell/NoteHotKeys.h"
@@ -78,11 +79,13 @@ class AppDelegate final : public QObject {
     /// Keeps the conversation in the user's notes. The status item tells whether that worked, and
     /// an alert why not.
     void saveChatToNotes();
-    static QCoro::Task<> runChatSave(AppDelegate* self, std::stop_token stop);
-    void tellChatSave(bool isSaved);
 
     /// Asks first.
     void deleteVorqFromMenu();
+
+    /// Shows an alert that keeps the panel up until it is answered. Calls back with the index of
+    /// the button, unless this object is gone by then.
+    void showAlert(const Alert& alert, const std::function<void(qsizetype button)>& chosen = {});
 
     /// Takes note of what the system lets the program do now.
     void refreshPermissions();
@@ -102,6 +105,8 @@ class AppDelegate final : public QObject {
     void appear();
     void tellOfSignIn();
     void openAccessibilityFromMenu();
+    static QCoro::Task<> runChatSave(AppDelegate* self, std::stop_token stop);
+    void tellChatSave(bool isSaved);
     void uninstallVorqAndQuit();
     void clearChat();
     void signOut();

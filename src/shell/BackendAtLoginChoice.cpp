@@ -1,6 +1,6 @@
 #include "shell/BackendAtLoginChoice.h"
 
-#include "shell/ApplicationHost.h"
+#include "shell/Alert.h"
 #include "shell/StatusItem.h"
 
 #include <utility>
@@ -8,8 +8,8 @@
 namespace vorq {
 
 BackendAtLoginChoice::BackendAtLoginChoice(std::shared_ptr<BackendAtLogin> backend,
-                                           StatusItem& item, ApplicationHost& host)
-    : m_backend(std::move(backend)), m_item(item), m_host(host) {
+                                           StatusItem& item, ShowAlert showAlert)
+    : m_backend(std::move(backend)), m_item(item), m_showAlert(std::move(showAlert)) {
     m_thread.setMaxThreadCount(1);
     connect(&m_item, &StatusItem::menuWillOpen, this, &BackendAtLoginChoice::refresh);
     connect(&m_item, &StatusItem::backendAtLoginChosen, this, &BackendAtLoginChoice::choose);
@@ -34,8 +34,7 @@ void BackendAtLoginChoice::finish(const BackendAtLogin::Outcome& outcome) {
     m_isBusy = false;
     refresh();
     if (outcome) return;
-    m_host.show({QStringLiteral("The local backend"), outcome.error(), {QStringLiteral("OK")}},
-                [](qsizetype) {});
+    m_showAlert({QStringLiteral("The local backend"), outcome.error(), {QStringLiteral("OK")}});
 }
 
 } // namespace vorq

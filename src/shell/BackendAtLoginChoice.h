@@ -5,11 +5,12 @@
 #include <QObject>
 #include <QThreadPool>
 
+#include <functional>
 #include <memory>
 
 namespace vorq {
 
-class ApplicationHost;
+struct Alert;
 class StatusItem;
 
 /// Whether the local backend starts at login, as the status item's menu shows it and the user
@@ -18,9 +19,11 @@ class BackendAtLoginChoice final : public QObject {
     Q_OBJECT
 
   public:
-    /// Item and host must outlive this object.
+    using ShowAlert = std::function<void(const Alert&)>;
+
+    /// The item must outlive this object.
     BackendAtLoginChoice(std::shared_ptr<BackendAtLogin> backend, StatusItem& item,
-                         ApplicationHost& host);
+                         ShowAlert showAlert);
 
   private:
     void refresh();
@@ -29,7 +32,7 @@ class BackendAtLoginChoice final : public QObject {
 
     std::shared_ptr<BackendAtLogin> m_backend;
     StatusItem& m_item;
-    ApplicationHost& m_host;
+    ShowAlert m_showAlert;
     bool m_isBusy = false;
     QThreadPool m_thread; // one thread; waits when it goes, so it is last
 };

@@ -20,10 +20,14 @@ class BackendAtLoginChoiceTest : public testing::Test {
     }
 
     CallList m_calls;
-    RecordedHost m_host{m_calls};
     RecordedStatusItem m_item{m_calls};
     std::shared_ptr<ScriptedBackendAtLogin> m_backend = std::make_shared<ScriptedBackendAtLogin>();
-    BackendAtLoginChoice m_choice{m_backend, m_item, m_host};
+    Alert m_told;
+    BackendAtLoginChoice::ShowAlert m_tell = [this](const Alert& alert) {
+        m_calls += "alert";
+        m_told = alert;
+    };
+    BackendAtLoginChoice m_choice{m_backend, m_item, m_tell};
 };
 
 TEST_F(BackendAtLoginChoiceTest, TheMenuShowsHowItIsWheneverItOpens) {
@@ -52,11 +56,11 @@ TEST_F(BackendAtLoginChoiceTest, AFailureIsToldAndSeen) {
     choose(true);
     EXPECT_FALSE(m_item.backend.isOn);
     EXPECT_THAT(m_calls, ElementsAre("alert"));
-    EXPECT_EQ(m_host.lastAlert.informativeText, "Could not write the entry.");
+    EXPECT_EQ(m_told.informativeText, "Could not write the entry.");
 }
 
 TEST_F(BackendAtLoginChoiceTest, TheEndWaitsForWhatWasBegun) {
-    auto choice = std::make_unique<BackendAtLoginChoice>(m_backend, m_item, m_host);
+    auto choice = std::make_unique<BackendAtLoginChoice>(m_backend, m_item, m_tell);
     emit m_item.backendAtLoginChosen(true);
     choice.reset();
     EXPECT_TRUE(m_backend->on);

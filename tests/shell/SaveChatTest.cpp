@@ -39,6 +39,20 @@ TEST_F(SaveChatTest, AFailureIsSeenAndSaysWhy) {
               (Alert{"Couldn’t save to Notes.", "The notes application does not answer.", {"OK"}}));
 }
 
+TEST_F(SaveChatTest, TheWordOnAFailureKeepsThePanelUpUntilItIsRead) {
+    m_notesApplication.refusal = "The notes application does not answer.";
+    submit("a question");
+    m_delegate.showPanel();
+    chooseAndWait(3);
+    press(1);
+    EXPECT_THAT(m_calls, ElementsAre("show", "flash fail", "alert")) << "the hot key hides nothing";
+    EXPECT_TRUE(m_delegate.holds().isHeld()) << "nor does a press on the alert";
+    m_host.answer(0);
+    EXPECT_FALSE(m_delegate.holds().isHeld());
+    press(1);
+    EXPECT_THAT(m_calls, ElementsAre("show", "flash fail", "alert", "show", "hide"));
+}
+
 TEST_F(SaveChatTest, WithNothingToSaveNothingHappens) {
     emit m_statusItem.saveChatChosen();
     m_clock.settle();
