@@ -8,8 +8,10 @@ ConnectionRoom::ConnectionRoom(std::size_t mostGuests, std::size_t mostBytes)
     : mostGuests_(mostGuests), mostBytes_(mostBytes) {}
 
 void ConnectionRoom::enter(Guest& guest) {
-    const auto turn = waiting_.insert(waiting_.end(), &guest);
-    guests_[&guest] = {.waits = true, .bytes = 0, .turn = turn};
+    // In this order a guest for which memory was short is in no line.
+    Place& place = guests_[&guest];
+    place.turn = waiting_.insert(waiting_.end(), &guest);
+    place.waits = true;
     if (guests_.size() > mostGuests_) dismissOldest();
 }
 

@@ -39,7 +39,7 @@ class ConnectionRoom {
 
   private:
     struct Place {
-        bool waits = true;
+        bool waits = false;
         std::size_t bytes = 0;
         std::list<Guest*>::iterator turn;
     };

@@ -7,7 +7,6 @@
 
 #include <boost/asio/basic_socket_acceptor.hpp>
 #include <boost/asio/co_spawn.hpp>
-#include <boost/asio/detached.hpp>
 #include <boost/asio/ip/v6_only.hpp>
 #include <boost/asio/post.hpp>
 #include <boost/asio/redirect_error.hpp>
@@ -16,6 +15,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <exception>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -50,6 +50,7 @@ class GatewayServer::Implementation {
 
   private:
     void listenOn(const net::ip::tcp::endpoint& endpoint, error_code& error);
+    void keepAccepting();
     [[nodiscard]] Awaitable<void> accept();
     void begin(Socket socket);
     [[nodiscard]] Awaitable<void> outwait(const error_code& error);
@@ -57,6 +58,7 @@ class GatewayServer::Implementation {
 
     ServerCore core_;
     Acceptor acceptor_;
+    bool isAccepting_ = false;
     bool hasComplained_ = false;
     error_code failure_;
 };
@@ -98,11 +100,17 @@ int GatewayServer::Implementation::bind(const std::string& host, int port) {
 }
 
 void GatewayServer::Implementation::run() {
-    net::co_spawn(core_.io, accept(), net::detached);
-    while (true) {
+    bool isOver = false;
+    while (!isOver) {
         try {
-            core_.io.run();
-            break;
+            keepAccepting();
+            if (isAccepting_ || core_.stopping) {
+                core_.io.run();
+                isOver = true;
+            } else {
+                core_.io.run_for(kAcceptPause);
+                core_.io.restart();
+            }
         } catch (const std::exception& error) {
             // Memory that is short takes the connection in hand, not the server.
             std::fprintf(stderr, "vorq-gateway: a connection failed: %s\n", error.what());
@@ -111,6 +119,20 @@ void GatewayServer::Implementation::run() {
     if (failure_) {
         throw std::runtime_error(
             filled("The system lets no connection in any more: {}.", failure_.message()));
+    }
+}
+
+/// Memory that is short ends `accept`, which has to begin anew then.
+void GatewayServer::Implementation::keepAccepting() {
+    if (isAccepting_ || core_.stopping) return;
+    try {
+        net::co_spawn(core_.io, accept(), [this](const std::exception_ptr& failure) {
+            isAccepting_ = false;
+            if (failure) std::rethrow_exception(failure);
+        });
+        isAccepting_ = true;
+    } catch (const std::bad_alloc&) {
+        static_cast<void>(core_.room.dismissOldest());
     }
 }
 

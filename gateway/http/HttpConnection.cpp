@@ -198,8 +198,10 @@ Awaitable<void> HttpConnection::sendContinue() {
 
 Awaitable<void> HttpConnection::takeRoomForLargeBody(const HttpRequest& request) {
     const std::size_t bytes = request.contentLength.value_or(RequestRouter::kLargestBody);
-    while (core_.largeBytes + bytes > ServerCore::kMostLargeBytes)
+    while (core_.largeBytes + bytes > ServerCore::kMostLargeBytes) {
+        if (!socket_.is_open()) throw boost::system::system_error(net::error::operation_aborted);
         co_await waitUntil(Steady::now() + kRoomPoll);
+    }
     core_.largeBytes += bytes;
     largeBytes_ = bytes;
     wasLarge_ = true;

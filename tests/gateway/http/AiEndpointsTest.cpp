@@ -36,7 +36,8 @@ class ProbeEngine final : public Engine {
     void awaitCancellation() {
         std::unique_lock lock(mutex_);
         wasCancelled =
-            changed_.wait_for(lock, std::chrono::seconds(20), [this] { return cancelSeen_; });
+            // Sooner than the next heartbeat, which would find out too.
+            changed_.wait_for(lock, std::chrono::seconds(5), [this] { return cancelSeen_; });
     }
 
     bool endless = false;
