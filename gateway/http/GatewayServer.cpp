@@ -51,14 +51,16 @@ class GatewayServer::Implementation {
   private:
     void listenOn(const net::ip::tcp::endpoint& endpoint, error_code& error);
     void keepAccepting();
-    [[nodiscard]] Awaitable<void> accept();
+    [[nodiscard]] Awaitable<void> accept(std::shared_ptr<bool> sign);
+    [[nodiscard]] bool isAccepting() const { return !acceptSign_.expired(); }
     void begin(Socket socket);
     [[nodiscard]] Awaitable<void> outwait(const error_code& error);
     void endAll();
 
     ServerCore core_;
     Acceptor acceptor_;
-    bool isAccepting_ = false;
+    /// Lasts as long as `accept`, which may end without a word where memory is short.
+    std::weak_ptr<bool> acceptSign_;
     bool hasComplained_ = false;
     error_code failure_;
 };
@@ -104,7 +106,7 @@ void GatewayServer::Implementation::run() {
     while (!isOver) {
         try {
             keepAccepting();
-            if (isAccepting_ || core_.stopping) {
+            if (isAccepting() || core_.stopping) {
                 core_.io.run();
                 isOver = true;
             } else {
@@ -124,19 +126,20 @@ void GatewayServer::Implementation::run() {
 
 /// Memory that is short ends `accept`, which has to begin anew then.
 void GatewayServer::Implementation::keepAccepting() {
-    if (isAccepting_ || core_.stopping) return;
+    if (isAccepting() || core_.stopping) return;
     try {
-        net::co_spawn(core_.io, accept(), [this](const std::exception_ptr& failure) {
-            isAccepting_ = false;
+        auto sign = std::make_shared<bool>(true);
+        acceptSign_ = sign;
+        net::co_spawn(core_.io, accept(std::move(sign)), [](const std::exception_ptr& failure) {
             if (failure) std::rethrow_exception(failure);
         });
-        isAccepting_ = true;
     } catch (const std::bad_alloc&) {
         static_cast<void>(core_.room.dismissOldest());
     }
 }
 
-Awaitable<void> GatewayServer::Implementation::accept() {
+Awaitable<void> GatewayServer::Implementation::accept(std::shared_ptr<bool> sign) {
+    const std::shared_ptr<bool> kept = std::move(sign);
     while (!core_.stopping) {
         error_code error;
         Socket socket(core_.io);
