@@ -1,13 +1,36 @@
-# vorq_add_library(NAME SOURCES … HEADERS … DEPENDS …)
-#   One library for one folder under src/. Includes are written from src/ ("support/Text.h").
-#   HEADERS joins a header set, so that every header is also compiled alone.
+# vorq_add_library(NAME UNITS … DEPENDS … PRIVATE_DEPENDS …)
+#   One library for one room under src/. A unit is a name such as text/Graphemes: the source and the
+#   header of that name, whichever of the two there are. Includes are written from src/
+#   ("support/text/Graphemes.h"). The headers join a header set, so that each is also compiled alone.
 function(vorq_add_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;DEPENDS;PRIVATE_DEPENDS" ${ARGN})
-  add_library(${name} STATIC ${ARG_SOURCES})
+  cmake_parse_arguments(ARG "" "" "UNITS;DEPENDS;PRIVATE_DEPENDS" ${ARGN})
+  vorq_files_of_units(sources headers ${ARG_UNITS})
+  add_library(${name} STATIC ${sources})
   target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src
-                                FILES ${ARG_HEADERS})
+                                FILES ${headers})
   target_link_libraries(${name} PUBLIC ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE_DEPENDS} vorq_options)
   set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+endfunction()
+
+# vorq_files_of_units(SOURCES HEADERS UNIT…)
+#   Sets the variables of these two names to the files of the units, from the folder of the caller.
+function(vorq_files_of_units sources headers)
+  set(found_sources "")
+  set(found_headers "")
+  foreach(unit IN LISTS ARGN)
+    set(file ${CMAKE_CURRENT_SOURCE_DIR}/${unit})
+    if(NOT EXISTS ${file}.cpp AND NOT EXISTS ${file}.h)
+      message(FATAL_ERROR "${CMAKE_CURRENT_SOURCE_DIR}: no source and no header of the unit ${unit}")
+    endif()
+    if(EXISTS ${file}.cpp)
+      list(APPEND found_sources ${unit}.cpp)
+    endif()
+    if(EXISTS ${file}.h)
+      list(APPEND found_headers ${unit}.h)
+    endif()
+  endforeach()
+  set(${sources} ${found_sources} PARENT_SCOPE)
+  set(${headers} ${found_headers} PARENT_SCOPE)
 endfunction()
 
 # vorq_add_test(NAME SOURCES … DEPENDS …)

@@ -1,9 +1,12 @@
 #!/usr/bin/env python3
 """Checks the shape of the source tree.
 
-- includes between the folders of src/ follow the arrows of docs/architecture.md;
+- each folder of src/ and of the gateway is a room with arrows; includes follow them, at any depth;
+- the arrows go round in no circle;
 - the gateway and src/ do not include each other;
 - no source file is longer than 600 lines and no function longer than 60.
+
+docs/architecture.md draws the same arrows.
 """
 
 import pathlib
@@ -14,77 +17,107 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 MAX_FILE_LINES = 600
 MAX_FUNCTION_LINES = 60
 
-# Folder -> folders it may include directly; everything those may include is allowed as well.
-ARROWS = {
+# Room -> rooms that it may include directly; what those may include is allowed as well. "library/*" is
+# the room and all rooms inside it.
+SOURCE_ROOMS = {
     "support": [],
     "platform": ["support"],
     "platform/linux": ["platform"],
-    "platform/macos": ["platform"],
     "platform/testing": ["platform"],
     "rendering": ["support"],
     "library": ["rendering"],
     "backend": ["platform"],
     "capture": ["platform", "library"],
     "conversation": ["backend", "capture", "library"],
-    "hub": ["conversation"],
-    "writing": ["conversation"],
-    "core": ["hub", "writing"],
+    "core": ["conversation"],
     "shell": ["core"],
-    "ui": ["shell"],
-    "app": ["ui", "platform/linux", "platform/macos"],
+    "ui/native": ["shell"],
+    "ui": ["ui/native"],
+    "ui/reply": ["ui/native"],
+    "ui/components": [],
+    "ui/panel": [],
+    "ui/theme": [],
+    "app": ["ui/*", "platform/linux"],
 }
+GATEWAY_ROOMS = {
+    "support": [],
+    "storage": ["support"],
+    "engine": ["support"],
+    "engine/embedded": ["engine"],
+    "engine/embedded/languages": ["engine/embedded"],
+    "auth": ["storage"],
+    "provider": ["engine"],
+    "http": ["provider", "auth"],
+    "cli": ["http", "engine/embedded"],
+}
+TREES = {"src": SOURCE_ROOMS, "gateway": GATEWAY_ROOMS}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
 NOT_A_FUNCTION = re.compile(r"^(extern\s+\"C\"|namespace|(export\s+)?(class|struct|union|enum)\b|"
                             r"constexpr \w+ \w+\{)")
 
 
-def reachable(folder):
+def expanded(rooms, target):
+    """The rooms that an arrow leads to: all inside and the room itself, if it ends in /*."""
+    if not target.endswith("/*"):
+        return [target]
+    outer = target[:-2]
+    return [room for room in rooms if room == outer or room.startswith(outer + "/")]
+
+
+def reachable(rooms, start):
+    """The rooms that the start may include, itself among them."""
     seen = set()
-    pending = [folder]
+    pending = [start]
     while pending:
         current = pending.pop()
         if current not in seen:
             seen.add(current)
-            pending.extend(ARROWS[current])
+            for target in rooms[current]:
+                pending.extend(expanded(rooms, target))
     return seen
 
 
-def folder_of(path):
-    """The longest known folder that holds the path, which is relative to src/."""
-    parts = path.split("/")[:-1]
-    for length in (2, 1):
-        name = "/".join(parts[:length])
-        if len(parts) >= length and name in ARROWS:
-            return name
-    return None
+def arrow_problems():
+    for tree, rooms in TREES.items():
+        for room, targets in rooms.items():
+            for target in targets:
+                found = expanded(rooms, target)
+                if not all(name in rooms for name in found) or not found:
+                    yield f"{tree}/{room}: an arrow to {target}, which is no room"
+                elif any(room in reachable(rooms, name) for name in found):
+                    yield f"{tree}/{room}: the arrow to {target} closes a circle"
+
+
+def tree_of(path):
+    """The tree that an include is found in, None for a header of the system."""
+    return next((tree for tree in TREES if (ROOT / tree / path).exists()), None)
 
 
 def include_problems(path, lines):
-    relative = path.relative_to(ROOT).as_posix()
-    allowed = None
-    if relative.startswith("src/"):
-        folder = folder_of(relative[len("src/"):])
-        if folder is None:
-            yield f"{relative}: folder is not part of the architecture"
-            return
-        allowed = reachable(folder)
+    tree, *parts = path.relative_to(ROOT).parts
+    own_rooms = TREES.get(tree)
+    room = "/".join(parts[:-1])
+    if own_rooms is not None and room not in own_rooms:
+        yield f"{tree}/{room}: no room of the architecture"
+        return
+    allowed = reachable(own_rooms, room) if own_rooms else None
     for number, line in enumerate(lines, 1):
         match = INCLUDE.match(line)
         if not match:
             continue
         target = match.group(1)
+        where = f"{path.relative_to(ROOT).as_posix()}:{number}"
         if target.startswith(".."):
-            yield f"{relative}:{number}: relative include of {target}"
-        if allowed is not None:
-            if (ROOT / "gateway" / target).exists() and not (ROOT / "src" / target).exists():
-                yield f"{relative}:{number}: src/ includes the gateway ({target})"
-            target_folder = folder_of(target)
-            if target_folder is not None and target_folder not in allowed:
-                yield f"{relative}:{number}: {target} is against the arrows"
-        elif relative.startswith("gateway/") and (ROOT / "src" / target).exists():
-            if not (ROOT / "gateway" / target).exists():
-                yield f"{relative}:{number}: the gateway includes {target} of src/"
+            yield f"{where}: relative include of {target}"
+        if own_rooms is None:
+            continue
+        if (ROOT / tree / target).exists():
+            target_room = target.rpartition("/")[0]
+            if target_room in own_rooms and target_room not in allowed:
+                yield f"{where}: {target} is against the arrows"
+        elif tree_of(target):
+            yield f"{where}: {tree}/ includes {target} of {tree_of(target)}/"
 
 
 def size_problems(path, lines):
@@ -107,7 +140,7 @@ def size_problems(path, lines):
 
 
 def main():
-    problems = []
+    problems = list(arrow_problems())
     for top in ("src", "gateway", "tests", "benchmarks"):
         for path in sorted((ROOT / top).rglob("*")):
             if path.suffix not in (".cpp", ".h", ".qml"):

@@ -1,6 +1,6 @@
 #include "auth/AccountRules.h"
 
-#include "http/ApiError.h"
+#include "support/ApiError.h"
 #include "support/Filled.h"
 #include "support/Utf8.h"
 

@@ -1,7 +1,7 @@
 #include "auth/AccountService.h"
 
 #include "auth/AccountRules.h"
-#include "http/ApiError.h"
+#include "support/ApiError.h"
 #include "support/Secrets.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "auth/PasswordAttempts.h"
 
-#include "http/ApiError.h"
+#include "support/ApiError.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #include "http/AiRoutes.h"
 
-#include "http/ApiError.h"
 #include "http/EventStream.h"
 #include "http/RequestFields.h"
 #include "http/WholeReply.h"
+#include "support/ApiError.h"
 #include "support/Utf8.h"
 
 #include <utility>

@@ -1,7 +1,7 @@
 #include "http/AuthRoutes.h"
 
-#include "http/ApiError.h"
 #include "http/RequestFields.h"
+#include "support/ApiError.h"
 #include "support/Utf8.h"
 
 namespace vorq::gateway {

@@ -1,7 +1,7 @@
 #include "http/HttpConnection.h"
 
-#include "http/ApiError.h"
 #include "http/JsonText.h"
+#include "support/ApiError.h"
 #include "support/ProcessLimits.h"
 
 #include <boost/asio/co_spawn.hpp>

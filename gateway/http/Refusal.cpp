@@ -1,8 +1,8 @@
 #include "http/Refusal.h"
 
 #include "engine/Engine.h"
-#include "http/ApiError.h"
 #include "storage/Database.h"
+#include "support/ApiError.h"
 
 #include <cstdio>
 #include <new>

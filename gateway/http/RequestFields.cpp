@@ -1,6 +1,6 @@
 #include "http/RequestFields.h"
 
-#include "http/ApiError.h"
+#include "support/ApiError.h"
 #include "support/Filled.h"
 
 #include <nlohmann/json.hpp>

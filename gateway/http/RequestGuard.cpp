@@ -1,6 +1,6 @@
 #include "http/RequestGuard.h"
 
-#include "http/ApiError.h"
+#include "support/ApiError.h"
 #include "support/Utf8.h"
 
 #include <algorithm>

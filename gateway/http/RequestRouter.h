@@ -2,8 +2,8 @@
 
 #include "auth/AccountService.h"
 #include "http/Api.h"
-#include "http/ApiError.h"
 #include "http/RequestGuard.h"
+#include "support/ApiError.h"
 
 #include <cstddef>
 #include <functional>

@@ -1,8 +1,8 @@
 #include "auth/AccountService.h"
 #include "gateway/support/ManualClock.h"
 #include "gateway/support/TemporaryFolder.h"
-#include "http/ApiError.h"
 #include "storage/StateFile.h"
+#include "support/ApiError.h"
 #include "support/Secrets.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "http/RequestGuard.h"
-#include "http/ApiError.h"
+#include "support/ApiError.h"
 
 #include <gtest/gtest.h>
 
