@@ -1,8 +1,8 @@
 #include "FollowingRounds.h"
 
 #include "Rounds.h"
-#include "core/LibraryFollower.h"
-#include "core/LibraryLists.h"
+#include "areas/LibraryFollower.h"
+#include "areas/LibraryLists.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "areas/Permissions.h"
 #include "capture/SelectionCapture.h"
-#include "core/Permissions.h"
 #include "shell/FrontmostTracker.h"
 #include "shell/NoteCaptureFlow.h"
 #include "shell/PanelPresence.h"

@@ -1,19 +1,19 @@
 #pragma once
 
+#include "areas/AppearanceSettings.h"
+#include "areas/LibraryAreas.h"
+#include "areas/Permissions.h"
+#include "areas/UpdateState.h"
 #include "backend/AccountSession.h"
 #include "backend/PreferredModel.h"
 #include "backend/VorqAPIService.h"
-#include "core/AppearanceSettings.h"
-#include "core/LibraryAreas.h"
-#include "core/NotesThread.h"
-#include "core/PanelChats.h"
-#include "core/PanelCommands.h"
-#include "core/PanelConversation.h"
-#include "core/PanelDraft.h"
-#include "core/Permissions.h"
-#include "core/StudyContext.h"
-#include "core/StudyNotes.h"
-#include "core/UpdateState.h"
+#include "panel/NotesThread.h"
+#include "panel/PanelChats.h"
+#include "panel/PanelCommands.h"
+#include "panel/PanelConversation.h"
+#include "panel/PanelDraft.h"
+#include "panel/StudyContext.h"
+#include "panel/StudyNotes.h"
 
 #include <QImage>
 #include <QObject>

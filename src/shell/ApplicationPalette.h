@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/AppearanceSettings.h"
+#include "areas/AppearanceSettings.h"
 #include "platform/DesktopLook.h"
 
 #include <QObject>

@@ -1,6 +1,6 @@
 #include "shell/CustomizeMenu.h"
 
-#include "core/AppearanceSettings.h"
+#include "areas/AppearanceSettings.h"
 #include "shell/ThemeColors.h"
 
 #include <QActionGroup>

@@ -1,6 +1,6 @@
 #include "shell/PanelAnnouncer.h"
 
-#include "core/MessageList.h"
+#include "panel/MessageList.h"
 #include "rendering/SpokenReply.h"
 
 #include <utility>

@@ -1,6 +1,6 @@
 #include "shell/PanelLook.h"
 
-#include "core/AppearanceSettings.h"
+#include "areas/AppearanceSettings.h"
 #include "shell/ApplicationPalette.h"
 #include "shell/Contrast.h"
 #include "shell/HexColor.h"

@@ -1,6 +1,6 @@
 // Notes and chats by the built program: real processes, real files.
 
-#include "core/LibraryAreas.h"
+#include "areas/LibraryAreas.h"
 #include "library/LibraryStore.h"
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"

@@ -1,9 +1,9 @@
 #include "backend/ModelCatalogue.h"
 #include "capture/PromptAttachment.h"
 #include "conformance/Ops.h"
-#include "conversation/PanelRequests.h"
 #include "conversation/PromptCommands.h"
 #include "library/StudySource.h"
+#include "panel/PanelRequests.h"
 
 #include <QJsonArray>
 

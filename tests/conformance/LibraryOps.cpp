@@ -1,11 +1,11 @@
 #include "conformance/Ops.h"
-#include "conversation/PanelHistory.h"
 #include "library/DraftTitle.h"
 #include "library/HubAIChat.h"
 #include "library/HubTask.h"
 #include "library/HubTracker.h"
 #include "library/SavedNote.h"
 #include "library/VorqNoteImport.h"
+#include "panel/PanelHistory.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

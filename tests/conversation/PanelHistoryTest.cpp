@@ -1,4 +1,4 @@
-#include "conversation/PanelHistory.h"
+#include "panel/PanelHistory.h"
 
 #include <gtest/gtest.h>
 

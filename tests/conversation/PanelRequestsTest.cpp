@@ -1,4 +1,4 @@
-#include "conversation/PanelRequests.h"
+#include "panel/PanelRequests.h"
 
 #include <gmock/gmock.h>
 

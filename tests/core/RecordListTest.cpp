@@ -1,6 +1,6 @@
 // What views hear of a list.
 
-#include "core/LibraryLists.h"
+#include "areas/LibraryLists.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>

@@ -1,5 +1,5 @@
 #include "shell/PanelLook.h"
-#include "core/AppearanceSettings.h"
+#include "areas/AppearanceSettings.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "shell/Contrast.h"
 #include "shell/TextScale.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Permissions.h"
+#include "areas/Permissions.h"
 
 namespace vorq {
 

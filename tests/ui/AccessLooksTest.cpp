@@ -4,7 +4,7 @@
 #include "ui/Samples.h"
 #include "ui/reply/ReplyView.h"
 
-#include "core/AppearanceSettings.h"
+#include "areas/AppearanceSettings.h"
 #include "shell/Contrast.h"
 
 #include <QHash>

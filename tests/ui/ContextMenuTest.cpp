@@ -1,4 +1,4 @@
-#include "core/AppearanceSettings.h"
+#include "areas/AppearanceSettings.h"
 #include "shell/MenuPress.h"
 #include "ui/PanelStage.h"
 #include "ui/reply/ReplyView.h"

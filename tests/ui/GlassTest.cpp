@@ -1,4 +1,4 @@
-#include "core/AppearanceSettings.h"
+#include "areas/AppearanceSettings.h"
 #include "ui/PanelStage.h"
 
 #include <QImage>

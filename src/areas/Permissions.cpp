@@ -1,0 +1,51 @@
+#include "areas/Permissions.h"
+
+#include <tuple>
+
+namespace vorq {
+
+QString rawString(PermissionState state) {
+    switch (state) {
+    case PermissionState::Granted:
+        return QStringLiteral("granted");
+    case PermissionState::Denied:
+        return QStringLiteral("denied");
+    case PermissionState::Pending:
+        return QStringLiteral("pending");
+    }
+    return {};
+}
+
+void Permissions::refreshPermissions() {
+    if (!m_probe) return;
+    const auto before = std::tuple(m_textCapture, m_screen, m_microphone);
+    m_textCapture = m_probe->textCapture();
+    m_screen = m_probe->screen();
+    m_microphone = m_probe->microphone();
+    if (before != std::tuple(m_textCapture, m_screen, m_microphone)) emit changed();
+}
+
+void Permissions::setPermissionMessage(const QString& message) {
+    if (m_message == message) return;
+    m_message = message;
+    emit changed();
+}
+
+void Permissions::setShowAccessibilityWalkthrough(bool show) {
+    if (m_showWalkthrough == show) return;
+    m_showWalkthrough = show;
+    emit changed();
+}
+
+void Permissions::adviseToGrantAgain() {
+    const QString name = m_probe ? m_probe->privacyListName() : QStringLiteral("Vorq");
+    const QString path = m_probe ? m_probe->processPath() : QString();
+    setPermissionMessage(QStringLiteral("If ") + name +
+                         QStringLiteral(" already looks enabled in System Settings, select it, "
+                                        "click − to remove, then Enable again here. Quit Vorq "
+                                        "(⌘Q) and reopen so the new grant applies to: ") +
+                         path);
+    emit advised();
+}
+
+} // namespace vorq
