@@ -1,10 +1,10 @@
 #include "app/DeleteProgram.h"
 
 #include "app/LocalBackend.h"
-#include "platform/linux/SettingsFile.h"
-#include "platform/linux/XdgInstallation.h"
-#include "platform/linux/XdgLoginItem.h"
-#include "platform/linux/XdgPaths.h"
+#include "platform/linux/desktop/XdgInstallation.h"
+#include "platform/linux/desktop/XdgLoginItem.h"
+#include "platform/linux/desktop/XdgPaths.h"
+#include "platform/portable/SettingsFile.h"
 #include "shell/AlertBox.h"
 #include "shell/Uninstaller.h"
 

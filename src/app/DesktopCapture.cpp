@@ -60,7 +60,7 @@ void DesktopCapture::takeScreens(const Screens& screens) {
     m_accessibility.setScreens(std::move(all));
 }
 
-std::optional<SelectionCapture::ProcessId> DesktopCapture::frontmostForeignProcess() const {
+std::optional<ProcessId> DesktopCapture::frontmostForeignProcess() const {
     return m_service.frontmostForeignProcess();
 }
 

@@ -3,8 +3,8 @@
 #include "capture/CaptureLog.h"
 #include "capture/CaptureSurroundings.h"
 #include "capture/TextCaptureService.h"
-#include "platform/linux/AtSpiAccessibility.h"
-#include "platform/linux/X11PrimarySelection.h"
+#include "platform/linux/atspi/AtSpiAccessibility.h"
+#include "platform/linux/x11/X11PrimarySelection.h"
 
 #include <QObject>
 

@@ -8,10 +8,10 @@
 #include "app/Terminal.h"
 #include "backend/SignInUrl.h"
 #include "platform/Workspace.h"
-#include "platform/linux/HangingBusGuard.h"
-#include "platform/linux/ProcessStart.h"
-#include "platform/linux/SessionKind.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/atspi/HangingBusGuard.h"
+#include "platform/linux/desktop/ProcessStart.h"
+#include "platform/linux/desktop/SessionKind.h"
+#include "platform/linux/x11/X11Connection.h"
 
 #include <QApplication>
 #include <QDir>
@@ -57,7 +57,7 @@ bool canOpen(const QUrl& url) {
 }
 
 // In a Wayland session the one that runs knows better: an X server knows its own windows only.
-std::optional<Workspace::ProcessId> frontmostProcess() {
+std::optional<ProcessId> frontmostProcess() {
     if (sessionKind() == SessionKind::Wayland) return std::nullopt;
     const X11Connection server;
     const auto active = server.numbers(server.root(), server.atom("_NET_ACTIVE_WINDOW"));

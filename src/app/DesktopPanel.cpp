@@ -41,7 +41,7 @@ DesktopPanel::DesktopPanel(const PanelContext& context, Screens& screens, PanelS
       m_pages(m_window, QUrl(QStringLiteral("qrc:/qt/qml/Vorq/panel/PanelView.qml"))),
       m_controller({context.clock, context.defaults, screens, context.workspace, m_presses,
                     context.holds, context.notifications,
-                    static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid())},
+                    static_cast<ProcessId>(QCoreApplication::applicationPid())},
                    m_window),
       m_focusLoss(context.clock, [this] { m_controller.hideForFocusElsewhere(); }),
       m_notifications(context.notifications) {

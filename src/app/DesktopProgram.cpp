@@ -3,9 +3,9 @@
 #include "app/LocalBackend.h"
 #include "app/SettleSession.h"
 #include "app/UnixSignals.h"
-#include "platform/linux/DesktopEntries.h"
-#include "platform/linux/UrlScheme.h"
-#include "platform/linux/X11InputWatch.h"
+#include "platform/linux/desktop/DesktopEntries.h"
+#include "platform/linux/desktop/UrlScheme.h"
+#include "platform/linux/x11/X11InputWatch.h"
 #include "shell/AlertBox.h"
 #include "shell/StatusGlyphs.h"
 #include "shell/TextScale.h"
@@ -73,23 +73,23 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
       m_palette(m_state.appearance()),
       m_statusItem(m_clock),
       m_host(std::make_unique<Host>()),
-      m_delegate({*m_host,
-                  m_clock,
-                  *m_workspace,
-                  m_hotKeys,
-                  m_loginItem,
-                  *m_capture,
-                  *m_notes,
-                  m_signIn,
-                  m_statusItem,
-                  [this](VorqAppState& state) {
-                      return m_parts.makePanel({state, m_clock, m_defaults, *m_workspace,
-                                                m_delegate.frontmost(), m_delegate.holds(),
-                                                m_delegate.notifications(), m_desktopLook});
-                  },
-                  {static_cast<Workspace::ProcessId>(QCoreApplication::applicationPid()),
-                   ApplicationService::name},
-                  [this] { m_parts.enableTextCapture(); }}),
+      m_delegate(
+          {*m_host,
+           m_clock,
+           *m_workspace,
+           m_hotKeys,
+           m_loginItem,
+           *m_capture,
+           *m_notes,
+           m_signIn,
+           m_statusItem,
+           [this](VorqAppState& state) {
+               return m_parts.makePanel({state, m_clock, m_defaults, *m_workspace,
+                                         m_delegate.frontmost(), m_delegate.holds(),
+                                         m_delegate.notifications(), m_desktopLook});
+           },
+           {static_cast<ProcessId>(QCoreApplication::applicationPid()), ApplicationService::name},
+           [this] { m_parts.enableTextCapture(); }}),
       m_backend(localBackend(m_paths), m_statusItem,
                 [this](const Alert& alert) { m_delegate.showAlert(alert); }) {
     connect(&service, &ApplicationService::activated, &m_delegate,

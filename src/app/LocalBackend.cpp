@@ -2,8 +2,8 @@
 
 #include "app/Terminal.h"
 #include "backend/BaseURL.h"
-#include "platform/linux/LinuxBackendAtLogin.h"
-#include "platform/linux/XdgPaths.h"
+#include "platform/linux/desktop/LinuxBackendAtLogin.h"
+#include "platform/linux/desktop/XdgPaths.h"
 
 #include <QCoreApplication>
 

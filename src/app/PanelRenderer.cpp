@@ -1,6 +1,6 @@
 #include "app/PanelRenderer.h"
 
-#include "platform/linux/GraphicsProcessor.h"
+#include "platform/linux/desktop/GraphicsProcessor.h"
 
 #include <QProcessEnvironment>
 #include <QQuickWindow>

@@ -10,10 +10,10 @@
 #include "backend/CurlTransport.h"
 #include "core/VorqAppState.h"
 #include "platform/NotesBridge.h"
-#include "platform/linux/AtSpiSwitch.h"
-#include "platform/linux/SettingsFile.h"
-#include "platform/linux/SystemClock.h"
-#include "platform/linux/XdgPaths.h"
+#include "platform/linux/atspi/AtSpiSwitch.h"
+#include "platform/linux/desktop/XdgPaths.h"
+#include "platform/portable/SettingsFile.h"
+#include "platform/portable/SystemClock.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>

@@ -27,7 +27,7 @@ struct AXCapture {
 /// From where a selection is read. Without a process the session's focus stands for it.
 struct CaptureSource {
     Accessibility& accessibility;
-    std::optional<Accessibility::ProcessId> process;
+    std::optional<ProcessId> process;
     /// Once stopped, whatever is under way ends soon; its result is then worth nothing.
     std::stop_token stop;
 };

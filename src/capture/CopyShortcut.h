@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ProcessId.h"
+
 #include <QCoroTask>
 #include <QString>
 
@@ -13,8 +15,6 @@ namespace vorq {
 /// given back afterwards.
 class CopyShortcut {
   public:
-    using ProcessId = std::int32_t;
-
     CopyShortcut() = default;
     CopyShortcut(const CopyShortcut&) = delete;
     CopyShortcut& operator=(const CopyShortcut&) = delete;

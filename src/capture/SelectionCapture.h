@@ -1,6 +1,7 @@
 #pragma once
 
 #include "capture/CapturedText.h"
+#include "platform/ProcessId.h"
 
 #include <QCoroTask>
 #include <QString>
@@ -15,8 +16,6 @@ namespace vorq {
 /// yield an empty text.
 class SelectionCapture {
   public:
-    using ProcessId = std::int32_t;
-
     SelectionCapture() = default;
     SelectionCapture(const SelectionCapture&) = delete;
     SelectionCapture& operator=(const SelectionCapture&) = delete;

@@ -73,7 +73,7 @@ bool TextCaptureService::isTrusted() const {
     return m_services.accessibility.isTrusted();
 }
 
-std::optional<SelectionCapture::ProcessId> TextCaptureService::frontmostForeignProcess() const {
+std::optional<ProcessId> TextCaptureService::frontmostForeignProcess() const {
     const auto process = m_services.workspace.frontmostProcess();
     return process == QCoreApplication::applicationPid() ? std::nullopt : process;
 }
@@ -110,8 +110,7 @@ bool TextCaptureService::isColumnEditor(std::optional<ProcessId> source) const {
     return isLinuxApplication(ApplicationKind::ColumnEditor, identifierOf(process));
 }
 
-std::optional<SelectionCapture::ProcessId>
-TextCaptureService::settled(std::optional<ProcessId> source) const {
+std::optional<ProcessId> TextCaptureService::settled(std::optional<ProcessId> source) const {
     return source || m_excluded.isEmpty() ? source : frontmostForeignProcess();
 }
 

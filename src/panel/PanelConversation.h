@@ -95,7 +95,7 @@ class PanelConversation final : public QObject {
 
     /// Takes up what is highlighted in the source application, or the text given instead. What is
     /// held back of it waits as heldCapture(); what was held before is dropped.
-    QCoro::Task<> submitHotKeyContext(std::optional<SelectionCapture::ProcessId> sourcePID,
+    QCoro::Task<> submitHotKeyContext(std::optional<ProcessId> sourcePID,
                                       std::optional<CapturedText> prefilledText,
                                       std::stop_token stop);
 
@@ -209,8 +209,7 @@ class PanelConversation final : public QObject {
                                       const std::optional<VorqFollowUp>& followUp, const QUuid& id);
     void dropWorkingPlaceholder(const QUuid& id);
     void removeEmptyPlaceholders();
-    void logCapture(bool trusted, std::optional<SelectionCapture::ProcessId> sourcePID,
-                    const CapturedText& captured);
+    void logCapture(bool trusted, std::optional<ProcessId> sourcePID, const CapturedText& captured);
     void takeUp(const QString& text, const QString& application);
 
     Services m_services;

@@ -221,10 +221,9 @@ void PanelConversation::start(const QueuedRetry& turn) {
     again();
 }
 
-QCoro::Task<>
-PanelConversation::submitHotKeyContext(std::optional<SelectionCapture::ProcessId> sourcePID,
-                                       std::optional<CapturedText> prefilledText,
-                                       std::stop_token stop) {
+QCoro::Task<> PanelConversation::submitHotKeyContext(std::optional<ProcessId> sourcePID,
+                                                     std::optional<CapturedText> prefilledText,
+                                                     std::stop_token stop) {
     const QPointer<PanelConversation> self(this);
     SelectionCapture& capture = m_services.capture;
     m_services.permissions.refreshPermissions();
@@ -235,7 +234,7 @@ PanelConversation::submitHotKeyContext(std::optional<SelectionCapture::ProcessId
         if (!self || stop.stop_requested()) co_return;
     }
     captured.text = trimmed(captured.text).toString();
-    std::optional<SelectionCapture::ProcessId> captor = sourcePID;
+    std::optional<ProcessId> captor = sourcePID;
     if (captured.isEmpty() && !prefilledText) {
         const auto frontmost = capture.frontmostForeignProcess();
         if (frontmost && frontmost != sourcePID) {
@@ -280,8 +279,7 @@ void PanelConversation::sendHeldCapture() {
 }
 
 // The length of what is held back tells of it, too.
-void PanelConversation::logCapture(bool trusted,
-                                   std::optional<SelectionCapture::ProcessId> sourcePID,
+void PanelConversation::logCapture(bool trusted, std::optional<ProcessId> sourcePID,
                                    const CapturedText& captured) {
     const QString name = sourcePID ? m_services.capture.applicationName(*sourcePID) : QString();
     const QString line =

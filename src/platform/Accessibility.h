@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ProcessId.h"
+
 #include <QPointF>
 #include <QRectF>
 #include <QSizeF>
@@ -67,8 +69,6 @@ class AccessibleElement {
 /// logic comes to its end by itself, and the window never waits for an application that hangs.
 class Accessibility {
   public:
-    using ProcessId = std::int32_t;
-
     Accessibility() = default;
     Accessibility(const Accessibility&) = delete;
     Accessibility& operator=(const Accessibility&) = delete;

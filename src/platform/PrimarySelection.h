@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ProcessId.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -12,8 +14,6 @@ namespace vorq {
 /// without being asked by the user. It says what was selected, not that it still is.
 class PrimarySelection {
   public:
-    using ProcessId = std::int32_t;
-
     /// One act of highlighting: two with the same value are the same one.
     struct Ownership {
         std::uint64_t window = 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ProcessId.h"
+
 #include <QObject>
 #include <QString>
 
@@ -27,7 +29,6 @@ class Workspace : public QObject {
     Q_OBJECT
 
   public:
-    using ProcessId = std::int32_t;
     /// A window of any program, as the window system numbers it.
     using WindowId = std::uint64_t;
 

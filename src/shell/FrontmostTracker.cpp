@@ -21,9 +21,8 @@ void FrontmostTracker::stopFrontmostTracking() {
     disconnect(&m_workspace, nullptr, this, nullptr);
 }
 
-std::optional<Workspace::ProcessId>
-FrontmostTracker::resolveSourcePID(std::optional<Workspace::ProcessId> sourcePID) {
-    const std::optional<Workspace::ProcessId> frontmost = m_workspace.frontmostProcess();
+std::optional<ProcessId> FrontmostTracker::resolveSourcePID(std::optional<ProcessId> sourcePID) {
+    const std::optional<ProcessId> frontmost = m_workspace.frontmostProcess();
     // It may have come to the front only just now, and not have been told of.
     if (!frontmost && !m_workspace.knowsAllApplications()) forget();
     return vorq::resolveSourcePID({.own = m_self.process,
@@ -36,12 +35,12 @@ void FrontmostTracker::forget() {
     m_lastForeign.reset();
 }
 
-void FrontmostTracker::note(Workspace::ProcessId process) {
+void FrontmostTracker::note(ProcessId process) {
     if (!isVorq(process)) m_lastForeign = process;
 }
 
 // An application without an identifier is Vorq if Vorq has none either.
-bool FrontmostTracker::isVorq(Workspace::ProcessId process) const {
+bool FrontmostTracker::isVorq(ProcessId process) const {
     if (process == m_self.process) return true;
     const auto application = m_workspace.application(process);
     const QString identifier = application ? application->identifier : QString();

@@ -15,7 +15,7 @@ class FrontmostTracker final : public QObject {
   public:
     /// This process and the identifier of its application.
     struct Self {
-        Workspace::ProcessId process = 0;
+        ProcessId process = 0;
         QString bundleIdentifier;
     };
 
@@ -25,23 +25,20 @@ class FrontmostTracker final : public QObject {
     void startFrontmostTracking();
     void stopFrontmostTracking();
 
-    [[nodiscard]] std::optional<Workspace::ProcessId> lastForeignFrontmostPID() const {
-        return m_lastForeign;
-    }
+    [[nodiscard]] std::optional<ProcessId> lastForeignFrontmostPID() const { return m_lastForeign; }
 
     /// The process to read a selection from, given the one in front when the user asked; nothing if
     /// only Vorq itself is left, or an application is in front that the workspace does not know.
-    [[nodiscard]] std::optional<Workspace::ProcessId>
-    resolveSourcePID(std::optional<Workspace::ProcessId> sourcePID);
+    [[nodiscard]] std::optional<ProcessId> resolveSourcePID(std::optional<ProcessId> sourcePID);
 
   private:
-    void note(Workspace::ProcessId process);
+    void note(ProcessId process);
     void forget();
-    [[nodiscard]] bool isVorq(Workspace::ProcessId process) const;
+    [[nodiscard]] bool isVorq(ProcessId process) const;
 
     Workspace& m_workspace;
     Self m_self;
-    std::optional<Workspace::ProcessId> m_lastForeign;
+    std::optional<ProcessId> m_lastForeign;
 };
 
 } // namespace vorq

@@ -14,7 +14,7 @@ namespace vorq {
 
 /// The application that was in front when a hot key was pressed, or a command given.
 struct HotKeySource {
-    std::optional<Workspace::ProcessId> process;
+    std::optional<ProcessId> process;
     QString bundleIdentifier; ///< "" if unknown
 
     bool operator==(const HotKeySource&) const = default;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ProcessId.h"
+
 #include <QCoroTask>
 #include <QString>
 
@@ -12,8 +14,6 @@ namespace vorq {
 /// Files what is highlighted in another application into the draft of a note. Main thread only.
 class NoteCaptureFlow {
   public:
-    using ProcessId = std::int32_t;
-
     NoteCaptureFlow() = default;
     NoteCaptureFlow(const NoteCaptureFlow&) = delete;
     NoteCaptureFlow& operator=(const NoteCaptureFlow&) = delete;

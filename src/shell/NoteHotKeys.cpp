@@ -32,8 +32,7 @@ void NoteHotKeys::saveHighlightAsNote() {
     startSaving(std::nullopt, noBundleID);
 }
 
-void NoteHotKeys::startSaving(std::optional<Workspace::ProcessId> sourcePID,
-                              const QString& bundleID) {
+void NoteHotKeys::startSaving(std::optional<ProcessId> sourcePID, const QString& bundleID) {
     // Each is a save of its own.
     m_task.release();
     m_task.restart([self = QPointer(this), sourcePID, bundleID](std::stop_token stop) {
@@ -41,9 +40,8 @@ void NoteHotKeys::startSaving(std::optional<Workspace::ProcessId> sourcePID,
     });
 }
 
-QCoro::Task<> NoteHotKeys::save(QPointer<NoteHotKeys> self,
-                                std::optional<Workspace::ProcessId> sourcePID, QString bundleID,
-                                std::stop_token stop) {
+QCoro::Task<> NoteHotKeys::save(QPointer<NoteHotKeys> self, std::optional<ProcessId> sourcePID,
+                                QString bundleID, std::stop_token stop) {
     if (!self || stop.stop_requested()) co_return;
     NoteCaptureFlow& notes = self->m_notes;
     const bool isSaved = co_await notes.saveNoteFromSelection(sourcePID, bundleID, false, stop);
@@ -53,7 +51,7 @@ QCoro::Task<> NoteHotKeys::save(QPointer<NoteHotKeys> self,
 }
 
 QString NoteHotKeys::bundleIDOf(const HotKeySource& source,
-                                std::optional<Workspace::ProcessId> resolved) const {
+                                std::optional<ProcessId> resolved) const {
     if (!source.bundleIdentifier.isEmpty()) return source.bundleIdentifier;
     const auto application = resolved ? m_workspace.application(*resolved) : std::nullopt;
     const QString identifier = application ? application->identifier : QString();

@@ -35,11 +35,10 @@ class NoteHotKeys final : public QObject {
 
   private:
     [[nodiscard]] QString bundleIDOf(const HotKeySource& source,
-                                     std::optional<Workspace::ProcessId> resolved) const;
-    void startSaving(std::optional<Workspace::ProcessId> sourcePID, const QString& bundleID);
-    static QCoro::Task<> save(QPointer<NoteHotKeys> self,
-                              std::optional<Workspace::ProcessId> sourcePID, QString bundleID,
-                              std::stop_token stop);
+                                     std::optional<ProcessId> resolved) const;
+    void startSaving(std::optional<ProcessId> sourcePID, const QString& bundleID);
+    static QCoro::Task<> save(QPointer<NoteHotKeys> self, std::optional<ProcessId> sourcePID,
+                              QString bundleID, std::stop_token stop);
 
     NoteCaptureFlow& m_notes;
     Workspace& m_workspace;

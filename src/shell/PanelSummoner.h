@@ -1,6 +1,7 @@
 #pragma once
 
 #include "capture/SelectionCapture.h"
+#include "platform/ProcessId.h"
 #include "platform/Workspace.h"
 #include "shell/PanelHold.h"
 #include "shell/PanelPresence.h"
@@ -24,7 +25,6 @@ class PanelSummoner final : public QObject {
     Q_OBJECT
 
   public:
-    using ProcessId = Workspace::ProcessId;
     using MakePanel = std::function<std::unique_ptr<PanelPresence>(VorqAppState&)>;
 
     /// All must outlive this object.

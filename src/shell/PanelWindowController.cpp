@@ -173,7 +173,7 @@ void PanelWindowController::rememberSource() {
     m_source = active;
 }
 
-bool PanelWindowController::isOurs(Workspace::WindowId window, Workspace::ProcessId process) const {
+bool PanelWindowController::isOurs(Workspace::WindowId window, ProcessId process) const {
     return process == m_platform.process || window == m_window.id();
 }
 

@@ -36,7 +36,7 @@ class PanelWindowController final : public QObject, public PanelPresence, privat
         PanelHolds& holds;
         ShellNotifications& notifications;
         /// Of this program.
-        Workspace::ProcessId process;
+        ProcessId process;
     };
 
     PanelWindowController(const Platform& platform, PanelWindow& window);
@@ -77,7 +77,7 @@ class PanelWindowController final : public QObject, public PanelPresence, privat
     void focusIfNobodyElseIs();
 
     void rememberSource();
-    [[nodiscard]] bool isOurs(Workspace::WindowId window, Workspace::ProcessId process) const;
+    [[nodiscard]] bool isOurs(Workspace::WindowId window, ProcessId process) const;
     [[nodiscard]] bool hasKeyboard() const;
     void giveBackKeyboard();
 

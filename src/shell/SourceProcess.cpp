@@ -2,8 +2,8 @@
 
 namespace vorq {
 
-std::optional<SelectionCapture::ProcessId> resolveSourcePID(const SourceCandidates& candidates) {
-    const auto isForeign = [&](const std::optional<SelectionCapture::ProcessId>& process) {
+std::optional<ProcessId> resolveSourcePID(const SourceCandidates& candidates) {
+    const auto isForeign = [&](const std::optional<ProcessId>& process) {
         return process && *process != candidates.own;
     };
     if (isForeign(candidates.given) && *candidates.given >= 1) return candidates.given;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/SelectionCapture.h"
+#include "platform/ProcessId.h"
 
 #include <optional>
 
@@ -8,8 +8,6 @@ namespace vorq {
 
 /// What is known of processes when a hot key asks which application the user is in.
 struct SourceCandidates {
-    using ProcessId = SelectionCapture::ProcessId;
-
     /// This process, which is never an answer.
     ProcessId own = 0;
     /// The application in front when the key was pressed.
@@ -21,7 +19,6 @@ struct SourceCandidates {
 };
 
 /// The process to read a selection from; nothing if only Vorq itself is left.
-[[nodiscard]] std::optional<SelectionCapture::ProcessId>
-resolveSourcePID(const SourceCandidates& candidates);
+[[nodiscard]] std::optional<ProcessId> resolveSourcePID(const SourceCandidates& candidates);
 
 } // namespace vorq

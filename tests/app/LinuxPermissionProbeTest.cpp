@@ -1,4 +1,4 @@
-#include "app/LinuxPermissionProbe.h"
+#include "platform/linux/LinuxPermissionProbe.h"
 #include "platform/testing/ScriptedAccessibility.h"
 
 #include <QCoreApplication>

@@ -6,8 +6,8 @@
 #include "core/VorqAppState.h"
 #include "library/LibraryStore.h"
 #include "platform/NotesBridge.h"
-#include "platform/linux/SettingsFile.h"
-#include "platform/linux/SystemClock.h"
+#include "platform/portable/SettingsFile.h"
+#include "platform/portable/SystemClock.h"
 #include "platform/testing/TemporaryPaths.h"
 
 #include <QCoreApplication>

@@ -3,7 +3,7 @@
 #include "backend/Awaiting.h"
 #include "backend/ScriptedHttpServer.h"
 #include "backend/VorqAPIService.h"
-#include "platform/linux/SystemClock.h"
+#include "platform/portable/SystemClock.h"
 #include "platform/testing/ManualClock.h"
 
 #include <QStringList>

@@ -2,7 +2,7 @@
 #include "backend/CurlTransport.h"
 #include "backend/FloodServer.h"
 #include "backend/VorqAPIService.h"
-#include "platform/linux/SystemClock.h"
+#include "platform/portable/SystemClock.h"
 
 #include <QFile>
 

@@ -1,4 +1,5 @@
 #include "conformance/Ops.h"
+#include "platform/ProcessId.h"
 #include "shell/HexColor.h"
 #include "shell/PanelDock.h"
 #include "shell/SourceProcess.h"
@@ -9,8 +10,6 @@
 
 namespace vorq::conformance {
 namespace {
-
-using ProcessId = SelectionCapture::ProcessId;
 
 QJsonValue hexColor(const QJsonObject& in) {
     const QString text = stringOf(in, "text");

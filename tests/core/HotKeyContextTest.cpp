@@ -13,8 +13,7 @@ using testing::SizeIs;
 
 class HotKeyContextTest : public ConversationFixture {
   protected:
-    void press(std::optional<SelectionCapture::ProcessId> source,
-               std::optional<QString> prefilled = {}) {
+    void press(std::optional<ProcessId> source, std::optional<QString> prefilled = {}) {
         m_task.restart([this, source, prefilled](std::stop_token stop) {
             return panel().submitHotKeyContext(source, prefilled, std::move(stop));
         });

@@ -2,8 +2,8 @@
 // real backend in a session without systemd.
 
 #include "desktop/MenuProgram.h"
-#include "platform/linux/LoopbackAddress.h"
-#include "platform/linux/UserProcesses.h"
+#include "platform/linux/desktop/LoopbackAddress.h"
+#include "platform/linux/desktop/UserProcesses.h"
 
 #include <QFile>
 

@@ -3,8 +3,8 @@
 #include "capture/AccessibleSelection.h"
 #include "desktop/Applications.h"
 #include "desktop/DesktopSession.h"
-#include "platform/linux/AtSpiAccessibility.h"
-#include "platform/linux/X11PrimarySelection.h"
+#include "platform/linux/atspi/AtSpiAccessibility.h"
+#include "platform/linux/x11/X11PrimarySelection.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 #include "desktop/DesktopSession.h"
 
 #include "desktop/WaylandCompositor.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/x11/X11Connection.h"
 
 #include <QCoreApplication>
 #include <QDir>

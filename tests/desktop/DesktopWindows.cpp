@@ -1,7 +1,7 @@
 // What a session does with windows, keys, the pointer and selections.
 
 #include "desktop/DesktopSession.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/x11/X11Connection.h"
 
 #include <QRect>
 

@@ -2,7 +2,7 @@
 
 #include "capture/CaptureFixture.h"
 #include "desktop/CaptureDesktop.h"
-#include "platform/linux/SystemClock.h"
+#include "platform/portable/SystemClock.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

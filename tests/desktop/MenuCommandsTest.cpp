@@ -1,7 +1,7 @@
 // The commands of the menu of the built program, and the keys beside them.
 
 #include "desktop/MenuProgram.h"
-#include "platform/linux/X11HotKeys.h"
+#include "platform/linux/x11/X11HotKeys.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 // The PRIMARY selection of real programs, well-behaved and not.
 
 #include "desktop/CaptureDesktop.h"
-#include "platform/linux/X11Reply.h"
+#include "platform/linux/x11/X11Reply.h"
 
 #include <array>
 #include <cstring>

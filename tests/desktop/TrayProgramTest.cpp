@@ -1,7 +1,7 @@
 // The built program in a real session: its hot keys, its tray icon, and what other starts of it do.
 
 #include "desktop/TrayProgram.h"
-#include "platform/linux/X11HotKeys.h"
+#include "platform/linux/x11/X11HotKeys.h"
 
 #include <QElapsedTimer>
 #include <QFile>

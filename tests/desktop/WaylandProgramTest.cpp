@@ -4,7 +4,7 @@
 #include "desktop/PanelProgram.h"
 #include "desktop/VirtualSeat.h"
 #include "desktop/WaylandCompositor.h"
-#include "platform/linux/ProcessExecutable.h"
+#include "platform/linux/desktop/ProcessExecutable.h"
 
 #include <QFile>
 #include <QTest>

@@ -1,9 +1,9 @@
 // Hot keys and the active window on a real X server.
 
-#include "platform/linux/X11HotKeys.h"
+#include "platform/linux/x11/X11HotKeys.h"
 #include "desktop/DesktopSession.h"
-#include "platform/linux/X11Connection.h"
-#include "platform/linux/X11Workspace.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Workspace.h"
 
 #include <QSignalSpy>
 

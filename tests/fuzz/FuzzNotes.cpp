@@ -3,8 +3,8 @@
 #include "capture/AppleNotesExport.h"
 #include "library/RtfReader.h"
 #include "library/VorqNoteImport.h"
-#include "platform/linux/GnoteText.h"
-#include "platform/linux/MarkdownFolderBridge.h"
+#include "platform/linux/notes/GnoteText.h"
+#include "platform/portable/MarkdownFolderBridge.h"
 #include "support/Text.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 // Whether the program knows all files that its installation consists of, for who deletes it.
 
-#include "platform/linux/XdgInstallation.h"
+#include "platform/linux/desktop/XdgInstallation.h"
 
 #include <QDir>
 #include <QDirIterator>

@@ -1,4 +1,4 @@
-#include "platform/linux/AtSpiApplications.h"
+#include "platform/linux/atspi/AtSpiApplications.h"
 #include "platform/PrivateBus.h"
 
 #include <QDBusMessage>

@@ -1,7 +1,7 @@
 // Replies of the accessibility bus as they come off a bus. What reading them keeps is found by the
 // leak check of the sanitizers.
 
-#include "platform/linux/AtSpiCalls.h"
+#include "platform/linux/atspi/AtSpiCalls.h"
 #include "platform/PrivateBus.h"
 
 #include <QDBusArgument>

@@ -1,4 +1,4 @@
-#include "platform/linux/AtSpiFocusOrder.h"
+#include "platform/linux/atspi/AtSpiFocusOrder.h"
 
 #include <gmock/gmock.h>
 

@@ -1,9 +1,9 @@
-#include "platform/linux/AtSpiSelection.h"
+#include "platform/linux/atspi/AtSpiSelection.h"
 
 #include "platform/FakeAccessibleTree.h"
 #include "platform/PrivateBus.h"
-#include "platform/linux/AtSpiApplications.h"
-#include "platform/linux/AtSpiWalk.h"
+#include "platform/linux/atspi/AtSpiApplications.h"
+#include "platform/linux/atspi/AtSpiWalk.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/AtSpiText.h"
+#include "platform/linux/atspi/AtSpiText.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/AtSpiWindowWatch.h"
+#include "platform/linux/atspi/AtSpiWindowWatch.h"
 
 #include "platform/FakeAccessibleTree.h"
 #include "platform/PrivateBus.h"

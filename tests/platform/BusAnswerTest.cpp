@@ -1,4 +1,4 @@
-#include "platform/linux/BusAnswer.h"
+#include "platform/linux/atspi/BusAnswer.h"
 #include "platform/PrivateBus.h"
 
 #include <QFile>

@@ -1,5 +1,5 @@
 #include "platform/Clock.h"
-#include "platform/linux/SystemClock.h"
+#include "platform/portable/SystemClock.h"
 #include "platform/testing/ManualClock.h"
 #include "support/TaskSlot.h"
 

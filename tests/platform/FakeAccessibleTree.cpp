@@ -1,6 +1,6 @@
 #include "platform/FakeAccessibleTree.h"
 
-#include "platform/linux/AtSpiText.h"
+#include "platform/linux/atspi/AtSpiText.h"
 
 #include <QDBusArgument>
 #include <QDBusMetaType>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/AtSpiFocusOrder.h"
+#include "platform/linux/atspi/AtSpiFocusOrder.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -1,4 +1,4 @@
-#include "platform/linux/GnoteBridge.h"
+#include "platform/linux/notes/GnoteBridge.h"
 
 #include "platform/PrivateSession.h"
 

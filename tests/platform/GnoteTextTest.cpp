@@ -1,4 +1,4 @@
-#include "platform/linux/GnoteText.h"
+#include "platform/linux/notes/GnoteText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/GraphicsProcessor.h"
+#include "platform/linux/desktop/GraphicsProcessor.h"
 
 #include <QDir>
 #include <QFile>

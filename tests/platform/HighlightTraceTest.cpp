@@ -1,4 +1,4 @@
-#include "platform/linux/HighlightTrace.h"
+#include "platform/linux/x11/HighlightTrace.h"
 
 #include <gmock/gmock.h>
 

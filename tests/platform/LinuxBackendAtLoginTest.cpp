@@ -1,6 +1,6 @@
-#include "platform/linux/LinuxBackendAtLogin.h"
+#include "platform/linux/desktop/LinuxBackendAtLogin.h"
 
-#include "platform/linux/LoopbackAddress.h"
+#include "platform/linux/desktop/LoopbackAddress.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "platform/linux/LinuxDesktopLook.h"
+#include "platform/linux/desktop/LinuxDesktopLook.h"
 #include "platform/PrivateBus.h"
 
 #include <QDBusMessage>

@@ -1,4 +1,4 @@
-#include "platform/linux/LinuxNotesBridge.h"
+#include "platform/linux/notes/LinuxNotesBridge.h"
 
 #include "platform/PrivateSession.h"
 #include "platform/testing/MemoryDefaults.h"

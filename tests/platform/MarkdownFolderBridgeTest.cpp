@@ -1,4 +1,4 @@
-#include "platform/linux/MarkdownFolderBridge.h"
+#include "platform/portable/MarkdownFolderBridge.h"
 
 #include <QDateTime>
 #include <QDir>

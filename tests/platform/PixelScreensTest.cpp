@@ -1,4 +1,4 @@
-#include "platform/linux/PixelScreens.h"
+#include "platform/linux/x11/PixelScreens.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/PortalDesktop.h"
+#include "platform/linux/desktop/PortalDesktop.h"
 #include "platform/PrivateBus.h"
 
 #include <QDBusMessage>

@@ -1,6 +1,6 @@
-#include "platform/linux/ProcessStart.h"
+#include "platform/linux/desktop/ProcessStart.h"
 
-#include "platform/linux/SystemClock.h"
+#include "platform/portable/SystemClock.h"
 
 #include <gtest/gtest.h>
 

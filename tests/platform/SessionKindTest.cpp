@@ -1,4 +1,4 @@
-#include "platform/linux/SessionKind.h"
+#include "platform/linux/desktop/SessionKind.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/SettingsFile.h"
+#include "platform/portable/SettingsFile.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "platform/linux/Struts.h"
+#include "platform/linux/x11/Struts.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/UrlScheme.h"
+#include "platform/linux/desktop/UrlScheme.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "platform/linux/WaylandFrontmost.h"
+#include "platform/linux/wayland/WaylandFrontmost.h"
 
 #include "platform/testing/ManualClock.h"
 

@@ -1,4 +1,4 @@
-#include "platform/linux/XdgInstallation.h"
+#include "platform/linux/desktop/XdgInstallation.h"
 
 #include "platform/testing/TemporaryPaths.h"
 

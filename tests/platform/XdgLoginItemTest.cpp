@@ -1,4 +1,4 @@
-#include "platform/linux/XdgLoginItem.h"
+#include "platform/linux/desktop/XdgLoginItem.h"
 #include "platform/testing/MemoryDefaults.h"
 
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "platform/linux/XdgPaths.h"
+#include "platform/linux/desktop/XdgPaths.h"
 
 #include <QDir>
 

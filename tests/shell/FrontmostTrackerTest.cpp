@@ -7,8 +7,8 @@
 namespace vorq {
 namespace {
 
-constexpr Workspace::ProcessId ours = 1;
-constexpr Workspace::ProcessId editor = 7;
+constexpr ProcessId ours = 1;
+constexpr ProcessId editor = 7;
 
 // Where applications may be in front that are not known.
 class FrontmostTrackerTest : public testing::Test {

@@ -61,9 +61,9 @@ class NotedPanelWindow final : public PanelWindow {
 /// A controller over a session of two applications, "writer" being in front at (200, 200).
 class PanelWindowFixture : public testing::Test {
   protected:
-    static constexpr Workspace::ProcessId writer = 10;
-    static constexpr Workspace::ProcessId browser = 11;
-    static constexpr Workspace::ProcessId ours = 91;
+    static constexpr ProcessId writer = 10;
+    static constexpr ProcessId browser = 11;
+    static constexpr ProcessId ours = 91;
 
     ManualClock m_clock;
     MemoryDefaults m_defaults;
@@ -77,7 +77,7 @@ class PanelWindowFixture : public testing::Test {
     int m_focusPrompts = 0;
 
     void SetUp() override {
-        for (const Workspace::ProcessId process : {writer, browser, ours})
+        for (const ProcessId process : {writer, browser, ours})
             m_workspace.launch({.process = process, .identifier = {}, .name = {}});
         m_workspace.launch({.process = NotedPanelWindow::number, .identifier = {}, .name = {}});
         m_screens.windows[writer] = {200, 200, 800, 600};

@@ -102,9 +102,9 @@ class ShellFixture : public ConversationFixture {
 
     void press(std::uint32_t number, std::uint32_t signature = hotKeySignature);
 
-    static constexpr Workspace::ProcessId self = 1;
-    static constexpr Workspace::ProcessId editor = 7;
-    static constexpr Workspace::ProcessId browser = 9;
+    static constexpr ProcessId self = 1;
+    static constexpr ProcessId editor = 7;
+    static constexpr ProcessId browser = 9;
 
     CallList m_calls;
     LogLines m_log;

@@ -30,7 +30,7 @@ std::optional<RunningApplication> ScriptedWorkspace::application(ProcessId proce
     return found == m_applications.end() ? std::nullopt : std::optional(found->second);
 }
 
-std::optional<Workspace::ProcessId> ScriptedWorkspace::processOf(WindowId window) const {
+std::optional<ProcessId> ScriptedWorkspace::processOf(WindowId window) const {
     const auto process = static_cast<ProcessId>(window);
     return m_applications.contains(process) ? std::optional(process) : std::nullopt;
 }

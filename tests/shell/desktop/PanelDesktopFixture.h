@@ -1,12 +1,12 @@
 #pragma once
 
 #include "desktop/DesktopSession.h"
-#include "platform/linux/SystemClock.h"
-#include "platform/linux/X11Compositor.h"
-#include "platform/linux/X11OverlayHints.h"
-#include "platform/linux/X11PressMonitor.h"
-#include "platform/linux/X11Screens.h"
-#include "platform/linux/X11Workspace.h"
+#include "platform/linux/x11/X11Compositor.h"
+#include "platform/linux/x11/X11OverlayHints.h"
+#include "platform/linux/x11/X11PressMonitor.h"
+#include "platform/linux/x11/X11Screens.h"
+#include "platform/linux/x11/X11Workspace.h"
+#include "platform/portable/SystemClock.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "shell/PanelWindowController.h"
 #include "shell/QuickPanelWindow.h"

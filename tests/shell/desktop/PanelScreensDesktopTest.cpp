@@ -1,4 +1,4 @@
-#include "platform/linux/X11Reply.h"
+#include "platform/linux/x11/X11Reply.h"
 #include "shell/desktop/PanelDesktopFixture.h"
 
 #include <xcb/shape.h>

@@ -1,0 +1,273 @@
+#include "platform/linux/atspi/AtSpiConnection.h"
+
+#include "platform/linux/atspi/AtSpiWindowWatch.h"
+#include "platform/linux/atspi/BusAnswer.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+#include <QVariantMap>
+
+#include <atomic>
+#include <unistd.h>
+#include <utility>
+
+namespace vorq {
+namespace {
+
+constexpr int callLimit = 250; // milliseconds
+// The first question starts the bus.
+constexpr int startLimit = 10'000;
+
+const auto announcer = QStringLiteral("org.a11y.Bus");
+const auto announcerPath = QStringLiteral("/org/a11y/bus");
+const auto statusInterface = QStringLiteral("org.a11y.Status");
+const auto propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+const auto localPath = QStringLiteral("/org/freedesktop/DBus/Local");
+const auto localInterface = QStringLiteral("org.freedesktop.DBus.Local");
+const auto switchName = QStringLiteral("IsEnabled");
+
+// Connections are known by name within the process.
+QString uniqueName(const char* kind) {
+    static std::atomic<int> last = 0;
+    return QStringLiteral("vorq-%1-%2").arg(QLatin1StringView(kind)).arg(++last);
+}
+
+} // namespace
+
+void AtSpiBatch::answer(std::size_t index, const QDBusMessage& reply) {
+    const std::scoped_lock lock(m_mutex);
+    if (reply.type() == QDBusMessage::ReplyMessage) m_replies[index] = reply;
+    --m_missing;
+    if (m_missing == 0) m_changed.notify_all();
+}
+
+std::vector<QDBusMessage> AtSpiBatch::wait(const std::stop_token& stop) {
+    std::unique_lock lock(m_mutex);
+    m_changed.wait(lock, stop, [this] { return m_missing == 0; });
+    return m_replies;
+}
+
+AtSpiFocusOrder AtSpiShared::focusOrder() const {
+    const std::scoped_lock lock(m_mutex);
+    return m_focusOrder;
+}
+
+std::optional<std::int32_t> AtSpiShared::front() const {
+    const std::scoped_lock lock(m_mutex);
+    return m_front;
+}
+
+void AtSpiShared::setFront(std::optional<std::int32_t> process) {
+    const std::scoped_lock lock(m_mutex);
+    m_front = process;
+}
+
+AtSpiConnection::AtSpiConnection(QString sessionBusAddress)
+    : m_sessionAddress(std::move(sessionBusAddress)) {}
+
+AtSpiConnection::~AtSpiConnection() {
+    disconnectFromBus();
+    if (!m_session) return;
+    m_session.reset();
+    QDBusConnection::disconnectFromBus(m_sessionName);
+}
+
+void AtSpiConnection::seek() {
+    if (m_bus || !connectToSession()) {
+        m_shared.isSought = false;
+        return;
+    }
+    askForAddress();
+}
+
+bool AtSpiConnection::connectToSession() {
+    if (m_session) return true;
+    m_sessionName = uniqueName("session");
+    QDBusConnection session = QDBusConnection::connectToBus(m_sessionAddress, m_sessionName);
+    if (!session.isConnected()) {
+        QDBusConnection::disconnectFromBus(m_sessionName);
+        return false;
+    }
+    session.connect(QString(), localPath, localInterface, QStringLiteral("Disconnected"), this,
+                    SLOT(sessionLost()));
+    session.connect(announcer, announcerPath, propertiesInterface,
+                    QStringLiteral("PropertiesChanged"), this, SLOT(statusChanged(QDBusMessage)));
+    m_announcement = new QDBusServiceWatcher(announcer, session,
+                                             QDBusServiceWatcher::WatchForRegistration, this);
+    connect(m_announcement, &QDBusServiceWatcher::serviceRegistered, this,
+            &AtSpiConnection::announced);
+    m_session = session;
+    return true;
+}
+
+void AtSpiConnection::announced() {
+    askForAddress();
+}
+
+void AtSpiConnection::askForAddress() {
+    const QDBusMessage question = QDBusMessage::createMethodCall(
+        announcer, announcerPath, announcer, QStringLiteral("GetAddress"));
+    auto* answer = new QDBusPendingCallWatcher(m_session->asyncCall(question, startLimit), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        answer->deleteLater();
+        const QDBusPendingReply<QString> reply = *answer;
+        const QString address = reply.isValid() ? reply.value() : QString();
+        // Whoever announces the bus anew has another one, which programs find from now on.
+        if (m_bus && !address.isEmpty() && address != m_busAddress) disconnectFromBus();
+        if (!m_bus && !address.isEmpty()) connectTo(address);
+        m_shared.isSought = false;
+    });
+}
+
+void AtSpiConnection::connectTo(const QString& address) {
+    if (!answersConnections(address)) return;
+    m_busName = uniqueName("a11y");
+    const QDBusConnection bus = QDBusConnection::connectToBus(address, m_busName);
+    if (!bus.isConnected()) {
+        QDBusConnection::disconnectFromBus(m_busName);
+        return;
+    }
+    m_bus = bus;
+    m_busAddress = address;
+    ++m_shared.connections;
+    listen();
+    registerForEvents();
+    if (m_followsWindows) watchWindows();
+    m_shared.isConnected = true;
+    emit switchChanged();
+    askForStatus();
+}
+
+void AtSpiConnection::listen() {
+    m_bus->connect(QString(), localPath, localInterface, QStringLiteral("Disconnected"), this,
+                   SLOT(busLost()));
+    // A match of the first argument would deliver nothing.
+    m_bus->connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
+                   QStringLiteral("StateChanged"), this, SLOT(stateChanged(QDBusMessage)));
+    m_bus->connect(QStringLiteral("org.freedesktop.DBus"), QString(),
+                   QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), this,
+                   SLOT(ownerChanged(QString, QString, QString)));
+}
+
+void AtSpiConnection::registerForEvents() {
+    QDBusMessage wish = QDBusMessage::createMethodCall(
+        QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/registry"),
+        QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("RegisterEvent"));
+    wish << QStringLiteral("object:state-changed:focused");
+    m_bus->asyncCall(wish, startLimit);
+}
+
+void AtSpiConnection::followWindows() {
+    if (std::exchange(m_followsWindows, true) || !m_bus) return;
+    watchWindows();
+}
+
+void AtSpiConnection::watchWindows() {
+    m_windows = new AtSpiWindowWatch(*m_bus, ::getpid(), this);
+    connect(m_windows, &AtSpiWindowWatch::frontChanged, this,
+            [this] { setFront(m_windows->front()); });
+    m_windows->begin();
+}
+
+void AtSpiConnection::setFront(std::optional<std::int32_t> process) {
+    m_shared.setFront(process);
+    emit frontChanged();
+}
+
+void AtSpiConnection::askForStatus() {
+    QDBusMessage question = QDBusMessage::createMethodCall(
+        announcer, announcerPath, propertiesInterface, QStringLiteral("Get"));
+    question << statusInterface << switchName;
+    auto* answer = new QDBusPendingCallWatcher(m_session->asyncCall(question, startLimit), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        answer->deleteLater();
+        const QDBusPendingReply<QDBusVariant> status = *answer;
+        if (status.isValid()) setSwitchedOn(status.value().variant().toBool());
+    });
+}
+
+void AtSpiConnection::setSwitchedOn(bool isSwitchedOn) {
+    if (m_shared.isSwitchedOn.exchange(isSwitchedOn) != isSwitchedOn) emit switchChanged();
+}
+
+void AtSpiConnection::switchOn() {
+    if (!connectToSession()) return;
+    QDBusMessage wish = QDBusMessage::createMethodCall(announcer, announcerPath,
+                                                       propertiesInterface, QStringLiteral("Set"));
+    wish << statusInterface << switchName << QVariant::fromValue(QDBusVariant(true));
+    auto* answer = new QDBusPendingCallWatcher(m_session->asyncCall(wish, startLimit), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        answer->deleteLater();
+        if (m_session) askForStatus();
+        if (m_session && !m_bus) askForAddress();
+    });
+}
+
+void AtSpiConnection::send(const std::shared_ptr<AtSpiBatch>& batch) {
+    for (std::size_t i = 0; i < batch->calls().size(); ++i) {
+        if (!m_bus) {
+            batch->answer(i, QDBusMessage());
+            continue;
+        }
+        auto* answer =
+            new QDBusPendingCallWatcher(m_bus->asyncCall(batch->calls()[i], callLimit), this);
+        connect(answer, &QDBusPendingCallWatcher::finished, this, [batch, i, answer] {
+            answer->deleteLater();
+            batch->answer(i, answer->reply());
+        });
+    }
+}
+
+void AtSpiConnection::statusChanged(const QDBusMessage& message) {
+    if (message.signature() == QLatin1StringView("sa{sv}as") && m_session) askForStatus();
+}
+
+void AtSpiConnection::stateChanged(const QDBusMessage& message) {
+    const QList<QVariant> arguments = message.arguments();
+    if (arguments.size() < 2 || arguments[0].toString() != u"focused") return;
+    const AtSpiRef element{message.service(), message.path()};
+    const bool hasFocus = arguments[1].toInt() != 0;
+    m_shared.changeFocusOrder([&](AtSpiFocusOrder& order) {
+        if (hasFocus)
+            order.gained(element);
+        else
+            order.lost(element);
+    });
+}
+
+void AtSpiConnection::ownerChanged(const QString& name, const QString&, const QString& to) {
+    if (to.isEmpty()) {
+        m_shared.changeFocusOrder([&](AtSpiFocusOrder& order) { order.forget(name); });
+        if (m_windows != nullptr) m_windows->forget(name);
+    } else if (name == u"org.a11y.atspi.Registry" && m_bus) {
+        registerForEvents();
+        if (m_windows != nullptr) m_windows->begin();
+    }
+}
+
+void AtSpiConnection::sessionLost() {
+    delete std::exchange(m_announcement, nullptr);
+    m_session.reset();
+    QDBusConnection::disconnectFromBus(m_sessionName);
+    disconnectFromBus();
+}
+
+void AtSpiConnection::busLost() {
+    disconnectFromBus();
+    if (m_session) askForAddress();
+}
+
+void AtSpiConnection::disconnectFromBus() {
+    m_shared.isConnected = false;
+    setSwitchedOn(false);
+    m_shared.changeFocusOrder([](AtSpiFocusOrder& order) { order = {}; });
+    delete std::exchange(m_windows, nullptr);
+    if (m_shared.front()) setFront(std::nullopt);
+    if (!m_bus) return;
+    m_bus.reset();
+    QDBusConnection::disconnectFromBus(m_busName);
+}
+
+} // namespace vorq

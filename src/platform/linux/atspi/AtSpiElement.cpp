@@ -1,0 +1,203 @@
+#include "platform/linux/atspi/AtSpiElement.h"
+
+#include <limits>
+
+namespace vorq {
+namespace {
+
+std::int32_t toInt32(std::int64_t number) {
+    return static_cast<std::int32_t>(number);
+}
+
+bool isWithin(TextRange range, QStringView text) {
+    return range.location >= 0 && range.length >= 0 && range.location <= text.size() &&
+           range.length <= text.size() - range.location;
+}
+
+} // namespace
+
+AtSpiElement::AtSpiElement(std::shared_ptr<Session> session, AtSpiRef element, bool isOfWalk)
+    : m_session(std::move(session)), m_element(std::move(element)), m_isOfWalk(isOfWalk) {}
+
+AtSpiToolkit AtSpiElement::toolkit() const {
+    return m_session->applications.toolkitOf(m_element.service, stop());
+}
+
+AtSpiSelection AtSpiElement::selection() const {
+    return {bus(), toolkit(), stop()};
+}
+
+bool AtSpiElement::isKnownWithoutSelection() const {
+    return m_isOfWalk && m_session->walk.facts(m_element).selections.value_or(0) <= 0;
+}
+
+std::optional<QString> AtSpiElement::selectedText() const {
+    if (isKnownWithoutSelection()) return std::nullopt;
+    return selection().selectedText(m_element);
+}
+
+std::optional<TextRange> AtSpiElement::selectedTextRange() const {
+    if (isKnownWithoutSelection()) return std::nullopt;
+    const AtSpiToolkit kind = toolkit();
+    const auto spans = AtSpiSelection(bus(), kind, stop()).spans(m_element);
+    if (!spans) return std::nullopt;
+    if (spans->empty()) return kind.tellsAllSelections ? caret() : std::nullopt;
+    // Offsets that are wrong for the text are wrong for its range.
+    if (kind.miscountsWideCharacters && !selection().selectedText(m_element)) return std::nullopt;
+    const Span span = spans->front();
+    if (kind.unit == AtSpiToolkit::Unit::Utf16)
+        return TextRange{.location = span.start, .length = span.end - span.start};
+    const auto before = selection().plainText(m_element, {.start = 0, .end = span.end});
+    if (!before) return std::nullopt;
+    const std::int64_t start = utf16Offset(span.start, *before, kind);
+    return TextRange{.location = start, .length = utf16Offset(span.end, *before, kind) - start};
+}
+
+// An empty range says that nothing is selected. Where it is does not matter much, so the caret's
+// place in a password, or one that needs the text before it, is not asked for.
+std::optional<TextRange> AtSpiElement::caret() const {
+    const AtSpiToolkit kind = toolkit();
+    TextRange range;
+    const auto offset = atspi::propertyIntegerIn(bus().call(atspi::caretOffset(m_element), stop()));
+    if (!offset || *offset <= 0) return range;
+    if (kind.unit == AtSpiToolkit::Unit::Utf16) {
+        range.location = *offset;
+        return range;
+    }
+    const auto before = selection().plainText(m_element, {.start = 0, .end = *offset});
+    range.location = before ? before->size() : 0;
+    return range;
+}
+
+std::optional<QString> AtSpiElement::value() const {
+    auto text = selection().value(m_element);
+    // A page is a text of objects. A piece of that says nothing.
+    if (text && text->contains(objectCharacter)) return std::nullopt;
+    return text;
+}
+
+std::optional<bool> AtSpiElement::isPasswordField() const {
+    return selection().isPasswordField(m_element);
+}
+
+std::optional<QRectF> AtSpiElement::onScreen(std::optional<QRectF> rect) const {
+    if (!rect) return std::nullopt;
+    findPlace();
+    const bool isInWindow = toolkit().placesInWindow;
+    if (isInWindow && !m_session->contents) return std::nullopt;
+    const QPointF origin = isInWindow ? QPointF(m_session->contents->topLeft()) : QPointF();
+    const double scale = m_session->scale;
+    return pointsOf(QRectF(origin + rect->topLeft() * scale, rect->size() * scale),
+                    m_session->screens);
+}
+
+// Every toolkit has a scale of its own, which it does not tell: its window shows it.
+void AtSpiElement::findPlace() const {
+    Session& session = *m_session;
+    if (session.placed == m_element.service) return;
+    session.placed = m_element.service;
+    session.scale = 1;
+    const auto process = session.applications.processOf(m_element.service, stop());
+    session.contents = process ? session.windows.contentsOf(*process) : std::nullopt;
+    const auto window = session.applications.activeWindow(m_element.service, stop());
+    const auto told =
+        window ? atspi::rectIn(bus().call(atspi::extents(*window), stop())) : std::nullopt;
+    if (!session.contents || !told) return;
+    session.scale = toolkitScale(session.contents->size(), told->size()).value_or(1);
+}
+
+std::optional<QRectF> AtSpiElement::frame() const {
+    return onScreen(atspi::rectIn(bus().call(atspi::extents(m_element), stop())));
+}
+
+std::optional<QPointF> AtSpiElement::position() const {
+    const auto rect = frame();
+    return rect ? std::optional(rect->topLeft()) : std::nullopt;
+}
+
+std::optional<QSizeF> AtSpiElement::size() const {
+    const auto rect = frame();
+    return rect ? std::optional(rect->size()) : std::nullopt;
+}
+
+std::optional<std::vector<AccessibleElementPtr>> AtSpiElement::children() const {
+    const AtSpiWalk::Facts& facts = m_session->walk.facts(m_element);
+    // Below a selection that cannot be read, nothing has all of it.
+    const bool hasSelection = facts.selections.value_or(0) > 0;
+    if (!facts.children || (hasSelection && toolkit().miscountsWideCharacters)) return std::nullopt;
+    // Announcing changes what facts refers to.
+    const std::vector<AtSpiRef> children = *facts.children;
+    std::vector<AccessibleElementPtr> elements;
+    for (const AtSpiRef& child : children) {
+        m_session->walk.announce(child);
+        elements.push_back(std::make_shared<AtSpiElement>(m_session, child, true));
+    }
+    return elements;
+}
+
+std::optional<AtSpiElement::Span> AtSpiElement::spanOf(TextRange range, QStringView text) const {
+    if (!isWithin(range, text)) return std::nullopt;
+    const AtSpiToolkit kind = toolkit();
+    return Span{.start = toInt32(toolkitOffset(range.location, text, kind)),
+                .end = toInt32(toolkitOffset(range.location + range.length, text, kind))};
+}
+
+std::optional<QRectF> AtSpiElement::boundsForRange(TextRange range) const {
+    if (!m_boundsText) m_boundsText = selection().value(m_element);
+    if (!m_boundsText) return std::nullopt;
+    const auto span = spanOf(range, *m_boundsText);
+    if (!span) return std::nullopt;
+    const QDBusMessage question = atspi::rangeExtents(m_element, span->start, span->end);
+    QDBusMessage reply = bus().call(question, stop());
+    // On a fresh page of a browser the first answer has no size.
+    const bool isAnswered = reply.type() == QDBusMessage::ReplyMessage;
+    if (isAnswered && !atspi::rectIn(reply)) reply = bus().call(question, stop());
+    return onScreen(atspi::rectIn(reply));
+}
+
+bool AtSpiElement::setSelectedTextRange(TextRange range) {
+    const auto text = selection().value(m_element);
+    const auto span = text ? spanOf(range, *text) : std::nullopt;
+    if (!span) return false;
+    const auto isSet = [&] {
+        const auto spans = selection().spans(m_element);
+        return spans && !spans->empty() && spans->front().start == span->start &&
+               spans->front().end == span->end;
+    };
+    // What toolkits answer to these says little: what is selected afterwards counts.
+    (void)bus().call(atspi::setSelection(m_element, span->start, span->end), stop());
+    if (isSet()) return true;
+    (void)bus().call(atspi::addSelection(m_element, span->start, span->end), stop());
+    return isSet();
+}
+
+bool AtSpiElement::setSelectedText(const QString& text) {
+    const auto spans = selection().spans(m_element);
+    if (!spans || spans->size() != 1) return false;
+    const auto former = selection().plainText(m_element, spans->front());
+    if (!former) return false;
+    return replace(spans->front(), text, *former);
+}
+
+bool AtSpiElement::replace(Span span, const QString& text, const QString& former) {
+    const AtSpiToolkit kind = toolkit();
+    const auto insert = [&](const QString& inserted) {
+        const auto length = kind.countsInsertedUnits ? inserted.size() : inserted.toUtf8().size();
+        return atspi::truthIn(bus().call(
+            atspi::insertText(m_element, span.start, inserted, toInt32(length)), stop()));
+    };
+    const auto isThere = [&](const QString& expected) {
+        const auto length = toolkitOffset(expected.size(), expected, kind);
+        return selection().plainText(m_element, {.start = span.start,
+                                                 .end = toInt32(span.start + length)}) == expected;
+    };
+    if (!atspi::truthIn(bus().call(atspi::deleteText(m_element, span.start, span.end), stop())))
+        return false;
+    (void)insert(text);
+    if (isThere(text)) return true;
+    // Nothing may be lost: what was deleted comes back.
+    if (!isThere(former)) (void)insert(former);
+    return false;
+}
+
+} // namespace vorq

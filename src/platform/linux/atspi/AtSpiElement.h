@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/Accessibility.h"
+#include "platform/linux/atspi/AtSpiApplications.h"
+#include "platform/linux/atspi/AtSpiSelection.h"
+#include "platform/linux/atspi/AtSpiWalk.h"
+#include "platform/linux/x11/PixelScreens.h"
+#include "platform/linux/x11/X11WindowPlace.h"
+
+namespace vorq {
+
+/// An element on the accessibility bus.
+class AtSpiElement final : public AccessibleElement {
+  public:
+    /// What the elements of one question have in common.
+    struct Session {
+        AtSpiApplications& applications;
+        const X11WindowPlace& windows;
+        std::stop_token stop;
+        AtSpiWalk walk;
+        std::vector<PixelScreen> screens;
+        // Of the application that was asked for its place last.
+        QString placed;
+        std::optional<QRect> contents; // of its window, in pixels
+        double scale = 1;              // its pixels to a point
+    };
+
+    /// One that was reached by a walk is looked at together with its like.
+    AtSpiElement(std::shared_ptr<Session> session, AtSpiRef element, bool isOfWalk = false);
+
+    [[nodiscard]] std::optional<QString> selectedText() const override;
+    [[nodiscard]] std::optional<TextRange> selectedTextRange() const override;
+    [[nodiscard]] std::optional<QString> value() const override;
+    [[nodiscard]] std::optional<bool> isPasswordField() const override;
+    [[nodiscard]] std::optional<QPointF> position() const override;
+    [[nodiscard]] std::optional<QSizeF> size() const override;
+    [[nodiscard]] std::optional<std::vector<AccessibleElementPtr>> children() const override;
+    [[nodiscard]] std::optional<QRectF> boundsForRange(TextRange range) const override;
+
+    /// There are no markers on this bus.
+    [[nodiscard]] std::optional<QRectF> selectedTextMarkerBounds() const override { return {}; }
+
+    bool setSelectedText(const QString& text) override;
+    bool setSelectedTextRange(TextRange range) override;
+
+  private:
+    using Span = atspi::Span;
+
+    [[nodiscard]] AtSpiBus& bus() const { return m_session->applications.bus(); }
+    [[nodiscard]] const std::stop_token& stop() const { return m_session->stop; }
+    [[nodiscard]] AtSpiToolkit toolkit() const;
+    [[nodiscard]] AtSpiSelection selection() const;
+    // Whether a walk has found that nothing is selected.
+    [[nodiscard]] bool isKnownWithoutSelection() const;
+    [[nodiscard]] std::optional<TextRange> caret() const;
+    void findPlace() const;
+    // From the toolkit's own points to ours.
+    [[nodiscard]] std::optional<QRectF> onScreen(std::optional<QRectF> rect) const;
+    [[nodiscard]] std::optional<QRectF> frame() const;
+    [[nodiscard]] std::optional<Span> spanOf(TextRange range, QStringView text) const;
+    bool replace(Span span, const QString& text, const QString& former);
+
+    std::shared_ptr<Session> m_session;
+    AtSpiRef m_element;
+    bool m_isOfWalk;
+    // The text that bounds are asked for; many are asked for one text.
+    mutable std::optional<QString> m_boundsText;
+};
+
+} // namespace vorq

@@ -1,0 +1,128 @@
+#include "platform/linux/desktop/GSettingsDesktop.h"
+
+#include <array>
+#include <utility>
+
+namespace vorq {
+namespace {
+
+const QString writerPath = QStringLiteral("/ca/desrt/dconf/Writer/user");
+const QString writerInterface = QStringLiteral("ca.desrt.dconf.Writer");
+
+constexpr const char* interfaceSchema = "org.gnome.desktop.interface";
+constexpr const char* accessSchema = "org.gnome.desktop.a11y.interface";
+
+constexpr int endLimit = 200; // milliseconds
+
+struct Setting {
+    const char* schema;
+    const char* key;
+};
+
+constexpr Setting colorScheme{interfaceSchema, "color-scheme"};
+constexpr Setting animations{interfaceSchema, "enable-animations"};
+constexpr Setting textScaling{interfaceSchema, "text-scaling-factor"};
+constexpr Setting widgetTheme{interfaceSchema, "gtk-theme"};
+constexpr Setting highContrast{accessSchema, "high-contrast"};
+constexpr std::array settings{colorScheme, animations, textScaling, widgetTheme, highContrast};
+
+using Values = QHash<QByteArray, QByteArray>;
+
+QByteArray nameOf(const Setting& setting) {
+    return QByteArray(setting.schema) + ' ' + setting.key;
+}
+
+QString pathOf(const Setting& setting) {
+    return u'/' + QString::fromLatin1(setting.schema).replace(u'.', u'/') + u'/' +
+           QLatin1StringView(setting.key);
+}
+
+std::optional<bool> switchOf(const Values& values, const Setting& setting) {
+    const QByteArray value = values.value(nameOf(setting));
+    if (value == "true") return true;
+    if (value == "false") return false;
+    return std::nullopt;
+}
+
+// Desktops without a switch for it have a theme.
+std::optional<bool> contrastOf(const Values& values) {
+    if (values.value(nameOf(widgetTheme)).startsWith("'HighContrast")) return true;
+    return switchOf(values, highContrast);
+}
+
+std::optional<double> scaleOf(const Values& values) {
+    bool isNumber = false;
+    const double scale = values.value(nameOf(textScaling)).toDouble(&isNumber);
+    return isNumber ? std::optional(scale) : std::nullopt;
+}
+
+std::optional<bool> darknessOf(const Values& values) {
+    const QByteArray scheme = values.value(nameOf(colorScheme));
+    if (scheme == "'prefer-dark'") return true;
+    if (scheme == "'prefer-light'") return false;
+    return std::nullopt;
+}
+
+} // namespace
+
+GSettingsDesktop::GSettingsDesktop(QDBusConnection bus) : m_bus(std::move(bus)) {
+    m_bus.connect({}, writerPath, writerInterface, QStringLiteral("Notify"), this,
+                  SLOT(settingsWritten(QString, QStringList, QString)));
+    m_reader.setStandardInputFile(QProcess::nullDevice());
+    m_reader.setStandardErrorFile(QProcess::nullDevice());
+    connect(&m_reader, &QProcess::finished, this, &GSettingsDesktop::handleEnd);
+    for (const char* schema : {interfaceSchema, accessSchema})
+        read(QString::fromLatin1(schema));
+}
+
+GSettingsDesktop::~GSettingsDesktop() {
+    m_reader.disconnect(this);
+    if (m_reader.state() == QProcess::NotRunning) return;
+    m_reader.kill();
+    m_reader.waitForFinished(endLimit);
+}
+
+void GSettingsDesktop::settingsWritten(const QString& prefix, const QStringList& keys,
+                                       const QString&) {
+    for (const Setting& setting : settings) {
+        const QString path = pathOf(setting);
+        if (!path.startsWith(prefix)) continue;
+        if (keys.isEmpty() || keys.contains(path.sliced(prefix.size())))
+            read(QString::fromLatin1(setting.schema));
+    }
+}
+
+// One that changes while it is read is read once more.
+void GSettingsDesktop::read(const QString& schema) {
+    const bool isReading = m_reader.state() != QProcess::NotRunning;
+    if (m_due.lastIndexOf(schema) >= (isReading ? 1 : 0)) return;
+    m_due += schema;
+    if (!isReading) readNext();
+}
+
+void GSettingsDesktop::readNext() {
+    if (!m_due.isEmpty())
+        m_reader.start(QStringLiteral("gsettings"),
+                       {QStringLiteral("list-recursively"), m_due.first()});
+}
+
+// A line is a schema, a key and its value.
+void GSettingsDesktop::handleEnd() {
+    const QByteArray schema = m_due.takeFirst().toLatin1();
+    for (const Setting& setting : settings)
+        if (schema == setting.schema) m_values.remove(nameOf(setting));
+    for (const QByteArray& line : m_reader.readAllStandardOutput().split('\n'))
+        for (const Setting& setting : settings)
+            if (const QByteArray name = nameOf(setting) + ' '; line.startsWith(name))
+                m_values.insert(nameOf(setting), line.sliced(name.size()).trimmed());
+    readNext();
+    const DesktopLook look{.prefersDark = darknessOf(m_values),
+                           .allowsAnimations = switchOf(m_values, animations),
+                           .wantsHighContrast = contrastOf(m_values),
+                           .textScale = scaleOf(m_values)};
+    if (look == m_look) return;
+    m_look = look;
+    emit changed();
+}
+
+} // namespace vorq

@@ -1,0 +1,63 @@
+#include "platform/linux/desktop/GatewayHandoff.h"
+
+#include "platform/Clock.h"
+#include "support/Wakeup.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <memory>
+
+namespace vorq {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Clock::Duration handoffLimit = 10s;
+const QString program = QStringLiteral("vorq-gateway");
+
+// "" if there is none.
+QString gatewayPath() {
+    const QFileInfo beside(QDir(QCoreApplication::applicationDirPath()), program);
+    return beside.isExecutable() ? beside.absoluteFilePath()
+                                 : QStandardPaths::findExecutable(program);
+}
+
+std::expected<QUrl, QString> outcomeOf(QProcess& process) {
+    const bool isDone = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    QUrl url(QString::fromUtf8(process.readAllStandardOutput()).trimmed());
+    if (isDone && url.isValid()) return url;
+    const QString words = QString::fromUtf8(process.readAllStandardError()).trimmed();
+    return std::unexpected(words.isEmpty() ? QStringLiteral("vorq-gateway gave no account.")
+                                           : words);
+}
+
+} // namespace
+
+QCoro::Task<std::expected<QUrl, QString>> GatewayHandoff::handoff(std::stop_token stop) {
+    const QString path = gatewayPath();
+    if (path.isEmpty())
+        co_return std::unexpected(QStringLiteral("vorq-gateway, the backend for this computer, is "
+                                                 "not installed."));
+    // After the wait this object may be gone.
+    Clock& clock = m_clock;
+    QProcess process;
+    const Wakeup ended;
+    const auto wake = [ended] { ended.fire(); };
+    QObject::connect(&process, &QProcess::finished, &process, wake);
+    QObject::connect(&process, &QProcess::errorOccurred, &process, wake);
+    const std::stop_callback onStop(stop, wake);
+    const Clock::TimerId timer = clock.after(handoffLimit, wake);
+    process.start(path, {QStringLiteral("handoff")}, QIODevice::ReadOnly);
+    co_await ended;
+    if (!stop.stop_requested()) clock.cancel(timer);
+    if (process.state() == QProcess::NotRunning) co_return outcomeOf(process);
+    // The object waits for its process when it goes, which must not be for long.
+    process.kill();
+    co_return std::unexpected(QStringLiteral("vorq-gateway did not answer."));
+}
+
+} // namespace vorq

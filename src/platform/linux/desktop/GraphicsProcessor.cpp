@@ -1,0 +1,29 @@
+#include "platform/linux/desktop/GraphicsProcessor.h"
+
+#include "support/FileNames.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace vorq {
+namespace {
+
+bool isUsable(const QString& path) {
+    const QFileInfo device(path);
+    return device.isReadable() && device.isWritable();
+}
+
+} // namespace
+
+// Every kernel driver that can draw has a render node; that of NVIDIA may be without.
+bool hasGraphicsProcessor(const QString& devices) {
+    const QString folder = devices + QStringLiteral("/dri");
+    const QStringList nodes =
+        fileNames(folder, QLatin1StringView("renderD"), {}, QDir::System | QDir::Files);
+    return std::ranges::any_of(
+               nodes, [&](const QString& name) { return isUsable(folder + u'/' + name); }) ||
+           isUsable(devices + QStringLiteral("/nvidiactl"));
+}
+
+} // namespace vorq

@@ -1,0 +1,26 @@
+#include "platform/linux/desktop/UserProcesses.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <csignal>
+#include <unistd.h>
+
+namespace vorq {
+
+void endUserProcesses(const QStringList& words) {
+    const QByteArray wanted = words.join(QChar(u'\0')).toUtf8() + '\0';
+    for (const QString& name : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+        bool isProcess = false;
+        const int process = name.toInt(&isProcess);
+        if (!isProcess || process == ::getpid()) continue;
+        const QString folder = QStringLiteral("/proc/") + name;
+        if (QFileInfo(folder).ownerId() != ::getuid()) continue;
+        QFile commandLine(folder + QStringLiteral("/cmdline"));
+        if (!commandLine.open(QIODevice::ReadOnly)) continue;
+        if (commandLine.readAll().startsWith(wanted)) ::kill(process, SIGTERM);
+    }
+}
+
+} // namespace vorq

@@ -1,0 +1,225 @@
+#include "platform/linux/notes/GnoteBridge.h"
+
+#include "platform/linux/notes/GnoteText.h"
+#include "support/Text.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingReply>
+#include <QDBusReply>
+#include <QDeadlineTimer>
+#include <QThread>
+
+#include <algorithm>
+
+namespace vorq {
+namespace {
+
+const QString service = QStringLiteral("org.gnome.Gnote");
+const QString remotePath = QStringLiteral("/org/gnome/Gnote/RemoteControl");
+const QString remoteInterface = QStringLiteral("org.gnome.Gnote.RemoteControl");
+const QString busService = QStringLiteral("org.freedesktop.DBus");
+const QString busPath = QStringLiteral("/org/freedesktop/DBus");
+
+constexpr int busPatience = 1000; // milliseconds, for what the bus itself answers
+constexpr int mostNumbers = 1000; // tried for one title
+
+QDBusMessage busCall(const QString& method, const QVariantList& arguments = {}) {
+    QDBusMessage call = QDBusMessage::createMethodCall(busService, busPath, busService, method);
+    call.setArguments(arguments);
+    return call;
+}
+
+// While Gnote starts, its name is there before its object.
+bool isNotThereYet(const QDBusMessage& reply) {
+    const QString error = reply.errorName();
+    return error == u"org.freedesktop.DBus.Error.UnknownMethod" ||
+           error == u"org.freedesktop.DBus.Error.UnknownObject" ||
+           error == u"org.freedesktop.DBus.Error.UnknownInterface";
+}
+
+} // namespace
+
+/// One operation: its calls share the time that it has.
+class GnoteBridge::Session {
+  public:
+    Session(const QDBusConnection& bus, Patience patience)
+        : m_bus(bus), m_patience(patience), m_deadline(patience.operation) {}
+
+    /// Whether Gnote runs and answers; starts it if need be.
+    bool start() {
+        while (true) {
+            // The second argument is reserved by the bus.
+            const QDBusMessage reply =
+                m_bus.call(busCall(QStringLiteral("StartServiceByName"), {service, 0U}),
+                           QDBus::Block, remaining());
+            if (reply.type() != QDBusMessage::ReplyMessage) return false;
+            if (call(QStringLiteral("Version"), {})) return true;
+            // It may have been ending just now.
+            if (!canRetry()) return false;
+        }
+    }
+
+    std::optional<QVariant> call(const QString& method, const QVariantList& arguments) {
+        while (true) {
+            const QDBusMessage reply =
+                m_bus.call(request(method, arguments), QDBus::Block, remaining());
+            if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty())
+                return reply.arguments().constFirst();
+            if (!isNotThereYet(reply) || !canRetry()) return std::nullopt;
+        }
+    }
+
+    QString string(const QString& method, const QVariantList& arguments) {
+        return call(method, arguments).value_or(QVariant()).toString();
+    }
+
+    bool succeeds(const QString& method, const QVariantList& arguments) {
+        return call(method, arguments).value_or(QVariant()).toBool();
+    }
+
+    /// The answers to the same question about each note, asked all at once; invalid where there is
+    /// none.
+    std::vector<QVariant> ofEach(const QString& method, const QStringList& notes) {
+        std::vector<QDBusPendingCall> calls;
+        for (const QString& note : notes)
+            calls.push_back(m_bus.asyncCall(request(method, {note}), remaining()));
+        std::vector<QVariant> answers;
+        for (QDBusPendingCall& pending : calls) {
+            pending.waitForFinished();
+            const QVariantList arguments = pending.reply().arguments();
+            const bool isAnswer = !pending.isError() && !arguments.isEmpty();
+            answers.push_back(isAnswer ? arguments.constFirst() : QVariant());
+        }
+        return answers;
+    }
+
+  private:
+    // Waits a little, while there is time.
+    bool canRetry() {
+        if (m_deadline.hasExpired()) return false;
+        QThread::msleep(static_cast<unsigned long>(m_patience.retryEvery.count()));
+        return true;
+    }
+
+    static QDBusMessage request(const QString& method, const QVariantList& arguments) {
+        QDBusMessage message =
+            QDBusMessage::createMethodCall(service, remotePath, remoteInterface, method);
+        message.setArguments(arguments);
+        return message;
+    }
+
+    int remaining() const {
+        return static_cast<int>(std::max<qint64>(m_deadline.remainingTime(), 1));
+    }
+
+    QDBusConnection m_bus;
+    Patience m_patience;
+    QDeadlineTimer m_deadline;
+};
+
+GnoteBridge::GnoteBridge(QDBusConnection bus) : GnoteBridge(std::move(bus), Patience()) {}
+
+GnoteBridge::GnoteBridge(QDBusConnection bus, Patience patience)
+    : m_bus(std::move(bus)), m_patience(patience) {}
+
+bool GnoteBridge::isAvailable(const QDBusConnection& bus) {
+    if (!bus.isConnected()) return false;
+    for (const char* const method : {"ListActivatableNames", "ListNames"}) {
+        const QDBusReply<QStringList> names =
+            bus.call(busCall(QLatin1StringView(method)), QDBus::Block, busPatience);
+        if (names.isValid() && names.value().contains(service)) return true;
+    }
+    return false;
+}
+
+bool GnoteBridge::ownsNote(const QString& id) {
+    return id.startsWith(QStringLiteral("note://"));
+}
+
+std::vector<AppleNoteSummary> GnoteBridge::listNotes(int limit) {
+    Session session(m_bus, m_patience);
+    if (!session.start()) return {};
+    const QStringList templates =
+        session.call(QStringLiteral("GetAllNotesWithTag"), {QStringLiteral("system:template")})
+            .value_or(QVariant())
+            .toStringList();
+    QStringList notes =
+        session.call(QStringLiteral("ListAllNotes"), {}).value_or(QVariant()).toStringList();
+    notes.removeIf([&](const QString& note) { return templates.contains(note); });
+
+    const std::vector<QVariant> dates =
+        session.ofEach(QStringLiteral("GetNoteChangeDateUnix"), notes);
+    std::vector<std::pair<qint64, qsizetype>> order; // newest first, else as Gnote lists them
+    for (qsizetype index = 0; index < notes.size(); ++index)
+        order.emplace_back(-dates[static_cast<std::size_t>(index)].toLongLong(), index);
+    std::sort(order.begin(), order.end());
+    order.resize(std::min<std::size_t>(
+        order.size(), static_cast<std::size_t>(std::clamp(limit, 1, notesbridge::mostNotes))));
+
+    QStringList latest;
+    for (const auto& [age, index] : order)
+        latest += notes[index];
+    const std::vector<QVariant> titles = session.ofEach(QStringLiteral("GetNoteTitle"), latest);
+    std::vector<AppleNoteSummary> summaries;
+    for (qsizetype index = 0; index < latest.size(); ++index) {
+        const QString title = titles[static_cast<std::size_t>(index)].toString();
+        summaries.push_back({latest[index], title.isEmpty() ? notesbridge::untitled : title});
+    }
+    return summaries;
+}
+
+std::optional<QString> GnoteBridge::noteBody(const QString& id) {
+    Session session(m_bus, m_patience);
+    if (!ownsNote(id) || !session.start()) return std::nullopt;
+    const QString text = session.string(QStringLiteral("GetNoteContents"), {id});
+    return trimmed(text).isEmpty() ? std::nullopt : std::optional(text);
+}
+
+std::expected<QString, NotesBridge::Error> GnoteBridge::createNote(const QString& title,
+                                                                   const QString& body) {
+    Session session(m_bus, m_patience);
+    if (!session.start())
+        return std::unexpected(QStringLiteral("Couldn’t create the note. Gnote does not answer."));
+    const QString wanted = gnote::storableTitle(title);
+    QString note;
+    for (int number = 1; note.isEmpty() && number <= mostNumbers; ++number) {
+        const QString name =
+            number == 1 ? wanted : QStringLiteral("%1 (%2)").arg(wanted).arg(number);
+        const std::optional<QVariant> answer =
+            session.call(QStringLiteral("CreateNamedNote"), {name});
+        if (!answer) break;
+        note = answer->toString(); // empty if the title is taken
+    }
+    // What Gnote made of the title is the first line of the note.
+    const QString name =
+        note.isEmpty() ? QString() : session.string(QStringLiteral("GetNoteTitle"), {note});
+    const QString text =
+        notesbridge::withTitle(name, trimmed(gnote::storableText(body)).toString());
+    if (!name.isEmpty() && session.succeeds(QStringLiteral("SetNoteContents"), {note, text}))
+        return note;
+    if (!note.isEmpty()) session.call(QStringLiteral("DeleteNote"), {note});
+    return std::unexpected(QStringLiteral("Couldn’t create the note. Gnote does not take it."));
+}
+
+std::expected<void, NotesBridge::Error> GnoteBridge::appendToNote(const QString& id,
+                                                                  const QString& body) {
+    const QString text = gnote::storableText(trimmed(body));
+    if (trimmed(text).isEmpty()) return std::unexpected(notesbridge::nothingToAppend);
+    Session session(m_bus, m_patience);
+    if (!ownsNote(id) || !session.start()) return std::unexpected(notesbridge::appendFailed);
+    const QString content = session.string(QStringLiteral("GetNoteContentsXml"), {id});
+    if (content.isEmpty()) return std::unexpected(notesbridge::appendFailed);
+    if (const std::optional<QString> xml = gnote::withAppended(content, text)) {
+        if (session.succeeds(QStringLiteral("SetNoteContentsXml"), {id, *xml})) return {};
+        return std::unexpected(notesbridge::appendFailed);
+    }
+    // Without its format the note keeps its text, which matters more.
+    const QString plain = session.string(QStringLiteral("GetNoteContents"), {id});
+    if (trimmed(plain).isEmpty()) return std::unexpected(notesbridge::appendFailed);
+    const QString both = gnote::storableText(plain) + "\n\n" + text;
+    if (session.succeeds(QStringLiteral("SetNoteContents"), {id, both})) return {};
+    return std::unexpected(notesbridge::appendFailed);
+}
+
+} // namespace vorq

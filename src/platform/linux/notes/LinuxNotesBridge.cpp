@@ -1,0 +1,61 @@
+#include "platform/linux/notes/LinuxNotesBridge.h"
+
+#include "platform/Defaults.h"
+
+#include <QDir>
+#include <QStandardPaths>
+
+namespace vorq {
+
+LinuxNotesBridge::Choice LinuxNotesBridge::choice(const Defaults& defaults) {
+    const QString name =
+        defaults.string(QStringLiteral("vorq.notes.application")).value_or(QString());
+    if (name == u"gnote") return Choice::Gnote;
+    if (name == u"folder") return Choice::Folder;
+    return Choice::Automatic;
+}
+
+QString LinuxNotesBridge::folder(const Defaults& defaults) {
+    const QString folder = defaults.string(QStringLiteral("vorq.notes.folder")).value_or(QString());
+    if (QDir::isAbsolutePath(folder)) return QDir::cleanPath(folder);
+    return QDir::cleanPath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
+                           "/Vorq Notes");
+}
+
+LinuxNotesBridge::LinuxNotesBridge(Choice choice, const QString& folder,
+                                   const QDBusConnection& sessionBus)
+    : m_choice(choice), m_bus(sessionBus), m_gnote(sessionBus), m_folder(folder) {}
+
+NotesBridge& LinuxNotesBridge::chosen() {
+    const bool isGnote = m_choice == Choice::Gnote ||
+                         (m_choice == Choice::Automatic && GnoteBridge::isAvailable(m_bus));
+    return isGnote ? static_cast<NotesBridge&>(m_gnote) : m_folder;
+}
+
+NotesBridge& LinuxNotesBridge::ownerOf(const QString& id) {
+    return GnoteBridge::ownsNote(id) ? static_cast<NotesBridge&>(m_gnote) : m_folder;
+}
+
+std::vector<AppleNoteSummary> LinuxNotesBridge::listNotes(int limit) {
+    const std::scoped_lock lock(m_oneAtATime);
+    return chosen().listNotes(limit);
+}
+
+std::optional<QString> LinuxNotesBridge::noteBody(const QString& id) {
+    const std::scoped_lock lock(m_oneAtATime);
+    return ownerOf(id).noteBody(id);
+}
+
+std::expected<QString, NotesBridge::Error> LinuxNotesBridge::createNote(const QString& title,
+                                                                        const QString& body) {
+    const std::scoped_lock lock(m_oneAtATime);
+    return chosen().createNote(title, body);
+}
+
+std::expected<void, NotesBridge::Error> LinuxNotesBridge::appendToNote(const QString& id,
+                                                                       const QString& body) {
+    const std::scoped_lock lock(m_oneAtATime);
+    return ownerOf(id).appendToNote(id, body);
+}
+
+} // namespace vorq

@@ -1,0 +1,72 @@
+#include "platform/linux/wayland/WaylandWorkspace.h"
+
+#include "platform/linux/atspi/AtSpiApplications.h"
+#include "platform/linux/atspi/AtSpiBus.h"
+#include "platform/linux/desktop/ProcessExecutable.h"
+
+#include <QGuiApplication>
+#include <QThreadPool>
+#include <QWindow>
+
+#include <unistd.h>
+#include <utility>
+
+namespace vorq {
+
+WaylandWorkspace::WaylandWorkspace(Clock& clock, std::shared_ptr<AtSpiBus> bus, QObject* parent)
+    : Workspace(parent), m_bus(std::move(bus)), m_frontmost(clock, ::getpid()) {
+    connect(&m_frontmost, &WaylandFrontmost::changed, this, &WaylandWorkspace::tell);
+    connect(&m_frontmost, &WaylandFrontmost::lost, this, &Workspace::frontmostLost);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, &m_frontmost,
+            [this](const QWindow* window) { m_frontmost.setVorqActive(window != nullptr); });
+    m_bus->whenFrontChanges(&m_frontmost, [this] {
+        const std::optional<ProcessId> front = m_bus->front();
+        if (front) learnFocus(*front);
+        m_frontmost.setForeign(front);
+    });
+    m_bus->followWindows();
+}
+
+WaylandWorkspace::~WaylandWorkspace() = default;
+
+std::optional<ProcessId> WaylandWorkspace::frontmostProcess() const {
+    return m_frontmost.process();
+}
+
+std::optional<Workspace::WindowId> WaylandWorkspace::activeWindow() const {
+    return m_x11.activeWindow();
+}
+
+std::optional<RunningApplication> WaylandWorkspace::application(ProcessId process) const {
+    if (auto known = m_x11.application(process)) return known;
+    const QString executable = executableName(process);
+    if (executable.isEmpty()) return std::nullopt;
+    const auto entry = m_desktopEntries.ofExecutable(executable);
+    return RunningApplication{.process = process,
+                              .identifier = entry ? entry->id : executable,
+                              .name = entry && !entry->name.isEmpty() ? entry->name : executable};
+}
+
+std::optional<ProcessId> WaylandWorkspace::processOf(WindowId window) const {
+    return m_x11.processOf(window);
+}
+
+void WaylandWorkspace::activate(WindowId window) {
+    m_x11.activate(window);
+}
+
+// Once the panel has the keyboard, an application that was in front before Vorq started could no
+// longer tell where in it the user was.
+void WaylandWorkspace::learnFocus(ProcessId process) const {
+    QThreadPool::globalInstance()->start(
+        [bus = m_bus, process] { AtSpiApplications(*bus).learnFocus(process, {}); });
+}
+
+// Windows of Wayland have no number that others could use.
+void WaylandWorkspace::tell(ProcessId process) {
+    const std::optional<WindowId> active = activeWindow();
+    const bool isItsOwn = active && processOf(*active) == process;
+    emit frontmostChanged(process, isItsOwn ? *active : 0);
+}
+
+} // namespace vorq

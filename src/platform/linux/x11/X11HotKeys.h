@@ -1,0 +1,91 @@
+#pragma once
+
+#include "platform/GlobalHotKeys.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Keyboard.h"
+
+#include <QSocketNotifier>
+
+#include <memory>
+#include <optional>
+#include <set>
+#include <vector>
+
+namespace vorq {
+
+/// Hot keys by passive grabs on the root window. They work whatever locks are on, and move with the
+/// layout of the keyboard.
+///
+/// Nothing of the user's typing is seen but the hot keys, and releases of keys while one is held.
+/// Under Wayland, where grabs would only work over some windows, there are no hot keys.
+class X11HotKeys final : public GlobalHotKeys {
+  public:
+    /// The status of a failure that is no error of the X server: there is none, or it is not the
+    /// master of the keyboard.
+    static constexpr int noServer = -1;
+
+    explicit X11HotKeys(QObject* parent = nullptr);
+    ~X11HotKeys() override;
+
+    Outcome installEventHandler() override;
+    Outcome registerHotKey(const HotKeyChord& chord, HotKeyId id) override;
+    void unregisterHotKey(HotKeyId id) override;
+
+  private:
+    using KeyCode = X11Keyboard::KeyCode;
+    using ModifierMask = X11Keyboard::ModifierMask;
+
+    /// A key with the modifiers that are down at its press, locks among them.
+    struct Grip {
+        KeyCode key;
+        ModifierMask modifiers;
+
+        auto operator<=>(const Grip&) const = default;
+    };
+    using Grips = std::set<Grip>;
+
+    struct HotKey {
+        HotKeyId id;
+        HotKeyChord chord;
+        Grips grips;
+        bool isAvailable = false; // not while another program holds the chord
+    };
+
+    [[nodiscard]] Grips gripsFor(const HotKeyChord& chord) const;
+    /// Grabs what the layout asks for and gives back the rest; nothing is let go meanwhile.
+    Outcome grab(HotKey& hotKey);
+    Outcome grabAll(const Grips& grips);
+    void ungrab(const Grips& grips);
+    void followLayout();
+
+    struct KeyMoment {
+        KeyCode key;
+        std::uint32_t time; // on the server
+
+        bool operator==(const KeyMoment&) const = default;
+    };
+
+    void takeEvents();
+    void takeQueuedEvents();
+    void takePress(const KeyMoment& press, ModifierMask state);
+    void takeEventsLater();
+    void keyWentDown(KeyCode key, ModifierMask state);
+    void freeKeyboard();
+    void keyWentUp(KeyCode key);
+    void settleRelease();
+    void watchReleases(bool isOn);
+    [[nodiscard]] bool isDown(KeyCode key) const;
+
+    X11Connection m_connection;
+    bool m_knowsReleases = false;
+    std::unique_ptr<X11Keyboard> m_keyboard;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    std::vector<HotKey> m_hotKeys;
+    std::set<KeyCode> m_held; // keys of hot keys that have not been let go
+    // A release that came while the keyboard was grabbed, which is only when this process was too
+    // busy to free it. Whether the key repeats, only the next event tells.
+    std::optional<KeyMoment> m_release;
+    bool m_isLayoutNew = false;
+};
+
+} // namespace vorq

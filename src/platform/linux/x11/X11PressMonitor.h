@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/PressMonitor.h"
+#include "platform/linux/x11/X11Events.h"
+
+#include <vector>
+
+namespace vorq {
+
+class Screens;
+
+/// Presses as the X server's input extension tells them: from all devices, whoever they are for,
+/// and also while a menu holds the pointer. Without that extension none are told. Who begins to
+/// drag something takes the selection XdndSelection. Needs a QGuiApplication.
+class X11PressMonitor final : public PressMonitor {
+  public:
+    /// The screens must outlive the monitor.
+    explicit X11PressMonitor(const Screens& screens, QObject* parent = nullptr);
+
+    void start() override;
+    void stop() override;
+    void catchUp() override { m_events.catchUp(); }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    using Window = X11Connection::Window;
+
+    void select(bool isOn);
+    void watchDrags(bool isOn);
+    void take(const xcb_generic_event_t& event);
+    void takeInput(const xcb_ge_generic_event_t& event);
+    void tell(PressedButton button);
+    [[nodiscard]] PressedSurface foreignSurface(const std::vector<Window>& windows) const;
+    [[nodiscard]] std::vector<Window> windowsUnderPointer() const;
+    [[nodiscard]] bool hasType(Window window, const std::vector<X11Connection::Atom>& types) const;
+
+    const Screens& m_screens;
+    X11Connection m_requests;
+    X11Events m_events;
+    /// Of the input extension; 0 where it is absent.
+    std::uint8_t m_opcode = 0;
+    /// Of the extension that tells of selections; 0 where it is absent.
+    std::uint8_t m_firstSelectionEvent = 0;
+    X11Connection::Atom m_dragAtom = 0;
+    X11Connection::Atom m_typeAtom = 0;
+    std::vector<X11Connection::Atom> m_barTypes;
+    std::vector<X11Connection::Atom> m_menuTypes;
+};
+
+} // namespace vorq

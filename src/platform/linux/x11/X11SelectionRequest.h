@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/linux/x11/X11Connection.h"
+
+#include <QByteArray>
+
+#include <cstdint>
+#include <optional>
+#include <stop_token>
+
+namespace vorq {
+
+/// Asks the owner of a selection for what it holds, once. It uses a window of its own, so that what
+/// comes too late reaches nobody. The connection must be used for nothing else meanwhile, and
+/// select no events that anyone waits for.
+class X11SelectionRequest {
+  public:
+    X11SelectionRequest(X11Connection& x11, X11Connection::Atom selection, std::stop_token stop);
+    X11SelectionRequest(const X11SelectionRequest&) = delete;
+    X11SelectionRequest& operator=(const X11SelectionRequest&) = delete;
+    ~X11SelectionRequest();
+
+    /// The contents in one form, of at most so many bytes, also when they come in pieces. Nothing
+    /// if the owner refuses, the contents are longer, or the token is stopped before they are
+    /// there.
+    [[nodiscard]] std::optional<QByteArray> convert(const char* target, qsizetype mostBytes);
+
+  private:
+    struct Property {
+        QByteArray bytes;
+        X11Connection::Atom type = 0;
+        bool isWhole = false;
+    };
+
+    template<typename IsWanted>
+    [[nodiscard]] bool waitFor(IsWanted isWanted);
+    [[nodiscard]] bool waitForData() const;
+    [[nodiscard]] std::optional<Property> takeProperty(qsizetype mostBytes) const;
+    [[nodiscard]] std::optional<QByteArray> collectPieces(qsizetype mostBytes);
+
+    X11Connection& m_x11;
+    X11Connection::Atom m_selection;
+    X11Connection::Atom m_property;
+    X11Connection::Atom m_piecewise;
+    X11Connection::Window m_window = 0;
+    std::stop_token m_stop;
+    // Readable once the token is stopped; -1 without one.
+    int m_stopped;
+};
+
+} // namespace vorq
