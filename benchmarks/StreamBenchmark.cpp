@@ -9,7 +9,7 @@
 #include "panel/WorkStatus.h"
 #include "platform/testing/ManualClock.h"
 #include "rendering/AssistantReplyDocument.h"
-#include "support/JsonWriter.h"
+#include "support/json/JsonWriter.h"
 
 #include <QCoreApplication>
 

@@ -20,8 +20,13 @@ MAX_FUNCTION_LINES = 60
 # Room -> rooms that it may include directly; what those may include is allowed as well. "library/*" is
 # the room and all rooms inside it.
 SOURCE_ROOMS = {
-    "support": [],
-    "platform": ["support"],
+    "support/text": [],
+    "support": ["support/text"],
+    "support/json": ["support"],
+    "support/files": ["support"],
+    "support/async": ["support"],
+    "model": ["support/*"],
+    "platform": ["support/*"],
     "platform/portable": ["platform"],
     "platform/linux/desktop": ["platform"],
     "platform/linux/x11": ["platform/linux/desktop"],
@@ -30,9 +35,9 @@ SOURCE_ROOMS = {
     "platform/linux/notes": ["platform/portable"],
     "platform/linux": ["platform/linux/wayland", "platform/linux/notes"],
     "platform/testing": ["platform"],
-    "rendering": ["support"],
-    "library": ["rendering"],
-    "backend": ["platform"],
+    "rendering": ["support/*"],
+    "library": ["rendering", "model"],
+    "backend": ["platform", "model"],
     "capture": ["platform", "library"],
     "conversation": ["backend", "capture", "library"],
     "areas": ["conversation"],

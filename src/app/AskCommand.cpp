@@ -1,6 +1,6 @@
 #include "app/AskCommand.h"
 
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 namespace vorq {
 

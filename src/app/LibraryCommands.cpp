@@ -7,7 +7,7 @@
 #include "library/NoteTypography.h"
 #include "library/VorqNoteImport.h"
 #include "platform/Clock.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QSaveFile>
 

@@ -1,6 +1,6 @@
 #include "app/LibraryJson.h"
 
-#include "support/JsonWriter.h"
+#include "support/json/JsonWriter.h"
 
 namespace vorq {
 namespace {

@@ -1,7 +1,7 @@
 #include "app/LinkOutcomes.h"
 
 #include "backend/SignInUrl.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 #include <utility>

@@ -2,7 +2,7 @@
 
 #include "app/Terminal.h"
 #include "core/VorqAppState.h"
-#include "support/TaskSlot.h"
+#include "support/async/TaskSlot.h"
 
 #include <QObject>
 #include <QPointer>

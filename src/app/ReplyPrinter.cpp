@@ -2,7 +2,7 @@
 
 #include "rendering/AssistantReplyDocument.h"
 #include "rendering/ReplyLines.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 #include <array>

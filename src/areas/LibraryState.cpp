@@ -3,10 +3,10 @@
 #include "library/VorqNoteImport.h"
 #include "platform/Clock.h"
 #include "rendering/AssistantReplyDocument.h"
-#include "support/Characters.h"
-#include "support/Graphemes.h"
 #include "support/StableSort.h"
-#include "support/Text.h"
+#include "support/text/Characters.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 #include <utility>

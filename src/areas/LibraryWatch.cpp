@@ -1,6 +1,6 @@
 #include "areas/LibraryWatch.h"
 
-#include "support/FileNames.h"
+#include "support/files/FileNames.h"
 
 #include <QFileInfo>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/FileStamp.h"
+#include "support/files/FileStamp.h"
 
 #include <QFileSystemWatcher>
 #include <QString>

@@ -1,7 +1,7 @@
 #include "backend/AIAnalysis.h"
 
 #include "backend/AnalysisJson.h"
-#include "support/JsonWriter.h"
+#include "support/json/JsonWriter.h"
 
 namespace vorq {
 

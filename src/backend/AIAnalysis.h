@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/VorqFollowUp.h"
+#include "model/VorqFollowUp.h"
 
 #include <QByteArray>
 #include <QString>

@@ -3,8 +3,8 @@
 #include "backend/AccountSession.h"
 #include "backend/Session.h"
 #include "backend/VorqAPIService.h"
-#include "support/Graphemes.h"
-#include "support/Text.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 namespace vorq {
 namespace {

@@ -4,7 +4,7 @@
 #include "backend/PreferredModel.h"
 #include "backend/Session.h"
 #include "backend/VorqAPIService.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QStringList>
 

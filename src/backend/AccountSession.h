@@ -3,7 +3,7 @@
 #include "backend/Errors.h"
 #include "backend/SessionRefresh.h"
 #include "backend/VorqSessionStore.h"
-#include "support/TaskSlot.h"
+#include "support/async/TaskSlot.h"
 
 #include <QObject>
 #include <QPointer>

@@ -4,7 +4,7 @@
 #include "backend/BrowserSignIn.h"
 #include "backend/VorqAPIService.h"
 #include "platform/Clock.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QLoggingCategory>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "backend/AIAnalysis.h"
-#include "support/FollowUpJson.h"
+#include "model/FollowUpJson.h"
 
 namespace vorq {
 

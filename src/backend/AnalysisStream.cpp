@@ -2,7 +2,7 @@
 
 #include "backend/Errors.h"
 #include "backend/StreamChunk.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "backend/BaseURL.h"
 
 #include "platform/AppPaths.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QFile>
 #include <QFileInfo>

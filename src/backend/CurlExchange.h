@@ -1,7 +1,7 @@
 #pragma once
 
 #include "backend/CurlRequest.h"
-#include "support/Wakeup.h"
+#include "support/async/Wakeup.h"
 
 #include <array>
 #include <optional>

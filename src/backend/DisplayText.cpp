@@ -1,5 +1,5 @@
 #include "backend/AIAnalysis.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QStringList>
 

@@ -1,7 +1,7 @@
 #include "backend/HttpOutcome.h"
 
-#include "support/StrictJson.h"
-#include "support/Text.h"
+#include "support/json/StrictJson.h"
+#include "support/text/Text.h"
 
 #include <QUrl>
 

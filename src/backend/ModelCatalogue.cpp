@@ -1,5 +1,5 @@
 #include "backend/ModelCatalogue.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include "backend/ModelCatalogue.h"
 #include "backend/VorqAPIService.h"
 #include "platform/Defaults.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QLoggingCategory>
 

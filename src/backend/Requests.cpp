@@ -1,7 +1,7 @@
 #include "backend/Requests.h"
 
-#include "support/JsonWriter.h"
-#include "support/Text.h"
+#include "support/json/JsonWriter.h"
+#include "support/text/Text.h"
 
 namespace vorq {
 

@@ -1,7 +1,7 @@
 #include "backend/Session.h"
 
-#include "support/JsonWriter.h"
-#include "support/StrictJson.h"
+#include "support/json/JsonWriter.h"
+#include "support/json/StrictJson.h"
 
 namespace vorq {
 

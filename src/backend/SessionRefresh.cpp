@@ -1,7 +1,7 @@
 #include "backend/SessionRefresh.h"
 
 #include "backend/VorqAPIService.h"
-#include "support/Wakeup.h"
+#include "support/async/Wakeup.h"
 
 #include <utility>
 #include <vector>

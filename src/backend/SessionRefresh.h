@@ -4,7 +4,7 @@
 #include "backend/Session.h"
 #include "backend/VorqSessionStore.h"
 #include "platform/Clock.h"
-#include "support/FolderLock.h"
+#include "support/files/FolderLock.h"
 
 #include <functional>
 #include <memory>

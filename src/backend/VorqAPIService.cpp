@@ -2,8 +2,8 @@
 
 #include "backend/BaseURL.h"
 #include "backend/Errors.h"
-#include "support/JsonWriter.h"
-#include "support/Text.h"
+#include "support/json/JsonWriter.h"
+#include "support/text/Text.h"
 
 #include <initializer_list>
 

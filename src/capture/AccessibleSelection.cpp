@@ -1,8 +1,8 @@
 #include "capture/AccessibleSelection.h"
 
 #include "capture/SelectionBounds.h"
-#include "support/Graphemes.h"
-#include "support/Text.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 #include <deque>
 

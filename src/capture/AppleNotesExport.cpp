@@ -1,6 +1,6 @@
 #include "capture/AppleNotesExport.h"
 
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QLoggingCategory>
 #include <QStringBuilder>

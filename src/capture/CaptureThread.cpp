@@ -1,6 +1,6 @@
 #include "capture/CaptureThread.h"
 
-#include "support/Wakeup.h"
+#include "support/async/Wakeup.h"
 
 #include <QCoreApplication>
 #include <QMetaObject>

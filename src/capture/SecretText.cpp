@@ -1,6 +1,6 @@
 #include "capture/SecretText.h"
 
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QRegularExpression>
 

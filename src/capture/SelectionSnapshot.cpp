@@ -1,7 +1,7 @@
 #include "capture/SelectionSnapshot.h"
 
 #include "capture/CapturedText.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 namespace vorq {
 

@@ -3,7 +3,7 @@
 #include "capture/ColumnSelection.h"
 #include "capture/LinuxApplications.h"
 #include "capture/SourceApplication.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QCoreApplication>
 #include <QPointer>

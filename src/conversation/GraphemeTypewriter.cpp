@@ -1,8 +1,8 @@
 #include "conversation/GraphemeTypewriter.h"
 
-#include "support/Characters.h"
-#include "support/Graphemes.h"
-#include "support/Text.h"
+#include "support/text/Characters.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "conversation/PromptCommands.h"
 
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 #include <array>

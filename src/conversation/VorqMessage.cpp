@@ -1,6 +1,6 @@
 #include "conversation/VorqMessage.h"
 
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 namespace vorq {
 

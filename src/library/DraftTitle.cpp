@@ -1,8 +1,8 @@
 #include "library/DraftTitle.h"
 
 #include "rendering/AssistantReplyDocument.h"
-#include "support/Graphemes.h"
-#include "support/Text.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 namespace vorq {
 

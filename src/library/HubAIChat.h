@@ -2,9 +2,9 @@
 
 #include "library/JsonFile.h"
 #include "library/RecordHook.h"
+#include "model/VorqFollowUp.h"
 #include "support/Date.h"
-#include "support/JsonWriter.h"
-#include "support/VorqFollowUp.h"
+#include "support/json/JsonWriter.h"
 
 #include <QByteArray>
 #include <QString>

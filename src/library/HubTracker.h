@@ -2,7 +2,7 @@
 
 #include "library/JsonFile.h"
 #include "support/Date.h"
-#include "support/JsonWriter.h"
+#include "support/json/JsonWriter.h"
 
 #include <QByteArray>
 #include <QString>

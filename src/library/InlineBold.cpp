@@ -1,6 +1,6 @@
 #include "library/InlineBold.h"
 
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 namespace vorq {
 namespace {

@@ -1,7 +1,7 @@
 #include "library/JsonFile.h"
 
-#include "support/LinkTarget.h"
-#include "support/SystemError.h"
+#include "support/files/LinkTarget.h"
+#include "support/files/SystemError.h"
 
 #include <QFile>
 

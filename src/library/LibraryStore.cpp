@@ -1,8 +1,8 @@
 #include "library/LibraryStore.h"
 
-#include "support/DamagedFile.h"
-#include "support/DurableFile.h"
-#include "support/DurableFolder.h"
+#include "support/files/DamagedFile.h"
+#include "support/files/DurableFile.h"
+#include "support/files/DurableFolder.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -5,8 +5,8 @@
 #include "library/HubTracker.h"
 #include "library/SavedChat.h"
 #include "library/SavedNote.h"
-#include "support/FileStamp.h"
-#include "support/FolderLock.h"
+#include "support/files/FileStamp.h"
+#include "support/files/FolderLock.h"
 
 #include <QString>
 

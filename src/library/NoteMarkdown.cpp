@@ -3,7 +3,7 @@
 #include "library/NoteRichText.h"
 #include "library/RtfReader.h"
 #include "library/VorqNoteImport.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QRegularExpression>
 

@@ -1,6 +1,6 @@
 #include "library/NoteTitle.h"
 
-#include "support/Characters.h"
+#include "support/text/Characters.h"
 
 namespace vorq {
 

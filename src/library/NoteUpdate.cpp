@@ -1,7 +1,7 @@
 #include "library/NoteUpdate.h"
 
-#include "support/Characters.h"
-#include "support/Text.h"
+#include "support/text/Characters.h"
+#include "support/text/Text.h"
 
 namespace vorq {
 namespace {

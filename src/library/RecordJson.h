@@ -2,7 +2,7 @@
 
 #include "library/RecordHook.h"
 #include "library/RecordReader.h"
-#include "support/JsonWriter.h"
+#include "support/json/JsonWriter.h"
 
 #include <algorithm>
 #include <array>

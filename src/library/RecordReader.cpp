@@ -1,6 +1,6 @@
 #include "library/RecordReader.h"
 
-#include "support/JsonText.h"
+#include "support/json/JsonText.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "library/RtfBody.h"
 
 #include "library/NoteTypography.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "library/RtfTables.h"
 
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 #include <utility>

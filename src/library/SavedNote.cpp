@@ -4,7 +4,7 @@
 #include "library/NoteTitle.h"
 #include "library/StudySource.h"
 #include "rendering/AssistantReplyDocument.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 namespace vorq {
 

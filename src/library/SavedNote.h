@@ -4,7 +4,7 @@
 #include "library/JsonFile.h"
 #include "library/RecordHook.h"
 #include "support/Date.h"
-#include "support/JsonWriter.h"
+#include "support/json/JsonWriter.h"
 
 #include <QByteArray>
 #include <QString>

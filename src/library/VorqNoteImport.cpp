@@ -6,8 +6,8 @@
 #include "library/RtfReader.h"
 #include "library/RtfWriter.h"
 #include "rendering/AssistantReplyDocument.h"
-#include "support/Characters.h"
-#include "support/Text.h"
+#include "support/text/Characters.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/NotesBridge.h"
-#include "support/Wakeup.h"
+#include "support/async/Wakeup.h"
 
 #include <QCoreApplication>
 #include <QCoroTask>

@@ -7,7 +7,7 @@
 #include "panel/PanelHistory.h"
 #include "panel/PanelNotices.h"
 #include "platform/Clock.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QPointer>
 

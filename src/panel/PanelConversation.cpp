@@ -3,8 +3,8 @@
 #include "panel/PanelHistory.h"
 #include "panel/StudyContext.h"
 #include "rendering/AssistantReplyDocument.h"
-#include "support/Graphemes.h"
-#include "support/Text.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 

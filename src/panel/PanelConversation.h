@@ -10,7 +10,7 @@
 #include "panel/PanelRequests.h"
 #include "panel/ReplyTypewriter.h"
 #include "panel/WorkStatus.h"
-#include "support/TaskSlot.h"
+#include "support/async/TaskSlot.h"
 
 #include <QHash>
 #include <QObject>

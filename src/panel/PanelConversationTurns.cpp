@@ -7,8 +7,8 @@
 #include "backend/VorqAPIService.h"
 #include "panel/PanelConversation.h"
 #include "panel/StudyContext.h"
-#include "support/Graphemes.h"
-#include "support/Text.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 #include <QLoggingCategory>
 

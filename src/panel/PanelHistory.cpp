@@ -3,8 +3,8 @@
 #include "conversation/PromptCommands.h"
 #include "panel/PanelNotices.h"
 #include "rendering/AssistantReplyDocument.h"
-#include "support/Characters.h"
-#include "support/Text.h"
+#include "support/text/Characters.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 

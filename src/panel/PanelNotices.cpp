@@ -1,6 +1,6 @@
 #include "panel/PanelNotices.h"
 
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 #include <array>

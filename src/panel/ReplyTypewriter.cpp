@@ -4,7 +4,7 @@
 #include "conversation/GraphemeTypewriter.h"
 #include "panel/MessageList.h"
 #include "panel/WorkStatus.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 

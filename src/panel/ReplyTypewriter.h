@@ -2,7 +2,7 @@
 
 #include "conversation/VorqMessage.h"
 #include "platform/Clock.h"
-#include "support/TaskSlot.h"
+#include "support/async/TaskSlot.h"
 
 #include <QObject>
 #include <QPointer>

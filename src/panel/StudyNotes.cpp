@@ -8,7 +8,7 @@
 #include "panel/PanelConversation.h"
 #include "panel/PanelNotices.h"
 #include "panel/StudyContext.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 namespace vorq {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
-#include "support/TaskSlot.h"
+#include "support/async/TaskSlot.h"
 
 #include <QObject>
 #include <QPointer>

@@ -1,6 +1,6 @@
 #include "platform/Clock.h"
 
-#include "support/Wakeup.h"
+#include "support/async/Wakeup.h"
 
 namespace vorq {
 

@@ -1,6 +1,6 @@
 #include "platform/NotesBridge.h"
 
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 namespace vorq::notesbridge {
 

@@ -2,7 +2,7 @@
 
 #include "rendering/ReplyScanner.h"
 #include "rendering/SourceWriter.h"
-#include "support/Graphemes.h"
+#include "support/text/Graphemes.h"
 
 #include <utility>
 

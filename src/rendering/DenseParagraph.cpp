@@ -1,8 +1,8 @@
 #include "rendering/DenseParagraph.h"
 
-#include "support/Characters.h"
-#include "support/CodeUnits.h"
-#include "support/Graphemes.h"
+#include "support/text/Characters.h"
+#include "support/text/CodeUnits.h"
+#include "support/text/Graphemes.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "rendering/ReplyBreaks.h"
 
-#include "support/Characters.h"
-#include "support/CodeUnits.h"
-#include "support/Text.h"
+#include "support/text/Characters.h"
+#include "support/text/CodeUnits.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 #include <initializer_list>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/CodeUnits.h"
+#include "support/text/CodeUnits.h"
 
 #include <QString>
 #include <QStringView>

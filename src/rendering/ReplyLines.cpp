@@ -1,6 +1,6 @@
 #include "rendering/ReplyLines.h"
 
-#include "support/Graphemes.h"
+#include "support/text/Graphemes.h"
 
 #include <QString>
 

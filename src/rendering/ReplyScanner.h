@@ -3,7 +3,7 @@
 #include "rendering/DenseParagraph.h"
 #include "rendering/ReplyBreaks.h"
 #include "rendering/ReplyLines.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QString>
 #include <QStringView>

@@ -9,7 +9,7 @@
 #include "shell/ShellNotifications.h"
 #include "shell/StatusItem.h"
 #include "shell/UrlRouter.h"
-#include "support/TaskSlot.h"
+#include "support/async/TaskSlot.h"
 
 #include <QCoroTask>
 #include <QObject>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/TaskSlot.h"
+#include "support/async/TaskSlot.h"
 
 #include <QAbstractListModel>
 #include <QCoroTask>

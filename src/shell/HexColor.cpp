@@ -1,6 +1,6 @@
 #include "shell/HexColor.h"
 
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 #include <cmath>

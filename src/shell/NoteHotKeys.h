@@ -2,7 +2,7 @@
 
 #include "shell/HotKeyHandler.h"
 #include "shell/NoteCaptureFlow.h"
-#include "support/TaskSlot.h"
+#include "support/async/TaskSlot.h"
 
 #include <QObject>
 #include <QPointer>

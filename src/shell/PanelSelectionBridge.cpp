@@ -1,7 +1,7 @@
 #include "shell/PanelSelectionBridge.h"
 
-#include "support/Graphemes.h"
-#include "support/Text.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 #include <cmath>

@@ -5,7 +5,7 @@
 #include "platform/Workspace.h"
 #include "shell/PanelHold.h"
 #include "shell/PanelPresence.h"
-#include "support/TaskSlot.h"
+#include "support/async/TaskSlot.h"
 
 #include <QObject>
 #include <QPointer>

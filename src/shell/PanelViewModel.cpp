@@ -2,8 +2,8 @@
 
 #include "core/VorqAppState.h"
 #include "shell/Advice.h"
-#include "support/Graphemes.h"
-#include "support/Text.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 #include <algorithm>
 #include <utility>

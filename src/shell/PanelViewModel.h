@@ -5,7 +5,7 @@
 #include "shell/PanelAnnouncer.h"
 #include "shell/PanelSelectionBridge.h"
 #include "shell/PanelSignIn.h"
-#include "support/TaskSlot.h"
+#include "support/async/TaskSlot.h"
 
 #include <QAbstractItemModel>
 #include <QObject>

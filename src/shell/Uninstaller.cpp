@@ -6,7 +6,7 @@
 #include "platform/Defaults.h"
 #include "platform/Installation.h"
 #include "platform/LoginItem.h"
-#include "support/Discard.h"
+#include "support/files/Discard.h"
 
 #include <QFileInfo>
 

@@ -1,6 +1,6 @@
 #include "backend/AccountFixture.h"
 #include "backend/BrowserSignIn.h"
-#include "support/Wakeup.h"
+#include "support/async/Wakeup.h"
 
 #include <QSignalSpy>
 #include <QStringList>

@@ -1,5 +1,5 @@
 #include "backend/AIAnalysis.h"
-#include "support/JsonWriter.h"
+#include "support/json/JsonWriter.h"
 
 #include <gtest/gtest.h>
 

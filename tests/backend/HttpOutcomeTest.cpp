@@ -1,7 +1,7 @@
 #include "backend/HttpOutcome.h"
 #include "backend/Session.h"
 #include "backend/StudyRecords.h"
-#include "support/JsonWriter.h"
+#include "support/json/JsonWriter.h"
 
 #include <gtest/gtest.h>
 

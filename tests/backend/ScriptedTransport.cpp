@@ -1,7 +1,7 @@
 #include "backend/ScriptedTransport.h"
 
 #include "backend/Errors.h"
-#include "support/Wakeup.h"
+#include "support/async/Wakeup.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

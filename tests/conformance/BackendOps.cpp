@@ -5,7 +5,7 @@
 #include "backend/Session.h"
 #include "backend/StudyRecords.h"
 #include "conformance/Ops.h"
-#include "support/JsonWriter.h"
+#include "support/json/JsonWriter.h"
 
 namespace vorq::conformance {
 namespace {

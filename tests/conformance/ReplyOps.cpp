@@ -5,9 +5,9 @@
 #include "conversation/BlockReveal.h"
 #include "conversation/GraphemeTypewriter.h"
 #include "rendering/AssistantReplyDocument.h"
-#include "support/Graphemes.h"
-#include "support/JsonWriter.h"
-#include "support/Text.h"
+#include "support/json/JsonWriter.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

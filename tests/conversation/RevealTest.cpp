@@ -1,6 +1,6 @@
 #include "conversation/BlockReveal.h"
 #include "conversation/GraphemeTypewriter.h"
-#include "support/Graphemes.h"
+#include "support/text/Graphemes.h"
 
 #include <gmock/gmock.h>
 

@@ -6,7 +6,7 @@
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "platform/testing/TemporaryPaths.h"
-#include "support/Wakeup.h"
+#include "support/async/Wakeup.h"
 
 #include <QAbstractItemModelTester>
 

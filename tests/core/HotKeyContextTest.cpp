@@ -1,7 +1,7 @@
 // What the hot key takes up from the application in front.
 
 #include "core/ConversationFixture.h"
-#include "support/TaskSlot.h"
+#include "support/async/TaskSlot.h"
 
 namespace vorq {
 namespace {

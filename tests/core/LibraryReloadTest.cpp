@@ -1,7 +1,7 @@
 // What becomes of the library files when they are read.
 
 #include "core/LibraryFixture.h"
-#include "support/FileStamp.h"
+#include "support/files/FileStamp.h"
 
 #include <QDateTime>
 #include <QFileInfo>

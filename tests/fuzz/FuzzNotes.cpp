@@ -5,7 +5,7 @@
 #include "library/VorqNoteImport.h"
 #include "platform/linux/notes/GnoteText.h"
 #include "platform/portable/MarkdownFolderBridge.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 // Any bytes as a reply: what the rules promise of every text must hold.
 
 #include "rendering/AssistantReplyDocument.h"
-#include "support/Graphemes.h"
-#include "support/Text.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 #include <QtGlobal>
 

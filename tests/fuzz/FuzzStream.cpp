@@ -2,7 +2,7 @@
 
 #include "backend/AnalysisStream.h"
 #include "backend/Errors.h"
-#include "support/JsonWriter.h"
+#include "support/json/JsonWriter.h"
 
 #include <QStringList>
 

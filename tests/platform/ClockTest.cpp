@@ -1,7 +1,7 @@
 #include "platform/Clock.h"
 #include "platform/portable/SystemClock.h"
 #include "platform/testing/ManualClock.h"
-#include "support/TaskSlot.h"
+#include "support/async/TaskSlot.h"
 
 #include <QCoreApplication>
 #include <QDir>

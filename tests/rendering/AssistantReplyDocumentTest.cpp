@@ -1,8 +1,8 @@
 // Blocks back to text: source(), committedSource() and inlinePlain().
 
 #include "rendering/AssistantReplyDocument.h"
-#include "support/Graphemes.h"
-#include "support/Text.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "support/Characters.h"
-#include "support/CodeUnits.h"
+#include "support/text/Characters.h"
+#include "support/text/CodeUnits.h"
 
 #include <QString>
 

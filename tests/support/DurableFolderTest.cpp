@@ -1,4 +1,4 @@
-#include "support/DurableFolder.h"
+#include "support/files/DurableFolder.h"
 
 #include <QDir>
 #include <QFile>

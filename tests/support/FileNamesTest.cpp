@@ -1,4 +1,4 @@
-#include "support/FileNames.h"
+#include "support/files/FileNames.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,6 +1,6 @@
-#include "support/JsonText.h"
+#include "support/json/JsonText.h"
 
-#include "support/JsonWriter.h"
+#include "support/json/JsonWriter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "support/JsonWriter.h"
+#include "support/json/JsonWriter.h"
 
 #include <QString>
 

@@ -1,5 +1,5 @@
-#include "support/TaskSlot.h"
-#include "support/Wakeup.h"
+#include "support/async/TaskSlot.h"
+#include "support/async/Wakeup.h"
 
 #include <QCoreApplication>
 

@@ -1,4 +1,4 @@
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <unicode/uchar.h>
 

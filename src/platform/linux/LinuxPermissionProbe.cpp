@@ -2,7 +2,7 @@
 
 #include "platform/linux/desktop/SessionKind.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "support/FileNames.h"
+#include "support/files/FileNames.h"
 
 #include <QCoreApplication>
 #include <QFile>

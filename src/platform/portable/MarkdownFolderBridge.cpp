@@ -1,8 +1,8 @@
 #include "platform/portable/MarkdownFolderBridge.h"
 
-#include "support/DurableFile.h"
-#include "support/Graphemes.h"
-#include "support/Text.h"
+#include "support/files/DurableFile.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 #include <QDir>
 #include <QDirIterator>

@@ -1,7 +1,7 @@
 #include "platform/portable/SettingsFile.h"
 
-#include "support/Discard.h"
-#include "support/JsonWriter.h"
+#include "support/files/Discard.h"
+#include "support/json/JsonWriter.h"
 
 #include <QDir>
 #include <QFile>

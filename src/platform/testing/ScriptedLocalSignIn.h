@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/LocalSignIn.h"
-#include "support/Wakeup.h"
+#include "support/async/Wakeup.h"
 
 #include <optional>
 

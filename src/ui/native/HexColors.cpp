@@ -2,7 +2,7 @@
 
 #include "shell/Contrast.h"
 #include "shell/HexColor.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 namespace vorq {
 

@@ -1,7 +1,7 @@
 #include "platform/linux/desktop/GatewayHandoff.h"
 
 #include "platform/Clock.h"
-#include "support/Wakeup.h"
+#include "support/async/Wakeup.h"
 
 #include <QCoreApplication>
 #include <QDir>

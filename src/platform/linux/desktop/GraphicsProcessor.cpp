@@ -1,6 +1,6 @@
 #include "platform/linux/desktop/GraphicsProcessor.h"
 
-#include "support/FileNames.h"
+#include "support/files/FileNames.h"
 
 #include <QFileInfo>
 

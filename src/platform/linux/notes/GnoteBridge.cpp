@@ -1,7 +1,7 @@
 #include "platform/linux/notes/GnoteBridge.h"
 
 #include "platform/linux/notes/GnoteText.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCall>

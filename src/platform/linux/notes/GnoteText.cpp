@@ -1,7 +1,7 @@
 #include "platform/linux/notes/GnoteText.h"
 
 #include "platform/NotesBridge.h"
-#include "support/Text.h"
+#include "support/text/Text.h"
 
 #include <QXmlStreamReader>
 

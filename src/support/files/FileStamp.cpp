@@ -1,4 +1,4 @@
-#include "support/FileStamp.h"
+#include "support/files/FileStamp.h"
 
 #include <QFile>
 

@@ -1,7 +1,7 @@
-#include "support/VorqFollowUp.h"
+#include "model/VorqFollowUp.h"
 
-#include "support/FollowUpJson.h"
-#include "support/JsonWriter.h"
+#include "model/FollowUpJson.h"
+#include "support/json/JsonWriter.h"
 
 namespace vorq {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/Graphemes.h"
+#include "support/text/Graphemes.h"
 
 #include <QStringView>
 

@@ -1,4 +1,4 @@
-#include "support/Discard.h"
+#include "support/files/Discard.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
-#include "support/JsonText.h"
+#include "support/json/JsonText.h"
 
-#include "support/PlainRun.h"
+#include "support/json/PlainRun.h"
 
 #include <array>
 #include <optional>

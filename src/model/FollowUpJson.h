@@ -1,7 +1,7 @@
 #pragma once
 
-#include "support/StrictJson.h"
-#include "support/VorqFollowUp.h"
+#include "model/VorqFollowUp.h"
+#include "support/json/StrictJson.h"
 
 namespace vorq {
 

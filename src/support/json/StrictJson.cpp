@@ -1,4 +1,4 @@
-#include "support/StrictJson.h"
+#include "support/json/StrictJson.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
-#include "support/TaskSlot.h"
+#include "support/async/TaskSlot.h"
 
-#include "support/Wakeup.h"
+#include "support/async/Wakeup.h"
 
 #include <QLoggingCategory>
 

@@ -1,6 +1,6 @@
-#include "support/DamagedFile.h"
+#include "support/files/DamagedFile.h"
 
-#include "support/LinkTarget.h"
+#include "support/files/LinkTarget.h"
 
 #include <QDateTime>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "support/Wakeup.h"
+#include "support/async/Wakeup.h"
 
 #include <QCoreApplication>
 #include <QMetaObject>

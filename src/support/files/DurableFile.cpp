@@ -1,8 +1,8 @@
-#include "support/DurableFile.h"
+#include "support/files/DurableFile.h"
 
-#include "support/DurableFolder.h"
-#include "support/LinkTarget.h"
-#include "support/SystemError.h"
+#include "support/files/DurableFolder.h"
+#include "support/files/LinkTarget.h"
+#include "support/files/SystemError.h"
 
 #include <QByteArray>
 

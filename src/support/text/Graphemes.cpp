@@ -1,4 +1,4 @@
-#include "support/Graphemes.h"
+#include "support/text/Graphemes.h"
 
 #include <unicode/uchar.h>
 #include <unicode/uscript.h>

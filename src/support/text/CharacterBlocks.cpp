@@ -1,4 +1,4 @@
-#include "support/CharacterBlocks.h"
+#include "support/text/CharacterBlocks.h"
 
 #ifdef __SSE2__
 

@@ -1,7 +1,7 @@
-#include "support/Characters.h"
+#include "support/text/Characters.h"
 
-#include "support/CodeUnits.h"
-#include "support/Text.h"
+#include "support/text/CodeUnits.h"
+#include "support/text/Text.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
-#include "support/DurableFolder.h"
+#include "support/files/DurableFolder.h"
 
-#include "support/LinkTarget.h"
-#include "support/SystemError.h"
+#include "support/files/LinkTarget.h"
+#include "support/files/SystemError.h"
 
 #include <QFile>
 

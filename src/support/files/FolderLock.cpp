@@ -1,4 +1,4 @@
-#include "support/FolderLock.h"
+#include "support/files/FolderLock.h"
 
 #include <QFile>
 

@@ -1,7 +1,7 @@
-#include "support/JsonWriter.h"
+#include "support/json/JsonWriter.h"
 
-#include "support/CharacterBlocks.h"
-#include "support/PlainRun.h"
+#include "support/json/PlainRun.h"
+#include "support/text/CharacterBlocks.h"
 
 #include <QtGlobal>
 

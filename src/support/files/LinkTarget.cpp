@@ -1,4 +1,4 @@
-#include "support/LinkTarget.h"
+#include "support/files/LinkTarget.h"
 
 #include <QFile>
 #include <QFileInfo>
