@@ -6,7 +6,7 @@
 #include "LibraryPeers.h"
 #include "ReplyCorpus.h"
 #include "Rounds.h"
-#include "library/LibraryFile.h"
+#include "library/store/LibraryFile.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/SavedNote.h"
+#include "library/records/SavedNote.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/HubArea.h"
+#include "library/records/HubArea.h"
 
 #include <QString>
 #include <QStringList>

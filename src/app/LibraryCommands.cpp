@@ -2,10 +2,10 @@
 
 #include "app/LibraryJson.h"
 #include "app/Terminal.h"
-#include "library/LibraryFile.h"
-#include "library/NoteMarkdown.h"
-#include "library/NoteTypography.h"
-#include "library/VorqNoteImport.h"
+#include "library/notes/NoteMarkdown.h"
+#include "library/notes/VorqNoteImport.h"
+#include "library/richtext/NoteTypography.h"
+#include "library/store/LibraryFile.h"
 #include "platform/Clock.h"
 #include "support/text/Text.h"
 

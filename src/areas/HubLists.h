@@ -1,9 +1,9 @@
 #pragma once
 
 #include "areas/RecordList.h"
-#include "library/HubAIChat.h"
-#include "library/HubTask.h"
-#include "library/HubTracker.h"
+#include "library/records/HubAIChat.h"
+#include "library/records/HubTask.h"
+#include "library/records/HubTracker.h"
 
 namespace vorq {
 

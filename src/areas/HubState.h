@@ -2,7 +2,7 @@
 
 #include "areas/HubLists.h"
 #include "areas/LibraryFollower.h"
-#include "library/LibraryFile.h"
+#include "library/store/LibraryFile.h"
 
 #include <QObject>
 #include <QString>

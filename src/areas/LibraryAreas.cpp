@@ -1,6 +1,6 @@
 #include "areas/LibraryAreas.h"
 
-#include "library/LegacyChats.h"
+#include "library/records/LegacyChats.h"
 #include "platform/Defaults.h"
 
 #include <algorithm>

@@ -6,7 +6,7 @@
 #include "areas/SaveRetries.h"
 #include "areas/TaskState.h"
 #include "areas/TrackerState.h"
-#include "library/LibraryStore.h"
+#include "library/store/LibraryStore.h"
 
 #include <chrono>
 #include <functional>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "areas/RecordList.h"
-#include "library/SavedChat.h"
-#include "library/SavedNote.h"
+#include "library/records/SavedChat.h"
+#include "library/records/SavedNote.h"
 
 namespace vorq {
 

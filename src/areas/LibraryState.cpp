@@ -1,6 +1,6 @@
 #include "areas/LibraryState.h"
 
-#include "library/VorqNoteImport.h"
+#include "library/notes/VorqNoteImport.h"
 #include "platform/Clock.h"
 #include "rendering/AssistantReplyDocument.h"
 #include "support/StableSort.h"

@@ -2,7 +2,7 @@
 
 #include "areas/LibraryFollower.h"
 #include "areas/LibraryLists.h"
-#include "library/LibraryFile.h"
+#include "library/store/LibraryFile.h"
 
 #include <QObject>
 #include <QString>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "areas/HubLists.h"
-#include "library/LibraryFile.h"
+#include "library/store/LibraryFile.h"
 
 #include <QObject>
 

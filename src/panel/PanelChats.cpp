@@ -1,7 +1,7 @@
 #include "panel/PanelChats.h"
 
 #include "areas/LibraryAreas.h"
-#include "library/DraftTitle.h"
+#include "library/records/DraftTitle.h"
 #include "panel/NotesThread.h"
 #include "panel/PanelConversation.h"
 #include "panel/PanelHistory.h"

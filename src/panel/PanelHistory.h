@@ -1,7 +1,7 @@
 #pragma once
 
 #include "conversation/VorqMessage.h"
-#include "library/SavedChat.h"
+#include "library/records/SavedChat.h"
 
 #include <optional>
 #include <span>

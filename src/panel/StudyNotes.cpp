@@ -3,7 +3,7 @@
 #include "areas/LibraryAreas.h"
 #include "backend/AccountSession.h"
 #include "backend/VorqAPIService.h"
-#include "library/NoteUpdate.h"
+#include "library/notes/NoteUpdate.h"
 #include "panel/PanelChats.h"
 #include "panel/PanelConversation.h"
 #include "panel/PanelNotices.h"

@@ -1,6 +1,6 @@
 #include "shell/Uninstaller.h"
 
-#include "library/LibraryStore.h"
+#include "library/store/LibraryStore.h"
 #include "platform/AppPaths.h"
 #include "platform/BackendAtLogin.h"
 #include "platform/Defaults.h"

@@ -2,7 +2,7 @@
 
 #include "app/LibraryCommands.h"
 #include "app/Terminal.h"
-#include "library/LibraryStore.h"
+#include "library/store/LibraryStore.h"
 #include "platform/testing/ManualClock.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 // Notes and chats by the built program: real processes, real files.
 
 #include "areas/LibraryAreas.h"
-#include "library/LibraryStore.h"
+#include "library/store/LibraryStore.h"
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"
 

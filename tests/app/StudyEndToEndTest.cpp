@@ -4,7 +4,7 @@
 #include "backend/CurlTransport.h"
 #include "core/BlindCapture.h"
 #include "core/VorqAppState.h"
-#include "library/LibraryStore.h"
+#include "library/store/LibraryStore.h"
 #include "platform/NotesBridge.h"
 #include "platform/portable/SettingsFile.h"
 #include "platform/portable/SystemClock.h"

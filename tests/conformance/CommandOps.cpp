@@ -2,7 +2,7 @@
 #include "capture/PromptAttachment.h"
 #include "conformance/Ops.h"
 #include "conversation/PromptCommands.h"
-#include "library/StudySource.h"
+#include "library/records/StudySource.h"
 #include "panel/PanelRequests.h"
 
 #include <QJsonArray>

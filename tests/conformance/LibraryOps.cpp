@@ -1,10 +1,10 @@
 #include "conformance/Ops.h"
-#include "library/DraftTitle.h"
-#include "library/HubAIChat.h"
-#include "library/HubTask.h"
-#include "library/HubTracker.h"
-#include "library/SavedNote.h"
-#include "library/VorqNoteImport.h"
+#include "library/notes/VorqNoteImport.h"
+#include "library/records/DraftTitle.h"
+#include "library/records/HubAIChat.h"
+#include "library/records/HubTask.h"
+#include "library/records/HubTracker.h"
+#include "library/records/SavedNote.h"
 #include "panel/PanelHistory.h"
 
 #include <QJsonArray>

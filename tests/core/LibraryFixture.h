@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/ConversationFixture.h"
-#include "library/LibraryStore.h"
+#include "library/store/LibraryStore.h"
 
 #include <QDir>
 #include <QFile>

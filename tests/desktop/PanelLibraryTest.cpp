@@ -1,7 +1,7 @@
 // Commands of the panel that save, while another program holds the library.
 
 #include "desktop/PanelProgram.h"
-#include "library/LibraryStore.h"
+#include "library/store/LibraryStore.h"
 
 #include <QDir>
 

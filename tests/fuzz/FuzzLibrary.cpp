@@ -1,11 +1,11 @@
 // Any bytes as a file of the library, of the kind that the first byte says. Nothing crashes, what
 // is read is JSON that another parser reads too, and what is written reads as what it was.
 
-#include "library/HubAIChat.h"
-#include "library/HubTask.h"
-#include "library/HubTracker.h"
-#include "library/SavedChat.h"
-#include "library/SavedNote.h"
+#include "library/records/HubAIChat.h"
+#include "library/records/HubTask.h"
+#include "library/records/HubTracker.h"
+#include "library/records/SavedChat.h"
+#include "library/records/SavedNote.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 // Any bytes as a reply that becomes a note, and as what the notes applications answer.
 
 #include "capture/AppleNotesExport.h"
-#include "library/RtfReader.h"
-#include "library/VorqNoteImport.h"
+#include "library/notes/VorqNoteImport.h"
+#include "library/rtf/RtfReader.h"
 #include "platform/linux/notes/GnoteText.h"
 #include "platform/portable/MarkdownFolderBridge.h"
 #include "support/text/Text.h"

@@ -1,7 +1,7 @@
 // Any bytes as RTF: whatever is read of them must come back when it is written and read again.
 
-#include "library/RtfReader.h"
-#include "library/RtfWriter.h"
+#include "library/rtf/RtfReader.h"
+#include "library/rtf/RtfWriter.h"
 
 #include <cstdint>
 #include <cstdlib>

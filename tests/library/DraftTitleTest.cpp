@@ -1,4 +1,4 @@
-#include "library/DraftTitle.h"
+#include "library/records/DraftTitle.h"
 
 #include <gtest/gtest.h>
 

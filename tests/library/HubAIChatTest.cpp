@@ -1,4 +1,4 @@
-#include "library/HubAIChat.h"
+#include "library/records/HubAIChat.h"
 
 #include <gtest/gtest.h>
 

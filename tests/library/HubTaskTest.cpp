@@ -1,4 +1,4 @@
-#include "library/HubTask.h"
+#include "library/records/HubTask.h"
 
 #include <QStringList>
 

@@ -1,4 +1,4 @@
-#include "library/HubTracker.h"
+#include "library/records/HubTracker.h"
 
 #include <gtest/gtest.h>
 

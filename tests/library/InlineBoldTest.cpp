@@ -1,4 +1,4 @@
-#include "library/InlineBold.h"
+#include "library/richtext/InlineBold.h"
 
 #include <QStringList>
 

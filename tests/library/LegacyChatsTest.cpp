@@ -1,4 +1,4 @@
-#include "library/LegacyChats.h"
+#include "library/records/LegacyChats.h"
 
 #include <gtest/gtest.h>
 

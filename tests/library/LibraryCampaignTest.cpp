@@ -1,7 +1,7 @@
 // Many programs, many kills, every kind of wrong file: whatever was said to be saved is there.
 
-#include "library/LibraryFile.h"
 #include "library/LibraryFolder.h"
+#include "library/store/LibraryFile.h"
 
 #include <QSet>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/LibraryStore.h"
+#include "library/store/LibraryStore.h"
 
 #include <QDir>
 #include <QFile>

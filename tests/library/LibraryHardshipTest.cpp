@@ -1,8 +1,8 @@
 // What the world does to the files of the library: kills, full disks, folders that cannot be
 // written, other processes, files of any size.
 
-#include "library/LibraryFile.h"
 #include "library/LibraryFolder.h"
+#include "library/store/LibraryFile.h"
 
 #include <array>
 #include <climits>

@@ -1,7 +1,7 @@
 // Two programs work on one file, and one of them reads it in steps between which anything happens.
 
-#include "library/LibraryFile.h"
 #include "library/LibraryFolder.h"
+#include "library/store/LibraryFile.h"
 
 #include <QSet>
 

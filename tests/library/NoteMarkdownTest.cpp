@@ -1,6 +1,6 @@
-#include "library/NoteMarkdown.h"
+#include "library/notes/NoteMarkdown.h"
 
-#include "library/VorqNoteImport.h"
+#include "library/notes/VorqNoteImport.h"
 
 #include <gtest/gtest.h>
 

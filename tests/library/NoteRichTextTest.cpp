@@ -1,4 +1,4 @@
-#include "library/NoteRichText.h"
+#include "library/richtext/NoteRichText.h"
 
 #include <gtest/gtest.h>
 

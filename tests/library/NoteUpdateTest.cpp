@@ -1,4 +1,4 @@
-#include "library/NoteUpdate.h"
+#include "library/notes/NoteUpdate.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "library/RecordMerge.h"
-#include "library/SavedNote.h"
+#include "library/store/RecordMerge.h"
+#include "library/records/SavedNote.h"
 
 #include <gmock/gmock.h>
 #include <random>

@@ -1,8 +1,8 @@
 // What is strict and what is lenient in reading any file of the library, shown on notes.
 
-#include "library/HubAIChat.h"
-#include "library/HubTracker.h"
-#include "library/SavedNote.h"
+#include "library/records/HubAIChat.h"
+#include "library/records/HubTracker.h"
+#include "library/records/SavedNote.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "library/RtfReader.h"
+#include "library/rtf/RtfReader.h"
 
 #include <gtest/gtest.h>
 

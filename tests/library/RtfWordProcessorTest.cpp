@@ -1,9 +1,9 @@
 // What real word processors make of our RTF, and we of theirs.
 
-#include "library/NoteTypography.h"
-#include "library/RtfReader.h"
-#include "library/RtfWriter.h"
-#include "library/VorqNoteImport.h"
+#include "library/notes/VorqNoteImport.h"
+#include "library/richtext/NoteTypography.h"
+#include "library/rtf/RtfReader.h"
+#include "library/rtf/RtfWriter.h"
 
 #include <QFile>
 #include <QProcess>

@@ -1,4 +1,4 @@
-#include "library/SavedChat.h"
+#include "library/records/SavedChat.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "library/SavedNote.h"
+#include "library/records/SavedNote.h"
 
 #include <gtest/gtest.h>
 

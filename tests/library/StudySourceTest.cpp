@@ -1,4 +1,4 @@
-#include "library/StudySource.h"
+#include "library/records/StudySource.h"
 
 #include <gtest/gtest.h>
 

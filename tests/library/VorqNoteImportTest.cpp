@@ -1,8 +1,8 @@
-#include "library/VorqNoteImport.h"
+#include "library/notes/VorqNoteImport.h"
 
-#include "library/NoteTypography.h"
-#include "library/RtfReader.h"
-#include "library/RtfWriter.h"
+#include "library/richtext/NoteTypography.h"
+#include "library/rtf/RtfReader.h"
+#include "library/rtf/RtfWriter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "shell/Uninstaller.h"
-#include "library/LibraryStore.h"
+#include "library/store/LibraryStore.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "platform/testing/ScriptedBackendAtLogin.h"
 #include "platform/testing/ScriptedInstallation.h"

@@ -1,7 +1,7 @@
 #include "ui/PanelStage.h"
 #include "ui/Samples.h"
 
-#include "library/SavedChat.h"
+#include "library/records/SavedChat.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

@@ -1,0 +1,16 @@
+#include "library/records/DraftTitle.h"
+
+#include "rendering/AssistantReplyDocument.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
+
+namespace vorq {
+
+QString draftTitle(QStringView text) {
+    constexpr qsizetype longest = 80;
+    const QString line = AssistantReplyDocument::inlinePlain(firstLine(trimmed(text)));
+    const QStringView title = graphemePrefix(trimmed(line), longest);
+    return title.isEmpty() ? QStringLiteral("Vorq") : title.toString();
+}
+
+} // namespace vorq
