@@ -3,7 +3,7 @@
 
 #include "Contest.h"
 #include "ReplyCorpus.h"
-#include "backend/AnalysisStream.h"
+#include "backend/api/AnalysisStream.h"
 #include "panel/MessageList.h"
 #include "panel/ReplyTypewriter.h"
 #include "panel/WorkStatus.h"

@@ -6,7 +6,7 @@
 #include "app/RunningInstance.h"
 #include "app/SettleSession.h"
 #include "app/Terminal.h"
-#include "backend/SignInUrl.h"
+#include "backend/account/SignInUrl.h"
 #include "platform/Workspace.h"
 #include "platform/linux/atspi/HangingBusGuard.h"
 #include "platform/linux/desktop/ProcessStart.h"

@@ -1,6 +1,6 @@
 #include "app/LinkOutcomes.h"
 
-#include "backend/SignInUrl.h"
+#include "backend/account/SignInUrl.h"
 #include "support/text/Text.h"
 
 #include <algorithm>

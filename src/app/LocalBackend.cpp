@@ -1,7 +1,7 @@
 #include "app/LocalBackend.h"
 
 #include "app/Terminal.h"
-#include "backend/BaseURL.h"
+#include "backend/api/BaseURL.h"
 #include "platform/linux/desktop/LinuxBackendAtLogin.h"
 #include "platform/linux/desktop/XdgPaths.h"
 

@@ -1,7 +1,7 @@
 #include "app/OpenCommand.h"
 
-#include "backend/Errors.h"
-#include "backend/SignInUrl.h"
+#include "backend/account/SignInUrl.h"
+#include "backend/http/Errors.h"
 
 #include <QUrl>
 

@@ -1,6 +1,6 @@
 #include "app/SettleSession.h"
 
-#include "backend/AccountSession.h"
+#include "backend/account/AccountSession.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>

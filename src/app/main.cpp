@@ -7,7 +7,7 @@
 #include "app/SettleSession.h"
 #include "app/Terminal.h"
 #include "app/UnixSignals.h"
-#include "backend/CurlTransport.h"
+#include "backend/http/CurlTransport.h"
 #include "core/VorqAppState.h"
 #include "platform/NotesBridge.h"
 #include "platform/linux/atspi/AtSpiSwitch.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backend/AIAnalysis.h"
+#include "backend/api/AIAnalysis.h"
 
 #include <QString>
 #include <QUuid>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "backend/AIAnalysis.h"
-#include "backend/AnalysisStream.h"
+#include "backend/api/AIAnalysis.h"
+#include "backend/api/AnalysisStream.h"
 #include "capture/PromptAttachment.h"
 #include "capture/SelectionCapture.h"
 #include "panel/HeldCapture.h"

@@ -1,10 +1,10 @@
 // The part of the conversation that runs a turn against the backend and takes up its outcome.
 
 #include "areas/Permissions.h"
-#include "backend/AccountSession.h"
-#include "backend/Errors.h"
-#include "backend/ModelCatalogue.h"
-#include "backend/VorqAPIService.h"
+#include "backend/account/AccountSession.h"
+#include "backend/account/ModelCatalogue.h"
+#include "backend/api/VorqAPIService.h"
+#include "backend/http/Errors.h"
 #include "panel/PanelConversation.h"
 #include "panel/StudyContext.h"
 #include "support/text/Graphemes.h"

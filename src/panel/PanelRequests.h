@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backend/Requests.h"
+#include "backend/api/Requests.h"
 #include "capture/PromptAttachment.h"
 #include "conversation/VorqMessage.h"
 

@@ -1,8 +1,8 @@
 #include "panel/StudyNotes.h"
 
 #include "areas/LibraryAreas.h"
-#include "backend/AccountSession.h"
-#include "backend/VorqAPIService.h"
+#include "backend/account/AccountSession.h"
+#include "backend/api/VorqAPIService.h"
 #include "library/notes/NoteUpdate.h"
 #include "panel/PanelChats.h"
 #include "panel/PanelConversation.h"

@@ -1,8 +1,8 @@
 #include "shell/PanelSignIn.h"
 
-#include "backend/AccountSession.h"
-#include "backend/Errors.h"
-#include "backend/SignInUrl.h"
+#include "backend/account/AccountSession.h"
+#include "backend/account/SignInUrl.h"
+#include "backend/http/Errors.h"
 #include "platform/LocalSignIn.h"
 
 #include <utility>

@@ -1,7 +1,7 @@
 #include "shell/UrlRouter.h"
 
-#include "backend/PendingSignIn.h"
-#include "backend/SignInUrl.h"
+#include "backend/account/PendingSignIn.h"
+#include "backend/account/SignInUrl.h"
 #include "shell/ShellNotifications.h"
 
 namespace vorq {

@@ -1,7 +1,7 @@
 // A note is studied against a real backend: the whole state in this process, the backend in one of
 // its own, real sockets and files.
 
-#include "backend/CurlTransport.h"
+#include "backend/http/CurlTransport.h"
 #include "core/BlindCapture.h"
 #include "core/VorqAppState.h"
 #include "library/store/LibraryStore.h"

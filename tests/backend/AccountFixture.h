@@ -1,10 +1,10 @@
 #pragma once
 
-#include "backend/AccountSession.h"
 #include "backend/Awaiting.h"
-#include "backend/PreferredModel.h"
 #include "backend/ScriptedTransport.h"
-#include "backend/VorqAPIService.h"
+#include "backend/account/AccountSession.h"
+#include "backend/account/PreferredModel.h"
+#include "backend/api/VorqAPIService.h"
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "platform/testing/TemporaryPaths.h"

@@ -1,7 +1,7 @@
 #include "backend/AccountFixture.h"
-#include "backend/Session.h"
+#include "backend/api/Session.h"
 
-#include "backend/Session.h"
+#include "backend/api/Session.h"
 #include <QDir>
 
 #include <QSignalSpy>

@@ -1,5 +1,5 @@
 #include "backend/AccountFixture.h"
-#include "backend/BrowserSignIn.h"
+#include "backend/account/BrowserSignIn.h"
 #include "support/async/Wakeup.h"
 
 #include <QSignalSpy>

@@ -1,5 +1,5 @@
-#include "backend/AnalysisStream.h"
-#include "backend/Errors.h"
+#include "backend/api/AnalysisStream.h"
+#include "backend/http/Errors.h"
 
 #include <QStringList>
 

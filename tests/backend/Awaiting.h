@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backend/Errors.h"
+#include "backend/http/Errors.h"
 
 #include <QCoreApplication>
 #include <QCoroTask>

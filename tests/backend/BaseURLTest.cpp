@@ -1,4 +1,4 @@
-#include "backend/BaseURL.h"
+#include "backend/api/BaseURL.h"
 
 #include "platform/testing/TemporaryPaths.h"
 

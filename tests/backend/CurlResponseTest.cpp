@@ -1,6 +1,6 @@
 #include "backend/Awaiting.h"
-#include "backend/CurlTransport.h"
 #include "backend/ScriptedHttpServer.h"
+#include "backend/http/CurlTransport.h"
 #include "platform/testing/ManualClock.h"
 
 #include <QTcpSocket>

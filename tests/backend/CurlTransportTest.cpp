@@ -1,8 +1,8 @@
-#include "backend/CurlTransport.h"
+#include "backend/http/CurlTransport.h"
 
 #include "backend/Awaiting.h"
 #include "backend/ScriptedHttpServer.h"
-#include "backend/VorqAPIService.h"
+#include "backend/api/VorqAPIService.h"
 #include "platform/portable/SystemClock.h"
 #include "platform/testing/ManualClock.h"
 

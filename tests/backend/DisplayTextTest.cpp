@@ -1,4 +1,4 @@
-#include "backend/AIAnalysis.h"
+#include "backend/api/AIAnalysis.h"
 #include "support/json/JsonWriter.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "backend/Awaiting.h"
-#include "backend/CurlTransport.h"
 #include "backend/FloodServer.h"
-#include "backend/VorqAPIService.h"
+#include "backend/api/VorqAPIService.h"
+#include "backend/http/CurlTransport.h"
 #include "platform/portable/SystemClock.h"
 
 #include <QFile>

@@ -1,6 +1,6 @@
-#include "backend/HttpOutcome.h"
-#include "backend/Session.h"
-#include "backend/StudyRecords.h"
+#include "backend/api/HttpOutcome.h"
+#include "backend/api/Session.h"
+#include "backend/api/StudyRecords.h"
 #include "support/json/JsonWriter.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "backend/ModelCatalogue.h"
+#include "backend/account/ModelCatalogue.h"
 
 #include <gtest/gtest.h>
 

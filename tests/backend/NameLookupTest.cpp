@@ -1,5 +1,5 @@
 #include "backend/Awaiting.h"
-#include "backend/CurlTransport.h"
+#include "backend/http/CurlTransport.h"
 #include "platform/testing/ManualClock.h"
 
 #include <gtest/gtest.h>

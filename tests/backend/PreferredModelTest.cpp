@@ -1,5 +1,5 @@
 #include "backend/AccountFixture.h"
-#include "backend/Session.h"
+#include "backend/api/Session.h"
 
 #include <QSignalSpy>
 

@@ -1,6 +1,6 @@
 #include "backend/ScriptedTransport.h"
 
-#include "backend/Errors.h"
+#include "backend/http/Errors.h"
 #include "support/async/Wakeup.h"
 
 #include <QJsonDocument>

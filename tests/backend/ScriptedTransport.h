@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backend/HttpTransport.h"
+#include "backend/http/HttpTransport.h"
 
 #include <QByteArray>
 #include <QString>

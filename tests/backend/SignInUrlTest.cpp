@@ -1,4 +1,4 @@
-#include "backend/SignInUrl.h"
+#include "backend/account/SignInUrl.h"
 
 #include <gmock/gmock.h>
 

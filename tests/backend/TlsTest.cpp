@@ -1,7 +1,7 @@
 #include "backend/Awaiting.h"
-#include "backend/CurlTransport.h"
 #include "backend/ScriptedHttpServer.h"
-#include "backend/VorqAPIService.h"
+#include "backend/api/VorqAPIService.h"
+#include "backend/http/CurlTransport.h"
 #include "platform/testing/ManualClock.h"
 
 #include <QFile>

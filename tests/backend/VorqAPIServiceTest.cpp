@@ -1,4 +1,4 @@
-#include "backend/VorqAPIService.h"
+#include "backend/api/VorqAPIService.h"
 
 #include "backend/Awaiting.h"
 #include "backend/ScriptedTransport.h"

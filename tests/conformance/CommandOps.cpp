@@ -1,4 +1,4 @@
-#include "backend/ModelCatalogue.h"
+#include "backend/account/ModelCatalogue.h"
 #include "capture/PromptAttachment.h"
 #include "conformance/Ops.h"
 #include "conversation/PromptCommands.h"

@@ -2,7 +2,7 @@
 // that has come in whole is lost.
 
 #include "backend/Awaiting.h"
-#include "backend/Session.h"
+#include "backend/api/Session.h"
 #include "core/LibraryFixture.h"
 
 #include <algorithm>

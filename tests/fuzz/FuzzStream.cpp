@@ -1,7 +1,7 @@
 // Any bytes as the body of a streamed reply: how the network cuts them must not matter.
 
-#include "backend/AnalysisStream.h"
-#include "backend/Errors.h"
+#include "backend/api/AnalysisStream.h"
+#include "backend/http/Errors.h"
 #include "support/json/JsonWriter.h"
 
 #include <QStringList>

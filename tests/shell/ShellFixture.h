@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backend/PendingSignIn.h"
+#include "backend/account/PendingSignIn.h"
 #include "core/ConversationFixture.h"
 #include "platform/testing/ScriptedHotKeys.h"
 #include "platform/testing/ScriptedLoginItem.h"

@@ -1,0 +1,73 @@
+#include "backend/account/PreferredModel.h"
+
+#include "backend/account/ModelCatalogue.h"
+#include "backend/api/VorqAPIService.h"
+#include "platform/Defaults.h"
+#include "support/text/Text.h"
+
+#include <QLoggingCategory>
+
+namespace vorq {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+const QString modelKey = u"vorq.preferredAIModel"_s;
+const QString userChosenKey = u"vorq.preferredAIModelUserChosen"_s;
+
+QCoro::Task<> sendModel(VorqAPIService& api, QString token, QString id, std::stop_token stop) {
+    try {
+        co_await api.updatePreferredModel(token, id, stop);
+    } catch (const BackendError& error) {
+        if (stop.stop_requested()) co_return;
+        qWarning("Vorq preferred model sync failed: %s", error.what());
+    }
+}
+
+} // namespace
+
+PreferredModel::PreferredModel(VorqAPIService& api, Defaults& defaults, QObject* parent)
+    : QObject(parent), m_api(api), m_defaults(defaults) {}
+
+PreferredModel::~PreferredModel() = default;
+
+void PreferredModel::setTokenSource(std::function<QString()> tokenSource) {
+    m_tokenSource = std::move(tokenSource);
+}
+
+void PreferredModel::restore() {
+    const std::optional<QString> stored = m_defaults.string(modelKey);
+    if (stored) setPreferredAIModelID(VorqAIModelOption::contains(*stored) ? *stored : QString());
+}
+
+void PreferredModel::selectPreferredAIModel(const QString& id) {
+    const QString known = VorqAIModelOption::contains(id) ? id : QString();
+    setPreferredAIModelID(known);
+    m_defaults.setBoolean(userChosenKey, true);
+    persistPreferredModel(known);
+}
+
+void PreferredModel::persistPreferredModel(const QString& id) {
+    const QString token = m_tokenSource ? m_tokenSource() : QString();
+    if (trimmed(token).isEmpty()) return;
+    // A choice that is still on its way is overtaken by this one.
+    m_sync.restart([&api = m_api, token, id](std::stop_token stop) {
+        return sendModel(api, token, id, std::move(stop));
+    });
+}
+
+void PreferredModel::applyPreferredModelFromSession(const Session& session) {
+    const bool userChosen = m_defaults.boolean(userChosenKey).value_or(false);
+    const QString id =
+        modelFromSession(userChosen, m_preferredAIModelID, session.preferredModel, session.useCase);
+    if (id != m_preferredAIModelID) setPreferredAIModelID(id);
+}
+
+void PreferredModel::setPreferredAIModelID(const QString& id) {
+    const bool changed = id != m_preferredAIModelID;
+    m_preferredAIModelID = id.isNull() ? u""_s : id;
+    m_defaults.keepString(modelKey, m_preferredAIModelID);
+    if (changed) emit preferredAIModelIDChanged();
+}
+
+} // namespace vorq
