@@ -1,8 +1,8 @@
 #pragma once
 
-#include "capture/CaptureLog.h"
-#include "capture/CaptureSurroundings.h"
-#include "capture/TextCaptureService.h"
+#include "capture/selection/CaptureLog.h"
+#include "capture/selection/CaptureSurroundings.h"
+#include "capture/selection/TextCaptureService.h"
 #include "platform/linux/atspi/AtSpiAccessibility.h"
 #include "platform/linux/x11/X11PrimarySelection.h"
 

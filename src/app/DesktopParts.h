@@ -1,9 +1,9 @@
 #pragma once
 
 #include "areas/Permissions.h"
-#include "capture/SelectionCapture.h"
-#include "shell/FrontmostTracker.h"
-#include "shell/NoteCaptureFlow.h"
+#include "capture/notes/NoteCaptureFlow.h"
+#include "capture/selection/SelectionCapture.h"
+#include "capture/source/FrontmostTracker.h"
 #include "shell/PanelPresence.h"
 
 #include <functional>

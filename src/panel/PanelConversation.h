@@ -2,8 +2,8 @@
 
 #include "backend/api/AIAnalysis.h"
 #include "backend/api/AnalysisStream.h"
-#include "capture/PromptAttachment.h"
-#include "capture/SelectionCapture.h"
+#include "capture/attachments/PromptAttachment.h"
+#include "capture/selection/SelectionCapture.h"
 #include "panel/HeldCapture.h"
 #include "panel/LocalRoutes.h"
 #include "panel/MessageList.h"

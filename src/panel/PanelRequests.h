@@ -1,7 +1,7 @@
 #pragma once
 
 #include "backend/api/Requests.h"
-#include "capture/PromptAttachment.h"
+#include "capture/attachments/PromptAttachment.h"
 #include "conversation/VorqMessage.h"
 
 #include <QList>

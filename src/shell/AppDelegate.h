@@ -1,7 +1,7 @@
 #pragma once
 
+#include "capture/source/FrontmostTracker.h"
 #include "shell/Alert.h"
-#include "shell/FrontmostTracker.h"
 #include "shell/HotKeyHandler.h"
 #include "shell/NoteHotKeys.h"
 #include "shell/PanelHold.h"

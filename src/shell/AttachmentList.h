@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/PromptAttachment.h"
+#include "capture/attachments/PromptAttachment.h"
 
 #include <QAbstractListModel>
 

@@ -1,6 +1,6 @@
 #include "shell/NoteHotKeys.h"
 
-#include "shell/FrontmostTracker.h"
+#include "capture/source/FrontmostTracker.h"
 
 #include <utility>
 

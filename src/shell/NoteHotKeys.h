@@ -1,7 +1,7 @@
 #pragma once
 
+#include "capture/notes/NoteCaptureFlow.h"
 #include "shell/HotKeyHandler.h"
-#include "shell/NoteCaptureFlow.h"
 #include "support/async/TaskSlot.h"
 
 #include <QObject>

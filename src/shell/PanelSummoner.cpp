@@ -1,7 +1,7 @@
 #include "shell/PanelSummoner.h"
 
+#include "capture/source/FrontmostTracker.h"
 #include "core/VorqAppState.h"
-#include "shell/FrontmostTracker.h"
 
 #include <utility>
 

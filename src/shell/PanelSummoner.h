@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/SelectionCapture.h"
+#include "capture/selection/SelectionCapture.h"
 #include "platform/ProcessId.h"
 #include "platform/Workspace.h"
 #include "shell/PanelHold.h"

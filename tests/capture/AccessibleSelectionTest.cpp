@@ -1,4 +1,4 @@
-#include "capture/AccessibleSelection.h"
+#include "capture/selection/AccessibleSelection.h"
 #include "platform/testing/ScriptedAccessibility.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/TextCaptureService.h"
+#include "capture/selection/TextCaptureService.h"
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "platform/testing/ScriptedAccessibility.h"

@@ -1,4 +1,4 @@
-#include "capture/CaptureLog.h"
+#include "capture/selection/CaptureLog.h"
 #include "platform/testing/ManualClock.h"
 
 #include <QFile>

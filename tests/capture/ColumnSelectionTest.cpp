@@ -1,4 +1,4 @@
-#include "capture/ColumnSelection.h"
+#include "capture/selection/ColumnSelection.h"
 #include "capture/CaptureFixture.h"
 
 namespace vorq {

@@ -1,5 +1,5 @@
-#include "capture/LinuxApplications.h"
-#include "capture/SourceApplication.h"
+#include "capture/source/LinuxApplications.h"
+#include "capture/source/SourceApplication.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "capture/PromptAttachment.h"
+#include "capture/attachments/PromptAttachment.h"
 
 #include <QFile>
 #include <QStringEncoder>

@@ -1,7 +1,7 @@
 // What reads like a secret, measured on a corpus: what people highlight one word of, and what
 // passwords, keys and tokens look like. All secrets here are made up.
 
-#include "capture/SecretText.h"
+#include "capture/selection/SecretText.h"
 
 #include <QStringList>
 

@@ -1,4 +1,4 @@
-#include "capture/SelectionPlacement.h"
+#include "capture/selection/SelectionPlacement.h"
 
 #include <gmock/gmock.h>
 

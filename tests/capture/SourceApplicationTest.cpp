@@ -1,4 +1,4 @@
-#include "capture/SourceApplication.h"
+#include "capture/source/SourceApplication.h"
 
 #include <gmock/gmock.h>
 

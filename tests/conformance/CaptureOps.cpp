@@ -1,8 +1,8 @@
-#include "capture/AccessibleSelection.h"
-#include "capture/AppleNotesExport.h"
-#include "capture/SelectionBounds.h"
-#include "capture/SelectionPlacement.h"
-#include "capture/SourceApplication.h"
+#include "capture/notes/AppleNotesExport.h"
+#include "capture/selection/AccessibleSelection.h"
+#include "capture/selection/SelectionBounds.h"
+#include "capture/selection/SelectionPlacement.h"
+#include "capture/source/SourceApplication.h"
 #include "conformance/Ops.h"
 #include "platform/testing/ScriptedAccessibility.h"
 

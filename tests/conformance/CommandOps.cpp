@@ -1,5 +1,5 @@
 #include "backend/account/ModelCatalogue.h"
-#include "capture/PromptAttachment.h"
+#include "capture/attachments/PromptAttachment.h"
 #include "conformance/Ops.h"
 #include "conversation/PromptCommands.h"
 #include "library/records/StudySource.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/SelectionCapture.h"
+#include "capture/selection/SelectionCapture.h"
 
 namespace vorq {
 

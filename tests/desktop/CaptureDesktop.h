@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/AccessibleSelection.h"
+#include "capture/selection/AccessibleSelection.h"
 #include "desktop/Applications.h"
 #include "desktop/DesktopSession.h"
 #include "platform/linux/atspi/AtSpiAccessibility.h"

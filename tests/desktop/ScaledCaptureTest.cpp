@@ -1,6 +1,6 @@
 // Places in applications of a screen with two pixels to a point.
 
-#include "capture/SelectionBounds.h"
+#include "capture/selection/SelectionBounds.h"
 #include "desktop/CaptureDesktop.h"
 
 namespace vorq::desktop {

@@ -1,6 +1,6 @@
 // Any bytes as a reply that becomes a note, and as what the notes applications answer.
 
-#include "capture/AppleNotesExport.h"
+#include "capture/notes/AppleNotesExport.h"
 #include "library/notes/VorqNoteImport.h"
 #include "library/rtf/RtfReader.h"
 #include "platform/linux/notes/GnoteText.h"

@@ -1,4 +1,4 @@
-#include "shell/FrontmostTracker.h"
+#include "capture/source/FrontmostTracker.h"
 
 #include "platform/testing/ScriptedWorkspace.h"
 

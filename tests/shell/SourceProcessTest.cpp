@@ -1,4 +1,4 @@
-#include "shell/SourceProcess.h"
+#include "capture/source/SourceProcess.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "capture/SelectionBounds.h"
+#include "capture/selection/SelectionBounds.h"
 
 #include <algorithm>
 #include <array>

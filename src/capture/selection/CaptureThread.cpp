@@ -1,4 +1,4 @@
-#include "capture/CaptureThread.h"
+#include "capture/selection/CaptureThread.h"
 
 #include "support/async/Wakeup.h"
 

@@ -1,4 +1,4 @@
-#include "capture/PromptAttachment.h"
+#include "capture/attachments/PromptAttachment.h"
 
 #include "support/text/Graphemes.h"
 #include "support/text/Text.h"

@@ -1,4 +1,4 @@
-#include "capture/AppleNotesExport.h"
+#include "capture/notes/AppleNotesExport.h"
 
 #include "support/text/Text.h"
 

@@ -1,4 +1,4 @@
-#include "capture/ExcludedApplications.h"
+#include "capture/source/ExcludedApplications.h"
 
 #include "platform/Defaults.h"
 

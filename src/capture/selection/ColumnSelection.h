@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/AccessibleSelection.h"
+#include "capture/selection/AccessibleSelection.h"
 
 #include <QStringList>
 #include <QStringView>

@@ -1,6 +1,6 @@
-#include "capture/SelectionSnapshot.h"
+#include "capture/selection/SelectionSnapshot.h"
 
-#include "capture/CapturedText.h"
+#include "capture/selection/CapturedText.h"
 #include "support/text/Text.h"
 
 namespace vorq {

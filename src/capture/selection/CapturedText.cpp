@@ -1,6 +1,6 @@
-#include "capture/CapturedText.h"
+#include "capture/selection/CapturedText.h"
 
-#include "capture/SecretText.h"
+#include "capture/selection/SecretText.h"
 
 namespace vorq {
 

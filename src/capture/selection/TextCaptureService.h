@@ -1,12 +1,12 @@
 #pragma once
 
-#include "capture/CaptureLog.h"
-#include "capture/CaptureSurroundings.h"
-#include "capture/CaptureThread.h"
-#include "capture/CopyShortcut.h"
-#include "capture/ExcludedApplications.h"
-#include "capture/SelectionCapture.h"
-#include "capture/SelectionSnapshot.h"
+#include "capture/selection/CaptureLog.h"
+#include "capture/selection/CaptureSurroundings.h"
+#include "capture/selection/CaptureThread.h"
+#include "capture/selection/CopyShortcut.h"
+#include "capture/selection/SelectionCapture.h"
+#include "capture/selection/SelectionSnapshot.h"
+#include "capture/source/ExcludedApplications.h"
 #include "platform/PrimarySelection.h"
 #include "platform/Workspace.h"
 

@@ -1,4 +1,4 @@
-#include "capture/SecretText.h"
+#include "capture/selection/SecretText.h"
 
 #include "support/text/Text.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/SelectionPlacement.h"
+#include "capture/selection/SelectionPlacement.h"
 
 #include <QCoroTask>
 #include <QPointF>

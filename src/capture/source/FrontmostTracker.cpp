@@ -1,6 +1,6 @@
-#include "shell/FrontmostTracker.h"
+#include "capture/source/FrontmostTracker.h"
 
-#include "shell/SourceProcess.h"
+#include "capture/source/SourceProcess.h"
 
 #include <utility>
 

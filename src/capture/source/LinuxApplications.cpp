@@ -1,4 +1,4 @@
-#include "capture/LinuxApplications.h"
+#include "capture/source/LinuxApplications.h"
 
 #include <QString>
 

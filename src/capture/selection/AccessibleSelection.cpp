@@ -1,6 +1,6 @@
-#include "capture/AccessibleSelection.h"
+#include "capture/selection/AccessibleSelection.h"
 
-#include "capture/SelectionBounds.h"
+#include "capture/selection/SelectionBounds.h"
 #include "support/text/Graphemes.h"
 #include "support/text/Text.h"
 

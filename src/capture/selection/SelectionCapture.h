@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/CapturedText.h"
+#include "capture/selection/CapturedText.h"
 #include "platform/ProcessId.h"
 
 #include <QCoroTask>

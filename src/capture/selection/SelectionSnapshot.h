@@ -1,7 +1,7 @@
 #pragma once
 
-#include "capture/AccessibleSelection.h"
-#include "capture/SelectionPlacement.h"
+#include "capture/selection/AccessibleSelection.h"
+#include "capture/selection/SelectionPlacement.h"
 
 #include <QPointF>
 #include <QRectF>

@@ -1,6 +1,6 @@
-#include "capture/SourceApplication.h"
+#include "capture/source/SourceApplication.h"
 
-#include "capture/LinuxApplications.h"
+#include "capture/source/LinuxApplications.h"
 
 #include <QString>
 

@@ -1,8 +1,8 @@
-#include "capture/TextCaptureService.h"
+#include "capture/selection/TextCaptureService.h"
 
-#include "capture/ColumnSelection.h"
-#include "capture/LinuxApplications.h"
-#include "capture/SourceApplication.h"
+#include "capture/selection/ColumnSelection.h"
+#include "capture/source/LinuxApplications.h"
+#include "capture/source/SourceApplication.h"
 #include "support/text/Text.h"
 
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-#include "capture/CaptureLog.h"
+#include "capture/selection/CaptureLog.h"
 
 #include "support/Date.h"
 
