@@ -5,8 +5,8 @@
 #include "platform/linux/desktop/XdgLoginItem.h"
 #include "platform/linux/desktop/XdgPaths.h"
 #include "platform/portable/SettingsFile.h"
-#include "shell/AlertBox.h"
-#include "shell/Uninstaller.h"
+#include "shell/application/Uninstaller.h"
+#include "shell/dialogs/AlertBox.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>

@@ -1,8 +1,8 @@
 #include "app/DesktopPanel.h"
 
 #include "core/VorqAppState.h"
-#include "shell/ShellNotifications.h"
-#include "shell/TextScale.h"
+#include "shell/look/TextScale.h"
+#include "shell/notices/ShellNotifications.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>

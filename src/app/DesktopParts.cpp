@@ -9,7 +9,7 @@
 #include "platform/linux/wayland/WaylandWorkspace.h"
 #include "platform/linux/x11/X11Screens.h"
 #include "platform/linux/x11/X11Workspace.h"
-#include "shell/DeferredPanel.h"
+#include "shell/window/DeferredPanel.h"
 #include "ui/UiContext.h"
 
 namespace vorq {

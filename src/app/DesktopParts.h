@@ -4,7 +4,7 @@
 #include "capture/notes/NoteCaptureFlow.h"
 #include "capture/selection/SelectionCapture.h"
 #include "capture/source/FrontmostTracker.h"
-#include "shell/PanelPresence.h"
+#include "shell/window/PanelPresence.h"
 
 #include <functional>
 #include <memory>

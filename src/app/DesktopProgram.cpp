@@ -6,9 +6,9 @@
 #include "platform/linux/desktop/DesktopEntries.h"
 #include "platform/linux/desktop/UrlScheme.h"
 #include "platform/linux/x11/X11InputWatch.h"
-#include "shell/AlertBox.h"
-#include "shell/StatusGlyphs.h"
-#include "shell/TextScale.h"
+#include "shell/dialogs/AlertBox.h"
+#include "shell/look/StatusGlyphs.h"
+#include "shell/look/TextScale.h"
 
 #include <QApplication>
 

@@ -13,12 +13,12 @@
 #include "platform/linux/x11/X11HotKeys.h"
 #include "platform/portable/SettingsFile.h"
 #include "platform/portable/SystemClock.h"
-#include "shell/AppDelegate.h"
-#include "shell/ApplicationFont.h"
-#include "shell/ApplicationHost.h"
-#include "shell/ApplicationPalette.h"
-#include "shell/BackendAtLoginChoice.h"
-#include "shell/TrayStatusItem.h"
+#include "shell/application/AppDelegate.h"
+#include "shell/application/ApplicationHost.h"
+#include "shell/application/BackendAtLoginChoice.h"
+#include "shell/look/ApplicationFont.h"
+#include "shell/look/ApplicationPalette.h"
+#include "shell/status/TrayStatusItem.h"
 
 #include <QObject>
 

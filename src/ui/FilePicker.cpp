@@ -1,6 +1,6 @@
 #include "ui/FilePicker.h"
 
-#include "shell/PanelViewModel.h"
+#include "shell/panel/PanelViewModel.h"
 
 #include <QFileDialog>
 

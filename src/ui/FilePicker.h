@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/PanelHold.h"
+#include "shell/window/PanelHold.h"
 
 #include <QObject>
 #include <QPointer>

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "shell/AttachableNotes.h"
-#include "shell/AttachmentList.h"
-#include "shell/ColorDialog.h"
-#include "shell/PanelLook.h"
-#include "shell/PanelSelectionBridge.h"
-#include "shell/PanelSignIn.h"
-#include "shell/PanelViewModel.h"
+#include "shell/dialogs/ColorDialog.h"
+#include "shell/look/PanelLook.h"
+#include "shell/panel/AttachableNotes.h"
+#include "shell/panel/AttachmentList.h"
+#include "shell/panel/PanelSelectionBridge.h"
+#include "shell/panel/PanelSignIn.h"
+#include "shell/panel/PanelViewModel.h"
 
 #include <QtQml/qqml.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "shell/PanelLook.h"
-#include "shell/PanelViewModel.h"
+#include "shell/look/PanelLook.h"
+#include "shell/panel/PanelViewModel.h"
 
 #include <QObject>
 #include <QPointer>

@@ -1,8 +1,8 @@
 #include "capture/source/SourceProcess.h"
 #include "conformance/Ops.h"
 #include "platform/ProcessId.h"
-#include "shell/HexColor.h"
-#include "shell/PanelDock.h"
+#include "shell/look/HexColor.h"
+#include "shell/window/PanelDock.h"
 
 #include <QJsonArray>
 

@@ -1,4 +1,4 @@
-#include "shell/AlertBox.h"
+#include "shell/dialogs/AlertBox.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,7 +1,7 @@
-#include "shell/ApplicationPalette.h"
+#include "shell/look/ApplicationPalette.h"
 #include "platform/testing/MemoryDefaults.h"
-#include "shell/ApplicationFont.h"
-#include "shell/Contrast.h"
+#include "shell/look/ApplicationFont.h"
+#include "shell/look/Contrast.h"
 
 #include <QApplication>
 #include <QMenu>

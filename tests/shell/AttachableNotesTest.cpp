@@ -1,6 +1,6 @@
-#include "shell/AttachableNotes.h"
+#include "shell/panel/AttachableNotes.h"
 #include "core/ConversationFixture.h"
-#include "shell/PanelViewModel.h"
+#include "shell/panel/PanelViewModel.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -1,4 +1,4 @@
-#include "shell/AttachmentList.h"
+#include "shell/panel/AttachmentList.h"
 
 #include <QAbstractItemModelTester>
 

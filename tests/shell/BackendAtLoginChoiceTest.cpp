@@ -1,6 +1,6 @@
 // The local backend at login, as the menu shows it and the user chooses it.
 
-#include "shell/BackendAtLoginChoice.h"
+#include "shell/application/BackendAtLoginChoice.h"
 #include "platform/testing/ScriptedBackendAtLogin.h"
 #include "shell/ShellFixture.h"
 

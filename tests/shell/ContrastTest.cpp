@@ -1,4 +1,4 @@
-#include "shell/Contrast.h"
+#include "shell/look/Contrast.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The panel that is made after the launch.
 
-#include "shell/DeferredPanel.h"
+#include "shell/window/DeferredPanel.h"
 
 #include "platform/testing/ManualClock.h"
 #include "shell/RecordedPanel.h"

@@ -1,4 +1,4 @@
-#include "shell/FocusLoss.h"
+#include "shell/window/FocusLoss.h"
 
 #include "platform/testing/ManualClock.h"
 

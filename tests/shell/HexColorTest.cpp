@@ -1,4 +1,4 @@
-#include "shell/HexColor.h"
+#include "shell/look/HexColor.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
-#include "shell/OutsidePresses.h"
+#include "shell/window/OutsidePresses.h"
 
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/ScriptedPresses.h"
-#include "shell/ShellNotifications.h"
+#include "shell/notices/ShellNotifications.h"
 
 #include <gtest/gtest.h>
 

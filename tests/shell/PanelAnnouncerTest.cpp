@@ -1,4 +1,4 @@
-#include "shell/PanelAnnouncer.h"
+#include "shell/panel/PanelAnnouncer.h"
 #include "core/ConversationFixture.h"
 
 #include <QSignalSpy>

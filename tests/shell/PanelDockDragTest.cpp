@@ -1,4 +1,4 @@
-#include "shell/PanelDock.h"
+#include "shell/window/PanelDock.h"
 
 #include <gmock/gmock.h>
 

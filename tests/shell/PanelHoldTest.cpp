@@ -1,4 +1,4 @@
-#include "shell/PanelHold.h"
+#include "shell/window/PanelHold.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "shell/PanelLook.h"
+#include "shell/look/PanelLook.h"
 #include "areas/AppearanceSettings.h"
 #include "platform/testing/MemoryDefaults.h"
-#include "shell/Contrast.h"
-#include "shell/TextScale.h"
+#include "shell/look/Contrast.h"
+#include "shell/look/TextScale.h"
 
 #include <gmock/gmock.h>
 

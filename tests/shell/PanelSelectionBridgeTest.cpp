@@ -1,4 +1,4 @@
-#include "shell/PanelSelectionBridge.h"
+#include "shell/panel/PanelSelectionBridge.h"
 
 #include <gmock/gmock.h>
 

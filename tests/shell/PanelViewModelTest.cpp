@@ -1,7 +1,7 @@
-#include "shell/PanelViewModel.h"
+#include "shell/panel/PanelViewModel.h"
 #include "core/ConversationFixture.h"
-#include "shell/Advice.h"
 #include "shell/ScriptedPermissionProbe.h"
+#include "shell/notices/Advice.h"
 
 #include <QFile>
 #include <QSignalSpy>

@@ -5,8 +5,8 @@
 #include "platform/testing/ScriptedPresses.h"
 #include "platform/testing/ScriptedScreens.h"
 #include "platform/testing/ScriptedWorkspace.h"
-#include "shell/PanelWindowController.h"
-#include "shell/ShellNotifications.h"
+#include "shell/notices/ShellNotifications.h"
+#include "shell/window/PanelWindowController.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/PanelPresence.h"
+#include "shell/window/PanelPresence.h"
 
 #include <QStringList>
 

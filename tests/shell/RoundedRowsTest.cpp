@@ -1,4 +1,4 @@
-#include "shell/RoundedRows.h"
+#include "shell/look/RoundedRows.h"
 
 #include <gmock/gmock.h>
 

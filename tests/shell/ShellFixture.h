@@ -5,10 +5,10 @@
 #include "platform/testing/ScriptedHotKeys.h"
 #include "platform/testing/ScriptedLoginItem.h"
 #include "platform/testing/ScriptedWorkspace.h"
-#include "shell/AppDelegate.h"
-#include "shell/ApplicationHost.h"
 #include "shell/LogLines.h"
 #include "shell/RecordedPanel.h"
+#include "shell/application/AppDelegate.h"
+#include "shell/application/ApplicationHost.h"
 
 #include <QUrl>
 

@@ -1,4 +1,4 @@
-#include "shell/StatusFlash.h"
+#include "shell/status/StatusFlash.h"
 #include "platform/testing/ManualClock.h"
 
 #include <gmock/gmock.h>

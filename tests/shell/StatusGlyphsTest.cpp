@@ -1,4 +1,4 @@
-#include "shell/StatusGlyphs.h"
+#include "shell/look/StatusGlyphs.h"
 
 #include <QColor>
 #include <QImage>

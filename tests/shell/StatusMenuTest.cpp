@@ -1,8 +1,8 @@
-#include "shell/StatusMenu.h"
+#include "shell/status/StatusMenu.h"
 #include "core/ConversationFixture.h"
-#include "shell/Advice.h"
 #include "shell/MenuPress.h"
 #include "shell/ScriptedPermissionProbe.h"
+#include "shell/notices/Advice.h"
 
 #include <QActionGroup>
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "shell/Uninstaller.h"
+#include "shell/application/Uninstaller.h"
 #include "library/store/LibraryStore.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "platform/testing/ScriptedBackendAtLogin.h"

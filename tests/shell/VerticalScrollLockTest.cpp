@@ -1,4 +1,4 @@
-#include "shell/VerticalScrollLock.h"
+#include "shell/panel/VerticalScrollLock.h"
 
 #include <gmock/gmock.h>
 

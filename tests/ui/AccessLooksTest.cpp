@@ -5,7 +5,7 @@
 #include "ui/reply/ReplyView.h"
 
 #include "areas/AppearanceSettings.h"
-#include "shell/Contrast.h"
+#include "shell/look/Contrast.h"
 
 #include <QHash>
 #include <QImage>

@@ -8,8 +8,8 @@
 #include "platform/testing/MemoryDefaults.h"
 #include "platform/testing/ScriptedLocalSignIn.h"
 #include "platform/testing/TemporaryPaths.h"
-#include "shell/PanelLook.h"
-#include "shell/PanelViewModel.h"
+#include "shell/look/PanelLook.h"
+#include "shell/panel/PanelViewModel.h"
 #include "ui/UiContext.h"
 
 #include <QQmlEngine>

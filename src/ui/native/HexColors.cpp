@@ -1,7 +1,7 @@
 #include "ui/native/HexColors.h"
 
-#include "shell/Contrast.h"
-#include "shell/HexColor.h"
+#include "shell/look/Contrast.h"
+#include "shell/look/HexColor.h"
 #include "support/text/Text.h"
 
 namespace vorq {

@@ -1,6 +1,6 @@
 #include "ui/native/ScrollLock.h"
 
-#include "shell/VerticalScrollLock.h"
+#include "shell/panel/VerticalScrollLock.h"
 #include "ui/native/SidewaysScrolling.h"
 
 #include <QCoreApplication>

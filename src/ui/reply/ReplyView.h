@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/PanelSelectionBridge.h"
+#include "shell/panel/PanelSelectionBridge.h"
 #include "ui/native/SidewaysScrolling.h"
 #include "ui/reply/ReplyBlocks.h"
 #include "ui/reply/ReplyCodes.h"

@@ -8,9 +8,9 @@
 #include "platform/linux/x11/X11Workspace.h"
 #include "platform/portable/SystemClock.h"
 #include "platform/testing/MemoryDefaults.h"
-#include "shell/PanelWindowController.h"
-#include "shell/QuickPanelWindow.h"
-#include "shell/ShellNotifications.h"
+#include "shell/notices/ShellNotifications.h"
+#include "shell/window/PanelWindowController.h"
+#include "shell/window/QuickPanelWindow.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>

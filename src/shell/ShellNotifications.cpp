@@ -1,1 +1,0 @@
-#include "shell/ShellNotifications.h" // its signals are generated

@@ -1,1 +1,0 @@
-#include "shell/StatusItem.h" // its signals are generated

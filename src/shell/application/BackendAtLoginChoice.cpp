@@ -1,0 +1,40 @@
+#include "shell/application/BackendAtLoginChoice.h"
+
+#include "shell/notices/Alert.h"
+#include "shell/status/StatusItem.h"
+
+#include <utility>
+
+namespace vorq {
+
+BackendAtLoginChoice::BackendAtLoginChoice(std::shared_ptr<BackendAtLogin> backend,
+                                           StatusItem& item, ShowAlert showAlert)
+    : m_backend(std::move(backend)), m_item(item), m_showAlert(std::move(showAlert)) {
+    m_thread.setMaxThreadCount(1);
+    connect(&m_item, &StatusItem::menuWillOpen, this, &BackendAtLoginChoice::refresh);
+    connect(&m_item, &StatusItem::backendAtLoginChosen, this, &BackendAtLoginChoice::choose);
+}
+
+void BackendAtLoginChoice::refresh() {
+    m_item.setBackendAtLogin({.isOffered = m_backend->offered().has_value(),
+                              .isOn = m_backend->isOn(),
+                              .isBusy = m_isBusy});
+}
+
+// Systemd, and the backend that is started, take their time.
+void BackendAtLoginChoice::choose(bool isOn) {
+    if (std::exchange(m_isBusy, true)) return;
+    m_thread.start([this, backend = m_backend, isOn] {
+        const auto outcome = isOn ? backend->switchOn() : backend->switchOff();
+        QMetaObject::invokeMethod(this, [this, outcome] { finish(outcome); }, Qt::QueuedConnection);
+    });
+}
+
+void BackendAtLoginChoice::finish(const BackendAtLogin::Outcome& outcome) {
+    m_isBusy = false;
+    refresh();
+    if (outcome) return;
+    m_showAlert({QStringLiteral("The local backend"), outcome.error(), {QStringLiteral("OK")}});
+}
+
+} // namespace vorq

@@ -1,0 +1,84 @@
+#include "shell/application/Uninstaller.h"
+
+#include "library/store/LibraryStore.h"
+#include "platform/AppPaths.h"
+#include "platform/BackendAtLogin.h"
+#include "platform/Defaults.h"
+#include "platform/Installation.h"
+#include "platform/LoginItem.h"
+#include "support/files/Discard.h"
+
+#include <QFileInfo>
+
+#include <map>
+
+namespace vorq {
+namespace {
+
+using Removal = std::expected<void, QString> (*)(const QString& path);
+
+// What could not be removed, by the reason. An installation fails as a whole.
+class Failures {
+  public:
+    void remove(const QString& path, Removal removal) {
+        const auto outcome = removal(path);
+        if (outcome) return;
+        qWarning("Vorq could not remove %s: %s", qUtf8Printable(path),
+                 qUtf8Printable(outcome.error()));
+        m_paths[outcome.error()] += path;
+    }
+
+    [[nodiscard]] QStringList sentences() const {
+        QStringList all;
+        for (const auto& [reason, paths] : m_paths)
+            all += paths.size() == 1 ? QStringLiteral("%1: %2").arg(paths.front(), reason)
+                                     : QStringLiteral("%1 and %2 more: %3")
+                                           .arg(paths.front())
+                                           .arg(paths.size() - 1)
+                                           .arg(reason);
+        return all;
+    }
+
+  private:
+    std::map<QString, QStringList> m_paths;
+};
+
+} // namespace
+
+QStringList Uninstaller::uninstall() const {
+    // While all of it is there to be looked at.
+    const QStringList advice = m_ports.installation.advice();
+    QStringList left;
+    unregisterOpenAtLogin(left);
+    removeBackend(left);
+    Failures failures;
+    for (const QString& file : m_ports.installation.files())
+        failures.remove(file, discard);
+    const QString library = LibraryStore::folderIn(m_ports.paths.applicationSupportFolder());
+    failures.remove(QFileInfo(library).path(), discard);
+    failures.remove(m_ports.paths.cacheFolder(), removeForGood);
+    if (const auto erased = m_ports.defaults.erase(); !erased) {
+        qWarning("Vorq could not remove its settings: %s", qUtf8Printable(erased.error()));
+        left += erased.error();
+    }
+    // With what the user or the backend keeps beside the settings.
+    failures.remove(m_ports.paths.settingsFolder(), discard);
+    return left + failures.sentences() + advice;
+}
+
+void Uninstaller::unregisterOpenAtLogin(QStringList& left) const {
+    const auto outcome = m_ports.loginItem.unregisterAtLogin();
+    if (outcome) return;
+    qWarning("Vorq Open at Login unregister failed: %s", qUtf8Printable(outcome.error()));
+    left += QStringLiteral("The start at login: %1").arg(outcome.error());
+}
+
+// Before its program and its accounts go.
+void Uninstaller::removeBackend(QStringList& left) const {
+    const auto outcome = m_ports.backend.remove();
+    if (outcome) return;
+    qWarning("Vorq could not remove the local backend: %s", qUtf8Printable(outcome.error()));
+    left += outcome.error();
+}
+
+} // namespace vorq

@@ -1,0 +1,1 @@
+#include "shell/notices/ShellNotifications.h" // its signals are generated

@@ -1,0 +1,1 @@
+#include "shell/status/StatusItem.h" // its signals are generated

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "shell/hotkeys/HotKeyTable.h"
+#include "shell/look/StatusImage.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <set>
+
+namespace vorq {
+
+class VorqAppState;
+
+/// What the menu says of the backend on this computer.
+struct BackendAtLoginEntry {
+    bool isOffered = false;
+    bool isOn = false;
+    bool isBusy = false; ///< something is being done about it, so that nothing can be chosen
+
+    bool operator==(const BackendAtLoginEntry&) const = default;
+};
+
+/// Vorq's one permanent presence: a glyph among those of the system, with a menu. Main thread only.
+class StatusItem : public QObject {
+    Q_OBJECT
+
+  public:
+    using QObject::QObject;
+
+    virtual void installStatusItem() = 0;
+
+    /// The menu shows this state from now on; it must outlive the item.
+    virtual void bindAppState(VorqAppState& state) = 0;
+
+    /// Lines about hot keys that are not to be had; none for all is well.
+    virtual void setHotKeyNotices(const QStringList& notices) = 0;
+
+    /// The hot keys that the menu shows beside what they do.
+    virtual void setHotKeys(const std::set<HotKeyAction>& registered) = 0;
+
+    /// Whether notes can be made of what is highlighted; the menu has the commands only then.
+    virtual void setOffersNotes(bool offersNotes) = 0;
+
+    /// At first it is not offered.
+    virtual void setBackendAtLogin(const BackendAtLoginEntry& entry) = 0;
+
+    virtual void openMenu() = 0;
+
+    /// Shows an image in place of the glyph for a moment.
+    virtual void flashStatusImage(StatusImage image) = 0;
+
+  signals:
+    void menuWillOpen();
+    void menuDidClose();
+
+    // What was chosen in the menu.
+    void accessibilityChosen();
+    void toggleVorqChosen();
+    void saveChatChosen();
+    void saveHighlightChosen();
+    void pushNoteDraftChosen();
+    void clearChatChosen();
+    void backendAtLoginChosen(bool isOn);
+    void signOutChosen();
+    void deleteVorqChosen();
+    void quitChosen();
+
+    // The user is choosing a colour of the panel, and has done so.
+    void colorEditBegan();
+    void colorEditEnded();
+};
+
+} // namespace vorq

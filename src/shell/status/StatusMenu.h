@@ -1,0 +1,77 @@
+#pragma once
+
+#include "shell/status/CustomizeMenu.h"
+#include "shell/status/FactMenu.h"
+#include "shell/status/StatusItem.h"
+
+#include <QPointer>
+#include <QStringList>
+
+#include <set>
+
+namespace vorq {
+
+class VorqAppState;
+
+/// The menu of the status item. It shows the state as it is whenever that changes, also while it is
+/// open. Main thread only.
+class StatusMenu final : public FactMenu {
+    Q_OBJECT
+
+  public:
+    StatusMenu();
+
+    /// The state must outlive the menu.
+    void bindAppState(VorqAppState& state);
+
+    void setHotKeyNotices(const QStringList& notices);
+
+    /// Those that reach the program stand beside what they do.
+    void setHotKeys(const std::set<HotKeyAction>& registered);
+
+    /// Whether notes can be made of what is highlighted. At first they cannot.
+    void setOffersNotes(bool offersNotes);
+
+    /// At first it is not offered.
+    void setBackendAtLogin(const BackendAtLoginEntry& entry);
+
+  signals:
+    /// While other applications cannot be read.
+    void accessibilityChosen();
+    void toggleVorqChosen();
+    void saveChatChosen();
+    void saveHighlightChosen();
+    void pushNoteDraftChosen();
+    void clearChatChosen();
+    void backendAtLoginChosen(bool isOn);
+    void signOutChosen();
+    void deleteVorqChosen();
+    void quitChosen();
+
+    /// A colour of the panel is being chosen, and no longer.
+    void colorEditBegan();
+    void colorEditEnded();
+
+  private:
+    void addCommands();
+    void refreshAccount();
+    void refreshChat();
+    void refreshAccessibility();
+
+    QPointer<VorqAppState> m_state;
+    QAction* m_account;
+    QAction* m_signInAdvice;
+    QAction* m_noticesEnd; // the line below the notices
+    QList<QAction*> m_notices;
+    QAction* m_toggle;
+    QAction* m_saveChat;
+    QAction* m_saveHighlight;
+    QAction* m_pushNoteDraft;
+    QAction* m_clearChat;
+    QAction* m_accessibility;
+    QAction* m_backendAtLogin;
+    QAction* m_signOut;
+    CustomizeMenu m_customize;
+};
+
+} // namespace vorq

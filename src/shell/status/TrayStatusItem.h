@@ -1,0 +1,45 @@
+#pragma once
+
+#include "shell/look/StatusGlyphs.h"
+#include "shell/status/StatusFlash.h"
+#include "shell/status/StatusItem.h"
+#include "shell/status/StatusMenu.h"
+
+#include <QSystemTrayIcon>
+
+namespace vorq {
+
+/// The status item in the system's tray. Where there is no tray it waits for one; its menu opens
+/// all the same. Needs a QApplication.
+class TrayStatusItem final : public StatusItem {
+  public:
+    /// The clock must outlive this object.
+    explicit TrayStatusItem(Clock& clock, QObject* parent = nullptr);
+    ~TrayStatusItem() override;
+
+    void installStatusItem() override;
+    void bindAppState(VorqAppState& state) override { m_menu.bindAppState(state); }
+    void setHotKeyNotices(const QStringList& notices) override;
+    void setHotKeys(const std::set<HotKeyAction>& registered) override {
+        m_menu.setHotKeys(registered);
+    }
+    void setOffersNotes(bool offersNotes) override { m_menu.setOffersNotes(offersNotes); }
+    void setBackendAtLogin(const BackendAtLoginEntry& entry) override {
+        m_menu.setBackendAtLogin(entry);
+    }
+    void openMenu() override;
+    void flashStatusImage(StatusImage image) override { m_flash.flash(image); }
+
+  private:
+    /// Whether the glyph has a place of its own on the screen that is known.
+    [[nodiscard]] bool hasPlace() const;
+    void tellOfChoicesIn(const QMenu& menu);
+    void show(StatusImage image) { m_icon.setIcon(statusIcon(image)); }
+    void nameForScreenReaders();
+
+    StatusMenu m_menu;
+    QSystemTrayIcon m_icon;
+    StatusFlash m_flash;
+};
+
+} // namespace vorq

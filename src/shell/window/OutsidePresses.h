@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/PressMonitor.h"
+#include "shell/window/PanelHold.h"
+
+#include <QObject>
+
+#include <functional>
+#include <optional>
+
+namespace vorq {
+
+class ShellNotifications;
+
+/// Tells the presses that are meant to take the panel down from those that are not: presses on
+/// something of ours, those that only close a menu of ours, and those that begin to drag something
+/// here. Main thread only.
+class OutsidePresses final : public QObject {
+    Q_OBJECT
+
+  public:
+    /// How long our status item takes at most to answer a press in a foreign bar.
+    static constexpr Clock::Duration statusItemDelay = std::chrono::milliseconds(400);
+
+    /// All must outlive this object.
+    struct Platform {
+        Clock& clock;
+        PressMonitor& presses;
+        PanelHolds& holds;
+        ShellNotifications& notifications;
+    };
+    using IsInside = std::function<bool(const ScreenPress& press)>;
+
+    /// The callback says whether a press is on the panel, or on a dialog of it.
+    OutsidePresses(const Platform& platform, IsInside isInside);
+    ~OutsidePresses() override;
+
+    /// Presses count from start() to stop().
+    void start();
+    void stop();
+
+  signals:
+    /// After the event.
+    void dismissed();
+
+  private:
+    void handlePress(const ScreenPress& press);
+    void handleRelease();
+    void handleStatusMenu(bool isOpen);
+    void handleSuppression(bool suppress);
+    [[nodiscard]] bool isOnMenuOfOurs(const ScreenPress& press) const;
+    [[nodiscard]] bool dismissesStatusMenu();
+    void awaitStatusItem();
+    void dismissLater();
+    void forgetPress();
+
+    Platform m_platform;
+    IsInside m_isInside;
+    bool m_isRunning = false;
+    /// A press elsewhere whose release shows whether it was a click.
+    bool m_isClickPending = false;
+    std::optional<Clock::TimerId> m_decision;
+    /// While the menu of the status item is open, as far as its end is told.
+    PanelHold m_statusMenu;
+    PanelHold m_suppression;
+};
+
+} // namespace vorq
