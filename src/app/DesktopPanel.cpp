@@ -35,7 +35,7 @@ DesktopPanel::DesktopPanel(const PanelContext& context, Screens& screens, PanelS
       m_look(context.state.appearance()),
       m_desktop(context.desktopLook),
       m_ui(m_view, m_look),
-      m_files(m_view, context.holds),
+      m_files(context.holds),
       m_presses(screens),
       m_window({screens, m_compositor, m_hints}, &m_engine),
       m_pages(m_window, QUrl(QStringLiteral("qrc:/qt/qml/Vorq/panel/PanelView.qml"))),
@@ -102,6 +102,8 @@ void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& show
     QObject::connect(&m_view, &PanelViewModel::attentionWanted, notifications,
                      &ShellNotifications::vorqGuidePanelAccess);
     m_files.setOwner(&m_window);
+    QObject::connect(&m_view, &PanelViewModel::filesWanted, &m_files, &FilePicker::choose);
+    QObject::connect(&m_files, &FilePicker::chosen, &m_view, &PanelViewModel::attachFiles);
     m_controller.setCloseInnermost([this] { return m_view.closeInnermost(); });
     // A window manager may give the keyboard to nobody once the dialog is gone.
     QObject::connect(&m_files, &FilePicker::closed, &m_window, [this] {

@@ -8,13 +8,13 @@
 #include "platform/linux/x11/X11Compositor.h"
 #include "platform/linux/x11/X11OverlayHints.h"
 #include "platform/linux/x11/X11PressMonitor.h"
+#include "shell/dialogs/FilePicker.h"
 #include "shell/look/PanelLook.h"
 #include "shell/panel/PanelViewModel.h"
 #include "shell/window/FocusLoss.h"
 #include "shell/window/PanelPages.h"
 #include "shell/window/PanelWindowController.h"
 #include "shell/window/QuickPanelWindow.h"
-#include "ui/FilePicker.h"
 #include "ui/UiContext.h"
 
 #include <QQmlEngine>

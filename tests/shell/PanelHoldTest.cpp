@@ -1,4 +1,4 @@
-#include "shell/window/PanelHold.h"
+#include "shell/notices/PanelHold.h"
 
 #include <gtest/gtest.h>
 

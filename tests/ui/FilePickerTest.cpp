@@ -1,4 +1,4 @@
-#include "ui/FilePicker.h"
+#include "shell/dialogs/FilePicker.h"
 #include "ui/PanelStage.h"
 
 #include <QApplication>
@@ -21,6 +21,10 @@ class FilePickerTest : public testing::Test {
     FilePickerTest() {
         // The test draws its own dialog, whatever the desktop has.
         QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        QObject::connect(stage.panel.get(), &PanelViewModel::filesWanted, &picker,
+                         &FilePicker::choose);
+        QObject::connect(&picker, &FilePicker::chosen, stage.panel.get(),
+                         &PanelViewModel::attachFiles);
     }
 
     static QFileDialog* dialog() {
@@ -40,7 +44,7 @@ class FilePickerTest : public testing::Test {
 
     PanelStage stage;
     PanelHolds holds;
-    FilePicker picker{*stage.panel, holds};
+    FilePicker picker{holds};
 };
 
 TEST_F(FilePickerTest, OffersWhatCanBeRead) {

@@ -5,9 +5,9 @@
 #include "shell/hotkeys/HotKeyHandler.h"
 #include "shell/hotkeys/NoteHotKeys.h"
 #include "shell/notices/Alert.h"
+#include "shell/notices/PanelHold.h"
 #include "shell/notices/ShellNotifications.h"
 #include "shell/status/StatusItem.h"
-#include "shell/window/PanelHold.h"
 #include "shell/window/PanelSummoner.h"
 #include "support/async/TaskSlot.h"
 

@@ -2,7 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/PressMonitor.h"
-#include "shell/window/PanelHold.h"
+#include "shell/notices/PanelHold.h"
 
 #include <QObject>
 

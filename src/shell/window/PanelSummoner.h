@@ -3,7 +3,7 @@
 #include "capture/selection/SelectionCapture.h"
 #include "platform/ProcessId.h"
 #include "platform/Workspace.h"
-#include "shell/window/PanelHold.h"
+#include "shell/notices/PanelHold.h"
 #include "shell/window/PanelPresence.h"
 #include "support/async/TaskSlot.h"
 

@@ -1,6 +1,4 @@
-#include "ui/FilePicker.h"
-
-#include "shell/panel/PanelViewModel.h"
+#include "shell/dialogs/FilePicker.h"
 
 #include <QFileDialog>
 
@@ -13,10 +11,6 @@ const QString pictures = QStringLiteral("*.png *.jpg *.jpeg *.heic *.heif *.webp
 const QString documents = QStringLiteral("*.txt *.md");
 
 } // namespace
-
-FilePicker::FilePicker(PanelViewModel& panel, PanelHolds& holds) : m_panel(panel), m_holds(holds) {
-    connect(&panel, &PanelViewModel::filesWanted, this, &FilePicker::choose);
-}
 
 FilePicker::~FilePicker() {
     delete m_dialog;
@@ -35,8 +29,7 @@ void FilePicker::choose(bool picturesOnly) {
     m_dialog->setFileMode(QFileDialog::ExistingFiles);
     m_dialog->setNameFilters({types, tr("All files (*)")});
     // The signals that carry the choice differ between the desktop's dialog and the toolkit's.
-    connect(m_dialog, &QDialog::accepted, this,
-            [this] { m_panel.attachFiles(m_dialog->selectedUrls()); });
+    connect(m_dialog, &QDialog::accepted, this, [this] { emit chosen(m_dialog->selectedUrls()); });
     connect(m_dialog, &QDialog::finished, this, [this] {
         m_hold.giveBack();
         emit closed();
