@@ -2,7 +2,7 @@
 
 #include "Contest.h"
 #include "ReplyCorpus.h"
-#include "app/ReplyPrinter.h"
+#include "app/cli/ReplyPrinter.h"
 
 #include <benchmark/benchmark.h>
 

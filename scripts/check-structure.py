@@ -62,12 +62,15 @@ SOURCE_ROOMS = {
     "shell/window": ["shell/panel"],
     "shell/application": ["shell/window", "shell/status"],
     "ui/native": ["shell/*"],
-    "ui": ["ui/native"],
     "ui/reply": ["ui/native"],
+    "ui/bindings": ["ui/reply"],
     "ui/components": [],
     "ui/panel": [],
     "ui/theme": [],
-    "app": ["ui/*", "platform/linux"],
+    "app/cli": ["core"],
+    "app/instance": ["app/cli"],
+    "app/desktop": ["app/instance", "ui/bindings", "platform/linux"],
+    "app": ["app/desktop"],
 }
 GATEWAY_ROOMS = {
     "support": [],

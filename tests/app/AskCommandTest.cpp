@@ -1,6 +1,6 @@
 // One turn in a terminal, over a scripted backend in virtual time.
 
-#include "app/AskCommand.h"
+#include "app/cli/AskCommand.h"
 #include "core/ConversationFixture.h"
 
 namespace vorq {

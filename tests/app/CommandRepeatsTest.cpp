@@ -1,4 +1,4 @@
-#include "app/CommandRepeats.h"
+#include "app/instance/CommandRepeats.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The commands for notes and chats where the user may not do what they ask.
 
-#include "app/LibraryCommands.h"
-#include "app/Terminal.h"
+#include "app/cli/LibraryCommands.h"
+#include "app/cli/Terminal.h"
 #include "library/store/LibraryStore.h"
 #include "platform/testing/ManualClock.h"
 

@@ -1,4 +1,4 @@
-#include "app/OpenCommand.h"
+#include "app/cli/OpenCommand.h"
 #include "core/ConversationFixture.h"
 
 namespace vorq {

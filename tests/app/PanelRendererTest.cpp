@@ -1,4 +1,4 @@
-#include "app/PanelRenderer.h"
+#include "app/desktop/PanelRenderer.h"
 
 #include <QProcessEnvironment>
 

@@ -1,4 +1,4 @@
-#include "app/ReplyPrinter.h"
+#include "app/cli/ReplyPrinter.h"
 
 #include <QFile>
 #include <QJsonDocument>

@@ -10,7 +10,7 @@
 #include "platform/testing/TemporaryPaths.h"
 #include "shell/look/PanelLook.h"
 #include "shell/panel/PanelViewModel.h"
-#include "ui/UiContext.h"
+#include "ui/bindings/UiContext.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>

@@ -1,7 +1,7 @@
 // Pages as a graphics card draws them. The desktop must be there before Qt connects to it.
 
 #include "desktop/DesktopSession.h"
-#include "ui/UiContext.h"
+#include "ui/bindings/UiContext.h"
 
 #include <QGuiApplication>
 

@@ -1,6 +1,6 @@
 // GoogleTest's entry point with pages around it, drawn by the processor and without a screen.
 
-#include "ui/UiContext.h"
+#include "ui/bindings/UiContext.h"
 
 #include <QApplication>
 

@@ -1,0 +1,114 @@
+#include "app/cli/AskCommand.h"
+
+#include "support/text/Text.h"
+
+namespace vorq {
+
+AskCommand::AskCommand(VorqAppState& state, Terminal& terminal)
+    : m_state(state), m_terminal(terminal) {
+    PanelConversation& panel = state.panel();
+    connect(&panel.workStatus(), &WorkStatus::changed, this, &AskCommand::showStatus);
+    connect(&panel, &PanelConversation::replyStreamed, this, &AskCommand::onStreamed);
+    // Queued, so that the reply is in the conversation by then.
+    connect(&panel, &PanelConversation::turnEnded, this, &AskCommand::onTurnEnded,
+            Qt::QueuedConnection);
+}
+
+std::expected<AskCommand::Question, QString> AskCommand::read(const AskArguments& arguments) {
+    Question question{arguments.prompt, arguments.model, {}, {}};
+    for (const QString& file : arguments.files) {
+        auto attachment = PromptAttachment::load(file);
+        if (!attachment) return std::unexpected(attachment.error());
+        question.attachments += *std::move(attachment);
+    }
+    auto piped = readPipedInput(QStringLiteral("can be sent"));
+    if (!piped) return std::unexpected(piped.error());
+    question.pipedText = *std::move(piped);
+    return question;
+}
+
+void AskCommand::start(const Question& question) {
+    PanelConversation& panel = m_state.panel();
+    const QString highlighted = trimmed(question.pipedText).toString();
+    const bool hasPrompt = !trimmed(question.prompt).isEmpty() || !question.attachments.isEmpty();
+    if (!hasPrompt && highlighted.isEmpty()) {
+        m_terminal.complain(QStringLiteral("There is nothing to ask: give a prompt, a file or "
+                                           "text on standard input."));
+        return end(2);
+    }
+    m_wasSignedIn = m_state.account().signedIn();
+    if (!question.model.isEmpty()) panel.setModelForNow(question.model);
+    panel.setHighlightedText(highlighted);
+    if (hasPrompt)
+        panel.submitToBackend(question.prompt, question.attachments);
+    else
+        panel.typeHighlightAndAnalyze(highlighted);
+    showStatus();
+}
+
+void AskCommand::stop(int exitStatus) {
+    m_state.panel().stopPanelResponse();
+    if (m_printer.hasPrinted()) print("\n");
+    end(exitStatus);
+}
+
+void AskCommand::showStatus() {
+    // Once text comes in the conversation shows no status; here the last one stands until a block
+    // is whole.
+    if (m_state.panel().messages().hasWorking() && !m_printer.hasPrinted() && !m_isEnded)
+        m_terminal.showStatus(m_state.panel().workStatus().label());
+}
+
+void AskCommand::print(const QByteArray& bytes) {
+    if (!m_isEnded && !m_terminal.print(bytes)) end(1);
+}
+
+void AskCommand::onStreamed(const QUuid&, const QString& text) {
+    print(m_printer.grow(text));
+}
+
+void AskCommand::onTurnEnded(const QUuid& placeholder, TurnEnd turnEnd, const QString& sentence) {
+    if (m_isEnded) return;
+    if (turnEnd == TurnEnd::Replied) {
+        printReply(placeholder);
+        return end(0);
+    }
+    if (m_printer.hasPrinted()) print("\n");
+    if (turnEnd == TurnEnd::SignedOut) {
+        m_terminal.complain(m_wasSignedIn ? m_state.account().authError()
+                                          : QStringLiteral("You are not signed in."));
+        explainSignIn();
+    } else {
+        m_terminal.complain(sentence);
+    }
+    end(1);
+}
+
+void AskCommand::printReply(const QUuid& placeholder) {
+    const VorqMessage* message = m_state.panel().messages().find(placeholder);
+    if (!message) return;
+    // The panel would still reveal the reply at its pace; a terminal need not wait for it.
+    print(m_printer.finish(message->typingFullText.value_or(message->text)));
+    if (message->followUp && m_terminal.isInteractive()) printFollowUp(*message->followUp);
+}
+
+void AskCommand::printFollowUp(const VorqFollowUp& followUp) {
+    QString text = u'\n' + followUp.question.simplified() + u'\n';
+    for (const QString& label : followUp.labels)
+        text += QStringLiteral("  › ") + label.simplified() + u'\n';
+    print(text.toUtf8());
+}
+
+void AskCommand::explainSignIn() {
+    m_terminal.complain(QStringLiteral("To sign in on this computer: "
+                                       "vorq open \"$(vorq-gateway handoff)\""));
+}
+
+void AskCommand::end(int exitStatus) {
+    if (m_isEnded) return;
+    m_isEnded = true;
+    m_terminal.showStatus({});
+    emit finished(exitStatus);
+}
+
+} // namespace vorq

@@ -1,0 +1,215 @@
+#include "app/cli/LibraryCommands.h"
+
+#include "app/cli/LibraryJson.h"
+#include "app/cli/Terminal.h"
+#include "library/notes/NoteMarkdown.h"
+#include "library/notes/VorqNoteImport.h"
+#include "library/richtext/NoteTypography.h"
+#include "library/store/LibraryFile.h"
+#include "platform/Clock.h"
+#include "support/text/Text.h"
+
+#include <QSaveFile>
+
+namespace vorq {
+namespace {
+
+constexpr std::chrono::seconds lockPatience{10};
+
+// The one record whose id is this, or begins with it.
+template<typename Record, typename IdOf>
+std::expected<Record, QString> recordOf(const std::vector<Record>& records, const QString& asked,
+                                        IdOf idOf, const QString& kind) {
+    const QString start = asked.toUpper();
+    const Record* found = nullptr;
+    for (const Record& record : records) {
+        if (start.isEmpty() || !idText(idOf(record)).startsWith(start)) continue;
+        if (found && idOf(*found) != idOf(record))
+            return std::unexpected(
+                QStringLiteral("More than one %1 has an id that begins with %2.").arg(kind, asked));
+        if (!found) found = &record;
+    }
+    if (!found) return std::unexpected(QStringLiteral("There is no %1 %2.").arg(kind, asked));
+    return *found;
+}
+
+QString listLine(const QUuid& id, Date createdAt, const QString& kind, qsizetype kindWidth,
+                 const QString& title) {
+    return QStringLiteral("%1  %2  %3  %4\n")
+        .arg(idText(id), QString::fromLatin1(isoDate(createdAt)), kind.leftJustified(kindWidth),
+             title.simplified());
+}
+
+std::optional<VorqNoteImport::Payload> contentOf(const SaveNote& command, const QString& text) {
+    const QString title = command.title.simplified();
+    if (!command.isPlain)
+        return VorqNoteImport::structure(
+            title.isEmpty() ? text : QStringLiteral("# %1\n\n").arg(title) + text);
+    const QString body = trimmed(text).toString();
+    if (body.isEmpty() && title.isEmpty()) return std::nullopt;
+    const QString plain = title.isEmpty() ? body : title + u'\n' + body;
+    return VorqNoteImport::Payload{VorqNoteImport::titleFrom(plain), plain, std::nullopt};
+}
+
+std::optional<QByteArray> rtfOf(const SavedNote& note) {
+    if (note.thoughtsRTF) return note.thoughtsRTF;
+    const QString body = studySource(note);
+    return VorqNoteImport::rtfData(VorqNoteImport::needsMigration(body)
+                                       ? VorqNoteImport::attributedDocument(body)
+                                       : NoteTypography::document(body));
+}
+
+std::expected<void, QString> writeFile(const QString& path, const QByteArray& content) {
+    QSaveFile file(path);
+    file.setDirectWriteFallback(true);
+    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit())
+        return {};
+    return std::unexpected(
+        QStringLiteral("%1 could not be written: %2.").arg(path, file.errorString()));
+}
+
+} // namespace
+
+LibraryCommands::LibraryCommands(const QString& applicationSupportFolder, Clock& clock,
+                                 Terminal& terminal)
+    : m_store(applicationSupportFolder, lockPatience),
+      m_reader(m_store),
+      m_clock(clock),
+      m_terminal(terminal) {}
+
+int LibraryCommands::run(const LibraryCommand& command) {
+    return std::visit([this](const auto& asked) { return run(asked); }, command);
+}
+
+int LibraryCommands::run(const ListNotes& command) {
+    auto notes = m_reader.notes();
+    if (!notes) return fail(notes.error());
+    if (command.area)
+        std::erase_if(*notes,
+                      [&command](const SavedNote& note) { return note.area != command.area; });
+    if (command.asJson) return print(jsonOf(*notes));
+    constexpr qsizetype widest = 8;
+    QString lines;
+    for (const SavedNote& note : *notes)
+        lines +=
+            listLine(note.id, note.createdAt, rawString(note.area), widest, displayTitle(note));
+    return print(lines.toUtf8());
+}
+
+int LibraryCommands::run(const ShowNote& command) {
+    const auto shown = note(command.id);
+    if (!shown) return fail(shown.error());
+    return print(command.asJson ? jsonOf(*shown) : notePlainText(*shown).toUtf8());
+}
+
+int LibraryCommands::run(const SaveNote& command) {
+    QString text = command.text;
+    if (text.isEmpty()) {
+        const auto piped = readPipedInput(QStringLiteral("a note can hold"));
+        if (!piped) return fail(piped.error());
+        text = *piped;
+    }
+    const auto content = trimmed(text).isEmpty() ? std::nullopt : contentOf(command, text);
+    if (!content)
+        return fail(QStringLiteral("There is nothing to save: give a text, or one on standard "
+                                   "input."));
+    SavedNote made;
+    made.id = QUuid::createUuid();
+    made.text = content->plain;
+    made.thoughts = content->plain;
+    made.thoughtsRTF = content->rtf;
+    made.area = command.area;
+    made.createdAt = dateOf(m_clock.wallTime());
+    if (const auto kept = keep(made); !kept) return fail(kept.error());
+    // It is saved, whether or not that can be told.
+    if (!m_terminal.print(idText(made.id).toUtf8() + '\n'))
+        m_terminal.complain(QStringLiteral("The note is saved as %1.").arg(idText(made.id)));
+    return 0;
+}
+
+std::expected<void, QString> LibraryCommands::keep(const SavedNote& made) const {
+    const auto failure = [this](const QString& reason) {
+        return std::unexpected(
+            QStringLiteral("The note could not be saved in %1: %2.").arg(m_store.folder(), reason));
+    };
+    LibraryFile<SavedNote> file(m_store);
+    std::vector<SavedNote> notes = file.load({});
+    // A list that does not read is not to be replaced by this one note.
+    if (const auto& unread = file.unread(); unread && unread->kind != ReadFailure::Kind::Missing) {
+        if (unread->kind == ReadFailure::Kind::Unreadable) return failure(unread->reason);
+        return std::unexpected(sentenceOn(m_store.path<SavedNote>(), *unread));
+    }
+    notes.insert(notes.begin(), made);
+    file.save(notes);
+    if (file.unsaved()) return failure(file.unsaved()->reason);
+    return {};
+}
+
+int LibraryCommands::run(const ExportNote& command) {
+    const auto exported = note(command.id);
+    if (!exported) return fail(exported.error());
+    QByteArray content;
+    if (command.format == NoteFormat::Rtf) {
+        const auto rtf = rtfOf(*exported);
+        if (!rtf) return fail(QStringLiteral("The note is empty."));
+        content = *rtf;
+    } else {
+        content = (command.format == NoteFormat::Plain ? notePlainText(*exported)
+                                                       : noteMarkdown(*exported))
+                      .toUtf8();
+    }
+    if (command.output.isEmpty()) return print(content);
+    const auto written = writeFile(command.output, content);
+    return written ? 0 : fail(written.error());
+}
+
+int LibraryCommands::run(const ListChats& command) {
+    const auto chats = m_reader.chats();
+    if (!chats) return fail(chats.error());
+    if (command.asJson) return print(jsonOf(*chats));
+    constexpr qsizetype widest = 5;
+    QString lines;
+    for (const KeptChat& kept : *chats)
+        lines += listLine(kept.chat.id, kept.updatedAt,
+                          kept.isOfHub ? QStringLiteral("hub") : QStringLiteral("panel"), widest,
+                          kept.chat.title);
+    return print(lines.toUtf8());
+}
+
+int LibraryCommands::run(const ShowChat& command) {
+    const auto shown = chat(command.id);
+    if (!shown) return fail(shown.error());
+    if (command.asJson) return print(jsonOf(*shown));
+    QString text = QStringLiteral("# %1\n").arg(shown->chat.title.simplified());
+    for (const SavedChatMessage& message : shown->chat.messages) {
+        const bool isReply = message.role == u"assistant";
+        text += isReply ? QStringLiteral("\n## Vorq\n\n") : QStringLiteral("\n## You\n\n");
+        text += trimmed(message.text).toString() + u'\n';
+    }
+    return print(text.toUtf8());
+}
+
+std::expected<SavedNote, QString> LibraryCommands::note(const QString& id) const {
+    const auto notes = m_reader.notes();
+    if (!notes) return std::unexpected(notes.error());
+    return recordOf(
+        *notes, id, [](const SavedNote& note) { return note.id; }, QStringLiteral("note"));
+}
+
+std::expected<KeptChat, QString> LibraryCommands::chat(const QString& id) const {
+    const auto chats = m_reader.chats();
+    if (!chats) return std::unexpected(chats.error());
+    return recordOf(
+        *chats, id, [](const KeptChat& kept) { return kept.chat.id; }, QStringLiteral("chat"));
+}
+
+int LibraryCommands::print(const QByteArray& bytes) {
+    return m_terminal.print(bytes) ? 0 : 1;
+}
+
+int LibraryCommands::fail(const QString& sentence) {
+    m_terminal.complain(sentence);
+    return 1;
+}
+
+} // namespace vorq

@@ -1,0 +1,28 @@
+#include "app/cli/SettleSession.h"
+
+#include "backend/account/AccountSession.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+
+namespace vorq {
+
+void settleSession(AccountSession& account, Clock& clock, Clock::Duration limit) {
+    QEventLoop loop;
+    TaskSlot settling;
+    settling.restart([&account, &loop](std::stop_token stop) -> QCoro::Task<> {
+        co_await account.refreshSettled(stop);
+        if (!stop.stop_requested()) loop.quit();
+    });
+    const Clock::TimerId timer = clock.after(limit, [&loop] { loop.quit(); });
+    loop.exec();
+    clock.cancel(timer);
+}
+
+void unwindTasks() {
+    constexpr int rounds = 8;
+    for (int round = 0; round < rounds; ++round)
+        QCoreApplication::sendPostedEvents();
+}
+
+} // namespace vorq

@@ -1,0 +1,180 @@
+#include "app/desktop/DesktopCommand.h"
+
+#include "app/cli/SettleSession.h"
+#include "app/cli/Terminal.h"
+#include "app/desktop/DeleteProgram.h"
+#include "app/desktop/DesktopProgram.h"
+#include "app/instance/ApplicationService.h"
+#include "app/instance/RunningInstance.h"
+#include "backend/account/SignInUrl.h"
+#include "platform/Workspace.h"
+#include "platform/linux/atspi/HangingBusGuard.h"
+#include "platform/linux/desktop/ProcessStart.h"
+#include "platform/linux/desktop/SessionKind.h"
+#include "platform/linux/x11/X11Connection.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLockFile>
+#include <QProcessEnvironment>
+
+#include <utility>
+
+namespace vorq {
+namespace {
+
+int complain(const QString& sentence) {
+    Terminal().complain(sentence);
+    return 1;
+}
+
+int statusOf(const RunningInstance::Outcome& outcome) {
+    return outcome ? 0 : complain(outcome.error());
+}
+
+// A bus connection of its own, and no application object: where one goes before the next comes, Qt
+// forgets how windows are shown to assistive technology. All calls on it wait for their answer.
+class Courier {
+  public:
+    Courier() = default;
+    ~Courier() { QDBusConnection::disconnectFromBus(connectionName); }
+    Courier(const Courier&) = delete;
+    Courier& operator=(const Courier&) = delete;
+
+    [[nodiscard]] const QDBusConnection& bus() const { return m_bus; }
+    RunningInstance& instance() { return m_instance; }
+
+  private:
+    static inline const QString connectionName = QStringLiteral("vorq-courier");
+
+    QDBusConnection m_bus{
+        QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName)};
+    RunningInstance m_instance{m_bus};
+};
+
+bool canOpen(const QUrl& url) {
+    return SignInUrl::handoffCode(url).has_value() || SignInUrl::isOAuthCallback(url);
+}
+
+// In a Wayland session the one that runs knows better: an X server knows its own windows only.
+std::optional<ProcessId> frontmostProcess() {
+    if (sessionKind() == SessionKind::Wayland) return std::nullopt;
+    const X11Connection server;
+    const auto active = server.numbers(server.root(), server.atom("_NET_ACTIVE_WINDOW"));
+    if (active.empty() || active.front() == 0) return std::nullopt;
+    return server.processOf(active.front());
+}
+
+// Qt ends a program that finds no screen by a crash.
+bool hasScreen() {
+    return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") ||
+           qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || X11Connection().isUsable();
+}
+
+// Chooses the X server of a Wayland session while an application object is made. Programs that are
+// started later choose for themselves.
+class XServerChoice {
+  public:
+    XServerChoice() {
+        const auto environment = QProcessEnvironment::systemEnvironment();
+        if (prefersXServer(environment, X11Connection().isUsable()))
+            m_isMade = qputenv(variable, "xcb");
+    }
+    ~XServerChoice() {
+        if (m_isMade) qunsetenv(variable);
+    }
+    XServerChoice(const XServerChoice&) = delete;
+    XServerChoice& operator=(const XServerChoice&) = delete;
+
+  private:
+    static constexpr const char* variable = "QT_QPA_PLATFORM";
+
+    bool m_isMade = false;
+};
+
+// Keeps a second Vorq from starting where there is no bus to find the first one by.
+QString lockPath() {
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    const QString folder = runtime.isEmpty() ? XdgPaths().settingsFolder() : runtime;
+    QDir().mkpath(folder);
+    return folder + QStringLiteral("/vorq.lock");
+}
+
+struct Ending {
+    int status = 0;
+    bool isToBeDeleted = false;
+};
+
+Ending runProgram(ApplicationService& service, const DesktopArguments& arguments,
+                  const VerbSource& source) {
+    DesktopProgram program(service);
+    const int status = program.run(arguments, source);
+    return {status, program.isToBeDeleted()};
+}
+
+Ending runWithoutBus(ApplicationService& service, const DesktopArguments& arguments,
+                     const VerbSource& source) {
+    QLockFile lock(lockPath());
+    lock.setStaleLockTime(0);
+    if (!lock.tryLock() && lock.error() == QLockFile::LockFailedError)
+        return {complain(QStringLiteral("Vorq is running already, and without a session bus it "
+                                        "cannot be told anything."))};
+    Terminal().complain(QStringLiteral("There is no session bus: Vorq runs, but commands and links "
+                                       "cannot reach it."));
+    return runProgram(service, arguments, source);
+}
+
+// Another start may have been faster; then it is the one that runs.
+Ending runAsInstance(const DesktopArguments& arguments, const VerbSource& source) {
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    ApplicationService service(bus);
+    if (service.claim()) return runProgram(service, arguments, source);
+    if (!bus.isConnected()) return runWithoutBus(service, arguments, source);
+    return {statusOf(RunningInstance(bus).handOver(arguments, source))};
+}
+
+} // namespace
+
+std::optional<int> handToRunningInstance(const OpenArguments& arguments) {
+    if (!canOpen(QUrl(arguments.url))) return std::nullopt;
+    Courier courier;
+    if (!courier.instance().exists()) return std::nullopt;
+    if (const int status = statusOf(courier.instance().open(arguments.url)); status != 0)
+        return status;
+    const auto outcome = courier.instance().outcomeOf(arguments.url);
+    if (!outcome) return complain(outcome.error());
+    if (outcome->isEmpty()) return 0;
+    return Terminal().print(outcome->toUtf8() + '\n') ? 0 : 1;
+}
+
+int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments) {
+    VerbSource source{.process = {}, .given = startOfThisProcess()};
+    std::optional<HangingBusGuard> guard;
+    {
+        Courier courier;
+        // Before anything else can come to the front.
+        if (arguments.verb != Verb::Launch) source.process = frontmostProcess();
+        if (courier.instance().exists())
+            return statusOf(courier.instance().handOver(arguments, source));
+        if (!needsRunningProgram(arguments.verb)) guard.emplace(courier.bus());
+    }
+    if (needsRunningProgram(arguments.verb)) {
+        Terminal().complain(QStringLiteral("Vorq is not running."));
+        return arguments.verb == Verb::Quit ? 0 : 1;
+    }
+    if (!hasScreen())
+        return complain(QStringLiteral("Vorq needs a desktop to run on. In a terminal without one, "
+                                       "use vorq ask."));
+    std::optional<XServerChoice> choice(std::in_place);
+    const QApplication application(argc, argv);
+    choice.reset();
+    guard.reset();
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Vorq"));
+    QGuiApplication::setDesktopFileName(ApplicationService::name);
+    const Ending ending = runAsInstance(arguments, source);
+    unwindTasks();
+    if (ending.isToBeDeleted) deleteProgram();
+    return ending.status;
+}
+
+} // namespace vorq

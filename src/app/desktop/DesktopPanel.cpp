@@ -1,0 +1,145 @@
+#include "app/desktop/DesktopPanel.h"
+
+#include "core/VorqAppState.h"
+#include "shell/look/TextScale.h"
+#include "shell/notices/ShellNotifications.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <QWindow>
+
+#include <utility>
+
+namespace vorq {
+namespace {
+
+PanelLook::Tier tierOf(Translucency translucency) {
+    switch (translucency) {
+    case Translucency::Blurred:
+        return PanelLook::Tier::Blur;
+    case Translucency::Plain:
+        return PanelLook::Tier::NoBlur;
+    case Translucency::None:
+        break;
+    }
+    return PanelLook::Tier::Opaque;
+}
+
+} // namespace
+
+DesktopPanel::DesktopPanel(const PanelContext& context, Screens& screens, PanelShowings& showings,
+                           SessionKind session)
+    : m_localSignIn(context.clock),
+      m_view(context.state, context.clock, &m_localSignIn),
+      m_look(context.state.appearance()),
+      m_desktop(context.desktopLook),
+      m_ui(m_view, m_look),
+      m_files(context.holds),
+      m_presses(screens),
+      m_window({screens, m_compositor, m_hints}, &m_engine),
+      m_pages(m_window, QUrl(QStringLiteral("qrc:/qt/qml/Vorq/panel/PanelView.qml"))),
+      m_controller({context.clock, context.defaults, screens, context.workspace, m_presses,
+                    context.holds, context.notifications,
+                    static_cast<ProcessId>(QCoreApplication::applicationPid())},
+                   m_window),
+      m_focusLoss(context.clock, [this] { m_controller.hideForFocusElsewhere(); }),
+      m_notifications(context.notifications) {
+    m_ui.install(m_engine);
+    connectParts(context, showings);
+    if (session == SessionKind::Wayland) closeOnFocusLoss();
+    takeLook();
+}
+
+DesktopPanel::~DesktopPanel() {
+    // The pages go before what they read.
+    m_pages.clear();
+}
+
+bool DesktopPanel::prepareFurther() {
+    if (m_pages.loadFurther()) return true;
+    prepareWindow();
+    return false;
+}
+
+// The keyboard first: what is typed while the pages are made waits for the draft, and would reach
+// the application in front otherwise.
+void DesktopPanel::show() {
+    prepareWindow();
+    m_controller.show();
+    finishPages();
+}
+
+void DesktopPanel::showBeside() {
+    prepareWindow();
+    m_controller.showBeside();
+    finishPages();
+}
+
+void DesktopPanel::finishPages() {
+    if (m_pages.isDone()) return;
+    m_pages.finish();
+    emit m_notifications.vorqFocusPrompt();
+}
+
+void DesktopPanel::prepareWindow() {
+    if (!std::exchange(m_isWindowPrepared, true)) m_window.prepare();
+}
+
+void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& showings) {
+    ShellNotifications* notifications = &context.notifications;
+    QObject::connect(notifications, &ShellNotifications::vorqFocusPrompt, &m_window, [this] {
+        if (QQuickItem* page = m_window.rootObject())
+            QMetaObject::invokeMethod(page, "focusPrompt");
+    });
+    QObject::connect(notifications, &ShellNotifications::vorqPanelDockDragChanged, &m_window,
+                     [this](bool isDragging) {
+                         if (QQuickItem* page = m_window.rootObject())
+                             page->setProperty("isDockDragging", isDragging);
+                     });
+    QObject::connect(&m_view, &PanelViewModel::focusPromptWanted, notifications,
+                     &ShellNotifications::vorqFocusPrompt);
+    QObject::connect(&m_view, &PanelViewModel::attentionWanted, notifications,
+                     &ShellNotifications::vorqGuidePanelAccess);
+    m_files.setOwner(&m_window);
+    QObject::connect(&m_view, &PanelViewModel::filesWanted, &m_files, &FilePicker::choose);
+    QObject::connect(&m_files, &FilePicker::chosen, &m_view, &PanelViewModel::attachFiles);
+    m_controller.setCloseInnermost([this] { return m_view.closeInnermost(); });
+    // A window manager may give the keyboard to nobody once the dialog is gone.
+    QObject::connect(&m_files, &FilePicker::closed, &m_window, [this] {
+        if (m_controller.isPanelVisible()) m_window.activate();
+    });
+    QObject::connect(&m_controller, &PanelWindowController::panelVisibleChanged, &m_window,
+                     [this, &showings] {
+                         showings.isVisible = m_controller.isPanelVisible();
+                         if (showings.isVisible) ++showings.count;
+                         // It would stay alone with the keyboard.
+                         if (!showings.isVisible) m_files.close();
+                     });
+    // What is held back does not wait unseen.
+    HeldCapture* held = &context.state.panel().heldCapture();
+    QObject::connect(&m_controller, &PanelWindowController::panelVisibleChanged, held,
+                     [this, held] {
+                         if (!m_controller.isPanelVisible()) held->discard();
+                     });
+    QObject::connect(&m_compositor, &Compositor::changed, &m_window, [this] { takeLook(); });
+    QObject::connect(&m_desktop, &LinuxDesktopLook::changed, &m_window, [this] { takeLook(); });
+    QObject::connect(&m_window, &QWindow::screenChanged, &m_window, [this] { takeLook(); });
+}
+
+// Presses on windows of Wayland are nobody's to know.
+void DesktopPanel::closeOnFocusLoss() {
+    QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, &m_window,
+                     [this](const QWindow* window) { m_focusLoss.setActive(window != nullptr); });
+}
+
+void DesktopPanel::takeLook() {
+    const DesktopLook look = m_desktop.look();
+    m_look.setDesktop(look);
+    m_look.setTextScale(
+        remainingTextScale(look.textScale.value_or(1), m_window.devicePixelRatio()));
+    m_look.setTier(tierOf(m_compositor.translucency()));
+    m_window.setReducedMotion(m_look.reducesMotion());
+}
+
+} // namespace vorq

@@ -1,0 +1,86 @@
+#include "app/instance/RunningInstance.h"
+
+#include <QDBusConnectionInterface>
+#include <QElapsedTimer>
+#include <QThread>
+
+namespace vorq {
+namespace {
+
+constexpr unsigned long goneInterval = 10; // milliseconds
+
+const QString noAnswer = QStringLiteral("Vorq is running, but does not answer.");
+
+QString sentenceOf(const QDBusMessage& error) {
+    if (error.errorName() == LinkOutcomes::failed) return error.errorMessage();
+    if (error.errorName() == u"org.freedesktop.DBus.Error.NoReply") return noAnswer;
+    return QStringLiteral("The Vorq that runs did not take it: %1").arg(error.errorMessage());
+}
+
+} // namespace
+
+bool RunningInstance::exists() const {
+    if (!m_bus.isConnected()) return false;
+    const QDBusReply<bool> reply = m_bus.interface()->isServiceRegistered(ApplicationService::name);
+    return reply.isValid() && reply.value();
+}
+
+RunningInstance::Outcome RunningInstance::handOver(const DesktopArguments& arguments,
+                                                   const VerbSource& source) {
+    if (!arguments.url.isEmpty()) return open(arguments.url);
+    if (arguments.verb == Verb::Quit) return quit();
+    if (arguments.verb != Verb::Launch) {
+        QVariantMap data;
+        if (source.process) data.insert(ApplicationService::sourceProcessKey, *source.process);
+        if (source.given)
+            data.insert(ApplicationService::givenKey,
+                        qlonglong(floor<std::chrono::milliseconds>(*source.given).count()));
+        return call(QStringLiteral("ActivateAction"),
+                    {nameOf(arguments.verb), QVariantList(), data});
+    }
+    if (arguments.background || arguments.launchedAtLogin) return {};
+    return call(QStringLiteral("Activate"), {QVariantMap()});
+}
+
+RunningInstance::Outcome RunningInstance::open(const QString& url) {
+    return call(QStringLiteral("Open"), {QStringList{url}, QVariantMap()});
+}
+
+// Waits until the name is free, so that a start that follows is not handed to the dying program.
+RunningInstance::Outcome RunningInstance::quit() {
+    QElapsedTimer timer;
+    timer.start();
+    const QVariantList arguments{nameOf(Verb::Quit), QVariantList(), QVariantMap()};
+    const Outcome outcome = call(QStringLiteral("ActivateAction"), arguments);
+    while (outcome && exists()) {
+        if (timer.hasExpired(limit.count())) return std::unexpected(noAnswer);
+        QThread::msleep(goneInterval);
+    }
+    return outcome;
+}
+
+std::expected<QString, QString> RunningInstance::outcomeOf(const QString& url) {
+    const QDBusMessage reply =
+        ask(LinkOutcomes::interface, QStringLiteral("Outcome"), {url}, outcomeLimit);
+    if (reply.type() == QDBusMessage::ReplyMessage) return reply.arguments().value(0).toString();
+    return std::unexpected(sentenceOf(reply));
+}
+
+RunningInstance::Outcome RunningInstance::call(const QString& method,
+                                               const QVariantList& arguments) {
+    const QDBusMessage reply = ask(ApplicationService::interface, method, arguments, limit);
+    if (reply.type() == QDBusMessage::ReplyMessage) return {};
+    return std::unexpected(sentenceOf(reply));
+}
+
+QDBusMessage RunningInstance::ask(const QString& interface, const QString& method,
+                                  const QVariantList& arguments,
+                                  std::chrono::milliseconds longest) {
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        ApplicationService::name, ApplicationService::path, interface, method);
+    message.setArguments(arguments);
+    message.setAutoStartService(false);
+    return m_bus.call(message, QDBus::Block, static_cast<int>(longest.count()));
+}
+
+} // namespace vorq
