@@ -9,8 +9,8 @@
 
 #include "EventTimer.h"
 #include "ReplyCorpus.h"
+#include "doubles/ui/PanelStage.h"
 #include "rendering/AssistantReplyDocument.h"
-#include "ui/PanelStage.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>

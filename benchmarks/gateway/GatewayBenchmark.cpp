@@ -7,10 +7,10 @@
 // early streams have their first word after 50 ms instead of 500. A program is a vorq-gateway, that
 // of this build unless others are named, which take turns.
 
+#include "doubles/gateway/ChildProcess.h"
+#include "doubles/gateway/TemporaryFolder.h"
 #include "gateway/BareServer.h"
 #include "gateway/LoadClient.h"
-#include "gateway/process/ChildProcess.h"
-#include "gateway/support/TemporaryFolder.h"
 #include "support/ProcessLimits.h"
 
 #include <nlohmann/json.hpp>

@@ -1,6 +1,6 @@
 // The built programs together: a real backend process, real sockets, real files.
 
-#include "app/SlowRefreshRelay.h"
+#include "doubles/backend/SlowRefreshRelay.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,8 +2,8 @@
 // its own, real sockets and files.
 
 #include "backend/http/CurlTransport.h"
-#include "core/BlindCapture.h"
 #include "core/VorqAppState.h"
+#include "doubles/capture/BlindCapture.h"
 #include "library/store/LibraryStore.h"
 #include "platform/NotesBridge.h"
 #include "platform/portable/SettingsFile.h"

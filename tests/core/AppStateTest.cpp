@@ -1,6 +1,6 @@
 // What a launch restores, and the fields that store themselves.
 
-#include "core/ConversationFixture.h"
+#include "doubles/panel/ConversationFixture.h"
 
 #include <QFile>
 #include <QSignalSpy>

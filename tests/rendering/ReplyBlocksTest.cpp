@@ -1,6 +1,6 @@
 // The line loop of AssistantReplyDocument::blocks().
 
-#include "ShownBlocks.h"
+#include "doubles/rendering/ShownBlocks.h"
 
 #include <gtest/gtest.h>
 

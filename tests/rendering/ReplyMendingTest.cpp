@@ -1,6 +1,6 @@
 // Bold labels, list bridges, open bold spans, invented breaks and dense paragraphs.
 
-#include "ShownBlocks.h"
+#include "doubles/rendering/ShownBlocks.h"
 
 #include <gtest/gtest.h>
 

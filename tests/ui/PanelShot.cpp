@@ -1,7 +1,7 @@
 // Draws the states of the panel into pictures for looking at: vorq-panel-shot FOLDER
 
-#include "ui/PanelStage.h"
-#include "ui/Samples.h"
+#include "doubles/ui/PanelStage.h"
+#include "doubles/ui/Samples.h"
 #include "ui/reply/ReplyView.h"
 
 #include <QDir>

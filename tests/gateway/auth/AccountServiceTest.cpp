@@ -1,6 +1,6 @@
 #include "auth/AccountService.h"
-#include "gateway/support/ManualClock.h"
-#include "gateway/support/TemporaryFolder.h"
+#include "doubles/gateway/ManualClock.h"
+#include "doubles/gateway/TemporaryFolder.h"
 #include "storage/StateFile.h"
 #include "support/ApiError.h"
 #include "support/Secrets.h"

@@ -1,5 +1,5 @@
 #include "auth/RateLimiter.h"
-#include "gateway/support/ManualClock.h"
+#include "doubles/gateway/ManualClock.h"
 
 #include <gtest/gtest.h>
 

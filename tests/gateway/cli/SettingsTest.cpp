@@ -1,5 +1,5 @@
 #include "cli/Settings.h"
-#include "gateway/support/TemporaryFolder.h"
+#include "doubles/gateway/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

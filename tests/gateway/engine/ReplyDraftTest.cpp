@@ -1,5 +1,5 @@
 #include "engine/embedded/ReplyDraft.h"
-#include "gateway/support/Samples.h"
+#include "doubles/gateway/Samples.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

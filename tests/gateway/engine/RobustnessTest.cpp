@@ -1,7 +1,7 @@
+#include "doubles/gateway/Samples.h"
 #include "engine/embedded/FlashcardMaker.h"
 #include "engine/embedded/QuizMaker.h"
 #include "engine/embedded/ReplyDraft.h"
-#include "gateway/support/Samples.h"
 #include "support/Utf8.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
+#include "doubles/gateway/Samples.h"
 #include "engine/embedded/FlashcardMaker.h"
 #include "engine/embedded/QuizMaker.h"
-#include "gateway/support/Samples.h"
 #include "support/Utf8.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
+#include "doubles/gateway/RawClient.h"
+#include "doubles/gateway/Samples.h"
+#include "doubles/gateway/TestGateway.h"
 #include "engine/ReadyReply.h"
-#include "gateway/support/RawClient.h"
-#include "gateway/support/Samples.h"
-#include "gateway/support/TestGateway.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "gateway/support/TestGateway.h"
+#include "doubles/gateway/TestGateway.h"
 #include "storage/StateFile.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
+#include "doubles/gateway/RawClient.h"
+#include "doubles/gateway/TestGateway.h"
 #include "engine/ReadyReply.h"
-#include "gateway/support/RawClient.h"
-#include "gateway/support/TestGateway.h"
 #include "support/ProcessLimits.h"
 
 #include <gmock/gmock.h>

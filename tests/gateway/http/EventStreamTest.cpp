@@ -1,6 +1,6 @@
 #include "http/EventStream.h"
-#include "gateway/support/ListReply.h"
-#include "gateway/support/TestGateway.h"
+#include "doubles/gateway/ListReply.h"
+#include "doubles/gateway/TestGateway.h"
 #include "http/JsonText.h"
 
 #include <gtest/gtest.h>

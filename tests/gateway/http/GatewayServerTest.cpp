@@ -1,5 +1,5 @@
-#include "gateway/support/RawClient.h"
-#include "gateway/support/TestGateway.h"
+#include "doubles/gateway/RawClient.h"
+#include "doubles/gateway/TestGateway.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "http/WholeReply.h"
-#include "gateway/support/ListReply.h"
+#include "doubles/gateway/ListReply.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -1,6 +1,6 @@
-#include "gateway/process/ChildProcess.h"
-#include "gateway/support/RawClient.h"
-#include "gateway/support/TemporaryFolder.h"
+#include "doubles/gateway/ChildProcess.h"
+#include "doubles/gateway/RawClient.h"
+#include "doubles/gateway/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
-#include "gateway/process/ChildProcess.h"
-#include "gateway/support/RawClient.h"
-#include "gateway/support/Samples.h"
-#include "gateway/support/ScriptedProvider.h"
-#include "gateway/support/TemporaryFolder.h"
+#include "doubles/gateway/ChildProcess.h"
+#include "doubles/gateway/RawClient.h"
+#include "doubles/gateway/Samples.h"
+#include "doubles/gateway/ScriptedProvider.h"
+#include "doubles/gateway/TemporaryFolder.h"
 #include "storage/StateFile.h"
 
 #include <gmock/gmock.h>

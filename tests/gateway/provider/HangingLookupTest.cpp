@@ -1,4 +1,4 @@
-#include "gateway/support/ProviderChain.h"
+#include "doubles/gateway/ProviderChain.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

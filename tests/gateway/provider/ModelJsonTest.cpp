@@ -1,6 +1,6 @@
 #include "provider/ModelJson.h"
 
-#include "gateway/support/ProviderChain.h"
+#include "doubles/gateway/ProviderChain.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

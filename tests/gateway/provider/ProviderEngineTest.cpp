@@ -1,5 +1,5 @@
-#include "gateway/support/ProviderChain.h"
-#include "gateway/support/RawClient.h"
+#include "doubles/gateway/ProviderChain.h"
+#include "doubles/gateway/RawClient.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "provider/ProviderTransfer.h"
-#include "gateway/support/ProviderChain.h"
-#include "gateway/support/RawClient.h"
-#include "gateway/support/TlsProvider.h"
+#include "doubles/gateway/ProviderChain.h"
+#include "doubles/gateway/RawClient.h"
+#include "doubles/gateway/TlsProvider.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

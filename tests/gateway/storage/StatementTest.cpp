@@ -1,4 +1,4 @@
-#include "gateway/support/TemporaryFolder.h"
+#include "doubles/gateway/TemporaryFolder.h"
 #include "storage/Database.h"
 
 #include <gtest/gtest.h>

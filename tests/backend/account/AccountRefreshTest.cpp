@@ -1,0 +1,424 @@
+#include "doubles/backend/AccountFixture.h"
+
+namespace vorq {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using Kind = ServiceError::Kind;
+
+class AccountRefreshTest : public AccountFixture {
+  protected:
+    // Calls the backend with the token it is given, as the turns of a conversation do.
+    Outcome<Session> call() {
+        return Outcome(account->withFreshSessionToken(
+            [this](const QString& token) {
+                return api.updateProfile(token, "f", "l", "u", stop.get_token());
+            },
+            stop.get_token()));
+    }
+    [[nodiscard]] QByteArray bearer(std::size_t index) const {
+        return transport.at(index).header("Authorization");
+    }
+
+    std::stop_source stop;
+};
+
+TEST_F(AccountRefreshTest, AMissingRefreshTokenIsFailureWithoutACall) {
+    EXPECT_EQ(Outcome(account->refreshAccessTokenIfNeeded()).value(), false);
+    storeSession("t1", "");
+    EXPECT_EQ(Outcome(account->refreshAccessTokenIfNeeded()).value(), false);
+    EXPECT_EQ(transport.count(), 0u);
+}
+
+TEST_F(AccountRefreshTest, NewTokensAreApplied) {
+    signIn();
+    const Outcome outcome(account->refreshAccessTokenIfNeeded());
+    answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
+    EXPECT_TRUE(outcome.value());
+    EXPECT_EQ(account->sessionToken(), u"t2");
+    EXPECT_EQ(stored("token"), u"t2");
+    EXPECT_EQ(stored("refreshToken"), u"r2");
+}
+
+TEST_F(AccountRefreshTest, AnyErrorIsFailureAndChangesNothing) {
+    signIn();
+    for (int round = 0; round < 3; ++round) {
+        const Outcome outcome(account->refreshAccessTokenIfNeeded());
+        if (round == 0) transport.last().fail("refused");
+        if (round == 1) transport.last().respond(401, "{}");
+        if (round == 2) transport.last().respond(200, "<html>");
+        clock.settle();
+        EXPECT_FALSE(outcome.value()) << round;
+        EXPECT_EQ(account->sessionToken(), u"t1");
+        EXPECT_EQ(stored("refreshToken"), u"r1");
+    }
+}
+
+TEST_F(AccountRefreshTest, ASessionThatIsNotLiveIsFailure) {
+    signIn();
+    for (const char* body : {R"({"signedIn":false,"email":"e","token":"t2"})",
+                             R"({"signedIn":true,"email":"e","token":""})"}) {
+        const Outcome outcome(account->refreshAccessTokenIfNeeded());
+        answerLast(200, body);
+        EXPECT_FALSE(outcome.value()) << body;
+        EXPECT_EQ(account->sessionToken(), u"t1");
+    }
+}
+
+TEST_F(AccountRefreshTest, ATokenThatCouldNotBeReplacedIsNotSpent) {
+    signIn();
+    defaults.fixed = "Permission denied";
+    const auto refused = call();
+    answerLast(401, "{}");
+    EXPECT_EQ(refused.message(),
+              u"Vorq cannot write its settings (Permission denied), so it could not renew your "
+              "session. You stay signed in.");
+    EXPECT_EQ(transport.count(), 1u) << "no refresh";
+    EXPECT_TRUE(account->signedIn());
+    EXPECT_EQ(stored("refreshToken"), u"r1");
+
+    defaults.fixed.reset();
+    const auto renewed = call();
+    answerLast(401, "{}");
+    answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
+    EXPECT_EQ(bearer(3), "Bearer t2");
+}
+
+TEST_F(AccountRefreshTest, AResponseWithoutARefreshTokenErasesTheStoredOne) {
+    signIn();
+    const Outcome outcome(account->refreshAccessTokenIfNeeded());
+    answerLast(200, sessionJson("t2"));
+    EXPECT_TRUE(outcome.value());
+    EXPECT_EQ(stored("refreshToken"), u"");
+
+    const auto next = call();
+    answerLast(401, "{}");
+    EXPECT_EQ(next.serviceError(), Kind::NotSignedIn);
+    EXPECT_FALSE(account->signedIn());
+    EXPECT_EQ(account->authError(), u"Your session expired. Sign in again.");
+}
+
+TEST_F(AccountRefreshTest, OverlappingRefreshesShareOneCall) {
+    signIn();
+    const Outcome first(account->refreshAccessTokenIfNeeded());
+    const Outcome second(account->refreshAccessTokenIfNeeded());
+    EXPECT_EQ(transport.count(), 1u) << "a refresh token may be good for one call only";
+    answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
+    EXPECT_TRUE(first.value());
+    EXPECT_TRUE(second.value());
+    const Outcome third(account->refreshAccessTokenIfNeeded());
+    EXPECT_EQ(transport.last().json().value("refreshToken"), u"r2"_s);
+}
+
+TEST_F(AccountRefreshTest, StoppingAWaitLosesNoTokens) {
+    signIn();
+    const Outcome stopped(account->refreshAccessTokenIfNeeded(stop.get_token()));
+    stop.request_stop();
+    clock.settle();
+    EXPECT_FALSE(stopped.value());
+    EXPECT_FALSE(transport.last().isAbandoned());
+    answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
+    EXPECT_EQ(stored("refreshToken"), u"r2");
+    EXPECT_EQ(account->sessionToken(), u"t2");
+}
+
+TEST_F(AccountRefreshTest, SettlesWhenTheRefreshHasEnded) {
+    EXPECT_TRUE(Outcome(account->refreshSettled()).ended());
+    storeSession("t1", "r1");
+    account->restoreSession();
+    clock.settle();
+    const Outcome settled(account->refreshSettled());
+    clock.settle();
+    EXPECT_FALSE(settled.ended());
+    answerLast(200, sessionJson("t2"));
+    EXPECT_TRUE(settled.ended());
+}
+
+TEST_F(AccountRefreshTest, ARefreshOfTheLaunchDoesNotBeginAsTheProgramEnds) {
+    storeSession("t1", "r1");
+    account->restoreSession();
+    EXPECT_TRUE(Outcome(account->refreshSettled()).ended());
+    clock.settle();
+    EXPECT_EQ(transport.count(), 0u);
+    EXPECT_EQ(stored("refreshToken"), u"r1");
+}
+
+TEST_F(AccountRefreshTest, SigningOutDropsARefreshThatIsUnderWay) {
+    signIn();
+    const Outcome outcome(account->refreshAccessTokenIfNeeded());
+    account->signOut();
+    transport.at(0).respond(200, sessionJson("t2"));
+    clock.settle();
+    EXPECT_FALSE(outcome.value());
+    EXPECT_FALSE(account->signedIn());
+    EXPECT_EQ(stored("token"), u"(none)");
+}
+
+TEST_F(AccountRefreshTest, TokensThatAnotherProgramRefreshedAreTaken) {
+    signIn();
+    const Outcome outcome(account->refreshAccessTokenIfNeeded());
+    storeSession("t9", "r9");
+    answerLast(401, "{}");
+    EXPECT_TRUE(outcome.value());
+    EXPECT_EQ(account->sessionToken(), u"t9");
+    EXPECT_EQ(stored("refreshToken"), u"r9");
+}
+
+TEST_F(AccountRefreshTest, DestroyingTheAccountEndsARefresh) {
+    signIn();
+    const Outcome outcome(account->refreshAccessTokenIfNeeded());
+    const Outcome settled(account->refreshSettled());
+    account.reset();
+    EXPECT_TRUE(transport.last().isAbandoned());
+    clock.settle();
+    EXPECT_FALSE(outcome.value());
+    EXPECT_TRUE(settled.ended());
+    EXPECT_EQ(stored("token"), u"t1");
+}
+
+TEST_F(AccountRefreshTest, ACallThatSucceedsIsMadeOnce) {
+    signIn();
+    const auto outcome = call();
+    EXPECT_EQ(bearer(0), "Bearer t1");
+    answerLast(200, sessionJson("x"));
+    EXPECT_EQ(outcome.value().token, u"x");
+    EXPECT_EQ(transport.count(), 1u);
+}
+
+TEST_F(AccountRefreshTest, AnotherFailureOfACallIsGivenOn) {
+    signIn();
+    const auto outcome = call();
+    answerLast(500, R"({"error":"Down."})");
+    EXPECT_EQ(outcome.message(), u"Down.");
+    EXPECT_TRUE(account->signedIn());
+    EXPECT_EQ(transport.count(), 1u);
+}
+
+TEST_F(AccountRefreshTest, ARefusedCallIsRepeatedWithANewToken) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    EXPECT_EQ(transport.last().path(), u"/auth/refresh");
+    answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
+    EXPECT_EQ(bearer(2), "Bearer t2");
+    answerLast(200, sessionJson("x"));
+    EXPECT_EQ(outcome.value().token, u"x");
+}
+
+TEST_F(AccountRefreshTest, ARefusedCallWithoutRefreshExpiresTheSession) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    answerLast(401, "{}");
+    EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
+    EXPECT_FALSE(account->signedIn());
+    EXPECT_EQ(account->authError(), u"Your session expired. Sign in again.");
+    EXPECT_EQ(transport.count(), 2u);
+}
+
+TEST_F(AccountRefreshTest, APassingFailureOfTheRefreshKeepsTheSessionAndSaysItsSentence) {
+    signIn();
+    const auto refusals = {std::pair{429, u"Too many attempts."_s}, std::pair{503, u"Busy."_s},
+                           std::pair{500, u"Broken."_s}, std::pair{403, u"Not from here."_s}};
+    for (const auto& [status, sentence] : refusals) {
+        const auto outcome = call();
+        answerLast(401, "{}");
+        answerLast(status, "{\"error\":\"" + sentence.toUtf8() + "\"}");
+        EXPECT_EQ(outcome.serviceError(), Kind::RequestFailed) << status;
+        EXPECT_EQ(outcome.message(), sentence);
+        EXPECT_TRUE(account->signedIn()) << status;
+        EXPECT_EQ(stored("refreshToken"), u"r1") << status;
+        EXPECT_EQ(account->authError(), u"") << status;
+    }
+}
+
+TEST_F(AccountRefreshTest, ARefreshThatDoesNotGetThroughKeepsTheSession) {
+    signIn();
+    for (const bool isTimeOut : {false, true}) {
+        const auto outcome = call();
+        answerLast(401, "{}");
+        if (isTimeOut)
+            clock.advance(30s);
+        else
+            transport.last().fail("no route");
+        clock.settle();
+        EXPECT_EQ(outcome.message(), u"Could not reach Vorq at http://h:1. Check your connection, "
+                                     u"or set VORQ_API_BASE_URL."_s);
+        EXPECT_TRUE(account->signedIn()) << isTimeOut;
+        EXPECT_EQ(stored("refreshToken"), u"r1");
+    }
+}
+
+TEST_F(AccountRefreshTest, AWebPageInPlaceOfNewTokensKeepsTheSession) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    answerLast(200, "<html>Sign in to this wireless network</html>");
+    EXPECT_TRUE(outcome.message().startsWith(u"Vorq reached a web page"))
+        << qPrintable(outcome.message());
+    EXPECT_TRUE(account->signedIn());
+}
+
+TEST_F(AccountRefreshTest, ARefreshThatIsToBeTriedAgainIsUntilItSucceeds) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    const std::size_t first = transport.count();
+    for (int second = 0; second < 10; second += 2) {
+        answerLast(409, R"({"error":"Being renewed."})");
+        EXPECT_FALSE(outcome.ended());
+        clock.advance(2s);
+    }
+    EXPECT_EQ(transport.count(), first + 5);
+    answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
+    EXPECT_EQ(bearer(transport.count() - 1), "Bearer t2");
+    answerLast(200, sessionJson("x"));
+    EXPECT_TRUE(outcome.succeeded());
+}
+
+TEST_F(AccountRefreshTest, TryingAgainEndsWithTheSentenceAndKeepsTheSession) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    for (int round = 0; round < 100 && !outcome.ended(); ++round) {
+        answerLast(409, R"({"error":"Being renewed."})");
+        clock.advance(2s);
+    }
+    EXPECT_EQ(outcome.message(), u"Being renewed.");
+    EXPECT_TRUE(account->signedIn());
+    EXPECT_LT(clock.now(), 20s);
+}
+
+TEST_F(AccountRefreshTest, AProgramThatEndsDoesNotWaitForTheNextTry) {
+    signIn();
+    const Outcome refresh(account->refreshAccessTokenIfNeeded());
+    answerLast(409, "{}");
+    const Outcome settled(account->refreshSettled());
+    clock.settle();
+    EXPECT_TRUE(settled.ended());
+    EXPECT_FALSE(refresh.ended());
+}
+
+TEST_F(AccountRefreshTest, ACallRefusedTwiceExpiresTheSession) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
+    answerLast(401, "{}");
+    EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
+    EXPECT_FALSE(account->signedIn());
+    EXPECT_EQ(transport.count(), 3u);
+}
+
+TEST_F(AccountRefreshTest, ASecondFailureOfAnotherKindIsGivenOn) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    answerLast(200, sessionJson("t2"));
+    answerLast(500, "");
+    EXPECT_EQ(outcome.message(), u"Request failed with status 500.");
+    EXPECT_TRUE(account->signedIn());
+}
+
+TEST_F(AccountRefreshTest, ACallWhileSignedOutAsksForSigningIn) {
+    const Outcome outcome(account->withFreshSessionToken(
+        [this](const QString& token) { return api.flashcards(token, "x", {}); }));
+    clock.settle();
+    EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
+    EXPECT_EQ(account->authError(), u"Your session expired. Sign in again.");
+    EXPECT_EQ(transport.count(), 0u);
+}
+
+TEST_F(AccountRefreshTest, ASessionBegunMeanwhileIsNotExpired) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    const Outcome handoff(account->exchangeHandoff("c"));
+    answerLast(200, sessionJson("t5", R"(,"refreshToken":"r5")"));
+    EXPECT_TRUE(handoff.value());
+    transport.at(1).respond(401, "{}");
+    clock.settle();
+    EXPECT_EQ(bearer(3), "Bearer t5");
+    answerLast(200, sessionJson("x"));
+    EXPECT_TRUE(outcome.succeeded());
+    EXPECT_EQ(account->sessionToken(), u"t5");
+    EXPECT_EQ(account->authError(), u"");
+}
+
+TEST_F(AccountRefreshTest, SigningOutDuringARefreshIsNoExpiry) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    account->signOut();
+    transport.at(1).respond(200, sessionJson("t2"));
+    clock.settle();
+    EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
+    EXPECT_EQ(account->authError(), u"");
+    EXPECT_FALSE(account->signedIn());
+}
+
+TEST_F(AccountRefreshTest, AStoppedCallIsNeitherRepeatedNorExpired) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    stop.request_stop();
+    clock.settle();
+    EXPECT_TRUE(outcome.cancelled());
+    answerLast(401, "{}");
+    EXPECT_TRUE(account->signedIn());
+    EXPECT_EQ(transport.count(), 2u);
+}
+
+TEST_F(AccountRefreshTest, DestroyingTheAccountCancelsACall) {
+    signIn();
+    const auto refreshing = call();
+    answerLast(401, "{}");
+    const auto calling = call();
+    account.reset();
+    clock.settle();
+    EXPECT_TRUE(refreshing.cancelled());
+    answerLast(401, "{}");
+    EXPECT_TRUE(calling.cancelled());
+}
+
+TEST_F(AccountRefreshTest, ARefreshOfAFormerSessionIsNotShared) {
+    signIn();
+    const Outcome former(account->refreshAccessTokenIfNeeded());
+    const Outcome handoff(account->exchangeHandoff("c"));
+    answerLast(200, sessionJson("t5", R"(,"refreshToken":"r5")"));
+    const auto outcome = call();
+    answerLast(401, "{}");
+    ASSERT_EQ(transport.count(), 4u);
+    EXPECT_EQ(transport.last().json().value("refreshToken"), u"r5"_s);
+    answerLast(200, sessionJson("t6", R"(,"refreshToken":"r6")"));
+    answerLast(200, sessionJson("x"));
+    EXPECT_TRUE(outcome.succeeded());
+    transport.at(0).respond(200, sessionJson("t2"));
+    clock.settle();
+    EXPECT_EQ(account->sessionToken(), u"t6");
+}
+
+TEST_F(AccountRefreshTest, SigningOutWhileTheNewTokensAreAppliedIsNoExpiry) {
+    signIn();
+    const Outcome outcome(account->withFreshSessionToken(
+        [this](const QString& token) { return api.flashcards(token, "text", stop.get_token()); },
+        stop.get_token()));
+    answerLast(401, "{}");
+    // The waiter of the refresh hears of its end only on a later turn of the loop.
+    QObject::connect(
+        account.get(), &AccountSession::emailChanged, account.get(),
+        [this] {
+            QMetaObject::invokeMethod(account.get(), &AccountSession::signOut,
+                                      Qt::QueuedConnection);
+        },
+        Qt::SingleShotConnection);
+    transport.last().respond(200, R"({"signedIn":true,"email":"new@example.org","token":"t2"})");
+    clock.settle();
+    EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
+    EXPECT_EQ(account->authError(), u"");
+    EXPECT_FALSE(account->signedIn());
+}
+
+} // namespace
+} // namespace vorq

@@ -1,0 +1,294 @@
+#include "backend/account/BrowserSignIn.h"
+#include "doubles/backend/AccountFixture.h"
+#include "support/async/Wakeup.h"
+
+#include <QSignalSpy>
+#include <QStringList>
+
+namespace vorq {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+// A browser that a test drives: each attempt ends when finish() says how.
+class ScriptedBrowser final : public BrowserSignIn {
+  public:
+    QCoro::Task<Session> signInInBrowser(QString mode, std::stop_token stop) override {
+        modes << mode;
+        const Wakeup wakeup;
+        attempts.push_back(wakeup);
+        const std::stop_callback onStop(stop, [wakeup] { wakeup.fire(); });
+        co_await wakeup;
+        if (stop.stop_requested()) throw SignInError::cancelled();
+        if (error) throw *error;
+        if (!session) throw ServiceError::requestFailed("Refused.");
+        co_return *session;
+    }
+    void cancelPending() override { ++cancels; }
+
+    QStringList modes;
+    std::vector<Wakeup> attempts;
+    int cancels = 0;
+    std::optional<SignInError> error;
+    std::optional<Session> session;
+};
+
+class AccountSignInTest : public AccountFixture {
+  protected:
+    AccountSignInTest() {
+        account->setBrowserSignIn(&browser);
+        QObject::connect(account.get(), &AccountSession::desktopRevealRequested,
+                         [this] { events << "reveal"; });
+        QObject::connect(account.get(), &AccountSession::activationRequested,
+                         [this] { events << "activate"; });
+        QObject::connect(account.get(), &AccountSession::statusMenuRequested,
+                         [this] { events << "menu"; });
+    }
+    void finish() {
+        browser.attempts.back().fire();
+        clock.settle();
+    }
+    static Session live(const QString& token) {
+        Session session;
+        session.signedIn = true;
+        session.email = u"ada@example.org"_s;
+        session.token = token;
+        return session;
+    }
+
+    ScriptedBrowser browser;
+    QStringList events;
+};
+
+TEST_F(AccountSignInTest, ASignInAppliesTheSessionAndBringsTheProgramForward) {
+    account->markSessionExpired();
+    account->signInInBrowser("sign-up");
+    EXPECT_TRUE(account->isSigningIn());
+    EXPECT_EQ(account->authError(), u"");
+    clock.settle();
+    EXPECT_EQ(browser.modes, QStringList("sign-up"));
+    browser.session = live("t1");
+    finish();
+    EXPECT_TRUE(account->signedIn());
+    EXPECT_EQ(account->sessionToken(), u"t1");
+    EXPECT_EQ(events, QStringList({"reveal", "activate"}));
+    EXPECT_TRUE(account->isSigningIn());
+    clock.advance(199ms);
+    EXPECT_EQ(events.size(), 2);
+    clock.advance(1ms);
+    EXPECT_EQ(events, QStringList({"reveal", "activate", "menu"}));
+    EXPECT_FALSE(account->isSigningIn());
+}
+
+TEST_F(AccountSignInTest, AnErrorThatComesWhileTheProgramComesForwardStays) {
+    account->signInInBrowser("sign-in");
+    clock.settle();
+    browser.session = live("t1");
+    finish();
+    clock.advance(100ms);
+    account->markSessionExpired();
+    clock.advance(100ms);
+    EXPECT_FALSE(account->isSigningIn());
+    EXPECT_EQ(account->authError(), u"Your session expired. Sign in again.");
+}
+
+TEST_F(AccountSignInTest, ASecondSignInDuringTheFirstHasNoEffect) {
+    account->signInInBrowser("sign-in");
+    clock.settle();
+    account->signInInBrowser("sign-up");
+    clock.settle();
+    EXPECT_EQ(browser.modes, QStringList("sign-in"));
+    EXPECT_EQ(browser.cancels, 0);
+}
+
+TEST_F(AccountSignInTest, ASignInWithAProviderIsEndedFirst) {
+    account->setSigningInWithGoogle(true);
+    account->signInInBrowser("sign-in");
+    EXPECT_EQ(browser.cancels, 1);
+    EXPECT_TRUE(account->isSigningIn());
+}
+
+TEST_F(AccountSignInTest, ASessionThatIsNotLiveShowsItsMessage) {
+    browser.session = Session();
+    browser.session->message = u"Confirm your address."_s;
+    account->signInInBrowser("sign-in");
+    clock.settle();
+    finish();
+    EXPECT_EQ(account->authError(), u"Confirm your address.");
+    EXPECT_FALSE(account->isSigningIn());
+    EXPECT_FALSE(account->signedIn());
+    EXPECT_TRUE(events.isEmpty());
+}
+
+TEST_F(AccountSignInTest, ASessionThatIsNotLiveAndSaysNothingHasASentence) {
+    browser.session = Session();
+    account->signInInBrowser("sign-in");
+    clock.settle();
+    finish();
+    EXPECT_EQ(account->authError(), u"Sign in failed. Try again.");
+}
+
+TEST_F(AccountSignInTest, ACancelledSignInEndsSilently) {
+    browser.error = SignInError::cancelled();
+    account->signInInBrowser("sign-in");
+    clock.settle();
+    finish();
+    EXPECT_EQ(account->authError(), u"");
+    EXPECT_FALSE(account->isSigningIn());
+}
+
+TEST_F(AccountSignInTest, AFailedSignInShowsItsSentence) {
+    for (const SignInError& error :
+         {SignInError::timedOut("Vorq"), SignInError::failed("No."),
+          SignInError::missingAuthorizeURL("Vorq"), SignInError::missingAuthCode("Vorq")}) {
+        browser.error = error;
+        account->signInInBrowser("sign-in");
+        clock.settle();
+        finish();
+        EXPECT_EQ(account->authError(), error.message());
+        EXPECT_FALSE(account->isSigningIn());
+    }
+    browser.error.reset();
+    account->signInInBrowser("sign-in");
+    clock.settle();
+    finish();
+    EXPECT_EQ(account->authError(), u"Refused.");
+}
+
+TEST_F(AccountSignInTest, WithoutABrowserASignInSaysSo) {
+    account->setBrowserSignIn(nullptr);
+    account->signInInBrowser("sign-in");
+    clock.settle();
+    EXPECT_EQ(account->authError(), u"Browser sign-in is not available here.");
+    EXPECT_FALSE(account->isSigningIn());
+}
+
+TEST_F(AccountSignInTest, ANewSignInAfterASignOutReplacesThePendingOne) {
+    account->signInInBrowser("sign-in");
+    clock.settle();
+    account->signOut();
+    account->signInInBrowser("sign-up");
+    clock.settle();
+    EXPECT_EQ(browser.modes.size(), 2);
+    EXPECT_TRUE(account->isSigningIn()) << "the end of the former must not clear the flag";
+    browser.session = live("t2");
+    finish();
+    EXPECT_EQ(account->sessionToken(), u"t2");
+}
+
+TEST_F(AccountSignInTest, DestroyingTheAccountEndsASignIn) {
+    account->signInInBrowser("sign-in");
+    clock.settle();
+    account.reset();
+    browser.session = live("t1");
+    finish();
+    EXPECT_EQ(stored("token"), u"(none)");
+}
+
+TEST_F(AccountSignInTest, AHandoffAppliesTheSessionAndBringsTheProgramForward) {
+    account->activateFromMacHandoff(" code\n");
+    clock.settle();
+    EXPECT_EQ(transport.last().json().value("code"), u"code"_s);
+    answerLast(200, sessionJson("t1", R"(,"refreshToken":"r1")"));
+    EXPECT_EQ(account->sessionToken(), u"t1");
+    EXPECT_EQ(stored("refreshToken"), u"r1");
+    EXPECT_EQ(events, QStringList({"reveal", "activate"}));
+    clock.advance(200ms);
+    EXPECT_EQ(events, QStringList({"reveal", "activate", "menu"}));
+}
+
+TEST_F(AccountSignInTest, AHandoffWithoutALiveSessionStillBringsTheProgramForward) {
+    account->activateFromMacHandoff("code");
+    clock.settle();
+    answerLast(200, R"({"signedIn":false,"email":"","token":""})");
+    clock.advance(200ms);
+    EXPECT_FALSE(account->signedIn());
+    EXPECT_EQ(events.size(), 3);
+}
+
+TEST_F(AccountSignInTest, ABlankHandoffCodeIsIgnored) {
+    account->activateFromMacHandoff(" \n");
+    clock.settle();
+    EXPECT_EQ(transport.count(), 0u);
+}
+
+TEST_F(AccountSignInTest, ARefusedHandoffIsLoggedAlone) {
+    account->activateFromMacHandoff("code");
+    clock.settle();
+    testing::internal::CaptureStderr();
+    answerLast(400, R"({"error":"Used."})");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Vorq mac handoff failed: Used.\n");
+    clock.advance(1s);
+    EXPECT_TRUE(events.isEmpty());
+    EXPECT_EQ(account->authError(), u"");
+}
+
+TEST_F(AccountSignInTest, AHandoffTellsWhatCameOfIt) {
+    QStringList ended;
+    QObject::connect(account.get(), &AccountSession::macHandoffEnded,
+                     [&ended](const QString& code, const QString& failure) {
+                         ended += code + QStringLiteral(": ") + failure;
+                     });
+    const std::pair<int, QByteArray> answers[] = {
+        {200, sessionJson("t1")},
+        {200, R"({"signedIn":false,"email":"","token":""})"},
+        {400, R"({"error":"Used."})"}};
+    for (const auto& [status, body] : answers) {
+        account->activateFromMacHandoff(" code ");
+        clock.settle();
+        answerLast(status, body);
+    }
+    EXPECT_EQ(ended, QStringList({"code: ", "code: Sign in failed. Try again.", "code: Used."}));
+}
+
+TEST_F(AccountSignInTest, ACodeThatComesTwiceDoesNotStopItsFirstExchange) {
+    account->activateFromMacHandoff("code");
+    clock.settle();
+    account->activateFromMacHandoff("code");
+    clock.settle();
+    transport.at(1).respond(400, R"({"error":"Used."})");
+    transport.at(0).respond(200, sessionJson("t1"));
+    clock.settle();
+    EXPECT_EQ(account->sessionToken(), u"t1");
+}
+
+TEST_F(AccountSignInTest, AnAwaitedHandoffTellsItsOutcome) {
+    const Outcome good(account->exchangeHandoff("a"));
+    answerLast(200, sessionJson("t1"));
+    EXPECT_TRUE(good.value());
+    const Outcome dead(account->exchangeHandoff("b"));
+    answerLast(200, R"({"signedIn":false,"email":"","token":""})");
+    EXPECT_FALSE(dead.value());
+    const Outcome refused(account->exchangeHandoff("c"));
+    answerLast(400, R"({"error":"Used."})");
+    EXPECT_EQ(refused.message(), u"Used.");
+    const Outcome blank(account->exchangeHandoff(" "));
+    EXPECT_EQ(blank.message(), u"Sign-in did not return a session.");
+    EXPECT_EQ(account->sessionToken(), u"t1");
+}
+
+TEST_F(AccountSignInTest, DestroyingTheAccountEndsAHandoff) {
+    account->activateFromMacHandoff("code");
+    clock.settle();
+    const Outcome awaited(account->exchangeHandoff("other"));
+    account.reset();
+    transport.at(0).respond(200, sessionJson("t1"));
+    transport.at(1).respond(200, sessionJson("t1"));
+    clock.settle();
+    EXPECT_TRUE(awaited.cancelled());
+    EXPECT_TRUE(events.isEmpty());
+    EXPECT_EQ(stored("token"), u"(none)");
+}
+
+TEST_F(AccountSignInTest, DestroyingTheAccountBeforeTheMenuOpensIsSafe) {
+    account->activateFromMacHandoff("code");
+    clock.settle();
+    answerLast(200, sessionJson("t1"));
+    account.reset();
+    clock.advance(1s);
+    EXPECT_EQ(events, QStringList({"reveal", "activate"}));
+}
+
+} // namespace
+} // namespace vorq

@@ -1,0 +1,239 @@
+// What is never captured: passwords, and applications that the user has excluded.
+
+#include "doubles/capture/CaptureFixture.h"
+
+namespace vorq {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::IsEmpty;
+
+class PasswordSafety : public CaptureTest {
+  protected:
+    // As a browser tells it: a selection it denies, though its highlight holds the password.
+    void focusPassword() {
+        focus().hidesText = true;
+        highlight("Tr0ub4dor&3");
+        copyShortcut.text = "Tr0ub4dor&3";
+        identify("chromium");
+    }
+    void focusPasswordOnPage() {
+        focusPassword();
+        accessibility.element("application").text = "elsewhere on the page";
+        accessibility.element("application").range = TextRange{.location = 0, .length = 21};
+    }
+};
+
+TEST_F(PasswordSafety, AFocusedPasswordEndsTheCaptureOfThePanel) {
+    focusPassword();
+    EXPECT_EQ(hotKey(), "");
+    EXPECT_EQ(primary.reads, 0);
+    EXPECT_EQ(copyShortcut.copies, 0);
+}
+
+TEST_F(PasswordSafety, AFocusedPasswordEndsTheCaptureOfANote) {
+    focusPasswordOnPage();
+    EXPECT_EQ(noteSave(), "");
+    EXPECT_EQ(primary.reads, 0);
+    EXPECT_EQ(copyShortcut.copies, 0);
+}
+
+TEST_F(PasswordSafety, AFocusedPasswordEndsTheCaptureOfASelection) {
+    focusPasswordOnPage();
+    EXPECT_EQ(selection(true).text, "");
+    EXPECT_EQ(selection(true).exactText, "");
+    EXPECT_EQ(primary.reads, 0);
+    EXPECT_EQ(copyShortcut.copies, 0);
+    EXPECT_EQ(surroundings.screenshots, 0);
+}
+
+TEST_F(PasswordSafety, AnElementThatIsNoPasswordIsReadAsBefore) {
+    focus().hidesText = false;
+    highlight("a passage");
+    EXPECT_EQ(hotKey(), "a passage");
+}
+
+// The clock stands still, so only a head start that is over, or an answer, lets PRIMARY be read.
+TEST_F(PasswordSafety, ABrowserIsAskedForItsHighlightOnlyAfterAccessibility) {
+    accessibility.hangs = true;
+    identify("org.kde.falkon");
+    highlight("a passage");
+    const Running<QString> running = startHotKey();
+    waitUntilHanging();
+    clock.advance(TextCaptureService::accessibilityLimit - 1ms);
+    for (int turn = 0; turn < 20; ++turn)
+        Running<QString>::turnOnce();
+    EXPECT_EQ(primary.reads, 0);
+
+    clock.advance(1ms);
+    EXPECT_EQ(running.result(), "a passage");
+    EXPECT_EQ(primary.reads, 1);
+}
+
+class SecretSafety : public CaptureTest {
+  protected:
+    const QString secret = QStringLiteral("kT4vB9nQz2Lm");
+
+    [[nodiscard]] CapturedText captured() {
+        return Running<CapturedText>(
+                   service->captureSelectedTextForHotKey(source, stop.get_token()))
+            .result();
+    }
+    [[nodiscard]] CapturedText capturedForNote() {
+        return Running<CapturedText>(
+                   service->captureSelectedTextForNoteSave(source, stop.get_token()))
+            .result();
+    }
+};
+
+TEST_F(SecretSafety, AHighlightThatReadsLikeASecretIsHeldBack) {
+    highlight(' ' + secret + '\n');
+    EXPECT_TRUE(captured().isHeldBack);
+    EXPECT_EQ(captured().text, secret);
+    EXPECT_TRUE(capturedForNote().isHeldBack);
+    EXPECT_TRUE(selection().isHeldBack);
+}
+
+TEST_F(SecretSafety, ACopiedTextThatReadsLikeASecretIsHeldBack) {
+    identify("chromium");
+    copyShortcut.text = secret;
+    EXPECT_TRUE(captured().isHeldBack);
+    EXPECT_TRUE(capturedForNote().isHeldBack);
+    EXPECT_TRUE(selection().isHeldBack);
+}
+
+TEST_F(SecretSafety, AnOrdinaryHighlightIsNotHeldBack) {
+    highlight("selectedTextRange");
+    EXPECT_FALSE(captured().isHeldBack);
+    EXPECT_FALSE(capturedForNote().isHeldBack);
+    EXPECT_FALSE(selection().isHeldBack);
+}
+
+// What an application tells is no password to it.
+TEST_F(SecretSafety, WhatAccessibilityTellsIsNotHeldBack) {
+    select(secret);
+    focus().origin = QPointF(10, 10);
+    focus().extent = QSizeF(100, 20);
+    EXPECT_EQ(captured(), CapturedText(secret));
+    EXPECT_EQ(capturedForNote(), CapturedText(secret));
+    EXPECT_EQ(selection().text, secret);
+    EXPECT_FALSE(selection().isHeldBack);
+}
+
+TEST_F(SecretSafety, BulletsAreHeldBackWhoeverTellsThem) {
+    select("••••••••");
+    EXPECT_TRUE(captured().isHeldBack);
+    EXPECT_TRUE(capturedForNote().isHeldBack);
+    accessibility.focusedName.reset();
+    highlight("●●●●");
+    EXPECT_TRUE(captured().isHeldBack);
+}
+
+TEST_F(SecretSafety, ACopyThatIsLongerThanWhatWasToldIsJudged) {
+    select("kT4v");
+    copyShortcut.text = secret;
+    EXPECT_EQ(capturedForNote().text, secret);
+    EXPECT_TRUE(capturedForNote().isHeldBack);
+}
+
+class Exclusion : public CaptureTest {
+  protected:
+    Exclusion() {
+        select("selected");
+        highlight("highlighted");
+        copyShortcut.text = "copied";
+        identify("chromium");
+    }
+    void exclude(const QStringList& identifiers) { writeList(identifiers); }
+    void writeList(const QVariant& value) {
+        settings.apply({{"vorq.capture.excludedApplications", value}});
+    }
+    void expectNobodyIsAsked() {
+        EXPECT_EQ(hotKey(), "");
+        EXPECT_EQ(noteSave(), "");
+        EXPECT_EQ(selection(true).text, "");
+        EXPECT_EQ(
+            Running<QString>(textOf(service->captureSelectedTextForHotKey({}, stop.get_token())))
+                .result(),
+            "");
+        EXPECT_THAT(accessibility.reads(), IsEmpty());
+        EXPECT_EQ(primary.reads, 0);
+        EXPECT_EQ(copyShortcut.copies, 0);
+        EXPECT_EQ(surroundings.screenshots, 0);
+    }
+};
+
+TEST_F(Exclusion, AnExcludedApplicationIsAskedByNoRung) {
+    exclude({"org.example.other", "chromium"});
+    expectNobodyIsAsked();
+}
+
+TEST_F(Exclusion, TheCaseOfAnIdentifierDoesNotMatter) {
+    exclude({" Org.KeePassXC.KeePassXC "});
+    identify("org.keepassxc.KeePassXC");
+    expectNobodyIsAsked();
+}
+
+TEST_F(Exclusion, AnEntryMayBeTheNameOfTheDesktopFile) {
+    exclude({"Chromium.desktop"});
+    expectNobodyIsAsked();
+}
+
+TEST_F(Exclusion, OtherApplicationsAreReadAsBefore) {
+    exclude({"chromium-browser", "chrom", ""});
+    EXPECT_EQ(hotKey(), "selected");
+}
+
+TEST_F(Exclusion, AnApplicationWithoutIdentifierIsNotExcludedByABlankEntry) {
+    exclude({"", ".desktop"});
+    identify("");
+    EXPECT_EQ(hotKey(), "selected");
+}
+
+TEST_F(Exclusion, ASingleIdentifierIsAListOfOne) {
+    writeList(QStringLiteral("Chromium"));
+    expectNobodyIsAsked();
+    identify("org.example.other");
+    EXPECT_EQ(hotKey(), "selected");
+}
+
+TEST_F(Exclusion, WhatIsNoTextInTheListDoesNotUndoTheRest) {
+    writeList(QVariantList{7, "chromium", QVariantMap()});
+    expectNobodyIsAsked();
+    identify("org.example.other");
+    EXPECT_EQ(hotKey(), "selected");
+}
+
+TEST_F(Exclusion, WhereNobodyCanTellWhatIsMeantNobodyIsAskedAndItIsSaidOnce) {
+    testing::internal::CaptureStderr();
+    for (const QVariant& value : {QVariant(true), QVariant(7), QVariant(QVariantList{7}),
+                                  QVariant(QVariantMap{{"chromium", true}})}) {
+        writeList(value);
+        expectNobodyIsAsked();
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Vorq captures from no application: the setting vorq.capture.excludedApplications "
+              "is no list of texts.\n");
+    exclude({});
+    EXPECT_EQ(hotKey(), "selected");
+}
+
+TEST_F(Exclusion, AChangeCountsFromTheNextCaptureOn) {
+    EXPECT_EQ(hotKey(), "selected");
+    exclude({"chromium"});
+    EXPECT_EQ(hotKey(), "");
+    settings.remove("vorq.capture.excludedApplications");
+    EXPECT_EQ(hotKey(), "selected");
+}
+
+TEST_F(Exclusion, WhereTheSourceIsUnknownWhileSomeAreExcludedNobodyIsAsked) {
+    exclude({"org.example.other"});
+    workspace.frontmost.reset();
+    EXPECT_EQ(Running<QString>(textOf(service->captureSelectedTextForHotKey({}, stop.get_token())))
+                  .result(),
+              "");
+    EXPECT_THAT(accessibility.reads(), IsEmpty());
+}
+
+} // namespace
+} // namespace vorq

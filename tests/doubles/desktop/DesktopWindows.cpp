@@ -1,0 +1,135 @@
+// What a session does with windows, keys, the pointer and selections.
+
+#include "doubles/desktop/DesktopSession.h"
+#include "platform/linux/x11/X11Connection.h"
+
+#include <QRect>
+
+#include <xcb/xcb.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <stdexcept>
+
+namespace vorq::desktop {
+
+std::vector<DesktopSession::Window> DesktopSession::windows() const {
+    return m_x11->numbers(m_x11->root(), m_x11->atom("_NET_CLIENT_LIST_STACKING"));
+}
+
+bool DesktopSession::isShown(Window window) const {
+    auto* reply = xcb_get_window_attributes_reply(
+        m_x11->get(), xcb_get_window_attributes(m_x11->get(), window), nullptr);
+    const bool isViewable = reply != nullptr && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+    std::free(reply);
+    return isViewable;
+}
+
+QString DesktopSession::classOf(Window window) const {
+    QByteArray names = m_x11->property(window, XCB_ATOM_WM_CLASS);
+    names.replace('\0', ' ');
+    return QString::fromUtf8(names).trimmed();
+}
+
+DesktopSession::Window DesktopSession::waitForWindow(const QString& windowClass,
+                                                     std::chrono::seconds limit) const {
+    Window found = 0;
+    const auto isThere = [&] {
+        for (const Window window : windows())
+            if (classOf(window).contains(windowClass, Qt::CaseInsensitive)) found = window;
+        return found != 0;
+    };
+    try {
+        waitUntil("a window of " + windowClass, isThere, limit);
+    } catch (const std::runtime_error& error) {
+        QString sentence = QString::fromUtf8(error.what()) + "; the windows are:";
+        for (const Window window : windows())
+            sentence += " [" + classOf(window) + "]";
+        throw std::runtime_error(sentence.toStdString());
+    }
+    return found;
+}
+
+void DesktopSession::waitForNoWindow(const QString& windowClass) const {
+    waitUntil("no window of " + windowClass, [&] {
+        return std::ranges::none_of(windows(), [&](Window window) {
+            return classOf(window).contains(windowClass, Qt::CaseInsensitive);
+        });
+    });
+}
+
+std::int32_t DesktopSession::processOf(Window window) const {
+    return m_x11->processOf(window).value_or(0);
+}
+
+DesktopSession::Window DesktopSession::activeWindow() const {
+    const auto window = m_x11->numbers(m_x11->root(), m_x11->atom("_NET_ACTIVE_WINDOW"));
+    return window.empty() ? 0 : window.front();
+}
+
+void DesktopSession::activate(Window window) const {
+    xdotool({"windowactivate", QString::number(window)});
+    waitUntil("a window to come to the front", [&] { return activeWindow() == window; });
+}
+
+void DesktopSession::xdotool(const QStringList& arguments) const {
+    run("xdotool", "xdotool", arguments, m_environment);
+}
+
+void DesktopSession::key(const QStringList& keys) const {
+    xdotool(QStringList{"key", "--delay", "20"} + keys);
+}
+
+void DesktopSession::type(const QString& text) const {
+    xdotool({"type", "--delay", "10", "--", text});
+}
+
+void DesktopSession::click(QPoint at, int times) const {
+    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "--repeat",
+             QString::number(times), "--delay", "60", "1"});
+}
+
+void DesktopSession::rightClick(QPoint at) const {
+    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "3"});
+}
+
+void DesktopSession::drag(QPoint from, QPoint to) const {
+    const QPoint middle = (from + to) / 2;
+    xdotool({"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown", "1",
+             "sleep", "0.1", "mousemove", QString::number(middle.x()), QString::number(middle.y()),
+             "sleep", "0.1", "mousemove", QString::number(to.x()), QString::number(to.y()), "sleep",
+             "0.1", "mouseup", "1"});
+}
+
+QRect DesktopSession::geometry(Window window) const {
+    xcb_connection_t* connection = m_x11->get();
+    auto* size = xcb_get_geometry_reply(connection, xcb_get_geometry(connection, window), nullptr);
+    auto* place = xcb_translate_coordinates_reply(
+        connection, xcb_translate_coordinates(connection, window, m_x11->root(), 0, 0), nullptr);
+    QRect geometry;
+    if (size != nullptr && place != nullptr)
+        geometry = QRect(place->dst_x, place->dst_y, size->width, size->height);
+    std::free(size);
+    std::free(place);
+    return geometry;
+}
+
+QByteArray DesktopSession::selection(const QString& name) const {
+    return run("timeout", "coreutils", {"5", "xclip", "-o", "-selection", name}, m_environment);
+}
+
+DesktopProgram& DesktopSession::own(const QString& name, const QByteArray& text) {
+    const QString file = write("own-" + name + ".txt", text);
+    DesktopProgram& owner = start("xclip", "xclip", {"-quiet", "-i", "-selection", name, file});
+    const QByteArray atom = name.toUpper().toLatin1();
+    waitUntil("the selection " + name + " to be filled", [&] {
+        auto* reply = xcb_get_selection_owner_reply(
+            m_x11->get(), xcb_get_selection_owner(m_x11->get(), m_x11->atom(atom)), nullptr);
+        const Window window = reply != nullptr ? reply->owner : 0;
+        std::free(reply);
+        return window != 0 && processOf(window) == owner.process();
+    });
+    return owner;
+}
+
+} // namespace vorq::desktop

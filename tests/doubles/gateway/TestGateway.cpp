@@ -1,0 +1,83 @@
+#include "doubles/gateway/TestGateway.h"
+
+#include "support/Secrets.h"
+
+#include <sstream>
+
+namespace vorq::gateway::testing {
+namespace {
+
+Database openQuietly(const std::filesystem::path& folder) {
+    initSecrets();
+    return openState(folder, [](const std::string&) {});
+}
+
+} // namespace
+
+TestGateway::TestGateway(std::unique_ptr<Engine> given, int wrongPasswordsPerMinute)
+    : accounts(openQuietly(folder.path() / "state"), clock,
+               {.wrongPasswordsPerMinute = wrongPasswordsPerMinute}),
+      engine(given ? std::move(given)
+                   : std::make_unique<EmbeddedEngine>(std::chrono::milliseconds(0))),
+      router(accounts, RequestGuard("127.0.0.1", {"127.0.0.1"})),
+      server(router) {
+    addAuthRoutes(router, accounts);
+    addAiRoutes(router, *engine);
+    port = server.bind("127.0.0.1", 0);
+    thread_ = std::thread([this] { server.run(); });
+}
+
+TestGateway::~TestGateway() {
+    stop();
+}
+
+void TestGateway::stop() {
+    server.stop();
+    if (thread_.joinable()) thread_.join();
+}
+
+httplib::Client TestGateway::client() const {
+    httplib::Client client("127.0.0.1", port);
+    client.set_read_timeout(30);
+    client.set_write_timeout(30);
+    return client;
+}
+
+void TestGateway::signIn() {
+    const Session session = accounts.exchangeHandoff(accounts.createHandoff("ada"));
+    token = session.token;
+    refreshToken = session.refreshToken;
+}
+
+Answer TestGateway::postRaw(const std::string& path, const std::string& body,
+                            const httplib::Headers& headers, const std::string& contentType) {
+    httplib::Headers all = headers;
+    if (!token.empty()) all.emplace("Authorization", "Bearer " + token);
+    httplib::Client http = client();
+    const httplib::Result result = http.Post(path, all, body, contentType);
+    if (!result) return {};
+    return {.status = result->status,
+            .body = nlohmann::json::parse(result->body, nullptr, false),
+            .text = result->body,
+            .headers = result->headers};
+}
+
+Answer TestGateway::post(const std::string& path, const nlohmann::json& body) {
+    return postRaw(path, body.dump());
+}
+
+std::vector<nlohmann::json> TestGateway::stream(const std::string& path, nlohmann::json body) {
+    body["stream"] = true;
+    return payloadsOf(post(path, body).text);
+}
+
+std::vector<nlohmann::json> payloadsOf(const std::string& eventStream) {
+    std::vector<nlohmann::json> payloads;
+    std::istringstream lines(eventStream);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("data:")) payloads.push_back(nlohmann::json::parse(line.substr(5)));
+    }
+    return payloads;
+}
+
+} // namespace vorq::gateway::testing

@@ -1,0 +1,57 @@
+#include "doubles/shell/ShellFixture.h"
+
+#include <utility>
+
+namespace vorq {
+
+LogLines* LogLines::s_current = nullptr;
+
+LogLines::LogLines() {
+    s_current = this;
+    m_former = qInstallMessageHandler(take);
+}
+
+LogLines::~LogLines() {
+    qInstallMessageHandler(m_former);
+    s_current = nullptr;
+}
+
+void LogLines::take(QtMsgType, const QMessageLogContext&, const QString& line) {
+    if (line.startsWith(u"Vorq")) s_current->m_lines += line;
+}
+
+AppDelegate::Ports ShellFixture::ports() {
+    return {m_host,
+            m_clock,
+            m_workspace,
+            m_hotKeys,
+            m_loginItem,
+            m_capture,
+            m_notes,
+            m_signIn,
+            m_statusItem,
+            [this](VorqAppState&) { return std::make_unique<RecordedPanel>(m_calls); },
+            {self, QStringLiteral("com.vorq.desk")},
+            [this] { m_calls += "open accessibility"; }};
+}
+
+ShellFixture::ShellFixture() : m_delegate(ports()) {
+    m_workspace.launch({self, QStringLiteral("com.vorq.desk"), QStringLiteral("Vorq")});
+    m_workspace.launch({editor, QStringLiteral("org.gnome.gedit"), QStringLiteral("Text Editor")});
+    m_workspace.launch({browser, QStringLiteral("firefox-esr"), QStringLiteral("Firefox")});
+}
+
+void ShellFixture::launch() {
+    m_delegate.applicationDidFinishLaunching({.background = true});
+    m_delegate.bindAppState(state());
+    m_clock.settle();
+    m_calls.clear();
+    m_log.clear();
+}
+
+void ShellFixture::press(std::uint32_t number, std::uint32_t signature) {
+    m_hotKeys.press({signature, number});
+    m_clock.settle();
+}
+
+} // namespace vorq

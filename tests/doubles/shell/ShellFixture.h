@@ -1,0 +1,124 @@
+#pragma once
+
+#include "backend/account/PendingSignIn.h"
+#include "doubles/panel/ConversationFixture.h"
+#include "doubles/shell/LogLines.h"
+#include "doubles/shell/RecordedPanel.h"
+#include "platform/testing/ScriptedHotKeys.h"
+#include "platform/testing/ScriptedLoginItem.h"
+#include "platform/testing/ScriptedWorkspace.h"
+#include "shell/application/AppDelegate.h"
+#include "shell/application/ApplicationHost.h"
+
+#include <QUrl>
+
+namespace vorq {
+
+class RecordedHost final : public ApplicationHost {
+  public:
+    explicit RecordedHost(CallList& calls) : m_calls(calls) {}
+    bool active = false;
+    bool userIsBusy = false;
+    Alert lastAlert;
+    std::function<void(qsizetype button)> answer;
+
+    void becomeAccessory() override { m_calls += "accessory"; }
+    void installApplicationIcon() override { m_calls += "application icon"; }
+    [[nodiscard]] bool isActive() const override { return active; }
+    [[nodiscard]] bool isUserBusy() override { return userIsBusy; }
+    void show(const Alert& alert, std::function<void(qsizetype)> chosen) override {
+        m_calls += "alert";
+        lastAlert = alert;
+        answer = std::move(chosen);
+    }
+    void terminate() override { m_calls += "terminate"; }
+    void terminateAndDelete() override { m_calls += "terminate and delete"; }
+
+  private:
+    CallList& m_calls;
+};
+
+class RecordedStatusItem final : public StatusItem {
+  public:
+    explicit RecordedStatusItem(CallList& calls) : m_calls(calls) {}
+    QStringList notices;
+    std::set<HotKeyAction> hotKeys;
+    bool offersNotes = false;
+    BackendAtLoginEntry backend;
+
+    void installStatusItem() override { m_calls += "status item"; }
+    void bindAppState(VorqAppState&) override { m_calls += "status item bound"; }
+    void setHotKeyNotices(const QStringList& lines) override { notices = lines; }
+    void setHotKeys(const std::set<HotKeyAction>& registered) override { hotKeys = registered; }
+    void setOffersNotes(bool offers) override { offersNotes = offers; }
+    void setBackendAtLogin(const BackendAtLoginEntry& entry) override { backend = entry; }
+    void openMenu() override { m_calls += "menu"; }
+    void flashStatusImage(StatusImage image) override {
+        m_calls += image == StatusImage::Check ? "flash check" : "flash fail";
+    }
+
+  private:
+    CallList& m_calls;
+};
+
+class ScriptedNotes final : public NoteCaptureFlow {
+  public:
+    bool available = true;
+    bool succeeds = true;
+    QString message;
+    std::vector<std::pair<std::optional<ProcessId>, QString>> saves;
+
+    [[nodiscard]] bool isAvailable() const override { return available; }
+    QCoro::Task<bool> saveNoteFromSelection(std::optional<ProcessId> sourcePID,
+                                            QString frontBundleID, bool requireBrowser,
+                                            std::stop_token) override {
+        EXPECT_FALSE(requireBrowser);
+        saves.emplace_back(sourcePID, frontBundleID);
+        co_return succeeds;
+    }
+    bool pushAppleNoteDraft() override { return succeeds; }
+    [[nodiscard]] QString libraryMessage() const override { return message; }
+};
+
+class ScriptedSignIn final : public PendingSignIn {
+  public:
+    bool pending = false;
+    QList<QUrl> finished;
+
+    [[nodiscard]] bool isPending() const override { return pending; }
+    void finish(const QUrl& url) override {
+        finished += url;
+        pending = false;
+    }
+};
+
+/// A whole shell over scripted ports. Process 1 is Vorq, 7 an editor, 9 a browser.
+class ShellFixture : public ConversationFixture {
+  protected:
+    ShellFixture();
+
+    /// Launches without opening a menu, and binds the state.
+    void launch();
+
+    void press(std::uint32_t number, std::uint32_t signature = hotKeySignature);
+
+    static constexpr ProcessId self = 1;
+    static constexpr ProcessId editor = 7;
+    static constexpr ProcessId browser = 9;
+
+    CallList m_calls;
+    LogLines m_log;
+    RecordedHost m_host{m_calls};
+    ScriptedWorkspace m_workspace;
+    ScriptedHotKeys m_hotKeys;
+    ScriptedLoginItem m_loginItem;
+    ScriptedNotes m_notes;
+    ScriptedSignIn m_signIn;
+    RecordedStatusItem m_statusItem{m_calls};
+    /// What a shell beside the one under test can be made of.
+    [[nodiscard]] AppDelegate::Ports ports();
+
+    AppDelegate m_delegate;
+};
+
+} // namespace vorq

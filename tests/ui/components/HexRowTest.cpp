@@ -1,0 +1,80 @@
+#include "doubles/ui/HexRowFixture.h"
+#include "ui/native/HexColors.h"
+
+#include <QSignalSpy>
+
+#include <gmock/gmock.h>
+
+namespace vorq {
+namespace {
+
+TEST_F(HexRowTest, ReturnStoresTheNormalisedColour) {
+    enter(" f97316 ");
+    EXPECT_EQ(value(), "#F97316");
+    EXPECT_EQ(field->property("text"), "#F97316");
+}
+
+TEST_F(HexRowTest, ADraftThatIsNoColourLeavesTheValue) {
+    enter("#12");
+    EXPECT_TRUE(bad());
+    EXPECT_EQ(value(), "#112233");
+    enter("#445566");
+    EXPECT_FALSE(bad());
+    EXPECT_EQ(value(), "#445566");
+}
+
+TEST_F(HexRowTest, AnEmptyDraftClears) {
+    enter("");
+    EXPECT_EQ(value(), "");
+    EXPECT_FALSE(bad());
+}
+
+TEST_F(HexRowTest, SaysWhatAValidColourLooksLike) {
+    const auto says = [this] {
+        for (QQuickItem* item : row->findChildren<QQuickItem*>())
+            if (item->isVisible() && item->property("text") == "Enter a valid hex like #F97316")
+                return true;
+        return false;
+    };
+    EXPECT_FALSE(says());
+    enter("#12");
+    EXPECT_TRUE(says());
+    enter("#445566");
+    EXPECT_FALSE(says());
+}
+
+TEST_F(HexRowTest, ClearIsThereAsLongAsAValueIs) {
+    QQuickItem* clear = nullptr;
+    for (QQuickItem* item : row->findChildren<QQuickItem*>())
+        if (item->property("text") == "Clear" && item->inherits("QQuickAbstractButton"))
+            clear = item;
+    ASSERT_TRUE(clear);
+    EXPECT_TRUE(clear->isVisible());
+    QMetaObject::invokeMethod(clear, "clicked");
+    EXPECT_EQ(value(), "");
+    EXPECT_FALSE(clear->isVisible());
+    enter("#445566");
+    EXPECT_TRUE(clear->isVisible());
+}
+
+TEST_F(HexRowTest, LosingFocusCommits) {
+    field->forceActiveFocus();
+    field->setProperty("text", "#ABCDEF");
+    m_holder->forceActiveFocus();
+    EXPECT_EQ(value(), "#ABCDEF");
+}
+
+TEST(HexColors, LowContrastIsTold) {
+    EXPECT_TRUE(HexColors::isLowContrast("#F97316"));
+    EXPECT_FALSE(HexColors::isLowContrast("#111111"));
+    EXPECT_FALSE(HexColors::isLowContrast("nonsense"));
+}
+
+TEST(HexColors, ColoursOfTheToolkitBecomeHex) {
+    EXPECT_EQ(HexColors::hexOf(QColor(0x12, 0x34, 0x56)), "#123456");
+    EXPECT_EQ(HexColors::hexOf(QColor::fromCmyk(0, 0, 0, 0)), "#FFFFFF");
+    EXPECT_EQ(HexColors::hexOf(QColor()), "#808080");
+}
+
+} // namespace
+} // namespace vorq

@@ -1,0 +1,180 @@
+#include "doubles/ui/PanelStage.h"
+
+#include <QAccessible>
+#include <QBuffer>
+#include <QDropEvent>
+#include <QImage>
+#include <QMimeData>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+namespace vorq {
+namespace {
+
+class AttachTrayTest : public testing::Test {
+  protected:
+    void showNotes(int notes) {
+        for (int i = 0; i < notes; ++i)
+            stage.state->library().createBlankNote(QStringLiteral("Note %1").arg(i),
+                                                   HubArea::Study);
+        stage.show();
+        stage.panel->setShowAttachTray(true);
+        stage.panel->setAttachTrayMode(PanelViewModel::AttachTrayMode::Notes);
+        ASSERT_TRUE(QTest::qWaitFor(
+            [this] { return !stage.panel->attachableNotes()->appleNotesLoading(); }));
+        stage.settle(400);
+    }
+    void click(QQuickItem* item) {
+        ASSERT_TRUE(item);
+        QTest::mouseClick(stage.window.get(), Qt::LeftButton, {},
+                          item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
+    }
+    [[nodiscard]] bool says(const QString& text) {
+        for (QQuickItem* item : stage.find("AttachTray")->findChildren<QQuickItem*>())
+            if (item->isVisible() && item->property("text").toString() == text) return true;
+        return false;
+    }
+
+    PanelStage stage;
+};
+
+TEST_F(AttachTrayTest, ANoteIsTickedAndStaysInTheList) {
+    showNotes(2);
+    const QList<QQuickItem*> rows = stage.findAll("NoteRow");
+    ASSERT_EQ(rows.size(), 2);
+    click(rows[0]);
+    EXPECT_TRUE(rows[0]->property("isChecked").toBool());
+    EXPECT_FALSE(rows[1]->property("isChecked").toBool());
+    ASSERT_EQ(stage.panel->attachments().count(), 1);
+    EXPECT_EQ(composerDisplayNames(stage.panel->attachments().attachments()), QStringList("Notes"));
+    EXPECT_TRUE(stage.panel->showAttachTray()) << "several can be chosen";
+    click(rows[1]);
+    EXPECT_EQ(composerDisplayNames(stage.panel->attachments().attachments()),
+              QStringList({"Notes 1", "Notes 2"}));
+}
+
+TEST_F(AttachTrayTest, KeysTickANoteToo) {
+    showNotes(1);
+    QQuickItem* row = stage.find("NoteRow");
+    row->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(stage.window.get(), Qt::Key_Space);
+    EXPECT_TRUE(row->property("isChecked").toBool());
+    QTest::keyClick(stage.window.get(), Qt::Key_Return);
+    EXPECT_FALSE(row->property("isChecked").toBool());
+}
+
+TEST_F(AttachTrayTest, ByKeysAloneItIsOpenedAndLeft) {
+    stage.answer("A reply.");
+    stage.show();
+    stage.settle(100);
+    const auto key = [&](Qt::Key key) {
+        QTest::keyClick(stage.window.get(), key);
+        stage.settle(300);
+        return stage.window->activeFocusItem()->property("text").toString();
+    };
+    key(Qt::Key_Tab);
+    EXPECT_EQ(key(Qt::Key_Space), "Attach from Notes") << "the first row has it at once";
+    EXPECT_EQ(key(Qt::Key_Down), "Add study files");
+    EXPECT_EQ(key(Qt::Key_Tab), "Add photos");
+    EXPECT_EQ(key(Qt::Key_Backtab), "Add study files");
+    EXPECT_EQ(key(Qt::Key_Up), "Attach from Notes");
+    EXPECT_EQ(key(Qt::Key_Return), "Back");
+    EXPECT_EQ(key(Qt::Key_Tab), "Done");
+    key(Qt::Key_Return);
+    EXPECT_FALSE(stage.panel->showAttachTray());
+    QTest::keyClick(stage.window.get(), Qt::Key_A);
+    EXPECT_EQ(stage.panel->prompt().toLower(), "a") << "the draft has it again";
+}
+
+class SpokenTrayTest : public AttachTrayTest {
+  protected:
+    SpokenTrayTest() { QAccessible::setActive(true); }
+    ~SpokenTrayTest() override { QAccessible::setActive(false); }
+};
+
+TEST_F(SpokenTrayTest, ItsRowsTellWhatStandsBelowTheirNames) {
+    stage.show();
+    stage.panel->setShowAttachTray(true);
+    stage.settle(100);
+    QStringList told;
+    for (QQuickItem* row : stage.findAll("TrayRow"))
+        told += QAccessible::queryAccessibleInterface(row)->text(QAccessible::Description);
+    EXPECT_EQ(told, QStringList({"Any note in your library", "Images, text, Markdown…",
+                                 "Screenshots, scans, pictures"}));
+}
+
+TEST_F(AttachTrayTest, WithoutNotesItSaysWhatToDo) {
+    showNotes(0);
+    EXPECT_TRUE(says("No notes found. Save a chat to Notes, then try again."));
+    EXPECT_FALSE(says("Loading Notes…"));
+}
+
+TEST_F(AttachTrayTest, ManyNotesScrollWithinThePanel) {
+    showNotes(200);
+    QQuickItem* tray = stage.find("AttachTray");
+    EXPECT_FALSE(says("No notes found. Save a chat to Notes, then try again."));
+    EXPECT_LE(tray->height(), 380);
+    EXPECT_GT(tray->y(), 100);
+}
+
+class DropTest : public AttachTrayTest {
+  protected:
+    // As the platform does it: first the mouse comes in, then it lets go.
+    bool drop(const QMimeData& data) {
+        QDragEnterEvent enter({200, 200}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(stage.window.get(), &enter);
+        if (!enter.isAccepted()) return false;
+        QDropEvent event({200, 200}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(stage.window.get(), &event);
+        return event.isAccepted();
+    }
+    static QByteArray png() {
+        QImage image(4, 4, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        image.save(&buffer, "PNG");
+        return bytes;
+    }
+};
+
+TEST_F(DropTest, APictureWithoutAFileBecomesAClip) {
+    stage.show();
+    QMimeData data;
+    data.setData("image/png", png());
+    EXPECT_TRUE(drop(data));
+    ASSERT_EQ(stage.panel->attachments().count(), 1);
+    EXPECT_EQ(stage.panel->attachments().attachments()[0].fileName, "Dropped image.png");
+    EXPECT_TRUE(stage.panel->attachments().attachments()[0].imageDataURL.has_value());
+}
+
+TEST_F(DropTest, APictureOfAPageIsTakenAndItsAddressIsNot) {
+    stage.show();
+    QMimeData data;
+    data.setUrls({QUrl("https://example.org/a.png")});
+    data.setData("image/png", png());
+    EXPECT_TRUE(drop(data));
+    EXPECT_EQ(stage.panel->attachments().count(), 1);
+    EXPECT_EQ(stage.panel->notice(), "");
+}
+
+TEST_F(DropTest, AnAddressAloneIsANotice) {
+    stage.show();
+    QMimeData data;
+    data.setUrls({QUrl("https://example.org/a.png")});
+    EXPECT_TRUE(drop(data));
+    EXPECT_EQ(stage.panel->attachments().count(), 0);
+    EXPECT_NE(stage.panel->notice(), "");
+}
+
+TEST_F(DropTest, TextIsNotTaken) {
+    stage.show();
+    QMimeData data;
+    data.setText("words");
+    EXPECT_FALSE(drop(data));
+}
+
+} // namespace
+} // namespace vorq
