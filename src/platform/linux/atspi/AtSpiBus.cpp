@@ -14,8 +14,8 @@ constexpr std::size_t mostCallsAtOnce = 512;
 
 } // namespace
 
-AtSpiBus::AtSpiBus(const QString& sessionBusAddress)
-    : m_connection(new AtSpiConnection(sessionBusAddress)) {
+AtSpiBus::AtSpiBus(const QString& sessionBusAddress, std::chrono::milliseconds callLimit)
+    : m_connection(new AtSpiConnection(sessionBusAddress, callLimit)) {
     m_thread.setObjectName(QStringLiteral("vorq-a11y"));
     m_connection->moveToThread(&m_thread);
     QObject::connect(&m_thread, &QThread::finished, m_connection, &QObject::deleteLater);

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QThread>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -26,8 +27,9 @@ class AtSpiBus {
   public:
     using Messages = std::vector<QDBusMessage>;
 
-    /// `sessionBusAddress` is where the bus is announced.
-    explicit AtSpiBus(const QString& sessionBusAddress);
+    /// `sessionBusAddress` is where the bus is announced, `callLimit` how long a call may take.
+    explicit AtSpiBus(const QString& sessionBusAddress,
+                      std::chrono::milliseconds callLimit = std::chrono::milliseconds(250));
     AtSpiBus(const AtSpiBus&) = delete;
     AtSpiBus& operator=(const AtSpiBus&) = delete;
     ~AtSpiBus();

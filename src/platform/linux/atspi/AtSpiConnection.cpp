@@ -16,8 +16,7 @@
 namespace vorq {
 namespace {
 
-constexpr int callLimit = 250; // milliseconds
-// The first question starts the bus.
+// Milliseconds. The first question starts the bus.
 constexpr int startLimit = 10'000;
 
 const auto announcer = QStringLiteral("org.a11y.Bus");
@@ -64,8 +63,9 @@ void AtSpiShared::setFront(std::optional<std::int32_t> process) {
     m_front = process;
 }
 
-AtSpiConnection::AtSpiConnection(QString sessionBusAddress)
-    : m_sessionAddress(std::move(sessionBusAddress)) {}
+AtSpiConnection::AtSpiConnection(QString sessionBusAddress, std::chrono::milliseconds callLimit)
+    : m_sessionAddress(std::move(sessionBusAddress)),
+      m_callLimit(static_cast<int>(callLimit.count())) {}
 
 AtSpiConnection::~AtSpiConnection() {
     disconnectFromBus();
@@ -212,7 +212,7 @@ void AtSpiConnection::send(const std::shared_ptr<AtSpiBatch>& batch) {
             continue;
         }
         auto* answer =
-            new QDBusPendingCallWatcher(m_bus->asyncCall(batch->calls()[i], callLimit), this);
+            new QDBusPendingCallWatcher(m_bus->asyncCall(batch->calls()[i], m_callLimit), this);
         connect(answer, &QDBusPendingCallWatcher::finished, this, [batch, i, answer] {
             answer->deleteLater();
             batch->answer(i, answer->reply());

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <memory>
@@ -75,7 +76,7 @@ class AtSpiConnection final : public QObject {
     Q_OBJECT
 
   public:
-    explicit AtSpiConnection(QString sessionBusAddress);
+    AtSpiConnection(QString sessionBusAddress, std::chrono::milliseconds callLimit);
     ~AtSpiConnection() override;
 
     [[nodiscard]] AtSpiShared& shared() { return m_shared; }
@@ -115,6 +116,7 @@ class AtSpiConnection final : public QObject {
     void setFront(std::optional<std::int32_t> process);
 
     QString m_sessionAddress;
+    int m_callLimit; // milliseconds
     QString m_sessionName;
     QString m_busName;
     QString m_busAddress;

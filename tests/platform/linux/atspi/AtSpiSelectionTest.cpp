@@ -64,7 +64,8 @@ class AtSpiSelectionTest : public testing::Test {
     PrivateBus m_bus;
     ScriptedAccessibleTree tree{m_bus.address()};
     QDBusConnection m_server = m_bus.connection("accessible-tree");
-    AtSpiBus bus{m_bus.address()};
+    // None of these tests is about a limit, and a busy machine answers late.
+    AtSpiBus bus{m_bus.address(), std::chrono::seconds(20)};
     AtSpiToolkit toolkit = atSpiToolkit(u"Gecko", u"Firefox");
 };
 
