@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::SizeIs;
 
-const QString greeting = QStringLiteral("Hello 👋, Vorq here…");
+const QString helloLine = QStringLiteral("Hello 👋, Vorq here…");
 
 class TypewriterTest : public ConversationFixture {
   protected:
@@ -38,7 +38,7 @@ TEST_F(TypewriterTest, TheGreetingIsTypedInAboutHalfASecond) {
     advance(231ms);
     EXPECT_TRUE(last().isTyping);
     advance(33ms);
-    EXPECT_EQ(last().text, greeting);
+    EXPECT_EQ(last().text, helloLine);
     EXPECT_FALSE(last().isTyping);
     EXPECT_EQ(m_clock.pendingTimers(), 0u);
 }

@@ -10,7 +10,7 @@ namespace vorq {
 namespace {
 
 // Desktop-file ids in lower case.
-constexpr std::array browsers{
+constexpr std::array desktopBrowsers{
     QLatin1StringView("app.zen_browser.zen"),
     QLatin1StringView("brave"),
     QLatin1StringView("brave-browser"),
@@ -104,7 +104,7 @@ constexpr std::array columnEditors{
 std::span<const QLatin1StringView> idsOf(ApplicationKind kind) {
     switch (kind) {
     case ApplicationKind::Browser:
-        return browsers;
+        return desktopBrowsers;
     case ApplicationKind::FileManager:
         return fileManagers;
     case ApplicationKind::WordProcessor:

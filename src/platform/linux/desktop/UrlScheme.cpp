@@ -22,7 +22,7 @@ QByteArray entryAt(const QString& path) {
 }
 
 // Only for links: an entry in the menu is for the installation to make.
-QByteArray entryText(const QString& executable) {
+QByteArray handlerEntry(const QString& executable) {
     return "[Desktop Entry]\n"
            "Type=Application\n"
            "Name=Vorq\n"
@@ -58,7 +58,7 @@ bool UrlScheme::ensureEntry() const {
     const QByteArray present = entryAt(path);
     const bool isOurs = present.contains(ownMark);
     if (isInstalledForAll()) return isOurs && QFile::remove(path);
-    const QByteArray wanted = entryText(m_executable);
+    const QByteArray wanted = handlerEntry(m_executable);
     if (present == wanted || (!present.isEmpty() && !isOurs)) return false;
     QDir().mkpath(m_folders.front());
     QSaveFile file(path);

@@ -18,7 +18,7 @@ const QString registeredKey = QStringLiteral("vorq.loginItem.registered");
 const QString launchOptions = QStringLiteral(" --background --launched-at-login");
 
 // The entry for a program as it stands in the Exec line.
-QString entryText(const QString& program) {
+QString autostartEntry(const QString& program) {
     return QStringLiteral("[Desktop Entry]\n"
                           "Type=Application\n"
                           "Name=Vorq\n"
@@ -36,7 +36,7 @@ bool isUnedited(const QString& entry) {
         if (!line.startsWith(u"Exec=") || !line.endsWith(launchOptions)) continue;
         const QString program = line.chopped(launchOptions.size()).sliced(5);
         const bool isOneWord = program.startsWith(u'"') || !program.contains(u' ');
-        return isOneWord && entry == entryText(program);
+        return isOneWord && entry == autostartEntry(program);
     }
     return false;
 }
@@ -72,7 +72,7 @@ std::expected<void, QString> XdgLoginItem::registerAtLogin() {
     QFile present(entryPath());
     const bool isThere = present.exists();
     if (!isThere && m_defaults.boolean(registeredKey).value_or(false)) return {};
-    const QString wanted = entryText(desktopExecWord(m_executable));
+    const QString wanted = autostartEntry(desktopExecWord(m_executable));
     if (isThere) {
         if (!present.open(QIODevice::ReadOnly)) return std::unexpected(present.errorString());
         const QString text = QString::fromUtf8(present.readAll());
