@@ -1,7 +1,7 @@
 #include "engine/embedded/FlashcardMaker.h"
 
-#include "engine/embedded/PhraseList.h"
-#include "engine/embedded/Vocabulary.h"
+#include "engine/embedded/search/Vocabulary.h"
+#include "engine/embedded/words/PhraseList.h"
 #include "support/Filled.h"
 #include "support/Utf8.h"
 

@@ -1,8 +1,8 @@
 #include "engine/embedded/PromptIntent.h"
 
-#include "engine/embedded/Document.h"
-#include "engine/embedded/Lexicon.h"
-#include "engine/embedded/Words.h"
+#include "engine/embedded/document/Document.h"
+#include "engine/embedded/words/Lexicon.h"
+#include "engine/embedded/words/Words.h"
 #include "support/Utf8.h"
 
 #include <algorithm>

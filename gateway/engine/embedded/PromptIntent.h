@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/embedded/QuestionKind.h"
+#include "engine/embedded/search/QuestionKind.h"
 
 #include <cstddef>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "engine/embedded/QuizMaker.h"
 
-#include "engine/embedded/SentenceSearch.h"
-#include "engine/embedded/Vocabulary.h"
+#include "engine/embedded/search/SentenceSearch.h"
+#include "engine/embedded/search/Vocabulary.h"
 #include "support/Filled.h"
 #include "support/Utf8.h"
 

@@ -1,8 +1,8 @@
 #include "engine/embedded/ReplyDraft.h"
 
-#include "engine/embedded/KeyTerms.h"
 #include "engine/embedded/PromptIntent.h"
-#include "engine/embedded/SentenceSearch.h"
+#include "engine/embedded/search/KeyTerms.h"
+#include "engine/embedded/search/SentenceSearch.h"
 #include "support/Filled.h"
 #include "support/Utf8.h"
 

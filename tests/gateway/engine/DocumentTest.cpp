@@ -1,5 +1,5 @@
-#include "engine/embedded/Document.h"
-#include "engine/embedded/SentenceSplitter.h"
+#include "engine/embedded/document/Document.h"
+#include "engine/embedded/document/SentenceSplitter.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -3,10 +3,10 @@
 #include "engine-eval/EngineAnswer.h"
 #include "engine-eval/EvalText.h"
 #include "engine/embedded/FlashcardMaker.h"
-#include "engine/embedded/Language.h"
-#include "engine/embedded/LanguageData.h"
 #include "engine/embedded/QuizMaker.h"
 #include "engine/embedded/ReplyDraft.h"
+#include "engine/embedded/words/Language.h"
+#include "engine/embedded/words/LanguageData.h"
 #include "support/Utf8.h"
 
 #include <gmock/gmock.h>

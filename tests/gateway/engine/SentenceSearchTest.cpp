@@ -1,7 +1,7 @@
 // Which sentence of a text is quoted first, rule by rule. The texts are too small for luck.
 
-#include "engine/embedded/SentenceSearch.h"
-#include "engine/embedded/WordKin.h"
+#include "engine/embedded/search/SentenceSearch.h"
+#include "engine/embedded/words/WordKin.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "doubles/gateway/Samples.h"
-#include "engine/embedded/KeyTerms.h"
-#include "engine/embedded/SentenceSearch.h"
+#include "engine/embedded/search/KeyTerms.h"
+#include "engine/embedded/search/SentenceSearch.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

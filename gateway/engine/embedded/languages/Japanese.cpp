@@ -1,4 +1,4 @@
-#include "engine/embedded/LanguageData.h"
+#include "engine/embedded/words/LanguageData.h"
 
 namespace vorq::gateway {
 
