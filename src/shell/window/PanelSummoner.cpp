@@ -67,6 +67,8 @@ QCoro::Task<> PanelSummoner::takeUpSelection(QPointer<PanelSummoner> self, Sourc
         if (!self->hasDialog()) self->m_panel->hide();
         co_return;
     }
+    // The user has hidden the panel meanwhile. What is held back does not wait unseen.
+    if (captured.isHeldBack && !self->m_panel->isPanelVisible()) co_return;
     const std::optional<CapturedText> prefilled = captured;
     co_await self->m_state->panel().submitHotKeyContext(source, prefilled, stop);
 }

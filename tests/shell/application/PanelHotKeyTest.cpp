@@ -73,6 +73,19 @@ TEST_F(PanelHotKeyTest, WhatReadsLikeASecretIsHeldAndTheVisiblePanelStays) {
     EXPECT_EQ(panel().highlightedText(), "");
 }
 
+TEST_F(PanelHotKeyTest, ASecretThatIsReadOnceThePanelIsHiddenDoesNotWaitUnseen) {
+    m_capture.selections[editor] = "kT4vB9nQz2Lm";
+    m_capture.readsLikeSecret = true;
+    m_delegate.perform(HotKeyAction::Panel, {.process = editor, .bundleIdentifier = {}});
+    // Once the capture has begun, which is on the next turn, and before it ends.
+    QMetaObject::invokeMethod(
+        &m_delegate, [this] { m_delegate.togglePanel(); }, Qt::QueuedConnection);
+    m_clock.settle();
+    ASSERT_THAT(m_calls, ElementsAre("show", "hide"));
+    ASSERT_THAT(m_capture.asked, ElementsAre(editor));
+    EXPECT_TRUE(panel().heldCapture().isEmpty());
+}
+
 TEST_F(PanelHotKeyTest, WithoutTrustItDoesNotClose) {
     m_capture.trusted = false;
     press(1);
