@@ -197,7 +197,6 @@ void PanelConversation::stopPanelResponse() {
     // Also a turn that has lost its handle to one it replaced.
     m_panelRequestTask.cancelAll();
     m_typewriter.cancelTyping();
-    m_userTypingTask.cancel();
     m_panelTurnQueue.clear();
     removeEmptyPlaceholders();
     m_status.endPanelWorkStatus();
@@ -229,7 +228,6 @@ void PanelConversation::bringForward() {
 void PanelConversation::endAllTurns() {
     m_panelRequestTask.cancelAll();
     m_typewriter.cancelTyping();
-    m_userTypingTask.cancel();
     m_panelTurnQueue.clear();
     m_heldCapture.discard();
     m_typewriter.finishTypingFlags(std::nullopt);

@@ -224,7 +224,6 @@ class PanelConversation final : public QObject {
     bool m_isRestoringPanelHistory = false;
     std::deque<PanelQueuedTurn> m_panelTurnQueue;
     TaskSlot m_panelRequestTask;
-    TaskSlot m_userTypingTask;
 };
 
 } // namespace vorq

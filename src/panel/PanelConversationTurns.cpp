@@ -297,7 +297,6 @@ void PanelConversation::logCapture(bool trusted, std::optional<ProcessId> source
 void PanelConversation::typeHighlightAndAnalyze(const QString& text) {
     const QString kept = trimmed(text).toString();
     if (kept.isEmpty()) return;
-    m_userTypingTask.cancel();
     m_typewriter.finishTypingFlags(MessageRole::User);
     const QUuid bubble = appendUserMessage(QStringLiteral("Attached: Text capture"));
     rememberSent(bubble, kept, m_highlightedApplication);

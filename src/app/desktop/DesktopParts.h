@@ -3,7 +3,7 @@
 #include "areas/Permissions.h"
 #include "capture/notes/NoteCaptureFlow.h"
 #include "capture/selection/SelectionCapture.h"
-#include "capture/source/FrontmostTracker.h"
+#include "platform/Workspace.h"
 #include "shell/window/PanelPresence.h"
 
 #include <functional>
@@ -42,7 +42,6 @@ struct PanelContext {
     Clock& clock;
     Defaults& defaults;
     Workspace& workspace;
-    const FrontmostTracker& frontmost;
     PanelHolds& holds;
     ShellNotifications& notifications;
     LinuxDesktopLook& desktopLook;

@@ -85,8 +85,8 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
            m_statusItem,
            [this](VorqAppState& state) {
                return m_parts.makePanel({state, m_clock, m_defaults, *m_workspace,
-                                         m_delegate.frontmost(), m_delegate.holds(),
-                                         m_delegate.notifications(), m_desktopLook});
+                                         m_delegate.holds(), m_delegate.notifications(),
+                                         m_desktopLook});
            },
            {static_cast<ProcessId>(QCoreApplication::applicationPid()), ApplicationService::name},
            [this] { m_parts.enableTextCapture(); }}),

@@ -39,14 +39,6 @@ void AttachmentList::removeIf(const std::function<bool(const PromptAttachment&)>
         if (condemned(m_attachments[row])) removeAt(row);
 }
 
-void AttachmentList::clear() {
-    if (m_attachments.isEmpty()) return;
-    beginRemoveRows({}, 0, count() - 1);
-    m_attachments.clear();
-    endRemoveRows();
-    emit countChanged();
-}
-
 // The titles of notes count them, so that each change may rename the others.
 void AttachmentList::renameOthers() {
     if (m_attachments.isEmpty()) return;

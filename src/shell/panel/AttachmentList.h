@@ -29,7 +29,6 @@ class AttachmentList : public QAbstractListModel {
     void removeIf(const std::function<bool(const PromptAttachment&)>& condemned);
     /// A row that is none changes nothing.
     void removeAt(int row);
-    void clear();
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;

@@ -42,11 +42,11 @@ class PanelViewModel final : public QObject {
     /// A saved chat was loaded and the view has not shown it yet: it comes in at once, at its end.
     Q_PROPERTY(bool isRestoringHistory READ isRestoringHistory NOTIFY respondingChanged)
     Q_PROPERTY(bool promptBounce READ promptBounce NOTIFY promptBounceChanged)
-    /// What went wrong or is missing, as a sentence; "" for nothing.
     /// Whether a captured text waits for the user's word, since it reads like a secret, and the
     /// name of the application that it is from, "" if unknown. The text itself is not shown.
     Q_PROPERTY(bool isHolding READ isHolding NOTIFY heldChanged)
     Q_PROPERTY(QString heldFrom READ heldFrom NOTIFY heldChanged)
+    /// What went wrong or is missing, as a sentence; "" for nothing.
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
 
   public:

@@ -35,7 +35,6 @@ class ReplyLayout {
     using Block = AssistantReplyDocument::Block;
 
     void setTheme(const ReplyTheme& theme);
-    [[nodiscard]] const ReplyTheme& theme() const { return m_theme; }
 
     /// Puts the blocks in the place of so many from the row on.
     void replace(int row, int count, const QList<Block>& blocks);

@@ -52,7 +52,6 @@ QtObject {
     readonly property real controlSize: 13
     readonly property real metaSize: 12.5
     readonly property real captionSize: 12
-    readonly property real badgeSize: 11.5
     readonly property real bubbleLeading: 3
     readonly property real captionLeading: 2
     readonly property real tabStop: 36
@@ -65,9 +64,6 @@ QtObject {
     readonly property color inkOff: strong(dark ? "#686C79" : "#A3A8B5", "#A8A8A8", "#4D4D4D")
 
     // ---- solid surfaces
-    readonly property color window: high ? strongGround : dark ? "#17181C" : "#F3F4F7"
-    readonly property color surface: high ? strongGround : dark ? "#212329" : "#FFFFFF"
-    readonly property color surface2: high ? strongGround : dark ? "#2A2C34" : "#EEF0F4"
     readonly property color surface3: strong(dark ? "#343741" : "#E3E6EC", "#202020", "#E8E8E8")
     readonly property color hairline: high ? strongInk : dark ? Qt.rgba(1, 1, 1, 0.085) : Qt.rgba(0.05, 0.07, 0.13, 0.10)
     readonly property color hairline2: high ? strongInk : dark ? Qt.rgba(1, 1, 1, 0.16) : Qt.rgba(0.05, 0.07, 0.13, 0.17)
@@ -100,14 +96,9 @@ QtObject {
 
     // ---- status
     readonly property color ok: strong(dark ? "#62D394" : "#16703D", "#7BE8AD", "#0B4F2A")
-    readonly property color okFill: dark ? "#2C9F5F" : "#2A9556"
-    readonly property color okSoft: dark ? Qt.rgba(0.30, 0.78, 0.50, 0.17) : Qt.rgba(0.15, 0.62, 0.34, 0.12)
     readonly property color warn: strong(onGlass(dark ? "#FFA65C" : "#A84E08"), "#FFC48A", "#6E3200")
-    readonly property color warnFill: "#F08A2B"
     readonly property color warnSoft: high ? strongGround : dark ? Qt.rgba(1, 0.62, 0.30, 0.16) : Qt.rgba(0.94, 0.50, 0.10, 0.13)
     readonly property color bad: strong(onGlass(dark ? "#FF8A85" : "#BF2B2B"), "#FFB3AF", "#8E1515")
-    readonly property color badFill: dark ? "#E5554F" : "#D53B38"
-    readonly property color badSoft: dark ? Qt.rgba(1, 0.38, 0.36, 0.16) : Qt.rgba(0.84, 0.20, 0.20, 0.10)
     readonly property color noteTile: high ? strongInk : dark ? "#FFC46B" : "#9A5B00"
     readonly property real tileAlpha: dark ? 0.16 : 0.11
 
@@ -173,8 +164,6 @@ QtObject {
     readonly property int space3: 12
     readonly property int space4: 16
     readonly property int space5: 20
-    readonly property int space6: 24
-    readonly property int space8: 32
 
     // ---- radii; what lies in something else has its radius less the gap
     readonly property int radiusPanel: 34
