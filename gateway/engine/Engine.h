@@ -1,7 +1,6 @@
 #pragma once
 
 #include "engine/Analysis.h"
-#include "support/Cancellation.h"
 #include "support/SteadyTime.h"
 
 #include <functional>
@@ -94,24 +93,20 @@ class ReplyStream {
     [[nodiscard]] virtual FinishedReply result() = 0;
 };
 
-/// Answers the AI requests. Thread-safe; failures are EngineError. A function may compute for long,
-/// and looks at `cancelled` then, but waits for nobody: what others have yet to say comes through
-/// the reply.
+/// Answers the AI requests. Thread-safe; failures are EngineError. A function may compute for long
+/// but waits for nobody: what others have yet to say comes through the reply.
 class Engine {
   public:
     virtual ~Engine() = default;
     /// Whether a function may compute for long though the request is small.
     [[nodiscard]] virtual bool computes() const { return true; }
-    [[nodiscard]] virtual std::unique_ptr<ReplyStream> prompt(const PromptRequest& request,
-                                                              const Cancelled& cancelled) = 0;
-    [[nodiscard]] virtual std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request,
-                                                               const Cancelled& cancelled) = 0;
+    [[nodiscard]] virtual std::unique_ptr<ReplyStream> prompt(const PromptRequest& request) = 0;
+    [[nodiscard]] virtual std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request) = 0;
     /// Ends in flashcards.
-    [[nodiscard]] virtual std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest& request,
-                                                                  const Cancelled& cancelled) = 0;
+    [[nodiscard]] virtual std::unique_ptr<ReplyStream>
+    flashcards(const FlashcardsRequest& request) = 0;
     /// Ends in a quiz.
-    [[nodiscard]] virtual std::unique_ptr<ReplyStream> quiz(const QuizRequest& request,
-                                                            const Cancelled& cancelled) = 0;
+    [[nodiscard]] virtual std::unique_ptr<ReplyStream> quiz(const QuizRequest& request) = 0;
 };
 
 } // namespace vorq::gateway

@@ -104,20 +104,20 @@ void addAiRoutes(RequestRouter& router, Engine& engine) {
     };
     add("/ai/prompt", [&engine](const ApiCall& call) {
         const PromptRequest request = promptRequest(call);
-        return reply(engine.prompt(request, call.cancelled), request.whole);
+        return reply(engine.prompt(request), request.whole);
     });
     add("/ai/analyze", [&engine](const ApiCall& call) {
         const AnalyzeRequest request = analyzeRequest(call);
-        return reply(engine.analyze(request, call.cancelled), request.whole);
+        return reply(engine.analyze(request), request.whole);
     });
     add("/ai/flashcards", [&engine](const ApiCall& call) {
         const FlashcardsRequest request{requiredMaterial(call.body), modelFor(call)};
-        return reply(engine.flashcards(request, call.cancelled), true);
+        return reply(engine.flashcards(request), true);
     });
     add("/ai/quiz", [&engine](const ApiCall& call) {
         const QuizRequest request{requiredMaterial(call.body), textIn(call.body, "focus"),
                                   modelFor(call)};
-        return reply(engine.quiz(request, call.cancelled), true);
+        return reply(engine.quiz(request), true);
     });
 }
 

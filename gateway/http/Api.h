@@ -2,7 +2,6 @@
 
 #include "auth/AccountService.h"
 #include "http/ReplyFeed.h"
-#include "support/Cancellation.h"
 
 #include <nlohmann/json.hpp>
 
@@ -34,7 +33,6 @@ struct ApiCall {
     nlohmann::json body;
     /// Set where the route asks for a bearer token.
     std::optional<Identity> identity;
-    Cancelled cancelled;
 };
 
 /// Either a JSON document or, if `stream` is set, a reply on its way.

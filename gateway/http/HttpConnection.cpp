@@ -2,6 +2,7 @@
 
 #include "http/JsonText.h"
 #include "support/ApiError.h"
+#include "support/Cancellation.h"
 #include "support/ProcessLimits.h"
 
 #include <boost/asio/co_spawn.hpp>
@@ -157,8 +158,7 @@ Awaitable<HttpConnection::Outcome> HttpConnection::work(const Route& route,
         co_await onPool(takesLong ? core_.computing : core_.accounts, [&]() -> Outcome {
             try {
                 identify();
-                return RequestRouter::answer(route, std::move(identity), std::move(body),
-                                             cancelled());
+                return RequestRouter::answer(route, std::move(identity), std::move(body));
             } catch (...) {
                 return refusalFor(std::current_exception());
             }
@@ -396,10 +396,6 @@ void HttpConnection::allow(milliseconds time) {
 void HttpConnection::allowWrite() {
     isWriting_ = true;
     allow(core_.stopping ? kFinishTime : kWriteTime);
-}
-
-Cancelled HttpConnection::cancelled() {
-    return [this] { return core_.stopping || peerLeft_; };
 }
 
 void HttpConnection::watchPeer() {

@@ -74,7 +74,6 @@ class HttpConnection final : public Guest, public std::enable_shared_from_this<H
     void allow(std::chrono::milliseconds time);
     void allowWrite();
     void relax() { deadline_.cancel(); }
-    [[nodiscard]] Cancelled cancelled();
     void watchPeer();
     void close();
 
@@ -91,7 +90,7 @@ class HttpConnection final : public Guest, public std::enable_shared_from_this<H
     bool headSent_ = false;
     bool isWatching_ = false;
     /// The client closed its end; one that still waits for an answer never does.
-    std::atomic<bool> peerLeft_ = false;
+    bool peerLeft_ = false;
     std::size_t discarded_ = 0;
     std::size_t largeBytes_ = 0;
     bool wasLarge_ = false;

@@ -3,6 +3,7 @@
 #include "engine/Engine.h"
 #include "storage/Database.h"
 #include "support/ApiError.h"
+#include "support/Cancellation.h"
 
 #include <cstdio>
 #include <new>

@@ -64,12 +64,11 @@ std::optional<Identity> RequestRouter::identify(const Route& route, const HttpRe
 }
 
 ApiReply RequestRouter::answer(const Route& route, std::optional<Identity> identity,
-                               std::string body, const Cancelled& cancelled) {
+                               std::string body) {
     ApiCall call;
     call.body = trimmed(body).empty() ? nlohmann::json::object() : parseBody(body);
     body = {};
     call.identity = std::move(identity);
-    call.cancelled = cancelled;
     return route.handler(call);
 }
 

@@ -45,7 +45,7 @@ class RequestRouter {
     [[nodiscard]] std::optional<Identity> identify(const Route& route, const HttpRequest& request);
     /// Runs the handler. Whatever it throws comes out as it is.
     [[nodiscard]] static ApiReply answer(const Route& route, std::optional<Identity> identity,
-                                         std::string body, const Cancelled& cancelled);
+                                         std::string body);
     /// The refusal of a body that is longer than the route takes.
     [[nodiscard]] static ApiError tooLarge(const Route& route);
 

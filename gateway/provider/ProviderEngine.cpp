@@ -67,28 +67,25 @@ FinishedReply quizIn(std::string_view text, bool isCutShort) {
 
 ProviderEngine::ProviderEngine(ProviderConfig config) : config_(std::move(config)) {}
 
-std::unique_ptr<ReplyStream> ProviderEngine::prompt(const PromptRequest& request,
-                                                    const Cancelled&) {
+std::unique_ptr<ReplyStream> ProviderEngine::prompt(const PromptRequest& request) {
     return std::make_unique<ProviderStream>(
         loop_, config_, promptBody(request, providerModel(config_, request.model)),
         analysisParser(request.whole));
 }
 
-std::unique_ptr<ReplyStream> ProviderEngine::analyze(const AnalyzeRequest& request,
-                                                     const Cancelled&) {
+std::unique_ptr<ReplyStream> ProviderEngine::analyze(const AnalyzeRequest& request) {
     return std::make_unique<ProviderStream>(
         loop_, config_, analyzeBody(request, providerModel(config_, request.model)),
         analysisParser(request.whole));
 }
 
-std::unique_ptr<ReplyStream> ProviderEngine::flashcards(const FlashcardsRequest& request,
-                                                        const Cancelled&) {
+std::unique_ptr<ReplyStream> ProviderEngine::flashcards(const FlashcardsRequest& request) {
     return std::make_unique<ProviderStream>(
         loop_, config_, flashcardsBody(request.text, providerModel(config_, request.model)),
         flashcardsIn);
 }
 
-std::unique_ptr<ReplyStream> ProviderEngine::quiz(const QuizRequest& request, const Cancelled&) {
+std::unique_ptr<ReplyStream> ProviderEngine::quiz(const QuizRequest& request) {
     return std::make_unique<ProviderStream>(
         loop_, config_, quizBody(request, providerModel(config_, request.model)), quizIn);
 }

@@ -140,10 +140,6 @@ std::int64_t Database::lastInsertId() const {
     return sqlite3_last_insert_rowid(handle());
 }
 
-int Database::changes() const {
-    return sqlite3_changes(handle());
-}
-
 void Database::setPatience(std::chrono::milliseconds patience) {
     check(handle(), sqlite3_busy_timeout(handle(), static_cast<int>(patience.count())));
 }

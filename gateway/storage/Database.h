@@ -70,8 +70,6 @@ class Database {
     [[nodiscard]] Statement prepare(std::string_view sql);
     void execute(const std::string& sql);
     [[nodiscard]] std::int64_t lastInsertId() const;
-    /// Rows touched by the last statement.
-    [[nodiscard]] int changes() const;
 
     /// How long an operation waits for another program that holds the file.
     void setPatience(std::chrono::milliseconds patience);

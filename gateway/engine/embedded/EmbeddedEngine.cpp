@@ -10,24 +10,21 @@ namespace vorq::gateway {
 
 EmbeddedEngine::EmbeddedEngine(std::chrono::milliseconds stepDelay) : stepDelay_(stepDelay) {}
 
-std::unique_ptr<ReplyStream> EmbeddedEngine::prompt(const PromptRequest& request,
-                                                    const Cancelled&) {
+std::unique_ptr<ReplyStream> EmbeddedEngine::prompt(const PromptRequest& request) {
     const auto delay = request.whole ? std::chrono::milliseconds(0) : stepDelay_;
     return std::make_unique<DraftStream>(draftReply(request), delay);
 }
 
-std::unique_ptr<ReplyStream> EmbeddedEngine::analyze(const AnalyzeRequest& request,
-                                                     const Cancelled&) {
+std::unique_ptr<ReplyStream> EmbeddedEngine::analyze(const AnalyzeRequest& request) {
     const auto delay = request.whole ? std::chrono::milliseconds(0) : stepDelay_;
     return std::make_unique<DraftStream>(draftAnalysis(request.text), delay);
 }
 
-std::unique_ptr<ReplyStream> EmbeddedEngine::flashcards(const FlashcardsRequest& request,
-                                                        const Cancelled&) {
+std::unique_ptr<ReplyStream> EmbeddedEngine::flashcards(const FlashcardsRequest& request) {
     return std::make_unique<ReadyReply>(makeFlashcards(request.text));
 }
 
-std::unique_ptr<ReplyStream> EmbeddedEngine::quiz(const QuizRequest& request, const Cancelled&) {
+std::unique_ptr<ReplyStream> EmbeddedEngine::quiz(const QuizRequest& request) {
     return std::make_unique<ReadyReply>(makeQuiz(request));
 }
 

@@ -13,14 +13,11 @@ class EmbeddedEngine final : public Engine {
     /// `stepDelay` stands between two steps of a stream.
     explicit EmbeddedEngine(std::chrono::milliseconds stepDelay);
 
-    [[nodiscard]] std::unique_ptr<ReplyStream> prompt(const PromptRequest& request,
-                                                      const Cancelled& cancelled) override;
-    [[nodiscard]] std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request,
-                                                       const Cancelled& cancelled) override;
-    [[nodiscard]] std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest& request,
-                                                          const Cancelled& cancelled) override;
-    [[nodiscard]] std::unique_ptr<ReplyStream> quiz(const QuizRequest& request,
-                                                    const Cancelled& cancelled) override;
+    [[nodiscard]] std::unique_ptr<ReplyStream> prompt(const PromptRequest& request) override;
+    [[nodiscard]] std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request) override;
+    [[nodiscard]] std::unique_ptr<ReplyStream>
+    flashcards(const FlashcardsRequest& request) override;
+    [[nodiscard]] std::unique_ptr<ReplyStream> quiz(const QuizRequest& request) override;
 
   private:
     std::chrono::milliseconds stepDelay_;

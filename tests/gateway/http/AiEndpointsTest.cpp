@@ -18,18 +18,18 @@ using ::testing::HasSubstr;
 /// Remembers the last request, and its replies do not end where `endless` is set.
 class ProbeEngine final : public Engine {
   public:
-    std::unique_ptr<ReplyStream> prompt(const PromptRequest& request, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> prompt(const PromptRequest& request) override {
         lastPrompt = request;
         return std::make_unique<Stream>(*this);
     }
-    std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request) override {
         lastAnalysis = request;
         return std::make_unique<Stream>(*this);
     }
-    std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&) override {
         return std::make_unique<ReadyReply>(std::vector<Flashcard>());
     }
-    std::unique_ptr<ReplyStream> quiz(const QuizRequest& request, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> quiz(const QuizRequest& request) override {
         lastQuiz = request;
         return std::make_unique<ReadyReply>(Quiz());
     }

@@ -108,17 +108,16 @@ TEST(CrowdTest, StreamsBesideWhichNothingElseWaits) {
           private:
             bool hasBegun_ = false;
         };
-        std::unique_ptr<ReplyStream> prompt(const PromptRequest&, const Cancelled&) override {
+        std::unique_ptr<ReplyStream> prompt(const PromptRequest&) override {
             return std::make_unique<Reply>();
         }
-        std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest&, const Cancelled&) override {
+        std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest&) override {
             return std::make_unique<Reply>();
         }
-        std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&,
-                                                const Cancelled&) override {
+        std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&) override {
             return std::make_unique<Reply>();
         }
-        std::unique_ptr<ReplyStream> quiz(const QuizRequest&, const Cancelled&) override {
+        std::unique_ptr<ReplyStream> quiz(const QuizRequest&) override {
             throw EngineError(422, "No quiz today.");
         }
     };
@@ -147,19 +146,19 @@ class HeldEngine final : public Engine {
   public:
     explicit HeldEngine(std::shared_future<void> release) : release_(std::move(release)) {}
 
-    std::unique_ptr<ReplyStream> prompt(const PromptRequest&, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> prompt(const PromptRequest&) override {
         release_.wait();
         Analysis analysis;
         analysis.summary = "released";
         return std::make_unique<ReadyReply>(std::move(analysis));
     }
-    std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest&, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest&) override {
         throw EngineError(422, "No analysis today.");
     }
-    std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&) override {
         throw EngineError(422, "No flashcards today.");
     }
-    std::unique_ptr<ReplyStream> quiz(const QuizRequest&, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> quiz(const QuizRequest&) override {
         throw EngineError(422, "No quiz today.");
     }
 

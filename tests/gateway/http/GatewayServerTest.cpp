@@ -11,18 +11,14 @@ using nlohmann::json;
 /// Throws whatever it is asked.
 class FailingEngine final : public Engine {
   public:
-    std::unique_ptr<ReplyStream> prompt(const PromptRequest&, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> prompt(const PromptRequest&) override {
         throw std::runtime_error("secret detail");
     }
-    std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest&, const Cancelled&) override {
-        throw std::bad_alloc();
-    }
-    std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest&) override { throw std::bad_alloc(); }
+    std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&) override {
         throw EngineError(422, "No cards today.");
     }
-    std::unique_ptr<ReplyStream> quiz(const QuizRequest&, const Cancelled&) override {
-        throw std::logic_error("x");
-    }
+    std::unique_ptr<ReplyStream> quiz(const QuizRequest&) override { throw std::logic_error("x"); }
 };
 
 void expectError(const Answer& answer, int status) {

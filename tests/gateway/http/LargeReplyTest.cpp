@@ -28,16 +28,16 @@ class LargeReplyEngine final : public Engine {
     explicit LargeReplyEngine(Next next) : next_(std::move(next)) {}
 
     [[nodiscard]] bool computes() const override { return false; }
-    std::unique_ptr<ReplyStream> prompt(const PromptRequest&, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> prompt(const PromptRequest&) override {
         return std::make_unique<Reply>(next_);
     }
-    std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest&, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest&) override {
         return std::make_unique<Reply>(next_);
     }
-    std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&) override {
         return std::make_unique<Reply>(next_);
     }
-    std::unique_ptr<ReplyStream> quiz(const QuizRequest&, const Cancelled&) override {
+    std::unique_ptr<ReplyStream> quiz(const QuizRequest&) override {
         return std::make_unique<Reply>(next_);
     }
 
