@@ -48,16 +48,22 @@ std::vector<ConversationMessage> historyIn(const json& body) {
     return history;
 }
 
+/// Routes here ask for a bearer token, so there is a caller.
+const Account& callerOf(const ApiCall& call) {
+    if (!call.identity) throw ApiError(401, "Your session expired. Sign in again.");
+    return call.identity->account;
+}
+
 Preferences preferencesOf(const ApiCall& call) {
     if (flag(call.body, "skipUserPreferences")) return {};
-    const Account& account = call.identity.value().account;
+    const Account& account = callerOf(call);
     return {.firstName = account.firstName, .useCase = account.useCase};
 }
 
 /// The model the request names, or else the one its user chose; flashcards and quizzes name none.
 std::string modelFor(const ApiCall& call) {
     const std::string named = textIn(call.body, "preferredModel");
-    return trimmed(named).empty() ? call.identity.value().account.preferredModel : named;
+    return trimmed(named).empty() ? callerOf(call).preferredModel : named;
 }
 
 PromptRequest promptRequest(const ApiCall& call) {

@@ -72,7 +72,7 @@ HttpConnection::~HttpConnection() {
 
 void HttpConnection::start() {
     error_code ignored;
-    socket_.set_option(net::ip::tcp::no_delay(true), ignored);
+    static_cast<void>(socket_.set_option(net::ip::tcp::no_delay(true), ignored));
     core_.room.enter(*this);
     allow(kFirstByteTime);
     net::co_spawn(core_.io, run(shared_from_this()), net::detached);
@@ -89,8 +89,8 @@ Awaitable<void> HttpConnection::run(std::shared_ptr<HttpConnection> self) {
         co_await self->answer();
         co_await self->finish();
     } catch (const boost::system::system_error&) {
-        // The client is gone.
-    } catch (const std::exception& error) {
+        self->peerLeft_ = true;
+    } catch (const std::exception&) {
         static_cast<void>(refusalFor(std::current_exception()));
     }
     self->close();
@@ -305,7 +305,7 @@ Awaitable<void> HttpConnection::finish() {
     phase_ = Phase::Finishing;
     core_.room.settle(*this);
     error_code ignored;
-    socket_.shutdown(Socket::shutdown_send, ignored);
+    static_cast<void>(socket_.shutdown(Socket::shutdown_send, ignored));
     if (!reader_.awaitsMore()) co_return;
     watchPeer();
     const SteadyTime end = Steady::now() + kFinishTime;
@@ -358,7 +358,7 @@ Awaitable<std::invoke_result_t<Work&>> HttpConnection::onPool(WorkerPool& pool, 
                 std::this_thread::sleep_for(kMemoryPause);
         }
     }
-    if (outcome.failure) std::rethrow_exception(outcome.failure);
+    if (outcome.failure || !outcome.result) std::rethrow_exception(outcome.failure);
     co_return std::move(*outcome.result);
 }
 
@@ -415,7 +415,7 @@ void HttpConnection::watchPeer() {
 
 void HttpConnection::close() {
     error_code ignored;
-    socket_.close(ignored);
+    static_cast<void>(socket_.close(ignored));
     relax();
     ring();
 }

@@ -194,7 +194,7 @@ class PanelConversation final : public QObject {
     [[nodiscard]] std::optional<QString> preferredModel() const;
     void startTurn(Turn turn);
     void startLocalWork(const QUuid& placeholder, LocalWork work);
-    void offerRetry(const QUuid& failedReply, std::function<void()> again);
+    void offerRetry(const QUuid& failedReply, const std::function<void()>& again);
     static QCoro::Task<> runTurn(QPointer<PanelConversation> self, Turn turn, std::stop_token stop);
     static QCoro::Task<> runLocalTurn(QPointer<PanelConversation> self, QUuid placeholder,
                                       LocalWork work, std::stop_token stop);

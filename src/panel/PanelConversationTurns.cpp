@@ -192,10 +192,10 @@ void PanelConversation::failTurn(const Turn& turn, const std::exception_ptr& err
     }
 }
 
-void PanelConversation::offerRetry(const QUuid& failedReply, std::function<void()> again) {
+void PanelConversation::offerRetry(const QUuid& failedReply, const std::function<void()>& again) {
     const VorqMessage* found = m_messages.find(failedReply);
     if (!found) return;
-    m_retries.insert(failedReply, std::move(again));
+    m_retries.insert(failedReply, again);
     VorqMessage message = *found;
     message.canRetry = true;
     m_messages.update(message);

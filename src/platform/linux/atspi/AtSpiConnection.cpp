@@ -107,6 +107,7 @@ void AtSpiConnection::announced() {
 }
 
 void AtSpiConnection::askForAddress() {
+    if (!m_session) return;
     const QDBusMessage question = QDBusMessage::createMethodCall(
         announcer, announcerPath, announcer, QStringLiteral("GetAddress"));
     auto* answer = new QDBusPendingCallWatcher(m_session->asyncCall(question, startLimit), this);
@@ -177,6 +178,7 @@ void AtSpiConnection::setFront(std::optional<std::int32_t> process) {
 }
 
 void AtSpiConnection::askForStatus() {
+    if (!m_session) return;
     QDBusMessage question = QDBusMessage::createMethodCall(
         announcer, announcerPath, propertiesInterface, QStringLiteral("Get"));
     question << statusInterface << switchName;
@@ -193,7 +195,7 @@ void AtSpiConnection::setSwitchedOn(bool isSwitchedOn) {
 }
 
 void AtSpiConnection::switchOn() {
-    if (!connectToSession()) return;
+    if (!connectToSession() || !m_session) return;
     QDBusMessage wish = QDBusMessage::createMethodCall(announcer, announcerPath,
                                                        propertiesInterface, QStringLiteral("Set"));
     wish << statusInterface << switchName << QVariant::fromValue(QDBusVariant(true));
