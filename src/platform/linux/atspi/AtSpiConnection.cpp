@@ -125,7 +125,7 @@ void AtSpiConnection::askForAddress() {
 void AtSpiConnection::connectTo(const QString& address) {
     if (!answersConnections(address)) return;
     m_busName = uniqueName("a11y");
-    const QDBusConnection bus = QDBusConnection::connectToBus(address, m_busName);
+    QDBusConnection bus = QDBusConnection::connectToBus(address, m_busName);
     if (!bus.isConnected()) {
         QDBusConnection::disconnectFromBus(m_busName);
         return;
@@ -133,40 +133,40 @@ void AtSpiConnection::connectTo(const QString& address) {
     m_bus = bus;
     m_busAddress = address;
     ++m_shared.connections;
-    listen();
-    registerForEvents();
-    if (m_followsWindows) watchWindows();
+    listen(bus);
+    registerForEvents(bus);
+    if (m_followsWindows) watchWindows(bus);
     m_shared.isConnected = true;
     emit switchChanged();
     askForStatus();
 }
 
-void AtSpiConnection::listen() {
-    m_bus->connect(QString(), localPath, localInterface, QStringLiteral("Disconnected"), this,
-                   SLOT(busLost()));
+void AtSpiConnection::listen(QDBusConnection& bus) {
+    bus.connect(QString(), localPath, localInterface, QStringLiteral("Disconnected"), this,
+                SLOT(busLost()));
     // A match of the first argument would deliver nothing.
-    m_bus->connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
-                   QStringLiteral("StateChanged"), this, SLOT(stateChanged(QDBusMessage)));
-    m_bus->connect(QStringLiteral("org.freedesktop.DBus"), QString(),
-                   QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), this,
-                   SLOT(ownerChanged(QString, QString, QString)));
+    bus.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
+                QStringLiteral("StateChanged"), this, SLOT(stateChanged(QDBusMessage)));
+    bus.connect(QStringLiteral("org.freedesktop.DBus"), QString(),
+                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), this,
+                SLOT(ownerChanged(QString, QString, QString)));
 }
 
-void AtSpiConnection::registerForEvents() {
+void AtSpiConnection::registerForEvents(const QDBusConnection& bus) {
     QDBusMessage wish = QDBusMessage::createMethodCall(
         QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/registry"),
         QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("RegisterEvent"));
     wish << QStringLiteral("object:state-changed:focused");
-    m_bus->asyncCall(wish, startLimit);
+    bus.asyncCall(wish, startLimit);
 }
 
 void AtSpiConnection::followWindows() {
     if (std::exchange(m_followsWindows, true) || !m_bus) return;
-    watchWindows();
+    watchWindows(*m_bus);
 }
 
-void AtSpiConnection::watchWindows() {
-    m_windows = new AtSpiWindowWatch(*m_bus, ::getpid(), this);
+void AtSpiConnection::watchWindows(const QDBusConnection& bus) {
+    m_windows = new AtSpiWindowWatch(bus, ::getpid(), this);
     connect(m_windows, &AtSpiWindowWatch::frontChanged, this,
             [this] { setFront(m_windows->front()); });
     m_windows->begin();
@@ -244,7 +244,7 @@ void AtSpiConnection::ownerChanged(const QString& name, const QString&, const QS
         m_shared.changeFocusOrder([&](AtSpiFocusOrder& order) { order.forget(name); });
         if (m_windows != nullptr) m_windows->forget(name);
     } else if (name == u"org.a11y.atspi.Registry" && m_bus) {
-        registerForEvents();
+        registerForEvents(*m_bus);
         if (m_windows != nullptr) m_windows->begin();
     }
 }

@@ -107,12 +107,12 @@ class AtSpiConnection final : public QObject {
     bool connectToSession();
     void askForAddress();
     void connectTo(const QString& address);
-    void listen();
-    void registerForEvents();
+    void listen(QDBusConnection& bus);
+    void registerForEvents(const QDBusConnection& bus);
     void askForStatus();
     void setSwitchedOn(bool isSwitchedOn);
     void disconnectFromBus();
-    void watchWindows();
+    void watchWindows(const QDBusConnection& bus);
     void setFront(std::optional<std::int32_t> process);
 
     QString m_sessionAddress;
