@@ -40,7 +40,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, Reference& one) {
     argument.beginStructure();
     argument >> one.service >> one.path;
     argument.endStructure();
-    return argument;
+    return argument; // NOLINT(bugprone-return-const-ref-from-parameter): as the toolkit calls it
 }
 
 QDBusMessage refusal(const QDBusMessage& call) {

@@ -92,7 +92,7 @@ TEST(GatewayServerTest, AnotherContentTypeIs415) {
 TEST(GatewayServerTest, SixteenMegabytesPassAndOneMoreByteIs413) {
     TestGateway gateway;
     gateway.signIn();
-    constexpr std::size_t limit = 16 * 1024 * 1024;
+    constexpr std::size_t limit = std::size_t{16} * 1024 * 1024;
     const std::string head = "{\"other\":\"";
     const std::string tail = "\"}";
     const auto body = [&](std::size_t size) {
@@ -230,6 +230,7 @@ TEST(GatewayServerTest, ManyRequestsAtOnceAreAllAnswered) {
     gateway.signIn();
     std::atomic<int> answered = 0;
     std::vector<std::thread> threads;
+    threads.reserve(40);
     for (int i = 0; i < 40; ++i) {
         threads.emplace_back([&] {
             const Answer answer = gateway.post("/ai/prompt", {{"prompt", "hello"}});
