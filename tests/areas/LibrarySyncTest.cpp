@@ -264,7 +264,7 @@ TEST_F(LibrarySyncTest, WhoLeavesWhileALargeListIsReadLosesNothing) {
 }
 
 TEST_F(LibrarySyncTest, TwoProgramsThatWriteAllTheTimeLoseNothing) {
-    constexpr int saves = 60;
+    constexpr qsizetype saves = 60;
     state().watchLibrary();
     const pid_t other = ::fork();
     if (other == 0) {
