@@ -28,6 +28,11 @@ void Wakeup::fire() const {
     State::resumeLater(m_state);
 }
 
+void Wakeup::fireFromAnyThread() const {
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [wakeup = *this] { wakeup.fire(); }, Qt::QueuedConnection);
+}
+
 bool Wakeup::await_ready() const noexcept {
     return false;
 }

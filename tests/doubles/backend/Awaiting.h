@@ -1,29 +1,17 @@
 #pragma once
 
 #include "backend/http/Errors.h"
+#include "doubles/async/TurnUntil.h"
 
-#include <QCoreApplication>
 #include <QCoroTask>
 
 #include <chrono>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <type_traits>
 #include <variant>
 
 namespace vorq {
-
-/// Turns the event loop until the condition holds. False if it did not within the time.
-inline bool turnUntil(const std::function<bool()>& condition,
-                      std::chrono::milliseconds limit = std::chrono::seconds(30)) {
-    const auto end = std::chrono::steady_clock::now() + limit;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
-    }
-    return true;
-}
 
 /// Follows a task from outside: whether it has ended, and with what.
 template<typename T>
