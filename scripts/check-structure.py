@@ -65,6 +65,7 @@ SOURCE_ROOMS = {
     "ui/native": ["shell/*"],
     "ui/reply": ["ui/native"],
     "ui/bindings": ["ui/reply"],
+    "ui/components/base": [],
     "ui/components": [],
     "ui/panel": [],
     "ui/theme": [],

@@ -63,7 +63,7 @@ Squircle {
         }
         IconButton {
             id: remove
-            Keys.forwardTo: clip.tabs ? [clip.tabs] : []
+            tabs: clip.tabs
             anchors.verticalCenter: parent.verticalCenter
             text: qsTr("Remove %1").arg(clip.label)
             iconName: "close"

@@ -6,7 +6,7 @@ Rectangle {
     id: ring
 
     property real around: Theme.radiusControl
-    property real gap: 2
+    property real gap: Theme.ringGap
     readonly property int thickness: Theme.focusThickness
 
     anchors.fill: parent

@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vorq
 import Vorq.Native
 
-// A round button with an icon. Its text is its name, its help the description of what it does.
-T.AbstractButton {
+// A round button with an icon.
+Control {
     id: button
 
     enum Look { Plain, Soft, Accent }
@@ -15,7 +14,6 @@ T.AbstractButton {
     property real iconSize: Math.round(size * 0.56)
     property real iconRotation: 0
     property real slack: 0 // the part of the size around the icon that shows nothing
-    property string help: ""
     readonly property bool isAccent: look === IconButton.Accent
     readonly property color ink: !enabled ? (isAccent ? Theme.accentOff : Theme.inkOff)
                                : isAccent ? Theme.accentOn
@@ -27,14 +25,9 @@ T.AbstractButton {
 
     implicitWidth: size
     implicitHeight: size
-    hoverEnabled: true
-    focusPolicy: Qt.TabFocus
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Accessible.description: help
-    Accessible.onPressAction: button.clicked()
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
+    tip: help !== "" ? help : text
+    ringRadius: width / 2
+    ringGap: Theme.ringGap - slack
     scale: down ? Motion.pressScale : 1
 
     Behavior on scale {
@@ -51,17 +44,7 @@ T.AbstractButton {
             fillTop: button.fill
             rimTop: button.isAccent && button.enabled ? Theme.accentRimTop : "transparent"
             rimBottom: button.isAccent && button.enabled ? Theme.accentRimBottom : "transparent"
-            FocusRing {
-                visible: button.visualFocus
-                around: parent.width / 2
-            }
         }
-    }
-    Tip {
-        owner: button
-        words: button.help !== "" ? button.help : button.text
-        wanted: button.hovered || button.visualFocus
-        isPressed: button.down
     }
     contentItem: Item {
         Ico {

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vorq
 import Vorq.Native
 
@@ -81,30 +80,22 @@ Item {
         y: 14
         spacing: Theme.space2
 
-        T.AbstractButton {
+        Control {
             id: well
             width: row.wellSize
             height: row.wellSize
-            hoverEnabled: true
             focusPolicy: Qt.StrongFocus
             text: qsTr("Choose %1").arg(row.title)
             onClicked: {
                 picker.former = row.value
                 picker.open(row.shownColor)
             }
-            Keys.onReturnPressed: well.clicked()
-            Accessible.role: Accessible.Button
-            Accessible.name: text
-            Accessible.onPressAction: well.clicked()
+            ringRadius: Theme.radiusTile
             background: Squircle {
                 radius: Theme.radiusTile
                 fillTop: row.shownColor
                 rimTop: Theme.ring
                 rimBottom: Theme.ring
-                FocusRing {
-                    visible: well.visualFocus
-                    around: Theme.radiusTile
-                }
             }
         }
         TextField {

@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vorq
 import Vorq.Native
 
 // A capsule that carries a choice in words.
-T.AbstractButton {
+Control {
     id: pill
 
     property real size: 32
@@ -19,13 +18,7 @@ T.AbstractButton {
 
     implicitHeight: Math.max(Theme.grown(size), label.height + 2 * endPadding)
     implicitWidth: Math.ceil(label.width) + 2 * sidePadding
-    hoverEnabled: true
-    focusPolicy: Qt.TabFocus
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Accessible.onPressAction: pill.clicked()
-    Keys.onReturnPressed: pill.clicked()
-    Keys.onEnterPressed: pill.clicked()
+    ringRadius: corner
 
     background: Squircle {
         radius: pill.corner
@@ -33,10 +26,6 @@ T.AbstractButton {
         fillTop: pill.down ? Theme.pressed : pill.hovered ? Theme.hover : "transparent"
         rimTop: Theme.faint(Theme.ink, pill.isLit ? pill.litRimOpacity : pill.rimOpacity)
         rimBottom: rimTop
-        FocusRing {
-            visible: pill.visualFocus
-            around: pill.corner
-        }
     }
     contentItem: Item {
         Txt {

@@ -1,17 +1,15 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vorq
 import Vorq.Native
 
 // A button that says in words what it does.
-T.AbstractButton {
+Control {
     id: button
 
     enum Look { Secondary, Quiet, Primary }
 
     property int look: TextButton.Secondary
     property real size: 32
-    property string help: ""
     readonly property int sidePadding: 14
     readonly property color ink: !enabled ? Theme.inkOff : look === TextButton.Primary ? Theme.accentOn
                                : look === TextButton.Quiet ? Theme.accentInk : Theme.ink
@@ -22,29 +20,13 @@ T.AbstractButton {
 
     implicitWidth: label.implicitWidth + 2 * sidePadding
     implicitHeight: Theme.grown(size)
-    hoverEnabled: true
-    focusPolicy: Qt.TabFocus
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Accessible.description: help
-    Accessible.onPressAction: button.clicked()
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
+    tip: help
 
     background: Squircle {
         radius: Theme.radiusControl
         fillTop: button.fill
         rimTop: button.look === TextButton.Secondary ? Theme.hairline : button.filledRim
         rimBottom: button.look === TextButton.Secondary ? Theme.hairline2 : button.filledRim
-        FocusRing {
-            visible: button.visualFocus
-        }
-    }
-    Tip {
-        owner: button
-        words: button.help
-        wanted: button.hovered || button.visualFocus
-        isPressed: button.down
     }
     contentItem: Item {
         Txt {

@@ -155,7 +155,7 @@ Item {
             slack: 3
             iconSize: 12
             text: qsTr("Copy code")
-            Keys.forwardTo: reply.tabs ? [reply.tabs] : []
+            tabs: reply.tabs
             shown: hover.hovered && inCode(hover.point.position.y)
             onClicked: blocks.copyCode(number)
 
@@ -167,7 +167,7 @@ Item {
     // On the edge of the bubble, above its first line.
     CopyButton {
         id: replyCopy
-        Keys.forwardTo: reply.tabs ? [reply.tabs] : []
+        tabs: reply.tabs
         x: plate.width - width - Theme.space4
         y: -height / 2
         visible: !reply.isWorking && !reply.isTyping && !reply.isOneLine

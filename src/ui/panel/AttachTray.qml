@@ -49,7 +49,7 @@ Glass {
 
         TrayRow {
             id: fromNotes
-            Keys.forwardTo: tray.tabs ? [tray.tabs] : []
+            tabs: tray.tabs
             width: parent.width
             text: qsTr("Attach from Notes")
             sub: qsTr("Any note in your library")
@@ -63,7 +63,7 @@ Glass {
         }
         TrayRow {
             id: studyFiles
-            Keys.forwardTo: tray.tabs ? [tray.tabs] : []
+            tabs: tray.tabs
             width: parent.width
             text: qsTr("Add study files")
             sub: qsTr("Images, text, Markdown…")
@@ -73,7 +73,7 @@ Glass {
         }
         TrayRow {
             id: photos
-            Keys.forwardTo: tray.tabs ? [tray.tabs] : []
+            tabs: tray.tabs
             width: parent.width
             text: qsTr("Add photos")
             sub: qsTr("Screenshots, scans, pictures")
@@ -93,7 +93,7 @@ Glass {
 
             IconButton {
                 id: back
-                Keys.forwardTo: tray.tabs ? [tray.tabs] : []
+                tabs: tray.tabs
                 x: tray.inset + 2
                 anchors.verticalCenter: parent.verticalCenter
                 size: 30
@@ -112,7 +112,7 @@ Glass {
             }
             TextButton {
                 id: done
-                Keys.forwardTo: tray.tabs ? [tray.tabs] : []
+                tabs: tray.tabs
                 anchors.right: parent.right
                 anchors.rightMargin: tray.inset + 2
                 anchors.verticalCenter: parent.verticalCenter
@@ -148,7 +148,7 @@ Glass {
             delegate: NoteRow {
                 required property int index
 
-                Keys.forwardTo: tray.tabs ? [tray.tabs] : []
+                tabs: tray.tabs
                 x: tray.inset
                 width: list.width - 2 * tray.inset
                 onClicked: tray.notes.toggle(index)

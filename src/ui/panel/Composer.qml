@@ -134,7 +134,7 @@ FocusScope {
                 text: composer.panel.showAttachTray ? qsTr("Close") : qsTr("Add files or notes")
                 help: composer.panel.showAttachTray ? qsTr("Close attachment options") : ""
                 KeyNavigation.tab: sender.enabled ? sender : null
-                Keys.forwardTo: composer.tabs ? [composer.tabs] : []
+                tabs: composer.tabs
                 onClicked: composer.panel.showAttachTray = !composer.panel.showAttachTray
             }
             IconButton {
@@ -151,7 +151,7 @@ FocusScope {
                 enabled: stops || composer.panel.canSend
                 text: stops ? qsTr("Stop") : qsTr("Send")
                 help: stops ? qsTr("Stop response") : ""
-                Keys.forwardTo: composer.tabs ? [composer.tabs] : []
+                tabs: composer.tabs
                 onClicked: {
                     if (stops)
                         composer.panel.stopPanelResponse()

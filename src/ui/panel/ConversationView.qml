@@ -314,7 +314,7 @@ ListView {
                     id: again
                     text: qsTr("Try again")
                     help: qsTr("Sends the same again, with all that went with it")
-                    Keys.forwardTo: list.tabs ? [list.tabs] : []
+                    tabs: list.tabs
                     onClicked: list.panel.retry(entry.messageId)
 
                     function stops(): var {

@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vorq
 import Vorq.Native
 
 // Floats above the selected span. It never takes the keyboard, which would drop the selection.
-T.AbstractButton {
+Control {
     id: pill
 
     required property PanelSelectionBridge selection
@@ -22,12 +21,9 @@ T.AbstractButton {
     text: qsTr("Deepen")
     implicitHeight: Theme.grown(34)
     implicitWidth: row.implicitWidth + 2 * sideRoom
-    hoverEnabled: true
     focusPolicy: Qt.NoFocus
     onClicked: selection.commitDeepen()
-    Accessible.role: Accessible.Button
     Accessible.name: qsTr("Deepen the selected text")
-    Accessible.onPressAction: pill.clicked()
 
     Binding {
         target: pill.selection

@@ -39,7 +39,7 @@ Column {
         Pill {
             required property string modelData
 
-            Keys.forwardTo: followUp.tabs ? [followUp.tabs] : []
+            tabs: followUp.tabs
             text: modelData
             restOpacity: Theme.labelOpacity
             widest: followUp.width - followUp.sideRoom

@@ -76,14 +76,14 @@ Item {
                 id: sender
                 text: qsTr("Send")
                 Accessible.name: qsTr("Send what is held back")
-                Keys.forwardTo: card.tabs ? [card.tabs] : []
+                tabs: card.tabs
                 onClicked: card.panel.sendHeld()
             }
             TextButton {
                 id: discarder
                 text: qsTr("Discard")
                 Accessible.name: qsTr("Discard what is held back")
-                Keys.forwardTo: card.tabs ? [card.tabs] : []
+                tabs: card.tabs
                 onClicked: card.panel.discardHeld()
             }
         }

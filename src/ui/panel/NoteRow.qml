@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vorq
 import Vorq.Native
 
 // A note in the attach tray, with a circle that tells whether it is attached.
-T.AbstractButton {
+Control {
     id: row
 
     required property string title
@@ -15,30 +14,18 @@ T.AbstractButton {
     readonly property int textX: 44
 
     implicitHeight: Theme.grown(detail !== "" ? 52 : 44)
-    hoverEnabled: true
-    focusPolicy: Qt.TabFocus
+    role: Accessible.CheckBox
     text: title
-    Accessible.role: Accessible.CheckBox
-    Accessible.name: title
-    Accessible.description: detail
+    help: detail
+    ringRadius: Theme.radiusRow
+    ringGap: -Theme.ringGap
     Accessible.checkable: true
     Accessible.checked: isChecked
-    Accessible.onPressAction: row.clicked()
-    Accessible.onToggleAction: row.clicked()
-    Keys.onReturnPressed: row.clicked()
-    Keys.onEnterPressed: row.clicked()
+    Accessible.onToggleAction: row.press()
 
-    background: Item {
-        Squircle {
-            anchors.fill: parent
-            radius: Theme.radiusRow
-            fillTop: row.down ? Theme.pressed : row.hovered ? Theme.hover : "transparent"
-        }
-        FocusRing {
-            visible: row.visualFocus
-            around: Theme.radiusRow
-            gap: -2
-        }
+    background: Squircle {
+        radius: Theme.radiusRow
+        fillTop: row.down ? Theme.pressed : row.hovered ? Theme.hover : "transparent"
     }
     contentItem: Item {
         Rectangle {

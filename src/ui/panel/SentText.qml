@@ -1,6 +1,5 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtQuick.Templates as T
 import Vorq
 import Vorq.Native
 
@@ -36,20 +35,14 @@ Column {
         isOpen = !isOpen
     }
 
-    T.AbstractButton {
+    Control {
         id: fold
         width: row.width
         height: sent.foldHeight
-        hoverEnabled: true
-        focusPolicy: Qt.TabFocus
         text: sent.isOpen ? qsTr("Hide the text that was sent") : qsTr("Show the text that was sent")
-        Accessible.role: Accessible.Button
-        Accessible.name: text
-        Accessible.description: sent.label
-        Accessible.onPressAction: sent.toggle()
-        Keys.onReturnPressed: sent.toggle()
-        Keys.onEnterPressed: sent.toggle()
-        Keys.forwardTo: sent.tabs ? [sent.tabs] : []
+        help: sent.label
+        ringRadius: Theme.radiusCode
+        tabs: sent.tabs
         onClicked: sent.toggle()
         containmentMask: reach
 
@@ -62,12 +55,6 @@ Column {
             height: fold.height + 2 * sent.reach
         }
 
-        background: Item {
-            FocusRing {
-                visible: fold.visualFocus
-                around: Theme.radiusCode
-            }
-        }
         contentItem: Item {
             Row {
                 id: row

@@ -34,7 +34,7 @@ Column {
         visible: notice.signIn.isOffered
         text: notice.signIn.isRunning ? qsTr("Signing in…") : qsTr("Sign in on this computer")
         look: TextButton.Primary
-        Keys.forwardTo: notice.tabs ? [notice.tabs] : []
+        tabs: notice.tabs
         onClicked: notice.signIn.signIn()
     }
     Txt {

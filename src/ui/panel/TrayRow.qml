@@ -1,15 +1,13 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vorq
 import Vorq.Native
 
 // A choice in the attach tray.
-T.AbstractButton {
+Control {
     id: row
 
     required property string iconName
     property string sub: ""
-    property string help: ""
     property bool leadsOn: false
     property color tint: Theme.accentInk
     readonly property int tileInset: 8
@@ -19,32 +17,14 @@ T.AbstractButton {
     readonly property int endRoom: 8
 
     implicitHeight: Math.max(Theme.grown(sub !== "" ? 52 : 44), words.height + 2 * endRoom)
-    hoverEnabled: true
-    focusPolicy: Qt.TabFocus
-    Accessible.role: Accessible.Button
-    Accessible.name: text
+    tip: help
+    ringRadius: Theme.radiusRow
+    ringGap: -Theme.ringGap
     Accessible.description: sub !== "" ? sub : help
-    Accessible.onPressAction: row.clicked()
-    Keys.onReturnPressed: row.clicked()
-    Keys.onEnterPressed: row.clicked()
 
-    background: Item {
-        Squircle {
-            anchors.fill: parent
-            radius: Theme.radiusRow
-            fillTop: row.down ? Theme.pressed : row.hovered ? Theme.hover : "transparent"
-        }
-        FocusRing {
-            visible: row.visualFocus
-            around: Theme.radiusRow
-            gap: -2
-        }
-    }
-    Tip {
-        owner: row
-        words: row.help
-        wanted: row.hovered || row.visualFocus
-        isPressed: row.down
+    background: Squircle {
+        radius: Theme.radiusRow
+        fillTop: row.down ? Theme.pressed : row.hovered ? Theme.hover : "transparent"
     }
     contentItem: Item {
         Squircle {

@@ -91,6 +91,7 @@ QtObject {
     readonly property color accentOff: high ? inkOff : withAlpha(ink, 0.42)
     readonly property color focus: strong(dark ? "#8EA3FF" : "#3F5AE6", "#FFE04A", "#0018A8")
     readonly property int focusThickness: high ? 3 : 2
+    readonly property int ringGap: 2 // between a control and its ring
     readonly property color ember: dark ? "#FF9A5C" : "#F97316"
     readonly property color selection: strong(dark ? Qt.rgba(0.42, 0.52, 1, 0.48) : Qt.rgba(0.25, 0.37, 0.96, 0.24), "#2F48C8", "#AEBBFF")
 

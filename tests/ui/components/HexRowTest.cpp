@@ -1,9 +1,13 @@
 #include "doubles/ui/HexRowFixture.h"
 #include "ui/native/HexColors.h"
 
+#include <QApplication>
 #include <QSignalSpy>
+#include <QWidget>
 
 #include <gmock/gmock.h>
+
+#include <algorithm>
 
 namespace vorq {
 namespace {
@@ -55,6 +59,19 @@ TEST_F(HexRowTest, ClearIsThereAsLongAsAValueIs) {
     EXPECT_FALSE(clear->isVisible());
     enter("#445566");
     EXPECT_TRUE(clear->isVisible());
+}
+
+TEST_F(HexRowTest, EnterOnTheKeypadOpensTheChoiceOfColours) {
+    const auto isOpen = [] {
+        return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* widget) {
+            return widget->isVisible() && widget->inherits("QColorDialog");
+        });
+    };
+    QQuickItem* well = field->nextItemInFocusChain(false);
+    well->forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_FALSE(isOpen());
+    QTest::keyClick(&window, Qt::Key_Enter);
+    EXPECT_TRUE(QTest::qWaitFor(isOpen, 3000));
 }
 
 TEST_F(HexRowTest, LosingFocusCommits) {
