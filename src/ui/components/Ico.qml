@@ -6,11 +6,10 @@ import Vorq.Native
 IconPainter {
     id: ico
 
-    required property string name
+    required name
     property real size: 18
     readonly property real smallSize: 14
 
-    markup: Icons.get(name)
     implicitWidth: size
     implicitHeight: size
     color: Theme.ink

@@ -7,16 +7,15 @@
 
 namespace vorq {
 
-/// An icon in one colour: the inside of an SVG on a square grid, in which "currentColor" stands for
-/// the colour and elements stroked in pure white are cut out of the rest.
+/// An icon of src/ui/icons/ in one colour, drawn anew at each size and scale.
 class IconPainter : public vorq::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QString markup MEMBER m_markup NOTIFY markupChanged)
+    /// Of its file, without the suffix; "square" is drawn for one that is not there.
+    Q_PROPERTY(QString name MEMBER m_name NOTIFY nameChanged)
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY colorChanged)
-    /// The width of strokes, in units of the grid.
+    /// The width of strokes, in units of the icon's grid of 24.
     Q_PROPERTY(double weight MEMBER m_weight NOTIFY weightChanged)
-    Q_PROPERTY(double grid MEMBER m_grid NOTIFY gridChanged)
 
   public:
     explicit IconPainter(QQuickItem* parent = nullptr);
@@ -24,19 +23,16 @@ class IconPainter : public vorq::PaintedItem {
     void paint(QPainter* painter) override;
 
   signals:
-    void markupChanged();
+    void nameChanged();
     void colorChanged();
     void weightChanged();
-    void gridChanged();
 
   private:
-    [[nodiscard]] QByteArray document(const QString& body) const;
-    void render(const QString& body, QPainter& painter, const QRectF& into) const;
+    void render(const QString& drawing, QPainter& painter, const QRectF& into) const;
 
-    QString m_markup;
+    QString m_name;
     QColor m_color = Qt::white;
     double m_weight = 1.75;
-    double m_grid = 24;
 };
 
 } // namespace vorq

@@ -11,7 +11,6 @@ Row {
     property bool running: true
     readonly property int bars: 3
     readonly property real dimmed: 0.34
-    readonly property string bar: "<path d='M1.5 2.5H4.5L8 13.5H5z' fill='currentColor' stroke-width='1'/>"
 
     spacing: Theme.space2 + 2
     Accessible.role: Accessible.StaticText
@@ -34,8 +33,7 @@ Row {
                 x: index * 6
                 width: 16
                 height: 16
-                grid: 16
-                markup: line.bar
+                name: "blade"
                 color: index === line.bars - 1 ? Theme.ember : Theme.accentInk
                 opacity: Motion.reduced ? 1 : line.dimmed
 
