@@ -48,6 +48,7 @@ SOURCE_ROOMS = {
     "backend/account": ["backend/api"],
     "capture/source": ["platform"],
     "capture/selection": ["capture/source"],
+    "capture/placement": ["capture/selection"],
     "capture/notes": ["capture/selection", "library/notes"],
     "capture/attachments": ["capture/selection", "library/notes"],
     "conversation": ["backend/account", "capture/*"],

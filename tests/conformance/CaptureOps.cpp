@@ -1,4 +1,5 @@
 #include "capture/notes/AppleNotesExport.h"
+#include "capture/placement/TintSearch.h"
 #include "capture/selection/AccessibleSelection.h"
 #include "capture/selection/SelectionBounds.h"
 #include "capture/selection/SelectionPlacement.h"
@@ -7,6 +8,10 @@
 #include "platform/testing/ScriptedAccessibility.h"
 
 #include <QJsonArray>
+
+#include <algorithm>
+#include <array>
+#include <vector>
 
 namespace vorq::conformance {
 namespace {
@@ -37,11 +42,11 @@ void fill(ScriptedElement& element, const QJsonObject& from) {
     element.markerBounds = optionalRectOf(from, "markerBounds");
     if (has(from, "AXChildren")) {
         QStringList& names = element.childNames.emplace();
-        for (const QJsonValue& child : arrayOf(from, "AXChildren"))
+        for (const auto& child : arrayOf(from, "AXChildren"))
             names += child.toString();
     }
     if (!has(from, "bounds")) return;
-    for (const QJsonValue& entry : arrayOf(from, "bounds"))
+    for (const auto& entry : arrayOf(from, "bounds"))
         element.bounds.emplace_back(rangeOf(entry.toObject(), "range"),
                                     rectOf(entry.toObject(), "rect"));
 }
@@ -82,7 +87,7 @@ QJsonValue axCapture(const QJsonObject& in) {
 
 ScreenLayout screensOf(const QJsonObject& in) {
     ScreenLayout screens;
-    for (const QJsonValue& frame : arrayOf(in, "screens"))
+    for (const auto& frame : arrayOf(in, "screens"))
         screens.frames.push_back(rectOf(QJsonObject{{"frame", frame}}, "frame"));
     if (!has(in, "main")) return screens;
     const auto index = static_cast<std::size_t>(integerOf(in, "main"));
@@ -97,6 +102,63 @@ QJsonValue bounds(const QJsonObject& in) {
     fill(element, objectOf(in, "element"));
     return nullable(
         selectionAXBounds(rangeOf(in, "range"), element, optionalRectOf(in, "elementFrame")));
+}
+
+std::array<std::uint8_t, 3> pixelOf(const QJsonArray& bgr) {
+    if (bgr.size() != 3) throw MalformedInput("no colour");
+    const auto byte = [&](qsizetype at) { return static_cast<std::uint8_t>(bgr[at].toInt()); };
+    return {byte(0), byte(1), byte(2)};
+}
+
+/// The picture that the case paints, in pixels of four bytes.
+class PaintedPicture {
+  public:
+    explicit PaintedPicture(const QJsonObject& in)
+        : m_width(integerOf(in, "width")), m_height(integerOf(in, "height")) {
+        constexpr std::int64_t maxSide = 10000;
+        if (m_width < 0 || m_width > maxSide || m_height < 0 || m_height > maxSide)
+            throw MalformedInput("no size of a picture");
+        m_bytes.resize(static_cast<std::size_t>(m_width * m_height * 4));
+        fill(QRectF(0, 0, double(m_width), double(m_height)), pixelOf(arrayOf(in, "background")));
+        for (const auto& entry : arrayOf(in, "rects"))
+            fill(rectOf(entry.toObject(), "rect"), pixelOf(arrayOf(entry.toObject(), "bgr")));
+    }
+
+    [[nodiscard]] PixelBuffer buffer() const {
+        return {.bytes = m_bytes, .width = m_width, .height = m_height, .bytesPerRow = m_width * 4};
+    }
+
+  private:
+    void fill(const QRectF& rect, std::array<std::uint8_t, 3> pixel) {
+        const QRect area = rect.toRect().intersected(
+            QRect(0, 0, static_cast<int>(m_width), static_cast<int>(m_height)));
+        for (int y = area.top(); y <= area.bottom(); ++y) {
+            for (int x = area.left(); x <= area.right(); ++x)
+                std::ranges::copy(pixel, m_bytes.begin() + (y * m_width + x) * 4);
+        }
+    }
+
+    std::int64_t m_width;
+    std::int64_t m_height;
+    std::vector<std::uint8_t> m_bytes;
+};
+
+QJsonValue tintBounds(const QJsonObject& in) {
+    std::vector<TintColor> ofDesktop;
+    for (const auto& color : arrayOf(in, "systemColors")) {
+        const QJsonArray parts = color.toArray();
+        ofDesktop.push_back({.red = parts[0].toDouble(),
+                             .green = parts[1].toDouble(),
+                             .blue = parts[2].toDouble()});
+    }
+    const PaintedPicture picture(in);
+    const QPointF size = pointOf(in, "windowSize");
+    const TintQuery query{.windowSize = QSizeF(size.x(), size.y()),
+                          .search = rectOf(in, "search"),
+                          .seed = pointOf(in, "seed")};
+    const auto box =
+        selectionPixelBounds(picture.buffer(), query, selectionTargetColors(ofDesktop));
+    return nullable(box ? std::optional(box->frame) : std::nullopt);
 }
 
 QJsonValue notesScript(const QJsonObject& in) {
@@ -129,6 +191,7 @@ QJsonValue cleanedNoteHTML(const QJsonObject& in) {
 void addCaptureOps(Ops& ops) {
     ops["axCapture"] = axCapture;
     ops["selectionAXBounds"] = bounds;
+    ops["selectionPixelBounds"] = tintBounds;
     ops["isBrowserBundleID"] = [](const QJsonObject& in) {
         return isBrowserBundleID(optionalStringOf(in, "bundleID").value_or(QString()));
     };
