@@ -49,7 +49,7 @@ SOURCE_ROOMS = {
     "capture/source": ["platform"],
     "capture/selection": ["capture/source"],
     "capture/placement": ["capture/selection"],
-    "capture/notes": ["capture/selection", "library/notes"],
+    "capture/notes": ["capture/placement", "library/notes"],
     "capture/attachments": ["capture/selection", "library/notes"],
     "conversation": ["backend/account", "capture/*"],
     "areas": ["conversation"],

@@ -5,44 +5,13 @@
 
 namespace vorq {
 
-class DesktopCapture::Surroundings final : public CaptureSurroundings {
-  public:
-    Surroundings(const Screens& screens, const PanelShowings& showings)
-        : m_screens(screens), m_showings(showings) {}
-
-    [[nodiscard]] ScreenLayout screens() const override {
-        ScreenLayout layout;
-        for (const Screen& screen : m_screens.screens())
-            layout.frames.push_back(screen.frame);
-        if (!layout.frames.empty()) layout.main = layout.frames.front();
-        return layout;
-    }
-
-    [[nodiscard]] QPointF mouseLocation() const override { return m_screens.pointer(); }
-
-    [[nodiscard]] std::uint64_t panelShowing() const override {
-        return m_showings.isVisible ? m_showings.count : 0;
-    }
-
-    // Pictures of other programs' windows are not taken.
-    QCoro::Task<std::optional<VisualHighlight>>
-    highlightPlacementFromScreenshot(std::optional<std::int32_t>, QPointF,
-                                     std::stop_token) override {
-        co_return std::nullopt;
-    }
-
-  private:
-    const Screens& m_screens;
-    const PanelShowings& m_showings;
-};
-
 DesktopCapture::DesktopCapture(const Services& services)
-    : m_surroundings(std::make_unique<Surroundings>(services.screens, services.showings)),
-      m_accessibility(services.accessibilityBus),
+    : m_accessibility(services.accessibilityBus),
       m_log(services.clock, CaptureLog::captureFileIn(services.paths.applicationSupportFolder()),
             CaptureLog::placeFileOfEnvironment()),
-      m_service({services.clock, m_accessibility, m_primary, services.workspace, m_copyShortcut,
-                 *m_surroundings, m_log, services.settings}) {
+      m_gate(m_accessibility, services.workspace, services.settings),
+      m_reader({services.clock, m_accessibility, m_primary, m_gate}),
+      m_panel({m_reader, m_gate, m_copyShortcut, services.showings, m_log}) {
     const Screens* screens = &services.screens;
     QObject::connect(screens, &Screens::changed, &m_screensObserver,
                      [this, screens] { takeScreens(*screens); });
@@ -61,17 +30,17 @@ void DesktopCapture::takeScreens(const Screens& screens) {
 }
 
 std::optional<ProcessId> DesktopCapture::frontmostForeignProcess() const {
-    return m_service.frontmostForeignProcess();
+    return m_panel.frontmostForeignProcess();
 }
 
 QString DesktopCapture::applicationName(ProcessId process) const {
-    return m_service.applicationName(process);
+    return m_panel.applicationName(process);
 }
 
 QCoro::Task<CapturedText>
 DesktopCapture::captureSelectedTextForHotKey(std::optional<ProcessId> source,
                                              std::stop_token stop) {
-    return m_service.captureSelectedTextForHotKey(source, std::move(stop));
+    return m_panel.captureSelectedTextForHotKey(source, std::move(stop));
 }
 
 } // namespace vorq

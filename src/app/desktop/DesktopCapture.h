@@ -1,8 +1,10 @@
 #pragma once
 
 #include "capture/selection/CaptureLog.h"
-#include "capture/selection/CaptureSurroundings.h"
-#include "capture/selection/TextCaptureService.h"
+#include "capture/selection/CopyShortcut.h"
+#include "capture/selection/PanelCapture.h"
+#include "capture/selection/SelectionReader.h"
+#include "capture/source/CaptureGate.h"
 #include "platform/linux/atspi/AtSpiAccessibility.h"
 #include "platform/linux/x11/X11PrimarySelection.h"
 
@@ -15,13 +17,6 @@ namespace vorq {
 class AppPaths;
 class AtSpiBus;
 class Screens;
-
-/// How often the panel has been shown, and whether it is up. What was highlighted once is captured
-/// once a showing.
-struct PanelShowings {
-    std::uint64_t count = 0;
-    bool isVisible = false;
-};
 
 /// Reads the selection of the user's other programs, over the accessibility bus and the X server.
 /// Needs a QGuiApplication. Main thread only.
@@ -42,25 +37,24 @@ class DesktopCapture final : public SelectionCapture {
 
     [[nodiscard]] AtSpiAccessibility& accessibility() { return m_accessibility; }
 
-    [[nodiscard]] bool isTrusted() const override { return m_service.isTrusted(); }
+    [[nodiscard]] bool isTrusted() const override { return m_panel.isTrusted(); }
     [[nodiscard]] std::optional<ProcessId> frontmostForeignProcess() const override;
     [[nodiscard]] QString applicationName(ProcessId process) const override;
     QCoro::Task<CapturedText> captureSelectedTextForHotKey(std::optional<ProcessId> source,
                                                            std::stop_token stop) override;
-    void log(const QString& line) override { m_service.log(line); }
+    void log(const QString& line) override { m_panel.log(line); }
 
   private:
-    class Surroundings;
-
     void takeScreens(const Screens& screens);
 
-    std::unique_ptr<CaptureSurroundings> m_surroundings;
     AtSpiAccessibility m_accessibility;
     QObject m_screensObserver;
     X11PrimarySelection m_primary;
     NoCopyShortcut m_copyShortcut;
     CaptureLog m_log;
-    TextCaptureService m_service;
+    CaptureGate m_gate;
+    SelectionReader m_reader;
+    PanelCapture m_panel;
 };
 
 } // namespace vorq

@@ -44,7 +44,7 @@ TEST_F(PasswordSafety, AFocusedPasswordEndsTheCaptureOfASelection) {
     EXPECT_EQ(selection(true).exactText, "");
     EXPECT_EQ(primary.reads, 0);
     EXPECT_EQ(copyShortcut.copies, 0);
-    EXPECT_EQ(surroundings.screenshots, 0);
+    EXPECT_EQ(search.screenshots, 0);
 }
 
 TEST_F(PasswordSafety, AnElementThatIsNoPasswordIsReadAsBefore) {
@@ -60,7 +60,7 @@ TEST_F(PasswordSafety, ABrowserIsAskedForItsHighlightOnlyAfterAccessibility) {
     highlight("a passage");
     const Running<QString> running = startHotKey();
     waitUntilHanging();
-    clock.advance(TextCaptureService::accessibilityLimit - 1ms);
+    clock.advance(CaptureBudget::accessibilityLimit - 1ms);
     for (int turn = 0; turn < 20; ++turn)
         Running<QString>::turnOnce();
     EXPECT_EQ(primary.reads, 0);
@@ -76,12 +76,12 @@ class SecretSafety : public CaptureTest {
 
     [[nodiscard]] CapturedText captured() {
         return Running<CapturedText>(
-                   service->captureSelectedTextForHotKey(source, stop.get_token()))
+                   captures->panel.captureSelectedTextForHotKey(source, stop.get_token()))
             .result();
     }
     [[nodiscard]] CapturedText capturedForNote() {
         return Running<CapturedText>(
-                   service->captureSelectedTextForNoteSave(source, stop.get_token()))
+                   captures->notes.captureSelectedTextForNoteSave(source, stop.get_token()))
             .result();
     }
 };
@@ -152,14 +152,14 @@ class Exclusion : public CaptureTest {
         EXPECT_EQ(hotKey(), "");
         EXPECT_EQ(noteSave(), "");
         EXPECT_EQ(selection(true).text, "");
-        EXPECT_EQ(
-            Running<QString>(textOf(service->captureSelectedTextForHotKey({}, stop.get_token())))
-                .result(),
-            "");
+        EXPECT_EQ(Running<QString>(
+                      textOf(captures->panel.captureSelectedTextForHotKey({}, stop.get_token())))
+                      .result(),
+                  "");
         EXPECT_THAT(accessibility.reads(), IsEmpty());
         EXPECT_EQ(primary.reads, 0);
         EXPECT_EQ(copyShortcut.copies, 0);
-        EXPECT_EQ(surroundings.screenshots, 0);
+        EXPECT_EQ(search.screenshots, 0);
     }
 };
 
@@ -229,9 +229,10 @@ TEST_F(Exclusion, AChangeCountsFromTheNextCaptureOn) {
 TEST_F(Exclusion, WhereTheSourceIsUnknownWhileSomeAreExcludedNobodyIsAsked) {
     exclude({"org.example.other"});
     workspace.frontmost.reset();
-    EXPECT_EQ(Running<QString>(textOf(service->captureSelectedTextForHotKey({}, stop.get_token())))
-                  .result(),
-              "");
+    EXPECT_EQ(
+        Running<QString>(textOf(captures->panel.captureSelectedTextForHotKey({}, stop.get_token())))
+            .result(),
+        "");
     EXPECT_THAT(accessibility.reads(), IsEmpty());
 }
 

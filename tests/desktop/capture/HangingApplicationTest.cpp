@@ -60,12 +60,13 @@ class CaptureOnDesktop : public testing::Test {
         source = application.process;
         workspace.frontmost = source;
         workspace.applications[source] = {.process = source, .identifier = "app", .name = "App"};
-        service = std::make_unique<TextCaptureService>(TextCaptureService::Services{
-            clock, *accessibility, primary, workspace, copyShortcut, surroundings, log, settings});
+        captures = std::make_unique<Captures>(Captures::Ports{clock, *accessibility, primary,
+                                                              workspace, copyShortcut, search,
+                                                              screens, showings, log, settings});
     }
 
     [[nodiscard]] Running<QString> start() {
-        return Running<QString>(textOf(service->captureSelectedTextForHotKey(source, {})));
+        return Running<QString>(textOf(captures->panel.captureSelectedTextForHotKey(source, {})));
     }
 
     // Under load one reading may take longer than it is given; the user presses the key again.
@@ -90,10 +91,12 @@ class CaptureOnDesktop : public testing::Test {
     X11PrimarySelection primary;
     FakeWorkspace workspace;
     FakeCopyShortcut copyShortcut;
-    FakeSurroundings surroundings;
+    FakeHighlightSearch search;
+    ScriptedScreens screens;
+    PanelShowings showings;
     MemoryDefaults settings;
     CaptureLog log{clock, session.home() + "/capture.log", {}};
-    std::unique_ptr<TextCaptureService> service;
+    std::unique_ptr<Captures> captures;
     std::int32_t source = 0;
 };
 

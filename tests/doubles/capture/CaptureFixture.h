@@ -1,10 +1,17 @@
 #pragma once
 
-#include "capture/selection/TextCaptureService.h"
+#include "capture/placement/HighlightSearch.h"
+#include "capture/placement/SnapshotCapture.h"
+#include "capture/selection/CaptureLog.h"
+#include "capture/selection/CopyShortcut.h"
+#include "capture/selection/NoteCapture.h"
+#include "capture/selection/PanelCapture.h"
+#include "capture/source/CaptureGate.h"
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "platform/testing/ScriptedAccessibility.h"
 #include "platform/testing/ScriptedPrimarySelection.h"
+#include "platform/testing/ScriptedScreens.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -55,24 +62,45 @@ class FakeCopyShortcut final : public CopyShortcut {
     }
 };
 
-class FakeSurroundings final : public CaptureSurroundings {
+class FakeHighlightSearch final : public HighlightSearch {
   public:
-    ScreenLayout layout{.frames = {QRectF(0, 0, 1000, 800)}, .main = QRectF(0, 0, 1000, 800)};
-    QPointF mouse{300, 200};
-    std::uint64_t showing = 0;
     std::optional<VisualHighlight> seen;
     int screenshots = 0;
 
-    [[nodiscard]] ScreenLayout screens() const override { return layout; }
-    [[nodiscard]] QPointF mouseLocation() const override { return mouse; }
-    [[nodiscard]] std::uint64_t panelShowing() const override { return showing; }
     QCoro::Task<std::optional<VisualHighlight>>
-    highlightPlacementFromScreenshot(std::optional<std::int32_t>, QPointF,
-                                     std::stop_token) override {
+    highlightPlacementFromScreenshot(std::optional<ProcessId>, QPointF, std::stop_token) override {
         ++screenshots;
         const auto given = seen;
         co_return given;
     }
+};
+
+/// All that captures. Its parts end in the order in which they need one another.
+struct Captures {
+    CaptureGate gate;
+    SelectionReader reader;
+    PanelCapture panel;
+    NoteCapture notes;
+    SnapshotCapture snapshots;
+
+    struct Ports {
+        Clock& clock;
+        Accessibility& accessibility;
+        PrimarySelection& primary;
+        Workspace& workspace;
+        CopyShortcut& copyShortcut;
+        HighlightSearch& search;
+        const Screens& screens;
+        const PanelShowings& showings;
+        CaptureLog& log;
+        Defaults& settings;
+    };
+    explicit Captures(const Ports& ports)
+        : gate(ports.accessibility, ports.workspace, ports.settings),
+          reader({ports.clock, ports.accessibility, ports.primary, gate}),
+          panel({reader, gate, ports.copyShortcut, ports.showings, ports.log}),
+          notes({reader, gate, ports.copyShortcut}),
+          snapshots({reader, gate, ports.copyShortcut, ports.search, ports.screens, ports.log}) {}
 };
 
 /// A task under way, and what it gave.
@@ -127,6 +155,8 @@ class CaptureTest : public testing::Test {
 
     CaptureTest() {
         workspace.frontmost = source;
+        screens.all.front().frame = {0, 0, 1000, 800};
+        screens.pointerAt = {300, 200};
         identify(QStringLiteral("org.xfce.mousepad"));
     }
 
@@ -152,18 +182,18 @@ class CaptureTest : public testing::Test {
 
     [[nodiscard]] Running<QString> startHotKey() {
         return Running<QString>(
-            textOf(service->captureSelectedTextForHotKey(source, stop.get_token())));
+            textOf(captures->panel.captureSelectedTextForHotKey(source, stop.get_token())));
     }
     [[nodiscard]] QString hotKey() { return startHotKey().result(); }
     [[nodiscard]] QString noteSave() {
         return Running<QString>(
-                   textOf(service->captureSelectedTextForNoteSave(source, stop.get_token())))
+                   textOf(captures->notes.captureSelectedTextForNoteSave(source, stop.get_token())))
             .result();
     }
     [[nodiscard]] SelectionSnapshot selection(bool useScreenGeometry = false) {
-        return Running<SelectionSnapshot>(service->captureSelection(source, std::nullopt,
-                                                                    useScreenGeometry,
-                                                                    stop.get_token()))
+        return Running<SelectionSnapshot>(captures->snapshots.captureSelection(source, std::nullopt,
+                                                                               useScreenGeometry,
+                                                                               stop.get_token()))
             .result();
     }
 
@@ -182,14 +212,16 @@ class CaptureTest : public testing::Test {
     ScriptedPrimarySelection primary;
     FakeWorkspace workspace;
     FakeCopyShortcut copyShortcut;
-    FakeSurroundings surroundings;
+    FakeHighlightSearch search;
+    ScriptedScreens screens;
+    PanelShowings showings;
     MemoryDefaults settings;
     CaptureLog log{clock, folder.filePath("library/capture-debug.log"),
                    folder.filePath("place.log")};
     std::stop_source stop;
-    std::unique_ptr<TextCaptureService> service =
-        std::make_unique<TextCaptureService>(TextCaptureService::Services{
-            clock, accessibility, primary, workspace, copyShortcut, surroundings, log, settings});
+    std::unique_ptr<Captures> captures = std::make_unique<Captures>(
+        Captures::Ports{clock, accessibility, primary, workspace, copyShortcut, search, screens,
+                        showings, log, settings});
 
   private:
     static void waitUntilHanging(const std::atomic<int>& hanging) {

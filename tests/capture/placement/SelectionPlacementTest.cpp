@@ -1,4 +1,4 @@
-#include "capture/selection/SelectionPlacement.h"
+#include "capture/placement/SelectionPlacement.h"
 
 #include <gmock/gmock.h>
 

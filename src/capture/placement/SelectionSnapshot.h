@@ -1,7 +1,7 @@
 #pragma once
 
+#include "capture/placement/SelectionPlacement.h"
 #include "capture/selection/AccessibleSelection.h"
-#include "capture/selection/SelectionPlacement.h"
 
 #include <QPointF>
 #include <QRectF>

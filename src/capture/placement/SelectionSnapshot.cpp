@@ -1,4 +1,4 @@
-#include "capture/selection/SelectionSnapshot.h"
+#include "capture/placement/SelectionSnapshot.h"
 
 #include "capture/selection/CapturedText.h"
 #include "support/text/Text.h"

@@ -1,0 +1,87 @@
+#include "capture/selection/PanelCapture.h"
+
+#include "capture/selection/CaptureLog.h"
+#include "capture/selection/ColumnSelection.h"
+#include "capture/selection/CopyShortcut.h"
+#include "capture/selection/SelectionReader.h"
+#include "capture/source/CaptureGate.h"
+#include "capture/source/LinuxApplications.h"
+#include "capture/source/SourceApplication.h"
+
+#include <QPointer>
+
+namespace vorq {
+namespace {
+
+// Some programs build what they tell only when they are first asked, and say until then that
+// nothing is selected.
+constexpr int looksAtFocus = 2;
+
+SelectionReader::Ask askFocusedElement(bool selectsColumns) {
+    return [selectsColumns](const CaptureSource& from, SelectionReading& reading) {
+        for (int look = 0; look < looksAtFocus; ++look) {
+            reading.text = captureSelectedTextFromFocusedElement(from);
+            if (selectsColumns && reading.text.contains(u'\n')) reading.lines = selectedLines(from);
+            if (!reading.text.isEmpty()) return;
+            reading.isPassword = isPasswordFocused(from);
+            reading.isNothingSelected = !reading.isPassword && tellsThatNothingIsSelected(from);
+            if (!reading.isNothingSelected) return;
+        }
+    };
+}
+
+bool tellsWholeText(const SelectionReading& reading) {
+    return !reading.text.isEmpty() && reading.lines.isEmpty();
+}
+
+} // namespace
+
+bool PanelCapture::isTrusted() const {
+    return m_services.gate.isTrusted();
+}
+
+std::optional<ProcessId> PanelCapture::frontmostForeignProcess() const {
+    return m_services.gate.frontmostForeignProcess();
+}
+
+QString PanelCapture::applicationName(ProcessId process) const {
+    return m_services.gate.applicationName(process);
+}
+
+void PanelCapture::log(const QString& line) {
+    m_services.log.appendCaptureDebug(line);
+}
+
+bool PanelCapture::wasCaptured(const PrimarySelection::Highlight& highlight) const {
+    const std::uint64_t showing = m_services.showings.current();
+    // Some owners do not tell one act of highlighting from the next.
+    return showing != 0 && showing == m_capturedInShowing && highlight == m_captured;
+}
+
+QCoro::Task<CapturedText>
+PanelCapture::captureSelectedTextForHotKey(std::optional<ProcessId> source, std::stop_token stop) {
+    const QPointer<PanelCapture> self(this);
+    const CapturedText nothing;
+    const CaptureGate& gate = m_services.gate;
+    source = gate.settled(source);
+    if (!gate.admits(source)) co_return nothing;
+    const CaptureBudget budget = m_services.reader.beginBudget();
+    const bool selectsColumns =
+        isLinuxApplication(ApplicationKind::ColumnEditor, gate.identifierOfSource(source));
+    const SelectionReading reading = co_await m_services.reader.read(
+        source, budget, askFocusedElement(selectsColumns), tellsWholeText, stop);
+    if (!self || stop.stop_requested() || reading.isPassword) co_return nothing;
+    if (!reading.text.isEmpty()) co_return CapturedText::told(reading.text);
+    const QString highlighted = reading.highlightedText();
+    if (reading.highlight && !highlighted.isEmpty() && !wasCaptured(*reading.highlight)) {
+        m_captured = *reading.highlight;
+        m_capturedInShowing = m_services.showings.current();
+        co_return CapturedText::found(highlighted);
+    }
+    if (!isHotKeyCopyFallbackBundleID(gate.identifierOfSource(source))) co_return nothing;
+    const QString copied =
+        co_await m_services.copyShortcut.captureFromCopyShortcutFast(source, stop);
+    co_return stop.stop_requested() ? nothing : CapturedText::found(copied);
+}
+
+} // namespace vorq
