@@ -8,6 +8,7 @@
 #include "app/desktop/DesktopCommand.h"
 #include "app/desktop/LocalBackend.h"
 #include "backend/http/CurlTransport.h"
+#include "capture/selection/SelectionCapture.h"
 #include "core/VorqAppState.h"
 #include "platform/NotesBridge.h"
 #include "platform/linux/atspi/AtSpiSwitch.h"

@@ -15,8 +15,8 @@ VorqAppState::VorqAppState(const Platform& platform)
       m_panelDraft(platform.clock, platform.defaults),
       m_libraryAreas(platform.clock, platform.defaults, platform.paths.applicationSupportFolder()),
       m_panelCommands({m_libraryAreas, m_panel, m_panelChats, m_studyNotes}),
-      m_panel({platform.clock, m_api, m_account, m_study, m_permissions, m_panelCommands,
-               platform.capture}),
+      m_panel({platform.clock, m_api, m_account, m_study, m_panelCommands}),
+      m_hotKeyContext({platform.capture, m_permissions, m_panel}),
       m_panelChats({platform.clock, m_libraryAreas, m_panel, m_notes}),
       m_studyNotes({m_libraryAreas, m_study, m_panel, m_panelChats, m_account, m_api}) {
     m_study.setNoteLookup([this](const QUuid& id) -> std::optional<QString> {

@@ -7,6 +7,7 @@
 #include "backend/account/AccountSession.h"
 #include "backend/account/PreferredModel.h"
 #include "backend/api/VorqAPIService.h"
+#include "panel/HotKeyContext.h"
 #include "panel/NotesThread.h"
 #include "panel/PanelChats.h"
 #include "panel/PanelCommands.h"
@@ -24,6 +25,7 @@ class AppPaths;
 class Clock;
 class Defaults;
 class HttpTransport;
+class SelectionCapture;
 
 /// The one observable root of the application: owns an object for each area, wires them, and
 /// restores what was stored. Main thread only.
@@ -61,6 +63,7 @@ class VorqAppState final : public QObject {
     [[nodiscard]] TrackerState& trackers() { return m_libraryAreas.trackers(); }
     [[nodiscard]] UpdateState& updates() { return m_updates; }
     [[nodiscard]] PanelConversation& panel() { return m_panel; }
+    [[nodiscard]] HotKeyContext& hotKeyContext() { return m_hotKeyContext; }
     [[nodiscard]] PanelChats& panelChats() { return m_panelChats; }
     [[nodiscard]] NotesThread& notes() { return m_notes; }
     [[nodiscard]] StudyNotes& studyNotes() { return m_studyNotes; }
@@ -99,6 +102,7 @@ class VorqAppState final : public QObject {
     UpdateState m_updates;
     PanelCommands m_panelCommands;
     PanelConversation m_panel;
+    HotKeyContext m_hotKeyContext;
     PanelChats m_panelChats;
     StudyNotes m_studyNotes;
 };

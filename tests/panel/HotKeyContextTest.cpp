@@ -15,7 +15,7 @@ class HotKeyContextTest : public ConversationFixture {
   protected:
     void press(std::optional<ProcessId> source, std::optional<QString> prefilled = {}) {
         m_task.restart([this, source, prefilled](std::stop_token stop) {
-            return panel().submitHotKeyContext(source, prefilled, std::move(stop));
+            return state().hotKeyContext().submitHotKeyContext(source, prefilled, std::move(stop));
         });
         m_clock.settle();
     }
@@ -82,7 +82,7 @@ TEST_F(HotKeyContextTest, WithoutTrustItAdvisesToGrantAgain) {
 TEST_F(HotKeyContextTest, AStoppedCaptureChangesNothing) {
     m_capture.selections[7] = "captured";
     m_task.restart([this](std::stop_token stop) {
-        return panel().submitHotKeyContext(7, std::nullopt, std::move(stop));
+        return state().hotKeyContext().submitHotKeyContext(7, std::nullopt, std::move(stop));
     });
     m_task.cancel();
     m_clock.settle();
@@ -108,7 +108,7 @@ class HeldCaptureTest : public HotKeyContextTest {
         m_capture.readsLikeSecret = true;
         press(7);
     }
-    [[nodiscard]] HeldCapture& held() { return panel().heldCapture(); }
+    [[nodiscard]] HeldCapture& held() { return state().hotKeyContext().held(); }
     [[nodiscard]] bool isHeld() { return !held().isEmpty(); }
 };
 
@@ -130,21 +130,21 @@ TEST_F(HeldCaptureTest, DoesNotGoAlongWithAPrompt) {
 }
 
 TEST_F(HeldCaptureTest, IsAnalysedOnceTheUserSendsIt) {
-    panel().sendHeldCapture();
+    state().hotKeyContext().sendHeld();
     m_clock.settle();
     EXPECT_FALSE(isHeld());
     EXPECT_EQ(exchange().path(), "/ai/analyze");
     EXPECT_EQ(exchange().json()["text"], secret);
     EXPECT_EQ(panel().highlightedText(), secret);
     EXPECT_THAT(texts(), ElementsAre("Attached: Text capture", "Working..."));
-    panel().sendHeldCapture();
+    state().hotKeyContext().sendHeld();
     m_clock.settle();
     EXPECT_THAT(messages(), SizeIs(2)) << "it is sent once";
 }
 
 TEST_F(HeldCaptureTest, IsGoneOnceItIsDiscarded) {
     held().discard();
-    panel().sendHeldCapture();
+    state().hotKeyContext().sendHeld();
     m_clock.settle();
     EXPECT_FALSE(isHeld());
     EXPECT_EQ(m_transport.count(), 0U);
@@ -178,7 +178,7 @@ TEST_F(HeldCaptureTest, MakesWayForTheNextCapture) {
 TEST_F(HotKeyContextTest, TheStateGoneDuringTheCaptureIsNoHarm) {
     m_capture.selections[7] = "captured";
     m_task.restart([this](std::stop_token stop) -> QCoro::Task<> {
-        auto capture = panel().submitHotKeyContext(7, std::nullopt, stop);
+        auto capture = state().hotKeyContext().submitHotKeyContext(7, std::nullopt, stop);
         m_tester.reset();
         m_state.reset();
         co_await capture;

@@ -147,7 +147,8 @@ class RandomTurnsTest : public LibraryFixture {
     void pressHotKey() {
         m_steps += "hotkey";
         m_hotKey.restart([this](std::stop_token stopToken) {
-            return panel().submitHotKeyContext(7, std::nullopt, std::move(stopToken));
+            return state().hotKeyContext().submitHotKeyContext(7, std::nullopt,
+                                                               std::move(stopToken));
         });
         m_clock.settle();
     }

@@ -210,7 +210,7 @@ QList<Shot> shotsForAccess() {
         list += {name + QByteArray("-held"), signOut, [=](PanelStage& s) {
                      enlarge(s);
                      fail(s);
-                     s.state->panel().heldCapture().hold("not shown", "Chromium");
+                     s.state->hotKeyContext().held().hold("not shown", "Chromium");
                  }};
     }
     return list;
@@ -282,7 +282,7 @@ const QList<Shot>& shots() {
              [](PanelStage& s) {
                  greet(s);
                  reply(s);
-                 s.state->panel().heldCapture().hold("not shown", "Chromium");
+                 s.state->hotKeyContext().held().hold("not shown", "Chromium");
              }},
             {"draft", greet,
              [](PanelStage& s) { s.panel->setPrompt("One\nTwo\nThree\nFour\nFive\nSix\nSeven"); }},

@@ -117,7 +117,7 @@ void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& show
                          if (!showings.isVisible) m_files.close();
                      });
     // What is held back does not wait unseen.
-    HeldCapture* held = &context.state.panel().heldCapture();
+    HeldCapture* held = &context.state.hotKeyContext().held();
     QObject::connect(&m_controller, &PanelWindowController::panelVisibleChanged, held,
                      [this, held] {
                          if (!m_controller.isPanelVisible()) held->discard();

@@ -5,6 +5,7 @@
 #include "app/instance/CommandRepeats.h"
 #include "backend/account/PendingSignIn.h"
 #include "backend/http/CurlTransport.h"
+#include "capture/selection/SelectionCapture.h"
 #include "core/VorqAppState.h"
 #include "platform/linux/desktop/LinuxDesktopLook.h"
 #include "platform/linux/desktop/XdgLoginItem.h"

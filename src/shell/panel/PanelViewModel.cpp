@@ -53,13 +53,13 @@ void PanelViewModel::connectState() {
             [this](const QUuid&, TurnEnd end) {
                 if (end == TurnEnd::SignedOut) setNotice(signInAdvice);
             });
-    connect(&m_state.panel().heldCapture(), &HeldCapture::changed, this, [this] {
+    connect(&m_state.hotKeyContext().held(), &HeldCapture::changed, this, [this] {
         emit heldChanged();
         announceHeld();
     });
-    connect(&m_state.panel(), &PanelConversation::nothingCaptured, this,
+    connect(&m_state.hotKeyContext(), &HotKeyContext::nothingCaptured, this,
             &PanelViewModel::adviseOnNothingCaptured);
-    connect(&m_state.panel(), &PanelConversation::textCaptured, this,
+    connect(&m_state.hotKeyContext(), &HotKeyContext::textCaptured, this,
             [this](const QString& application) { m_knownToShowNothing.remove(application); });
     connect(&m_state.panel().workStatus(), &WorkStatus::changed, this,
             &PanelViewModel::workLabelChanged);
@@ -89,7 +89,7 @@ void PanelViewModel::takePermissions() {
 }
 
 QAbstractItemModel* PanelViewModel::messages() const {
-    return m_state.panel().messageList();
+    return &m_state.panel().messages();
 }
 
 bool PanelViewModel::canSend() const {
@@ -148,11 +148,11 @@ void PanelViewModel::setAttachTrayMode(AttachTrayMode mode) {
 }
 
 bool PanelViewModel::isHolding() const {
-    return !m_state.panel().heldCapture().isEmpty();
+    return !m_state.hotKeyContext().held().isEmpty();
 }
 
 QString PanelViewModel::heldFrom() const {
-    return m_state.panel().heldCapture().application();
+    return m_state.hotKeyContext().held().application();
 }
 
 void PanelViewModel::announceHeld() {
@@ -166,12 +166,12 @@ void PanelViewModel::announceHeld() {
 
 void PanelViewModel::sendHeld() {
     if (!mayTalk()) return bounce();
-    m_state.panel().sendHeldCapture();
+    m_state.hotKeyContext().sendHeld();
     emit focusPromptWanted();
 }
 
 void PanelViewModel::discardHeld() {
-    m_state.panel().heldCapture().discard();
+    m_state.hotKeyContext().held().discard();
     emit announced(tr("Discarded."));
     emit focusPromptWanted();
 }

@@ -1,14 +1,10 @@
 #pragma once
 
-#include "capture/selection/SelectionCapture.h"
+#include "panel/SummonedPanel.h"
 #include "platform/ProcessId.h"
 #include "platform/Workspace.h"
 #include "shell/notices/PanelHold.h"
 #include "shell/window/PanelPresence.h"
-#include "support/async/TaskSlot.h"
-
-#include <QObject>
-#include <QPointer>
 
 #include <functional>
 #include <memory>
@@ -17,11 +13,12 @@
 namespace vorq {
 
 class FrontmostTracker;
+class SelectionCapture;
 class VorqAppState;
 
-/// Brings the panel up and down, and takes up the selection when the panel hot key asks for it.
-/// Without a state nothing happens. Main thread only.
-class PanelSummoner final : public QObject {
+/// Brings the panel up and down, by itself or for the panel's hot key. Without a state nothing
+/// happens. Main thread only.
+class PanelSummoner final : public SummonedPanel {
     Q_OBJECT
 
   public:
@@ -42,10 +39,7 @@ class PanelSummoner final : public QObject {
     /// The state must outlive this object. The panel is made for the first one.
     void bind(VorqAppState& state);
 
-    /// Shows the panel with the keyboard and takes up what is selected in the application that was
-    /// in front, or hides it if it was up and nothing is selected. While a dialog of the panel is
-    /// open, panel and keyboard stay as they are. Presses that come before the former is dealt with
-    /// wait; the newest of them counts.
+    /// Gives the press to HotKeyContext, with the application that was in front.
     void handlePanelHotKey(std::optional<ProcessId> sourcePID);
 
     void togglePanel();
@@ -56,22 +50,17 @@ class PanelSummoner final : public QObject {
     /// Null until a state is bound.
     [[nodiscard]] PanelPresence* panel() const { return m_panel.get(); }
 
-  private:
-    using Source = std::optional<ProcessId>;
+    [[nodiscard]] bool isUp() const override { return m_panel->isPanelVisible(); }
+    [[nodiscard]] bool hasDialog() const override;
+    void bringUp() override { m_panel->show(); }
+    void takeDown() override { m_panel->hide(); }
 
-    void logHotKey(Source source) const;
-    [[nodiscard]] bool hasDialog() const { return m_ports.holds.isHeld(PanelHoldKind::Dialog); }
-    void startHotKey(Source source);
-    static QCoro::Task<> runHotKey(QPointer<PanelSummoner> self, Source source,
-                                   std::stop_token stop);
-    static QCoro::Task<> takeUpSelection(QPointer<PanelSummoner> self, Source source,
-                                         std::stop_token stop);
+  private:
+    void logHotKey(std::optional<ProcessId> source) const;
 
     Ports m_ports;
     VorqAppState* m_state = nullptr;
     std::unique_ptr<PanelPresence> m_panel;
-    std::optional<Source> m_nextHotKey;
-    TaskSlot m_hotKeyTask;
 };
 
 } // namespace vorq

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "capture/selection/SelectionCapture.h"
 #include "core/VorqAppState.h"
 #include "doubles/backend/ScriptedTransport.h"
 #include "platform/NotesBridge.h"
@@ -12,9 +13,11 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 
 namespace vorq {
 
@@ -25,6 +28,11 @@ class ScriptedCapture final : public SelectionCapture {
     std::optional<ProcessId> frontmost;
     std::map<ProcessId, QString> selections; // 0 for no process
     bool readsLikeSecret = false;            // whatever is selected
+    std::set<ProcessId> secrets;             // what is selected in these does
+    Clock* clock = nullptr;                  // captures take their time by it
+    std::chrono::milliseconds takes{0};
+    int underWay = 0; // captures
+    int most = 0;     // of them at once
     std::vector<std::optional<ProcessId>> asked;
     QStringList lines;
 
@@ -36,15 +44,19 @@ class ScriptedCapture final : public SelectionCapture {
         return process == 7 ? QStringLiteral("Editor") : QString();
     }
     QCoro::Task<CapturedText> captureSelectedTextForHotKey(std::optional<ProcessId> source,
-                                                           std::stop_token) override {
+                                                           std::stop_token stop) override {
         asked.push_back(source);
+        most = std::max(most, ++underWay);
         const Wakeup answered;
         answered.fire();
         co_await answered;
+        if (clock) co_await sleepFor(*clock, takes, std::move(stop));
+        --underWay;
         const auto found = selections.find(source.value_or(0));
         CapturedText captured;
         if (found != selections.end()) captured.text = found->second;
-        captured.isHeldBack = readsLikeSecret && !captured.isEmpty();
+        captured.isHeldBack =
+            (readsLikeSecret || secrets.contains(source.value_or(0))) && !captured.isEmpty();
         const CapturedText given = captured;
         co_return given;
     }

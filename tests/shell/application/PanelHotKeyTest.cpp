@@ -69,7 +69,7 @@ TEST_F(PanelHotKeyTest, WhatReadsLikeASecretIsHeldAndTheVisiblePanelStays) {
     m_capture.readsLikeSecret = true;
     press(1);
     EXPECT_THAT(m_calls, ElementsAre("show", "show"));
-    EXPECT_FALSE(panel().heldCapture().isEmpty());
+    EXPECT_FALSE(state().hotKeyContext().held().isEmpty());
     EXPECT_EQ(panel().highlightedText(), "");
 }
 
@@ -83,7 +83,7 @@ TEST_F(PanelHotKeyTest, ASecretThatIsReadOnceThePanelIsHiddenDoesNotWaitUnseen) 
     m_clock.settle();
     ASSERT_THAT(m_calls, ElementsAre("show", "hide"));
     ASSERT_THAT(m_capture.asked, ElementsAre(editor));
-    EXPECT_TRUE(panel().heldCapture().isEmpty());
+    EXPECT_TRUE(state().hotKeyContext().held().isEmpty());
 }
 
 TEST_F(PanelHotKeyTest, WithoutTrustItDoesNotClose) {

@@ -87,7 +87,7 @@ class AccessLooksTest : public testing::Test {
         clip.fileName = "leaf-optics.md";
         clip.textContent = "x";
         stage.panel->attachments().append(clip);
-        stage.state->panel().heldCapture().hold("not shown", "Chromium");
+        stage.state->hotKeyContext().held().hold("not shown", "Chromium");
     }
 
     PanelStage stage;

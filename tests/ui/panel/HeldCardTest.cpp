@@ -21,11 +21,11 @@ class HeldCardTest : public testing::Test {
         stage.show();
         QObject::connect(stage.panel.get(), &PanelViewModel::announced,
                          [this](const QString& sentence) { announced += sentence; });
-        stage.state->panel().heldCapture().hold(secret, "Chromium");
+        stage.state->hotKeyContext().held().hold(secret, "Chromium");
         stage.settle(100);
     }
 
-    [[nodiscard]] bool isHeld() { return !stage.state->panel().heldCapture().isEmpty(); }
+    [[nodiscard]] bool isHeld() { return !stage.state->hotKeyContext().held().isEmpty(); }
     [[nodiscard]] QQuickItem* card() { return stage.find("HeldCard"); }
     [[nodiscard]] QQuickItem* button(const QString& text) {
         for (QQuickItem* item : card()->findChildren<QQuickItem*>())
@@ -83,7 +83,7 @@ TEST_F(HeldCardTest, StandsBetweenConversationAndComposerWithDotsForTheText) {
 TEST_F(HeldCardTest, TheDotsDoNotTellItsLength) {
     const QStringList before = shownTexts();
     EXPECT_THAT(before, testing::Contains(QStringLiteral("Held back: ••••••••")));
-    stage.state->panel().heldCapture().hold("g7)Qz<4;Wp,2Kx81 and as much again", "Chromium");
+    stage.state->hotKeyContext().held().hold("g7)Qz<4;Wp,2Kx81 and as much again", "Chromium");
     stage.settle();
     EXPECT_EQ(shownTexts(), before);
 }
@@ -115,7 +115,7 @@ TEST_F(HeldCardTest, KeysReachItsButtonsAndUseThem) {
     key(Qt::Key_Return);
     EXPECT_FALSE(isHeld());
 
-    stage.state->panel().heldCapture().hold(secret, "");
+    stage.state->hotKeyContext().held().hold(secret, "");
     stage.settle();
     tabTo("Discard what is held back");
     key(Qt::Key_Space);
@@ -129,7 +129,7 @@ TEST_F(HeldCardTest, WhereItGoesByItselfTheDraftHasTheKeyboard) {
     stage.settle();
     ASSERT_FALSE(card()->isVisible());
     EXPECT_TRUE(hasPromptFocus());
-    stage.state->panel().heldCapture().hold(secret, "");
+    stage.state->hotKeyContext().held().hold(secret, "");
     stage.settle();
     key(Qt::Key_Space);
     EXPECT_TRUE(isHeld()) << "no button that is gone is pressed";
@@ -163,7 +163,7 @@ TEST_F(HeldCardTest, WithoutAnAccountItIsNotSentAndStays) {
 }
 
 TEST_F(HeldCardTest, IsNotThereWithoutSuchAText) {
-    stage.state->panel().heldCapture().discard();
+    stage.state->hotKeyContext().held().discard();
     stage.settle(50);
     EXPECT_FALSE(card()->isVisible());
     EXPECT_GE(stage.list().y() + stage.list().height(), stage.find("Composer")->y() - 1);

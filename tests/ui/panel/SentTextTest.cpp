@@ -13,7 +13,7 @@ class SentTextTest : public TypedTurns {
     SentTextTest() { stage.capture.application = "Firefox"; }
 
     void capture(const QString& text) {
-        const auto done = stage.state->panel().submitHotKeyContext(7, text, {});
+        const auto done = stage.state->hotKeyContext().submitHotKeyContext(7, text, {});
         settle();
     }
     void succeed() {

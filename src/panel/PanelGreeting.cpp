@@ -1,0 +1,18 @@
+#include "panel/PanelGreeting.h"
+
+#include "panel/PanelTranscript.h"
+
+namespace vorq {
+
+void PanelGreeting::ensure() {
+    if (!m_transcript.messages().messages().empty()) return;
+    m_transcript.say(QStringLiteral("Hello 👋, Vorq here…"), AssistantReveal::Graphemes);
+}
+
+bool PanelGreeting::isAlone() const {
+    const std::vector<VorqMessage>& messages = m_transcript.messages().messages();
+    if (messages.size() != 1 || messages.front().role != MessageRole::Assistant) return false;
+    return readsAsGreeting(messages.front()) || messages.front().isTyping;
+}
+
+} // namespace vorq
