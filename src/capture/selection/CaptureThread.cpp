@@ -2,16 +2,12 @@
 
 #include "support/async/Wakeup.h"
 
-#include <QCoreApplication>
-#include <QMetaObject>
-
 #include <atomic>
 #include <utility>
 
 namespace vorq {
 
 struct CaptureThread::Run {
-    Job job;
     std::stop_source stop;
     std::atomic<bool> isDone = false;
     // Of the main thread.
@@ -19,24 +15,24 @@ struct CaptureThread::Run {
     bool hasEnded = false;
 };
 
-CaptureThread::CaptureThread(Clock& clock) : m_clock(clock), m_worker(new QObject) {
-    m_thread.setObjectName(QStringLiteral("vorq-capture"));
-    m_worker->moveToThread(&m_thread);
-    QObject::connect(&m_thread, &QThread::finished, m_worker, &QObject::deleteLater);
-    m_thread.start();
-}
-
-CaptureThread::~CaptureThread() {
-    m_stop.request_stop();
-    m_thread.quit();
-    m_thread.wait();
+// Whoever waits may have given up long before this ends.
+QCoro::Task<> CaptureThread::perform(BlockingThread& thread, std::shared_ptr<Run> running,
+                                     Job job) {
+    const std::stop_token stopped = running->stop.get_token();
+    co_await thread.run(
+        [running, job = std::move(job)](const std::stop_token& stop) {
+            if (!stop.stop_requested()) job(stop);
+            running->isDone = true;
+        },
+        stopped);
+    running->hasEnded = true;
+    running->wake.fire();
 }
 
 QCoro::Task<bool> CaptureThread::run(Job job, Clock::Duration limit, std::stop_token stop) {
     // After the wait this object may be gone, so all that is needed is kept here.
     Clock& clock = m_clock;
     const auto running = std::make_shared<Run>();
-    running->job = std::move(job);
     const auto end = [running] {
         running->stop.request_stop();
         running->wake.fire();
@@ -48,20 +44,7 @@ QCoro::Task<bool> CaptureThread::run(Job job, Clock::Duration limit, std::stop_t
     const Clock::TimerId timer = clock.after(limit, [running, end] {
         if (!running->isDone) end();
     });
-    QMetaObject::invokeMethod(
-        m_worker,
-        [running] {
-            if (!running->stop.stop_requested()) running->job(running->stop.get_token());
-            running->isDone = true;
-            QMetaObject::invokeMethod(
-                QCoreApplication::instance(),
-                [running] {
-                    running->hasEnded = true;
-                    running->wake.fire();
-                },
-                Qt::QueuedConnection);
-        },
-        Qt::QueuedConnection);
+    perform(m_thread, running, std::move(job));
     co_await running->wake;
     clock.cancel(timer);
     co_return running->hasEnded && !running->stop.stop_requested();

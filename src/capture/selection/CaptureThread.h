@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "support/async/BlockingThread.h"
 
 #include <QCoroTask>
-#include <QThread>
 
 #include <functional>
 #include <memory>
@@ -11,18 +11,18 @@
 
 namespace vorq {
 
-/// A thread for what blocks while it reads other applications; it does one thing at a time. Main
-/// thread only.
+/// A thread for what blocks while it reads other applications, each read within a limit of time; it
+/// does one thing at a time. Main thread only.
 class CaptureThread {
   public:
     /// Runs on the thread; it comes to its end soon when the token is stopped.
     using Job = std::function<void(std::stop_token)>;
 
-    explicit CaptureThread(Clock& clock);
+    explicit CaptureThread(Clock& clock) : m_clock(clock) {}
     CaptureThread(const CaptureThread&) = delete;
     CaptureThread& operator=(const CaptureThread&) = delete;
     /// Stops what is under way, and waits for it to see that.
-    ~CaptureThread();
+    ~CaptureThread() { m_stop.request_stop(); }
 
     /// Runs the job after those before it. True once it has ended by itself; false as soon as the
     /// limit is over, the token is stopped or the thread is gone, and then it is stopped and
@@ -31,11 +31,11 @@ class CaptureThread {
 
   private:
     struct Run;
+    static QCoro::Task<> perform(BlockingThread& thread, std::shared_ptr<Run> running, Job job);
 
     Clock& m_clock;
-    QThread m_thread;
-    QObject* m_worker;
     std::stop_source m_stop;
+    BlockingThread m_thread{BlockingThread::AtEnd::Stop};
 };
 
 } // namespace vorq
