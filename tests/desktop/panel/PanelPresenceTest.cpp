@@ -120,6 +120,20 @@ TEST_F(PanelPresenceTest, AClickThatOnlyClosesItsMenuLeavesItUp) {
     expectClickHides();
 }
 
+TEST_F(PanelPresenceTest, AClickIntoItCountsWhereItWasThoughThePointerHasGoneOn) {
+    vorq.start();
+    openPanel();
+    {
+        const Stopped busy(vorq.program().process());
+        session.click(prompt());
+        xdotool({"mousemove", "900", "400"});
+    }
+    expectStays("the click was on the panel");
+    session.type("typed");
+    DesktopSession::waitUntil("the draft", [&] { return draft() == "typed"; });
+    expectClickHides();
+}
+
 TEST_F(PanelPresenceTest, TheHotKeyLeavesItsFileDialogAlone) {
     vorq.start();
     openPanel();

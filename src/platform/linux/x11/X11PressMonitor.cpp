@@ -5,6 +5,7 @@
 #include "platform/linux/x11/X11Reply.h"
 
 #include <QGuiApplication>
+#include <QMouseEvent>
 #include <QWindow>
 
 #include <xcb/xcb.h>
@@ -51,6 +52,17 @@ PressedSurface surfaceOf(const QWindow& window) {
     return isMenu ? PressedSurface::OwnMenu : PressedSurface::OwnWindow;
 }
 
+ScreenPress pressOn(const QWindow& window, QPointF at) {
+    ScreenPress press{.at = at, .surface = surfaceOf(window), .window = window.winId()};
+    const QWindow* parent = window.transientParent();
+    if (parent != nullptr && parent->handle() != nullptr) press.parent = parent->winId();
+    return press;
+}
+
+PressedButton buttonOf(const QMouseEvent& event) {
+    return event.button() == Qt::RightButton ? PressedButton::Right : PressedButton::Left;
+}
+
 } // namespace
 
 X11PressMonitor::X11PressMonitor(const Screens& screens, QObject* parent)
@@ -81,8 +93,22 @@ void X11PressMonitor::stop() {
 // What a press does to a menu happens as Qt deals with it. It is told of before, or the menu would
 // be gone by then and the press be taken for one beside it.
 bool X11PressMonitor::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonPress && isPopup(*watched)) catchUp();
+    if (event->type() == QEvent::MouseButtonPress && watched->isWindowType())
+        handleOwnPress(static_cast<const QWindow&>(*watched),
+                       static_cast<const QMouseEvent&>(*event));
     return PressMonitor::eventFilter(watched, event);
+}
+
+// The server does not say where a press was, and a busy program asks when the pointer has gone on
+// already. Of a press on a window of ours Qt knows it. One that was told wrongly is told again.
+void X11PressMonitor::handleOwnPress(const QWindow& window, const QMouseEvent& event) {
+    m_ownPress = OwnPress{.time = event.timestamp(),
+                          .at = m_screens.flipped(event.globalPosition()),
+                          .window = &window};
+    catchUp();
+    if (m_lastTime == m_ownPress->time && m_lastPress.window != window.winId())
+        tell(buttonOf(event), m_ownPress->time);
+    m_ownPress.reset();
 }
 
 void X11PressMonitor::select(bool isOn) {
@@ -118,13 +144,22 @@ void X11PressMonitor::takeInput(const xcb_ge_generic_event_t& event) {
     const bool isLeft = button.detail == leftButton;
     if (!isLeft && button.detail != rightButton) return;
     if (event.event_type == XCB_INPUT_RAW_BUTTON_PRESS)
-        tell(isLeft ? PressedButton::Left : PressedButton::Right);
+        tell(isLeft ? PressedButton::Left : PressedButton::Right, button.time);
     else if (event.event_type == XCB_INPUT_RAW_BUTTON_RELEASE && isLeft)
         emit released();
 }
 
-void X11PressMonitor::tell(PressedButton button) {
-    ScreenPress press{.at = m_screens.pointer(), .button = button};
+void X11PressMonitor::tell(PressedButton button, std::uint64_t time) {
+    const bool isOwn = m_ownPress && m_ownPress->time == time;
+    m_lastPress = isOwn ? pressOn(*m_ownPress->window, m_ownPress->at) : pressUnderPointer();
+    m_lastPress.button = button;
+    if (isPopupOpen()) m_lastPress.surface = PressedSurface::OwnMenu;
+    m_lastTime = time;
+    emit pressed(m_lastPress);
+}
+
+ScreenPress X11PressMonitor::pressUnderPointer() const {
+    const QPointF at = m_screens.pointer();
     const std::vector<Window> windows = windowsUnderPointer();
     const auto isUnderPointer = [&windows](const QWindow* each) {
         return each->handle() != nullptr &&
@@ -132,16 +167,8 @@ void X11PressMonitor::tell(PressedButton button) {
     };
     const QWindowList ours = QGuiApplication::allWindows();
     const auto own = std::ranges::find_if(ours, isUnderPointer);
-    if (own != ours.end()) {
-        press.surface = surfaceOf(**own);
-        press.window = (*own)->winId();
-        const QWindow* parent = (*own)->transientParent();
-        if (parent != nullptr && parent->handle() != nullptr) press.parent = parent->winId();
-    } else {
-        press.surface = foreignSurface(windows);
-    }
-    if (isPopupOpen()) press.surface = PressedSurface::OwnMenu;
-    emit pressed(press);
+    if (own != ours.end()) return pressOn(**own, at);
+    return {.at = at, .surface = foreignSurface(windows)};
 }
 
 PressedSurface X11PressMonitor::foreignSurface(const std::vector<Window>& windows) const {

@@ -3,7 +3,11 @@
 #include "platform/PressMonitor.h"
 #include "platform/linux/x11/X11Events.h"
 
+#include <optional>
 #include <vector>
+
+class QMouseEvent;
+class QWindow;
 
 namespace vorq {
 
@@ -27,16 +31,28 @@ class X11PressMonitor final : public PressMonitor {
   private:
     using Window = X11Connection::Window;
 
+    /// What Qt knows of a press on a window of ours.
+    struct OwnPress {
+        std::uint64_t time = 0; // on the server
+        QPointF at;
+        const QWindow* window = nullptr;
+    };
+
+    void handleOwnPress(const QWindow& window, const QMouseEvent& event);
     void select(bool isOn);
     void watchDrags(bool isOn);
     void take(const xcb_generic_event_t& event);
     void takeInput(const xcb_ge_generic_event_t& event);
-    void tell(PressedButton button);
+    void tell(PressedButton button, std::uint64_t time);
+    [[nodiscard]] ScreenPress pressUnderPointer() const;
     [[nodiscard]] PressedSurface foreignSurface(const std::vector<Window>& windows) const;
     [[nodiscard]] std::vector<Window> windowsUnderPointer() const;
     [[nodiscard]] bool hasType(Window window, const std::vector<X11Connection::Atom>& types) const;
 
     const Screens& m_screens;
+    std::optional<OwnPress> m_ownPress; // while it is dealt with
+    std::optional<std::uint64_t> m_lastTime;
+    ScreenPress m_lastPress;
     X11Connection m_requests;
     X11Events m_events;
     /// Of the input extension; 0 where it is absent.
