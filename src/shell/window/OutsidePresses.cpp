@@ -21,9 +21,11 @@ OutsidePresses::OutsidePresses(const Platform& platform, IsInside isInside)
 
 OutsidePresses::~OutsidePresses() {
     stop();
+    forgetSlowBar();
 }
 
 void OutsidePresses::start() {
+    forgetSlowBar();
     if (std::exchange(m_isRunning, true)) return;
     m_platform.presses.start();
 }
@@ -36,6 +38,7 @@ void OutsidePresses::stop() {
 }
 
 void OutsidePresses::handlePress(const ScreenPress& press) {
+    forgetSlowBar();
     if (!m_isRunning) return;
     forgetPress();
     if (isOnMenuOfOurs(press) || m_isInside(press)) return;
@@ -73,8 +76,33 @@ bool OutsidePresses::dismissesStatusMenu() {
 void OutsidePresses::awaitStatusItem() {
     m_decision = m_platform.clock.after(statusItemDelay, [this] {
         m_decision.reset();
-        dismissLater();
+        if (m_platform.holds.isHeld()) return;
+        emit dismissed();
+        awaitSlowBar();
     });
+}
+
+// A loaded machine shows menus late, and only the menu tells that the press was ours. The next
+// press says what the user wants now.
+void OutsidePresses::awaitSlowBar() {
+    if (m_isRunning) return;
+    m_platform.presses.start();
+    m_slowBar = m_platform.clock.after(slowestBar, [this] { forgetSlowBar(); });
+}
+
+// Unless there was another press meanwhile that is not told yet.
+void OutsidePresses::recall() {
+    m_platform.presses.catchUp();
+    if (!m_slowBar) return;
+    forgetSlowBar();
+    emit recalled();
+}
+
+void OutsidePresses::forgetSlowBar() {
+    const auto timer = std::exchange(m_slowBar, std::nullopt);
+    if (!timer) return;
+    m_platform.clock.cancel(*timer);
+    if (!m_isRunning) m_platform.presses.stop();
 }
 
 void OutsidePresses::dismissLater() {
@@ -90,6 +118,7 @@ void OutsidePresses::forgetPress() {
 }
 
 void OutsidePresses::handleStatusMenu(bool isOpen) {
+    if (isOpen && m_slowBar) recall();
     if (!m_isRunning || isOpen == static_cast<bool>(m_statusMenu)) return;
     if (isOpen) {
         m_statusMenu = m_platform.holds.take(PanelHoldKind::Menu);

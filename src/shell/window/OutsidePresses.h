@@ -20,8 +20,11 @@ class OutsidePresses final : public QObject {
     Q_OBJECT
 
   public:
-    /// How long our status item takes at most to answer a press in a foreign bar.
+    /// How long a press in a foreign bar may be one on our status item. Then the panel goes.
     static constexpr Clock::Duration statusItemDelay = std::chrono::milliseconds(400);
+
+    /// How long a slow bar may still show the menu of that press, which brings the panel back.
+    static constexpr Clock::Duration slowestBar = std::chrono::seconds(10);
 
     /// All must outlive this object.
     struct Platform {
@@ -44,6 +47,9 @@ class OutsidePresses final : public QObject {
     /// After the event.
     void dismissed();
 
+    /// The press that took the panel down was on our status item.
+    void recalled();
+
   private:
     void handlePress(const ScreenPress& press);
     void handleRelease();
@@ -52,6 +58,9 @@ class OutsidePresses final : public QObject {
     [[nodiscard]] bool isOnMenuOfOurs(const ScreenPress& press) const;
     [[nodiscard]] bool dismissesStatusMenu();
     void awaitStatusItem();
+    void awaitSlowBar();
+    void recall();
+    void forgetSlowBar();
     void dismissLater();
     void forgetPress();
 
@@ -61,6 +70,8 @@ class OutsidePresses final : public QObject {
     /// A press elsewhere whose release shows whether it was a click.
     bool m_isClickPending = false;
     std::optional<Clock::TimerId> m_decision;
+    /// While the panel is down for a press in a bar that may be slow.
+    std::optional<Clock::TimerId> m_slowBar;
     /// While the menu of the status item is open, as far as its end is told.
     PanelHold m_statusMenu;
     PanelHold m_suppression;

@@ -55,6 +55,7 @@ PanelWindowController::PanelWindowController(const Platform& platform, PanelWind
     connect(&platform.screens, &Screens::changed, this, &PanelWindowController::followScreens);
     connect(&m_outsidePresses, &OutsidePresses::dismissed, this,
             &PanelWindowController::takeDownAndFocusNobody);
+    connect(&m_outsidePresses, &OutsidePresses::recalled, this, &PanelWindowController::showBeside);
     connect(&platform.workspace, &Workspace::frontmostChanged, this,
             [this](std::int32_t process, quint64 active) {
                 if (isOurs(active, process)) return;

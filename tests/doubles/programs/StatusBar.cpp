@@ -1,8 +1,8 @@
 // A bar along the lower edge that shows status items by D-Bus and draws their menus itself: the
 // item at its left end, at a click on which the menu of the item comes up. It tells the item of the
-// end of the menu if the argument is "tells". It writes what it does: "bar", "item", and for each
-// entry of a menu that comes up "entry X Y NAME", with its place on the screen, and "menu" behind
-// them.
+// end of the menu if the argument is "tells". A second argument is for how many milliseconds it is
+// busy before it asks for the menu. It writes what it does: "bar", "item", and for each entry of a
+// menu that comes up "entry X Y NAME", with its place on the screen, and "menu" behind them.
 
 #include <QApplication>
 #include <QDBusArgument>
@@ -17,6 +17,7 @@
 #include <QMouseEvent>
 #include <QScreen>
 #include <QTextStream>
+#include <QTimer>
 #include <QWidget>
 
 #include <xcb/xcb.h>
@@ -51,7 +52,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, Entry& entry) {
 
 class Bar final : public QWidget {
   public:
-    explicit Bar(bool tellsOfEnds) : m_tellsOfEnds(tellsOfEnds) {
+    Bar(bool tellsOfEnds, int delay) : m_tellsOfEnds(tellsOfEnds), m_delay(delay) {
         becomeDock();
         const QRect screen = QGuiApplication::primaryScreen()->geometry();
         setGeometry(0, screen.height() - barHeight, screen.width(), barHeight);
@@ -62,8 +63,13 @@ class Bar final : public QWidget {
   protected:
     void mousePressEvent(QMouseEvent* event) override {
         if (event->position().x() > barHeight || m_service.isEmpty()) return;
-        QDBusInterface item(m_service, QStringLiteral("/StatusNotifierItem"),
-                            QStringLiteral("org.kde.StatusNotifierItem"));
+        QTimer::singleShot(m_delay, this, [this] { showMenu(); });
+    }
+
+  private:
+    void showMenu() {
+        const QDBusInterface item(m_service, QStringLiteral("/StatusNotifierItem"),
+                                  QStringLiteral("org.kde.StatusNotifierItem"));
         const QString path = item.property("Menu").value<QDBusObjectPath>().path();
         m_source = std::make_unique<QDBusInterface>(m_service, path,
                                                     QStringLiteral("com.canonical.dbusmenu"));
@@ -75,7 +81,6 @@ class Bar final : public QWidget {
         m_menu.popup(QPoint(2, geometry().top() - m_menu.sizeHint().height()));
     }
 
-  private:
     // Before it is shown. The attribute of Qt for it does nothing.
     void becomeDock() {
         xcb_connection_t* x11 =
@@ -128,6 +133,7 @@ class Bar final : public QWidget {
     }
 
     bool m_tellsOfEnds;
+    int m_delay; // in milliseconds
     QString m_service;
     std::unique_ptr<QDBusInterface> m_source;
     QMenu m_menu;
@@ -165,7 +171,8 @@ class Watcher final : public QObject, protected QDBusContext {
 
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
-    Bar bar(QApplication::arguments().value(1) == u"tells");
+    const QStringList arguments = QApplication::arguments();
+    Bar bar(arguments.value(1) == u"tells", arguments.value(2).toInt());
     Watcher watcher(bar);
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), &watcher,

@@ -100,7 +100,7 @@ TEST_P(PanelVisibilityTest, IsNeitherStuckNorImagined) {
         m_history.clear();
         for (unsigned count = below(12) + 1; count > 0; --count)
             doSomething();
-        m_clock.advance(1s);
+        m_clock.advance(OutsidePresses::slowestBar + 1s);
         const std::string history = m_history.join(", ").toStdString();
         ASSERT_EQ(m_controller->isPanelVisible(), m_window.isShown) << history;
         ASSERT_EQ(m_controller->isPanelVisible(), m_presses.isOn) << history;

@@ -314,6 +314,57 @@ TEST_F(OutsideClickTest, ByTheKeyboardIsHeldAsWell) {
     EXPECT_TRUE(m_controller->isPanelVisible());
 }
 
+class SlowBarPressTest : public OutsideClickTest {
+  protected:
+    void SetUp() override {
+        OutsideClickTest::SetUp();
+        clickAt(m_outside, PressedSurface::ForeignBar);
+        m_clock.advance(OutsidePresses::statusItemDelay);
+        ASSERT_FALSE(m_controller->isPanelVisible());
+    }
+
+    bool isBackWithTheMenu() {
+        emit m_notifications.vorqStatusMenuChanged(true);
+        return m_controller->isPanelVisible();
+    }
+};
+
+TEST_F(SlowBarPressTest, OurMenuBringsThePanelBackAndLeavesTheKeyboardWhereItIs) {
+    m_clock.advance(3s);
+    m_workspace.bringToFront(browser);
+    m_window.calls.clear();
+    EXPECT_TRUE(isBackWithTheMenu());
+    EXPECT_THAT(m_window.calls, ElementsAre("front"));
+    clickAt(m_outside);
+    EXPECT_TRUE(m_controller->isPanelVisible()) << "the click was the menu's";
+    clickAt(m_outside);
+    EXPECT_FALSE(m_controller->isPanelVisible());
+}
+
+TEST_F(SlowBarPressTest, AMenuAfterAnotherPressDoesNot) {
+    clickAt(m_outside);
+    EXPECT_FALSE(isBackWithTheMenu());
+    EXPECT_FALSE(m_presses.isOn);
+}
+
+TEST_F(SlowBarPressTest, NorDoesOneAfterAPressThatIsToldLate) {
+    m_presses.late = [this] { emit m_presses.pressed({.at = m_outside}); };
+    EXPECT_FALSE(isBackWithTheMenu());
+}
+
+TEST_F(SlowBarPressTest, NorDoesOneThatNoBarIsSoSlowFor) {
+    m_clock.advance(OutsidePresses::slowestBar);
+    EXPECT_FALSE(m_presses.isOn);
+    EXPECT_FALSE(isBackWithTheMenu());
+}
+
+TEST_F(SlowBarPressTest, NorDoesOneOfALaterShowing) {
+    m_controller->show();
+    m_controller->hide();
+    EXPECT_FALSE(m_presses.isOn);
+    EXPECT_FALSE(isBackWithTheMenu());
+}
+
 TEST_F(OutsideClickTest, AWindowWithoutANumberIsNotGivenTheKeyboardBack) {
     emit m_workspace.frontmostChanged(browser, 0);
     m_screens.windows[0] = {0, 0, 10, 10};
