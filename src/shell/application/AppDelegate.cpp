@@ -48,7 +48,6 @@ AppDelegate::AppDelegate(const Ports& ports, QObject* parent)
         m_ports.statusItem.flashStatusImage(succeeded ? StatusImage::Check : StatusImage::Fail);
     });
     connectStatusItem();
-    connectCommands();
     connectColorEdits();
 }
 
@@ -61,25 +60,37 @@ void AppDelegate::connectStatusItem() {
         refreshPermissions();
         m_hotKeyHandler.retryMissing();
     });
-    connect(item, &StatusItem::accessibilityChosen, this, &AppDelegate::openAccessibilityFromMenu);
     connect(item, &StatusItem::menuDidClose, this, [this] {
         emit m_notifications.vorqStatusMenuChanged(false);
         emit m_notifications.vorqSuppressPanelOutsideClose(false);
     });
-    connect(item, &StatusItem::clearChatChosen, this, &AppDelegate::clearChat);
-    connect(item, &StatusItem::signOutChosen, this, &AppDelegate::signOut);
-    connect(item, &StatusItem::deleteVorqChosen, this, &AppDelegate::deleteVorqFromMenu);
-    connect(item, &StatusItem::quitChosen, this, [this] { m_ports.host.terminate(); });
+    connect(item, &StatusItem::chosen, this, &AppDelegate::performCommand);
 }
 
-void AppDelegate::connectCommands() {
-    StatusItem* item = &m_ports.statusItem;
-    connect(item, &StatusItem::toggleVorqChosen, this, &AppDelegate::togglePanel);
-    connect(item, &StatusItem::saveChatChosen, this, &AppDelegate::saveChatToNotes);
-    connect(item, &StatusItem::saveHighlightChosen, &m_noteHotKeys,
-            &NoteHotKeys::saveHighlightAsNote);
-    connect(item, &StatusItem::pushNoteDraftChosen, &m_noteHotKeys,
-            &NoteHotKeys::handlePushNoteHotKey);
+void AppDelegate::performCommand(StatusCommand command) {
+    switch (command) {
+    case StatusCommand::ToggleVorq:
+        return togglePanel();
+    case StatusCommand::SaveChat:
+        return saveChatToNotes();
+    case StatusCommand::SaveHighlight:
+        return m_noteHotKeys.saveHighlightAsNote();
+    case StatusCommand::PushNoteDraft:
+        return m_noteHotKeys.handlePushNoteHotKey();
+    case StatusCommand::ClearChat:
+        return clearChat();
+    case StatusCommand::OpenAccessibility:
+        return openAccessibilityFromMenu();
+    case StatusCommand::SignOut:
+        return signOut();
+    case StatusCommand::DeleteVorq:
+        return deleteVorqFromMenu();
+    case StatusCommand::Quit:
+        return m_ports.host.terminate();
+    case StatusCommand::EnableBackendAtLogin:
+    case StatusCommand::DisableBackendAtLogin:
+        return; // for BackendAtLoginChoice
+    }
 }
 
 void AppDelegate::refreshHotKeys() {

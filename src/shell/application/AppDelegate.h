@@ -96,7 +96,7 @@ class AppDelegate final : public QObject {
 
   private:
     void connectStatusItem();
-    void connectCommands();
+    void performCommand(StatusCommand command);
     void refreshHotKeys();
     void connectColorEdits();
     void observeNotifications();

@@ -12,7 +12,10 @@ BackendAtLoginChoice::BackendAtLoginChoice(std::shared_ptr<BackendAtLogin> backe
     : m_backend(std::move(backend)), m_item(item), m_showAlert(std::move(showAlert)) {
     m_thread.setMaxThreadCount(1);
     connect(&m_item, &StatusItem::menuWillOpen, this, &BackendAtLoginChoice::refresh);
-    connect(&m_item, &StatusItem::backendAtLoginChosen, this, &BackendAtLoginChoice::choose);
+    connect(&m_item, &StatusItem::chosen, this, [this](StatusCommand command) {
+        if (command == StatusCommand::EnableBackendAtLogin) choose(true);
+        if (command == StatusCommand::DisableBackendAtLogin) choose(false);
+    });
 }
 
 void BackendAtLoginChoice::refresh() {

@@ -2,6 +2,7 @@
 
 #include "shell/hotkeys/HotKeyTable.h"
 #include "shell/look/StatusImage.h"
+#include "shell/status/StatusCommand.h"
 
 #include <QObject>
 #include <QStringList>
@@ -54,17 +55,8 @@ class StatusItem : public QObject {
     void menuWillOpen();
     void menuDidClose();
 
-    // What was chosen in the menu.
-    void accessibilityChosen();
-    void toggleVorqChosen();
-    void saveChatChosen();
-    void saveHighlightChosen();
-    void pushNoteDraftChosen();
-    void clearChatChosen();
-    void backendAtLoginChosen(bool isOn);
-    void signOutChosen();
-    void deleteVorqChosen();
-    void quitChosen();
+    /// The user has chosen it in the menu.
+    void chosen(vorq::StatusCommand command);
 
     // The user is choosing a colour of the panel, and has done so.
     void colorEditBegan();

@@ -25,36 +25,41 @@ StatusMenu::StatusMenu() : FactMenu(QStringLiteral("Vorq")) {
     addMenu(&m_customize);
     connect(&m_customize, &CustomizeMenu::colorEditBegan, this, &StatusMenu::colorEditBegan);
     connect(&m_customize, &CustomizeMenu::colorEditEnded, this, &StatusMenu::colorEditEnded);
-    m_accessibility = addAction(QString());
-    connect(m_accessibility, &QAction::triggered, this, &StatusMenu::accessibilityChosen);
-    m_backendAtLogin = addAction(QStringLiteral("Start Local Backend at Login"));
-    m_backendAtLogin->setCheckable(true);
-    connect(m_backendAtLogin, &QAction::triggered, this, &StatusMenu::backendAtLoginChosen);
-    setBackendAtLogin({});
-    m_signOut = addAction(QStringLiteral("Sign out"));
-    connect(m_signOut, &QAction::triggered, this, &StatusMenu::signOutChosen);
-    connect(addAction(QStringLiteral("Delete Vorq")), &QAction::triggered, this,
-            &StatusMenu::deleteVorqChosen);
+    m_accessibility = addCommand(QString(), StatusCommand::OpenAccessibility);
+    addBackendAtLogin();
+    m_signOut = addCommand(QStringLiteral("Sign out"), StatusCommand::SignOut);
+    addCommand(QStringLiteral("Delete Vorq"), StatusCommand::DeleteVorq);
     addSeparator();
-    connect(addAction(QStringLiteral("Quit Vorq")), &QAction::triggered, this,
-            &StatusMenu::quitChosen);
+    addCommand(QStringLiteral("Quit Vorq"), StatusCommand::Quit);
     refreshAccount();
     refreshAccessibility();
     refreshChat();
 }
 
+QAction* StatusMenu::addCommand(const QString& text, StatusCommand command) {
+    QAction* entry = addAction(text);
+    connect(entry, &QAction::triggered, this, [this, command] { emit chosen(command); });
+    return entry;
+}
+
 void StatusMenu::addCommands() {
-    m_toggle = addAction(QStringLiteral("Toggle Vorq"));
-    connect(m_toggle, &QAction::triggered, this, &StatusMenu::toggleVorqChosen);
-    m_saveChat = addAction(QStringLiteral("Save Chat to Notes"));
-    connect(m_saveChat, &QAction::triggered, this, &StatusMenu::saveChatChosen);
-    m_saveHighlight = addAction(QStringLiteral("Save Highlight as Note"));
-    connect(m_saveHighlight, &QAction::triggered, this, &StatusMenu::saveHighlightChosen);
-    m_pushNoteDraft = addAction(QStringLiteral("Push Note Draft"));
-    connect(m_pushNoteDraft, &QAction::triggered, this, &StatusMenu::pushNoteDraftChosen);
-    m_clearChat = addAction(QStringLiteral("Clear Chat"));
-    connect(m_clearChat, &QAction::triggered, this, &StatusMenu::clearChatChosen);
+    m_toggle = addCommand(QStringLiteral("Toggle Vorq"), StatusCommand::ToggleVorq);
+    m_saveChat = addCommand(QStringLiteral("Save Chat to Notes"), StatusCommand::SaveChat);
+    m_saveHighlight =
+        addCommand(QStringLiteral("Save Highlight as Note"), StatusCommand::SaveHighlight);
+    m_pushNoteDraft = addCommand(QStringLiteral("Push Note Draft"), StatusCommand::PushNoteDraft);
+    m_clearChat = addCommand(QStringLiteral("Clear Chat"), StatusCommand::ClearChat);
     setOffersNotes(false);
+}
+
+void StatusMenu::addBackendAtLogin() {
+    m_backendAtLogin = addAction(QStringLiteral("Start Local Backend at Login"));
+    m_backendAtLogin->setCheckable(true);
+    connect(m_backendAtLogin, &QAction::triggered, this, [this](bool isOn) {
+        emit chosen(isOn ? StatusCommand::EnableBackendAtLogin
+                         : StatusCommand::DisableBackendAtLogin);
+    });
+    setBackendAtLogin({});
 }
 
 void StatusMenu::setOffersNotes(bool offersNotes) {

@@ -36,24 +36,16 @@ class StatusMenu final : public FactMenu {
     void setBackendAtLogin(const BackendAtLoginEntry& entry);
 
   signals:
-    /// While other applications cannot be read.
-    void accessibilityChosen();
-    void toggleVorqChosen();
-    void saveChatChosen();
-    void saveHighlightChosen();
-    void pushNoteDraftChosen();
-    void clearChatChosen();
-    void backendAtLoginChosen(bool isOn);
-    void signOutChosen();
-    void deleteVorqChosen();
-    void quitChosen();
+    void chosen(vorq::StatusCommand command);
 
     /// A colour of the panel is being chosen, and no longer.
     void colorEditBegan();
     void colorEditEnded();
 
   private:
+    QAction* addCommand(const QString& text, StatusCommand command);
     void addCommands();
+    void addBackendAtLogin();
     void refreshAccount();
     void refreshChat();
     void refreshAccessibility();

@@ -22,17 +22,8 @@ TrayStatusItem::TrayStatusItem(Clock& clock, QObject* parent)
     : StatusItem(parent), m_flash(clock, [this](StatusImage image) { show(image); }) {
     connect(&m_menu, &QMenu::aboutToShow, this, &StatusItem::menuWillOpen);
     connect(&m_menu, &QMenu::aboutToHide, this, &StatusItem::menuDidClose);
-    connect(&m_menu, &StatusMenu::accessibilityChosen, this, &StatusItem::accessibilityChosen);
+    connect(&m_menu, &StatusMenu::chosen, this, &StatusItem::chosen);
     tellOfChoicesIn(m_menu);
-    connect(&m_menu, &StatusMenu::toggleVorqChosen, this, &StatusItem::toggleVorqChosen);
-    connect(&m_menu, &StatusMenu::saveChatChosen, this, &StatusItem::saveChatChosen);
-    connect(&m_menu, &StatusMenu::saveHighlightChosen, this, &StatusItem::saveHighlightChosen);
-    connect(&m_menu, &StatusMenu::pushNoteDraftChosen, this, &StatusItem::pushNoteDraftChosen);
-    connect(&m_menu, &StatusMenu::backendAtLoginChosen, this, &StatusItem::backendAtLoginChosen);
-    connect(&m_menu, &StatusMenu::clearChatChosen, this, &StatusItem::clearChatChosen);
-    connect(&m_menu, &StatusMenu::signOutChosen, this, &StatusItem::signOutChosen);
-    connect(&m_menu, &StatusMenu::deleteVorqChosen, this, &StatusItem::deleteVorqChosen);
-    connect(&m_menu, &StatusMenu::quitChosen, this, &StatusItem::quitChosen);
     connect(&m_menu, &StatusMenu::colorEditBegan, this, &StatusItem::colorEditBegan);
     connect(&m_menu, &StatusMenu::colorEditEnded, this, &StatusItem::colorEditEnded);
     connect(&m_icon, &QSystemTrayIcon::activated, this,

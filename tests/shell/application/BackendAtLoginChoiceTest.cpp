@@ -15,7 +15,8 @@ using testing::IsEmpty;
 class BackendAtLoginChoiceTest : public testing::Test {
   protected:
     void choose(bool isOn) {
-        emit m_item.backendAtLoginChosen(isOn);
+        emit m_item.chosen(isOn ? StatusCommand::EnableBackendAtLogin
+                                : StatusCommand::DisableBackendAtLogin);
         EXPECT_TRUE(QTest::qWaitFor([&] { return m_item.backend.isOffered; }));
     }
 
@@ -61,7 +62,7 @@ TEST_F(BackendAtLoginChoiceTest, AFailureIsToldAndSeen) {
 
 TEST_F(BackendAtLoginChoiceTest, TheEndWaitsForWhatWasBegun) {
     auto choice = std::make_unique<BackendAtLoginChoice>(m_backend, m_item, m_tell);
-    emit m_item.backendAtLoginChosen(true);
+    emit m_item.chosen(StatusCommand::EnableBackendAtLogin);
     choice.reset();
     EXPECT_TRUE(m_backend->on);
 }

@@ -14,7 +14,7 @@ class DeleteVorqTest : public ShellFixture {
 };
 
 TEST_F(DeleteVorqTest, AsksFirst) {
-    emit m_statusItem.deleteVorqChosen();
+    emit m_statusItem.chosen(StatusCommand::DeleteVorq);
     EXPECT_EQ(
         m_host.lastAlert,
         (Alert{"Delete Vorq?",
@@ -30,7 +30,7 @@ TEST_F(DeleteVorqTest, AsksFirst) {
 }
 
 TEST_F(DeleteVorqTest, EndsToBeDeletedOnceTheUserAgrees) {
-    emit m_statusItem.deleteVorqChosen();
+    emit m_statusItem.chosen(StatusCommand::DeleteVorq);
     m_host.answer(0);
     EXPECT_THAT(m_calls, ElementsAre("alert", "terminate and delete"));
 }
@@ -46,7 +46,7 @@ TEST_F(DeleteVorqTest, AskedOfAShellThatIsGoneNothingHappens) {
 
 TEST_F(DeleteVorqTest, SigningOutIsThereForThoseWhoOnlyWantThat) {
     ASSERT_TRUE(state().account().signedIn());
-    emit m_statusItem.signOutChosen();
+    emit m_statusItem.chosen(StatusCommand::SignOut);
     EXPECT_FALSE(state().account().signedIn());
 }
 

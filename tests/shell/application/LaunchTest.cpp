@@ -174,7 +174,7 @@ TEST_F(LaunchTest, StartingItAgainOpensTheMenu) {
 
 TEST_F(LaunchTest, QuitInTheMenuEndsTheProgram) {
     launch();
-    emit m_statusItem.quitChosen();
+    emit m_statusItem.chosen(StatusCommand::Quit);
     EXPECT_THAT(m_calls, ElementsAre("terminate"));
 }
 
@@ -226,7 +226,7 @@ TEST_F(LaunchTest, ChoosingAccessibilityOpensItAndDropsTheAdviceOnceItIsGranted)
     ScriptedPermissionProbe probe;
     state().permissions().setProbe(&probe);
     state().permissions().adviseToGrantAgain();
-    emit m_statusItem.accessibilityChosen();
+    emit m_statusItem.chosen(StatusCommand::OpenAccessibility);
     EXPECT_THAT(m_calls, ElementsAre("open accessibility"));
     EXPECT_NE(state().permissions().permissionMessage(), "");
     probe.text = PermissionState::Granted;
@@ -284,7 +284,7 @@ TEST_F(LaunchTest, ThePanelStaysInViewWhileItsColoursAreChosen) {
 
 TEST_F(LaunchTest, ThePanelStaysWhileTheUserIsAskedWhetherToDelete) {
     launch();
-    emit m_statusItem.deleteVorqChosen();
+    emit m_statusItem.chosen(StatusCommand::DeleteVorq);
     EXPECT_TRUE(m_delegate.holds().isHeld(PanelHoldKind::Dialog));
     m_host.answer(1);
     EXPECT_FALSE(m_delegate.holds().isHeld());

@@ -140,8 +140,8 @@ TEST_F(PanelHotKeyTest, ShowBringsAVisiblePanelUpAgain) {
 }
 
 TEST_F(PanelHotKeyTest, TheMenuShowsAndHides) {
-    emit m_statusItem.toggleVorqChosen();
-    emit m_statusItem.toggleVorqChosen();
+    emit m_statusItem.chosen(StatusCommand::ToggleVorq);
+    emit m_statusItem.chosen(StatusCommand::ToggleVorq);
     EXPECT_THAT(m_calls, ElementsAre("show", "hide"));
 }
 

@@ -16,7 +16,7 @@ class SaveChatTest : public ShellFixture {
 
     // The notes application answers later.
     void chooseAndWait(int calls) {
-        emit m_statusItem.saveChatChosen();
+        emit m_statusItem.chosen(StatusCommand::SaveChat);
         EXPECT_TRUE(turnUntil([&] { return m_calls.size() >= calls; }));
     }
 };
@@ -54,7 +54,7 @@ TEST_F(SaveChatTest, TheWordOnAFailureKeepsThePanelUpUntilItIsRead) {
 }
 
 TEST_F(SaveChatTest, WithNothingToSaveNothingHappens) {
-    emit m_statusItem.saveChatChosen();
+    emit m_statusItem.chosen(StatusCommand::SaveChat);
     m_clock.settle();
     EXPECT_THAT(m_calls, IsEmpty());
     EXPECT_THAT(m_notesApplication.notes, IsEmpty());

@@ -96,11 +96,11 @@ TEST_F(HotKeysTest, KeysOfNotesThatCannotBeMadeAreNotSpokenOf) {
 TEST_F(HotKeysTest, TheCommandSavesWhateverIsHighlighted) {
     launch();
     m_workspace.bringToFront(browser);
-    emit m_statusItem.saveHighlightChosen();
+    emit m_statusItem.chosen(StatusCommand::SaveHighlight);
     m_clock.settle();
     EXPECT_THAT(m_notes.saves, ElementsAre(Pair(std::nullopt, "(none)")));
     EXPECT_THAT(m_calls, ElementsAre("flash check"));
-    emit m_statusItem.pushNoteDraftChosen();
+    emit m_statusItem.chosen(StatusCommand::PushNoteDraft);
     EXPECT_THAT(m_calls, ElementsAre("flash check", "flash check"));
 }
 

@@ -21,6 +21,8 @@ class StatusMenuTest : public ConversationFixture {
     StatusMenuTest() {
         QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         m_menu.bindAppState(state());
+        QObject::connect(&m_menu, &StatusMenu::chosen,
+                         [this](StatusCommand command) { m_chosen.push_back(command); });
     }
 
     // The texts of a menu, "-" for a separator.
@@ -57,6 +59,7 @@ class StatusMenuTest : public ConversationFixture {
     }
 
     StatusMenu m_menu;
+    std::vector<StatusCommand> m_chosen;
 };
 
 TEST_F(StatusMenuTest, SaysWhoIsSignedIn) {
@@ -81,10 +84,9 @@ TEST_F(StatusMenuTest, SaysHowToSignInWhileNobodyIs) {
 
 TEST_F(StatusMenuTest, AccessibilityIsThatOfTheStateAndCanBeChosenWhileItIsOff) {
     ScriptedPermissionProbe probe;
-    QSignalSpy chosen(&m_menu, &StatusMenu::accessibilityChosen);
     state().permissions().setProbe(&probe);
     press("Accessibility: Disabled");
-    EXPECT_EQ(chosen.count(), 1);
+    EXPECT_THAT(m_chosen, ElementsAre(StatusCommand::OpenAccessibility));
     probe.text = PermissionState::Granted;
     state().permissions().refreshPermissions();
     ASSERT_NE(action("Accessibility: Enabled"), nullptr);
@@ -121,10 +123,10 @@ TEST_F(StatusMenuTest, TheLocalBackendIsThereIfItIsOffered) {
     EXPECT_FALSE(action(text)->isVisible());
     m_menu.setBackendAtLogin({.isOffered = true, .isOn = true});
     EXPECT_TRUE(action(text)->isVisible() && action(text)->isChecked());
-    QSignalSpy chosen(&m_menu, &StatusMenu::backendAtLoginChosen);
     press(text);
-    ASSERT_EQ(chosen.count(), 1);
-    EXPECT_EQ(chosen[0][0].toBool(), false);
+    EXPECT_THAT(m_chosen, ElementsAre(StatusCommand::DisableBackendAtLogin));
+    press(text);
+    EXPECT_EQ(m_chosen.back(), StatusCommand::EnableBackendAtLogin);
     m_menu.setBackendAtLogin({.isOffered = true, .isOn = false, .isBusy = true});
     EXPECT_FALSE(action(text)->isEnabled());
 }
@@ -194,18 +196,22 @@ TEST_F(StatusMenuTest, WithoutAChoiceAResetMeanwhileStands) {
 }
 
 TEST_F(StatusMenuTest, TellsWhatIsChosen) {
-    QSignalSpy toggled(&m_menu, &StatusMenu::toggleVorqChosen);
-    QSignalSpy cleared(&m_menu, &StatusMenu::clearChatChosen);
-    QSignalSpy signedOut(&m_menu, &StatusMenu::signOutChosen);
-    QSignalSpy deleted(&m_menu, &StatusMenu::deleteVorqChosen);
-    QSignalSpy quit(&m_menu, &StatusMenu::quitChosen);
-    for (const char* text : {"Toggle Vorq", "Clear Chat", "Sign out", "Delete Vorq", "Quit Vorq"})
+    submit("a question");
+    m_menu.setOffersNotes(true);
+    const std::vector<std::pair<QString, StatusCommand>> entries{
+        {"Toggle Vorq", StatusCommand::ToggleVorq},
+        {"Save Chat to Notes", StatusCommand::SaveChat},
+        {"Save Highlight as Note", StatusCommand::SaveHighlight},
+        {"Push Note Draft", StatusCommand::PushNoteDraft},
+        {"Clear Chat", StatusCommand::ClearChat},
+        {"Sign out", StatusCommand::SignOut},
+        {"Delete Vorq", StatusCommand::DeleteVorq},
+        {"Quit Vorq", StatusCommand::Quit}};
+    for (const auto& [text, command] : entries) {
+        m_chosen.clear();
         press(text);
-    EXPECT_EQ(toggled.count(), 1);
-    EXPECT_EQ(cleared.count(), 1);
-    EXPECT_EQ(signedOut.count(), 1);
-    EXPECT_EQ(deleted.count(), 1);
-    EXPECT_EQ(quit.count(), 1);
+        EXPECT_THAT(m_chosen, ElementsAre(command)) << text.toStdString();
+    }
 }
 
 TEST(StatusMenuAlone, WithoutAStateNothingCanBeChosenOfIt) {
