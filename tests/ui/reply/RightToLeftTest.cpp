@@ -15,13 +15,13 @@
 namespace vorq {
 namespace {
 
-constexpr double width = 380;
+constexpr double arabicWidth = 380;
 
-ReplyLayout laidOut(const QString& text) {
+ReplyLayout laidOutArabic(const QString& text) {
     ReplyLayout layout;
     layout.setTheme({Qt::black, Qt::blue, Qt::yellow});
     layout.replace(0, 0, AssistantReplyDocument::blocks(text));
-    layout.layOut(width, QDeadlineTimer(QDeadlineTimer::Forever));
+    layout.layOut(arabicWidth, QDeadlineTimer(QDeadlineTimer::Forever));
     return layout;
 }
 
@@ -34,24 +34,24 @@ QRectF placeOf(const ReplyLayout& layout, const QString& part, int block = 0) {
 const auto sentence = QStringLiteral("استخدم `f()` هنا و `[ab]` هناك.");
 
 TEST(RightToLeft, CodeInALineKeepsItsBracketsWhereTheyAre) {
-    const ReplyLayout layout = laidOut(sentence);
+    const ReplyLayout layout = laidOutArabic(sentence);
     const auto caretBefore = [&](const QString& part) {
         return layout.cursorRect({0, layout.block(0).plainText().indexOf(part)}).left();
     };
     EXPECT_LT(caretBefore("("), caretBefore(")"));
     EXPECT_LT(caretBefore("ab"), caretBefore("b"));
     EXPECT_LT(caretBefore("b"), caretBefore("]"));
-    EXPECT_GT(layout.cursorRect({0, 0}).left(), width / 2);
+    EXPECT_GT(layout.cursorRect({0, 0}).left(), arabicWidth / 2);
 }
 
 TEST(RightToLeft, ALineThatBeginsWithCodeIsReadAsTheRestOfIt) {
-    const ReplyLayout layout = laidOut(QStringLiteral("`int` نوع من الأنواع."));
-    EXPECT_GT(placeOf(layout, "int").left(), width / 2);
+    const ReplyLayout layout = laidOutArabic(QStringLiteral("`int` نوع من الأنواع."));
+    EXPECT_GT(placeOf(layout, "int").left(), arabicWidth / 2);
 }
 
 TEST(RightToLeft, ANumberStandsUnderItsHeader) {
-    const ReplyLayout layout =
-        laidOut(QStringLiteral("| المدينة | السكان |\n|---|---|\n| تونس | 42 |\n| Paris | 7 |"));
+    const ReplyLayout layout = laidOutArabic(
+        QStringLiteral("| المدينة | السكان |\n|---|---|\n| تونس | 42 |\n| Paris | 7 |"));
     const QRectF header = placeOf(layout, QStringLiteral("السكان"));
     EXPECT_NEAR(placeOf(layout, "42").right(), header.right(), 1);
     EXPECT_NEAR(placeOf(layout, "7").right(), header.right(), 1);
@@ -61,7 +61,7 @@ TEST(RightToLeft, ANumberStandsUnderItsHeader) {
 
 TEST(RightToLeft, ACellFromRightToLeftStandsUnderItsHeaderAtTheLeft) {
     const ReplyLayout layout =
-        laidOut(QStringLiteral("| Word | Meaning |\n|---|---|\n| كتاب | book |"));
+        laidOutArabic(QStringLiteral("| Word | Meaning |\n|---|---|\n| كتاب | book |"));
     EXPECT_NEAR(placeOf(layout, QStringLiteral("كتاب")).left(), placeOf(layout, "Word").left(), 1);
 }
 
@@ -78,14 +78,14 @@ QList<int> inkOf(const QImage& picture) {
 }
 
 TEST(RightToLeft, TheDotOfANumberIsOnItsLeft) {
-    const ReplyLayout layout = laidOut(QStringLiteral("1. عنصر\n2. عنصر"));
+    const ReplyLayout layout = laidOutArabic(QStringLiteral("1. عنصر\n2. عنصر"));
     constexpr int scale = 4;
     QImage picture(18 * scale, 20 * scale, QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.scale(scale, scale);
-    painter.translate(-(width - 18), 0);
-    layout.draw(painter, QRectF(0, 0, width, 20), {});
+    painter.translate(-(arabicWidth - 18), 0);
+    layout.draw(painter, QRectF(0, 0, arabicWidth, 20), {});
     painter.end();
     const QList<int> ink = inkOf(picture);
     ASSERT_GT(ink.size(), 8);

@@ -7,7 +7,6 @@ import Vorq
 T.AbstractButton {
     id: control
 
-    property int role: Accessible.Button
     property string help: ""
     property string tip: "" // "" for a control that needs none
     property real ringRadius: Theme.radiusControl
@@ -27,7 +26,7 @@ T.AbstractButton {
 
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
-    Accessible.role: role
+    Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: help
     Accessible.onPressAction: control.press()
