@@ -12,7 +12,7 @@ Control {
     property real widest: 0 // of its text, which has more lines then; 0 for any
     readonly property real endPadding: 6
     readonly property real corner: Math.min(height, Theme.grown(size)) / 2
-    readonly property bool isLit: hovered || down || visualFocus
+    readonly property bool isLit: enabled && (hovered || down || visualFocus)
     readonly property real rimOpacity: 0.22
     readonly property real litRimOpacity: 0.34
 
@@ -36,6 +36,7 @@ Control {
             text: pill.text
             size: Theme.rowSize
             font.weight: Font.Medium
+            color: pill.enabled ? Theme.ink : Theme.inkOff
             opacity: pill.isLit ? 1 : pill.restOpacity
             wrapMode: pill.widest > 0 ? Text.Wrap : Text.NoWrap
         }

@@ -6,19 +6,25 @@ import Vorq.Native
 Control {
     id: button
 
-    enum Look { Secondary, Quiet, Primary }
+    enum Look { Secondary, Quiet, Primary, Danger }
 
     property int look: TextButton.Secondary
     property real size: 32
+    property string iconName: ""
+    readonly property int iconSize: 15
+    readonly property int iconGap: 7
+    readonly property real iconRoom: iconName !== "" ? iconSize + iconGap : 0
     readonly property int sidePadding: 14
     readonly property color ink: !enabled ? Theme.inkOff : look === TextButton.Primary ? Theme.accentOn
-                               : look === TextButton.Quiet ? Theme.accentInk : Theme.ink
+                               : look === TextButton.Quiet ? Theme.accentInk
+                               : look === TextButton.Danger ? Theme.bad : Theme.ink
     readonly property color fill: look === TextButton.Primary ? (!enabled ? Theme.track : down ? Theme.accentDown : hovered ? Theme.accentHover : Theme.accent)
                                 : look === TextButton.Quiet ? (down ? Theme.accentSoft2 : hovered ? Theme.accentSoft : "transparent")
+                                : look === TextButton.Danger ? (down ? Theme.badDown : hovered ? Theme.badHover : "transparent")
                                 : down ? Theme.secondaryDown : hovered ? Theme.secondaryHover : Theme.secondaryFill
     readonly property color filledRim: Theme.high && look === TextButton.Primary ? Theme.strongInk : "transparent"
 
-    implicitWidth: label.implicitWidth + 2 * sidePadding
+    implicitWidth: Math.ceil(label.implicitWidth + iconRoom) + 2 * sidePadding
     implicitHeight: Theme.grown(size)
     tip: help
 
@@ -29,12 +35,26 @@ Control {
         rimBottom: button.look === TextButton.Secondary ? Theme.hairline2 : button.filledRim
     }
     contentItem: Item {
-        Txt {
-            id: label
+        Row {
             anchors.centerIn: parent
-            text: button.text
-            font.weight: Font.DemiBold
-            color: button.ink
+            spacing: button.iconGap
+
+            Ico {
+                anchors.verticalCenter: parent.verticalCenter
+                visible: button.iconName !== ""
+                name: button.iconName
+                size: button.iconSize
+                color: button.ink
+            }
+            Txt {
+                id: label
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, button.width - 2 * button.sidePadding - button.iconRoom)
+                text: button.text
+                font.weight: Font.DemiBold
+                color: button.ink
+                elide: Text.ElideRight
+            }
         }
     }
 }

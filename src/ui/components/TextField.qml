@@ -9,18 +9,22 @@ T.TextField {
 
     property bool bad: false
     property bool mono: false
+    property real startRoom: 0 // for what stands in the field before the text
+    property real endRoom: 0
+    readonly property bool isMirrored: LayoutMirroring.enabled
     readonly property int sidePadding: 12
     readonly property real hoverRimOpacity: 0.34
+    readonly property int caretRoom: 2 // before what stands in for the text
 
     implicitWidth: 118
     implicitHeight: Theme.grown(34)
-    leftPadding: sidePadding
-    rightPadding: sidePadding
+    leftPadding: sidePadding + (isMirrored ? endRoom : startRoom)
+    rightPadding: sidePadding + (isMirrored ? startRoom : endRoom)
     verticalAlignment: TextInput.AlignVCenter
     font.family: mono ? Theme.mono : Theme.sans
     font.pointSize: Theme.points(Theme.controlSize)
     font.weight: Font.Medium
-    color: Theme.ink
+    color: enabled ? Theme.ink : Theme.inkOff
     selectionColor: Theme.selection
     selectedTextColor: Theme.ink
     selectByMouse: true
@@ -42,12 +46,13 @@ T.TextField {
     }
     Txt {
         anchors.verticalCenter: parent.verticalCenter
-        x: field.leftPadding
-        width: parent.width - field.leftPadding - field.rightPadding
+        x: field.leftPadding + (field.isMirrored ? 0 : field.caretRoom)
+        width: parent.width - field.leftPadding - field.rightPadding - field.caretRoom
         visible: field.text === "" && field.preeditText === ""
         text: field.placeholderText
         font: field.font
-        color: Theme.ink3
+        color: field.enabled ? Theme.ink3 : Theme.inkOff
+        horizontalAlignment: field.effectiveHorizontalAlignment
         elide: Text.ElideRight
         Accessible.ignored: true
     }

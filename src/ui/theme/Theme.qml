@@ -11,6 +11,10 @@ QtObject {
     readonly property bool tinted: look.isTinted
     readonly property bool high: look.hasHighContrast
 
+    // From right to left, as the program's language goes. qmllint does not know all of the application.
+    readonly property var application: Qt.application
+    readonly property bool isMirrored: application.layoutDirection === Qt.RightToLeft
+
     function withAlpha(color: color, alpha: real): color {
         return Qt.rgba(color.r, color.g, color.b, alpha)
     }
@@ -48,10 +52,12 @@ QtObject {
     readonly property real largeSize: 16
     readonly property real hugeSize: 26
     readonly property real bodySize: 14.5
+    readonly property real titleSize: 14 // of a row in a group
     readonly property real rowSize: 13.5
     readonly property real controlSize: 13
     readonly property real metaSize: 12.5
     readonly property real captionSize: 12
+    readonly property real badgeSize: 11.5
     readonly property real bubbleLeading: 3
     readonly property real captionLeading: 2
     readonly property real tabStop: 36
@@ -64,6 +70,9 @@ QtObject {
     readonly property color inkOff: strong(dark ? "#686C79" : "#A3A8B5", "#A8A8A8", "#4D4D4D")
 
     // ---- solid surfaces
+    readonly property color window: high ? strongGround : dark ? "#17181C" : "#F3F4F7"
+    readonly property color surface: high ? strongGround : dark ? "#212329" : "#FFFFFF"
+    readonly property color surface2: strong(dark ? "#2A2C34" : "#EEF0F4", "#141414", "#F0F0F0")
     readonly property color surface3: strong(dark ? "#343741" : "#E3E6EC", "#202020", "#E8E8E8")
     readonly property color hairline: high ? strongInk : dark ? Qt.rgba(1, 1, 1, 0.085) : Qt.rgba(0.05, 0.07, 0.13, 0.10)
     readonly property color hairline2: high ? strongInk : dark ? Qt.rgba(1, 1, 1, 0.16) : Qt.rgba(0.05, 0.07, 0.13, 0.17)
@@ -77,6 +86,13 @@ QtObject {
     readonly property color secondaryFill: withAlpha(ink, dark ? 0.09 : 0.06)
     readonly property color secondaryHover: withAlpha(ink, dark ? 0.14 : 0.10)
     readonly property color secondaryDown: withAlpha(ink, dark ? 0.20 : 0.15)
+
+    // What is chosen among several, on a track.
+    readonly property color chosenFill: high ? strongInk : dark ? Qt.rgba(1, 1, 1, 0.22) : "#FFFFFF"
+    readonly property color chosenRim: high ? strongInk : dark ? Qt.rgba(1, 1, 1, 0.12) : Qt.rgba(0, 0, 0, 0.08)
+    readonly property color chosenInk: high ? strongGround : ink
+    // Over a page while a sheet is open.
+    readonly property color scrim: dark ? Qt.rgba(0, 0, 0, high ? 0.80 : 0.50) : Qt.rgba(0.05, 0.07, 0.13, high ? 0.70 : 0.30)
 
     // ---- accent, and the second colour of the mark
     readonly property color accent: strong(dark ? "#4A65EA" : "#3F5AE6", "#1F3BB3", "#0B1F8F")
@@ -97,9 +113,13 @@ QtObject {
 
     // ---- status
     readonly property color ok: strong(dark ? "#62D394" : "#16703D", "#7BE8AD", "#0B4F2A")
+    readonly property color okSoft: high ? strongGround : dark ? Qt.rgba(0.30, 0.78, 0.50, 0.17) : Qt.rgba(0.15, 0.62, 0.34, 0.12)
     readonly property color warn: strong(onGlass(dark ? "#FFA65C" : "#A84E08"), "#FFC48A", "#6E3200")
     readonly property color warnSoft: high ? strongGround : dark ? Qt.rgba(1, 0.62, 0.30, 0.16) : Qt.rgba(0.94, 0.50, 0.10, 0.13)
     readonly property color bad: strong(onGlass(dark ? "#FF8A85" : "#BF2B2B"), "#FFB3AF", "#8E1515")
+    readonly property color badSoft: high ? strongGround : dark ? Qt.rgba(1, 0.38, 0.36, 0.16) : Qt.rgba(0.84, 0.20, 0.20, 0.10)
+    readonly property color badHover: high ? hover : badSoft
+    readonly property color badDown: high ? pressed : dark ? Qt.rgba(1, 0.38, 0.36, 0.24) : Qt.rgba(0.84, 0.20, 0.20, 0.17)
     readonly property color noteTile: high ? strongInk : dark ? "#FFC46B" : "#9A5B00"
     readonly property real tileAlpha: dark ? 0.16 : 0.11
 
@@ -165,15 +185,18 @@ QtObject {
     readonly property int space3: 12
     readonly property int space4: 16
     readonly property int space5: 20
+    readonly property int space6: 24
 
     // ---- radii; what lies in something else has its radius less the gap
     readonly property int radiusPanel: 34
+    readonly property int radiusSheet: 26
     readonly property int radiusComposer: 22
     readonly property int radiusBlock: 20
     readonly property int radiusCard: 16
     readonly property int radiusRow: 14
     readonly property int radiusTile: 11
     readonly property int radiusControl: 10
+    readonly property int radiusMenu: 12
     readonly property int radiusCode: 8
     readonly property real smoothing: 0.6
 

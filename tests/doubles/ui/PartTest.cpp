@@ -19,6 +19,11 @@ QQuickItem* firstItem(QQuickItem& from, const std::function<bool(const QQuickIte
     return nullptr;
 }
 
+bool isOfType(const QQuickItem& item, const QString& type) {
+    const QString name = QString::fromLatin1(item.metaObject()->className());
+    return name == type || name.startsWith(type + QStringLiteral("_QML"));
+}
+
 } // namespace
 
 PartTest::PartTest() {
@@ -53,10 +58,7 @@ QQuickItem& PartTest::part(const QString& name) {
 }
 
 QQuickItem* PartTest::within(QQuickItem& item, const QString& type) {
-    return firstItem(item, [&](const QQuickItem& each) {
-        const QString name = QString::fromLatin1(each.metaObject()->className());
-        return name == type || name.startsWith(type + QStringLiteral("_QML"));
-    });
+    return firstItem(item, [&](const QQuickItem& each) { return isOfType(each, type); });
 }
 
 QQuickItem* PartTest::saying(const QString& words) {
@@ -105,8 +107,10 @@ void PartTest::pressAsScreenReader(QQuickItem& item) {
 }
 
 bool PartTest::hasRing(QQuickItem& item) {
-    const QQuickItem* ring = within(item, QStringLiteral("FocusRing"));
-    return ring != nullptr && ring->isVisible();
+    const auto isShownRing = [](const QQuickItem& each) {
+        return each.isVisible() && isOfType(each, QStringLiteral("FocusRing"));
+    };
+    return firstItem(item, isShownRing) != nullptr;
 }
 
 } // namespace vorq

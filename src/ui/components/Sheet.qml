@@ -1,0 +1,162 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vorq
+
+// A question or a form over its page, which waits meanwhile. Return accepts, Escape and a press beside it
+// reject; Tab stays within it, and the keyboard goes back where it was.
+T.Popup {
+    id: sheet
+
+    required property string title
+    property string text: "" // "" for a sheet of controls alone
+    property string acceptText: qsTr("OK")
+    property string rejectText: qsTr("Cancel")
+    property bool isDanger: false // what is accepted cannot be undone, and Return does not do it
+    property bool canAccept: true
+    property bool isAccepted: false
+    readonly property KeyboardReturn keyboard: KeyboardReturn {}
+    default property alias controls: body.data
+    readonly property int widest: 440
+    readonly property int padRoom: Theme.space6
+    readonly property int edgeRoom: 16 // to the edges of the window
+    readonly property real tallest: (parent?.height ?? 0) - 2 * edgeRoom
+
+    signal accepted
+    signal rejected
+
+    function accept() {
+        if (!canAccept)
+            return
+        isAccepted = true
+        close()
+    }
+    function pressKey(event) {
+        const isReturn = event.key === Qt.Key_Return || event.key === Qt.Key_Enter
+        event.accepted = isReturn && !isDanger
+        if (event.accepted && !event.isAutoRepeat)
+            accept()
+    }
+
+    parent: T.Overlay.overlay
+    x: Math.round(((parent?.width ?? 0) - width) / 2)
+    y: Math.round(((parent?.height ?? 0) - height) / 2)
+    width: Math.min(widest, (parent?.width ?? 0) - 2 * edgeRoom)
+    height: Math.min(tallest, heading.height + flick.contentHeight + foot.height + 2 * padRoom + 2 * Theme.space4)
+    modal: true
+    dim: true
+    focus: true
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+    onAboutToShow: {
+        isAccepted = false
+        keyboard.remember(parent)
+    }
+    onClosed: {
+        keyboard.bringBack()
+        if (isAccepted)
+            accepted()
+        else
+            rejected()
+    }
+    onOpened: {
+        const first = isDanger ? cancel : body.children.length > 1 ? body.nextItemInFocusChain() : ok
+        first.forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.scrim
+    }
+    enter: Transition {
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Motion.enter; easing.type: Easing.OutCubic }
+    }
+    background: Glass {
+        floats: true
+        radius: Theme.radiusSheet
+        elevation: 4
+    }
+    contentItem: FocusScope {
+        LayoutMirroring.enabled: Theme.isMirrored
+        LayoutMirroring.childrenInherit: true
+        Accessible.role: Accessible.Dialog
+        Accessible.name: sheet.title
+        Accessible.description: sheet.text
+        Keys.onPressed: event => sheet.pressKey(event)
+
+        Txt {
+            id: heading
+            x: sheet.padRoom
+            y: sheet.padRoom
+            width: parent.width - 2 * sheet.padRoom
+            text: sheet.title
+            size: Theme.displaySize
+            font.weight: Font.Bold
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignLeft
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+        Flickable {
+            id: flick
+            // Wider than what stands in it, whose rings it would cut.
+            readonly property int ringRoom: 6
+
+            x: sheet.padRoom - ringRoom
+            y: heading.y + heading.height + Theme.space4 - ringRoom
+            width: parent.width - 2 * x
+            height: foot.y - Theme.space4 + ringRoom - y
+            contentHeight: body.height + 2 * ringRoom
+            interactive: contentHeight > height
+            boundsBehavior: Flickable.StopAtBounds
+            clip: interactive
+            T.ScrollBar.vertical: Scroller {
+                scrolls: qsTr("Scroll the sheet")
+                shown: flick.interactive
+            }
+
+            Column {
+                id: body
+                x: flick.ringRoom
+                y: flick.ringRoom
+                width: flick.width - 2 * x
+                spacing: Theme.space4
+
+                Txt {
+                    width: parent.width
+                    visible: text !== ""
+                    text: sheet.text
+                    leading: Theme.bubbleLeading
+                    color: Theme.ink2
+                    wrapMode: Text.Wrap
+                    horizontalAlignment: Text.AlignLeft
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+            }
+        }
+        Flow {
+            id: foot
+            x: sheet.padRoom
+            y: parent.height - sheet.padRoom - height
+            width: parent.width - 2 * sheet.padRoom
+            layoutDirection: Qt.RightToLeft // from the end of the line
+            spacing: Theme.space2
+
+            TextButton {
+                id: ok
+                width: Math.min(implicitWidth, foot.width)
+                text: sheet.acceptText
+                look: sheet.isDanger ? TextButton.Danger : TextButton.Primary
+                enabled: sheet.canAccept
+                size: 36
+                onClicked: sheet.accept()
+            }
+            TextButton {
+                id: cancel
+                width: Math.min(implicitWidth, foot.width)
+                visible: text !== ""
+                text: sheet.rejectText
+                size: 36
+                onClicked: sheet.close()
+            }
+        }
+    }
+}
