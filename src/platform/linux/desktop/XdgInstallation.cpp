@@ -24,7 +24,15 @@ const QStringList installedFiles = {
     QStringLiteral("/share/metainfo/com.vorq.desk.metainfo.xml"),
     QStringLiteral("/share/icons/hicolor/scalable/apps/com.vorq.desk.svg"),
     QStringLiteral("/share/icons/hicolor/symbolic/apps/com.vorq.desk-symbolic.svg"),
-    QStringLiteral("/share/dbus-1/services/com.vorq.desk.service")};
+    QStringLiteral("/share/dbus-1/services/com.vorq.desk.service"),
+    QStringLiteral("/share/man/man1/vorq.1"),
+    QStringLiteral("/share/man/man1/vorq-gateway.1"),
+    QStringLiteral("/share/bash-completion/completions/vorq"),
+    QStringLiteral("/share/bash-completion/completions/vorq-gateway"),
+    QStringLiteral("/share/zsh/site-functions/_vorq"),
+    QStringLiteral("/share/zsh/site-functions/_vorq-gateway"),
+    QStringLiteral("/share/fish/vendor_completions.d/vorq.fish"),
+    QStringLiteral("/share/fish/vendor_completions.d/vorq-gateway.fish")};
 
 // A program by itself is somebody's work or another's of the same name, and an entry by itself is
 // what other kinds of packages show to the desktop or what the program has written for its links.

@@ -1,0 +1,60 @@
+#include "cli/CommandTable.h"
+
+#include <array>
+
+namespace vorq::gateway {
+namespace {
+
+constexpr int kLargestPort = 65535;
+constexpr int kLongestDelayMs = 60'000;
+
+constexpr OptionRow kDataOption{.name = "--data",
+                                .value = "DIR",
+                                .help = "where accounts are kept ($XDG_DATA_HOME/Vorq)",
+                                .namesFile = true};
+
+constexpr std::array kServeOptions = {
+    OptionRow{.name = "--host", .value = "HOST", .help = "address to listen on (127.0.0.1)"},
+    OptionRow{.name = "--port",
+              .value = "PORT",
+              .help = "port to listen on (8787); 0 takes a free one",
+              .largest = kLargestPort},
+    kDataOption,
+    OptionRow{.name = "--config",
+              .value = "FILE",
+              .help = "settings ($XDG_CONFIG_HOME/Vorq/gateway.json)",
+              .namesFile = true},
+    OptionRow{.name = "--stream-delay",
+              .value = "MS",
+              .help = "pause between two steps of a reply made without a model (30)",
+              .largest = kLongestDelayMs},
+};
+constexpr std::array kHandoffOptions = {kDataOption};
+
+constexpr std::array kCommands = {
+    CommandRow{.name = "serve",
+               .help = "answers Vorq until it is told to stop (Ctrl+C, SIGTERM)",
+               .options = kServeOptions},
+    CommandRow{.name = "handoff",
+               .help =
+                   "prints a vorq:// address that signs Vorq in to this computer's account, once",
+               .options = kHandoffOptions},
+};
+
+constexpr CommandPage kPage = {
+    .program = "vorq-gateway",
+    .summary = "the backend of Vorq, on this computer.",
+    .rows = kCommands,
+    .options = kServeOptions,
+    .remarks =
+        "Without a provider, replies are made from the words of the text alone. Name one in the "
+        "settings\n"
+        "file, or with VORQ_PROVIDER_URL, VORQ_PROVIDER_KEY and VORQ_PROVIDER_MODEL."};
+
+} // namespace
+
+const CommandPage& commandPage() {
+    return kPage;
+}
+
+} // namespace vorq::gateway

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "support/OptionTable.h"
+
+namespace vorq::gateway {
+
+/// The commands of vorq-gateway.
+[[nodiscard]] const CommandPage& commandPage();
+
+} // namespace vorq::gateway
