@@ -1,38 +1,19 @@
 #include "areas/AppearanceSettings.h"
 
 #include "platform/Defaults.h"
-
-#include <array>
-#include <utility>
+#include "support/RawNames.h"
 
 namespace vorq {
 namespace {
 
-template<typename Enum, std::size_t Size>
-using RawTable = std::array<std::pair<Enum, QStringView>, Size>;
-
-constexpr RawTable<AppAppearancePreference, 3> appAppearances = {
-    {{AppAppearancePreference::System, u"system"},
-     {AppAppearancePreference::Light, u"light"},
-     {AppAppearancePreference::Dark, u"dark"}}};
-constexpr RawTable<PanelAppearance, 2> panelAppearances = {
-    {{PanelAppearance::Current, u"current"}, {PanelAppearance::White, u"white"}}};
-constexpr RawTable<PanelGlassStyle, 2> glassStyles = {
-    {{PanelGlassStyle::Clear, u"clear"}, {PanelGlassStyle::Tinted, u"tinted"}}};
-
-template<typename Enum, std::size_t Size>
-QString rawOf(const RawTable<Enum, Size>& table, Enum value) {
-    for (const auto& [known, raw] : table)
-        if (known == value) return raw.toString();
-    return {};
-}
-
-template<typename Enum, std::size_t Size>
-std::optional<Enum> named(const RawTable<Enum, Size>& table, const std::optional<QString>& text) {
-    for (const auto& [known, raw] : table)
-        if (text && *text == raw) return known;
-    return std::nullopt;
-}
+constexpr auto appAppearances =
+    rawNames<AppAppearancePreference>({{AppAppearancePreference::System, "system"},
+                                       {AppAppearancePreference::Light, "light"},
+                                       {AppAppearancePreference::Dark, "dark"}});
+constexpr auto panelAppearances = rawNames<PanelAppearance>(
+    {{PanelAppearance::Current, "current"}, {PanelAppearance::White, "white"}});
+constexpr auto glassStyles = rawNames<PanelGlassStyle>(
+    {{PanelGlassStyle::Clear, "clear"}, {PanelGlassStyle::Tinted, "tinted"}});
 
 const QString appAppearanceKey = QStringLiteral("vorqAppAppearance");
 const QString panelAppearanceKey = QStringLiteral("vorq.panelAppearance");
@@ -45,21 +26,21 @@ const QString olderBlockKey = QStringLiteral("vorq.panelBlockHex");
 } // namespace
 
 QString rawString(AppAppearancePreference preference) {
-    return rawOf(appAppearances, preference);
+    return appAppearances.nameOf(preference);
 }
 QString rawString(PanelAppearance appearance) {
-    return rawOf(panelAppearances, appearance);
+    return panelAppearances.nameOf(appearance);
 }
 QString rawString(PanelGlassStyle style) {
-    return rawOf(glassStyles, style);
+    return glassStyles.nameOf(style);
 }
 
 void AppearanceSettings::restore() {
-    if (const auto stored = named(appAppearances, m_defaults.string(appAppearanceKey)))
+    if (const auto stored = appAppearances.caseOf(m_defaults.string(appAppearanceKey)))
         setAppAppearance(*stored);
-    const auto panel = named(panelAppearances, m_defaults.string(panelAppearanceKey));
+    const auto panel = panelAppearances.caseOf(m_defaults.string(panelAppearanceKey));
     setPanelAppearance(panel.value_or(PanelAppearance::Current));
-    if (const auto stored = named(glassStyles, m_defaults.string(glassStyleKey)))
+    if (const auto stored = glassStyles.caseOf(m_defaults.string(glassStyleKey)))
         setPanelGlassStyle(*stored);
 }
 

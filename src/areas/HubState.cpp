@@ -1,12 +1,17 @@
 #include "areas/HubState.h"
 
 #include "platform/Defaults.h"
+#include "support/RawNames.h"
 #include "support/StableSort.h"
 
 #include <algorithm>
 
 namespace vorq {
 namespace {
+
+constexpr auto tasksLayouts = rawNames<HubTasksLayout>({{HubTasksLayout::Grid, "grid"},
+                                                        {HubTasksLayout::Columns, "columns"},
+                                                        {HubTasksLayout::List, "list"}});
 
 const QString tasksLayoutKey = QStringLiteral("vorq.hubTasksLayout");
 
@@ -15,24 +20,10 @@ std::vector<HubAIChat> asTheyCome(std::vector<HubAIChat> chats) {
     return chats;
 }
 
-HubTasksLayout layoutNamed(const QString& raw) {
-    for (const HubTasksLayout layout : {HubTasksLayout::Columns, HubTasksLayout::List})
-        if (rawString(layout) == raw) return layout;
-    return HubTasksLayout::Grid;
-}
-
 } // namespace
 
 QString rawString(HubTasksLayout layout) {
-    switch (layout) {
-    case HubTasksLayout::Grid:
-        return QStringLiteral("grid");
-    case HubTasksLayout::Columns:
-        return QStringLiteral("columns");
-    case HubTasksLayout::List:
-        return QStringLiteral("list");
-    }
-    return {};
+    return tasksLayouts.nameOf(layout);
 }
 
 HubState::HubState(Defaults& defaults, const LibraryStore& store)
@@ -42,7 +33,8 @@ HubState::HubState(Defaults& defaults, const LibraryStore& store)
                  [this](auto changed) { followAndSave(std::move(changed)); }) {}
 
 void HubState::restore() {
-    assign(m_tasksLayout, layoutNamed(m_defaults.string(tasksLayoutKey).value_or(QString())));
+    assign(m_tasksLayout,
+           tasksLayouts.caseOf(m_defaults.string(tasksLayoutKey)).value_or(HubTasksLayout::Grid));
 }
 
 void HubState::reloadHubAIChats(std::vector<HubAIChat> chats) {

@@ -1,19 +1,22 @@
 #include "areas/Permissions.h"
 
+#include "support/RawNames.h"
+
 #include <tuple>
 
 namespace vorq {
 
+namespace {
+
+constexpr auto permissionStates =
+    rawNames<PermissionState>({{PermissionState::Granted, "granted"},
+                               {PermissionState::Denied, "denied"},
+                               {PermissionState::Pending, "pending"}});
+
+} // namespace
+
 QString rawString(PermissionState state) {
-    switch (state) {
-    case PermissionState::Granted:
-        return QStringLiteral("granted");
-    case PermissionState::Denied:
-        return QStringLiteral("denied");
-    case PermissionState::Pending:
-        return QStringLiteral("pending");
-    }
-    return {};
+    return permissionStates.nameOf(state);
 }
 
 void Permissions::refreshPermissions() {

@@ -1,11 +1,18 @@
 #include "conversation/VorqMessage.h"
 
+#include "support/RawNames.h"
 #include "support/text/Text.h"
 
 namespace vorq {
+namespace {
+
+constexpr auto messageRoleNames =
+    rawNames<MessageRole>({{MessageRole::User, "user"}, {MessageRole::Assistant, "assistant"}});
+
+} // namespace
 
 QString rawString(MessageRole role) {
-    return role == MessageRole::User ? QStringLiteral("user") : QStringLiteral("assistant");
+    return messageRoleNames.nameOf(role);
 }
 
 VorqMessage VorqMessage::placeholder() {

@@ -2,20 +2,18 @@
 
 #include "app/cli/CommandTables.h"
 #include "app/cli/HelpText.h"
-
-#include <algorithm>
-#include <array>
-#include <utility>
+#include "support/RawNames.h"
 
 namespace vorq {
 namespace {
 
-constexpr std::array verbs = {
-    std::pair(Verb::Summon, "summon"),      std::pair(Verb::Note, "note"),
-    std::pair(Verb::PushNote, "push-note"), std::pair(Verb::Clear, "clear"),
-    std::pair(Verb::Toggle, "toggle"),      std::pair(Verb::SaveChat, "save-chat"),
-    std::pair(Verb::Quit, "quit"),
-};
+constexpr auto verbs = rawNames<Verb>({{Verb::Summon, "summon"},
+                                       {Verb::Note, "note"},
+                                       {Verb::PushNote, "push-note"},
+                                       {Verb::Clear, "clear"},
+                                       {Verb::Toggle, "toggle"},
+                                       {Verb::SaveChat, "save-chat"},
+                                       {Verb::Quit, "quit"}});
 
 ShowText programHelp() {
     return ShowText{helpText(commandPages().front())};
@@ -87,14 +85,11 @@ Command parseDesktop(const QStringList& arguments) {
 } // namespace
 
 std::optional<Verb> verbNamed(const QString& name) {
-    for (const auto& [verb, known] : verbs)
-        if (name == QLatin1StringView(known)) return verb;
-    return std::nullopt;
+    return verbs.caseOf(QStringView(name));
 }
 
 QString nameOf(Verb verb) {
-    const auto found = std::ranges::find(verbs, verb, &std::pair<Verb, const char*>::first);
-    return found == verbs.end() ? QString() : QString::fromLatin1(found->second);
+    return verbs.nameOf(verb);
 }
 
 Command parseCommandLine(const QStringList& arguments) {

@@ -2,11 +2,19 @@
 
 #include "app/cli/CommandTables.h"
 #include "app/cli/HelpText.h"
+#include "support/RawNames.h"
 
 namespace vorq {
 namespace {
 
 using Parsed = std::variant<LibraryCommand, LibraryHelp, LibraryMisuse>;
+
+// By their names, and by those of files.
+constexpr auto noteFormats = rawNames<NoteFormat>({{NoteFormat::Markdown, "markdown"},
+                                                   {NoteFormat::Markdown, "md"},
+                                                   {NoteFormat::Plain, "plain"},
+                                                   {NoteFormat::Plain, "txt"},
+                                                   {NoteFormat::Rtf, "rtf"}});
 
 // Leaves the area as it is without the option.
 std::optional<LibraryMisuse> readArea(const ParsedOptions& parsed, std::optional<HubArea>& area) {
@@ -32,13 +40,6 @@ Parsed parseNotesSave(const ParsedOptions& parsed) {
                     area.value_or(HubArea::Personal), parsed.has("--plain")};
 }
 
-std::optional<NoteFormat> formatNamed(const QString& name) {
-    if (name == u"markdown" || name == u"md") return NoteFormat::Markdown;
-    if (name == u"plain" || name == u"txt") return NoteFormat::Plain;
-    if (name == u"rtf") return NoteFormat::Rtf;
-    return std::nullopt;
-}
-
 Parsed parseNotesExport(const ParsedOptions& parsed) {
     if (parsed.words.size() != 1)
         return LibraryMisuse{QStringLiteral("notes export needs one ID.")};
@@ -46,12 +47,12 @@ Parsed parseNotesExport(const ParsedOptions& parsed) {
     command.id = parsed.words.front();
     command.output = parsed.value("--output");
     if (const QString name = parsed.value("--format"); !name.isEmpty()) {
-        const auto format = formatNamed(name);
+        const auto format = noteFormats.caseOf(QStringView(name));
         if (!format) return LibraryMisuse{QStringLiteral("There is no format %1.").arg(name)};
         command.format = *format;
     } else {
         const QString suffix = command.output.section(u'.', -1).toLower();
-        command.format = formatNamed(suffix).value_or(NoteFormat::Markdown);
+        command.format = noteFormats.caseOf(QStringView(suffix)).value_or(NoteFormat::Markdown);
     }
     return command;
 }

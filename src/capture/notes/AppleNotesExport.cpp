@@ -1,5 +1,6 @@
 #include "capture/notes/AppleNotesExport.h"
 
+#include "support/RawNames.h"
 #include "support/text/Text.h"
 
 #include <QLoggingCategory>
@@ -20,17 +21,10 @@ const QString appendDenied =
     QStringLiteral("Couldn’t update the note. Allow Vorq to control Notes in System Settings → "
                    "Privacy & Security → Automation.");
 
-const char* nameOf(AutomationPermission permission) {
-    switch (permission) {
-    case AutomationPermission::Allowed:
-        return "allowed";
-    case AutomationPermission::Denied:
-        return "denied";
-    case AutomationPermission::Unknown:
-        return "unknown";
-    }
-    Q_UNREACHABLE();
-}
+constexpr auto automationPermissions =
+    rawNames<AutomationPermission>({{AutomationPermission::Allowed, "allowed"},
+                                    {AutomationPermission::Denied, "denied"},
+                                    {AutomationPermission::Unknown, "unknown"}});
 
 // A property of the note first by its identity, then by looking for it.
 QString readingScript(QStringView property, QStringView id) {
@@ -167,7 +161,8 @@ std::optional<QString> AppleNotesExport::noteBody(const QString& id) {
 std::expected<QString, NotesBridge::Error> AppleNotesExport::createNote(const QString& title,
                                                                         const QString& body) {
     const AutomationPermission permission = m_requestAutomation();
-    qCInfo(notesLog, "Vorq Apple Notes automation permission=%s", nameOf(permission));
+    qCInfo(notesLog, "Vorq Apple Notes automation permission=%s",
+           automationPermissions.latin1(permission).data());
     if (permission == AutomationPermission::Denied) return std::unexpected(createDenied);
     const QString answer = m_run(applenotes::createNoteScript(title, body)).value_or(QString());
     const QString id = trimmed(answer).toString();

@@ -2,9 +2,9 @@
 
 #include "library/json/RecordHook.h"
 #include "library/json/RecordReader.h"
+#include "support/RawNames.h"
 #include "support/json/JsonWriter.h"
 
-#include <algorithm>
 #include <array>
 #include <concepts>
 #include <cstddef>
@@ -16,27 +16,12 @@ namespace vorq {
 
 // What the records of the library share in reading and writing. For source files only.
 
-/// Specialised for each enumeration: the raw strings of its cases, in their order.
+/// Specialised for each enumeration: its RawNames.
 template<typename Enumeration>
 inline constexpr std::nullptr_t rawStrings = nullptr;
 
 template<typename Enumeration>
 concept HasRawStrings = !std::same_as<decltype(rawStrings<Enumeration>), const std::nullptr_t>;
-
-template<HasRawStrings Enumeration>
-[[nodiscard]] QString rawStringOf(Enumeration value) {
-    const std::string_view raw = rawStrings<Enumeration>[static_cast<std::size_t>(value)];
-    return QLatin1StringView(raw.data(), static_cast<qsizetype>(raw.size()));
-}
-
-template<HasRawStrings Enumeration>
-[[nodiscard]] std::optional<Enumeration> caseOf(QByteArrayView text) {
-    const auto& strings = rawStrings<Enumeration>;
-    const auto found = std::ranges::find_if(
-        strings, [text](std::string_view string) { return text == QByteArrayView(string); });
-    if (found == strings.end()) return std::nullopt;
-    return static_cast<Enumeration>(found - strings.begin());
-}
 
 /// Specialised for each kind of record: its fields in ascending order of their keys, which is that
 /// of the file.
@@ -56,7 +41,7 @@ template<HasRawStrings Enumeration>
 [[nodiscard]] bool read(RecordReader& reader, JsonValue& value, Enumeration& held) {
     const std::optional<QByteArray> text = reader.readLatin1(value);
     if (!text) return false;
-    const std::optional<Enumeration> found = caseOf<Enumeration>(*text);
+    const std::optional<Enumeration> found = rawStrings<Enumeration>.caseOf(QByteArrayView(*text));
     if (found) held = *found;
     return found.has_value();
 }
@@ -143,7 +128,7 @@ inline void write(JsonWriter& writer, const QByteArray& bytes) {
 
 template<HasRawStrings Enumeration>
 void write(JsonWriter& writer, Enumeration value) {
-    writer.plainString(rawStrings<Enumeration>[static_cast<std::size_t>(value)]);
+    writer.plainString(rawStrings<Enumeration>.latin1(value));
 }
 
 void writeObject(JsonWriter& writer, std::span<const Field> fields, const void* record);

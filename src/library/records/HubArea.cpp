@@ -3,11 +3,11 @@
 namespace vorq {
 
 QString rawString(HubArea area) {
-    return rawStringOf(area);
+    return rawStrings<HubArea>.nameOf(area);
 }
 
 std::optional<HubArea> hubAreaNamed(QStringView raw) {
-    return caseOf<HubArea>(raw.toLatin1());
+    return rawStrings<HubArea>.caseOf(raw);
 }
 
 } // namespace vorq

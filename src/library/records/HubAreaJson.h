@@ -6,7 +6,9 @@
 namespace vorq {
 
 template<>
-inline constexpr auto rawStrings<HubArea> =
-    std::to_array<std::string_view>({"writing", "research", "study", "personal"});
+inline constexpr auto rawStrings<HubArea> = rawNames<HubArea>({{HubArea::Writing, "writing"},
+                                                               {HubArea::Research, "research"},
+                                                               {HubArea::Study, "study"},
+                                                               {HubArea::Personal, "personal"}});
 
 } // namespace vorq

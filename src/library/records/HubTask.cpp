@@ -8,14 +8,26 @@ namespace vorq {
 
 template<>
 inline constexpr auto rawStrings<HubTaskPriority> =
-    std::to_array<std::string_view>({"urgent", "important", "soon", "later"});
+    rawNames<HubTaskPriority>({{HubTaskPriority::Urgent, "urgent"},
+                               {HubTaskPriority::Important, "important"},
+                               {HubTaskPriority::Soon, "soon"},
+                               {HubTaskPriority::Later, "later"}});
 
 template<>
-inline constexpr auto rawStrings<HubTaskColor> = std::to_array<std::string_view>(
-    {"red", "orange", "amber", "green", "teal", "blue", "indigo", "purple", "pink", "gray"});
+inline constexpr auto rawStrings<HubTaskColor> =
+    rawNames<HubTaskColor>({{HubTaskColor::Red, "red"},
+                            {HubTaskColor::Orange, "orange"},
+                            {HubTaskColor::Amber, "amber"},
+                            {HubTaskColor::Green, "green"},
+                            {HubTaskColor::Teal, "teal"},
+                            {HubTaskColor::Blue, "blue"},
+                            {HubTaskColor::Indigo, "indigo"},
+                            {HubTaskColor::Purple, "purple"},
+                            {HubTaskColor::Pink, "pink"},
+                            {HubTaskColor::Gray, "gray"}});
 
 QString rawString(HubTaskColor color) {
-    return rawStringOf(color);
+    return rawStrings<HubTaskColor>.nameOf(color);
 }
 
 template<>

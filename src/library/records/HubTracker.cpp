@@ -6,27 +6,36 @@ namespace vorq {
 
 template<>
 inline constexpr auto rawStrings<HubTrackerEntryKind> =
-    std::to_array<std::string_view>({"checklist", "sticky", "marker"});
+    rawNames<HubTrackerEntryKind>({{HubTrackerEntryKind::Checklist, "checklist"},
+                                   {HubTrackerEntryKind::Sticky, "sticky"},
+                                   {HubTrackerEntryKind::Marker, "marker"}});
 
 template<>
 inline constexpr auto rawStrings<HubTrackerUrgency> =
-    std::to_array<std::string_view>({"none", "urgent", "lessUrgent"});
+    rawNames<HubTrackerUrgency>({{HubTrackerUrgency::None, "none"},
+                                 {HubTrackerUrgency::Urgent, "urgent"},
+                                 {HubTrackerUrgency::LessUrgent, "lessUrgent"}});
 
 template<>
 inline constexpr auto rawStrings<HubTrackerCardScale> =
-    std::to_array<std::string_view>({"automatic", "twoX", "threeX"});
+    rawNames<HubTrackerCardScale>({{HubTrackerCardScale::Automatic, "automatic"},
+                                   {HubTrackerCardScale::TwoX, "twoX"},
+                                   {HubTrackerCardScale::ThreeX, "threeX"}});
 
 template<>
 inline constexpr auto rawStrings<HubTrackerPortSide> =
-    std::to_array<std::string_view>({"top", "right", "bottom", "left"});
+    rawNames<HubTrackerPortSide>({{HubTrackerPortSide::Top, "top"},
+                                  {HubTrackerPortSide::Right, "right"},
+                                  {HubTrackerPortSide::Bottom, "bottom"},
+                                  {HubTrackerPortSide::Left, "left"}});
 
 template<>
-inline constexpr auto rawStrings<HubTrackerConnectionKind> =
-    std::to_array<std::string_view>({"tube", "arrow"});
+inline constexpr auto rawStrings<HubTrackerConnectionKind> = rawNames<HubTrackerConnectionKind>(
+    {{HubTrackerConnectionKind::Tube, "tube"}, {HubTrackerConnectionKind::Arrow, "arrow"}});
 
 template<>
-inline constexpr auto rawStrings<HubTrackerArrowEnds> =
-    std::to_array<std::string_view>({"one", "both"});
+inline constexpr auto rawStrings<HubTrackerArrowEnds> = rawNames<HubTrackerArrowEnds>(
+    {{HubTrackerArrowEnds::One, "one"}, {HubTrackerArrowEnds::Both, "both"}});
 
 // Older versions had a larger scale; what later ones may add is left to the program.
 static bool readScale(RecordReader& reader, JsonValue& value, void* record) {
@@ -36,7 +45,7 @@ static bool readScale(RecordReader& reader, JsonValue& value, void* record) {
     if (*text == "fourX")
         scale = HubTrackerCardScale::ThreeX;
     else
-        scale = caseOf<HubTrackerCardScale>(*text).value_or(scale);
+        scale = rawStrings<HubTrackerCardScale>.caseOf(QByteArrayView(*text)).value_or(scale);
     return true;
 }
 
@@ -116,7 +125,7 @@ void encode(const std::vector<HubTracker>& trackers, const JsonWriter::Sink& put
 }
 
 QString rawString(HubTrackerUrgency urgency) {
-    return rawStringOf(urgency);
+    return rawStrings<HubTrackerUrgency>.nameOf(urgency);
 }
 
 } // namespace vorq

@@ -2,8 +2,8 @@
 
 #include "platform/Defaults.h"
 #include "shell/notices/ShellNotifications.h"
+#include "support/RawNames.h"
 
-#include <array>
 #include <chrono>
 #include <utility>
 
@@ -20,23 +20,12 @@ constexpr Clock::Duration refocusDelay = 100ms;
 
 const QString dockKey = QStringLiteral("vorq.panel.dock");
 
-constexpr std::array dockNames{
-    std::pair(PanelDockTarget::Left, QLatin1StringView("left")),
-    std::pair(PanelDockTarget::Center, QLatin1StringView("center")),
-    std::pair(PanelDockTarget::Right, QLatin1StringView("right")),
-};
-
-QString rawString(PanelDockTarget dock) {
-    for (const auto& [target, name] : dockNames)
-        if (target == dock) return name;
-    return {};
-}
+constexpr auto dockNames = rawNames<PanelDockTarget>({{PanelDockTarget::Left, "left"},
+                                                      {PanelDockTarget::Center, "center"},
+                                                      {PanelDockTarget::Right, "right"}});
 
 PanelDockTarget storedDock(const Defaults& defaults) {
-    const std::optional<QString> stored = defaults.string(dockKey);
-    for (const auto& [target, name] : dockNames)
-        if (stored == name) return target;
-    return PanelDockTarget::Left;
+    return dockNames.caseOf(defaults.string(dockKey)).value_or(PanelDockTarget::Left);
 }
 
 void forget(Clock& clock, std::optional<Clock::TimerId>& timer) {
@@ -267,7 +256,7 @@ bool PanelWindowController::take(const PanelDockStep& step) {
 void PanelWindowController::setDock(PanelDockTarget dock) {
     if (dock == m_dock) return;
     m_dock = dock;
-    m_platform.defaults.setString(dockKey, rawString(dock));
+    m_platform.defaults.setString(dockKey, dockNames.nameOf(dock));
 }
 
 } // namespace vorq
