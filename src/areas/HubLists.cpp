@@ -1,113 +1,109 @@
 #include "areas/HubLists.h"
 
+#include "support/RecordTable.h"
+
 #include <QDateTime>
 
 namespace vorq {
+namespace {
+
+constexpr auto hubChatRoles = recordTable<HubAIChat>(
+    HubChatList::TitleRole,
+    {
+        {HubChatList::IdRole, "chatId", [](const HubAIChat& chat) -> QVariant { return chat.id; }},
+        {HubChatList::TitleRole, "title",
+         [](const HubAIChat& chat) -> QVariant { return chat.title; }},
+        {HubChatList::IsSavedRole, "isSaved",
+         [](const HubAIChat& chat) -> QVariant { return chat.isSaved; }},
+        {HubChatList::MessageCountRole, "messageCount",
+         [](const HubAIChat& chat) -> QVariant { return static_cast<int>(chat.messages.size()); }},
+        {HubChatList::UpdatedAtRole, "updatedAt",
+         [](const HubAIChat& chat) -> QVariant { return dateTimeOf(chat.updatedAt); }},
+    });
+
+constexpr auto hubTaskRoles = recordTable<HubTask>(
+    HubTaskList::TitleRole,
+    {
+        {HubTaskList::IdRole, "taskId", [](const HubTask& task) -> QVariant { return task.id; }},
+        {HubTaskList::TitleRole, "title",
+         [](const HubTask& task) -> QVariant { return task.title; }},
+        {HubTaskList::DoneRole, "done", [](const HubTask& task) -> QVariant { return task.done; }},
+        {HubTaskList::DueDateRole, "dueDate",
+         [](const HubTask& task) -> QVariant {
+             return task.dueDate ? dateTimeOf(*task.dueDate) : QDateTime();
+         }},
+        {HubTaskList::AreaRole, "area",
+         [](const HubTask& task) -> QVariant { return rawString(task.area); }},
+        {HubTaskList::ColumnIdRole, "columnId",
+         [](const HubTask& task) -> QVariant { return task.columnID.value_or(QUuid()); }},
+        {HubTaskList::OrderRole, "orderInColumn",
+         [](const HubTask& task) -> QVariant { return task.orderInColumn; }},
+    });
+
+constexpr auto hubTaskColumnRoles = recordTable<HubTaskColumn>(
+    HubTaskColumnList::NameRole,
+    {
+        {HubTaskColumnList::IdRole, "columnId",
+         [](const HubTaskColumn& column) -> QVariant { return column.id; }},
+        {HubTaskColumnList::NameRole, "name",
+         [](const HubTaskColumn& column) -> QVariant { return column.name; }},
+        {HubTaskColumnList::IconRole, "icon",
+         [](const HubTaskColumn& column) -> QVariant { return column.icon; }},
+        {HubTaskColumnList::ColorRole, "color",
+         [](const HubTaskColumn& column) -> QVariant { return rawString(column.color); }},
+        {HubTaskColumnList::IsCollapsedRole, "isCollapsed",
+         [](const HubTaskColumn& column) -> QVariant { return column.isCollapsed; }},
+    });
+
+constexpr auto hubTrackerRoles = recordTable<HubTracker>(
+    HubTrackerList::TitleRole,
+    {
+        {HubTrackerList::IdRole, "trackerId",
+         [](const HubTracker& tracker) -> QVariant { return tracker.id; }},
+        {HubTrackerList::TitleRole, "title",
+         [](const HubTracker& tracker) -> QVariant { return tracker.title; }},
+        {HubTrackerList::UrgencyRole, "urgency",
+         [](const HubTracker& tracker) -> QVariant { return rawString(tracker.urgency); }},
+        {HubTrackerList::EntryCountRole, "entryCount",
+         [](const HubTracker& tracker) -> QVariant {
+             return static_cast<int>(tracker.entries.size());
+         }},
+        {HubTrackerList::CreatedAtRole, "createdAt",
+         [](const HubTracker& tracker) -> QVariant { return dateTimeOf(tracker.createdAt); }},
+    });
+
+} // namespace
 
 QVariant HubChatList::value(const HubAIChat& chat, int role) const {
-    switch (role) {
-    case IdRole:
-        return chat.id;
-    case Qt::DisplayRole:
-    case TitleRole:
-        return chat.title;
-    case IsSavedRole:
-        return chat.isSaved;
-    case MessageCountRole:
-        return static_cast<int>(chat.messages.size());
-    case UpdatedAtRole:
-        return dateTimeOf(chat.updatedAt);
-    default:
-        return {};
-    }
+    return hubChatRoles.value(chat, role);
 }
 
 QHash<int, QByteArray> HubChatList::roleNames() const {
-    return {{IdRole, "chatId"},
-            {TitleRole, "title"},
-            {IsSavedRole, "isSaved"},
-            {MessageCountRole, "messageCount"},
-            {UpdatedAtRole, "updatedAt"}};
+    return hubChatRoles.roleNames();
 }
 
 QVariant HubTaskList::value(const HubTask& task, int role) const {
-    switch (role) {
-    case IdRole:
-        return task.id;
-    case Qt::DisplayRole:
-    case TitleRole:
-        return task.title;
-    case DoneRole:
-        return task.done;
-    case DueDateRole:
-        return task.dueDate ? dateTimeOf(*task.dueDate) : QDateTime();
-    case AreaRole:
-        return rawString(task.area);
-    case ColumnIdRole:
-        return task.columnID.value_or(QUuid());
-    case OrderRole:
-        return task.orderInColumn;
-    default:
-        return {};
-    }
+    return hubTaskRoles.value(task, role);
 }
 
 QHash<int, QByteArray> HubTaskList::roleNames() const {
-    return {{IdRole, "taskId"},          {TitleRole, "title"}, {DoneRole, "done"},
-            {DueDateRole, "dueDate"},    {AreaRole, "area"},   {ColumnIdRole, "columnId"},
-            {OrderRole, "orderInColumn"}};
+    return hubTaskRoles.roleNames();
 }
 
 QVariant HubTaskColumnList::value(const HubTaskColumn& column, int role) const {
-    switch (role) {
-    case IdRole:
-        return column.id;
-    case Qt::DisplayRole:
-    case NameRole:
-        return column.name;
-    case IconRole:
-        return column.icon;
-    case ColorRole:
-        return rawString(column.color);
-    case IsCollapsedRole:
-        return column.isCollapsed;
-    default:
-        return {};
-    }
+    return hubTaskColumnRoles.value(column, role);
 }
 
 QHash<int, QByteArray> HubTaskColumnList::roleNames() const {
-    return {{IdRole, "columnId"},
-            {NameRole, "name"},
-            {IconRole, "icon"},
-            {ColorRole, "color"},
-            {IsCollapsedRole, "isCollapsed"}};
+    return hubTaskColumnRoles.roleNames();
 }
 
 QVariant HubTrackerList::value(const HubTracker& tracker, int role) const {
-    switch (role) {
-    case IdRole:
-        return tracker.id;
-    case Qt::DisplayRole:
-    case TitleRole:
-        return tracker.title;
-    case UrgencyRole:
-        return rawString(tracker.urgency);
-    case EntryCountRole:
-        return static_cast<int>(tracker.entries.size());
-    case CreatedAtRole:
-        return dateTimeOf(tracker.createdAt);
-    default:
-        return {};
-    }
+    return hubTrackerRoles.value(tracker, role);
 }
 
 QHash<int, QByteArray> HubTrackerList::roleNames() const {
-    return {{IdRole, "trackerId"},
-            {TitleRole, "title"},
-            {UrgencyRole, "urgency"},
-            {EntryCountRole, "entryCount"},
-            {CreatedAtRole, "createdAt"}};
+    return hubTrackerRoles.roleNames();
 }
 
 } // namespace vorq

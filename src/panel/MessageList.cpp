@@ -1,24 +1,48 @@
 #include "panel/MessageList.h"
 
+#include "support/RecordTable.h"
+
 #include <algorithm>
 #include <iterator>
 
 namespace vorq {
 namespace {
 
-QList<int> changedRoles(const VorqMessage& before, const VorqMessage& after) {
-    QList<int> roles;
-    if (before.role != after.role) roles += MessageList::RoleRole;
-    if (before.text != after.text) roles += MessageList::TextRole;
-    if (before.isWorking != after.isWorking) roles += MessageList::IsWorkingRole;
-    if (before.isTyping != after.isTyping) roles += MessageList::IsTypingRole;
-    if (before.followUp != after.followUp)
-        roles += {MessageList::FollowUpQuestionRole, MessageList::FollowUpLabelsRole};
-    if (before.sent != after.sent)
-        roles += {MessageList::SentTextRole, MessageList::SentApplicationRole};
-    if (before.canRetry != after.canRetry) roles += MessageList::CanRetryRole;
-    return roles;
+QStringList followUpLabels(const VorqMessage& message) {
+    if (!message.followUp) return {};
+    return {message.followUp->labels.begin(), message.followUp->labels.end()};
 }
+
+constexpr auto messageRoles = recordTable<VorqMessage>(
+    MessageList::TextRole,
+    {
+        {MessageList::IdRole, "messageId",
+         [](const VorqMessage& message) -> QVariant { return message.id; }},
+        {MessageList::RoleRole, "messageRole",
+         [](const VorqMessage& message) -> QVariant { return rawString(message.role); }},
+        {MessageList::TextRole, "text",
+         [](const VorqMessage& message) -> QVariant { return message.text; }},
+        {MessageList::IsWorkingRole, "isWorking",
+         [](const VorqMessage& message) -> QVariant { return message.isWorking; }},
+        {MessageList::IsTypingRole, "isTyping",
+         [](const VorqMessage& message) -> QVariant { return message.isTyping; }},
+        {MessageList::FollowUpQuestionRole, "followUpQuestion",
+         [](const VorqMessage& message) -> QVariant {
+             return message.followUp ? message.followUp->question : QString();
+         }},
+        {MessageList::FollowUpLabelsRole, "followUpLabels",
+         [](const VorqMessage& message) -> QVariant { return followUpLabels(message); }},
+        {MessageList::SentTextRole, "sentText",
+         [](const VorqMessage& message) -> QVariant {
+             return message.sent ? message.sent->text : QString();
+         }},
+        {MessageList::SentApplicationRole, "sentApplication",
+         [](const VorqMessage& message) -> QVariant {
+             return message.sent ? message.sent->application : QString();
+         }},
+        {MessageList::CanRetryRole, "canRetry",
+         [](const VorqMessage& message) -> QVariant { return message.canRetry; }},
+    });
 
 } // namespace
 
@@ -42,7 +66,7 @@ void MessageList::append(VorqMessage message) {
 void MessageList::update(const VorqMessage& message) {
     const auto found = std::ranges::find(m_messages, message.id, &VorqMessage::id);
     if (found == m_messages.end() || *found == message) return;
-    const QList<int> roles = changedRoles(*found, message);
+    const QList<int> roles = messageRoles.changedRoles(*found, message);
     *found = message;
     if (!roles.isEmpty()) {
         const QModelIndex row = index(static_cast<int>(std::distance(m_messages.begin(), found)));
@@ -89,46 +113,11 @@ int MessageList::rowCount(const QModelIndex& parent) const {
 QVariant MessageList::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const VorqMessage& message = m_messages[static_cast<std::size_t>(index.row())];
-    switch (role) {
-    case IdRole:
-        return message.id;
-    case RoleRole:
-        return rawString(message.role);
-    case Qt::DisplayRole:
-    case TextRole:
-        return message.text;
-    case IsWorkingRole:
-        return message.isWorking;
-    case IsTypingRole:
-        return message.isTyping;
-    case FollowUpQuestionRole:
-        return message.followUp ? message.followUp->question : QString();
-    case FollowUpLabelsRole:
-        if (!message.followUp) return QStringList();
-        return QStringList(message.followUp->labels.begin(), message.followUp->labels.end());
-    case SentTextRole:
-        return message.sent ? message.sent->text : QString();
-    case SentApplicationRole:
-        return message.sent ? message.sent->application : QString();
-    case CanRetryRole:
-        return message.canRetry;
-    default:
-        return {};
-    }
+    return messageRoles.value(m_messages[static_cast<std::size_t>(index.row())], role);
 }
 
 QHash<int, QByteArray> MessageList::roleNames() const {
-    return {{IdRole, "messageId"},
-            {RoleRole, "messageRole"},
-            {TextRole, "text"},
-            {IsWorkingRole, "isWorking"},
-            {IsTypingRole, "isTyping"},
-            {FollowUpQuestionRole, "followUpQuestion"},
-            {FollowUpLabelsRole, "followUpLabels"},
-            {SentTextRole, "sentText"},
-            {SentApplicationRole, "sentApplication"},
-            {CanRetryRole, "canRetry"}};
+    return messageRoles.roleNames();
 }
 
 } // namespace vorq

@@ -1,8 +1,21 @@
 #include "ui/reply/ReplyCodes.h"
 
+#include "support/RecordTable.h"
+
 #include <algorithm>
 
 namespace vorq {
+namespace {
+
+constexpr auto codeRoles = recordTable<ReplyCodes::Code>(
+    noDisplayRole, {
+                       {ReplyCodes::NumberRole, "number",
+                        [](const ReplyCodes::Code& code) -> QVariant { return code.number; }},
+                       {ReplyCodes::PlateRole, "plateRect",
+                        [](const ReplyCodes::Code& code) -> QVariant { return code.plate; }},
+                   });
+
+} // namespace
 
 void ReplyCodes::setCodes(const QList<Code>& codes) {
     if (codes == m_codes) return;
@@ -43,13 +56,11 @@ int ReplyCodes::rowCount(const QModelIndex& parent) const {
 QVariant ReplyCodes::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    if (role == NumberRole) return m_codes[index.row()].number;
-    if (role == PlateRole) return m_codes[index.row()].plate;
-    return {};
+    return codeRoles.value(m_codes[index.row()], role);
 }
 
 QHash<int, QByteArray> ReplyCodes::roleNames() const {
-    return {{NumberRole, "number"}, {PlateRole, "plateRect"}};
+    return codeRoles.roleNames();
 }
 
 } // namespace vorq
