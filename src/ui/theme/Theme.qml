@@ -13,7 +13,7 @@ QtObject {
 
     // From right to left, as the program's language goes. qmllint does not know all of the application.
     readonly property var application: Qt.application
-    readonly property bool isMirrored: application.layoutDirection === Qt.RightToLeft
+    readonly property bool isMirrored: application?.layoutDirection === Qt.RightToLeft
 
     function withAlpha(color: color, alpha: real): color {
         return Qt.rgba(color.r, color.g, color.b, alpha)
