@@ -14,6 +14,7 @@ class TipTest : public testing::Test {
     TipTest() {
         stage.answer("A reply.");
         stage.show();
+        hover({220, 300}); // the pointer rests where the test before left it
         stage.settle(300);
     }
     // What is said, "" for nothing.
