@@ -8,7 +8,6 @@
 #include "backend/account/PreferredModel.h"
 #include "backend/api/VorqAPIService.h"
 #include "panel/HotKeyContext.h"
-#include "panel/NotesThread.h"
 #include "panel/PanelChats.h"
 #include "panel/PanelCommands.h"
 #include "panel/PanelConversation.h"
@@ -65,7 +64,7 @@ class VorqAppState final : public QObject {
     [[nodiscard]] PanelConversation& panel() { return m_panel; }
     [[nodiscard]] HotKeyContext& hotKeyContext() { return m_hotKeyContext; }
     [[nodiscard]] PanelChats& panelChats() { return m_panelChats; }
-    [[nodiscard]] NotesThread& notes() { return m_notes; }
+    [[nodiscard]] NotesBridge& notes() { return m_notes; }
     [[nodiscard]] StudyNotes& studyNotes() { return m_studyNotes; }
 
     /// Reads the library anew, whatever of it is in memory.
@@ -90,7 +89,7 @@ class VorqAppState final : public QObject {
   private:
     void restore();
 
-    NotesThread m_notes;
+    NotesBridge& m_notes;
     VorqAPIService m_api;
     PreferredModel m_model;
     AccountSession m_account;

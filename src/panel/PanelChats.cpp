@@ -2,11 +2,11 @@
 
 #include "areas/LibraryAreas.h"
 #include "library/records/DraftTitle.h"
-#include "panel/NotesThread.h"
 #include "panel/PanelConversation.h"
 #include "panel/PanelHistory.h"
 #include "panel/PanelNotices.h"
 #include "platform/Clock.h"
+#include "platform/NotesBridge.h"
 #include "support/text/Text.h"
 
 #include <QPointer>
@@ -47,10 +47,7 @@ QCoro::Task<bool> PanelChats::exportChatTextToAppleNotes(QString text,
         co_return false;
     }
     const QPointer<PanelConversation> panel(&m_services.panel); // goes when all of this goes
-    const auto create = [title = draftTitle(body), body](NotesBridge& notes) {
-        return notes.createNote(title, body);
-    };
-    const auto created = co_await m_services.notes.run(create);
+    const auto created = co_await m_services.notes.createNote(draftTitle(body), body, {});
     if (!panel) co_return false;
     library.setLibraryMessage(created ? feedbackPrefix.value_or(QString()) : created.error());
     co_return created.has_value();

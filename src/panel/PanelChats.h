@@ -14,7 +14,7 @@ namespace vorq {
 
 class Clock;
 class LibraryAreas;
-class NotesThread;
+class NotesBridge;
 class PanelConversation;
 
 /// Keeps conversations of the panel in the library, brings them back, and exports what they hold
@@ -26,7 +26,7 @@ class PanelChats final {
         Clock& clock;
         LibraryAreas& areas;
         PanelConversation& panel;
-        NotesThread& notes;
+        NotesBridge& notes;
     };
 
     explicit PanelChats(const Services& services) : m_services(services) {}

@@ -2,7 +2,25 @@
 
 #include "support/text/Text.h"
 
-namespace vorq::notesbridge {
+namespace vorq {
+
+QCoro::Task<std::vector<AppleNoteSummary>> NoNotesBridge::listNotes(int, std::stop_token) {
+    co_return {};
+}
+
+QCoro::Task<std::optional<QString>> NoNotesBridge::noteBody(QString, std::stop_token) {
+    co_return std::nullopt;
+}
+
+QCoro::Task<NotesBridge::Created> NoNotesBridge::createNote(QString, QString, std::stop_token) {
+    co_return std::unexpected(QString());
+}
+
+QCoro::Task<NotesBridge::Appended> NoNotesBridge::appendToNote(QString, QString, std::stop_token) {
+    co_return std::unexpected(QString());
+}
+
+namespace notesbridge {
 
 QString inOneLine(QStringView text) {
     QString line;
@@ -17,4 +35,5 @@ QString withTitle(const QString& title, const QString& body) {
     return title + "\n\n" + body;
 }
 
-} // namespace vorq::notesbridge
+} // namespace notesbridge
+} // namespace vorq

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QCoroTask>
 #include <QString>
 
 #include <expected>
 #include <optional>
+#include <stop_token>
 #include <vector>
 
 namespace vorq {
@@ -16,14 +18,18 @@ struct AppleNoteSummary {
     bool operator==(const AppleNoteSummary&) const = default;
 };
 
-/// The user's notes application. Texts are plain text with line feeds.
+/// The user's notes application. Texts are plain text with line feeds. Main thread only.
 ///
-/// Every operation blocks until the application has answered, or for some seconds if it does not.
-/// They may be called on any thread, one at a time for one object.
+/// An application that hangs keeps whoever waits for its answer waiting for some seconds, and
+/// nobody else. Operations are done one after the other, in the order in which they were asked for.
+/// One that is stopped before its turn does nothing and gives nothing; one that has begun goes on,
+/// even when the bridge or whoever asked is gone: it may be the user's text on its way.
 class NotesBridge {
   public:
     /// A sentence for the user; "" if there is nothing to say but that it failed.
     using Error = QString;
+    using Created = std::expected<QString, Error>;
+    using Appended = std::expected<void, Error>;
 
     NotesBridge() = default;
     NotesBridge(const NotesBridge&) = delete;
@@ -32,32 +38,30 @@ class NotesBridge {
 
     /// Notes in the application's order, at least one and at most a hundred of them whatever the
     /// limit. Empty if there are none or the application cannot be asked.
-    [[nodiscard]] virtual std::vector<AppleNoteSummary> listNotes(int limit) = 0;
+    [[nodiscard]] virtual QCoro::Task<std::vector<AppleNoteSummary>>
+    listNotes(int limit, std::stop_token stop) = 0;
 
     /// The text of a note. Nothing if that is blank or there is no such note.
-    [[nodiscard]] virtual std::optional<QString> noteBody(const QString& id) = 0;
+    [[nodiscard]] virtual QCoro::Task<std::optional<QString>> noteBody(QString id,
+                                                                       std::stop_token stop) = 0;
 
     /// Gives the identity of the new note. An empty title becomes "Untitled".
-    [[nodiscard]] virtual std::expected<QString, Error> createNote(const QString& title,
-                                                                   const QString& body) = 0;
+    [[nodiscard]] virtual QCoro::Task<Created> createNote(QString title, QString body,
+                                                          std::stop_token stop) = 0;
 
     /// Adds the trimmed text below an empty line; a blank one is an error.
-    [[nodiscard]] virtual std::expected<void, Error> appendToNote(const QString& id,
-                                                                  const QString& body) = 0;
+    [[nodiscard]] virtual QCoro::Task<Appended> appendToNote(QString id, QString body,
+                                                             std::stop_token stop) = 0;
 };
 
 /// No notes application: nothing can be read or made, and there is nothing more to say of it.
 class NoNotesBridge : public NotesBridge {
   public:
-    [[nodiscard]] std::vector<AppleNoteSummary> listNotes(int) override { return {}; }
-    [[nodiscard]] std::optional<QString> noteBody(const QString&) override { return {}; }
-    [[nodiscard]] std::expected<QString, Error> createNote(const QString&,
-                                                           const QString&) override {
-        return std::unexpected(QString());
-    }
-    [[nodiscard]] std::expected<void, Error> appendToNote(const QString&, const QString&) override {
-        return std::unexpected(QString());
-    }
+    [[nodiscard]] QCoro::Task<std::vector<AppleNoteSummary>> listNotes(int,
+                                                                       std::stop_token) override;
+    [[nodiscard]] QCoro::Task<std::optional<QString>> noteBody(QString, std::stop_token) override;
+    [[nodiscard]] QCoro::Task<Created> createNote(QString, QString, std::stop_token) override;
+    [[nodiscard]] QCoro::Task<Appended> appendToNote(QString, QString, std::stop_token) override;
 };
 
 /// What the forms of the bridge have in common.

@@ -3,12 +3,6 @@
 #include "doubles/backend/Awaiting.h"
 #include "doubles/library/LibraryFixture.h"
 
-#include <QElapsedTimer>
-#include <QSemaphore>
-#include <QSignalSpy>
-#include <QThread>
-#include <QTimer>
-
 namespace vorq {
 namespace {
 
@@ -180,31 +174,24 @@ TEST_F(PanelChatsTest, ASaveFromTheHubIsAnsweredInItsActiveChat) {
 }
 
 TEST_F(PanelChatsTest, ANotesApplicationThatHangsKeepsNobodyWaiting) {
-    QSemaphore answers;
-    m_notesApplication.whileCreating = [&answers] { answers.tryAcquire(1, 20s); };
+    m_notesApplication.isHanging = true;
     converse("Explain", "They flow.");
-    QElapsedTimer elapsed;
-    elapsed.start();
     submit("save research");
-    int turns = 0;
-    QTimer ticker;
-    QObject::connect(&ticker, &QTimer::timeout, [&turns] { ++turns; });
-    ticker.start(1);
-    EXPECT_TRUE(turnUntil([&turns] { return turns >= 20; }));
     submit("And then?");
     EXPECT_EQ(exchange().json().value("prompt").toString(), "And then?");
-    EXPECT_LT(elapsed.elapsed(), 10000) << "it still hangs";
-    EXPECT_THAT(m_notesApplication.notes, IsEmpty());
-    answers.release();
+    EXPECT_FALSE(texts().contains("Saved to Notes.")) << "it still hangs";
+    m_notesApplication.release();
     EXPECT_TRUE(turnUntil([this] { return texts().contains("Saved to Notes."); }));
 }
 
-TEST_F(PanelChatsTest, WhatIsOnItsWayToTheNotesArrivesThoughTheProgramEnds) {
-    m_notesApplication.whileCreating = [] { QThread::msleep(50); };
+TEST_F(PanelChatsTest, WhatIsOnItsWayToTheNotesIsNotStoppedThoughTheStateGoes) {
+    m_notesApplication.isHanging = true;
     converse("Explain", "They flow.");
     submit("save research");
     m_tester.reset();
     m_state.reset();
+    m_notesApplication.release();
+    m_clock.settle();
     EXPECT_THAT(m_notesApplication.notes, ElementsAre(Pair("They flow.", "They flow.")));
 }
 

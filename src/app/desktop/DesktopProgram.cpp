@@ -5,6 +5,7 @@
 #include "app/desktop/LocalBackend.h"
 #include "platform/linux/desktop/DesktopEntries.h"
 #include "platform/linux/desktop/UrlScheme.h"
+#include "platform/linux/notes/LinuxNotesBridge.h"
 #include "platform/linux/x11/X11InputWatch.h"
 #include "shell/dialogs/AlertBox.h"
 #include "shell/look/StatusGlyphs.h"
@@ -61,8 +62,9 @@ class DesktopProgram::Host final : public ApplicationHost {
 
 DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
     : m_parts(std::move(parts)),
-      m_noteBridge(LinuxNotesBridge::choice(m_defaults), LinuxNotesBridge::folder(m_defaults),
-                   QDBusConnection::sessionBus()),
+      m_noteBridge(std::make_shared<LinuxNotesBridge>(LinuxNotesBridge::choice(m_defaults),
+                                                      LinuxNotesBridge::folder(m_defaults),
+                                                      QDBusConnection::sessionBus())),
       m_workspace(m_parts.makeWorkspace(m_clock)),
       m_loginItem(m_defaults, configurationFolder(m_paths),
                   QCoreApplication::applicationFilePath()),

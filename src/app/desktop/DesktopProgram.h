@@ -10,10 +10,10 @@
 #include "platform/linux/desktop/LinuxDesktopLook.h"
 #include "platform/linux/desktop/XdgLoginItem.h"
 #include "platform/linux/desktop/XdgPaths.h"
-#include "platform/linux/notes/LinuxNotesBridge.h"
 #include "platform/linux/x11/X11HotKeys.h"
 #include "platform/portable/SettingsFile.h"
 #include "platform/portable/SystemClock.h"
+#include "platform/portable/ThreadedNotesBridge.h"
 #include "shell/application/AppDelegate.h"
 #include "shell/application/ApplicationHost.h"
 #include "shell/application/BackendAtLoginChoice.h"
@@ -57,7 +57,7 @@ class DesktopProgram final : public QObject {
     XdgPaths m_paths;
     SettingsFile m_defaults{settingsPath(m_paths)};
     CurlTransport m_transport{m_clock};
-    LinuxNotesBridge m_noteBridge;
+    ThreadedNotesBridge m_noteBridge;
     std::unique_ptr<Workspace> m_workspace;
     X11HotKeys m_hotKeys;
     XdgLoginItem m_loginItem;

@@ -158,8 +158,8 @@ std::optional<QString> AppleNotesExport::noteBody(const QString& id) {
     return html ? applenotes::cleanNoteHTML(*html) : std::nullopt;
 }
 
-std::expected<QString, NotesBridge::Error> AppleNotesExport::createNote(const QString& title,
-                                                                        const QString& body) {
+std::expected<QString, BlockingNotes::Error> AppleNotesExport::createNote(const QString& title,
+                                                                          const QString& body) {
     const AutomationPermission permission = m_requestAutomation();
     qCInfo(notesLog, "Vorq Apple Notes automation permission=%s",
            automationPermissions.latin1(permission).data());
@@ -171,8 +171,8 @@ std::expected<QString, NotesBridge::Error> AppleNotesExport::createNote(const QS
     return id;
 }
 
-std::expected<void, NotesBridge::Error> AppleNotesExport::appendToNote(const QString& id,
-                                                                       const QString& body) {
+std::expected<void, BlockingNotes::Error> AppleNotesExport::appendToNote(const QString& id,
+                                                                         const QString& body) {
     if (trimmed(body).isEmpty()) return std::unexpected(notesbridge::nothingToAppend);
     if (m_requestAutomation() == AutomationPermission::Denied) return std::unexpected(appendDenied);
     if (!m_run(applenotes::appendToNoteScript(id, body)))

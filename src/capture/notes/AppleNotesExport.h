@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/NotesBridge.h"
+#include "platform/BlockingNotes.h"
 
 #include <QString>
 
@@ -43,7 +43,7 @@ namespace applenotes {
 } // namespace applenotes
 
 /// Apple Notes, by scripts.
-class AppleNotesExport : public NotesBridge {
+class AppleNotesExport : public BlockingNotes {
   public:
     /// Runs a script and gives its answer, "" if it has none. Nothing if it failed, which the
     /// runner logs: nobody else knows why.

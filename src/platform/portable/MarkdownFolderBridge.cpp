@@ -193,8 +193,8 @@ std::optional<QString> MarkdownFolderBridge::reserveName(const QString& title) c
     return std::nullopt;
 }
 
-std::expected<QString, NotesBridge::Error> MarkdownFolderBridge::createNote(const QString& title,
-                                                                            const QString& body) {
+std::expected<QString, BlockingNotes::Error> MarkdownFolderBridge::createNote(const QString& title,
+                                                                              const QString& body) {
     const Error error =
         QStringLiteral("Couldn’t create the note. Vorq cannot write to the folder %1.")
             .arg(m_folder);
@@ -210,8 +210,8 @@ std::expected<QString, NotesBridge::Error> MarkdownFolderBridge::createNote(cons
     return std::unexpected(error);
 }
 
-std::expected<void, NotesBridge::Error> MarkdownFolderBridge::appendToNote(const QString& id,
-                                                                           const QString& body) {
+std::expected<void, BlockingNotes::Error> MarkdownFolderBridge::appendToNote(const QString& id,
+                                                                             const QString& body) {
     if (trimmed(body).isEmpty()) return std::unexpected(notesbridge::nothingToAppend);
     // What a link leads to is changed, not the link.
     const QString path = QFileInfo(pathOf(id)).canonicalFilePath();

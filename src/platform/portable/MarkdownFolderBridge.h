@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/NotesBridge.h"
+#include "platform/BlockingNotes.h"
 
 namespace vorq {
 
@@ -10,7 +10,7 @@ namespace vorq {
 /// Names are such that every file system takes them: a title that would leave the folder, hide the
 /// file or clash with another's name gives another name, and stands in full within the file. Files
 /// are private to the user, and change as a whole or not at all.
-class MarkdownFolderBridge : public NotesBridge {
+class MarkdownFolderBridge : public BlockingNotes {
   public:
     /// The folder need not exist; the first note makes it.
     explicit MarkdownFolderBridge(QString folder);

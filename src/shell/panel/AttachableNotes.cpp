@@ -1,6 +1,7 @@
 #include "shell/panel/AttachableNotes.h"
 
 #include "core/VorqAppState.h"
+#include "platform/NotesBridge.h"
 #include "shell/panel/AttachmentList.h"
 
 #include <algorithm>
@@ -27,10 +28,7 @@ void AttachableNotes::load() {
 
 QCoro::Task<> AttachableNotes::listFromApplication(AttachableNotes* self, std::stop_token stop) {
     const std::vector<AppleNoteSummary> notes =
-        co_await self->m_state.notes().run([stop](NotesBridge& bridge) {
-            return stop.stop_requested() ? std::vector<AppleNoteSummary>()
-                                         : bridge.listNotes(mostAppleNotes);
-        });
+        co_await self->m_state.notes().listNotes(mostAppleNotes, stop);
     if (!stop.stop_requested()) self->listAppleNotes(notes);
 }
 
@@ -109,10 +107,7 @@ void AttachableNotes::toggleAppleNote(const Row& row) {
 
 QCoro::Task<> AttachableNotes::readNote(AttachableNotes* self, QString id, QString title,
                                         std::stop_token stop) {
-    const std::optional<QString> body =
-        co_await self->m_state.notes().run([id, stop](NotesBridge& bridge) {
-            return stop.stop_requested() ? std::nullopt : bridge.noteBody(id);
-        });
+    const std::optional<QString> body = co_await self->m_state.notes().noteBody(id, stop);
     if (!stop.stop_requested() && self->m_awaited.remove(id))
         self->attachAppleNote(id, title, body);
 }

@@ -20,8 +20,8 @@ class VorqAppState;
 struct AppleNoteSummary;
 
 /// The notes that can be attached to a prompt: those of the library, and after them those of the
-/// user's notes application. A note is ticked as long as it is among the attachments. The notes
-/// application is asked on a thread of its own. Main thread only.
+/// user's notes application. A note is ticked as long as it is among the attachments. Main
+/// thread only.
 class AttachableNotes final : public QAbstractListModel {
     Q_OBJECT
     Q_PROPERTY(int count READ count NOTIFY countChanged)

@@ -3,9 +3,9 @@
 #include "capture/selection/SelectionCapture.h"
 #include "core/VorqAppState.h"
 #include "doubles/backend/ScriptedTransport.h"
-#include "platform/NotesBridge.h"
 #include "platform/testing/ManualClock.h"
 #include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedNotesBridge.h"
 #include "platform/testing/TemporaryPaths.h"
 #include "support/async/Wakeup.h"
 
@@ -14,7 +14,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -61,34 +60,6 @@ class ScriptedCapture final : public SelectionCapture {
         co_return given;
     }
     void log(const QString& line) override { lines += line; }
-};
-
-/// An application for notes that remembers what it was given, or refuses with a sentence.
-class ScriptedNotesBridge final : public NoNotesBridge {
-  public:
-    std::optional<QString> refusal;
-    std::vector<std::pair<QString, QString>> notes; // title and body
-    std::function<void()> whileCreating;            // on the thread that asks
-
-    std::vector<AppleNoteSummary> listNotes(int limit) override {
-        std::vector<AppleNoteSummary> list;
-        for (const auto& [title, body] : notes)
-            if (static_cast<int>(list.size()) < limit)
-                list.push_back({QString::number(list.size() + 1), title});
-        return list;
-    }
-    std::optional<QString> noteBody(const QString& id) override {
-        const qsizetype index = id.toLongLong() - 1;
-        if (index < 0 || index >= std::ssize(notes)) return std::nullopt;
-        const QString& body = notes[static_cast<std::size_t>(index)].second;
-        return body.isEmpty() ? std::nullopt : std::optional(body);
-    }
-    std::expected<QString, QString> createNote(const QString& title, const QString& body) override {
-        if (whileCreating) whileCreating();
-        if (refusal) return std::unexpected(*refusal);
-        notes.emplace_back(title, body);
-        return QString::number(notes.size());
-    }
 };
 
 /// A whole application state over a scripted backend, in virtual time, signed in.

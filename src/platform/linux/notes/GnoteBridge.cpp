@@ -176,8 +176,8 @@ std::optional<QString> GnoteBridge::noteBody(const QString& id) {
     return trimmed(text).isEmpty() ? std::nullopt : std::optional(text);
 }
 
-std::expected<QString, NotesBridge::Error> GnoteBridge::createNote(const QString& title,
-                                                                   const QString& body) {
+std::expected<QString, BlockingNotes::Error> GnoteBridge::createNote(const QString& title,
+                                                                     const QString& body) {
     Session session(m_bus, m_patience);
     if (!session.start())
         return std::unexpected(QStringLiteral("Couldn’t create the note. Gnote does not answer."));
@@ -202,8 +202,8 @@ std::expected<QString, NotesBridge::Error> GnoteBridge::createNote(const QString
     return std::unexpected(QStringLiteral("Couldn’t create the note. Gnote does not take it."));
 }
 
-std::expected<void, NotesBridge::Error> GnoteBridge::appendToNote(const QString& id,
-                                                                  const QString& body) {
+std::expected<void, BlockingNotes::Error> GnoteBridge::appendToNote(const QString& id,
+                                                                    const QString& body) {
     const QString text = gnote::storableText(trimmed(body));
     if (trimmed(text).isEmpty()) return std::unexpected(notesbridge::nothingToAppend);
     Session session(m_bus, m_patience);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/NotesBridge.h"
+#include "platform/BlockingNotes.h"
 
 #include <QDBusConnection>
 
@@ -11,7 +11,7 @@ namespace vorq {
 /// The notes of Gnote, over its D-Bus interface, which the session bus starts when it is asked for.
 /// Gnote takes a title only once; a title that is taken gets a number. The latest change comes
 /// first.
-class GnoteBridge : public NotesBridge {
+class GnoteBridge : public BlockingNotes {
   public:
     /// How long Gnote is waited for.
     struct Patience {

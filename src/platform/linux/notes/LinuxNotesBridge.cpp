@@ -26,35 +26,31 @@ LinuxNotesBridge::LinuxNotesBridge(Choice choice, const QString& folder,
                                    const QDBusConnection& sessionBus)
     : m_choice(choice), m_bus(sessionBus), m_gnote(sessionBus), m_folder(folder) {}
 
-NotesBridge& LinuxNotesBridge::chosen() {
+BlockingNotes& LinuxNotesBridge::chosen() {
     const bool isGnote = m_choice == Choice::Gnote ||
                          (m_choice == Choice::Automatic && GnoteBridge::isAvailable(m_bus));
-    return isGnote ? static_cast<NotesBridge&>(m_gnote) : m_folder;
+    return isGnote ? static_cast<BlockingNotes&>(m_gnote) : m_folder;
 }
 
-NotesBridge& LinuxNotesBridge::ownerOf(const QString& id) {
-    return GnoteBridge::ownsNote(id) ? static_cast<NotesBridge&>(m_gnote) : m_folder;
+BlockingNotes& LinuxNotesBridge::ownerOf(const QString& id) {
+    return GnoteBridge::ownsNote(id) ? static_cast<BlockingNotes&>(m_gnote) : m_folder;
 }
 
 std::vector<AppleNoteSummary> LinuxNotesBridge::listNotes(int limit) {
-    const std::scoped_lock lock(m_oneAtATime);
     return chosen().listNotes(limit);
 }
 
 std::optional<QString> LinuxNotesBridge::noteBody(const QString& id) {
-    const std::scoped_lock lock(m_oneAtATime);
     return ownerOf(id).noteBody(id);
 }
 
-std::expected<QString, NotesBridge::Error> LinuxNotesBridge::createNote(const QString& title,
-                                                                        const QString& body) {
-    const std::scoped_lock lock(m_oneAtATime);
+std::expected<QString, BlockingNotes::Error> LinuxNotesBridge::createNote(const QString& title,
+                                                                          const QString& body) {
     return chosen().createNote(title, body);
 }
 
-std::expected<void, NotesBridge::Error> LinuxNotesBridge::appendToNote(const QString& id,
-                                                                       const QString& body) {
-    const std::scoped_lock lock(m_oneAtATime);
+std::expected<void, BlockingNotes::Error> LinuxNotesBridge::appendToNote(const QString& id,
+                                                                         const QString& body) {
     return ownerOf(id).appendToNote(id, body);
 }
 

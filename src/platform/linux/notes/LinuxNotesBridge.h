@@ -4,7 +4,6 @@
 #include "platform/portable/MarkdownFolderBridge.h"
 
 #include <cstdint>
-#include <mutex>
 
 namespace vorq {
 
@@ -12,8 +11,8 @@ class Defaults;
 
 /// The notes application of the user's session: Gnote where it is installed, else a folder of
 /// Markdown files, unless the user has settled on one of them. A note is read and added to where it
-/// was made, whatever has been installed since. Operations of several threads wait for each other.
-class LinuxNotesBridge : public NotesBridge {
+/// was made, whatever has been installed since.
+class LinuxNotesBridge : public BlockingNotes {
   public:
     enum class Choice : std::uint8_t { Automatic, Gnote, Folder };
 
@@ -34,10 +33,9 @@ class LinuxNotesBridge : public NotesBridge {
                                                           const QString& body) override;
 
   private:
-    [[nodiscard]] NotesBridge& chosen();
-    [[nodiscard]] NotesBridge& ownerOf(const QString& id);
+    [[nodiscard]] BlockingNotes& chosen();
+    [[nodiscard]] BlockingNotes& ownerOf(const QString& id);
 
-    std::mutex m_oneAtATime;
     Choice m_choice;
     QDBusConnection m_bus;
     GnoteBridge m_gnote;
