@@ -24,7 +24,7 @@ SOURCE_ROOMS = {
     "support/text": [],
     "support": ["support/text"],
     "support/json": ["support"],
-    "support/files": ["support"],
+    "support/files": ["support/async"],
     "support/async": ["support"],
     "model": ["support/*"],
     "platform": ["support/*"],

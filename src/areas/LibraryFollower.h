@@ -2,13 +2,13 @@
 
 #include "areas/RecordList.h"
 #include "library/store/LibraryFile.h"
+#include "support/async/BlockingThread.h"
 
-#include <QMetaObject>
+#include <QCoroTask>
 #include <QObject>
-#include <QThreadPool>
+#include <QPointer>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -30,7 +30,6 @@ class LibraryFollower {
     LibraryFollower(LibraryFile<Record>& file, const RecordList<Record>& list, Order order,
                     Handler handle)
         : m_file(file), m_list(list), m_order(order), m_handle(std::move(handle)) {
-        m_thread.setMaxThreadCount(1);
         QObject::connect(&list, &RecordListModel::changed, &m_receiver,
                          [this] { m_isListChanged = true; });
     }
@@ -54,12 +53,18 @@ class LibraryFollower {
         if (!look) return m_handle(std::nullopt);
         m_isLooking = true;
         m_isListChanged = false;
-        m_thread.start([this, look = *std::move(look)] {
-            const auto found = std::make_shared<typename Look::Found>(look.run());
-            found->merged = m_order(std::move(found->merged));
-            QMetaObject::invokeMethod(
-                &m_receiver, [this, found] { end(std::move(*found)); }, Qt::QueuedConnection);
-        });
+        (void)follow(this, *std::move(look));
+    }
+
+    static QCoro::Task<> follow(LibraryFollower* self, Look look) {
+        const QPointer<QObject> alive(&self->m_receiver);
+        auto merge = [look = std::move(look), order = self->m_order] {
+            typename Look::Found found = look.run();
+            found.merged = order(std::move(found.merged));
+            return found;
+        };
+        typename Look::Found found = co_await self->m_thread.run(std::move(merge), {});
+        if (alive) self->end(std::move(found));
     }
 
     void end(typename Look::Found found) {
@@ -86,7 +91,7 @@ class LibraryFollower {
     bool m_isListChanged = false; // since the look began
     int m_looksInVain = 0;
     QObject m_receiver;
-    QThreadPool m_thread; // waits when it goes, so it is last
+    BlockingThread m_thread{BlockingThread::AtEnd::Finish}; // waits when it goes, so it is last
 };
 
 } // namespace vorq

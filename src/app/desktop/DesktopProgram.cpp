@@ -10,6 +10,7 @@
 #include "shell/dialogs/AlertBox.h"
 #include "shell/look/StatusGlyphs.h"
 #include "shell/look/TextScale.h"
+#include "support/async/OnPool.h"
 
 #include <QApplication>
 
@@ -184,7 +185,11 @@ void DesktopProgram::applyDesktopLook() {
 void DesktopProgram::registerUrlScheme() {
     const UrlScheme scheme(DesktopEntries::standardFolders(),
                            QCoreApplication::applicationFilePath());
-    if (scheme.ensureEntry()) UrlScheme::makeDefault();
+    (void)onPool(
+        [scheme] {
+            if (scheme.ensureEntry()) UrlScheme::makeDefault();
+        },
+        {});
 }
 
 } // namespace vorq

@@ -3,6 +3,8 @@
 #include "shell/notices/Alert.h"
 #include "shell/status/StatusItem.h"
 
+#include <QPointer>
+
 #include <utility>
 
 namespace vorq {
@@ -10,7 +12,6 @@ namespace vorq {
 BackendAtLoginChoice::BackendAtLoginChoice(std::shared_ptr<BackendAtLogin> backend,
                                            StatusItem& item, ShowAlert showAlert)
     : m_backend(std::move(backend)), m_item(item), m_showAlert(std::move(showAlert)) {
-    m_thread.setMaxThreadCount(1);
     connect(&m_item, &StatusItem::menuWillOpen, this, &BackendAtLoginChoice::refresh);
     connect(&m_item, &StatusItem::chosen, this, [this](StatusCommand command) {
         if (command == StatusCommand::EnableBackendAtLogin) choose(true);
@@ -27,10 +28,16 @@ void BackendAtLoginChoice::refresh() {
 // Systemd, and the backend that is started, take their time.
 void BackendAtLoginChoice::choose(bool isOn) {
     if (std::exchange(m_isBusy, true)) return;
-    m_thread.start([this, backend = m_backend, isOn] {
-        const auto outcome = isOn ? backend->switchOn() : backend->switchOff();
-        QMetaObject::invokeMethod(this, [this, outcome] { finish(outcome); }, Qt::QueuedConnection);
-    });
+    (void)run(this, isOn);
+}
+
+QCoro::Task<> BackendAtLoginChoice::run(BackendAtLoginChoice* self, bool isOn) {
+    const QPointer<BackendAtLoginChoice> alive(self);
+    const auto change = [backend = self->m_backend, isOn] {
+        return isOn ? backend->switchOn() : backend->switchOff();
+    };
+    const BackendAtLogin::Outcome outcome = co_await self->m_thread.run(change, {});
+    if (alive) self->finish(outcome);
 }
 
 void BackendAtLoginChoice::finish(const BackendAtLogin::Outcome& outcome) {

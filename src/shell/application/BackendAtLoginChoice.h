@@ -1,9 +1,10 @@
 #pragma once
 
 #include "platform/BackendAtLogin.h"
+#include "support/async/BlockingThread.h"
 
+#include <QCoroTask>
 #include <QObject>
-#include <QThreadPool>
 
 #include <functional>
 #include <memory>
@@ -28,13 +29,14 @@ class BackendAtLoginChoice final : public QObject {
   private:
     void refresh();
     void choose(bool isOn);
+    static QCoro::Task<> run(BackendAtLoginChoice* self, bool isOn);
     void finish(const BackendAtLogin::Outcome& outcome);
 
     std::shared_ptr<BackendAtLogin> m_backend;
     StatusItem& m_item;
     ShowAlert m_showAlert;
     bool m_isBusy = false;
-    QThreadPool m_thread; // one thread; waits when it goes, so it is last
+    BlockingThread m_thread{BlockingThread::AtEnd::Finish};
 };
 
 } // namespace vorq

@@ -2,17 +2,16 @@
 
 #include "core/VorqAppState.h"
 #include "shell/panel/PanelViewModel.h"
+#include "support/async/OnPool.h"
 
 #include <QBuffer>
 #include <QClipboard>
-#include <QCoreApplication>
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
 #include <QMimeData>
 #include <QPointer>
-#include <QThreadPool>
 
 #include <expected>
 #include <ranges>
@@ -51,18 +50,16 @@ void PanelViewModel::attachFiles(const QList<QUrl>& files) {
 }
 
 void PanelViewModel::attachFile(const QString& path) {
-    const QPointer<PanelViewModel> self(this);
-    QThreadPool::globalInstance()->start([self, path] {
-        const Loaded loaded = PromptAttachment::load(path);
-        // The application object outlives the pool's tasks; the view model may not.
-        QMetaObject::invokeMethod(QCoreApplication::instance(), [self, loaded] {
-            if (!self) return;
-            if (loaded)
-                self->m_attachments.append(*loaded);
-            else
-                self->setNotice(loaded.error());
-        });
-    });
+    (void)loadFile(this, path);
+}
+
+QCoro::Task<> PanelViewModel::loadFile(QPointer<PanelViewModel> self, QString path) {
+    const Loaded loaded = co_await onPool([path] { return PromptAttachment::load(path); }, {});
+    if (!self) co_return;
+    if (loaded)
+        self->m_attachments.append(*loaded);
+    else
+        self->setNotice(loaded.error());
 }
 
 bool PanelViewModel::attachPicture(const QByteArray& bytes) {

@@ -9,6 +9,7 @@
 
 #include <QAbstractItemModel>
 #include <QObject>
+#include <QPointer>
 #include <QSet>
 #include <QString>
 #include <QUrl>
@@ -166,6 +167,7 @@ class PanelViewModel final : public QObject {
     void leaveStudyWithItsClip();
     void adviseOnNothingCaptured(const QString& application);
     void attachFile(const QString& path);
+    static QCoro::Task<> loadFile(QPointer<PanelViewModel> self, QString path);
     void attachImage(const QImage& image, const QString& name);
     void setNotice(const QString& sentence);
 

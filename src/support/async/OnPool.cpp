@@ -2,7 +2,9 @@
 
 #include <QCoreApplication>
 
-namespace vorq::blocking {
+#include <utility>
+
+namespace vorq {
 namespace {
 
 // They wait rather than compute: a few that hang must not hold up the others.
@@ -10,13 +12,13 @@ constexpr int mostThreads = 16;
 
 // While the application object still is whole.
 void finishPool() {
-    pool().waitForDone();
+    blocking::pool().waitForDone();
 }
 
 } // namespace
 
-QThreadPool& pool() {
-    static QThreadPool& threads = [] -> QThreadPool& {
+QThreadPool& blocking::pool() {
+    static QThreadPool& threads = []() -> QThreadPool& {
         static QThreadPool made;
         made.setObjectName(QStringLiteral("vorq-blocking"));
         made.setMaxThreadCount(mostThreads);
@@ -26,4 +28,8 @@ QThreadPool& pool() {
     return threads;
 }
 
-} // namespace vorq::blocking
+void leaveToPool(std::function<void()> work) {
+    blocking::pool().start(std::move(work));
+}
+
+} // namespace vorq

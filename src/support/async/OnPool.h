@@ -2,6 +2,8 @@
 
 #include "support/async/BlockingWork.h"
 
+#include <functional>
+
 namespace vorq {
 
 namespace blocking {
@@ -24,5 +26,8 @@ template<blocking::AnyWork Work>
 QCoro::Task<blocking::ResultOf<Work>> onPool(Work work, std::stop_token stop) {
     return blocking::runOn(blocking::pool(), std::move(work), std::move(stop));
 }
+
+/// The same for work that nobody waits for. Any thread; what it owns is destroyed on any.
+void leaveToPool(std::function<void()> work);
 
 } // namespace vorq

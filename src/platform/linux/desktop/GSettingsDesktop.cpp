@@ -1,5 +1,8 @@
 #include "platform/linux/desktop/GSettingsDesktop.h"
 
+#include "platform/linux/desktop/ProgramRun.h"
+#include "support/async/OnPool.h"
+
 #include <array>
 #include <utility>
 
@@ -12,7 +15,7 @@ const QString writerInterface = QStringLiteral("ca.desrt.dconf.Writer");
 constexpr const char* interfaceSchema = "org.gnome.desktop.interface";
 constexpr const char* accessSchema = "org.gnome.desktop.a11y.interface";
 
-constexpr int endLimit = 200; // milliseconds
+constexpr std::chrono::milliseconds readLimit{10000};
 
 struct Setting {
     const char* schema;
@@ -68,18 +71,8 @@ std::optional<bool> darknessOf(const Values& values) {
 GSettingsDesktop::GSettingsDesktop(QDBusConnection bus) : m_bus(std::move(bus)) {
     m_bus.connect({}, writerPath, writerInterface, QStringLiteral("Notify"), this,
                   SLOT(settingsWritten(QString, QStringList, QString)));
-    m_reader.setStandardInputFile(QProcess::nullDevice());
-    m_reader.setStandardErrorFile(QProcess::nullDevice());
-    connect(&m_reader, &QProcess::finished, this, &GSettingsDesktop::handleEnd);
     for (const char* schema : {interfaceSchema, accessSchema})
         read(QString::fromLatin1(schema));
-}
-
-GSettingsDesktop::~GSettingsDesktop() {
-    m_reader.disconnect(this);
-    if (m_reader.state() == QProcess::NotRunning) return;
-    m_reader.kill();
-    m_reader.waitForFinished(endLimit);
 }
 
 void GSettingsDesktop::settingsWritten(const QString& prefix, const QStringList& keys,
@@ -94,28 +87,35 @@ void GSettingsDesktop::settingsWritten(const QString& prefix, const QStringList&
 
 // One that changes while it is read is read once more.
 void GSettingsDesktop::read(const QString& schema) {
-    const bool isReading = m_reader.state() != QProcess::NotRunning;
+    const bool isReading = m_reading.isRunning();
     if (m_due.lastIndexOf(schema) >= (isReading ? 1 : 0)) return;
     m_due += schema;
-    if (!isReading) readNext();
+    if (isReading) return;
+    m_reading.restart([this](std::stop_token stop) { return readDue(this, std::move(stop)); });
 }
 
-void GSettingsDesktop::readNext() {
-    if (!m_due.isEmpty())
-        m_reader.start(QStringLiteral("gsettings"),
-                       {QStringLiteral("list-recursively"), m_due.first()});
+QCoro::Task<> GSettingsDesktop::readDue(GSettingsDesktop* self, std::stop_token stop) {
+    while (!stop.stop_requested() && !self->m_due.isEmpty()) {
+        const QString schema = self->m_due.first();
+        const auto list = [schema](const std::stop_token& stopped) {
+            return outputOf(QStringLiteral("gsettings"),
+                            {QStringLiteral("list-recursively"), schema}, readLimit, stopped);
+        };
+        const std::optional<QByteArray> listing = co_await onPool(list, stop);
+        if (stop.stop_requested()) co_return;
+        self->m_due.removeFirst();
+        self->merge(schema.toLatin1(), listing.value_or(QByteArray()));
+    }
 }
 
 // A line is a schema, a key and its value.
-void GSettingsDesktop::handleEnd() {
-    const QByteArray schema = m_due.takeFirst().toLatin1();
+void GSettingsDesktop::merge(const QByteArray& schema, const QByteArray& listing) {
     for (const Setting& setting : settings)
         if (schema == setting.schema) m_values.remove(nameOf(setting));
-    for (const QByteArray& line : m_reader.readAllStandardOutput().split('\n'))
+    for (const QByteArray& line : listing.split('\n'))
         for (const Setting& setting : settings)
             if (const QByteArray name = nameOf(setting) + ' '; line.startsWith(name))
                 m_values.insert(nameOf(setting), line.sliced(name.size()).trimmed());
-    readNext();
     const DesktopLook look{.prefersDark = darknessOf(m_values),
                            .allowsAnimations = switchOf(m_values, animations),
                            .wantsHighContrast = contrastOf(m_values),

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "platform/DesktopLook.h"
+#include "support/async/TaskSlot.h"
 
 #include <QDBusConnection>
 #include <QHash>
 #include <QObject>
-#include <QProcess>
 #include <QStringList>
 
 namespace vorq {
@@ -18,7 +18,6 @@ class GSettingsDesktop final : public QObject {
 
   public:
     explicit GSettingsDesktop(QDBusConnection bus = QDBusConnection::sessionBus());
-    ~GSettingsDesktop() override;
 
     [[nodiscard]] const DesktopLook& look() const { return m_look; }
 
@@ -31,14 +30,14 @@ class GSettingsDesktop final : public QObject {
 
   private:
     void read(const QString& schema);
-    void readNext();
-    void handleEnd();
+    static QCoro::Task<> readDue(GSettingsDesktop* self, std::stop_token stop);
+    void merge(const QByteArray& schema, const QByteArray& listing);
 
     QDBusConnection m_bus;
-    QProcess m_reader;
-    QStringList m_due; // schemas to read; the first is being read while the reader runs
+    QStringList m_due; // schemas to read; the first is being read while the task runs
     QHash<QByteArray, QByteArray> m_values; // by schema and key, parted by a blank
     DesktopLook m_look;
+    TaskSlot m_reading;
 };
 
 } // namespace vorq

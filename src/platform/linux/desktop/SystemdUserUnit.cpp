@@ -1,15 +1,16 @@
 #include "platform/linux/desktop/SystemdUserUnit.h"
 
+#include "platform/linux/desktop/ProgramRun.h"
+
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 
 #include <utility>
 
 namespace vorq {
 namespace {
 
-constexpr int answerLimit = 5000; // milliseconds
+constexpr std::chrono::milliseconds answerLimit{5000};
 
 } // namespace
 
@@ -39,17 +40,9 @@ bool SystemdUserUnit::disable() const {
 }
 
 bool SystemdUserUnit::run(const QString& command) const {
-    QProcess systemctl;
-    systemctl.setStandardInputFile(QProcess::nullDevice());
-    systemctl.setStandardOutputFile(QProcess::nullDevice());
-    systemctl.setStandardErrorFile(QProcess::nullDevice());
-    systemctl.start(QStringLiteral("systemctl"), {QStringLiteral("--user"), command, m_name});
-    if (!systemctl.waitForFinished(answerLimit)) {
-        systemctl.kill();
-        systemctl.waitForFinished(answerLimit);
-        return false;
-    }
-    return systemctl.exitStatus() == QProcess::NormalExit && systemctl.exitCode() == 0;
+    return outputOf(QStringLiteral("systemctl"), {QStringLiteral("--user"), command, m_name},
+                    answerLimit)
+        .has_value();
 }
 
 } // namespace vorq

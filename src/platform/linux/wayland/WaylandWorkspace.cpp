@@ -3,9 +3,9 @@
 #include "platform/linux/atspi/AtSpiApplications.h"
 #include "platform/linux/atspi/AtSpiBus.h"
 #include "platform/linux/desktop/ProcessExecutable.h"
+#include "support/async/OnPool.h"
 
 #include <QGuiApplication>
-#include <QThreadPool>
 #include <QWindow>
 
 #include <unistd.h>
@@ -58,8 +58,7 @@ void WaylandWorkspace::activate(WindowId window) {
 // Once the panel has the keyboard, an application that was in front before Vorq started could no
 // longer tell where in it the user was.
 void WaylandWorkspace::learnFocus(ProcessId process) const {
-    QThreadPool::globalInstance()->start(
-        [bus = m_bus, process] { AtSpiApplications(*bus).learnFocus(process, {}); });
+    (void)onPool([bus = m_bus, process] { AtSpiApplications(*bus).learnFocus(process, {}); }, {});
 }
 
 // Windows of Wayland have no number that others could use.
