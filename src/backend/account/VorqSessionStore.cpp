@@ -3,10 +3,10 @@
 #include "backend/api/Session.h"
 #include "platform/AppPaths.h"
 #include "platform/Defaults.h"
+#include "support/files/DurableFile.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 
 namespace vorq {
 namespace {
@@ -124,11 +124,8 @@ QByteArray VorqSessionStore::readProfileImage() const {
 }
 
 QString VorqSessionStore::writeProfileImage(const QByteArray& image) {
-    QSaveFile file(profileImageURL());
-    const bool written = file.open(QIODevice::WriteOnly) &&
-                         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner) &&
-                         file.write(image) == image.size() && file.commit();
-    return written ? QString() : file.errorString();
+    const FileOutcome written = replaceFile(profileImageURL(), image, {.mindsProtection = true});
+    return written ? QString() : written.error();
 }
 
 void VorqSessionStore::clearProfileImage() {

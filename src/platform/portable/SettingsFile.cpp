@@ -1,6 +1,7 @@
 #include "platform/portable/SettingsFile.h"
 
 #include "support/files/Discard.h"
+#include "support/files/DurableFile.h"
 #include "support/json/JsonWriter.h"
 
 #include <QDir>
@@ -9,7 +10,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QLockFile>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <chrono>
@@ -21,8 +21,6 @@ namespace vorq {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr QFileDevice::Permissions privateFile = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 const QByteArray byteOrderMark = "\xef\xbb\xbf";
 
@@ -238,18 +236,16 @@ bool SettingsFile::write() {
     if (m_unreadable) return fail(QStringLiteral("the file cannot be read"));
     if (m_damaged && !keepDamagedFile())
         return fail(QStringLiteral("the damaged file cannot be kept"));
-    QSaveFile file(m_path);
-    // The permissions are set before the first byte, which may be a secret.
-    const QByteArray bytes = encode(m_content);
-    if (file.open(QIODevice::WriteOnly) && file.setPermissions(privateFile) &&
-        file.write(bytes) == bytes.size() && file.commit()) {
+    // Private, since it may hold a secret.
+    const FileOutcome written = replaceFile(m_path, encode(m_content), {.mindsProtection = true});
+    if (written) {
         m_damaged = false;
         m_failure.clear();
         return true;
     }
     warnOnce(QStringLiteral("Vorq cannot write its settings %1 (%2); changes last until it ends.")
-                 .arg(m_path, file.errorString()));
-    return fail(file.errorString());
+                 .arg(m_path, written.error()));
+    return fail(written.error());
 }
 
 bool SettingsFile::fail(const QString& reason) {

@@ -1,10 +1,12 @@
 #include "support/files/DurableFile.h"
 
+#include "support/async/OnPool.h"
 #include "support/files/DurableFolder.h"
 #include "support/files/LinkTarget.h"
 #include "support/files/SystemError.h"
 
 #include <QByteArray>
+#include <QFile>
 
 #include <algorithm>
 #include <array>
@@ -16,8 +18,6 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <system_error>
-#include <thread>
 #include <unistd.h>
 
 namespace vorq {
@@ -27,6 +27,8 @@ constexpr char temporaryPrefix[] = ".vorq-save-";
 constexpr qsizetype temporaryPrefixSize = sizeof temporaryPrefix - 1;
 constexpr qsizetype temporarySuffixSize = 6;
 constexpr std::time_t leftoverAge = 60; // seconds
+constexpr mode_t allPermissions = 0777;
+constexpr mode_t privateMode = S_IRUSR | S_IWUSR;
 
 // An error number; 0 if all of it is written.
 int writeAll(int file, QByteArrayView content) {
@@ -80,14 +82,10 @@ class FormerFile {
     FormerFile& operator=(const FormerFile&) = delete;
     ~FormerFile() {
         if (m_file < 0) return;
-        if (isLarge()) {
-            try {
-                std::thread([file = m_file] { ::close(file); }).detach();
-                return;
-            } catch (const std::system_error&) {
-            }
-        }
-        ::close(m_file);
+        if (isLarge())
+            leaveToPool([file = m_file] { ::close(file); });
+        else
+            ::close(m_file);
     }
 
   private:
@@ -127,10 +125,33 @@ class Comparison {
 };
 
 bool isPrivateFile(int file) {
-    constexpr mode_t permissions = 0777;
     struct stat status{};
     return ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
-           (status.st_mode & permissions) == (S_IRUSR | S_IWUSR);
+           (status.st_mode & allPermissions) == privateMode;
+}
+
+// What the user's mask leaves of a new file's mode. To ask for the mask would set it, for all
+// threads.
+mode_t modeOfNewFile() {
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly)) return privateMode;
+    constexpr QByteArrayView name = "\nUmask:";
+    const QByteArray facts = status.readAll();
+    const qsizetype start = facts.indexOf(name);
+    if (start < 0) return privateMode;
+    const QByteArray line = facts.sliced(start + name.size());
+    return 0666 & ~static_cast<mode_t>(line.first(line.indexOf('\n')).trimmed().toUInt(nullptr, 8));
+}
+
+mode_t modeLike(const QByteArray& former) {
+    struct stat status{};
+    if (::stat(former.constData(), &status) != 0) return modeOfNewFile();
+    return status.st_mode & allPermissions;
+}
+
+// An error number; 0 if nothing keeps the user from writing the file, or there is none.
+int protectionOf(const QByteArray& path) {
+    return ::access(path.constData(), W_OK) == 0 || errno == ENOENT ? 0 : errno;
 }
 
 bool hasTemporaryName(QByteArrayView name) {
@@ -148,12 +169,14 @@ bool isLeftover(int file) {
 
 } // namespace
 
-FileOutcome replaceFile(const QString& path, QByteArrayView content) {
-    return replaceFile(path, [content](const auto& put) { put(content); });
+FileOutcome replaceFile(const QString& path, QByteArrayView content, const FileRules& rules) {
+    return replaceFile(path, [content](const auto& put) { put(content); }, rules);
 }
 
-FileOutcome replaceFile(const QString& path, const FileContent& content) {
+FileOutcome replaceFile(const QString& path, const FileContent& content, const FileRules& rules) {
     const QByteArray target = linkTarget(path);
+    if (const int error = rules.mindsProtection ? protectionOf(target) : 0; error != 0)
+        return std::unexpected(systemError(error));
     const QByteArray folder = folderOf(target);
     QByteArray temporary = folder + '/' + temporaryPrefix + QByteArray(temporarySuffixSize, 'X');
     const int file = ::mkostemp(temporary.data(), O_CLOEXEC); // of mode 0600
@@ -161,7 +184,8 @@ FileOutcome replaceFile(const QString& path, const FileContent& content) {
     ::flock(file, LOCK_EX | LOCK_NB); // tells removeLeftovers() that we live
     GrowingContent growing(file);
     content([&growing](QByteArrayView piece) { growing.put(piece); });
-    int error = growing.flush();
+    const bool hasMode = rules.isPrivate || ::fchmod(file, modeLike(target)) == 0;
+    int error = hasMode ? growing.flush() : errno;
     const FileStamp stamp = fileStamp(file);
     if (::close(file) != 0 && error == 0) error = errno;
     const FormerFile former(target);

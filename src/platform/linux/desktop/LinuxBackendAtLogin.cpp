@@ -3,13 +3,13 @@
 #include "platform/linux/desktop/LoopbackAddress.h"
 #include "platform/linux/desktop/UserProcesses.h"
 #include "platform/linux/desktop/XdgLoginItem.h"
+#include "support/files/DurableFile.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QThread>
 
@@ -86,12 +86,10 @@ BackendAtLogin::Outcome LinuxBackendAtLogin::writeEntry() const {
                                         "X-GNOME-Autostart-enabled=true\n")
                              .arg(desktopExecWord(m_setting.gateway), arguments().join(u' '));
     QDir().mkpath(QFileInfo(entryPath()).path());
-    QSaveFile file(entryPath());
-    const QByteArray bytes = text.toUtf8();
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
-        return {};
+    const FileOutcome written = replaceFile(entryPath(), text.toUtf8(), sharedFile);
+    if (written) return {};
     return std::unexpected(
-        QStringLiteral("Could not write %1: %2").arg(entryPath(), file.errorString()));
+        QStringLiteral("Could not write %1: %2").arg(entryPath(), written.error()));
 }
 
 BackendAtLogin::Outcome LinuxBackendAtLogin::removeEntry() const {

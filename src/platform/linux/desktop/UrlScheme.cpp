@@ -1,11 +1,11 @@
 #include "platform/linux/desktop/UrlScheme.h"
 
 #include "platform/linux/desktop/XdgLoginItem.h"
+#include "support/files/DurableFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <utility>
@@ -61,8 +61,7 @@ bool UrlScheme::ensureEntry() const {
     const QByteArray wanted = handlerEntry(m_executable);
     if (present == wanted || (!present.isEmpty() && !isOurs)) return false;
     QDir().mkpath(m_folders.front());
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(wanted) == wanted.size() && file.commit();
+    return replaceFile(path, wanted, sharedFile).has_value();
 }
 
 void UrlScheme::makeDefault() {

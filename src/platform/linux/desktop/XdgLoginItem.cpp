@@ -1,11 +1,11 @@
 #include "platform/linux/desktop/XdgLoginItem.h"
 
 #include "platform/Defaults.h"
+#include "support/files/DurableFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <utility>
@@ -80,10 +80,8 @@ std::expected<void, QString> XdgLoginItem::registerAtLogin() {
         if (text == wanted || !isUnedited(text)) return {};
     }
     QDir().mkpath(m_configurationFolder + QStringLiteral("/autostart"));
-    QSaveFile file(entryPath());
-    const QByteArray bytes = wanted.toUtf8();
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        return std::unexpected(file.errorString());
+    const FileOutcome written = replaceFile(entryPath(), wanted.toUtf8(), sharedFile);
+    if (!written) return std::unexpected(written.error());
     m_defaults.setBoolean(registeredKey, true);
     return {};
 }
