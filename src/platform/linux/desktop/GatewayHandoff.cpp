@@ -10,6 +10,7 @@
 #include <QStandardPaths>
 
 #include <memory>
+#include <utility>
 
 namespace vorq {
 namespace {
@@ -35,6 +36,14 @@ std::expected<QUrl, QString> outcomeOf(QProcess& process) {
                                            : words);
 }
 
+// A process object waits for its process when it goes, so it goes after that.
+void endWithoutWaiting(std::unique_ptr<QProcess> process) {
+    QProcess* const ending = process.release();
+    ending->setParent(QCoreApplication::instance());
+    QObject::connect(ending, &QProcess::finished, ending, &QObject::deleteLater);
+    ending->kill();
+}
+
 } // namespace
 
 QCoro::Task<std::expected<QUrl, QString>> GatewayHandoff::handoff(std::stop_token stop) {
@@ -44,19 +53,18 @@ QCoro::Task<std::expected<QUrl, QString>> GatewayHandoff::handoff(std::stop_toke
                                                  "not installed."));
     // After the wait this object may be gone.
     Clock& clock = m_clock;
-    QProcess process;
+    auto process = std::make_unique<QProcess>();
     const Wakeup ended;
     const auto wake = [ended] { ended.fire(); };
-    QObject::connect(&process, &QProcess::finished, &process, wake);
-    QObject::connect(&process, &QProcess::errorOccurred, &process, wake);
+    QObject::connect(process.get(), &QProcess::finished, process.get(), wake);
+    QObject::connect(process.get(), &QProcess::errorOccurred, process.get(), wake);
     const std::stop_callback onStop(stop, wake);
     const Clock::TimerId timer = clock.after(handoffLimit, wake);
-    process.start(path, {QStringLiteral("handoff")}, QIODevice::ReadOnly);
+    process->start(path, {QStringLiteral("handoff")}, QIODevice::ReadOnly);
     co_await ended;
     if (!stop.stop_requested()) clock.cancel(timer);
-    if (process.state() == QProcess::NotRunning) co_return outcomeOf(process);
-    // The object waits for its process when it goes, which must not be for long.
-    process.kill();
+    if (process->state() == QProcess::NotRunning) co_return outcomeOf(*process);
+    endWithoutWaiting(std::move(process));
     co_return std::unexpected(QStringLiteral("vorq-gateway did not answer."));
 }
 
