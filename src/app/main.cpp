@@ -46,7 +46,7 @@ class TerminalApplication {
                          [](int status) { QCoreApplication::exit(status); });
         QMetaObject::invokeMethod(&command, start, Qt::QueuedConnection);
         const int status = QCoreApplication::exec();
-        settleSession(m_state.account(), m_clock,
+        settleSession(m_state.account().tokens(), m_clock,
                       status < signalExitBase ? settleLimit : settleLimitAfterSignal);
         return status;
     }

@@ -11,6 +11,9 @@ VorqAppState::VorqAppState(const Platform& platform)
       m_api(platform.transport, platform.paths),
       m_model(m_api, platform.defaults),
       m_account(m_api, platform.defaults, platform.paths, platform.clock, m_model),
+      m_signIn(m_account, m_api, platform.clock),
+      m_profileForm(m_account, m_api),
+      m_privacyForm(m_account, m_api),
       m_appearance(platform.defaults),
       m_panelDraft(platform.clock, platform.defaults),
       m_libraryAreas(platform.clock, platform.defaults, platform.paths.applicationSupportFolder()),
@@ -27,8 +30,7 @@ VorqAppState::VorqAppState(const Platform& platform)
     connect(&m_study, &StudyContext::activeNoteChanged, this,
             &VorqAppState::promptPlaceholderChanged);
     connect(&m_account, &AccountSession::signedInChanged, this, &VorqAppState::accountChanged);
-    connect(&m_account, &AccountSession::profileImageDataChanged, this,
-            &VorqAppState::profileImageChanged);
+    connect(&m_account, &AccountSession::profileChanged, this, &VorqAppState::profileImageChanged);
     restore();
 }
 
@@ -41,7 +43,7 @@ void VorqAppState::restore() {
 }
 
 QImage VorqAppState::profileImage() const {
-    return QImage::fromData(m_account.profileImageData());
+    return QImage::fromData(m_account.profile().image);
 }
 
 QString VorqAppState::promptPlaceholder() const {

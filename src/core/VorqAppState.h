@@ -5,7 +5,10 @@
 #include "areas/Permissions.h"
 #include "areas/UpdateState.h"
 #include "backend/account/AccountSession.h"
+#include "backend/account/AccountSignIn.h"
 #include "backend/account/PreferredModel.h"
+#include "backend/account/PrivacyForm.h"
+#include "backend/account/ProfileForm.h"
 #include "backend/api/VorqAPIService.h"
 #include "panel/HotKeyContext.h"
 #include "panel/PanelChats.h"
@@ -50,6 +53,9 @@ class VorqAppState final : public QObject {
 
     [[nodiscard]] VorqAPIService& api() { return m_api; }
     [[nodiscard]] AccountSession& account() { return m_account; }
+    [[nodiscard]] AccountSignIn& signIn() { return m_signIn; }
+    [[nodiscard]] ProfileForm& profileForm() { return m_profileForm; }
+    [[nodiscard]] PrivacyForm& privacyForm() { return m_privacyForm; }
     [[nodiscard]] PreferredModel& model() { return m_model; }
     [[nodiscard]] AppearanceSettings& appearance() { return m_appearance; }
     [[nodiscard]] Permissions& permissions() { return m_permissions; }
@@ -93,6 +99,9 @@ class VorqAppState final : public QObject {
     VorqAPIService m_api;
     PreferredModel m_model;
     AccountSession m_account;
+    AccountSignIn m_signIn;
+    ProfileForm m_profileForm;
+    PrivacyForm m_privacyForm;
     AppearanceSettings m_appearance;
     Permissions m_permissions;
     StudyContext m_study;

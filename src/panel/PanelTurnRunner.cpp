@@ -78,7 +78,7 @@ QCoro::Task<> PanelTurnRunner::run(QPointer<PanelTurnRunner> self, Turn turn,
             if (self) emit self->replyStreamed(id, text);
             if (self) self->m_services.transcript.applyStreamingAssistantText(text, id);
         };
-        analysis = co_await self->m_services.account.withFreshSessionToken(
+        analysis = co_await self->m_services.account.tokens().withFreshSessionToken(
             [self, &turn, &onDelta, stop](const QString& token) {
                 if (!self) throw OperationCancelled();
                 return turn.send(*self, token, onDelta, stop);

@@ -117,7 +117,7 @@ QCoro::Task<std::optional<QString>> StudyNotes::makeFlashcards(QPointer<StudyNot
         return self->m_services.api.flashcards(resolvedAIToken(token), source, stop);
     };
     const FlashcardsResult result =
-        co_await self->m_services.account.withFreshSessionToken(ask, stop);
+        co_await self->m_services.account.tokens().withFreshSessionToken(ask, stop);
     if (!self || stop.stop_requested()) co_return std::nullopt;
     co_return self->keepFlashcards(note, result);
 }

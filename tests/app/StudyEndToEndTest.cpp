@@ -71,7 +71,7 @@ class StudyEndToEndTest : public testing::Test {
         m_handoff.start(VORQ_GATEWAY_PROGRAM, {"handoff"});
         ASSERT_TRUE(m_handoff.waitForFinished(patience));
         const QByteArray url = m_handoff.readAllStandardOutput().trimmed();
-        m_state->account().activateFromMacHandoff(QString::fromUtf8(url.split('=').last()));
+        m_state->signIn().activateFromMacHandoff(QString::fromUtf8(url.split('=').last()));
         ASSERT_TRUE(happens([this] { return m_state->account().signedIn(); }));
     }
 

@@ -12,8 +12,8 @@ using AppStateTest = ConversationFixture;
 
 TEST_F(AppStateTest, ALaunchWithATokenIsSignedInWithoutAsking) {
     EXPECT_TRUE(state().account().signedIn());
-    EXPECT_EQ(state().account().firstName(), "");
-    EXPECT_EQ(state().account().displayName(), "a@b.c");
+    EXPECT_EQ(state().account().profile().firstName, "");
+    EXPECT_EQ(state().account().profile().displayName(), "a@b.c");
     EXPECT_TRUE(state().canUsePanelAI());
     EXPECT_TRUE(state().canChooseAIModel());
     EXPECT_EQ(m_transport.count(), 0u) << "without a refresh token nothing is sent";
@@ -51,7 +51,7 @@ TEST_F(AppStateTest, AProfileImageThatCannotBeReadIsNone) {
     avatar.write("no image");
     avatar.close();
     restart();
-    EXPECT_EQ(state().account().profileImageData(), "no image");
+    EXPECT_EQ(state().account().profile().image, "no image");
     EXPECT_TRUE(state().profileImage().isNull());
 }
 
@@ -60,9 +60,9 @@ TEST_F(AppStateTest, ALaunchWithoutATokenIsSignedOut) {
     m_defaults.setString("vorq.session.firstName", "Ada");
     restart();
     EXPECT_FALSE(state().account().signedIn());
-    EXPECT_EQ(state().account().firstName(), "");
-    EXPECT_EQ(state().account().email(), "");
-    EXPECT_EQ(state().account().displayName(), "Account");
+    EXPECT_EQ(state().account().profile().firstName, "");
+    EXPECT_EQ(state().account().profile().email, "");
+    EXPECT_EQ(state().account().profile().displayName(), "Account");
 }
 
 TEST_F(AppStateTest, AStoredModelThatIsGoneComesBackEmpty) {

@@ -53,7 +53,7 @@ TEST_F(SessionTest, ARefreshThatFailsEndsTheSessionWithoutAReply) {
     refuse(request(1), 401);
     EXPECT_THAT(texts(), ElementsAre("one"));
     EXPECT_FALSE(state().account().signedIn());
-    EXPECT_EQ(state().account().authError(), "Your session expired. Sign in again.");
+    EXPECT_EQ(state().signIn().authError(), "Your session expired. Sign in again.");
     EXPECT_EQ(status(), VorqWorkStatus::Working);
     EXPECT_FALSE(panel().isPanelTurnInFlight());
     EXPECT_EQ(m_defaults.string("vorq.session.token"), std::nullopt);
@@ -95,7 +95,7 @@ TEST_F(SessionTest, SignedOutNothingIsSent) {
     submit("one");
     EXPECT_EQ(requests(), before);
     EXPECT_THAT(texts(), ElementsAre("one"));
-    EXPECT_EQ(state().account().authError(), "Your session expired. Sign in again.");
+    EXPECT_EQ(state().signIn().authError(), "Your session expired. Sign in again.");
 }
 
 TEST_F(SessionTest, StopDuringTheRefreshLeavesNothing) {

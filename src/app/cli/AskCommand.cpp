@@ -75,7 +75,7 @@ void AskCommand::onTurnEnded(const QUuid& placeholder, TurnEnd turnEnd, const QS
     }
     if (m_printer.hasPrinted()) print("\n");
     if (turnEnd == TurnEnd::SignedOut) {
-        m_terminal.complain(m_wasSignedIn ? m_state.account().authError()
+        m_terminal.complain(m_wasSignedIn ? m_state.signIn().authError()
                                           : QStringLiteral("You are not signed in."));
         explainSignIn();
     } else {

@@ -29,13 +29,13 @@ QCoro::Task<> OpenCommand::signIn(QPointer<OpenCommand> self, QString code, std:
     QString failure;
     bool isSignedIn = false;
     try {
-        isSignedIn = co_await self->m_state.account().exchangeHandoff(code, stop);
+        isSignedIn = co_await self->m_state.signIn().exchangeHandoff(code, stop);
     } catch (const BackendError& error) {
         failure = error.message();
     }
     if (!self || stop.stop_requested()) co_return;
     if (isSignedIn) {
-        const QString name = self->m_state.account().displayName();
+        const QString name = self->m_state.account().profile().displayName();
         const bool isSaid =
             self->m_terminal.print(QStringLiteral("Signed in as %1.\n").arg(name).toUtf8());
         co_return self->end(isSaid ? 0 : 1);

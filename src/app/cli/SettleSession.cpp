@@ -1,17 +1,17 @@
 #include "app/cli/SettleSession.h"
 
-#include "backend/account/AccountSession.h"
+#include "backend/account/SessionTokens.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
 
 namespace vorq {
 
-void settleSession(AccountSession& account, Clock& clock, Clock::Duration limit) {
+void settleSession(SessionTokens& tokens, Clock& clock, Clock::Duration limit) {
     QEventLoop loop;
     TaskSlot settling;
-    settling.restart([&account, &loop](std::stop_token stop) -> QCoro::Task<> {
-        co_await account.refreshSettled(stop);
+    settling.restart([&tokens, &loop](std::stop_token stop) -> QCoro::Task<> {
+        co_await tokens.refreshSettled(stop);
         if (!stop.stop_requested()) loop.quit();
     });
     const Clock::TimerId timer = clock.after(limit, [&loop] { loop.quit(); });

@@ -127,16 +127,16 @@ int DesktopProgram::run(const DesktopArguments& arguments, const VerbSource& sou
     const int status = QCoreApplication::exec();
     m_delegate.applicationWillTerminate();
     m_state.finishLibrary();
-    settleSession(m_state.account(), m_clock, settleLimit);
+    settleSession(m_state.account().tokens(), m_clock, settleLimit);
     return status;
 }
 
 void DesktopProgram::tellOutcomes(LinkOutcomes& links) {
     connect(&m_delegate.notifications(), &ShellNotifications::vorqMacHandoffCode, &links,
             &LinkOutcomes::began);
-    connect(&m_state.account(), &AccountSession::macHandoffEnded, &links,
+    connect(&m_state.signIn(), &AccountSignIn::macHandoffEnded, &links,
             [this, &links](const QString& code, const QString& failure) {
-                const QString name = m_state.account().displayName();
+                const QString name = m_state.account().profile().displayName();
                 const QString sentence =
                     failure.isEmpty() ? QStringLiteral("Signed in as %1.").arg(name) : failure;
                 links.ended(code, failure.isEmpty(), sentence);

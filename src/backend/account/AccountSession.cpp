@@ -6,118 +6,81 @@
 #include "backend/api/VorqAPIService.h"
 #include "support/text/Text.h"
 
-#include <QStringList>
-
 namespace vorq {
-
-using namespace Qt::StringLiterals;
 
 AccountSession::AccountSession(VorqAPIService& api, Defaults& defaults, const AppPaths& paths,
                                Clock& clock, PreferredModel& model, QObject* parent)
     : QObject(parent),
       m_api(api),
       m_store(defaults, paths),
-      m_clock(clock),
       m_model(model),
-      m_refresh(api, m_store, clock,
-                [this](const VorqSessionStore::Record& stored,
-                       const std::optional<Session>& session) { adoptTokens(stored, session); }) {
+      m_tokens(api, m_store, clock) {
     const QPointer<AccountSession> self(this);
     model.setTokenSource([self] { return self ? self->sessionToken() : QString(); });
-    for (const Changed changed :
-         {&AccountSession::firstNameChanged, &AccountSession::lastNameChanged,
-          &AccountSession::usernameChanged, &AccountSession::emailChanged})
-        connect(this, changed, this, &AccountSession::displayNameChanged);
+    connect(&m_tokens, &SessionTokens::replaced, this, &AccountSession::adoptTokens);
+    connect(&m_tokens, &SessionTokens::expired, this, [this] { markSessionExpired(); });
 }
 
 AccountSession::~AccountSession() = default;
-
-QString AccountSession::displayName() const {
-    QStringList names;
-    for (const QString* name : {&m_firstName, &m_lastName}) {
-        if (const QStringView shown = trimmed(*name); !shown.isEmpty()) names << shown.toString();
-    }
-    if (!names.isEmpty()) return names.join(u' ');
-    if (const QStringView handle = trimmed(m_username); !handle.isEmpty())
-        return u"@"_s + handle.toString();
-    return m_email.isEmpty() ? u"Account"_s : m_email;
-}
-
-void AccountSession::setSigningInWithGoogle(bool signingIn) {
-    change(m_isSigningInWithGoogle, signingIn, &AccountSession::isSigningInWithGoogleChanged);
-}
-
-void AccountSession::setSigningInWithApple(bool signingIn) {
-    change(m_isSigningInWithApple, signingIn, &AccountSession::isSigningInWithAppleChanged);
-}
-
-void AccountSession::setResettingPassword(bool resetting) {
-    change(m_isResettingPassword, resetting, &AccountSession::isResettingPasswordChanged);
-}
-
-void AccountSession::setPasswordResetMessage(const QString& message) {
-    change(m_passwordResetMessage, message, &AccountSession::passwordResetMessageChanged);
-}
-
-void AccountSession::setAuthError(const QString& error) {
-    change(m_authError, error, &AccountSession::authErrorChanged);
-}
-
-void AccountSession::setProfileImageData(const QByteArray& image) {
-    if (image == m_profileImageData && image.isNull() == m_profileImageData.isNull()) return;
-    m_profileImageData = image;
-    emit profileImageDataChanged();
-}
 
 std::optional<QString> AccountSession::preferredModelForAIRequest() const {
     return modelForRequest(m_signedIn, m_model.preferredAIModelID());
 }
 
 VorqSessionStore::Record AccountSession::record() const {
-    return {.email = m_email,
-            .token = m_sessionToken,
+    return {.email = m_profile.email,
+            .token = sessionToken(),
             .refreshToken = {},
-            .firstName = m_firstName,
-            .lastName = m_lastName,
-            .username = m_username};
+            .firstName = m_profile.firstName,
+            .lastName = m_profile.lastName,
+            .username = m_profile.username};
 }
 
 // The token goes first, so that whoever hears of a change finds a session that is whole.
-void AccountSession::setIdentity(const VorqSessionStore::Record& record) {
-    m_sessionToken = record.token;
-    change(m_email, record.email, &AccountSession::emailChanged);
-    change(m_firstName, record.firstName, &AccountSession::firstNameChanged);
-    change(m_lastName, record.lastName, &AccountSession::lastNameChanged);
-    change(m_username, record.username, &AccountSession::usernameChanged);
+void AccountSession::show(const VorqSessionStore::Record& record, const QByteArray& image) {
+    m_tokens.hold(record.token);
+    setProfile({.email = record.email,
+                .firstName = record.firstName,
+                .lastName = record.lastName,
+                .username = record.username,
+                .image = image});
+}
+
+void AccountSession::setProfile(const AccountProfile& profile) {
+    if (m_profile == profile) return;
+    m_profile = profile;
+    emit profileChanged();
+}
+
+void AccountSession::setSignedIn(bool signedIn) {
+    if (m_signedIn == signedIn) return;
+    m_signedIn = signedIn;
+    emit signedInChanged();
 }
 
 void AccountSession::adoptStored(const VorqSessionStore::Record& stored) {
-    setIdentity(stored);
-    setProfileImageData(m_store.readProfileImage());
-    change(m_signedIn, true, &AccountSession::signedInChanged);
+    show(stored, m_store.readProfileImage());
+    setSignedIn(true);
+}
+
+void AccountSession::adoptTokens(const VorqSessionStore::Record& stored,
+                                 const std::optional<Session>& session) {
+    const QPointer<AccountSession> self(this);
+    adoptStored(stored);
+    if (self && session) m_model.applyPreferredModelFromSession(*session);
 }
 
 void AccountSession::leaveSession() {
-    m_launchRefreshTask.cancel();
-    ++m_sessionNumber;
-    m_refresh.leave();
-    change(m_isSavingProfile, false, &AccountSession::isSavingProfileChanged);
-    change(m_isSavingPrivacy, false, &AccountSession::isSavingPrivacyChanged);
+    m_tokens.leaveSession();
+    emit sessionLeft();
 }
 
 void AccountSession::restoreSession() {
-    leaveSession();
     const VorqSessionStore::Record stored = m_store.read();
-    if (stored.token.isEmpty()) {
-        setIdentity({});
-        setProfileImageData({});
-        change(m_signedIn, false, &AccountSession::signedInChanged);
-        return;
-    }
+    if (stored.token.isEmpty()) return forgetSession();
+    leaveSession();
     adoptStored(stored);
-    if (stored.refreshToken.isEmpty()) return;
-    m_launchRefreshTask.restart(
-        [self = QPointer(this)](std::stop_token stop) { return runLaunchRefresh(self, stop); });
+    if (!stored.refreshToken.isEmpty()) m_tokens.refreshSoon();
 }
 
 void AccountSession::applySession(const Session& session) {
@@ -134,23 +97,15 @@ void AccountSession::beginSession(const Session& session) {
 
 void AccountSession::forgetSession() {
     leaveSession();
-    setIdentity({});
-    setProfileImageData({});
-    change(m_signedIn, false, &AccountSession::signedInChanged);
+    show({}, {});
+    setSignedIn(false);
 }
 
 void AccountSession::signOut() {
-    const QString token = m_sessionToken;
+    const QString token = sessionToken();
     m_store.clear();
     forgetSession();
-    setAuthError({});
-    change(m_profileError, {}, &AccountSession::profileErrorChanged);
-    change(m_privacyError, {}, &AccountSession::privacyErrorChanged);
-    setPasswordResetMessage({});
-    change(m_isSigningIn, false, &AccountSession::isSigningInChanged);
-    setSigningInWithGoogle(false);
-    setSigningInWithApple(false);
-    setResettingPassword(false);
+    emit signedOut();
     if (token.isEmpty()) return;
     m_signOutTask.release();
     m_signOutTask.restart(
@@ -159,10 +114,55 @@ void AccountSession::signOut() {
 
 // What another program of the user has stored meanwhile is not what was refused.
 void AccountSession::markSessionExpired(const std::optional<QString>& message) {
-    m_store.clearIfStill(m_sessionToken);
+    m_store.clearIfStill(sessionToken());
     forgetSession();
     const QStringView said = message ? trimmed(*message) : QStringView();
-    setAuthError(said.isEmpty() ? ServiceError::notSignedIn().message() : said.toString());
+    emit sessionExpired(said.isEmpty() ? ServiceError::notSignedIn().message() : said.toString());
+}
+
+void AccountSession::keepProfile(const VorqSessionStore::Record& former,
+                                 const VorqSessionStore::Record& changed) {
+    if (m_store.writeProfile(former.token, changed)) return show(changed, m_profile.image);
+    VorqSessionStore::Record stored = m_store.readFresh();
+    if (stored.token.isEmpty()) return forgetSession();
+    if (!former.email.isEmpty() && stored.email == former.email) {
+        const QString token = stored.token;
+        stored = changed;
+        stored.token = token;
+        m_store.writeProfile(token, stored);
+    }
+    adoptStored(stored);
+}
+
+void AccountSession::applyProfile(const QString& firstName, const QString& lastName,
+                                  const QString& username, const QString& email) {
+    const VorqSessionStore::Record former = record();
+    keepProfile(former, withProfile(former, firstName, lastName, username, email));
+}
+
+void AccountSession::keepEmail(const QString& email) {
+    AccountProfile profile = m_profile;
+    profile.email = email;
+    setProfile(profile);
+    m_store.writeEmail(email);
+}
+
+QString AccountSession::keepProfileImage(const QByteArray& image) {
+    if (QString problem = m_store.writeProfileImage(image); !problem.isEmpty()) return problem;
+    AccountProfile profile = m_profile;
+    profile.image = image;
+    setProfile(profile);
+    return {};
+}
+
+VorqSessionStore::Record withProfile(VorqSessionStore::Record record, const QString& firstName,
+                                     const QString& lastName, const QString& username,
+                                     const QString& email) {
+    record.firstName = firstName;
+    record.lastName = lastName;
+    record.username = username;
+    if (!email.isEmpty()) record.email = email;
+    return record;
 }
 
 } // namespace vorq

@@ -1,7 +1,8 @@
-// The ways in which a session begins.
+#include "backend/account/AccountSignIn.h"
 
 #include "backend/account/AccountSession.h"
 #include "backend/account/BrowserSignIn.h"
+#include "backend/api/Session.h"
 #include "backend/api/VorqAPIService.h"
 #include "platform/Clock.h"
 #include "support/text/Text.h"
@@ -13,15 +14,61 @@ namespace vorq {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-QCoro::Task<bool> AccountSession::exchangeHandoff(QString code, std::stop_token stop) {
-    const QPointer<AccountSession> self(this);
+AccountSignIn::AccountSignIn(AccountSession& account, VorqAPIService& api, Clock& clock)
+    : m_account(account), m_api(api), m_clock(clock) {
+    connect(&account, &AccountSession::sessionExpired, this, &AccountSignIn::setAuthError);
+    connect(&account, &AccountSession::signedOut, this, [this] {
+        setAuthError({});
+        forgetProgress();
+    });
+}
+
+AccountSignIn::~AccountSignIn() = default;
+
+template<typename Value>
+void AccountSignIn::setProgress(Value Progress::* field, const Value& value) {
+    if (m_progress.*field == value) return;
+    m_progress.*field = value;
+    emit progressChanged();
+}
+
+void AccountSignIn::setSigningInWithGoogle(bool signingIn) {
+    setProgress(&Progress::withGoogle, signingIn);
+}
+
+void AccountSignIn::setSigningInWithApple(bool signingIn) {
+    setProgress(&Progress::withApple, signingIn);
+}
+
+void AccountSignIn::setResettingPassword(bool resetting) {
+    setProgress(&Progress::isResettingPassword, resetting);
+}
+
+void AccountSignIn::setPasswordResetMessage(const QString& message) {
+    setProgress(&Progress::passwordReset, message);
+}
+
+void AccountSignIn::setAuthError(const QString& error) {
+    if (m_authError == error) return;
+    m_authError = error;
+    emit authErrorChanged();
+}
+
+void AccountSignIn::forgetProgress() {
+    if (m_progress == Progress()) return;
+    m_progress = {};
+    emit progressChanged();
+}
+
+QCoro::Task<bool> AccountSignIn::exchangeHandoff(QString code, std::stop_token stop) {
+    const QPointer<AccountSignIn> self(this);
     const Session session = co_await m_api.exchangeMacHandoff(code, stop);
     if (!self || stop.stop_requested()) throw OperationCancelled();
-    if (session.isLive()) beginSession(session);
+    if (session.isLive()) m_account.beginSession(session);
     co_return session.isLive();
 }
 
-void AccountSession::activateFromMacHandoff(const QString& code) {
+void AccountSignIn::activateFromMacHandoff(const QString& code) {
     const QStringView resolved = trimmed(code);
     if (resolved.isEmpty()) return;
     // A code that came twice must not stop the exchange that will succeed.
@@ -32,8 +79,8 @@ void AccountSession::activateFromMacHandoff(const QString& code) {
         });
 }
 
-QCoro::Task<> AccountSession::runHandoff(QPointer<AccountSession> self, QString code,
-                                         std::stop_token stop) {
+QCoro::Task<> AccountSignIn::runHandoff(QPointer<AccountSignIn> self, QString code,
+                                        std::stop_token stop) {
     QString failure;
     try {
         const bool isLive = co_await self->exchangeHandoff(code, stop);
@@ -50,19 +97,19 @@ QCoro::Task<> AccountSession::runHandoff(QPointer<AccountSession> self, QString 
     co_await bringForward(self, stop);
 }
 
-void AccountSession::signInInBrowser(const QString& mode) {
-    if (m_isSigningIn) return;
-    if ((m_isSigningInWithGoogle || m_isSigningInWithApple) && m_browserSignIn)
+void AccountSignIn::signInInBrowser(const QString& mode) {
+    if (m_progress.isSigningIn) return;
+    if ((m_progress.withGoogle || m_progress.withApple) && m_browserSignIn)
         m_browserSignIn->cancelPending();
-    change(m_isSigningIn, true, &AccountSession::isSigningInChanged);
+    setProgress(&Progress::isSigningIn, true);
     setAuthError({});
     m_signInTask.restart([self = QPointer(this), mode](std::stop_token stop) {
         return runBrowserSignIn(self, mode, std::move(stop));
     });
 }
 
-QCoro::Task<> AccountSession::runBrowserSignIn(QPointer<AccountSession> self, QString mode,
-                                               std::stop_token stop) {
+QCoro::Task<> AccountSignIn::runBrowserSignIn(QPointer<AccountSignIn> self, QString mode,
+                                              std::stop_token stop) {
     if (stop.stop_requested()) co_return;
     // Nothing once the session has begun: what is said from then on is of something else.
     std::optional<QString> problem = QString();
@@ -72,7 +119,7 @@ QCoro::Task<> AccountSession::runBrowserSignIn(QPointer<AccountSession> self, QS
         const Session session = co_await self->m_browserSignIn->signInInBrowser(mode, stop);
         if (!self || stop.stop_requested()) co_return;
         if (session.isLive()) {
-            self->beginSession(session);
+            self->m_account.beginSession(session);
             self->setAuthError({});
             problem.reset();
             co_await bringForward(self, stop);
@@ -86,10 +133,10 @@ QCoro::Task<> AccountSession::runBrowserSignIn(QPointer<AccountSession> self, QS
     }
     if (!self || stop.stop_requested()) co_return;
     if (problem) self->setAuthError(*problem);
-    self->change(self->m_isSigningIn, false, &AccountSession::isSigningInChanged);
+    self->setProgress(&Progress::isSigningIn, false);
 }
 
-QCoro::Task<> AccountSession::bringForward(QPointer<AccountSession> self, std::stop_token stop) {
+QCoro::Task<> AccountSignIn::bringForward(QPointer<AccountSignIn> self, std::stop_token stop) {
     if (self) emit self->desktopRevealRequested();
     if (self) emit self->activationRequested();
     if (!self) co_return;

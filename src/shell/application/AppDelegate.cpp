@@ -175,7 +175,7 @@ void AppDelegate::bindAppState(VorqAppState& state) {
     if (!state.isLibraryLoaded()) state.reloadLibrary();
     state.watchLibrary();
     state.permissions().setShowAccessibilityWalkthrough(false);
-    connect(&state.account(), &AccountSession::statusMenuRequested, &m_notifications,
+    connect(&state.signIn(), &AccountSignIn::statusMenuRequested, &m_notifications,
             &ShellNotifications::vorqOpenStatusMenu);
     connect(&state.panel(), &PanelConversation::vorqShowPanel, &m_notifications,
             &ShellNotifications::vorqShowPanel);
@@ -279,7 +279,7 @@ void AppDelegate::openStatusItemMenu() {
 }
 
 void AppDelegate::activateFromMacHandoff(const QString& code) {
-    if (m_state != nullptr) m_state->account().activateFromMacHandoff(code);
+    if (m_state != nullptr) m_state->signIn().activateFromMacHandoff(code);
 }
 
 void AppDelegate::guidePanelAccessFromNotification() {

@@ -1,6 +1,7 @@
 #include "shell/panel/PanelSignIn.h"
 
 #include "backend/account/AccountSession.h"
+#include "backend/account/AccountSignIn.h"
 #include "backend/account/SignInUrl.h"
 #include "backend/http/Errors.h"
 #include "platform/LocalSignIn.h"
@@ -9,8 +10,8 @@
 
 namespace vorq {
 
-PanelSignIn::PanelSignIn(AccountSession& account, LocalSignIn* local)
-    : m_account(account), m_local(local) {
+PanelSignIn::PanelSignIn(AccountSession& account, AccountSignIn& signIn, LocalSignIn* local)
+    : m_account(account), m_signIn(signIn), m_local(local) {
     connect(&account, &AccountSession::signedInChanged, this, [this] { show(m_isRunning, {}); });
 }
 
@@ -37,7 +38,7 @@ QCoro::Task<QString> PanelSignIn::attempt(std::stop_token stop) {
     const std::optional<QString> code = SignInUrl::handoffCode(*url);
     if (!code) co_return tr("vorq-gateway gave no account.");
     try {
-        const bool isLive = co_await m_account.exchangeHandoff(*code, stop);
+        const bool isLive = co_await m_signIn.exchangeHandoff(*code, stop);
         co_return isLive ? QString() : tr("Sign in failed. Try again.");
     } catch (const BackendError& error) {
         co_return error.message();

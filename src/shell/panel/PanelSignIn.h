@@ -11,6 +11,7 @@
 namespace vorq {
 
 class AccountSession;
+class AccountSignIn;
 class LocalSignIn;
 
 /// Tells the panel that nobody is signed in, and signs the user in to this computer's account. Main
@@ -23,8 +24,8 @@ class PanelSignIn final : public QObject {
     Q_PROPERTY(QString failure READ failure NOTIFY changed)
 
   public:
-    /// Both must outlive this object. Without a local sign-in there is none to offer.
-    PanelSignIn(AccountSession& account, LocalSignIn* local);
+    /// All must outlive this object. Without a local sign-in there is none to offer.
+    PanelSignIn(AccountSession& account, AccountSignIn& signIn, LocalSignIn* local);
 
     /// Nobody is signed in.
     [[nodiscard]] bool isMissing() const;
@@ -45,6 +46,7 @@ class PanelSignIn final : public QObject {
     void show(bool isRunning, const QString& failure);
 
     AccountSession& m_account;
+    AccountSignIn& m_signIn;
     LocalSignIn* m_local;
     bool m_isRunning = false;
     QString m_failure;

@@ -26,7 +26,7 @@ PanelViewModel::PanelViewModel(VorqAppState& state, Clock& clock, LocalSignIn* l
       m_clock(clock),
       m_attachableNotes(state, m_attachments),
       m_announcer(state.panel().messages()),
-      m_signIn(state.account(), localSignIn) {
+      m_signIn(state.account(), state.signIn(), localSignIn) {
     m_selection.setOnDeepen([this](const QString& excerpt) { addDeepenSelection(excerpt); });
     m_prompt = m_state.panelDraft().text();
     connectState();

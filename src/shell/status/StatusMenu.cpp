@@ -92,7 +92,7 @@ void StatusMenu::bindAppState(VorqAppState& state) {
     m_customize.bind(state.appearance());
     const AccountSession* account = &state.account();
     connect(account, &AccountSession::signedInChanged, this, &StatusMenu::refreshAccount);
-    connect(account, &AccountSession::displayNameChanged, this, &StatusMenu::refreshAccount);
+    connect(account, &AccountSession::profileChanged, this, &StatusMenu::refreshAccount);
     connect(&state.permissions(), &Permissions::changed, this, &StatusMenu::refreshAccessibility);
     connect(&state.panel(), &PanelConversation::stateChanged, this, &StatusMenu::refreshChat);
     connect(this, &QMenu::aboutToShow, this, &StatusMenu::refreshChat);
@@ -111,7 +111,7 @@ void StatusMenu::refreshAccount() {
     m_signInAdvice->setVisible(m_state && !isSignedIn);
     m_signOut->setVisible(isSignedIn);
     if (!m_state) return;
-    const QString name = menuText(m_state->account().displayName());
+    const QString name = menuText(m_state->account().profile().displayName());
     m_account->setText(isSignedIn ? QStringLiteral("Signed in as %1").arg(name)
                                   : QStringLiteral("Not signed in"));
 }

@@ -18,7 +18,7 @@ TEST_F(AccountSessionTest, StartsSignedOutWithoutAStoredToken) {
     account->restoreSession();
     clock.settle();
     EXPECT_FALSE(account->signedIn());
-    EXPECT_EQ(account->email(), u"");
+    EXPECT_EQ(account->profile().email, u"");
     EXPECT_EQ(account->sessionToken(), u"");
     EXPECT_EQ(transport.count(), 0u);
 }
@@ -30,9 +30,9 @@ TEST_F(AccountSessionTest, AStoredTokenSignsInBeforeAnyCall) {
     account->restoreSession();
     EXPECT_TRUE(account->signedIn());
     EXPECT_EQ(account->sessionToken(), u"t1");
-    EXPECT_EQ(account->firstName(), u"");
-    EXPECT_EQ(account->displayName(), u"@ada");
-    EXPECT_EQ(account->profileImageData(), "jpeg");
+    EXPECT_EQ(account->profile().firstName, u"");
+    EXPECT_EQ(account->profile().displayName(), u"@ada");
+    EXPECT_EQ(account->profile().image, "jpeg");
 }
 
 TEST_F(AccountSessionTest, AStoredRefreshTokenIsUsedInTheBackground) {
@@ -59,7 +59,7 @@ TEST_F(AccountSessionTest, ABackgroundRefreshThatFailsChangesNothing) {
     answerLast(401, "{}");
     EXPECT_TRUE(account->signedIn());
     EXPECT_EQ(account->sessionToken(), u"t1");
-    EXPECT_EQ(account->authError(), u"");
+    EXPECT_EQ(starting->authError(), u"");
     EXPECT_EQ(stored("refreshToken"), u"r1");
 }
 
@@ -69,12 +69,12 @@ TEST_F(AccountSessionTest, ApplyingASessionStoresAndShowsIt) {
     account->applySession(*decodeSession(
         sessionJson("t1", R"(,"firstName":"Ada","refreshToken":"r1","useCase":"student")")));
     EXPECT_TRUE(account->signedIn());
-    EXPECT_EQ(account->email(), u"ada@example.org");
-    EXPECT_EQ(account->firstName(), u"Ada");
-    EXPECT_EQ(account->lastName(), u"");
-    EXPECT_EQ(account->username(), u"kept") << "as stored, when the session has none";
+    EXPECT_EQ(account->profile().email, u"ada@example.org");
+    EXPECT_EQ(account->profile().firstName, u"Ada");
+    EXPECT_EQ(account->profile().lastName, u"");
+    EXPECT_EQ(account->profile().username, u"kept") << "as stored, when the session has none";
     EXPECT_EQ(account->sessionToken(), u"t1");
-    EXPECT_EQ(account->profileImageData(), "jpeg");
+    EXPECT_EQ(account->profile().image, "jpeg");
     EXPECT_EQ(stored("email"), u"ada@example.org");
     EXPECT_EQ(stored("token"), u"t1");
     EXPECT_EQ(stored("refreshToken"), u"r1");
@@ -85,29 +85,35 @@ TEST_F(AccountSessionTest, ApplyingASessionStoresAndShowsIt) {
 }
 
 TEST_F(AccountSessionTest, SignalsTellOfChangesOnly) {
-    QSignalSpy email(account.get(), &AccountSession::emailChanged);
+    QSignalSpy profile(account.get(), &AccountSession::profileChanged);
     QSignalSpy signedIn(account.get(), &AccountSession::signedInChanged);
-    QSignalSpy name(account.get(), &AccountSession::displayNameChanged);
-    QSignalSpy image(account.get(), &AccountSession::profileImageDataChanged);
-    const Session session = *decodeSession(sessionJson("t1"));
+    Session session = *decodeSession(sessionJson("t1"));
     account->applySession(session);
     account->applySession(session);
-    EXPECT_EQ(email.count(), 1);
+    EXPECT_EQ(profile.count(), 1);
     EXPECT_EQ(signedIn.count(), 1);
-    EXPECT_EQ(name.count(), 1);
-    EXPECT_EQ(image.count(), 0);
+    session.firstName = u"Ada"_s;
+    session.lastName = u"Lovelace"_s;
+    account->applySession(session);
+    EXPECT_EQ(profile.count(), 2) << "one for all of it";
+    storeAvatar("jpeg");
+    account->applySession(session);
+    EXPECT_EQ(profile.count(), 3);
+    EXPECT_EQ(signedIn.count(), 1);
 }
 
-TEST_F(AccountSessionTest, TheDisplayNameFallsThrough) {
-    EXPECT_EQ(account->displayName(), u"Account");
-    account->applyProfile("", "", "", "a@b");
-    EXPECT_EQ(account->displayName(), u"a@b");
-    account->applyProfile("", "", " ada ", "");
-    EXPECT_EQ(account->displayName(), u"@ada");
-    account->applyProfile("", " Lovelace", "ada", "");
-    EXPECT_EQ(account->displayName(), u"Lovelace");
-    account->applyProfile(" Ada ", "Lovelace", "ada", "");
-    EXPECT_EQ(account->displayName(), u"Ada Lovelace");
+TEST_F(AccountSessionTest, WhoeverHearsOfAChangeFindsASessionThatIsWhole) {
+    storeAvatar("jpeg");
+    QStringList seen;
+    const auto look = [&] {
+        const AccountProfile& profile = account->profile();
+        seen += profile.email + u' ' + account->sessionToken() + u' ' +
+                QString::fromUtf8(profile.image);
+    };
+    QObject::connect(account.get(), &AccountSession::profileChanged, look);
+    QObject::connect(account.get(), &AccountSession::signedInChanged, look);
+    account->applySession(*decodeSession(sessionJson("t1")));
+    EXPECT_EQ(seen, QStringList(2, "ada@example.org t1 jpeg"));
 }
 
 TEST_F(AccountSessionTest, SigningOutForgetsTheSessionAndTellsTheBackend) {
@@ -115,9 +121,9 @@ TEST_F(AccountSessionTest, SigningOutForgetsTheSessionAndTellsTheBackend) {
     storeAvatar("jpeg");
     account->signOut();
     EXPECT_FALSE(account->signedIn());
-    EXPECT_EQ(account->email(), u"");
+    EXPECT_EQ(account->profile().email, u"");
     EXPECT_EQ(account->sessionToken(), u"");
-    EXPECT_TRUE(account->profileImageData().isNull());
+    EXPECT_TRUE(account->profile().image.isNull());
     EXPECT_EQ(stored("token"), u"(none)");
     EXPECT_EQ(stored("refreshToken"), u"(none)");
     EXPECT_EQ(stored("email"), u"(none)");
@@ -126,7 +132,7 @@ TEST_F(AccountSessionTest, SigningOutForgetsTheSessionAndTellsTheBackend) {
     EXPECT_EQ(transport.last().path(), u"/auth/sign-out");
     EXPECT_EQ(transport.last().header("Authorization"), "Bearer t1");
     answerLast(500, "");
-    EXPECT_EQ(account->authError(), u"");
+    EXPECT_EQ(starting->authError(), u"");
 }
 
 TEST_F(AccountSessionTest, SigningOutWithoutASessionCallsNothing) {
@@ -137,22 +143,22 @@ TEST_F(AccountSessionTest, SigningOutWithoutASessionCallsNothing) {
 
 TEST_F(AccountSessionTest, SigningOutClearsTheLinesAndFlagsOfTheAccountPages) {
     signIn();
-    account->setSigningInWithApple(true);
-    account->setSigningInWithGoogle(true);
-    account->setResettingPassword(true);
-    account->setPasswordResetMessage("Sent.");
-    const Outcome refused(account->updatePrivacy("", "", ""));
-    const Outcome profile(account->updateProfile("A", "B", "c"));
-    const Outcome privacy(account->updatePrivacy("x@y", "old", ""));
-    EXPECT_TRUE(account->isSavingProfile() && account->isSavingPrivacy());
+    starting->setSigningInWithApple(true);
+    starting->setSigningInWithGoogle(true);
+    starting->setResettingPassword(true);
+    starting->setPasswordResetMessage("Sent.");
+    const Outcome refused(privacyForm->updatePrivacy("", "", ""));
+    const Outcome profile(profileForm->updateProfile("A", "B", "c"));
+    const Outcome privacy(privacyForm->updatePrivacy("x@y", "old", ""));
+    EXPECT_TRUE(profileForm->isSaving() && privacyForm->isSaving());
     account->signOut();
-    EXPECT_FALSE(account->isSavingProfile());
-    EXPECT_FALSE(account->isSavingPrivacy());
-    EXPECT_FALSE(account->isSigningInWithApple());
-    EXPECT_FALSE(account->isSigningInWithGoogle());
-    EXPECT_FALSE(account->isResettingPassword());
-    EXPECT_EQ(account->passwordResetMessage(), u"");
-    EXPECT_EQ(account->privacyError(), u"");
+    EXPECT_FALSE(profileForm->isSaving());
+    EXPECT_FALSE(privacyForm->isSaving());
+    EXPECT_FALSE(starting->isSigningInWithApple());
+    EXPECT_FALSE(starting->isSigningInWithGoogle());
+    EXPECT_FALSE(starting->isResettingPassword());
+    EXPECT_EQ(starting->passwordResetMessage(), u"");
+    EXPECT_EQ(privacyForm->error(), u"");
 }
 
 TEST_F(AccountSessionTest, AnExpiredSessionIsForgottenWithASentence) {
@@ -160,17 +166,17 @@ TEST_F(AccountSessionTest, AnExpiredSessionIsForgottenWithASentence) {
     account->markSessionExpired(u" Your plan ended. "_s);
     EXPECT_FALSE(account->signedIn());
     EXPECT_EQ(stored("token"), u"(none)");
-    EXPECT_EQ(account->authError(), u"Your plan ended.");
+    EXPECT_EQ(starting->authError(), u"Your plan ended.");
     clock.settle();
     EXPECT_EQ(transport.count(), 0u);
 }
 
 TEST_F(AccountSessionTest, AnExpiryWithoutASentenceHasItsOwn) {
     account->markSessionExpired(u" \n"_s);
-    EXPECT_EQ(account->authError(), u"Your session expired. Sign in again.");
+    EXPECT_EQ(starting->authError(), u"Your session expired. Sign in again.");
     account->markSessionExpired(u"x"_s);
     account->markSessionExpired();
-    EXPECT_EQ(account->authError(), u"Your session expired. Sign in again.");
+    EXPECT_EQ(starting->authError(), u"Your session expired. Sign in again.");
 }
 
 TEST_F(AccountSessionTest, TheModelForARequestNeedsASession) {
@@ -185,13 +191,13 @@ TEST_F(AccountSessionTest, TheModelForARequestNeedsASession) {
 TEST_F(AccountSessionTest, SigningOutClearsTheErrorLines) {
     account->markSessionExpired();
     signIn();
-    const Outcome profile(account->updateProfile("A", "", ""));
+    const Outcome profile(profileForm->updateProfile("A", "", ""));
     answerLast(409, R"({"error":"Taken."})");
-    const Outcome privacy(account->updatePrivacy("", "", ""));
-    ASSERT_FALSE(account->authError().isEmpty() || account->profileError().isEmpty() ||
-                 account->privacyError().isEmpty());
+    const Outcome privacy(privacyForm->updatePrivacy("", "", ""));
+    ASSERT_FALSE(starting->authError().isEmpty() || profileForm->error().isEmpty() ||
+                 privacyForm->error().isEmpty());
     account->signOut();
-    EXPECT_EQ(account->authError() + account->profileError() + account->privacyError(), u"");
+    EXPECT_EQ(starting->authError() + profileForm->error() + privacyForm->error(), u"");
 }
 
 TEST_F(AccountSessionTest, SigningOutForgetsTheNames) {
@@ -200,7 +206,19 @@ TEST_F(AccountSessionTest, SigningOutForgetsTheNames) {
     account->signOut();
     for (const char* name : {"email", "token", "refreshToken", "firstName", "lastName", "username"})
         EXPECT_EQ(stored(name), u"(none)") << name;
-    EXPECT_EQ(account->firstName() + account->lastName() + account->username(), u"");
+    EXPECT_EQ(account->profile().firstName + account->profile().lastName +
+                  account->profile().username,
+              u"");
+}
+
+TEST_F(AccountSessionTest, AProfileWithoutAnEmailLeavesTheOneBefore) {
+    signIn();
+    account->applyProfile("Ada", "", "", "");
+    EXPECT_EQ(account->profile().email, u"ada@example.org");
+    EXPECT_EQ(stored("email"), u"ada@example.org");
+    account->applyProfile("Ada", "", "", "new@example.org");
+    EXPECT_EQ(account->profile().email, u"new@example.org");
+    EXPECT_EQ(account->profile().firstName, u"Ada");
 }
 
 TEST_F(AccountSessionTest, AnAvatarThatCannotBeReadIsAbsent) {
@@ -210,12 +228,12 @@ TEST_F(AccountSessionTest, AnAvatarThatCannotBeReadIsAbsent) {
     session.signedIn = true;
     session.token = "t";
     account->applySession(session);
-    EXPECT_EQ(account->profileImageData(), "jpeg");
+    EXPECT_EQ(account->profile().image, "jpeg");
     const QString path = VorqSessionStore(defaults, paths).profileImageURL();
     QFile::remove(path);
     QDir().mkpath(path);
     account->applySession(session);
-    EXPECT_TRUE(account->profileImageData().isNull());
+    EXPECT_TRUE(account->profile().image.isNull());
 }
 
 } // namespace

@@ -37,12 +37,12 @@ class ScriptedBrowser final : public BrowserSignIn {
 class AccountSignInTest : public AccountFixture {
   protected:
     AccountSignInTest() {
-        account->setBrowserSignIn(&browser);
-        QObject::connect(account.get(), &AccountSession::desktopRevealRequested,
+        starting->setBrowserSignIn(&browser);
+        QObject::connect(starting.get(), &AccountSignIn::desktopRevealRequested,
                          [this] { events << "reveal"; });
-        QObject::connect(account.get(), &AccountSession::activationRequested,
+        QObject::connect(starting.get(), &AccountSignIn::activationRequested,
                          [this] { events << "activate"; });
-        QObject::connect(account.get(), &AccountSession::statusMenuRequested,
+        QObject::connect(starting.get(), &AccountSignIn::statusMenuRequested,
                          [this] { events << "menu"; });
     }
     void finish() {
@@ -63,9 +63,9 @@ class AccountSignInTest : public AccountFixture {
 
 TEST_F(AccountSignInTest, ASignInAppliesTheSessionAndBringsTheProgramForward) {
     account->markSessionExpired();
-    account->signInInBrowser("sign-up");
-    EXPECT_TRUE(account->isSigningIn());
-    EXPECT_EQ(account->authError(), u"");
+    starting->signInInBrowser("sign-up");
+    EXPECT_TRUE(starting->isSigningIn());
+    EXPECT_EQ(starting->authError(), u"");
     clock.settle();
     EXPECT_EQ(browser.modes, QStringList("sign-up"));
     browser.session = live("t1");
@@ -73,69 +73,69 @@ TEST_F(AccountSignInTest, ASignInAppliesTheSessionAndBringsTheProgramForward) {
     EXPECT_TRUE(account->signedIn());
     EXPECT_EQ(account->sessionToken(), u"t1");
     EXPECT_EQ(events, QStringList({"reveal", "activate"}));
-    EXPECT_TRUE(account->isSigningIn());
+    EXPECT_TRUE(starting->isSigningIn());
     clock.advance(199ms);
     EXPECT_EQ(events.size(), 2);
     clock.advance(1ms);
     EXPECT_EQ(events, QStringList({"reveal", "activate", "menu"}));
-    EXPECT_FALSE(account->isSigningIn());
+    EXPECT_FALSE(starting->isSigningIn());
 }
 
 TEST_F(AccountSignInTest, AnErrorThatComesWhileTheProgramComesForwardStays) {
-    account->signInInBrowser("sign-in");
+    starting->signInInBrowser("sign-in");
     clock.settle();
     browser.session = live("t1");
     finish();
     clock.advance(100ms);
     account->markSessionExpired();
     clock.advance(100ms);
-    EXPECT_FALSE(account->isSigningIn());
-    EXPECT_EQ(account->authError(), u"Your session expired. Sign in again.");
+    EXPECT_FALSE(starting->isSigningIn());
+    EXPECT_EQ(starting->authError(), u"Your session expired. Sign in again.");
 }
 
 TEST_F(AccountSignInTest, ASecondSignInDuringTheFirstHasNoEffect) {
-    account->signInInBrowser("sign-in");
+    starting->signInInBrowser("sign-in");
     clock.settle();
-    account->signInInBrowser("sign-up");
+    starting->signInInBrowser("sign-up");
     clock.settle();
     EXPECT_EQ(browser.modes, QStringList("sign-in"));
     EXPECT_EQ(browser.cancels, 0);
 }
 
 TEST_F(AccountSignInTest, ASignInWithAProviderIsEndedFirst) {
-    account->setSigningInWithGoogle(true);
-    account->signInInBrowser("sign-in");
+    starting->setSigningInWithGoogle(true);
+    starting->signInInBrowser("sign-in");
     EXPECT_EQ(browser.cancels, 1);
-    EXPECT_TRUE(account->isSigningIn());
+    EXPECT_TRUE(starting->isSigningIn());
 }
 
 TEST_F(AccountSignInTest, ASessionThatIsNotLiveShowsItsMessage) {
     browser.session = Session();
     browser.session->message = u"Confirm your address."_s;
-    account->signInInBrowser("sign-in");
+    starting->signInInBrowser("sign-in");
     clock.settle();
     finish();
-    EXPECT_EQ(account->authError(), u"Confirm your address.");
-    EXPECT_FALSE(account->isSigningIn());
+    EXPECT_EQ(starting->authError(), u"Confirm your address.");
+    EXPECT_FALSE(starting->isSigningIn());
     EXPECT_FALSE(account->signedIn());
     EXPECT_TRUE(events.isEmpty());
 }
 
 TEST_F(AccountSignInTest, ASessionThatIsNotLiveAndSaysNothingHasASentence) {
     browser.session = Session();
-    account->signInInBrowser("sign-in");
+    starting->signInInBrowser("sign-in");
     clock.settle();
     finish();
-    EXPECT_EQ(account->authError(), u"Sign in failed. Try again.");
+    EXPECT_EQ(starting->authError(), u"Sign in failed. Try again.");
 }
 
 TEST_F(AccountSignInTest, ACancelledSignInEndsSilently) {
     browser.error = SignInError::cancelled();
-    account->signInInBrowser("sign-in");
+    starting->signInInBrowser("sign-in");
     clock.settle();
     finish();
-    EXPECT_EQ(account->authError(), u"");
-    EXPECT_FALSE(account->isSigningIn());
+    EXPECT_EQ(starting->authError(), u"");
+    EXPECT_FALSE(starting->isSigningIn());
 }
 
 TEST_F(AccountSignInTest, AFailedSignInShowsItsSentence) {
@@ -143,51 +143,51 @@ TEST_F(AccountSignInTest, AFailedSignInShowsItsSentence) {
          {SignInError::timedOut("Vorq"), SignInError::failed("No."),
           SignInError::missingAuthorizeURL("Vorq"), SignInError::missingAuthCode("Vorq")}) {
         browser.error = error;
-        account->signInInBrowser("sign-in");
+        starting->signInInBrowser("sign-in");
         clock.settle();
         finish();
-        EXPECT_EQ(account->authError(), error.message());
-        EXPECT_FALSE(account->isSigningIn());
+        EXPECT_EQ(starting->authError(), error.message());
+        EXPECT_FALSE(starting->isSigningIn());
     }
     browser.error.reset();
-    account->signInInBrowser("sign-in");
+    starting->signInInBrowser("sign-in");
     clock.settle();
     finish();
-    EXPECT_EQ(account->authError(), u"Refused.");
+    EXPECT_EQ(starting->authError(), u"Refused.");
 }
 
 TEST_F(AccountSignInTest, WithoutABrowserASignInSaysSo) {
-    account->setBrowserSignIn(nullptr);
-    account->signInInBrowser("sign-in");
+    starting->setBrowserSignIn(nullptr);
+    starting->signInInBrowser("sign-in");
     clock.settle();
-    EXPECT_EQ(account->authError(), u"Browser sign-in is not available here.");
-    EXPECT_FALSE(account->isSigningIn());
+    EXPECT_EQ(starting->authError(), u"Browser sign-in is not available here.");
+    EXPECT_FALSE(starting->isSigningIn());
 }
 
 TEST_F(AccountSignInTest, ANewSignInAfterASignOutReplacesThePendingOne) {
-    account->signInInBrowser("sign-in");
+    starting->signInInBrowser("sign-in");
     clock.settle();
     account->signOut();
-    account->signInInBrowser("sign-up");
+    starting->signInInBrowser("sign-up");
     clock.settle();
     EXPECT_EQ(browser.modes.size(), 2);
-    EXPECT_TRUE(account->isSigningIn()) << "the end of the former must not clear the flag";
+    EXPECT_TRUE(starting->isSigningIn()) << "the end of the former must not clear the flag";
     browser.session = live("t2");
     finish();
     EXPECT_EQ(account->sessionToken(), u"t2");
 }
 
 TEST_F(AccountSignInTest, DestroyingTheAccountEndsASignIn) {
-    account->signInInBrowser("sign-in");
+    starting->signInInBrowser("sign-in");
     clock.settle();
-    account.reset();
+    destroyAccount();
     browser.session = live("t1");
     finish();
     EXPECT_EQ(stored("token"), u"(none)");
 }
 
 TEST_F(AccountSignInTest, AHandoffAppliesTheSessionAndBringsTheProgramForward) {
-    account->activateFromMacHandoff(" code\n");
+    starting->activateFromMacHandoff(" code\n");
     clock.settle();
     EXPECT_EQ(transport.last().json().value("code"), u"code"_s);
     answerLast(200, sessionJson("t1", R"(,"refreshToken":"r1")"));
@@ -199,7 +199,7 @@ TEST_F(AccountSignInTest, AHandoffAppliesTheSessionAndBringsTheProgramForward) {
 }
 
 TEST_F(AccountSignInTest, AHandoffWithoutALiveSessionStillBringsTheProgramForward) {
-    account->activateFromMacHandoff("code");
+    starting->activateFromMacHandoff("code");
     clock.settle();
     answerLast(200, R"({"signedIn":false,"email":"","token":""})");
     clock.advance(200ms);
@@ -208,25 +208,25 @@ TEST_F(AccountSignInTest, AHandoffWithoutALiveSessionStillBringsTheProgramForwar
 }
 
 TEST_F(AccountSignInTest, ABlankHandoffCodeIsIgnored) {
-    account->activateFromMacHandoff(" \n");
+    starting->activateFromMacHandoff(" \n");
     clock.settle();
     EXPECT_EQ(transport.count(), 0u);
 }
 
 TEST_F(AccountSignInTest, ARefusedHandoffIsLoggedAlone) {
-    account->activateFromMacHandoff("code");
+    starting->activateFromMacHandoff("code");
     clock.settle();
     testing::internal::CaptureStderr();
     answerLast(400, R"({"error":"Used."})");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Vorq mac handoff failed: Used.\n");
     clock.advance(1s);
     EXPECT_TRUE(events.isEmpty());
-    EXPECT_EQ(account->authError(), u"");
+    EXPECT_EQ(starting->authError(), u"");
 }
 
 TEST_F(AccountSignInTest, AHandoffTellsWhatCameOfIt) {
     QStringList ended;
-    QObject::connect(account.get(), &AccountSession::macHandoffEnded,
+    QObject::connect(starting.get(), &AccountSignIn::macHandoffEnded,
                      [&ended](const QString& code, const QString& failure) {
                          ended += code + QStringLiteral(": ") + failure;
                      });
@@ -235,7 +235,7 @@ TEST_F(AccountSignInTest, AHandoffTellsWhatCameOfIt) {
         {200, R"({"signedIn":false,"email":"","token":""})"},
         {400, R"({"error":"Used."})"}};
     for (const auto& [status, body] : answers) {
-        account->activateFromMacHandoff(" code ");
+        starting->activateFromMacHandoff(" code ");
         clock.settle();
         answerLast(status, body);
     }
@@ -243,9 +243,9 @@ TEST_F(AccountSignInTest, AHandoffTellsWhatCameOfIt) {
 }
 
 TEST_F(AccountSignInTest, ACodeThatComesTwiceDoesNotStopItsFirstExchange) {
-    account->activateFromMacHandoff("code");
+    starting->activateFromMacHandoff("code");
     clock.settle();
-    account->activateFromMacHandoff("code");
+    starting->activateFromMacHandoff("code");
     clock.settle();
     transport.at(1).respond(400, R"({"error":"Used."})");
     transport.at(0).respond(200, sessionJson("t1"));
@@ -254,25 +254,25 @@ TEST_F(AccountSignInTest, ACodeThatComesTwiceDoesNotStopItsFirstExchange) {
 }
 
 TEST_F(AccountSignInTest, AnAwaitedHandoffTellsItsOutcome) {
-    const Outcome good(account->exchangeHandoff("a"));
+    const Outcome good(starting->exchangeHandoff("a"));
     answerLast(200, sessionJson("t1"));
     EXPECT_TRUE(good.value());
-    const Outcome dead(account->exchangeHandoff("b"));
+    const Outcome dead(starting->exchangeHandoff("b"));
     answerLast(200, R"({"signedIn":false,"email":"","token":""})");
     EXPECT_FALSE(dead.value());
-    const Outcome refused(account->exchangeHandoff("c"));
+    const Outcome refused(starting->exchangeHandoff("c"));
     answerLast(400, R"({"error":"Used."})");
     EXPECT_EQ(refused.message(), u"Used.");
-    const Outcome blank(account->exchangeHandoff(" "));
+    const Outcome blank(starting->exchangeHandoff(" "));
     EXPECT_EQ(blank.message(), u"Sign-in did not return a session.");
     EXPECT_EQ(account->sessionToken(), u"t1");
 }
 
 TEST_F(AccountSignInTest, DestroyingTheAccountEndsAHandoff) {
-    account->activateFromMacHandoff("code");
+    starting->activateFromMacHandoff("code");
     clock.settle();
-    const Outcome awaited(account->exchangeHandoff("other"));
-    account.reset();
+    const Outcome awaited(starting->exchangeHandoff("other"));
+    destroyAccount();
     transport.at(0).respond(200, sessionJson("t1"));
     transport.at(1).respond(200, sessionJson("t1"));
     clock.settle();
@@ -282,10 +282,10 @@ TEST_F(AccountSignInTest, DestroyingTheAccountEndsAHandoff) {
 }
 
 TEST_F(AccountSignInTest, DestroyingTheAccountBeforeTheMenuOpensIsSafe) {
-    account->activateFromMacHandoff("code");
+    starting->activateFromMacHandoff("code");
     clock.settle();
     answerLast(200, sessionJson("t1"));
-    account.reset();
+    destroyAccount();
     clock.advance(1s);
     EXPECT_EQ(events, QStringList({"reveal", "activate"}));
 }

@@ -51,7 +51,7 @@ TEST_F(PreferredModelTest, AChoiceIsStoredAndSentWithTheAccount) {
     EXPECT_EQ(transport.last().request().body, R"({"preferredModel":"deepseek/deepseek-chat"})");
     answerLast(200, sessionJson("other", R"(,"firstName":"Other")"));
     EXPECT_EQ(account->sessionToken(), u"t1") << "the session that comes back is dropped";
-    EXPECT_EQ(account->firstName(), u"");
+    EXPECT_EQ(account->profile().firstName, u"");
 }
 
 TEST_F(PreferredModelTest, AChoiceThatIsNotInTheCatalogueIsAuto) {
@@ -118,7 +118,7 @@ TEST_F(PreferredModelTest, AChoiceOfAutoStandsAgainstLaterSessions) {
 
 TEST_F(PreferredModelTest, AModelOutlivesItsAccount) {
     signIn();
-    account.reset();
+    destroyAccount();
     model.selectPreferredAIModel("openai/o3-mini");
     clock.settle();
     EXPECT_EQ(transport.count(), 0u);

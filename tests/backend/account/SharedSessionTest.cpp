@@ -22,7 +22,7 @@ class SharedSessionTest : public AccountFixture {
     }
     // Calls the backend with the token it is given, as the turns of a conversation do.
     Outcome<Session> callOf(AccountSession& session) {
-        return Outcome(session.withFreshSessionToken([this](const QString& token) {
+        return Outcome(session.tokens().withFreshSessionToken([this](const QString& token) {
             return api.updateProfile(token, "f", "l", "u", stop.get_token());
         }));
     }
@@ -36,6 +36,8 @@ class SharedSessionTest : public AccountFixture {
     std::stop_source stop;
     std::unique_ptr<AccountSession> other =
         std::make_unique<AccountSession>(api, defaults, paths, clock, model);
+    std::unique_ptr<AccountSignIn> otherStarting =
+        std::make_unique<AccountSignIn>(*other, api, clock);
 };
 
 TEST_F(SharedSessionTest, TheSecondWaitsForTheRefreshOfTheFirstAndTakesItsTokens) {
@@ -123,7 +125,7 @@ TEST_F(SharedSessionTest, ARefreshDoesNotReplaceASignInOfTheOther) {
     const auto outcome = callOf(*account);
     answerLast(401, "{}");
     const ScriptedExchange refresh = transport.last();
-    const Outcome handoff(other->exchangeHandoff("c"));
+    const Outcome handoff(otherStarting->exchangeHandoff("c"));
     answerLast(200, sessionJson("t7", R"(,"refreshToken":"r7")"));
     refresh.respond(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
     clock.settle();
@@ -133,9 +135,9 @@ TEST_F(SharedSessionTest, ARefreshDoesNotReplaceASignInOfTheOther) {
 }
 
 TEST_F(SharedSessionTest, AProfileIsNotSavedIntoTheSessionOfAnotherUser) {
-    const Outcome saving(account->updateProfile("Ada", "Lovelace", "ada"));
+    const Outcome saving(profileForm->updateProfile("Ada", "Lovelace", "ada"));
     const ScriptedExchange update = transport.last();
-    const Outcome handoff(other->exchangeHandoff("c"));
+    const Outcome handoff(otherStarting->exchangeHandoff("c"));
     answerLast(200, R"({"signedIn":true,"email":"bob@example.org","token":"t7",)"
                     R"("refreshToken":"r7","firstName":"Bob"})");
     update.respond(200, sessionJson("t1", R"(,"firstName":"Ada")"));
@@ -145,40 +147,40 @@ TEST_F(SharedSessionTest, AProfileIsNotSavedIntoTheSessionOfAnotherUser) {
     EXPECT_EQ(stored("email"), u"bob@example.org");
     EXPECT_EQ(stored("firstName"), u"Bob");
     EXPECT_EQ(account->sessionToken(), u"t7");
-    EXPECT_EQ(account->displayName(), u"Bob");
-    EXPECT_FALSE(account->isSavingProfile());
+    EXPECT_EQ(account->profile().displayName(), u"Bob");
+    EXPECT_FALSE(profileForm->isSaving());
 }
 
 TEST_F(SharedSessionTest, AProfileIsSavedBesideTheTokensThatTheOtherRefreshed) {
-    const Outcome refresh(other->refreshAccessTokenIfNeeded());
+    const Outcome refresh(other->tokens().refreshAccessTokenIfNeeded());
     answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
-    const Outcome saving(account->updateProfile("Ada", "Lovelace", "ada"));
+    const Outcome saving(profileForm->updateProfile("Ada", "Lovelace", "ada"));
     answerLast(200, sessionJson("t1", R"(,"firstName":"Ada")"));
     EXPECT_TRUE(saving.value());
     EXPECT_EQ(stored("token"), u"t2");
     EXPECT_EQ(stored("refreshToken"), u"r2");
     EXPECT_EQ(stored("lastName"), u"Lovelace");
     EXPECT_EQ(account->sessionToken(), u"t2");
-    EXPECT_EQ(account->displayName(), u"Ada Lovelace");
+    EXPECT_EQ(account->profile().displayName(), u"Ada Lovelace");
 }
 
 TEST_F(SharedSessionTest, ANewEmailIsSavedBesideTheTokensThatTheOtherRefreshed) {
-    const Outcome refresh(other->refreshAccessTokenIfNeeded());
+    const Outcome refresh(other->tokens().refreshAccessTokenIfNeeded());
     answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
-    const Outcome saving(account->updatePrivacy("new@example.org", "old", ""));
+    const Outcome saving(privacyForm->updatePrivacy("new@example.org", "old", ""));
     answerLast(200, R"({"signedIn":true,"email":"new@example.org","token":"t3"})");
     EXPECT_TRUE(saving.value());
     EXPECT_EQ(stored("token"), u"t2") << "which belongs to the refresh token";
     EXPECT_EQ(stored("refreshToken"), u"r2");
     EXPECT_EQ(stored("email"), u"new@example.org");
-    EXPECT_EQ(account->email(), u"new@example.org");
+    EXPECT_EQ(account->profile().email, u"new@example.org");
     EXPECT_EQ(account->sessionToken(), u"t2");
 }
 
 TEST_F(SharedSessionTest, ANewEmailIsNotSavedIntoTheSessionOfAnotherUser) {
-    const Outcome saving(account->updatePrivacy("new@example.org", "old", ""));
+    const Outcome saving(privacyForm->updatePrivacy("new@example.org", "old", ""));
     const ScriptedExchange update = transport.last();
-    const Outcome handoff(other->exchangeHandoff("c"));
+    const Outcome handoff(otherStarting->exchangeHandoff("c"));
     answerLast(200, R"({"signedIn":true,"email":"bob@example.org","token":"t7",)"
                     R"("refreshToken":"r7"})");
     update.respond(200, R"({"signedIn":true,"email":"new@example.org","token":"t3"})");
@@ -186,11 +188,11 @@ TEST_F(SharedSessionTest, ANewEmailIsNotSavedIntoTheSessionOfAnotherUser) {
     EXPECT_EQ(stored("token"), u"t7");
     EXPECT_EQ(stored("refreshToken"), u"r7");
     EXPECT_EQ(stored("email"), u"bob@example.org");
-    EXPECT_EQ(account->email(), u"bob@example.org");
+    EXPECT_EQ(account->profile().email, u"bob@example.org");
 }
 
 TEST_F(SharedSessionTest, AProfileDoesNotUndoASignOutOfTheOther) {
-    const Outcome saving(account->updateProfile("Ada", "Lovelace", "ada"));
+    const Outcome saving(profileForm->updateProfile("Ada", "Lovelace", "ada"));
     const ScriptedExchange update = transport.last();
     other->signOut();
     update.respond(200, sessionJson("t1", R"(,"firstName":"Ada")"));
@@ -199,7 +201,7 @@ TEST_F(SharedSessionTest, AProfileDoesNotUndoASignOutOfTheOther) {
     EXPECT_EQ(stored("email"), u"(none)");
     EXPECT_EQ(stored("firstName"), u"(none)");
     EXPECT_FALSE(account->signedIn());
-    EXPECT_FALSE(account->isSavingProfile());
+    EXPECT_FALSE(profileForm->isSaving());
 }
 
 } // namespace

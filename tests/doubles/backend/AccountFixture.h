@@ -1,7 +1,10 @@
 #pragma once
 
 #include "backend/account/AccountSession.h"
+#include "backend/account/AccountSignIn.h"
 #include "backend/account/PreferredModel.h"
+#include "backend/account/PrivacyForm.h"
+#include "backend/account/ProfileForm.h"
 #include "backend/api/VorqAPIService.h"
 #include "doubles/backend/Awaiting.h"
 #include "doubles/backend/ScriptedTransport.h"
@@ -41,6 +44,13 @@ class AccountFixture : public testing::Test {
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(image);
     }
+    /// As the program ends.
+    void destroyAccount() {
+        privacyForm.reset();
+        profileForm.reset();
+        starting.reset();
+        account.reset();
+    }
     void answerLast(int status, const QByteArray& body) {
         transport.last().respond(status, body);
         clock.settle();
@@ -54,6 +64,9 @@ class AccountFixture : public testing::Test {
     PreferredModel model{api, defaults};
     std::unique_ptr<AccountSession> account =
         std::make_unique<AccountSession>(api, defaults, paths, clock, model);
+    std::unique_ptr<AccountSignIn> starting = std::make_unique<AccountSignIn>(*account, api, clock);
+    std::unique_ptr<ProfileForm> profileForm = std::make_unique<ProfileForm>(*account, api);
+    std::unique_ptr<PrivacyForm> privacyForm = std::make_unique<PrivacyForm>(*account, api);
 };
 
 } // namespace vorq

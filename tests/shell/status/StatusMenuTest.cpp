@@ -63,7 +63,7 @@ class StatusMenuTest : public ConversationFixture {
 };
 
 TEST_F(StatusMenuTest, SaysWhoIsSignedIn) {
-    const QString name = state().account().displayName();
+    const QString name = state().account().profile().displayName();
     EXPECT_THAT(texts(m_menu),
                 ElementsAre("Signed in as " + name, "-", "Toggle Vorq", "Save Chat to Notes",
                             "Clear Chat", "-", "Customize Vorq", "Accessibility: Disabled",

@@ -7,11 +7,11 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using Kind = ServiceError::Kind;
 
-class AccountRefreshTest : public AccountFixture {
+class SessionTokensTest : public AccountFixture {
   protected:
     // Calls the backend with the token it is given, as the turns of a conversation do.
     Outcome<Session> call() {
-        return Outcome(account->withFreshSessionToken(
+        return Outcome(account->tokens().withFreshSessionToken(
             [this](const QString& token) {
                 return api.updateProfile(token, "f", "l", "u", stop.get_token());
             },
@@ -24,16 +24,16 @@ class AccountRefreshTest : public AccountFixture {
     std::stop_source stop;
 };
 
-TEST_F(AccountRefreshTest, AMissingRefreshTokenIsFailureWithoutACall) {
-    EXPECT_EQ(Outcome(account->refreshAccessTokenIfNeeded()).value(), false);
+TEST_F(SessionTokensTest, AMissingRefreshTokenIsFailureWithoutACall) {
+    EXPECT_EQ(Outcome(account->tokens().refreshAccessTokenIfNeeded()).value(), false);
     storeSession("t1", "");
-    EXPECT_EQ(Outcome(account->refreshAccessTokenIfNeeded()).value(), false);
+    EXPECT_EQ(Outcome(account->tokens().refreshAccessTokenIfNeeded()).value(), false);
     EXPECT_EQ(transport.count(), 0u);
 }
 
-TEST_F(AccountRefreshTest, NewTokensAreApplied) {
+TEST_F(SessionTokensTest, NewTokensAreApplied) {
     signIn();
-    const Outcome outcome(account->refreshAccessTokenIfNeeded());
+    const Outcome outcome(account->tokens().refreshAccessTokenIfNeeded());
     answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
     EXPECT_TRUE(outcome.value());
     EXPECT_EQ(account->sessionToken(), u"t2");
@@ -41,10 +41,10 @@ TEST_F(AccountRefreshTest, NewTokensAreApplied) {
     EXPECT_EQ(stored("refreshToken"), u"r2");
 }
 
-TEST_F(AccountRefreshTest, AnyErrorIsFailureAndChangesNothing) {
+TEST_F(SessionTokensTest, AnyErrorIsFailureAndChangesNothing) {
     signIn();
     for (int round = 0; round < 3; ++round) {
-        const Outcome outcome(account->refreshAccessTokenIfNeeded());
+        const Outcome outcome(account->tokens().refreshAccessTokenIfNeeded());
         if (round == 0) transport.last().fail("refused");
         if (round == 1) transport.last().respond(401, "{}");
         if (round == 2) transport.last().respond(200, "<html>");
@@ -55,18 +55,18 @@ TEST_F(AccountRefreshTest, AnyErrorIsFailureAndChangesNothing) {
     }
 }
 
-TEST_F(AccountRefreshTest, ASessionThatIsNotLiveIsFailure) {
+TEST_F(SessionTokensTest, ASessionThatIsNotLiveIsFailure) {
     signIn();
     for (const char* body : {R"({"signedIn":false,"email":"e","token":"t2"})",
                              R"({"signedIn":true,"email":"e","token":""})"}) {
-        const Outcome outcome(account->refreshAccessTokenIfNeeded());
+        const Outcome outcome(account->tokens().refreshAccessTokenIfNeeded());
         answerLast(200, body);
         EXPECT_FALSE(outcome.value()) << body;
         EXPECT_EQ(account->sessionToken(), u"t1");
     }
 }
 
-TEST_F(AccountRefreshTest, ATokenThatCouldNotBeReplacedIsNotSpent) {
+TEST_F(SessionTokensTest, ATokenThatCouldNotBeReplacedIsNotSpent) {
     signIn();
     defaults.fixed = "Permission denied";
     const auto refused = call();
@@ -85,9 +85,9 @@ TEST_F(AccountRefreshTest, ATokenThatCouldNotBeReplacedIsNotSpent) {
     EXPECT_EQ(bearer(3), "Bearer t2");
 }
 
-TEST_F(AccountRefreshTest, AResponseWithoutARefreshTokenErasesTheStoredOne) {
+TEST_F(SessionTokensTest, AResponseWithoutARefreshTokenErasesTheStoredOne) {
     signIn();
-    const Outcome outcome(account->refreshAccessTokenIfNeeded());
+    const Outcome outcome(account->tokens().refreshAccessTokenIfNeeded());
     answerLast(200, sessionJson("t2"));
     EXPECT_TRUE(outcome.value());
     EXPECT_EQ(stored("refreshToken"), u"");
@@ -96,24 +96,24 @@ TEST_F(AccountRefreshTest, AResponseWithoutARefreshTokenErasesTheStoredOne) {
     answerLast(401, "{}");
     EXPECT_EQ(next.serviceError(), Kind::NotSignedIn);
     EXPECT_FALSE(account->signedIn());
-    EXPECT_EQ(account->authError(), u"Your session expired. Sign in again.");
+    EXPECT_EQ(starting->authError(), u"Your session expired. Sign in again.");
 }
 
-TEST_F(AccountRefreshTest, OverlappingRefreshesShareOneCall) {
+TEST_F(SessionTokensTest, OverlappingRefreshesShareOneCall) {
     signIn();
-    const Outcome first(account->refreshAccessTokenIfNeeded());
-    const Outcome second(account->refreshAccessTokenIfNeeded());
+    const Outcome first(account->tokens().refreshAccessTokenIfNeeded());
+    const Outcome second(account->tokens().refreshAccessTokenIfNeeded());
     EXPECT_EQ(transport.count(), 1u) << "a refresh token may be good for one call only";
     answerLast(200, sessionJson("t2", R"(,"refreshToken":"r2")"));
     EXPECT_TRUE(first.value());
     EXPECT_TRUE(second.value());
-    const Outcome third(account->refreshAccessTokenIfNeeded());
+    const Outcome third(account->tokens().refreshAccessTokenIfNeeded());
     EXPECT_EQ(transport.last().json().value("refreshToken"), u"r2"_s);
 }
 
-TEST_F(AccountRefreshTest, StoppingAWaitLosesNoTokens) {
+TEST_F(SessionTokensTest, StoppingAWaitLosesNoTokens) {
     signIn();
-    const Outcome stopped(account->refreshAccessTokenIfNeeded(stop.get_token()));
+    const Outcome stopped(account->tokens().refreshAccessTokenIfNeeded(stop.get_token()));
     stop.request_stop();
     clock.settle();
     EXPECT_FALSE(stopped.value());
@@ -123,30 +123,30 @@ TEST_F(AccountRefreshTest, StoppingAWaitLosesNoTokens) {
     EXPECT_EQ(account->sessionToken(), u"t2");
 }
 
-TEST_F(AccountRefreshTest, SettlesWhenTheRefreshHasEnded) {
-    EXPECT_TRUE(Outcome(account->refreshSettled()).ended());
+TEST_F(SessionTokensTest, SettlesWhenTheRefreshHasEnded) {
+    EXPECT_TRUE(Outcome(account->tokens().refreshSettled()).ended());
     storeSession("t1", "r1");
     account->restoreSession();
     clock.settle();
-    const Outcome settled(account->refreshSettled());
+    const Outcome settled(account->tokens().refreshSettled());
     clock.settle();
     EXPECT_FALSE(settled.ended());
     answerLast(200, sessionJson("t2"));
     EXPECT_TRUE(settled.ended());
 }
 
-TEST_F(AccountRefreshTest, ARefreshOfTheLaunchDoesNotBeginAsTheProgramEnds) {
+TEST_F(SessionTokensTest, ARefreshOfTheLaunchDoesNotBeginAsTheProgramEnds) {
     storeSession("t1", "r1");
     account->restoreSession();
-    EXPECT_TRUE(Outcome(account->refreshSettled()).ended());
+    EXPECT_TRUE(Outcome(account->tokens().refreshSettled()).ended());
     clock.settle();
     EXPECT_EQ(transport.count(), 0u);
     EXPECT_EQ(stored("refreshToken"), u"r1");
 }
 
-TEST_F(AccountRefreshTest, SigningOutDropsARefreshThatIsUnderWay) {
+TEST_F(SessionTokensTest, SigningOutDropsARefreshThatIsUnderWay) {
     signIn();
-    const Outcome outcome(account->refreshAccessTokenIfNeeded());
+    const Outcome outcome(account->tokens().refreshAccessTokenIfNeeded());
     account->signOut();
     transport.at(0).respond(200, sessionJson("t2"));
     clock.settle();
@@ -155,9 +155,9 @@ TEST_F(AccountRefreshTest, SigningOutDropsARefreshThatIsUnderWay) {
     EXPECT_EQ(stored("token"), u"(none)");
 }
 
-TEST_F(AccountRefreshTest, TokensThatAnotherProgramRefreshedAreTaken) {
+TEST_F(SessionTokensTest, TokensThatAnotherProgramRefreshedAreTaken) {
     signIn();
-    const Outcome outcome(account->refreshAccessTokenIfNeeded());
+    const Outcome outcome(account->tokens().refreshAccessTokenIfNeeded());
     storeSession("t9", "r9");
     answerLast(401, "{}");
     EXPECT_TRUE(outcome.value());
@@ -165,11 +165,11 @@ TEST_F(AccountRefreshTest, TokensThatAnotherProgramRefreshedAreTaken) {
     EXPECT_EQ(stored("refreshToken"), u"r9");
 }
 
-TEST_F(AccountRefreshTest, DestroyingTheAccountEndsARefresh) {
+TEST_F(SessionTokensTest, DestroyingTheAccountEndsARefresh) {
     signIn();
-    const Outcome outcome(account->refreshAccessTokenIfNeeded());
-    const Outcome settled(account->refreshSettled());
-    account.reset();
+    const Outcome outcome(account->tokens().refreshAccessTokenIfNeeded());
+    const Outcome settled(account->tokens().refreshSettled());
+    destroyAccount();
     EXPECT_TRUE(transport.last().isAbandoned());
     clock.settle();
     EXPECT_FALSE(outcome.value());
@@ -177,7 +177,7 @@ TEST_F(AccountRefreshTest, DestroyingTheAccountEndsARefresh) {
     EXPECT_EQ(stored("token"), u"t1");
 }
 
-TEST_F(AccountRefreshTest, ACallThatSucceedsIsMadeOnce) {
+TEST_F(SessionTokensTest, ACallThatSucceedsIsMadeOnce) {
     signIn();
     const auto outcome = call();
     EXPECT_EQ(bearer(0), "Bearer t1");
@@ -186,7 +186,7 @@ TEST_F(AccountRefreshTest, ACallThatSucceedsIsMadeOnce) {
     EXPECT_EQ(transport.count(), 1u);
 }
 
-TEST_F(AccountRefreshTest, AnotherFailureOfACallIsGivenOn) {
+TEST_F(SessionTokensTest, AnotherFailureOfACallIsGivenOn) {
     signIn();
     const auto outcome = call();
     answerLast(500, R"({"error":"Down."})");
@@ -195,7 +195,7 @@ TEST_F(AccountRefreshTest, AnotherFailureOfACallIsGivenOn) {
     EXPECT_EQ(transport.count(), 1u);
 }
 
-TEST_F(AccountRefreshTest, ARefusedCallIsRepeatedWithANewToken) {
+TEST_F(SessionTokensTest, ARefusedCallIsRepeatedWithANewToken) {
     signIn();
     const auto outcome = call();
     answerLast(401, "{}");
@@ -206,18 +206,18 @@ TEST_F(AccountRefreshTest, ARefusedCallIsRepeatedWithANewToken) {
     EXPECT_EQ(outcome.value().token, u"x");
 }
 
-TEST_F(AccountRefreshTest, ARefusedCallWithoutRefreshExpiresTheSession) {
+TEST_F(SessionTokensTest, ARefusedCallWithoutRefreshExpiresTheSession) {
     signIn();
     const auto outcome = call();
     answerLast(401, "{}");
     answerLast(401, "{}");
     EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
     EXPECT_FALSE(account->signedIn());
-    EXPECT_EQ(account->authError(), u"Your session expired. Sign in again.");
+    EXPECT_EQ(starting->authError(), u"Your session expired. Sign in again.");
     EXPECT_EQ(transport.count(), 2u);
 }
 
-TEST_F(AccountRefreshTest, APassingFailureOfTheRefreshKeepsTheSessionAndSaysItsSentence) {
+TEST_F(SessionTokensTest, APassingFailureOfTheRefreshKeepsTheSessionAndSaysItsSentence) {
     signIn();
     const auto refusals = {std::pair{429, u"Too many attempts."_s}, std::pair{503, u"Busy."_s},
                            std::pair{500, u"Broken."_s}, std::pair{403, u"Not from here."_s}};
@@ -229,11 +229,11 @@ TEST_F(AccountRefreshTest, APassingFailureOfTheRefreshKeepsTheSessionAndSaysItsS
         EXPECT_EQ(outcome.message(), sentence);
         EXPECT_TRUE(account->signedIn()) << status;
         EXPECT_EQ(stored("refreshToken"), u"r1") << status;
-        EXPECT_EQ(account->authError(), u"") << status;
+        EXPECT_EQ(starting->authError(), u"") << status;
     }
 }
 
-TEST_F(AccountRefreshTest, ARefreshThatDoesNotGetThroughKeepsTheSession) {
+TEST_F(SessionTokensTest, ARefreshThatDoesNotGetThroughKeepsTheSession) {
     signIn();
     for (const bool isTimeOut : {false, true}) {
         const auto outcome = call();
@@ -250,7 +250,7 @@ TEST_F(AccountRefreshTest, ARefreshThatDoesNotGetThroughKeepsTheSession) {
     }
 }
 
-TEST_F(AccountRefreshTest, AWebPageInPlaceOfNewTokensKeepsTheSession) {
+TEST_F(SessionTokensTest, AWebPageInPlaceOfNewTokensKeepsTheSession) {
     signIn();
     const auto outcome = call();
     answerLast(401, "{}");
@@ -260,7 +260,7 @@ TEST_F(AccountRefreshTest, AWebPageInPlaceOfNewTokensKeepsTheSession) {
     EXPECT_TRUE(account->signedIn());
 }
 
-TEST_F(AccountRefreshTest, ARefreshThatIsToBeTriedAgainIsUntilItSucceeds) {
+TEST_F(SessionTokensTest, ARefreshThatIsToBeTriedAgainIsUntilItSucceeds) {
     signIn();
     const auto outcome = call();
     answerLast(401, "{}");
@@ -277,7 +277,7 @@ TEST_F(AccountRefreshTest, ARefreshThatIsToBeTriedAgainIsUntilItSucceeds) {
     EXPECT_TRUE(outcome.succeeded());
 }
 
-TEST_F(AccountRefreshTest, TryingAgainEndsWithTheSentenceAndKeepsTheSession) {
+TEST_F(SessionTokensTest, TryingAgainEndsWithTheSentenceAndKeepsTheSession) {
     signIn();
     const auto outcome = call();
     answerLast(401, "{}");
@@ -290,17 +290,17 @@ TEST_F(AccountRefreshTest, TryingAgainEndsWithTheSentenceAndKeepsTheSession) {
     EXPECT_LT(clock.now(), 20s);
 }
 
-TEST_F(AccountRefreshTest, AProgramThatEndsDoesNotWaitForTheNextTry) {
+TEST_F(SessionTokensTest, AProgramThatEndsDoesNotWaitForTheNextTry) {
     signIn();
-    const Outcome refresh(account->refreshAccessTokenIfNeeded());
+    const Outcome refresh(account->tokens().refreshAccessTokenIfNeeded());
     answerLast(409, "{}");
-    const Outcome settled(account->refreshSettled());
+    const Outcome settled(account->tokens().refreshSettled());
     clock.settle();
     EXPECT_TRUE(settled.ended());
     EXPECT_FALSE(refresh.ended());
 }
 
-TEST_F(AccountRefreshTest, ACallRefusedTwiceExpiresTheSession) {
+TEST_F(SessionTokensTest, ACallRefusedTwiceExpiresTheSession) {
     signIn();
     const auto outcome = call();
     answerLast(401, "{}");
@@ -311,7 +311,7 @@ TEST_F(AccountRefreshTest, ACallRefusedTwiceExpiresTheSession) {
     EXPECT_EQ(transport.count(), 3u);
 }
 
-TEST_F(AccountRefreshTest, ASecondFailureOfAnotherKindIsGivenOn) {
+TEST_F(SessionTokensTest, ASecondFailureOfAnotherKindIsGivenOn) {
     signIn();
     const auto outcome = call();
     answerLast(401, "{}");
@@ -321,20 +321,20 @@ TEST_F(AccountRefreshTest, ASecondFailureOfAnotherKindIsGivenOn) {
     EXPECT_TRUE(account->signedIn());
 }
 
-TEST_F(AccountRefreshTest, ACallWhileSignedOutAsksForSigningIn) {
-    const Outcome outcome(account->withFreshSessionToken(
+TEST_F(SessionTokensTest, ACallWhileSignedOutAsksForSigningIn) {
+    const Outcome outcome(account->tokens().withFreshSessionToken(
         [this](const QString& token) { return api.flashcards(token, "x", {}); }));
     clock.settle();
     EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
-    EXPECT_EQ(account->authError(), u"Your session expired. Sign in again.");
+    EXPECT_EQ(starting->authError(), u"Your session expired. Sign in again.");
     EXPECT_EQ(transport.count(), 0u);
 }
 
-TEST_F(AccountRefreshTest, ASessionBegunMeanwhileIsNotExpired) {
+TEST_F(SessionTokensTest, ASessionBegunMeanwhileIsNotExpired) {
     signIn();
     const auto outcome = call();
     answerLast(401, "{}");
-    const Outcome handoff(account->exchangeHandoff("c"));
+    const Outcome handoff(starting->exchangeHandoff("c"));
     answerLast(200, sessionJson("t5", R"(,"refreshToken":"r5")"));
     EXPECT_TRUE(handoff.value());
     transport.at(1).respond(401, "{}");
@@ -343,10 +343,10 @@ TEST_F(AccountRefreshTest, ASessionBegunMeanwhileIsNotExpired) {
     answerLast(200, sessionJson("x"));
     EXPECT_TRUE(outcome.succeeded());
     EXPECT_EQ(account->sessionToken(), u"t5");
-    EXPECT_EQ(account->authError(), u"");
+    EXPECT_EQ(starting->authError(), u"");
 }
 
-TEST_F(AccountRefreshTest, SigningOutDuringARefreshIsNoExpiry) {
+TEST_F(SessionTokensTest, SigningOutDuringARefreshIsNoExpiry) {
     signIn();
     const auto outcome = call();
     answerLast(401, "{}");
@@ -354,11 +354,11 @@ TEST_F(AccountRefreshTest, SigningOutDuringARefreshIsNoExpiry) {
     transport.at(1).respond(200, sessionJson("t2"));
     clock.settle();
     EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
-    EXPECT_EQ(account->authError(), u"");
+    EXPECT_EQ(starting->authError(), u"");
     EXPECT_FALSE(account->signedIn());
 }
 
-TEST_F(AccountRefreshTest, AStoppedCallIsNeitherRepeatedNorExpired) {
+TEST_F(SessionTokensTest, AStoppedCallIsNeitherRepeatedNorExpired) {
     signIn();
     const auto outcome = call();
     answerLast(401, "{}");
@@ -370,22 +370,22 @@ TEST_F(AccountRefreshTest, AStoppedCallIsNeitherRepeatedNorExpired) {
     EXPECT_EQ(transport.count(), 2u);
 }
 
-TEST_F(AccountRefreshTest, DestroyingTheAccountCancelsACall) {
+TEST_F(SessionTokensTest, DestroyingTheAccountCancelsACall) {
     signIn();
     const auto refreshing = call();
     answerLast(401, "{}");
     const auto calling = call();
-    account.reset();
+    destroyAccount();
     clock.settle();
     EXPECT_TRUE(refreshing.cancelled());
     answerLast(401, "{}");
     EXPECT_TRUE(calling.cancelled());
 }
 
-TEST_F(AccountRefreshTest, ARefreshOfAFormerSessionIsNotShared) {
+TEST_F(SessionTokensTest, ARefreshOfAFormerSessionIsNotShared) {
     signIn();
-    const Outcome former(account->refreshAccessTokenIfNeeded());
-    const Outcome handoff(account->exchangeHandoff("c"));
+    const Outcome former(account->tokens().refreshAccessTokenIfNeeded());
+    const Outcome handoff(starting->exchangeHandoff("c"));
     answerLast(200, sessionJson("t5", R"(,"refreshToken":"r5")"));
     const auto outcome = call();
     answerLast(401, "{}");
@@ -399,15 +399,15 @@ TEST_F(AccountRefreshTest, ARefreshOfAFormerSessionIsNotShared) {
     EXPECT_EQ(account->sessionToken(), u"t6");
 }
 
-TEST_F(AccountRefreshTest, SigningOutWhileTheNewTokensAreAppliedIsNoExpiry) {
+TEST_F(SessionTokensTest, SigningOutWhileTheNewTokensAreAppliedIsNoExpiry) {
     signIn();
-    const Outcome outcome(account->withFreshSessionToken(
+    const Outcome outcome(account->tokens().withFreshSessionToken(
         [this](const QString& token) { return api.flashcards(token, "text", stop.get_token()); },
         stop.get_token()));
     answerLast(401, "{}");
     // The waiter of the refresh hears of its end only on a later turn of the loop.
     QObject::connect(
-        account.get(), &AccountSession::emailChanged, account.get(),
+        account.get(), &AccountSession::profileChanged, account.get(),
         [this] {
             QMetaObject::invokeMethod(account.get(), &AccountSession::signOut,
                                       Qt::QueuedConnection);
@@ -416,7 +416,7 @@ TEST_F(AccountRefreshTest, SigningOutWhileTheNewTokensAreAppliedIsNoExpiry) {
     transport.last().respond(200, R"({"signedIn":true,"email":"new@example.org","token":"t2"})");
     clock.settle();
     EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
-    EXPECT_EQ(account->authError(), u"");
+    EXPECT_EQ(starting->authError(), u"");
     EXPECT_FALSE(account->signedIn());
 }
 

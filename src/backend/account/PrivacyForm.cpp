@@ -1,0 +1,62 @@
+#include "backend/account/PrivacyForm.h"
+
+#include "backend/account/AccountSession.h"
+#include "backend/api/Session.h"
+#include "backend/api/VorqAPIService.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
+
+namespace vorq {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr qsizetype shortestPassword = 8;
+
+// What is wrong with the fields as they stand, as a sentence.
+QString fieldProblem(const QString& email, const QString& currentPassword,
+                     const QString& newPassword) {
+    if (currentPassword.isEmpty()) return u"Current password is required."_s;
+    if (email.isEmpty() && newPassword.isEmpty())
+        return u"Enter a new email and/or a new password."_s;
+    if (!newPassword.isEmpty() && !graphemeCountAtLeast(newPassword, shortestPassword))
+        return u"New password must be at least 8 characters."_s;
+    return {};
+}
+
+} // namespace
+
+QCoro::Task<bool> PrivacyForm::updatePrivacy(QString email, QString currentPassword,
+                                             QString newPassword, std::stop_token stop) {
+    const QPointer<PrivacyForm> self(this);
+    const QString address = trimmed(email).toString().toLower();
+    QString problem = fieldProblem(address, currentPassword, newPassword);
+    if (!problem.isEmpty()) co_return refuse(problem);
+    begin();
+    if (!hasSession()) {
+        if (address.isEmpty()) co_return end(u"Sign in is required to change your password."_s);
+        account().keepEmail(address);
+        co_return end({});
+    }
+
+    const quint64 number = account().tokens().sessionNumber();
+    const VorqSessionStore::Record former = account().record();
+    std::optional<Session> session;
+    try {
+        session =
+            co_await api().updatePrivacy(former.token, address, currentPassword, newPassword, stop);
+    } catch (const BackendError& error) {
+        problem = error.message();
+    }
+    if (!self || account().tokens().sessionNumber() != number) co_return false;
+    if (stop.stop_requested()) co_return end({}) && false;
+    if (session) {
+        VorqSessionStore::Record changed = former;
+        changed.email = session->email;
+        if (!session->token.isEmpty()) changed.token = session->token;
+        account().keepProfile(former, changed);
+    }
+    co_return end(problem);
+}
+
+} // namespace vorq

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "backend/account/AccountForm.h"
+
+#include <QCoroTask>
+
+#include <stop_token>
+
+namespace vorq {
+
+/// Changes the email address and the password of the account. Main thread only.
+class PrivacyForm final : public AccountForm {
+    Q_OBJECT
+
+  public:
+    /// Both must outlive the form.
+    PrivacyForm(AccountSession& account, VorqAPIService& api) : AccountForm(account, api) {}
+
+    /// Gives whether it was saved. Without a session only an email can be, on this machine. An
+    /// update whose session ends meanwhile is dropped.
+    QCoro::Task<bool> updatePrivacy(QString email, QString currentPassword, QString newPassword,
+                                    std::stop_token stop = {});
+};
+
+} // namespace vorq
