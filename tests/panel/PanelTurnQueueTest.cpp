@@ -4,16 +4,17 @@
 
 #include <gmock/gmock.h>
 
-#include <deque>
+#include <algorithm>
+#include <functional>
 #include <optional>
 #include <random>
+#include <utility>
 #include <vector>
 
 namespace vorq {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 // Turns are known by the number that is their prompt, and end by hand.
 class PanelTurnQueueTest : public testing::Test {
@@ -37,10 +38,14 @@ class PanelTurnQueueTest : public testing::Test {
     void start(const PanelTurn& turn) {
         const int number = std::get<PromptTurn>(turn).prompt.toInt();
         EXPECT_EQ(m_running, std::nullopt) << number << " was started beside it";
+        EXPECT_FALSE(std::exchange(m_isStarting, true)) << number << " was started within another";
         m_started.push_back(number);
         if (m_onStart) m_onStart(number);
         if (!m_isVain(number)) m_running = number;
+        m_isStarting = false;
     }
+
+    bool m_isStarting = false;
 };
 
 TEST_F(PanelTurnQueueTest, StartsATurnAtOnceWhileNoneIsUnderWay) {
