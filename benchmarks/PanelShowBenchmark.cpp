@@ -2,12 +2,12 @@
 // before as well, on the same desktop and by the same kind of key. Needs an X server with a window
 // manager; panel_show.py brings one up.
 
+#include "platform/linux/desktop/SystemClock.h"
 #include "platform/linux/x11/X11Compositor.h"
 #include "platform/linux/x11/X11OverlayHints.h"
 #include "platform/linux/x11/X11PressMonitor.h"
 #include "platform/linux/x11/X11Screens.h"
 #include "platform/linux/x11/X11Workspace.h"
-#include "platform/portable/SystemClock.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "shell/notices/ShellNotifications.h"
 #include "shell/window/PanelWindowController.h"

@@ -49,7 +49,7 @@ SOURCE_ROOMS = {
     "capture/source": ["platform"],
     "capture/selection": ["capture/source"],
     "capture/placement": ["capture/selection"],
-    "capture/notes": ["capture/placement", "library/notes"],
+    "capture/notes": ["capture/placement", "library/notes", "platform/portable"],
     "capture/attachments": ["capture/selection", "library/notes"],
     "conversation": ["backend/account", "capture/*"],
     "areas": ["conversation"],
@@ -72,8 +72,9 @@ SOURCE_ROOMS = {
     "ui/theme": [],
     "app/cli": ["core"],
     "app/instance": ["app/cli"],
-    "app/desktop": ["app/instance", "ui/bindings", "platform/linux"],
-    "app": ["app/desktop"],
+    "app/desktop": ["app/instance", "ui/bindings"],
+    "app/linux": ["app/desktop", "platform/linux"],
+    "app": ["app/linux"],
 }
 GATEWAY_ROOMS = {
     "support": [],

@@ -7,17 +7,14 @@
 #include "app/cli/UnixSignals.h"
 #include "app/desktop/DesktopCommand.h"
 #include "app/desktop/LocalBackend.h"
+#include "app/linux/LinuxHostSystem.h"
 #include "backend/http/CurlTransport.h"
 #include "capture/selection/SelectionCapture.h"
 #include "core/VorqAppState.h"
+#include "platform/AppPaths.h"
 #include "platform/NotesBridge.h"
-#include "platform/linux/atspi/AtSpiSwitch.h"
-#include "platform/linux/desktop/XdgPaths.h"
-#include "platform/portable/SettingsFile.h"
-#include "platform/portable/SystemClock.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 
 #include <csignal>
 #include <fcntl.h>
@@ -33,6 +30,9 @@ constexpr std::chrono::milliseconds settleLimitAfterSignal{300};
 // The application as a command of the terminal needs it: no windows, no capture.
 class TerminalApplication {
   public:
+    /// The platform must outlive it.
+    explicit TerminalApplication(DesktopPlatform& platform) : m_platform(platform) {}
+
     [[nodiscard]] VorqAppState& state() { return m_state; }
     [[nodiscard]] Terminal& terminal() { return m_terminal; }
 
@@ -46,19 +46,18 @@ class TerminalApplication {
                          [](int status) { QCoreApplication::exit(status); });
         QMetaObject::invokeMethod(&command, start, Qt::QueuedConnection);
         const int status = QCoreApplication::exec();
-        settleSession(m_state.account().tokens(), m_clock,
+        settleSession(m_state.account().tokens(), m_platform.clock(),
                       status < signalExitBase ? settleLimit : settleLimitAfterSignal);
         return status;
     }
 
   private:
-    SystemClock m_clock;
-    XdgPaths m_paths;
-    SettingsFile m_defaults{settingsPath(m_paths)};
-    CurlTransport m_transport{m_clock};
+    DesktopPlatform& m_platform;
+    CurlTransport m_transport{m_platform.clock()};
     NoSelectionCapture m_capture;
     NoNotesBridge m_notes;
-    VorqAppState m_state{{m_clock, m_defaults, m_paths, m_transport, m_capture, m_notes}};
+    VorqAppState m_state{{m_platform.clock(), m_platform.defaults(), m_platform.paths(),
+                          m_transport, m_capture, m_notes}};
     Terminal m_terminal;
 };
 
@@ -75,8 +74,9 @@ class CommandRunner {
             Terminal().complain(question.error());
             return 1;
         }
-        return unwound([&question] {
-            TerminalApplication terminal;
+        return unwound([this, &question] {
+            const auto platform = m_system.makePlatform();
+            TerminalApplication terminal(*platform);
             AskCommand command(terminal.state(), terminal.terminal());
             return terminal.run(command, [&] { command.start(*question); });
         });
@@ -85,8 +85,9 @@ class CommandRunner {
     int operator()(const OpenArguments& arguments) const {
         if (const auto status = handToRunningInstance(arguments)) return *status;
         const QCoreApplication application(m_argc, m_argv);
-        return unwound([&arguments] {
-            TerminalApplication terminal;
+        return unwound([this, &arguments] {
+            const auto platform = m_system.makePlatform();
+            TerminalApplication terminal(*platform);
             OpenCommand command(terminal.state(), terminal.terminal());
             return terminal.run(command, [&] { command.start(arguments.url); });
         });
@@ -94,15 +95,17 @@ class CommandRunner {
 
     int operator()(const LibraryCommand& command) const {
         const QCoreApplication application(m_argc, m_argv);
-        SystemClock clock;
+        const auto platform = m_system.makePlatform();
         Terminal terminal;
-        return LibraryCommands(XdgPaths().applicationSupportFolder(), clock, terminal).run(command);
+        return LibraryCommands(platform->paths().applicationSupportFolder(), platform->clock(),
+                               terminal)
+            .run(command);
     }
 
     int operator()(const EnableAccessibility&) const {
         const QCoreApplication application(m_argc, m_argv);
         Terminal terminal;
-        const auto outcome = switchAccessibilityOn(QDBusConnection::sessionBus());
+        const auto outcome = m_system.enableAccessibility();
         if (!outcome) {
             terminal.complain(outcome.error());
             return 1;
@@ -116,11 +119,11 @@ class CommandRunner {
     int operator()(const SwitchBackend& command) const {
         const QCoreApplication application(m_argc, m_argv);
         Terminal terminal;
-        return switchBackend(command.isOn, terminal);
+        return switchBackend(*m_system.makePlatform(), command.isOn, terminal);
     }
 
     int operator()(const DesktopArguments& arguments) const {
-        return runDesktopCommand(m_argc, m_argv, arguments);
+        return runDesktopCommand(m_argc, m_argv, arguments, m_system);
     }
 
     int operator()(const ShowText& shown) const {
@@ -142,6 +145,7 @@ class CommandRunner {
 
     int& m_argc;
     char** m_argv;
+    LinuxHostSystem m_system;
 };
 
 // A closed standard descriptor would be given to the next file opened, and be written into.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/PortSupport.h"
 #include "platform/ProcessId.h"
 
 #include <QPointF>
@@ -8,10 +9,13 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
 #include <vector>
+
+class QObject;
 
 namespace vorq {
 
@@ -74,8 +78,20 @@ class Accessibility {
     Accessibility& operator=(const Accessibility&) = delete;
     virtual ~Accessibility() = default;
 
+    /// Whether applications can be read here at all, trusted or not, and why not.
+    [[nodiscard]] virtual PortSupport supported() const { return {}; }
+
+    // These three never wait, and may be called on any thread.
+
     /// Whether the user lets us read other applications. Never asks them.
     [[nodiscard]] virtual bool isTrusted() const = 0;
+
+    /// Calls back, on the thread of the context, when isTrusted() may have changed.
+    virtual void whenTrustChanges(QObject* context,
+                                  const std::function<void()>& callback) const = 0;
+
+    /// Has applications show us their windows, now and in later sessions. The user has agreed.
+    virtual void requestTrust() = 0;
 
     /// The root of an application. The token bounds every read of it and of what it leads to; so
     /// it is with the elements below.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/PortSupport.h"
+
 #include <QString>
 
 #include <expected>
@@ -18,7 +20,7 @@ class BackendAtLogin {
     virtual ~BackendAtLogin() = default;
 
     /// Whether there is such a backend to start; else why not.
-    [[nodiscard]] virtual Outcome offered() const = 0;
+    [[nodiscard]] virtual PortSupport supported() const = 0;
 
     [[nodiscard]] virtual bool isOn() const = 0;
 

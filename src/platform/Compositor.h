@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/PortSupport.h"
+
 #include <QObject>
 
 namespace vorq {
@@ -21,10 +23,23 @@ class Compositor : public QObject {
   public:
     using QObject::QObject;
 
+    /// Whether the desktop tells what it makes of them, and why not.
+    [[nodiscard]] virtual PortSupport supported() const { return {}; }
+
     [[nodiscard]] virtual Translucency translucency() const = 0;
 
   signals:
     void changed();
+};
+
+/// Nobody tells of it, so that windows count as translucent.
+class NoCompositor final : public Compositor {
+  public:
+    [[nodiscard]] PortSupport supported() const override {
+        return std::unexpected(
+            QStringLiteral("This desktop does not say how it puts windows together."));
+    }
+    [[nodiscard]] Translucency translucency() const override { return Translucency::Plain; }
 };
 
 } // namespace vorq

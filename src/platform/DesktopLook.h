@@ -1,5 +1,9 @@
 #pragma once
 
+#include "platform/PortSupport.h"
+
+#include <QObject>
+
 #include <optional>
 
 namespace vorq {
@@ -13,6 +17,22 @@ struct DesktopLook {
     std::optional<double> textScale = std::nullopt;
 
     bool operator==(const DesktopLook&) const = default;
+};
+
+/// Follows what the desktop wants. Main thread only; nothing waits.
+class DesktopAppearance : public QObject {
+    Q_OBJECT
+
+  public:
+    using QObject::QObject;
+
+    /// Whether the desktop says anything of it, and why not.
+    [[nodiscard]] virtual PortSupport supported() const { return {}; }
+
+    [[nodiscard]] virtual DesktopLook look() const = 0;
+
+  signals:
+    void changed();
 };
 
 } // namespace vorq

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/PortSupport.h"
+
 #include <QObject>
 
 #include <cstdint>
@@ -47,6 +49,9 @@ class GlobalHotKeys : public QObject {
 
     using QObject::QObject;
 
+    /// Whether a program can have hot keys here, and why not.
+    [[nodiscard]] virtual PortSupport supported() const { return {}; }
+
     /// Comes before any registration. Fails where a program cannot have hot keys.
     virtual Outcome installEventHandler() = 0;
 
@@ -63,6 +68,24 @@ class GlobalHotKeys : public QObject {
 
     /// With another layout of the keyboard, a chord was lost to another program or won.
     void availabilityChanged(vorq::HotKeyId id, bool isAvailable);
+};
+
+/// A session that gives no keys to programs.
+class NoHotKeys final : public GlobalHotKeys {
+  public:
+    /// No error of the system: there is nobody to ask.
+    static constexpr int status = -1;
+
+    [[nodiscard]] PortSupport supported() const override {
+        return std::unexpected(QStringLiteral("There is no desktop to register hot keys with."));
+    }
+    Outcome installEventHandler() override {
+        return std::unexpected(HotKeyFailure{.status = status});
+    }
+    Outcome registerHotKey(const HotKeyChord& /*chord*/, HotKeyId /*id*/) override {
+        return std::unexpected(HotKeyFailure{.status = status});
+    }
+    void unregisterHotKey(HotKeyId /*id*/) override {}
 };
 
 } // namespace vorq

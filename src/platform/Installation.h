@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/PortSupport.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -12,6 +14,9 @@ class Installation {
     Installation(const Installation&) = delete;
     Installation& operator=(const Installation&) = delete;
     virtual ~Installation() = default;
+
+    /// Whether it is known what files those are, and why not.
+    [[nodiscard]] virtual PortSupport supported() const { return {}; }
 
     /// Absolute, clean paths of all that makes this program appear among the user's applications,
     /// each once. Not all of it need be there.

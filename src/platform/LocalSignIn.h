@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/PortSupport.h"
+
 #include <QCoroTask>
 #include <QString>
 #include <QUrl>
@@ -17,6 +19,9 @@ class LocalSignIn {
     LocalSignIn(const LocalSignIn&) = delete;
     LocalSignIn& operator=(const LocalSignIn&) = delete;
     virtual ~LocalSignIn() = default;
+
+    /// Whether this computer can have a backend of its own, and why not.
+    [[nodiscard]] virtual PortSupport supported() const { return {}; }
 
     /// Asks for an address of ours that begins a session, once. The error is a sentence for the
     /// user. The object must outlive the wait.

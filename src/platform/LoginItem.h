@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/PortSupport.h"
+
 #include <QString>
 
 #include <expected>
@@ -13,6 +15,9 @@ class LoginItem {
     LoginItem(const LoginItem&) = delete;
     LoginItem& operator=(const LoginItem&) = delete;
     virtual ~LoginItem() = default;
+
+    /// Whether the desktop starts programs at login, and why not.
+    [[nodiscard]] virtual PortSupport supported() const { return {}; }
 
     /// Has the program started at login from now on, unless the user switched that off.
     virtual std::expected<void, QString> registerAtLogin() = 0;

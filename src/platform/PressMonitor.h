@@ -1,9 +1,10 @@
 #pragma once
 
+#include "platform/PortSupport.h"
+#include "platform/WindowId.h"
+
 #include <QObject>
 #include <QPointF>
-
-#include <cstdint>
 
 namespace vorq {
 
@@ -33,8 +34,8 @@ struct ScreenPress {
     PressedSurface surface = PressedSurface::Foreign;
     PressedButton button = PressedButton::Left;
     /// The window of ours, and the one that it is a dialog of; 0 for none.
-    std::uint64_t window = 0;
-    std::uint64_t parent = 0;
+    WindowId window = 0;
+    WindowId parent = 0;
 };
 
 /// Notices mouse presses, and what becomes of them, anywhere, without taking them from whom they
@@ -44,6 +45,9 @@ class PressMonitor : public QObject {
 
   public:
     using QObject::QObject;
+
+    /// Whether presses are told of wherever they are, and why not. Otherwise only some are.
+    [[nodiscard]] virtual PortSupport supported() const { return {}; }
 
     /// Presses are told of from start() to stop(); both may be repeated.
     virtual void start() = 0;
@@ -58,6 +62,17 @@ class PressMonitor : public QObject {
     void released();
     /// A program has begun to drag something that can be dropped on others.
     void dragBegan();
+};
+
+/// No press is ever told of.
+class NoPressMonitor final : public PressMonitor {
+  public:
+    [[nodiscard]] PortSupport supported() const override {
+        return std::unexpected(QStringLiteral("There is no desktop that tells of mouse presses."));
+    }
+    void start() override {}
+    void stop() override {}
+    void catchUp() override {}
 };
 
 } // namespace vorq

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/PortSupport.h"
 #include "platform/ProcessId.h"
+#include "platform/WindowId.h"
 
 #include <QString>
 
@@ -16,7 +18,7 @@ class PrimarySelection {
   public:
     /// One act of highlighting: two with the same value are the same one.
     struct Ownership {
-        std::uint64_t window = 0;
+        WindowId window = 0;
         std::uint64_t timestamp = 0;
 
         bool operator==(const Ownership&) const = default;
@@ -38,12 +40,28 @@ class PrimarySelection {
     PrimarySelection& operator=(const PrimarySelection&) = delete;
     virtual ~PrimarySelection() = default;
 
+    /// Whether all applications hand out what is highlighted, and why not.
+    [[nodiscard]] virtual PortSupport supported() const { return {}; }
+
     /// What the process highlighted; nothing if another one did so later, if it is of another
     /// window than the one that the process had in front last, if it is not text, or is too long.
     /// Blocks until it is read, at most until the token is stopped; for one thread at a time, not
     /// the main one.
     [[nodiscard]] virtual std::optional<Highlight> highlightOf(ProcessId process,
                                                                std::stop_token stop) = 0;
+};
+
+/// Nothing is handed out.
+class NoPrimarySelection final : public PrimarySelection {
+  public:
+    [[nodiscard]] PortSupport supported() const override {
+        return std::unexpected(
+            QStringLiteral("There is no desktop that hands out what is highlighted."));
+    }
+    [[nodiscard]] std::optional<Highlight> highlightOf(ProcessId /*process*/,
+                                                       std::stop_token /*stop*/) override {
+        return std::nullopt;
+    }
 };
 
 } // namespace vorq

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/PortSupport.h"
+#include "platform/WindowId.h"
+
 #include <QObject>
 #include <QPointF>
 #include <QRectF>
 #include <QString>
 
-#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -33,6 +35,9 @@ class Screens : public QObject {
   public:
     using QObject::QObject;
 
+    /// Whether pointer and windows are told of wherever they are, and why not.
+    [[nodiscard]] virtual PortSupport supported() const { return {}; }
+
     /// The primary screen first. Empty while no monitor is there.
     [[nodiscard]] virtual std::vector<Screen> screens() const = 0;
 
@@ -40,7 +45,7 @@ class Screens : public QObject {
 
     /// Where a window of any program stands. Nothing if it is gone, minimised or on another
     /// workspace.
-    [[nodiscard]] virtual std::optional<QRectF> windowFrame(std::uint64_t window) const = 0;
+    [[nodiscard]] virtual std::optional<QRectF> windowFrame(WindowId window) const = 0;
 
     /// The first screen that holds the point, else the fallback, else the primary one. Nothing
     /// without a screen.

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/PortSupport.h"
 #include "platform/ProcessId.h"
+#include "platform/WindowId.h"
 
 #include <QObject>
 #include <QString>
@@ -29,10 +31,10 @@ class Workspace : public QObject {
     Q_OBJECT
 
   public:
-    /// A window of any program, as the window system numbers it.
-    using WindowId = std::uint64_t;
-
     using QObject::QObject;
+
+    /// Whether the applications of the session are known, and why not.
+    [[nodiscard]] virtual PortSupport supported() const { return {}; }
 
     /// Whether it is known of every application when it is in front. Where it is not, none being in
     /// front may mean one that is not known, and the one before is no guess at it.
@@ -51,6 +53,10 @@ class Workspace : public QObject {
     /// The process that owns a window; nothing if the window is gone.
     [[nodiscard]] virtual std::optional<ProcessId> processOf(WindowId window) const = 0;
 
+    /// Whether the user has pressed a key or a mouse button since this was made, in whatever
+    /// program. False where it cannot be known.
+    [[nodiscard]] virtual bool wasUsed() { return false; }
+
     /// Asks for a window to be given the focus; one that is gone is left alone.
     virtual void activate(WindowId window) = 0;
 
@@ -62,6 +68,21 @@ class Workspace : public QObject {
     /// An application that is not known has come to the front, or there is none any more. Only
     /// where not all are known.
     void frontmostLost();
+};
+
+/// A session without applications.
+class NoWorkspace final : public Workspace {
+  public:
+    [[nodiscard]] PortSupport supported() const override {
+        return std::unexpected(QStringLiteral("There is no desktop that tells of applications."));
+    }
+    [[nodiscard]] std::optional<ProcessId> frontmostProcess() const override { return {}; }
+    [[nodiscard]] std::optional<WindowId> activeWindow() const override { return {}; }
+    [[nodiscard]] std::optional<RunningApplication> application(ProcessId) const override {
+        return {};
+    }
+    [[nodiscard]] std::optional<ProcessId> processOf(WindowId) const override { return {}; }
+    void activate(WindowId) override {}
 };
 
 } // namespace vorq

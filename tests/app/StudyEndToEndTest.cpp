@@ -6,8 +6,8 @@
 #include "doubles/capture/BlindCapture.h"
 #include "library/store/LibraryStore.h"
 #include "platform/NotesBridge.h"
+#include "platform/linux/desktop/SystemClock.h"
 #include "platform/portable/SettingsFile.h"
-#include "platform/portable/SystemClock.h"
 #include "platform/testing/TemporaryPaths.h"
 
 #include <QCoreApplication>

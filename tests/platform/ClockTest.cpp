@@ -1,5 +1,5 @@
 #include "platform/Clock.h"
-#include "platform/portable/SystemClock.h"
+#include "platform/linux/desktop/SystemClock.h"
 #include "platform/testing/ManualClock.h"
 #include "support/async/TaskSlot.h"
 

@@ -1,14 +1,14 @@
 #include "app/desktop/DeleteProgram.h"
 
 #include "app/desktop/LocalBackend.h"
-#include "platform/linux/desktop/XdgInstallation.h"
-#include "platform/linux/desktop/XdgLoginItem.h"
-#include "platform/linux/desktop/XdgPaths.h"
-#include "platform/portable/SettingsFile.h"
+#include "platform/AppPaths.h"
+#include "platform/Defaults.h"
+#include "platform/DesktopPlatform.h"
+#include "platform/Installation.h"
+#include "platform/LoginItem.h"
 #include "shell/application/Uninstaller.h"
 #include "shell/dialogs/AlertBox.h"
 
-#include <QCoreApplication>
 #include <QEventLoop>
 
 namespace vorq {
@@ -26,15 +26,10 @@ void tell(const QStringList& left) {
 
 } // namespace
 
-void deleteProgram() {
-    const XdgPaths paths;
-    SettingsFile settings(settingsPath(paths));
-    XdgLoginItem loginItem(settings, configurationFolder(paths),
-                           QCoreApplication::applicationFilePath());
-    const XdgInstallation installation(QCoreApplication::applicationFilePath(),
-                                       XdgInstallation::dataFolders(paths));
-    const auto backend = localBackend(paths);
-    const Uninstaller uninstaller({loginItem, *backend, installation, paths, settings});
+void deleteProgram(DesktopPlatform& platform) {
+    const auto backend = localBackend(platform);
+    const Uninstaller uninstaller({platform.loginItem(), *backend, platform.installation(),
+                                   platform.paths(), platform.defaults()});
     const QStringList left = uninstaller.uninstall();
     if (!left.isEmpty()) tell(left);
 }

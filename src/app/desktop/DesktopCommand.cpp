@@ -4,19 +4,14 @@
 #include "app/cli/Terminal.h"
 #include "app/desktop/DeleteProgram.h"
 #include "app/desktop/DesktopProgram.h"
+#include "app/desktop/HostSystem.h"
 #include "app/instance/ApplicationService.h"
 #include "app/instance/RunningInstance.h"
 #include "backend/account/SignInUrl.h"
-#include "platform/Workspace.h"
-#include "platform/linux/atspi/HangingBusGuard.h"
-#include "platform/linux/desktop/ProcessStart.h"
-#include "platform/linux/desktop/SessionKind.h"
-#include "platform/linux/x11/X11Connection.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QLockFile>
-#include <QProcessEnvironment>
 
 #include <utility>
 
@@ -56,46 +51,9 @@ bool canOpen(const QUrl& url) {
     return SignInUrl::handoffCode(url).has_value() || SignInUrl::isOAuthCallback(url);
 }
 
-// In a Wayland session the one that runs knows better: an X server knows its own windows only.
-std::optional<ProcessId> frontmostProcess() {
-    if (sessionKind() == SessionKind::Wayland) return std::nullopt;
-    const X11Connection server;
-    const auto active = server.numbers(server.root(), server.atom("_NET_ACTIVE_WINDOW"));
-    if (active.empty() || active.front() == 0) return std::nullopt;
-    return server.processOf(active.front());
-}
-
-// Qt ends a program that finds no screen by a crash.
-bool hasScreen() {
-    return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") ||
-           qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || X11Connection().isUsable();
-}
-
-// Chooses the X server of a Wayland session while an application object is made. Programs that are
-// started later choose for themselves.
-class XServerChoice {
-  public:
-    XServerChoice() {
-        const auto environment = QProcessEnvironment::systemEnvironment();
-        if (prefersXServer(environment, X11Connection().isUsable()))
-            m_isMade = qputenv(variable, "xcb");
-    }
-    ~XServerChoice() {
-        if (m_isMade) qunsetenv(variable);
-    }
-    XServerChoice(const XServerChoice&) = delete;
-    XServerChoice& operator=(const XServerChoice&) = delete;
-
-  private:
-    static constexpr const char* variable = "QT_QPA_PLATFORM";
-
-    bool m_isMade = false;
-};
-
 // Keeps a second Vorq from starting where there is no bus to find the first one by.
-QString lockPath() {
-    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    const QString folder = runtime.isEmpty() ? XdgPaths().settingsFolder() : runtime;
+QString lockPath(const HostSystem& system) {
+    const QString folder = system.lockFolder();
     QDir().mkpath(folder);
     return folder + QStringLiteral("/vorq.lock");
 }
@@ -105,31 +63,33 @@ struct Ending {
     bool isToBeDeleted = false;
 };
 
-Ending runProgram(ApplicationService& service, const DesktopArguments& arguments,
-                  const VerbSource& source) {
-    DesktopProgram program(service);
+Ending runProgram(const HostSystem& system, ApplicationService& service,
+                  const DesktopArguments& arguments, const VerbSource& source) {
+    const std::unique_ptr<DesktopPlatform> platform = system.makePlatform();
+    DesktopProgram program(service, *platform);
     const int status = program.run(arguments, source);
     return {status, program.isToBeDeleted()};
 }
 
-Ending runWithoutBus(ApplicationService& service, const DesktopArguments& arguments,
-                     const VerbSource& source) {
-    QLockFile lock(lockPath());
+Ending runWithoutBus(const HostSystem& system, ApplicationService& service,
+                     const DesktopArguments& arguments, const VerbSource& source) {
+    QLockFile lock(lockPath(system));
     lock.setStaleLockTime(0);
     if (!lock.tryLock() && lock.error() == QLockFile::LockFailedError)
         return {complain(QStringLiteral("Vorq is running already, and without a session bus it "
                                         "cannot be told anything."))};
     Terminal().complain(QStringLiteral("There is no session bus: Vorq runs, but commands and links "
                                        "cannot reach it."));
-    return runProgram(service, arguments, source);
+    return runProgram(system, service, arguments, source);
 }
 
 // Another start may have been faster; then it is the one that runs.
-Ending runAsInstance(const DesktopArguments& arguments, const VerbSource& source) {
+Ending runAsInstance(const HostSystem& system, const DesktopArguments& arguments,
+                     const VerbSource& source) {
     const QDBusConnection bus = QDBusConnection::sessionBus();
     ApplicationService service(bus);
-    if (service.claim()) return runProgram(service, arguments, source);
-    if (!bus.isConnected()) return runWithoutBus(service, arguments, source);
+    if (service.claim()) return runProgram(system, service, arguments, source);
+    if (!bus.isConnected()) return runWithoutBus(system, service, arguments, source);
     return {statusOf(RunningInstance(bus).handOver(arguments, source))};
 }
 
@@ -147,33 +107,33 @@ std::optional<int> handToRunningInstance(const OpenArguments& arguments) {
     return Terminal().print(outcome->toUtf8() + '\n') ? 0 : 1;
 }
 
-int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments) {
-    VerbSource source{.process = {}, .given = startOfThisProcess()};
-    std::optional<HangingBusGuard> guard;
+int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments,
+                      const HostSystem& system) {
+    VerbSource source{.process = {}, .given = system.startOfThisProcess()};
+    std::unique_ptr<ApplicationBirth> birth;
     {
         Courier courier;
         // Before anything else can come to the front.
-        if (arguments.verb != Verb::Launch) source.process = frontmostProcess();
+        if (arguments.verb != Verb::Launch) source.process = system.frontmostProcess();
         if (courier.instance().exists())
             return statusOf(courier.instance().handOver(arguments, source));
-        if (!needsRunningProgram(arguments.verb)) guard.emplace(courier.bus());
+        if (!needsRunningProgram(arguments.verb) && system.hasScreen())
+            birth = system.prepareApplication(courier.bus());
     }
     if (needsRunningProgram(arguments.verb)) {
         Terminal().complain(QStringLiteral("Vorq is not running."));
         return arguments.verb == Verb::Quit ? 0 : 1;
     }
-    if (!hasScreen())
+    if (!birth)
         return complain(QStringLiteral("Vorq needs a desktop to run on. In a terminal without one, "
                                        "use vorq ask."));
-    std::optional<XServerChoice> choice(std::in_place);
     const QApplication application(argc, argv);
-    choice.reset();
-    guard.reset();
+    birth.reset();
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Vorq"));
     QGuiApplication::setDesktopFileName(ApplicationService::name);
-    const Ending ending = runAsInstance(arguments, source);
+    const Ending ending = runAsInstance(system, arguments, source);
     unwindTasks();
-    if (ending.isToBeDeleted) deleteProgram();
+    if (ending.isToBeDeleted) deleteProgram(*system.makePlatform());
     return ending.status;
 }
 

@@ -28,26 +28,26 @@ PanelLook::Tier tierOf(Translucency translucency) {
 
 } // namespace
 
-DesktopPanel::DesktopPanel(const PanelContext& context, Screens& screens, PanelShowings& showings,
-                           SessionKind session)
-    : m_localSignIn(context.clock),
-      m_view(context.state, context.clock, &m_localSignIn),
+DesktopPanel::DesktopPanel(const PanelContext& context)
+    : m_view(context.state, context.platform.clock(), &context.platform.localSignIn()),
       m_look(context.state.appearance()),
-      m_desktop(context.desktopLook),
+      m_appearance(context.platform.appearance()),
+      m_compositor(context.platform.compositor()),
       m_ui(m_view, m_look),
       m_files(context.holds),
-      m_presses(screens),
-      m_window({screens, m_compositor, m_hints}, &m_engine),
+      m_window({context.platform.screens(), m_compositor, context.platform.overlayHints()},
+               &m_engine),
       m_pages(m_window, QUrl(QStringLiteral("qrc:/qt/qml/Vorq/panel/PanelView.qml"))),
-      m_controller({context.clock, context.defaults, screens, context.workspace, m_presses,
-                    context.holds, context.notifications,
+      m_controller({context.platform.clock(), context.platform.defaults(),
+                    context.platform.screens(), context.platform.workspace(),
+                    context.platform.presses(), context.holds, context.notifications,
                     static_cast<ProcessId>(QCoreApplication::applicationPid())},
                    m_window),
-      m_focusLoss(context.clock, [this] { m_controller.hideForFocusElsewhere(); }),
+      m_focusLoss(context.platform.clock(), [this] { m_controller.hideForFocusElsewhere(); }),
       m_notifications(context.notifications) {
     m_ui.install(m_engine);
-    connectParts(context, showings);
-    if (session == SessionKind::Wayland) closeOnFocusLoss();
+    connectParts(context);
+    if (!context.platform.presses().supported()) closeOnFocusLoss();
     takeLook();
 }
 
@@ -86,7 +86,7 @@ void DesktopPanel::prepareWindow() {
     if (!std::exchange(m_isWindowPrepared, true)) m_window.prepare();
 }
 
-void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& showings) {
+void DesktopPanel::connectParts(const PanelContext& context) {
     ShellNotifications* notifications = &context.notifications;
     QObject::connect(notifications, &ShellNotifications::vorqFocusPrompt, &m_window, [this] {
         if (QQuickItem* page = m_window.rootObject())
@@ -110,7 +110,7 @@ void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& show
         if (m_controller.isPanelVisible()) m_window.activate();
     });
     QObject::connect(&m_controller, &PanelWindowController::panelVisibleChanged, &m_window,
-                     [this, &showings] {
+                     [this, &showings = context.showings] {
                          showings.isVisible = m_controller.isPanelVisible();
                          if (showings.isVisible) ++showings.count;
                          // It would stay alone with the keyboard.
@@ -123,18 +123,18 @@ void DesktopPanel::connectParts(const PanelContext& context, PanelShowings& show
                          if (!m_controller.isPanelVisible()) held->discard();
                      });
     QObject::connect(&m_compositor, &Compositor::changed, &m_window, [this] { takeLook(); });
-    QObject::connect(&m_desktop, &LinuxDesktopLook::changed, &m_window, [this] { takeLook(); });
+    QObject::connect(&m_appearance, &DesktopAppearance::changed, &m_window, [this] { takeLook(); });
     QObject::connect(&m_window, &QWindow::screenChanged, &m_window, [this] { takeLook(); });
 }
 
-// Presses on windows of Wayland are nobody's to know.
+// Where presses on other windows are nobody's to know.
 void DesktopPanel::closeOnFocusLoss() {
     QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, &m_window,
                      [this](const QWindow* window) { m_focusLoss.setActive(window != nullptr); });
 }
 
 void DesktopPanel::takeLook() {
-    const DesktopLook look = m_desktop.look();
+    const DesktopLook look = m_appearance.look();
     m_look.setDesktop(look);
     m_look.setTextScale(
         remainingTextScale(look.textScale.value_or(1), m_window.devicePixelRatio()));

@@ -1,18 +1,14 @@
 #pragma once
 
 #include "app/desktop/DesktopCapture.h"
-#include "app/desktop/DesktopParts.h"
-#include "platform/linux/desktop/GatewayHandoff.h"
-#include "platform/linux/desktop/LinuxDesktopLook.h"
-#include "platform/linux/desktop/SessionKind.h"
-#include "platform/linux/x11/X11Compositor.h"
-#include "platform/linux/x11/X11OverlayHints.h"
-#include "platform/linux/x11/X11PressMonitor.h"
+#include "platform/DesktopLook.h"
+#include "platform/DesktopPlatform.h"
 #include "shell/dialogs/FilePicker.h"
 #include "shell/look/PanelLook.h"
 #include "shell/panel/PanelViewModel.h"
 #include "shell/window/FocusLoss.h"
 #include "shell/window/PanelPages.h"
+#include "shell/window/PanelPresence.h"
 #include "shell/window/PanelWindowController.h"
 #include "shell/window/QuickPanelWindow.h"
 #include "ui/bindings/UiContext.h"
@@ -21,14 +17,22 @@
 
 namespace vorq {
 
+/// What the panel is made from. All of it must outlive the panel.
+struct PanelContext {
+    DesktopPlatform& platform;
+    VorqAppState& state;
+    PanelHolds& holds;
+    ShellNotifications& notifications;
+    PanelShowings& showings;
+};
+
 /// The panel on the user's desktop: its pages, the window that shows them, and what moves the
 /// window. Needs a QApplication. Main thread only.
 class DesktopPanel final : public PanelPresence {
   public:
-    /// Context, screens and showings must outlive the panel. Its pages come with prepareFurther(),
-    /// so that showing it is a matter of mapping its window, and at the latest when it is shown.
-    DesktopPanel(const PanelContext& context, Screens& screens, PanelShowings& showings,
-                 SessionKind session);
+    /// Its pages come with prepareFurther(), so that showing it is a matter of mapping its window,
+    /// and at the latest when it is shown.
+    explicit DesktopPanel(const PanelContext& context);
     ~DesktopPanel() override;
 
     [[nodiscard]] bool isPanelVisible() const override { return m_controller.isPanelVisible(); }
@@ -41,20 +45,17 @@ class DesktopPanel final : public PanelPresence {
   private:
     void prepareWindow();
     void finishPages();
-    void connectParts(const PanelContext& context, PanelShowings& showings);
+    void connectParts(const PanelContext& context);
     void takeLook();
     void closeOnFocusLoss();
 
-    GatewayHandoff m_localSignIn;
     PanelViewModel m_view;
     PanelLook m_look;
-    LinuxDesktopLook& m_desktop;
+    DesktopAppearance& m_appearance;
+    Compositor& m_compositor;
     UiContext m_ui;
     FilePicker m_files;
     QQmlEngine m_engine;
-    X11Compositor m_compositor;
-    X11OverlayHints m_hints;
-    X11PressMonitor m_presses;
     QuickPanelWindow m_window;
     PanelPages m_pages;
     PanelWindowController m_controller;

@@ -2,15 +2,19 @@
 
 #include "app/cli/SettleSession.h"
 #include "app/cli/UnixSignals.h"
+#include "app/desktop/DesktopPanel.h"
 #include "app/desktop/LocalBackend.h"
-#include "platform/linux/desktop/DesktopEntries.h"
-#include "platform/linux/desktop/UrlScheme.h"
-#include "platform/linux/notes/LinuxNotesBridge.h"
-#include "platform/linux/x11/X11InputWatch.h"
+#include "app/desktop/PanelRenderer.h"
+#include "platform/Accessibility.h"
+#include "platform/DesktopLook.h"
+#include "platform/LoginItem.h"
+#include "platform/NotesBridge.h"
+#include "platform/Workspace.h"
 #include "shell/dialogs/AlertBox.h"
 #include "shell/look/StatusGlyphs.h"
 #include "shell/look/TextScale.h"
-#include "support/async/OnPool.h"
+#include "shell/window/DeferredPanel.h"
+#include "ui/bindings/UiContext.h"
 
 #include <QApplication>
 
@@ -30,6 +34,8 @@ constexpr Clock::Duration settleLimit = 300ms;
 
 class DesktopProgram::Host final : public ApplicationHost {
   public:
+    explicit Host(Workspace& workspace) : m_workspace(workspace) {}
+
     void becomeAccessory() override { QGuiApplication::setQuitOnLastWindowClosed(false); }
 
     void installApplicationIcon() override {
@@ -40,7 +46,7 @@ class DesktopProgram::Host final : public ApplicationHost {
         return QGuiApplication::applicationState() == Qt::ApplicationActive;
     }
 
-    [[nodiscard]] bool isUserBusy() override { return m_input.wasUsed(); }
+    [[nodiscard]] bool isUserBusy() override { return m_workspace.wasUsed(); }
 
     void show(const Alert& alert, std::function<void(qsizetype)> chosen) override {
         m_alerts.show(alert, std::move(chosen));
@@ -58,53 +64,56 @@ class DesktopProgram::Host final : public ApplicationHost {
   private:
     bool m_isToBeDeleted = false;
     AlertBox m_alerts;
-    X11InputWatch m_input;
+    Workspace& m_workspace;
 };
 
-DesktopProgram::DesktopProgram(ApplicationService& service, DesktopParts parts)
-    : m_parts(std::move(parts)),
-      m_noteBridge(std::make_shared<LinuxNotesBridge>(LinuxNotesBridge::choice(m_defaults),
-                                                      LinuxNotesBridge::folder(m_defaults),
-                                                      QDBusConnection::sessionBus())),
-      m_workspace(m_parts.makeWorkspace(m_clock)),
-      m_loginItem(m_defaults, configurationFolder(m_paths),
-                  QCoreApplication::applicationFilePath()),
-      m_capture(m_parts.makeCapture({m_clock, m_paths, *m_workspace, m_defaults})),
-      m_probe(m_parts.makeProbe()),
-      m_state({m_clock, m_defaults, m_paths, m_transport, *m_capture, m_noteBridge}),
-      m_notes(m_parts.makeNotes({m_clock, m_paths, *m_workspace, *m_capture, m_state})),
+DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& platform)
+    : m_platform(platform),
+      m_transport(platform.clock()),
+      m_capture(platform, m_showings),
+      m_state({platform.clock(), platform.defaults(), platform.paths(), m_transport, m_capture,
+               platform.notes()}),
       m_palette(m_state.appearance()),
-      m_statusItem(m_clock),
-      m_host(std::make_unique<Host>()),
-      m_delegate(
-          {*m_host,
-           m_clock,
-           *m_workspace,
-           m_hotKeys,
-           m_loginItem,
-           *m_capture,
-           *m_notes,
-           m_signIn,
-           m_statusItem,
-           [this](VorqAppState& state) {
-               return m_parts.makePanel({state, m_clock, m_defaults, *m_workspace,
-                                         m_delegate.holds(), m_delegate.notifications(),
-                                         m_desktopLook});
-           },
-           {static_cast<ProcessId>(QCoreApplication::applicationPid()), ApplicationService::name},
-           [this] { m_parts.enableTextCapture(); }}),
-      m_backend(localBackend(m_paths), m_statusItem,
+      m_statusItem(platform.clock()),
+      m_host(std::make_unique<Host>(platform.workspace())),
+      m_delegate(delegatePorts()),
+      m_backend(localBackend(platform), m_statusItem,
                 [this](const Alert& alert) { m_delegate.showAlert(alert); }) {
+    chooseRenderer(platform.hasGraphicsProcessor());
+    prepareUi();
     connect(&service, &ApplicationService::activated, &m_delegate,
             &AppDelegate::applicationShouldHandleReopen);
     connect(&service, &ApplicationService::openRequested, &m_delegate,
             &AppDelegate::applicationOpen);
     connect(&service, &ApplicationService::verbRequested, this, &DesktopProgram::perform);
     tellOutcomes(service.links());
-    connect(&m_desktopLook, &LinuxDesktopLook::changed, &m_palette, [this] { applyDesktopLook(); });
+    connect(&platform.appearance(), &DesktopAppearance::changed, &m_palette,
+            [this] { applyDesktopLook(); });
 }
 
 DesktopProgram::~DesktopProgram() = default;
+
+AppDelegate::Ports DesktopProgram::delegatePorts() {
+    return {*m_host,
+            m_platform.clock(),
+            m_platform.workspace(),
+            m_platform.hotKeys(),
+            m_platform.loginItem(),
+            m_capture,
+            m_notes,
+            m_signIn,
+            m_statusItem,
+            [this](VorqAppState& state) { return makePanel(state); },
+            {static_cast<ProcessId>(QCoreApplication::applicationPid()), ApplicationService::name},
+            [this] { m_platform.accessibility().requestTrust(); }};
+}
+
+std::unique_ptr<PanelPresence> DesktopProgram::makePanel(VorqAppState& state) {
+    const PanelContext context{m_platform, state, m_delegate.holds(), m_delegate.notifications(),
+                               m_showings};
+    return std::make_unique<DeferredPanel>(
+        m_platform.clock(), [context] { return std::make_unique<DesktopPanel>(context); });
+}
 
 bool DesktopProgram::isToBeDeleted() const {
     return m_host->isToBeDeleted();
@@ -117,17 +126,18 @@ int DesktopProgram::run(const DesktopArguments& arguments, const VerbSource& sou
     const bool hasErrand = arguments.verb != Verb::Launch || !arguments.url.isEmpty();
     m_delegate.applicationDidFinishLaunching({.background = arguments.background || hasErrand,
                                               .launchedAtLogin = arguments.launchedAtLogin});
-    m_state.permissions().setProbe(m_probe.get());
+    m_state.permissions().setProbe(&m_platform.permissions());
     m_delegate.bindAppState(m_state);
-    m_parts.whenTrustChanges(&m_delegate, [this] { m_delegate.refreshPermissions(); });
+    m_platform.accessibility().whenTrustChanges(&m_delegate,
+                                                [this] { m_delegate.refreshPermissions(); });
     m_delegate.refreshPermissions();
     if (!arguments.url.isEmpty()) m_delegate.applicationOpen({QUrl(arguments.url)});
     perform(arguments.verb, source);
-    registerUrlScheme();
+    m_platform.registerUrlScheme();
     const int status = QCoreApplication::exec();
     m_delegate.applicationWillTerminate();
     m_state.finishLibrary();
-    settleSession(m_state.account().tokens(), m_clock, settleLimit);
+    settleSession(m_state.account().tokens(), m_platform.clock(), settleLimit);
     return status;
 }
 
@@ -144,7 +154,7 @@ void DesktopProgram::tellOutcomes(LinkOutcomes& links) {
 }
 
 void DesktopProgram::perform(Verb verb, const VerbSource& source) {
-    const Clock::Duration now = m_clock.now();
+    const Clock::Duration now = m_platform.clock().now();
     if (m_repeats.isRepetition(verb, std::min(source.given.value_or(now), now))) return;
     switch (verb) {
     case Verb::Launch:
@@ -168,28 +178,18 @@ void DesktopProgram::perform(Verb verb, const VerbSource& source) {
 
 HotKeySource DesktopProgram::hotKeySource(const VerbSource& source) const {
     HotKeySource result{.process = source.process, .bundleIdentifier = {}};
-    if (!result.process) result.process = m_workspace->frontmostProcess();
+    if (!result.process) result.process = m_platform.workspace().frontmostProcess();
     const auto application =
-        result.process ? m_workspace->application(*result.process) : std::nullopt;
+        result.process ? m_platform.workspace().application(*result.process) : std::nullopt;
     if (application) result.bundleIdentifier = application->identifier;
     return result;
 }
 
 void DesktopProgram::applyDesktopLook() {
-    const DesktopLook look = m_desktopLook.look();
+    const DesktopLook look = m_platform.appearance().look();
     m_palette.setDesktop(look);
     m_font.setTextScale(
         remainingTextScale(look.textScale.value_or(1), qGuiApp->devicePixelRatio()));
-}
-
-void DesktopProgram::registerUrlScheme() {
-    const UrlScheme scheme(DesktopEntries::standardFolders(),
-                           QCoreApplication::applicationFilePath());
-    (void)onPool(
-        [scheme] {
-            if (scheme.ensureEntry()) UrlScheme::makeDefault();
-        },
-        {});
 }
 
 } // namespace vorq

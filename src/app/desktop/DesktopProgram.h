@@ -1,19 +1,13 @@
 #pragma once
 
-#include "app/desktop/DesktopParts.h"
+#include "app/desktop/DesktopCapture.h"
 #include "app/instance/ApplicationService.h"
 #include "app/instance/CommandRepeats.h"
 #include "backend/account/PendingSignIn.h"
 #include "backend/http/CurlTransport.h"
-#include "capture/selection/SelectionCapture.h"
+#include "capture/notes/NoteCaptureFlow.h"
 #include "core/VorqAppState.h"
-#include "platform/linux/desktop/LinuxDesktopLook.h"
-#include "platform/linux/desktop/XdgLoginItem.h"
-#include "platform/linux/desktop/XdgPaths.h"
-#include "platform/linux/x11/X11HotKeys.h"
-#include "platform/portable/SettingsFile.h"
-#include "platform/portable/SystemClock.h"
-#include "platform/portable/ThreadedNotesBridge.h"
+#include "platform/DesktopPlatform.h"
 #include "shell/application/AppDelegate.h"
 #include "shell/application/ApplicationHost.h"
 #include "shell/application/BackendAtLoginChoice.h"
@@ -31,8 +25,9 @@ class DesktopProgram final : public QObject {
     Q_OBJECT
 
   public:
-    /// The service, by which other starts of the program are heard, must outlive this object.
-    explicit DesktopProgram(ApplicationService& service, DesktopParts parts = standardParts());
+    /// The service, by which other starts of the program are heard, and the platform must outlive
+    /// this object.
+    DesktopProgram(ApplicationService& service, DesktopPlatform& platform);
     ~DesktopProgram() override;
 
     /// Runs until the program ends and gives its exit status, which tells of a signal as a shell
@@ -48,26 +43,19 @@ class DesktopProgram final : public QObject {
 
     void perform(Verb verb, const VerbSource& source);
     [[nodiscard]] HotKeySource hotKeySource(const VerbSource& source) const;
-    void registerUrlScheme();
+    [[nodiscard]] std::unique_ptr<PanelPresence> makePanel(VorqAppState& state);
+    [[nodiscard]] AppDelegate::Ports delegatePorts();
     void tellOutcomes(LinkOutcomes& links);
     void applyDesktopLook();
 
-    DesktopParts m_parts;
-    SystemClock m_clock;
-    XdgPaths m_paths;
-    SettingsFile m_defaults{settingsPath(m_paths)};
-    CurlTransport m_transport{m_clock};
-    ThreadedNotesBridge m_noteBridge;
-    std::unique_ptr<Workspace> m_workspace;
-    X11HotKeys m_hotKeys;
-    XdgLoginItem m_loginItem;
+    DesktopPlatform& m_platform;
+    CurlTransport m_transport;
     NoPendingSignIn m_signIn;
+    NoNoteCapture m_notes;
     CommandRepeats m_repeats;
-    std::unique_ptr<SelectionCapture> m_capture;
-    std::unique_ptr<PermissionProbe> m_probe;
+    PanelShowings m_showings;
+    DesktopCapture m_capture;
     VorqAppState m_state;
-    std::unique_ptr<NoteCaptureFlow> m_notes;
-    LinuxDesktopLook m_desktopLook;
     ApplicationPalette m_palette;
     ApplicationFont m_font;
     TrayStatusItem m_statusItem;

@@ -2,29 +2,26 @@
 
 #include "app/cli/Terminal.h"
 #include "backend/api/BaseURL.h"
-#include "platform/linux/desktop/LinuxBackendAtLogin.h"
-#include "platform/linux/desktop/XdgPaths.h"
+#include "platform/AppPaths.h"
+#include "platform/DesktopPlatform.h"
 
-#include <QCoreApplication>
+#include <QUrl>
 
 namespace vorq {
 
-std::shared_ptr<BackendAtLogin> localBackend(const AppPaths& paths) {
-    return std::make_shared<LinuxBackendAtLogin>(LinuxBackendAtLogin::Setting{
-        .configurationFolder = configurationFolder(paths),
-        .gateway = LinuxBackendAtLogin::findGateway(QCoreApplication::applicationFilePath()),
-        .address = QUrl(resolveBaseURL(readBaseURLCandidates(paths)))});
+std::shared_ptr<BackendAtLogin> localBackend(DesktopPlatform& platform) {
+    return platform.makeBackendAtLogin(
+        QUrl(resolveBaseURL(readBaseURLCandidates(platform.paths()))));
 }
 
-int switchBackend(bool isOn, Terminal& terminal) {
-    const XdgPaths paths;
-    const auto backend = localBackend(paths);
+int switchBackend(DesktopPlatform& platform, bool isOn, Terminal& terminal) {
+    const auto backend = localBackend(platform);
     const auto outcome = isOn ? backend->switchOn() : backend->switchOff();
     if (!outcome) {
         terminal.complain(outcome.error());
         return 1;
     }
-    const QString address = resolveBaseURL(readBaseURLCandidates(paths));
+    const QString address = resolveBaseURL(readBaseURLCandidates(platform.paths()));
     const QString said =
         isOn ? QStringLiteral("The local backend starts at login from now on, and answers at %1.\n")
                    .arg(address)

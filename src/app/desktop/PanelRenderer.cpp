@@ -1,7 +1,5 @@
 #include "app/desktop/PanelRenderer.h"
 
-#include "platform/linux/desktop/GraphicsProcessor.h"
-
 #include <QProcessEnvironment>
 #include <QQuickWindow>
 
@@ -30,8 +28,8 @@ bool wantsSoftwareRenderer(const QProcessEnvironment& environment, bool hasGraph
            isTrue(environment.value(QStringLiteral("LIBGL_ALWAYS_SOFTWARE")));
 }
 
-void chooseRenderer() {
-    if (!wantsSoftwareRenderer(QProcessEnvironment::systemEnvironment(), hasGraphicsProcessor()))
+void chooseRenderer(bool hasGraphicsProcessor) {
+    if (!wantsSoftwareRenderer(QProcessEnvironment::systemEnvironment(), hasGraphicsProcessor))
         return;
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     qInfo("Vorq: there is no graphics processor to draw with, so OpenGL is not used.");

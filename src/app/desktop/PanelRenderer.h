@@ -11,6 +11,6 @@ namespace vorq {
                                          bool hasGraphicsProcessor);
 
 /// Chooses how Qt Quick draws on this machine. Before its first window.
-void chooseRenderer();
+void chooseRenderer(bool hasGraphicsProcessor);
 
 } // namespace vorq

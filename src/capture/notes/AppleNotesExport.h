@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/BlockingNotes.h"
+#include "platform/portable/BlockingNotes.h"
 
 #include <QString>
 

@@ -57,6 +57,8 @@ class ScriptedAccessibility final : public Accessibility {
     QString applicationName = QStringLiteral("application");
     std::optional<QString> focusedWindowName;
     std::optional<QString> focusedName;
+    /// What to call after a change of it.
+    mutable std::function<void()> onTrustChange;
     /// Runs before each read, with what is read ("name.selectedText").
     std::function<void(const QString&)> onRead;
 
@@ -73,6 +75,11 @@ class ScriptedAccessibility final : public Accessibility {
     [[nodiscard]] const QStringList& reads() const { return m_reads; }
 
     [[nodiscard]] bool isTrusted() const override { return trusted; }
+    void whenTrustChanges(QObject* /*context*/,
+                          const std::function<void()>& callback) const override {
+        onTrustChange = callback;
+    }
+    void requestTrust() override { trusted = true; }
     [[nodiscard]] AccessibleElementPtr application(ProcessId process,
                                                    std::stop_token stop) override;
     [[nodiscard]] AccessibleElementPtr focusedWindow(ProcessId process,

@@ -15,7 +15,7 @@ class ScriptedBackendAtLogin final : public BackendAtLogin {
     std::atomic<bool> on = false;
     std::atomic<bool> isRemoved = false;
 
-    [[nodiscard]] Outcome offered() const override {
+    [[nodiscard]] PortSupport supported() const override {
         if (isHere) return {};
         return std::unexpected(QStringLiteral("The backend is elsewhere."));
     }

@@ -7,7 +7,7 @@ void ScriptedScreens::change(std::vector<Screen> screens) {
     emit changed();
 }
 
-std::optional<QRectF> ScriptedScreens::windowFrame(std::uint64_t window) const {
+std::optional<QRectF> ScriptedScreens::windowFrame(WindowId window) const {
     const auto found = windows.find(window);
     return found == windows.end() ? std::nullopt : std::optional(found->second);
 }

@@ -14,14 +14,14 @@ class ScriptedScreens final : public Screens {
                              .visibleFrame = {0, 0, 1920, 1040},
                              .scale = 1}};
     QPointF pointerAt{100, 100};
-    std::map<std::uint64_t, QRectF> windows;
+    std::map<WindowId, QRectF> windows;
 
     /// Replaces the screens and tells of it.
     void change(std::vector<Screen> screens);
 
     [[nodiscard]] std::vector<Screen> screens() const override { return all; }
     [[nodiscard]] QPointF pointer() const override { return pointerAt; }
-    [[nodiscard]] std::optional<QRectF> windowFrame(std::uint64_t window) const override;
+    [[nodiscard]] std::optional<QRectF> windowFrame(WindowId window) const override;
 
   protected:
     [[nodiscard]] double baseline() const override;

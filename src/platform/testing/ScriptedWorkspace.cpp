@@ -21,7 +21,7 @@ void ScriptedWorkspace::bringUnknownToFront() {
     emit frontmostLost();
 }
 
-std::optional<Workspace::WindowId> ScriptedWorkspace::activeWindow() const {
+std::optional<WindowId> ScriptedWorkspace::activeWindow() const {
     return m_frontmost ? std::optional(static_cast<WindowId>(*m_frontmost)) : std::nullopt;
 }
 

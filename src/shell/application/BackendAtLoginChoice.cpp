@@ -20,7 +20,7 @@ BackendAtLoginChoice::BackendAtLoginChoice(std::shared_ptr<BackendAtLogin> backe
 }
 
 void BackendAtLoginChoice::refresh() {
-    m_item.setBackendAtLogin({.isOffered = m_backend->offered().has_value(),
+    m_item.setBackendAtLogin({.isOffered = m_backend->supported().has_value(),
                               .isOn = m_backend->isOn(),
                               .isBusy = m_isBusy});
 }

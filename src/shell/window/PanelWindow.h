@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/WindowId.h"
 #include "shell/window/PanelDock.h"
 
 #include <QPointF>
@@ -55,7 +56,7 @@ class PanelWindow {
     virtual ~PanelWindow() = default;
 
     /// As the window system numbers it.
-    [[nodiscard]] virtual std::uint64_t id() const = 0;
+    [[nodiscard]] virtual WindowId id() const = 0;
 
     /// Where the window stands, whoever put it there, or is on its way to.
     [[nodiscard]] virtual QRectF frame() const = 0;

@@ -48,7 +48,7 @@ PanelWindowController::PanelWindowController(const Platform& platform, PanelWind
     connect(&platform.workspace, &Workspace::frontmostChanged, this,
             [this](std::int32_t process, quint64 active) {
                 if (isOurs(active, process)) return;
-                m_source = active != 0 ? std::optional<Workspace::WindowId>(active) : std::nullopt;
+                m_source = active != 0 ? std::optional<WindowId>(active) : std::nullopt;
             });
     connect(&platform.notifications, &ShellNotifications::vorqHidePanel, this,
             &PanelWindowController::hide);
@@ -157,19 +157,19 @@ void PanelWindowController::focusIfNobodyElseIs() {
 }
 
 void PanelWindowController::rememberSource() {
-    const std::optional<Workspace::WindowId> active = m_platform.workspace.activeWindow();
+    const std::optional<WindowId> active = m_platform.workspace.activeWindow();
     const auto process = active ? m_platform.workspace.processOf(*active) : std::nullopt;
     if (process && isOurs(*active, *process)) return;
     m_source = active;
 }
 
-bool PanelWindowController::isOurs(Workspace::WindowId window, ProcessId process) const {
+bool PanelWindowController::isOurs(WindowId window, ProcessId process) const {
     return process == m_platform.process || window == m_window.id();
 }
 
 // A user who has gone on to another window, be it ours, keeps it.
 bool PanelWindowController::hasKeyboard() const {
-    const std::optional<Workspace::WindowId> active = m_platform.workspace.activeWindow();
+    const std::optional<WindowId> active = m_platform.workspace.activeWindow();
     return !active || *active == m_window.id();
 }
 
@@ -180,7 +180,7 @@ void PanelWindowController::giveBackKeyboard() {
 }
 
 std::optional<Screen> PanelWindowController::screenOfWork() const {
-    if (const std::optional<Workspace::WindowId> active = m_platform.workspace.activeWindow()) {
+    if (const std::optional<WindowId> active = m_platform.workspace.activeWindow()) {
         if (const std::optional<QRectF> frame = m_platform.screens.windowFrame(*active))
             return m_platform.screens.nearestScreen(frame->center());
     }

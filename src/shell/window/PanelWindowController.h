@@ -77,7 +77,7 @@ class PanelWindowController final : public QObject, public PanelPresence, privat
     void focusIfNobodyElseIs();
 
     void rememberSource();
-    [[nodiscard]] bool isOurs(Workspace::WindowId window, ProcessId process) const;
+    [[nodiscard]] bool isOurs(WindowId window, ProcessId process) const;
     [[nodiscard]] bool hasKeyboard() const;
     void giveBackKeyboard();
 
@@ -102,7 +102,7 @@ class PanelWindowController final : public QObject, public PanelPresence, privat
     OutsidePresses m_outsidePresses;
     std::function<bool()> m_closeInnermost;
     /// The foreign window that last had the keyboard.
-    std::optional<Workspace::WindowId> m_source;
+    std::optional<WindowId> m_source;
     std::optional<Clock::TimerId> m_focusTimer;
     std::optional<Clock::TimerId> m_afterHideTimer;
     std::optional<Clock::TimerId> m_exposureTimer;

@@ -39,7 +39,7 @@ class QuickPanelWindow final : public QQuickView, public PanelWindow {
     /// Frames then change at once.
     void setReducedMotion(bool isReduced) { m_isMotionReduced = isReduced; }
 
-    [[nodiscard]] std::uint64_t id() const override { return winId(); }
+    [[nodiscard]] WindowId id() const override { return winId(); }
     [[nodiscard]] QRectF frame() const override { return m_frame; }
     void setFrame(const QRectF& frame, bool isAnimated) override;
     void orderFront() override;

@@ -2,7 +2,7 @@
 #include "backend/http/CurlTransport.h"
 #include "doubles/backend/Awaiting.h"
 #include "doubles/backend/FloodServer.h"
-#include "platform/portable/SystemClock.h"
+#include "platform/linux/desktop/SystemClock.h"
 
 #include <QFile>
 

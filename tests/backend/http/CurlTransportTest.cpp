@@ -3,7 +3,7 @@
 #include "backend/api/VorqAPIService.h"
 #include "doubles/backend/Awaiting.h"
 #include "doubles/backend/ScriptedHttpServer.h"
-#include "platform/portable/SystemClock.h"
+#include "platform/linux/desktop/SystemClock.h"
 #include "platform/testing/ManualClock.h"
 
 #include <QStringList>

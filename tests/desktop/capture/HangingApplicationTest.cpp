@@ -2,7 +2,7 @@
 
 #include "doubles/capture/CaptureFixture.h"
 #include "doubles/desktop/CaptureDesktop.h"
-#include "platform/portable/SystemClock.h"
+#include "platform/linux/desktop/SystemClock.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -236,7 +236,7 @@ TEST_F(CaptureOnDesktop, GoesToTheBusThatIsAnnouncedAnew) {
 TEST(CaptureWithoutAccessibility, GivesNothingWithoutABus) {
     DesktopSession session({.hasAccessibilityBus = false});
     AtSpiAccessibility accessibility;
-    accessibility.enableToolkitAccessibility();
+    accessibility.requestTrust();
     int turns = 0;
     DesktopSession::waitUntil("the loop to turn", [&] {
         EXPECT_EQ(accessibility.focusedElement(std::nullopt, {}), nullptr);
@@ -284,7 +284,7 @@ TEST(CaptureWithoutAccessibility, IsNotTrustedUntilItIsSwitchedOn) {
         "the bus", [&] { return accessibility.application(editor.process, {}) != nullptr; });
     EXPECT_FALSE(accessibility.isTrusted());
 
-    accessibility.enableToolkitAccessibility();
+    accessibility.requestTrust();
     DesktopSession::waitUntil("the switch", [&] { return accessibility.isTrusted(); });
     session.switchAccessibility(false);
     DesktopSession::waitUntil("the switch back", [&] { return !accessibility.isTrusted(); });

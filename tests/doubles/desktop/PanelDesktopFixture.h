@@ -1,12 +1,12 @@
 #pragma once
 
 #include "doubles/desktop/DesktopSession.h"
+#include "platform/linux/desktop/SystemClock.h"
 #include "platform/linux/x11/X11Compositor.h"
 #include "platform/linux/x11/X11OverlayHints.h"
 #include "platform/linux/x11/X11PressMonitor.h"
 #include "platform/linux/x11/X11Screens.h"
 #include "platform/linux/x11/X11Workspace.h"
-#include "platform/portable/SystemClock.h"
 #include "platform/testing/MemoryDefaults.h"
 #include "shell/notices/ShellNotifications.h"
 #include "shell/window/PanelWindowController.h"

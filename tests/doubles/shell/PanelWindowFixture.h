@@ -17,7 +17,7 @@ namespace vorq {
 /// A panel's window that only notes what becomes of it.
 class NotedPanelWindow final : public PanelWindow {
   public:
-    static constexpr std::uint64_t number = 90;
+    static constexpr WindowId number = 90;
 
     explicit NotedPanelWindow(ScriptedWorkspace& workspace) : m_workspace(workspace) {}
 
@@ -30,7 +30,7 @@ class NotedPanelWindow final : public PanelWindow {
     std::vector<std::string> calls;
     std::vector<bool> dockDragging;
 
-    [[nodiscard]] std::uint64_t id() const override { return number; }
+    [[nodiscard]] WindowId id() const override { return number; }
     [[nodiscard]] QRectF frame() const override { return at; }
     void setFrame(const QRectF& frame, bool isAnimated) override {
         at = frame;
@@ -101,8 +101,8 @@ class PanelWindowFixture : public testing::Test {
             m_window);
     }
 
-    void clickAt(QPointF at, PressedSurface surface = PressedSurface::Foreign,
-                 std::uint64_t window = 0, std::uint64_t parent = 0) {
+    void clickAt(QPointF at, PressedSurface surface = PressedSurface::Foreign, WindowId window = 0,
+                 WindowId parent = 0) {
         m_presses.click({.at = at, .surface = surface, .window = window, .parent = parent});
         m_clock.advance(Clock::Duration::zero());
     }

@@ -1,6 +1,6 @@
 #include "platform/portable/ThreadedNotesBridge.h"
 #include "doubles/async/TurnUntil.h"
-#include "platform/BlockingNotes.h"
+#include "platform/portable/BlockingNotes.h"
 
 #include <gmock/gmock.h>
 

@@ -5,7 +5,7 @@
 namespace vorq {
 namespace {
 
-class FakeText final : public SelectableText {
+class ScriptedText final : public SelectableText {
   public:
     std::optional<QString> selected;
     std::optional<QRectF> layout = QRectF(10, 100, 80, 20);
@@ -34,7 +34,7 @@ class PanelSelectionBridgeTest : public testing::Test {
     }
 
     QObject owner;
-    FakeText text;
+    ScriptedText text;
     PanelSelectionBridge bridge;
 };
 
@@ -118,7 +118,7 @@ TEST_F(PanelSelectionBridgeTest, OnlyRealChangesAreTold) {
 
 TEST_F(PanelSelectionBridgeTest, ATextThatIsGoneHasNoSelection) {
     auto other = std::make_unique<QObject>();
-    FakeText gone;
+    ScriptedText gone;
     bridge.watch(other.get(), &gone);
     gone.selected = "words";
     bridge.refresh();
@@ -130,7 +130,7 @@ TEST_F(PanelSelectionBridgeTest, ATextThatIsGoneHasNoSelection) {
 
 TEST_F(PanelSelectionBridgeTest, AnotherTextTakesTheSelectionAway) {
     select("ab");
-    FakeText other;
+    ScriptedText other;
     bridge.watch(&owner, &other);
     EXPECT_EQ(text.cleared, 1);
 }

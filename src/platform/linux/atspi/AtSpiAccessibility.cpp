@@ -69,7 +69,7 @@ void AtSpiAccessibility::whenTrustChanges(QObject* context,
     m_parts->bus.whenChanged(context, callback);
 }
 
-void AtSpiAccessibility::enableToolkitAccessibility() {
+void AtSpiAccessibility::requestTrust() {
     m_parts->bus.switchOn();
 }
 

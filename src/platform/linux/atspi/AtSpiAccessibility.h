@@ -18,8 +18,7 @@ class AtSpiBus;
 ///
 /// Every call has a time limit of its own, and none is ever made to Vorq itself. Without a bus, or
 /// while it is down, every read yields nothing; when it comes, or comes back, reads work again.
-/// isTrusted() and enableToolkitAccessibility() are for any thread and never wait,
-/// whenTrustChanges() is for any thread; everything else is for the thread of the reader.
+/// What may be called on any thread never waits; everything else is for the thread of the reader.
 class AtSpiAccessibility final : public Accessibility {
   public:
     /// The address of the session bus; by default that of the environment.
@@ -33,13 +32,11 @@ class AtSpiAccessibility final : public Accessibility {
 
     /// Whether the bus is there and toolkits are told to use it, as far as is known by now.
     [[nodiscard]] bool isTrusted() const override;
+    void whenTrustChanges(QObject* context, const std::function<void()>& callback) const override;
 
-    /// Calls back, on the thread of the context, when isTrusted() may have changed.
-    void whenTrustChanges(QObject* context, const std::function<void()>& callback) const;
-
-    /// Tells toolkits to show their windows on the bus, for this session and later ones. The user
-    /// has been asked by then. Applications of some toolkits heed it only when they start.
-    void enableToolkitAccessibility();
+    /// Tells toolkits to show their windows on the bus, for this session and later ones.
+    /// Applications of some toolkits heed it only when they start.
+    void requestTrust() override;
 
     [[nodiscard]] AccessibleElementPtr application(ProcessId process,
                                                    std::stop_token stop) override;

@@ -39,7 +39,7 @@ QString LinuxBackendAtLogin::findGateway(const QString& executable) {
     return QStandardPaths::findExecutable(gatewayName);
 }
 
-BackendAtLogin::Outcome LinuxBackendAtLogin::offered() const {
+PortSupport LinuxBackendAtLogin::supported() const {
     if (!LoopbackAddress::of(m_setting.address))
         return std::unexpected(QStringLiteral("The backend at %1 is not on this computer.")
                                    .arg(m_setting.address.toString()));
@@ -101,7 +101,7 @@ BackendAtLogin::Outcome LinuxBackendAtLogin::removeEntry() const {
 
 // Not both, or there would be two.
 BackendAtLogin::Outcome LinuxBackendAtLogin::switchOn() {
-    if (Outcome outcome = offered(); !outcome) return outcome;
+    if (Outcome outcome = supported(); !outcome) return outcome;
     const bool isUnit = arguments() == QStringList{serve} && m_unit.isKnown() && m_unit.enable();
     if (!isUnit) (void)m_unit.disable();
     Outcome entry = isUnit ? removeEntry() : writeEntry();

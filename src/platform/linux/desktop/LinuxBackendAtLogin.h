@@ -24,7 +24,7 @@ class LinuxBackendAtLogin final : public BackendAtLogin {
 
     explicit LinuxBackendAtLogin(Setting setting);
 
-    [[nodiscard]] Outcome offered() const override;
+    [[nodiscard]] PortSupport supported() const override;
     [[nodiscard]] bool isOn() const override;
     Outcome switchOn() override;
     Outcome switchOff() override;

@@ -9,16 +9,11 @@ namespace vorq {
 
 /// What the desktop wants programs to look like: by its settings portal, and what that does not
 /// tell, by its GSettings. Main thread only; nothing waits.
-class LinuxDesktopLook final : public QObject {
-    Q_OBJECT
-
+class LinuxDesktopLook final : public DesktopAppearance {
   public:
     explicit LinuxDesktopLook(const QDBusConnection& bus = QDBusConnection::sessionBus());
 
-    [[nodiscard]] DesktopLook look() const;
-
-  signals:
-    void changed();
+    [[nodiscard]] DesktopLook look() const override;
 
   private:
     void askGSettings();

@@ -3,9 +3,12 @@
 namespace vorq {
 
 SessionKind sessionKind(const QProcessEnvironment& environment) {
-    const bool isWayland = !environment.value(QStringLiteral("WAYLAND_DISPLAY")).isEmpty() ||
-                           environment.value(QStringLiteral("XDG_SESSION_TYPE")) == u"wayland";
-    return isWayland ? SessionKind::Wayland : SessionKind::X11;
+    const QString type = environment.value(QStringLiteral("XDG_SESSION_TYPE"));
+    const auto names = [&](const char* display) {
+        return !environment.value(QLatin1StringView(display)).isEmpty();
+    };
+    if (names("WAYLAND_DISPLAY") || type == u"wayland") return SessionKind::Wayland;
+    return names("DISPLAY") || type == u"x11" ? SessionKind::X11 : SessionKind::None;
 }
 
 bool prefersXServer(const QProcessEnvironment& environment, bool hasXServer) {

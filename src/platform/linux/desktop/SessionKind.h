@@ -7,7 +7,7 @@
 namespace vorq {
 
 /// What shows the windows of the user's session.
-enum class SessionKind : std::uint8_t { X11, Wayland };
+enum class SessionKind : std::uint8_t { None, X11, Wayland };
 
 /// By what the session tells its programs in their environment.
 [[nodiscard]] SessionKind

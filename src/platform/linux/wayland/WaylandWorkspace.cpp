@@ -29,11 +29,17 @@ WaylandWorkspace::WaylandWorkspace(Clock& clock, std::shared_ptr<AtSpiBus> bus, 
 
 WaylandWorkspace::~WaylandWorkspace() = default;
 
+PortSupport WaylandWorkspace::supported() const {
+    if (m_bus->isOn()) return {};
+    return std::unexpected(QStringLiteral(
+        "Under Wayland applications are known by the accessibility bus, which is off."));
+}
+
 std::optional<ProcessId> WaylandWorkspace::frontmostProcess() const {
     return m_frontmost.process();
 }
 
-std::optional<Workspace::WindowId> WaylandWorkspace::activeWindow() const {
+std::optional<WindowId> WaylandWorkspace::activeWindow() const {
     return m_x11.activeWindow();
 }
 

@@ -19,6 +19,8 @@ class WaylandWorkspace final : public Workspace {
     WaylandWorkspace(Clock& clock, std::shared_ptr<AtSpiBus> bus, QObject* parent = nullptr);
     ~WaylandWorkspace() override;
 
+    [[nodiscard]] PortSupport supported() const override;
+    [[nodiscard]] bool wasUsed() override { return m_x11.wasUsed(); }
     [[nodiscard]] bool knowsAllApplications() const override { return false; }
     [[nodiscard]] std::optional<ProcessId> frontmostProcess() const override;
     [[nodiscard]] std::optional<WindowId> activeWindow() const override;

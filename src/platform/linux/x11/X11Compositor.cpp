@@ -24,6 +24,11 @@ X11Compositor::X11Compositor(QObject* parent)
     m_translucency = read();
 }
 
+PortSupport X11Compositor::supported() const {
+    if (m_requests.isUsable()) return {};
+    return std::unexpected(QStringLiteral("Wayland does not say what it blurs."));
+}
+
 void X11Compositor::watchOwner() {
     const X11Connection& events = m_events.connection();
     if (!events.isUsable()) return;

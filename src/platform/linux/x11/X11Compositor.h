@@ -11,6 +11,7 @@ class X11Compositor final : public Compositor {
   public:
     explicit X11Compositor(QObject* parent = nullptr);
 
+    [[nodiscard]] PortSupport supported() const override;
     [[nodiscard]] Translucency translucency() const override { return m_translucency; }
 
   private:

@@ -41,9 +41,15 @@ X11HotKeys::X11HotKeys(QObject* parent) : GlobalHotKeys(parent) {}
 
 X11HotKeys::~X11HotKeys() = default;
 
+PortSupport X11HotKeys::supported() const {
+    if (sessionKind() == SessionKind::Wayland)
+        return std::unexpected(QStringLiteral("Wayland keeps hot keys to the desktop."));
+    if (!m_connection.isUsable()) return std::unexpected(QStringLiteral("No X server answers."));
+    return {};
+}
+
 GlobalHotKeys::Outcome X11HotKeys::installEventHandler() {
-    if (!m_connection.isUsable() || sessionKind() == SessionKind::Wayland)
-        return std::unexpected(HotKeyFailure{.status = noServer});
+    if (!supported()) return std::unexpected(HotKeyFailure{.status = noServer});
     m_knowsReleases = offersRawEvents(m_connection.get());
     m_keyboard = std::make_unique<X11Keyboard>(m_connection.get());
     const int descriptor = xcb_get_file_descriptor(m_connection.get());

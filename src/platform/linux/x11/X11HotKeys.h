@@ -22,11 +22,12 @@ class X11HotKeys final : public GlobalHotKeys {
   public:
     /// The status of a failure that is no error of the X server: there is none, or it is not the
     /// master of the keyboard.
-    static constexpr int noServer = -1;
+    static constexpr int noServer = NoHotKeys::status;
 
     explicit X11HotKeys(QObject* parent = nullptr);
     ~X11HotKeys() override;
 
+    [[nodiscard]] PortSupport supported() const override;
     Outcome installEventHandler() override;
     Outcome registerHotKey(const HotKeyChord& chord, HotKeyId id) override;
     void unregisterHotKey(HotKeyId id) override;

@@ -45,7 +45,12 @@ X11OverlayHints::X11OverlayHints() : m_connection(qtConnection()) {
         m_states.push_back(names.atom(state));
 }
 
-void X11OverlayHints::prepare(std::uint64_t window) {
+PortSupport X11OverlayHints::supported() const {
+    if (m_connection != nullptr) return {};
+    return std::unexpected(QStringLiteral("Wayland lets no window stand above all others."));
+}
+
+void X11OverlayHints::prepare(WindowId window) {
     if (m_connection == nullptr) return;
     const auto id = static_cast<xcb_window_t>(window);
     xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, id, m_desktopAtom, XCB_ATOM_CARDINAL,
@@ -54,7 +59,7 @@ void X11OverlayHints::prepare(std::uint64_t window) {
                         static_cast<std::uint32_t>(m_states.size()), m_states.data());
 }
 
-void X11OverlayHints::takeFocus(std::uint64_t window) {
+void X11OverlayHints::takeFocus(WindowId window) {
     if (m_connection == nullptr) return;
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
@@ -69,7 +74,7 @@ void X11OverlayHints::takeFocus(std::uint64_t window) {
     xcb_flush(m_connection);
 }
 
-void X11OverlayHints::setShape(std::uint64_t window, const std::vector<QRect>& pixels) {
+void X11OverlayHints::setShape(WindowId window, const std::vector<QRect>& pixels) {
     if (m_connection == nullptr) return;
     const auto id = static_cast<xcb_window_t>(window);
     if (pixels.empty()) {
@@ -84,7 +89,7 @@ void X11OverlayHints::setShape(std::uint64_t window, const std::vector<QRect>& p
     xcb_flush(m_connection);
 }
 
-void X11OverlayHints::setBlurBehind(std::uint64_t window, const std::vector<QRect>& pixels) {
+void X11OverlayHints::setBlurBehind(WindowId window, const std::vector<QRect>& pixels) {
     if (m_connection == nullptr) return;
     const auto id = static_cast<xcb_window_t>(window);
     if (pixels.empty()) {

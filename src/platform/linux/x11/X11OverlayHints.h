@@ -14,10 +14,11 @@ class X11OverlayHints final : public OverlayHints {
   public:
     X11OverlayHints();
 
-    void prepare(std::uint64_t window) override;
-    void takeFocus(std::uint64_t window) override;
-    void setShape(std::uint64_t window, const std::vector<QRect>& pixels) override;
-    void setBlurBehind(std::uint64_t window, const std::vector<QRect>& pixels) override;
+    [[nodiscard]] PortSupport supported() const override;
+    void prepare(WindowId window) override;
+    void takeFocus(WindowId window) override;
+    void setShape(WindowId window, const std::vector<QRect>& pixels) override;
+    void setBlurBehind(WindowId window, const std::vector<QRect>& pixels) override;
 
   private:
     /// Qt's; null off X11.

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11PressMonitor.h"
 
 #include "platform/Screens.h"
+#include "platform/linux/desktop/SessionKind.h"
 #include "platform/linux/x11/X11RawInput.h"
 #include "platform/linux/x11/X11Reply.h"
 
@@ -76,6 +77,14 @@ X11PressMonitor::X11PressMonitor(const Screens& screens, QObject* parent)
       m_barTypes{m_requests.atom("_NET_WM_WINDOW_TYPE_DOCK")} {
     for (const char* type : {"MENU", "POPUP_MENU", "DROPDOWN_MENU", "COMBO", "TOOLTIP"})
         m_menuTypes.push_back(m_requests.atom(QByteArray("_NET_WM_WINDOW_TYPE_") + type));
+}
+
+PortSupport X11PressMonitor::supported() const {
+    if (sessionKind() == SessionKind::Wayland)
+        return std::unexpected(QStringLiteral("Wayland tells of no presses on other windows."));
+    if (m_opcode == 0)
+        return std::unexpected(QStringLiteral("The X server lacks the input extension."));
+    return {};
 }
 
 void X11PressMonitor::start() {

@@ -21,6 +21,7 @@ class X11PressMonitor final : public PressMonitor {
     /// The screens must outlive the monitor.
     explicit X11PressMonitor(const Screens& screens, QObject* parent = nullptr);
 
+    [[nodiscard]] PortSupport supported() const override;
     void start() override;
     void stop() override;
     void catchUp() override { m_events.catchUp(); }

@@ -1,5 +1,6 @@
 #include "platform/linux/x11/X11PrimarySelection.h"
 
+#include "platform/linux/desktop/SessionKind.h"
 #include "platform/linux/x11/X11Reply.h"
 #include "platform/linux/x11/X11SelectionRequest.h"
 
@@ -31,6 +32,14 @@ bool namesAtom(const std::optional<QByteArray>& bytes, X11Connection::Atom atom)
 
 X11PrimarySelection::X11PrimarySelection() = default;
 X11PrimarySelection::~X11PrimarySelection() = default;
+
+PortSupport X11PrimarySelection::supported() const {
+    if (sessionKind() == SessionKind::Wayland)
+        return std::unexpected(
+            QStringLiteral("Under Wayland only applications of the X server hand it out."));
+    if (!X11Connection().isUsable()) return std::unexpected(QStringLiteral("No X server answers."));
+    return {};
+}
 
 X11Connection::Window X11PrimarySelection::owner() const {
     const X11Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(

@@ -20,6 +20,7 @@ class X11PrimarySelection final : public PrimarySelection {
     X11PrimarySelection();
     ~X11PrimarySelection() override;
 
+    [[nodiscard]] PortSupport supported() const override;
     [[nodiscard]] std::optional<Highlight> highlightOf(ProcessId process,
                                                        std::stop_token stop) override;
 

@@ -1,5 +1,6 @@
 #include "platform/linux/x11/X11Screens.h"
 
+#include "platform/linux/desktop/SessionKind.h"
 #include "platform/linux/x11/X11Reply.h"
 
 #include <QCursor>
@@ -154,11 +155,18 @@ std::vector<QRect> X11Screens::toldWorkAreas() const {
     return areas;
 }
 
+PortSupport X11Screens::supported() const {
+    if (sessionKind() == SessionKind::Wayland)
+        return std::unexpected(
+            QStringLiteral("Wayland tells where neither the pointer nor a window is."));
+    return {};
+}
+
 QPointF X11Screens::pointer() const {
     return flipped(QPointF(QCursor::pos()));
 }
 
-std::optional<QRectF> X11Screens::windowFrame(std::uint64_t window) const {
+std::optional<QRectF> X11Screens::windowFrame(WindowId window) const {
     if (!m_requests.isUsable()) return std::nullopt;
     xcb_connection_t* connection = m_requests.get();
     const auto id = static_cast<X11Connection::Window>(window);

@@ -15,9 +15,10 @@ class X11Screens final : public Screens {
     explicit X11Screens(QObject* parent = nullptr);
     ~X11Screens() override;
 
+    [[nodiscard]] PortSupport supported() const override;
     [[nodiscard]] std::vector<Screen> screens() const override { return m_screens; }
     [[nodiscard]] QPointF pointer() const override;
-    [[nodiscard]] std::optional<QRectF> windowFrame(std::uint64_t window) const override;
+    [[nodiscard]] std::optional<QRectF> windowFrame(WindowId window) const override;
 
   protected:
     [[nodiscard]] double baseline() const override { return m_baseline; }

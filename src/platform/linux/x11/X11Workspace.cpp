@@ -28,6 +28,14 @@ X11Workspace::X11Workspace(QObject* parent) : Workspace(parent) {
 
 X11Workspace::~X11Workspace() = default;
 
+PortSupport X11Workspace::supported() const {
+    if (!m_requests.isUsable()) return std::unexpected(QStringLiteral("No X server answers."));
+    if (!m_requests.numbers(m_requests.root(), m_requests.atom("_NET_SUPPORTING_WM_CHECK")).empty())
+        return {};
+    return std::unexpected(
+        QStringLiteral("No window manager runs that says which application is in front."));
+}
+
 void X11Workspace::watchActiveWindow() {
     m_events.watchRootProperties();
     m_lastActive = static_cast<Window>(activeWindow().value_or(0));
@@ -64,7 +72,7 @@ std::optional<ProcessId> X11Workspace::frontmostProcess() const {
     return window ? processOf(*window) : std::nullopt;
 }
 
-std::optional<Workspace::WindowId> X11Workspace::activeWindow() const {
+std::optional<WindowId> X11Workspace::activeWindow() const {
     const auto windows = m_requests.numbers(m_requests.root(), m_activeWindowAtom);
     if (windows.empty() || windows.front() == 0) return std::nullopt;
     return windows.front();

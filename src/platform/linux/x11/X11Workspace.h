@@ -3,6 +3,7 @@
 #include "platform/Workspace.h"
 #include "platform/linux/desktop/DesktopEntries.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11InputWatch.h"
 
 #include <QSocketNotifier>
 
@@ -17,6 +18,8 @@ class X11Workspace final : public Workspace {
     explicit X11Workspace(QObject* parent = nullptr);
     ~X11Workspace() override;
 
+    [[nodiscard]] PortSupport supported() const override;
+    [[nodiscard]] bool wasUsed() override { return m_input.wasUsed(); }
     [[nodiscard]] std::optional<ProcessId> frontmostProcess() const override;
     [[nodiscard]] std::optional<WindowId> activeWindow() const override;
     [[nodiscard]] std::optional<RunningApplication> application(ProcessId process) const override;
@@ -41,6 +44,7 @@ class X11Workspace final : public Workspace {
     X11Connection::Atom m_classAtom = 0;
     std::unique_ptr<QSocketNotifier> m_notifier;
     Window m_lastActive = 0;
+    X11InputWatch m_input;
     mutable DesktopEntries m_desktopEntries;
 };
 

@@ -15,7 +15,7 @@ namespace vorq {
 namespace {
 
 // Announces the bus it is on as that of accessibility, and is the only application there.
-class FakeApplication final : public QDBusVirtualObject {
+class ScriptedApplication final : public QDBusVirtualObject {
   public:
     bool tellsItsName = true;
 
@@ -79,7 +79,7 @@ class AtSpiApplicationsTest : public testing::Test {
         return names;
     }
 
-    FakeApplication application;
+    ScriptedApplication application;
 
   private:
     PrivateBus m_bus;

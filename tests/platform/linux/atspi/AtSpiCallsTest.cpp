@@ -20,7 +20,7 @@ namespace {
 using testing::Optional;
 
 // Gives the same reply to whatever it is asked.
-class FakeElement final : public QDBusVirtualObject {
+class ScriptedBusElement final : public QDBusVirtualObject {
   public:
     QVariantList reply;
 
@@ -52,7 +52,7 @@ class AtSpiCallsTest : public testing::Test {
 
   private:
     PrivateBus m_bus;
-    FakeElement m_element;
+    ScriptedBusElement m_element;
     QDBusConnection m_server = m_bus.connection("element");
     QDBusConnection m_client = m_bus.connection("reader");
 };

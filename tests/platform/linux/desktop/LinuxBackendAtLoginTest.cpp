@@ -110,12 +110,12 @@ TEST(LoopbackAddress, IsOfThisComputerAlone) {
 }
 
 TEST_F(LinuxBackendAtLoginTest, IsOfferedOnlyForABackendOnThisComputer) {
-    EXPECT_TRUE(backend(m_listener.url()).offered());
-    const auto elsewhere = backend(QUrl("https://vorq.example/")).offered();
+    EXPECT_TRUE(backend(m_listener.url()).supported());
+    const auto elsewhere = backend(QUrl("https://vorq.example/")).supported();
     ASSERT_FALSE(elsewhere);
     EXPECT_THAT(elsewhere.error().toStdString(), HasSubstr("is not on this computer"));
     EXPECT_FALSE(backend(QUrl("https://vorq.example/")).switchOn());
-    const auto missing = backend(m_listener.url(), {}).offered();
+    const auto missing = backend(m_listener.url(), {}).supported();
     ASSERT_FALSE(missing);
     EXPECT_THAT(missing.error().toStdString(), HasSubstr("no program vorq-gateway"));
     EXPECT_FALSE(QFile::exists(at("config")));

@@ -11,7 +11,7 @@
 namespace vorq {
 namespace {
 
-class FakePortal final : public QDBusVirtualObject {
+class ScriptedPortal final : public QDBusVirtualObject {
   public:
     QHash<QString, QVariant> values{{"color-scheme", 1U},
                                     {"contrast", 1U},
@@ -45,7 +45,7 @@ class PortalDesktopTest : public testing::Test {
     PrivateBus m_bus;
     QDBusConnection m_server = m_bus.connection("portal-server");
     QDBusConnection m_client = m_bus.connection("portal-client");
-    FakePortal portal;
+    ScriptedPortal portal;
 };
 
 TEST_F(PortalDesktopTest, ReadsWhatTheDesktopWants) {

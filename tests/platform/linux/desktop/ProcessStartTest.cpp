@@ -1,6 +1,6 @@
 #include "platform/linux/desktop/ProcessStart.h"
 
-#include "platform/portable/SystemClock.h"
+#include "platform/linux/desktop/SystemClock.h"
 
 #include <gtest/gtest.h>
 

@@ -18,11 +18,16 @@ TEST(SessionKindTest, IsWaylandWhereACompositorIsNamed) {
               SessionKind::Wayland);
 }
 
-TEST(SessionKindTest, IsX11Otherwise) {
+TEST(SessionKindTest, IsX11WhereOnlyAnXServerIsNamed) {
     EXPECT_EQ(sessionKind(environment({{"DISPLAY", ":0"}})), SessionKind::X11);
     EXPECT_EQ(sessionKind(environment({{"XDG_SESSION_TYPE", "x11"}, {"WAYLAND_DISPLAY", ""}})),
               SessionKind::X11);
-    EXPECT_EQ(sessionKind(environment({})), SessionKind::X11);
+}
+
+TEST(SessionKindTest, IsNoneInATerminalOrService) {
+    EXPECT_EQ(sessionKind(environment({})), SessionKind::None);
+    EXPECT_EQ(sessionKind(environment({{"XDG_SESSION_TYPE", "tty"}, {"DISPLAY", ""}})),
+              SessionKind::None);
 }
 
 TEST(XServerChoiceTest, IsMadeInAWaylandSessionWhoseXServerAnswers) {

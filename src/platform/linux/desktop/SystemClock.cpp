@@ -1,4 +1,4 @@
-#include "platform/portable/SystemClock.h"
+#include "platform/linux/desktop/SystemClock.h"
 
 #include <QSocketNotifier>
 

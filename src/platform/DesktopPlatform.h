@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/PortSupport.h"
+
+#include <memory>
+
+class QUrl;
+
+namespace vorq {
+
+class Accessibility;
+class AppPaths;
+class BackendAtLogin;
+class Clock;
+class Compositor;
+class Defaults;
+class DesktopAppearance;
+class GlobalHotKeys;
+class Installation;
+class LocalSignIn;
+class LoginItem;
+class NotesBridge;
+class OverlayHints;
+class PermissionProbe;
+class PressMonitor;
+class PrimarySelection;
+class Screens;
+class Workspace;
+
+/// Gives the ports of the system that the program runs on, in the form that the session needs.
+/// Each is made when it is first asked for and lives as long as the platform, which must go before
+/// the application object. What the session lacks is a null form that says so. Main thread only.
+class DesktopPlatform {
+  public:
+    DesktopPlatform() = default;
+    DesktopPlatform(const DesktopPlatform&) = delete;
+    DesktopPlatform& operator=(const DesktopPlatform&) = delete;
+    virtual ~DesktopPlatform() = default;
+
+    // For every program, with an application object of whatever kind.
+    virtual Clock& clock() = 0;
+    virtual AppPaths& paths() = 0;
+    virtual Defaults& defaults() = 0;
+    virtual NotesBridge& notes() = 0;
+    virtual LoginItem& loginItem() = 0;
+    virtual LocalSignIn& localSignIn() = 0;
+    virtual const Installation& installation() = 0;
+
+    /// The backend on this computer, for the address where Vorq looks for one. It may outlive the
+    /// platform.
+    [[nodiscard]] virtual std::shared_ptr<BackendAtLogin>
+    makeBackendAtLogin(const QUrl& address) = 0;
+
+    // For programs with windows, which have a QGuiApplication.
+    virtual Workspace& workspace() = 0;
+    virtual Screens& screens() = 0;
+    virtual Compositor& compositor() = 0;
+    virtual DesktopAppearance& appearance() = 0;
+    virtual OverlayHints& overlayHints() = 0;
+    virtual PressMonitor& presses() = 0;
+    virtual GlobalHotKeys& hotKeys() = 0;
+    virtual Accessibility& accessibility() = 0;
+    virtual PrimarySelection& primarySelection() = 0;
+    virtual const PermissionProbe& permissions() = 0;
+
+    /// Whether there is a graphics processor that this user may draw with.
+    [[nodiscard]] virtual bool hasGraphicsProcessor() const = 0;
+
+    /// Has links of Vorq's own scheme opened by this program, unless its installation has seen to
+    /// that. Failures are silent.
+    virtual void registerUrlScheme() = 0;
+};
+
+} // namespace vorq

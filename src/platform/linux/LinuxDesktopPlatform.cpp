@@ -1,0 +1,215 @@
+#include "platform/linux/LinuxDesktopPlatform.h"
+
+#include "platform/linux/LinuxPermissionProbe.h"
+#include "platform/linux/atspi/AtSpiAccessibility.h"
+#include "platform/linux/atspi/AtSpiBus.h"
+#include "platform/linux/desktop/DesktopEntries.h"
+#include "platform/linux/desktop/GatewayHandoff.h"
+#include "platform/linux/desktop/GraphicsProcessor.h"
+#include "platform/linux/desktop/LinuxBackendAtLogin.h"
+#include "platform/linux/desktop/LinuxDesktopLook.h"
+#include "platform/linux/desktop/SystemClock.h"
+#include "platform/linux/desktop/UrlScheme.h"
+#include "platform/linux/desktop/XdgInstallation.h"
+#include "platform/linux/desktop/XdgLoginItem.h"
+#include "platform/linux/desktop/XdgPaths.h"
+#include "platform/linux/notes/LinuxNotesBridge.h"
+#include "platform/linux/wayland/WaylandWorkspace.h"
+#include "platform/linux/x11/X11Compositor.h"
+#include "platform/linux/x11/X11HotKeys.h"
+#include "platform/linux/x11/X11OverlayHints.h"
+#include "platform/linux/x11/X11PressMonitor.h"
+#include "platform/linux/x11/X11PrimarySelection.h"
+#include "platform/linux/x11/X11Screens.h"
+#include "platform/linux/x11/X11Workspace.h"
+#include "platform/portable/SettingsFile.h"
+#include "platform/portable/ThreadedNotesBridge.h"
+#include "support/async/OnPool.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+
+namespace vorq {
+namespace {
+
+// The port, made by the function when it is first asked for.
+template<typename Port, typename Make>
+Port& madeOnce(std::unique_ptr<Port>& port, Make make) {
+    if (!port) port = make();
+    return *port;
+}
+
+// On an X server, of a Wayland session too, one form; without any session the null form.
+template<typename OnX11, typename None, typename Port>
+Port& ofSession(SessionKind session, std::unique_ptr<Port>& port) {
+    return madeOnce(port, [session]() -> std::unique_ptr<Port> {
+        if (session == SessionKind::None) return std::make_unique<None>();
+        return std::make_unique<OnX11>();
+    });
+}
+
+std::vector<PixelScreen> pixelScreens(const Screens& screens) {
+    std::vector<PixelScreen> all;
+    for (const Screen& screen : screens.screens()) {
+        const QRectF points = screens.flipped(screen.frame);
+        all.push_back(
+            {.pixels = QRect(points.topLeft().toPoint(), (points.size() * screen.scale).toSize()),
+             .scale = screen.scale});
+    }
+    return all;
+}
+
+} // namespace
+
+// Each stands below those that it uses.
+struct LinuxDesktopPlatform::Parts {
+    SystemClock clock;
+    XdgPaths paths;
+    std::unique_ptr<Defaults> defaults;
+    std::unique_ptr<NotesBridge> notes;
+    std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<LocalSignIn> localSignIn;
+    std::unique_ptr<Installation> installation;
+    std::shared_ptr<AtSpiBus> accessibilityBus;
+    std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<Screens> screens;
+    std::unique_ptr<Compositor> compositor;
+    std::unique_ptr<DesktopAppearance> appearance;
+    std::unique_ptr<OverlayHints> overlayHints;
+    std::unique_ptr<PressMonitor> presses;
+    std::unique_ptr<GlobalHotKeys> hotKeys;
+    std::unique_ptr<AtSpiAccessibility> accessibility;
+    QObject screensObserver;
+    std::unique_ptr<PrimarySelection> primarySelection;
+    std::unique_ptr<PermissionProbe> permissions;
+
+    const std::shared_ptr<AtSpiBus>& bus() {
+        if (!accessibilityBus)
+            accessibilityBus = std::make_shared<AtSpiBus>(AtSpiAccessibility::defaultSessionBus());
+        return accessibilityBus;
+    }
+};
+
+LinuxDesktopPlatform::LinuxDesktopPlatform(SessionKind session)
+    : m_session(session), m_parts(std::make_unique<Parts>()) {}
+
+LinuxDesktopPlatform::~LinuxDesktopPlatform() = default;
+
+Clock& LinuxDesktopPlatform::clock() {
+    return m_parts->clock;
+}
+
+AppPaths& LinuxDesktopPlatform::paths() {
+    return m_parts->paths;
+}
+
+Defaults& LinuxDesktopPlatform::defaults() {
+    return madeOnce(m_parts->defaults, [this] {
+        return std::make_unique<SettingsFile>(settingsPath(m_parts->paths));
+    });
+}
+
+NotesBridge& LinuxDesktopPlatform::notes() {
+    return madeOnce(m_parts->notes, [this] {
+        return std::make_unique<ThreadedNotesBridge>(std::make_shared<LinuxNotesBridge>(
+            LinuxNotesBridge::choice(defaults()), LinuxNotesBridge::folder(defaults()),
+            QDBusConnection::sessionBus()));
+    });
+}
+
+LoginItem& LinuxDesktopPlatform::loginItem() {
+    return madeOnce(m_parts->loginItem, [this] {
+        return std::make_unique<XdgLoginItem>(defaults(), configurationFolder(m_parts->paths),
+                                              QCoreApplication::applicationFilePath());
+    });
+}
+
+LocalSignIn& LinuxDesktopPlatform::localSignIn() {
+    return madeOnce(m_parts->localSignIn,
+                    [this] { return std::make_unique<GatewayHandoff>(m_parts->clock); });
+}
+
+const Installation& LinuxDesktopPlatform::installation() {
+    return madeOnce(m_parts->installation, [this] {
+        return std::make_unique<XdgInstallation>(QCoreApplication::applicationFilePath(),
+                                                 XdgInstallation::dataFolders(m_parts->paths));
+    });
+}
+
+std::shared_ptr<BackendAtLogin> LinuxDesktopPlatform::makeBackendAtLogin(const QUrl& address) {
+    return std::make_shared<LinuxBackendAtLogin>(LinuxBackendAtLogin::Setting{
+        .configurationFolder = configurationFolder(m_parts->paths),
+        .gateway = LinuxBackendAtLogin::findGateway(QCoreApplication::applicationFilePath()),
+        .address = address});
+}
+
+Workspace& LinuxDesktopPlatform::workspace() {
+    if (m_session != SessionKind::Wayland)
+        return ofSession<X11Workspace, NoWorkspace>(m_session, m_parts->workspace);
+    return madeOnce(m_parts->workspace, [this] {
+        return std::make_unique<WaylandWorkspace>(m_parts->clock, m_parts->bus());
+    });
+}
+
+// Qt has screens in every session.
+Screens& LinuxDesktopPlatform::screens() {
+    return madeOnce(m_parts->screens, [] { return std::make_unique<X11Screens>(); });
+}
+
+Compositor& LinuxDesktopPlatform::compositor() {
+    return ofSession<X11Compositor, NoCompositor>(m_session, m_parts->compositor);
+}
+
+DesktopAppearance& LinuxDesktopPlatform::appearance() {
+    return madeOnce(m_parts->appearance, [] { return std::make_unique<LinuxDesktopLook>(); });
+}
+
+OverlayHints& LinuxDesktopPlatform::overlayHints() {
+    return ofSession<X11OverlayHints, NoOverlayHints>(m_session, m_parts->overlayHints);
+}
+
+PressMonitor& LinuxDesktopPlatform::presses() {
+    return madeOnce(m_parts->presses, [this]() -> std::unique_ptr<PressMonitor> {
+        if (m_session == SessionKind::None) return std::make_unique<NoPressMonitor>();
+        return std::make_unique<X11PressMonitor>(screens());
+    });
+}
+
+GlobalHotKeys& LinuxDesktopPlatform::hotKeys() {
+    return ofSession<X11HotKeys, NoHotKeys>(m_session, m_parts->hotKeys);
+}
+
+Accessibility& LinuxDesktopPlatform::accessibility() {
+    if (m_parts->accessibility) return *m_parts->accessibility;
+    m_parts->accessibility = std::make_unique<AtSpiAccessibility>(m_parts->bus());
+    const Screens* all = &screens();
+    const auto follow = [this, all] { m_parts->accessibility->setScreens(pixelScreens(*all)); };
+    QObject::connect(all, &Screens::changed, &m_parts->screensObserver, follow);
+    follow();
+    return *m_parts->accessibility;
+}
+
+PrimarySelection& LinuxDesktopPlatform::primarySelection() {
+    return ofSession<X11PrimarySelection, NoPrimarySelection>(m_session, m_parts->primarySelection);
+}
+
+const PermissionProbe& LinuxDesktopPlatform::permissions() {
+    return madeOnce(m_parts->permissions,
+                    [this] { return std::make_unique<LinuxPermissionProbe>(accessibility()); });
+}
+
+bool LinuxDesktopPlatform::hasGraphicsProcessor() const {
+    return vorq::hasGraphicsProcessor();
+}
+
+void LinuxDesktopPlatform::registerUrlScheme() {
+    const UrlScheme scheme(DesktopEntries::standardFolders(),
+                           QCoreApplication::applicationFilePath());
+    (void)onPool(
+        [scheme] {
+            if (scheme.ensureEntry()) UrlScheme::makeDefault();
+        },
+        {});
+}
+
+} // namespace vorq
