@@ -2,7 +2,7 @@
 
 #include "ui/native/ApplicationAccessible.h"
 #include "ui/native/Fonts.h"
-#include "ui/native/ScopeAccessible.h"
+#include "ui/native/ItemAccessible.h"
 #include "ui/native/ScreenReader.h"
 
 #include <QGuiApplication>
@@ -24,7 +24,7 @@ constexpr const char* contextProperty = "vorqUiContext";
 void prepareUi() {
     Fonts::preferColourEmoji();
     ApplicationAccessible::install();
-    ScopeAccessible::install();
+    ItemAccessible::install();
     ScreenReader::watch();
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
 }

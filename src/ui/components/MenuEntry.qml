@@ -24,7 +24,7 @@ T.MenuItem {
     implicitWidth: Math.ceil(Math.max(name.implicitWidth, subText.implicitWidth) + textStart + sideRoom + statusRoom)
     implicitHeight: sub !== "" ? Theme.grown(44) : Theme.grown(30)
     hoverEnabled: true
-    Accessible.role: checkable ? Accessible.RadioButton : Accessible.MenuItem
+    Accessible.role: Accessible.MenuItem
     Accessible.name: status !== "" ? qsTr("%1, %2").arg(text).arg(status) : text
     Accessible.description: sub
     Accessible.checkable: checkable

@@ -15,10 +15,10 @@ Control {
     readonly property real iconRoom: iconName !== "" ? iconSize + iconGap : 0
     readonly property color ink: !enabled ? Theme.inkOff : isChosen ? Theme.chosenInk : hovered ? Theme.ink : Theme.ink2
 
+    role: Accessible.RadioButton
     ringRadius: corner
     ringGap: 1
     z: visualFocus ? 1 : 0 // its ring lies over the others
-    Accessible.role: Accessible.RadioButton
     Accessible.checkable: true
     Accessible.checked: isChosen
     implicitWidth: Math.ceil(strong.implicitWidth + iconRoom) + 2 * sidePadding

@@ -27,7 +27,7 @@ Control {
 
     implicitWidth: 400
     implicitHeight: Math.max(Theme.grown(52), content.height + 2 * endRoom)
-    Accessible.role: leadsOn ? Accessible.Button : Accessible.Grouping
+    role: leadsOn ? Accessible.Button : Accessible.Grouping
     help: sub
     hoverEnabled: leadsOn
     focusPolicy: leadsOn ? Qt.TabFocus : Qt.NoFocus

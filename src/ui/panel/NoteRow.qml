@@ -14,14 +14,13 @@ Control {
     readonly property int textX: 44
 
     implicitHeight: Theme.grown(detail !== "" ? 52 : 44)
+    role: Accessible.CheckBox
     text: title
     help: detail
     ringRadius: Theme.radiusRow
     ringGap: -Theme.ringGap
-    Accessible.role: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: isChecked
-    Accessible.onToggleAction: row.press()
 
     background: Squircle {
         radius: Theme.radiusRow

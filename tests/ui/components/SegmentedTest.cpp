@@ -74,6 +74,7 @@ TEST_F(SegmentedTest, AScreenReaderHearsWhichOfThemHolds) {
     const auto segment = [this](const QString& words) -> QAccessibleInterface& {
         return heard(*saying(words));
     };
+    EXPECT_EQ(segment("Open").role(), QAccessible::RadioButton);
     EXPECT_TRUE(segment("Open").state().checked);
     EXPECT_FALSE(segment("All").state().checked);
     pressAsScreenReader(*saying("All"));

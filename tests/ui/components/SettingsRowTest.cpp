@@ -50,6 +50,7 @@ TEST_F(SettingsRowTest, IsHeardAsWhatItIs) {
     EXPECT_EQ(heard(part("leads")).role(), QAccessible::Button);
     EXPECT_EQ(heard(part("leads")).text(QAccessible::Name), "Customize");
     EXPECT_EQ(heard(part("leads")).text(QAccessible::Description), "Colors.");
+    EXPECT_EQ(heard(part("row")).role(), QAccessible::Grouping);
 }
 
 TEST_F(SettingsRowTest, ControlsThatLeaveNoRoomStandBelowTheWords) {

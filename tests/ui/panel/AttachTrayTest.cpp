@@ -54,6 +54,17 @@ TEST_F(AttachTrayTest, ANoteIsTickedAndStaysInTheList) {
               QStringList({"Notes 1", "Notes 2"}));
 }
 
+TEST_F(AttachTrayTest, ANoteIsHeardAsACheckBox) {
+    QAccessible::setActive(true);
+    showNotes(1);
+    QAccessibleInterface& row = *QAccessible::queryAccessibleInterface(stage.find("NoteRow"));
+    EXPECT_EQ(row.role(), QAccessible::CheckBox);
+    EXPECT_FALSE(row.state().checked);
+    row.actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_TRUE(row.state().checked);
+    QAccessible::setActive(false);
+}
+
 TEST_F(AttachTrayTest, KeysTickANoteToo) {
     showNotes(1);
     QQuickItem* row = stage.find("NoteRow");

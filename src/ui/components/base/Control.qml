@@ -7,6 +7,7 @@ import Vorq
 T.AbstractButton {
     id: control
 
+    property int role: Accessible.Button // for screen readers; Qt overwrites the attached one
     property string help: ""
     property string tip: "" // "" for a control that needs none
     property real ringRadius: Theme.radiusControl
@@ -26,10 +27,9 @@ T.AbstractButton {
 
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
-    Accessible.role: Accessible.Button
+    Accessible.role: role
     Accessible.name: text
     Accessible.description: help
-    Accessible.onPressAction: control.press()
     Keys.forwardTo: tabs ? [tabs] : []
     Keys.onReturnPressed: event => control.pressByKey(event)
     Keys.onEnterPressed: event => control.pressByKey(event)

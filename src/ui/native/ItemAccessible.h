@@ -8,15 +8,16 @@ class QQuickItem;
 
 namespace vorq {
 
-/// A scope of the focus, such as a list, as a screen reader meets it. Qt says of each scope around
-/// the control with the keyboard that it has it, too; this never does. Its elements are in the
-/// order in which they stand under each other. Role and name are those of the page. Main thread
-/// only.
-class ScopeAccessible final : public QAccessibleObject {
+/// An item of a page as a screen reader meets it; by itself one that is a scope of the focus, such
+/// as a list. Qt says of each scope around the control with the keyboard that it has it, too; this
+/// never does. Its elements are in the order in which they stand under each other. Role and name
+/// are those of the page. Main thread only.
+class ItemAccessible : public QAccessibleObject {
   public:
-    explicit ScopeAccessible(QQuickItem& scope);
+    explicit ItemAccessible(QQuickItem& item);
 
-    /// From now on each scope that a page makes an element has one of these.
+    /// From now on each scope that a page makes an element has one of these, and each control a
+    /// `ControlAccessible`.
     static void install();
 
     // QAccessibleInterface
@@ -32,8 +33,12 @@ class ScopeAccessible final : public QAccessibleObject {
     [[nodiscard]] QAccessible::Role role() const override;
     [[nodiscard]] QAccessible::State state() const override;
 
+  protected:
+    [[nodiscard]] QQuickItem& subject() const;
+    /// What the page says of the item.
+    [[nodiscard]] QObject* attached() const;
+
   private:
-    [[nodiscard]] QQuickItem& scope() const;
     [[nodiscard]] std::vector<QQuickItem*> elements() const;
 };
 

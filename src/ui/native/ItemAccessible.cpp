@@ -1,6 +1,7 @@
-#include "ui/native/ScopeAccessible.h"
+#include "ui/native/ItemAccessible.h"
 
 #include "support/StableSort.h"
+#include "ui/native/ControlAccessible.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -33,61 +34,71 @@ void collectElements(const QQuickItem& item, std::vector<QQuickItem*>& found) {
             collectElements(*child, found);
 }
 
-QAccessibleInterface* interfaceOfScope(const QString&, QObject* object) {
+// Controls of the page's own, which have a role.
+bool isControlOfPage(const QQuickItem& item) {
+    return item.inherits("QQuickAbstractButton") && item.property("role").isValid();
+}
+
+QAccessibleInterface* interfaceOfItem(const QString&, QObject* object) {
     auto* item = qobject_cast<QQuickItem*>(object);
-    const bool isScope = item && item->isFocusScope() && isElement(*item);
-    return isScope ? new ScopeAccessible(*item) : nullptr;
+    if (!item || !isElement(*item)) return nullptr;
+    if (isControlOfPage(*item)) return new ControlAccessible(*item);
+    return item->isFocusScope() ? new ItemAccessible(*item) : nullptr;
 }
 
 } // namespace
 
-ScopeAccessible::ScopeAccessible(QQuickItem& scope) : QAccessibleObject(&scope) {}
+ItemAccessible::ItemAccessible(QQuickItem& item) : QAccessibleObject(&item) {}
 
-void ScopeAccessible::install() {
-    QAccessible::installFactory(interfaceOfScope);
+void ItemAccessible::install() {
+    QAccessible::installFactory(interfaceOfItem);
 }
 
-QQuickItem& ScopeAccessible::scope() const {
+QQuickItem& ItemAccessible::subject() const {
     return *static_cast<QQuickItem*>(object());
 }
 
-std::vector<QQuickItem*> ScopeAccessible::elements() const {
+QObject* ItemAccessible::attached() const {
+    return attachedTo(subject());
+}
+
+std::vector<QQuickItem*> ItemAccessible::elements() const {
     std::vector<QQuickItem*> found;
-    collectElements(scope(), found);
+    collectElements(subject(), found);
     // A list makes its items in the order in which they come into view.
-    const auto top = [this](const QQuickItem* item) { return item->mapToItem(&scope(), {}).y(); };
+    const auto top = [this](const QQuickItem* item) { return item->mapToItem(&subject(), {}).y(); };
     if (role() == QAccessible::List)
         stableSort(found, [&](QQuickItem* a, QQuickItem* b) { return top(a) < top(b); });
     return found;
 }
 
-QWindow* ScopeAccessible::window() const {
-    return scope().window();
+QWindow* ItemAccessible::window() const {
+    return subject().window();
 }
 
-QAccessibleInterface* ScopeAccessible::parent() const {
-    for (QQuickItem* item = scope().parentItem(); item != nullptr; item = item->parentItem())
+QAccessibleInterface* ItemAccessible::parent() const {
+    for (QQuickItem* item = subject().parentItem(); item != nullptr; item = item->parentItem())
         if (isElement(*item)) return QAccessible::queryAccessibleInterface(item);
-    return QAccessible::queryAccessibleInterface(scope().window());
+    return QAccessible::queryAccessibleInterface(subject().window());
 }
 
-QAccessibleInterface* ScopeAccessible::focusChild() const {
-    QQuickItem* holder = scope().window() ? scope().window()->activeFocusItem() : nullptr;
-    if (!holder || !scope().isAncestorOf(holder)) return nullptr;
+QAccessibleInterface* ItemAccessible::focusChild() const {
+    QQuickItem* holder = subject().window() ? subject().window()->activeFocusItem() : nullptr;
+    if (!holder || !subject().isAncestorOf(holder)) return nullptr;
     QAccessibleInterface* element = QAccessible::queryAccessibleInterface(holder);
     QAccessibleInterface* within = element ? element->focusChild() : nullptr;
     return within ? within : element;
 }
 
-QAccessibleInterface* ScopeAccessible::child(int index) const {
+QAccessibleInterface* ItemAccessible::child(int index) const {
     const std::vector<QQuickItem*> items = elements();
     const bool isThere = index >= 0 && index < std::ssize(items);
     return isThere ? QAccessible::queryAccessibleInterface(items[static_cast<std::size_t>(index)])
                    : nullptr;
 }
 
-QAccessibleInterface* ScopeAccessible::childAt(int x, int y) const {
-    if (scope().clip() && !rect().contains(x, y)) return nullptr;
+QAccessibleInterface* ItemAccessible::childAt(int x, int y) const {
+    if (subject().clip() && !rect().contains(x, y)) return nullptr;
     const std::vector<QQuickItem*> items = elements();
     for (auto item = items.crbegin(); item != items.crend(); ++item) {
         QAccessibleInterface* element = QAccessible::queryAccessibleInterface(*item);
@@ -98,38 +109,38 @@ QAccessibleInterface* ScopeAccessible::childAt(int x, int y) const {
     return nullptr;
 }
 
-int ScopeAccessible::childCount() const {
+int ItemAccessible::childCount() const {
     return static_cast<int>(std::ssize(elements()));
 }
 
-int ScopeAccessible::indexOfChild(const QAccessibleInterface* child) const {
+int ItemAccessible::indexOfChild(const QAccessibleInterface* child) const {
     const std::vector<QQuickItem*> items = elements();
     const auto found = std::ranges::find(items, child->object());
     return found == items.end() ? -1 : static_cast<int>(std::distance(items.begin(), found));
 }
 
-QString ScopeAccessible::text(QAccessible::Text kind) const {
-    const QObject* attached = attachedTo(scope());
-    if (!attached) return {};
-    if (kind == QAccessible::Name) return attached->property("name").toString();
-    return kind == QAccessible::Description ? attached->property("description").toString()
-                                            : QString();
+QString ItemAccessible::text(QAccessible::Text kind) const {
+    const QObject* page = attached();
+    if (!page) return {};
+    if (kind == QAccessible::Name) return page->property("name").toString();
+    return kind == QAccessible::Description ? page->property("description").toString() : QString();
 }
 
-QRect ScopeAccessible::rect() const {
-    if (!scope().isVisible() || !scope().window()) return {};
-    return QRectF(scope().mapToGlobal({0, 0}), scope().size()).toAlignedRect();
+QRect ItemAccessible::rect() const {
+    if (!subject().isVisible() || !subject().window()) return {};
+    return QRectF(subject().mapToGlobal({0, 0}), subject().size()).toAlignedRect();
 }
 
-QAccessible::Role ScopeAccessible::role() const {
-    const QObject* attached = attachedTo(scope());
-    const int role = attached ? attached->property("role").toInt() : QAccessible::NoRole;
+QAccessible::Role ItemAccessible::role() const {
+    const QObject* page = attached();
+    const int role = page ? page->property("role").toInt() : QAccessible::NoRole;
     return role == QAccessible::NoRole ? QAccessible::Client : static_cast<QAccessible::Role>(role);
 }
 
-QAccessible::State ScopeAccessible::state() const {
+QAccessible::State ItemAccessible::state() const {
     QAccessible::State state;
-    state.invisible = !scope().isVisible() || !scope().window() || !scope().window()->isVisible();
+    state.invisible =
+        !subject().isVisible() || !subject().window() || !subject().window()->isVisible();
     return state;
 }
 
