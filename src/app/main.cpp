@@ -166,6 +166,8 @@ void endBySignal(int status) {
 
 int main(int argc, char** argv) {
     vorq::openStandardDescriptors();
+    // Lines begin with Vorq, whatever their category.
+    qSetMessagePattern(QStringLiteral("%{message}"));
     QCoreApplication::setApplicationName(QStringLiteral("vorq"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VORQ_VERSION));
     QStringList arguments;

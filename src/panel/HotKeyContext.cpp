@@ -13,7 +13,10 @@
 
 namespace vorq {
 
-HotKeyContext::HotKeyContext(const Services& services) : m_services(services) {
+static Q_LOGGING_CATEGORY(panelLog, "vorq.panel", QtInfoMsg)
+
+    HotKeyContext::HotKeyContext(const Services& services)
+    : m_services(services) {
     connect(&services.conversation, &PanelConversation::dropped, this,
             [this] { m_held.discard(); });
 }
@@ -139,7 +142,7 @@ void HotKeyContext::log(bool isTrusted, Source source, const CapturedText& captu
                  name.isEmpty() ? QStringLiteral("-") : name,
                  captured.isHeldBack ? QStringLiteral("held")
                                      : QString::number(graphemeCount(captured.text)));
-    qInfo("Vorq capture: %s", qUtf8Printable(line));
+    qCInfo(panelLog, "Vorq capture: %s", qUtf8Printable(line));
     m_services.capture.log(line);
 }
 

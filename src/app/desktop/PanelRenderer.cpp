@@ -1,5 +1,7 @@
 #include "app/desktop/PanelRenderer.h"
 
+#include "app/desktop/AppLog.h"
+
 #include <QProcessEnvironment>
 #include <QQuickWindow>
 
@@ -32,7 +34,7 @@ void chooseRenderer(bool hasGraphicsProcessor) {
     if (!wantsSoftwareRenderer(QProcessEnvironment::systemEnvironment(), hasGraphicsProcessor))
         return;
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    qInfo("Vorq: there is no graphics processor to draw with, so OpenGL is not used.");
+    qCInfo(appLog, "Vorq: there is no graphics processor to draw with, so OpenGL is not used.");
 }
 
 } // namespace vorq

@@ -4,10 +4,9 @@
 #include "backend/account/BrowserSignIn.h"
 #include "backend/api/Session.h"
 #include "backend/api/VorqAPIService.h"
+#include "backend/http/BackendLog.h"
 #include "platform/Clock.h"
 #include "support/text/Text.h"
-
-#include <QLoggingCategory>
 
 namespace vorq {
 
@@ -89,7 +88,7 @@ QCoro::Task<> AccountSignIn::runHandoff(QPointer<AccountSignIn> self, QString co
         co_return;
     } catch (const BackendError& error) {
         if (!self || stop.stop_requested()) co_return;
-        qWarning("Vorq mac handoff failed: %s", error.what());
+        qCWarning(backendLog, "Vorq mac handoff failed: %s", error.what());
         co_return emit self->macHandoffEnded(code, error.message());
     }
     emit self->macHandoffEnded(code, failure);

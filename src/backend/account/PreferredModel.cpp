@@ -2,10 +2,9 @@
 
 #include "backend/account/ModelCatalogue.h"
 #include "backend/api/VorqAPIService.h"
+#include "backend/http/BackendLog.h"
 #include "platform/Defaults.h"
 #include "support/text/Text.h"
-
-#include <QLoggingCategory>
 
 namespace vorq {
 namespace {
@@ -20,7 +19,7 @@ QCoro::Task<> sendModel(VorqAPIService& api, QString token, QString id, std::sto
         co_await api.updatePreferredModel(token, id, stop);
     } catch (const BackendError& error) {
         if (stop.stop_requested()) co_return;
-        qWarning("Vorq preferred model sync failed: %s", error.what());
+        qCWarning(backendLog, "Vorq preferred model sync failed: %s", error.what());
     }
 }
 

@@ -1,9 +1,8 @@
 #include "backend/http/CurlExchange.h"
 
+#include "backend/http/BackendLog.h"
 #include "backend/http/CurlMulti.h"
 #include "backend/http/Errors.h"
-
-#include <QLoggingCategory>
 
 #include <string_view>
 #include <utility>
@@ -18,8 +17,6 @@ constexpr qsizetype readAhead = 256 << 10;
 constexpr qsizetype longestRead = 64 << 10;
 // libcurl keeps every line of a response's headers and trailers, each of bounded length.
 constexpr qsizetype mostHeaderLines = 1000;
-
-Q_LOGGING_CATEGORY(transferLog, "vorq.transfer", QtWarningMsg)
 
 } // namespace
 
@@ -117,7 +114,7 @@ void CurlExchange::requireRunning() const {
     const char* const words =
         m_errorText[0] ? m_errorText.data() : LibCurl::get().easyStrerror(result);
     // What libcurl says is for whoever looks into it; a user could do nothing with it.
-    qCDebug(transferLog, "Vorq transfer failed: %s", words);
+    qCDebug(backendLog, "Vorq transfer failed: %s", words);
     throw TransferError(m_status
                             ? u"The connection to Vorq broke off before the reply was complete."_s
                             : u"The connection to Vorq could not be made."_s);

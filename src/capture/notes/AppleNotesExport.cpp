@@ -1,9 +1,9 @@
 #include "capture/notes/AppleNotesExport.h"
 
+#include "capture/source/CaptureLogging.h"
 #include "support/RawNames.h"
 #include "support/text/Text.h"
 
-#include <QLoggingCategory>
 #include <QStringBuilder>
 
 #include <algorithm>
@@ -11,8 +11,6 @@
 
 namespace vorq {
 namespace {
-
-Q_LOGGING_CATEGORY(notesLog, "vorq.notes")
 
 const QString createDenied =
     QStringLiteral("Couldn’t create the note. Allow Vorq to control Notes in System Settings → "
@@ -161,13 +159,13 @@ std::optional<QString> AppleNotesExport::noteBody(const QString& id) {
 std::expected<QString, BlockingNotes::Error> AppleNotesExport::createNote(const QString& title,
                                                                           const QString& body) {
     const AutomationPermission permission = m_requestAutomation();
-    qCInfo(notesLog, "Vorq Apple Notes automation permission=%s",
+    qCInfo(captureLog, "Vorq Apple Notes automation permission=%s",
            automationPermissions.latin1(permission).data());
     if (permission == AutomationPermission::Denied) return std::unexpected(createDenied);
     const QString answer = m_run(applenotes::createNoteScript(title, body)).value_or(QString());
     const QString id = trimmed(answer).toString();
     if (id.isEmpty()) return std::unexpected(createDenied);
-    qCInfo(notesLog, "Vorq Apple Notes create succeeded id=%ls", qUtf16Printable(id));
+    qCInfo(captureLog, "Vorq Apple Notes create succeeded id=%ls", qUtf16Printable(id));
     return id;
 }
 
@@ -177,7 +175,7 @@ std::expected<void, BlockingNotes::Error> AppleNotesExport::appendToNote(const Q
     if (m_requestAutomation() == AutomationPermission::Denied) return std::unexpected(appendDenied);
     if (!m_run(applenotes::appendToNoteScript(id, body)))
         return std::unexpected(notesbridge::appendFailed);
-    qCInfo(notesLog, "Vorq Apple Notes append succeeded id=%ls", qUtf16Printable(id));
+    qCInfo(captureLog, "Vorq Apple Notes append succeeded id=%ls", qUtf16Printable(id));
     return {};
 }
 

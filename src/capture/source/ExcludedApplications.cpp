@@ -1,5 +1,6 @@
 #include "capture/source/ExcludedApplications.h"
 
+#include "capture/source/CaptureLogging.h"
 #include "platform/Defaults.h"
 
 #include <algorithm>
@@ -39,8 +40,9 @@ std::optional<QStringList> ExcludedApplications::entries() const {
     const bool isList = !held.isValid() || held.typeId() == QMetaType::QStringList;
     if (isList || !entries.isEmpty()) return entries;
     if (!std::exchange(m_hasWarned, true))
-        qWarning("Vorq captures from no application: the setting %s is no list of texts.",
-                 qUtf8Printable(key));
+        qCWarning(captureLog,
+                  "Vorq captures from no application: the setting %s is no list of texts.",
+                  qUtf8Printable(key));
     return std::nullopt;
 }
 

@@ -1,5 +1,6 @@
 #include "library/store/LibraryStore.h"
 
+#include "library/store/LibraryLog.h"
 #include "support/files/DamagedFile.h"
 #include "support/files/DurableFile.h"
 #include "support/files/DurableFolder.h"
@@ -123,8 +124,8 @@ std::expected<QString, SaveFailure> LibraryStore::keepDamaged() const {
     const auto kept = keepDamagedFile(path<Record>());
     if (!kept) return std::unexpected(SaveFailure{false, kept.error()});
     if (!kept->isEmpty())
-        qWarning("Vorq cannot read %s; it is kept as %s.", qUtf8Printable(path<Record>()),
-                 qUtf8Printable(*kept));
+        qCWarning(libraryLog, "Vorq cannot read %s; it is kept as %s.",
+                  qUtf8Printable(path<Record>()), qUtf8Printable(*kept));
     return QFileInfo(*kept).fileName();
 }
 

@@ -4,6 +4,7 @@
 #include "platform/Clock.h"
 #include "platform/LoginItem.h"
 #include "shell/application/ApplicationHost.h"
+#include "shell/notices/ShellLog.h"
 
 #include <QPointer>
 
@@ -123,13 +124,14 @@ void AppDelegate::applicationDidFinishLaunching(LaunchOptions options) {
 void AppDelegate::registerOpenAtLoginIfNeeded() {
     const auto outcome = m_ports.loginItem.registerAtLogin();
     if (!outcome)
-        qWarning("Vorq Open at Login register failed: %s", qUtf8Printable(outcome.error()));
+        qCWarning(shellLog, "Vorq Open at Login register failed: %s",
+                  qUtf8Printable(outcome.error()));
 }
 
 void AppDelegate::observeNotifications() {
     const ShellNotifications* sender = &m_notifications;
     connect(sender, &ShellNotifications::vorqOpenLibrary, this,
-            [] { qInfo("Vorq: open Hub ignored (Setup archived)."); });
+            [] { qCInfo(shellLog, "Vorq: open Hub ignored (Setup archived)."); });
     connect(sender, &ShellNotifications::vorqShowPanel, this, &AppDelegate::showPanel);
     connect(sender, &ShellNotifications::vorqOpenStatusMenu, this, &AppDelegate::tellOfSignIn);
     connect(sender, &ShellNotifications::vorqMacHandoffCode, this,

@@ -6,6 +6,7 @@
 #include "platform/Defaults.h"
 #include "platform/Installation.h"
 #include "platform/LoginItem.h"
+#include "shell/notices/ShellLog.h"
 #include "support/files/Discard.h"
 
 #include <QFileInfo>
@@ -23,8 +24,8 @@ class Failures {
     void remove(const QString& path, Removal removal) {
         const auto outcome = removal(path);
         if (outcome) return;
-        qWarning("Vorq could not remove %s: %s", qUtf8Printable(path),
-                 qUtf8Printable(outcome.error()));
+        qCWarning(shellLog, "Vorq could not remove %s: %s", qUtf8Printable(path),
+                  qUtf8Printable(outcome.error()));
         m_paths[outcome.error()] += path;
     }
 
@@ -58,7 +59,8 @@ QStringList Uninstaller::uninstall() const {
     failures.remove(QFileInfo(library).path(), discard);
     failures.remove(m_ports.paths.cacheFolder(), removeForGood);
     if (const auto erased = m_ports.defaults.erase(); !erased) {
-        qWarning("Vorq could not remove its settings: %s", qUtf8Printable(erased.error()));
+        qCWarning(shellLog, "Vorq could not remove its settings: %s",
+                  qUtf8Printable(erased.error()));
         left += erased.error();
     }
     // With what the user or the backend keeps beside the settings.
@@ -69,7 +71,8 @@ QStringList Uninstaller::uninstall() const {
 void Uninstaller::unregisterOpenAtLogin(QStringList& left) const {
     const auto outcome = m_ports.loginItem.unregisterAtLogin();
     if (outcome) return;
-    qWarning("Vorq Open at Login unregister failed: %s", qUtf8Printable(outcome.error()));
+    qCWarning(shellLog, "Vorq Open at Login unregister failed: %s",
+              qUtf8Printable(outcome.error()));
     left += QStringLiteral("The start at login: %1").arg(outcome.error());
 }
 
@@ -77,7 +80,8 @@ void Uninstaller::unregisterOpenAtLogin(QStringList& left) const {
 void Uninstaller::removeBackend(QStringList& left) const {
     const auto outcome = m_ports.backend.remove();
     if (outcome) return;
-    qWarning("Vorq could not remove the local backend: %s", qUtf8Printable(outcome.error()));
+    qCWarning(shellLog, "Vorq could not remove the local backend: %s",
+              qUtf8Printable(outcome.error()));
     left += outcome.error();
 }
 

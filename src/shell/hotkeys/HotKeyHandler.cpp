@@ -1,5 +1,7 @@
 #include "shell/hotkeys/HotKeyHandler.h"
 
+#include "shell/notices/ShellLog.h"
+
 #include <algorithm>
 
 namespace vorq {
@@ -36,18 +38,19 @@ void HotKeyHandler::registerHotKeys() {
     const GlobalHotKeys::Outcome handler = m_hotKeys.installEventHandler();
     m_hasHandler = handler.has_value();
     if (!handler)
-        qWarning("Vorq failed to install hotkey event handler: %d", handler.error().status);
+        qCWarning(shellLog, "Vorq failed to install hotkey event handler: %d",
+                  handler.error().status);
     for (const HotKeyEntry& entry : hotKeyTable) {
         if (!handler) break;
         const char letter = entry.chord.letter;
         const GlobalHotKeys::Outcome outcome = m_hotKeys.registerHotKey(entry.chord, entry.id);
         if (outcome) {
-            qInfo("Vorq registered Command+Shift+%c %s.", letter, entry.kind);
+            qCInfo(shellLog, "Vorq registered Command+Shift+%c %s.", letter, entry.kind);
             continue;
         }
         m_missing.insert(entry.action);
-        qWarning("Vorq failed to register Command+Shift+%c hotkey: %d", letter,
-                 outcome.error().status);
+        qCWarning(shellLog, "Vorq failed to register Command+Shift+%c hotkey: %d", letter,
+                  outcome.error().status);
     }
     retryLater();
     emit noticesChanged();
@@ -66,7 +69,7 @@ void HotKeyHandler::retryMissing() {
     const auto isWon = [this](HotKeyAction action) {
         const auto entry = std::ranges::find(hotKeyTable, action, &HotKeyEntry::action);
         if (!m_hotKeys.registerHotKey(entry->chord, entry->id)) return false;
-        qInfo("Vorq registered Command+Shift+%c %s.", entry->chord.letter, entry->kind);
+        qCInfo(shellLog, "Vorq registered Command+Shift+%c %s.", entry->chord.letter, entry->kind);
         return true;
     };
     if (std::erase_if(m_missing, isWon) > 0) emit noticesChanged();

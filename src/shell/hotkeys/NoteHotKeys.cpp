@@ -1,6 +1,7 @@
 #include "shell/hotkeys/NoteHotKeys.h"
 
 #include "capture/source/FrontmostTracker.h"
+#include "shell/notices/ShellLog.h"
 
 #include <utility>
 
@@ -18,10 +19,10 @@ NoteHotKeys::NoteHotKeys(NoteCaptureFlow& notes, Workspace& workspace, Frontmost
 void NoteHotKeys::handleSaveNoteHotKey(const HotKeySource& source) {
     const auto resolved = m_frontmost.resolveSourcePID(source.process);
     const QString bundleID = bundleIDOf(source, resolved);
-    qInfo("Vorq ⌘⇧S note hotkey — source: %s pid=%s", qUtf8Printable(bundleID),
-          resolved ? qUtf8Printable(QString::number(*resolved)) : "nil");
+    qCInfo(shellLog, "Vorq ⌘⇧S note hotkey — source: %s pid=%s", qUtf8Printable(bundleID),
+           resolved ? qUtf8Printable(QString::number(*resolved)) : "nil");
     if (!m_isBound) {
-        qWarning("Vorq ⌘⇧S ignored — appState not bound yet.");
+        qCWarning(shellLog, "Vorq ⌘⇧S ignored — appState not bound yet.");
         emit flashNoteSaveStatus(false);
         return;
     }
@@ -47,7 +48,9 @@ QCoro::Task<> NoteHotKeys::save(QPointer<NoteHotKeys> self, std::optional<Proces
     const bool isSaved = co_await notes.saveNoteFromSelection(sourcePID, bundleID, false, stop);
     if (!self || stop.stop_requested()) co_return;
     emit self->flashNoteSaveStatus(isSaved);
-    if (!isSaved) qWarning("Vorq ⌘⇧S note save failed: %s", qUtf8Printable(notes.libraryMessage()));
+    if (!isSaved)
+        qCWarning(shellLog, "Vorq ⌘⇧S note save failed: %s",
+                  qUtf8Printable(notes.libraryMessage()));
 }
 
 QString NoteHotKeys::bundleIDOf(const HotKeySource& source,
@@ -59,15 +62,15 @@ QString NoteHotKeys::bundleIDOf(const HotKeySource& source,
 }
 
 void NoteHotKeys::handlePushNoteHotKey() {
-    qInfo("Vorq ⌘⇧P push-note hotkey");
+    qCInfo(shellLog, "Vorq ⌘⇧P push-note hotkey");
     if (!m_isBound) {
-        qWarning("Vorq ⌘⇧P ignored — appState not bound yet.");
+        qCWarning(shellLog, "Vorq ⌘⇧P ignored — appState not bound yet.");
         emit flashNoteSaveStatus(false);
         return;
     }
     const bool isPushed = m_notes.pushAppleNoteDraft();
     emit flashNoteSaveStatus(isPushed);
-    if (!isPushed) qWarning("Vorq ⌘⇧P — no open note draft to push.");
+    if (!isPushed) qCWarning(shellLog, "Vorq ⌘⇧P — no open note draft to push.");
 }
 
 } // namespace vorq

@@ -1,5 +1,7 @@
 #include "shell/window/PanelPages.h"
 
+#include "shell/notices/ShellLog.h"
+
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlIncubationController>
@@ -38,7 +40,7 @@ void PanelPages::finish() {
     else
         loadAtOnce();
     for (const QQmlError& error : m_view.errors())
-        qCritical("Vorq: the panel does not load: %s", qUtf8Printable(error.toString()));
+        qCCritical(shellLog, "Vorq: the panel does not load: %s", qUtf8Printable(error.toString()));
 }
 
 void PanelPages::handOver() {

@@ -3,6 +3,7 @@
 #include "capture/selection/SelectionCapture.h"
 #include "capture/source/FrontmostTracker.h"
 #include "core/VorqAppState.h"
+#include "shell/notices/ShellLog.h"
 
 #include <utility>
 
@@ -33,10 +34,10 @@ void PanelSummoner::logHotKey(std::optional<ProcessId> source) const {
     const auto application = source ? m_ports.workspace.application(*source) : std::nullopt;
     const QString name = application ? application->name : QString();
     const auto truth = [](bool isTrue) { return isTrue ? "true" : "false"; };
-    qInfo("Vorq ⌘⇧A: sourcePID=%s app=%s trusted=%s canAI=%s",
-          source ? qUtf8Printable(QString::number(*source)) : "nil",
-          name.isEmpty() ? "nil" : qUtf8Printable(name), truth(m_ports.capture.isTrusted()),
-          truth(m_state->canUsePanelAI()));
+    qCInfo(shellLog, "Vorq ⌘⇧A: sourcePID=%s app=%s trusted=%s canAI=%s",
+           source ? qUtf8Printable(QString::number(*source)) : "nil",
+           name.isEmpty() ? "nil" : qUtf8Printable(name), truth(m_ports.capture.isTrusted()),
+           truth(m_state->canUsePanelAI()));
 }
 
 void PanelSummoner::togglePanel() {

@@ -1,8 +1,7 @@
 #include "support/async/TaskSlot.h"
 
+#include "support/async/SupportLog.h"
 #include "support/async/Wakeup.h"
-
-#include <QLoggingCategory>
 
 #include <algorithm>
 #include <exception>
@@ -64,9 +63,9 @@ QCoro::Task<> TaskSlot::drive(std::shared_ptr<Shared> shared, std::uint64_t id, 
         try {
             co_await body(stop);
         } catch (const std::exception& error) {
-            qWarning("Vorq task ended with an error: %s", error.what());
+            qCWarning(supportLog, "Vorq task ended with an error: %s", error.what());
         } catch (...) {
-            qWarning("Vorq task ended with an unknown error");
+            qCWarning(supportLog, "Vorq task ended with an unknown error");
         }
     }
     body = nullptr;

@@ -7,9 +7,13 @@
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <QLoggingCategory>
 #include <QVariantList>
 
 namespace vorq {
+
+static Q_LOGGING_CATEGORY(platformLog, "vorq.platform", QtInfoMsg);
+
 namespace {
 
 constexpr int answerLimit = 500; // milliseconds
@@ -49,7 +53,8 @@ HangingBusGuard::HangingBusGuard(const QDBusConnection& session)
     : m_isOn(session.isConnected() && !qEnvironmentVariableIsSet(addressVariable) &&
              hangs(session)) {
     if (!m_isOn) return;
-    qWarning("Vorq: the accessibility bus hangs; assistive technology does not see Vorq.");
+    qCWarning(platformLog,
+              "Vorq: the accessibility bus hangs; assistive technology does not see Vorq.");
     qputenv(addressVariable, "disabled:");
 }
 
