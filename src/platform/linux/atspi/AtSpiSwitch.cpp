@@ -9,7 +9,7 @@ namespace vorq {
 namespace {
 
 // The first question starts the bus.
-constexpr int limit = 10'000; // milliseconds
+constexpr int switchLimit = 10'000; // milliseconds
 
 bool isMissing(const QString& error) {
     return error == u"org.freedesktop.DBus.Error.ServiceUnknown" ||
@@ -27,7 +27,7 @@ std::expected<void, QString> switchAccessibilityOn(const QDBusConnection& sessio
         QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"));
     wish << QStringLiteral("org.a11y.Status") << QStringLiteral("IsEnabled")
          << QVariant::fromValue(QDBusVariant(true));
-    const QDBusMessage reply = session.call(wish, QDBus::Block, limit);
+    const QDBusMessage reply = session.call(wish, QDBus::Block, switchLimit);
     if (reply.type() == QDBusMessage::ReplyMessage) return {};
     if (isMissing(reply.errorName()))
         return std::unexpected(QStringLiteral("There is no accessibility on this desktop: the "

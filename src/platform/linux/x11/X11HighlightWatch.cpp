@@ -9,10 +9,10 @@
 namespace vorq {
 namespace {
 
-constexpr std::uint32_t leftButton = 1;
+constexpr std::uint32_t highlightingButton = 1;
 // From 2.1 on raw events come through while somebody holds the pointer.
-constexpr std::uint16_t inputMajor = 2;
-constexpr std::uint16_t inputMinor = 1;
+constexpr std::uint16_t requiredMajor = 2;
+constexpr std::uint16_t requiredMinor = 1;
 
 } // namespace
 
@@ -50,10 +50,12 @@ void X11HighlightWatch::selectButtons() {
         xcb_get_extension_data(events.get(), &xcb_input_id);
     if (extension == nullptr || extension->present == 0) return;
     const X11Reply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
-        events.get(), xcb_input_xi_query_version(events.get(), inputMajor, inputMinor), nullptr));
+        events.get(), xcb_input_xi_query_version(events.get(), requiredMajor, requiredMinor),
+        nullptr));
     const bool isRecent =
-        version && (version->major_version > inputMajor ||
-                    (version->major_version == inputMajor && version->minor_version >= inputMinor));
+        version &&
+        (version->major_version > requiredMajor ||
+         (version->major_version == requiredMajor && version->minor_version >= requiredMinor));
     if (!isRecent) return;
     m_inputOpcode = extension->major_opcode;
     struct {
@@ -80,7 +82,7 @@ void X11HighlightWatch::take(const xcb_generic_event_t& event) {
 
 void X11HighlightWatch::takeButton(const xcb_generic_event_t& event) {
     const auto& button = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
-    if (button.extension != m_inputOpcode || button.detail != leftButton) return;
+    if (button.extension != m_inputOpcode || button.detail != highlightingButton) return;
     const bool isPress = button.event_type == XCB_INPUT_RAW_BUTTON_PRESS;
     const QPoint at = pointer();
     const auto contents = isPress ? std::nullopt : contentsOf(m_front);
