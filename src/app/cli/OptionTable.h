@@ -16,7 +16,7 @@ struct OptionRow {
     std::string_view value; ///< what the help calls its value; "" for one that takes none
     std::string_view help;
     std::string_view missing = "needs a value."; ///< said behind the name when the value is missing
-    std::string_view choices = "";               ///< all values there are, divided by '|'
+    std::string_view choices = {};               ///< all values there are, divided by '|'
     bool namesFile = false;
     bool isRepeatable = false;
 };
@@ -24,8 +24,8 @@ struct OptionRow {
 /// One command, or alternatives divided by '|' that share their help.
 struct CommandRow {
     std::string_view names;
-    std::string_view operands = ""; ///< as the help has them
-    std::string_view help = "";     ///< "" where the next row's help is this one's, too
+    std::string_view operands = {}; ///< as the help has them
+    std::string_view help = {};     ///< "" where the next row's help is this one's, too
     std::span<const OptionRow> options = {};
     bool helpListsOptions = false; ///< else its text speaks of them
 };
@@ -34,7 +34,7 @@ struct CommandSection {
     std::string_view heading;
     std::span<const CommandRow> rows;
     bool isBrief = false; ///< a command and its help share a line
-    std::string_view remark = "";
+    std::string_view remark = {};
     std::span<const OptionRow> options = {}; ///< of all its rows
 };
 
