@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 namespace vorq {
 namespace {
@@ -14,6 +15,13 @@ bool isThere(const QFileInfo& place) {
 
 bool isFolder(const QFileInfo& place) {
     return place.isDir() && !place.isSymLink();
+}
+
+// Qt takes the current folder for the trash where it cannot make one.
+bool canHaveTrash() {
+    const QDir data(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    return data.isAbsolute() && data.mkpath(QStringLiteral("Trash/files")) &&
+           data.mkpath(QStringLiteral("Trash/info"));
 }
 
 } // namespace
@@ -34,7 +42,7 @@ std::expected<void, QString> discard(const QString& path) {
     const QFileInfo place(path);
     if (path.isEmpty() || !isThere(place)) return {};
     // Somebody else's file behind a link is none of the trash's business.
-    if (!place.isSymLink() && QFile::moveToTrash(path)) return {};
+    if (!place.isSymLink() && canHaveTrash() && QFile::moveToTrash(path)) return {};
     return removeForGood(path);
 }
 

@@ -52,10 +52,15 @@ TEST_F(DiscardTest, WhereThereIsNoTrashItGoesForGood) {
     takeTrashAway();
     const QString file = put("one.txt");
     put("folder/inner/two.txt");
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir().mkpath(m_folder.filePath("current")));
+    ASSERT_TRUE(QDir::setCurrent(m_folder.filePath("current")));
     EXPECT_TRUE(discard(file));
     EXPECT_TRUE(discard(m_folder.filePath("folder")));
     EXPECT_FALSE(QFile::exists(file));
     EXPECT_FALSE(QFile::exists(m_folder.filePath("folder")));
+    EXPECT_TRUE(QDir().isEmpty()) << "put where the program happens to run";
+    QDir::setCurrent(before);
 }
 
 TEST_F(DiscardTest, OfALinkOnlyTheLinkGoes) {
