@@ -6,6 +6,7 @@
 
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
+    qSetMessagePattern(QStringLiteral("%{message}")); // as the program has it
     const QCoreApplication application(argc, argv);
     const int result = RUN_ALL_TESTS();
     // Tasks that were stopped by the last test still have to unwind.

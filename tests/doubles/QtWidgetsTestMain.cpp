@@ -6,6 +6,7 @@
 
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
+    qSetMessagePattern(QStringLiteral("%{message}")); // as the program has it
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     const int result = RUN_ALL_TESTS();

@@ -17,6 +17,7 @@ extern "C" const char* __asan_default_options() {
 
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
+    qSetMessagePattern(QStringLiteral("%{message}")); // as the program has it
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     const QApplication application(argc, argv);
