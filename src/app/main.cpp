@@ -164,6 +164,8 @@ void endBySignal(int status) {
 } // namespace
 } // namespace vorq
 
+// Nothing throws here but for lack of memory, which ends the program either way.
+// NOLINTNEXTLINE(bugprone-exception-escape)
 int main(int argc, char** argv) {
     vorq::openStandardDescriptors();
     // Lines begin with Vorq, whatever their category.

@@ -6,6 +6,8 @@
 #include "backend/api/VorqAPIService.h"
 #include "support/text/Text.h"
 
+#include <utility>
+
 namespace vorq {
 
 AccountSession::AccountSession(VorqAPIService& api, Defaults& defaults, const AppPaths& paths,
@@ -108,8 +110,9 @@ void AccountSession::signOut() {
     emit signedOut();
     if (token.isEmpty()) return;
     m_signOutTask.release();
-    m_signOutTask.restart(
-        [&api = m_api, token](std::stop_token stop) { return api.signOut(token, stop); });
+    m_signOutTask.restart([&api = m_api, token](std::stop_token stop) {
+        return api.signOut(token, std::move(stop));
+    });
 }
 
 // What another program of the user has stored meanwhile is not what was refused.

@@ -137,9 +137,10 @@ QCoro::Task<> CurlExchange::progress(std::shared_ptr<CurlExchange> self, std::st
 }
 
 QCoro::Task<int> CurlExchange::head(std::shared_ptr<CurlExchange> self, std::stop_token stop) {
-    while (!self->m_status)
+    for (;;) {
+        if (const std::optional<int> status = self->m_status) co_return *status;
         co_await progress(self, stop);
-    co_return *self->m_status;
+    }
 }
 
 QCoro::Task<QByteArray> CurlExchange::body(std::shared_ptr<CurlExchange> self,

@@ -150,7 +150,7 @@ std::vector<AppleNoteSummary> AppleNotesExport::listNotes(int limit) {
 }
 
 std::optional<QString> AppleNotesExport::noteBody(const QString& id) {
-    const std::optional<QString> text = m_run(applenotes::noteTextScript(id));
+    std::optional<QString> text = m_run(applenotes::noteTextScript(id));
     if (text && !trimmed(*text).isEmpty()) return text;
     const std::optional<QString> html = m_run(applenotes::noteHTMLScript(id));
     return html ? applenotes::cleanNoteHTML(*html) : std::nullopt;
@@ -160,10 +160,10 @@ std::expected<QString, BlockingNotes::Error> AppleNotesExport::createNote(const 
                                                                           const QString& body) {
     const AutomationPermission permission = m_requestAutomation();
     qCInfo(captureLog, "Vorq Apple Notes automation permission=%s",
-           automationPermissions.latin1(permission).data());
+           qUtf8Printable(automationPermissions.nameOf(permission)));
     if (permission == AutomationPermission::Denied) return std::unexpected(createDenied);
     const QString answer = m_run(applenotes::createNoteScript(title, body)).value_or(QString());
-    const QString id = trimmed(answer).toString();
+    QString id = trimmed(answer).toString();
     if (id.isEmpty()) return std::unexpected(createDenied);
     qCInfo(captureLog, "Vorq Apple Notes create succeeded id=%ls", qUtf16Printable(id));
     return id;

@@ -154,27 +154,27 @@ std::vector<HubTracker> LibraryStore::loadTrackers(Date now) const {
 }
 
 void LibraryStore::save(const std::vector<SavedNote>& notes) const {
-    write(notes);
+    static_cast<void>(write(notes));
 }
 
 void LibraryStore::save(const std::vector<SavedChat>& chats) const {
-    write(chats);
+    static_cast<void>(write(chats));
 }
 
 void LibraryStore::save(const std::vector<HubAIChat>& chats) const {
-    write(chats);
+    static_cast<void>(write(chats));
 }
 
 void LibraryStore::save(const std::vector<HubTask>& tasks) const {
-    write(tasks);
+    static_cast<void>(write(tasks));
 }
 
 void LibraryStore::save(const std::vector<HubTaskColumn>& columns) const {
-    write(columns);
+    static_cast<void>(write(columns));
 }
 
 void LibraryStore::save(const std::vector<HubTracker>& trackers) const {
-    write(trackers);
+    static_cast<void>(write(trackers));
 }
 
 template std::expected<std::vector<SavedNote>, ReadFailure>
