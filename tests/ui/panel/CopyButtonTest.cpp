@@ -16,6 +16,7 @@ class CopyButtonTest : public testing::Test {
     ReplyView& shown(const QString& text) {
         stage.answer(text);
         stage.show();
+        hover({220, 720}); // the pointer rests where the test before left it
         stage.settle(400);
         m_view = qobject_cast<ReplyView*>(stage.find("ReplyView"));
         return *m_view;
