@@ -21,13 +21,15 @@ struct ReplyElementKey {
     auto operator<=>(const ReplyElementKey&) const = default;
 };
 
-/// An element beneath a reply. ReplyElements makes it, and ends it before its block is another one.
+/// An element beneath a reply. ReplyElements makes it, and ends it once it stands for nothing.
 /// Rectangles are on the screen. Main thread only.
 class ReplyElement : public QAccessibleInterface {
   public:
     ReplyElement(ReplyElements& elements, ReplyElementKey key) : m_elements(elements), m_key(key) {}
 
     [[nodiscard]] const ReplyElementKey& key() const { return m_key; }
+    /// Where it is, once blocks above it came or went.
+    void setKey(const ReplyElementKey& key) { m_key = key; }
 
     // QAccessibleInterface
     [[nodiscard]] bool isValid() const override { return true; }

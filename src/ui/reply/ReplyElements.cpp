@@ -3,10 +3,13 @@
 #include "ui/reply/ReplyTableElement.h"
 #include "ui/reply/ReplyView.h"
 
+#include <utility>
+
 namespace vorq {
 
 ReplyElements::~ReplyElements() {
-    dropFrom(0);
+    for (const auto& [key, entry] : m_entries)
+        QAccessible::deleteAccessibleInterface(entry.id);
 }
 
 QAccessibleInterface* ReplyElements::reply() const {
@@ -14,10 +17,13 @@ QAccessibleInterface* ReplyElements::reply() const {
 }
 
 QAccessibleInterface* ReplyElements::at(const ReplyElementKey& key) {
-    const auto found = m_ids.find(key);
-    if (found != m_ids.end()) return QAccessible::accessibleInterface(found->second);
+    const auto found = m_entries.find(key);
+    if (found != m_entries.end()) return QAccessible::accessibleInterface(found->second.id);
     QAccessibleInterface* element = made(key);
-    m_ids.emplace(key, QAccessible::registerAccessibleInterface(element));
+    const BlockLayout& block = m_view.layout().block(key.block);
+    m_entries.emplace(key, Entry{.id = QAccessible::registerAccessibleInterface(element),
+                                 .kind = block.kind(),
+                                 .isBlank = key.part >= block.partCount()});
     return element;
 }
 
@@ -46,11 +52,30 @@ bool ReplyElements::isFocused(const ReplyElement& element) const {
            keyAt(m_view.cursor()) == element.key();
 }
 
-void ReplyElements::dropFrom(int block) {
-    const auto first = m_ids.lower_bound({block, ReplyElementKey::none, ReplyElementKey::none});
-    for (auto id = first; id != m_ids.end(); ++id)
-        QAccessible::deleteAccessibleInterface(id->second);
-    m_ids.erase(first, m_ids.end());
+QList<QAccessible::Id> ReplyElements::followChange(const ReplyBlocks::Change& change) {
+    QList<QAccessible::Id> ended;
+    const int firstMoved = change.row + change.removed;
+    for (const auto& [key, entry] : std::exchange(m_entries, {})) {
+        ReplyElementKey next = key;
+        if (key.block >= firstMoved) next.block += change.added - change.removed;
+        const bool isChanged = key.block >= change.row && key.block < firstMoved;
+        const bool hasSuccessor = key.block < change.row + change.added;
+        if (isChanged && !(hasSuccessor && isStillThere(key, entry))) {
+            QAccessible::deleteAccessibleInterface(entry.id);
+            ended += entry.id;
+            continue;
+        }
+        static_cast<ReplyElement*>(QAccessible::accessibleInterface(entry.id))->setKey(next);
+        m_entries.emplace(next, entry);
+    }
+    return ended;
+}
+
+// A blank cell is counted on from the cells that there are, so a table that grows makes it another.
+bool ReplyElements::isStillThere(const ReplyElementKey& key, const Entry& entry) const {
+    const BlockLayout& block = m_view.layout().block(key.block);
+    if (entry.isBlank || block.kind() != entry.kind || key.part >= block.partCount()) return false;
+    return key.link == ReplyElementKey::none || key.link < block.links(key.part).size();
 }
 
 bool ReplyElements::isOneText(BlockLayout::Kind kind) {

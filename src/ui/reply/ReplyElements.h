@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/reply/ReplyBlocks.h"
 #include "ui/reply/ReplyElement.h"
 
 #include <map>
@@ -7,7 +8,8 @@
 namespace vorq {
 
 /// The elements beneath a reply, made when a screen reader asks for them. Without one there are
-/// none. Main thread only.
+/// none. An element outlives changes of its block for as long as what it stands for is still there,
+/// so that whoever reads a growing reply keeps their place. Main thread only.
 class ReplyElements {
   public:
     /// The view must outlive this object.
@@ -27,17 +29,25 @@ class ReplyElements {
     /// Whether the element has the caret of the reply, and so the keyboard.
     [[nodiscard]] bool isFocused(const ReplyElement& element) const;
 
-    /// Ends the elements of all blocks from this one on.
-    void dropFrom(int block);
+    /// Once the layout has the changed blocks: elements of blocks that only moved go along, and
+    /// those end that stand for nothing any more. Gives those, whose ids others may have next.
+    QList<QAccessible::Id> followChange(const ReplyBlocks::Change& change);
 
     /// Whether a block of the kind is one text, which stands for it.
     [[nodiscard]] static bool isOneText(BlockLayout::Kind kind);
 
   private:
+    struct Entry {
+        QAccessible::Id id = 0;
+        BlockLayout::Kind kind{}; // of its block
+        bool isBlank = false;     // a cell that its row lacks
+    };
+
     [[nodiscard]] QAccessibleInterface* made(const ReplyElementKey& key);
+    [[nodiscard]] bool isStillThere(const ReplyElementKey& key, const Entry& entry) const;
 
     ReplyView& m_view;
-    std::map<ReplyElementKey, QAccessible::Id> m_ids;
+    std::map<ReplyElementKey, Entry> m_entries;
 };
 
 } // namespace vorq

@@ -25,6 +25,16 @@ void ReplyEvents::handleFocus() {
     if (ScreenReader::isListening()) tellFocus(*holder());
 }
 
+void ReplyEvents::handleGrowth() {
+    if (!ScreenReader::isListening() || !m_view.hasActiveFocus()) return;
+    QAccessibleInterface& element = *holder();
+    if (QAccessible::uniqueId(&element) != m_focused) tellFocus(element);
+}
+
+void ReplyEvents::forget(const QList<QAccessible::Id>& ended) {
+    if (ended.contains(m_focused)) m_focused = 0;
+}
+
 void ReplyEvents::handleCaretMove() {
     if (!ScreenReader::isListening()) return;
     QAccessibleInterface& element = *holder();

@@ -15,6 +15,10 @@ class ReplyEvents {
 
     void handleFocus();
     void handleCaretMove();
+    /// After the reply has grown: tells where the keyboard is now, if what had it is gone.
+    void handleGrowth();
+    /// These elements are no more.
+    void forget(const QList<QAccessible::Id>& ended);
 
   private:
     [[nodiscard]] QAccessibleInterface* holder() const;

@@ -51,6 +51,15 @@ bool comesAndGoes(Qt::FocusReason reason) {
     return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
 }
 
+// Where a position is once the blocks have changed; nothing if its block is gone.
+std::optional<ReplyPosition> movedWith(const ReplyBlocks::Change& change, ReplyPosition at) {
+    if (at.block >= change.row + change.removed)
+        at.block += change.added - change.removed;
+    else if (at.block >= change.row + change.added)
+        return std::nullopt;
+    return at;
+}
+
 bool isUnseen(QStringView text) {
     return !text.isEmpty() && std::ranges::all_of(text, [](QChar character) {
         return character == ReplyStyle::isolateStart || character == ReplyStyle::isolateEnd;
@@ -92,9 +101,12 @@ void ReplyView::selectionMoved() {
 
 // What a growing reply took back cannot stay selected, and a block may have got shorter than where
 // the caret was in it.
-void ReplyView::dropLostSelection() {
-    if (m_anchor > m_layout.end() || m_cursor > m_layout.end()) return select({}, {});
-    select(m_layout.clamped(m_anchor), m_layout.clamped(m_cursor));
+void ReplyView::moveSelection(const ReplyBlocks::Change& change) {
+    const std::optional<ReplyPosition> anchor = movedWith(change, m_anchor);
+    const std::optional<ReplyPosition> cursor = movedWith(change, m_cursor);
+    if (!anchor || !cursor || *anchor > m_layout.end() || *cursor > m_layout.end())
+        return select({}, {});
+    select(m_layout.clamped(*anchor), m_layout.clamped(*cursor));
 }
 
 std::optional<QString> ReplyView::selectedText() const {

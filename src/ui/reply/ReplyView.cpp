@@ -59,12 +59,13 @@ ReplyView::~ReplyView() {
 void ReplyView::setRaw(const QString& raw) {
     if (raw == m_blocks.raw()) return;
     const ReplyBlocks::Change change = m_blocks.setRaw(raw);
-    if (m_elements) m_elements->dropFrom(change.row);
     m_layout.replace(change.row, change.removed, m_blocks.blocks().mid(change.row, change.added));
+    if (m_elements) m_events.forget(m_elements->followChange(change));
     if (change.added > change.removed) fadeIn(change.row + change.removed);
-    dropLostSelection();
+    moveSelection(change);
     layOutNow();
     emit rawChanged();
+    m_events.handleGrowth();
 }
 
 bool ReplyView::setTheme(const ReplyTheme& theme) {

@@ -167,7 +167,7 @@ class ReplyView : public QQuickItem,
     void findCode();
     void fadeIn(int row);
     void selectionMoved();
-    void dropLostSelection();
+    void moveSelection(const ReplyBlocks::Change& change);
     void setCaretShown(bool isShown);
     void moveCaret(ReplyPosition anchor, ReplyPosition cursor);
     void setVisualFocus(bool isVisual);

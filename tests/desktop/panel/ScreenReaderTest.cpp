@@ -28,13 +28,15 @@ const QString spoken = "Silt and floods\n" + paragraph +
                        "\n• one with a link\n• two\nDay, Rain\nMon, 3\na = 1\nb = 2\n"
                        "That is the last paragraph.";
 
-class ScreenReaderTest : public testing::Test {
+// Asks for the reply with the panel on the screen. What answers is up to the test.
+class ListeningTest : public testing::Test {
   protected:
     static void SetUpTestSuite() { s_desktop = std::make_unique<PanelProgram>(); }
     static void TearDownTestSuite() { s_desktop.reset(); }
 
-    ScreenReaderTest() {
-        m_backend.onRequest([this](std::size_t connection) { answer(connection); });
+    ~ListeningTest() override { vorq.stop(); }
+
+    void ask() {
         vorq.start(m_backend.url());
         session.key({"super+shift+a"});
         vorq.waitForPanel();
@@ -42,24 +44,20 @@ class ScreenReaderTest : public testing::Test {
         m_ears = std::make_unique<EventEars>(*m_tree);
         session.type("tell me");
         session.key({"Return"});
-        static_cast<void>(vorq.waitForReply(3));
     }
-    ~ScreenReaderTest() override { vorq.stop(); }
-
-    // The beginning of the reply first, so that it is streamed.
-    void answer(std::size_t connection) {
-        const auto event = [](const QJsonObject& object) {
-            return "data: " + QJsonDocument(object).toJson(QJsonDocument::Compact) + "\n\n";
-        };
+    // The beginning of the reply, so that it is streamed.
+    void begin(std::size_t connection, const QString& beginning) {
         m_backend.send(connection,
                        ScriptedHttpServer::head(200, "Content-Type: text/event-stream\r\n"
                                                      "Connection: close\r\n"));
-        m_backend.send(connection, event({{"text", reply.chopped(10)}}));
-        QTimer::singleShot(500, &m_backend, [=, this] {
-            m_backend.send(connection,
-                           event({{"text", reply}, {"done", true}, {"summary", reply}}));
-            m_backend.close(connection);
-        });
+        m_backend.send(connection, event({{"text", beginning}}));
+    }
+    void finish(std::size_t connection, const QString& whole) {
+        m_backend.send(connection, event({{"text", whole}, {"done", true}, {"summary", whole}}));
+        m_backend.close(connection);
+    }
+    static QByteArray event(const QJsonObject& object) {
+        return "data: " + QJsonDocument(object).toJson(QJsonDocument::Compact) + "\n\n";
     }
     std::vector<std::string> heardOf(const QString& key) {
         m_ears->forget();
@@ -96,6 +94,18 @@ class ScreenReaderTest : public testing::Test {
     ScriptedHttpServer m_backend;
     std::unique_ptr<AccessibleTree> m_tree;
     std::unique_ptr<EventEars> m_ears;
+};
+
+class ScreenReaderTest : public ListeningTest {
+  protected:
+    ScreenReaderTest() {
+        m_backend.onRequest([this](std::size_t connection) {
+            begin(connection, reply.chopped(10));
+            QTimer::singleShot(500, &m_backend, [this, connection] { finish(connection, reply); });
+        });
+        ask();
+        static_cast<void>(vorq.waitForReply(3));
+    }
 };
 
 TEST_F(ScreenReaderTest, TheWholeReplyIsAnnouncedOnce) {
@@ -187,6 +197,68 @@ TEST_F(ScreenReaderTest, AfterItsMenuTheReplyIsNotReadAgain) {
     DesktopSession::waitUntil("the keyboard back in the text",
                               [&] { return focused() == std::vector<std::string>{"paragraph: "}; });
     EXPECT_THAT(heardOf("Right"), testing::Contains(StartsWith("caret: A river")));
+}
+
+// The end of the reply comes while the user reads its beginning.
+class GrowingReplyTest : public ListeningTest {
+  protected:
+    void askFor(const QString& beginning, const std::string& first) {
+        m_backend.onRequest([this, beginning](std::size_t connection) {
+            m_connection = connection;
+            begin(connection, beginning);
+        });
+        ask();
+        DesktopSession::waitUntil("the beginning of the reply", [&] {
+            const std::vector<std::string> lines = outline("document");
+            return !lines.empty() && lines.front() == first;
+        });
+    }
+    void waitForItsEnd(const QString& whole, const std::string& last) {
+        finish(m_connection, whole);
+        DesktopSession::waitUntil("the end of the reply",
+                                  [this, last] { return outline("document").back() == last; });
+    }
+
+    std::size_t m_connection = 0;
+};
+
+TEST_F(GrowingReplyTest, WhoeverReadsAParagraphIsStillInItWhenTheReplyHasGrown) {
+    askFor(reply.chopped(10), "heading: Silt and floods");
+    vorq.tabTo("Reply");
+    static_cast<void>(heardOf("Down"));
+    ASSERT_THAT(heardOf("Down"), testing::Contains(StartsWith("focus paragraph: A river")));
+    static_cast<void>(heardOf("Right"));
+    const QString path = vorq.focused()->path;
+    waitForItsEnd(reply, "paragraph: That is the last paragraph.");
+    ASSERT_THAT(focused(), ElementsAre("paragraph: "));
+    EXPECT_EQ(m_tree->readOne(path).role, "paragraph") << "the element that the user is in";
+    EXPECT_EQ(vorq.focused()->path, path);
+    EXPECT_EQ(m_tree->characterAtCaret(path), " ") << "where the user had come to";
+    EXPECT_THAT(heardOf("Right"), ElementsAre(StartsWith("caret: A river")));
+}
+
+TEST_F(GrowingReplyTest, WhoeverReadsAListIsStillInItWhenTheReplyHasGrown) {
+    askFor(reply.chopped(10), "heading: Silt and floods");
+    vorq.tabTo("Reply");
+    for (std::vector<std::string> heard = heardOf("Down"); heard.front() != "focus list item: two";
+         heard = heardOf("Down"))
+        ASSERT_LT(heard.size(), 3U);
+    const QString path = vorq.focused()->path;
+    waitForItsEnd(reply, "paragraph: That is the last paragraph.");
+    EXPECT_THAT(focused(), ElementsAre("list item: two"));
+    EXPECT_EQ(vorq.focused()->path, path);
+}
+
+TEST_F(GrowingReplyTest, WhereTheKeyboardIsIsToldAnewIfWhatHadItIsNoMore) {
+    askFor("Silt settles on the fields along the river.",
+           "paragraph: Silt settles on the fields along the river.");
+    vorq.tabTo("Reply");
+    ASSERT_THAT(heardOf("Down"), testing::Contains(StartsWith("focus paragraph: Silt")));
+    m_ears->forget();
+    waitForItsEnd("- Silt settles on the fields along the river.\n- It renews the soil.",
+                  "list item: It renews the soil.");
+    EXPECT_THAT(m_ears->heard(),
+                testing::Contains("focus list item: Silt settles on the fields along the river."));
 }
 
 } // namespace

@@ -212,6 +212,62 @@ TEST_F(ReplyElementsTest, AWindowThatComesBackFindsTheCaretWhereItWas) {
     EXPECT_TRUE(reply.state().focused) << "who comes by Tab meets the reply first";
 }
 
+TEST_F(ReplyElementsTest, AnElementGrowsWithItsBlock) {
+    QAccessibleInterface& reply = shown("One.\n\nTwo [a](https://a.example/x) wo\n\n- x");
+    QAccessibleInterface* second = reply.child(1);
+    QAccessibleInterface* link = second->child(0);
+    stage.grow(m_id, "# Zero\n\nTwo [a](https://a.example/x) words\n\n- x\n- y");
+    stage.settle(50);
+    EXPECT_EQ(reply.child(1), second);
+    EXPECT_EQ(second->child(0), link);
+    EXPECT_THAT(outline(reply),
+                ElementsAre("Heading [Zero] Zero", "Paragraph [] Two a words", " Link [a]",
+                            "List []", " ListItem [x] x", " ListItem [y] y"));
+    stage.grow(m_id, "# Zero\n\nTwo words of a line that goes on.\n\n- x\n- y");
+    stage.settle(50);
+    EXPECT_EQ(second->childCount(), 0);
+}
+
+TEST_F(ReplyElementsTest, WhoeverReadsAGrowingReplyKeepsTheirPlace) {
+    QAccessibleInterface& reply = shown("# Leaves\n\nThey are gr");
+    tabToReply();
+    key(Qt::Key_Down);
+    key(Qt::Key_Down);
+    key(Qt::Key_Right);
+    QAccessibleInterface* paragraph = reply.child(1);
+    ASSERT_TRUE(paragraph->state().focused);
+    stage.grow(m_id, "**Leaves**\n\nThey are green.\n\nMostly.");
+    stage.settle(50);
+    EXPECT_EQ(reply.focusChild(), paragraph);
+    EXPECT_EQ(paragraph->textInterface()->cursorPosition(), 1);
+}
+
+TEST_F(ReplyElementsTest, TheCaretMovesWithItsBlock) {
+    QAccessibleInterface& reply = shown("One.\n\nTwo.");
+    tabToReply();
+    key(Qt::Key_Down);
+    key(Qt::Key_Down);
+    key(Qt::Key_Right);
+    QAccessibleInterface* second = reply.child(1);
+    stage.grow(m_id, "One.\n\n---\n\n- a list\n\nTwo.");
+    stage.settle(50);
+    EXPECT_EQ(reply.child(3), second);
+    EXPECT_EQ(reply.focusChild(), second);
+    EXPECT_EQ(second->textInterface()->cursorPosition(), 1);
+}
+
+TEST_F(ReplyElementsTest, ACellThatARowLackedIsAnotherOnceTheRowHasIt) {
+    QAccessibleInterface& reply = shown("| Day | Rain |\n|---|---|\n| Mon |");
+    QAccessibleInterface* day = reply.child(0)->child(2);
+    ASSERT_EQ(reply.child(0)->child(3)->text(QAccessible::Name), "");
+    stage.grow(m_id, "| Day | Rain |\n|---|---|\n| Mon | 3 |\n| Tue |");
+    stage.settle(50);
+    EXPECT_EQ(reply.child(0)->child(2), day);
+    EXPECT_THAT(outline(*reply.child(0)),
+                ElementsAre("ColumnHeader [Day] Day", "ColumnHeader [Rain] Rain", "Cell [Mon] Mon",
+                            "Cell [3] 3", "Cell [Tue] Tue", "Cell []"));
+}
+
 TEST_F(ReplyElementsTest, WhatChangesAsAReplyGrowsIsMadeAnew) {
     QAccessibleInterface& reply = shown("One.\n\nTwo.");
     QAccessibleInterface* first = reply.child(0);
