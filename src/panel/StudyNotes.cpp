@@ -126,6 +126,7 @@ QCoro::Task<std::optional<QString>> StudyNotes::makeFlashcards(QPointer<StudyNot
 QString StudyNotes::keepFlashcards(const QUuid& note, const FlashcardsResult& result) {
     if (result.flashcards.empty()) return panel_notices::noFlashcards.toString();
     std::vector<Flashcard> cards;
+    cards.reserve(result.flashcards.size());
     for (const FlashcardDTO& card : result.flashcards)
         cards.push_back({QUuid::createUuid(), card.front, card.back});
     LibraryState& library = m_services.areas.library();

@@ -7,7 +7,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
-using testing::SizeIs;
 
 class SessionTest : public ConversationFixture {
   protected:

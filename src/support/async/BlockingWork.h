@@ -55,7 +55,10 @@ class Performance {
     /// Throws what the work threw.
     Result result() {
         if (m_error) std::rethrow_exception(std::exchange(m_error, nullptr));
-        if constexpr (!std::is_void_v<Result>) return *std::move(m_result);
+        if constexpr (!std::is_void_v<Result>) {
+            if (!m_result) std::terminate(); // asked before it was performed
+            return *std::move(m_result);
+        }
     }
 
   private:

@@ -37,8 +37,8 @@ void TaskSlot::cancel() {
 void TaskSlot::cancelAll() {
     m_current = 0;
     // Copies, since a stop callback may touch the list.
-    const std::vector<Entry> entries = m_entries;
-    for (Entry entry : entries)
+    std::vector<Entry> entries = m_entries;
+    for (Entry& entry : entries)
         entry.stop.request_stop();
 }
 

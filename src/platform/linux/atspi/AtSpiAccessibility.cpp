@@ -51,7 +51,7 @@ AtSpiAccessibility::AtSpiAccessibility(std::shared_ptr<AtSpiBus> bus)
 AtSpiAccessibility::~AtSpiAccessibility() = default;
 
 QString AtSpiAccessibility::defaultSessionBus() {
-    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     if (!address.isEmpty()) return address;
     return QStringLiteral("unix:path=%1/bus").arg(qEnvironmentVariable("XDG_RUNTIME_DIR"));
 }

@@ -23,7 +23,8 @@ std::uint64_t numberOf(const std::optional<QByteArray>& bytes) {
 }
 
 bool namesAtom(const std::optional<QByteArray>& bytes, X11Connection::Atom atom) {
-    std::vector<X11Connection::Atom> atoms(bytes ? static_cast<std::size_t>(bytes->size()) / 4 : 0);
+    if (!bytes) return false;
+    std::vector<X11Connection::Atom> atoms(static_cast<std::size_t>(bytes->size()) / 4);
     if (!atoms.empty()) std::memcpy(atoms.data(), bytes->constData(), atoms.size() * 4);
     return std::ranges::find(atoms, atom) != atoms.end();
 }

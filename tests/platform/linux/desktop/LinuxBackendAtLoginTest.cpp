@@ -14,6 +14,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <stdexcept>
+
 namespace vorq {
 namespace {
 
@@ -25,6 +27,7 @@ using testing::Not;
 class Listener {
   public:
     Listener() : m_descriptor(::socket(AF_INET, SOCK_STREAM, 0)) {
+        if (m_descriptor < 0) throw std::runtime_error("no socket");
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
