@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <sys/stat.h>
+
 namespace vorq {
 namespace {
 
@@ -20,8 +22,11 @@ bool isFolder(const QFileInfo& place) {
 // Qt takes the current folder for the trash where it cannot make one.
 bool canHaveTrash() {
     const QDir data(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
-    return data.isAbsolute() && data.mkpath(QStringLiteral("Trash/files")) &&
-           data.mkpath(QStringLiteral("Trash/info"));
+    const QDir trash(data.filePath(QStringLiteral("Trash")));
+    if (!data.isAbsolute() || !data.mkpath(QStringLiteral("."))) return false;
+    // What others may not read must not become readable in the trash.
+    ::mkdir(QFile::encodeName(trash.path()).constData(), S_IRWXU);
+    return trash.mkpath(QStringLiteral("files")) && trash.mkpath(QStringLiteral("info"));
 }
 
 } // namespace

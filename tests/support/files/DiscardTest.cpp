@@ -41,6 +41,12 @@ TEST_F(DiscardTest, AFileCanBeFoundInTheTrash) {
     EXPECT_EQ(trashed(), QStringList{"one.txt"});
 }
 
+TEST_F(DiscardTest, ATrashThatIsMadeIsTheUsersAlone) {
+    EXPECT_TRUE(discard(put("data/one.txt")));
+    const auto others = QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
+    EXPECT_FALSE(QFile::permissions(m_folder.filePath("data/Trash")) & others);
+}
+
 TEST_F(DiscardTest, AFolderGoesThereWithAllThatItHolds) {
     put("data/Vorq/Library/saved-notes.json");
     EXPECT_TRUE(discard(m_folder.filePath("data/Vorq")));
