@@ -3,6 +3,7 @@
 #include "support/async/Wakeup.h"
 
 #include <atomic>
+#include <optional>
 #include <utility>
 
 namespace vorq {
@@ -12,6 +13,7 @@ struct CaptureThread::Run {
     std::atomic<bool> isDone = false;
     // Of the main thread.
     Wakeup wake;
+    std::optional<Clock::TimerId> limit;
     bool hasEnded = false;
 };
 
@@ -33,7 +35,12 @@ QCoro::Task<bool> CaptureThread::run(Job job, Clock::Duration limit, std::stop_t
     // After the wait this object may be gone, so all that is needed is kept here.
     Clock& clock = m_clock;
     const auto running = std::make_shared<Run>();
-    const auto end = [running] {
+    // The clock too may be gone when the wait ends, so a stop gives the timer up at once.
+    const auto forgetLimit = [running, &clock] {
+        if (const auto timer = std::exchange(running->limit, std::nullopt)) clock.cancel(*timer);
+    };
+    const auto end = [running, forgetLimit] {
+        forgetLimit();
         running->stop.request_stop();
         running->wake.fire();
     };
@@ -41,12 +48,13 @@ QCoro::Task<bool> CaptureThread::run(Job job, Clock::Duration limit, std::stop_t
     const std::stop_callback onDestruction(m_stop.get_token(), end);
     // While the main thread is busy, as with the first picture of a window, the limit may be seen
     // before the end that came in time.
-    const Clock::TimerId timer = clock.after(limit, [running, end] {
+    running->limit = clock.after(limit, [running, end] {
+        running->limit.reset();
         if (!running->isDone) end();
     });
     perform(m_thread, running, std::move(job));
     co_await running->wake;
-    clock.cancel(timer);
+    forgetLimit();
     co_return running->hasEnded && !running->stop.stop_requested();
 }
 

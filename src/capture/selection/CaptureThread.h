@@ -26,7 +26,7 @@ class CaptureThread {
 
     /// Runs the job after those before it. True once it has ended by itself; false as soon as the
     /// limit is over, the token is stopped or the thread is gone, and then it is stopped and
-    /// whatever it writes to must outlive it. The clock must outlive the wait.
+    /// whatever it writes to must outlive it. The clock must outlive this object.
     QCoro::Task<bool> run(Job job, Clock::Duration limit, std::stop_token stop);
 
   private:

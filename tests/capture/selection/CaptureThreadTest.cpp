@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <semaphore>
+#include <thread>
 
 namespace vorq {
 namespace {
@@ -41,6 +42,22 @@ TEST_F(CaptureThreadTest, WhatEndedWhileTheMainThreadWasBusyWasInTime) {
     isNext.acquire();
     clock.passUnattended(400ms);
     EXPECT_TRUE(first.result());
+}
+
+// As at the end of the program, where what waits is unwound last.
+TEST_F(CaptureThreadTest, TheClockNeedNotOutliveTheWait) {
+    auto dying = std::make_unique<ManualClock>();
+    auto ending = std::make_unique<CaptureThread>(*dying);
+    const Running<bool> slow(ending->run(
+        [](const std::stop_token& stop) {
+            while (!stop.stop_requested())
+                std::this_thread::yield();
+        },
+        180ms, {}));
+    ending.reset();
+    EXPECT_EQ(dying->pendingTimers(), 0U);
+    dying.reset();
+    EXPECT_FALSE(slow.result());
 }
 
 } // namespace
