@@ -45,9 +45,12 @@ class CopyButtonTest : public testing::Test {
     void expectToCoverNoText(const QQuickItem& button) const {
         const ReplyRange all{{}, m_view->layout().end()};
         const QRectF place = m_view->mapRectFromScene(seen(button)).adjusted(1, 1, -1, -1);
-        for (double x = place.left(); x <= place.right(); x += 1)
-            for (double y = place.top(); y <= place.bottom(); y += 1)
-                ASSERT_FALSE(m_view->layout().covers({x, y}, all)) << x << ", " << y;
+        for (int column = 0; column <= place.width(); ++column) {
+            for (int row = 0; row <= place.height(); ++row) {
+                const QPointF at = place.topLeft() + QPointF(column, row);
+                ASSERT_FALSE(m_view->layout().covers(at, all)) << at.x() << ", " << at.y();
+            }
+        }
     }
 
     PanelStage stage;
