@@ -94,6 +94,7 @@ void AccountSession::applySession(const Session& session) {
 
 void AccountSession::beginSession(const Session& session) {
     leaveSession();
+    if (m_store.isOfAnotherUser(session.email)) m_store.clearProfileImage();
     applySession(session);
 }
 

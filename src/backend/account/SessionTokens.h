@@ -86,6 +86,7 @@ template<typename Operation>
 std::invoke_result_t<Operation&, QString>
 SessionTokens::withFreshSessionToken(Operation operation, std::stop_token stop) {
     const QPointer<SessionTokens> self(this);
+    const QString user = m_store.read().email;
     for (Recovery recovery;;) {
         const QString token = m_token;
         try {
@@ -96,6 +97,8 @@ SessionTokens::withFreshSessionToken(Operation operation, std::stop_token stop) 
         if (!self || stop.stop_requested()) throw OperationCancelled();
         co_await replaceRefused(token, recovery, stop);
         if (!self || stop.stop_requested()) throw OperationCancelled();
+        // What one user asked never goes out as another.
+        if (!user.isEmpty() && m_store.isOfAnotherUser(user)) throw ServiceError::notSignedIn();
     }
 }
 

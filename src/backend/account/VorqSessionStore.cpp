@@ -65,7 +65,14 @@ VorqSessionStore::Record VorqSessionStore::recordOf(const Session& session) cons
             .refreshToken = session.refreshToken.value_or(QString()),
             .firstName = session.firstName.value_or(QString()),
             .lastName = session.lastName.value_or(QString()),
-            .username = session.username ? *session.username : read().username};
+            .username = session.username                 ? *session.username
+                        : isOfAnotherUser(session.email) ? QString()
+                                                         : read().username};
+}
+
+bool VorqSessionStore::isOfAnotherUser(const QString& email) const {
+    const QString stored = read().email;
+    return !stored.isEmpty() && !email.isEmpty() && stored != email;
 }
 
 void VorqSessionStore::write(const Record& record) {

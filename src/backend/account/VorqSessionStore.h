@@ -32,8 +32,11 @@ class VorqSessionStore {
     [[nodiscard]] Record read() const;
     /// Takes in what other programs of the user have stored, and reads it.
     [[nodiscard]] Record readFresh();
-    /// What is to be stored of the session; a username that it lacks is the stored one.
+    /// What is to be stored of the session; a username that it lacks is the stored one, if that is
+    /// of the same user.
     [[nodiscard]] Record recordOf(const Session& session) const;
+    /// Whether what is stored is known to belong to another user than the one with this email.
+    [[nodiscard]] bool isOfAnotherUser(const QString& email) const;
     /// Stores all six texts as one change.
     void write(const Record& record);
     /// The same if the refresh token is still the one given. Gives whether it was.

@@ -346,6 +346,33 @@ TEST_F(SessionTokensTest, ASessionBegunMeanwhileIsNotExpired) {
     EXPECT_EQ(starting->authError(), u"");
 }
 
+TEST_F(SessionTokensTest, ACallIsNotRepeatedAsAnotherUser) {
+    signIn();
+    const auto outcome = call();
+    answerLast(401, "{}");
+    const Outcome handoff(starting->exchangeHandoff("c"));
+    answerLast(200,
+               R"({"signedIn":true,"email":"bob@example.org","token":"t5","refreshToken":"r5"})");
+    EXPECT_TRUE(handoff.value());
+    transport.at(1).respond(401, "{}");
+    clock.settle();
+    EXPECT_EQ(outcome.serviceError(), Kind::NotSignedIn);
+    EXPECT_EQ(transport.count(), 3U);
+    EXPECT_EQ(account->sessionToken(), u"t5") << "which goes on";
+}
+
+TEST_F(SessionTokensTest, NothingOfTheFormerUserShowsForTheNext) {
+    signIn();
+    ASSERT_EQ(account->keepProfileImage("picture"), u"");
+    account->applyProfile("Ada", "L", "@ada", "ada@example.org");
+    const Outcome handoff(starting->exchangeHandoff("c"));
+    answerLast(200, R"({"signedIn":true,"email":"bob@example.org","token":"t5"})");
+    ASSERT_TRUE(handoff.value());
+    EXPECT_EQ(account->profile().email, u"bob@example.org");
+    EXPECT_EQ(account->profile().username, u"");
+    EXPECT_TRUE(account->profile().image.isNull());
+}
+
 TEST_F(SessionTokensTest, SigningOutDuringARefreshIsNoExpiry) {
     signIn();
     const auto outcome = call();
