@@ -1,11 +1,9 @@
 #include "capture/selection/PanelCapture.h"
 
 #include "capture/selection/CaptureLog.h"
-#include "capture/selection/ColumnSelection.h"
 #include "capture/selection/CopyShortcut.h"
 #include "capture/selection/SelectionReader.h"
 #include "capture/source/CaptureGate.h"
-#include "capture/source/LinuxApplications.h"
 #include "capture/source/SourceApplication.h"
 
 #include <QPointer>
@@ -17,21 +15,14 @@ namespace {
 // nothing is selected.
 constexpr int looksAtFocus = 2;
 
-SelectionReader::Ask askFocusedElement(bool selectsColumns) {
-    return [selectsColumns](const CaptureSource& from, SelectionReading& reading) {
-        for (int look = 0; look < looksAtFocus; ++look) {
-            reading.text = captureSelectedTextFromFocusedElement(from);
-            if (selectsColumns && reading.text.contains(u'\n')) reading.lines = selectedLines(from);
-            if (!reading.text.isEmpty()) return;
-            reading.isPassword = isPasswordFocused(from);
-            reading.isNothingSelected = !reading.isPassword && tellsThatNothingIsSelected(from);
-            if (!reading.isNothingSelected) return;
-        }
-    };
-}
-
-bool tellsWholeText(const SelectionReading& reading) {
-    return !reading.text.isEmpty() && reading.lines.isEmpty();
+void askFocusedElement(const CaptureSource& from, SelectionReading& reading) {
+    for (int look = 0; look < looksAtFocus; ++look) {
+        reading.text = captureSelectedTextFromFocusedElement(from);
+        if (!reading.text.isEmpty()) return;
+        reading.isPassword = isPasswordFocused(from);
+        reading.isNothingSelected = !reading.isPassword && tellsThatNothingIsSelected(from);
+        if (!reading.isNothingSelected) return;
+    }
 }
 
 } // namespace
@@ -62,25 +53,21 @@ QCoro::Task<CapturedText>
 PanelCapture::captureSelectedTextForHotKey(std::optional<ProcessId> source, std::stop_token stop) {
     const QPointer<PanelCapture> self(this);
     const CapturedText nothing;
-    const CaptureGate& gate = m_services.gate;
-    source = gate.settled(source);
-    if (!gate.admits(source)) co_return nothing;
-    const CaptureBudget budget = m_services.reader.beginBudget();
-    const bool selectsColumns =
-        isLinuxApplication(ApplicationKind::ColumnEditor, gate.identifierOfSource(source));
-    const SelectionReading reading = co_await m_services.reader.read(
-        source, budget, askFocusedElement(selectsColumns), tellsWholeText, stop);
-    if (!self || stop.stop_requested() || reading.isPassword) co_return nothing;
-    if (!reading.text.isEmpty()) co_return CapturedText::told(reading.text);
-    const QString highlighted = reading.highlightedText();
-    if (reading.highlight && !highlighted.isEmpty() && !wasCaptured(*reading.highlight)) {
-        m_captured = *reading.highlight;
+    SelectionReader::IsEnough isEnough = &SelectionReading::tellsWholeText;
+    const std::optional<SelectionReading> reading =
+        co_await m_services.reader.readForKey(source, askFocusedElement, std::move(isEnough), stop);
+    if (!self || !reading) co_return nothing;
+    if (!reading->text.isEmpty()) co_return CapturedText::told(reading->text);
+    const QString highlighted = reading->highlightedText();
+    if (reading->highlight && !highlighted.isEmpty() && !wasCaptured(*reading->highlight)) {
+        m_captured = *reading->highlight;
         m_capturedInShowing = m_services.showings.current();
         co_return CapturedText::found(highlighted);
     }
-    if (!isHotKeyCopyFallbackBundleID(gate.identifierOfSource(source))) co_return nothing;
+    if (!isHotKeyCopyFallbackBundleID(m_services.gate.identifierOfSource(reading->source)))
+        co_return nothing;
     const QString copied =
-        co_await m_services.copyShortcut.captureFromCopyShortcutFast(source, stop);
+        co_await m_services.copyShortcut.captureFromCopyShortcutFast(reading->source, stop);
     co_return stop.stop_requested() ? nothing : CapturedText::found(copied);
 }
 

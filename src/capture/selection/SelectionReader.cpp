@@ -2,6 +2,7 @@
 
 #include "capture/selection/ColumnSelection.h"
 #include "capture/source/CaptureGate.h"
+#include "capture/source/LinuxApplications.h"
 #include "capture/source/SourceApplication.h"
 #include "support/text/Text.h"
 
@@ -14,6 +15,13 @@ namespace {
 
 // Some browsers put a character in the place of each image and each field.
 constexpr QChar objectCharacter(u'\uFFFC');
+
+SelectionReader::Ask withLines(SelectionReader::Ask ask) {
+    return [ask = std::move(ask)](const CaptureSource& from, SelectionReading& reading) {
+        ask(from, reading);
+        if (reading.text.contains(u'\n')) reading.lines = selectedLines(from);
+    };
+}
 
 } // namespace
 
@@ -99,6 +107,24 @@ QCoro::Task<SelectionReading> SelectionReader::read(std::optional<ProcessId> sou
         reading.text = reading.highlightedText();
     // What is returned is moved from.
     SelectionReading result = std::move(reading);
+    co_return result;
+}
+
+QCoro::Task<std::optional<SelectionReading>>
+SelectionReader::readForKey(std::optional<ProcessId> source, Ask ask, IsEnough isEnough,
+                            std::stop_token stop) {
+    std::optional<SelectionReading> result;
+    const CaptureGate& gate = m_services.gate;
+    source = gate.settled(source);
+    if (!gate.admits(source)) co_return result;
+    const CaptureBudget budget = beginBudget();
+    if (isLinuxApplication(ApplicationKind::ColumnEditor, gate.identifierOfSource(source)))
+        ask = withLines(std::move(ask));
+    SelectionReading reading =
+        co_await read(source, budget, std::move(ask), std::move(isEnough), stop);
+    if (stop.stop_requested() || reading.isPassword) co_return result;
+    reading.source = source;
+    result = std::move(reading);
     co_return result;
 }
 

@@ -17,6 +17,8 @@ class CaptureGate;
 
 /// What an application was found to have selected.
 struct SelectionReading {
+    /// The application that was asked; nothing if whatever has the focus was.
+    std::optional<ProcessId> source;
     /// By accessibility, trimmed where the caller asked for that.
     QString text;
     std::optional<AXCapture> capture;
@@ -31,6 +33,9 @@ struct SelectionReading {
 
     /// The text of the highlight, trimmed and without what stands for images; "" for none.
     [[nodiscard]] QString highlightedText() const;
+
+    /// Whether accessibility alone told it, and not as what may be columns.
+    [[nodiscard]] bool tellsWholeText() const { return !text.isEmpty() && lines.isEmpty(); }
 };
 
 /// Reads a selection by accessibility and as PRIMARY, each on a thread of its own, within the time
@@ -67,6 +72,12 @@ class SelectionReader final : public QObject {
     /// gone, is as if it were not there.
     QCoro::Task<SelectionReading> read(std::optional<ProcessId> source, CaptureBudget budget,
                                        Ask ask, IsEnough isEnough, std::stop_token stop);
+
+    /// Reads both for a key, in the time that a capture has, and with the lines of what may be
+    /// columns. Nothing where the source may not be asked or hides what is typed into it, and once
+    /// stopped.
+    QCoro::Task<std::optional<SelectionReading>>
+    readForKey(std::optional<ProcessId> source, Ask ask, IsEnough isEnough, std::stop_token stop);
 
     /// Reads by accessibility alone.
     QCoro::Task<SelectionReading> readAccessibility(std::optional<ProcessId> source, Ask ask,
