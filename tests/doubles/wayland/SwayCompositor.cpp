@@ -5,6 +5,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <pwd.h>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -21,6 +22,16 @@ QByteArray configuration(QSize screen, const QString& variables) {
         .arg(screen.height())
         .arg(variables)
         .toUtf8();
+}
+
+// It refuses to run as root, so it is to take itself for another user: one that has a name on each
+// machine, since the X server in it lets in only those whose name it can look up.
+QStringList asAnotherUser(const QStringList& command) {
+    const passwd* user = ::getpwnam("daemon");
+    if (!user) throw std::runtime_error("there is no user daemon to run sway as");
+    return QStringList{"unshare", "--user", "--map-user=" + QString::number(user->pw_uid),
+                       "--map-group=" + QString::number(user->pw_gid)} +
+           command;
 }
 
 std::optional<QJsonObject> windowIn(const QJsonObject& node, std::int32_t process) {
@@ -42,9 +53,7 @@ SwayCompositor::SwayCompositor(DesktopSession& session, QSize screen) : m_sessio
     environment.insert("WLR_RENDERER", "pixman");
     environment.insert("XDG_CURRENT_DESKTOP", "sway");
     QStringList command{"sway", "-c", file};
-    // It refuses to run as root, so it is to take itself for another user.
-    if (::getuid() == 0)
-        command = QStringList{"unshare", "--user", "--map-user=1000", "--map-group=1000"} + command;
+    if (::getuid() == 0) command = asAnotherUser(command);
     DesktopProgram& sway = session.start(command.first(), "sway", command.mid(1), environment);
     const auto isReady = [&] { return QFileInfo::exists(variables) || !sway.isRunning(); };
     DesktopSession::waitUntil("sway to come up", isReady);
