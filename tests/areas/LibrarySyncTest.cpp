@@ -3,14 +3,13 @@
 #include "doubles/library/LibraryFixture.h"
 
 #include <QAbstractItemModelTester>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 
 #include <ctime>
 #include <functional>
 #include <random>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace vorq {
 namespace {
@@ -80,14 +79,8 @@ class LibrarySyncTest : public LibraryFixture {
 
     // Another program in earnest, which has ended when this returns.
     void keepNoteElsewhere(const QString& text) {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            keepNote(text);
-            ::_exit(0);
-        }
-        int status = -1;
-        ::waitpid(child, &status, 0);
-        ASSERT_EQ(status, 0);
+        ASSERT_EQ(
+            QProcess::execute(VORQ_LIBRARY_WRITER, {m_paths.applicationSupportFolder(), text}), 0);
     }
 
     void expectFileAsInMemory() {
@@ -266,28 +259,17 @@ TEST_F(LibrarySyncTest, WhoLeavesWhileALargeListIsReadLosesNothing) {
 TEST_F(LibrarySyncTest, TwoProgramsThatWriteAllTheTimeLoseNothing) {
     constexpr qsizetype saves = 60;
     state().watchLibrary();
-    const pid_t other = ::fork();
-    if (other == 0) {
-        const LibraryStore elsewhere(m_paths.applicationSupportFolder(), 60s);
-        LibraryFile<SavedNote> file(elsewhere);
-        std::vector<SavedNote> notes = file.load({});
-        for (int count = 0; count < saves; ++count) {
-            SavedNote& note = notes.emplace_back();
-            note.id = QUuid::createUuid();
-            note.text = "theirs " + QString::number(count);
-            if (auto changed = file.save(notes)) notes = *std::move(changed);
-            ::usleep(static_cast<useconds_t>(count % 7 * 1000));
-        }
-        ::_exit(file.unsaved() ? 1 : 0);
-    }
+    QProcess other;
+    other.start(VORQ_LIBRARY_WRITER,
+                {m_paths.applicationSupportFolder(), "theirs", QString::number(saves)});
+    ASSERT_TRUE(other.waitForStarted());
     std::mt19937 random(1);
     for (int count = 0; count < saves; ++count) {
         library().createBlankNote("ours " + QString::number(count), HubArea::Personal);
         QTest::qWait(std::uniform_int_distribution<int>(0, 8)(random));
     }
-    int status = -1;
-    ::waitpid(other, &status, 0);
-    EXPECT_EQ(status, 0);
+    ASSERT_TRUE(waitFor([&] { return other.state() == QProcess::NotRunning; }));
+    EXPECT_EQ(other.exitCode(), 0);
     EXPECT_TRUE(waitFor([&] {
         state().finishLibrary();
         return textsInMemory().size() == 2 * saves && textsInFile().size() == 2 * saves;
