@@ -8,7 +8,7 @@
 #include "platform/linux/x11/X11PressMonitor.h"
 #include "platform/linux/x11/X11Screens.h"
 #include "platform/linux/x11/X11Workspace.h"
-#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedDefaults.h"
 #include "shell/notices/ShellNotifications.h"
 #include "shell/window/PanelWindowController.h"
 #include "shell/window/QuickPanelWindow.h"
@@ -133,7 +133,7 @@ int main(int argc, char** argv) {
     QGuiApplication application(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     vorq::SystemClock clock;
-    vorq::MemoryDefaults defaults;
+    vorq::ScriptedDefaults defaults;
     vorq::ShellNotifications notifications;
     vorq::X11Screens screens;
     vorq::X11Compositor compositor;

@@ -3,7 +3,7 @@
 #include "areas/LibraryAreas.h"
 #include "library/store/LibraryStore.h"
 #include "platform/testing/ManualClock.h"
-#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedDefaults.h"
 
 #include <QCryptographicHash>
 #include <QDateTime>
@@ -409,7 +409,7 @@ TEST_F(LibraryEndToEndTest, ManySavesAtOnceLoseNoNote) {
 
 TEST_F(LibraryEndToEndTest, AProgramThatHasTheListInMemoryShowsASavedNote) {
     ManualClock clock;
-    MemoryDefaults defaults;
+    ScriptedDefaults defaults;
     LibraryAreas areas(clock, defaults, m_home.filePath("data"));
     areas.watchLibrary();
     const Outcome saved = vorq({"notes", "save", "From the terminal."});
@@ -423,7 +423,7 @@ TEST_F(LibraryEndToEndTest, AProgramThatHasTheListInMemoryShowsASavedNote) {
 TEST_F(LibraryEndToEndTest, ANoteOfATerminalStandsBesideThoseWhoseFileWasGone) {
     layOutLibrary();
     ManualClock clock;
-    MemoryDefaults defaults;
+    ScriptedDefaults defaults;
     LibraryAreas areas(clock, defaults, m_home.filePath("data"));
     areas.watchLibrary();
     const NoteList& notes = areas.library().savedNotes();
@@ -439,7 +439,7 @@ TEST_F(LibraryEndToEndTest, ANoteOfATerminalStandsBesideThoseWhoseFileWasGone) {
 
 TEST_F(LibraryEndToEndTest, SavesOfTerminalsAndOfTheDesktopLoseNoNote) {
     ManualClock clock;
-    MemoryDefaults defaults;
+    ScriptedDefaults defaults;
     LibraryAreas areas(clock, defaults, m_home.filePath("data"));
     areas.watchLibrary();
     std::vector<std::unique_ptr<QProcess>> terminals;

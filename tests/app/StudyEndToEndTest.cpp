@@ -2,13 +2,13 @@
 // its own, real sockets and files.
 
 #include "backend/http/CurlTransport.h"
+#include "capture/selection/SelectionCapture.h"
 #include "core/VorqAppState.h"
-#include "doubles/capture/BlindCapture.h"
 #include "library/store/LibraryStore.h"
 #include "platform/NotesBridge.h"
 #include "platform/linux/desktop/SystemClock.h"
 #include "platform/portable/SettingsFile.h"
-#include "platform/testing/TemporaryPaths.h"
+#include "platform/testing/ScriptedAppPaths.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -92,11 +92,11 @@ class StudyEndToEndTest : public testing::Test {
         return LibraryStore(m_paths.applicationSupportFolder()).loadNotes();
     }
 
-    TemporaryPaths m_paths;
+    ScriptedAppPaths m_paths;
     SystemClock m_clock;
     SettingsFile m_defaults{m_paths.settingsFolder() + "/settings.json"};
     CurlTransport m_transport{m_clock};
-    BlindCapture m_capture;
+    NoSelectionCapture m_capture;
     NoNotesBridge m_notes;
     QProcess m_gateway;
     QProcess m_handoff;

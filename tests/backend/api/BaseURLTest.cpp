@@ -1,6 +1,6 @@
 #include "backend/api/BaseURL.h"
 
-#include "platform/testing/TemporaryPaths.h"
+#include "platform/testing/ScriptedAppPaths.h"
 
 #include <QDir>
 #include <QFile>
@@ -98,7 +98,7 @@ TEST(BaseURL, KeepsTheSpellingOfAPlainURL) {
 }
 
 TEST(BaseURL, ReadsItsFilesAndVariables) {
-    const TemporaryPaths paths;
+    const ScriptedAppPaths paths;
     qputenv("VORQ_API_BASE_URL", "http://v");
     qunsetenv("TOLVA_API_BASE_URL");
     store(paths.executableFolder() + "/.vorq-api-base", "e");
@@ -114,7 +114,7 @@ TEST(BaseURL, ReadsItsFilesAndVariables) {
 }
 
 TEST(BaseURL, PassesOverSidecarsThatCannotBeRead) {
-    const TemporaryPaths paths;
+    const ScriptedAppPaths paths;
     QDir().mkpath(paths.home() + "/.vorq/api_base_url");
     const BaseURLCandidates candidates = readBaseURLCandidates(paths);
     EXPECT_FALSE(candidates.executableSidecar);

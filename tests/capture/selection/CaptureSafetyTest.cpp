@@ -228,7 +228,7 @@ TEST_F(Exclusion, AChangeCountsFromTheNextCaptureOn) {
 
 TEST_F(Exclusion, WhereTheSourceIsUnknownWhileSomeAreExcludedNobodyIsAsked) {
     exclude({"org.example.other"});
-    workspace.frontmost.reset();
+    workspace.bringNoneToFront();
     EXPECT_EQ(
         Running<QString>(textOf(captures->panel.captureSelectedTextForHotKey({}, stop.get_token())))
             .result(),

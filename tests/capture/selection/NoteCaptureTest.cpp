@@ -17,7 +17,7 @@ TEST_F(NoteCaptureTest, TakesTheLongerOfBothTexts) {
 TEST_F(NoteCaptureTest, WithoutASourceReadsNothingWhereOneMayBeInFrontThatIsNotKnown) {
     select("of the one that had the focus last");
     copyShortcut.text = "copied";
-    workspace.knowsAll = false;
+    workspace.forgetSome();
 
     const Running<CapturedText> running(captures->notes.captureSelectedTextForNoteSave({}, {}));
     EXPECT_EQ(running.result().text, "");

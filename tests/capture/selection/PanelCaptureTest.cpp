@@ -144,7 +144,7 @@ TEST_F(PanelCaptureTest, WithoutASourceReadsNothingWhereOneMayBeInFrontThatIsNot
     highlight("of that, too");
     copyShortcut.text = "copied";
     identify("firefox-esr");
-    workspace.knowsAll = false;
+    workspace.forgetSome();
 
     const Running<CapturedText> running(captures->panel.captureSelectedTextForHotKey({}, {}));
     EXPECT_EQ(running.result().text, "");
@@ -155,7 +155,7 @@ TEST_F(PanelCaptureTest, WithoutASourceReadsNothingWhereOneMayBeInFrontThatIsNot
 
 TEST_F(PanelCaptureTest, ReadsASourceThatIsKnownWhereNotAllAre) {
     select("some words");
-    workspace.knowsAll = false;
+    workspace.forgetSome();
 
     EXPECT_EQ(hotKey(), "some words");
 }

@@ -6,10 +6,10 @@ namespace {
 class CaptureGateTest : public CaptureTest {};
 
 TEST_F(CaptureGateTest, ItsOwnProcessIsNotForeign) {
-    workspace.frontmost = static_cast<std::int32_t>(QCoreApplication::applicationPid());
+    workspace.bringToFront(static_cast<std::int32_t>(QCoreApplication::applicationPid()));
     EXPECT_EQ(captures->gate.frontmostForeignProcess(), std::nullopt);
 
-    workspace.frontmost = source;
+    workspace.bringToFront(source);
     EXPECT_EQ(captures->gate.frontmostForeignProcess(), source);
 }
 

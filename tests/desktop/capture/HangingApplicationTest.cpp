@@ -58,8 +58,8 @@ class CaptureOnDesktop : public testing::Test {
     }
     void startService(const Application& application) {
         source = application.process;
-        workspace.frontmost = source;
-        workspace.applications[source] = {.process = source, .identifier = "app", .name = "App"};
+        workspace.launch({.process = source, .identifier = "app", .name = "App"});
+        workspace.bringToFront(source);
         captures = std::make_unique<Captures>(Captures::Ports{clock, *accessibility, primary,
                                                               workspace, copyShortcut, search,
                                                               screens, showings, log, settings});
@@ -89,12 +89,12 @@ class CaptureOnDesktop : public testing::Test {
     SystemClock clock;
     std::unique_ptr<AtSpiAccessibility> accessibility = connected();
     X11PrimarySelection primary;
-    FakeWorkspace workspace;
-    FakeCopyShortcut copyShortcut;
-    FakeHighlightSearch search;
+    ScriptedWorkspace workspace;
+    ScriptedCopyShortcut copyShortcut;
+    ScriptedHighlightSearch search;
     ScriptedScreens screens;
     PanelShowings showings;
-    MemoryDefaults settings;
+    ScriptedDefaults settings;
     CaptureLog log{clock, session.home() + "/capture.log", {}};
     std::unique_ptr<Captures> captures;
     std::int32_t source = 0;

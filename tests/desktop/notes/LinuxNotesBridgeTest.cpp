@@ -1,7 +1,7 @@
 #include "platform/linux/notes/LinuxNotesBridge.h"
 
 #include "doubles/platform/PrivateSession.h"
-#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedDefaults.h"
 
 #include <QDir>
 
@@ -15,7 +15,7 @@ using Choice = LinuxNotesBridge::Choice;
 } // namespace
 
 TEST(LinuxNotesBridge, ReadsWhatTheUserSettledOn) {
-    MemoryDefaults defaults;
+    ScriptedDefaults defaults;
     EXPECT_EQ(LinuxNotesBridge::choice(defaults), Choice::Automatic);
     defaults.setString("vorq.notes.application", "gnote");
     EXPECT_EQ(LinuxNotesBridge::choice(defaults), Choice::Gnote);
@@ -26,7 +26,7 @@ TEST(LinuxNotesBridge, ReadsWhatTheUserSettledOn) {
 }
 
 TEST(LinuxNotesBridge, KeepsItsFolderAmongTheDocuments) {
-    MemoryDefaults defaults;
+    ScriptedDefaults defaults;
     EXPECT_TRUE(LinuxNotesBridge::folder(defaults).endsWith("/Vorq Notes"));
     defaults.setString("vorq.notes.folder", "relative");
     EXPECT_TRUE(LinuxNotesBridge::folder(defaults).endsWith("/Vorq Notes"));

@@ -9,8 +9,8 @@
 #include "doubles/backend/Awaiting.h"
 #include "doubles/backend/ScriptedTransport.h"
 #include "platform/testing/ManualClock.h"
-#include "platform/testing/MemoryDefaults.h"
-#include "platform/testing/TemporaryPaths.h"
+#include "platform/testing/ScriptedAppPaths.h"
+#include "platform/testing/ScriptedDefaults.h"
 
 #include <QFile>
 
@@ -57,8 +57,8 @@ class AccountFixture : public testing::Test {
     }
 
     ManualClock clock;
-    MemoryDefaults defaults;
-    TemporaryPaths paths;
+    ScriptedDefaults defaults;
+    ScriptedAppPaths paths;
     ScriptedTransport transport{clock};
     VorqAPIService api{transport, [] { return QStringLiteral("http://h:1"); }};
     PreferredModel model{api, defaults};

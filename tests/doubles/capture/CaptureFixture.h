@@ -8,10 +8,11 @@
 #include "capture/selection/PanelCapture.h"
 #include "capture/source/CaptureGate.h"
 #include "platform/testing/ManualClock.h"
-#include "platform/testing/MemoryDefaults.h"
 #include "platform/testing/ScriptedAccessibility.h"
+#include "platform/testing/ScriptedDefaults.h"
 #include "platform/testing/ScriptedPrimarySelection.h"
 #include "platform/testing/ScriptedScreens.h"
+#include "platform/testing/ScriptedWorkspace.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -26,26 +27,7 @@
 
 namespace vorq {
 
-class FakeWorkspace final : public Workspace {
-  public:
-    std::optional<ProcessId> frontmost;
-    bool knowsAll = true;
-    std::map<ProcessId, RunningApplication> applications;
-
-    [[nodiscard]] bool knowsAllApplications() const override { return knowsAll; }
-    [[nodiscard]] std::optional<ProcessId> frontmostProcess() const override { return frontmost; }
-    [[nodiscard]] std::optional<WindowId> activeWindow() const override { return std::nullopt; }
-    [[nodiscard]] std::optional<RunningApplication> application(ProcessId process) const override {
-        const auto found = applications.find(process);
-        return found == applications.end() ? std::nullopt : std::optional(found->second);
-    }
-    [[nodiscard]] std::optional<ProcessId> processOf(WindowId) const override {
-        return std::nullopt;
-    }
-    void activate(WindowId) override {}
-};
-
-class FakeCopyShortcut final : public CopyShortcut {
+class ScriptedCopyShortcut final : public CopyShortcut {
   public:
     QString text;
     int copies = 0;
@@ -62,7 +44,7 @@ class FakeCopyShortcut final : public CopyShortcut {
     }
 };
 
-class FakeHighlightSearch final : public HighlightSearch {
+class ScriptedHighlightSearch final : public HighlightSearch {
   public:
     std::optional<VisualHighlight> seen;
     int screenshots = 0;
@@ -154,15 +136,15 @@ class CaptureTest : public testing::Test {
     static constexpr std::int32_t source = 42;
 
     CaptureTest() {
-        workspace.frontmost = source;
         screens.all.front().frame = {0, 0, 1000, 800};
         screens.pointerAt = {300, 200};
         identify(QStringLiteral("org.xfce.mousepad"));
+        workspace.bringToFront(source);
     }
 
     void identify(const QString& identifier) {
-        workspace.applications[source] = {
-            .process = source, .identifier = identifier, .name = QStringLiteral("Source")};
+        workspace.launch(
+            {.process = source, .identifier = identifier, .name = QStringLiteral("Source")});
     }
 
     ScriptedElement& focus() {
@@ -210,12 +192,12 @@ class CaptureTest : public testing::Test {
     ManualClock clock;
     ScriptedAccessibility accessibility;
     ScriptedPrimarySelection primary;
-    FakeWorkspace workspace;
-    FakeCopyShortcut copyShortcut;
-    FakeHighlightSearch search;
+    ScriptedWorkspace workspace;
+    ScriptedCopyShortcut copyShortcut;
+    ScriptedHighlightSearch search;
     ScriptedScreens screens;
     PanelShowings showings;
-    MemoryDefaults settings;
+    ScriptedDefaults settings;
     CaptureLog log{clock, folder.filePath("library/capture-debug.log"),
                    folder.filePath("place.log")};
     std::stop_source stop;

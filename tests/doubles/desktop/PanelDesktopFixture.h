@@ -7,7 +7,7 @@
 #include "platform/linux/x11/X11PressMonitor.h"
 #include "platform/linux/x11/X11Screens.h"
 #include "platform/linux/x11/X11Workspace.h"
-#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedDefaults.h"
 #include "shell/notices/ShellNotifications.h"
 #include "shell/window/PanelWindowController.h"
 #include "shell/window/QuickPanelWindow.h"
@@ -34,7 +34,7 @@ class PanelDesktopFixture : public testing::Test {
 
     desktop::DesktopSession& m_session = desktopSession();
     SystemClock m_clock;
-    MemoryDefaults m_defaults;
+    ScriptedDefaults m_defaults;
     ShellNotifications m_notifications;
     PanelHolds m_holds;
     X11Screens m_screens;

@@ -7,6 +7,7 @@ namespace vorq {
 
 ConversationFixture::ConversationFixture() {
     m_defaults.apply({{"vorq.session.token", "token"}, {"vorq.session.email", "a@b.c"}});
+    m_capture.names[7] = QStringLiteral("Editor");
     restart();
 }
 

@@ -1,66 +1,20 @@
 #pragma once
 
-#include "capture/selection/SelectionCapture.h"
 #include "core/VorqAppState.h"
 #include "doubles/backend/ScriptedTransport.h"
+#include "doubles/capture/ScriptedCapture.h"
 #include "platform/testing/ManualClock.h"
-#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedAppPaths.h"
+#include "platform/testing/ScriptedDefaults.h"
 #include "platform/testing/ScriptedNotesBridge.h"
-#include "platform/testing/TemporaryPaths.h"
-#include "support/async/Wakeup.h"
 
 #include <QAbstractItemModelTester>
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <map>
 #include <memory>
-#include <set>
 
 namespace vorq {
-
-/// The source applications of a test and what each has highlighted.
-class ScriptedCapture final : public SelectionCapture {
-  public:
-    bool trusted = true;
-    std::optional<ProcessId> frontmost;
-    std::map<ProcessId, QString> selections; // 0 for no process
-    bool readsLikeSecret = false;            // whatever is selected
-    std::set<ProcessId> secrets;             // what is selected in these does
-    Clock* clock = nullptr;                  // captures take their time by it
-    std::chrono::milliseconds takes{0};
-    int underWay = 0; // captures
-    int most = 0;     // of them at once
-    std::vector<std::optional<ProcessId>> asked;
-    QStringList lines;
-
-    [[nodiscard]] bool isTrusted() const override { return trusted; }
-    [[nodiscard]] std::optional<ProcessId> frontmostForeignProcess() const override {
-        return frontmost;
-    }
-    [[nodiscard]] QString applicationName(ProcessId process) const override {
-        return process == 7 ? QStringLiteral("Editor") : QString();
-    }
-    QCoro::Task<CapturedText> captureSelectedTextForHotKey(std::optional<ProcessId> source,
-                                                           std::stop_token stop) override {
-        asked.push_back(source);
-        most = std::max(most, ++underWay);
-        const Wakeup answered;
-        answered.fire();
-        co_await answered;
-        if (clock) co_await sleepFor(*clock, takes, std::move(stop));
-        --underWay;
-        const auto found = selections.find(source.value_or(0));
-        CapturedText captured;
-        if (found != selections.end()) captured.text = found->second;
-        captured.isHeldBack =
-            (readsLikeSecret || secrets.contains(source.value_or(0))) && !captured.isEmpty();
-        const CapturedText given = captured;
-        co_return given;
-    }
-    void log(const QString& line) override { lines += line; }
-};
 
 /// A whole application state over a scripted backend, in virtual time, signed in.
 class ConversationFixture : public testing::Test {
@@ -95,8 +49,8 @@ class ConversationFixture : public testing::Test {
     [[nodiscard]] static QByteArray json(const QVariantMap& object);
 
     ManualClock m_clock;
-    MemoryDefaults m_defaults;
-    TemporaryPaths m_paths;
+    ScriptedDefaults m_defaults;
+    ScriptedAppPaths m_paths;
     ScriptedTransport m_transport{m_clock};
     ScriptedCapture m_capture;
     ScriptedNotesBridge m_notesApplication;

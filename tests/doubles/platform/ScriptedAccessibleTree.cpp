@@ -83,7 +83,7 @@ QDBusMessage ScriptedAccessibleTree::answer(const QDBusMessage& call, const QStr
         return call.createReply(wrapped(true));
     const auto found = elements.find(call.path());
     if (found == elements.end()) return refusal(call);
-    const FakeAccessible& element = found->second;
+    const ScriptedTreeElement& element = found->second;
     m_calls += call.path() + "." + member;
     if (member == "GetRole") return call.createReply(element.role);
     if (member == "GetState")
@@ -114,7 +114,7 @@ QDBusMessage ScriptedAccessibleTree::answer(const QDBusMessage& call, const QStr
 }
 
 QDBusMessage ScriptedAccessibleTree::answerOfText(const QDBusMessage& call,
-                                                  const FakeAccessible& element,
+                                                  const ScriptedTreeElement& element,
                                                   const QString& service) {
     const QString member = call.member();
     const int first = call.arguments().value(0).toInt();

@@ -18,7 +18,7 @@
 namespace vorq {
 
 /// What an element tells of itself. Offsets count UTF-16 units.
-struct FakeAccessible {
+struct ScriptedTreeElement {
     std::uint32_t role = 0;
     bool hasText = true;
     QString text;
@@ -39,7 +39,7 @@ class ScriptedAccessibleTree final : public QDBusVirtualObject {
     explicit ScriptedAccessibleTree(const QString& address) : m_address(address) {}
 
     /// By path.
-    std::map<QString, FakeAccessible> elements;
+    std::map<QString, ScriptedTreeElement> elements;
     /// The text of an error that is not sent: whoever has the call answers it later.
     static constexpr auto noAnswer = "no answer";
 
@@ -54,8 +54,9 @@ class ScriptedAccessibleTree final : public QDBusVirtualObject {
 
   private:
     [[nodiscard]] QDBusMessage answer(const QDBusMessage& call, const QString& service);
-    [[nodiscard]] static QDBusMessage
-    answerOfText(const QDBusMessage& call, const FakeAccessible& element, const QString& service);
+    [[nodiscard]] static QDBusMessage answerOfText(const QDBusMessage& call,
+                                                   const ScriptedTreeElement& element,
+                                                   const QString& service);
 
     QString m_address;
     QStringList m_misplaced;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/testing/ManualClock.h"
-#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedDefaults.h"
 #include "platform/testing/ScriptedPresses.h"
 #include "platform/testing/ScriptedScreens.h"
 #include "platform/testing/ScriptedWorkspace.h"
@@ -15,11 +15,11 @@
 namespace vorq {
 
 /// A panel's window that only notes what becomes of it.
-class NotedPanelWindow final : public PanelWindow {
+class ScriptedPanelWindow final : public PanelWindow {
   public:
     static constexpr WindowId number = 90;
 
-    explicit NotedPanelWindow(ScriptedWorkspace& workspace) : m_workspace(workspace) {}
+    explicit ScriptedPanelWindow(ScriptedWorkspace& workspace) : m_workspace(workspace) {}
 
     QRectF at;
     bool wasAnimated = false;
@@ -66,20 +66,20 @@ class PanelWindowFixture : public testing::Test {
     static constexpr ProcessId ours = 91;
 
     ManualClock m_clock;
-    MemoryDefaults m_defaults;
+    ScriptedDefaults m_defaults;
     ScriptedScreens m_screens;
     ScriptedWorkspace m_workspace;
     ScriptedPresses m_presses;
     PanelHolds m_holds;
     ShellNotifications m_notifications;
-    NotedPanelWindow m_window{m_workspace};
+    ScriptedPanelWindow m_window{m_workspace};
     std::unique_ptr<PanelWindowController> m_controller;
     int m_focusPrompts = 0;
 
     void SetUp() override {
         for (const ProcessId process : {writer, browser, ours})
             m_workspace.launch({.process = process, .identifier = {}, .name = {}});
-        m_workspace.launch({.process = NotedPanelWindow::number, .identifier = {}, .name = {}});
+        m_workspace.launch({.process = ScriptedPanelWindow::number, .identifier = {}, .name = {}});
         m_screens.windows[writer] = {200, 200, 800, 600};
         m_screens.windows[browser] = {900, 200, 800, 600};
         m_workspace.bringToFront(writer);

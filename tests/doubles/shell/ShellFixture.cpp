@@ -30,7 +30,7 @@ AppDelegate::Ports ShellFixture::ports() {
             m_notes,
             m_signIn,
             m_statusItem,
-            [this](VorqAppState&) { return std::make_unique<RecordedPanel>(m_calls); },
+            [this](VorqAppState&) { return std::make_unique<ScriptedPanelPresence>(m_calls); },
             {self, QStringLiteral("com.vorq.desk")},
             [this] { m_calls += "open accessibility"; }};
 }

@@ -3,7 +3,7 @@
 #include "backend/account/PendingSignIn.h"
 #include "doubles/panel/ConversationFixture.h"
 #include "doubles/shell/LogLines.h"
-#include "doubles/shell/RecordedPanel.h"
+#include "doubles/shell/ScriptedPanelPresence.h"
 #include "platform/testing/ScriptedHotKeys.h"
 #include "platform/testing/ScriptedLoginItem.h"
 #include "platform/testing/ScriptedWorkspace.h"
@@ -14,9 +14,9 @@
 
 namespace vorq {
 
-class RecordedHost final : public ApplicationHost {
+class ScriptedHost final : public ApplicationHost {
   public:
-    explicit RecordedHost(CallList& calls) : m_calls(calls) {}
+    explicit ScriptedHost(CallList& calls) : m_calls(calls) {}
     bool active = false;
     bool userIsBusy = false;
     Alert lastAlert;
@@ -38,9 +38,9 @@ class RecordedHost final : public ApplicationHost {
     CallList& m_calls;
 };
 
-class RecordedStatusItem final : public StatusItem {
+class ScriptedStatusItem final : public StatusItem {
   public:
-    explicit RecordedStatusItem(CallList& calls) : m_calls(calls) {}
+    explicit ScriptedStatusItem(CallList& calls) : m_calls(calls) {}
     QStringList notices;
     std::set<HotKeyAction> hotKeys;
     bool offersNotes = false;
@@ -108,13 +108,13 @@ class ShellFixture : public ConversationFixture {
 
     CallList m_calls;
     LogLines m_log;
-    RecordedHost m_host{m_calls};
+    ScriptedHost m_host{m_calls};
     ScriptedWorkspace m_workspace;
     ScriptedHotKeys m_hotKeys;
     ScriptedLoginItem m_loginItem;
     ScriptedNotes m_notes;
     ScriptedSignIn m_signIn;
-    RecordedStatusItem m_statusItem{m_calls};
+    ScriptedStatusItem m_statusItem{m_calls};
     /// What a shell beside the one under test can be made of.
     [[nodiscard]] AppDelegate::Ports ports();
 

@@ -2,12 +2,12 @@
 
 #include "core/VorqAppState.h"
 #include "doubles/backend/ScriptedTransport.h"
-#include "doubles/capture/BlindCapture.h"
+#include "doubles/capture/ScriptedCapture.h"
 #include "platform/NotesBridge.h"
 #include "platform/testing/ManualClock.h"
-#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedAppPaths.h"
+#include "platform/testing/ScriptedDefaults.h"
 #include "platform/testing/ScriptedLocalSignIn.h"
-#include "platform/testing/TemporaryPaths.h"
 #include "shell/look/PanelLook.h"
 #include "shell/panel/PanelViewModel.h"
 #include "ui/bindings/UiContext.h"
@@ -49,10 +49,10 @@ class PanelStage {
     [[nodiscard]] QQuickItem& list();
 
     ManualClock clock;
-    MemoryDefaults defaults;
-    TemporaryPaths paths;
+    ScriptedDefaults defaults;
+    ScriptedAppPaths paths;
     ScriptedTransport transport{clock};
-    BlindCapture capture;
+    ScriptedCapture capture;
     NoNotesBridge notes;
     ScriptedLocalSignIn localSignIn;
     std::unique_ptr<VorqAppState> state;

@@ -21,7 +21,7 @@ class BackendAtLoginChoiceTest : public testing::Test {
     }
 
     CallList m_calls;
-    RecordedStatusItem m_item{m_calls};
+    ScriptedStatusItem m_item{m_calls};
     std::shared_ptr<ScriptedBackendAtLogin> m_backend = std::make_shared<ScriptedBackendAtLogin>();
     Alert m_told;
     BackendAtLoginChoice::ShowAlert m_tell = [this](const Alert& alert) {

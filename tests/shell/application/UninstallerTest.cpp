@@ -1,11 +1,11 @@
 #include "shell/application/Uninstaller.h"
 #include "doubles/shell/LogLines.h"
 #include "library/store/LibraryStore.h"
-#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedAppPaths.h"
 #include "platform/testing/ScriptedBackendAtLogin.h"
+#include "platform/testing/ScriptedDefaults.h"
 #include "platform/testing/ScriptedInstallation.h"
 #include "platform/testing/ScriptedLoginItem.h"
-#include "platform/testing/TemporaryPaths.h"
 
 #include <QDir>
 #include <QFile>
@@ -53,9 +53,9 @@ class UninstallerTest : public testing::Test {
     }
 
     QByteArray m_homeOfTheTester = qgetenv("HOME");
-    TemporaryPaths m_paths;
+    ScriptedAppPaths m_paths;
     LogLines m_log;
-    MemoryDefaults m_defaults;
+    ScriptedDefaults m_defaults;
     ScriptedLoginItem m_loginItem;
     ScriptedBackendAtLogin m_backend;
     ScriptedInstallation m_installation;

@@ -1,5 +1,5 @@
 #include "shell/look/ApplicationPalette.h"
-#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedDefaults.h"
 #include "shell/look/ApplicationFont.h"
 #include "shell/look/Contrast.h"
 
@@ -22,7 +22,7 @@ class ApplicationPaletteTest : public testing::Test {
         return Widget().palette().color(QPalette::Window).lightness() < 128;
     }
 
-    MemoryDefaults m_defaults;
+    ScriptedDefaults m_defaults;
     AppearanceSettings m_settings{m_defaults};
     ApplicationPalette m_palette{m_settings};
 };

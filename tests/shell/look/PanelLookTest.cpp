@@ -1,6 +1,6 @@
 #include "shell/look/PanelLook.h"
 #include "areas/AppearanceSettings.h"
-#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedDefaults.h"
 #include "shell/look/Contrast.h"
 #include "shell/look/TextScale.h"
 
@@ -11,7 +11,7 @@ namespace {
 
 class PanelLookTest : public testing::Test {
   protected:
-    MemoryDefaults defaults;
+    ScriptedDefaults defaults;
     AppearanceSettings settings{defaults};
     PanelLook look{settings};
 };

@@ -2,7 +2,7 @@
 
 #include "shell/window/DeferredPanel.h"
 
-#include "doubles/shell/RecordedPanel.h"
+#include "doubles/shell/ScriptedPanelPresence.h"
 #include "platform/testing/ManualClock.h"
 
 #include <gmock/gmock.h>
@@ -14,9 +14,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class PanelInPieces final : public RecordedPanel {
+class PanelInPieces final : public ScriptedPanelPresence {
   public:
-    explicit PanelInPieces(CallList& calls) : RecordedPanel(calls), m_calls(calls) {
+    explicit PanelInPieces(CallList& calls) : ScriptedPanelPresence(calls), m_calls(calls) {
         m_calls += "make";
     }
 

@@ -118,7 +118,7 @@ TEST_F(PanelHideTest, LeavesTheKeyboardToAnotherWindowOfOurs) {
 
 TEST_F(PanelHideTest, GivesTheKeyboardBackToWhereTheUserWorkedLast) {
     m_workspace.bringToFront(browser);
-    m_workspace.bringToFront(NotedPanelWindow::number);
+    m_workspace.bringToFront(ScriptedPanelWindow::number);
     m_controller->hide();
     EXPECT_THAT(m_workspace.activations(), ElementsAre(browser));
 }
@@ -292,8 +292,8 @@ TEST_F(OutsideClickTest, OnAWindowOfOursHides) {
 }
 
 TEST_F(OutsideClickTest, OnThePanelOrItsDialogDoesNothing) {
-    clickAt(m_outside, PressedSurface::OwnWindow, NotedPanelWindow::number);
-    clickAt(m_outside, PressedSurface::OwnWindow, 55, NotedPanelWindow::number);
+    clickAt(m_outside, PressedSurface::OwnWindow, ScriptedPanelWindow::number);
+    clickAt(m_outside, PressedSurface::OwnWindow, 55, ScriptedPanelWindow::number);
     EXPECT_TRUE(m_controller->isPanelVisible());
 }
 

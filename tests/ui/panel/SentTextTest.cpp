@@ -10,7 +10,7 @@ namespace {
 /// What went out with a prompt beside its words, in the bubble of the prompt.
 class SentTextTest : public TypedTurns {
   protected:
-    SentTextTest() { stage.capture.application = "Firefox"; }
+    SentTextTest() { stage.capture.names[7] = "Firefox"; }
 
     void capture(const QString& text) {
         const auto done = stage.state->hotKeyContext().submitHotKeyContext(7, text, {});
@@ -130,7 +130,7 @@ TEST_F(SentTextTest, ASavedChatKeepsIt) {
 /// The hot key over something that shows no text to others.
 class NothingCapturedTest : public SentTextTest {
   protected:
-    NothingCapturedTest() { stage.capture.application = "Evince"; }
+    NothingCapturedTest() { stage.capture.names[7] = "Evince"; }
 
     const QString sentence = "Evince: no highlighted text was found. Highlight some first, or copy "
                              "it there and paste it here.";

@@ -48,16 +48,16 @@ class AtSpiSelectionTest : public testing::Test {
         return told([&] { return AtSpiSelection(bus, toolkit, {}).value(at(path)); });
     }
 
-    FakeAccessible& element(const QString& path) { return tree.elements[path]; }
+    ScriptedTreeElement& element(const QString& path) { return tree.elements[path]; }
     // A text of one selected stretch.
-    FakeAccessible& textOf(const QString& path, const QString& text, int start, int end) {
-        FakeAccessible& one = element(path);
+    ScriptedTreeElement& textOf(const QString& path, const QString& text, int start, int end) {
+        ScriptedTreeElement& one = element(path);
         one.text = text;
         one.selections = {{start, end}};
         return one;
     }
     // A text all of which is selected.
-    FakeAccessible& whole(const QString& path, const QString& text) {
+    ScriptedTreeElement& whole(const QString& path, const QString& text) {
         return textOf(path, text, 0, static_cast<int>(text.size()));
     }
 

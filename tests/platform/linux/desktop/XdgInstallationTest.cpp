@@ -1,6 +1,6 @@
 #include "platform/linux/desktop/XdgInstallation.h"
 
-#include "platform/testing/TemporaryPaths.h"
+#include "platform/testing/ScriptedAppPaths.h"
 
 #include <QDir>
 #include <QFile>
@@ -129,7 +129,7 @@ TEST_F(XdgInstallationTest, NoOtherNameOfAFolderLeadsToTheSystem) {
 }
 
 TEST_F(XdgInstallationTest, TheFoldersAreTheUsersOwnAndThoseOfTheEnvironment) {
-    const TemporaryPaths paths;
+    const ScriptedAppPaths paths;
     qputenv("XDG_DATA_DIRS", "/one/share:/two/share");
     EXPECT_THAT(XdgInstallation::dataFolders(paths),
                 ElementsAre(paths.applicationSupportFolder(), "/one/share", "/two/share"));

@@ -1,5 +1,5 @@
 #include "platform/linux/desktop/XdgLoginItem.h"
-#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedDefaults.h"
 
 #include <QDir>
 #include <QFile>
@@ -33,7 +33,7 @@ class XdgLoginItemTest : public testing::Test {
     }
 
     QTemporaryDir m_folder;
-    MemoryDefaults m_defaults;
+    ScriptedDefaults m_defaults;
 };
 
 TEST_F(XdgLoginItemTest, StartsTheProgramInTheBackground) {

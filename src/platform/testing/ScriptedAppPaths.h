@@ -7,7 +7,7 @@
 namespace vorq {
 
 /// Places inside a folder of its own that is removed at the end.
-class TemporaryPaths final : public AppPaths {
+class ScriptedAppPaths final : public AppPaths {
   public:
     [[nodiscard]] QString home() const override { return m_folder.path(); }
     [[nodiscard]] QString executableFolder() const override { return m_folder.filePath("bin"); }

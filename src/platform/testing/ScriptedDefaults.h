@@ -7,7 +7,7 @@
 namespace vorq {
 
 /// Settings that live in memory and remember how often they were written.
-class MemoryDefaults final : public Defaults {
+class ScriptedDefaults final : public Defaults {
   public:
     [[nodiscard]] QVariant value(const QString& key) const override { return m_values.value(key); }
     void apply(const std::vector<Change>& changes) override;

@@ -10,9 +10,9 @@ namespace vorq {
 using CallList = QStringList;
 
 /// A panel without a window.
-class RecordedPanel : public PanelPresence {
+class ScriptedPanelPresence : public PanelPresence {
   public:
-    explicit RecordedPanel(CallList& calls) : m_calls(calls) {}
+    explicit ScriptedPanelPresence(CallList& calls) : m_calls(calls) {}
 
     [[nodiscard]] bool isPanelVisible() const override { return m_isVisible; }
     void show() override {

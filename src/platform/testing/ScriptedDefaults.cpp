@@ -1,8 +1,8 @@
-#include "platform/testing/MemoryDefaults.h"
+#include "platform/testing/ScriptedDefaults.h"
 
 namespace vorq {
 
-void MemoryDefaults::apply(const std::vector<Change>& changes) {
+void ScriptedDefaults::apply(const std::vector<Change>& changes) {
     ++m_writes;
     for (const auto& [key, value] : changes) {
         if (value.isValid())
@@ -12,14 +12,14 @@ void MemoryDefaults::apply(const std::vector<Change>& changes) {
     }
 }
 
-bool MemoryDefaults::applyIf(const QString& key, const QString& text,
-                             const std::vector<Change>& changes) {
+bool ScriptedDefaults::applyIf(const QString& key, const QString& text,
+                               const std::vector<Change>& changes) {
     if (string(key).value_or(QString()) != text) return false;
     apply(changes);
     return true;
 }
 
-std::expected<void, QString> MemoryDefaults::erase() {
+std::expected<void, QString> ScriptedDefaults::erase() {
     m_values.clear();
     return {};
 }
