@@ -9,9 +9,9 @@ find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 # inline marks of replies
 pkg_check_modules(MD4C REQUIRED IMPORTED_TARGET md4c)
-# X11: hot keys, windows of other programs, selections
-pkg_check_modules(Xcb REQUIRED IMPORTED_TARGET xcb xcb-ewmh xcb-keysyms xcb-randr xcb-res xcb-shape
-                  xcb-xfixes xcb-xinput xcb-xtest)
+# X11: hot keys, windows of other programs and their pixels, selections
+pkg_check_modules(Xcb REQUIRED IMPORTED_TARGET xcb xcb-composite xcb-ewmh xcb-keysyms xcb-randr
+                  xcb-res xcb-shape xcb-shm xcb-xfixes xcb-xinput xcb-xtest)
 if(VORQ_TESTS OR VORQ_FUZZ)
   find_package(GTest REQUIRED)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Network QuickTest Test)

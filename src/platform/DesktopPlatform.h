@@ -24,6 +24,7 @@ class OverlayHints;
 class PermissionProbe;
 class PressMonitor;
 class PrimarySelection;
+class ScreenCapture;
 class Screens;
 class Workspace;
 
@@ -61,6 +62,7 @@ class DesktopPlatform {
     virtual GlobalHotKeys& hotKeys() = 0;
     virtual Accessibility& accessibility() = 0;
     virtual PrimarySelection& primarySelection() = 0;
+    virtual ScreenCapture& screenCapture() = 0;
     virtual const PermissionProbe& permissions() = 0;
 
     /// Whether there is a graphics processor that this user may draw with.

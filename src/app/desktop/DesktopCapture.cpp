@@ -11,7 +11,10 @@ DesktopCapture::DesktopCapture(DesktopPlatform& platform, const PanelShowings& s
             CaptureLog::placeFileOfEnvironment()),
       m_gate(platform.accessibility(), platform.workspace(), platform.defaults()),
       m_reader({platform.clock(), platform.accessibility(), platform.primarySelection(), m_gate}),
-      m_panel({m_reader, m_gate, m_copyShortcut, showings, m_log}) {}
+      m_panel({m_reader, m_gate, m_copyShortcut, showings, m_log}),
+      m_search({platform.clock(), m_reader, platform.screenCapture(), platform.screens(),
+                platform.appearance(), m_log}),
+      m_snapshots({m_reader, m_gate, m_copyShortcut, m_search, platform.screens(), m_log}) {}
 
 std::optional<ProcessId> DesktopCapture::frontmostForeignProcess() const {
     return m_panel.frontmostForeignProcess();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "capture/placement/SnapshotCapture.h"
+#include "capture/placement/WindowHighlightSearch.h"
 #include "capture/selection/CaptureLog.h"
 #include "capture/selection/CopyShortcut.h"
 #include "capture/selection/PanelCapture.h"
@@ -24,12 +26,17 @@ class DesktopCapture final : public SelectionCapture {
                                                            std::stop_token stop) override;
     void log(const QString& line) override { m_panel.log(line); }
 
+    /// Selections with their places.
+    [[nodiscard]] SnapshotCapture& snapshots() { return m_snapshots; }
+
   private:
     NoCopyShortcut m_copyShortcut;
     CaptureLog m_log;
     CaptureGate m_gate;
     SelectionReader m_reader;
     PanelCapture m_panel;
+    WindowHighlightSearch m_search;
+    SnapshotCapture m_snapshots;
 };
 
 } // namespace vorq

@@ -1,5 +1,7 @@
 #include "capture/placement/SelectionPlacement.h"
 
+#include "platform/Screens.h"
+
 #include <algorithm>
 
 namespace vorq {
@@ -27,6 +29,24 @@ bool hasSize(const QRectF& rect) {
 
 } // namespace
 
+ScreenLayout screenLayout(const Screens& screens) {
+    ScreenLayout layout;
+    for (const Screen& screen : screens.screens())
+        layout.frames.push_back(screen.frame);
+    if (!layout.frames.empty()) layout.main = layout.frames.front();
+    return layout;
+}
+
+// Without any screen, the point is as low as the upper edge.
+QPointF pointAX(QPointF point, const ScreenLayout& screens) {
+    const std::optional<QRectF> reference = referenceFrame(screens);
+    return {point.x(), reference ? reference->bottom() - point.y() : 0};
+}
+
+double stripHeight(const QRectF& rect) {
+    return std::clamp(rect.height(), lowestStrip, highestStrip);
+}
+
 QRectF cocoaRect(const QRectF& rect, const ScreenLayout& screens) {
     const std::optional<QRectF> reference = referenceFrame(screens);
     if (!reference) return rect;
@@ -37,8 +57,7 @@ std::optional<QRectF> highlightPlacementFrame(const std::optional<QRectF>& rawAX
                                               const ScreenLayout& screens) {
     if (!rawAX || !hasSize(*rawAX)) return std::nullopt;
     const QRectF rect = cocoaRect(*rawAX, screens);
-    return QRectF(rect.x(), rect.y(), std::max(rect.width(), narrowestStrip),
-                  std::clamp(rect.height(), lowestStrip, highestStrip));
+    return QRectF(rect.x(), rect.y(), std::max(rect.width(), narrowestStrip), stripHeight(rect));
 }
 
 std::optional<QRectF> compactElementPlacementFrame(const std::optional<QRectF>& elementFrame,

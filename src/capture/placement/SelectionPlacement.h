@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointF>
 #include <QRectF>
 
 #include <optional>
@@ -15,9 +16,21 @@ struct ScreenLayout {
     std::optional<QRectF> main;
 };
 
+class Screens;
+
+/// The screens as they are. That of no port is known to be in use, so the primary one stands for
+/// it.
+[[nodiscard]] ScreenLayout screenLayout(const Screens& screens);
+
 /// A rectangle of accessibility coordinates (origin at the top left, y downwards) in screen
 /// coordinates. Without any screen it comes back as it is.
 [[nodiscard]] QRectF cocoaRect(const QRectF& rect, const ScreenLayout& screens);
+
+/// A point of screen coordinates in accessibility coordinates.
+[[nodiscard]] QPointF pointAX(QPointF point, const ScreenLayout& screens);
+
+/// The height of the strip for what is so high in screen coordinates.
+[[nodiscard]] double stripHeight(const QRectF& rect);
 
 /// The strip, in screen coordinates, to set something beside a selection: it lies on the lower edge
 /// of the selection's bounds, which are in accessibility coordinates, and its height is bounded.

@@ -13,14 +13,6 @@
 namespace vorq {
 namespace {
 
-ScreenLayout layoutOf(const Screens& screens) {
-    ScreenLayout layout;
-    for (const Screen& screen : screens.screens())
-        layout.frames.push_back(screen.frame);
-    if (!layout.frames.empty()) layout.main = layout.frames.front();
-    return layout;
-}
-
 SelectionSnapshot snapshotAtMouse(std::optional<ProcessId> source, QPointF mouse) {
     return {.text = {},
             .exactText = {},
@@ -61,7 +53,7 @@ QCoro::Task<SelectionSnapshot> SnapshotCapture::captureSelection(std::optional<P
     source = m_services.gate.settled(source);
     if (!m_services.gate.admits(source)) co_return anchored;
     const CaptureBudget budget = m_services.reader.beginBudget();
-    const auto directly = [source, screens = layoutOf(m_services.screens)](
+    const auto directly = [source, screens = screenLayout(m_services.screens)](
                               const SelectionReading& reading) {
         return reading.capture ? snapshotFromAX(*reading.capture, source, screens) : std::nullopt;
     };
@@ -137,7 +129,7 @@ std::optional<SelectionSnapshot> SnapshotCapture::snapshotAfterCopy(const Select
                                                                     const QString& copied,
                                                                     const Aim& aim) const {
     if (!reading.capture) return std::nullopt;
-    const ScreenLayout screens = layoutOf(m_services.screens);
+    const ScreenLayout screens = screenLayout(m_services.screens);
     const auto frame = placementFrame(*reading.capture, screens);
     if (!frame) return std::nullopt;
     const QString& exact = reading.capture->text;

@@ -123,6 +123,19 @@ QString captureSelectedTextAXOnly(const CaptureSource& source) {
     return capture ? trimmed(capture->text).toString() : QString();
 }
 
+std::optional<QRectF> focusedAXFrame(const CaptureSource& source) {
+    const AccessibleElementPtr element = focusedElement(source);
+    const auto frame = element ? elementAXFrame(*element) : std::nullopt;
+    return frame ? frame : focusedWindowAXFrame(source);
+}
+
+std::optional<QRectF> focusedWindowAXFrame(const CaptureSource& source) {
+    if (!source.process) return std::nullopt;
+    const AccessibleElementPtr window =
+        source.accessibility.focusedWindow(*source.process, source.stop);
+    return window ? elementAXFrame(*window) : std::nullopt;
+}
+
 bool tellsThatNothingIsSelected(const CaptureSource& source) {
     const AccessibleElementPtr element = focusedElement(source);
     if (!element || elementHasSelection(*element)) return false;

@@ -55,6 +55,13 @@ captureFromFocusedAccessibilityElement(const CaptureSource& source);
 /// read.
 [[nodiscard]] QString captureSelectedTextAXOnly(const CaptureSource& source);
 
+/// The frame of the element that has the focus, else of the window that has it, in accessibility
+/// coordinates.
+[[nodiscard]] std::optional<QRectF> focusedAXFrame(const CaptureSource& source);
+
+/// The frame of the process's window that has the focus; nothing without a process.
+[[nodiscard]] std::optional<QRectF> focusedWindowAXFrame(const CaptureSource& source);
+
 /// Whether the focused element has text and says that none of it is selected, rather than not
 /// saying anything.
 [[nodiscard]] bool tellsThatNothingIsSelected(const CaptureSource& source);

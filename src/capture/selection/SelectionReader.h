@@ -26,6 +26,8 @@ struct SelectionReading {
     bool isNothingSelected = false;
     /// A field for passwords has the focus: nothing may be captured, by no way.
     bool isPassword = false;
+    /// Where what has the focus is, in accessibility coordinates, where the caller asked for that.
+    std::optional<QRectF> focusedFrame;
     /// Where the text was read that may be columns of several lines.
     QStringList lines;
     /// PRIMARY, where accessibility did not suffice.

@@ -22,6 +22,7 @@
 #include "platform/linux/x11/X11PrimarySelection.h"
 #include "platform/linux/x11/X11Screens.h"
 #include "platform/linux/x11/X11Workspace.h"
+#include "platform/linux/x11/pixels/X11ScreenCapture.h"
 #include "platform/portable/SettingsFile.h"
 #include "platform/portable/ThreadedNotesBridge.h"
 #include "support/async/OnPool.h"
@@ -81,6 +82,7 @@ struct LinuxDesktopPlatform::Parts {
     std::unique_ptr<AtSpiAccessibility> accessibility;
     QObject screensObserver;
     std::unique_ptr<PrimarySelection> primarySelection;
+    std::unique_ptr<ScreenCapture> screenCapture;
     std::unique_ptr<PermissionProbe> permissions;
 
     const std::shared_ptr<AtSpiBus>& bus() {
@@ -179,18 +181,37 @@ GlobalHotKeys& LinuxDesktopPlatform::hotKeys() {
     return ofSession<X11HotKeys, NoHotKeys>(m_session, m_parts->hotKeys);
 }
 
+template<typename Port>
+void LinuxDesktopPlatform::followScreens(Port& port) {
+    const Screens* all = &screens();
+    const auto follow = [&port, all] { port.setScreens(pixelScreens(*all)); };
+    QObject::connect(all, &Screens::changed, &m_parts->screensObserver, follow);
+    follow();
+}
+
 Accessibility& LinuxDesktopPlatform::accessibility() {
     if (m_parts->accessibility) return *m_parts->accessibility;
     m_parts->accessibility = std::make_unique<AtSpiAccessibility>(m_parts->bus());
-    const Screens* all = &screens();
-    const auto follow = [this, all] { m_parts->accessibility->setScreens(pixelScreens(*all)); };
-    QObject::connect(all, &Screens::changed, &m_parts->screensObserver, follow);
-    follow();
+    followScreens(*m_parts->accessibility);
     return *m_parts->accessibility;
 }
 
 PrimarySelection& LinuxDesktopPlatform::primarySelection() {
     return ofSession<X11PrimarySelection, NoPrimarySelection>(m_session, m_parts->primarySelection);
+}
+
+ScreenCapture& LinuxDesktopPlatform::screenCapture() {
+    return madeOnce(m_parts->screenCapture, [this]() -> std::unique_ptr<ScreenCapture> {
+        if (m_session == SessionKind::Wayland)
+            return std::make_unique<NoScreenCapture>(
+                QStringLiteral("Wayland shows no program the windows of another."));
+        if (m_session == SessionKind::None)
+            return std::make_unique<NoScreenCapture>(
+                QStringLiteral("There is no desktop that shows windows."));
+        auto capture = std::make_unique<X11ScreenCapture>();
+        followScreens(*capture);
+        return capture;
+    });
 }
 
 const PermissionProbe& LinuxDesktopPlatform::permissions() {

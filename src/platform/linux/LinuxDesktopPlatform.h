@@ -30,12 +30,17 @@ class LinuxDesktopPlatform final : public DesktopPlatform {
     GlobalHotKeys& hotKeys() override;
     Accessibility& accessibility() override;
     PrimarySelection& primarySelection() override;
+    ScreenCapture& screenCapture() override;
     const PermissionProbe& permissions() override;
     [[nodiscard]] bool hasGraphicsProcessor() const override;
     void registerUrlScheme() override;
 
   private:
     struct Parts;
+
+    // Keeps a port that has places in points up to date with the monitors.
+    template<typename Port>
+    void followScreens(Port& port);
 
     SessionKind m_session;
     std::unique_ptr<Parts> m_parts;

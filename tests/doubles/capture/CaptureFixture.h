@@ -179,6 +179,12 @@ class CaptureTest : public testing::Test {
             .result();
     }
 
+    static void waitUntil(const std::function<bool()>& isTrue) {
+        for (const QDeadlineTimer guard(20'000); !isTrue();) {
+            ASSERT_FALSE(guard.hasExpired());
+            Running<QString>::turnOnce();
+        }
+    }
     void waitUntilHanging() { waitUntilHanging(accessibility.hanging); }
     void waitUntilPrimaryHangs() { waitUntilHanging(primary.hanging); }
 
@@ -207,10 +213,7 @@ class CaptureTest : public testing::Test {
 
   private:
     static void waitUntilHanging(const std::atomic<int>& hanging) {
-        for (const QDeadlineTimer guard(20'000); hanging == 0;) {
-            ASSERT_FALSE(guard.hasExpired());
-            Running<QString>::turnOnce();
-        }
+        waitUntil([&hanging] { return hanging > 0; });
     }
 };
 

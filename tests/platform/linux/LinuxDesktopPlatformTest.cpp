@@ -6,6 +6,7 @@
 #include "platform/PressMonitor.h"
 #include "platform/PrimarySelection.h"
 #include "platform/Workspace.h"
+#include "platform/pixels/ScreenCapture.h"
 
 #include <gmock/gmock.h>
 
@@ -22,7 +23,8 @@ TEST(LinuxDesktopPlatformTest, WithoutASessionThePortsOfWindowsSayWhyTheyDoNothi
         {"overlay hints", platform.overlayHints().supported()},
         {"presses", platform.presses().supported()},
         {"hot keys", platform.hotKeys().supported()},
-        {"primary selection", platform.primarySelection().supported()}};
+        {"primary selection", platform.primarySelection().supported()},
+        {"screen capture", platform.screenCapture().supported()}};
     for (const auto& [name, support] : ports) {
         ASSERT_FALSE(support) << name;
         EXPECT_THAT(support.error().toStdString(), EndsWith(".")) << name;
@@ -36,6 +38,15 @@ TEST(LinuxDesktopPlatformTest, WithoutASessionNothingIsInFrontAndNoKeyIsToBeHad)
     EXPECT_FALSE(platform.hotKeys().installEventHandler());
     EXPECT_FALSE(platform.primarySelection().highlightOf(1, {}));
     EXPECT_EQ(platform.compositor().translucency(), Translucency::Plain);
+}
+
+TEST(LinuxDesktopPlatformTest, TakesNoPicturesUnderWaylandAndSaysWhy) {
+    LinuxDesktopPlatform platform(SessionKind::Wayland);
+    const PortSupport support = platform.screenCapture().supported();
+    ASSERT_FALSE(support);
+    EXPECT_EQ(support.error(), "Wayland shows no program the windows of another.");
+    EXPECT_FALSE(platform.screenCapture().windowsOnScreen({}));
+    EXPECT_FALSE(platform.screenCapture().pictureOf(1, {}));
 }
 
 TEST(LinuxDesktopPlatformTest, MakesEachPortOnce) {

@@ -1,8 +1,12 @@
 #include "platform/linux/desktop/PortalDesktop.h"
 
+#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QStringList>
+
+#include <array>
 
 namespace vorq {
 namespace {
@@ -16,6 +20,10 @@ const QString interfaceArea = QStringLiteral("org.gnome.desktop.interface");
 const QString animationsKey = QStringLiteral("enable-animations");
 const QString contrastKey = QStringLiteral("contrast");
 const QString textScaleKey = QStringLiteral("text-scaling-factor");
+const QString accentKey = QStringLiteral("accent-color");
+// Of KDE alone.
+const QString selectionArea = QStringLiteral("org.kde.kdeglobals.Colors:Selection");
+const QString selectionKey = QStringLiteral("BackgroundNormal");
 
 constexpr uint dark = 1;
 constexpr uint light = 2;
@@ -28,6 +36,37 @@ QVariant unwrapped(QVariant value) {
     return value;
 }
 
+bool isPart(double number) {
+    return number >= 0 && number <= 1;
+}
+
+// Three numbers; out of their range they say that there is no such colour.
+std::optional<LookColor> accentOf(const QVariant& value) {
+    if (!value.canConvert<QDBusArgument>()) return std::nullopt;
+    const auto argument = value.value<QDBusArgument>();
+    if (argument.currentSignature() != u"(ddd)") return std::nullopt;
+    LookColor color;
+    argument.beginStructure();
+    argument >> color.red >> color.green >> color.blue;
+    argument.endStructure();
+    const bool isColor = isPart(color.red) && isPart(color.green) && isPart(color.blue);
+    return isColor ? std::optional(color) : std::nullopt;
+}
+
+// As "61,174,233", with a fourth number for one that is not opaque.
+std::optional<LookColor> selectionOf(const QVariant& value) {
+    const QStringList parts = value.toString().split(u',');
+    if (parts.size() < 3) return std::nullopt;
+    std::array<double, 3> numbers{};
+    for (qsizetype i = 0; i < 3; ++i) {
+        bool isNumber = false;
+        double& number = numbers[static_cast<std::size_t>(i)];
+        number = parts[i].trimmed().toInt(&isNumber) / 255.0;
+        if (!isNumber || !isPart(number)) return std::nullopt;
+    }
+    return LookColor{.red = numbers[0], .green = numbers[1], .blue = numbers[2]};
+}
+
 } // namespace
 
 PortalDesktop::PortalDesktop(QDBusConnection bus) : m_bus(std::move(bus)) {
@@ -37,17 +76,19 @@ PortalDesktop::PortalDesktop(QDBusConnection bus) : m_bus(std::move(bus)) {
     ask(appearanceArea, contrastKey);
     ask(interfaceArea, animationsKey);
     ask(interfaceArea, textScaleKey);
+    ask(appearanceArea, accentKey, Need::Welcome);
+    ask(selectionArea, selectionKey, Need::Welcome);
 }
 
-void PortalDesktop::ask(const QString& area, const QString& key) {
+void PortalDesktop::ask(const QString& area, const QString& key, Need need) {
     QDBusMessage call = QDBusMessage::createMethodCall(portalService, portalPath, interface,
                                                        QStringLiteral("Read"));
     call << area << key;
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, area, key] {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, area, key, need] {
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
         if (!reply.isError()) take(area, key, reply.value().variant());
-        if (reply.isError()) emit isIncomplete();
+        if (reply.isError() && need == Need::Asked) emit isIncomplete();
         watcher->deleteLater();
     });
 }
@@ -70,6 +111,10 @@ void PortalDesktop::take(const QString& area, const QString& key, const QVariant
         look.wantsHighContrast = plain.toUInt() == highContrast;
     } else if (area == interfaceArea && key == textScaleKey) {
         look.textScale = plain.toDouble();
+    } else if (area == appearanceArea && key == accentKey) {
+        look.accent = accentOf(plain);
+    } else if (area == selectionArea && key == selectionKey) {
+        look.selection = selectionOf(plain);
     }
     if (look == m_look) return;
     m_look = look;

@@ -6,6 +6,8 @@
 #include <QDBusVariant>
 #include <QObject>
 
+#include <cstdint>
+
 namespace vorq {
 
 /// Asks the desktop, through its settings portal, what programs should look like, and hears of
@@ -28,7 +30,10 @@ class PortalDesktop final : public QObject {
     void settingChanged(const QString& area, const QString& key, const QDBusVariant& value);
 
   private:
-    void ask(const QString& area, const QString& key);
+    enum class Need : std::uint8_t { Asked, Welcome };
+
+    // What is merely welcome may be missing.
+    void ask(const QString& area, const QString& key, Need need = Need::Asked);
     void take(const QString& area, const QString& key, const QVariant& value);
 
     QDBusConnection m_bus;

@@ -1,9 +1,11 @@
 #include "platform/linux/desktop/PortalDesktop.h"
 #include "doubles/platform/PrivateBus.h"
 
+#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QHash>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -22,7 +24,12 @@ class ScriptedPortal final : public QDBusVirtualObject {
     [[nodiscard]] QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
         if (message.member() != "Read") return false;
-        QVariant value = values.value(message.arguments().value(1).toString());
+        const QString key = message.arguments().value(1).toString();
+        if (!values.contains(key)) {
+            bus.send(message.createErrorReply("org.freedesktop.portal.Error.NotFound", key));
+            return true;
+        }
+        QVariant value = values.value(key);
         if (isWrappedTwice) value = QVariant::fromValue(QDBusVariant(value));
         bus.send(message.createReply(QVariant::fromValue(QDBusVariant(value))));
         return true;
@@ -80,6 +87,44 @@ TEST_F(PortalDesktopTest, HearsOfChanges) {
     announce("org.gnome.desktop.interface", "enable-animations", true);
     EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.look().allowsAnimations == true; }));
     EXPECT_EQ(desktop.look().prefersDark, std::nullopt);
+}
+
+QVariant colorOf(double red, double green, double blue) {
+    QDBusArgument argument;
+    argument.beginStructure();
+    argument << red << green << blue;
+    argument.endStructure();
+    return QVariant::fromValue(argument);
+}
+
+TEST_F(PortalDesktopTest, ReadsTheColoursOfWhatIsSelected) {
+    portal.values["accent-color"] = colorOf(0.25, 0.5, 1);
+    portal.values["BackgroundNormal"] = "51, 102,255";
+    offer();
+    const PortalDesktop desktop(m_client);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop.look().selection.has_value(); }));
+    EXPECT_EQ(desktop.look().selection, (LookColor{.red = 0.2, .green = 0.4, .blue = 1}));
+    EXPECT_EQ(desktop.look().accent, (LookColor{.red = 0.25, .green = 0.5, .blue = 1}));
+
+    // Out of its range, there is none.
+    announce("org.freedesktop.appearance", "accent-color", colorOf(-1, -1, -1));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !desktop.look().accent; }));
+    for (const char* none : {"51,102", "51,102,256", "a,b,c", ""}) {
+        announce("org.kde.kdeglobals.Colors:Selection", "BackgroundNormal", "1,2,3");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return desktop.look().selection.has_value(); }));
+        announce("org.kde.kdeglobals.Colors:Selection", "BackgroundNormal", none);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !desktop.look().selection; })) << none;
+    }
+}
+
+TEST_F(PortalDesktopTest, MissesNoColours) {
+    offer();
+    const PortalDesktop desktop(m_client);
+    const QSignalSpy incomplete(&desktop, &PortalDesktop::isIncomplete);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop.look().textScale.has_value(); }));
+    // What is asked last is answered last.
+    QTest::qWait(100);
+    EXPECT_EQ(incomplete.count(), 0);
 }
 
 TEST_F(PortalDesktopTest, WithoutAPortalNothingIsKnown) {

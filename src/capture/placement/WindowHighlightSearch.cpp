@@ -1,0 +1,79 @@
+#include "capture/placement/WindowHighlightSearch.h"
+
+#include "capture/placement/WindowSighting.h"
+#include "capture/selection/CaptureLog.h"
+#include "capture/selection/SelectionReader.h"
+#include "platform/DesktopLook.h"
+#include "platform/pixels/ScreenCapture.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+
+#include <memory>
+#include <utility>
+
+namespace vorq {
+namespace {
+
+constexpr double smallestSearchArea = 40;
+
+std::vector<TintColor> colorsOf(const DesktopLook& look) {
+    std::vector<TintColor> ofDesktop;
+    for (const auto& color : {look.selection, look.accent})
+        if (color)
+            ofDesktop.push_back({.red = color->red, .green = color->green, .blue = color->blue});
+    return selectionTargetColors(ofDesktop);
+}
+
+void askForFocusedFrame(const CaptureSource& from, SelectionReading& reading) {
+    reading.focusedFrame = focusedAXFrame(from);
+}
+
+bool isRoom(const std::optional<QRectF>& area) {
+    return area && area->width() >= smallestSearchArea && area->height() >= smallestSearchArea;
+}
+
+} // namespace
+
+WindowHighlightSearch::WindowHighlightSearch(const Services& services)
+    : m_services(services), m_thread(services.clock) {}
+
+QCoro::Task<std::optional<VisualHighlight>>
+WindowHighlightSearch::highlightPlacementFromScreenshot(std::optional<ProcessId> source,
+                                                        QPointF mouse, std::stop_token stop) {
+    const QPointer<WindowHighlightSearch> self(this);
+    if (!m_services.capture.supported()) {
+        m_services.log.placeDbg(
+            QStringLiteral("shot: BLOCKED — Screen Recording not granted for this binary"));
+        co_return std::nullopt;
+    }
+    const SelectionReading reading = co_await m_services.reader.readAccessibility(
+        source, askForFocusedFrame, CaptureBudget::accessibilityLimit, stop);
+    if (!self || stop.stop_requested()) co_return std::nullopt;
+    const std::optional<QRectF>& area = reading.focusedFrame;
+    if (!isRoom(area)) {
+        m_services.log.placeDbg(QStringLiteral("shot: no search area (searchAX=%1)")
+                                    .arg(area ? logged(*area) : QStringLiteral("nil")));
+        co_return std::nullopt;
+    }
+    const SightingQuery query{.source = source,
+                              .own = static_cast<ProcessId>(QCoreApplication::applicationPid()),
+                              .searchArea = *area,
+                              .mouse = mouse,
+                              .screens = screenLayout(m_services.screens),
+                              .colors = colorsOf(m_services.appearance.look())};
+    const auto sighting = std::make_shared<Sighting>();
+    ScreenCapture& capture = m_services.capture;
+    CaptureThread::Job job = [&capture, query, sighting](std::stop_token running) {
+        *sighting = sightSelection(capture, query, running);
+    };
+    const bool isInTime = co_await m_thread.run(std::move(job), pictureLimit, stop);
+    // Until it has come to its end, what it found belongs to the other thread.
+    if (!self || !isInTime || stop.stop_requested()) co_return std::nullopt;
+    for (const QString& line : std::as_const(sighting->log))
+        m_services.log.placeDbg(line);
+    const auto highlight = sighting->highlight;
+    co_return highlight;
+}
+
+} // namespace vorq
