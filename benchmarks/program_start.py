@@ -17,16 +17,14 @@ what each chooses by itself: Vorq what suits the machine, the empty window OpenG
 QSG_RHI_BACKEND=opengl then has both use that.
 """
 
-import contextlib
 import os
 import pathlib
 import statistics
 import subprocess
 import sys
-import tempfile
 import time
 
-from panel_show import AS_SHIPPED, renderer, start_display, wait_for_window_manager
+import own_desktop
 
 RUNS = 9
 SETTLE_SECONDS = 2
@@ -118,32 +116,6 @@ def showing(command, environment):
         process.wait()
 
 
-@contextlib.contextmanager
-def desktop():
-    """The environment of a session with a screen, a window manager and a bus."""
-    server, display = start_display()
-    others = []
-    try:
-        with tempfile.TemporaryDirectory() as home:
-            environment = dict(os.environ, DISPLAY=display, HOME=home, XDG_RUNTIME_DIR=home,
-                               XDG_CONFIG_HOME=f"{home}/config", XDG_DATA_HOME=f"{home}/data",
-                               XDG_CACHE_HOME=f"{home}/cache", QT_QPA_PLATFORM="xcb",
-                               NO_AT_BRIDGE="1", **renderer())
-            bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"],
-                                   env=environment, stdout=subprocess.PIPE,
-                                   stderr=subprocess.DEVNULL, text=True)
-            others.append(bus)
-            environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
-            others.append(subprocess.Popen(["openbox"], env=environment,
-                                           stderr=subprocess.DEVNULL))
-            wait_for_window_manager(environment)
-            yield environment
-    finally:
-        for process in [*others, server]:
-            process.terminate()
-            process.wait()
-
-
 def report(name, unit, vorq, empty):
     print(f"{name:8} vorq {statistics.median(vorq):7.1f} (worst {max(vorq):.1f}) {unit}, "
           f"empty window {statistics.median(empty):7.1f} (worst {max(empty):.1f}) {unit}, "
@@ -151,23 +123,24 @@ def report(name, unit, vorq, empty):
 
 
 def main():
-    arguments = [argument for argument in sys.argv[1:] if argument != AS_SHIPPED]
+    arguments = [argument for argument in sys.argv[1:] if argument != own_desktop.AS_SHIPPED]
     if not arguments:
         sys.exit(__doc__)
+    own_desktop.enter_desktop()
     programs = pathlib.Path(arguments[0]).resolve()
     runs = int(arguments[1]) if len(arguments) > 1 else RUNS
     figures = {"vorq": [], "empty": []}
     showings = []
-    with desktop() as environment:
-        for run in range(runs + 1):
-            vorq = measured([programs / "vorq", "--background"], wait_for_vorq, environment)
-            empty = measured([programs / "bench-empty-window"], wait_for_line, environment)
-            shown = showing([programs / "vorq", "--background"], environment)
-            if run == 0:
-                continue  # reads the files from the disk
-            figures["vorq"].append(vorq)
-            figures["empty"].append(empty)
-            showings.append(shown)
+    environment = own_desktop.environment()
+    for run in range(runs + 1):
+        vorq = measured([programs / "vorq", "--background"], wait_for_vorq, environment)
+        empty = measured([programs / "bench-empty-window"], wait_for_line, environment)
+        shown = showing([programs / "vorq", "--background"], environment)
+        if run == 0:
+            continue  # reads the files from the disk
+        figures["vorq"].append(vorq)
+        figures["empty"].append(empty)
+        showings.append(shown)
     for index, (name, unit) in enumerate(
             (("start", "ms"), ("computed", "ms"), ("memory", "MB"), ("idle", "%"))):
         report(name, unit, [f[index] for f in figures["vorq"]],
