@@ -277,6 +277,7 @@ void AppDelegate::uninstallVorqAndQuit() {
 // The panel gives up the keyboard, which the menu is about to take.
 void AppDelegate::openStatusItemMenu() {
     yieldPanelFocus();
+    emit m_notifications.vorqWillOpenStatusMenu();
     m_ports.statusItem.openMenu();
 }
 

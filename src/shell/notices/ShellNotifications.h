@@ -28,6 +28,8 @@ class ShellNotifications final : public QObject {
     /// The menu of the status item has come up or gone. A bar that draws it need not tell of its
     /// end.
     void vorqStatusMenuChanged(bool isOpen);
+    /// Vorq is about to open the menu by itself: nobody has pressed its item.
+    void vorqWillOpenStatusMenu();
     /// The panel has begun or ended to be dragged from one dock to another.
     void vorqPanelDockDragChanged(bool isDragging);
     void vorqClearChatGlyphIBeam();

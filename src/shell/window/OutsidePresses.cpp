@@ -15,6 +15,8 @@ OutsidePresses::OutsidePresses(const Platform& platform, IsInside isInside)
     const ShellNotifications* notifications = &platform.notifications;
     connect(notifications, &ShellNotifications::vorqStatusMenuChanged, this,
             &OutsidePresses::handleStatusMenu);
+    connect(notifications, &ShellNotifications::vorqWillOpenStatusMenu, this,
+            &OutsidePresses::forgetSlowBar);
     connect(notifications, &ShellNotifications::vorqSuppressPanelOutsideClose, this,
             &OutsidePresses::handleSuppression);
 }
@@ -35,6 +37,10 @@ void OutsidePresses::stop() {
     m_platform.presses.stop();
     forgetPress();
     m_statusMenu.giveBack();
+}
+
+void OutsidePresses::noteFront(WindowId window) {
+    if (std::exchange(m_front, window) != window) forgetSlowBar();
 }
 
 void OutsidePresses::handlePress(const ScreenPress& press) {
@@ -74,11 +80,12 @@ bool OutsidePresses::dismissesStatusMenu() {
 }
 
 void OutsidePresses::awaitStatusItem() {
-    m_decision = m_platform.clock.after(statusItemDelay, [this] {
+    m_decision = m_platform.clock.after(statusItemDelay, [this, front = m_front] {
         m_decision.reset();
         if (m_platform.holds.isHeld()) return;
+        const bool isAboutAnother = m_front != front;
         emit dismissed();
-        awaitSlowBar();
+        if (!isAboutAnother) awaitSlowBar();
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/PressMonitor.h"
+#include "platform/WindowId.h"
 #include "shell/notices/PanelHold.h"
 
 #include <QObject>
@@ -43,11 +44,16 @@ class OutsidePresses final : public QObject {
     void start();
     void stop();
 
+    /// A window of another program has come to the front. One that was not in front before is what
+    /// a press in a bar was about.
+    void noteFront(WindowId window);
+
   signals:
     /// After the event.
     void dismissed();
 
-    /// The press that took the panel down was on our status item.
+    /// The press that took the panel down was on our status item. Not told once another application
+    /// came to the front or Vorq opened its menu by itself.
     void recalled();
 
   private:
@@ -69,6 +75,7 @@ class OutsidePresses final : public QObject {
     bool m_isRunning = false;
     /// A press elsewhere whose release shows whether it was a click.
     bool m_isClickPending = false;
+    std::optional<WindowId> m_front;
     std::optional<Clock::TimerId> m_decision;
     /// While the panel is down for a press in a bar that may be slow.
     std::optional<Clock::TimerId> m_slowBar;

@@ -49,6 +49,7 @@ PanelWindowController::PanelWindowController(const Platform& platform, PanelWind
             [this](std::int32_t process, quint64 active) {
                 if (isOurs(active, process)) return;
                 m_source = active != 0 ? std::optional<WindowId>(active) : std::nullopt;
+                if (m_source) m_outsidePresses.noteFront(*m_source);
             });
     connect(&platform.notifications, &ShellNotifications::vorqHidePanel, this,
             &PanelWindowController::hide);
@@ -161,6 +162,7 @@ void PanelWindowController::rememberSource() {
     const auto process = active ? m_platform.workspace.processOf(*active) : std::nullopt;
     if (process && isOurs(*active, *process)) return;
     m_source = active;
+    if (m_source) m_outsidePresses.noteFront(*m_source);
 }
 
 bool PanelWindowController::isOurs(WindowId window, ProcessId process) const {

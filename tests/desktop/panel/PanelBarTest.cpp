@@ -90,6 +90,17 @@ TEST_P(PanelBarTest, AnEntryOfTheMenuHidesAPanelThatIsUpAndShowsOneThatIsNot) {
     expectClickHides();
 }
 
+// The menu comes up, but nobody has pressed its item.
+TEST_P(PanelBarTest, APressBesideOurItemTakesThePanelDownForGood) {
+    openPanel();
+    session.click({600, 880});
+    vorq.waitForNoPanel();
+    run(VORQ_PROGRAM, "", {}, session.environment());
+    waitForMenu();
+    letSettle();
+    EXPECT_EQ(vorq.panel(), 0U);
+}
+
 // On a loaded machine the bar has other things to do first.
 class SlowBarTest : public PanelBarTest {
   protected:
