@@ -17,7 +17,7 @@ AskCommand::AskCommand(VorqAppState& state, Terminal& terminal)
 std::expected<AskCommand::Question, QString> AskCommand::read(const AskArguments& arguments) {
     Question question{arguments.prompt, arguments.model, {}, {}};
     for (const QString& file : arguments.files) {
-        auto attachment = PromptAttachment::load(file);
+        auto attachment = PromptAttachment::load(file, PromptAttachment::Pipes::Read);
         if (!attachment) return std::unexpected(attachment.error());
         question.attachments += *std::move(attachment);
     }

@@ -9,7 +9,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <fcntl.h>
 #include <span>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace vorq {
 namespace {
@@ -54,6 +58,38 @@ std::optional<QString> textOf(const QByteArray& bytes) {
     return decoded(bytes, QStringDecoder::Utf16);
 }
 
+using Failure = std::unexpected<QString>;
+
+Failure failure(const QString& path, const QString& reason) {
+    return Failure(QStringLiteral("%1: %2").arg(path, reason));
+}
+
+bool isReadable(const struct stat& status, PromptAttachment::Pipes pipes) {
+    return S_ISREG(status.st_mode) ||
+           (S_ISFIFO(status.st_mode) && pipes == PromptAttachment::Pipes::Read);
+}
+
+// To open a device or a pipe may wait for good, or do something to it.
+std::expected<void, QString> open(QFile& file, PromptAttachment::Pipes pipes) {
+    const QString path = file.fileName();
+    const QByteArray name = QFile::encodeName(path);
+    struct stat status{};
+    if (::stat(name.constData(), &status) != 0) return failure(path, qt_error_string(errno));
+    const auto refused = [&path] {
+        return failure(path, QStringLiteral("only files can be attached."));
+    };
+    if (!isReadable(status, pipes)) return refused();
+    const int patience = S_ISFIFO(status.st_mode) ? 0 : O_NONBLOCK;
+    const int descriptor = ::open(name.constData(), O_RDONLY | O_NOCTTY | O_CLOEXEC | patience);
+    if (descriptor < 0) return failure(path, qt_error_string(errno));
+    // Something else may have taken its place.
+    if (::fstat(descriptor, &status) == 0 && isReadable(status, pipes) &&
+        file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return {};
+    ::close(descriptor);
+    return refused();
+}
+
 } // namespace
 
 bool PromptAttachment::isImageExtension(QStringView extension) {
@@ -80,29 +116,25 @@ std::optional<QString> imageDataURL(const QByteArray& bytes) {
     return QString::fromLatin1("data:" + type + ";base64," + bytes.toBase64());
 }
 
-std::expected<PromptAttachment, QString> PromptAttachment::load(const QString& path) {
+std::expected<PromptAttachment, QString> PromptAttachment::load(const QString& path, Pipes pipes) {
     PromptAttachment attachment;
     attachment.fileName = QFileInfo(path).fileName();
     const QString extension = pathExtension(attachment.fileName);
     if (extension == u"pdf" || isOfficeExtension(extension))
-        return std::unexpected(QStringLiteral("%1: PDF and office files cannot be attached here. "
-                                              "Attach the text instead.")
-                                   .arg(path));
+        return failure(path, QStringLiteral("PDF and office files cannot be attached here. "
+                                            "Attach the text instead."));
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::unexpected(QStringLiteral("%1: %2").arg(path, file.errorString()));
+    if (const auto opened = open(file, pipes); !opened) return std::unexpected(opened.error());
     const bool isImage = isImageExtension(extension);
     const QByteArray bytes = file.read(isImage ? imageByteLimit : textByteLimit);
-    if (file.error() != QFileDevice::NoError)
-        return std::unexpected(QStringLiteral("%1: %2").arg(path, file.errorString()));
+    if (file.error() != QFileDevice::NoError) return failure(path, file.errorString());
     if (isImage) {
         attachment.imageDataURL = vorq::imageDataURL(bytes);
         if (attachment.imageDataURL) return attachment;
-        return std::unexpected(
-            QStringLiteral("%1: the image is too large; at most 3.5 MB can be sent.").arg(path));
+        return failure(path, QStringLiteral("the image is too large; at most 3.5 MB can be sent."));
     }
     const std::optional<QString> text = textOf(bytes);
-    if (!text) return std::unexpected(QStringLiteral("%1: the file is not a text.").arg(path));
+    if (!text) return failure(path, QStringLiteral("the file is not a text."));
     attachment.textContent = graphemePrefix(*text, textLimit).toString();
     return attachment;
 }

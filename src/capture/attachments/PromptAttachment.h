@@ -4,6 +4,7 @@
 #include <QString>
 #include <QUuid>
 
+#include <cstdint>
 #include <expected>
 #include <optional>
 
@@ -34,9 +35,13 @@ struct PromptAttachment {
     [[nodiscard]] static bool isOfficeExtension(QStringView extension);
     [[nodiscard]] static bool isDocumentExtension(QStringView extension);
 
-    /// Reads a text or image file, or a pipe; blocks while reading, so not for the main thread of a
-    /// window. The error is a sentence for the user.
-    [[nodiscard]] static std::expected<PromptAttachment, QString> load(const QString& path);
+    /// Whether what is written into a pipe may be read, which waits for its end.
+    enum class Pipes : std::uint8_t { Refused, Read };
+
+    /// Reads a text or image file; blocks while reading, so not for the main thread of a window.
+    /// Devices and folders are refused and not even opened. The error is a sentence for the user.
+    [[nodiscard]] static std::expected<PromptAttachment, QString>
+    load(const QString& path, Pipes pipes = Pipes::Refused);
 };
 
 /// What follows the last dot of a file name, lower-cased; empty if there is no such dot, or only

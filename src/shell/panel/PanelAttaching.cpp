@@ -7,7 +7,6 @@
 #include <QBuffer>
 #include <QClipboard>
 #include <QDesktopServices>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
 #include <QMimeData>
@@ -41,7 +40,7 @@ void PanelViewModel::attachFiles(const QList<QUrl>& files) {
     setShowAttachTray(false);
     setNotice({});
     for (const QUrl& file : files) {
-        if (file.isLocalFile() && !QFileInfo(file.toLocalFile()).isDir())
+        if (file.isLocalFile())
             attachFile(file.toLocalFile());
         else
             setNotice(tr("%1: only files can be attached.").arg(file.toDisplayString()));

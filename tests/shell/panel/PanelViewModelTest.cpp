@@ -284,7 +284,8 @@ TEST_F(PanelViewModelTest, FilesBecomeClipsAndFoldersANotice) {
     file.write("text");
     file.close();
     model().attachFiles({QUrl::fromLocalFile(file.fileName()), QUrl::fromLocalFile(folder.path())});
-    EXPECT_FALSE(model().notice().isEmpty());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !model().notice().isEmpty(); }));
+    EXPECT_EQ(model().notice(), folder.path() + ": only files can be attached.");
     ASSERT_TRUE(QTest::qWaitFor([this] { return model().attachments().count() == 1; }));
     EXPECT_EQ(model().attachments().attachments()[0].textContent, "text");
 }
