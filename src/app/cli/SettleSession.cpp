@@ -1,6 +1,7 @@
 #include "app/cli/SettleSession.h"
 
 #include "backend/account/SessionTokens.h"
+#include "support/async/OnPool.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -21,8 +22,11 @@ void settleSession(SessionTokens& tokens, Clock& clock, Clock::Duration limit) {
 
 void unwindTasks() {
     constexpr int rounds = 8;
-    for (int round = 0; round < rounds; ++round)
+    for (int round = 0; round < rounds; ++round) {
+        // What comes later than this would own what it owns to the end of the process.
+        finishPool();
         QCoreApplication::sendPostedEvents();
+    }
 }
 
 } // namespace vorq

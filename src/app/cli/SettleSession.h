@@ -11,8 +11,8 @@ class SessionTokens;
 /// must not be lost.
 void settleSession(SessionTokens& tokens, Clock& clock, Clock::Duration limit);
 
-/// Lets tasks that were stopped with their owners run to their ends. Comes last before the
-/// application object goes.
+/// Lets tasks that were stopped with their owners run to their ends, and waits some seconds for
+/// their work on other threads. Comes last before the application object goes.
 void unwindTasks();
 
 } // namespace vorq

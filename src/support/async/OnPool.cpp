@@ -1,7 +1,9 @@
 #include "support/async/OnPool.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 
+#include <chrono>
 #include <utility>
 
 namespace vorq {
@@ -10,26 +12,29 @@ namespace {
 // They wait rather than compute: a few that hang must not hold up the others.
 constexpr int mostThreads = 16;
 
-// While the application object still is whole.
-void finishPool() {
-    blocking::pool().waitForDone();
-}
+constexpr std::chrono::seconds endLimit{5};
 
 } // namespace
 
 QThreadPool& blocking::pool() {
     static QThreadPool& threads = []() -> QThreadPool& {
-        static QThreadPool made;
-        made.setObjectName(QStringLiteral("vorq-blocking"));
-        made.setMaxThreadCount(mostThreads);
+        auto* made = new QThreadPool;
+        made->setObjectName(QStringLiteral("vorq-blocking"));
+        made->setMaxThreadCount(mostThreads);
+        // While the application object still is whole.
         qAddPostRoutine(finishPool);
-        return made;
+        return *made;
     }();
     return threads;
 }
 
 void leaveToPool(std::function<void()> work) {
     blocking::pool().start(std::move(work));
+}
+
+void finishPool() {
+    static const QDeadlineTimer end(endLimit);
+    blocking::pool().waitForDone(static_cast<int>(end.remainingTime()));
 }
 
 } // namespace vorq

@@ -7,7 +7,8 @@
 namespace vorq {
 
 namespace blocking {
-/// The threads of all work whose order does not matter.
+/// The threads of all work whose order does not matter. They are never taken down: work that hangs
+/// may go on to the very end of the process.
 QThreadPool& pool();
 } // namespace blocking
 
@@ -20,8 +21,8 @@ QThreadPool& pool();
 /// itself; its result comes as ever, and the caller looks at its token after the wait.
 ///
 /// The work goes on when whoever waits for it is gone, and the application waits for it when it
-/// ends. So it owns what it uses, by value or by shared pointer, and refers to no object of the
-/// caller. What it owns is destroyed on the main thread.
+/// ends, though only some seconds. So it owns what it uses, by value or by shared pointer, and
+/// refers to no object of the caller. What it owns is destroyed on the main thread.
 template<blocking::AnyWork Work>
 QCoro::Task<blocking::ResultOf<Work>> onPool(Work work, std::stop_token stop) {
     return blocking::runOn(blocking::pool(), std::move(work), std::move(stop));
@@ -29,5 +30,9 @@ QCoro::Task<blocking::ResultOf<Work>> onPool(Work work, std::stop_token stop) {
 
 /// The same for work that nobody waits for. Any thread; what it owns is destroyed on any.
 void leaveToPool(std::function<void()> work);
+
+/// Waits for all such work, at the end of the program. Work that hangs, as on a network mount that
+/// is gone, is left alone after some seconds, which count from the first call.
+void finishPool();
 
 } // namespace vorq

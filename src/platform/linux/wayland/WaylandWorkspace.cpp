@@ -27,7 +27,9 @@ WaylandWorkspace::WaylandWorkspace(Clock& clock, std::shared_ptr<AtSpiBus> bus, 
     m_bus->followWindows();
 }
 
-WaylandWorkspace::~WaylandWorkspace() = default;
+WaylandWorkspace::~WaylandWorkspace() {
+    m_end.request_stop();
+}
 
 PortSupport WaylandWorkspace::supported() const {
     if (m_bus->isOn()) return {};
@@ -64,7 +66,11 @@ void WaylandWorkspace::activate(WindowId window) {
 // Once the panel has the keyboard, an application that was in front before Vorq started could no
 // longer tell where in it the user was.
 void WaylandWorkspace::learnFocus(ProcessId process) const {
-    (void)onPool([bus = m_bus, process] { AtSpiApplications(*bus).learnFocus(process, {}); }, {});
+    (void)onPool(
+        [bus = m_bus, process](const std::stop_token& stop) {
+            AtSpiApplications(*bus).learnFocus(process, stop);
+        },
+        m_end.get_token());
 }
 
 // Windows of Wayland have no number that others could use.

@@ -5,6 +5,7 @@
 #include "platform/linux/x11/X11Workspace.h"
 
 #include <memory>
+#include <stop_token>
 
 namespace vorq {
 
@@ -36,6 +37,7 @@ class WaylandWorkspace final : public Workspace {
     X11Workspace m_x11;
     WaylandFrontmost m_frontmost;
     mutable DesktopEntries m_desktopEntries;
+    std::stop_source m_end;
 };
 
 } // namespace vorq
