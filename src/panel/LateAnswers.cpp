@@ -7,7 +7,18 @@ namespace vorq {
 void LateAnswers::sayOnce(const QString& sentence, LibraryState& library, Saved saved) {
     if (m_waiting.contains(sentence)) return;
     m_waiting += sentence;
-    connect(&library, saved, this, [this, sentence] { say(sentence); }, Qt::SingleShotConnection);
+    // Not before: the panel may be made after this object.
+    connect(&m_panel, &PanelConversation::dropped, this, &LateAnswers::forget,
+            Qt::UniqueConnection);
+    if (!m_conversation) m_conversation = std::make_unique<QObject>();
+    connect(
+        &library, saved, m_conversation.get(), [this, sentence] { say(sentence); },
+        Qt::SingleShotConnection);
+}
+
+void LateAnswers::forget() {
+    m_conversation.reset();
+    m_waiting.clear();
 }
 
 void LateAnswers::say(const QString& sentence) {

@@ -5,12 +5,14 @@
 #include <QObject>
 #include <QStringList>
 
+#include <memory>
+
 namespace vorq {
 
 class PanelConversation;
 
 /// Says in the panel that something is saved when that has become true later than it was asked
-/// for. Main thread only.
+/// for, unless the conversation where it was asked for is over by then. Main thread only.
 class LateAnswers final : public QObject {
     Q_OBJECT
 
@@ -25,9 +27,11 @@ class LateAnswers final : public QObject {
 
   private:
     void say(const QString& sentence);
+    void forget();
 
     PanelConversation& m_panel;
     QStringList m_waiting;
+    std::unique_ptr<QObject> m_conversation; // as long as which what is waited for is said
 };
 
 } // namespace vorq

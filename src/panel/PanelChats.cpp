@@ -11,6 +11,7 @@
 
 #include <QPointer>
 
+#include <memory>
 #include <utility>
 
 namespace vorq {
@@ -68,8 +69,15 @@ bool PanelChats::saveContentToNotes(const QString& text, bool fromHub) {
 QCoro::Task<> PanelChats::runSave(PanelChats* self, QString text, bool fromHub,
                                   std::stop_token stop) {
     // A task that has not begun when its owner goes never begins.
+    const auto isDropped = std::make_shared<bool>(false);
+    PanelConversation* panel = &self->m_services.panel;
+    QObject::connect(
+        panel, &PanelConversation::dropped, panel, [isDropped] { *isDropped = true; },
+        Qt::SingleShotConnection);
     const bool isSaved = co_await self->exportChatTextToAppleNotes(text);
     if (stop.stop_requested()) co_return;
+    // In another conversation nobody knows what was saved; that it was not must be known.
+    if (isSaved && *isDropped && !fromHub) co_return;
     QString message = panel_notices::savedToNotes.toString();
     if (!isSaved) {
         const QString& reason = self->m_services.areas.library().libraryMessage();

@@ -159,6 +159,24 @@ TEST_F(UnsavedLibraryTest, AChatIsSaidSavedWhenItIs) {
     EXPECT_EQ(messages().size(), before) << "it is said once";
 }
 
+TEST_F(UnsavedLibraryTest, ThatAChatIsSavedIsNotSaidInTheNextOne) {
+    converse();
+    {
+        const auto lock = store().lock();
+        said("save chat");
+        state().panel().clearPanelChat();
+        advance(10s);
+    }
+    const QStringList before = texts();
+    advance(60s);
+    EXPECT_THAT(store().loadChats(), SizeIs(1));
+    EXPECT_EQ(texts(), before);
+    converse();
+    const auto lock = store().lock();
+    said("save chat");
+    EXPECT_EQ(last().text, heldUp) << "the next is asked for by itself";
+}
+
 TEST_F(UnsavedLibraryTest, AChatThatDidNotFitOnTheDiskIsSavedLater) {
     converse();
     {

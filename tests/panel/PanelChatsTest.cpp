@@ -184,6 +184,24 @@ TEST_F(PanelChatsTest, ANotesApplicationThatHangsKeepsNobodyWaiting) {
     EXPECT_TRUE(turnUntil([this] { return texts().contains("Saved to Notes."); }));
 }
 
+TEST_F(PanelChatsTest, ASaveThatIsDoneInTheNextChatIsNotSaidThereUnlessItFailed) {
+    for (const bool fails : {false, true}) {
+        m_notesApplication.isHanging = true;
+        if (fails) m_notesApplication.refusal = "The notes are full.";
+        converse("Explain", "They flow.");
+        submit("save research");
+        m_clock.settle();
+        panel().clearPanelChat();
+        advance(5s);
+        m_notesApplication.release();
+        m_clock.settle();
+        advance(5s);
+        EXPECT_FALSE(texts().contains("Saved to Notes."));
+        EXPECT_EQ(texts().contains("The notes are full."), fails);
+    }
+    EXPECT_THAT(m_notesApplication.notes, SizeIs(1));
+}
+
 TEST_F(PanelChatsTest, WhatIsOnItsWayToTheNotesIsNotStoppedThoughTheStateGoes) {
     m_notesApplication.isHanging = true;
     converse("Explain", "They flow.");
