@@ -7,9 +7,11 @@
 #include "library/richtext/NoteTypography.h"
 #include "library/store/LibraryFile.h"
 #include "platform/Clock.h"
+#include "support/files/DurableFile.h"
 #include "support/text/Text.h"
 
-#include <QSaveFile>
+#include <QFile>
+#include <QFileInfo>
 
 namespace vorq {
 namespace {
@@ -59,13 +61,31 @@ std::optional<QByteArray> rtfOf(const SavedNote& note) {
                                        : NoteTypography::document(body));
 }
 
-std::expected<void, QString> writeFile(const QString& path, const QByteArray& content) {
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit())
+// What is no file, such as a pipe or a device, cannot be replaced by one.
+bool isWrittenInto(const QString& path) {
+    const QFileInfo place(path);
+    return place.exists() && !place.isFile() && !place.isDir();
+}
+
+template<typename Outcome>
+std::optional<QString> failureOf(const Outcome& outcome) {
+    return outcome ? std::nullopt : std::optional(outcome.error());
+}
+
+std::expected<void, QString> writeInto(const QString& path, const QByteArray& content) {
+    QFile device(path);
+    if (device.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+        device.write(content) == content.size())
         return {};
-    return std::unexpected(
-        QStringLiteral("%1 could not be written: %2.").arg(path, file.errorString()));
+    return std::unexpected(device.errorString());
+}
+
+std::expected<void, QString> writeFile(const QString& path, const QByteArray& content) {
+    const std::optional<QString> failure = isWrittenInto(path)
+                                               ? failureOf(writeInto(path, content))
+                                               : failureOf(replaceFile(path, content, sharedFile));
+    if (!failure) return {};
+    return std::unexpected(QStringLiteral("%1 could not be written: %2.").arg(path, *failure));
 }
 
 } // namespace

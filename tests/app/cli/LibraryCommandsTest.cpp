@@ -10,7 +10,9 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <cstdio>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -82,6 +84,51 @@ TEST_F(LibraryCommandsOfAnother, ASaveIntoAFolderThatIsReadOnlySaysSo) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.err, "The note could not be saved in " + m_folder.toStdString() +
                                ": Permission denied.\n");
+}
+
+class ExportOfAnother : public LibraryCommandsOfAnother {
+  protected:
+    ExportOfAnother() {
+        SavedNote note;
+        note.id = m_id;
+        note.text = "Rivers flow.";
+        LibraryStore(m_root.path()).save(std::vector{note});
+        ::chmod(qPrintable(m_folder + "/saved-notes.json"), 0644);
+    }
+    [[nodiscard]] Outcome exportTo(const QString& file) const {
+        return run(ExportNote{m_id.toString(QUuid::WithoutBraces), NoteFormat::Markdown, file});
+    }
+
+    QUuid m_id = QUuid::createUuid();
+};
+
+// It would be cut short by whatever comes between.
+TEST_F(ExportOfAnother, AFileThatCannotBeReplacedIsNotWrittenInto) {
+    const QString path = m_root.filePath("out.md");
+    QFile former(path);
+    ASSERT_TRUE(former.open(QIODevice::ReadWrite));
+    former.write("former");
+    former.close();
+    ASSERT_EQ(::chmod(qPrintable(path), 0666), 0);
+    ASSERT_EQ(::chmod(qPrintable(m_root.path()), 0555), 0);
+    const Outcome outcome = exportTo(path);
+    ::chmod(qPrintable(m_root.path()), 0755);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, path.toStdString() + " could not be written: Permission denied.\n");
+    ASSERT_TRUE(former.open(QIODevice::ReadOnly));
+    EXPECT_EQ(former.readAll(), "former");
+}
+
+TEST_F(ExportOfAnother, WhatIsNoFileIsWrittenInto) {
+    const QString pipe = m_root.filePath("out");
+    ASSERT_EQ(::mkfifo(qPrintable(pipe), 0600), 0);
+    ASSERT_EQ(::chmod(qPrintable(pipe), 0666), 0);
+    const int end = ::open(qPrintable(pipe), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+    EXPECT_EQ(exportTo(pipe).status, 0);
+    std::array<char, 64> text{};
+    EXPECT_GT(::read(end, text.data(), text.size()), 0);
+    EXPECT_THAT(text.data(), HasSubstr("Rivers flow."));
+    ::close(end);
 }
 
 } // namespace
