@@ -26,7 +26,6 @@ namespace {
 constexpr char temporaryPrefix[] = ".vorq-save-";
 constexpr qsizetype temporaryPrefixSize = sizeof temporaryPrefix - 1;
 constexpr qsizetype temporarySuffixSize = 6;
-constexpr std::time_t leftoverAge = 60; // seconds
 constexpr mode_t allPermissions = 0777;
 constexpr mode_t privateMode = S_IRUSR | S_IWUSR;
 
@@ -57,9 +56,11 @@ class GrowingContent {
         m_begun = wholeSteps;
     }
     // An error number; 0 if all of it is on the disk.
+    // A file system that cannot flush has done all it can.
     [[nodiscard]] int flush() const {
         if (m_error != 0 || ::fsync(m_file) == 0) return m_error;
-        return errno;
+        const bool isRefused = errno == EINVAL || errno == ENOTSUP || errno == ENOSYS;
+        return isRefused ? 0 : errno;
     }
 
   private:
@@ -160,10 +161,10 @@ bool hasTemporaryName(QByteArrayView name) {
 }
 
 // Ours, old, and locked by nobody.
-bool isLeftover(int file) {
+bool isLeftover(int file, std::chrono::seconds age) {
     struct stat status{};
     return ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid() &&
-           status.st_mtime < std::time(nullptr) - leftoverAge &&
+           status.st_mtime <= std::time(nullptr) - age.count() &&
            ::flock(file, LOCK_EX | LOCK_NB) == 0;
 }
 
@@ -194,7 +195,7 @@ FileOutcome replaceFile(const QString& path, const FileContent& content, const F
         ::unlink(temporary.constData());
         return std::unexpected(systemError(error));
     }
-    flushFolder(folder);
+    if (rules.flushesFolder) flushFolder(folder);
     return stamp;
 }
 
@@ -209,7 +210,7 @@ bool holdsContent(const QString& path, const FileContent& content) {
     return isIt;
 }
 
-void removeLeftovers(const QString& path) {
+void removeLeftovers(const QString& path, std::chrono::seconds age) {
     DIR* folder = ::opendir(folderOf(linkTarget(path)).constData());
     if (folder == nullptr) return;
     const int descriptor = ::dirfd(folder);
@@ -218,7 +219,7 @@ void removeLeftovers(const QString& path) {
         const int file =
             ::openat(descriptor, entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
         if (file < 0) continue;
-        if (isLeftover(file)) ::unlinkat(descriptor, entry->d_name, 0);
+        if (isLeftover(file, age)) ::unlinkat(descriptor, entry->d_name, 0);
         ::close(file);
     }
     ::closedir(folder);

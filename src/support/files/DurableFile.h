@@ -5,6 +5,7 @@
 #include <QByteArrayView>
 #include <QString>
 
+#include <chrono>
 #include <expected>
 #include <functional>
 
@@ -21,6 +22,8 @@ struct FileRules {
     bool isPrivate = true;
     /// A former file that the user may not write makes it fail, as writing into it would.
     bool mindsProtection = false;
+    /// The new file is there after a loss of power as well. Else the former one may be, whole.
+    bool flushesFolder = true;
 };
 
 /// The rules for what the user keeps open to others and may edit or protect, such as desktop
@@ -48,7 +51,8 @@ FileOutcome replaceFile(const QString& path, const FileContent& content,
 bool holdsContent(const QString& path, const FileContent& content);
 
 /// Removes what killed processes left of replacing files in the folder of this one. Takes nothing
-/// that is younger than a minute or that a living process still writes.
-void removeLeftovers(const QString& path);
+/// that is younger than this, which a process may be about to lock, nor what a living process still
+/// writes.
+void removeLeftovers(const QString& path, std::chrono::seconds age = std::chrono::minutes(1));
 
 } // namespace vorq
