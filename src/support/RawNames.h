@@ -8,8 +8,10 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace vorq {
 
@@ -18,6 +20,32 @@ struct RawName {
     Enumeration value;
     std::string_view raw; ///< in Latin-1
 };
+
+namespace raw_names {
+
+/// Whether a value of an enumeration is one of its cases. The compiler tells what is none as a
+/// number behind a type in parentheses.
+template<auto Value>
+consteval bool isCase() {
+    const std::string_view told = __PRETTY_FUNCTION__;
+    const char after = told[told.rfind(')') + 1];
+    return after != '-' && (after < '0' || after > '9');
+}
+
+/// Whether each case has a row. Cases count from 0 and are fewer than 64.
+template<typename Enumeration, std::size_t Size>
+consteval bool nameEveryCase(const RawName<Enumeration> (&rows)[Size]) {
+    const auto hasRow = [&rows](Enumeration value) {
+        return std::ranges::find(rows, value, &RawName<Enumeration>::value) != std::end(rows);
+    };
+    const auto isNamed = [&hasRow]<std::size_t... I>(std::index_sequence<I...>) {
+        return ((!isCase<static_cast<Enumeration>(I)>() || hasRow(static_cast<Enumeration>(I))) &&
+                ...);
+    };
+    return isNamed(std::make_index_sequence<64>());
+}
+
+} // namespace raw_names
 
 /// The names by which the cases of an enumeration are stored or sent. A case may have
 /// several: the first is the one that is written.
@@ -59,10 +87,19 @@ class RawNames {
     std::array<Row, Size> m_rows;
 };
 
-/// A table such as rawNames<Size>({{Size::Small, "small"}, {Size::Large, "large"}}).
+/// A table such as rawNames<Size>({{Size::Small, "small"}, {Size::Large, "large"}}). Does not
+/// compile if a case has no name, which would be stored as "".
 template<typename Enumeration, std::size_t Size>
 [[nodiscard]] consteval RawNames<Enumeration, Size>
 rawNames(const RawName<Enumeration> (&rows)[Size]) {
+    if (!raw_names::nameEveryCase(rows)) throw "a case has no name";
+    return RawNames<Enumeration, Size>(rows);
+}
+
+/// The same where some cases have no name on purpose, as they are never stored.
+template<typename Enumeration, std::size_t Size>
+[[nodiscard]] consteval RawNames<Enumeration, Size>
+rawNamesOfSome(const RawName<Enumeration> (&rows)[Size]) {
     return RawNames<Enumeration, Size>(rows);
 }
 

@@ -7,10 +7,18 @@ namespace {
 
 enum class Season { Spring, Summer, Autumn, Winter };
 
-constexpr auto seasons = rawNames<Season>({{Season::Spring, "spring"},
-                                           {Season::Summer, "summer"},
-                                           {Season::Autumn, "autumn"},
-                                           {Season::Autumn, "fall"}});
+constexpr RawName<Season> rows[] = {{Season::Spring, "spring"},
+                                    {Season::Summer, "summer"},
+                                    {Season::Autumn, "autumn"},
+                                    {Season::Autumn, "fall"}};
+constexpr auto seasons = rawNamesOfSome<Season>(rows);
+
+// A table for what is stored must name each case, or it does not compile.
+static_assert(!raw_names::nameEveryCase(rows));
+static_assert(raw_names::nameEveryCase<Season>(
+    {{Season::Spring, ""}, {Season::Winter, ""}, {Season::Autumn, ""}, {Season::Summer, ""}}));
+static_assert(raw_names::isCase<Season::Winter>());
+static_assert(!raw_names::isCase<static_cast<Season>(4)>());
 
 TEST(RawNames, EachNameIsThatOfItsCase) {
     EXPECT_EQ(seasons.caseOf(u"summer"), Season::Summer);

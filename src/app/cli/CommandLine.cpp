@@ -7,13 +7,13 @@
 namespace vorq {
 namespace {
 
-constexpr auto verbs = rawNames<Verb>({{Verb::Summon, "summon"},
-                                       {Verb::Note, "note"},
-                                       {Verb::PushNote, "push-note"},
-                                       {Verb::Clear, "clear"},
-                                       {Verb::Toggle, "toggle"},
-                                       {Verb::SaveChat, "save-chat"},
-                                       {Verb::Quit, "quit"}});
+constexpr auto verbs = rawNamesOfSome<Verb>({{Verb::Summon, "summon"},
+                                             {Verb::Note, "note"},
+                                             {Verb::PushNote, "push-note"},
+                                             {Verb::Clear, "clear"},
+                                             {Verb::Toggle, "toggle"},
+                                             {Verb::SaveChat, "save-chat"},
+                                             {Verb::Quit, "quit"}});
 
 ShowText programHelp() {
     return ShowText{helpText(commandPages().front())};
@@ -43,18 +43,20 @@ Command parseLibrary(const QStringList& arguments) {
 
 Command parseOpen(const QStringList& arguments) {
     const ParsedOptions parsed = optionsBehind(arguments);
+    const UsageError misuse{"open needs one URL."};
+    if (parsed.words.size() > 1) return misuse;
     if (parsed.wantsHelp) return programHelp();
-    if (!parsed.unknown.isEmpty() || parsed.words.size() != 1)
-        return UsageError{"open needs one URL."};
+    if (!parsed.unknown.isEmpty() || parsed.words.isEmpty()) return misuse;
     return OpenArguments{parsed.words.front()};
 }
 
 // A command that is its name alone.
 Command parseAlone(const QStringList& arguments, const Command& command) {
     const ParsedOptions parsed = optionsBehind(arguments);
+    const UsageError misuse{QStringLiteral("%1 takes no arguments.").arg(arguments.front())};
+    if (!parsed.words.isEmpty()) return misuse;
     if (parsed.wantsHelp) return programHelp();
-    if (!parsed.unknown.isEmpty() || !parsed.words.isEmpty())
-        return UsageError{QStringLiteral("%1 takes no arguments.").arg(arguments.front())};
+    if (!parsed.unknown.isEmpty()) return misuse;
     return command;
 }
 
@@ -64,7 +66,7 @@ Command parseDesktop(const QStringList& arguments) {
     DesktopArguments desktop;
     desktop.background = parsed.has("--background");
     desktop.launchedAtLogin = parsed.has("--launched-at-login");
-    if (parsed.wantsHelp) return programHelp();
+    // A slip in a script must not be taken for success.
     for (const QString& word : parsed.words) {
         const std::optional<Verb> verb = verbNamed(word);
         const bool isFirst = desktop.verb == Verb::Launch && desktop.url.isEmpty();
@@ -77,6 +79,7 @@ Command parseDesktop(const QStringList& arguments) {
             return UsageError{QStringLiteral("There is no command %1.").arg(word)};
         }
     }
+    if (parsed.wantsHelp) return programHelp();
     if (!parsed.unknown.isEmpty())
         return UsageError{QStringLiteral("There is no option %1.").arg(parsed.unknown)};
     return desktop;

@@ -85,6 +85,14 @@ TEST(CommandLine, ALinkAloneIsForTheDesktopProgram) {
               Command(DesktopArguments{Verb::Launch, "VORQ://auth/callback?handoff=a"}));
 }
 
+TEST(CommandLine, AWordThatIsWrongIsToldThoughHelpIsWanted) {
+    for (const QStringList& arguments :
+         {QStringList{"bogus", "--help"}, QStringList{"summon", "extra", "--help"},
+          QStringList{"enable-backend", "now", "--help"}, QStringList{"open", "a", "b", "--help"}})
+        EXPECT_TRUE(std::holds_alternative<UsageError>(parseCommandLine(arguments)))
+            << qPrintable(arguments.join(u' '));
+}
+
 TEST(CommandLine, ShowsHelpAndVersion) {
     EXPECT_TRUE(std::holds_alternative<ShowText>(parseCommandLine({"--help"})));
     EXPECT_TRUE(std::holds_alternative<ShowText>(parseCommandLine({"ask", "--help"})));
