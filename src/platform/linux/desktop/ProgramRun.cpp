@@ -3,10 +3,13 @@
 #include <QDeadlineTimer>
 #include <QProcess>
 
+#include <memory>
+
 namespace vorq {
 namespace {
 
 constexpr int stopInterval = 50; // milliseconds, in which a stop is seen
+constexpr int deathLimit = 1000; // milliseconds: a program may hang in the kernel though killed
 
 bool hasEnded(QProcess& process, std::chrono::milliseconds limit, const std::stop_token& stop) {
     const QDeadlineTimer deadline(limit);
@@ -22,18 +25,20 @@ bool hasEnded(QProcess& process, std::chrono::milliseconds limit, const std::sto
 
 std::optional<QByteArray> outputOf(const QString& program, const QStringList& arguments,
                                    std::chrono::milliseconds limit, const std::stop_token& stop) {
-    QProcess process;
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.start(program, arguments);
-    if (!hasEnded(process, limit, stop)) {
-        process.kill();
-        process.waitForFinished();
+    auto process = std::make_unique<QProcess>();
+    process->setStandardInputFile(QProcess::nullDevice());
+    process->setStandardErrorFile(QProcess::nullDevice());
+    process->start(program, arguments);
+    if (!hasEnded(*process, limit, stop)) {
+        process->kill();
+        // Its object would wait for far longer.
+        if (!process->waitForFinished(deathLimit) && process->state() != QProcess::NotRunning)
+            static_cast<void>(process.release());
         return std::nullopt;
     }
     const bool hasSucceeded =
-        process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-    return hasSucceeded ? std::optional(process.readAllStandardOutput()) : std::nullopt;
+        process->exitStatus() == QProcess::NormalExit && process->exitCode() == 0;
+    return hasSucceeded ? std::optional(process->readAllStandardOutput()) : std::nullopt;
 }
 
 } // namespace vorq
