@@ -5,6 +5,7 @@
 #include <QVariant>
 
 #include <expected>
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -42,6 +43,14 @@ class Defaults {
     [[nodiscard]] virtual std::optional<QString> whyFixed(const QString& /*key*/) {
         return std::nullopt;
     }
+
+    /// Whether nothing is stored under this key though something may have been: it may have been
+    /// lost with a file that was damaged, and nothing was set since.
+    [[nodiscard]] virtual bool mayHaveLost(const QString& /*key*/) const { return false; }
+
+    /// Who tells the user, in a sentence, that what was stored was found damaged; called at once if
+    /// it was before, and at any question.
+    virtual void setDamageHandler(std::function<void(const QString& sentence)> /*handler*/) {}
 
     /// Takes in what other programs of the user have stored meanwhile.
     virtual void synchronise() {}

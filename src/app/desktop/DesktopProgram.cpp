@@ -73,6 +73,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
       m_capture(platform, m_showings),
       m_state({platform.clock(), platform.defaults(), platform.paths(), m_transport, m_capture,
                platform.notes()}),
+      m_settingsDamage(platform.defaults(), m_state.panel()),
       m_palette(m_state.appearance()),
       m_statusItem(platform.clock()),
       m_host(std::make_unique<Host>(platform.workspace())),

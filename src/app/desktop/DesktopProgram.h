@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/desktop/DesktopCapture.h"
+#include "app/desktop/SettingsDamage.h"
 #include "app/instance/ApplicationService.h"
 #include "app/instance/CommandRepeats.h"
 #include "backend/account/PendingSignIn.h"
@@ -56,6 +57,7 @@ class DesktopProgram final : public QObject {
     PanelShowings m_showings;
     DesktopCapture m_capture;
     VorqAppState m_state;
+    SettingsDamage m_settingsDamage;
     ApplicationPalette m_palette;
     ApplicationFont m_font;
     TrayStatusItem m_statusItem;

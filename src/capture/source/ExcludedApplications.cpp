@@ -21,7 +21,7 @@ const QString ExcludedApplications::key = QStringLiteral("vorq.capture.excludedA
 
 bool ExcludedApplications::contains(QStringView identifier) const {
     const std::optional<QStringList> excluded = entries();
-    if (!excluded) return true;
+    if (!excluded) return warnOnce();
     const QString id = normalised(identifier);
     return !id.isEmpty() && std::ranges::any_of(*excluded, [&](const QString& entry) {
         return normalised(entry) == id;
@@ -30,20 +30,27 @@ bool ExcludedApplications::contains(QStringView identifier) const {
 
 bool ExcludedApplications::isEmpty() const {
     const std::optional<QStringList> excluded = entries();
-    return excluded && excluded->isEmpty();
+    if (!excluded) return !warnOnce();
+    return excluded->isEmpty();
 }
 
 std::optional<QStringList> ExcludedApplications::entries() const {
     m_settings.synchronise();
+    if (m_settings.mayHaveLost(key)) return std::nullopt;
     const QVariant held = m_settings.value(key);
     QStringList entries = m_settings.strings(key);
     const bool isList = !held.isValid() || held.typeId() == QMetaType::QStringList;
     if (isList || !entries.isEmpty()) return entries;
-    if (!std::exchange(m_hasWarned, true))
-        qCWarning(captureLog,
-                  "Vorq captures from no application: the setting %s is no list of texts.",
-                  qUtf8Printable(key));
     return std::nullopt;
+}
+
+bool ExcludedApplications::warnOnce() const {
+    if (!std::exchange(m_hasWarned, true))
+        qCWarning(captureLog, "Vorq captures from no application: the setting %s %s.",
+                  qUtf8Printable(key),
+                  m_settings.contains(key) ? "is no list of texts"
+                                           : "may have been lost with damaged settings");
+    return true;
 }
 
 } // namespace vorq

@@ -1,5 +1,6 @@
 #include "platform/portable/SettingsFile.h"
 
+#include "platform/portable/DamagedSettings.h"
 #include "support/files/Discard.h"
 #include "support/files/DurableFile.h"
 #include "support/json/JsonWriter.h"
@@ -16,12 +17,15 @@
 #include <cstdio>
 #include <optional>
 #include <simdjson.h>
+#include <utility>
 
 namespace vorq {
 namespace {
 
 using namespace std::chrono_literals;
 
+const QString damagedFileKey = QStringLiteral("vorq.settings.damagedFile");
+const QString goesOn = QStringLiteral("goes on with those it knows");
 const QByteArray byteOrderMark = "\xef\xbb\xbf";
 
 QByteArray bytesOf(const QString& path) {
@@ -144,21 +148,52 @@ void SettingsFile::reload() {
         m_content = {};
         return;
     }
-    const QString instead = m_hasRead ? QStringLiteral("goes on with those it knows")
-                                      : QStringLiteral("starts with defaults");
     if (!file.open(QIODevice::ReadOnly)) {
         m_unreadable = true;
         return warnOnce(QStringLiteral("Vorq cannot read its settings %1 (%2) and %3.")
-                            .arg(m_path, file.errorString(), instead));
+                            .arg(m_path, file.errorString(),
+                                 m_hasRead ? goesOn : QStringLiteral("starts with defaults")));
     }
-    std::optional<Content> content = decode(file.readAll());
+    const QByteArray bytes = file.readAll();
+    std::optional<Content> content = decode(bytes);
     m_damaged = !content;
-    if (m_damaged)
-        return warnOnce(QStringLiteral("Vorq found its settings %1 damaged and %2; the damaged "
-                                       "file is kept.")
-                            .arg(m_path, instead));
+    if (m_damaged) return handleDamage(bytes);
     m_content = *std::move(content);
     m_hasRead = true;
+}
+
+void SettingsFile::handleDamage(const QByteArray& bytes) {
+    const Content readable = decode(readablePart(bytes)).value_or(Content());
+    for (auto entry = readable.values.begin(); entry != readable.values.end(); ++entry) {
+        m_content.foreign.remove(entry.key());
+        m_content.values.insert(entry.key(), *entry);
+    }
+    m_content.foreign.insert(readable.foreign);
+    if (std::exchange(m_hasSeenDamage, true)) return;
+    m_damage =
+        QStringLiteral("Vorq found its settings %1 damaged and %2; the damaged file is kept.")
+            .arg(m_path,
+                 m_hasRead ? goesOn : QStringLiteral("starts with what can be read of them"));
+    warnOnce(m_damage);
+    tellOfDamage();
+}
+
+void SettingsFile::tellOfDamage() {
+    if (m_damageHandler && !m_damage.isEmpty()) m_damageHandler(std::exchange(m_damage, {}));
+}
+
+void SettingsFile::setDamageHandler(std::function<void(const QString& sentence)> handler) {
+    m_damageHandler = std::move(handler);
+    tellOfDamage();
+}
+
+bool SettingsFile::mayHaveLost(const QString& key) const {
+    if (contains(key)) return false;
+    if (!m_hasRead && m_unreadable) return true;
+    const std::optional<QString> kept = string(damagedFileKey);
+    if (!kept && (m_hasRead || !m_damaged)) return false;
+    const QString damaged = kept ? QFileInfo(m_path).absoluteDir().filePath(*kept) : m_path;
+    return mayHaveHeld(bytesOf(damaged), key.toUtf8());
 }
 
 void SettingsFile::change(const std::vector<Change>& changes) {
@@ -218,6 +253,7 @@ std::expected<void, QString> SettingsFile::erase() {
     if (!folder.exists()) return {};
     const QString name = file.fileName();
     if (file.isSymLink()) QFile(m_path).resize(0);
+    removeLeftovers(m_path, 0s);
     QLockFile lock(m_path + QStringLiteral(".lock"));
     lockForWriting(lock, folder.absolutePath());
     QStringList all = {name};
@@ -234,12 +270,19 @@ std::expected<void, QString> SettingsFile::erase() {
 
 bool SettingsFile::write() {
     if (m_unreadable) return fail(QStringLiteral("the file cannot be read"));
-    if (m_damaged && !keepDamagedFile())
-        return fail(QStringLiteral("the damaged file cannot be kept"));
-    // Private, since it may hold a secret.
-    const FileOutcome written = replaceFile(m_path, encode(m_content), {.mindsProtection = true});
+    if (m_damaged) {
+        const std::optional<QString> kept = keepDamagedFile();
+        if (!kept) return fail(QStringLiteral("the damaged file cannot be kept"));
+        if (!m_hasRead) m_content.values.insert(damagedFileKey, QFileInfo(*kept).fileName());
+    }
+    removeLeftovers(m_path);
+    // Private, since it may hold a secret. What is written last before the power fails is not
+    // worth that each write waits for the folder, too.
+    const FileOutcome written =
+        replaceFile(m_path, encode(m_content), {.mindsProtection = true, .flushesFolder = false});
     if (written) {
         m_damaged = false;
+        m_hasRead = true;
         m_failure.clear();
         return true;
     }
@@ -253,13 +296,13 @@ bool SettingsFile::fail(const QString& reason) {
     return false;
 }
 
-bool SettingsFile::keepDamagedFile() {
+std::optional<QString> SettingsFile::keepDamagedFile() const {
     for (int number = 1; number < 1000; ++number) {
         const QString kept = QStringLiteral("%1.damaged-%2").arg(m_path).arg(number);
-        if (!QFile::exists(kept)) return QFile::copy(m_path, kept);
-        if (bytesOf(kept) == bytesOf(m_path)) return true;
+        if (QFile::exists(kept) ? bytesOf(kept) == bytesOf(m_path) : QFile::copy(m_path, kept))
+            return kept;
     }
-    return false;
+    return std::nullopt;
 }
 
 void SettingsFile::warnOnce(const QString& text) {

@@ -16,6 +16,15 @@ class ScriptedDefaults final : public Defaults {
     std::expected<void, QString> erase() override;
     [[nodiscard]] std::optional<QString> whyFixed(const QString& /*key*/) override { return fixed; }
 
+    [[nodiscard]] bool mayHaveLost(const QString& key) const override {
+        return lost.contains(key) && !contains(key);
+    }
+    void setDamageHandler(std::function<void(const QString& sentence)> handler) override {
+        tellDamage = std::move(handler);
+    }
+
+    QStringList lost; ///< the keys that may have been there
+    std::function<void(const QString& sentence)> tellDamage;
     std::optional<QString> fixed; ///< why no value can be changed for good
 
     [[nodiscard]] const QMap<QString, QVariant>& values() const { return m_values; }

@@ -218,6 +218,17 @@ TEST_F(Exclusion, WhereNobodyCanTellWhatIsMeantNobodyIsAskedAndItIsSaidOnce) {
     EXPECT_EQ(hotKey(), "selected");
 }
 
+TEST_F(Exclusion, AListThatWasLostWithDamagedSettingsExcludesAllUntilItIsSetAnew) {
+    testing::internal::CaptureStderr();
+    settings.lost = {"vorq.capture.excludedApplications"};
+    expectNobodyIsAsked();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Vorq captures from no application: the setting vorq.capture.excludedApplications "
+              "may have been lost with damaged settings.\n");
+    exclude({"org.keepassxc.KeePassXC"});
+    EXPECT_EQ(hotKey(), "selected");
+}
+
 TEST_F(Exclusion, AChangeCountsFromTheNextCaptureOn) {
     EXPECT_EQ(hotKey(), "selected");
     exclude({"chromium"});

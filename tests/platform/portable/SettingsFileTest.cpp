@@ -1,5 +1,6 @@
 #include "platform/portable/SettingsFile.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
@@ -29,6 +30,20 @@ class SettingsFileTest : public testing::Test {
         QFile file(m_path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
+    }
+
+    // A file with a secret, which was written so long ago.
+    void leave(const QString& name, std::chrono::minutes age) const {
+        QFile file(m_folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(R"({"vorq.session.token" : "secret"})");
+        const qint64 seconds = std::chrono::seconds(age).count();
+        file.flush();
+        file.setFileTime(QDateTime::currentDateTime().addSecs(-seconds),
+                         QFile::FileModificationTime);
+    }
+    [[nodiscard]] QStringList all() const {
+        return QDir(m_folder.filePath("Vorq")).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
 
     [[nodiscard]] QStringList entries() const {
@@ -160,6 +175,72 @@ TEST_F(SettingsFileTest, DamagedFileIsUntouchedUntilAWriteAndThenKeptBeside) {
     EXPECT_EQ(SettingsFile(m_path).string("a"), "1");
     settings.setString("b", "2");
     EXPECT_EQ(entries(), QStringList({"settings.json", "settings.json.damaged-1"}));
+}
+
+// As after a slip of the hand in an editor.
+TEST_F(SettingsFileTest, WhatCanBeReadOfADamagedFileIsKept) {
+    put(R"({"ids" : ["a \"}\" b", "ö"], "truth" : true,, "big" : {"in" : "ner"}, "cut" : ["x", )"
+        R"("last" : "1",})");
+    testing::internal::CaptureStderr();
+    SettingsFile settings(m_path);
+    EXPECT_EQ(settings.strings("ids"), QStringList({"a \"}\" b", "ö"}));
+    EXPECT_EQ(settings.boolean("truth"), true);
+    EXPECT_EQ(settings.string("last"), "1");
+    EXPECT_FALSE(settings.contains("cut"));
+    EXPECT_FALSE(settings.contains("in"));
+    settings.setString("a", "1");
+    testing::internal::GetCapturedStderr();
+    const SettingsFile again(m_path);
+    EXPECT_EQ(again.strings("ids"), QStringList({"a \"}\" b", "ö"}));
+    EXPECT_EQ(again.string("last"), "1");
+    EXPECT_TRUE(again.contains("big"));
+}
+
+TEST_F(SettingsFileTest, WhatADamagedFileMayHaveHeldStaysUnknownUntilItIsSetAnew) {
+    put(R"({"ids" : ["a", "b" "truth" : true})");
+    testing::internal::CaptureStderr();
+    SettingsFile settings(m_path);
+    EXPECT_TRUE(settings.mayHaveLost("ids"));
+    EXPECT_FALSE(settings.mayHaveLost("truth")) << "it is there";
+    EXPECT_FALSE(settings.mayHaveLost("never.set"));
+    settings.setString("a", "1");
+    EXPECT_TRUE(settings.mayHaveLost("ids"));
+    EXPECT_TRUE(SettingsFile(m_path).mayHaveLost("ids")) << "in the next program as well";
+    settings.apply({{"ids", QStringList()}});
+    EXPECT_FALSE(settings.mayHaveLost("ids"));
+    EXPECT_FALSE(SettingsFile(m_path).mayHaveLost("ids"));
+    testing::internal::GetCapturedStderr();
+}
+
+TEST_F(SettingsFileTest, AFileThatWasCutMayHaveHeldAnything) {
+    for (const char* bytes : {"", "{\"a\":\"1\",", "\0\0\0"}) {
+        put(bytes);
+        testing::internal::CaptureStderr();
+        EXPECT_TRUE(SettingsFile(m_path).mayHaveLost("ids")) << bytes;
+        testing::internal::GetCapturedStderr();
+    }
+    put("{}");
+    EXPECT_FALSE(SettingsFile(m_path).mayHaveLost("ids"));
+}
+
+TEST_F(SettingsFileTest, WhatWasReadWholeBeforeIsNotLostByLaterDamage) {
+    put(R"({"a" : "1"})");
+    SettingsFile settings(m_path);
+    testing::internal::CaptureStderr();
+    put(R"({"a" : )");
+    settings.synchronise();
+    EXPECT_FALSE(settings.mayHaveLost("ids"));
+    EXPECT_EQ(settings.string("a"), "1");
+    settings.setString("b", "2");
+    EXPECT_FALSE(SettingsFile(m_path).mayHaveLost("ids"));
+    testing::internal::GetCapturedStderr();
+}
+
+TEST_F(SettingsFileTest, WhereItCannotBeReadAnythingMayBeLost) {
+    QDir().mkpath(m_path);
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(SettingsFile(m_path).mayHaveLost("ids"));
+    testing::internal::GetCapturedStderr();
 }
 
 // As by an editor that is interrupted while the program runs.
@@ -369,6 +450,26 @@ TEST_F(SettingsFileTest, KilledDuringWritesLeavesAWholeFile) {
         ASSERT_TRUE(settings.string("text"));
         EXPECT_EQ(settings.string("text")->size(), 20000);
     }
+}
+
+// What a write leaves that was killed before the file had its name.
+TEST_F(SettingsFileTest, RemainsOfAKilledWriteGoWithTheNextOne) {
+    put("{}");
+    leave("Vorq/.vorq-save-Ab3xY9", std::chrono::minutes(2));
+    SettingsFile settings(m_path);
+    settings.remove("vorq.session.token");
+    EXPECT_EQ(all(), QStringList{"settings.json"});
+    leave("Vorq/.vorq-save-Ab3xY9", std::chrono::minutes(2));
+    settings.setString("a", "1");
+    EXPECT_EQ(all(), QStringList{"settings.json"});
+}
+
+TEST_F(SettingsFileTest, ErasedNoRemainsAreLeftHoweverYoung) {
+    put("{}");
+    leave("Vorq/.vorq-save-Ab3xY9", std::chrono::minutes(0));
+    SettingsFile settings(m_path);
+    EXPECT_TRUE(settings.erase());
+    EXPECT_FALSE(QFile::exists(m_folder.filePath("Vorq")));
 }
 
 TEST_F(SettingsFileTest, ErasedNothingIsLeft) {
