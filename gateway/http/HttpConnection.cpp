@@ -1,10 +1,12 @@
 #include "http/HttpConnection.h"
 
 #include "http/JsonText.h"
+#include "http/RopeAllocator.h"
 #include "support/ApiError.h"
 #include "support/Cancellation.h"
 #include "support/ProcessLimits.h"
 
+#include <boost/asio/bind_allocator.hpp>
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>
 #include <boost/asio/post.hpp>
@@ -379,10 +381,11 @@ void HttpConnection::ring() {
 std::function<void()> HttpConnection::bellRope() {
     return [rope = rope_, &io = core_.io] {
         if (rope->isPulled.exchange(true)) return;
-        net::post(io, [rope] {
-            rope->isPulled = false;
-            if (rope->connection != nullptr) rope->connection->ring();
-        });
+        // Whoever pulls could do nothing about memory that is short.
+        net::post(io, net::bind_allocator(RopeAllocator<char>(rope->word), [rope] {
+                      rope->isPulled = false;
+                      if (rope->connection != nullptr) rope->connection->ring();
+                  }));
     };
 }
 

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <atomic>
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -35,6 +36,7 @@ class HttpConnection final : public Guest, public std::enable_shared_from_this<H
     struct Rope {
         HttpConnection* connection;
         std::atomic<bool> isPulled = false;
+        alignas(std::max_align_t) std::array<std::byte, 256> word{};
     };
 
     static Awaitable<void> run(std::shared_ptr<HttpConnection> self);

@@ -109,6 +109,7 @@ class ProviderTransfer::State final : public LoopTransfer {
     bool anythingArrived_ = false;
     bool replyBegan_ = false;
     bool headersDone_ = false;
+    bool lacksMemory_ = false;
     bool paused_ = false;
     bool ended_ = false;
 };
@@ -194,7 +195,12 @@ std::size_t ProviderTransfer::State::onBody(char* data, std::size_t, std::size_t
     }
     state.touch();
     state.headersDone_ = true;
-    state.arrived_.append(data, size);
+    try {
+        state.arrived_.append(data, size);
+    } catch (const std::bad_alloc&) {
+        state.lacksMemory_ = true;
+        return 0; // ends the transfer; nothing may be thrown through C code
+    }
     state.callReader();
     return size;
 }
@@ -215,7 +221,7 @@ std::size_t ProviderTransfer::State::onHeader(char* data, std::size_t, std::size
 void ProviderTransfer::State::handleEnd(CURLcode result) {
     const std::scoped_lock lock(mutex_);
     ended_ = true;
-    result_ = result;
+    result_ = lacksMemory_ ? CURLE_OUT_OF_MEMORY : result;
     curl_easy_getinfo(easy_.get(), CURLINFO_SSL_VERIFYRESULT, &verification_);
     callReader();
 }
@@ -231,6 +237,7 @@ bool ProviderTransfer::State::isRefused() const {
 }
 
 void ProviderTransfer::State::fail() const {
+    if (result_ == CURLE_OUT_OF_MEMORY) throw std::bad_alloc();
     throw transferFailure(
         config_,
         {.code = result_, .verification = verification_, .anythingArrived = anythingArrived_});
@@ -281,7 +288,7 @@ ProviderTransfer::ProviderTransfer(TransferLoop& loop, const ProviderConfig& con
 
 ProviderTransfer::~ProviderTransfer() {
     state_->setCaller({});
-    loop_.drop(state_);
+    loop_.drop(*state_);
 }
 
 void ProviderTransfer::setCaller(std::function<void()> call) {

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <new>
@@ -76,7 +77,7 @@ class TransferLoop::Implementation {
     using Command = std::move_only_function<void()>;
     void post(Command command);
     void start(std::shared_ptr<LoopTransfer> transfer);
-    void drop(LoopTransfer& transfer);
+    void drop(LoopTransfer& transfer) noexcept;
     void resume(LoopTransfer& transfer);
 
   private:
@@ -84,6 +85,7 @@ class TransferLoop::Implementation {
     static int onTimer(CURLM*, long milliseconds, void* self);
     void run();
     void runCommands();
+    void removeDropped();
     void act(curl_socket_t socket, int mask);
     void reap();
     [[nodiscard]] int patience() const;
@@ -95,6 +97,7 @@ class TransferLoop::Implementation {
     std::optional<Steady::time_point> due_;
     std::mutex mutex_;
     std::vector<Command> commands_;
+    std::atomic<bool> hasDropped_ = false;
     std::atomic<bool> ending_ = false;
     std::thread thread_;
 };
@@ -111,7 +114,7 @@ TransferLoop::Implementation::Implementation() {
 
 TransferLoop::Implementation::~Implementation() {
     ending_ = true;
-    post([] {});
+    eventfd_write(bell_.number(), 1);
     thread_.join();
     for (const auto& [handle, transfer] : transfers_)
         curl_multi_remove_handle(multi_.get(), handle);
@@ -127,13 +130,28 @@ void TransferLoop::Implementation::post(Command command) {
 
 void TransferLoop::Implementation::start(std::shared_ptr<LoopTransfer> transfer) {
     CURL* handle = transfer->handle();
-    transfers_.emplace(handle, std::move(transfer));
-    curl_multi_add_handle(multi_.get(), handle);
+    try {
+        transfers_.emplace(handle, transfer);
+    } catch (const std::bad_alloc&) {
+        return transfer->handleEnd(CURLE_OUT_OF_MEMORY);
+    }
+    if (curl_multi_add_handle(multi_.get(), handle) == CURLM_OK) return;
+    transfers_.erase(handle);
+    transfer->handleEnd(CURLE_OUT_OF_MEMORY);
 }
 
-void TransferLoop::Implementation::drop(LoopTransfer& transfer) {
-    CURL* handle = transfer.handle();
-    if (transfers_.erase(handle) > 0) curl_multi_remove_handle(multi_.get(), handle);
+void TransferLoop::Implementation::drop(LoopTransfer& transfer) noexcept {
+    transfer.setDropped();
+    hasDropped_ = true;
+    eventfd_write(bell_.number(), 1);
+}
+
+void TransferLoop::Implementation::removeDropped() {
+    std::erase_if(transfers_, [this](const auto& entry) {
+        if (!entry.second->isDropped()) return false;
+        curl_multi_remove_handle(multi_.get(), entry.first);
+        return true;
+    });
 }
 
 void TransferLoop::Implementation::resume(LoopTransfer& transfer) {
@@ -181,7 +199,10 @@ void TransferLoop::Implementation::run() {
                 act(event.data.fd, curlEvents(event.events));
             }
         }
+        // In this order none is started that was dropped before.
+        const bool mayBeDropped = hasDropped_.exchange(false);
         runCommands();
+        if (mayBeDropped) removeDropped();
         if (due_ && Steady::now() >= *due_) {
             due_.reset();
             act(CURL_SOCKET_TIMEOUT, 0);
@@ -227,9 +248,8 @@ void TransferLoop::start(std::shared_ptr<LoopTransfer> transfer) {
     });
 }
 
-void TransferLoop::drop(std::shared_ptr<LoopTransfer> transfer) {
-    implementation_->post(
-        [loop = implementation_.get(), transfer = std::move(transfer)] { loop->drop(*transfer); });
+void TransferLoop::drop(LoopTransfer& transfer) noexcept {
+    implementation_->drop(transfer);
 }
 
 void TransferLoop::resume(std::shared_ptr<LoopTransfer> transfer) {

@@ -2,7 +2,7 @@
 
 #include <curl/curl.h>
 
-#include <functional>
+#include <atomic>
 #include <memory>
 
 namespace vorq::gateway {
@@ -13,8 +13,15 @@ class LoopTransfer {
   public:
     virtual ~LoopTransfer() = default;
     [[nodiscard]] virtual CURL* handle() = 0;
-    /// The transfer is over and has been removed.
+    /// The transfer is over and has been removed. Throws nothing.
     virtual void handleEnd(CURLcode result) = 0;
+
+    /// Nobody wants the transfer any more. Any thread.
+    void setDropped() { isDropped_ = true; }
+    [[nodiscard]] bool isDropped() const { return isDropped_; }
+
+  private:
+    std::atomic<bool> isDropped_ = false;
 };
 
 /// Carries out any number of transfers on one thread of its own, over connections that they use one
@@ -29,8 +36,8 @@ class TransferLoop {
     TransferLoop& operator=(const TransferLoop&) = delete;
 
     void start(std::shared_ptr<LoopTransfer> transfer);
-    /// Drops the transfer's connection unless it is over.
-    void drop(std::shared_ptr<LoopTransfer> transfer);
+    /// Drops the transfer's connection unless it is over. Needs no memory.
+    void drop(LoopTransfer& transfer) noexcept;
     /// Lets a transfer go on whose callback said CURL_WRITEFUNC_PAUSE.
     void resume(std::shared_ptr<LoopTransfer> transfer);
 

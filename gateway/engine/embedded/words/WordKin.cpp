@@ -90,13 +90,15 @@ void WordKin::readSynonyms(std::string_view groups, WordReader& reader) {
 
 const WordKin& kinOf(Language language) {
     constexpr std::size_t count = static_cast<std::size_t>(Language::Other) + 1;
+    // No once_flag: where memory is short, what is thrown through its C code ends the process.
     struct Entry {
-        std::once_flag isRead;
+        std::mutex isReading;
         std::unique_ptr<WordKin> kin;
     };
     static std::array<Entry, count> entries;
     Entry& entry = entries[static_cast<std::size_t>(language)];
-    std::call_once(entry.isRead, [&] { entry.kin = std::make_unique<WordKin>(language); });
+    const std::scoped_lock lock(entry.isReading);
+    if (!entry.kin) entry.kin = std::make_unique<WordKin>(language);
     return *entry.kin;
 }
 
