@@ -2,6 +2,7 @@
 
 #include "app/cli/LibraryCommands.h"
 #include "app/cli/Terminal.h"
+#include "doubles/async/ForkAlone.h"
 #include "library/store/LibraryStore.h"
 #include "platform/testing/ManualClock.h"
 
@@ -40,7 +41,7 @@ class LibraryCommandsOfAnother : public testing::Test {
         int ends[2];
         if (::pipe(ends) != 0) return {};
         std::fflush(nullptr);
-        const pid_t child = ::fork();
+        const pid_t child = forkAlone();
         if (child == 0) {
             constexpr uid_t nobody = 65534;
             ::dup2(ends[1], STDERR_FILENO);

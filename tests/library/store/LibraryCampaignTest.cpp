@@ -1,5 +1,6 @@
 // Many programs, many kills, every kind of wrong file: whatever was said to be saved is there.
 
+#include "doubles/async/ForkAlone.h"
 #include "doubles/library/LibraryFolder.h"
 #include "library/store/LibraryFile.h"
 
@@ -39,7 +40,7 @@ class LibraryCampaign : public LibraryFolder {
     }
 
     [[nodiscard]] pid_t startWriter(int saves) const {
-        const pid_t child = ::fork();
+        const pid_t child = forkAlone();
         if (child == 0) {
             addNotes(saves);
             ::_exit(0);
@@ -124,7 +125,7 @@ TEST_F(LibraryCampaign, KillsAtAnyMomentBesideOtherWritersLoseNothing) {
 
 // A limit on the size of files stops a write in its middle, as a full disk does.
 TEST_F(LibraryCampaign, ADiskThatFillsUpAndIsClearedLosesNothing) {
-    const pid_t child = ::fork();
+    const pid_t child = forkAlone();
     if (child == 0) {
         ::signal(SIGXFSZ, SIG_IGN);
         LibraryFile<SavedNote> file(m_store);

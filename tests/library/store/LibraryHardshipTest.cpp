@@ -1,6 +1,7 @@
 // What the world does to the files of the library: kills, full disks, folders that cannot be
 // written, other processes, files of any size.
 
+#include "doubles/async/ForkAlone.h"
 #include "doubles/library/LibraryFolder.h"
 #include "library/store/LibraryFile.h"
 
@@ -27,7 +28,7 @@ class LibraryHardship : public LibraryFolder {
   protected:
     // A child process that does the work and ends with its result.
     static pid_t start(const std::function<int()>& work) {
-        const pid_t child = ::fork();
+        const pid_t child = forkAlone();
         if (child == 0) ::_exit(work());
         return child;
     }
@@ -69,7 +70,7 @@ TEST_F(LibraryHardship, KillAtAnyMomentLeavesAWholeListAndLosesNoFinishedSave) {
     for (int round = 0; last < wanted; ++round) {
         int ends[2];
         ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
-        const pid_t child = ::fork();
+        const pid_t child = forkAlone();
         ASSERT_GE(child, 0);
         if (child == 0) saveForever(m_store, notes, last + 1, ends[1]);
         ::close(ends[1]);

@@ -1,4 +1,5 @@
 #include "platform/portable/SettingsFile.h"
+#include "doubles/async/ForkAlone.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -59,7 +60,7 @@ class SettingsFileTest : public testing::Test {
                 EXPECT_EQ(::chown(qPrintable(folder + '/' + name), somebodyElse, somebodyElse), 0);
         ::chmod(qPrintable(QFileInfo(folder).absolutePath()), 0755);
         ::chmod(qPrintable(folder), 0555);
-        const pid_t child = ::fork();
+        const pid_t child = forkAlone();
         if (child == 0) {
             if (::geteuid() == 0 && (::setgid(somebodyElse) != 0 || ::setuid(somebodyElse) != 0))
                 ::_exit(2);
@@ -342,7 +343,7 @@ TEST_F(SettingsFileTest, TwoProcessesKeepEachOthersKeys) {
         for (int i = 0; i < keys; ++i)
             settings.setString(prefix + QString::number(i), "x");
     };
-    const pid_t child = ::fork();
+    const pid_t child = forkAlone();
     ASSERT_GE(child, 0);
     if (child == 0) {
         writeAll("child");
@@ -404,7 +405,7 @@ TEST_F(SettingsFileTest, ALockThatWasLeftInAReadOnlyFolderIsNotWaitedFor) {
     QFile left(m_path + ".lock");
     ASSERT_TRUE(left.open(QIODevice::WriteOnly));
     // In the form of QLockFile: of a process that runs.
-    left.write(QByteArray::number(::getpid()) + "\ntest_platform\n" +
+    left.write(QByteArray::number(::getpid()) + "\ntest_platform_alone\n" +
                QSysInfo::machineHostName().toUtf8() + '\n');
     left.close();
     EXPECT_TRUE(holdsInReadOnlyFolder(m_folder.filePath("Vorq"), [this] {
@@ -434,7 +435,7 @@ TEST_F(SettingsFileTest, AValueInAReadOnlyFolderIsFixedUntilItCanBeWritten) {
 TEST_F(SettingsFileTest, KilledDuringWritesLeavesAWholeFile) {
     SettingsFile(m_path).setString("text", QString(20000, u'x'));
     for (int round = 0; round < 10; ++round) {
-        const pid_t child = ::fork();
+        const pid_t child = forkAlone();
         ASSERT_GE(child, 0);
         if (child == 0) {
             SettingsFile settings(m_path);

@@ -1,4 +1,5 @@
 #include "support/files/DurableFile.h"
+#include "doubles/async/ForkAlone.h"
 
 #include <QDir>
 #include <QFile>
@@ -32,7 +33,7 @@ class DurableFileTest : public testing::Test {
         const QString told = outbox.filePath("told");
         QFile(told).open(QIODevice::WriteOnly);
         ::chmod(qPrintable(told), 0666);
-        const pid_t child = ::fork();
+        const pid_t child = forkAlone();
         if (child == 0) {
             constexpr uid_t somebodyElse = 65534;
             if (::geteuid() == 0 && ::setuid(somebodyElse) != 0) ::_exit(2);

@@ -1,4 +1,5 @@
 #include "support/files/FolderLock.h"
+#include "doubles/async/ForkAlone.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -37,7 +38,7 @@ TEST(FolderLockTest, IsWaitedFor) {
 
 TEST(FolderLockTest, EndsWithItsProcess) {
     const QTemporaryDir folder;
-    const pid_t child = ::fork();
+    const pid_t child = forkAlone();
     if (child == 0) {
         const auto lock = FolderLock::take(folder.path(), 0ms);
         ::_exit(lock ? 0 : 1);

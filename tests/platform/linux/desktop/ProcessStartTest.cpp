@@ -1,4 +1,5 @@
 #include "platform/linux/desktop/ProcessStart.h"
+#include "doubles/async/ForkAlone.h"
 
 #include "platform/linux/desktop/SystemClock.h"
 
@@ -17,7 +18,7 @@ using namespace std::chrono_literals;
 Clock::Duration startToldBySleeper(useconds_t microseconds) {
     std::array<int, 2> ends{};
     if (::pipe(ends.data()) != 0) return {};
-    const pid_t child = ::fork();
+    const pid_t child = forkAlone();
     if (child == 0) {
         ::usleep(microseconds);
         const std::int64_t start = startOfThisProcess().value_or(0ns).count();
