@@ -285,11 +285,14 @@ TEST_F(ReplyViewTest, OnlyCodeInViewHasButtons) {
 TEST_F(ReplyViewTest, ARemovedReplyLeavesNoSelectionBehind) {
     ReplyView& view = shown("Some text.");
     view.select({0, 0}, {0, 4});
+    constexpr int patience = 30'000; // milliseconds: the page lets go of the reply in its own time
     stage.state->panel().messages().clear();
-    EXPECT_TRUE(QTest::qWaitFor([this] {
-        stage.settle(20);
-        return !stage.panel->selection()->hasSelection();
-    }));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [this] {
+            stage.settle(20);
+            return !stage.panel->selection()->hasSelection();
+        },
+        patience));
 }
 
 } // namespace
