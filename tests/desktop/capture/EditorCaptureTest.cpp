@@ -12,6 +12,7 @@ struct Editor {
     Application (*open)(DesktopSession&, const QByteArray&);
     /// Whether Ctrl+A selects the whole in one element.
     bool isOneElement = true;
+    /// Whether it tells where the selection is, and not where another line is.
     bool tellsBounds = true;
     bool takesText = true;
 };
@@ -176,8 +177,8 @@ INSTANTIATE_TEST_SUITE_P(
     , EditorCapture,
     testing::Values(Editor{.name = "mousepad", .open = openMousepad},
                     Editor{.name = "texteditor", .open = openTextEditor, .tellsBounds = false},
-                    Editor{.name = "featherpad", .open = openFeatherPad},
-                    Editor{.name = "qt6", .open = openTextWindow},
+                    Editor{.name = "featherpad", .open = openFeatherPad, .tellsBounds = false},
+                    Editor{.name = "qt6", .open = openTextWindow, .tellsBounds = false},
                     Editor{.name = "writer", .open = openWriter, .isOneElement = false}),
     [](const testing::TestParamInfo<Editor>& info) { return std::string(info.param.name); });
 

@@ -130,6 +130,11 @@ QDBusMessage ScriptedAccessibleTree::answerOfText(const QDBusMessage& call,
         const int end = call.arguments().value(1).toInt();
         return call.createReply(element.text.mid(first, end < 0 ? -1 : end - first));
     }
+    if (member == "GetRangeExtents") {
+        const auto found = element.bounds.find({first, call.arguments().value(1).toInt()});
+        const QRect place = found == element.bounds.end() ? QRect() : found->second;
+        return call.createReply(QVariantList{place.x(), place.y(), place.width(), place.height()});
+    }
     if (member == "GetLinkIndex") {
         const bool isObject = element.text.mid(first, 1) == objectCharacter;
         const auto index = element.text.left(first).count(objectCharacter);

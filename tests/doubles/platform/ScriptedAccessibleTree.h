@@ -30,6 +30,8 @@ struct ScriptedTreeElement {
     std::uint32_t states = 0;
     /// Empty for an element that tells of none.
     QRect place;
+    /// Where stretches of the text are, by their ends; one of no size for others.
+    std::map<std::pair<int, int>, QRect> bounds;
 };
 
 /// An application of named elements on the bus of accessibility, which it announces too. It answers

@@ -25,6 +25,7 @@ enum class Role : std::uint32_t {
     Label = 29,
     Panel = 39,
     PasswordText = 40,
+    RootPane = 46,
     TableCell = 56,
     Paragraph = 73,
     Link = 88,

@@ -1,5 +1,7 @@
 #include "platform/linux/atspi/AtSpiElement.h"
 
+#include "platform/linux/atspi/AtSpiSelectedPieces.h"
+
 #include <limits>
 
 namespace vorq {
@@ -80,6 +82,10 @@ std::optional<bool> AtSpiElement::isPasswordField() const {
     return selection().isPasswordField(m_element);
 }
 
+AtSpiPlaces AtSpiElement::places() const {
+    return {bus(), toolkit(), stop(), m_session->patience};
+}
+
 std::optional<QRectF> AtSpiElement::onScreen(std::optional<QRectF> rect) const {
     if (!rect) return std::nullopt;
     findPlace();
@@ -87,8 +93,8 @@ std::optional<QRectF> AtSpiElement::onScreen(std::optional<QRectF> rect) const {
     if (isInWindow && !m_session->contents) return std::nullopt;
     const QPointF origin = isInWindow ? QPointF(m_session->contents->topLeft()) : QPointF();
     const double scale = m_session->scale;
-    return pointsOf(QRectF(origin + rect->topLeft() * scale, rect->size() * scale),
-                    m_session->screens);
+    const QPointF corner = rect->topLeft() + m_session->shift;
+    return pointsOf(QRectF(origin + corner * scale, rect->size() * scale), m_session->screens);
 }
 
 // Every toolkit has a scale of its own, which it does not tell: its window shows it.
@@ -97,6 +103,7 @@ void AtSpiElement::findPlace() const {
     if (session.placed == m_element.service) return;
     session.placed = m_element.service;
     session.scale = 1;
+    session.shift = places().shift(m_element);
     const auto process = session.applications.processOf(m_element.service, stop());
     session.contents = process ? session.windows.contentsOf(*process) : std::nullopt;
     const auto window = session.applications.activeWindow(m_element.service, stop());
@@ -107,7 +114,7 @@ void AtSpiElement::findPlace() const {
 }
 
 std::optional<QRectF> AtSpiElement::frame() const {
-    return onScreen(atspi::rectIn(bus().call(atspi::extents(m_element), stop())));
+    return onScreen(places().frame(m_element));
 }
 
 std::optional<QPointF> AtSpiElement::position() const {
@@ -144,15 +151,38 @@ std::optional<AtSpiElement::Span> AtSpiElement::spanOf(TextRange range, QStringV
 
 std::optional<QRectF> AtSpiElement::boundsForRange(TextRange range) const {
     if (!m_boundsText) m_boundsText = selection().value(m_element);
-    if (!m_boundsText) return std::nullopt;
+    if (!m_boundsText || !tellsBounds()) return std::nullopt;
     const auto span = spanOf(range, *m_boundsText);
-    if (!span) return std::nullopt;
-    const QDBusMessage question = atspi::rangeExtents(m_element, span->start, span->end);
-    QDBusMessage reply = bus().call(question, stop());
-    // On a fresh page of a browser the first answer has no size.
-    const bool isAnswered = reply.type() == QDBusMessage::ReplyMessage;
-    if (isAnswered && !atspi::rectIn(reply)) reply = bus().call(question, stop());
-    return onScreen(atspi::rectIn(reply));
+    return span ? onScreen(places().bounds(m_element, *span)) : std::nullopt;
+}
+
+// Objects are told as wholes, however little of them is selected.
+bool AtSpiElement::tellsBounds() const {
+    if (m_tellsBounds) return *m_tellsBounds;
+    bool isOfObjects = false;
+    if (m_boundsText->contains(objectCharacter)) {
+        for (const Span& span : selection().spans(m_element).value_or(std::vector<Span>())) {
+            const auto selected = selection().plainText(m_element, span);
+            isOfObjects = isOfObjects || !selected || selected->contains(objectCharacter);
+        }
+    }
+    m_tellsBounds = !isOfObjects && !places().misplacesParagraphs(m_element, *m_boundsText);
+    return *m_tellsBounds;
+}
+
+std::optional<QRectF> AtSpiElement::selectedTextMarkerBounds() const {
+    if (!m_boundsText) m_boundsText = selection().value(m_element);
+    if (!m_boundsText || places().misplacesParagraphs(m_element, *m_boundsText))
+        return std::nullopt;
+    const AtSpiSelection selected = selection();
+    // Offsets that are wrong for the text are wrong for its place.
+    if (toolkit().miscountsWideCharacters && !selected.selectedText(m_element)) return std::nullopt;
+    std::optional<QRectF> bounds;
+    for (const auto& [element, span] : AtSpiSelectedPieces(selected).of(m_element)) {
+        const auto piece = places().bounds(element, span);
+        if (piece) bounds = bounds ? bounds->united(*piece) : *piece;
+    }
+    return onScreen(bounds);
 }
 
 bool AtSpiElement::setSelectedTextRange(TextRange range) {

@@ -2,6 +2,7 @@
 
 #include "platform/Accessibility.h"
 #include "platform/linux/atspi/AtSpiApplications.h"
+#include "platform/linux/atspi/AtSpiPlaces.h"
 #include "platform/linux/atspi/AtSpiSelection.h"
 #include "platform/linux/atspi/AtSpiWalk.h"
 #include "platform/linux/x11/PixelScreens.h"
@@ -23,6 +24,8 @@ class AtSpiElement final : public AccessibleElement {
         QString placed;
         std::optional<QRect> contents; // of its window, in pixels
         double scale = 1;              // its pixels to a point
+        QPointF shift;                 // what it tells too little, in its own points
+        AtSpiPlaces::Patience patience{};
     };
 
     /// One that was reached by a walk is looked at together with its like.
@@ -37,8 +40,8 @@ class AtSpiElement final : public AccessibleElement {
     [[nodiscard]] std::optional<std::vector<AccessibleElementPtr>> children() const override;
     [[nodiscard]] std::optional<QRectF> boundsForRange(TextRange range) const override;
 
-    /// There are no markers on this bus.
-    [[nodiscard]] std::optional<QRectF> selectedTextMarkerBounds() const override { return {}; }
+    /// By the pieces of text that the selection is made of.
+    [[nodiscard]] std::optional<QRectF> selectedTextMarkerBounds() const override;
 
     bool setSelectedText(const QString& text) override;
     bool setSelectedTextRange(TextRange range) override;
@@ -50,6 +53,7 @@ class AtSpiElement final : public AccessibleElement {
     [[nodiscard]] const std::stop_token& stop() const { return m_session->stop; }
     [[nodiscard]] AtSpiToolkit toolkit() const;
     [[nodiscard]] AtSpiSelection selection() const;
+    [[nodiscard]] AtSpiPlaces places() const;
     // Whether a walk has found that nothing is selected.
     [[nodiscard]] bool isKnownWithoutSelection() const;
     [[nodiscard]] std::optional<TextRange> caret() const;
@@ -63,8 +67,12 @@ class AtSpiElement final : public AccessibleElement {
     std::shared_ptr<Session> m_session;
     AtSpiRef m_element;
     bool m_isOfWalk;
+    // Whether the bounds of a range say where it is.
+    [[nodiscard]] bool tellsBounds() const;
+
     // The text that bounds are asked for; many are asked for one text.
     mutable std::optional<QString> m_boundsText;
+    mutable std::optional<bool> m_tellsBounds;
 };
 
 } // namespace vorq

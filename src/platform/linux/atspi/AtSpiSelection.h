@@ -43,6 +43,7 @@ class AtSpiSelection {
     [[nodiscard]] std::optional<bool> isPasswordField(const AtSpiRef& element) const;
 
   private:
+    friend class AtSpiSelectedPieces;
     struct Reading;
     struct Object {
         AtSpiRef element;

@@ -16,10 +16,13 @@ bool isPairAt(QStringView text, qsizetype index) {
 
 AtSpiToolkit atSpiToolkit(QStringView name, QStringView application) {
     using enum AtSpiToolkit::Unit;
-    if (name == u"Qt") return {.unit = Utf16, .countsInsertedUnits = true};
-    if (name == u"Gecko") return {.unit = Utf16, .marksWideCharacters = true};
+    if (name == u"Qt")
+        return {.unit = Utf16, .countsInsertedUnits = true, .misplacesParagraphs = true};
+    if (name == u"Gecko")
+        return {.unit = Utf16, .marksWideCharacters = true, .tellsPlacesLate = true};
     // It says that it is made with GTK, but answers by itself.
-    if (application == u"soffice") return {.unit = Utf16, .splitsParagraphs = true};
+    if (application == u"soffice")
+        return {.unit = Utf16, .splitsParagraphs = true, .placesOverMenu = true};
     if (name == u"Chromium") return {.tellsAllSelections = false, .miscountsWideCharacters = true};
     if (name == u"GTK") return {.placesInWindow = true};
     return {};

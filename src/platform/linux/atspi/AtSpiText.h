@@ -32,6 +32,12 @@ struct AtSpiToolkit {
     bool splitsParagraphs = false;
     /// Whether places are relative to the window although those of the screen were asked for.
     bool placesInWindow = false;
+    /// Whether places in a window with a menu are too high.
+    bool placesOverMenu = false;
+    /// Whether a plain text may tell the place of its first paragraph for each of them.
+    bool misplacesParagraphs = false;
+    /// Whether places are found out only once they have been asked for.
+    bool tellsPlacesLate = false;
 
     bool operator==(const AtSpiToolkit&) const = default;
 };

@@ -1,7 +1,6 @@
 #include "platform/linux/atspi/AtSpiSelection.h"
 
-#include "doubles/platform/PrivateBus.h"
-#include "doubles/platform/ScriptedAccessibleTree.h"
+#include "doubles/platform/AccessibleTreeFixture.h"
 #include "platform/linux/atspi/AtSpiApplications.h"
 #include "platform/linux/atspi/AtSpiWalk.h"
 
@@ -9,8 +8,6 @@
 
 #include <gmock/gmock.h>
 
-#include <chrono>
-#include <future>
 #include <limits>
 
 namespace vorq {
@@ -22,51 +19,14 @@ using testing::Optional;
 constexpr auto password = static_cast<std::uint32_t>(atspi::Role::PasswordText);
 constexpr int farthest = std::numeric_limits<int>::max();
 
-class AtSpiSelectionTest : public testing::Test {
+class AtSpiSelectionTest : public AccessibleTreeTest {
   protected:
-    AtSpiSelectionTest() {
-        m_server.registerVirtualObject("/", &tree, QDBusConnection::SubPath);
-        m_server.registerService("org.a11y.Bus");
-        EXPECT_TRUE(QTest::qWaitFor([&] { return bus.isOn(); }));
-    }
-
-    // Asks from another thread, since the application answers on this one.
-    template<typename Question>
-    auto told(Question question) {
-        auto answer = std::async(std::launch::async, question);
-        EXPECT_TRUE(QTest::qWaitFor(
-            [&] { return answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready; },
-            20'000));
-        return answer.get();
-    }
-
-    [[nodiscard]] AtSpiRef at(const QString& path) const { return {m_server.baseService(), path}; }
     [[nodiscard]] std::optional<QString> selected(const QString& path) {
         return told([&] { return AtSpiSelection(bus, toolkit, {}).selectedText(at(path)); });
     }
     [[nodiscard]] std::optional<QString> value(const QString& path) {
         return told([&] { return AtSpiSelection(bus, toolkit, {}).value(at(path)); });
     }
-
-    ScriptedTreeElement& element(const QString& path) { return tree.elements[path]; }
-    // A text of one selected stretch.
-    ScriptedTreeElement& textOf(const QString& path, const QString& text, int start, int end) {
-        ScriptedTreeElement& one = element(path);
-        one.text = text;
-        one.selections = {{start, end}};
-        return one;
-    }
-    // A text all of which is selected.
-    ScriptedTreeElement& whole(const QString& path, const QString& text) {
-        return textOf(path, text, 0, static_cast<int>(text.size()));
-    }
-
-    PrivateBus m_bus;
-    ScriptedAccessibleTree tree{m_bus.address()};
-    QDBusConnection m_server = m_bus.connection("accessible-tree");
-    // None of these tests is about a limit, and a busy machine answers late.
-    AtSpiBus bus{m_bus.address(), std::chrono::seconds(20)};
-    AtSpiToolkit toolkit = atSpiToolkit(u"Gecko", u"Firefox");
 };
 
 TEST_F(AtSpiSelectionTest, ReadsWhatIsSelected) {
