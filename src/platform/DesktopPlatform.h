@@ -17,10 +17,12 @@ class Defaults;
 class DesktopAppearance;
 class GlobalHotKeys;
 class Installation;
+class KeyPoster;
 class LocalSignIn;
 class LoginItem;
 class NotesBridge;
 class OverlayHints;
+class Pasteboard;
 class PermissionProbe;
 class PressMonitor;
 class PrimarySelection;
@@ -63,6 +65,8 @@ class DesktopPlatform {
     virtual Accessibility& accessibility() = 0;
     virtual PrimarySelection& primarySelection() = 0;
     virtual ScreenCapture& screenCapture() = 0;
+    virtual Pasteboard& pasteboard() = 0;
+    virtual KeyPoster& keyPoster() = 0;
     virtual const PermissionProbe& permissions() = 0;
 
     /// Whether there is a graphics processor that this user may draw with.

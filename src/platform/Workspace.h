@@ -53,6 +53,12 @@ class Workspace : public QObject {
     /// The process that owns a window; nothing if the window is gone.
     [[nodiscard]] virtual std::optional<ProcessId> processOf(WindowId window) const = 0;
 
+    /// The window of a process that has the focus, else its topmost one. Nothing for one that has
+    /// none, or where windows are not numbered.
+    [[nodiscard]] virtual std::optional<WindowId> windowOf(ProcessId /*process*/) const {
+        return std::nullopt;
+    }
+
     /// Whether the user has pressed a key or a mouse button since this was made, in whatever
     /// program. False where it cannot be known.
     [[nodiscard]] virtual bool wasUsed() { return false; }

@@ -115,20 +115,19 @@ std::span<const QLatin1StringView> idsOf(ApplicationKind kind) {
     return {};
 }
 
-// Also the application of a Snap, which is named "snap_application".
+} // namespace
+
 bool isNamed(QStringView identifier, QLatin1StringView id) {
-    if (!identifier.endsWith(id)) return false;
+    constexpr QLatin1StringView ending(".desktop");
+    if (identifier.endsWith(ending, Qt::CaseInsensitive)) identifier.chop(ending.size());
+    if (!identifier.endsWith(id, Qt::CaseInsensitive)) return false;
     const qsizetype before = identifier.size() - id.size();
     return before == 0 || identifier[before - 1] == u'_';
 }
 
-} // namespace
-
 bool isLinuxApplication(ApplicationKind kind, QStringView identifier) {
-    QString lowerCase = identifier.toString().toLower();
-    if (lowerCase.endsWith(u".desktop")) lowerCase.chop(8);
     return std::ranges::any_of(idsOf(kind),
-                               [&](QLatin1StringView id) { return isNamed(lowerCase, id); });
+                               [&](QLatin1StringView id) { return isNamed(identifier, id); });
 }
 
 } // namespace vorq

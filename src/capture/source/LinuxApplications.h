@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLatin1StringView>
 #include <QStringView>
 
 namespace vorq {
@@ -13,8 +14,12 @@ enum class ApplicationKind {
     ColumnEditor,
 };
 
-/// Whether the application is known to be of the kind, by its desktop-file id of any case, with or
-/// without ".desktop", or by its id in a Flatpak or Snap. An empty identifier is of no kind.
+/// Whether an application's identifier is the desktop-file id, which is in lower case: of any case,
+/// with or without ".desktop", also as a Snap names it ("snap_application").
+[[nodiscard]] bool isNamed(QStringView identifier, QLatin1StringView id);
+
+/// Whether the application is known to be of the kind, by its desktop-file id or by its id in a
+/// Flatpak or Snap. An empty identifier is of no kind.
 [[nodiscard]] bool isLinuxApplication(ApplicationKind kind, QStringView identifier);
 
 } // namespace vorq

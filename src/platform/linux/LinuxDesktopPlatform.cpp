@@ -22,6 +22,8 @@
 #include "platform/linux/x11/X11PrimarySelection.h"
 #include "platform/linux/x11/X11Screens.h"
 #include "platform/linux/x11/X11Workspace.h"
+#include "platform/linux/x11/copying/X11KeyPoster.h"
+#include "platform/linux/x11/copying/X11Pasteboard.h"
 #include "platform/linux/x11/pixels/X11ScreenCapture.h"
 #include "platform/portable/SettingsFile.h"
 #include "platform/portable/ThreadedNotesBridge.h"
@@ -82,6 +84,8 @@ struct LinuxDesktopPlatform::Parts {
     std::unique_ptr<AtSpiAccessibility> accessibility;
     QObject screensObserver;
     std::unique_ptr<PrimarySelection> primarySelection;
+    std::unique_ptr<Pasteboard> pasteboard;
+    std::unique_ptr<KeyPoster> keyPoster;
     std::unique_ptr<ScreenCapture> screenCapture;
     std::unique_ptr<PermissionProbe> permissions;
 
@@ -198,6 +202,26 @@ Accessibility& LinuxDesktopPlatform::accessibility() {
 
 PrimarySelection& LinuxDesktopPlatform::primarySelection() {
     return ofSession<X11PrimarySelection, NoPrimarySelection>(m_session, m_parts->primarySelection);
+}
+
+// The X server of a Wayland session sees what is copied in its own windows alone, and presses keys
+// for nobody else.
+Pasteboard& LinuxDesktopPlatform::pasteboard() {
+    if (m_session != SessionKind::Wayland)
+        return ofSession<X11Pasteboard, NoPasteboard>(m_session, m_parts->pasteboard);
+    return madeOnce(m_parts->pasteboard, [] {
+        return std::make_unique<NoPasteboard>(QStringLiteral(
+            "Wayland lets a program read the clipboard only while it has the keyboard."));
+    });
+}
+
+KeyPoster& LinuxDesktopPlatform::keyPoster() {
+    if (m_session != SessionKind::Wayland)
+        return ofSession<X11KeyPoster, NoKeyPoster>(m_session, m_parts->keyPoster);
+    return madeOnce(m_parts->keyPoster, [] {
+        return std::make_unique<NoKeyPoster>(
+            QStringLiteral("Wayland lets no program press keys in another."));
+    });
 }
 
 ScreenCapture& LinuxDesktopPlatform::screenCapture() {

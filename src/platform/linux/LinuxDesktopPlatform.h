@@ -31,6 +31,8 @@ class LinuxDesktopPlatform final : public DesktopPlatform {
     Accessibility& accessibility() override;
     PrimarySelection& primarySelection() override;
     ScreenCapture& screenCapture() override;
+    Pasteboard& pasteboard() override;
+    KeyPoster& keyPoster() override;
     const PermissionProbe& permissions() override;
     [[nodiscard]] bool hasGraphicsProcessor() const override;
     void registerUrlScheme() override;

@@ -50,7 +50,7 @@ std::optional<QRectF> ScriptedElement::selectedTextMarkerBounds() const {
 
 bool ScriptedElement::setSelectedText(const QString& newText) {
     if (!takesWrites || m_tree.m_stop.stop_requested()) return false;
-    text = newText;
+    if (!feignsWrites) text = newText;
     return true;
 }
 

@@ -30,6 +30,8 @@ class ScriptedElement final : public AccessibleElement {
     std::vector<std::pair<TextRange, QRectF>> bounds;
     std::optional<QRectF> markerBounds;
     bool takesWrites = true;
+    /// Says that it took a text, and did not.
+    bool feignsWrites = false;
 
     [[nodiscard]] const QString& name() const { return m_name; }
 

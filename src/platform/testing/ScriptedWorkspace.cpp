@@ -35,11 +35,16 @@ std::optional<ProcessId> ScriptedWorkspace::processOf(WindowId window) const {
     return m_applications.contains(process) ? std::optional(process) : std::nullopt;
 }
 
+std::optional<WindowId> ScriptedWorkspace::windowOf(ProcessId process) const {
+    return m_applications.contains(process) ? std::optional(static_cast<WindowId>(process))
+                                            : std::nullopt;
+}
+
 void ScriptedWorkspace::activate(WindowId window) {
     const std::optional<ProcessId> process = processOf(window);
     if (!process) return;
     m_activations.push_back(window);
-    bringToFront(*process);
+    if (!m_holdsBack) bringToFront(*process);
 }
 
 } // namespace vorq

@@ -19,6 +19,9 @@ class ScriptedWorkspace final : public Workspace {
     /// Brings an application to the front and tells of it.
     void bringToFront(ProcessId process);
 
+    /// From now on a window that is asked to come to the front does not.
+    void holdBackActivations() { m_holdsBack = true; }
+
     /// Leaves no application in front, and tells nothing.
     void bringNoneToFront() { m_frontmost.reset(); }
 
@@ -29,19 +32,22 @@ class ScriptedWorkspace final : public Workspace {
 
     [[nodiscard]] bool knowsAllApplications() const override { return m_knowsAll; }
 
-    /// The windows that were asked to be activated, in order. Each has come to the front, too.
+    /// The windows that were asked to be activated, in order. Each has come to the front, too,
+    /// unless that is held back.
     [[nodiscard]] const std::vector<WindowId>& activations() const { return m_activations; }
 
     [[nodiscard]] std::optional<ProcessId> frontmostProcess() const override { return m_frontmost; }
     [[nodiscard]] std::optional<WindowId> activeWindow() const override;
     [[nodiscard]] std::optional<RunningApplication> application(ProcessId process) const override;
     [[nodiscard]] std::optional<ProcessId> processOf(WindowId window) const override;
+    [[nodiscard]] std::optional<WindowId> windowOf(ProcessId process) const override;
     void activate(WindowId window) override;
 
   private:
     std::map<ProcessId, RunningApplication> m_applications;
     std::optional<ProcessId> m_frontmost;
     bool m_knowsAll = true;
+    bool m_holdsBack = false;
     std::vector<WindowId> m_activations;
 };
 

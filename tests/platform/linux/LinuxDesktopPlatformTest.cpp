@@ -6,6 +6,8 @@
 #include "platform/PressMonitor.h"
 #include "platform/PrimarySelection.h"
 #include "platform/Workspace.h"
+#include "platform/copying/KeyPoster.h"
+#include "platform/copying/Pasteboard.h"
 #include "platform/pixels/ScreenCapture.h"
 
 #include <gmock/gmock.h>
@@ -24,7 +26,9 @@ TEST(LinuxDesktopPlatformTest, WithoutASessionThePortsOfWindowsSayWhyTheyDoNothi
         {"presses", platform.presses().supported()},
         {"hot keys", platform.hotKeys().supported()},
         {"primary selection", platform.primarySelection().supported()},
-        {"screen capture", platform.screenCapture().supported()}};
+        {"screen capture", platform.screenCapture().supported()},
+        {"pasteboard", platform.pasteboard().supported()},
+        {"key poster", platform.keyPoster().supported()}};
     for (const auto& [name, support] : ports) {
         ASSERT_FALSE(support) << name;
         EXPECT_THAT(support.error().toStdString(), EndsWith(".")) << name;
@@ -47,6 +51,15 @@ TEST(LinuxDesktopPlatformTest, TakesNoPicturesUnderWaylandAndSaysWhy) {
     EXPECT_EQ(support.error(), "Wayland shows no program the windows of another.");
     EXPECT_FALSE(platform.screenCapture().windowsOnScreen({}));
     EXPECT_FALSE(platform.screenCapture().pictureOf(1, {}));
+}
+
+TEST(LinuxDesktopPlatformTest, PressesNoKeysUnderWaylandAndSaysWhy) {
+    LinuxDesktopPlatform platform(SessionKind::Wayland);
+    const PortSupport keys = platform.keyPoster().supported();
+    ASSERT_FALSE(keys);
+    EXPECT_EQ(keys.error(), "Wayland lets no program press keys in another.");
+    EXPECT_FALSE(platform.keyPoster().post({.key = KeyChord::Key::C}, 1));
+    EXPECT_FALSE(platform.pasteboard().supported());
 }
 
 TEST(LinuxDesktopPlatformTest, MakesEachPortOnce) {

@@ -63,6 +63,11 @@ void X11Keyboard::readModifiers(xcb_connection_t* connection) {
         const bool isNew = std::ranges::find(m_locks, mask) == m_locks.end();
         if (mask != 0 && mask != m_super && isNew) m_locks.push_back(mask);
     }
+    for (int index = 0; index < 8 * reply->keycodes_per_modifier; ++index) {
+        const auto mask = static_cast<ModifierMask>(1 << (index / reply->keycodes_per_modifier));
+        if (keys[index] != 0 && std::ranges::find(m_locks, mask) == m_locks.end())
+            m_modifierKeys.push_back(keys[index]);
+    }
 }
 
 bool X11Keyboard::types(KeyCode key, KeySym symbol) const {
@@ -85,6 +90,14 @@ std::vector<X11Keyboard::KeyCode> X11Keyboard::keysOf(char letter) const {
     if (!anywhere.empty()) return anywhere;
     const std::optional<KeyCode> place = latinPlace(letter);
     return place ? std::vector{*place} : std::vector<KeyCode>{};
+}
+
+std::optional<X11Keyboard::KeyCode> X11Keyboard::keyTyping(KeySym symbol) const {
+    for (std::size_t index = 0; index < m_symbols.size(); ++index) {
+        const auto key = static_cast<KeyCode>(m_first + index);
+        if (types(key, symbol)) return key;
+    }
+    return std::nullopt;
 }
 
 std::vector<X11Keyboard::ModifierMask> X11Keyboard::lockStates() const {

@@ -7,6 +7,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -21,6 +22,14 @@ constexpr std::uint8_t sentFlag = 0x80;
 
 std::uint8_t kindOf(const Event& event) {
     return event->response_type & static_cast<std::uint8_t>(~sentFlag);
+}
+
+// How many bytes will come in pieces, at least; 0 if that is not told.
+qsizetype announcedBytes(const QByteArray& announcement) {
+    std::uint32_t bytes = 0;
+    if (announcement.size() >= qsizetype{sizeof bytes})
+        std::memcpy(&bytes, announcement.constData(), sizeof bytes);
+    return static_cast<qsizetype>(bytes);
 }
 
 } // namespace
@@ -43,7 +52,7 @@ X11SelectionRequest::X11SelectionRequest(X11Connection& x11, X11Connection::Atom
 
 X11SelectionRequest::~X11SelectionRequest() {
     if (m_window != 0 && m_x11.isUsable()) {
-        xcb_destroy_window(m_x11.get(), m_window);
+        if (!m_isUnanswered) xcb_destroy_window(m_x11.get(), m_window);
         xcb_flush(m_x11.get());
         // What came for the window is of no use to anyone.
         while (const Event event{xcb_poll_for_event(m_x11.get())}) {
@@ -53,10 +62,17 @@ X11SelectionRequest::~X11SelectionRequest() {
 }
 
 std::optional<QByteArray> X11SelectionRequest::convert(const char* target, qsizetype mostBytes) {
-    if (m_window == 0 || m_stopped < 0) return std::nullopt;
-    const X11Connection::Atom form = m_x11.atom(target);
+    if (m_window == 0) return std::nullopt;
+    auto converted = convert(m_x11.atom(target), mostBytes);
+    return converted ? std::optional(std::move(converted->bytes)) : std::nullopt;
+}
+
+std::expected<X11SelectionRequest::Converted, X11SelectionRequest::Failure>
+X11SelectionRequest::convert(X11Connection::Atom form, qsizetype mostBytes) {
+    if (m_window == 0 || m_stopped < 0) return std::unexpected(Failure::NotInTime);
     xcb_convert_selection(m_x11.get(), m_window, m_selection, form, m_property, XCB_CURRENT_TIME);
     bool isGiven = false;
+    m_isUnanswered = true;
     const bool isAnswered = waitFor([&](const Event& event) {
         if (kindOf(event) != XCB_SELECTION_NOTIFY) return false;
         const auto* answer = reinterpret_cast<const xcb_selection_notify_event_t*>(event.get());
@@ -64,15 +80,23 @@ std::optional<QByteArray> X11SelectionRequest::convert(const char* target, qsize
         isGiven = answer->property == m_property;
         return true;
     });
-    if (!isAnswered || !isGiven) return std::nullopt;
-    const std::optional<Property> property = takeProperty(mostBytes);
-    if (!property) return std::nullopt;
-    if (property->type == m_piecewise) return collectPieces(mostBytes);
-    return property->isWhole ? std::optional(property->bytes) : std::nullopt;
+    if (!isAnswered) return std::unexpected(Failure::NotInTime);
+    m_isUnanswered = false;
+    if (!isGiven) return std::unexpected(Failure::Refused);
+    std::optional<Property> property = takeProperty(mostBytes);
+    if (!property) return std::unexpected(Failure::NotInTime);
+    if (property->contents.type == m_piecewise) {
+        if (announcedBytes(property->contents.bytes) > mostBytes)
+            return std::unexpected(Failure::TooLong);
+        return collectPieces(mostBytes);
+    }
+    if (!property->isWhole) return std::unexpected(Failure::TooLong);
+    return std::move(property->contents);
 }
 
-std::optional<QByteArray> X11SelectionRequest::collectPieces(qsizetype mostBytes) {
-    QByteArray bytes;
+std::expected<X11SelectionRequest::Converted, X11SelectionRequest::Failure>
+X11SelectionRequest::collectPieces(qsizetype mostBytes) {
+    Converted whole;
     while (true) {
         const bool hasPiece = waitFor([this](const Event& event) {
             if (kindOf(event) != XCB_PROPERTY_NOTIFY) return false;
@@ -80,11 +104,17 @@ std::optional<QByteArray> X11SelectionRequest::collectPieces(qsizetype mostBytes
             return change->window == m_window && change->atom == m_property &&
                    change->state == XCB_PROPERTY_NEW_VALUE;
         });
-        if (!hasPiece) return std::nullopt;
-        const std::optional<Property> piece = takeProperty(mostBytes - bytes.size());
-        if (!piece || !piece->isWhole) return std::nullopt;
-        if (piece->bytes.isEmpty()) return bytes;
-        bytes += piece->bytes;
+        m_isUnanswered = !hasPiece;
+        if (!hasPiece) return std::unexpected(Failure::NotInTime);
+        const std::optional<Property> piece = takeProperty(mostBytes - whole.bytes.size());
+        if (!piece) return std::unexpected(Failure::NotInTime);
+        if (!piece->isWhole) return std::unexpected(Failure::TooLong);
+        if (whole.type == 0) {
+            whole.type = piece->contents.type;
+            whole.unit = piece->contents.unit;
+        }
+        if (piece->contents.bytes.isEmpty()) return whole;
+        whole.bytes += piece->contents.bytes;
     }
 }
 
@@ -99,10 +129,12 @@ X11SelectionRequest::takeProperty(qsizetype mostBytes) const {
                                nullptr));
     if (!reply) return std::nullopt;
     Property property;
-    property.type = reply->type;
-    property.bytes = QByteArray(static_cast<const char*>(xcb_get_property_value(reply.get())),
-                                xcb_get_property_value_length(reply.get()));
-    property.isWhole = reply->bytes_after == 0 && property.bytes.size() <= mostBytes;
+    property.contents = {
+        .bytes = QByteArray(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                            xcb_get_property_value_length(reply.get())),
+        .type = reply->type,
+        .unit = reply->format};
+    property.isWhole = reply->bytes_after == 0 && property.contents.bytes.size() <= mostBytes;
     return property;
 }
 

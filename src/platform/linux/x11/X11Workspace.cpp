@@ -79,12 +79,13 @@ std::optional<WindowId> X11Workspace::activeWindow() const {
 }
 
 std::optional<RunningApplication> X11Workspace::application(ProcessId process) const {
-    const std::optional<Window> window = windowOf(process);
-    if (!window) return std::nullopt;
+    const std::optional<WindowId> shown = windowOf(process);
+    if (!shown) return std::nullopt;
+    const auto window = static_cast<Window>(*shown);
     RunningApplication application{.process = process, .identifier = {}, .name = {}};
-    const QString className = windowClass(*window);
+    const QString className = windowClass(window);
     const QString executable = executableName(process);
-    const QString declared = QString::fromUtf8(m_requests.property(*window, m_applicationIdAtom));
+    const QString declared = QString::fromUtf8(m_requests.property(window, m_applicationIdAtom));
     std::optional<DesktopEntry> entry;
     if (!declared.isEmpty()) {
         application.identifier = declared;
@@ -101,9 +102,8 @@ std::optional<RunningApplication> X11Workspace::application(ProcessId process) c
 }
 
 // The window in front where it is the process's, else its topmost one.
-std::optional<X11Workspace::Window> X11Workspace::windowOf(ProcessId process) const {
-    if (const auto active = activeWindow(); active && processOf(*active) == process)
-        return static_cast<Window>(*active);
+std::optional<WindowId> X11Workspace::windowOf(ProcessId process) const {
+    if (const auto active = activeWindow(); active && processOf(*active) == process) return active;
     const auto windows = m_requests.numbers(m_requests.root(), m_clientListAtom);
     for (const Window window : windows | std::views::reverse)
         if (m_requests.processOf(window) == process) return window;

@@ -24,6 +24,7 @@ class X11Workspace final : public Workspace {
     [[nodiscard]] std::optional<WindowId> activeWindow() const override;
     [[nodiscard]] std::optional<RunningApplication> application(ProcessId process) const override;
     [[nodiscard]] std::optional<ProcessId> processOf(WindowId window) const override;
+    [[nodiscard]] std::optional<WindowId> windowOf(ProcessId process) const override;
     void activate(WindowId window) override;
 
   private:
@@ -32,7 +33,6 @@ class X11Workspace final : public Workspace {
     void watchActiveWindow();
     void takeEvents();
     void noticeActiveWindow();
-    [[nodiscard]] std::optional<Window> windowOf(ProcessId process) const;
     [[nodiscard]] QString windowClass(Window window) const;
 
     // Waiting for an answer would swallow events on the same connection.

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/copying/Pasteboard.h"
+#include "platform/linux/x11/X11Connection.h"
+
+#include <QString>
+
+#include <stop_token>
+
+namespace vorq {
+
+/// Reads the CLIPBOARD of an X server of whoever owns it, as the functions of Pasteboard of the
+/// same names say. They block until it is read, at most until the token is stopped; not on the main
+/// thread, and not on the one that hands out our own contents.
+class X11ClipboardReading {
+  public:
+    /// The connection is used for nothing else meanwhile.
+    X11ClipboardReading(X11Connection& x11, std::stop_token stop);
+
+    using Contents = Pasteboard::Contents;
+
+    [[nodiscard]] Contents contents();
+    [[nodiscard]] QString text();
+
+  private:
+    using Atom = X11Connection::Atom;
+
+    struct Offer {
+        Atom atom = 0;
+        QByteArray name;
+    };
+    using Offers = std::expected<std::vector<Offer>, QString>;
+
+    [[nodiscard]] X11Connection::Window owner() const;
+    [[nodiscard]] Offers offers();
+    [[nodiscard]] std::vector<Offer> named(std::vector<Atom> atoms) const;
+    [[nodiscard]] QByteArray nameOf(Atom atom) const;
+    [[nodiscard]] Pasteboard::Contents formsOf(const std::vector<Offer>& offers);
+
+    X11Connection& m_x11;
+    Atom m_clipboard;
+    std::stop_token m_stop;
+};
+
+} // namespace vorq

@@ -1,0 +1,152 @@
+#include "platform/linux/x11/copying/X11Pasteboard.h"
+
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/copying/X11ClipboardOwner.h"
+#include "platform/linux/x11/copying/X11ClipboardReading.h"
+#include "support/async/Wakeup.h"
+
+#include <array>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <thread>
+#include <unistd.h>
+
+namespace vorq {
+
+/// The thread that hands out.
+class X11Pasteboard::Serving {
+  public:
+    using Job = std::function<void(X11ClipboardOwner&)>;
+
+    Serving()
+        : m_owner([this](const Change& change) { note(change); }),
+          m_awake(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+        if (m_owner.isUsable())
+            m_thread = std::jthread([this](const std::stop_token& stop) { run(stop); });
+    }
+    Serving(const Serving&) = delete;
+    Serving& operator=(const Serving&) = delete;
+    ~Serving() {
+        if (m_thread.joinable()) {
+            m_thread.request_stop();
+            ::eventfd_write(m_awake, 1);
+            m_thread.join();
+        }
+        ::close(m_awake);
+    }
+
+    [[nodiscard]] bool isUsable() const { return m_thread.joinable(); }
+
+    [[nodiscard]] Change lastChange() const {
+        const std::scoped_lock lock(m_mutex);
+        return m_change;
+    }
+
+    /// Runs the job on the thread.
+    void post(Job job) {
+        {
+            const std::scoped_lock lock(m_mutex);
+            m_jobs.push_back(std::move(job));
+        }
+        ::eventfd_write(m_awake, 1);
+    }
+
+  private:
+    using Moment = std::chrono::steady_clock::time_point;
+
+    void note(const Change& change) {
+        const std::scoped_lock lock(m_mutex);
+        m_change = change;
+    }
+
+    void run(const std::stop_token& stop) {
+        while (!stop.stop_requested() && m_owner.isUsable()) {
+            runJobs();
+            const bool isBusy = m_owner.handleEvents();
+            if (!stop.stop_requested()) wait(isBusy ? X11PieceTransfers::patience : endless);
+        }
+        runJobs();
+        if (!m_owner.beginHandover()) return;
+        const Moment end = std::chrono::steady_clock::now() + handoverLimit;
+        constexpr std::chrono::milliseconds turn{20};
+        while (!m_owner.isHandedOver() && std::chrono::steady_clock::now() < end) {
+            m_owner.handleEvents();
+            wait(turn);
+        }
+    }
+
+    void runJobs() {
+        std::deque<Job> jobs;
+        {
+            const std::scoped_lock lock(m_mutex);
+            jobs.swap(m_jobs);
+        }
+        for (const Job& job : jobs)
+            job(m_owner);
+    }
+
+    static constexpr std::chrono::milliseconds endless{-1};
+
+    void wait(std::chrono::milliseconds limit) const {
+        std::array<pollfd, 2> watched{pollfd{m_owner.descriptor(), POLLIN, 0},
+                                      pollfd{m_awake, POLLIN, 0}};
+        ::poll(watched.data(), watched.size(), static_cast<int>(limit.count()));
+        eventfd_t ignored = 0;
+        ::eventfd_read(m_awake, &ignored);
+    }
+
+    mutable std::mutex m_mutex;
+    Change m_change;
+    std::deque<Job> m_jobs;
+    X11ClipboardOwner m_owner; // of the thread once that runs
+    int m_awake;
+    std::jthread m_thread;
+};
+
+X11Pasteboard::X11Pasteboard() : m_serving(std::make_unique<Serving>()) {}
+X11Pasteboard::~X11Pasteboard() = default;
+
+PortSupport X11Pasteboard::supported() const {
+    if (m_serving->isUsable()) return {};
+    return std::unexpected(QStringLiteral("No X server answers."));
+}
+
+Pasteboard::Change X11Pasteboard::lastChange() const {
+    return m_serving->lastChange();
+}
+
+template<typename Result>
+QCoro::Task<Result> X11Pasteboard::read(Result (X11ClipboardReading::*ask)(),
+                                        std::stop_token stop) {
+    auto work = [x11 = m_x11, ask](const std::stop_token& running) {
+        if (!*x11 || !(*x11)->isUsable()) *x11 = std::make_unique<X11Connection>();
+        return (X11ClipboardReading(**x11, running).*ask)();
+    };
+    return m_reading.run(std::move(work), std::move(stop));
+}
+
+QCoro::Task<Pasteboard::Contents> X11Pasteboard::contents(std::stop_token stop) {
+    return read(&X11ClipboardReading::contents, std::move(stop));
+}
+
+QCoro::Task<QString> X11Pasteboard::text(std::stop_token stop) {
+    return read(&X11ClipboardReading::text, std::move(stop));
+}
+
+QCoro::Task<std::optional<std::uint64_t>> X11Pasteboard::write(PasteboardContents contents,
+                                                               std::uint64_t over) {
+    const auto result = std::make_shared<std::optional<std::uint64_t>>();
+    if (!m_serving->isUsable()) co_return *result;
+    const Wakeup done;
+    m_serving->post([result, done, over, written = std::move(contents)](X11ClipboardOwner& owner) {
+        *result = owner.write(written, over);
+        done.fireFromAnyThread();
+    });
+    co_await done;
+    co_return *result;
+}
+
+} // namespace vorq

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/copying/Pasteboard.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "support/async/BlockingThread.h"
+
+#include <memory>
+
+namespace vorq {
+
+class X11ClipboardReading;
+
+/// The CLIPBOARD of an X server, on connections of its own. What it writes it hands out on a thread
+/// of its own, however busy the program is, and asks a clipboard manager to keep when it goes.
+class X11Pasteboard final : public Pasteboard {
+  public:
+    X11Pasteboard();
+    /// Waits for a clipboard manager, at most so long.
+    ~X11Pasteboard() override;
+    static constexpr std::chrono::milliseconds handoverLimit{1000};
+
+    [[nodiscard]] PortSupport supported() const override;
+    [[nodiscard]] Change lastChange() const override;
+    QCoro::Task<Contents> contents(std::stop_token stop) override;
+    QCoro::Task<QString> text(std::stop_token stop) override;
+    QCoro::Task<std::optional<std::uint64_t>> write(PasteboardContents contents,
+                                                    std::uint64_t over) override;
+
+  private:
+    class Serving;
+
+    template<typename Result>
+    QCoro::Task<Result> read(Result (X11ClipboardReading::*ask)(), std::stop_token stop);
+
+    std::unique_ptr<Serving> m_serving;
+    // Of the reading thread.
+    std::shared_ptr<std::unique_ptr<X11Connection>> m_x11 =
+        std::make_shared<std::unique_ptr<X11Connection>>();
+    BlockingThread m_reading{BlockingThread::AtEnd::Stop};
+};
+
+} // namespace vorq

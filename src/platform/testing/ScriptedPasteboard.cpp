@@ -1,0 +1,48 @@
+#include "platform/testing/ScriptedPasteboard.h"
+
+#include "support/async/Wakeup.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace vorq {
+namespace {
+
+QCoro::Task<> untilStopped(std::stop_token stop) {
+    const Wakeup stopped;
+    const std::stop_callback onStop(stop, [stopped] { stopped.fire(); });
+    co_await stopped;
+}
+
+} // namespace
+
+QCoro::Task<Pasteboard::Contents> ScriptedPasteboard::contents(std::stop_token stop) {
+    if (hangs) co_await untilStopped(stop);
+    Contents given = held;
+    if (refusal) given = std::unexpected(*refusal);
+    if (stop.stop_requested()) given = std::unexpected(QStringLiteral("not in time"));
+    co_return given;
+}
+
+QCoro::Task<QString> ScriptedPasteboard::text(std::stop_token stop) {
+    if (hangs) co_await untilStopped(stop);
+    QString given;
+    const auto found = std::ranges::find(held, QByteArray("UTF8_STRING"), &PasteboardForm::name);
+    if (!stop.stop_requested() && found != held.end()) given = QString::fromUtf8(found->bytes);
+    co_return given;
+}
+
+QCoro::Task<std::optional<std::uint64_t>> ScriptedPasteboard::write(PasteboardContents contents,
+                                                                    std::uint64_t over) {
+    if (onWrite) onWrite();
+    std::optional<std::uint64_t> count;
+    if (m_change.count == over) {
+        written.push_back(contents);
+        writeAs(static_cast<ProcessId>(QCoreApplication::applicationPid()), std::move(contents));
+        count = m_change.count;
+    }
+    co_return count;
+}
+
+} // namespace vorq
