@@ -6,7 +6,9 @@
 namespace vorq {
 
 DesktopCapture::DesktopCapture(DesktopPlatform& platform, const PanelShowings& showings)
-    : m_log(platform.clock(),
+    : m_copyShortcut(
+          {platform.clock(), platform.pasteboard(), platform.keyPoster(), platform.workspace()}),
+      m_log(platform.clock(),
             CaptureLog::captureFileIn(platform.paths().applicationSupportFolder()),
             CaptureLog::placeFileOfEnvironment()),
       m_gate(platform.accessibility(), platform.workspace(), platform.defaults()),

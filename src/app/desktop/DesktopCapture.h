@@ -1,9 +1,9 @@
 #pragma once
 
+#include "capture/copy/CopyFallback.h"
 #include "capture/placement/SnapshotCapture.h"
 #include "capture/placement/WindowHighlightSearch.h"
 #include "capture/selection/CaptureLog.h"
-#include "capture/selection/CopyShortcut.h"
 #include "capture/selection/PanelCapture.h"
 #include "capture/selection/SelectionReader.h"
 #include "capture/source/CaptureGate.h"
@@ -30,7 +30,7 @@ class DesktopCapture final : public SelectionCapture {
     [[nodiscard]] SnapshotCapture& snapshots() { return m_snapshots; }
 
   private:
-    NoCopyShortcut m_copyShortcut;
+    CopyFallback m_copyShortcut;
     CaptureLog m_log;
     CaptureGate m_gate;
     SelectionReader m_reader;

@@ -4,22 +4,6 @@
 
 namespace vorq {
 
-LogLines* LogLines::s_current = nullptr;
-
-LogLines::LogLines() {
-    s_current = this;
-    m_former = qInstallMessageHandler(take);
-}
-
-LogLines::~LogLines() {
-    qInstallMessageHandler(m_former);
-    s_current = nullptr;
-}
-
-void LogLines::take(QtMsgType, const QMessageLogContext&, const QString& line) {
-    if (line.startsWith(u"Vorq")) s_current->m_lines += line;
-}
-
 AppDelegate::Ports ShellFixture::ports() {
     return {m_host,
             m_clock,
