@@ -1,0 +1,221 @@
+#include "capture/copy/PasteOver.h"
+
+#include "capture/copy/CopyChords.h"
+#include "capture/selection/AccessibleSelection.h"
+#include "capture/source/CaptureLogging.h"
+#include "support/text/Text.h"
+
+#include <QPointer>
+
+#include <memory>
+#include <utility>
+
+namespace vorq {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int pasteModifierRounds = 60;
+constexpr int pasteFrontRounds = 25;
+constexpr auto settlingAfterActivation = 100ms;
+constexpr auto settlingOfSelection = 40ms;
+constexpr auto settlingOfClipboard = 40ms;
+constexpr auto timeToPaste = 220ms;
+constexpr auto settlingOfPaste = 80ms;
+// An application that takes longer to tell is one that tells nothing.
+constexpr auto lookLimit = 2s;
+
+AccessibleElementPtr elementOf(const CaptureSource& from, const QString& original) {
+    if (auto focused = from.accessibility.focusedElement(from.process, from.stop)) return focused;
+    if (!from.process || original.isEmpty()) return nullptr;
+    return findTextElement(from.accessibility.application(*from.process, from.stop), original);
+}
+
+// The range tells also where the original occurs elsewhere.
+bool isReplacedIn(const QString& replacement, const PasteOver::Target& target,
+                  const AccessibleElement& element) {
+    if (selectionReplaced(target.original, replacement, element)) return true;
+    const auto value = element.value();
+    if (!value || !target.range || target.range->location < 0) return false;
+    return target.range->location <= value->size() && replacement != target.original &&
+           QStringView(*value).sliced(target.range->location).startsWith(replacement);
+}
+
+bool takesText(const AccessibleElement& element) {
+    return !element.isPasswordField().value_or(false);
+}
+
+// Has the original selected, if it is there.
+bool selectOriginal(const PasteOver::Target& target, AccessibleElement& element) {
+    if (!takesText(element) || !holdsOriginal(target.original, target.range, element)) return false;
+    if (hasAnySelection(element)) return true;
+    if (restoreSelection(target.original, target.range, element) && hasAnySelection(element))
+        return true;
+    return target.range && target.range->length >= 1 &&
+           element.setSelectedTextRange(*target.range) && hasAnySelection(element);
+}
+
+} // namespace
+
+bool PasteOver::isInFront(const Target& target) const {
+    const Workspace& workspace = m_services.workspace;
+    if (!target.source || workspace.frontmostProcess() != target.source) return false;
+    return !target.window || workspace.activeWindow() == target.window;
+}
+
+QCoro::Task<PasteOver::Outcome> PasteOver::replaceSelectedText(QString replacement, Target target,
+                                                               std::stop_token stop) {
+    const QPointer<PasteOver> self(this);
+    const Services services = m_services;
+    Outcome outcome = Outcome::NotReplaced;
+    if (replacement.isEmpty() || !services.accessibility.isTrusted()) co_return outcome;
+    SourceFocus focus({services.clock, services.keys, services.workspace});
+    co_await focus.waitForModifierKeysReleased(pasteModifierRounds, stop);
+    co_await focus.activateSourceApp(target.source, stop);
+    co_await sleepFor(services.clock, settlingAfterActivation, stop);
+    if (!self || stop.stop_requested()) co_return outcome;
+    outcome = co_await write(replacement, target, stop);
+    if (!self) co_return outcome;
+    if (outcome == Outcome::Replaced) remember(replacement, target);
+    focus.giveBack(target.source.value_or(0));
+    co_return outcome;
+}
+
+QCoro::Task<PasteOver::Sight> PasteOver::look(Target target, Look look, std::stop_token stop) {
+    const auto sight = std::make_shared<Sight>(Sight::Unknown);
+    Accessibility& accessibility = m_services.accessibility;
+    CaptureThread::Job job = [&accessibility, target, look = std::move(look),
+                              sight](std::stop_token running) {
+        const CaptureSource from{
+            .accessibility = accessibility, .process = target.source, .stop = std::move(running)};
+        if (const auto element = elementOf(from, target.original)) *sight = look(*element);
+    };
+    const bool isInTime = co_await m_thread.run(std::move(job), lookLimit, std::move(stop));
+    // Until it has come to its end, it still belongs to the other thread.
+    co_return isInTime ? *sight : Sight::Unknown;
+}
+
+QCoro::Task<PasteOver::Outcome> PasteOver::write(QString replacement, Target target,
+                                                 std::stop_token stop) {
+    const QPointer<PasteOver> self(this);
+    Outcome outcome = Outcome::NotReplaced;
+    Look writing = [replacement, target](AccessibleElement& element) {
+        if (!selectOriginal(target, element)) return Sight::Other;
+        if (element.setSelectedText(replacement) && isReplacedIn(replacement, target, element))
+            return Sight::Replaced;
+        return selectOriginal(target, element) ? Sight::Original : Sight::Other;
+    };
+    Sight sight = Sight::Other;
+    if (isInFront(target) || !target.window)
+        sight = co_await look(target, std::move(writing), stop);
+    if (!self || stop.stop_requested()) co_return outcome;
+    if (sight == Sight::Replaced) co_return Outcome::Replaced;
+    if (sight == Sight::Unknown) {
+        const bool isThere = co_await isOriginalCopied(target, stop);
+        if (!self || stop.stop_requested()) co_return outcome;
+        if (!isThere) sight = Sight::Other;
+    }
+    outcome = sight == Sight::Other
+                  ? co_await leaveOnClipboard(replacement)
+                  : co_await paste(replacement, target, sight != Sight::Unknown, stop);
+    co_return outcome;
+}
+
+QCoro::Task<bool> PasteOver::isOriginalCopied(Target target, std::stop_token stop) {
+    const QString copied = co_await m_services.copyShortcut.captureFromCopyShortcutFast(
+        target.source, std::move(stop));
+    co_return !copied.isEmpty() && copied == trimmed(target.original);
+}
+
+// A paste that leaves the original where it was is tried once more.
+QCoro::Task<PasteOver::Outcome> PasteOver::paste(QString replacement, Target target, bool isKnown,
+                                                 std::stop_token stop) {
+    const QPointer<PasteOver> self(this);
+    Clock& clock = m_services.clock;
+    Look judging = [replacement, target](AccessibleElement& element) {
+        if (isReplacedIn(replacement, target, element)) return Sight::Replaced;
+        if (selectionMatches(target.original, element)) return Sight::Original;
+        return selectOriginal(target, element) ? Sight::Unknown : Sight::Other;
+    };
+    Outcome outcome = Outcome::NotReplaced;
+    co_await sleepFor(clock, settlingOfSelection, stop);
+    for (int tries = 0; tries < 2; ++tries) {
+        if (!self || stop.stop_requested()) co_return outcome;
+        const auto pasted = co_await pasteOverSelection(replacement, target, stop);
+        if (!self || stop.stop_requested()) co_return outcome;
+        if (!pasted && pasted.error() == Obstacle::Clipboard) co_return outcome;
+        if (!pasted) co_return co_await leaveOnClipboard(replacement);
+        // It is given the benefit of the doubt.
+        if (!isKnown) co_return Outcome::Replaced;
+        co_await sleepFor(clock, settlingOfPaste, stop);
+        if (!self) co_return outcome;
+        const Sight sight = co_await look(target, judging, stop);
+        if (sight == Sight::Replaced) co_return Outcome::Replaced;
+        if (sight != Sight::Unknown) co_return outcome;
+    }
+    co_return outcome;
+}
+
+QCoro::Task<std::expected<void, PasteOver::Obstacle>>
+PasteOver::pasteOverSelection(QString text, Target target, std::stop_token stop) {
+    const QPointer<PasteOver> self(this);
+    const Services services = m_services;
+    std::expected<void, Obstacle> result = std::unexpected(Obstacle::Target);
+    const auto application =
+        target.source ? services.workspace.application(*target.source) : std::nullopt;
+    const auto chord = application ? pasteChordOf(application->identifier) : std::nullopt;
+    if (!chord || !services.keys.supported() || !services.pasteboard.supported()) co_return result;
+    SourceFocus focus({services.clock, services.keys, services.workspace});
+    const bool isFront = co_await focus.bringToFront(*target.source, pasteFrontRounds, stop);
+    if (!isFront) qCInfo(captureLog, "paste: aborted — source not frontmost or Vorq still key");
+    if (self && isFront && !stop.stop_requested())
+        result = co_await postPaste(text, target, *chord, stop);
+    focus.giveBack(*target.source);
+    co_return result;
+}
+
+// Once something of ours is on the clipboard, that is to be given back, whoever is gone.
+QCoro::Task<std::expected<void, PasteOver::Obstacle>>
+PasteOver::postPaste(QString text, Target target, KeyChord chord, std::stop_token stop) {
+    const QPointer<PasteOver> self(this);
+    const Services services = m_services;
+    std::expected<void, Obstacle> result = std::unexpected(Obstacle::Clipboard);
+    ClipboardLoan loan({services.clock, services.pasteboard, services.keys, services.workspace},
+                       *target.source);
+    const bool isBegun = co_await loan.begin(stop);
+    if (!self || !isBegun || stop.stop_requested()) co_return result;
+    const bool isPut = co_await loan.put(pasteboardText(text));
+    if (!isPut) co_return result;
+    co_await sleepFor(services.clock, settlingOfClipboard, {});
+    const bool isPosted = self && isInFront(target) && services.keys.post(chord, *target.source);
+    if (isPosted) co_await sleepFor(services.clock, timeToPaste, {});
+    co_await loan.giveBack();
+    if (isPosted) co_return {};
+    co_return std::unexpected(Obstacle::Target);
+}
+
+QCoro::Task<PasteOver::Outcome> PasteOver::leaveOnClipboard(QString text) {
+    Pasteboard& pasteboard = m_services.pasteboard;
+    const auto written =
+        co_await pasteboard.write(pasteboardText(text), pasteboard.lastChange().count);
+    co_return written ? Outcome::OnClipboard : Outcome::NotReplaced;
+}
+
+void PasteOver::remember(const QString& replacement, const Target& target) {
+    Target written = target;
+    written.original = replacement;
+    if (written.range) written.range->length = replacement.size();
+    m_undo = Undo{.original = target.original, .target = std::move(written)};
+}
+
+QCoro::Task<PasteOver::Outcome> PasteOver::undo(std::stop_token stop) {
+    const QPointer<PasteOver> self(this);
+    const auto undone = std::exchange(m_undo, std::nullopt);
+    if (!undone) co_return Outcome::NotReplaced;
+    const Outcome outcome =
+        co_await replaceSelectedText(undone->original, undone->target, std::move(stop));
+    if (self) m_undo.reset();
+    co_return outcome;
+}
+
+} // namespace vorq

@@ -1,0 +1,244 @@
+#include "capture/copy/PasteOver.h"
+#include "doubles/capture/CaptureFixture.h"
+#include "platform/testing/ScriptedKeyPoster.h"
+#include "platform/testing/ScriptedPasteboard.h"
+#include "platform/testing/ScriptedWorkspace.h"
+
+namespace vorq {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::IsEmpty;
+using testing::SizeIs;
+using Outcome = PasteOver::Outcome;
+
+class PasteOverTest : public testing::Test {
+  protected:
+    static constexpr ProcessId editor = 42;
+    static constexpr ProcessId other = 43;
+
+    PasteOverTest() {
+        workspace.launch({editor, QStringLiteral("mousepad"), QStringLiteral("Mousepad")});
+        workspace.launch({other, QStringLiteral("gedit"), QStringLiteral("Gedit")});
+        workspace.bringToFront(editor);
+        pasteboard.writeAs(other, users);
+        keys.hasKeyboard = [this](ProcessId process) {
+            return workspace.frontmostProcess() == process;
+        };
+        accessibility.focusedName = QStringLiteral("field");
+        field.content = "an old text";
+        field.text = "old";
+        field.range = target.range;
+    }
+
+    // It replaces what is selected by what the clipboard holds.
+    void pasteOnPost() {
+        keys.onPost = [this](KeyChord, ProcessId) {
+            pasted = QString::fromUtf8(pasteboard.held.front().bytes);
+            field.content = field.content->replace(3, 3, pasted);
+            field.text.reset();
+            field.range = TextRange{.location = 3 + pasted.size(), .length = 0};
+        };
+    }
+
+    Outcome finish(const Running<Outcome>& running) {
+        for (const QDeadlineTimer guard(30'000); !running.hasEnded() && !guard.hasExpired();) {
+            Running<Outcome>::turnOnce();
+            clock.advance(2ms);
+        }
+        return running.result();
+    }
+    Outcome replace(const QString& replacement = QStringLiteral("new")) {
+        return finish(Running<Outcome>(paster.replaceSelectedText(replacement, target, {})));
+    }
+    Outcome undo() { return finish(Running<Outcome>(paster.undo({}))); }
+
+    void expectOnClipboard(const QString& text) const {
+        EXPECT_EQ(pasteboard.held, pasteboardText(text));
+        EXPECT_EQ(field.content, "an old text");
+        EXPECT_THAT(keys.posted(), IsEmpty());
+    }
+
+    const PasteboardContents users = pasteboardText("user's");
+    PasteOver::Target target{.source = editor,
+                             .window = static_cast<WindowId>(editor),
+                             .original = "old",
+                             .range = TextRange{.location = 3, .length = 3}};
+    QString pasted;
+    ManualClock clock;
+    ScriptedAccessibility accessibility;
+    ScriptedWorkspace workspace;
+    ScriptedPasteboard pasteboard;
+    ScriptedKeyPoster keys;
+    ScriptedCopyShortcut copyShortcut;
+    ScriptedElement& field = accessibility.element(QStringLiteral("field"));
+    PasteOver paster{{clock, accessibility, pasteboard, keys, workspace, copyShortcut}};
+};
+
+TEST_F(PasteOverTest, WritesByAccessibilityWhereThatIsTaken) {
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_EQ(field.text, "new");
+    EXPECT_THAT(keys.posted(), IsEmpty());
+    EXPECT_THAT(pasteboard.written, IsEmpty());
+}
+
+TEST_F(PasteOverTest, PastesWhereAWriteWasSaidToBeTakenAndWasNot) {
+    field.feignsWrites = true;
+    pasteOnPost();
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_EQ(pasted, "new");
+    EXPECT_EQ(field.content, "an new text");
+    EXPECT_THAT(keys.posted(), SizeIs(1));
+    EXPECT_EQ(pasteboard.held, users);
+}
+
+TEST_F(PasteOverTest, GivesUpWhereTheOriginalStaysSelected) {
+    field.feignsWrites = true;
+    EXPECT_EQ(replace(), Outcome::NotReplaced);
+    EXPECT_THAT(keys.posted(), SizeIs(1));
+    EXPECT_EQ(pasteboard.held, users);
+}
+
+TEST_F(PasteOverTest, PastesOnceMoreWhereTheOriginalIsThereAndNotSelected) {
+    field.feignsWrites = true;
+    keys.onPost = [this](KeyChord, ProcessId) {
+        field.text.reset();
+        field.range.reset();
+    };
+    EXPECT_EQ(replace(), Outcome::NotReplaced);
+    EXPECT_THAT(keys.posted(), SizeIs(2));
+}
+
+TEST_F(PasteOverTest, PastesNoSecondTimeWhereItLandedChanged) {
+    field.feignsWrites = true;
+    keys.onPost = [this](KeyChord, ProcessId) {
+        field.text.reset();
+        field.range = TextRange{.location = 6, .length = 0};
+        field.content = "an New text";
+    };
+    EXPECT_EQ(replace(), Outcome::NotReplaced);
+    EXPECT_THAT(keys.posted(), SizeIs(1));
+}
+
+TEST_F(PasteOverTest, KnowsTheReplacementWhereTheOriginalOccursAgain) {
+    field.feignsWrites = true;
+    field.content = "an old text of old words";
+    pasteOnPost();
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_EQ(field.content, "an new text of old words");
+    EXPECT_THAT(keys.posted(), SizeIs(1));
+}
+
+TEST_F(PasteOverTest, SelectsTheOriginalAgainWhereItLostItsSelection) {
+    field.text.reset();
+    field.range = TextRange{.location = 0, .length = 0};
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_EQ(field.range, target.range);
+}
+
+TEST_F(PasteOverTest, LeavesTheTextOnTheClipboardWhereAnotherDocumentIsOpen) {
+    field.text.reset();
+    field.range.reset();
+    field.content = "something else altogether";
+    EXPECT_EQ(replace(), Outcome::OnClipboard);
+    EXPECT_EQ(pasteboard.held, pasteboardText("new"));
+    EXPECT_THAT(keys.posted(), IsEmpty());
+}
+
+TEST_F(PasteOverTest, LeavesTheTextOnTheClipboardWhereSomethingElseIsSelected) {
+    field.text = "text";
+    EXPECT_EQ(replace(), Outcome::OnClipboard);
+    expectOnClipboard("new");
+}
+
+TEST_F(PasteOverTest, LeavesTheTextOnTheClipboardWhereAnotherWindowIsInFront) {
+    target.window = 4711;
+    EXPECT_EQ(replace(), Outcome::OnClipboard);
+    expectOnClipboard("new");
+}
+
+TEST_F(PasteOverTest, LeavesTheTextOnTheClipboardWhereTheApplicationIsClosed) {
+    workspace.quit(editor);
+    workspace.bringToFront(other);
+    EXPECT_EQ(replace(), Outcome::OnClipboard);
+    expectOnClipboard("new");
+}
+
+TEST_F(PasteOverTest, WritesIntoNoFieldForPasswords) {
+    field.hidesText = true;
+    EXPECT_EQ(replace(), Outcome::OnClipboard);
+    expectOnClipboard("new");
+}
+
+TEST_F(PasteOverTest, PastesNothingWhereTheFocusIsStolenMidway) {
+    field.feignsWrites = true;
+    keys.hasKeyboard = [](ProcessId) { return false; };
+    EXPECT_EQ(replace(), Outcome::OnClipboard);
+    expectOnClipboard("new");
+}
+
+TEST_F(PasteOverTest, PastesIntoNoTerminal) {
+    field.feignsWrites = true;
+    workspace.launch({editor, QStringLiteral("org.kde.konsole"), QStringLiteral("Konsole")});
+    EXPECT_EQ(replace(), Outcome::OnClipboard);
+    expectOnClipboard("new");
+}
+
+TEST_F(PasteOverTest, PastesWhereAccessibilityTellsNothingAndACopyGivesTheOriginal) {
+    accessibility.focusedName.reset();
+    copyShortcut.text = "old";
+    pasteOnPost();
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_EQ(field.content, "an new text");
+    EXPECT_EQ(copyShortcut.copies, 1);
+}
+
+TEST_F(PasteOverTest, PastesNothingWhereACopyGivesAnotherText) {
+    accessibility.focusedName.reset();
+    copyShortcut.text = "else";
+    EXPECT_EQ(replace(), Outcome::OnClipboard);
+    expectOnClipboard("new");
+}
+
+TEST_F(PasteOverTest, LeavesAClipboardAloneThatCouldNotBeGivenBack) {
+    field.feignsWrites = true;
+    pasteboard.refusal = QStringLiteral("too much");
+    EXPECT_EQ(replace(), Outcome::NotReplaced);
+    EXPECT_THAT(pasteboard.written, IsEmpty());
+    EXPECT_THAT(keys.posted(), IsEmpty());
+}
+
+TEST_F(PasteOverTest, KeepsWhatSomebodyElseWritesMeanwhile) {
+    field.feignsWrites = true;
+    pasteOnPost();
+    const auto paste = keys.onPost;
+    keys.onPost = [this, paste](KeyChord chord, ProcessId process) {
+        paste(chord, process);
+        pasteboard.writeAs(other, pasteboardText("of another"));
+    };
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_EQ(pasteboard.held, pasteboardText("of another"));
+}
+
+TEST_F(PasteOverTest, DoesNothingForNoTextOrWithoutTrust) {
+    EXPECT_EQ(replace(QString()), Outcome::NotReplaced);
+    accessibility.trusted = false;
+    EXPECT_EQ(replace(), Outcome::NotReplaced);
+    EXPECT_THAT(pasteboard.written, IsEmpty());
+}
+
+TEST_F(PasteOverTest, PutsBackWhatWasThereOnce) {
+    field.feignsWrites = true;
+    pasteOnPost();
+    EXPECT_EQ(undo(), Outcome::NotReplaced);
+    ASSERT_EQ(replace(), Outcome::Replaced);
+    ASSERT_TRUE(paster.canUndo());
+    EXPECT_EQ(undo(), Outcome::Replaced);
+    EXPECT_EQ(field.content, "an old text");
+    EXPECT_FALSE(paster.canUndo());
+    EXPECT_EQ(undo(), Outcome::NotReplaced);
+    EXPECT_EQ(pasteboard.held, users);
+}
+
+} // namespace
+} // namespace vorq
