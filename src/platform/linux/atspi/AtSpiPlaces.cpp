@@ -1,20 +1,12 @@
 #include "platform/linux/atspi/AtSpiPlaces.h"
 
-#include <condition_variable>
-#include <mutex>
+#include "support/async/BlockFor.h"
 
 namespace vorq {
 namespace {
 
-constexpr std::chrono::milliseconds pause{10};
+constexpr std::chrono::milliseconds pauseBetween{10};
 constexpr int deepestElement = 40;
-
-void waitFor(std::chrono::milliseconds time, const std::stop_token& stop) {
-    std::mutex mutex;
-    std::condition_variable_any never;
-    std::unique_lock lock(mutex);
-    never.wait_for(lock, stop, time, [] { return false; });
-}
 
 // The first character of a paragraph that has any, from an offset on; nothing if there is none.
 std::optional<qsizetype> paragraphFrom(QStringView text, qsizetype offset) {
@@ -30,11 +22,11 @@ std::optional<QRectF> AtSpiPlaces::ask(const QDBusMessage& question) const {
     QDBusMessage reply = m_bus.call(question, m_stop);
     bool isFirst = true;
     while (reply.type() == QDBusMessage::ReplyMessage && !atspi::rectIn(reply)) {
-        const bool mayWait = m_toolkit.tellsPlacesLate && m_patience.left >= pause;
+        const bool mayWait = m_toolkit.tellsPlacesLate && m_patience.left >= pauseBetween;
         if (m_stop.stop_requested() || (!isFirst && !mayWait)) break;
         if (!isFirst) {
-            waitFor(pause, m_stop);
-            m_patience.left -= pause;
+            blockFor(pauseBetween, m_stop);
+            m_patience.left -= pauseBetween;
         }
         isFirst = false;
         reply = m_bus.call(question, m_stop);

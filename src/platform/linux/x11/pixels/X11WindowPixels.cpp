@@ -2,34 +2,26 @@
 
 #include "platform/linux/x11/X11Reply.h"
 #include "platform/linux/x11/pixels/SharedMemory.h"
+#include "support/async/BlockFor.h"
 
 #include <xcb/composite.h>
 #include <xcb/shm.h>
 #include <xcb/xcb.h>
 
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 #include <vector>
 
 namespace vorq {
 namespace {
 
 // More than a window over a screen of 7680 by 4320 pixels.
-constexpr std::int64_t mostBytes = std::int64_t{160} * 1024 * 1024;
+constexpr std::int64_t largestPicture = std::int64_t{160} * 1024 * 1024;
 
 // A program draws what was covered once it hears that it can be seen; most do with their next
 // frame.
 constexpr std::chrono::milliseconds timeToDraw{60};
 
 constexpr std::uint32_t allPlanes = ~0U;
-
-void waitFor(std::chrono::milliseconds time, const std::stop_token& stop) {
-    std::mutex mutex;
-    std::condition_variable_any never;
-    std::unique_lock lock(mutex);
-    never.wait_for(lock, stop, time, [] { return false; });
-}
 
 const xcb_visualtype_t* visualOf(const xcb_setup_t* setup, xcb_visualid_t id) {
     for (auto screen = xcb_setup_roots_iterator(setup); screen.rem > 0; xcb_screen_next(&screen)) {
@@ -71,7 +63,7 @@ std::expected<WindowPicture, QString> X11WindowPixels::read(X11Connection::Windo
     const std::optional<Layout> layout = layoutOf(window, *size);
     if (!layout)
         return std::unexpected(QStringLiteral("The window has pixels of an unknown form."));
-    if (layout->bytesPerRow * size->height > mostBytes)
+    if (layout->bytesPerRow * size->height > largestPicture)
         return std::unexpected(QStringLiteral("The window is too large."));
 
     const QRect contents = contentsOf(*size, *place);
@@ -171,7 +163,7 @@ std::optional<WindowPicture> X11WindowPixels::redirectedImage(X11Connection::Win
     if (!version) return std::nullopt;
     xcb_composite_redirect_window(connection, window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
     xcb_flush(connection);
-    if (!hasCompositor()) waitFor(timeToDraw, stop);
+    if (!hasCompositor()) blockFor(timeToDraw, stop);
     const xcb_pixmap_t pixmap = xcb_generate_id(connection);
     xcb_composite_name_window_pixmap(connection, window, pixmap);
     std::optional<WindowPicture> picture;
