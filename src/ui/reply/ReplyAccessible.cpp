@@ -44,8 +44,8 @@ QAccessibleInterface* ReplyAccessible::parent() const {
 QAccessibleInterface* ReplyAccessible::focusChild() const {
     if (!view().hasActiveFocus()) return nullptr;
     ReplyElements& elements = view().elements();
-    const bool isInText = view().isCaretShown() && childCount() > 0;
-    return isInText ? elements.at(elements.keyAt(view().cursor())) : elements.reply();
+    const bool isInText = view().selection().isCaretShown() && childCount() > 0;
+    return isInText ? elements.at(elements.keyAt(view().selection().cursor())) : elements.reply();
 }
 
 QAccessibleInterface* ReplyAccessible::child(int index) const {
@@ -77,7 +77,8 @@ QAccessible::State ReplyAccessible::state() const {
     QAccessible::State state;
     state.focusable = true;
     // Only one has the keyboard: the text that the caret is in, once there is one.
-    state.focused = view().hasActiveFocus() && !(view().isCaretShown() && childCount() > 0);
+    state.focused =
+        view().hasActiveFocus() && !(view().selection().isCaretShown() && childCount() > 0);
     state.multiLine = true;
     state.selectableText = true;
     state.invisible = !view().isVisible() || !window() || !window()->isVisible();

@@ -1,7 +1,5 @@
 #include "ui/reply/ReplyCanvas.h"
 
-#include "ui/reply/ReplyView.h"
-
 #include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
@@ -13,6 +11,7 @@
 namespace vorq {
 namespace {
 
+constexpr double arrivalStart = 0.55;
 constexpr double hairsbreadth = 1e-6; // what reckoning with fractions loses
 
 int pixelsUpTo(double points, double scale) {
@@ -24,8 +23,30 @@ int pixelsDownTo(double points, double scale) {
 
 } // namespace
 
-ReplyCanvas::ReplyCanvas(ReplyView& view) : QQuickItem(&view), m_view(view) {
+ReplyCanvas::ReplyCanvas(QQuickItem& sheet, const ReplyLayout& layout)
+    : QQuickItem(&sheet), m_layout(layout) {
     setFlag(ItemHasContents);
+    connect(&m_arrival, &QVariantAnimation::valueChanged, this, [this](const QVariant& opacity) {
+        m_look.arrivingOpacity = opacity.toDouble();
+        repaintFrom(m_layout.topOf(m_look.arrivingFrom));
+    });
+    connect(&m_arrival, &QVariantAnimation::finished, this, [this] { m_look.arrivingFrom = -1; });
+}
+
+void ReplyCanvas::setSelection(const ReplyRange& selection) {
+    m_look.selection = selection;
+    repaint();
+}
+
+void ReplyCanvas::fadeIn(int row, int duration) {
+    if (duration <= 0) return;
+    m_look.arrivingFrom = m_look.arrivingFrom < 0 ? row : std::min(m_look.arrivingFrom, row);
+    m_look.arrivingOpacity = arrivalStart;
+    m_arrival.stop();
+    m_arrival.setStartValue(arrivalStart);
+    m_arrival.setEndValue(1.0);
+    m_arrival.setDuration(duration);
+    m_arrival.start();
 }
 
 void ReplyCanvas::setStrip(const QRectF& strip) {
@@ -99,11 +120,7 @@ bool ReplyCanvas::paintStale(double scale) {
 
 void ReplyCanvas::paint(QPainter& painter, const QRectF& part) const {
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    ReplyLayout::Look look;
-    look.selection = m_view.selection();
-    look.arrivingFrom = m_view.m_arrivingFrom;
-    look.arrivingOpacity = m_view.arrivalOpacity();
-    m_view.layout().draw(painter, part, look);
+    m_layout.draw(painter, part, m_look);
 }
 
 void ReplyCanvas::itemChange(ItemChange change, const ItemChangeData& data) {

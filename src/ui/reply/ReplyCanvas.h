@@ -1,13 +1,14 @@
 #pragma once
 
+#include "ui/reply/ReplyLayout.h"
+
 #include <QImage>
 #include <QQuickItem>
+#include <QVariantAnimation>
 
 #include <limits>
 
 namespace vorq {
-
-class ReplyView;
 
 /// The strip of a reply that is in view, painted. It stands on whole pixels of the screen wherever
 /// the reply is, so that text is sharp at any scale. A part of it can be painted anew. Main thread
@@ -16,7 +17,8 @@ class ReplyCanvas final : public QQuickItem {
     Q_OBJECT
 
   public:
-    explicit ReplyCanvas(ReplyView& view);
+    /// It stands in the item, and shows the layout. Both must outlive it.
+    ReplyCanvas(QQuickItem& sheet, const ReplyLayout& layout);
 
     /// In the reply's coordinates.
     [[nodiscard]] const QRectF& strip() const { return m_strip; }
@@ -29,6 +31,10 @@ class ReplyCanvas final : public QQuickItem {
     void repaint() { repaintFrom(m_strip.top()); }
     void repaintFrom(double replyY);
 
+    void setSelection(const ReplyRange& selection);
+    /// Has the blocks from the row on come in over so many milliseconds.
+    void fadeIn(int row, int duration);
+
   protected:
     QSGNode* updatePaintNode(QSGNode* former, UpdatePaintNodeData*) override;
     void itemChange(ItemChange change, const ItemChangeData& data) override;
@@ -39,7 +45,9 @@ class ReplyCanvas final : public QQuickItem {
 
     static constexpr double nothing = std::numeric_limits<double>::infinity();
 
-    ReplyView& m_view;
+    const ReplyLayout& m_layout;
+    ReplyLayout::Look m_look;
+    QVariantAnimation m_arrival;
     QRectF m_strip;
     QImage m_picture;
     double m_staleFrom = nothing; // a height of the reply

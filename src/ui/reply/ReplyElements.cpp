@@ -48,8 +48,8 @@ ReplyElementKey ReplyElements::keyAt(const ReplyPosition& position) const {
 }
 
 bool ReplyElements::isFocused(const ReplyElement& element) const {
-    return m_view.hasActiveFocus() && m_view.isCaretShown() && m_view.layout().count() > 0 &&
-           keyAt(m_view.cursor()) == element.key();
+    return m_view.hasActiveFocus() && m_view.selection().isCaretShown() &&
+           m_view.layout().count() > 0 && keyAt(m_view.selection().cursor()) == element.key();
 }
 
 QList<QAccessible::Id> ReplyElements::followChange(const ReplyBlocks::Change& change) {

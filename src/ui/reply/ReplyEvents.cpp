@@ -11,8 +11,8 @@ namespace vorq {
 // The text that the caret is in, once there is one; the reply before.
 QAccessibleInterface* ReplyEvents::holder() const {
     ReplyElements& elements = m_view.elements();
-    const bool isInText = m_view.isCaretShown() && m_view.layout().count() > 0;
-    return isInText ? elements.at(elements.keyAt(m_view.cursor())) : elements.reply();
+    const bool isInText = m_view.selection().isCaretShown() && m_view.layout().count() > 0;
+    return isInText ? elements.at(elements.keyAt(m_view.selection().cursor())) : elements.reply();
 }
 
 void ReplyEvents::tellFocus(QAccessibleInterface& element) {

@@ -35,7 +35,7 @@ int ReplyText::offsetOf(const ReplyPosition& position) const {
 // What is selected of this part.
 ReplyRange ReplyText::selected() const {
     const ReplyRange part = span();
-    const ReplyRange all = view().selection();
+    const ReplyRange all = view().selection().range();
     return {std::max(all.from, part.from), std::min(all.to, part.to)};
 }
 
@@ -62,7 +62,7 @@ void ReplyText::setSelection(int, int start, int end) {
 }
 
 int ReplyText::cursorPosition() const {
-    return offsetOf(view().cursor());
+    return offsetOf(view().selection().cursor());
 }
 
 void ReplyText::setCursorPosition(int position) {

@@ -14,227 +14,180 @@
 namespace vorq {
 namespace {
 
-// A slice of layout leaves most of a frame to everything else.
-constexpr int sliceTime = 6;
-constexpr double arrivalStart = 0.55;
-// The canvas reaches beyond what is in view and moves in steps, so that it is not painted anew for
-// each pixel that is scrolled nor for each line that comes.
-constexpr double overscan = 128;
-constexpr double canvasStep = 256;
-
-double stepBelow(double y) {
-    return std::floor(y / canvasStep) * canvasStep;
-}
-double stepAbove(double y) {
-    return std::ceil(y / canvasStep) * canvasStep;
-}
+// So near to glyphs a press means them.
+constexpr double glyphSlack = 16;
+constexpr double lineSlack = 8;
 
 } // namespace
 
-ReplyView::ReplyView(QQuickItem* parent) : QQuickItem(parent), m_canvas(new ReplyCanvas(*this)) {
+ReplyView::ReplyView(QQuickItem* parent) : ReplySheet(parent) {
     setAcceptedMouseButtons(Qt::LeftButton);
     setAcceptHoverEvents(true);
     setFlag(ItemIsFocusScope, false);
     ReplyAccessible::install();
     QAccessible::installActivationObserver(this);
-    m_more.setSingleShot(true);
-    m_more.setInterval(0);
-    connect(&m_more, &QTimer::timeout, this, &ReplyView::layOutNow);
-    connect(&m_arrival, &QVariantAnimation::valueChanged, m_canvas,
-            [this] { m_canvas->repaintFrom(m_layout.topOf(m_arrivingFrom)); });
-    connect(&m_arrival, &QVariantAnimation::finished, this, [this] { m_arrivingFrom = -1; });
-    connect(this, &ReplyView::growingChanged, this, &ReplyView::handleGrowth);
-    connect(this, &ReplyView::rawChanged, this, &ReplyView::handleGrowth);
+    connect(this, &ReplyView::growingChanged, this, &ReplyView::tellSpoken);
+    connect(this, &ReplyView::rawChanged, this, &ReplyView::tellSpoken);
+    connect(this, &ReplyView::rawChanged, this, [this] { m_events.handleGrowth(); });
+    const auto moveBounds = [this] {
+        if (m_bridge && m_bridge->isWatching(this)) m_bridge->refresh();
+    };
+    // The pill stands beside the selection wherever it scrolls to.
+    connect(this, &ReplyView::layoutChanged, this, moveBounds);
+    connect(this, &ReplyView::viewChanged, this, moveBounds);
 }
 
 ReplyView::~ReplyView() {
     QAccessible::removeActivationObserver(this);
-    watchClicks(false);
     if (m_bridge && m_bridge->isWatching(this)) {
         m_bridge->watch(nullptr, nullptr);
         m_bridge->clear();
     }
 }
 
-void ReplyView::setRaw(const QString& raw) {
-    if (raw == m_blocks.raw()) return;
-    const ReplyBlocks::Change change = m_blocks.setRaw(raw);
-    m_layout.replace(change.row, change.removed, m_blocks.blocks().mid(change.row, change.added));
+void ReplyView::handleChange(const ReplyBlocks::Change& change) {
     if (m_elements) m_events.forget(m_elements->followChange(change));
-    if (change.added > change.removed) fadeIn(change.row + change.removed);
-    moveSelection(change);
-    layOutNow();
-    emit rawChanged();
-    m_events.handleGrowth();
-}
-
-bool ReplyView::setTheme(const ReplyTheme& theme) {
-    if (m_theme == theme) return false;
-    m_theme = theme;
-    m_layout.setTheme(theme);
-    layOutNow();
-    return true;
-}
-
-void ReplyView::setBaseColor(const QColor& color) {
-    ReplyTheme theme = m_theme;
-    theme.ink = color;
-    if (setTheme(theme)) emit colorsChanged();
-}
-void ReplyView::setLinkColor(const QColor& color) {
-    ReplyTheme theme = m_theme;
-    theme.link = color;
-    if (setTheme(theme)) emit colorsChanged();
-}
-void ReplyView::setSelectionColor(const QColor& color) {
-    ReplyTheme theme = m_theme;
-    theme.selection = color;
-    if (setTheme(theme)) emit colorsChanged();
-}
-void ReplyView::setHighContrast(bool isOn) {
-    ReplyTheme theme = m_theme;
-    theme.hasHighContrast = isOn;
-    if (setTheme(theme)) emit highContrastChanged();
-}
-void ReplyView::setTextScale(double scale) {
-    ReplyTheme theme = m_theme;
-    theme.textScale = scale;
-    if (setTheme(theme)) emit textScaleChanged();
-}
-
-void ReplyView::setViewTop(double top) {
-    if (m_viewTop == top) return;
-    m_viewTop = top;
-    placeCanvas();
-    // The pill stands beside the selection wherever it scrolls to.
-    if (m_bridge && m_bridge->isWatching(this)) m_bridge->refresh();
-    emit viewChanged();
-}
-
-void ReplyView::setViewHeight(double height) {
-    if (m_viewHeight == height) return;
-    m_viewHeight = height;
-    placeCanvas();
-    emit viewChanged();
-}
-
-void ReplyView::geometryChange(const QRectF& next, const QRectF& former) {
-    QQuickItem::geometryChange(next, former);
-    if (next.width() != former.width()) layOutNow();
+    if (m_selection.followChange(change)) handleSelectionMove();
 }
 
 void ReplyView::itemChange(ItemChange change, const ItemChangeData& data) {
-    QQuickItem::itemChange(change, data);
-    if (change == ItemSceneChange && !data.window) watchClicks(false);
+    ReplySheet::itemChange(change, data);
+    if (change == ItemSceneChange && !data.window) m_pressesElsewhere.watch(false);
 }
 
-void ReplyView::layOutNow() {
-    if (width() <= 0) return;
-    if (!m_layout.layOut(width(), QDeadlineTimer(sliceTime))) m_more.start();
-    publishLayout();
+void ReplyView::select(ReplyPosition anchor, ReplyPosition cursor) {
+    if (m_selection.select(anchor, cursor)) handleSelectionMove();
 }
 
-void ReplyView::publishLayout() {
-    setImplicitHeight(m_layout.height());
-    placeCanvas();
-    findCode();
-    m_canvas->repaintFrom(m_layout.takeStale());
-    if (hasSelection() && m_bridge) m_bridge->refresh();
-    emit layoutChanged();
+void ReplyView::clearSelection() {
+    select(m_selection.cursor(), m_selection.cursor());
 }
 
-// Paints anew once what is painted no longer reaches all of what is in view.
-void ReplyView::placeCanvas() {
-    const double height = m_layout.height();
-    const double top = std::clamp(m_viewTop, 0.0, height);
-    const double bottom = std::clamp(m_viewTop + m_viewHeight, 0.0, height);
-    m_canvas->setVisible(bottom > top);
-    if (bottom <= top) return;
-    const double from = std::max(0.0, stepBelow(m_viewTop - overscan));
-    const double end = m_isGrowing ? stepAbove(height) : std::ceil(height);
-    const QRectF strip(0, from, width(),
-                       std::min(end, stepAbove(m_viewTop + m_viewHeight + overscan)) - from);
-    polish();
-    if (strip == m_canvas->strip()) return;
-    m_canvas->setStrip(strip);
-    findCode();
-}
-
-// And the next on both sides, for Tab to lead on to.
-void ReplyView::findCode() {
-    QList<ReplyCodes::Code> codes;
-    int number = 0;
-    const QRectF& strip = m_canvas->strip();
-    for (int row = 0; row < m_layout.count() && m_layout.isSet(row); ++row) {
-        if (m_layout.kind(row) != AssistantReplyDocument::Kind::Code) continue;
-        const QRectF plate = m_layout.blockRect(row);
-        if (plate.bottom() < strip.top()) codes.clear();
-        codes += {number++, plate};
-        if (plate.top() > strip.bottom()) break;
+void ReplyView::handleSelectionMove() {
+    if (m_bridge) {
+        if (hasSelection() && !m_bridge->isWatching(this)) m_bridge->watch(this, this);
+        if (m_bridge->isWatching(this)) m_bridge->refresh();
     }
-    m_codes.setCodes(codes);
+    m_pressesElsewhere.watch(hasSelection());
+    canvas().setSelection(m_selection.range());
+    m_events.handleCaretMove();
+    emit selectionChanged();
+    if (m_selection.isCaretShown()) emit caretChanged();
 }
 
-void ReplyView::fadeIn(int row) {
-    if (!m_isGrowing || m_arrivalDuration <= 0) return;
-    m_arrivingFrom = m_arrivingFrom < 0 ? row : std::min(m_arrivingFrom, row);
-    m_arrival.stop();
-    m_arrival.setStartValue(arrivalStart);
-    m_arrival.setEndValue(1.0);
-    m_arrival.setDuration(m_arrivalDuration);
-    m_arrival.start();
+std::optional<QString> ReplyView::selectedText() const {
+    return m_selection.text();
 }
 
-double ReplyView::arrivalOpacity() const {
-    return m_arrivingFrom < 0 ? 1.0 : m_arrival.currentValue().toDouble();
+std::optional<QRectF> ReplyView::layoutSelectionRect() const {
+    const QRectF line = layout().firstLineRect(m_selection.range());
+    if (line.isNull()) return std::nullopt;
+    return m_container ? mapRectToItem(m_container, line) : line;
 }
 
-// Before each frame for which the reply may have moved; where it is, is settled only then.
-void ReplyView::updatePolish() {
-    m_canvas->align();
+bool ReplyView::isPointInSelection(QPointF globalPoint) const {
+    return layout().covers(mapFromGlobal(globalPoint), m_selection.range());
+}
+
+bool ReplyView::hasGlyphsAt(QPointF globalPoint) const {
+    const QPointF at = mapFromGlobal(globalPoint);
+    const ReplyRange all{{}, layout().end()};
+    for (const double dx : {0.0, -glyphSlack, glyphSlack})
+        for (const double dy : {0.0, -lineSlack, lineSlack})
+            if (layout().covers(at + QPointF(dx, dy), all)) return true;
+    return false;
+}
+
+std::optional<double> ReplyView::sidewaysHeightAt(QPointF point) const {
+    for (const ReplyCodes::Code& code : codes().codes())
+        if (code.plate.contains(point)) return code.plate.height();
+    return std::nullopt;
+}
+
+void ReplyView::hoverEnterEvent(QHoverEvent* event) {
+    event->ignore();
+}
+
+void ReplyView::hoverLeaveEvent(QHoverEvent* event) {
+    event->ignore();
+}
+
+void ReplyView::keyPressEvent(QKeyEvent* event) {
+    event->setAccepted(m_keys.handleKey(*event));
+}
+
+void ReplyView::focusInEvent(QFocusEvent* event) {
+    m_keys.handleFocus(event->reason());
+    emit caretChanged();
+    m_events.handleFocus(); // in place of what items tell themselves
+}
+
+void ReplyView::focusOutEvent(QFocusEvent* event) {
+    m_keys.handleFocusLoss(event->reason());
+    emit caretChanged();
+    QQuickItem::focusOutEvent(event);
+}
+
+void ReplyView::setVisualFocus(bool isVisual) {
+    if (m_hasVisualFocus == isVisual) return;
+    m_hasVisualFocus = isVisual;
+    emit visualFocusChanged();
+}
+
+QRectF ReplyView::caret() const {
+    const bool isThere = m_selection.isCaretShown() && hasActiveFocus() && !hasSelection();
+    return isThere ? layout().cursorRect(m_selection.cursor()) : QRectF();
+}
+
+QPointF ReplyView::menuPlace() const {
+    const bool isSomewhere = m_selection.isCaretShown() || hasSelection();
+    const QPointF at =
+        isSomewhere ? layout().cursorRect(m_selection.cursor()).bottomLeft() : QPointF();
+    const double bottom = std::min(height(), viewTop() + viewHeight());
+    const double top = std::clamp(viewTop(), 0.0, std::max(0.0, bottom));
+    return {std::clamp(at.x(), 0.0, std::max(0.0, width())),
+            std::clamp(at.y(), top, std::max(top, bottom))};
+}
+
+void ReplyView::setCaretShown(bool isShown) {
+    if (m_selection.setCaretShown(isShown)) emit caretChanged();
+}
+
+void ReplyView::moveCaret(ReplyPosition anchor, ReplyPosition cursor) {
+    const bool comesUp = m_selection.setCaretShown(true);
+    scrollCodeTo(cursor);
+    const bool isElsewhere = m_selection.select(anchor, cursor);
+    if (isElsewhere) return handleSelectionMove();
+    if (!comesUp) return;
+    m_events.handleCaretMove();
+    emit caretChanged();
+}
+
+void ReplyView::putCaret(ReplyPosition at) {
+    forceActiveFocus(Qt::OtherFocusReason);
+    moveCaret(at, at);
+}
+
+void ReplyView::copy() const {
+    const ReplyRange selected = m_selection.range();
+    QGuiApplication::clipboard()->setText(hasSelection() ? layout().written(selected) : raw());
 }
 
 QString ReplyView::spoken() const {
-    return ScreenReader::isListening() && !m_isGrowing ? spokenReply(raw()) : QString();
+    return ScreenReader::isListening() && !isGrowing() ? spokenReply(raw()) : QString();
 }
 
 void ReplyView::accessibilityActiveChanged(bool) {
     emit spokenChanged();
 }
 
-void ReplyView::handleGrowth() {
-    if (!m_isGrowing) emit spokenChanged();
+void ReplyView::tellSpoken() {
+    if (!isGrowing()) emit spokenChanged();
 }
 
 ReplyElements& ReplyView::elements() {
     if (!m_elements) m_elements = std::make_unique<ReplyElements>(*this);
     return *m_elements;
-}
-
-bool ReplyView::beginsWithCode() const {
-    return m_layout.count() > 0 && m_layout.kind(0) == AssistantReplyDocument::Kind::Code;
-}
-
-std::optional<double> ReplyView::sidewaysHeightAt(QPointF point) const {
-    for (const ReplyCodes::Code& code : m_codes.codes())
-        if (code.plate.contains(point)) return code.plate.height();
-    return std::nullopt;
-}
-
-QString ReplyView::codeAt(int number) const {
-    for (const AssistantReplyDocument::Block& block : m_blocks.blocks()) {
-        if (block.kind != AssistantReplyDocument::Kind::Code) continue;
-        if (number-- == 0) return block.text;
-    }
-    return {};
-}
-
-void ReplyView::copyCode(int number) const {
-    QGuiApplication::clipboard()->setText(codeAt(number));
-}
-
-void ReplyView::copy() const {
-    QGuiApplication::clipboard()->setText(hasSelection() ? m_layout.written(selection()) : raw());
 }
 
 } // namespace vorq

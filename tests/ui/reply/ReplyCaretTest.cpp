@@ -42,7 +42,7 @@ TEST_F(ReplyCaretTest, WideCodeFollowsItSideways) {
     const double right = view.width() - ReplyStyle::platePadding;
     key(Qt::Key_Right);
     key(Qt::Key_End);
-    EXPECT_EQ(view.cursor(), view.layout().end());
+    EXPECT_EQ(view.selection().cursor(), view.layout().end());
     EXPECT_GE(view.caret().left(), left);
     EXPECT_LE(view.caret().right(), right + 1);
     key(Qt::Key_Left);
@@ -51,8 +51,8 @@ TEST_F(ReplyCaretTest, WideCodeFollowsItSideways) {
     EXPECT_EQ(view.caret().left(), left);
     for (int press = 0; press < 120; ++press)
         QTest::keyClick(stage.window.get(), Qt::Key_Right, Qt::ShiftModifier);
-    const QRectF end = view.layout().cursorRect(view.cursor());
-    EXPECT_EQ(view.cursor().offset, 120);
+    const QRectF end = view.layout().cursorRect(view.selection().cursor());
+    EXPECT_EQ(view.selection().cursor().offset, 120);
     EXPECT_GE(end.left(), left);
     EXPECT_LE(end.right(), right + 1);
 }
@@ -61,11 +61,11 @@ TEST_F(ReplyCaretTest, IsClampedWhereItsBlockGetsShorter) {
     const ReplyView& view = shown("A first paragraph.\n\nThe second.");
     key(Qt::Key_Right);
     key(Qt::Key_End);
-    ASSERT_EQ(view.cursor().offset, 18);
+    ASSERT_EQ(view.selection().cursor().offset, 18);
     stage.grow(m_id, "A first.\n\nThe second, which is longer now.");
     stage.settle(20);
     key(Qt::Key_Left);
-    EXPECT_EQ(view.cursor(), (ReplyPosition{0, 7}));
+    EXPECT_EQ(view.selection().cursor(), (ReplyPosition{0, 7}));
 }
 
 class ReplyMenuKeyTest : public ReplyCaretTest {

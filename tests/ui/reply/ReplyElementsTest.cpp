@@ -287,9 +287,9 @@ TEST_F(ReplyElementsTest, WithoutAScreenReaderUpAndDownScroll) {
     tabToReply();
     QAccessible::setActive(false);
     key(Qt::Key_Down);
-    EXPECT_FALSE(view().isCaretShown());
+    EXPECT_FALSE(view().selection().isCaretShown());
     key(Qt::Key_Right);
-    EXPECT_TRUE(view().isCaretShown());
+    EXPECT_TRUE(view().selection().isCaretShown());
 }
 
 } // namespace

@@ -175,9 +175,9 @@ TEST_F(ReplyViewTest, KeysReachLinksAndOtherLines) {
     ASSERT_EQ(followed.count(), 1);
     EXPECT_EQ(followed[0][0].toString(), "https://a.example");
     QTest::keyClick(stage.window.get(), Qt::Key_Down);
-    EXPECT_EQ(view.cursor().block, 1);
+    EXPECT_EQ(view.selection().cursor().block, 1);
     QTest::keyClick(stage.window.get(), Qt::Key_Home);
-    EXPECT_EQ(view.cursor(), (ReplyPosition{1, 0}));
+    EXPECT_EQ(view.selection().cursor(), (ReplyPosition{1, 0}));
     QTest::keyClick(stage.window.get(), Qt::Key_Up, Qt::ShiftModifier);
     EXPECT_EQ(view.selectedText(), "One two.\n");
     QTest::keyClick(stage.window.get(), Qt::Key_Down, Qt::ShiftModifier);

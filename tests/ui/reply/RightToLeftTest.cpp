@@ -127,7 +127,7 @@ TEST_F(RightToLeftKeysTest, EachArrowKeyMovesTheCaret) {
     const ReplyView& view = shown(sentence);
     for (int press = 0; press < QString(sentence).remove(u'`').size(); ++press)
         key(Qt::Key_Left);
-    EXPECT_EQ(view.cursor(), view.layout().end());
+    EXPECT_EQ(view.selection().cursor(), view.layout().end());
 }
 
 TEST_F(RightToLeftKeysTest, ArrowKeysGoWhereTheyGoInTheDraft) {
@@ -144,7 +144,7 @@ TEST_F(RightToLeftKeysTest, ArrowKeysGoWhereTheyGoInTheDraft) {
             key(arrow);
             view.forceActiveFocus(Qt::TabFocusReason);
             key(arrow);
-            EXPECT_EQ(view.cursor().offset, draft->property("cursorPosition").toInt())
+            EXPECT_EQ(view.selection().cursor().offset, draft->property("cursorPosition").toInt())
                 << arrow << ", " << press;
         }
     }
@@ -153,18 +153,18 @@ TEST_F(RightToLeftKeysTest, ArrowKeysGoWhereTheyGoInTheDraft) {
 TEST_F(RightToLeftKeysTest, WordsAreLeftByTheArrowThatPointsPastThem) {
     const ReplyView& view = shown(QStringLiteral("مرحبا يا عالم"));
     key(Qt::Key_Left, Qt::ControlModifier);
-    EXPECT_EQ(view.cursor().offset, 5);
+    EXPECT_EQ(view.selection().cursor().offset, 5);
     key(Qt::Key_Right, Qt::ControlModifier);
-    EXPECT_EQ(view.cursor().offset, 0);
+    EXPECT_EQ(view.selection().cursor().offset, 0);
 }
 
 TEST_F(RightToLeftKeysTest, EachItemOfAListGoesItsOwnWay) {
     const ReplyView& view = shown(QStringLiteral("- عنصر\n- item"));
     for (int press = 0; press < 5; ++press)
         key(Qt::Key_Left);
-    EXPECT_EQ(view.cursor().offset, 5) << "where the second item begins";
+    EXPECT_EQ(view.selection().cursor().offset, 5) << "where the second item begins";
     key(Qt::Key_Right);
-    EXPECT_EQ(view.cursor().offset, 6);
+    EXPECT_EQ(view.selection().cursor().offset, 6);
 }
 
 TEST_F(RightToLeftKeysTest, EnterFollowsTheLinkThatTheCaretIsIn) {
@@ -172,7 +172,7 @@ TEST_F(RightToLeftKeysTest, EnterFollowsTheLinkThatTheCaretIsIn) {
     QSignalSpy followed(&view, &ReplyView::linkActivated);
     for (int press = 0; press < 5; ++press)
         key(Qt::Key_Left);
-    ASSERT_EQ(view.cursor().offset, 5) << "before its first letter";
+    ASSERT_EQ(view.selection().cursor().offset, 5) << "before its first letter";
     key(Qt::Key_Return);
     EXPECT_EQ(followed.count(), 1);
     for (int press = 0; press < 3; ++press)
