@@ -151,7 +151,7 @@ void wantContrast(PanelStage& stage) {
 }
 
 void openTray(PanelStage& stage) {
-    stage.panel->setShowAttachTray(true);
+    stage.panel->tray()->setShown(true);
 }
 
 // For who sees little.
@@ -261,11 +261,11 @@ const QList<Shot>& shots() {
                  greet(s);
                  reply(s);
              },
-             [](PanelStage& s) { s.panel->setShowAttachTray(true); }},
+             [](PanelStage& s) { s.panel->tray()->setShown(true); }},
             {"tray-notes", reply,
              [](PanelStage& s) {
-                 s.panel->setShowAttachTray(true);
-                 s.panel->setAttachTrayMode(PanelViewModel::AttachTrayMode::Notes);
+                 s.panel->tray()->setShown(true);
+                 s.panel->tray()->setMode(AttachTrayState::Mode::Notes);
              }},
             {"selection", reply,
              [](PanelStage& s) {

@@ -103,7 +103,8 @@ void DesktopPanel::connectParts(const PanelContext& context) {
                      &ShellNotifications::vorqGuidePanelAccess);
     m_files.setOwner(&m_window);
     QObject::connect(&m_view, &PanelViewModel::filesWanted, &m_files, &FilePicker::choose);
-    QObject::connect(&m_files, &FilePicker::chosen, &m_view, &PanelViewModel::attachFiles);
+    QObject::connect(&m_files, &FilePicker::chosen, m_view.intake(),
+                     &AttachmentIntake::attachFiles);
     m_controller.setCloseInnermost([this] { return m_view.closeInnermost(); });
     // A window manager may give the keyboard to nobody once the dialog is gone.
     QObject::connect(&m_files, &FilePicker::closed, &m_window, [this] {

@@ -28,7 +28,7 @@ class AttachmentList : public QAbstractListModel {
     void append(const PromptAttachment& attachment);
     void removeIf(const std::function<bool(const PromptAttachment&)>& condemned);
     /// A row that is none changes nothing.
-    void removeAt(int row);
+    Q_INVOKABLE void removeAt(int row);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;

@@ -5,6 +5,8 @@
 #include "support/text/Graphemes.h"
 #include "support/text/Text.h"
 
+#include <QPointer>
+
 #include <algorithm>
 #include <utility>
 
@@ -25,67 +27,52 @@ PanelViewModel::PanelViewModel(VorqAppState& state, Clock& clock, LocalSignIn* l
     : m_state(state),
       m_clock(clock),
       m_attachableNotes(state, m_attachments),
+      m_intake(m_attachments),
+      m_studyClip(state.study(), state.studyNotes(), m_attachments),
+      m_held(state.hotKeyContext().held()),
+      m_outlet(state.panel().messages()),
+      m_advice(state),
       m_announcer(state.panel().messages()),
       m_signIn(state.account(), state.signIn(), localSignIn) {
     m_selection.setOnDeepen([this](const QString& excerpt) { addDeepenSelection(excerpt); });
     m_prompt = m_state.panelDraft().text();
     connectState();
-    syncStudyNoteClip();
+    connectParts();
 }
 
 PanelViewModel::~PanelViewModel() = default;
 
 void PanelViewModel::connectState() {
-    connect(&m_attachments, &AttachmentList::countChanged, this,
-            &PanelViewModel::leaveStudyWithItsClip);
-    connect(&m_attachments, &AttachmentList::countChanged, this, &PanelViewModel::canSendChanged);
-    connect(&m_attachableNotes, &AttachableNotes::noteUnreadable, this,
-            [this](const QString& title) {
-                setNotice(tr("%1: there is no text to attach.").arg(title));
-            });
-    connect(&m_announcer, &PanelAnnouncer::announced, this, &PanelViewModel::announced);
     connect(&m_state, &VorqAppState::promptPlaceholderChanged, this,
             &PanelViewModel::promptPlaceholderChanged);
     connect(&m_state.panel(), &PanelConversation::stateChanged, this,
             &PanelViewModel::respondingChanged);
-    // No bubble says why there is no reply.
-    connect(&m_state.panel(), &PanelConversation::turnEnded, this,
-            [this](const QUuid&, TurnEnd end) {
-                if (end == TurnEnd::SignedOut) setNotice(signInAdvice);
-            });
-    connect(&m_state.hotKeyContext().held(), &HeldCapture::changed, this, [this] {
-        emit heldChanged();
-        announceHeld();
-    });
-    connect(&m_state.hotKeyContext(), &HotKeyContext::nothingCaptured, this,
-            &PanelViewModel::adviseOnNothingCaptured);
-    connect(&m_state.hotKeyContext(), &HotKeyContext::textCaptured, this,
-            [this](const QString& application) { m_knownToShowNothing.remove(application); });
     connect(&m_state.panel().workStatus(), &WorkStatus::changed, this,
             &PanelViewModel::workLabelChanged);
-    connect(&m_state.permissions(), &Permissions::advised, this,
-            [this] { setNotice(accessibilityAdvice); });
-    connect(&m_state.permissions(), &Permissions::changed, this, &PanelViewModel::takePermissions);
-    connect(&m_state.account(), &AccountSession::signedInChanged, this, [this] {
-        if (m_notice == signInAdvice) setNotice({});
+}
+
+void PanelViewModel::connectParts() {
+    connect(&m_attachments, &AttachmentList::countChanged, this, &PanelViewModel::canSendChanged);
+    connect(&m_attachableNotes, &AttachableNotes::noteUnreadable, this,
+            [this](const QString& title) {
+                m_advice.say(tr("%1: there is no text to attach.").arg(title));
+            });
+    connect(&m_intake, &AttachmentIntake::chosen, this, [this] {
+        m_tray.setShown(false);
+        m_advice.clear();
+        emit focusPromptWanted();
     });
-    connect(&m_state.study(), &StudyContext::activeNoteChanged, this,
-            &PanelViewModel::syncStudyNoteClip);
-}
-
-void PanelViewModel::adviseOnNothingCaptured(const QString& application) {
-    if (m_knownToShowNothing.contains(application)) return setNotice({});
-    m_knownToShowNothing.insert(application);
-    const QString name = application.isEmpty() ? tr("The application in front") : application;
-    setNotice(tr("%1: no highlighted text was found. Highlight some first, or copy it there and "
-                 "paste it here.")
-                  .arg(name));
-}
-
-void PanelViewModel::takePermissions() {
-    const bool isGranted =
-        m_state.permissions().textCapturePermission() == PermissionState::Granted;
-    if (isGranted && m_notice == accessibilityAdvice) setNotice({});
+    connect(&m_intake, &AttachmentIntake::refused, &m_advice, &PanelAdvice::say);
+    connect(&m_tray, &AttachTrayState::modeChanged, this, [this] {
+        if (m_tray.mode() == AttachTrayState::Mode::Notes) m_attachableNotes.load();
+    });
+    connect(&m_advice, &PanelAdvice::changed, this, [this] {
+        emit noticeChanged();
+        if (!notice().isEmpty()) emit announced(notice());
+    });
+    connect(&m_held, &HeldOffer::announced, this, &PanelViewModel::announced);
+    connect(&m_held, &HeldOffer::discarded, this, &PanelViewModel::focusPromptWanted);
+    connect(&m_announcer, &PanelAnnouncer::announced, this, &PanelViewModel::announced);
 }
 
 QAbstractItemModel* PanelViewModel::messages() const {
@@ -95,7 +82,7 @@ QAbstractItemModel* PanelViewModel::messages() const {
 bool PanelViewModel::canSend() const {
     if (!trimmed(m_prompt).isEmpty()) return true;
     return std::ranges::any_of(m_attachments.attachments(), [this](const PromptAttachment& held) {
-        return !m_studyClipWasSent || !isStudyClip(held);
+        return m_studyClip.isNews(held);
     });
 }
 
@@ -128,40 +115,9 @@ void PanelViewModel::setPrompt(const QString& prompt) {
     const bool could = canSend();
     m_prompt = prompt;
     m_state.panelDraft().keep(prompt);
-    setNotice({});
+    m_advice.clear();
     emit promptChanged();
     if (could != canSend()) emit canSendChanged();
-}
-
-void PanelViewModel::setShowAttachTray(bool shown) {
-    if (m_showAttachTray == shown) return;
-    m_showAttachTray = shown;
-    setAttachTrayMode(AttachTrayMode::Root);
-    emit showAttachTrayChanged();
-}
-
-void PanelViewModel::setAttachTrayMode(AttachTrayMode mode) {
-    if (m_attachTrayMode == mode) return;
-    m_attachTrayMode = mode;
-    if (mode == AttachTrayMode::Notes) m_attachableNotes.load();
-    emit attachTrayModeChanged();
-}
-
-bool PanelViewModel::isHolding() const {
-    return !m_state.hotKeyContext().held().isEmpty();
-}
-
-QString PanelViewModel::heldFrom() const {
-    return m_state.hotKeyContext().held().application();
-}
-
-void PanelViewModel::announceHeld() {
-    if (!isHolding()) return;
-    const QString from = heldFrom();
-    const QString what =
-        from.isEmpty() ? tr("What is highlighted reads like a password or a key.")
-                       : tr("What is highlighted in %1 reads like a password or a key.").arg(from);
-    emit announced(what + u' ' + tr("It is held back: send it or discard it."));
 }
 
 void PanelViewModel::sendHeld() {
@@ -170,27 +126,10 @@ void PanelViewModel::sendHeld() {
     emit focusPromptWanted();
 }
 
-void PanelViewModel::discardHeld() {
-    m_state.hotKeyContext().held().discard();
-    emit announced(tr("Discarded."));
-    emit focusPromptWanted();
-}
-
 bool PanelViewModel::closeInnermost() {
-    if (!m_showAttachTray) return false;
-    if (m_attachTrayMode == AttachTrayMode::Notes)
-        setAttachTrayMode(AttachTrayMode::Root);
-    else
-        setShowAttachTray(false);
+    if (!m_tray.closeInnermost()) return false;
     emit focusPromptWanted();
     return true;
-}
-
-void PanelViewModel::setNotice(const QString& sentence) {
-    if (m_notice == sentence) return;
-    m_notice = sentence;
-    emit noticeChanged();
-    if (!sentence.isEmpty()) emit announced(sentence);
 }
 
 void PanelViewModel::bounce() {
@@ -205,29 +144,29 @@ void PanelViewModel::bounce() {
             },
             std::move(stop));
     });
-    if (!m_state.account().signedIn()) setNotice(signInAdvice);
+    if (!m_state.account().signedIn()) m_advice.say(signInAdvice);
     emit attentionWanted(m_state.account().signedIn());
 }
 
 void PanelViewModel::send() {
     if (!mayTalk()) return bounce();
     if (!canSend()) return;
-    const std::optional<QUuid> studied = m_studyClip;
+    const std::optional<QUuid> studied = m_studyClip.note();
     dispatch();
     const QString sent = trimmed(m_prompt).toString();
     if (!sent.isEmpty()) m_lastPrompt = sent;
     clearSent(studied);
     setPrompt({});
     m_state.panelDraft().drop();
-    setShowAttachTray(false);
+    m_tray.setShown(false);
     emit composerSent();
 }
 
-// The note under study goes with the next prompt too, so its clip stays. The prompt itself may have
-// loaded it.
+// The note under study goes with the next prompt too, so its clip stays.
 void PanelViewModel::clearSent(const std::optional<QUuid>& studiedBefore) {
-    m_studyClipWasSent = m_studyClip && m_studyClip == studiedBefore;
-    m_attachments.removeIf([this](const PromptAttachment& held) { return !isStudyClip(held); });
+    m_studyClip.setSent(studiedBefore);
+    m_attachments.removeIf(
+        [this](const PromptAttachment& held) { return !m_studyClip.isOne(held); });
     emit canSendChanged();
 }
 
@@ -282,39 +221,6 @@ void PanelViewModel::addDeepenSelection(const QString& excerpt) {
     attachment.isDeepenSelection = true;
     m_attachments.append(attachment);
     emit focusPromptWanted();
-}
-
-void PanelViewModel::removeAttachment(int row) {
-    m_attachments.removeAt(row);
-}
-
-bool PanelViewModel::isStudyClip(const PromptAttachment& attachment) const {
-    return m_studyClip && attachment.noteID == m_studyClip;
-}
-
-void PanelViewModel::syncStudyNoteClip() {
-    const std::optional<QUuid> active = m_state.study().activeStudyNoteID();
-    if (m_studyClip == active) return;
-    const std::optional<QUuid> former = std::exchange(m_studyClip, std::nullopt);
-    m_studyClipWasSent = false;
-    // Also a clip of the same note that the user attached before: the study has its text already.
-    m_attachments.removeIf([&](const PromptAttachment& held) {
-        return held.noteID && (held.noteID == former || held.noteID == active);
-    });
-    if (!active) return;
-    PromptAttachment attachment;
-    attachment.fileName = QStringLiteral("Notes");
-    attachment.noteID = active; // its text goes with each turn of the study anyway
-    m_studyClip = active;
-    m_attachments.append(attachment);
-}
-
-// However the clip was taken off, in the composer or in the list of notes.
-void PanelViewModel::leaveStudyWithItsClip() {
-    const auto isHeld = [this](const PromptAttachment& held) { return isStudyClip(held); };
-    if (!m_studyClip || std::ranges::any_of(m_attachments.attachments(), isHeld)) return;
-    m_studyClip.reset();
-    m_state.studyNotes().leaveStudy();
 }
 
 } // namespace vorq

@@ -2,8 +2,12 @@
 
 #include "shell/dialogs/ColorDialog.h"
 #include "shell/look/PanelLook.h"
+#include "shell/panel/AttachTrayState.h"
 #include "shell/panel/AttachableNotes.h"
+#include "shell/panel/AttachmentIntake.h"
 #include "shell/panel/AttachmentList.h"
+#include "shell/panel/HeldOffer.h"
+#include "shell/panel/PanelOutlet.h"
 #include "shell/panel/PanelSelectionBridge.h"
 #include "shell/panel/PanelSignIn.h"
 #include "shell/panel/PanelViewModel.h"
@@ -46,6 +50,34 @@ struct AttachableNotesForeign {
     Q_GADGET
     QML_FOREIGN(vorq::AttachableNotes)
     QML_NAMED_ELEMENT(AttachableNotes)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct AttachmentIntakeForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::AttachmentIntake)
+    QML_NAMED_ELEMENT(AttachmentIntake)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct AttachTrayStateForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::AttachTrayState)
+    QML_NAMED_ELEMENT(AttachTrayState)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct HeldOfferForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::HeldOffer)
+    QML_NAMED_ELEMENT(HeldOffer)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct PanelOutletForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::PanelOutlet)
+    QML_NAMED_ELEMENT(PanelOutlet)
     QML_UNCREATABLE("Belongs to the program")
 };
 

@@ -35,7 +35,7 @@ Item {
             { text: qsTr("Deepen"), off: !reply.selection.hasSelection || nothing, act: () => reply.selection.commitDeepen() },
             {},
             { text: qsTr("Copy"), off: nothing, act: () => blocks.copy() },
-            { text: qsTr("Copy reply"), act: () => App.panel.copyText(reply.message) },
+            { text: qsTr("Copy reply"), act: () => App.panel.outlet.copyText(reply.message) },
             {},
             { text: qsTr("Select All"), act: () => blocks.selectAll() }
         ], byKey)
@@ -116,7 +116,7 @@ Item {
             reply.openMenu(menuPlace(), true)
             event.accepted = true
         }
-        onLinkActivated: address => App.panel.openLink(address)
+        onLinkActivated: address => App.panel.outlet.openLink(address)
         onCaretChanged: if (caret.height > 0) reply.caretMoved(blocks, caret)
         Accessible.role: Accessible.Document // which is what makes it an element; it tells the rest itself
 
@@ -173,7 +173,7 @@ Item {
         visible: !reply.isWorking && !reply.isTyping && !reply.isOneLine
         text: qsTr("Copy reply")
         shown: hover.hovered
-        onClicked: App.panel.copyText(reply.message)
+        onClicked: App.panel.outlet.copyText(reply.message)
     }
     WorkingLine {
         id: bars

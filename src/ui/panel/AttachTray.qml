@@ -14,7 +14,7 @@ Glass {
     readonly property int emptyHeight: Theme.grown(76)
     readonly property int tallestList: 318
     readonly property AttachableNotes notes: panel.attachableNotes
-    readonly property bool showsNotes: panel.attachTrayMode === PanelViewModel.Notes
+    readonly property bool showsNotes: panel.tray.mode === AttachTrayState.Notes
     property Item tabs: null // takes the keys of all controls first
 
     // What Tab leads to, in its order.
@@ -57,7 +57,7 @@ Glass {
             tint: Theme.noteTile
             leadsOn: true
             onClicked: {
-                tray.panel.attachTrayMode = PanelViewModel.Notes
+                tray.panel.tray.mode = AttachTrayState.Notes
                 back.forceActiveFocus(Qt.TabFocusReason)
             }
         }
@@ -100,7 +100,7 @@ Glass {
                 iconName: "back"
                 text: qsTr("Back")
                 onClicked: {
-                    tray.panel.attachTrayMode = PanelViewModel.Root
+                    tray.panel.tray.mode = AttachTrayState.Root
                     fromNotes.forceActiveFocus(Qt.TabFocusReason)
                 }
             }
@@ -119,7 +119,7 @@ Glass {
                 text: qsTr("Done")
                 look: TextButton.Quiet
                 size: 30
-                onClicked: tray.panel.showAttachTray = false
+                onClicked: tray.panel.tray.isShown = false
             }
         }
         Rectangle {

@@ -31,7 +31,7 @@ FocusScope {
     }
     // Files and pictures become clips.
     function paste() {
-        if (!panel.attachFromClipboard())
+        if (!panel.intake.attachFromClipboard())
             draft.input.paste()
     }
     function focusPrompt() {
@@ -77,7 +77,7 @@ FocusScope {
                     label: kind === "deepen" ? detail : name
                     tabs: composer.tabs
                     onRemoved: {
-                        composer.panel.removeAttachment(index)
+                        composer.panel.attachments.removeAt(index)
                         composer.focusPrompt()
                     }
                 }
@@ -118,24 +118,24 @@ FocusScope {
                 onTextChanged: composer.panel.prompt = text
                 onSubmitted: composer.panel.send()
                 onRecallWanted: composer.panel.recallLastPrompt()
-                onPasteWanted: event => event.accepted = composer.panel.attachFromClipboard()
+                onPasteWanted: event => event.accepted = composer.panel.intake.attachFromClipboard()
                 onPasted: composer.paste()
                 onScrollWanted: event => composer.scrollWanted(event)
-                onCopyWanted: event => event.accepted = composer.panel.copyLastReply()
+                onCopyWanted: event => event.accepted = composer.panel.outlet.copyLastReply()
             }
             IconButton {
                 id: attach
                 anchors.bottom: parent.bottom
                 size: composer.buttonSize
                 iconName: "plus"
-                iconRotation: composer.panel.showAttachTray ? 45 : 0
+                iconRotation: composer.panel.tray.isShown ? 45 : 0
                 look: IconButton.Soft
-                checked: composer.panel.showAttachTray
-                text: composer.panel.showAttachTray ? qsTr("Close") : qsTr("Add files or notes")
-                help: composer.panel.showAttachTray ? qsTr("Close attachment options") : ""
+                checked: composer.panel.tray.isShown
+                text: composer.panel.tray.isShown ? qsTr("Close") : qsTr("Add files or notes")
+                help: composer.panel.tray.isShown ? qsTr("Close attachment options") : ""
                 KeyNavigation.tab: sender.enabled ? sender : null
                 tabs: composer.tabs
-                onClicked: composer.panel.showAttachTray = !composer.panel.showAttachTray
+                onClicked: composer.panel.tray.isShown = !composer.panel.tray.isShown
             }
             IconButton {
                 id: sender

@@ -12,9 +12,9 @@ Item {
     readonly property int padding: 14
     readonly property int iconSize: 18
     readonly property string dots: "••••••••"
-    readonly property string reason: panel.heldFrom === ""
+    readonly property string reason: panel.held.from === ""
         ? qsTr("What is highlighted reads like a password or a key.")
-        : qsTr("What is highlighted in %1 reads like a password or a key.").arg(panel.heldFrom)
+        : qsTr("What is highlighted in %1 reads like a password or a key.").arg(panel.held.from)
 
     // It is gone, and the keyboard was on one of its buttons.
     signal keyboardFreed()
@@ -24,7 +24,7 @@ Item {
         return visible ? [sender, discarder] : []
     }
 
-    visible: panel.isHolding
+    visible: panel.held.isHolding
     onVisibleChanged: if (!visible && (sender.activeFocus || discarder.activeFocus)) keyboardFreed()
     implicitHeight: column.height + 2 * padding
     Accessible.role: Accessible.Grouping
@@ -84,7 +84,7 @@ Item {
                 text: qsTr("Discard")
                 Accessible.name: qsTr("Discard what is held back")
                 tabs: card.tabs
-                onClicked: card.panel.discardHeld()
+                onClicked: card.panel.held.discard()
             }
         }
     }

@@ -87,7 +87,7 @@ FocusScope {
         Keys.forwardTo: [tabs]
         x: (parent.width - width) / 2
         y: list.y + list.height - height - view.edge
-        wanted: !list.follows && !list.isAtEnd && !view.panel.showAttachTray
+        wanted: !list.follows && !list.isAtEnd && !view.panel.tray.isShown
         onClicked: {
             list.jumpToEnd(true)
             // It goes, and must not take the keyboard with it.
@@ -112,10 +112,10 @@ FocusScope {
 
     // A press outside the tray closes it, and still does what it was meant to.
     OutsidePress {
-        enabled: view.panel.showAttachTray
+        enabled: view.panel.tray.isShown
         area: tray
         opener: composer.attachButton
-        onPressed: view.panel.showAttachTray = false
+        onPressed: view.panel.tray.isShown = false
     }
     AttachTray {
         id: tray
@@ -125,9 +125,9 @@ FocusScope {
         panel: view.panel
         tabs: tabs
         visible: opacity > 0
-        opacity: view.panel.showAttachTray ? 1 : 0
+        opacity: view.panel.tray.isShown ? 1 : 0
 
-        property real rise: view.panel.showAttachTray ? 0 : Motion.enterRise
+        property real rise: view.panel.tray.isShown ? 0 : Motion.enterRise
 
         Behavior on opacity {
             NumberAnimation { duration: Motion.enter; easing.type: Easing.OutCubic }
@@ -166,9 +166,9 @@ FocusScope {
             const files = drop.urls.filter(url => url.toString().startsWith("file:"))
             const picture = pictureIn(drop.formats)
             if (files.length > 0)
-                view.panel.attachFiles(files)
-            else if (picture === "" || !view.panel.attachPicture(drop.getDataAsArrayBuffer(picture)))
-                view.panel.attachFiles(drop.urls)
+                view.panel.intake.attachFiles(files)
+            else if (picture === "" || !view.panel.intake.attachPicture(drop.getDataAsArrayBuffer(picture)))
+                view.panel.intake.attachFiles(drop.urls)
             drop.acceptProposedAction()
         }
 

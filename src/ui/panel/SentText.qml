@@ -143,7 +143,7 @@ Column {
                     function openMenu(at: point, byKey: bool) {
                         menu.open(words, at, [
                             { text: qsTr("Copy"), off: words.selectedText === "", act: () => words.copy() },
-                            { text: qsTr("Copy the sent text"), act: () => App.panel.copyText(sent.content) }
+                            { text: qsTr("Copy the sent text"), act: () => App.panel.outlet.copyText(sent.content) }
                         ], byKey)
                     }
 

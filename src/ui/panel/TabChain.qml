@@ -11,7 +11,7 @@ Item {
     required property JumpToLatest jump
     required property HeldCard held
     required property AttachTray tray
-    readonly property bool trayIsOpen: composer.panel.showAttachTray
+    readonly property bool trayIsOpen: composer.panel.tray.isShown
 
     // The tray comes right after the button that opened it.
     function stops(): var {
@@ -35,8 +35,8 @@ Item {
     Keys.onUpPressed: event => event.accepted = trayIsOpen && move(tray.stops(), -1)
 
     Connections {
-        target: chain.composer.panel
-        function onShowAttachTrayChanged() {
+        target: chain.composer.panel.tray
+        function onShownChanged() {
             if (chain.trayIsOpen && chain.composer.attachButton.visualFocus)
                 chain.tray.stops()[0].forceActiveFocus(Qt.TabFocusReason)
             else if (!chain.trayIsOpen && !chain.composer.attachButton.activeFocus)

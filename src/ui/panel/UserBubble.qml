@@ -108,7 +108,7 @@ Item {
                 function openMenu(at: point, byKey: bool) {
                     menu.open(words, at, [
                         { text: qsTr("Copy"), off: words.selectedText === "", act: () => words.copy() },
-                        { text: qsTr("Copy message"), act: () => App.panel.copyText(bubble.said) }
+                        { text: qsTr("Copy message"), act: () => App.panel.outlet.copyText(bubble.said) }
                     ], byKey)
                 }
 

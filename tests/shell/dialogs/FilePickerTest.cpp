@@ -23,8 +23,8 @@ class FilePickerTest : public testing::Test {
         QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         QObject::connect(stage.panel.get(), &PanelViewModel::filesWanted, &picker,
                          &FilePicker::choose);
-        QObject::connect(&picker, &FilePicker::chosen, stage.panel.get(),
-                         &PanelViewModel::attachFiles);
+        QObject::connect(&picker, &FilePicker::chosen, stage.panel->intake(),
+                         &AttachmentIntake::attachFiles);
     }
 
     static QFileDialog* dialog() {

@@ -26,8 +26,8 @@ class AttachableNotesTest : public ConversationFixture {
     AttachableNotes& notes() { return *model().attachableNotes(); }
 
     void open() {
-        model().setShowAttachTray(true);
-        model().setAttachTrayMode(PanelViewModel::AttachTrayMode::Notes);
+        model().tray()->setShown(true);
+        model().tray()->setMode(AttachTrayState::Mode::Notes);
     }
     void openAndWait() {
         open();
@@ -65,7 +65,7 @@ TEST_F(AttachableNotesTest, TheLibraryIsThereAtOnceAndTheNotesApplicationAfterIt
 
 TEST_F(AttachableNotesTest, OpeningAgainListsEachNoteOnce) {
     openAndWait();
-    model().setShowAttachTray(false);
+    model().tray()->setShown(false);
     openAndWait();
     EXPECT_THAT(titles(), ElementsAre("Silt", "Levees", "Blank"));
 }
@@ -107,7 +107,7 @@ TEST_F(AttachableNotesTest, AClipTakenOffElsewhereTakesTheTickWithIt) {
     notes().toggle(1);
     ASSERT_TRUE(waitForClips(1));
     QSignalSpy told(&notes(), &AttachableNotes::dataChanged);
-    model().removeAttachment(0);
+    model().attachments().removeAt(0);
     EXPECT_FALSE(isChecked(1));
     EXPECT_EQ(told.count(), 1);
     notes().toggle(1);

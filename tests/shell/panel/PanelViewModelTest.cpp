@@ -1,11 +1,8 @@
 #include "shell/panel/PanelViewModel.h"
 #include "doubles/panel/ConversationFixture.h"
-#include "platform/testing/ScriptedPermissionProbe.h"
 #include "shell/notices/Advice.h"
 
-#include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace vorq {
@@ -49,13 +46,13 @@ TEST_F(PanelViewModelTest, SendingClearsTheDraft) {
     QSignalSpy sent(&model(), &PanelViewModel::composerSent);
     model().setPrompt("Hello there");
     model().attachments().append(PromptAttachment{});
-    model().setShowAttachTray(true);
+    model().tray()->setShown(true);
     model().send();
     m_clock.settle();
     EXPECT_EQ(sent.count(), 1);
     EXPECT_EQ(model().prompt(), "");
     EXPECT_EQ(model().attachments().count(), 0);
-    EXPECT_FALSE(model().showAttachTray());
+    EXPECT_FALSE(model().tray()->isShown());
     EXPECT_TRUE(messages().front().text.startsWith("Hello there"));
     EXPECT_TRUE(model().isResponding());
 }
@@ -176,24 +173,6 @@ TEST_F(PanelViewModelTest, ThePillPutsOneClipAmongTheAttachments) {
     EXPECT_EQ(focus.count(), 2);
 }
 
-TEST_F(PanelViewModelTest, AStudiedNoteHasAClipAsLongAsItIsStudied) {
-    const QUuid id = QUuid::createUuid();
-    EXPECT_EQ(model().promptPlaceholder(), "Ask Vorq for help…");
-    state().study().setActiveNote(id, "body");
-    ASSERT_EQ(model().attachments().count(), 1);
-    EXPECT_EQ(model().attachments().attachments()[0].noteID, id);
-    EXPECT_EQ(model().promptPlaceholder(), "Ask about this note…");
-    state().study().setActiveNote(QUuid::createUuid(), "other");
-    EXPECT_EQ(model().attachments().count(), 1);
-    state().study().clearActiveStudyNote();
-    EXPECT_EQ(model().attachments().count(), 0);
-}
-
-TEST_F(PanelViewModelTest, ANoteStudiedBeforeThePanelHasItsClipToo) {
-    state().study().setActiveNote(QUuid::createUuid(), "body");
-    EXPECT_EQ(model().attachments().count(), 1);
-}
-
 TEST_F(PanelViewModelTest, WhileAReplyRunsADraftQueues) {
     model().setPrompt("one");
     model().send();
@@ -269,58 +248,27 @@ TEST_F(PanelViewModelTest, ALabelIsSentBesideTheDraft) {
     EXPECT_EQ(model().prompt(), "draft");
 }
 
-TEST_F(PanelViewModelTest, TheTrayOpensAtItsRoot) {
-    model().setShowAttachTray(true);
-    model().setAttachTrayMode(PanelViewModel::AttachTrayMode::Notes);
-    model().setShowAttachTray(false);
-    model().setShowAttachTray(true);
-    EXPECT_EQ(model().attachTrayMode(), PanelViewModel::AttachTrayMode::Root);
+TEST_F(PanelViewModelTest, ChoosingFilesClosesTheTray) {
+    model().tray()->setShown(true);
+    QSignalSpy focus(&model(), &PanelViewModel::focusPromptWanted);
+    model().intake()->attachFiles({});
+    EXPECT_FALSE(model().tray()->isShown());
+    EXPECT_EQ(focus.count(), 1);
 }
 
-TEST_F(PanelViewModelTest, FilesBecomeClipsAndFoldersANotice) {
-    const QTemporaryDir folder;
-    QFile file(folder.filePath("a.txt"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("text");
-    file.close();
-    model().attachFiles({QUrl::fromLocalFile(file.fileName()), QUrl::fromLocalFile(folder.path())});
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !model().notice().isEmpty(); }));
-    EXPECT_EQ(model().notice(), folder.path() + ": only files can be attached.");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return model().attachments().count() == 1; }));
-    EXPECT_EQ(model().attachments().attachments()[0].textContent, "text");
+TEST_F(PanelViewModelTest, ThePlaceholderTellsOfTheStudy) {
+    EXPECT_EQ(model().promptPlaceholder(), "Ask Vorq for help…");
+    state().study().setActiveNote(QUuid::createUuid(), "body");
+    EXPECT_EQ(model().promptPlaceholder(), "Ask about this note…");
+    EXPECT_EQ(model().attachments().count(), 1);
 }
 
 TEST_F(PanelViewModelTest, AFileThatCannotBeReadIsANotice) {
-    model().attachFiles({QUrl::fromLocalFile("/nowhere/a.txt")});
+    model().intake()->attachFiles({QUrl::fromLocalFile("/nowhere/a.txt")});
     ASSERT_TRUE(QTest::qWaitFor([this] { return !model().notice().isEmpty(); }));
     EXPECT_EQ(model().attachments().count(), 0);
     model().setPrompt("typing on");
     EXPECT_EQ(model().notice(), "");
-}
-
-TEST_F(PanelViewModelTest, SaysEachTimeWhyNothingWasReadUntilItCanBe) {
-    ScriptedPermissionProbe probe;
-    Permissions& permissions = state().permissions();
-    permissions.setProbe(&probe);
-    ASSERT_EQ(model().notice(), "");
-    permissions.adviseToGrantAgain();
-    EXPECT_EQ(model().notice(), accessibilityAdvice);
-    model().setPrompt("typing on");
-    EXPECT_EQ(model().notice(), "");
-    permissions.adviseToGrantAgain();
-    EXPECT_EQ(model().notice(), accessibilityAdvice);
-    probe.text = PermissionState::Granted;
-    permissions.refreshPermissions();
-    EXPECT_EQ(model().notice(), "");
-}
-
-TEST_F(PanelViewModelTest, SaysHowToSignInWhenWhatWasHighlightedGetsNoReply) {
-    model();
-    signOut();
-    state().panel().submit("Attached text");
-    m_clock.settle();
-    EXPECT_EQ(model().notice(), signInAdvice);
-    ASSERT_EQ(messages().size(), 1U) << "there is no bubble";
 }
 
 TEST_F(PanelViewModelTest, SaysHowToSignInUntilSomebodyDoes) {

@@ -177,7 +177,7 @@ TEST_F(AccessLooksTest, LargerTextHasRoomWhereverItStands) {
 
 TEST_F(AccessLooksTest, LargerTextHasRoomInTheTray) {
     stage.show();
-    stage.panel->setShowAttachTray(true);
+    stage.panel->tray()->setShown(true);
     for (const double scale : {1.0, 1.5, 2.0}) {
         stage.look->setTextScale(scale);
         stage.settle(300);

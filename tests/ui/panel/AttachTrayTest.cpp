@@ -19,8 +19,8 @@ class AttachTrayTest : public testing::Test {
             stage.state->library().createBlankNote(QStringLiteral("Note %1").arg(i),
                                                    HubArea::Study);
         stage.show();
-        stage.panel->setShowAttachTray(true);
-        stage.panel->setAttachTrayMode(PanelViewModel::AttachTrayMode::Notes);
+        stage.panel->tray()->setShown(true);
+        stage.panel->tray()->setMode(AttachTrayState::Mode::Notes);
         ASSERT_TRUE(QTest::qWaitFor(
             [this] { return !stage.panel->attachableNotes()->appleNotesLoading(); }));
         stage.settle(400);
@@ -48,7 +48,7 @@ TEST_F(AttachTrayTest, ANoteIsTickedAndStaysInTheList) {
     EXPECT_FALSE(rows[1]->property("isChecked").toBool());
     ASSERT_EQ(stage.panel->attachments().count(), 1);
     EXPECT_EQ(composerDisplayNames(stage.panel->attachments().attachments()), QStringList("Notes"));
-    EXPECT_TRUE(stage.panel->showAttachTray()) << "several can be chosen";
+    EXPECT_TRUE(stage.panel->tray()->isShown()) << "several can be chosen";
     click(rows[1]);
     EXPECT_EQ(composerDisplayNames(stage.panel->attachments().attachments()),
               QStringList({"Notes 1", "Notes 2"}));
@@ -93,7 +93,7 @@ TEST_F(AttachTrayTest, ByKeysAloneItIsOpenedAndLeft) {
     EXPECT_EQ(key(Qt::Key_Return), "Back");
     EXPECT_EQ(key(Qt::Key_Tab), "Done");
     key(Qt::Key_Return);
-    EXPECT_FALSE(stage.panel->showAttachTray());
+    EXPECT_FALSE(stage.panel->tray()->isShown());
     QTest::keyClick(stage.window.get(), Qt::Key_A);
     EXPECT_EQ(stage.panel->prompt().toLower(), "a") << "the draft has it again";
 }
@@ -106,7 +106,7 @@ class SpokenTrayTest : public AttachTrayTest {
 
 TEST_F(SpokenTrayTest, ItsRowsTellWhatStandsBelowTheirNames) {
     stage.show();
-    stage.panel->setShowAttachTray(true);
+    stage.panel->tray()->setShown(true);
     stage.settle(100);
     QStringList told;
     for (QQuickItem* row : stage.findAll("TrayRow"))

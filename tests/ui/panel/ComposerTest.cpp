@@ -137,11 +137,11 @@ TEST_F(ComposerTest, TheAttachButtonOpensAndClosesTheTray) {
     QQuickItem* attach = button("Add files or notes");
     ASSERT_TRUE(attach);
     click(attach);
-    EXPECT_TRUE(stage.panel->showAttachTray());
+    EXPECT_TRUE(stage.panel->tray()->isShown());
     EXPECT_EQ(attach->property("text").toString(), "Close");
     EXPECT_EQ(attach->property("help").toString(), "Close attachment options");
     click(attach);
-    EXPECT_FALSE(stage.panel->showAttachTray());
+    EXPECT_FALSE(stage.panel->tray()->isShown());
 }
 
 class TrayDismissTest : public ComposerTest {
@@ -149,14 +149,14 @@ class TrayDismissTest : public ComposerTest {
     TrayDismissTest() {
         stage.answer("A reply.");
         stage.panel->setPrompt("a draft");
-        stage.panel->setShowAttachTray(true);
+        stage.panel->tray()->setShown(true);
         stage.settle(300);
     }
     void expectToCloseIt(QPoint at, Qt::MouseButton button = Qt::LeftButton) {
         QTest::mousePress(stage.window.get(), button, {}, at);
-        EXPECT_FALSE(stage.panel->showAttachTray()) << at.x() << ", " << at.y();
+        EXPECT_FALSE(stage.panel->tray()->isShown()) << at.x() << ", " << at.y();
         QTest::mouseRelease(stage.window.get(), button, {}, at);
-        EXPECT_FALSE(stage.panel->showAttachTray()) << at.x() << ", " << at.y();
+        EXPECT_FALSE(stage.panel->tray()->isShown()) << at.x() << ", " << at.y();
     }
     QPoint inComposer(QPointF at) { return stage.find("Composer")->mapToScene(at).toPoint(); }
 };
@@ -182,7 +182,7 @@ TEST_F(TrayDismissTest, APressOnAReplyClosesItAndSelectsThere) {
     QQuickItem* reply = stage.find("ReplyView");
     const QPoint at = reply->mapToScene({10, 8}).toPoint();
     QTest::mouseDClick(stage.window.get(), Qt::LeftButton, {}, at);
-    EXPECT_FALSE(stage.panel->showAttachTray());
+    EXPECT_FALSE(stage.panel->tray()->isShown());
     EXPECT_TRUE(reply->property("hasSelection").toBool());
 }
 
@@ -191,11 +191,11 @@ TEST_F(TrayDismissTest, APressOfAnotherButtonClosesIt) {
 }
 
 TEST_F(ComposerTest, APressOnTheTraysGroundLeavesItOpen) {
-    stage.panel->setShowAttachTray(true);
+    stage.panel->tray()->setShown(true);
     stage.settle(300);
     QQuickItem* tray = stage.find("AttachTray");
     QTest::mouseClick(stage.window.get(), Qt::LeftButton, {}, tray->mapToScene({3, 60}).toPoint());
-    EXPECT_TRUE(stage.panel->showAttachTray());
+    EXPECT_TRUE(stage.panel->tray()->isShown());
 }
 
 TEST_F(ComposerTest, AClipIsTakenOff) {

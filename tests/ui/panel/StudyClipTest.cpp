@@ -88,8 +88,8 @@ TEST_F(StudyClipTest, CapturedTextStaysWhenTheStudyEnds) {
 
 TEST_F(StudyClipTest, UntickingTheNoteInTheTrayEndsTheStudy) {
     enter("latest note");
-    stage.panel->setShowAttachTray(true);
-    stage.panel->setAttachTrayMode(PanelViewModel::AttachTrayMode::Notes);
+    stage.panel->tray()->setShown(true);
+    stage.panel->tray()->setMode(AttachTrayState::Mode::Notes);
     stage.settle(400);
     QQuickItem* row = stage.find("NoteRow");
     ASSERT_TRUE(row);

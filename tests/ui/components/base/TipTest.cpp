@@ -93,7 +93,7 @@ TEST_F(TipTest, APressTakesItAwayForGood) {
 }
 
 TEST_F(TipTest, OfARowOfTheTraySaysItsHelp) {
-    stage.panel->setShowAttachTray(true);
+    stage.panel->tray()->setShown(true);
     stage.settle(400);
     const QQuickItem* row = stage.findAll("TrayRow").value(1);
     hover(row->mapToScene({100, 20}).toPoint());
