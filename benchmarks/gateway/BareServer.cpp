@@ -33,33 +33,33 @@ std::string event(const json& payload) {
 
 } // namespace
 
-BareServer::BareServer(StreamScript script) : script_(script), acceptor_(io_) {
+BareServer::BareServer(StreamScript script) : m_script(script), m_acceptor(m_io) {
     const net::ip::tcp::endpoint endpoint(net::ip::address_v4::loopback(), 0);
-    acceptor_.open(endpoint.protocol());
-    acceptor_.bind(endpoint);
-    acceptor_.listen();
-    net::co_spawn(io_, accept(), net::detached);
-    thread_ = std::thread([this] { io_.run(); });
+    m_acceptor.open(endpoint.protocol());
+    m_acceptor.bind(endpoint);
+    m_acceptor.listen();
+    net::co_spawn(m_io, accept(), net::detached);
+    m_thread = std::thread([this] { m_io.run(); });
 }
 
 BareServer::~BareServer() {
-    io_.stop();
-    thread_.join();
+    m_io.stop();
+    m_thread.join();
 }
 
 double BareServer::processorTime() {
     clockid_t clock{};
     timespec time{};
-    pthread_getcpuclockid(thread_.native_handle(), &clock);
+    pthread_getcpuclockid(m_thread.native_handle(), &clock);
     clock_gettime(clock, &time);
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
 Awaitable<void> BareServer::accept() {
     while (true) {
-        Socket socket(io_);
-        co_await acceptor_.async_accept(socket, kAwait);
-        net::co_spawn(io_, serve(std::move(socket)), net::detached);
+        Socket socket(m_io);
+        co_await m_acceptor.async_accept(socket, kAwait);
+        net::co_spawn(m_io, serve(std::move(socket)), net::detached);
     }
 }
 
@@ -93,10 +93,10 @@ Awaitable<void> BareServer::stream(Socket& socket, bool asProvider) {
     head.chunked(true);
     http::response_serializer<http::empty_body> serializer{head};
     co_await http::async_write_header(socket, serializer, kAwait);
-    gateway::Timer timer(io_);
+    gateway::Timer timer(m_io);
     std::string soFar;
-    auto due = std::chrono::steady_clock::now() + script_.untilFirst;
-    for (int i = 0; i < script_.pieces; ++i, due += script_.pause) {
+    auto due = std::chrono::steady_clock::now() + m_script.untilFirst;
+    for (int i = 0; i < m_script.pieces; ++i, due += m_script.pause) {
         timer.expires_at(due);
         co_await timer.async_wait(kAwait);
         soFar += kPiece;

@@ -28,7 +28,7 @@ class BareServer {
     BareServer(const BareServer&) = delete;
     BareServer& operator=(const BareServer&) = delete;
 
-    [[nodiscard]] int port() const { return acceptor_.local_endpoint().port(); }
+    [[nodiscard]] int port() const { return m_acceptor.local_endpoint().port(); }
     /// Of its thread, in seconds.
     [[nodiscard]] double processorTime();
 
@@ -37,10 +37,10 @@ class BareServer {
     [[nodiscard]] gateway::Awaitable<void> serve(gateway::Socket socket);
     [[nodiscard]] gateway::Awaitable<void> stream(gateway::Socket& socket, bool asProvider);
 
-    StreamScript script_;
-    gateway::net::io_context io_{1};
-    gateway::Acceptor acceptor_;
-    std::thread thread_;
+    StreamScript m_script;
+    gateway::net::io_context m_io{1};
+    gateway::Acceptor m_acceptor;
+    std::thread m_thread;
 };
 
 } // namespace vorq::bench

@@ -55,10 +55,11 @@ json documentOf(const LoadAnswer& answer) {
 class Gateway {
   public:
     Gateway(const std::string& program, int providerPort)
-        : program_(program), server_(program, {"serve", "--port", "0"}, environment(providerPort)) {
-        const std::string line = server_.readLine();
+        : m_program(program),
+          m_server(program, {"serve", "--port", "0"}, environment(providerPort)) {
+        const std::string line = m_server.readLine();
         port = std::stoi(line.substr(line.rfind(':') + 1));
-        ChildProcess handoff(program_, {"handoff"}, environment(providerPort));
+        ChildProcess handoff(m_program, {"handoff"}, environment(providerPort));
         const std::string link = handoff.readLine();
         const json code = {{"code", link.substr(link.find('=') + 1)}};
         const LoadRequest request{port, "/auth/mac-handoff/exchange", code.dump()};
@@ -68,8 +69,8 @@ class Gateway {
         if (token.empty()) throw std::runtime_error("The gateway did not sign in.");
     }
     ~Gateway() {
-        server_.signal(SIGTERM);
-        server_.wait();
+        m_server.signal(SIGTERM);
+        m_server.wait();
     }
     Gateway(const Gateway&) = delete;
     Gateway& operator=(const Gateway&) = delete;
@@ -78,7 +79,7 @@ class Gateway {
     [[nodiscard]] double processorTime() const {
         clockid_t clock{};
         timespec time{};
-        clock_getcpuclockid(server_.pid(), &clock);
+        clock_getcpuclockid(m_server.pid(), &clock);
         clock_gettime(clock, &time);
         return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
     }
@@ -89,13 +90,13 @@ class Gateway {
 
   private:
     std::vector<std::pair<std::string, std::string>> environment(int providerPort) const {
-        return {{"HOME", folder_.path().string()},
+        return {{"HOME", m_folder.path().string()},
                 {"VORQ_PROVIDER_URL", "http://127.0.0.1:" + std::to_string(providerPort)}};
     }
 
-    TemporaryFolder folder_;
-    std::string program_;
-    ChildProcess server_;
+    TemporaryFolder m_folder;
+    std::string m_program;
+    ChildProcess m_server;
 };
 
 void printStreams(const char* name, const std::vector<LoadAnswer>& answers) {

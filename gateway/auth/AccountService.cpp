@@ -31,11 +31,11 @@ AccountService::AccountService(Database database, const Clock& clock)
     : AccountService(std::move(database), clock, Options()) {}
 
 AccountService::AccountService(Database database, const Clock& clock, Options options)
-    : database_(std::move(database), std::move(options.reopen)),
-      clock_(clock),
-      passwordAttempts_(clock, options.wrongPasswordsPerMinute) {
-    auto turn = database_.write();
-    TokenTable(turn.database()).dropExpired(clock_.nowMs());
+    : m_database(std::move(database), std::move(options.reopen)),
+      m_clock(clock),
+      m_passwordAttempts(clock, options.wrongPasswordsPerMinute) {
+    auto turn = m_database.write();
+    TokenTable(turn.database()).dropExpired(m_clock.nowMs());
     turn.commit();
 }
 
@@ -44,22 +44,22 @@ Account AccountService::localAccount(Database& database, const std::string& logi
     if (std::optional<Account> found = accounts.local()) return *found;
     Account account = newLocalAccount(loginName);
     if (accounts.usernameTaken(account.username, 0)) account.username.clear();
-    accounts.insert(account, clock_.nowMs());
+    accounts.insert(account, m_clock.nowMs());
     return account;
 }
 
 std::string AccountService::createHandoff(const std::string& loginName) {
-    auto turn = database_.write();
+    auto turn = m_database.write();
     const Account account = localAccount(turn.database(), loginName);
     const std::string code = randomSecret();
-    TokenTable(turn.database()).addHandoff(code, account.id, clock_.nowMs() + kHandoffLife);
+    TokenTable(turn.database()).addHandoff(code, account.id, m_clock.nowMs() + kHandoffLife);
     turn.commit();
     return code;
 }
 
 Session AccountService::issue(Database& database, const Account& account,
                               std::int64_t familyId) const {
-    const std::int64_t now = clock_.nowMs();
+    const std::int64_t now = m_clock.nowMs();
     Session session{.signedIn = true,
                     .account = account,
                     .token = randomSecret(),
@@ -74,9 +74,9 @@ Session AccountService::issue(Database& database, const Account& account,
 }
 
 Session AccountService::exchangeHandoff(const std::string& code) {
-    auto turn = database_.write();
+    auto turn = m_database.write();
     TokenTable tokens(turn.database());
-    const std::int64_t now = clock_.nowMs();
+    const std::int64_t now = m_clock.nowMs();
     const std::optional<std::int64_t> accountId = tokens.takeHandoff(code, now);
     const std::optional<Account> account =
         accountId ? AccountTable(turn.database()).byId(*accountId) : std::nullopt;
@@ -93,12 +93,12 @@ std::optional<RefreshTokenRow> AccountService::tradeable(Database& database,
                                                          const std::string& refreshToken) {
     TokenTable tokens(database);
     const std::optional<RefreshTokenRow> row = tokens.refresh(refreshToken);
-    if (!row || row->expiresAt <= clock_.nowMs()) throw sessionExpired();
+    if (!row || row->expiresAt <= m_clock.nowMs()) throw sessionExpired();
     const auto& [generation, latest, confirmed] = row->age;
     if (generation == latest) return row;
     const std::int64_t family = row->owner.familyId;
     // Two refreshes that overlap are one client's race and no theft.
-    if (const int seconds = grace_.secondsLeft(family, generation); seconds > 0)
+    if (const int seconds = m_grace.secondsLeft(family, generation); seconds > 0)
         throw tryAgain(seconds);
     if (confirmed > generation || row->isSuperseded) {
         tokens.dropFamily(family);
@@ -109,8 +109,8 @@ std::optional<RefreshTokenRow> AccountService::tradeable(Database& database,
 }
 
 Session AccountService::refresh(const std::string& refreshToken) {
-    if (hasUnwrittenConfirmations()) writeConfirmations(database_.write());
-    auto turn = database_.write();
+    if (hasUnwrittenConfirmations()) writeConfirmations(m_database.write());
+    auto turn = m_database.write();
     Database& database = turn.database();
     const std::optional<RefreshTokenRow> row = tradeable(database, refreshToken);
     const std::optional<Account> account =
@@ -124,14 +124,14 @@ Session AccountService::refresh(const std::string& refreshToken) {
     // Older access tokens run out by themselves: a stream may be under way with one.
     Session session = issue(database, *account, family);
     turn.commit();
-    grace_.begin(family, row->age.generation);
+    m_grace.begin(family, row->age.generation);
     return session;
 }
 
 std::optional<Identity> AccountService::identify(const std::string& token) {
     if (token.empty()) return std::nullopt;
-    std::optional<Bearer> bearer = database_.read([&](Database& database) {
-        const auto row = TokenTable(database).access(token, clock_.nowMs());
+    std::optional<Bearer> bearer = m_database.read([&](Database& database) {
+        const auto row = TokenTable(database).access(token, m_clock.nowMs());
         auto account = row ? AccountTable(database).byId(row->owner.accountId) : std::nullopt;
         return account ? std::optional<Bearer>({*row, std::move(*account)}) : std::nullopt;
     });
@@ -147,54 +147,54 @@ std::optional<Identity> AccountService::identify(const std::string& token) {
 /// the confirmation of another, the next use of that token or the next writer makes up for it.
 void AccountService::confirm(const AccessTokenRow& token) {
     noteConfirmed(token);
-    if (isConfirming_.exchange(true)) return;
+    if (m_isConfirming.exchange(true)) return;
     const struct Ending {
         std::atomic<bool>& isConfirming;
         ~Ending() { isConfirming = false; }
-    } ending{isConfirming_};
+    } ending{m_isConfirming};
     try {
-        if (auto turn = database_.tryWrite()) writeConfirmations(*std::move(turn));
+        if (auto turn = m_database.tryWrite()) writeConfirmations(*std::move(turn));
     } catch (const DatabaseError&) {
         return; // As on a full disk.
     }
 }
 
 void AccountService::noteConfirmed(const AccessTokenRow& token) {
-    const std::scoped_lock lock(confirming_);
-    std::int64_t& confirmed = unwrittenConfirmations_[token.owner.familyId];
+    const std::scoped_lock lock(m_confirming);
+    std::int64_t& confirmed = m_unwrittenConfirmations[token.owner.familyId];
     confirmed = std::max(confirmed, token.age.generation);
 }
 
 void AccountService::writeConfirmations(SharedDatabase::Writing turn) {
     const auto confirmations = [this] {
-        const std::scoped_lock lock(confirming_);
-        return unwrittenConfirmations_;
+        const std::scoped_lock lock(m_confirming);
+        return m_unwrittenConfirmations;
     }();
     TokenTable tokens(turn.database());
     for (const auto& [family, generation] : confirmations)
         tokens.confirm(family, generation);
     turn.commit();
-    const std::scoped_lock lock(confirming_);
-    std::erase_if(unwrittenConfirmations_, [&](const auto& entry) {
+    const std::scoped_lock lock(m_confirming);
+    std::erase_if(m_unwrittenConfirmations, [&](const auto& entry) {
         const auto written = confirmations.find(entry.first);
         return written != confirmations.end() && entry.second <= written->second;
     });
 }
 
 bool AccountService::hasUnwrittenConfirmations() {
-    const std::scoped_lock lock(confirming_);
-    return !unwrittenConfirmations_.empty();
+    const std::scoped_lock lock(m_confirming);
+    return !m_unwrittenConfirmations.empty();
 }
 
 Session AccountService::signOut(const Identity& identity) {
-    auto turn = database_.write();
+    auto turn = m_database.write();
     TokenTable(turn.database()).dropFamily(identity.owner.familyId);
     turn.commit();
     return {.signedIn = false, .account = {}, .token = {}, .refreshToken = {}, .message = {}};
 }
 
 Session AccountService::updateProfile(const Identity& identity, const ProfileChange& change) {
-    auto turn = database_.write();
+    auto turn = m_database.write();
     AccountTable accounts(turn.database());
     std::optional<Account> account = accounts.byId(identity.owner.accountId);
     if (!account) throw sessionExpired();
@@ -211,14 +211,14 @@ Session AccountService::updateProfile(const Identity& identity, const ProfileCha
 /// so outside the lock of the database.
 std::optional<std::string> AccountService::checkedHash(const Identity& identity,
                                                        const PrivacyChange& change) {
-    const std::scoped_lock lock(hashing_);
+    const std::scoped_lock lock(m_hashing);
     const auto& [owner, account, token, address] = identity;
     // Without a stored password there is nothing to compare: the bearer token alone proves who
     // asks.
     if (account.passwordHash) {
-        passwordAttempts_.check(account.id, address);
+        m_passwordAttempts.check(account.id, address);
         if (!passwordMatches(*account.passwordHash, change.currentPassword)) {
-            passwordAttempts_.noteWrong(account.id, address);
+            m_passwordAttempts.noteWrong(account.id, address);
             throw ApiError(403, "The current password is not right.");
         }
     }
@@ -230,7 +230,7 @@ Session AccountService::updatePrivacy(const Identity& identity, const PrivacyCha
     const PrivacyChange change = checkedPrivacy(requested);
     const std::optional<std::string>& oldHash = identity.account.passwordHash;
     const std::optional<std::string> newHash = checkedHash(identity, change);
-    auto turn = database_.write();
+    auto turn = m_database.write();
     AccountTable accounts(turn.database());
     std::optional<Account> account = accounts.byId(identity.owner.accountId);
     if (!account) throw sessionExpired();

@@ -91,18 +91,18 @@ class AccountService {
     void writeConfirmations(SharedDatabase::Writing turn);
     [[nodiscard]] bool hasUnwrittenConfirmations();
 
-    SharedDatabase database_;
-    const Clock& clock_;
+    SharedDatabase m_database;
+    const Clock& m_clock;
     /// Of the turn to write.
-    RefreshGrace grace_{clock_};
-    std::mutex confirming_;
+    RefreshGrace m_grace{m_clock};
+    std::mutex m_confirming;
     /// By sign-in, the generation that is confirmed but not yet in the database.
-    std::unordered_map<std::int64_t, std::int64_t> unwrittenConfirmations_;
+    std::unordered_map<std::int64_t, std::int64_t> m_unwrittenConfirmations;
     /// A thread writes them.
-    std::atomic<bool> isConfirming_ = false;
+    std::atomic<bool> m_isConfirming = false;
     /// Hashing a password takes much memory on purpose, so it is done one at a time.
-    std::mutex hashing_;
-    PasswordAttempts passwordAttempts_;
+    std::mutex m_hashing;
+    PasswordAttempts m_passwordAttempts;
 };
 
 } // namespace vorq::gateway

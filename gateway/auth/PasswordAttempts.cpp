@@ -16,11 +16,11 @@ std::string keyOf(std::int64_t accountId, const std::string& address) {
 } // namespace
 
 PasswordAttempts::PasswordAttempts(const Clock& clock, int perMinute)
-    : fromAddress_(clock, perMinute), fromAll_(clock, perMinute * kAddressesOfAGuesser) {}
+    : m_fromAddress(clock, perMinute), m_fromAll(clock, perMinute * kAddressesOfAGuesser) {}
 
 void PasswordAttempts::check(std::int64_t accountId, const std::string& address) const {
-    const int wait = std::max(fromAddress_.secondsToWait(keyOf(accountId, address)),
-                              fromAll_.secondsToWait(keyOf(accountId, {})));
+    const int wait = std::max(m_fromAddress.secondsToWait(keyOf(accountId, address)),
+                              m_fromAll.secondsToWait(keyOf(accountId, {})));
     if (wait == 0) return;
     ApiError error(429, "Too many wrong passwords. Wait a moment and try again.");
     error.retryAfterSeconds = wait;
@@ -28,8 +28,8 @@ void PasswordAttempts::check(std::int64_t accountId, const std::string& address)
 }
 
 void PasswordAttempts::noteWrong(std::int64_t accountId, const std::string& address) {
-    fromAddress_.spend(keyOf(accountId, address));
-    fromAll_.spend(keyOf(accountId, {}));
+    m_fromAddress.spend(keyOf(accountId, address));
+    m_fromAll.spend(keyOf(accountId, {}));
 }
 
 } // namespace vorq::gateway

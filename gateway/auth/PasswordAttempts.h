@@ -19,8 +19,8 @@ class PasswordAttempts {
     void noteWrong(std::int64_t accountId, const std::string& address);
 
   private:
-    RateLimiter fromAddress_;
-    RateLimiter fromAll_;
+    RateLimiter m_fromAddress;
+    RateLimiter m_fromAll;
 };
 
 } // namespace vorq::gateway

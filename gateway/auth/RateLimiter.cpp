@@ -12,38 +12,39 @@ constexpr double kMsPerMinute = 60'000;
 } // namespace
 
 RateLimiter::RateLimiter(const Clock& clock, int perMinute)
-    : clock_(clock), perMinute_(perMinute) {}
+    : m_clock(clock), m_perMinute(perMinute) {}
 
 int RateLimiter::secondsToWait(const std::string& key) const {
-    const std::scoped_lock lock(mutex_);
-    const auto entry = buckets_.find(key);
-    const double left = entry == buckets_.end() ? perMinute_ : allowance(entry->second);
+    const std::scoped_lock lock(m_mutex);
+    const auto entry = m_buckets.find(key);
+    const double left = entry == m_buckets.end() ? m_perMinute : allowance(entry->second);
     if (left >= 1) return 0;
-    return std::max(1, static_cast<int>(std::ceil((1 - left) * 60 / perMinute_)));
+    return std::max(1, static_cast<int>(std::ceil((1 - left) * 60 / m_perMinute)));
 }
 
 void RateLimiter::spend(const std::string& key) {
-    const std::scoped_lock lock(mutex_);
-    if (buckets_.size() >= kMostKeys && !buckets_.contains(key)) forgetFullBuckets();
-    Bucket& bucket = buckets_.try_emplace(key, Bucket{perMinute_, clock_.uptimeMs()}).first->second;
+    const std::scoped_lock lock(m_mutex);
+    if (m_buckets.size() >= kMostKeys && !m_buckets.contains(key)) forgetFullBuckets();
+    Bucket& bucket =
+        m_buckets.try_emplace(key, Bucket{m_perMinute, m_clock.uptimeMs()}).first->second;
     bucket.allowance = std::max(0.0, allowance(bucket) - 1);
-    bucket.updatedMs = clock_.uptimeMs();
+    bucket.updatedMs = m_clock.uptimeMs();
 }
 
 std::size_t RateLimiter::trackedKeys() const {
-    const std::scoped_lock lock(mutex_);
-    return buckets_.size();
+    const std::scoped_lock lock(m_mutex);
+    return m_buckets.size();
 }
 
 double RateLimiter::allowance(const Bucket& bucket) const {
-    const auto passed = static_cast<double>(clock_.uptimeMs() - bucket.updatedMs);
-    return std::min(perMinute_, bucket.allowance + passed * perMinute_ / kMsPerMinute);
+    const auto passed = static_cast<double>(m_clock.uptimeMs() - bucket.updatedMs);
+    return std::min(m_perMinute, bucket.allowance + passed * m_perMinute / kMsPerMinute);
 }
 
 void RateLimiter::forgetFullBuckets() {
-    std::erase_if(buckets_,
-                  [this](const auto& entry) { return allowance(entry.second) >= perMinute_; });
-    if (buckets_.size() >= kMostKeys) buckets_.clear();
+    std::erase_if(m_buckets,
+                  [this](const auto& entry) { return allowance(entry.second) >= m_perMinute; });
+    if (m_buckets.size() >= kMostKeys) m_buckets.clear();
 }
 
 } // namespace vorq::gateway

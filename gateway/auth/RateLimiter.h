@@ -30,10 +30,10 @@ class RateLimiter {
     [[nodiscard]] double allowance(const Bucket& bucket) const;
     void forgetFullBuckets();
 
-    const Clock& clock_;
-    double perMinute_;
-    mutable std::mutex mutex_;
-    std::unordered_map<std::string, Bucket> buckets_;
+    const Clock& m_clock;
+    double m_perMinute;
+    mutable std::mutex m_mutex;
+    std::unordered_map<std::string, Bucket> m_buckets;
 };
 
 } // namespace vorq::gateway

@@ -11,7 +11,7 @@ namespace vorq::gateway {
 /// may have overlapped with the first, whose answer is still on its way. The owner locks.
 class RefreshGrace {
   public:
-    explicit RefreshGrace(const Clock& clock) : clock_(clock) {}
+    explicit RefreshGrace(const Clock& clock) : m_clock(clock) {}
 
     /// The sign-in's token of that generation was traded.
     void begin(std::int64_t familyId, std::int64_t generation);
@@ -25,8 +25,8 @@ class RefreshGrace {
     };
     [[nodiscard]] std::int64_t msLeft(const Trade& trade) const;
 
-    const Clock& clock_;
-    std::unordered_map<std::int64_t, Trade> last_; // by sign-in
+    const Clock& m_clock;
+    std::unordered_map<std::int64_t, Trade> m_last; // by sign-in
 };
 
 } // namespace vorq::gateway

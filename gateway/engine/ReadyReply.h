@@ -9,12 +9,12 @@ namespace vorq::gateway {
 /// A reply that is there at once, with nothing to show on its way.
 class ReadyReply final : public ReplyStream {
   public:
-    explicit ReadyReply(FinishedReply reply) : reply_(std::move(reply)) {}
+    explicit ReadyReply(FinishedReply reply) : m_reply(std::move(reply)) {}
     [[nodiscard]] ReplyStep step(SteadyTime) override { return {}; }
-    [[nodiscard]] FinishedReply result() override { return std::move(reply_); }
+    [[nodiscard]] FinishedReply result() override { return std::move(m_reply); }
 
   private:
-    FinishedReply reply_;
+    FinishedReply m_reply;
 };
 
 } // namespace vorq::gateway

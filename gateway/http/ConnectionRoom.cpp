@@ -5,56 +5,56 @@
 namespace vorq::gateway {
 
 ConnectionRoom::ConnectionRoom(std::size_t mostGuests, std::size_t mostBytes)
-    : mostGuests_(mostGuests), mostBytes_(mostBytes) {}
+    : m_mostGuests(mostGuests), m_mostBytes(mostBytes) {}
 
 void ConnectionRoom::enter(Guest& guest) {
     // In this order a guest for which memory was short is in no line.
-    Place& place = guests_[&guest];
-    place.turn = waiting_.insert(waiting_.end(), &guest);
+    Place& place = m_guests[&guest];
+    place.turn = m_waiting.insert(m_waiting.end(), &guest);
     place.waits = true;
-    if (guests_.size() > mostGuests_) dismissOldest();
+    if (m_guests.size() > m_mostGuests) dismissOldest();
 }
 
 void ConnectionRoom::setBytes(Guest& guest, std::size_t bytes) {
-    const auto entry = guests_.find(&guest);
-    if (entry == guests_.end() || !entry->second.waits) return;
-    bytes_ += bytes - entry->second.bytes;
+    const auto entry = m_guests.find(&guest);
+    if (entry == m_guests.end() || !entry->second.waits) return;
+    m_bytes += bytes - entry->second.bytes;
     entry->second.bytes = bytes;
-    while (bytes_ > mostBytes_ && dismissOldest()) {
+    while (m_bytes > m_mostBytes && dismissOldest()) {
     }
 }
 
 void ConnectionRoom::stopWaiting(Place& place) {
     if (!place.waits) return;
     place.waits = false;
-    bytes_ -= place.bytes;
-    waiting_.erase(place.turn);
+    m_bytes -= place.bytes;
+    m_waiting.erase(place.turn);
 }
 
 void ConnectionRoom::settle(Guest& guest) {
-    if (const auto entry = guests_.find(&guest); entry != guests_.end()) {
+    if (const auto entry = m_guests.find(&guest); entry != m_guests.end()) {
         stopWaiting(entry->second);
     }
 }
 
 void ConnectionRoom::leave(Guest& guest) {
-    const auto entry = guests_.find(&guest);
-    if (entry == guests_.end()) return;
+    const auto entry = m_guests.find(&guest);
+    if (entry == m_guests.end()) return;
     stopWaiting(entry->second);
-    guests_.erase(entry);
+    m_guests.erase(entry);
 }
 
 bool ConnectionRoom::dismissOldest() {
-    if (waiting_.empty()) return false;
-    Guest* oldest = waiting_.front();
-    stopWaiting(guests_.at(oldest));
+    if (m_waiting.empty()) return false;
+    Guest* oldest = m_waiting.front();
+    stopWaiting(m_guests.at(oldest));
     oldest->dismiss();
     return true;
 }
 
 void ConnectionRoom::announceStop() {
     std::vector<Guest*> all;
-    for (const auto& [guest, place] : guests_)
+    for (const auto& [guest, place] : m_guests)
         all.push_back(guest);
     for (Guest* guest : all)
         guest->hearStop();

@@ -35,7 +35,7 @@ class ConnectionRoom {
     bool dismissOldest();
     void announceStop();
 
-    [[nodiscard]] std::size_t guests() const { return guests_.size(); }
+    [[nodiscard]] std::size_t guests() const { return m_guests.size(); }
 
   private:
     struct Place {
@@ -45,12 +45,12 @@ class ConnectionRoom {
     };
     void stopWaiting(Place& place);
 
-    std::size_t mostGuests_;
-    std::size_t mostBytes_;
-    std::size_t bytes_ = 0;
-    std::unordered_map<Guest*, Place> guests_;
+    std::size_t m_mostGuests;
+    std::size_t m_mostBytes;
+    std::size_t m_bytes = 0;
+    std::unordered_map<Guest*, Place> m_guests;
     /// Those that wait, the oldest first.
-    std::list<Guest*> waiting_;
+    std::list<Guest*> m_waiting;
 };
 
 } // namespace vorq::gateway

@@ -34,22 +34,22 @@ FeedStep EventStream::step(SteadyTime now) {
     ReplyStep step = stepReply(now);
     switch (step.kind) {
     case ReplyStep::Kind::Grew:
-        lastSent_ = now;
+        m_lastSent = now;
         return {.bytes = event({{"text", std::move(step.text)}})};
     case ReplyStep::Kind::Ended:
         return {.bytes = closingEvent(result()), .isLast = true};
     case ReplyStep::Kind::Waits:
         break;
     }
-    if (now < lastSent_ + kHeartbeat)
-        return {.again = std::min(step.again, lastSent_ + kHeartbeat)};
-    lastSent_ = now;
+    if (now < m_lastSent + kHeartbeat)
+        return {.again = std::min(step.again, m_lastSent + kHeartbeat)};
+    m_lastSent = now;
     return {.bytes = kComment};
 }
 
 FeedStep EventStream::next(SteadyTime now) {
     // The head went out just now.
-    if (lastSent_ == SteadyTime::min()) lastSent_ = now;
+    if (m_lastSent == SteadyTime::min()) m_lastSent = now;
     try {
         return step(now);
     } catch (const EngineError& error) {

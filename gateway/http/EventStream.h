@@ -20,7 +20,7 @@ class EventStream final : public ReplyFeed {
   private:
     [[nodiscard]] FeedStep step(SteadyTime now);
 
-    SteadyTime lastSent_ = SteadyTime::min();
+    SteadyTime m_lastSent = SteadyTime::min();
 };
 
 } // namespace vorq::gateway

@@ -42,7 +42,7 @@ bool isPassing(const error_code& error) {
 class GatewayServer::Implementation {
   public:
     Implementation(RequestRouter& router, std::size_t mostConnections)
-        : core_(router, mostConnections), acceptor_(core_.io) {}
+        : m_core(router, mostConnections), m_acceptor(m_core.io) {}
 
     int bind(const std::string& host, int port);
     void run();
@@ -52,17 +52,17 @@ class GatewayServer::Implementation {
     void listenOn(const net::ip::tcp::endpoint& endpoint, error_code& error);
     void keepAccepting();
     [[nodiscard]] Awaitable<void> accept(std::shared_ptr<bool> sign);
-    [[nodiscard]] bool isAccepting() const { return !acceptSign_.expired(); }
+    [[nodiscard]] bool isAccepting() const { return !m_acceptSign.expired(); }
     void begin(Socket socket);
     [[nodiscard]] Awaitable<void> outwait(const error_code& error);
     void endAll();
 
-    ServerCore core_;
-    Acceptor acceptor_;
+    ServerCore m_core;
+    Acceptor m_acceptor;
     /// Lasts as long as `accept`, which may end without a word where memory is short.
-    std::weak_ptr<bool> acceptSign_;
-    bool hasComplained_ = false;
-    error_code failure_;
+    std::weak_ptr<bool> m_acceptSign;
+    bool m_hasComplained = false;
+    error_code m_failure;
 };
 
 void GatewayServer::Implementation::listenOn(const net::ip::tcp::endpoint& endpoint,
@@ -71,29 +71,29 @@ void GatewayServer::Implementation::listenOn(const net::ip::tcp::endpoint& endpo
         if (!error) static_cast<void>(step());
     };
     error = {};
-    attempt([&] { return acceptor_.open(endpoint.protocol(), error); });
+    attempt([&] { return m_acceptor.open(endpoint.protocol(), error); });
     // Without SO_REUSEPORT, so that a second gateway on the same port is noticed.
-    attempt([&] { return acceptor_.set_option(Acceptor::reuse_address(true), error); });
+    attempt([&] { return m_acceptor.set_option(Acceptor::reuse_address(true), error); });
     if (endpoint.protocol() == net::ip::tcp::v6()) {
-        attempt([&] { return acceptor_.set_option(net::ip::v6_only(false), error); });
+        attempt([&] { return m_acceptor.set_option(net::ip::v6_only(false), error); });
     }
-    attempt([&] { return acceptor_.bind(endpoint, error); });
-    attempt([&] { return acceptor_.listen(Acceptor::max_listen_connections, error); });
-    attempt([&] { return acceptor_.non_blocking(true, error); });
+    attempt([&] { return m_acceptor.bind(endpoint, error); });
+    attempt([&] { return m_acceptor.listen(Acceptor::max_listen_connections, error); });
+    attempt([&] { return m_acceptor.non_blocking(true, error); });
     if (error) {
         error_code ignored;
-        static_cast<void>(acceptor_.close(ignored));
+        static_cast<void>(m_acceptor.close(ignored));
     }
 }
 
 int GatewayServer::Implementation::bind(const std::string& host, int port) {
     error_code error;
-    Resolver resolver(core_.io);
+    Resolver resolver(m_core.io);
     const auto endpoints = resolver.resolve(host, std::to_string(port),
                                             Resolver::passive | Resolver::numeric_service, error);
     for (const auto& entry : endpoints) {
         listenOn(entry.endpoint(), error);
-        if (!error) return acceptor_.local_endpoint().port();
+        if (!error) return m_acceptor.local_endpoint().port();
     }
     throw std::runtime_error(port == 0 ? filled("Could not listen on {}.", host)
                                        : filled("Could not listen on {}:{}. Is another program, or "
@@ -106,53 +106,53 @@ void GatewayServer::Implementation::run() {
     while (!isOver) {
         try {
             keepAccepting();
-            if (isAccepting() || core_.stopping) {
-                core_.io.run();
+            if (isAccepting() || m_core.stopping) {
+                m_core.io.run();
                 isOver = true;
             } else {
-                core_.io.run_for(kAcceptPause);
-                core_.io.restart();
+                m_core.io.run_for(kAcceptPause);
+                m_core.io.restart();
             }
         } catch (const std::exception& error) {
             // Memory that is short takes the connection in hand, not the server.
             std::fprintf(stderr, "vorq-gateway: a connection failed: %s\n", error.what());
         }
     }
-    if (failure_) {
+    if (m_failure) {
         throw std::runtime_error(
-            filled("The system lets no connection in any more: {}.", failure_.message()));
+            filled("The system lets no connection in any more: {}.", m_failure.message()));
     }
 }
 
 /// Memory that is short ends `accept`, which has to begin anew then.
 void GatewayServer::Implementation::keepAccepting() {
-    if (isAccepting() || core_.stopping) return;
+    if (isAccepting() || m_core.stopping) return;
     try {
         auto sign = std::make_shared<bool>(true);
-        acceptSign_ = sign;
-        net::co_spawn(core_.io, accept(std::move(sign)), [](const std::exception_ptr& failure) {
+        m_acceptSign = sign;
+        net::co_spawn(m_core.io, accept(std::move(sign)), [](const std::exception_ptr& failure) {
             if (failure) std::rethrow_exception(failure);
         });
     } catch (const std::bad_alloc&) {
-        static_cast<void>(core_.room.dismissOldest());
+        static_cast<void>(m_core.room.dismissOldest());
     }
 }
 
 Awaitable<void> GatewayServer::Implementation::accept(std::shared_ptr<bool> sign) {
     const std::shared_ptr<bool> kept = std::move(sign);
-    while (!core_.stopping) {
+    while (!m_core.stopping) {
         error_code error;
-        Socket socket(core_.io);
-        co_await acceptor_.async_accept(socket, net::redirect_error(kAwait, error));
-        if (core_.stopping) break;
+        Socket socket(m_core.io);
+        co_await m_acceptor.async_accept(socket, net::redirect_error(kAwait, error));
+        if (m_core.stopping) break;
         if (error) {
             co_await outwait(error);
             continue;
         }
         for (int i = 0; i < kMostAtOnce && !error; ++i) {
             begin(std::move(socket));
-            socket = Socket(core_.io);
-            static_cast<void>(acceptor_.accept(socket, error));
+            socket = Socket(m_core.io);
+            static_cast<void>(m_acceptor.accept(socket, error));
         }
         if (!error) begin(std::move(socket));
         if (error && error != boost::system::errc::operation_would_block) co_await outwait(error);
@@ -161,42 +161,42 @@ Awaitable<void> GatewayServer::Implementation::accept(std::shared_ptr<bool> sign
 
 void GatewayServer::Implementation::begin(Socket socket) {
     try {
-        std::make_shared<HttpConnection>(core_, std::move(socket))->start();
+        std::make_shared<HttpConnection>(m_core, std::move(socket))->start();
     } catch (const std::bad_alloc&) {
-        static_cast<void>(core_.room.dismissOldest());
+        static_cast<void>(m_core.room.dismissOldest());
     }
 }
 
 Awaitable<void> GatewayServer::Implementation::outwait(const error_code& error) {
     if (!isPassing(error)) {
-        failure_ = error;
-        core_.stopping = true;
+        m_failure = error;
+        m_core.stopping = true;
         endAll();
         co_return;
     }
     if (error == boost::system::errc::connection_aborted) co_return;
-    if (!std::exchange(hasComplained_, true)) {
+    if (!std::exchange(m_hasComplained, true)) {
         std::fprintf(stderr, "vorq-gateway: connections have to wait: %s\n",
                      error.message().c_str());
     }
-    static_cast<void>(core_.room.dismissOldest());
-    Timer pause(core_.io, kAcceptPause);
+    static_cast<void>(m_core.room.dismissOldest());
+    Timer pause(m_core.io, kAcceptPause);
     error_code ignored;
     co_await pause.async_wait(net::redirect_error(kAwait, ignored));
 }
 
 void GatewayServer::Implementation::endAll() {
     error_code ignored;
-    static_cast<void>(acceptor_.close(ignored));
-    core_.room.announceStop();
+    static_cast<void>(m_acceptor.close(ignored));
+    m_core.room.announceStop();
 }
 
 void GatewayServer::Implementation::stop() {
-    if (!core_.stopping.exchange(true)) net::post(core_.io, [this] { endAll(); });
+    if (!m_core.stopping.exchange(true)) net::post(m_core.io, [this] { endAll(); });
 }
 
 GatewayServer::GatewayServer(RequestRouter& router, std::size_t mostConnections)
-    : implementation_(std::make_unique<Implementation>(router, mostConnections)) {}
+    : m_implementation(std::make_unique<Implementation>(router, mostConnections)) {}
 
 // Without memory for the word to stop the process had better end.
 // NOLINTNEXTLINE(bugprone-exception-escape)
@@ -205,15 +205,15 @@ GatewayServer::~GatewayServer() {
 }
 
 int GatewayServer::bind(const std::string& host, int port) {
-    return implementation_->bind(host, port);
+    return m_implementation->bind(host, port);
 }
 
 void GatewayServer::run() {
-    implementation_->run();
+    m_implementation->run();
 }
 
 void GatewayServer::stop() {
-    implementation_->stop();
+    m_implementation->stop();
 }
 
 } // namespace vorq::gateway

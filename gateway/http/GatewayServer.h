@@ -33,7 +33,7 @@ class GatewayServer {
 
   private:
     class Implementation;
-    std::unique_ptr<Implementation> implementation_;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace vorq::gateway

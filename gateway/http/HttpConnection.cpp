@@ -55,34 +55,34 @@ void setFields(http::response<Body>& response, const char* contentType) {
 } // namespace
 
 HttpConnection::HttpConnection(ServerCore& core, Socket socket)
-    : core_(core),
-      socket_(std::move(socket)),
-      bell_(core.io),
-      deadline_(core.io),
-      reader_(socket_,
-              [this](std::size_t held) {
-                  if (!std::exchange(hasHeard_, true)) allow(kRequestTime);
-                  core_.room.setBytes(*this, held);
-              }),
-      rope_(std::make_shared<Rope>(this)) {}
+    : m_core(core),
+      m_socket(std::move(socket)),
+      m_bell(core.io),
+      m_deadline(core.io),
+      m_reader(m_socket,
+               [this](std::size_t held) {
+                   if (!std::exchange(m_hasHeard, true)) allow(kRequestTime);
+                   m_core.room.setBytes(*this, held);
+               }),
+      m_rope(std::make_shared<Rope>(this)) {}
 
 HttpConnection::~HttpConnection() {
-    rope_->connection = nullptr;
+    m_rope->connection = nullptr;
     giveRoomBack();
-    core_.room.leave(*this);
+    m_core.room.leave(*this);
 }
 
 void HttpConnection::start() {
     error_code ignored;
-    static_cast<void>(socket_.set_option(net::ip::tcp::no_delay(true), ignored));
-    core_.room.enter(*this);
+    static_cast<void>(m_socket.set_option(net::ip::tcp::no_delay(true), ignored));
+    m_core.room.enter(*this);
     allow(kFirstByteTime);
-    net::co_spawn(core_.io, run(shared_from_this()), net::detached);
+    net::co_spawn(m_core.io, run(shared_from_this()), net::detached);
 }
 
 void HttpConnection::hearStop() {
-    if (phase_ == Phase::Receiving) close();
-    if (isWriting_) allow(kFinishTime);
+    if (m_phase == Phase::Receiving) close();
+    if (m_isWriting) allow(kFinishTime);
     ring();
 }
 
@@ -91,12 +91,12 @@ Awaitable<void> HttpConnection::run(std::shared_ptr<HttpConnection> self) {
         co_await self->answer();
         co_await self->finish();
     } catch (const boost::system::system_error&) {
-        self->peerLeft_ = true;
+        self->m_peerLeft = true;
     } catch (const std::exception&) {
         static_cast<void>(refusalFor(std::current_exception()));
     }
     self->close();
-    if (self->wasLarge_) static_cast<void>(self->core_.computing.submit(trimHeap));
+    if (self->m_wasLarge) static_cast<void>(self->m_core.computing.submit(trimHeap));
 }
 
 Awaitable<void> HttpConnection::answer() {
@@ -120,28 +120,28 @@ Awaitable<void> HttpConnection::answer() {
 
 /// The common refusals come out as values: an exception is thrown anew in each coroutine it passes.
 Awaitable<HttpConnection::Outcome> HttpConnection::obtainReply() {
-    const HttpRequest request = co_await reader_.readHead();
+    const HttpRequest request = co_await m_reader.readHead();
     const Route* route = nullptr;
     try {
-        route = &core_.router.screen(request);
+        route = &m_core.router.screen(request);
     } catch (const ApiError&) {
         co_return refusalFor(std::current_exception());
     }
     std::optional<Identity> identity;
     co_await receiveBody(request, *route, identity);
-    core_.room.settle(*this);
-    phase_ = Phase::Working;
+    m_core.room.settle(*this);
+    m_phase = Phase::Working;
     relax();
     if (!route->startsReply) co_return co_await work(*route, request, std::move(identity));
     watchPeer();
-    const StartGate::Visitor visitor(core_.starts, [this] { ring(); });
+    const StartGate::Visitor visitor(m_core.starts, [this] { ring(); });
     co_await passGate(visitor);
     co_return co_await work(*route, request, std::move(identity));
 }
 
 Awaitable<void> HttpConnection::passGate(const StartGate::Visitor& visitor) {
     while (!visitor.isInside()) {
-        if (core_.stopping || peerLeft_) throw CancelledError();
+        if (m_core.stopping || m_peerLeft) throw CancelledError();
         co_await waitUntil(SteadyTime::max());
     }
 }
@@ -149,15 +149,15 @@ Awaitable<void> HttpConnection::passGate(const StartGate::Visitor& visitor) {
 Awaitable<HttpConnection::Outcome> HttpConnection::work(const Route& route,
                                                         const HttpRequest& request,
                                                         std::optional<Identity> identity) {
-    std::string body = reader_.takeBody();
+    std::string body = m_reader.takeBody();
     const bool takesLong = route.computes || body.size() > kSmallBody;
     const auto identify = [&] {
-        if (!identity) identity = core_.router.identify(route, request);
+        if (!identity) identity = m_core.router.identify(route, request);
         return true;
     };
-    if (takesLong) co_await onPool(core_.accounts, identify);
+    if (takesLong) co_await onPool(m_core.accounts, identify);
     Outcome outcome =
-        co_await onPool(takesLong ? core_.computing : core_.accounts, [&]() -> Outcome {
+        co_await onPool(takesLong ? m_core.computing : m_core.accounts, [&]() -> Outcome {
             try {
                 identify();
                 return RequestRouter::answer(route, std::move(identity), std::move(body));
@@ -176,48 +176,48 @@ Awaitable<void> HttpConnection::receiveBody(const HttpRequest& request, const Ro
     const std::uint64_t announced = request.contentLength.value_or(0);
     if (announced > limit && !route.needsToken) throw RequestRouter::tooLarge(route);
     if (announced <= kSmallBody) {
-        if (reader_.awaitsContinue()) co_await sendContinue();
-        co_await reader_.readBody(kSmallBody);
-        if (reader_.isWhole()) co_return;
+        if (m_reader.awaitsContinue()) co_await sendContinue();
+        co_await m_reader.readBody(kSmallBody);
+        if (m_reader.isWhole()) co_return;
     }
     if (!route.needsToken) throw RequestRouter::tooLarge(route);
-    co_await onPool(core_.accounts, [&] {
-        identity = core_.router.identify(route, request);
+    co_await onPool(m_core.accounts, [&] {
+        identity = m_core.router.identify(route, request);
         return true;
     });
     if (announced > limit) throw RequestRouter::tooLarge(route);
     co_await takeRoomForLargeBody(request);
-    core_.room.settle(*this);
-    if (reader_.awaitsContinue() && announced > kSmallBody) co_await sendContinue();
-    co_await reader_.readBody(limit);
-    if (!reader_.isWhole()) throw RequestRouter::tooLarge(route);
+    m_core.room.settle(*this);
+    if (m_reader.awaitsContinue() && announced > kSmallBody) co_await sendContinue();
+    co_await m_reader.readBody(limit);
+    if (!m_reader.isWhole()) throw RequestRouter::tooLarge(route);
 }
 
 Awaitable<void> HttpConnection::sendContinue() {
     constexpr std::string_view word = "HTTP/1.1 100 Continue\r\n\r\n";
-    co_await net::async_write(socket_, net::buffer(word), kAwait);
+    co_await net::async_write(m_socket, net::buffer(word), kAwait);
 }
 
 Awaitable<void> HttpConnection::takeRoomForLargeBody(const HttpRequest& request) {
     const std::size_t bytes = request.contentLength.value_or(RequestRouter::kLargestBody);
-    while (core_.largeBytes + bytes > ServerCore::kMostLargeBytes) {
-        if (!socket_.is_open()) throw boost::system::system_error(net::error::operation_aborted);
+    while (m_core.largeBytes + bytes > ServerCore::kMostLargeBytes) {
+        if (!m_socket.is_open()) throw boost::system::system_error(net::error::operation_aborted);
         co_await waitUntil(Steady::now() + kRoomPoll);
     }
-    core_.largeBytes += bytes;
-    largeBytes_ = bytes;
-    wasLarge_ = true;
+    m_core.largeBytes += bytes;
+    m_largeBytes = bytes;
+    m_wasLarge = true;
 }
 
 void HttpConnection::giveRoomBack() {
-    core_.largeBytes -= std::exchange(largeBytes_, 0);
+    m_core.largeBytes -= std::exchange(m_largeBytes, 0);
 }
 
 Awaitable<void> HttpConnection::sendFeed(ReplyFeed& feed) {
     feed.setCaller(bellRope());
     if (feed.beginsAtOnce()) co_await sendHead(feed.contentType());
-    while (!peerLeft_) {
-        if (core_.stopping) {
+    while (!m_peerLeft) {
+        if (m_core.stopping) {
             co_await sendLastWord(feed);
             co_return;
         }
@@ -227,10 +227,10 @@ Awaitable<void> HttpConnection::sendFeed(ReplyFeed& feed) {
             co_await waitUntil(step->again);
             continue;
         }
-        if (step->isLast && !headSent_) {
+        if (step->isLast && !m_headSent) {
             co_await sendDocument(200, step->bytes, std::nullopt);
         } else {
-            if (!headSent_) co_await sendHead(feed.contentType());
+            if (!m_headSent) co_await sendHead(feed.contentType());
             co_await sendPiece(step->bytes, step->isLast);
         }
         if (step->isLast) co_return;
@@ -240,7 +240,7 @@ Awaitable<void> HttpConnection::sendFeed(ReplyFeed& feed) {
 Awaitable<std::optional<FeedStep>> HttpConnection::nextStep(ReplyFeed& feed) {
     if (!feed.isLarge()) co_return feed.next(Steady::now());
     try {
-        co_return co_await onPool(core_.computing, [&feed] { return feed.next(Steady::now()); });
+        co_return co_await onPool(m_core.computing, [&feed] { return feed.next(Steady::now()); });
     } catch (const CancelledError&) {
         co_return std::nullopt;
     }
@@ -255,27 +255,28 @@ Awaitable<void> HttpConnection::sendLastWord(const ReplyFeed& feed) {
 Awaitable<void> HttpConnection::sendHead(const char* contentType) {
     http::response<http::empty_body> head{http::status::ok, 11};
     setFields(head, contentType);
-    head.chunked(reader_.knowsChunks());
+    head.chunked(m_reader.knowsChunks());
     http::response_serializer<http::empty_body> serializer{head};
     allowWrite();
-    headSent_ = true;
-    co_await http::async_write_header(socket_, serializer, kAwait);
-    isWriting_ = false;
+    m_headSent = true;
+    co_await http::async_write_header(m_socket, serializer, kAwait);
+    m_isWriting = false;
     relax();
 }
 
 Awaitable<void> HttpConnection::sendPiece(const std::string& bytes, bool isLast) {
     allowWrite();
     const net::const_buffer buffer = net::buffer(bytes);
-    if (!reader_.knowsChunks()) {
-        co_await net::async_write(socket_, buffer, kAwait);
+    if (!m_reader.knowsChunks()) {
+        co_await net::async_write(m_socket, buffer, kAwait);
     } else if (isLast) {
         co_await net::async_write(
-            socket_, beast::buffers_cat(http::make_chunk(buffer), http::make_chunk_last()), kAwait);
+            m_socket, beast::buffers_cat(http::make_chunk(buffer), http::make_chunk_last()),
+            kAwait);
     } else {
-        co_await net::async_write(socket_, http::make_chunk(buffer), kAwait);
+        co_await net::async_write(m_socket, http::make_chunk(buffer), kAwait);
     }
-    isWriting_ = false;
+    m_isWriting = false;
     relax();
 }
 
@@ -288,30 +289,30 @@ Awaitable<void> HttpConnection::sendDocument(int status, std::string document,
         response.set(http::field::retry_after, std::to_string(*retryAfterSeconds));
     }
     response.content_length(document.size());
-    if (!reader_.isHeadRequest()) response.body() = std::move(document);
+    if (!m_reader.isHeadRequest()) response.body() = std::move(document);
     allowWrite();
-    headSent_ = true;
-    co_await http::async_write(socket_, response, kAwait);
-    isWriting_ = false;
+    m_headSent = true;
+    co_await http::async_write(m_socket, response, kAwait);
+    m_isWriting = false;
     relax();
 }
 
 Awaitable<void> HttpConnection::sendRefusal(const Refusal& refusal) {
-    if (headSent_) co_return; // The answer is cut, which says that it is not whole.
+    if (m_headSent) co_return; // The answer is cut, which says that it is not whole.
     co_await sendDocument(refusal.status, oneLineJson(errorDocument(refusal.sentence)),
                           refusal.retryAfterSeconds);
 }
 
 /// Lets a client read its answer though it is still sending a request that nobody reads.
 Awaitable<void> HttpConnection::finish() {
-    phase_ = Phase::Finishing;
-    core_.room.settle(*this);
+    m_phase = Phase::Finishing;
+    m_core.room.settle(*this);
     error_code ignored;
-    static_cast<void>(socket_.shutdown(Socket::shutdown_send, ignored));
-    if (!reader_.awaitsMore()) co_return;
+    static_cast<void>(m_socket.shutdown(Socket::shutdown_send, ignored));
+    if (!m_reader.awaitsMore()) co_return;
     watchPeer();
     const SteadyTime end = Steady::now() + kFinishTime;
-    while (!peerLeft_ && Steady::now() < end)
+    while (!m_peerLeft && Steady::now() < end)
         co_await waitUntil(end);
 }
 
@@ -321,7 +322,7 @@ void HttpConnection::wake(ServerCore& core, const std::shared_ptr<Rope>& rope) {
     while (true) {
         try {
             net::post(core.io, [rope] {
-                if (rope->connection != nullptr) rope->connection->bell_.cancel();
+                if (rope->connection != nullptr) rope->connection->m_bell.cancel();
             });
             return;
         } catch (const std::bad_alloc&) {
@@ -339,7 +340,7 @@ Awaitable<std::invoke_result_t<Work&>> HttpConnection::onPool(WorkerPool& pool, 
     };
     // The coroutine and all it holds stay until the job is done.
     Outcome outcome;
-    const bool isTaken = pool.submit([&core = core_, rope = rope_, &outcome, &work] {
+    const bool isTaken = pool.submit([&core = m_core, rope = m_rope, &outcome, &work] {
         try {
             if (core.stopping) throw CancelledError();
             outcome.result.emplace(work());
@@ -352,9 +353,9 @@ Awaitable<std::invoke_result_t<Work&>> HttpConnection::onPool(WorkerPool& pool, 
     if (!isTaken) throw ApiError(503, "The Vorq gateway is busy. Try again in a moment.");
     while (!outcome.isDone) {
         try {
-            bell_.expires_at(SteadyTime::max());
+            m_bell.expires_at(SteadyTime::max());
             error_code ignored;
-            co_await bell_.async_wait(net::redirect_error(kAwait, ignored));
+            co_await m_bell.async_wait(net::redirect_error(kAwait, ignored));
         } catch (const std::bad_alloc&) {
             while (!outcome.isDone)
                 std::this_thread::sleep_for(kMemoryPause);
@@ -365,21 +366,21 @@ Awaitable<std::invoke_result_t<Work&>> HttpConnection::onPool(WorkerPool& pool, 
 }
 
 Awaitable<void> HttpConnection::waitUntil(SteadyTime time) {
-    if (!rung_) {
-        bell_.expires_at(time);
+    if (!m_rung) {
+        m_bell.expires_at(time);
         error_code ignored;
-        co_await bell_.async_wait(net::redirect_error(kAwait, ignored));
+        co_await m_bell.async_wait(net::redirect_error(kAwait, ignored));
     }
-    rung_ = false;
+    m_rung = false;
 }
 
 void HttpConnection::ring() {
-    rung_ = true;
-    bell_.cancel();
+    m_rung = true;
+    m_bell.cancel();
 }
 
 std::function<void()> HttpConnection::bellRope() {
-    return [rope = rope_, &io = core_.io] {
+    return [rope = m_rope, &io = m_core.io] {
         if (rope->isPulled.exchange(true)) return;
         // Whoever pulls could do nothing about memory that is short.
         net::post(io, net::bind_allocator(RopeAllocator<char>(rope->word), [rope] {
@@ -390,35 +391,35 @@ std::function<void()> HttpConnection::bellRope() {
 }
 
 void HttpConnection::allow(milliseconds time) {
-    deadline_.expires_after(time);
-    deadline_.async_wait([self = shared_from_this()](const error_code& error) {
-        if (!error && self->deadline_.expiry() <= Steady::now()) self->close();
+    m_deadline.expires_after(time);
+    m_deadline.async_wait([self = shared_from_this()](const error_code& error) {
+        if (!error && self->m_deadline.expiry() <= Steady::now()) self->close();
     });
 }
 
 void HttpConnection::allowWrite() {
-    isWriting_ = true;
-    allow(core_.stopping ? kFinishTime : kWriteTime);
+    m_isWriting = true;
+    allow(m_core.stopping ? kFinishTime : kWriteTime);
 }
 
 void HttpConnection::watchPeer() {
-    if (std::exchange(isWatching_, true)) return;
-    socket_.async_read_some(net::buffer(discard_),
-                            [self = shared_from_this()](const error_code& error, std::size_t n) {
-                                self->isWatching_ = false;
-                                self->discarded_ += n;
-                                if (error || self->discarded_ > kMostDiscarded) {
-                                    self->peerLeft_ = true;
-                                    self->ring();
-                                } else {
-                                    self->watchPeer();
-                                }
-                            });
+    if (std::exchange(m_isWatching, true)) return;
+    m_socket.async_read_some(net::buffer(m_discard),
+                             [self = shared_from_this()](const error_code& error, std::size_t n) {
+                                 self->m_isWatching = false;
+                                 self->m_discarded += n;
+                                 if (error || self->m_discarded > kMostDiscarded) {
+                                     self->m_peerLeft = true;
+                                     self->ring();
+                                 } else {
+                                     self->watchPeer();
+                                 }
+                             });
 }
 
 void HttpConnection::close() {
     error_code ignored;
-    static_cast<void>(socket_.close(ignored));
+    static_cast<void>(m_socket.close(ignored));
     relax();
     ring();
 }

@@ -75,28 +75,28 @@ class HttpConnection final : public Guest, public std::enable_shared_from_this<H
     /// Closes the connection unless `relax` or another `allow` comes in time.
     void allow(std::chrono::milliseconds time);
     void allowWrite();
-    void relax() { deadline_.cancel(); }
+    void relax() { m_deadline.cancel(); }
     void watchPeer();
     void close();
 
-    ServerCore& core_;
-    Socket socket_;
-    Timer bell_;
-    Timer deadline_;
-    RequestReader reader_;
-    Phase phase_ = Phase::Receiving;
-    std::shared_ptr<Rope> rope_;
-    bool rung_ = false;
-    bool hasHeard_ = false;
-    bool isWriting_ = false;
-    bool headSent_ = false;
-    bool isWatching_ = false;
+    ServerCore& m_core;
+    Socket m_socket;
+    Timer m_bell;
+    Timer m_deadline;
+    RequestReader m_reader;
+    Phase m_phase = Phase::Receiving;
+    std::shared_ptr<Rope> m_rope;
+    bool m_rung = false;
+    bool m_hasHeard = false;
+    bool m_isWriting = false;
+    bool m_headSent = false;
+    bool m_isWatching = false;
     /// The client closed its end; one that still waits for an answer never does.
-    bool peerLeft_ = false;
-    std::size_t discarded_ = 0;
-    std::size_t largeBytes_ = 0;
-    bool wasLarge_ = false;
-    std::array<char, 512> discard_{};
+    bool m_peerLeft = false;
+    std::size_t m_discarded = 0;
+    std::size_t m_largeBytes = 0;
+    bool m_wasLarge = false;
+    std::array<char, 512> m_discard{};
 };
 
 } // namespace vorq::gateway

@@ -29,11 +29,11 @@ class ReplyFeed {
     /// How long a client hears nothing at most.
     static constexpr std::chrono::seconds kHeartbeat{10};
 
-    explicit ReplyFeed(std::unique_ptr<ReplyStream> reply) : reply_(std::move(reply)) {}
+    explicit ReplyFeed(std::unique_ptr<ReplyStream> reply) : m_reply(std::move(reply)) {}
     virtual ~ReplyFeed() = default;
 
     /// See ReplyStream.
-    void setCaller(const std::function<void()>& call) { reply_->setCaller(call); }
+    void setCaller(const std::function<void()>& call) { m_reply->setCaller(call); }
     [[nodiscard]] virtual const char* contentType() const = 0;
     /// Whether the head goes out before there is anything of the reply.
     [[nodiscard]] virtual bool beginsAtOnce() const = 0;
@@ -42,21 +42,21 @@ class ReplyFeed {
     /// The last bytes of a server that stops; empty if nothing has gone out.
     [[nodiscard]] virtual std::string stopped() const = 0;
     /// Whether the next step may take long enough to be felt by others.
-    [[nodiscard]] bool isLarge() const { return size_ > kLarge; }
+    [[nodiscard]] bool isLarge() const { return m_size > kLarge; }
 
   protected:
     [[nodiscard]] ReplyStep stepReply(SteadyTime now) {
-        ReplyStep step = reply_->step(now);
-        if (step.kind == ReplyStep::Kind::Grew) size_ = step.text.size();
+        ReplyStep step = m_reply->step(now);
+        if (step.kind == ReplyStep::Kind::Grew) m_size = step.text.size();
         return step;
     }
-    [[nodiscard]] FinishedReply result() { return reply_->result(); }
+    [[nodiscard]] FinishedReply result() { return m_reply->result(); }
 
   private:
     static constexpr std::size_t kLarge = std::size_t{64} * 1024;
 
-    std::unique_ptr<ReplyStream> reply_;
-    std::size_t size_ = 0;
+    std::unique_ptr<ReplyStream> m_reply;
+    std::size_t m_size = 0;
 };
 
 } // namespace vorq::gateway

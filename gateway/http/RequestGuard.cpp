@@ -35,13 +35,13 @@ std::string plainAddress(std::string_view text) {
 } // namespace
 
 RequestGuard::RequestGuard(std::string listenHost, std::vector<std::string> trustedProxies)
-    : listenHost_(std::move(listenHost)) {
+    : m_listenHost(std::move(listenHost)) {
     for (const std::string& proxy : trustedProxies)
-        trustedProxies_.push_back(plainAddress(proxy));
+        m_trustedProxies.push_back(plainAddress(proxy));
 }
 
 bool RequestGuard::isTrustedProxy(const std::string& address) const {
-    return std::ranges::find(trustedProxies_, address) != trustedProxies_.end();
+    return std::ranges::find(m_trustedProxies, address) != m_trustedProxies.end();
 }
 
 std::string RequestGuard::senderAddress(const HttpRequest& request) const {
@@ -59,8 +59,8 @@ std::string RequestGuard::senderAddress(const HttpRequest& request) const {
 bool RequestGuard::isOwnName(const std::string& authority) const {
     const std::string name = hostName(authority);
     if (isLoopbackName(name)) return true;
-    if (listenHost_ == "0.0.0.0" || listenHost_ == "::") return !name.empty();
-    return name == lowered(listenHost_) || name == "[" + lowered(listenHost_) + "]";
+    if (m_listenHost == "0.0.0.0" || m_listenHost == "::") return !name.empty();
+    return name == lowered(m_listenHost) || name == "[" + lowered(m_listenHost) + "]";
 }
 
 void RequestGuard::checkSender(const HttpRequest& request) const {

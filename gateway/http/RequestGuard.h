@@ -28,8 +28,8 @@ class RequestGuard {
     [[nodiscard]] bool isOwnName(const std::string& authority) const;
     [[nodiscard]] bool isTrustedProxy(const std::string& address) const;
 
-    std::string listenHost_;
-    std::vector<std::string> trustedProxies_;
+    std::string m_listenHost;
+    std::vector<std::string> m_trustedProxies;
 };
 
 } // namespace vorq::gateway

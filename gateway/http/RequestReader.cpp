@@ -60,13 +60,13 @@ std::string forwardedFor(const Message& message) {
 } // namespace
 
 RequestReader::RequestReader(Socket& socket, std::function<void(std::size_t)> onGrowth)
-    : socket_(socket), onGrowth_(std::move(onGrowth)), buffer_(4 * kLargestHead) {
-    parser_.header_limit(static_cast<std::uint32_t>(kLargestHead));
-    parser_.body_limit(boost::none); // readBody minds the limit.
+    : m_socket(socket), m_onGrowth(std::move(onGrowth)), m_buffer(4 * kLargestHead) {
+    m_parser.header_limit(static_cast<std::uint32_t>(kLargestHead));
+    m_parser.body_limit(boost::none); // readBody minds the limit.
 }
 
 HttpRequest RequestReader::requestOf() const {
-    const auto& message = parser_.get();
+    const auto& message = m_parser.get();
     const auto header = [&](http::field name) -> std::optional<std::string> {
         const auto entry = message.find(name);
         if (entry == message.end()) return std::nullopt;
@@ -80,41 +80,41 @@ HttpRequest RequestReader::requestOf() const {
                         .contentType = header(http::field::content_type).value_or(""),
                         .authorization = header(http::field::authorization).value_or("")};
     request.forwardedFor = forwardedFor(message);
-    if (const auto length = parser_.content_length()) request.contentLength = *length;
-    request.hasBody = parser_.chunked() || request.contentLength.value_or(0) > 0;
+    if (const auto length = m_parser.content_length()) request.contentLength = *length;
+    request.hasBody = m_parser.chunked() || request.contentLength.value_or(0) > 0;
     error_code ignored;
-    const auto peer = socket_.remote_endpoint(ignored);
+    const auto peer = m_socket.remote_endpoint(ignored);
     if (!ignored) request.remoteAddress = peer.address().to_string();
     return request;
 }
 
 bool RequestReader::awaitsMore() const {
     if (isWhole()) return false;
-    if (!parser_.is_header_done() || parser_.chunked()) return true;
-    return parser_.content_length_remaining().value_or(0) > buffer_.size();
+    if (!m_parser.is_header_done() || m_parser.chunked()) return true;
+    return m_parser.content_length_remaining().value_or(0) > m_buffer.size();
 }
 
 Awaitable<void> RequestReader::receive(std::size_t room, bool inBody) {
-    const bool hasBegun = inBody || headBytes_ + buffer_.size() > 0;
+    const bool hasBegun = inBody || m_headBytes + m_buffer.size() > 0;
     error_code error;
-    buffer_.commit(co_await socket_.async_read_some(buffer_.prepare(room),
-                                                    net::redirect_error(kAwait, error)));
+    m_buffer.commit(co_await m_socket.async_read_some(m_buffer.prepare(room),
+                                                      net::redirect_error(kAwait, error)));
     if (error == net::error::eof && hasBegun) error = http::error::partial_message;
     if (error) throwFor(error, inBody);
-    onGrowth_(headBytes_ + buffer_.size() + body_.size());
+    m_onGrowth(m_headBytes + m_buffer.size() + m_body.size());
 }
 
 void RequestReader::parseHead() {
     error_code error;
-    const std::size_t size = parser_.put(buffer_.data(), error);
-    headBytes_ += size;
-    buffer_.consume(size);
+    const std::size_t size = m_parser.put(m_buffer.data(), error);
+    m_headBytes += size;
+    m_buffer.consume(size);
     if (error && error != http::error::need_more) throwFor(error, false);
     // The parser minds its limit for the lines that it has yet to read only.
-    const std::size_t unread = parser_.is_header_done() ? 0 : buffer_.size();
-    if (headBytes_ + unread > kLargestHead) throwFor(http::error::header_limit, false);
+    const std::size_t unread = m_parser.is_header_done() ? 0 : m_buffer.size();
+    if (m_headBytes + unread > kLargestHead) throwFor(http::error::header_limit, false);
     // A short line takes far more memory as a header than on its way.
-    auto& message = parser_.get();
+    auto& message = m_parser.get();
     if (std::distance(message.begin(), message.end()) > kMostHeaders) {
         message.clear();
         throw ApiError(431, filled("The request has more than {} headers.", kMostHeaders));
@@ -122,45 +122,45 @@ void RequestReader::parseHead() {
 }
 
 Awaitable<HttpRequest> RequestReader::readHead() {
-    while (!parser_.is_header_done()) {
+    while (!m_parser.is_header_done()) {
         co_await receive(kHeadPiece, false);
         parseHead();
     }
-    auto& message = parser_.get();
-    knowsChunks_ = message.version() >= 11;
-    isHeadRequest_ = message.method() == http::verb::head;
-    awaitsContinue_ = !isWhole() && buffer_.size() == 0 &&
-                      lowered(textOf(message[http::field::expect])) == "100-continue";
+    auto& message = m_parser.get();
+    m_knowsChunks = message.version() >= 11;
+    m_isHeadRequest = message.method() == http::verb::head;
+    m_awaitsContinue = !isWhole() && m_buffer.size() == 0 &&
+                       lowered(textOf(message[http::field::expect])) == "100-continue";
     HttpRequest request = requestOf();
     message.clear();
-    if (buffer_.capacity() > kSmallPiece) buffer_.shrink_to_fit();
+    if (m_buffer.capacity() > kSmallPiece) m_buffer.shrink_to_fit();
     co_return request;
 }
 
 Awaitable<void> RequestReader::readBody(std::size_t limit) {
-    parser_.eager(true);
+    m_parser.eager(true);
     const std::size_t room = limit > kLargestHead ? kPiece : kSmallPiece;
-    bool mustRead = buffer_.size() == 0;
-    while (!parser_.is_done() && body_.size() <= limit) {
+    bool mustRead = m_buffer.size() == 0;
+    while (!m_parser.is_done() && m_body.size() <= limit) {
         if (mustRead) co_await receive(room, true);
-        mustRead = !parseBody(limit) || buffer_.size() == 0;
+        mustRead = !parseBody(limit) || m_buffer.size() == 0;
     }
 }
 
 bool RequestReader::parseBody(std::size_t limit) {
-    const std::size_t before = body_.size();
-    const std::size_t room = std::min(buffer_.size(), limit + 1 - before);
-    body_.resize(before + room);
-    auto& piece = parser_.get().body();
-    piece.data = body_.data() + before;
+    const std::size_t before = m_body.size();
+    const std::size_t room = std::min(m_buffer.size(), limit + 1 - before);
+    m_body.resize(before + room);
+    auto& piece = m_parser.get().body();
+    piece.data = m_body.data() + before;
     piece.size = room;
     error_code error;
-    buffer_.consume(parser_.put(buffer_.data(), error));
-    body_.resize(before + room - piece.size);
+    m_buffer.consume(m_parser.put(m_buffer.data(), error));
+    m_body.resize(before + room - piece.size);
     const bool needsMore = error == http::error::need_more;
     if (error && !needsMore && error != http::error::need_buffer) throwFor(error, true);
-    if (needsMore && buffer_.size() > kLargestHead) throwFor(http::error::header_limit, true);
-    parser_.get().clear(); // Of trailers, for which nobody asks.
+    if (needsMore && m_buffer.size() > kLargestHead) throwFor(http::error::header_limit, true);
+    m_parser.get().clear(); // Of trailers, for which nobody asks.
     return !needsMore;
 }
 

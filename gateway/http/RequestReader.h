@@ -28,15 +28,15 @@ class RequestReader {
     /// Goes on with the body until it is whole or longer than `limit`.
     [[nodiscard]] Awaitable<void> readBody(std::size_t limit);
 
-    [[nodiscard]] bool isWhole() const { return parser_.is_done(); }
+    [[nodiscard]] bool isWhole() const { return m_parser.is_done(); }
     /// Whether bytes of the request may still be on their way.
     [[nodiscard]] bool awaitsMore() const;
     /// Whether the client waits for a word before it sends its body.
-    [[nodiscard]] bool awaitsContinue() const { return awaitsContinue_; }
+    [[nodiscard]] bool awaitsContinue() const { return m_awaitsContinue; }
     /// False for a client of HTTP/1.0, which knows no chunks.
-    [[nodiscard]] bool knowsChunks() const { return knowsChunks_; }
-    [[nodiscard]] bool isHeadRequest() const { return isHeadRequest_; }
-    [[nodiscard]] std::string takeBody() { return std::move(body_); }
+    [[nodiscard]] bool knowsChunks() const { return m_knowsChunks; }
+    [[nodiscard]] bool isHeadRequest() const { return m_isHeadRequest; }
+    [[nodiscard]] std::string takeBody() { return std::move(m_body); }
 
   private:
     [[nodiscard]] HttpRequest requestOf() const;
@@ -46,15 +46,15 @@ class RequestReader {
     /// False if more has to come first.
     [[nodiscard]] bool parseBody(std::size_t limit);
 
-    Socket& socket_;
-    std::function<void(std::size_t)> onGrowth_;
-    boost::beast::flat_buffer buffer_;
-    boost::beast::http::request_parser<boost::beast::http::buffer_body> parser_;
-    std::string body_;
-    std::size_t headBytes_ = 0;
-    bool awaitsContinue_ = false;
-    bool knowsChunks_ = true;
-    bool isHeadRequest_ = false;
+    Socket& m_socket;
+    std::function<void(std::size_t)> m_onGrowth;
+    boost::beast::flat_buffer m_buffer;
+    boost::beast::http::request_parser<boost::beast::http::buffer_body> m_parser;
+    std::string m_body;
+    std::size_t m_headBytes = 0;
+    bool m_awaitsContinue = false;
+    bool m_knowsChunks = true;
+    bool m_isHeadRequest = false;
 };
 
 } // namespace vorq::gateway

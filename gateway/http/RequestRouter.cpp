@@ -23,15 +23,15 @@ std::size_t Route::largestBody() const {
 }
 
 RequestRouter::RequestRouter(AccountService& accounts, RequestGuard guard)
-    : accounts_(accounts), guard_(std::move(guard)) {}
+    : m_accounts(accounts), m_guard(std::move(guard)) {}
 
 void RequestRouter::add(const std::string& path, Route route) {
-    routes_.insert_or_assign(path, std::move(route));
+    m_routes.insert_or_assign(path, std::move(route));
 }
 
 const Route& RequestRouter::routeFor(const HttpRequest& request) const {
-    const auto entry = routes_.find(request.path);
-    if (entry == routes_.end()) {
+    const auto entry = m_routes.find(request.path);
+    if (entry == m_routes.end()) {
         throw ApiError(404, filled("The Vorq gateway has nothing at {}.",
                                    clipped(sanitized(request.path), 200)));
     }
@@ -46,7 +46,7 @@ ApiError RequestRouter::tooLarge(const Route& route) {
 }
 
 const Route& RequestRouter::screen(const HttpRequest& request) {
-    guard_.checkSender(request);
+    m_guard.checkSender(request);
     const Route& route = routeFor(request);
     RequestGuard::checkContentType(request);
     if (route.needsToken && bearerToken(request.authorization).empty()) {
@@ -57,9 +57,9 @@ const Route& RequestRouter::screen(const HttpRequest& request) {
 
 std::optional<Identity> RequestRouter::identify(const Route& route, const HttpRequest& request) {
     if (!route.needsToken) return std::nullopt;
-    std::optional<Identity> identity = accounts_.identify(bearerToken(request.authorization));
+    std::optional<Identity> identity = m_accounts.identify(bearerToken(request.authorization));
     if (!identity) throw ApiError(401, "Your session expired. Sign in again.");
-    identity->address = guard_.senderAddress(request);
+    identity->address = m_guard.senderAddress(request);
     return identity;
 }
 

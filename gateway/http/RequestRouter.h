@@ -52,9 +52,9 @@ class RequestRouter {
   private:
     [[nodiscard]] const Route& routeFor(const HttpRequest& request) const;
 
-    AccountService& accounts_;
-    RequestGuard guard_;
-    std::map<std::string, Route, std::less<>> routes_;
+    AccountService& m_accounts;
+    RequestGuard m_guard;
+    std::map<std::string, Route, std::less<>> m_routes;
 };
 
 } // namespace vorq::gateway

@@ -5,31 +5,31 @@
 namespace vorq::gateway {
 
 StartGate::Visitor::Visitor(StartGate& gate, std::function<void()> call)
-    : gate_(gate), call_(std::move(call)) {
-    if (gate_.inside_ < gate_.mostInside_) {
-        ++gate_.inside_;
-        isInside_ = true;
+    : m_gate(gate), m_call(std::move(call)) {
+    if (m_gate.m_inside < m_gate.m_mostInside) {
+        ++m_gate.m_inside;
+        m_isInside = true;
     } else {
-        turn_ = gate_.line_.insert(gate_.line_.end(), this);
+        m_turn = m_gate.m_line.insert(m_gate.m_line.end(), this);
     }
 }
 
 StartGate::Visitor::~Visitor() {
-    if (isInside_) {
-        --gate_.inside_;
-        gate_.admitNext();
+    if (m_isInside) {
+        --m_gate.m_inside;
+        m_gate.admitNext();
     } else {
-        gate_.line_.erase(turn_);
+        m_gate.m_line.erase(m_turn);
     }
 }
 
 void StartGate::admitNext() {
-    if (line_.empty()) return;
-    Visitor& next = *line_.front();
-    line_.pop_front();
-    ++inside_;
-    next.isInside_ = true;
-    next.call_();
+    if (m_line.empty()) return;
+    Visitor& next = *m_line.front();
+    m_line.pop_front();
+    ++m_inside;
+    next.m_isInside = true;
+    next.m_call();
 }
 
 } // namespace vorq::gateway

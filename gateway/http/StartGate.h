@@ -11,7 +11,7 @@ namespace vorq::gateway {
 /// thread.
 class StartGate {
   public:
-    explicit StartGate(std::size_t mostInside) : mostInside_(mostInside) {}
+    explicit StartGate(std::size_t mostInside) : m_mostInside(mostInside) {}
     StartGate(const StartGate&) = delete;
     StartGate& operator=(const StartGate&) = delete;
 
@@ -26,23 +26,23 @@ class StartGate {
         Visitor(const Visitor&) = delete;
         Visitor& operator=(const Visitor&) = delete;
 
-        [[nodiscard]] bool isInside() const { return isInside_; }
+        [[nodiscard]] bool isInside() const { return m_isInside; }
 
       private:
         friend class StartGate;
-        StartGate& gate_;
-        std::function<void()> call_;
-        std::list<Visitor*>::iterator turn_;
-        bool isInside_ = false;
+        StartGate& m_gate;
+        std::function<void()> m_call;
+        std::list<Visitor*>::iterator m_turn;
+        bool m_isInside = false;
     };
 
   private:
     void admitNext();
 
-    std::size_t mostInside_;
-    std::size_t inside_ = 0;
+    std::size_t m_mostInside;
+    std::size_t m_inside = 0;
     /// The first to come first.
-    std::list<Visitor*> line_;
+    std::list<Visitor*> m_line;
 };
 
 } // namespace vorq::gateway

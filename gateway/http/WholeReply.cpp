@@ -15,16 +15,16 @@ FeedStep WholeReply::step(SteadyTime now) {
     if (step.kind == ReplyStep::Kind::Ended) {
         return {.bytes = oneLineJson(encode(result())), .isLast = true};
     }
-    if (now < lastSent_ + kHeartbeat)
-        return {.again = std::min(step.again, lastSent_ + kHeartbeat)};
-    lastSent_ = now;
-    hasBegun_ = true;
+    if (now < m_lastSent + kHeartbeat)
+        return {.again = std::min(step.again, m_lastSent + kHeartbeat)};
+    m_lastSent = now;
+    m_hasBegun = true;
     return {.bytes = " "};
 }
 
 FeedStep WholeReply::next(SteadyTime now) {
-    if (lastSent_ == SteadyTime::min()) lastSent_ = now;
-    if (!hasBegun_) return step(now);
+    if (m_lastSent == SteadyTime::min()) m_lastSent = now;
+    if (!m_hasBegun) return step(now);
     try {
         return step(now);
     } catch (const EngineError& error) {
@@ -37,7 +37,7 @@ FeedStep WholeReply::next(SteadyTime now) {
 }
 
 std::string WholeReply::stopped() const {
-    if (!hasBegun_) return {};
+    if (!m_hasBegun) return {};
     return oneLineJson(errorDocument("The Vorq gateway was stopped. Try again in a moment."));
 }
 

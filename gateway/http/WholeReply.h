@@ -17,8 +17,8 @@ class WholeReply final : public ReplyFeed {
   private:
     [[nodiscard]] FeedStep step(SteadyTime now);
 
-    SteadyTime lastSent_ = SteadyTime::min();
-    bool hasBegun_ = false;
+    SteadyTime m_lastSent = SteadyTime::min();
+    bool m_hasBegun = false;
 };
 
 } // namespace vorq::gateway

@@ -5,38 +5,38 @@
 namespace vorq::gateway {
 
 WorkerPool::WorkerPool(std::size_t threads, std::size_t longestQueue)
-    : longestQueue_(longestQueue) {
+    : m_longestQueue(longestQueue) {
     for (std::size_t i = 0; i < threads; ++i)
-        threads_.emplace_back([this] { run(); });
+        m_threads.emplace_back([this] { run(); });
 }
 
 WorkerPool::~WorkerPool() {
     {
-        const std::scoped_lock lock(mutex_);
-        ending_ = true;
+        const std::scoped_lock lock(m_mutex);
+        m_ending = true;
     }
-    changed_.notify_all();
-    for (std::thread& thread : threads_)
+    m_changed.notify_all();
+    for (std::thread& thread : m_threads)
         thread.join();
 }
 
 bool WorkerPool::submit(Job job) {
     {
-        const std::scoped_lock lock(mutex_);
-        if (queue_.size() >= longestQueue_) return false;
-        queue_.push_back(std::move(job));
+        const std::scoped_lock lock(m_mutex);
+        if (m_queue.size() >= m_longestQueue) return false;
+        m_queue.push_back(std::move(job));
     }
-    changed_.notify_one();
+    m_changed.notify_one();
     return true;
 }
 
 void WorkerPool::run() {
-    std::unique_lock lock(mutex_);
+    std::unique_lock lock(m_mutex);
     while (true) {
-        changed_.wait(lock, [this] { return ending_ || !queue_.empty(); });
-        if (ending_) return;
-        Job job = std::move(queue_.front());
-        queue_.pop_front();
+        m_changed.wait(lock, [this] { return m_ending || !m_queue.empty(); });
+        if (m_ending) return;
+        Job job = std::move(m_queue.front());
+        m_queue.pop_front();
         lock.unlock();
         job();
         job = nullptr;

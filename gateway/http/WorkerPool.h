@@ -28,12 +28,12 @@ class WorkerPool {
   private:
     void run();
 
-    std::size_t longestQueue_;
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    std::deque<Job> queue_;
-    bool ending_ = false;
-    std::vector<std::thread> threads_;
+    std::size_t m_longestQueue;
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<Job> m_queue;
+    bool m_ending = false;
+    std::vector<std::thread> m_threads;
 };
 
 } // namespace vorq::gateway

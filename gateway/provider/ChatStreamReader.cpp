@@ -35,34 +35,34 @@ std::string failureWords(std::string_view data) {
 } // namespace
 
 void ChatStreamReader::feed(std::string_view bytes) {
-    if (done_) return;
-    if (form_ == Form::Events) {
-        handleEvents(events_.feed(bytes));
+    if (m_done) return;
+    if (m_form == Form::Events) {
+        handleEvents(m_events.feed(bytes));
         return;
     }
-    document_ += bytes;
-    if (document_.size() > kLongestDocument) throw tooLong();
-    if (form_ != Form::Unknown) return;
+    m_document += bytes;
+    if (m_document.size() > kLongestDocument) throw tooLong();
+    if (m_form != Form::Unknown) return;
     recognizeForm();
-    if (form_ == Form::Events) handleEvents(events_.feed(std::exchange(document_, {})));
+    if (m_form == Form::Events) handleEvents(m_events.feed(std::exchange(m_document, {})));
 }
 
 void ChatStreamReader::recognizeForm() {
-    if (kByteOrderMark.starts_with(document_)) return;
-    if (document_.starts_with(kByteOrderMark)) document_.erase(0, kByteOrderMark.size());
-    document_.erase(0, document_.find_first_not_of(" \t\r\n"));
-    if (document_.empty()) return;
-    const bool isDocument = std::string_view("{[<").contains(document_.front());
-    form_ = isDocument ? Form::Document : Form::Events;
+    if (kByteOrderMark.starts_with(m_document)) return;
+    if (m_document.starts_with(kByteOrderMark)) m_document.erase(0, kByteOrderMark.size());
+    m_document.erase(0, m_document.find_first_not_of(" \t\r\n"));
+    if (m_document.empty()) return;
+    const bool isDocument = std::string_view("{[<").contains(m_document.front());
+    m_form = isDocument ? Form::Document : Form::Events;
 }
 
 void ChatStreamReader::handleEvents(const std::vector<StreamEvent>& events) {
     for (const StreamEvent& event : events) {
-        if (done_) return;
+        if (m_done) return;
         const std::string_view data = trimmed(event.data);
         if (event.name == "error") throw gaveUp(failureWords(data));
         if (data == "[DONE]") {
-            done_ = true;
+            m_done = true;
         } else if (!data.empty() && !isKeepAlive(data)) {
             handlePayload(data);
         }
@@ -84,50 +84,50 @@ void ChatStreamReader::handlePayload(std::string_view text) {
 }
 
 void ChatStreamReader::handleChunk(ChatChunk chunk) {
-    hasThought_ = hasThought_ || chunk.hasThought;
-    refusal_ += chunk.refusal;
-    if (!chunk.sources.empty()) sources_ = std::move(chunk.sources);
-    if (chunk.finish != FinishReason::None) finish_ = chunk.finish;
+    m_hasThought = m_hasThought || chunk.hasThought;
+    m_refusal += chunk.refusal;
+    if (!chunk.sources.empty()) m_sources = std::move(chunk.sources);
+    if (chunk.finish != FinishReason::None) m_finish = chunk.finish;
     if (!chunk.delta.empty()) {
-        hasDelta_ = true;
-        text_ += chunk.delta;
-    } else if (!chunk.message.empty() && !hasDelta_) {
+        m_hasDelta = true;
+        m_text += chunk.delta;
+    } else if (!chunk.message.empty() && !m_hasDelta) {
         // Either the whole so far or the next piece of it.
-        if (chunk.message.starts_with(text_)) text_.clear();
-        text_ += chunk.message;
+        if (chunk.message.starts_with(m_text)) m_text.clear();
+        m_text += chunk.message;
     }
-    if (text_.size() > kLongestReply) throw tooLong();
+    if (m_text.size() > kLongestReply) throw tooLong();
 }
 
 void ChatStreamReader::finish() {
-    if (!done_ && form_ == Form::Document) finishDocument();
-    if (!done_ && form_ == Form::Events) finishEvents();
-    done_ = true;
+    if (!m_done && m_form == Form::Document) finishDocument();
+    if (!m_done && m_form == Form::Events) finishEvents();
+    m_done = true;
     requireReply();
 }
 
 void ChatStreamReader::finishDocument() {
-    if (document_.starts_with('<')) throw webPage();
-    handlePayload(std::exchange(document_, {}));
+    if (m_document.starts_with('<')) throw webPage();
+    handlePayload(std::exchange(m_document, {}));
 }
 
 void ChatStreamReader::finishEvents() {
-    handleEvents(events_.finish());
-    if (!events_.hasSeenField()) throw unreadable();
-    if (!done_ && !hasFinished()) throw brokeOff();
+    handleEvents(m_events.finish());
+    if (!m_events.hasSeenField()) throw unreadable();
+    if (!m_done && !hasFinished()) throw brokeOff();
 }
 
 void ChatStreamReader::requireReply() const {
-    if (finish_ == FinishReason::Failed) throw gaveUp({});
-    if (!trimmed(refusal_).empty()) throw declined(std::string(trimmed(refusal_)));
-    if (finish_ == FinishReason::Filtered) throw filtered();
+    if (m_finish == FinishReason::Failed) throw gaveUp({});
+    if (!trimmed(m_refusal).empty()) throw declined(std::string(trimmed(m_refusal)));
+    if (m_finish == FinishReason::Filtered) throw filtered();
     if (!trimmed(text()).empty()) return;
     if (isCutShort()) throw hasBegun() ? thoughtTooLong() : lengthReached();
     throw emptyReply();
 }
 
 std::string_view ChatStreamReader::text() const {
-    return withoutThoughts(text_, done_);
+    return withoutThoughts(m_text, m_done);
 }
 
 } // namespace vorq::gateway

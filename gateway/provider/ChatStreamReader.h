@@ -19,16 +19,16 @@ class ChatStreamReader {
     void finish();
 
     /// Nothing more is to come.
-    [[nodiscard]] bool isDone() const { return done_; }
+    [[nodiscard]] bool isDone() const { return m_done; }
     /// Whether the model has begun to write, or to think where nobody sees it.
-    [[nodiscard]] bool hasBegun() const { return hasThought_ || !text_.empty(); }
+    [[nodiscard]] bool hasBegun() const { return m_hasThought || !m_text.empty(); }
     /// Whether the model has said that it is at its end; sources may still follow.
-    [[nodiscard]] bool hasFinished() const { return finish_ != FinishReason::None; }
+    [[nodiscard]] bool hasFinished() const { return m_finish != FinishReason::None; }
     /// Whether the reply ends where the model's limit was.
-    [[nodiscard]] bool isCutShort() const { return finish_ == FinishReason::Length; }
+    [[nodiscard]] bool isCutShort() const { return m_finish == FinishReason::Length; }
     /// The reply so far, without a model's thinking aloud in front of it.
     [[nodiscard]] std::string_view text() const;
-    [[nodiscard]] const std::vector<Source>& sources() const { return sources_; }
+    [[nodiscard]] const std::vector<Source>& sources() const { return m_sources; }
 
   private:
     enum class Form { Unknown, Events, Document };
@@ -41,17 +41,17 @@ class ChatStreamReader {
     void finishEvents();
     void requireReply() const;
 
-    Form form_ = Form::Unknown;
-    EventStreamParser events_;
+    Form m_form = Form::Unknown;
+    EventStreamParser m_events;
     /// What came before the form was known; then the document, if it is one.
-    std::string document_;
-    std::string text_;
-    std::string refusal_;
-    std::vector<Source> sources_;
-    FinishReason finish_ = FinishReason::None;
-    bool hasDelta_ = false;
-    bool hasThought_ = false;
-    bool done_ = false;
+    std::string m_document;
+    std::string m_text;
+    std::string m_refusal;
+    std::vector<Source> m_sources;
+    FinishReason m_finish = FinishReason::None;
+    bool m_hasDelta = false;
+    bool m_hasThought = false;
+    bool m_done = false;
 };
 
 } // namespace vorq::gateway

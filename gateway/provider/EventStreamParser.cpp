@@ -21,41 +21,41 @@ bool beginsAnotherEvent(std::string_view data, std::string_view next) {
 
 std::vector<StreamEvent> EventStreamParser::feed(std::string_view bytes) {
     while (!bytes.empty()) {
-        if (std::exchange(isBehindReturn_, false) && bytes.front() == '\n') {
+        if (std::exchange(m_isBehindReturn, false) && bytes.front() == '\n') {
             bytes.remove_prefix(1);
             continue;
         }
         const std::size_t end = bytes.find_first_of("\r\n");
         checkSize(std::min(end, bytes.size()));
-        line_ += bytes.substr(0, end);
+        m_line += bytes.substr(0, end);
         if (end == std::string_view::npos) break;
-        isBehindReturn_ = bytes[end] == '\r';
+        m_isBehindReturn = bytes[end] == '\r';
         bytes.remove_prefix(end + 1);
         endLine();
     }
-    return std::exchange(ready_, {});
+    return std::exchange(m_ready, {});
 }
 
 std::vector<StreamEvent> EventStreamParser::finish() {
-    if (!line_.empty()) endLine();
+    if (!m_line.empty()) endLine();
     dispatch();
-    return std::exchange(ready_, {});
+    return std::exchange(m_ready, {});
 }
 
 void EventStreamParser::checkSize(std::size_t more) const {
-    if (line_.size() + event_.data.size() + more > kLongestEvent) throw tooLong();
+    if (m_line.size() + m_event.data.size() + more > kLongestEvent) throw tooLong();
 }
 
 void EventStreamParser::endLine() {
-    const std::string whole = std::exchange(line_, {});
+    const std::string whole = std::exchange(m_line, {});
     std::string_view line = whole;
-    if (std::exchange(isFirstLine_, false) && line.starts_with(kByteOrderMark)) {
+    if (std::exchange(m_isFirstLine, false) && line.starts_with(kByteOrderMark)) {
         line.remove_prefix(kByteOrderMark.size());
     }
     if (line.empty()) {
         dispatch();
     } else if (line.starts_with(':')) {
-        hasSeenField_ = true;
+        m_hasSeenField = true;
     } else if (line.starts_with('{')) {
         handleData(line);
     } else {
@@ -68,35 +68,35 @@ void EventStreamParser::endLine() {
 
 void EventStreamParser::handleField(std::string_view name, std::string_view value) {
     if (name == "data") {
-        hasSeenField_ = true;
+        m_hasSeenField = true;
         handleData(value);
     } else if (name == "event") {
-        hasSeenField_ = true;
-        event_.name = value;
+        m_hasSeenField = true;
+        m_event.name = value;
     } else if (name == "error") {
-        hasSeenField_ = true;
+        m_hasSeenField = true;
         dispatch();
-        event_.name = name;
+        m_event.name = name;
         handleData(value);
         dispatch();
     } else if (name == "id" || name == "retry") {
-        hasSeenField_ = true;
+        m_hasSeenField = true;
     }
 }
 
 void EventStreamParser::handleData(std::string_view value) {
     const std::string_view text = trimmed(value);
-    if (hasData_ && beginsAnotherEvent(event_.data, text)) dispatch();
-    if (hasData_) event_.data += '\n';
-    event_.data += value;
-    hasData_ = true;
+    if (m_hasData && beginsAnotherEvent(m_event.data, text)) dispatch();
+    if (m_hasData) m_event.data += '\n';
+    m_event.data += value;
+    m_hasData = true;
     if (text == kEndMark) dispatch();
 }
 
 void EventStreamParser::dispatch() {
-    if (hasData_) ready_.push_back(event_);
-    event_ = {};
-    hasData_ = false;
+    if (m_hasData) m_ready.push_back(m_event);
+    m_event = {};
+    m_hasData = false;
 }
 
 } // namespace vorq::gateway

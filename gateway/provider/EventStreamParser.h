@@ -31,7 +31,7 @@ class EventStreamParser {
     [[nodiscard]] std::vector<StreamEvent> finish();
 
     /// Whether any line so far belongs in an event stream.
-    [[nodiscard]] bool hasSeenField() const { return hasSeenField_; }
+    [[nodiscard]] bool hasSeenField() const { return m_hasSeenField; }
 
   private:
     void endLine();
@@ -40,13 +40,13 @@ class EventStreamParser {
     void dispatch();
     void checkSize(std::size_t more) const;
 
-    std::vector<StreamEvent> ready_;
-    StreamEvent event_;
-    std::string line_;
-    bool hasData_ = false;
-    bool hasSeenField_ = false;
-    bool isFirstLine_ = true;
-    bool isBehindReturn_ = false;
+    std::vector<StreamEvent> m_ready;
+    StreamEvent m_event;
+    std::string m_line;
+    bool m_hasData = false;
+    bool m_hasSeenField = false;
+    bool m_isFirstLine = true;
+    bool m_isBehindReturn = false;
 };
 
 } // namespace vorq::gateway

@@ -33,29 +33,31 @@ bool isKeyCharacter(char c) {
 /// Reads one value that begins with a bracket.
 class ValueReader {
   public:
-    ValueReader(std::string_view text, std::size_t at) : text_(text), at_(at) {}
+    ValueReader(std::string_view text, std::size_t at) : m_text(text), m_at(at) {}
 
     /// Nothing for what turns out to be no JSON.
     std::optional<json> read() {
         json result = value(Place::Item);
-        return hasFailed_ ? std::nullopt : std::optional(std::move(result));
+        return m_hasFailed ? std::nullopt : std::optional(std::move(result));
     }
-    [[nodiscard]] std::size_t end() const { return at_; }
-    [[nodiscard]] bool wasCut() const { return wasCut_; }
-    [[nodiscard]] bool endedInText() const { return endedInText_; }
+    [[nodiscard]] std::size_t end() const { return m_at; }
+    [[nodiscard]] bool wasCut() const { return m_wasCut; }
+    [[nodiscard]] bool endedInText() const { return m_endedInText; }
 
   private:
-    [[nodiscard]] bool isAtEnd() const { return at_ >= text_.size(); }
+    [[nodiscard]] bool isAtEnd() const { return m_at >= m_text.size(); }
     [[nodiscard]] bool isAt(std::string_view mark) const {
-        return text_.substr(std::min(at_, text_.size())).starts_with(mark);
+        return m_text.substr(std::min(m_at, m_text.size())).starts_with(mark);
     }
-    [[nodiscard]] char charAt(std::size_t at) const { return at < text_.size() ? text_[at] : '\0'; }
+    [[nodiscard]] char charAt(std::size_t at) const {
+        return at < m_text.size() ? m_text[at] : '\0';
+    }
     [[nodiscard]] std::size_t behindSpaces(std::size_t at) const {
-        return std::min(text_.find_first_not_of(kSpaces, at), text_.size());
+        return std::min(m_text.find_first_not_of(kSpaces, at), m_text.size());
     }
     /// The length of the quote at a place; 0 if there is none.
     [[nodiscard]] std::size_t quoteAt(std::size_t at) const {
-        const std::string_view rest = text_.substr(std::min(at, text_.size()));
+        const std::string_view rest = m_text.substr(std::min(at, m_text.size()));
         const auto quote = std::ranges::find_if(
             kStringQuotes, [rest](std::string_view mark) { return rest.starts_with(mark); });
         return quote == kStringQuotes.end() ? 0 : quote->size();
@@ -63,20 +65,20 @@ class ValueReader {
 
     void skipComment() {
         const bool isLong = isAt("/*");
-        const std::size_t end = isLong ? text_.find("*/", at_ + 2) : text_.find('\n', at_);
-        at_ = end == std::string_view::npos ? text_.size() : end + (isLong ? 2 : 1);
+        const std::size_t end = isLong ? m_text.find("*/", m_at + 2) : m_text.find('\n', m_at);
+        m_at = end == std::string_view::npos ? m_text.size() : end + (isLong ? 2 : 1);
     }
     void skipSpaces() {
-        at_ = behindSpaces(at_);
+        m_at = behindSpaces(m_at);
         while (isAt("//") || isAt("/*") || isAt("#")) {
             skipComment();
-            at_ = behindSpaces(at_);
+            m_at = behindSpaces(m_at);
         }
     }
     void skipSeparators() {
         skipSpaces();
         while (isAt(",")) {
-            ++at_;
+            ++m_at;
             skipSpaces();
         }
     }
@@ -84,140 +86,140 @@ class ValueReader {
     json value(Place place) {
         skipSpaces();
         if (isAtEnd()) {
-            wasCut_ = true;
+            m_wasCut = true;
             return nullptr;
         }
         if (isAt("{") || isAt("[")) {
-            if (openObjects_ + openArrays_ == kDeepestValue) {
-                hasFailed_ = true;
+            if (m_openObjects + m_openArrays == kDeepestValue) {
+                m_hasFailed = true;
                 return nullptr;
             }
             return isAt("{") ? object() : array();
         }
-        if (quoteAt(at_) > 0) return string(place);
+        if (quoteAt(m_at) > 0) return string(place);
         return bare();
     }
 
     json array() {
         json list = json::array();
-        ++at_;
-        ++openArrays_;
-        while (!hasFailed_) {
+        ++m_at;
+        ++m_openArrays;
+        while (!m_hasFailed) {
             skipSeparators();
-            if (isAtEnd()) wasCut_ = true;
-            if (wasCut_ || (isAt("}") && openObjects_ > 0)) break;
-            const char first = text_[at_];
-            if (first == ']' || first == '}' || first == ':') ++at_;
+            if (isAtEnd()) m_wasCut = true;
+            if (m_wasCut || (isAt("}") && m_openObjects > 0)) break;
+            const char first = m_text[m_at];
+            if (first == ']' || first == '}' || first == ':') ++m_at;
             if (first == ']') break;
             if (first == '}' || first == ':') continue;
             json item = value(Place::Item);
-            if (!wasCut_) list.push_back(std::move(item));
+            if (!m_wasCut) list.push_back(std::move(item));
         }
-        --openArrays_;
+        --m_openArrays;
         return list;
     }
 
     json object() {
         json members = json::object();
-        ++at_;
-        ++openObjects_;
-        while (!hasFailed_) {
+        ++m_at;
+        ++m_openObjects;
+        while (!m_hasFailed) {
             skipSeparators();
-            if (isAtEnd() || isAt(kFence)) wasCut_ = true;
-            if (wasCut_ || (isAt("]") && openArrays_ > 0)) break;
-            const char first = text_[at_];
-            if (first == '}' || first == ']') ++at_;
+            if (isAtEnd() || isAt(kFence)) m_wasCut = true;
+            if (m_wasCut || (isAt("]") && m_openArrays > 0)) break;
+            const char first = m_text[m_at];
+            if (first == '}' || first == ']') ++m_at;
             if (first == '}') break;
             if (first == ']') continue;
             member(members);
         }
-        --openObjects_;
+        --m_openObjects;
         return members;
     }
 
     void member(json& members) {
         const std::optional<std::string> name = key();
-        if (wasCut_) return;
+        if (m_wasCut) return;
         if (!name || !passColon()) {
             giveUp(members);
             return;
         }
         json found = value(Place::Member);
-        if (!wasCut_ || !found.is_null()) members[*name] = std::move(found);
+        if (!m_wasCut || !found.is_null()) members[*name] = std::move(found);
     }
 
     /// What was read so far counts; from here on nothing can be told apart.
     void giveUp(const json& members) {
-        hasFailed_ = hasFailed_ || members.empty();
-        wasCut_ = true;
-        at_ = text_.size();
+        m_hasFailed = m_hasFailed || members.empty();
+        m_wasCut = true;
+        m_at = m_text.size();
     }
 
     std::optional<std::string> key() {
-        if (quoteAt(at_) > 0) return string(Place::Key);
-        const std::size_t start = at_;
-        while (isKeyCharacter(charAt(at_)))
-            ++at_;
-        if (at_ == start) return std::nullopt;
-        hasBareKeys_ = true;
-        return std::string(text_.substr(start, at_ - start));
+        if (quoteAt(m_at) > 0) return string(Place::Key);
+        const std::size_t start = m_at;
+        while (isKeyCharacter(charAt(m_at)))
+            ++m_at;
+        if (m_at == start) return std::nullopt;
+        m_hasBareKeys = true;
+        return std::string(m_text.substr(start, m_at - start));
     }
 
     bool passColon() {
         skipSpaces();
         if (isAtEnd()) {
-            wasCut_ = true;
+            m_wasCut = true;
             return true;
         }
         for (const std::string_view mark : {":", "=>", "="}) {
             if (!isAt(mark)) continue;
-            at_ += mark.size();
+            m_at += mark.size();
             return true;
         }
         return false;
     }
 
     std::string string(Place place) {
-        const std::size_t length = quoteAt(at_);
-        const std::string_view open = text_.substr(at_, length);
-        at_ += length;
+        const std::size_t length = quoteAt(m_at);
+        const std::string_view open = m_text.substr(m_at, length);
+        m_at += length;
         std::string out;
         while (!isAtEnd()) {
             const std::size_t close = closingQuote(open);
-            if (close > 0 && endsString(at_ + close, place)) {
-                at_ += close;
+            if (close > 0 && endsString(m_at + close, place)) {
+                m_at += close;
                 return out;
             }
-            if (text_[at_] == '\\') {
-                at_ += appendUnescaped(out, text_.substr(at_));
+            if (m_text[m_at] == '\\') {
+                m_at += appendUnescaped(out, m_text.substr(m_at));
             } else {
-                out += text_[at_++];
+                out += m_text[m_at++];
             }
         }
-        wasCut_ = true;
+        m_wasCut = true;
         const std::size_t fence = out.rfind('\n');
-        endedInText_ = fence == std::string::npos || trimmed(out.substr(fence)) != kFence;
-        if (!endedInText_) out.erase(fence);
+        m_endedInText = fence == std::string::npos || trimmed(out.substr(fence)) != kFence;
+        if (!m_endedInText) out.erase(fence);
         return out;
     }
 
     /// The length of a quote at this place that goes with the opening one; 0 if there is none.
     [[nodiscard]] std::size_t closingQuote(std::string_view open) const {
-        if (open.size() == 1) return text_[at_] == open.front() ? 1 : 0;
-        return text_[at_] == '\'' ? 0 : quoteAt(at_);
+        if (open.size() == 1) return m_text[m_at] == open.front() ? 1 : 0;
+        return m_text[m_at] == '\'' ? 0 : quoteAt(m_at);
     }
 
     /// Whether a string may end where this follows its quote, or the quote belongs to the text.
     [[nodiscard]] bool endsString(std::size_t behind, Place place) const {
         if (place == Place::Key) return true;
         const std::size_t next = behindSpaces(behind);
-        const std::string_view rest = text_.substr(next);
+        const std::string_view rest = m_text.substr(next);
         if (rest.empty() || rest.starts_with(kFence) || rest.starts_with("//") ||
             rest.starts_with("/*")) {
             return true;
         }
-        if (rest.front() == '}') return openObjects_ > 0;
-        if (rest.front() == ']') return openArrays_ > 0;
+        if (rest.front() == '}') return m_openObjects > 0;
+        if (rest.front() == ']') return m_openArrays > 0;
         if (rest.front() != ',')
             return place == Place::Member ? beginsMember(next) : next > behind && beginsItem(next);
         const std::size_t following = behindSpaces(next + 1);
@@ -232,65 +234,65 @@ class ValueReader {
     [[nodiscard]] bool beginsMember(std::size_t at) const {
         std::size_t end = at;
         if (const std::size_t quote = quoteAt(at); quote > 0) {
-            const std::size_t last = std::min(at + kLongestKey, text_.size());
-            for (end += quote; end < last && quoteAt(end) == 0 && text_[end] != '\n';)
+            const std::size_t last = std::min(at + kLongestKey, m_text.size());
+            for (end += quote; end < last && quoteAt(end) == 0 && m_text[end] != '\n';)
                 ++end;
             end += quoteAt(end);
-        } else if (hasBareKeys_) {
+        } else if (m_hasBareKeys) {
             while (isKeyCharacter(charAt(end)))
                 ++end;
         }
         const std::size_t next = behindSpaces(end);
-        return end > at && (next == text_.size() || text_[next] == ':');
+        return end > at && (next == m_text.size() || m_text[next] == ':');
     }
 
     [[nodiscard]] bool beginsItem(std::size_t at) const {
         const char first = charAt(at);
         if (quoteAt(at) > 0 || std::string_view("{[-0123456789").contains(first)) return true;
-        const std::string_view rest = text_.substr(std::min(at, text_.size()));
+        const std::string_view rest = m_text.substr(std::min(at, m_text.size()));
         const std::array literals = {"true", "false", "null", "True", "False", "None"};
         return std::ranges::any_of(
             literals, [rest](std::string_view word) { return rest.starts_with(word); });
     }
 
     json bare() {
-        const std::size_t end = std::min(text_.find_first_of(",}]\n", at_), text_.size());
-        std::string_view word = text_.substr(at_, end - at_);
+        const std::size_t end = std::min(m_text.find_first_of(",}]\n", m_at), m_text.size());
+        std::string_view word = m_text.substr(m_at, end - m_at);
         for (const std::string_view comment : {" //", " #", " /*"})
             word = word.substr(0, word.find(comment));
-        at_ = end;
-        wasCut_ = wasCut_ || isAtEnd();
+        m_at = end;
+        m_wasCut = m_wasCut || isAtEnd();
         return bareValue(trimmed(word));
     }
 
-    std::string_view text_;
-    std::size_t at_;
-    int openObjects_ = 0;
-    int openArrays_ = 0;
-    bool hasBareKeys_ = false;
-    bool wasCut_ = false;
-    bool endedInText_ = false;
-    bool hasFailed_ = false;
+    std::string_view m_text;
+    std::size_t m_at;
+    int m_openObjects = 0;
+    int m_openArrays = 0;
+    bool m_hasBareKeys = false;
+    bool m_wasCut = false;
+    bool m_endedInText = false;
+    bool m_hasFailed = false;
 };
 
 } // namespace
 
 std::optional<json> LenientJson::next() {
-    wasCut_ = endedInText_ = false;
-    while (failures_ < kMostFailures) {
-        begin_ = text_.find_first_of("{[", at_);
-        if (begin_ == std::string_view::npos) break;
-        ValueReader reader(text_, begin_);
+    m_wasCut = m_endedInText = false;
+    while (m_failures < kMostFailures) {
+        m_begin = m_text.find_first_of("{[", m_at);
+        if (m_begin == std::string_view::npos) break;
+        ValueReader reader(m_text, m_begin);
         if (std::optional<json> value = reader.read()) {
-            at_ = reader.end();
-            wasCut_ = reader.wasCut();
-            endedInText_ = reader.endedInText();
+            m_at = reader.end();
+            m_wasCut = reader.wasCut();
+            m_endedInText = reader.endedInText();
             return value;
         }
-        ++failures_;
-        at_ = begin_ + 1;
+        ++m_failures;
+        m_at = m_begin + 1;
     }
-    at_ = text_.size();
+    m_at = m_text.size();
     return std::nullopt;
 }
 

@@ -17,24 +17,24 @@ namespace vorq::gateway {
 class LenientJson {
   public:
     /// `text` outlives the reader.
-    explicit LenientJson(std::string_view text) : text_(text) {}
+    explicit LenientJson(std::string_view text) : m_text(text) {}
 
     /// The next object or array; nothing at the end.
     [[nodiscard]] std::optional<nlohmann::json> next();
     /// Where the last value began, in bytes.
-    [[nodiscard]] std::size_t begin() const { return begin_; }
+    [[nodiscard]] std::size_t begin() const { return m_begin; }
     /// Whether the last value lacked its end.
-    [[nodiscard]] bool wasCut() const { return wasCut_; }
+    [[nodiscard]] bool wasCut() const { return m_wasCut; }
     /// Whether it broke off in the midst of a string, and lacks more than its brackets.
-    [[nodiscard]] bool endedInText() const { return endedInText_; }
+    [[nodiscard]] bool endedInText() const { return m_endedInText; }
 
   private:
-    std::string_view text_;
-    std::size_t at_ = 0;
-    std::size_t begin_ = 0;
-    int failures_ = 0;
-    bool wasCut_ = false;
-    bool endedInText_ = false;
+    std::string_view m_text;
+    std::size_t m_at = 0;
+    std::size_t m_begin = 0;
+    int m_failures = 0;
+    bool m_wasCut = false;
+    bool m_endedInText = false;
 };
 
 } // namespace vorq::gateway

@@ -65,29 +65,29 @@ FinishedReply quizIn(std::string_view text, bool isCutShort) {
 
 } // namespace
 
-ProviderEngine::ProviderEngine(ProviderConfig config) : config_(std::move(config)) {}
+ProviderEngine::ProviderEngine(ProviderConfig config) : m_config(std::move(config)) {}
 
 std::unique_ptr<ReplyStream> ProviderEngine::prompt(const PromptRequest& request) {
     return std::make_unique<ProviderStream>(
-        loop_, config_, promptBody(request, providerModel(config_, request.model)),
+        m_loop, m_config, promptBody(request, providerModel(m_config, request.model)),
         analysisParser(request.whole));
 }
 
 std::unique_ptr<ReplyStream> ProviderEngine::analyze(const AnalyzeRequest& request) {
     return std::make_unique<ProviderStream>(
-        loop_, config_, analyzeBody(request, providerModel(config_, request.model)),
+        m_loop, m_config, analyzeBody(request, providerModel(m_config, request.model)),
         analysisParser(request.whole));
 }
 
 std::unique_ptr<ReplyStream> ProviderEngine::flashcards(const FlashcardsRequest& request) {
     return std::make_unique<ProviderStream>(
-        loop_, config_, flashcardsBody(request.text, providerModel(config_, request.model)),
+        m_loop, m_config, flashcardsBody(request.text, providerModel(m_config, request.model)),
         flashcardsIn);
 }
 
 std::unique_ptr<ReplyStream> ProviderEngine::quiz(const QuizRequest& request) {
     return std::make_unique<ProviderStream>(
-        loop_, config_, quizBody(request, providerModel(config_, request.model)), quizIn);
+        m_loop, m_config, quizBody(request, providerModel(m_config, request.model)), quizIn);
 }
 
 } // namespace vorq::gateway

@@ -20,8 +20,8 @@ class ProviderEngine final : public Engine {
     [[nodiscard]] std::unique_ptr<ReplyStream> quiz(const QuizRequest& request) override;
 
   private:
-    ProviderConfig config_;
-    TransferLoop loop_;
+    ProviderConfig m_config;
+    TransferLoop m_loop;
 };
 
 } // namespace vorq::gateway

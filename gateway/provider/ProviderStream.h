@@ -36,14 +36,14 @@ class ProviderStream final : public ReplyStream {
     [[nodiscard]] bool showsSomethingNew();
     [[nodiscard]] SteadyTime nextTime(SteadyTime now) const;
 
-    const ProviderConfig& config_;
-    ProviderTransfer transfer_;
-    ChatStreamReader reader_;
-    ReplyParser parser_;
-    bool finished_ = false;
-    std::size_t shown_ = 0;
-    SteadyTime quietUntil_ = SteadyTime::min();
-    SteadyTime lastBytes_ = SteadyTime::min();
+    const ProviderConfig& m_config;
+    ProviderTransfer m_transfer;
+    ChatStreamReader m_reader;
+    ReplyParser m_parser;
+    bool m_finished = false;
+    std::size_t m_shown = 0;
+    SteadyTime m_quietUntil = SteadyTime::min();
+    SteadyTime m_lastBytes = SteadyTime::min();
 };
 
 } // namespace vorq::gateway

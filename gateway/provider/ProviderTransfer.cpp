@@ -68,7 +68,7 @@ class ProviderTransfer::State final : public LoopTransfer {
   public:
     State(const ProviderConfig& config, std::string body);
 
-    [[nodiscard]] CURL* handle() override { return easy_.get(); }
+    [[nodiscard]] CURL* handle() override { return m_easy.get(); }
     void handleEnd(CURLcode result) override;
 
     void setCaller(std::function<void()> call);
@@ -91,67 +91,67 @@ class ProviderTransfer::State final : public LoopTransfer {
     [[nodiscard]] bool isRefused() const;
     [[noreturn]] void fail() const;
 
-    const ProviderConfig& config_;
-    const std::string body_;
-    const HeaderList headers_;
-    std::unique_ptr<CURL, EasyCleanup> easy_;
+    const ProviderConfig& m_config;
+    const std::string m_body;
+    const HeaderList m_headers;
+    std::unique_ptr<CURL, EasyCleanup> m_easy;
 
-    mutable std::mutex mutex_;
-    std::function<void()> call_;
-    SteadyTime quietUntil_ = SteadyTime::min();
-    SteadyTime lastActivity_ = Steady::now();
-    curl_off_t uploaded_ = 0;
-    std::string arrived_;
-    long status_ = 0;
-    std::size_t headerBytes_ = 0;
-    CURLcode result_ = CURLE_OK;
-    long verification_ = 0;
-    bool anythingArrived_ = false;
-    bool replyBegan_ = false;
-    bool headersDone_ = false;
-    bool lacksMemory_ = false;
-    bool paused_ = false;
-    bool ended_ = false;
+    mutable std::mutex m_mutex;
+    std::function<void()> m_call;
+    SteadyTime m_quietUntil = SteadyTime::min();
+    SteadyTime m_lastActivity = Steady::now();
+    curl_off_t m_uploaded = 0;
+    std::string m_arrived;
+    long m_status = 0;
+    std::size_t m_headerBytes = 0;
+    CURLcode m_result = CURLE_OK;
+    long m_verification = 0;
+    bool m_anythingArrived = false;
+    bool m_replyBegan = false;
+    bool m_headersDone = false;
+    bool m_lacksMemory = false;
+    bool m_paused = false;
+    bool m_ended = false;
 };
 
 ProviderTransfer::State::State(const ProviderConfig& config, std::string body)
-    : config_(config),
-      body_(std::move(body)),
-      headers_(headersFor(config)),
-      easy_(curl_easy_init()) {
-    if (!easy_) throw std::bad_alloc();
+    : m_config(config),
+      m_body(std::move(body)),
+      m_headers(headersFor(config)),
+      m_easy(curl_easy_init()) {
+    if (!m_easy) throw std::bad_alloc();
     setOptions();
 }
 
 void ProviderTransfer::State::setOptions() {
-    CURL* easy = easy_.get();
-    curl_easy_setopt(easy, CURLOPT_URL, config_.endpoint.c_str());
+    CURL* easy = m_easy.get();
+    curl_easy_setopt(easy, CURLOPT_URL, m_config.endpoint.c_str());
     curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
     // A name that is never answered would else hold up the loop, and with it all replies.
     curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
     // Replies that share a connection would wait for the one that is read most slowly.
     curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-    curl_easy_setopt(easy, CURLOPT_POSTFIELDS, body_.data());
-    curl_easy_setopt(easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body_.size()));
-    curl_easy_setopt(easy, CURLOPT_HTTPHEADER, headers_.get());
+    curl_easy_setopt(easy, CURLOPT_POSTFIELDS, m_body.data());
+    curl_easy_setopt(easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(m_body.size()));
+    curl_easy_setopt(easy, CURLOPT_HTTPHEADER, m_headers.get());
     curl_easy_setopt(easy, CURLOPT_USERAGENT, "vorq-gateway");
     curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS,
-                     static_cast<long>(config_.connectTimeout.count()));
+                     static_cast<long>(m_config.connectTimeout.count()));
     // A provider on this computer is never behind a proxy.
-    if (leadsToThisComputer(config_.endpoint)) curl_easy_setopt(easy, CURLOPT_PROXY, "");
-    if (!config_.caFile.empty()) curl_easy_setopt(easy, CURLOPT_CAINFO, config_.caFile.c_str());
+    if (leadsToThisComputer(m_config.endpoint)) curl_easy_setopt(easy, CURLOPT_PROXY, "");
+    if (!m_config.caFile.empty()) curl_easy_setopt(easy, CURLOPT_CAINFO, m_config.caFile.c_str());
     curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &State::onBody);
     curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);
     curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &State::onHeader);
     curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
     // For short requests too: a long one may come after them on the same connection.
     curl_easy_setopt(easy, CURLOPT_SOCKOPTFUNCTION, &State::onSocket);
-    if (body_.size() > kShortRequest) watchUpload();
+    if (m_body.size() > kShortRequest) watchUpload();
 }
 
 void ProviderTransfer::State::watchUpload() {
-    CURL* easy = easy_.get();
+    CURL* easy = m_easy.get();
     curl_easy_setopt(easy, CURLOPT_NOPROGRESS, 0L);
     curl_easy_setopt(easy, CURLOPT_XFERINFOFUNCTION, &State::onProgress);
     curl_easy_setopt(easy, CURLOPT_XFERINFODATA, this);
@@ -161,10 +161,10 @@ void ProviderTransfer::State::watchUpload() {
 int ProviderTransfer::State::onProgress(void* self, curl_off_t, curl_off_t, curl_off_t,
                                         curl_off_t uploaded) {
     auto& state = *static_cast<State*>(self);
-    if (uploaded == state.uploaded_) return 0;
-    const std::scoped_lock lock(state.mutex_);
-    state.uploaded_ = uploaded;
-    state.lastActivity_ = Steady::now();
+    if (uploaded == state.m_uploaded) return 0;
+    const std::scoped_lock lock(state.m_mutex);
+    state.m_uploaded = uploaded;
+    state.m_lastActivity = Steady::now();
     return 0;
 }
 
@@ -176,29 +176,29 @@ int ProviderTransfer::State::onSocket(void*, curl_socket_t socket, curlsocktype)
 }
 
 void ProviderTransfer::State::touch() {
-    lastActivity_ = Steady::now();
-    anythingArrived_ = true;
-    curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status_);
+    m_lastActivity = Steady::now();
+    m_anythingArrived = true;
+    curl_easy_getinfo(m_easy.get(), CURLINFO_RESPONSE_CODE, &m_status);
 }
 
 /// Called with the lock held; the call itself may take no lock of ours.
 void ProviderTransfer::State::callReader() {
-    if (call_ && (ended_ || Steady::now() >= quietUntil_)) call_();
+    if (m_call && (m_ended || Steady::now() >= m_quietUntil)) m_call();
 }
 
 std::size_t ProviderTransfer::State::onBody(char* data, std::size_t, std::size_t size, void* self) {
     auto& state = *static_cast<State*>(self);
-    const std::scoped_lock lock(state.mutex_);
-    if (!state.arrived_.empty() && state.arrived_.size() + size > kMostBuffered) {
-        state.paused_ = true;
+    const std::scoped_lock lock(state.m_mutex);
+    if (!state.m_arrived.empty() && state.m_arrived.size() + size > kMostBuffered) {
+        state.m_paused = true;
         return CURL_WRITEFUNC_PAUSE;
     }
     state.touch();
-    state.headersDone_ = true;
+    state.m_headersDone = true;
     try {
-        state.arrived_.append(data, size);
+        state.m_arrived.append(data, size);
     } catch (const std::bad_alloc&) {
-        state.lacksMemory_ = true;
+        state.m_lacksMemory = true;
         return 0; // ends the transfer; nothing may be thrown through C code
     }
     state.callReader();
@@ -208,110 +208,110 @@ std::size_t ProviderTransfer::State::onBody(char* data, std::size_t, std::size_t
 std::size_t ProviderTransfer::State::onHeader(char* data, std::size_t, std::size_t size,
                                               void* self) {
     auto& state = *static_cast<State*>(self);
-    const std::scoped_lock lock(state.mutex_);
-    state.headerBytes_ += size;
-    if (state.headerBytes_ > kMostHeaders) return 0;
+    const std::scoped_lock lock(state.m_mutex);
+    state.m_headerBytes += size;
+    if (state.m_headerBytes > kMostHeaders) return 0;
     state.touch();
     // The blank line behind the headers; those of an interim "100 Continue" do not count.
     const bool isEnd = std::string_view(data, size) == "\r\n";
-    if (isEnd && state.status_ >= 200) state.headersDone_ = true;
+    if (isEnd && state.m_status >= 200) state.m_headersDone = true;
     return size;
 }
 
 void ProviderTransfer::State::handleEnd(CURLcode result) {
-    const std::scoped_lock lock(mutex_);
-    ended_ = true;
-    result_ = lacksMemory_ ? CURLE_OUT_OF_MEMORY : result;
-    curl_easy_getinfo(easy_.get(), CURLINFO_SSL_VERIFYRESULT, &verification_);
+    const std::scoped_lock lock(m_mutex);
+    m_ended = true;
+    m_result = m_lacksMemory ? CURLE_OUT_OF_MEMORY : result;
+    curl_easy_getinfo(m_easy.get(), CURLINFO_SSL_VERIFYRESULT, &m_verification);
     callReader();
 }
 
 void ProviderTransfer::State::setCaller(std::function<void()> call) {
-    const std::scoped_lock lock(mutex_);
-    call_ = std::move(call);
+    const std::scoped_lock lock(m_mutex);
+    m_call = std::move(call);
     callReader();
 }
 
 bool ProviderTransfer::State::isRefused() const {
-    return headersDone_ && (status_ < 200 || status_ >= 300);
+    return m_headersDone && (m_status < 200 || m_status >= 300);
 }
 
 void ProviderTransfer::State::fail() const {
-    if (result_ == CURLE_OUT_OF_MEMORY) throw std::bad_alloc();
+    if (m_result == CURLE_OUT_OF_MEMORY) throw std::bad_alloc();
     throw transferFailure(
-        config_,
-        {.code = result_, .verification = verification_, .anythingArrived = anythingArrived_});
+        m_config,
+        {.code = m_result, .verification = m_verification, .anythingArrived = m_anythingArrived});
 }
 
 std::optional<std::string> ProviderTransfer::State::read(SteadyTime now, bool& mustResume) {
-    const std::scoped_lock lock(mutex_);
+    const std::scoped_lock lock(m_mutex);
     if (isRefused()) {
-        if (ended_ || arrived_.size() >= kLongestRefusal) {
-            throw refused(config_, status_, arrived_);
+        if (m_ended || m_arrived.size() >= kLongestRefusal) {
+            throw refused(m_config, m_status, m_arrived);
         }
-    } else if (!arrived_.empty()) {
-        mustResume = std::exchange(paused_, false);
+    } else if (!m_arrived.empty()) {
+        mustResume = std::exchange(m_paused, false);
         // Until now it was this side that was silent.
-        if (mustResume) lastActivity_ = now;
-        return std::exchange(arrived_, {});
+        if (mustResume) m_lastActivity = now;
+        return std::exchange(m_arrived, {});
     }
-    if (ended_ && result_ != CURLE_OK) fail();
-    if (ended_) return std::nullopt;
-    if (now > limit()) throw tooSlow(config_);
+    if (m_ended && m_result != CURLE_OK) fail();
+    if (m_ended) return std::nullopt;
+    if (now > limit()) throw tooSlow(m_config);
     return std::string();
 }
 
 SteadyTime ProviderTransfer::State::limit() const {
-    return lastActivity_ + (replyBegan_ ? config_.idleTimeout : config_.replyTimeout);
+    return m_lastActivity + (m_replyBegan ? m_config.idleTimeout : m_config.replyTimeout);
 }
 
 SteadyTime ProviderTransfer::State::deadline() const {
-    const std::scoped_lock lock(mutex_);
+    const std::scoped_lock lock(m_mutex);
     return limit();
 }
 
 void ProviderTransfer::State::noteReplyBegan() {
-    const std::scoped_lock lock(mutex_);
-    replyBegan_ = true;
+    const std::scoped_lock lock(m_mutex);
+    m_replyBegan = true;
 }
 
 void ProviderTransfer::State::keepQuietUntil(SteadyTime time) {
-    const std::scoped_lock lock(mutex_);
-    quietUntil_ = time;
+    const std::scoped_lock lock(m_mutex);
+    m_quietUntil = time;
 }
 
 ProviderTransfer::ProviderTransfer(TransferLoop& loop, const ProviderConfig& config,
                                    std::string body)
-    : loop_(loop), state_(std::make_shared<State>(config, std::move(body))) {
-    loop_.start(state_);
+    : m_loop(loop), m_state(std::make_shared<State>(config, std::move(body))) {
+    m_loop.start(m_state);
 }
 
 ProviderTransfer::~ProviderTransfer() {
-    state_->setCaller({});
-    loop_.drop(*state_);
+    m_state->setCaller({});
+    m_loop.drop(*m_state);
 }
 
 void ProviderTransfer::setCaller(std::function<void()> call) {
-    state_->setCaller(std::move(call));
+    m_state->setCaller(std::move(call));
 }
 
 std::optional<std::string> ProviderTransfer::read(SteadyTime now) {
     bool mustResume = false;
-    std::optional<std::string> arrived = state_->read(now, mustResume);
-    if (mustResume) loop_.resume(state_);
+    std::optional<std::string> arrived = m_state->read(now, mustResume);
+    if (mustResume) m_loop.resume(m_state);
     return arrived;
 }
 
 SteadyTime ProviderTransfer::deadline() const {
-    return state_->deadline();
+    return m_state->deadline();
 }
 
 void ProviderTransfer::noteReplyBegan() {
-    state_->noteReplyBegan();
+    m_state->noteReplyBegan();
 }
 
 void ProviderTransfer::keepQuietUntil(SteadyTime time) {
-    state_->keepQuietUntil(time);
+    m_state->keepQuietUntil(time);
 }
 
 } // namespace vorq::gateway

@@ -38,8 +38,8 @@ class ProviderTransfer {
   private:
     class State;
 
-    TransferLoop& loop_;
-    std::shared_ptr<State> state_;
+    TransferLoop& m_loop;
+    std::shared_ptr<State> m_state;
 };
 
 } // namespace vorq::gateway

@@ -116,23 +116,23 @@ QuizOptions::QuizOptions(const json& question) {
     std::vector<std::string> options = optionsIn(question);
     dropLabels(options);
     for (std::string& option : options) {
-        places_.push_back(option.empty() ? std::nullopt : std::optional(texts_.size()));
-        if (!option.empty()) texts_.push_back(std::move(option));
+        m_places.push_back(option.empty() ? std::nullopt : std::optional(m_texts.size()));
+        if (!option.empty()) m_texts.push_back(std::move(option));
     }
 }
 
 std::optional<std::size_t> QuizOptions::placeOf(std::optional<std::size_t> index) const {
-    return index && *index < places_.size() ? places_[*index] : std::nullopt;
+    return index && *index < m_places.size() ? m_places[*index] : std::nullopt;
 }
 
 std::optional<std::size_t> QuizOptions::placeOfText(const std::string& text) const {
-    auto same = std::ranges::find(texts_, text);
-    if (same == texts_.end()) {
-        same = std::ranges::find(texts_, lowered(text),
+    auto same = std::ranges::find(m_texts, text);
+    if (same == m_texts.end()) {
+        same = std::ranges::find(m_texts, lowered(text),
                                  [](const std::string& option) { return lowered(option); });
     }
-    return same == texts_.end() ? std::nullopt
-                                : std::optional(static_cast<std::size_t>(same - texts_.begin()));
+    return same == m_texts.end() ? std::nullopt
+                                 : std::optional(static_cast<std::size_t>(same - m_texts.begin()));
 }
 
 std::optional<std::size_t> QuizOptions::placeNamedBy(const json& value, bool isIndex) const {

@@ -16,7 +16,7 @@ class QuizOptions {
     /// `question` is a JSON object.
     explicit QuizOptions(const nlohmann::json& question);
 
-    [[nodiscard]] const std::vector<std::string>& texts() const { return texts_; }
+    [[nodiscard]] const std::vector<std::string>& texts() const { return m_texts; }
     /// The place in texts() of the option that the question names as right, by index, letter or
     /// text. Nothing if it names none of them.
     [[nodiscard]] std::optional<std::size_t> answerOf(const nlohmann::json& question) const;
@@ -27,9 +27,9 @@ class QuizOptions {
     [[nodiscard]] std::optional<std::size_t> placeNamedBy(const nlohmann::json& value,
                                                           bool isIndex) const;
 
-    std::vector<std::string> texts_;
+    std::vector<std::string> m_texts;
     /// Where each option as written stands in texts(); nothing for one that was dropped.
-    std::vector<std::optional<std::size_t>> places_;
+    std::vector<std::optional<std::size_t>> m_places;
 };
 
 } // namespace vorq::gateway

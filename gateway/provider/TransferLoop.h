@@ -17,11 +17,11 @@ class LoopTransfer {
     virtual void handleEnd(CURLcode result) = 0;
 
     /// Nobody wants the transfer any more. Any thread.
-    void setDropped() { isDropped_ = true; }
-    [[nodiscard]] bool isDropped() const { return isDropped_; }
+    void setDropped() { m_isDropped = true; }
+    [[nodiscard]] bool isDropped() const { return m_isDropped; }
 
   private:
-    std::atomic<bool> isDropped_ = false;
+    std::atomic<bool> m_isDropped = false;
 };
 
 /// Carries out any number of transfers on one thread of its own, over connections that they use one
@@ -43,7 +43,7 @@ class TransferLoop {
 
   private:
     class Implementation;
-    std::unique_ptr<Implementation> implementation_;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace vorq::gateway

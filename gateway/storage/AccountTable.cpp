@@ -30,16 +30,16 @@ void bindFields(Statement& statement, const Account& account) {
 } // namespace
 
 void AccountTable::insert(Account& account, std::int64_t nowMs) {
-    Statement statement = database_.prepare(
+    Statement statement = m_database.prepare(
         "INSERT INTO accounts (isLocal, email, firstName, lastName, username, useCase, "
         "preferredModel, passwordHash, createdAt) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)");
     bindFields(statement, account);
     statement.bind(9, nowMs).step();
-    account.id = database_.lastInsertId();
+    account.id = m_database.lastInsertId();
 }
 
 void AccountTable::update(const Account& account) {
-    Statement statement = database_.prepare(
+    Statement statement = m_database.prepare(
         "UPDATE accounts SET isLocal = ?, email = ?, firstName = ?, lastName = ?, username = ?, "
         "useCase = ?, preferredModel = ?, passwordHash = ? WHERE id = ?");
     bindFields(statement, account);
@@ -60,24 +60,24 @@ std::optional<Account> AccountTable::only(Statement& statement) {
 }
 
 std::optional<Account> AccountTable::byId(std::int64_t id) {
-    Statement statement = database_.prepare(kById);
+    Statement statement = m_database.prepare(kById);
     return only(statement.bind(1, id));
 }
 
 std::optional<Account> AccountTable::local() {
-    Statement statement = database_.prepare(kLocal);
+    Statement statement = m_database.prepare(kLocal);
     return only(statement);
 }
 
 bool AccountTable::emailTaken(const std::string& email, std::int64_t id) {
-    Statement statement = database_.prepare("SELECT 1 FROM accounts WHERE email = ? AND id <> ?");
+    Statement statement = m_database.prepare("SELECT 1 FROM accounts WHERE email = ? AND id <> ?");
     return statement.bind(1, email).bind(2, id).step();
 }
 
 bool AccountTable::usernameTaken(const std::string& username, std::int64_t id) {
     if (username.empty()) return false;
     Statement statement =
-        database_.prepare("SELECT 1 FROM accounts WHERE username = ? AND id <> ?");
+        m_database.prepare("SELECT 1 FROM accounts WHERE username = ? AND id <> ?");
     return statement.bind(1, username).bind(2, id).step();
 }
 

@@ -26,7 +26,7 @@ struct Account {
 /// Reads and writes accounts. Borrows the database; its owner locks.
 class AccountTable {
   public:
-    explicit AccountTable(Database& database) : database_(database) {}
+    explicit AccountTable(Database& database) : m_database(database) {}
 
     /// Stores a new account and gives it its id.
     void insert(Account& account, std::int64_t nowMs);
@@ -40,7 +40,7 @@ class AccountTable {
 
   private:
     [[nodiscard]] std::optional<Account> only(Statement& statement);
-    Database& database_;
+    Database& m_database;
 };
 
 } // namespace vorq::gateway

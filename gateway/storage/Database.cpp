@@ -44,40 +44,40 @@ void Statement::GiveBack::operator()(sqlite3_stmt* statement) const {
 }
 
 void Statement::check(int code) const {
-    if (code != SQLITE_OK) fail(sqlite3_db_handle(statement_.get()), code);
+    if (code != SQLITE_OK) fail(sqlite3_db_handle(m_statement.get()), code);
 }
 
 Statement& Statement::bind(int index, std::int64_t value) {
-    check(sqlite3_bind_int64(statement_.get(), index, value));
+    check(sqlite3_bind_int64(m_statement.get(), index, value));
     return *this;
 }
 
 Statement& Statement::bind(int index, std::string_view text) {
-    check(sqlite3_bind_text64(statement_.get(), index, text.data(), text.size(), SQLITE_TRANSIENT,
+    check(sqlite3_bind_text64(m_statement.get(), index, text.data(), text.size(), SQLITE_TRANSIENT,
                               SQLITE_UTF8));
     return *this;
 }
 
 Statement& Statement::bindBlob(int index, std::string_view bytes) {
-    check(
-        sqlite3_bind_blob64(statement_.get(), index, bytes.data(), bytes.size(), SQLITE_TRANSIENT));
+    check(sqlite3_bind_blob64(m_statement.get(), index, bytes.data(), bytes.size(),
+                              SQLITE_TRANSIENT));
     return *this;
 }
 
 Statement& Statement::bindNull(int index) {
-    check(sqlite3_bind_null(statement_.get(), index));
+    check(sqlite3_bind_null(m_statement.get(), index));
     return *this;
 }
 
 bool Statement::step() {
-    const int code = sqlite3_step(statement_.get());
+    const int code = sqlite3_step(m_statement.get());
     if (code == SQLITE_ROW) return true;
-    if (code != SQLITE_DONE) fail(sqlite3_db_handle(statement_.get()), code);
+    if (code != SQLITE_DONE) fail(sqlite3_db_handle(m_statement.get()), code);
     return false;
 }
 
 std::int64_t Statement::integer(int column) const {
-    return sqlite3_column_int64(statement_.get(), column);
+    return sqlite3_column_int64(m_statement.get(), column);
 }
 
 std::string Statement::text(int column) const {
@@ -85,9 +85,9 @@ std::string Statement::text(int column) const {
 }
 
 std::optional<std::string> Statement::optionalText(int column) const {
-    const unsigned char* text = sqlite3_column_text(statement_.get(), column);
+    const unsigned char* text = sqlite3_column_text(m_statement.get(), column);
     if (text == nullptr) return std::nullopt;
-    const int size = sqlite3_column_bytes(statement_.get(), column);
+    const int size = sqlite3_column_bytes(m_statement.get(), column);
     return std::string(reinterpret_cast<const char*>(text), static_cast<std::size_t>(size));
 }
 
@@ -110,7 +110,7 @@ Database::Database(const std::filesystem::path& file) {
         file.c_str(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX,
         nullptr);
     umask(oldMask);
-    connection_ = std::make_unique<Connection>(raw);
+    m_connection = std::make_unique<Connection>(raw);
     check(raw, code);
     check(raw, sqlite3_extended_result_codes(raw, 1));
     setPatience(kPatience);
@@ -123,13 +123,13 @@ Database::Database(Database&&) noexcept = default;
 Database& Database::operator=(Database&&) noexcept = default;
 
 sqlite3* Database::handle() const {
-    return connection_->handle.get();
+    return m_connection->handle.get();
 }
 
 Statement Database::prepare(std::string_view sql) {
-    sqlite3_stmt* statement = connection_->statements.lend(sql);
+    sqlite3_stmt* statement = m_connection->statements.lend(sql);
     if (statement == nullptr) fail(handle(), sqlite3_extended_errcode(handle()));
-    return {connection_->statements, statement};
+    return {m_connection->statements, statement};
 }
 
 void Database::execute(const std::string& sql) {
@@ -154,22 +154,22 @@ Database Database::another() const {
     return Database(sqlite3_db_filename(handle(), "main"));
 }
 
-Transaction::Transaction(Database& database) : database_(database) {
-    database_.prepare("BEGIN IMMEDIATE").step();
+Transaction::Transaction(Database& database) : m_database(database) {
+    m_database.prepare("BEGIN IMMEDIATE").step();
 }
 
 Transaction::~Transaction() {
-    if (!open_) return;
+    if (!m_open) return;
     try {
-        database_.prepare("ROLLBACK").step();
+        m_database.prepare("ROLLBACK").step();
     } catch (const DatabaseError&) {
-        open_ = false; // SQLite has rolled back by itself.
+        m_open = false; // SQLite has rolled back by itself.
     }
 }
 
 void Transaction::commit() {
-    database_.prepare("COMMIT").step();
-    open_ = false;
+    m_database.prepare("COMMIT").step();
+    m_open = false;
 }
 
 } // namespace vorq::gateway

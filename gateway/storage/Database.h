@@ -51,10 +51,10 @@ class Statement {
         StatementStore* store;
         void operator()(sqlite3_stmt* statement) const;
     };
-    Statement(StatementStore& store, sqlite3_stmt* statement) : statement_(statement, {&store}) {}
+    Statement(StatementStore& store, sqlite3_stmt* statement) : m_statement(statement, {&store}) {}
     void check(int code) const;
 
-    std::unique_ptr<sqlite3_stmt, GiveBack> statement_;
+    std::unique_ptr<sqlite3_stmt, GiveBack> m_statement;
 };
 
 /// An open SQLite file in WAL mode, readable by its owner alone. Not thread-safe: its owner locks.
@@ -83,7 +83,7 @@ class Database {
 
     [[nodiscard]] sqlite3* handle() const;
 
-    std::unique_ptr<Connection> connection_;
+    std::unique_ptr<Connection> m_connection;
 };
 
 /// A write transaction, rolled back unless committed.
@@ -97,8 +97,8 @@ class Transaction {
     void commit();
 
   private:
-    Database& database_;
-    bool open_ = true;
+    Database& m_database;
+    bool m_open = true;
 };
 
 } // namespace vorq::gateway

@@ -10,15 +10,15 @@ constexpr std::chrono::milliseconds kPause{10};
 } // namespace
 
 SharedDatabase::SharedDatabase(Database database, Reopen reopen)
-    : reopen_(std::move(reopen)), writer_(std::move(database)), reader_(writer_.another()) {
+    : m_reopen(std::move(reopen)), m_writer(std::move(database)), m_reader(m_writer.another()) {
     // SQLite's own waiting would keep the lock from the other threads.
-    writer_.setPatience({});
-    reader_.setPatience({});
+    m_writer.setPatience({});
+    m_reader.setPatience({});
 }
 
 SharedDatabase::Writing SharedDatabase::write() {
     std::optional<Writing> turn;
-    toWrite_.attempt([&] { turn.emplace(beginWriting()); });
+    m_toWrite.attempt([&] { turn.emplace(beginWriting()); });
     return *std::move(turn);
 }
 
@@ -32,30 +32,30 @@ std::optional<SharedDatabase::Writing> SharedDatabase::tryWrite() {
 }
 
 SharedDatabase::Writing SharedDatabase::beginWriting() {
-    std::unique_lock lock(writing_);
-    if (reopen_ && writer_.isReplaced()) {
-        Database opened = reopen_();
+    std::unique_lock lock(m_writing);
+    if (m_reopen && m_writer.isReplaced()) {
+        Database opened = m_reopen();
         Database reader = opened.another();
         opened.setPatience({});
         reader.setPatience({});
-        const std::scoped_lock reading(reading_);
-        writer_ = std::move(opened);
-        reader_ = std::move(reader);
+        const std::scoped_lock reading(m_reading);
+        m_writer = std::move(opened);
+        m_reader = std::move(reader);
     }
-    return {std::move(lock), writer_};
+    return {std::move(lock), m_writer};
 }
 
 bool SharedDatabase::isReplaced() {
-    const std::scoped_lock lock(reading_);
-    return reopen_ && reader_.isReplaced();
+    const std::scoped_lock lock(m_reading);
+    return m_reopen && m_reader.isReplaced();
 }
 
 void SharedDatabase::Waiting::attempt(const std::function<void()>& work) {
     while (true) {
         try {
             work();
-            const std::scoped_lock lock(mutex_);
-            heldSince_.reset();
+            const std::scoped_lock lock(m_mutex);
+            m_heldSince.reset();
             return;
         } catch (const DatabaseError& error) {
             if (!error.isBusy || heldFor() > kPatience) throw;
@@ -65,12 +65,12 @@ void SharedDatabase::Waiting::attempt(const std::function<void()>& work) {
 }
 
 std::chrono::steady_clock::duration SharedDatabase::Waiting::heldFor() {
-    const std::scoped_lock lock(mutex_);
+    const std::scoped_lock lock(m_mutex);
     const Moment now = std::chrono::steady_clock::now();
     // Whether it was free between two attempts that lie far apart, nobody knows.
-    if (!heldSince_ || now - lastHeld_ > kPatience) heldSince_ = now;
-    lastHeld_ = now;
-    return now - *heldSince_;
+    if (!m_heldSince || now - m_lastHeld > kPatience) m_heldSince = now;
+    m_lastHeld = now;
+    return now - *m_heldSince;
 }
 
 } // namespace vorq::gateway

@@ -31,19 +31,19 @@ class SharedDatabase {
     /// The turn of a thread to write, in one transaction: rolled back unless committed.
     class Writing {
       public:
-        [[nodiscard]] Database& database() { return database_; }
-        void commit() { transaction_->commit(); }
+        [[nodiscard]] Database& database() { return m_database; }
+        void commit() { m_transaction->commit(); }
 
       private:
         friend class SharedDatabase;
         Writing(std::unique_lock<std::mutex> lock, Database& database)
-            : lock_(std::move(lock)),
-              database_(database),
-              transaction_(std::make_unique<Transaction>(database)) {}
+            : m_lock(std::move(lock)),
+              m_database(database),
+              m_transaction(std::make_unique<Transaction>(database)) {}
 
-        std::unique_lock<std::mutex> lock_;
-        Database& database_;
-        std::unique_ptr<Transaction> transaction_;
+        std::unique_lock<std::mutex> m_lock;
+        Database& m_database;
+        std::unique_ptr<Transaction> m_transaction;
     };
 
     /// Throws DatabaseError if another program held the file all the time.
@@ -56,10 +56,10 @@ class SharedDatabase {
     template<std::invocable<Database&> Work>
     std::invoke_result_t<Work&, Database&> read(Work work) {
         std::optional<std::invoke_result_t<Work&, Database&>> result;
-        toRead_.attempt([&] {
+        m_toRead.attempt([&] {
             if (isReplaced()) static_cast<void>(write());
-            const std::scoped_lock lock(reading_);
-            result = work(reader_);
+            const std::scoped_lock lock(m_reading);
+            result = work(m_reader);
         });
         return *std::move(result);
     }
@@ -77,21 +77,21 @@ class SharedDatabase {
         /// How long the file has been found held, now included.
         [[nodiscard]] std::chrono::steady_clock::duration heldFor();
 
-        std::mutex mutex_;
-        std::optional<Moment> heldSince_;
-        Moment lastHeld_;
+        std::mutex m_mutex;
+        std::optional<Moment> m_heldSince;
+        Moment m_lastHeld;
     };
 
     [[nodiscard]] Writing beginWriting();
     [[nodiscard]] bool isReplaced();
 
-    Reopen reopen_;
-    Waiting toWrite_;
-    Waiting toRead_;
-    std::mutex writing_;
-    std::mutex reading_;
-    Database writer_;
-    Database reader_;
+    Reopen m_reopen;
+    Waiting m_toWrite;
+    Waiting m_toRead;
+    std::mutex m_writing;
+    std::mutex m_reading;
+    Database m_writer;
+    Database m_reader;
 };
 
 } // namespace vorq::gateway

@@ -15,7 +15,7 @@ namespace vorq::gateway {
 class StatementStore {
   public:
     /// The connection outlives the store.
-    explicit StatementStore(sqlite3* connection) : connection_(connection) {}
+    explicit StatementStore(sqlite3* connection) : m_connection(connection) {}
     ~StatementStore();
     StatementStore(const StatementStore&) = delete;
     StatementStore& operator=(const StatementStore&) = delete;
@@ -29,8 +29,8 @@ class StatementStore {
   private:
     static constexpr std::size_t kMost = 64;
 
-    sqlite3* connection_;
-    std::map<std::string, sqlite3_stmt*, std::less<>> resting_;
+    sqlite3* m_connection;
+    std::map<std::string, sqlite3_stmt*, std::less<>> m_resting;
 };
 
 } // namespace vorq::gateway

@@ -5,16 +5,16 @@
 namespace vorq::gateway {
 
 std::int64_t TokenTable::startFamily(std::int64_t accountId, std::int64_t nowMs) {
-    database_.prepare("INSERT INTO families (accountId, createdAt) VALUES (?, ?)")
+    m_database.prepare("INSERT INTO families (accountId, createdAt) VALUES (?, ?)")
         .bind(1, accountId)
         .bind(2, nowMs)
         .step();
-    return database_.lastInsertId();
+    return m_database.lastInsertId();
 }
 
 std::int64_t TokenTable::startGeneration(std::int64_t familyId) {
     Statement statement =
-        database_.prepare("UPDATE families SET latest = latest + 1 WHERE id = ? RETURNING latest");
+        m_database.prepare("UPDATE families SET latest = latest + 1 WHERE id = ? RETURNING latest");
     statement.bind(1, familyId).step();
     const std::int64_t generation = statement.integer(0);
     statement.step();
@@ -23,7 +23,7 @@ std::int64_t TokenTable::startGeneration(std::int64_t familyId) {
 
 void TokenTable::add(const char* sql, std::string_view secret, std::int64_t familyId,
                      std::int64_t generation, std::int64_t expiresAt) {
-    database_.prepare(sql)
+    m_database.prepare(sql)
         .bindBlob(1, hashOfSecret(secret))
         .bind(2, familyId)
         .bind(3, generation)
@@ -45,7 +45,7 @@ void TokenTable::addRefresh(std::string_view secret, std::int64_t familyId, std:
 
 void TokenTable::addHandoff(std::string_view secret, std::int64_t accountId,
                             std::int64_t expiresAt) {
-    database_.prepare("INSERT INTO handoffCodes (hash, accountId, expiresAt) VALUES (?, ?, ?)")
+    m_database.prepare("INSERT INTO handoffCodes (hash, accountId, expiresAt) VALUES (?, ?, ?)")
         .bindBlob(1, hashOfSecret(secret))
         .bind(2, accountId)
         .bind(3, expiresAt)
@@ -53,7 +53,7 @@ void TokenTable::addHandoff(std::string_view secret, std::int64_t accountId,
 }
 
 std::optional<AccessTokenRow> TokenTable::access(std::string_view secret, std::int64_t nowMs) {
-    Statement statement = database_.prepare(
+    Statement statement = m_database.prepare(
         "SELECT families.accountId, families.id, generation, latest, confirmed FROM accessTokens "
         "JOIN families ON families.id = accessTokens.familyId WHERE hash = ? AND expiresAt > ?");
     if (!statement.bindBlob(1, hashOfSecret(secret)).bind(2, nowMs).step()) return std::nullopt;
@@ -63,7 +63,7 @@ std::optional<AccessTokenRow> TokenTable::access(std::string_view secret, std::i
 }
 
 std::optional<RefreshTokenRow> TokenTable::refresh(std::string_view secret) {
-    Statement statement = database_.prepare(
+    Statement statement = m_database.prepare(
         "SELECT families.accountId, families.id, generation, latest, confirmed, expiresAt, "
         "superseded FROM refreshTokens JOIN families ON families.id = refreshTokens.familyId "
         "WHERE hash = ?");
@@ -76,7 +76,7 @@ std::optional<RefreshTokenRow> TokenTable::refresh(std::string_view secret) {
 }
 
 void TokenTable::confirm(std::int64_t familyId, std::int64_t generation) {
-    database_.prepare("UPDATE families SET confirmed = max(confirmed, ?) WHERE id = ?")
+    m_database.prepare("UPDATE families SET confirmed = max(confirmed, ?) WHERE id = ?")
         .bind(1, generation)
         .bind(2, familyId)
         .step();
@@ -86,13 +86,13 @@ void TokenTable::supersedeAfter(std::int64_t familyId, std::int64_t generation) 
     for (const char* sql :
          {"UPDATE refreshTokens SET superseded = 1 WHERE familyId = ? AND generation > ?",
           "DELETE FROM accessTokens WHERE familyId = ? AND generation > ?"}) {
-        database_.prepare(sql).bind(1, familyId).bind(2, generation).step();
+        m_database.prepare(sql).bind(1, familyId).bind(2, generation).step();
     }
 }
 
 std::optional<std::int64_t> TokenTable::takeHandoff(std::string_view secret, std::int64_t nowMs) {
-    Statement statement =
-        database_.prepare("DELETE FROM handoffCodes WHERE hash = ? RETURNING accountId, expiresAt");
+    Statement statement = m_database.prepare(
+        "DELETE FROM handoffCodes WHERE hash = ? RETURNING accountId, expiresAt");
     if (!statement.bindBlob(1, hashOfSecret(secret)).step()) return std::nullopt;
     const std::int64_t accountId = statement.integer(0);
     const bool valid = statement.integer(1) > nowMs;
@@ -101,11 +101,11 @@ std::optional<std::int64_t> TokenTable::takeHandoff(std::string_view secret, std
 }
 
 void TokenTable::dropFamily(std::int64_t familyId) {
-    database_.prepare("DELETE FROM families WHERE id = ?").bind(1, familyId).step();
+    m_database.prepare("DELETE FROM families WHERE id = ?").bind(1, familyId).step();
 }
 
 void TokenTable::dropOtherFamilies(const TokenOwner& kept) {
-    database_.prepare("DELETE FROM families WHERE accountId = ? AND id <> ?")
+    m_database.prepare("DELETE FROM families WHERE accountId = ? AND id <> ?")
         .bind(1, kept.accountId)
         .bind(2, kept.familyId)
         .step();
@@ -115,9 +115,9 @@ void TokenTable::dropExpired(std::int64_t nowMs) {
     for (const char* sql : {"DELETE FROM accessTokens WHERE expiresAt <= ?",
                             "DELETE FROM refreshTokens WHERE expiresAt <= ?",
                             "DELETE FROM handoffCodes WHERE expiresAt <= ?"}) {
-        database_.prepare(sql).bind(1, nowMs).step();
+        m_database.prepare(sql).bind(1, nowMs).step();
     }
-    database_
+    m_database
         .prepare("DELETE FROM families WHERE id NOT IN (SELECT familyId FROM refreshTokens) "
                  "AND id NOT IN (SELECT familyId FROM accessTokens)")
         .step();

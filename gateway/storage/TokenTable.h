@@ -39,7 +39,7 @@ struct RefreshTokenRow {
 /// in. Borrows the database; its owner locks. All times in milliseconds since 1970.
 class TokenTable {
   public:
-    explicit TokenTable(Database& database) : database_(database) {}
+    explicit TokenTable(Database& database) : m_database(database) {}
 
     [[nodiscard]] std::int64_t startFamily(std::int64_t accountId, std::int64_t nowMs);
     /// Begins the next generation of the sign-in and gives its number.
@@ -69,7 +69,7 @@ class TokenTable {
   private:
     void add(const char* sql, std::string_view secret, std::int64_t familyId,
              std::int64_t generation, std::int64_t expiresAt);
-    Database& database_;
+    Database& m_database;
 };
 
 } // namespace vorq::gateway

@@ -5,22 +5,22 @@
 namespace vorq::gateway {
 
 DraftStream::DraftStream(ReplyDraft draft, std::chrono::milliseconds delay)
-    : draft_(std::move(draft)), delay_(delay) {}
+    : m_draft(std::move(draft)), m_delay(delay) {}
 
 ReplyStep DraftStream::step(SteadyTime now) {
-    if (shown_ == draft_.pieces.size()) return {};
-    if (now < due_) return {.kind = ReplyStep::Kind::Waits, .again = due_};
-    soFar_ += draft_.pieces[shown_++];
-    due_ = now + delay_;
-    return {.kind = ReplyStep::Kind::Grew, .text = soFar_};
+    if (m_shown == m_draft.pieces.size()) return {};
+    if (now < m_due) return {.kind = ReplyStep::Kind::Waits, .again = m_due};
+    m_soFar += m_draft.pieces[m_shown++];
+    m_due = now + m_delay;
+    return {.kind = ReplyStep::Kind::Grew, .text = m_soFar};
 }
 
 FinishedReply DraftStream::result() {
-    return Analysis{.summary = draft_.text(),
+    return Analysis{.summary = m_draft.text(),
                     .feedback = {},
                     .corrections = {},
                     .sources = {},
-                    .followUp = draft_.followUp};
+                    .followUp = m_draft.followUp};
 }
 
 } // namespace vorq::gateway

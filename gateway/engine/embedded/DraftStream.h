@@ -17,11 +17,11 @@ class DraftStream final : public ReplyStream {
     [[nodiscard]] FinishedReply result() override;
 
   private:
-    ReplyDraft draft_;
-    std::chrono::milliseconds delay_;
-    std::size_t shown_ = 0;
-    std::string soFar_;
-    SteadyTime due_ = SteadyTime::min();
+    ReplyDraft m_draft;
+    std::chrono::milliseconds m_delay;
+    std::size_t m_shown = 0;
+    std::string m_soFar;
+    SteadyTime m_due = SteadyTime::min();
 };
 
 } // namespace vorq::gateway

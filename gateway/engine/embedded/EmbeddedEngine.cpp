@@ -8,15 +8,15 @@
 
 namespace vorq::gateway {
 
-EmbeddedEngine::EmbeddedEngine(std::chrono::milliseconds stepDelay) : stepDelay_(stepDelay) {}
+EmbeddedEngine::EmbeddedEngine(std::chrono::milliseconds stepDelay) : m_stepDelay(stepDelay) {}
 
 std::unique_ptr<ReplyStream> EmbeddedEngine::prompt(const PromptRequest& request) {
-    const auto delay = request.whole ? std::chrono::milliseconds(0) : stepDelay_;
+    const auto delay = request.whole ? std::chrono::milliseconds(0) : m_stepDelay;
     return std::make_unique<DraftStream>(draftReply(request), delay);
 }
 
 std::unique_ptr<ReplyStream> EmbeddedEngine::analyze(const AnalyzeRequest& request) {
-    const auto delay = request.whole ? std::chrono::milliseconds(0) : stepDelay_;
+    const auto delay = request.whole ? std::chrono::milliseconds(0) : m_stepDelay;
     return std::make_unique<DraftStream>(draftAnalysis(request.text), delay);
 }
 

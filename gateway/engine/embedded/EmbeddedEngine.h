@@ -20,7 +20,7 @@ class EmbeddedEngine final : public Engine {
     [[nodiscard]] std::unique_ptr<ReplyStream> quiz(const QuizRequest& request) override;
 
   private:
-    std::chrono::milliseconds stepDelay_;
+    std::chrono::milliseconds m_stepDelay;
 };
 
 } // namespace vorq::gateway

@@ -29,19 +29,19 @@ class SeededNumbers {
   public:
     explicit SeededNumbers(std::string_view seed) {
         for (const char c : seed)
-            state_ = (state_ ^ static_cast<unsigned char>(c)) * 1099511628211U;
+            m_state = (m_state ^ static_cast<unsigned char>(c)) * 1099511628211U;
     }
     /// Below `bound`, which is at least 1.
     std::size_t below(std::size_t bound) {
-        state_ += 0x9E3779B97F4A7C15U;
-        std::uint64_t z = state_;
+        m_state += 0x9E3779B97F4A7C15U;
+        std::uint64_t z = m_state;
         z = (z ^ (z >> 30U)) * 0xBF58476D1CE4E5B9U;
         z = (z ^ (z >> 27U)) * 0x94D049BB133111EBU;
         return static_cast<std::size_t>((z ^ (z >> 31U)) % bound);
     }
 
   private:
-    std::uint64_t state_ = 14695981039346656037U;
+    std::uint64_t m_state = 14695981039346656037U;
 };
 
 struct Target {
@@ -92,17 +92,17 @@ bool areForms(const VocabularyWord& a, const VocabularyWord& b) {
 class QuizMaker {
   public:
     explicit QuizMaker(const QuizRequest& request)
-        : request_(request),
-          index_(readDocument(request.text)),
-          classes_(index_),
-          vocabulary_(index_, classes_),
-          numbers_(request.text) {}
+        : m_request(request),
+          m_index(readDocument(request.text)),
+          m_classes(m_index),
+          m_vocabulary(m_index, m_classes),
+          m_numbers(request.text) {}
 
     Quiz make() {
-        for (const VocabularyWord& word : vocabulary_.words())
-            byKey_[word.key] = &word;
+        for (const VocabularyWord& word : m_vocabulary.words())
+            m_byKey[word.key] = &word;
         std::set<std::string> distinct;
-        for (const VocabularyWord& word : vocabulary_.words()) {
+        for (const VocabularyWord& word : m_vocabulary.words()) {
             if (distinct.size() >= kOptions) break;
             distinct.insert(lowered(word.surface));
         }
@@ -129,7 +129,7 @@ class QuizMaker {
     [[nodiscard]] std::vector<std::string> wrongAnswers(const Target& target);
     [[nodiscard]] QuizQuestion question(const Target& target, std::size_t number);
     [[nodiscard]] bool isIn(std::size_t sentence, std::uint32_t key) const {
-        return std::ranges::any_of(index_.wordsIn(sentence),
+        return std::ranges::any_of(m_index.wordsIn(sentence),
                                    [&](const Word& word) { return word.key == key; });
     }
     /// "Date: 14 October"
@@ -140,31 +140,31 @@ class QuizMaker {
     }
     [[nodiscard]] std::size_t wordsSaid(std::size_t sentence) const {
         return static_cast<std::size_t>(std::ranges::count_if(
-            index_.wordsIn(sentence), [](const Word& word) { return !word.isLabel; }));
+            m_index.wordsIn(sentence), [](const Word& word) { return !word.isLabel; }));
     }
     [[nodiscard]] std::string_view saidIn(std::size_t sentence) const {
-        return index_.text(sentence).substr(index_.sentences()[sentence].label);
+        return m_index.text(sentence).substr(m_index.sentences()[sentence].label);
     }
     [[nodiscard]] std::string primer(const std::vector<Target>& targets) const;
 
-    const QuizRequest& request_;
-    TextIndex index_;
-    WordClasses classes_;
-    Vocabulary vocabulary_;
-    std::unordered_map<std::uint32_t, const VocabularyWord*> byKey_;
-    SeededNumbers numbers_;
+    const QuizRequest& m_request;
+    TextIndex m_index;
+    WordClasses m_classes;
+    Vocabulary m_vocabulary;
+    std::unordered_map<std::uint32_t, const VocabularyWord*> m_byKey;
+    SeededNumbers m_numbers;
 };
 
 /// Sentences in the order in which they are asked about: the focus first, then what matters most.
 std::vector<std::size_t> QuizMaker::sentenceOrder() const {
-    std::vector<std::size_t> order = findSentences(index_, request_.focus, kMostQuestions);
+    std::vector<std::size_t> order = findSentences(m_index, m_request.focus, kMostQuestions);
     std::unordered_set<std::size_t> seen(order.begin(), order.end());
     const auto add = [&](std::size_t sentence) {
         if (seen.insert(sentence).second) order.push_back(sentence);
     };
-    for (const std::size_t sentence : index_.keySentences(kMostQuestions * 2))
+    for (const std::size_t sentence : m_index.keySentences(kMostQuestions * 2))
         add(sentence);
-    const std::size_t most = std::min(index_.sentences().size(), kSentencesLookedAt);
+    const std::size_t most = std::min(m_index.sentences().size(), kSentencesLookedAt);
     for (std::size_t i = 0; i < most; ++i)
         add(i);
     // A gap with hardly a word around it can only be guessed, and a gap in a question asks two
@@ -173,7 +173,7 @@ std::vector<std::size_t> QuizMaker::sentenceOrder() const {
     std::vector<std::size_t> thin;
     for (const std::size_t sentence : order) {
         const bool isThin = wordsSaid(sentence) < kFewestWordsAround || isEntry(sentence) ||
-                            index_.sentences()[sentence].isQuestion;
+                            m_index.sentences()[sentence].isQuestion;
         (isThin ? thin : full).push_back(sentence);
     }
     full.insert(full.end(), thin.begin(), thin.end());
@@ -181,14 +181,14 @@ std::vector<std::size_t> QuizMaker::sentenceOrder() const {
 }
 
 const VocabularyWord* QuizMaker::wordOf(std::uint32_t key) const {
-    const auto word = byKey_.find(key);
-    return word == byKey_.end() ? nullptr : word->second;
+    const auto word = m_byKey.find(key);
+    return word == m_byKey.end() ? nullptr : word->second;
 }
 
 /// Whether the text has enough other words that could stand in the gap.
 bool QuizMaker::hasGoodOptions(std::size_t sentence, const VocabularyWord& right) const {
     std::size_t fitting = 0;
-    for (const VocabularyWord& word : vocabulary_.words()) {
+    for (const VocabularyWord& word : m_vocabulary.words()) {
         const bool isAlike = word.wordClass == right.wordClass && shapeOf(word) == shapeOf(right) &&
                              startsUpper(word) == startsUpper(right) && !areForms(word, right);
         if (!isAlike || isIn(sentence, word.key)) {
@@ -202,10 +202,10 @@ bool QuizMaker::hasGoodOptions(std::size_t sentence, const VocabularyWord& right
 /// The keys worth asking for in a sentence, best first.
 std::vector<std::uint32_t> QuizMaker::targetsIn(std::size_t sentence, Choice choice) const {
     std::vector<const Word*> words;
-    for (const Word& word : index_.wordsIn(sentence)) {
+    for (const Word& word : m_index.wordsIn(sentence)) {
         const VocabularyWord* right = wordOf(word.key);
         if (right == nullptr || word.isLabel) continue;
-        if (choice == Choice::Good && continuesNumeral(index_, sentence, word)) continue;
+        if (choice == Choice::Good && continuesNumeral(m_index, sentence, word)) continue;
         const bool isThing =
             (word.isContent && !word.isPale && right->wordClass != WordClass::Other) ||
             (shapeOf(*right) != NumberShape::None && word.length > 1);
@@ -216,7 +216,8 @@ std::vector<std::uint32_t> QuizMaker::targetsIn(std::size_t sentence, Choice cho
         if (isWanted) words.push_back(&word);
     }
     std::ranges::sort(words, [&](const Word* a, const Word* b) {
-        return std::pair(-index_.weight(*a), a->offset) < std::pair(-index_.weight(*b), b->offset);
+        return std::pair(-m_index.weight(*a), a->offset) <
+               std::pair(-m_index.weight(*b), b->offset);
     });
     std::vector<std::uint32_t> keys;
     for (const Word* word : words)
@@ -227,7 +228,7 @@ std::vector<std::uint32_t> QuizMaker::targetsIn(std::size_t sentence, Choice cho
 std::vector<Target> QuizMaker::chooseTargets() const {
     const std::vector<std::size_t> order = sentenceOrder();
     const std::size_t wanted =
-        std::clamp(index_.sentences().size() / 2, kFewestQuestions + 1, kMostQuestions);
+        std::clamp(m_index.sentences().size() / 2, kFewestQuestions + 1, kMostQuestions);
     std::vector<Target> targets;
     std::unordered_set<std::uint32_t> used;
     const auto takeFrom = [&](std::size_t sentence, Choice choice, std::size_t enough) {
@@ -240,7 +241,7 @@ std::vector<Target> QuizMaker::chooseTargets() const {
     };
     for (const std::size_t sentence : order) {
         if (targets.size() >= wanted) break;
-        const bool isFit = !index_.sentences()[sentence].isQuestion && !isEntry(sentence);
+        const bool isFit = !m_index.sentences()[sentence].isQuestion && !isEntry(sentence);
         if (isFit) takeFrom(sentence, Choice::Good, wanted);
     }
     // A thin text: several gaps in one sentence, and at last any word at all.
@@ -276,11 +277,11 @@ double QuizMaker::likeness(const VocabularyWord& word, const VocabularyWord& rig
 std::vector<std::string> QuizMaker::wrongAnswers(const Target& target) {
     const VocabularyWord& right = *wordOf(target.key);
     std::unordered_set<std::uint32_t> inSentence;
-    for (const Word& word : index_.wordsIn(target.sentence))
+    for (const Word& word : m_index.wordsIn(target.sentence))
         inSentence.insert(word.key);
     std::vector<std::pair<double, const VocabularyWord*>> candidates;
     std::set<std::string> seen{lowered(right.surface)};
-    for (const VocabularyWord& word : vocabulary_.words()) {
+    for (const VocabularyWord& word : m_vocabulary.words()) {
         if (candidates.size() >= kWordsLookedAt) break;
         if (!seen.insert(lowered(word.surface)).second) continue;
         candidates.emplace_back(
@@ -298,7 +299,7 @@ std::vector<std::string> QuizMaker::wrongAnswers(const Target& target) {
     }
     std::vector<std::string> wrong;
     while (wrong.size() < kOptions - 1) {
-        const std::size_t pick = numbers_.below(pool--);
+        const std::size_t pick = m_numbers.below(pool--);
         wrong.push_back(candidates[pick].second->surface);
         candidates.erase(candidates.begin() + static_cast<std::ptrdiff_t>(pick));
     }
@@ -307,32 +308,32 @@ std::vector<std::string> QuizMaker::wrongAnswers(const Target& target) {
 
 QuizQuestion QuizMaker::question(const Target& target, std::size_t number) {
     QuizQuestion question;
-    const Phrases& phrases = index_.lexicon().data.phrases;
+    const Phrases& phrases = m_index.lexicon().data.phrases;
     question.prompt = std::string(phrases.gapQuestion) + "\n\n" +
-                      clipped(withGap(index_, target.sentence, target.key), kLongestPrompt);
+                      clipped(withGap(m_index, target.sentence, target.key), kLongestPrompt);
     question.options = wrongAnswers(target);
     // Every place in turn, beginning at one that depends on the text.
-    question.answerIndex = (number + request_.text.size()) % kOptions;
+    question.answerIndex = (number + m_request.text.size()) % kOptions;
     question.options.insert(question.options.begin() +
                                 static_cast<std::ptrdiff_t>(question.answerIndex),
-                            answerFor(index_, classes_, target.sentence, target.key));
+                            answerFor(m_index, m_classes, target.sentence, target.key));
     question.explanation =
         filled(phrases.explanation, clipped(saidIn(target.sentence), kLongestPrompt));
     return question;
 }
 
 std::string QuizMaker::primer(const std::vector<Target>& targets) const {
-    const Phrases& phrases = index_.lexicon().data.phrases;
+    const Phrases& phrases = m_index.lexicon().data.phrases;
     std::string text = filled(phrases.primer, targets.size());
     const auto gives = [&](std::size_t sentence) {
         return std::ranges::any_of(targets, [&](const Target& target) {
             return target.sentence == sentence || isIn(sentence, target.key);
         });
     };
-    for (const std::size_t sentence : index_.keySentences(kMostQuestions)) {
+    for (const std::size_t sentence : m_index.keySentences(kMostQuestions)) {
         const bool isThin = wordsSaid(sentence) < kFewestWordsAround || isEntry(sentence);
-        if (isThin || index_.sentences()[sentence].isQuestion || gives(sentence)) continue;
-        const std::string_view blank = index_.lexicon().data.hasBlanks ? " " : "";
+        if (isThin || m_index.sentences()[sentence].isQuestion || gives(sentence)) continue;
+        const std::string_view blank = m_index.lexicon().data.hasBlanks ? " " : "";
         return text + std::string(blank) +
                filled(phrases.toBegin, clipped(saidIn(sentence), kLongestPrompt));
     }

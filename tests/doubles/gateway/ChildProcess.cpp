@@ -73,56 +73,56 @@ ChildProcess::ChildProcess(const std::string& program, std::vector<std::string> 
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, err[1], STDERR_FILENO);
-    const int result = posix_spawn(&pid_, program.c_str(), &actions, nullptr,
+    const int result = posix_spawn(&m_pid, program.c_str(), &actions, nullptr,
                                    pointersTo(arguments).data(), pointersTo(variables).data());
     posix_spawn_file_actions_destroy(&actions);
     close(out[1]);
     close(err[1]);
-    output_ = out[0];
-    errors_ = err[0];
+    m_output = out[0];
+    m_errors = err[0];
     if (result != 0) throw std::runtime_error("posix_spawn");
 }
 
 ChildProcess::ChildProcess(ChildProcess&& other) noexcept
-    : pid_(std::exchange(other.pid_, -1)),
-      output_(std::exchange(other.output_, -1)),
-      errors_(std::exchange(other.errors_, -1)) {}
+    : m_pid(std::exchange(other.m_pid, -1)),
+      m_output(std::exchange(other.m_output, -1)),
+      m_errors(std::exchange(other.m_errors, -1)) {}
 
 ChildProcess::~ChildProcess() {
-    if (pid_ > 0) {
-        kill(pid_, SIGKILL);
-        waitpid(pid_, nullptr, 0);
+    if (m_pid > 0) {
+        kill(m_pid, SIGKILL);
+        waitpid(m_pid, nullptr, 0);
     }
-    for (const int descriptor : {output_, errors_}) {
+    for (const int descriptor : {m_output, m_errors}) {
         if (descriptor >= 0) close(descriptor);
     }
 }
 
 std::string ChildProcess::readLine() {
     std::string line;
-    for (std::string next = readSome(output_, 1); !next.empty() && next != "\n";
-         next = readSome(output_, 1)) {
+    for (std::string next = readSome(m_output, 1); !next.empty() && next != "\n";
+         next = readSome(m_output, 1)) {
         line += next;
     }
     return line;
 }
 
 std::string ChildProcess::readAll() {
-    return readToEnd(output_);
+    return readToEnd(m_output);
 }
 
 std::string ChildProcess::readErrors() {
-    return readToEnd(errors_);
+    return readToEnd(m_errors);
 }
 
 void ChildProcess::signal(int number) const {
-    if (pid_ > 0) kill(pid_, number);
+    if (m_pid > 0) kill(m_pid, number);
 }
 
 int ChildProcess::wait() {
     int status = 0;
-    waitpid(pid_, &status, 0);
-    pid_ = -1;
+    waitpid(m_pid, &status, 0);
+    m_pid = -1;
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 

@@ -26,14 +26,14 @@ class ChildProcess {
     std::string readAll();
     std::string readErrors();
     void signal(int number) const;
-    [[nodiscard]] pid_t pid() const { return pid_; }
+    [[nodiscard]] pid_t pid() const { return m_pid; }
     /// The exit status, or 128 and the number of the signal that ended it.
     int wait();
 
   private:
-    pid_t pid_ = -1;
-    int output_ = -1;
-    int errors_ = -1;
+    pid_t m_pid = -1;
+    int m_output = -1;
+    int m_errors = -1;
 };
 
 } // namespace vorq::gateway::testing

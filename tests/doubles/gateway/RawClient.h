@@ -27,7 +27,7 @@ class RawClient {
     [[nodiscard]] bool isClosedWithin(std::chrono::milliseconds time);
 
   private:
-    int socket_;
+    int m_socket;
 };
 
 /// Sends the bytes, ends sending, and gives the whole answer.

@@ -46,7 +46,7 @@ std::string ProviderPeer::readRequest(ReadingPause pause) {
     while (request.size() < wanted) {
         const int wholePiece = pause > ReadingPause() ? MSG_WAITALL : 0;
         const std::size_t size = std::min(buffer.size(), wanted - request.size());
-        const ssize_t count = recv(socket_, buffer.data(), size, wholePiece);
+        const ssize_t count = recv(m_socket, buffer.data(), size, wholePiece);
         if (count <= 0) break;
         std::this_thread::sleep_for(pause);
         request.append(buffer.data(), static_cast<std::size_t>(count));
@@ -63,7 +63,7 @@ bool ProviderPeer::send(const std::string& bytes) {
     std::size_t sent = 0;
     while (sent < bytes.size()) {
         const ssize_t count =
-            ::send(socket_, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+            ::send(m_socket, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
         if (count <= 0) return false;
         sent += static_cast<std::size_t>(count);
     }
@@ -86,63 +86,63 @@ void ProviderPeer::answer(int status, const std::string& body, const std::string
 }
 
 bool ProviderPeer::awaitClose() {
-    pollfd descriptor{.fd = socket_, .events = POLLIN, .revents = 0};
+    pollfd descriptor{.fd = m_socket, .events = POLLIN, .revents = 0};
     char byte = 0;
-    return poll(&descriptor, 1, 10'000) > 0 && recv(socket_, &byte, 1, 0) <= 0;
+    return poll(&descriptor, 1, 10'000) > 0 && recv(m_socket, &byte, 1, 0) <= 0;
 }
 
 void ProviderPeer::reset() {
     const linger hard{.l_onoff = 1, .l_linger = 0};
-    setsockopt(socket_, SOL_SOCKET, SO_LINGER, &hard, sizeof hard);
+    setsockopt(m_socket, SOL_SOCKET, SO_LINGER, &hard, sizeof hard);
 }
 
 ScriptedProvider::ScriptedProvider(Script script, ReadingPause pause)
-    : script_(std::move(script)), pause_(pause) {
+    : m_script(std::move(script)), m_pause(pause) {
     const Listener listener = listenOnLoopback(pause);
-    listener_ = listener.socket;
-    port_ = listener.port;
-    thread_ = std::thread([this] { serve(); });
+    m_listener = listener.socket;
+    m_port = listener.port;
+    m_thread = std::thread([this] { serve(); });
 }
 
 ScriptedProvider::~ScriptedProvider() {
-    stopping_ = true;
-    shutdown(listener_, SHUT_RDWR);
+    m_stopping = true;
+    shutdown(m_listener, SHUT_RDWR);
     {
-        const std::scoped_lock lock(mutex_);
-        if (connection_ >= 0) shutdown(connection_, SHUT_RDWR);
+        const std::scoped_lock lock(m_mutex);
+        if (m_connection >= 0) shutdown(m_connection, SHUT_RDWR);
     }
-    thread_.join();
-    close(listener_);
+    m_thread.join();
+    close(m_listener);
 }
 
 void ScriptedProvider::serve() {
-    while (!stopping_) {
-        const int socket = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+    while (!m_stopping) {
+        const int socket = accept4(m_listener, nullptr, nullptr, SOCK_CLOEXEC);
         if (socket < 0) return;
         ProviderPeer peer(socket);
         {
-            const std::scoped_lock lock(mutex_);
-            connection_ = socket;
+            const std::scoped_lock lock(m_mutex);
+            m_connection = socket;
         }
         {
-            const std::string request = peer.readRequest(pause_);
-            const std::scoped_lock lock(mutex_);
-            lastRequest_ = request;
+            const std::string request = peer.readRequest(m_pause);
+            const std::scoped_lock lock(m_mutex);
+            m_lastRequest = request;
         }
-        script_(peer);
-        const std::scoped_lock lock(mutex_);
-        connection_ = -1;
+        m_script(peer);
+        const std::scoped_lock lock(m_mutex);
+        m_connection = -1;
         close(socket);
     }
 }
 
 std::string ScriptedProvider::address() const {
-    return "http://127.0.0.1:" + std::to_string(port_);
+    return "http://127.0.0.1:" + std::to_string(m_port);
 }
 
 std::string ScriptedProvider::lastRequest() const {
-    const std::scoped_lock lock(mutex_);
-    return lastRequest_;
+    const std::scoped_lock lock(m_mutex);
+    return m_lastRequest;
 }
 
 nlohmann::json ScriptedProvider::lastBody() const {

@@ -18,7 +18,7 @@ using ReadingPause = std::chrono::milliseconds;
 /// The provider's end of one connection.
 class ProviderPeer {
   public:
-    explicit ProviderPeer(int socket) : socket_(socket) {}
+    explicit ProviderPeer(int socket) : m_socket(socket) {}
     /// Reads one whole request and gives its bytes.
     std::string readRequest(ReadingPause pause);
     /// False once the other side is gone.
@@ -33,7 +33,7 @@ class ProviderPeer {
     void reset();
 
   private:
-    int socket_;
+    int m_socket;
 };
 
 /// A provider on a real socket that does what its script says to each connection in turn.
@@ -54,16 +54,16 @@ class ScriptedProvider {
   private:
     void serve();
 
-    Script script_;
-    ReadingPause pause_;
-    int listener_ = -1;
-    int port_ = 0;
-    mutable std::mutex mutex_;
+    Script m_script;
+    ReadingPause m_pause;
+    int m_listener = -1;
+    int m_port = 0;
+    mutable std::mutex m_mutex;
     /// Of the connection in hand; -1 between two.
-    int connection_ = -1;
-    std::string lastRequest_;
-    std::atomic<bool> stopping_ = false;
-    std::thread thread_;
+    int m_connection = -1;
+    std::string m_lastRequest;
+    std::atomic<bool> m_stopping = false;
+    std::thread m_thread;
 };
 
 /// A port of this computer on which nothing listens.

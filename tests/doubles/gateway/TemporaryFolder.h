@@ -16,19 +16,19 @@ class TemporaryFolder {
     TemporaryFolder() {
         std::string pattern = std::filesystem::temp_directory_path() / "vorq-gateway-XXXXXX";
         if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("mkdtemp");
-        path_ = pattern;
+        m_path = pattern;
     }
     ~TemporaryFolder() {
         std::error_code error;
-        std::filesystem::remove_all(path_, error);
+        std::filesystem::remove_all(m_path, error);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+    [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
 
   private:
-    std::filesystem::path path_;
+    std::filesystem::path m_path;
 };
 
 inline void writeFile(const std::filesystem::path& file, const std::string& content) {

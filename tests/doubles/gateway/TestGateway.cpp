@@ -24,7 +24,7 @@ TestGateway::TestGateway(std::unique_ptr<Engine> given, int wrongPasswordsPerMin
     addAuthRoutes(router, accounts);
     addAiRoutes(router, *engine);
     port = server.bind("127.0.0.1", 0);
-    thread_ = std::thread([this] { server.run(); });
+    m_thread = std::thread([this] { server.run(); });
 }
 
 TestGateway::~TestGateway() {
@@ -33,7 +33,7 @@ TestGateway::~TestGateway() {
 
 void TestGateway::stop() {
     server.stop();
-    if (thread_.joinable()) thread_.join();
+    if (m_thread.joinable()) m_thread.join();
 }
 
 httplib::Client TestGateway::client() const {

@@ -59,7 +59,7 @@ class TestGateway {
     std::string refreshToken;
 
   private:
-    std::thread thread_;
+    std::thread m_thread;
 };
 
 /// The payloads of the "data:" lines of an event stream.

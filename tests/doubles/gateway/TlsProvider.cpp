@@ -18,50 +18,50 @@ void run(const std::string& command) {
 } // namespace
 
 TlsProvider::TlsProvider(const TestCertificate& certificate) {
-    const std::string key = (folder_.path() / "key.pem").string();
-    const std::string request = (folder_.path() / "request.pem").string();
-    const std::string names = (folder_.path() / "names").string();
+    const std::string key = (m_folder.path() / "key.pem").string();
+    const std::string request = (m_folder.path() / "request.pem").string();
+    const std::string names = (m_folder.path() / "names").string();
     writeFile(names, "subjectAltName=DNS:" + certificate.name + "\n");
     run("openssl req -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -subj /CN=" +
         certificate.name + " -keyout " + key + " -out " + request);
     run("openssl x509 -req -in " + request + " -signkey " + key + " -extfile " + names + " -days " +
         std::to_string(certificate.days) + " -out " + certificateFile().string());
-    server_ = std::make_unique<httplib::SSLServer>(certificateFile().c_str(), key.c_str());
-    server_->Post(".*", [](const httplib::Request&, httplib::Response& response) {
+    m_server = std::make_unique<httplib::SSLServer>(certificateFile().c_str(), key.c_str());
+    m_server->Post(".*", [](const httplib::Request&, httplib::Response& response) {
         response.set_content(R"({"choices":[{"message":{"content":"Over TLS."}}]})",
                              "application/json");
     });
     const auto note = [](SSL*, const unsigned char**, unsigned char*, const unsigned char* offered,
                          unsigned int size, void* self) {
         auto& provider = *static_cast<TlsProvider*>(self);
-        const std::scoped_lock lock(provider.mutex_);
-        provider.offeredProtocols_.assign(offered, offered + size);
+        const std::scoped_lock lock(provider.m_mutex);
+        provider.m_offeredProtocols.assign(offered, offered + size);
         return SSL_TLSEXT_ERR_NOACK;
     };
-    SSL_CTX_set_alpn_select_cb(server_->ssl_context(), note, this);
-    port_ = server_->bind_to_any_port("127.0.0.1");
-    if (port_ <= 0) throw std::runtime_error("the TLS provider could not listen");
-    thread_ = std::thread([this] { server_->listen_after_bind(); });
-    while (!server_->is_running())
+    SSL_CTX_set_alpn_select_cb(m_server->ssl_context(), note, this);
+    m_port = m_server->bind_to_any_port("127.0.0.1");
+    if (m_port <= 0) throw std::runtime_error("the TLS provider could not listen");
+    m_thread = std::thread([this] { m_server->listen_after_bind(); });
+    while (!m_server->is_running())
         std::this_thread::yield();
 }
 
 TlsProvider::~TlsProvider() {
-    server_->stop();
-    thread_.join();
+    m_server->stop();
+    m_thread.join();
 }
 
 std::string TlsProvider::address() const {
-    return "https://localhost:" + std::to_string(port_);
+    return "https://localhost:" + std::to_string(m_port);
 }
 
 std::string TlsProvider::offeredProtocols() const {
-    const std::scoped_lock lock(mutex_);
-    return offeredProtocols_;
+    const std::scoped_lock lock(m_mutex);
+    return m_offeredProtocols;
 }
 
 std::filesystem::path TlsProvider::certificateFile() const {
-    return folder_.path() / "certificate.pem";
+    return m_folder.path() / "certificate.pem";
 }
 
 } // namespace vorq::gateway::testing

@@ -31,18 +31,18 @@ class TlsProvider {
 
     /// Begins with https://localhost:
     [[nodiscard]] std::string address() const;
-    [[nodiscard]] int port() const { return port_; }
+    [[nodiscard]] int port() const { return m_port; }
     [[nodiscard]] std::filesystem::path certificateFile() const;
     /// The protocols that the last client offered for the connection, each behind its length.
     [[nodiscard]] std::string offeredProtocols() const;
 
   private:
-    TemporaryFolder folder_;
-    mutable std::mutex mutex_;
-    std::string offeredProtocols_;
-    std::unique_ptr<httplib::SSLServer> server_;
-    int port_ = 0;
-    std::thread thread_;
+    TemporaryFolder m_folder;
+    mutable std::mutex m_mutex;
+    std::string m_offeredProtocols;
+    std::unique_ptr<httplib::SSLServer> m_server;
+    int m_port = 0;
+    std::thread m_thread;
 };
 
 } // namespace vorq::gateway::testing

@@ -25,17 +25,17 @@ rlim_t addressSpace() {
 class TakenMemory {
   public:
     TakenMemory() {
-        pieces_.reserve(std::size_t{1} << 20);
+        m_pieces.reserve(std::size_t{1} << 20);
         const rlimit limit{addressSpace(), RLIM_INFINITY};
         setrlimit(RLIMIT_AS, &limit);
         for (std::size_t size = std::size_t{1} << 20; size >= 16; size /= 2) {
             while (char* piece = new (std::nothrow) char[size])
-                pieces_.emplace_back(piece);
+                m_pieces.emplace_back(piece);
         }
     }
 
   private:
-    std::vector<std::unique_ptr<char[]>> pieces_;
+    std::vector<std::unique_ptr<char[]>> m_pieces;
 };
 
 [[noreturn]] void readWordsTwice() {

@@ -34,10 +34,10 @@ class ProbeEngine final : public Engine {
         return std::make_unique<ReadyReply>(Quiz());
     }
     void awaitCancellation() {
-        std::unique_lock lock(mutex_);
+        std::unique_lock lock(m_mutex);
         wasCancelled =
             // Sooner than the next heartbeat, which would find out too.
-            changed_.wait_for(lock, std::chrono::seconds(5), [this] { return cancelSeen_; });
+            m_changed.wait_for(lock, std::chrono::seconds(5), [this] { return m_cancelSeen; });
     }
 
     bool endless = false;
@@ -49,17 +49,17 @@ class ProbeEngine final : public Engine {
   private:
     class Stream final : public ReplyStream {
       public:
-        explicit Stream(ProbeEngine& engine) : engine_(engine) {}
+        explicit Stream(ProbeEngine& engine) : m_engine(engine) {}
         Stream(const Stream&) = delete;
         Stream& operator=(const Stream&) = delete;
         ~Stream() override {
-            const std::scoped_lock lock(engine_.mutex_);
-            engine_.cancelSeen_ = true;
-            engine_.changed_.notify_all();
+            const std::scoped_lock lock(m_engine.m_mutex);
+            m_engine.m_cancelSeen = true;
+            m_engine.m_changed.notify_all();
         }
         ReplyStep step(SteadyTime) override {
-            if (!engine_.endless) return {};
-            if (steps_++ == 0) return {.kind = ReplyStep::Kind::Grew, .text = "first"};
+            if (!m_engine.endless) return {};
+            if (m_steps++ == 0) return {.kind = ReplyStep::Kind::Grew, .text = "first"};
             return {.kind = ReplyStep::Kind::Waits};
         }
         FinishedReply result() override {
@@ -67,12 +67,12 @@ class ProbeEngine final : public Engine {
         }
 
       private:
-        ProbeEngine& engine_;
-        int steps_ = 0;
+        ProbeEngine& m_engine;
+        int m_steps = 0;
     };
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    bool cancelSeen_ = false;
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    bool m_cancelSeen = false;
 };
 
 struct Probe {

@@ -100,13 +100,13 @@ TEST(CrowdTest, StreamsBesideWhichNothingElseWaits) {
         class Reply final : public ReplyStream {
           public:
             ReplyStep step(SteadyTime) override {
-                if (std::exchange(hasBegun_, true)) return {.kind = ReplyStep::Kind::Waits};
+                if (std::exchange(m_hasBegun, true)) return {.kind = ReplyStep::Kind::Waits};
                 return {.kind = ReplyStep::Kind::Grew, .text = "first"};
             }
             FinishedReply result() override { return Analysis(); }
 
           private:
-            bool hasBegun_ = false;
+            bool m_hasBegun = false;
         };
         std::unique_ptr<ReplyStream> prompt(const PromptRequest&) override {
             return std::make_unique<Reply>();
@@ -144,10 +144,10 @@ TEST(CrowdTest, StreamsBesideWhichNothingElseWaits) {
 /// Begins no reply until it is released.
 class HeldEngine final : public Engine {
   public:
-    explicit HeldEngine(std::shared_future<void> release) : release_(std::move(release)) {}
+    explicit HeldEngine(std::shared_future<void> release) : m_release(std::move(release)) {}
 
     std::unique_ptr<ReplyStream> prompt(const PromptRequest&) override {
-        release_.wait();
+        m_release.wait();
         Analysis analysis;
         analysis.summary = "released";
         return std::make_unique<ReadyReply>(std::move(analysis));
@@ -163,7 +163,7 @@ class HeldEngine final : public Engine {
     }
 
   private:
-    std::shared_future<void> release_;
+    std::shared_future<void> m_release;
 };
 
 /// A gateway with a crowd that waits for its replies to begin: more than may begin at a time.

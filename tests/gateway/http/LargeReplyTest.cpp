@@ -25,40 +25,40 @@ class LargeReplyEngine final : public Engine {
     /// `next` gives the steps of a reply after its first.
     using Next = std::function<ReplyStep(const Caller& call)>;
 
-    explicit LargeReplyEngine(Next next) : next_(std::move(next)) {}
+    explicit LargeReplyEngine(Next next) : m_next(std::move(next)) {}
 
     [[nodiscard]] bool computes() const override { return false; }
     std::unique_ptr<ReplyStream> prompt(const PromptRequest&) override {
-        return std::make_unique<Reply>(next_);
+        return std::make_unique<Reply>(m_next);
     }
     std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest&) override {
-        return std::make_unique<Reply>(next_);
+        return std::make_unique<Reply>(m_next);
     }
     std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest&) override {
-        return std::make_unique<Reply>(next_);
+        return std::make_unique<Reply>(m_next);
     }
     std::unique_ptr<ReplyStream> quiz(const QuizRequest&) override {
-        return std::make_unique<Reply>(next_);
+        return std::make_unique<Reply>(m_next);
     }
 
   private:
     class Reply final : public ReplyStream {
       public:
-        explicit Reply(const Next& next) : next_(next) {}
-        void setCaller(const Caller& call) override { call_ = call; }
+        explicit Reply(const Next& next) : m_next(next) {}
+        void setCaller(const Caller& call) override { m_call = call; }
         ReplyStep step(SteadyTime) override {
-            if (std::exchange(hasBegun_, true)) return next_(call_);
+            if (std::exchange(m_hasBegun, true)) return m_next(m_call);
             return {.kind = ReplyStep::Kind::Grew, .text = std::string(70'000, 'x') + "first"};
         }
         FinishedReply result() override { return Analysis(); }
 
       private:
-        const Next& next_;
-        Caller call_;
-        bool hasBegun_ = false;
+        const Next& m_next;
+        Caller m_call;
+        bool m_hasBegun = false;
     };
 
-    Next next_;
+    Next m_next;
 };
 
 std::unique_ptr<RawClient> askForStream(const TestGateway& gateway) {

@@ -49,14 +49,14 @@ std::size_t frontMatterLength(std::string_view text) {
 class DocumentReader {
   public:
     DocumentReader(std::string_view text, Language language)
-        : layout_(text, lexiconOf(language)), splitter_(language) {
-        document_.language = language;
-        document_.text.reserve(text.size());
+        : m_layout(text, lexiconOf(language)), m_splitter(language) {
+        m_document.language = language;
+        m_document.text.reserve(text.size());
     }
 
     /// `next` is the line behind it, empty at the end, and `rest` the text behind that.
     void line(std::string_view raw, std::string_view next, std::string_view rest) {
-        rest_ = rest;
+        m_rest = rest;
         if (skipsCode(raw) || skipsComment(raw)) return;
         std::string_view text = trimmed(raw);
         const bool isQuoted = text.starts_with('>');
@@ -77,65 +77,65 @@ class DocumentReader {
         } else if (const std::size_t bullet = listMarker(text); bullet > 0) {
             endBlock();
             continueBlock(trimmed(text.substr(bullet)));
-            inList_ = true;
+            m_inList = true;
         } else {
             continueBlock(text);
         }
-        wasBlank_ = text.empty();
-        isFirst_ = isFirst_ && text.empty();
+        m_wasBlank = text.empty();
+        m_isFirst = m_isFirst && text.empty();
     }
 
     Document finish() {
         endBlock();
         dropSignature();
         dropSender();
-        document_.text.shrink_to_fit();
-        document_.sentences.shrink_to_fit();
-        return std::move(document_);
+        m_document.text.shrink_to_fit();
+        m_document.sentences.shrink_to_fit();
+        return std::move(m_document);
     }
 
   private:
     /// Fenced code, and code that is set in. Prose that is set in stays.
     bool skipsCode(std::string_view raw) {
         const std::string_view text = trimmed(raw);
-        if (startsFence(text) && (!inFence_ || text.starts_with(fence_))) {
+        if (startsFence(text) && (!m_inFence || text.starts_with(m_fence))) {
             endBlock();
-            inFence_ = !inFence_;
-            fence_ = text.substr(0, 3);
+            m_inFence = !m_inFence;
+            m_fence = text.substr(0, 3);
             return true;
         }
-        if (inFence_) return true;
+        if (m_inFence) return true;
         const bool isSetIn = raw.starts_with("    ") || raw.starts_with('\t');
-        const bool begins = wasBlank_ && !inList_ && isStatement(text);
-        inSetInCode_ = text.empty() ? inSetInCode_ : isSetIn && (inSetInCode_ || begins);
-        return inSetInCode_ && !text.empty();
+        const bool begins = m_wasBlank && !m_inList && isStatement(text);
+        m_inSetInCode = text.empty() ? m_inSetInCode : isSetIn && (m_inSetInCode || begins);
+        return m_inSetInCode && !text.empty();
     }
 
     bool skipsComment(std::string_view raw) {
-        if (!inComment_ && !trimmed(raw).starts_with("<!--")) return false;
-        if (!inComment_) endBlock();
-        inComment_ = !raw.contains("-->");
+        if (!m_inComment && !trimmed(raw).starts_with("<!--")) return false;
+        if (!m_inComment) endBlock();
+        m_inComment = !raw.contains("-->");
         return true;
     }
 
     /// The head of a mail, the line above a quoted one, and a signature.
     bool skipsMail(std::string_view line, std::string_view text, std::string_view next) {
-        if (line == "--") inSignature_ = true;
-        if (!line.starts_with('>') && layout_.isClosing(text)) {
+        if (line == "--") m_inSignature = true;
+        if (!line.starts_with('>') && m_layout.isClosing(text)) {
             endBlock();
-            inSignature_ = true;
-            signedAt_ = document_.sentences.size();
+            m_inSignature = true;
+            m_signedAt = m_document.sentences.size();
         }
-        const bool signs = inSignature_ && !line.empty() && !line.starts_with('>');
-        inSignature_ = signs;
-        const bool isSubject = isFirst_ && next.empty() && !mailSubject(text).empty();
-        const bool isHead = isMailHeader(text) && (inMailHead_ || isMailHeader(next) || isSubject);
-        inMailHead_ = isHead;
+        const bool signs = m_inSignature && !line.empty() && !line.starts_with('>');
+        m_inSignature = signs;
+        const bool isSubject = m_isFirst && next.empty() && !mailSubject(text).empty();
+        const bool isHead = isMailHeader(text) && (m_inMailHead || isMailHeader(next) || isSubject);
+        m_inMailHead = isHead;
         if (!signs && !isHead && !isQuotationLine(text)) return false;
         endBlock();
         if (!signs) dropSignature();
-        isFirst_ = false;
-        wasBlank_ = true;
+        m_isFirst = false;
+        m_wasBlank = true;
         if (const std::string_view subject = mailSubject(text); isHead && !subject.empty()) {
             addHeading(subject);
         }
@@ -147,33 +147,33 @@ class DocumentReader {
     bool skipsTable(std::string_view text, std::string_view next) {
         const bool startsTable = next.contains('|') && isRule(next) && text.contains('|');
         const bool row = !text.empty() && (text.starts_with('|') || isTableRow(text));
-        const bool isRow = row && (inTable_ || text.starts_with('|') || isTableRow(next));
-        inTable_ = isRow || startsTable || (inTable_ && text.contains('|'));
-        return inTable_;
+        const bool isRow = row && (m_inTable || text.starts_with('|') || isTableRow(next));
+        m_inTable = isRow || startsTable || (m_inTable && text.contains('|'));
+        return m_inTable;
     }
 
     /// Whether the rule makes a heading of the one line above it.
     bool underlines(std::string_view rule) {
         const bool isUnderline = rule.find_first_not_of(rule.front()) == std::string_view::npos &&
                                  (rule.front() == '=' || rule.front() == '-');
-        if (!isUnderline || blockLines_ != 1 || inList_ || wasBlank_) return false;
-        addHeading(block_);
-        block_.clear();
-        blockLines_ = 0;
+        if (!isUnderline || m_blockLines != 1 || m_inList || m_wasBlank) return false;
+        addHeading(m_block);
+        m_block.clear();
+        m_blockLines = 0;
         return true;
     }
 
     /// Titles and headings without any mark, and greetings.
     bool standsApart(std::string_view text, std::string_view next) {
-        if (layout_.isGreeting(text)) {
+        if (m_layout.isGreeting(text)) {
             endBlock();
-            isLetter_ = true;
+            m_isLetter = true;
             return true;
         }
-        const bool isTitle = isFirst_ && layout_.isTitle(text, next);
-        if (!isTitle && !wasBlank_) return false;
+        const bool isTitle = m_isFirst && m_layout.isTitle(text, next);
+        if (!isTitle && !m_wasBlank) return false;
         const std::string_view behind = next.empty() ? lineBehind() : next;
-        if (behind.empty() || !(isTitle || layout_.isHeading(text, next, behind))) return false;
+        if (behind.empty() || !(isTitle || m_layout.isHeading(text, next, behind))) return false;
         endBlock();
         addHeading(trimmed(text.substr(listMarker(text))));
         return true;
@@ -181,7 +181,7 @@ class DocumentReader {
 
     /// The next line that is not empty, if one is near.
     [[nodiscard]] std::string_view lineBehind() const {
-        std::string_view rest = rest_.substr(0, kLookedAhead);
+        std::string_view rest = m_rest.substr(0, kLookedAhead);
         for (std::string_view line; nextLine(rest, line);) {
             if (!trimmed(line).empty()) return trimmed(line);
         }
@@ -189,14 +189,14 @@ class DocumentReader {
     }
 
     void continueBlock(std::string_view text) {
-        if (block_.empty() && wasBlank_) inList_ = false;
-        if (!block_.empty() && !layout_.continues(lastLine_, text)) endBlock();
-        if (block_.empty()) label_ = speakerLabel(text);
-        const bool isUnspaced = !block_.empty() && !needsBlank(block_, text);
-        if (!block_.empty() && !isUnspaced) block_ += ' ';
-        block_ += text;
-        lastLine_ = text;
-        ++blockLines_;
+        if (m_block.empty() && m_wasBlank) m_inList = false;
+        if (!m_block.empty() && !m_layout.continues(m_lastLine, text)) endBlock();
+        if (m_block.empty()) m_label = speakerLabel(text);
+        const bool isUnspaced = !m_block.empty() && !needsBlank(m_block, text);
+        if (!m_block.empty() && !isUnspaced) m_block += ' ';
+        m_block += text;
+        m_lastLine = text;
+        ++m_blockLines;
     }
 
     /// Chinese and Japanese have no blank where a line was broken.
@@ -213,89 +213,89 @@ class DocumentReader {
         while (heading.ends_with('#') || heading.ends_with(' ') || heading.ends_with(':'))
             heading.pop_back();
         if (heading.ends_with("：")) heading.resize(heading.size() - 3);
-        inList_ = false;
+        m_inList = false;
         if (!hasWord(heading)) return;
         if (endsQuestion(heading)) {
             addSentence(heading, true);
             return;
         }
-        document_.headings.push_back(std::move(heading));
+        m_document.headings.push_back(std::move(heading));
     }
 
     void addSentence(std::string_view sentence, bool isFirst) {
         Sentence entry;
-        entry.offset = static_cast<std::uint32_t>(document_.text.size());
+        entry.offset = static_cast<std::uint32_t>(m_document.text.size());
         entry.length = static_cast<std::uint32_t>(sentence.size());
         entry.startsBlock = isFirst;
         entry.isQuestion = endsQuestion(sentence);
-        if (isFirst && label_ < sentence.size()) entry.label = static_cast<std::uint16_t>(label_);
-        if (!document_.headings.empty()) {
-            entry.heading = static_cast<std::uint32_t>(document_.headings.size() - 1);
+        if (isFirst && m_label < sentence.size()) entry.label = static_cast<std::uint16_t>(m_label);
+        if (!m_document.headings.empty()) {
+            entry.heading = static_cast<std::uint32_t>(m_document.headings.size() - 1);
         }
-        document_.text += sentence;
-        document_.sentences.push_back(entry);
-        label_ = 0;
+        m_document.text += sentence;
+        m_document.sentences.push_back(entry);
+        m_label = 0;
     }
 
     void endBlock() {
         bool first = true;
-        if (!block_.empty()) {
-            splitter_.split(withoutInlineMarkup(block_), [&](std::string_view sentence) {
+        if (!m_block.empty()) {
+            m_splitter.split(withoutInlineMarkup(m_block), [&](std::string_view sentence) {
                 if (!hasWord(sentence)) return;
                 addSentence(sentence, first);
                 first = false;
             });
         }
-        block_.clear();
-        label_ = 0;
-        blockLines_ = 0;
+        m_block.clear();
+        m_label = 0;
+        m_blockLines = 0;
     }
 
     /// What stands behind the closing words of a mail, if all of it is names and numbers.
     void dropSignature() {
         constexpr std::size_t longest = 6;
-        const std::size_t from = std::exchange(signedAt_, kUnsigned);
-        if (from == kUnsigned || document_.sentences.size() > from + longest) return;
-        for (std::size_t i = from; i < document_.sentences.size(); ++i) {
-            if (endsSentence(document_.textOf(document_.sentences[i]))) return;
+        const std::size_t from = std::exchange(m_signedAt, kUnsigned);
+        if (from == kUnsigned || m_document.sentences.size() > from + longest) return;
+        for (std::size_t i = from; i < m_document.sentences.size(); ++i) {
+            if (endsSentence(m_document.textOf(m_document.sentences[i]))) return;
         }
-        document_.sentences.resize(from);
+        m_document.sentences.resize(from);
     }
 
     /// The name alone below a letter without closing words.
     void dropSender() {
         constexpr std::size_t longest = 40; // bytes
-        if (!isLetter_ || document_.sentences.size() < 2) return;
-        const Sentence& last = document_.sentences.back();
-        const Sentence& before = document_.sentences[document_.sentences.size() - 2];
+        if (!m_isLetter || m_document.sentences.size() < 2) return;
+        const Sentence& last = m_document.sentences.back();
+        const Sentence& before = m_document.sentences[m_document.sentences.size() - 2];
         const bool isName = last.startsBlock && last.length <= longest &&
-                            !endsSentence(document_.textOf(last)) &&
-                            endsSentence(document_.textOf(before));
-        if (isName) document_.sentences.pop_back();
+                            !endsSentence(m_document.textOf(last)) &&
+                            endsSentence(m_document.textOf(before));
+        if (isName) m_document.sentences.pop_back();
     }
 
     static constexpr std::size_t kUnsigned = static_cast<std::size_t>(-1);
 
-    Document document_;
-    LineLayout layout_;
-    SentenceSplitter splitter_;
-    std::string block_;
-    std::string lastLine_;
-    std::string_view fence_;
-    std::string_view rest_;
-    std::size_t blockLines_ = 0;
-    std::size_t label_ = 0;
-    std::size_t signedAt_ = kUnsigned;
-    bool inFence_ = false;
-    bool inSetInCode_ = false;
-    bool inComment_ = false;
-    bool inList_ = false;
-    bool inTable_ = false;
-    bool inMailHead_ = false;
-    bool inSignature_ = false;
-    bool wasBlank_ = true;
-    bool isFirst_ = true;
-    bool isLetter_ = false;
+    Document m_document;
+    LineLayout m_layout;
+    SentenceSplitter m_splitter;
+    std::string m_block;
+    std::string m_lastLine;
+    std::string_view m_fence;
+    std::string_view m_rest;
+    std::size_t m_blockLines = 0;
+    std::size_t m_label = 0;
+    std::size_t m_signedAt = kUnsigned;
+    bool m_inFence = false;
+    bool m_inSetInCode = false;
+    bool m_inComment = false;
+    bool m_inList = false;
+    bool m_inTable = false;
+    bool m_inMailHead = false;
+    bool m_inSignature = false;
+    bool m_wasBlank = true;
+    bool m_isFirst = true;
+    bool m_isLetter = false;
 };
 
 Document readLines(std::string_view text) {

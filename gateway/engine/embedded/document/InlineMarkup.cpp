@@ -38,49 +38,51 @@ bool isAsciiLetter(char c) {
 /// Takes Markdown's inline markers off, one construct after the other.
 class InlineReader {
   public:
-    explicit InlineReader(std::string_view text) : text_(text) { out_.reserve(text.size()); }
+    explicit InlineReader(std::string_view text) : m_text(text) { m_out.reserve(text.size()); }
 
     std::string read() {
-        while (at_ < text_.size()) {
+        while (m_at < m_text.size()) {
             if (!readsEscape() && !readsCode() && !readsImage() && !readsLink() && !readsAngles() &&
                 !readsEntity() && !readsEmphasis()) {
-                out_ += text_[at_++];
+                m_out += m_text[m_at++];
             }
         }
-        return std::move(out_);
+        return std::move(m_out);
     }
 
   private:
     [[nodiscard]] std::string_view rest(std::size_t from = 0) const {
-        return text_.substr(std::min(at_ + from, text_.size()), kFarthest);
+        return m_text.substr(std::min(m_at + from, m_text.size()), kFarthest);
     }
     [[nodiscard]] bool isWordAt(std::size_t i) const {
-        return i < text_.size() && isWordCharacter(decodeAt(text_, i).value);
+        return i < m_text.size() && isWordCharacter(decodeAt(m_text, i).value);
     }
     [[nodiscard]] bool isBlankAt(std::size_t i) const {
-        return i >= text_.size() || text_[i] == ' ';
+        return i >= m_text.size() || m_text[i] == ' ';
     }
 
     bool readsEscape() {
         constexpr std::string_view escapable = "\\`*_{}[]()#+-.!<>|~";
-        if (text_[at_] != '\\' || at_ + 1 >= text_.size() || !escapable.contains(text_[at_ + 1])) {
+        if (m_text[m_at] != '\\' || m_at + 1 >= m_text.size() ||
+            !escapable.contains(m_text[m_at + 1])) {
             return false;
         }
-        out_ += text_[at_ + 1];
-        at_ += 2;
+        m_out += m_text[m_at + 1];
+        m_at += 2;
         return true;
     }
 
     /// Code is kept to the letter, without the marks around it.
     bool readsCode() {
-        if (text_[at_] != '`') return false;
-        const std::size_t marks = std::min(text_.find_first_not_of('`', at_), text_.size()) - at_;
-        const std::string_view mark = text_.substr(at_, marks);
+        if (m_text[m_at] != '`') return false;
+        const std::size_t marks =
+            std::min(m_text.find_first_not_of('`', m_at), m_text.size()) - m_at;
+        const std::string_view mark = m_text.substr(m_at, marks);
         const std::size_t end = rest(marks).find(mark);
-        at_ += marks;
+        m_at += marks;
         if (end == std::string_view::npos) return true;
-        out_ += trimmed(text_.substr(at_, end));
-        at_ += end + marks;
+        m_out += trimmed(m_text.substr(m_at, end));
+        m_at += end + marks;
         return true;
     }
 
@@ -105,31 +107,31 @@ class InlineReader {
         if (isLinked && image.substr(length).starts_with(']')) {
             length += 2 + targetLength(image, length);
         }
-        at_ += length;
+        m_at += length;
         return true;
     }
 
     bool readsLink() {
-        if (text_[at_] != '[') return false;
+        if (m_text[m_at] != '[') return false;
         const std::string_view link = rest();
         if (link.starts_with("[^")) {
             const std::size_t end = link.find(']');
             if (end == std::string_view::npos) return false;
-            at_ += end + 1;
+            m_at += end + 1;
             return true;
         }
         const std::size_t close = link.find_first_of("[]", 1);
         if (close == std::string_view::npos || link[close] == '[') return false;
         const std::size_t target = targetLength(link, close);
         if (target == 0) return false;
-        out_ += withoutInlineMarkup(link.substr(1, close - 1));
-        at_ += close + 1 + target;
+        m_out += withoutInlineMarkup(link.substr(1, close - 1));
+        m_at += close + 1 + target;
         return true;
     }
 
     /// HTML tags go; an address keeps to itself what stands in its angle brackets.
     bool readsAngles() {
-        if (text_[at_] != '<') return false;
+        if (m_text[m_at] != '<') return false;
         const std::string_view tag = rest();
         const std::size_t end = tag.find('>');
         if (end == std::string_view::npos) return false;
@@ -137,13 +139,13 @@ class InlineReader {
         const bool isAddress =
             !inside.contains(' ') && (inside.contains("://") || inside.contains('@'));
         if (isAddress) {
-            out_ += inside;
+            m_out += inside;
         } else if (!isTag(inside)) {
             return false;
-        } else if (!out_.empty() && inside.starts_with("br")) {
-            out_ += ' ';
+        } else if (!m_out.empty() && inside.starts_with("br")) {
+            m_out += ' ';
         }
-        at_ += end + 1;
+        m_at += end + 1;
         return true;
     }
 
@@ -159,39 +161,39 @@ class InlineReader {
     }
 
     bool readsEntity() {
-        if (text_[at_] != '&') return false;
+        if (m_text[m_at] != '&') return false;
         const auto entity = std::ranges::find_if(
             kEntities, [&](const auto& entry) { return rest().starts_with(entry.first); });
         if (entity == kEntities.end()) return false;
-        out_ += entity->second;
-        at_ += entity->first.size();
+        m_out += entity->second;
+        m_at += entity->first.size();
         return true;
     }
 
     bool readsEmphasis() {
         if (rest().starts_with("~~")) {
-            at_ += 2;
+            m_at += 2;
             return true;
         }
-        const char c = text_[at_];
+        const char c = m_text[m_at];
         if (c != '*' && c != '_') return false;
-        const bool insideWord = at_ > 0 && isWordAt(at_ - 1) && isWordAt(at_ + 1);
-        const bool standsAlone = isBlankAt(at_ + 1) && (at_ == 0 || text_[at_ - 1] == ' ');
+        const bool insideWord = m_at > 0 && isWordAt(m_at - 1) && isWordAt(m_at + 1);
+        const bool standsAlone = isBlankAt(m_at + 1) && (m_at == 0 || m_text[m_at - 1] == ' ');
         if ((c == '_' && insideWord) || standsAlone || isBetweenDigits()) return false;
-        ++at_;
+        ++m_at;
         return true;
     }
 
     [[nodiscard]] bool isBetweenDigits() const {
         const auto isDigit = [&](std::size_t i) {
-            return i < text_.size() && text_[i] >= '0' && text_[i] <= '9';
+            return i < m_text.size() && m_text[i] >= '0' && m_text[i] <= '9';
         };
-        return at_ > 0 && isDigit(at_ - 1) && isDigit(at_ + 1);
+        return m_at > 0 && isDigit(m_at - 1) && isDigit(m_at + 1);
     }
 
-    std::string_view text_;
-    std::size_t at_ = 0;
-    std::string out_;
+    std::string_view m_text;
+    std::size_t m_at = 0;
+    std::string m_out;
 };
 
 } // namespace

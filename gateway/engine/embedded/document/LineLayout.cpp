@@ -142,7 +142,7 @@ std::size_t speakerLabel(std::string_view line) {
     return i + length + (isPlain ? 2 : 3);
 }
 
-LineLayout::LineLayout(std::string_view text, const Lexicon& lexicon) : lexicon_(lexicon) {
+LineLayout::LineLayout(std::string_view text, const Lexicon& lexicon) : m_lexicon(lexicon) {
     std::array<std::size_t, kWidest + 1> widths{};
     std::size_t pairs = 0;
     // Twice: first for the margin, then for how many lines reach it.
@@ -168,16 +168,16 @@ LineLayout::LineLayout(std::string_view text, const Lexicon& lexicon) : lexicon_
     eachPair([&](std::string_view before, std::string_view line) {
         if ((columnsOf(before) + 1 + firstWordColumns(line)) * 10 >= margin * 9) ++full;
     });
-    if (full * 10 >= pairs * 6) margin_ = margin;
+    if (full * 10 >= pairs * 6) m_margin = margin;
 }
 
 bool LineLayout::continues(std::string_view before, std::string_view line) const {
     if (speakerLabel(line) > 0) return false;
     const char32_t first = decodeAt(line, 0).value;
     const bool isLower = isWordCharacter(first) && !isUpperCase(first) && first >= U'a' &&
-                         lexicon_.data.hasBlanks && &lexicon_ != &lexiconOf(Language::Arabic);
+                         m_lexicon.data.hasBlanks && &m_lexicon != &lexiconOf(Language::Arabic);
     if (isLower && speakerLabel(before) == 0) return true;
-    return margin_ > 0 && (columnsOf(before) + 1 + firstWordColumns(line)) * 10 >= margin_ * 9;
+    return m_margin > 0 && (columnsOf(before) + 1 + firstWordColumns(line)) * 10 >= m_margin * 9;
 }
 
 bool LineLayout::isHeading(std::string_view line, std::string_view next,
@@ -216,7 +216,7 @@ bool LineLayout::isGreeting(std::string_view line) const {
     if (line.size() > kLongestTitleLine || wordCount(line) > mostWords) return false;
     const bool isOpen = isOneOf(lastCharacter(line), {",", ":", "：", "，", "!", "！", "、"});
     const std::string lower = lowered(line);
-    return anyPhrase(lexicon_.data.greetings, [&](std::string_view greeting) {
+    return anyPhrase(m_lexicon.data.greetings, [&](std::string_view greeting) {
         return lower.starts_with(greeting) && (isOpen || lower.size() <= greeting.size() + 3);
     });
 }
@@ -228,7 +228,7 @@ bool LineLayout::isClosing(std::string_view line) const {
         line.remove_suffix(lastCharacter(line).size());
     }
     const std::string lower = lowered(line);
-    return anyPhrase(lexicon_.data.closings,
+    return anyPhrase(m_lexicon.data.closings,
                      [&](std::string_view closing) { return lower == closing; });
 }
 

@@ -27,9 +27,9 @@ class LineLayout {
     [[nodiscard]] bool isClosing(std::string_view line) const;
 
   private:
-    const Lexicon& lexicon_;
+    const Lexicon& m_lexicon;
     /// In columns; 0 if the lines are no prose broken at a margin.
-    std::size_t margin_ = 0;
+    std::size_t m_margin = 0;
 };
 
 /// The bytes of a time and a name in front of what somebody says: "[09:04] Ben: ", "Anna: " where

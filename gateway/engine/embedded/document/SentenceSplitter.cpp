@@ -135,7 +135,7 @@ struct SentenceSplitter::Breaks {
 };
 
 SentenceSplitter::SentenceSplitter(Language language)
-    : language_(language), breaks_(std::make_unique<Breaks>(language)) {}
+    : m_language(language), m_breaks(std::make_unique<Breaks>(language)) {}
 
 SentenceSplitter::~SentenceSplitter() = default;
 
@@ -144,18 +144,18 @@ bool SentenceSplitter::opensSentence(std::string_view next) const {
     const std::string_view word = firstWordIn(next);
     const bool isInitial = next.substr(word.size()).starts_with('.');
     return !word.empty() && !isInitial && isUpperCase(decodeAt(word, 0).value) && word != "I" &&
-           lexiconOf(language_).isStop(lowered(word));
+           lexiconOf(m_language).isStop(lowered(word));
 }
 
 /// "am 1. September", "das 2. Quartal": in German the point makes an ordinal.
 bool SentenceSplitter::isOrdinal(std::string_view paragraph, std::size_t point,
                                  std::string_view next) const {
-    if (language_ != Language::German || !isDigitIn(paragraph, point - 1)) return false;
+    if (m_language != Language::German || !isDigitIn(paragraph, point - 1)) return false;
     std::size_t begin = point;
     while (begin > 0 && isDigitIn(paragraph, begin - 1))
         --begin;
     if (point - begin > 2) return false;
-    const Lexicon& lexicon = lexiconOf(language_);
+    const Lexicon& lexicon = lexiconOf(m_language);
     if (lexicon.roleOf(lowered(firstWordIn(next))).isCalendar) return true;
     if (begin < 2 || opensSentence(next)) return false;
     static constexpr std::string_view before = "seit|ab|bis|und|als|oder|vor|nach|von|alle|jeden";
@@ -170,12 +170,12 @@ bool SentenceSplitter::isShortened(std::string_view word, bool isCapital, std::s
     if (word.empty() || isDigitIn(word, word.size() - 1)) return false;
     const bool isLetter = decodeAt(word, 0).length == word.size() && !isDigitIn(word, 0);
     if (isLetter) return isCapital && word != "i";
-    if (lexiconOf(language_).abbreviations.contains(word)) return true;
+    if (lexiconOf(m_language).abbreviations.contains(word)) return true;
     // They match any word that ends like an abbreviation, so that only likely ones are asked for.
-    const WordRole role = lexiconOf(language_).roleOf(word);
+    const WordRole role = lexiconOf(m_language).roleOf(word);
     if (role.isPale || role.isStop || role.isCalendar) return false; // a whole word: "19 Uhr."
     const bool isLikely = (isCapital && word.size() <= longest) || word.contains('.');
-    return isLikely && breaks_->isAbbreviation(end);
+    return isLikely && m_breaks->isAbbreviation(end);
 }
 
 /// Whether what ICU takes for the end of a sentence at `end` is none.
@@ -203,9 +203,9 @@ void SentenceSplitter::split(std::string_view paragraph,
                              const std::function<void(std::string_view)>& found) {
     paragraph = trimmed(paragraph);
     if (paragraph.empty()) return;
-    breaks_->find(paragraph, ends_);
+    m_breaks->find(paragraph, m_ends);
     std::size_t begin = 0;
-    for (const std::size_t end : ends_) {
+    for (const std::size_t end : m_ends) {
         if (end < paragraph.size() && continuesBehind(paragraph, end)) continue;
         const std::size_t closed = withoutOpeners(paragraph, begin, end);
         addPieces(paragraph.substr(begin, closed - begin), found);

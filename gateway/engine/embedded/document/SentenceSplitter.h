@@ -31,9 +31,9 @@ class SentenceSplitter {
     [[nodiscard]] bool opensSentence(std::string_view next) const;
     [[nodiscard]] bool isShortened(std::string_view word, bool isCapital, std::size_t end) const;
 
-    Language language_;
-    std::unique_ptr<Breaks> breaks_;
-    std::vector<std::size_t> ends_;
+    Language m_language;
+    std::unique_ptr<Breaks> m_breaks;
+    std::vector<std::size_t> m_ends;
 };
 
 [[nodiscard]] std::vector<std::string> splitSentences(std::string_view paragraph,

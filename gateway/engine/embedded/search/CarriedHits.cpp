@@ -32,22 +32,22 @@ void borrow(QueryTerms::Hits& hits, const QueryTerms::Hits& lender, double share
 } // namespace
 
 void CarriedHits::openSection(std::size_t sentence) {
-    const std::uint32_t heading = index_.sentences()[sentence].heading;
-    if (heading == heading_) return;
-    heading_ = heading;
-    fromHeading_ = terms_.hitsIn(index_.headings()[heading]);
-    carried_.clear();
+    const std::uint32_t heading = m_index.sentences()[sentence].heading;
+    if (heading == m_heading) return;
+    m_heading = heading;
+    m_fromHeading = m_terms.hitsIn(m_index.headings()[heading]);
+    m_carried.clear();
 }
 
 /// Whether the sentence speaks of somebody or something that it does not name.
 CarriedHits::Link CarriedHits::linkOf(std::size_t sentence) const {
-    const Lexicon& lexicon = index_.lexicon();
+    const Lexicon& lexicon = m_index.lexicon();
     bool isFirst = true;
     bool namesSomebody = false;
     bool isInside = false;
-    for (const Word& word : index_.wordsIn(sentence)) {
+    for (const Word& word : m_index.wordsIn(sentence)) {
         if (word.isLabel) continue;
-        if (isFirst && lexicon.pronouns.contains(lowered(index_.surface(sentence, word)))) {
+        if (isFirst && lexicon.pronouns.contains(lowered(m_index.surface(sentence, word)))) {
             return Link::Beginning;
         }
         isInside = isInside || word.isPersonal;
@@ -59,7 +59,7 @@ CarriedHits::Link CarriedHits::linkOf(std::size_t sentence) const {
 }
 
 double CarriedHits::share(std::size_t sentence, Link link) const {
-    if (index_.sentences()[sentence].label > 0) return kBeforeReply;
+    if (m_index.sentences()[sentence].label > 0) return kBeforeReply;
     switch (link) {
     case Link::Beginning:
         return kBeforeBeginning;
@@ -75,22 +75,22 @@ double CarriedHits::share(std::size_t sentence, Link link) const {
 
 CarriedHits::Result CarriedHits::next(std::size_t sentence) {
     openSection(sentence);
-    const QueryTerms::Hits own = terms_.hitsIn(sentence);
-    carried_.resize(own.size(), 0);
+    const QueryTerms::Hits own = m_terms.hitsIn(sentence);
+    m_carried.resize(own.size(), 0);
     Result result{.hits = own};
-    borrow(result.hits, fromHeading_, kInHeading);
+    borrow(result.hits, m_fromHeading, kInHeading);
     // Most sentences of a long text stand far from all that the question names.
     const auto isHit = [](double hit) { return hit > 0; };
-    const Link link = std::ranges::any_of(carried_, isHit) ? linkOf(sentence) : Link::None;
+    const Link link = std::ranges::any_of(m_carried, isHit) ? linkOf(sentence) : Link::None;
     const bool hasPronoun = link == Link::Inside || link == Link::Beginning;
     if (std::ranges::none_of(own, isHit)) result.share = hasPronoun ? kPronounOnly : kContextOnly;
-    const bool startsBlock = index_.sentences()[sentence].startsBlock;
-    borrow(result.hits, carried_, share(sentence, link) * (startsBlock ? kAcrossParagraphs : 1));
+    const bool startsBlock = m_index.sentences()[sentence].startsBlock;
+    borrow(result.hits, m_carried, share(sentence, link) * (startsBlock ? kAcrossParagraphs : 1));
     const double fade =
         (link == Link::None ? kFades : kStays) * (startsBlock ? kFadesAcrossParagraphs : 1);
     for (std::size_t k = 0; k < own.size(); ++k) {
-        const double rest = carried_[k] * fade;
-        carried_[k] = std::max(std::min(1.0, own[k]), rest < kForgotten ? 0 : rest);
+        const double rest = m_carried[k] * fade;
+        m_carried[k] = std::max(std::min(1.0, own[k]), rest < kForgotten ? 0 : rest);
     }
     return result;
 }

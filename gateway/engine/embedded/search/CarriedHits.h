@@ -12,7 +12,7 @@ namespace vorq::gateway {
 /// sentences are asked for in order.
 class CarriedHits {
   public:
-    CarriedHits(const TextIndex& index, const QueryTerms& terms) : index_(index), terms_(terms) {}
+    CarriedHits(const TextIndex& index, const QueryTerms& terms) : m_index(index), m_terms(terms) {}
 
     struct Result {
         QueryTerms::Hits hits;
@@ -31,12 +31,12 @@ class CarriedHits {
     [[nodiscard]] Link linkOf(std::size_t sentence) const;
     [[nodiscard]] double share(std::size_t sentence, Link link) const;
 
-    const TextIndex& index_;
-    const QueryTerms& terms_;
-    std::uint32_t heading_ = Sentence::kNoHeading;
-    QueryTerms::Hits fromHeading_;
+    const TextIndex& m_index;
+    const QueryTerms& m_terms;
+    std::uint32_t m_heading = Sentence::kNoHeading;
+    QueryTerms::Hits m_fromHeading;
     /// What is being spoken of; it fades with each sentence that does not name it.
-    QueryTerms::Hits carried_;
+    QueryTerms::Hits m_carried;
 };
 
 } // namespace vorq::gateway

@@ -30,12 +30,12 @@ class Candidates {
     void add(std::uint32_t first, std::uint32_t last, std::string_view surface, bool isName,
              double weight) {
         const std::uint64_t id = (static_cast<std::uint64_t>(first) << 32U) | last;
-        const auto [entry, isNew] = entries_.try_emplace(id);
+        const auto [entry, isNew] = m_entries.try_emplace(id);
         Candidate& candidate = entry->second;
         if (isNew) {
             candidate.first = first;
             candidate.last = last;
-            candidate.firstSeen = entries_.size();
+            candidate.firstSeen = m_entries.size();
             candidate.surface = surface;
             candidate.weight = weight;
         } else if (surface.starts_with("ال") && !candidate.surface.starts_with("ال")) {
@@ -51,7 +51,7 @@ class Candidates {
 
     std::vector<Candidate> best(std::size_t count) {
         std::vector<Candidate> list;
-        for (auto& [id, entry] : entries_) {
+        for (auto& [id, entry] : m_entries) {
             const bool isOftenName = entry.names * 2 > entry.occurrences;
             if (entry.isPair() && entry.occurrences < 2 && !isOftenName) continue;
             entry.score = scoreOf(entry);
@@ -77,7 +77,7 @@ class Candidates {
                (entry.isPair() && entry.occurrences > 1 ? 2.2 : 1.0) * (isName ? 1.2 : 1.0);
     }
 
-    std::unordered_map<std::uint64_t, Candidate> entries_;
+    std::unordered_map<std::uint64_t, Candidate> m_entries;
 };
 
 bool sharesWord(const Candidate& a, const Candidate& b) {

@@ -89,7 +89,7 @@ double resemblance(const Verb& asked, const Verb& word, Language language) {
 
 } // namespace
 
-QueryTerms::QueryTerms(const TextIndex& index, std::string_view query) : index_(index) {
+QueryTerms::QueryTerms(const TextIndex& index, std::string_view query) : m_index(index) {
     readWords(query);
     readParts(query);
     addForms();
@@ -97,13 +97,13 @@ QueryTerms::QueryTerms(const TextIndex& index, std::string_view query) : index_(
 }
 
 bool QueryTerms::knows(std::string_view key) const {
-    return std::ranges::find(terms_, key, &Term::key) != terms_.end();
+    return std::ranges::find(m_terms, key, &Term::key) != m_terms.end();
 }
 
 void QueryTerms::readWords(std::string_view query) {
-    WordReader reader(index_.language());
+    WordReader reader(m_index.language());
     reader.begin(query);
-    for (FoundWord word; terms_.size() < kMostTerms && reader.next(word);) {
+    for (FoundWord word; m_terms.size() < kMostTerms && reader.next(word);) {
         // "does" is no reason to quote Jane Doe.
         if (!word.isContent && !word.isNumber) continue;
         const bool isUnspaced = isUnspacedLetter(decodeAt(query, word.offset).value) ||
@@ -115,21 +115,21 @@ void QueryTerms::readWords(std::string_view query) {
             continue;
         }
         if (knows(word.key)) continue;
-        terms_.push_back({.key = word.key});
+        m_terms.push_back({.key = word.key});
     }
 }
 
 void QueryTerms::addPart(std::string_view part) {
-    if (terms_.size() >= kMostTerms || knows(part)) return;
-    terms_.push_back({.key = std::string(part), .isPart = true});
-    hasParts_ = true;
+    if (m_terms.size() >= kMostTerms || knows(part)) return;
+    m_terms.push_back({.key = std::string(part), .isPart = true});
+    m_hasParts = true;
 }
 
 /// What is written without blanks: Chinese characters by twos and one by one, since a dictionary
 /// may cut names and new words differently in the question and in the text, and Katakana words
 /// whole.
 void QueryTerms::readParts(std::string_view query) {
-    const Lexicon& lexicon = index_.lexicon();
+    const Lexicon& lexicon = m_index.lexicon();
     std::string_view before;
     for (std::size_t i = 0; i < query.size();) {
         const std::size_t begin = i;
@@ -160,16 +160,16 @@ void QueryTerms::readParts(std::string_view query) {
 }
 
 void QueryTerms::addForm(std::uint32_t key, std::size_t term, double share) {
-    if (key == KeyTable::kNone || index_.lexicon().isStop(index_.keys().key(key))) return;
-    Meaning& meaning = forms_.try_emplace(key, Meaning{.term = term, .share = 0}).first->second;
+    if (key == KeyTable::kNone || m_index.lexicon().isStop(m_index.keys().key(key))) return;
+    Meaning& meaning = m_forms.try_emplace(key, Meaning{.term = term, .share = 0}).first->second;
     if (share > meaning.share) meaning = {.term = term, .share = share};
 }
 
 /// The words that stand for a term by the tables of its language.
 void QueryTerms::addKin(std::size_t term) {
-    const KeyTable& keys = index_.keys();
-    const WordKin& kin = kinOf(index_.language());
-    const std::string& whole = terms_[term].key;
+    const KeyTable& keys = m_index.keys();
+    const WordKin& kin = kinOf(m_index.language());
+    const std::string& whole = m_terms[term].key;
     const std::string bare(kin.withoutPrefix(whole));
     for (const WordKin::Relative& relative : kin.of(whole))
         addForm(keys.find(relative.key), term, relative.isForm ? kForm : kSynonym);
@@ -181,22 +181,22 @@ void QueryTerms::addKin(std::size_t term) {
 }
 
 void QueryTerms::addForms() {
-    const KeyTable& keys = index_.keys();
-    const WordKin& kin = kinOf(index_.language());
-    for (std::size_t i = 0; i < terms_.size(); ++i) {
-        if (terms_[i].isPart) continue;
-        const std::uint32_t same = keys.find(terms_[i].key);
-        if (same != KeyTable::kNone) forms_[same] = {.term = i, .share = 1};
+    const KeyTable& keys = m_index.keys();
+    const WordKin& kin = kinOf(m_index.language());
+    for (std::size_t i = 0; i < m_terms.size(); ++i) {
+        if (m_terms[i].isPart) continue;
+        const std::uint32_t same = keys.find(m_terms[i].key);
+        if (same != KeyTable::kNone) m_forms[same] = {.term = i, .share = 1};
         addKin(i);
     }
-    const std::size_t most = std::min(terms_.size(), kMostInflected);
+    const std::size_t most = std::min(m_terms.size(), kMostInflected);
     for (std::uint32_t number = 0; number < keys.size(); ++number) {
         const std::string_view key = keys.key(number);
         const Verb word{.whole = key, .bare = kin.withoutPrefix(key)};
         for (std::size_t i = 0; i < most; ++i) {
-            if (terms_[i].isPart) continue;
-            const Verb asked{.whole = terms_[i].key, .bare = kin.withoutPrefix(terms_[i].key)};
-            const double share = resemblance(asked, word, index_.language());
+            if (m_terms[i].isPart) continue;
+            const Verb asked{.whole = m_terms[i].key, .bare = kin.withoutPrefix(m_terms[i].key)};
+            const double share = resemblance(asked, word, m_index.language());
             if (share > 0) addForm(number, i, share);
         }
     }
@@ -205,45 +205,45 @@ void QueryTerms::addForms() {
 /// One character says little, and next to nothing if the text has it within a pair that is looked
 /// for too: a name of two characters must not count three times.
 double QueryTerms::weightOfPart(std::size_t term, const std::vector<double>& with) const {
-    const std::string& key = terms_[term].key;
+    const std::string& key = m_terms[term].key;
     if (characterCount(key) > 1) return 1;
-    for (std::size_t k = 0; k < terms_.size(); ++k) {
-        const bool isPair = terms_[k].isPart && terms_[k].key.size() > key.size();
-        if (isPair && with[k] > 0 && terms_[k].key.contains(key)) return 0.15;
+    for (std::size_t k = 0; k < m_terms.size(); ++k) {
+        const bool isPair = m_terms[k].isPart && m_terms[k].key.size() > key.size();
+        if (isPair && with[k] > 0 && m_terms[k].key.contains(key)) return 0.15;
     }
     return 0.4;
 }
 
 /// Terms that do not occur go; the others get their rarity.
 void QueryTerms::dropAbsent() {
-    std::vector<double> with(terms_.size(), 0);
-    for (const auto& [key, meaning] : forms_)
-        with[meaning.term] += static_cast<double>(index_.sentencesWith(key));
-    if (hasParts_) {
-        for (std::size_t i = 0; i < index_.sentences().size(); ++i) {
-            const std::string_view text = index_.text(i);
-            for (std::size_t k = 0; k < terms_.size(); ++k) {
-                if (terms_[k].isPart && text.contains(terms_[k].key)) with[k] += 1;
+    std::vector<double> with(m_terms.size(), 0);
+    for (const auto& [key, meaning] : m_forms)
+        with[meaning.term] += static_cast<double>(m_index.sentencesWith(key));
+    if (m_hasParts) {
+        for (std::size_t i = 0; i < m_index.sentences().size(); ++i) {
+            const std::string_view text = m_index.text(i);
+            for (std::size_t k = 0; k < m_terms.size(); ++k) {
+                if (m_terms[k].isPart && text.contains(m_terms[k].key)) with[k] += 1;
             }
         }
     }
     // What only a heading names is looked for below it.
-    for (const std::string& heading : index_.headings()) {
+    for (const std::string& heading : m_index.headings()) {
         const Hits hits = hitsIn(heading);
-        for (std::size_t k = 0; k < terms_.size(); ++k) {
+        for (std::size_t k = 0; k < m_terms.size(); ++k) {
             if (with[k] == 0 && hits[k] > 0) with[k] = 1;
         }
     }
-    const auto total = static_cast<double>(index_.sentences().size());
+    const auto total = static_cast<double>(m_index.sentences().size());
     bool any = false;
-    for (std::size_t k = 0; k < terms_.size(); ++k) {
+    for (std::size_t k = 0; k < m_terms.size(); ++k) {
         if (with[k] == 0) continue;
         any = true;
         const double found = std::min(with[k], total);
-        terms_[k].rarity = std::log(1.0 + (total - found + 0.5) / (found + 0.5));
-        if (terms_[k].isPart) terms_[k].rarity *= weightOfPart(k, with);
+        m_terms[k].rarity = std::log(1.0 + (total - found + 0.5) / (found + 0.5));
+        if (m_terms[k].isPart) m_terms[k].rarity *= weightOfPart(k, with);
     }
-    if (!any) terms_.clear();
+    if (!any) m_terms.clear();
 }
 
 double QueryTerms::score(const Hits& hits, double relativeLength) const {
@@ -252,42 +252,42 @@ double QueryTerms::score(const Hits& hits, double relativeLength) const {
     double score = 0;
     double covered = 0;
     double all = 0;
-    for (std::size_t k = 0; k < terms_.size(); ++k) {
-        all += terms_[k].rarity;
+    for (std::size_t k = 0; k < m_terms.size(); ++k) {
+        all += m_terms[k].rarity;
         if (hits[k] == 0) continue;
-        covered += terms_[k].rarity * std::min(1.0, hits[k]);
+        covered += m_terms[k].rarity * std::min(1.0, hits[k]);
         score +=
-            terms_[k].rarity * hits[k] * (k1 + 1) / (hits[k] + k1 * (1 - b + b * relativeLength));
+            m_terms[k].rarity * hits[k] * (k1 + 1) / (hits[k] + k1 * (1 - b + b * relativeLength));
     }
     return all == 0 ? 0 : score * (0.7 + covered / all);
 }
 
 QueryTerms::Hits QueryTerms::hitsIn(std::size_t sentence) const {
-    Hits hits(terms_.size(), 0);
-    for (const Word& word : index_.wordsIn(sentence)) {
-        const auto form = forms_.find(word.key);
-        if (form != forms_.end()) hits[form->second.term] += form->second.share;
+    Hits hits(m_terms.size(), 0);
+    for (const Word& word : m_index.wordsIn(sentence)) {
+        const auto form = m_forms.find(word.key);
+        if (form != m_forms.end()) hits[form->second.term] += form->second.share;
     }
-    const std::string_view text = index_.text(sentence);
-    for (std::size_t k = 0; hasParts_ && k < terms_.size(); ++k) {
-        if (terms_[k].isPart && text.contains(terms_[k].key)) hits[k] = 1;
+    const std::string_view text = m_index.text(sentence);
+    for (std::size_t k = 0; m_hasParts && k < m_terms.size(); ++k) {
+        if (m_terms[k].isPart && text.contains(m_terms[k].key)) hits[k] = 1;
     }
     return hits;
 }
 
 QueryTerms::Hits QueryTerms::hitsIn(std::string_view heading) const {
-    Hits hits(terms_.size(), 0);
-    WordReader reader(index_.language());
+    Hits hits(m_terms.size(), 0);
+    WordReader reader(m_index.language());
     reader.begin(heading);
     for (FoundWord word; reader.next(word);) {
-        const auto form = forms_.find(index_.keys().find(word.key));
-        if (form != forms_.end()) hits[form->second.term] += form->second.share;
-        for (std::size_t k = 0; k < terms_.size(); ++k) {
-            if (!terms_[k].isPart && terms_[k].key == word.key) hits[k] = 1;
+        const auto form = m_forms.find(m_index.keys().find(word.key));
+        if (form != m_forms.end()) hits[form->second.term] += form->second.share;
+        for (std::size_t k = 0; k < m_terms.size(); ++k) {
+            if (!m_terms[k].isPart && m_terms[k].key == word.key) hits[k] = 1;
         }
     }
-    for (std::size_t k = 0; k < terms_.size(); ++k) {
-        if (terms_[k].isPart && heading.contains(terms_[k].key)) hits[k] = 1;
+    for (std::size_t k = 0; k < m_terms.size(); ++k) {
+        if (m_terms[k].isPart && heading.contains(m_terms[k].key)) hits[k] = 1;
     }
     return hits;
 }

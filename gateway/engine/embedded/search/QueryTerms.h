@@ -18,9 +18,9 @@ class QueryTerms {
     QueryTerms(const TextIndex& index, std::string_view query);
 
     /// Whether none of them occurs in the text.
-    [[nodiscard]] bool empty() const { return terms_.empty(); }
+    [[nodiscard]] bool empty() const { return m_terms.empty(); }
     /// Whether a key of the text stands for one of them.
-    [[nodiscard]] bool has(std::uint32_t key) const { return forms_.contains(key); }
+    [[nodiscard]] bool has(std::uint32_t key) const { return m_forms.contains(key); }
     /// How often each term occurs; a form of it counts for a part.
     using Hits = std::vector<double>;
     [[nodiscard]] Hits hitsIn(std::size_t sentence) const;
@@ -51,11 +51,11 @@ class QueryTerms {
     [[nodiscard]] double weightOfPart(std::size_t term, const std::vector<double>& with) const;
     void dropAbsent();
 
-    const TextIndex& index_;
-    std::vector<Term> terms_;
+    const TextIndex& m_index;
+    std::vector<Term> m_terms;
     /// Keys of the text by their number.
-    std::unordered_map<std::uint32_t, Meaning> forms_;
-    bool hasParts_ = false;
+    std::unordered_map<std::uint32_t, Meaning> m_forms;
+    bool m_hasParts = false;
 };
 
 } // namespace vorq::gateway

@@ -20,18 +20,18 @@ constexpr double kOtherKind = 0.4;            // of its score if it asks for som
 class Search {
   public:
     Search(const TextIndex& index, const SearchQuery& query)
-        : index_(index), query_(query), terms_(index, query.subject) {}
+        : m_index(index), m_query(query), m_terms(index, query.subject) {}
 
     std::vector<std::size_t> best(std::size_t count) {
-        if (terms_.empty()) return {};
+        if (m_terms.empty()) return {};
         scoreWords();
         addAnswers();
-        std::vector<std::size_t> candidates = rankedBest(scores_, kLookedAtClosely);
+        std::vector<std::size_t> candidates = rankedBest(m_scores, kLookedAtClosely);
         std::vector<double> closer(candidates.size());
         for (std::size_t i = 0; i < candidates.size(); ++i) {
             const std::size_t sentence = candidates[i];
-            closer[i] = scores_[sentence];
-            if (closer[i] > 0) closer[i] *= fit(query_.expected, index_, sentence, terms_);
+            closer[i] = m_scores[sentence];
+            if (closer[i] > 0) closer[i] *= fit(m_query.expected, m_index, sentence, m_terms);
         }
         std::vector<std::size_t> found;
         const std::vector<std::size_t> order = rankedBest(closer, count);
@@ -46,35 +46,35 @@ class Search {
   private:
     /// By the words of each sentence and those that it takes over.
     void scoreWords() {
-        const std::vector<Sentence>& sentences = index_.sentences();
-        const double average = std::max(1.0, static_cast<double>(index_.wordCount()) /
+        const std::vector<Sentence>& sentences = m_index.sentences();
+        const double average = std::max(1.0, static_cast<double>(m_index.wordCount()) /
                                                  static_cast<double>(sentences.size()));
-        CarriedHits carried(index_, terms_);
-        words_.resize(sentences.size());
+        CarriedHits carried(m_index, m_terms);
+        m_words.resize(sentences.size());
         for (std::size_t i = 0; i < sentences.size(); ++i) {
             const CarriedHits::Result found = carried.next(i);
-            const double length = static_cast<double>(index_.wordsIn(i).size()) / average;
-            words_[i] = terms_.score(found.hits, length) * found.share;
+            const double length = static_cast<double>(m_index.wordsIn(i).size()) / average;
+            m_words[i] = m_terms.score(found.hits, length) * found.share;
         }
     }
 
     /// What stands behind a question that fits answers it.
     void addAnswers() {
-        const std::vector<Sentence>& sentences = index_.sentences();
-        const std::string asked = lowered(trimmed(query_.request));
-        scores_ = words_;
+        const std::vector<Sentence>& sentences = m_index.sentences();
+        const std::string asked = lowered(trimmed(m_query.request));
+        m_scores = m_words;
         double question = 0;
         bool isRightBehind = false;
         for (std::size_t i = 0; i < sentences.size(); ++i) {
             if (sentences[i].isQuestion) {
-                const bool isRequest = lowered(trimmed(index_.text(i))) == asked;
-                question = words_[i] * (isRequest ? 2 : 1);
+                const bool isRequest = lowered(trimmed(m_index.text(i))) == asked;
+                question = m_words[i] * (isRequest ? 2 : 1);
                 if (question > 0) question *= matchOfKinds(i);
                 isRightBehind = true;
-                scores_[i] = isRequest ? 0 : words_[i] * kQuestionShare;
+                m_scores[i] = isRequest ? 0 : m_words[i] * kQuestionShare;
                 continue;
             }
-            scores_[i] += question * (isRightBehind ? kBehindQuestion : kFartherBehind);
+            m_scores[i] += question * (isRightBehind ? kBehindQuestion : kFartherBehind);
             isRightBehind = false;
             const bool goesOn = i + 1 < sentences.size() && !sentences[i + 1].startsBlock;
             if (!goesOn) question = 0;
@@ -86,16 +86,16 @@ class Search {
         const auto isSpecific = [](QuestionKind kind) {
             return kind != QuestionKind::Other && kind != QuestionKind::Definition;
         };
-        const QuestionKind wanted = query_.expected.kind;
-        const QuestionKind asked = expectationOf(index_.text(sentence), index_.language()).kind;
+        const QuestionKind wanted = m_query.expected.kind;
+        const QuestionKind asked = expectationOf(m_index.text(sentence), m_index.language()).kind;
         return isSpecific(wanted) && isSpecific(asked) && wanted != asked ? kOtherKind : 1;
     }
 
-    const TextIndex& index_;
-    const SearchQuery& query_;
-    QueryTerms terms_;
-    std::vector<double> words_;
-    std::vector<double> scores_;
+    const TextIndex& m_index;
+    const SearchQuery& m_query;
+    QueryTerms m_terms;
+    std::vector<double> m_words;
+    std::vector<double> m_scores;
 };
 
 } // namespace

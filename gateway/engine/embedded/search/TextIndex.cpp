@@ -29,13 +29,13 @@ std::vector<std::size_t> rankedBest(const std::vector<double>& scores, std::size
     return order;
 }
 
-TextIndex::TextIndex(Document document) : document_(std::move(document)) {
-    WordReader reader(document_.language);
+TextIndex::TextIndex(Document document) : m_document(std::move(document)) {
+    WordReader reader(m_document.language);
     FoundWord found;
-    ends_.reserve(sentences().size());
+    m_ends.reserve(sentences().size());
     for (std::size_t i = 0; i < sentences().size(); ++i)
         read(i, reader, found);
-    words_.shrink_to_fit();
+    m_words.shrink_to_fit();
     markHeadings(reader);
 }
 
@@ -43,7 +43,7 @@ void TextIndex::read(std::size_t sentence, WordReader& reader, FoundWord& found)
     reader.begin(text(sentence));
     while (reader.next(found)) {
         Word word;
-        word.key = keys_.add(found.key);
+        word.key = m_keys.add(found.key);
         word.offset = static_cast<std::uint16_t>(found.offset);
         word.length = static_cast<std::uint16_t>(found.length);
         word.isLabel = found.offset < sentences()[sentence].label;
@@ -54,14 +54,14 @@ void TextIndex::read(std::size_t sentence, WordReader& reader, FoundWord& found)
         word.followsDirectly = found.followsDirectly;
         word.precedesNoun = found.precedesNoun;
         word.isPersonal = found.isPersonal;
-        words_.push_back(word);
-        if (terms_.size() < keys_.size()) terms_.push_back({.lastSentence = kNeverSeen});
-        TermStatistics& term = terms_[word.key];
+        m_words.push_back(word);
+        if (m_terms.size() < m_keys.size()) m_terms.push_back({.lastSentence = kNeverSeen});
+        TermStatistics& term = m_terms[word.key];
         ++term.occurrences;
         if (term.lastSentence != sentence) ++term.sentences;
         term.lastSentence = static_cast<std::uint32_t>(sentence);
     }
-    ends_.push_back(static_cast<std::uint32_t>(words_.size()));
+    m_ends.push_back(static_cast<std::uint32_t>(m_words.size()));
 }
 
 void TextIndex::markHeadings(WordReader& reader) {
@@ -69,24 +69,24 @@ void TextIndex::markHeadings(WordReader& reader) {
     for (const std::string& heading : headings()) {
         reader.begin(heading);
         while (reader.next(found)) {
-            const std::uint32_t key = keys_.find(found.key);
-            if (key != KeyTable::kNone && found.isContent) terms_[key].isInHeading = true;
+            const std::uint32_t key = m_keys.find(found.key);
+            if (key != KeyTable::kNone && found.isContent) m_terms[key].isInHeading = true;
         }
     }
 }
 
 std::span<const Word> TextIndex::wordsIn(std::size_t sentence) const {
-    const std::size_t begin = sentence == 0 ? 0 : ends_[sentence - 1];
-    return std::span(words_).subspan(begin, ends_[sentence] - begin);
+    const std::size_t begin = sentence == 0 ? 0 : m_ends[sentence - 1];
+    return std::span(m_words).subspan(begin, m_ends[sentence] - begin);
 }
 
 std::size_t TextIndex::sentencesWith(std::uint32_t key) const {
-    return key < terms_.size() ? terms_[key].sentences : 0;
+    return key < m_terms.size() ? m_terms[key].sentences : 0;
 }
 
 double TextIndex::weight(const Word& word) const {
     if (!word.isContent) return 0;
-    const TermStatistics& term = terms_[word.key];
+    const TermStatistics& term = m_terms[word.key];
     const double base = std::log2(1.0 + static_cast<double>(term.occurrences));
     return base * (term.isInHeading ? kHeadingBonus : 1) * (word.isPale ? kPaleShare : 1);
 }

@@ -36,21 +36,21 @@ class TextIndex {
   public:
     explicit TextIndex(Document document);
 
-    [[nodiscard]] Language language() const { return document_.language; }
-    [[nodiscard]] const Lexicon& lexicon() const { return lexiconOf(document_.language); }
-    [[nodiscard]] const std::vector<std::string>& headings() const { return document_.headings; }
-    [[nodiscard]] const std::vector<Sentence>& sentences() const { return document_.sentences; }
+    [[nodiscard]] Language language() const { return m_document.language; }
+    [[nodiscard]] const Lexicon& lexicon() const { return lexiconOf(m_document.language); }
+    [[nodiscard]] const std::vector<std::string>& headings() const { return m_document.headings; }
+    [[nodiscard]] const std::vector<Sentence>& sentences() const { return m_document.sentences; }
     [[nodiscard]] std::string_view text(std::size_t sentence) const {
-        return document_.textOf(document_.sentences[sentence]);
+        return m_document.textOf(m_document.sentences[sentence]);
     }
     [[nodiscard]] std::span<const Word> wordsIn(std::size_t sentence) const;
     [[nodiscard]] std::string_view surface(std::size_t sentence, const Word& word) const {
         return text(sentence).substr(word.offset, word.length);
     }
-    [[nodiscard]] const KeyTable& keys() const { return keys_; }
+    [[nodiscard]] const KeyTable& keys() const { return m_keys; }
     /// In how many sentences the key occurs.
     [[nodiscard]] std::size_t sentencesWith(std::uint32_t key) const;
-    [[nodiscard]] std::size_t wordCount() const { return words_.size(); }
+    [[nodiscard]] std::size_t wordCount() const { return m_words.size(); }
     /// How much a word matters to the text; 0 for words that carry no content.
     [[nodiscard]] double weight(const Word& word) const;
 
@@ -70,12 +70,12 @@ class TextIndex {
     [[nodiscard]] bool leansOnContext(std::size_t sentence) const;
     [[nodiscard]] double overlap(std::size_t first, std::size_t second) const;
 
-    Document document_;
-    KeyTable keys_;
-    std::vector<TermStatistics> terms_;
-    std::vector<Word> words_;
+    Document m_document;
+    KeyTable m_keys;
+    std::vector<TermStatistics> m_terms;
+    std::vector<Word> m_words;
     /// Where the words of each sentence end.
-    std::vector<std::uint32_t> ends_;
+    std::vector<std::uint32_t> m_ends;
 };
 
 /// Indices by falling score; equal scores keep their order, so that results never vary.

@@ -46,12 +46,13 @@ Vocabulary::Vocabulary(const TextIndex& index, const WordClasses& classes) {
     seen.resize(std::min(seen.size(), kMostWords));
     for (const auto& [key, place] : seen) {
         const Word& word = index.wordsIn(place.sentence)[place.word];
-        words_.push_back({.key = key,
-                          .surface = clipped(withoutPossessive(index.surface(place.sentence, word)),
-                                             kLongestSurface),
-                          .weight = place.weight,
-                          .wordClass = classes.of(key),
-                          .isContent = word.isContent});
+        m_words.push_back(
+            {.key = key,
+             .surface =
+                 clipped(withoutPossessive(index.surface(place.sentence, word)), kLongestSurface),
+             .weight = place.weight,
+             .wordClass = classes.of(key),
+             .isContent = word.isContent});
     }
 }
 

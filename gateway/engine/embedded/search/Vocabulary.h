@@ -23,10 +23,10 @@ class Vocabulary {
   public:
     Vocabulary(const TextIndex& index, const WordClasses& classes);
 
-    [[nodiscard]] const std::vector<VocabularyWord>& words() const { return words_; }
+    [[nodiscard]] const std::vector<VocabularyWord>& words() const { return m_words; }
 
   private:
-    std::vector<VocabularyWord> words_;
+    std::vector<VocabularyWord> m_words;
 };
 
 /// The word as it stands in the sentence, but small where only the sentence's beginning makes it

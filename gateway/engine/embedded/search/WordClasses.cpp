@@ -65,33 +65,33 @@ bool nounComesLast(Language language) {
 } // namespace
 
 WordClasses::WordClasses(const TextIndex& index)
-    : index_(index),
-      evidence_(index.keys().size()),
-      classes_(index.keys().size(), WordClass::Other) {
+    : m_index(index),
+      m_evidence(index.keys().size()),
+      m_classes(index.keys().size(), WordClass::Other) {
     for (std::size_t i = 0; i < index.sentences().size(); ++i)
         look(i);
-    small_.resize(classes_.size());
-    things_.resize(classes_.size());
-    for (std::size_t key = 0; key < classes_.size(); ++key) {
-        classes_[key] = decide(evidence_[key]);
-        small_[key] = evidence_[key].lower > 0;
+    m_small.resize(m_classes.size());
+    m_things.resize(m_classes.size());
+    for (std::size_t key = 0; key < m_classes.size(); ++key) {
+        m_classes[key] = decide(m_evidence[key]);
+        m_small[key] = m_evidence[key].lower > 0;
         // German writes all nouns with a capital, though it need not show which is a name.
         const bool isGermanNoun = index.language() == Language::German &&
-                                  evidence_[key].capital > 0 && !evidence_[key].isPale;
-        things_[key] =
-            classes_[key] == WordClass::Noun || classes_[key] == WordClass::Name || isGermanNoun;
+                                  m_evidence[key].capital > 0 && !m_evidence[key].isPale;
+        m_things[key] =
+            m_classes[key] == WordClass::Noun || m_classes[key] == WordClass::Name || isGermanNoun;
     }
-    evidence_ = {};
+    m_evidence = {};
 }
 
 void WordClasses::look(std::size_t sentence) {
-    const std::span<const Word> words = index_.wordsIn(sentence);
+    const std::span<const Word> words = m_index.wordsIn(sentence);
     std::size_t first = 0;
     while (first < words.size() && words[first].isLabel)
         ++first;
     for (std::size_t i = first; i < words.size(); ++i) {
         const Word& word = words[i];
-        Evidence& evidence = evidence_[word.key];
+        Evidence& evidence = m_evidence[word.key];
         if (word.isNumber) evidence.isNumber = true;
         if (!word.isContent) continue;
         if (i > first && word.isCapitalised) increase(evidence.capital);
@@ -102,12 +102,12 @@ void WordClasses::look(std::size_t sentence) {
         evidence.isNamePart = evidence.isNamePart || isNamePart;
         if (!std::exchange(evidence.isKnown, true)) lookAtForm(sentence, word, evidence);
         const bool isUndecided = evidence.noun + evidence.verb < kEnoughEvidence;
-        if (isUndecided && isUnspacedLanguage(index_.language())) lookAtUnspaced(sentence, i);
+        if (isUndecided && isUnspacedLanguage(m_index.language())) lookAtUnspaced(sentence, i);
         // An adjective has the article too, but stands behind a noun that has it.
         const bool isArabicNoun =
-            index_.language() == Language::Arabic &&
-            hasArabicArticle(index_.surface(sentence, word)) &&
-            (i == 0 || !hasArabicArticle(index_.surface(sentence, words[i - 1])));
+            m_index.language() == Language::Arabic &&
+            hasArabicArticle(m_index.surface(sentence, word)) &&
+            (i == 0 || !hasArabicArticle(m_index.surface(sentence, words[i - 1])));
         if (isArabicNoun) increase(evidence.noun);
     }
     for (std::size_t begin = first; begin < words.size();) {
@@ -125,26 +125,26 @@ void WordClasses::look(std::size_t sentence) {
 
 /// What the look of a word says, of which the first form of it is taken.
 void WordClasses::lookAtForm(std::size_t sentence, const Word& word, Evidence& evidence) const {
-    const std::string_view surface = index_.surface(sentence, word);
+    const std::string_view surface = m_index.surface(sentence, word);
     const std::string lower = lowered(surface);
-    const std::size_t shortest = isUnspacedLanguage(index_.language()) ? 2 : 3;
+    const std::size_t shortest = isUnspacedLanguage(m_index.language()) ? 2 : 3;
     evidence.isPale = word.isPale && withoutPossessive(surface).size() == surface.size();
     evidence.isShort = characterCount(surface) < shortest;
-    evidence.looksLikeVerb = endsLikeOneOf(lower, index_.lexicon().data.verbEndings);
+    evidence.looksLikeVerb = endsLikeOneOf(lower, m_index.lexicon().data.verbEndings);
 }
 
 /// In Chinese and Japanese the grammar words on both sides tell what stands between them.
 void WordClasses::lookAtUnspaced(std::size_t sentence, std::size_t place) {
-    const std::span<const Word> words = index_.wordsIn(sentence);
+    const std::span<const Word> words = m_index.wordsIn(sentence);
     const Word& word = words[place];
     const auto neighbour = [&](std::size_t at) {
-        return at < words.size() ? index_.surface(sentence, words[at]) : std::string_view{};
+        return at < words.size() ? m_index.surface(sentence, words[at]) : std::string_view{};
     };
     const std::string_view before = place == 0 ? std::string_view{} : neighbour(place - 1);
     const std::string_view behind = neighbour(place + 1);
-    Evidence& evidence = evidence_[word.key];
-    if (index_.language() == Language::Japanese) {
-        const std::string_view surface = index_.surface(sentence, word);
+    Evidence& evidence = m_evidence[word.key];
+    if (m_index.language() == Language::Japanese) {
+        const std::string_view surface = m_index.surface(sentence, word);
         const bool endsInGrammar = isHiragana(decodeAt(surface, surface.size() - 3).value);
         if (endsInGrammar) increase(evidence.verb);
         if (isAmong(behind, "は が を に で の と も へ や から まで より です")) {
@@ -161,47 +161,47 @@ void WordClasses::lookAtUnspaced(std::size_t sentence, std::size_t place) {
         isAmong(behind, "了 着 过 到 得")) {
         increase(evidence.verb);
     }
-    if (holdsGrammar(index_.surface(sentence, word))) increase(evidence.verb);
+    if (holdsGrammar(m_index.surface(sentence, word))) increase(evidence.verb);
 }
 
 /// Content words that stand together, behind an article or not.
 void WordClasses::lookAtRun(std::size_t sentence, std::size_t begin, std::size_t end,
                             bool isDetermined) {
     if (!isDetermined) return;
-    const std::span<const Word> words = index_.wordsIn(sentence);
-    if (!nounComesLast(index_.language())) {
+    const std::span<const Word> words = m_index.wordsIn(sentence);
+    if (!nounComesLast(m_index.language())) {
         // "las tengo" is a pronoun and a verb: a noun would have the plural too.
-        const std::string_view noun = index_.surface(sentence, words[begin]);
-        const bool isMany = index_.surface(sentence, words[begin - 1]).ends_with('s');
+        const std::string_view noun = m_index.surface(sentence, words[begin]);
+        const bool isMany = m_index.surface(sentence, words[begin - 1]).ends_with('s');
         if (!isMany || noun.ends_with('s') || noun.ends_with('x')) {
-            increase(evidence_[words[begin].key].noun);
+            increase(m_evidence[words[begin].key].noun);
         }
         return;
     }
-    const std::string_view endings = index_.lexicon().data.verbEndings;
+    const std::string_view endings = m_index.lexicon().data.verbEndings;
     std::size_t last = end - 1;
-    while (last > begin && endsLikeOneOf(lowered(index_.surface(sentence, words[last])), endings))
+    while (last > begin && endsLikeOneOf(lowered(m_index.surface(sentence, words[last])), endings))
         --last;
     // "a cave breathes": behind "a" stands no plural.
-    const std::string one = lowered(index_.surface(sentence, words[begin - 1]));
-    const bool isOne = index_.language() == Language::English &&
+    const std::string one = lowered(m_index.surface(sentence, words[begin - 1]));
+    const bool isOne = m_index.language() == Language::English &&
                        (one == "a" || one == "an" || one == "each" || one == "every");
-    if (isOne && last > begin && index_.surface(sentence, words[last]).ends_with('s') &&
-        !index_.surface(sentence, words[last]).ends_with("ss")) {
+    if (isOne && last > begin && m_index.surface(sentence, words[last]).ends_with('s') &&
+        !m_index.surface(sentence, words[last]).ends_with("ss")) {
         --last;
     }
     // "of volcanoes cools": what stands behind a plural is a verb.
-    for (std::size_t i = begin; index_.language() == Language::English && i < last; ++i) {
-        const std::string_view word = index_.surface(sentence, words[i]);
+    for (std::size_t i = begin; m_index.language() == Language::English && i < last; ++i) {
+        const std::string_view word = m_index.surface(sentence, words[i]);
         if (word.ends_with('s') && !word.ends_with("ss") && !word.ends_with("'s")) last = i;
     }
-    if (last - begin <= 2) increase(evidence_[words[last].key].noun);
+    if (last - begin <= 2) increase(m_evidence[words[last].key].noun);
 }
 
 WordClass WordClasses::decide(const Evidence& evidence) const {
     if (evidence.isNumber) return WordClass::Number;
     if (evidence.isPale || evidence.isShort) return WordClass::Other;
-    switch (index_.language()) {
+    switch (m_index.language()) {
     case Language::German:
         if (evidence.capital == 0) return WordClass::Other;
         if (evidence.isNamePart) return WordClass::Name;

@@ -16,12 +16,12 @@ class WordClasses {
   public:
     explicit WordClasses(const TextIndex& index);
 
-    [[nodiscard]] WordClass of(std::uint32_t key) const { return classes_[key]; }
+    [[nodiscard]] WordClass of(std::uint32_t key) const { return m_classes[key]; }
     /// Whether it can be what a text is about.
-    [[nodiscard]] bool isThing(std::uint32_t key) const { return things_[key]; }
+    [[nodiscard]] bool isThing(std::uint32_t key) const { return m_things[key]; }
 
     /// Whether it is written somewhere without a capital.
-    [[nodiscard]] bool isWrittenSmall(std::uint32_t key) const { return small_[key]; }
+    [[nodiscard]] bool isWrittenSmall(std::uint32_t key) const { return m_small[key]; }
 
   private:
     struct Evidence {
@@ -43,11 +43,11 @@ class WordClasses {
     void lookAtRun(std::size_t sentence, std::size_t begin, std::size_t end, bool isDetermined);
     [[nodiscard]] WordClass decide(const Evidence& evidence) const;
 
-    const TextIndex& index_;
-    std::vector<Evidence> evidence_;
-    std::vector<WordClass> classes_;
-    std::vector<bool> small_;
-    std::vector<bool> things_;
+    const TextIndex& m_index;
+    std::vector<Evidence> m_evidence;
+    std::vector<WordClass> m_classes;
+    std::vector<bool> m_small;
+    std::vector<bool> m_things;
 };
 
 } // namespace vorq::gateway

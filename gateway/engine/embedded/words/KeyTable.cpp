@@ -5,38 +5,38 @@
 namespace vorq::gateway {
 
 std::string_view KeyTable::key(std::uint32_t number) const {
-    const std::size_t begin = number == 0 ? 0 : ends_[number - 1];
-    return std::string_view(letters_).substr(begin, ends_[number] - begin);
+    const std::size_t begin = number == 0 ? 0 : m_ends[number - 1];
+    return std::string_view(m_letters).substr(begin, m_ends[number] - begin);
 }
 
 /// The slot that holds `key`, or the empty one where it belongs.
 std::size_t KeyTable::slotOf(std::string_view key) const {
-    const std::size_t mask = slots_.size() - 1;
+    const std::size_t mask = m_slots.size() - 1;
     std::size_t slot = std::hash<std::string_view>{}(key)&mask;
-    while (slots_[slot] != kNone && this->key(slots_[slot]) != key)
+    while (m_slots[slot] != kNone && this->key(m_slots[slot]) != key)
         slot = (slot + 1) & mask;
     return slot;
 }
 
 void KeyTable::grow() {
-    slots_.assign(slots_.empty() ? 1024 : slots_.size() * 2, kNone);
-    for (std::uint32_t number = 0; number < ends_.size(); ++number)
-        slots_[slotOf(key(number))] = number;
+    m_slots.assign(m_slots.empty() ? 1024 : m_slots.size() * 2, kNone);
+    for (std::uint32_t number = 0; number < m_ends.size(); ++number)
+        m_slots[slotOf(key(number))] = number;
 }
 
 std::uint32_t KeyTable::add(std::string_view key) {
-    if ((ends_.size() + 1) * 2 > slots_.size()) grow();
-    std::uint32_t& slot = slots_[slotOf(key)];
+    if ((m_ends.size() + 1) * 2 > m_slots.size()) grow();
+    std::uint32_t& slot = m_slots[slotOf(key)];
     if (slot == kNone) {
-        slot = static_cast<std::uint32_t>(ends_.size());
-        letters_ += key;
-        ends_.push_back(static_cast<std::uint32_t>(letters_.size()));
+        slot = static_cast<std::uint32_t>(m_ends.size());
+        m_letters += key;
+        m_ends.push_back(static_cast<std::uint32_t>(m_letters.size()));
     }
     return slot;
 }
 
 std::uint32_t KeyTable::find(std::string_view key) const {
-    return slots_.empty() ? kNone : slots_[slotOf(key)];
+    return m_slots.empty() ? kNone : m_slots[slotOf(key)];
 }
 
 } // namespace vorq::gateway

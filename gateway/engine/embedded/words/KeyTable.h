@@ -20,15 +20,15 @@ class KeyTable {
     [[nodiscard]] std::uint32_t find(std::string_view key) const;
     /// Valid until the next `add`.
     [[nodiscard]] std::string_view key(std::uint32_t number) const;
-    [[nodiscard]] std::size_t size() const { return ends_.size(); }
+    [[nodiscard]] std::size_t size() const { return m_ends.size(); }
 
   private:
     [[nodiscard]] std::size_t slotOf(std::string_view key) const;
     void grow();
 
-    std::string letters_;
-    std::vector<std::uint32_t> ends_;
-    std::vector<std::uint32_t> slots_;
+    std::string m_letters;
+    std::vector<std::uint32_t> m_ends;
+    std::vector<std::uint32_t> m_slots;
 };
 
 } // namespace vorq::gateway

@@ -32,30 +32,30 @@ WordKin::WordKin(Language language) {
     readForms(data.forms, reader);
     readSynonyms(data.synonyms, reader);
     anyPhrase(data.separable, [&](std::string_view prefix) {
-        if (!prefix.empty()) prefixes_.push_back(prefix);
+        if (!prefix.empty()) m_prefixes.push_back(prefix);
         return false;
     });
 }
 
 const std::vector<WordKin::Relative>& WordKin::of(std::string_view key) const {
     static const std::vector<Relative> none;
-    const auto found = relatives_.find(std::string(key));
-    return found == relatives_.end() ? none : found->second;
+    const auto found = m_relatives.find(std::string(key));
+    return found == m_relatives.end() ? none : found->second;
 }
 
 std::string_view WordKin::withoutPrefix(std::string_view key) const {
     std::string_view rest = key;
     const auto prefix = std::ranges::find_if(
-        prefixes_, [&](std::string_view candidate) { return key.starts_with(candidate); });
-    if (prefix != prefixes_.end()) rest.remove_prefix(prefix->size());
-    const bool isParticiple = !prefixes_.empty() && rest.starts_with("ge");
+        m_prefixes, [&](std::string_view candidate) { return key.starts_with(candidate); });
+    if (prefix != m_prefixes.end()) rest.remove_prefix(prefix->size());
+    const bool isParticiple = !m_prefixes.empty() && rest.starts_with("ge");
     if (isParticiple && characterCount(rest) >= kShortestVerb + 2) rest.remove_prefix(2);
     return characterCount(rest) < kShortestVerb ? key : rest;
 }
 
 void WordKin::relate(const std::string& key, const std::string& relative, bool isForm) {
     if (key == relative) return;
-    std::vector<Relative>& known = relatives_[key];
+    std::vector<Relative>& known = m_relatives[key];
     if (std::ranges::find(known, relative, &Relative::key) != known.end()) return;
     known.push_back({.key = relative, .isForm = isForm});
 }

@@ -34,8 +34,8 @@ class WordKin {
     void readSynonyms(std::string_view groups, WordReader& reader);
     void relate(const std::string& key, const std::string& relative, bool isForm);
 
-    std::vector<std::string_view> prefixes_;
-    std::unordered_map<std::string, std::vector<Relative>> relatives_;
+    std::vector<std::string_view> m_prefixes;
+    std::unordered_map<std::string, std::vector<Relative>> m_relatives;
 };
 
 /// Lives as long as the program. Thread-safe.

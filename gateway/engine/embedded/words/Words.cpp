@@ -191,29 +191,29 @@ struct WordReader::Tools {
     std::vector<std::size_t> ends;
 };
 
-WordReader::WordReader(Language language) : tools_(std::make_unique<Tools>(lexiconOf(language))) {}
+WordReader::WordReader(Language language) : m_tools(std::make_unique<Tools>(lexiconOf(language))) {}
 
 WordReader::~WordReader() = default;
 
 void WordReader::begin(std::string_view text) {
-    text_ = text;
-    at_ = 0;
-    direct_ = false;
-    tools_->ends.clear();
+    m_text = text;
+    m_at = 0;
+    m_direct = false;
+    m_tools->ends.clear();
 }
 
 std::size_t WordReader::endOfLetters(std::size_t begin) const {
     std::size_t i = begin;
-    while (i < text_.size()) {
-        const CodePoint c = decodeAt(text_, i);
+    while (i < m_text.size()) {
+        const CodePoint c = decodeAt(m_text, i);
         if (isWordCharacter(c.value) && !isUnspaced(c.value)) {
             i += c.length;
             continue;
         }
         const std::size_t next = i + c.length;
-        if (i == begin || next >= text_.size() || !joinsWord(text_, i, next)) break;
-        const char32_t following = decodeAt(text_, next).value;
-        if (!isWordCharacter(following) || isUnspaced(following) || isElision(text_, begin, i)) {
+        if (i == begin || next >= m_text.size() || !joinsWord(m_text, i, next)) break;
+        const char32_t following = decodeAt(m_text, next).value;
+        if (!isWordCharacter(following) || isUnspaced(following) || isElision(m_text, begin, i)) {
             break;
         }
         i = next;
@@ -222,9 +222,9 @@ std::size_t WordReader::endOfLetters(std::size_t begin) const {
 }
 
 void WordReader::fill(FoundWord& word, std::size_t end, bool isUnspacedRun) {
-    const std::string_view surface = text_.substr(at_, end - at_);
-    const KnownForm& form = tools_->form(surface, isUnspacedRun);
-    word.offset = at_;
+    const std::string_view surface = m_text.substr(m_at, end - m_at);
+    const KnownForm& form = m_tools->form(surface, isUnspacedRun);
+    word.offset = m_at;
     word.length = surface.size();
     word.key = form.key;
     word.isContent = form.isContent;
@@ -233,52 +233,52 @@ void WordReader::fill(FoundWord& word, std::size_t end, bool isUnspacedRun) {
     word.isCapitalised = form.isCapitalised;
     word.precedesNoun = form.precedesNoun;
     word.isPersonal = form.isPersonal;
-    word.followsDirectly = direct_;
-    direct_ = true;
-    at_ = end;
+    word.followsDirectly = m_direct;
+    m_direct = true;
+    m_at = end;
 }
 
 /// The end of the unspaced word at the place that is read: by dictionary, which takes its time, and
 /// in a long text after a while by the words that the dictionary gave before.
 std::size_t WordReader::endOfUnspaced() {
-    std::vector<std::size_t>& ends = tools_->ends;
-    while (!ends.empty() && ends.back() <= at_)
+    std::vector<std::size_t>& ends = m_tools->ends;
+    while (!ends.empty() && ends.back() <= m_at)
         ends.pop_back();
-    const bool isByDictionary = !ends.empty() || tools_->cutBytes < kCutByDictionary;
+    const bool isByDictionary = !ends.empty() || m_tools->cutBytes < kCutByDictionary;
     if (ends.empty() && isByDictionary) {
-        std::size_t last = std::min(text_.size(), at_ + kLongestRun);
-        while (last < text_.size() && (static_cast<unsigned char>(text_[last]) & 0xC0U) == 0x80U)
+        std::size_t last = std::min(m_text.size(), m_at + kLongestRun);
+        while (last < m_text.size() && (static_cast<unsigned char>(m_text[last]) & 0xC0U) == 0x80U)
             --last;
-        tools_->cut(text_, at_, last);
+        m_tools->cut(m_text, m_at, last);
     }
-    std::size_t end = isByDictionary ? at_ : tools_->endOfKnown(text_, at_);
-    while (isByDictionary && end < ends.back() && isUnspaced(decodeAt(text_, end).value))
-        end += decodeAt(text_, end).length;
+    std::size_t end = isByDictionary ? m_at : m_tools->endOfKnown(m_text, m_at);
+    while (isByDictionary && end < ends.back() && isUnspaced(decodeAt(m_text, end).value))
+        end += decodeAt(m_text, end).length;
     // A foreign word or a name in Katakana stays whole, whatever the dictionary knows of it.
-    if (!isKatakana(decodeAt(text_, at_).value)) return end;
-    while (end < text_.size() && isKatakana(decodeAt(text_, end).value))
-        end += decodeAt(text_, end).length;
+    if (!isKatakana(decodeAt(m_text, m_at).value)) return end;
+    while (end < m_text.size() && isKatakana(decodeAt(m_text, end).value))
+        end += decodeAt(m_text, end).length;
     return end;
 }
 
 bool WordReader::next(FoundWord& word) {
-    while (at_ < text_.size()) {
-        const CodePoint c = decodeAt(text_, at_);
+    while (m_at < m_text.size()) {
+        const CodePoint c = decodeAt(m_text, m_at);
         if (!isWordCharacter(c.value)) {
-            direct_ = direct_ && isBlank(c.value);
-            at_ += c.length;
+            m_direct = m_direct && isBlank(c.value);
+            m_at += c.length;
             continue;
         }
         if (isUnspaced(c.value)) {
             fill(word, endOfUnspaced(), true);
             return true;
         }
-        if (const std::size_t end = endOfAddress(text_, at_); end > at_) {
-            direct_ = false; // No word to ask about or to count.
-            at_ = end;
+        if (const std::size_t end = endOfAddress(m_text, m_at); end > m_at) {
+            m_direct = false; // No word to ask about or to count.
+            m_at = end;
             continue;
         }
-        fill(word, endOfLetters(at_), false);
+        fill(word, endOfLetters(m_at), false);
         return true;
     }
     return false;

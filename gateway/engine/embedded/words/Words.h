@@ -51,10 +51,10 @@ class WordReader {
     [[nodiscard]] std::size_t endOfUnspaced();
     void fill(FoundWord& word, std::size_t end, bool isUnspaced);
 
-    std::unique_ptr<Tools> tools_;
-    std::string_view text_;
-    std::size_t at_ = 0;
-    bool direct_ = false;
+    std::unique_ptr<Tools> m_tools;
+    std::string_view m_text;
+    std::size_t m_at = 0;
+    bool m_direct = false;
 };
 
 /// Without the "'s" that makes it a possessive.
