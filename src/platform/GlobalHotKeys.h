@@ -32,7 +32,7 @@ struct HotKeyChord {
     bool operator==(const HotKeyChord&) const = default;
 };
 
-/// Why a hot key is not to be had.
+/// Why registering a hot key failed.
 struct HotKeyFailure {
     int status = 0;       ///< as the system numbers its errors
     bool isTaken = false; ///< another program holds the chord

@@ -7,7 +7,7 @@
 
 namespace vorq {
 
-/// The program as it lies on the machine, for who takes it off.
+/// The installed files, for the uninstaller.
 class Installation {
   public:
     Installation() = default;

@@ -1,4 +1,4 @@
-// Whether the program knows all files that its installation consists of, for who deletes it.
+// Whether the uninstaller knows all files of an installation.
 
 #include "platform/linux/desktop/XdgInstallation.h"
 

@@ -40,7 +40,8 @@ class LibraryStore {
 
     [[nodiscard]] const QString& folder() const { return m_folder; }
 
-    // Where that is, for who only looks; none of it need be there.
+    // The folder of the library and names of its files, for callers that only read; none need
+    // exist.
     [[nodiscard]] static QString folderIn(const QString& applicationSupportFolder);
     static constexpr QStringView notesFile = u"saved-notes.json";
     static constexpr QStringView chatsFile = u"saved-chats.json";
@@ -62,7 +63,7 @@ class LibraryStore {
     void save(const std::vector<HubTaskColumn>& columns) const;
     void save(const std::vector<HubTracker>& trackers) const;
 
-    // For each kind of record that has a file, for who cares what became of it:
+    // For each kind of record that has a file, with the outcome:
 
     /// Makes no folder. The hook is called with notes and chats only.
     template<typename Record>

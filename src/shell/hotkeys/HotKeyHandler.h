@@ -42,7 +42,7 @@ class HotKeyHandler final : public QObject {
     /// nothing.
     void setOffersNotes(bool offersNotes) { m_offersNotes = offersNotes; }
 
-    /// What the user should know of keys that are not to be had, and what to do instead.
+    /// For the user: the hot keys that could not be registered, and what to do instead.
     [[nodiscard]] QStringList notices() const;
 
     /// Those that reach the program.

@@ -8,7 +8,7 @@ namespace vorq::Contrast {
 /// What text of the usual size needs.
 inline constexpr double readableText = 4.5;
 
-/// What text needs for who asked for high contrast.
+/// What text needs in high contrast.
 inline constexpr double strongText = 7;
 
 /// Of the colours as if they were opaque.

@@ -34,7 +34,7 @@ class StatusItem : public QObject {
     /// The menu shows this state from now on; it must outlive the item.
     virtual void bindAppState(VorqAppState& state) = 0;
 
-    /// Lines about hot keys that are not to be had; none for all is well.
+    /// Lines about hot keys that could not be registered; none if all are.
     virtual void setHotKeyNotices(const QStringList& notices) = 0;
 
     /// The hot keys that the menu shows beside what they do.

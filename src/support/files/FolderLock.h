@@ -11,7 +11,7 @@ namespace vorq {
 /// object. It leaves no file behind and ends with its process, however that ends. Not recursive.
 class FolderLock {
   public:
-    /// Waits so long for who holds it. Nothing if that was not enough. A folder that cannot be
+    /// Waits so long for its holder; nothing if that was not enough. A folder that cannot be
     /// locked at all (it is not there, its file system knows no locks) is taken as free.
     [[nodiscard]] static std::optional<FolderLock> take(const QString& folder,
                                                         std::chrono::milliseconds patience);

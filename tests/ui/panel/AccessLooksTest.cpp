@@ -1,4 +1,4 @@
-// How the panel looks for who asked the desktop for high contrast or larger text.
+// How the panel looks in high contrast and with larger text.
 
 #include "doubles/ui/PanelStage.h"
 #include "doubles/ui/Samples.h"
