@@ -81,10 +81,13 @@ class Accessibility {
     /// Whether applications can be read here at all, trusted or not, and why not.
     [[nodiscard]] virtual PortSupport supported() const { return {}; }
 
-    // These three never wait, and may be called on any thread.
+    // These four never wait, and may be called on any thread.
 
     /// Whether the user lets us read other applications. Never asks them.
     [[nodiscard]] virtual bool isTrusted() const = 0;
+
+    /// Whether a text that is written over a selection is one step to an application's own undo.
+    [[nodiscard]] virtual bool writesInOneStep() const { return true; }
 
     /// Calls back, on the thread of the context, when isTrusted() may have changed.
     virtual void whenTrustChanges(QObject* context,

@@ -95,19 +95,36 @@ QCoro::Task<PasteOver::Sight> PasteOver::look(Target target, Look look, std::sto
     co_return isInTime ? *sight : Sight::Unknown;
 }
 
+bool PasteOver::canPaste(const Target& target) const {
+    return chordOf(target) && m_services.keys.supported() && m_services.pasteboard.supported();
+}
+
+std::optional<KeyChord> PasteOver::chordOf(const Target& target) const {
+    const auto application =
+        target.source ? m_services.workspace.application(*target.source) : std::nullopt;
+    return application ? pasteChordOf(application->identifier) : std::nullopt;
+}
+
+// With what is given to be written, else it is only selected.
+PasteOver::Look PasteOver::selecting(Target target, std::optional<QString> written) {
+    return [target = std::move(target), written = std::move(written)](AccessibleElement& element) {
+        if (!selectOriginal(target, element)) return Sight::Other;
+        if (!written) return Sight::Original;
+        if (element.setSelectedText(*written) && isReplacedIn(*written, target, element))
+            return Sight::Replaced;
+        return selectOriginal(target, element) ? Sight::Original : Sight::Other;
+    };
+}
+
+// What the user takes back in one step is better than what spares the clipboard.
 QCoro::Task<PasteOver::Outcome> PasteOver::write(QString replacement, Target target,
                                                  std::stop_token stop) {
     const QPointer<PasteOver> self(this);
     Outcome outcome = Outcome::NotReplaced;
-    Look writing = [replacement, target](AccessibleElement& element) {
-        if (!selectOriginal(target, element)) return Sight::Other;
-        if (element.setSelectedText(replacement) && isReplacedIn(replacement, target, element))
-            return Sight::Replaced;
-        return selectOriginal(target, element) ? Sight::Original : Sight::Other;
-    };
+    const bool writesFirst = m_services.accessibility.writesInOneStep() || !canPaste(target);
+    Look first = selecting(target, writesFirst ? std::optional(replacement) : std::nullopt);
     Sight sight = Sight::Other;
-    if (isInFront(target) || !target.window)
-        sight = co_await look(target, std::move(writing), stop);
+    if (isInFront(target) || !target.window) sight = co_await look(target, std::move(first), stop);
     if (!self || stop.stop_requested()) co_return outcome;
     if (sight == Sight::Replaced) co_return Outcome::Replaced;
     if (sight == Sight::Unknown) {
@@ -143,7 +160,8 @@ QCoro::Task<PasteOver::Outcome> PasteOver::paste(QString replacement, Target tar
         if (!self || stop.stop_requested()) co_return outcome;
         const auto pasted = co_await pasteOverSelection(replacement, target, stop);
         if (!self || stop.stop_requested()) co_return outcome;
-        if (!pasted && pasted.error() == Obstacle::Clipboard) co_return outcome;
+        if (!pasted && pasted.error() == Obstacle::Clipboard)
+            co_return co_await writeAlone(replacement, target, stop);
         if (!pasted) co_return co_await leaveOnClipboard(replacement);
         // It is given the benefit of the doubt.
         if (!isKnown) co_return Outcome::Replaced;
@@ -156,15 +174,24 @@ QCoro::Task<PasteOver::Outcome> PasteOver::paste(QString replacement, Target tar
     co_return outcome;
 }
 
+// Two steps to undo are better than none done.
+QCoro::Task<PasteOver::Outcome> PasteOver::writeAlone(QString replacement, Target target,
+                                                      std::stop_token stop) {
+    Sight sight = Sight::Other;
+    if (isInFront(target)) {
+        Look writing = selecting(target, replacement);
+        sight = co_await look(target, std::move(writing), std::move(stop));
+    }
+    co_return sight == Sight::Replaced ? Outcome::Replaced : Outcome::NotReplaced;
+}
+
 QCoro::Task<std::expected<void, PasteOver::Obstacle>>
 PasteOver::pasteOverSelection(QString text, Target target, std::stop_token stop) {
     const QPointer<PasteOver> self(this);
     const Services services = m_services;
     std::expected<void, Obstacle> result = std::unexpected(Obstacle::Target);
-    const auto application =
-        target.source ? services.workspace.application(*target.source) : std::nullopt;
-    const auto chord = application ? pasteChordOf(application->identifier) : std::nullopt;
-    if (!chord || !services.keys.supported() || !services.pasteboard.supported()) co_return result;
+    const auto chord = chordOf(target);
+    if (!chord || !canPaste(target)) co_return result;
     SourceFocus focus({services.clock, services.keys, services.workspace});
     const bool isFront = co_await focus.bringToFront(*target.source, pasteFrontRounds, stop);
     if (!isFront) qCInfo(captureLog, "paste: aborted — source not frontmost or Vorq still key");

@@ -16,7 +16,8 @@
 namespace vorq {
 
 /// Puts a text in the place of a selection in another application: by accessibility, else by
-/// pasting. Main thread only.
+/// pasting; the other way round where the application takes a write for several steps to undo. Main
+/// thread only.
 ///
 /// Nothing is written unless what was seen is still there right before. What was there before is
 /// kept for one undo.
@@ -89,6 +90,10 @@ class PasteOver final : public QObject {
                                                          KeyChord chord, std::stop_token stop);
     [[nodiscard]] bool isInFront(const Target& target) const;
     QCoro::Task<Sight> look(Target target, Look look, std::stop_token stop);
+    [[nodiscard]] std::optional<KeyChord> chordOf(const Target& target) const;
+    [[nodiscard]] bool canPaste(const Target& target) const;
+    [[nodiscard]] static Look selecting(Target target, std::optional<QString> written);
+    QCoro::Task<Outcome> writeAlone(QString replacement, Target target, std::stop_token stop);
     QCoro::Task<Outcome> write(QString replacement, Target target, std::stop_token stop);
     QCoro::Task<Outcome> paste(QString replacement, Target target, bool isKnown,
                                std::stop_token stop);

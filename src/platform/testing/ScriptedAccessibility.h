@@ -56,6 +56,7 @@ class ScriptedElement final : public AccessibleElement {
 class ScriptedAccessibility final : public Accessibility {
   public:
     bool trusted = true;
+    bool isOneStep = true;
     QString applicationName = QStringLiteral("application");
     std::optional<QString> focusedWindowName;
     std::optional<QString> focusedName;
@@ -77,6 +78,7 @@ class ScriptedAccessibility final : public Accessibility {
     [[nodiscard]] const QStringList& reads() const { return m_reads; }
 
     [[nodiscard]] bool isTrusted() const override { return trusted; }
+    [[nodiscard]] bool writesInOneStep() const override { return isOneStep; }
     void whenTrustChanges(QObject* /*context*/,
                           const std::function<void()>& callback) const override {
         onTrustChange = callback;

@@ -92,6 +92,30 @@ TEST_F(PasteOverTest, PastesWhereAWriteWasSaidToBeTakenAndWasNot) {
     EXPECT_EQ(pasteboard.held, users);
 }
 
+TEST_F(PasteOverTest, PastesWhereAWriteTakesSeveralStepsToUndo) {
+    accessibility.isOneStep = false;
+    pasteOnPost();
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_EQ(field.content, "an new text");
+    EXPECT_THAT(keys.posted(), SizeIs(1));
+}
+
+TEST_F(PasteOverTest, WritesInSeveralStepsWhereNothingCanBePasted) {
+    accessibility.isOneStep = false;
+    keys.support = std::unexpected(QStringLiteral("no keys"));
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_EQ(field.text, "new");
+}
+
+TEST_F(PasteOverTest, WritesInSeveralStepsWhereTheClipboardCouldNotBeGivenBack) {
+    accessibility.isOneStep = false;
+    pasteboard.refusal = QStringLiteral("too much");
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_EQ(field.text, "new");
+    EXPECT_THAT(pasteboard.written, IsEmpty());
+    EXPECT_THAT(keys.posted(), IsEmpty());
+}
+
 TEST_F(PasteOverTest, GivesUpWhereTheOriginalStaysSelected) {
     field.feignsWrites = true;
     EXPECT_EQ(replace(), Outcome::NotReplaced);

@@ -31,6 +31,8 @@ class AtSpiAccessibility final : public Accessibility {
     void setScreens(std::vector<PixelScreen> screens);
 
     /// Whether the bus is there and toolkits are told to use it, as far as is known by now.
+    /// What is selected is deleted first, and that is a step of its own.
+    [[nodiscard]] bool writesInOneStep() const override { return false; }
     [[nodiscard]] bool isTrusted() const override;
     void whenTrustChanges(QObject* context, const std::function<void()>& callback) const override;
 
