@@ -1,7 +1,8 @@
-// What real applications give when they are sent their copy shortcut.
+// What real applications do when they are sent their shortcuts to copy and to paste.
 
 #include "capture/copy/CopyFallback.h"
-#include "doubles/desktop/Applications.h"
+#include "capture/copy/PasteOver.h"
+#include "doubles/desktop/CaptureDesktop.h"
 #include "doubles/desktop/ClipboardDesktop.h"
 #include "doubles/desktop/ForeignToolkits.h"
 #include "platform/linux/desktop/SystemClock.h"
@@ -112,6 +113,74 @@ INSTANTIATE_TEST_SUITE_P(
                     Copied{"firefox", openFirefoxPage, Copied::Selecting::Page},
                     Copied{"chromium", openBlindChromium, Copied::Selecting::Page},
                     Copied{"konsole", openKonsole, Copied::Selecting::Clicks, "ctrl+shift+c"}),
+    testing::PrintToStringParamName());
+
+QByteArray fieldOf(const QByteArray& text) {
+    return "<!DOCTYPE html><meta charset=\"utf-8\"><title>Seite</title><textarea autofocus>" +
+           text + "</textarea>";
+}
+
+Application openFirefoxField(DesktopSession& session, const QByteArray& text) {
+    return openFirefox(session, fieldOf(text));
+}
+
+Application openChromiumField(DesktopSession& session, const QByteArray& text) {
+    return openChromium(session, fieldOf(text), false);
+}
+
+class Pasting : public CopyingDesktop, public testing::WithParamInterface<Copied> {
+  protected:
+    void selectMiddle() const {
+        session.key({"ctrl+Home"});
+        session.key(QStringList(6, "Right"));
+        session.key(QStringList(4, "shift+Right"));
+    }
+    // On a busy machine an answer may come too late.
+    void expectWholeText(const QString& expected) {
+        QString last;
+        try {
+            DesktopSession::waitUntil("the whole text", [&] {
+                session.key({"ctrl+a"});
+                last = copy(application.process);
+                return last == expected;
+            });
+        } catch (const std::runtime_error&) {
+            ADD_FAILURE() << "expected \"" << expected.toStdString() << "\", read \""
+                          << last.toStdString() << '"';
+        }
+    }
+
+    std::unique_ptr<AtSpiAccessibility> accessibility = connected();
+    PasteOver paster{{clock, *accessibility, pasteboard, keys, workspace, fallback}};
+    Application application;
+};
+
+TEST_P(Pasting, ReplacesTheSelectionAloneAndOneUndoTakesThatBack) {
+    application = GetParam().open(session, "alpha beta gamma");
+    DesktopSession::waitUntil("the text to be selected", [&] {
+        session.key({"ctrl+a", "ctrl+c"});
+        return session.selection("clipboard").trimmed() == "alpha beta gamma";
+    });
+    fillClipboard();
+    selectMiddle();
+    const PasteOver::Target target{.source = application.process,
+                                   .window = application.window,
+                                   .original = "beta",
+                                   .range = TextRange{.location = 6, .length = 4}};
+
+    EXPECT_EQ(awaited(paster.replaceSelectedText("Grüße", target, {})),
+              PasteOver::Outcome::Replaced);
+    EXPECT_EQ(held(), richContents());
+    expectWholeText("alpha Grüße gamma");
+    session.key({"ctrl+z"});
+    expectWholeText("alpha beta gamma");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Pasting, Pasting,
+    testing::Values(Copied{"mousepad", openMousepad}, Copied{"texteditor", openTextEditor},
+                    Copied{"qt6", openTextWindow}, Copied{"writer", openWriter},
+                    Copied{"firefox", openFirefoxField}, Copied{"chromium", openChromiumField}),
     testing::PrintToStringParamName());
 
 TEST_F(CopyingDesktop, EndsNothingInATerminal) {
