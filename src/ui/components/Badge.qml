@@ -11,9 +11,9 @@ Squircle {
     required property string text
     property int look: Badge.Neutral
     property string iconName: ["", "check", "history", "close"][look]
-    property real widest: 200 // longer words end in an ellipsis
+    property real widest: Theme.grown(200) // longer words end in an ellipsis
     readonly property int sidePadding: 9
-    readonly property int iconSize: 12
+    readonly property int iconSize: Theme.grown(12)
     readonly property color ink: [Theme.ink2, Theme.ok, Theme.warn, Theme.bad][look]
 
     implicitHeight: Theme.grown(22)
@@ -26,6 +26,14 @@ Squircle {
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 
+    Tip {
+        owner: badge
+        words: label.truncated ? badge.text : ""
+        wanted: hover.hovered
+    }
+    HoverHandler {
+        id: hover
+    }
     Row {
         id: row
         anchors.centerIn: parent
@@ -39,6 +47,7 @@ Squircle {
             color: badge.ink
         }
         Txt {
+            id: label
             anchors.verticalCenter: parent.verticalCenter
             width: Math.min(Math.ceil(implicitWidth), badge.widest - 2 * badge.sidePadding - (badge.iconName !== "" ? badge.iconSize + Theme.space1 : 0))
             text: badge.text

@@ -10,8 +10,8 @@ Item {
     property string sub: ""
     property string iconName: ""
     property string action: "" // "" for nothing to do
-    readonly property int tileSize: 56
-    readonly property int iconSize: 28
+    readonly property int tileSize: Theme.grown(56)
+    readonly property int iconSize: Theme.grown(28)
     readonly property int widest: 360
     readonly property real room: Math.min(width, widest)
 

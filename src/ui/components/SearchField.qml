@@ -5,8 +5,8 @@ import Vorq
 TextField {
     id: field
 
-    readonly property int iconSize: 16
-    readonly property int clearSize: 28
+    readonly property int iconSize: Theme.grown(16)
+    readonly property int clearSize: Theme.grown(28)
     readonly property bool hasText: text !== ""
 
     implicitWidth: 240
@@ -36,7 +36,7 @@ TextField {
         visible: field.hasText && field.enabled
         size: field.clearSize
         slack: 2
-        iconSize: 11
+        iconSize: Theme.grown(11)
         iconName: "close"
         text: qsTr("Clear the search")
         onClicked: {

@@ -9,13 +9,14 @@ Control {
     property string iconName: ""
     property bool isChosen: false
     readonly property int sidePadding: 13
-    readonly property int iconSize: 15
+    readonly property int iconSize: Theme.grown(15)
     readonly property int iconGap: 7
     readonly property int corner: 8
     readonly property real iconRoom: iconName !== "" ? iconSize + iconGap : 0
     readonly property color ink: !enabled ? Theme.inkOff : isChosen ? Theme.chosenInk : hovered ? Theme.ink : Theme.ink2
 
     role: Accessible.RadioButton
+    tip: label.truncated ? text : ""
     ringRadius: corner
     ringGap: 1
     z: visualFocus ? 1 : 0 // its ring lies over the others
@@ -51,6 +52,7 @@ Control {
                 color: segment.ink
             }
             Txt {
+                id: label
                 anchors.verticalCenter: parent.verticalCenter
                 width: Math.min(Math.ceil(implicitWidth), segment.width - 2 * Theme.space2 - segment.iconRoom)
                 text: segment.text

@@ -3,8 +3,8 @@ import QtQuick
 import Vorq
 import Vorq.Native
 
-// A few choices beside each other, of which one holds. Tab leads to the one that is chosen; the arrows,
-// Home and End choose another.
+// A few choices beside each other, of which one holds, or below each other where they do not fit. Tab leads
+// to the one that is chosen; the arrows, Home and End choose another.
 Squircle {
     id: choice
 
@@ -19,23 +19,12 @@ Squircle {
     readonly property list<real> widths: Array.from({ length: segments.count }, (none, i) => segments.itemAt(i)?.implicitWidth ?? 0)
     readonly property real natural: isEven ? Math.max(0, ...widths) * labels.length : widths.reduce((sum, each) => sum + each, 0)
     readonly property real room: width - 2 * inset
-    readonly property real longest: longestWithin(widths, room)
+    readonly property bool isStacked: natural > Math.ceil(room)
+    readonly property real line: Theme.grown(size) - 2 * inset
 
     // The user's choice. Whoever keeps it sets `index`.
     signal chosen(int index)
 
-    // What the longest may take so that all fit: short ones give up nothing for them.
-    function longestWithin(wanted: var, room: real): real {
-        const rising = Array.from(wanted).sort((one, other) => one - other)
-        let left = room
-        for (let i = 0; i < rising.length; ++i) {
-            const share = left / (rising.length - i)
-            if (rising[i] > share)
-                return share
-            left -= rising[i]
-        }
-        return room
-    }
     function choose(wanted: int) {
         const next = Math.max(0, Math.min(labels.length - 1, wanted))
         if (next !== index)
@@ -49,7 +38,7 @@ Squircle {
     }
 
     implicitWidth: natural + 2 * inset
-    implicitHeight: Theme.grown(size)
+    implicitHeight: line * (isStacked ? labels.length : 1) + 2 * inset
     radius: Theme.radiusControl
     fillTop: Theme.track
     rimTop: Theme.high ? Theme.strongInk : "transparent"
@@ -59,9 +48,10 @@ Squircle {
     Accessible.role: Accessible.Grouping
     Accessible.name: name
 
-    Row {
+    Grid {
         anchors.fill: parent
         anchors.margins: choice.inset
+        columns: choice.isStacked ? 1 : choice.labels.length
 
         Repeater {
             id: segments
@@ -74,8 +64,8 @@ Squircle {
                 required property string modelData
                 readonly property int forward: mirrored ? -1 : 1
 
-                width: choice.isEven ? choice.room / choice.labels.length : Math.min(implicitWidth, choice.longest)
-                height: parent.height
+                width: choice.isStacked ? choice.room : choice.isEven ? choice.room / choice.labels.length : implicitWidth
+                height: choice.line
                 text: modelData
                 iconName: choice.icons[index] ?? ""
                 isChosen: index === choice.index

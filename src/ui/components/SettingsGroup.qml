@@ -25,7 +25,7 @@ Column {
         size: Theme.metaSize
         font.weight: Font.DemiBold
         color: Theme.ink2
-        elide: Text.ElideRight
+        wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignLeft
         Accessible.role: Accessible.Heading
         Accessible.name: text

@@ -15,9 +15,10 @@ Control {
     readonly property int sideRoom: 14
     readonly property int endRoom: 10
     readonly property int inset: 4
-    readonly property int tileSize: 32
+    readonly property int tileSize: Theme.grown(32)
+    readonly property int iconSize: Theme.grown(18)
     readonly property int leastWords: Theme.grown(120)
-    readonly property int chevronSize: 14
+    readonly property int chevronSize: Theme.grown(14)
     readonly property real textStart: iconName !== "" ? sideRoom + tileSize + sideRoom : sideRoom + 2
     readonly property real textEnd: sideRoom + (leadsOn ? chevronSize + Theme.space2 : 0)
     readonly property real room: width - textStart - textEnd // the most that controls may take
@@ -55,7 +56,7 @@ Control {
         Squircle {
             anchors.left: parent.left
             anchors.leftMargin: row.sideRoom
-            anchors.verticalCenter: parent.verticalCenter
+            y: row.isStacked ? content.y : (parent.height - height) / 2 // beside the title
             visible: row.iconName !== ""
             width: row.tileSize
             height: row.tileSize
@@ -65,6 +66,7 @@ Control {
             Ico {
                 anchors.centerIn: parent
                 name: row.iconName
+                size: row.iconSize
                 color: row.enabled ? row.tint : Theme.inkOff
             }
         }

@@ -11,7 +11,7 @@ Control {
     property int look: TextButton.Secondary
     property real size: 32
     property string iconName: ""
-    readonly property int iconSize: 15
+    readonly property int iconSize: Theme.grown(15)
     readonly property int iconGap: 7
     readonly property real iconRoom: iconName !== "" ? iconSize + iconGap : 0
     readonly property int sidePadding: 14
@@ -26,7 +26,7 @@ Control {
 
     implicitWidth: Math.ceil(label.implicitWidth + iconRoom) + 2 * sidePadding
     implicitHeight: Theme.grown(size)
-    tip: help
+    tip: !label.truncated ? help : help === "" ? text : text + "\n" + help
 
     background: Squircle {
         radius: Theme.radiusControl

@@ -113,4 +113,13 @@ bool PartTest::hasRing(QQuickItem& item) {
     return firstItem(item, isShownRing) != nullptr;
 }
 
+QString PartTest::tip() {
+    const QQuickItem* plate = within(*window.contentItem(), QStringLiteral("TipPlate"));
+    return plate != nullptr ? plate->property("words").toString() : QString();
+}
+
+bool PartTest::tipComes() {
+    return QTest::qWaitFor([this] { return !tip().isEmpty(); }, 3000);
+}
+
 } // namespace vorq

@@ -42,6 +42,10 @@ class PartTest : public testing::Test {
     [[nodiscard]] static QAccessibleInterface& heard(QQuickItem& item);
     static void pressAsScreenReader(QQuickItem& item);
     [[nodiscard]] bool hasRing(QQuickItem& item);
+    /// What the tip says; "" without one.
+    [[nodiscard]] QString tip();
+    /// Waits for one.
+    [[nodiscard]] bool tipComes();
 
     PanelStage stage;
     QQuickWindow window;

@@ -87,5 +87,31 @@ TEST_F(SegmentedTest, LongLabelsStayWithinIt) {
     EXPECT_LE(saying("Done")->mapToScene({saying("Done")->width(), 0}).x(), 120);
 }
 
+TEST_F(SegmentedTest, WhereTheyDoNotFitTheyStandBelowEachOther) {
+    showChoice("width: 200");
+    const double beside = part("choice").height();
+    EXPECT_EQ(middle(*saying("Open")).y(), middle(*saying("Done")).y());
+    stage.look->setTextScale(2);
+    stage.settle(50);
+    EXPECT_GT(middle(*saying("Done")).y(), middle(*saying("Open")).y());
+    EXPECT_GT(part("choice").height(), 5 * beside);
+    click(*saying("Done"));
+    EXPECT_EQ(index(), 2);
+    key(Qt::Key_Tab);
+    key(Qt::Key_Tab);
+    key(Qt::Key_Up);
+    EXPECT_EQ(focused(), "All");
+}
+
+TEST_F(SegmentedTest, LabelsThatDoNotFitAreToldByTips) {
+    show("Segmented { y: 80; width: 120; name: 'Shown'; labels: ['Everything there is', 'Open'] }");
+    hover(*saying("Everything there is"));
+    ASSERT_TRUE(tipComes());
+    EXPECT_EQ(tip(), "Everything there is");
+    hover(*saying("Open"));
+    stage.settle(1000);
+    EXPECT_EQ(tip(), "") << "this one is seen whole";
+}
+
 } // namespace
 } // namespace vorq

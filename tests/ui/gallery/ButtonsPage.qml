@@ -5,14 +5,14 @@ Column {
     spacing: 14
 
     Row {
-        leftPadding: 130
+        leftPadding: Theme.grown(130)
 
         Repeater {
             model: ["rest", "hover", "pressed", "focus", "disabled"]
 
             Txt {
                 required property string modelData
-                width: 140
+                width: Theme.grown(140)
                 text: modelData
                 size: Theme.captionSize
                 font.weight: Font.DemiBold
@@ -54,13 +54,13 @@ Column {
     }
     StateRow {
         name: "Long text"
-        cellWidth: 200
+        cellWidth: Theme.grown(200)
         kinds: ["rest", "focus"]
         control: TextButton { width: 170; text: "What stands here is too long for it" }
     }
     StateRow {
         name: "Long pill"
-        cellWidth: 260
+        cellWidth: Theme.grown(260)
         kinds: ["rest", "focus"]
         control: Pill { widest: 200; text: "What stands here is too long for a line, so it gets more" }
     }

@@ -10,8 +10,8 @@ Row {
     required property string name
     required property Component control
     property list<string> kinds: ["rest", "hover", "pressed", "focus", "disabled"]
-    property int cellWidth: 140
-    property int labelWidth: 130
+    property int cellWidth: Theme.grown(140)
+    property int labelWidth: Theme.grown(130)
 
     Txt {
         width: row.labelWidth
