@@ -14,13 +14,17 @@ Column {
     property alias placeholder: field.placeholderText
     readonly property alias input: field
     readonly property string note: error !== "" ? error : hint
-    readonly property int revealSize: 28
+    readonly property int revealSize: Theme.grown(28)
 
     // Return in the field.
     signal accepted
 
     spacing: 6
+    onErrorChanged: spoken.say(error)
 
+    Announcement {
+        id: spoken
+    }
     Txt {
         width: parent.width
         text: form.label
@@ -51,7 +55,7 @@ Column {
             visible: form.isPassword
             size: form.revealSize
             slack: 1
-            iconSize: 17
+            iconSize: Theme.grown(17)
             iconName: form.isRevealed ? "eyeOff" : "eye"
             text: form.isRevealed ? qsTr("Hide the password") : qsTr("Show the password")
             onClicked: form.isRevealed = !form.isRevealed
@@ -68,7 +72,7 @@ Column {
             y: Math.round((firstLine.height - height) / 2)
             visible: form.error !== ""
             name: "info"
-            size: 14
+            size: Theme.grown(14)
             color: Theme.bad
         }
         Txt {
@@ -80,7 +84,7 @@ Column {
             color: form.error !== "" ? Theme.bad : Theme.ink2
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignLeft
-            Accessible.role: form.error !== "" ? Accessible.AlertMessage : Accessible.StaticText
+            Accessible.role: Accessible.StaticText
             Accessible.name: text
         }
         FontMetrics {

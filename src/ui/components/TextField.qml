@@ -16,7 +16,7 @@ T.TextField {
     readonly property real hoverRimOpacity: 0.34
     readonly property int caretRoom: 2 // before what stands in for the text
 
-    implicitWidth: 118
+    implicitWidth: Theme.grown(118)
     implicitHeight: Theme.grown(34)
     leftPadding: sidePadding + (isMirrored ? endRoom : startRoom)
     rightPadding: sidePadding + (isMirrored ? startRoom : endRoom)
@@ -29,6 +29,7 @@ T.TextField {
     selectedTextColor: Theme.ink
     selectByMouse: true
     Accessible.role: Accessible.EditableText
+    Accessible.readOnly: readOnly || !enabled
 
     background: Squircle {
         radius: Theme.radiusControl

@@ -10,7 +10,9 @@ Item {
     property string action: qsTr("Undo") // "" for nothing to undo
     property bool isShown: false
     property int shownTime: 8000 // milliseconds
-    readonly property int widest: 460
+    readonly property Item holder: Window.activeFocusItem // of the keyboard
+    readonly property KeyboardReturn keyboard: KeyboardReturn { hadRing: true } // it comes here by Tab
+    readonly property int widest: Theme.grown(460)
     readonly property int sideRoom: 16
     readonly property int endRoom: 12
     readonly property int actionRoom: 8 // after the action, which has room of its own
@@ -24,9 +26,13 @@ Item {
         words = said
         isShown = true
         due.restart()
+        spoken.say(said)
     }
     function hide() {
+        if (undo.activeFocus)
+            keyboard.bringBack()
         isShown = false
+        spoken.say("")
     }
 
     width: Math.min(widest, parent?.width ?? widest, Math.ceil(row.implicitWidth) + padding)
@@ -34,7 +40,7 @@ Item {
     visible: opacity > 0
     enabled: isShown
     opacity: isShown ? 1 : 0
-    Accessible.role: Accessible.AlertMessage
+    Accessible.role: Accessible.Grouping
     Accessible.name: words
     Keys.onEscapePressed: hide()
 
@@ -54,8 +60,12 @@ Item {
         interval: toast.shownTime
         onTriggered: if (!toast.isHeld) toast.hide()
     }
+    onHolderChanged: if (holder && holder !== undo) keyboard.former = holder
     onIsHeldChanged: if (!isHeld && isShown) due.restart()
 
+    Announcement {
+        id: spoken
+    }
     HoverHandler {
         id: hover
     }

@@ -48,7 +48,23 @@ QAccessibleInterface* interfaceOfItem(const QString&, QObject* object) {
 
 } // namespace
 
-ItemAccessible::ItemAccessible(QQuickItem& item) : QAccessibleObject(&item) {}
+ItemAccessible::ItemAccessible(QQuickItem& item) : QAccessibleObject(&item) {
+    m_switching =
+        QObject::connect(&item, &QQuickItem::enabledChanged, &item, [this] { tellOfSwitch(); });
+}
+
+ItemAccessible::~ItemAccessible() {
+    QObject::disconnect(m_switching);
+}
+
+// Qt makes one anew, beside the former, where the type of the item has changed while it was made.
+void ItemAccessible::tellOfSwitch() {
+    if (QAccessible::queryAccessibleInterface(object()) != this) return;
+    QAccessible::State changed;
+    changed.disabled = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
+}
 
 void ItemAccessible::install() {
     QAccessible::installFactory(interfaceOfItem);
@@ -141,6 +157,7 @@ QAccessible::State ItemAccessible::state() const {
     QAccessible::State state;
     state.invisible =
         !subject().isVisible() || !subject().window() || !subject().window()->isVisible();
+    state.disabled = !subject().isEnabled();
     return state;
 }
 

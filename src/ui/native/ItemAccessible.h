@@ -11,10 +11,13 @@ namespace vorq {
 /// An item of a page as a screen reader meets it; by itself one that is a scope of the focus, such
 /// as a list. Qt says of each scope around the control with the keyboard that it has it, too; this
 /// never does. Its elements are in the order in which they stand under each other. Role and name
-/// are those of the page. Main thread only.
+/// are those of the page. Readers are told when it goes off or on. Main thread only.
 class ItemAccessible : public QAccessibleObject {
   public:
     explicit ItemAccessible(QQuickItem& item);
+    ~ItemAccessible() override;
+    ItemAccessible(const ItemAccessible&) = delete;
+    ItemAccessible& operator=(const ItemAccessible&) = delete;
 
     /// From now on each scope that a page makes an element has one of these, and each control a
     /// `ControlAccessible`.
@@ -40,6 +43,9 @@ class ItemAccessible : public QAccessibleObject {
 
   private:
     [[nodiscard]] std::vector<QQuickItem*> elements() const;
+    void tellOfSwitch();
+
+    QMetaObject::Connection m_switching;
 };
 
 } // namespace vorq

@@ -24,6 +24,11 @@ EventEars::EventEars(AccessibleTree& tree) : m_tree(tree) {
 
 void EventEars::stateChanged(const QDBusMessage& message) {
     const QVariantList arguments = message.arguments();
+    if (arguments.value(0) == "enabled") {
+        const QString name = m_tree.readOne(message.path()).name;
+        m_switched.push_back(
+            (name + (arguments.value(1).toInt() == 1 ? " on" : " off")).toStdString());
+    }
     if (arguments.value(1).toInt() != 1) return;
     if (arguments.value(0) == "focused") {
         const AccessibleNode node = m_tree.readOne(message.path());

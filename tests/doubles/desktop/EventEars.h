@@ -10,8 +10,8 @@
 
 namespace vorq::desktop {
 
-/// Listens to a program as a screen reader does: to what it announces, who gets the keyboard and
-/// where the caret goes. It lives on the event loop of the test.
+/// Listens to a program as a screen reader does: to what it announces, who gets the keyboard, where
+/// the caret goes and what goes off or on. It lives on the event loop of the test.
 class EventEars final : public QObject {
     Q_OBJECT
 
@@ -21,6 +21,9 @@ class EventEars final : public QObject {
 
     /// All notifications so far, as they read when they came up.
     [[nodiscard]] const std::vector<std::string>& announced() const { return m_announced; }
+
+    /// What went off or on so far, as "Send off".
+    [[nodiscard]] const std::vector<std::string>& switched() const { return m_switched; }
 
     /// What came of the last key, each with the line that it is about: "focus paragraph: A line",
     /// "caret: A line". Waits for something, and until no more comes. Throws if nothing does.
@@ -37,6 +40,7 @@ class EventEars final : public QObject {
 
     AccessibleTree& m_tree;
     std::vector<std::string> m_announced;
+    std::vector<std::string> m_switched;
     std::vector<std::string> m_heard;
 };
 

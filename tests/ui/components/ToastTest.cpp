@@ -10,10 +10,13 @@ namespace {
 class ToastTest : public PartTest {
   protected:
     ToastTest() {
-        show("TextButton { text: 'Before' }\n"
+        show("TextField { objectName: 'before' }\n"
              "Toast { objectName: 'toast'; y: 300; shownTime: 400; onUndone: ++root.presses }");
-        QMetaObject::invokeMethod(&part("toast"), "show", Q_ARG(QString, "Moved to Study"));
+        say("Moved to Study");
         stage.settle(300);
+    }
+    void say(const QString& words) {
+        QMetaObject::invokeMethod(&part("toast"), "show", Q_ARG(QString, words));
     }
     [[nodiscard]] bool isShown() { return part("toast").isVisible(); }
 };
@@ -59,8 +62,36 @@ TEST_F(ToastTest, EscapeTakesItAway) {
     EXPECT_EQ(presses(), 0);
 }
 
-TEST_F(ToastTest, IsHeardWhenItComes) {
-    EXPECT_EQ(heard(part("toast")).role(), QAccessible::AlertMessage);
+TEST_F(ToastTest, AfterUndoByTheKeyboardTypingGoesOn) {
+    key(Qt::Key_Tab);
+    type("ab");
+    key(Qt::Key_Tab);
+    key(Qt::Key_Return);
+    EXPECT_EQ(presses(), 1);
+    type("c");
+    EXPECT_EQ(part("before").property("text"), "abc");
+}
+
+TEST_F(ToastTest, AfterEscapeTypingGoesOn) {
+    key(Qt::Key_Tab);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(window.activeFocusItem()->property("text"), "Undo");
+    key(Qt::Key_Escape);
+    type("c");
+    EXPECT_EQ(part("before").property("text"), "c");
+}
+
+TEST_F(ToastTest, WhenItGoesByItselfTheKeyboardStaysWhereItIs) {
+    key(Qt::Key_Tab);
+    key(Qt::Key_Tab);
+    key(Qt::Key_Backtab, Qt::ShiftModifier);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !isShown(); }, 3000));
+    type("c");
+    EXPECT_EQ(part("before").property("text"), "c");
+}
+
+TEST_F(ToastTest, HasTheNameOfWhatItSays) {
+    EXPECT_EQ(heard(part("toast")).role(), QAccessible::Grouping);
     EXPECT_EQ(heard(part("toast")).text(QAccessible::Name), "Moved to Study");
 }
 
@@ -92,6 +123,13 @@ TEST_F(BadgeTest, IsHeardAndKeepsWithinItsWidth) {
     EXPECT_EQ(heard(part("badge")).role(), QAccessible::StaticText);
     EXPECT_EQ(heard(part("badge")).text(QAccessible::Name), "A state of very many words in a row");
     EXPECT_EQ(part("badge").width(), 90);
+}
+
+TEST_F(BadgeTest, WordsThatDoNotFitAreToldByATip) {
+    show("Badge { objectName: 'badge'; y: 80; text: 'A state of very many words'; widest: 90 }");
+    hover(part("badge"));
+    ASSERT_TRUE(tipComes());
+    EXPECT_EQ(tip(), "A state of very many words");
 }
 
 } // namespace
