@@ -3,24 +3,22 @@ import Vorq
 import Vorq.Native
 
 // A colour of the panel, as hex digits or by a colour well.
-Item {
+SettingsRow {
     id: row
 
-    required property string title
-    property string sub: ""
     property string value: ""
     property color fallback: Theme.userBlock
     readonly property string draft: field.text
+    readonly property alias input: field
     readonly property bool bad: checker.bad
     readonly property color shownColor: value === "" || !HexColors.color(value).valid ? fallback : HexColors.color(value)
-    readonly property int sideRoom: 16
-    readonly property int controlsWidth: 286
     readonly property int wellSize: 34
+    readonly property int leastField: Theme.grown(84)
+    readonly property string problem: bad ? qsTr("Enter a valid hex like #F97316")
+                                    : value !== "" && HexColors.isLowContrast(value) ? qsTr("Low contrast with text") : ""
 
     // The new stored value; "" clears it.
     signal committed(string hex)
-
-    implicitHeight: Math.max(words.height, wellSize) + 28 + (bad ? problem.height + Theme.space2 : 0)
 
     function commit() {
         const result = HexColors.commit(field.text)
@@ -37,12 +35,13 @@ Item {
         checker.bad = false
         field.text = value
     }
+    onProblemChanged: spoken.say(problem)
 
     // What is being chosen is seen at once; without a choice the former colour comes back.
     ColorDialog {
         id: picker
         property string former
-        title: row.title
+        title: row.text
         onPreviewed: color => row.store(HexColors.hexOf(color))
         onAccepted: color => row.store(HexColors.hexOf(color))
         onRejected: row.store(former)
@@ -52,98 +51,89 @@ Item {
         property bool bad: false
     }
     Column {
-        id: words
-        x: row.sideRoom
-        y: 14
-        width: parent.width - row.sideRoom - row.controlsWidth
-        spacing: 2
-
-        Txt {
-            text: row.title
-            size: 14
-            font.weight: Font.Medium
-        }
-        Txt {
-            width: parent.width
-            visible: text !== ""
-            text: row.sub
-            size: Theme.metaSize
-            leading: Theme.captionLeading
-            color: Theme.ink2
-            wrapMode: Text.Wrap
-        }
-    }
-    Row {
-        id: controls
-        anchors.right: parent.right
-        anchors.rightMargin: row.sideRoom
-        y: 14
+        width: choices.width
         spacing: Theme.space2
 
-        Control {
-            id: well
-            width: row.wellSize
-            height: row.wellSize
-            focusPolicy: Qt.StrongFocus
-            text: qsTr("Choose %1").arg(row.title)
-            onClicked: {
-                picker.former = row.value
-                picker.open(row.shownColor)
-            }
-            ringRadius: Theme.radiusTile
-            background: Squircle {
-                radius: Theme.radiusTile
-                fillTop: row.shownColor
-                rimTop: Theme.ring
-                rimBottom: Theme.ring
-            }
+        Announcement {
+            id: spoken
         }
-        TextField {
-            id: field
-            mono: true
-            bad: row.bad
-            text: row.value
-            placeholderText: "#RRGGBB"
-            Accessible.name: qsTr("%1 hex").arg(row.title)
-            onAccepted: row.commit()
-            onActiveFocusChanged: if (!activeFocus) row.commit()
-        }
-        TextButton {
-            id: clear
-            visible: row.value !== ""
-            size: row.wellSize
-            text: qsTr("Clear")
-            onClicked: {
-                field.text = ""
-                row.commit()
-            }
-        }
-    }
-    Row {
-        id: problem
-        anchors.right: parent.right
-        anchors.rightMargin: row.sideRoom
-        anchors.top: controls.bottom
-        anchors.topMargin: Theme.space2
-        visible: problemText.text !== ""
-        spacing: 5
+        Flow {
+            id: choices
+            readonly property real clearRoom: clear.visible ? spacing + clear.width : 0
 
-        Ico {
-            anchors.verticalCenter: parent.verticalCenter
-            name: row.bad ? "info" : "warnFill"
-            size: 14
-            color: problemText.color
+            width: Math.min(row.room, well.width + spacing + field.width + clearRoom)
+            spacing: Theme.space2
+
+            Control {
+                id: well
+                width: height
+                height: Theme.grown(row.wellSize)
+                focusPolicy: Qt.StrongFocus
+                text: qsTr("Choose %1").arg(row.text)
+                onClicked: {
+                    picker.former = row.value
+                    picker.open(row.shownColor)
+                }
+                ringRadius: Theme.radiusTile
+                background: Squircle {
+                    radius: Theme.radiusTile
+                    fillTop: row.shownColor
+                    rimTop: Theme.ring
+                    rimBottom: Theme.ring
+                }
+            }
+            TextField {
+                id: field
+                width: Math.max(row.leastField, Math.min(implicitWidth, row.room - well.width - choices.spacing - choices.clearRoom))
+                mono: true
+                bad: row.bad
+                text: row.value
+                placeholderText: "#RRGGBB"
+                Accessible.name: qsTr("%1 hex").arg(row.text)
+                onAccepted: row.commit()
+                onActiveFocusChanged: if (!activeFocus) row.commit()
+            }
+            TextButton {
+                id: clear
+                visible: row.value !== ""
+                size: row.wellSize
+                text: qsTr("Clear")
+                onClicked: {
+                    field.text = ""
+                    row.commit()
+                }
+            }
         }
-        Txt {
-            id: problemText
-            anchors.verticalCenter: parent.verticalCenter
-            text: row.bad ? qsTr("Enter a valid hex like #F97316")
-                : row.value !== "" && HexColors.isLowContrast(row.value) ? qsTr("Low contrast with text") : ""
-            size: Theme.metaSize
-            font.weight: Font.Medium
-            color: row.bad ? Theme.bad : Theme.warn
-            Accessible.role: Accessible.AlertMessage
-            Accessible.name: problemText.text
+        Row {
+            id: remark
+            width: parent.width
+            visible: row.problem !== ""
+            spacing: 5
+
+            Ico {
+                id: sign
+                y: Math.round((firstLine.height - height) / 2)
+                name: row.bad ? "info" : "warnFill"
+                size: Theme.grown(14)
+                color: words.color
+            }
+            Txt {
+                id: words
+                width: parent.width - sign.width - remark.spacing
+                text: row.problem
+                size: Theme.metaSize
+                leading: Theme.captionLeading
+                font.weight: Font.Medium
+                color: row.bad ? Theme.bad : Theme.warn
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignLeft
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            FontMetrics {
+                id: firstLine
+                font: words.font
+            }
         }
     }
 }

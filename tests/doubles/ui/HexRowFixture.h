@@ -16,7 +16,9 @@ class HexRowTest : public testing::Test {
         QQmlComponent component(stage.engine.get());
         component.setData(
             "import QtQuick\nimport Vorq\nItem { width: 600; height: 200; property alias row: r\n"
-            "PanelHexColorRow { id: r; width: 600; title: 'Chat'; value: '#112233'\n"
+            "property bool mirrored: false; LayoutMirroring.enabled: mirrored\n"
+            "LayoutMirroring.childrenInherit: true\n"
+            "PanelHexColorRow { id: r; width: 600; text: 'Chat'; value: '#112233'\n"
             "onCommitted: hex => value = hex } }",
             QUrl(QStringLiteral("qrc:/test/HexRow.qml")));
         m_holder.reset(qobject_cast<QQuickItem*>(component.create()));

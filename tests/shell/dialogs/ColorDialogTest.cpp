@@ -16,7 +16,7 @@ class ColorDialogTest : public testing::Test {
         QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         QQmlComponent component(stage.engine.get());
         component.setData("import QtQuick\nimport Vorq\n"
-                          "PanelHexColorRow { width: 600; title: 'Chat'\n"
+                          "PanelHexColorRow { width: 600; text: 'Chat'\n"
                           "onCommitted: hex => value = hex }",
                           QUrl(QStringLiteral("qrc:/test/HexRow.qml")));
         m_row.reset(qobject_cast<QQuickItem*>(component.create()));

@@ -81,6 +81,60 @@ TEST_F(HexRowTest, LosingFocusCommits) {
     EXPECT_EQ(value(), "#ABCDEF");
 }
 
+// What is seen of the row's words and controls, in the row.
+class HexRowLooksTest : public HexRowTest {
+  protected:
+    QQuickItem& text(const QString& words) {
+        for (QQuickItem* item : row->findChildren<QQuickItem*>())
+            if (item->isVisible() && item->inherits("QQuickText") &&
+                item->property("text") == words)
+                return *item;
+        qFatal("no text says %s", qPrintable(words));
+    }
+    [[nodiscard]] QRectF place(const QQuickItem& item) const {
+        return item.mapRectToItem(row, QRectF(QPointF(), item.size()));
+    }
+    void expectInOrder() {
+        stage.settle(50);
+        const QList<QRectF> places{place(text("Chat")), place(*field), place(text("Clear"))};
+        for (const QRectF& one : places) {
+            EXPECT_GE(one.left(), 0);
+            EXPECT_LE(one.right(), row->width());
+            for (const QRectF& other : places)
+                EXPECT_TRUE(&one == &other || !one.intersects(other));
+        }
+        EXPECT_GE(field->width() - field->property("leftPadding").toDouble() -
+                      field->property("rightPadding").toDouble(),
+                  field->property("contentWidth").toDouble())
+            << "the colour is seen whole";
+    }
+};
+
+TEST_F(HexRowLooksTest, FromRightToLeftTheWordsStandAtTheRight) {
+    m_holder->setProperty("mirrored", true);
+    expectInOrder();
+    EXPECT_GT(place(text("Chat")).center().x(), place(*field).center().x());
+}
+
+TEST_F(HexRowLooksTest, LargeTextHasItsRoom) {
+    stage.look->setTextScale(2);
+    expectInOrder();
+    for (const double width : {360, 480, 600}) {
+        row->setWidth(width);
+        enter("#F97316");
+        expectInOrder();
+    }
+}
+
+TEST_F(HexRowLooksTest, WhatIsWrongIsSaidWithinTheRow) {
+    enter("#12");
+    row->setWidth(300);
+    stage.settle(50);
+    const QRectF problem = place(text("Enter a valid hex like #F97316"));
+    EXPECT_TRUE(QRectF(QPointF(), row->size()).contains(problem));
+    EXPECT_GT(problem.top(), place(*field).bottom());
+}
+
 TEST(HexColors, LowContrastIsTold) {
     EXPECT_TRUE(HexColors::isLowContrast("#F97316"));
     EXPECT_FALSE(HexColors::isLowContrast("#111111"));
