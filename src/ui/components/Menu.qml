@@ -14,12 +14,24 @@ T.Menu {
     readonly property int edgeRoom: 8 // to the edges of the window
     readonly property KeyboardReturn keyboard: KeyboardReturn {}
     property real widest: 0 // of its entries
+    property MenuEntry choice: null // until the menu is closed
 
     function measure() {
         let wide = 0
         for (let i = 0; i < count; ++i)
             wide = Math.max(wide, itemAt(i)?.implicitWidth ?? 0)
         widest = wide
+    }
+    // What the entry does comes last: it may give the keyboard to something that the menu knows nothing of.
+    function choose(entry: MenuEntry) {
+        choice = entry
+        dismiss()
+    }
+    function finish() {
+        const chosen = choice
+        choice = null
+        keyboard.bringBack()
+        chosen?.chosen()
     }
     function isChoice(item): bool {
         return item instanceof MenuEntry && item.enabled
@@ -66,7 +78,7 @@ T.Menu {
         measure()
         keyboard.remember(parent)
     }
-    onClosed: keyboard.bringBack()
+    onClosed: finish()
     onCountChanged: measure()
 
     enter: Transition {

@@ -7,38 +7,42 @@ import Vorq.Native
 T.MenuItem {
     id: entry
 
+    property int role: Accessible.MenuItem
     property string sub: ""
     property string status: "" // in words, at the end
     property bool isDanger: false
+    property bool isMarked: false // by a check; whoever keeps what is chosen sets it
     readonly property bool hasMarks: (menu as Menu)?.hasMarks ?? false
     readonly property int sideRoom: 10
-    readonly property int markRoom: 16
+    readonly property int markRoom: Theme.grown(16)
     readonly property int corner: 8
-    readonly property int markSize: 14
+    readonly property int markSize: Theme.grown(14)
     readonly property real textStart: sideRoom + (hasMarks ? markRoom : 0)
     readonly property real statusRoom: status !== "" ? statusText.implicitWidth + Theme.space5 : 0
-    readonly property bool isLit: enabled && (highlighted || hovered || down)
+    readonly property bool isLit: enabled && (highlighted || down) // the mouse highlights what it comes to
+    readonly property string cutSub: subText.truncated ? sub : ""
+    readonly property string cutWords: !name.truncated ? cutSub : cutSub === "" ? text : text + "\n" + cutSub
     readonly property color ink: !enabled ? Theme.inkOff : isLit ? Theme.accentOn : isDanger ? Theme.bad : Theme.ink
     readonly property color softInk: !enabled ? Theme.inkOff : isLit ? Theme.accentOn : Theme.ink2
+
+    // By whatever way, once the menu is closed and the keyboard is back where it was.
+    signal chosen
 
     implicitWidth: Math.ceil(Math.max(name.implicitWidth, subText.implicitWidth) + textStart + sideRoom + statusRoom)
     implicitHeight: sub !== "" ? Theme.grown(44) : Theme.grown(30)
     hoverEnabled: true
-    Accessible.role: Accessible.MenuItem
+    Accessible.role: role
     Accessible.name: status !== "" ? qsTr("%1, %2").arg(text).arg(status) : text
     Accessible.description: sub
-    Accessible.checkable: checkable
-    Accessible.checked: checked
-    Accessible.onPressAction: press()
+    Accessible.checkable: hasMarks
+    Accessible.checked: isMarked
     Keys.onReturnPressed: press()
     Keys.onEnterPressed: press()
+    onTriggered: press()
 
-    // Closes the menu, as the mouse does.
     function press() {
-        if (!enabled)
-            return
-        menu.dismiss()
-        triggered()
+        if (enabled)
+            (menu as Menu)?.choose(entry)
     }
 
     background: Squircle {
@@ -50,12 +54,17 @@ T.MenuItem {
     indicator: Ico {
         x: entry.mirrored ? parent.width - entry.sideRoom - width + 2 : entry.sideRoom - 2
         y: (parent.height - height) / 2
-        visible: entry.checked && entry.hasMarks
+        visible: entry.isMarked && entry.hasMarks
         name: "check"
         size: entry.markSize
         color: entry.ink
     }
     contentItem: Item {
+        Tip {
+            owner: entry
+            words: entry.cutWords
+            wanted: entry.highlighted
+        }
         Column {
             anchors.left: parent.left
             anchors.leftMargin: entry.textStart

@@ -34,11 +34,11 @@ Item {
             id: marked
             name: "Look"
             hasMarks: true
-            MenuEntry { text: "Light"; checkable: true }
-            MenuEntry { text: "Dark"; checkable: true; checked: true }
+            MenuEntry { text: "Light" }
+            MenuEntry { text: "Dark"; isMarked: true }
             MenuRule {}
-            MenuEntry { text: "Tinted"; checkable: true; checked: true }
-            MenuEntry { text: "Clear"; checkable: true }
+            MenuEntry { text: "Tinted"; isMarked: true }
+            MenuEntry { text: "Clear" }
         }
     }
     Item {
@@ -49,9 +49,9 @@ Item {
             id: models
             name: "Model"
             hasMarks: true
-            MenuEntry { text: "Auto"; sub: "Best model for each request"; checkable: true; checked: true }
-            MenuEntry { text: "Quick"; sub: "Everyday questions and chat"; checkable: true }
-            MenuEntry { text: "Thorough"; sub: "Long readings and research"; checkable: true; enabled: false }
+            MenuEntry { text: "Auto"; sub: "Best model for each request"; isMarked: true }
+            MenuEntry { text: "Quick"; sub: "Everyday questions and chat" }
+            MenuEntry { text: "Thorough"; sub: "Long readings and research"; enabled: false }
         }
     }
     Item {
