@@ -15,8 +15,8 @@ T.Popup {
     property bool canAccept: true
     property bool isAccepted: false
     readonly property KeyboardReturn keyboard: KeyboardReturn {}
-    default property alias controls: body.data
-    readonly property int widest: 440
+    default property alias controls: pane.controls
+    readonly property int widest: Theme.grown(440)
     readonly property int padRoom: Theme.space6
     readonly property int edgeRoom: 16 // to the edges of the window
     readonly property real tallest: (parent?.height ?? 0) - 2 * edgeRoom
@@ -33,7 +33,9 @@ T.Popup {
     function pressKey(event) {
         const isReturn = event.key === Qt.Key_Return || event.key === Qt.Key_Enter
         event.accepted = isReturn && !isDanger
-        if (event.accepted && !event.isAutoRepeat)
+        if (!event.accepted)
+            pane.pressKey(event)
+        else if (!event.isAutoRepeat)
             accept()
     }
 
@@ -41,13 +43,14 @@ T.Popup {
     x: Math.round(((parent?.width ?? 0) - width) / 2)
     y: Math.round(((parent?.height ?? 0) - height) / 2)
     width: Math.min(widest, (parent?.width ?? 0) - 2 * edgeRoom)
-    height: Math.min(tallest, heading.height + flick.contentHeight + foot.height + 2 * padRoom + 2 * Theme.space4)
+    height: Math.min(tallest, heading.height + pane.contentHeight + foot.height + 2 * padRoom + 2 * Theme.space4)
     modal: true
     dim: true
     focus: true
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
     onAboutToShow: {
         isAccepted = false
+        pane.scrollTo(0)
         keyboard.remember(parent)
     }
     onClosed: {
@@ -58,7 +61,7 @@ T.Popup {
             rejected()
     }
     onOpened: {
-        const first = isDanger ? cancel : body.children.length > 1 ? body.nextItemInFocusChain() : ok
+        const first = isDanger ? cancel : pane.body.children.length > 1 ? pane.body.nextItemInFocusChain() : ok
         first.forceActiveFocus(Qt.TabFocusReason)
     }
 
@@ -94,42 +97,25 @@ T.Popup {
             Accessible.role: Accessible.Heading
             Accessible.name: text
         }
-        Flickable {
-            id: flick
-            // Wider than what stands in it, whose rings it would cut.
-            readonly property int ringRoom: 6
-
+        ScrollPane {
+            id: pane
             x: sheet.padRoom - ringRoom
             y: heading.y + heading.height + Theme.space4 - ringRoom
             width: parent.width - 2 * x
             height: foot.y - Theme.space4 + ringRoom - y
-            contentHeight: body.height + 2 * ringRoom
-            interactive: contentHeight > height
-            boundsBehavior: Flickable.StopAtBounds
-            clip: interactive
-            T.ScrollBar.vertical: Scroller {
-                scrolls: qsTr("Scroll the sheet")
-                shown: flick.interactive
-            }
+            spacing: Theme.space4
+            scrolls: qsTr("Scroll the sheet")
 
-            Column {
-                id: body
-                x: flick.ringRoom
-                y: flick.ringRoom
-                width: flick.width - 2 * x
-                spacing: Theme.space4
-
-                Txt {
-                    width: parent.width
-                    visible: text !== ""
-                    text: sheet.text
-                    leading: Theme.bubbleLeading
-                    color: Theme.ink2
-                    wrapMode: Text.Wrap
-                    horizontalAlignment: Text.AlignLeft
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
-                }
+            Txt {
+                width: parent.width
+                visible: text !== ""
+                text: sheet.text
+                leading: Theme.bubbleLeading
+                color: Theme.ink2
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignLeft
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
         }
         Flow {

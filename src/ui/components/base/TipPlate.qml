@@ -19,7 +19,7 @@ Item {
 
     x: Math.round(Math.max(room, Math.min(middle, parent.width - room - width)))
     y: Math.round(above >= room ? above : at.y + owner.height + gap)
-    z: 100
+    z: 1000002 // over menus and sheets, whose layer Qt puts at 1000001
     width: text.width + 2 * sidePadding
     height: text.height + 2 * endPadding
     opacity: 0
