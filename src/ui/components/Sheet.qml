@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Vorq
 
 // A question or a form over its page, which waits meanwhile. Return accepts, Escape and a press beside it
-// reject; Tab stays within it, and the keyboard goes back where it was.
+// reject; Tab stays within it, arrows and Page keys scroll it, and the keyboard goes back where it was.
 T.Popup {
     id: sheet
 

@@ -1,5 +1,7 @@
 #include "doubles/ui/PartTest.h"
 
+#include "doubles/ui/PartPage.h"
+
 #include <QKeyEvent>
 #include <QQmlComponent>
 #include <QTest>
@@ -8,8 +10,6 @@
 
 namespace vorq {
 namespace {
-
-constexpr QSize partWindow{600, 400};
 
 // Menus and sheets lie beside the page, so this looks through the whole window.
 QQuickItem* firstItem(QQuickItem& from, const std::function<bool(const QQuickItem&)>& matches) {
@@ -37,9 +37,7 @@ PartTest::~PartTest() {
 
 void PartTest::show(const QString& body) {
     QQmlComponent component(stage.engine.get());
-    const QString page = "import QtQuick\nimport Vorq\nItem { id: root; width: 600; height: 400\n"
-                         "property int presses: 0; property string said: ''\n";
-    component.setData((page + body + "}").toUtf8(), QUrl(QStringLiteral("qrc:/test/Part.qml")));
+    component.setData(partPage(body), QUrl(QStringLiteral("qrc:/test/Part.qml")));
     m_root.reset(qobject_cast<QQuickItem*>(component.create()));
     if (!m_root) qFatal("%s", qPrintable(component.errorString()));
     window.resize(partWindow);

@@ -17,8 +17,7 @@ class PartTest : public testing::Test {
     PartTest();
     ~PartTest() override;
 
-    /// Shows what stands between the braces of an item. `root` is that item; it has an integer
-    /// `presses` and a text `said` to write down what happened.
+    /// Shows the body of a `partPage`.
     void show(const QString& body);
 
     /// The item of this object name, which must be there.
