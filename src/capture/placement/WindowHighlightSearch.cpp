@@ -29,8 +29,8 @@ void askForFocusedFrame(const CaptureSource& from, SelectionReading& reading) {
     reading.focusedFrame = focusedAXFrame(from);
 }
 
-bool isRoom(const std::optional<QRectF>& area) {
-    return area && area->width() >= smallestSearchArea && area->height() >= smallestSearchArea;
+bool isRoom(const QRectF& area) {
+    return area.width() >= smallestSearchArea && area.height() >= smallestSearchArea;
 }
 
 } // namespace
@@ -51,7 +51,7 @@ WindowHighlightSearch::highlightPlacementFromScreenshot(std::optional<ProcessId>
         source, askForFocusedFrame, CaptureBudget::accessibilityLimit, stop);
     if (!self || stop.stop_requested()) co_return std::nullopt;
     const std::optional<QRectF>& area = reading.focusedFrame;
-    if (!isRoom(area)) {
+    if (!area || !isRoom(*area)) {
         m_services.log.placeDbg(QStringLiteral("shot: no search area (searchAX=%1)")
                                     .arg(area ? logged(*area) : QStringLiteral("nil")));
         co_return std::nullopt;
@@ -64,7 +64,7 @@ WindowHighlightSearch::highlightPlacementFromScreenshot(std::optional<ProcessId>
                               .colors = colorsOf(m_services.appearance.look())};
     const auto sighting = std::make_shared<Sighting>();
     ScreenCapture& capture = m_services.capture;
-    CaptureThread::Job job = [&capture, query, sighting](std::stop_token running) {
+    CaptureThread::Job job = [&capture, query, sighting](const std::stop_token& running) {
         *sighting = sightSelection(capture, query, running);
     };
     const bool isInTime = co_await m_thread.run(std::move(job), pictureLimit, stop);

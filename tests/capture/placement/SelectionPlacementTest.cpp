@@ -39,6 +39,11 @@ TEST(CocoaRect, PlacesWhatIsAboveThePrimaryScreen) {
     EXPECT_EQ(cocoaRect(QRectF(10, -50, 30, 20), oneScreen), QRectF(10, 1110, 30, 20));
 }
 
+TEST(PointAX, TurnsTheVerticalAxisOver) {
+    EXPECT_EQ(pointAX({10, 100}, oneScreen), QPointF(10, 980));
+    EXPECT_EQ(pointAX({10, 100}, {}), QPointF(10, 0));
+}
+
 TEST(HighlightPlacementFrame, LiesOnTheLowerEdgeWithABoundedHeight) {
     EXPECT_EQ(highlightPlacementFrame(QRectF(100, 100, 50, 30), oneScreen),
               QRectF(100, 950, 50, 24));

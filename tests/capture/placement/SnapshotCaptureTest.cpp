@@ -69,6 +69,31 @@ TEST_F(SnapshotCaptureTest, TakeTheTextOfAccessibilityWhenNothingIsCopied) {
     EXPECT_THAT(placeLog().toStdString(), testing::HasSubstr(" rawAX=nil "));
 }
 
+TEST_F(SnapshotCaptureTest, StandAtMarkersWhereNoRangeCanBeRead) {
+    focus().text = "words";
+    focus().markerBounds = QRectF(100, 50, 60, 20);
+
+    const SelectionSnapshot snapshot = selection();
+    EXPECT_EQ(snapshot.screenFrame, QRectF(100, 730, 60, 20));
+    EXPECT_EQ(snapshot.selectedRange, std::nullopt);
+    EXPECT_TRUE(snapshot.hasReliablePlacement);
+}
+
+TEST_F(SnapshotCaptureTest, StandAtAnElementThatIsLowAndAreSoughtInAHigherOne) {
+    select("words");
+    search.seen =
+        VisualHighlight{.screenFrame = QRectF(5, 6, 70, 20), .clickPoint = QPointF(40, 16)};
+    focus().origin = QPointF(10, 20);
+    focus().extent = QSizeF(100, 80);
+    EXPECT_EQ(selection(true).screenFrame, QRectF(10, 700, 100, 24));
+    EXPECT_EQ(search.screenshots, 0);
+
+    focus().extent = QSizeF(100, 81);
+    copyShortcut.text = "words";
+    EXPECT_EQ(selection(true).screenFrame, QRectF(5, 6, 70, 20));
+    EXPECT_EQ(search.screenshots, 1);
+}
+
 TEST_F(SnapshotCaptureTest, AreSoughtOnAPictureOnlyWhenThatIsWanted) {
     copyShortcut.text = "copied";
     search.seen =

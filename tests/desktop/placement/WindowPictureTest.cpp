@@ -1,4 +1,4 @@
-// Pictures of windows on an X server that has no compositor.
+// Pictures of windows on an X server, with a compositor and without.
 
 #include "doubles/desktop/DesktopSession.h"
 #include "platform/linux/x11/X11Connection.h"
@@ -94,6 +94,16 @@ class WindowPictureTest : public testing::Test {
         return std::uint32_t{pixel[2]} << 16U | std::uint32_t{pixel[1]} << 8U | pixel[0];
     }
 
+    void startCompositor() {
+        session.start("picom", "picom", {"--backend", "xrender"});
+        DesktopSession::waitUntil("the compositor", [this] {
+            const X11Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
+                reader.get(), xcb_get_selection_owner(reader.get(), reader.atom("_NET_WM_CM_S0")),
+                nullptr));
+            return owner && owner->owner != XCB_WINDOW_NONE;
+        });
+    }
+
     DesktopSession session;
     X11Connection reader;
     PlainWindows windows;
@@ -111,6 +121,19 @@ TEST_F(WindowPictureTest, LeavesOutWhatCoversTheWindow) {
     const auto window = windows.show({100, 100, 301, 201}, blue);
     windows.show({80, 80, 200, 100}, red);
     expectWhole(window, {301, 201});
+}
+
+TEST_F(WindowPictureTest, LeavesOutWhatCoversTheWindowUnderACompositor) {
+    startCompositor();
+    const auto window = windows.show({100, 100, 301, 201}, blue);
+    windows.show({80, 80, 200, 100}, red);
+    // It takes windows over some time after it has said that it is there.
+    DesktopSession::waitUntil("the covered corner", [&] {
+        const auto picture = read(window);
+        return picture && pixelAt(*picture, {0, 0}) == blue;
+    });
+    expectWhole(window, {301, 201});
+    expectWhole(windows.show({-50, 800, 301, 201}, blue, 32), {301, 201});
 }
 
 TEST_F(WindowPictureTest, HasWhatIsOffTheScreen) {

@@ -69,7 +69,8 @@ QPointF AtSpiPlaces::shift(const AtSpiRef& element) const {
 bool AtSpiPlaces::misplacesParagraphs(const AtSpiRef& element, QStringView text) const {
     if (!m_toolkit.misplacesParagraphs) return false;
     const auto first = paragraphFrom(text, 0);
-    const qsizetype end = first ? text.indexOf(u'\n', *first) : -1;
+    if (!first) return false;
+    const qsizetype end = text.indexOf(u'\n', *first);
     const auto second = end < 0 ? std::nullopt : paragraphFrom(text, end);
     if (!second) return false;
     const auto placeOf = [&](qsizetype at) {

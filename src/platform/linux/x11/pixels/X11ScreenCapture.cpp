@@ -80,8 +80,7 @@ X11ScreenCapture::windowsOnScreen(std::stop_token stop) {
 std::expected<WindowPicture, QString> X11ScreenCapture::pictureOf(WindowId window,
                                                                   std::stop_token stop) {
     if (!isConnected()) return noServer();
-    return X11WindowPixels(*m_x11).read(static_cast<X11Connection::Window>(window),
-                                        std::move(stop));
+    return X11WindowPixels(*m_x11).read(static_cast<X11Connection::Window>(window), stop);
 }
 
 } // namespace vorq

@@ -51,7 +51,7 @@ QRect contentsOf(const xcb_get_geometry_reply_t& geometry,
 } // namespace
 
 std::expected<WindowPicture, QString> X11WindowPixels::read(X11Connection::Window window,
-                                                            std::stop_token stop) const {
+                                                            const std::stop_token& stop) const {
     xcb_connection_t* connection = m_x11.get();
     const auto askedSize = xcb_get_geometry(connection, window);
     const auto askedPlace = xcb_translate_coordinates(connection, window, m_x11.root(), 0, 0);

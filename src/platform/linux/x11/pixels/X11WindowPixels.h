@@ -21,7 +21,7 @@ class X11WindowPixels {
     /// The contents of a window, whatever covers it and however far it is off the screen. Where no
     /// compositor keeps the whole window, its program is waited for to draw what was covered.
     [[nodiscard]] std::expected<WindowPicture, QString> read(X11Connection::Window window,
-                                                             std::stop_token stop) const;
+                                                             const std::stop_token& stop) const;
 
   private:
     // How pixels lie in memory.
