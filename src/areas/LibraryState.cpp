@@ -30,16 +30,17 @@ void follow(RecordList<Record>& list, std::optional<std::vector<Record>> changed
 
 std::optional<QString> sentenceOn(const std::optional<SaveFailure>& failure) {
     if (!failure) return std::nullopt;
-    return QStringLiteral("Not saved yet: %1. Vorq keeps trying.").arg(failure->reason);
+    return LibraryState::tr("Not saved yet: %1. Vorq keeps trying.").arg(failure->reason);
 }
 
 QString sentenceOn(QStringView file, const ReplacedFile& replaced) {
     if (replaced.failure.kind == ReadFailure::Kind::Unreadable)
-        return QStringLiteral("The file %1 could not be read (%2). Vorq made it anew from what it "
-                              "had in memory and keeps the former one beside it as %3.")
+        return LibraryState::tr(
+                   "The file %1 could not be read (%2). Vorq made it anew from what it "
+                   "had in memory and keeps the former one beside it as %3.")
             .arg(file, replaced.failure.reason, replaced.keptName);
-    return QStringLiteral("The file %1 was damaged. Vorq made it anew from what it had in memory "
-                          "and keeps the damaged one beside it as %2.")
+    return LibraryState::tr("The file %1 was damaged. Vorq made it anew from what it had in memory "
+                            "and keeps the damaged one beside it as %2.")
         .arg(file, replaced.keptName);
 }
 

@@ -43,11 +43,10 @@ void Permissions::setShowAccessibilityWalkthrough(bool show) {
 void Permissions::adviseToGrantAgain() {
     const QString name = m_probe ? m_probe->privacyListName() : QStringLiteral("Vorq");
     const QString path = m_probe ? m_probe->processPath() : QString();
-    setPermissionMessage(QStringLiteral("If ") + name +
-                         QStringLiteral(" already looks enabled in System Settings, select it, "
-                                        "click − to remove, then Enable again here. Quit Vorq "
-                                        "(⌘Q) and reopen so the new grant applies to: ") +
-                         path);
+    setPermissionMessage(tr("If %1 already looks enabled in System Settings, select it, click − to "
+                            "remove, then Enable again here. Quit Vorq (⌘Q) and reopen so the new "
+                            "grant applies to: %2")
+                             .arg(name, path));
     emit advised();
 }
 

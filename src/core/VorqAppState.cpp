@@ -47,8 +47,7 @@ QImage VorqAppState::profileImage() const {
 }
 
 QString VorqAppState::promptPlaceholder() const {
-    return m_study.activeStudyNoteID() ? QStringLiteral("Ask about this note…")
-                                       : QStringLiteral("Ask Vorq for help…");
+    return m_study.activeStudyNoteID() ? tr("Ask about this note…") : tr("Ask Vorq for help…");
 }
 
 } // namespace vorq

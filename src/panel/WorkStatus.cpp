@@ -2,6 +2,8 @@
 
 #include "panel/MessageList.h"
 
+#include <QCoreApplication>
+
 namespace vorq {
 namespace {
 
@@ -24,11 +26,11 @@ QString rawString(VorqWorkStatus status) {
 QString labelOf(VorqWorkStatus status) {
     switch (status) {
     case VorqWorkStatus::Working:
-        return QStringLiteral("Working...");
+        return QCoreApplication::translate("WorkStatus", "Working...");
     case VorqWorkStatus::Analyzing:
-        return QStringLiteral("Analyzing...");
+        return QCoreApplication::translate("WorkStatus", "Analyzing...");
     case VorqWorkStatus::Finishing:
-        return QStringLiteral("Finishing...");
+        return QCoreApplication::translate("WorkStatus", "Finishing...");
     }
     return {};
 }

@@ -5,9 +5,11 @@
 #include "app/desktop/DeleteProgram.h"
 #include "app/desktop/DesktopProgram.h"
 #include "app/desktop/HostSystem.h"
+#include "app/desktop/UserLanguage.h"
 #include "app/instance/ApplicationService.h"
 #include "app/instance/RunningInstance.h"
 #include "backend/account/SignInUrl.h"
+#include "platform/AppPaths.h"
 
 #include <QApplication>
 #include <QDir>
@@ -66,6 +68,7 @@ struct Ending {
 Ending runProgram(const HostSystem& system, ApplicationService& service,
                   const DesktopArguments& arguments, const VerbSource& source) {
     const std::unique_ptr<DesktopPlatform> platform = system.makePlatform();
+    const UserLanguage language(platform->paths().resourcesFolder());
     DesktopProgram program(service, *platform);
     const int status = program.run(arguments, source);
     return {status, program.isToBeDeleted()};

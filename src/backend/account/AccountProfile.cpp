@@ -2,6 +2,7 @@
 
 #include "support/text/Text.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 namespace vorq {
@@ -23,7 +24,7 @@ QString AccountProfile::displayName() const {
     if (!names.isEmpty()) return names.join(u' ');
     if (const QStringView handle = trimmed(username); !handle.isEmpty())
         return u"@"_s + handle.toString();
-    return email.isEmpty() ? u"Account"_s : email;
+    return email.isEmpty() ? QCoreApplication::translate("AccountProfile", "Account") : email;
 }
 
 } // namespace vorq

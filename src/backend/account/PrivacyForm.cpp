@@ -6,6 +6,8 @@
 #include "support/text/Graphemes.h"
 #include "support/text/Text.h"
 
+#include <QCoreApplication>
+
 namespace vorq {
 namespace {
 
@@ -16,11 +18,14 @@ constexpr qsizetype shortestPassword = 8;
 // What is wrong with the fields as they stand, as a sentence.
 QString fieldProblem(const QString& email, const QString& currentPassword,
                      const QString& newPassword) {
-    if (currentPassword.isEmpty()) return u"Current password is required."_s;
+    if (currentPassword.isEmpty())
+        return QCoreApplication::translate("PrivacyForm", "Current password is required.");
     if (email.isEmpty() && newPassword.isEmpty())
-        return u"Enter a new email and/or a new password."_s;
+        return QCoreApplication::translate("PrivacyForm",
+                                           "Enter a new email and/or a new password.");
     if (!newPassword.isEmpty() && !graphemeCountAtLeast(newPassword, shortestPassword))
-        return u"New password must be at least 8 characters."_s;
+        return QCoreApplication::translate("PrivacyForm",
+                                           "New password must be at least 8 characters.");
     return {};
 }
 
@@ -34,7 +39,9 @@ QCoro::Task<bool> PrivacyForm::updatePrivacy(QString email, QString currentPassw
     if (!problem.isEmpty()) co_return refuse(problem);
     begin();
     if (!hasSession()) {
-        if (address.isEmpty()) co_return end(u"Sign in is required to change your password."_s);
+        if (address.isEmpty())
+            co_return end(QCoreApplication::translate(
+                "PrivacyForm", "Sign in is required to change your password."));
         account().keepEmail(address);
         co_return end({});
     }

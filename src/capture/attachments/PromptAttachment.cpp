@@ -3,6 +3,7 @@
 #include "support/text/Graphemes.h"
 #include "support/text/Text.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringDecoder>
@@ -76,7 +77,8 @@ std::expected<void, QString> open(QFile& file, PromptAttachment::Pipes pipes) {
     struct stat status{};
     if (::stat(name.constData(), &status) != 0) return failure(path, qt_error_string(errno));
     const auto refused = [&path] {
-        return failure(path, QStringLiteral("only files can be attached."));
+        return failure(
+            path, QCoreApplication::translate("PromptAttachment", "only files can be attached."));
     };
     if (!isReadable(status, pipes)) return refused();
     const int patience = S_ISFIFO(status.st_mode) ? 0 : O_NONBLOCK;
@@ -121,8 +123,10 @@ std::expected<PromptAttachment, QString> PromptAttachment::load(const QString& p
     attachment.fileName = QFileInfo(path).fileName();
     const QString extension = pathExtension(attachment.fileName);
     if (extension == u"pdf" || isOfficeExtension(extension))
-        return failure(path, QStringLiteral("PDF and office files cannot be attached here. "
-                                            "Attach the text instead."));
+        return failure(path,
+                       QCoreApplication::translate("PromptAttachment",
+                                                   "PDF and office files cannot be attached here. "
+                                                   "Attach the text instead."));
     QFile file(path);
     if (const auto opened = open(file, pipes); !opened) return std::unexpected(opened.error());
     const bool isImage = isImageExtension(extension);
@@ -131,10 +135,14 @@ std::expected<PromptAttachment, QString> PromptAttachment::load(const QString& p
     if (isImage) {
         attachment.imageDataURL = vorq::imageDataURL(bytes);
         if (attachment.imageDataURL) return attachment;
-        return failure(path, QStringLiteral("the image is too large; at most 3.5 MB can be sent."));
+        return failure(
+            path, QCoreApplication::translate(
+                      "PromptAttachment", "the image is too large; at most 3.5 MB can be sent."));
     }
     const std::optional<QString> text = textOf(bytes);
-    if (!text) return failure(path, QStringLiteral("the file is not a text."));
+    if (!text)
+        return failure(path,
+                       QCoreApplication::translate("PromptAttachment", "the file is not a text."));
     attachment.textContent = graphemePrefix(*text, textLimit).toString();
     return attachment;
 }

@@ -2,6 +2,8 @@
 
 #include "library/store/LibraryLook.h"
 
+#include <QCoreApplication>
+
 #include <memory>
 #include <optional>
 #include <utility>
@@ -38,7 +40,8 @@ class LibraryFile {
         const bool isAll = Look::areWritten(list, *theirs);
         noteRead(stamp, *std::move(theirs), isAll);
         if (isAnew && !isAll)
-            m_unsaved = SaveFailure{false, QStringLiteral("the file was made anew meanwhile")};
+            m_unsaved = SaveFailure{false, QCoreApplication::translate(
+                                               "LibraryFile", "the file was made anew meanwhile")};
         return list;
     }
 
@@ -133,7 +136,9 @@ class LibraryFile {
         ++m_turn;
         m_isDue = !lock;
         if (!lock) {
-            m_unsaved = SaveFailure{true, QStringLiteral("another program is using the library")};
+            m_unsaved = SaveFailure{
+                true,
+                QCoreApplication::translate("LibraryFile", "another program is using the library")};
             return std::nullopt;
         }
         std::optional<List> list = takeIn(mine, now);
@@ -177,7 +182,8 @@ class LibraryFile {
         m_unreadStamp = stamp;
         if (failure.kind == ReadFailure::Kind::Missing) m_isGone = true;
         if (failure.kind == ReadFailure::Kind::Damaged && !m_known->empty() && !m_unsaved)
-            m_unsaved = SaveFailure{false, QStringLiteral("the file is damaged")};
+            m_unsaved = SaveFailure{
+                false, QCoreApplication::translate("LibraryFile", "the file is damaged")};
     }
 
     void noteRead(const FileStamp& stamp, List theirs, bool isAll) {

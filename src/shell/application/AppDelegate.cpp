@@ -19,11 +19,6 @@ namespace {
 constexpr Clock::Duration launchDelay = 250ms;
 constexpr Clock::Duration accessGuideDelay = 140ms;
 
-const QString whatElseGoes =
-    QStringLiteral("Your saved notes and chats, your tasks and trackers, and the accounts of a "
-                   "local backend go to the trash with it. Settings, sign-in and the start at "
-                   "login are removed for good. Notes in other applications stay.");
-
 // Calls back after a delay unless the object is gone by then.
 template<typename Callback>
 void after(Clock& clock, Clock::Duration delay, QObject* owner, Callback callback) {
@@ -246,9 +241,7 @@ QCoro::Task<> AppDelegate::runChatSave(AppDelegate* self, std::stop_token stop) 
 void AppDelegate::tellChatSave(bool isSaved) {
     m_ports.statusItem.flashStatusImage(isSaved ? StatusImage::Check : StatusImage::Fail);
     if (isSaved) return;
-    showAlert({QStringLiteral("Couldn’t save to Notes."),
-               m_state->library().libraryMessage(),
-               {QStringLiteral("OK")}});
+    showAlert({tr("Couldn’t save to Notes."), m_state->library().libraryMessage(), {tr("OK")}});
 }
 
 void AppDelegate::showAlert(const Alert& alert, const std::function<void(qsizetype)>& chosen) {
@@ -260,11 +253,16 @@ void AppDelegate::showAlert(const Alert& alert, const std::function<void(qsizety
 }
 
 void AppDelegate::deleteVorqFromMenu() {
-    const Alert alert{QStringLiteral("Delete Vorq?"),
-                      QStringLiteral("This moves Vorq to the Trash and quits. Vorq won’t appear in "
-                                     "Applications anymore — reinstall anytime from the website.") +
-                          QStringLiteral("\n\n") + whatElseGoes,
-                      {QStringLiteral("Delete Vorq"), QStringLiteral("Cancel")}};
+    const QString whatGoes =
+        tr("This moves Vorq to the Trash and quits. Vorq won’t appear in Applications anymore — "
+           "reinstall anytime from the website.");
+    const QString whatElseGoes =
+        tr("Your saved notes and chats, your tasks and trackers, and the accounts of a local "
+           "backend go to the trash with it. Settings, sign-in and the start at login are removed "
+           "for good. Notes in other applications stay.");
+    const Alert alert{tr("Delete Vorq?"),
+                      whatGoes + QStringLiteral("\n\n") + whatElseGoes,
+                      {tr("Delete Vorq"), tr("Cancel")}};
     showAlert(alert, [this](qsizetype button) {
         if (button == 0) uninstallVorqAndQuit();
     });

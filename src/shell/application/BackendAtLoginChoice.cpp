@@ -44,7 +44,7 @@ void BackendAtLoginChoice::finish(const BackendAtLogin::Outcome& outcome) {
     m_isBusy = false;
     refresh();
     if (outcome) return;
-    m_showAlert({QStringLiteral("The local backend"), outcome.error(), {QStringLiteral("OK")}});
+    m_showAlert({tr("The local backend"), outcome.error(), {tr("OK")}});
 }
 
 } // namespace vorq

@@ -9,6 +9,7 @@
 #include "shell/notices/ShellLog.h"
 #include "support/files/Discard.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <map>
@@ -20,6 +21,8 @@ using Removal = std::expected<void, QString> (*)(const QString& path);
 
 // What could not be removed, by the reason. An installation fails as a whole.
 class Failures {
+    Q_DECLARE_TR_FUNCTIONS(Uninstaller)
+
   public:
     void remove(const QString& path, Removal removal) {
         const auto outcome = removal(path);
@@ -32,11 +35,10 @@ class Failures {
     [[nodiscard]] QStringList sentences() const {
         QStringList all;
         for (const auto& [reason, paths] : m_paths)
-            all += paths.size() == 1 ? QStringLiteral("%1: %2").arg(paths.front(), reason)
-                                     : QStringLiteral("%1 and %2 more: %3")
-                                           .arg(paths.front())
-                                           .arg(paths.size() - 1)
-                                           .arg(reason);
+            all +=
+                paths.size() == 1
+                    ? QStringLiteral("%1: %2").arg(paths.front(), reason)
+                    : tr("%1 and %2 more: %3").arg(paths.front()).arg(paths.size() - 1).arg(reason);
         return all;
     }
 
@@ -73,7 +75,8 @@ void Uninstaller::unregisterOpenAtLogin(QStringList& left) const {
     if (outcome) return;
     qCWarning(shellLog, "Vorq Open at Login unregister failed: %s",
               qUtf8Printable(outcome.error()));
-    left += QStringLiteral("The start at login: %1").arg(outcome.error());
+    left +=
+        QCoreApplication::translate("Uninstaller", "The start at login: %1").arg(outcome.error());
 }
 
 // Before its program and its accounts go.

@@ -104,13 +104,13 @@ QStringList HotKeyHandler::notices() const {
         const QString verb = QString::fromLatin1(entry.verb);
         verbs += verb;
         if (m_missing.contains(entry.action))
-            notices += QStringLiteral("%1 is taken by another program. Bind a key of your desktop "
-                                      "to: %2")
+            notices += tr("%1 is taken by another program. Bind a key of your desktop "
+                          "to: %2")
                            .arg(keysOf(entry), verb);
     }
     if (m_hasHandler) return notices;
-    return {QStringLiteral("This desktop keeps global keys to itself. Bind keys of your desktop "
-                           "to: %1")
+    return {tr("This desktop keeps global keys to itself. Bind keys of your desktop "
+               "to: %1")
                 .arg(verbs.join(QStringLiteral(", ")))};
 }
 

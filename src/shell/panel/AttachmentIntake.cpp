@@ -67,7 +67,7 @@ bool AttachmentIntake::attachPicture(const QByteArray& bytes) {
     const QImage image = QImage::fromData(bytes);
     if (image.isNull()) return false;
     emit chosen();
-    deliver(attachmentOf(image, tr("Dropped image.png")));
+    deliver(attachmentOf(image, QStringLiteral("Dropped image.png")));
     return true;
 }
 
@@ -83,7 +83,7 @@ bool AttachmentIntake::attachFromClipboard() {
     }
     // A word processor offers a picture of its text too; the text is what is meant.
     if (!data->hasImage() || data->hasText()) return false;
-    deliver(attachmentOf(data->imageData().value<QImage>(), tr("Pasted image.png")));
+    deliver(attachmentOf(data->imageData().value<QImage>(), QStringLiteral("Pasted image.png")));
     return true;
 }
 

@@ -8,17 +8,17 @@ namespace vorq {
 PanelAdvice::PanelAdvice(VorqAppState& state) : m_state(state) {
     // No bubble says why there is no reply.
     connect(&state.panel(), &PanelConversation::turnEnded, this, [this](const QUuid&, TurnEnd end) {
-        if (end == TurnEnd::SignedOut) say(signInAdvice);
+        if (end == TurnEnd::SignedOut) say(signInAdvice());
     });
     const HotKeyContext& context = state.hotKeyContext();
     connect(&context, &HotKeyContext::nothingCaptured, this, &PanelAdvice::tellNothingCaptured);
     connect(&context, &HotKeyContext::textCaptured, this,
             [this](const QString& application) { m_knownToShowNothing.remove(application); });
     connect(&state.permissions(), &Permissions::advised, this,
-            [this] { say(accessibilityAdvice); });
+            [this] { say(accessibilityAdvice()); });
     connect(&state.permissions(), &Permissions::changed, this, &PanelAdvice::followPermissions);
     connect(&state.account(), &AccountSession::signedInChanged, this, [this] {
-        if (m_sentence == signInAdvice) clear();
+        if (m_sentence == signInAdvice()) clear();
     });
 }
 
@@ -40,7 +40,7 @@ void PanelAdvice::tellNothingCaptured(const QString& application) {
 void PanelAdvice::followPermissions() {
     const bool isGranted =
         m_state.permissions().textCapturePermission() == PermissionState::Granted;
-    if (isGranted && m_sentence == accessibilityAdvice) clear();
+    if (isGranted && m_sentence == accessibilityAdvice()) clear();
 }
 
 } // namespace vorq

@@ -1,6 +1,7 @@
 #include "shell/panel/PanelAnnouncer.h"
 
 #include "panel/MessageList.h"
+#include "panel/WorkStatus.h"
 #include "rendering/SpokenReply.h"
 
 #include <utility>
@@ -22,7 +23,7 @@ void PanelAnnouncer::messagesCame(int first, int last) {
         if (!message.isWorking) continue;
         announceOnceComplete(); // the next turn begins as soon as a reply is complete
         m_awaited = message.id;
-        emit announced(message.text);
+        emit announced(labelOf(VorqWorkStatus::Working));
     }
 }
 

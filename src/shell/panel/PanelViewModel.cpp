@@ -144,7 +144,7 @@ void PanelViewModel::bounce() {
             },
             std::move(stop));
     });
-    if (!m_state.account().signedIn()) m_advice.say(signInAdvice);
+    if (!m_state.account().signedIn()) m_advice.say(signInAdvice());
     emit attentionWanted(m_state.account().signedIn());
 }
 

@@ -7,14 +7,12 @@
 
 namespace vorq {
 
-CustomizeMenu::CustomizeMenu() : FactMenu(QStringLiteral("Customize Vorq")) {
-    m_themes = addChoices(QStringLiteral("Theme"),
-                          {{QStringLiteral("Light"), rawString(PanelAppearance::White)},
-                           {QStringLiteral("Dark"), rawString(PanelAppearance::Current)}});
+CustomizeMenu::CustomizeMenu() : FactMenu(tr("Customize Vorq")) {
+    m_themes = addChoices(tr("Theme"), {{tr("Light"), rawString(PanelAppearance::White)},
+                                        {tr("Dark"), rawString(PanelAppearance::Current)}});
     addSeparator();
-    m_glasses = addChoices(QStringLiteral("Glass"),
-                           {{QStringLiteral("Tinted"), rawString(PanelGlassStyle::Tinted)},
-                            {QStringLiteral("Clear"), rawString(PanelGlassStyle::Clear)}});
+    m_glasses = addChoices(tr("Glass"), {{tr("Tinted"), rawString(PanelGlassStyle::Tinted)},
+                                         {tr("Clear"), rawString(PanelGlassStyle::Clear)}});
     addSeparator();
     addColors();
     refresh();
@@ -34,10 +32,10 @@ QActionGroup* CustomizeMenu::addChoices(const QString& heading,
 }
 
 void CustomizeMenu::addColors() {
-    addFact(QStringLiteral("Colors"));
-    m_editBackground = addAction(QStringLiteral("Background…"));
-    m_editUserBlock = addAction(QStringLiteral("Your Blocks…"));
-    m_resetColors = addAction(QStringLiteral("Reset Custom Colors"));
+    addFact(tr("Colors"));
+    m_editBackground = addAction(tr("Background…"));
+    m_editUserBlock = addAction(tr("Your Blocks…"));
+    m_resetColors = addAction(tr("Reset Custom Colors"));
 }
 
 void CustomizeMenu::bind(AppearanceSettings& appearance) {
@@ -74,13 +72,13 @@ void CustomizeMenu::connectChoices() {
 void CustomizeMenu::makeColorEdits() {
     AppearanceSettings* appearance = m_appearance;
     m_background.emplace(
-        QStringLiteral("Background"),
+        tr("Background"),
         PanelColorEdit::Setting{
             [appearance] { return appearance->panelBackgroundHex(); },
             [appearance](const QString& hex) { appearance->previewPanelBackgroundHex(hex); },
             [appearance](const QString& hex) { appearance->setPanelBackgroundHex(hex); }});
     m_userBlock.emplace(
-        QStringLiteral("Your Blocks"),
+        tr("Your Blocks"),
         PanelColorEdit::Setting{
             [appearance] { return appearance->panelUserBlockHex(); },
             [appearance](const QString& hex) { appearance->previewPanelUserBlockHex(hex); },

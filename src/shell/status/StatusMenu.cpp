@@ -17,8 +17,8 @@ QString menuText(QString text) {
 
 StatusMenu::StatusMenu() : FactMenu(QStringLiteral("Vorq")) {
     setAccessibleName(QStringLiteral("Vorq"));
-    m_account = addFact(QStringLiteral("Starting…"));
-    m_signInAdvice = addFact(menuText(signInAdvice));
+    m_account = addFact(tr("Starting…"));
+    m_signInAdvice = addFact(menuText(signInAdvice()));
     m_noticesEnd = addSeparator();
     addCommands();
     addSeparator();
@@ -27,10 +27,10 @@ StatusMenu::StatusMenu() : FactMenu(QStringLiteral("Vorq")) {
     connect(&m_customize, &CustomizeMenu::colorEditEnded, this, &StatusMenu::colorEditEnded);
     m_accessibility = addCommand(QString(), StatusCommand::OpenAccessibility);
     addBackendAtLogin();
-    m_signOut = addCommand(QStringLiteral("Sign out"), StatusCommand::SignOut);
-    addCommand(QStringLiteral("Delete Vorq"), StatusCommand::DeleteVorq);
+    m_signOut = addCommand(tr("Sign out"), StatusCommand::SignOut);
+    addCommand(tr("Delete Vorq"), StatusCommand::DeleteVorq);
     addSeparator();
-    addCommand(QStringLiteral("Quit Vorq"), StatusCommand::Quit);
+    addCommand(tr("Quit Vorq"), StatusCommand::Quit);
     refreshAccount();
     refreshAccessibility();
     refreshChat();
@@ -43,17 +43,16 @@ QAction* StatusMenu::addCommand(const QString& text, StatusCommand command) {
 }
 
 void StatusMenu::addCommands() {
-    m_toggle = addCommand(QStringLiteral("Toggle Vorq"), StatusCommand::ToggleVorq);
-    m_saveChat = addCommand(QStringLiteral("Save Chat to Notes"), StatusCommand::SaveChat);
-    m_saveHighlight =
-        addCommand(QStringLiteral("Save Highlight as Note"), StatusCommand::SaveHighlight);
-    m_pushNoteDraft = addCommand(QStringLiteral("Push Note Draft"), StatusCommand::PushNoteDraft);
-    m_clearChat = addCommand(QStringLiteral("Clear Chat"), StatusCommand::ClearChat);
+    m_toggle = addCommand(tr("Toggle Vorq"), StatusCommand::ToggleVorq);
+    m_saveChat = addCommand(tr("Save Chat to Notes"), StatusCommand::SaveChat);
+    m_saveHighlight = addCommand(tr("Save Highlight as Note"), StatusCommand::SaveHighlight);
+    m_pushNoteDraft = addCommand(tr("Push Note Draft"), StatusCommand::PushNoteDraft);
+    m_clearChat = addCommand(tr("Clear Chat"), StatusCommand::ClearChat);
     setOffersNotes(false);
 }
 
 void StatusMenu::addBackendAtLogin() {
-    m_backendAtLogin = addAction(QStringLiteral("Start Local Backend at Login"));
+    m_backendAtLogin = addAction(tr("Start Local Backend at Login"));
     m_backendAtLogin->setCheckable(true);
     connect(m_backendAtLogin, &QAction::triggered, this, [this](bool isOn) {
         emit chosen(isOn ? StatusCommand::EnableBackendAtLogin
@@ -112,16 +111,15 @@ void StatusMenu::refreshAccount() {
     m_signOut->setVisible(isSignedIn);
     if (!m_state) return;
     const QString name = menuText(m_state->account().profile().displayName());
-    m_account->setText(isSignedIn ? QStringLiteral("Signed in as %1").arg(name)
-                                  : QStringLiteral("Not signed in"));
+    m_account->setText(isSignedIn ? tr("Signed in as %1").arg(name) : tr("Not signed in"));
 }
 
 // There is something to choose only while it is off.
 void StatusMenu::refreshAccessibility() {
     const bool isEnabled =
         m_state && m_state->permissions().textCapturePermission() == PermissionState::Granted;
-    m_accessibility->setText(isEnabled ? QStringLiteral("Accessibility: Enabled")
-                                       : QStringLiteral("Accessibility: Disabled"));
+    m_accessibility->setText(isEnabled ? tr("Accessibility: Enabled")
+                                       : tr("Accessibility: Disabled"));
     setFact(m_accessibility, !m_state || isEnabled);
 }
 

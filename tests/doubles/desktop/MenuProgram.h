@@ -67,8 +67,8 @@ class MenuProgramTest : public TrayProgramTest {
     DesktopProgram& startInTray(const QByteArray& settings = "{}",
                                 const QProcessEnvironment& additional = {});
 
-    /// Presses the glyph in the tray and waits for the menu.
-    void openMenu();
+    /// Presses the glyph in the tray and waits for the menu, which has an entry that begins so.
+    void openMenu(const QString& beginning = QStringLiteral("Quit Vorq"));
     void closeMenu();
 
     /// Whether the menu shows an entry whose text begins so.

@@ -26,11 +26,11 @@ TEST_F(PanelAdviceTest, SaysEachTimeWhyNothingWasReadUntilItCanBe) {
     permissions.setProbe(&probe);
     ASSERT_EQ(advice().sentence(), "");
     permissions.adviseToGrantAgain();
-    EXPECT_EQ(advice().sentence(), accessibilityAdvice);
+    EXPECT_EQ(advice().sentence(), accessibilityAdvice());
     advice().clear();
     EXPECT_EQ(advice().sentence(), "");
     permissions.adviseToGrantAgain();
-    EXPECT_EQ(advice().sentence(), accessibilityAdvice);
+    EXPECT_EQ(advice().sentence(), accessibilityAdvice());
     probe.text = PermissionState::Granted;
     permissions.refreshPermissions();
     EXPECT_EQ(advice().sentence(), "");
@@ -41,7 +41,7 @@ TEST_F(PanelAdviceTest, SaysHowToSignInWhenWhatWasHighlightedGetsNoReply) {
     state().account().signOut();
     state().panel().submit("Attached text");
     m_clock.settle();
-    EXPECT_EQ(advice().sentence(), signInAdvice);
+    EXPECT_EQ(advice().sentence(), signInAdvice());
     ASSERT_EQ(messages().size(), 1U) << "there is no bubble";
 }
 

@@ -275,7 +275,7 @@ TEST_F(PanelViewModelTest, SaysHowToSignInUntilSomebodyDoes) {
     state().account().markSessionExpired();
     model().setPrompt("a question");
     model().send();
-    EXPECT_EQ(model().notice(), signInAdvice);
+    EXPECT_EQ(model().notice(), signInAdvice());
     Session session;
     session.signedIn = true;
     session.token = "new";

@@ -76,10 +76,10 @@ TEST_F(StatusMenuTest, SaysWhoIsSignedIn) {
 }
 
 TEST_F(StatusMenuTest, SaysHowToSignInWhileNobodyIs) {
-    EXPECT_THAT(texts(m_menu), Not(Contains(signInAdvice)));
+    EXPECT_THAT(texts(m_menu), Not(Contains(signInAdvice())));
     state().account().markSessionExpired();
-    EXPECT_EQ(texts(m_menu)[1], signInAdvice);
-    EXPECT_FALSE(action(signInAdvice)->isEnabled());
+    EXPECT_EQ(texts(m_menu)[1], signInAdvice());
+    EXPECT_FALSE(action(signInAdvice())->isEnabled());
 }
 
 TEST_F(StatusMenuTest, AccessibilityIsThatOfTheStateAndCanBeChosenWhileItIsOff) {

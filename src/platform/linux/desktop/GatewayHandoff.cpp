@@ -32,7 +32,8 @@ std::expected<QUrl, QString> outcomeOf(QProcess& process) {
     QUrl url(QString::fromUtf8(process.readAllStandardOutput()).trimmed());
     if (isDone && url.isValid()) return url;
     const QString words = QString::fromUtf8(process.readAllStandardError()).trimmed();
-    return std::unexpected(words.isEmpty() ? QStringLiteral("vorq-gateway gave no account.")
+    return std::unexpected(words.isEmpty() ? QCoreApplication::translate(
+                                                 "GatewayHandoff", "vorq-gateway gave no account.")
                                            : words);
 }
 
@@ -49,8 +50,9 @@ void endWithoutWaiting(std::unique_ptr<QProcess> process) {
 QCoro::Task<std::expected<QUrl, QString>> GatewayHandoff::handoff(std::stop_token stop) {
     const QString path = gatewayPath();
     if (path.isEmpty())
-        co_return std::unexpected(QStringLiteral("vorq-gateway, the backend for this computer, is "
-                                                 "not installed."));
+        co_return std::unexpected(QCoreApplication::translate(
+            "GatewayHandoff", "vorq-gateway, the backend for this computer, is "
+                              "not installed."));
     // After the wait this object may be gone.
     Clock& clock = m_clock;
     auto process = std::make_unique<QProcess>();
@@ -65,7 +67,8 @@ QCoro::Task<std::expected<QUrl, QString>> GatewayHandoff::handoff(std::stop_toke
     if (!stop.stop_requested()) clock.cancel(timer);
     if (process->state() == QProcess::NotRunning) co_return outcomeOf(*process);
     endWithoutWaiting(std::move(process));
-    co_return std::unexpected(QStringLiteral("vorq-gateway did not answer."));
+    co_return std::unexpected(
+        QCoreApplication::translate("GatewayHandoff", "vorq-gateway did not answer."));
 }
 
 } // namespace vorq

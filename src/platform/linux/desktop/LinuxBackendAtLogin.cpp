@@ -41,10 +41,10 @@ QString LinuxBackendAtLogin::findGateway(const QString& executable) {
 
 PortSupport LinuxBackendAtLogin::supported() const {
     if (!LoopbackAddress::of(m_setting.address))
-        return std::unexpected(QStringLiteral("The backend at %1 is not on this computer.")
-                                   .arg(m_setting.address.toString()));
+        return std::unexpected(
+            tr("The backend at %1 is not on this computer.").arg(m_setting.address.toString()));
     if (m_setting.gateway.isEmpty())
-        return std::unexpected(QStringLiteral("There is no program vorq-gateway beside vorq."));
+        return std::unexpected(tr("There is no program vorq-gateway beside vorq."));
     return {};
 }
 
@@ -88,15 +88,13 @@ BackendAtLogin::Outcome LinuxBackendAtLogin::writeEntry() const {
     QDir().mkpath(QFileInfo(entryPath()).path());
     const FileOutcome written = replaceFile(entryPath(), text.toUtf8(), sharedFile);
     if (written) return {};
-    return std::unexpected(
-        QStringLiteral("Could not write %1: %2").arg(entryPath(), written.error()));
+    return std::unexpected(tr("Could not write %1: %2").arg(entryPath(), written.error()));
 }
 
 BackendAtLogin::Outcome LinuxBackendAtLogin::removeEntry() const {
     QFile entry(entryPath());
     if (!entry.exists() || entry.remove()) return {};
-    return std::unexpected(
-        QStringLiteral("Could not remove %1: %2").arg(entryPath(), entry.errorString()));
+    return std::unexpected(tr("Could not remove %1: %2").arg(entryPath(), entry.errorString()));
 }
 
 // Not both, or there would be two.
@@ -111,7 +109,7 @@ BackendAtLogin::Outcome LinuxBackendAtLogin::switchOn() {
 
 BackendAtLogin::Outcome LinuxBackendAtLogin::switchOff() {
     if (!m_unit.disable())
-        return std::unexpected(QStringLiteral("Could not disable the unit vorq-gateway.service."));
+        return std::unexpected(tr("Could not disable the unit vorq-gateway.service."));
     return removeEntry();
 }
 
@@ -142,9 +140,8 @@ BackendAtLogin::Outcome LinuxBackendAtLogin::startNow() const {
     while (!answers()) {
         if (limit.hasExpired())
             return std::unexpected(
-                QStringLiteral(
-                    "It starts at login from now on, but does not answer now. To see why, run in a "
-                    "terminal: vorq-gateway %1")
+                tr("It starts at login from now on, but does not answer now. To see why, run in a "
+                   "terminal: vorq-gateway %1")
                     .arg(arguments().join(u' ')));
         QThread::msleep(pollInterval);
     }

@@ -3,6 +3,7 @@
 #include "platform/BackendAtLogin.h"
 #include "platform/linux/desktop/SystemdUserUnit.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 #include <QUrl>
 
@@ -14,6 +15,8 @@ namespace vorq {
 /// else by an entry in the user's autostart folder, which is also where it listens at another
 /// address than its own.
 class LinuxBackendAtLogin final : public BackendAtLogin {
+    Q_DECLARE_TR_FUNCTIONS(vorq::LinuxBackendAtLogin)
+
   public:
     struct Setting {
         QString configurationFolder;

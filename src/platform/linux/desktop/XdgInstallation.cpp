@@ -3,6 +3,7 @@
 #include "platform/AppPaths.h"
 #include "platform/linux/desktop/UrlScheme.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -99,12 +100,15 @@ QStringList XdgInstallation::advice() const {
     QStringList sentences;
     const QString ofSystem = m_systemPrefix + binaryFile;
     if (QFile::exists(ofSystem))
-        sentences += QStringLiteral("%1 belongs to your system. Remove it where you installed it "
-                                    "from.")
-                         .arg(ofSystem);
-    if (m_executable != ofSystem && !files().contains(m_executable))
         sentences +=
-            QStringLiteral("%1 was not installed and stays where it is.").arg(m_executable);
+            QCoreApplication::translate(
+                "XdgInstallation", "%1 belongs to your system. Remove it where you installed it "
+                                   "from.")
+                .arg(ofSystem);
+    if (m_executable != ofSystem && !files().contains(m_executable))
+        sentences += QCoreApplication::translate("XdgInstallation",
+                                                 "%1 was not installed and stays where it is.")
+                         .arg(m_executable);
     return sentences;
 }
 

@@ -1,0 +1,20 @@
+#include "shell/notices/Advice.h"
+
+#include <QCoreApplication>
+
+namespace vorq {
+
+// What is typed is the same in every language.
+QString signInAdvice() {
+    return QCoreApplication::translate("Advice", "To sign in, run: %1")
+        .arg(QStringLiteral("vorq open \"$(vorq-gateway handoff)\""));
+}
+
+QString accessibilityAdvice() {
+    return QCoreApplication::translate("Advice",
+                                       "Vorq cannot read other applications: accessibility is off. "
+                                       "Turn it on in the menu of Vorq, or run: %1")
+        .arg(QStringLiteral("vorq enable-accessibility"));
+}
+
+} // namespace vorq

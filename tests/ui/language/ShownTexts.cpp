@@ -1,0 +1,113 @@
+#include "ui/language/ShownTexts.h"
+
+#include <QAccessible>
+#include <QCoreApplication>
+#include <QFontMetricsF>
+#include <QQuickItem>
+#include <QRegularExpression>
+
+#include <functional>
+
+namespace vorq {
+namespace {
+
+constexpr double roundingRoom = 1;
+constexpr double partOfLine = 0.3; // that has no ink
+
+void visitShown(QQuickItem& item, const std::function<void(QQuickItem&)>& visit) {
+    if (!item.isVisible()) return;
+    visit(item);
+    for (QQuickItem* child : item.childItems())
+        visitShown(*child, visit);
+}
+
+bool isText(const QQuickItem& item) {
+    return item.inherits("QQuickText") || item.inherits("QQuickTextEdit") ||
+           item.inherits("QQuickTextInput");
+}
+
+void collectHeard(QAccessibleInterface& element, QStringList& texts) {
+    texts += element.text(QAccessible::Name);
+    texts += element.text(QAccessible::Description);
+    for (int index = 0; index < element.childCount(); ++index)
+        if (QAccessibleInterface* child = element.child(index)) collectHeard(*child, texts);
+}
+
+// Of a text, where it is drawn, in its own item.
+QRectF paintedPlace(const QQuickItem& text) {
+    const double width = text.property("contentWidth").toDouble();
+    const double height = text.property("contentHeight").toDouble();
+    return {0, 0, qMin(width, text.width()), qMin(height, text.height())};
+}
+
+// What can be scrolled to is not cut off.
+bool isCutByAncestors(QQuickItem& text) {
+    QRectF place = text.mapRectToScene(paintedPlace(text));
+    for (QQuickItem* above = text.parentItem(); above; above = above->parentItem()) {
+        if (above->inherits("QQuickFlickable")) return false;
+        if (!above->clip() && above->parentItem()) continue;
+        const QRectF frame = above->mapRectToScene(QRectF(QPointF(), above->size()));
+        const double room = roundingRoom;
+        if (!frame.adjusted(-room, -room, room, room).contains(place)) return true;
+    }
+    return false;
+}
+
+QString whyCut(QQuickItem& text) {
+    if (text.property("truncated").toBool()) return QStringLiteral("elided");
+    if (text.property("contentWidth").toDouble() > text.width() + roundingRoom)
+        return QStringLiteral("too wide");
+    const double lineRoom =
+        QFontMetricsF(text.property("font").value<QFont>()).height() * partOfLine;
+    if (text.property("contentHeight").toDouble() > text.height() + lineRoom)
+        return QStringLiteral("too high");
+    return isCutByAncestors(text) ? QStringLiteral("clipped") : QString();
+}
+
+} // namespace
+
+TestLanguage::TestLanguage() {
+    if (!m_translator.load(QStringLiteral(VORQ_TEST_CATALOGUE)))
+        qFatal("there is no catalogue of the language of tests");
+    QCoreApplication::installTranslator(&m_translator);
+}
+
+bool TestLanguage::has(QString text) {
+    static const QRegularExpression constant(QStringLiteral(
+        "\\bVorq\\b|\\bvorq [a-z-]+( \"\\$\\(vorq-gateway handoff\\)\")?|Super\\+Shift\\+[A-Z]"));
+    static const QRegularExpression vowel(QStringLiteral("[AEIOUYaeiouy]"));
+    return !text.remove(constant).contains(vowel);
+}
+
+std::string TestLanguage::foreign(const QStringList& texts) {
+    QStringList list;
+    for (const QString& text : texts)
+        if (!has(text)) list += text;
+    list.removeDuplicates();
+    return list.join(u'\n').toStdString();
+}
+
+QStringList shownTexts(QQuickWindow& window) {
+    QStringList texts;
+    visitShown(*window.contentItem(), [&](QQuickItem& item) {
+        if (isText(item) || item.inherits("QQuickAbstractButton"))
+            texts += item.property("text").toString();
+        for (const char* property : {"tip", "placeholder", "help"})
+            texts += item.property(property).toString();
+    });
+    collectHeard(*QAccessible::queryAccessibleInterface(&window), texts);
+    texts.removeAll(QString());
+    return texts;
+}
+
+std::string cutTexts(QQuickWindow& window) {
+    QStringList texts;
+    visitShown(*window.contentItem(), [&](QQuickItem& item) {
+        if (!item.inherits("QQuickText") || item.property("text").toString().isEmpty()) return;
+        const QString why = whyCut(item);
+        if (!why.isEmpty()) texts += item.property("text").toString() + ": " + why;
+    });
+    return texts.join(u'\n').toStdString();
+}
+
+} // namespace vorq
