@@ -138,6 +138,53 @@ bool isSmallTalk(std::string_view request) {
     return std::ranges::find(phrases, request) != phrases.end();
 }
 
+constexpr auto kSummaryPhrases = std::to_array<std::string_view>({"summar",
+                                                                  "tl;dr",
+                                                                  "tldr",
+                                                                  "key point",
+                                                                  "main point",
+                                                                  "key idea",
+                                                                  "main idea",
+                                                                  "key sentence",
+                                                                  "takeaway",
+                                                                  "overview",
+                                                                  "gist",
+                                                                  "outline",
+                                                                  "in short",
+                                                                  "analyze",
+                                                                  "analyse",
+                                                                  "bullet point",
+                                                                  "explain like i",
+                                                                  "eli5",
+                                                                  "simple terms",
+                                                                  "simple words",
+                                                                  "zusammenfass",
+                                                                  "überblick",
+                                                                  "résum",
+                                                                  "resum",
+                                                                  "riassu",
+                                                                  "samenvat",
+                                                                  "important part",
+                                                                  "most important",
+                                                                  "what is this about",
+                                                                  "what's this about",
+                                                                  "what is it about",
+                                                                  "samen in",
+                                                                  "кратко",
+                                                                  "要約",
+                                                                  "まとめ",
+                                                                  "总结",
+                                                                  "概括",
+                                                                  "摘要",
+                                                                  "لخص",
+                                                                  "ملخص"});
+
+bool asksForSummary(std::string_view request) {
+    const auto holds = [&](std::string_view phrase) { return request.contains(phrase); };
+    return std::ranges::any_of(kSummaryPhrases, holds) ||
+           (request.starts_with("fass") && request.contains("zusammen"));
+}
+
 PromptIntent::Kind kindOf(std::string_view request) {
     using Kind = PromptIntent::Kind;
     if (isSmallTalk(request)) return Kind::SmallTalk;
@@ -146,50 +193,7 @@ PromptIntent::Kind kindOf(std::string_view request) {
                               "important word", "main term", "schlüsselbegriff"})) {
         return Kind::KeyTerms;
     }
-    if (containsAny(request, {"summar",
-                              "tl;dr",
-                              "tldr",
-                              "key point",
-                              "main point",
-                              "key idea",
-                              "main idea",
-                              "key sentence",
-                              "takeaway",
-                              "overview",
-                              "gist",
-                              "outline",
-                              "in short",
-                              "analyze",
-                              "analyse",
-                              "bullet point",
-                              "explain like i",
-                              "eli5",
-                              "simple terms",
-                              "simple words",
-                              "zusammenfass",
-                              "überblick",
-                              "résum",
-                              "resum",
-                              "riassu",
-                              "samenvat",
-                              "important part",
-                              "most important",
-                              "what is this about",
-                              "what's this about",
-                              "what is it about",
-                              "samen in",
-                              "resum",
-                              "кратко",
-                              "要約",
-                              "まとめ",
-                              "总结",
-                              "概括",
-                              "摘要",
-                              "لخص",
-                              "ملخص"})) {
-        return Kind::Summary;
-    }
-    if (request.starts_with("fass") && request.contains("zusammen")) return Kind::Summary;
+    if (asksForSummary(request)) return Kind::Summary;
     return Kind::Question;
 }
 
