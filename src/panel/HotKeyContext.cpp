@@ -15,8 +15,16 @@ namespace vorq {
 
 static Q_LOGGING_CATEGORY(panelLog, "vorq.panel", QtInfoMsg)
 
-    HotKeyContext::HotKeyContext(const Services& services)
-    : m_services(services) {
+    namespace {
+
+    // Whether there is more than the greeting.
+    bool isConversing(const PanelConversation& conversation) {
+        return !conversation.messages().messages().empty() && !conversation.isPanelGreetingOnly();
+    }
+
+} // namespace
+
+HotKeyContext::HotKeyContext(const Services& services) : m_services(services) {
     connect(&services.conversation, &PanelConversation::dropped, this,
             [this] { m_held.discard(); });
 }
@@ -51,12 +59,20 @@ QCoro::Task<> HotKeyContext::handle(QPointer<HotKeyContext> self, Press press,
     // Before anything else: what is typed from now on is for the panel, and would overwrite what is
     // selected.
     if (!wasUp || !panel->hasDialog()) panel->bringUp();
-    if (!wasUp) self->m_services.conversation.ensurePanelGreeting();
+    PanelConversation& conversation = self->m_services.conversation;
+    if (!wasUp) conversation.ensurePanelGreeting();
+    const bool wasConversing = isConversing(conversation);
     SelectionCapture& capture = self->m_services.capture;
     const CapturedText captured = co_await capture.captureSelectedTextForHotKey(press.source, stop);
     if (!self || !panel || stop.stop_requested()) co_return;
     if (wasUp && captured.isEmpty() && capture.isTrusted()) {
         if (!panel->hasDialog()) panel->takeDown();
+        co_return;
+    }
+    // Who has begun to talk meanwhile need not hear that nothing is highlighted.
+    if (captured.isEmpty() && capture.isTrusted() && !wasConversing && isConversing(conversation)) {
+        self->m_held.discard();
+        conversation.setHighlightedText({});
         co_return;
     }
     // The user has hidden the panel meanwhile. What is held back does not wait unseen.
@@ -116,11 +132,9 @@ void HotKeyContext::takeUp(const QString& text, const QString& application) {
 void HotKeyContext::greet(const QString& application, bool isTrusted) {
     PanelConversation& conversation = m_services.conversation;
     conversation.setHighlightedText({});
-    const bool isGreetedOnly =
-        conversation.messages().messages().empty() || conversation.isPanelGreetingOnly();
     if (!isTrusted)
         m_services.permissions.adviseToGrantAgain();
-    else if (!isGreetedOnly)
+    else if (isConversing(conversation))
         emit nothingCaptured(application);
     conversation.ensurePanelGreeting();
 }

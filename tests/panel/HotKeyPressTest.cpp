@@ -83,6 +83,22 @@ TEST_F(HotKeyPressTest, EscapeDuringASlowCaptureHidesWhatReadsLikeASecret) {
     EXPECT_EQ(m_transport.count(), 0U);
 }
 
+TEST_F(HotKeyPressTest, WhoAsksDuringTheCaptureIsNotToldThatNothingIsHighlighted) {
+    int told = 0;
+    QObject::connect(&hotKey(), &HotKeyContext::nothingCaptured, &hotKey(), [&told] { ++told; });
+    press(7);
+    advance(50ms);
+    panel().submit("a question");
+    advance(50ms);
+    EXPECT_EQ(m_capture.underWay, 0);
+    EXPECT_EQ(told, 0);
+
+    m_panel->up = false;
+    press(7);
+    advance(100ms);
+    EXPECT_EQ(told, 1) << "beside what was said before";
+}
+
 TEST_F(HotKeyPressTest, AnEmptyCaptureLeavesADialogOpen) {
     m_panel->up = true;
     m_panel->dialog = true;
