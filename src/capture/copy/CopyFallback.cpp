@@ -84,9 +84,11 @@ QCoro::Task<QString> CopyFallback::copyFrom(Target target, std::stop_token stop)
     QString text;
     co_await waitOutModifiers(focus, services.keys, stop);
     const bool isPosted = co_await post(target, focus, *loan, stop);
-    if (isPosted) text = co_await answer(services, *loan);
+    if (isPosted) co_await awaitAnswer(services.clock, *loan);
+    // At once: what the user types meanwhile would overwrite the selection.
     focus.giveBack(target.process);
     if (!isPosted) co_return text;
+    text = co_await answer(services.clock, *loan);
     co_await loan->giveBack();
     qCInfo(captureLog, "Vorq copy fallback chars=%lld pasteboardChanged=%s",
            static_cast<long long>(graphemeCount(text)), loan->wasWritten() ? "true" : "false");
@@ -113,11 +115,14 @@ QCoro::Task<bool> CopyFallback::post(Target target, SourceFocus& focus, Clipboar
     co_return false;
 }
 
-// What somebody else has written meanwhile is no answer.
-QCoro::Task<QString> CopyFallback::answer(Services services, const ClipboardLoan& loan) {
+QCoro::Task<> CopyFallback::awaitAnswer(Clock& clock, const ClipboardLoan& loan) {
     for (int round = 0; round < answerRounds && !loan.isWritten(); ++round)
-        co_await sleepFor(services.clock, answerRound, {});
-    co_await sleepFor(services.clock, settlingOfAnswer, {});
+        co_await sleepFor(clock, answerRound, {});
+}
+
+// What somebody else has written meanwhile is no answer.
+QCoro::Task<QString> CopyFallback::answer(Clock& clock, const ClipboardLoan& loan) {
+    co_await sleepFor(clock, settlingOfAnswer, {});
     QString text;
     if (loan.isWrittenByProcess()) text = co_await loan.text();
     co_return text;

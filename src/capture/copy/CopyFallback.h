@@ -39,7 +39,8 @@ class CopyFallback final : public QObject, public CopyShortcut {
                                           std::stop_token stop);
     QCoro::Task<bool> post(Target target, SourceFocus& focus, ClipboardLoan& loan,
                            std::stop_token stop);
-    static QCoro::Task<QString> answer(Services services, const ClipboardLoan& loan);
+    static QCoro::Task<> awaitAnswer(Clock& clock, const ClipboardLoan& loan);
+    static QCoro::Task<QString> answer(Clock& clock, const ClipboardLoan& loan);
 
     Services m_services;
     bool m_isCopying = false;

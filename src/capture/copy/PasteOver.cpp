@@ -192,12 +192,13 @@ PasteOver::pasteOverSelection(QString text, Target target, std::stop_token stop)
     std::expected<void, Obstacle> result = std::unexpected(Obstacle::Target);
     const auto chord = chordOf(target);
     if (!chord || !canPaste(target)) co_return result;
+    const ProcessId process = target.source.value_or(0);
     SourceFocus focus({services.clock, services.keys, services.workspace});
-    const bool isFront = co_await focus.bringToFront(*target.source, pasteFrontRounds, stop);
+    const bool isFront = co_await focus.bringToFront(process, pasteFrontRounds, stop);
     if (!isFront) qCInfo(captureLog, "paste: aborted — source not frontmost or Vorq still key");
     if (self && isFront && !stop.stop_requested())
         result = co_await postPaste(text, target, *chord, stop);
-    focus.giveBack(*target.source);
+    focus.giveBack(process);
     co_return result;
 }
 
@@ -207,14 +208,15 @@ PasteOver::postPaste(QString text, Target target, KeyChord chord, std::stop_toke
     const QPointer<PasteOver> self(this);
     const Services services = m_services;
     std::expected<void, Obstacle> result = std::unexpected(Obstacle::Clipboard);
+    const ProcessId process = target.source.value_or(0);
     ClipboardLoan loan({services.clock, services.pasteboard, services.keys, services.workspace},
-                       *target.source);
+                       process);
     const bool isBegun = co_await loan.begin(stop);
     if (!self || !isBegun || stop.stop_requested()) co_return result;
     const bool isPut = co_await loan.put(pasteboardText(text));
     if (!isPut) co_return result;
     co_await sleepFor(services.clock, settlingOfClipboard, {});
-    const bool isPosted = self && isInFront(target) && services.keys.post(chord, *target.source);
+    const bool isPosted = self && isInFront(target) && services.keys.post(chord, process);
     if (isPosted) co_await sleepFor(services.clock, timeToPaste, {});
     co_await loan.giveBack();
     if (isPosted) co_return {};

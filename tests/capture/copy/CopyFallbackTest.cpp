@@ -240,12 +240,22 @@ TEST_F(CopyFallbackTest, GivesTheKeyboardBackToThePanel) {
                 ElementsAre(static_cast<WindowId>(browser), static_cast<WindowId>(own)));
 }
 
-TEST_F(CopyFallbackTest, LeavesTheKeyboardWhereTheUserHasGoneMeanwhile) {
+TEST_F(CopyFallbackTest, GivesTheKeyboardBackAsSoonAsItIsAnswered) {
     workspace.bringToFront(own);
     const Running<QString> copying = start();
-    clock.advance(110ms);
-    workspace.bringToFront(other);
+    clock.advance(80ms + 24ms);
+    EXPECT_THAT(keys.posted(), testing::SizeIs(1));
+    EXPECT_EQ(workspace.frontmostProcess(), own);
     EXPECT_EQ(finish(copying), "copied");
+}
+
+TEST_F(CopyFallbackTest, LeavesTheKeyboardWhereTheUserHasGoneMeanwhile) {
+    workspace.bringToFront(own);
+    keys.onPost = [this](KeyChord, ProcessId process) {
+        pasteboard.writeAs(process, pasteboardText("copied"));
+        workspace.bringToFront(other);
+    };
+    EXPECT_EQ(copy(), "copied");
     EXPECT_EQ(workspace.frontmostProcess(), other);
 }
 
