@@ -50,7 +50,8 @@ class Defaults {
 
     /// Who tells the user, in a sentence, that what was stored was found damaged; called at once if
     /// it was before, and at any question.
-    virtual void setDamageHandler(std::function<void(const QString& sentence)> /*handler*/) {}
+    virtual void setDamageHandler(const std::function<void(const QString& sentence)>& /*handler*/) {
+    }
 
     /// Takes in what other programs of the user have stored meanwhile.
     virtual void synchronise() {}

@@ -182,8 +182,8 @@ void SettingsFile::tellOfDamage() {
     if (m_damageHandler && !m_damage.isEmpty()) m_damageHandler(std::exchange(m_damage, {}));
 }
 
-void SettingsFile::setDamageHandler(std::function<void(const QString& sentence)> handler) {
-    m_damageHandler = std::move(handler);
+void SettingsFile::setDamageHandler(const std::function<void(const QString& sentence)>& handler) {
+    m_damageHandler = handler;
     tellOfDamage();
 }
 

@@ -31,7 +31,7 @@ class SettingsFile final : public Defaults {
     /// Tries to write the file as it is.
     [[nodiscard]] std::optional<QString> whyFixed(const QString& key) override;
     [[nodiscard]] bool mayHaveLost(const QString& key) const override;
-    void setDamageHandler(std::function<void(const QString& sentence)> handler) override;
+    void setDamageHandler(const std::function<void(const QString& sentence)>& handler) override;
     void synchronise() override;
     /// Takes kept damaged files along, which may hold secrets, and the folder if nothing else is
     /// in it. What a symbolic link leads to stays, but empty.

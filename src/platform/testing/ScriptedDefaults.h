@@ -19,12 +19,8 @@ class ScriptedDefaults final : public Defaults {
     [[nodiscard]] bool mayHaveLost(const QString& key) const override {
         return lost.contains(key) && !contains(key);
     }
-    void setDamageHandler(std::function<void(const QString& sentence)> handler) override {
-        tellDamage = std::move(handler);
-    }
 
-    QStringList lost; ///< the keys that may have been there
-    std::function<void(const QString& sentence)> tellDamage;
+    QStringList lost;             ///< the keys that may have been there
     std::optional<QString> fixed; ///< why no value can be changed for good
 
     [[nodiscard]] const QMap<QString, QVariant>& values() const { return m_values; }
