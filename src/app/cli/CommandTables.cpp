@@ -18,9 +18,10 @@ constexpr std::array desktopOptions = {
               .help = "the same, for the entry that starts Vorq at login"},
 };
 
-// Those for notes are known, too, but not told: their keys do nothing yet.
 constexpr std::array desktopRows = {
     CommandRow{.names = "summon", .help = "shows the panel and takes up what is highlighted"},
+    CommandRow{.names = "note", .help = "files what is highlighted in a note"},
+    CommandRow{.names = "push-note", .help = "ends that note: the next text begins a new one"},
     CommandRow{.names = "clear", .help = "clears the chat"},
     CommandRow{.names = "toggle", .help = "shows or hides the panel"},
     CommandRow{.names = "save-chat", .help = "keeps the chat of the panel in your notes"},
@@ -75,7 +76,7 @@ constexpr std::array programSections = {
             "For keys of the desktop and for scripts, with the application in front as the source:",
         .rows = desktopRows,
         .isBrief = true,
-        .remark = "The first three start Vorq if it does not run.",
+        .remark = "The first five start Vorq if it does not run.",
         .options = desktopOptions},
     CommandSection{.heading = "In the terminal:", .rows = terminalRows},
 };

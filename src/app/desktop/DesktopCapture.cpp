@@ -14,6 +14,7 @@ DesktopCapture::DesktopCapture(DesktopPlatform& platform, const PanelShowings& s
       m_gate(platform.accessibility(), platform.workspace(), platform.defaults()),
       m_reader({platform.clock(), platform.accessibility(), platform.primarySelection(), m_gate}),
       m_panel({m_reader, m_gate, m_copyShortcut, showings, m_log}),
+      m_notes({m_reader, m_gate, m_copyShortcut}),
       m_search({platform.clock(), m_reader, platform.screenCapture(), platform.screens(),
                 platform.appearance(), m_log}),
       m_snapshots({m_reader, m_gate, m_copyShortcut, m_search, platform.screens(), m_log}) {}

@@ -4,6 +4,7 @@
 #include "capture/placement/SnapshotCapture.h"
 #include "capture/placement/WindowHighlightSearch.h"
 #include "capture/selection/CaptureLog.h"
+#include "capture/selection/NoteCapture.h"
 #include "capture/selection/PanelCapture.h"
 #include "capture/selection/SelectionReader.h"
 #include "capture/source/CaptureGate.h"
@@ -26,8 +27,11 @@ class DesktopCapture final : public SelectionCapture {
                                                            std::stop_token stop) override;
     void log(const QString& line) override { m_panel.log(line); }
 
-    /// Selections with their places.
+    // What the note keys need beside it.
+    [[nodiscard]] NoteCapture& notes() { return m_notes; }
     [[nodiscard]] SnapshotCapture& snapshots() { return m_snapshots; }
+    [[nodiscard]] const CaptureGate& gate() const { return m_gate; }
+    [[nodiscard]] CaptureLog& captureLog() { return m_log; }
 
   private:
     CopyFallback m_copyShortcut;
@@ -35,6 +39,7 @@ class DesktopCapture final : public SelectionCapture {
     CaptureGate m_gate;
     SelectionReader m_reader;
     PanelCapture m_panel;
+    NoteCapture m_notes;
     WindowHighlightSearch m_search;
     SnapshotCapture m_snapshots;
 };

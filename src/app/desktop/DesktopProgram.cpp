@@ -71,6 +71,8 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
     : m_platform(platform),
       m_transport(platform.clock()),
       m_capture(platform, m_showings),
+      m_notes({m_capture.notes(), m_capture.snapshots(), m_capture.gate(), m_capture.captureLog(),
+               platform.notes(), ApplicationService::name}),
       m_state({platform.clock(), platform.defaults(), platform.paths(), m_transport, m_capture,
                platform.notes()}),
       m_settingsDamage(platform.defaults(), m_state.panel()),
@@ -88,6 +90,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
             &AppDelegate::applicationOpen);
     connect(&service, &ApplicationService::verbRequested, this, &DesktopProgram::perform);
     tellOutcomes(service.links());
+    connectNotes();
     connect(&platform.appearance(), &DesktopAppearance::changed, &m_palette,
             [this] { applyDesktopLook(); });
 }
@@ -152,6 +155,16 @@ void DesktopProgram::tellOutcomes(LinkOutcomes& links) {
                     failure.isEmpty() ? QStringLiteral("Signed in as %1.").arg(name) : failure;
                 links.ended(code, failure.isEmpty(), sentence);
             });
+}
+
+// What was saved as a note counts as highlighted text, as any other that was captured. The message
+// is for the pages of the library, which is not read from its files for it.
+void DesktopProgram::connectNotes() {
+    connect(&m_notes, &NoteDraftFlow::captured, &m_state.panel(),
+            &PanelConversation::setHighlightedText);
+    connect(&m_notes, &NoteDraftFlow::libraryMessageChanged, this, [this](const QString& message) {
+        if (m_state.isLibraryLoaded()) m_state.library().setLibraryMessage(message);
+    });
 }
 
 void DesktopProgram::perform(Verb verb, const VerbSource& source) {

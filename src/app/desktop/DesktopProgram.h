@@ -6,7 +6,7 @@
 #include "app/instance/CommandRepeats.h"
 #include "backend/account/PendingSignIn.h"
 #include "backend/http/CurlTransport.h"
-#include "capture/notes/NoteCaptureFlow.h"
+#include "capture/notes/NoteDraftFlow.h"
 #include "core/VorqAppState.h"
 #include "platform/DesktopPlatform.h"
 #include "shell/application/AppDelegate.h"
@@ -47,15 +47,16 @@ class DesktopProgram final : public QObject {
     [[nodiscard]] std::unique_ptr<PanelPresence> makePanel(VorqAppState& state);
     [[nodiscard]] AppDelegate::Ports delegatePorts();
     void tellOutcomes(LinkOutcomes& links);
+    void connectNotes();
     void applyDesktopLook();
 
     DesktopPlatform& m_platform;
     CurlTransport m_transport;
     NoPendingSignIn m_signIn;
-    NoNoteCapture m_notes;
     CommandRepeats m_repeats;
     PanelShowings m_showings;
     DesktopCapture m_capture;
+    NoteDraftFlow m_notes;
     VorqAppState m_state;
     SettingsDamage m_settingsDamage;
     ApplicationPalette m_palette;

@@ -43,6 +43,8 @@ AppDelegate::AppDelegate(const Ports& ports, QObject* parent)
     connect(&m_noteHotKeys, &NoteHotKeys::flashNoteSaveStatus, this, [this](bool succeeded) {
         m_ports.statusItem.flashStatusImage(succeeded ? StatusImage::Check : StatusImage::Fail);
     });
+    connect(&m_noteHotKeys, &NoteHotKeys::adviceChanged, &ports.statusItem,
+            &StatusItem::setNoteAdvice);
     connectStatusItem();
     connectColorEdits();
 }
@@ -73,6 +75,10 @@ void AppDelegate::performCommand(StatusCommand command) {
         return m_noteHotKeys.saveHighlightAsNote();
     case StatusCommand::PushNoteDraft:
         return m_noteHotKeys.handlePushNoteHotKey();
+    case StatusCommand::SaveHeldText:
+        return m_noteHotKeys.saveHeldText();
+    case StatusCommand::DiscardHeldText:
+        return m_noteHotKeys.discardHeldText();
     case StatusCommand::ClearChat:
         return clearChat();
     case StatusCommand::OpenAccessibility:

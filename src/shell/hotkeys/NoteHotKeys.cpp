@@ -10,6 +10,22 @@ namespace {
 
 const QString noBundleID = QStringLiteral("(none)");
 
+// Says in the log why it failed. Whoever stops a step may take the notes with it.
+QCoro::Task<bool> logged(NoteCaptureFlow& notes, QCoro::Task<bool> saving, std::stop_token stop) {
+    const bool isSaved = co_await saving;
+    if (!isSaved && !stop.stop_requested())
+        qCWarning(shellLog, "Vorq ⌘⇧S note save failed: %s",
+                  qUtf8Printable(notes.libraryMessage()));
+    co_return isSaved;
+}
+
+QCoro::Task<bool> push(NoteCaptureFlow& notes, std::stop_token stop) {
+    const bool isPushed = co_await notes.pushAppleNoteDraft(stop);
+    if (!isPushed && !stop.stop_requested())
+        qCWarning(shellLog, "Vorq ⌘⇧P — no open note draft to push.");
+    co_return isPushed;
+}
+
 } // namespace
 
 NoteHotKeys::NoteHotKeys(NoteCaptureFlow& notes, Workspace& workspace, FrontmostTracker& frontmost,
@@ -34,23 +50,40 @@ void NoteHotKeys::saveHighlightAsNote() {
 }
 
 void NoteHotKeys::startSaving(std::optional<ProcessId> sourcePID, const QString& bundleID) {
-    // Each is a save of its own.
-    m_task.release();
-    m_task.restart([self = QPointer(this), sourcePID, bundleID](std::stop_token stop) {
-        return save(self, sourcePID, bundleID, std::move(stop));
+    start([sourcePID, bundleID](NoteCaptureFlow& notes, const std::stop_token& stop) {
+        return logged(notes, notes.saveNoteFromSelection(sourcePID, bundleID, false, stop), stop);
     });
 }
 
-QCoro::Task<> NoteHotKeys::save(QPointer<NoteHotKeys> self, std::optional<ProcessId> sourcePID,
-                                QString bundleID, std::stop_token stop) {
+void NoteHotKeys::saveHeldText() {
+    start([](NoteCaptureFlow& notes, const std::stop_token& stop) {
+        return logged(notes, notes.saveHeldText(stop), stop);
+    });
+}
+
+void NoteHotKeys::discardHeldText() {
+    m_notes.discardHeldText();
+    tellAdvice();
+}
+
+void NoteHotKeys::start(Step step) {
+    // Each press is a task of its own.
+    m_task.release();
+    m_task.restart([self = QPointer(this), step = std::move(step)](std::stop_token stop) {
+        return run(self, step, std::move(stop));
+    });
+}
+
+QCoro::Task<> NoteHotKeys::run(QPointer<NoteHotKeys> self, Step step, std::stop_token stop) {
     if (!self || stop.stop_requested()) co_return;
-    NoteCaptureFlow& notes = self->m_notes;
-    const bool isSaved = co_await notes.saveNoteFromSelection(sourcePID, bundleID, false, stop);
+    const bool isDone = co_await step(self->m_notes, stop);
     if (!self || stop.stop_requested()) co_return;
-    emit self->flashNoteSaveStatus(isSaved);
-    if (!isSaved)
-        qCWarning(shellLog, "Vorq ⌘⇧S note save failed: %s",
-                  qUtf8Printable(notes.libraryMessage()));
+    emit self->flashNoteSaveStatus(isDone);
+    self->tellAdvice();
+}
+
+void NoteHotKeys::tellAdvice() {
+    emit adviceChanged({.failure = m_notes.failure(), .holdsText = m_notes.holdsText()});
 }
 
 QString NoteHotKeys::bundleIDOf(const HotKeySource& source,
@@ -68,9 +101,7 @@ void NoteHotKeys::handlePushNoteHotKey() {
         emit flashNoteSaveStatus(false);
         return;
     }
-    const bool isPushed = m_notes.pushAppleNoteDraft();
-    emit flashNoteSaveStatus(isPushed);
-    if (!isPushed) qCWarning(shellLog, "Vorq ⌘⇧P — no open note draft to push.");
+    start(push);
 }
 
 } // namespace vorq

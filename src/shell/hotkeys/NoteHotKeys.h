@@ -2,10 +2,13 @@
 
 #include "capture/notes/NoteCaptureFlow.h"
 #include "shell/hotkeys/HotKeyHandler.h"
+#include "shell/notices/NoteAdvice.h"
 #include "support/async/TaskSlot.h"
 
 #include <QObject>
 #include <QPointer>
+
+#include <functional>
 
 namespace vorq {
 
@@ -30,15 +33,26 @@ class NoteHotKeys final : public QObject {
 
     void handlePushNoteHotKey();
 
+    /// What a save held back goes into the notes all the same, or nowhere.
+    void saveHeldText();
+    void discardHeldText();
+
   signals:
     void flashNoteSaveStatus(bool succeeded);
 
+    /// What can be said of the last save has changed.
+    void adviceChanged(const vorq::NoteAdvice& advice);
+
   private:
+    using Step =
+        std::function<QCoro::Task<bool>(NoteCaptureFlow& notes, const std::stop_token& stop)>;
+
     [[nodiscard]] QString bundleIDOf(const HotKeySource& source,
                                      std::optional<ProcessId> resolved) const;
+    void start(Step step);
     void startSaving(std::optional<ProcessId> sourcePID, const QString& bundleID);
-    static QCoro::Task<> save(QPointer<NoteHotKeys> self, std::optional<ProcessId> sourcePID,
-                              QString bundleID, std::stop_token stop);
+    static QCoro::Task<> run(QPointer<NoteHotKeys> self, Step step, std::stop_token stop);
+    void tellAdvice();
 
     NoteCaptureFlow& m_notes;
     Workspace& m_workspace;

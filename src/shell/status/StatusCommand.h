@@ -10,6 +10,8 @@ enum class StatusCommand : std::uint8_t {
     SaveChat,
     SaveHighlight,
     PushNoteDraft,
+    SaveHeldText,
+    DiscardHeldText,
     ClearChat,
     OpenAccessibility,
     EnableBackendAtLogin,

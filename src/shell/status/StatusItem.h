@@ -2,6 +2,7 @@
 
 #include "shell/hotkeys/HotKeyTable.h"
 #include "shell/look/StatusImage.h"
+#include "shell/notices/NoteAdvice.h"
 #include "shell/status/StatusCommand.h"
 
 #include <QObject>
@@ -42,6 +43,9 @@ class StatusItem : public QObject {
 
     /// Whether notes can be made of what is highlighted; the menu has the commands only then.
     virtual void setOffersNotes(bool offersNotes) = 0;
+
+    /// Of the last note key or command.
+    virtual void setNoteAdvice(const NoteAdvice& advice) = 0;
 
     /// At first it is not offered.
     virtual void setBackendAtLogin(const BackendAtLoginEntry& entry) = 0;

@@ -45,6 +45,10 @@ QAction* StatusMenu::addCommand(const QString& text, StatusCommand command) {
 void StatusMenu::addCommands() {
     m_toggle = addCommand(tr("Toggle Vorq"), StatusCommand::ToggleVorq);
     m_saveChat = addCommand(tr("Save Chat to Notes"), StatusCommand::SaveChat);
+    m_noteFailure = addFact(QString());
+    m_saveHeldText = addCommand(tr("Save Held Text as Note"), StatusCommand::SaveHeldText);
+    m_discardHeldText = addCommand(tr("Discard Held Text"), StatusCommand::DiscardHeldText);
+    setNoteAdvice({});
     m_saveHighlight = addCommand(tr("Save Highlight as Note"), StatusCommand::SaveHighlight);
     m_pushNoteDraft = addCommand(tr("Push Note Draft"), StatusCommand::PushNoteDraft);
     m_clearChat = addCommand(tr("Clear Chat"), StatusCommand::ClearChat);
@@ -64,6 +68,13 @@ void StatusMenu::addBackendAtLogin() {
 void StatusMenu::setOffersNotes(bool offersNotes) {
     for (QAction* entry : {m_saveHighlight, m_pushNoteDraft})
         entry->setVisible(offersNotes);
+}
+
+void StatusMenu::setNoteAdvice(const NoteAdvice& advice) {
+    m_noteFailure->setText(menuText(advice.failure));
+    m_noteFailure->setVisible(!advice.failure.isEmpty());
+    for (QAction* entry : {m_saveHeldText, m_discardHeldText})
+        entry->setVisible(advice.holdsText);
 }
 
 void StatusMenu::setBackendAtLogin(const BackendAtLoginEntry& entry) {

@@ -32,6 +32,9 @@ class StatusMenu final : public FactMenu {
     /// Whether notes can be made of what is highlighted. At first they cannot.
     void setOffersNotes(bool offersNotes);
 
+    /// Why the last note was not saved stands above the commands for notes, until one is.
+    void setNoteAdvice(const NoteAdvice& advice);
+
     /// At first it is not offered.
     void setBackendAtLogin(const BackendAtLoginEntry& entry);
 
@@ -57,6 +60,9 @@ class StatusMenu final : public FactMenu {
     QList<QAction*> m_notices;
     QAction* m_toggle;
     QAction* m_saveChat;
+    QAction* m_noteFailure;
+    QAction* m_saveHeldText;
+    QAction* m_discardHeldText;
     QAction* m_saveHighlight;
     QAction* m_pushNoteDraft;
     QAction* m_clearChat;

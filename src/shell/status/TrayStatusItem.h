@@ -24,6 +24,7 @@ class TrayStatusItem final : public StatusItem {
         m_menu.setHotKeys(registered);
     }
     void setOffersNotes(bool offersNotes) override { m_menu.setOffersNotes(offersNotes); }
+    void setNoteAdvice(const NoteAdvice& advice) override { m_menu.setNoteAdvice(advice); }
     void setBackendAtLogin(const BackendAtLoginEntry& entry) override {
         m_menu.setBackendAtLogin(entry);
     }

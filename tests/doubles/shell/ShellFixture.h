@@ -44,6 +44,7 @@ class ScriptedStatusItem final : public StatusItem {
     QStringList notices;
     std::set<HotKeyAction> hotKeys;
     bool offersNotes = false;
+    NoteAdvice noteAdvice;
     BackendAtLoginEntry backend;
 
     void installStatusItem() override { m_calls += "status item"; }
@@ -51,6 +52,7 @@ class ScriptedStatusItem final : public StatusItem {
     void setHotKeyNotices(const QStringList& lines) override { notices = lines; }
     void setHotKeys(const std::set<HotKeyAction>& registered) override { hotKeys = registered; }
     void setOffersNotes(bool offers) override { offersNotes = offers; }
+    void setNoteAdvice(const NoteAdvice& advice) override { noteAdvice = advice; }
     void setBackendAtLogin(const BackendAtLoginEntry& entry) override { backend = entry; }
     void openMenu() override { m_calls += "menu"; }
     void flashStatusImage(StatusImage image) override {
@@ -66,6 +68,8 @@ class ScriptedNotes final : public NoteCaptureFlow {
     bool available = true;
     bool succeeds = true;
     QString message;
+    QString whyNot;
+    bool isHolding = false;
     std::vector<std::pair<std::optional<ProcessId>, QString>> saves;
 
     [[nodiscard]] bool isAvailable() const override { return available; }
@@ -76,8 +80,15 @@ class ScriptedNotes final : public NoteCaptureFlow {
         saves.emplace_back(sourcePID, frontBundleID);
         co_return succeeds;
     }
-    bool pushAppleNoteDraft() override { return succeeds; }
+    QCoro::Task<bool> pushAppleNoteDraft(std::stop_token) override { co_return succeeds; }
     [[nodiscard]] QString libraryMessage() const override { return message; }
+    [[nodiscard]] QString failure() const override { return whyNot; }
+    [[nodiscard]] bool holdsText() const override { return isHolding; }
+    QCoro::Task<bool> saveHeldText(std::stop_token) override {
+        isHolding = !succeeds;
+        co_return succeeds;
+    }
+    void discardHeldText() override { isHolding = false; }
 };
 
 class ScriptedSignIn final : public PendingSignIn {

@@ -101,6 +101,7 @@ TEST_F(HotKeysTest, TheCommandSavesWhateverIsHighlighted) {
     EXPECT_THAT(m_notes.saves, ElementsAre(Pair(std::nullopt, "(none)")));
     EXPECT_THAT(m_calls, ElementsAre("flash check"));
     emit m_statusItem.chosen(StatusCommand::PushNoteDraft);
+    m_clock.settle();
     EXPECT_THAT(m_calls, ElementsAre("flash check", "flash check"));
 }
 
@@ -174,9 +175,29 @@ TEST_F(HotKeysTest, ANoteThatCouldNotBeSavedFlashesFailureAndSaysWhy) {
     launch();
     m_notes.succeeds = false;
     m_notes.message = "No notes application.";
+    m_notes.whyNot = "No notes application.";
     press(2);
+    EXPECT_EQ(m_statusItem.noteAdvice, (NoteAdvice{.failure = "No notes application."}));
     EXPECT_THAT(m_calls, ElementsAre("flash fail"));
     EXPECT_THAT(m_log.all(), Contains("Vorq ⌘⇧S note save failed: No notes application."));
+}
+
+TEST_F(HotKeysTest, AHeldTextIsSavedOrDiscardedFromTheMenu) {
+    launch();
+    m_notes.succeeds = false;
+    m_notes.isHolding = true;
+    press(2);
+    EXPECT_TRUE(m_statusItem.noteAdvice.holdsText);
+    m_notes.succeeds = true;
+    emit m_statusItem.chosen(StatusCommand::SaveHeldText);
+    m_clock.settle();
+    EXPECT_FALSE(m_statusItem.noteAdvice.holdsText);
+    EXPECT_THAT(m_calls, ElementsAre("flash fail", "flash check"));
+
+    m_notes.isHolding = true;
+    emit m_statusItem.chosen(StatusCommand::DiscardHeldText);
+    EXPECT_FALSE(m_statusItem.noteAdvice.holdsText);
+    EXPECT_THAT(m_calls, ElementsAre("flash fail", "flash check")) << "nothing to flash";
 }
 
 TEST_F(HotKeysTest, PushingSealsTheDraft) {
