@@ -95,7 +95,7 @@ QCoro::Task<QString> CopyFallback::copyFrom(Target target, std::stop_token stop)
     if (!self) co_return text;
     self->m_last = loan;
     self->m_guard.restart(
-        [loan](std::stop_token guarded) { return ClipboardLoan::guard(loan, guarded); });
+        [loan](std::stop_token guarded) { return ClipboardLoan::guard(loan, std::move(guarded)); });
     co_return text;
 }
 

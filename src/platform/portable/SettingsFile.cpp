@@ -298,7 +298,7 @@ bool SettingsFile::fail(const QString& reason) {
 
 std::optional<QString> SettingsFile::keepDamagedFile() const {
     for (int number = 1; number < 1000; ++number) {
-        const QString kept = QStringLiteral("%1.damaged-%2").arg(m_path).arg(number);
+        QString kept = QStringLiteral("%1.damaged-%2").arg(m_path).arg(number);
         if (QFile::exists(kept) ? bytesOf(kept) == bytesOf(m_path) : QFile::copy(m_path, kept))
             return kept;
     }

@@ -9,7 +9,6 @@ namespace vorq {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::ElementsAre;
 
 class PanelViewModelTest : public ConversationFixture {
   protected:
