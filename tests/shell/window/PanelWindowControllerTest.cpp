@@ -331,7 +331,7 @@ class SlowBarPressTest : public OutsideClickTest {
 
 TEST_F(SlowBarPressTest, OurMenuBringsThePanelBackAndLeavesTheKeyboardWhereItIs) {
     m_clock.advance(3s);
-    m_workspace.bringToFront(browser);
+    m_workspace.bringToFront(writer);
     m_window.calls.clear();
     EXPECT_TRUE(isBackWithTheMenu());
     EXPECT_THAT(m_window.calls, ElementsAre("front"));
