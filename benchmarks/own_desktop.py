@@ -8,12 +8,12 @@ AS_SHIPPED = "--as-shipped"
 WITH_DESKTOP = pathlib.Path(__file__).resolve().parent.parent / "scripts" / "with-desktop"
 
 
-def enter_desktop():
+def enter_desktop(screen="1920x1080"):
     """Runs this program anew on a desktop of its own, unless that is where it runs."""
     if "VORQ_DESKTOP_LOG" in os.environ:
         return
     sys.stdout.flush()
-    os.execv(WITH_DESKTOP, [WITH_DESKTOP, "--own-home", "--screen", "1920x1080", sys.executable,
+    os.execv(WITH_DESKTOP, [WITH_DESKTOP, "--own-home", "--screen", screen, sys.executable,
                             *sys.argv])
 
 
