@@ -29,7 +29,8 @@ PanelLook::Tier tierOf(Translucency translucency) {
 } // namespace
 
 DesktopPanel::DesktopPanel(const PanelContext& context)
-    : m_view(context.state, context.platform.clock(), &context.platform.localSignIn()),
+    : m_view(context.state, context.platform.clock(), context.reader,
+             &context.platform.localSignIn()),
       m_look(context.state.appearance()),
       m_appearance(context.platform.appearance()),
       m_compositor(context.platform.compositor()),

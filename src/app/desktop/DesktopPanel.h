@@ -21,6 +21,7 @@ namespace vorq {
 struct PanelContext {
     DesktopPlatform& platform;
     VorqAppState& state;
+    AttachmentReader& reader;
     PanelHolds& holds;
     ShellNotifications& notifications;
     PanelShowings& showings;

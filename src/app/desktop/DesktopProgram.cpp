@@ -113,8 +113,9 @@ AppDelegate::Ports DesktopProgram::delegatePorts() {
 }
 
 std::unique_ptr<PanelPresence> DesktopProgram::makePanel(VorqAppState& state) {
-    const PanelContext context{m_platform, state, m_delegate.holds(), m_delegate.notifications(),
-                               m_showings};
+    const PanelContext context{
+        m_platform, state, m_attachmentReader, m_delegate.holds(), m_delegate.notifications(),
+        m_showings};
     return std::make_unique<DeferredPanel>(
         m_platform.clock(), [context] { return std::make_unique<DesktopPanel>(context); });
 }

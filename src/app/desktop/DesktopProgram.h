@@ -6,6 +6,7 @@
 #include "app/instance/CommandRepeats.h"
 #include "backend/account/PendingSignIn.h"
 #include "backend/http/CurlTransport.h"
+#include "capture/attachments/FileAttachmentReader.h"
 #include "capture/notes/NoteDraftFlow.h"
 #include "core/VorqAppState.h"
 #include "platform/DesktopPlatform.h"
@@ -56,6 +57,7 @@ class DesktopProgram final : public QObject {
     CommandRepeats m_repeats;
     PanelShowings m_showings;
     DesktopCapture m_capture;
+    FileAttachmentReader m_attachmentReader;
     NoteDraftFlow m_notes;
     VorqAppState m_state;
     SettingsDamage m_settingsDamage;

@@ -1,38 +1,33 @@
 #include "shell/panel/AttachmentIntake.h"
 
 #include "shell/panel/AttachmentList.h"
-#include "support/async/OnPool.h"
 
 #include <QBuffer>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImage>
+#include <QImageReader>
 #include <QMimeData>
+
+#include <utility>
 
 namespace vorq {
 namespace {
 
-constexpr int jpegQuality = 72;
-
-// Small as PNG, which keeps letters sharp; a large picture goes as JPEG.
-std::optional<QString> dataURLOf(const QImage& image) {
-    for (const char* format : {"PNG", "JPEG"}) {
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        if (!image.save(&buffer, format, format[0] == 'J' ? jpegQuality : -1)) continue;
-        if (auto url = imageDataURL(bytes)) return url;
-    }
-    return std::nullopt;
+// Looks at its first bytes alone.
+bool isPicture(QByteArray bytes) {
+    QBuffer buffer(&bytes);
+    return buffer.open(QIODevice::ReadOnly) && QImageReader(&buffer).canRead();
 }
 
-std::expected<PromptAttachment, QString> attachmentOf(const QImage& image, const QString& name) {
-    PromptAttachment attachment;
-    attachment.fileName = name;
-    attachment.imageDataURL = dataURLOf(image);
-    if (!attachment.imageDataURL)
-        return std::unexpected(AttachmentIntake::tr("The picture is too large to attach."));
-    return attachment;
+// As the other program has encoded it, where it has.
+QByteArray pictureOf(const QMimeData& data) {
+    for (const auto* type : {"image/png", "image/jpeg", "image/webp", "image/tiff", "image/bmp"})
+        if (QByteArray bytes = data.data(QString::fromLatin1(type)); isPicture(bytes)) return bytes;
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    if (buffer.open(QIODevice::WriteOnly)) data.imageData().value<QImage>().save(&buffer, "PNG");
+    return bytes;
 }
 
 } // namespace
@@ -44,30 +39,16 @@ void AttachmentIntake::attachFiles(const QList<QUrl>& files) {
             emit refused(tr("%1: only files can be attached.").arg(file.toDisplayString()));
             continue;
         }
-        m_reading.release();
-        m_reading.restart([this, path = file.toLocalFile()](std::stop_token stop) {
+        begin([this, path = file.toLocalFile()](std::stop_token stop) {
             return readFile(path, std::move(stop));
         });
     }
 }
 
-QCoro::Task<> AttachmentIntake::readFile(QString path, std::stop_token stop) {
-    const Made made = co_await onPool([path] { return PromptAttachment::load(path); }, stop);
-    if (!stop.stop_requested()) deliver(made);
-}
-
-void AttachmentIntake::deliver(const Made& made) {
-    if (made)
-        m_attachments.append(*made);
-    else
-        emit refused(made.error());
-}
-
 bool AttachmentIntake::attachPicture(const QByteArray& bytes) {
-    const QImage image = QImage::fromData(bytes);
-    if (image.isNull()) return false;
+    if (!isPicture(bytes)) return false;
     emit chosen();
-    deliver(attachmentOf(image, QStringLiteral("Dropped image.png")));
+    attachPicture(bytes, QStringLiteral("Dropped image.png"));
     return true;
 }
 
@@ -83,8 +64,37 @@ bool AttachmentIntake::attachFromClipboard() {
     }
     // A word processor offers a picture of its text too; the text is what is meant.
     if (!data->hasImage() || data->hasText()) return false;
-    deliver(attachmentOf(data->imageData().value<QImage>(), QStringLiteral("Pasted image.png")));
+    attachPicture(pictureOf(*data), QStringLiteral("Pasted image.png"));
     return true;
+}
+
+void AttachmentIntake::attachPicture(QByteArray bytes, const QString& name) {
+    begin([this, picture = std::move(bytes), name](std::stop_token stop) {
+        return readPicture(picture, name, std::move(stop));
+    });
+}
+
+void AttachmentIntake::begin(TaskSlot::Body body) {
+    m_reading.release();
+    m_reading.restart(std::move(body));
+}
+
+QCoro::Task<> AttachmentIntake::readFile(QString path, std::stop_token stop) {
+    const AttachmentResult result = co_await m_reader.read(std::move(path), stop);
+    if (!stop.stop_requested()) deliver(result);
+}
+
+QCoro::Task<> AttachmentIntake::readPicture(QByteArray bytes, QString name, std::stop_token stop) {
+    const AttachmentResult result =
+        co_await m_reader.readPicture(std::move(bytes), std::move(name), stop);
+    if (!stop.stop_requested()) deliver(result);
+}
+
+void AttachmentIntake::deliver(const AttachmentResult& result) {
+    if (result)
+        m_attachments.append(*result);
+    else
+        emit refused(result.error());
 }
 
 } // namespace vorq

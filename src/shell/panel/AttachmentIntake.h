@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/attachments/PromptAttachment.h"
+#include "capture/attachments/AttachmentReader.h"
 #include "support/async/TaskSlot.h"
 
 #include <QCoroTask>
@@ -8,21 +8,21 @@
 #include <QString>
 #include <QUrl>
 
-#include <expected>
 #include <stop_token>
 
 namespace vorq {
 
 class AttachmentList;
 
-/// Makes attachments of files and pictures, however they come into the panel. Files are read off
-/// the main thread. Main thread only.
+/// Has files and pictures read, however they come into the panel, and makes clips of them. Main
+/// thread only.
 class AttachmentIntake final : public QObject {
     Q_OBJECT
 
   public:
-    /// The list must outlive this object.
-    explicit AttachmentIntake(AttachmentList& attachments) : m_attachments(attachments) {}
+    /// Both must outlive this object.
+    AttachmentIntake(AttachmentList& attachments, AttachmentReader& reader)
+        : m_attachments(attachments), m_reader(reader) {}
 
     /// Each becomes a clip once it is read, or is refused.
     Q_INVOKABLE void attachFiles(const QList<QUrl>& files);
@@ -38,13 +38,15 @@ class AttachmentIntake final : public QObject {
     void refused(const QString& sentence);
 
   private:
-    using Made = std::expected<PromptAttachment, QString>;
-
+    void attachPicture(QByteArray bytes, const QString& name);
+    void begin(TaskSlot::Body body);
     QCoro::Task<> readFile(QString path, std::stop_token stop);
+    QCoro::Task<> readPicture(QByteArray bytes, QString name, std::stop_token stop);
     // Where every way of attaching ends.
-    void deliver(const Made& made);
+    void deliver(const AttachmentResult& result);
 
     AttachmentList& m_attachments;
+    AttachmentReader& m_reader;
     TaskSlot m_reading; // of all files that are being read; the latest is in the slot
 };
 

@@ -23,11 +23,12 @@ QCoro::Task<> resetLater(QPointer<PanelViewModel> self, Clock& clock, std::funct
 
 } // namespace
 
-PanelViewModel::PanelViewModel(VorqAppState& state, Clock& clock, LocalSignIn* localSignIn)
+PanelViewModel::PanelViewModel(VorqAppState& state, Clock& clock, AttachmentReader& reader,
+                               LocalSignIn* localSignIn)
     : m_state(state),
       m_clock(clock),
       m_attachableNotes(state, m_attachments),
-      m_intake(m_attachments),
+      m_intake(m_attachments, reader),
       m_studyClip(state.study(), state.studyNotes(), m_attachments),
       m_held(state.hotKeyContext().held()),
       m_outlet(state.panel().messages()),

@@ -20,6 +20,7 @@
 
 namespace vorq {
 
+class AttachmentReader;
 class Clock;
 class VorqAppState;
 
@@ -49,7 +50,8 @@ class PanelViewModel final : public QObject {
 
   public:
     /// All must outlive the view model. Without a local sign-in the panel offers none.
-    PanelViewModel(VorqAppState& state, Clock& clock, LocalSignIn* localSignIn = nullptr);
+    PanelViewModel(VorqAppState& state, Clock& clock, AttachmentReader& reader,
+                   LocalSignIn* localSignIn = nullptr);
     ~PanelViewModel() override;
 
     [[nodiscard]] const QString& prompt() const { return m_prompt; }

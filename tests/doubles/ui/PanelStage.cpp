@@ -23,7 +23,7 @@ PanelStage::PanelStage() {
     defaults.apply({{"vorq.session.token", "token"}, {"vorq.session.email", "a@b.c"}});
     state = std::make_unique<VorqAppState>(
         VorqAppState::Platform{clock, defaults, paths, transport, capture, notes});
-    panel = std::make_unique<PanelViewModel>(*state, clock, &localSignIn);
+    panel = std::make_unique<PanelViewModel>(*state, clock, reader, &localSignIn);
     look = std::make_unique<PanelLook>(state->appearance());
     context = std::make_unique<UiContext>(*panel, *look);
     engine = std::make_unique<QQmlEngine>();

@@ -2,6 +2,7 @@
 
 #include "core/VorqAppState.h"
 #include "doubles/backend/ScriptedTransport.h"
+#include "doubles/capture/ScriptedAttachmentReader.h"
 #include "doubles/capture/ScriptedCapture.h"
 #include "platform/NotesBridge.h"
 #include "platform/testing/ManualClock.h"
@@ -54,6 +55,7 @@ class PanelStage {
     ScriptedTransport transport{clock};
     ScriptedCapture capture;
     NoNotesBridge notes;
+    ScriptedAttachmentReader reader;
     ScriptedLocalSignIn localSignIn;
     std::unique_ptr<VorqAppState> state;
     std::unique_ptr<PanelViewModel> panel;

@@ -111,6 +111,9 @@ TEST_F(FilePickerTest, WhatIsChosenBecomesAClip) {
     ASSERT_TRUE(shown);
     shown->selectFile(file.fileName());
     static_cast<QDialog*>(shown)->accept();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return stage.reader.underWay() == 1; }));
+    EXPECT_EQ(stage.reader.readings()[0]->path, file.fileName());
+    stage.reader.finish(0, "Silt settles.");
     ASSERT_TRUE(QTest::qWaitFor([this] { return stage.panel->attachments().count() == 1; }));
     EXPECT_EQ(stage.panel->attachments().attachments()[0].textContent, "Silt settles.");
 }

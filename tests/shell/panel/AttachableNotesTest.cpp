@@ -1,4 +1,5 @@
 #include "shell/panel/AttachableNotes.h"
+#include "doubles/capture/ScriptedAttachmentReader.h"
 #include "doubles/panel/ConversationFixture.h"
 #include "shell/panel/PanelViewModel.h"
 
@@ -20,7 +21,7 @@ class AttachableNotesTest : public ConversationFixture {
     ~AttachableNotesTest() override { m_model.reset(); }
 
     PanelViewModel& model() {
-        if (!m_model) m_model = std::make_unique<PanelViewModel>(state(), m_clock);
+        if (!m_model) m_model = std::make_unique<PanelViewModel>(state(), m_clock, m_reader);
         return *m_model;
     }
     AttachableNotes& notes() { return *model().attachableNotes(); }
@@ -51,6 +52,7 @@ class AttachableNotesTest : public ConversationFixture {
     }
 
     QUuid m_silt;
+    ScriptedAttachmentReader m_reader;
     std::unique_ptr<PanelViewModel> m_model;
 };
 

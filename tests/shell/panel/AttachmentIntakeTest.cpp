@@ -1,5 +1,6 @@
 #include "shell/panel/AttachmentIntake.h"
 
+#include "capture/attachments/FileAttachmentReader.h"
 #include "shell/panel/AttachmentList.h"
 #include "support/async/OnPool.h"
 
@@ -44,7 +45,9 @@ class AttachmentIntakeTest : public testing::Test {
     QTemporaryDir folder;
     QString path = folder.filePath("a.txt");
     AttachmentList attachments;
-    std::unique_ptr<AttachmentIntake> intake = std::make_unique<AttachmentIntake>(attachments);
+    FileAttachmentReader reader;
+    std::unique_ptr<AttachmentIntake> intake =
+        std::make_unique<AttachmentIntake>(attachments, reader);
     QSignalSpy chosen{intake.get(), &AttachmentIntake::chosen};
     QSignalSpy refused{intake.get(), &AttachmentIntake::refused};
 };
@@ -86,7 +89,7 @@ TEST_F(AttachmentIntakeTest, APictureThatIsHandedOverBecomesAClip) {
     EXPECT_EQ(chosen.count(), 0);
     EXPECT_TRUE(intake->attachPicture(picture()));
     EXPECT_EQ(chosen.count(), 1);
-    ASSERT_EQ(attachments.count(), 1);
+    ASSERT_TRUE(waitForClips(1));
     EXPECT_TRUE(attachments.attachments()[0].imageDataURL->startsWith("data:image/png;base64,"));
 }
 
@@ -96,7 +99,7 @@ TEST_F(AttachmentIntakeTest, TheClipboardGivesFilesAndPicturesAndLeavesTextsAlon
     EXPECT_FALSE(intake->attachFromClipboard());
     clipboard->setImage(QImage::fromData(picture()));
     EXPECT_TRUE(intake->attachFromClipboard());
-    EXPECT_EQ(attachments.count(), 1);
+    ASSERT_TRUE(waitForClips(1));
     auto* files = new QMimeData;
     files->setUrls({QUrl::fromLocalFile(path)});
     clipboard->setMimeData(files);

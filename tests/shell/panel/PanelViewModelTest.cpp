@@ -1,4 +1,5 @@
 #include "shell/panel/PanelViewModel.h"
+#include "doubles/capture/ScriptedAttachmentReader.h"
 #include "doubles/panel/ConversationFixture.h"
 #include "shell/notices/Advice.h"
 
@@ -13,7 +14,7 @@ using namespace std::chrono_literals;
 class PanelViewModelTest : public ConversationFixture {
   protected:
     PanelViewModel& model() {
-        if (!m_model) m_model = std::make_unique<PanelViewModel>(state(), m_clock);
+        if (!m_model) m_model = std::make_unique<PanelViewModel>(state(), m_clock, m_reader);
         return *m_model;
     }
     ~PanelViewModelTest() override { m_model.reset(); }
@@ -27,6 +28,7 @@ class PanelViewModelTest : public ConversationFixture {
         return clip;
     }
 
+    ScriptedAttachmentReader m_reader;
     std::unique_ptr<PanelViewModel> m_model;
 };
 
@@ -263,6 +265,9 @@ TEST_F(PanelViewModelTest, ThePlaceholderTellsOfTheStudy) {
 }
 
 TEST_F(PanelViewModelTest, AFileThatCannotBeReadIsANotice) {
+    m_reader.answer = [](const QString& path) {
+        return std::unexpected(path + QStringLiteral(": No such file or directory"));
+    };
     model().intake()->attachFiles({QUrl::fromLocalFile("/nowhere/a.txt")});
     ASSERT_TRUE(QTest::qWaitFor([this] { return !model().notice().isEmpty(); }));
     EXPECT_EQ(model().attachments().count(), 0);
