@@ -33,7 +33,8 @@ struct Place {
     const char* step = "capture: AX-";
     /// Of the right one of two screens, on which the window is.
     double scale = 1;
-    const char* scaleVariable = "QT_SCALE_FACTOR";
+    /// How the application is told; without one by the dots of both screens.
+    const char* scaleVariable = nullptr;
 };
 
 void PrintTo(const Place& place, std::ostream* out) {
@@ -48,11 +49,13 @@ Application openAccessibleChromium(DesktopSession& session, const QByteArray& ht
 class Scaling {
   public:
     explicit Scaling(const Place& place) : m_variable(place.scaleVariable) {
-        if (place.scale != 1) qputenv(m_variable, QByteArray::number(place.scale));
+        if (m_variable) qputenv(m_variable, QByteArray::number(place.scale));
     }
     Scaling(const Scaling&) = delete;
     Scaling& operator=(const Scaling&) = delete;
-    ~Scaling() { qunsetenv(m_variable); }
+    ~Scaling() {
+        if (m_variable) qunsetenv(m_variable);
+    }
 
   private:
     const char* m_variable;
@@ -67,17 +70,41 @@ class SelectionPlace : public testing::TestWithParam<Place> {
 
     SelectionPlace() {
         const double scale = GetParam().scale;
-        const std::vector<PixelScreen> pixels{{.pixels = QRect(QPoint(), leftSize), .scale = 1},
-                                              {.pixels = rightPixels, .scale = scale}};
+        const std::vector<PixelScreen> pixels{
+            {.pixels = QRect(QPoint(), leftSize), .scale = leftScale},
+            {.pixels = rightPixels, .scale = scale}};
         accessibility->setScreens(pixels);
         screen.setScreens(pixels);
+        const QRectF leftFrame(QPointF(), QSizeF(leftSize) / leftScale);
         const QSizeF right = QSizeF(rightPixels.size()) / scale;
-        const QRectF leftFrame(QPointF(), leftSize);
-        const QRectF rightFrame({double(leftSize.width()), leftSize.height() - right.height()},
+        const QRectF rightFrame({double(leftSize.width()), leftFrame.height() - right.height()},
                                 right);
         screens.change(
-            {{.name = "left", .frame = leftFrame, .visibleFrame = leftFrame, .scale = 1},
+            {{.name = "left", .frame = leftFrame, .visibleFrame = leftFrame, .scale = leftScale},
              {.name = "right", .frame = rightFrame, .visibleFrame = rightFrame, .scale = scale}});
+        splitScreen();
+        if (!GetParam().scaleVariable) setDots(static_cast<int>(96 * scale));
+    }
+
+    // Applications see two monitors as well.
+    void splitScreen() const {
+        const auto monitor = [](const QRect& pixels) {
+            return QStringLiteral("%1/300x%2/300+%3+0")
+                .arg(pixels.width())
+                .arg(pixels.height())
+                .arg(pixels.left());
+        };
+        run("xrandr", "x11-xserver-utils",
+            {"--setmonitor", "left", monitor(QRect(QPoint(), leftSize)), "screen"},
+            session.environment());
+        run("xrandr", "x11-xserver-utils", {"--setmonitor", "right", monitor(rightPixels), "none"},
+            session.environment());
+    }
+
+    void setDots(int perInch) const {
+        const QString resources =
+            session.write("dots", "Xft.dpi: " + QByteArray::number(perInch) + "\n");
+        run("xrdb", "x11-xserver-utils", {"-merge", resources}, session.environment());
     }
 
     // By the keyboard, which all of them know.
@@ -128,7 +155,8 @@ class SelectionPlace : public testing::TestWithParam<Place> {
         const double scale = GetParam().scale;
         const QPointF upperLeft = corner + (pixels.topLeft() - corner) / scale;
         const QSizeF size = pixels.size() / scale;
-        return {{upperLeft.x(), leftSize.height() - upperLeft.y() - size.height()}, size};
+        const double height = leftSize.height() / leftScale;
+        return {{upperLeft.x(), height - upperLeft.y() - size.height()}, size};
     }
 
     // Under load one reading may take longer than it is given; the user presses the key again.
@@ -147,6 +175,7 @@ class SelectionPlace : public testing::TestWithParam<Place> {
     }
 
     const QSize leftSize{200, sizeOfBoth().height()};
+    const double leftScale = GetParam().scaleVariable ? 1 : GetParam().scale;
     const QRect rightPixels{200, 0, sizeOfBoth().width() - 200, sizeOfBoth().height()};
     Scaling scaling{GetParam()};
     DesktopSession session{{.screen = sizeOfBoth()}};
@@ -186,40 +215,75 @@ TEST_P(SelectionPlace, IsWhereTheSelectionIsDrawn) {
 
 constexpr auto seen = "capture: screenshot";
 
-INSTANTIATE_TEST_SUITE_P(
-    , SelectionPlace,
-    testing::Values(
-        Place{.name = "mousepad", .open = openMousepad, .text = lines, .color = 0x3584e4},
-        Place{.name = "mousepad2",
-              .open = openMousepad,
-              .text = lines,
-              .color = 0x3584e4,
-              .scale = 2,
-              .scaleVariable = "GDK_SCALE"},
-        Place{.name = "texteditor",
-              .open = openTextEditor,
-              .text = lines,
-              .color = 0xc0d8f4,
-              .step = seen},
-        Place{.name = "featherpad",
-              .open = openFeatherPad,
-              .text = lines,
-              .color = 0x308cc6,
-              .step = seen},
-        Place{
-            .name = "qt6", .open = openTextWindow, .text = lines, .color = 0x308cc6, .step = seen},
-        Place{.name = "qt6large",
-              .open = openTextWindow,
-              .text = lines,
-              .color = 0x308cc6,
-              .step = seen,
-              .scale = 1.5},
-        Place{.name = "writer", .open = openWriter, .text = lines, .color = 0xcde1f8},
-        Place{.name = "firefox", .open = openFirefox, .text = field, .color = 0x3584e4},
-        Place{.name = "firefoxpage", .open = openFirefox, .text = paragraphs, .color = 0x3584e4},
-        Place{
-            .name = "chromium", .open = openAccessibleChromium, .text = field, .color = 0x3367d1}),
-    [](const auto& info) { return info.param.name; });
+const std::vector<Place> places{
+    Place{.name = "mousepad", .open = openMousepad, .text = lines, .color = 0x3584e4},
+    Place{.name = "mousepad2",
+          .open = openMousepad,
+          .text = lines,
+          .color = 0x3584e4,
+          .scale = 2,
+          .scaleVariable = "GDK_SCALE"},
+    Place{.name = "texteditor",
+          .open = openTextEditor,
+          .text = lines,
+          .color = 0xc0d8f4,
+          .step = seen},
+    Place{.name = "featherpad",
+          .open = openFeatherPad,
+          .text = lines,
+          .color = 0x308cc6,
+          .step = seen},
+    Place{.name = "qt6", .open = openTextWindow, .text = lines, .color = 0x308cc6, .step = seen},
+    Place{.name = "qt6large",
+          .open = openTextWindow,
+          .text = lines,
+          .color = 0x308cc6,
+          .step = seen,
+          .scale = 1.5,
+          .scaleVariable = "QT_SCALE_FACTOR"},
+    Place{.name = "writer", .open = openWriter, .text = lines, .color = 0xcde1f8},
+    Place{.name = "firefox", .open = openFirefox, .text = field, .color = 0x3584e4},
+    Place{.name = "firefoxpage", .open = openFirefox, .text = paragraphs, .color = 0x3584e4},
+    Place{.name = "chromium", .open = openAccessibleChromium, .text = field, .color = 0x3367d1},
+    // As a session tells all of them that has one and a half pixels to a point.
+    Place{.name = "dense_mousepad",
+          .open = openMousepad,
+          .text = lines,
+          .color = 0x3584e4,
+          .scale = 1.5},
+    Place{.name = "dense_texteditor",
+          .open = openTextEditor,
+          .text = lines,
+          .color = 0xc0d8f4,
+          .step = seen,
+          .scale = 1.5},
+    Place{.name = "dense_featherpad",
+          .open = openFeatherPad,
+          .text = lines,
+          .color = 0x308cc6,
+          .step = seen,
+          .scale = 1.5},
+    Place{.name = "dense_qt6",
+          .open = openTextWindow,
+          .text = lines,
+          .color = 0x308cc6,
+          .step = seen,
+          .scale = 1.5},
+    Place{
+        .name = "dense_writer", .open = openWriter, .text = lines, .color = 0xcde1f8, .scale = 1.5},
+    Place{.name = "dense_firefox",
+          .open = openFirefox,
+          .text = field,
+          .color = 0x3584e4,
+          .scale = 1.5},
+    Place{.name = "dense_chromium",
+          .open = openAccessibleChromium,
+          .text = field,
+          .color = 0x3367d1,
+          .scale = 1.5}};
+
+INSTANTIATE_TEST_SUITE_P(, SelectionPlace, testing::ValuesIn(places),
+                         [](const auto& info) { return info.param.name; });
 
 } // namespace
 } // namespace vorq::desktop

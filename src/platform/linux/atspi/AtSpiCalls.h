@@ -29,6 +29,7 @@ enum class Role : std::uint32_t {
     TableCell = 56,
     Paragraph = 73,
     Link = 88,
+    Page = 95,
     Static = 116,
 };
 

@@ -89,12 +89,9 @@ AtSpiPlaces AtSpiElement::places() const {
 std::optional<QRectF> AtSpiElement::onScreen(std::optional<QRectF> rect) const {
     if (!rect) return std::nullopt;
     findPlace();
-    const bool isInWindow = toolkit().placesInWindow;
-    if (isInWindow && !m_session->contents) return std::nullopt;
-    const QPointF origin = isInWindow ? QPointF(m_session->contents->topLeft()) : QPointF();
-    const double scale = m_session->scale;
-    const QPointF corner = rect->topLeft() + m_session->shift;
-    return pointsOf(QRectF(origin + corner * scale, rect->size() * scale), m_session->screens);
+    if (!m_session->place) return std::nullopt;
+    const QRectF pixels = m_session->place->pixelsOf(rect->translated(m_session->shift));
+    return pointsOf(pixels, m_session->screens);
 }
 
 // Every toolkit has a scale of its own, which it does not tell: its window shows it.
@@ -102,15 +99,22 @@ void AtSpiElement::findPlace() const {
     Session& session = *m_session;
     if (session.placed == m_element.service) return;
     session.placed = m_element.service;
-    session.scale = 1;
     session.shift = places().shift(m_element);
     const auto process = session.applications.processOf(m_element.service, stop());
-    session.contents = process ? session.windows.contentsOf(*process) : std::nullopt;
+    const auto contents = process ? session.windows.contentsOf(*process) : std::nullopt;
     const auto window = session.applications.activeWindow(m_element.service, stop());
     const auto told =
         window ? atspi::rectIn(bus().call(atspi::extents(*window), stop())) : std::nullopt;
-    if (!session.contents || !told) return;
-    session.scale = toolkitScale(session.contents->size(), told->size()).value_or(1);
+    const ToolkitPlace place =
+        contents && told ? toolkitPlace(QRectF(*contents), *told) : ToolkitPlace();
+    session.place = place;
+    if (toolkit().placesInWindow) {
+        session.place.reset();
+        if (contents)
+            session.place = ToolkitPlace{.scale = place.scale, .pixels = contents->topLeft()};
+    } else if (place.scale != 1 && places().isInPixels(m_element)) {
+        session.place = ToolkitPlace();
+    }
 }
 
 std::optional<QRectF> AtSpiElement::frame() const {

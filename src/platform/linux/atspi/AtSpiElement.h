@@ -22,9 +22,8 @@ class AtSpiElement final : public AccessibleElement {
         std::vector<PixelScreen> screens;
         // Of the application that was asked for its place last.
         QString placed;
-        std::optional<QRect> contents; // of its window, in pixels
-        double scale = 1;              // its pixels to a point
-        QPointF shift;                 // what it tells too little, in its own points
+        std::optional<ToolkitPlace> place; // nothing where it is not known
+        QPointF shift;                     // what it tells too little, in its own points
         AtSpiPlaces::Patience patience{};
     };
 

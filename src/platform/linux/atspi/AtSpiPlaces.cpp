@@ -82,4 +82,18 @@ bool AtSpiPlaces::misplacesParagraphs(const AtSpiRef& element, QStringView text)
     return upper && lower && lower->top() <= upper->top();
 }
 
+bool AtSpiPlaces::isInPixels(const AtSpiRef& element) const {
+    if (!m_toolkit.placesPagesInPixels) return false;
+    AtSpiRef inner = element;
+    for (int depth = 0; depth < deepestElement; ++depth) {
+        const AtSpiBus::Messages facts =
+            m_bus.call({atspi::role(inner), atspi::parent(inner)}, m_stop);
+        if (atspi::numberIn(facts[0]) == static_cast<std::uint32_t>(atspi::Role::Page)) return true;
+        const auto outer = atspi::propertyRefIn(facts[1]);
+        if (!outer) return false;
+        inner = *outer;
+    }
+    return false;
+}
+
 } // namespace vorq

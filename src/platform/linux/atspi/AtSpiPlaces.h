@@ -40,6 +40,9 @@ class AtSpiPlaces {
     /// Whether the places of an element's text are those of another paragraph.
     [[nodiscard]] bool misplacesParagraphs(const AtSpiRef& element, QStringView text) const;
 
+    /// Whether the places of an element are in pixels, whatever the scale of its window.
+    [[nodiscard]] bool isInPixels(const AtSpiRef& element) const;
+
   private:
     [[nodiscard]] std::optional<QRectF> ask(const QDBusMessage& question) const;
 

@@ -23,7 +23,10 @@ AtSpiToolkit atSpiToolkit(QStringView name, QStringView application) {
     // It says that it is made with GTK, but answers by itself.
     if (application == u"soffice")
         return {.unit = Utf16, .splitsParagraphs = true, .placesOverMenu = true};
-    if (name == u"Chromium") return {.tellsAllSelections = false, .miscountsWideCharacters = true};
+    if (name == u"Chromium")
+        return {.tellsAllSelections = false,
+                .miscountsWideCharacters = true,
+                .placesPagesInPixels = true};
     if (name == u"GTK") return {.placesInWindow = true};
     return {};
 }

@@ -36,6 +36,8 @@ struct AtSpiToolkit {
     bool placesOverMenu = false;
     /// Whether a plain text may tell the place of its first paragraph for each of them.
     bool misplacesParagraphs = false;
+    /// Whether places on a page are in pixels, though those of the window are in points.
+    bool placesPagesInPixels = false;
     /// Whether places are found out only once they have been asked for.
     bool tellsPlacesLate = false;
 

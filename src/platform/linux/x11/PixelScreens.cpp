@@ -35,4 +35,21 @@ std::optional<double> toolkitScale(QSizeF pixels, QSizeF told) {
     return scale;
 }
 
+QRectF ToolkitPlace::pixelsOf(const QRectF& told) const {
+    return {pixels + (told.topLeft() - points) * scale, told.size() * scale};
+}
+
+ToolkitPlace toolkitPlace(const QRectF& pixels, const QRectF& told) {
+    ToolkitPlace place{.scale = toolkitScale(pixels.size(), told.size()).value_or(1)};
+    const QSizeF beyond = told.size() * place.scale - pixels.size();
+    // Whole points are told.
+    const bool isWithoutFrame =
+        std::abs(beyond.width()) < place.scale && std::abs(beyond.height()) < place.scale;
+    if (place.scale != 1 && isWithoutFrame) {
+        place.pixels = pixels.topLeft();
+        place.points = told.topLeft();
+    }
+    return place;
+}
+
 } // namespace vorq

@@ -25,4 +25,20 @@ struct PixelScreen {
 /// quarters; nothing if the sizes are not of one window. The toolkit may count the frame as well.
 [[nodiscard]] std::optional<double> toolkitScale(QSizeF pixels, QSizeF told);
 
+/// How a toolkit's points become pixels of the screen.
+struct ToolkitPlace {
+    double scale = 1;
+    /// One place in both.
+    QPointF pixels{};
+    QPointF points{};
+
+    [[nodiscard]] QRectF pixelsOf(const QRectF& told) const;
+
+    bool operator==(const ToolkitPlace&) const = default;
+};
+
+/// By one window in both. A toolkit may leave the corner of each monitor where it is in pixels, so
+/// what is told counts from the window's corner, unless the window is told with its frame.
+[[nodiscard]] ToolkitPlace toolkitPlace(const QRectF& pixels, const QRectF& told);
+
 } // namespace vorq

@@ -27,6 +27,9 @@ class AtSpiPlacesTest : public AccessibleTreeTest {
     [[nodiscard]] bool misplaces(const QString& path) {
         return told([&] { return places().misplacesParagraphs(at(path), element(path).text); });
     }
+    [[nodiscard]] bool isInPixels(const QString& path) {
+        return told([&] { return places().isInPixels(at(path)); });
+    }
     // Answers the first questions for bounds without a size.
     void answerLate(int questions) {
         tree.instead = [left = questions](const QDBusMessage& call) mutable {
@@ -95,6 +98,20 @@ TEST_F(AtSpiPlacesTest, TellWhereParagraphsAreAllInOnePlace) {
     EXPECT_FALSE(misplaces("/one"));
     element("/one").text = "first\n";
     EXPECT_FALSE(misplaces("/one"));
+}
+
+TEST_F(AtSpiPlacesTest, ArePixelsOnAPageOfOneToolkit) {
+    toolkit = atSpiToolkit(u"Chromium", u"Chromium");
+    element("/frame").children = QStringList{"/page", "/address"};
+    element("/page").role = static_cast<std::uint32_t>(atspi::Role::Page);
+    element("/page").children = QStringList{"/one"};
+    element("/one");
+    element("/address");
+    EXPECT_TRUE(isInPixels("/one"));
+    EXPECT_TRUE(isInPixels("/page"));
+    EXPECT_FALSE(isInPixels("/address"));
+    toolkit = atSpiToolkit(u"Gecko", u"Firefox");
+    EXPECT_FALSE(isInPixels("/one"));
 }
 
 class AtSpiSelectedPiecesTest : public AccessibleTreeTest {

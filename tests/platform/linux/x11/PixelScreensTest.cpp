@@ -35,5 +35,23 @@ TEST(ToolkitScale, IsUnknownWhereTheWindowsDiffer) {
     EXPECT_EQ(toolkitScale({}, {500, 300}), std::nullopt);
 }
 
+TEST(ToolkitPlace, CountsFromTheWindowsCorner) {
+    // On the right one of two monitors, whose corner is at 200, 0 in points as well.
+    const ToolkitPlace place = toolkitPlace({500, 20, 750, 450}, {400, 13, 500, 300});
+    EXPECT_EQ(place.pixelsOf({410, 33, 100, 20}), QRectF(515, 50, 150, 30));
+    EXPECT_EQ(toolkitPlace({201, 15, 1575, 1571}, {133, 10, 1050, 1048}).points, QPointF(133, 10));
+}
+
+TEST(ToolkitPlace, CountsFromTheScreensCornerWhereTheFrameIsTold) {
+    const ToolkitPlace place = toolkitPlace({201, 20, 1280, 960}, {100, 0, 641, 493});
+    EXPECT_EQ(place.pixelsOf({148, 80, 45, 18}), QRectF(296, 160, 90, 36));
+}
+
+TEST(ToolkitPlace, IsThatOfPixelsWithoutAScale) {
+    EXPECT_EQ(toolkitPlace({201, 20, 640, 480}, {200, 0, 642, 505}), ToolkitPlace());
+    EXPECT_EQ(toolkitPlace({201, 20, 640, 480}, {190, 0, 640, 480}), ToolkitPlace());
+    EXPECT_EQ(toolkitPlace({201, 20, 640, 480}, {0, 0, 9000, 20}), ToolkitPlace());
+}
+
 } // namespace
 } // namespace vorq
