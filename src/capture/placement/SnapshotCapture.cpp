@@ -69,14 +69,11 @@ QCoro::Task<SelectionSnapshot> SnapshotCapture::captureSelection(std::optional<P
         co_return *direct;
     }
     const Aim aim{.source = source, .mouse = mouse, .useScreenGeometry = useScreenGeometry};
-    const Clock::Duration left = budget.left();
-    const SelectionSnapshot snapshot =
-        co_await captureByCopy(aim, reading.highlightedText(), left, stop);
+    const SelectionSnapshot snapshot = co_await captureByCopy(aim, reading.highlightedText(), stop);
     co_return snapshot;
 }
 
 QCoro::Task<SelectionSnapshot> SnapshotCapture::captureByCopy(Aim aim, QString highlighted,
-                                                              Clock::Duration limit,
                                                               std::stop_token stop) {
     const QPointer<SnapshotCapture> self(this);
     SelectionSnapshot snapshot = snapshotAtMouse(aim.source, aim.mouse);
@@ -85,8 +82,8 @@ QCoro::Task<SelectionSnapshot> SnapshotCapture::captureByCopy(Aim aim, QString h
         copied = co_await m_services.copyShortcut.captureFromCopyShortcutFast(aim.source, stop);
         if (!self || stop.stop_requested()) co_return snapshot;
     }
-    const SelectionReading reading =
-        co_await m_services.reader.readAccessibility(aim.source, askForCapture, limit, stop);
+    const SelectionReading reading = co_await m_services.reader.readAccessibility(
+        aim.source, askForCapture, CaptureBudget::accessibilityLimit, stop);
     if (!self || stop.stop_requested() || reading.isPassword) co_return snapshot;
     auto afterCopy = snapshotAfterCopy(reading, copied, aim);
     const bool isTold = afterCopy && afterCopy->text == trimmed(afterCopy->exactText);

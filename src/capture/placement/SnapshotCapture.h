@@ -20,7 +20,7 @@ class Screens;
 
 /// Captures a selection together with its place on the screen: by accessibility, else what is
 /// highlighted or copied, with the place that is known then, else seen on a picture of the window,
-/// else that of the mouse. Main thread only.
+/// else that of the mouse. Main thread only; other programs are waited for on threads of their own.
 class SnapshotCapture final : public QObject {
     Q_OBJECT
 
@@ -38,6 +38,11 @@ class SnapshotCapture final : public QObject {
     explicit SnapshotCapture(const Services& services) : m_services(services) {}
 
     /// Without a mouse point, where the mouse is. The text is "" where nothing is captured.
+    ///
+    /// It ends whatever the application does: the first questions have CaptureBudget::captureLimit,
+    /// those after a copy and those for a picture CaptureBudget::accessibilityLimit each, and the
+    /// picture WindowHighlightSearch::pictureLimit; a copy has limits of its own. Once stopped, it
+    /// ends at once with what it has.
     QCoro::Task<SelectionSnapshot> captureSelection(std::optional<ProcessId> source,
                                                     std::optional<QPointF> mousePoint,
                                                     bool useScreenGeometry, std::stop_token stop);
@@ -51,7 +56,7 @@ class SnapshotCapture final : public QObject {
     };
 
     QCoro::Task<SelectionSnapshot> captureByCopy(Aim aim, QString highlighted,
-                                                 Clock::Duration limit, std::stop_token stop);
+                                                 std::stop_token stop);
     QCoro::Task<SelectionSnapshot> placeBySight(Aim aim, SelectionSnapshot snapshot,
                                                 std::stop_token stop);
     [[nodiscard]] std::optional<SelectionSnapshot>

@@ -3,7 +3,6 @@
 #include "capture/placement/TintSamples.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 
@@ -11,7 +10,6 @@ namespace vorq {
 namespace {
 
 constexpr std::size_t minHits = 12;
-constexpr std::array radii{48.0, 96.0, 160.0, 280.0};
 constexpr double minRadiusY = 22;
 constexpr double maxBoxHeight = 140;
 constexpr double maxWidthShare = 0.92;
@@ -87,7 +85,7 @@ bool isWhole(const PixelBuffer& image) {
 /// The box of the first radius at which the hits look like a selection.
 std::optional<TintBox> blobAround(std::span<const TintHit> hits, QPointF seed, PixelScale scale,
                                   double maxWidth) {
-    for (const double radius : radii) {
+    for (const double radius : tintRadii) {
         const PixelScale pixels{.x = scale.x * radius,
                                 .y = std::max(scale.y * radius, scale.y * minRadiusY)};
         const Extremes extremes = extremesAround(hits, seed, pixels);

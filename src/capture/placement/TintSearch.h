@@ -4,6 +4,7 @@
 #include <QRectF>
 #include <QSizeF>
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -48,6 +49,9 @@ struct TintQuery {
     /// The point to grow from; it may lie outside the window.
     QPointF seed;
 };
+
+/// How far from the seed hits are looked for, in points, one after the other.
+inline constexpr std::array tintRadii{48.0, 96.0, 160.0, 280.0};
 
 /// What the search found.
 struct TintBox {

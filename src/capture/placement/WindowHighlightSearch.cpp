@@ -15,8 +15,6 @@
 namespace vorq {
 namespace {
 
-constexpr double smallestSearchArea = 40;
-
 std::vector<TintColor> colorsOf(const DesktopLook& look) {
     std::vector<TintColor> ofDesktop;
     for (const auto& color : {look.selection, look.accent})
@@ -27,10 +25,6 @@ std::vector<TintColor> colorsOf(const DesktopLook& look) {
 
 void askForFocusedFrame(const CaptureSource& from, SelectionReading& reading) {
     reading.focusedFrame = focusedAXFrame(from);
-}
-
-bool isRoom(const QRectF& area) {
-    return area.width() >= smallestSearchArea && area.height() >= smallestSearchArea;
 }
 
 } // namespace
@@ -51,14 +45,13 @@ WindowHighlightSearch::highlightPlacementFromScreenshot(std::optional<ProcessId>
         source, askForFocusedFrame, CaptureBudget::accessibilityLimit, stop);
     if (!self || stop.stop_requested()) co_return std::nullopt;
     const std::optional<QRectF>& area = reading.focusedFrame;
-    if (!area || !isRoom(*area)) {
-        m_services.log.placeDbg(QStringLiteral("shot: no search area (searchAX=%1)")
-                                    .arg(area ? logged(*area) : QStringLiteral("nil")));
+    if (area && !isSearchArea(*area)) {
+        m_services.log.placeDbg(noSearchArea(area));
         co_return std::nullopt;
     }
     const SightingQuery query{.source = source,
                               .own = static_cast<ProcessId>(QCoreApplication::applicationPid()),
-                              .searchArea = *area,
+                              .searchArea = area,
                               .mouse = mouse,
                               .screens = screenLayout(m_services.screens),
                               .colors = colorsOf(m_services.appearance.look())};
@@ -68,8 +61,13 @@ WindowHighlightSearch::highlightPlacementFromScreenshot(std::optional<ProcessId>
         *sighting = sightSelection(capture, query, running);
     };
     const bool isInTime = co_await m_thread.run(std::move(job), pictureLimit, stop);
+    if (!self || stop.stop_requested()) co_return std::nullopt;
     // Until it has come to its end, what it found belongs to the other thread.
-    if (!self || !isInTime || stop.stop_requested()) co_return std::nullopt;
+    if (!isInTime) {
+        m_services.log.placeDbg(
+            QStringLiteral("shot: captureImage failed The window system does not answer in time."));
+        co_return std::nullopt;
+    }
     for (const QString& line : std::as_const(sighting->log))
         m_services.log.placeDbg(line);
     const auto highlight = sighting->highlight;

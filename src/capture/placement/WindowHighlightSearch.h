@@ -16,9 +16,10 @@ class ScreenCapture;
 class Screens;
 class SelectionReader;
 
-/// Looks for a selection on a picture of its window: where the element that has the focus is, by
-/// the tints that the desktop and programs set behind selected text. Main thread only; what waits
-/// for other programs or the window system is on threads of its own.
+/// Looks for a selection on a picture of its window: where the element that has the focus is, in
+/// the whole window of an application that tells nothing, by the tints that the desktop and
+/// programs set behind selected text. Main thread only; what waits for other programs or the window
+/// system is on threads of its own.
 class WindowHighlightSearch final : public QObject, public HighlightSearch {
     Q_OBJECT
 

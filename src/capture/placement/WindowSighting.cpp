@@ -8,6 +8,7 @@
 namespace vorq {
 namespace {
 
+constexpr double smallestSearchArea = 40;
 constexpr double narrowestTint = 8;
 constexpr double lowestTint = 6;
 
@@ -47,7 +48,8 @@ class WindowSearch {
 
     [[nodiscard]] Sighting search() {
         const QRectF whole({0, 0}, m_window.size());
-        const QRectF asked = integral(m_query.searchArea.translated(-m_window.topLeft()));
+        const QRectF area = m_query.searchArea.value_or(m_window);
+        const QRectF asked = integral(area.translated(-m_window.topLeft()));
         const QRectF clipped = asked.intersected(whole);
         auto box = boxWithin(clipped.isEmpty() ? whole : clipped);
         if (!box) box = boxWithin(whole);
@@ -61,9 +63,27 @@ class WindowSearch {
     }
 
   private:
-    [[nodiscard]] std::optional<QRectF> boxWithin(const QRectF& area) {
+    [[nodiscard]] std::optional<TintBox> find(const QRectF& area) const {
+        if (area.isEmpty()) return std::nullopt;
         const TintQuery query{.windowSize = m_window.size(), .search = area, .seed = m_seed};
-        const auto found = selectionPixelBounds(m_picture, query, m_query.colors);
+        return selectionPixelBounds(m_picture, query, m_query.colors);
+    }
+
+    // The same box that the whole area gives as long as not all hits of that are too many.
+    [[nodiscard]] std::optional<TintBox> findNear(const QRectF& area) const {
+        for (const double radius : tintRadii) {
+            // With the pixels at both ends.
+            const double reach = radius + 1;
+            const QRectF near(m_seed - QPointF(reach, reach), QSizeF(2 * reach, 2 * reach));
+            const auto found = find(area.intersected(near));
+            if (found && found->radius && *found->radius <= radius) return found;
+        }
+        return std::nullopt;
+    }
+
+    [[nodiscard]] std::optional<QRectF> boxWithin(const QRectF& area) {
+        auto found = findNear(area);
+        if (!found) found = find(area);
         if (!found) return std::nullopt;
         if (found->radius) {
             log(QStringLiteral("shot: blob hits=%1/%2 r=%3 box=%4")
@@ -105,6 +125,15 @@ Sighting failure(const QString& line) {
 
 } // namespace
 
+bool isSearchArea(const QRectF& area) {
+    return area.width() >= smallestSearchArea && area.height() >= smallestSearchArea;
+}
+
+QString noSearchArea(const std::optional<QRectF>& area) {
+    return QStringLiteral("shot: no search area (searchAX=%1)")
+        .arg(area ? logged(*area) : QStringLiteral("nil"));
+}
+
 Sighting sightSelection(ScreenCapture& capture, const SightingQuery& query,
                         const std::stop_token& stop) {
     const auto windows = capture.windowsOnScreen(stop);
@@ -112,6 +141,8 @@ Sighting sightSelection(ScreenCapture& capture, const SightingQuery& query,
     if (!windows)
         return failure(QStringLiteral("shot: SCShareableContent failed %1").arg(windows.error()));
     const auto target = targetOf(*windows, query);
+    if (!query.searchArea && (!target || !isSearchArea(target->frame)))
+        return failure(noSearchArea(target ? std::optional(target->frame) : std::nullopt));
     if (!target)
         return failure(
             QStringLiteral("shot: no target window for pid=%1").arg(query.source.value_or(-1)));

@@ -17,13 +17,19 @@ struct SightingQuery {
     /// Without a process, any other than our own.
     std::optional<ProcessId> source;
     ProcessId own = 0;
-    /// In accessibility coordinates.
-    QRectF searchArea;
+    /// In accessibility coordinates. Without one, the whole window.
+    std::optional<QRectF> searchArea;
     /// In screen coordinates.
     QPointF mouse;
     ScreenLayout screens;
     std::vector<TintColor> colors;
 };
+
+/// Whether an area is large enough to look for a selection in it.
+[[nodiscard]] bool isSearchArea(const QRectF& area);
+
+/// The line for the log of places that says that there is none.
+[[nodiscard]] QString noSearchArea(const std::optional<QRectF>& area);
 
 struct Sighting {
     std::optional<VisualHighlight> highlight;
@@ -32,8 +38,9 @@ struct Sighting {
 };
 
 /// Takes a picture of the largest window of the process and looks for the tint of a selection, from
-/// the mouse outwards, in the area first and then in the whole window. Blocks; see ScreenCapture
-/// for the thread.
+/// the mouse outwards, in the area first and then in the whole window. What is near the mouse is
+/// looked at alone before, since a window may have more of the tint than is ever counted. Blocks;
+/// see ScreenCapture for the thread.
 [[nodiscard]] Sighting sightSelection(ScreenCapture& capture, const SightingQuery& query,
                                       const std::stop_token& stop);
 

@@ -130,15 +130,38 @@ TEST_F(SnapshotCaptureTest, TakeTheHighlightInsteadOfACopy) {
     EXPECT_EQ(copyShortcut.copies, 0);
 }
 
-TEST_F(SnapshotCaptureTest, AreEmptyWhenTheApplicationHangs) {
-    accessibility.hangs = true;
-    const Running<SelectionSnapshot> running(
-        captures->snapshots.captureSelection(source, QPointF(1, 2), false, stop.get_token()));
-    waitUntilHanging();
-    clock.advance(CaptureBudget::captureLimit);
+class LateSnapshotCaptureTest : public SnapshotCaptureTest {
+  protected:
+    // A capture whose first questions took all the time that they have.
+    [[nodiscard]] Running<SelectionSnapshot> startLate() {
+        accessibility.hangs = true;
+        const Running<SelectionSnapshot> running(
+            captures->snapshots.captureSelection(source, QPointF(1, 2), false, stop.get_token()));
+        waitUntilHanging();
+        clock.advance(CaptureBudget::captureLimit);
+        waitUntil([this] { return copyShortcut.copies == 1; });
+        waitUntilHanging();
+        return running;
+    }
+};
 
-    EXPECT_EQ(running.resultOnceDue(clock).text, "");
+TEST_F(LateSnapshotCaptureTest, AreEmptyWhenTheApplicationHangs) {
+    const Running<SelectionSnapshot> running = startLate();
+    clock.advance(CaptureBudget::accessibilityLimit);
+
+    EXPECT_EQ(running.result().text, "");
     EXPECT_EQ(running.result().clickPoint, QPointF(1, 2));
+}
+
+TEST_F(LateSnapshotCaptureTest, HaveTimeForThePlaceThatIsKnownAfterTheCopy) {
+    using namespace std::chrono_literals;
+    const Running<SelectionSnapshot> running = startLate();
+    clock.advance(CaptureBudget::accessibilityLimit - 1ms);
+    for (int turn = 0; turn < 20; ++turn)
+        Running<QString>::turnOnce();
+    EXPECT_FALSE(running.hasEnded());
+    clock.advance(1ms);
+    EXPECT_FALSE(running.result().hasReliablePlacement);
 }
 
 } // namespace
