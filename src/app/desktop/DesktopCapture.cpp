@@ -10,7 +10,7 @@ DesktopCapture::DesktopCapture(DesktopPlatform& platform, const PanelShowings& s
           {platform.clock(), platform.pasteboard(), platform.keyPoster(), platform.workspace()}),
       m_log(platform.clock(),
             CaptureLog::captureFileIn(platform.paths().applicationSupportFolder()),
-            CaptureLog::placeFileOfEnvironment()),
+            CaptureLog::placeFileOfEnvironment(), CaptureLog::commonPillFile()),
       m_gate(platform.accessibility(), platform.workspace(), platform.defaults()),
       m_reader({platform.clock(), platform.accessibility(), platform.primarySelection(), m_gate}),
       m_panel({m_reader, m_gate, m_copyShortcut, showings, m_log}),

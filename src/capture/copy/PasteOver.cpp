@@ -2,7 +2,7 @@
 
 #include "capture/copy/CopyChords.h"
 #include "capture/selection/AccessibleSelection.h"
-#include "capture/source/CaptureLogging.h"
+#include "capture/selection/CaptureLog.h"
 #include "support/text/Text.h"
 
 #include <QPointer>
@@ -21,6 +21,9 @@ constexpr auto settlingAfterActivation = 100ms;
 constexpr auto settlingOfSelection = 40ms;
 constexpr auto settlingOfClipboard = 40ms;
 constexpr auto timeToPaste = 220ms;
+// One that is busy asks for the text only later, and must not get what was there before.
+constexpr auto lateTaking = 2s;
+constexpr auto takingRound = 20ms;
 constexpr auto settlingOfPaste = 80ms;
 // An application that takes longer to tell is one that tells nothing.
 constexpr auto lookLimit = 2s;
@@ -41,8 +44,20 @@ bool isReplacedIn(const QString& replacement, const PasteOver::Target& target,
            QStringView(*value).sliced(target.range->location).startsWith(replacement);
 }
 
+QCoro::Task<bool> awaitTaking(Clock& clock, const Pasteboard& pasteboard, ProcessId process) {
+    co_await sleepFor(clock, timeToPaste, {});
+    const Clock::Duration end = clock.now() + lateTaking;
+    while (!pasteboard.wasTakenBy(process) && clock.now() < end)
+        co_await sleepFor(clock, takingRound, {});
+    co_return pasteboard.wasTakenBy(process);
+}
+
 bool takesText(const AccessibleElement& element) {
     return !element.isPasswordField().value_or(false);
+}
+
+bool tellsNothing(const AccessibleElement& element) {
+    return !element.value() && !element.selectedText() && !element.selectedTextRange();
 }
 
 // Has the original selected, if it is there.
@@ -108,6 +123,7 @@ std::optional<KeyChord> PasteOver::chordOf(const Target& target) const {
 // With what is given to be written, else it is only selected.
 PasteOver::Look PasteOver::selecting(Target target, std::optional<QString> written) {
     return [target = std::move(target), written = std::move(written)](AccessibleElement& element) {
+        if (takesText(element) && tellsNothing(element)) return Sight::Unknown;
         if (!selectOriginal(target, element)) return Sight::Other;
         if (!written) return Sight::Original;
         if (element.setSelectedText(*written) && isReplacedIn(*written, target, element))
@@ -190,12 +206,15 @@ PasteOver::pasteOverSelection(QString text, Target target, std::stop_token stop)
     const QPointer<PasteOver> self(this);
     const Services services = m_services;
     std::expected<void, Obstacle> result = std::unexpected(Obstacle::Target);
+    const QString aborted =
+        QStringLiteral("paste: aborted — source not frontmost or Vorq still key");
+    if (!target.source) services.log.pillDbg(aborted);
     const auto chord = chordOf(target);
     if (!chord || !canPaste(target)) co_return result;
     const ProcessId process = target.source.value_or(0);
     SourceFocus focus({services.clock, services.keys, services.workspace});
     const bool isFront = co_await focus.bringToFront(process, pasteFrontRounds, stop);
-    if (!isFront) qCInfo(captureLog, "paste: aborted — source not frontmost or Vorq still key");
+    if (!isFront) services.log.pillDbg(aborted);
     if (self && isFront && !stop.stop_requested())
         result = co_await postPaste(text, target, *chord, stop);
     focus.giveBack(process);
@@ -217,10 +236,21 @@ PasteOver::postPaste(QString text, Target target, KeyChord chord, std::stop_toke
     if (!isPut) co_return result;
     co_await sleepFor(services.clock, settlingOfClipboard, {});
     const bool isPosted = self && isInFront(target) && services.keys.post(chord, process);
-    if (isPosted) co_await sleepFor(services.clock, timeToPaste, {});
-    co_await loan.giveBack();
-    if (isPosted) co_return {};
+    bool isTaken = false;
+    if (isPosted) isTaken = co_await awaitTaking(services.clock, services.pasteboard, process);
+    if (isPosted && !isTaken && self) isTaken = co_await isReplaced(text, target);
+    // Who was not seen to ask may do so yet.
+    if (isTaken || !isPosted) co_await loan.giveBack();
+    if (isTaken) co_return {};
     co_return std::unexpected(Obstacle::Target);
+}
+
+QCoro::Task<bool> PasteOver::isReplaced(QString text, Target target) {
+    Look looking = [text, target](AccessibleElement& element) {
+        return isReplacedIn(text, target, element) ? Sight::Replaced : Sight::Other;
+    };
+    const Sight sight = co_await look(target, std::move(looking), {});
+    co_return sight == Sight::Replaced;
 }
 
 QCoro::Task<PasteOver::Outcome> PasteOver::leaveOnClipboard(QString text) {

@@ -15,6 +15,8 @@
 
 namespace vorq {
 
+class CaptureLog;
+
 /// Puts a text in the place of a selection in another application: by accessibility, else by
 /// pasting; the other way round where the application takes a write for several steps to undo. Main
 /// thread only.
@@ -33,6 +35,7 @@ class PasteOver final : public QObject {
         Workspace& workspace;
         /// Says what is selected where accessibility does not.
         CopyShortcut& copyShortcut;
+        CaptureLog& log;
     };
 
     /// A selection as it was seen.
@@ -66,7 +69,8 @@ class PasteOver final : public QObject {
     QCoro::Task<Outcome> undo(std::stop_token stop);
 
     enum class Obstacle {
-        /// The target is not in front, or there is no chord that is safe to press in it.
+        /// The target is not in front, there is no chord that is safe to press in it, or it did not
+        /// ask for the text, which the clipboard holds then.
         Target,
         /// What the clipboard holds could not be given back.
         Clipboard,
@@ -88,6 +92,7 @@ class PasteOver final : public QObject {
 
     QCoro::Task<std::expected<void, Obstacle>> postPaste(QString text, Target target,
                                                          KeyChord chord, std::stop_token stop);
+    QCoro::Task<bool> isReplaced(QString text, Target target);
     [[nodiscard]] bool isInFront(const Target& target) const;
     QCoro::Task<Sight> look(Target target, Look look, std::stop_token stop);
     [[nodiscard]] std::optional<KeyChord> chordOf(const Target& target) const;

@@ -35,8 +35,11 @@ void append(const QString& path, const QByteArray& line) {
 
 } // namespace
 
-CaptureLog::CaptureLog(Clock& clock, QString captureFile, QString placeFile)
-    : m_clock(clock), m_captureFile(std::move(captureFile)), m_placeFile(std::move(placeFile)) {}
+CaptureLog::CaptureLog(Clock& clock, QString captureFile, QString placeFile, QString pillFile)
+    : m_clock(clock),
+      m_captureFile(std::move(captureFile)),
+      m_placeFile(std::move(placeFile)),
+      m_pillFile(std::move(pillFile)) {}
 
 QString CaptureLog::captureFileIn(const QString& applicationSupportFolder) {
     const QString folder =
@@ -56,9 +59,17 @@ void CaptureLog::appendCaptureDebug(const QString& line) {
 }
 
 void CaptureLog::placeDbg(const QString& message) {
-    if (m_placeFile.isEmpty()) return;
+    appendWithMoment(m_placeFile, message);
+}
+
+void CaptureLog::pillDbg(const QString& message) {
+    appendWithMoment(m_pillFile, message);
+}
+
+void CaptureLog::appendWithMoment(const QString& file, const QString& message) {
+    if (file.isEmpty()) return;
     const QString now = m_clock.wallTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss +0000"));
-    append(m_placeFile, (now + u' ' + message + u'\n').toUtf8());
+    append(file, (now + u' ' + message + u'\n').toUtf8());
 }
 
 QString logged(const QRectF& rect) {

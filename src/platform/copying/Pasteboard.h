@@ -73,6 +73,10 @@ class Pasteboard {
     /// The text that it holds; "" if there is none before the token is stopped, or it is too long.
     virtual QCoro::Task<QString> text(std::stop_token stop) = 0;
 
+    /// Whether the process was given any form of what was last written here. True where that cannot
+    /// be known. Never waits.
+    [[nodiscard]] virtual bool wasTakenBy(ProcessId process) const = 0;
+
     /// Replaces what it holds, unless anyone has written since the change of that count. Gives the
     /// count of this write, nothing if it was not done. The contents are handed out from then on,
     /// whoever gave them is gone or not.
@@ -94,6 +98,7 @@ class NoPasteboard final : public Pasteboard {
         co_return none;
     }
     QCoro::Task<QString> text(std::stop_token) override { co_return QString(); }
+    [[nodiscard]] bool wasTakenBy(ProcessId) const override { return true; }
     QCoro::Task<std::optional<std::uint64_t>> write(PasteboardContents, std::uint64_t) override {
         co_return std::nullopt;
     }

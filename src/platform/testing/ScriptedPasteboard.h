@@ -15,6 +15,8 @@ class ScriptedPasteboard final : public Pasteboard {
     std::optional<QString> refusal;
     /// While set, a read comes only when its token is stopped, and is then refused.
     bool hangs = false;
+    /// Whether anyone was given what Vorq wrote.
+    bool isTaken = true;
     PortSupport support;
     /// Everything that was written by Vorq, in order.
     std::vector<PasteboardContents> written;
@@ -31,6 +33,7 @@ class ScriptedPasteboard final : public Pasteboard {
     [[nodiscard]] Change lastChange() const override { return m_change; }
     QCoro::Task<Contents> contents(std::stop_token stop) override;
     QCoro::Task<QString> text(std::stop_token stop) override;
+    [[nodiscard]] bool wasTakenBy(ProcessId) const override { return isTaken; }
     QCoro::Task<std::optional<std::uint64_t>> write(PasteboardContents contents,
                                                     std::uint64_t over) override;
 

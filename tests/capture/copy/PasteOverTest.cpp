@@ -72,7 +72,9 @@ class PasteOverTest : public testing::Test {
     ScriptedKeyPoster keys;
     ScriptedCopyShortcut copyShortcut;
     ScriptedElement& field = accessibility.element(QStringLiteral("field"));
-    PasteOver paster{{clock, accessibility, pasteboard, keys, workspace, copyShortcut}};
+    QTemporaryDir folder;
+    CaptureLog log{clock, folder.filePath("capture.log"), {}, folder.filePath("pills.log")};
+    PasteOver paster{{clock, accessibility, pasteboard, keys, workspace, copyShortcut, log}};
 };
 
 TEST_F(PasteOverTest, WritesByAccessibilityWhereThatIsTaken) {
@@ -217,6 +219,22 @@ TEST_F(PasteOverTest, PastesWhereAccessibilityTellsNothingAndACopyGivesTheOrigin
     EXPECT_EQ(copyShortcut.copies, 1);
 }
 
+TEST_F(PasteOverTest, PastesWhereAnElementTellsNothingAndACopyGivesTheOriginal) {
+    // As the cell of a sheet.
+    field.content.reset();
+    field.text.reset();
+    field.range.reset();
+    target.range.reset();
+    copyShortcut.text = "old";
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_THAT(keys.posted(), SizeIs(1));
+    EXPECT_EQ(pasteboard.held, users);
+
+    copyShortcut.text = "else";
+    EXPECT_EQ(replace(), Outcome::OnClipboard);
+    EXPECT_THAT(keys.posted(), SizeIs(1));
+}
+
 TEST_F(PasteOverTest, PastesNothingWhereACopyGivesAnotherText) {
     accessibility.focusedName.reset();
     copyShortcut.text = "else";
@@ -230,6 +248,75 @@ TEST_F(PasteOverTest, LeavesAClipboardAloneThatCouldNotBeGivenBack) {
     EXPECT_EQ(replace(), Outcome::NotReplaced);
     EXPECT_THAT(pasteboard.written, IsEmpty());
     EXPECT_THAT(keys.posted(), IsEmpty());
+}
+
+TEST_F(PasteOverTest, WaitsForAnApplicationThatPastesLate) {
+    field.feignsWrites = true;
+    pasteOnPost();
+    const auto paste = keys.onPost;
+    pasteboard.isTaken = false;
+    keys.onPost = [this, paste](KeyChord chord, ProcessId process) {
+        clock.after(1s, [this, paste, chord, process] {
+            paste(chord, process);
+            pasteboard.isTaken = true;
+        });
+    };
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_EQ(field.content, "an new text");
+    EXPECT_EQ(pasteboard.held, users);
+}
+
+TEST_F(PasteOverTest, LeavesTheTextToAnApplicationThatMayStillAskForIt) {
+    field.feignsWrites = true;
+    pasteboard.isTaken = false;
+    EXPECT_EQ(replace(), Outcome::OnClipboard);
+    EXPECT_EQ(pasteboard.held, pasteboardText("new"));
+    EXPECT_THAT(keys.posted(), SizeIs(1));
+}
+
+TEST_F(PasteOverTest, TakesItForReplacedWhereTheTextIsThereThoughNobodyWasSeenToAskForIt) {
+    field.feignsWrites = true;
+    pasteOnPost();
+    pasteboard.isTaken = false;
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_EQ(pasteboard.held, users);
+}
+
+class PasteLogTest : public PasteOverTest {
+  protected:
+    [[nodiscard]] std::string pillLog() const {
+        QFile file(folder.filePath("pills.log"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+    }
+    void expectAborted() {
+        const Running<bool> pasting(isPasted());
+        for (int round = 0; round < 2000 && !pasting.hasEnded(); ++round) {
+            Running<bool>::turnOnce();
+            clock.advance(2ms);
+        }
+        EXPECT_FALSE(pasting.result());
+        EXPECT_THAT(pillLog(), testing::EndsWith("+0000 paste: aborted — source not frontmost or "
+                                                 "Vorq still key\n"));
+        EXPECT_EQ(pasteboard.held, users);
+    }
+
+  private:
+    QCoro::Task<bool> isPasted() {
+        const QString text = QStringLiteral("new");
+        const auto result = co_await paster.pasteOverSelection(text, target, {});
+        co_return result.has_value();
+    }
+};
+
+TEST_F(PasteLogTest, NamesAnApplicationThatNeverComesToTheFront) {
+    workspace.bringToFront(other);
+    workspace.holdBackActivations();
+    expectAborted();
+}
+
+TEST_F(PasteLogTest, NamesASourceThatIsNotKnown) {
+    target.source.reset();
+    expectAborted();
 }
 
 TEST_F(PasteOverTest, KeepsWhatSomebodyElseWritesMeanwhile) {

@@ -22,7 +22,8 @@ class CaptureLogTest : public testing::Test {
     ManualClock clock;
     QString captureFile = folder.filePath("Vorq/Library/capture-debug.log");
     QString placeFile = folder.filePath("place.log");
-    CaptureLog log{clock, captureFile, placeFile};
+    QString pillFile = folder.filePath("pills.log");
+    CaptureLog log{clock, captureFile, placeFile, pillFile};
 };
 
 TEST_F(CaptureLogTest, AppendsLinesWithTheirMoment) {
@@ -40,6 +41,15 @@ TEST_F(CaptureLogTest, WritesPlacesWithTheirMoment) {
 
     EXPECT_EQ(contentOf(placeFile), "2026-01-01 00:00:00 +0000 capture: not trusted\n"
                                     "2026-01-01 00:00:00 +0000 again\n");
+}
+
+TEST_F(CaptureLogTest, WritesOfPillsWithTheirMoment) {
+    log.pillDbg("paste: aborted");
+    log.pillDbg("again");
+
+    EXPECT_EQ(contentOf(pillFile), "2026-01-01 00:00:00 +0000 paste: aborted\n"
+                                   "2026-01-01 00:00:00 +0000 again\n");
+    EXPECT_EQ(contentOf(placeFile), "");
 }
 
 TEST_F(CaptureLogTest, IsOffForPlacesOnlyByZero) {

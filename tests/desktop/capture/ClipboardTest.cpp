@@ -106,6 +106,18 @@ TEST_F(ClipboardTest, KnowsWhoWroteLast) {
     EXPECT_EQ(pasteboard.lastChange().writer, ::getpid());
 }
 
+TEST_F(ClipboardTest, KnowsWhoWasGivenWhatItHolds) {
+    X11Pasteboard reader;
+    ASSERT_TRUE(write(pasteboard, pasteboardText("one")));
+    EXPECT_EQ(session.selection("clipboard"), "one");
+    EXPECT_FALSE(pasteboard.wasTakenBy(::getpid()));
+    EXPECT_EQ(awaited(reader.text({})), "one");
+    EXPECT_TRUE(pasteboard.wasTakenBy(::getpid()));
+
+    ASSERT_TRUE(write(pasteboard, pasteboardText("two")));
+    EXPECT_FALSE(pasteboard.wasTakenBy(::getpid()));
+}
+
 TEST_F(ClipboardTest, LeavesWhatSomebodyElseWroteSince) {
     fill("one");
     const std::uint64_t before = pasteboard.lastChange().count;

@@ -2,6 +2,7 @@
 
 #include "capture/copy/CopyFallback.h"
 #include "capture/copy/PasteOver.h"
+#include "capture/selection/CaptureLog.h"
 #include "doubles/desktop/CaptureDesktop.h"
 #include "doubles/desktop/ClipboardDesktop.h"
 #include "doubles/desktop/ForeignToolkits.h"
@@ -10,12 +11,14 @@
 #include "platform/linux/x11/copying/X11KeyPoster.h"
 #include "platform/linux/x11/copying/X11Pasteboard.h"
 
+#include <QTimer>
+
 #include <gmock/gmock.h>
+
+#include <csignal>
 
 namespace vorq::desktop {
 namespace {
-
-const QString words = QStringLiteral("Grüße an alle");
 
 QByteArray pageOf(const QString& text) {
     return "<!DOCTYPE html><meta charset=\"utf-8\"><title>Seite</title><p>" + text.toUtf8() +
@@ -33,9 +36,11 @@ Application openBlindChromium(DesktopSession& session, const QByteArray& text) {
 struct Copied {
     const char* name;
     Application (*open)(DesktopSession&, const QByteArray&);
-    /// A page is selected only when it has the focus; in a terminal lines are clicked.
-    enum class Selecting { Keys, Page, Clicks } selecting = Selecting::Keys;
+    /// A page is selected only when it has the focus; in a terminal lines are clicked; in a sheet
+    /// a cell is gone to.
+    enum class Selecting { Keys, Page, Clicks, Cell } selecting = Selecting::Keys;
     const char* copyKeys = "ctrl+c";
+    const char* text = "Grüße an alle";
 };
 
 void PrintTo(const Copied& copied, std::ostream* out) {
@@ -81,6 +86,8 @@ class Copying : public CopyingDesktop, public testing::WithParamInterface<Copied
         case Copied::Selecting::Page:
             session.click(window.bottomRight() - QPoint(40, 40));
             return session.key({"ctrl+a"});
+        case Copied::Selecting::Cell:
+            return session.key({"ctrl+Home"});
         case Copied::Selecting::Clicks:
             // The first line, below a bar of tools that has no button there.
             static int row = 0;
@@ -90,7 +97,8 @@ class Copying : public CopyingDesktop, public testing::WithParamInterface<Copied
 };
 
 TEST_P(Copying, CapturesTheSelectionAndGivesTheClipboardBack) {
-    const Application application = GetParam().open(session, words.toUtf8());
+    const QString words = QString::fromUtf8(GetParam().text);
+    const Application application = GetParam().open(session, GetParam().text);
     // While it still loads, it copies nothing, or late.
     DesktopSession::waitUntil("the text to be selected", [&] {
         select(application);
@@ -112,7 +120,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Copied{"qt6", openTextWindow}, Copied{"writer", openWriter},
                     Copied{"firefox", openFirefoxPage, Copied::Selecting::Page},
                     Copied{"chromium", openBlindChromium, Copied::Selecting::Page},
-                    Copied{"konsole", openKonsole, Copied::Selecting::Clicks, "ctrl+shift+c"}),
+                    Copied{"konsole", openKonsole, Copied::Selecting::Clicks, "ctrl+shift+c"},
+                    Copied{"calc", openCalc, Copied::Selecting::Cell},
+                    Copied{"evince", openEvince, Copied::Selecting::Keys, "ctrl+c", "A line"}),
     testing::PrintToStringParamName());
 
 QByteArray fieldOf(const QByteArray& text) {
@@ -128,13 +138,49 @@ Application openChromiumField(DesktopSession& session, const QByteArray& text) {
     return openChromium(session, fieldOf(text), false);
 }
 
-class Pasting : public CopyingDesktop, public testing::WithParamInterface<Copied> {
+/// Posts as the other does; something may happen right before.
+class HookedKeyPoster final : public KeyPoster {
+  public:
+    explicit HookedKeyPoster(KeyPoster& keys) : m_keys(keys) {}
+
+    std::function<void()> onPost;
+
+    [[nodiscard]] PortSupport supported() const override { return m_keys.supported(); }
+    [[nodiscard]] std::uint32_t heldModifiers() const override { return m_keys.heldModifiers(); }
+    bool post(KeyChord chord, ProcessId target) override {
+        if (onPost) onPost();
+        return m_keys.post(chord, target);
+    }
+    [[nodiscard]] bool wasUsedSincePost() override { return m_keys.wasUsedSincePost(); }
+
+  private:
+    KeyPoster& m_keys;
+};
+
+class PastingDesktop : public CopyingDesktop {
   protected:
+    void open(Application (*program)(DesktopSession&, const QByteArray&), const QByteArray& text) {
+        application = program(session, text);
+        DesktopSession::waitUntil("the text to be selected", [&] {
+            session.key({"ctrl+a", "ctrl+c"});
+            return session.selection("clipboard").trimmed() == text;
+        });
+        fillClipboard();
+    }
+
     void selectMiddle() const {
         session.key({"ctrl+Home"});
         session.key(QStringList(6, "Right"));
         session.key(QStringList(4, "shift+Right"));
     }
+
+    [[nodiscard]] PasteOver::Target middle() const {
+        return {.source = application.process,
+                .window = application.window,
+                .original = "beta",
+                .range = TextRange{.location = 6, .length = 4}};
+    }
+
     // On a busy machine an answer may come too late.
     void expectWholeText(const QString& expected) {
         QString last;
@@ -151,41 +197,75 @@ class Pasting : public CopyingDesktop, public testing::WithParamInterface<Copied
     }
 
     std::unique_ptr<AtSpiAccessibility> accessibility = connected();
-    PasteOver paster{{clock, *accessibility, pasteboard, keys, workspace, fallback}};
+    HookedKeyPoster hooked{keys};
+    CaptureLog log{clock, session.home() + "/capture.log", {}};
+    PasteOver paster{{clock, *accessibility, pasteboard, hooked, workspace, fallback, log}};
     Application application;
 };
 
+class Pasting : public PastingDesktop, public testing::WithParamInterface<Copied> {};
+
 TEST_P(Pasting, ReplacesTheSelectionAloneAndOneUndoTakesThatBack) {
-    application = GetParam().open(session, "alpha beta gamma");
-    DesktopSession::waitUntil("the text to be selected", [&] {
-        session.key({"ctrl+a", "ctrl+c"});
-        return session.selection("clipboard").trimmed() == "alpha beta gamma";
-    });
-    fillClipboard();
-    selectMiddle();
-    const PasteOver::Target target{.source = application.process,
-                                   .window = application.window,
-                                   .original = "beta",
-                                   .range = TextRange{.location = 6, .length = 4}};
+    const bool isSheet = GetParam().selecting == Copied::Selecting::Cell;
+    const QString between = isSheet ? "\t" : " ";
+    const QStringList words{"alpha", "beta", "gamma"};
+    open(GetParam().open, words.join(between).toUtf8());
+    PasteOver::Target target = middle();
+    if (isSheet) {
+        session.key({"ctrl+Home", "Right"});
+        target.range.reset();
+    } else {
+        selectMiddle();
+    }
 
     EXPECT_EQ(awaited(paster.replaceSelectedText("Grüße", target, {})),
               PasteOver::Outcome::Replaced);
     EXPECT_EQ(held(), richContents());
-    expectWholeText("alpha Grüße gamma");
+    expectWholeText(QStringList({"alpha", "Grüße", "gamma"}).join(between));
     session.key({"ctrl+z"});
-    expectWholeText("alpha beta gamma");
+    expectWholeText(words.join(between));
+}
+
+TEST_F(PastingDesktop, GivesTheTextToAnApplicationThatStandsStillForAWhile) {
+    open(openMousepad, "alpha beta gamma");
+    selectMiddle();
+    std::unique_ptr<Stopped> stopped;
+    hooked.onPost = [&] {
+        stopped = std::make_unique<Stopped>(application.process);
+        DesktopSession::waitUntil("it to stand still", [&] { return stopped->holds(); });
+        QTimer::singleShot(std::chrono::milliseconds(900), [&] { stopped.reset(); });
+    };
+
+    EXPECT_EQ(awaited(paster.replaceSelectedText("Grüße", middle(), {})),
+              PasteOver::Outcome::Replaced);
+    EXPECT_FALSE(stopped);
+    EXPECT_EQ(held(), richContents());
+    expectWholeText("alpha Grüße gamma");
+}
+
+TEST_F(PastingDesktop, LeavesTheTextOnTheClipboardWhereTheApplicationIsClosed) {
+    open(openMousepad, "alpha beta gamma");
+    selectMiddle();
+    const PasteOver::Target target = middle();
+    ::kill(application.process, SIGKILL);
+    session.waitForNoWindow("mousepad");
+
+    EXPECT_EQ(awaited(paster.replaceSelectedText("Grüße", target, {})),
+              PasteOver::Outcome::OnClipboard);
+    EXPECT_EQ(session.selection("clipboard"), "Grüße");
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Pasting, Pasting,
     testing::Values(Copied{"mousepad", openMousepad}, Copied{"texteditor", openTextEditor},
                     Copied{"qt6", openTextWindow}, Copied{"writer", openWriter},
-                    Copied{"firefox", openFirefoxField}, Copied{"chromium", openChromiumField}),
+                    Copied{"firefox", openFirefoxField}, Copied{"chromium", openChromiumField},
+                    Copied{"calc", openCalc, Copied::Selecting::Cell}),
     testing::PrintToStringParamName());
 
 TEST_F(CopyingDesktop, EndsNothingInATerminal) {
     fillClipboard();
-    const Application terminal = openXterm(session, words.toUtf8());
+    const Application terminal = openXterm(session, "words");
     EXPECT_EQ(copy(terminal.process), "");
     // Ctrl+C would end what runs in it, and so the terminal.
     session.type("x");

@@ -23,21 +23,35 @@ QByteArray pdfOf(const QByteArray& line) {
            "\n%%EOF\n";
 }
 
+// A flat document of LibreOffice.
+QByteArray officeDocument(const QByteArray& kind, const QByteArray& body) {
+    const QByteArray names = "urn:oasis:names:tc:opendocument:xmlns:";
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><office:document xmlns:office=\"" + names +
+           "office:1.0\" xmlns:text=\"" + names + "text:1.0\" xmlns:draw=\"" + names +
+           "drawing:1.0\" xmlns:table=\"" + names + "table:1.0\" xmlns:svg=\"" + names +
+           "svg-compatible:1.0\" office:version=\"1.3\" "
+           "office:mimetype=\"application/vnd.oasis.opendocument." +
+           kind + "\"><office:body><office:" + kind + ">" + body + "</office:" + kind +
+           "></office:body></office:document>";
+}
+
 QByteArray presentationOf(const QByteArray& text) {
     QByteArray paragraphs;
     for (const QByteArray& line : text.split('\n'))
         paragraphs += "<text:p>" + line + "</text:p>";
-    const QByteArray names = "urn:oasis:names:tc:opendocument:xmlns:";
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><office:document xmlns:office=\"" + names +
-           "office:1.0\" xmlns:text=\"" + names + "text:1.0\" xmlns:draw=\"" + names +
-           "drawing:1.0\" xmlns:svg=\"" + names +
-           "svg-compatible:1.0\" office:version=\"1.3\" "
-           "office:mimetype=\"application/vnd.oasis.opendocument.presentation\"><office:body>"
-           "<office:presentation><draw:page draw:name=\"slide\"><draw:frame svg:width=\"20cm\" "
-           "svg:height=\"8cm\" svg:x=\"2cm\" svg:y=\"2cm\"><draw:text-box>" +
-           paragraphs +
-           "</draw:text-box></draw:frame></draw:page></office:presentation></office:body>"
-           "</office:document>";
+    return officeDocument("presentation",
+                          "<draw:page draw:name=\"slide\"><draw:frame svg:width=\"20cm\" "
+                          "svg:height=\"8cm\" svg:x=\"2cm\" svg:y=\"2cm\"><draw:text-box>" +
+                              paragraphs + "</draw:text-box></draw:frame></draw:page>");
+}
+
+QByteArray sheetOf(const QByteArray& text) {
+    QByteArray cells;
+    for (const QByteArray& cell : text.split('\t'))
+        cells += "<table:table-cell office:value-type=\"string\"><text:p>" + cell +
+                 "</text:p></table:table-cell>";
+    return officeDocument("spreadsheet", "<table:table table:name=\"sheet\"><table:table-row>" +
+                                             cells + "</table:table-row></table:table>");
 }
 
 const QByteArray swingProgram = R"(
@@ -123,14 +137,23 @@ Application openTk(DesktopSession& session, const QByteArray& text) {
     return inFront(session, "text.tcl");
 }
 
-Application openImpress(DesktopSession& session, const QByteArray& text) {
+static Application startOffice(DesktopSession& session, const QString& program,
+                               const QString& document, const QByteArray& content) {
     QProcessEnvironment environment;
     environment.insert("SAL_USE_VCLPLUGIN", "gtk3");
-    session.start("soffice", "libreoffice-impress libreoffice-gtk3",
-                  {"--norestore", "--nologo", "--nofirststartwizard", "--impress",
-                   session.write("document.fodp", presentationOf(text))},
+    session.start("soffice", "libreoffice-" + program + " libreoffice-gtk3",
+                  {"--norestore", "--nologo", "--nofirststartwizard", "--" + program,
+                   session.write(document, content)},
                   environment);
-    return inFront(session, "libreoffice-impress");
+    return inFront(session, "libreoffice-" + program);
+}
+
+Application openImpress(DesktopSession& session, const QByteArray& text) {
+    return startOffice(session, "impress", "document.fodp", presentationOf(text));
+}
+
+Application openCalc(DesktopSession& session, const QByteArray& text) {
+    return startOffice(session, "calc", "document.fods", sheetOf(text));
 }
 
 } // namespace vorq::desktop

@@ -19,4 +19,7 @@ Application openTk(DesktopSession& session, const QByteArray& text);
 /// Shows a presentation whose one slide has a box with a paragraph for each line.
 Application openImpress(DesktopSession& session, const QByteArray& text);
 
+/// Shows a sheet whose first row has a cell for each stretch between tabs.
+Application openCalc(DesktopSession& session, const QByteArray& text);
+
 } // namespace vorq::desktop

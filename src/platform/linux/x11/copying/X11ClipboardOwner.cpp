@@ -37,8 +37,9 @@ bool isSane(const PasteboardForm& form) {
 
 } // namespace
 
-X11ClipboardOwner::X11ClipboardOwner(Told told)
+X11ClipboardOwner::X11ClipboardOwner(Told told, Taken taken)
     : m_told(std::move(told)),
+      m_taken(std::move(taken)),
       m_clipboard(m_x11.atom("CLIPBOARD")),
       m_manager(m_x11.atom("CLIPBOARD_MANAGER")),
       m_targets(m_x11.atom("TARGETS")),
@@ -206,6 +207,7 @@ bool X11ClipboardOwner::give(const xcb_selection_request_event_t& request, Atom 
     if (found == m_served->end()) return false;
     m_transfers.put({.window = request.requestor, .property = property, .type = found->type},
                     found->form);
+    if (const auto taker = m_x11.processOf(request.requestor)) m_taken(*taker);
     return true;
 }
 

@@ -18,8 +18,11 @@ class X11ClipboardOwner {
   public:
     using Told = std::function<void(const Pasteboard::Change&)>;
 
-    /// Tells of each write, on the thread of whoever calls it.
-    explicit X11ClipboardOwner(Told told);
+    using Taken = std::function<void(ProcessId)>;
+
+    /// Tells of each write, and of each process that is given something written here, on the thread
+    /// of whoever calls it.
+    X11ClipboardOwner(Told told, Taken taken);
 
     [[nodiscard]] bool isUsable() const { return m_window != 0 && m_x11.isUsable(); }
     [[nodiscard]] int descriptor() const;
@@ -59,6 +62,7 @@ class X11ClipboardOwner {
     X11Connection m_x11;
     X11PieceTransfers m_transfers{m_x11};
     Told m_told;
+    Taken m_taken;
     X11Connection::Window m_window = 0;
     std::uint8_t m_fixesEvent = 0; // of a new owner
     Atom m_clipboard;

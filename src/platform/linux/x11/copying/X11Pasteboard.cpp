@@ -10,6 +10,7 @@
 #include <functional>
 #include <mutex>
 #include <poll.h>
+#include <set>
 #include <sys/eventfd.h>
 #include <thread>
 #include <unistd.h>
@@ -22,7 +23,8 @@ class X11Pasteboard::Serving {
     using Job = std::function<void(X11ClipboardOwner&)>;
 
     Serving()
-        : m_owner([this](const Change& change) { note(change); }),
+        : m_owner([this](const Change& change) { note(change); },
+                  [this](ProcessId process) { noteTaker(process); }),
           m_awake(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
         if (m_owner.isUsable())
             m_thread = std::jthread([this](const std::stop_token& stop) { run(stop); });
@@ -45,6 +47,11 @@ class X11Pasteboard::Serving {
         return m_change;
     }
 
+    [[nodiscard]] bool wasTakenBy(ProcessId process) const {
+        const std::scoped_lock lock(m_mutex);
+        return m_takers.contains(process);
+    }
+
     /// Runs the job on the thread.
     void post(Job job) {
         {
@@ -60,6 +67,12 @@ class X11Pasteboard::Serving {
     void note(const Change& change) {
         const std::scoped_lock lock(m_mutex);
         m_change = change;
+        m_takers.clear();
+    }
+
+    void noteTaker(ProcessId process) {
+        const std::scoped_lock lock(m_mutex);
+        m_takers.insert(process);
     }
 
     void run(const std::stop_token& stop) {
@@ -100,6 +113,7 @@ class X11Pasteboard::Serving {
 
     mutable std::mutex m_mutex;
     Change m_change;
+    std::set<ProcessId> m_takers; // of what was written last
     std::deque<Job> m_jobs;
     X11ClipboardOwner m_owner; // of the thread once that runs
     int m_awake;
@@ -116,6 +130,10 @@ PortSupport X11Pasteboard::supported() const {
 
 Pasteboard::Change X11Pasteboard::lastChange() const {
     return m_serving->lastChange();
+}
+
+bool X11Pasteboard::wasTakenBy(ProcessId process) const {
+    return !m_serving->isUsable() || m_serving->wasTakenBy(process);
 }
 
 template<typename Result>

@@ -23,6 +23,7 @@ class X11Pasteboard final : public Pasteboard {
     [[nodiscard]] Change lastChange() const override;
     QCoro::Task<Contents> contents(std::stop_token stop) override;
     QCoro::Task<QString> text(std::stop_token stop) override;
+    [[nodiscard]] bool wasTakenBy(ProcessId process) const override;
     QCoro::Task<std::optional<std::uint64_t>> write(PasteboardContents contents,
                                                     std::uint64_t over) override;
 
