@@ -18,6 +18,8 @@
 #include <optional>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -55,7 +57,7 @@ Result awaited(QCoro::Task<Result> task) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    QLoggingCategory::setFilterRules(QStringLiteral("vorq.*=false"));
+    QLoggingCategory::setFilterRules(u"vorq.*=false"_s);
     vorq::SystemClock clock;
     vorq::X11Pasteboard pasteboard;
     vorq::X11KeyPoster keys;

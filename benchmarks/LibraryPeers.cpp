@@ -15,6 +15,8 @@
 #include <string_view>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::bench {
 namespace {
 
@@ -113,7 +115,7 @@ void writeNotes(Writer& writer, const std::vector<SavedNote>& notes, String stri
         writer.StartObject();
         member("area", text(areas[static_cast<std::size_t>(note.area)]));
         member("createdAt", QString::fromLatin1(isoDate(note.createdAt)));
-        string(QStringLiteral("flashcards"));
+        string(u"flashcards"_s);
         writer.StartArray();
         for (const Flashcard& card : note.flashcards) {
             writer.StartObject();

@@ -22,6 +22,8 @@
 #include <functional>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -66,7 +68,7 @@ Round roundOf(const EventTimer& application, std::vector<double> settings) {
 
 Round stream(EventTimer& application, const QString& reply) {
     PanelStage stage;
-    stage.say(QStringLiteral("Question"));
+    stage.say(u"Question"_s);
     const QUuid id = stage.work();
     stage.show();
     stage.settle(300);
@@ -145,10 +147,9 @@ void rest(EventTimer& application) {
     constexpr int seconds = 5;
     PanelStage stage;
     for (int i = 0; i < messages; ++i)
-        i % 2 == 0 ? stage.say(QStringLiteral("Question"))
-                   : void(stage.answer(QStringLiteral("Answer **bold** text.")));
+        i % 2 == 0 ? stage.say(u"Question"_s) : void(stage.answer(u"Answer **bold** text."_s));
     stage.show();
-    stage.find(QStringLiteral("Composer"))->setProperty("enabled", false);
+    stage.find(u"Composer"_s)->setProperty("enabled", false);
     stage.settle(1500);
     QEventLoop loop;
     QTimer::singleShot(seconds * 1000, &loop, &QEventLoop::quit);

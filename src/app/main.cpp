@@ -20,6 +20,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -131,7 +133,7 @@ class CommandRunner {
     }
 
     int operator()(const UsageError& error) const {
-        Terminal().complain(QStringLiteral("vorq: %1 See vorq --help.").arg(error.message));
+        Terminal().complain(u"vorq: %1 See vorq --help."_s.arg(error.message));
         return 2;
     }
 
@@ -169,8 +171,8 @@ void endBySignal(int status) {
 int main(int argc, char** argv) {
     vorq::openStandardDescriptors();
     // Lines begin with Vorq, whatever their category.
-    qSetMessagePattern(QStringLiteral("%{message}"));
-    QCoreApplication::setApplicationName(QStringLiteral("vorq"));
+    qSetMessagePattern(u"%{message}"_s);
+    QCoreApplication::setApplicationName(u"vorq"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(VORQ_VERSION));
     QStringList arguments;
     for (int index = 1; index < argc; ++index)

@@ -3,6 +3,8 @@
 #include "platform/Defaults.h"
 #include "support/RawNames.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -15,13 +17,13 @@ constexpr auto panelAppearances = rawNames<PanelAppearance>(
 constexpr auto glassStyles = rawNames<PanelGlassStyle>(
     {{PanelGlassStyle::Clear, "clear"}, {PanelGlassStyle::Tinted, "tinted"}});
 
-const QString appAppearanceKey = QStringLiteral("vorqAppAppearance");
-const QString panelAppearanceKey = QStringLiteral("vorq.panelAppearance");
-const QString glassStyleKey = QStringLiteral("vorq.panelGlassStyle");
-const QString backgroundKey = QStringLiteral("vorq.panelBackgroundHex");
-const QString userBlockKey = QStringLiteral("vorq.panelUserBlockHex");
-const QString assistantBlockKey = QStringLiteral("vorq.panelAssistantBlockHex");
-const QString olderBlockKey = QStringLiteral("vorq.panelBlockHex");
+const QString appAppearanceKey = u"vorqAppAppearance"_s;
+const QString panelAppearanceKey = u"vorq.panelAppearance"_s;
+const QString glassStyleKey = u"vorq.panelGlassStyle"_s;
+const QString backgroundKey = u"vorq.panelBackgroundHex"_s;
+const QString userBlockKey = u"vorq.panelUserBlockHex"_s;
+const QString assistantBlockKey = u"vorq.panelAssistantBlockHex"_s;
+const QString olderBlockKey = u"vorq.panelBlockHex"_s;
 
 } // namespace
 

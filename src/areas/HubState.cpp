@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -13,7 +15,7 @@ constexpr auto tasksLayouts = rawNames<HubTasksLayout>({{HubTasksLayout::Grid, "
                                                         {HubTasksLayout::Columns, "columns"},
                                                         {HubTasksLayout::List, "list"}});
 
-const QString tasksLayoutKey = QStringLiteral("vorq.hubTasksLayout");
+const QString tasksLayoutKey = u"vorq.hubTasksLayout"_s;
 
 // The file's own order is the one that is shown.
 std::vector<HubAIChat> asTheyCome(std::vector<HubAIChat> chats) {

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <iterator>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -14,7 +16,7 @@ using namespace std::chrono_literals;
 // A program that ends has no window that could hang.
 constexpr std::chrono::milliseconds patienceAtEnd = 5s;
 
-const QString migratedKey = QStringLiteral("vorq.migratedPanelChatsToHub.v1");
+const QString migratedKey = u"vorq.migratedPanelChatsToHub.v1"_s;
 
 } // namespace
 

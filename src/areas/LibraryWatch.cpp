@@ -6,6 +6,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -51,7 +53,7 @@ void LibraryWatch::arm() {
     m_watched = fileStamp(m_folder);
     QStringList paths;
     if (QFileInfo(m_folder).isDir()) paths += m_folder;
-    for (const QString& name : fileNames(m_folder, {}, QLatin1StringView(".json")))
+    for (const QString& name : fileNames(m_folder, {}, ".json"_L1))
         paths += m_folder + u'/' + name;
     watchOnly(m_inside, paths);
     watchOnly(m_around, foldersAround());

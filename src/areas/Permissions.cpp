@@ -4,6 +4,8 @@
 
 #include <tuple>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 namespace {
@@ -41,7 +43,7 @@ void Permissions::setShowAccessibilityWalkthrough(bool show) {
 }
 
 void Permissions::adviseToGrantAgain() {
-    const QString name = m_probe ? m_probe->privacyListName() : QStringLiteral("Vorq");
+    const QString name = m_probe ? m_probe->privacyListName() : u"Vorq"_s;
     const QString path = m_probe ? m_probe->processPath() : QString();
     setPermissionMessage(tr("If %1 already looks enabled in System Settings, select it, click − to "
                             "remove, then Enable again here. Quit Vorq (⌘Q) and reopen so the new "

@@ -11,6 +11,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 static Q_LOGGING_CATEGORY(panelLog, "vorq.panel", QtInfoMsg)
@@ -148,14 +150,11 @@ void HotKeyContext::sendHeld() {
 // The length of what is held back tells of it, too.
 void HotKeyContext::log(bool isTrusted, Source source, const CapturedText& captured) {
     const QString name = source ? m_services.capture.applicationName(*source) : QString();
-    const QString line =
-        QStringLiteral("trusted=%1 perm=%2 pid=%3 app=%4 chars=%5")
-            .arg(isTrusted ? QStringLiteral("true") : QStringLiteral("false"),
-                 rawString(m_services.permissions.textCapturePermission()),
-                 source ? QString::number(*source) : QStringLiteral("nil"),
-                 name.isEmpty() ? QStringLiteral("-") : name,
-                 captured.isHeldBack ? QStringLiteral("held")
-                                     : QString::number(graphemeCount(captured.text)));
+    const QString line = u"trusted=%1 perm=%2 pid=%3 app=%4 chars=%5"_s.arg(
+        isTrusted ? u"true"_s : u"false"_s,
+        rawString(m_services.permissions.textCapturePermission()),
+        source ? QString::number(*source) : u"nil"_s, name.isEmpty() ? u"-"_s : name,
+        captured.isHeldBack ? u"held"_s : QString::number(graphemeCount(captured.text)));
     qCInfo(panelLog, "Vorq capture: %s", qUtf8Printable(line));
     m_services.capture.log(line);
 }

@@ -6,6 +6,8 @@
 #include "panel/StudyContext.h"
 #include "support/text/Text.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 PanelConversation::PanelConversation(const Services& services)
@@ -80,7 +82,7 @@ void PanelConversation::typeHighlightAndAnalyze(const QString& text) {
     const QString kept = trimmed(text).toString();
     if (kept.isEmpty()) return;
     typewriter().finishTypingFlags(MessageRole::User);
-    const QUuid bubble = m_transcript.appendUserMessage(QStringLiteral("Attached: Text capture"));
+    const QUuid bubble = m_transcript.appendUserMessage(u"Attached: Text capture"_s);
     m_transcript.rememberSent(bubble, kept, m_highlightedApplication);
     typewriter().showWaitingReply();
     m_transcript.removeEmptyPlaceholders();

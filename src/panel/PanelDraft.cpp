@@ -5,12 +5,14 @@
 #include <algorithm>
 #include <chrono>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 constexpr std::chrono::milliseconds rest{500};
 constexpr std::chrono::seconds longestWait{5};
-const QString draftKey = QStringLiteral("vorq.panel.draft");
+const QString draftKey = u"vorq.panel.draft"_s;
 
 } // namespace
 

@@ -2,11 +2,13 @@
 
 #include "panel/PanelTranscript.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 void PanelGreeting::ensure() {
     if (!m_transcript.messages().messages().empty()) return;
-    m_transcript.say(QStringLiteral("Hello 👋, Vorq here…"), AssistantReveal::Graphemes);
+    m_transcript.say(u"Hello 👋, Vorq here…"_s, AssistantReveal::Graphemes);
 }
 
 bool PanelGreeting::isAlone() const {

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -48,7 +50,7 @@ QString titleOf(const std::vector<SavedChatMessage>& messages) {
     const SavedChatMessage& named = asked == messages.end() ? messages.front() : *asked;
     const QString plain = AssistantReplyDocument::inlinePlain(named.text);
     const QStringView title = graphemePrefix(trimmed(plain), longestTitle);
-    return title.isEmpty() ? QStringLiteral("Saved chat") : title.toString();
+    return title.isEmpty() ? u"Saved chat"_s : title.toString();
 }
 
 } // namespace
@@ -89,7 +91,7 @@ QString exportedText(std::span<const VorqMessage> messages) {
     for (const VorqMessage& message : messages)
         if (!message.isWorking && !message.isTyping && !trimmed(message.text).isEmpty())
             texts += message.text;
-    return texts.join(QStringLiteral("\n\n"));
+    return texts.join(u"\n\n"_s);
 }
 
 QString latestAssistantText(std::span<const VorqMessage> messages) {

@@ -7,6 +7,8 @@
 #include <array>
 #include <ranges>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -16,7 +18,7 @@ constexpr qsizetype minimumExcerpt = 2;
 constexpr qsizetype excerptLabelLimit = 120;
 constexpr qsizetype excerptLabelCut = 117;
 
-const QString blankLine = QStringLiteral("\n\n");
+const QString blankLine = u"\n\n"_s;
 
 bool asksForDeepResearch(const QList<PromptAttachment>& attachments) {
     return std::ranges::any_of(attachments, [](const PromptAttachment& attachment) {
@@ -28,21 +30,21 @@ bool asksForDeepResearch(const QList<PromptAttachment>& attachments) {
 
 QString outgoingPrompt(const QString& prompt, bool deepResearch, bool isStudyingNote) {
     if (deepResearch && prompt.isEmpty())
-        return QStringLiteral("Deep research this attached study material.\n"
-                              "Extract the core ideas, surface related well-known studies or "
-                              "frameworks, and bridge connections between concepts so I can learn "
-                              "the bigger picture.");
+        return u"Deep research this attached study material.\n"
+               "Extract the core ideas, surface related well-known studies or "
+               "frameworks, and bridge connections between concepts so I can learn "
+               "the bigger picture."_s;
     if (deepResearch)
-        return QStringLiteral("Deep research mode on the attached files.\n"
-                              "Find related studies/frameworks, bridge connections, and go beyond "
-                              "a surface summary.\nStudent request: ") +
+        return u"Deep research mode on the attached files.\n"
+               "Find related studies/frameworks, bridge connections, and go beyond "
+               "a surface summary.\nStudent request: "_s +
                prompt;
     if (prompt.isEmpty())
-        return QStringLiteral("Please review the attached materials as study context and help me "
-                              "understand them.");
+        return u"Please review the attached materials as study context and help me "
+               "understand them."_s;
     if (isStudyingNote)
-        return QStringLiteral("The student is studying a saved note. Use the note / attachments "
-                              "as context.\nStudent request: ") +
+        return u"The student is studying a saved note. Use the note / attachments "
+               "as context.\nStudent request: "_s +
                prompt;
     return prompt;
 }
@@ -88,18 +90,17 @@ PanelRequest panelPromptRequest(const PanelPromptContext& context) {
 
 PanelRequest panelDeepenRequest(const QString& excerpt, const QString& userPrompt,
                                 std::span<const VorqMessage> messages) {
-    const QString opening = QStringLiteral(
-        "Go deeper on this excerpt from your previous reply — explain it more fully, add useful "
-        "context, and call out what matters next. ");
-    const QString form = QStringLiteral(
-        "Structure the reply however best fits the material (prose, bullets, or sections). Real "
-        "newlines. Never one long paragraph.");
+    const QString opening =
+        u"Go deeper on this excerpt from your previous reply — explain it more fully, add useful "
+        "context, and call out what matters next. "_s;
+    const QString form =
+        u"Structure the reply however best fits the material (prose, bullets, or sections). Real "
+        "newlines. Never one long paragraph."_s;
     PanelRequest request;
     request.body = streamedRequest();
-    request.body.prompt =
-        userPrompt.isEmpty()
-            ? opening + form
-            : opening + QStringLiteral("Also address this request: ") + userPrompt + u'\n' + form;
+    request.body.prompt = userPrompt.isEmpty() ? opening + form
+                                               : opening + u"Also address this request: "_s +
+                                                     userPrompt + u'\n' + form;
     request.body.selectedText = excerpt;
     request.body.recentMessages = recentMessages(messages, deepenHistory);
     return request;
@@ -109,9 +110,9 @@ std::optional<QString> submitBubble(QStringView prompt,
                                     const QList<PromptAttachment>& attachments) {
     const QString text = trimmed(prompt).toString();
     if (attachments.isEmpty()) return text.isEmpty() ? std::nullopt : std::optional(text);
-    const QString names = composerDisplayNames(attachments).join(QStringLiteral(", "));
-    if (text.isEmpty()) return QStringLiteral("Attached: ") + names;
-    return text + blankLine + QStringLiteral("📎 ") + names;
+    const QString names = composerDisplayNames(attachments).join(u", "_s);
+    if (text.isEmpty()) return u"Attached: "_s + names;
+    return text + blankLine + u"📎 "_s + names;
 }
 
 std::optional<QString> deepenBubble(QStringView excerpt, QStringView userPrompt) {
@@ -122,7 +123,7 @@ std::optional<QString> deepenBubble(QStringView excerpt, QStringView userPrompt)
     const QString label = graphemeCount(kept) > excerptLabelLimit
                               ? graphemePrefix(kept, excerptLabelCut).toString() + u'…'
                               : kept.toString();
-    return QStringLiteral("deepen — \"") + label + u'"';
+    return u"deepen — \""_s + label + u'"';
 }
 
 std::vector<RecentMessage> recentMessages(std::span<const VorqMessage> messages,

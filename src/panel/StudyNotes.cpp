@@ -10,20 +10,21 @@
 #include "panel/StudyContext.h"
 #include "support/text/Text.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 QString announcement(const std::vector<Flashcard>& cards, const std::optional<QString>& unsaved) {
     const QString count =
         panel_notices::flashcardsBefore.toString() + QString::number(cards.size());
-    QStringList lines = {unsaved ? count + QStringLiteral(" flashcards. ") + *unsaved
+    QStringList lines = {unsaved ? count + u" flashcards. "_s + *unsaved
                                  : count + panel_notices::flashcardsAfter.toString(),
                          QString()};
     for (std::size_t index = 0; index < cards.size(); ++index)
-        lines += {QStringLiteral("**%1.** ").arg(index + 1) + cards[index].front,
-                  QStringLiteral("→ ") + cards[index].back, QString()};
-    lines +=
-        QStringLiteral("Say “quiz me” anytime to regenerate, or open the note in Hub to review.");
+        lines += {u"**%1.** "_s.arg(index + 1) + cards[index].front, u"→ "_s + cards[index].back,
+                  QString()};
+    lines += u"Say “quiz me” anytime to regenerate, or open the note in Hub to review."_s;
     return lines.join(u'\n');
 }
 

@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -14,11 +16,11 @@ constexpr std::chrono::milliseconds delayToAnalyzing{650};
 QString rawString(VorqWorkStatus status) {
     switch (status) {
     case VorqWorkStatus::Working:
-        return QStringLiteral("working");
+        return u"working"_s;
     case VorqWorkStatus::Analyzing:
-        return QStringLiteral("analyzing");
+        return u"analyzing"_s;
     case VorqWorkStatus::Finishing:
-        return QStringLiteral("finishing");
+        return u"finishing"_s;
     }
     return {};
 }

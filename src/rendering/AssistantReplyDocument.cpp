@@ -6,6 +6,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -104,10 +106,9 @@ void write(SourceWriter& writer, const Document::Block& block) {
 } // namespace
 
 QLatin1StringView AssistantReplyDocument::kindName(Kind kind) {
-    constexpr QLatin1StringView names[] = {
-        QLatin1StringView("title"),   QLatin1StringView("section"),  QLatin1StringView("body"),
-        QLatin1StringView("bullets"), QLatin1StringView("numbered"), QLatin1StringView("quote"),
-        QLatin1StringView("code"),    QLatin1StringView("table"),    QLatin1StringView("divider")};
+    constexpr QLatin1StringView names[] = {"title"_L1,   "section"_L1,  "body"_L1,
+                                           "bullets"_L1, "numbered"_L1, "quote"_L1,
+                                           "code"_L1,    "table"_L1,    "divider"_L1};
     return names[static_cast<std::size_t>(kind)];
 }
 

@@ -3,6 +3,8 @@
 #include "rendering/AssistantReplyDocument.h"
 #include "rendering/InlineSpans.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -17,7 +19,7 @@ QStringList spokenItems(const Block& block) {
     QStringList lines;
     for (qsizetype i = 0; i < block.items.size(); ++i) {
         const QString marker =
-            block.kind == Kind::Numbered ? QString::number(i + 1) + u'.' : QStringLiteral("•");
+            block.kind == Kind::Numbered ? QString::number(i + 1) + u'.' : u"•"_s;
         lines += marker + u' ' + spokenLine(block.items[i]);
     }
     return lines;
@@ -27,7 +29,7 @@ QString spokenRow(const QStringList& cells) {
     QStringList spoken;
     for (const QString& cell : cells)
         spoken += spokenLine(cell);
-    return spoken.join(QStringLiteral(", "));
+    return spoken.join(u", "_s);
 }
 
 QStringList spokenBlock(const Block& block) {

@@ -24,6 +24,8 @@
 #include <memory>
 #include <sys/resource.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -401,7 +403,7 @@ TEST_F(LibraryEndToEndTest, ASaveReadsTheListOnce) {
 TEST_F(LibraryEndToEndTest, ManySavesAtOnceLoseNoNote) {
     std::vector<std::unique_ptr<QProcess>> copies;
     for (int copy = 0; copy < 12; ++copy)
-        copies.push_back(start({"notes", "save", QStringLiteral("Note %1.").arg(copy)}));
+        copies.push_back(start({"notes", "save", u"Note %1."_s.arg(copy)}));
     for (const auto& copy : copies)
         EXPECT_EQ(finish(*copy).status, 0);
     EXPECT_THAT(store().loadNotes(), SizeIs(12));
@@ -444,7 +446,7 @@ TEST_F(LibraryEndToEndTest, SavesOfTerminalsAndOfTheDesktopLoseNoNote) {
     areas.watchLibrary();
     std::vector<std::unique_ptr<QProcess>> terminals;
     for (int copy = 0; copy < 10; ++copy) {
-        terminals.push_back(start({"notes", "save", QStringLiteral("Note %1.").arg(copy)}));
+        terminals.push_back(start({"notes", "save", u"Note %1."_s.arg(copy)}));
         areas.library().createBlankNote(QString::number(copy), HubArea::Personal);
         QTest::qWait(20);
     }

@@ -18,6 +18,8 @@
 
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -25,11 +27,11 @@ using testing::SizeIs;
 
 constexpr int patience = 60'000; // milliseconds, for a machine that is busy
 
-const QString material = QStringLiteral(
-    "A river carries silt from the mountains to the sea. When it leaves its banks it slows down, "
+const QString material =
+    u"A river carries silt from the mountains to the sea. When it leaves its banks it slows down, "
     "and the silt settles on the fields. Farmers along the Nile needed no manure, because the silt "
     "renewed the soil each year. On flat land a river wanders in bends. At the sea it drops the "
-    "rest of its load and builds a delta.");
+    "rest of its load and builds a delta."_s;
 
 // Turns the event loop until it is so.
 bool happens(const std::function<bool()>& isSo) {
@@ -126,8 +128,7 @@ TEST_F(StudyEndToEndTest, ANoteIsLoadedAskedAboutEnrichedAndMadeIntoFlashcards) 
     const QString announced = said("make flashcards");
     const auto cards = static_cast<qsizetype>(notes().front().flashcards.size());
     EXPECT_GT(cards, 0) << qPrintable(announced);
-    EXPECT_TRUE(announced.startsWith(
-        QStringLiteral("Here are %1 flashcards — saved on your note.").arg(cards)))
+    EXPECT_TRUE(announced.startsWith(u"Here are %1 flashcards — saved on your note."_s.arg(cards)))
         << qPrintable(announced);
     EXPECT_EQ(said("save chat"), "Saved to History.");
 

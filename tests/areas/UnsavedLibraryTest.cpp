@@ -13,6 +13,8 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -25,9 +27,8 @@ using testing::SizeIs;
 using testing::StartsWith;
 using testing::UnorderedElementsAre;
 
-const QString savedToHistory = QStringLiteral("Saved to History.");
-const QString heldUp =
-    QStringLiteral("Not saved yet: another program is using the library. Vorq keeps trying.");
+const QString savedToHistory = u"Saved to History."_s;
+const QString heldUp = u"Not saved yet: another program is using the library. Vorq keeps trying."_s;
 
 class UnsavedLibraryTest : public LibraryFixture {
   protected:

@@ -7,6 +7,8 @@
 #include "conformance/Ops.h"
 #include "support/json/JsonWriter.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::conformance {
 namespace {
 
@@ -39,11 +41,11 @@ QJsonValue outcome(const QJsonObject& in, std::optional<Record> (*decode)(QByteA
 QString nameOf(ServiceError::Kind kind) {
     switch (kind) {
     case ServiceError::Kind::RequestFailed:
-        return QStringLiteral("requestFailed");
+        return u"requestFailed"_s;
     case ServiceError::Kind::NotSignedIn:
-        return QStringLiteral("notSignedIn");
+        return u"notSignedIn"_s;
     case ServiceError::Kind::InvalidResponse:
-        return QStringLiteral("invalidResponse");
+        return u"invalidResponse"_s;
     }
     return {};
 }

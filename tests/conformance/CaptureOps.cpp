@@ -13,6 +13,8 @@
 #include <array>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::conformance {
 namespace {
 
@@ -98,7 +100,7 @@ ScreenLayout screensOf(const QJsonObject& in) {
 
 QJsonValue bounds(const QJsonObject& in) {
     ScriptedAccessibility accessibility;
-    ScriptedElement& element = accessibility.element(QStringLiteral("element"));
+    ScriptedElement& element = accessibility.element(u"element"_s);
     fill(element, objectOf(in, "element"));
     return nullable(
         selectionAXBounds(rangeOf(in, "range"), element, optionalRectOf(in, "elementFrame")));

@@ -7,6 +7,8 @@
 
 #include <QJsonArray>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::conformance {
 namespace {
 
@@ -75,17 +77,17 @@ QJsonValue deepenRequest(const QJsonObject& in) {
 QString nameOf(PromptRoute route) {
     switch (route) {
     case PromptRoute::SaveChat:
-        return QStringLiteral("saveChat");
+        return u"saveChat"_s;
     case PromptRoute::Library:
-        return QStringLiteral("library");
+        return u"library"_s;
     case PromptRoute::RecallNote:
-        return QStringLiteral("recallNote");
+        return u"recallNote"_s;
     case PromptRoute::SaveResearch:
-        return QStringLiteral("saveResearch");
+        return u"saveResearch"_s;
     case PromptRoute::Study:
-        return QStringLiteral("study");
+        return u"study"_s;
     case PromptRoute::Backend:
-        return QStringLiteral("backend");
+        return u"backend"_s;
     }
     return {};
 }

@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -27,8 +29,8 @@ TEST(InstantReply, IsShortAndOfOneBlock) {
 }
 
 TEST(InstantReply, CountsCharactersNotCodeUnits) {
-    EXPECT_TRUE(isInstantAssistantReply(QStringLiteral("👩‍👩‍👧").repeated(140)));
-    EXPECT_FALSE(isInstantAssistantReply(QStringLiteral("👩‍👩‍👧").repeated(141)));
+    EXPECT_TRUE(isInstantAssistantReply(u"👩‍👩‍👧"_s.repeated(140)));
+    EXPECT_FALSE(isInstantAssistantReply(u"👩‍👩‍👧"_s.repeated(141)));
 }
 
 TEST(BlockReveal, AddsABlockAStepAndEndsWithTheWholeText) {
@@ -85,15 +87,15 @@ TEST(TypingBoundary, NeverGoesBackBehindItsStart) {
 }
 
 TEST(GraphemeTypewriter, RevealsByElapsedTimeAndEndsWhole) {
-    GraphemeTypewriter typewriter(QStringLiteral("👋🏽 hello"));
+    GraphemeTypewriter typewriter(u"👋🏽 hello"_s);
     EXPECT_FALSE(typewriter.at(0));
     const auto first = typewriter.at(0.05);
     ASSERT_TRUE(first);
-    EXPECT_EQ(first->text, QStringLiteral("👋🏽 "));
+    EXPECT_EQ(first->text, u"👋🏽 "_s);
     EXPECT_TRUE(first->isTyping);
     const auto last = typewriter.at(10);
     ASSERT_TRUE(last);
-    EXPECT_EQ(last->text, QStringLiteral("👋🏽 hello"));
+    EXPECT_EQ(last->text, u"👋🏽 hello"_s);
     EXPECT_FALSE(last->isTyping);
     EXPECT_TRUE(typewriter.isFinished());
 }

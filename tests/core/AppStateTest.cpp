@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QSignalSpy>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -174,11 +176,11 @@ TEST_F(AppStateTest, TheHubBeginsOnItsChats) {
 
 TEST_F(AppStateTest, ThePlaceholderOfTheComposerKnowsAboutTheNote) {
     QSignalSpy changed(&state(), &VorqAppState::promptPlaceholderChanged);
-    EXPECT_EQ(state().promptPlaceholder(), QStringLiteral("Ask Vorq for help…"));
+    EXPECT_EQ(state().promptPlaceholder(), u"Ask Vorq for help…"_s);
     state().study().setActiveNote(QUuid::createUuid(), "body");
-    EXPECT_EQ(state().promptPlaceholder(), QStringLiteral("Ask about this note…"));
+    EXPECT_EQ(state().promptPlaceholder(), u"Ask about this note…"_s);
     state().study().clearActiveStudyNote();
-    EXPECT_EQ(state().promptPlaceholder(), QStringLiteral("Ask Vorq for help…"));
+    EXPECT_EQ(state().promptPlaceholder(), u"Ask Vorq for help…"_s);
     EXPECT_EQ(changed.count(), 2);
 }
 

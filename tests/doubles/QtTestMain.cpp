@@ -4,9 +4,11 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
-    qSetMessagePattern(QStringLiteral("%{message}")); // as the program has it
+    qSetMessagePattern(u"%{message}"_s); // as the program has it
     const QCoreApplication application(argc, argv);
     const int result = RUN_ALL_TESTS();
     // Tasks that were stopped by the last test still have to unwind.

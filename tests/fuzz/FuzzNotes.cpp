@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using namespace vorq;
@@ -43,7 +45,7 @@ void checkAnswers(const QString& text) {
 }
 
 void checkStorable(const QString& text) {
-    const QString empty = QStringLiteral("<note-content version=\"0.1\"/>");
+    const QString empty = u"<note-content version=\"0.1\"/>"_s;
     const std::optional<QString> xml = gnote::withAppended(empty, text);
     require(xml && gnote::withAppended(*xml, text));
     (void)gnote::withAppended(text, text);

@@ -3,6 +3,8 @@
 #include "doubles/panel/ConversationFixture.h"
 #include "support/async/TaskSlot.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -60,7 +62,7 @@ TEST_F(HotKeyContextTest, NothingCapturedShowsTheGreetingWithoutAdvice) {
     press(std::nullopt);
     advance(2s);
     EXPECT_EQ(panel().highlightedText(), "");
-    EXPECT_THAT(texts(), ElementsAre(QStringLiteral("Hello 👋, Vorq here…")));
+    EXPECT_THAT(texts(), ElementsAre(u"Hello 👋, Vorq here…"_s));
     EXPECT_EQ(state().permissions().permissionMessage(), "");
     EXPECT_THAT(m_capture.lines, ElementsAre("trusted=true perm=pending pid=nil app=- chars=0"));
 }
@@ -70,9 +72,9 @@ TEST_F(HotKeyContextTest, WithoutTrustItAdvisesToGrantAgain) {
     press(7);
     EXPECT_THAT(m_capture.asked, IsEmpty());
     EXPECT_TRUE(state().permissions().permissionMessage().startsWith(
-        QStringLiteral("If Vorq already looks enabled in System Settings, select it, click − to "
-                       "remove, then Enable again here. Quit Vorq (⌘Q) and reopen so the new "
-                       "grant applies to: ")));
+        u"If Vorq already looks enabled in System Settings, select it, click − to "
+        "remove, then Enable again here. Quit Vorq (⌘Q) and reopen so the new "
+        "grant applies to: "_s));
     m_capture.frontmost = 9;
     m_capture.selections[9] = "readable after all";
     press(7);
@@ -100,7 +102,7 @@ TEST_F(HotKeyContextTest, ABlankTextGivenCapturesNothingInstead) {
 // A capture that reads like a secret.
 class HeldCaptureTest : public HotKeyContextTest {
   protected:
-    const QString secret = QStringLiteral("kT4vB9nQz2Lm");
+    const QString secret = u"kT4vB9nQz2Lm"_s;
 
     HeldCaptureTest() {
         panel().setHighlightedText("older");

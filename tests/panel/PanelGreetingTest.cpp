@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -32,7 +34,7 @@ TEST_F(PanelGreetingTest, IsTypedIntoAnEmptyConversation) {
     m_clock.advance(300ms);
     EXPECT_TRUE(messages().front().isTyping);
     m_clock.advance(2s);
-    EXPECT_EQ(messages().front().text, QStringLiteral("Hello 👋, Vorq here…"));
+    EXPECT_EQ(messages().front().text, u"Hello 👋, Vorq here…"_s);
     EXPECT_FALSE(messages().front().isTyping);
 }
 

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -29,21 +31,20 @@ TEST(SubmitBubble, IsNothingForBlanksAlone) {
 
 TEST(SubmitBubble, NamesTheAttachmentsUnderThePrompt) {
     EXPECT_EQ(submitBubble(u" why? ", {attachment("a.pdf"), attachment("b.txt")}),
-              QStringLiteral("why?\n\n📎 a.pdf, b.txt"));
+              u"why?\n\n📎 a.pdf, b.txt"_s);
     EXPECT_EQ(submitBubble(u"", {attachment("a.pdf")}), "Attached: a.pdf");
 }
 
 TEST(DeepenBubble, NeedsTwoCharacters) {
     EXPECT_EQ(deepenBubble(u" x \n", u"why?"), std::nullopt);
     EXPECT_EQ(deepenBubble(u"👩‍👩‍👧", u""), std::nullopt);
-    EXPECT_EQ(deepenBubble(u"xx", u""), QStringLiteral("deepen — \"xx\""));
+    EXPECT_EQ(deepenBubble(u"xx", u""), u"deepen — \"xx\""_s);
 }
 
 TEST(DeepenBubble, CutsALongExcerptButNotOneAtTheLimit) {
-    EXPECT_EQ(deepenBubble(QString(120, u'x'), u""),
-              QStringLiteral("deepen — \"") + QString(120, u'x') + u'"');
+    EXPECT_EQ(deepenBubble(QString(120, u'x'), u""), u"deepen — \""_s + QString(120, u'x') + u'"');
     EXPECT_EQ(deepenBubble(QString(200, u'x'), u""),
-              QStringLiteral("deepen — \"") + QString(117, u'x') + QStringLiteral("…\""));
+              u"deepen — \""_s + QString(117, u'x') + u"…\""_s);
 }
 
 TEST(DeepenBubble, ShowsThePromptIfThereIsOne) {
@@ -140,7 +141,7 @@ TEST(PanelDeepenRequest, SendsTheExcerptAndEightMessages) {
     EXPECT_EQ(request.body.selectedText, "excerpt");
     EXPECT_THAT(request.body.recentMessages, SizeIs(8));
     EXPECT_TRUE(request.body.prompt.startsWith(
-        QStringLiteral("Go deeper on this excerpt from your previous reply — explain")));
+        u"Go deeper on this excerpt from your previous reply — explain"_s));
     EXPECT_FALSE(request.body.prompt.contains("Also address"));
     EXPECT_FALSE(request.isStudyTurn);
 }

@@ -2,6 +2,8 @@
 
 #include "doubles/panel/ConversationFixture.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -11,7 +13,7 @@ using testing::SizeIs;
 
 using QueueTest = ConversationFixture;
 
-const QString greeting = QStringLiteral("Hello 👋, Vorq here…");
+const QString greeting = u"Hello 👋, Vorq here…"_s;
 
 TEST_F(QueueTest, TwoQuickPromptsShowTwoBubblesAndAreAnsweredInOrder) {
     submit("one");

@@ -2,6 +2,8 @@
 
 #include "doubles/panel/ConversationFixture.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -114,7 +116,7 @@ TEST_F(SessionTest, ClearDuringTheRefreshLeavesTheGreeting) {
     panel().clearPanelChat();
     grant(request(1), "token2");
     advance(2s);
-    EXPECT_THAT(texts(), ElementsAre(QStringLiteral("Hello 👋, Vorq here…")));
+    EXPECT_THAT(texts(), ElementsAre(u"Hello 👋, Vorq here…"_s));
     EXPECT_EQ(requests(), 2u);
 }
 

@@ -5,6 +5,8 @@
 
 #include <QSignalSpy>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -41,15 +43,14 @@ class StudyNotesTest : public LibraryFixture {
         QStringList kinds;
         const SavedChat chat = store().loadChats().front();
         for (const SavedChatMessage& message : chat.messages)
-            kinds += message.isNotice.value_or(false) ? QStringLiteral("notice") : message.role;
+            kinds += message.isNotice.value_or(false) ? u"notice"_s : message.role;
         return kinds;
     }
 
     void answerWithCards(int count) {
         QVariantList cards;
         for (int index = 1; index <= count; ++index)
-            cards += QVariantMap{{"front", QStringLiteral("Q%1").arg(index)},
-                                 {"back", QStringLiteral("A%1").arg(index)}};
+            cards += QVariantMap{{"front", u"Q%1"_s.arg(index)}, {"back", u"A%1"_s.arg(index)}};
         exchange().respond(200, json({{"flashcards", cards}}));
         m_clock.settle();
     }

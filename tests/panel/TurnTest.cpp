@@ -2,6 +2,8 @@
 
 #include "doubles/panel/ConversationFixture.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -252,8 +254,7 @@ TEST_F(TurnTest, ADeepenedSelectionGoesOutWhole) {
     const QString excerpt(200, u'x');
     panel().deepenSelection(excerpt, " ");
     m_clock.settle();
-    EXPECT_EQ(messages()[0].text,
-              QStringLiteral("deepen — \"") + QString(117, u'x') + QStringLiteral("…\""));
+    EXPECT_EQ(messages()[0].text, u"deepen — \""_s + QString(117, u'x') + u"…\""_s);
     EXPECT_EQ(exchange().json()["selectedText"], excerpt);
     panel().deepenSelection("x", "why?");
     EXPECT_THAT(messages(), SizeIs(2)) << "too short an excerpt does nothing";

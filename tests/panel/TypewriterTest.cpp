@@ -2,6 +2,8 @@
 
 #include "doubles/panel/ConversationFixture.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -9,7 +11,7 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::SizeIs;
 
-const QString helloLine = QStringLiteral("Hello 👋, Vorq here…");
+const QString helloLine = u"Hello 👋, Vorq here…"_s;
 
 class TypewriterTest : public ConversationFixture {
   protected:
@@ -34,7 +36,7 @@ TEST_F(TypewriterTest, TheGreetingIsTypedInAboutHalfASecond) {
     advance(33ms);
     EXPECT_EQ(last().text, "Hello ");
     advance(33ms);
-    EXPECT_EQ(last().text, QStringLiteral("Hello 👋, "));
+    EXPECT_EQ(last().text, u"Hello 👋, "_s);
     advance(231ms);
     EXPECT_TRUE(last().isTyping);
     advance(33ms);
@@ -44,7 +46,7 @@ TEST_F(TypewriterTest, TheGreetingIsTypedInAboutHalfASecond) {
 }
 
 TEST_F(TypewriterTest, AReplyWithoutAnyBlockWaitsForNothing) {
-    const QString fences = QStringLiteral("```\n```\n").repeated(20) + "```\n```";
+    const QString fences = u"```\n```\n"_s.repeated(20) + "```\n```";
     submit("one");
     reply(exchange(), fences);
     EXPECT_EQ(last().text, fences);

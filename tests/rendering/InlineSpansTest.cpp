@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -70,31 +72,31 @@ TEST(InlineSpans, BlockMarksAreNoMarks) {
 }
 
 TEST(InlineSpans, WhiteSpaceIsKept) {
-    EXPECT_EQ(InlineSpans::parse(u"  a   *b*  ").text, QStringLiteral("  a   b  "));
+    EXPECT_EQ(InlineSpans::parse(u"  a   *b*  ").text, u"  a   b  "_s);
 }
 
 TEST(InlineSpans, LineBreaksBecomeLineSeparatorsAndMarksReachAcross) {
     const InlineSpans parsed = InlineSpans::parse(u"**a\nb**");
-    EXPECT_EQ(parsed.text, QStringLiteral("a\u2028b"));
+    EXPECT_EQ(parsed.text, u"a\u2028b"_s);
     EXPECT_EQ(parsed.spans.size(), 1);
 }
 
 TEST(InlineSpans, EscapedMarksLoseTheirBackslash) {
-    EXPECT_EQ(InlineSpans::parse(u"\\*a\\*").text, QStringLiteral("*a*"));
+    EXPECT_EQ(InlineSpans::parse(u"\\*a\\*").text, u"*a*"_s);
 }
 
 TEST(InlineSpans, CharactersBeyondTheBasicPlaneKeepTheirPositions) {
     const InlineSpans parsed = InlineSpans::parse(u"👋 **hi** 👋");
     ASSERT_EQ(parsed.spans.size(), 1);
-    EXPECT_EQ(parsed.text.mid(parsed.spans[0].start, parsed.spans[0].length), QStringLiteral("hi"));
+    EXPECT_EQ(parsed.text.mid(parsed.spans[0].start, parsed.spans[0].length), u"hi"_s);
 }
 
 TEST(InlineSpans, GuardsInTheTextStay) {
-    EXPECT_EQ(InlineSpans::parse(u"‡ *a* ‡").text, QStringLiteral("‡ a ‡"));
+    EXPECT_EQ(InlineSpans::parse(u"‡ *a* ‡").text, u"‡ a ‡"_s);
 }
 
 TEST(InlineSpans, ZerosDoNotEndTheText) {
-    QString text = QStringLiteral("a*b*c");
+    QString text = u"a*b*c"_s;
     text[0] = QChar(u'\0');
     EXPECT_EQ(InlineSpans::parse(text).text.size(), 3);
 }

@@ -12,6 +12,8 @@
 #include <cstdio>
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -321,8 +323,8 @@ void shoot(const Shot& shot, bool isDark, const QDir& folder) {
     QPainter painter(&picture);
     painter.drawImage(margin, margin, panel);
     painter.end();
-    const QString name = QStringLiteral("panel-%1-%2.png")
-                             .arg(QString::fromLatin1(shot.name), isDark ? "dark" : "light");
+    const QString name =
+        u"panel-%1-%2.png"_s.arg(QString::fromLatin1(shot.name), isDark ? "dark" : "light");
     if (!picture.save(folder.filePath(name))) qFatal("cannot write %s", qPrintable(name));
     std::printf("%s\n", qPrintable(name));
 }

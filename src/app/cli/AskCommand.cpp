@@ -2,6 +2,8 @@
 
 #include "support/text/Text.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 AskCommand::AskCommand(VorqAppState& state, Terminal& terminal)
@@ -21,7 +23,7 @@ std::expected<AskCommand::Question, QString> AskCommand::read(const AskArguments
         if (!attachment) return std::unexpected(attachment.error());
         question.attachments += *std::move(attachment);
     }
-    auto piped = readPipedInput(QStringLiteral("can be sent"));
+    auto piped = readPipedInput(u"can be sent"_s);
     if (!piped) return std::unexpected(piped.error());
     question.pipedText = *std::move(piped);
     return question;
@@ -32,8 +34,8 @@ void AskCommand::start(const Question& question) {
     const QString highlighted = trimmed(question.pipedText).toString();
     const bool hasPrompt = !trimmed(question.prompt).isEmpty() || !question.attachments.isEmpty();
     if (!hasPrompt && highlighted.isEmpty()) {
-        m_terminal.complain(QStringLiteral("There is nothing to ask: give a prompt, a file or "
-                                           "text on standard input."));
+        m_terminal.complain(u"There is nothing to ask: give a prompt, a file or "
+                            "text on standard input."_s);
         return end(2);
     }
     m_wasSignedIn = m_state.account().signedIn();
@@ -76,7 +78,7 @@ void AskCommand::onTurnEnded(const QUuid& placeholder, TurnEnd turnEnd, const QS
     if (m_printer.hasPrinted()) print("\n");
     if (turnEnd == TurnEnd::SignedOut) {
         m_terminal.complain(m_wasSignedIn ? m_state.signIn().authError()
-                                          : QStringLiteral("You are not signed in."));
+                                          : u"You are not signed in."_s);
         explainSignIn();
     } else {
         m_terminal.complain(sentence);
@@ -95,13 +97,13 @@ void AskCommand::printReply(const QUuid& placeholder) {
 void AskCommand::printFollowUp(const VorqFollowUp& followUp) {
     QString text = u'\n' + followUp.question.simplified() + u'\n';
     for (const QString& label : followUp.labels)
-        text += QStringLiteral("  › ") + label.simplified() + u'\n';
+        text += u"  › "_s + label.simplified() + u'\n';
     print(text.toUtf8());
 }
 
 void AskCommand::explainSignIn() {
-    m_terminal.complain(QStringLiteral("To sign in on this computer: "
-                                       "vorq open \"$(vorq-gateway handoff)\""));
+    m_terminal.complain(u"To sign in on this computer: "
+                        "vorq open \"$(vorq-gateway handoff)\""_s);
 }
 
 void AskCommand::end(int exitStatus) {

@@ -4,6 +4,8 @@
 #include "app/cli/HelpText.h"
 #include "support/RawNames.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -28,7 +30,7 @@ Command parseAsk(const QStringList& arguments) {
     const ParsedOptions parsed = optionsBehind(arguments);
     if (parsed.wantsHelp) return programHelp();
     if (!parsed.unknown.isEmpty())
-        return UsageError{QStringLiteral("ask has no option %1.").arg(parsed.unknown)};
+        return UsageError{u"ask has no option %1."_s.arg(parsed.unknown)};
     if (parsed.withoutValue != nullptr) return UsageError{missingValue(*parsed.withoutValue)};
     return AskArguments{parsed.words.join(u' '), parsed.values("--file"), parsed.value("--model")};
 }
@@ -53,7 +55,7 @@ Command parseOpen(const QStringList& arguments) {
 // A command that is its name alone.
 Command parseAlone(const QStringList& arguments, const Command& command) {
     const ParsedOptions parsed = optionsBehind(arguments);
-    const UsageError misuse{QStringLiteral("%1 takes no arguments.").arg(arguments.front())};
+    const UsageError misuse{u"%1 takes no arguments."_s.arg(arguments.front())};
     if (!parsed.words.isEmpty()) return misuse;
     if (parsed.wantsHelp) return programHelp();
     if (!parsed.unknown.isEmpty()) return misuse;
@@ -70,18 +72,18 @@ Command parseDesktop(const QStringList& arguments) {
     for (const QString& word : parsed.words) {
         const std::optional<Verb> verb = verbNamed(word);
         const bool isFirst = desktop.verb == Verb::Launch && desktop.url.isEmpty();
-        if (!isFirst) return UsageError{QStringLiteral("%1 is one too many.").arg(word)};
+        if (!isFirst) return UsageError{u"%1 is one too many."_s.arg(word)};
         if (verb) {
             desktop.verb = *verb;
         } else if (word.startsWith(u"vorq:", Qt::CaseInsensitive)) {
             desktop.url = word;
         } else {
-            return UsageError{QStringLiteral("There is no command %1.").arg(word)};
+            return UsageError{u"There is no command %1."_s.arg(word)};
         }
     }
     if (parsed.wantsHelp) return programHelp();
     if (!parsed.unknown.isEmpty())
-        return UsageError{QStringLiteral("There is no option %1.").arg(parsed.unknown)};
+        return UsageError{u"There is no option %1."_s.arg(parsed.unknown)};
     return desktop;
 }
 

@@ -4,6 +4,8 @@
 #include "app/cli/HelpText.h"
 #include "support/RawNames.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -21,13 +23,13 @@ std::optional<LibraryMisuse> readArea(const ParsedOptions& parsed, std::optional
     if (!parsed.has("--area")) return std::nullopt;
     area = hubAreaNamed(parsed.value("--area"));
     if (area) return std::nullopt;
-    return LibraryMisuse{QStringLiteral("There is no area %1.").arg(parsed.value("--area"))};
+    return LibraryMisuse{u"There is no area %1."_s.arg(parsed.value("--area"))};
 }
 
 Parsed parseNotesList(const ParsedOptions& parsed) {
     ListNotes command;
     if (const auto misuse = readArea(parsed, command.area)) return *misuse;
-    if (!parsed.words.isEmpty()) return LibraryMisuse{QStringLiteral("notes list takes no ID.")};
+    if (!parsed.words.isEmpty()) return LibraryMisuse{u"notes list takes no ID."_s};
     command.asJson = parsed.has("--json");
     return command;
 }
@@ -41,14 +43,13 @@ Parsed parseNotesSave(const ParsedOptions& parsed) {
 }
 
 Parsed parseNotesExport(const ParsedOptions& parsed) {
-    if (parsed.words.size() != 1)
-        return LibraryMisuse{QStringLiteral("notes export needs one ID.")};
+    if (parsed.words.size() != 1) return LibraryMisuse{u"notes export needs one ID."_s};
     ExportNote command;
     command.id = parsed.words.front();
     command.output = parsed.value("--output");
     if (const QString name = parsed.value("--format"); !name.isEmpty()) {
         const auto format = noteFormats.caseOf(QStringView(name));
-        if (!format) return LibraryMisuse{QStringLiteral("There is no format %1.").arg(name)};
+        if (!format) return LibraryMisuse{u"There is no format %1."_s.arg(name)};
         command.format = *format;
     } else {
         const QString suffix = command.output.section(u'.', -1).toLower();
@@ -59,13 +60,12 @@ Parsed parseNotesExport(const ParsedOptions& parsed) {
 
 template<typename Show>
 Parsed parseShow(const ParsedOptions& parsed, const QString& verb) {
-    if (parsed.words.size() != 1)
-        return LibraryMisuse{QStringLiteral("%1 show needs one ID.").arg(verb)};
+    if (parsed.words.size() != 1) return LibraryMisuse{u"%1 show needs one ID."_s.arg(verb)};
     return Show{parsed.words.front(), parsed.has("--json")};
 }
 
 Parsed parseChatsList(const ParsedOptions& parsed) {
-    if (!parsed.words.isEmpty()) return LibraryMisuse{QStringLiteral("chats list takes no ID.")};
+    if (!parsed.words.isEmpty()) return LibraryMisuse{u"chats list takes no ID."_s};
     return ListChats{parsed.has("--json")};
 }
 
@@ -74,7 +74,7 @@ Parsed parseChatsList(const ParsedOptions& parsed) {
 Parsed parseLibraryCommand(const QStringList& arguments) {
     const QString& verb = arguments.front();
     const CommandPage& page = commandPages()[verb == u"notes" ? 1 : 2];
-    if (arguments.size() < 2) return LibraryMisuse{QStringLiteral("%1 needs a command.").arg(verb)};
+    if (arguments.size() < 2) return LibraryMisuse{u"%1 needs a command."_s.arg(verb)};
     const QString action = verb + u' ' + arguments[1];
     if (isHelpOption(arguments[1])) return LibraryHelp{helpText(page)};
 
@@ -84,7 +84,7 @@ Parsed parseLibraryCommand(const QStringList& arguments) {
     if (parsed.wantsHelp) return LibraryHelp{helpText(page)};
     if (!parsed.unknown.isEmpty())
         return LibraryMisuse{
-            QStringLiteral("%1 has no option %2.").arg(action, parsed.unknown.section(u'=', 0, 0))};
+            u"%1 has no option %2."_s.arg(action, parsed.unknown.section(u'=', 0, 0))};
     if (parsed.withoutValue != nullptr) return LibraryMisuse{missingValue(*parsed.withoutValue)};
     if (action == u"notes list") return parseNotesList(parsed);
     if (action == u"notes show") return parseShow<ShowNote>(parsed, verb);
@@ -92,7 +92,7 @@ Parsed parseLibraryCommand(const QStringList& arguments) {
     if (action == u"notes export") return parseNotesExport(parsed);
     if (action == u"chats list") return parseChatsList(parsed);
     if (action == u"chats show") return parseShow<ShowChat>(parsed, verb);
-    return LibraryMisuse{QStringLiteral("There is no command %1.").arg(action)};
+    return LibraryMisuse{u"There is no command %1."_s.arg(action)};
 }
 
 } // namespace vorq

@@ -13,6 +13,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -28,25 +30,23 @@ std::expected<Record, QString> recordOf(const std::vector<Record>& records, cons
         if (start.isEmpty() || !idText(idOf(record)).startsWith(start)) continue;
         if (found && idOf(*found) != idOf(record))
             return std::unexpected(
-                QStringLiteral("More than one %1 has an id that begins with %2.").arg(kind, asked));
+                u"More than one %1 has an id that begins with %2."_s.arg(kind, asked));
         if (!found) found = &record;
     }
-    if (!found) return std::unexpected(QStringLiteral("There is no %1 %2.").arg(kind, asked));
+    if (!found) return std::unexpected(u"There is no %1 %2."_s.arg(kind, asked));
     return *found;
 }
 
 QString listLine(const QUuid& id, Date createdAt, const QString& kind, qsizetype kindWidth,
                  const QString& title) {
-    return QStringLiteral("%1  %2  %3  %4\n")
-        .arg(idText(id), QString::fromLatin1(isoDate(createdAt)), kind.leftJustified(kindWidth),
-             title.simplified());
+    return u"%1  %2  %3  %4\n"_s.arg(idText(id), QString::fromLatin1(isoDate(createdAt)),
+                                     kind.leftJustified(kindWidth), title.simplified());
 }
 
 std::optional<VorqNoteImport::Payload> contentOf(const SaveNote& command, const QString& text) {
     const QString title = command.title.simplified();
     if (!command.isPlain)
-        return VorqNoteImport::structure(
-            title.isEmpty() ? text : QStringLiteral("# %1\n\n").arg(title) + text);
+        return VorqNoteImport::structure(title.isEmpty() ? text : u"# %1\n\n"_s.arg(title) + text);
     const QString body = trimmed(text).toString();
     if (body.isEmpty() && title.isEmpty()) return std::nullopt;
     const QString plain = title.isEmpty() ? body : title + u'\n' + body;
@@ -85,7 +85,7 @@ std::expected<void, QString> writeFile(const QString& path, const QByteArray& co
                                                ? failureOf(writeInto(path, content))
                                                : failureOf(replaceFile(path, content, sharedFile));
     if (!failure) return {};
-    return std::unexpected(QStringLiteral("%1 could not be written: %2.").arg(path, *failure));
+    return std::unexpected(u"%1 could not be written: %2."_s.arg(path, *failure));
 }
 
 } // namespace
@@ -125,14 +125,14 @@ int LibraryCommands::run(const ShowNote& command) {
 int LibraryCommands::run(const SaveNote& command) {
     QString text = command.text;
     if (text.isEmpty()) {
-        const auto piped = readPipedInput(QStringLiteral("a note can hold"));
+        const auto piped = readPipedInput(u"a note can hold"_s);
         if (!piped) return fail(piped.error());
         text = *piped;
     }
     const auto content = trimmed(text).isEmpty() ? std::nullopt : contentOf(command, text);
     if (!content)
-        return fail(QStringLiteral("There is nothing to save: give a text, or one on standard "
-                                   "input."));
+        return fail(u"There is nothing to save: give a text, or one on standard "
+                    "input."_s);
     SavedNote made;
     made.id = QUuid::createUuid();
     made.text = content->plain;
@@ -143,14 +143,14 @@ int LibraryCommands::run(const SaveNote& command) {
     if (const auto kept = keep(made); !kept) return fail(kept.error());
     // It is saved, whether or not that can be told.
     if (!m_terminal.print(idText(made.id).toUtf8() + '\n'))
-        m_terminal.complain(QStringLiteral("The note is saved as %1.").arg(idText(made.id)));
+        m_terminal.complain(u"The note is saved as %1."_s.arg(idText(made.id)));
     return 0;
 }
 
 std::expected<void, QString> LibraryCommands::keep(const SavedNote& made) const {
     const auto failure = [this](const QString& reason) {
         return std::unexpected(
-            QStringLiteral("The note could not be saved in %1: %2.").arg(m_store.folder(), reason));
+            u"The note could not be saved in %1: %2."_s.arg(m_store.folder(), reason));
     };
     LibraryFile<SavedNote> file(m_store);
     std::vector<SavedNote> notes = file.load({});
@@ -171,7 +171,7 @@ int LibraryCommands::run(const ExportNote& command) {
     QByteArray content;
     if (command.format == NoteFormat::Rtf) {
         const auto rtf = rtfOf(*exported);
-        if (!rtf) return fail(QStringLiteral("The note is empty."));
+        if (!rtf) return fail(u"The note is empty."_s);
         content = *rtf;
     } else {
         content = (command.format == NoteFormat::Plain ? notePlainText(*exported)
@@ -190,9 +190,8 @@ int LibraryCommands::run(const ListChats& command) {
     constexpr qsizetype widest = 5;
     QString lines;
     for (const KeptChat& kept : *chats)
-        lines += listLine(kept.chat.id, kept.updatedAt,
-                          kept.isOfHub ? QStringLiteral("hub") : QStringLiteral("panel"), widest,
-                          kept.chat.title);
+        lines += listLine(kept.chat.id, kept.updatedAt, kept.isOfHub ? u"hub"_s : u"panel"_s,
+                          widest, kept.chat.title);
     return print(lines.toUtf8());
 }
 
@@ -200,10 +199,10 @@ int LibraryCommands::run(const ShowChat& command) {
     const auto shown = chat(command.id);
     if (!shown) return fail(shown.error());
     if (command.asJson) return print(jsonOf(*shown));
-    QString text = QStringLiteral("# %1\n").arg(shown->chat.title.simplified());
+    QString text = u"# %1\n"_s.arg(shown->chat.title.simplified());
     for (const SavedChatMessage& message : shown->chat.messages) {
         const bool isReply = message.role == u"assistant";
-        text += isReply ? QStringLiteral("\n## Vorq\n\n") : QStringLiteral("\n## You\n\n");
+        text += isReply ? u"\n## Vorq\n\n"_s : u"\n## You\n\n"_s;
         text += trimmed(message.text).toString() + u'\n';
     }
     return print(text.toUtf8());
@@ -212,15 +211,13 @@ int LibraryCommands::run(const ShowChat& command) {
 std::expected<SavedNote, QString> LibraryCommands::note(const QString& id) const {
     const auto notes = m_reader.notes();
     if (!notes) return std::unexpected(notes.error());
-    return recordOf(
-        *notes, id, [](const SavedNote& note) { return note.id; }, QStringLiteral("note"));
+    return recordOf(*notes, id, [](const SavedNote& note) { return note.id; }, u"note"_s);
 }
 
 std::expected<KeptChat, QString> LibraryCommands::chat(const QString& id) const {
     const auto chats = m_reader.chats();
     if (!chats) return std::unexpected(chats.error());
-    return recordOf(
-        *chats, id, [](const KeptChat& kept) { return kept.chat.id; }, QStringLiteral("chat"));
+    return recordOf(*chats, id, [](const KeptChat& kept) { return kept.chat.id; }, u"chat"_s);
 }
 
 int LibraryCommands::print(const QByteArray& bytes) {

@@ -2,6 +2,8 @@
 
 #include "support/json/JsonWriter.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -15,7 +17,7 @@ void writeHead(JsonWriter& writer, const SavedNote& note) {
 void writeHead(JsonWriter& writer, const KeptChat& kept) {
     writer.member(u"id", idText(kept.chat.id));
     writer.member(u"title", kept.chat.title);
-    writer.member(u"place", kept.isOfHub ? QStringLiteral("hub") : QStringLiteral("panel"));
+    writer.member(u"place", kept.isOfHub ? u"hub"_s : u"panel"_s);
     writer.member(u"createdAt", QString::fromLatin1(isoDate(kept.chat.createdAt)));
     writer.member(u"updatedAt", QString::fromLatin1(isoDate(kept.updatedAt)));
 }

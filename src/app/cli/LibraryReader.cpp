@@ -2,6 +2,8 @@
 
 #include "support/StableSort.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -23,9 +25,8 @@ KeptChat keptChat(const HubAIChat& chat) {
 } // namespace
 
 QString sentenceOn(const QString& path, const ReadFailure& failure) {
-    if (failure.kind == ReadFailure::Kind::Damaged)
-        return QStringLiteral("%1 is damaged.").arg(path);
-    return QStringLiteral("%1 cannot be read: %2.").arg(path, failure.reason);
+    if (failure.kind == ReadFailure::Kind::Damaged) return u"%1 is damaged."_s.arg(path);
+    return u"%1 cannot be read: %2."_s.arg(path, failure.reason);
 }
 
 std::expected<std::vector<SavedNote>, QString> LibraryReader::notes() const {

@@ -5,6 +5,8 @@
 
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 OpenCommand::OpenCommand(VorqAppState& state, Terminal& terminal)
     : m_state(state), m_terminal(terminal) {}
@@ -12,7 +14,7 @@ OpenCommand::OpenCommand(VorqAppState& state, Terminal& terminal)
 void OpenCommand::start(const QString& url) {
     const std::optional<QString> code = SignInUrl::handoffCode(QUrl(url));
     if (!code) {
-        m_terminal.complain(QStringLiteral("This is no link that Vorq can open: %1").arg(url));
+        m_terminal.complain(u"This is no link that Vorq can open: %1"_s.arg(url));
         return end(2);
     }
     m_task.restart([self = QPointer(this), code = *code](std::stop_token stop) {
@@ -36,12 +38,10 @@ QCoro::Task<> OpenCommand::signIn(QPointer<OpenCommand> self, QString code, std:
     if (!self || stop.stop_requested()) co_return;
     if (isSignedIn) {
         const QString name = self->m_state.account().profile().displayName();
-        const bool isSaid =
-            self->m_terminal.print(QStringLiteral("Signed in as %1.\n").arg(name).toUtf8());
+        const bool isSaid = self->m_terminal.print(u"Signed in as %1.\n"_s.arg(name).toUtf8());
         co_return self->end(isSaid ? 0 : 1);
     }
-    self->m_terminal.complain(failure.isEmpty() ? QStringLiteral("Sign in failed. Try again.")
-                                                : failure);
+    self->m_terminal.complain(failure.isEmpty() ? u"Sign in failed. Try again."_s : failure);
     self->end(1);
 }
 

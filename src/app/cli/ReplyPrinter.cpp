@@ -8,6 +8,8 @@
 #include <array>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -182,13 +184,13 @@ QByteArray ReplyPrinter::print(qsizetype from, const QStringList& blocks) {
     QStringList fresh(next, blocks.cend());
     if (!m_printedBefore.isEmpty())
         fresh.removeIf([this](const QString& block) { return m_printedBefore.contains(block); });
-    const QString separator = hasPrinted() ? QStringLiteral("\n\n") : QString();
+    const QString separator = hasPrinted() ? u"\n\n"_s : QString();
     if (next != blocks.cend()) {
         m_printed.resize(from);
         m_printed += blocks;
     }
     if (fresh.isEmpty()) return {};
-    return (separator + fresh.join(QStringLiteral("\n\n"))).toUtf8();
+    return (separator + fresh.join(u"\n\n"_s)).toUtf8();
 }
 
 // Marks that make a terminal show a text in another order than it has.

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 Terminal::Terminal() : m_isInteractive(::isatty(STDOUT_FILENO) == 1) {}
@@ -34,8 +36,8 @@ bool Terminal::print(const QByteArray& utf8) {
     if (std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0)
         return true;
     if (errno != EPIPE)
-        complain(QStringLiteral("The output could not be written: %1.")
-                     .arg(QString::fromLocal8Bit(std::strerror(errno))));
+        complain(u"The output could not be written: %1."_s.arg(
+            QString::fromLocal8Bit(std::strerror(errno))));
     return false;
 }
 
@@ -49,7 +51,7 @@ std::expected<QString, QString> readPipedInput(const QString& limit) {
     if (::isatty(STDIN_FILENO) == 1) return QString();
     QFile input;
     if (!input.open(STDIN_FILENO, QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return std::unexpected(QStringLiteral("Standard input: %1.").arg(input.errorString()));
+        return std::unexpected(u"Standard input: %1."_s.arg(input.errorString()));
     QByteArray bytes;
     while (bytes.size() <= pipedInputLimit) {
         const QByteArray piece = input.read(1 << 16);
@@ -57,12 +59,11 @@ std::expected<QString, QString> readPipedInput(const QString& limit) {
         bytes += piece;
     }
     if (input.error() != QFileDevice::NoError)
-        return std::unexpected(QStringLiteral("Standard input: %1.").arg(input.errorString()));
+        return std::unexpected(u"Standard input: %1."_s.arg(input.errorString()));
     if (bytes.size() > pipedInputLimit)
         return std::unexpected(
-            QStringLiteral("The text on standard input is larger than 16 MB, which is the most "
-                           "that %1.")
-                .arg(limit));
+            u"The text on standard input is larger than 16 MB, which is the most "
+            "that %1."_s.arg(limit));
     return QString::fromUtf8(bytes);
 }
 

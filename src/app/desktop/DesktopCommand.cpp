@@ -17,6 +17,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -42,7 +44,7 @@ class Courier {
     RunningInstance& instance() { return m_instance; }
 
   private:
-    static inline const QString connectionName = QStringLiteral("vorq-courier");
+    static inline const QString connectionName = u"vorq-courier"_s;
 
     QDBusConnection m_bus{
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName)};
@@ -57,7 +59,7 @@ bool canOpen(const QUrl& url) {
 QString lockPath(const HostSystem& system) {
     const QString folder = system.lockFolder();
     QDir().mkpath(folder);
-    return folder + QStringLiteral("/vorq.lock");
+    return folder + u"/vorq.lock"_s;
 }
 
 struct Ending {
@@ -79,10 +81,10 @@ Ending runWithoutBus(const HostSystem& system, ApplicationService& service,
     QLockFile lock(lockPath(system));
     lock.setStaleLockTime(0);
     if (!lock.tryLock() && lock.error() == QLockFile::LockFailedError)
-        return {complain(QStringLiteral("Vorq is running already, and without a session bus it "
-                                        "cannot be told anything."))};
-    Terminal().complain(QStringLiteral("There is no session bus: Vorq runs, but commands and links "
-                                       "cannot reach it."));
+        return {complain(u"Vorq is running already, and without a session bus it "
+                         "cannot be told anything."_s)};
+    Terminal().complain(u"There is no session bus: Vorq runs, but commands and links "
+                        "cannot reach it."_s);
     return runProgram(system, service, arguments, source);
 }
 
@@ -124,15 +126,15 @@ int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments,
             birth = system.prepareApplication(courier.bus());
     }
     if (needsRunningProgram(arguments.verb)) {
-        Terminal().complain(QStringLiteral("Vorq is not running."));
+        Terminal().complain(u"Vorq is not running."_s);
         return arguments.verb == Verb::Quit ? 0 : 1;
     }
     if (!birth)
-        return complain(QStringLiteral("Vorq needs a desktop to run on. In a terminal without one, "
-                                       "use vorq ask."));
+        return complain(u"Vorq needs a desktop to run on. In a terminal without one, "
+                        "use vorq ask."_s);
     const QApplication application(argc, argv);
     birth.reset();
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Vorq"));
+    QGuiApplication::setApplicationDisplayName(u"Vorq"_s);
     QGuiApplication::setDesktopFileName(ApplicationService::name);
     const Ending ending = runAsInstance(system, arguments, source);
     unwindTasks();

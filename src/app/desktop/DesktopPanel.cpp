@@ -11,6 +11,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -38,7 +40,7 @@ DesktopPanel::DesktopPanel(const PanelContext& context)
       m_files(context.holds),
       m_window({context.platform.screens(), m_compositor, context.platform.overlayHints()},
                &m_engine),
-      m_pages(m_window, QUrl(QStringLiteral("qrc:/qt/qml/Vorq/panel/PanelView.qml"))),
+      m_pages(m_window, QUrl(u"qrc:/qt/qml/Vorq/panel/PanelView.qml"_s)),
       m_controller({context.platform.clock(), context.platform.defaults(),
                     context.platform.screens(), context.platform.workspace(),
                     context.platform.presses(), context.holds, context.notifications,

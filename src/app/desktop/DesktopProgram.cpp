@@ -21,6 +21,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 using namespace std::chrono_literals;
@@ -153,7 +155,7 @@ void DesktopProgram::tellOutcomes(LinkOutcomes& links) {
             [this, &links](const QString& code, const QString& failure) {
                 const QString name = m_state.account().profile().displayName();
                 const QString sentence =
-                    failure.isEmpty() ? QStringLiteral("Signed in as %1.").arg(name) : failure;
+                    failure.isEmpty() ? u"Signed in as %1."_s.arg(name) : failure;
                 links.ended(code, failure.isEmpty(), sentence);
             });
 }

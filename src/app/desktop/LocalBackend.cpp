@@ -7,6 +7,8 @@
 
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 std::shared_ptr<BackendAtLogin> localBackend(DesktopPlatform& platform) {
@@ -23,10 +25,9 @@ int switchBackend(DesktopPlatform& platform, bool isOn, Terminal& terminal) {
     }
     const QString address = resolveBaseURL(readBaseURLCandidates(platform.paths()));
     const QString said =
-        isOn ? QStringLiteral("The local backend starts at login from now on, and answers at %1.\n")
-                   .arg(address)
-             : QStringLiteral("The local backend no longer starts at login. If it runs, it goes on "
-                              "until you log out.\n");
+        isOn ? u"The local backend starts at login from now on, and answers at %1.\n"_s.arg(address)
+             : u"The local backend no longer starts at login. If it runs, it goes on "
+               "until you log out.\n"_s;
     return terminal.print(said.toUtf8()) ? 0 : 1;
 }
 

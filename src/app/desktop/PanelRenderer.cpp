@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -26,8 +28,7 @@ bool wantsSoftwareRenderer(const QProcessEnvironment& environment, bool hasGraph
         return !environment.value(QLatin1StringView(name)).isEmpty();
     };
     if (std::ranges::any_of(chosenByUser, isSet)) return false;
-    return !hasGraphicsProcessor ||
-           isTrue(environment.value(QStringLiteral("LIBGL_ALWAYS_SOFTWARE")));
+    return !hasGraphicsProcessor || isTrue(environment.value(u"LIBGL_ALWAYS_SOFTWARE"_s));
 }
 
 void chooseRenderer(bool hasGraphicsProcessor) {

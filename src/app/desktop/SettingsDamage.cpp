@@ -4,14 +4,15 @@
 #include "panel/PanelConversation.h"
 #include "platform/Defaults.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 QString listSentence() {
-    return QStringLiteral("Vorq cannot tell from which applications it must not capture, so it "
-                          "captures from none. Put the list into the settings again, as "
-                          "\"%1\": [].")
-        .arg(ExcludedApplications::key);
+    return u"Vorq cannot tell from which applications it must not capture, so it "
+           "captures from none. Put the list into the settings again, as "
+           "\"%1\": []."_s.arg(ExcludedApplications::key);
 }
 
 // Later, as damage is found wherever settings are asked for.

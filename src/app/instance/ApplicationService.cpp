@@ -2,6 +2,8 @@
 
 #include <QDBusConnectionInterface>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 ApplicationService::ApplicationService(const QDBusConnection& bus, QObject* parent)
@@ -43,8 +45,7 @@ void ApplicationService::ActivateAction(const QString& action, const QVariantLis
     const std::optional<Verb> verb = verbNamed(action);
     if (!verb) {
         if (calledFromDBus())
-            sendErrorReply(QDBusError::InvalidArgs,
-                           QStringLiteral("There is no action %1.").arg(action));
+            sendErrorReply(QDBusError::InvalidArgs, u"There is no action %1."_s.arg(action));
         return;
     }
     VerbSource source;

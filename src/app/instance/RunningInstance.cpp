@@ -4,17 +4,19 @@
 #include <QElapsedTimer>
 #include <QThread>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 constexpr unsigned long goneInterval = 10; // milliseconds
 
-const QString noAnswer = QStringLiteral("Vorq is running, but does not answer.");
+const QString noAnswer = u"Vorq is running, but does not answer."_s;
 
 QString sentenceOf(const QDBusMessage& error) {
     if (error.errorName() == LinkOutcomes::failed) return error.errorMessage();
     if (error.errorName() == u"org.freedesktop.DBus.Error.NoReply") return noAnswer;
-    return QStringLiteral("The Vorq that runs did not take it: %1").arg(error.errorMessage());
+    return u"The Vorq that runs did not take it: %1"_s.arg(error.errorMessage());
 }
 
 } // namespace
@@ -35,15 +37,14 @@ RunningInstance::Outcome RunningInstance::handOver(const DesktopArguments& argum
         if (source.given)
             data.insert(ApplicationService::givenKey,
                         qlonglong(floor<std::chrono::milliseconds>(*source.given).count()));
-        return call(QStringLiteral("ActivateAction"),
-                    {nameOf(arguments.verb), QVariantList(), data});
+        return call(u"ActivateAction"_s, {nameOf(arguments.verb), QVariantList(), data});
     }
     if (arguments.background || arguments.launchedAtLogin) return {};
-    return call(QStringLiteral("Activate"), {QVariantMap()});
+    return call(u"Activate"_s, {QVariantMap()});
 }
 
 RunningInstance::Outcome RunningInstance::open(const QString& url) {
-    return call(QStringLiteral("Open"), {QStringList{url}, QVariantMap()});
+    return call(u"Open"_s, {QStringList{url}, QVariantMap()});
 }
 
 // Waits until the name is free, so that a start that follows is not handed to the dying program.
@@ -51,7 +52,7 @@ RunningInstance::Outcome RunningInstance::quit() {
     QElapsedTimer timer;
     timer.start();
     const QVariantList arguments{nameOf(Verb::Quit), QVariantList(), QVariantMap()};
-    const Outcome outcome = call(QStringLiteral("ActivateAction"), arguments);
+    const Outcome outcome = call(u"ActivateAction"_s, arguments);
     while (outcome && exists()) {
         if (timer.hasExpired(limit.count())) return std::unexpected(noAnswer);
         QThread::msleep(goneInterval);
@@ -60,8 +61,7 @@ RunningInstance::Outcome RunningInstance::quit() {
 }
 
 std::expected<QString, QString> RunningInstance::outcomeOf(const QString& url) {
-    const QDBusMessage reply =
-        ask(LinkOutcomes::interface, QStringLiteral("Outcome"), {url}, outcomeLimit);
+    const QDBusMessage reply = ask(LinkOutcomes::interface, u"Outcome"_s, {url}, outcomeLimit);
     if (reply.type() == QDBusMessage::ReplyMessage) return reply.arguments().value(0).toString();
     return std::unexpected(sentenceOf(reply));
 }

@@ -2,6 +2,8 @@
 
 #include <QUrlQuery>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::SignInUrl {
 namespace {
 
@@ -35,7 +37,7 @@ bool isOAuthCallback(const QUrl& url) {
 
 std::optional<QString> handoffCode(const QUrl& url) {
     if (!url.isValid() || url.scheme() != u"vorq") return std::nullopt;
-    return queryValue(QStringLiteral("handoff"), url);
+    return queryValue(u"handoff"_s, url);
 }
 
 } // namespace vorq::SignInUrl

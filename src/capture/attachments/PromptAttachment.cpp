@@ -16,6 +16,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -62,7 +64,7 @@ std::optional<QString> textOf(const QByteArray& bytes) {
 using Failure = std::unexpected<QString>;
 
 Failure failure(const QString& path, const QString& reason) {
-    return Failure(QStringLiteral("%1: %2").arg(path, reason));
+    return Failure(u"%1: %2"_s.arg(path, reason));
 }
 
 bool isReadable(const struct stat& status, PromptAttachment::Pipes pipes) {
@@ -153,13 +155,13 @@ QStringList composerDisplayNames(const QList<PromptAttachment>& attachments) {
     int note = 0;
     for (const PromptAttachment& attachment : attachments) {
         if (attachment.isDeepenSelection)
-            names += QStringLiteral("deepen");
+            names += u"deepen"_s;
         else if (!attachment.isHubNote())
             names += attachment.fileName;
         else if (noteCount == 1)
-            names += QStringLiteral("Notes");
+            names += u"Notes"_s;
         else
-            names += QStringLiteral("Notes %1").arg(++note);
+            names += u"Notes %1"_s.arg(++note);
     }
     return names;
 }
@@ -171,10 +173,9 @@ QString attachmentText(const QList<PromptAttachment>& attachments) {
         const QStringView text = trimmed(*attachment.textContent);
         if (text.isEmpty()) continue;
         // Joined rather than filled in, since a text may hold "%1" itself.
-        pieces += QStringLiteral("--- Attached file: ") + attachment.fileName +
-                  QStringLiteral(" ---\n") + text.toString();
+        pieces += u"--- Attached file: "_s + attachment.fileName + u" ---\n"_s + text.toString();
     }
-    return pieces.join(QStringLiteral("\n\n"));
+    return pieces.join(u"\n\n"_s);
 }
 
 } // namespace vorq

@@ -10,6 +10,8 @@
 #include <memory>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -206,8 +208,7 @@ PasteOver::pasteOverSelection(QString text, Target target, std::stop_token stop)
     const QPointer<PasteOver> self(this);
     const Services services = m_services;
     std::expected<void, Obstacle> result = std::unexpected(Obstacle::Target);
-    const QString aborted =
-        QStringLiteral("paste: aborted — source not frontmost or Vorq still key");
+    const QString aborted = u"paste: aborted — source not frontmost or Vorq still key"_s;
     if (!target.source) services.log.pillDbg(aborted);
     const auto chord = chordOf(target);
     if (!chord || !canPaste(target)) co_return result;

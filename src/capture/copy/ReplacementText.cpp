@@ -2,6 +2,8 @@
 
 #include "support/text/Text.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -13,9 +15,9 @@ QString newlineOf(const QString& text) {
 }
 
 QString withNewlines(QString text, const QString& newline) {
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    text.replace(u"\r\n"_s, u"\n"_s);
     text.replace(u'\r', u'\n');
-    return newline == u"\n" ? text : text.replace(QStringLiteral("\n"), newline);
+    return newline == u"\n" ? text : text.replace(u"\n"_s, newline);
 }
 
 } // namespace

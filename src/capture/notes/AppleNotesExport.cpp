@@ -9,15 +9,17 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 const QString createDenied =
-    QStringLiteral("Couldn’t create the note. Allow Vorq to control Notes in System Settings → "
-                   "Privacy & Security → Automation.");
+    u"Couldn’t create the note. Allow Vorq to control Notes in System Settings → "
+    "Privacy & Security → Automation."_s;
 const QString appendDenied =
-    QStringLiteral("Couldn’t update the note. Allow Vorq to control Notes in System Settings → "
-                   "Privacy & Security → Automation.");
+    u"Couldn’t update the note. Allow Vorq to control Notes in System Settings → "
+    "Privacy & Security → Automation."_s;
 
 constexpr auto automationPermissions =
     rawNames<AutomationPermission>({{AutomationPermission::Allowed, "allowed"},

@@ -12,10 +12,12 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
-const QString noIdentifier = QStringLiteral("(none)");
+const QString noIdentifier = u"(none)"_s;
 
 QString named(const QString& application) {
     return application.isEmpty() ? NoteDraftFlow::tr("the application in front") : application;
@@ -56,7 +58,7 @@ QCoro::Task<bool> NoteDraftFlow::saveNoteFromSelection(std::optional<ProcessId> 
     qCInfo(captureLog, "Vorq note save — captured %lld chars from %s",
            static_cast<long long>(characters), qUtf8Printable(bundleID));
     m_services.log.appendCaptureDebug(
-        QStringLiteral("note-save chars=%1 app=%2").arg(QString::number(characters), bundleID));
+        u"note-save chars=%1 app=%2"_s.arg(QString::number(characters), bundleID));
     const bool isSaved = co_await write(captured.text, stop);
     co_return isSaved;
 }
@@ -91,7 +93,7 @@ bool NoteDraftFlow::maySaveFrom(const QString& bundleID, const QString& applicat
     }
     if (!m_services.gate.isTrusted()) {
         qCInfo(captureLog, "Vorq note save blocked — Accessibility not trusted.");
-        m_services.log.appendCaptureDebug(QStringLiteral("note-save blocked — Accessibility off"));
+        m_services.log.appendCaptureDebug(u"note-save blocked — Accessibility off"_s);
         const QString advice = tr("Enable Text capture in Settings to save highlighted notes.");
         return end(advice, advice);
     }
@@ -119,8 +121,8 @@ QCoro::Task<bool> NoteDraftFlow::write(QString text, std::stop_token stop) {
     if (!self) co_return saved.has_value();
     if (saved) {
         const bool isOpen = !m_draft.activeAppleNoteDraftID().isEmpty();
-        m_services.log.appendCaptureDebug(isOpen ? QStringLiteral("note-save Notes draft ok")
-                                                 : QStringLiteral("note-save Notes ok"));
+        m_services.log.appendCaptureDebug(isOpen ? u"note-save Notes draft ok"_s
+                                                 : u"note-save Notes ok"_s);
         end({}, {});
         co_return true;
     }

@@ -10,6 +10,8 @@
 
 #include <QPointer>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -34,7 +36,7 @@ void askForCaptureOrNone(const CaptureSource& from, SelectionReading& reading) {
 }
 
 QString truth(bool is) {
-    return is ? QStringLiteral("true") : QStringLiteral("false");
+    return is ? u"true"_s : u"false"_s;
 }
 
 } // namespace
@@ -47,7 +49,7 @@ QCoro::Task<SelectionSnapshot> SnapshotCapture::captureSelection(std::optional<P
     const QPointF mouse = mousePoint ? *mousePoint : m_services.screens.pointer();
     const SelectionSnapshot anchored = snapshotAtMouse(source, mouse);
     if (!m_services.gate.isTrusted()) {
-        m_services.log.placeDbg(QStringLiteral("capture: not trusted"));
+        m_services.log.placeDbg(u"capture: not trusted"_s);
         co_return anchored;
     }
     source = m_services.gate.settled(source);
@@ -64,8 +66,8 @@ QCoro::Task<SelectionSnapshot> SnapshotCapture::captureSelection(std::optional<P
         source, budget, askForCaptureOrNone, std::move(isEnough), stop);
     if (!self || stop.stop_requested() || reading.isPassword) co_return anchored;
     if (const auto direct = directly(reading)) {
-        m_services.log.placeDbg(QStringLiteral("capture: AX-direct frame=%1 mouse=%2")
-                                    .arg(logged(direct->screenFrame), logged(mouse)));
+        m_services.log.placeDbg(u"capture: AX-direct frame=%1 mouse=%2"_s.arg(
+            logged(direct->screenFrame), logged(mouse)));
         co_return *direct;
     }
     const Aim aim{.source = source, .mouse = mouse, .useScreenGeometry = useScreenGeometry};
@@ -107,8 +109,8 @@ QCoro::Task<SelectionSnapshot> SnapshotCapture::placeBySight(Aim aim, SelectionS
             aim.source, aim.mouse, stop);
         if (!self || stop.stop_requested()) co_return snapshot;
         if (seen) {
-            m_services.log.placeDbg(QStringLiteral("capture: screenshot frame=%1 mouse=%2")
-                                        .arg(logged(seen->screenFrame), logged(aim.mouse)));
+            m_services.log.placeDbg(u"capture: screenshot frame=%1 mouse=%2"_s.arg(
+                logged(seen->screenFrame), logged(aim.mouse)));
             snapshot.screenFrame = seen->screenFrame;
             snapshot.clickPoint = seen->clickPoint;
             snapshot.hasReliablePlacement = true;
@@ -116,9 +118,9 @@ QCoro::Task<SelectionSnapshot> SnapshotCapture::placeBySight(Aim aim, SelectionS
         }
     }
     m_services.log.placeDbg(
-        QStringLiteral("capture: FALLBACK to mouse anchor %1 copiedEmpty=%2 screenGeometry=%3")
-            .arg(logged(snapshot.screenFrame), truth(snapshot.text.isEmpty()),
-                 truth(aim.useScreenGeometry)));
+        u"capture: FALLBACK to mouse anchor %1 copiedEmpty=%2 screenGeometry=%3"_s.arg(
+            logged(snapshot.screenFrame), truth(snapshot.text.isEmpty()),
+            truth(aim.useScreenGeometry)));
     co_return snapshot;
 }
 
@@ -131,9 +133,8 @@ std::optional<SelectionSnapshot> SnapshotCapture::snapshotAfterCopy(const Select
     if (!frame) return std::nullopt;
     const QString& exact = reading.capture->text;
     const auto& raw = reading.capture->rawAXFrame;
-    m_services.log.placeDbg(
-        QStringLiteral("capture: AX-after-copy frame=%1 rawAX=%2 mouse=%3")
-            .arg(logged(*frame), raw ? logged(*raw) : QStringLiteral("nil"), logged(aim.mouse)));
+    m_services.log.placeDbg(u"capture: AX-after-copy frame=%1 rawAX=%2 mouse=%3"_s.arg(
+        logged(*frame), raw ? logged(*raw) : u"nil"_s, logged(aim.mouse)));
     return SelectionSnapshot{.text = copied.isEmpty() ? trimmed(exact).toString() : copied,
                              .exactText = exact.isEmpty() ? copied : exact,
                              .screenFrame = *frame,

@@ -12,6 +12,8 @@
 #include <memory>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -37,8 +39,7 @@ WindowHighlightSearch::highlightPlacementFromScreenshot(std::optional<ProcessId>
                                                         QPointF mouse, std::stop_token stop) {
     const QPointer<WindowHighlightSearch> self(this);
     if (!m_services.capture.supported()) {
-        m_services.log.placeDbg(
-            QStringLiteral("shot: BLOCKED — Screen Recording not granted for this binary"));
+        m_services.log.placeDbg(u"shot: BLOCKED — Screen Recording not granted for this binary"_s);
         co_return std::nullopt;
     }
     const SelectionReading reading = co_await m_services.reader.readAccessibility(
@@ -65,7 +66,7 @@ WindowHighlightSearch::highlightPlacementFromScreenshot(std::optional<ProcessId>
     // Until it has come to its end, what it found belongs to the other thread.
     if (!isInTime) {
         m_services.log.placeDbg(
-            QStringLiteral("shot: captureImage failed The window system does not answer in time."));
+            u"shot: captureImage failed The window system does not answer in time."_s);
         co_return std::nullopt;
     }
     for (const QString& line : std::as_const(sighting->log))

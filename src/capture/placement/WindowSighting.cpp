@@ -5,6 +5,8 @@
 
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -54,8 +56,8 @@ class WindowSearch {
         auto box = boxWithin(clipped.isEmpty() ? whole : clipped);
         if (!box) box = boxWithin(whole);
         if (!box) {
-            log(QStringLiteral("shot: no selection tint in window=%1 search=%2 mouseLocal=%3")
-                    .arg(logged(m_window), logged(asked), logged(m_seed)));
+            log(u"shot: no selection tint in window=%1 search=%2 mouseLocal=%3"_s.arg(
+                logged(m_window), logged(asked), logged(m_seed)));
             return m_sighting;
         }
         accept(box->translated(m_window.topLeft()));
@@ -86,13 +88,12 @@ class WindowSearch {
         if (!found) found = find(area);
         if (!found) return std::nullopt;
         if (found->radius) {
-            log(QStringLiteral("shot: blob hits=%1/%2 r=%3 box=%4")
-                    .arg(found->hits)
+            log(u"shot: blob hits=%1/%2 r=%3 box=%4"_s.arg(found->hits)
                     .arg(found->allHits)
                     .arg(static_cast<int>(*found->radius))
                     .arg(logged(found->frame)));
         } else {
-            log(QStringLiteral("shot: band fallback box=%1").arg(logged(found->frame)));
+            log(u"shot: band fallback box=%1"_s.arg(logged(found->frame)));
         }
         return found->frame;
     }
@@ -100,11 +101,11 @@ class WindowSearch {
     void accept(const QRectF& tintAX) {
         const QRectF tint = cocoaRect(tintAX, m_query.screens);
         if (tint.width() < narrowestTint || tint.height() < lowestTint) {
-            log(QStringLiteral("shot: tint box too small %1").arg(logged(tint)));
+            log(u"shot: tint box too small %1"_s.arg(logged(tint)));
             return;
         }
-        log(QStringLiteral("shot: tintAX=%1 cocoa=%2 window=%3")
-                .arg(logged(tintAX), logged(tint), logged(m_window)));
+        log(u"shot: tintAX=%1 cocoa=%2 window=%3"_s.arg(logged(tintAX), logged(tint),
+                                                        logged(m_window)));
         m_sighting.highlight = VisualHighlight{
             .screenFrame = QRectF(tint.topLeft(), QSizeF(tint.width(), stripHeight(tint))),
             .clickPoint = tint.center()};
@@ -130,26 +131,22 @@ bool isSearchArea(const QRectF& area) {
 }
 
 QString noSearchArea(const std::optional<QRectF>& area) {
-    return QStringLiteral("shot: no search area (searchAX=%1)")
-        .arg(area ? logged(*area) : QStringLiteral("nil"));
+    return u"shot: no search area (searchAX=%1)"_s.arg(area ? logged(*area) : u"nil"_s);
 }
 
 Sighting sightSelection(ScreenCapture& capture, const SightingQuery& query,
                         const std::stop_token& stop) {
     const auto windows = capture.windowsOnScreen(stop);
     if (stop.stop_requested()) return {};
-    if (!windows)
-        return failure(QStringLiteral("shot: SCShareableContent failed %1").arg(windows.error()));
+    if (!windows) return failure(u"shot: SCShareableContent failed %1"_s.arg(windows.error()));
     const auto target = targetOf(*windows, query);
     if (!query.searchArea && (!target || !isSearchArea(target->frame)))
         return failure(noSearchArea(target ? std::optional(target->frame) : std::nullopt));
     if (!target)
-        return failure(
-            QStringLiteral("shot: no target window for pid=%1").arg(query.source.value_or(-1)));
+        return failure(u"shot: no target window for pid=%1"_s.arg(query.source.value_or(-1)));
     const auto picture = capture.pictureOf(target->window, stop);
     if (stop.stop_requested()) return {};
-    if (!picture)
-        return failure(QStringLiteral("shot: captureImage failed %1").arg(picture.error()));
+    if (!picture) return failure(u"shot: captureImage failed %1"_s.arg(picture.error()));
     return WindowSearch(query, *target, *picture).search();
 }
 

@@ -11,6 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -44,12 +46,12 @@ CaptureLog::CaptureLog(Clock& clock, QString captureFile, QString placeFile, QSt
 QString CaptureLog::captureFileIn(const QString& applicationSupportFolder) {
     const QString folder =
         applicationSupportFolder.isEmpty() ? QDir::tempPath() : applicationSupportFolder;
-    return folder + QStringLiteral("/Vorq/Library/capture-debug.log");
+    return folder + u"/Vorq/Library/capture-debug.log"_s;
 }
 
 QString CaptureLog::placeFileOfEnvironment() {
     if (qgetenv("VORQ_DEBUG_PLACE") == "0") return {};
-    return QStringLiteral("/tmp/vorq-place.log");
+    return u"/tmp/vorq-place.log"_s;
 }
 
 void CaptureLog::appendCaptureDebug(const QString& line) {
@@ -68,20 +70,19 @@ void CaptureLog::pillDbg(const QString& message) {
 
 void CaptureLog::appendWithMoment(const QString& file, const QString& message) {
     if (file.isEmpty()) return;
-    const QString now = m_clock.wallTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss +0000"));
+    const QString now = m_clock.wallTime().toString(u"yyyy-MM-dd HH:mm:ss +0000"_s);
     append(file, (now + u' ' + message + u'\n').toUtf8());
 }
 
 QString logged(const QRectF& rect) {
-    return QStringLiteral("(%1, %2, %3, %4)")
-        .arg(rect.x(), 0, 'f', 1)
+    return u"(%1, %2, %3, %4)"_s.arg(rect.x(), 0, 'f', 1)
         .arg(rect.y(), 0, 'f', 1)
         .arg(rect.width(), 0, 'f', 1)
         .arg(rect.height(), 0, 'f', 1);
 }
 
 QString logged(QPointF point) {
-    return QStringLiteral("(%1, %2)").arg(point.x(), 0, 'f', 1).arg(point.y(), 0, 'f', 1);
+    return u"(%1, %2)"_s.arg(point.x(), 0, 'f', 1).arg(point.y(), 0, 'f', 1);
 }
 
 } // namespace vorq

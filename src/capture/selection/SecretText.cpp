@@ -8,6 +8,8 @@
 #include <array>
 #include <string_view>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -43,12 +45,12 @@ bool hasUncasedLetter(QStringView word) {
 }
 
 bool holdsKey(QStringView text) {
-    static const Pattern block(QStringLiteral("-----BEGIN [A-Z ]*PRIVATE KEY"));
-    static const Pattern format(QStringLiteral(
-        "(?<![A-Za-z0-9])(?:"
+    static const Pattern block(u"-----BEGIN [A-Z ]*PRIVATE KEY"_s);
+    static const Pattern format(
+        u"(?<![A-Za-z0-9])(?:"
         "(?:sk-|[spr]k_(?:live|test)_|gh[pousr]_|github_pat_|glpat-|xox[abeoprs]-|AKIA|ASIA|AIza|"
         "ya29\\.|SG\\.|hf_|npm_|pypi-|dop_v1_|shpat_)(?=[\\w.-]*\\d)[\\w.-]{16,}"
-        "|eyJ[\\w-]{8,}\\.[\\w-]{8,})"));
+        "|eyJ[\\w-]{8,}\\.[\\w-]{8,})"_s);
     const QStringView searched = text.first(std::min(text.size(), searchedLength));
     return matches(block, searched) || matches(format, searched);
 }
@@ -65,28 +67,28 @@ QStringView bareWord(QStringView word) {
 }
 
 bool isAddress(QStringView word) {
-    static const Pattern url(QStringLiteral("^(?:[a-z][a-z0-9+.-]*://|mailto:|www\\.)"),
+    static const Pattern url(u"^(?:[a-z][a-z0-9+.-]*://|mailto:|www\\.)"_s,
                              Pattern::CaseInsensitiveOption);
-    static const Pattern host(QStringLiteral("^(?:[a-z0-9-]+\\.)+[a-z]{2,}(?:[/:?#]|$)"));
-    static const Pattern mail(QStringLiteral("^[\\w.+-]+@(?:[a-z0-9-]+\\.)+[a-z]{2,}$"));
-    static const Pattern login(QStringLiteral("^[a-z][a-z0-9._-]+@[a-z][a-z-]*\\d*$"));
+    static const Pattern host(u"^(?:[a-z0-9-]+\\.)+[a-z]{2,}(?:[/:?#]|$)"_s);
+    static const Pattern mail(u"^[\\w.+-]+@(?:[a-z0-9-]+\\.)+[a-z]{2,}$"_s);
+    static const Pattern login(u"^[a-z][a-z0-9._-]+@[a-z][a-z-]*\\d*$"_s);
     return matches(url, word) || matches(host, word) || matches(mail, word) || matches(login, word);
 }
 
 // A password or a token within an address.
 bool hasCredential(QStringView address) {
-    static const Pattern user(QStringLiteral("^[a-z][a-z0-9+.-]*://[^/\\s:@]*:[^/\\s@]+@"),
+    static const Pattern user(u"^[a-z][a-z0-9+.-]*://[^/\\s:@]*:[^/\\s@]+@"_s,
                               Pattern::CaseInsensitiveOption);
     static const Pattern parameter(
-        QStringLiteral("[?&#;](?:\\w*token|\\w*secret|\\w*password|passwd|pwd|api_?key|key|sig|"
-                       "signature)=[^&#\\s]{8,}"),
+        u"[?&#;](?:\\w*token|\\w*secret|\\w*password|passwd|pwd|api_?key|key|sig|"
+        "signature)=[^&#\\s]{8,}"_s,
         Pattern::CaseInsensitiveOption);
     return matches(user, address) || matches(parameter, address);
 }
 
 bool isPath(QStringView word) {
-    static const Pattern path(QStringLiteral(
-        "^(?:~?/[a-z.][a-z0-9._-]+(?:/|$)|~/|\\.{1,2}/|[A-Za-z]:[\\\\/][\\w. -]+(?:[\\\\/]|$))"));
+    static const Pattern path(
+        u"^(?:~?/[a-z.][a-z0-9._-]+(?:/|$)|~/|\\.{1,2}/|[A-Za-z]:[\\\\/][\\w. -]+(?:[\\\\/]|$))"_s);
     return matches(path, word);
 }
 
@@ -94,23 +96,22 @@ bool isPath(QStringView word) {
 bool isKnownForm(QStringView word) {
     static const std::array forms{
         // UUID, abbreviated commit, number in hexadecimal, colour, MAC and IPv6
-        Pattern(QStringLiteral("^[0-9a-fA-F]{8}(?:-[0-9a-fA-F]{4}){3}-[0-9a-fA-F]{12}$")),
-        Pattern(QStringLiteral("^[0-9a-f]{7,12}(?:[~^]\\d*)*$")),
-        Pattern(QStringLiteral("^0x[0-9a-fA-F]{1,16}$")),
-        Pattern(QStringLiteral("^#[0-9a-fA-F]{3,8}$")),
-        Pattern(QStringLiteral("^[0-9a-fA-F]{0,4}(?::[0-9a-fA-F]{0,4}){2,7}(?:/\\d+)?$")),
+        Pattern(u"^[0-9a-fA-F]{8}(?:-[0-9a-fA-F]{4}){3}-[0-9a-fA-F]{12}$"_s),
+        Pattern(u"^[0-9a-f]{7,12}(?:[~^]\\d*)*$"_s), Pattern(u"^0x[0-9a-fA-F]{1,16}$"_s),
+        Pattern(u"^#[0-9a-fA-F]{3,8}$"_s),
+        Pattern(u"^[0-9a-fA-F]{0,4}(?::[0-9a-fA-F]{0,4}){2,7}(?:/\\d+)?$"_s),
         // durations and sizes: 1h30m20s, 1920x1080p60
-        Pattern(QStringLiteral("^(?:\\d+(?:ms|min|[dhmspx]))+\\d*$")),
+        Pattern(u"^(?:\\d+(?:ms|min|[dhmspx]))+\\d*$"_s),
         // formulae: C12H22O11
-        Pattern(QStringLiteral("^(?:(?:C|H|N|O|S|P|F|Cl|Br|I|Na|K|Mg|Ca|Fe|Cu|Zn|Al|Si|Mn|Ag|Pb)"
-                               "\\d{0,2}){2,8}$")),
+        Pattern(u"^(?:(?:C|H|N|O|S|P|F|Cl|Br|I|Na|K|Mg|Ca|Fe|Cu|Zn|Al|Si|Mn|Ag|Pb)"
+                "\\d{0,2}){2,8}$"_s),
         // ancestors of commits, numbered issues, amounts, mentions, entities
-        Pattern(QStringLiteral("^[\\w/.-]+[~^]\\d*$")),
-        Pattern(QStringLiteral("^(?:issues?|pr|bug|gh|mr|ticket|no|nr|[\\w.-]+/[\\w.-]+)?#\\d+$"),
+        Pattern(u"^[\\w/.-]+[~^]\\d*$"_s),
+        Pattern(u"^(?:issues?|pr|bug|gh|mr|ticket|no|nr|[\\w.-]+/[\\w.-]+)?#\\d+$"_s,
                 Pattern::CaseInsensitiveOption),
-        Pattern(QStringLiteral("^[A-Z]{0,3}[$€£]\\d[\\d.,]*[A-Za-z]{0,2}$")),
-        Pattern(QStringLiteral("^[@#$][\\p{L}_]\\w*$"), Pattern::UseUnicodePropertiesOption),
-        Pattern(QStringLiteral("^&#?\\w+;?$"))};
+        Pattern(u"^[A-Z]{0,3}[$€£]\\d[\\d.,]*[A-Za-z]{0,2}$"_s),
+        Pattern(u"^[@#$][\\p{L}_]\\w*$"_s, Pattern::UseUnicodePropertiesOption),
+        Pattern(u"^&#?\\w+;?$"_s)};
     return std::ranges::any_of(forms, [&](const Pattern& form) { return matches(form, word); });
 }
 
@@ -118,14 +119,14 @@ bool isKnownForm(QStringView word) {
 bool isKeyForm(QStringView word) {
     static const std::array forms{
         // hexadecimal that is too long for a number, and Base64 that ends in padding
-        Pattern(QStringLiteral("^(?:[0-9a-f]{32,}|[0-9A-F]{32,})$")),
-        Pattern(QStringLiteral("^(?=.*[a-z])(?=.*[A-Z])[A-Za-z0-9+/]{14,}={1,2}$")),
+        Pattern(u"^(?:[0-9a-f]{32,}|[0-9A-F]{32,})$"_s),
+        Pattern(u"^(?=.*[a-z])(?=.*[A-Z])[A-Za-z0-9+/]{14,}={1,2}$"_s),
         // groups of one length, most of which mix: recovery codes, licence keys
-        Pattern(QStringLiteral("^(?=(?:.*-)?[A-Za-z0-9]*(?:\\d[A-Za-z]|[A-Za-z]\\d).*-.*"
-                               "(?:\\d[A-Za-z]|[A-Za-z]\\d))"
-                               "(?:[A-Za-z0-9]{4}(?:-[A-Za-z0-9]{4}){2,}|"
-                               "[A-Za-z0-9]{5}(?:-[A-Za-z0-9]{5}){2,}|"
-                               "[A-Za-z0-9]{6}(?:-[A-Za-z0-9]{6}){2,})$"))};
+        Pattern(u"^(?=(?:.*-)?[A-Za-z0-9]*(?:\\d[A-Za-z]|[A-Za-z]\\d).*-.*"
+                "(?:\\d[A-Za-z]|[A-Za-z]\\d))"
+                "(?:[A-Za-z0-9]{4}(?:-[A-Za-z0-9]{4}){2,}|"
+                "[A-Za-z0-9]{5}(?:-[A-Za-z0-9]{5}){2,}|"
+                "[A-Za-z0-9]{6}(?:-[A-Za-z0-9]{6}){2,})$"_s)};
     return std::ranges::any_of(forms, [&](const Pattern& form) { return matches(form, word); });
 }
 
@@ -188,8 +189,8 @@ bool hasDigitsForLetters(QStringView word) {
     constexpr qsizetype shortest = 8;
     constexpr QStringView digits = u"013457";
     constexpr QStringView letters = u"oieast";
-    static const Pattern version(QStringLiteral("^v\\d"));
-    static const Pattern structure(QStringLiteral("[^\\w$!@#^&*~]|_"));
+    static const Pattern version(u"^v\\d"_s);
+    static const Pattern structure(u"[^\\w$!@#^&*~]|_"_s);
     if (word.size() < shortest || matches(version, word) || matches(structure, word)) return false;
     for (qsizetype i = 1; i + 1 < word.size(); ++i) {
         const qsizetype digit = digits.indexOf(word[i]);
@@ -201,8 +202,7 @@ bool hasDigitsForLetters(QStringView word) {
 }
 
 bool isWordWithNumber(QStringView word) {
-    static const Pattern form(QStringLiteral("^\\p{L}{5,}\\d{3,}$"),
-                              Pattern::UseUnicodePropertiesOption);
+    static const Pattern form(u"^\\p{L}{5,}\\d{3,}$"_s, Pattern::UseUnicodePropertiesOption);
     return matches(form, word);
 }
 

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -17,7 +19,7 @@ QString normalised(QStringView identifier) {
 
 } // namespace
 
-const QString ExcludedApplications::key = QStringLiteral("vorq.capture.excludedApplications");
+const QString ExcludedApplications::key = u"vorq.capture.excludedApplications"_s;
 
 bool ExcludedApplications::contains(QStringView identifier) const {
     const std::optional<QStringList> excluded = entries();

@@ -7,42 +7,40 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 // Browsers whose identifier holds none of the words below.
 constexpr std::array browsers{
-    QLatin1StringView("com.microsoft.edgemac"),
-    QLatin1StringView("com.operasoftware.opera"),
-    QLatin1StringView("com.vivaldi.vivaldi"),
+    "com.microsoft.edgemac"_L1,
+    "com.operasoftware.opera"_L1,
+    "com.vivaldi.vivaldi"_L1,
 };
 
 constexpr std::array browserWords{
-    QLatin1StringView("chrome"),     QLatin1StringView("firefox"), QLatin1StringView("safari"),
-    QLatin1StringView("webkit"),     QLatin1StringView("browser"), QLatin1StringView("webcontent"),
-    QLatin1StringView("google"),     QLatin1StringView("kagi"),    QLatin1StringView("ecosia"),
-    QLatin1StringView("perplexity"), QLatin1StringView("search"),  QLatin1StringView("chromium"),
+    "chrome"_L1, "firefox"_L1, "safari"_L1, "webkit"_L1,     "browser"_L1, "webcontent"_L1,
+    "google"_L1, "kagi"_L1,    "ecosia"_L1, "perplexity"_L1, "search"_L1,  "chromium"_L1,
 };
 
 // Of programs that are no browsers by their identifiers, but show pages.
 constexpr std::array pageWords{
-    QLatin1StringView("epiphany"), QLatin1StringView("falkon"),      QLatin1StringView("konqueror"),
-    QLatin1StringView("midori"),   QLatin1StringView("brave"),       QLatin1StringView("opera"),
-    QLatin1StringView("vivaldi"),  QLatin1StringView("edge"),        QLatin1StringView("electron"),
-    QLatin1StringView("slack"),    QLatin1StringView("discord"),     QLatin1StringView("signal"),
-    QLatin1StringView("teams"),    QLatin1StringView("thunderbird"), QLatin1StringView("evolution"),
+    "epiphany"_L1, "falkon"_L1,  "konqueror"_L1, "midori"_L1,      "brave"_L1,
+    "opera"_L1,    "vivaldi"_L1, "edge"_L1,      "electron"_L1,    "slack"_L1,
+    "discord"_L1,  "signal"_L1,  "teams"_L1,     "thunderbird"_L1, "evolution"_L1,
 };
 
 constexpr std::array wordProcessorWords{
-    QLatin1StringView("microsoft.word"),
-    QLatin1StringView("iwork.pages"),
+    "microsoft.word"_L1,
+    "iwork.pages"_L1,
 };
 
 constexpr std::array savingApplications{
-    QLatin1StringView("com.apple.iwork.keynote"),
-    QLatin1StringView("com.apple.iwork.numbers"),
-    QLatin1StringView("com.apple.textedit"),
-    QLatin1StringView("com.apple.dt.xcode"),
+    "com.apple.iwork.keynote"_L1,
+    "com.apple.iwork.numbers"_L1,
+    "com.apple.textedit"_L1,
+    "com.apple.dt.xcode"_L1,
 };
 
 constexpr QLatin1StringView fileManager("com.apple.finder");

@@ -15,6 +15,8 @@
 #include <unistd.h>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -99,7 +101,7 @@ std::expected<JsonFile, ReadFailure> JsonFile::open(const QString& path) {
     if (S_ISDIR(status.st_mode)) return std::unexpected(unreadable(EISDIR));
     if (!S_ISREG(status.st_mode))
         return std::unexpected(
-            ReadFailure{ReadFailure::Kind::Unreadable, QStringLiteral("It is not a regular file")});
+            ReadFailure{ReadFailure::Kind::Unreadable, u"It is not a regular file"_s});
     const auto size = static_cast<std::size_t>(status.st_size);
     if (size <= simdjson::SIMDJSON_MAXSIZE_BYTES && mayBeArray(file.m_descriptor))
         file.m_size = size;

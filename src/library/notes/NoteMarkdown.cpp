@@ -7,6 +7,8 @@
 
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -20,26 +22,26 @@ struct Paragraph {
 };
 
 const QRegularExpression& bulletMarker() {
-    static const QRegularExpression pattern(QStringLiteral("^[•–][\u00A0 ]\\s*"));
+    static const QRegularExpression pattern(u"^[•–][\u00A0 ]\\s*"_s);
     return pattern;
 }
 
 const QRegularExpression& numberMarker() {
-    static const QRegularExpression pattern(QStringLiteral("^(\\d+\\.)[\u00A0 ]\\s*"));
+    static const QRegularExpression pattern(u"^(\\d+\\.)[\u00A0 ]\\s*"_s);
     return pattern;
 }
 
 // The line with the marker of a Markdown list for the one it has; nothing if it has none.
 std::optional<QString> listItem(QString line) {
-    if (line.contains(bulletMarker())) return line.replace(bulletMarker(), QStringLiteral("- "));
-    if (line.contains(numberMarker())) return line.replace(numberMarker(), QStringLiteral("\\1 "));
+    if (line.contains(bulletMarker())) return line.replace(bulletMarker(), u"- "_s);
+    if (line.contains(numberMarker())) return line.replace(numberMarker(), u"\\1 "_s);
     return std::nullopt;
 }
 
 QString emphasised(const QString& text, const NoteFont& font) {
     const QStringView core = trimmed(text);
-    const QString mark = (font.weight == NoteFontWeight::Bold ? QStringLiteral("**") : QString()) +
-                         (font.isItalic ? QStringLiteral("*") : QString());
+    const QString mark = (font.weight == NoteFontWeight::Bold ? u"**"_s : QString()) +
+                         (font.isItalic ? u"*"_s : QString());
     if (core.isEmpty() || mark.isEmpty()) return text;
     const qsizetype start = core.utf16() - QStringView(text).utf16();
     return text.left(start) + mark + core.toString() + mark + text.mid(start + core.size());
@@ -61,13 +63,13 @@ Paragraph markdownOf(const NoteRichText& paragraph) {
     case Style::Title:
         return {Paragraph::Kind::Own, u'#' + (u' ' + paragraph.text())};
     case Style::Heading:
-        return {Paragraph::Kind::Own, QStringLiteral("## ") + paragraph.text()};
+        return {Paragraph::Kind::Own, u"## "_s + paragraph.text()};
     case Style::Subheading:
-        return {Paragraph::Kind::Own, QStringLiteral("### ") + paragraph.text()};
+        return {Paragraph::Kind::Own, u"### "_s + paragraph.text()};
     case Style::Mono:
         return {Paragraph::Kind::Code, paragraph.text()};
     case Style::BlockQuote:
-        return {Paragraph::Kind::Quote, QStringLiteral("> ") + withEmphasis(paragraph)};
+        return {Paragraph::Kind::Quote, u"> "_s + withEmphasis(paragraph)};
     case Style::BulletedList:
     case Style::DashedList:
     case Style::NumberedList:
@@ -82,7 +84,7 @@ Paragraph markdownOf(const NoteRichText& paragraph) {
 
 QString joined(const std::vector<Paragraph>& paragraphs) {
     QString text;
-    const QString fence = QStringLiteral("```");
+    const QString fence = u"```"_s;
     std::optional<Paragraph::Kind> before;
     for (const Paragraph& paragraph : paragraphs) {
         const bool isCode = paragraph.kind == Paragraph::Kind::Code;
@@ -113,7 +115,7 @@ QString markdownOfPlain(const QString& body) {
         const QString line = piece.toString();
         const std::optional<QString> item = listItem(line);
         const bool isTitle = text.isEmpty() && !item;
-        text += isTitle ? QStringLiteral("# ") + line : item.value_or(line);
+        text += isTitle ? u"# "_s + line : item.value_or(line);
         text += u'\n';
     }
     return text;
@@ -139,21 +141,20 @@ QString withFlashcards(QString text, const SavedNote& note, const QString& headi
     if (!text.isEmpty()) text += u'\n';
     text += heading + u'\n';
     for (const Flashcard& card : note.flashcards)
-        text += QStringLiteral("\n- ") + card.front.simplified() + QStringLiteral("\n  → ") +
-                card.back.simplified() + u'\n';
+        text += u"\n- "_s + card.front.simplified() + u"\n  → "_s + card.back.simplified() + u'\n';
     return text;
 }
 
 } // namespace
 
 QString noteMarkdown(const SavedNote& note) {
-    return withFlashcards(bodyMarkdown(note), note, QStringLiteral("## Flashcards"));
+    return withFlashcards(bodyMarkdown(note), note, u"## Flashcards"_s);
 }
 
 QString notePlainText(const SavedNote& note) {
     QString body = studySource(note);
     if (!body.isEmpty()) body += u'\n';
-    return withFlashcards(body, note, QStringLiteral("Flashcards"));
+    return withFlashcards(body, note, u"Flashcards"_s);
 }
 
 } // namespace vorq

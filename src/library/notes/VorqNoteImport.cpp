@@ -11,6 +11,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -58,7 +60,7 @@ void appendRow(NoteRichText& document, const QStringList& cells, NoteTextStyle s
     const bool isEmpty =
         std::ranges::all_of(cells, [](const QString& cell) { return trimmed(cell).isEmpty(); });
     if (isEmpty) return;
-    VorqNoteImport::appendParagraph(cells.join(QStringLiteral(" · ")), style, 1, document);
+    VorqNoteImport::appendParagraph(cells.join(u" · "_s), style, 1, document);
 }
 
 void appendTable(NoteRichText& document, const Block& block) {
@@ -172,7 +174,7 @@ NoteRichText VorqNoteImport::attributedDocument(QStringView reply) {
 QString VorqNoteImport::titleFrom(QStringView plain) {
     const QString line = AssistantReplyDocument::inlinePlain(firstLine(plain));
     const QStringView title = withoutLeadingNumber(withoutLeadingBullets(trimmed(line)));
-    if (title.isEmpty()) return QStringLiteral("New Note");
+    if (title.isEmpty()) return u"New Note"_s;
     return shortened(title, longestNoteTitle);
 }
 

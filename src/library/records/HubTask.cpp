@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 template<>
@@ -89,10 +91,10 @@ std::vector<HubTaskColumn> firstColumns(Date now) {
         return HubTaskColumn{QUuid::createUuid(), name, icon, color, false, now};
     };
     return {
-        column(QStringLiteral("Urgent"), QStringLiteral("flame.fill"), HubTaskColor::Red),
-        column(QStringLiteral("Important"), QStringLiteral("star.fill"), HubTaskColor::Blue),
-        column(QStringLiteral("Soon"), QStringLiteral("clock.fill"), HubTaskColor::Orange),
-        column(QStringLiteral("Later"), QStringLiteral("tray.fill"), HubTaskColor::Gray),
+        column(u"Urgent"_s, u"flame.fill"_s, HubTaskColor::Red),
+        column(u"Important"_s, u"star.fill"_s, HubTaskColor::Blue),
+        column(u"Soon"_s, u"clock.fill"_s, HubTaskColor::Orange),
+        column(u"Later"_s, u"tray.fill"_s, HubTaskColor::Gray),
     };
 }
 

@@ -6,6 +6,8 @@
 #include "rendering/AssistantReplyDocument.h"
 #include "support/text/Text.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 static constexpr qsizetype longestSnippet = 160;
@@ -49,7 +51,7 @@ QString displayTitle(const SavedNote& note) {
     const QString source = studySource(note);
     const QString plain = AssistantReplyDocument::inlinePlain(firstLine(source));
     const QStringView title = withoutLeadingBullets(trimmed(plain));
-    if (title.isEmpty()) return QStringLiteral("New Note");
+    if (title.isEmpty()) return u"New Note"_s;
     return shortened(title, longestNoteTitle);
 }
 

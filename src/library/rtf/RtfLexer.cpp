@@ -4,6 +4,8 @@
 #include <limits>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -70,7 +72,7 @@ RtfToken RtfLexer::takeWord() {
     m_rest = m_rest.sliced(end - m_rest.begin());
     takeNumber(token);
     if (m_rest.startsWith(' ')) m_rest = m_rest.sliced(1);
-    if (token.word != QLatin1StringView("bin")) return token;
+    if (token.word != "bin"_L1) return token;
     m_rest = m_rest.sliced(std::clamp<qsizetype>(token.number, 0, m_rest.size()));
     return {.kind = RtfToken::Kind::Binary};
 }

@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -92,7 +94,7 @@ class Reader {
         if (const QChar character = rtf::characterOf(token.word); !character.isNull())
             return takeCharacter(character);
         flush();
-        m_fallback = token.word == QLatin1StringView("u") ? m_fallback : 0;
+        m_fallback = token.word == "u"_L1 ? m_fallback : 0;
         if (takeUnicode(token) || takeDestination(token, isIgnorable)) return;
         if (const auto table = tableOf(m_state.destination)) {
             m_tables.word(*table, token);
@@ -103,9 +105,9 @@ class Reader {
     }
 
     bool takeUnicode(const RtfToken& token) {
-        if (token.word == QLatin1StringView("uc")) {
+        if (token.word == "uc"_L1) {
             m_state.fallbackLength = std::max(token.number, 0);
-        } else if (token.word == QLatin1StringView("u") && token.hasNumber) {
+        } else if (token.word == "u"_L1 && token.hasNumber) {
             emitText(QChar(static_cast<char16_t>(token.number)));
             m_fallback = m_state.fallbackLength;
         } else {
@@ -115,12 +117,12 @@ class Reader {
     }
 
     bool takeDestination(const RtfToken& token, bool isIgnorable) {
-        if (token.word == QLatin1StringView("upr")) {
+        if (token.word == "upr"_L1) {
             m_state.beyondUpr = m_state.destination;
             m_state.destination = Destination::Skipped;
             return true;
         }
-        if (token.word == QLatin1StringView("ud") && m_state.beyondUpr) {
+        if (token.word == "ud"_L1 && m_state.beyondUpr) {
             m_state.destination = *std::exchange(m_state.beyondUpr, std::nullopt);
             return true;
         }
@@ -132,15 +134,15 @@ class Reader {
     }
 
     bool takeDocumentWord(const RtfToken& token) {
-        if (token.word == QLatin1StringView("ansicpg"))
+        if (token.word == "ansicpg"_L1)
             m_codePage = token.number;
-        else if (token.word == QLatin1StringView("mac"))
+        else if (token.word == "mac"_L1)
             m_codePage = RtfCodePages::macRoman;
-        else if (token.word == QLatin1StringView("pc"))
+        else if (token.word == "pc"_L1)
             m_codePage = 437;
-        else if (token.word == QLatin1StringView("pca"))
+        else if (token.word == "pca"_L1)
             m_codePage = 850;
-        else if (token.word == QLatin1StringView("deff"))
+        else if (token.word == "deff"_L1)
             m_tables.setDefaultFont(token.number);
         else
             return false;

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -28,30 +30,30 @@ void RtfTables::word(Table table, const RtfToken& word) {
     case Table::Colors:
         return colorWord(word);
     case Table::ExpandedColors:
-        if (word.word == QLatin1StringView("cname")) m_isNamed = true;
+        if (word.word == "cname"_L1) m_isNamed = true;
         return;
     case Table::Styles:
-        if (word.word == QLatin1StringView("s")) m_number = word.number;
+        if (word.word == "s"_L1) m_number = word.number;
         return;
     }
 }
 
 void RtfTables::fontWord(const RtfToken& word) {
-    if (word.word == QLatin1StringView("f"))
+    if (word.word == "f"_L1)
         m_number = word.number;
-    else if (word.word == QLatin1StringView("fcharset"))
+    else if (word.word == "fcharset"_L1)
         m_font.charset = word.number;
-    else if (word.word == QLatin1StringView("cpg"))
+    else if (word.word == "cpg"_L1)
         m_font.codePage = word.number;
 }
 
 void RtfTables::colorWord(const RtfToken& word) {
     NoteRgb rgb = m_color.value_or(NoteRgb());
-    if (word.word == QLatin1StringView("red"))
+    if (word.word == "red"_L1)
         rgb.red = component(word.number);
-    else if (word.word == QLatin1StringView("green"))
+    else if (word.word == "green"_L1)
         rgb.green = component(word.number);
-    else if (word.word == QLatin1StringView("blue"))
+    else if (word.word == "blue"_L1)
         rgb.blue = component(word.number);
     else
         return;

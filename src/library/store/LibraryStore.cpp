@@ -12,6 +12,8 @@
 #include <concepts>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -64,7 +66,7 @@ LibraryStore::LibraryStore(const QString& applicationSupportFolder,
 
 QString LibraryStore::folderIn(const QString& applicationSupportFolder) {
     return (applicationSupportFolder.isEmpty() ? QDir::tempPath() : applicationSupportFolder) +
-           QStringLiteral("/Vorq/Library");
+           u"/Vorq/Library"_s;
 }
 
 QString LibraryStore::path(QStringView fileName) const {

@@ -32,6 +32,8 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -210,8 +212,8 @@ Pasteboard& LinuxDesktopPlatform::pasteboard() {
     if (m_session != SessionKind::Wayland)
         return ofSession<X11Pasteboard, NoPasteboard>(m_session, m_parts->pasteboard);
     return madeOnce(m_parts->pasteboard, [] {
-        return std::make_unique<NoPasteboard>(QStringLiteral(
-            "Wayland lets a program read the clipboard only while it has the keyboard."));
+        return std::make_unique<NoPasteboard>(
+            u"Wayland lets a program read the clipboard only while it has the keyboard."_s);
     });
 }
 
@@ -219,8 +221,7 @@ KeyPoster& LinuxDesktopPlatform::keyPoster() {
     if (m_session != SessionKind::Wayland)
         return ofSession<X11KeyPoster, NoKeyPoster>(m_session, m_parts->keyPoster);
     return madeOnce(m_parts->keyPoster, [] {
-        return std::make_unique<NoKeyPoster>(
-            QStringLiteral("Wayland lets no program press keys in another."));
+        return std::make_unique<NoKeyPoster>(u"Wayland lets no program press keys in another."_s);
     });
 }
 
@@ -228,10 +229,9 @@ ScreenCapture& LinuxDesktopPlatform::screenCapture() {
     return madeOnce(m_parts->screenCapture, [this]() -> std::unique_ptr<ScreenCapture> {
         if (m_session == SessionKind::Wayland)
             return std::make_unique<NoScreenCapture>(
-                QStringLiteral("Wayland shows no program the windows of another."));
+                u"Wayland shows no program the windows of another."_s);
         if (m_session == SessionKind::None)
-            return std::make_unique<NoScreenCapture>(
-                QStringLiteral("There is no desktop that shows windows."));
+            return std::make_unique<NoScreenCapture>(u"There is no desktop that shows windows."_s);
         auto capture = std::make_unique<X11ScreenCapture>();
         followScreens(*capture);
         return capture;

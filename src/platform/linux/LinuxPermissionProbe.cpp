@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -33,20 +35,20 @@ PermissionState LinuxPermissionProbe::screen() const {
 
 PermissionState LinuxPermissionProbe::microphone() const {
     // Card, device, and the direction of capture: "pcmC0D0c".
-    const QStringList devices = fileNames(m_soundFolder, QLatin1StringView("pcmC"),
-                                          QLatin1StringView("c"), QDir::System | QDir::Files);
+    const QStringList devices =
+        fileNames(m_soundFolder, "pcmC"_L1, "c"_L1, QDir::System | QDir::Files);
     return grantedIf(std::ranges::any_of(
         devices, [&](const QString& name) { return isOpenToUs(m_soundFolder + u'/' + name); }));
 }
 
 QString LinuxPermissionProbe::privacyListName() const {
-    return QStringLiteral("Vorq");
+    return u"Vorq"_s;
 }
 
 QString LinuxPermissionProbe::processPath() const {
     const QString path = QCoreApplication::applicationFilePath();
     if (!path.isEmpty()) return path;
-    return QCoreApplication::arguments().value(0, QStringLiteral("vorq"));
+    return QCoreApplication::arguments().value(0, u"vorq"_s);
 }
 
 } // namespace vorq

@@ -14,6 +14,8 @@
 #include <array>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -129,7 +131,7 @@ QString withHeading(const QString& heading, QStringView body) {
     const QStringView text = trimmed(body);
     const QStringView line = firstLine(text);
     const bool isRepeated = withoutHeadingMarks(trimmed(line)) == heading;
-    const QString separator = text.isEmpty() || isRepeated ? QString() : QStringLiteral("\n\n");
+    const QString separator = text.isEmpty() || isRepeated ? QString() : u"\n\n"_s;
     return u"# "_qs + heading + separator + text.sliced(isRepeated ? line.size() : 0).toString();
 }
 
@@ -160,8 +162,8 @@ QString MarkdownFolderBridge::pathOf(const QString& id) const {
 }
 
 std::vector<AppleNoteSummary> MarkdownFolderBridge::listNotes(int limit) {
-    const QFileInfoList files = QDir(m_folder).entryInfoList(
-        {QStringLiteral("*.md")}, QDir::Files | QDir::Readable, QDir::Time);
+    const QFileInfoList files =
+        QDir(m_folder).entryInfoList({u"*.md"_s}, QDir::Files | QDir::Readable, QDir::Time);
     const int count = std::clamp(limit, 1, notesbridge::mostNotes);
     std::vector<AppleNoteSummary> notes;
     for (const QFileInfo& file : files) {
@@ -184,7 +186,7 @@ std::optional<QString> MarkdownFolderBridge::reserveName(const QString& title) c
         taken.insert(folded(name));
     const QString stem = fileNameFor(title);
     for (int number = 1; number <= mostNames; ++number) {
-        const QString suffix = number == 1 ? QString() : QStringLiteral(" (%1)").arg(number);
+        const QString suffix = number == 1 ? QString() : u" (%1)"_s.arg(number);
         const QString name = stem + suffix + ending.toString();
         if (taken.contains(folded(name))) continue;
         if (makeEmptyFile(m_folder + u'/' + name)) return name;
@@ -196,8 +198,7 @@ std::optional<QString> MarkdownFolderBridge::reserveName(const QString& title) c
 std::expected<QString, BlockingNotes::Error> MarkdownFolderBridge::createNote(const QString& title,
                                                                               const QString& body) {
     const Error error =
-        QStringLiteral("Couldn’t create the note. Vorq cannot write to the folder %1.")
-            .arg(m_folder);
+        u"Couldn’t create the note. Vorq cannot write to the folder %1."_s.arg(m_folder);
     if (m_folder.isEmpty() || !QDir().mkpath(m_folder)) return std::unexpected(error);
     const QString line = withoutHeadingMarks(notesbridge::inOneLine(title)).toString();
     const QString heading = line.isEmpty() ? notesbridge::untitled : line;

@@ -19,13 +19,15 @@
 #include <simdjson.h>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 using namespace std::chrono_literals;
 
-const QString damagedFileKey = QStringLiteral("vorq.settings.damagedFile");
-const QString goesOn = QStringLiteral("goes on with those it knows");
+const QString damagedFileKey = u"vorq.settings.damagedFile"_s;
+const QString goesOn = u"goes on with those it knows"_s;
 const QByteArray byteOrderMark = "\xef\xbb\xbf";
 
 QByteArray bytesOf(const QString& path) {
@@ -150,9 +152,8 @@ void SettingsFile::reload() {
     }
     if (!file.open(QIODevice::ReadOnly)) {
         m_unreadable = true;
-        return warnOnce(QStringLiteral("Vorq cannot read its settings %1 (%2) and %3.")
-                            .arg(m_path, file.errorString(),
-                                 m_hasRead ? goesOn : QStringLiteral("starts with defaults")));
+        return warnOnce(u"Vorq cannot read its settings %1 (%2) and %3."_s.arg(
+            m_path, file.errorString(), m_hasRead ? goesOn : u"starts with defaults"_s));
     }
     const QByteArray bytes = file.readAll();
     std::optional<Content> content = decode(bytes);
@@ -170,10 +171,8 @@ void SettingsFile::handleDamage(const QByteArray& bytes) {
     }
     m_content.foreign.insert(readable.foreign);
     if (std::exchange(m_hasSeenDamage, true)) return;
-    m_damage =
-        QStringLiteral("Vorq found its settings %1 damaged and %2; the damaged file is kept.")
-            .arg(m_path,
-                 m_hasRead ? goesOn : QStringLiteral("starts with what can be read of them"));
+    m_damage = u"Vorq found its settings %1 damaged and %2; the damaged file is kept."_s.arg(
+        m_path, m_hasRead ? goesOn : u"starts with what can be read of them"_s);
     warnOnce(m_damage);
     tellOfDamage();
 }
@@ -221,7 +220,7 @@ bool SettingsFile::applyWhere(const std::function<bool()>& holds,
     QDir().mkpath(folder);
     // Without the lock, as on a read-only disk, the write is tried all the same and fails by
     // itself.
-    QLockFile lock(m_path + QStringLiteral(".lock"));
+    QLockFile lock(m_path + u".lock"_s);
     lockForWriting(lock, folder);
     reload();
     change(m_unwritten);
@@ -254,14 +253,14 @@ std::expected<void, QString> SettingsFile::erase() {
     const QString name = file.fileName();
     if (file.isSymLink()) QFile(m_path).resize(0);
     removeLeftovers(m_path, 0s);
-    QLockFile lock(m_path + QStringLiteral(".lock"));
+    QLockFile lock(m_path + u".lock"_s);
     lockForWriting(lock, folder.absolutePath());
     QStringList all = {name};
-    all += folder.entryList({name + QStringLiteral(".damaged-*")}, QDir::Files);
+    all += folder.entryList({name + u".damaged-*"_s}, QDir::Files);
     QStringList failures;
     for (const QString& each : all)
         if (const auto outcome = removeForGood(folder.filePath(each)); !outcome)
-            failures += folder.filePath(each) + QStringLiteral(": ") + outcome.error();
+            failures += folder.filePath(each) + u": "_s + outcome.error();
     lock.unlock();
     folder.rmdir(folder.absolutePath());
     if (failures.isEmpty()) return {};
@@ -269,10 +268,10 @@ std::expected<void, QString> SettingsFile::erase() {
 }
 
 bool SettingsFile::write() {
-    if (m_unreadable) return fail(QStringLiteral("the file cannot be read"));
+    if (m_unreadable) return fail(u"the file cannot be read"_s);
     if (m_damaged) {
         const std::optional<QString> kept = keepDamagedFile();
-        if (!kept) return fail(QStringLiteral("the damaged file cannot be kept"));
+        if (!kept) return fail(u"the damaged file cannot be kept"_s);
         if (!m_hasRead) m_content.values.insert(damagedFileKey, QFileInfo(*kept).fileName());
     }
     removeLeftovers(m_path);
@@ -286,8 +285,8 @@ bool SettingsFile::write() {
         m_failure.clear();
         return true;
     }
-    warnOnce(QStringLiteral("Vorq cannot write its settings %1 (%2); changes last until it ends.")
-                 .arg(m_path, written.error()));
+    warnOnce(u"Vorq cannot write its settings %1 (%2); changes last until it ends."_s.arg(
+        m_path, written.error()));
     return fail(written.error());
 }
 
@@ -298,7 +297,7 @@ bool SettingsFile::fail(const QString& reason) {
 
 std::optional<QString> SettingsFile::keepDamagedFile() const {
     for (int number = 1; number < 1000; ++number) {
-        QString kept = QStringLiteral("%1.damaged-%2").arg(m_path).arg(number);
+        QString kept = u"%1.damaged-%2"_s.arg(m_path).arg(number);
         if (QFile::exists(kept) ? bytesOf(kept) == bytesOf(m_path) : QFile::copy(m_path, kept))
             return kept;
     }

@@ -4,6 +4,8 @@
 #include <condition_variable>
 #include <mutex>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 std::optional<QString> ScriptedElement::selectedText() const {
@@ -89,20 +91,19 @@ void ScriptedAccessibility::hang() {
 
 AccessibleElementPtr ScriptedAccessibility::application(ProcessId, std::stop_token stop) {
     m_stop = std::move(stop);
-    return note(QStringLiteral("application")) ? pointer(applicationName) : nullptr;
+    return note(u"application"_s) ? pointer(applicationName) : nullptr;
 }
 
 AccessibleElementPtr ScriptedAccessibility::focusedWindow(ProcessId, std::stop_token stop) {
     m_stop = std::move(stop);
-    const bool isRead = note(QStringLiteral("focusedWindow"));
+    const bool isRead = note(u"focusedWindow"_s);
     return isRead && focusedWindowName ? pointer(*focusedWindowName) : nullptr;
 }
 
 AccessibleElementPtr ScriptedAccessibility::focusedElement(std::optional<ProcessId> process,
                                                            std::stop_token stop) {
     m_stop = std::move(stop);
-    const bool isRead = note(process ? QStringLiteral("focusedElement")
-                                     : QStringLiteral("system-wide focusedElement"));
+    const bool isRead = note(process ? u"focusedElement"_s : u"system-wide focusedElement"_s);
     return isRead && focusedName ? pointer(*focusedName) : nullptr;
 }
 

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -21,7 +23,7 @@ QCoro::Task<Pasteboard::Contents> ScriptedPasteboard::contents(std::stop_token s
     if (hangs) co_await untilStopped(stop);
     Contents given = held;
     if (refusal) given = std::unexpected(*refusal);
-    if (stop.stop_requested()) given = std::unexpected(QStringLiteral("not in time"));
+    if (stop.stop_requested()) given = std::unexpected(u"not in time"_s);
     co_return given;
 }
 

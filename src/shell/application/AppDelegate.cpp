@@ -10,6 +10,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 using namespace std::chrono_literals;
@@ -266,9 +268,8 @@ void AppDelegate::deleteVorqFromMenu() {
         tr("Your saved notes and chats, your tasks and trackers, and the accounts of a local "
            "backend go to the trash with it. Settings, sign-in and the start at login are removed "
            "for good. Notes in other applications stay.");
-    const Alert alert{tr("Delete Vorq?"),
-                      whatGoes + QStringLiteral("\n\n") + whatElseGoes,
-                      {tr("Delete Vorq"), tr("Cancel")}};
+    const Alert alert{
+        tr("Delete Vorq?"), whatGoes + u"\n\n"_s + whatElseGoes, {tr("Delete Vorq"), tr("Cancel")}};
     showAlert(alert, [this](qsizetype button) {
         if (button == 0) uninstallVorqAndQuit();
     });

@@ -14,6 +14,8 @@
 
 #include <map>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -37,7 +39,7 @@ class Failures {
         for (const auto& [reason, paths] : m_paths)
             all +=
                 paths.size() == 1
-                    ? QStringLiteral("%1: %2").arg(paths.front(), reason)
+                    ? u"%1: %2"_s.arg(paths.front(), reason)
                     : tr("%1 and %2 more: %3").arg(paths.front()).arg(paths.size() - 1).arg(reason);
         return all;
     }

@@ -11,6 +11,8 @@
 #include <memory>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -19,18 +21,18 @@ constexpr int leastTextWidth = 340;
 
 // The message reads as a heading, as it does on desktops that draw such boxes themselves.
 void setOut(const QMessageBox& box) {
-    if (auto* message = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+    if (auto* message = box.findChild<QLabel*>(u"qt_msgbox_label"_s)) {
         QFont font = message->font();
         font.setBold(true);
         message->setFont(font);
     }
-    if (auto* text = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel")))
+    if (auto* text = box.findChild<QLabel*>(u"qt_msgbox_informativelabel"_s))
         text->setMinimumWidth(leastTextWidth);
 }
 
 std::unique_ptr<QMessageBox> makeBox(const Alert& alert) {
     auto box = std::make_unique<QMessageBox>();
-    box->setWindowTitle(QStringLiteral("Vorq"));
+    box->setWindowTitle(u"Vorq"_s);
     box->setIconPixmap(
         statusIcon(StatusImage::Glyph).pixmap(QSize(iconSize, iconSize), box->devicePixelRatioF()));
     box->setTextFormat(Qt::PlainText);

@@ -2,13 +2,15 @@
 
 #include <QFileDialog>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
-const QString pictures = QStringLiteral("*.png *.jpg *.jpeg *.heic *.heif *.webp *.tif *.tiff "
-                                        "*.gif *.bmp");
+const QString pictures = u"*.png *.jpg *.jpeg *.heic *.heif *.webp *.tif *.tiff "
+                         "*.gif *.bmp"_s;
 // What can be read today; the others are offered once they can be.
-const QString documents = QStringLiteral("*.txt *.md");
+const QString documents = u"*.txt *.md"_s;
 
 } // namespace
 

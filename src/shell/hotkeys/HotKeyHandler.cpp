@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 using namespace std::chrono_literals;
@@ -111,7 +113,7 @@ QStringList HotKeyHandler::notices() const {
     if (m_hasHandler) return notices;
     return {tr("This desktop keeps global keys to itself. Bind keys of your desktop "
                "to: %1")
-                .arg(verbs.join(QStringLiteral(", ")))};
+                .arg(verbs.join(u", "_s))};
 }
 
 // The source is read while the press is fresh; what follows can wait.

@@ -5,10 +5,12 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
-const QString noBundleID = QStringLiteral("(none)");
+const QString noBundleID = u"(none)"_s;
 
 // Says in the log why it failed. Whoever stops a step may take the notes with it.
 QCoro::Task<bool> logged(NoteCaptureFlow& notes, QCoro::Task<bool> saving, std::stop_token stop) {

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::HexColor {
 namespace {
 
@@ -26,7 +28,7 @@ int byteOf(double component) {
 }
 
 QString byteText(double component) {
-    return QStringLiteral("%1").arg(byteOf(component), 2, 16, QLatin1Char('0')).toUpper();
+    return u"%1"_s.arg(byteOf(component), 2, 16, QLatin1Char('0')).toUpper();
 }
 
 QString sixDigits(const RgbaColor& color) {
@@ -62,7 +64,7 @@ double contrastingForeground(QStringView text) {
 }
 
 QString hex(const std::optional<RgbaColor>& color) {
-    return color ? sixDigits(*color) : QStringLiteral("#808080");
+    return color ? sixDigits(*color) : u"#808080"_s;
 }
 
 } // namespace vorq::HexColor

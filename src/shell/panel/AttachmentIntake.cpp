@@ -11,6 +11,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -48,7 +50,7 @@ void AttachmentIntake::attachFiles(const QList<QUrl>& files) {
 bool AttachmentIntake::attachPicture(const QByteArray& bytes) {
     if (!isPicture(bytes)) return false;
     emit chosen();
-    attachPicture(bytes, QStringLiteral("Dropped image.png"));
+    attachPicture(bytes, u"Dropped image.png"_s);
     return true;
 }
 
@@ -64,7 +66,7 @@ bool AttachmentIntake::attachFromClipboard() {
     }
     // A word processor offers a picture of its text too; the text is what is meant.
     if (!data->hasImage() || data->hasText()) return false;
-    attachPicture(pictureOf(*data), QStringLiteral("Pasted image.png"));
+    attachPicture(pictureOf(*data), u"Pasted image.png"_s);
     return true;
 }
 

@@ -1,12 +1,14 @@
 #include "shell/panel/AttachmentList.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 QString kindOf(const PromptAttachment& attachment) {
-    if (attachment.isDeepenSelection) return QStringLiteral("deepen");
-    if (attachment.isHubNote()) return QStringLiteral("note");
-    return attachment.imageDataURL ? QStringLiteral("photo") : QStringLiteral("doc");
+    if (attachment.isDeepenSelection) return u"deepen"_s;
+    if (attachment.isHubNote()) return u"note"_s;
+    return attachment.imageDataURL ? u"photo"_s : u"doc"_s;
 }
 
 QString detailOf(const PromptAttachment& attachment) {

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -217,7 +219,7 @@ bool PanelViewModel::recallLastPrompt() {
 void PanelViewModel::addDeepenSelection(const QString& excerpt) {
     m_attachments.removeIf(&PromptAttachment::isDeepenSelection);
     PromptAttachment attachment;
-    attachment.fileName = QStringLiteral("deepen");
+    attachment.fileName = u"deepen"_s;
     attachment.textContent = excerpt;
     attachment.isDeepenSelection = true;
     m_attachments.append(attachment);

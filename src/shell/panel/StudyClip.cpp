@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 StudyClip::StudyClip(StudyContext& study, StudyNotes& notes, AttachmentList& attachments)
@@ -39,7 +41,7 @@ void StudyClip::followStudy() {
     });
     if (!active) return;
     PromptAttachment attachment;
-    attachment.fileName = QStringLiteral("Notes");
+    attachment.fileName = u"Notes"_s;
     attachment.noteID = active; // its text goes with each turn of the study anyway
     m_note = active;
     m_attachments.append(attachment);

@@ -5,18 +5,20 @@
 
 #include <map>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 // Menus underline the character behind a single "&".
 QString menuText(QString text) {
-    return text.replace(u'&', QStringLiteral("&&"));
+    return text.replace(u'&', u"&&"_s);
 }
 
 } // namespace
 
-StatusMenu::StatusMenu() : FactMenu(QStringLiteral("Vorq")) {
-    setAccessibleName(QStringLiteral("Vorq"));
+StatusMenu::StatusMenu() : FactMenu(u"Vorq"_s) {
+    setAccessibleName(u"Vorq"_s);
     m_account = addFact(tr("Starting…"));
     m_signInAdvice = addFact(menuText(signInAdvice()));
     m_noticesEnd = addSeparator();

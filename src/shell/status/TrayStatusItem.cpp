@@ -5,6 +5,8 @@
 #include <QScreen>
 #include <QWidget>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -45,7 +47,7 @@ TrayStatusItem::~TrayStatusItem() {
 
 void TrayStatusItem::installStatusItem() {
     show(StatusImage::Glyph);
-    m_icon.setToolTip(QStringLiteral("Vorq — ⌘⇧A"));
+    m_icon.setToolTip(u"Vorq — ⌘⇧A"_s);
     m_icon.setContextMenu(&m_menu);
     m_icon.show();
     nameForScreenReaders();
@@ -55,8 +57,8 @@ void TrayStatusItem::installStatusItem() {
 void TrayStatusItem::nameForScreenReaders() {
     for (QWidget* widget : QApplication::topLevelWidgets()) {
         if (!widget->inherits("QSystemTrayIconSys")) continue;
-        widget->setWindowTitle(QStringLiteral("Vorq"));
-        widget->setAccessibleName(QStringLiteral("Vorq"));
+        widget->setWindowTitle(u"Vorq"_s);
+        widget->setAccessibleName(u"Vorq"_s);
     }
 }
 

@@ -7,6 +7,8 @@
 #include <chrono>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -18,7 +20,7 @@ constexpr Clock::Duration exposureDelay = 100ms;
 // After it a window manager has given the keyboard to whom it wants.
 constexpr Clock::Duration refocusDelay = 100ms;
 
-const QString dockKey = QStringLiteral("vorq.panel.dock");
+const QString dockKey = u"vorq.panel.dock"_s;
 
 constexpr auto dockNames = rawNames<PanelDockTarget>({{PanelDockTarget::Left, "left"},
                                                       {PanelDockTarget::Center, "center"},

@@ -15,6 +15,8 @@
 #include <cmath>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -67,7 +69,7 @@ std::optional<PanelPressTarget> pressedAt(QQuickItem& item, QPointF point, QPoin
 
 QuickPanelWindow::QuickPanelWindow(const Platform& platform, QQmlEngine* engine)
     : QQuickView(engine, nullptr), m_platform(platform) {
-    setTitle(QStringLiteral("Vorq"));
+    setTitle(u"Vorq"_s);
     setResizeMode(SizeRootObjectToView);
     setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     // Also where nothing is translucent yet: a compositor may come later, and the kind of a window
@@ -147,8 +149,7 @@ void QuickPanelWindow::activate() {
     m_platform.hints.takeFocus(id());
     // Before the window is on the screen Qt would only keep it in mind, and pull a user back who
     // has gone elsewhere by then.
-    if (isExposed() || QGuiApplication::platformName() != QLatin1StringView("xcb"))
-        requestActivate();
+    if (isExposed() || QGuiApplication::platformName() != "xcb"_L1) requestActivate();
 }
 
 void QuickPanelWindow::orderOut() {
@@ -158,7 +159,7 @@ void QuickPanelWindow::orderOut() {
 
 // Qt goes by the events that it was sent, and those of a busy moment may mislead it.
 bool QuickPanelWindow::isOnScreen() const {
-    const bool isX11 = QGuiApplication::platformName() == QLatin1StringView("xcb");
+    const bool isX11 = QGuiApplication::platformName() == "xcb"_L1;
     return isX11 ? m_platform.screens.windowFrame(id()).has_value() : isExposed();
 }
 

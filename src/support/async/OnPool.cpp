@@ -6,6 +6,8 @@
 #include <chrono>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -19,7 +21,7 @@ constexpr std::chrono::seconds endLimit{5};
 QThreadPool& blocking::pool() {
     static QThreadPool& threads = []() -> QThreadPool& {
         auto* made = new QThreadPool;
-        made->setObjectName(QStringLiteral("vorq-blocking"));
+        made->setObjectName(u"vorq-blocking"_s);
         made->setMaxThreadCount(mostThreads);
         // While the application object still is whole.
         qAddPostRoutine(finishPool);

@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -28,7 +30,7 @@ bool isSameFile(const struct stat& one, const struct stat& other) {
 // As in ISO 8601, but for the colons, which some file systems do not take.
 QByteArray timeOf(const struct stat& status) {
     return QDateTime::fromSecsSinceEpoch(status.st_mtim.tv_sec, Qt::UTC)
-        .toString(QStringLiteral("yyyy-MM-dd'T'HH-mm-ss'Z'"))
+        .toString(u"yyyy-MM-dd'T'HH-mm-ss'Z'"_s)
         .toLatin1();
 }
 
@@ -51,7 +53,7 @@ std::expected<QString, QString> keepDamagedFile(const QString& path) {
         if (file.copy(QFile::decodeName(kept))) return QFile::decodeName(kept);
         return std::unexpected(file.errorString());
     }
-    return std::unexpected(QStringLiteral("too many damaged files are kept already"));
+    return std::unexpected(u"too many damaged files are kept already"_s);
 }
 
 } // namespace vorq

@@ -7,6 +7,8 @@
 
 #include <sys/stat.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -22,11 +24,11 @@ bool isFolder(const QFileInfo& place) {
 // Qt takes the current folder for the trash where it cannot make one.
 bool canHaveTrash() {
     const QDir data(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
-    const QDir trash(data.filePath(QStringLiteral("Trash")));
-    if (!data.isAbsolute() || !data.mkpath(QStringLiteral("."))) return false;
+    const QDir trash(data.filePath(u"Trash"_s));
+    if (!data.isAbsolute() || !data.mkpath(u"."_s)) return false;
     // What others may not read must not become readable in the trash.
     ::mkdir(QFile::encodeName(trash.path()).constData(), S_IRWXU);
-    return trash.mkpath(QStringLiteral("files")) && trash.mkpath(QStringLiteral("info"));
+    return trash.mkpath(u"files"_s) && trash.mkpath(u"info"_s);
 }
 
 } // namespace
@@ -36,7 +38,7 @@ std::expected<void, QString> removeForGood(const QString& path) {
     if (path.isEmpty() || !isThere(place)) return {};
     if (isFolder(place)) {
         if (QDir(path).removeRecursively()) return {};
-        return std::unexpected(QStringLiteral("Not all of the folder could be removed"));
+        return std::unexpected(u"Not all of the folder could be removed"_s);
     }
     QFile file(path);
     if (file.remove()) return {};

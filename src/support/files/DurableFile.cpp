@@ -20,6 +20,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -134,7 +136,7 @@ bool isPrivateFile(int file) {
 // What the user's mask leaves of a new file's mode. To ask for the mask would set it, for all
 // threads.
 mode_t modeOfNewFile() {
-    QFile status(QStringLiteral("/proc/self/status"));
+    QFile status(u"/proc/self/status"_s);
     if (!status.open(QIODevice::ReadOnly)) return privateMode;
     constexpr QByteArrayView name = "\nUmask:";
     const QByteArray facts = status.readAll();

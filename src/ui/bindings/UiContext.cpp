@@ -11,6 +11,8 @@
 #include <QQuickWindow>
 #include <QStyleHints>
 
+using namespace Qt::StringLiterals;
+
 // Generated with the modules; named here so that the linker keeps them.
 void qml_register_types_Vorq_Native();
 
@@ -32,7 +34,7 @@ void prepareUi() {
 void UiContext::install(QQmlEngine& engine) {
     // Read by nobody, but an optimiser may not drop it.
     [[maybe_unused]] void (*volatile keep)() = &qml_register_types_Vorq_Native;
-    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.addImportPath(u"qrc:/qt/qml"_s);
     engine.setProperty(contextProperty, QVariant::fromValue<QObject*>(this));
 }
 

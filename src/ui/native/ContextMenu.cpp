@@ -5,18 +5,20 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 void addEntry(QMenu& menu, const QJSValue& entry) {
-    const QString text = entry.property(QStringLiteral("text")).toString();
-    if (!entry.hasProperty(QStringLiteral("text"))) {
+    const QString text = entry.property(u"text"_s).toString();
+    if (!entry.hasProperty(u"text"_s)) {
         menu.addSeparator();
         return;
     }
     QAction* action = menu.addAction(text);
-    action->setEnabled(!entry.property(QStringLiteral("off")).toBool());
-    const QJSValue act = entry.property(QStringLiteral("act"));
+    action->setEnabled(!entry.property(u"off"_s).toBool());
+    const QJSValue act = entry.property(u"act"_s);
     QObject::connect(action, &QAction::triggered, &menu, [act] { act.call(); });
 }
 
@@ -55,14 +57,14 @@ class KeyedMenu final : public QMenu {
     }
 };
 
-const QString styleSheet = QStringLiteral(R"(
+const QString styleSheet = uR"(
     QMenu { background: qlineargradient(x1: 0, y1: 0, x2: 0, y2: 1, stop: 0 %1, stop: 1 %2);
             border: 1px solid %3; border-radius: %4px; padding: 5px; }
     QMenu::item { height: %5px; padding: 0 24px 0 12px; border-radius: %6px; color: %7; }
     QMenu::item:selected { background: %8; color: %9; }
     QMenu::item:disabled { background: transparent; color: %10; }
     QMenu::separator { height: 1px; margin: 5px 12px; background: %11; }
-)");
+)"_s;
 constexpr int radius = 12;
 constexpr int rowRadius = 8;
 
@@ -82,7 +84,7 @@ void ContextMenu::open(QQuickItem* item, QPointF at, const QJSValue& entries, bo
     if (item == nullptr || item->window() == nullptr) return;
     delete m_menu;
     m_menu = new KeyedMenu;
-    const int count = entries.property(QStringLiteral("length")).toInt();
+    const int count = entries.property(u"length"_s).toInt();
     for (int i = 0; i < count; ++i)
         addEntry(*m_menu, entries.property(static_cast<quint32>(i)));
     applyLook();

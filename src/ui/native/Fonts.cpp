@@ -4,6 +4,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::Fonts {
 namespace {
 
@@ -22,7 +24,7 @@ QString installed(const QString& family, QFontDatabase::SystemFont otherwise) {
 } // namespace
 
 void preferColourEmoji() {
-    const QString emoji = QStringLiteral("Noto Color Emoji");
+    const QString emoji = u"Noto Color Emoji"_s;
     for (const char* family : {"Inter", "Inter Display", "JetBrains Mono"})
         QFont::insertSubstitution(QString::fromLatin1(family), emoji);
 }
@@ -34,9 +36,8 @@ double points(double pixels) {
 }
 
 QFont sans(double pixels, QFont::Weight weight) {
-    static const QString text = installed(QStringLiteral("Inter"), QFontDatabase::GeneralFont);
-    static const QString display =
-        installed(QStringLiteral("Inter Display"), QFontDatabase::GeneralFont);
+    static const QString text = installed(u"Inter"_s, QFontDatabase::GeneralFont);
+    static const QString display = installed(u"Inter Display"_s, QFontDatabase::GeneralFont);
     QFont font(pixels >= displaySize ? display : text);
     font.setPointSizeF(points(pixels));
     font.setWeight(weight);
@@ -48,8 +49,7 @@ QFont sans(double pixels, QFont::Weight weight) {
 }
 
 QFont mono(double pixels, QFont::Weight weight) {
-    static const QString family =
-        installed(QStringLiteral("JetBrains Mono"), QFontDatabase::FixedFont);
+    static const QString family = installed(u"JetBrains Mono"_s, QFontDatabase::FixedFont);
     QFont font(family);
     font.setPointSizeF(points(pixels));
     font.setWeight(weight);

@@ -3,11 +3,13 @@
 #include <QFile>
 #include <QHash>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 QString iconPath(const QString& name) {
-    return QStringLiteral(":/qt/qml/Vorq/Native/icons/%1.svg").arg(name);
+    return u":/qt/qml/Vorq/Native/icons/%1.svg"_s.arg(name);
 }
 
 QString iconText(const QString& name) {
@@ -27,7 +29,7 @@ IconDrawing parsedIcon(const QString& text) {
         (isCutOut ? drawing.cutOut : drawing.drawn) += line;
         cutsOut = cutsOut || isCutOut;
     }
-    drawing.cutOut = cutsOut ? drawing.cutOut + QStringLiteral("</svg>") : QString();
+    drawing.cutOut = cutsOut ? drawing.cutOut + u"</svg>"_s : QString();
     return drawing;
 }
 
@@ -38,8 +40,7 @@ IconDrawing IconDrawing::of(const QString& name) {
     const auto found = known.constFind(name);
     if (found != known.constEnd()) return *found;
     const QString text = iconText(name);
-    return *known.insert(name,
-                         parsedIcon(text.isEmpty() ? iconText(QStringLiteral("square")) : text));
+    return *known.insert(name, parsedIcon(text.isEmpty() ? iconText(u"square"_s) : text));
 }
 
 } // namespace vorq

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 IconPainter::IconPainter(QQuickItem* parent) : PaintedItem(parent) {
@@ -20,9 +22,8 @@ IconPainter::IconPainter(QQuickItem* parent) : PaintedItem(parent) {
 
 void IconPainter::render(const QString& drawing, QPainter& painter, const QRectF& into) const {
     QString document = drawing;
-    document.replace(QLatin1StringView("currentColor"), m_color.name(QColor::HexRgb));
-    document.replace(QLatin1StringView("stroke-width=\"1.75\""),
-                     QStringLiteral("stroke-width=\"%1\"").arg(m_weight));
+    document.replace("currentColor"_L1, m_color.name(QColor::HexRgb));
+    document.replace("stroke-width=\"1.75\""_L1, u"stroke-width=\"%1\""_s.arg(m_weight));
     painter.setRenderHint(QPainter::Antialiasing);
     QSvgRenderer(document.toUtf8()).render(&painter, into);
 }

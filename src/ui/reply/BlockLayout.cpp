@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -100,7 +102,7 @@ void BlockLayout::addItems(const QStringList& items, bool isNumbered) {
     for (const QString& item : items) {
         addText(item, type);
         Piece& piece = m_pieces.back();
-        piece.marker = isNumbered ? QString::number(m_pieces.size()) + u'.' : QStringLiteral("•");
+        piece.marker = isNumbered ? QString::number(m_pieces.size()) + u'.' : u"•"_s;
         piece.markerType = isNumbered ? ReplyStyle::numberMarker : ReplyStyle::bulletMarker;
     }
     if (!isNumbered || m_pieces.empty()) return;

@@ -8,6 +8,8 @@
 
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -126,7 +128,7 @@ TEST(ReplyPrinter, AnyTextThatComesLineByLinePrintsTheSameAsAtOnce) {
 TEST(ReplyPrinter, AListIsPrintedAsSoonAsItEndsHoweverLongItIs) {
     QString list;
     for (int index = 0; index < 1000; ++index)
-        list += QStringLiteral("- item %1\n").arg(index);
+        list += u"- item %1\n"_s.arg(index);
     ReplyPrinter printer;
     EXPECT_EQ(printer.grow(list), "");
     EXPECT_EQ(printer.grow(list + "And so on\n"), list.trimmed().toUtf8());

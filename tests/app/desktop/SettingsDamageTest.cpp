@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -12,9 +14,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 const QString unknownList =
-    QStringLiteral("Vorq cannot tell from which applications it must not capture, so it captures "
-                   "from none. Put the list into the settings again, as "
-                   "\"vorq.capture.excludedApplications\": [].");
+    u"Vorq cannot tell from which applications it must not capture, so it captures "
+    "from none. Put the list into the settings again, as "
+    "\"vorq.capture.excludedApplications\": []."_s;
 
 class SettingsDamageTest : public ConversationFixture {
   protected:

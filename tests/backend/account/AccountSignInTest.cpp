@@ -228,7 +228,7 @@ TEST_F(AccountSignInTest, AHandoffTellsWhatCameOfIt) {
     QStringList ended;
     QObject::connect(starting.get(), &AccountSignIn::macHandoffEnded,
                      [&ended](const QString& code, const QString& failure) {
-                         ended += code + QStringLiteral(": ") + failure;
+                         ended += code + u": "_s + failure;
                      });
     const std::pair<int, QByteArray> answers[] = {
         {200, sessionJson("t1")},

@@ -10,6 +10,8 @@
 #include <netdb.h>
 #include <semaphore>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -42,13 +44,12 @@ TEST(NameLookup, AStopDoesNotWaitForIt) {
     ManualClock clock;
     CurlTransport transport(clock);
     std::stop_source stop;
-    const Outcome outcome(
-        transport.open({.url = QUrl(QStringLiteral("http://") + QLatin1StringView(slowName)),
-                        .method = "GET",
-                        .headers = {},
-                        .body = {},
-                        .timeout = 30s},
-                       stop.get_token()));
+    const Outcome outcome(transport.open({.url = QUrl(u"http://"_s + QLatin1StringView(slowName)),
+                                          .method = "GET",
+                                          .headers = {},
+                                          .body = {},
+                                          .timeout = 30s},
+                                         stop.get_token()));
     const bool began = turnUntil([] { return isLookingUp.load(); });
     qunsetenv("no_proxy");
     ASSERT_TRUE(began);

@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -43,16 +45,16 @@ TEST_F(PromptAttachmentTest, ReadsTextAsUtf8) {
     const auto loaded = PromptAttachment::load(put("a.txt", "café 👋"));
     ASSERT_TRUE(loaded);
     EXPECT_EQ(loaded->fileName, "a.txt");
-    EXPECT_EQ(loaded->textContent, QStringLiteral("café 👋"));
+    EXPECT_EQ(loaded->textContent, u"café 👋"_s);
     EXPECT_FALSE(loaded->imageDataURL);
 }
 
 TEST_F(PromptAttachmentTest, ReadsTextAsUtf16WhenItIsNotUtf8) {
     QStringEncoder encoder(QStringEncoder::Utf16LE, QStringEncoder::Flag::WriteBom);
-    const QByteArray bytes = encoder.encode(QStringLiteral("Größe"));
+    const QByteArray bytes = encoder.encode(u"Größe"_s);
     const auto loaded = PromptAttachment::load(put("a.log", bytes));
     ASSERT_TRUE(loaded);
-    EXPECT_EQ(loaded->textContent, QStringLiteral("Größe"));
+    EXPECT_EQ(loaded->textContent, u"Größe"_s);
 }
 
 TEST_F(PromptAttachmentTest, CutsTextToItsLimitInCharacters) {
@@ -81,7 +83,7 @@ TEST_F(PromptAttachmentTest, RefusesAHugeImageWithoutReadingItAll) {
 TEST_F(PromptAttachmentTest, RefusesWhatIsNoFileWithoutReadingIt) {
     const QString pipe = m_folder.filePath("x.txt");
     ASSERT_EQ(::mkfifo(qPrintable(pipe), 0600), 0);
-    for (const QString& path : {pipe, QStringLiteral("/dev/zero"), m_folder.path()}) {
+    for (const QString& path : {pipe, u"/dev/zero"_s, m_folder.path()}) {
         const auto loaded = PromptAttachment::load(path);
         ASSERT_FALSE(loaded) << qPrintable(path);
         EXPECT_EQ(loaded.error(), path + ": only files can be attached.");
@@ -105,8 +107,8 @@ TEST_F(PromptAttachmentTest, ReadsAPipeForTheTerminal) {
     ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
     ASSERT_EQ(::write(ends[1], "a diff", 6), 6);
     ::close(ends[1]);
-    const auto loaded = PromptAttachment::load(QStringLiteral("/proc/self/fd/%1").arg(ends[0]),
-                                               PromptAttachment::Pipes::Read);
+    const auto loaded =
+        PromptAttachment::load(u"/proc/self/fd/%1"_s.arg(ends[0]), PromptAttachment::Pipes::Read);
     ::close(ends[0]);
     ASSERT_TRUE(loaded) << qPrintable(loaded.error());
     EXPECT_EQ(loaded->textContent, "a diff");

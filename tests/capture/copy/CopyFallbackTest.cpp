@@ -5,6 +5,8 @@
 #include "platform/testing/ScriptedPasteboard.h"
 #include "platform/testing/ScriptedWorkspace.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -24,9 +26,9 @@ class CopyFallbackTest : public testing::Test {
     static constexpr KeyChord copyChord{.key = KeyChord::Key::C};
 
     CopyFallbackTest() {
-        workspace.launch({browser, QStringLiteral("chromium"), QStringLiteral("Chromium")});
-        workspace.launch({other, QStringLiteral("mousepad"), QStringLiteral("Mousepad")});
-        workspace.launch({own, QStringLiteral("com.vorq.desk"), QStringLiteral("Vorq")});
+        workspace.launch({browser, u"chromium"_s, u"Chromium"_s});
+        workspace.launch({other, u"mousepad"_s, u"Mousepad"_s});
+        workspace.launch({own, u"com.vorq.desk"_s, u"Vorq"_s});
         workspace.bringToFront(browser);
         pasteboard.writeAs(other, users);
         keys.hasKeyboard = [this](ProcessId process) {
@@ -267,7 +269,7 @@ TEST_F(CopyFallbackTest, LeavesAClipboardAloneWhoseOwnerStandsStill) {
 }
 
 TEST_F(CopyFallbackTest, LeavesAClipboardAloneThatCannotBeHadWhole) {
-    pasteboard.refusal = QStringLiteral("too much");
+    pasteboard.refusal = u"too much"_s;
     EXPECT_EQ(copy(), "");
     EXPECT_THAT(keys.posted(), IsEmpty());
     EXPECT_EQ(pasteboard.held, users);
@@ -283,21 +285,21 @@ TEST_F(CopyFallbackTest, GivesTheClipboardBackWhereTheTextNeverComes) {
 }
 
 TEST_F(CopyFallbackTest, SendsATerminalItsOwnChordOrNothing) {
-    workspace.launch({browser, QStringLiteral("org.kde.konsole"), QStringLiteral("Konsole")});
+    workspace.launch({browser, u"org.kde.konsole"_s, u"Konsole"_s});
     EXPECT_EQ(copy(), "copied");
     const KeyChord chord{.key = KeyChord::Key::C, .hasShift = true};
     EXPECT_THAT(keys.posted(), ElementsAre(std::pair(chord, browser)));
 
-    workspace.launch({browser, QStringLiteral("XTerm"), QStringLiteral("XTerm")});
+    workspace.launch({browser, u"XTerm"_s, u"XTerm"_s});
     EXPECT_EQ(copy(), "");
     EXPECT_EQ(keys.posted().size(), 1U);
 }
 
 TEST_F(CopyFallbackTest, DoesNothingWhereKeysOrTheClipboardAreNotToBeHad) {
-    keys.support = std::unexpected(QStringLiteral("no keys"));
+    keys.support = std::unexpected(u"no keys"_s);
     EXPECT_EQ(copy(), "");
     keys.support = {};
-    pasteboard.support = std::unexpected(QStringLiteral("no clipboard"));
+    pasteboard.support = std::unexpected(u"no clipboard"_s);
     EXPECT_EQ(copy(), "");
     EXPECT_THAT(keys.posted(), IsEmpty());
 }

@@ -4,6 +4,8 @@
 #include "platform/testing/ScriptedPasteboard.h"
 #include "platform/testing/ScriptedWorkspace.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -18,14 +20,14 @@ class PasteOverTest : public testing::Test {
     static constexpr ProcessId other = 43;
 
     PasteOverTest() {
-        workspace.launch({editor, QStringLiteral("mousepad"), QStringLiteral("Mousepad")});
-        workspace.launch({other, QStringLiteral("gedit"), QStringLiteral("Gedit")});
+        workspace.launch({editor, u"mousepad"_s, u"Mousepad"_s});
+        workspace.launch({other, u"gedit"_s, u"Gedit"_s});
         workspace.bringToFront(editor);
         pasteboard.writeAs(other, users);
         keys.hasKeyboard = [this](ProcessId process) {
             return workspace.frontmostProcess() == process;
         };
-        accessibility.focusedName = QStringLiteral("field");
+        accessibility.focusedName = u"field"_s;
         field.content = "an old text";
         field.text = "old";
         field.range = target.range;
@@ -48,7 +50,7 @@ class PasteOverTest : public testing::Test {
         }
         return running.result();
     }
-    Outcome replace(const QString& replacement = QStringLiteral("new")) {
+    Outcome replace(const QString& replacement = u"new"_s) {
         return finish(Running<Outcome>(paster.replaceSelectedText(replacement, target, {})));
     }
     Outcome undo() { return finish(Running<Outcome>(paster.undo({}))); }
@@ -71,7 +73,7 @@ class PasteOverTest : public testing::Test {
     ScriptedPasteboard pasteboard;
     ScriptedKeyPoster keys;
     ScriptedCopyShortcut copyShortcut;
-    ScriptedElement& field = accessibility.element(QStringLiteral("field"));
+    ScriptedElement& field = accessibility.element(u"field"_s);
     QTemporaryDir folder;
     CaptureLog log{clock, folder.filePath("capture.log"), {}, folder.filePath("pills.log")};
     PasteOver paster{{clock, accessibility, pasteboard, keys, workspace, copyShortcut, log}};
@@ -104,14 +106,14 @@ TEST_F(PasteOverTest, PastesWhereAWriteTakesSeveralStepsToUndo) {
 
 TEST_F(PasteOverTest, WritesInSeveralStepsWhereNothingCanBePasted) {
     accessibility.isOneStep = false;
-    keys.support = std::unexpected(QStringLiteral("no keys"));
+    keys.support = std::unexpected(u"no keys"_s);
     EXPECT_EQ(replace(), Outcome::Replaced);
     EXPECT_EQ(field.text, "new");
 }
 
 TEST_F(PasteOverTest, WritesInSeveralStepsWhereTheClipboardCouldNotBeGivenBack) {
     accessibility.isOneStep = false;
-    pasteboard.refusal = QStringLiteral("too much");
+    pasteboard.refusal = u"too much"_s;
     EXPECT_EQ(replace(), Outcome::Replaced);
     EXPECT_EQ(field.text, "new");
     EXPECT_THAT(pasteboard.written, IsEmpty());
@@ -205,7 +207,7 @@ TEST_F(PasteOverTest, PastesNothingWhereTheFocusIsStolenMidway) {
 
 TEST_F(PasteOverTest, PastesIntoNoTerminal) {
     field.feignsWrites = true;
-    workspace.launch({editor, QStringLiteral("org.kde.konsole"), QStringLiteral("Konsole")});
+    workspace.launch({editor, u"org.kde.konsole"_s, u"Konsole"_s});
     EXPECT_EQ(replace(), Outcome::OnClipboard);
     expectOnClipboard("new");
 }
@@ -244,7 +246,7 @@ TEST_F(PasteOverTest, PastesNothingWhereACopyGivesAnotherText) {
 
 TEST_F(PasteOverTest, LeavesAClipboardAloneThatCouldNotBeGivenBack) {
     field.feignsWrites = true;
-    pasteboard.refusal = QStringLiteral("too much");
+    pasteboard.refusal = u"too much"_s;
     EXPECT_EQ(replace(), Outcome::NotReplaced);
     EXPECT_THAT(pasteboard.written, IsEmpty());
     EXPECT_THAT(keys.posted(), IsEmpty());
@@ -302,7 +304,7 @@ class PasteLogTest : public PasteOverTest {
 
   private:
     QCoro::Task<bool> isPasted() {
-        const QString text = QStringLiteral("new");
+        const QString text = u"new"_s;
         const auto result = co_await paster.pasteOverSelection(text, target, {});
         co_return result.has_value();
     }

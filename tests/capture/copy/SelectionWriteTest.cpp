@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -11,7 +13,7 @@ class SelectionWriteTest : public testing::Test {
     SelectionWriteTest() { accessibility.applicationName = field.name(); }
 
     ScriptedAccessibility accessibility;
-    ScriptedElement& field = accessibility.element(QStringLiteral("field"));
+    ScriptedElement& field = accessibility.element(u"field"_s);
 
     [[nodiscard]] QString found(const QString& text) {
         const auto root = accessibility.application(1, {});

@@ -5,6 +5,8 @@
 
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -205,7 +207,7 @@ TEST_F(NoteDraftFlowTest, WhateverIsPressedInWhateverOrderNoTextIsLost) {
         std::vector<Running<bool>> saves;
         std::vector<Running<bool>> others;
         for (int step = 0; step < 12; ++step) {
-            select(QStringLiteral("words number %1").arg(saves.size()));
+            select(u"words number %1"_s.arg(saves.size()));
             switch (random() % 4) {
             case 0:
                 others.emplace_back(flow.pushAppleNoteDraft(stop.get_token()));
@@ -229,8 +231,7 @@ TEST_F(NoteDraftFlowTest, WhateverIsPressedInWhateverOrderNoTextIsLost) {
             all += body + u'\n';
         qsizetype place = -1;
         for (std::size_t number = 0; number < saves.size(); ++number) {
-            const qsizetype next =
-                all.indexOf(QStringLiteral("words number %1").arg(number), place + 1);
+            const qsizetype next = all.indexOf(u"words number %1"_s.arg(number), place + 1);
             EXPECT_GT(next, place) << "text " << number;
             place = next;
         }

@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -131,10 +133,10 @@ TEST_F(AccessibleSelectionTest, WithoutAProcessTheFocusOfTheSessionCounts) {
 TEST_F(AccessibleSelectionTest, CutsARangeWithoutTextOutOfTheValue) {
     ScriptedElement& field = focus("field");
     field.range = TextRange{.location = 1, .length = 3};
-    field.content = QStringLiteral("a👋bc");
+    field.content = u"a👋bc"_s;
     const auto capture = captureFromFocusedAccessibilityElement(m_source);
     ASSERT_TRUE(capture);
-    EXPECT_EQ(capture->text, QStringLiteral("👋b"));
+    EXPECT_EQ(capture->text, u"👋b"_s);
     field.text = "";
     EXPECT_EQ(captureFromFocusedAccessibilityElement(m_source), capture);
 }
@@ -268,7 +270,7 @@ TEST(LongerSelectedText, CountsCharactersAndPrefersAccessibility) {
     EXPECT_EQ(longerSelectedText("abc", "wxyz"), "wxyz");
     EXPECT_EQ(longerSelectedText("", "x"), "x");
     EXPECT_EQ(longerSelectedText("", ""), "");
-    EXPECT_EQ(longerSelectedText("ab", QStringLiteral("👩‍👩‍👧")), "ab");
+    EXPECT_EQ(longerSelectedText("ab", u"👩‍👩‍👧"_s), "ab");
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "doubles/capture/CaptureFixture.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -72,7 +74,7 @@ TEST_F(PasswordSafety, ABrowserIsAskedForItsHighlightOnlyAfterAccessibility) {
 
 class SecretSafety : public CaptureTest {
   protected:
-    const QString secret = QStringLiteral("kT4vB9nQz2Lm");
+    const QString secret = u"kT4vB9nQz2Lm"_s;
 
     [[nodiscard]] CapturedText captured() {
         return Running<CapturedText>(
@@ -191,7 +193,7 @@ TEST_F(Exclusion, AnApplicationWithoutIdentifierIsNotExcludedByABlankEntry) {
 }
 
 TEST_F(Exclusion, ASingleIdentifierIsAListOfOne) {
-    writeList(QStringLiteral("Chromium"));
+    writeList(u"Chromium"_s);
     expectNobodyIsAsked();
     identify("org.example.other");
     EXPECT_EQ(hotKey(), "selected");

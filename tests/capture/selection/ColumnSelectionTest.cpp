@@ -1,10 +1,12 @@
 #include "capture/selection/ColumnSelection.h"
 #include "doubles/capture/CaptureFixture.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
-const QString content = QStringLiteral("alpha one two\nbravo one two\ncharlie one two\ndelta\n");
+const QString content = u"alpha one two\nbravo one two\ncharlie one two\ndelta\n"_s;
 const QStringList threeLines = content.split('\n').mid(0, 3);
 
 TEST(ColumnSelection, KnowsWhatIsCutOutOfColumns) {

@@ -1,5 +1,7 @@
 #include "doubles/capture/CaptureFixture.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -107,9 +109,9 @@ TEST_F(PanelCaptureTest, TreatsABlankHighlightAsNone) {
 }
 
 TEST_F(PanelCaptureTest, LeavesTheObjectsOfAHighlight) {
-    highlight(QStringLiteral("\uFFFC a line\n\uFFFCbeside"));
+    highlight(u"\uFFFC a line\n\uFFFCbeside"_s);
     EXPECT_EQ(hotKey(), "a line\nbeside");
-    highlight(QStringLiteral(" \uFFFC\n"));
+    highlight(u" \uFFFC\n"_s);
     EXPECT_EQ(hotKey(), "");
 }
 

@@ -10,6 +10,8 @@
 #include <random>
 #include <string>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -113,7 +115,7 @@ TEST(SecretText, PasswordsAreHeld) {
 }
 
 TEST(SecretText, KeysAndTokensAreHeld) {
-    const QString mark = QStringLiteral("eyJhbGciOiJIUzI1NiJ9");
+    const QString mark = u"eyJhbGciOiJIUzI1NiJ9"_s;
     EXPECT_THAT(
         passedOf(
             words(

@@ -2,10 +2,12 @@
 
 #include "doubles/desktop/CaptureDesktop.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
-const auto text = QStringLiteral("Grüße 😀 an alle\nzweite Zeile, nicht leer");
+const auto text = u"Grüße 😀 an alle\nzweite Zeile, nicht leer"_s;
 
 struct Editor {
     const char* name;

@@ -15,10 +15,12 @@
 #include <csignal>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
-const auto text = QStringLiteral("einige Worte");
+const auto text = u"einige Worte"_s;
 
 // Of the session: the daemon that carries the accessibility bus, and the one that announces it.
 std::vector<std::int32_t> processesOf(const DesktopSession& session,

@@ -3,10 +3,12 @@
 #include "doubles/desktop/CaptureDesktop.h"
 #include "doubles/desktop/ForeignToolkits.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
-const QString text = QStringLiteral("First paragraph here\nSecond paragraph\nThird one");
+const QString text = u"First paragraph here\nSecond paragraph\nThird one"_s;
 
 TEST(SlideCapture, ReadsAllParagraphsOfABox) {
     DesktopSession session;

@@ -8,12 +8,14 @@
 #include <csignal>
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 using namespace std::chrono_literals;
 
-const QString service = QStringLiteral("org.gnome.Gnote");
+const QString service = u"org.gnome.Gnote"_s;
 
 // Real Gnote in a session of its own, which all tests of the suite share.
 struct GnoteBridgeTest : testing::Test {
@@ -183,7 +185,7 @@ TEST_F(GnoteBridgeTest, ListsTheLatestNotesFirst) {
 
 TEST_F(GnoteBridgeTest, ListsAHundredNotesAtMost) {
     for (int number = 0; number < 105; ++number)
-        ASSERT_TRUE(notes.createNote(QStringLiteral("Many %1").arg(number), "x"));
+        ASSERT_TRUE(notes.createNote(u"Many %1"_s.arg(number), "x"));
     EXPECT_EQ(notes.listNotes(500).size(), 100U);
 }
 

@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
@@ -61,7 +63,7 @@ class PanelHighlightTest : public testing::Test {
 };
 
 TEST_F(PanelHighlightTest, SurvivesWhatIsSelectedInTheDraft) {
-    const QString draft = QStringLiteral("first second third");
+    const QString draft = u"first second third"_s;
     session.type(draft);
     session.key({"ctrl+a"});
     expectSelected("Ctrl+A", draft);
@@ -93,8 +95,7 @@ TEST_F(PanelHighlightTest, SurvivesWhatIsSelectedInTheDraft) {
 
 TEST_F(PanelHighlightTest, SurvivesWhatIsSelectedInTheConversation) {
     // Longer than a line, so that it is as wide as a message can be.
-    const QString said =
-        QStringLiteral("Farmers along the Nile needed no manure, but why was that so?");
+    const QString said = u"Farmers along the Nile needed no manure, but why was that so?"_s;
     session.type(said);
     session.key({"Return"});
     const QStringList entries = vorq.waitForReply(5);

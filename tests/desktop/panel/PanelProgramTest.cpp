@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <csignal>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
@@ -137,7 +139,7 @@ TEST_F(PanelProgramTest, ADragDocksItElsewhereForGood) {
 
 TEST_F(PanelProgramTest, AConversationGoesOnByTheKeyboardAlone) {
     showReply();
-    const QString label = QStringLiteral("Summarize it in three sentences");
+    const QString label = u"Summarize it in three sentences"_s;
     vorq.tabTo(label);
     session.key({"space"});
     EXPECT_EQ(vorq.waitForReply(5)[3], "You: " + label);

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <csignal>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
@@ -113,8 +115,8 @@ class PasswordSafety : public testing::Test {
         EXPECT_FALSE(vorq.wasSent(bullets));
     }
 
-    static constexpr auto sendName = QLatin1StringView("Send what is held back");
-    static constexpr auto discardName = QLatin1StringView("Discard what is held back");
+    static constexpr auto sendName = "Send what is held back"_L1;
+    static constexpr auto discardName = "Discard what is held back"_L1;
 
     PanelProgram vorq;
     DesktopSession& session = vorq.session;

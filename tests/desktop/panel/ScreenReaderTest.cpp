@@ -10,6 +10,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
@@ -18,8 +20,8 @@ using testing::IsEmpty;
 using testing::StartsWith;
 
 const QString paragraph =
-    QStringLiteral("A river carries silt from the mountains to the sea, and when it leaves its "
-                   "banks it slows down and the silt settles on the fields.");
+    u"A river carries silt from the mountains to the sea, and when it leaves its "
+    "banks it slows down and the silt settles on the fields."_s;
 const QString reply = "## Silt and *floods*\n\n" + paragraph +
                       "\n\n- one with a [link](https://a.example/x)\n- two\n\n"
                       "| Day | Rain |\n|---|---|\n| Mon | 3 |\n\n```\na = 1\nb = 2\n```\n\n"
@@ -114,8 +116,8 @@ TEST_F(ScreenReaderTest, TheWholeReplyIsAnnouncedOnce) {
 }
 
 TEST_F(ScreenReaderTest, TheConversationIsInOrderAndHoldsNothingHidden) {
-    EXPECT_EQ(vorq.conversation(), (QStringList{QStringLiteral("Vorq: Hello 👋, Vorq here…"),
-                                                "You: tell me", "Vorq: " + spoken}));
+    EXPECT_EQ(vorq.conversation(),
+              (QStringList{u"Vorq: Hello 👋, Vorq here…"_s, "You: tell me", "Vorq: " + spoken}));
     std::vector<std::string> hidden;
     for (const AccessibleNode& node : m_tree->read())
         if (node.role == "label" && (node.name == "Working..." || node.name.isEmpty()))

@@ -13,6 +13,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
@@ -20,7 +22,7 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const QString line = QStringLiteral("Silt settles on the fields.");
+const QString line = u"Silt settles on the fields."_s;
 
 class WaylandDesktop {
   public:

@@ -14,6 +14,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
@@ -64,7 +66,7 @@ class BackendAtLoginTest : public MenuProgramTest {
     }
 
     const int m_port = freePort();
-    const QString m_address = QStringLiteral("http://127.0.0.1:%1").arg(m_port);
+    const QString m_address = u"http://127.0.0.1:%1"_s.arg(m_port);
     const QString m_text = "Start Local Backend at Login";
     QProcessEnvironment m_local;
 };

@@ -11,6 +11,8 @@
 #include <csignal>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
@@ -273,7 +275,7 @@ class RendererTest : public TrayProgramTest {
         waitFor(vorq, "clear-chat hotkey.");
         m_session.key({"super+shift+a"});
         EXPECT_NE(m_session.waitForWindow("vorq"), 0U);
-        QFile maps(QStringLiteral("/proc/%1/maps").arg(vorq.process()));
+        QFile maps(u"/proc/%1/maps"_s.arg(vorq.process()));
         return maps.open(QIODevice::ReadOnly) ? maps.readAll().toStdString() : std::string();
     }
 

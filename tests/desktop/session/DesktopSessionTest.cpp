@@ -7,6 +7,8 @@
 #include <csignal>
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
@@ -46,7 +48,7 @@ TEST(DesktopSession, EndsEverythingThatRanInIt) {
         ASSERT_EQ(::kill(grandchild, 0), 0);
     }
     // What was killed may wait for someone to collect it, and then has no program any more.
-    const QString program = QStringLiteral("/proc/%1/exe").arg(grandchild);
+    const QString program = u"/proc/%1/exe"_s.arg(grandchild);
     DesktopSession::waitUntil("the grandchild to be gone",
                               [&] { return QFileInfo(program).symLinkTarget().isEmpty(); });
     EXPECT_FALSE(QFileInfo::exists(home));

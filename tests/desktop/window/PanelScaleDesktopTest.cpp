@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -50,7 +52,7 @@ TEST_F(PanelScaleDesktop, TheCornersAreCutInPixels) {
     startTerminal("source");
     showPanel();
     letSettle(500ms);
-    const QImage screen = screenshot(QStringLiteral("panel-scale-%1").arg(m_scale));
+    const QImage screen = screenshot(u"panel-scale-%1"_s.arg(m_scale));
     // Where the arc crosses the diagonal.
     const int arc = pixels(QuickPanelWindow::cornerRadius * (1 - std::sqrt(0.5)));
     EXPECT_EQ(screen.pixelColor(pixel(arc - 2, arc - 2)).name(), "#2e8b57");

@@ -5,6 +5,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 FloodServer::FloodServer(qint64 bytes, Kind kind)
@@ -31,7 +33,7 @@ QString FloodServer::url() const {
     sockaddr_in address{};
     socklen_t length = sizeof address;
     ::getsockname(m_listener, reinterpret_cast<sockaddr*>(&address), &length);
-    return QStringLiteral("http://127.0.0.1:%1").arg(ntohs(address.sin_port));
+    return u"http://127.0.0.1:%1"_s.arg(ntohs(address.sin_port));
 }
 
 bool FloodServer::write(int socket, const QByteArray& bytes) const {

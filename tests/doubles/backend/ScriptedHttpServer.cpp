@@ -4,6 +4,8 @@
 
 #include <sys/socket.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 ScriptedHttpServer::ScriptedHttpServer() {
@@ -17,7 +19,7 @@ ScriptedHttpServer::~ScriptedHttpServer() {
 }
 
 QString ScriptedHttpServer::url() const {
-    return QStringLiteral("http://127.0.0.1:%1").arg(m_server.serverPort());
+    return u"http://127.0.0.1:%1"_s.arg(m_server.serverPort());
 }
 
 void ScriptedHttpServer::accept() {

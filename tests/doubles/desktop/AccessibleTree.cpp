@@ -9,11 +9,13 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
-const auto accessible = QStringLiteral("org.a11y.atspi.Accessible");
-const auto rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
+const auto accessible = u"org.a11y.atspi.Accessible"_s;
+const auto rootPath = u"/org/a11y/atspi/accessible/root"_s;
 constexpr int callLimit = 5000; // milliseconds
 
 // Kinds of pieces that a text is read in, as the bus numbers them.

@@ -8,6 +8,8 @@
 #include <string>
 #include <sys/prctl.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
@@ -81,7 +83,7 @@ Stopped::~Stopped() {
 }
 
 bool Stopped::holds() const {
-    QFile file(QStringLiteral("/proc/%1/stat").arg(m_process));
+    QFile file(u"/proc/%1/stat"_s.arg(m_process));
     if (!file.open(QIODevice::ReadOnly)) return false;
     const QByteArray line = file.readAll();
     // The name before the state may hold anything, and ends with the last parenthesis.

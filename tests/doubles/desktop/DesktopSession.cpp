@@ -18,6 +18,8 @@
 #include <stdexcept>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
@@ -31,15 +33,14 @@ constexpr const char* markName = "VORQ_DESKTOP_SESSION";
 
 // A bus whose activatable services are in one folder, which may be empty.
 QByteArray busConfiguration(const QString& socket, const QString& services) {
-    return QStringLiteral(
-               "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration "
-               "1.0//EN\" \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">"
-               "<busconfig><type>session</type><listen>unix:path=%1</listen>"
-               "<auth>EXTERNAL</auth>%2<policy context=\"default\">"
-               "<allow send_destination=\"*\" eavesdrop=\"true\"/>"
-               "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>\n")
-        .arg(socket, services)
-        .toUtf8();
+    return u"<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration "
+           "1.0//EN\" \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">"
+           "<busconfig><type>session</type><listen>unix:path=%1</listen>"
+           "<auth>EXTERNAL</auth>%2<policy context=\"default\">"
+           "<allow send_destination=\"*\" eavesdrop=\"true\"/>"
+           "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>\n"_s
+               .arg(socket, services)
+               .toUtf8();
 }
 
 } // namespace
@@ -75,7 +76,7 @@ class DesktopSession::JoinedEnvironment {
 };
 
 DesktopSession::DesktopSession(const SessionOptions& options)
-    : m_home(QDir::tempPath() + QStringLiteral("/vorq-desktop-XXXXXX")),
+    : m_home(QDir::tempPath() + u"/vorq-desktop-XXXXXX"_s),
       m_mark(QUuid::createUuid().toByteArray(QUuid::WithoutBraces)),
       m_environment(QProcessEnvironment::systemEnvironment()) {
     for (const char* name :
@@ -149,7 +150,7 @@ QString DesktopSession::busAddress() const {
 void DesktopSession::startDisplay(QSize screen) {
     std::array<int, 2> pipe{};
     if (::pipe(pipe.data()) != 0) fail("no pipe for the X server");
-    const QString size = QStringLiteral("%1x%2x24").arg(screen.width()).arg(screen.height());
+    const QString size = u"%1x%2x24"_s.arg(screen.width()).arg(screen.height());
     start("Xvfb", "xvfb",
           {"-displayfd", QString::number(pipe[1]), "-screen", "0", size, "-nolisten", "tcp",
            "-noreset"});
@@ -164,8 +165,7 @@ void DesktopSession::startDisplay(QSize screen) {
 
 void DesktopSession::startBus(bool withAccessibility) {
     const QString socket = home() + "/run/bus";
-    const QString services =
-        withAccessibility ? QStringLiteral("<standard_session_servicedirs/>") : QString();
+    const QString services = withAccessibility ? u"<standard_session_servicedirs/>"_s : QString();
     const QString configuration = write("run/bus.conf", busConfiguration(socket, services));
     m_environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + socket);
     start("dbus-daemon", "dbus", {"--nofork", "--config-file=" + configuration});
@@ -180,7 +180,7 @@ void DesktopSession::switchAccessibility(bool on) {
                                 "org.freedesktop.DBus.Properties.Set",
                                 "string:org.a11y.Status",
                                 "string:IsEnabled",
-                                QStringLiteral("variant:boolean:%1").arg(on ? "true" : "false")};
+                                u"variant:boolean:%1"_s.arg(on ? "true" : "false")};
     waitUntil("the accessibility bus of the package at-spi2-core to answer", [&] {
         return run("dbus-send", "dbus-bin", arguments, m_environment).contains("method return");
     });
@@ -209,7 +209,7 @@ void DesktopSession::waitUntil(const QString& what, const Condition& isTrue, sec
     waited.start();
     while (!isTrue()) {
         if (waited.elapsed() > std::chrono::milliseconds(limit).count())
-            fail(QStringLiteral("waited %1 s in vain for %2").arg(limit.count()).arg(what));
+            fail(u"waited %1 s in vain for %2"_s.arg(limit.count()).arg(what));
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
         QThread::msleep(10);
     }

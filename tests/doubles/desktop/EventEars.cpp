@@ -6,6 +6,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
@@ -14,7 +16,7 @@ constexpr int quietTime = 250; // milliseconds without any event
 } // namespace
 
 EventEars::EventEars(AccessibleTree& tree) : m_tree(tree) {
-    const QString interface = QStringLiteral("org.a11y.atspi.Event.Object");
+    const QString interface = u"org.a11y.atspi.Event.Object"_s;
     QDBusConnection& bus = tree.listenFor("object:");
     bus.connect(tree.program(), {}, interface, "StateChanged", this,
                 SLOT(stateChanged(QDBusMessage)));

@@ -8,13 +8,15 @@
 #include <algorithm>
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 
-const QString material = QStringLiteral(
-    "A river carries silt from the mountains to the sea. When it leaves its banks it slows down, "
+const QString material =
+    u"A river carries silt from the mountains to the sea. When it leaves its banks it slows down, "
     "and the silt settles on the fields. Farmers along the Nile needed no manure, because the "
     "silt renewed the soil each year – größer als gedacht. At the sea it drops the rest of its "
-    "load and builds a delta.");
+    "load and builds a delta."_s;
 
 PanelProgram::PanelProgram(const SessionOptions& options) : session(options) {
     session.write(".config/Vorq/settings.json", "{}");
@@ -191,7 +193,7 @@ QStringList PanelProgram::conversation() const {
 }
 
 void PanelProgram::waitForGreeting() const {
-    const QStringList alone{QStringLiteral("Vorq: Hello 👋, Vorq here…")};
+    const QStringList alone{u"Vorq: Hello 👋, Vorq here…"_s};
     DesktopSession::waitUntil("the greeting alone", [&] { return conversation() == alone; });
 }
 

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
@@ -34,7 +36,7 @@ RecordingRelay::RecordingRelay(quint16 backendPort) : m_backendPort(backendPort)
 RecordingRelay::~RecordingRelay() = default;
 
 QString RecordingRelay::url() const {
-    return QStringLiteral("http://127.0.0.1:%1").arg(m_server.serverPort());
+    return u"http://127.0.0.1:%1"_s.arg(m_server.serverPort());
 }
 
 void RecordingRelay::accept() {

@@ -3,11 +3,13 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 ConversationFixture::ConversationFixture() {
     m_defaults.apply({{"vorq.session.token", "token"}, {"vorq.session.email", "a@b.c"}});
-    m_capture.names[7] = QStringLiteral("Editor");
+    m_capture.names[7] = u"Editor"_s;
     restart();
 }
 

@@ -10,6 +10,8 @@
 #include <csignal>
 #include <sys/prctl.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -39,7 +41,7 @@ void end(QProcess& process) {
 } // namespace
 
 PrivateSession::PrivateSession(Display display, Services services)
-    : m_environment(QProcessEnvironment::systemEnvironment()), m_bus(QStringLiteral("none")) {
+    : m_environment(QProcessEnvironment::systemEnvironment()), m_bus(u"none"_s) {
     for (const char* const folder : {"home", "run"})
         QDir().mkpath(m_folder.filePath(QLatin1StringView(folder)));
     QFile::setPermissions(m_folder.filePath("run"),
@@ -67,7 +69,7 @@ PrivateSession::~PrivateSession() {
                 ::kill(static_cast<pid_t>(process), SIGKILL);
         }
     }
-    m_bus = QDBusConnection(QStringLiteral("none"));
+    m_bus = QDBusConnection(u"none"_s);
     QDBusConnection::disconnectFromBus(name);
     end(m_daemon);
     end(m_display);
@@ -100,8 +102,8 @@ QString PrivateSession::startBus(Services services) {
     m_daemon.setProcessEnvironment(m_environment);
     m_daemon.setStandardErrorFile(QProcess::nullDevice());
     QStringList arguments{"--nofork", "--print-address=1"};
-    arguments += services == Services::Installed ? QStringLiteral("--session")
-                                                 : "--config-file=" + withoutServices();
+    arguments +=
+        services == Services::Installed ? u"--session"_s : "--config-file=" + withoutServices();
     m_daemon.start("dbus-daemon", arguments);
     const QByteArray address = firstLineOf(m_daemon);
     if (address.isEmpty()) return "dbus-daemon does not start: install the package dbus";

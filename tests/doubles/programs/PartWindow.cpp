@@ -7,6 +7,8 @@
 #include <QQmlComponent>
 #include <QQuickWindow>
 
+using namespace Qt::StringLiterals;
+
 int main(int argc, char** argv) {
     qputenv("QT_QUICK_BACKEND", "software");
     const QApplication application(argc, argv);
@@ -14,7 +16,7 @@ int main(int argc, char** argv) {
     vorq::PanelStage stage;
     QQmlComponent component(stage.engine.get());
     component.setData(vorq::partPage(QApplication::arguments().value(1)),
-                      QUrl(QStringLiteral("qrc:/test/Part.qml")));
+                      QUrl(u"qrc:/test/Part.qml"_s));
     const std::unique_ptr<QQuickItem> root(qobject_cast<QQuickItem*>(component.create()));
     if (!root) qFatal("%s", qPrintable(component.errorString()));
     QQuickWindow window;

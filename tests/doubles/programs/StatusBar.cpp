@@ -25,6 +25,8 @@
 #include <cstdlib>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int barHeight = 40;
@@ -68,14 +70,12 @@ class Bar final : public QWidget {
 
   private:
     void showMenu() {
-        const QDBusInterface item(m_service, QStringLiteral("/StatusNotifierItem"),
-                                  QStringLiteral("org.kde.StatusNotifierItem"));
+        const QDBusInterface item(m_service, u"/StatusNotifierItem"_s,
+                                  u"org.kde.StatusNotifierItem"_s);
         const QString path = item.property("Menu").value<QDBusObjectPath>().path();
-        m_source = std::make_unique<QDBusInterface>(m_service, path,
-                                                    QStringLiteral("com.canonical.dbusmenu"));
-        m_source->call(QStringLiteral("AboutToShow"), 0);
-        const QDBusMessage layout =
-            m_source->call(QStringLiteral("GetLayout"), 0, -1, QStringList());
+        m_source = std::make_unique<QDBusInterface>(m_service, path, u"com.canonical.dbusmenu"_s);
+        m_source->call(u"AboutToShow"_s, 0);
+        const QDBusMessage layout = m_source->call(u"GetLayout"_s, 0, -1, QStringList());
         m_menu.clear();
         fill(m_menu, qdbus_cast<Entry>(layout.arguments().value(1)));
         m_menu.popup(QPoint(2, geometry().top() - m_menu.sizeHint().height()));
@@ -111,25 +111,24 @@ class Bar final : public QWidget {
             static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
         for (const QVariant& each : entry.children) {
             const auto child = qdbus_cast<Entry>(each);
-            const QString text = child.properties.value(QStringLiteral("label")).toString();
-            const QVariant visible = child.properties.value(QStringLiteral("visible"), true);
+            const QString text = child.properties.value(u"label"_s).toString();
+            const QVariant visible = child.properties.value(u"visible"_s, true);
             if (!visible.toBool() || text.isEmpty()) continue;
             if (child.children.isEmpty()) {
                 connect(menu.addAction(text), &QAction::triggered, this,
-                        [this, id = child.id] { tell(id, QStringLiteral("clicked")); });
+                        [this, id = child.id] { tell(id, u"clicked"_s); });
             } else {
                 fill(*menu.addMenu(text), child);
             }
         }
         if (&menu == &m_menu && m_tellsOfEnds)
             connect(
-                &menu, &QMenu::aboutToHide, this, [this] { tell(0, QStringLiteral("closed")); },
+                &menu, &QMenu::aboutToHide, this, [this] { tell(0, u"closed"_s); },
                 Qt::SingleShotConnection);
     }
 
     void tell(int id, const QString& event) {
-        m_source->asyncCall(QStringLiteral("Event"), id, event,
-                            QVariant::fromValue(QDBusVariant(0)), 0U);
+        m_source->asyncCall(u"Event"_s, id, event, QVariant::fromValue(QDBusVariant(0)), 0U);
     }
 
     bool m_tellsOfEnds;
@@ -175,10 +174,10 @@ int main(int argc, char** argv) {
     Bar bar(arguments.value(1) == u"tells", arguments.value(2).toInt());
     Watcher watcher(bar);
     QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), &watcher,
+    if (!bus.registerObject(u"/StatusNotifierWatcher"_s, &watcher,
                             QDBusConnection::ExportAllSlots |
                                 QDBusConnection::ExportAllProperties) ||
-        !bus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher")))
+        !bus.registerService(u"org.kde.StatusNotifierWatcher"_s))
         return 1;
     bar.show();
     QTextStream(stdout) << "bar\n" << Qt::flush;

@@ -7,13 +7,15 @@
 #include <QVBoxLayout>
 #include <QWidget>
 
+using namespace Qt::StringLiterals;
+
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QFile file(QApplication::arguments().value(1));
     if (!file.open(QIODevice::ReadOnly)) return 1;
     QWidget window;
     QPlainTextEdit text(QString::fromUtf8(file.readAll()));
-    QLineEdit password(QStringLiteral("geheim"));
+    QLineEdit password(u"geheim"_s);
     password.setEchoMode(QLineEdit::Password);
     text.setTabChangesFocus(true);
     QVBoxLayout layout(&window);

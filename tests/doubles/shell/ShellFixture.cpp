@@ -2,6 +2,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 AppDelegate::Ports ShellFixture::ports() {
@@ -15,14 +17,14 @@ AppDelegate::Ports ShellFixture::ports() {
             m_signIn,
             m_statusItem,
             [this](VorqAppState&) { return std::make_unique<ScriptedPanelPresence>(m_calls); },
-            {self, QStringLiteral("com.vorq.desk")},
+            {self, u"com.vorq.desk"_s},
             [this] { m_calls += "open accessibility"; }};
 }
 
 ShellFixture::ShellFixture() : m_delegate(ports()) {
-    m_workspace.launch({self, QStringLiteral("com.vorq.desk"), QStringLiteral("Vorq")});
-    m_workspace.launch({editor, QStringLiteral("org.gnome.gedit"), QStringLiteral("Text Editor")});
-    m_workspace.launch({browser, QStringLiteral("firefox-esr"), QStringLiteral("Firefox")});
+    m_workspace.launch({self, u"com.vorq.desk"_s, u"Vorq"_s});
+    m_workspace.launch({editor, u"org.gnome.gedit"_s, u"Text Editor"_s});
+    m_workspace.launch({browser, u"firefox-esr"_s, u"Firefox"_s});
 }
 
 void ShellFixture::launch() {

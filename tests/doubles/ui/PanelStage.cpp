@@ -5,13 +5,14 @@
 #include <QEventLoop>
 #include <QThread>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 void collect(QQuickItem& item, const QString& type, QList<QQuickItem*>& found) {
     const QString name = QString::fromLatin1(item.metaObject()->className());
-    if (name == type || name.startsWith(type + QStringLiteral("_QML")) ||
-        name == QStringLiteral("vorq::") + type)
+    if (name == type || name.startsWith(type + u"_QML"_s) || name == u"vorq::"_s + type)
         found += &item;
     for (QQuickItem* child : item.childItems())
         collect(*child, type, found);
@@ -44,7 +45,7 @@ void PanelStage::show(QSize size) {
     window->setColor(Qt::transparent);
     window->setResizeMode(QQuickView::SizeRootObjectToView);
     window->resize(size);
-    window->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Vorq/panel/PanelView.qml")));
+    window->setSource(QUrl(u"qrc:/qt/qml/Vorq/panel/PanelView.qml"_s));
     if (!window->rootObject()) qFatal("the panel does not load");
     window->show();
     window->requestActivate();
@@ -114,7 +115,7 @@ QQuickItem* PanelStage::find(const QString& type) {
 }
 
 QQuickItem& PanelStage::list() {
-    return *find(QStringLiteral("ConversationView"));
+    return *find(u"ConversationView"_s);
 }
 
 } // namespace vorq

@@ -8,6 +8,8 @@
 
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -21,7 +23,7 @@ QQuickItem* firstItem(QQuickItem& from, const std::function<bool(const QQuickIte
 
 bool isOfType(const QQuickItem& item, const QString& type) {
     const QString name = QString::fromLatin1(item.metaObject()->className());
-    return name == type || name.startsWith(type + QStringLiteral("_QML"));
+    return name == type || name.startsWith(type + u"_QML"_s);
 }
 
 } // namespace
@@ -37,7 +39,7 @@ PartTest::~PartTest() {
 
 void PartTest::show(const QString& body) {
     QQmlComponent component(stage.engine.get());
-    component.setData(partPage(body), QUrl(QStringLiteral("qrc:/test/Part.qml")));
+    component.setData(partPage(body), QUrl(u"qrc:/test/Part.qml"_s));
     m_root.reset(qobject_cast<QQuickItem*>(component.create()));
     if (!m_root) qFatal("%s", qPrintable(component.errorString()));
     window.resize(partWindow);
@@ -106,13 +108,13 @@ void PartTest::pressAsScreenReader(QQuickItem& item) {
 
 bool PartTest::hasRing(QQuickItem& item) {
     const auto isShownRing = [](const QQuickItem& each) {
-        return each.isVisible() && isOfType(each, QStringLiteral("FocusRing"));
+        return each.isVisible() && isOfType(each, u"FocusRing"_s);
     };
     return firstItem(item, isShownRing) != nullptr;
 }
 
 QString PartTest::tip() {
-    const QQuickItem* plate = within(*window.contentItem(), QStringLiteral("TipPlate"));
+    const QQuickItem* plate = within(*window.contentItem(), u"TipPlate"_s);
     return plate != nullptr ? plate->property("words").toString() : QString();
 }
 

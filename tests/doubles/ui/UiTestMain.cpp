@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 #if __has_feature(address_sanitizer)
 // To tell leaks of Qt Quick from our own, the calls through it, which has no frame pointers, must
 // be followed, as far as its own functions reach: each call costs. A program with graphics would
@@ -17,7 +19,7 @@ extern "C" const char* __asan_default_options() {
 
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
-    qSetMessagePattern(QStringLiteral("%{message}")); // as the program has it
+    qSetMessagePattern(u"%{message}"_s); // as the program has it
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     const QApplication application(argc, argv);

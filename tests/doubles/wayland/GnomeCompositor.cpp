@@ -10,20 +10,21 @@
 #include <linux/input-event-codes.h>
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
 constexpr const char* busConnection = "gnome-compositor";
 constexpr const char* remoteDesktop = "org.gnome.Mutter.RemoteDesktop";
 constexpr int callLimit = 10000; // milliseconds
-const QString keysSchema = QStringLiteral("org.gnome.settings-daemon.plugins.media-keys");
+const QString keysSchema = u"org.gnome.settings-daemon.plugins.media-keys"_s;
 
 // The windows of a process, that with the keyboard before the others.
 QString windowsOf(std::int32_t process) {
-    return QStringLiteral("global.get_window_actors().map(a => a.meta_window)"
-                          ".filter(w => w.get_pid() === %1)"
-                          ".sort((a, b) => b.has_focus() - a.has_focus())")
-        .arg(process);
+    return u"global.get_window_actors().map(a => a.meta_window)"
+           ".filter(w => w.get_pid() === %1)"
+           ".sort((a, b) => b.has_focus() - a.has_focus())"_s.arg(process);
 }
 
 // What a remote desktop plays for somebody who sits elsewhere. It ends with the connection.
@@ -78,12 +79,11 @@ GnomeCompositor::GnomeCompositor(DesktopSession& session, QSize screen)
       m_bus(QDBusConnection::connectToBus(session.busAddress(), busConnection)) {
     m_variables.insert("XDG_CURRENT_DESKTOP", "GNOME");
     m_variables.insert("DBUS_SYSTEM_BUS_ADDRESS", session.busAddress());
-    DesktopProgram& shell =
-        session.start("gnome-shell", "gnome-shell",
-                      {"--wayland", "--headless", "--unsafe-mode", "--virtual-monitor",
-                       QStringLiteral("%1x%2").arg(screen.width()).arg(screen.height()),
-                       "--wayland-display", "wayland-0"},
-                      m_variables);
+    DesktopProgram& shell = session.start(
+        "gnome-shell", "gnome-shell",
+        {"--wayland", "--headless", "--unsafe-mode", "--virtual-monitor",
+         u"%1x%2"_s.arg(screen.width()).arg(screen.height()), "--wayland-display", "wayland-0"},
+        m_variables);
     try {
         DesktopSession::waitUntil(
             "gnome-shell to come up", [this] { return isAtRest(); }, std::chrono::seconds(60));
@@ -94,8 +94,7 @@ GnomeCompositor::GnomeCompositor(DesktopSession& session, QSize screen)
     for (const char* name : {"DISPLAY", "XAUTHORITY"})
         m_variables.insert(
             QString::fromLatin1(name),
-            ask(QStringLiteral("imports.gi.GLib.getenv('%1')").arg(QString::fromLatin1(name)))
-                .toString());
+            ask(u"imports.gi.GLib.getenv('%1')"_s.arg(QString::fromLatin1(name))).toString());
     m_seat = std::make_unique<GnomeSeat>(m_bus, [this] {
         const QJsonArray place = ask("global.get_pointer()").toArray();
         return QPoint(place.at(0).toInt(), place.at(1).toInt());
@@ -144,17 +143,16 @@ void GnomeCompositor::bind(QChar letter, const QString& command) {
     constexpr unsigned firstKeyOfX = 8;
     constexpr unsigned superAndShift = 0x41;
     const QString path =
-        QStringLiteral("/org/gnome/settings-daemon/plugins/media-keys/custom-keybindings/%1/")
-            .arg(letter);
+        u"/org/gnome/settings-daemon/plugins/media-keys/custom-keybindings/%1/"_s.arg(letter);
     const QString schema = keysSchema + ".custom-keybinding:" + path;
     set(schema, "name", command);
-    set(schema, "binding", QStringLiteral("<Super><Shift>%1").arg(letter));
+    set(schema, "binding", u"<Super><Shift>%1"_s.arg(letter));
     set(schema, "command", command);
     m_bound += "'" + path + "'";
     set(keysSchema, "custom-keybindings", "[" + m_bound.join(", ") + "]");
     if (m_shortcuts == nullptr)
         m_shortcuts = &m_session.start("/usr/libexec/gsd-media-keys", "gnome-settings-daemon");
-    const QString action = QStringLiteral("global.display.get_keybinding_action(%1, %2)")
+    const QString action = u"global.display.get_keybinding_action(%1, %2)"_s
                                .arg(VirtualSeat::codeOf(letter) + firstKeyOfX)
                                .arg(superAndShift);
     DesktopSession::waitUntil("the shortcut", [&] { return ask(action).toInt() > 0; });

@@ -9,10 +9,12 @@
 #include <linux/input-event-codes.h>
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
-const QString kwin = QStringLiteral("org.kde.KWin");
+const QString kwin = u"org.kde.KWin"_s;
 constexpr std::string_view mostMemory = "--data=3000000000";
 
 // Requests as they stand on the wire: 0 authenticate, 2 button, 9 absolute motion, 10 key.
@@ -150,19 +152,18 @@ bool KWinCompositor::isInFront(std::int32_t process) {
 // A program's own entry among the shortcuts, as System Settings adds one for a command.
 void KWinCompositor::bind(QChar letter, const QString& command) {
     constexpr int setAtOnce = 2;
-    const QString entry = QStringLiteral("shortcut-%1.desktop").arg(letter);
+    const QString entry = u"shortcut-%1.desktop"_s.arg(letter);
     m_session.write(".local/share/kglobalaccel/" + entry,
                     "[Desktop Entry]\nType=Application\nNoDisplay=true\nName=" + command.toUtf8() +
                         "\nExec=" + command.toUtf8() +
                         "\nX-KDE-GlobalAccel-CommandShortcut=true\n");
-    const QString action = QStringLiteral("['%1', '_launch', '%2', '%2']").arg(entry, command);
+    const QString action = u"['%1', '_launch', '%2', '%2']"_s.arg(entry, command);
     const int chord = Qt::META | Qt::SHIFT | letter.toUpper().unicode();
-    const QString service = QStringLiteral("org.kde.kglobalaccel");
-    const QString shortcuts = QStringLiteral("org.kde.KGlobalAccel.");
+    const QString service = u"org.kde.kglobalaccel"_s;
+    const QString shortcuts = u"org.kde.KGlobalAccel."_s;
     tell(service, "/kglobalaccel", shortcuts + "doRegister", {action});
-    const QByteArray taken =
-        tell(service, "/kglobalaccel", shortcuts + "setShortcut",
-             {action, QStringLiteral("[%1]").arg(chord), QString::number(setAtOnce)});
+    const QByteArray taken = tell(service, "/kglobalaccel", shortcuts + "setShortcut",
+                                  {action, u"[%1]"_s.arg(chord), QString::number(setAtOnce)});
     if (!taken.contains(QByteArray::number(chord)))
         throw std::runtime_error("kwin binds no shortcut: " + taken.toStdString());
 }

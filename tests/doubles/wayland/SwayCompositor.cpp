@@ -10,18 +10,19 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::desktop {
 namespace {
 
 QByteArray configuration(QSize screen, const QString& variables) {
-    return QStringLiteral("output HEADLESS-1 resolution %1x%2 position 0,0\n"
-                          "default_border pixel 2\n"
-                          "seat seat0 fallback true\n"
-                          "exec \"env > %3.part; mv %3.part %3\"\n")
-        .arg(screen.width())
-        .arg(screen.height())
-        .arg(variables)
-        .toUtf8();
+    return u"output HEADLESS-1 resolution %1x%2 position 0,0\n"
+           "default_border pixel 2\n"
+           "seat seat0 fallback true\n"
+           "exec \"env > %3.part; mv %3.part %3\"\n"_s.arg(screen.width())
+               .arg(screen.height())
+               .arg(variables)
+               .toUtf8();
 }
 
 // It refuses to run as root, so it is to take itself for another user: one that has a name on each
@@ -102,8 +103,7 @@ void SwayCompositor::bind(QChar letter, const QString& command) {
     m_session.start("sh", "dash",
                     {"-c", "while read -r _ <&3; do " + command + " & done 3<>" + pipe});
     const QByteArray answer =
-        tell({"-r", "--",
-              QStringLiteral("bindsym Mod4+Shift+%1 exec echo >> %2").arg(letter).arg(pipe)});
+        tell({"-r", "--", u"bindsym Mod4+Shift+%1 exec echo >> %2"_s.arg(letter).arg(pipe)});
     if (!answer.contains("\"success\": true"))
         throw std::runtime_error("sway binds no shortcut: " + answer.toStdString());
 }

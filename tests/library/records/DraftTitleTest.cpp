@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -12,7 +14,7 @@ TEST(DraftTitle, IsTheFirstLineWithoutItsMarkup) {
 
 TEST(DraftTitle, IsCutAfter80Characters) {
     EXPECT_EQ(draftTitle(QString(200, u'x')), QString(80, u'x'));
-    const QString family = QStringLiteral("👩‍👩‍👧");
+    const QString family = u"👩‍👩‍👧"_s;
     EXPECT_EQ(draftTitle(family.repeated(81)), family.repeated(80));
 }
 

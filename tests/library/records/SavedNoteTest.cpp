@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -96,7 +98,7 @@ TEST(DisplayTitle, DropsOnlyAnEnclosingPairOfAsterisks) {
 }
 
 TEST(DisplayTitle, IsCutAfter72Characters) {
-    const QString family = QStringLiteral("👩‍👩‍👧");
+    const QString family = u"👩‍👩‍👧"_s;
     EXPECT_EQ(displayTitle(noteWith(family.repeated(72))), family.repeated(72));
     EXPECT_EQ(displayTitle(noteWith(family.repeated(73))), family.repeated(72) + u'…');
 }

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -22,7 +24,7 @@ class LongList : public LibraryFolder {
         notes.resize(static_cast<std::size_t>(count), notes.front());
         for (SavedNote& note : notes) {
             note.id = QUuid::createUuid();
-            note.text = QStringLiteral("\n  },\n  {");
+            note.text = u"\n  },\n  {"_s;
             note.thoughts = QString(length + (&note - notes.data()) % 7, u'é');
             note.flashcards = {{QUuid::createUuid(), "[", "]"}, {QUuid::createUuid(), "", ""}};
         }

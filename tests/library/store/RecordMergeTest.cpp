@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -13,8 +15,8 @@ using testing::IsEmpty;
 // A letter is the note's id, what follows it the text.
 SavedNote note(const QString& spelled) {
     SavedNote note;
-    note.id = QUuid(QStringLiteral("00000000-0000-0000-0000-0000000000%1")
-                        .arg(static_cast<int>(spelled[0].unicode()), 2, 16, QLatin1Char('0')));
+    note.id = QUuid(u"00000000-0000-0000-0000-0000000000%1"_s.arg(
+        static_cast<int>(spelled[0].unicode()), 2, 16, QLatin1Char('0')));
     note.text = spelled;
     return note;
 }

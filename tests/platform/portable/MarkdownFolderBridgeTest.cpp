@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -76,8 +78,7 @@ TEST_F(MarkdownFolderBridgeTest, NumbersNamesThatAreTakenWhateverTheirCase) {
 
 TEST_F(MarkdownFolderBridgeTest, StaysInItsFolder) {
     for (const QString& title :
-         {QStringLiteral("../escape"), QStringLiteral("/etc/passwd"), QStringLiteral(".."),
-          QStringLiteral("."), QStringLiteral(".hidden"), QStringLiteral("a/../../b")}) {
+         {u"../escape"_s, u"/etc/passwd"_s, u".."_s, u"."_s, u".hidden"_s, u"a/../../b"_s}) {
         const auto note = notes.createNote(title, "x");
         ASSERT_TRUE(note) << title.toStdString();
         EXPECT_FALSE(note->startsWith('.') || note->contains('/')) << note->toStdString();
@@ -107,11 +108,11 @@ TEST(MarkdownFolderBridge, MakesNamesThatEveryFileSystemTakes) {
 TEST(MarkdownFolderBridge, CutsNamesBetweenCharacters) {
     QString title;
     for (int number = 0; number < 1000; ++number)
-        title += QStringLiteral("👩‍👩‍👧");
+        title += u"👩‍👩‍👧"_s;
     const QString name = MarkdownFolderBridge::fileNameFor(title);
     EXPECT_LE(name.toUtf8().size(), 200);
     EXPECT_GE(name.toUtf8().size(), 180);
-    EXPECT_TRUE(name.endsWith(QStringLiteral("👩‍👩‍👧")));
+    EXPECT_TRUE(name.endsWith(u"👩‍👩‍👧"_s));
 }
 
 TEST_F(MarkdownFolderBridgeTest, TakesLongTitles) {
@@ -173,10 +174,8 @@ TEST_F(MarkdownFolderBridgeTest, TouchesNothingButItsNotes) {
     QFile outside(temporary.filePath("home/outside.md"));
     ASSERT_TRUE(outside.open(QIODevice::WriteOnly));
     QDir().mkpath(folder + "/sub.md");
-    for (const QString& id :
-         {QStringLiteral("../outside.md"), QStringLiteral("plain.txt"),
-          QStringLiteral(".hidden.md"), QStringLiteral("sub.md"), QStringLiteral(""),
-          QStringLiteral("note://gnote/x"), outside.fileName()}) {
+    for (const QString& id : {u"../outside.md"_s, u"plain.txt"_s, u".hidden.md"_s, u"sub.md"_s,
+                              u""_s, u"note://gnote/x"_s, outside.fileName()}) {
         EXPECT_FALSE(notes.appendToNote(id, "y")) << id.toStdString();
         EXPECT_EQ(notes.noteBody(id), std::nullopt) << id.toStdString();
     }
@@ -209,8 +208,7 @@ TEST_F(MarkdownFolderBridgeTest, SaysWhenItCannotWrite) {
     put("x.md", "x");
     MarkdownFolderBridge blocked(folder + "/x.md");
     EXPECT_EQ(blocked.createNote("a", "b").error(),
-              QStringLiteral("Couldn’t create the note. Vorq cannot write to the folder %1/x.md.")
-                  .arg(folder));
+              u"Couldn’t create the note. Vorq cannot write to the folder %1/x.md."_s.arg(folder));
 }
 
 } // namespace vorq

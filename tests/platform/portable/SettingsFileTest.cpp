@@ -18,6 +18,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -102,12 +104,12 @@ TEST_F(SettingsFileTest, AppliesOnlyWhileTheKeyIsAsItWasExpected) {
 TEST_F(SettingsFileTest, KeepsValuesAcrossObjects) {
     {
         SettingsFile settings(m_path);
-        settings.setString("vorq.session.firstName", QStringLiteral("Åda \"quoted\" 👋"));
+        settings.setString("vorq.session.firstName", u"Åda \"quoted\" 👋"_s);
         settings.setBoolean("vorq.preferredAIModelUserChosen", true);
         settings.setString("vorq.preferredAIModel", QString());
     }
     const SettingsFile settings(m_path);
-    EXPECT_EQ(settings.string("vorq.session.firstName"), QStringLiteral("Åda \"quoted\" 👋"));
+    EXPECT_EQ(settings.string("vorq.session.firstName"), u"Åda \"quoted\" 👋"_s);
     EXPECT_EQ(settings.boolean("vorq.preferredAIModelUserChosen"), true);
     EXPECT_EQ(settings.string("vorq.preferredAIModel"), QString(""));
 }

@@ -5,6 +5,8 @@
 
 #include <QSignalSpy>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -27,7 +29,7 @@ class NotingWorkspace final : public Workspace {
     }
     [[nodiscard]] std::optional<WindowId> activeWindow() const override { return {}; }
     [[nodiscard]] std::optional<RunningApplication> application(ProcessId) const override {
-        return RunningApplication{7, QStringLiteral("org.gnome.gedit"), {}};
+        return RunningApplication{7, u"org.gnome.gedit"_s, {}};
     }
     [[nodiscard]] std::optional<ProcessId> processOf(WindowId) const override { return {}; }
     void activate(WindowId) override {}
@@ -44,7 +46,7 @@ class NotingHotKeys final : public GlobalHotKeys {
         return {};
     }
     Outcome registerHotKey(const HotKeyChord& chord, HotKeyId) override {
-        m_calls += QStringLiteral("hot key ") + QLatin1Char(chord.letter);
+        m_calls += u"hot key "_s + QLatin1Char(chord.letter);
         return {};
     }
     void unregisterHotKey(HotKeyId) override {}
@@ -82,7 +84,7 @@ TEST_F(LaunchTest, PartsStartInOrder) {
                           m_signIn,
                           m_statusItem,
                           ports().makePanel,
-                          {self, QStringLiteral("com.vorq.desk")},
+                          {self, u"com.vorq.desk"_s},
                           {}});
     const auto openLibrary = [&] {
         m_log.clear();

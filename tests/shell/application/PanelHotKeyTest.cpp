@@ -2,6 +2,8 @@
 
 #include "doubles/shell/ShellFixture.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -21,7 +23,7 @@ TEST_F(PanelHotKeyTest, ShowsThePanelGreetsAndLogs) {
     press(1);
     advance(2s);
     EXPECT_THAT(m_calls, ElementsAre("show"));
-    EXPECT_THAT(texts(), ElementsAre(QStringLiteral("Hello 👋, Vorq here…")));
+    EXPECT_THAT(texts(), ElementsAre(u"Hello 👋, Vorq here…"_s));
     EXPECT_THAT(m_log.all().first(1),
                 ElementsAre("Vorq ⌘⇧A: sourcePID=7 app=Text Editor trusted=true canAI=true"));
 }
@@ -128,7 +130,7 @@ TEST_F(PanelHotKeyTest, ToggleShowsAndHides) {
     m_delegate.togglePanel();
     advance(2s);
     EXPECT_THAT(m_calls, ElementsAre("show"));
-    EXPECT_THAT(texts(), ElementsAre(QStringLiteral("Hello 👋, Vorq here…")));
+    EXPECT_THAT(texts(), ElementsAre(u"Hello 👋, Vorq here…"_s));
     m_delegate.togglePanel();
     EXPECT_THAT(m_calls, ElementsAre("show", "hide"));
 }

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -18,7 +20,7 @@ class ColorDialogTest : public testing::Test {
         component.setData("import QtQuick\nimport Vorq\n"
                           "PanelHexColorRow { width: 600; text: 'Chat'\n"
                           "onCommitted: hex => value = hex }",
-                          QUrl(QStringLiteral("qrc:/test/HexRow.qml")));
+                          QUrl(u"qrc:/test/HexRow.qml"_s));
         m_row.reset(qobject_cast<QQuickItem*>(component.create()));
         if (!m_row) qFatal("%s", qPrintable(component.errorString()));
     }

@@ -2,6 +2,8 @@
 
 #include "doubles/shell/ShellFixture.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -216,7 +218,7 @@ TEST_F(HotKeysTest, TheChatIsClearedForASignedInUser) {
     EXPECT_THAT(texts(), SizeIs(2));
     press(3);
     advance(2s);
-    EXPECT_THAT(texts(), ElementsAre(QStringLiteral("Hello 👋, Vorq here…")));
+    EXPECT_THAT(texts(), ElementsAre(u"Hello 👋, Vorq here…"_s));
 }
 
 TEST_F(HotKeysTest, TheChatStaysWithNobodySignedIn) {

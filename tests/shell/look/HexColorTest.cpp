@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -45,7 +47,7 @@ TEST(HexColor, NormalizesNothingElse) {
 
 TEST(HexColor, EveryByteSurvivesNormalizing) {
     for (int byte = 0; byte < 256; ++byte) {
-        const QString digits = QStringLiteral("%1").arg(byte, 2, 16, QLatin1Char('0')).toUpper();
+        const QString digits = u"%1"_s.arg(byte, 2, 16, QLatin1Char('0')).toUpper();
         EXPECT_EQ(HexColor::normalize(digits + digits + digits), u'#' + digits + digits + digits);
     }
 }

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -27,7 +29,7 @@ class PanelOutletTest : public testing::Test {
 TEST_F(PanelOutletTest, TheLastReplyIsCopiedAsFarAsItIsThere) {
     outlet.copyText("before");
     EXPECT_FALSE(outlet.copyLastReply());
-    say(MessageRole::Assistant, QStringLiteral("Hello 👋, Vorq here…"));
+    say(MessageRole::Assistant, u"Hello 👋, Vorq here…"_s);
     say(MessageRole::User, "a question");
     EXPECT_FALSE(outlet.copyLastReply()) << "the greeting is no reply";
     EXPECT_EQ(copied(), "before");

@@ -6,6 +6,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -266,7 +268,7 @@ TEST_F(PanelViewModelTest, ThePlaceholderTellsOfTheStudy) {
 
 TEST_F(PanelViewModelTest, AFileThatCannotBeReadIsANotice) {
     m_reader.answer = [](const QString& path) {
-        return std::unexpected(path + QStringLiteral(": No such file or directory"));
+        return std::unexpected(path + u": No such file or directory"_s);
     };
     model().intake()->attachFiles({QUrl::fromLocalFile("/nowhere/a.txt")});
     ASSERT_TRUE(QTest::qWaitFor([this] { return !model().notice().isEmpty(); }));

@@ -9,6 +9,8 @@
 #include <QColorDialog>
 #include <QSignalSpy>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -29,8 +31,7 @@ class StatusMenuTest : public ConversationFixture {
     static QStringList texts(const QMenu& menu) {
         QStringList texts;
         for (const QAction* action : menu.actions())
-            if (action->isVisible())
-                texts += action->isSeparator() ? QStringLiteral("-") : action->text();
+            if (action->isVisible()) texts += action->isSeparator() ? u"-"_s : action->text();
         return texts;
     }
 

@@ -11,6 +11,8 @@
 #include <stdexcept>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -63,7 +65,7 @@ TEST(OnPool, WorkSeesItsStopAndItsResultComesAllTheSame) {
             const std::stop_callback onStop(token, [&] { isStopped.release(); });
             hasBegun->release();
             isStopped.acquire();
-            return QStringLiteral("what there was");
+            return u"what there was"_s;
         },
         stop.get_token()));
     hasBegun->acquire();

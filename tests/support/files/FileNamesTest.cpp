@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -19,8 +21,7 @@ TEST(FileNames, AreThoseThatBeginAndEndInSuchAWay) {
     EXPECT_EQ(names("", ".json"), QStringList({"a.json", "b.json"}));
     EXPECT_EQ(names("ab", "ba"), QStringList());
     EXPECT_EQ(names("a", ""), QStringList({"a.json", "a.json.new", "ab", "aba"}));
-    EXPECT_EQ(fileNames("/nonexistent", QLatin1StringView(""), QLatin1StringView("")),
-              QStringList());
+    EXPECT_EQ(fileNames("/nonexistent", ""_L1, ""_L1), QStringList());
 }
 
 } // namespace

@@ -7,6 +7,8 @@
 #include <limits>
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -107,7 +109,7 @@ TEST(JsonWriter, CharactersOfAllSizesStandBesideEachOther) {
 TEST(JsonWriter, EveryUnitHasItsFormAtEveryPlace) {
     for (int code = 0x20; code < 0x10000; ++code) {
         if (QChar::isSurrogate(static_cast<char32_t>(code))) continue;
-        QString text(QStringLiteral("日é日é日"));
+        QString text(u"日é日é日"_s);
         text[code % 5] = QChar(code);
         JsonWriter writer;
         writer.value(QStringView(text));

@@ -2,22 +2,21 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 class SettingsRowTest : public PartTest {
   protected:
     void showGroup(int width = 500) {
-        show(
-            QStringLiteral(
-                "SettingsGroup { objectName: 'group'; width: %1; title: 'Vorq'\n"
-                "SettingsRow { objectName: 'leads'; width: parent.width; text: 'Customize'; sub: "
-                "'Colors.'; leadsOn: true; onClicked: ++root.presses }\n"
-                "SettingsRow { objectName: 'row'; width: parent.width; text: 'Theme of the panel'; "
-                "onClicked: root.presses += 100\n"
-                "Segmented { objectName: 'choice'; name: 'Theme'; labels: ['Dark', 'Light']; "
-                "onChosen: at => index = at } } }")
-                .arg(width));
+        show(u"SettingsGroup { objectName: 'group'; width: %1; title: 'Vorq'\n"
+             "SettingsRow { objectName: 'leads'; width: parent.width; text: 'Customize'; sub: "
+             "'Colors.'; leadsOn: true; onClicked: ++root.presses }\n"
+             "SettingsRow { objectName: 'row'; width: parent.width; text: 'Theme of the panel'; "
+             "onClicked: root.presses += 100\n"
+             "Segmented { objectName: 'choice'; name: 'Theme'; labels: ['Dark', 'Light']; "
+             "onChosen: at => index = at } } }"_s.arg(width));
     }
 };
 

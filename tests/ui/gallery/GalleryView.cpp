@@ -10,6 +10,8 @@
 
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -51,12 +53,12 @@ void turnAround() {
 
 GalleryView::GalleryView(PanelStage& stage)
     : QQuickView(stage.engine.get(), nullptr), m_stage(stage) {
-    QStringList icons = QDir(QStringLiteral(":/qt/qml/Vorq/Native/icons")).entryList();
-    icons.replaceInStrings(QStringLiteral(".svg"), QString());
-    setTitle(QStringLiteral("Vorq gallery"));
+    QStringList icons = QDir(u":/qt/qml/Vorq/Native/icons"_s).entryList();
+    icons.replaceInStrings(u".svg"_s, QString());
+    setTitle(u"Vorq gallery"_s);
     setResizeMode(SizeRootObjectToView);
-    setInitialProperties({{QStringLiteral("iconNames"), icons}});
-    setSource(QUrl(QStringLiteral("qrc:/qt/qml/Vorq/Gallery/Gallery.qml")));
+    setInitialProperties({{u"iconNames"_s, icons}});
+    setSource(QUrl(u"qrc:/qt/qml/Vorq/Gallery/Gallery.qml"_s));
     if (rootObject() == nullptr) qFatal("the gallery does not load");
     setDark(true);
 }
@@ -85,7 +87,7 @@ QList<QQuickItem*> GalleryView::wanting(const QString& state) const {
     collectItems(
         *rootObject(),
         [&](const QQuickItem& item) {
-            return item.objectName().section(u':', 0, 1) == QStringLiteral("want:") + state;
+            return item.objectName().section(u':', 0, 1) == u"want:"_s + state;
         },
         found);
     for (QQuickItem*& item : found)
@@ -96,9 +98,9 @@ QList<QQuickItem*> GalleryView::wanting(const QString& state) const {
 
 void GalleryView::bringIntoStates() {
     m_stage.settle(stateDelay);
-    for (QQuickItem* item : wanting(QStringLiteral("hover")) + wanting(QStringLiteral("pressed")))
+    for (QQuickItem* item : wanting(u"hover"_s) + wanting(u"pressed"_s))
         hoverOver(*item);
-    for (QQuickItem* item : wanting(QStringLiteral("pressed")))
+    for (QQuickItem* item : wanting(u"pressed"_s))
         item->setProperty("down", true);
 }
 
@@ -107,7 +109,7 @@ QImage GalleryView::picture() {
     m_stage.settle(animationDelay);
     QImage whole = grabWindow();
     QPainter painter(&whole);
-    for (QQuickItem* item : wanting(QStringLiteral("focus"))) {
+    for (QQuickItem* item : wanting(u"focus"_s)) {
         item->forceActiveFocus(Qt::TabFocusReason);
         m_stage.settle(stateDelay);
         const QRect place = item->mapRectToScene(QRectF(QPointF(), item->size()))

@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 // Generated with the module; named here so that the linker keeps it.
 void qml_register_types_Vorq_Gallery();
 
@@ -47,8 +49,8 @@ void shootPages(const Variant& variant, const QDir& folder, const QStringList& w
     for (int page = 0; page < view.pageCount(); ++page) {
         view.setPage(page);
         if (!wanted.isEmpty() && !wanted.contains(view.pageName())) continue;
-        const QString name = QStringLiteral("gallery-%1-%2.png")
-                                 .arg(view.pageName().toLower(), QLatin1StringView(variant.name));
+        const QString name =
+            u"gallery-%1-%2.png"_s.arg(view.pageName().toLower(), QLatin1StringView(variant.name));
         if (!view.picture().save(folder.filePath(name)))
             qFatal("cannot write %s", qPrintable(name));
         std::printf("%s\n", qPrintable(name));
@@ -57,7 +59,7 @@ void shootPages(const Variant& variant, const QDir& folder, const QStringList& w
 
 int shoot(const QString& path, const QStringList& pages) {
     const QDir folder(path);
-    folder.mkpath(QStringLiteral("."));
+    folder.mkpath(u"."_s);
     for (const Variant& variant : variants())
         shootPages(variant, folder, pages);
     return 0;

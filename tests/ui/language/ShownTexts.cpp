@@ -8,6 +8,8 @@
 
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -54,14 +56,13 @@ bool isCutByAncestors(QQuickItem& text) {
 }
 
 QString whyCut(QQuickItem& text) {
-    if (text.property("truncated").toBool()) return QStringLiteral("elided");
+    if (text.property("truncated").toBool()) return u"elided"_s;
     if (text.property("contentWidth").toDouble() > text.width() + roundingRoom)
-        return QStringLiteral("too wide");
+        return u"too wide"_s;
     const double lineRoom =
         QFontMetricsF(text.property("font").value<QFont>()).height() * partOfLine;
-    if (text.property("contentHeight").toDouble() > text.height() + lineRoom)
-        return QStringLiteral("too high");
-    return isCutByAncestors(text) ? QStringLiteral("clipped") : QString();
+    if (text.property("contentHeight").toDouble() > text.height() + lineRoom) return u"too high"_s;
+    return isCutByAncestors(text) ? u"clipped"_s : QString();
 }
 
 } // namespace
@@ -73,9 +74,9 @@ TestLanguage::TestLanguage() {
 }
 
 bool TestLanguage::has(QString text) {
-    static const QRegularExpression constant(QStringLiteral(
-        "\\bVorq\\b|\\bvorq [a-z-]+( \"\\$\\(vorq-gateway handoff\\)\")?|Super\\+Shift\\+[A-Z]"));
-    static const QRegularExpression vowel(QStringLiteral("[AEIOUYaeiouy]"));
+    static const QRegularExpression constant(
+        u"\\bVorq\\b|\\bvorq [a-z-]+( \"\\$\\(vorq-gateway handoff\\)\")?|Super\\+Shift\\+[A-Z]"_s);
+    static const QRegularExpression vowel(u"[AEIOUYaeiouy]"_s);
     return !text.remove(constant).contains(vowel);
 }
 

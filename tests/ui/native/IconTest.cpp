@@ -8,6 +8,8 @@
 
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -39,10 +41,9 @@ class IconTest : public testing::TestWithParam<double> {
 };
 
 QStringList allIcons() {
-    QStringList names =
-        QDir(QStringLiteral(":/qt/qml/Vorq/Native/icons")).entryList({QStringLiteral("*.svg")});
-    names.replaceInStrings(QStringLiteral(".svg"), QString());
-    names.removeAll(QStringLiteral("mark")); // has colours of its own
+    QStringList names = QDir(u":/qt/qml/Vorq/Native/icons"_s).entryList({u"*.svg"_s});
+    names.replaceInStrings(u".svg"_s, QString());
+    names.removeAll(u"mark"_s); // has colours of its own
     return names;
 }
 

@@ -9,6 +9,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -16,8 +18,7 @@ class AttachTrayTest : public testing::Test {
   protected:
     void showNotes(int notes) {
         for (int i = 0; i < notes; ++i)
-            stage.state->library().createBlankNote(QStringLiteral("Note %1").arg(i),
-                                                   HubArea::Study);
+            stage.state->library().createBlankNote(u"Note %1"_s.arg(i), HubArea::Study);
         stage.show();
         stage.panel->tray()->setShown(true);
         stage.panel->tray()->setMode(AttachTrayState::Mode::Notes);

@@ -9,6 +9,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -63,16 +65,16 @@ TEST_F(ComposerTest, EnterOfTheKeypadSendsToo) {
 
 TEST_F(ComposerTest, EnterWhileComposingDoesNotSend) {
     type("a");
-    QInputMethodEvent compose(QStringLiteral("にほ"), {});
+    QInputMethodEvent compose(u"にほ"_s, {});
     QCoreApplication::sendEvent(stage.window->activeFocusItem(), &compose);
     key(Qt::Key_Return);
     EXPECT_EQ(sent(), "");
     QInputMethodEvent commit;
-    commit.setCommitString(QStringLiteral("日本"));
+    commit.setCommitString(u"日本"_s);
     QCoreApplication::sendEvent(stage.window->activeFocusItem(), &commit);
-    EXPECT_EQ(stage.panel->prompt(), QStringLiteral("a日本"));
+    EXPECT_EQ(stage.panel->prompt(), u"a日本"_s);
     key(Qt::Key_Return);
-    EXPECT_EQ(sent(), QStringLiteral("a日本"));
+    EXPECT_EQ(sent(), u"a日本"_s);
 }
 
 TEST_F(ComposerTest, UpBringsTheLastPromptBack) {

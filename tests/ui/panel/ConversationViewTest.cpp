@@ -11,6 +11,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -49,7 +51,7 @@ TEST_F(ConversationViewTest, FollowsAGrowingReply) {
     stage.settle(400);
     QString text = "Start.";
     for (int i = 0; i < 30; ++i) {
-        text += QStringLiteral("\n\nParagraph %1 of the reply.").arg(i);
+        text += u"\n\nParagraph %1 of the reply."_s.arg(i);
         stage.grow(id, text);
         stage.settle(5);
         EXPECT_NEAR(y(), bottom(), 2);
@@ -67,7 +69,7 @@ TEST_F(ConversationViewTest, ScrollingUpHoldsThePlaceToThePixel) {
     ASSERT_LT(held, bottom() - 10);
     QString text = QString(samples::leaves).repeated(3);
     for (int i = 0; i < 20; ++i) {
-        text += QStringLiteral("\n\nMore text %1.").arg(i);
+        text += u"\n\nMore text %1."_s.arg(i);
         stage.grow(id, text);
         stage.settle(5);
         EXPECT_EQ(y(), held);
@@ -286,7 +288,7 @@ TEST_F(ConversationViewTest, TwoThousandMessagesKeepFewItems) {
 }
 
 TEST_F(ConversationViewTest, APastedBookIsNotPaintedAsAWhole) {
-    stage.say(QStringLiteral("word ").repeated(20'000));
+    stage.say(u"word "_s.repeated(20'000));
     stage.show();
     stage.settle(500);
     QQuickItem* bubble = stage.find("UserBubble");

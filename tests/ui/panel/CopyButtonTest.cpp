@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -96,7 +98,7 @@ TEST_F(CopyButtonTest, OfCodeComesWhileTheMouseIsOnTheCodeAndCopiesIt) {
 
 TEST_F(CopyButtonTest, CoversNoText) {
     const QString full = QString("full line of words ").repeated(8);
-    const QString title = QStringLiteral("# لماذا تبدو الأوراق خضراء");
+    const QString title = u"# لماذا تبدو الأوراق خضراء"_s;
     const QString code = "```\n" + QString(200, u'x') + "\n```";
     shown(title + "\n\n" + full + "\n\n" + code + "\n\n" + full);
     expectToCoverNoText(*button("Copy reply"));

@@ -7,12 +7,14 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 using testing::IsEmpty;
 
-const QString secret = QStringLiteral("kT4vB9nQz2Lm");
+const QString secret = u"kT4vB9nQz2Lm"_s;
 
 class HeldCardTest : public testing::Test {
   protected:
@@ -75,14 +77,14 @@ TEST_F(HeldCardTest, StandsBetweenConversationAndComposerWithDotsForTheText) {
     for (QQuickItem* item : stage.root().findChildren<QQuickItem*>()) {
         const QString text = item->property("text").toString();
         EXPECT_FALSE(text.contains(secret));
-        hasDots = hasDots || text == QStringLiteral("Held back: ••••••••");
+        hasDots = hasDots || text == u"Held back: ••••••••"_s;
     }
     EXPECT_TRUE(hasDots);
 }
 
 TEST_F(HeldCardTest, TheDotsDoNotTellItsLength) {
     const QStringList before = shownTexts();
-    EXPECT_THAT(before, testing::Contains(QStringLiteral("Held back: ••••••••")));
+    EXPECT_THAT(before, testing::Contains(u"Held back: ••••••••"_s));
     stage.state->hotKeyContext().held().hold("g7)Qz<4;Wp,2Kx81 and as much again", "Chromium");
     stage.settle();
     EXPECT_EQ(shownTexts(), before);

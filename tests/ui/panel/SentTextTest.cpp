@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -102,7 +104,7 @@ TEST_F(SentTextTest, APromptThatWentAloneHasNothingToUnfold) {
 TEST_F(SentTextTest, AnUnfoldedBubbleStaysWhereItWasPressed) {
     QStringList lines;
     for (int line = 0; line < 100; ++line)
-        lines += QStringLiteral("Line %1 of what was captured.").arg(line);
+        lines += u"Line %1 of what was captured."_s.arg(line);
     capture(lines.join('\n'));
     succeed();
     QQuickItem* button = fold(show);

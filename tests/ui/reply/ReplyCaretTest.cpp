@@ -10,6 +10,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -34,7 +36,7 @@ class ReplyCaretTest : public testing::Test {
     QUuid m_id;
 };
 
-const QString wideLine = QStringLiteral("```\n") + QString(200, u'x') + QStringLiteral("\n```");
+const QString wideLine = u"```\n"_s + QString(200, u'x') + u"\n```"_s;
 
 TEST_F(ReplyCaretTest, WideCodeFollowsItSideways) {
     const ReplyView& view = shown(wideLine);

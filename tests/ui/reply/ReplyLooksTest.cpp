@@ -13,6 +13,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -60,7 +62,7 @@ TEST_F(ReplyLooksTest, TheLightPanelHasAnEdgeOnWhite) {
 }
 
 TEST_F(ReplyLooksTest, TheFocusRingOfAReplyIsRoundItsBubble) {
-    for (const QString& text : {QStringLiteral("Short."), QString(samples::leaves)}) {
+    for (const QString& text : {u"Short."_s, QString(samples::leaves)}) {
         PanelStage other;
         stage.state->panel().messages().clear();
         stage.answer(text);

@@ -12,6 +12,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -31,7 +33,7 @@ QRectF placeOf(const ReplyLayout& layout, const QString& part, int block = 0) {
     return layout.firstLineRect({{block, at}, {block, at + part.size()}});
 }
 
-const auto sentence = QStringLiteral("استخدم `f()` هنا و `[ab]` هناك.");
+const auto sentence = u"استخدم `f()` هنا و `[ab]` هناك."_s;
 
 TEST(RightToLeft, CodeInALineKeepsItsBracketsWhereTheyAre) {
     const ReplyLayout layout = laidOutArabic(sentence);
@@ -45,24 +47,22 @@ TEST(RightToLeft, CodeInALineKeepsItsBracketsWhereTheyAre) {
 }
 
 TEST(RightToLeft, ALineThatBeginsWithCodeIsReadAsTheRestOfIt) {
-    const ReplyLayout layout = laidOutArabic(QStringLiteral("`int` نوع من الأنواع."));
+    const ReplyLayout layout = laidOutArabic(u"`int` نوع من الأنواع."_s);
     EXPECT_GT(placeOf(layout, "int").left(), arabicWidth / 2);
 }
 
 TEST(RightToLeft, ANumberStandsUnderItsHeader) {
-    const ReplyLayout layout = laidOutArabic(
-        QStringLiteral("| المدينة | السكان |\n|---|---|\n| تونس | 42 |\n| Paris | 7 |"));
-    const QRectF header = placeOf(layout, QStringLiteral("السكان"));
+    const ReplyLayout layout =
+        laidOutArabic(u"| المدينة | السكان |\n|---|---|\n| تونس | 42 |\n| Paris | 7 |"_s);
+    const QRectF header = placeOf(layout, u"السكان"_s);
     EXPECT_NEAR(placeOf(layout, "42").right(), header.right(), 1);
     EXPECT_NEAR(placeOf(layout, "7").right(), header.right(), 1);
-    EXPECT_NEAR(placeOf(layout, "Paris").right(),
-                placeOf(layout, QStringLiteral("المدينة")).right(), 1);
+    EXPECT_NEAR(placeOf(layout, "Paris").right(), placeOf(layout, u"المدينة"_s).right(), 1);
 }
 
 TEST(RightToLeft, ACellFromRightToLeftStandsUnderItsHeaderAtTheLeft) {
-    const ReplyLayout layout =
-        laidOutArabic(QStringLiteral("| Word | Meaning |\n|---|---|\n| كتاب | book |"));
-    EXPECT_NEAR(placeOf(layout, QStringLiteral("كتاب")).left(), placeOf(layout, "Word").left(), 1);
+    const ReplyLayout layout = laidOutArabic(u"| Word | Meaning |\n|---|---|\n| كتاب | book |"_s);
+    EXPECT_NEAR(placeOf(layout, u"كتاب"_s).left(), placeOf(layout, "Word").left(), 1);
 }
 
 // The ink of each column of pixels, from the left.
@@ -78,7 +78,7 @@ QList<int> inkOf(const QImage& picture) {
 }
 
 TEST(RightToLeft, TheDotOfANumberIsOnItsLeft) {
-    const ReplyLayout layout = laidOutArabic(QStringLiteral("1. عنصر\n2. عنصر"));
+    const ReplyLayout layout = laidOutArabic(u"1. عنصر\n2. عنصر"_s);
     constexpr int scale = 4;
     QImage picture(18 * scale, 20 * scale, QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
@@ -131,7 +131,7 @@ TEST_F(RightToLeftKeysTest, EachArrowKeyMovesTheCaret) {
 }
 
 TEST_F(RightToLeftKeysTest, ArrowKeysGoWhereTheyGoInTheDraft) {
-    const auto text = QStringLiteral("مرحبا يا abc عالم");
+    const auto text = u"مرحبا يا abc عالم"_s;
     ReplyView& view = shown(text);
     stage.panel->setPrompt(text);
     auto* draft = stage.find("PromptField")->property("input").value<QQuickItem*>();
@@ -151,7 +151,7 @@ TEST_F(RightToLeftKeysTest, ArrowKeysGoWhereTheyGoInTheDraft) {
 }
 
 TEST_F(RightToLeftKeysTest, WordsAreLeftByTheArrowThatPointsPastThem) {
-    const ReplyView& view = shown(QStringLiteral("مرحبا يا عالم"));
+    const ReplyView& view = shown(u"مرحبا يا عالم"_s);
     key(Qt::Key_Left, Qt::ControlModifier);
     EXPECT_EQ(view.selection().cursor().offset, 5);
     key(Qt::Key_Right, Qt::ControlModifier);
@@ -159,7 +159,7 @@ TEST_F(RightToLeftKeysTest, WordsAreLeftByTheArrowThatPointsPastThem) {
 }
 
 TEST_F(RightToLeftKeysTest, EachItemOfAListGoesItsOwnWay) {
-    const ReplyView& view = shown(QStringLiteral("- عنصر\n- item"));
+    const ReplyView& view = shown(u"- عنصر\n- item"_s);
     for (int press = 0; press < 5; ++press)
         key(Qt::Key_Left);
     EXPECT_EQ(view.selection().cursor().offset, 5) << "where the second item begins";
@@ -168,7 +168,7 @@ TEST_F(RightToLeftKeysTest, EachItemOfAListGoesItsOwnWay) {
 }
 
 TEST_F(RightToLeftKeysTest, EnterFollowsTheLinkThatTheCaretIsIn) {
-    const ReplyView& view = shown(QStringLiteral("انظر [هنا](https://a.example) يا صديقي"));
+    const ReplyView& view = shown(u"انظر [هنا](https://a.example) يا صديقي"_s);
     QSignalSpy followed(&view, &ReplyView::linkActivated);
     for (int press = 0; press < 5; ++press)
         key(Qt::Key_Left);

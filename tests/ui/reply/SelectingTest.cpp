@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -41,7 +43,7 @@ TEST_F(SelectingTest, ADoubleClickAnywhereOnAWordSelectsIt) {
     for (const double part : {0.1, 0.4, 0.6, 0.9}) {
         const QRectF at = letter(view, 1, 5);
         doubleClick({at.left() + part * at.width(), at.center().y()});
-        EXPECT_EQ(view.selectedText(), QStringLiteral("مم")) << part;
+        EXPECT_EQ(view.selectedText(), u"مم"_s) << part;
     }
 }
 

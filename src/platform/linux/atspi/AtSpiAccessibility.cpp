@@ -5,6 +5,8 @@
 #include <mutex>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 class AtSpiAccessibility::Parts {
@@ -53,7 +55,7 @@ AtSpiAccessibility::~AtSpiAccessibility() = default;
 QString AtSpiAccessibility::defaultSessionBus() {
     QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     if (!address.isEmpty()) return address;
-    return QStringLiteral("unix:path=%1/bus").arg(qEnvironmentVariable("XDG_RUNTIME_DIR"));
+    return u"unix:path=%1/bus"_s.arg(qEnvironmentVariable("XDG_RUNTIME_DIR"));
 }
 
 void AtSpiAccessibility::setScreens(std::vector<PixelScreen> screens) {

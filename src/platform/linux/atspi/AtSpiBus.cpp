@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -16,7 +18,7 @@ constexpr std::size_t mostCallsAtOnce = 512;
 
 AtSpiBus::AtSpiBus(const QString& sessionBusAddress, std::chrono::milliseconds callLimit)
     : m_connection(new AtSpiConnection(sessionBusAddress, callLimit)) {
-    m_thread.setObjectName(QStringLiteral("vorq-a11y"));
+    m_thread.setObjectName(u"vorq-a11y"_s);
     m_connection->moveToThread(&m_thread);
     QObject::connect(&m_thread, &QThread::finished, m_connection, &QObject::deleteLater);
     m_thread.start();

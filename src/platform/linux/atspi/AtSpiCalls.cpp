@@ -6,14 +6,16 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq::atspi {
 namespace {
 
-const auto accessible = QStringLiteral("org.a11y.atspi.Accessible");
-const auto textInterface = QStringLiteral("org.a11y.atspi.Text");
-const auto hypertext = QStringLiteral("org.a11y.atspi.Hypertext");
-const auto editable = QStringLiteral("org.a11y.atspi.EditableText");
-const auto rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
+const auto accessible = u"org.a11y.atspi.Accessible"_s;
+const auto textInterface = u"org.a11y.atspi.Text"_s;
+const auto hypertext = u"org.a11y.atspi.Hypertext"_s;
+const auto editable = u"org.a11y.atspi.EditableText"_s;
+const auto rootPath = u"/org/a11y/atspi/accessible/root"_s;
 
 // More than any walk looks at.
 constexpr std::size_t mostRefs = 4096;
@@ -27,7 +29,7 @@ QDBusMessage callOf(const AtSpiRef& element, const QString& interface, const cha
 }
 
 QDBusMessage propertyOf(const AtSpiRef& element, const QString& interface, const char* name) {
-    QDBusMessage call = callOf(element, QStringLiteral("org.freedesktop.DBus.Properties"), "Get");
+    QDBusMessage call = callOf(element, u"org.freedesktop.DBus.Properties"_s, "Get");
     call << interface << QString::fromLatin1(name);
     return call;
 }
@@ -63,7 +65,7 @@ std::optional<QVariant> propertyIn(const QDBusMessage& reply) {
 } // namespace
 
 AtSpiRef registryRoot() {
-    return {QStringLiteral("org.a11y.atspi.Registry"), rootPath};
+    return {u"org.a11y.atspi.Registry"_s, rootPath};
 }
 
 AtSpiRef applicationRoot(const QString& service) {
@@ -71,15 +73,14 @@ AtSpiRef applicationRoot(const QString& service) {
 }
 
 QDBusMessage processOf(const QString& service) {
-    QDBusMessage call =
-        callOf({QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/")},
-               QStringLiteral("org.freedesktop.DBus"), "GetConnectionUnixProcessID");
+    QDBusMessage call = callOf({u"org.freedesktop.DBus"_s, u"/"_s}, u"org.freedesktop.DBus"_s,
+                               "GetConnectionUnixProcessID");
     call << service;
     return call;
 }
 
 QDBusMessage toolkitName(const AtSpiRef& application) {
-    return propertyOf(application, QStringLiteral("org.a11y.atspi.Application"), "ToolkitName");
+    return propertyOf(application, u"org.a11y.atspi.Application"_s, "ToolkitName");
 }
 
 QDBusMessage name(const AtSpiRef& element) {
@@ -117,13 +118,13 @@ QDBusMessage focusedBelow(const AtSpiRef& element) {
          << QMap<QString, QString>() << matchAll << QList<int>{0, 0, 0, 0} << matchAll
          << QStringList() << matchAll << false;
     rule.endStructure();
-    QDBusMessage call = callOf(element, QStringLiteral("org.a11y.atspi.Collection"), "GetMatches");
+    QDBusMessage call = callOf(element, u"org.a11y.atspi.Collection"_s, "GetMatches");
     call << QVariant::fromValue(rule) << canonicalOrder << 0 << true;
     return call;
 }
 
 QDBusMessage extents(const AtSpiRef& element) {
-    QDBusMessage call = callOf(element, QStringLiteral("org.a11y.atspi.Component"), "GetExtents");
+    QDBusMessage call = callOf(element, u"org.a11y.atspi.Component"_s, "GetExtents");
     call << screenCoordinates;
     return call;
 }
@@ -196,7 +197,7 @@ QDBusMessage link(const AtSpiRef& element, std::int32_t index) {
 }
 
 QDBusMessage linkedObject(const AtSpiRef& link) {
-    QDBusMessage call = callOf(link, QStringLiteral("org.a11y.atspi.Hyperlink"), "GetObject");
+    QDBusMessage call = callOf(link, u"org.a11y.atspi.Hyperlink"_s, "GetObject");
     call << 0;
     return call;
 }

@@ -13,24 +13,26 @@
 #include <unistd.h>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 // Milliseconds. The first question starts the bus.
 constexpr int startLimit = 10'000;
 
-const auto announcer = QStringLiteral("org.a11y.Bus");
-const auto announcerPath = QStringLiteral("/org/a11y/bus");
-const auto statusInterface = QStringLiteral("org.a11y.Status");
-const auto propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
-const auto localPath = QStringLiteral("/org/freedesktop/DBus/Local");
-const auto localInterface = QStringLiteral("org.freedesktop.DBus.Local");
-const auto switchName = QStringLiteral("IsEnabled");
+const auto announcer = u"org.a11y.Bus"_s;
+const auto announcerPath = u"/org/a11y/bus"_s;
+const auto statusInterface = u"org.a11y.Status"_s;
+const auto propertiesInterface = u"org.freedesktop.DBus.Properties"_s;
+const auto localPath = u"/org/freedesktop/DBus/Local"_s;
+const auto localInterface = u"org.freedesktop.DBus.Local"_s;
+const auto switchName = u"IsEnabled"_s;
 
 // Connections are known by name within the process.
 QString uniqueName(const char* kind) {
     static std::atomic<int> last = 0;
-    return QStringLiteral("vorq-%1-%2").arg(QLatin1StringView(kind)).arg(++last);
+    return u"vorq-%1-%2"_s.arg(QLatin1StringView(kind)).arg(++last);
 }
 
 } // namespace
@@ -90,10 +92,10 @@ bool AtSpiConnection::connectToSession() {
         QDBusConnection::disconnectFromBus(m_sessionName);
         return false;
     }
-    session.connect(QString(), localPath, localInterface, QStringLiteral("Disconnected"), this,
+    session.connect(QString(), localPath, localInterface, u"Disconnected"_s, this,
                     SLOT(sessionLost()));
-    session.connect(announcer, announcerPath, propertiesInterface,
-                    QStringLiteral("PropertiesChanged"), this, SLOT(statusChanged(QDBusMessage)));
+    session.connect(announcer, announcerPath, propertiesInterface, u"PropertiesChanged"_s, this,
+                    SLOT(statusChanged(QDBusMessage)));
     m_announcement = new QDBusServiceWatcher(announcer, session,
                                              QDBusServiceWatcher::WatchForRegistration, this);
     connect(m_announcement, &QDBusServiceWatcher::serviceRegistered, this,
@@ -108,8 +110,8 @@ void AtSpiConnection::announced() {
 
 void AtSpiConnection::askForAddress() {
     if (!m_session) return;
-    const QDBusMessage question = QDBusMessage::createMethodCall(
-        announcer, announcerPath, announcer, QStringLiteral("GetAddress"));
+    const QDBusMessage question =
+        QDBusMessage::createMethodCall(announcer, announcerPath, announcer, u"GetAddress"_s);
     auto* answer = new QDBusPendingCallWatcher(m_session->asyncCall(question, startLimit), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         answer->deleteLater();
@@ -142,21 +144,19 @@ void AtSpiConnection::connectTo(const QString& address) {
 }
 
 void AtSpiConnection::listen(QDBusConnection& bus) {
-    bus.connect(QString(), localPath, localInterface, QStringLiteral("Disconnected"), this,
-                SLOT(busLost()));
+    bus.connect(QString(), localPath, localInterface, u"Disconnected"_s, this, SLOT(busLost()));
     // A match of the first argument would deliver nothing.
-    bus.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
-                QStringLiteral("StateChanged"), this, SLOT(stateChanged(QDBusMessage)));
-    bus.connect(QStringLiteral("org.freedesktop.DBus"), QString(),
-                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), this,
-                SLOT(ownerChanged(QString, QString, QString)));
+    bus.connect(QString(), QString(), u"org.a11y.atspi.Event.Object"_s, u"StateChanged"_s, this,
+                SLOT(stateChanged(QDBusMessage)));
+    bus.connect(u"org.freedesktop.DBus"_s, QString(), u"org.freedesktop.DBus"_s,
+                u"NameOwnerChanged"_s, this, SLOT(ownerChanged(QString, QString, QString)));
 }
 
 void AtSpiConnection::registerForEvents(const QDBusConnection& bus) {
-    QDBusMessage wish = QDBusMessage::createMethodCall(
-        QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/registry"),
-        QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("RegisterEvent"));
-    wish << QStringLiteral("object:state-changed:focused");
+    QDBusMessage wish =
+        QDBusMessage::createMethodCall(u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/registry"_s,
+                                       u"org.a11y.atspi.Registry"_s, u"RegisterEvent"_s);
+    wish << u"object:state-changed:focused"_s;
     bus.asyncCall(wish, startLimit);
 }
 
@@ -179,8 +179,8 @@ void AtSpiConnection::setFront(std::optional<std::int32_t> process) {
 
 void AtSpiConnection::askForStatus() {
     if (!m_session) return;
-    QDBusMessage question = QDBusMessage::createMethodCall(
-        announcer, announcerPath, propertiesInterface, QStringLiteral("Get"));
+    QDBusMessage question =
+        QDBusMessage::createMethodCall(announcer, announcerPath, propertiesInterface, u"Get"_s);
     question << statusInterface << switchName;
     auto* answer = new QDBusPendingCallWatcher(m_session->asyncCall(question, startLimit), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
@@ -196,8 +196,8 @@ void AtSpiConnection::setSwitchedOn(bool isSwitchedOn) {
 
 void AtSpiConnection::switchOn() {
     if (!connectToSession() || !m_session) return;
-    QDBusMessage wish = QDBusMessage::createMethodCall(announcer, announcerPath,
-                                                       propertiesInterface, QStringLiteral("Set"));
+    QDBusMessage wish =
+        QDBusMessage::createMethodCall(announcer, announcerPath, propertiesInterface, u"Set"_s);
     wish << statusInterface << switchName << QVariant::fromValue(QDBusVariant(true));
     auto* answer = new QDBusPendingCallWatcher(m_session->asyncCall(wish, startLimit), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
@@ -223,7 +223,7 @@ void AtSpiConnection::send(const std::shared_ptr<AtSpiBatch>& batch) {
 }
 
 void AtSpiConnection::statusChanged(const QDBusMessage& message) {
-    if (message.signature() == QLatin1StringView("sa{sv}as") && m_session) askForStatus();
+    if (message.signature() == "sa{sv}as"_L1 && m_session) askForStatus();
 }
 
 void AtSpiConnection::stateChanged(const QDBusMessage& message) {

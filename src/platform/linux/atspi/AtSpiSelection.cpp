@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -18,8 +20,7 @@ constexpr std::size_t deepestPage = 24;
 constexpr std::int32_t toTheEnd = -1;
 
 constexpr std::array inlineRoles{Role::Link, Role::Static, Role::Label, Role::Image};
-constexpr std::array fieldTags{QLatin1StringView("input"), QLatin1StringView("textarea"),
-                               QLatin1StringView("select")};
+constexpr std::array fieldTags{"input"_L1, "textarea"_L1, "select"_L1};
 
 bool isRole(const std::optional<std::uint32_t>& told, Role role) {
     return told == static_cast<std::uint32_t>(role);
@@ -271,7 +272,7 @@ std::vector<std::int32_t> AtSpiSelection::objectOffsets(QStringView raw, std::in
 
 std::vector<AtSpiSelection::Object>
 AtSpiSelection::objectsAt(const AtSpiRef& element, const std::vector<std::int32_t>& offsets) const {
-    const AtSpiRef nowhere = {element.service, QStringLiteral("/org/a11y/atspi/null")};
+    const AtSpiRef nowhere = {element.service, u"/org/a11y/atspi/null"_s};
     AtSpiBus::Messages calls;
     for (const std::int32_t offset : offsets)
         calls.push_back(atspi::linkIndex(element, offset));
@@ -290,8 +291,8 @@ AtSpiSelection::objectsAt(const AtSpiRef& element, const std::vector<std::int32_
     const AtSpiBus::Messages attributes = m_bus.call(calls, m_stop);
     for (std::size_t i = 0; i < calls.size(); ++i) {
         const QMap<QString, QString> told = atspi::attributesIn(attributes[i]);
-        objects[i].display = told.value(QStringLiteral("display"));
-        objects[i].tag = told.value(QStringLiteral("tag"));
+        objects[i].display = told.value(u"display"_s);
+        objects[i].tag = told.value(u"tag"_s);
     }
     return objects;
 }

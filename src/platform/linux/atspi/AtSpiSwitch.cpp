@@ -5,6 +5,8 @@
 #include <QDBusVariant>
 #include <QVariant>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -20,20 +22,17 @@ bool isMissing(const QString& error) {
 
 std::expected<void, QString> switchAccessibilityOn(const QDBusConnection& session) {
     if (!session.isConnected())
-        return std::unexpected(QStringLiteral("There is no session bus: accessibility can be "
-                                              "turned on only from within the desktop."));
+        return std::unexpected(u"There is no session bus: accessibility can be "
+                               "turned on only from within the desktop."_s);
     QDBusMessage wish = QDBusMessage::createMethodCall(
-        QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
-        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"));
-    wish << QStringLiteral("org.a11y.Status") << QStringLiteral("IsEnabled")
-         << QVariant::fromValue(QDBusVariant(true));
+        u"org.a11y.Bus"_s, u"/org/a11y/bus"_s, u"org.freedesktop.DBus.Properties"_s, u"Set"_s);
+    wish << u"org.a11y.Status"_s << u"IsEnabled"_s << QVariant::fromValue(QDBusVariant(true));
     const QDBusMessage reply = session.call(wish, QDBus::Block, switchLimit);
     if (reply.type() == QDBusMessage::ReplyMessage) return {};
     if (isMissing(reply.errorName()))
-        return std::unexpected(QStringLiteral("There is no accessibility on this desktop: the "
-                                              "package at-spi2-core is missing."));
-    return std::unexpected(
-        QStringLiteral("Accessibility could not be turned on: %1").arg(reply.errorMessage()));
+        return std::unexpected(u"There is no accessibility on this desktop: the "
+                               "package at-spi2-core is missing."_s);
+    return std::unexpected(u"Accessibility could not be turned on: %1"_s.arg(reply.errorMessage()));
 }
 
 } // namespace vorq

@@ -7,15 +7,17 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 // Milliseconds. Nobody waits for an answer, and on a busy machine it may well come late.
 constexpr int callLimit = 5'000;
 
-const auto registry = QStringLiteral("org.a11y.atspi.Registry");
-const auto objectEvents = QStringLiteral("org.a11y.atspi.Event.Object");
-const auto windowEvents = QStringLiteral("org.a11y.atspi.Event.Window");
+const auto registry = u"org.a11y.atspi.Registry"_s;
+const auto objectEvents = u"org.a11y.atspi.Event.Object"_s;
+const auto windowEvents = u"org.a11y.atspi.Event.Window"_s;
 
 AtSpiRef windowOf(const QDBusMessage& event) {
     return {event.service(), event.path()};
@@ -23,7 +25,7 @@ AtSpiRef windowOf(const QDBusMessage& event) {
 
 // The shell of a desktop draws bars and overviews, which count as active for it at times.
 bool isShellOfDesktop(ProcessId process) {
-    QFile file(QStringLiteral("/proc/%1/comm").arg(process));
+    QFile file(u"/proc/%1/comm"_s.arg(process));
     return file.open(QIODevice::ReadOnly) && file.readAll().trimmed() == "gnome-shell";
 }
 
@@ -38,9 +40,8 @@ void AtSpiWindowWatch::begin() {
     listen();
     for (const char* event :
          {"window:activate", "window:deactivate", "object:state-changed:active"}) {
-        QDBusMessage wish =
-            QDBusMessage::createMethodCall(registry, QStringLiteral("/org/a11y/atspi/registry"),
-                                           registry, QStringLiteral("RegisterEvent"));
+        QDBusMessage wish = QDBusMessage::createMethodCall(registry, u"/org/a11y/atspi/registry"_s,
+                                                           registry, u"RegisterEvent"_s);
         wish << QString::fromLatin1(event);
         m_bus.asyncCall(wish);
     }
@@ -53,11 +54,11 @@ void AtSpiWindowWatch::listen() {
         m_bus.disconnect(QString(), QString(), interface, signal, this, slot);
         m_bus.connect(QString(), QString(), interface, signal, this, slot);
     };
-    follow(windowEvents, QStringLiteral("Activate"), SLOT(windowActivated(QDBusMessage)));
-    follow(windowEvents, QStringLiteral("Deactivate"), SLOT(windowDeactivated(QDBusMessage)));
-    follow(objectEvents, QStringLiteral("StateChanged"), SLOT(stateChanged(QDBusMessage)));
+    follow(windowEvents, u"Activate"_s, SLOT(windowActivated(QDBusMessage)));
+    follow(windowEvents, u"Deactivate"_s, SLOT(windowDeactivated(QDBusMessage)));
+    follow(objectEvents, u"StateChanged"_s, SLOT(stateChanged(QDBusMessage)));
     const QString root = atspi::registryRoot().path;
-    const QString children = QStringLiteral("ChildrenChanged");
+    const QString children = u"ChildrenChanged"_s;
     m_bus.disconnect(registry, root, objectEvents, children, this,
                      SLOT(applicationsChanged(QDBusMessage)));
     m_bus.connect(registry, root, objectEvents, children, this,

@@ -10,6 +10,8 @@
 #include <QLoggingCategory>
 #include <QVariantList>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 static Q_LOGGING_CATEGORY(platformLog, "vorq.platform", QtInfoMsg);
@@ -22,8 +24,8 @@ constexpr const char* addressVariable = "AT_SPI_BUS_ADDRESS";
 
 QDBusMessage askAnnouncer(const QDBusConnection& session, const QString& interface,
                           const QString& method, const QVariantList& arguments) {
-    QDBusMessage question = QDBusMessage::createMethodCall(
-        QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"), interface, method);
+    QDBusMessage question =
+        QDBusMessage::createMethodCall(u"org.a11y.Bus"_s, u"/org/a11y/bus"_s, interface, method);
     question.setArguments(arguments);
     question.setAutoStartService(false);
     return session.call(question, QDBus::Block, answerLimit);
@@ -35,15 +37,13 @@ bool isNoAnswer(const QDBusMessage& reply) {
 
 // The service that announces the bus, or the bus itself, which Qt seeks only if it is on.
 bool hangs(const QDBusConnection& session) {
-    const QVariantList property{QStringLiteral("org.a11y.Status"), QStringLiteral("IsEnabled")};
+    const QVariantList property{u"org.a11y.Status"_s, u"IsEnabled"_s};
     const QDBusMessage status =
-        askAnnouncer(session, QStringLiteral("org.freedesktop.DBus.Properties"),
-                     QStringLiteral("Get"), property);
+        askAnnouncer(session, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, property);
     if (isNoAnswer(status)) return true;
     const auto isOn = status.arguments().value(0).value<QDBusVariant>();
     if (!isOn.variant().toBool()) return false;
-    const QDBusMessage address =
-        askAnnouncer(session, QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress"), {});
+    const QDBusMessage address = askAnnouncer(session, u"org.a11y.Bus"_s, u"GetAddress"_s, {});
     return isNoAnswer(address) || !answersConnections(address.arguments().value(0).toString());
 }
 

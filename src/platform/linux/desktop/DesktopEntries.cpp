@@ -11,6 +11,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -39,7 +41,7 @@ Fields fieldsOf(const QString& text) {
 
 QString localised(const Fields& fields, const QString& key, const QString& language) {
     for (const QString& tag : {language, language.section(u'_', 0, 0)}) {
-        const auto found = fields.constFind(QStringLiteral("%1[%2]").arg(key, tag));
+        const auto found = fields.constFind(u"%1[%2]"_s.arg(key, tag));
         if (found != fields.cend()) return *found;
     }
     return fields.value(key);
@@ -65,12 +67,12 @@ QString stampOf(const QString& folder) {
 std::optional<DesktopEntry> readDesktopEntry(const QString& id, const QString& text,
                                              const QString& language) {
     const Fields fields = fieldsOf(text);
-    if (fields.value(QStringLiteral("Type")) != u"Application") return std::nullopt;
-    if (fields.value(QStringLiteral("Hidden")) == u"true") return std::nullopt;
+    if (fields.value(u"Type"_s) != u"Application") return std::nullopt;
+    if (fields.value(u"Hidden"_s) == u"true") return std::nullopt;
     return DesktopEntry{.id = id,
-                        .name = localised(fields, QStringLiteral("Name"), language),
-                        .startupWmClass = fields.value(QStringLiteral("StartupWMClass")),
-                        .executable = executableOf(fields.value(QStringLiteral("Exec")))};
+                        .name = localised(fields, u"Name"_s, language),
+                        .startupWmClass = fields.value(u"StartupWMClass"_s),
+                        .executable = executableOf(fields.value(u"Exec"_s))};
 }
 
 DesktopEntries::DesktopEntries(QStringList folders) : m_folders(std::move(folders)) {}
@@ -81,8 +83,8 @@ QStringList DesktopEntries::standardFolders() {
         return value.isEmpty() ? fallback : value;
     };
     QStringList folders{valueOr("XDG_DATA_HOME", userHome() + "/.local/share")};
-    folders += valueOr("XDG_DATA_DIRS", QStringLiteral("/usr/local/share:/usr/share"))
-                   .split(u':', Qt::SkipEmptyParts);
+    folders +=
+        valueOr("XDG_DATA_DIRS", u"/usr/local/share:/usr/share"_s).split(u':', Qt::SkipEmptyParts);
     for (QString& folder : folders)
         folder = QDir::cleanPath(folder + "/applications");
     folders.removeDuplicates();
@@ -121,8 +123,7 @@ void DesktopEntries::refresh() {
 
 void DesktopEntries::readFolder(const QString& folder) {
     const QDir root(folder);
-    QDirIterator files(folder, {QStringLiteral("*.desktop")}, QDir::Files,
-                       QDirIterator::Subdirectories);
+    QDirIterator files(folder, {u"*.desktop"_s}, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         QFile file(files.next());
         QString id = root.relativeFilePath(file.fileName()).replace(u'/', u'-');

@@ -6,11 +6,13 @@
 #include <array>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
-const QString writerPath = QStringLiteral("/ca/desrt/dconf/Writer/user");
-const QString writerInterface = QStringLiteral("ca.desrt.dconf.Writer");
+const QString writerPath = u"/ca/desrt/dconf/Writer/user"_s;
+const QString writerInterface = u"ca.desrt.dconf.Writer"_s;
 
 constexpr const char* interfaceSchema = "org.gnome.desktop.interface";
 constexpr const char* accessSchema = "org.gnome.desktop.a11y.interface";
@@ -69,7 +71,7 @@ std::optional<bool> darknessOf(const Values& values) {
 } // namespace
 
 GSettingsDesktop::GSettingsDesktop(QDBusConnection bus) : m_bus(std::move(bus)) {
-    m_bus.connect({}, writerPath, writerInterface, QStringLiteral("Notify"), this,
+    m_bus.connect({}, writerPath, writerInterface, u"Notify"_s, this,
                   SLOT(settingsWritten(QString, QStringList, QString)));
     for (const char* schema : {interfaceSchema, accessSchema})
         read(QString::fromLatin1(schema));
@@ -98,8 +100,7 @@ QCoro::Task<> GSettingsDesktop::readDue(GSettingsDesktop* self, std::stop_token 
     while (!stop.stop_requested() && !self->m_due.isEmpty()) {
         const QString schema = self->m_due.first();
         const auto list = [schema](const std::stop_token& stopped) {
-            return outputOf(QStringLiteral("gsettings"),
-                            {QStringLiteral("list-recursively"), schema}, readLimit, stopped);
+            return outputOf(u"gsettings"_s, {u"list-recursively"_s, schema}, readLimit, stopped);
         };
         const std::optional<QByteArray> listing = co_await onPool(list, stop);
         if (stop.stop_requested()) co_return;

@@ -12,13 +12,15 @@
 #include <memory>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 using namespace std::chrono_literals;
 
 constexpr Clock::Duration handoffLimit = 10s;
-const QString program = QStringLiteral("vorq-gateway");
+const QString program = u"vorq-gateway"_s;
 
 // "" if there is none.
 QString gatewayPath() {
@@ -62,7 +64,7 @@ QCoro::Task<std::expected<QUrl, QString>> GatewayHandoff::handoff(std::stop_toke
     QObject::connect(process.get(), &QProcess::errorOccurred, process.get(), wake);
     const std::stop_callback onStop(stop, wake);
     const Clock::TimerId timer = clock.after(handoffLimit, wake);
-    process->start(path, {QStringLiteral("handoff")}, QIODevice::ReadOnly);
+    process->start(path, {u"handoff"_s}, QIODevice::ReadOnly);
     co_await ended;
     if (!stop.stop_requested()) clock.cancel(timer);
     if (process->state() == QProcess::NotRunning) co_return outcomeOf(*process);

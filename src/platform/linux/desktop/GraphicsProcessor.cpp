@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -18,12 +20,11 @@ bool isUsable(const QString& path) {
 
 // Every kernel driver that can draw has a render node; that of NVIDIA may be without.
 bool hasGraphicsProcessor(const QString& devices) {
-    const QString folder = devices + QStringLiteral("/dri");
-    const QStringList nodes =
-        fileNames(folder, QLatin1StringView("renderD"), {}, QDir::System | QDir::Files);
+    const QString folder = devices + u"/dri"_s;
+    const QStringList nodes = fileNames(folder, "renderD"_L1, {}, QDir::System | QDir::Files);
     return std::ranges::any_of(
                nodes, [&](const QString& name) { return isUsable(folder + u'/' + name); }) ||
-           isUsable(devices + QStringLiteral("/nvidiactl"));
+           isUsable(devices + u"/nvidiactl"_s);
 }
 
 } // namespace vorq

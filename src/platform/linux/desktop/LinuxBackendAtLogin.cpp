@@ -15,6 +15,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -23,15 +25,15 @@ using namespace std::chrono_literals;
 constexpr int gatewayPort = 8787; // unless told otherwise
 constexpr unsigned long pollInterval = 50;
 
-const QString gatewayName = QStringLiteral("vorq-gateway");
-const QString gatewayHost = QStringLiteral("127.0.0.1"); // unless told otherwise
-const QString serve = QStringLiteral("serve");
+const QString gatewayName = u"vorq-gateway"_s;
+const QString gatewayHost = u"127.0.0.1"_s; // unless told otherwise
+const QString serve = u"serve"_s;
 
 } // namespace
 
 LinuxBackendAtLogin::LinuxBackendAtLogin(Setting setting)
     : m_setting(std::move(setting)),
-      m_unit(QStringLiteral("vorq-gateway.service"), m_setting.configurationFolder) {}
+      m_unit(u"vorq-gateway.service"_s, m_setting.configurationFolder) {}
 
 QString LinuxBackendAtLogin::findGateway(const QString& executable) {
     QString beside = QFileInfo(executable).path() + u'/' + gatewayName;
@@ -52,14 +54,13 @@ QStringList LinuxBackendAtLogin::arguments() const {
     QStringList words{serve};
     const auto address = LoopbackAddress::of(m_setting.address);
     if (!address) return words;
-    if (address->host() != gatewayHost) words += {QStringLiteral("--host"), address->host()};
-    if (address->port() != gatewayPort)
-        words += {QStringLiteral("--port"), QString::number(address->port())};
+    if (address->host() != gatewayHost) words += {u"--host"_s, address->host()};
+    if (address->port() != gatewayPort) words += {u"--port"_s, QString::number(address->port())};
     return words;
 }
 
 QString LinuxBackendAtLogin::entryPath() const {
-    return m_setting.configurationFolder + QStringLiteral("/autostart/com.vorq.gateway.desktop");
+    return m_setting.configurationFolder + u"/autostart/com.vorq.gateway.desktop"_s;
 }
 
 // Desktops switch an entry off by a line of their own.
@@ -75,16 +76,16 @@ bool LinuxBackendAtLogin::isOn() const {
 }
 
 BackendAtLogin::Outcome LinuxBackendAtLogin::writeEntry() const {
-    const QString text = QStringLiteral("[Desktop Entry]\n"
-                                        "Type=Application\n"
-                                        "Name=Vorq Local Backend\n"
-                                        "Comment=Answers Vorq on this computer\n"
-                                        "Icon=com.vorq.desk\n"
-                                        "Exec=%1 %2\n"
-                                        "Terminal=false\n"
-                                        "NoDisplay=true\n"
-                                        "X-GNOME-Autostart-enabled=true\n")
-                             .arg(desktopExecWord(m_setting.gateway), arguments().join(u' '));
+    const QString text = u"[Desktop Entry]\n"
+                         "Type=Application\n"
+                         "Name=Vorq Local Backend\n"
+                         "Comment=Answers Vorq on this computer\n"
+                         "Icon=com.vorq.desk\n"
+                         "Exec=%1 %2\n"
+                         "Terminal=false\n"
+                         "NoDisplay=true\n"
+                         "X-GNOME-Autostart-enabled=true\n"_s.arg(
+                             desktopExecWord(m_setting.gateway), arguments().join(u' '));
     QDir().mkpath(QFileInfo(entryPath()).path());
     const FileOutcome written = replaceFile(entryPath(), text.toUtf8(), sharedFile);
     if (written) return {};

@@ -7,6 +7,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -44,7 +46,7 @@ LoopbackAddress::LoopbackAddress(QString host, std::uint16_t port)
 std::optional<LoopbackAddress> LoopbackAddress::of(const QUrl& url) {
     if (url.scheme().compare(u"http", Qt::CaseInsensitive) != 0) return std::nullopt;
     const QString named = url.host();
-    const QString host = named == u"localhost" ? QStringLiteral("127.0.0.1") : named;
+    const QString host = named == u"localhost" ? u"127.0.0.1"_s : named;
     if (!fourOf(host) && !isLoopbackSix(host)) return std::nullopt;
     return LoopbackAddress(host, static_cast<std::uint16_t>(url.port(httpPort)));
 }

@@ -8,22 +8,24 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
-const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
-const QString appearanceArea = QStringLiteral("org.freedesktop.appearance");
-const QString colorSchemeKey = QStringLiteral("color-scheme");
-const QString interfaceArea = QStringLiteral("org.gnome.desktop.interface");
-const QString animationsKey = QStringLiteral("enable-animations");
-const QString contrastKey = QStringLiteral("contrast");
-const QString textScaleKey = QStringLiteral("text-scaling-factor");
-const QString accentKey = QStringLiteral("accent-color");
+const QString portalService = u"org.freedesktop.portal.Desktop"_s;
+const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
+const QString interface = u"org.freedesktop.portal.Settings"_s;
+const QString appearanceArea = u"org.freedesktop.appearance"_s;
+const QString colorSchemeKey = u"color-scheme"_s;
+const QString interfaceArea = u"org.gnome.desktop.interface"_s;
+const QString animationsKey = u"enable-animations"_s;
+const QString contrastKey = u"contrast"_s;
+const QString textScaleKey = u"text-scaling-factor"_s;
+const QString accentKey = u"accent-color"_s;
 // Of KDE alone.
-const QString selectionArea = QStringLiteral("org.kde.kdeglobals.Colors:Selection");
-const QString selectionKey = QStringLiteral("BackgroundNormal");
+const QString selectionArea = u"org.kde.kdeglobals.Colors:Selection"_s;
+const QString selectionKey = u"BackgroundNormal"_s;
 
 constexpr uint dark = 1;
 constexpr uint light = 2;
@@ -70,7 +72,7 @@ std::optional<LookColor> selectionOf(const QVariant& value) {
 } // namespace
 
 PortalDesktop::PortalDesktop(QDBusConnection bus) : m_bus(std::move(bus)) {
-    m_bus.connect(portalService, portalPath, interface, QStringLiteral("SettingChanged"), this,
+    m_bus.connect(portalService, portalPath, interface, u"SettingChanged"_s, this,
                   SLOT(settingChanged(QString, QString, QDBusVariant)));
     ask(appearanceArea, colorSchemeKey);
     ask(appearanceArea, contrastKey);
@@ -81,8 +83,8 @@ PortalDesktop::PortalDesktop(QDBusConnection bus) : m_bus(std::move(bus)) {
 }
 
 void PortalDesktop::ask(const QString& area, const QString& key, Need need) {
-    QDBusMessage call = QDBusMessage::createMethodCall(portalService, portalPath, interface,
-                                                       QStringLiteral("Read"));
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(portalService, portalPath, interface, u"Read"_s);
     call << area << key;
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, area, key, need] {

@@ -4,12 +4,14 @@
 
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 // The name of the program, in brackets, may hold anything.
 std::optional<Clock::Duration> startOfThisProcess() {
     constexpr qsizetype placeBehindName = 19;
-    QFile file(QStringLiteral("/proc/self/stat"));
+    QFile file(u"/proc/self/stat"_s);
     if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
     const QByteArray stat = file.readAll();
     const QByteArrayList fields = stat.sliced(stat.lastIndexOf(')') + 1).trimmed().split(' ');

@@ -1,9 +1,11 @@
 #include "platform/linux/desktop/SessionKind.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 SessionKind sessionKind(const QProcessEnvironment& environment) {
-    const QString type = environment.value(QStringLiteral("XDG_SESSION_TYPE"));
+    const QString type = environment.value(u"XDG_SESSION_TYPE"_s);
     const auto names = [&](const char* display) {
         return !environment.value(QLatin1StringView(display)).isEmpty();
     };
@@ -13,7 +15,7 @@ SessionKind sessionKind(const QProcessEnvironment& environment) {
 
 bool prefersXServer(const QProcessEnvironment& environment, bool hasXServer) {
     return hasXServer && sessionKind(environment) == SessionKind::Wayland &&
-           environment.value(QStringLiteral("QT_QPA_PLATFORM")).isEmpty();
+           environment.value(u"QT_QPA_PLATFORM"_s).isEmpty();
 }
 
 } // namespace vorq

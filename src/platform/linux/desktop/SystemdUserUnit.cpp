@@ -7,6 +7,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -19,15 +21,15 @@ SystemdUserUnit::SystemdUserUnit(QString name, QString configurationFolder)
 
 bool SystemdUserUnit::hasManager() {
     const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return !runtime.isEmpty() && QFile::exists(runtime + QStringLiteral("/systemd/private"));
+    return !runtime.isEmpty() && QFile::exists(runtime + u"/systemd/private"_s);
 }
 
 bool SystemdUserUnit::isKnown() const {
-    return hasManager() && run(QStringLiteral("cat"));
+    return hasManager() && run(u"cat"_s);
 }
 
 QString SystemdUserUnit::link() const {
-    return m_configurationFolder + QStringLiteral("/systemd/user/default.target.wants/") + m_name;
+    return m_configurationFolder + u"/systemd/user/default.target.wants/"_s + m_name;
 }
 
 bool SystemdUserUnit::isEnabled() const {
@@ -35,14 +37,12 @@ bool SystemdUserUnit::isEnabled() const {
 }
 
 bool SystemdUserUnit::disable() const {
-    if (hasManager() && run(QStringLiteral("disable")) && !isEnabled()) return true;
+    if (hasManager() && run(u"disable"_s) && !isEnabled()) return true;
     return !isEnabled() || QFile::remove(link());
 }
 
 bool SystemdUserUnit::run(const QString& command) const {
-    return outputOf(QStringLiteral("systemctl"), {QStringLiteral("--user"), command, m_name},
-                    answerLimit)
-        .has_value();
+    return outputOf(u"systemctl"_s, {u"--user"_s, command, m_name}, answerLimit).has_value();
 }
 
 } // namespace vorq

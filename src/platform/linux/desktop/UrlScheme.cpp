@@ -10,10 +10,12 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
-const QString entryName = QStringLiteral("com.vorq.desk.desktop");
+const QString entryName = u"com.vorq.desk.desktop"_s;
 const QByteArray ownMark = "X-Vorq-Written-At-Start=true";
 
 QByteArray entryAt(const QString& path) {
@@ -66,9 +68,8 @@ bool UrlScheme::ensureEntry() const {
 
 void UrlScheme::makeDefault() {
     QProcess process;
-    process.setProgram(QStringLiteral("xdg-mime"));
-    process.setArguments(
-        {QStringLiteral("default"), entryName, QStringLiteral("x-scheme-handler/vorq")});
+    process.setProgram(u"xdg-mime"_s);
+    process.setArguments({u"default"_s, entryName, u"x-scheme-handler/vorq"_s});
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());

@@ -9,31 +9,33 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
-const QString binaryFile = QStringLiteral("/bin/vorq");
-const QString share = QStringLiteral("/share");
-const QString menuEntry = QStringLiteral("/applications/com.vorq.desk.desktop");
+const QString binaryFile = u"/bin/vorq"_s;
+const QString share = u"/share"_s;
+const QString menuEntry = u"/applications/com.vorq.desk.desktop"_s;
 
 const QStringList installedFiles = {
     binaryFile,
-    QStringLiteral("/bin/vorq-gateway"),
-    QStringLiteral("/lib/systemd/user/vorq.service"),
-    QStringLiteral("/lib/systemd/user/vorq-gateway.service"),
+    u"/bin/vorq-gateway"_s,
+    u"/lib/systemd/user/vorq.service"_s,
+    u"/lib/systemd/user/vorq-gateway.service"_s,
     share + menuEntry,
-    QStringLiteral("/share/metainfo/com.vorq.desk.metainfo.xml"),
-    QStringLiteral("/share/icons/hicolor/scalable/apps/com.vorq.desk.svg"),
-    QStringLiteral("/share/icons/hicolor/symbolic/apps/com.vorq.desk-symbolic.svg"),
-    QStringLiteral("/share/dbus-1/services/com.vorq.desk.service"),
-    QStringLiteral("/share/man/man1/vorq.1"),
-    QStringLiteral("/share/man/man1/vorq-gateway.1"),
-    QStringLiteral("/share/bash-completion/completions/vorq"),
-    QStringLiteral("/share/bash-completion/completions/vorq-gateway"),
-    QStringLiteral("/share/zsh/site-functions/_vorq"),
-    QStringLiteral("/share/zsh/site-functions/_vorq-gateway"),
-    QStringLiteral("/share/fish/vendor_completions.d/vorq.fish"),
-    QStringLiteral("/share/fish/vendor_completions.d/vorq-gateway.fish")};
+    u"/share/metainfo/com.vorq.desk.metainfo.xml"_s,
+    u"/share/icons/hicolor/scalable/apps/com.vorq.desk.svg"_s,
+    u"/share/icons/hicolor/symbolic/apps/com.vorq.desk-symbolic.svg"_s,
+    u"/share/dbus-1/services/com.vorq.desk.service"_s,
+    u"/share/man/man1/vorq.1"_s,
+    u"/share/man/man1/vorq-gateway.1"_s,
+    u"/share/bash-completion/completions/vorq"_s,
+    u"/share/bash-completion/completions/vorq-gateway"_s,
+    u"/share/zsh/site-functions/_vorq"_s,
+    u"/share/zsh/site-functions/_vorq-gateway"_s,
+    u"/share/fish/vendor_completions.d/vorq.fish"_s,
+    u"/share/fish/vendor_completions.d/vorq-gateway.fish"_s};
 
 // A program by itself is somebody's work or another's of the same name, and an entry by itself is
 // what other kinds of packages show to the desktop or what the program has written for its links.
@@ -58,9 +60,8 @@ XdgInstallation::XdgInstallation(const QString& executable, const QStringList& d
 QStringList XdgInstallation::dataFolders(const AppPaths& paths) {
     QStringList all{paths.applicationSupportFolder()};
     const QString shared = qEnvironmentVariable("XDG_DATA_DIRS");
-    all += shared.isEmpty()
-               ? QStringList{QStringLiteral("/usr/local/share"), QStringLiteral("/usr/share")}
-               : shared.split(u':', Qt::SkipEmptyParts);
+    all += shared.isEmpty() ? QStringList{u"/usr/local/share"_s, u"/usr/share"_s}
+                            : shared.split(u':', Qt::SkipEmptyParts);
     return all;
 }
 
@@ -68,7 +69,7 @@ QStringList XdgInstallation::dataFolders(const AppPaths& paths) {
 // not the system's, as /usr/local is not.
 bool XdgInstallation::isOfSystem(const QString& path) const {
     const QString folder = realFolderOf(path);
-    const QString local = m_systemPrefix + QStringLiteral("/local/");
+    const QString local = m_systemPrefix + u"/local/"_s;
     return folder.startsWith(m_systemPrefix + u'/') && !folder.startsWith(local);
 }
 

@@ -10,24 +10,25 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
-const QString registeredKey = QStringLiteral("vorq.loginItem.registered");
+const QString registeredKey = u"vorq.loginItem.registered"_s;
 
-const QString launchOptions = QStringLiteral(" --background --launched-at-login");
+const QString launchOptions = u" --background --launched-at-login"_s;
 
 // The entry for a program as it stands in the Exec line.
 QString autostartEntry(const QString& program) {
-    return QStringLiteral("[Desktop Entry]\n"
-                          "Type=Application\n"
-                          "Name=Vorq\n"
-                          "Comment=Answers about what you highlight\n"
-                          "Icon=com.vorq.desk\n"
-                          "Exec=%1%2\n"
-                          "Terminal=false\n"
-                          "X-GNOME-Autostart-enabled=true\n")
-        .arg(program, launchOptions);
+    return u"[Desktop Entry]\n"
+           "Type=Application\n"
+           "Name=Vorq\n"
+           "Comment=Answers about what you highlight\n"
+           "Icon=com.vorq.desk\n"
+           "Exec=%1%2\n"
+           "Terminal=false\n"
+           "X-GNOME-Autostart-enabled=true\n"_s.arg(program, launchOptions);
 }
 
 // As we wrote it, for a program at any place.
@@ -42,7 +43,7 @@ bool isUnedited(const QString& entry) {
 }
 
 bool isPlain(QChar character) {
-    return character.isLetterOrNumber() || QStringLiteral("/.-_+@:,").contains(character);
+    return character.isLetterOrNumber() || u"/.-_+@:,"_s.contains(character);
 }
 
 } // namespace
@@ -51,8 +52,8 @@ QString desktopExecWord(const QString& path) {
     QString word;
     for (const QChar character : path) {
         // Once for the quoted word, and again for the value as a whole.
-        if (QStringLiteral("\"`$").contains(character)) word += QStringLiteral("\\\\");
-        if (character == u'\\') word += QStringLiteral("\\\\\\");
+        if (u"\"`$"_s.contains(character)) word += u"\\\\"_s;
+        if (character == u'\\') word += u"\\\\\\"_s;
         if (character == u'%') word += u'%';
         word += character;
     }
@@ -65,7 +66,7 @@ XdgLoginItem::XdgLoginItem(Defaults& defaults, QString configurationFolder, QStr
       m_executable(std::move(executable)) {}
 
 QString XdgLoginItem::entryPath() const {
-    return m_configurationFolder + QStringLiteral("/autostart/com.vorq.desk.desktop");
+    return m_configurationFolder + u"/autostart/com.vorq.desk.desktop"_s;
 }
 
 std::expected<void, QString> XdgLoginItem::registerAtLogin() {
@@ -79,7 +80,7 @@ std::expected<void, QString> XdgLoginItem::registerAtLogin() {
         // Switching it off is an edit, too.
         if (text == wanted || !isUnedited(text)) return {};
     }
-    QDir().mkpath(m_configurationFolder + QStringLiteral("/autostart"));
+    QDir().mkpath(m_configurationFolder + u"/autostart"_s);
     const FileOutcome written = replaceFile(entryPath(), wanted.toUtf8(), sharedFile);
     if (!written) return std::unexpected(written.error());
     m_defaults.setBoolean(registeredKey, true);
@@ -91,7 +92,7 @@ std::expected<void, QString> XdgLoginItem::unregisterAtLogin() {
     if (file.exists() && !file.remove()) return std::unexpected(file.errorString());
     m_defaults.remove(registeredKey);
     QFile wanted(m_configurationFolder +
-                 QStringLiteral("/systemd/user/graphical-session.target.wants/vorq.service"));
+                 u"/systemd/user/graphical-session.target.wants/vorq.service"_s);
     const bool isThere = wanted.exists() || QFileInfo(wanted).isSymLink();
     if (isThere && !wanted.remove()) return std::unexpected(wanted.errorString());
     return {};

@@ -8,6 +8,8 @@
 #include <pwd.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -57,7 +59,7 @@ QString configurationFolder(const AppPaths& paths) {
 }
 
 QString settingsPath(const AppPaths& paths) {
-    return paths.settingsFolder() + QStringLiteral("/settings.json");
+    return paths.settingsFolder() + u"/settings.json"_s;
 }
 
 } // namespace vorq

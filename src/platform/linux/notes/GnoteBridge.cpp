@@ -12,14 +12,16 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
-const QString service = QStringLiteral("org.gnome.Gnote");
-const QString remotePath = QStringLiteral("/org/gnome/Gnote/RemoteControl");
-const QString remoteInterface = QStringLiteral("org.gnome.Gnote.RemoteControl");
-const QString busService = QStringLiteral("org.freedesktop.DBus");
-const QString busPath = QStringLiteral("/org/freedesktop/DBus");
+const QString service = u"org.gnome.Gnote"_s;
+const QString remotePath = u"/org/gnome/Gnote/RemoteControl"_s;
+const QString remoteInterface = u"org.gnome.Gnote.RemoteControl"_s;
+const QString busService = u"org.freedesktop.DBus"_s;
+const QString busPath = u"/org/freedesktop/DBus"_s;
 
 constexpr int busPatience = 1000; // milliseconds, for what the bus itself answers
 constexpr int mostNumbers = 1000; // tried for one title
@@ -50,11 +52,10 @@ class GnoteBridge::Session {
     bool start() {
         while (true) {
             // The second argument is reserved by the bus.
-            const QDBusMessage reply =
-                m_bus.call(busCall(QStringLiteral("StartServiceByName"), {service, 0U}),
-                           QDBus::Block, remaining());
+            const QDBusMessage reply = m_bus.call(busCall(u"StartServiceByName"_s, {service, 0U}),
+                                                  QDBus::Block, remaining());
             if (reply.type() != QDBusMessage::ReplyMessage) return false;
-            if (call(QStringLiteral("Version"), {})) return true;
+            if (call(u"Version"_s, {})) return true;
             // It may have been ending just now.
             if (!canRetry()) return false;
         }
@@ -134,22 +135,19 @@ bool GnoteBridge::isAvailable(const QDBusConnection& bus) {
 }
 
 bool GnoteBridge::ownsNote(const QString& id) {
-    return id.startsWith(QStringLiteral("note://"));
+    return id.startsWith(u"note://"_s);
 }
 
 std::vector<AppleNoteSummary> GnoteBridge::listNotes(int limit) {
     Session session(m_bus, m_patience);
     if (!session.start()) return {};
-    const QStringList templates =
-        session.call(QStringLiteral("GetAllNotesWithTag"), {QStringLiteral("system:template")})
-            .value_or(QVariant())
-            .toStringList();
-    QStringList notes =
-        session.call(QStringLiteral("ListAllNotes"), {}).value_or(QVariant()).toStringList();
+    const QStringList templates = session.call(u"GetAllNotesWithTag"_s, {u"system:template"_s})
+                                      .value_or(QVariant())
+                                      .toStringList();
+    QStringList notes = session.call(u"ListAllNotes"_s, {}).value_or(QVariant()).toStringList();
     notes.removeIf([&](const QString& note) { return templates.contains(note); });
 
-    const std::vector<QVariant> dates =
-        session.ofEach(QStringLiteral("GetNoteChangeDateUnix"), notes);
+    const std::vector<QVariant> dates = session.ofEach(u"GetNoteChangeDateUnix"_s, notes);
     std::vector<std::pair<qint64, qsizetype>> order; // newest first, else as Gnote lists them
     for (qsizetype index = 0; index < notes.size(); ++index)
         order.emplace_back(-dates[static_cast<std::size_t>(index)].toLongLong(), index);
@@ -160,7 +158,7 @@ std::vector<AppleNoteSummary> GnoteBridge::listNotes(int limit) {
     QStringList latest;
     for (const auto& [age, index] : order)
         latest += notes[index];
-    const std::vector<QVariant> titles = session.ofEach(QStringLiteral("GetNoteTitle"), latest);
+    const std::vector<QVariant> titles = session.ofEach(u"GetNoteTitle"_s, latest);
     std::vector<AppleNoteSummary> summaries;
     for (qsizetype index = 0; index < latest.size(); ++index) {
         const QString title = titles[static_cast<std::size_t>(index)].toString();
@@ -172,7 +170,7 @@ std::vector<AppleNoteSummary> GnoteBridge::listNotes(int limit) {
 std::optional<QString> GnoteBridge::noteBody(const QString& id) {
     Session session(m_bus, m_patience);
     if (!ownsNote(id) || !session.start()) return std::nullopt;
-    const QString text = session.string(QStringLiteral("GetNoteContents"), {id});
+    const QString text = session.string(u"GetNoteContents"_s, {id});
     return trimmed(text).isEmpty() ? std::nullopt : std::optional(text);
 }
 
@@ -180,26 +178,22 @@ std::expected<QString, BlockingNotes::Error> GnoteBridge::createNote(const QStri
                                                                      const QString& body) {
     Session session(m_bus, m_patience);
     if (!session.start())
-        return std::unexpected(QStringLiteral("Couldn’t create the note. Gnote does not answer."));
+        return std::unexpected(u"Couldn’t create the note. Gnote does not answer."_s);
     const QString wanted = gnote::storableTitle(title);
     QString note;
     for (int number = 1; note.isEmpty() && number <= mostNumbers; ++number) {
-        const QString name =
-            number == 1 ? wanted : QStringLiteral("%1 (%2)").arg(wanted).arg(number);
-        const std::optional<QVariant> answer =
-            session.call(QStringLiteral("CreateNamedNote"), {name});
+        const QString name = number == 1 ? wanted : u"%1 (%2)"_s.arg(wanted).arg(number);
+        const std::optional<QVariant> answer = session.call(u"CreateNamedNote"_s, {name});
         if (!answer) break;
         note = answer->toString(); // empty if the title is taken
     }
     // What Gnote made of the title is the first line of the note.
-    const QString name =
-        note.isEmpty() ? QString() : session.string(QStringLiteral("GetNoteTitle"), {note});
+    const QString name = note.isEmpty() ? QString() : session.string(u"GetNoteTitle"_s, {note});
     const QString text =
         notesbridge::withTitle(name, trimmed(gnote::storableText(body)).toString());
-    if (!name.isEmpty() && session.succeeds(QStringLiteral("SetNoteContents"), {note, text}))
-        return note;
-    if (!note.isEmpty()) session.call(QStringLiteral("DeleteNote"), {note});
-    return std::unexpected(QStringLiteral("Couldn’t create the note. Gnote does not take it."));
+    if (!name.isEmpty() && session.succeeds(u"SetNoteContents"_s, {note, text})) return note;
+    if (!note.isEmpty()) session.call(u"DeleteNote"_s, {note});
+    return std::unexpected(u"Couldn’t create the note. Gnote does not take it."_s);
 }
 
 std::expected<void, BlockingNotes::Error> GnoteBridge::appendToNote(const QString& id,
@@ -208,17 +202,17 @@ std::expected<void, BlockingNotes::Error> GnoteBridge::appendToNote(const QStrin
     if (trimmed(text).isEmpty()) return std::unexpected(notesbridge::nothingToAppend);
     Session session(m_bus, m_patience);
     if (!ownsNote(id) || !session.start()) return std::unexpected(notesbridge::appendFailed);
-    const QString content = session.string(QStringLiteral("GetNoteContentsXml"), {id});
+    const QString content = session.string(u"GetNoteContentsXml"_s, {id});
     if (content.isEmpty()) return std::unexpected(notesbridge::appendFailed);
     if (const std::optional<QString> xml = gnote::withAppended(content, text)) {
-        if (session.succeeds(QStringLiteral("SetNoteContentsXml"), {id, *xml})) return {};
+        if (session.succeeds(u"SetNoteContentsXml"_s, {id, *xml})) return {};
         return std::unexpected(notesbridge::appendFailed);
     }
     // Without its format the note keeps its text, which matters more.
-    const QString plain = session.string(QStringLiteral("GetNoteContents"), {id});
+    const QString plain = session.string(u"GetNoteContents"_s, {id});
     if (trimmed(plain).isEmpty()) return std::unexpected(notesbridge::appendFailed);
     const QString both = gnote::storableText(plain) + "\n\n" + text;
-    if (session.succeeds(QStringLiteral("SetNoteContents"), {id, both})) return {};
+    if (session.succeeds(u"SetNoteContents"_s, {id, both})) return {};
     return std::unexpected(notesbridge::appendFailed);
 }
 

@@ -5,18 +5,19 @@
 #include <QDir>
 #include <QStandardPaths>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 LinuxNotesBridge::Choice LinuxNotesBridge::choice(const Defaults& defaults) {
-    const QString name =
-        defaults.string(QStringLiteral("vorq.notes.application")).value_or(QString());
+    const QString name = defaults.string(u"vorq.notes.application"_s).value_or(QString());
     if (name == u"gnote") return Choice::Gnote;
     if (name == u"folder") return Choice::Folder;
     return Choice::Automatic;
 }
 
 QString LinuxNotesBridge::folder(const Defaults& defaults) {
-    const QString folder = defaults.string(QStringLiteral("vorq.notes.folder")).value_or(QString());
+    const QString folder = defaults.string(u"vorq.notes.folder"_s).value_or(QString());
     if (QDir::isAbsolutePath(folder)) return QDir::cleanPath(folder);
     return QDir::cleanPath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
                            "/Vorq Notes");

@@ -11,6 +11,8 @@
 #include <unistd.h>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 WaylandWorkspace::WaylandWorkspace(Clock& clock, std::shared_ptr<AtSpiBus> bus, QObject* parent)
@@ -33,8 +35,8 @@ WaylandWorkspace::~WaylandWorkspace() {
 
 PortSupport WaylandWorkspace::supported() const {
     if (m_bus->isOn()) return {};
-    return std::unexpected(QStringLiteral(
-        "Under Wayland applications are known by the accessibility bus, which is off."));
+    return std::unexpected(
+        u"Under Wayland applications are known by the accessibility bus, which is off."_s);
 }
 
 std::optional<ProcessId> WaylandWorkspace::frontmostProcess() const {

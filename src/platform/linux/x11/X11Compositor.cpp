@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <span>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 X11Compositor::X11Compositor(QObject* parent)
@@ -26,7 +28,7 @@ X11Compositor::X11Compositor(QObject* parent)
 
 PortSupport X11Compositor::supported() const {
     if (m_requests.isUsable()) return {};
-    return std::unexpected(QStringLiteral("Wayland does not say what it blurs."));
+    return std::unexpected(u"Wayland does not say what it blurs."_s);
 }
 
 void X11Compositor::watchOwner() {

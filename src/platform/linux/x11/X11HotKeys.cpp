@@ -12,6 +12,8 @@
 #include <optional>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -43,8 +45,8 @@ X11HotKeys::~X11HotKeys() = default;
 
 PortSupport X11HotKeys::supported() const {
     if (sessionKind() == SessionKind::Wayland)
-        return std::unexpected(QStringLiteral("Wayland keeps hot keys to the desktop."));
-    if (!m_connection.isUsable()) return std::unexpected(QStringLiteral("No X server answers."));
+        return std::unexpected(u"Wayland keeps hot keys to the desktop."_s);
+    if (!m_connection.isUsable()) return std::unexpected(u"No X server answers."_s);
     return {};
 }
 

@@ -7,6 +7,8 @@
 #include <xcb/shape.h>
 #include <xcb/xcb.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -47,7 +49,7 @@ X11OverlayHints::X11OverlayHints() : m_connection(qtConnection()) {
 
 PortSupport X11OverlayHints::supported() const {
     if (m_connection != nullptr) return {};
-    return std::unexpected(QStringLiteral("Wayland lets no window stand above all others."));
+    return std::unexpected(u"Wayland lets no window stand above all others."_s);
 }
 
 void X11OverlayHints::prepare(WindowId window) {

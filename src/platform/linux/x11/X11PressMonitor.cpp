@@ -15,6 +15,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -46,7 +48,7 @@ bool isPopupOpen() {
 
 PressedSurface surfaceOf(const QWindow& window) {
     // Qt names the window of its tray icon after the class.
-    if (window.objectName().startsWith(QLatin1StringView("QSystemTrayIconSys")))
+    if (window.objectName().startsWith("QSystemTrayIconSys"_L1))
         return PressedSurface::OwnStatusItem;
     const Qt::WindowType type = window.type();
     const bool isMenu = type == Qt::Popup || type == Qt::ToolTip || type == Qt::SplashScreen;
@@ -81,9 +83,8 @@ X11PressMonitor::X11PressMonitor(const Screens& screens, QObject* parent)
 
 PortSupport X11PressMonitor::supported() const {
     if (sessionKind() == SessionKind::Wayland)
-        return std::unexpected(QStringLiteral("Wayland tells of no presses on other windows."));
-    if (m_opcode == 0)
-        return std::unexpected(QStringLiteral("The X server lacks the input extension."));
+        return std::unexpected(u"Wayland tells of no presses on other windows."_s);
+    if (m_opcode == 0) return std::unexpected(u"The X server lacks the input extension."_s);
     return {};
 }
 

@@ -11,6 +11,8 @@
 #include <memory>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -36,9 +38,8 @@ X11PrimarySelection::~X11PrimarySelection() = default;
 
 PortSupport X11PrimarySelection::supported() const {
     if (sessionKind() == SessionKind::Wayland)
-        return std::unexpected(
-            QStringLiteral("Under Wayland only applications of the X server hand it out."));
-    if (!X11Connection().isUsable()) return std::unexpected(QStringLiteral("No X server answers."));
+        return std::unexpected(u"Under Wayland only applications of the X server hand it out."_s);
+    if (!X11Connection().isUsable()) return std::unexpected(u"No X server answers."_s);
     return {};
 }
 

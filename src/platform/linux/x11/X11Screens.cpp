@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -157,8 +159,7 @@ std::vector<QRect> X11Screens::toldWorkAreas() const {
 
 PortSupport X11Screens::supported() const {
     if (sessionKind() == SessionKind::Wayland)
-        return std::unexpected(
-            QStringLiteral("Wayland tells where neither the pointer nor a window is."));
+        return std::unexpected(u"Wayland tells where neither the pointer nor a window is."_s);
     return {};
 }
 

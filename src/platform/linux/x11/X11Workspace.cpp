@@ -9,6 +9,8 @@
 #include <memory>
 #include <ranges>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -29,11 +31,10 @@ X11Workspace::X11Workspace(QObject* parent) : Workspace(parent) {
 X11Workspace::~X11Workspace() = default;
 
 PortSupport X11Workspace::supported() const {
-    if (!m_requests.isUsable()) return std::unexpected(QStringLiteral("No X server answers."));
+    if (!m_requests.isUsable()) return std::unexpected(u"No X server answers."_s);
     if (!m_requests.numbers(m_requests.root(), m_requests.atom("_NET_SUPPORTING_WM_CHECK")).empty())
         return {};
-    return std::unexpected(
-        QStringLiteral("No window manager runs that says which application is in front."));
+    return std::unexpected(u"No window manager runs that says which application is in front."_s);
 }
 
 void X11Workspace::watchActiveWindow() {

@@ -11,6 +11,8 @@
 #include <future>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -25,11 +27,11 @@ class ScriptedApplication final : public QDBusVirtualObject {
         if (message.member() != "Get") return reply(message, bus, {});
         const QString property = message.arguments().value(1).toString();
         if (property == "IsEnabled") return answer(message, bus, true);
-        if (property == "ToolkitName") return answer(message, bus, QStringLiteral("gtk"));
+        if (property == "ToolkitName") return answer(message, bus, u"gtk"_s);
         if (property != "Name") return false;
         // A busy application says nothing, rather than that it has none.
         if (!tellsItsName) return true;
-        return answer(message, bus, QStringLiteral("soffice"));
+        return answer(message, bus, u"soffice"_s);
     }
 
     QString address;
@@ -73,7 +75,7 @@ class AtSpiApplicationsTest : public testing::Test {
     [[nodiscard]] QStringList moreNames(int count) {
         QStringList names;
         for (int number = 0; number < count; ++number) {
-            names += QStringLiteral("org.example.Name%1").arg(number);
+            names += u"org.example.Name%1"_s.arg(number);
             EXPECT_TRUE(m_server.registerService(names.back()));
         }
         return names;

@@ -14,6 +14,8 @@
 
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -78,9 +80,7 @@ TEST_F(AtSpiCallsTest, ReadsAPlaceAsAStructureAndAsNumbers) {
 
 TEST_F(AtSpiCallsTest, ReadsAnElementAndNotTheNullOne) {
     const auto reference = [](const char* path) {
-        return [path](QDBusArgument& fill) {
-            fill << QStringLiteral(":1.7") << QDBusObjectPath(path);
-        };
+        return [path](QDBusArgument& fill) { fill << u":1.7"_s << QDBusObjectPath(path); };
     };
     const AtSpiRef one{":1.7", "/one"};
     EXPECT_THAT(atspi::refIn(replyOf({structure(reference("/one"))})), Optional(one));

@@ -2,10 +2,12 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
-const QString app = QStringLiteral(":1.5");
+const QString app = u":1.5"_s;
 
 AtSpiRef element(const char* path, const QString& service = app) {
     return {service, QString::fromLatin1(path)};
@@ -69,7 +71,7 @@ TEST(AtSpiFocusOrder, KeepsApplicationsApart) {
 TEST(AtSpiFocusOrder, DoesNotGrowWithoutBound) {
     AtSpiFocusOrder order;
     for (int i = 0; i < 1000; ++i)
-        order.gained({app, QStringLiteral("/%1").arg(i)});
+        order.gained({app, u"/%1"_s.arg(i)});
 
     EXPECT_EQ(order.candidates(app).size(), 32U);
     EXPECT_EQ(order.candidates(app).front().path, "/999");

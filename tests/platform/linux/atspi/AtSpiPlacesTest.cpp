@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -121,8 +123,7 @@ class AtSpiSelectedPiecesTest : public AccessibleTreeTest {
             const AtSpiSelection selection(bus, toolkit, {});
             std::vector<QString> names;
             for (const auto& [element, span] : AtSpiSelectedPieces(selection).of(at(path)))
-                names.push_back(
-                    QStringLiteral("%1 %2-%3").arg(element.path).arg(span.start).arg(span.end));
+                names.push_back(u"%1 %2-%3"_s.arg(element.path).arg(span.start).arg(span.end));
             return names;
         });
     }

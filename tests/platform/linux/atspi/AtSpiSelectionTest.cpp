@@ -10,6 +10,8 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -79,14 +81,14 @@ TEST_F(AtSpiSelectionTest, DoesNotReadWhatMayBeAPassword) {
 }
 
 TEST_F(AtSpiSelectionTest, ReadsAPageThroughItsObjects) {
-    whole("/page", QStringLiteral("\uFFFC\uFFFC")).links = QStringList{"/first", "/second"};
+    whole("/page", u"\uFFFC\uFFFC"_s).links = QStringList{"/first", "/second"};
     textOf("/first", "one two", 4, 7);
     textOf("/second", "three", 0, 5);
     EXPECT_THAT(selected("/page"), Optional(QString("two\nthree")));
 }
 
 TEST_F(AtSpiSelectionTest, SetsObjectsAsTheirPageDoes) {
-    whole("/page", QStringLiteral("E=mc\uFFFC, press \uFFFC now\uFFFCend")).links =
+    whole("/page", u"E=mc\uFFFC, press \uFFFC now\uFFFCend"_s).links =
         QStringList{"/raised", "/button", "/block"};
     whole("/raised", "2").attributes = {{"display", "inline"}};
     whole("/button", "Go").attributes = {{"display", "inline-block"}};
@@ -99,12 +101,12 @@ TEST_F(AtSpiSelectionTest, SetsParagraphsApart) {
         whole(path, text).role = static_cast<std::uint32_t>(atspi::Role::Paragraph);
         element(path).attributes = {{"display", "block"}};
     };
-    whole("/page", QStringLiteral("\uFFFC\uFFFC\uFFFC\uFFFC")).links =
+    whole("/page", u"\uFFFC\uFFFC\uFFFC\uFFFC"_s).links =
         QStringList{"/title", "/one", "/two", "/item"};
     whole("/title", "Title");
     paragraph("/one", "one\n");
     paragraph("/two", "two");
-    whole("/item", QStringLiteral("12. \uFFFC\uFFFC")).links = QStringList{"/three", "/four"};
+    whole("/item", u"12. \uFFFC\uFFFC"_s).links = QStringList{"/three", "/four"};
     element("/item").attributes = {{"display", "list-item"}};
     paragraph("/three", "three");
     paragraph("/four", "four");
@@ -112,20 +114,20 @@ TEST_F(AtSpiSelectionTest, SetsParagraphsApart) {
 }
 
 TEST_F(AtSpiSelectionTest, SetsTheItemsOfAList) {
-    whole("/list", QStringLiteral("\uFFFC\uFFFC")).links = QStringList{"/first", "/second"};
-    whole("/first", QStringLiteral("\u2022 \uFFFC")).links = QStringList{"/block"};
-    whole("/second", QStringLiteral("\u2022 \uFFFC\uFFFC")).links = QStringList{"/link", "/block"};
+    whole("/list", u"\uFFFC\uFFFC"_s).links = QStringList{"/first", "/second"};
+    whole("/first", u"\u2022 \uFFFC"_s).links = QStringList{"/block"};
+    whole("/second", u"\u2022 \uFFFC\uFFFC"_s).links = QStringList{"/link", "/block"};
     for (const QString& path : {"/first", "/second"})
         element(path).attributes = {{"display", "list-item"}};
     whole("/block", "block").attributes = {{"display", "block"}};
     whole("/link", "link").attributes = {{"display", "inline"}};
-    EXPECT_THAT(selected("/list"), Optional(QStringLiteral("\u2022 block\n\u2022 link\nblock")));
+    EXPECT_THAT(selected("/list"), Optional(u"\u2022 block\n\u2022 link\nblock"_s));
 }
 
 TEST_F(AtSpiSelectionTest, SetsTheCellsOfARowApartByTabs) {
-    whole("/table", QStringLiteral("\uFFFC\uFFFC")).links = QStringList{"/head", "/row"};
-    whole("/head", QStringLiteral("\uFFFC\uFFFC\uFFFC")).links = QStringList{"/a", "/b", "/c"};
-    whole("/row", QStringLiteral("\uFFFC\uFFFC\uFFFC")).links = QStringList{"/d", "/none", "/f"};
+    whole("/table", u"\uFFFC\uFFFC"_s).links = QStringList{"/head", "/row"};
+    whole("/head", u"\uFFFC\uFFFC\uFFFC"_s).links = QStringList{"/a", "/b", "/c"};
+    whole("/row", u"\uFFFC\uFFFC\uFFFC"_s).links = QStringList{"/d", "/none", "/f"};
     for (const QString& name : {"a", "b", "c", "d", "f"})
         whole("/" + name, name).attributes = {{"display", "table-cell"}};
     element("/none").attributes = {{"display", "table-cell"}};
@@ -135,7 +137,7 @@ TEST_F(AtSpiSelectionTest, SetsTheCellsOfARowApartByTabs) {
 }
 
 TEST_F(AtSpiSelectionTest, LeavesWhatIsTypedIntoTheFieldsOfAPage) {
-    whole("/page", QStringLiteral("before\uFFFCafter")).links = QStringList{"/field"};
+    whole("/page", u"before\uFFFCafter"_s).links = QStringList{"/field"};
     whole("/field", "typed").attributes = {{"display", "inline-block"}, {"tag", "input"}};
     EXPECT_THAT(selected("/page"), Optional(QString("beforeafter")));
     EXPECT_THAT(selected("/field"), Optional(QString("typed")));
@@ -194,9 +196,9 @@ TEST_F(AtSpiSelectionTest, ReadsNoCellThatIsSelectedWhole) {
 
 TEST_F(AtSpiSelectionTest, ReadsNothingWhereOffsetsAreWrong) {
     toolkit = atSpiToolkit(u"Chromium", u"Chromium");
-    whole("/page", QStringLiteral("\uFFFC\uFFFC")).links = QStringList{"/plain", "/wide"};
+    whole("/page", u"\uFFFC\uFFFC"_s).links = QStringList{"/plain", "/wide"};
     whole("/plain", "words");
-    textOf("/wide", QStringLiteral("\U0001F600 words"), 0, 5);
+    textOf("/wide", u"\U0001F600 words"_s, 0, 5);
     EXPECT_THAT(selected("/plain"), Optional(QString("words")));
     EXPECT_EQ(selected("/wide"), std::nullopt);
     EXPECT_EQ(selected("/page"), std::nullopt);
@@ -213,7 +215,7 @@ TEST_F(AtSpiSelectionTest, SurvivesOffsetsThatMakeNoSense) {
 }
 
 TEST_F(AtSpiSelectionTest, SurvivesAPageThatContainsItself) {
-    whole("/page", QStringLiteral("a\uFFFCb\uFFFCc")).links = QStringList{"/page", "/page"};
+    whole("/page", u"a\uFFFCb\uFFFCc"_s).links = QStringList{"/page", "/page"};
     const QString text = selected("/page").value_or("");
     EXPECT_THAT(text.toStdString(), testing::StartsWith("a"));
     EXPECT_LT(text.size(), 100'000);
@@ -237,7 +239,7 @@ TEST_F(AtSpiSelectionTest, TakesNoMoreTextThanItAskedFor) {
 }
 
 TEST_F(AtSpiSelectionTest, TakesEachErrorAndEachWrongFormForNothing) {
-    whole("/one", QStringLiteral("a\uFFFC")).links = QStringList{"/one"};
+    whole("/one", u"a\uFFFC"_s).links = QStringList{"/one"};
     for (const QString& member :
          {"GetRole", "GetInterfaces", "GetAttributes", "GetNSelections", "GetSelection", "GetText",
           "GetLinkIndex", "GetLink", "GetObject", "Get"}) {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -10,7 +12,7 @@ const AtSpiToolkit qt = atSpiToolkit(u"Qt", u"featherpad");
 const AtSpiToolkit gecko = atSpiToolkit(u"Gecko", u"Firefox");
 
 // One unit, two units, one unit.
-const QString text = QStringLiteral("a😀b");
+const QString text = u"a😀b"_s;
 
 TEST(AtSpiText, CountsCharactersForMostToolkits) {
     EXPECT_EQ(utf16Offset(0, text, gtk), 0);
@@ -44,8 +46,8 @@ TEST(AtSpiText, TakesAHalfOfACharacterForOne) {
 }
 
 TEST(AtSpiText, DropsTheMarksOfFirefoxAndNoOthers) {
-    const QString marked = QStringLiteral("\uFEFFa😀\uFEFFb\uFEFF");
-    EXPECT_EQ(withoutMarks(marked, gecko), QStringLiteral("\uFEFFa😀b\uFEFF"));
+    const QString marked = u"\uFEFFa😀\uFEFFb\uFEFF"_s;
+    EXPECT_EQ(withoutMarks(marked, gecko), u"\uFEFFa😀b\uFEFF"_s);
     EXPECT_EQ(withoutMarks(marked, gtk), marked);
 }
 

@@ -12,6 +12,8 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -72,8 +74,8 @@ class AtSpiWindowWatchTest : public testing::Test {
 
     void send(const QString& path, const char* kind, const char* event,
               const QVariantList& arguments = {}) {
-        QDBusMessage signal = QDBusMessage::createSignal(
-            path, QStringLiteral("org.a11y.atspi.Event.") + kind, QString::fromLatin1(event));
+        QDBusMessage signal = QDBusMessage::createSignal(path, u"org.a11y.atspi.Event."_s + kind,
+                                                         QString::fromLatin1(event));
         signal.setArguments(arguments);
         m_server.send(signal);
     }

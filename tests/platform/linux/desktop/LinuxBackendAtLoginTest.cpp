@@ -16,6 +16,8 @@
 
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -43,9 +45,7 @@ class Listener {
     ~Listener() { ::close(m_descriptor); }
 
     [[nodiscard]] int port() const { return m_port; }
-    [[nodiscard]] QUrl url() const {
-        return QUrl(QStringLiteral("http://127.0.0.1:%1").arg(m_port));
-    }
+    [[nodiscard]] QUrl url() const { return QUrl(u"http://127.0.0.1:%1"_s.arg(m_port)); }
 
   private:
     int m_descriptor;
@@ -79,7 +79,7 @@ class LinuxBackendAtLoginTest : public testing::Test {
                                     .startLimit = 200ms});
     }
     [[nodiscard]] LinuxBackendAtLogin backend(const QUrl& address) const {
-        return backend(address, QStringLiteral("/opt/vorq/bin/vorq-gateway"));
+        return backend(address, u"/opt/vorq/bin/vorq-gateway"_s);
     }
 
     // A systemd of the user that knows the unit, and notes what it is told.
@@ -97,7 +97,7 @@ class LinuxBackendAtLoginTest : public testing::Test {
     }
 
     const QByteArray m_path = qgetenv("PATH");
-    const QString m_entry = QStringLiteral("config/autostart/com.vorq.gateway.desktop");
+    const QString m_entry = u"config/autostart/com.vorq.gateway.desktop"_s;
     QTemporaryDir m_folder;
     Listener m_listener;
 };

@@ -11,6 +11,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -115,7 +117,7 @@ TEST_F(LinuxDesktopLookTest, AnimationsContrastAndTheSizeOfTextAreSettingsToo) {
 
 TEST_F(LinuxDesktopLookTest, AThemeOfHighContrastIsASwitchForIt) {
     for (const char* theme : {"'HighContrast'", "'HighContrastInverse'"}) {
-        store(interface, {QStringLiteral("gtk-theme ") + theme});
+        store(interface, {u"gtk-theme "_s + theme});
         const LinuxDesktopLook desktop(m_client);
         EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.look().wantsHighContrast == true; }))
             << theme;

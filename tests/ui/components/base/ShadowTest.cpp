@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -22,7 +24,7 @@ class Shadow : public testing::Test {
                           "Rectangle { id: plate; x: 50; y: 50; width: 200; height: 100;"
                           " radius: 20 }\n"
                           "Shadow { target: plate; level: 2; radius: 22 } }",
-                          QUrl(QStringLiteral("qrc:/test/Shadow.qml")));
+                          QUrl(u"qrc:/test/Shadow.qml"_s));
         m_scene.reset(qobject_cast<QQuickItem*>(component.create()));
         if (!m_scene) qFatal("%s", qPrintable(component.errorString()));
         window.resize(300, 200);

@@ -9,6 +9,8 @@
 #include <array>
 #include <cstring>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -28,8 +30,8 @@ constexpr QByteArrayView secretMark("x-kde-passwordManagerHint");
 
 QString reasonOf(Failure failure) {
     return failure == Failure::TooLong
-               ? QStringLiteral("the clipboard holds more than can be given back")
-               : QStringLiteral("the owner of the clipboard does not hand out all of it in time");
+               ? u"the clipboard holds more than can be given back"_s
+               : u"the owner of the clipboard does not hand out all of it in time"_s;
 }
 
 std::vector<X11Connection::Atom> atomsIn(const QByteArray& bytes) {
@@ -115,16 +117,16 @@ Pasteboard::Contents X11ClipboardReading::formsOf(const std::vector<Offer>& offe
 }
 
 Pasteboard::Contents X11ClipboardReading::contents() {
-    if (!m_x11.isUsable()) return std::unexpected(QStringLiteral("no X server answers"));
+    if (!m_x11.isUsable()) return std::unexpected(u"no X server answers"_s);
     const X11Connection::Window before = owner();
     if (before == XCB_WINDOW_NONE) return PasteboardContents();
     const Offers offered = offers();
     if (!offered) return std::unexpected(offered.error());
     if (std::ranges::find(*offered, secretMark, &Offer::name) != offered->end())
-        return std::unexpected(QStringLiteral("the clipboard holds a secret"));
+        return std::unexpected(u"the clipboard holds a secret"_s);
     Contents contents = formsOf(*offered);
     if (contents && owner() != before)
-        return std::unexpected(QStringLiteral("the clipboard was written meanwhile"));
+        return std::unexpected(u"the clipboard was written meanwhile"_s);
     return contents;
 }
 

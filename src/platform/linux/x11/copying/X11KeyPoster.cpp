@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <ranges>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -51,9 +53,9 @@ X11KeyPoster::X11KeyPoster()
       m_seesPresses(m_x11.isUsable() && rawInputOpcode(m_x11) != 0) {}
 
 PortSupport X11KeyPoster::supported() const {
-    if (!m_x11.isUsable()) return std::unexpected(QStringLiteral("No X server answers."));
+    if (!m_x11.isUsable()) return std::unexpected(u"No X server answers."_s);
     if (m_canPress) return {};
-    return std::unexpected(QStringLiteral("The X server lets no program press keys."));
+    return std::unexpected(u"The X server lets no program press keys."_s);
 }
 
 std::uint32_t X11KeyPoster::heldModifiers() const {

@@ -15,6 +15,8 @@
 #include <thread>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 /// The thread that hands out.
@@ -125,7 +127,7 @@ X11Pasteboard::~X11Pasteboard() = default;
 
 PortSupport X11Pasteboard::supported() const {
     if (m_serving->isUsable()) return {};
-    return std::unexpected(QStringLiteral("No X server answers."));
+    return std::unexpected(u"No X server answers."_s);
 }
 
 Pasteboard::Change X11Pasteboard::lastChange() const {

@@ -7,11 +7,13 @@
 
 #include <ranges>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
 std::unexpected<QString> noServer() {
-    return std::unexpected(QStringLiteral("No X server answers."));
+    return std::unexpected(u"No X server answers."_s);
 }
 
 // What has been asked of a window.

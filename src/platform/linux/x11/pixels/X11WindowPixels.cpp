@@ -11,6 +11,8 @@
 #include <chrono>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -59,12 +61,11 @@ std::expected<WindowPicture, QString> X11WindowPixels::read(X11Connection::Windo
         xcb_get_geometry_reply(connection, askedSize, nullptr));
     const X11Reply<xcb_translate_coordinates_reply_t> place(
         xcb_translate_coordinates_reply(connection, askedPlace, nullptr));
-    if (!size || !place) return std::unexpected(QStringLiteral("The window is gone."));
+    if (!size || !place) return std::unexpected(u"The window is gone."_s);
     const std::optional<Layout> layout = layoutOf(window, *size);
-    if (!layout)
-        return std::unexpected(QStringLiteral("The window has pixels of an unknown form."));
+    if (!layout) return std::unexpected(u"The window has pixels of an unknown form."_s);
     if (layout->bytesPerRow * size->height > largestPicture)
-        return std::unexpected(QStringLiteral("The window is too large."));
+        return std::unexpected(u"The window is too large."_s);
 
     const QRect contents = contentsOf(*size, *place);
     const bool isWhole = isOnScreen(contents) && (hasCompositor() || !isCovered(window, contents));
@@ -72,7 +73,7 @@ std::expected<WindowPicture, QString> X11WindowPixels::read(X11Connection::Windo
     const auto picture =
         isWhole ? image(window, QRect({0, 0}, contents.size()), *layout)
                 : redirectedImage(window, QRect({border, border}, contents.size()), *layout, stop);
-    if (!picture) return std::unexpected(QStringLiteral("The X server gives no picture of it."));
+    if (!picture) return std::unexpected(u"The X server gives no picture of it."_s);
     return *picture;
 }
 
