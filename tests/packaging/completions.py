@@ -88,7 +88,7 @@ def check_fish(share, home):
     if shutil.which("fish") is None:
         fail("no fish: install the package fish")
     for line, expected in [
-        ("vorq no", {"notes"}),
+        ("vorq no", {"note", "notes"}),
         ("vorq notes ", {"list", "show", "save", "export"}),
         ("vorq notes list --", {"--area", "--json", "--help"}),
         ("vorq notes list --area ", {"writing", "research", "study", "personal"}),
