@@ -62,7 +62,8 @@ int main(int argc, char** argv) {
     vorq::X11Pasteboard pasteboard;
     vorq::X11KeyPoster keys;
     vorq::X11Workspace workspace;
-    vorq::CopyFallback fallback({clock, pasteboard, keys, workspace});
+    vorq::TurnQueue turns;
+    vorq::CopyFallback fallback({clock, pasteboard, keys, workspace}, turns);
     const auto target = workspace.frontmostProcess();
     const vorq::PasteboardContents users = contentsOfUser();
     (void)awaited(pasteboard.write(users, pasteboard.lastChange().count));

@@ -7,7 +7,8 @@ namespace vorq {
 
 DesktopCapture::DesktopCapture(DesktopPlatform& platform, const PanelShowings& showings)
     : m_copyShortcut(
-          {platform.clock(), platform.pasteboard(), platform.keyPoster(), platform.workspace()}),
+          {platform.clock(), platform.pasteboard(), platform.keyPoster(), platform.workspace()},
+          m_clipboardTurns),
       m_log(platform.clock(),
             CaptureLog::captureFileIn(platform.paths().applicationSupportFolder()),
             CaptureLog::placeFileOfEnvironment(), CaptureLog::commonPillFile()),

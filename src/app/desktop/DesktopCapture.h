@@ -34,6 +34,7 @@ class DesktopCapture final : public SelectionCapture {
     [[nodiscard]] CaptureLog& captureLog() { return m_log; }
 
   private:
+    TurnQueue m_clipboardTurns;
     CopyFallback m_copyShortcut;
     CaptureLog m_log;
     CaptureGate m_gate;

@@ -24,7 +24,6 @@ constexpr int answerRounds = 12;
 constexpr auto answerRound = 12ms;
 // Some write more than once for one copy.
 constexpr auto settlingOfAnswer = 40ms;
-constexpr auto turnRound = 20ms;
 
 } // namespace
 
@@ -43,20 +42,19 @@ QCoro::Task<QString> CopyFallback::captureFromCopyShortcutFast(std::optional<Pro
                                                                std::stop_token stop) {
     const QPointer<CopyFallback> self(this);
     QString text;
-    while (m_isCopying) {
-        co_await sleepFor(m_services.clock, turnRound, stop);
-        if (!self || stop.stop_requested()) co_return text;
-    }
+    const TurnQueue::Turn turn = m_turns.takeTurn();
+    const Wakeup begins = turn.begins();
+    const std::stop_callback onStop(stop, [begins] { begins.fire(); });
+    co_await begins;
+    if (!self || stop.stop_requested()) co_return text;
     const SourceFocus focus({m_services.clock, m_services.keys, m_services.workspace});
     const auto target = targetOf(source, focus);
     if (!target) co_return text;
-    m_isCopying = true;
     // Else its answer would be taken for what the user has in the clipboard.
     if (const auto last = m_last.lock()) co_await last->giveBackLate();
     if (!self) co_return text;
     m_guard.cancel();
     text = co_await copyFrom(*target, stop);
-    if (self) m_isCopying = false;
     const QString result = stop.stop_requested() ? QString() : trimmed(text).toString();
     co_return result;
 }

@@ -4,6 +4,7 @@
 #include "capture/copy/SourceFocus.h"
 #include "capture/selection/CopyShortcut.h"
 #include "support/async/TaskSlot.h"
+#include "support/async/TurnQueue.h"
 
 #include <QObject>
 
@@ -19,8 +20,10 @@ class CopyFallback final : public QObject, public CopyShortcut {
   public:
     using Services = ClipboardLoan::Services;
 
-    /// The services must outlive this object and what it has under way.
-    explicit CopyFallback(const Services& services) : m_services(services) {}
+    /// The services must outlive this object and what it has under way. The turns are of all who
+    /// borrow the clipboard.
+    CopyFallback(const Services& services, TurnQueue& turns)
+        : m_services(services), m_turns(turns) {}
 
     QCoro::Task<QString> captureFromCopyShortcutFast(std::optional<ProcessId> source,
                                                      std::stop_token stop) override;
@@ -43,7 +46,7 @@ class CopyFallback final : public QObject, public CopyShortcut {
     static QCoro::Task<QString> answer(Clock& clock, const ClipboardLoan& loan);
 
     Services m_services;
-    bool m_isCopying = false;
+    TurnQueue& m_turns;
     // The last one, as long as a late answer to it may come.
     std::weak_ptr<ClipboardLoan> m_last;
     TaskSlot m_guard;

@@ -213,6 +213,11 @@ PasteOver::pasteOverSelection(QString text, Target target, std::stop_token stop)
     const auto chord = chordOf(target);
     if (!chord || !canPaste(target)) co_return result;
     const ProcessId process = target.source.value_or(0);
+    const TurnQueue::Turn turn = services.turns.takeTurn();
+    const Wakeup begins = turn.begins();
+    const std::stop_callback onStop(stop, [begins] { begins.fire(); });
+    co_await begins;
+    if (!self || stop.stop_requested()) co_return result;
     SourceFocus focus({services.clock, services.keys, services.workspace});
     const bool isFront = co_await focus.bringToFront(process, pasteFrontRounds, stop);
     if (!isFront) services.log.pillDbg(aborted);

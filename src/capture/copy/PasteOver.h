@@ -6,6 +6,7 @@
 #include "capture/selection/CaptureThread.h"
 #include "capture/selection/CopyShortcut.h"
 #include "platform/Accessibility.h"
+#include "support/async/TurnQueue.h"
 
 #include <QObject>
 
@@ -36,6 +37,8 @@ class PasteOver final : public QObject {
         /// Says what is selected where accessibility does not.
         CopyShortcut& copyShortcut;
         CaptureLog& log;
+        /// Of all who borrow the clipboard.
+        TurnQueue& turns;
     };
 
     /// A selection as it was seen.

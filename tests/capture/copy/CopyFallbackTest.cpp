@@ -46,8 +46,11 @@ class CopyFallbackTest : public testing::Test {
     // In steps, so that it is known when it ended.
     QString finish(const Running<QString>& copying) {
         const Clock::Duration before = clock.now();
-        for (int step = 0; step < 20'000 && !copying.hasEnded(); ++step)
+        QCoreApplication::processEvents();
+        for (int step = 0; step < 20'000 && !copying.hasEnded(); ++step) {
             clock.advance(1ms);
+            QCoreApplication::processEvents();
+        }
         duration = clock.now() - before;
         return copying.result();
     }
@@ -65,7 +68,8 @@ class CopyFallbackTest : public testing::Test {
     ScriptedWorkspace workspace;
     ScriptedPasteboard pasteboard;
     ScriptedKeyPoster keys;
-    CopyFallback fallback{{clock, pasteboard, keys, workspace}};
+    TurnQueue turns;
+    CopyFallback fallback{{clock, pasteboard, keys, workspace}, turns};
     std::stop_source stop;
     Clock::Duration duration{};
 };
@@ -315,6 +319,24 @@ TEST_F(CopyFallbackTest, GivesTheClipboardBackWhenItIsStopped) {
 
 TEST_F(CopyFallbackTest, SendsNothingOnceItIsStopped) {
     const Running<QString> copying = start();
+    stop.request_stop();
+    EXPECT_EQ(finish(copying), "");
+    EXPECT_THAT(keys.posted(), IsEmpty());
+}
+
+TEST_F(CopyFallbackTest, WaitsForAPasteThatIsUnderWay) {
+    auto pasting = std::make_optional(turns.takeTurn());
+    const Running<QString> copying = start();
+    clock.advance(1s);
+    EXPECT_THAT(keys.posted(), IsEmpty());
+    pasting.reset();
+    EXPECT_EQ(finish(copying), "copied");
+}
+
+TEST_F(CopyFallbackTest, WaitsForNothingOnceItIsStopped) {
+    const auto pasting = turns.takeTurn();
+    const Running<QString> copying = start();
+    clock.advance(1s);
     stop.request_stop();
     EXPECT_EQ(finish(copying), "");
     EXPECT_THAT(keys.posted(), IsEmpty());

@@ -76,7 +76,8 @@ class PasteOverTest : public testing::Test {
     ScriptedElement& field = accessibility.element(u"field"_s);
     QTemporaryDir folder;
     CaptureLog log{clock, folder.filePath("capture.log"), {}, folder.filePath("pills.log")};
-    PasteOver paster{{clock, accessibility, pasteboard, keys, workspace, copyShortcut, log}};
+    TurnQueue turns;
+    PasteOver paster{{clock, accessibility, pasteboard, keys, workspace, copyShortcut, log, turns}};
 };
 
 TEST_F(PasteOverTest, WritesByAccessibilityWhereThatIsTaken) {
@@ -250,6 +251,21 @@ TEST_F(PasteOverTest, LeavesAClipboardAloneThatCouldNotBeGivenBack) {
     EXPECT_EQ(replace(), Outcome::NotReplaced);
     EXPECT_THAT(pasteboard.written, IsEmpty());
     EXPECT_THAT(keys.posted(), IsEmpty());
+}
+
+TEST_F(PasteOverTest, WaitsForACopyThatIsUnderWay) {
+    field.feignsWrites = true;
+    pasteOnPost();
+    auto copying = std::make_optional(turns.takeTurn());
+    const Running<Outcome> pasting(paster.replaceSelectedText("new", target, {}));
+    for (int round = 0; round < 500; ++round) {
+        Running<Outcome>::turnOnce();
+        clock.advance(2ms);
+    }
+    EXPECT_THAT(pasteboard.written, IsEmpty());
+    copying.reset();
+    EXPECT_EQ(finish(pasting), Outcome::Replaced);
+    EXPECT_EQ(pasteboard.held, users);
 }
 
 TEST_F(PasteOverTest, WaitsForAnApplicationThatPastesLate) {

@@ -73,7 +73,8 @@ class CopyingDesktop : public testing::Test {
     X11KeyPoster keys;
     X11Workspace workspace;
     std::unique_ptr<X11Pasteboard> user = std::make_unique<X11Pasteboard>();
-    CopyFallback fallback{{clock, pasteboard, keys, workspace}};
+    TurnQueue turns;
+    CopyFallback fallback{{clock, pasteboard, keys, workspace}, turns};
 };
 
 class Copying : public CopyingDesktop, public testing::WithParamInterface<Copied> {
@@ -199,7 +200,7 @@ class PastingDesktop : public CopyingDesktop {
     std::unique_ptr<AtSpiAccessibility> accessibility = connected();
     HookedKeyPoster hooked{keys};
     CaptureLog log{clock, session.home() + "/capture.log", {}};
-    PasteOver paster{{clock, *accessibility, pasteboard, hooked, workspace, fallback, log}};
+    PasteOver paster{{clock, *accessibility, pasteboard, hooked, workspace, fallback, log, turns}};
     Application application;
 };
 
