@@ -1,6 +1,6 @@
 # Third-party libraries, all from the distribution (packaging/debian-packages.txt).
 
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Gui Qml Quick Svg Widgets)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Gui Pdf Qml Quick Svg Widgets)
 find_package(QCoro6 0.8 REQUIRED COMPONENTS Core)
 find_package(CURL REQUIRED)
 find_package(simdjson REQUIRED)

@@ -9,6 +9,7 @@
 #include "app/desktop/LocalBackend.h"
 #include "app/linux/LinuxHostSystem.h"
 #include "backend/http/CurlTransport.h"
+#include "capture/attachments/FileAttachmentReader.h"
 #include "capture/selection/SelectionCapture.h"
 #include "core/VorqAppState.h"
 #include "platform/AppPaths.h"
@@ -70,14 +71,17 @@ class CommandRunner {
 
     int operator()(const AskArguments& arguments) const {
         const QCoreApplication application(m_argc, m_argv);
-        // Before signals are taken to the event loop: until then they end the program at once.
-        const auto question = AskCommand::read(arguments);
-        if (!question) {
-            Terminal().complain(question.error());
-            return 1;
-        }
-        return unwound([this, &question] {
+        return unwound([this, &arguments] {
             const auto platform = m_system.makePlatform();
+            FileAttachmentReader reader(platform->documentTools(), PromptAttachment::Pipes::Read);
+            // Before the command takes signals to the event loop: while standard input is read
+            // they end the program at once.
+            const auto question = AskCommand::read(arguments, reader);
+            if (!question) {
+                if (!question.error().sentence.isEmpty())
+                    Terminal().complain(question.error().sentence);
+                return question.error().exitStatus;
+            }
             TerminalApplication terminal(*platform);
             AskCommand command(terminal.state(), terminal.terminal());
             return terminal.run(command, [&] { command.start(*question); });

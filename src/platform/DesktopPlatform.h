@@ -15,6 +15,7 @@ class Clock;
 class Compositor;
 class Defaults;
 class DesktopAppearance;
+class DocumentTools;
 class GlobalHotKeys;
 class Installation;
 class KeyPoster;
@@ -48,6 +49,9 @@ class DesktopPlatform {
     virtual LoginItem& loginItem() = 0;
     virtual LocalSignIn& localSignIn() = 0;
     virtual const Installation& installation() = 0;
+
+    /// For any number of threads. It may outlive the platform.
+    [[nodiscard]] virtual std::shared_ptr<DocumentTools> documentTools() = 0;
 
     /// The backend on this computer, for the address where Vorq looks for one. It may outlive the
     /// platform.

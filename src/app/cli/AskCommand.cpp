@@ -16,15 +16,13 @@ AskCommand::AskCommand(VorqAppState& state, Terminal& terminal)
             Qt::QueuedConnection);
 }
 
-std::expected<AskCommand::Question, QString> AskCommand::read(const AskArguments& arguments) {
-    Question question{arguments.prompt, arguments.model, {}, {}};
-    for (const QString& file : arguments.files) {
-        auto attachment = PromptAttachment::load(file, PromptAttachment::Pipes::Read);
-        if (!attachment) return std::unexpected(attachment.error());
-        question.attachments += *std::move(attachment);
-    }
+std::expected<AskCommand::Question, AskRefusal> AskCommand::read(const AskArguments& arguments,
+                                                                 AttachmentReader& reader) {
+    auto attachments = readAskedFiles(arguments.files, reader);
+    if (!attachments) return std::unexpected(attachments.error());
+    Question question{arguments.prompt, arguments.model, {}, *std::move(attachments)};
     auto piped = readPipedInput(u"can be sent"_s);
-    if (!piped) return std::unexpected(piped.error());
+    if (!piped) return std::unexpected(AskRefusal{1, piped.error()});
     question.pipedText = *std::move(piped);
     return question;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/cli/AskFiles.h"
 #include "app/cli/CommandLine.h"
 #include "app/cli/ReplyPrinter.h"
 #include "app/cli/Terminal.h"
@@ -28,8 +29,10 @@ class AskCommand final : public QObject {
         QList<PromptAttachment> attachments;
     };
 
-    /// Reads the files and standard input; blocks until it has them. The error is a sentence.
-    [[nodiscard]] static std::expected<Question, QString> read(const AskArguments& arguments);
+    /// Reads the files and standard input; returns when it has them. Runs the event loop for the
+    /// files.
+    [[nodiscard]] static std::expected<Question, AskRefusal> read(const AskArguments& arguments,
+                                                                  AttachmentReader& reader);
 
     void start(const Question& question);
 

@@ -73,6 +73,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
     : m_platform(platform),
       m_transport(platform.clock()),
       m_capture(platform, m_showings),
+      m_attachmentReader(platform.documentTools()),
       m_notes({m_capture.notes(), m_capture.snapshots(), m_capture.gate(), m_capture.captureLog(),
                platform.notes(), ApplicationService::name}),
       m_state({platform.clock(), platform.defaults(), platform.paths(), m_transport, m_capture,

@@ -1,20 +1,10 @@
 #include "capture/attachments/PromptAttachment.h"
 
-#include "support/text/Graphemes.h"
 #include "support/text/Text.h"
-
-#include <QCoreApplication>
-#include <QFile>
-#include <QFileInfo>
-#include <QStringDecoder>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <fcntl.h>
 #include <span>
-#include <sys/stat.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -31,67 +21,6 @@ constexpr std::array<QStringView, 12> documentExtensions = {u"pdf",   u"docx", u
 
 bool holds(std::span<const QStringView> set, QStringView extension) {
     return std::ranges::find(set, extension) != set.end();
-}
-
-// Nothing for bytes that are not of the encoding from end to end.
-std::optional<QString> decoded(const QByteArray& bytes, QStringDecoder::Encoding encoding) {
-    QStringDecoder decoder(encoding);
-    QString text = decoder.decode(bytes);
-    if (decoder.hasError()) return std::nullopt;
-    return text;
-}
-
-// A text that was cut by bytes may end in the middle of a character.
-void dropCutCharacter(QByteArray& bytes) {
-    qsizetype end = bytes.size();
-    for (int back = 0; back < 3 && end > 0 && (bytes[end - 1] & 0xC0) == 0x80; ++back)
-        --end;
-    if (end > 0 && (bytes[end - 1] & 0x80) != 0) bytes.truncate(end - 1);
-}
-
-std::optional<QString> textOf(const QByteArray& bytes) {
-    if (bytes.size() == PromptAttachment::textByteLimit) {
-        QByteArray whole = bytes;
-        dropCutCharacter(whole);
-        if (auto text = decoded(whole, QStringDecoder::Utf8)) return text;
-    } else if (auto text = decoded(bytes, QStringDecoder::Utf8)) {
-        return text;
-    }
-    if (bytes.size() % 2 != 0) return std::nullopt;
-    return decoded(bytes, QStringDecoder::Utf16);
-}
-
-using Failure = std::unexpected<QString>;
-
-Failure failure(const QString& path, const QString& reason) {
-    return Failure(u"%1: %2"_s.arg(path, reason));
-}
-
-bool isReadable(const struct stat& status, PromptAttachment::Pipes pipes) {
-    return S_ISREG(status.st_mode) ||
-           (S_ISFIFO(status.st_mode) && pipes == PromptAttachment::Pipes::Read);
-}
-
-// To open a device or a pipe may wait for good, or do something to it.
-std::expected<void, QString> open(QFile& file, PromptAttachment::Pipes pipes) {
-    const QString path = file.fileName();
-    const QByteArray name = QFile::encodeName(path);
-    struct stat status{};
-    if (::stat(name.constData(), &status) != 0) return failure(path, qt_error_string(errno));
-    const auto refused = [&path] {
-        return failure(
-            path, QCoreApplication::translate("PromptAttachment", "only files can be attached."));
-    };
-    if (!isReadable(status, pipes)) return refused();
-    const int patience = S_ISFIFO(status.st_mode) ? 0 : O_NONBLOCK;
-    const int descriptor = ::open(name.constData(), O_RDONLY | O_NOCTTY | O_CLOEXEC | patience);
-    if (descriptor < 0) return failure(path, qt_error_string(errno));
-    // Something else may have taken its place.
-    if (::fstat(descriptor, &status) == 0 && isReadable(status, pipes) &&
-        file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        return {};
-    ::close(descriptor);
-    return refused();
 }
 
 } // namespace
@@ -112,41 +41,6 @@ QString pathExtension(QStringView fileName) {
     const qsizetype dot = fileName.lastIndexOf(u'.');
     if (dot <= 0) return {};
     return fileName.mid(dot + 1).toString().toLower();
-}
-
-std::optional<QString> imageDataURL(const QByteArray& bytes) {
-    if (bytes.size() >= PromptAttachment::imageByteLimit) return std::nullopt;
-    const QByteArray type = bytes.startsWith("\xFF\xD8") ? "image/jpeg" : "image/png";
-    return QString::fromLatin1("data:" + type + ";base64," + bytes.toBase64());
-}
-
-std::expected<PromptAttachment, QString> PromptAttachment::load(const QString& path, Pipes pipes) {
-    PromptAttachment attachment;
-    attachment.fileName = QFileInfo(path).fileName();
-    const QString extension = pathExtension(attachment.fileName);
-    if (extension == u"pdf" || isOfficeExtension(extension))
-        return failure(path,
-                       QCoreApplication::translate("PromptAttachment",
-                                                   "PDF and office files cannot be attached here. "
-                                                   "Attach the text instead."));
-    QFile file(path);
-    if (const auto opened = open(file, pipes); !opened) return std::unexpected(opened.error());
-    const bool isImage = isImageExtension(extension);
-    const QByteArray bytes = file.read(isImage ? imageByteLimit : textByteLimit);
-    if (file.error() != QFileDevice::NoError) return failure(path, file.errorString());
-    if (isImage) {
-        attachment.imageDataURL = vorq::imageDataURL(bytes);
-        if (attachment.imageDataURL) return attachment;
-        return failure(
-            path, QCoreApplication::translate(
-                      "PromptAttachment", "the image is too large; at most 3.5 MB can be sent."));
-    }
-    const std::optional<QString> text = textOf(bytes);
-    if (!text)
-        return failure(path,
-                       QCoreApplication::translate("PromptAttachment", "the file is not a text."));
-    attachment.textContent = graphemePrefix(*text, textLimit).toString();
-    return attachment;
 }
 
 QStringList composerDisplayNames(const QList<PromptAttachment>& attachments) {

@@ -5,7 +5,6 @@
 #include <QUuid>
 
 #include <cstdint>
-#include <expected>
 #include <optional>
 
 namespace vorq {
@@ -37,19 +36,11 @@ struct PromptAttachment {
 
     /// Whether what is written into a pipe may be read, which waits for its end.
     enum class Pipes : std::uint8_t { Refused, Read };
-
-    /// Reads a text or image file; blocks while reading, so not for the main thread of a window.
-    /// Devices and folders are refused and not even opened. The error is a sentence for the user.
-    [[nodiscard]] static std::expected<PromptAttachment, QString>
-    load(const QString& path, Pipes pipes = Pipes::Refused);
 };
 
 /// What follows the last dot of a file name, lower-cased; empty if there is no such dot, or only
 /// one in front.
 [[nodiscard]] QString pathExtension(QStringView fileName);
-
-/// The bytes as a data URL, or nothing for an image over the byte limit.
-[[nodiscard]] std::optional<QString> imageDataURL(const QByteArray& bytes);
 
 /// The titles of the chips that stand for the attachments, in their order.
 [[nodiscard]] QStringList composerDisplayNames(const QList<PromptAttachment>& attachments);

@@ -13,6 +13,7 @@
 #include "platform/linux/desktop/XdgInstallation.h"
 #include "platform/linux/desktop/XdgLoginItem.h"
 #include "platform/linux/desktop/XdgPaths.h"
+#include "platform/linux/documents/LinuxDocumentTools.h"
 #include "platform/linux/notes/LinuxNotesBridge.h"
 #include "platform/linux/wayland/WaylandWorkspace.h"
 #include "platform/linux/x11/X11Compositor.h"
@@ -142,6 +143,11 @@ const Installation& LinuxDesktopPlatform::installation() {
         return std::make_unique<XdgInstallation>(QCoreApplication::applicationFilePath(),
                                                  XdgInstallation::dataFolders(m_parts->paths));
     });
+}
+
+std::shared_ptr<DocumentTools> LinuxDesktopPlatform::documentTools() {
+    return std::make_shared<LinuxDocumentTools>(
+        LinuxDocumentTools::Programs{.helper = LinuxDocumentTools::installedHelper()});
 }
 
 std::shared_ptr<BackendAtLogin> LinuxDesktopPlatform::makeBackendAtLogin(const QUrl& address) {

@@ -19,6 +19,7 @@ class LinuxDesktopPlatform final : public DesktopPlatform {
     LoginItem& loginItem() override;
     LocalSignIn& localSignIn() override;
     const Installation& installation() override;
+    [[nodiscard]] std::shared_ptr<DocumentTools> documentTools() override;
     [[nodiscard]] std::shared_ptr<BackendAtLogin> makeBackendAtLogin(const QUrl& address) override;
 
     Workspace& workspace() override;

@@ -1,7 +1,10 @@
 // One turn in a terminal, over a scripted backend in virtual time.
 
 #include "app/cli/AskCommand.h"
+#include "doubles/capture/ScriptedAttachmentReader.h"
 #include "doubles/panel/ConversationFixture.h"
+
+using namespace Qt::StringLiterals;
 
 namespace vorq {
 namespace {
@@ -115,9 +118,15 @@ TEST_F(AskCommandTest, SendsAttachmentsAndTheModelNamed) {
 }
 
 TEST_F(AskCommandTest, AFileThatCannotBeReadIsNamed) {
-    const auto question = AskCommand::read({"Why?", {"/nowhere/x.txt"}, {}});
+    ScriptedAttachmentReader reader;
+    reader.answer = [](const QString& path) {
+        return std::unexpected(path + u": No such file or directory"_s);
+    };
+    const auto question = AskCommand::read({"Why?", {"/nowhere/x.txt", "b.txt"}, {}}, reader);
     ASSERT_FALSE(question);
-    EXPECT_TRUE(question.error().contains("/nowhere/x.txt"));
+    EXPECT_EQ(question.error().exitStatus, 1);
+    EXPECT_TRUE(question.error().sentence.contains("/nowhere/x.txt"));
+    EXPECT_EQ(reader.readings().size(), 1u);
 }
 
 TEST_F(AskCommandTest, AnErrorGoesToStandardErrorAlone) {

@@ -1,6 +1,7 @@
 #include "shell/panel/AttachmentIntake.h"
 
 #include "capture/attachments/FileAttachmentReader.h"
+#include "platform/testing/ScriptedDocumentTools.h"
 #include "shell/panel/AttachmentList.h"
 #include "support/async/OnPool.h"
 
@@ -45,7 +46,7 @@ class AttachmentIntakeTest : public testing::Test {
     QTemporaryDir folder;
     QString path = folder.filePath("a.txt");
     AttachmentList attachments;
-    FileAttachmentReader reader;
+    FileAttachmentReader reader{std::make_shared<ScriptedDocumentTools>()};
     std::unique_ptr<AttachmentIntake> intake =
         std::make_unique<AttachmentIntake>(attachments, reader);
     QSignalSpy chosen{intake.get(), &AttachmentIntake::chosen};

@@ -21,6 +21,7 @@ const QString menuEntry = u"/applications/com.vorq.desk.desktop"_s;
 const QStringList installedFiles = {
     binaryFile,
     u"/bin/vorq-gateway"_s,
+    u"/libexec/vorq-documents"_s,
     u"/lib/systemd/user/vorq.service"_s,
     u"/lib/systemd/user/vorq-gateway.service"_s,
     share + menuEntry,

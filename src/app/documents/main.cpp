@@ -1,0 +1,76 @@
+// Reads one document for the program, in a process that may crash, hang or be killed.
+
+#include "platform/documents/DocumentHelper.h"
+#include "platform/documents/DocumentTools.h"
+#include "platform/portable/documents/PdfReading.h"
+#include "platform/portable/documents/PictureEncoding.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QFile>
+
+#include <unistd.h>
+
+namespace vorq {
+namespace {
+
+// Standard input, mapped into memory where that is a file.
+class InputBytes {
+  public:
+    InputBytes() {
+        if (!m_file.open(STDIN_FILENO, QIODevice::ReadOnly)) return;
+        const qint64 size = m_file.size();
+        const uchar* mapped = m_file.isSequential() || size == 0 ? nullptr : m_file.map(0, size);
+        m_bytes = mapped ? QByteArray::fromRawData(reinterpret_cast<const char*>(mapped), size)
+                         : m_file.readAll();
+    }
+    [[nodiscard]] const QByteArray& bytes() const { return m_bytes; }
+
+  private:
+    QFile m_file;
+    QByteArray m_bytes;
+};
+
+int answer(const QByteArray& bytes) {
+    QFile output;
+    const bool isWritten = output.open(STDOUT_FILENO, QIODevice::WriteOnly) &&
+                           output.write(bytes) == bytes.size() && output.flush();
+    return isWritten ? documentHelper::Done : documentHelper::Unreadable;
+}
+
+int answerPicture(const QByteArray& bytes) {
+    const auto picture = decodePicture(bytes);
+    if (!picture)
+        return picture.error() == PictureFault::TooManyPixels ? documentHelper::TooLarge
+                                                              : documentHelper::Unreadable;
+    const QByteArray jpeg = encodeJpeg(*picture);
+    return jpeg.isEmpty() ? documentHelper::Unreadable : answer(jpeg);
+}
+
+int answerPdf(QByteArray bytes) {
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    const auto reading = readPdf(buffer, DocumentTools::textLimit);
+    if (!reading)
+        return reading.error() == PdfFault::Protected ? documentHelper::Protected
+                                                      : documentHelper::Unreadable;
+    return reading->text.isEmpty() ? answer(documentHelper::pageMark + reading->firstPage)
+                                   : answer(documentHelper::textMark + reading->text.toUtf8());
+}
+
+int run(const QStringList& arguments) {
+    if (arguments.size() != 2) return documentHelper::Usage;
+    const InputBytes input;
+    if (arguments[1] == documentHelper::pictureVerb) return answerPicture(input.bytes());
+    if (arguments[1] == documentHelper::pdfVerb) return answerPdf(input.bytes());
+    return documentHelper::Usage;
+}
+
+} // namespace
+} // namespace vorq
+
+// NOLINTNEXTLINE(bugprone-exception-escape)
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    return vorq::run(QCoreApplication::arguments());
+}

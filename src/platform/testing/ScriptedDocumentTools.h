@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/documents/DocumentTools.h"
+
+#include <QStringList>
+
+namespace vorq {
+
+/// Documents as a test wants them read; every function answers at once.
+class ScriptedDocumentTools final : public DocumentTools {
+  public:
+    template<typename Value>
+    using Answer = std::expected<Value, DocumentFailure>;
+
+    Answer<QByteArray> jpeg = std::unexpected(DocumentFailure::Unreadable);
+    Answer<PdfContents> pdf = std::unexpected(DocumentFailure::Unreadable);
+    Answer<QByteArray> unpacked = QByteArray();
+    Answer<QString> text = std::unexpected(DocumentFailure::Unreadable);
+    /// What was asked for, in order: "jpeg", "pdf", "unpack PATTERN", "text EXTENSION".
+    QStringList asked;
+
+    std::expected<QByteArray, DocumentFailure> jpegOf(const DocumentSource&,
+                                                      const std::stop_token&) override {
+        asked += QStringLiteral("jpeg");
+        return jpeg;
+    }
+    std::expected<PdfContents, DocumentFailure> readPdf(const DocumentSource&,
+                                                        const std::stop_token&) override {
+        asked += QStringLiteral("pdf");
+        return pdf;
+    }
+    std::expected<QByteArray, DocumentFailure> unpack(const QString&, const QString& pattern,
+                                                      qint64, const std::stop_token&) override {
+        asked += QStringLiteral("unpack ") + pattern;
+        return unpacked;
+    }
+    std::expected<QString, DocumentFailure> officeText(const QString& path,
+                                                       const std::stop_token&) override {
+        asked += QStringLiteral("text ") + path.section(u'.', -1);
+        return text;
+    }
+};
+
+} // namespace vorq
