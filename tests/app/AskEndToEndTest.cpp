@@ -1,6 +1,7 @@
 // The built programs together: a real backend process, real sockets, real files.
 
 #include "doubles/backend/SlowRefreshRelay.h"
+#include "doubles/documents/MadeDocuments.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -284,6 +285,40 @@ TEST_F(AskEndToEndTest, AnInterruptEndsItWhileItWaitsForItsFile) {
     EXPECT_FALSE(process->waitForFinished(200));
     ::kill(static_cast<pid_t>(process->processId()), SIGINT);
     EXPECT_EQ(finish(*process).status, SIGINT);
+}
+
+TEST_F(AskEndToEndTest, ADocumentIsReadForTheQuestion) {
+    startGateway();
+    signIn();
+    const MadeDocuments made(m_home.path());
+    const QString slides = made.putZip(
+        "rivers.pptx", {{"ppt/slides/slide1.xml", "<a:t>The Nile carries silt to the sea.</a:t>"}});
+    const Outcome outcome = ask({"--file", slides, "What does the Nile carry?"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("silt"));
+}
+
+TEST_F(AskEndToEndTest, AnInterruptEndsTheConverterToo) {
+    startGateway();
+    const QString mark = m_home.filePath("pid");
+    writeFile(m_home.filePath("soffice"), "#!/bin/sh\necho $$ > " + mark.toUtf8() + ".part\nmv " +
+                                              mark.toUtf8() + ".part " + mark.toUtf8() +
+                                              "\nsleep 600\n");
+    ASSERT_TRUE(
+        QFile::setPermissions(m_home.filePath("soffice"), QFile::ReadOwner | QFile::ExeOwner));
+    writeFile(m_home.filePath("a.docx"), "PK");
+    m_environment.insert("PATH", m_home.path() + ":" + qEnvironmentVariable("PATH"));
+    const auto process = start(VORQ_PROGRAM, {"ask", "--file", m_home.filePath("a.docx"), "hi"});
+    for (int wait = 0; wait < patience && !QFile::exists(mark); wait += 10)
+        process->waitForFinished(10);
+    QFile file(mark);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray converter = file.readAll().trimmed();
+    ::kill(static_cast<pid_t>(process->processId()), SIGINT);
+    const Outcome outcome = finish(*process);
+    EXPECT_EQ(outcome.status, SIGINT);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_FALSE(QFile::exists("/proc/" + converter));
 }
 
 TEST_F(AskEndToEndTest, EndlessInputIsRefusedBeforeAnythingIsSent) {

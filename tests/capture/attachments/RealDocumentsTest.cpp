@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QPainter>
 #include <QProcess>
+#include <QTcpServer>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -265,6 +266,27 @@ TEST_F(RealDocumentsTest, NothingOfAPackageIsWrittenAnywhere) {
                            folder.filePath("in"));
     EXPECT_EQ(textOf(path), "Silt");
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("a.pptx"));
+}
+
+// Pictures of slides are drawn, and so would be fetched.
+TEST_F(RealDocumentsTest, WhatADocumentLinksToIsNotFetched) {
+    QTcpServer server;
+    ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+    const QString document = uR"(<?xml version="1.0" encoding="UTF-8"?><office:document
+xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
+xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0"
+xmlns:draw="urn:oasis:names:tc:opendocument:xmlns:drawing:1.0"
+xmlns:svg="urn:oasis:names:tc:opendocument:xmlns:svg-compatible:1.0"
+xmlns:xlink="http://www.w3.org/1999/xlink" office:version="1.2"
+office:mimetype="application/vnd.oasis.opendocument.presentation"><office:body>
+<office:presentation><draw:page draw:name="p"><draw:frame svg:width="20cm" svg:height="3cm"
+svg:x="2cm" svg:y="2cm"><draw:text-box><text:p>stored</text:p></draw:text-box></draw:frame>
+<draw:frame svg:width="2cm" svg:height="2cm" svg:x="2cm" svg:y="8cm"><draw:image
+xlink:href="http://127.0.0.1:%1/a.png" xlink:type="simple" xlink:show="embed"
+xlink:actuate="onLoad"/></draw:frame></draw:page></office:presentation></office:body>
+</office:document>)"_s.arg(server.serverPort());
+    EXPECT_EQ(textOf(m_made.put("a.odp", document.toUtf8())), "stored");
+    EXPECT_FALSE(server.waitForNewConnection(100));
 }
 
 class ConverterTest : public RealDocumentsTest {

@@ -1,0 +1,76 @@
+#include "capture/attachments/AttachedFile.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+namespace vorq {
+namespace {
+
+class AttachedFileTest : public testing::Test {
+  protected:
+    void put(const QString& path, const QByteArray& bytes) const {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+    std::expected<AttachedFile, QString> open() {
+        return AttachedFile::open(m_path, PromptAttachment::Pipes::Refused);
+    }
+    static QByteArray readBy(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : "unreadable";
+    }
+
+    QTemporaryDir m_folder;
+    QString m_path = m_folder.filePath("a.txt");
+    QString m_copy = m_folder.filePath("copy.txt");
+};
+
+TEST_F(AttachedFileTest, WhatTakesItsPlaceIsNotRead) {
+    put(m_path, "chosen");
+    auto file = open();
+    ASSERT_TRUE(file);
+    put(m_folder.filePath("b.txt"), "another");
+    ASSERT_EQ(::rename(qPrintable(m_folder.filePath("b.txt")), qPrintable(m_path)), 0);
+    EXPECT_EQ(file->read(100, {}), "chosen");
+    EXPECT_EQ(readBy(file->openedPath()), "chosen");
+    EXPECT_TRUE(file->copyTo(m_copy, {}));
+    EXPECT_EQ(readBy(m_copy), "chosen");
+}
+
+TEST_F(AttachedFileTest, IsReadAfterItHasVanished) {
+    put(m_path, "chosen");
+    auto file = open();
+    ASSERT_TRUE(file);
+    ASSERT_TRUE(QFile::remove(m_path));
+    EXPECT_EQ(file->read(100, {}), "chosen");
+    EXPECT_EQ(readBy(file->openedPath()), "chosen");
+}
+
+TEST_F(AttachedFileTest, IsReadAsFarAsItGoesWhenItShrinks) {
+    put(m_path, "chosen");
+    auto file = open();
+    ASSERT_TRUE(file);
+    ASSERT_TRUE(QFile::resize(m_path, 3));
+    EXPECT_EQ(file->read(100, {}), "cho");
+    EXPECT_TRUE(file->copyTo(m_copy, {}));
+    EXPECT_EQ(readBy(m_copy), "cho");
+}
+
+TEST_F(AttachedFileTest, ACopyNeverTakesThePlaceOfAFileAndCanBeStopped) {
+    put(m_path, "chosen");
+    put(m_copy, "here before");
+    auto file = open();
+    ASSERT_TRUE(file);
+    EXPECT_FALSE(file->copyTo(m_copy, {}));
+    EXPECT_EQ(readBy(m_copy), "here before");
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_FALSE(file->copyTo(m_folder.filePath("other.txt"), stop.get_token()));
+}
+
+} // namespace
+} // namespace vorq
