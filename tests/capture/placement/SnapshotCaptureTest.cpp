@@ -153,16 +153,5 @@ TEST_F(LateSnapshotCaptureTest, AreEmptyWhenTheApplicationHangs) {
     EXPECT_EQ(running.result().clickPoint, QPointF(1, 2));
 }
 
-TEST_F(LateSnapshotCaptureTest, HaveTimeForThePlaceThatIsKnownAfterTheCopy) {
-    using namespace std::chrono_literals;
-    const Running<SelectionSnapshot> running = startLate();
-    clock.advance(CaptureBudget::accessibilityLimit - 1ms);
-    for (int turn = 0; turn < 20; ++turn)
-        Running<QString>::turnOnce();
-    EXPECT_FALSE(running.hasEnded());
-    clock.advance(1ms);
-    EXPECT_FALSE(running.result().hasReliablePlacement);
-}
-
 } // namespace
 } // namespace vorq

@@ -11,6 +11,7 @@
 #include "platform/linux/x11/copying/X11KeyPoster.h"
 #include "platform/linux/x11/copying/X11Pasteboard.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 
 #include <gmock/gmock.h>
@@ -54,10 +55,15 @@ class CopyingDesktop : public testing::Test {
     }
 
     void fillClipboard() {
-        // What was pressed before may be answered again.
+        // What was pressed before may be answered late, or again, and then emptied.
+        constexpr std::chrono::milliseconds calm(300);
+        QElapsedTimer sinceWrite;
         DesktopSession::waitUntil("the clipboard of the user", [&] {
-            if (pasteboard.lastChange().writer == QCoreApplication::applicationPid()) return true;
+            if (pasteboard.lastChange().writer == QCoreApplication::applicationPid() &&
+                sinceWrite.isValid())
+                return sinceWrite.hasExpired(calm.count());
             (void)awaited(user->write(richContents(), user->lastChange().count));
+            sinceWrite.start();
             return false;
         });
     }
