@@ -31,7 +31,7 @@ SOURCE_ROOMS = {
     "platform/copying": ["platform"],
     "platform/pixels": ["platform"],
     "platform/documents": ["platform"],
-    "platform/portable": ["platform"],
+    "platform/portable": ["platform", "platform/pixels"],
     "platform/portable/documents": ["platform/documents"],
     "platform/linux/desktop": ["platform"],
     "platform/linux/x11": ["platform/linux/desktop"],

@@ -16,6 +16,7 @@ class Compositor;
 class Defaults;
 class DesktopAppearance;
 class DocumentTools;
+class FrameStream;
 class GlobalHotKeys;
 class Installation;
 class KeyPoster;
@@ -69,6 +70,7 @@ class DesktopPlatform {
     virtual Accessibility& accessibility() = 0;
     virtual PrimarySelection& primarySelection() = 0;
     virtual ScreenCapture& screenCapture() = 0;
+    virtual FrameStream& frameStream() = 0;
     virtual Pasteboard& pasteboard() = 0;
     virtual KeyPoster& keyPoster() = 0;
     virtual const PermissionProbe& permissions() = 0;

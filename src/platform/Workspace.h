@@ -59,6 +59,9 @@ class Workspace : public QObject {
         return std::nullopt;
     }
 
+    /// What a window is called for people, "" for one that is gone or not known.
+    [[nodiscard]] virtual QString titleOf(WindowId /*window*/) const { return {}; }
+
     /// Whether the user has pressed a key or a mouse button since this was made, in whatever
     /// program. False where it cannot be known.
     [[nodiscard]] virtual bool wasUsed() { return false; }

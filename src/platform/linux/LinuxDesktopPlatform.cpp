@@ -26,6 +26,7 @@
 #include "platform/linux/x11/copying/X11KeyPoster.h"
 #include "platform/linux/x11/copying/X11Pasteboard.h"
 #include "platform/linux/x11/pixels/X11ScreenCapture.h"
+#include "platform/portable/PolledFrameStream.h"
 #include "platform/portable/SettingsFile.h"
 #include "platform/portable/ThreadedNotesBridge.h"
 #include "support/async/OnPool.h"
@@ -90,6 +91,7 @@ struct LinuxDesktopPlatform::Parts {
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<KeyPoster> keyPoster;
     std::unique_ptr<ScreenCapture> screenCapture;
+    std::unique_ptr<FrameStream> frameStream;
     std::unique_ptr<PermissionProbe> permissions;
 
     const std::shared_ptr<AtSpiBus>& bus() {
@@ -231,16 +233,27 @@ KeyPoster& LinuxDesktopPlatform::keyPoster() {
     });
 }
 
+std::unique_ptr<ScreenCapture> LinuxDesktopPlatform::makeScreenCapture() {
+    if (m_session == SessionKind::Wayland)
+        return std::make_unique<NoScreenCapture>(
+            u"Wayland shows no program the windows of another."_s);
+    if (m_session == SessionKind::None)
+        return std::make_unique<NoScreenCapture>(u"There is no desktop that shows windows."_s);
+    auto capture = std::make_unique<X11ScreenCapture>();
+    followScreens(*capture);
+    return capture;
+}
+
 ScreenCapture& LinuxDesktopPlatform::screenCapture() {
-    return madeOnce(m_parts->screenCapture, [this]() -> std::unique_ptr<ScreenCapture> {
-        if (m_session == SessionKind::Wayland)
-            return std::make_unique<NoScreenCapture>(
-                u"Wayland shows no program the windows of another."_s);
-        if (m_session == SessionKind::None)
-            return std::make_unique<NoScreenCapture>(u"There is no desktop that shows windows."_s);
-        auto capture = std::make_unique<X11ScreenCapture>();
-        followScreens(*capture);
-        return capture;
+    return madeOnce(m_parts->screenCapture, [this] { return makeScreenCapture(); });
+}
+
+FrameStream& LinuxDesktopPlatform::frameStream() {
+    return madeOnce(m_parts->frameStream, [this]() -> std::unique_ptr<FrameStream> {
+        std::unique_ptr<ScreenCapture> capture = makeScreenCapture();
+        if (const PortSupport support = capture->supported(); !support)
+            return std::make_unique<NoFrameStream>(support.error());
+        return std::make_unique<PolledFrameStream>(m_parts->clock, std::move(capture));
     });
 }
 

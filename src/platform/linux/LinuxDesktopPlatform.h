@@ -32,6 +32,7 @@ class LinuxDesktopPlatform final : public DesktopPlatform {
     Accessibility& accessibility() override;
     PrimarySelection& primarySelection() override;
     ScreenCapture& screenCapture() override;
+    FrameStream& frameStream() override;
     Pasteboard& pasteboard() override;
     KeyPoster& keyPoster() override;
     const PermissionProbe& permissions() override;
@@ -44,6 +45,9 @@ class LinuxDesktopPlatform final : public DesktopPlatform {
     // Keeps a port that has places in points up to date with the monitors.
     template<typename Port>
     void followScreens(Port& port);
+
+    /// One more that a thread of its own may use.
+    [[nodiscard]] std::unique_ptr<ScreenCapture> makeScreenCapture();
 
     SessionKind m_session;
     std::unique_ptr<Parts> m_parts;

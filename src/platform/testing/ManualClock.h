@@ -25,6 +25,11 @@ class ManualClock final : public Clock {
     /// Runs what is posted to the event loop, and what that posts in turn, without moving time.
     void settle();
 
+    /// Until the first timer is due; the longest time there is if none waits.
+    [[nodiscard]] Duration untilNextTimer() const {
+        return m_timers.empty() ? Duration::max() : m_timers.begin()->first - m_now;
+    }
+
     [[nodiscard]] std::size_t pendingTimers() const { return m_timers.size(); }
 
   private:

@@ -40,6 +40,11 @@ std::optional<WindowId> ScriptedWorkspace::windowOf(ProcessId process) const {
                                             : std::nullopt;
 }
 
+QString ScriptedWorkspace::titleOf(WindowId window) const {
+    const auto found = m_titles.find(static_cast<ProcessId>(window));
+    return found == m_titles.end() ? QString() : found->second;
+}
+
 void ScriptedWorkspace::activate(WindowId window) {
     const std::optional<ProcessId> process = processOf(window);
     if (!process) return;

@@ -22,6 +22,9 @@ class ScriptedWorkspace final : public Workspace {
     /// From now on a window that is asked to come to the front does not.
     void holdBackActivations() { m_holdsBack = true; }
 
+    /// What the window of a process is called from now on.
+    void entitle(ProcessId process, const QString& title) { m_titles[process] = title; }
+
     /// Leaves no application in front, and tells nothing.
     void bringNoneToFront() { m_frontmost.reset(); }
 
@@ -41,10 +44,12 @@ class ScriptedWorkspace final : public Workspace {
     [[nodiscard]] std::optional<RunningApplication> application(ProcessId process) const override;
     [[nodiscard]] std::optional<ProcessId> processOf(WindowId window) const override;
     [[nodiscard]] std::optional<WindowId> windowOf(ProcessId process) const override;
+    [[nodiscard]] QString titleOf(WindowId window) const override;
     void activate(WindowId window) override;
 
   private:
     std::map<ProcessId, RunningApplication> m_applications;
+    std::map<ProcessId, QString> m_titles;
     std::optional<ProcessId> m_frontmost;
     bool m_knowsAll = true;
     bool m_holdsBack = false;

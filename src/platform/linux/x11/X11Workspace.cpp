@@ -111,6 +111,14 @@ std::optional<WindowId> X11Workspace::windowOf(ProcessId process) const {
     return std::nullopt;
 }
 
+// Programs of long ago set the plain name alone, which is in Latin-1.
+QString X11Workspace::titleOf(WindowId window) const {
+    const auto id = static_cast<Window>(window);
+    const QByteArray name = m_requests.property(id, m_requests.atom("_NET_WM_NAME"));
+    return name.isEmpty() ? QString::fromLatin1(m_requests.property(id, XCB_ATOM_WM_NAME))
+                          : QString::fromUtf8(name);
+}
+
 // The second of two texts that each end with a zero; the first may hold names of folders.
 QString X11Workspace::windowClass(Window window) const {
     const QByteArrayList names = m_requests.property(window, m_classAtom).split('\0');

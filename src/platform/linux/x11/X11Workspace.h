@@ -25,6 +25,7 @@ class X11Workspace final : public Workspace {
     [[nodiscard]] std::optional<RunningApplication> application(ProcessId process) const override;
     [[nodiscard]] std::optional<ProcessId> processOf(WindowId window) const override;
     [[nodiscard]] std::optional<WindowId> windowOf(ProcessId process) const override;
+    [[nodiscard]] QString titleOf(WindowId window) const override;
     void activate(WindowId window) override;
 
   private:
