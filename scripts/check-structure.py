@@ -60,6 +60,7 @@ SOURCE_ROOMS = {
     "capture/selection": ["capture/source"],
     "capture/copy": ["capture/selection", "platform/copying"],
     "capture/placement": ["capture/selection", "platform/pixels"],
+    "capture/watch": ["capture/selection", "platform/pixels"],
     "capture/notes": ["capture/placement", "library/notes", "platform/portable"],
     "capture/attachments": ["capture/selection", "library/notes", "platform/documents"],
     "conversation": ["backend/account", "capture/*"],

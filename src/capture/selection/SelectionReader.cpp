@@ -49,6 +49,25 @@ bool SelectionReader::isStale(const Highlight& highlight, ProcessId process) con
 QCoro::Task<SelectionReading> SelectionReader::readAccessibility(std::optional<ProcessId> source,
                                                                  Ask ask, Clock::Duration limit,
                                                                  std::stop_token stop) {
+    m_background.request_stop();
+    return askThread(source, std::move(ask), limit, std::move(stop));
+}
+
+QCoro::Task<SelectionReading> SelectionReader::readInBackground(std::optional<ProcessId> source,
+                                                                Ask ask, Clock::Duration limit,
+                                                                std::stop_token stop) {
+    std::stop_source background;
+    m_background = background;
+    const std::stop_callback onStop(std::move(stop),
+                                    [background]() mutable { background.request_stop(); });
+    SelectionReading result =
+        co_await askThread(source, std::move(ask), limit, background.get_token());
+    co_return result;
+}
+
+QCoro::Task<SelectionReading> SelectionReader::askThread(std::optional<ProcessId> source, Ask ask,
+                                                         Clock::Duration limit,
+                                                         std::stop_token stop) {
     const auto reading = std::make_shared<SelectionReading>();
     Accessibility& accessibility = m_services.accessibility;
     CaptureThread::Job job = [&accessibility, source, reading,

@@ -85,6 +85,10 @@ class SelectionReader final : public QObject {
     QCoro::Task<SelectionReading> readAccessibility(std::optional<ProcessId> source, Ask ask,
                                                     Clock::Duration limit, std::stop_token stop);
 
+    /// The same for what can wait: it yields nothing once a capture of the user's needs the thread.
+    QCoro::Task<SelectionReading> readInBackground(std::optional<ProcessId> source, Ask ask,
+                                                   Clock::Duration limit, std::stop_token stop);
+
   private:
     using Highlight = std::optional<PrimarySelection::Highlight>;
 
@@ -95,7 +99,11 @@ class SelectionReader final : public QObject {
     QCoro::Task<Highlight> readPrimary(std::optional<ProcessId> source, CaptureBudget budget,
                                        std::stop_token headStartEnd, std::stop_token stop);
 
+    QCoro::Task<SelectionReading> askThread(std::optional<ProcessId> source, Ask ask,
+                                            Clock::Duration limit, std::stop_token stop);
+
     Services m_services;
+    std::stop_source m_background;
     CaptureThread m_accessibilityThread;
     CaptureThread m_primaryThread;
 };
