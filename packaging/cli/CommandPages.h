@@ -22,6 +22,7 @@ struct Command {
     std::string operands;
     std::string help; ///< "" where the next command's is this one's, too
     std::vector<Option> options;
+    std::vector<std::string> choices; ///< all words that may stand behind it
 };
 
 struct Section {

@@ -28,7 +28,8 @@ Section sectionOf(const std::string& words, const CommandSection& table) {
     if (section.heading.empty()) section.heading = "Under vorq " + words + ":";
     for (const CommandRow& row : table.rows)
         section.commands.push_back({divided(row.names), std::string(row.operands),
-                                    std::string(row.help), optionsOf(row.options)});
+                                    std::string(row.help), optionsOf(row.options),
+                                    divided(row.choices)});
     return section;
 }
 

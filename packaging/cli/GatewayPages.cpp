@@ -8,7 +8,7 @@ Program gatewayProgram() {
     Section section{
         .words = "", .heading = "Commands:", .commands = {}, .remark = "", .options = {}};
     for (const gateway::CommandRow& row : page.rows) {
-        Command command{{std::string(row.name)}, "", std::string(row.help), {}};
+        Command command{{std::string(row.name)}, "", std::string(row.help), {}, {}};
         for (const gateway::OptionRow& option : row.options)
             command.options.push_back({std::string(option.name),
                                        std::string(option.value),
@@ -18,7 +18,7 @@ Program gatewayProgram() {
                                        false});
         section.commands.push_back(std::move(command));
     }
-    section.commands.push_back({{"--help", "--version"}, "", "", {}});
+    section.commands.push_back({{"--help", "--version"}, "", "", {}, {}});
     return {.name = std::string(page.program),
             .summary = "the backend of Vorq, on this computer",
             .introduction = "vorq-gateway answers Vorq over HTTP on this computer.",

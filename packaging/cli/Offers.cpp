@@ -42,6 +42,8 @@ std::vector<Place> placesOf(const Program& program) {
                 const std::string words = section.words.empty() ? name : section.words + ' ' + name;
                 if (name.starts_with('-') || hasCommandsBehind(program, words)) continue;
                 Place place{words, false, {}};
+                for (const std::string& choice : command.choices)
+                    place.offers.push_back({choice, ""});
                 addOptions(place, command.options);
                 addOptions(place, section.options);
                 place.offers.push_back({"--help", ""});

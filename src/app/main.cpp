@@ -7,6 +7,7 @@
 #include "app/cli/UnixSignals.h"
 #include "app/desktop/DesktopCommand.h"
 #include "app/desktop/LocalBackend.h"
+#include "app/desktop/PreviewCommand.h"
 #include "app/linux/LinuxHostSystem.h"
 #include "backend/http/CurlTransport.h"
 #include "capture/attachments/FileAttachmentReader.h"
@@ -126,6 +127,18 @@ class CommandRunner {
         const QCoreApplication application(m_argc, m_argv);
         Terminal terminal;
         return switchBackend(*m_system.makePlatform(), command.isOn, terminal);
+    }
+
+    int operator()(const SwitchPreview& command) const {
+        if (const auto status = switchPreviewOfRunningInstance(command)) return *status;
+        const QCoreApplication application(m_argc, m_argv);
+        return switchStoredPreview(*m_system.makePlatform(), command);
+    }
+
+    int operator()(const ListPreviews&) const {
+        if (const auto status = listPreviewsOfRunningInstance()) return *status;
+        const QCoreApplication application(m_argc, m_argv);
+        return listStoredPreviews(*m_system.makePlatform());
     }
 
     int operator()(const DesktopArguments& arguments) const {

@@ -15,6 +15,7 @@ VorqAppState::VorqAppState(const Platform& platform)
       m_profileForm(m_account, m_api),
       m_privacyForm(m_account, m_api),
       m_appearance(platform.defaults),
+      m_previews(platform.defaults),
       m_panelDraft(platform.clock, platform.defaults),
       m_libraryAreas(platform.clock, platform.defaults, platform.paths.applicationSupportFolder()),
       m_panelCommands({m_libraryAreas, m_panel, m_panelChats, m_studyNotes}),

@@ -3,6 +3,7 @@
 #include "areas/AppearanceSettings.h"
 #include "areas/LibraryAreas.h"
 #include "areas/Permissions.h"
+#include "areas/Previews.h"
 #include "areas/UpdateState.h"
 #include "backend/account/AccountSession.h"
 #include "backend/account/AccountSignIn.h"
@@ -59,6 +60,7 @@ class VorqAppState final : public QObject {
     [[nodiscard]] PreferredModel& model() { return m_model; }
     [[nodiscard]] AppearanceSettings& appearance() { return m_appearance; }
     [[nodiscard]] Permissions& permissions() { return m_permissions; }
+    [[nodiscard]] Previews& previews() { return m_previews; }
     [[nodiscard]] StudyContext& study() { return m_study; }
     [[nodiscard]] PanelDraft& panelDraft() { return m_panelDraft; }
     // The library is read from its files when one of these is first asked for.
@@ -104,6 +106,7 @@ class VorqAppState final : public QObject {
     PrivacyForm m_privacyForm;
     AppearanceSettings m_appearance;
     Permissions m_permissions;
+    Previews m_previews;
     StudyContext m_study;
     PanelDraft m_panelDraft;
     LibraryAreas m_libraryAreas;

@@ -22,6 +22,8 @@ TYPED = [
     ("vorq notes list --area=stu\t", "notes list --area=study"),
     ("vorq notes export --format=pl\t--outp\tspaced\t", "notes export --format=plain --output spaced name"),
     ("vorq ask what --fi\tspaced\t", "ask what --file spaced name"),
+    ("vorq prev\twa\tof\t", "preview watch off"),
+    ("vorq --prev\twri\t", "--preview writing"),
     ("vorq-gateway se\t--po\t80", "serve --port 80"),
     ("vorq-gateway hand\t--da\tspaced\t", "handoff --data spaced name"),
 ]
@@ -94,6 +96,8 @@ def check_fish(share, home):
         ("vorq notes list --area ", {"writing", "research", "study", "personal"}),
         ("vorq --background su", {"summon"}),
         ("vorq ask --file spa", {"spaced name"}),
+        ("vorq preview ", {"hub", "writing", "watch"}),
+        ("vorq preview hub o", {"on", "off"}),
         ("vorq-gateway serve --p", {"--port"}),
     ]:
         program = line.split()[0]

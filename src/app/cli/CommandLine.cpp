@@ -62,6 +62,31 @@ Command parseAlone(const QStringList& arguments, const Command& command) {
     return command;
 }
 
+const CommandPage& previewPage() {
+    return commandPages().back();
+}
+
+// The sentence on a name that is none's; "" for one that is.
+QString whyNoPreview(const QString& name) {
+    if (previewNames.caseOf(QStringView(name))) return {};
+    return QStringLiteral("There is no preview %1: there are hub, writing and watch.").arg(name);
+}
+
+Command parsePreview(const QStringList& arguments) {
+    const ParsedOptions parsed = optionsBehind(arguments);
+    const QString name = parsed.words.value(0);
+    const QString state = parsed.words.value(1);
+    if (!parsed.words.isEmpty())
+        if (const QString reason = whyNoPreview(name); !reason.isEmpty()) return UsageError{reason};
+    if (parsed.wantsHelp) return ShowText{helpText(previewPage())};
+    if (!parsed.unknown.isEmpty())
+        return UsageError{QStringLiteral("preview has no option %1.").arg(parsed.unknown)};
+    if (parsed.words.isEmpty()) return ListPreviews{};
+    if (parsed.words.size() != 2 || (state != u"on" && state != u"off"))
+        return UsageError{QStringLiteral("preview %1 takes one word more, on or off.").arg(name)};
+    return SwitchPreview{*previewNames.caseOf(QStringView(name)), state == u"on"};
+}
+
 Command parseDesktop(const QStringList& arguments) {
     const CommandSection& section = commandPages().front().sections.front();
     const ParsedOptions parsed = parseOptions(arguments, section.options);
@@ -83,7 +108,12 @@ Command parseDesktop(const QStringList& arguments) {
     }
     if (parsed.wantsHelp) return programHelp();
     if (!parsed.unknown.isEmpty())
-        return UsageError{u"There is no option %1."_s.arg(parsed.unknown)};
+        return UsageError{QStringLiteral("There is no option %1.").arg(parsed.unknown)};
+    if (parsed.withoutValue != nullptr) return UsageError{missingValue(*parsed.withoutValue)};
+    for (const QString& name : parsed.values("--preview")) {
+        if (const QString reason = whyNoPreview(name); !reason.isEmpty()) return UsageError{reason};
+        desktop.previews += *previewNames.caseOf(QStringView(name));
+    }
     return desktop;
 }
 
@@ -97,6 +127,11 @@ QString nameOf(Verb verb) {
     return verbs.nameOf(verb);
 }
 
+QString sentenceOn(Preview preview) {
+    const CommandRow* row = commandNamed(previewPage(), previewNames.nameOf(preview));
+    return QString::fromUtf8(row->help.data(), qsizetype(row->help.size())).replace(u'\n', u' ');
+}
+
 Command parseCommandLine(const QStringList& arguments) {
     const QString name = arguments.value(0);
     if (isHelpOption(name) || name == u"help") return programHelp();
@@ -107,6 +142,7 @@ Command parseCommandLine(const QStringList& arguments) {
     if (name == u"enable-accessibility") return parseAlone(arguments, EnableAccessibility{});
     if (name == u"enable-backend" || name == u"disable-backend")
         return parseAlone(arguments, SwitchBackend{name == u"enable-backend"});
+    if (name == u"preview") return parsePreview(arguments);
     return parseDesktop(arguments);
 }
 

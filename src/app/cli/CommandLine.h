@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/cli/LibraryCommandLine.h"
+#include "model/Preview.h"
 
 #include <QString>
 #include <QStringList>
@@ -33,6 +34,17 @@ struct SwitchBackend {
     bool operator==(const SwitchBackend&) const = default;
 };
 
+/// Opens or closes what is closed in this release, from now on.
+struct SwitchPreview {
+    Preview preview = Preview::Hub;
+    bool isOn = false;
+    bool operator==(const SwitchPreview&) const = default;
+};
+
+struct ListPreviews {
+    bool operator==(const ListPreviews&) const = default;
+};
+
 /// What the desktop program is asked to do.
 enum class Verb { Launch, Summon, Note, PushNote, Clear, Toggle, SaveChat, Quit };
 
@@ -46,6 +58,7 @@ struct DesktopArguments {
     QString url; ///< a link to open as well, "" for none
     bool background = false;
     bool launchedAtLogin = false;
+    QList<Preview> previews = {}; ///< open in this run
     bool operator==(const DesktopArguments&) const = default;
 };
 
@@ -59,8 +72,12 @@ struct UsageError {
     bool operator==(const UsageError&) const = default;
 };
 
-using Command = std::variant<AskArguments, OpenArguments, LibraryCommand, EnableAccessibility,
-                             SwitchBackend, DesktopArguments, ShowText, UsageError>;
+using Command =
+    std::variant<AskArguments, OpenArguments, LibraryCommand, EnableAccessibility, SwitchBackend,
+                 SwitchPreview, ListPreviews, DesktopArguments, ShowText, UsageError>;
+
+/// The sentence of the help on a preview.
+[[nodiscard]] QString sentenceOn(Preview preview);
 
 /// What the arguments, without the program's name, ask for.
 [[nodiscard]] Command parseCommandLine(const QStringList& arguments);

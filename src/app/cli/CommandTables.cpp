@@ -9,6 +9,8 @@ namespace {
 constexpr std::string_view areaNames = "writing|research|study|personal";
 
 constexpr OptionRow areaOption{.name = "--area", .value = "AREA", .help = "", .choices = areaNames};
+constexpr std::string_view allPreviewNames = "hub|writing|watch";
+
 constexpr OptionRow jsonOption{.name = "--json", .value = "", .help = ""};
 
 constexpr std::array desktopOptions = {
@@ -16,6 +18,12 @@ constexpr std::array desktopOptions = {
     OptionRow{.name = "--launched-at-login",
               .value = "",
               .help = "the same, for the entry that starts Vorq at login"},
+    OptionRow{.name = "--preview",
+              .value = "NAME",
+              .help = "opens hub, writing or watch in this run; see vorq preview --help",
+              .missing = "needs the name of a preview.",
+              .choices = allPreviewNames,
+              .isRepeatable = true},
 };
 
 constexpr std::array desktopRows = {
@@ -67,6 +75,10 @@ constexpr std::array terminalRows = {
         .help =
             "Has vorq-gateway, the backend on this computer, start at login and now, or no\n"
             "longer at login, as \"Start Local Backend at Login\" in the menu of the tray does."},
+    CommandRow{.names = "preview",
+               .operands = "[NAME on|off]",
+               .help =
+                   "Opens what is closed in this release ahead of time; see vorq preview --help."},
     CommandRow{.names = "--help|--version"},
 };
 
@@ -129,6 +141,29 @@ constexpr std::array chatsRows = {
 };
 constexpr std::array chatsSections = {CommandSection{.heading = "", .rows = chatsRows}};
 
+constexpr std::string_view switchPositions = "on|off";
+
+constexpr std::array previewRows = {
+    CommandRow{.names = "hub",
+               .operands = switchPositions,
+               .help =
+                   "The Hub, with its chats, quizzes, tasks and trackers. It comes with a later\n"
+                   "release: until then the switch changes nothing.",
+               .choices = switchPositions},
+    CommandRow{.names = "writing",
+               .operands = switchPositions,
+               .help = "Writing tools beside what you highlight. They come with a later release:\n"
+                       "until then the switch changes nothing.",
+               .choices = switchPositions},
+    CommandRow{.names = "watch",
+               .operands = switchPositions,
+               .help =
+                   "Follows the window in front and what you highlight in it, as the menu of the\n"
+                   "tray says all the while. It stays in memory and is sent nowhere.",
+               .choices = switchPositions},
+};
+constexpr std::array previewSections = {CommandSection{.heading = "", .rows = previewRows}};
+
 constexpr std::array pages = {
     CommandPage{
         .program = "vorq",
@@ -153,6 +188,13 @@ constexpr std::array pages = {
                 .sections = chatsSections,
                 .remarks = "An ID may be cut short as long as only one chat begins with it. "
                            "Nothing is changed."},
+    CommandPage{.program = "vorq preview",
+                .operands = "[NAME on|off]",
+                .introduction =
+                    "Lists what is closed in this release, or opens and closes it. The switch is\n"
+                    "remembered, and counts at once in the Vorq that runs.",
+                .sections = previewSections,
+                .remarks = "vorq --preview NAME opens it in one run alone."},
 };
 
 bool isNameOf(const CommandRow& row, QStringView name) {

@@ -4,7 +4,8 @@
 
 namespace vorq {
 
-/// The pages of `vorq --help`, `vorq notes --help` and `vorq chats --help`, in this order.
+/// The pages of `vorq --help`, `vorq notes --help`, `vorq chats --help` and `vorq preview --help`,
+/// in this order.
 [[nodiscard]] std::span<const CommandPage> commandPages();
 
 /// The row of a command, whose options its arguments may have; nothing for a name that is in no

@@ -28,6 +28,7 @@ struct CommandRow {
     std::string_view help = {};     ///< "" where the next row's help is this one's, too
     std::span<const OptionRow> options = {};
     bool helpListsOptions = false; ///< else its text speaks of them
+    std::string_view choices = {}; ///< all words that may stand behind it, divided by '|'
 };
 
 struct CommandSection {

@@ -27,7 +27,8 @@ class DesktopCapture final : public SelectionCapture {
                                                            std::stop_token stop) override;
     void log(const QString& line) override { m_panel.log(line); }
 
-    // What the note keys need beside it.
+    // What the note keys and the watch need beside it.
+    [[nodiscard]] SelectionReader& reader() { return m_reader; }
     [[nodiscard]] NoteCapture& notes() { return m_notes; }
     [[nodiscard]] SnapshotCapture& snapshots() { return m_snapshots; }
     [[nodiscard]] const CaptureGate& gate() const { return m_gate; }

@@ -7,7 +7,7 @@
 #include "app/desktop/HostSystem.h"
 #include "app/desktop/UserLanguage.h"
 #include "app/instance/ApplicationService.h"
-#include "app/instance/RunningInstance.h"
+#include "app/instance/Courier.h"
 #include "backend/account/SignInUrl.h"
 #include "platform/AppPaths.h"
 
@@ -31,28 +31,17 @@ int statusOf(const RunningInstance::Outcome& outcome) {
     return outcome ? 0 : complain(outcome.error());
 }
 
-// A bus connection of its own, and no application object: where one goes before the next comes, Qt
-// forgets how windows are shown to assistive technology. All calls on it wait for their answer.
-class Courier {
-  public:
-    Courier() = default;
-    ~Courier() { QDBusConnection::disconnectFromBus(connectionName); }
-    Courier(const Courier&) = delete;
-    Courier& operator=(const Courier&) = delete;
-
-    [[nodiscard]] const QDBusConnection& bus() const { return m_bus; }
-    RunningInstance& instance() { return m_instance; }
-
-  private:
-    static inline const QString connectionName = u"vorq-courier"_s;
-
-    QDBusConnection m_bus{
-        QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName)};
-    RunningInstance m_instance{m_bus};
-};
-
 bool canOpen(const QUrl& url) {
     return SignInUrl::handoffCode(url).has_value() || SignInUrl::isOAuthCallback(url);
+}
+
+// A preview is open in one run, and that has begun.
+RunningInstance::Outcome handOver(RunningInstance& instance, const DesktopArguments& arguments,
+                                  const VerbSource& source) {
+    if (!arguments.previews.isEmpty())
+        return std::unexpected(QStringLiteral("Vorq is running already. Use vorq preview %1 on.")
+                                   .arg(previewNames.nameOf(arguments.previews.front())));
+    return instance.handOver(arguments, source);
 }
 
 // Keeps a second Vorq from starting where there is no bus to find the first one by.
@@ -95,7 +84,8 @@ Ending runAsInstance(const HostSystem& system, const DesktopArguments& arguments
     ApplicationService service(bus);
     if (service.claim()) return runProgram(system, service, arguments, source);
     if (!bus.isConnected()) return runWithoutBus(system, service, arguments, source);
-    return {statusOf(RunningInstance(bus).handOver(arguments, source))};
+    RunningInstance running(bus);
+    return {statusOf(handOver(running, arguments, source))};
 }
 
 } // namespace
@@ -121,7 +111,7 @@ int runDesktopCommand(int& argc, char** argv, const DesktopArguments& arguments,
         // Before anything else can come to the front.
         if (arguments.verb != Verb::Launch) source.process = system.frontmostProcess();
         if (courier.instance().exists())
-            return statusOf(courier.instance().handOver(arguments, source));
+            return statusOf(handOver(courier.instance(), arguments, source));
         if (!needsRunningProgram(arguments.verb) && system.hasScreen())
             birth = system.prepareApplication(courier.bus());
     }

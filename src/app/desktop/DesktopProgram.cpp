@@ -5,11 +5,13 @@
 #include "app/desktop/DesktopPanel.h"
 #include "app/desktop/LocalBackend.h"
 #include "app/desktop/PanelRenderer.h"
+#include "app/desktop/SessionLimits.h"
 #include "platform/Accessibility.h"
 #include "platform/DesktopLook.h"
 #include "platform/LoginItem.h"
 #include "platform/NotesBridge.h"
 #include "platform/Workspace.h"
+#include "platform/pixels/FrameStream.h"
 #include "shell/dialogs/AlertBox.h"
 #include "shell/look/StatusGlyphs.h"
 #include "shell/look/TextScale.h"
@@ -84,7 +86,9 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
       m_host(std::make_unique<Host>(platform.workspace())),
       m_delegate(delegatePorts()),
       m_backend(localBackend(platform), m_statusItem,
-                [this](const Alert& alert) { m_delegate.showAlert(alert); }) {
+                [this](const Alert& alert) { m_delegate.showAlert(alert); }),
+      m_watch({platform.clock(), platform.workspace(), platform.frameStream(), m_capture.reader(),
+               m_capture.gate(), static_cast<ProcessId>(QCoreApplication::applicationPid())}) {
     chooseRenderer(platform.hasGraphicsProcessor());
     prepareUi();
     connect(&service, &ApplicationService::activated, &m_delegate,
@@ -93,7 +97,10 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
             &AppDelegate::applicationOpen);
     connect(&service, &ApplicationService::verbRequested, this, &DesktopProgram::perform);
     tellOutcomes(service.links());
+    service.previewSwitches().serve(m_state.previews());
     connectNotes();
+    connect(&m_statusItem, &StatusItem::menuWillOpen, this,
+            [this] { m_statusItem.setSessionLimits(sessionLimits(m_platform)); });
     connect(&platform.appearance(), &DesktopAppearance::changed, &m_palette,
             [this] { applyDesktopLook(); });
 }
@@ -139,6 +146,7 @@ int DesktopProgram::run(const DesktopArguments& arguments, const VerbSource& sou
     m_platform.accessibility().whenTrustChanges(&m_delegate,
                                                 [this] { m_delegate.refreshPermissions(); });
     m_delegate.refreshPermissions();
+    openPreviews(arguments.previews);
     if (!arguments.url.isEmpty()) m_delegate.applicationOpen({QUrl(arguments.url)});
     perform(arguments.verb, source);
     m_platform.registerUrlScheme();
@@ -169,6 +177,13 @@ void DesktopProgram::connectNotes() {
     connect(&m_notes, &NoteDraftFlow::libraryMessageChanged, this, [this](const QString& message) {
         if (m_state.isLibraryLoaded()) m_state.library().setLibraryMessage(message);
     });
+}
+
+void DesktopProgram::openPreviews(const QList<Preview>& previews) {
+    for (const Preview preview : previews)
+        m_state.previews().openForThisRun(preview);
+    m_watchSwitch = std::make_unique<WatchSwitch>(
+        WatchSwitch::Services{m_state.previews(), m_watch, m_statusItem, m_capture.captureLog()});
 }
 
 void DesktopProgram::perform(Verb verb, const VerbSource& source) {

@@ -8,11 +8,13 @@
 #include "backend/http/CurlTransport.h"
 #include "capture/attachments/FileAttachmentReader.h"
 #include "capture/notes/NoteDraftFlow.h"
+#include "capture/watch/FrontmostWatchService.h"
 #include "core/VorqAppState.h"
 #include "platform/DesktopPlatform.h"
 #include "shell/application/AppDelegate.h"
 #include "shell/application/ApplicationHost.h"
 #include "shell/application/BackendAtLoginChoice.h"
+#include "shell/application/WatchSwitch.h"
 #include "shell/look/ApplicationFont.h"
 #include "shell/look/ApplicationPalette.h"
 #include "shell/status/TrayStatusItem.h"
@@ -49,6 +51,7 @@ class DesktopProgram final : public QObject {
     [[nodiscard]] AppDelegate::Ports delegatePorts();
     void tellOutcomes(LinkOutcomes& links);
     void connectNotes();
+    void openPreviews(const QList<Preview>& previews);
     void applyDesktopLook();
 
     DesktopPlatform& m_platform;
@@ -67,6 +70,8 @@ class DesktopProgram final : public QObject {
     std::unique_ptr<Host> m_host;
     AppDelegate m_delegate;
     BackendAtLoginChoice m_backend;
+    FrontmostWatchService m_watch;
+    std::unique_ptr<WatchSwitch> m_watchSwitch;
 };
 
 } // namespace vorq

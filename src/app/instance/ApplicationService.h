@@ -2,6 +2,7 @@
 
 #include "app/cli/CommandLine.h"
 #include "app/instance/LinkOutcomes.h"
+#include "app/instance/PreviewSwitches.h"
 #include "platform/Clock.h"
 
 #include <QDBusConnection>
@@ -46,6 +47,9 @@ class ApplicationService final : public QObject, protected QDBusContext {
     /// What became of the links that came by openRequested().
     [[nodiscard]] LinkOutcomes& links() { return m_links; }
 
+    /// By which other starts of the program switch previews.
+    [[nodiscard]] PreviewSwitches& previewSwitches() { return m_previewSwitches; }
+
     /// Makes this process the one that runs. False if another is, or there is no bus. Calls are
     /// answered from the event loop on.
     [[nodiscard]] bool claim();
@@ -65,6 +69,7 @@ class ApplicationService final : public QObject, protected QDBusContext {
   private:
     QDBusConnection m_bus;
     LinkOutcomes m_links{m_bus, this};
+    PreviewSwitches m_previewSwitches{m_bus, this};
     bool m_isOwner = false;
 };
 

@@ -66,6 +66,22 @@ std::expected<QString, QString> RunningInstance::outcomeOf(const QString& url) {
     return std::unexpected(sentenceOf(reply));
 }
 
+std::expected<QList<Preview>, QString> RunningInstance::openPreviews() {
+    const QDBusMessage reply = ask(PreviewSwitches::interface, QStringLiteral("Open"), {}, limit);
+    if (reply.type() != QDBusMessage::ReplyMessage) return std::unexpected(sentenceOf(reply));
+    QList<Preview> open;
+    for (const QString& name : reply.arguments().value(0).toStringList())
+        if (const auto preview = previewNames.caseOf(QStringView(name))) open += *preview;
+    return open;
+}
+
+RunningInstance::Outcome RunningInstance::switchPreview(const SwitchPreview& command) {
+    const QDBusMessage reply = ask(PreviewSwitches::interface, QStringLiteral("Switch"),
+                                   {previewNames.nameOf(command.preview), command.isOn}, limit);
+    if (reply.type() == QDBusMessage::ReplyMessage) return {};
+    return std::unexpected(sentenceOf(reply));
+}
+
 RunningInstance::Outcome RunningInstance::call(const QString& method,
                                                const QVariantList& arguments) {
     const QDBusMessage reply = ask(ApplicationService::interface, method, arguments, limit);

@@ -35,6 +35,10 @@ class RunningInstance {
     /// tell.
     [[nodiscard]] std::expected<QString, QString> outcomeOf(const QString& url);
 
+    /// The previews that are open there, if only in this run.
+    [[nodiscard]] std::expected<QList<Preview>, QString> openPreviews();
+    [[nodiscard]] Outcome switchPreview(const SwitchPreview& command);
+
   private:
     [[nodiscard]] Outcome call(const QString& method, const QVariantList& arguments);
     [[nodiscard]] QDBusMessage ask(const QString& interface, const QString& method,

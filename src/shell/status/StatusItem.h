@@ -50,6 +50,13 @@ class StatusItem : public QObject {
     /// At first it is not offered.
     virtual void setBackendAtLogin(const BackendAtLoginEntry& entry) = 0;
 
+    /// What the watch of the application in front does, or why it does nothing; "" while the user
+    /// has not opened it.
+    virtual void setWatchStatus(const QString& status) = 0;
+
+    /// Why parts of Vorq do not work in this session, a sentence each; none if all work.
+    virtual void setSessionLimits(const QStringList& reasons) = 0;
+
     virtual void openMenu() = 0;
 
     /// Shows an image in place of the glyph for a moment.

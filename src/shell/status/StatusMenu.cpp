@@ -21,6 +21,8 @@ StatusMenu::StatusMenu() : FactMenu(u"Vorq"_s) {
     setAccessibleName(u"Vorq"_s);
     m_account = addFact(tr("Starting…"));
     m_signInAdvice = addFact(menuText(signInAdvice()));
+    m_watch = addFact(QString());
+    setWatchStatus({});
     m_noticesEnd = addSeparator();
     addCommands();
     addSeparator();
@@ -29,6 +31,7 @@ StatusMenu::StatusMenu() : FactMenu(u"Vorq"_s) {
     connect(&m_customize, &CustomizeMenu::colorEditEnded, this, &StatusMenu::colorEditEnded);
     m_accessibility = addCommand(QString(), StatusCommand::OpenAccessibility);
     addBackendAtLogin();
+    addMenu(&m_limits);
     m_signOut = addCommand(tr("Sign out"), StatusCommand::SignOut);
     addCommand(tr("Delete Vorq"), StatusCommand::DeleteVorq);
     addSeparator();
@@ -77,6 +80,15 @@ void StatusMenu::setNoteAdvice(const NoteAdvice& advice) {
     m_noteFailure->setVisible(!advice.failure.isEmpty());
     for (QAction* entry : {m_saveHeldText, m_discardHeldText})
         entry->setVisible(advice.holdsText);
+}
+
+void StatusMenu::setWatchStatus(const QString& status) {
+    m_watch->setText(menuText(status));
+    m_watch->setVisible(!status.isEmpty());
+}
+
+void StatusMenu::setSessionLimits(const QStringList& reasons) {
+    m_limits.tell(reasons);
 }
 
 void StatusMenu::setBackendAtLogin(const BackendAtLoginEntry& entry) {

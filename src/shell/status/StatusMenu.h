@@ -2,6 +2,7 @@
 
 #include "shell/status/CustomizeMenu.h"
 #include "shell/status/FactMenu.h"
+#include "shell/status/SessionLimitsMenu.h"
 #include "shell/status/StatusItem.h"
 
 #include <QPointer>
@@ -38,6 +39,12 @@ class StatusMenu final : public FactMenu {
     /// At first it is not offered.
     void setBackendAtLogin(const BackendAtLoginEntry& entry);
 
+    /// It stands above the commands, so that the watch is never on unseen. "" for none.
+    void setWatchStatus(const QString& status);
+
+    /// They stand in a menu of their own, which is there only if there are any.
+    void setSessionLimits(const QStringList& reasons);
+
   signals:
     void chosen(vorq::StatusCommand command);
 
@@ -56,6 +63,7 @@ class StatusMenu final : public FactMenu {
     QPointer<VorqAppState> m_state;
     QAction* m_account;
     QAction* m_signInAdvice;
+    QAction* m_watch;
     QAction* m_noticesEnd; // the line below the notices
     QList<QAction*> m_notices;
     QAction* m_toggle;
@@ -70,6 +78,7 @@ class StatusMenu final : public FactMenu {
     QAction* m_backendAtLogin;
     QAction* m_signOut;
     CustomizeMenu m_customize;
+    SessionLimitsMenu m_limits;
 };
 
 } // namespace vorq

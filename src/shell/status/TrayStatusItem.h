@@ -28,6 +28,8 @@ class TrayStatusItem final : public StatusItem {
     void setBackendAtLogin(const BackendAtLoginEntry& entry) override {
         m_menu.setBackendAtLogin(entry);
     }
+    void setWatchStatus(const QString& status) override { m_menu.setWatchStatus(status); }
+    void setSessionLimits(const QStringList& reasons) override { m_menu.setSessionLimits(reasons); }
     void openMenu() override;
     void flashStatusImage(StatusImage image) override { m_flash.flash(image); }
 

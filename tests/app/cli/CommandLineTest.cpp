@@ -77,6 +77,45 @@ TEST(CommandLine, TheLocalBackendIsSwitchedFromTheTerminal) {
     EXPECT_TRUE(std::holds_alternative<UsageError>(parseCommandLine({"enable-backend", "now"})));
 }
 
+TEST(CommandLine, PreviewsAreListedAndSwitched) {
+    EXPECT_EQ(parseCommandLine({"preview"}), Command(ListPreviews{}));
+    for (const Preview preview : allPreviews)
+        for (const bool isOn : {true, false})
+            EXPECT_EQ(
+                parseCommandLine({"preview", previewNames.nameOf(preview), isOn ? "on" : "off"}),
+                Command(SwitchPreview{preview, isOn}));
+    for (const QStringList& arguments :
+         {QStringList{"watch"}, QStringList{"watch", "maybe"}, QStringList{"watch", "on", "on"},
+          QStringList{"watch", "on", "--loud"}, QStringList{"fly"}, QStringList{"fly", "on"},
+          QStringList{"fly", "--help"}, QStringList{"Watch", "on"}, QStringList{""}})
+        EXPECT_TRUE(std::holds_alternative<UsageError>(
+            parseCommandLine(QStringList{"preview"} + arguments)))
+            << qPrintable(arguments.join(u' '));
+    EXPECT_TRUE(std::holds_alternative<ShowText>(parseCommandLine({"preview", "hub", "-h"})));
+}
+
+TEST(CommandLine, ANameThatNoPreviewHasIsToldWithThoseThereAre) {
+    const Command expected(
+        UsageError{"There is no preview fly: there are hub, writing and watch."});
+    EXPECT_EQ(parseCommandLine({"preview", "fly", "on"}), expected);
+    EXPECT_EQ(parseCommandLine({"--preview=fly"}), expected);
+}
+
+TEST(CommandLine, PreviewsAreOpenedForOneRun) {
+    DesktopArguments expected;
+    expected.previews = {Preview::Watch, Preview::Hub};
+    EXPECT_EQ(parseCommandLine({"--preview=watch", "--preview", "hub"}), Command(expected));
+    EXPECT_EQ(parseCommandLine({"--preview"}),
+              Command(UsageError{"--preview needs the name of a preview."}));
+}
+
+TEST(CommandLine, EachPreviewHasASentence) {
+    for (const Preview preview : allPreviews)
+        EXPECT_TRUE(sentenceOn(preview).endsWith(u'.'));
+    for (const Preview preview : {Preview::Hub, Preview::Writing})
+        EXPECT_TRUE(sentenceOn(preview).contains("with a later release"));
+}
+
 TEST(CommandLine, ALinkAloneIsForTheDesktopProgram) {
     EXPECT_EQ(parseCommandLine({"vorq://auth/callback?handoff=a"}),
               Command(DesktopArguments{Verb::Launch, "vorq://auth/callback?handoff=a"}));

@@ -34,6 +34,7 @@ class OptionsEndToEndTest : public testing::Test {
         environment.insert("HOME", m_home.path());
         environment.insert("XDG_DATA_HOME", m_home.filePath("data"));
         environment.insert("XDG_CONFIG_HOME", m_home.filePath("config"));
+        environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
         QProcess process;
         process.setProcessEnvironment(environment);
         process.setStandardInputFile(QProcess::nullDevice());
@@ -66,6 +67,7 @@ TEST_F(OptionsEndToEndTest, EachHelpIsWordForWordWhatItHasAlwaysBeen) {
     EXPECT_EQ(vorq({"--help"}), help("/app/cli/help/vorq.txt"));
     EXPECT_EQ(vorq({"notes", "--help"}), help("/app/cli/help/vorq-notes.txt"));
     EXPECT_EQ(vorq({"chats", "-h"}), help("/app/cli/help/vorq-chats.txt"));
+    EXPECT_EQ(vorq({"preview", "--help"}), help("/app/cli/help/vorq-preview.txt"));
     EXPECT_EQ(gateway({"--help"}), help("/gateway/cli/help/vorq-gateway.txt"));
 }
 
@@ -147,6 +149,25 @@ TEST_F(OptionsEndToEndTest, EachFileIsAttached) {
         {"ask", "--file", m_home.filePath("a.txt"), "--file=" + m_home.filePath("b.txt"), "x"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("b.txt"));
+}
+
+// As where Vorq does not run: what it starts with is switched.
+TEST_F(OptionsEndToEndTest, APreviewIsSwitchedForGood) {
+    const auto states = [this] {
+        std::vector<std::string> beginnings;
+        for (const QString& line :
+             QString::fromStdString(vorq({"preview"}).out).split(u'\n', Qt::SkipEmptyParts))
+            beginnings.push_back(line.left(13).toStdString());
+        return beginnings;
+    };
+    EXPECT_THAT(states(), testing::ElementsAre("hub      off ", "writing  off ", "watch    off "));
+    EXPECT_EQ(vorq({"preview", "watch", "on"}), (Outcome{0, "watch is on.\n", ""}));
+    EXPECT_THAT(states(), testing::ElementsAre("hub      off ", "writing  off ", "watch    on  "));
+    EXPECT_EQ(vorq({"preview", "watch", "off"}), (Outcome{0, "watch is off.\n", ""}));
+    EXPECT_THAT(states(), testing::ElementsAre("hub      off ", "writing  off ", "watch    off "));
+    EXPECT_EQ(vorq({"preview", "fly", "on"}),
+              misuse("There is no preview fly: there are hub, writing and watch."));
+    EXPECT_EQ(vorq({"bogus", "--help"}), misuse("There is no command bogus."));
 }
 
 TEST_F(OptionsEndToEndTest, EveryCommandOfTheTablesIsKnown) {

@@ -46,6 +46,8 @@ class ScriptedStatusItem final : public StatusItem {
     bool offersNotes = false;
     NoteAdvice noteAdvice;
     BackendAtLoginEntry backend;
+    QString watchStatus;
+    QStringList sessionLimits;
 
     void installStatusItem() override { m_calls += "status item"; }
     void bindAppState(VorqAppState&) override { m_calls += "status item bound"; }
@@ -54,6 +56,8 @@ class ScriptedStatusItem final : public StatusItem {
     void setOffersNotes(bool offers) override { offersNotes = offers; }
     void setNoteAdvice(const NoteAdvice& advice) override { noteAdvice = advice; }
     void setBackendAtLogin(const BackendAtLoginEntry& entry) override { backend = entry; }
+    void setWatchStatus(const QString& status) override { watchStatus = status; }
+    void setSessionLimits(const QStringList& reasons) override { sessionLimits = reasons; }
     void openMenu() override { m_calls += "menu"; }
     void flashStatusImage(StatusImage image) override {
         m_calls += image == StatusImage::Check ? "flash check" : "flash fail";

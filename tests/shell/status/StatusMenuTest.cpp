@@ -63,6 +63,32 @@ class StatusMenuTest : public ConversationFixture {
     std::vector<StatusCommand> m_chosen;
 };
 
+TEST_F(StatusMenuTest, WhatTheWatchDoesStandsAboveTheCommandsWhileItIsOpen) {
+    const QStringList before = texts(m_menu);
+    m_menu.setWatchStatus("Watching Pens & Co");
+    const QStringList shown = texts(m_menu);
+    const qsizetype at = shown.indexOf("Watching Pens && Co");
+    ASSERT_GE(at, 0);
+    EXPECT_EQ(shown[at + 1], "-");
+    EXPECT_FALSE(find(m_menu, "Watching Pens && Co")->isEnabled());
+    m_menu.setWatchStatus("");
+    EXPECT_EQ(texts(m_menu), before);
+}
+
+TEST_F(StatusMenuTest, WhatTheSessionLacksIsToldOnlyWhereItLacksSomething) {
+    const QStringList before = texts(m_menu);
+    m_menu.setSessionLimits({"No keys & no windows.", "No clipboard."});
+    const QAction* entry = find(m_menu, "Not in This Session");
+    ASSERT_NE(entry, nullptr);
+    ASSERT_NE(entry->menu(), nullptr);
+    EXPECT_TRUE(entry->isVisible());
+    EXPECT_THAT(texts(*entry->menu()), ElementsAre("No keys && no windows.", "No clipboard."));
+    m_menu.setSessionLimits({"No clipboard."});
+    EXPECT_THAT(texts(*entry->menu()), ElementsAre("No clipboard."));
+    m_menu.setSessionLimits({});
+    EXPECT_EQ(texts(m_menu), before);
+}
+
 TEST_F(StatusMenuTest, SaysWhoIsSignedIn) {
     const QString name = state().account().profile().displayName();
     EXPECT_THAT(texts(m_menu),

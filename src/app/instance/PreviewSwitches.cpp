@@ -1,0 +1,31 @@
+#include "app/instance/PreviewSwitches.h"
+
+#include "app/instance/LinkOutcomes.h"
+
+namespace vorq {
+
+PreviewSwitches::PreviewSwitches(const QDBusConnection& bus, QObject* object)
+    : QDBusAbstractAdaptor(object), m_bus(bus) {}
+
+QStringList PreviewSwitches::Open() {
+    QStringList names;
+    for (const Preview preview : allPreviews)
+        if (m_previews && m_previews->isOn(preview)) names += previewNames.nameOf(preview);
+    return names;
+}
+
+void PreviewSwitches::Switch(const QString& name, bool isOn, const QDBusMessage& message) {
+    const auto outcome = apply(name, isOn);
+    if (outcome) return;
+    message.setDelayedReply(true);
+    m_bus.send(message.createErrorReply(LinkOutcomes::failed, outcome.error()));
+}
+
+std::expected<void, QString> PreviewSwitches::apply(const QString& name, bool isOn) {
+    const auto preview = previewNames.caseOf(QStringView(name));
+    if (!preview) return std::unexpected(QStringLiteral("There is no preview %1.").arg(name));
+    if (!m_previews) return std::unexpected(QStringLiteral("Vorq is about to end."));
+    return m_previews->set(*preview, isOn);
+}
+
+} // namespace vorq
