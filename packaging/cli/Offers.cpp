@@ -56,12 +56,17 @@ std::vector<Place> placesOf(const Program& program) {
 
 std::vector<Option> valuedOptions(const Program& program) {
     std::vector<Option> all;
-    for (const Section& section : program.sections)
+    const auto add = [&all](const std::vector<Option>& options) {
+        for (const Option& option : options)
+            if (!option.value.empty() &&
+                std::ranges::find(all, option.name, &Option::name) == all.end())
+                all.push_back(option);
+    };
+    for (const Section& section : program.sections) {
+        add(section.options);
         for (const Command& command : section.commands)
-            for (const Option& option : command.options)
-                if (!option.value.empty() &&
-                    std::ranges::find(all, option.name, &Option::name) == all.end())
-                    all.push_back(option);
+            add(command.options);
+    }
     return all;
 }
 
