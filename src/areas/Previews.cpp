@@ -2,10 +2,12 @@
 
 #include "platform/Defaults.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 QString Previews::keyOf(Preview preview) {
-    return QStringLiteral("vorq.preview.") + previewNames.nameOf(preview);
+    return u"vorq.preview."_s + previewNames.nameOf(preview);
 }
 
 bool Previews::isOn(Preview preview) const {

@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -64,7 +66,7 @@ TEST_F(PreviewsTest, OneThatIsOpenInThisRunIsSwitchedLikeAnother) {
 }
 
 TEST_F(PreviewsTest, ASwitchThatIsNotKeptIsToldAndChangesNothing) {
-    m_defaults.fixed = QStringLiteral("The settings cannot be written.");
+    m_defaults.fixed = u"The settings cannot be written."_s;
     const auto outcome = m_previews.set(Preview::Watch, true);
     ASSERT_FALSE(outcome);
     EXPECT_EQ(outcome.error(), "The settings cannot be written.");
@@ -73,7 +75,7 @@ TEST_F(PreviewsTest, ASwitchThatIsNotKeptIsToldAndChangesNothing) {
 }
 
 TEST_F(PreviewsTest, WhatIsNoTruthValueIsOff) {
-    m_defaults.setString(Previews::keyOf(Preview::Watch), QStringLiteral("on"));
+    m_defaults.setString(Previews::keyOf(Preview::Watch), u"on"_s);
     EXPECT_FALSE(m_previews.isOn(Preview::Watch));
     EXPECT_EQ(Previews::keyOf(Preview::Watch), "vorq.preview.watch");
 }

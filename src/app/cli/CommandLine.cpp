@@ -69,7 +69,7 @@ const CommandPage& previewPage() {
 // The sentence on a name that is none's; "" for one that is.
 QString whyNoPreview(const QString& name) {
     if (previewNames.caseOf(QStringView(name))) return {};
-    return QStringLiteral("There is no preview %1: there are hub, writing and watch.").arg(name);
+    return u"There is no preview %1: there are hub, writing and watch."_s.arg(name);
 }
 
 Command parsePreview(const QStringList& arguments) {
@@ -80,10 +80,10 @@ Command parsePreview(const QStringList& arguments) {
         if (const QString reason = whyNoPreview(name); !reason.isEmpty()) return UsageError{reason};
     if (parsed.wantsHelp) return ShowText{helpText(previewPage())};
     if (!parsed.unknown.isEmpty())
-        return UsageError{QStringLiteral("preview has no option %1.").arg(parsed.unknown)};
+        return UsageError{u"preview has no option %1."_s.arg(parsed.unknown)};
     if (parsed.words.isEmpty()) return ListPreviews{};
     if (parsed.words.size() != 2 || (state != u"on" && state != u"off"))
-        return UsageError{QStringLiteral("preview %1 takes one word more, on or off.").arg(name)};
+        return UsageError{u"preview %1 takes one word more, on or off."_s.arg(name)};
     return SwitchPreview{*previewNames.caseOf(QStringView(name)), state == u"on"};
 }
 
@@ -108,7 +108,7 @@ Command parseDesktop(const QStringList& arguments) {
     }
     if (parsed.wantsHelp) return programHelp();
     if (!parsed.unknown.isEmpty())
-        return UsageError{QStringLiteral("There is no option %1.").arg(parsed.unknown)};
+        return UsageError{u"There is no option %1."_s.arg(parsed.unknown)};
     if (parsed.withoutValue != nullptr) return UsageError{missingValue(*parsed.withoutValue)};
     for (const QString& name : parsed.values("--preview")) {
         if (const QString reason = whyNoPreview(name); !reason.isEmpty()) return UsageError{reason};

@@ -39,8 +39,8 @@ bool canOpen(const QUrl& url) {
 RunningInstance::Outcome handOver(RunningInstance& instance, const DesktopArguments& arguments,
                                   const VerbSource& source) {
     if (!arguments.previews.isEmpty())
-        return std::unexpected(QStringLiteral("Vorq is running already. Use vorq preview %1 on.")
-                                   .arg(previewNames.nameOf(arguments.previews.front())));
+        return std::unexpected(u"Vorq is running already. Use vorq preview %1 on."_s.arg(
+            previewNames.nameOf(arguments.previews.front())));
     return instance.handOver(arguments, source);
 }
 

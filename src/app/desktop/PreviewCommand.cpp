@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -17,9 +19,8 @@ int failPreview(const QString& sentence) {
 
 int tellSwitch(const SwitchPreview& command, const std::expected<void, QString>& outcome) {
     if (!outcome) return failPreview(outcome.error());
-    const QString said = QStringLiteral("%1 is %2.\n")
-                             .arg(previewNames.nameOf(command.preview),
-                                  command.isOn ? QStringLiteral("on") : QStringLiteral("off"));
+    const QString said = u"%1 is %2.\n"_s.arg(previewNames.nameOf(command.preview),
+                                              command.isOn ? u"on"_s : u"off"_s);
     return Terminal().print(said.toUtf8()) ? 0 : 1;
 }
 
@@ -29,10 +30,9 @@ int printPreviews(const QList<Preview>& open) {
         widest = std::max(widest, previewNames.nameOf(preview).size());
     QString lines;
     for (const Preview preview : allPreviews)
-        lines += QStringLiteral("%1  %2  %3\n")
-                     .arg(previewNames.nameOf(preview).leftJustified(widest),
-                          open.contains(preview) ? QStringLiteral("on ") : QStringLiteral("off"),
-                          sentenceOn(preview));
+        lines += u"%1  %2  %3\n"_s.arg(previewNames.nameOf(preview).leftJustified(widest),
+                                       open.contains(preview) ? u"on "_s : u"off"_s,
+                                       sentenceOn(preview));
     return Terminal().print(lines.toUtf8()) ? 0 : 1;
 }
 

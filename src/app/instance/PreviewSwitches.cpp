@@ -2,6 +2,8 @@
 
 #include "app/instance/LinkOutcomes.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 PreviewSwitches::PreviewSwitches(const QDBusConnection& bus, QObject* object)
@@ -23,8 +25,8 @@ void PreviewSwitches::Switch(const QString& name, bool isOn, const QDBusMessage&
 
 std::expected<void, QString> PreviewSwitches::apply(const QString& name, bool isOn) {
     const auto preview = previewNames.caseOf(QStringView(name));
-    if (!preview) return std::unexpected(QStringLiteral("There is no preview %1.").arg(name));
-    if (!m_previews) return std::unexpected(QStringLiteral("Vorq is about to end."));
+    if (!preview) return std::unexpected(u"There is no preview %1."_s.arg(name));
+    if (!m_previews) return std::unexpected(u"Vorq is about to end."_s);
     return m_previews->set(*preview, isOn);
 }
 

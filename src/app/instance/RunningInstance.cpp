@@ -67,7 +67,7 @@ std::expected<QString, QString> RunningInstance::outcomeOf(const QString& url) {
 }
 
 std::expected<QList<Preview>, QString> RunningInstance::openPreviews() {
-    const QDBusMessage reply = ask(PreviewSwitches::interface, QStringLiteral("Open"), {}, limit);
+    const QDBusMessage reply = ask(PreviewSwitches::interface, u"Open"_s, {}, limit);
     if (reply.type() != QDBusMessage::ReplyMessage) return std::unexpected(sentenceOf(reply));
     QList<Preview> open;
     for (const QString& name : reply.arguments().value(0).toStringList())
@@ -76,7 +76,7 @@ std::expected<QList<Preview>, QString> RunningInstance::openPreviews() {
 }
 
 RunningInstance::Outcome RunningInstance::switchPreview(const SwitchPreview& command) {
-    const QDBusMessage reply = ask(PreviewSwitches::interface, QStringLiteral("Switch"),
+    const QDBusMessage reply = ask(PreviewSwitches::interface, u"Switch"_s,
                                    {previewNames.nameOf(command.preview), command.isOn}, limit);
     if (reply.type() == QDBusMessage::ReplyMessage) return {};
     return std::unexpected(sentenceOf(reply));

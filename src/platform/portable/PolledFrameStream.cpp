@@ -2,6 +2,8 @@
 
 #include <QPointer>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -26,8 +28,7 @@ Sight sight(ScreenCapture& capture, const StreamedWindow& wanted, const std::sto
     const auto windows = capture.windowsOnScreen(stop);
     if (!windows) return std::unexpected(windows.error());
     const CapturableWindow* window = windowAmong(*windows, wanted);
-    if (window == nullptr)
-        return std::unexpected(QStringLiteral("The window is not on the screen any more."));
+    if (window == nullptr) return std::unexpected(u"The window is not on the screen any more."_s);
     auto picture = capture.pictureOf(window->window, stop);
     if (!picture) return std::unexpected(picture.error());
     return WindowFrame{.picture = *std::move(picture), .place = window->frame};

@@ -5,6 +5,8 @@
 #include "capture/watch/FrontmostWatchService.h"
 #include "shell/status/StatusItem.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 WatchSwitch::WatchSwitch(const Services& services) : m_services(services) {
@@ -13,8 +15,7 @@ WatchSwitch::WatchSwitch(const Services& services) : m_services(services) {
             [this, watch] { m_services.statusItem.setWatchStatus(watch->statusMessage()); });
     CaptureLog* log = &m_services.log;
     watch->setOnSample([log](const WatchSample& sample) {
-        log->appendCaptureDebug(QStringLiteral("watch: pid=%1 selection=%2 title=%3")
-                                    .arg(sample.pid)
+        log->appendCaptureDebug(u"watch: pid=%1 selection=%2 title=%3"_s.arg(sample.pid)
                                     .arg(sample.selection.size())
                                     .arg(sample.windowTitle.size()));
     });

@@ -1,5 +1,7 @@
 #include "shell/status/SessionLimitsMenu.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 
 SessionLimitsMenu::SessionLimitsMenu() {
@@ -10,7 +12,7 @@ SessionLimitsMenu::SessionLimitsMenu() {
 void SessionLimitsMenu::tell(const QStringList& reasons) {
     clear();
     for (const QString& reason : reasons)
-        addFact(QString(reason).replace(u'&', QStringLiteral("&&")));
+        addFact(QString(reason).replace(u'&', u"&&"_s));
     menuAction()->setVisible(!reasons.isEmpty());
 }
 

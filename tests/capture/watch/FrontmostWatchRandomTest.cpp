@@ -4,10 +4,12 @@
 
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
-const QString watchedSecret = QStringLiteral("geheim");
+const QString watchedSecret = u"geheim"_s;
 
 class FrontmostWatchRandomTest : public WatchTest {
   protected:
@@ -23,16 +25,16 @@ class FrontmostWatchRandomTest : public WatchTest {
             workspace.bringNoneToFront();
             return poll();
         case 4:
-            select(QStringLiteral("text %1").arg(choice / 10 % 3));
+            select(u"text %1"_s.arg(choice / 10 % 3));
             return poll();
         case 5:
             workspace.entitle(choice / 10 % 2 == 0 ? source : browser,
-                              QStringLiteral("title %1").arg(choice / 20 % 3));
+                              u"title %1"_s.arg(choice / 20 % 3));
             return poll();
         case 6:
             m_hides = !m_hides;
             focus().hidesText = m_hides;
-            select(m_hides ? watchedSecret : QStringLiteral("text"));
+            select(m_hides ? watchedSecret : u"text"_s);
             return poll();
         case 7:
             m_excludes = !m_excludes;

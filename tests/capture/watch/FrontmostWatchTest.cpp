@@ -1,6 +1,8 @@
 #include "WatchFixture.h"
 #include "doubles/shell/LogLines.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -189,7 +191,7 @@ TEST_F(FrontmostWatchTest, WithoutTrustNothingIsSeen) {
 }
 
 TEST_F(FrontmostWatchTest, SaysWhyItCannotWatch) {
-    stream.support = std::unexpected(QStringLiteral("No window is shown."));
+    stream.support = std::unexpected(u"No window is shown."_s);
     watch->start();
     EXPECT_FALSE(watch->isWatching());
     EXPECT_EQ(watch->statusMessage(), "No window is shown.");

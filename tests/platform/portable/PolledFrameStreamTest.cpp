@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -114,9 +116,9 @@ TEST_F(PolledFrameStreamTest, SaysWhyNoPictureIsTaken) {
 
 TEST_F(PolledFrameStreamTest, IsSupportedWherePicturesAre) {
     EXPECT_TRUE(m_stream.supported());
-    capture().support = std::unexpected(QStringLiteral("No pictures here."));
+    capture().support = std::unexpected(u"No pictures here."_s);
     EXPECT_EQ(m_stream.supported().error(), "No pictures here.");
-    NoFrameStream none(QStringLiteral("No windows."));
+    NoFrameStream none(u"No windows."_s);
     none.start({.process = editor, .window = small});
     EXPECT_EQ(none.supported().error(), "No windows.");
 }

@@ -15,6 +15,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -71,7 +73,7 @@ TEST_F(WatchSwitchTest, OneThatIsOpenAtTheStartWatchesFromThenOn) {
 }
 
 TEST_F(WatchSwitchTest, TheItemSaysWhyThereIsNothingToWatch) {
-    m_stream.support = std::unexpected(QStringLiteral("No window is shown."));
+    m_stream.support = std::unexpected(u"No window is shown."_s);
     const WatchSwitch watchSwitch({m_previews, m_watch, m_item, m_log});
     EXPECT_EQ(m_item.watchStatus, "");
     EXPECT_TRUE(m_previews.set(Preview::Watch, true));
