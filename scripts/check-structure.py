@@ -81,6 +81,7 @@ SOURCE_ROOMS = {
     "ui/components/base": [],
     "ui/components": [],
     "ui/panel": [],
+    "ui/panel/attaching": [],
     "ui/theme": [],
     "app/cli": ["core"],
     "app/instance": ["app/cli"],

@@ -58,6 +58,70 @@ void draft(PanelStage& stage) {
     stage.panel->setPrompt("How does this change in shade?");
 }
 
+QUuid appendLoading(PanelStage& stage, const QString& name) {
+    PromptAttachment clip;
+    clip.fileName = name;
+    stage.panel->attachments().appendLoading(clip);
+    return clip.id;
+}
+
+// One of each state, and a prompt that waits for them.
+void attach(PanelStage& stage) {
+    draft(stage);
+    const QUuid locked = appendLoading(stage, "Lecture 7 – light harvesting.pdf");
+    appendLoading(stage, "Slides of the whole semester with all of its pictures.pptx");
+    appendLoading(stage, "leaf.heic");
+    stage.panel->attachments().fail(
+        locked, "the file is locked with a password. Save it without one, then try again.");
+    stage.panel->waiting()->wait();
+}
+
+void attachMany(PanelStage& stage) {
+    for (int i = 1; i < 40; ++i)
+        appendLoading(stage, u"page %1.png"_s.arg(i));
+    stage.settle(50);
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(stage.window.get(), Qt::Key_Tab);
+}
+
+void openNotes(PanelStage& stage) {
+    for (const char* title : {"Leaf optics", "The green gap", "Red algae"})
+        stage.state->library().createBlankNote(title, HubArea::Study);
+    stage.panel->tray()->setShown(true);
+    stage.panel->tray()->setMode(AttachTrayState::Mode::Notes);
+    stage.settle(100);
+}
+
+void hoverFiles(PanelStage& stage) {
+    stage.find("DropZone")->setProperty("isWelcoming", true);
+}
+
+// What is attached and how.
+QList<Shot> shotsOfClips() {
+    return {
+        {"clips", reply, attach},
+        {"clips-many", reply, attachMany},
+        {"clips-large", reply,
+         [](PanelStage& s) {
+             s.look->setTextScale(2);
+             attach(s);
+         }},
+        {"clips-contrast",
+         [](PanelStage& s) {
+             s.look->setDesktop({.wantsHighContrast = true});
+             reply(s);
+         },
+         attach},
+        {"notes-search", reply,
+         [](PanelStage& s) {
+             openNotes(s);
+             s.panel->attachableNotes()->setSearch("gap");
+         }},
+        {"notes-all", reply, openNotes},
+        {"drop", reply, hoverFiles},
+    };
+}
+
 void working(PanelStage& stage) {
     greet(stage);
     stage.say("Attached: Text capture");
@@ -251,7 +315,7 @@ QList<Shot> shotsOfTurns() {
 
 const QList<Shot>& shots() {
     static const QList<Shot> list =
-        shotsOfTurns() + shotsOfReplies() + shotsForAccess() +
+        shotsOfTurns() + shotsOfClips() + shotsOfReplies() + shotsForAccess() +
         QList<Shot>{
             {"greeting", greet},
             {"reply", reply, draft},

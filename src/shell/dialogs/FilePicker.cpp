@@ -1,5 +1,7 @@
 #include "shell/dialogs/FilePicker.h"
 
+#include "capture/attachments/AttachmentKinds.h"
+
 #include <QFileDialog>
 
 using namespace Qt::StringLiterals;
@@ -7,10 +9,16 @@ using namespace Qt::StringLiterals;
 namespace vorq {
 namespace {
 
-const QString pictures = u"*.png *.jpg *.jpeg *.heic *.heif *.webp *.tif *.tiff "
-                         "*.gif *.bmp"_s;
-// What can be read today; the others are offered once they can be.
-const QString documents = u"*.txt *.md"_s;
+// Some desktops tell capitals apart, which cameras write.
+QString patternsOf(bool picturesOnly) {
+    QStringList patterns;
+    for (const FileContentType& type : fileContentTypes()) {
+        if (picturesOnly && !type.mimeType.startsWith("image/"_L1)) continue;
+        for (const QString& extension : type.extensions)
+            patterns += {u"*."_s + extension, u"*."_s + extension.toUpper()};
+    }
+    return patterns.join(u' ');
+}
 
 } // namespace
 
@@ -24,11 +32,12 @@ void FilePicker::choose(bool picturesOnly) {
         m_dialog->activateWindow();
         return;
     }
-    const QString types = picturesOnly ? tr("Photos (%1)").arg(pictures)
-                                       : tr("Study files (%1 %2)").arg(pictures, documents);
+    const QString types =
+        (picturesOnly ? tr("Photos (%1)") : tr("Study files (%1)")).arg(patternsOf(picturesOnly));
     m_dialog = new QFileDialog(nullptr, picturesOnly ? tr("Add photos") : tr("Add study files"));
     m_dialog->setAttribute(Qt::WA_DeleteOnClose);
     m_dialog->setFileMode(QFileDialog::ExistingFiles);
+    m_dialog->setOption(QFileDialog::HideNameFilterDetails);
     m_dialog->setNameFilters({types, tr("All files (*)")});
     // The signals that carry the choice differ between the desktop's dialog and the toolkit's.
     connect(m_dialog, &QDialog::accepted, this, [this] { emit chosen(m_dialog->selectedUrls()); });

@@ -3,8 +3,11 @@
 #include "core/VorqAppState.h"
 #include "platform/NotesBridge.h"
 #include "shell/panel/AttachmentList.h"
+#include "shell/panel/ClipLoader.h"
+#include "support/RecordTable.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vorq {
@@ -12,14 +15,37 @@ namespace {
 
 constexpr int mostAppleNotes = 100;
 
+QCoro::Task<AttachmentResult> readNote(NotesBridge& notes, QString id, QString title,
+                                       std::stop_token stop) {
+    const std::optional<QString> body = co_await notes.noteBody(std::move(id), std::move(stop));
+    if (!body) co_return std::unexpected(AttachableNotes::tr("There is no text to attach."));
+    PromptAttachment attachment;
+    attachment.fileName = title;
+    attachment.textContent = *body;
+    co_return attachment;
+}
+
 } // namespace
 
-AttachableNotes::AttachableNotes(VorqAppState& state, AttachmentList& attachments)
-    : m_state(state), m_attachments(attachments) {
-    connect(&attachments, &AttachmentList::countChanged, this, &AttachableNotes::forgetDetached);
+struct AttachableNotes::Roles {
+    static constexpr auto table = recordTable<Row>(
+        TitleRole,
+        {
+            {TitleRole, "title", [](const Row& row) -> QVariant { return row.title; }},
+            {DetailRole, "detail", [](const Row& row) -> QVariant { return row.detail; }},
+            {CheckedRole, "isChecked", [](const Row& row) -> QVariant { return row.isChecked; }},
+        });
+};
+
+AttachableNotes::AttachableNotes(VorqAppState& state, AttachmentList& attachments,
+                                 ClipLoader& clips)
+    : m_state(state), m_attachments(attachments), m_clips(clips) {
+    connect(&attachments, &AttachmentList::countChanged, this, &AttachableNotes::followClips);
+    connect(&attachments, &AttachmentList::stateChanged, this, &AttachableNotes::followClips);
 }
 
 void AttachableNotes::load() {
+    setSearch({});
     listLibrary();
     setAppleNotesLoading(true);
     m_listing.restart(
@@ -33,23 +59,29 @@ QCoro::Task<> AttachableNotes::listFromApplication(AttachableNotes* self, std::s
 }
 
 void AttachableNotes::listLibrary() {
-    beginResetModel();
-    m_rows.clear();
-    for (const SavedNote& note : m_state.library().savedNotes().records())
-        m_rows.push_back(
-            {displayTitle(note), noteSnippet(note).value_or(QString()), note.id, QString()});
-    endResetModel();
-    emit countChanged();
+    m_all.clear();
+    for (const SavedNote& note : m_state.library().savedNotes().records()) {
+        Row row{displayTitle(note), noteSnippet(note).value_or(QString()), note.id, QString()};
+        row.isChecked = isAttached(row);
+        m_all.push_back(std::move(row));
+    }
+    showFound();
 }
 
 void AttachableNotes::listAppleNotes(const std::vector<AppleNoteSummary>& notes) {
-    if (!notes.empty()) {
-        beginInsertRows({}, count(), count() + static_cast<int>(notes.size()) - 1);
-        for (const AppleNoteSummary& note : notes)
-            m_rows.push_back({note.title, tr("In your notes application"), std::nullopt, note.id});
-        endInsertRows();
-        emit countChanged();
+    std::vector<Row> found;
+    for (const AppleNoteSummary& note : notes) {
+        Row row{note.title, tr("In your notes application"), std::nullopt, note.id};
+        row.isChecked = isAttached(row);
+        m_all.push_back(row);
+        if (isFound(row)) found.push_back(std::move(row));
     }
+    if (!found.empty()) {
+        beginInsertRows({}, count(), count() + static_cast<int>(found.size()) - 1);
+        std::ranges::move(found, std::back_inserter(m_rows));
+        endInsertRows();
+    }
+    if (!notes.empty()) emit countChanged();
     setAppleNotesLoading(false);
 }
 
@@ -59,10 +91,37 @@ void AttachableNotes::setAppleNotesLoading(bool isLoading) {
     emit appleNotesLoadingChanged();
 }
 
+void AttachableNotes::setSearch(const QString& search) {
+    if (m_search == search) return;
+    m_search = search;
+    emit searchChanged();
+    showFound();
+}
+
+void AttachableNotes::showFound() {
+    beginResetModel();
+    m_rows.clear();
+    std::ranges::copy_if(m_all, std::back_inserter(m_rows),
+                         [this](const Row& row) { return isFound(row); });
+    endResetModel();
+    emit countChanged();
+}
+
+bool AttachableNotes::isFound(const Row& row) const {
+    return std::ranges::all_of(m_search.simplified().split(u' '), [&row](const QString& word) {
+        return row.title.contains(word, Qt::CaseInsensitive) ||
+               row.detail.contains(word, Qt::CaseInsensitive);
+    });
+}
+
 bool AttachableNotes::isAttached(const Row& row) const {
-    if (!row.noteID) return m_appleNoteClipIDs.contains(row.appleNoteID);
-    const QList<PromptAttachment>& held = m_attachments.attachments();
-    return std::ranges::find(held, row.noteID, &PromptAttachment::noteID) != held.end();
+    if (!row.noteID) {
+        const PromptClip* clip = m_attachments.find(m_appleNoteClipIDs.value(row.appleNoteID));
+        return clip && clip->state != PromptClip::State::Failed;
+    }
+    return std::ranges::any_of(m_attachments.clips(), [&row](const PromptClip& clip) {
+        return clip.attachment.noteID == row.noteID;
+    });
 }
 
 void AttachableNotes::toggle(int row) {
@@ -90,48 +149,35 @@ void AttachableNotes::toggleLibraryNote(const Row& row) {
     m_attachments.append(attachment);
 }
 
+// One that could not be read is read anew.
 void AttachableNotes::toggleAppleNote(const Row& row) {
     const QString id = row.appleNoteID;
-    if (m_awaited.remove(id)) return;
-    if (isAttached(row)) {
-        const QUuid clip = m_appleNoteClipIDs.value(id);
-        m_attachments.removeIf([&clip](const PromptAttachment& held) { return held.id == clip; });
-        return;
-    }
-    m_awaited.insert(id);
-    m_reading.release();
-    m_reading.restart([this, id, title = row.title](std::stop_token stop) {
-        return readNote(this, id, title, std::move(stop));
+    const bool wasAttached = isAttached(row);
+    m_attachments.removeIf([former = m_appleNoteClipIDs.value(id)](const PromptAttachment& held) {
+        return held.id == former;
+    });
+    if (wasAttached) return;
+    PromptAttachment known;
+    known.fileName = row.title;
+    m_appleNoteClipIDs.insert(id, known.id);
+    m_clips.load(known, [&notes = m_state.notes(), id, title = row.title](std::stop_token stop) {
+        return readNote(notes, id, title, std::move(stop));
     });
 }
 
-QCoro::Task<> AttachableNotes::readNote(AttachableNotes* self, QString id, QString title,
-                                        std::stop_token stop) {
-    const std::optional<QString> body = co_await self->m_state.notes().noteBody(id, stop);
-    if (!stop.stop_requested() && self->m_awaited.remove(id))
-        self->attachAppleNote(id, title, body);
-}
-
-void AttachableNotes::attachAppleNote(const QString& id, const QString& title,
-                                      const std::optional<QString>& body) {
-    if (!body) {
-        emit noteUnreadable(title);
-        return;
-    }
-    PromptAttachment attachment;
-    attachment.fileName = title;
-    attachment.textContent = *body;
-    m_appleNoteClipIDs.insert(id, attachment.id);
-    m_attachments.append(attachment);
-}
-
-// A clip may also be taken off in the composer, or go out with a prompt.
-void AttachableNotes::forgetDetached() {
-    const QList<PromptAttachment>& held = m_attachments.attachments();
-    m_appleNoteClipIDs.removeIf([&held](const QHash<QString, QUuid>::iterator& clip) {
-        return std::ranges::find(held, clip.value(), &PromptAttachment::id) == held.end();
+// A clip may also be taken off in the composer, fail, or go out with a prompt.
+void AttachableNotes::followClips() {
+    m_appleNoteClipIDs.removeIf([this](const QHash<QString, QUuid>::iterator& clip) {
+        return !m_attachments.find(clip.value());
     });
-    if (!m_rows.empty()) emit dataChanged(index(0), index(count() - 1), {CheckedRole});
+    for (Row& row : m_all)
+        row.isChecked = isAttached(row);
+    for (int at = 0; at < count(); ++at) {
+        Row& row = m_rows[static_cast<std::size_t>(at)];
+        const bool isNow = isAttached(row);
+        if (std::exchange(row.isChecked, isNow) != isNow)
+            emit dataChanged(index(at), index(at), {CheckedRole});
+    }
 }
 
 int AttachableNotes::rowCount(const QModelIndex& parent) const {
@@ -141,15 +187,11 @@ int AttachableNotes::rowCount(const QModelIndex& parent) const {
 QVariant AttachableNotes::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const Row& row = m_rows[static_cast<std::size_t>(index.row())];
-    if (role == TitleRole) return row.title;
-    if (role == DetailRole) return row.detail;
-    if (role == CheckedRole) return isAttached(row);
-    return {};
+    return Roles::table.value(m_rows[static_cast<std::size_t>(index.row())], role);
 }
 
 QHash<int, QByteArray> AttachableNotes::roleNames() const {
-    return {{TitleRole, "title"}, {DetailRole, "detail"}, {CheckedRole, "isChecked"}};
+    return Roles::table.roleNames();
 }
 
 } // namespace vorq

@@ -1,14 +1,17 @@
 #include "shell/panel/AttachmentIntake.h"
 
-#include "shell/panel/AttachmentList.h"
+#include "shell/panel/ClipLoader.h"
+#include "support/async/OnPool.h"
 
 #include <QBuffer>
 #include <QClipboard>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
 #include <QImageReader>
 #include <QMimeData>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -16,87 +19,132 @@ using namespace Qt::StringLiterals;
 namespace vorq {
 namespace {
 
+const QString pastedPicture = u"Pasted image.png"_s;
+const QString droppedPicture = u"Dropped image.png"_s;
+
 // Looks at its first bytes alone.
 bool isPicture(QByteArray bytes) {
     QBuffer buffer(&bytes);
     return buffer.open(QIODevice::ReadOnly) && QImageReader(&buffer).canRead();
 }
 
-// As the other program has encoded it, where it has.
-QByteArray pictureOf(const QMimeData& data) {
-    for (const auto* type : {"image/png", "image/jpeg", "image/webp", "image/tiff", "image/bmp"})
-        if (QByteArray bytes = data.data(QString::fromLatin1(type)); isPicture(bytes)) return bytes;
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    if (buffer.open(QIODevice::WriteOnly)) data.imageData().value<QImage>().save(&buffer, "PNG");
-    return bytes;
+// Some file managers tell copied files in a form of their own alone: a verb, then an address a
+// line.
+QList<QUrl> urlsIn(const QMimeData& data) {
+    QList<QUrl> urls = data.urls();
+    if (!urls.isEmpty()) return urls;
+    const QList<QByteArray> lines = data.data(u"x-special/gnome-copied-files"_s).split('\n');
+    for (const QByteArray& line : lines.mid(1))
+        if (!line.trimmed().isEmpty()) urls += QUrl::fromEncoded(line.trimmed());
+    return urls;
+}
+
+PromptAttachment known(const QString& fileName) {
+    PromptAttachment attachment;
+    attachment.fileName = fileName;
+    return attachment;
+}
+
+// The clip names the file already, and what is left begins its line.
+QString withoutName(const QString& sentence, const QString& path) {
+    for (const QString& name : {path, QFileInfo(path).fileName()}) {
+        const QString start = name + u": "_s;
+        if (!sentence.startsWith(start) || sentence.size() == start.size()) continue;
+        return sentence.at(start.size()).toUpper() + sentence.mid(start.size() + 1);
+    }
+    return sentence;
+}
+
+QCoro::Task<AttachmentResult> withShortReason(QCoro::Task<AttachmentResult> reading, QString path) {
+    const AttachmentResult result = co_await std::move(reading);
+    if (result) co_return *result;
+    co_return std::unexpected(withoutName(result.error(), path));
+}
+
+// Encoded without compression, since the reader encodes it anew.
+QCoro::Task<AttachmentResult> readImage(AttachmentReader& reader, QImage image, QString name,
+                                        std::stop_token stop) {
+    constexpr int uncompressed = 100;
+    const QByteArray bytes = co_await onPool(
+        [image = std::move(image)] {
+            QByteArray encoded;
+            QBuffer buffer(&encoded);
+            if (buffer.open(QIODevice::WriteOnly)) image.save(&buffer, "PNG", uncompressed);
+            return encoded;
+        },
+        stop);
+    if (stop.stop_requested()) co_return std::unexpected(QString());
+    const AttachmentResult result =
+        co_await withShortReason(reader.readPicture(bytes, name, stop), name);
+    co_return result;
 }
 
 } // namespace
 
+QString AttachmentIntake::pictureFormat(const QStringList& offered) {
+    for (const char* format : {"image/png", "image/jpeg", "image/webp", "image/gif", "image/bmp",
+                               "image/tiff", "image/heic"})
+        if (offered.contains(QLatin1StringView(format))) return QString::fromLatin1(format);
+    return {};
+}
+
 void AttachmentIntake::attachFiles(const QList<QUrl>& files) {
     emit chosen();
     for (const QUrl& file : files) {
-        if (!file.isLocalFile()) {
+        if (file.isLocalFile())
+            attachFile(file.toLocalFile());
+        else
             emit refused(tr("%1: only files can be attached.").arg(file.toDisplayString()));
-            continue;
-        }
-        begin([this, path = file.toLocalFile()](std::stop_token stop) {
-            return readFile(path, std::move(stop));
-        });
     }
+}
+
+void AttachmentIntake::attachFile(const QString& path) {
+    // A folder's address may end in a slash.
+    const QFileInfo file(path.size() > 1 && path.endsWith(u'/') ? path.chopped(1) : path);
+    m_clips.load(known(file.fileName()), [&reader = m_reader, path](std::stop_token stop) {
+        return withShortReason(reader.read(path, std::move(stop)), path);
+    });
 }
 
 bool AttachmentIntake::attachPicture(const QByteArray& bytes) {
     if (!isPicture(bytes)) return false;
     emit chosen();
-    attachPicture(bytes, u"Dropped image.png"_s);
+    attachPicture(bytes, droppedPicture);
     return true;
 }
 
 bool AttachmentIntake::attachFromClipboard() {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
     if (!data) return false;
-    QList<QUrl> files;
-    for (const QUrl& url : data->urls())
-        if (url.isLocalFile()) files += url;
+    QList<QUrl> files = urlsIn(*data);
+    files.removeIf([](const QUrl& url) { return !url.isLocalFile(); });
     if (!files.isEmpty()) {
         attachFiles(files);
         return true;
     }
-    // A word processor offers a picture of its text too; the text is what is meant.
-    if (!data->hasImage() || data->hasText()) return false;
-    attachPicture(pictureOf(*data), u"Pasted image.png"_s);
+    // A word processor offers a picture of its text too; the text is what is meant. A browser
+    // offers the address of a picture that it copies.
+    if (data->hasFormat(u"text/plain"_s)) return false;
+    const QString format = pictureFormat(data->formats());
+    if (format.isEmpty() && !data->hasImage()) return false;
+    const QByteArray encoded = format.isEmpty() ? QByteArray() : data->data(format);
+    if (isPicture(encoded))
+        attachPicture(encoded, pastedPicture);
+    else
+        attachImage(data->imageData().value<QImage>(), pastedPicture);
     return true;
 }
 
-void AttachmentIntake::attachPicture(QByteArray bytes, const QString& name) {
-    begin([this, picture = std::move(bytes), name](std::stop_token stop) {
-        return readPicture(picture, name, std::move(stop));
+void AttachmentIntake::attachPicture(const QByteArray& bytes, const QString& name) {
+    m_clips.load(known(name), [&reader = m_reader, bytes, name](std::stop_token stop) {
+        return withShortReason(reader.readPicture(bytes, name, std::move(stop)), name);
     });
 }
 
-void AttachmentIntake::begin(TaskSlot::Body body) {
-    m_reading.release();
-    m_reading.restart(std::move(body));
-}
-
-QCoro::Task<> AttachmentIntake::readFile(QString path, std::stop_token stop) {
-    const AttachmentResult result = co_await m_reader.read(std::move(path), stop);
-    if (!stop.stop_requested()) deliver(result);
-}
-
-QCoro::Task<> AttachmentIntake::readPicture(QByteArray bytes, QString name, std::stop_token stop) {
-    const AttachmentResult result =
-        co_await m_reader.readPicture(std::move(bytes), std::move(name), stop);
-    if (!stop.stop_requested()) deliver(result);
-}
-
-void AttachmentIntake::deliver(const AttachmentResult& result) {
-    if (result)
-        m_attachments.append(*result);
-    else
-        emit refused(result.error());
+void AttachmentIntake::attachImage(const QImage& image, const QString& name) {
+    m_clips.load(known(name), [&reader = m_reader, image, name](std::stop_token stop) {
+        return readImage(reader, image, name, std::move(stop));
+    });
 }
 
 } // namespace vorq

@@ -1,18 +1,18 @@
 #pragma once
 
 #include "capture/attachments/AttachmentReader.h"
-#include "support/async/TaskSlot.h"
 
-#include <QCoroTask>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 
-#include <stop_token>
+class QImage;
+class QMimeData;
 
 namespace vorq {
 
-class AttachmentList;
+class ClipLoader;
 
 /// Has files and pictures read, however they come into the panel, and makes clips of them. Main
 /// thread only.
@@ -21,15 +21,17 @@ class AttachmentIntake final : public QObject {
 
   public:
     /// Both must outlive this object.
-    AttachmentIntake(AttachmentList& attachments, AttachmentReader& reader)
-        : m_attachments(attachments), m_reader(reader) {}
+    AttachmentIntake(ClipLoader& clips, AttachmentReader& reader)
+        : m_clips(clips), m_reader(reader) {}
 
-    /// Each becomes a clip once it is read, or is refused.
+    /// Each becomes a clip, or is refused if it is no file.
     Q_INVOKABLE void attachFiles(const QList<QUrl>& files);
     /// Takes files or a picture from the clipboard; false if it holds neither.
     Q_INVOKABLE bool attachFromClipboard();
     /// Takes an encoded picture, as another program hands it over; false if it is none.
     Q_INVOKABLE bool attachPicture(const QByteArray& bytes);
+    /// The format of those that another program offers in which to take a picture; "" for none.
+    Q_INVOKABLE static QString pictureFormat(const QStringList& offered);
 
   signals:
     /// Something was chosen to be attached, and so there is nothing left to choose.
@@ -38,16 +40,12 @@ class AttachmentIntake final : public QObject {
     void refused(const QString& sentence);
 
   private:
-    void attachPicture(QByteArray bytes, const QString& name);
-    void begin(TaskSlot::Body body);
-    QCoro::Task<> readFile(QString path, std::stop_token stop);
-    QCoro::Task<> readPicture(QByteArray bytes, QString name, std::stop_token stop);
-    // Where every way of attaching ends.
-    void deliver(const AttachmentResult& result);
+    void attachFile(const QString& path);
+    void attachPicture(const QByteArray& bytes, const QString& name);
+    void attachImage(const QImage& image, const QString& name);
 
-    AttachmentList& m_attachments;
+    ClipLoader& m_clips;
     AttachmentReader& m_reader;
-    TaskSlot m_reading; // of all files that are being read; the latest is in the slot
 };
 
 } // namespace vorq

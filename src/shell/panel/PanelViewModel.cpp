@@ -17,6 +17,11 @@ namespace {
 
 constexpr std::chrono::milliseconds bounceTime{220};
 
+QString unsentAdvice() {
+    return PanelViewModel::tr("Not sent: something could not be attached. Try it again or remove "
+                              "it, then send.");
+}
+
 QCoro::Task<> resetLater(QPointer<PanelViewModel> self, Clock& clock, std::function<void()> reset,
                          std::stop_token stop) {
     co_await sleepFor(clock, bounceTime, stop);
@@ -29,8 +34,11 @@ PanelViewModel::PanelViewModel(VorqAppState& state, Clock& clock, AttachmentRead
                                LocalSignIn* localSignIn)
     : m_state(state),
       m_clock(clock),
-      m_attachableNotes(state, m_attachments),
-      m_intake(m_attachments, reader),
+      m_clipLoader(m_attachments),
+      m_clipAnnouncer(m_attachments),
+      m_waiting(m_attachments),
+      m_attachableNotes(state, m_attachments, m_clipLoader),
+      m_intake(m_clipLoader, reader),
       m_studyClip(state.study(), state.studyNotes(), m_attachments),
       m_held(state.hotKeyContext().held()),
       m_outlet(state.panel().messages()),
@@ -50,16 +58,20 @@ void PanelViewModel::connectState() {
             &PanelViewModel::promptPlaceholderChanged);
     connect(&m_state.panel(), &PanelConversation::stateChanged, this,
             &PanelViewModel::respondingChanged);
+    // What was to be added to a conversation is not to begin another.
+    connect(&m_state.panel(), &PanelConversation::dropped, &m_waiting, &WaitingPrompt::cancel);
     connect(&m_state.panel().workStatus(), &WorkStatus::changed, this,
             &PanelViewModel::workLabelChanged);
 }
 
 void PanelViewModel::connectParts() {
     connect(&m_attachments, &AttachmentList::countChanged, this, &PanelViewModel::canSendChanged);
-    connect(&m_attachableNotes, &AttachableNotes::noteUnreadable, this,
-            [this](const QString& title) {
-                m_advice.say(tr("%1: there is no text to attach.").arg(title));
-            });
+    connect(&m_attachments, &AttachmentList::stateChanged, this, &PanelViewModel::canSendChanged);
+    connect(&m_clipAnnouncer, &ClipAnnouncer::announced, this, &PanelViewModel::announced);
+    connect(&m_attachments, &AttachmentList::countChanged, this, &PanelViewModel::followFailed);
+    connect(&m_attachments, &AttachmentList::stateChanged, this, &PanelViewModel::followFailed);
+    connect(&m_waiting, &WaitingPrompt::loaded, this, &PanelViewModel::send);
+    connect(&m_waiting, &WaitingPrompt::announced, this, &PanelViewModel::announced);
     connect(&m_intake, &AttachmentIntake::chosen, this, [this] {
         m_tray.setShown(false);
         m_advice.clear();
@@ -84,8 +96,8 @@ QAbstractItemModel* PanelViewModel::messages() const {
 
 bool PanelViewModel::canSend() const {
     if (!trimmed(m_prompt).isEmpty()) return true;
-    return std::ranges::any_of(m_attachments.attachments(), [this](const PromptAttachment& held) {
-        return m_studyClip.isNews(held);
+    return std::ranges::any_of(m_attachments.clips(), [this](const PromptClip& clip) {
+        return clip.state != PromptClip::State::Failed && m_studyClip.isNews(clip.attachment);
     });
 }
 
@@ -117,6 +129,7 @@ void PanelViewModel::setPrompt(const QString& prompt) {
     if (m_prompt == prompt) return;
     const bool could = canSend();
     m_prompt = prompt;
+    m_waiting.cancel(); // the user has more to say
     m_state.panelDraft().keep(prompt);
     m_advice.clear();
     emit promptChanged();
@@ -130,7 +143,14 @@ void PanelViewModel::sendHeld() {
 }
 
 bool PanelViewModel::closeInnermost() {
-    if (!m_tray.closeInnermost()) return false;
+    if (m_tray.mode() == AttachTrayState::Mode::Notes && !m_attachableNotes.search().isEmpty()) {
+        m_attachableNotes.setSearch({});
+        return true;
+    }
+    if (!m_tray.closeInnermost()) {
+        if (!m_waiting.isWaiting()) return false;
+        m_waiting.cancel();
+    }
     emit focusPromptWanted();
     return true;
 }
@@ -153,7 +173,7 @@ void PanelViewModel::bounce() {
 
 void PanelViewModel::send() {
     if (!mayTalk()) return bounce();
-    if (!canSend()) return;
+    if (!canSend() || !areClipsReady()) return;
     const std::optional<QUuid> studied = m_studyClip.note();
     dispatch();
     const QString sent = trimmed(m_prompt).toString();
@@ -163,6 +183,22 @@ void PanelViewModel::send() {
     m_state.panelDraft().drop();
     m_tray.setShown(false);
     emit composerSent();
+}
+
+// Nothing goes out without what the user has attached to it.
+bool PanelViewModel::areClipsReady() {
+    if (m_attachments.has(PromptClip::State::Failed)) {
+        m_advice.say(unsentAdvice());
+        return false;
+    }
+    if (!m_attachments.has(PromptClip::State::Loading)) return true;
+    m_waiting.wait();
+    return false;
+}
+
+void PanelViewModel::followFailed() {
+    if (notice() == unsentAdvice() && !m_attachments.has(PromptClip::State::Failed))
+        m_advice.clear();
 }
 
 // The note under study goes with the next prompt too, so its clip stays.

@@ -4,6 +4,8 @@
 #include "shell/panel/AttachableNotes.h"
 #include "shell/panel/AttachmentIntake.h"
 #include "shell/panel/AttachmentList.h"
+#include "shell/panel/ClipAnnouncer.h"
+#include "shell/panel/ClipLoader.h"
 #include "shell/panel/HeldOffer.h"
 #include "shell/panel/PanelAdvice.h"
 #include "shell/panel/PanelAnnouncer.h"
@@ -11,6 +13,7 @@
 #include "shell/panel/PanelSelectionBridge.h"
 #include "shell/panel/PanelSignIn.h"
 #include "shell/panel/StudyClip.h"
+#include "shell/panel/WaitingPrompt.h"
 #include "support/async/TaskSlot.h"
 
 #include <QAbstractItemModel>
@@ -33,6 +36,7 @@ class PanelViewModel final : public QObject {
     Q_PROPERTY(vorq::AttachableNotes* attachableNotes READ attachableNotes CONSTANT)
     Q_PROPERTY(vorq::AttachmentIntake* intake READ intake CONSTANT)
     Q_PROPERTY(vorq::AttachTrayState* tray READ tray CONSTANT)
+    Q_PROPERTY(vorq::WaitingPrompt* waiting READ waiting CONSTANT)
     Q_PROPERTY(vorq::HeldOffer* held READ held CONSTANT)
     Q_PROPERTY(vorq::PanelOutlet* outlet READ outlet CONSTANT)
     Q_PROPERTY(vorq::PanelSelectionBridge* selection READ selection CONSTANT)
@@ -60,6 +64,7 @@ class PanelViewModel final : public QObject {
     [[nodiscard]] AttachableNotes* attachableNotes() { return &m_attachableNotes; }
     [[nodiscard]] AttachmentIntake* intake() { return &m_intake; }
     [[nodiscard]] AttachTrayState* tray() { return &m_tray; }
+    [[nodiscard]] WaitingPrompt* waiting() { return &m_waiting; }
     [[nodiscard]] HeldOffer* held() { return &m_held; }
     [[nodiscard]] PanelOutlet* outlet() { return &m_outlet; }
     [[nodiscard]] PanelSelectionBridge* selection() { return &m_selection; }
@@ -78,7 +83,8 @@ class PanelViewModel final : public QObject {
     /// Closes what is open over the conversation, the innermost thing first; false if nothing is.
     bool closeInnermost();
 
-    /// Sends the draft. Without an account nothing is sent and nothing lost.
+    /// Sends the draft, once its clips are loaded. Without an account, or with a clip that failed,
+    /// nothing is sent and nothing lost.
     Q_INVOKABLE void send();
 
     /// Sends a label of a follow-up, leaving the draft alone.
@@ -130,12 +136,17 @@ class PanelViewModel final : public QObject {
     void connectParts();
     [[nodiscard]] bool mayTalk() const;
     void bounce();
+    [[nodiscard]] bool areClipsReady();
+    void followFailed();
     void dispatch();
     void clearSent(const std::optional<QUuid>& studiedBefore);
 
     VorqAppState& m_state;
     Clock& m_clock;
     AttachmentList m_attachments;
+    ClipLoader m_clipLoader;
+    ClipAnnouncer m_clipAnnouncer;
+    WaitingPrompt m_waiting;
     AttachableNotes m_attachableNotes;
     AttachmentIntake m_intake;
     AttachTrayState m_tray;

@@ -11,6 +11,7 @@
 #include "shell/panel/PanelSelectionBridge.h"
 #include "shell/panel/PanelSignIn.h"
 #include "shell/panel/PanelViewModel.h"
+#include "shell/panel/WaitingPrompt.h"
 
 #include <QtQml/qqml.h>
 
@@ -22,6 +23,13 @@ struct PanelViewModelForeign {
     Q_GADGET
     QML_FOREIGN(vorq::PanelViewModel)
     QML_NAMED_ELEMENT(PanelViewModel)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct WaitingPromptForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::WaitingPrompt)
+    QML_NAMED_ELEMENT(WaitingPrompt)
     QML_UNCREATABLE("Belongs to the program")
 };
 

@@ -12,7 +12,6 @@ FocusScope {
     readonly property int padding: 10
     readonly property int buttonSize: 32
     readonly property int leastHeight: 52
-    readonly property int clipGap: 6
     readonly property alias field: draft
     readonly property alias attachButton: attach
     readonly property alias sendButton: sender
@@ -26,8 +25,7 @@ FocusScope {
 
     // What Tab leads to, in its order.
     function stops(): var {
-        const removers = Array.from({ length: clips.count }, (none, i) => (clips.itemAt(i) as AttachmentClip).removeButton)
-        return [draft.input, attach, ...(sender.enabled ? [sender] : []), ...signIn.stops(), ...removers]
+        return [draft.input, attach, ...(sender.enabled ? [sender] : []), ...signIn.stops(), ...waiting.stops(), ...clips.stops()]
     }
     // Files and pictures become clips.
     function paste() {
@@ -59,29 +57,20 @@ FocusScope {
         width: parent.width - 2 * composer.padding
         spacing: Theme.space2
 
-        Flow {
+        ClipTray {
+            id: clips
+            x: -ringRoom
+            width: parent.width + 2 * ringRoom
+            panel: composer.panel
+            tabs: composer.tabs
+            onKeyboardFreed: composer.focusPrompt()
+        }
+        WaitingNotice {
+            id: waiting
             width: parent.width
-            visible: composer.panel.attachments.count > 0
-            spacing: composer.clipGap
-            Accessible.role: Accessible.List
-            Accessible.name: qsTr("Attachments")
-
-            Repeater {
-                id: clips
-                model: composer.panel.attachments
-
-                AttachmentClip {
-                    required property int index
-                    required property string name
-
-                    label: kind === "deepen" ? detail : name
-                    tabs: composer.tabs
-                    onRemoved: {
-                        composer.panel.attachments.removeAt(index)
-                        composer.focusPrompt()
-                    }
-                }
-            }
+            waiting: composer.panel.waiting
+            tabs: composer.tabs
+            onKeyboardFreed: composer.focusPrompt()
         }
         SignInNotice {
             id: signIn
@@ -148,7 +137,7 @@ FocusScope {
                 iconName: stops ? "stop" : "send"
                 iconSize: stops ? 20 : 18
                 look: stops ? IconButton.Soft : IconButton.Accent
-                enabled: stops || composer.panel.canSend
+                enabled: stops || (composer.panel.canSend && !composer.panel.waiting.isWaiting)
                 text: stops ? qsTr("Stop") : qsTr("Send")
                 help: stops ? qsTr("Stop response") : ""
                 tabs: composer.tabs

@@ -158,25 +158,8 @@ FocusScope {
     Announcer {
         panel: view.panel
     }
-    // Files, or a picture that another program hands over without a file.
-    DropArea {
+    DropZone {
         anchors.fill: parent
-        onEntered: drag => drag.accepted = drag.hasUrls || pictureIn(drag.formats) !== ""
-        onDropped: drop => {
-            const files = drop.urls.filter(url => url.toString().startsWith("file:"))
-            const picture = pictureIn(drop.formats)
-            if (files.length > 0)
-                view.panel.intake.attachFiles(files)
-            else if (picture === "" || !view.panel.intake.attachPicture(drop.getDataAsArrayBuffer(picture)))
-                view.panel.intake.attachFiles(drop.urls)
-            drop.acceptProposedAction()
-        }
-
-        function pictureIn(formats: list<string>): string {
-            for (const format of ["image/png", "image/jpeg", "image/webp", "image/gif", "image/bmp", "image/tiff"])
-                if (formats.indexOf(format) >= 0)
-                    return format
-            return ""
-        }
+        intake: view.panel.intake
     }
 }

@@ -1,4 +1,5 @@
 import QtQuick
+import Vorq
 
 // The order in which Tab leads through the panel, for those controls that forward their keys here:
 // the composer, what is held back, then the conversation from its end upwards. The tree of items has

@@ -51,7 +51,9 @@ TEST_F(FilePickerTest, OffersWhatCanBeRead) {
     QFileDialog* shown = open(false);
     ASSERT_TRUE(shown);
     EXPECT_EQ(shown->fileMode(), QFileDialog::ExistingFiles);
-    for (const char* pattern : {"*.txt", "*.md", "*.png", "*.heic"})
+    for (const char* pattern :
+         {"*.txt", "*.md", "*.png", "*.heic", "*.JPG", "*.pdf", "*.docx", "*.doc", "*.pptx",
+          "*.ppt", "*.rtf", "*.pages", "*.key", "*.odt", "*.odp"})
         EXPECT_THAT(patternsOf(*shown), Contains(QString(pattern)));
 }
 
@@ -114,7 +116,8 @@ TEST_F(FilePickerTest, WhatIsChosenBecomesAClip) {
     ASSERT_TRUE(QTest::qWaitFor([this] { return stage.reader.underWay() == 1; }));
     EXPECT_EQ(stage.reader.readings()[0]->path, file.fileName());
     stage.reader.finish(0, "Silt settles.");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return stage.panel->attachments().count() == 1; }));
+    ASSERT_TRUE(
+        QTest::qWaitFor([this] { return stage.panel->attachments().attachments().size() == 1; }));
     EXPECT_EQ(stage.panel->attachments().attachments()[0].textContent, "Silt settles.");
 }
 

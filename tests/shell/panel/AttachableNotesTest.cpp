@@ -35,7 +35,8 @@ class AttachableNotesTest : public ConversationFixture {
         ASSERT_TRUE(QTest::qWaitFor([this] { return !notes().appleNotesLoading(); }));
     }
     bool waitForClips(int count) {
-        return QTest::qWaitFor([this, count] { return model().attachments().count() == count; });
+        return QTest::qWaitFor(
+            [this, count] { return model().attachments().attachments().size() == count; });
     }
 
     [[nodiscard]] QStringList titles() {
@@ -47,8 +48,10 @@ class AttachableNotesTest : public ConversationFixture {
     [[nodiscard]] bool isChecked(int row) {
         return notes().index(row).data(AttachableNotes::CheckedRole).toBool();
     }
-    [[nodiscard]] const PromptAttachment& clip() {
-        return model().attachments().attachments().front();
+    [[nodiscard]] PromptAttachment clip() { return model().attachments().attachments().front(); }
+    [[nodiscard]] bool waitForFailed() {
+        return QTest::qWaitFor(
+            [this] { return model().attachments().has(PromptClip::State::Failed); });
     }
 
     QUuid m_silt;
@@ -116,22 +119,72 @@ TEST_F(AttachableNotesTest, AClipTakenOffElsewhereTakesTheTickWithIt) {
     EXPECT_TRUE(waitForClips(1)) << "it can be attached anew";
 }
 
+TEST_F(AttachableNotesTest, ANoteThatIsReadHasItsClipAndItsTickAtOnce) {
+    openAndWait();
+    m_notesApplication.isHanging = true;
+    notes().toggle(1);
+    EXPECT_TRUE(isChecked(1));
+    ASSERT_EQ(model().attachments().count(), 1);
+    EXPECT_EQ(model().attachments().clips()[0].state, PromptClip::State::Loading);
+    EXPECT_EQ(model().attachments().clips()[0].title, "Levees");
+    m_notesApplication.release();
+    EXPECT_TRUE(waitForClips(1));
+}
+
 TEST_F(AttachableNotesTest, TakenBackBeforeItIsReadANoteIsNotAttached) {
     openAndWait();
     notes().toggle(1);
     notes().toggle(1);
     notes().toggle(2);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !model().notice().isEmpty(); }))
-        << "the note after it has been read";
-    EXPECT_EQ(model().attachments().count(), 0);
+    ASSERT_TRUE(waitForFailed()) << "the note after it has been read";
+    EXPECT_EQ(model().attachments().count(), 1);
+    EXPECT_FALSE(isChecked(1));
 }
 
-TEST_F(AttachableNotesTest, ANoteThatCannotBeReadIsANotice) {
+TEST_F(AttachableNotesTest, ANoteThatCannotBeReadSaysSoOnItsClip) {
     openAndWait();
     notes().toggle(2);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !model().notice().isEmpty(); }));
-    EXPECT_EQ(model().notice(), "Blank: there is no text to attach.");
+    ASSERT_TRUE(waitForFailed());
+    EXPECT_EQ(model().attachments().clips()[0].reason, "There is no text to attach.");
     EXPECT_FALSE(isChecked(2));
+    m_notesApplication.notes[1].second = "A body after all.";
+    notes().toggle(2);
+    ASSERT_TRUE(waitForClips(1)) << "it is read anew";
+    EXPECT_EQ(model().attachments().count(), 1) << "in place of the one that failed";
+}
+
+TEST_F(AttachableNotesTest, ASearchLeavesWhatHoldsEachOfItsWords) {
+    openAndWait();
+    notes().setSearch("  fAr carried ");
+    EXPECT_THAT(titles(), ElementsAre("Silt"));
+    notes().toggle(0);
+    EXPECT_TRUE(isChecked(0));
+    EXPECT_EQ(clip().fileName, "Silt");
+    notes().setSearch("application b");
+    EXPECT_THAT(titles(), ElementsAre("Blank"));
+    notes().setSearch("none of them");
+    EXPECT_EQ(notes().count(), 0);
+    EXPECT_FALSE(notes().isEmpty());
+    notes().setSearch("");
+    EXPECT_THAT(titles(), ElementsAre("Silt", "Levees", "Blank"));
+    EXPECT_TRUE(isChecked(0));
+}
+
+TEST_F(AttachableNotesTest, NotesThatComeDuringASearchAreSearchedToo) {
+    open();
+    notes().setSearch("lev");
+    EXPECT_EQ(notes().count(), 0);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !notes().appleNotesLoading(); }));
+    EXPECT_THAT(titles(), ElementsAre("Levees"));
+}
+
+TEST_F(AttachableNotesTest, OpeningAgainForgetsTheSearch) {
+    openAndWait();
+    notes().setSearch("lev");
+    model().tray()->setShown(false);
+    openAndWait();
+    EXPECT_EQ(notes().search(), "");
+    EXPECT_EQ(notes().count(), 3);
 }
 
 TEST_F(AttachableNotesTest, WithoutNotesNothingIsListed) {

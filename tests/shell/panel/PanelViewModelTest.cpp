@@ -266,12 +266,9 @@ TEST_F(PanelViewModelTest, ThePlaceholderTellsOfTheStudy) {
     EXPECT_EQ(model().attachments().count(), 1);
 }
 
-TEST_F(PanelViewModelTest, AFileThatCannotBeReadIsANotice) {
-    m_reader.answer = [](const QString& path) {
-        return std::unexpected(path + u": No such file or directory"_s);
-    };
-    model().intake()->attachFiles({QUrl::fromLocalFile("/nowhere/a.txt")});
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !model().notice().isEmpty(); }));
+TEST_F(PanelViewModelTest, WhatIsNoFileIsANotice) {
+    model().intake()->attachFiles({QUrl("https://example.org/a.png")});
+    EXPECT_EQ(model().notice(), "https://example.org/a.png: only files can be attached.");
     EXPECT_EQ(model().attachments().count(), 0);
     model().setPrompt("typing on");
     EXPECT_EQ(model().notice(), "");

@@ -7,7 +7,7 @@ Rectangle {
 
     property int page: 0
     property list<string> iconNames: []
-    readonly property list<string> pages: ["Buttons", "Settings", "Fields", "Search", "Segmented", "Colors", "Badges", "Menus",
+    readonly property list<string> pages: ["Buttons", "Settings", "Fields", "Search", "Segmented", "Colors", "Badges", "Clips", "Menus",
                                            "Sheet", "DangerSheet", "FormSheet", "Empty", "Toasts", "Icons"]
     readonly property string name: pages[page]
     readonly property int padRoom: 28

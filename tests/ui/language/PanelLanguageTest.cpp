@@ -48,6 +48,27 @@ void attachClips(PanelStage& stage) {
     stage.panel->attachments().append(clip);
 }
 
+// One that failed and one that is loading, with a prompt that waits.
+void sendEarly(PanelStage& stage) {
+    stage.panel->setPrompt("1?");
+    stage.panel->intake()->attachFiles({QUrl::fromLocalFile("/1.2"), QUrl::fromLocalFile("/3.4")});
+    stage.panel->send();
+    stage.settle(50);
+}
+
+void failToAttach(PanelStage& stage) {
+    sendEarly(stage);
+    stage.reader.fail(0, "5 6.");
+    stage.reader.finish(1);
+}
+
+void searchInVain(PanelStage& stage) {
+    stage.panel->tray()->setShown(true);
+    stage.panel->tray()->setMode(AttachTrayState::Mode::Notes);
+    stage.settle(50);
+    stage.panel->attachableNotes()->setSearch("3");
+}
+
 void selectInReply(PanelStage& stage) {
     converse(stage);
     stage.settle(50);
@@ -78,6 +99,13 @@ const std::vector<PanelState>& panelStates() {
          }},
         {"signed_out", [](PanelStage& s) { s.state->account().signOut(); }},
         {"attachments", converse, attachClips},
+        {"loading", converse, sendEarly},
+        {"not_attached", converse, failToAttach},
+        {"not_found",
+         [](PanelStage& s) { s.state->library().createBlankNote("1", HubArea::Study); },
+         searchInVain},
+        {"dropping", converse,
+         [](PanelStage& s) { s.find("DropZone")->setProperty("isWelcoming", true); }},
         {"tray", converse, [](PanelStage& s) { s.panel->tray()->setShown(true); }},
         {"no_notes", converse, openNotes},
         {"notes",

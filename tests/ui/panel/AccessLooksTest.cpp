@@ -87,6 +87,13 @@ class AccessLooksTest : public testing::Test {
         clip.fileName = "leaf-optics.md";
         clip.textContent = "x";
         stage.panel->attachments().append(clip);
+        PromptAttachment failed;
+        failed.fileName = "locked.pdf";
+        stage.panel->attachments().appendLoading(failed);
+        stage.panel->attachments().fail(failed.id, "The file is locked with a password.");
+        PromptAttachment loading;
+        loading.fileName = "slides.pptx";
+        stage.panel->attachments().appendLoading(loading);
         stage.state->hotKeyContext().held().hold("not shown", "Chromium");
     }
 

@@ -32,8 +32,10 @@ class AttachTrayTest : public testing::Test {
                           item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
     }
     [[nodiscard]] bool says(const QString& text) {
-        for (QQuickItem* item : stage.find("AttachTray")->findChildren<QQuickItem*>())
-            if (item->isVisible() && item->property("text").toString() == text) return true;
+        for (QQuickItem* item : stage.findAll("Txt"))
+            if (stage.find("AttachTray")->isAncestorOf(item) && item->isVisible() &&
+                item->property("text").toString() == text)
+                return true;
         return false;
     }
 
@@ -112,7 +114,7 @@ TEST_F(SpokenTrayTest, ItsRowsTellWhatStandsBelowTheirNames) {
     QStringList told;
     for (QQuickItem* row : stage.findAll("TrayRow"))
         told += QAccessible::queryAccessibleInterface(row)->text(QAccessible::Description);
-    EXPECT_EQ(told, QStringList({"Any note in your library", "Images, text, Markdown…",
+    EXPECT_EQ(told, QStringList({"Any note in your library", "Images, PDF, DOCX, PPTX…",
                                  "Screenshots, scans, pictures"}));
 }
 
@@ -122,11 +124,54 @@ TEST_F(AttachTrayTest, WithoutNotesItSaysWhatToDo) {
     EXPECT_FALSE(says("Loading Notes…"));
 }
 
+TEST_F(AttachTrayTest, WithoutNotesItTriesAgain) {
+    showNotes(0);
+    stage.state->library().createBlankNote("Silt", HubArea::Study);
+    for (QQuickItem* button : stage.findAll("TextButton"))
+        if (button->isVisible() && button->property("text") == "Try again") {
+            click(button);
+            break;
+        }
+    stage.settle(100);
+    EXPECT_TRUE(says("Silt"));
+    EXPECT_FALSE(says("Try again"));
+}
+
+TEST_F(AttachTrayTest, NotesAreSearchedAndTickedByKeysAlone) {
+    stage.show();
+    for (const char* title : {"Silt", "Levees", "Reeds"})
+        stage.state->library().createBlankNote(title, HubArea::Study);
+    stage.panel->tray()->setShown(true);
+    stage.settle(100);
+    stage.find("TrayRow")->forceActiveFocus(Qt::TabFocusReason);
+    const auto key = [this](Qt::Key key) {
+        QTest::keyClick(stage.window.get(), key);
+        stage.settle(100);
+    };
+    key(Qt::Key_Return);
+    for (const Qt::Key letter : {Qt::Key_L, Qt::Key_E, Qt::Key_V})
+        key(letter);
+    EXPECT_TRUE(says("Levees"));
+    EXPECT_FALSE(says("Silt"));
+    EXPECT_EQ(stage.panel->prompt(), "") << "the search has the keyboard";
+    key(Qt::Key_Down);
+    key(Qt::Key_Space);
+    ASSERT_EQ(stage.panel->attachments().count(), 1);
+    EXPECT_EQ(stage.panel->attachments().attachments()[0].fileName, "Levees");
+    key(Qt::Key_Up);
+    key(Qt::Key_X);
+    EXPECT_TRUE(says("No note holds “levx”."));
+    EXPECT_TRUE(stage.panel->closeInnermost());
+    stage.settle(100);
+    EXPECT_TRUE(says("Silt")) << "Escape empties the search first";
+    EXPECT_TRUE(stage.panel->tray()->isShown());
+}
+
 TEST_F(AttachTrayTest, ManyNotesScrollWithinThePanel) {
     showNotes(200);
     QQuickItem* tray = stage.find("AttachTray");
     EXPECT_FALSE(says("No notes found. Save a chat to Notes, then try again."));
-    EXPECT_LE(tray->height(), 380);
+    EXPECT_LE(tray->height(), 430);
     EXPECT_GT(tray->y(), 100);
 }
 
@@ -152,14 +197,43 @@ class DropTest : public AttachTrayTest {
     }
 };
 
+TEST_F(DropTest, WhatIsHeldOverThePanelIsShownToBeWelcome) {
+    stage.show();
+    const auto isShown = [this] {
+        stage.settle(300);
+        for (QQuickItem* item : stage.find("DropZone")->findChildren<QQuickItem*>())
+            if (item->property("text") == "Drop to attach") return item->isVisible();
+        return false;
+    };
+    EXPECT_FALSE(isShown());
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile("/files/a.txt")});
+    QDragEnterEvent enter({200, 200}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(stage.window.get(), &enter);
+    EXPECT_TRUE(isShown());
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(stage.window.get(), &leave);
+    EXPECT_FALSE(isShown());
+}
+
+TEST_F(DropTest, SeveralFilesKeepTheirOrder) {
+    stage.show();
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile("/files/b.txt"), QUrl::fromLocalFile("/files/a.txt")});
+    EXPECT_TRUE(drop(data));
+    EXPECT_EQ(stage.panel->attachments().count(), 2);
+    EXPECT_EQ(stage.panel->attachments().clips()[0].title, "b.txt");
+    EXPECT_EQ(stage.panel->attachments().clips()[1].title, "a.txt");
+}
+
 TEST_F(DropTest, APictureWithoutAFileBecomesAClip) {
     stage.show();
     QMimeData data;
     data.setData("image/png", png());
     EXPECT_TRUE(drop(data));
-    ASSERT_EQ(stage.panel->attachments().count(), 1);
-    EXPECT_EQ(stage.panel->attachments().attachments()[0].fileName, "Dropped image.png");
-    EXPECT_TRUE(stage.panel->attachments().attachments()[0].imageDataURL.has_value());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return stage.reader.underWay() == 1; }));
+    EXPECT_EQ(stage.reader.readings()[0]->picture, png());
+    EXPECT_EQ(stage.panel->attachments().clips()[0].title, "Dropped image.png");
 }
 
 TEST_F(DropTest, APictureOfAPageIsTakenAndItsAddressIsNot) {
