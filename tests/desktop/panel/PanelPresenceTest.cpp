@@ -165,34 +165,11 @@ TEST_F(PanelPresenceTest, WhatIsTypedRightAfterTheFirstPressIsForTheDraft) {
     EXPECT_EQ(draft(), "early letters");
 }
 
-class PanelDropTest : public PanelPresenceTest {
-  protected:
-    Window openDragSource() {
-        const QString file = session.write("silt.txt", "Silt settles on the fields.");
-        m_started.push_back(&session.start(VORQ_DRAG_SOURCE, "", {file}));
-        const Window window = session.waitForWindow("test_drag_source");
-        xdotool({"windowmove", QString::number(window), "800", "550"});
-        letSettle();
-        return window;
-    }
-
-    // With the steps that a hand makes.
-    void dragSlowly(QPoint from, QPoint to) const {
-        QStringList arguments{"mousemove", QString::number(from.x()), QString::number(from.y()),
-                              "mousedown", "1"};
-        constexpr int steps = 12;
-        for (int step = 1; step <= steps; ++step) {
-            const QPoint at = from + (to - from) * step / steps;
-            arguments +=
-                {"sleep", "0.06", "mousemove", QString::number(at.x()), QString::number(at.y())};
-        }
-        xdotool(arguments + QStringList{"sleep", "0.3", "mouseup", "1"});
-    }
-};
+using PanelDropTest = PanelPresenceTest;
 
 TEST_F(PanelDropTest, AFileDraggedHereFromElsewhereIsAttached) {
     vorq.start();
-    const Window source = openDragSource();
+    const Window source = openDragSource({session.write("silt.txt", "Silt settles.")});
     openPanel();
     const QPoint from = session.geometry(source).center();
     dragSlowly(from, session.geometry(vorq.panel()).center());
@@ -209,7 +186,7 @@ TEST_F(PanelDropTest, AFileDraggedHereFromElsewhereIsAttached) {
 
 TEST_F(PanelDropTest, ADragBetweenOthersLeavesItUpAndAPressThatDragsNothingDoesNot) {
     vorq.start();
-    const Window source = openDragSource();
+    const Window source = openDragSource({session.write("silt.txt", "Silt settles.")});
     openPanel();
     const QPoint from = session.geometry(source).center();
     dragSlowly(from, besideAll());

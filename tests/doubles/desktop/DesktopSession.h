@@ -111,8 +111,8 @@ class DesktopSession {
     /// What is in a selection ("primary", "clipboard"), as other programs read it; "" for nothing.
     [[nodiscard]] QByteArray selection(const QString& name) const;
 
-    /// Fills a selection from a program that then owns it.
-    DesktopProgram& own(const QString& name, const QByteArray& text);
+    /// Fills a selection from a program that then owns it, with a text or with what is of the type.
+    DesktopProgram& own(const QString& name, const QByteArray& content, const QString& type = {});
 
   private:
     class JoinedEnvironment;

@@ -118,9 +118,12 @@ QByteArray DesktopSession::selection(const QString& name) const {
     return run("timeout", "coreutils", {"5", "xclip", "-o", "-selection", name}, m_environment);
 }
 
-DesktopProgram& DesktopSession::own(const QString& name, const QByteArray& text) {
-    const QString file = write("own-" + name + ".txt", text);
-    DesktopProgram& owner = start("xclip", "xclip", {"-quiet", "-i", "-selection", name, file});
+DesktopProgram& DesktopSession::own(const QString& name, const QByteArray& content,
+                                    const QString& type) {
+    const QString file = write("own-" + name + ".txt", content);
+    QStringList arguments{"-quiet", "-i", "-selection", name, file};
+    if (!type.isEmpty()) arguments += {"-t", type};
+    DesktopProgram& owner = start("xclip", "xclip", arguments);
     const QByteArray atom = name.toUpper().toLatin1();
     waitUntil("the selection " + name + " to be filled", [&] {
         auto* reply = xcb_get_selection_owner_reply(

@@ -115,6 +115,28 @@ class PanelPresenceTest : public testing::Test {
         EXPECT_NE(vorq.panel(), 0U) << why;
     }
 
+    /// A window that files, or what else the arguments say, can be dragged out of.
+    Window openDragSource(const QStringList& arguments) {
+        m_started.push_back(&session.start(VORQ_DRAG_SOURCE, "", arguments));
+        const Window window = session.waitForWindow("test_drag_source");
+        xdotool({"windowmove", QString::number(window), "800", "550"});
+        letSettle();
+        return window;
+    }
+
+    /// With the steps that a hand makes.
+    void dragSlowly(QPoint from, QPoint to) const {
+        QStringList arguments{"mousemove", QString::number(from.x()), QString::number(from.y()),
+                              "mousedown", "1"};
+        constexpr int steps = 12;
+        for (int step = 1; step <= steps; ++step) {
+            const QPoint at = from + (to - from) * step / steps;
+            arguments +=
+                {"sleep", "0.06", "mousemove", QString::number(at.x()), QString::number(at.y())};
+        }
+        xdotool(arguments + QStringList{"sleep", "0.3", "mouseup", "1"});
+    }
+
     static inline std::unique_ptr<PanelProgram> s_desktop;
     PanelProgram& vorq = *s_desktop;
     DesktopSession& session = vorq.session;

@@ -1,7 +1,9 @@
-// A window that a file can be dragged out of. The argument is the file.
+// A window that can be dragged out of: the files that are its arguments, or, after "--picture", the
+// picture in one, which is handed over without the file.
 
 #include <QApplication>
 #include <QDrag>
+#include <QImage>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QUrl>
@@ -11,27 +13,37 @@ namespace {
 
 class DragSource final : public QWidget {
   public:
-    explicit DragSource(const QString& file) : m_file(QUrl::fromLocalFile(file)) {}
+    explicit DragSource(const QStringList& arguments) {
+        if (arguments.value(0) == "--picture")
+            m_picture.load(arguments.value(1));
+        else
+            for (const QString& file : arguments)
+                m_files += QUrl::fromLocalFile(file);
+    }
 
   protected:
     void mouseMoveEvent(QMouseEvent* event) override {
         if (!event->buttons().testFlag(Qt::LeftButton)) return;
         auto* drag = new QDrag(this);
         auto* data = new QMimeData;
-        data->setUrls({m_file});
+        if (m_picture.isNull())
+            data->setUrls(m_files);
+        else
+            data->setImageData(m_picture);
         drag->setMimeData(data);
         drag->exec(Qt::CopyAction);
     }
 
   private:
-    QUrl m_file;
+    QList<QUrl> m_files;
+    QImage m_picture;
 };
 
 } // namespace
 
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
-    DragSource window(QApplication::arguments().value(1));
+    DragSource window(QApplication::arguments().mid(1));
     window.resize(300, 200);
     window.show();
     return QApplication::exec();
