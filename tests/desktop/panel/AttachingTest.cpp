@@ -1,6 +1,7 @@
 // What users attach to a prompt, as they do it, and what of it goes to the backend.
 
 #include "doubles/desktop/PanelPresenceFixture.h"
+#include "doubles/documents/MadeDocuments.h"
 
 #include <QUrl>
 
@@ -26,7 +27,9 @@ class AttachingTest : public PanelPresenceTest {
         });
     }
     void waitForClip(const QString& name) const {
-        DesktopSession::waitUntil("the clip " + name, [&] { return hasClip(name); });
+        // LibreOffice takes its time when it starts.
+        DesktopSession::waitUntil(
+            "the clip " + name, [&] { return hasClip(name); }, std::chrono::seconds(90));
     }
     // The panel, with something of another program dropped on it.
     void openPanelAndDrop(const QStringList& arguments) {
@@ -88,6 +91,27 @@ TEST_F(AttachingTest, WhatIsDroppedPickedAndPastedIsInTheRequest) {
                           "--- Attached file: pasted ü.txt ---\nDeltas grow into the sea."));
     EXPECT_THAT(field(request, "screenDataUrl"), StartsWith("data:image/"));
     EXPECT_FALSE(hasClip("picked.txt")) << "the draft is empty again";
+}
+
+TEST_F(AttachingTest, ADocumentOfEachKindIsRead) {
+    const MadeDocuments made(session.home());
+    const QString pdf = made.putOffice("a.pdf", "Silt settles.");
+    const QString docx = made.putOffice("b.docx", "Reeds hold.");
+    const QString pptx = made.putOffice("c.pptx", "Levees rise.");
+    const QString odt = made.putOffice("d.odt", "Deltas grow.");
+    const QString rtf = session.write("e.rtf", R"({\rtf1\ansi Rivers bend.\par})");
+    openPanelAndDrop({pdf, docx});
+    pick(pptx);
+    paste(QUrl::fromLocalFile(odt).toEncoded() + "\r\n" + QUrl::fromLocalFile(rtf).toEncoded(),
+          "text/uri-list");
+    for (const char* name : {"a.pdf", "b.docx", "c.pptx", "d.odt", "e.rtf"})
+        waitForClip(QLatin1StringView(name));
+    EXPECT_THAT(field(ask(), "selectedText"),
+                HasSubstr("--- Attached file: a.pdf ---\nSilt settles.\n\n"
+                          "--- Attached file: b.docx ---\nReeds hold.\n\n"
+                          "--- Attached file: c.pptx ---\nLevees rise.\n\n"
+                          "--- Attached file: d.odt ---\nDeltas grow.\n\n"
+                          "--- Attached file: e.rtf ---\nRivers bend."));
 }
 
 TEST_F(AttachingTest, APictureWithoutAFileIsDropped) {
