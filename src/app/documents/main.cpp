@@ -72,5 +72,7 @@ int run(const QStringList& arguments) {
 // NOLINTNEXTLINE(bugprone-exception-escape)
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    return vorq::run(QCoreApplication::arguments());
+    // Qt Pdf does not give back all that it took for a document that it cannot open, and nothing
+    // else is left to do.
+    ::_exit(vorq::run(QCoreApplication::arguments()));
 }

@@ -14,8 +14,9 @@ namespace vorq {
 namespace {
 
 constexpr int guardInterval = 20; // milliseconds, in which a stop is seen
-constexpr int guardedDeathLimit =
-    1000; // milliseconds: a program may hang in the kernel though killed
+
+// In milliseconds: a program may hang in the kernel though killed.
+constexpr int guardedDeathLimit = 1000;
 
 QProcessEnvironment environmentOf(const GuardedRun& run) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
