@@ -76,15 +76,16 @@ Command parsePreview(const QStringList& arguments) {
     const ParsedOptions parsed = optionsBehind(arguments);
     const QString name = parsed.words.value(0);
     const QString state = parsed.words.value(1);
+    const std::optional<Preview> preview = previewNames.caseOf(QStringView(name));
     if (!parsed.words.isEmpty())
         if (const QString reason = whyNoPreview(name); !reason.isEmpty()) return UsageError{reason};
     if (parsed.wantsHelp) return ShowText{helpText(previewPage())};
     if (!parsed.unknown.isEmpty())
         return UsageError{u"preview has no option %1."_s.arg(parsed.unknown)};
     if (parsed.words.isEmpty()) return ListPreviews{};
-    if (parsed.words.size() != 2 || (state != u"on" && state != u"off"))
+    if (!preview || parsed.words.size() != 2 || (state != u"on" && state != u"off"))
         return UsageError{u"preview %1 takes one word more, on or off."_s.arg(name)};
-    return SwitchPreview{*previewNames.caseOf(QStringView(name)), state == u"on"};
+    return SwitchPreview{*preview, state == u"on"};
 }
 
 Command parseDesktop(const QStringList& arguments) {
@@ -112,7 +113,8 @@ Command parseDesktop(const QStringList& arguments) {
     if (parsed.withoutValue != nullptr) return UsageError{missingValue(*parsed.withoutValue)};
     for (const QString& name : parsed.values("--preview")) {
         if (const QString reason = whyNoPreview(name); !reason.isEmpty()) return UsageError{reason};
-        desktop.previews += *previewNames.caseOf(QStringView(name));
+        if (const auto preview = previewNames.caseOf(QStringView(name)))
+            desktop.previews += *preview;
     }
     return desktop;
 }

@@ -77,8 +77,8 @@ void FrontmostWatchService::noteStreamStopped(const QString& error) {
     if (!m_isWatching) return;
     qCInfo(captureLog).noquote() << "Vorq Watch stream stopped:" << error;
     if (!m_shown) return;
-    m_rest = Rest{.window = *std::exchange(m_shown, std::nullopt),
-                  .until = m_services.clock.now() + streamRest};
+    m_rest = Rest{.window = *m_shown, .until = m_services.clock.now() + streamRest};
+    m_shown.reset();
 }
 
 // A picture that was under way when the window was hidden is nobody's any more.
@@ -218,6 +218,7 @@ void FrontmostWatchService::consider(const Reading& reading) {
 }
 
 void FrontmostWatchService::emitIfChanged(const QString& selection) {
+    if (!m_watchedPID) return;
     const std::optional<WindowId> window = windowInFront();
     const QString title = window ? m_services.workspace.titleOf(*window) : QString();
     if (selection == m_lastEmittedSelection && title == m_lastWindowTitle) return;

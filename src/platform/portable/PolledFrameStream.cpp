@@ -42,7 +42,8 @@ PolledFrameStream::PolledFrameStream(Clock& clock, std::unique_ptr<ScreenCapture
 PolledFrameStream::~PolledFrameStream() = default;
 
 void PolledFrameStream::start(const StreamedWindow& window) {
-    m_task.restart([this, window](std::stop_token stop) { return run(this, window, stop); });
+    m_task.restart(
+        [this, window](std::stop_token stop) { return run(this, window, std::move(stop)); });
 }
 
 void PolledFrameStream::stop() {

@@ -48,6 +48,7 @@ class WatchTest : public CaptureTest {
     }
     [[nodiscard]] std::vector<QString> selections() const {
         std::vector<QString> texts;
+        texts.reserve(samples.size());
         for (const WatchSample& sample : samples)
             texts.push_back(sample.selection);
         return texts;
