@@ -27,6 +27,7 @@ constexpr auto timeToPaste = 220ms;
 constexpr auto lateTaking = 2s;
 constexpr auto takingRound = 20ms;
 constexpr auto settlingOfPaste = 80ms;
+constexpr auto lateShowing = 2s;
 // An application that takes longer to tell is one that tells nothing.
 constexpr auto lookLimit = 2s;
 
@@ -166,14 +167,13 @@ QCoro::Task<bool> PasteOver::isOriginalCopied(Target target, std::stop_token sto
 QCoro::Task<PasteOver::Outcome> PasteOver::paste(QString replacement, Target target, bool isKnown,
                                                  std::stop_token stop) {
     const QPointer<PasteOver> self(this);
-    Clock& clock = m_services.clock;
     Look judging = [replacement, target](AccessibleElement& element) {
         if (isReplacedIn(replacement, target, element)) return Sight::Replaced;
         if (selectionMatches(target.original, element)) return Sight::Original;
-        return selectOriginal(target, element) ? Sight::Unknown : Sight::Other;
+        return selectOriginal(target, element) ? Sight::Unselected : Sight::Other;
     };
     Outcome outcome = Outcome::NotReplaced;
-    co_await sleepFor(clock, settlingOfSelection, stop);
+    co_await sleepFor(m_services.clock, settlingOfSelection, stop);
     for (int tries = 0; tries < 2; ++tries) {
         if (!self || stop.stop_requested()) co_return outcome;
         const auto pasted = co_await pasteOverSelection(replacement, target, stop);
@@ -183,13 +183,33 @@ QCoro::Task<PasteOver::Outcome> PasteOver::paste(QString replacement, Target tar
         if (!pasted) co_return co_await leaveOnClipboard(replacement);
         // It is given the benefit of the doubt.
         if (!isKnown) co_return Outcome::Replaced;
-        co_await sleepFor(clock, settlingOfPaste, stop);
-        if (!self) co_return outcome;
-        const Sight sight = co_await look(target, judging, stop);
+        Sight sight = co_await awaitPaste(replacement, target, stop);
+        if (!self || stop.stop_requested()) co_return outcome;
+        if (sight == Sight::Original) sight = co_await look(target, judging, stop);
         if (sight == Sight::Replaced) co_return Outcome::Replaced;
-        if (sight != Sight::Unknown) co_return outcome;
+        if (sight != Sight::Unselected) co_return outcome;
     }
     co_return outcome;
+}
+
+// It has the text, and may show it late: a second paste would then be one too many.
+QCoro::Task<PasteOver::Sight> PasteOver::awaitPaste(QString replacement, Target target,
+                                                    std::stop_token stop) {
+    const QPointer<PasteOver> self(this);
+    Clock& clock = m_services.clock;
+    const Look looking = [replacement, target](AccessibleElement& element) {
+        if (isReplacedIn(replacement, target, element)) return Sight::Replaced;
+        return holdsOriginal(target.original, target.range, element) ? Sight::Original
+                                                                     : Sight::Other;
+    };
+    const Clock::Duration end = clock.now() + lateShowing;
+    Sight sight = Sight::Original;
+    while (self && clock.now() < end && (sight == Sight::Original || sight == Sight::Unknown)) {
+        co_await sleepFor(clock, settlingOfPaste, stop);
+        if (!self || stop.stop_requested()) break;
+        sight = co_await look(target, looking, stop);
+    }
+    co_return sight;
 }
 
 // Two steps to undo are better than none done.

@@ -86,10 +86,11 @@ class PasteOver final : public QObject {
   private:
     /// What accessibility tells of the target.
     enum class Sight {
-        Unknown,  ///< nothing
-        Replaced, ///< the replacement stands there
-        Original, ///< the original is selected
-        Other,    ///< neither
+        Unknown,    ///< nothing
+        Replaced,   ///< the replacement stands there
+        Original,   ///< the original is there as it was, selected
+        Unselected, ///< the original was there and not selected, as it is now
+        Other,      ///< neither
     };
     using Look = std::function<Sight(AccessibleElement&)>;
 
@@ -100,6 +101,7 @@ class PasteOver final : public QObject {
     QCoro::Task<Sight> look(Target target, Look look, std::stop_token stop);
     [[nodiscard]] std::optional<KeyChord> chordOf(const Target& target) const;
     [[nodiscard]] bool canPaste(const Target& target) const;
+    QCoro::Task<Sight> awaitPaste(QString replacement, Target target, std::stop_token stop);
     [[nodiscard]] static Look selecting(Target target, std::optional<QString> written);
     QCoro::Task<Outcome> writeAlone(QString replacement, Target target, std::stop_token stop);
     QCoro::Task<Outcome> write(QString replacement, Target target, std::stop_token stop);

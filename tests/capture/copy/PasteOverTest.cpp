@@ -138,6 +138,23 @@ TEST_F(PasteOverTest, PastesOnceMoreWhereTheOriginalIsThereAndNotSelected) {
     EXPECT_THAT(keys.posted(), SizeIs(2));
 }
 
+TEST_F(PasteOverTest, PastesNoSecondTimeWhereItLandsLate) {
+    field.feignsWrites = true;
+    keys.onPost = [this](KeyChord, ProcessId) {
+        pasted = QString::fromUtf8(pasteboard.held.front().bytes);
+        clock.after(1s, [this] {
+            field.content = field.content->replace(3, 3, pasted);
+            field.text.reset();
+            field.range = TextRange{.location = 3 + pasted.size(), .length = 0};
+        });
+        field.text.reset();
+        field.range.reset();
+    };
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_EQ(field.content, "an new text");
+    EXPECT_THAT(keys.posted(), SizeIs(1));
+}
+
 TEST_F(PasteOverTest, PastesNoSecondTimeWhereItLandedChanged) {
     field.feignsWrites = true;
     keys.onPost = [this](KeyChord, ProcessId) {
