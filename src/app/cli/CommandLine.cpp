@@ -45,7 +45,7 @@ Command parseLibrary(const QStringList& arguments) {
 
 Command parseOpen(const QStringList& arguments) {
     const ParsedOptions parsed = optionsBehind(arguments);
-    const UsageError misuse{"open needs one URL."};
+    UsageError misuse{"open needs one URL."};
     if (parsed.words.size() > 1) return misuse;
     if (parsed.wantsHelp) return programHelp();
     if (!parsed.unknown.isEmpty() || parsed.words.isEmpty()) return misuse;
@@ -55,7 +55,7 @@ Command parseOpen(const QStringList& arguments) {
 // A command that is its name alone.
 Command parseAlone(const QStringList& arguments, const Command& command) {
     const ParsedOptions parsed = optionsBehind(arguments);
-    const UsageError misuse{u"%1 takes no arguments."_s.arg(arguments.front())};
+    UsageError misuse{u"%1 takes no arguments."_s.arg(arguments.front())};
     if (!parsed.words.isEmpty()) return misuse;
     if (parsed.wantsHelp) return programHelp();
     if (!parsed.unknown.isEmpty()) return misuse;
