@@ -135,6 +135,7 @@ void AttachableNotes::toggle(int row) {
 }
 
 void AttachableNotes::toggleLibraryNote(const Row& row) {
+    if (!row.noteID) return;
     if (isAttached(row)) {
         m_attachments.removeIf(
             [&row](const PromptAttachment& held) { return held.noteID == row.noteID; });
