@@ -57,7 +57,7 @@ class OddOwner {
         const std::uint32_t changes = XCB_EVENT_MASK_PROPERTY_CHANGE;
         xcb_change_window_attributes(m_x11.get(), request.requestor, XCB_CW_EVENT_MASK, &changes);
         if (m_oddity == Oddity::Stalls || m_oddity == Oddity::NeverEnds)
-            put(request.requestor, request.property, m_x11.atom("INCR"), "1234");
+            put(request.requestor, request.property, m_x11.atom("INCR"), QByteArray("\0\1\0\0", 4));
         if (m_oddity == Oddity::GivesNoText)
             put(request.requestor, request.property, m_x11.atom("UTF8_STRING"),
                 QByteArray("a\xff\xc3\0\xf0\x9f z", 8));
