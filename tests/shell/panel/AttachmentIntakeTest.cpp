@@ -1,12 +1,12 @@
 #include "shell/panel/AttachmentIntake.h"
 
 #include "capture/attachments/FileAttachmentReader.h"
+#include "doubles/documents/SmallPicture.h"
 #include "platform/testing/ScriptedDocumentTools.h"
 #include "shell/panel/AttachmentList.h"
 #include "shell/panel/ClipLoader.h"
 #include "support/async/OnPool.h"
 
-#include <QBuffer>
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
@@ -41,15 +41,6 @@ class AttachmentIntakeTest : public testing::Test {
         auto* data = new QMimeData;
         data->setData(format, bytes);
         QGuiApplication::clipboard()->setMimeData(data);
-    }
-    static QByteArray picture() {
-        QImage image(4, 4, QImage::Format_RGB32);
-        image.fill(Qt::red);
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        image.save(&buffer, "PNG");
-        return bytes;
     }
 
     QTemporaryDir folder;
@@ -106,7 +97,7 @@ TEST_F(AttachmentIntakeTest, AFileThatIsStillReadAtTheEndIsDropped) {
 TEST_F(AttachmentIntakeTest, APictureThatIsHandedOverBecomesAClip) {
     EXPECT_FALSE(intake->attachPicture("no picture"));
     EXPECT_EQ(chosen.count(), 0);
-    EXPECT_TRUE(intake->attachPicture(picture()));
+    EXPECT_TRUE(intake->attachPicture(smallPicture()));
     EXPECT_EQ(chosen.count(), 1);
     ASSERT_TRUE(waitForReady(1));
     EXPECT_TRUE(attachments.attachments()[0].imageDataURL->startsWith("data:image/"));
@@ -117,10 +108,10 @@ TEST_F(AttachmentIntakeTest, TheClipboardGivesFilesAndPicturesAndLeavesTextsAlon
     QClipboard* clipboard = QGuiApplication::clipboard();
     clipboard->setText("text");
     EXPECT_FALSE(intake->attachFromClipboard());
-    clipboard->setImage(QImage::fromData(picture()));
+    clipboard->setImage(QImage::fromData(smallPicture()));
     EXPECT_TRUE(intake->attachFromClipboard());
     ASSERT_TRUE(waitForReady(1));
-    copy("image/png", picture());
+    copy("image/png", smallPicture());
     EXPECT_TRUE(intake->attachFromClipboard());
     ASSERT_TRUE(waitForReady(2));
     EXPECT_EQ(attachments.attachments()[1].fileName, "Pasted image.png");
@@ -143,7 +134,7 @@ TEST_F(AttachmentIntakeTest, FilesThatAFileManagerCopiesInItsOwnFormAreTaken) {
 TEST_F(AttachmentIntakeTest, APictureThatABrowserCopiesIsTakenAndItsAddressIsNot) {
     auto* data = new QMimeData;
     data->setUrls({QUrl("https://example.org/a.png")});
-    data->setData("image/png", picture());
+    data->setData("image/png", smallPicture());
     QGuiApplication::clipboard()->setMimeData(data);
     EXPECT_TRUE(intake->attachFromClipboard());
     EXPECT_TRUE(waitForReady(1));
@@ -154,7 +145,7 @@ TEST_F(AttachmentIntakeTest, APictureThatABrowserCopiesIsTakenAndItsAddressIsNot
 TEST_F(AttachmentIntakeTest, APictureOfCopiedWordsIsLeftToTheWords) {
     auto* data = new QMimeData;
     data->setText("words");
-    data->setData("image/png", picture());
+    data->setData("image/png", smallPicture());
     QGuiApplication::clipboard()->setMimeData(data);
     EXPECT_FALSE(intake->attachFromClipboard());
     QGuiApplication::clipboard()->clear();

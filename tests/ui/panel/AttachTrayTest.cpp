@@ -1,9 +1,8 @@
+#include "doubles/documents/SmallPicture.h"
 #include "doubles/ui/PanelStage.h"
 
 #include <QAccessible>
-#include <QBuffer>
 #include <QDropEvent>
-#include <QImage>
 #include <QMimeData>
 #include <QTest>
 
@@ -186,15 +185,6 @@ class DropTest : public AttachTrayTest {
         QCoreApplication::sendEvent(stage.window.get(), &event);
         return event.isAccepted();
     }
-    static QByteArray png() {
-        QImage image(4, 4, QImage::Format_RGB32);
-        image.fill(Qt::red);
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        image.save(&buffer, "PNG");
-        return bytes;
-    }
 };
 
 TEST_F(DropTest, WhatIsHeldOverThePanelIsShownToBeWelcome) {
@@ -229,10 +219,10 @@ TEST_F(DropTest, SeveralFilesKeepTheirOrder) {
 TEST_F(DropTest, APictureWithoutAFileBecomesAClip) {
     stage.show();
     QMimeData data;
-    data.setData("image/png", png());
+    data.setData("image/png", smallPicture());
     EXPECT_TRUE(drop(data));
     ASSERT_TRUE(QTest::qWaitFor([this] { return stage.reader.underWay() == 1; }));
-    EXPECT_EQ(stage.reader.readings()[0]->picture, png());
+    EXPECT_EQ(stage.reader.readings()[0]->picture, smallPicture());
     EXPECT_EQ(stage.panel->attachments().clips()[0].title, "Dropped image.png");
 }
 
@@ -240,7 +230,7 @@ TEST_F(DropTest, APictureOfAPageIsTakenAndItsAddressIsNot) {
     stage.show();
     QMimeData data;
     data.setUrls({QUrl("https://example.org/a.png")});
-    data.setData("image/png", png());
+    data.setData("image/png", smallPicture());
     EXPECT_TRUE(drop(data));
     EXPECT_EQ(stage.panel->attachments().count(), 1);
     EXPECT_EQ(stage.panel->notice(), "");

@@ -1,6 +1,7 @@
 #include "platform/linux/documents/LinuxDocumentTools.h"
 
 #include "platform/documents/DocumentHelper.h"
+#include "platform/linux/documents/GuardedFailure.h"
 #include "platform/linux/documents/GuardedProgram.h"
 #include "platform/linux/documents/OfficeConverter.h"
 #include "support/text/Text.h"
@@ -23,21 +24,9 @@ constexpr quint64 toolMemory = quint64{3} << 30;
 constexpr qint64 convertedTextLimit = 4 << 20;
 
 DocumentFailure toolFailure(const GuardedOutput& output) {
-    switch (output.end) {
-    case GuardedOutput::End::TimedOut:
-        return DocumentFailure::TimedOut;
-    case GuardedOutput::End::Stopped:
-        return DocumentFailure::Stopped;
-    case GuardedOutput::End::NotStarted:
-        return DocumentFailure::NoTool;
-    case GuardedOutput::End::Exited:
-        if (output.status == documentHelper::Protected) return DocumentFailure::Protected;
-        if (output.status == documentHelper::TooLarge) return DocumentFailure::TooLarge;
-        break;
-    case GuardedOutput::End::Crashed:
-    case GuardedOutput::End::Flooded:
-        break;
-    }
+    if (const auto failure = failureOf(output.end)) return *failure;
+    if (output.status == documentHelper::Protected) return DocumentFailure::Protected;
+    if (output.status == documentHelper::TooLarge) return DocumentFailure::TooLarge;
     return DocumentFailure::Unreadable;
 }
 

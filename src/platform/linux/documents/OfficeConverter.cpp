@@ -1,5 +1,6 @@
 #include "platform/linux/documents/OfficeConverter.h"
 
+#include "platform/linux/documents/GuardedFailure.h"
 #include "platform/linux/documents/GuardedProgram.h"
 
 #include <QDir>
@@ -56,23 +57,6 @@ constexpr QByteArrayView converterProfile = R"(<?xml version="1.0" encoding="UTF
 </oor:items>
 )";
 
-std::optional<DocumentFailure> conversionFailure(const GuardedOutput& output) {
-    switch (output.end) {
-    case GuardedOutput::End::Exited:
-        return std::nullopt;
-    case GuardedOutput::End::TimedOut:
-        return DocumentFailure::TimedOut;
-    case GuardedOutput::End::Stopped:
-        return DocumentFailure::Stopped;
-    case GuardedOutput::End::NotStarted:
-        return DocumentFailure::NoTool;
-    case GuardedOutput::End::Crashed:
-    case GuardedOutput::End::Flooded:
-        break;
-    }
-    return DocumentFailure::Unreadable;
-}
-
 } // namespace
 
 bool OfficeConverter::writeProfile() const {
@@ -101,7 +85,7 @@ OfficeConverter::convert(const QString& path, const QString& format, const std::
          .timeLimit = conversionLimit,
          .memoryLimit = converterMemory},
         stop);
-    if (const auto failure = conversionFailure(ended)) return std::unexpected(*failure);
+    if (const auto failure = failureOf(ended.end)) return std::unexpected(*failure);
     // It exits with 0 even where it could not read the document.
     const QString converted =
         output + u'/' + QFileInfo(path).completeBaseName() + u'.' + format.section(u':', 0, 0);
