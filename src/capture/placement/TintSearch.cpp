@@ -58,6 +58,10 @@ std::int64_t clampedPixel(double coordinate, std::int64_t limit) {
     return coordinate >= static_cast<double>(limit) ? limit : static_cast<std::int64_t>(coordinate);
 }
 
+bool isTooSmall(const SampleArea& area) {
+    return area.left + 4 >= area.right || area.top + 4 >= area.bottom;
+}
+
 /// The pixels to look at; nothing if they are too few.
 std::optional<SampleArea> sampleArea(const PixelBuffer& image, const QRectF& search,
                                      PixelScale scale) {
@@ -69,8 +73,26 @@ std::optional<SampleArea> sampleArea(const PixelBuffer& image, const QRectF& sea
         .bottom = clampedPixel(scale.y * (search.y() + search.height()), image.height),
         .stride = clampedPixel(stride, std::max(image.width, image.height)),
     };
-    if (area.left + 4 >= area.right || area.top + 4 >= area.bottom) return std::nullopt;
+    if (isTooSmall(area)) return std::nullopt;
     return area;
+}
+
+/// Those of the same pixels that are no farther than that from the seed; nothing if too few are.
+std::optional<SampleArea> areaNear(const SampleArea& area, QPointF seed, PixelScale reach) {
+    // The first pixel of the walk that is not before the coordinate.
+    const auto first = [stride = area.stride](std::int64_t from, std::int64_t to, double least) {
+        const std::int64_t skipped = clampedPixel(std::ceil(least) - static_cast<double>(from), to);
+        return from + (skipped + stride - 1) / stride * stride;
+    };
+    const SampleArea near{
+        .left = first(area.left, area.right, seed.x() - reach.x),
+        .top = first(area.top, area.bottom, seed.y() - reach.y),
+        .right = std::min(area.right, clampedPixel(seed.x() + reach.x + 1, area.right)),
+        .bottom = std::min(area.bottom, clampedPixel(seed.y() + reach.y + 1, area.bottom)),
+        .stride = area.stride,
+    };
+    if (isTooSmall(near)) return std::nullopt;
+    return near;
 }
 
 /// Whether all pixels that the picture claims to have are there.
@@ -116,12 +138,14 @@ std::optional<TintBox> selectionPixelBounds(const PixelBuffer& image, const Tint
         return std::nullopt;
     const PixelScale scale{.x = static_cast<double>(image.width) / size.width(),
                            .y = static_cast<double>(image.height) / size.height()};
-    const auto area = sampleArea(image, query.search, scale);
+    auto area = sampleArea(image, query.search, scale);
+    const QPointF seed(scale.x * query.seed.x(), scale.y * query.seed.y());
+    if (area && query.reach)
+        area = areaNear(*area, seed, {.x = scale.x * *query.reach, .y = scale.y * *query.reach});
     if (!area) return std::nullopt;
     const std::vector<TintHit> hits = tintedPixels(image, *area, colors);
     if (hits.size() < minHits) return std::nullopt;
 
-    const QPointF seed(scale.x * query.seed.x(), scale.y * query.seed.y());
     if (auto blob = blobAround(hits, seed, scale, size.width() * maxWidthShare)) return blob;
     const auto band = densestSelectionBand(hits, seed.y(), scale);
     if (!band) return std::nullopt;

@@ -48,6 +48,9 @@ struct TintQuery {
     QRectF search;
     /// The point to grow from; it may lie outside the window.
     QPointF seed;
+    /// How far from the seed, in points, pixels are looked at; by default in the whole area. Of
+    /// those that are looked at, it leaves out some and adds none.
+    std::optional<double> reach = std::nullopt;
 };
 
 /// How far from the seed hits are looked for, in points, one after the other.

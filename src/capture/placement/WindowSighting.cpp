@@ -65,19 +65,17 @@ class WindowSearch {
     }
 
   private:
-    [[nodiscard]] std::optional<TintBox> find(const QRectF& area) const {
-        if (area.isEmpty()) return std::nullopt;
-        const TintQuery query{.windowSize = m_window.size(), .search = area, .seed = m_seed};
+    [[nodiscard]] std::optional<TintBox> find(const QRectF& area,
+                                              std::optional<double> reach = std::nullopt) const {
+        const TintQuery query{
+            .windowSize = m_window.size(), .search = area, .seed = m_seed, .reach = reach};
         return selectionPixelBounds(m_picture, query, m_query.colors);
     }
 
     // The same box that the whole area gives as long as not all hits of that are too many.
     [[nodiscard]] std::optional<TintBox> findNear(const QRectF& area) const {
         for (const double radius : tintRadii) {
-            // With the pixels at both ends.
-            const double reach = radius + 1;
-            const QRectF near(m_seed - QPointF(reach, reach), QSizeF(2 * reach, 2 * reach));
-            const auto found = find(area.intersected(near));
+            const auto found = find(area, radius);
             if (found && found->radius && *found->radius <= radius) return found;
         }
         return std::nullopt;

@@ -30,6 +30,23 @@ TEST(TintSearch, FindsTheBoxAroundTheSeed) {
     EXPECT_EQ(box->allHits, 70U * 18U);
 }
 
+// Of two pixels to a point every second one is looked at, wherever the seed is.
+TEST(TintSearch, FindsTheSameBoxNearTheSeedAsInTheWholeArea) {
+    Picture picture(800, 600);
+    picture.paint({201, 161, 83, 31}, paleBlue);
+    const QSizeF window(400, 300);
+    for (const QPointF seed : {QPointF(120, 88), {120.5, 88}, {120, 88.5}, {120.5, 88.5}}) {
+        TintQuery query{
+            .windowSize = window, .search = {3.5, 5.5, 390, 290}, .seed = seed, .reach = {}};
+        const auto whole = selectionPixelBounds(picture.buffer(), query, {&paleBlue, 1});
+        query.reach = 48;
+        const auto near = selectionPixelBounds(picture.buffer(), query, {&paleBlue, 1});
+        ASSERT_TRUE(whole && near);
+        EXPECT_EQ(near->frame, whole->frame);
+        EXPECT_EQ(near->hits, whole->hits);
+    }
+}
+
 TEST(TintSearch, KeepsTheFirstRadiusThatHoldsEnough) {
     Picture picture(800, 600);
     picture.paint({300, 200, 20, 10}, paleBlue);
