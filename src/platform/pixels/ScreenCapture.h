@@ -41,8 +41,8 @@ struct WindowPicture {
 
 /// Pictures of other programs' windows, without what covers them. They stay in memory.
 ///
-/// Each call blocks until the window system has answered, though no longer than the stop token
-/// lets it wait; for one thread at a time, not the main one. An error is a sentence.
+/// Each call blocks until the window system has answered; the stop token spares it the questions
+/// that it has not asked yet. For one thread at a time, not the main one. An error is a sentence.
 class ScreenCapture {
   public:
     ScreenCapture() = default;

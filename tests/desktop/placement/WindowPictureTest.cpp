@@ -3,11 +3,13 @@
 #include "doubles/desktop/DesktopSession.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Reply.h"
+#include "platform/linux/x11/pixels/X11ScreenCapture.h"
 #include "platform/linux/x11/pixels/X11WindowPixels.h"
 
 #include <gmock/gmock.h>
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -45,6 +47,16 @@ class PlainWindows {
             xcb_request_check(connection, xcb_map_window_checked(connection, window)));
         EXPECT_FALSE(error);
         return window;
+    }
+    void set(std::uint32_t window, const char* property, xcb_atom_t type, std::uint32_t value) {
+        const auto change = xcb_change_property_checked(m_x11.get(), XCB_PROP_MODE_REPLACE, window,
+                                                        m_x11.atom(property), type, 32, 1, &value);
+        const X11Reply<xcb_generic_error_t> error(xcb_request_check(m_x11.get(), change));
+        EXPECT_FALSE(error);
+    }
+    void unmap(std::uint32_t window) {
+        const X11Reply<xcb_generic_error_t> error(
+            xcb_request_check(m_x11.get(), xcb_unmap_window_checked(m_x11.get(), window)));
     }
     void remove(std::uint32_t window) {
         const X11Reply<xcb_generic_error_t> error(
@@ -142,11 +154,36 @@ TEST_F(WindowPictureTest, HasWhatIsOffTheScreen) {
 
 TEST_F(WindowPictureTest, IsNoneOfAWindowThatIsGoneOrHidden) {
     const auto window = windows.show({100, 100, 301, 201}, blue);
+    ASSERT_TRUE(read(window));
+    windows.unmap(window);
+    EXPECT_FALSE(read(window));
     windows.remove(window);
     EXPECT_FALSE(read(window));
     EXPECT_FALSE(read(0x7fffffff));
     // The connection goes on.
     expectWhole(windows.show({100, 100, 301, 201}, blue), {301, 201});
+}
+
+// Some window managers keep such windows mapped for pictures of their own.
+TEST_F(WindowPictureTest, IsNotOfferedOfAMinimisedWindowNorOfOneOfAnotherWorkspace) {
+    session.start("xterm", "xterm");
+    const auto window = session.waitForWindow("xterm");
+    X11ScreenCapture capture;
+    const auto isOffered = [&] {
+        return std::ranges::any_of(capture.windowsOnScreen({}).value(),
+                                   [&](const auto& each) { return each.window == window; });
+    };
+    DesktopSession::waitUntil("the window to be offered", isOffered);
+
+    windows.set(window, "_NET_WM_STATE", XCB_ATOM_ATOM, reader.atom("_NET_WM_STATE_HIDDEN"));
+    EXPECT_FALSE(isOffered());
+    windows.set(window, "_NET_WM_STATE", XCB_ATOM_ATOM, reader.atom("_NET_WM_STATE_ABOVE"));
+    EXPECT_TRUE(isOffered());
+
+    windows.set(window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, 1);
+    EXPECT_FALSE(isOffered());
+    windows.set(window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, 0xffffffff);
+    EXPECT_TRUE(isOffered());
 }
 
 TEST_F(WindowPictureTest, LeavesTheScreenAsItWas) {

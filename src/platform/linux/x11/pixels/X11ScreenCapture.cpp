@@ -5,6 +5,7 @@
 
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <ranges>
 
 using namespace Qt::StringLiterals;
@@ -37,6 +38,33 @@ std::optional<QRect> placeOf(xcb_connection_t* connection, const WindowQuestions
     return QRect(place->dst_x, place->dst_y, size->width, size->height);
 }
 
+// Window managers that show pictures of minimised windows, or of other workspaces, keep those
+// mapped.
+class Visibility {
+  public:
+    explicit Visibility(const X11Connection& x11) : m_x11(x11) {
+        const auto current = x11.numbers(x11.root(), x11.atom("_NET_CURRENT_DESKTOP"));
+        if (!current.empty()) m_workspace = current.front();
+    }
+
+    [[nodiscard]] bool holds(X11Connection::Window window) const {
+        const auto states = m_x11.numbers(window, m_state);
+        if (std::ranges::find(states, m_hidden) != states.end()) return false;
+        const auto workspace = m_x11.numbers(window, m_ofWorkspace);
+        return !m_workspace || workspace.empty() || workspace.front() == everyWorkspace ||
+               workspace.front() == *m_workspace;
+    }
+
+  private:
+    static constexpr std::uint32_t everyWorkspace = 0xffffffff;
+
+    const X11Connection& m_x11;
+    X11Connection::Atom m_state = m_x11.atom("_NET_WM_STATE");
+    X11Connection::Atom m_hidden = m_x11.atom("_NET_WM_STATE_HIDDEN");
+    X11Connection::Atom m_ofWorkspace = m_x11.atom("_NET_WM_DESKTOP");
+    std::optional<std::uint32_t> m_workspace;
+};
+
 } // namespace
 
 void X11ScreenCapture::setScreens(std::vector<PixelScreen> screens) {
@@ -66,10 +94,11 @@ X11ScreenCapture::windowsOnScreen(std::stop_token stop) {
         const std::scoped_lock lock(m_mutex);
         return m_screens;
     }();
+    const Visibility visibility(*m_x11);
     std::vector<CapturableWindow> windows;
     for (const WindowQuestions& asked : questions) {
         const auto pixels = placeOf(connection, asked);
-        if (!pixels || stop.stop_requested()) continue;
+        if (!pixels || stop.stop_requested() || !visibility.holds(asked.window)) continue;
         const auto process = m_x11->processOf(asked.window);
         if (!process) continue;
         windows.push_back({.window = asked.window,
