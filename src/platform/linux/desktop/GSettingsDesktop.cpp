@@ -1,5 +1,6 @@
 #include "platform/linux/desktop/GSettingsDesktop.h"
 
+#include "platform/linux/desktop/GtkTheme.h"
 #include "platform/linux/desktop/ProgramRun.h"
 #include "support/async/OnPool.h"
 
@@ -68,6 +69,22 @@ std::optional<bool> darknessOf(const Values& values) {
     return std::nullopt;
 }
 
+// A line is a schema, a key and its value.
+Values valuesIn(const QByteArray& listing) {
+    Values values;
+    for (const QByteArray& line : listing.split('\n'))
+        for (const Setting& setting : settings)
+            if (const QByteArray name = nameOf(setting) + ' '; line.startsWith(name))
+                values.insert(nameOf(setting), line.sliced(name.size()).trimmed());
+    return values;
+}
+
+// Without the quotes of a text.
+QString themeOf(const Values& values) {
+    const QByteArray quoted = values.value(nameOf(widgetTheme));
+    return quoted.size() < 2 ? QString() : QString::fromUtf8(quoted.sliced(1).chopped(1));
+}
+
 } // namespace
 
 GSettingsDesktop::GSettingsDesktop(QDBusConnection bus) : m_bus(std::move(bus)) {
@@ -100,27 +117,29 @@ QCoro::Task<> GSettingsDesktop::readDue(GSettingsDesktop* self, std::stop_token 
     while (!stop.stop_requested() && !self->m_due.isEmpty()) {
         const QString schema = self->m_due.first();
         const auto list = [schema](const std::stop_token& stopped) {
-            return outputOf(u"gsettings"_s, {u"list-recursively"_s, schema}, readLimit, stopped);
+            const auto listing =
+                outputOf(u"gsettings"_s, {u"list-recursively"_s, schema}, readLimit, stopped);
+            Stored stored{.values = valuesIn(listing.value_or(QByteArray()))};
+            stored.selection = gtkThemeSelection(themeOf(stored.values), gtkThemeFolders());
+            return stored;
         };
-        const std::optional<QByteArray> listing = co_await onPool(list, stop);
+        const Stored stored = co_await onPool(list, stop);
         if (stop.stop_requested()) co_return;
         self->m_due.removeFirst();
-        self->merge(schema.toLatin1(), listing.value_or(QByteArray()));
+        self->merge(schema.toLatin1(), stored);
     }
 }
 
-// A line is a schema, a key and its value.
-void GSettingsDesktop::merge(const QByteArray& schema, const QByteArray& listing) {
+void GSettingsDesktop::merge(const QByteArray& schema, const Stored& stored) {
     for (const Setting& setting : settings)
         if (schema == setting.schema) m_values.remove(nameOf(setting));
-    for (const QByteArray& line : listing.split('\n'))
-        for (const Setting& setting : settings)
-            if (const QByteArray name = nameOf(setting) + ' '; line.startsWith(name))
-                m_values.insert(nameOf(setting), line.sliced(name.size()).trimmed());
+    m_values.insert(stored.values);
+    if (schema == widgetTheme.schema) m_selection = stored.selection;
     const DesktopLook look{.prefersDark = darknessOf(m_values),
                            .allowsAnimations = switchOf(m_values, animations),
                            .wantsHighContrast = contrastOf(m_values),
-                           .textScale = scaleOf(m_values)};
+                           .textScale = scaleOf(m_values),
+                           .selection = m_selection};
     if (look == m_look) return;
     m_look = look;
     emit changed();

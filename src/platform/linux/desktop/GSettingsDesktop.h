@@ -29,13 +29,20 @@ class GSettingsDesktop final : public QObject {
     void settingsWritten(const QString& prefix, const QStringList& keys, const QString& tag);
 
   private:
+    // What one reading of a schema gave.
+    struct Stored {
+        QHash<QByteArray, QByteArray> values;
+        std::optional<LookColor> selection = std::nullopt;
+    };
+
     void read(const QString& schema);
     static QCoro::Task<> readDue(GSettingsDesktop* self, std::stop_token stop);
-    void merge(const QByteArray& schema, const QByteArray& listing);
+    void merge(const QByteArray& schema, const Stored& stored);
 
     QDBusConnection m_bus;
     QStringList m_due; // schemas to read; the first is being read while the task runs
     QHash<QByteArray, QByteArray> m_values; // by schema and key, parted by a blank
+    std::optional<LookColor> m_selection;   // of the theme
     DesktopLook m_look;
     TaskSlot m_reading;
 };

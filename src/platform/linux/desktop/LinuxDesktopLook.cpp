@@ -21,6 +21,7 @@ DesktopLook LinuxDesktopLook::look() const {
     if (!look.allowsAnimations) look.allowsAnimations = stored.allowsAnimations;
     if (!look.wantsHighContrast) look.wantsHighContrast = stored.wantsHighContrast;
     if (!look.textScale) look.textScale = stored.textScale;
+    if (!look.selection) look.selection = stored.selection;
     return look;
 }
 

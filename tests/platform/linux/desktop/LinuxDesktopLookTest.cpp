@@ -1,5 +1,6 @@
 #include "platform/linux/desktop/LinuxDesktopLook.h"
 #include "doubles/platform/PrivateBus.h"
+#include "platform/linux/desktop/GtkTheme.h"
 
 #include <QDBusMessage>
 #include <QDBusVariant>
@@ -103,8 +104,10 @@ TEST_F(LinuxDesktopLookTest, AnimationsContrastAndTheSizeOfTextAreSettingsToo) {
                       "gtk-theme 'Adwaita'", "text-scaling-factor 1.25"});
     store(access, {"high-contrast true"});
     const LinuxDesktopLook desktop(m_client);
-    const DesktopLook expected{
-        .allowsAnimations = false, .wantsHighContrast = true, .textScale = 1.25};
+    const DesktopLook expected{.allowsAnimations = false,
+                               .wantsHighContrast = true,
+                               .textScale = 1.25,
+                               .selection = gtkThemeSelection("Adwaita", {})};
     EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.look() == expected; }));
     store(interface, {"enable-animations true", "text-scaling-factor 1.5"});
     announce("/org/gnome/desktop/interface/text-scaling-factor", {""});
@@ -113,6 +116,20 @@ TEST_F(LinuxDesktopLookTest, AnimationsContrastAndTheSizeOfTextAreSettingsToo) {
     store(access, {"high-contrast false"});
     announce("/org/gnome/desktop/a11y/interface/", {"high-contrast"});
     EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.look().wantsHighContrast == false; }));
+}
+
+TEST_F(LinuxDesktopLookTest, SelectedTextHasTheColourOfTheTheme) {
+    store(interface, {"gtk-theme 'Adwaita'"});
+    const LinuxDesktopLook desktop(m_client);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return desktop.look().selection == gtkThemeSelection("Adwaita", {}); }));
+    store(interface, {"gtk-theme 'Adwaita-dark'"});
+    announce("/org/gnome/desktop/interface/gtk-theme", {""});
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return desktop.look().selection == gtkThemeSelection("Adwaita-dark", {}); }));
+    store(interface, {});
+    announce("/org/gnome/desktop/interface/gtk-theme", {""});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !desktop.look().selection; }));
 }
 
 TEST_F(LinuxDesktopLookTest, AThemeOfHighContrastIsASwitchForIt) {
