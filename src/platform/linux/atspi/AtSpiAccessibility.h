@@ -30,9 +30,9 @@ class AtSpiAccessibility final : public Accessibility {
     /// The monitors as they are from now on, for places in points. For any thread.
     void setScreens(std::vector<PixelScreen> screens);
 
-    /// Whether the bus is there and toolkits are told to use it, as far as is known by now.
     /// What is selected is deleted first, and that is a step of its own.
     [[nodiscard]] bool writesInOneStep() const override { return false; }
+    /// Whether the bus is there and toolkits are told to use it, as far as is known by now.
     [[nodiscard]] bool isTrusted() const override;
     void whenTrustChanges(QObject* context, const std::function<void()>& callback) const override;
 
