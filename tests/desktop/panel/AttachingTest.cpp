@@ -3,6 +3,7 @@
 #include "doubles/desktop/PanelPresenceFixture.h"
 #include "doubles/documents/MadeDocuments.h"
 
+#include <QFile>
 #include <QUrl>
 
 #include <gmock/gmock.h>
@@ -91,6 +92,7 @@ TEST_F(AttachingTest, WhatIsDroppedPickedAndPastedIsInTheRequest) {
                           "--- Attached file: pasted ü.txt ---\nDeltas grow into the sea."));
     EXPECT_THAT(field(request, "screenDataUrl"), StartsWith("data:image/"));
     EXPECT_FALSE(hasClip("picked.txt")) << "the draft is empty again";
+    EXPECT_TRUE(QFile::exists(dropped) && QFile::exists(second)) << "copied, not moved";
 }
 
 TEST_F(AttachingTest, ADocumentOfEachKindIsRead) {

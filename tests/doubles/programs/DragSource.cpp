@@ -1,8 +1,10 @@
 // A window that can be dragged out of: the files that are its arguments, or, after "--picture", the
-// picture in one, which is handed over without the file.
+// picture in one, which is handed over without the file. As a file manager it would rather move the
+// files, and deletes those that were moved.
 
 #include <QApplication>
 #include <QDrag>
+#include <QFile>
 #include <QImage>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -31,7 +33,10 @@ class DragSource final : public QWidget {
         else
             data->setImageData(m_picture);
         drag->setMimeData(data);
-        drag->exec(Qt::CopyAction);
+        const Qt::DropAction done = drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::MoveAction);
+        if (done != Qt::MoveAction) return;
+        for (const QUrl& file : m_files)
+            QFile::remove(file.toLocalFile());
     }
 
   private:

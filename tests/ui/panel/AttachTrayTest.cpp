@@ -206,6 +206,39 @@ TEST_F(DropTest, WhatIsHeldOverThePanelIsShownToBeWelcome) {
     EXPECT_FALSE(isShown());
 }
 
+// A source deletes what it has been told to be moved.
+TEST_F(DropTest, WhatIsDraggedToBeMovedIsCopied) {
+    stage.show();
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile("/files/a.txt")});
+    const Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction;
+    const auto send = [this](QDropEvent& event) {
+        EXPECT_EQ(event.proposedAction(), Qt::MoveAction);
+        QCoreApplication::sendEvent(stage.window.get(), &event);
+        EXPECT_TRUE(event.isAccepted());
+    };
+    // The platform sends a move with each of these, whose action the source is told.
+    QDragEnterEvent enter({200, 200}, actions, &data, Qt::LeftButton, Qt::ShiftModifier);
+    send(enter);
+    QDragMoveEvent move({200, 200}, actions, &data, Qt::LeftButton, Qt::ShiftModifier);
+    send(move);
+    EXPECT_EQ(move.dropAction(), Qt::CopyAction);
+    QDropEvent release({200, 200}, actions, &data, Qt::LeftButton, Qt::ShiftModifier);
+    send(release);
+    EXPECT_EQ(release.dropAction(), Qt::CopyAction);
+    EXPECT_EQ(stage.panel->attachments().count(), 1);
+}
+
+TEST_F(DropTest, WhatCanOnlyBeMovedIsNotTaken) {
+    stage.show();
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile("/files/a.txt")});
+    QDragEnterEvent enter({200, 200}, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(stage.window.get(), &enter);
+    EXPECT_FALSE(enter.isAccepted());
+    EXPECT_FALSE(stage.find("DropZone")->property("containsDrag").toBool());
+}
+
 TEST_F(DropTest, SeveralFilesKeepTheirOrder) {
     stage.show();
     QMimeData data;

@@ -15,7 +15,15 @@ DropArea {
     readonly property int rimWidth: 2
     readonly property int signPadding: 14
 
-    onEntered: drag => drag.accepted = drag.hasUrls || intake.pictureFormat(drag.formats) !== ""
+    // Whoever drags deletes what was moved. So this copies, whatever was proposed.
+    onEntered: drag => {
+        const isWanted = drag.hasUrls || intake.pictureFormat(drag.formats) !== ""
+        if (isWanted && (drag.supportedActions & Qt.CopyAction))
+            drag.accept(Qt.CopyAction)
+        else
+            drag.accepted = false
+    }
+    onPositionChanged: drag => drag.accept(Qt.CopyAction)
     onDropped: drop => {
         const files = drop.urls.filter(url => url.toString().startsWith("file:"))
         const picture = intake.pictureFormat(drop.formats)
@@ -23,7 +31,7 @@ DropArea {
             intake.attachFiles(files)
         else if (picture === "" || !intake.attachPicture(drop.getDataAsArrayBuffer(picture)))
             intake.attachFiles(drop.urls)
-        drop.acceptProposedAction()
+        drop.accept(Qt.CopyAction)
     }
 
     Squircle {
