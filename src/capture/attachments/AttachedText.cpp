@@ -7,11 +7,25 @@
 namespace vorq {
 namespace {
 
-// Nothing for bytes that are not of the encoding from end to end.
+// Nothing for bytes that are not of the encoding from end to end. A decoder that keeps a state
+// would wait for the rest of a character that is not whole.
 std::optional<QString> decodedAs(const QByteArray& bytes, QStringDecoder::Encoding encoding) {
-    QStringDecoder decoder(encoding);
+    QStringDecoder decoder(encoding, QStringDecoder::Flag::Stateless);
     QString text = decoder.decode(bytes);
     if (decoder.hasError()) return std::nullopt;
+    return text;
+}
+
+// Any two bytes are a unit, so that most files of another kind are UTF-16 too; but soon they hold
+// half a character, or one that no text has.
+std::optional<QString> decodedAsUtf16(const QByteArray& bytes, bool isCut) {
+    if (bytes.size() % 2 != 0) return std::nullopt;
+    std::optional<QString> text = decodedAs(bytes, QStringDecoder::Utf16);
+    if (!text) return std::nullopt;
+    if (isCut && !text->isEmpty() && text->back().isHighSurrogate()) text->chop(1);
+    if (!text->isValidUtf16() || text->contains(QChar::Null) || text->contains(QChar(0xFFFE)) ||
+        text->contains(QChar(0xFFFF)))
+        return std::nullopt;
     return text;
 }
 
@@ -48,8 +62,7 @@ std::optional<QString> decodeAttachedText(QByteArray bytes, bool isCut) {
     QByteArray whole = bytes;
     if (isCut) dropCutCharacter(whole);
     if (auto text = decodedAs(whole, QStringDecoder::Utf8)) return text;
-    if (bytes.size() % 2 != 0) return std::nullopt;
-    return decodedAs(bytes, QStringDecoder::Utf16);
+    return decodedAsUtf16(bytes, isCut);
 }
 
 std::optional<QString> slideText(QByteArray xml, bool isCut) {
