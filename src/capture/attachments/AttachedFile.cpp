@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 
 #include <cerrno>
+#include <climits>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -24,6 +25,20 @@ bool isReadableKind(const struct stat& status, PromptAttachment::Pipes pipes) {
 
 std::unexpected<QString> fileRefusal(const QString& path, const QString& reason) {
     return std::unexpected(u"%1: %2"_s.arg(path, reason));
+}
+
+// A pipe without a name, as a shell makes it, was made with both ends, and a shell opens no
+// standard input that nobody writes. Of any other pipe it is not known.
+bool hasHadWriter(int pipe) {
+    QByteArray name(PATH_MAX, '\0');
+    const QByteArray link = "/proc/self/fd/" + QByteArray::number(pipe);
+    const auto length =
+        ::readlink(link.constData(), name.data(), static_cast<std::size_t>(name.size()));
+    if (length > 0 && name.first(length).startsWith("pipe:")) return true;
+    struct stat own{};
+    struct stat input{};
+    return ::fstat(pipe, &own) == 0 && ::fstat(STDIN_FILENO, &input) == 0 &&
+           own.st_dev == input.st_dev && own.st_ino == input.st_ino;
 }
 
 } // namespace
@@ -64,12 +79,11 @@ std::expected<QByteArray, QString> AttachedFile::read(qint64 limit, const std::s
     return bytes;
 }
 
-// A pipe without a writer is at its end once there has been one. That of a shell had one from the
-// beginning; of one with a name it is known when something has come.
+// A pipe without a writer is at its end once there has been one.
 std::expected<QByteArray, QString> AttachedFile::readPipe(qint64 limit,
                                                           const std::stop_token& stop) {
     QByteArray bytes;
-    bool hasWriter = m_path.startsWith(u"/proc/"_s) || m_path.startsWith(u"/dev/fd/"_s);
+    bool hasWriter = hasHadWriter(m_file->handle());
     while (bytes.size() < limit && !stop.stop_requested()) {
         QByteArray piece(std::min(filePieceSize, limit - bytes.size()), Qt::Uninitialized);
         const auto count =

@@ -10,8 +10,10 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <condition_variable>
 #include <fcntl.h>
 #include <map>
+#include <mutex>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -41,6 +43,17 @@ class DocumentLoaderTest : public testing::Test {
     AttachmentResult load(const QString& path,
                           PromptAttachment::Pipes pipes = PromptAttachment::Pipes::Refused) {
         return DocumentLoader(m_tools, pipes, m_stop.get_token()).load(path);
+    }
+    // What waits for longer is stopped.
+    AttachmentResult loadWithin(std::chrono::seconds patience, const QString& path) {
+        std::mutex mutex;
+        std::condition_variable_any ended;
+        std::jthread stopper([&](const std::stop_token& done) {
+            std::unique_lock lock(mutex);
+            ended.wait_for(lock, done, patience, [] { return false; });
+            if (!done.stop_requested()) m_stop.request_stop();
+        });
+        return load(path, PromptAttachment::Pipes::Read);
     }
     // The text of an attachment that must come about.
     QString textOf(const QString& path) {
@@ -113,6 +126,19 @@ TEST_F(DocumentLoaderTest, ReadsAPipeForTheTerminal) {
     EXPECT_FALSE(load("/dev/zero", PromptAttachment::Pipes::Read));
 }
 
+// As of "true | vorq ask --file /dev/stdin", which is such a link.
+TEST_F(DocumentLoaderTest, APipeThatNobodyWritesAnyMoreIsEmptyWhateverItIsCalled) {
+    int ends[2];
+    ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    ::close(ends[1]);
+    const QString link = m_folder.filePath("stdin");
+    ASSERT_TRUE(QFile::link(u"/proc/self/fd/%1"_s.arg(ends[0]), link));
+    const auto loaded = loadWithin(std::chrono::seconds(10), link);
+    ::close(ends[0]);
+    ASSERT_TRUE(loaded) << qPrintable(loaded.error());
+    EXPECT_EQ(loaded->textContent, "");
+}
+
 TEST_F(DocumentLoaderTest, TakesAnEmptyFile) {
     const auto empty = load(put("empty.txt", ""));
     ASSERT_TRUE(empty);
@@ -181,6 +207,14 @@ TEST_F(DocumentLoaderTest, AnImageThatIsTooLargeBothWaysIsRefused) {
     const auto loaded = load(put("b.png", QByteArray(3500000, 'x')));
     ASSERT_FALSE(loaded);
     EXPECT_TRUE(loaded.error().endsWith("the image is too large; at most 3.5 MB can be sent."));
+}
+
+TEST_F(DocumentLoaderTest, AnImageWithoutBytesIsRefused) {
+    const auto loaded = load(put("a.png", ""));
+    ASSERT_FALSE(loaded);
+    EXPECT_TRUE(loaded.error().endsWith("a.png: the file is damaged or of another kind."));
+    EXPECT_FALSE(DocumentLoader(m_tools, PromptAttachment::Pipes::Refused, {})
+                     .loadPicture({}, "Pasted image.png"));
 }
 
 TEST_F(DocumentLoaderTest, AnImageOfTooManyPixelsIsRefusedHoweverSmallItsFile) {
