@@ -45,6 +45,8 @@ pictureDataURL(DocumentTools& tools, const DocumentSource& source, qint64 size,
     // It may have grown meanwhile.
     if (bytes->size() >= PromptAttachment::imageByteLimit)
         return std::unexpected(pictureTooLarge());
+    // As of a program that announces a picture and never hands it over.
+    if (bytes->isEmpty()) return std::unexpected(sentenceOf(DocumentFailure::Unreadable));
     return dataURLOf(*bytes);
 }
 
