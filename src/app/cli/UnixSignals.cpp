@@ -9,7 +9,7 @@
 namespace vorq {
 namespace {
 
-constexpr std::array handledSignals = {SIGINT, SIGTERM};
+constexpr std::array handledSignals = {SIGINT, SIGTERM, SIGHUP};
 
 // Written by the handler, which may use nothing else.
 int writeEnd = -1;
@@ -19,6 +19,12 @@ int openPipe() {
     if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return -1;
     writeEnd = ends[1];
     return ends[0];
+}
+
+// As nohup(1) or a shell has it for what is to go on by itself.
+bool isIgnored(int number) {
+    struct sigaction current{};
+    return ::sigaction(number, nullptr, &current) == 0 && current.sa_handler == SIG_IGN;
 }
 
 void handle(int number) {
@@ -34,12 +40,12 @@ void handle(int number) {
 UnixSignals::UnixSignals() : m_notifier(openPipe(), QSocketNotifier::Read) {
     connect(&m_notifier, &QSocketNotifier::activated, this, &UnixSignals::take);
     for (const int number : handledSignals)
-        ::signal(number, handle);
+        if (!isIgnored(number)) ::signal(number, handle);
 }
 
 UnixSignals::~UnixSignals() {
     for (const int number : handledSignals)
-        ::signal(number, SIG_DFL);
+        if (!isIgnored(number)) ::signal(number, SIG_DFL);
     ::close(writeEnd);
     ::close(static_cast<int>(m_notifier.socket()));
     writeEnd = -1;

@@ -5,9 +5,9 @@
 
 namespace vorq {
 
-/// Brings the first interrupt or termination signal to the event loop. Another one ends the program
-/// as it would without this, so that nobody waits for a program that hangs. At most one object at a
-/// time.
+/// Brings the first interrupt, termination or hangup signal to the event loop, unless the
+/// program was started to ignore it. Another one ends the program as it would without this, so that
+/// nobody waits for a program that hangs. At most one object at a time.
 class UnixSignals final : public QObject {
     Q_OBJECT
 

@@ -49,10 +49,11 @@ ChildGuard::ChildGuard(const Limits& limits)
     : m_limits(limits), m_userMap(mapToItself(::geteuid())), m_groupMap(mapToItself(::getegid())) {}
 
 void ChildGuard::apply() const {
-    ::setpgid(0, 0);
+    ::setsid();
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     limitResource(RLIMIT_CORE, 0);
     limitResource(RLIMIT_FSIZE, fileLimit);
+    limitResource(RLIMIT_CPU, static_cast<rlim_t>(m_limits.processorTime.count()));
     if (limitsMemory) limitResource(RLIMIT_AS, m_limits.memory);
     if (m_limits.isAlone) leaveNetwork();
 }

@@ -18,6 +18,12 @@ constexpr int guardInterval = 20; // milliseconds, in which a stop is seen
 // In milliseconds: a program may hang in the kernel though killed.
 constexpr int guardedDeathLimit = 1000;
 
+// What several threads may use in its time. It ends what loops when nobody is left to kill it.
+std::chrono::seconds processorLimit(std::chrono::milliseconds time) {
+    constexpr int threads = 4;
+    return std::chrono::ceil<std::chrono::seconds>(time) * threads;
+}
+
 QProcessEnvironment environmentOf(const GuardedRun& run) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
@@ -44,7 +50,7 @@ class Guard {
     Guard(const GuardedRun& run, const std::stop_token& stop)
         : m_run(run),
           m_stop(stop),
-          m_child({run.isAlone, run.memoryLimit}),
+          m_child({run.isAlone, run.memoryLimit, processorLimit(run.timeLimit)}),
           m_deadline(run.timeLimit) {}
 
     GuardedOutput result() {

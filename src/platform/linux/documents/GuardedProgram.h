@@ -16,11 +16,11 @@ struct GuardedRun {
     QStringList arguments;
     QString inputPath; ///< its standard input; where empty, `input` is
     QByteArray input = {};
-    QString folder = {};  ///< its home and working directory; where empty, ours
-    bool isAlone = false; ///< cut off from the network, the display and the buses
-    qint64 outputLimit;   ///< in bytes, after which it is killed
-    std::chrono::milliseconds timeLimit;
-    quint64 memoryLimit; ///< in bytes of address space, for each of its processes
+    QString folder = {};                 ///< its home and working directory; where empty, ours
+    bool isAlone = false;                ///< cut off from the network, the display and the buses
+    qint64 outputLimit;                  ///< in bytes, after which it is killed
+    std::chrono::milliseconds timeLimit; ///< of the processor, each process has four times that
+    quint64 memoryLimit;                 ///< in bytes of address space, for each of its processes
 };
 
 struct GuardedOutput {
@@ -39,7 +39,8 @@ struct GuardedOutput {
 
 /// Runs the program and gives what it wrote to its standard output. Blocks until it has ended; on
 /// any thread, without an event loop. It and the processes that it has started do not outlive the
-/// call: they are killed.
+/// call: they are killed. Where this program is killed itself meanwhile, the program dies with it,
+/// but what that has started ends by its limits alone.
 [[nodiscard]] GuardedOutput runGuarded(const GuardedRun& run, const std::stop_token& stop);
 
 } // namespace vorq
