@@ -1,8 +1,10 @@
 #include "shell/panel/ClipLoader.h"
 
+#include "shell/notices/ShellLog.h"
 #include "shell/panel/AttachmentList.h"
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 namespace vorq {
@@ -38,7 +40,12 @@ void ClipLoader::startNext() {
 }
 
 QCoro::Task<> ClipLoader::run(ClipLoader* self, QUuid id, Read read, std::stop_token stop) {
-    const AttachmentResult result = co_await read(stop);
+    AttachmentResult result = std::unexpected(ClipLoader::tr("Reading it failed."));
+    try {
+        result = co_await read(stop);
+    } catch (const std::exception& error) {
+        qCWarning(shellLog) << "reading an attachment failed:" << error.what();
+    }
     if (!stop.stop_requested()) self->finish(id, result);
 }
 

@@ -2,6 +2,8 @@
 
 #include "doubles/panel/ClipsFixture.h"
 
+#include <new>
+
 namespace vorq {
 namespace {
 
@@ -48,6 +50,18 @@ TEST_F(ClipLoaderTest, OneThatFailedSaysWhyAndCanBeReadAgain) {
     EXPECT_EQ(m_reader.readings()[2]->path, "/files/a.txt");
     finish(2);
     EXPECT_THAT(shown(), ElementsAre("a.txt", "b.txt"));
+}
+
+TEST_F(ClipLoaderTest, OneWhoseReaderThrowsHasFailedAndCanBeReadAgain) {
+    m_reader.answer = [](const QString&) -> AttachmentResult { throw std::bad_alloc(); };
+    choose({"1", "2", "3", "4", "5"});
+    EXPECT_THAT(shown(), ElementsAre("1!", "2!", "3!", "4!", "5!"));
+    EXPECT_EQ(clips().index(0).data(AttachmentList::ReasonRole), "Reading it failed.");
+    m_reader.answer = {};
+    clips().retry(0);
+    m_clock.settle();
+    finish(5);
+    EXPECT_THAT(shown(), ElementsAre("1", "2!", "3!", "4!", "5!"));
 }
 
 TEST_F(ClipLoaderTest, ManyAreReadSomeAtATimeInTheirOrder) {
