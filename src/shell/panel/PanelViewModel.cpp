@@ -2,7 +2,7 @@
 
 #include "core/VorqAppState.h"
 #include "shell/notices/Advice.h"
-#include "support/text/Graphemes.h"
+#include "shell/panel/OutgoingClips.h"
 #include "support/text/Text.h"
 
 #include <QPointer>
@@ -20,6 +20,10 @@ constexpr std::chrono::milliseconds bounceTime{220};
 QString unsentAdvice() {
     return PanelViewModel::tr("Not sent: something could not be attached. Try it again or remove "
                               "it, then send.");
+}
+
+QString leftAdvice() {
+    return PanelViewModel::tr("What is still attached goes with the next prompt.");
 }
 
 QCoro::Task<> resetLater(QPointer<PanelViewModel> self, Clock& clock, std::function<void()> reset,
@@ -173,20 +177,24 @@ void PanelViewModel::bounce() {
 
 void PanelViewModel::send() {
     if (!mayTalk()) return bounce();
-    if (!canSend() || !areClipsReady()) return;
+    const OutgoingClips going = outgoingClips(m_attachments.attachments());
+    if (!canSend() || !areClipsReady(going)) return;
     const std::optional<QUuid> studied = m_studyClip.note();
-    dispatch();
+    dispatch(going);
     const QString sent = trimmed(m_prompt).toString();
     if (!sent.isEmpty()) m_lastPrompt = sent;
-    clearSent(studied);
+    clearSent(going, studied);
     setPrompt({});
+    sayWhatIsLeft();
     m_state.panelDraft().drop();
     m_tray.setShown(false);
     emit composerSent();
 }
 
-// Nothing goes out without what the user has attached to it.
-bool PanelViewModel::areClipsReady() {
+// Nothing goes out without what the user has attached to it. An excerpt goes alone, and waits for
+// nothing.
+bool PanelViewModel::areClipsReady(const OutgoingClips& going) {
+    if (going.deepen) return true;
     if (m_attachments.has(PromptClip::State::Failed)) {
         m_advice.say(unsentAdvice());
         return false;
@@ -202,25 +210,31 @@ void PanelViewModel::followFailed() {
 }
 
 // The note under study goes with the next prompt too, so its clip stays.
-void PanelViewModel::clearSent(const std::optional<QUuid>& studiedBefore) {
+void PanelViewModel::clearSent(const OutgoingClips& gone,
+                               const std::optional<QUuid>& studiedBefore) {
     m_studyClip.setSent(studiedBefore);
-    m_attachments.removeIf(
-        [this](const PromptAttachment& held) { return !m_studyClip.isOne(held); });
+    m_attachments.removeIf([this, &gone](const PromptAttachment& held) {
+        return gone.hold(held.id) && !m_studyClip.isOne(held);
+    });
     emit canSendChanged();
 }
 
-void PanelViewModel::dispatch() {
+void PanelViewModel::sayWhatIsLeft() {
+    const auto isLeft = [this](const PromptAttachment& held) { return !m_studyClip.isOne(held); };
+    if (std::ranges::any_of(m_attachments.attachments(), isLeft) ||
+        m_attachments.has(PromptClip::State::Loading))
+        m_advice.say(leftAdvice());
+    else if (notice() == leftAdvice())
+        m_advice.clear();
+}
+
+void PanelViewModel::dispatch(const OutgoingClips& going) {
     // A copy: whoever hears of the new turn may change the draft.
     const QString prompt = m_prompt;
-    const QList<PromptAttachment> attachments = m_attachments.attachments();
-    const auto deepen = std::ranges::find_if(attachments, [](const PromptAttachment& attachment) {
-        return attachment.isDeepenSelection &&
-               graphemeCount(trimmed(attachment.textContent.value_or(QString()))) > 1;
-    });
-    if (deepen == attachments.end())
-        m_state.panel().submit(prompt, attachments);
+    if (going.deepen)
+        m_state.panel().deepenSelection(going.deepen->textContent.value_or(QString()), prompt);
     else
-        m_state.panel().deepenSelection(deepen->textContent.value_or(QString()), prompt);
+        m_state.panel().submit(prompt, going.attachments);
 }
 
 void PanelViewModel::submitLabel(const QString& label) {

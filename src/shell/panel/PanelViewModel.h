@@ -26,6 +26,7 @@ namespace vorq {
 class AttachmentReader;
 class Clock;
 class VorqAppState;
+struct OutgoingClips;
 
 /// What the panel shows beside its messages, and what it does with what the user enters: the draft
 /// and its attachments, and the rules of sending. Main thread only.
@@ -83,8 +84,8 @@ class PanelViewModel final : public QObject {
     /// Closes what is open over the conversation, the innermost thing first; false if nothing is.
     bool closeInnermost();
 
-    /// Sends the draft, once its clips are loaded. Without an account, or with a clip that failed,
-    /// nothing is sent and nothing lost.
+    /// Sends the draft, once its clips are loaded; those that cannot go along stay attached.
+    /// Without an account, or with a clip that failed, nothing is sent and nothing lost.
     Q_INVOKABLE void send();
 
     /// Sends a label of a follow-up, leaving the draft alone.
@@ -136,10 +137,11 @@ class PanelViewModel final : public QObject {
     void connectParts();
     [[nodiscard]] bool mayTalk() const;
     void bounce();
-    [[nodiscard]] bool areClipsReady();
+    [[nodiscard]] bool areClipsReady(const OutgoingClips& going);
     void followFailed();
-    void dispatch();
-    void clearSent(const std::optional<QUuid>& studiedBefore);
+    void dispatch(const OutgoingClips& going);
+    void clearSent(const OutgoingClips& gone, const std::optional<QUuid>& studiedBefore);
+    void sayWhatIsLeft();
 
     VorqAppState& m_state;
     Clock& m_clock;

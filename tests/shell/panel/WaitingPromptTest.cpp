@@ -35,6 +35,42 @@ TEST_F(WaitingPromptTest, APromptGoesOutWithAllItsClipsOnceTheyAreLoaded) {
     EXPECT_EQ(clips().count(), 0);
 }
 
+TEST_F(WaitingPromptTest, AnExcerptGoesAloneWithoutWaitingAndTheRestStaysAttached) {
+    choose({"a.txt", "b.txt"});
+    finish(0);
+    model().addDeepenSelection("silt settles");
+    send();
+    EXPECT_THAT(said(), ElementsAre("deepen — \"silt settles\""));
+    EXPECT_FALSE(isWaiting());
+    EXPECT_THAT(shown(), ElementsAre("a.txt", "b.txt…"));
+    EXPECT_EQ(model().notice(), "What is still attached goes with the next prompt.");
+    finish(1);
+    model().setPrompt("Why?");
+    EXPECT_EQ(model().notice(), "");
+    send();
+    EXPECT_EQ(said().back(), "Why?\n\n📎 a.txt, b.txt");
+    EXPECT_EQ(clips().count(), 0);
+}
+
+TEST_F(WaitingPromptTest, OfTwoPicturesTheFirstGoesAndTheSecondStaysAttached) {
+    m_reader.answer = [](const QString& path) {
+        PromptAttachment picture;
+        picture.fileName = path.section(u'/', -1);
+        picture.imageDataURL = "data:image/jpeg;base64," + picture.fileName;
+        return picture;
+    };
+    choose({"a.png", "b.png"});
+    model().setPrompt("Why?");
+    send();
+    EXPECT_THAT(said(), ElementsAre("Why?\n\n📎 a.png"));
+    EXPECT_THAT(shown(), ElementsAre("b.png"));
+    EXPECT_EQ(model().notice(), "What is still attached goes with the next prompt.");
+    send();
+    EXPECT_EQ(said().back(), "Attached: b.png");
+    EXPECT_EQ(clips().count(), 0);
+    EXPECT_EQ(model().notice(), "");
+}
+
 TEST_F(WaitingPromptTest, EnterAgainChangesNothing) {
     sendEarly();
     send();
