@@ -27,6 +27,7 @@ SettingsRow {
             store(result.hex)
     }
     function store(hex) {
+        checker.bad = false
         field.text = hex
         if (hex !== value)
             committed(hex)

@@ -61,17 +61,36 @@ TEST_F(HexRowTest, ClearIsThereAsLongAsAValueIs) {
     EXPECT_TRUE(clear->isVisible());
 }
 
-TEST_F(HexRowTest, EnterOnTheKeypadOpensTheChoiceOfColours) {
-    const auto isOpen = [] {
-        return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* widget) {
+// The choice of colours, once it is open; null if it does not open.
+QWidget* choiceOfColours() {
+    const auto find = [] {
+        const QWidgetList all = QApplication::topLevelWidgets();
+        const auto found = std::ranges::find_if(all, [](const QWidget* widget) {
             return widget->isVisible() && widget->inherits("QColorDialog");
         });
+        return found == all.end() ? nullptr : *found;
     };
+    return QTest::qWaitFor([&] { return find() != nullptr; }, 3000) ? find() : nullptr;
+}
+
+TEST_F(HexRowTest, EnterOnTheKeypadOpensTheChoiceOfColours) {
     QQuickItem* well = field->nextItemInFocusChain(false);
     well->forceActiveFocus(Qt::TabFocusReason);
-    EXPECT_FALSE(isOpen());
     QTest::keyClick(&window, Qt::Key_Enter);
-    EXPECT_TRUE(QTest::qWaitFor(isOpen, 3000));
+    EXPECT_TRUE(choiceOfColours());
+}
+
+TEST_F(HexRowTest, AChoiceOfColoursThatIsCancelledLeavesNoErrorBesideTheValue) {
+    enter("#12");
+    ASSERT_TRUE(bad());
+    field->nextItemInFocusChain(false)->forceActiveFocus(Qt::BacktabFocusReason);
+    QTest::keyClick(&window, Qt::Key_Space);
+    QWidget* choice = choiceOfColours();
+    ASSERT_TRUE(choice);
+    QTest::keyClick(choice, Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !bad(); }, 3000));
+    EXPECT_EQ(field->property("text"), "#112233");
+    EXPECT_EQ(value(), "#112233");
 }
 
 TEST_F(HexRowTest, LosingFocusCommits) {
