@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <random>
 #include <vector>
 
@@ -120,37 +121,44 @@ double peerTime(const QString& path) {
     return milliseconds(timer);
 }
 
-bool benchPdf(AttachmentReader& reader, const QString& path) {
-    std::vector<double> own;
-    std::vector<double> peer;
+struct Readings {
+    double time = 0; // of the one in the middle
+    double held = 0; // the longest of all
     qsizetype size = 0;
-    for (int round = 0; round < rounds; ++round) {
-        const Reading reading = measure(reader, path);
-        own.push_back(reading.time);
-        size = reading.size;
-        peer.push_back(peerTime(path));
-    }
-    const double ratio = median(own) / median(peer);
-    std::printf("pdf: %d pages, %lld characters in %.0f ms, pdftotext in %.0f ms, ratio %.2f\n",
-                pages, static_cast<long long>(size), median(own), median(peer), ratio);
-    return size > 0 && ratio <= pdfLimit;
-}
+};
 
-bool benchPhoto(AttachmentReader& reader, const QString& path) {
+Readings measureRounds(
+    AttachmentReader& reader, const QString& path, const std::function<void()>& afterEach = [] {}) {
+    Readings readings;
     std::vector<double> times;
-    std::vector<double> holds;
-    qsizetype size = 0;
     for (int round = 0; round < rounds; ++round) {
         const Reading reading = measure(reader, path);
         times.push_back(reading.time);
-        holds.push_back(reading.held);
-        size = reading.size;
+        readings.held = std::max(readings.held, reading.held);
+        readings.size = reading.size;
+        afterEach();
     }
-    std::printf("photo: %.1f MB in %.0f ms, %.1f MB are sent; main thread held for %.1f ms, at "
-                "most %.1f ms\n",
-                static_cast<double>(QFile(path).size()) / 1e6, median(times),
-                static_cast<double>(size) / 1e6, median(holds), std::ranges::max(holds));
-    return size > 0 && median(times) <= photoLimit && median(holds) <= holdLimit;
+    readings.time = median(times);
+    return readings;
+}
+
+bool benchPdf(AttachmentReader& reader, const QString& path) {
+    std::vector<double> peer;
+    const Readings own = measureRounds(reader, path, [&] { peer.push_back(peerTime(path)); });
+    const double ratio = own.time / median(peer);
+    std::printf("pdf: %d pages, %lld characters in %.0f ms, pdftotext in %.0f ms, ratio %.2f; main "
+                "thread held for %.1f ms at most\n",
+                pages, static_cast<long long>(own.size), own.time, median(peer), ratio, own.held);
+    return own.size > 0 && ratio <= pdfLimit && own.held <= holdLimit;
+}
+
+bool benchPhoto(AttachmentReader& reader, const QString& path) {
+    const Readings own = measureRounds(reader, path);
+    std::printf("photo: %.1f MB in %.0f ms, %.1f MB are sent; main thread held for %.1f ms at "
+                "most\n",
+                static_cast<double>(QFile(path).size()) / 1e6, own.time,
+                static_cast<double>(own.size) / 1e6, own.held);
+    return own.size > 0 && own.time <= photoLimit && own.held <= holdLimit;
 }
 
 int benchAttachments(const QString& helper) {
