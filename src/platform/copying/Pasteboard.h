@@ -70,7 +70,8 @@ class Pasteboard {
     /// refuses is left out.
     virtual QCoro::Task<Contents> contents(std::stop_token stop) = 0;
 
-    /// The text that it holds; "" if there is none before the token is stopped, or it is too long.
+    /// The text that it holds; "" if there is none before the token is stopped, it is too long, or
+    /// it is marked as a secret.
     virtual QCoro::Task<QString> text(std::stop_token stop) = 0;
 
     /// Whether the process was given any form of what was last written here. True where that cannot

@@ -270,6 +270,17 @@ INSTANTIATE_TEST_SUITE_P(
                     Copied{"calc", openCalc, Copied::Selecting::Cell}),
     testing::PrintToStringParamName());
 
+TEST_F(CopyingDesktop, CapturesNoPasswordThatItsOwnerMarksAsASecret) {
+    const Application manager = openPasswordList(session, "Tr0ub4dor&3");
+    DesktopSession::waitUntil("the password to be copied", [&] {
+        session.key({"ctrl+c"});
+        return session.selection("clipboard") == "Tr0ub4dor&3";
+    });
+    fillClipboard();
+    EXPECT_EQ(copy(manager.process), "");
+    EXPECT_EQ(held(), richContents());
+}
+
 TEST_F(CopyingDesktop, EndsNothingInATerminal) {
     fillClipboard();
     const Application terminal = openXterm(session, "words");

@@ -96,6 +96,10 @@ X11ClipboardReading::Offers X11ClipboardReading::offers() {
     return named({m_x11.atom("UTF8_STRING"), XCB_ATOM_STRING});
 }
 
+bool X11ClipboardReading::isSecret(const std::vector<Offer>& offers) {
+    return std::ranges::find(offers, secretMark, &Offer::name) != offers.end();
+}
+
 Pasteboard::Contents X11ClipboardReading::formsOf(const std::vector<Offer>& offers) {
     X11SelectionRequest request(m_x11, m_clipboard, m_stop);
     PasteboardContents contents;
@@ -122,8 +126,7 @@ Pasteboard::Contents X11ClipboardReading::contents() {
     if (before == XCB_WINDOW_NONE) return PasteboardContents();
     const Offers offered = offers();
     if (!offered) return std::unexpected(offered.error());
-    if (std::ranges::find(*offered, secretMark, &Offer::name) != offered->end())
-        return std::unexpected(u"the clipboard holds a secret"_s);
+    if (isSecret(*offered)) return std::unexpected(u"the clipboard holds a secret"_s);
     Contents contents = formsOf(*offered);
     if (contents && owner() != before)
         return std::unexpected(u"the clipboard was written meanwhile"_s);
@@ -132,6 +135,9 @@ Pasteboard::Contents X11ClipboardReading::contents() {
 
 QString X11ClipboardReading::text() {
     if (!m_x11.isUsable()) return {};
+    // A secret is not even asked for.
+    const Offers offered = offers();
+    if (!offered || isSecret(*offered)) return {};
     X11SelectionRequest request(m_x11, m_clipboard, m_stop);
     const auto text = convertTwice(request, m_x11.atom("UTF8_STRING"), Pasteboard::longestText);
     if (text) return QString::fromUtf8(text->bytes);

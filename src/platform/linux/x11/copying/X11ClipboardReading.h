@@ -33,6 +33,7 @@ class X11ClipboardReading {
 
     [[nodiscard]] X11Connection::Window owner() const;
     [[nodiscard]] Offers offers();
+    [[nodiscard]] static bool isSecret(const std::vector<Offer>& offers);
     [[nodiscard]] std::vector<Offer> named(std::vector<Atom> atoms) const;
     [[nodiscard]] QByteArray nameOf(Atom atom) const;
     [[nodiscard]] Pasteboard::Contents formsOf(const std::vector<Offer>& offers);
