@@ -71,13 +71,25 @@ X11Connection::Window X11ClipboardOwner::ownerOf(Atom selection) const {
 bool X11ClipboardOwner::handleEvents() {
     drain();
     m_transfers.dropStale(std::chrono::steady_clock::now());
-    xcb_flush(m_x11.get());
+    do
+        xcb_flush(m_x11.get());
+    while (handleQueued());
     return !m_transfers.isIdle();
 }
 
 void X11ClipboardOwner::drain() {
     while (const ClipboardEvent event{xcb_poll_for_event(m_x11.get())})
         handle(*event);
+}
+
+// While answers go out, events come in; the descriptor does not tell of them.
+bool X11ClipboardOwner::handleQueued() {
+    bool isAny = false;
+    while (const ClipboardEvent event{xcb_poll_for_queued_event(m_x11.get())}) {
+        handle(*event);
+        isAny = true;
+    }
+    return isAny;
 }
 
 void X11ClipboardOwner::handle(const xcb_generic_event_t& event) {

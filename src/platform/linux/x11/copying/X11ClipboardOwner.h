@@ -58,6 +58,7 @@ class X11ClipboardOwner {
     [[nodiscard]] X11Connection::Window ownerOf(Atom selection) const;
     [[nodiscard]] std::uint32_t serverTime();
     void drain();
+    bool handleQueued();
 
     X11Connection m_x11;
     X11PieceTransfers m_transfers{m_x11};
