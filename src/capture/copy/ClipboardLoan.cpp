@@ -99,10 +99,25 @@ QCoro::Task<> ClipboardLoan::giveBack() {
     }
 }
 
+void ClipboardLoan::followUse() {
+    m_isInFront = true; // it was given the chord
+    QObject::connect(&m_services.workspace, &Workspace::frontmostChanged, &m_follower,
+                     [this] { noteUse(); });
+    QObject::connect(&m_services.workspace, &Workspace::frontmostLost, &m_follower,
+                     [this] { noteUse(); });
+}
+
+// Who copies and goes on to another application at once is seen only when that has come to the
+// front.
+void ClipboardLoan::noteUse() {
+    const bool wasInFront =
+        std::exchange(m_isInFront, m_services.workspace.frontmostProcess() == m_process);
+    if ((wasInFront || m_isInFront) && !m_isUsed) m_isUsed = m_services.keys.wasUsedSincePost();
+}
+
 QCoro::Task<> ClipboardLoan::giveBackLate() {
-    const bool isInUse =
-        m_services.workspace.frontmostProcess() == m_process && m_services.keys.wasUsedSincePost();
-    if (!isInUse && isWrittenByProcess()) co_await giveBack();
+    noteUse();
+    if (!m_isUsed && isWrittenByProcess()) co_await giveBack();
 }
 
 QCoro::Task<> ClipboardLoan::guard(std::shared_ptr<ClipboardLoan> loan, std::stop_token stop) {

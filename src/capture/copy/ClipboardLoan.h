@@ -6,6 +6,7 @@
 #include "platform/copying/Pasteboard.h"
 
 #include <QCoroTask>
+#include <QObject>
 #include <QString>
 
 #include <cstdint>
@@ -56,8 +57,12 @@ class ClipboardLoan {
     /// Gives back what it held, if what it holds now is ours or the application's.
     QCoro::Task<> giveBack();
 
-    /// Gives it back again if the application has written after all, unless the user may have had
-    /// it do so.
+    /// To be called right after a chord was sent: notes from then on whether the user uses the
+    /// application, who may have it copy.
+    void followUse();
+
+    /// Gives it back again if the application has written after all, unless the user has used it
+    /// since the chord.
     QCoro::Task<> giveBackLate();
 
     /// Does that whenever the application writes, until anybody else wrote or the time for it is
@@ -65,6 +70,7 @@ class ClipboardLoan {
     static QCoro::Task<> guard(std::shared_ptr<ClipboardLoan> loan, std::stop_token stop);
 
   private:
+    void noteUse();
     [[nodiscard]] bool mayReplace(const Pasteboard::Change& change) const;
 
     Services m_services;
@@ -73,6 +79,9 @@ class ClipboardLoan {
     std::uint64_t m_begin = 0;
     std::uint64_t m_base = 0; // the change after which nobody but us has written
     bool m_isLent = false;
+    bool m_isInFront = false; // the application, when that was last looked at
+    bool m_isUsed = false;    // by the user, since the chord
+    QObject m_follower;       // of the workspace
 };
 
 } // namespace vorq

@@ -82,6 +82,7 @@ QCoro::Task<QString> CopyFallback::copyFrom(Target target, std::stop_token stop)
     QString text;
     co_await waitOutModifiers(focus, services.keys, stop);
     const bool isPosted = co_await post(target, focus, *loan, stop);
+    if (isPosted) loan->followUse();
     if (isPosted) co_await awaitAnswer(services.clock, *loan);
     // At once: what the user types meanwhile would overwrite the selection.
     focus.giveBack(target.process);

@@ -172,6 +172,27 @@ TEST_F(CopyFallbackTest, KeepsWhatTheUserCopiesAfterwards) {
     EXPECT_EQ(pasteboard.held, pasteboardText("by the user"));
 }
 
+TEST_F(CopyFallbackTest, KeepsWhatTheUserCopiesOnTheWayToAnotherApplication) {
+    EXPECT_EQ(copy(), "copied");
+    clock.advance(110ms);
+    // All within one look of the guard.
+    keys.wasUsed = true;
+    pasteboard.writeAs(browser, pasteboardText("by the user"));
+    workspace.bringToFront(other);
+    clock.advance(5s);
+    EXPECT_EQ(pasteboard.held, pasteboardText("by the user"));
+}
+
+TEST_F(CopyFallbackTest, KeepsWhatTheUserCopiesRightBeforeTheNextCopy) {
+    EXPECT_EQ(copy(), "copied");
+    clock.advance(110ms);
+    keys.wasUsed = true;
+    pasteboard.writeAs(browser, pasteboardText("by the user"));
+    workspace.bringToFront(other);
+    EXPECT_EQ(copy(other), "copied");
+    EXPECT_EQ(pasteboard.held, pasteboardText("by the user"));
+}
+
 TEST_F(CopyFallbackTest, StillMindsALateAnswerWhileTheUserTypesIntoVorq) {
     answerNothing();
     EXPECT_EQ(copy(), "");

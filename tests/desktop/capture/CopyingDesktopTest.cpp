@@ -281,6 +281,25 @@ TEST_F(CopyingDesktop, CapturesNoPasswordThatItsOwnerMarksAsASecret) {
     EXPECT_EQ(held(), richContents());
 }
 
+TEST_F(CopyingDesktop, KeepsWhatTheUserCopiesOnTheWayToAnotherApplication) {
+    const Application other = openTextWindow(session, "gamma");
+    const Application editor = openMousepad(session, "alpha beta");
+    DesktopSession::waitUntil("the text to be selected", [&] {
+        session.key({"ctrl+a", "ctrl+c"});
+        return session.selection("clipboard") == "alpha beta";
+    });
+    fillClipboard();
+    ASSERT_EQ(copy(editor.process), "alpha beta");
+    session.key({"ctrl+Home", "ctrl+shift+Right", "ctrl+c", "alt+Tab"});
+    DesktopSession::waitUntil("the other application",
+                              [&] { return session.activeWindow() == other.window; });
+    DesktopSession::waitUntil("the user's copy",
+                              [&] { return pasteboard.lastChange().writer == editor.process; });
+    session.key({"ctrl+a"});
+    EXPECT_EQ(copy(other.process), "gamma");
+    EXPECT_EQ(session.selection("clipboard").trimmed(), "alpha");
+}
+
 TEST_F(CopyingDesktop, EndsNothingInATerminal) {
     fillClipboard();
     const Application terminal = openXterm(session, "words");
