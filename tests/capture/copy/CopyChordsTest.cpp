@@ -18,15 +18,16 @@ constexpr KeyChord plainCopy{.key = KeyChord::Key::C};
 constexpr KeyChord terminalCopy{.key = KeyChord::Key::C, .hasShift = true};
 constexpr KeyChord insertCopy{.key = KeyChord::Key::Insert};
 
-TEST(CopyChords, IsControlCForMostApplications) {
-    EXPECT_EQ(copyChordOf(u"chromium"), plainCopy);
-    EXPECT_EQ(copyChordOf(u"firefox-esr"), plainCopy);
-    EXPECT_EQ(copyChordOf(u"org.xfce.mousepad"), plainCopy);
+TEST(CopyChords, IsControlCWhereThatIsKnownToCopy) {
+    for (const QString& known : QStringList{"chromium", "firefox-esr", "libreoffice-writer",
+                                            "org.libreoffice.LibreOffice.calc", "org.gnome.Evince"})
+        EXPECT_EQ(copyChordOf(known), plainCopy) << known.toStdString();
 }
 
 TEST(CopyChords, IsTheOwnOneOfATerminal) {
-    for (const QString& terminal : QStringList{"org.kde.konsole", "qterminal", "snap_alacritty",
-                                               "org.gnome.Terminal", "Alacritty", "kitty.desktop"})
+    for (const QString& terminal :
+         QStringList{"org.kde.konsole", "qterminal", "snap_alacritty", "org.gnome.Terminal",
+                     "Alacritty", "kitty.desktop", "dev.warp.Warp", "tabby", "Hyper", "rio"})
         EXPECT_EQ(copyChordOf(terminal), terminalCopy) << terminal.toStdString();
 }
 
@@ -35,15 +36,32 @@ TEST(CopyChords, IsNoneWhereNoneIsSafe) {
         EXPECT_EQ(copyChordOf(unsafe), std::nullopt) << unsafe.toStdString();
 }
 
-TEST(CopyChords, IsAnotherWhereATerminalMayBeInTheWindow) {
-    for (const QString& editor : QStringList{"code", "org.kde.kate", "jetbrains-idea", "emacs"})
-        EXPECT_EQ(copyChordOf(editor), insertCopy) << editor.toStdString();
+TEST(CopyChords, IsNoneWhereKeysGoToAnotherMachine) {
+    for (const QString& viewer :
+         QStringList{"org.remmina.Remmina", "virt-manager", "remote-viewer", "VirtualBox Machine",
+                     "org.gnome.Boxes", "vncviewer", "xfreerdp", "Vmware"})
+        EXPECT_EQ(copyChordOf(viewer), std::nullopt) << viewer.toStdString();
+}
+
+TEST(CopyChords, IsNoneWhereFilesOrPasswordsWouldBeCopied) {
+    for (const QString& other : QStringList{"org.kde.dolphin", "nemo", "org.keepassxc.KeePassXC",
+                                            "com.bitwarden.desktop", "1password"})
+        EXPECT_EQ(copyChordOf(other), std::nullopt) << other.toStdString();
+}
+
+// It may be a terminal, or have one in its window.
+TEST(CopyChords, IsNeverControlCForWhatIsNotKnown) {
+    for (const QString& unknown : QStringList{
+             "dev.zed.Zed", "code", "code-insiders", "windsurf", "android-studio", "jetbrains-idea",
+             "org.kde.kate", "emacs", "org.xfce.mousepad", "com.example.written-tomorrow"})
+        EXPECT_EQ(copyChordOf(unknown), insertCopy) << unknown.toStdString();
 }
 
 TEST(CopyChords, PastesIntoNoTerminal) {
     EXPECT_EQ(pasteChordOf(u"chromium"), KeyChord{.key = KeyChord::Key::V});
     EXPECT_EQ(pasteChordOf(u"org.kde.kate"), KeyChord{.key = KeyChord::Key::V});
-    for (const QString& other : QStringList{"org.kde.konsole", "XTerm", "emacs", ""})
+    for (const QString& other :
+         QStringList{"org.kde.konsole", "XTerm", "emacs", "virt-manager", "org.kde.dolphin", ""})
         EXPECT_EQ(pasteChordOf(other), std::nullopt) << other.toStdString();
 }
 
