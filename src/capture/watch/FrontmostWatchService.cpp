@@ -210,6 +210,12 @@ Clock::Duration FrontmostWatchService::untilNextPoll() const {
 // Another application may have come to the front meanwhile, or have been excluded.
 void FrontmostWatchService::consider(const Reading& reading) {
     const std::optional<ProcessId> asked = m_watchedPID;
+    if (!reading.isAnswered) {
+        // The focus may have moved on to a password.
+        m_isPasswordFocused.reset();
+        hideWindow();
+        forgetFrame();
+    }
     follow();
     if (!reading.isAnswered || !canRead() || m_watchedPID != asked) return;
     m_isPasswordFocused = reading.isPassword;

@@ -22,7 +22,7 @@ class Workspace;
 /// nowhere, and is dropped when the watch stops. Main thread only.
 ///
 /// Applications that the user has excluded are neither seen nor read, and no window is while a
-/// field for passwords has the focus in it.
+/// field for passwords has the focus in it, or its application does not tell what has.
 class FrontmostWatchService final : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isWatching READ isWatching NOTIFY changed)

@@ -217,6 +217,26 @@ TEST_F(FrontmostWatchTest, AnApplicationThatHangsIsAskedLessOften) {
     EXPECT_THAT(samples, SizeIs(1));
 }
 
+TEST_F(FrontmostWatchTest, NothingIsSeenOnceAnApplicationNoLongerTellsWhatHasTheFocus) {
+    select("a word");
+    start();
+    ASSERT_TRUE(stream.shown());
+    stream.deliver(1);
+    // The focus moves on, and the application hangs.
+    accessibility.hangs = true;
+    clock.advance(FrontmostWatchService::pollInterval);
+    waitUntilHanging();
+    clock.advance(FrontmostWatchService::readLimit);
+    waitUntil([this] { return accessibility.hanging == 0 && !stream.shown(); });
+    stream.deliver(2);
+    EXPECT_FALSE(watch->latestCGImage()) << "it may show a password";
+    accessibility.hangs = false;
+    settle();
+    clock.advance(FrontmostWatchService::slowPollInterval);
+    settle();
+    EXPECT_TRUE(stream.shown());
+}
+
 TEST_F(FrontmostWatchTest, MakesRoomForACaptureOfTheUser) {
     select("one");
     accessibility.hangs = true;
