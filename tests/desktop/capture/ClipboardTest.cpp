@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <cstring>
 #include <thread>
@@ -53,6 +54,13 @@ class ClipboardTest : public testing::Test {
     // Writes over whatever is there.
     static bool write(Pasteboard& into, const PasteboardContents& what) {
         return awaited(into.write(what, into.lastChange().count)).has_value();
+    }
+
+    static PasteboardContents manyForms() {
+        PasteboardContents many;
+        for (int index = 0; index < 200; ++index)
+            many.push_back(clipboardForm("vnd.form-" + QByteArray::number(index), "bytes"));
+        return many;
     }
 
     // One form as a program of others reads it.
@@ -166,12 +174,9 @@ TEST_F(ClipboardTest, RefusesMoreThanCanBeGivenBack) {
 }
 
 TEST_F(ClipboardTest, TakesTwoHundredForms) {
-    PasteboardContents many;
-    for (int index = 0; index < 200; ++index)
-        many.push_back(clipboardForm("vnd.form-" + QByteArray::number(index), "bytes"));
     X11Pasteboard user;
-    ASSERT_TRUE(write(user, many));
-    EXPECT_EQ(held(), many);
+    ASSERT_TRUE(write(user, manyForms()));
+    EXPECT_EQ(held(), manyForms());
 }
 
 TEST_F(ClipboardTest, LeavesASecretAlone) {
@@ -180,47 +185,42 @@ TEST_F(ClipboardTest, LeavesASecretAlone) {
     X11Pasteboard user;
     ASSERT_TRUE(write(user, secret));
     EXPECT_FALSE(contents());
+    EXPECT_EQ(awaited(pasteboard.text({})), "");
 }
 
-// Keeps the clipboard of programs that end.
-class Manager {
+// Owns a selection and answers on a thread of its own.
+class Owner {
   public:
-    Manager() {
+    explicit Owner(const char* selection) {
         m_window = xcb_generate_id(m_x11.get());
         xcb_create_window(m_x11.get(), XCB_COPY_FROM_PARENT, m_window, m_x11.root(), -1, -1, 1, 1,
                           0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-        xcb_set_selection_owner(m_x11.get(), m_window, m_x11.atom("CLIPBOARD_MANAGER"),
-                                XCB_CURRENT_TIME);
+        xcb_set_selection_owner(m_x11.get(), m_window, m_x11.atom(selection), XCB_CURRENT_TIME);
         // Makes sure that it is done.
-        (void)m_x11.atom("CLIPBOARD_MANAGER");
-        m_thread = std::jthread([this](const std::stop_token& stop) { serve(stop); });
+        (void)m_x11.atom(selection);
     }
+    Owner(const Owner&) = delete;
+    Owner& operator=(const Owner&) = delete;
+    virtual ~Owner() = default;
 
-    /// Once it has kept something.
-    [[nodiscard]] QByteArray kept() {
+    void start() {
+        m_thread = std::jthread([this](const std::stop_token& stop) {
+            while (!stop.stop_requested()) {
+                while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_x11.get())})
+                    handle(*event);
+                std::this_thread::sleep_for(1ms);
+            }
+        });
+    }
+    void end() {
         m_thread.request_stop();
-        m_thread.join();
-        return m_kept;
+        if (m_thread.joinable()) m_thread.join();
     }
 
-  private:
-    void serve(const std::stop_token& stop) {
-        while (!stop.stop_requested()) {
-            while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_x11.get())})
-                if ((event->response_type & 0x7f) == XCB_SELECTION_REQUEST)
-                    keep(reinterpret_cast<const xcb_selection_request_event_t&>(*event));
-            std::this_thread::sleep_for(1ms);
-        }
-    }
-    void keep(const xcb_selection_request_event_t& request) {
-        if (request.target != m_x11.atom("SAVE_TARGETS")) return;
-        X11Connection reading;
-        const auto names = m_x11.numbers(request.requestor, request.property);
-        for (const X11Connection::Atom name : names)
-            m_kept += X11SelectionRequest(reading, reading.atom("CLIPBOARD"), {})
-                          .convert(name, Pasteboard::mostBytes)
-                          .value_or(X11SelectionRequest::Converted())
-                          .bytes;
+  protected:
+    virtual void handle(const xcb_generic_event_t& event) = 0;
+
+    void tell(const xcb_selection_request_event_t& request) {
         xcb_selection_notify_event_t told{};
         told.response_type = XCB_SELECTION_NOTIFY;
         told.requestor = request.requestor;
@@ -234,10 +234,102 @@ class Manager {
     }
 
     X11Connection m_x11;
+
+  private:
     X11Connection::Window m_window = 0;
-    QByteArray m_kept;
     std::jthread m_thread;
 };
+
+// Keeps the clipboard of programs that end.
+class Manager final : public Owner {
+  public:
+    Manager() : Owner("CLIPBOARD_MANAGER") { start(); }
+    ~Manager() override { end(); }
+
+    /// Once it has kept something.
+    [[nodiscard]] QByteArray kept() {
+        end();
+        return m_kept;
+    }
+
+  private:
+    void handle(const xcb_generic_event_t& event) override {
+        if ((event.response_type & 0x7f) == XCB_SELECTION_REQUEST)
+            keep(reinterpret_cast<const xcb_selection_request_event_t&>(event));
+    }
+    void keep(const xcb_selection_request_event_t& request) {
+        if (request.target != m_x11.atom("SAVE_TARGETS")) return;
+        X11Connection reading;
+        const auto names = m_x11.numbers(request.requestor, request.property);
+        for (const X11Connection::Atom name : names)
+            m_kept += X11SelectionRequest(reading, reading.atom("CLIPBOARD"), {})
+                          .convert(name, Pasteboard::mostBytes)
+                          .value_or(X11SelectionRequest::Converted())
+                          .bytes;
+        tell(request);
+    }
+
+    QByteArray m_kept;
+};
+
+// Announces more in pieces than is taken, and would end with the first error of the X server, as
+// programs do that handle none.
+class HugeOwner final : public Owner {
+  public:
+    HugeOwner() : Owner("CLIPBOARD") { start(); }
+    ~HugeOwner() override { end(); }
+
+    [[nodiscard]] bool hasGivenPiece() const { return m_pieces > 0; }
+    [[nodiscard]] bool isAlive() const { return !m_hasFailed; }
+
+  private:
+    void handle(const xcb_generic_event_t& event) override {
+        if ((event.response_type & 0x7f) == XCB_SELECTION_REQUEST)
+            announce(reinterpret_cast<const xcb_selection_request_event_t&>(event));
+        if ((event.response_type & 0x7f) == XCB_PROPERTY_NOTIFY)
+            givePiece(reinterpret_cast<const xcb_property_notify_event_t&>(event));
+    }
+    void announce(const xcb_selection_request_event_t& request) {
+        const X11Connection::Atom form = m_x11.atom("UTF8_STRING");
+        const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+        const auto size = static_cast<std::uint32_t>(Pasteboard::mostBytes + 1);
+        if (request.target == m_x11.atom("TARGETS")) {
+            put(request, XCB_ATOM_ATOM, form);
+        } else {
+            xcb_change_window_attributes(m_x11.get(), request.requestor, XCB_CW_EVENT_MASK,
+                                         &events);
+            put(request, m_x11.atom("INCR"), size);
+        }
+        tell(request);
+    }
+    void put(const xcb_selection_request_event_t& request, X11Connection::Atom type,
+             std::uint32_t number) {
+        xcb_change_property(m_x11.get(), XCB_PROP_MODE_REPLACE, request.requestor, request.property,
+                            type, 32, 1, &number);
+    }
+    void givePiece(const xcb_property_notify_event_t& change) {
+        if (change.state != XCB_PROPERTY_DELETE) return;
+        constexpr std::uint32_t length = 64 * 1024;
+        const QByteArray piece(length, 'x');
+        const X11Reply<xcb_generic_error_t> error(xcb_request_check(
+            m_x11.get(), xcb_change_property_checked(
+                             m_x11.get(), XCB_PROP_MODE_REPLACE, change.window, change.atom,
+                             m_x11.atom("UTF8_STRING"), 8, length, piece.constData())));
+        if (error) m_hasFailed = true;
+        ++m_pieces;
+    }
+
+    std::atomic<bool> m_hasFailed = false;
+    std::atomic<int> m_pieces = 0;
+};
+
+TEST_F(ClipboardTest, DoesNoHarmToAnOwnerOfMoreThanCanBeGivenBack) {
+    const HugeOwner owner;
+    waitForWriter(::getpid());
+    EXPECT_FALSE(contents());
+    DesktopSession::waitUntil("the first piece", [&] { return owner.hasGivenPiece(); });
+    EXPECT_TRUE(owner.isAlive());
+}
 
 TEST_F(ClipboardTest, HandsItsContentsToAClipboardManagerWhenItGoes) {
     Manager manager;
@@ -273,6 +365,33 @@ TEST_F(ClipboardTest, OutlivesSomebodyWhoTakesNoPieces) {
     xcb_destroy_window(idle.get(), window);
     xcb_flush(idle.get());
     EXPECT_EQ(held(), richContents());
+}
+
+// While it holds the server, the server reads of nobody else, so that answers pile up.
+TEST_F(ClipboardTest, AnswersWhoeverAsksWhileItsAnswersPileUp) {
+    constexpr int requests = 1500;
+    ASSERT_TRUE(write(pasteboard, manyForms()));
+    X11Connection asking;
+    const auto window = xcb_generate_id(asking.get());
+    xcb_create_window(asking.get(), XCB_COPY_FROM_PARENT, window, asking.root(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    const X11Connection::Atom clipboard = asking.atom("CLIPBOARD");
+    const X11Connection::Atom targets = asking.atom("TARGETS");
+    xcb_grab_server(asking.get());
+    for (int request = 0; request < requests; ++request) {
+        xcb_convert_selection(asking.get(), window, clipboard, targets, targets, XCB_CURRENT_TIME);
+        // Each is told to the owner by itself.
+        const X11Reply<xcb_get_input_focus_reply_t> isTold(
+            xcb_get_input_focus_reply(asking.get(), xcb_get_input_focus(asking.get()), nullptr));
+    }
+    xcb_ungrab_server(asking.get());
+    xcb_flush(asking.get());
+    int answers = 0;
+    DesktopSession::waitUntil("all answers", [&] {
+        while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(asking.get())})
+            if ((event->response_type & 0x7f) == XCB_SELECTION_NOTIFY) ++answers;
+        return answers == requests;
+    });
 }
 
 TEST(ClipboardWithoutDisplay, IsNotSupported) {

@@ -86,6 +86,8 @@ X11SelectionRequest::convert(X11Connection::Atom form, qsizetype mostBytes) {
     std::optional<Property> property = takeProperty(mostBytes);
     if (!property) return std::unexpected(Failure::NotInTime);
     if (property->contents.type == m_piecewise) {
+        // To take the announcement is to ask for the first piece.
+        m_isUnanswered = true;
         if (announcedBytes(property->contents.bytes) > mostBytes)
             return std::unexpected(Failure::TooLong);
         return collectPieces(mostBytes);
@@ -104,7 +106,6 @@ X11SelectionRequest::collectPieces(qsizetype mostBytes) {
             return change->window == m_window && change->atom == m_property &&
                    change->state == XCB_PROPERTY_NEW_VALUE;
         });
-        m_isUnanswered = !hasPiece;
         if (!hasPiece) return std::unexpected(Failure::NotInTime);
         const std::optional<Property> piece = takeProperty(mostBytes - whole.bytes.size());
         if (!piece) return std::unexpected(Failure::NotInTime);
@@ -113,7 +114,10 @@ X11SelectionRequest::collectPieces(qsizetype mostBytes) {
             whole.type = piece->contents.type;
             whole.unit = piece->contents.unit;
         }
-        if (piece->contents.bytes.isEmpty()) return whole;
+        if (piece->contents.bytes.isEmpty()) {
+            m_isUnanswered = false;
+            return whole;
+        }
         whole.bytes += piece->contents.bytes;
     }
 }
