@@ -6,6 +6,7 @@
 #include "support/text/Text.h"
 
 #include <QPointer>
+#include <QScopeGuard>
 
 #include <memory>
 #include <utility>
@@ -88,6 +89,8 @@ QCoro::Task<PasteOver::Outcome> PasteOver::replaceSelectedText(QString replaceme
     Outcome outcome = Outcome::NotReplaced;
     if (replacement.isEmpty() || !services.accessibility.isTrusted()) co_return outcome;
     SourceFocus focus({services.clock, services.keys, services.workspace});
+    const auto atEnd =
+        qScopeGuard([&focus, &target] { focus.giveBack(target.source.value_or(0)); });
     co_await focus.waitForModifierKeysReleased(pasteModifierRounds, stop);
     co_await focus.activateSourceApp(target.source, stop);
     co_await sleepFor(services.clock, settlingAfterActivation, stop);
@@ -95,7 +98,6 @@ QCoro::Task<PasteOver::Outcome> PasteOver::replaceSelectedText(QString replaceme
     outcome = co_await write(replacement, target, stop);
     if (!self) co_return outcome;
     if (outcome == Outcome::Replaced) remember(replacement, target);
-    focus.giveBack(target.source.value_or(0));
     co_return outcome;
 }
 

@@ -317,6 +317,22 @@ TEST_F(PasteOverTest, TakesItForReplacedWhereTheTextIsThereThoughNobodyWasSeenTo
     EXPECT_EQ(pasteboard.held, users);
 }
 
+TEST_F(PasteOverTest, GivesTheKeyboardBackWheneverItIsStopped) {
+    for (Clock::Duration until{}; until < 800ms; until += 10ms) {
+        workspace.bringToFront(other);
+        field.feignsWrites = true;
+        std::stop_source stop;
+        const Running<Outcome> running(paster.replaceSelectedText("new", target, stop.get_token()));
+        for (Clock::Duration passed{}; passed < until; passed += 10ms) {
+            Running<Outcome>::turnOnce();
+            clock.advance(10ms);
+        }
+        stop.request_stop();
+        (void)finish(running);
+        ASSERT_EQ(workspace.frontmostProcess(), other) << "stopped after " << until.count();
+    }
+}
+
 class PasteLogTest : public PasteOverTest {
   protected:
     [[nodiscard]] std::string pillLog() const {
