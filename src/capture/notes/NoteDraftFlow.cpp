@@ -81,7 +81,7 @@ QString NoteDraftFlow::nameOf(std::optional<ProcessId> sourcePID) const {
 
 bool NoteDraftFlow::maySaveFrom(const QString& bundleID, const QString& application,
                                 bool requireBrowser) {
-    const bool isBrowser = isBrowserBundleID(bundleID);
+    const bool isBrowser = isAnyBrowser(bundleID);
     if (ownsNativeSaveAs(bundleID) && !isBrowser) {
         qCInfo(captureLog, "Vorq note save skipped — app owns ⌘⇧S: %s", qUtf8Printable(bundleID));
         return end(

@@ -60,10 +60,13 @@ bool isBrowserBundleID(QStringView bundleID) {
     return isAny(lowerCase, browsers) || containsAny(lowerCase, browserWords);
 }
 
+bool isAnyBrowser(QStringView bundleID) {
+    return isBrowserBundleID(bundleID) || isLinuxApplication(ApplicationKind::Browser, bundleID);
+}
+
 bool showsWebPages(QStringView bundleID) {
     if (isFinderBundleID(bundleID)) return false;
-    return isBrowserBundleID(bundleID) || isLinuxApplication(ApplicationKind::Browser, bundleID) ||
-           containsAny(bundleID.toString().toLower(), pageWords);
+    return isAnyBrowser(bundleID) || containsAny(bundleID.toString().toLower(), pageWords);
 }
 
 bool ownsNativeSaveAs(QStringView bundleID) {
@@ -79,8 +82,7 @@ bool isFinderBundleID(QStringView bundleID) {
 bool isHotKeyCopyFallbackBundleID(QStringView bundleID) {
     // Some file managers are browsers by their names.
     if (isFinderBundleID(bundleID)) return false;
-    return isBrowserBundleID(bundleID) || isLinuxApplication(ApplicationKind::Browser, bundleID) ||
-           isLinuxApplication(ApplicationKind::WordProcessor, bundleID) ||
+    return isAnyBrowser(bundleID) || isLinuxApplication(ApplicationKind::WordProcessor, bundleID) ||
            containsAny(bundleID.toString().toLower(), wordProcessorWords);
 }
 

@@ -11,6 +11,9 @@ namespace vorq {
 /// By the identifiers of macOS, and by words that the identifiers of browsers have anywhere.
 [[nodiscard]] bool isBrowserBundleID(QStringView bundleID);
 
+/// The same, and by the identifiers of Linux.
+[[nodiscard]] bool isAnyBrowser(QStringView bundleID);
+
 /// Whether what it shows are mostly web pages: browsers, and programs known to be made of pages.
 [[nodiscard]] bool showsWebPages(QStringView bundleID);
 

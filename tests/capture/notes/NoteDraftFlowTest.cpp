@@ -90,6 +90,7 @@ TEST_F(NoteDraftFlowTest, OnlyABrowserWillDoWhereOneIsAskedFor) {
     select("words of theirs");
     EXPECT_FALSE(save("org.xfce.mousepad", true));
     EXPECT_TRUE(save("org.mozilla.FIREFOX", true));
+    EXPECT_TRUE(save("org.kde.falkon", true));
 }
 
 TEST_F(NoteDraftFlowTest, TheSourceIsLookedForWhereThePressDidNotTell) {
