@@ -40,12 +40,12 @@ QCoro::Task<bool> NoteDraftFlow::saveNoteFromSelection(std::optional<ProcessId> 
     if (!self || stop.stop_requested()) co_return false;
     co_await turn.begins();
     if (!self || stop.stop_requested()) co_return false;
-    m_held.clear();
     if (captured.isEmpty()) {
         qCInfo(captureLog, "Vorq note save — empty selection from %s", qUtf8Printable(bundleID));
         m_services.log.appendCaptureDebug("note-save empty from " + bundleID);
         co_return end({}, tr("Nothing was found highlighted in %1.").arg(named(application)));
     }
+    m_held.clear();
     if (captured.isHeldBack) {
         m_held = captured.text;
         m_services.log.appendCaptureDebug("note-save held back from " + bundleID);

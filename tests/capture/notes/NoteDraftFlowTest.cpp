@@ -178,6 +178,17 @@ TEST_F(NoteDraftFlowTest, TheNextSaveTakesThePlaceOfAHeldText) {
     EXPECT_FALSE(flow.holdsText());
 }
 
+TEST_F(NoteDraftFlowTest, APressThatCapturesNothingLeavesAHeldText) {
+    highlight("tr0ub4dor&3Zx");
+    EXPECT_FALSE(save());
+    primary.owner.reset();
+    EXPECT_FALSE(save());
+    EXPECT_EQ(flow.failure(), "Nothing was found highlighted in Source.");
+    EXPECT_TRUE(flow.holdsText());
+    EXPECT_TRUE(saveHeld());
+    EXPECT_THAT(notes.notes, ElementsAre(Pair("tr0ub4dor&3Zx", "tr0ub4dor&3Zx")));
+}
+
 TEST_F(NoteDraftFlowTest, TwoQuickPressesShareANote) {
     select("first words");
     const Running<bool> first = startSave();
