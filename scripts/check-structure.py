@@ -86,7 +86,7 @@ SOURCE_ROOMS = {
     "app/cli": ["core"],
     "app/instance": ["app/cli"],
     "app/desktop": ["app/instance", "ui/bindings"],
-    "app/documents": ["platform/portable/documents"],
+    "app/documents": ["platform/portable/documents", "library/rtf"],
     "app/linux": ["app/desktop", "platform/linux"],
     "app": ["app/linux"],
 }

@@ -1,18 +1,25 @@
 // Reads one document for the program, in a process that may crash, hang or be killed.
 
+#include "library/rtf/RtfReader.h"
 #include "platform/documents/DocumentHelper.h"
 #include "platform/documents/DocumentTools.h"
 #include "platform/portable/documents/PdfReading.h"
 #include "platform/portable/documents/PictureEncoding.h"
+#include "support/text/Graphemes.h"
+#include "support/text/Text.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QFile>
 
+#include <algorithm>
 #include <unistd.h>
 
 namespace vorq {
 namespace {
+
+// Mostly of pictures, which are passed over.
+constexpr qsizetype rtfLimit = 64 << 20;
 
 // Standard input, mapped into memory where that is a file.
 class InputBytes {
@@ -58,11 +65,18 @@ int answerPdf(QByteArray bytes) {
                                    : answer(documentHelper::textMark + reading->text.toUtf8());
 }
 
+int answerRtf(QByteArrayView bytes) {
+    const auto rich = readRtf(bytes.first(std::min(bytes.size(), rtfLimit)));
+    if (!rich) return documentHelper::Unreadable;
+    return answer(graphemePrefix(trimmed(rich->text()), DocumentTools::textLimit).toUtf8());
+}
+
 int run(const QStringList& arguments) {
     if (arguments.size() != 2) return documentHelper::Usage;
     const InputBytes input;
     if (arguments[1] == documentHelper::pictureVerb) return answerPicture(input.bytes());
     if (arguments[1] == documentHelper::pdfVerb) return answerPdf(input.bytes());
+    if (arguments[1] == documentHelper::rtfVerb) return answerRtf(input.bytes());
     return documentHelper::Usage;
 }
 

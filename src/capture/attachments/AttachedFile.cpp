@@ -109,20 +109,6 @@ QString AttachedFile::openedPath() const {
     return u"/proc/self/fd/%1"_s.arg(m_file->handle());
 }
 
-bool AttachedFile::copyTo(const QString& path, const std::stop_token& stop) {
-    QFile copy(path);
-    if (!copy.open(QIODevice::WriteOnly | QIODevice::NewOnly)) return false;
-    m_file->seek(0);
-    for (qint64 written = 0; written <= sizeLimit;) {
-        if (stop.stop_requested()) return false;
-        const QByteArray piece = m_file->read(filePieceSize);
-        if (piece.isEmpty()) return m_file->error() == QFileDevice::NoError && copy.flush();
-        if (copy.write(piece) != piece.size()) return false;
-        written += piece.size();
-    }
-    return false; // it grew
-}
-
 std::unexpected<QString> AttachedFile::failure(const QString& reason) const {
     return fileRefusal(m_path, reason);
 }

@@ -34,9 +34,6 @@ class AttachedFile {
     /// A path that opens this very file, for as long as this object lives.
     [[nodiscard]] QString openedPath() const;
 
-    /// Copies it into a new file; false if that fails or is stopped.
-    [[nodiscard]] bool copyTo(const QString& path, const std::stop_token& stop);
-
     /// "path: reason".
     [[nodiscard]] std::unexpected<QString> failure(const QString& reason) const;
 

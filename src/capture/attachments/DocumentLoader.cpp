@@ -90,9 +90,14 @@ DocumentLoader::Contents DocumentLoader::pdf(const AttachedFile& file) const {
     return attachment;
 }
 
-DocumentLoader::Contents DocumentLoader::office(AttachedFile& file, const QString& fileName) const {
+DocumentLoader::Contents DocumentLoader::office(const AttachedFile& file,
+                                                const QString& fileName) const {
     const QString extension = pathExtension(fileName);
     const auto found = officeText(m_tools, file, extension, m_stop);
+    // What is no fault of the document can be helped by the user alone.
+    if (!found &&
+        (found.error() == DocumentFailure::TooLarge || found.error() == DocumentFailure::NoRoom))
+        return file.failure(sentenceOf(found.error()));
     if (!found)
         return textAttachment(u"(Attached "_s + fileName +
                               u"; could not extract text. Export to PDF if needed.)"_s);

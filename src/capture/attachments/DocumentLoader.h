@@ -25,7 +25,7 @@ class DocumentLoader {
     [[nodiscard]] Contents contentsOf(AttachedFile& file, const QString& fileName) const;
     [[nodiscard]] Contents picture(AttachedFile& file) const;
     [[nodiscard]] Contents pdf(const AttachedFile& file) const;
-    [[nodiscard]] Contents office(AttachedFile& file, const QString& fileName) const;
+    [[nodiscard]] Contents office(const AttachedFile& file, const QString& fileName) const;
     [[nodiscard]] Contents text(AttachedFile& file) const;
 
     DocumentTools& m_tools;

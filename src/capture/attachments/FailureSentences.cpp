@@ -12,7 +12,9 @@ QString sentenceOf(DocumentFailure failure) {
     case DocumentFailure::Protected:
         return say(QT_TRANSLATE_NOOP("PromptAttachment", "the file is protected by a password."));
     case DocumentFailure::TooLarge:
-        return say(QT_TRANSLATE_NOOP("PromptAttachment", "the file is too large to attach."));
+        return say(QT_TRANSLATE_NOOP("PromptAttachment",
+                                     "the document is too large; at most 256 MB can be "
+                                     "attached."));
     case DocumentFailure::TimedOut:
         return say(QT_TRANSLATE_NOOP("PromptAttachment", "reading the file took too long."));
     case DocumentFailure::Stopped:
@@ -20,6 +22,10 @@ QString sentenceOf(DocumentFailure failure) {
     case DocumentFailure::NoTool:
         return say(QT_TRANSLATE_NOOP("PromptAttachment",
                                      "the program that reads such files is not installed."));
+    case DocumentFailure::NoRoom:
+        return say(QT_TRANSLATE_NOOP("PromptAttachment",
+                                     "there is no room for a copy of it among the temporary "
+                                     "files."));
     case DocumentFailure::Unreadable:
         break;
     }

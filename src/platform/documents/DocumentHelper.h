@@ -14,6 +14,8 @@ inline const QString programName = QStringLiteral("vorq-documents");
 inline const QString pictureVerb = QStringLiteral("picture"); // answers with a JPEG
 inline const QString pdfVerb = QStringLiteral("pdf"); // answers with a mark and what it announces
 
+inline const QString rtfVerb = QStringLiteral("rtf"); // answers with the text, in UTF-8
+
 inline constexpr char textMark = 'T'; // UTF-8
 inline constexpr char pageMark = 'P'; // a JPEG of the first page, or nothing
 

@@ -17,12 +17,13 @@ struct DocumentSource {
 
 /// Why a document gave nothing.
 enum class DocumentFailure : std::uint8_t {
-    Unreadable, ///< damaged, of another kind, or what reads it crashed
+    Unreadable, ///< damaged, of another kind, or what reads it crashed, as for want of memory
     Protected,  ///< by a password
-    TooLarge,   ///< beyond the memory that one document may have
+    TooLarge,   ///< a picture of too many pixels, or a file beyond its limit
     TimedOut,
     Stopped,
     NoTool, ///< what reads this kind is not installed
+    NoRoom, ///< there is no room for a copy of it in the folder for temporary files
 };
 
 /// What a PDF says; where it says nothing, what its first page looks like.
@@ -32,7 +33,7 @@ struct PdfContents {
 };
 
 /// Reads documents with code that may crash or hang on them, and so in processes of its own. Every
-/// function blocks until it is done, for a minute or so at worst, and may be called on any thread
+/// function blocks until it is done, for a few minutes at worst, and may be called on any thread
 /// but the main one. A stop ends it within moments, with all processes that it started.
 class DocumentTools {
   public:
@@ -40,6 +41,8 @@ class DocumentTools {
     static constexpr qsizetype textLimit = 60000;
     /// Most bytes of a picture that is given.
     static constexpr qint64 pictureLimit = 3500000 - 1;
+    /// Most bytes of an office document: its converter gets a copy.
+    static constexpr qint64 officeLimit = qint64{256} << 20;
 
     DocumentTools() = default;
     DocumentTools(const DocumentTools&) = delete;
@@ -55,17 +58,20 @@ class DocumentTools {
     virtual std::expected<PdfContents, DocumentFailure> readPdf(const DocumentSource& pdf,
                                                                 const std::stop_token& stop) = 0;
 
+    /// The text of an RTF document, cut to `textLimit`; empty if it has none.
+    virtual std::expected<QString, DocumentFailure> rtfText(const DocumentSource& rtf,
+                                                            const std::stop_token& stop) = 0;
+
     /// The contents of all files in a ZIP archive whose name fits the pattern, joined; empty if
-    /// there are none. No more than `limit` bytes are unpacked. The path is that of a file whose
-    /// name has no special characters.
+    /// there are none. No more than `limit` bytes are unpacked.
     virtual std::expected<QByteArray, DocumentFailure> unpack(const QString& path,
                                                               const QString& pattern, qint64 limit,
                                                               const std::stop_token& stop) = 0;
 
-    /// The text of an office document, whose extension tells its kind; trimmed. Nothing that the
-    /// document refers to is fetched, and none of its macros runs.
-    virtual std::expected<QString, DocumentFailure> officeText(const QString& path,
-                                                               const std::stop_token& stop) = 0;
+    /// The text of an office document, whose kind the extension tells, lower-case and without the
+    /// dot; trimmed. Nothing that the document refers to is read, and none of its macros runs.
+    virtual std::expected<QString, DocumentFailure>
+    officeText(const QString& path, const QString& extension, const std::stop_token& stop) = 0;
 };
 
 } // namespace vorq

@@ -14,9 +14,10 @@ class ScriptedDocumentTools final : public DocumentTools {
 
     Answer<QByteArray> jpeg = std::unexpected(DocumentFailure::Unreadable);
     Answer<PdfContents> pdf = std::unexpected(DocumentFailure::Unreadable);
+    Answer<QString> rtf = std::unexpected(DocumentFailure::Unreadable);
     Answer<QByteArray> unpacked = QByteArray();
     Answer<QString> text = std::unexpected(DocumentFailure::Unreadable);
-    /// What was asked for, in order: "jpeg", "pdf", "unpack PATTERN", "text EXTENSION".
+    /// What was asked for, in order: "jpeg", "pdf", "rtf", "unpack PATTERN", "text EXTENSION".
     QStringList asked;
 
     std::expected<QByteArray, DocumentFailure> jpegOf(const DocumentSource&,
@@ -29,14 +30,19 @@ class ScriptedDocumentTools final : public DocumentTools {
         asked += QStringLiteral("pdf");
         return pdf;
     }
+    std::expected<QString, DocumentFailure> rtfText(const DocumentSource&,
+                                                    const std::stop_token&) override {
+        asked += QStringLiteral("rtf");
+        return rtf;
+    }
     std::expected<QByteArray, DocumentFailure> unpack(const QString&, const QString& pattern,
                                                       qint64, const std::stop_token&) override {
         asked += QStringLiteral("unpack ") + pattern;
         return unpacked;
     }
-    std::expected<QString, DocumentFailure> officeText(const QString& path,
+    std::expected<QString, DocumentFailure> officeText(const QString&, const QString& extension,
                                                        const std::stop_token&) override {
-        asked += QStringLiteral("text ") + path.section(u'.', -1);
+        asked += QStringLiteral("text ") + extension;
         return text;
     }
 };

@@ -191,7 +191,7 @@ void PanelViewModel::send() {
     emit composerSent();
 }
 
-// Nothing goes out without what the user has attached to it. An excerpt goes alone, and waits for
+// A prompt does not go out without what it takes along. An excerpt goes alone, and waits for
 // nothing.
 bool PanelViewModel::areClipsReady(const OutgoingClips& going) {
     if (going.deepen) return true;

@@ -26,7 +26,6 @@ class AttachedFileTest : public testing::Test {
 
     QTemporaryDir m_folder;
     QString m_path = m_folder.filePath("a.txt");
-    QString m_copy = m_folder.filePath("copy.txt");
 };
 
 TEST_F(AttachedFileTest, WhatTakesItsPlaceIsNotRead) {
@@ -37,8 +36,6 @@ TEST_F(AttachedFileTest, WhatTakesItsPlaceIsNotRead) {
     ASSERT_EQ(::rename(qPrintable(m_folder.filePath("b.txt")), qPrintable(m_path)), 0);
     EXPECT_EQ(file->read(100, {}), "chosen");
     EXPECT_EQ(readBy(file->openedPath()), "chosen");
-    EXPECT_TRUE(file->copyTo(m_copy, {}));
-    EXPECT_EQ(readBy(m_copy), "chosen");
 }
 
 TEST_F(AttachedFileTest, IsReadAfterItHasVanished) {
@@ -56,20 +53,6 @@ TEST_F(AttachedFileTest, IsReadAsFarAsItGoesWhenItShrinks) {
     ASSERT_TRUE(file);
     ASSERT_TRUE(QFile::resize(m_path, 3));
     EXPECT_EQ(file->read(100, {}), "cho");
-    EXPECT_TRUE(file->copyTo(m_copy, {}));
-    EXPECT_EQ(readBy(m_copy), "cho");
-}
-
-TEST_F(AttachedFileTest, ACopyNeverTakesThePlaceOfAFileAndCanBeStopped) {
-    put(m_path, "chosen");
-    put(m_copy, "here before");
-    auto file = open();
-    ASSERT_TRUE(file);
-    EXPECT_FALSE(file->copyTo(m_copy, {}));
-    EXPECT_EQ(readBy(m_copy), "here before");
-    std::stop_source stop;
-    stop.request_stop();
-    EXPECT_FALSE(file->copyTo(m_folder.filePath("other.txt"), stop.get_token()));
 }
 
 } // namespace

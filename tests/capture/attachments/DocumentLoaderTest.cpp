@@ -302,12 +302,32 @@ TEST_F(DocumentLoaderTest, PagesAndKeynoteGiveTheirOwnPreview) {
     EXPECT_EQ(textOf(put("a.key", "PK")), "converted");
 }
 
-TEST_F(DocumentLoaderTest, RtfIsReadWithoutAnyTool) {
-    EXPECT_EQ(textOf(put("a.rtf", "{\\rtf1\\ansi Gr\\'f6\\'dfe\\par zwei}")), u"Größe\nzwei"_s);
-    EXPECT_EQ(m_tools.asked, QStringList());
+TEST_F(DocumentLoaderTest, RtfThatGivesNoTextGoesToTheConverter) {
+    m_tools.rtf = "read";
+    EXPECT_EQ(textOf(put("a.rtf", "{\\rtf1 read}")), "read");
+    EXPECT_EQ(m_tools.asked, QStringList("rtf"));
     m_tools.text = "converted";
-    EXPECT_EQ(textOf(put("b.rtf", "PK, in truth")), "converted");
-    EXPECT_EQ(textOf(put("c.rtf", "{\\rtf1\\ansi  \\par }")), "converted");
+    m_tools.rtf = QString();
+    EXPECT_EQ(textOf(put("b.rtf", "{\\rtf1}")), "converted");
+    m_tools.rtf = std::unexpected(DocumentFailure::Unreadable);
+    EXPECT_EQ(textOf(put("c.rtf", "PK, in truth")), "converted");
+}
+
+TEST_F(DocumentLoaderTest, AnOfficeDocumentBeyondItsLimitIsRefusedUnread) {
+    for (const QString name : {"a.docx", "a.pptx", "a.rtf"}) {
+        const auto loaded = load(putHuge(name, DocumentTools::officeLimit + 1));
+        ASSERT_FALSE(loaded) << qPrintable(name);
+        EXPECT_TRUE(loaded.error().endsWith(
+            name + ": the document is too large; at most 256 MB can be attached."));
+    }
+    EXPECT_EQ(m_tools.asked, QStringList());
+}
+
+TEST_F(DocumentLoaderTest, WithoutRoomForACopyTheUserIsTold) {
+    m_tools.text = std::unexpected(DocumentFailure::NoRoom);
+    const auto loaded = load(put("a.docx", "PK"));
+    ASSERT_FALSE(loaded);
+    EXPECT_TRUE(loaded.error().endsWith("no room for a copy of it among the temporary files."));
 }
 
 TEST_F(DocumentLoaderTest, WhatIsStoppedGivesNothing) {

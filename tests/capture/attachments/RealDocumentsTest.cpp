@@ -1,22 +1,12 @@
 // Real files through the real tools.
 
-#include "capture/attachments/DocumentLoader.h"
-#include "doubles/documents/MadeDocuments.h"
-#include "platform/linux/documents/LinuxDocumentTools.h"
+#include "doubles/documents/RealDocumentsFixture.h"
 
 #include <QColor>
-#include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QPainter>
-#include <QProcess>
-#include <QTcpServer>
-#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
-
-#include <chrono>
-#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -25,16 +15,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class RealDocumentsTest : public testing::Test {
+class RealDocumentsTest : public RealDocumentsFixture {
   protected:
-    AttachmentResult load(const QString& path) {
-        return DocumentLoader(m_tools, PromptAttachment::Pipes::Refused, m_stop.get_token())
-            .load(path);
-    }
-    QString textOf(const QString& path) {
-        const auto loaded = load(path);
-        return loaded ? loaded->textContent.value_or("no text") : "refused: " + loaded.error();
-    }
     // The picture that would be sent; null if none would, or it is no JPEG.
     QImage sentPicture(const QString& path) {
         const auto loaded = load(path);
@@ -46,20 +28,6 @@ class RealDocumentsTest : public testing::Test {
         EXPECT_TRUE(url.startsWith(start)) << qPrintable(url.left(40));
         return QImage::fromData(QByteArray::fromBase64(url.mid(start.size()).toLatin1()));
     }
-    // Runs the load and stops it after a while; how long it went on after that.
-    std::chrono::milliseconds afterStop(const QString& path, std::chrono::milliseconds wait) {
-        QElapsedTimer sinceStop;
-        std::jthread stopper([&] {
-            std::this_thread::sleep_for(wait);
-            sinceStop.start();
-            m_stop.request_stop();
-        });
-        EXPECT_FALSE(load(path));
-        EXPECT_TRUE(m_stop.stop_requested()) << "it ended by itself";
-        stopper.join();
-        return std::chrono::milliseconds(sinceStop.elapsed());
-    }
-
     static QImage plain(const QColor& color, QSize size = {40, 20}) {
         QImage image(size, QImage::Format_ARGB32);
         image.fill(color);
@@ -70,12 +38,6 @@ class RealDocumentsTest : public testing::Test {
                std::abs(qGreen(pixel) - color.green()) < 12 &&
                std::abs(qBlue(pixel) - color.blue()) < 12;
     }
-
-    QTemporaryDir m_folder;
-    MadeDocuments m_made{m_folder.path()};
-    LinuxDocumentTools::Programs m_programs{.helper = VORQ_DOCUMENTS_PROGRAM};
-    LinuxDocumentTools m_tools{m_programs};
-    std::stop_source m_stop;
 };
 
 TEST_F(RealDocumentsTest, EachKindOfPictureGoesAsJpeg) {
@@ -203,14 +165,11 @@ TEST_F(RealDocumentsTest, AnEmptyOrDamagedPdfIsRefused) {
                 testing::HasSubstr("damaged"));
 }
 
-TEST_F(RealDocumentsTest, OfAPdfOfFiveThousandPagesOnlyTheBeginningIsRead) {
+TEST_F(RealDocumentsTest, OfAPdfOfFiveThousandPagesTheBeginningGoes) {
     QStringList lines;
     for (int page = 0; page < 5000; ++page)
         lines += QString("Page %1 tells of silt, levees, floods and fields.").arg(page);
-    QElapsedTimer elapsed;
-    const QString path = m_made.putPdf("a.pdf", lines);
-    elapsed.start();
-    const QString text = textOf(path);
+    const QString text = textOf(m_made.putPdf("a.pdf", lines));
     EXPECT_EQ(text.size(), 60000);
     EXPECT_TRUE(text.startsWith("Page 0 tells"));
 }
@@ -237,141 +196,6 @@ TEST_F(RealDocumentsTest, PagesGivesThePreviewInItsPackage) {
     const QByteArray pdf = preview.readAll();
     EXPECT_EQ(textOf(m_made.putZip("a.pages", {{"QuickLook/Preview.pdf", pdf}})), "Previewed.");
     EXPECT_EQ(textOf(m_made.putZip("a.key", {{"preview.pdf", pdf}})), "Previewed.");
-}
-
-TEST_F(RealDocumentsTest, ABombIsUnpackedToItsLimit) {
-    const QByteArray bomb = "<a>boom</a>" + QByteArray(300 << 20, ' ');
-    const QString path = m_made.putZip("a.pptx", {{"ppt/slides/slide1.xml", bomb}});
-    ASSERT_LT(QFile(path).size(), 1 << 20);
-    EXPECT_EQ(textOf(path), "boom");
-}
-
-TEST_F(RealDocumentsTest, NoNameOfAFileIsTakenForMore) {
-    const QList<std::pair<QString, QByteArray>> slide = {{"ppt/slides/s.xml", "<a>Silt</a>"}};
-    for (const QString name : {"-x [a-z]*?.pptx", "$(touch x).pptx", "a'b\"c.pptx"}) {
-        const QString plain = m_made.putZip("plain.pptx", slide);
-        ASSERT_TRUE(QFile::rename(plain, m_folder.filePath(name)));
-        EXPECT_EQ(textOf(m_folder.filePath(name)), "Silt") << qPrintable(name);
-    }
-}
-
-// Its members lie outside of the folder, had anything unpacked them onto the disk.
-TEST_F(RealDocumentsTest, NothingOfAPackageIsWrittenAnywhere) {
-    const QTemporaryDir folder;
-    const MadeDocuments inside(folder.path());
-    inside.put("in/ppt/slides/s.xml", "<a>Silt</a>");
-    inside.put("escaped.txt", "escaped");
-    const QString path = m_folder.filePath("a.pptx");
-    MadeDocuments::runTool("zip", {"-q", path, "ppt/slides/s.xml", "../escaped.txt"},
-                           folder.filePath("in"));
-    EXPECT_EQ(textOf(path), "Silt");
-    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("a.pptx"));
-}
-
-// Pictures of slides are drawn, and so would be fetched.
-TEST_F(RealDocumentsTest, WhatADocumentLinksToIsNotFetched) {
-    QTcpServer server;
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
-    const QString document = uR"(<?xml version="1.0" encoding="UTF-8"?><office:document
-xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
-xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0"
-xmlns:draw="urn:oasis:names:tc:opendocument:xmlns:drawing:1.0"
-xmlns:svg="urn:oasis:names:tc:opendocument:xmlns:svg-compatible:1.0"
-xmlns:xlink="http://www.w3.org/1999/xlink" office:version="1.2"
-office:mimetype="application/vnd.oasis.opendocument.presentation"><office:body>
-<office:presentation><draw:page draw:name="p"><draw:frame svg:width="20cm" svg:height="3cm"
-svg:x="2cm" svg:y="2cm"><draw:text-box><text:p>stored</text:p></draw:text-box></draw:frame>
-<draw:frame svg:width="2cm" svg:height="2cm" svg:x="2cm" svg:y="8cm"><draw:image
-xlink:href="http://127.0.0.1:%1/a.png" xlink:type="simple" xlink:show="embed"
-xlink:actuate="onLoad"/></draw:frame></draw:page></office:presentation></office:body>
-</office:document>)"_s.arg(server.serverPort());
-    EXPECT_EQ(textOf(m_made.put("a.odp", document.toUtf8())), "stored");
-    EXPECT_FALSE(server.waitForNewConnection(100));
-}
-
-class ConverterTest : public RealDocumentsTest {
-  protected:
-    // A converter that does what the script says.
-    void convertBy(const QByteArray& script) {
-        m_programs.office = m_made.put("soffice", "#!/bin/sh\n" + script);
-        QFile::setPermissions(m_programs.office, QFile::ReadOwner | QFile::ExeOwner);
-    }
-    QString textBy(const QString& path) {
-        LinuxDocumentTools tools(m_programs);
-        const auto loaded =
-            DocumentLoader(tools, PromptAttachment::Pipes::Refused, m_stop.get_token()).load(path);
-        return loaded ? *loaded->textContent : "refused: " + loaded.error();
-    }
-    const QString m_nothing = "(Attached a.docx; could not extract text. Export to PDF if needed.)";
-    QString m_document = m_made.put("a.docx", "PK");
-};
-
-TEST_F(ConverterTest, IsMissing) {
-    m_programs.office = "/nowhere/soffice";
-    EXPECT_EQ(textBy(m_document), m_nothing);
-}
-
-TEST_F(ConverterTest, Crashes) {
-    convertBy("kill -SEGV $$\n");
-    EXPECT_EQ(textBy(m_document), m_nothing);
-}
-
-TEST_F(ConverterTest, FailsWithoutSayingSo) {
-    convertBy("exit 0\n");
-    EXPECT_EQ(textBy(m_document), m_nothing);
-}
-
-TEST_F(ConverterTest, HangsAndIsKilledWithItsChildrenWhenStopped) {
-    const QString mark = m_folder.filePath("pid");
-    convertBy("sleep 600 &\necho $! > " + mark.toUtf8() + "\nwait\n");
-    std::jthread stopper([&] {
-        while (!QFile::exists(mark) || QFile(mark).size() == 0)
-            std::this_thread::sleep_for(5ms);
-        m_stop.request_stop();
-    });
-    QElapsedTimer elapsed;
-    elapsed.start();
-    EXPECT_THAT(textBy(m_document).toStdString(), testing::HasSubstr("stopped"));
-    EXPECT_LT(elapsed.elapsed(), 30'000);
-    QFile file(mark);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray pid = file.readAll().trimmed();
-    // Killed, it is gone or a zombie that nobody has waited for yet.
-    const auto isGone = [&pid] {
-        QFile status("/proc/" + pid + "/stat");
-        return !status.open(QIODevice::ReadOnly) || status.readAll().contains(") Z ");
-    };
-    for (int wait = 0; wait < 1000 && !isGone(); ++wait)
-        std::this_thread::sleep_for(5ms);
-    EXPECT_TRUE(isGone());
-}
-
-TEST_F(ConverterTest, HasAProfileOfItsOwnWhereNoMacroRunsAndNoDisplay) {
-    const QString seen = m_folder.filePath("seen");
-    qputenv("DISPLAY", ":99");
-    convertBy("{ echo \"home $HOME display $DISPLAY\"; cat \"$HOME\"/profile/user/*.xcu; } > " +
-              seen.toUtf8() + "\n");
-    EXPECT_EQ(textBy(m_document), m_nothing);
-    qunsetenv("DISPLAY");
-    QFile file(seen);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray text = file.readAll();
-    EXPECT_FALSE(text.contains("home " + qgetenv("HOME") + " "));
-    EXPECT_TRUE(text.contains("display \n"));
-    EXPECT_TRUE(text.contains("DisableMacrosExecution"));
-}
-
-// Where the system lets a user have a network of its own.
-TEST_F(ConverterTest, HasNoNetwork) {
-    const QString seen = m_folder.filePath("seen");
-    convertBy("tail -n +3 /proc/net/dev | cut -d: -f1 | tr -d ' ' > " + seen.toUtf8() + "\n");
-    QProcess probe;
-    probe.start("unshare", {"-rn", "true"});
-    ASSERT_TRUE(probe.waitForFinished());
-    EXPECT_EQ(textBy(m_document), m_nothing);
-    QFile file(seen);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    if (probe.exitCode() == 0) EXPECT_EQ(file.readAll(), "lo\n");
 }
 
 } // namespace

@@ -8,7 +8,6 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -45,10 +44,10 @@ bool isHeif(const DocumentSource& source) {
 }
 
 // The kinds that have pages of text; the others have slides, whose text only a PDF brings along.
-bool isTextDocument(const QString& path) {
+bool isTextDocument(const QString& extension) {
     static constexpr std::array<QStringView, 5> extensions = {u"doc", u"docx", u"odt", u"rtf",
                                                               u"pages"};
-    return std::ranges::find(extensions, QFileInfo(path).suffix()) != extensions.end();
+    return std::ranges::find(extensions, extension) != extensions.end();
 }
 
 } // namespace
@@ -116,35 +115,44 @@ LinuxDocumentTools::readPdf(const DocumentSource& pdf, const std::stop_token& st
     return PdfContents{{}, rest.size() > pictureLimit ? QByteArray() : rest};
 }
 
+std::expected<QString, DocumentFailure> LinuxDocumentTools::rtfText(const DocumentSource& rtf,
+                                                                    const std::stop_token& stop) {
+    const auto answer = askHelper(documentHelper::rtfVerb, rtf, convertedTextLimit * 4, stop);
+    if (!answer) return std::unexpected(answer.error());
+    return QString::fromUtf8(*answer);
+}
+
+// It opens its standard input anew, and so needs no name, which it would take for a pattern. It
+// begins a session without a terminal, and so asks nobody for a password.
 std::expected<QByteArray, DocumentFailure> LinuxDocumentTools::unpack(const QString& path,
                                                                       const QString& pattern,
                                                                       qint64 limit,
                                                                       const std::stop_token& stop) {
-    const GuardedOutput output =
-        runGuarded({.program = m_programs.unzip,
-                    .arguments = {u"-p"_s, path, pattern},
-                    .inputPath = u"/dev/null"_s, // it would ask for a password
-                    .isAlone = true,
-                    .outputLimit = limit,
-                    .timeLimit = toolLimit,
-                    .memoryLimit = toolMemory},
-                   stop);
+    const GuardedOutput output = runGuarded({.program = m_programs.unzip,
+                                             .arguments = {u"-p"_s, u"/dev/stdin"_s, pattern},
+                                             .inputPath = path,
+                                             .isAlone = true,
+                                             .outputLimit = limit,
+                                             .timeLimit = toolLimit,
+                                             .memoryLimit = toolMemory},
+                                            stop);
     if (output.end == GuardedOutput::End::Exited || output.end == GuardedOutput::End::Flooded)
         return output.bytes;
     return std::unexpected(toolFailure(output));
 }
 
 std::expected<QString, DocumentFailure>
-LinuxDocumentTools::officeText(const QString& path, const std::stop_token& stop) {
+LinuxDocumentTools::officeText(const QString& path, const QString& extension,
+                               const std::stop_token& stop) {
     OfficeConverter converter(m_programs.office);
-    if (!isTextDocument(path)) {
-        const auto pdf = converter.convert(path, u"pdf"_s, stop);
+    if (!isTextDocument(extension)) {
+        const auto pdf = converter.convert(path, extension, u"pdf"_s, stop);
         if (!pdf) return std::unexpected(pdf.error());
         const auto contents = readPdf({*pdf}, stop);
         if (!contents) return std::unexpected(contents.error());
         return contents->text;
     }
-    const auto text = converter.convert(path, u"txt:Text (encoded):UTF8"_s, stop);
+    const auto text = converter.convert(path, extension, u"txt:Text (encoded):UTF8"_s, stop);
     if (!text) return std::unexpected(text.error());
     QFile file(*text);
     if (!file.open(QIODevice::ReadOnly)) return std::unexpected(DocumentFailure::Unreadable);

@@ -27,11 +27,13 @@ class LinuxDocumentTools final : public DocumentTools {
                                                       const std::stop_token& stop) override;
     std::expected<PdfContents, DocumentFailure> readPdf(const DocumentSource& pdf,
                                                         const std::stop_token& stop) override;
+    std::expected<QString, DocumentFailure> rtfText(const DocumentSource& rtf,
+                                                    const std::stop_token& stop) override;
     std::expected<QByteArray, DocumentFailure> unpack(const QString& path, const QString& pattern,
                                                       qint64 limit,
                                                       const std::stop_token& stop) override;
-    std::expected<QString, DocumentFailure> officeText(const QString& path,
-                                                       const std::stop_token& stop) override;
+    std::expected<QString, DocumentFailure>
+    officeText(const QString& path, const QString& extension, const std::stop_token& stop) override;
 
   private:
     [[nodiscard]] std::expected<QByteArray, DocumentFailure>

@@ -1,7 +1,7 @@
 #include "platform/linux/documents/OfficeConverter.h"
 
+#include "platform/linux/documents/DocumentCopy.h"
 #include "platform/linux/documents/GuardedFailure.h"
-#include "platform/linux/documents/GuardedProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -66,18 +66,14 @@ bool OfficeConverter::writeProfile() const {
            file.write(converterProfile.data(), converterProfile.size()) == converterProfile.size();
 }
 
-std::expected<QString, DocumentFailure>
-OfficeConverter::convert(const QString& path, const QString& format, const std::stop_token& stop) {
-    if (!m_folder.isValid() || !writeProfile()) return std::unexpected(DocumentFailure::Unreadable);
-    const ConverterTurn turn(stop);
-    if (!turn.isHeld()) return std::unexpected(DocumentFailure::Stopped);
-    const QString output = m_folder.filePath(u"out"_s);
+GuardedOutput OfficeConverter::run(const QString& copy, const QString& format,
+                                   const std::stop_token& stop) const {
     const QUrl installation = QUrl::fromLocalFile(m_folder.filePath(u"profile"_s));
-    const GuardedOutput ended = runGuarded(
+    return runGuarded(
         {.program = m_program,
          .arguments = {u"-env:UserInstallation="_s + installation.toString(), u"--headless"_s,
                        u"--norestore"_s, u"--nolockcheck"_s, u"--nodefault"_s, u"--convert-to"_s,
-                       format, u"--outdir"_s, output, path},
+                       format, u"--outdir"_s, m_folder.filePath(u"out"_s), copy},
          .inputPath = u"/dev/null"_s,
          .folder = m_folder.path(),
          .isAlone = true,
@@ -85,10 +81,24 @@ OfficeConverter::convert(const QString& path, const QString& format, const std::
          .timeLimit = conversionLimit,
          .memoryLimit = converterMemory},
         stop);
+}
+
+std::expected<QString, DocumentFailure> OfficeConverter::convert(const QString& path,
+                                                                 const QString& extension,
+                                                                 const QString& format,
+                                                                 const std::stop_token& stop) {
+    if (!m_folder.isValid() || !writeProfile()) return std::unexpected(DocumentFailure::NoRoom);
+    // Those that wait take no room yet.
+    const ConverterTurn turn(stop);
+    if (!turn.isHeld()) return std::unexpected(DocumentFailure::Stopped);
+    // A copy under a name that is taken for no option, pattern or address, and beside which nothing
+    // is left.
+    const QString copy = m_folder.filePath(u"document."_s + extension);
+    if (const auto failure = copyDocument(path, copy, stop)) return std::unexpected(*failure);
+    const GuardedOutput ended = run(copy, format, stop);
     if (const auto failure = failureOf(ended.end)) return std::unexpected(*failure);
     // It exits with 0 even where it could not read the document.
-    const QString converted =
-        output + u'/' + QFileInfo(path).completeBaseName() + u'.' + format.section(u':', 0, 0);
+    const QString converted = m_folder.filePath(u"out/document."_s + format.section(u':', 0, 0));
     if (ended.status != 0 || !QFileInfo(converted).isFile())
         return std::unexpected(DocumentFailure::Unreadable);
     return converted;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/documents/DocumentTools.h"
+#include "platform/linux/documents/GuardedProgram.h"
 
 #include <QTemporaryDir>
 
@@ -14,12 +15,16 @@ class OfficeConverter {
     explicit OfficeConverter(QString program) : m_program(std::move(program)) {}
 
     /// The path of the document in another format: a file name extension, or one with a filter as
-    /// LibreOffice writes it ("txt:Text").
-    [[nodiscard]] std::expected<QString, DocumentFailure>
-    convert(const QString& path, const QString& format, const std::stop_token& stop);
+    /// LibreOffice writes it ("txt:Text"). The kind of the document is that of the extension.
+    [[nodiscard]] std::expected<QString, DocumentFailure> convert(const QString& path,
+                                                                  const QString& extension,
+                                                                  const QString& format,
+                                                                  const std::stop_token& stop);
 
   private:
     [[nodiscard]] bool writeProfile() const;
+    [[nodiscard]] GuardedOutput run(const QString& copy, const QString& format,
+                                    const std::stop_token& stop) const;
 
     QString m_program;
     QTemporaryDir m_folder;
