@@ -46,15 +46,23 @@ TEST_F(KeyPosterTest, PressesAChordInTheProcessThatHasTheKeyboard) {
 }
 
 TEST_F(KeyPosterTest, PressesNothingForAnyOther) {
-    EXPECT_FALSE(keys.post(copyChord, editor.process + 1));
-    // What is pressed next would come after it.
-    session.key({"End"});
-    ASSERT_TRUE(keys.post(copyChord, editor.process));
-    session.key({"ctrl+a", "ctrl+c"});
-    DesktopSession::waitUntil("the copy", [&] { return isCopied(); });
-    const std::uint64_t count = pasteboard.lastChange().count;
-    EXPECT_EQ(session.selection("clipboard"), "alle Worte");
-    EXPECT_EQ(pasteboard.lastChange().count, count);
+    const Application other = openMousepad(session, "other words");
+    DesktopSession::waitUntil("the other text to be selected", [&] {
+        session.key({"ctrl+a"});
+        return session.selection("primary") == "other words";
+    });
+    const std::uint64_t before = pasteboard.lastChange().count;
+    EXPECT_FALSE(keys.post(copyChord, editor.process));
+    EXPECT_FALSE(keys.post(copyChord, 1));
+    // What is pressed next comes after a chord, in whichever of both.
+    for (const Application& application : {other, editor}) {
+        session.activate(application.window);
+        session.key({"ctrl+Home", "shift+Right"});
+        const QByteArray first = application.window == other.window ? "o" : "a";
+        DesktopSession::waitUntil("the first letter",
+                                  [&] { return session.selection("primary") == first; });
+    }
+    EXPECT_TRUE(awaited(pasteboard.write(pasteboardText("nobody wrote"), before)));
 }
 
 TEST_F(KeyPosterTest, LiftsWhatTheUserHoldsAndPutsItBack) {
