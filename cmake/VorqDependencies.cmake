@@ -12,6 +12,8 @@ pkg_check_modules(MD4C REQUIRED IMPORTED_TARGET md4c)
 # X11: hot keys, windows of other programs and their pixels, selections
 pkg_check_modules(Xcb REQUIRED IMPORTED_TARGET xcb xcb-composite xcb-ewmh xcb-keysyms xcb-randr
                   xcb-res xcb-shape xcb-shm xcb-xfixes xcb-xinput xcb-xtest)
+# which of the user's keyboard layouts is active
+pkg_check_modules(XkbCommon REQUIRED IMPORTED_TARGET xkbcommon-x11 xkbcommon)
 if(VORQ_TESTS OR VORQ_FUZZ)
   find_package(GTest REQUIRED)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Network QuickTest Test)

@@ -2,13 +2,61 @@
 
 #include "doubles/desktop/Applications.h"
 #include "doubles/desktop/ClipboardDesktop.h"
+#include "platform/linux/x11/X11Events.h"
+#include "platform/linux/x11/X11RawInput.h"
 #include "platform/linux/x11/copying/X11KeyPoster.h"
 #include "platform/linux/x11/copying/X11Pasteboard.h"
 
+#include <algorithm>
+#include <array>
+#include <ostream>
+#include <stdexcept>
+#include <vector>
+
 #include <gmock/gmock.h>
+#include <xcb/xinput.h>
+#include <xcb/xtest.h>
 
 namespace vorq::desktop {
 namespace {
+
+// The keys that go down and up from now on, whoever they are for.
+class SeenKeys {
+  public:
+    SeenKeys()
+        : m_events([this](const xcb_generic_event_t& event) { note(event); }),
+          m_opcode(rawInputOpcode(m_events.connection())) {
+        selectRawInput(m_events.connection(), XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
+                                                  XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
+        m_events.catchUp();
+    }
+
+    /// Whether no other key went down between the last press of the key and its release.
+    [[nodiscard]] bool isLastReleasedPressedAlone() {
+        m_events.catchUp();
+        if (m_keys.empty()) throw std::runtime_error("no key was seen");
+        const auto pressed = std::find_if(m_keys.rbegin(), m_keys.rend(),
+                                          [](const Key& key) { return key.isPress; });
+        return pressed != m_keys.rend() && pressed->code == m_keys.back().code;
+    }
+
+  private:
+    struct Key {
+        bool isPress = false;
+        std::uint32_t code = 0;
+    };
+
+    void note(const xcb_generic_event_t& event) {
+        if ((event.response_type & 0x7f) != XCB_GE_GENERIC) return;
+        const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
+        if (raw.extension != m_opcode) return;
+        m_keys.push_back({raw.event_type == XCB_INPUT_RAW_KEY_PRESS, raw.detail});
+    }
+
+    std::vector<Key> m_keys;
+    X11Events m_events;
+    std::uint8_t m_opcode;
+};
 
 class KeyPosterTest : public testing::Test {
   protected:
@@ -74,6 +122,61 @@ TEST_F(KeyPosterTest, LiftsWhatTheUserHoldsAndPutsItBack) {
     keysGo("keyup", {"Shift_L", "Super_L"});
     EXPECT_EQ(keys.heldModifiers(), 0U);
 }
+
+// Desktops and programs see in that a press for their overview or their menu.
+TEST_F(KeyPosterTest, LetsNoModifierThatTheUserHoldsSeemPressedAlone) {
+    for (const char* modifier : {"Super_L", "Alt_L"}) {
+        SeenKeys seen;
+        keysGo("keydown", {modifier});
+        ASSERT_TRUE(keys.post(copyChord, editor.process));
+        keysGo("keyup", {modifier});
+        EXPECT_FALSE(seen.isLastReleasedPressedAlone()) << modifier;
+    }
+    SeenKeys seen;
+    keysGo("key", {"Super_L"});
+    EXPECT_TRUE(seen.isLastReleasedPressedAlone());
+}
+
+struct SwitchedLayout {
+    const char* name;
+    QString layouts;
+    QString variants;
+};
+
+void PrintTo(const SwitchedLayout& layout, std::ostream* out) {
+    *out << layout.name;
+}
+
+class KeyPosterLayouts : public KeyPosterTest, public testing::WithParamInterface<SwitchedLayout> {
+  protected:
+    // xdotool would go back to the first layout.
+    static void pressSwitch() {
+        constexpr std::uint8_t menuKey = 135;
+        const X11Connection user;
+        for (const std::uint8_t kind : std::array<std::uint8_t, 2>{XCB_KEY_PRESS, XCB_KEY_RELEASE})
+            xcb_test_fake_input(user.get(), kind, menuKey, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+        // Makes sure that it is done.
+        (void)user.atom("CLIPBOARD");
+    }
+};
+
+// What users press goes by the layout that they have switched to last.
+TEST_P(KeyPosterLayouts, PressesTheLetterOfTheLayoutThatIsActive) {
+    const auto& [name, layouts, variants] = GetParam();
+    run("setxkbmap", "x11-xkb-utils",
+        {"-layout", layouts, "-variant", variants, "-option", "grp:menu_toggle"},
+        session.environment());
+    for (qsizetype switches = layouts.count(u','); switches > 0; --switches)
+        pressSwitch();
+    ASSERT_TRUE(keys.post(copyChord, editor.process));
+    DesktopSession::waitUntil("the copy", [&] { return isCopied(); });
+}
+
+INSTANTIATE_TEST_SUITE_P(KeyPoster, KeyPosterLayouts,
+                         testing::Values(SwitchedLayout{"second", "us,us", ",dvorak"},
+                                         SwitchedLayout{"third", "us,ru,us", ",,dvorak"},
+                                         SwitchedLayout{"cyrillic", "us,ru", ","}),
+                         testing::PrintToStringParamName());
 
 TEST_F(KeyPosterTest, KnowsWhetherTheUserPressedAnythingSince) {
     ASSERT_TRUE(keys.post(copyChord, editor.process));

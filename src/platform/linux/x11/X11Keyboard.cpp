@@ -100,6 +100,16 @@ std::optional<X11Keyboard::KeyCode> X11Keyboard::keyTyping(KeySym symbol) const 
     return std::nullopt;
 }
 
+std::optional<X11Keyboard::KeyCode> X11Keyboard::keyTypingNothing() const {
+    for (std::size_t index = 0; index < m_symbols.size(); ++index) {
+        const auto key = static_cast<KeyCode>(m_first + index);
+        const bool isSilent =
+            std::ranges::all_of(m_symbols[index], [](KeySym symbol) { return symbol == 0; });
+        if (isSilent && std::ranges::find(m_modifierKeys, key) == m_modifierKeys.end()) return key;
+    }
+    return std::nullopt;
+}
+
 std::vector<X11Keyboard::ModifierMask> X11Keyboard::lockStates() const {
     std::vector<ModifierMask> states{0};
     for (const ModifierMask lock : m_locks) {

@@ -25,6 +25,9 @@ class X11Keyboard {
     /// A key that types a symbol in whatever layout.
     [[nodiscard]] std::optional<KeyCode> keyTyping(KeySym symbol) const;
 
+    /// A key that types and modifies nothing.
+    [[nodiscard]] std::optional<KeyCode> keyTypingNothing() const;
+
     /// The keys that are held to modify others, so not those of locks.
     [[nodiscard]] const std::vector<KeyCode>& modifierKeys() const { return m_modifierKeys; }
 

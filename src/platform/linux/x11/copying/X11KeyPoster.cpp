@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/X11RawInput.h"
 #include "platform/linux/x11/X11Reply.h"
+#include "platform/linux/x11/copying/X11ActiveLayout.h"
 
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
@@ -24,11 +25,28 @@ bool offersTestExtension(const X11Connection& x11) {
     return extension != nullptr && extension->present != 0;
 }
 
-std::optional<X11Keyboard::KeyCode> keyOfChord(KeyChord::Key key, const X11Keyboard& keyboard) {
-    if (key == KeyChord::Key::Insert) return keyboard.keyTyping(insertKey);
-    const char letter = key == KeyChord::Key::C ? 'C' : key == KeyChord::Key::V ? 'V' : 'Z';
+// Programs take a chord by the letter of the active layout. Where that has no Latin letters, they
+// look into the others.
+std::optional<X11Keyboard::KeyCode> keyOfLetter(char letter, const X11Keyboard& keyboard,
+                                                const X11ActiveLayout& layout) {
+    if (const auto key = layout.keyOf(letter)) return key;
     const auto keys = keyboard.keysOf(letter);
     return keys.empty() ? std::nullopt : std::optional(keys.front());
+}
+
+std::optional<X11Keyboard::KeyCode> keyOfChord(KeyChord::Key key, const X11Keyboard& keyboard,
+                                               const X11ActiveLayout& layout) {
+    switch (key) {
+    case KeyChord::Key::C:
+        return keyOfLetter('C', keyboard, layout);
+    case KeyChord::Key::V:
+        return keyOfLetter('V', keyboard, layout);
+    case KeyChord::Key::Z:
+        return keyOfLetter('Z', keyboard, layout);
+    case KeyChord::Key::Insert:
+        return keyboard.keyTyping(insertKey);
+    }
+    return std::nullopt;
 }
 
 // While it is held, nobody else's requests are dealt with.
@@ -84,7 +102,7 @@ bool X11KeyPoster::hasKeyboard(ProcessId process) const {
 X11KeyPoster::KeyCodes X11KeyPoster::keysOf(KeyChord chord, const X11Keyboard& keyboard) const {
     std::vector<std::optional<KeyCode>> wanted{keyboard.keyTyping(leftControl)};
     if (chord.hasShift) wanted.push_back(keyboard.keyTyping(leftShift));
-    wanted.push_back(keyOfChord(chord.key, keyboard));
+    wanted.push_back(keyOfChord(chord.key, keyboard, X11ActiveLayout(m_x11.get())));
     KeyCodes keys;
     for (const std::optional<KeyCode>& key : wanted) {
         if (!key) return {};
@@ -116,12 +134,21 @@ void X11KeyPoster::settle() const {
         xcb_get_input_focus_reply(m_x11.get(), xcb_get_input_focus(m_x11.get()), nullptr));
 }
 
+// Super that goes down and up with no key between opens the overview of many desktops, and Alt the
+// menu of many programs; so one is pressed that types nothing.
+void X11KeyPoster::putBack(const KeyCodes& lifted, const X11Keyboard& keyboard) const {
+    std::ranges::for_each(lifted, [this](KeyCode key) { press(key); });
+    const std::optional<KeyCode> silent = keyboard.keyTypingNothing();
+    if (lifted.empty() || !silent) return;
+    press(*silent);
+    release(*silent);
+}
+
 bool X11KeyPoster::post(KeyChord chord, ProcessId target) {
     if (!supported()) return false;
     const X11Keyboard keyboard(m_x11.get());
-    KeyCodes keys = keysOf(chord, keyboard);
-    const auto letter = keyOfChord(chord.key, keyboard);
-    if (keys.empty() || !letter) return false;
+    const KeyCodes keys = keysOf(chord, keyboard);
+    if (keys.empty()) return false;
     {
         // The window that has the keyboard must still have it when the keys come.
         const HeldServer held(m_x11);
@@ -129,12 +156,12 @@ bool X11KeyPoster::post(KeyChord chord, ProcessId target) {
         const KeyCodes lifted = heldOf(keyboard.modifierKeys());
         std::ranges::for_each(lifted, [this](KeyCode key) { release(key); });
         // A letter that is held down is pressed by nobody a second time.
-        for (const KeyCode key : heldOf({*letter}))
+        for (const KeyCode key : heldOf({keys.back()}))
             release(key);
         std::ranges::for_each(keys, [this](KeyCode key) { press(key); });
         for (const KeyCode key : keys | std::views::reverse)
             release(key);
-        std::ranges::for_each(lifted, [this](KeyCode key) { press(key); });
+        putBack(lifted, keyboard);
     }
     settle();
     m_watch = std::make_unique<X11InputWatch>();

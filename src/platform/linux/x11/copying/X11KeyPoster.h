@@ -30,6 +30,7 @@ class X11KeyPoster final : public KeyPoster {
     [[nodiscard]] KeyCodes heldOf(const KeyCodes& keys) const;
     void press(KeyCode key) const;
     void release(KeyCode key) const;
+    void putBack(const KeyCodes& lifted, const X11Keyboard& keyboard) const;
     void settle() const;
 
     X11Connection m_x11;
