@@ -3,6 +3,7 @@
 #include "doubles/desktop/DesktopSession.h"
 #include "platform/linux/x11/X11Connection.h"
 
+#include <QElapsedTimer>
 #include <QRect>
 
 #include <xcb/xcb.h>
@@ -12,6 +13,18 @@
 #include <stdexcept>
 
 namespace vorq::desktop {
+
+namespace {
+
+// Openbox may sleep over a new window that it was told of while it waited for the server's answer
+// to something else. Any event has it look.
+void wakeWindowManager(const X11Connection& x11) {
+    xcb_change_property(x11.get(), XCB_PROP_MODE_REPLACE, x11.root(), x11.atom("VORQ_TEST_WAKE"),
+                        XCB_ATOM_INTEGER, 32, 0, nullptr);
+    xcb_flush(x11.get());
+}
+
+} // namespace
 
 std::vector<DesktopSession::Window> DesktopSession::windows() const {
     return m_x11->numbers(m_x11->root(), m_x11->atom("_NET_CLIENT_LIST_STACKING"));
@@ -34,9 +47,16 @@ QString DesktopSession::classOf(Window window) const {
 DesktopSession::Window DesktopSession::waitForWindow(const QString& windowClass,
                                                      std::chrono::seconds limit) const {
     Window found = 0;
+    QElapsedTimer sinceWake;
+    sinceWake.start();
     const auto isThere = [&] {
         for (const Window window : windows())
             if (classOf(window).contains(windowClass, Qt::CaseInsensitive)) found = window;
+        constexpr qint64 second = 1000;
+        if (found == 0 && sinceWake.hasExpired(second)) {
+            wakeWindowManager(*m_x11);
+            sinceWake.start();
+        }
         return found != 0;
     };
     try {
