@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <vector>
 
 namespace vorq::gateway {
 namespace {
@@ -24,7 +26,7 @@ int RateLimiter::secondsToWait(const std::string& key) const {
 
 void RateLimiter::spend(const std::string& key) {
     const std::scoped_lock lock(m_mutex);
-    if (m_buckets.size() >= kMostKeys && !m_buckets.contains(key)) forgetFullBuckets();
+    if (m_buckets.size() >= kMostKeys && !m_buckets.contains(key)) makeRoom();
     Bucket& bucket =
         m_buckets.try_emplace(key, Bucket{m_perMinute, m_clock.uptimeMs()}).first->second;
     bucket.allowance = std::max(0.0, allowance(bucket) - 1);
@@ -41,10 +43,18 @@ double RateLimiter::allowance(const Bucket& bucket) const {
     return std::min(m_perMinute, bucket.allowance + passed * m_perMinute / kMsPerMinute);
 }
 
-void RateLimiter::forgetFullBuckets() {
-    std::erase_if(m_buckets,
-                  [this](const auto& entry) { return allowance(entry.second) >= m_perMinute; });
-    if (m_buckets.size() >= kMostKeys) m_buckets.clear();
+/// Those that have to wait stay the longest: many keys made up for the purpose free none of them.
+void RateLimiter::makeRoom() {
+    std::vector<double> allowances;
+    for (const auto& [key, bucket] : m_buckets)
+        allowances.push_back(allowance(bucket));
+    const auto middle = allowances.begin() + static_cast<std::ptrdiff_t>(allowances.size() / 2);
+    std::ranges::nth_element(allowances, middle);
+    const double enough = *middle;
+    std::size_t dropped = 0;
+    std::erase_if(m_buckets, [&](const auto& entry) {
+        return allowance(entry.second) >= enough && ++dropped <= kMostKeys / 2;
+    });
 }
 
 } // namespace vorq::gateway

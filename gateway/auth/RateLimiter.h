@@ -28,7 +28,7 @@ class RateLimiter {
         std::int64_t updatedMs = 0; ///< uptime
     };
     [[nodiscard]] double allowance(const Bucket& bucket) const;
-    void forgetFullBuckets();
+    void makeRoom();
 
     const Clock& m_clock;
     double m_perMinute;

@@ -63,5 +63,15 @@ TEST(RateLimiterTest, RemembersABoundedNumberOfKeys) {
     EXPECT_LE(limiter.trackedKeys(), 4096U);
 }
 
+TEST(RateLimiterTest, KeysMadeUpForThePurposeFreeNoneThatHasToWait) {
+    const ManualClock clock;
+    RateLimiter limiter(clock, 2);
+    for (int i = 0; i < 2; ++i)
+        limiter.spend("locked");
+    for (int i = 0; i < 20'000; ++i)
+        limiter.spend("key " + std::to_string(i));
+    EXPECT_GT(limiter.secondsToWait("locked"), 0);
+}
+
 } // namespace
 } // namespace vorq::gateway::testing
