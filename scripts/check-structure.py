@@ -101,8 +101,11 @@ GATEWAY_ROOMS = {
     "engine/embedded": ["engine/embedded/search"],
     "auth": ["storage"],
     "provider": ["engine"],
-    "http": ["provider", "auth"],
-    "cli": ["http", "engine/embedded"],
+    "pages": ["auth"],
+    "settings": ["provider"],
+    "http": ["provider", "pages"],
+    "web": ["http", "settings"],
+    "cli": ["web", "engine/embedded"],
 }
 TREES = {"src": SOURCE_ROOMS, "gateway": GATEWAY_ROOMS}
 

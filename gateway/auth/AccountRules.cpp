@@ -16,10 +16,11 @@ constexpr std::size_t kLongestEmail = 254;
 constexpr std::size_t kShortestPassword = 8;
 constexpr std::size_t kLongestPassword = 1024;
 
-std::string checkedField(const std::string& value, std::string_view name) {
+std::string checkedField(const std::string& value, std::string_view name,
+                         const std::string& field) {
     const std::string_view text = trimmed(value);
     if (text.size() > kLongestField) {
-        throw ApiError(400, filled("The {} is too long.", name));
+        throw ApiError(400, filled("The {} is too long.", name), field);
     }
     return std::string(trimmed(sanitized(text)));
 }
@@ -67,38 +68,53 @@ Account newLocalAccount(const std::string& loginName) {
 }
 
 void applyProfile(Account& account, const ProfileChange& change) {
-    if (change.firstName) account.firstName = checkedField(*change.firstName, "first name");
-    if (change.lastName) account.lastName = checkedField(*change.lastName, "last name");
-    if (change.useCase) account.useCase = checkedField(*change.useCase, "use case");
+    if (change.firstName)
+        account.firstName = checkedField(*change.firstName, "first name", "firstName");
+    if (change.lastName) account.lastName = checkedField(*change.lastName, "last name", "lastName");
+    if (change.useCase) account.useCase = checkedField(*change.useCase, "use case", "useCase");
     if (change.preferredModel) {
-        account.preferredModel = checkedField(*change.preferredModel, "model");
+        account.preferredModel = checkedField(*change.preferredModel, "model", "preferredModel");
     }
     if (!change.username) return;
     const std::string username = canonicalUsername(*change.username);
     if (!isUsername(username)) {
-        throw ApiError(400, "A username has letters, digits, points, hyphens and underscores only, "
-                            "at most 64 of them.");
+        throw ApiError(400,
+                       "A username has letters, digits, points, hyphens and underscores only, "
+                       "at most 64 of them.",
+                       "username");
     }
     account.username = username;
 }
 
+std::string checkedEmail(const std::string& email) {
+    std::string checked = lowered(trimmed(email));
+    if (!isEmail(checked)) throw ApiError(400, "That is not an email address.", "email");
+    return checked;
+}
+
+void checkNewPassword(const std::string& password, const std::string& field) {
+    if (characterCount(password) < kShortestPassword) {
+        throw ApiError(400, "New password must be at least 8 characters.", field);
+    }
+    if (password.size() > kLongestPassword) {
+        throw ApiError(400, "The password is too long.", field);
+    }
+}
+
 PrivacyChange checkedPrivacy(const PrivacyChange& change) {
     PrivacyChange checked = change;
-    checked.email = lowered(trimmed(change.email));
-    if (change.currentPassword.empty()) throw ApiError(400, "Current password is required.");
+    checked.email = trimmed(change.email);
+    if (change.currentPassword.empty()) {
+        throw ApiError(400, "Current password is required.", "currentPassword");
+    }
     if (checked.email.empty() && change.newPassword.empty()) {
-        throw ApiError(400, "Enter a new email and/or a new password.");
+        throw ApiError(400, "Enter a new email and/or a new password.", "email");
     }
-    if (!change.newPassword.empty() && characterCount(change.newPassword) < kShortestPassword) {
-        throw ApiError(400, "New password must be at least 8 characters.");
+    if (!change.newPassword.empty()) checkNewPassword(change.newPassword, "newPassword");
+    if (change.currentPassword.size() > kLongestPassword) {
+        throw ApiError(400, "The password is too long.", "currentPassword");
     }
-    if (change.newPassword.size() > kLongestPassword ||
-        change.currentPassword.size() > kLongestPassword) {
-        throw ApiError(400, "The password is too long.");
-    }
-    if (!checked.email.empty() && !isEmail(checked.email)) {
-        throw ApiError(400, "That is not an email address.");
-    }
+    if (!checked.email.empty()) checked.email = checkedEmail(checked.email);
     return checked;
 }
 

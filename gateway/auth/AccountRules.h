@@ -7,12 +7,17 @@
 
 namespace vorq::gateway {
 
-/// What an account may hold. Refusals are ApiError with status 400.
+/// What an account may hold. Refusals are ApiError with status 400 and the field's name.
 
 /// The account of this computer's user as it is first made.
 [[nodiscard]] Account newLocalAccount(const std::string& loginName);
 
 void applyProfile(Account& account, const ProfileChange& change);
+
+/// The address in canonical form.
+[[nodiscard]] std::string checkedEmail(const std::string& email);
+/// Throws for one that is too short or too long to be chosen.
+void checkNewPassword(const std::string& password, const std::string& field);
 
 /// The change with its address in canonical form.
 [[nodiscard]] PrivacyChange checkedPrivacy(const PrivacyChange& change);

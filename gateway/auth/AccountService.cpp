@@ -1,6 +1,9 @@
 #include "auth/AccountService.h"
 
 #include "auth/AccountRules.h"
+#include "auth/LocalAccount.h"
+#include "storage/ResetTable.h"
+#include "storage/SignInTable.h"
 #include "support/ApiError.h"
 #include "support/Secrets.h"
 
@@ -11,7 +14,6 @@ namespace vorq::gateway {
 namespace {
 
 constexpr std::int64_t kSecond = 1000;
-constexpr std::int64_t kHandoffLife = 5 * 60 * kSecond;
 constexpr std::int64_t kAccessLife = 60 * 60 * kSecond;
 constexpr std::int64_t kRefreshLife = 60 * 24 * 60 * 60 * kSecond;
 
@@ -33,26 +35,16 @@ AccountService::AccountService(Database database, const Clock& clock)
 AccountService::AccountService(Database database, const Clock& clock, Options options)
     : m_database(std::move(database), std::move(options.reopen)),
       m_clock(clock),
-      m_passwordAttempts(clock, options.wrongPasswordsPerMinute) {
+      m_passwords(clock, options.wrongPasswordsPerMinute) {
     auto turn = m_database.write();
     TokenTable(turn.database()).dropExpired(m_clock.nowMs());
     turn.commit();
 }
 
-Account AccountService::localAccount(Database& database, const std::string& loginName) const {
-    AccountTable accounts(database);
-    if (std::optional<Account> found = accounts.local()) return *found;
-    Account account = newLocalAccount(loginName);
-    if (accounts.usernameTaken(account.username, 0)) account.username.clear();
-    accounts.insert(account, m_clock.nowMs());
-    return account;
-}
-
 std::string AccountService::createHandoff(const std::string& loginName) {
     auto turn = m_database.write();
-    const Account account = localAccount(turn.database(), loginName);
-    const std::string code = randomSecret();
-    TokenTable(turn.database()).addHandoff(code, account.id, m_clock.nowMs() + kHandoffLife);
+    const Account account = localAccount(turn.database(), loginName, m_clock.nowMs());
+    std::string code = addHandoff(turn.database(), account.id, m_clock.nowMs());
     turn.commit();
     return code;
 }
@@ -73,18 +65,20 @@ Session AccountService::issue(Database& database, const Account& account,
     return session;
 }
 
-Session AccountService::exchangeHandoff(const std::string& code) {
+Session AccountService::exchangeHandoff(const std::string& code, const std::string& address) {
     auto turn = m_database.write();
     TokenTable tokens(turn.database());
     const std::int64_t now = m_clock.nowMs();
-    const std::optional<std::int64_t> accountId = tokens.takeHandoff(code, now);
+    const std::optional<std::int64_t> accountId = tokens.takeHandoff(code, now, kHandoffLifeMs);
     const std::optional<Account> account =
         accountId ? AccountTable(turn.database()).byId(*accountId) : std::nullopt;
     if (!account) {
         turn.commit(); // An expired code is gone as well.
         throw ApiError(400, "This sign-in link has expired or was already used. Sign in again.");
     }
-    Session session = issue(turn.database(), *account, tokens.startFamily(account->id, now));
+    const SignInOrigin origin{.address = address};
+    Session session =
+        issue(turn.database(), *account, tokens.startFamily(account->id, origin, now));
     turn.commit();
     return session;
 }
@@ -123,6 +117,7 @@ Session AccountService::refresh(const std::string& refreshToken) {
     TokenTable(database).confirm(family, row->age.generation);
     // Older access tokens run out by themselves: a stream may be under way with one.
     Session session = issue(database, *account, family);
+    SignInTable(database).noteUse(family, m_clock.nowMs());
     turn.commit();
     m_grace.begin(family, row->age.generation);
     return session;
@@ -200,7 +195,7 @@ Session AccountService::updateProfile(const Identity& identity, const ProfileCha
     if (!account) throw sessionExpired();
     applyProfile(*account, change);
     if (accounts.usernameTaken(account->username, account->id)) {
-        throw ApiError(409, "That username is taken. Choose another one.");
+        throw ApiError(409, "That username is taken. Choose another one.", "username");
     }
     accounts.update(*account);
     turn.commit();
@@ -211,19 +206,15 @@ Session AccountService::updateProfile(const Identity& identity, const ProfileCha
 /// so outside the lock of the database.
 std::optional<std::string> AccountService::checkedHash(const Identity& identity,
                                                        const PrivacyChange& change) {
-    const std::scoped_lock lock(m_hashing);
-    const auto& [owner, account, token, address] = identity;
+    const Account& account = identity.account;
     // Without a stored password there is nothing to compare: the bearer token alone proves who
     // asks.
-    if (account.passwordHash) {
-        m_passwordAttempts.check(account.id, address);
-        if (!passwordMatches(*account.passwordHash, change.currentPassword)) {
-            m_passwordAttempts.noteWrong(account.id, address);
-            throw ApiError(403, "The current password is not right.");
-        }
+    const PasswordAttempt attempt{account.email, change.currentPassword, identity.address};
+    if (account.passwordHash && !m_passwords.isRight(attempt, account.passwordHash)) {
+        throw ApiError(403, "The current password is not right.", "currentPassword");
     }
     if (change.newPassword.empty()) return std::nullopt;
-    return hashOfPassword(change.newPassword);
+    return m_passwords.hash(change.newPassword);
 }
 
 Session AccountService::updatePrivacy(const Identity& identity, const PrivacyChange& requested) {
@@ -239,13 +230,14 @@ Session AccountService::updatePrivacy(const Identity& identity, const PrivacyCha
     }
     if (!change.email.empty()) {
         if (accounts.emailTaken(change.email, account->id)) {
-            throw ApiError(409, "Another account uses that email address.");
+            throw ApiError(409, "Another account uses that email address.", "email");
         }
         account->email = change.email;
     }
     if (newHash) {
         account->passwordHash = newHash;
         TokenTable(turn.database()).dropOtherFamilies(identity.owner);
+        ResetTable(turn.database()).dropOf(account->id);
     }
     accounts.update(*account);
     turn.commit();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "auth/PasswordAttempts.h"
+#include "auth/PasswordGuard.h"
 #include "auth/RefreshGrace.h"
 #include "auth/Session.h"
 #include "storage/AccountTable.h"
@@ -57,7 +57,8 @@ class AccountService {
 
     /// A fresh one-time code for this computer's account, which is made on first use.
     [[nodiscard]] std::string createHandoff(const std::string& loginName);
-    [[nodiscard]] Session exchangeHandoff(const std::string& code);
+    /// The program that brings the code is signed in; `address` is where it is.
+    [[nodiscard]] Session exchangeHandoff(const std::string& code, const std::string& address = {});
     /// Trades a refresh token for a new pair, once. While nothing of that pair was used, its answer
     /// may have been lost: the token that comes again is refused with 409 for ten seconds, in which
     /// the answer may still arrive, and then good for another pair, in place of the first. One that
@@ -70,6 +71,10 @@ class AccountService {
     [[nodiscard]] Session updateProfile(const Identity& identity, const ProfileChange& change);
     [[nodiscard]] Session updatePrivacy(const Identity& identity, const PrivacyChange& change);
 
+    /// What the services beside this one share with it.
+    [[nodiscard]] SharedDatabase& database() { return m_database; }
+    [[nodiscard]] PasswordGuard& passwords() { return m_passwords; }
+
   private:
     /// A token that holds, and its account.
     struct Bearer {
@@ -77,7 +82,6 @@ class AccountService {
         Account account;
     };
 
-    [[nodiscard]] Account localAccount(Database& database, const std::string& loginName) const;
     [[nodiscard]] std::optional<std::string> checkedHash(const Identity& identity,
                                                          const PrivacyChange& change);
     /// The row of a token that may be traded now; nothing if it shows a theft, which has ended the
@@ -100,9 +104,7 @@ class AccountService {
     std::unordered_map<std::int64_t, std::int64_t> m_unwrittenConfirmations;
     /// A thread writes them.
     std::atomic<bool> m_isConfirming = false;
-    /// Hashing a password takes much memory on purpose, so it is done one at a time.
-    std::mutex m_hashing;
-    PasswordAttempts m_passwordAttempts;
+    PasswordGuard m_passwords;
 };
 
 } // namespace vorq::gateway

@@ -11,8 +11,15 @@ namespace {
 
 using Verb = CommandLine::Verb;
 
+Verb verbOf(const std::string& name) {
+    if (name == "serve") return Verb::Serve;
+    if (name == "handoff") return Verb::Handoff;
+    return name == "reset-link" ? Verb::ResetLink : Verb::Version;
+}
+
 void apply(CommandLine& line, const GivenOption& option) {
     if (option.name == "--data") line.dataFolder = option.value;
+    if (option.name == "--email") line.email = option.value;
     if (option.name == "--host") line.host = option.value;
     if (option.name == "--config") line.configFile = option.value;
     if (option.name == "--port") line.port = option.number;
@@ -24,7 +31,8 @@ void apply(CommandLine& line, const GivenOption& option) {
 
 std::expected<CommandLine, std::string>
 parseCommandLine(const std::vector<std::string>& arguments) {
-    if (arguments.empty()) return std::unexpected("Tell me what to do: serve or handoff.");
+    if (arguments.empty())
+        return std::unexpected("Tell me what to do: serve, handoff or reset-link.");
     const std::string& name = arguments.front();
     CommandRow row{.name = name, .help = "", .options = {}};
     const auto command = std::ranges::find(commandPage().rows, name, &CommandRow::name);
@@ -37,7 +45,7 @@ parseCommandLine(const std::vector<std::string>& arguments) {
     if (!parsed) return std::unexpected(parsed.error());
     CommandLine line;
     if (parsed->wantsHelp || isHelpOption(name)) return line;
-    line.verb = name == "serve" ? Verb::Serve : name == "handoff" ? Verb::Handoff : Verb::Version;
+    line.verb = verbOf(name);
     for (const GivenOption& option : parsed->options)
         apply(line, option);
     return line;

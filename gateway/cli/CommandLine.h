@@ -11,13 +11,15 @@ namespace vorq::gateway {
 
 /// What the user typed.
 struct CommandLine {
-    enum class Verb { Serve, Handoff, Help, Version };
+    enum class Verb { Serve, Handoff, ResetLink, Help, Version };
     Verb verb = Verb::Help;
     std::string host = "127.0.0.1";
     int port = 8787;
     std::optional<std::filesystem::path> dataFolder;
     std::optional<std::filesystem::path> configFile;
     std::chrono::milliseconds streamDelay{30};
+    /// Of the account whose password is forgotten; empty for this computer's.
+    std::string email;
 };
 
 /// Reads the arguments behind the program's name; else a sentence about what is wrong with them.

@@ -13,23 +13,32 @@ constexpr OptionRow kDataOption{.name = "--data",
                                 .help = "where accounts are kept ($XDG_DATA_HOME/Vorq)",
                                 .namesFile = true};
 
+constexpr OptionRow kHostOption{
+    .name = "--host", .value = "HOST", .help = "address to listen on (127.0.0.1)"};
+constexpr OptionRow kPortOption{.name = "--port",
+                                .value = "PORT",
+                                .help = "port to listen on (8787); 0 takes a free one",
+                                .largest = kLargestPort};
+constexpr OptionRow kConfigOption{.name = "--config",
+                                  .value = "FILE",
+                                  .help = "settings ($XDG_CONFIG_HOME/Vorq/gateway.json)",
+                                  .namesFile = true};
+constexpr OptionRow kDelayOption{.name = "--stream-delay",
+                                 .value = "MS",
+                                 .help =
+                                     "pause between two steps of a reply made without a model (30)",
+                                 .largest = kLongestDelayMs};
+constexpr OptionRow kEmailOption{
+    .name = "--email", .value = "EMAIL", .help = "address of the account (this computer's own)"};
+
 constexpr std::array kServeOptions = {
-    OptionRow{.name = "--host", .value = "HOST", .help = "address to listen on (127.0.0.1)"},
-    OptionRow{.name = "--port",
-              .value = "PORT",
-              .help = "port to listen on (8787); 0 takes a free one",
-              .largest = kLargestPort},
-    kDataOption,
-    OptionRow{.name = "--config",
-              .value = "FILE",
-              .help = "settings ($XDG_CONFIG_HOME/Vorq/gateway.json)",
-              .namesFile = true},
-    OptionRow{.name = "--stream-delay",
-              .value = "MS",
-              .help = "pause between two steps of a reply made without a model (30)",
-              .largest = kLongestDelayMs},
+    kHostOption, kPortOption, kDataOption, kConfigOption, kDelayOption,
 };
 constexpr std::array kHandoffOptions = {kDataOption};
+constexpr std::array kResetOptions = {kEmailOption, kHostOption, kPortOption, kDataOption};
+
+constexpr std::array kAllOptions = {kHostOption, kPortOption,   kEmailOption,
+                                    kDataOption, kConfigOption, kDelayOption};
 
 constexpr std::array kCommands = {
     CommandRow{.name = "serve",
@@ -39,13 +48,16 @@ constexpr std::array kCommands = {
                .help =
                    "prints a vorq:// address that signs Vorq in to this computer's account, once",
                .options = kHandoffOptions},
+    CommandRow{.name = "reset-link",
+               .help = "prints the address of a page that sets a new password, once",
+               .options = kResetOptions},
 };
 
 constexpr CommandPage kPage = {
     .program = "vorq-gateway",
     .summary = "the backend of Vorq, on this computer.",
     .rows = kCommands,
-    .options = kServeOptions,
+    .options = kAllOptions,
     .remarks =
         "Without a provider, replies are made from the words of the text alone. Name one in the "
         "settings\n"

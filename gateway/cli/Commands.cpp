@@ -1,16 +1,18 @@
 #include "cli/Commands.h"
 
 #include "auth/AccountService.h"
-#include "cli/Settings.h"
+#include "engine/EngineSwitch.h"
 #include "engine/embedded/EmbeddedEngine.h"
 #include "http/AiRoutes.h"
 #include "http/AuthRoutes.h"
 #include "http/GatewayServer.h"
 #include "provider/ProviderEngine.h"
+#include "settings/Settings.h"
 #include "storage/StateFile.h"
 #include "support/Filled.h"
 #include "support/ProcessLimits.h"
 #include "support/Secrets.h"
+#include "web/Site.h"
 
 #include <pthread.h>
 #include <pwd.h>
@@ -89,9 +91,18 @@ std::size_t mostConnections() {
                                    GatewayServer::kMostConnections);
 }
 
-std::unique_ptr<Engine> makeEngine(const Settings& settings, const CommandLine& line) {
-    if (settings.provider) return std::make_unique<ProviderEngine>(*settings.provider);
-    return std::make_unique<EmbeddedEngine>(line.streamDelay);
+std::shared_ptr<Engine> makeEngine(const std::optional<ProviderConfig>& provider,
+                                   const CommandLine& line) {
+    if (provider) return std::make_shared<ProviderEngine>(*provider);
+    return std::make_shared<EmbeddedEngine>(line.streamDelay);
+}
+
+std::string siteAddress(const std::string& host, int port) {
+    return filled("http://{}:{}", host.contains(':') ? "[" + host + "]" : host, port);
+}
+
+std::string resetAddress(const std::string& site, const PasswordReset::Code& code) {
+    return filled("{}/reset.html?code={}", site, code.secret);
 }
 
 } // namespace
@@ -101,22 +112,38 @@ int runServe(const CommandLine& line) {
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
     boundHeap();
-    const Settings settings = readSettings(
-        line.configFile.value_or(defaultSettingsFile(processEnvironment)), processEnvironment);
+    const std::filesystem::path settingsFile =
+        line.configFile.value_or(defaultSettingsFile(processEnvironment));
+    const Settings settings = readSettings(settingsFile, processEnvironment);
     for (const std::string& notice : settings.notices)
         say(stderr, "vorq-gateway: " + notice);
     const SystemClock clock;
     AccountService accounts(openDatabase(line), clock,
                             {.wrongPasswordsPerMinute = settings.wrongPasswordsPerMinute,
                              .reopen = [&line] { return reopenDatabase(line); }});
-    const std::unique_ptr<Engine> engine = makeEngine(settings, line);
+    EngineSwitch engine(makeEngine(settings.provider, line));
     RequestRouter router(accounts, RequestGuard(line.host, settings.trustedProxies));
     addAuthRoutes(router, accounts);
-    addAiRoutes(router, *engine);
+    addAiRoutes(router, engine);
+    WebAccounts web(accounts, clock);
+    PasswordReset resets(accounts, clock);
+    ProviderDesk provider(settingsFile, processEnvironment,
+                          [&](const auto& config) { engine.use(makeEngine(config, line)); });
+    std::string address;
+    const Site site{.accounts = accounts,
+                    .web = web,
+                    .resets = resets,
+                    .provider = provider,
+                    .loginName = loginName(),
+                    .isSignUpOpen = settings.openSignUp,
+                    .tellReset = [&address](const PasswordReset::Code& code) {
+                        say(stdout, filled("To set a new password for {}: {}", code.email,
+                                           resetAddress(address, code)));
+                    }};
+    addPages(router, site);
     GatewayServer server(router, mostConnections());
-    const int port = server.bind(line.host, line.port);
-    say(stdout, filled("vorq-gateway listening on http://{}:{}",
-                       line.host.contains(':') ? "[" + line.host + "]" : line.host, port));
+    address = siteAddress(line.host, server.bind(line.host, line.port));
+    say(stdout, "vorq-gateway listening on " + address);
     serveUntilSignal(server, signals);
     return 0;
 }
@@ -125,6 +152,15 @@ int runHandoff(const CommandLine& line) {
     const SystemClock clock;
     AccountService accounts(openDatabase(line), clock);
     say(stdout, "vorq://auth/callback?handoff=" + accounts.createHandoff(loginName()));
+    return 0;
+}
+
+int runResetLink(const CommandLine& line) {
+    const SystemClock clock;
+    AccountService accounts(openDatabase(line), clock);
+    PasswordReset resets(accounts, clock);
+    const PasswordReset::Code code = resets.createFor(line.email, loginName());
+    say(stdout, resetAddress(siteAddress(line.host, line.port), code));
     return 0;
 }
 

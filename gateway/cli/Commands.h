@@ -11,4 +11,7 @@ namespace vorq::gateway {
 /// Prints a one-time sign-in address. Works whether or not a server runs.
 [[nodiscard]] int runHandoff(const CommandLine& line);
 
+/// Prints the address of a page where a new password is set. Works whether or not a server runs.
+[[nodiscard]] int runResetLink(const CommandLine& line);
+
 } // namespace vorq::gateway

@@ -17,6 +17,8 @@ int run(const CommandLine& line) {
         return vorq::gateway::runServe(line);
     case CommandLine::Verb::Handoff:
         return vorq::gateway::runHandoff(line);
+    case CommandLine::Verb::ResetLink:
+        return vorq::gateway::runResetLink(line);
     case CommandLine::Verb::Help:
         std::fputs(vorq::gateway::usage().c_str(), stdout);
         return 0;

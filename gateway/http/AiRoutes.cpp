@@ -106,7 +106,7 @@ void addAiRoutes(RequestRouter& router, Engine& engine) {
         router.add(path, {.handler = std::move(handler),
                           .needsToken = true,
                           .startsReply = true,
-                          .computes = engine.computes()});
+                          .computes = [&engine] { return engine.computes(); }});
     };
     add("/ai/prompt", [&engine](const ApiCall& call) {
         const PromptRequest request = promptRequest(call);

@@ -39,7 +39,7 @@ void addAuthRoutes(RequestRouter& router, AccountService& accounts) {
         return reply(accounts.refresh(secretIn(call, "refreshToken")));
     });
     add("/auth/mac-handoff/exchange", false, [&accounts](const ApiCall& call) {
-        return reply(accounts.exchangeHandoff(secretIn(call, "code")));
+        return reply(accounts.exchangeHandoff(secretIn(call, "code"), call.sender));
     });
     add("/auth/sign-out", true, [&accounts](const ApiCall& call) {
         return reply(accounts.signOut(call.identity.value()));
@@ -54,7 +54,7 @@ void addAuthRoutes(RequestRouter& router, AccountService& accounts) {
                                              call.identity.value(), privacyChange(call.body)));
                                      },
                                  .needsToken = true,
-                                 .computes = true});
+                                 .hashes = true});
 }
 
 } // namespace vorq::gateway

@@ -1,6 +1,7 @@
 #include "http/HttpConnection.h"
 
 #include "http/JsonText.h"
+#include "http/ResponseHead.h"
 #include "http/RopeAllocator.h"
 #include "support/ApiError.h"
 #include "support/Cancellation.h"
@@ -43,14 +44,6 @@ constexpr milliseconds kRoomPoll{50};
 constexpr milliseconds kMemoryPause{10};
 constexpr std::size_t kMostDiscarded = std::size_t{64} * 1024 * 1024;
 constexpr std::size_t kSmallBody = RequestRouter::kLargestStrangersBody;
-
-template<typename Body>
-void setFields(http::response<Body>& response, const char* contentType) {
-    response.set(http::field::content_type, contentType);
-    response.set(http::field::cache_control, "no-store");
-    response.set("X-Content-Type-Options", "nosniff");
-    response.set(http::field::connection, "close");
-}
 
 } // namespace
 
@@ -108,7 +101,7 @@ Awaitable<void> HttpConnection::answer() {
         } else if (const auto& reply = std::get<ApiReply>(outcome); reply.stream) {
             co_await sendFeed(*reply.stream);
         } else {
-            co_await sendDocument(200, oneLineJson(reply.body), std::nullopt);
+            co_await sendAnswer(reply.answer.value_or(HttpAnswer{.body = oneLineJson(reply.body)}));
         }
     } catch (const boost::system::system_error&) {
         throw;
@@ -121,11 +114,15 @@ Awaitable<void> HttpConnection::answer() {
 /// The common refusals come out as values: an exception is thrown anew in each coroutine it passes.
 Awaitable<HttpConnection::Outcome> HttpConnection::obtainReply() {
     const HttpRequest request = co_await m_reader.readHead();
+    m_wantsPage = m_core.router.wantsPage(request);
     const Route* route = nullptr;
     try {
         route = &m_core.router.screen(request);
     } catch (const ApiError&) {
-        co_return refusalFor(std::current_exception());
+        Refusal refusal = refusalFor(std::current_exception());
+        if (refusal.status == 405)
+            refusal.allowedMethods = m_core.router.allowedMethods(request.path);
+        co_return refusal;
     }
     std::optional<Identity> identity;
     co_await receiveBody(request, *route, identity);
@@ -150,21 +147,23 @@ Awaitable<HttpConnection::Outcome> HttpConnection::work(const Route& route,
                                                         const HttpRequest& request,
                                                         std::optional<Identity> identity) {
     std::string body = m_reader.takeBody();
-    const bool takesLong = route.computes || body.size() > kSmallBody;
+    const bool computes = (route.computes && route.computes()) || body.size() > kSmallBody;
+    WorkerPool& pool = route.hashes ? m_core.hashing
+                       : computes   ? m_core.computing
+                                    : m_core.accounts;
     const auto identify = [&] {
         if (!identity) identity = m_core.router.identify(route, request);
         return true;
     };
-    if (takesLong) co_await onPool(m_core.accounts, identify);
-    Outcome outcome =
-        co_await onPool(takesLong ? m_core.computing : m_core.accounts, [&]() -> Outcome {
-            try {
-                identify();
-                return RequestRouter::answer(route, std::move(identity), std::move(body));
-            } catch (...) {
-                return refusalFor(std::current_exception());
-            }
-        });
+    if (&pool != &m_core.accounts) co_await onPool(m_core.accounts, identify);
+    Outcome outcome = co_await onPool(pool, [&]() -> Outcome {
+        try {
+            identify();
+            return m_core.router.answer(route, request, std::move(identity), std::move(body));
+        } catch (...) {
+            return refusalFor(std::current_exception());
+        }
+    });
     giveRoomBack();
     co_return outcome;
 }
@@ -228,7 +227,7 @@ Awaitable<void> HttpConnection::sendFeed(ReplyFeed& feed) {
             continue;
         }
         if (step->isLast && !m_headSent) {
-            co_await sendDocument(200, step->bytes, std::nullopt);
+            co_await sendAnswer({.contentType = feed.contentType(), .body = step->bytes});
         } else {
             if (!m_headSent) co_await sendHead(feed.contentType());
             co_await sendPiece(step->bytes, step->isLast);
@@ -254,7 +253,7 @@ Awaitable<void> HttpConnection::sendLastWord(const ReplyFeed& feed) {
 
 Awaitable<void> HttpConnection::sendHead(const char* contentType) {
     http::response<http::empty_body> head{http::status::ok, 11};
-    setFields(head, contentType);
+    setFields(head.base(), contentType);
     head.chunked(m_reader.knowsChunks());
     http::response_serializer<http::empty_body> serializer{head};
     allowWrite();
@@ -280,16 +279,11 @@ Awaitable<void> HttpConnection::sendPiece(const std::string& bytes, bool isLast)
     relax();
 }
 
-Awaitable<void> HttpConnection::sendDocument(int status, std::string document,
-                                             std::optional<int> retryAfterSeconds) {
-    http::response<http::string_body> response{static_cast<http::status>(status), 11};
-    setFields(response, "application/json");
-    if (status == 405) response.set(http::field::allow, "POST");
-    if (retryAfterSeconds) {
-        response.set(http::field::retry_after, std::to_string(*retryAfterSeconds));
-    }
-    response.content_length(document.size());
-    if (!m_reader.isHeadRequest()) response.body() = std::move(document);
+Awaitable<void> HttpConnection::sendAnswer(HttpAnswer answer) {
+    http::response<http::string_body> response{static_cast<http::status>(answer.status), 11};
+    setFields(response.base(), answer);
+    response.content_length(answer.body.size());
+    if (!m_reader.isHeadRequest()) response.body() = std::move(answer.body);
     allowWrite();
     m_headSent = true;
     co_await http::async_write(m_socket, response, kAwait);
@@ -299,8 +293,7 @@ Awaitable<void> HttpConnection::sendDocument(int status, std::string document,
 
 Awaitable<void> HttpConnection::sendRefusal(const Refusal& refusal) {
     if (m_headSent) co_return; // The answer is cut, which says that it is not whole.
-    co_await sendDocument(refusal.status, oneLineJson(errorDocument(refusal.sentence)),
-                          refusal.retryAfterSeconds);
+    co_await sendAnswer(answerFor(refusal, m_wantsPage));
 }
 
 /// Lets a client read its answer though it is still sending a request that nobody reads.

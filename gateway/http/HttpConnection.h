@@ -58,8 +58,7 @@ class HttpConnection final : public Guest, public std::enable_shared_from_this<H
     [[nodiscard]] Awaitable<void> sendLastWord(const ReplyFeed& feed);
     [[nodiscard]] Awaitable<void> sendHead(const char* contentType);
     [[nodiscard]] Awaitable<void> sendPiece(const std::string& bytes, bool isLast);
-    [[nodiscard]] Awaitable<void> sendDocument(int status, std::string document,
-                                               std::optional<int> retryAfterSeconds);
+    [[nodiscard]] Awaitable<void> sendAnswer(HttpAnswer answer);
     [[nodiscard]] Awaitable<void> sendRefusal(const Refusal& refusal);
     [[nodiscard]] Awaitable<void> finish();
 
@@ -90,6 +89,7 @@ class HttpConnection final : public Guest, public std::enable_shared_from_this<H
     bool m_hasHeard = false;
     bool m_isWriting = false;
     bool m_headSent = false;
+    bool m_wantsPage = false;
     bool m_isWatching = false;
     /// The client closed its end; one that still waits for an answer never does.
     bool m_peerLeft = false;

@@ -1,6 +1,8 @@
 #include "http/Refusal.h"
 
 #include "engine/Engine.h"
+#include "http/JsonText.h"
+#include "pages/ProblemPage.h"
 #include "storage/Database.h"
 #include "support/ApiError.h"
 #include "support/Cancellation.h"
@@ -23,21 +25,31 @@ Refusal refusalFor(const std::exception_ptr& failure) {
     try {
         std::rethrow_exception(failure);
     } catch (const ApiError& error) {
-        return {error.status, error.what(), error.retryAfterSeconds};
+        return {error.status, error.what(), error.retryAfterSeconds, {}};
     } catch (const EngineError& error) {
-        return {error.status, error.what(), std::nullopt};
+        return {error.status, error.what(), std::nullopt, {}};
     } catch (const CancelledError&) {
-        return {503, "The Vorq gateway was stopped. Try again in a moment.", std::nullopt};
+        return {503, "The Vorq gateway was stopped. Try again in a moment.", std::nullopt, {}};
     } catch (const DatabaseError& error) {
         report(error);
-        if (!error.advice.empty()) return {503, error.advice, std::nullopt};
+        if (!error.advice.empty()) return {503, error.advice, std::nullopt, {}};
     } catch (const std::bad_alloc& error) {
         report(error);
-        return {503, "The Vorq gateway is short of memory. Try again in a moment.", std::nullopt};
+        return {
+            503, "The Vorq gateway is short of memory. Try again in a moment.", std::nullopt, {}};
     } catch (const std::exception& error) {
         report(error);
     }
-    return {500, kFailed, std::nullopt};
+    return {500, kFailed, std::nullopt, {}};
+}
+
+HttpAnswer answerFor(const Refusal& refusal, bool asPage) {
+    return {.status = refusal.status,
+            .contentType = asPage ? kPageType : "application/json",
+            .body = asPage ? problemPage(refusal.sentence)
+                           : oneLineJson(errorDocument(refusal.sentence)),
+            .retryAfterSeconds = refusal.retryAfterSeconds,
+            .allowedMethods = refusal.allowedMethods};
 }
 
 } // namespace vorq::gateway

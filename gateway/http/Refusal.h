@@ -1,5 +1,7 @@
 #pragma once
 
+#include "http/Api.h"
+
 #include <exception>
 #include <optional>
 #include <string>
@@ -12,10 +14,15 @@ struct Refusal {
     /// What the user reads.
     std::string sentence;
     std::optional<int> retryAfterSeconds;
+    /// See HttpAnswer.
+    std::string allowedMethods = {};
 };
 
 /// What to answer to a request that ended in `failure`, whatever that is. Failures of the gateway
 /// itself are written to standard error, without anything that the client sent.
 [[nodiscard]] Refusal refusalFor(const std::exception_ptr& failure);
+
+/// The answer itself, as JSON or as a page.
+[[nodiscard]] HttpAnswer answerFor(const Refusal& refusal, bool asPage);
 
 } // namespace vorq::gateway

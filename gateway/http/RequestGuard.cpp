@@ -80,4 +80,22 @@ void RequestGuard::checkContentType(const HttpRequest& request) {
     }
 }
 
+void RequestGuard::checkPage(const HttpRequest& request) {
+    if (request.method != "POST") return;
+    const std::string& site = request.fetchSite;
+    if (!site.empty() && site != "same-origin" && site != "none") {
+        throw ApiError(403, "Other websites may not use the Vorq gateway.");
+    }
+    const std::string type = lowered(request.contentType);
+    if (trimmed(std::string_view(type).substr(0, type.find(';'))) !=
+        "application/x-www-form-urlencoded") {
+        throw ApiError(415, "The form was sent in a way that the Vorq gateway does not take.");
+    }
+}
+
+bool RequestGuard::isFromHere(const HttpRequest& request) {
+    return !request.isForwarded && request.host && isLoopbackName(hostName(*request.host)) &&
+           isLoopbackAddress(request.peer.address) && isLoopbackAddress(request.own.address);
+}
+
 } // namespace vorq::gateway

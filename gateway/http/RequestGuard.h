@@ -20,6 +20,12 @@ class RequestGuard {
     void checkSender(const HttpRequest& request) const;
     /// Throws ApiError 415 unless the body, if there is one, is declared to be JSON.
     static void checkContentType(const HttpRequest& request);
+    /// Throws ApiError for a form that another website sent, or one that is sent in another way
+    /// than browsers send ours.
+    static void checkPage(const HttpRequest& request);
+    /// Whether the request comes from this very computer: no proxy passed it on, and it was sent to
+    /// a name of this computer. Whose program sent it is another question.
+    [[nodiscard]] static bool isFromHere(const HttpRequest& request);
     /// Where the request came from: the address that connected or, if that is a trusted proxy, the
     /// last one that no trusted proxy has.
     [[nodiscard]] std::string senderAddress(const HttpRequest& request) const;

@@ -8,6 +8,7 @@
 #include <boost/beast/http/error.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <iterator>
 #include <optional>
@@ -57,6 +58,37 @@ std::string forwardedFor(const Message& message) {
     return all;
 }
 
+std::string queryOf(const std::string& target) {
+    const std::string whole = target.substr(0, target.find('#'));
+    const std::size_t question = whole.find('?');
+    return question == std::string::npos ? std::string() : whole.substr(question + 1);
+}
+
+template<typename Message>
+bool isForwarded(const Message& message) {
+    constexpr std::array names = {"Forwarded", "X-Forwarded-For", "X-Forwarded-Host", "X-Real-IP",
+                                  "Via"};
+    return std::ranges::any_of(names, [&](const char* name) { return message.count(name) > 0; });
+}
+
+/// Of two lines the one may be read here and the other by a proxy in front.
+template<typename Message>
+void checkSingle(const Message& message) {
+    for (const http::field name : {http::field::host, http::field::origin, http::field::cookie,
+                                   http::field::content_type, http::field::authorization}) {
+        if (message.count(name) > 1) {
+            throw ApiError(
+                400, filled("The request has the header {} twice.", textOf(http::to_string(name))));
+        }
+    }
+}
+
+/// Empty once the connection is gone.
+SocketEnd endOf(const error_code& error, const net::ip::tcp::endpoint& endpoint) {
+    if (error) return {};
+    return {endpoint.address().to_string(), endpoint.port()};
+}
+
 } // namespace
 
 RequestReader::RequestReader(Socket& socket, std::function<void(std::size_t)> onGrowth)
@@ -72,19 +104,29 @@ HttpRequest RequestReader::requestOf() const {
         if (entry == message.end()) return std::nullopt;
         return textOf(entry->value());
     };
+    const auto textIn = [&](http::field name) { return header(name).value_or(""); };
     const std::string target = textOf(message.target());
     HttpRequest request{.method = textOf(message.method_string()),
                         .path = target.substr(0, target.find_first_of("?#")),
                         .host = header(http::field::host),
                         .origin = header(http::field::origin),
-                        .contentType = header(http::field::content_type).value_or(""),
-                        .authorization = header(http::field::authorization).value_or("")};
+                        .contentType = textIn(http::field::content_type),
+                        .authorization = textIn(http::field::authorization)};
     request.forwardedFor = forwardedFor(message);
+    request.query = queryOf(target);
+    request.cookie = textIn(http::field::cookie);
+    request.userAgent = textIn(http::field::user_agent);
+    request.fetchSite = lowered(textOf(message["Sec-Fetch-Site"]));
+    request.acceptsPages = lowered(textIn(http::field::accept)).contains("text/html");
+    request.isForwarded = isForwarded(message);
     if (const auto length = m_parser.content_length()) request.contentLength = *length;
     request.hasBody = m_parser.chunked() || request.contentLength.value_or(0) > 0;
-    error_code ignored;
-    const auto peer = m_socket.remote_endpoint(ignored);
-    if (!ignored) request.remoteAddress = peer.address().to_string();
+    error_code error;
+    const net::ip::tcp::endpoint peer = m_socket.remote_endpoint(error);
+    request.peer = endOf(error, peer);
+    const net::ip::tcp::endpoint own = m_socket.local_endpoint(error);
+    request.own = endOf(error, own);
+    request.remoteAddress = request.peer.address;
     return request;
 }
 
@@ -131,6 +173,7 @@ Awaitable<HttpRequest> RequestReader::readHead() {
     m_isHeadRequest = message.method() == http::verb::head;
     m_awaitsContinue = !isWhole() && m_buffer.size() == 0 &&
                        lowered(textOf(message[http::field::expect])) == "100-continue";
+    checkSingle(message);
     HttpRequest request = requestOf();
     message.clear();
     if (m_buffer.capacity() > kSmallPiece) m_buffer.shrink_to_fit();

@@ -29,7 +29,29 @@ void RequestRouter::add(const std::string& path, Route route) {
     m_routes.insert_or_assign(path, std::move(route));
 }
 
+void RequestRouter::addPage(const std::string& method, const std::string& path, Route route) {
+    m_pages[path].insert_or_assign(method, std::move(route));
+}
+
+bool RequestRouter::wantsPage(const HttpRequest& request) const {
+    return m_pages.contains(request.path) || (request.acceptsPages && request.method != "POST");
+}
+
+std::string RequestRouter::allowedMethods(const std::string& path) const {
+    const auto page = m_pages.find(path);
+    if (page == m_pages.end()) return "POST";
+    std::string methods;
+    for (const auto& [method, route] : page->second)
+        methods += (methods.empty() ? "" : ", ") + (method == "GET" ? "GET, HEAD" : method);
+    return methods;
+}
+
 const Route& RequestRouter::routeFor(const HttpRequest& request) const {
+    if (const auto page = m_pages.find(request.path); page != m_pages.end()) {
+        const auto route = page->second.find(request.method == "HEAD" ? "GET" : request.method);
+        if (route != page->second.end()) return route->second;
+        throw ApiError(405, filled("{} takes other requests.", request.path));
+    }
     const auto entry = m_routes.find(request.path);
     if (entry == m_routes.end()) {
         throw ApiError(404, filled("The Vorq gateway has nothing at {}.",
@@ -48,6 +70,10 @@ ApiError RequestRouter::tooLarge(const Route& route) {
 const Route& RequestRouter::screen(const HttpRequest& request) {
     m_guard.checkSender(request);
     const Route& route = routeFor(request);
+    if (route.page) {
+        RequestGuard::checkPage(request);
+        return route;
+    }
     RequestGuard::checkContentType(request);
     if (route.needsToken && bearerToken(request.authorization).empty()) {
         throw ApiError(401, "Sign in first.");
@@ -63,9 +89,20 @@ std::optional<Identity> RequestRouter::identify(const Route& route, const HttpRe
     return identity;
 }
 
-ApiReply RequestRouter::answer(const Route& route, std::optional<Identity> identity,
-                               std::string body) {
+ApiReply RequestRouter::answerPage(const Route& route, const HttpRequest& request,
+                                   const std::string& body) const {
+    return route.page({.request = request,
+                       .query = parseFields(request.query),
+                       .form = parseFields(request.method == "POST" ? body : std::string()),
+                       .sender = m_guard.senderAddress(request),
+                       .isFromHere = RequestGuard::isFromHere(request)});
+}
+
+ApiReply RequestRouter::answer(const Route& route, const HttpRequest& request,
+                               std::optional<Identity> identity, std::string body) const {
+    if (route.page) return answerPage(route, request, body);
     ApiCall call;
+    call.sender = m_guard.senderAddress(request);
     call.body = trimmed(body).empty() ? nlohmann::json::object() : parseBody(body);
     body = {};
     call.identity = std::move(identity);

@@ -26,6 +26,8 @@ struct ServerCore {
     /// Enough to keep the pools busy.
     static constexpr std::size_t kMostStarts = 32;
     static constexpr std::size_t kLongestQueue = 4096;
+    /// Some ten seconds' worth.
+    static constexpr std::size_t kMostHashes = 128;
 
     RequestRouter& router;
     std::atomic<bool> stopping = false;
@@ -36,6 +38,8 @@ struct ServerCore {
     /// Tokens and accounts, each a matter of milliseconds, are never behind what takes long.
     WorkerPool accounts{kPoolThreads, kLongestQueue};
     WorkerPool computing{kPoolThreads, kLongestQueue};
+    /// Passwords are hashed one at a time, and who has to wait for it keeps no other thread.
+    WorkerPool hashing{1, kMostHashes};
 };
 
 } // namespace vorq::gateway

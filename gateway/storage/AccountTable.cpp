@@ -8,6 +8,9 @@ namespace {
 constexpr std::string_view kById =
     "SELECT id, isLocal, email, firstName, lastName, username, useCase, preferredModel, "
     "passwordHash FROM accounts WHERE id = ?";
+constexpr std::string_view kByEmail =
+    "SELECT id, isLocal, email, firstName, lastName, username, useCase, preferredModel, "
+    "passwordHash FROM accounts WHERE email = ?";
 constexpr std::string_view kLocal =
     "SELECT id, isLocal, email, firstName, lastName, username, useCase, preferredModel, "
     "passwordHash FROM accounts WHERE isLocal = 1";
@@ -62,6 +65,11 @@ std::optional<Account> AccountTable::only(Statement& statement) {
 std::optional<Account> AccountTable::byId(std::int64_t id) {
     Statement statement = m_database.prepare(kById);
     return only(statement.bind(1, id));
+}
+
+std::optional<Account> AccountTable::byEmail(const std::string& email) {
+    Statement statement = m_database.prepare(kByEmail);
+    return only(statement.bind(1, email));
 }
 
 std::optional<Account> AccountTable::local() {

@@ -32,6 +32,8 @@ class AccountTable {
     void insert(Account& account, std::int64_t nowMs);
     void update(const Account& account);
     [[nodiscard]] std::optional<Account> byId(std::int64_t id);
+    /// In any case of its letters.
+    [[nodiscard]] std::optional<Account> byEmail(const std::string& email);
     /// The account of this computer's user, who signs in without a password.
     [[nodiscard]] std::optional<Account> local();
     /// Whether another account than `id` has that address or (not empty) username.

@@ -80,8 +80,32 @@ constexpr auto kGenerations = R"sql(
     ALTER TABLE refreshTokens DROP COLUMN usedAt;
     )sql";
 
+constexpr auto kBrowserSignIns = R"sql(
+    -- Where a sign-in comes from, for the list that its owner reads.
+    ALTER TABLE families ADD COLUMN isBrowser INTEGER NOT NULL DEFAULT 0;
+    ALTER TABLE families ADD COLUMN agent TEXT NOT NULL DEFAULT '';
+    ALTER TABLE families ADD COLUMN address TEXT NOT NULL DEFAULT '';
+    ALTER TABLE families ADD COLUMN lastUsedAt INTEGER NOT NULL DEFAULT 0;
+    UPDATE families SET lastUsedAt = createdAt;
+
+    CREATE TABLE browserSessions (
+        hash BLOB PRIMARY KEY,
+        familyId INTEGER NOT NULL REFERENCES families(id) ON DELETE CASCADE,
+        expiresAt INTEGER NOT NULL
+    ) WITHOUT ROWID;
+    CREATE INDEX browserSessionsFamily ON browserSessions(familyId);
+
+    -- One that was asked for with an address of nobody belongs to no account.
+    CREATE TABLE passwordResets (
+        hash BLOB PRIMARY KEY,
+        accountId INTEGER REFERENCES accounts(id) ON DELETE CASCADE,
+        expiresAt INTEGER NOT NULL
+    ) WITHOUT ROWID;
+    CREATE INDEX passwordResetsAccount ON passwordResets(accountId);
+    )sql";
+
 // Entry n brings a file of version n to version n + 1.
-constexpr std::array kSteps = {kAccountsAndTokens, kGenerations};
+constexpr std::array kSteps = {kAccountsAndTokens, kGenerations, kBrowserSignIns};
 
 std::int64_t versionOf(Database& database) {
     Statement statement = database.prepare("PRAGMA user_version");

@@ -4,10 +4,16 @@
 
 namespace vorq::gateway {
 
-std::int64_t TokenTable::startFamily(std::int64_t accountId, std::int64_t nowMs) {
-    m_database.prepare("INSERT INTO families (accountId, createdAt) VALUES (?, ?)")
+std::int64_t TokenTable::startFamily(std::int64_t accountId, const SignInOrigin& origin,
+                                     std::int64_t nowMs) {
+    m_database
+        .prepare("INSERT INTO families (accountId, createdAt, lastUsedAt, isBrowser, agent, "
+                 "address) VALUES (?1, ?2, ?2, ?3, ?4, ?5)")
         .bind(1, accountId)
         .bind(2, nowMs)
+        .bind(3, std::int64_t{origin.isBrowser ? 1 : 0})
+        .bind(4, origin.agent)
+        .bind(5, origin.address)
         .step();
     return m_database.lastInsertId();
 }
@@ -90,12 +96,14 @@ void TokenTable::supersedeAfter(std::int64_t familyId, std::int64_t generation) 
     }
 }
 
-std::optional<std::int64_t> TokenTable::takeHandoff(std::string_view secret, std::int64_t nowMs) {
+std::optional<std::int64_t> TokenTable::takeHandoff(std::string_view secret, std::int64_t nowMs,
+                                                    std::int64_t lifeMs) {
     Statement statement = m_database.prepare(
         "DELETE FROM handoffCodes WHERE hash = ? RETURNING accountId, expiresAt");
     if (!statement.bindBlob(1, hashOfSecret(secret)).step()) return std::nullopt;
     const std::int64_t accountId = statement.integer(0);
-    const bool valid = statement.integer(1) > nowMs;
+    const std::int64_t left = statement.integer(1) - nowMs;
+    const bool valid = left > 0 && left <= lifeMs;
     statement.step();
     return valid ? std::optional(accountId) : std::nullopt;
 }
@@ -109,17 +117,23 @@ void TokenTable::dropOtherFamilies(const TokenOwner& kept) {
         .bind(1, kept.accountId)
         .bind(2, kept.familyId)
         .step();
+    m_database.prepare("DELETE FROM handoffCodes WHERE accountId = ?")
+        .bind(1, kept.accountId)
+        .step();
 }
 
 void TokenTable::dropExpired(std::int64_t nowMs) {
     for (const char* sql : {"DELETE FROM accessTokens WHERE expiresAt <= ?",
                             "DELETE FROM refreshTokens WHERE expiresAt <= ?",
-                            "DELETE FROM handoffCodes WHERE expiresAt <= ?"}) {
+                            "DELETE FROM handoffCodes WHERE expiresAt <= ?",
+                            "DELETE FROM browserSessions WHERE expiresAt <= ?",
+                            "DELETE FROM passwordResets WHERE expiresAt <= ?"}) {
         m_database.prepare(sql).bind(1, nowMs).step();
     }
     m_database
         .prepare("DELETE FROM families WHERE id NOT IN (SELECT familyId FROM refreshTokens) "
-                 "AND id NOT IN (SELECT familyId FROM accessTokens)")
+                 "AND id NOT IN (SELECT familyId FROM accessTokens) "
+                 "AND id NOT IN (SELECT familyId FROM browserSessions)")
         .step();
 }
 

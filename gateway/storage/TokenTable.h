@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace vorq::gateway {
@@ -14,6 +15,13 @@ struct TokenOwner {
     std::int64_t familyId = 0;
 
     bool operator==(const TokenOwner&) const = default;
+};
+
+/// Where a sign-in comes from, as its owner reads it later. Texts of the client's own.
+struct SignInOrigin {
+    bool isBrowser = false; ///< or else the program
+    std::string agent = {};
+    std::string address = {};
 };
 
 /// Where in the history of its sign-in a token stands. Each refresh makes a new generation.
@@ -41,7 +49,8 @@ class TokenTable {
   public:
     explicit TokenTable(Database& database) : m_database(database) {}
 
-    [[nodiscard]] std::int64_t startFamily(std::int64_t accountId, std::int64_t nowMs);
+    [[nodiscard]] std::int64_t startFamily(std::int64_t accountId, const SignInOrigin& origin,
+                                           std::int64_t nowMs);
     /// Begins the next generation of the sign-in and gives its number.
     [[nodiscard]] std::int64_t startGeneration(std::int64_t familyId);
     void addAccess(std::string_view secret, std::int64_t familyId, std::int64_t generation,
@@ -58,11 +67,13 @@ class TokenTable {
     /// Makes the generations after that one worthless; presenting one of their refresh tokens
     /// counts as theft.
     void supersedeAfter(std::int64_t familyId, std::int64_t generation);
-    /// Removes the code and gives its account, if the code was still valid.
+    /// Removes the code and gives its account, if the code was still valid. One that has more than
+    /// `lifeMs` to go is older than the clock, which was set back, and worth nothing.
     [[nodiscard]] std::optional<std::int64_t> takeHandoff(std::string_view secret,
-                                                          std::int64_t nowMs);
+                                                          std::int64_t nowMs, std::int64_t lifeMs);
 
     void dropFamily(std::int64_t familyId);
+    /// Codes that nobody has used yet count as other sign-ins.
     void dropOtherFamilies(const TokenOwner& kept);
     void dropExpired(std::int64_t nowMs);
 

@@ -4,9 +4,23 @@
 
 #include <array>
 #include <new>
+#include <span>
 #include <stdexcept>
 
 namespace vorq::gateway {
+
+namespace {
+
+/// In characters that are safe in a URL.
+std::string textOfBytes(std::span<const unsigned char> bytes) {
+    constexpr int variant = sodium_base64_VARIANT_URLSAFE_NO_PADDING;
+    std::string text(sodium_base64_ENCODED_LEN(bytes.size(), variant), '\0');
+    sodium_bin2base64(text.data(), text.size(), bytes.data(), bytes.size(), variant);
+    text.pop_back(); // the terminating NUL
+    return text;
+}
+
+} // namespace
 
 void initSecrets() {
     if (sodium_init() < 0) throw std::runtime_error("The cryptography library did not start.");
@@ -15,11 +29,7 @@ void initSecrets() {
 std::string randomSecret() {
     std::array<unsigned char, 32> bytes{};
     randombytes_buf(bytes.data(), bytes.size());
-    constexpr int variant = sodium_base64_VARIANT_URLSAFE_NO_PADDING;
-    std::string text(sodium_base64_ENCODED_LEN(bytes.size(), variant), '\0');
-    sodium_bin2base64(text.data(), text.size(), bytes.data(), bytes.size(), variant);
-    text.pop_back(); // the terminating NUL
-    return text;
+    return textOfBytes(bytes);
 }
 
 std::string hashOfSecret(std::string_view secret) {
@@ -27,6 +37,15 @@ std::string hashOfSecret(std::string_view secret) {
     crypto_hash_sha256(reinterpret_cast<unsigned char*>(digest.data()),
                        reinterpret_cast<const unsigned char*>(secret.data()), secret.size());
     return digest;
+}
+
+std::string derivedToken(std::string_view secret, std::string_view purpose) {
+    const std::string digest = hashOfSecret(std::string(purpose) + '\0' + std::string(secret));
+    return textOfBytes({reinterpret_cast<const unsigned char*>(digest.data()), digest.size()});
+}
+
+bool isSameSecret(std::string_view one, std::string_view other) {
+    return one.size() == other.size() && sodium_memcmp(one.data(), other.data(), one.size()) == 0;
 }
 
 std::string hashOfPassword(std::string_view password) {

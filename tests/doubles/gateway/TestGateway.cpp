@@ -1,5 +1,6 @@
 #include "doubles/gateway/TestGateway.h"
 
+#include "provider/ProviderEngine.h"
 #include "support/Secrets.h"
 
 #include <sstream>
@@ -17,12 +18,27 @@ Database openQuietly(const std::filesystem::path& folder) {
 TestGateway::TestGateway(std::unique_ptr<Engine> given, int wrongPasswordsPerMinute)
     : accounts(openQuietly(folder.path() / "state"), clock,
                {.wrongPasswordsPerMinute = wrongPasswordsPerMinute}),
-      engine(given ? std::move(given)
-                   : std::make_unique<EmbeddedEngine>(std::chrono::milliseconds(0))),
+      web(accounts, clock),
+      resets(accounts, clock),
+      engine(std::make_shared<EngineSwitch>(
+          given ? std::shared_ptr<Engine>(std::move(given))
+                : std::make_shared<EmbeddedEngine>(std::chrono::milliseconds(0)))),
+      provider(
+          folder.path() / "gateway.json", [](const char*) { return std::nullopt; },
+          [this](const std::optional<ProviderConfig>& config) {
+              if (config) engine->use(std::make_shared<ProviderEngine>(*config));
+          }),
+      site{.accounts = accounts,
+           .web = web,
+           .resets = resets,
+           .provider = provider,
+           .loginName = "ada",
+           .tellReset = [this](const PasswordReset::Code& code) { toldResets.push_back(code); }},
       router(accounts, RequestGuard("127.0.0.1", {"127.0.0.1"})),
       server(router) {
     addAuthRoutes(router, accounts);
     addAiRoutes(router, *engine);
+    addPages(router, site);
     port = server.bind("127.0.0.1", 0);
     m_thread = std::thread([this] { server.run(); });
 }

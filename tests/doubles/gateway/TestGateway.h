@@ -3,12 +3,14 @@
 #include "auth/AccountService.h"
 #include "doubles/gateway/ManualClock.h"
 #include "doubles/gateway/TemporaryFolder.h"
+#include "engine/EngineSwitch.h"
 #include "engine/embedded/EmbeddedEngine.h"
 #include "http/AiRoutes.h"
 #include "http/AuthRoutes.h"
 #include "http/GatewayServer.h"
 #include "http/RequestRouter.h"
 #include "storage/StateFile.h"
+#include "web/Site.h"
 
 #include <httplib.h>
 #include <nlohmann/json.hpp>
@@ -51,7 +53,13 @@ class TestGateway {
     ManualClock clock;
     TemporaryFolder folder;
     AccountService accounts;
-    std::unique_ptr<Engine> engine;
+    WebAccounts web;
+    PasswordReset resets;
+    std::shared_ptr<EngineSwitch> engine;
+    ProviderDesk provider;
+    /// What the administrator was told.
+    std::vector<PasswordReset::Code> toldResets;
+    Site site;
     RequestRouter router;
     GatewayServer server;
     int port = 0;

@@ -30,6 +30,8 @@ TEST(CommandLineTest, ServeTakesItsOptionsInBothForms) {
 
 TEST(CommandLineTest, OtherVerbs) {
     EXPECT_EQ(parseCommandLine({"handoff", "--data", "/d"})->verb, Verb::Handoff);
+    EXPECT_EQ(parseCommandLine({"reset-link"})->verb, Verb::ResetLink);
+    EXPECT_EQ(parseCommandLine({"reset-link", "--email", "a@b.c", "--port", "1"})->email, "a@b.c");
     EXPECT_EQ(parseCommandLine({"--help"})->verb, Verb::Help);
     EXPECT_EQ(parseCommandLine({"serve", "--help"})->verb, Verb::Help);
     EXPECT_EQ(parseCommandLine({"--version"})->verb, Verb::Version);
@@ -63,8 +65,9 @@ TEST(CommandLineTest, MissingAndImpossibleValuesAreRefused) {
 }
 
 TEST(CommandLineTest, TheHelpNamesEveryOption) {
-    for (const char* word : {"serve", "handoff", "--host", "--port", "--data", "--config",
-                             "--stream-delay", "--version", "VORQ_PROVIDER_URL"}) {
+    for (const char* word :
+         {"serve", "handoff", "reset-link", "--email", "--host", "--port", "--data", "--config",
+          "--stream-delay", "--version", "VORQ_PROVIDER_URL"}) {
         EXPECT_NE(usage().find(word), std::string::npos) << word;
     }
 }

@@ -33,7 +33,7 @@ void expectError(const Answer& answer, int status) {
 TEST(GatewayServerTest, AnUnknownPathIs404) {
     TestGateway gateway;
     expectError(gateway.post("/ai/nothing", json::object()), 404);
-    expectError(gateway.post("/", json::object()), 404);
+    expectError(gateway.post("/account", json::object()), 404);
 }
 
 TEST(GatewayServerTest, AnotherMethodIs405WithAllow) {

@@ -1,3 +1,4 @@
+#include "doubles/gateway/BrowserDouble.h"
 #include "doubles/gateway/ChildProcess.h"
 #include "doubles/gateway/RawClient.h"
 #include "doubles/gateway/Samples.h"
@@ -110,6 +111,41 @@ TEST_F(ProcessTest, AHandoffWorksBeforeAndWhileTheServerRuns) {
     ChildProcess server = serve();
     EXPECT_EQ(post("/auth/mac-handoff/exchange", {{"code", early}}).value("signedIn", false), true);
     EXPECT_FALSE(signIn().empty());
+}
+
+TEST_F(ProcessTest, ALinkForAForgottenPasswordIsPrinted) {
+    const ChildProcess server = serve();
+    static_cast<void>(handoffCode());
+    ChildProcess child = run({"reset-link", "--port", std::to_string(port)});
+    const std::string link = child.readLine();
+    EXPECT_EQ(child.wait(), 0);
+    const std::string site = "http://127.0.0.1:" + std::to_string(port);
+    ASSERT_THAT(link, StartsWith(site + "/reset.html?code="));
+    BrowserDouble browser(port);
+    const ShownPage page = browser.get(link.substr(site.size()));
+    EXPECT_EQ(page.status, 200);
+    EXPECT_EQ(browser.submit(page, "/reset.html", {{"newPassword", "open sesame"}}).location,
+              "/signin.html?done=reset");
+    ChildProcess unknown = run({"reset-link", "--email", "nobody@example.org"});
+    EXPECT_THAT(unknown.readErrors(), HasSubstr("nobody@example.org"));
+    EXPECT_EQ(unknown.wait(), 1);
+}
+
+TEST_F(ProcessTest, ALinkThatIsAskedForInABrowserIsPrintedByTheServerOnly) {
+    ChildProcess server = serve();
+    BrowserDouble browser(port);
+    const ShownPage signUp = browser.get("/signin.html?mode=sign-up");
+    EXPECT_EQ(browser
+                  .submit(signUp, "/signin.html",
+                          {{"email", "ada@example.org"}, {"password", "open sesame"}})
+                  .status,
+              303);
+    const ShownPage answer =
+        browser.submit(browser.get("/forgot.html"), "/forgot.html", {{"email", "ada@example.org"}});
+    EXPECT_EQ(answer.html.find("code="), std::string::npos);
+    const std::string line = server.readLine();
+    EXPECT_THAT(line, StartsWith("To set a new password for ada@example.org: http://127.0.0.1:"));
+    EXPECT_EQ(browser.get(line.substr(line.find("/reset.html"))).status, 200);
 }
 
 TEST_F(ProcessTest, StateIsPrivateToTheUser) {

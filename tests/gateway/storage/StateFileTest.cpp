@@ -70,7 +70,7 @@ TEST_F(StateFileTest, OpensAgainWithWhatWasStored) {
     }
     Database database = open();
     EXPECT_EQ(number(database, "SELECT count(*) FROM accounts"), 1);
-    EXPECT_EQ(number(database, "PRAGMA user_version"), 2);
+    EXPECT_EQ(number(database, "PRAGMA user_version"), 3);
     EXPECT_TRUE(notices.empty());
 }
 

@@ -1,4 +1,4 @@
-#include "cli/Settings.h"
+#include "settings/Settings.h"
 #include "doubles/gateway/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -38,12 +38,13 @@ TEST_F(SettingsTest, WithoutAFileThereIsNoProvider) {
     const Settings settings = readSettings(file, environment());
     EXPECT_FALSE(settings.provider.has_value());
     EXPECT_EQ(settings.wrongPasswordsPerMinute, 10);
+    EXPECT_FALSE(settings.openSignUp);
 }
 
 TEST_F(SettingsTest, TheFileNamesAProvider) {
     const Settings settings = read(R"({
         // Comments are allowed.
-        "wrongPasswordsPerMinute": 5,
+        "wrongPasswordsPerMinute": 5, "openSignUp": true,
         "provider": {"url": "http://localhost:11434", "key": "k", "model": "m",
                      "models": {"a": "b"}, "idleTimeoutSeconds": 1.5}})");
     ASSERT_TRUE(settings.provider.has_value());
@@ -53,6 +54,7 @@ TEST_F(SettingsTest, TheFileNamesAProvider) {
     EXPECT_EQ(settings.provider->models.at("a"), "b");
     EXPECT_EQ(settings.provider->idleTimeout, std::chrono::milliseconds(1500));
     EXPECT_EQ(settings.wrongPasswordsPerMinute, 5);
+    EXPECT_TRUE(settings.openSignUp);
 }
 
 TEST_F(SettingsTest, TheHeaderOfTheKeyCanBeNamed) {

@@ -2,6 +2,8 @@
 
 #include "provider/ProviderConfig.h"
 
+#include <nlohmann/json_fwd.hpp>
+
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -19,11 +21,17 @@ struct Settings {
     /// Absent without a provider: replies then come from the embedded engine.
     std::optional<ProviderConfig> provider;
     int wrongPasswordsPerMinute = 10;
+    /// Whether anybody who reaches the gateway can make an account.
+    bool openSignUp = false;
     /// Addresses of proxies whose word on where a request came from is taken.
     std::vector<std::string> trustedProxies;
     /// What the user ought to change, as sentences.
     std::vector<std::string> notices;
 };
+
+/// The provider in a settings document and in the environment over it. Throws like `readSettings`.
+[[nodiscard]] std::optional<ProviderConfig> readProvider(const nlohmann::json& document,
+                                                         const Environment& environment);
 
 /// Reads the settings file, if `file` exists, and the environment over it. Throws
 /// std::runtime_error with a sentence that names what is wrong, but never a value.

@@ -1,6 +1,7 @@
-#include "cli/Settings.h"
+#include "settings/Settings.h"
 
-#include "cli/SettingNames.h"
+#include "settings/SettingNames.h"
+#include "settings/SettingsFile.h"
 #include "support/Filled.h"
 #include "support/Utf8.h"
 
@@ -11,8 +12,6 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string_view>
 
@@ -36,27 +35,6 @@ fs::path baseFolder(const Environment& environment, const char* variable, const 
     const auto value = environment(variable);
     if (value && value->starts_with('/')) return *value;
     return homeFolder(environment) / fallback;
-}
-
-json readDocument(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream || fs::is_directory(file)) {
-        if (!fs::exists(file)) return json::object();
-        throw std::runtime_error(filled("Could not read {}.", file.string()));
-    }
-    const std::string text{std::istreambuf_iterator<char>(stream), {}};
-    try {
-        json document = json::parse(text, nullptr, true, true);
-        if (document.is_object()) return document;
-    } catch (const json::parse_error& error) {
-        // The library's own message may quote the key.
-        const std::size_t behind = std::min(error.byte, text.size());
-        const auto line =
-            1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(behind), '\n');
-        throw std::runtime_error(
-            filled("{} is not valid JSON, as line {} shows.", file.string(), line));
-    }
-    throw std::runtime_error(filled("{} is not a JSON object.", file.string()));
 }
 
 /// Whether anyone but the owner may read the file.
@@ -108,6 +86,13 @@ std::string checkedHeader(const std::string& name) {
     return lowered(name) == "authorization" ? std::string() : name;
 }
 
+} // namespace
+
+std::optional<std::string> processEnvironment(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
 std::optional<ProviderConfig> readProvider(const json& document, const Environment& environment) {
     const json section = valueOr(document, "provider", json::object());
     if (!section.is_object()) {
@@ -133,18 +118,12 @@ std::optional<ProviderConfig> readProvider(const json& document, const Environme
     return config;
 }
 
-} // namespace
-
-std::optional<std::string> processEnvironment(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
-}
-
 Settings readSettings(const fs::path& file, const Environment& environment) {
-    const json document = readDocument(file);
+    const json document = readSettingsFile(file);
     Settings settings;
     settings.provider = readProvider(document, environment);
     settings.notices = unknownSettings(document);
+    settings.openSignUp = valueOr(document, "openSignUp", settings.openSignUp);
     settings.trustedProxies = valueOr(document, "trustedProxies", settings.trustedProxies);
     settings.wrongPasswordsPerMinute =
         valueOr(document, "wrongPasswordsPerMinute", settings.wrongPasswordsPerMinute);

@@ -1,4 +1,4 @@
-#include "cli/SettingNames.h"
+#include "settings/SettingNames.h"
 
 #include "support/Filled.h"
 #include "support/Utf8.h"
@@ -16,7 +16,7 @@ namespace {
 
 using Names = std::span<const std::string_view>;
 
-constexpr std::array<std::string_view, 3> kNames = {"provider", "trustedProxies",
+constexpr std::array<std::string_view, 4> kNames = {"openSignUp", "provider", "trustedProxies",
                                                     "wrongPasswordsPerMinute"};
 constexpr std::array<std::string_view, 9> kProviderNames = {"caFile",
                                                             "connectTimeoutSeconds",
