@@ -30,6 +30,7 @@ class PressMonitor;
 class PrimarySelection;
 class ScreenCapture;
 class Screens;
+class UrlOpener;
 class Workspace;
 
 /// Gives the ports of the system that the program runs on, in the form that the session needs.
@@ -61,6 +62,7 @@ class DesktopPlatform {
 
     // For programs with windows, which have a QGuiApplication.
     virtual Workspace& workspace() = 0;
+    virtual UrlOpener& urls() = 0;
     virtual Screens& screens() = 0;
     virtual Compositor& compositor() = 0;
     virtual DesktopAppearance& appearance() = 0;

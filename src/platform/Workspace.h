@@ -69,6 +69,10 @@ class Workspace : public QObject {
     /// Asks for a window to be given the focus; one that is gone is left alone.
     virtual void activate(WindowId window) = 0;
 
+    /// Takes the application's window off the screen, that of windowOf(), so that what stands below
+    /// it comes to view. The user brings it back as ever. The error is why it cannot be done here.
+    virtual PortSupport hide(ProcessId process) = 0;
+
   signals:
     /// Another application, or another window, has come to the front. Vorq's own count as well. The
     /// window is 0 if the window system does not number it.
@@ -92,6 +96,7 @@ class NoWorkspace final : public Workspace {
     }
     [[nodiscard]] std::optional<ProcessId> processOf(WindowId) const override { return {}; }
     void activate(WindowId) override {}
+    PortSupport hide(ProcessId) override { return supported(); }
 };
 
 } // namespace vorq

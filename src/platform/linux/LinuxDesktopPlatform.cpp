@@ -13,6 +13,7 @@
 #include "platform/linux/desktop/XdgInstallation.h"
 #include "platform/linux/desktop/XdgLoginItem.h"
 #include "platform/linux/desktop/XdgPaths.h"
+#include "platform/linux/desktop/XdgUrlOpener.h"
 #include "platform/linux/documents/LinuxDocumentTools.h"
 #include "platform/linux/notes/LinuxNotesBridge.h"
 #include "platform/linux/wayland/WaylandWorkspace.h"
@@ -79,6 +80,7 @@ struct LinuxDesktopPlatform::Parts {
     std::unique_ptr<Installation> installation;
     std::shared_ptr<AtSpiBus> accessibilityBus;
     std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<UrlOpener> urls;
     std::unique_ptr<Screens> screens;
     std::unique_ptr<Compositor> compositor;
     std::unique_ptr<DesktopAppearance> appearance;
@@ -165,6 +167,11 @@ Workspace& LinuxDesktopPlatform::workspace() {
     return madeOnce(m_parts->workspace, [this] {
         return std::make_unique<WaylandWorkspace>(m_parts->clock, m_parts->bus());
     });
+}
+
+UrlOpener& LinuxDesktopPlatform::urls() {
+    return madeOnce(m_parts->urls,
+                    [this] { return std::make_unique<XdgUrlOpener>(m_parts->clock, workspace()); });
 }
 
 // Qt has screens in every session.

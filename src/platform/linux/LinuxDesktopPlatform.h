@@ -23,6 +23,7 @@ class LinuxDesktopPlatform final : public DesktopPlatform {
     [[nodiscard]] std::shared_ptr<BackendAtLogin> makeBackendAtLogin(const QUrl& address) override;
 
     Workspace& workspace() override;
+    UrlOpener& urls() override;
     Screens& screens() override;
     Compositor& compositor() override;
     DesktopAppearance& appearance() override;

@@ -52,4 +52,11 @@ void ScriptedWorkspace::activate(WindowId window) {
     if (!m_holdsBack) bringToFront(*process);
 }
 
+PortSupport ScriptedWorkspace::hide(ProcessId process) {
+    if (!m_hiding) return m_hiding;
+    m_hidden.push_back(process);
+    if (m_frontmost == process) m_frontmost.reset();
+    return {};
+}
+
 } // namespace vorq

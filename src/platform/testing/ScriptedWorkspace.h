@@ -22,6 +22,11 @@ class ScriptedWorkspace final : public Workspace {
     /// From now on a window that is asked to come to the front does not.
     void holdBackActivations() { m_holdsBack = true; }
 
+    /// From now on no application can be hidden, for this reason.
+    void forbidHiding(const QString& reason) { m_hiding = std::unexpected(reason); }
+    /// The applications that were hidden, in order. Each went from the front.
+    [[nodiscard]] const std::vector<ProcessId>& hidden() const { return m_hidden; }
+
     /// What the window of a process is called from now on.
     void entitle(ProcessId process, const QString& title) { m_titles[process] = title; }
 
@@ -46,6 +51,7 @@ class ScriptedWorkspace final : public Workspace {
     [[nodiscard]] std::optional<WindowId> windowOf(ProcessId process) const override;
     [[nodiscard]] QString titleOf(WindowId window) const override;
     void activate(WindowId window) override;
+    PortSupport hide(ProcessId process) override;
 
   private:
     std::map<ProcessId, RunningApplication> m_applications;
@@ -54,6 +60,8 @@ class ScriptedWorkspace final : public Workspace {
     bool m_knowsAll = true;
     bool m_holdsBack = false;
     std::vector<WindowId> m_activations;
+    PortSupport m_hiding;
+    std::vector<ProcessId> m_hidden;
 };
 
 } // namespace vorq

@@ -245,6 +245,20 @@ TEST_F(X11WorkspaceTest, TellsOfEachChangeOnceAndActivates) {
     EXPECT_EQ(changes[1][1], static_cast<quint64>(second));
 }
 
+TEST_F(X11WorkspaceTest, AnApplicationThatIsHiddenShowsWhatStandsBelow) {
+    const auto below = openTerminal("below");
+    const auto above = openTerminal("above");
+    m_session.activate(above);
+    X11Workspace workspace;
+    EXPECT_TRUE(workspace.hide(m_session.processOf(above)));
+    DesktopSession::waitUntil("the terminal below",
+                              [&] { return m_session.activeWindow() == below; });
+    EXPECT_FALSE(m_session.isShown(above));
+    EXPECT_TRUE(m_session.isShown(below));
+    m_session.activate(above);
+    EXPECT_TRUE(m_session.isShown(above)) << "the user brings it back";
+}
+
 TEST_F(X11WorkspaceTest, WhatIsGoneIsNothing) {
     const X11Workspace workspace;
     EXPECT_EQ(workspace.activeWindow(), std::nullopt);
@@ -252,6 +266,7 @@ TEST_F(X11WorkspaceTest, WhatIsGoneIsNothing) {
     EXPECT_EQ(workspace.application(1), std::nullopt);
     EXPECT_EQ(workspace.processOf(0x7fffff), std::nullopt);
     X11Workspace().activate(0x7fffff);
+    EXPECT_EQ(X11Workspace().hide(1).error(), QStringLiteral("It has no window."));
 }
 
 } // namespace

@@ -33,6 +33,7 @@ class NotingWorkspace final : public Workspace {
     }
     [[nodiscard]] std::optional<ProcessId> processOf(WindowId) const override { return {}; }
     void activate(WindowId) override {}
+    PortSupport hide(ProcessId) override { return {}; }
 
   private:
     CallList& m_calls;

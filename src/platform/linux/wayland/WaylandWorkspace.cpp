@@ -65,6 +65,11 @@ void WaylandWorkspace::activate(WindowId window) {
     m_x11.activate(window);
 }
 
+PortSupport WaylandWorkspace::hide(ProcessId process) {
+    if (m_x11.windowOf(process)) return m_x11.hide(process);
+    return std::unexpected(u"Wayland lets no program hide the windows of another."_s);
+}
+
 // Once the panel has the keyboard, an application that was in front before Vorq started could no
 // longer tell where in it the user was.
 void WaylandWorkspace::learnFocus(ProcessId process) const {

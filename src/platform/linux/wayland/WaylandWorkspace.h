@@ -28,6 +28,8 @@ class WaylandWorkspace final : public Workspace {
     [[nodiscard]] std::optional<RunningApplication> application(ProcessId process) const override;
     [[nodiscard]] std::optional<ProcessId> processOf(WindowId window) const override;
     void activate(WindowId window) override;
+    /// Of an application in a window of the session's X server.
+    PortSupport hide(ProcessId process) override;
 
   private:
     void tell(ProcessId process);

@@ -138,13 +138,27 @@ std::optional<ProcessId> X11Workspace::processOf(WindowId window) const {
 
 void X11Workspace::activate(WindowId window) {
     if (!m_requests.isUsable() || !processOf(window)) return;
+    askManager(static_cast<Window>(window), m_activeWindowAtom, sourceIsPager, XCB_CURRENT_TIME);
+}
+
+PortSupport X11Workspace::hide(ProcessId process) {
+    constexpr std::uint32_t iconic = 3;
+    const std::optional<WindowId> window = windowOf(process);
+    if (!window) return std::unexpected(u"It has no window."_s);
+    askManager(static_cast<Window>(*window), m_requests.atom("WM_CHANGE_STATE"), iconic, 0);
+    return {};
+}
+
+// Window managers hear of wishes by messages to the root window about the one in question.
+void X11Workspace::askManager(Window window, X11Connection::Atom wish, std::uint32_t first,
+                              std::uint32_t second) const {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
-    message.window = static_cast<Window>(window);
-    message.type = m_activeWindowAtom;
-    message.data.data32[0] = sourceIsPager;
-    message.data.data32[1] = XCB_CURRENT_TIME;
+    message.window = window;
+    message.type = wish;
+    message.data.data32[0] = first;
+    message.data.data32[1] = second;
     xcb_send_event(m_requests.get(), 0, m_requests.root(),
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char*>(&message));

@@ -27,6 +27,7 @@ class X11Workspace final : public Workspace {
     [[nodiscard]] std::optional<WindowId> windowOf(ProcessId process) const override;
     [[nodiscard]] QString titleOf(WindowId window) const override;
     void activate(WindowId window) override;
+    PortSupport hide(ProcessId process) override;
 
   private:
     using Window = X11Connection::Window;
@@ -35,6 +36,8 @@ class X11Workspace final : public Workspace {
     void takeEvents();
     void noticeActiveWindow();
     [[nodiscard]] QString windowClass(Window window) const;
+    void askManager(Window window, X11Connection::Atom wish, std::uint32_t first,
+                    std::uint32_t second) const;
 
     // Waiting for an answer would swallow events on the same connection.
     X11Connection m_events;
