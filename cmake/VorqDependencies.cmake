@@ -1,6 +1,6 @@
 # Third-party libraries, all from the distribution (packaging/debian-packages.txt).
 
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Gui Pdf Qml Quick Svg Widgets)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Gui Network Pdf Qml Quick Svg Widgets)
 find_package(QCoro6 0.8 REQUIRED COMPONENTS Core)
 find_package(CURL REQUIRED)
 find_package(simdjson REQUIRED)
@@ -16,7 +16,7 @@ pkg_check_modules(Xcb REQUIRED IMPORTED_TARGET xcb xcb-composite xcb-ewmh xcb-ke
 pkg_check_modules(XkbCommon REQUIRED IMPORTED_TARGET xkbcommon-x11 xkbcommon)
 if(VORQ_TESTS OR VORQ_FUZZ)
   find_package(GTest REQUIRED)
-  find_package(Qt6 6.4 REQUIRED COMPONENTS Network QuickTest Test)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS QuickTest Test)
   # an HTTP client that shares no code with the gateway's server
   pkg_check_modules(CppHttplib REQUIRED IMPORTED_TARGET cpp-httplib)
 endif()

@@ -1,4 +1,6 @@
+#include "backend/account/LoopbackRequest.h"
 #include "backend/account/ModelCatalogue.h"
+#include "backend/account/SignInUrl.h"
 #include "backend/api/AIAnalysis.h"
 #include "backend/api/BaseURL.h"
 #include "backend/api/HttpOutcome.h"
@@ -69,12 +71,34 @@ QJsonValue modelFromSession(const QJsonObject& in) {
                                   optionalStringOf(in, "useCase"));
 }
 
+QJsonValue queryValue(const QJsonObject& in) {
+    const auto value = SignInUrl::queryValue(stringOf(in, "name"), QUrl(stringOf(in, "url")));
+    return value ? QJsonValue(*value) : QJsonValue();
+}
+
+QJsonValue isOAuthCallback(const QJsonObject& in) {
+    return SignInUrl::isOAuthCallback(QUrl(stringOf(in, "url")));
+}
+
+QJsonValue websiteSignInURL(const QJsonObject& in) {
+    return vorq::websiteSignInURL(stringOf(in, "baseURL"), stringOf(in, "mode"));
+}
+
+QJsonValue callbackURL(const QJsonObject& in) {
+    const QByteArray request = stringOf(in, "request").toUtf8();
+    return LoopbackRequest::callbackURL(request).toString(QUrl::FullyEncoded);
+}
+
 } // namespace
 
 void addBackendOps(Ops& ops) {
     ops["baseURL"] = baseURL;
     ops["httpOutcome"] = httpOutcome;
     ops["modelFromSession"] = modelFromSession;
+    ops["queryValue"] = queryValue;
+    ops["isOAuthCallback"] = isOAuthCallback;
+    ops["websiteSignInURL"] = websiteSignInURL;
+    ops["callbackURL"] = callbackURL;
 }
 
 } // namespace vorq::conformance

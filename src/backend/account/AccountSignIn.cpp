@@ -107,6 +107,12 @@ void AccountSignIn::signInInBrowser(const QString& mode) {
     });
 }
 
+void AccountSignIn::cancelBrowserSignIn() {
+    if (!m_progress.isSigningIn) return;
+    m_signInTask.cancel();
+    setProgress(&Progress::isSigningIn, false);
+}
+
 QCoro::Task<> AccountSignIn::runBrowserSignIn(QPointer<AccountSignIn> self, QString mode,
                                               std::stop_token stop) {
     if (stop.stop_requested()) co_return;

@@ -57,6 +57,8 @@ class AccountSignIn final : public QObject {
     Q_INVOKABLE void activateFromMacHandoff(const QString& code);
     /// Does nothing while it is under way.
     Q_INVOKABLE void signInInBrowser(const QString& mode);
+    /// The user no longer waits for the browser. Silent.
+    Q_INVOKABLE void cancelBrowserSignIn();
 
   Q_SIGNALS:
     void progressChanged();

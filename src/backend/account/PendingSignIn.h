@@ -1,5 +1,9 @@
 #pragma once
 
+#include "platform/Workspace.h"
+
+#include <optional>
+
 class QUrl;
 
 namespace vorq {
@@ -16,6 +20,10 @@ class PendingSignIn {
 
     /// Ends the attempt that waits with what the browser came back with.
     virtual void finish(const QUrl& url) = 0;
+
+    /// The browser that was opened for the attempt that has just succeeded, as far as it is known.
+    /// Forgets it.
+    [[nodiscard]] virtual std::optional<RunningApplication> takeBrowserApplication() = 0;
 };
 
 /// No attempt ever waits.
@@ -23,6 +31,7 @@ class NoPendingSignIn final : public PendingSignIn {
   public:
     [[nodiscard]] bool isPending() const override { return false; }
     void finish(const QUrl&) override {}
+    [[nodiscard]] std::optional<RunningApplication> takeBrowserApplication() override { return {}; }
 };
 
 } // namespace vorq

@@ -1,15 +1,19 @@
 #include "backend/account/SignInUrl.h"
 
-#include <QUrlQuery>
-
 using namespace Qt::StringLiterals;
 
 namespace vorq::SignInUrl {
 namespace {
 
+QString decoded(QStringView text) {
+    return QUrl::fromPercentEncoding(text.toUtf8());
+}
+
 std::optional<QString> itemOf(const QString& query, const QString& name) {
-    for (const auto& [key, value] : QUrlQuery(query).queryItems(QUrl::FullyDecoded))
-        if (key == name && !value.isEmpty()) return value;
+    for (const QStringView item : QStringView(query).split(u'&')) {
+        const qsizetype sign = item.indexOf(u'=');
+        if (sign >= 0 && decoded(item.first(sign)) == name) return decoded(item.sliced(sign + 1));
+    }
     return std::nullopt;
 }
 
@@ -37,7 +41,8 @@ bool isOAuthCallback(const QUrl& url) {
 
 std::optional<QString> handoffCode(const QUrl& url) {
     if (!url.isValid() || url.scheme() != u"vorq") return std::nullopt;
-    return queryValue(u"handoff"_s, url);
+    std::optional<QString> code = queryValue(u"handoff"_s, url);
+    return code && !code->isEmpty() ? code : std::nullopt;
 }
 
 } // namespace vorq::SignInUrl

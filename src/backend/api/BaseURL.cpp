@@ -83,4 +83,13 @@ std::optional<QUrl> endpointURL(const QString& baseURL, const QString& path) {
     return QUrl(baseURL).resolved(relative);
 }
 
+QString websiteSignInURL(const QString& baseURL, const QString& mode) {
+    const bool isSignUp = mode == u"sign-up" || mode == u"create" || mode == u"signup";
+    QString page = baseURL.section(u'#', 0, 0).section(u'?', 0, 0);
+    while (page.endsWith(u'/'))
+        page.chop(1);
+    return page + u"/signin.html?mode="_s + (isSignUp ? u"sign-up"_s : u"sign-in"_s) +
+           u"&client=macos&next=/auth/mac-handoff.html"_s;
+}
+
 } // namespace vorq

@@ -31,4 +31,8 @@ struct BaseURLCandidates {
 /// itself is left out. Nothing if the path is not one.
 [[nodiscard]] std::optional<QUrl> endpointURL(const QString& baseURL, const QString& path);
 
+/// The page of the backend's website on which one signs in, or up for the modes "sign-up", "create"
+/// and "signup". It stands below the path of the base, whose spelling it keeps.
+[[nodiscard]] QString websiteSignInURL(const QString& baseURL, const QString& mode);
+
 } // namespace vorq

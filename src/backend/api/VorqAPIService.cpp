@@ -82,6 +82,10 @@ std::optional<QUrl> VorqAPIService::endpointURL(const QString& path) const {
     return vorq::endpointURL(baseURL(), path);
 }
 
+QUrl VorqAPIService::websiteSignInURL(const QString& mode) const {
+    return QUrl(vorq::websiteSignInURL(baseURL(), mode));
+}
+
 QCoro::Task<AIAnalysis> VorqAPIService::streamAnalysis(QString path, QByteArray body, QString token,
                                                        Clock::Duration timeout, OnDelta onDelta,
                                                        std::stop_token stop) {

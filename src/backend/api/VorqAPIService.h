@@ -37,6 +37,10 @@ class VorqAPIService {
     /// The path on the backend, nothing if it is no path. A leading slash may be missing.
     [[nodiscard]] std::optional<QUrl> endpointURL(const QString& path) const;
 
+    /// The page of the website for a sign-in in the browser. The modes "sign-up", "create" and
+    /// "signup" begin with a new account.
+    [[nodiscard]] QUrl websiteSignInURL(const QString& mode) const;
+
     /// The streamed reply to a body that asks for one. onDelta gets the whole reply so far with
     /// each event, one after the other. An error of the connection while the reply arrives is
     /// thrown as TransferError.

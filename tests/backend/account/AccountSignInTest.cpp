@@ -1,6 +1,5 @@
-#include "backend/account/BrowserSignIn.h"
 #include "doubles/backend/AccountFixture.h"
-#include "support/async/Wakeup.h"
+#include "doubles/backend/ScriptedBrowserSignIn.h"
 
 #include <QSignalSpy>
 #include <QStringList>
@@ -10,29 +9,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-
-// A browser that a test drives: each attempt ends when finish() says how.
-class ScriptedBrowser final : public BrowserSignIn {
-  public:
-    QCoro::Task<Session> signInInBrowser(QString mode, std::stop_token stop) override {
-        modes << mode;
-        const Wakeup wakeup;
-        attempts.push_back(wakeup);
-        const std::stop_callback onStop(stop, [wakeup] { wakeup.fire(); });
-        co_await wakeup;
-        if (stop.stop_requested()) throw SignInError::cancelled();
-        if (error) throw *error;
-        if (!session) throw ServiceError::requestFailed("Refused.");
-        co_return *session;
-    }
-    void cancelPending() override { ++cancels; }
-
-    QStringList modes;
-    std::vector<Wakeup> attempts;
-    int cancels = 0;
-    std::optional<SignInError> error;
-    std::optional<Session> session;
-};
 
 class AccountSignInTest : public AccountFixture {
   protected:
@@ -57,7 +33,7 @@ class AccountSignInTest : public AccountFixture {
         return session;
     }
 
-    ScriptedBrowser browser;
+    ScriptedBrowserSignIn browser;
     QStringList events;
 };
 
@@ -154,6 +130,19 @@ TEST_F(AccountSignInTest, AFailedSignInShowsItsSentence) {
     clock.settle();
     finish();
     EXPECT_EQ(starting->authError(), u"Refused.");
+}
+
+TEST_F(AccountSignInTest, WhoNoLongerWaitsEndsItSilently) {
+    starting->cancelBrowserSignIn();
+    starting->signInInBrowser("sign-in");
+    clock.settle();
+    browser.session = live("t1");
+    starting->cancelBrowserSignIn();
+    EXPECT_FALSE(starting->isSigningIn());
+    clock.settle();
+    EXPECT_EQ(starting->authError(), u"");
+    EXPECT_FALSE(account->signedIn());
+    EXPECT_TRUE(events.isEmpty());
 }
 
 TEST_F(AccountSignInTest, WithoutABrowserASignInSaysSo) {

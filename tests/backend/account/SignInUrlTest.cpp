@@ -16,7 +16,9 @@ TEST(SignInUrl, AHandoffCodeIsInTheQueryOrElseInTheFragment) {
 
 TEST(SignInUrl, TheQueryComesBeforeTheFragment) {
     EXPECT_EQ(queryValue("error", QUrl("vorq://auth/callback?error=a#error=b")), "a");
-    EXPECT_EQ(queryValue("error", QUrl("vorq://auth/callback?error=#error=b")), "b");
+    EXPECT_EQ(queryValue("error", QUrl("vorq://auth/callback?error=#error=b")), "");
+    EXPECT_EQ(queryValue("error", QUrl("vorq://auth/callback?error&error=a")), "a");
+    EXPECT_EQ(queryValue("error", QUrl("vorq://auth/callback?error#error=b")), "b");
     EXPECT_EQ(queryValue("error", QUrl("vorq://auth/callback?other=a")), std::nullopt);
 }
 

@@ -99,11 +99,15 @@ class ScriptedSignIn final : public PendingSignIn {
   public:
     bool pending = false;
     QList<QUrl> finished;
+    std::optional<RunningApplication> browser;
 
     [[nodiscard]] bool isPending() const override { return pending; }
     void finish(const QUrl& url) override {
         finished += url;
         pending = false;
+    }
+    [[nodiscard]] std::optional<RunningApplication> takeBrowserApplication() override {
+        return std::exchange(browser, std::nullopt);
     }
 };
 
