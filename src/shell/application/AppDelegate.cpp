@@ -1,5 +1,6 @@
 #include "shell/application/AppDelegate.h"
 
+#include "backend/account/PendingSignIn.h"
 #include "core/VorqAppState.h"
 #include "platform/Clock.h"
 #include "platform/LoginItem.h"
@@ -38,7 +39,8 @@ AppDelegate::AppDelegate(const Ports& ports, QObject* parent)
       m_hotKeyHandler(ports.hotKeys, ports.workspace, ports.clock),
       m_panel({ports.workspace, ports.capture, m_frontmost, m_holds, ports.makePanel}),
       m_noteHotKeys(ports.notes, ports.workspace, m_frontmost),
-      m_urlRouter(ports.signIn, m_notifications) {
+      m_urlRouter(ports.signIn, m_notifications),
+      m_reveal(ports.workspace, ports.self) {
     connect(&m_hotKeyHandler, &HotKeyHandler::activated, this, &AppDelegate::perform);
     m_hotKeyHandler.setOffersNotes(ports.notes.isAvailable());
     connect(&m_hotKeyHandler, &HotKeyHandler::noticesChanged, this, &AppDelegate::refreshHotKeys);
@@ -85,6 +87,8 @@ void AppDelegate::performCommand(StatusCommand command) {
         return clearChat();
     case StatusCommand::OpenAccessibility:
         return openAccessibilityFromMenu();
+    case StatusCommand::SignIn:
+        return signIn();
     case StatusCommand::SignOut:
         return signOut();
     case StatusCommand::DeleteVorq:
@@ -161,9 +165,10 @@ void AppDelegate::appear() {
         showPanel();
 }
 
-// A menu would take the keyboard from the browser or the terminal that the sign-in came from.
+// A menu would take the keyboard from the browser or the terminal that the sign-in came from,
+// unless the browser is out of the way.
 void AppDelegate::tellOfSignIn() {
-    if (m_ports.host.isActive())
+    if (std::exchange(m_isDesktopRevealed, false) || m_ports.host.isActive())
         openStatusItemMenu();
     else
         m_ports.statusItem.flashStatusImage(StatusImage::Check);
@@ -180,12 +185,20 @@ void AppDelegate::bindAppState(VorqAppState& state) {
     if (!state.isLibraryLoaded()) state.reloadLibrary();
     state.watchLibrary();
     state.permissions().setShowAccessibilityWalkthrough(false);
-    connect(&state.signIn(), &AccountSignIn::statusMenuRequested, &m_notifications,
-            &ShellNotifications::vorqOpenStatusMenu);
+    connectSignIn(state);
     connect(&state.panel(), &PanelConversation::vorqShowPanel, &m_notifications,
             &ShellNotifications::vorqShowPanel);
     connect(&state.panel(), &PanelConversation::vorqFocusPrompt, &m_notifications,
             &ShellNotifications::vorqFocusPrompt);
+}
+
+void AppDelegate::connectSignIn(VorqAppState& state) {
+    connect(&state.signIn(), &AccountSignIn::desktopRevealRequested, this, [this] {
+        m_isDesktopRevealed =
+            m_reveal.revealDesktopAfterBrowserSignIn(m_ports.signIn.takeBrowserApplication());
+    });
+    connect(&state.signIn(), &AccountSignIn::statusMenuRequested, &m_notifications,
+            &ShellNotifications::vorqOpenStatusMenu);
 }
 
 bool AppDelegate::applicationShouldHandleReopen() {
@@ -229,6 +242,10 @@ void AppDelegate::openAccessibilityFromMenu() {
 
 void AppDelegate::clearChat() {
     if (m_state != nullptr && m_state->account().signedIn()) m_state->panel().clearPanelChat();
+}
+
+void AppDelegate::signIn() {
+    if (m_state != nullptr) m_state->signIn().signInInBrowser(u"sign-in"_s);
 }
 
 void AppDelegate::signOut() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "capture/source/FrontmostTracker.h"
+#include "shell/application/DesktopReveal.h"
 #include "shell/application/UrlRouter.h"
 #include "shell/hotkeys/HotKeyHandler.h"
 #include "shell/hotkeys/NoteHotKeys.h"
@@ -103,12 +104,14 @@ class AppDelegate final : public QObject {
     void registerOpenAtLoginIfNeeded();
     void appearAfterLaunch(LaunchOptions options);
     void appear();
+    void connectSignIn(VorqAppState& state);
     void tellOfSignIn();
     void openAccessibilityFromMenu();
     static QCoro::Task<> runChatSave(AppDelegate* self, std::stop_token stop);
     void tellChatSave(bool isSaved);
     void uninstallVorqAndQuit();
     void clearChat();
+    void signIn();
     void signOut();
     void activateFromMacHandoff(const QString& code);
     void guidePanelAccessFromNotification();
@@ -125,7 +128,9 @@ class AppDelegate final : public QObject {
     PanelSummoner m_panel;
     NoteHotKeys m_noteHotKeys;
     UrlRouter m_urlRouter;
-    TaskSlot m_chatSave; // all that are under way, the latest in the slot
+    DesktopReveal m_reveal;
+    bool m_isDesktopRevealed = false; // by the sign-in that is about to be told
+    TaskSlot m_chatSave;              // all that are under way, the latest in the slot
 };
 
 } // namespace vorq

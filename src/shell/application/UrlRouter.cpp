@@ -8,18 +8,20 @@ namespace vorq {
 
 void UrlRouter::open(const QList<QUrl>& urls) {
     for (const QUrl& url : urls)
-        open(url);
+        (void)handleOpenURL(url);
 }
 
-void UrlRouter::open(const QUrl& url) {
+bool UrlRouter::handleOpenURL(const QUrl& url) {
     if (const std::optional<QString> handoff = SignInUrl::handoffCode(url)) {
         if (m_signIn.isPending())
             m_signIn.finish(url);
         else
             emit m_notifications.vorqMacHandoffCode(*handoff);
-    } else if (SignInUrl::isOAuthCallback(url) && m_signIn.isPending()) {
-        m_signIn.finish(url);
+        return true;
     }
+    if (!SignInUrl::isOAuthCallback(url) || !m_signIn.isPending()) return false;
+    m_signIn.finish(url);
+    return true;
 }
 
 } // namespace vorq

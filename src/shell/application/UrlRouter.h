@@ -19,9 +19,10 @@ class UrlRouter {
     /// Those that are no way back from a sign-in are ignored.
     void open(const QList<QUrl>& urls);
 
-  private:
-    void open(const QUrl& url);
+    /// Whether it was one, and so has been dealt with.
+    bool handleOpenURL(const QUrl& url);
 
+  private:
     PendingSignIn& m_signIn;
     ShellNotifications& m_notifications;
 };

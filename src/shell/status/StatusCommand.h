@@ -16,6 +16,7 @@ enum class StatusCommand : std::uint8_t {
     OpenAccessibility,
     EnableBackendAtLogin,
     DisableBackendAtLogin,
+    SignIn,
     SignOut,
     DeleteVorq,
     Quit,

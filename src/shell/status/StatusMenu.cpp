@@ -1,7 +1,6 @@
 #include "shell/status/StatusMenu.h"
 
 #include "core/VorqAppState.h"
-#include "shell/notices/Advice.h"
 
 #include <map>
 
@@ -20,7 +19,8 @@ QString menuText(QString text) {
 StatusMenu::StatusMenu() : FactMenu(u"Vorq"_s) {
     setAccessibleName(u"Vorq"_s);
     m_account = addFact(tr("Starting…"));
-    m_signInAdvice = addFact(menuText(signInAdvice()));
+    m_signIn = addCommand(QString(), StatusCommand::SignIn);
+    m_signInFailure = addFact(QString());
     m_watch = addFact(QString());
     setWatchStatus({});
     m_noticesEnd = addSeparator();
@@ -117,6 +117,9 @@ void StatusMenu::bindAppState(VorqAppState& state) {
     const AccountSession* account = &state.account();
     connect(account, &AccountSession::signedInChanged, this, &StatusMenu::refreshAccount);
     connect(account, &AccountSession::profileChanged, this, &StatusMenu::refreshAccount);
+    const AccountSignIn* signIn = &state.signIn();
+    connect(signIn, &AccountSignIn::progressChanged, this, &StatusMenu::refreshSignIn);
+    connect(signIn, &AccountSignIn::authErrorChanged, this, &StatusMenu::refreshSignIn);
     connect(&state.permissions(), &Permissions::changed, this, &StatusMenu::refreshAccessibility);
     connect(&state.panel(), &PanelConversation::stateChanged, this, &StatusMenu::refreshChat);
     connect(this, &QMenu::aboutToShow, this, &StatusMenu::refreshChat);
@@ -132,11 +135,22 @@ void StatusMenu::refreshChat() {
 void StatusMenu::refreshAccount() {
     const bool isSignedIn = m_state && m_state->account().signedIn();
     m_clearChat->setEnabled(isSignedIn);
-    m_signInAdvice->setVisible(m_state && !isSignedIn);
     m_signOut->setVisible(isSignedIn);
+    refreshSignIn();
     if (!m_state) return;
     const QString name = menuText(m_state->account().profile().displayName());
     m_account->setText(isSignedIn ? tr("Signed in as %1").arg(name) : tr("Not signed in"));
+}
+
+void StatusMenu::refreshSignIn() {
+    const bool isMissing = m_state && !m_state->account().signedIn();
+    const bool isWaiting = m_state && m_state->signIn().isSigningIn();
+    m_signIn->setVisible(isMissing);
+    m_signIn->setText(isWaiting ? tr("Waiting for browser…") : tr("Sign in"));
+    m_signIn->setEnabled(!isWaiting);
+    const QString failure = isMissing ? m_state->signIn().authError() : QString();
+    m_signInFailure->setText(menuText(failure));
+    m_signInFailure->setVisible(!failure.isEmpty());
 }
 
 // There is something to choose only while it is off.

@@ -57,12 +57,14 @@ class StatusMenu final : public FactMenu {
     void addCommands();
     void addBackendAtLogin();
     void refreshAccount();
+    void refreshSignIn();
     void refreshChat();
     void refreshAccessibility();
 
     QPointer<VorqAppState> m_state;
     QAction* m_account;
-    QAction* m_signInAdvice;
+    QAction* m_signIn;
+    QAction* m_signInFailure;
     QAction* m_watch;
     QAction* m_noticesEnd; // the line below the notices
     QList<QAction*> m_notices;

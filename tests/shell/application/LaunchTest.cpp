@@ -1,5 +1,6 @@
 // How the application starts, is started again, and ends.
 
+#include "doubles/backend/ScriptedBrowserSignIn.h"
 #include "doubles/shell/ShellFixture.h"
 #include "platform/testing/ScriptedPermissionProbe.h"
 
@@ -258,6 +259,20 @@ TEST_F(LaunchTest, ThePanelIsGuidedToTheMenu) {
     emit m_statusItem.menuDidClose();
     ASSERT_EQ(suppressed.count(), 2);
     EXPECT_EQ(suppressed[1][0], false);
+}
+
+TEST_F(LaunchTest, ChoosingToSignInOpensTheBrowser) {
+    launch();
+    ScriptedBrowserSignIn browser;
+    state().account().signOut();
+    state().signIn().setBrowserSignIn(&browser);
+    emit m_statusItem.chosen(StatusCommand::SignIn);
+    m_clock.settle();
+    EXPECT_THAT(browser.modes, ElementsAre("sign-in"));
+    EXPECT_TRUE(state().signIn().isSigningIn());
+    state().signIn().cancelBrowserSignIn();
+    state().signIn().setBrowserSignIn(nullptr);
+    m_clock.settle();
 }
 
 TEST_F(LaunchTest, ASignInByALinkLeavesTheKeyboardWhereItIs) {

@@ -53,6 +53,16 @@ TEST_F(UrlRouterTest, ACallbackCountsOnlyWhileASignInWaits) {
     EXPECT_EQ(m_signIn.finished.size(), 1);
 }
 
+TEST_F(UrlRouterTest, WhatWasDealtWithIsTold) {
+    UrlRouter router(m_signIn, m_delegate.notifications());
+    EXPECT_TRUE(router.handleOpenURL(QUrl("vorq://auth/callback?handoff=abc")));
+    EXPECT_FALSE(router.handleOpenURL(QUrl("vorq://auth/callback?error=no")));
+    m_signIn.pending = true;
+    EXPECT_FALSE(router.handleOpenURL(QUrl("vorq://auth/elsewhere?error=no")));
+    EXPECT_TRUE(router.handleOpenURL(QUrl("vorq://auth/callback?error=no")));
+    m_clock.settle();
+}
+
 TEST_F(UrlRouterTest, EachUrlIsTakenInTurn) {
     QSignalSpy codes(&m_delegate.notifications(), &ShellNotifications::vorqMacHandoffCode);
     m_delegate.applicationOpen(

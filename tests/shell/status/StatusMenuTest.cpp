@@ -1,8 +1,8 @@
 #include "shell/status/StatusMenu.h"
+#include "doubles/backend/ScriptedBrowserSignIn.h"
 #include "doubles/panel/ConversationFixture.h"
 #include "doubles/shell/MenuPress.h"
 #include "platform/testing/ScriptedPermissionProbe.h"
-#include "shell/notices/Advice.h"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -102,11 +102,32 @@ TEST_F(StatusMenuTest, SaysWhoIsSignedIn) {
     EXPECT_FALSE(action("Sign out")->isVisible());
 }
 
-TEST_F(StatusMenuTest, SaysHowToSignInWhileNobodyIs) {
-    EXPECT_THAT(texts(m_menu), Not(Contains(signInAdvice())));
-    state().account().markSessionExpired();
-    EXPECT_EQ(texts(m_menu)[1], signInAdvice());
-    EXPECT_FALSE(action(signInAdvice())->isEnabled());
+TEST_F(StatusMenuTest, OffersToSignInWhileNobodyIs) {
+    EXPECT_THAT(texts(m_menu), Not(Contains("Sign in")));
+    state().account().markSessionExpired(u"Ended && gone."_s);
+    EXPECT_EQ(texts(m_menu)[1], "Sign in");
+    EXPECT_EQ(texts(m_menu)[2], "Ended &&&& gone.");
+    EXPECT_FALSE(action("Ended &&&& gone.")->isEnabled());
+    press("Sign in");
+    EXPECT_THAT(m_chosen, ElementsAre(StatusCommand::SignIn));
+}
+
+TEST_F(StatusMenuTest, SaysThatTheBrowserIsWaitedFor) {
+    state().account().signOut();
+    EXPECT_EQ(texts(m_menu)[2], "-") << "nothing went wrong";
+    ScriptedBrowserSignIn browser;
+    state().signIn().setBrowserSignIn(&browser);
+    state().signIn().signInInBrowser(u"sign-in"_s);
+    EXPECT_EQ(texts(m_menu)[1], "Waiting for browser…");
+    EXPECT_FALSE(action("Waiting for browser…")->isEnabled());
+    m_clock.settle();
+    browser.error = SignInError::timedOut("Vorq");
+    browser.attempts.back().fire();
+    m_clock.settle();
+    EXPECT_EQ(texts(m_menu)[1], "Sign in");
+    EXPECT_TRUE(action("Sign in")->isEnabled());
+    EXPECT_EQ(texts(m_menu)[2], "Vorq sign-in timed out. Try again.");
+    state().signIn().setBrowserSignIn(nullptr);
 }
 
 TEST_F(StatusMenuTest, AccessibilityIsThatOfTheStateAndCanBeChosenWhileItIsOff) {
