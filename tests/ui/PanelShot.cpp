@@ -1,5 +1,6 @@
 // Draws the states of the panel into pictures for looking at: vorq-panel-shot FOLDER
 
+#include "doubles/backend/ScriptedBrowserSignIn.h"
 #include "doubles/ui/PanelStage.h"
 #include "doubles/ui/Samples.h"
 #include "ui/reply/ReplyView.h"
@@ -297,6 +298,16 @@ QList<Shot> shotsOfTurns() {
          [](PanelStage& s) {
              signOut(s);
              greet(s);
+         }},
+        {"signed-out-waiting",
+         [](PanelStage& s) {
+             signOut(s);
+             greet(s);
+         },
+         [](PanelStage& s) {
+             static ScriptedBrowserSignIn browser;
+             s.state->signIn().setBrowserSignIn(&browser);
+             s.panel->signIn()->signInInBrowser();
          }},
         {"signed-out-failed",
          [](PanelStage& s) {

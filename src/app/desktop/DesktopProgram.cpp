@@ -6,6 +6,7 @@
 #include "app/desktop/LocalBackend.h"
 #include "app/desktop/PanelRenderer.h"
 #include "app/desktop/SessionLimits.h"
+#include "backend/account/TcpLoopbackServer.h"
 #include "platform/Accessibility.h"
 #include "platform/DesktopLook.h"
 #include "platform/LoginItem.h"
@@ -80,6 +81,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
                platform.notes(), ApplicationService::name}),
       m_state({platform.clock(), platform.defaults(), platform.paths(), m_transport, m_capture,
                platform.notes()}),
+      m_signIn(signInPorts()),
       m_settingsDamage(platform.defaults(), m_state.panel()),
       m_palette(m_state.appearance()),
       m_statusItem(platform.clock()),
@@ -96,6 +98,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
     connect(&service, &ApplicationService::openRequested, &m_delegate,
             &AppDelegate::applicationOpen);
     connect(&service, &ApplicationService::verbRequested, this, &DesktopProgram::perform);
+    m_state.signIn().setBrowserSignIn(&m_signIn);
     tellOutcomes(service.links());
     service.previewSwitches().serve(m_state.previews());
     connectNotes();
@@ -106,6 +109,12 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
 }
 
 DesktopProgram::~DesktopProgram() = default;
+
+VorqGoogleSignIn::Ports DesktopProgram::signInPorts() {
+    return {m_state.api(), m_platform.clock(), m_platform.urls(),
+            [this] { return std::make_unique<TcpLoopbackServer>(m_platform.clock()); },
+            ApplicationService::name};
+}
 
 AppDelegate::Ports DesktopProgram::delegatePorts() {
     return {*m_host,
@@ -152,6 +161,7 @@ int DesktopProgram::run(const DesktopArguments& arguments, const VerbSource& sou
     m_platform.registerUrlScheme();
     const int status = QCoreApplication::exec();
     m_delegate.applicationWillTerminate();
+    m_signIn.cancelPending();
     m_state.finishLibrary();
     settleSession(m_state.account().tokens(), m_platform.clock(), settleLimit);
     return status;

@@ -4,7 +4,7 @@
 #include "app/desktop/SettingsDamage.h"
 #include "app/instance/ApplicationService.h"
 #include "app/instance/CommandRepeats.h"
-#include "backend/account/PendingSignIn.h"
+#include "backend/account/VorqGoogleSignIn.h"
 #include "backend/http/CurlTransport.h"
 #include "capture/attachments/FileAttachmentReader.h"
 #include "capture/notes/NoteDraftFlow.h"
@@ -48,6 +48,7 @@ class DesktopProgram final : public QObject {
     void perform(Verb verb, const VerbSource& source);
     [[nodiscard]] HotKeySource hotKeySource(const VerbSource& source) const;
     [[nodiscard]] std::unique_ptr<PanelPresence> makePanel(VorqAppState& state);
+    [[nodiscard]] VorqGoogleSignIn::Ports signInPorts();
     [[nodiscard]] AppDelegate::Ports delegatePorts();
     void tellOutcomes(LinkOutcomes& links);
     void connectNotes();
@@ -56,13 +57,13 @@ class DesktopProgram final : public QObject {
 
     DesktopPlatform& m_platform;
     CurlTransport m_transport;
-    NoPendingSignIn m_signIn;
     CommandRepeats m_repeats;
     PanelShowings m_showings;
     DesktopCapture m_capture;
     FileAttachmentReader m_attachmentReader;
     NoteDraftFlow m_notes;
     VorqAppState m_state;
+    VorqGoogleSignIn m_signIn;
     SettingsDamage m_settingsDamage;
     ApplicationPalette m_palette;
     ApplicationFont m_font;

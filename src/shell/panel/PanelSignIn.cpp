@@ -13,10 +13,30 @@ namespace vorq {
 PanelSignIn::PanelSignIn(AccountSession& account, AccountSignIn& signIn, LocalSignIn* local)
     : m_account(account), m_signIn(signIn), m_local(local) {
     connect(&account, &AccountSession::signedInChanged, this, [this] { show(m_isRunning, {}); });
+    connect(&signIn, &AccountSignIn::progressChanged, this, &PanelSignIn::changed);
+    connect(&signIn, &AccountSignIn::authErrorChanged, this, &PanelSignIn::changed);
 }
 
 bool PanelSignIn::isMissing() const {
     return !m_account.signedIn();
+}
+
+bool PanelSignIn::isWaitingForBrowser() const {
+    return m_signIn.isSigningIn();
+}
+
+QString PanelSignIn::failure() const {
+    if (m_isRunning) return {};
+    return m_failure.isEmpty() ? m_signIn.authError() : m_failure;
+}
+
+void PanelSignIn::signInInBrowser() {
+    show(m_isRunning, {});
+    m_signIn.signInInBrowser(QStringLiteral("sign-in"));
+}
+
+void PanelSignIn::cancelBrowser() {
+    m_signIn.cancelBrowserSignIn();
 }
 
 void PanelSignIn::signIn() {

@@ -14,13 +14,14 @@ class AccountSession;
 class AccountSignIn;
 class LocalSignIn;
 
-/// Tells the panel that nobody is signed in, and signs the user in to this computer's account. Main
-/// thread only.
+/// Tells the panel that nobody is signed in, and signs the user in: in the browser, or to this
+/// computer's account. Main thread only.
 class PanelSignIn final : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isMissing READ isMissing NOTIFY changed)
     Q_PROPERTY(bool isOffered READ isOffered CONSTANT)
     Q_PROPERTY(bool isRunning READ isRunning NOTIFY changed)
+    Q_PROPERTY(bool isWaitingForBrowser READ isWaitingForBrowser NOTIFY changed)
     Q_PROPERTY(QString failure READ failure NOTIFY changed)
 
   public:
@@ -31,11 +32,16 @@ class PanelSignIn final : public QObject {
     [[nodiscard]] bool isMissing() const;
     [[nodiscard]] bool isOffered() const { return m_local != nullptr; }
     [[nodiscard]] bool isRunning() const { return m_isRunning; }
-    /// Why the last attempt came to nothing, as a sentence; "" for no reason.
-    [[nodiscard]] const QString& failure() const { return m_failure; }
+    [[nodiscard]] bool isWaitingForBrowser() const;
+    /// Why the last attempt came to nothing or the session ended, as a sentence; "" for no reason.
+    [[nodiscard]] QString failure() const;
 
-    /// Does nothing while it is under way, or is not offered.
+    /// To this computer's account. Does nothing while it is under way, or is not offered.
     Q_INVOKABLE void signIn();
+
+    /// Does nothing while it is under way.
+    Q_INVOKABLE void signInInBrowser();
+    Q_INVOKABLE void cancelBrowser();
 
   signals:
     void changed();

@@ -1,3 +1,4 @@
+#include "doubles/backend/ScriptedBrowserSignIn.h"
 #include "doubles/ui/PanelStage.h"
 
 #include <QAccessible>
@@ -29,14 +30,14 @@ class SignInNoticeTest : public testing::Test {
                 texts += item->property("text").toString();
         return texts;
     }
-    [[nodiscard]] QQuickItem* button() {
+    [[nodiscard]] QQuickItem* button(const QString& text = "Sign in on this computer") {
         for (QQuickItem* item : stage.findAll("TextButton"))
-            if (item->isVisible()) return item;
+            if (item->isVisible() && item->property("text").toString() == text) return item;
         return nullptr;
     }
-    void click() {
-        QQuickItem* item = button();
-        ASSERT_TRUE(item);
+    void click(const QString& text = "Sign in on this computer") {
+        QQuickItem* item = button(text);
+        ASSERT_TRUE(item) << text.toStdString();
         stage.drawFrame();
         QTest::mouseClick(stage.window.get(), Qt::LeftButton, {},
                           item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
@@ -52,8 +53,68 @@ class SignInNoticeTest : public testing::Test {
         settle();
     }
 
+    void waitForBrowser() {
+        stage.state->signIn().setBrowserSignIn(&browser);
+        show();
+        click("Sign in");
+        ASSERT_EQ(browser.modes, QStringList("sign-in"));
+    }
+    void endAttempt(const SignInError& error) {
+        browser.error = error;
+        browser.attempts.back().fire();
+        settle();
+    }
+
+    ScriptedBrowserSignIn browser;
     PanelStage stage;
 };
+
+TEST_F(SignInNoticeTest, APressSignsInInTheBrowser) {
+    waitForBrowser();
+    EXPECT_THAT(shown(), testing::IsSupersetOf({"Waiting for browser…", "Cancel"}));
+    EXPECT_EQ(button(), nullptr) << "one way at a time";
+    click("Waiting for browser…");
+    EXPECT_EQ(browser.modes.size(), 1) << "a second press does nothing";
+    browser.session = Session();
+    browser.session->signedIn = true;
+    browser.session->token = "t";
+    browser.attempts.back().fire();
+    settle();
+    EXPECT_TRUE(stage.state->account().signedIn());
+    EXPECT_THAT(shown(), testing::IsEmpty());
+}
+
+TEST_F(SignInNoticeTest, WhoNoLongerWaitsForTheBrowserSaysSo) {
+    waitForBrowser();
+    click("Cancel");
+    EXPECT_FALSE(stage.state->signIn().isSigningIn());
+    EXPECT_THAT(shown(), testing::IsSupersetOf({"Sign in", "Sign in on this computer"}));
+    EXPECT_EQ(button("Cancel"), nullptr);
+    EXPECT_EQ(button("Waiting for browser…"), nullptr);
+    click("Sign in");
+    EXPECT_EQ(browser.modes.size(), 2);
+}
+
+TEST_F(SignInNoticeTest, WhatTheBrowserCameToIsTold) {
+    waitForBrowser();
+    endAttempt(SignInError::timedOut("Vorq"));
+    EXPECT_THAT(shown(), testing::Contains("Vorq sign-in timed out. Try again."));
+    click("Sign in");
+    EXPECT_THAT(shown(), testing::Not(testing::Contains("Vorq sign-in timed out. Try again.")));
+}
+
+TEST_F(SignInNoticeTest, AButtonThatGoesLeavesTheKeyboardInThePanel) {
+    waitForBrowser();
+    QQuickItem* const cancel = button("Cancel");
+    for (int press = 0; press < 12 && !cancel->hasActiveFocus(); ++press)
+        QTest::keyClick(stage.window.get(), Qt::Key_Tab);
+    ASSERT_TRUE(cancel->hasActiveFocus());
+    endAttempt(SignInError::cancelled());
+    EXPECT_TRUE(button("Sign in")->hasActiveFocus());
+    QTest::keyClick(stage.window.get(), Qt::Key_Return);
+    settle();
+    EXPECT_EQ(browser.modes.size(), 2);
+}
 
 TEST_F(SignInNoticeTest, ItStandsThereBeforeAnythingIsTyped) {
     show();
@@ -86,14 +147,15 @@ TEST_F(SignInNoticeTest, KeysReachItAndADraftIsKept) {
     QTest::keyClick(stage.window.get(), Qt::Key_X);
     for (int press = 0; press < 10 && !button()->hasActiveFocus(); ++press)
         QTest::keyClick(stage.window.get(), Qt::Key_Tab);
-    ASSERT_TRUE(button()->hasActiveFocus());
-    QAccessibleInterface* element = QAccessible::queryAccessibleInterface(button());
+    QQuickItem* const pressed = button();
+    ASSERT_TRUE(pressed->hasActiveFocus());
+    QAccessibleInterface* element = QAccessible::queryAccessibleInterface(pressed);
     ASSERT_TRUE(element);
     EXPECT_EQ(element->text(QAccessible::Name), "Sign in on this computer");
     QTest::keyClick(stage.window.get(), Qt::Key_Return);
     settle();
     EXPECT_EQ(stage.localSignIn.asked, 1);
-    EXPECT_TRUE(button()->hasActiveFocus()) << "while it is under way";
+    EXPECT_TRUE(pressed->hasActiveFocus()) << "while it is under way";
     giveCode();
     signedIn();
     QTest::keyClick(stage.window.get(), Qt::Key_Y);
@@ -117,7 +179,7 @@ TEST_F(SignInNoticeTest, AnAttemptThatFailsSaysWhyAndCanBeRepeated) {
                            text.contains("vorq-gateway serve");
                 })));
     EXPECT_FALSE(stage.state->account().signedIn());
-    EXPECT_EQ(button()->property("text").toString(), "Sign in on this computer");
+    EXPECT_TRUE(button());
 }
 
 TEST_F(SignInNoticeTest, ASessionThatEndsBringsItUp) {
