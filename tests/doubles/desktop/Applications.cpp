@@ -96,6 +96,15 @@ Application openChromium(DesktopSession& session, const QByteArray& html, bool a
     return inFront(session, "chromium");
 }
 
+void makeChromiumDefault(const DesktopSession& session) {
+    session.write(".local/share/applications/chromium.desktop",
+                  "[Desktop Entry]\nType=Application\nName=Chromium\nStartupWMClass=Chromium\n"
+                  "MimeType=x-scheme-handler/http;\nExec=chromium " +
+                      chromiumArguments(session).join(' ').toUtf8() + " %U\n");
+    session.write(".config/mimeapps.list",
+                  "[Default Applications]\nx-scheme-handler/http=chromium.desktop\n");
+}
+
 Application openChromiumWindow(DesktopSession& session, const QByteArray& html) {
     const std::vector<DesktopSession::Window> before = session.windows();
     const QStringList page{"--new-window", "file://" + session.write("second.html", html)};

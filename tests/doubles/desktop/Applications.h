@@ -34,6 +34,9 @@ Application openFirefox(DesktopSession& session, const QByteArray& html);
 /// Without accessibility it tells nothing of its pages.
 Application openChromium(DesktopSession& session, const QByteArray& html, bool accessible);
 
+/// From now on programs of the session open web addresses in Chromium.
+void makeChromiumDefault(const DesktopSession& session);
+
 /// One more window of the Chromium that is open, in front.
 Application openChromiumWindow(DesktopSession& session, const QByteArray& html);
 /// It tells accessibility nothing of its pages.
