@@ -136,12 +136,23 @@ void X11KeyPoster::settle() const {
 
 // Super that goes down and up with no key between opens the overview of many desktops, and Alt the
 // menu of many programs; so one is pressed that types nothing.
-void X11KeyPoster::putBack(const KeyCodes& lifted, const X11Keyboard& keyboard) const {
-    std::ranges::for_each(lifted, [this](KeyCode key) { press(key); });
+void X11KeyPoster::pressSilently(const X11Keyboard& keyboard) const {
     const std::optional<KeyCode> silent = keyboard.keyTypingNothing();
-    if (lifted.empty() || !silent) return;
+    if (!silent) return;
     press(*silent);
     release(*silent);
+}
+
+void X11KeyPoster::lift(const KeyCodes& held, const X11Keyboard& keyboard) const {
+    if (held.empty()) return;
+    pressSilently(keyboard);
+    std::ranges::for_each(held, [this](KeyCode key) { release(key); });
+}
+
+void X11KeyPoster::putBack(const KeyCodes& lifted, const X11Keyboard& keyboard) const {
+    if (lifted.empty()) return;
+    std::ranges::for_each(lifted, [this](KeyCode key) { press(key); });
+    pressSilently(keyboard);
 }
 
 bool X11KeyPoster::post(KeyChord chord, ProcessId target) {
@@ -154,7 +165,7 @@ bool X11KeyPoster::post(KeyChord chord, ProcessId target) {
         const HeldServer held(m_x11);
         if (!hasKeyboard(target)) return false;
         const KeyCodes lifted = heldOf(keyboard.modifierKeys());
-        std::ranges::for_each(lifted, [this](KeyCode key) { release(key); });
+        lift(lifted, keyboard);
         // A letter that is held down is pressed by nobody a second time.
         for (const KeyCode key : heldOf({keys.back()}))
             release(key);

@@ -30,6 +30,8 @@ class X11KeyPoster final : public KeyPoster {
     [[nodiscard]] KeyCodes heldOf(const KeyCodes& keys) const;
     void press(KeyCode key) const;
     void release(KeyCode key) const;
+    void pressSilently(const X11Keyboard& keyboard) const;
+    void lift(const KeyCodes& held, const X11Keyboard& keyboard) const;
     void putBack(const KeyCodes& lifted, const X11Keyboard& keyboard) const;
     void settle() const;
 
