@@ -9,14 +9,14 @@
 namespace vorq::gateway {
 namespace {
 
-ApiReply accountReply(const Site& site, const Visit& visit, AccountView view, int status = 200) {
+std::string accountHtml(const Site& site, const Visit& visit, AccountView view) {
     const Identity& identity = visit.requiredIdentity();
     if (view.account.id == 0) view.account = identity.account;
     view.token = visit.ownersToken();
     view.signIns = site.web.signIns(identity);
     view.ownFamily = identity.owner.familyId;
     view.isAdministrator = visit.isOwnersBrowser();
-    return visit.page(accountPage(view), status);
+    return accountPage(view);
 }
 
 /// The sentence for the change that was just made.
@@ -32,7 +32,8 @@ ApiReply showAccount(const Site& site, const PageCall& call) {
     const Visit visit(site.web, call);
     if (!visit.identity())
         return redirection(signInAddress({.next = "/account.html", .client = {}}, false));
-    return accountReply(site, visit, {.notice = savedNotice(fieldIn(call.query, "saved"))});
+    return visit.page(
+        accountHtml(site, visit, {.notice = savedNotice(fieldIn(call.query, "saved"))}));
 }
 
 /// The account as it was typed, to be put right.
@@ -58,11 +59,11 @@ PageHandler accountForm(const Site& site, const char* form, const char* saved, C
             return redirection(std::string("/account.html?saved=") + saved);
         } catch (const ApiError& error) {
             const bool isProfile = std::string_view(form) == kProfileForm;
-            return accountReply(site, visit,
-                                {.account = isProfile ? typedProfile(visit) : Account(),
-                                 .problem = problemFor(error),
-                                 .problemForm = form},
-                                error.status);
+            return visit.page(accountHtml(site, visit,
+                                          {.account = isProfile ? typedProfile(visit) : Account(),
+                                           .problem = problemFor(error),
+                                           .problemForm = form}),
+                              error);
         }
     };
 }
@@ -104,7 +105,7 @@ ApiReply signOut(const Site& site, const PageCall& call) {
     const Visit visit(site.web, call);
     if (visit.identity()) {
         visit.checkOwnersForm();
-        static_cast<void>(site.accounts.signOut(*visit.identity()));
+        static_cast<void>(site.accounts.signOut(visit.requiredIdentity()));
     }
     return visit.signedInto("/signin.html?done=out", {});
 }

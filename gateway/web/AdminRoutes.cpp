@@ -102,7 +102,7 @@ ApiReply changeProvider(const Site& site, const PageCall& call) {
         return redirection("/admin.html?saved=yes");
     } catch (const ApiError& error) {
         view.problem = problemFor(error);
-        return visit.page(adminPage(view), error.status);
+        return visit.page(adminPage(view), error);
     }
 }
 

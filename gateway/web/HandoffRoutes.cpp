@@ -44,9 +44,10 @@ ApiReply handOff(const Site& site, const PageCall& call) {
     const Visit visit(site.web, call);
     const SignInTarget target = handoffTarget(call);
     if (!visit.identity()) return redirection(signInAddress(target, false));
-    const std::string& email = visit.identity()->account.email;
+    const Identity& identity = visit.requiredIdentity();
+    const std::string& email = identity.account.email;
     if (isLedHere(call.request)) return visit.page(confirmHandoffPage(email, target.client));
-    const std::string code = site.web.createHandoff(*visit.identity());
+    const std::string code = site.web.createHandoff(identity);
     return leadBack(site, call, visit, "handoff=" + code, email);
 }
 

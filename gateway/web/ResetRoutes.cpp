@@ -20,9 +20,7 @@ ApiReply askForLink(const Site& site, const PageCall& call) {
         return visit.page(forgotPage(view));
     } catch (const ApiError& error) {
         view.problem = problemFor(error);
-        ApiReply reply = visit.page(forgotPage(view), error.status);
-        reply.answer->retryAfterSeconds = error.retryAfterSeconds;
-        return reply;
+        return visit.page(forgotPage(view), error);
     }
 }
 
@@ -44,7 +42,7 @@ ApiReply savePassword(const Site& site, const PageCall& call) {
     } catch (const ApiError& error) {
         if (error.field.empty()) throw;
         view.problem = problemFor(error);
-        return visit.page(resetPage(view), error.status);
+        return visit.page(resetPage(view), error);
     }
 }
 

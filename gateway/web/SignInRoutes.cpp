@@ -27,7 +27,7 @@ SignInView signInViewOf(const Visit& visit, const Fields& fields) {
             .target = targetIn(fields),
             .token = visit.strangersToken(),
             .canContinueHere = visit.isOwnersBrowser(),
-            .knownEmail = visit.identity() ? visit.identity()->account.email : ""};
+            .knownEmail = visit.knownEmail()};
 }
 
 /// Whoever has an account here uses the provider at the cost of who runs the gateway.
@@ -68,9 +68,7 @@ ApiReply signIn(const Site& site, const PageCall& call) {
         SignInView view = signInViewOf(visit, call.form);
         view.email = typed.email;
         view.problem = problemFor(error);
-        ApiReply reply = visit.page(signInPage(view), error.status);
-        reply.answer->retryAfterSeconds = error.retryAfterSeconds;
-        return reply;
+        return visit.page(signInPage(view), error);
     }
 }
 

@@ -52,6 +52,10 @@ Visit::Visit(WebAccounts& web, const PageCall& call)
     m_isFresh = true;
 }
 
+std::string Visit::knownEmail() const {
+    return m_identity ? m_identity->account.email : std::string();
+}
+
 const Identity& Visit::requiredIdentity() const {
     if (!m_identity) throw ApiError(403, "You are signed out. Sign in again.");
     return *m_identity;
@@ -91,16 +95,27 @@ bool Visit::isOwnersBrowser() const {
     return m_call.isFromHere && peerUser(m_call.request.peer, m_call.request.own) == getuid();
 }
 
-ApiReply Visit::page(std::string html, int status) const {
-    HttpAnswer answer{.status = status, .contentType = kPageType, .body = std::move(html)};
+ApiReply Visit::withFormCookie(HttpAnswer answer) const {
     if (m_isFresh) answer.cookies.push_back(cookie(kFormCookie, m_formSecret));
     return {.answer = std::move(answer)};
 }
 
+ApiReply Visit::page(std::string html) const {
+    return withFormCookie({.contentType = kPageType, .body = std::move(html)});
+}
+
+ApiReply Visit::page(std::string html, const ApiError& error) const {
+    return withFormCookie({.status = error.status,
+                           .contentType = kPageType,
+                           .body = std::move(html),
+                           .retryAfterSeconds = error.retryAfterSeconds});
+}
+
 ApiReply Visit::signedInto(const std::string& location, const std::string& secret) const {
-    ApiReply reply = redirection(location);
-    reply.answer->cookies.push_back(cookie(kSessionCookie, secret));
-    return reply;
+    return {.answer = HttpAnswer{.status = 303,
+                                 .contentType = kPageType,
+                                 .location = location,
+                                 .cookies = {cookie(kSessionCookie, secret)}}};
 }
 
 ApiReply redirection(const std::string& location) {

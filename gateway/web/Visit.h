@@ -19,6 +19,8 @@ class Visit {
     Visit(WebAccounts& web, const PageCall& call);
 
     [[nodiscard]] const std::optional<Identity>& identity() const { return m_identity; }
+    /// Of who is signed in; empty for nobody.
+    [[nodiscard]] std::string knownEmail() const;
     /// Throws ApiError 403 if nobody is signed in.
     [[nodiscard]] const Identity& requiredIdentity() const;
 
@@ -34,13 +36,15 @@ class Visit {
     /// Whether the browser runs as the user who runs the gateway, on the same computer.
     [[nodiscard]] bool isOwnersBrowser() const;
 
-    /// The answer, with the cookie that the forms in it need.
-    [[nodiscard]] ApiReply page(std::string html, int status = 200) const;
+    /// The answer, with the cookie that the forms in it need, and the status of what went wrong.
+    [[nodiscard]] ApiReply page(std::string html) const;
+    [[nodiscard]] ApiReply page(std::string html, const ApiError& error) const;
     /// A redirection that signs the browser in, or out with an empty secret.
     [[nodiscard]] ApiReply signedInto(const std::string& location, const std::string& secret) const;
 
   private:
     void checkToken(const std::string& expected) const;
+    [[nodiscard]] ApiReply withFormCookie(HttpAnswer answer) const;
 
     const PageCall& m_call;
     std::optional<Identity> m_identity;
