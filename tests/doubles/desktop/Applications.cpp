@@ -105,6 +105,13 @@ void makeChromiumDefault(const DesktopSession& session) {
                   "[Default Applications]\nx-scheme-handler/http=chromium.desktop\n");
 }
 
+Application openChromiumAt(DesktopSession& session, const QString& address) {
+    session.start("chromium", "chromium",
+                  chromiumArguments(session) +
+                      QStringList{"--force-renderer-accessibility", address});
+    return inFront(session, "chromium");
+}
+
 Application openChromiumWindow(DesktopSession& session, const QByteArray& html) {
     const std::vector<DesktopSession::Window> before = session.windows();
     const QStringList page{"--new-window", "file://" + session.write("second.html", html)};

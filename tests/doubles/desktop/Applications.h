@@ -37,6 +37,9 @@ Application openChromium(DesktopSession& session, const QByteArray& html, bool a
 /// From now on programs of the session open web addresses in Chromium.
 void makeChromiumDefault(const DesktopSession& session);
 
+/// The same at an address, with accessibility.
+Application openChromiumAt(DesktopSession& session, const QString& address);
+
 /// One more window of the Chromium that is open, in front.
 Application openChromiumWindow(DesktopSession& session, const QByteArray& html);
 /// It tells accessibility nothing of its pages.
