@@ -4,6 +4,7 @@
 #include "doubles/backend/ScriptedHttpServer.h"
 #include "doubles/desktop/Applications.h"
 #include "doubles/desktop/MenuProgram.h"
+#include "doubles/desktop/PanelProgram.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -80,13 +81,23 @@ class Website {
     QStringList m_codes;
 };
 
+[[nodiscard]] bool isPortFree() {
+    QTcpServer server;
+    return server.listen(QHostAddress::LocalHost, loopbackPort);
+}
+
 class BrowserSignInTest : public MenuProgramTest {
   protected:
+    void SetUp() override { ASSERT_TRUE(isPortFree()) << "another program has port 18742"; }
+
+    DesktopProgram& startSignedOut(const QString& backend) {
+        QProcessEnvironment environment;
+        environment.insert("VORQ_API_BASE_URL", backend);
+        return startInTray("{}", environment);
+    }
     DesktopProgram& startSignedOut() {
         makeChromiumDefault(m_session);
-        QProcessEnvironment environment;
-        environment.insert("VORQ_API_BASE_URL", m_website.url());
-        return startInTray("{}", environment);
+        return startSignedOut(m_website.url());
     }
     void chooseInMenu(const QString& entry) {
         openMenu(entry);
@@ -113,8 +124,60 @@ class BrowserSignInTest : public MenuProgramTest {
         DesktopSession::waitUntil(text, [&] { return shows(text); });
     }
 
+    void waitForMenuByItself(const QString& account) {
+        DesktopSession::waitUntil("the menu by itself", [&] {
+            m_session.key({"Down"});
+            return entry(account).has_value();
+        });
+    }
+    // With the mouse, on the page of the browser, once that stands still.
+    void pressInPage(const Application& browser, const QString& button) const {
+        const AccessibleTree page(browser.process);
+        QRect last;
+        DesktopSession::waitUntil(
+            button,
+            [&] {
+                QRect place;
+                for (const AccessibleNode& node : page.read())
+                    if (node.name == button && node.isShowing) place = page.place(node);
+                return !place.isEmpty() && std::exchange(last, place) == place;
+            },
+            std::chrono::seconds(60));
+        m_session.click(last.center());
+    }
+    [[nodiscard]] Application openThePageOfTheGateway(const QString& browserClass) {
+        startSignedOut("http://127.0.0.1:" + QString::number(startGateway(m_session)));
+        chooseInMenu("Sign in");
+        return inFront(m_session, browserClass);
+    }
+    void signInThroughTheGateway(const QString& browserClass) {
+        const Application browser = openThePageOfTheGateway(browserClass);
+        pressInPage(browser, "Continue on this computer");
+        waitForHidden(browser.window);
+        waitForMenuByItself("Signed in as ");
+    }
+
     Website m_website;
 };
+
+TEST_F(BrowserSignInTest, ThroughTheGatewayInChromium) {
+    makeChromiumDefault(m_session);
+    signInThroughTheGateway("chromium");
+}
+
+TEST_F(BrowserSignInTest, ThroughTheGatewayInFirefox) {
+    makeFirefoxDefault(m_session);
+    signInThroughTheGateway("firefox");
+}
+
+TEST_F(BrowserSignInTest, WhoCancelsOnThePageOfTheGatewayStaysSignedOut) {
+    makeChromiumDefault(m_session);
+    const Application browser = openThePageOfTheGateway("chromium");
+    pressInPage(browser, "Cancel");
+    DesktopSession::waitUntil("the end of the attempt", [] { return isPortFree(); });
+    openMenu("Sign-in was cancelled.");
+    EXPECT_TRUE(entry("Sign in")->isEnabled);
+}
 
 TEST_F(BrowserSignInTest, FromTheMenuToSignedIn) {
     startSignedOut();
@@ -129,10 +192,7 @@ TEST_F(BrowserSignInTest, FromTheMenuToSignedIn) {
     m_website.redirect(loopback + "?handoff=good");
     waitForSession();
     waitForHidden(browser);
-    DesktopSession::waitUntil("the menu by itself", [this] {
-        m_session.key({"Down"});
-        return entry("Signed in as Ada").has_value();
-    });
+    waitForMenuByItself("Signed in as Ada");
     EXPECT_FALSE(entry("Sign in"));
     (void)keep("sign-in-done");
 }
@@ -177,9 +237,7 @@ TEST_F(BrowserSignInTest, ABrowserThatWasClosedHalfWayCanBeGivenUp) {
     press("Cancel");
     DesktopSession::waitUntil("the end of the attempt",
                               [this] { return !shows("Waiting for browser…"); });
-    QTcpServer free;
-    EXPECT_TRUE(free.listen(QHostAddress::LocalHost, loopbackPort));
-    free.close();
+    EXPECT_TRUE(isPortFree());
     press("Sign in");
     (void)waitForBrowser();
     m_website.redirect(loopback + "?handoff=good");
@@ -202,8 +260,7 @@ TEST_F(BrowserSignInTest, TheEndOfTheProgramEndsIt) {
     (void)waitForBrowser();
     EXPECT_EQ(runToEnd({"quit"}).status, 0);
     DesktopSession::waitUntil("the end", [&] { return !vorq.isRunning(); });
-    QTcpServer free;
-    EXPECT_TRUE(free.listen(QHostAddress::LocalHost, loopbackPort));
+    EXPECT_TRUE(isPortFree());
 }
 
 // By everything that a page can send without leaving its window.

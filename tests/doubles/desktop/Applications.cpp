@@ -31,6 +31,27 @@ QStringList chromiumArguments(const DesktopSession& session) {
             "--user-data-dir=" + session.home() + "/chromium"};
 }
 
+// Gives its folder.
+QString firefoxProfile(const DesktopSession& session) {
+    session.write("firefox/user.js",
+                  "user_pref('browser.shell.checkDefaultBrowser', false);\n"
+                  "user_pref('browser.aboutwelcome.enabled', false);\n"
+                  "user_pref('browser.startup.homepage_override.mstone', 'ignore');\n"
+                  "user_pref('datareporting.policy.dataSubmissionEnabled', false);\n"
+                  "user_pref('toolkit.telemetry.reportingpolicy.firstRun', false);\n"
+                  "user_pref('browser.tabs.firefox-view', false);\n"
+                  "user_pref('app.update.enabled', false);\n");
+    return session.home() + "/firefox";
+}
+
+void makeDefault(const DesktopSession& session, const QString& id, const QString& command) {
+    session.write(".local/share/applications/" + id + ".desktop",
+                  "[Desktop Entry]\nType=Application\nName=" + id.toUtf8() +
+                      "\nMimeType=x-scheme-handler/http;\nExec=" + command.toUtf8() + "\n");
+    session.write(".config/mimeapps.list",
+                  "[Default Applications]\nx-scheme-handler/http=" + id.toUtf8() + ".desktop\n");
+}
+
 } // namespace
 
 Application openMousepad(DesktopSession& session, const QByteArray& text) {
@@ -74,16 +95,8 @@ Application openXterm(DesktopSession& session, const QByteArray& text) {
 
 Application openFirefox(DesktopSession& session, const QByteArray& html) {
     const QString page = session.write("page.html", html);
-    session.write("firefox/user.js",
-                  "user_pref('browser.shell.checkDefaultBrowser', false);\n"
-                  "user_pref('browser.aboutwelcome.enabled', false);\n"
-                  "user_pref('browser.startup.homepage_override.mstone', 'ignore');\n"
-                  "user_pref('datareporting.policy.dataSubmissionEnabled', false);\n"
-                  "user_pref('toolkit.telemetry.reportingpolicy.firstRun', false);\n"
-                  "user_pref('browser.tabs.firefox-view', false);\n"
-                  "user_pref('app.update.enabled', false);\n");
     session.start("firefox-esr", "firefox-esr",
-                  {"--no-remote", "--profile", session.home() + "/firefox", "file://" + page});
+                  {"--no-remote", "--profile", firefoxProfile(session), "file://" + page});
     const Application application = inFront(session, "firefox");
     return application;
 }
@@ -97,12 +110,14 @@ Application openChromium(DesktopSession& session, const QByteArray& html, bool a
 }
 
 void makeChromiumDefault(const DesktopSession& session) {
-    session.write(".local/share/applications/chromium.desktop",
-                  "[Desktop Entry]\nType=Application\nName=Chromium\nStartupWMClass=Chromium\n"
-                  "MimeType=x-scheme-handler/http;\nExec=chromium " +
-                      chromiumArguments(session).join(' ').toUtf8() + " %U\n");
-    session.write(".config/mimeapps.list",
-                  "[Default Applications]\nx-scheme-handler/http=chromium.desktop\n");
+    makeDefault(session, "chromium",
+                "chromium " + chromiumArguments(session).join(' ') +
+                    " --force-renderer-accessibility %U");
+}
+
+void makeFirefoxDefault(const DesktopSession& session) {
+    makeDefault(session, "firefox-esr",
+                "firefox-esr --no-remote --profile " + firefoxProfile(session) + " %u");
 }
 
 Application openChromiumAt(DesktopSession& session, const QString& address) {

@@ -34,8 +34,10 @@ Application openFirefox(DesktopSession& session, const QByteArray& html);
 /// Without accessibility it tells nothing of its pages.
 Application openChromium(DesktopSession& session, const QByteArray& html, bool accessible);
 
-/// From now on programs of the session open web addresses in Chromium.
+/// From now on programs of the session open web addresses in the browser, which tells accessibility
+/// of its pages.
 void makeChromiumDefault(const DesktopSession& session);
+void makeFirefoxDefault(const DesktopSession& session);
 
 /// The same at an address, with accessibility.
 Application openChromiumAt(DesktopSession& session, const QString& address);

@@ -216,17 +216,23 @@ void DesktopSession::waitUntil(const QString& what, const Condition& isTrue, sec
 }
 
 // Programs may have started others, which are found by the mark in their environment.
+// A browser that other programs have started may have wiped its environment to show a title.
+bool DesktopSession::isOfSession(const QString& process) const {
+    const auto holds = [&process](const QString& file, const QByteArray& text) {
+        QFile content(process + file);
+        return content.open(QIODevice::ReadOnly) && content.readAll().contains(text);
+    };
+    return holds("/environ", QByteArray(markName) + "=" + m_mark) ||
+           holds("/cmdline", "=" + m_home.path().toUtf8() + "/");
+}
+
 void DesktopSession::killAll() const {
-    const QByteArray mark = QByteArray(markName) + "=" + m_mark;
     for (int round = 0; round < 20; ++round) {
         bool found = false;
         for (const QString& name : QDir("/proc").entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
             bool isProcess = false;
             const int process = name.toInt(&isProcess);
-            QFile environment("/proc/" + name + "/environ");
-            if (!isProcess || process == ::getpid() || !environment.open(QIODevice::ReadOnly))
-                continue;
-            if (!environment.readAll().contains(mark)) continue;
+            if (!isProcess || process == ::getpid() || !isOfSession("/proc/" + name)) continue;
             found = ::kill(process, SIGKILL) == 0 || found;
         }
         if (!found) return;

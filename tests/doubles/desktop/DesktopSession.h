@@ -123,6 +123,7 @@ class DesktopSession {
     void startBus(bool withAccessibility);
     void xdotool(const QStringList& arguments) const;
     [[nodiscard]] QString classOf(Window window) const;
+    [[nodiscard]] bool isOfSession(const QString& process) const;
     void killAll() const;
 
     QTemporaryDir m_home;

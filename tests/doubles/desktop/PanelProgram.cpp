@@ -20,7 +20,7 @@ const QString material =
 
 PanelProgram::PanelProgram(const SessionOptions& options) : session(options) {
     session.write(".config/Vorq/settings.json", "{}");
-    startGateway();
+    m_relay = std::make_unique<RecordingRelay>(startGateway(session));
     signIn();
 }
 
@@ -28,14 +28,14 @@ PanelProgram::~PanelProgram() {
     stop();
 }
 
-void PanelProgram::startGateway() {
+quint16 startGateway(DesktopSession& session) {
     DesktopProgram& gateway =
         session.start(VORQ_GATEWAY_PROGRAM, "", {"serve", "--port", "0", "--stream-delay", "0"});
     DesktopSession::waitUntil("the backend", [&] { return gateway.output().contains('\n'); });
     const QByteArray line = gateway.output().split('\n').front();
     const int port = line.sliced(line.lastIndexOf(':') + 1).trimmed().toInt();
     if (port <= 0) throw std::runtime_error("the backend says: " + line.toStdString());
-    m_relay = std::make_unique<RecordingRelay>(static_cast<quint16>(port));
+    return static_cast<quint16>(port);
 }
 
 void PanelProgram::signIn() {

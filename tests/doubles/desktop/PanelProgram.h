@@ -70,13 +70,15 @@ class PanelProgram {
     [[nodiscard]] QStringList waitForReply(qsizetype entries) const;
 
   private:
-    void startGateway();
     void signIn();
 
     std::unique_ptr<RecordingRelay> m_relay;
     DesktopProgram* m_program = nullptr;
     mutable std::unique_ptr<AccessibleTree> m_tree;
 };
+
+/// Starts the backend in the session and gives its port.
+quint16 startGateway(DesktopSession& session);
 
 /// A text from which the backend can make a reply. One paragraph.
 extern const QString material;
