@@ -271,7 +271,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::PrintToStringParamName());
 
 TEST_F(CopyingDesktop, CapturesNoPasswordThatItsOwnerMarksAsASecret) {
-    const Application manager = openPasswordList(session, "Tr0ub4dor&3");
+    const Application manager = openAccountList(session, "Tr0ub4dor&3");
     DesktopSession::waitUntil("the password to be copied", [&] {
         session.key({"ctrl+c"});
         return session.selection("clipboard") == "Tr0ub4dor&3";

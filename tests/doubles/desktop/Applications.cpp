@@ -70,9 +70,9 @@ Application openTextWindow(DesktopSession& session, const QByteArray& text) {
     return openFile(session, VORQ_TEXT_WINDOW, "of this build", "test_text_window", text);
 }
 
-Application openPasswordList(DesktopSession& session, const QByteArray& password) {
-    session.start(VORQ_PASSWORD_LIST, "of this build", {QString::fromUtf8(password)});
-    return inFront(session, "test_password_list");
+Application openAccountList(DesktopSession& session, const QByteArray& password) {
+    session.start(VORQ_ACCOUNT_LIST, "of this build", {QString::fromUtf8(password)});
+    return inFront(session, "test_account_list");
 }
 
 Application openWriter(DesktopSession& session, const QByteArray& text) {

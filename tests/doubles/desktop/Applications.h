@@ -23,8 +23,8 @@ Application openFeatherPad(DesktopSession& session, const QByteArray& text);
 Application openTextWindow(DesktopSession& session, const QByteArray& text);
 Application openWriter(DesktopSession& session, const QByteArray& text);
 
-/// A list whose one entry is copied as the password, marked as a secret.
-Application openPasswordList(DesktopSession& session, const QByteArray& password);
+/// A list whose one entry is copied as the password, marked as a secret. Its name does not tell.
+Application openAccountList(DesktopSession& session, const QByteArray& password);
 
 /// A terminal that prints the text.
 Application openXterm(DesktopSession& session, const QByteArray& text);
