@@ -185,7 +185,7 @@ std::optional<std::uint64_t> X11ClipboardOwner::write(PasteboardContents content
 void X11ClipboardOwner::answer(const xcb_selection_request_event_t& request) {
     // Old programs leave it out.
     const Atom property = request.property == XCB_ATOM_NONE ? request.target : request.property;
-    const bool isGiven = m_served && request.selection == m_clipboard &&
+    const bool isGiven = request.selection == m_clipboard &&
                          (request.target == m_multiple ? giveSeveral(request, property)
                                                        : give(request, request.target, property));
     xcb_selection_notify_event_t told{};
@@ -203,6 +203,7 @@ void X11ClipboardOwner::answer(const xcb_selection_request_event_t& request) {
 
 bool X11ClipboardOwner::give(const xcb_selection_request_event_t& request, Atom target,
                              Atom property) {
+    if (!m_served) return false;
     if (target == m_timestamp) {
         giveNumbers(request.requestor, property, XCB_ATOM_INTEGER, {m_ownedSince});
         return true;

@@ -70,6 +70,7 @@ QByteArray X11ClipboardReading::nameOf(Atom atom) const {
 
 std::vector<X11ClipboardReading::Offer> X11ClipboardReading::named(std::vector<Atom> atoms) const {
     std::vector<xcb_get_atom_name_cookie_t> cookies;
+    cookies.reserve(atoms.size());
     for (const Atom atom : atoms)
         cookies.push_back(xcb_get_atom_name(m_x11.get(), atom));
     std::vector<Offer> offers;
@@ -88,7 +89,7 @@ std::vector<X11ClipboardReading::Offer> X11ClipboardReading::named(std::vector<A
 
 X11ClipboardReading::Offers X11ClipboardReading::offers() {
     X11SelectionRequest request(m_x11, m_clipboard, m_stop);
-    constexpr auto mostNames = static_cast<qsizetype>(Pasteboard::mostForms * sizeof(Atom));
+    constexpr qsizetype mostNames = Pasteboard::mostForms * qsizetype{sizeof(Atom)};
     const auto targets = convertTwice(request, m_x11.atom("TARGETS"), mostNames);
     if (targets) return named(atomsIn(targets->bytes));
     if (targets.error() != Failure::Refused) return std::unexpected(reasonOf(targets.error()));
