@@ -1,6 +1,7 @@
 #include "app/desktop/DesktopPanel.h"
 
 #include "core/VorqAppState.h"
+#include "platform/copying/Pasteboard.h"
 #include "shell/look/TextScale.h"
 #include "shell/notices/ShellNotifications.h"
 
@@ -32,7 +33,8 @@ PanelLook::Tier tierOf(Translucency translucency) {
 
 DesktopPanel::DesktopPanel(const PanelContext& context)
     : m_view(context.state, context.platform.clock(), context.reader,
-             &context.platform.localSignIn()),
+             &context.platform.localSignIn(),
+             context.platform.pasteboard().supported() ? &context.platform.pasteboard() : nullptr),
       m_look(context.state.appearance()),
       m_appearance(context.platform.appearance()),
       m_compositor(context.platform.compositor()),

@@ -1,6 +1,7 @@
 #include "capture/copy/ClipboardLoan.h"
 
 #include "capture/source/CaptureLogging.h"
+#include "platform/copying/TimeLimit.h"
 
 #include <utility>
 
@@ -12,31 +13,6 @@ using namespace std::chrono_literals;
 constexpr auto guardRound = 50ms;
 // Somebody may write between the look at who did and our own write, but not again and again.
 constexpr int mostTries = 3;
-
-/// Stops a token when a limit of time is over, or another token is stopped.
-class TimeLimit {
-  public:
-    TimeLimit(Clock& clock, Clock::Duration limit, std::stop_token stop)
-        : m_clock(clock),
-          m_timer(clock.after(limit, [source = m_source]() mutable { source.request_stop(); })),
-          m_onStop(std::move(stop), Forward{m_source}) {}
-    TimeLimit(const TimeLimit&) = delete;
-    TimeLimit& operator=(const TimeLimit&) = delete;
-    ~TimeLimit() { m_clock.cancel(m_timer); }
-
-    [[nodiscard]] std::stop_token token() const { return m_source.get_token(); }
-
-  private:
-    struct Forward {
-        std::stop_source source;
-        void operator()() { source.request_stop(); }
-    };
-
-    Clock& m_clock;
-    std::stop_source m_source;
-    Clock::TimerId m_timer;
-    std::stop_callback<Forward> m_onStop;
-};
 
 } // namespace
 

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QCoroTask>
+#include <QList>
 #include <QString>
 
 #include <cstdint>
@@ -74,6 +75,14 @@ class Pasteboard {
     /// it is marked as a secret.
     virtual QCoro::Task<QString> text(std::stop_token stop) = 0;
 
+    /// The names of the forms that it is offered in, in the order of their owner; none if it is
+    /// empty. Nothing if the owner does not tell before the token is stopped.
+    virtual QCoro::Task<std::optional<QList<QByteArray>>> formNames(std::stop_token stop) = 0;
+
+    /// What it holds in a form; nothing if its owner does not hand that out before the token is
+    /// stopped, or it has more than `mostBytes`.
+    virtual QCoro::Task<std::optional<QByteArray>> form(QByteArray name, std::stop_token stop) = 0;
+
     /// Whether the process was given any form of what was last written here. True where that cannot
     /// be known. Never waits.
     [[nodiscard]] virtual bool wasTakenBy(ProcessId process) const = 0;
@@ -99,6 +108,12 @@ class NoPasteboard final : public Pasteboard {
         co_return none;
     }
     QCoro::Task<QString> text(std::stop_token) override { co_return QString(); }
+    QCoro::Task<std::optional<QList<QByteArray>>> formNames(std::stop_token) override {
+        co_return std::nullopt;
+    }
+    QCoro::Task<std::optional<QByteArray>> form(QByteArray, std::stop_token) override {
+        co_return std::nullopt;
+    }
     [[nodiscard]] bool wasTakenBy(ProcessId) const override { return true; }
     QCoro::Task<std::optional<std::uint64_t>> write(PasteboardContents, std::uint64_t) override {
         co_return std::nullopt;

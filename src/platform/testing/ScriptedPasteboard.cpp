@@ -35,6 +35,26 @@ QCoro::Task<QString> ScriptedPasteboard::text(std::stop_token stop) {
     co_return given;
 }
 
+QCoro::Task<std::optional<QList<QByteArray>>> ScriptedPasteboard::formNames(std::stop_token stop) {
+    if (hangs) co_await untilStopped(stop);
+    std::optional<QList<QByteArray>> names;
+    if (!stop.stop_requested()) {
+        names.emplace();
+        for (const PasteboardForm& form : held)
+            *names += form.name;
+    }
+    co_return names;
+}
+
+QCoro::Task<std::optional<QByteArray>> ScriptedPasteboard::form(QByteArray name,
+                                                                std::stop_token stop) {
+    if (hangs || name == hangingForm) co_await untilStopped(stop);
+    std::optional<QByteArray> given;
+    const auto found = std::ranges::find(held, name, &PasteboardForm::name);
+    if (!stop.stop_requested() && found != held.end()) given = found->bytes;
+    co_return given;
+}
+
 QCoro::Task<std::optional<std::uint64_t>> ScriptedPasteboard::write(PasteboardContents contents,
                                                                     std::uint64_t over) {
     if (onWrite) onWrite();

@@ -15,6 +15,8 @@ class ScriptedPasteboard final : public Pasteboard {
     std::optional<QString> refusal;
     /// While set, a read comes only when its token is stopped, and is then refused.
     bool hangs = false;
+    /// The same of the form of this name alone.
+    QByteArray hangingForm;
     /// Whether anyone was given what Vorq wrote.
     bool isTaken = true;
     PortSupport support;
@@ -33,6 +35,8 @@ class ScriptedPasteboard final : public Pasteboard {
     [[nodiscard]] Change lastChange() const override { return m_change; }
     QCoro::Task<Contents> contents(std::stop_token stop) override;
     QCoro::Task<QString> text(std::stop_token stop) override;
+    QCoro::Task<std::optional<QList<QByteArray>>> formNames(std::stop_token stop) override;
+    QCoro::Task<std::optional<QByteArray>> form(QByteArray name, std::stop_token stop) override;
     [[nodiscard]] bool wasTakenBy(ProcessId) const override { return isTaken; }
     QCoro::Task<std::optional<std::uint64_t>> write(PasteboardContents contents,
                                                     std::uint64_t over) override;

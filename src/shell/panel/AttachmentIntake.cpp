@@ -28,15 +28,11 @@ bool isPicture(QByteArray bytes) {
     return buffer.open(QIODevice::ReadOnly) && QImageReader(&buffer).canRead();
 }
 
-// Some file managers tell copied files in a form of their own alone: a verb, then an address a
-// line.
+// Some file managers tell copied files in a form of their own alone.
 QList<QUrl> urlsIn(const QMimeData& data) {
-    QList<QUrl> urls = data.urls();
+    const QList<QUrl> urls = data.urls();
     if (!urls.isEmpty()) return urls;
-    const QList<QByteArray> lines = data.data(u"x-special/gnome-copied-files"_s).split('\n');
-    for (const QByteArray& line : lines.mid(1))
-        if (!line.trimmed().isEmpty()) urls += QUrl::fromEncoded(line.trimmed());
-    return urls;
+    return PasteReader::urlsOfFileManager(data.data(u"x-special/gnome-copied-files"_s));
 }
 
 PromptAttachment known(const QString& fileName) {
@@ -61,9 +57,24 @@ QCoro::Task<AttachmentResult> withShortReason(QCoro::Task<AttachmentResult> read
     co_return std::unexpected(withoutName(result.error(), path));
 }
 
+QString notHandedOver() {
+    return AttachmentIntake::tr("The program that it was copied in does not hand it over.");
+}
+
+QCoro::Task<AttachmentResult> readPasted(PasteReader pastes, AttachmentReader& reader,
+                                         QString format, QString name, std::stop_token stop) {
+    const std::optional<QByteArray> bytes = co_await pastes.bytes(format, stop);
+    if (!bytes || bytes->isEmpty() || stop.stop_requested())
+        co_return std::unexpected(notHandedOver());
+    const AttachmentResult result =
+        co_await withShortReason(reader.readPicture(*bytes, name, stop), name);
+    co_return result;
+}
+
 // Encoded without compression, since the reader encodes it anew.
 QCoro::Task<AttachmentResult> readImage(AttachmentReader& reader, QImage image, QString name,
                                         std::stop_token stop) {
+    if (image.isNull()) co_return std::unexpected(notHandedOver());
     constexpr int uncompressed = 100;
     const QByteArray bytes = co_await onPool(
         [image = std::move(image)] {
@@ -80,13 +91,6 @@ QCoro::Task<AttachmentResult> readImage(AttachmentReader& reader, QImage image, 
 }
 
 } // namespace
-
-QString AttachmentIntake::pictureFormat(const QStringList& offered) {
-    for (const char* format : {"image/png", "image/jpeg", "image/webp", "image/gif", "image/bmp",
-                               "image/tiff", "image/heic"})
-        if (offered.contains(QLatin1StringView(format))) return QString::fromLatin1(format);
-    return {};
-}
 
 void AttachmentIntake::attachFiles(const QList<QUrl>& files) {
     emit chosen();
@@ -114,6 +118,39 @@ bool AttachmentIntake::attachPicture(const QByteArray& bytes) {
 }
 
 bool AttachmentIntake::attachFromClipboard() {
+    if (!m_pastes) return attachFromToolkit();
+    // What is pasted twice is wanted twice.
+    if (++m_wantedPastes == 1)
+        m_pasting.restart([this, pastes = *m_pastes](std::stop_token stop) {
+            return paste(this, pastes, std::move(stop));
+        });
+    return true;
+}
+
+QCoro::Task<> AttachmentIntake::paste(AttachmentIntake* self, PasteReader pastes,
+                                      std::stop_token stop) {
+    std::optional<PasteReader::Offer> offer;
+    do {
+        offer = co_await pastes.offer(stop);
+        if (stop.stop_requested()) co_return;
+        if (offer) self->attachOffer(pastes, *offer);
+        self->m_wantedPastes = offer ? self->m_wantedPastes - 1 : 0;
+    } while (self->m_wantedPastes > 0);
+    if (!offer) emit self->refused(notHandedOver());
+    emit self->pasteSettled(offer.has_value());
+}
+
+void AttachmentIntake::attachOffer(const PasteReader& pastes, const PasteReader::Offer& offer) {
+    if (!offer.files.isEmpty()) return attachFiles(offer.files);
+    if (offer.pictureFormat.isEmpty()) return emit textPasted();
+    emit chosen();
+    m_clips.load(known(pastedPicture),
+                 [pastes, &reader = m_reader, format = offer.pictureFormat](std::stop_token stop) {
+                     return readPasted(pastes, reader, format, pastedPicture, std::move(stop));
+                 });
+}
+
+bool AttachmentIntake::attachFromToolkit() {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
     if (!data) return false;
     QList<QUrl> files = urlsIn(*data);
@@ -127,11 +164,11 @@ bool AttachmentIntake::attachFromClipboard() {
     if (data->hasFormat(u"text/plain"_s)) return false;
     const QString format = pictureFormat(data->formats());
     if (format.isEmpty() && !data->hasImage()) return false;
-    const QByteArray encoded = format.isEmpty() ? QByteArray() : data->data(format);
-    if (isPicture(encoded))
-        attachPicture(encoded, pastedPicture);
-    else
+    emit chosen();
+    if (format.isEmpty())
         attachImage(data->imageData().value<QImage>(), pastedPicture);
+    else
+        attachPicture(data->data(format), pastedPicture);
     return true;
 }
 

@@ -35,14 +35,16 @@ QCoro::Task<> resetLater(QPointer<PanelViewModel> self, Clock& clock, std::funct
 } // namespace
 
 PanelViewModel::PanelViewModel(VorqAppState& state, Clock& clock, AttachmentReader& reader,
-                               LocalSignIn* localSignIn)
+                               LocalSignIn* localSignIn, Pasteboard* pasteboard)
     : m_state(state),
       m_clock(clock),
       m_clipLoader(m_attachments),
       m_clipAnnouncer(m_attachments),
       m_waiting(m_attachments),
       m_attachableNotes(state, m_attachments, m_clipLoader),
-      m_intake(m_clipLoader, reader),
+      m_intake(m_clipLoader, reader,
+               pasteboard ? std::optional<PasteReader>(std::in_place, *pasteboard, clock)
+                          : std::nullopt),
       m_studyClip(state.study(), state.studyNotes(), m_attachments),
       m_held(state.hotKeyContext().held()),
       m_outlet(state.panel().messages()),
@@ -82,6 +84,7 @@ void PanelViewModel::connectParts() {
         emit focusPromptWanted();
     });
     connect(&m_intake, &AttachmentIntake::refused, &m_advice, &PanelAdvice::say);
+    connect(&m_intake, &AttachmentIntake::pasteSettled, this, &PanelViewModel::followPaste);
     connect(&m_tray, &AttachTrayState::modeChanged, this, [this] {
         if (m_tray.mode() == AttachTrayState::Mode::Notes) m_attachableNotes.load();
     });
@@ -175,8 +178,15 @@ void PanelViewModel::bounce() {
     emit attentionWanted(m_state.account().signedIn());
 }
 
+// Whoever pastes and sends at once sends what was pasted.
+void PanelViewModel::followPaste(bool hasAnswered) {
+    if (std::exchange(m_sendsOncePasted, false) && hasAnswered) send();
+}
+
 void PanelViewModel::send() {
     if (!mayTalk()) return bounce();
+    m_sendsOncePasted = m_intake.isPasting();
+    if (m_sendsOncePasted) return;
     const OutgoingClips going = outgoingClips(m_attachments.attachments());
     if (!canSend() || !areClipsReady(going)) return;
     const std::optional<QUuid> studied = m_studyClip.note();

@@ -25,6 +25,7 @@ namespace vorq {
 
 class AttachmentReader;
 class Clock;
+class Pasteboard;
 class VorqAppState;
 struct OutgoingClips;
 
@@ -54,9 +55,10 @@ class PanelViewModel final : public QObject {
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
 
   public:
-    /// All must outlive the view model. Without a local sign-in the panel offers none.
+    /// All must outlive the view model. Without a local sign-in the panel offers none; without a
+    /// pasteboard the toolkit is asked what is pasted.
     PanelViewModel(VorqAppState& state, Clock& clock, AttachmentReader& reader,
-                   LocalSignIn* localSignIn = nullptr);
+                   LocalSignIn* localSignIn = nullptr, Pasteboard* pasteboard = nullptr);
     ~PanelViewModel() override;
 
     [[nodiscard]] const QString& prompt() const { return m_prompt; }
@@ -137,6 +139,7 @@ class PanelViewModel final : public QObject {
     void connectParts();
     [[nodiscard]] bool mayTalk() const;
     void bounce();
+    void followPaste(bool hasAnswered);
     [[nodiscard]] bool areClipsReady(const OutgoingClips& going);
     void followFailed();
     void dispatch(const OutgoingClips& going);
@@ -162,6 +165,7 @@ class PanelViewModel final : public QObject {
     QString m_prompt;
     QString m_lastPrompt;
     bool m_promptBounce = false;
+    bool m_sendsOncePasted = false;
     TaskSlot m_bounceTask;
 };
 

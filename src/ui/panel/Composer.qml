@@ -168,6 +168,12 @@ FocusScope {
                 bounce.restart()
         }
     }
+    Connections {
+        target: composer.panel.intake
+        function onTextPasted() {
+            draft.input.paste()
+        }
+    }
     Component.onCompleted: draft.text = panel.prompt
 
     transform: Translate {

@@ -102,6 +102,34 @@ TEST_F(ClipboardTest, TakesAndHandsOutALongTextInPieces) {
     EXPECT_EQ(awaited(pasteboard.text({})), QString::fromUtf8(text));
 }
 
+TEST_F(ClipboardTest, GivesTheNamesOfItsFormsAndOneFormAlone) {
+    EXPECT_EQ(awaited(pasteboard.formNames({})), QList<QByteArray>());
+    X11Pasteboard user;
+    ASSERT_TRUE(write(user, richContents()));
+    QList<QByteArray> names;
+    for (const PasteboardForm& form : richContents())
+        names += form.name;
+    EXPECT_EQ(awaited(pasteboard.formNames({})), names);
+    EXPECT_EQ(awaited(pasteboard.form("image/png", {})), richContents()[3].bytes);
+    EXPECT_EQ(awaited(pasteboard.form("image/jpeg", {})), std::nullopt);
+}
+
+TEST_F(ClipboardTest, AFormThatIsWaitedForHoldsUpNothingElse) {
+    const DesktopProgram& owner = fill("one");
+    ASSERT_EQ(::kill(owner.process(), SIGSTOP), 0);
+    std::stop_source stop;
+    std::optional<std::optional<QByteArray>> form;
+    const auto wait = [&]() -> QCoro::Task<> {
+        form = co_await pasteboard.form("UTF8_STRING", stop.get_token());
+    };
+    const QCoro::Task<> waiting = wait();
+    EXPECT_FALSE(contentsWithin(100ms));
+    EXPECT_FALSE(form.has_value());
+    stop.request_stop();
+    EXPECT_TRUE(turnUntil([&] { return form.has_value(); }));
+    EXPECT_EQ(*form, std::nullopt);
+}
+
 TEST_F(ClipboardTest, KnowsWhoWroteLast) {
     EXPECT_EQ(pasteboard.lastChange().writer, std::nullopt);
     const DesktopProgram& owner = fill("one");

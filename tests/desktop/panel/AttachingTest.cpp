@@ -3,10 +3,13 @@
 #include "doubles/desktop/PanelPresenceFixture.h"
 #include "doubles/documents/MadeDocuments.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QUrl>
 
 #include <gmock/gmock.h>
+
+#include <csignal>
 
 namespace vorq::desktop {
 namespace {
@@ -120,6 +123,28 @@ TEST_F(AttachingTest, APictureWithoutAFileIsDropped) {
     openPanelAndDrop({"--picture", session.write("dot.png", pictureOfOneDot)});
     waitForClip("Dropped image.png");
     EXPECT_THAT(field(ask(), "screenDataUrl"), StartsWith("data:image/"));
+}
+
+TEST_F(AttachingTest, APanelGoesOnWhileTheProgramThatWasCopiedInHangs) {
+    openPanel();
+    DesktopProgram& owner = session.own("clipboard", pictureOfOneDot, "image/png");
+    letSettle(); // the toolkit has asked what there is to paste
+    ASSERT_EQ(::kill(owner.process(), SIGSTOP), 0);
+    QElapsedTimer elapsed;
+    session.click(prompt());
+    elapsed.start();
+    session.key({"ctrl+v"});
+    session.type("Why");
+    DesktopSession::waitUntil("the draft", [&] { return draft() == "Why"; });
+    EXPECT_LT(elapsed.elapsed(), 4000) << "the toolkit waits for five seconds";
+    DesktopSession::waitUntil("the notice", [&] {
+        return std::ranges::any_of(vorq.controls(), [](const AccessibleNode& node) {
+            return node.isShowing && node.name.startsWith("The program that it was copied in");
+        });
+    });
+    ASSERT_EQ(::kill(owner.process(), SIGCONT), 0);
+    session.key({"ctrl+v"});
+    waitForClip("Pasted image.png");
 }
 
 TEST_F(AttachingTest, FilesCopiedInAFileManagerArePasted) {

@@ -2,6 +2,7 @@
 
 #include "doubles/capture/ScriptedAttachmentReader.h"
 #include "doubles/panel/ConversationFixture.h"
+#include "platform/testing/ScriptedPasteboard.h"
 #include "shell/panel/PanelViewModel.h"
 
 #include <QSignalSpy>
@@ -14,7 +15,9 @@ class ClipsFixture : public ConversationFixture {
     ~ClipsFixture() override { m_model.reset(); }
 
     PanelViewModel& model() {
-        if (!m_model) m_model = std::make_unique<PanelViewModel>(state(), m_clock, m_reader);
+        if (!m_model)
+            m_model = std::make_unique<PanelViewModel>(state(), m_clock, m_reader, nullptr,
+                                                       &m_pasteboard);
         return *m_model;
     }
     AttachmentList& clips() { return model().attachments(); }
@@ -67,6 +70,7 @@ class ClipsFixture : public ConversationFixture {
     }
 
     ScriptedAttachmentReader m_reader;
+    ScriptedPasteboard m_pasteboard;
     std::unique_ptr<PanelViewModel> m_model;
 };
 

@@ -123,6 +123,14 @@ TEST_F(AttachmentIntakeTest, TheClipboardGivesFilesAndPicturesAndLeavesTextsAlon
     clipboard->clear();
 }
 
+TEST_F(AttachmentIntakeTest, APictureThatIsAnnouncedAndNotHandedOverHasFailed) {
+    copy("image/png", "");
+    EXPECT_TRUE(intake->attachFromClipboard());
+    ASSERT_TRUE(waitForFailed());
+    EXPECT_EQ(attachments.clips()[0].reason, "The file is damaged or of another kind.");
+    QGuiApplication::clipboard()->clear();
+}
+
 TEST_F(AttachmentIntakeTest, FilesThatAFileManagerCopiesInItsOwnFormAreTaken) {
     const QByteArray address = QUrl::fromLocalFile(path).toEncoded();
     copy("x-special/gnome-copied-files", "copy\n" + address + "\r\n" + address);

@@ -134,6 +134,26 @@ Pasteboard::Contents X11ClipboardReading::contents() {
     return contents;
 }
 
+std::optional<QList<QByteArray>> X11ClipboardReading::formNames() {
+    if (!m_x11.isUsable()) return std::nullopt;
+    QList<QByteArray> names;
+    if (owner() == XCB_WINDOW_NONE) return names;
+    const Offers offered = offers();
+    if (!offered) return std::nullopt;
+    for (const Offer& offer : *offered)
+        names += offer.name;
+    return names;
+}
+
+std::optional<QByteArray> X11ClipboardReading::form(const QByteArray& name) {
+    if (!m_x11.isUsable()) return std::nullopt;
+    X11SelectionRequest request(m_x11, m_clipboard, m_stop);
+    auto converted =
+        convertTwice(request, m_x11.atom(name.constData()), qsizetype{Pasteboard::mostBytes});
+    if (!converted || converted->type == 0) return std::nullopt;
+    return std::move(converted->bytes);
+}
+
 QString X11ClipboardReading::text() {
     if (!m_x11.isUsable()) return {};
     // A secret is not even asked for.

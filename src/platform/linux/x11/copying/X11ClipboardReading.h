@@ -3,8 +3,11 @@
 #include "platform/copying/Pasteboard.h"
 #include "platform/linux/x11/X11Connection.h"
 
+#include <QByteArray>
+#include <QList>
 #include <QString>
 
+#include <optional>
 #include <stop_token>
 
 namespace vorq {
@@ -21,6 +24,8 @@ class X11ClipboardReading {
 
     [[nodiscard]] Contents contents();
     [[nodiscard]] QString text();
+    [[nodiscard]] std::optional<QList<QByteArray>> formNames();
+    [[nodiscard]] std::optional<QByteArray> form(const QByteArray& name);
 
   private:
     using Atom = X11Connection::Atom;

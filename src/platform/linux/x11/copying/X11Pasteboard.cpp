@@ -138,22 +138,35 @@ bool X11Pasteboard::wasTakenBy(ProcessId process) const {
     return !m_serving->isUsable() || m_serving->wasTakenBy(process);
 }
 
-template<typename Result>
-QCoro::Task<Result> X11Pasteboard::read(Result (X11ClipboardReading::*ask)(),
-                                        std::stop_token stop) {
-    auto work = [x11 = m_x11, ask](const std::stop_token& running) {
+template<typename Ask>
+auto X11Pasteboard::read(Reader& reader, Ask ask, std::stop_token stop) {
+    auto work = [x11 = reader.x11, ask = std::move(ask)](const std::stop_token& running) {
         if (!*x11 || !(*x11)->isUsable()) *x11 = std::make_unique<X11Connection>();
-        return (X11ClipboardReading(**x11, running).*ask)();
+        return ask(X11ClipboardReading(**x11, running));
     };
-    return m_reading.run(std::move(work), std::move(stop));
+    return reader.thread.run(std::move(work), std::move(stop));
 }
 
 QCoro::Task<Pasteboard::Contents> X11Pasteboard::contents(std::stop_token stop) {
-    return read(&X11ClipboardReading::contents, std::move(stop));
+    return read(
+        m_whole, [](X11ClipboardReading reading) { return reading.contents(); }, std::move(stop));
 }
 
 QCoro::Task<QString> X11Pasteboard::text(std::stop_token stop) {
-    return read(&X11ClipboardReading::text, std::move(stop));
+    return read(
+        m_whole, [](X11ClipboardReading reading) { return reading.text(); }, std::move(stop));
+}
+
+QCoro::Task<std::optional<QList<QByteArray>>> X11Pasteboard::formNames(std::stop_token stop) {
+    return read(
+        m_single, [](X11ClipboardReading reading) { return reading.formNames(); }, std::move(stop));
+}
+
+QCoro::Task<std::optional<QByteArray>> X11Pasteboard::form(QByteArray name, std::stop_token stop) {
+    return read(
+        m_single,
+        [name = std::move(name)](X11ClipboardReading reading) { return reading.form(name); },
+        std::move(stop));
 }
 
 QCoro::Task<std::optional<std::uint64_t>> X11Pasteboard::write(PasteboardContents contents,

@@ -23,6 +23,8 @@ class X11Pasteboard final : public Pasteboard {
     [[nodiscard]] Change lastChange() const override;
     QCoro::Task<Contents> contents(std::stop_token stop) override;
     QCoro::Task<QString> text(std::stop_token stop) override;
+    QCoro::Task<std::optional<QList<QByteArray>>> formNames(std::stop_token stop) override;
+    QCoro::Task<std::optional<QByteArray>> form(QByteArray name, std::stop_token stop) override;
     [[nodiscard]] bool wasTakenBy(ProcessId process) const override;
     QCoro::Task<std::optional<std::uint64_t>> write(PasteboardContents contents,
                                                     std::uint64_t over) override;
@@ -30,14 +32,20 @@ class X11Pasteboard final : public Pasteboard {
   private:
     class Serving;
 
-    template<typename Result>
-    QCoro::Task<Result> read(Result (X11ClipboardReading::*ask)(), std::stop_token stop);
+    // A thread that reads on a connection of its own.
+    struct Reader {
+        std::shared_ptr<std::unique_ptr<X11Connection>> x11 =
+            std::make_shared<std::unique_ptr<X11Connection>>();
+        BlockingThread thread{BlockingThread::AtEnd::Stop};
+    };
+
+    template<typename Ask>
+    static auto read(Reader& reader, Ask ask, std::stop_token stop);
 
     std::unique_ptr<Serving> m_serving;
-    // Of the reading thread.
-    std::shared_ptr<std::unique_ptr<X11Connection>> m_x11 =
-        std::make_shared<std::unique_ptr<X11Connection>>();
-    BlockingThread m_reading{BlockingThread::AtEnd::Stop};
+    Reader m_whole;
+    // What is read form by form may wait for longer, and nothing else with it.
+    Reader m_single;
 };
 
 } // namespace vorq
