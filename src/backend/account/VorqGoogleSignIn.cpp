@@ -117,7 +117,7 @@ void VorqGoogleSignIn::cancelPending() {
 }
 
 void VorqGoogleSignIn::finishPending(const Result& result) {
-    if (m_timeout) m_ports.clock.cancel(*std::exchange(m_timeout, std::nullopt));
+    if (const auto timer = std::exchange(m_timeout, std::nullopt)) m_ports.clock.cancel(*timer);
     // The result may belong to the server.
     const Result kept = result;
     m_server.reset();
