@@ -38,7 +38,7 @@ std::unique_ptr<QProcess> launcherOf(const QUrl& url) {
 }
 
 // "" if it has done its work.
-QString failureOf(const QProcess& process) {
+QString launchFailureOf(const QProcess& process) {
     if (process.error() == QProcess::FailedToStart) return u"xdg-open is not installed."_s;
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0) return {};
     return u"xdg-open ended with status %1."_s.arg(process.exitCode());
@@ -95,7 +95,7 @@ QCoro::Task<QString> XdgUrlOpener::handOver(Clock& clock, QUrl url, std::stop_to
     process->start();
     co_await ended;
     if (!stop.stop_requested()) clock.cancel(timer);
-    if (process->state() == QProcess::NotRunning) co_return failureOf(*process);
+    if (process->state() == QProcess::NotRunning) co_return launchFailureOf(*process);
     leaveRunning(std::move(process));
     co_return QString();
 }
