@@ -14,8 +14,8 @@ namespace vorq::gateway {
 namespace {
 
 constexpr std::int64_t kSecond = 1000;
-constexpr std::int64_t kAccessLife = 60 * 60 * kSecond;
-constexpr std::int64_t kRefreshLife = 60 * 24 * 60 * 60 * kSecond;
+constexpr std::int64_t kAccessLife = kSecond * 60 * 60;
+constexpr std::int64_t kRefreshLife = kSecond * 60 * 60 * 24 * 60;
 
 ApiError sessionExpired() {
     return {401, "Your session expired. Sign in again."};

@@ -46,6 +46,7 @@ double RateLimiter::allowance(const Bucket& bucket) const {
 /// Those that have to wait stay the longest: many keys made up for the purpose free none of them.
 void RateLimiter::makeRoom() {
     std::vector<double> allowances;
+    allowances.reserve(m_buckets.size());
     for (const auto& [key, bucket] : m_buckets)
         allowances.push_back(allowance(bucket));
     const auto middle = allowances.begin() + static_cast<std::ptrdiff_t>(allowances.size() / 2);

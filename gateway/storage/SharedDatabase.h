@@ -61,7 +61,8 @@ class SharedDatabase {
             const std::scoped_lock lock(m_reading);
             result = work(m_reader);
         });
-        return *std::move(result);
+        // The work has run, or `attempt` has thrown.
+        return *std::move(result); // NOLINT(bugprone-unchecked-optional-access)
     }
 
   private:
