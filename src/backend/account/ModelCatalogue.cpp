@@ -1,6 +1,8 @@
 #include "backend/account/ModelCatalogue.h"
 #include "support/text/Text.h"
 
+#include <QtGlobal>
+
 #include <algorithm>
 
 namespace vorq {
@@ -8,12 +10,22 @@ namespace vorq {
 using namespace Qt::StringLiterals;
 
 constinit const std::array<VorqAIModelOption, 6> VorqAIModelOption::all = {{
-    {u"", u"Auto", u"Best model for each request"},
-    {u"openai/o3-mini", u"o3-mini", u"Everyday work and reasoning"},
-    {u"perplexity/sonar-reasoning-pro", u"Sonar Reasoning Pro", u"Current research with sources"},
-    {u"anthropic/claude-sonnet-latest", u"Claude Sonnet", u"Natural writing and editing"},
-    {u"google/gemini-flash-latest", u"Gemini Flash", u"Long readings and fast research"},
-    {u"deepseek/deepseek-chat", u"DeepSeek", u"Everyday questions and chat"},
+    {u"", QLatin1StringView(QT_TRANSLATE_NOOP("VorqAIModelOption", "Auto")),
+     QLatin1StringView(QT_TRANSLATE_NOOP("VorqAIModelOption", "Best model for each request"))},
+    {u"openai/o3-mini", QLatin1StringView(QT_TRANSLATE_NOOP("VorqAIModelOption", "o3-mini")),
+     QLatin1StringView(QT_TRANSLATE_NOOP("VorqAIModelOption", "Everyday work and reasoning"))},
+    {u"perplexity/sonar-reasoning-pro",
+     QLatin1StringView(QT_TRANSLATE_NOOP("VorqAIModelOption", "Sonar Reasoning Pro")),
+     QLatin1StringView(QT_TRANSLATE_NOOP("VorqAIModelOption", "Current research with sources"))},
+    {u"anthropic/claude-sonnet-latest",
+     QLatin1StringView(QT_TRANSLATE_NOOP("VorqAIModelOption", "Claude Sonnet")),
+     QLatin1StringView(QT_TRANSLATE_NOOP("VorqAIModelOption", "Natural writing and editing"))},
+    {u"google/gemini-flash-latest",
+     QLatin1StringView(QT_TRANSLATE_NOOP("VorqAIModelOption", "Gemini Flash")),
+     QLatin1StringView(QT_TRANSLATE_NOOP("VorqAIModelOption", "Long readings and fast research"))},
+    {u"deepseek/deepseek-chat",
+     QLatin1StringView(QT_TRANSLATE_NOOP("VorqAIModelOption", "DeepSeek")),
+     QLatin1StringView(QT_TRANSLATE_NOOP("VorqAIModelOption", "Everyday questions and chat"))},
 }};
 
 bool VorqAIModelOption::contains(QStringView id) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLatin1StringView>
 #include <QString>
 
 #include <array>
@@ -10,8 +11,9 @@ namespace vorq {
 /// A model that the user can pin. The empty id leaves the choice to the backend.
 struct VorqAIModelOption {
     QStringView id;
-    QStringView title;
-    QStringView subtitle;
+    // To be translated as of VorqAIModelOption.
+    QLatin1StringView title;
+    QLatin1StringView subtitle;
 
     static const std::array<VorqAIModelOption, 6> all;
 

@@ -19,13 +19,35 @@ QString menuText(QString text) {
 StatusMenu::StatusMenu() : FactMenu(u"Vorq"_s) {
     setAccessibleName(u"Vorq"_s);
     m_account = addFact(tr("Starting…"));
-    m_signIn = addCommand(QString(), StatusCommand::SignIn);
-    m_signInFailure = addFact(QString());
     m_watch = addFact(QString());
     setWatchStatus({});
     m_noticesEnd = addSeparator();
+    addSignIn();
+    addSubmenus();
+    addSeparator();
     addCommands();
     addSeparator();
+    addSettings();
+    addSeparator();
+    addCommand(tr("Quit Vorq"), StatusCommand::Quit);
+    refreshAccount();
+    refreshAccessibility();
+    refreshChat();
+}
+
+void StatusMenu::addSignIn() {
+    m_signIn = addCommand(QString(), StatusCommand::SignIn);
+    m_signInFailure = addFact(QString());
+}
+
+// A bar that draws the menu may ask for all of it at once.
+void StatusMenu::addSubmenus() {
+    addMenu(&m_history);
+    addMenu(&m_model);
+    connect(this, &QMenu::aboutToShow, &m_history, &HistoryMenu::rebuildHistorySubmenu);
+}
+
+void StatusMenu::addSettings() {
     addMenu(&m_customize);
     connect(&m_customize, &CustomizeMenu::colorEditBegan, this, &StatusMenu::colorEditBegan);
     connect(&m_customize, &CustomizeMenu::colorEditEnded, this, &StatusMenu::colorEditEnded);
@@ -34,11 +56,6 @@ StatusMenu::StatusMenu() : FactMenu(u"Vorq"_s) {
     addMenu(&m_limits);
     m_signOut = addCommand(tr("Sign out"), StatusCommand::SignOut);
     addCommand(tr("Delete Vorq"), StatusCommand::DeleteVorq);
-    addSeparator();
-    addCommand(tr("Quit Vorq"), StatusCommand::Quit);
-    refreshAccount();
-    refreshAccessibility();
-    refreshChat();
 }
 
 QAction* StatusMenu::addCommand(const QString& text, StatusCommand command) {
@@ -113,6 +130,8 @@ void StatusMenu::setHotKeys(const std::set<HotKeyAction>& registered) {
 void StatusMenu::bindAppState(VorqAppState& state) {
     if (m_state == &state) return;
     m_state = &state;
+    m_history.bind(state);
+    m_model.bind(state.model());
     m_customize.bind(state.appearance());
     const AccountSession* account = &state.account();
     connect(account, &AccountSession::signedInChanged, this, &StatusMenu::refreshAccount);
@@ -157,8 +176,8 @@ void StatusMenu::refreshSignIn() {
 void StatusMenu::refreshAccessibility() {
     const bool isEnabled =
         m_state && m_state->permissions().textCapturePermission() == PermissionState::Granted;
-    m_accessibility->setText(isEnabled ? tr("Accessibility: Enabled")
-                                       : tr("Accessibility: Disabled"));
+    m_accessibility->setText(tr("Accessibility") + u'\t' +
+                             (isEnabled ? tr("Enabled") : tr("Disabled")));
     setFact(m_accessibility, !m_state || isEnabled);
 }
 

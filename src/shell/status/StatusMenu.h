@@ -2,6 +2,8 @@
 
 #include "shell/status/CustomizeMenu.h"
 #include "shell/status/FactMenu.h"
+#include "shell/status/HistoryMenu.h"
+#include "shell/status/ModelMenu.h"
 #include "shell/status/SessionLimitsMenu.h"
 #include "shell/status/StatusItem.h"
 
@@ -54,7 +56,10 @@ class StatusMenu final : public FactMenu {
 
   private:
     QAction* addCommand(const QString& text, StatusCommand command);
+    void addSignIn();
+    void addSubmenus();
     void addCommands();
+    void addSettings();
     void addBackendAtLogin();
     void refreshAccount();
     void refreshSignIn();
@@ -79,6 +84,8 @@ class StatusMenu final : public FactMenu {
     QAction* m_accessibility;
     QAction* m_backendAtLogin;
     QAction* m_signOut;
+    HistoryMenu m_history;
+    ModelMenu m_model;
     CustomizeMenu m_customize;
     SessionLimitsMenu m_limits;
 };

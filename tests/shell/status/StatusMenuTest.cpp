@@ -91,10 +91,10 @@ TEST_F(StatusMenuTest, WhatTheSessionLacksIsToldOnlyWhereItLacksSomething) {
 
 TEST_F(StatusMenuTest, SaysWhoIsSignedIn) {
     const QString name = state().account().profile().displayName();
-    EXPECT_THAT(texts(m_menu),
-                ElementsAre("Signed in as " + name, "-", "Toggle Vorq", "Save Chat to Notes",
-                            "Clear Chat", "-", "Customize Vorq", "Accessibility: Disabled",
-                            "Sign out", "Delete Vorq", "-", "Quit Vorq"));
+    EXPECT_THAT(texts(m_menu), ElementsAre("Signed in as " + name, "-", "History", "Model", "-",
+                                           "Toggle Vorq", "Save Chat to Notes", "Clear Chat", "-",
+                                           "Customize Vorq", "Accessibility\tDisabled", "Sign out",
+                                           "Delete Vorq", "-", "Quit Vorq"));
     EXPECT_TRUE(action("Clear Chat")->isEnabled());
     state().account().markSessionExpired();
     EXPECT_EQ(texts(m_menu).front(), "Not signed in");
@@ -105,8 +105,8 @@ TEST_F(StatusMenuTest, SaysWhoIsSignedIn) {
 TEST_F(StatusMenuTest, OffersToSignInWhileNobodyIs) {
     EXPECT_THAT(texts(m_menu), Not(Contains("Sign in")));
     state().account().markSessionExpired(u"Ended && gone."_s);
-    EXPECT_EQ(texts(m_menu)[1], "Sign in");
-    EXPECT_EQ(texts(m_menu)[2], "Ended &&&& gone.");
+    EXPECT_THAT(texts(m_menu).mid(1, 5),
+                ElementsAre("-", "Sign in", "Ended &&&& gone.", "History", "Model"));
     EXPECT_FALSE(action("Ended &&&& gone.")->isEnabled());
     press("Sign in");
     EXPECT_THAT(m_chosen, ElementsAre(StatusCommand::SignIn));
@@ -114,34 +114,34 @@ TEST_F(StatusMenuTest, OffersToSignInWhileNobodyIs) {
 
 TEST_F(StatusMenuTest, SaysThatTheBrowserIsWaitedFor) {
     state().account().signOut();
-    EXPECT_EQ(texts(m_menu)[2], "-") << "nothing went wrong";
+    EXPECT_EQ(texts(m_menu)[3], "History") << "nothing went wrong";
     ScriptedBrowserSignIn browser;
     state().signIn().setBrowserSignIn(&browser);
     state().signIn().signInInBrowser(u"sign-in"_s);
-    EXPECT_EQ(texts(m_menu)[1], "Waiting for browser…");
+    EXPECT_EQ(texts(m_menu)[2], "Waiting for browser…");
     EXPECT_FALSE(action("Waiting for browser…")->isEnabled());
     m_clock.settle();
     browser.error = SignInError::timedOut("Vorq");
     browser.attempts.back().fire();
     m_clock.settle();
-    EXPECT_EQ(texts(m_menu)[1], "Sign in");
+    EXPECT_EQ(texts(m_menu)[2], "Sign in");
     EXPECT_TRUE(action("Sign in")->isEnabled());
-    EXPECT_EQ(texts(m_menu)[2], "Vorq sign-in timed out. Try again.");
+    EXPECT_EQ(texts(m_menu)[3], "Vorq sign-in timed out. Try again.");
     state().signIn().setBrowserSignIn(nullptr);
 }
 
 TEST_F(StatusMenuTest, AccessibilityIsThatOfTheStateAndCanBeChosenWhileItIsOff) {
     ScriptedPermissionProbe probe;
     state().permissions().setProbe(&probe);
-    press("Accessibility: Disabled");
+    press("Accessibility\tDisabled");
     EXPECT_THAT(m_chosen, ElementsAre(StatusCommand::OpenAccessibility));
     probe.text = PermissionState::Granted;
     state().permissions().refreshPermissions();
-    ASSERT_NE(action("Accessibility: Enabled"), nullptr);
-    EXPECT_FALSE(action("Accessibility: Enabled")->isEnabled());
+    ASSERT_NE(action("Accessibility\tEnabled"), nullptr);
+    EXPECT_FALSE(action("Accessibility\tEnabled")->isEnabled());
     probe.text = PermissionState::Pending;
     state().permissions().refreshPermissions();
-    EXPECT_TRUE(action("Accessibility: Disabled")->isEnabled());
+    EXPECT_TRUE(action("Accessibility\tDisabled")->isEnabled());
 }
 
 TEST_F(StatusMenuTest, ShowsNoticesOnlyWhileThereAreSome) {
@@ -157,13 +157,13 @@ TEST_F(StatusMenuTest, ShowsNoticesOnlyWhileThereAreSome) {
 TEST_F(StatusMenuTest, ShowsTheKeysThatWorkBesideWhatTheyDo) {
     m_menu.setOffersNotes(true);
     m_menu.setHotKeys({HotKeyAction::Panel, HotKeyAction::SaveNote, HotKeyAction::PushNote});
-    EXPECT_THAT(texts(m_menu).mid(2, 5),
+    EXPECT_THAT(texts(m_menu).mid(5, 5),
                 ElementsAre("Toggle Vorq\tSuper+Shift+A", "Save Chat to Notes",
                             "Save Highlight as Note\tSuper+Shift+S",
                             "Push Note Draft\tSuper+Shift+P", "Clear Chat"));
     m_menu.setHotKeys({HotKeyAction::ClearChat});
-    EXPECT_EQ(texts(m_menu)[2], "Toggle Vorq");
-    EXPECT_EQ(texts(m_menu)[6], "Clear Chat\tSuper+Shift+T");
+    EXPECT_EQ(texts(m_menu)[5], "Toggle Vorq");
+    EXPECT_EQ(texts(m_menu)[9], "Clear Chat\tSuper+Shift+T");
 }
 
 TEST_F(StatusMenuTest, TheLocalBackendIsThereIfItIsOffered) {

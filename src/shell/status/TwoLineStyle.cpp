@@ -1,0 +1,99 @@
+#include "shell/status/TwoLineStyle.h"
+
+#include "shell/look/Contrast.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QStyleFactory>
+#include <QStyleOptionMenuItem>
+
+using namespace Qt::StringLiterals;
+
+namespace vorq {
+namespace {
+
+constexpr int sideRoom = 14;
+constexpr int checkRoom = 20; // beside the check marks that the menu has
+constexpr int edgeRoom = 5;
+constexpr int lineGap = 1;
+constexpr double secondSize = 11.0 / 13;
+constexpr float secondInk = 0.72F; // of the ink of the first line
+
+const QStyleOptionMenuItem* twoLines(const QStyleOption* option) {
+    const auto* entry = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    return entry != nullptr && entry->text.contains(u'\t') ? entry : nullptr;
+}
+
+QFont secondFont(QFont font) {
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * secondSize);
+    else
+        font.setPixelSize(qRound(font.pixelSize() * secondSize));
+    return font;
+}
+
+int lineHeight(const QFont& font) {
+    return QFontMetrics(font).height();
+}
+
+// Two lines stand where the desktop's text is large, too.
+int heightOf(const QStyleOptionMenuItem& entry) {
+    const int lines = lineHeight(entry.font) + lineGap + lineHeight(secondFont(entry.font));
+    return std::max(TwoLineStyle::height, lines + 2 * edgeRoom);
+}
+
+QRect textPlace(const QStyleOptionMenuItem& entry) {
+    const int check = entry.menuHasCheckableItems ? checkRoom : 0;
+    return entry.rect.adjusted(sideRoom + check, edgeRoom, -sideRoom, -edgeRoom);
+}
+
+void drawLine(QPainter& painter, const QRect& place, const QString& text) {
+    const QString shown = painter.fontMetrics().elidedText(QString(text).replace(u"&&"_s, u"&"_s),
+                                                           Qt::ElideRight, place.width());
+    painter.drawText(place, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+}
+
+void drawLines(const QStyleOptionMenuItem& entry, QPainter& painter) {
+    const bool isActive = entry.state.testFlag(QStyle::State_Selected);
+    const QPalette& palette = entry.palette;
+    const QColor ink = palette.color(isActive ? QPalette::HighlightedText : QPalette::Text);
+    const QColor ground = palette.color(isActive ? QPalette::Highlight : QPalette::Base);
+    QColor quiet = ink;
+    quiet.setAlphaF(secondInk);
+    QRect place = textPlace(entry);
+    place.setHeight(lineHeight(entry.font));
+    painter.save();
+    painter.setFont(entry.font);
+    painter.setPen(ink);
+    drawLine(painter, place, entry.text.section(u'\t', 0, 0));
+    const QFont second = secondFont(entry.font);
+    place = {place.left(), place.bottom() + 1 + lineGap, place.width(), lineHeight(second)};
+    painter.setFont(second);
+    painter.setPen(Contrast::readable(Contrast::over(quiet, ground), ground, ink));
+    drawLine(painter, place, entry.text.section(u'\t', 1));
+    painter.restore();
+}
+
+} // namespace
+
+TwoLineStyle::TwoLineStyle() : QProxyStyle(QStyleFactory::create(QApplication::style()->name())) {}
+
+void TwoLineStyle::drawControl(ControlElement element, const QStyleOption* option,
+                               QPainter* painter, const QWidget* widget) const {
+    const QStyleOptionMenuItem* entry = element == CE_MenuItem ? twoLines(option) : nullptr;
+    if (entry == nullptr) return QProxyStyle::drawControl(element, option, painter, widget);
+    QStyleOptionMenuItem plate = *entry;
+    plate.text.clear();
+    QProxyStyle::drawControl(element, &plate, painter, widget);
+    drawLines(*entry, *painter);
+}
+
+// The menu adds the room of its widest second column, which nothing stands in.
+QSize TwoLineStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
+                                     const QSize& contents, const QWidget* widget) const {
+    const QStyleOptionMenuItem* entry = type == CT_MenuItem ? twoLines(option) : nullptr;
+    if (entry == nullptr) return QProxyStyle::sizeFromContents(type, option, contents, widget);
+    return {width, heightOf(*entry)};
+}
+
+} // namespace vorq
