@@ -4,6 +4,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QFile>
 
 #include <gmock/gmock.h>
 
@@ -13,6 +14,8 @@ namespace vorq::desktop {
 namespace {
 
 using testing::Contains;
+using testing::HasSubstr;
+using testing::Not;
 
 const QStringList paragraphs = {
     "Lighthouses warn ships of rocks",
@@ -86,6 +89,11 @@ class NoteKeysTest : public testing::Test {
             paragraphs[number].toUtf8());
     }
 
+    [[nodiscard]] QByteArray captureLog() const {
+        QFile file(m_vorq.session.home() + "/.local/share/Vorq/Library/capture-debug.log");
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
     PanelProgram m_vorq;
     QDBusConnection m_bus = QDBusConnection::connectToBus(m_vorq.session.busAddress(), "note-keys");
 };
@@ -109,6 +117,23 @@ TEST_F(NoteKeysTest, ThreeTextsOfABrowserAndASealGiveTwoNotesAndTheBrowserKeepsT
     EXPECT_EQ(m_vorq.panel(), 0U);
     EXPECT_EQ(session.selection("clipboard"), "of the user");
     EXPECT_FALSE(m_vorq.wasSent("Lighthouses")) << "a note is nobody else's";
+}
+
+TEST_F(NoteKeysTest, APasswordThatItsKeeperCopiesIsNotSaved) {
+    DesktopSession& session = m_vorq.session;
+    const Application keeper = openAccountList(session, "correct horse staple");
+    DesktopSession::waitUntil("the password to be copied", [&] {
+        session.key({"ctrl+c"});
+        return session.selection("clipboard") == "correct horse staple";
+    });
+    session.own("clipboard", "of the user");
+    session.key({"super+shift+s"});
+    DesktopSession::waitUntil("the press to be dealt with",
+                              [&] { return captureLog().contains("note-save"); });
+    EXPECT_THAT(captureLog().toStdString(), HasSubstr("note-save empty from test_account_list"));
+    EXPECT_THAT(notes(), Not(Contains(HasSubstr("horse"))));
+    EXPECT_EQ(session.selection("clipboard"), "of the user");
+    EXPECT_EQ(session.activeWindow(), keeper.window);
 }
 
 } // namespace
