@@ -38,6 +38,9 @@ QByteArray page() {
 
 class NoteKeysTest : public testing::Test {
   protected:
+    // The next session has a bus of its own, which would get the connection of this one.
+    ~NoteKeysTest() override { QDBusConnection::disconnectFromBus(m_bus.name()); }
+
     void SetUp() override {
         ASSERT_TRUE(ask("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
                         "ListActivatableNames")
