@@ -30,7 +30,7 @@ bool isPicture(QByteArray bytes) {
 
 // Some file managers tell copied files in a form of their own alone.
 QList<QUrl> urlsIn(const QMimeData& data) {
-    const QList<QUrl> urls = data.urls();
+    QList<QUrl> urls = data.urls();
     if (!urls.isEmpty()) return urls;
     return PasteReader::urlsOfFileManager(data.data(u"x-special/gnome-copied-files"_s));
 }
