@@ -7,6 +7,8 @@
 #include <QStyleFactory>
 #include <QStyleOptionMenuItem>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace vorq {
@@ -45,6 +47,16 @@ int heightOf(const QStyleOptionMenuItem& entry) {
 QRect textPlace(const QStyleOptionMenuItem& entry) {
     const int check = entry.menuHasCheckableItems ? checkRoom : 0;
     return entry.rect.adjusted(sideRoom + check, edgeRoom, -sideRoom, -edgeRoom);
+}
+
+// Of the wider of the two lines.
+int widthOf(const QStyleOptionMenuItem& entry) {
+    const QFontMetrics first(entry.font);
+    const QFontMetrics second(secondFont(entry.font));
+    const int text = std::max(first.horizontalAdvance(entry.text.section(u'\t', 0, 0)),
+                              second.horizontalAdvance(entry.text.section(u'\t', 1)));
+    const int sides = entry.rect.width() - textPlace(entry).width();
+    return std::clamp(text + sides, TwoLineStyle::width, TwoLineStyle::greatestWidth);
 }
 
 void drawLine(QPainter& painter, const QRect& place, const QString& text) {
@@ -88,12 +100,13 @@ void TwoLineStyle::drawControl(ControlElement element, const QStyleOption* optio
     drawLines(*entry, *painter);
 }
 
-// The menu adds the room of its widest second column, which nothing stands in.
+// The menu adds the room of its widest second column, in which nothing stands here.
 QSize TwoLineStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                      const QSize& contents, const QWidget* widget) const {
     const QStyleOptionMenuItem* entry = type == CT_MenuItem ? twoLines(option) : nullptr;
     if (entry == nullptr) return QProxyStyle::sizeFromContents(type, option, contents, widget);
-    return {width, heightOf(*entry)};
+    const int column = entry->fontMetrics.horizontalAdvance(entry->text.section(u'\t', 1));
+    return {std::max(widthOf(*entry) - column, 0), heightOf(*entry)};
 }
 
 } // namespace vorq

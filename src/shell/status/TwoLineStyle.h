@@ -14,6 +14,7 @@ class TwoLineStyle final : public QProxyStyle {
 
     // In pixels of the desktop's scale.
     static constexpr int width = 280;
+    static constexpr int greatestWidth = 420;
     static constexpr int height = 40;
 
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
