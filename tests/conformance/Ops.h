@@ -26,6 +26,7 @@ void addBackendOps(Ops& ops);
 void addCaptureOps(Ops& ops);
 void addShellOps(Ops& ops);
 void addLibraryOps(Ops& ops);
+void addWritingOps(Ops& ops);
 
 /// A member that must be there with its type.
 [[nodiscard]] QString stringOf(const QJsonObject& object, const char* key);

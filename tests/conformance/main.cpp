@@ -119,6 +119,7 @@ int main(int argc, char** argv) {
     vorq::conformance::addCaptureOps(ops);
     vorq::conformance::addShellOps(ops);
     vorq::conformance::addLibraryOps(ops);
+    vorq::conformance::addWritingOps(ops);
     const QStringList arguments = QCoreApplication::arguments().mid(1);
     if (arguments.isEmpty()) return vorq::conformance::answerStandardInput(ops);
     if (arguments.front() == u"--check")
