@@ -1,0 +1,44 @@
+#include "writing/ReplacementFit.h"
+
+#include "capture/copy/ReplacementText.h"
+#include "support/text/Text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vorq {
+namespace {
+
+// Full stops of the scripts that have one.
+constexpr bool isFullStop(char32_t codePoint) {
+    return codePoint == U'.' || codePoint == U'。' || codePoint == U'．' || codePoint == U'।' ||
+           codePoint == U'۔';
+}
+
+bool endsWithFullStop(QStringView text) {
+    return !text.isEmpty() && isFullStop(text.back().unicode());
+}
+
+// A stop that belongs to the word and ends no sentence.
+bool endsWithAbbreviation(QStringView text) {
+    static constexpr auto abbreviations = std::to_array<QStringView>(
+        {u"etc.", u"al.", u"Inc.", u"Ltd.", u"Co.", u"Corp.", u"Jr.", u"Sr.", u"usw.", u"ff."});
+    qsizetype begin = text.size();
+    while (begin > 0 && !isWhitespaceOrNewline(text[begin - 1].unicode()))
+        --begin;
+    const QStringView word = text.sliced(begin);
+    return word.chopped(1).contains(u'.') ||
+           std::ranges::find(abbreviations, word) != abbreviations.end();
+}
+
+} // namespace
+
+QString replacementFor(const QString& original, const QString& suggestion) {
+    QStringView text = trimmed(suggestion);
+    const bool isStopped = endsWithFullStop(text) && !endsWithAbbreviation(text);
+    const QStringView core = trimmed(original);
+    if (isStopped && !core.isEmpty() && !endsWithFullStop(core)) text.chop(1);
+    return fittedTo(original, text.isEmpty() ? suggestion : text.toString());
+}
+
+} // namespace vorq

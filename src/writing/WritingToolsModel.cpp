@@ -1,0 +1,308 @@
+#include "writing/WritingToolsModel.h"
+
+#include "backend/account/AccountSession.h"
+#include "backend/api/VorqAPIService.h"
+#include "backend/http/Errors.h"
+#include "support/text/Text.h"
+#include "writing/ReplacementFit.h"
+#include "writing/RewriteExtraction.h"
+#include "writing/WritingAsk.h"
+#include "writing/WritingLogging.h"
+#include "writing/WritingPrompts.h"
+
+#include <utility>
+
+namespace vorq {
+namespace {
+
+using Kind = WritingToolsInteraction::Kind;
+
+// The card has settled by then, and the keys of the prompt field are up.
+constexpr std::chrono::milliseconds pauseBeforeReplacing{50};
+
+bool isBlankText(QStringView text) {
+    return trimmed(text).isEmpty();
+}
+
+SelectionReplacer::Target targetOf(const WritingSelection& selection) {
+    return {.source = selection.sourcePID,
+            .window = selection.window,
+            .original = selection.originalText,
+            .range = selection.selectedRange};
+}
+
+} // namespace
+
+QString rawString(WritingToolAction action) {
+    switch (action) {
+    case WritingToolAction::Rephrase:
+        return QStringLiteral("rephrase");
+    case WritingToolAction::Improve:
+        return QStringLiteral("improve");
+    case WritingToolAction::Shorter:
+        return QStringLiteral("shorter");
+    }
+    return {};
+}
+
+WritingToolsModel::WritingToolsModel(const Services& services, const WritingSelection& selection,
+                                     QObject* parent)
+    : QObject(parent),
+      m_services(services),
+      m_selection(selection),
+      m_target(targetOf(selection)) {}
+
+void WritingToolsModel::setDraftPrompt(const QString& text) {
+    if (m_draftPrompt == text) return;
+    m_draftPrompt = text;
+    const QPointer<WritingToolsModel> self(this);
+    emit draftPromptChanged();
+    if (self) emit stateChanged();
+}
+
+void WritingToolsModel::setArrowPointsUp(bool pointsUp) {
+    if (std::exchange(m_arrowPointsUp, pointsUp) != pointsUp) emit stateChanged();
+}
+
+bool WritingToolsModel::canSubmit() const {
+    return !m_isReplacing && !isBlankText(m_draftPrompt);
+}
+
+bool WritingToolsModel::canUndo() const {
+    return m_formerTarget && !m_isReplacing && m_services.replacer.canUndo();
+}
+
+void WritingToolsModel::record(const Kind& kind) {
+    m_log.record(m_services.clock.wallTime(), kind);
+}
+
+void WritingToolsModel::setSuggestion(const QString& text) {
+    if (m_suggestion == text) return;
+    m_suggestion = text;
+    emit suggestionChanged();
+}
+
+void WritingToolsModel::announceContent() {
+    const QPointer<WritingToolsModel> self(this);
+    emit stateChanged();
+    if (self) emit contentChange();
+}
+
+void WritingToolsModel::announce() {
+    const QPointer<WritingToolsModel> self(this);
+    announceContent();
+    if (!self) return;
+    ++m_promptFocusToken;
+    emit promptFocusTokenChanged();
+}
+
+void WritingToolsModel::submitPrompt() {
+    const QString text = trimmed(m_draftPrompt).toString();
+    if (text.isEmpty() || m_isReplacing) return;
+    m_activeAction.reset();
+    const QPointer<WritingToolsModel> self(this);
+    setDraftPrompt({});
+    if (!self) return;
+    if (isSendToVorqPrompt(text)) {
+        emit sendToVorq(m_selection.originalText);
+        return;
+    }
+    if (isApplyOnlyPrompt(text)) return applySuggestion();
+    if (isAnotherTakePrompt(text)) {
+        record(Kind::rejectedTake());
+        return requestRewrite(
+            promptForAnotherTake(m_lastInstruction, m_takes.rejected(), sessionContextBlock()),
+            false);
+    }
+    m_lastInstruction = text;
+    record(Kind::asked(text));
+    requestRewrite(promptForUserInstruction(text, m_suggestion, sessionContextBlock()), false);
+}
+
+void WritingToolsModel::applySuggestion() {
+    if (!isBlankText(m_suggestion)) return replaceInApp();
+    m_errorMessage = tr("Nothing to replace yet.");
+    announce();
+}
+
+void WritingToolsModel::requestRewrite(const QString& prompt, bool applyAfter) {
+    if (!m_isWorking) m_suggestionBefore = m_suggestion;
+    m_takes.reject(m_suggestion);
+    m_isWorking = true;
+    m_errorMessage.reset();
+    m_replaceFailed = false;
+    const Ask ask{.prompt = prompt,
+                  .instruction = m_lastInstruction.value_or(QString()),
+                  .applyAfter = applyAfter};
+    m_rewriteTask.restart([self = QPointer(this), ask](std::stop_token stop) {
+        return rewrite(self, ask, std::move(stop));
+    });
+    const QPointer<WritingToolsModel> self(this);
+    setSuggestion({});
+    if (self) announceContent();
+}
+
+QCoro::Task<> WritingToolsModel::rewrite(QPointer<WritingToolsModel> self, Ask ask,
+                                         std::stop_token stop) {
+    if (!self || stop.stop_requested()) co_return;
+    const std::optional<Rewrite> answer = co_await askBackend(self, ask, stop);
+    // What was asked since has taken the place of this.
+    if (!self || stop.stop_requested()) co_return;
+    self->finishRewrite(answer, ask.applyAfter);
+}
+
+// Nothing if the call was dropped, as when the session of the account ends.
+QCoro::Task<std::optional<WritingToolsModel::Rewrite>>
+WritingToolsModel::askBackend(QPointer<WritingToolsModel> self, Ask ask, std::stop_token stop) {
+    std::optional<Rewrite> result;
+    const QString original = self->m_selection.originalText;
+    PromptRequest request;
+    request.prompt = ask.prompt;
+    request.selectedText = original;
+    request.skipUserPreferences = true;
+    request.preferredModel = self->m_services.account.preferredModelForAIRequest();
+    try {
+        const AIAnalysis analysis =
+            co_await self->m_services.account.tokens().withFreshSessionToken(
+                [self, request, stop](const QString& token) {
+                    if (!self) throw OperationCancelled();
+                    return self->m_services.api.prompt(token, request, stop);
+                },
+                stop);
+        result = rewriteOf(analysis, original, ask.instruction);
+    } catch (const OperationCancelled&) {
+        result.reset();
+    } catch (const BackendError& error) {
+        result = std::unexpected(error.message());
+    } catch (const std::exception& error) {
+        result = std::unexpected(QString::fromUtf8(error.what()));
+    }
+    co_return result;
+}
+
+void WritingToolsModel::finishRewrite(const std::optional<Rewrite>& answer, bool applyAfter) {
+    m_isWorking = false;
+    const QPointer<WritingToolsModel> self(this);
+    if (answer && answer->has_value() && !answer->value().isEmpty()) {
+        m_takes.show(answer->value());
+        setSuggestion(answer->value());
+        if (!self) return;
+        if (!applyAfter) return announce();
+        announceContent();
+        if (self) replaceInApp();
+        return;
+    }
+    if (answer && answer->has_value())
+        m_errorMessage = tr("Nothing to suggest — try a clearer rewrite ask.");
+    else if (answer)
+        m_errorMessage = answer->error();
+    announce();
+}
+
+void WritingToolsModel::cancelRewrite() {
+    if (!m_isWorking) return;
+    m_rewriteTask.cancel();
+    m_isWorking = false;
+    const QPointer<WritingToolsModel> self(this);
+    setSuggestion(m_suggestionBefore);
+    if (self) announce();
+}
+
+void WritingToolsModel::showOtherTake(int steps) {
+    if (m_isWorking || m_isReplacing) return;
+    const QString take = m_takes.neighbourOf(m_suggestion, steps);
+    if (take.isEmpty() || take == m_suggestion) return;
+    m_errorMessage.reset();
+    m_replaceFailed = false;
+    const QPointer<WritingToolsModel> self(this);
+    setSuggestion(take);
+    if (self) announceContent();
+}
+
+void WritingToolsModel::beginReplacing() {
+    m_isReplacing = true;
+    m_replaceFailed = false;
+    m_errorMessage.reset();
+    const QPointer<WritingToolsModel> self(this);
+    emit stateChanged();
+    if (self) emit replaceStarted();
+}
+
+void WritingToolsModel::replaceInApp() {
+    const QString text = trimmed(m_suggestion).toString();
+    if (text.isEmpty() || m_isReplacing) return;
+    const QString replacement = replacementFor(m_target.original, text);
+    m_replaceTask.restart([self = QPointer(this), replacement](const std::stop_token&) {
+        return replace(self, replacement);
+    });
+    beginReplacing();
+}
+
+QCoro::Task<> WritingToolsModel::replace(QPointer<WritingToolsModel> self, QString replacement) {
+    if (!self) co_return;
+    co_await sleepFor(self->m_services.clock, pauseBeforeReplacing, {});
+    if (!self) co_return;
+    const Outcome outcome =
+        co_await self->m_services.replacer.replaceSelectedText(replacement, self->m_target, {});
+    if (self) self->finishReplace(outcome, replacement);
+}
+
+void WritingToolsModel::finishReplace(Outcome outcome, const QString& replacement) {
+    m_isReplacing = false;
+    const QPointer<WritingToolsModel> self(this);
+    if (outcome == Outcome::Replaced) {
+        m_formerTarget = m_target;
+        m_target.original = replacement;
+        if (m_target.range) m_target.range->length = replacement.size();
+        record(Kind::acceptedReplace());
+        emit stateChanged();
+        if (self) emit replaceFinished();
+        if (self) emit replaced();
+        return;
+    }
+    m_replaceFailed = true;
+    if (outcome == Outcome::OnClipboard)
+        m_errorMessage = tr("The selection has changed, so nothing was replaced. The suggestion is "
+                            "on the clipboard.");
+    qCInfo(writingLog).nospace() << "Vorq writing tools: Replace failed for pid="
+                                 << m_target.source.value_or(-1);
+    emit replaceFinished();
+    if (self) announce();
+}
+
+void WritingToolsModel::undoReplace() {
+    if (!canUndo()) return;
+    m_replaceTask.restart([self = QPointer(this)](const std::stop_token&) { return undo(self); });
+    beginReplacing();
+}
+
+QCoro::Task<> WritingToolsModel::undo(QPointer<WritingToolsModel> self) {
+    if (!self) co_return;
+    co_await sleepFor(self->m_services.clock, pauseBeforeReplacing, {});
+    if (!self) co_return;
+    const Outcome outcome = co_await self->m_services.replacer.undo({});
+    if (self) self->finishUndo(outcome);
+}
+
+void WritingToolsModel::finishUndo(Outcome outcome) {
+    m_isReplacing = false;
+    const std::optional<SelectionReplacer::Target> former =
+        std::exchange(m_formerTarget, std::nullopt);
+    const QPointer<WritingToolsModel> self(this);
+    if (outcome == Outcome::Replaced) {
+        if (former) m_target = *former;
+        emit stateChanged();
+        if (self) emit replaceFinished();
+        if (self) emit undone();
+        return;
+    }
+    m_errorMessage = outcome == Outcome::OnClipboard
+                         ? tr("The text has changed since, so it was left as it is. Your original "
+                              "is on the clipboard.")
+                         : tr("Couldn’t put the original back — your application may be able to "
+                              "undo it.");
+    emit replaceFinished();
+    if (self) announce();
+}
+
+} // namespace vorq

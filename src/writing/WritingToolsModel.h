@@ -1,0 +1,184 @@
+#pragma once
+
+#include "support/async/TaskSlot.h"
+#include "writing/SelectionReplacer.h"
+#include "writing/TakeHistory.h"
+#include "writing/WritingSessionLog.h"
+#include "writing/WritingWordAlts.h"
+
+#include <QObject>
+#include <QPointF>
+#include <QPointer>
+#include <QRectF>
+
+#include <cstdint>
+#include <expected>
+#include <optional>
+
+namespace vorq {
+
+class AccountSession;
+class VorqAPIService;
+
+/// A ready-made direction.
+enum class WritingToolAction : std::uint8_t { Rephrase, Improve, Shorter };
+
+/// "rephrase", "improve", "shorter".
+[[nodiscard]] QString rawString(WritingToolAction action);
+
+/// What a session is over, as it was when that opened.
+struct WritingSelection {
+    /// As the application gave it, untrimmed.
+    QString originalText;
+    std::optional<ProcessId> sourcePID;
+    std::optional<WindowId> window;
+    std::optional<TextRange> selectedRange;
+    /// In screen coordinates, as the frame is.
+    std::optional<QPointF> clickPoint;
+    QRectF selectionScreenFrame;
+    bool selectionReliable = false;
+};
+
+/// A session of the writing tools: the writer gives a direction on a selection, the backend a
+/// suggestion, and the accepted one is written over the selection in its application. "Again" and
+/// "replace" are further words in the same prompt line. Main thread only.
+class WritingToolsModel final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString suggestion READ suggestion NOTIFY suggestionChanged)
+    Q_PROPERTY(QString draftPrompt READ draftPrompt WRITE setDraftPrompt NOTIFY draftPromptChanged)
+    Q_PROPERTY(bool isWorking READ isWorking NOTIFY stateChanged)
+    Q_PROPERTY(bool isReplacing READ isReplacing NOTIFY stateChanged)
+    Q_PROPERTY(QString errorMessage READ errorLine NOTIFY stateChanged)
+    Q_PROPERTY(bool replaceFailed READ replaceFailed NOTIFY stateChanged)
+    Q_PROPERTY(bool canUndo READ canUndo NOTIFY stateChanged)
+    Q_PROPERTY(bool canSubmit READ canSubmit NOTIFY stateChanged)
+    Q_PROPERTY(int promptFocusToken READ promptFocusToken NOTIFY promptFocusTokenChanged)
+    Q_PROPERTY(bool arrowPointsUp READ arrowPointsUp WRITE setArrowPointsUp NOTIFY stateChanged)
+
+  public:
+    struct Services {
+        Clock& clock;
+        VorqAPIService& api;
+        AccountSession& account;
+        SelectionReplacer& replacer;
+    };
+
+    /// The services must outlive this object and what it has under way.
+    WritingToolsModel(const Services& services, const WritingSelection& selection,
+                      QObject* parent = nullptr);
+
+    [[nodiscard]] const WritingSelection& selection() const { return m_selection; }
+
+    /// The rewrite on show, "" if there is none.
+    [[nodiscard]] const QString& suggestion() const { return m_suggestion; }
+    [[nodiscard]] const QString& draftPrompt() const { return m_draftPrompt; }
+    void setDraftPrompt(const QString& text);
+    [[nodiscard]] bool isWorking() const { return m_isWorking; }
+    /// A replacement is under way, or one is being taken back.
+    [[nodiscard]] bool isReplacing() const { return m_isReplacing; }
+    [[nodiscard]] std::optional<WritingToolAction> activeAction() const { return m_activeAction; }
+    [[nodiscard]] const std::optional<QString>& errorMessage() const { return m_errorMessage; }
+    /// "" for none.
+    [[nodiscard]] QString errorLine() const { return m_errorMessage.value_or(QString()); }
+    /// The last replacement did not land; where more is known, the error message says it.
+    [[nodiscard]] bool replaceFailed() const { return m_replaceFailed; }
+    /// Grows by one each time that the prompt field is to have the focus again.
+    [[nodiscard]] int promptFocusToken() const { return m_promptFocusToken; }
+    [[nodiscard]] bool arrowPointsUp() const { return m_arrowPointsUp; }
+    void setArrowPointsUp(bool pointsUp);
+    [[nodiscard]] bool canUndo() const;
+    [[nodiscard]] bool canSubmit() const;
+
+    [[nodiscard]] const TakeHistory& takes() const { return m_takes; }
+    [[nodiscard]] const WritingSessionLog& log() const { return m_log; }
+    [[nodiscard]] const std::optional<QString>& lastInstruction() const {
+        return m_lastInstruction;
+    }
+    [[nodiscard]] WritingWordAlts& words() { return m_words; }
+
+    /// Does what the draft says.
+    Q_INVOKABLE void submitPrompt();
+    /// Asks the backend for a rewrite, in the place of what was asked before. The suggestion is
+    /// written over the selection at once if so told.
+    void requestRewrite(const QString& prompt, bool applyAfter);
+    /// Ends what is asked, and shows the suggestion again that was on show before.
+    Q_INVOKABLE void cancelRewrite();
+    /// Writes the suggestion over the selection. Nothing cancels it.
+    Q_INVOKABLE void replaceInApp();
+    /// Puts back what the last replacement took the place of.
+    Q_INVOKABLE void undoReplace();
+    /// Shows a take that was seen before: the next one, or with -1 the one before, round and round.
+    Q_INVOKABLE void showOtherTake(int steps = 1);
+
+    void record(const WritingToolsInteraction::Kind& kind);
+    [[nodiscard]] QString sessionContextBlock() const { return m_log.contextBlock(); }
+
+  signals:
+    void suggestionChanged();
+    void draftPromptChanged();
+    void stateChanged();
+    void promptFocusTokenChanged();
+
+    void replaceStarted();
+    void replaceFinished();
+    /// After a replacement that landed.
+    void replaced();
+    /// After one was taken back.
+    void undone();
+    /// The selection is to go to the panel.
+    void sendToVorq(const QString& text);
+    /// The card's height may have changed.
+    void contentChange();
+
+  private:
+    using Outcome = SelectionReplacer::Outcome;
+    using Rewrite = std::expected<QString, QString>; // the error is a sentence
+
+    struct Ask {
+        QString prompt;
+        QString instruction;
+        bool applyAfter = false;
+    };
+
+    static QCoro::Task<> rewrite(QPointer<WritingToolsModel> self, Ask ask, std::stop_token stop);
+    static QCoro::Task<std::optional<Rewrite>> askBackend(QPointer<WritingToolsModel> self, Ask ask,
+                                                          std::stop_token stop);
+    static QCoro::Task<> replace(QPointer<WritingToolsModel> self, QString replacement);
+    static QCoro::Task<> undo(QPointer<WritingToolsModel> self);
+
+    void finishRewrite(const std::optional<Rewrite>& answer, bool applyAfter);
+    void finishReplace(Outcome outcome, const QString& replacement);
+    void finishUndo(Outcome outcome);
+    void beginReplacing();
+    void applySuggestion();
+    void setSuggestion(const QString& text);
+    /// Shows the state as it is now, and gives the prompt field the focus.
+    void announce();
+    void announceContent();
+
+    Services m_services;
+    WritingSelection m_selection;
+    // What a replacement is to find: the selection, or what took its place.
+    SelectionReplacer::Target m_target;
+    std::optional<SelectionReplacer::Target> m_formerTarget; // before the last replacement
+
+    QString m_suggestion;
+    QString m_suggestionBefore; // what was on show when the rewrite was asked for
+    QString m_draftPrompt;
+    bool m_isWorking = false;
+    bool m_isReplacing = false;
+    std::optional<WritingToolAction> m_activeAction;
+    std::optional<QString> m_errorMessage;
+    bool m_replaceFailed = false;
+    int m_promptFocusToken = 0;
+    bool m_arrowPointsUp = false;
+
+    std::optional<QString> m_lastInstruction;
+    TakeHistory m_takes;
+    WritingSessionLog m_log;
+    WritingWordAlts m_words;
+    TaskSlot m_rewriteTask;
+    TaskSlot m_replaceTask;
+};
+
+} // namespace vorq

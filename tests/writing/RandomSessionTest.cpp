@@ -1,0 +1,218 @@
+// Whatever the writer, the backend, the application and the clock do, in whatever order: nothing
+// hangs, and no take that was shown is lost.
+
+#include "doubles/writing/WritingFixture.h"
+
+#include <QLoggingCategory>
+
+#include <algorithm>
+#include <array>
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace vorq {
+namespace {
+
+using namespace std::chrono_literals;
+using Outcome = SelectionReplacer::Outcome;
+
+constexpr unsigned sequences = 250;
+constexpr int steps = 60;
+
+class RandomSessionTest : public WritingFixture {
+  protected:
+    RandomSessionTest() {
+        // It would tell of each replacement that fails.
+        QLoggingCategory::setFilterRules(u"vorq.writing.info=false"_s);
+        transport.onRequest([this](const ScriptedExchange& exchange) {
+            if (exchange.path() == "/ai/prompt")
+                m_open.push_back(exchange);
+            else
+                exchange.respond(500, "{}");
+        });
+    }
+
+    ~RandomSessionTest() override { QLoggingCategory::setFilterRules({}); }
+
+    // Runs one sequence and tells what of it was wrong.
+    void run(unsigned seed) {
+        m_random.seed(seed);
+        m_steps.clear();
+        m_shown.clear();
+        m_open.clear();
+        replacer.hasUndo = false;
+        begin();
+        for (int step = 0; step < steps; ++step) {
+            doAnything();
+            check();
+            if (HasFailure()) break;
+        }
+        settleDown();
+        EXPECT_FALSE(writing->isWorking()) << story(seed);
+        EXPECT_FALSE(writing->isReplacing()) << story(seed);
+        ASSERT_FALSE(HasFailure()) << story(seed);
+    }
+
+  private:
+    [[nodiscard]] unsigned below(unsigned end) { return static_cast<unsigned>(m_random() % end); }
+    [[nodiscard]] std::string story(unsigned seed) const {
+        return "sequence " + std::to_string(seed) + ": " + m_steps.join(u' ').toStdString();
+    }
+
+    void begin() {
+        open();
+        QObject::connect(writing.get(), &WritingToolsModel::suggestionChanged, writing.get(),
+                         [this] {
+                             const QString shown = writing->suggestion();
+                             if (!shown.isEmpty() && !m_shown.contains(shown)) m_shown += shown;
+                         });
+    }
+
+    void doAnything() {
+        static constexpr std::array writer{
+            &RandomSessionTest::ask,    &RandomSessionTest::ask,     &RandomSessionTest::again,
+            &RandomSessionTest::apply,  &RandomSessionTest::replace, &RandomSessionTest::undo,
+            &RandomSessionTest::cancel, &RandomSessionTest::tab,     &RandomSessionTest::send,
+            &RandomSessionTest::reopen,
+        };
+        static constexpr std::array backend{
+            &RandomSessionTest::complete, &RandomSessionTest::complete, &RandomSessionTest::fail,
+            &RandomSessionTest::drop,     &RandomSessionTest::land,
+        };
+        switch (below(5)) {
+        case 0:
+        case 1:
+            (this->*writer[below(writer.size())])();
+            break;
+        case 2:
+        case 3:
+            (this->*backend[below(backend.size())])();
+            break;
+        default:
+            m_steps += "wait";
+            clock.advance(std::chrono::milliseconds(below(80)));
+            break;
+        }
+        // Some things happen before the event loop turns.
+        if (below(4) != 0) clock.settle();
+    }
+
+    void tell(const QString& words) {
+        writing->setDraftPrompt(words);
+        writing->submitPrompt();
+    }
+    void ask() {
+        m_steps += "ask";
+        tell("direction " + QString::number(++m_asks));
+    }
+    void again() {
+        m_steps += "again";
+        tell("again");
+    }
+    void apply() {
+        m_steps += "apply";
+        tell("yes");
+    }
+    void replace() {
+        m_steps += "replace";
+        replacer.waits = below(2) == 0;
+        writing->replaceInApp();
+    }
+    void undo() {
+        m_steps += "undo";
+        writing->undoReplace();
+    }
+    void cancel() {
+        m_steps += "cancel";
+        writing->cancelRewrite();
+    }
+    void tab() {
+        m_steps += "tab";
+        writing->showOtherTake(below(2) == 0 ? 1 : -1);
+    }
+    void send() {
+        m_steps += "send";
+        tell("open vorq");
+    }
+    void reopen() {
+        if (below(8) != 0) return;
+        m_steps += "reopen";
+        m_shown.clear();
+        begin();
+    }
+
+    [[nodiscard]] std::optional<ScriptedExchange> takeOpen() {
+        if (m_open.empty()) return std::nullopt;
+        const auto at = m_open.begin() + below(static_cast<unsigned>(m_open.size()));
+        const ScriptedExchange exchange = *at;
+        m_open.erase(at);
+        return exchange;
+    }
+    void complete() {
+        const auto exchange = takeOpen();
+        if (!exchange) return;
+        m_steps += "complete";
+        static const std::array answers{u""_s, u"The old sentence."_s, u"1. One — two"_s,
+                                        u"```\nFenced.\n```"_s};
+        const unsigned kind = below(8);
+        exchange->respond(200, analysis(kind < answers.size()
+                                            ? answers[kind]
+                                            : "Take " + QString::number(++m_takes) + '.'));
+    }
+    void fail() {
+        const auto exchange = takeOpen();
+        if (!exchange) return;
+        m_steps += "fail";
+        exchange->respond(below(2) == 0 ? 500 : 200, "<html>");
+    }
+    void drop() {
+        const auto exchange = takeOpen();
+        if (!exchange) return;
+        m_steps += "drop";
+        exchange->fail("Gone.");
+    }
+    void land() {
+        m_steps += "land";
+        static constexpr std::array outcomes{Outcome::Replaced, Outcome::Replaced,
+                                             Outcome::NotReplaced, Outcome::OnClipboard};
+        replacer.outcome = outcomes[below(outcomes.size())];
+        replacer.finish();
+    }
+
+    // What holds at every moment.
+    void check() {
+        EXPECT_FALSE(writing->isReplacing() && writing->canUndo());
+        EXPECT_FALSE(writing->replaceFailed() && writing->isReplacing());
+        EXPECT_LE(writing->takes().rejected().size(), TakeHistory::mostRejected);
+        EXPECT_LE(writing->log().interactions().size(), WritingSessionLog::mostInteractions);
+        for (const QString& take : m_shown.last(std::min(m_shown.size(), TakeHistory::mostSeen)))
+            EXPECT_TRUE(writing->takes().seen().contains(take)) << take.toStdString();
+    }
+
+    void settleDown() {
+        m_steps += "end";
+        for (int round = 0; round < 10; ++round) {
+            clock.advance(1s);
+            while (!m_open.empty())
+                complete();
+            replacer.finish();
+            replacer.waits = false;
+        }
+    }
+
+    std::minstd_rand m_random;
+    std::vector<ScriptedExchange> m_open;
+    QStringList m_shown;
+    QStringList m_steps;
+    int m_asks = 0;
+    int m_takes = 0;
+};
+
+TEST_F(RandomSessionTest, NothingHangsAndNothingIsLost) {
+    for (unsigned seed = 1; seed <= sequences && !HasFailure(); ++seed)
+        run(seed);
+}
+
+} // namespace
+} // namespace vorq
