@@ -1,0 +1,84 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "support/async/TaskSlot.h"
+#include "writing/SelectionLooker.h"
+#include "writing/WritingToolsInteraction.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <optional>
+
+namespace vorq {
+
+/// Follows the selection of an application while a writing session is open: tells where it went
+/// when the writer scrolls, and what it reads when the writer selects anew. One look at a time,
+/// with a pause after each. Main thread only.
+class WritingToolsLiveTracker final : public QObject {
+    Q_OBJECT
+
+  public:
+    struct Pace {
+        /// From the end of a look to the next.
+        Clock::Duration interval = std::chrono::milliseconds(400);
+        /// The same after one that saw nothing: the application may be slow to answer.
+        Clock::Duration slowInterval = std::chrono::milliseconds(1200);
+        /// By how many points a selection may be off and still be where it was.
+        double tolerance = 2;
+    };
+
+    /// What is followed, and what of it is known.
+    struct Start {
+        std::optional<ProcessId> sourcePID;
+        /// Where the mouse was, in screen coordinates.
+        QPointF seedPoint;
+        std::optional<TrackedPlacement> placement;
+        std::optional<QString> selectionText;
+    };
+
+    /// Both must outlive this object and what it has under way.
+    WritingToolsLiveTracker(Clock& clock, SelectionLooker& looker, QObject* parent = nullptr)
+        : QObject(parent), m_clock(clock), m_looker(looker) {}
+
+    void setPace(const Pace& pace) { m_pace = pace; }
+
+    /// Follows this from now on. The first look comes after one interval.
+    void start(const Start& start);
+    /// Nothing is told any more from now on.
+    void stop();
+    [[nodiscard]] bool isRunning() const { return m_isRunning; }
+
+    /// The last that was told, or is known from the start.
+    [[nodiscard]] const std::optional<TrackedPlacement>& lastPlacement() const {
+        return m_lastPlacement;
+    }
+    [[nodiscard]] const std::optional<QString>& lastSelectionText() const {
+        return m_lastSelectionText;
+    }
+
+  signals:
+    /// The selection is elsewhere; again and again while it moves.
+    void placement(const vorq::TrackedPlacement& placement);
+    /// What happened, for the session's log. A movement is one event, however long it takes.
+    void interaction(const vorq::WritingToolsInteraction::Kind& kind);
+
+  private:
+    static QCoro::Task<> follow(QPointer<WritingToolsLiveTracker> self, std::stop_token stop);
+    void consider(const SelectionSight& sight);
+    [[nodiscard]] bool isAt(const QRectF& frame) const;
+
+    Clock& m_clock;
+    SelectionLooker& m_looker;
+    Pace m_pace;
+    std::optional<ProcessId> m_sourcePID;
+    QPointF m_seedPoint;
+    std::optional<TrackedPlacement> m_lastPlacement;
+    std::optional<QString> m_lastSelectionText;
+    bool m_isRunning = false;
+    bool m_isMoving = false;  // as of the last look
+    bool m_isLooking = false; // a stopped look may still be under way
+    TaskSlot m_loopTask;
+};
+
+} // namespace vorq
