@@ -1,6 +1,7 @@
 #include "engine/embedded/ReplyDraft.h"
 
 #include "engine/embedded/PromptIntent.h"
+#include "engine/embedded/rewriting/RuleRewrite.h"
 #include "engine/embedded/search/KeyTerms.h"
 #include "engine/embedded/search/SentenceSearch.h"
 #include "support/Filled.h"
@@ -24,8 +25,6 @@ constexpr std::string_view kNoModel =
 constexpr std::string_view kSmallTalk =
     "I am here, though no language model is connected to this gateway. Select or attach a text, "
     "and ask for its key sentences or key terms, or ask it a question.";
-constexpr std::string_view kNoWriting =
-    "Writing or rewriting needs a language model, and none is connected to this gateway.";
 constexpr std::string_view kNoSight =
     "Looking at a picture needs a language model that can see, and none is connected to this "
     "gateway. I can work with text that you select or attach.";
@@ -230,6 +229,15 @@ ReplyDraft answerFromConversation(const PromptRequest& request) {
     return onePiece(request.image.empty() ? kNoModel : kNoSight);
 }
 
+/// What rules make of the writer's text. Taken whole, a sentence that says no would be offered as
+/// its new wording.
+ReplyDraft draftRewrite(const RewritePrompt& prompt, const PromptRequest& request) {
+    const auto rewritten = rewrittenByRule(prompt, request.selectedText);
+    if (rewritten) return onePiece(*rewritten);
+    if (request.whole) throw EngineError(422, std::string(rewritten.error()));
+    return onePiece(rewritten.error());
+}
+
 } // namespace
 
 std::string ReplyDraft::text() const {
@@ -255,6 +263,8 @@ ReplyDraft draftAnalysis(std::string_view text) {
 }
 
 ReplyDraft draftReply(const PromptRequest& request) {
+    if (const std::optional<RewritePrompt> prompt = readRewritePrompt(request.prompt))
+        return draftRewrite(*prompt, request);
     const PromptIntent intent = readPrompt(request.prompt);
     // What is asked for whole comes from a tool of the client, whose prompts are instructions only.
     if (!request.whole && trimmed(request.selectedText).empty()) {

@@ -1,0 +1,122 @@
+#include "engine/embedded/rewriting/CaseForms.h"
+
+#include "engine/embedded/rewriting/TextPieces.h"
+#include "support/Utf8.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace vorq::gateway {
+namespace {
+
+constexpr auto kSmallWords = std::to_array<std::string_view>(
+    {"a",   "an", "the", "and", "but", "or",   "nor", "as",   "at",   "by",
+     "for", "in", "of",  "on",  "to",  "with", "vs",  "from", "into", "per"});
+
+/// Short forms whose point ends no sentence, beside those of one or two letters.
+constexpr auto kShortForms = std::to_array<std::string_view>(
+    {"etc", "approx", "dept", "est", "incl", "max", "min", "resp", "bzw", "usw", "evtl",
+     "ggf", "inkl",   "art",  "fig", "vol",  "cap", "eds", "ibid", "pág", "núm", "env",
+     "tel", "nos",    "prof", "mrs", "pag",  "ref", "sec", "std",  "mio", "mrd", "inc"});
+
+/// Whether a sentence begins behind a word and what stands behind that.
+bool isBreak(std::string_view word, std::string_view space) {
+    constexpr std::size_t shortest = 3;
+    if (space == "? ") return true;
+    if (space != ". " || word.size() < shortest || word.contains('.')) return false;
+    return std::ranges::find(kShortForms, lowered(word)) == kShortForms.end();
+}
+
+/// A line with a capital for each sentence that begins inside it, and for its first word if told.
+std::string withCapitalsInside(std::string_view line, bool isFirstRaised) {
+    std::string result;
+    bool isRaised = isFirstRaised;
+    std::string_view word;
+    for (const TextPiece& piece : piecesOf(line)) {
+        if (piece.isWord) {
+            result += isRaised ? withCapital(piece.text) : std::string(piece.text);
+            isRaised = false;
+            word = piece.text;
+        } else {
+            result += piece.text;
+            isRaised = isRaised || (!word.empty() && isBreak(word, piece.text));
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+bool isSmallI(std::string_view word) {
+    return word == "i" || word.starts_with("i'") || word.starts_with("i’");
+}
+
+std::string inUpperCase(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length = decodeAt(text, at).length;
+        result += raised(text.substr(at, length));
+        at += length;
+    }
+    return result;
+}
+
+std::string inTitleCase(std::string_view text, Language language) {
+    std::string result;
+    for (const std::string_view line : linesOf(text)) {
+        if (line.data() != text.data()) result += '\n';
+        const std::vector<TextPiece> pieces = piecesOf(line);
+        const auto isWord = [](const TextPiece& piece) { return piece.isWord; };
+        const auto first = std::ranges::find_if(pieces, isWord);
+        const auto last = std::find_if(pieces.rbegin(), pieces.rend(), isWord);
+        for (auto piece = pieces.begin(); piece != pieces.end(); ++piece) {
+            const bool isInside = piece != first && piece != std::prev(last.base());
+            const bool isSmall =
+                language == Language::English && isInside &&
+                std::ranges::find(kSmallWords, lowered(piece->text)) != kSmallWords.end();
+            if (!piece->isWord) {
+                result += piece->text;
+            } else {
+                result += isSmall ? lowered(piece->text) : withCapital(piece->text);
+            }
+        }
+    }
+    return result;
+}
+
+std::string inSentenceCase(std::string_view text, Language language) {
+    const std::string lower = lowered(text);
+    std::string result;
+    for (const TextPiece& piece : piecesOf(lower)) {
+        const bool isI = language == Language::English && piece.isWord && isSmallI(piece.text);
+        result += isI ? withCapital(piece.text) : std::string(piece.text);
+    }
+    return withSentenceCapitals(result, true);
+}
+
+std::string withSentenceCapitals(std::string_view text, bool areFragmentsToo) {
+    const std::vector<std::string_view> lines = linesOf(text);
+    // From the end, since what a block begins with depends on what it ends with.
+    std::vector<bool> closes(lines.size() + 1);
+    for (std::size_t i = lines.size(); i-- > 0;) {
+        const bool isLast = i + 1 == lines.size() || trimmed(lines[i + 1]).empty() ||
+                            listMarkerLength(lines[i + 1]) > 0;
+        closes[i] = isLast ? closesSentence(lines[i]) : closes[i + 1];
+    }
+    std::string result;
+    bool isStart = true;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const std::size_t marker = listMarkerLength(lines[i]);
+        const bool isFirst = isStart || marker > 0;
+        if (i > 0) result += '\n';
+        result += lines[i].substr(0, marker);
+        result +=
+            withCapitalsInside(lines[i].substr(marker), isFirst && (areFragmentsToo || closes[i]));
+        isStart = trimmed(lines[i]).empty() || closesSentence(lines[i]);
+    }
+    return result;
+}
+
+} // namespace vorq::gateway

@@ -1,0 +1,101 @@
+#include "engine/embedded/rewriting/ListForms.h"
+
+#include "engine/embedded/document/SentenceSplitter.h"
+#include "engine/embedded/rewriting/TextPieces.h"
+#include "engine/embedded/words/LanguageData.h"
+#include "support/Utf8.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace vorq::gateway {
+namespace {
+
+std::string_view blankOf(Language language) {
+    return dataOf(language).hasBlanks ? " " : "";
+}
+
+void addBullet(std::string& list, std::string_view item) {
+    if (!list.empty()) list += '\n';
+    list.append("- ").append(trimmed(item));
+}
+
+void addSentences(std::string& list, std::string_view paragraph, Language language) {
+    std::string sentence;
+    // What is very long comes in pieces.
+    for (const std::string& piece : splitSentences(paragraph, language)) {
+        if (!sentence.empty()) sentence += blankOf(language);
+        sentence += piece;
+        if (!closesSentence(piece)) continue;
+        addBullet(list, sentence);
+        sentence.clear();
+    }
+    if (!sentence.empty()) addBullet(list, sentence);
+}
+
+/// A list item as a sentence.
+std::string sentenceOf(std::string_view item, Language language) {
+    std::string sentence = withCapital(trimmed(item));
+    while (sentence.ends_with(',') || sentence.ends_with(';'))
+        sentence.pop_back();
+    if (!closesSentence(sentence)) sentence += dataOf(language).hasBlanks ? "." : "。";
+    return sentence;
+}
+
+void append(std::string& paragraph, std::string_view text, Language language) {
+    if (!paragraph.empty()) paragraph += blankOf(language);
+    paragraph += text;
+}
+
+} // namespace
+
+std::string toBullets(std::string_view text, Language language) {
+    std::string list;
+    std::string paragraph;
+    const auto flush = [&] {
+        if (!paragraph.empty()) addSentences(list, paragraph, language);
+        paragraph.clear();
+    };
+    for (const std::string_view line : linesOf(text)) {
+        const std::size_t marker = listMarkerLength(line);
+        const std::string_view content = trimmed(line.substr(marker));
+        // A line that ends no sentence may be wrapped.
+        if (marker > 0 || content.empty() || closesSentence(paragraph)) flush();
+        if (marker > 0) {
+            addBullet(list, content);
+        } else if (!content.empty()) {
+            append(paragraph, content, language);
+        }
+    }
+    flush();
+    return list;
+}
+
+std::string toSentences(std::string_view text, Language language) {
+    const std::vector<std::string_view> lines = linesOf(text);
+    const bool hasList = std::ranges::any_of(
+        lines, [](std::string_view line) { return listMarkerLength(line) > 0; });
+    std::string result;
+    std::string paragraph;
+    bool isInList = false;
+    const auto flush = [&] {
+        if (paragraph.empty()) return;
+        if (!result.empty()) result += "\n\n";
+        result += paragraph;
+        paragraph.clear();
+    };
+    for (const std::string_view line : lines) {
+        const std::size_t marker = listMarkerLength(line);
+        const std::string_view content = trimmed(line.substr(marker));
+        if (content.empty()) continue;
+        // What announces a list stays with it; what follows one does not.
+        if (hasList && marker == 0 && isInList) flush();
+        append(paragraph, marker > 0 ? sentenceOf(content, language) : std::string(content),
+               language);
+        isInList = marker > 0;
+    }
+    flush();
+    return result;
+}
+
+} // namespace vorq::gateway

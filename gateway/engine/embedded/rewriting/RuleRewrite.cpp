@@ -1,0 +1,55 @@
+#include "engine/embedded/rewriting/RuleRewrite.h"
+
+#include "engine/embedded/rewriting/CaseForms.h"
+#include "engine/embedded/rewriting/ListForms.h"
+#include "engine/embedded/rewriting/Repairs.h"
+#include "engine/embedded/rewriting/Shortening.h"
+#include "support/Utf8.h"
+
+namespace vorq::gateway {
+namespace {
+
+constexpr std::string_view kNoOtherTake =
+    "Another version needs a language model, and none is connected to this gateway.";
+constexpr std::string_view kNothingByRule =
+    "There is nothing that rules could change here, and more needs a language model, which is not "
+    "connected to this gateway.";
+
+std::string byRule(RewriteRule rule, std::string_view text) {
+    const Language language = languageOf(text);
+    switch (rule) {
+    case RewriteRule::Shorten:
+        return shortened(text, language);
+    case RewriteRule::Repair:
+        return repaired(text, language);
+    case RewriteRule::ToBullets:
+        return toBullets(text, language);
+    case RewriteRule::ToSentences:
+        return toSentences(text, language);
+    case RewriteRule::UpperCase:
+        return inUpperCase(text);
+    case RewriteRule::LowerCase:
+        return lowered(text);
+    case RewriteRule::TitleCase:
+        return inTitleCase(text, language);
+    case RewriteRule::SentenceCase:
+        return inSentenceCase(text, language);
+    }
+    return std::string(text);
+}
+
+} // namespace
+
+std::expected<std::string, std::string_view> rewrittenByRule(const RewritePrompt& prompt,
+                                                             std::string_view selection) {
+    if (prompt.isAnotherTake) return std::unexpected(kNoOtherTake);
+    const std::optional<RewriteRule> rule = ruleOf(prompt.ask);
+    if (!rule) return std::unexpected(kNoWriting);
+    const std::string text = sanitized(prompt.current.empty() ? selection : prompt.current);
+    const std::string_view core = trimmed(text);
+    const std::string rewritten = byRule(*rule, core);
+    if (trimmed(rewritten).empty() || rewritten == core) return std::unexpected(kNothingByRule);
+    return rewritten;
+}
+
+} // namespace vorq::gateway

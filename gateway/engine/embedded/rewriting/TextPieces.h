@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorq::gateway {
+
+/// A text as words and what stands between them. An apostrophe inside a word belongs to it, and so
+/// does what joins the parts of an address or a number. Joined, the pieces are the text.
+struct TextPiece {
+    std::string_view text;
+    bool isWord = false;
+};
+[[nodiscard]] std::vector<TextPiece> piecesOf(std::string_view text);
+
+/// The lines of a text, without their ends; at least one.
+[[nodiscard]] std::vector<std::string_view> linesOf(std::string_view text);
+
+/// With its first letter as a capital; words such as "iPhone" stay.
+[[nodiscard]] std::string withCapital(std::string_view text);
+
+/// Whether a sentence ends there: by a mark, or by one in quotes or parentheses.
+[[nodiscard]] bool closesSentence(std::string_view text);
+
+/// The bytes of a list marker ("- ", "• ", "3. ") and the white space before it; 0 for none.
+[[nodiscard]] std::size_t listMarkerLength(std::string_view line);
+
+} // namespace vorq::gateway
