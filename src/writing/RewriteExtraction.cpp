@@ -62,8 +62,9 @@ QStringView unfenced(QStringView text) {
 }
 
 bool asksForLines(QStringView ask) {
-    static constexpr auto words = std::to_array<QStringView>(
-        {u"bullet", u"list", u"lines", u"steps", u"paragraphs", u"points", u"table", u"poem"});
+    static constexpr auto words =
+        std::to_array<QStringView>({u"bullet", u"list", u"stichpunkt", u"lines", u"steps",
+                                    u"paragraphs", u"points", u"table", u"poem"});
     return std::ranges::any_of(
         words, [ask](QStringView word) { return ask.contains(word, Qt::CaseInsensitive); });
 }

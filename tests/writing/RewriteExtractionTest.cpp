@@ -47,6 +47,7 @@ TEST(RewriteExtractionTest, KeepsTheLinesOfASelectionThatHasSome) {
 
 TEST(RewriteExtractionTest, KeepsTheLinesThatTheWriterAskedFor) {
     EXPECT_EQ(rewrite("- One.\n- Two.", "One. Two.", u"make a Bullet list"), "- One.\n- Two.");
+    EXPECT_EQ(rewrite("- Eins.\n- Zwei.", "Eins. Zwei.", u"als Stichpunkte"), "- Eins.\n- Zwei.");
     EXPECT_EQ(rewrite("- One.\n- Two.", "One. Two."), "One.");
 }
 

@@ -25,7 +25,7 @@ class WritingFixture : public AccountFixture {
 
     void open() {
         writing = std::make_unique<WritingToolsModel>(
-            WritingToolsModel::Services{clock, api, *account, replacer}, selection);
+            WritingToolsModel::Services{clock, api, *account, *usedReplacer}, selection);
         WritingToolsModel* opened = writing.get();
         const auto note = [this](const char* name) { return [this, name] { heard += name; }; };
         QObject::connect(opened, &WritingToolsModel::replaceStarted, opened, note("started"));
@@ -74,6 +74,7 @@ class WritingFixture : public AccountFixture {
                                .selectionScreenFrame = {0, 0, 40, 14},
                                .selectionReliable = true};
     ScriptedReplacer replacer;
+    SelectionReplacer* usedReplacer = &replacer;
     QStringList heard;
     QStringList sent;
     std::unique_ptr<WritingToolsModel> writing;
