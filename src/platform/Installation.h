@@ -7,7 +7,7 @@
 
 namespace vorq {
 
-/// The installed files, for the uninstaller.
+/// The installed program.
 class Installation {
   public:
     Installation() = default;
@@ -17,6 +17,9 @@ class Installation {
 
     /// Whether it is known what files those are, and why not.
     [[nodiscard]] virtual PortSupport supported() const { return {}; }
+
+    /// Whether the program that runs is one of the user's applications, as the desktop lists them.
+    [[nodiscard]] virtual bool isInstalled() const = 0;
 
     /// Absolute, clean paths of all that makes this program appear among the user's applications,
     /// each once. Not all of it need be there.

@@ -9,6 +9,7 @@
 #include "backend/account/TcpLoopbackServer.h"
 #include "platform/Accessibility.h"
 #include "platform/DesktopLook.h"
+#include "platform/Installation.h"
 #include "platform/LoginItem.h"
 #include "platform/NotesBridge.h"
 #include "platform/Workspace.h"
@@ -119,6 +120,7 @@ VorqGoogleSignIn::Ports DesktopProgram::signInPorts() {
 AppDelegate::Ports DesktopProgram::delegatePorts() {
     return {*m_host,
             m_platform.clock(),
+            m_platform.defaults(),
             m_platform.workspace(),
             m_platform.hotKeys(),
             m_platform.loginItem(),
@@ -128,7 +130,8 @@ AppDelegate::Ports DesktopProgram::delegatePorts() {
             m_statusItem,
             [this](VorqAppState& state) { return makePanel(state); },
             {static_cast<ProcessId>(QCoreApplication::applicationPid()), ApplicationService::name},
-            [this] { m_platform.accessibility().requestTrust(); }};
+            [this] { m_platform.accessibility().requestTrust(); },
+            m_platform.installation().isInstalled()};
 }
 
 std::unique_ptr<PanelPresence> DesktopProgram::makePanel(VorqAppState& state) {
@@ -231,6 +234,7 @@ HotKeySource DesktopProgram::hotKeySource(const VerbSource& source) const {
 void DesktopProgram::applyDesktopLook() {
     const DesktopLook look = m_platform.appearance().look();
     m_palette.setDesktop(look);
+    m_statusItem.setReducesMotion(!look.allowsAnimations.value_or(true));
     m_font.setTextScale(
         remainingTextScale(look.textScale.value_or(1), qGuiApp->devicePixelRatio()));
 }

@@ -20,7 +20,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr Clock::Duration launchDelay = 250ms;
-constexpr Clock::Duration accessGuideDelay = 140ms;
 
 // Calls back after a delay unless the object is gone by then.
 template<typename Callback>
@@ -40,13 +39,15 @@ AppDelegate::AppDelegate(const Ports& ports, QObject* parent)
       m_panel({ports.workspace, ports.capture, m_frontmost, m_holds, ports.makePanel}),
       m_noteHotKeys(ports.notes, ports.workspace, m_frontmost),
       m_urlRouter(ports.signIn, m_notifications),
-      m_reveal(ports.workspace, ports.self) {
+      m_reveal(ports.workspace, ports.self),
+      m_attention({ports.clock, ports.defaults, ports.statusItem, ports.isInstalled}),
+      m_guide({ports.clock, ports.defaults, ports.statusItem, m_notifications,
+               [this] { yieldPanelFocus(); }, [this] { openStatusItemMenu(); }}) {
     connect(&m_hotKeyHandler, &HotKeyHandler::activated, this, &AppDelegate::perform);
     m_hotKeyHandler.setOffersNotes(ports.notes.isAvailable());
     connect(&m_hotKeyHandler, &HotKeyHandler::noticesChanged, this, &AppDelegate::refreshHotKeys);
-    connect(&m_noteHotKeys, &NoteHotKeys::flashNoteSaveStatus, this, [this](bool succeeded) {
-        m_ports.statusItem.flashStatusImage(succeeded ? StatusImage::Check : StatusImage::Fail);
-    });
+    connect(&m_noteHotKeys, &NoteHotKeys::flashNoteSaveStatus, this,
+            [this](bool succeeded) { flash(succeeded ? StatusImage::Check : StatusImage::Fail); });
     connect(&m_noteHotKeys, &NoteHotKeys::adviceChanged, &ports.statusItem,
             &StatusItem::setNoteAdvice);
     connectStatusItem();
@@ -58,6 +59,7 @@ AppDelegate::~AppDelegate() = default;
 void AppDelegate::connectStatusItem() {
     StatusItem* item = &m_ports.statusItem;
     connect(item, &StatusItem::menuWillOpen, this, [this] {
+        m_attention.stop();
         emit m_notifications.vorqStatusMenuChanged(true);
         refreshPermissions();
         m_hotKeyHandler.retryMissing();
@@ -121,6 +123,7 @@ void AppDelegate::applicationDidFinishLaunching(LaunchOptions options) {
     m_ports.host.installApplicationIcon();
     m_ports.statusItem.installStatusItem();
     m_ports.statusItem.setOffersNotes(m_ports.notes.isAvailable());
+    m_attention.startInstalledMenuBarAttentionIfNeeded();
     m_frontmost.startFrontmostTracking();
     m_hotKeyHandler.registerHotKeys();
     registerOpenAtLoginIfNeeded();
@@ -144,7 +147,7 @@ void AppDelegate::observeNotifications() {
     connect(sender, &ShellNotifications::vorqMacHandoffCode, this,
             &AppDelegate::activateFromMacHandoff);
     connect(sender, &ShellNotifications::vorqGuidePanelAccess, this,
-            &AppDelegate::guidePanelAccessFromNotification);
+            [this] { m_guide.guidePanelAccessFromNotification(); });
 }
 
 void AppDelegate::appearAfterLaunch(LaunchOptions options) {
@@ -171,7 +174,7 @@ void AppDelegate::tellOfSignIn() {
     if (std::exchange(m_isDesktopRevealed, false) || m_ports.host.isActive())
         openStatusItemMenu();
     else
-        m_ports.statusItem.flashStatusImage(StatusImage::Check);
+        flash(StatusImage::Check);
 }
 
 void AppDelegate::bindAppState(VorqAppState& state) {
@@ -185,6 +188,7 @@ void AppDelegate::bindAppState(VorqAppState& state) {
     if (!state.isLibraryLoaded()) state.reloadLibrary();
     state.watchLibrary();
     state.permissions().setShowAccessibilityWalkthrough(false);
+    m_attention.startInstalledMenuBarAttentionIfNeeded();
     connectSignIn(state);
     connect(&state.panel(), &PanelConversation::vorqShowPanel, &m_notifications,
             &ShellNotifications::vorqShowPanel);
@@ -264,7 +268,7 @@ QCoro::Task<> AppDelegate::runChatSave(AppDelegate* self, std::stop_token stop) 
 }
 
 void AppDelegate::tellChatSave(bool isSaved) {
-    m_ports.statusItem.flashStatusImage(isSaved ? StatusImage::Check : StatusImage::Fail);
+    flash(isSaved ? StatusImage::Check : StatusImage::Fail);
     if (isSaved) return;
     showAlert({tr("Couldn’t save to Notes."), m_state->library().libraryMessage(), {tr("OK")}});
 }
@@ -298,6 +302,7 @@ void AppDelegate::uninstallVorqAndQuit() {
 
 // The panel gives up the keyboard, which the menu is about to take.
 void AppDelegate::openStatusItemMenu() {
+    m_attention.stop();
     yieldPanelFocus();
     emit m_notifications.vorqWillOpenStatusMenu();
     m_ports.statusItem.openMenu();
@@ -307,10 +312,9 @@ void AppDelegate::activateFromMacHandoff(const QString& code) {
     if (m_state != nullptr) m_state->signIn().activateFromMacHandoff(code);
 }
 
-void AppDelegate::guidePanelAccessFromNotification() {
-    emit m_notifications.vorqSuppressPanelOutsideClose(true);
-    yieldPanelFocus();
-    after(m_ports.clock, accessGuideDelay, this, [this] { openStatusItemMenu(); });
+void AppDelegate::flash(StatusImage image) {
+    m_attention.stop();
+    m_ports.statusItem.flashStatusImage(image);
 }
 
 void AppDelegate::yieldPanelFocus() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "capture/source/FrontmostTracker.h"
+#include "shell/application/AccessGuide.h"
 #include "shell/application/DesktopReveal.h"
 #include "shell/application/UrlRouter.h"
 #include "shell/hotkeys/HotKeyHandler.h"
@@ -8,6 +9,7 @@
 #include "shell/notices/Alert.h"
 #include "shell/notices/PanelHold.h"
 #include "shell/notices/ShellNotifications.h"
+#include "shell/status/MenuBarAttention.h"
 #include "shell/status/StatusItem.h"
 #include "shell/window/PanelSummoner.h"
 #include "support/async/TaskSlot.h"
@@ -23,6 +25,7 @@ namespace vorq {
 
 class ApplicationHost;
 class Clock;
+class Defaults;
 class LoginItem;
 
 /// How the program was started.
@@ -43,6 +46,7 @@ class AppDelegate final : public QObject {
     struct Ports {
         ApplicationHost& host;
         Clock& clock;
+        Defaults& defaults;
         Workspace& workspace;
         GlobalHotKeys& hotKeys;
         LoginItem& loginItem;
@@ -54,6 +58,8 @@ class AppDelegate final : public QObject {
         FrontmostTracker::Self self;
         /// Has the system let the program read others. The user has agreed.
         std::function<void()> openAccessibility;
+        /// Whether the program is one of the applications that the desktop knows.
+        bool isInstalled = false;
     };
 
     explicit AppDelegate(const Ports& ports, QObject* parent = nullptr);
@@ -114,7 +120,7 @@ class AppDelegate final : public QObject {
     void signIn();
     void signOut();
     void activateFromMacHandoff(const QString& code);
-    void guidePanelAccessFromNotification();
+    void flash(StatusImage image);
     void yieldPanelFocus();
 
     Ports m_ports;
@@ -129,6 +135,8 @@ class AppDelegate final : public QObject {
     NoteHotKeys m_noteHotKeys;
     UrlRouter m_urlRouter;
     DesktopReveal m_reveal;
+    MenuBarAttention m_attention;
+    AccessGuide m_guide;
     bool m_isDesktopRevealed = false; // by the sign-in that is about to be told
     TaskSlot m_chatSave;              // all that are under way, the latest in the slot
 };

@@ -15,10 +15,18 @@ constexpr double grid = 18;
 constexpr double bladeEdge = 0.9;
 constexpr double discRadius = 7.7;
 constexpr double signStroke = 2;
+constexpr QRgb white = 0xffffffff;
 constexpr QRgb iris = 0xff5b78fb;
 constexpr QRgb ember = 0xffe5631a;
 constexpr QRgb checkGreen = 0xff27935a;
 constexpr QRgb failRed = 0xffd4423a;
+constexpr double markOnDisc = 0.62;  // of its size
+constexpr double sizeAtLowest = 0.7; // so that it stays whole within its square
+
+struct MarkColors {
+    QRgb left;
+    QRgb right;
+};
 
 void paintBlade(QPainter& painter, QRgb color, const QPolygonF& corners) {
     painter.setPen(QPen(QColor(color), bladeEdge, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
@@ -26,10 +34,10 @@ void paintBlade(QPainter& painter, QRgb color, const QPolygonF& corners) {
     painter.drawPolygon(corners);
 }
 
-void paintMark(QPainter& painter) {
-    paintBlade(painter, iris,
+void paintMark(QPainter& painter, const MarkColors& colors) {
+    paintBlade(painter, colors.left,
                QPolygonF({{1.2, 2.74}, {4.82, 2.74}, {10.92, 15.96}, {7.19, 15.96}}));
-    paintBlade(painter, ember,
+    paintBlade(painter, colors.right,
                QPolygonF({{13.18, 2.74}, {16.8, 2.74}, {11.83, 13.47}, {10.07, 9.46}}));
 }
 
@@ -41,10 +49,43 @@ void paintDisc(QPainter& painter, QRgb color) {
     painter.setBrush(Qt::NoBrush);
 }
 
+// Smaller the lower it is.
+void lower(QPainter& painter, double drop) {
+    const double scale = 1 - (1 - sizeAtLowest) * drop;
+    painter.translate(grid / 2 * (1 - scale), grid * (1 - scale));
+    painter.scale(scale, scale);
+}
+
+void paintMarkOnDisc(QPainter& painter) {
+    paintDisc(painter, ember);
+    painter.save();
+    painter.translate(grid / 2, grid / 2);
+    painter.scale(markOnDisc, markOnDisc);
+    painter.translate(-grid / 2, -grid / 2);
+    paintMark(painter, {.left = white, .right = white});
+    painter.restore();
+}
+
+void paint(QPainter& painter, StatusImage image) {
+    switch (image) {
+    case StatusImage::Glyph:
+        return paintMark(painter, {.left = iris, .right = ember});
+    case StatusImage::Check:
+        paintDisc(painter, checkGreen);
+        return painter.drawPolyline(QPolygonF({{5.3, 9.3}, {8, 12}, {12.9, 6.4}}));
+    case StatusImage::Fail:
+        paintDisc(painter, failRed);
+        painter.drawLine(QPointF(6.3, 6.3), QPointF(11.7, 11.7));
+        return painter.drawLine(QPointF(11.7, 6.3), QPointF(6.3, 11.7));
+    case StatusImage::Attention:
+        return paintMarkOnDisc(painter);
+    }
+}
+
 // Paints the sizes that are asked for when they are.
 class StatusIconEngine final : public QIconEngine {
   public:
-    explicit StatusIconEngine(StatusImage image) : m_image(image) {}
+    StatusIconEngine(StatusImage image, double drop) : m_image(image), m_drop(drop) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
         const double side = std::min(rect.width(), rect.height());
@@ -52,7 +93,7 @@ class StatusIconEngine final : public QIconEngine {
         painter->setRenderHint(QPainter::Antialiasing);
         painter->translate(QRectF(rect).center() - QPointF(side / 2, side / 2));
         painter->scale(side / grid, side / grid);
-        paintStatusImage(*painter, m_image);
+        paintStatusImage(*painter, m_image, m_drop);
         painter->restore();
     }
 
@@ -71,30 +112,26 @@ class StatusIconEngine final : public QIconEngine {
         return sizes;
     }
 
-    [[nodiscard]] QIconEngine* clone() const override { return new StatusIconEngine(m_image); }
+    [[nodiscard]] QIconEngine* clone() const override {
+        return new StatusIconEngine(m_image, m_drop);
+    }
 
   private:
     StatusImage m_image;
+    double m_drop;
 };
 
 } // namespace
 
-void paintStatusImage(QPainter& painter, StatusImage image) {
-    switch (image) {
-    case StatusImage::Glyph:
-        return paintMark(painter);
-    case StatusImage::Check:
-        paintDisc(painter, checkGreen);
-        return painter.drawPolyline(QPolygonF({{5.3, 9.3}, {8, 12}, {12.9, 6.4}}));
-    case StatusImage::Fail:
-        paintDisc(painter, failRed);
-        painter.drawLine(QPointF(6.3, 6.3), QPointF(11.7, 11.7));
-        return painter.drawLine(QPointF(11.7, 6.3), QPointF(6.3, 11.7));
-    }
+void paintStatusImage(QPainter& painter, StatusImage image, double drop) {
+    painter.save();
+    lower(painter, drop);
+    paint(painter, image);
+    painter.restore();
 }
 
-QIcon statusIcon(StatusImage image) {
-    return QIcon(new StatusIconEngine(image));
+QIcon statusIcon(StatusImage image, double drop) {
+    return QIcon(new StatusIconEngine(image, drop));
 }
 
 } // namespace vorq

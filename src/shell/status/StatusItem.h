@@ -57,10 +57,24 @@ class StatusItem : public QObject {
     /// Why parts of Vorq do not work in this session, a sentence each; none if all work.
     virtual void setSessionLimits(const QStringList& reasons) = 0;
 
+    /// Whether it has its place among those of the system.
+    [[nodiscard]] virtual bool isInTray() const = 0;
+
     virtual void openMenu() = 0;
 
     /// Shows an image in place of the glyph for a moment.
     virtual void flashStatusImage(StatusImage image) = 0;
+
+    /// Calls for attention until it is stopped, a flash comes or the item leaves the tray.
+    virtual void startAttention() = 0;
+    virtual void stopAttention() = 0;
+    [[nodiscard]] virtual bool isCallingForAttention() const = 0;
+
+    /// Leads the eye to the entry to sign in, once. Nothing if it is not there.
+    virtual void chimeSignIn() = 0;
+
+    /// Whether the user wants nothing to move. At first they do not mind.
+    virtual void setReducesMotion(bool reducesMotion) = 0;
 
   signals:
     void menuWillOpen();

@@ -172,6 +172,10 @@ void StatusMenu::refreshSignIn() {
     m_signInFailure->setVisible(!failure.isEmpty());
 }
 
+QAction* StatusMenu::signInEntry() const {
+    return m_signIn->isVisible() ? m_signIn : nullptr;
+}
+
 // There is something to choose only while it is off.
 void StatusMenu::refreshAccessibility() {
     const bool isEnabled =

@@ -47,6 +47,9 @@ class StatusMenu final : public FactMenu {
     /// They stand in a menu of their own, which is there only if there are any.
     void setSessionLimits(const QStringList& reasons);
 
+    /// The entry to sign in, while nobody is.
+    [[nodiscard]] QAction* signInEntry() const;
+
   signals:
     void chosen(vorq::StatusCommand command);
 

@@ -5,10 +5,14 @@
 #include <QScreen>
 #include <QWidget>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace vorq {
 namespace {
+
+constexpr int pulses = 2;
 
 // Below or above the glyph, wherever there is room.
 QPoint menuPlace(const QRect& glyph, QSize menu) {
@@ -18,10 +22,23 @@ QPoint menuPlace(const QRect& glyph, QSize menu) {
     return fitsBelow ? glyph.bottomLeft() : QPoint(glyph.left(), glyph.top() - menu.height());
 }
 
+// The window that stands in the tray, where the tray embeds windows.
+QWidget* embeddedWindow() {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (widget->inherits("QSystemTrayIconSys")) return widget;
+    return nullptr;
+}
+
 } // namespace
 
 TrayStatusItem::TrayStatusItem(Clock& clock, QObject* parent)
-    : StatusItem(parent), m_flash(clock, [this](StatusImage image) { show(image); }) {
+    : StatusItem(parent),
+      m_chime(clock, m_menu),
+      m_flash(clock, [this](StatusImage image) { show({.image = image}); }),
+      m_attention(clock, {[this](const StatusFrame& frame) { show(frame); },
+                          [this] { return isInTray(); }}),
+      m_pulse(clock,
+              {[this](const StatusFrame& frame) { show(frame); }, [this] { return isInTray(); }}) {
     connect(&m_menu, &QMenu::aboutToShow, this, &StatusItem::menuWillOpen);
     connect(&m_menu, &QMenu::aboutToHide, this, &StatusItem::menuDidClose);
     connect(&m_menu, &StatusMenu::chosen, this, &StatusItem::chosen);
@@ -46,28 +63,61 @@ TrayStatusItem::~TrayStatusItem() {
 }
 
 void TrayStatusItem::installStatusItem() {
-    show(StatusImage::Glyph);
+    show({});
     m_icon.setToolTip(u"Vorq — ⌘⇧A"_s);
     m_icon.setContextMenu(&m_menu);
     m_icon.show();
     nameForScreenReaders();
 }
 
-// The window that stands in the tray where the tray embeds windows.
 void TrayStatusItem::nameForScreenReaders() {
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (!widget->inherits("QSystemTrayIconSys")) continue;
-        widget->setWindowTitle(u"Vorq"_s);
-        widget->setAccessibleName(u"Vorq"_s);
-    }
+    QWidget* window = embeddedWindow();
+    if (window == nullptr) return;
+    window->setWindowTitle(u"Vorq"_s);
+    window->setAccessibleName(u"Vorq"_s);
 }
 
 void TrayStatusItem::setHotKeyNotices(const QStringList& notices) {
     m_menu.setHotKeyNotices(notices);
 }
 
+bool TrayStatusItem::isInTray() const {
+    if (!m_icon.isVisible() || !QSystemTrayIcon::isSystemTrayAvailable()) return false;
+    const QWidget* window = embeddedWindow();
+    return window == nullptr || window->isVisible();
+}
+
+// A bar that draws the glyph by itself does not say where.
 bool TrayStatusItem::hasPlace() const {
-    return m_icon.isVisible() && !m_icon.geometry().isEmpty();
+    const QWidget* window = embeddedWindow();
+    return window != nullptr && window->isVisible() && !m_icon.geometry().isEmpty();
+}
+
+AttentionForm TrayStatusItem::attentionForm() const {
+    if (m_reducesMotion) return AttentionForm::Steady;
+    return embeddedWindow() == nullptr ? AttentionForm::Blink : AttentionForm::Bounce;
+}
+
+void TrayStatusItem::flashStatusImage(StatusImage image) {
+    m_attention.stop();
+    m_pulse.stop();
+    m_flash.flash(image);
+}
+
+// The desktop may tell only after the item has begun to move.
+void TrayStatusItem::setReducesMotion(bool reducesMotion) {
+    if (std::exchange(m_reducesMotion, reducesMotion) == reducesMotion) return;
+    if (!m_attention.isRunning()) return;
+    m_attention.stop();
+    m_attention.start(attentionForm());
+}
+
+void TrayStatusItem::chimeSignIn() {
+    QAction* entry = m_menu.signInEntry();
+    if (entry == nullptr) return;
+    if (m_menu.isVisible()) m_chime.play(entry, m_reducesMotion);
+    if (hasPlace()) return;
+    m_pulse.start(m_reducesMotion ? AttentionForm::Steady : AttentionForm::Blink, pulses);
 }
 
 void TrayStatusItem::openMenu() {

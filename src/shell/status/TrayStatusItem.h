@@ -1,9 +1,11 @@
 #pragma once
 
 #include "shell/look/StatusGlyphs.h"
+#include "shell/status/StatusBounce.h"
 #include "shell/status/StatusFlash.h"
 #include "shell/status/StatusItem.h"
 #include "shell/status/StatusMenu.h"
+#include "shell/status/StatusMenuAttentionChime.h"
 
 #include <QSystemTrayIcon>
 
@@ -30,19 +32,30 @@ class TrayStatusItem final : public StatusItem {
     }
     void setWatchStatus(const QString& status) override { m_menu.setWatchStatus(status); }
     void setSessionLimits(const QStringList& reasons) override { m_menu.setSessionLimits(reasons); }
+    [[nodiscard]] bool isInTray() const override;
     void openMenu() override;
-    void flashStatusImage(StatusImage image) override { m_flash.flash(image); }
+    void flashStatusImage(StatusImage image) override;
+    void startAttention() override { m_attention.start(attentionForm()); }
+    void stopAttention() override { m_attention.stop(); }
+    [[nodiscard]] bool isCallingForAttention() const override { return m_attention.isRunning(); }
+    void chimeSignIn() override;
+    void setReducesMotion(bool reducesMotion) override;
 
   private:
     /// Whether the glyph has a place of its own on the screen that is known.
     [[nodiscard]] bool hasPlace() const;
     void tellOfChoicesIn(const QMenu& menu);
-    void show(StatusImage image) { m_icon.setIcon(statusIcon(image)); }
+    [[nodiscard]] AttentionForm attentionForm() const;
+    void show(const StatusFrame& frame) { m_icon.setIcon(statusIcon(frame.image, frame.drop)); }
     void nameForScreenReaders();
 
     StatusMenu m_menu;
+    StatusMenuAttentionChime m_chime;
     QSystemTrayIcon m_icon;
     StatusFlash m_flash;
+    StatusBounce m_attention;
+    StatusBounce m_pulse; // beside the chime, where the glyph is not beside the menu
+    bool m_reducesMotion = false;
 };
 
 } // namespace vorq

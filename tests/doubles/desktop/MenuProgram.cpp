@@ -1,14 +1,19 @@
 #include "doubles/desktop/MenuProgram.h"
+#include "platform/linux/x11/X11Connection.h"
 
 #include <QElapsedTimer>
 
+#include <xcb/xcb.h>
+
 #include <cmath>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace vorq::desktop {
 namespace {
 
 constexpr int screenWidth = 1280;
+constexpr int screenHeight = 900;
 constexpr quint32 irisColor = 0x5b78fb;
 constexpr qint64 patience = 4000; // milliseconds
 
@@ -89,7 +94,7 @@ MenuProgramTest::~MenuProgramTest() = default;
 DesktopProgram& MenuProgramTest::startInTray(const QByteArray& settings,
                                              const QProcessEnvironment& additional) {
     m_session.write(".config/Vorq/settings.json", settings);
-    if (m_vorq == nullptr) m_session.start("tint2", "tint2");
+    if (m_tray == nullptr) startTray();
     m_vorq = &start({"--background"}, additional);
     waitFor(*m_vorq, "clear-chat hotkey.");
     DesktopSession::waitUntil("the mark in the tray", [this] { return showsColor(iris); });
@@ -97,6 +102,16 @@ DesktopProgram& MenuProgramTest::startInTray(const QByteArray& settings,
     m_tree = std::make_unique<AccessibleTree>(m_vorq->process());
     m_focus = std::make_unique<FocusWatch>(*m_tree);
     return *m_vorq;
+}
+
+void MenuProgramTest::startTray() {
+    m_tray = &m_session.start("tint2", "tint2");
+}
+
+void MenuProgramTest::killTray() {
+    m_tray->kill();
+    m_tray = nullptr;
+    DesktopSession::waitUntil("the tray to go", [this] { return !showsColor(iris); });
 }
 
 // The tray may still be moving the glyph, so that a press misses it; then one presses again.
@@ -193,8 +208,20 @@ DesktopSession::Window MenuProgramTest::dialog(int leastWidth) const {
     return found;
 }
 
+// Quick enough for what moves.
 ScreenPicture MenuProgramTest::picture() const {
-    return {screen(), screenWidth};
+    const X11Connection x11;
+    const auto cookie = xcb_get_image(x11.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, x11.root(), 0, 0,
+                                      screenWidth, screenHeight, ~0U);
+    const std::unique_ptr<xcb_get_image_reply_t, decltype(&std::free)> shown(
+        xcb_get_image_reply(x11.get(), cookie, nullptr), &std::free);
+    if (!shown) throw std::runtime_error("no picture of the screen");
+    const quint8* from = xcb_get_image_data(shown.get());
+    QByteArray pixels(qsizetype{3} * screenWidth * screenHeight, Qt::Uninitialized);
+    for (qsizetype pixel = 0; pixel < pixels.size() / 3; ++pixel)
+        for (int channel = 0; channel < 3; ++channel)
+            pixels[3 * pixel + channel] = static_cast<char>(from[4 * pixel + 2 - channel]);
+    return {pixels, screenWidth};
 }
 
 ScreenPicture MenuProgramTest::keep(const QString& name) const {

@@ -63,9 +63,14 @@ class MenuProgramTest : public TrayProgramTest {
     MenuProgramTest();
     ~MenuProgramTest() override;
 
-    /// Starts the tray and the program, whose settings are as given, and waits for both.
+    /// Starts the tray unless it runs, and the program, whose settings are as given, and waits for
+    /// both.
     DesktopProgram& startInTray(const QByteArray& settings = "{}",
                                 const QProcessEnvironment& additional = {});
+
+    void startTray();
+    /// Ends it as a crash would, and waits until the glyph is gone.
+    void killTray();
 
     /// Presses the glyph in the tray and waits for the menu, which has an entry that begins so.
     void openMenu(const QString& beginning = QStringLiteral("Quit Vorq"));
@@ -103,6 +108,7 @@ class MenuProgramTest : public TrayProgramTest {
 
   private:
     DesktopProgram* m_vorq = nullptr;
+    DesktopProgram* m_tray = nullptr;
     std::unique_ptr<AccessibleTree> m_tree;
     std::unique_ptr<FocusWatch> m_focus;
 };

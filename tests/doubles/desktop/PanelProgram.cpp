@@ -21,7 +21,7 @@ const QString material =
 PanelProgram::PanelProgram(const SessionOptions& options) : session(options) {
     session.write(".config/Vorq/settings.json", "{}");
     m_relay = std::make_unique<RecordingRelay>(startGateway(session));
-    signIn();
+    signIn(session, m_relay->url());
 }
 
 PanelProgram::~PanelProgram() {
@@ -38,11 +38,11 @@ quint16 startGateway(DesktopSession& session) {
     return static_cast<quint16>(port);
 }
 
-void PanelProgram::signIn() {
+void signIn(DesktopSession& session, const QString& backend) {
     const QByteArray link =
         run(VORQ_GATEWAY_PROGRAM, "", {"handoff"}, session.environment()).trimmed();
     QProcessEnvironment environment;
-    environment.insert("VORQ_API_BASE_URL", m_relay->url());
+    environment.insert("VORQ_API_BASE_URL", backend);
     DesktopProgram& opened =
         session.start(VORQ_PROGRAM, "", {"open", QString::fromUtf8(link)}, environment);
     DesktopSession::waitUntil("the sign-in", [&] { return !opened.isRunning(); });

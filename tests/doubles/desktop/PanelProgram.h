@@ -70,8 +70,6 @@ class PanelProgram {
     [[nodiscard]] QStringList waitForReply(qsizetype entries) const;
 
   private:
-    void signIn();
-
     std::unique_ptr<RecordingRelay> m_relay;
     DesktopProgram* m_program = nullptr;
     mutable std::unique_ptr<AccessibleTree> m_tree;
@@ -79,6 +77,9 @@ class PanelProgram {
 
 /// Starts the backend in the session and gives its port.
 quint16 startGateway(DesktopSession& session);
+
+/// Signs the user of the session in to it by a link, so that each start of the program is.
+void signIn(DesktopSession& session, const QString& backend);
 
 /// A text from which the backend can make a reply. One paragraph.
 extern const QString material;

@@ -25,7 +25,7 @@ class TrayProgramTest : public testing::Test {
         QProcessEnvironment environment;
         environment.insert("VORQ_API_BASE_URL", "http://127.0.0.1:9");
         environment.insert(additional);
-        return m_session.start(program, "", arguments, environment);
+        return m_session.start(m_program, "", arguments, environment);
     }
 
     static void waitFor(DesktopProgram& running, const QByteArray& text) {
@@ -81,6 +81,7 @@ class TrayProgramTest : public testing::Test {
     static inline const QByteArray iris = "\x5b\x78\xfb";
 
     DesktopSession m_session;
+    QString m_program = program;
 };
 
 } // namespace vorq::desktop

@@ -1,8 +1,9 @@
 // A bar along the lower edge that shows status items by D-Bus and draws their menus itself: the
-// item at its left end, at a click on which the menu of the item comes up. It tells the item of the
-// end of the menu if the argument is "tells". A second argument is for how many milliseconds it is
-// busy before it asks for the menu. It writes what it does: "bar", "item", and for each entry of a
-// menu that comes up "entry X Y NAME", with its place on the screen, and "menu" behind them.
+// icon of the item at its left end, at a click on which the menu of the item comes up. It tells the
+// item of the end of the menu if the argument is "tells". A second argument is for how many
+// milliseconds it is busy before it asks for the menu. It writes what it does: "bar", "item", and
+// for each entry of a menu that comes up "entry X Y NAME", with its place on the screen, and "menu"
+// behind them.
 
 #include <QApplication>
 #include <QDBusArgument>
@@ -11,14 +12,18 @@
 #include <QDBusContext>
 #include <QDBusInterface>
 #include <QDBusMetaType>
+#include <QDBusPendingReply>
 #include <QDBusReply>
 #include <QDBusVariant>
+#include <QImage>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScreen>
 #include <QTextStream>
 #include <QTimer>
 #include <QWidget>
+#include <QtEndian>
 
 #include <xcb/xcb.h>
 
@@ -30,6 +35,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int barHeight = 40;
+constexpr int iconSize = 22;
 
 // An entry of a menu with those below it, as com.canonical.dbusmenu describes it.
 struct Entry {
@@ -52,6 +58,44 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, Entry& entry) {
     return argument;
 }
 
+// A picture of an icon, whose pixels come in the order of the network.
+struct Pixels {
+    int width = 0;
+    int height = 0;
+    QByteArray bytes;
+};
+
+const QDBusArgument& operator>>(const QDBusArgument& argument, Pixels& pixels) {
+    argument.beginStructure();
+    argument >> pixels.width >> pixels.height >> pixels.bytes;
+    argument.endStructure();
+    return argument;
+}
+
+QImage imageOf(const Pixels& pixels) {
+    QImage image(pixels.width, pixels.height, QImage::Format_ARGB32);
+    if (pixels.bytes.size() != image.sizeInBytes()) return {};
+    for (int y = 0; y < pixels.height; ++y)
+        for (int x = 0; x < pixels.width; ++x) {
+            const qsizetype at = (qsizetype{y} * pixels.width + x) * 4;
+            image.setPixel(x, y, qFromBigEndian<quint32>(pixels.bytes.constData() + at));
+        }
+    return image;
+}
+
+QImage iconIn(const QVariant& property) {
+    QImage best;
+    const auto argument = property.value<QDBusArgument>();
+    argument.beginArray();
+    while (!argument.atEnd()) {
+        Pixels pixels;
+        argument >> pixels;
+        if (best.isNull() || pixels.width == iconSize) best = imageOf(pixels);
+    }
+    argument.endArray();
+    return best;
+}
+
 class Bar final : public QWidget {
   public:
     Bar(bool tellsOfEnds, int delay) : m_tellsOfEnds(tellsOfEnds), m_delay(delay) {
@@ -62,7 +106,25 @@ class Bar final : public QWidget {
 
     void setItem(const QString& service) { m_service = service; }
 
+    void fetchIcon() {
+        QDBusMessage question = QDBusMessage::createMethodCall(
+            m_service, u"/StatusNotifierItem"_s, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+        question << u"org.kde.StatusNotifierItem"_s << u"IconPixmap"_s;
+        auto* answer =
+            new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
+        connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+            const QDBusPendingReply<QDBusVariant> icon = *answer;
+            if (icon.isValid()) m_icon = iconIn(icon.value().variant());
+            answer->deleteLater();
+            update();
+        });
+    }
+
   protected:
+    void paintEvent(QPaintEvent*) override {
+        constexpr int edge = (barHeight - iconSize) / 2;
+        QPainter(this).drawImage(QRect(edge, edge, iconSize, iconSize), m_icon);
+    }
     void mousePressEvent(QMouseEvent* event) override {
         if (event->position().x() > barHeight || m_service.isEmpty()) return;
         QTimer::singleShot(m_delay, this, [this] { showMenu(); });
@@ -136,6 +198,7 @@ class Bar final : public QWidget {
     QString m_service;
     std::unique_ptr<QDBusInterface> m_source;
     QMenu m_menu;
+    QImage m_icon;
 };
 
 class Watcher final : public QObject, protected QDBusContext {
@@ -157,9 +220,16 @@ class Watcher final : public QObject, protected QDBusContext {
         const QString name = service.startsWith(u'/') ? message().service() : service;
         m_items += name;
         m_bar.setItem(name);
+        m_bar.fetchIcon();
+        QDBusConnection::sessionBus().connect(name, u"/StatusNotifierItem"_s,
+                                              u"org.kde.StatusNotifierItem"_s, u"NewIcon"_s, this,
+                                              SLOT(fetchIcon()));
         QTextStream(stdout) << "item " << name << "\n" << Qt::flush;
     }
     void RegisterStatusNotifierHost(const QString&) {}
+
+  private slots:
+    void fetchIcon() { m_bar.fetchIcon(); }
 
   private:
     Bar& m_bar;

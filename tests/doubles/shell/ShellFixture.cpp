@@ -9,6 +9,7 @@ namespace vorq {
 AppDelegate::Ports ShellFixture::ports() {
     return {m_host,
             m_clock,
+            m_defaults,
             m_workspace,
             m_hotKeys,
             m_loginItem,

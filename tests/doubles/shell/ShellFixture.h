@@ -48,6 +48,9 @@ class ScriptedStatusItem final : public StatusItem {
     BackendAtLoginEntry backend;
     QString watchStatus;
     QStringList sessionLimits;
+    bool inTray = true;
+    bool callsForAttention = false;
+    bool reducesMotion = false;
 
     void installStatusItem() override { m_calls += "status item"; }
     void bindAppState(VorqAppState&) override { m_calls += "status item bound"; }
@@ -58,10 +61,22 @@ class ScriptedStatusItem final : public StatusItem {
     void setBackendAtLogin(const BackendAtLoginEntry& entry) override { backend = entry; }
     void setWatchStatus(const QString& status) override { watchStatus = status; }
     void setSessionLimits(const QStringList& reasons) override { sessionLimits = reasons; }
+    [[nodiscard]] bool isInTray() const override { return inTray; }
     void openMenu() override { m_calls += "menu"; }
     void flashStatusImage(StatusImage image) override {
         m_calls += image == StatusImage::Check ? "flash check" : "flash fail";
     }
+    void startAttention() override {
+        m_calls += "attention";
+        callsForAttention = true;
+    }
+    void stopAttention() override {
+        m_calls += "no attention";
+        callsForAttention = false;
+    }
+    [[nodiscard]] bool isCallingForAttention() const override { return callsForAttention; }
+    void chimeSignIn() override { m_calls += "chime"; }
+    void setReducesMotion(bool reduces) override { reducesMotion = reduces; }
 
   private:
     CallList& m_calls;

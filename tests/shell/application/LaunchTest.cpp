@@ -78,6 +78,7 @@ TEST_F(LaunchTest, PartsStartInOrder) {
     NotingLoginItem loginItem(m_calls);
     AppDelegate delegate({m_host,
                           m_clock,
+                          m_defaults,
                           workspace,
                           hotKeys,
                           loginItem,
@@ -243,22 +244,6 @@ TEST_F(LaunchTest, ALinkForTheLibraryIsOnlyLogged) {
     emit m_delegate.notifications().vorqOpenLibrary();
     EXPECT_THAT(m_log.all(), ElementsAre("Vorq: open Hub ignored (Setup archived)."));
     EXPECT_THAT(m_calls, IsEmpty());
-}
-
-TEST_F(LaunchTest, ThePanelIsGuidedToTheMenu) {
-    launch();
-    const QSignalSpy suppressed(&m_delegate.notifications(),
-                                &ShellNotifications::vorqSuppressPanelOutsideClose);
-    emit m_delegate.notifications().vorqGuidePanelAccess();
-    EXPECT_THAT(m_calls, ElementsAre("yield"));
-    ASSERT_EQ(suppressed.count(), 1);
-    EXPECT_EQ(suppressed[0][0], true);
-    m_calls.clear();
-    advance(140ms);
-    EXPECT_THAT(m_calls, ElementsAre("yield", "menu"));
-    emit m_statusItem.menuDidClose();
-    ASSERT_EQ(suppressed.count(), 2);
-    EXPECT_EQ(suppressed[1][0], false);
 }
 
 TEST_F(LaunchTest, ChoosingToSignInOpensTheBrowser) {

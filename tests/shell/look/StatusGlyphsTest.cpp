@@ -30,5 +30,29 @@ TEST(StatusGlyphs, CheckAndFailAreSignsOnDiscs) {
     EXPECT_EQ(colorAt(StatusImage::Fail, {0.5, 0.5}).alpha(), 0);
 }
 
+TEST(StatusGlyphs, WhatIsToBeLookedAtIsTheMarkOnADiscOfTheOtherColour) {
+    EXPECT_EQ(colorAt(StatusImage::Attention, {9, 2.5}), QColor("#E5631A"));
+    EXPECT_EQ(colorAt(StatusImage::Attention, {6, 6}), QColor(Qt::white));
+    EXPECT_EQ(colorAt(StatusImage::Attention, {0.5, 0.5}).alpha(), 0);
+}
+
+TEST(StatusGlyphs, TheMarkStaysWholeHoweverLowItIs) {
+    constexpr int size = 128;
+    const auto inked = [](double drop) {
+        const QImage drawn = statusIcon(StatusImage::Glyph, drop).pixmap(size, size).toImage();
+        QRect place;
+        for (int y = 0; y < size; ++y)
+            for (int x = 0; x < size; ++x)
+                if (drawn.pixelColor(x, y).alpha() > 0) place |= QRect(x, y, 1, 1);
+        return place;
+    };
+    const QRect rest = inked(0);
+    const QRect low = inked(1);
+    EXPECT_GT(low.top(), rest.top() + size / 5);
+    EXPECT_LT(low.bottom(), size - 1);
+    EXPECT_NEAR(low.center().x(), rest.center().x(), 2);
+    EXPECT_LT(inked(0.5).top(), low.top());
+}
+
 } // namespace
 } // namespace vorq

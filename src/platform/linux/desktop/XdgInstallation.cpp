@@ -96,6 +96,12 @@ QStringList XdgInstallation::prefixes() const {
     return all;
 }
 
+bool XdgInstallation::isInstalled() const {
+    if (!m_executable.endsWith(binaryFile)) return false;
+    const QString prefix = m_executable.chopped(binaryFile.size());
+    return m_dataFolders.contains(prefix + share) && isInstalledIn(prefix);
+}
+
 QStringList XdgInstallation::files() const {
     QStringList all;
     for (const QString& prefix : prefixes())

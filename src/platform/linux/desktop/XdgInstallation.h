@@ -16,6 +16,7 @@ class XdgInstallation final : public Installation {
     XdgInstallation(const QString& executable, const QStringList& dataFolders,
                     QString systemPrefix = QStringLiteral("/usr"));
 
+    [[nodiscard]] bool isInstalled() const override;
     [[nodiscard]] QStringList files() const override;
     [[nodiscard]] QStringList advice() const override;
 

@@ -70,6 +70,25 @@ TEST_F(XdgInstallationTest, TheRunningOneIsFoundWhereverItIsInstalled) {
     EXPECT_THAT(running("opt/vorq/bin/vorq").advice(), IsEmpty());
 }
 
+TEST_F(XdgInstallationTest, ACopyThatTheDesktopListsIsInstalledAlsoOfTheSystem) {
+    for (const char* prefix : {"home/.local", "usr/local", "usr"}) {
+        const QString executable = QString(prefix) + "/bin/vorq";
+        EXPECT_FALSE(running(executable).isInstalled()) << prefix;
+        install(prefix);
+        EXPECT_TRUE(running(executable).isInstalled()) << prefix;
+    }
+}
+
+TEST_F(XdgInstallationTest, ACopyThatTheDesktopDoesNotListIsNotInstalled) {
+    install("usr/local");
+    install("opt/vorq");
+    EXPECT_FALSE(running("opt/vorq/bin/vorq").isInstalled());
+    EXPECT_FALSE(running("build/bin/vorq").isInstalled());
+    put("home/.local/bin/vorq");
+    put("home/.local" + menuEntry, "[Desktop Entry]\nX-Vorq-Written-At-Start=true\n");
+    EXPECT_FALSE(running("home/.local/bin/vorq").isInstalled()) << "its own entry for links";
+}
+
 TEST_F(XdgInstallationTest, EachFileIsNamedOnce) {
     install("usr/local");
     QStringList all = running("usr/local/share/../bin/vorq").files();
