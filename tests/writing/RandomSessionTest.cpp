@@ -156,9 +156,18 @@ class RandomSessionTest : public WritingFixture {
         static const std::array answers{u""_s, u"The old sentence."_s, u"1. One — two"_s,
                                         u"```\nFenced.\n```"_s};
         const unsigned kind = below(8);
+        // What nobody waits for any more changes nothing.
+        clock.settle();
+        const bool isStale = exchange->isAbandoned();
+        const QString shown = writing->suggestion();
+        const bool wasWorking = writing->isWorking();
         exchange->respond(200, analysis(kind < answers.size()
                                             ? answers[kind]
                                             : "Take " + QString::number(++m_takes) + '.'));
+        if (!isStale) return;
+        clock.settle();
+        EXPECT_EQ(writing->suggestion(), shown);
+        EXPECT_EQ(writing->isWorking(), wasWorking);
     }
     void fail() {
         const auto exchange = takeOpen();
