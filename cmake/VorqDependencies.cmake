@@ -25,6 +25,7 @@ endif()
 find_package(nlohmann_json REQUIRED)
 find_package(SQLite3 REQUIRED)
 find_package(Boost 1.81 REQUIRED)
+pkg_check_modules(Postgres REQUIRED IMPORTED_TARGET libpq)
 pkg_check_modules(Sodium REQUIRED IMPORTED_TARGET libsodium)
 
 # Neither comes with a description for pkg-config or CMake.

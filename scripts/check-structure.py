@@ -96,6 +96,8 @@ SOURCE_ROOMS = {
 GATEWAY_ROOMS = {
     "support": [],
     "storage": ["support"],
+    "storage/sqlite": ["storage"],
+    "storage/postgres": ["storage"],
     "engine": ["support"],
     "engine/embedded/words": ["engine"],
     "engine/embedded/languages": ["engine/embedded/words"],
@@ -109,7 +111,7 @@ GATEWAY_ROOMS = {
     "settings": ["provider"],
     "http": ["provider", "pages"],
     "web": ["http", "settings"],
-    "cli": ["web", "engine/embedded"],
+    "cli": ["web", "engine/embedded", "storage/*"],
 }
 TREES = {"src": SOURCE_ROOMS, "gateway": GATEWAY_ROOMS}
 

@@ -27,22 +27,29 @@ ApiError tryAgain(int seconds) {
     return error;
 }
 
+std::unique_ptr<RateLimits> limitsOver(SharedDatabase& database, const Clock& clock) {
+    if (database.servesSeveralGateways())
+        return std::make_unique<SharedRateLimits>(database, clock);
+    return std::make_unique<LocalRateLimits>(clock);
+}
+
 } // namespace
 
-AccountService::AccountService(Database database, const Clock& clock)
+AccountService::AccountService(std::unique_ptr<SharedDatabase> database, const Clock& clock)
     : AccountService(std::move(database), clock, Options()) {}
 
-AccountService::AccountService(Database database, const Clock& clock, Options options)
-    : m_database(std::move(database), std::move(options.reopen)),
+AccountService::AccountService(std::unique_ptr<SharedDatabase> database, const Clock& clock,
+                               Options options)
+    : m_database(std::move(database)),
       m_clock(clock),
-      m_passwords(clock, options.wrongPasswordsPerMinute) {
-    auto turn = m_database.write();
-    TokenTable(turn.database()).dropExpired(m_clock.nowMs());
-    turn.commit();
+      m_limits(limitsOver(*m_database, clock)),
+      m_passwords(*m_limits, options.wrongPasswordsPerMinute) {
+    m_housekeeping.run();
 }
 
 std::string AccountService::createHandoff(const std::string& loginName) {
-    auto turn = m_database.write();
+    auto turn = m_database->write();
+    turn.lock(DatabaseLock::names);
     const Account account = localAccount(turn.database(), loginName, m_clock.nowMs());
     std::string code = addHandoff(turn.database(), account.id, m_clock.nowMs());
     turn.commit();
@@ -61,13 +68,14 @@ Session AccountService::issue(Database& database, const Account& account,
     const std::int64_t generation = tokens.startGeneration(familyId);
     tokens.addAccess(session.token, familyId, generation, now + kAccessLife);
     tokens.addRefresh(session.refreshToken, familyId, generation, now + kRefreshLife);
-    tokens.dropExpired(now);
     return session;
 }
 
 Session AccountService::exchangeHandoff(const std::string& code, const std::string& address) {
-    auto turn = m_database.write();
+    m_housekeeping.run();
+    auto turn = m_database->write();
     TokenTable tokens(turn.database());
+    if (const auto owner = tokens.ownerOfHandoff(code)) turn.lock(DatabaseLock::account(*owner));
     const std::int64_t now = m_clock.nowMs();
     const std::optional<std::int64_t> accountId = tokens.takeHandoff(code, now, kHandoffLifeMs);
     const std::optional<Account> account =
@@ -92,8 +100,7 @@ std::optional<RefreshTokenRow> AccountService::tradeable(Database& database,
     if (generation == latest) return row;
     const std::int64_t family = row->owner.familyId;
     // Two refreshes that overlap are one client's race and no theft.
-    if (const int seconds = m_grace.secondsLeft(family, generation); seconds > 0)
-        throw tryAgain(seconds);
+    if (const int seconds = graceLeft(*row); seconds > 0) throw tryAgain(seconds);
     if (confirmed > generation || row->isSuperseded) {
         tokens.dropFamily(family);
         return std::nullopt;
@@ -102,10 +109,19 @@ std::optional<RefreshTokenRow> AccountService::tradeable(Database& database,
     return row;
 }
 
+int AccountService::graceLeft(const RefreshTokenRow& row) const {
+    const int own = m_grace.secondsLeft(row.owner.familyId, row.age.generation);
+    if (!m_database->servesSeveralGateways() || row.traded != row.age.generation) return own;
+    return std::max(own, m_grace.secondsLeftOf(row.tradedAt));
+}
+
 Session AccountService::refresh(const std::string& refreshToken) {
-    if (hasUnwrittenConfirmations()) writeConfirmations(m_database.write());
-    auto turn = m_database.write();
+    m_housekeeping.run();
+    writeConfirmations([this] { return std::optional(m_database->write()); });
+    auto turn = m_database->write();
     Database& database = turn.database();
+    if (const auto found = TokenTable(database).refresh(refreshToken))
+        turn.lock(DatabaseLock::account(found->owner.accountId));
     const std::optional<RefreshTokenRow> row = tradeable(database, refreshToken);
     const std::optional<Account> account =
         row ? AccountTable(database).byId(row->owner.accountId) : std::nullopt;
@@ -114,10 +130,9 @@ Session AccountService::refresh(const std::string& refreshToken) {
         throw sessionExpired();
     }
     const std::int64_t family = row->owner.familyId;
-    TokenTable(database).confirm(family, row->age.generation);
+    TokenTable(database).noteTrade(family, row->age.generation, m_clock.nowMs());
     // Older access tokens run out by themselves: a stream may be under way with one.
     Session session = issue(database, *account, family);
-    SignInTable(database).noteUse(family, m_clock.nowMs());
     turn.commit();
     m_grace.begin(family, row->age.generation);
     return session;
@@ -125,7 +140,7 @@ Session AccountService::refresh(const std::string& refreshToken) {
 
 std::optional<Identity> AccountService::identify(const std::string& token) {
     if (token.empty()) return std::nullopt;
-    std::optional<Bearer> bearer = m_database.read([&](Database& database) {
+    std::optional<Bearer> bearer = m_database->read([&](Database& database) {
         const auto row = TokenTable(database).access(token, m_clock.nowMs());
         auto account = row ? AccountTable(database).byId(row->owner.accountId) : std::nullopt;
         return account ? std::optional<Bearer>({*row, std::move(*account)}) : std::nullopt;
@@ -137,20 +152,26 @@ std::optional<Identity> AccountService::identify(const std::string& token) {
         .owner = bearer->token.owner, .account = std::move(bearer->account), .token = token};
 }
 
-/// A database that another program holds is no reason to refuse a token; the next writer makes up
-/// for it. Of many requests that come at once with a new token, one writes. Where that one misses
-/// the confirmation of another, the next use of that token or the next writer makes up for it.
+/// A database that is held or away is no reason to refuse a token; the next writer makes up for it.
+/// Of many requests that come at once with a new token, one writes.
 void AccountService::confirm(const AccessTokenRow& token) {
     noteConfirmed(token);
-    if (m_isConfirming.exchange(true)) return;
-    const struct Ending {
-        std::atomic<bool>& isConfirming;
-        ~Ending() { isConfirming = false; }
-    } ending{m_isConfirming};
-    try {
-        if (auto turn = m_database.tryWrite()) writeConfirmations(*std::move(turn));
-    } catch (const DatabaseError&) {
-        return; // As on a full disk.
+    while (!unwrittenConfirmations().empty() && !m_isConfirming.exchange(true)) {
+        const struct Ending {
+            std::atomic<bool>& isConfirming;
+            ~Ending() { isConfirming = false; }
+        } ending{m_isConfirming};
+        try {
+            bool isHeld = false;
+            writeConfirmations([&] {
+                auto turn = m_database->tryWrite();
+                isHeld = !turn;
+                return turn;
+            });
+            if (isHeld) return;
+        } catch (const DatabaseError&) {
+            return; // As on a full disk.
+        }
     }
 }
 
@@ -160,36 +181,36 @@ void AccountService::noteConfirmed(const AccessTokenRow& token) {
     confirmed = std::max(confirmed, token.age.generation);
 }
 
-void AccountService::writeConfirmations(SharedDatabase::Writing turn) {
-    const auto confirmations = [this] {
+void AccountService::writeConfirmations(const TakeTurn& takeTurn) {
+    for (const auto& [family, generation] : unwrittenConfirmations()) {
+        auto turn = takeTurn();
+        if (!turn) return;
+        TokenTable(turn->database()).confirm(family, generation);
+        turn->commit();
         const std::scoped_lock lock(m_confirming);
-        return m_unwrittenConfirmations;
-    }();
-    TokenTable tokens(turn.database());
-    for (const auto& [family, generation] : confirmations)
-        tokens.confirm(family, generation);
-    turn.commit();
-    const std::scoped_lock lock(m_confirming);
-    std::erase_if(m_unwrittenConfirmations, [&](const auto& entry) {
-        const auto written = confirmations.find(entry.first);
-        return written != confirmations.end() && entry.second <= written->second;
-    });
+        const auto entry = m_unwrittenConfirmations.find(family);
+        if (entry != m_unwrittenConfirmations.end() && entry->second <= generation)
+            m_unwrittenConfirmations.erase(entry);
+    }
 }
 
-bool AccountService::hasUnwrittenConfirmations() {
+std::unordered_map<std::int64_t, std::int64_t> AccountService::unwrittenConfirmations() {
     const std::scoped_lock lock(m_confirming);
-    return !m_unwrittenConfirmations.empty();
+    return m_unwrittenConfirmations;
 }
 
 Session AccountService::signOut(const Identity& identity) {
-    auto turn = m_database.write();
+    auto turn = m_database->write();
+    turn.lock(DatabaseLock::account(identity.owner.accountId));
     TokenTable(turn.database()).dropFamily(identity.owner.familyId);
     turn.commit();
     return {.signedIn = false, .account = {}, .token = {}, .refreshToken = {}, .message = {}};
 }
 
 Session AccountService::updateProfile(const Identity& identity, const ProfileChange& change) {
-    auto turn = m_database.write();
+    auto turn = m_database->write();
+    turn.lock(DatabaseLock::names);
+    turn.lock(DatabaseLock::account(identity.owner.accountId));
     AccountTable accounts(turn.database());
     std::optional<Account> account = accounts.byId(identity.owner.accountId);
     if (!account) throw sessionExpired();
@@ -221,7 +242,9 @@ Session AccountService::updatePrivacy(const Identity& identity, const PrivacyCha
     const PrivacyChange change = checkedPrivacy(requested);
     const std::optional<std::string>& oldHash = identity.account.passwordHash;
     const std::optional<std::string> newHash = checkedHash(identity, change);
-    auto turn = m_database.write();
+    auto turn = m_database->write();
+    turn.lock(DatabaseLock::names);
+    turn.lock(DatabaseLock::account(identity.owner.accountId));
     AccountTable accounts(turn.database());
     std::optional<Account> account = accounts.byId(identity.owner.accountId);
     if (!account) throw sessionExpired();

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "auth/Housekeeping.h"
 #include "auth/PasswordGuard.h"
+#include "auth/RateLimits.h"
 #include "auth/RefreshGrace.h"
 #include "auth/Session.h"
 #include "storage/AccountTable.h"
@@ -9,6 +11,8 @@
 #include "support/Clock.h"
 
 #include <atomic>
+#include <functional>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -47,13 +51,11 @@ class AccountService {
     struct Options {
         /// Of one account from one address.
         int wrongPasswordsPerMinute = 10;
-        /// Opens the state file anew when it was removed or replaced.
-        SharedDatabase::Reopen reopen = {};
     };
 
     /// `clock` outlives the service.
-    AccountService(Database database, const Clock& clock);
-    AccountService(Database database, const Clock& clock, Options options);
+    AccountService(std::unique_ptr<SharedDatabase> database, const Clock& clock);
+    AccountService(std::unique_ptr<SharedDatabase> database, const Clock& clock, Options options);
 
     /// A fresh one-time code for this computer's account, which is made on first use.
     [[nodiscard]] std::string createHandoff(const std::string& loginName);
@@ -72,7 +74,9 @@ class AccountService {
     [[nodiscard]] Session updatePrivacy(const Identity& identity, const PrivacyChange& change);
 
     /// What the services beside this one share with it.
-    [[nodiscard]] SharedDatabase& database() { return m_database; }
+    [[nodiscard]] SharedDatabase& database() { return *m_database; }
+    [[nodiscard]] RateLimits& limits() { return *m_limits; }
+    [[nodiscard]] Housekeeping& housekeeping() { return m_housekeeping; }
     [[nodiscard]] PasswordGuard& passwords() { return m_passwords; }
 
   private:
@@ -88,16 +92,20 @@ class AccountService {
     /// sign-in. Throws ApiError.
     [[nodiscard]] std::optional<RefreshTokenRow> tradeable(Database& database,
                                                            const std::string& refreshToken);
+    [[nodiscard]] int graceLeft(const RefreshTokenRow& row) const;
     [[nodiscard]] Session issue(Database& database, const Account& account,
                                 std::int64_t familyId) const;
     void confirm(const AccessTokenRow& token);
     void noteConfirmed(const AccessTokenRow& token);
-    void writeConfirmations(SharedDatabase::Writing turn);
-    [[nodiscard]] bool hasUnwrittenConfirmations();
+    /// One for each turn, so that none is held while another one is waited for.
+    using TakeTurn = std::function<std::optional<SharedDatabase::Writing>()>;
+    void writeConfirmations(const TakeTurn& takeTurn);
+    [[nodiscard]] std::unordered_map<std::int64_t, std::int64_t> unwrittenConfirmations();
 
-    SharedDatabase m_database;
+    std::unique_ptr<SharedDatabase> m_database;
     const Clock& m_clock;
-    /// Of the turn to write.
+    Housekeeping m_housekeeping{*m_database, m_clock};
+    std::unique_ptr<RateLimits> m_limits;
     RefreshGrace m_grace{m_clock};
     std::mutex m_confirming;
     /// By sign-in, the generation that is confirmed but not yet in the database.

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "auth/RateLimiter.h"
+#include "auth/RateLimits.h"
 
+#include <array>
 #include <string>
 
 namespace vorq::gateway {
@@ -12,17 +13,22 @@ namespace vorq::gateway {
 /// treated alike. Thread-safe.
 class PasswordAttempts {
   public:
-    /// `perMinute` wrong ones of an account from one address. `clock` outlives it.
-    PasswordAttempts(const Clock& clock, int perMinute);
+    /// `perMinute` wrong ones of an account from one address. `limits` outlive it.
+    PasswordAttempts(RateLimits& limits, int perMinute)
+        : m_limits(limits), m_perMinute(perMinute) {}
 
-    /// Throws ApiError 429 if another attempt has to wait.
-    void check(const std::string& email, const std::string& address) const;
-    void noteWrong(const std::string& email, const std::string& address);
+    /// Counts one as wrong before it is looked at: those that come at once, to several gateways,
+    /// shall not all pass. Throws ApiError 429 if it has to wait.
+    void begin(const std::string& email, const std::string& address);
+    /// It was right after all.
+    void forgive(const std::string& email, const std::string& address);
 
   private:
-    RateLimiter m_ofAccountFromAddress;
-    RateLimiter m_ofAccount;
-    RateLimiter m_fromAddress;
+    [[nodiscard]] std::array<RateLimit, 3> limitsOf(const std::string& email,
+                                                    const std::string& address) const;
+
+    RateLimits& m_limits;
+    int m_perMinute;
 };
 
 } // namespace vorq::gateway

@@ -4,18 +4,18 @@
 
 namespace vorq::gateway {
 
-PasswordGuard::PasswordGuard(const Clock& clock, int wrongPerMinute)
-    : m_attempts(clock, wrongPerMinute) {}
+PasswordGuard::PasswordGuard(RateLimits& limits, int wrongPerMinute)
+    : m_attempts(limits, wrongPerMinute) {}
 
 bool PasswordGuard::isRight(const PasswordAttempt& attempt,
                             const std::optional<std::string>& hash) {
     const std::scoped_lock lock(m_hashing);
-    m_attempts.check(attempt.email, attempt.address);
     if (m_hashOfNobody.empty()) m_hashOfNobody = hashOfPassword(randomSecret());
+    m_attempts.begin(attempt.email, attempt.address);
     const bool isRight = passwordMatches(hash.value_or(m_hashOfNobody), attempt.password);
-    if (isRight && hash) return true;
-    m_attempts.noteWrong(attempt.email, attempt.address);
-    return false;
+    if (!isRight || !hash) return false;
+    m_attempts.forgive(attempt.email, attempt.address);
+    return true;
 }
 
 std::string PasswordGuard::hash(const std::string& password) {

@@ -19,8 +19,8 @@ struct PasswordAttempt {
 /// purpose, so it is done one at a time. Thread-safe. Refusals are ApiError.
 class PasswordGuard {
   public:
-    /// `wrongPerMinute` of one account from one address. `clock` outlives the guard.
-    PasswordGuard(const Clock& clock, int wrongPerMinute);
+    /// `wrongPerMinute` of one account from one address. `limits` outlive the guard.
+    PasswordGuard(RateLimits& limits, int wrongPerMinute);
 
     /// Whether the password belongs to the hash. Where there is no account, or one without a
     /// password, this takes as long, counts as a wrong one and gives false. Throws 429 if the

@@ -8,6 +8,8 @@
 #include "support/Filled.h"
 #include "support/Secrets.h"
 
+#include <array>
+
 namespace vorq::gateway {
 namespace {
 
@@ -23,12 +25,14 @@ ApiError linkIsSpent() {
 PasswordReset::PasswordReset(AccountService& accounts, const Clock& clock)
     : m_database(accounts.database()),
       m_passwords(accounts.passwords()),
-      m_clock(clock),
-      m_requests(clock, kRequestsPerMinute) {}
+      m_limits(accounts.limits()),
+      m_housekeeping(accounts.housekeeping()),
+      m_clock(clock) {}
 
 PasswordReset::Code PasswordReset::createFor(const std::string& email,
                                              const std::string& loginName) {
     auto turn = m_database.write();
+    turn.lock(DatabaseLock::names);
     const std::optional<Account> account =
         email.empty() ? localAccount(turn.database(), loginName, m_clock.nowMs())
                       : AccountTable(turn.database()).byEmail(checkedEmail(email));
@@ -42,19 +46,19 @@ PasswordReset::Code PasswordReset::createFor(const std::string& email,
 std::optional<PasswordReset::Code> PasswordReset::request(const std::string& email,
                                                           const std::string& address) {
     const std::string checked = checkedEmail(email);
-    if (const int wait = m_requests.secondsToWait(address); wait > 0) {
+    const std::array limits = {RateLimit{"reset link", kRequestsPerMinute, address}};
+    if (const int wait = m_limits.take(limits); wait > 0) {
         ApiError error(429, "Too many links were asked for. Wait a moment and try again.");
         error.retryAfterSeconds = wait;
         throw error;
     }
-    m_requests.spend(address);
+    m_housekeeping.run();
     auto turn = m_database.write();
     const std::optional<Account> account = AccountTable(turn.database()).byEmail(checked);
     Code code{randomSecret(), checked};
     ResetTable(turn.database())
         .add(code.secret, account ? std::optional(account->id) : std::nullopt,
              m_clock.nowMs() + kResetLifeMs);
-    TokenTable(turn.database()).dropExpired(m_clock.nowMs());
     turn.commit();
     return account ? std::optional(code) : std::nullopt;
 }
@@ -72,6 +76,8 @@ void PasswordReset::replace(const std::string& secret, const std::string& newPas
     auto turn = m_database.write();
     ResetTable resets(turn.database());
     AccountTable accounts(turn.database());
+    if (const auto owner = resets.accountOf(secret, m_clock.nowMs(), kResetLifeMs))
+        turn.lock(DatabaseLock::account(*owner));
     const auto id = resets.accountOf(secret, m_clock.nowMs(), kResetLifeMs);
     std::optional<Account> account = id ? accounts.byId(*id) : std::nullopt;
     if (!account) throw linkIsSpent();

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "auth/AccountService.h"
-#include "auth/RateLimiter.h"
 
 #include <optional>
 #include <string>
@@ -35,8 +34,9 @@ class PasswordReset {
   private:
     SharedDatabase& m_database;
     PasswordGuard& m_passwords;
+    RateLimits& m_limits;
+    Housekeeping& m_housekeeping;
     const Clock& m_clock;
-    RateLimiter m_requests;
 };
 
 } // namespace vorq::gateway

@@ -33,6 +33,13 @@ void RateLimiter::spend(const std::string& key) {
     bucket.updatedMs = m_clock.uptimeMs();
 }
 
+void RateLimiter::giveBack(const std::string& key) {
+    const std::scoped_lock lock(m_mutex);
+    const auto entry = m_buckets.find(key);
+    if (entry == m_buckets.end()) return;
+    entry->second.allowance = std::min(m_perMinute, entry->second.allowance + 1);
+}
+
 std::size_t RateLimiter::trackedKeys() const {
     const std::scoped_lock lock(m_mutex);
     return m_buckets.size();

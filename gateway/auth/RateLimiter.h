@@ -20,6 +20,8 @@ class RateLimiter {
     [[nodiscard]] int secondsToWait(const std::string& key) const;
     /// An attempt was made.
     void spend(const std::string& key);
+    /// An attempt counts no more.
+    void giveBack(const std::string& key);
     [[nodiscard]] std::size_t trackedKeys() const;
 
   private:

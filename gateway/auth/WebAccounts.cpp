@@ -6,6 +6,7 @@
 #include "support/Secrets.h"
 #include "support/Utf8.h"
 
+#include <array>
 #include <utility>
 
 namespace vorq::gateway {
@@ -16,6 +17,7 @@ constexpr std::int64_t kBrowserLifeMs = std::int64_t{24} * 60 * 60 * 1000;
 constexpr std::int64_t kUseStepMs = std::int64_t{10} * 60 * 1000;
 constexpr int kSignUpsPerMinute = 5;
 constexpr std::size_t kLongestAgent = 300;
+constexpr std::size_t kLongestAddress = 100;
 
 ApiError wrongCredentials() {
     return {403, "The email address or the password is not right.", "password"};
@@ -26,20 +28,21 @@ ApiError wrongCredentials() {
 WebAccounts::WebAccounts(AccountService& accounts, const Clock& clock)
     : m_database(accounts.database()),
       m_passwords(accounts.passwords()),
-      m_clock(clock),
-      m_signUps(clock, kSignUpsPerMinute) {}
+      m_limits(accounts.limits()),
+      m_housekeeping(accounts.housekeeping()),
+      m_clock(clock) {}
 
 std::string WebAccounts::begin(Database& database, const Account& account,
                                const SignInOrigin& origin) {
     SignInOrigin stored = origin;
     stored.isBrowser = true;
     stored.agent = clipped(sanitized(origin.agent), kLongestAgent);
+    stored.address = clipped(sanitized(origin.address), kLongestAddress);
     const std::int64_t now = m_clock.nowMs();
     TokenTable tokens(database);
     const std::int64_t family = tokens.startFamily(account.id, stored, now);
     std::string secret = randomSecret();
     SignInTable(database).addBrowser(secret, family, now + kBrowserLifeMs);
-    tokens.dropExpired(now);
     return secret;
 }
 
@@ -47,14 +50,16 @@ std::string WebAccounts::signUp(const Credentials& typed, const SignInOrigin& or
     Account account;
     account.email = checkedEmail(typed.email);
     checkNewPassword(typed.password, "password");
-    if (const int wait = m_signUps.secondsToWait(origin.address); wait > 0) {
+    const std::array limits = {RateLimit{"sign-up", kSignUpsPerMinute, origin.address}};
+    if (const int wait = m_limits.take(limits); wait > 0) {
         ApiError error(429, "Too many accounts at once. Wait a moment and try again.");
         error.retryAfterSeconds = wait;
         throw error;
     }
-    m_signUps.spend(origin.address);
     account.passwordHash = m_passwords.hash(typed.password);
+    m_housekeeping.run();
     auto turn = m_database.write();
+    turn.lock(DatabaseLock::names);
     AccountTable accounts(turn.database());
     if (accounts.emailTaken(account.email, 0)) {
         throw ApiError(409,
@@ -73,9 +78,11 @@ std::string WebAccounts::signIn(const Credentials& typed, const SignInOrigin& or
     const auto find = [&](Database& database) { return AccountTable(database).byEmail(email); };
     const std::optional<Account> found = m_database.read(find);
     const std::optional<std::string> hash = found ? found->passwordHash : std::nullopt;
-    if (!m_passwords.isRight({email, typed.password, origin.address}, hash))
-        throw wrongCredentials();
+    const bool isRight = m_passwords.isRight({email, typed.password, origin.address}, hash);
+    if (!found || !isRight) throw wrongCredentials();
+    m_housekeeping.run();
     auto turn = m_database.write();
+    turn.lock(DatabaseLock::account(found->id));
     const std::optional<Account> account = find(turn.database());
     // The password may have been changed while it was compared.
     if (!account || account->passwordHash != hash) throw wrongCredentials();
@@ -85,8 +92,11 @@ std::string WebAccounts::signIn(const Credentials& typed, const SignInOrigin& or
 }
 
 std::string WebAccounts::continueHere(const std::string& loginName, const SignInOrigin& origin) {
+    m_housekeeping.run();
     auto turn = m_database.write();
+    turn.lock(DatabaseLock::names);
     const Account account = localAccount(turn.database(), loginName, m_clock.nowMs());
+    turn.lock(DatabaseLock::account(account.id));
     std::string secret = begin(turn.database(), account, origin);
     turn.commit();
     return secret;
@@ -123,6 +133,10 @@ void WebAccounts::noteUse(const BrowserSession& session) {
 
 std::string WebAccounts::createHandoff(const Identity& identity) {
     auto turn = m_database.write();
+    turn.lock(DatabaseLock::account(identity.owner.accountId));
+    // It may have been ended on another gateway meanwhile.
+    if (!SignInTable(turn.database()).holds(identity.owner.familyId))
+        throw ApiError(403, "You are signed out. Sign in again.");
     std::string code = addHandoff(turn.database(), identity.owner.accountId, m_clock.nowMs());
     turn.commit();
     return code;
@@ -136,12 +150,14 @@ std::vector<SignIn> WebAccounts::signIns(const Identity& identity) {
 
 void WebAccounts::endSignIn(const Identity& identity, std::int64_t familyId) {
     auto turn = m_database.write();
+    turn.lock(DatabaseLock::account(identity.owner.accountId));
     SignInTable(turn.database()).end(identity.owner.accountId, familyId);
     turn.commit();
 }
 
 void WebAccounts::endOtherSignIns(const Identity& identity) {
     auto turn = m_database.write();
+    turn.lock(DatabaseLock::account(identity.owner.accountId));
     TokenTable(turn.database()).dropOtherFamilies(identity.owner);
     turn.commit();
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "auth/AccountService.h"
-#include "auth/RateLimiter.h"
 #include "storage/SignInTable.h"
 
 #include <optional>
@@ -49,8 +48,9 @@ class WebAccounts {
 
     SharedDatabase& m_database;
     PasswordGuard& m_passwords;
+    RateLimits& m_limits;
+    Housekeeping& m_housekeeping;
     const Clock& m_clock;
-    RateLimiter m_signUps;
 };
 
 } // namespace vorq::gateway

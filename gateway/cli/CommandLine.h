@@ -20,6 +20,8 @@ struct CommandLine {
     std::chrono::milliseconds streamDelay{30};
     /// Of the account whose password is forgotten; empty for this computer's.
     std::string email;
+    /// Address of a database in place of the state file; empty for what the settings say.
+    std::string database;
 };
 
 /// Reads the arguments behind the program's name; else a sentence about what is wrong with them.

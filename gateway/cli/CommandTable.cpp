@@ -13,6 +13,10 @@ constexpr OptionRow kDataOption{.name = "--data",
                                 .help = "where accounts are kept ($XDG_DATA_HOME/Vorq)",
                                 .namesFile = true};
 
+constexpr OptionRow kDatabaseOption{
+    .name = "--database",
+    .value = "URL",
+    .help = "where accounts are kept instead, for several gateways (postgresql://...)"};
 constexpr OptionRow kHostOption{
     .name = "--host", .value = "HOST", .help = "address to listen on (127.0.0.1)"};
 constexpr OptionRow kPortOption{.name = "--port",
@@ -32,13 +36,17 @@ constexpr OptionRow kEmailOption{
     .name = "--email", .value = "EMAIL", .help = "address of the account (this computer's own)"};
 
 constexpr std::array kServeOptions = {
-    kHostOption, kPortOption, kDataOption, kConfigOption, kDelayOption,
+    kHostOption, kPortOption, kDataOption, kDatabaseOption, kConfigOption, kDelayOption,
 };
-constexpr std::array kHandoffOptions = {kDataOption};
-constexpr std::array kResetOptions = {kEmailOption, kHostOption, kPortOption, kDataOption};
+constexpr std::array kHandoffOptions = {kDataOption, kDatabaseOption, kConfigOption};
+constexpr std::array kResetOptions = {
+    kEmailOption, kHostOption, kPortOption, kDataOption, kDatabaseOption, kConfigOption,
+};
 
-constexpr std::array kAllOptions = {kHostOption, kPortOption,   kEmailOption,
-                                    kDataOption, kConfigOption, kDelayOption};
+constexpr std::array kAllOptions = {
+    kHostOption,     kPortOption,   kEmailOption, kDataOption,
+    kDatabaseOption, kConfigOption, kDelayOption,
+};
 
 constexpr std::array kCommands = {
     CommandRow{.name = "serve",

@@ -8,7 +8,9 @@
 #include "http/GatewayServer.h"
 #include "provider/ProviderEngine.h"
 #include "settings/Settings.h"
-#include "storage/StateFile.h"
+#include "storage/postgres/PostgresPool.h"
+#include "storage/sqlite/SharedStateFile.h"
+#include "storage/sqlite/StateFile.h"
 #include "support/Filled.h"
 #include "support/ProcessLimits.h"
 #include "support/Secrets.h"
@@ -35,17 +37,28 @@ void say(std::FILE* stream, const std::string& line) {
     std::fflush(stream);
 }
 
-Database openDatabase(const CommandLine& line) {
-    initSecrets();
+SqliteDatabase openFile(const CommandLine& line) {
     return openState(line.dataFolder.value_or(defaultDataFolder(processEnvironment)),
                      [](const std::string& notice) { say(stderr, "vorq-gateway: " + notice); });
 }
 
 /// After the file was removed, or another one put in its place, under the running server.
-Database reopenDatabase(const CommandLine& line) {
+SqliteDatabase reopenFile(const CommandLine& line) {
     say(stderr, "vorq-gateway: The state file was removed or replaced. What stands in its place is "
                 "used from now on; where nothing does, a new one was started: sign in again.");
-    return openDatabase(line);
+    return openFile(line);
+}
+
+/// `line` outlives it.
+std::unique_ptr<SharedDatabase> openDatabase(const CommandLine& line, const Settings& settings) {
+    initSecrets();
+    const std::string& address = line.database.empty() ? settings.database : line.database;
+    if (!address.empty()) return std::make_unique<PostgresPool>(address);
+    return std::make_unique<SharedStateFile>(openFile(line), [&line] { return reopenFile(line); });
+}
+
+std::filesystem::path settingsFileOf(const CommandLine& line) {
+    return line.configFile.value_or(defaultSettingsFile(processEnvironment));
 }
 
 std::string loginName() {
@@ -112,15 +125,13 @@ int runServe(const CommandLine& line) {
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
     boundHeap();
-    const std::filesystem::path settingsFile =
-        line.configFile.value_or(defaultSettingsFile(processEnvironment));
+    const std::filesystem::path settingsFile = settingsFileOf(line);
     const Settings settings = readSettings(settingsFile, processEnvironment);
     for (const std::string& notice : settings.notices)
         say(stderr, "vorq-gateway: " + notice);
     const SystemClock clock;
-    AccountService accounts(openDatabase(line), clock,
-                            {.wrongPasswordsPerMinute = settings.wrongPasswordsPerMinute,
-                             .reopen = [&line] { return reopenDatabase(line); }});
+    AccountService accounts(openDatabase(line, settings), clock,
+                            {.wrongPasswordsPerMinute = settings.wrongPasswordsPerMinute});
     EngineSwitch engine(makeEngine(settings.provider, line));
     RequestRouter router(accounts, RequestGuard(line.host, settings.trustedProxies));
     addAuthRoutes(router, accounts);
@@ -150,14 +161,16 @@ int runServe(const CommandLine& line) {
 
 int runHandoff(const CommandLine& line) {
     const SystemClock clock;
-    AccountService accounts(openDatabase(line), clock);
+    const Settings settings = readSettings(settingsFileOf(line), processEnvironment);
+    AccountService accounts(openDatabase(line, settings), clock);
     say(stdout, "vorq://auth/callback?handoff=" + accounts.createHandoff(loginName()));
     return 0;
 }
 
 int runResetLink(const CommandLine& line) {
     const SystemClock clock;
-    AccountService accounts(openDatabase(line), clock);
+    const Settings settings = readSettings(settingsFileOf(line), processEnvironment);
+    AccountService accounts(openDatabase(line, settings), clock);
     PasswordReset resets(accounts, clock);
     const PasswordReset::Code code = resets.createFor(line.email, loginName());
     say(stdout, resetAddress(siteAddress(line.host, line.port), code));

@@ -13,6 +13,9 @@
 namespace vorq::gateway {
 namespace {
 
+/// In seconds: for a database that others hold or that is away, and for one that is full.
+constexpr int kShortPause = 2;
+constexpr int kLongPause = 30;
 constexpr auto kFailed = "The Vorq gateway failed. Try again.";
 
 void report(const std::exception& error) {
@@ -32,7 +35,8 @@ Refusal refusalFor(const std::exception_ptr& failure) {
         return {503, "The Vorq gateway was stopped. Try again in a moment.", std::nullopt, {}};
     } catch (const DatabaseError& error) {
         report(error);
-        if (!error.advice.empty()) return {503, error.advice, std::nullopt, {}};
+        const int pause = error.isBusy ? kShortPause : kLongPause;
+        if (!error.advice.empty()) return {503, error.advice, pause, {}};
     } catch (const std::bad_alloc& error) {
         report(error);
         return {

@@ -125,6 +125,9 @@ Settings readSettings(const fs::path& file, const Environment& environment) {
     settings.notices = unknownSettings(document);
     settings.openSignUp = valueOr(document, "openSignUp", settings.openSignUp);
     settings.trustedProxies = valueOr(document, "trustedProxies", settings.trustedProxies);
+    settings.database = valueOr(document, "database", settings.database);
+    if (const auto value = environment("VORQ_DATABASE"); value && !trimmed(*value).empty())
+        settings.database = trimmed(*value);
     settings.wrongPasswordsPerMinute =
         valueOr(document, "wrongPasswordsPerMinute", settings.wrongPasswordsPerMinute);
     if (settings.wrongPasswordsPerMinute < 1) {
@@ -133,10 +136,11 @@ Settings readSettings(const fs::path& file, const Environment& environment) {
     const auto provider = document.find("provider");
     const bool holdsKey = provider != document.end() && provider->is_object() &&
                           !valueOr(*provider, "key", std::string()).empty();
-    if (holdsKey && isOpenToOthers(file)) {
-        settings.notices.push_back(filled("Others on this computer can read {}, which holds the "
-                                          "provider's key. Make it your own: chmod 600.",
-                                          file.string()));
+    const bool holdsDatabase = !valueOr(document, "database", std::string()).empty();
+    if ((holdsKey || holdsDatabase) && isOpenToOthers(file)) {
+        settings.notices.push_back(filled(
+            "Others on this computer can read {}, which holds the {}. Make it your own: chmod 600.",
+            file.string(), holdsKey ? "provider's key" : "database's address"));
     }
     return settings;
 }

@@ -25,6 +25,8 @@ struct Settings {
     bool openSignUp = false;
     /// Addresses of proxies whose word on where a request came from is taken.
     std::vector<std::string> trustedProxies;
+    /// Address of a PostgreSQL database, in place of the state file; empty for none.
+    std::string database;
     /// What the user ought to change, as sentences.
     std::vector<std::string> notices;
 };

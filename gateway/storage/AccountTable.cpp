@@ -1,5 +1,7 @@
 #include "storage/AccountTable.h"
 
+#include "support/Utf8.h"
+
 #include <string_view>
 
 namespace vorq::gateway {
@@ -17,7 +19,7 @@ constexpr std::string_view kLocal =
 
 void bindFields(Statement& statement, const Account& account) {
     statement.bind(1, std::int64_t{account.isLocal ? 1 : 0})
-        .bind(2, account.email)
+        .bind(2, lowered(account.email))
         .bind(3, account.firstName)
         .bind(4, account.lastName)
         .bind(5, account.username)
@@ -35,10 +37,10 @@ void bindFields(Statement& statement, const Account& account) {
 void AccountTable::insert(Account& account, std::int64_t nowMs) {
     Statement statement = m_database.prepare(
         "INSERT INTO accounts (isLocal, email, firstName, lastName, username, useCase, "
-        "preferredModel, passwordHash, createdAt) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)");
+        "preferredModel, passwordHash, createdAt) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?) RETURNING id");
     bindFields(statement, account);
     statement.bind(9, nowMs).step();
-    account.id = m_database.lastInsertId();
+    account.id = statement.integer(0);
 }
 
 void AccountTable::update(const Account& account) {
@@ -69,7 +71,7 @@ std::optional<Account> AccountTable::byId(std::int64_t id) {
 
 std::optional<Account> AccountTable::byEmail(const std::string& email) {
     Statement statement = m_database.prepare(kByEmail);
-    return only(statement.bind(1, email));
+    return only(statement.bind(1, lowered(email)));
 }
 
 std::optional<Account> AccountTable::local() {
@@ -79,7 +81,7 @@ std::optional<Account> AccountTable::local() {
 
 bool AccountTable::emailTaken(const std::string& email, std::int64_t id) {
     Statement statement = m_database.prepare("SELECT 1 FROM accounts WHERE email = ? AND id <> ?");
-    return statement.bind(1, email).bind(2, id).step();
+    return statement.bind(1, lowered(email)).bind(2, id).step();
 }
 
 bool AccountTable::usernameTaken(const std::string& username, std::int64_t id) {

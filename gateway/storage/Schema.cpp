@@ -104,35 +104,41 @@ constexpr auto kBrowserSignIns = R"sql(
     CREATE INDEX passwordResetsAccount ON passwordResets(accountId);
     )sql";
 
-// Entry n brings a file of version n to version n + 1.
-constexpr std::array kSteps = {kAccountsAndTokens, kGenerations, kBrowserSignIns};
+constexpr auto kSeveralGateways = R"sql(
+    -- The generation that was traded last, which was when the sign-in was used last.
+    ALTER TABLE families ADD COLUMN traded INTEGER NOT NULL DEFAULT 0;
 
-std::int64_t versionOf(Database& database) {
-    Statement statement = database.prepare("PRAGMA user_version");
-    statement.step();
-    return statement.integer(0);
-}
+    -- Attempts that are limited, by a hash of who makes them; until when they count.
+    CREATE TABLE attempts (
+        hash BLOB PRIMARY KEY,
+        countUntil INTEGER NOT NULL
+    ) WITHOUT ROWID;
+    )sql";
+
+// Entry n brings a file of version n to version n + 1.
+constexpr std::array kSteps = {kAccountsAndTokens, kGenerations, kBrowserSignIns, kSeveralGateways};
 
 } // namespace
 
 void migrate(Database& database) {
     constexpr auto newest = static_cast<std::int64_t>(kSteps.size());
-    if (versionOf(database) == newest) return;
+    if (database.schemaVersion() == newest) return;
     Transaction transaction(database);
+    database.lock(DatabaseLock::schema);
     // Read again inside the transaction: another process may have migrated meanwhile.
-    const std::int64_t version = versionOf(database);
+    const std::int64_t version = database.schemaVersion();
     if (version > newest) {
-        throw std::runtime_error("The state file was written by a newer version of vorq-gateway.");
+        throw std::runtime_error(
+            filled("The {} was written by a newer version of vorq-gateway.", database.noun()));
     }
     if (version < 0) {
-        throw std::runtime_error(filled("The state file says that it is of version {}, which never "
-                                        "was. Move it away to start with a new one.",
-                                        version));
+        throw std::runtime_error(filled("The {} says that it is of version {}, which never was. "
+                                        "Move it away to start with a new one.",
+                                        database.noun(), version));
     }
-    for (std::int64_t step = version; step < newest; ++step) {
-        database.execute(kSteps.at(static_cast<std::size_t>(step)));
-    }
-    database.execute("PRAGMA user_version = " + std::to_string(newest));
+    for (std::int64_t step = version; step < newest; ++step)
+        database.changeSchema(kSteps.at(static_cast<std::size_t>(step)));
+    database.setSchemaVersion(newest);
     transaction.commit();
 }
 

@@ -2,97 +2,72 @@
 
 #include "storage/Database.h"
 
-#include <chrono>
 #include <concepts>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <type_traits>
 #include <utility>
 
 namespace vorq::gateway {
 
-/// A database for many threads: one of them writes at a time, and reads do not wait for writes.
-///
-/// Where another program holds the file, the threads wait side by side, and those that come when it
-/// was held for long already do not wait at all.
+/// A database for many threads. Where it is held by others or cannot be reached, the threads wait
+/// side by side for a bounded time, and those that come when that has lasted for long already do
+/// not wait at all.
 class SharedDatabase {
   public:
-    /// How long another program may hold the file before threads give up.
-    static constexpr std::chrono::seconds kPatience{2};
+    SharedDatabase() = default;
+    virtual ~SharedDatabase() = default;
+    SharedDatabase(const SharedDatabase&) = delete;
+    SharedDatabase& operator=(const SharedDatabase&) = delete;
 
-    /// Opens the file anew, to take the place of one that was removed or replaced.
-    using Reopen = std::function<Database()>;
-
-    /// Without `reopen` it stays with the file that it has.
-    explicit SharedDatabase(Database database, Reopen reopen = {});
+    /// What a thread holds while it works with a database, given back with it.
+    class Lease {
+      public:
+        Lease() = default;
+        virtual ~Lease() = default;
+        Lease(const Lease&) = delete;
+        Lease& operator=(const Lease&) = delete;
+        [[nodiscard]] virtual Database& database() = 0;
+    };
 
     /// The turn of a thread to write, in one transaction: rolled back unless committed.
     class Writing {
       public:
-        [[nodiscard]] Database& database() { return m_database; }
+        explicit Writing(std::unique_ptr<Lease> lease)
+            : m_lease(std::move(lease)),
+              m_transaction(std::make_unique<Transaction>(m_lease->database())) {}
+
+        [[nodiscard]] Database& database() { return m_lease->database(); }
+        /// See Database::lock.
+        void lock(DatabaseLock lock) { database().lock(lock); }
         void commit() { m_transaction->commit(); }
 
       private:
-        friend class SharedDatabase;
-        Writing(std::unique_lock<std::mutex> lock, Database& database)
-            : m_lock(std::move(lock)),
-              m_database(database),
-              m_transaction(std::make_unique<Transaction>(database)) {}
-
-        std::unique_lock<std::mutex> m_lock;
-        Database& m_database;
+        std::unique_ptr<Lease> m_lease;
         std::unique_ptr<Transaction> m_transaction;
     };
 
-    /// Throws DatabaseError if another program held the file all the time.
-    [[nodiscard]] Writing write();
-    /// The same without waiting for another program; nothing if one holds the file.
-    [[nodiscard]] std::optional<Writing> tryWrite();
+    /// Throws DatabaseError if the database was held, or away, all the time.
+    [[nodiscard]] virtual Writing write() = 0;
+    /// The same without waiting for others; nothing if one would have to.
+    [[nodiscard]] virtual std::optional<Writing> tryWrite() = 0;
 
-    /// Gives what `work`, called with the database, gives. It may be called again if another
-    /// program holds the file. Throws as `write` does.
+    /// Gives what `work`, called with the database, gives. It may be called again if the database
+    /// is held by others or has gone away. Throws as `write` does.
     template<std::invocable<Database&> Work>
     std::invoke_result_t<Work&, Database&> read(Work work) {
         std::optional<std::invoke_result_t<Work&, Database&>> result;
-        m_toRead.attempt([&] {
-            if (isReplaced()) static_cast<void>(write());
-            const std::scoped_lock lock(m_reading);
-            result = work(m_reader);
-        });
-        // The work has run, or `attempt` has thrown.
+        readWith([&](Database& database) { result = work(database); });
+        // The work has run, or `readWith` has thrown.
         return *std::move(result); // NOLINT(bugprone-unchecked-optional-access)
     }
 
-  private:
-    using Moment = std::chrono::steady_clock::time_point;
+    /// Whether other gateways use it as well, which have to know what this one knows.
+    [[nodiscard]] virtual bool servesSeveralGateways() const = 0;
 
-    /// The threads that wait for another program, to write or to read.
-    class Waiting {
-      public:
-        /// Runs the work until it finds the file free or patience is over.
-        void attempt(const std::function<void()>& work);
-
-      private:
-        /// How long the file has been found held, now included.
-        [[nodiscard]] std::chrono::steady_clock::duration heldFor();
-
-        std::mutex m_mutex;
-        std::optional<Moment> m_heldSince;
-        Moment m_lastHeld;
-    };
-
-    [[nodiscard]] Writing beginWriting();
-    [[nodiscard]] bool isReplaced();
-
-    Reopen m_reopen;
-    Waiting m_toWrite;
-    Waiting m_toRead;
-    std::mutex m_writing;
-    std::mutex m_reading;
-    Database m_writer;
-    Database m_reader;
+  protected:
+    virtual void readWith(const std::function<void(Database&)>& work) = 0;
 };
 
 } // namespace vorq::gateway

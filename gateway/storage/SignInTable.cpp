@@ -21,6 +21,11 @@ std::vector<SignIn> SignInTable::ofAccount(std::int64_t accountId) {
     return signIns;
 }
 
+bool SignInTable::holds(std::int64_t familyId) {
+    Statement statement = m_database.prepare("SELECT 1 FROM families WHERE id = ?");
+    return statement.bind(1, familyId).step();
+}
+
 void SignInTable::noteUse(std::int64_t familyId, std::int64_t nowMs) {
     m_database.prepare("UPDATE families SET lastUsedAt = ? WHERE id = ?")
         .bind(1, nowMs)

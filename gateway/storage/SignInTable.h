@@ -32,6 +32,8 @@ class SignInTable {
 
     /// The last used first.
     [[nodiscard]] std::vector<SignIn> ofAccount(std::int64_t accountId);
+    /// Whether the sign-in has not ended.
+    [[nodiscard]] bool holds(std::int64_t familyId);
     void noteUse(std::int64_t familyId, std::int64_t nowMs);
     /// Ends a sign-in, if it is one of that account.
     void end(std::int64_t accountId, std::int64_t familyId);

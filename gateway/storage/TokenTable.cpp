@@ -1,21 +1,24 @@
 #include "storage/TokenTable.h"
 
+#include "support/Filled.h"
 #include "support/Secrets.h"
+
+#include <string>
 
 namespace vorq::gateway {
 
 std::int64_t TokenTable::startFamily(std::int64_t accountId, const SignInOrigin& origin,
                                      std::int64_t nowMs) {
-    m_database
-        .prepare("INSERT INTO families (accountId, createdAt, lastUsedAt, isBrowser, agent, "
-                 "address) VALUES (?1, ?2, ?2, ?3, ?4, ?5)")
-        .bind(1, accountId)
+    Statement statement =
+        m_database.prepare("INSERT INTO families (accountId, createdAt, lastUsedAt, isBrowser, "
+                           "agent, address) VALUES (?1, ?2, ?2, ?3, ?4, ?5) RETURNING id");
+    statement.bind(1, accountId)
         .bind(2, nowMs)
         .bind(3, std::int64_t{origin.isBrowser ? 1 : 0})
         .bind(4, origin.agent)
         .bind(5, origin.address)
         .step();
-    return m_database.lastInsertId();
+    return statement.integer(0);
 }
 
 std::int64_t TokenTable::startGeneration(std::int64_t familyId) {
@@ -71,20 +74,33 @@ std::optional<AccessTokenRow> TokenTable::access(std::string_view secret, std::i
 std::optional<RefreshTokenRow> TokenTable::refresh(std::string_view secret) {
     Statement statement = m_database.prepare(
         "SELECT families.accountId, families.id, generation, latest, confirmed, expiresAt, "
-        "superseded FROM refreshTokens JOIN families ON families.id = refreshTokens.familyId "
+        "superseded, traded, lastUsedAt FROM refreshTokens JOIN families ON families.id = "
+        "refreshTokens.familyId "
         "WHERE hash = ?");
     if (!statement.bindBlob(1, hashOfSecret(secret)).step()) return std::nullopt;
     return RefreshTokenRow{
         .owner = {statement.integer(0), statement.integer(1)},
         .age = {statement.integer(2), statement.integer(3), statement.integer(4)},
         .expiresAt = statement.integer(5),
-        .isSuperseded = statement.integer(6) != 0};
+        .isSuperseded = statement.integer(6) != 0,
+        .traded = statement.integer(7),
+        .tradedAt = statement.integer(8)};
 }
 
 void TokenTable::confirm(std::int64_t familyId, std::int64_t generation) {
-    m_database.prepare("UPDATE families SET confirmed = max(confirmed, ?) WHERE id = ?")
+    m_database.prepare("UPDATE families SET confirmed = ?1 WHERE id = ?2 AND confirmed < ?1")
         .bind(1, generation)
         .bind(2, familyId)
+        .step();
+}
+
+void TokenTable::noteTrade(std::int64_t familyId, std::int64_t generation, std::int64_t nowMs) {
+    m_database
+        .prepare("UPDATE families SET traded = ?1, lastUsedAt = ?2, "
+                 "confirmed = CASE WHEN confirmed < ?1 THEN ?1 ELSE confirmed END WHERE id = ?3")
+        .bind(1, generation)
+        .bind(2, nowMs)
+        .bind(3, familyId)
         .step();
 }
 
@@ -94,6 +110,12 @@ void TokenTable::supersedeAfter(std::int64_t familyId, std::int64_t generation) 
           "DELETE FROM accessTokens WHERE familyId = ? AND generation > ?"}) {
         m_database.prepare(sql).bind(1, familyId).bind(2, generation).step();
     }
+}
+
+std::optional<std::int64_t> TokenTable::ownerOfHandoff(std::string_view secret) {
+    Statement statement = m_database.prepare("SELECT accountId FROM handoffCodes WHERE hash = ?");
+    if (!statement.bindBlob(1, hashOfSecret(secret)).step()) return std::nullopt;
+    return statement.integer(0);
 }
 
 std::optional<std::int64_t> TokenTable::takeHandoff(std::string_view secret, std::int64_t nowMs,
@@ -123,17 +145,22 @@ void TokenTable::dropOtherFamilies(const TokenOwner& kept) {
 }
 
 void TokenTable::dropExpired(std::int64_t nowMs) {
-    for (const char* sql : {"DELETE FROM accessTokens WHERE expiresAt <= ?",
-                            "DELETE FROM refreshTokens WHERE expiresAt <= ?",
-                            "DELETE FROM handoffCodes WHERE expiresAt <= ?",
-                            "DELETE FROM browserSessions WHERE expiresAt <= ?",
-                            "DELETE FROM passwordResets WHERE expiresAt <= ?"}) {
-        m_database.prepare(sql).bind(1, nowMs).step();
+    const std::string locking(m_database.skippingLocked());
+    for (const char* table :
+         {"accessTokens", "refreshTokens", "handoffCodes", "browserSessions", "passwordResets"}) {
+        m_database
+            .prepare(filled("DELETE FROM {} WHERE hash IN (SELECT hash FROM {} "
+                            "WHERE expiresAt <= ?{})",
+                            table, table, locking))
+            .bind(1, nowMs)
+            .step();
     }
     m_database
-        .prepare("DELETE FROM families WHERE id NOT IN (SELECT familyId FROM refreshTokens) "
-                 "AND id NOT IN (SELECT familyId FROM accessTokens) "
-                 "AND id NOT IN (SELECT familyId FROM browserSessions)")
+        .prepare(filled("DELETE FROM families WHERE id IN (SELECT id FROM families "
+                        "WHERE id NOT IN (SELECT familyId FROM refreshTokens) "
+                        "AND id NOT IN (SELECT familyId FROM accessTokens) "
+                        "AND id NOT IN (SELECT familyId FROM browserSessions){})",
+                        locking))
         .step();
 }
 

@@ -41,6 +41,8 @@ struct RefreshTokenRow {
     TokenAge age;
     std::int64_t expiresAt = 0;
     bool isSuperseded = false; ///< an answer that was taken for lost held it
+    std::int64_t traded = 0;   ///< generation of the sign-in that was traded last
+    std::int64_t tradedAt = 0;
 };
 
 /// Tokens and one-time codes. Only hashes of the secrets are kept, so a stolen file signs nobody
@@ -64,9 +66,13 @@ class TokenTable {
     [[nodiscard]] std::optional<RefreshTokenRow> refresh(std::string_view secret);
     /// Notes that the generation has reached its program.
     void confirm(std::int64_t familyId, std::int64_t generation);
+    /// Notes that the generation was traded, and so has reached its program.
+    void noteTrade(std::int64_t familyId, std::int64_t generation, std::int64_t nowMs);
     /// Makes the generations after that one worthless; presenting one of their refresh tokens
     /// counts as theft.
     void supersedeAfter(std::int64_t familyId, std::int64_t generation);
+    /// Whose code it is, whether or not it is still valid.
+    [[nodiscard]] std::optional<std::int64_t> ownerOfHandoff(std::string_view secret);
     /// Removes the code and gives its account, if the code was still valid. One that has more than
     /// `lifeMs` to go is older than the clock, which was set back, and worth nothing.
     [[nodiscard]] std::optional<std::int64_t> takeHandoff(std::string_view secret,
@@ -75,6 +81,7 @@ class TokenTable {
     void dropFamily(std::int64_t familyId);
     /// Codes that nobody has used yet count as other sign-ins.
     void dropOtherFamilies(const TokenOwner& kept);
+    /// What is in use at the moment stays until the next time.
     void dropExpired(std::int64_t nowMs);
 
   private:

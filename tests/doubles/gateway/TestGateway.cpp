@@ -1,23 +1,15 @@
 #include "doubles/gateway/TestGateway.h"
 
 #include "provider/ProviderEngine.h"
-#include "support/Secrets.h"
-
 #include <sstream>
 
 namespace vorq::gateway::testing {
-namespace {
 
-Database openQuietly(const std::filesystem::path& folder) {
-    initSecrets();
-    return openState(folder, [](const std::string&) {});
-}
-
-} // namespace
-
-TestGateway::TestGateway(std::unique_ptr<Engine> given, int wrongPasswordsPerMinute)
-    : accounts(openQuietly(folder.path() / "state"), clock,
-               {.wrongPasswordsPerMinute = wrongPasswordsPerMinute}),
+TestGateway::TestGateway(std::unique_ptr<Engine> given, int wrongPasswordsPerMinute,
+                         std::shared_ptr<TestState> givenState)
+    : state(givenState ? std::move(givenState) : std::make_shared<TestState>(StateKind::File)),
+      folder(state->folder),
+      accounts(state->open(), clock, {.wrongPasswordsPerMinute = wrongPasswordsPerMinute}),
       web(accounts, clock),
       resets(accounts, clock),
       engine(std::make_shared<EngineSwitch>(

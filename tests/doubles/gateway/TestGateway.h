@@ -3,13 +3,13 @@
 #include "auth/AccountService.h"
 #include "doubles/gateway/ManualClock.h"
 #include "doubles/gateway/TemporaryFolder.h"
+#include "doubles/gateway/TestState.h"
 #include "engine/EngineSwitch.h"
 #include "engine/embedded/EmbeddedEngine.h"
 #include "http/AiRoutes.h"
 #include "http/AuthRoutes.h"
 #include "http/GatewayServer.h"
 #include "http/RequestRouter.h"
-#include "storage/StateFile.h"
 #include "web/Site.h"
 
 #include <httplib.h>
@@ -32,9 +32,9 @@ struct Answer {
 /// A whole gateway on a free port of this computer.
 class TestGateway {
   public:
-    /// Without an engine it has the embedded one.
-    explicit TestGateway(std::unique_ptr<Engine> engine = nullptr,
-                         int wrongPasswordsPerMinute = 10);
+    /// Without an engine it has the embedded one, and without a state a file of its own.
+    explicit TestGateway(std::unique_ptr<Engine> engine = nullptr, int wrongPasswordsPerMinute = 10,
+                         std::shared_ptr<TestState> state = nullptr);
     ~TestGateway();
     TestGateway(const TestGateway&) = delete;
     TestGateway& operator=(const TestGateway&) = delete;
@@ -51,7 +51,8 @@ class TestGateway {
     void stop();
 
     ManualClock clock;
-    TemporaryFolder folder;
+    std::shared_ptr<TestState> state;
+    TemporaryFolder& folder;
     AccountService accounts;
     WebAccounts web;
     PasswordReset resets;

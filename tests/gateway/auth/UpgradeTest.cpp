@@ -1,7 +1,8 @@
 #include "auth/WebAccounts.h"
 #include "doubles/gateway/ManualClock.h"
 #include "doubles/gateway/TemporaryFolder.h"
-#include "storage/StateFile.h"
+#include "storage/sqlite/SharedStateFile.h"
+#include "storage/sqlite/StateFile.h"
 #include "support/Secrets.h"
 
 #include <gtest/gtest.h>
@@ -62,12 +63,14 @@ TEST(UpgradeTest, AStateOfBeforeTheBrowsersKeepsItsAccountAndItsSignIn) {
     const TemporaryFolder folder;
     const ManualClock clock;
     {
-        Database old(stateFile(folder.path()));
+        SqliteDatabase old(stateFile(folder.path()));
         old.execute(kStateOfVersionTwo);
     }
     std::vector<std::string> notices;
     AccountService accounts(
-        openState(folder.path(), [&](const std::string& text) { notices.push_back(text); }), clock);
+        std::make_unique<SharedStateFile>(
+            openState(folder.path(), [&](const std::string& text) { notices.push_back(text); })),
+        clock);
     EXPECT_TRUE(notices.empty());
     const std::optional<Identity> identity = accounts.identify("the old access token");
     ASSERT_TRUE(identity.has_value());

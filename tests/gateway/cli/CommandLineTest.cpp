@@ -28,6 +28,13 @@ TEST(CommandLineTest, ServeTakesItsOptionsInBothForms) {
     EXPECT_EQ(line->streamDelay, std::chrono::milliseconds(7));
 }
 
+TEST(CommandLineTest, ATeamsGatewayHasADatabase) {
+    for (const char* verb : {"serve", "handoff", "reset-link"}) {
+        EXPECT_EQ(parseCommandLine({verb, "--database", "postgresql://a"})->database,
+                  "postgresql://a");
+    }
+}
+
 TEST(CommandLineTest, OtherVerbs) {
     EXPECT_EQ(parseCommandLine({"handoff", "--data", "/d"})->verb, Verb::Handoff);
     EXPECT_EQ(parseCommandLine({"reset-link"})->verb, Verb::ResetLink);

@@ -1,5 +1,4 @@
 #include "doubles/gateway/TestGateway.h"
-#include "storage/StateFile.h"
 
 #include <gtest/gtest.h>
 
@@ -14,8 +13,14 @@ namespace {
 using namespace std::chrono_literals;
 using nlohmann::json;
 
-TEST(AuthEndpointsTest, ExchangeAnswersASession) {
-    TestGateway gateway;
+class AuthEndpointsTest : public ::testing::TestWithParam<StateKind> {
+  protected:
+    TestGateway gateway{nullptr, 10, std::make_shared<TestState>(GetParam())};
+};
+
+INSTANTIATE_TEST_SUITE_P(States, AuthEndpointsTest, kBothStates, nameOfState);
+
+TEST_P(AuthEndpointsTest, ExchangeAnswersASession) {
     const json body = {{"code", " " + gateway.accounts.createHandoff("ada") + "\n"}};
     const Answer answer = gateway.post("/auth/mac-handoff/exchange", body);
     EXPECT_EQ(answer.status, 200);
@@ -27,8 +32,7 @@ TEST(AuthEndpointsTest, ExchangeAnswersASession) {
     EXPECT_EQ(gateway.post("/auth/mac-handoff/exchange", body).status, 400);
 }
 
-TEST(AuthEndpointsTest, RefreshRotates) {
-    TestGateway gateway;
+TEST_P(AuthEndpointsTest, RefreshRotates) {
     gateway.signIn();
     const json body = {{"refreshToken", gateway.refreshToken}};
     const Answer answer = gateway.post("/auth/refresh", body);
@@ -43,8 +47,7 @@ TEST(AuthEndpointsTest, RefreshRotates) {
     EXPECT_EQ(wait->second, "10");
 }
 
-TEST(AuthEndpointsTest, SignOutTakesNoBodyAndEndsTheToken) {
-    TestGateway gateway;
+TEST_P(AuthEndpointsTest, SignOutTakesNoBodyAndEndsTheToken) {
     gateway.signIn();
     const Answer answer = gateway.postRaw("/auth/sign-out", "");
     EXPECT_EQ(answer.status, 200);
@@ -52,8 +55,7 @@ TEST(AuthEndpointsTest, SignOutTakesNoBodyAndEndsTheToken) {
     EXPECT_EQ(gateway.postRaw("/auth/sign-out", "").status, 401);
 }
 
-TEST(AuthEndpointsTest, ProfileStoresNamesAndModel) {
-    TestGateway gateway;
+TEST_P(AuthEndpointsTest, ProfileStoresNamesAndModel) {
     gateway.signIn();
     const Answer names = gateway.post(
         "/auth/profile", {{"firstName", "Ada"}, {"lastName", "L"}, {"username", "ada.l"}});
@@ -65,8 +67,7 @@ TEST(AuthEndpointsTest, ProfileStoresNamesAndModel) {
     EXPECT_EQ(model.body.at("token"), gateway.token);
 }
 
-TEST(AuthEndpointsTest, PrivacyAnswersASessionOrARefusalThatIsNo401) {
-    TestGateway gateway;
+TEST_P(AuthEndpointsTest, PrivacyAnswersASessionOrARefusalThatIsNo401) {
     gateway.signIn();
     const json first = {{"email", "a@b.c"}, {"currentPassword", "x"}, {"newPassword", "12345678"}};
     const Answer answer = gateway.post("/auth/privacy", first);
@@ -75,8 +76,7 @@ TEST(AuthEndpointsTest, PrivacyAnswersASessionOrARefusalThatIsNo401) {
     EXPECT_EQ(gateway.post("/auth/privacy", first).status, 403);
 }
 
-TEST(AuthEndpointsTest, EveryEndpointButTheTwoEntrancesNeedsAToken) {
-    TestGateway gateway;
+TEST_P(AuthEndpointsTest, EveryEndpointButTheTwoEntrancesNeedsAToken) {
     for (const char* path : {"/auth/sign-out", "/auth/profile", "/auth/privacy"}) {
         EXPECT_EQ(gateway.post(path, json::object()).status, 401) << path;
     }
@@ -84,15 +84,13 @@ TEST(AuthEndpointsTest, EveryEndpointButTheTwoEntrancesNeedsAToken) {
     EXPECT_EQ(gateway.post("/auth/mac-handoff/exchange", json::object()).status, 400);
 }
 
-TEST(AuthEndpointsTest, IllTypedKeysAreNamed) {
-    TestGateway gateway;
+TEST_P(AuthEndpointsTest, IllTypedKeysAreNamed) {
     const Answer answer = gateway.post("/auth/refresh", {{"refreshToken", 7}});
     EXPECT_EQ(answer.status, 400);
     EXPECT_NE(answer.body.at("error").get<std::string>().find("refreshToken"), std::string::npos);
 }
 
-TEST(AuthEndpointsTest, JunkOfOthersKeepsNobodyFromSigningIn) {
-    TestGateway gateway;
+TEST_P(AuthEndpointsTest, JunkOfOthersKeepsNobodyFromSigningIn) {
     gateway.signIn();
     for (int i = 0; i < 200; ++i) {
         ASSERT_EQ(gateway.post("/auth/refresh", {{"refreshToken", "junk"}}).status, 401);
@@ -106,7 +104,7 @@ TEST(AuthEndpointsTest, JunkOfOthersKeepsNobodyFromSigningIn) {
         200);
 }
 
-class WrongPasswordsTest : public ::testing::Test {
+class WrongPasswordsTest : public ::testing::TestWithParam<StateKind> {
   protected:
     WrongPasswordsTest() {
         gateway.signIn();
@@ -117,10 +115,12 @@ class WrongPasswordsTest : public ::testing::Test {
         return gateway.postRaw("/auth/privacy", body.dump(), {{"X-Forwarded-For", from}});
     }
 
-    TestGateway gateway{nullptr, 3};
+    TestGateway gateway{nullptr, 3, std::make_shared<TestState>(GetParam())};
 };
 
-TEST_F(WrongPasswordsTest, HaveToWaitAndThenTheRightOneIsTaken) {
+INSTANTIATE_TEST_SUITE_P(States, WrongPasswordsTest, kBothStates, nameOfState);
+
+TEST_P(WrongPasswordsTest, HaveToWaitAndThenTheRightOneIsTaken) {
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(change("wrong", "127.0.0.1").status, 403);
     const Answer refused = change("the right one", "127.0.0.1");
@@ -133,26 +133,25 @@ TEST_F(WrongPasswordsTest, HaveToWaitAndThenTheRightOneIsTaken) {
     EXPECT_EQ(change("the right one", "127.0.0.1").status, 200);
 }
 
-TEST_F(WrongPasswordsTest, RightOnesAreNotCounted) {
+TEST_P(WrongPasswordsTest, RightOnesAreNotCounted) {
     for (int i = 0; i < 5; ++i)
         EXPECT_EQ(change("the right one", "127.0.0.1").status, 200);
 }
 
-TEST_F(WrongPasswordsTest, OfOneAddressBehindAProxyDoNotShutOutAnother) {
+TEST_P(WrongPasswordsTest, OfOneAddressBehindAProxyDoNotShutOutAnother) {
     for (int i = 0; i < 4; ++i)
         static_cast<void>(change("wrong", "203.0.113.9"));
     EXPECT_EQ(change("the right one", "203.0.113.9").status, 429);
     EXPECT_EQ(change("the right one", "198.51.100.7").status, 200);
 }
 
-TEST_F(WrongPasswordsTest, OfManyAddressesAreBoundedByTheAccount) {
+TEST_P(WrongPasswordsTest, OfManyAddressesAreBoundedByTheAccount) {
     for (int i = 0; i < 15; ++i)
         EXPECT_EQ(change("wrong", "203.0.113." + std::to_string(i)).status, 403);
     EXPECT_EQ(change("wrong", "203.0.113.99").status, 429);
 }
 
-TEST(AuthEndpointsTest, AnExpiredAccessTokenIsA401WithASentence) {
-    TestGateway gateway;
+TEST_P(AuthEndpointsTest, AnExpiredAccessTokenIsA401WithASentence) {
     gateway.signIn();
     gateway.clock.advanceSeconds(3601);
     const Answer answer = gateway.post("/auth/profile", {{"firstName", "A"}});
@@ -160,11 +159,11 @@ TEST(AuthEndpointsTest, AnExpiredAccessTokenIsA401WithASentence) {
     EXPECT_EQ(answer.body.at("error"), "Your session expired. Sign in again.");
 }
 
-TEST(AuthEndpointsTest, AStateFileThatIsBusyIsSaidAndTheTokenStaysGood) {
+TEST(AuthOnAFileTest, AStateFileThatIsBusyIsSaidAndTheTokenStaysGood) {
     TestGateway gateway;
     gateway.signIn();
     {
-        Database other(stateFile(gateway.folder.path() / "state"));
+        SqliteDatabase other(stateFile(gateway.folder.path() / "state"));
         const Transaction transaction(other);
         const auto begin = std::chrono::steady_clock::now();
         const auto refresh = [&gateway] {
@@ -182,6 +181,7 @@ TEST(AuthEndpointsTest, AStateFileThatIsBusyIsSaidAndTheTokenStaysGood) {
         const Answer answer =
             gateway.post("/auth/refresh", {{"refreshToken", gateway.refreshToken}});
         EXPECT_EQ(answer.status, 503);
+        EXPECT_EQ(answer.headers.count("Retry-After"), 1U);
         EXPECT_NE(answer.text.find("busy"), std::string::npos) << answer.text;
     }
     EXPECT_EQ(gateway.post("/auth/refresh", {{"refreshToken", gateway.refreshToken}}).status, 200);

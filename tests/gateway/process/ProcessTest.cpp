@@ -4,7 +4,7 @@
 #include "doubles/gateway/Samples.h"
 #include "doubles/gateway/ScriptedProvider.h"
 #include "doubles/gateway/TemporaryFolder.h"
-#include "storage/StateFile.h"
+#include "storage/sqlite/StateFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -62,7 +62,7 @@ class ProcessTest : public ::testing::Test {
     std::filesystem::path dataFolder() const { return folder.path() / ".local/share/Vorq"; }
     void expectWholeDatabase() {
         std::vector<std::string> notices;
-        Database database =
+        SqliteDatabase database =
             openState(dataFolder(), [&](const std::string& notice) { notices.push_back(notice); });
         Statement check = database.prepare("PRAGMA integrity_check");
         ASSERT_TRUE(check.step());

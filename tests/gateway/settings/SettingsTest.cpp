@@ -103,6 +103,15 @@ TEST_F(SettingsTest, TrustedProxiesAreAList) {
               std::string::npos);
 }
 
+TEST_F(SettingsTest, ATeamHasADatabase) {
+    const std::string team = R"({"database": "postgresql://db/vorq"})";
+    EXPECT_EQ(read(team).database, "postgresql://db/vorq");
+    EXPECT_TRUE(read("{}").database.empty());
+    EXPECT_NE(failureOf(R"({"database": 1})").find("database"), std::string::npos);
+    variables = {{"VORQ_DATABASE", " postgresql://other/vorq "}};
+    EXPECT_EQ(read(team).database, "postgresql://other/vorq");
+}
+
 TEST_F(SettingsTest, AFolderInPlaceOfTheFileIsSaid) {
     std::filesystem::create_directory(file);
     try {

@@ -1,4 +1,4 @@
-#include "storage/StateFile.h"
+#include "storage/sqlite/StateFile.h"
 #include "doubles/gateway/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 class StateFileTest : public ::testing::Test {
   protected:
-    Database open() {
+    SqliteDatabase open() {
         return openState(folder, [this](const std::string& text) { notices.push_back(text); });
     }
     std::int64_t number(Database& database, const std::string& sql) {
@@ -27,7 +27,7 @@ class StateFileTest : public ::testing::Test {
 };
 
 TEST_F(StateFileTest, FolderAndFileBelongToTheUserAlone) {
-    const Database database = open();
+    const SqliteDatabase database = open();
     EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
     for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
         EXPECT_EQ(entry.status().permissions(), fs::perms::owner_read | fs::perms::owner_write)
@@ -39,7 +39,7 @@ TEST_F(StateFileTest, AFolderThatWasThereKeepsItsMode) {
     fs::create_directories(folder);
     for (const fs::perms mode : {fs::perms(0755), fs::perms(01777)}) {
         fs::permissions(folder, mode);
-        const Database database = open();
+        const SqliteDatabase database = open();
         EXPECT_EQ(fs::status(folder).permissions(), mode);
         EXPECT_EQ(fs::status(stateFile(folder)).permissions(), fs::perms(0600));
         EXPECT_TRUE(notices.empty());
@@ -49,13 +49,13 @@ TEST_F(StateFileTest, AFolderThatWasThereKeepsItsMode) {
 TEST_F(StateFileTest, AFolderInWhichOthersCanReplaceTheFileIsPointedOut) {
     fs::create_directories(folder);
     fs::permissions(folder, fs::perms::all);
-    const Database database = open();
+    const SqliteDatabase database = open();
     ASSERT_EQ(notices.size(), 1U);
     EXPECT_NE(notices[0].find(folder.string()), std::string::npos);
 }
 
 TEST_F(StateFileTest, WritesAheadAndToTheDisk) {
-    Database database = open();
+    SqliteDatabase database = open();
     Statement journal = database.prepare("PRAGMA journal_mode");
     journal.step();
     EXPECT_EQ(journal.text(0), "wal");
@@ -65,19 +65,19 @@ TEST_F(StateFileTest, WritesAheadAndToTheDisk) {
 
 TEST_F(StateFileTest, OpensAgainWithWhatWasStored) {
     {
-        Database database = open();
+        SqliteDatabase database = open();
         database.execute("INSERT INTO accounts (email, createdAt) VALUES ('a@b', 1)");
     }
-    Database database = open();
+    SqliteDatabase database = open();
     EXPECT_EQ(number(database, "SELECT count(*) FROM accounts"), 1);
-    EXPECT_EQ(number(database, "PRAGMA user_version"), 3);
+    EXPECT_EQ(number(database, "PRAGMA user_version"), 4);
     EXPECT_TRUE(notices.empty());
 }
 
 TEST_F(StateFileTest, SignInsOfTheFirstVersionKeepTheirOrder) {
     fs::create_directories(folder);
     {
-        Database old(stateFile(folder));
+        SqliteDatabase old(stateFile(folder));
         old.execute(R"(
             CREATE TABLE accounts (id INTEGER PRIMARY KEY, isLocal INTEGER, email TEXT);
             CREATE TABLE families (id INTEGER PRIMARY KEY, accountId INTEGER, createdAt INTEGER);
@@ -91,7 +91,7 @@ TEST_F(StateFileTest, SignInsOfTheFirstVersionKeepTheirOrder) {
             PRAGMA user_version = 1;
         )");
     }
-    Database database = open();
+    SqliteDatabase database = open();
     const auto generation = [&](const std::string& hash) {
         return number(database, "SELECT generation FROM refreshTokens WHERE hash = '" + hash + "'");
     };
@@ -108,7 +108,7 @@ TEST_F(StateFileTest, AFileThatIsNoDatabaseIsKeptBesideAndSaid) {
     fs::create_directories(folder);
     const std::string garbage(5000, 'x');
     writeFile(stateFile(folder), garbage);
-    Database database = open();
+    SqliteDatabase database = open();
     EXPECT_EQ(number(database, "SELECT count(*) FROM accounts"), 0);
     EXPECT_EQ(readFile(stateFile(folder).string() + ".damaged-1"), garbage);
     ASSERT_EQ(notices.size(), 1U);
@@ -117,7 +117,7 @@ TEST_F(StateFileTest, AFileThatIsNoDatabaseIsKeptBesideAndSaid) {
 
 TEST_F(StateFileTest, ADamagedPageIsNoticed) {
     {
-        Database database = open();
+        SqliteDatabase database = open();
         for (int i = 0; i < 400; ++i) {
             database.prepare("INSERT INTO accounts (email, createdAt) VALUES (?, 1)")
                 .bind(1, std::to_string(i) + std::string(200, 'x') + "@b")
@@ -131,7 +131,7 @@ TEST_F(StateFileTest, ADamagedPageIsNoticed) {
     for (std::size_t i = 4096; i < bytes.size(); ++i)
         bytes[i] = '\x5A';
     writeFile(stateFile(folder), bytes);
-    Database database = open();
+    SqliteDatabase database = open();
     EXPECT_EQ(number(database, "SELECT count(*) FROM accounts"), 0);
     EXPECT_EQ(notices.size(), 1U);
 }
@@ -142,7 +142,7 @@ TEST_F(StateFileTest, ASecondDamagedFileDoesNotOverwriteTheFirst) {
         fs::create_directories(folder);
         fs::remove(stateFile(folder).string() + "-wal");
         writeFile(stateFile(folder), content);
-        const Database database = open();
+        const SqliteDatabase database = open();
     }
     EXPECT_EQ(readFile(stateFile(folder).string() + ".damaged-1").substr(0, 5), "first");
     EXPECT_EQ(readFile(stateFile(folder).string() + ".damaged-2").substr(0, 6), "second");
@@ -150,7 +150,7 @@ TEST_F(StateFileTest, ASecondDamagedFileDoesNotOverwriteTheFirst) {
 
 TEST_F(StateFileTest, AFileOfANewerVersionIsLeftAlone) {
     {
-        Database database = open();
+        SqliteDatabase database = open();
         database.execute("PRAGMA user_version = 99");
     }
     EXPECT_THROW(open(), std::runtime_error);
@@ -160,7 +160,7 @@ TEST_F(StateFileTest, AFileOfANewerVersionIsLeftAlone) {
 
 TEST_F(StateFileTest, AVersionThatNeverWasIsSaidAndTheFileLeftAlone) {
     {
-        Database database = open();
+        SqliteDatabase database = open();
         database.execute("PRAGMA user_version = -1");
     }
     try {
@@ -175,7 +175,7 @@ TEST_F(StateFileTest, AVersionThatNeverWasIsSaidAndTheFileLeftAlone) {
 TEST_F(StateFileTest, AFolderThatCannotBeMadeIsAnErrorWithItsName) {
     writeFile(temporary.path() / "share", "a file in the way");
     try {
-        const Database database = open();
+        const SqliteDatabase database = open();
         FAIL() << "opened a state file below a file";
     } catch (const std::runtime_error& error) {
         EXPECT_NE(std::string(error.what()).find(folder.string()), std::string::npos);
@@ -183,7 +183,7 @@ TEST_F(StateFileTest, AFolderThatCannotBeMadeIsAnErrorWithItsName) {
 }
 
 TEST_F(StateFileTest, AnUncommittedTransactionLeavesNothing) {
-    Database database = open();
+    SqliteDatabase database = open();
     {
         const Transaction transaction(database);
         database.execute("INSERT INTO accounts (email, createdAt) VALUES ('a@b', 1)");

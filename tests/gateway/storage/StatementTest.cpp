@@ -1,5 +1,5 @@
 #include "doubles/gateway/TemporaryFolder.h"
-#include "storage/Database.h"
+#include "storage/sqlite/SqliteDatabase.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ class StatementTest : public ::testing::Test {
 
     TemporaryFolder folder;
     std::filesystem::path file = folder.path() / "words.sqlite3";
-    Database database{file};
+    SqliteDatabase database{file};
 };
 
 TEST_F(StatementTest, TheSameTextServesAgainWithOtherValues) {
@@ -67,7 +67,7 @@ TEST_F(StatementTest, OneThatFailedServesAgain) {
 
 TEST_F(StatementTest, OneThatRestsHoldsNoOldStateOfTheFile) {
     insert(database, "one", "first");
-    Database other = database.another();
+    SqliteDatabase other = database.another();
     ASSERT_EQ(noteOf(other, "one"), "first");
     database.execute("UPDATE words SET note = 'changed'");
     EXPECT_EQ(noteOf(other, "one"), "changed");
@@ -79,7 +79,7 @@ TEST_F(StatementTest, OneThatRestsHoldsNoOldStateOfTheFile) {
 TEST_F(StatementTest, AChangedSchemaIsFollowed) {
     insert(database, "one", "first");
     ASSERT_EQ(noteOf(database, "one"), "first");
-    Database other = database.another();
+    SqliteDatabase other = database.another();
     other.execute("ALTER TABLE words ADD COLUMN extra TEXT; CREATE INDEX notes ON words (note)");
     EXPECT_EQ(noteOf(database, "one"), "first");
     other.execute("DROP TABLE words");
@@ -92,7 +92,7 @@ TEST_F(StatementTest, AChangedSchemaIsFollowed) {
 TEST_F(StatementTest, StatementsStayWithTheirOwnFile) {
     insert(database, "one", "first");
     ASSERT_EQ(noteOf(database, "one"), "first");
-    Database other(folder.path() / "other.sqlite3");
+    SqliteDatabase other(folder.path() / "other.sqlite3");
     other.execute("CREATE TABLE words (word TEXT UNIQUE, note TEXT)");
     insert(other, "one", "elsewhere");
     database = std::move(other);

@@ -12,7 +12,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-class AccountPagesTest : public ::testing::Test {
+class AccountPagesTest : public ::testing::TestWithParam<StateKind> {
   protected:
     AccountPagesTest() { enter(browser, "sign-up"); }
 
@@ -29,11 +29,13 @@ class AccountPagesTest : public ::testing::Test {
     }
     bool isSignedIn(BrowserDouble& with) { return with.get("/account.html").status == 200; }
 
-    TestGateway gateway;
+    TestGateway gateway{nullptr, 10, std::make_shared<TestState>(GetParam())};
     BrowserDouble browser{gateway.port};
 };
 
-TEST_F(AccountPagesTest, TheProfileIsSavedAndSaid) {
+INSTANTIATE_TEST_SUITE_P(States, AccountPagesTest, kBothStates, nameOfState);
+
+TEST_P(AccountPagesTest, TheProfileIsSavedAndSaid) {
     const ShownPage answer =
         submit("/account/profile", {{"firstName", "Ada"}, {"username", "@Countess"}});
     EXPECT_EQ(answer.location, "/account.html?saved=profile");
@@ -42,7 +44,7 @@ TEST_F(AccountPagesTest, TheProfileIsSavedAndSaid) {
     EXPECT_THAT(page.html, HasSubstr("value=\"countess\""));
 }
 
-TEST_F(AccountPagesTest, AnImpossibleProfileStaysToBePutRight) {
+TEST_P(AccountPagesTest, AnImpossibleProfileStaysToBePutRight) {
     const ShownPage page =
         submit("/account/profile", {{"firstName", "Ada"}, {"username", "two words"}});
     EXPECT_EQ(page.status, 400);
@@ -51,7 +53,7 @@ TEST_F(AccountPagesTest, AnImpossibleProfileStaysToBePutRight) {
     EXPECT_THAT(page.html, HasSubstr("aria-describedby=\"username-wrong\""));
 }
 
-TEST_F(AccountPagesTest, EmailAndPasswordNeedTheCurrentOne) {
+TEST_P(AccountPagesTest, EmailAndPasswordNeedTheCurrentOne) {
     const BrowserDouble::Form wanted = {{"email", "new@example.org"},
                                         {"newPassword", "another one"}};
     BrowserDouble::Form fields = wanted;
@@ -71,7 +73,7 @@ TEST_F(AccountPagesTest, EmailAndPasswordNeedTheCurrentOne) {
               303);
 }
 
-TEST_F(AccountPagesTest, ANewPasswordEndsTheOtherSignIns) {
+TEST_P(AccountPagesTest, ANewPasswordEndsTheOtherSignIns) {
     BrowserDouble other(gateway.port);
     enter(other, "sign-in");
     const std::string page = other.get("/auth/mac-handoff.html").html;
@@ -87,7 +89,7 @@ TEST_F(AccountPagesTest, ANewPasswordEndsTheOtherSignIns) {
         << "nor is a code of before worth anything";
 }
 
-TEST_F(AccountPagesTest, AnAccountWithoutAPasswordGetsItsFirst) {
+TEST_P(AccountPagesTest, AnAccountWithoutAPasswordGetsItsFirst) {
     BrowserDouble local(gateway.port);
     static_cast<void>(local.submit(local.get("/signin.html"), "/auth/this-computer", {}));
     const ShownPage account = local.get("/account.html");
@@ -100,7 +102,7 @@ TEST_F(AccountPagesTest, AnAccountWithoutAPasswordGetsItsFirst) {
     EXPECT_THAT(local.get("/account.html").html, HasSubstr("currentPassword"));
 }
 
-TEST_F(AccountPagesTest, SignInsAreListedAndEndOneByOne) {
+TEST_P(AccountPagesTest, SignInsAreListedAndEndOneByOne) {
     BrowserDouble other(gateway.port);
     other.additional = {{"User-Agent", "Mozilla/5.0 (X11; Linux x86_64) Firefox/140.0"}};
     enter(other, "sign-in");
@@ -114,7 +116,7 @@ TEST_F(AccountPagesTest, SignInsAreListedAndEndOneByOne) {
     EXPECT_FALSE(isSignedIn(other));
 }
 
-TEST_F(AccountPagesTest, TheSignInOfTheProgramIsListedAndEndsItsTokens) {
+TEST_P(AccountPagesTest, TheSignInOfTheProgramIsListedAndEndsItsTokens) {
     const std::string html = browser.get("/auth/mac-handoff.html").html;
     const Answer session = gateway.post("/auth/mac-handoff/exchange",
                                         {{"code", html.substr(html.find("handoff=") + 8, 43)}});
@@ -132,7 +134,7 @@ TEST_F(AccountPagesTest, TheSignInOfTheProgramIsListedAndEndsItsTokens) {
     EXPECT_TRUE(isSignedIn(browser));
 }
 
-TEST_F(AccountPagesTest, NobodyEndsTheSignInOfAnother) {
+TEST_P(AccountPagesTest, NobodyEndsTheSignInOfAnother) {
     BrowserDouble eve(gateway.port);
     const ShownPage signUp = eve.get("/signin.html?mode=sign-up");
     static_cast<void>(eve.submit(signUp, "/signin.html",
@@ -147,7 +149,7 @@ TEST_F(AccountPagesTest, NobodyEndsTheSignInOfAnother) {
     EXPECT_EQ(eve.submit(page, "/account/end-sign-in", {{"signIn", "1 OR 1=1"}}).status, 400);
 }
 
-TEST_F(AccountPagesTest, SignOutEndsThisBrowserOnly) {
+TEST_P(AccountPagesTest, SignOutEndsThisBrowserOnly) {
     BrowserDouble other(gateway.port);
     enter(other, "sign-in");
     const std::string former = browser.cookies["vorq_session"];
@@ -158,7 +160,7 @@ TEST_F(AccountPagesTest, SignOutEndsThisBrowserOnly) {
     EXPECT_TRUE(isSignedIn(other));
 }
 
-TEST_F(AccountPagesTest, ASignInThatIsUsedIsNotedNowAndThen) {
+TEST_P(AccountPagesTest, ASignInThatIsUsedIsNotedNowAndThen) {
     gateway.clock.advanceSeconds(3600);
     static_cast<void>(browser.get("/account.html"));
     const std::string html = browser.get("/account.html").html;
@@ -185,7 +187,9 @@ class ResetPagesTest : public AccountPagesTest {
     BrowserDouble stranger{gateway.port};
 };
 
-TEST_F(ResetPagesTest, ALinkSetsANewPasswordOnceAndEndsAllSignIns) {
+INSTANTIATE_TEST_SUITE_P(States, ResetPagesTest, kBothStates, nameOfState);
+
+TEST_P(ResetPagesTest, ALinkSetsANewPasswordOnceAndEndsAllSignIns) {
     EXPECT_EQ(ask("ADA@example.org").status, 200);
     ASSERT_EQ(gateway.toldResets.size(), 1U);
     EXPECT_EQ(gateway.toldResets[0].email, "ada@example.org");
@@ -202,7 +206,7 @@ TEST_F(ResetPagesTest, ALinkSetsANewPasswordOnceAndEndsAllSignIns) {
     enter(stranger, "sign-in", "a new password");
 }
 
-TEST_F(ResetPagesTest, AnAddressOfNobodyIsAnsweredAlike) {
+TEST_P(ResetPagesTest, AnAddressOfNobodyIsAnsweredAlike) {
     const ShownPage known = ask("ada@example.org");
     const ShownPage unknown = ask("nobody@example.org");
     EXPECT_EQ(known.status, unknown.status);
@@ -211,7 +215,7 @@ TEST_F(ResetPagesTest, AnAddressOfNobodyIsAnsweredAlike) {
     EXPECT_EQ(gateway.toldResets.size(), 1U);
 }
 
-TEST_F(ResetPagesTest, ALinkHoldsForAnHourByAnyClock) {
+TEST_P(ResetPagesTest, ALinkHoldsForAnHourByAnyClock) {
     static_cast<void>(ask("ada@example.org"));
     const std::string code = gateway.toldResets.at(0).secret;
     gateway.clock.advanceSeconds(3599);
@@ -223,14 +227,14 @@ TEST_F(ResetPagesTest, ALinkHoldsForAnHourByAnyClock) {
     EXPECT_EQ(stranger.get("/reset.html?code=" + code).status, 400);
 }
 
-TEST_F(ResetPagesTest, AskingAgainAndAgainHasToWait) {
+TEST_P(ResetPagesTest, AskingAgainAndAgainHasToWait) {
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(ask("ada@example.org").status, 200);
     EXPECT_EQ(ask("ada@example.org").status, 429);
     EXPECT_EQ(gateway.toldResets.size(), 3U);
 }
 
-TEST_F(ResetPagesTest, AnUnknownCodeIsRefused) {
+TEST_P(ResetPagesTest, AnUnknownCodeIsRefused) {
     for (const char* code : {"", "made-up", "'; --"})
         EXPECT_EQ(stranger.get(std::string("/reset.html?code=") + code).status, 400) << code;
 }

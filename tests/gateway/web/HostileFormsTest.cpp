@@ -17,7 +17,7 @@ using ::testing::StartsWith;
 constexpr auto kPassword = "open sesame";
 
 /// A browser that somebody has signed up in.
-class HostileFormsTest : public ::testing::Test {
+class HostileFormsTest : public ::testing::TestWithParam<StateKind> {
   protected:
     HostileFormsTest() { signUp(browser, "ada@example.org"); }
 
@@ -33,11 +33,18 @@ class HostileFormsTest : public ::testing::Test {
                            {{"email", "ada@example.org"}, {"password", password}});
     }
 
-    TestGateway gateway{nullptr, 3};
+    TestGateway gateway{nullptr, 3, std::make_shared<TestState>(GetParam())};
     BrowserDouble browser{gateway.port};
 };
 
-TEST_F(HostileFormsTest, SqlAndScriptsInEveryFieldAreTexts) {
+INSTANTIATE_TEST_SUITE_P(States, HostileFormsTest, kBothStates, nameOfState);
+
+/// What only a file can meet with.
+class HostileFormsOnFileTest : public HostileFormsTest {};
+INSTANTIATE_TEST_SUITE_P(States, HostileFormsOnFileTest, ::testing::Values(StateKind::File),
+                         nameOfState);
+
+TEST_P(HostileFormsTest, SqlAndScriptsInEveryFieldAreTexts) {
     const std::string hostile = R"('; DROP TABLE accounts; --"><script>alert(1)</script>&amp;)";
     const std::string escaped = "&#39;; DROP TABLE accounts; --&quot;&gt;&lt;script&gt;alert(1)"
                                 "&lt;/script&gt;&amp;amp;";
@@ -64,7 +71,7 @@ TEST_F(HostileFormsTest, SqlAndScriptsInEveryFieldAreTexts) {
     EXPECT_EQ(browser.get("/account.html").status, 200) << "the accounts are still there";
 }
 
-TEST_F(HostileFormsTest, ScriptsInAddressesAndHeadersAreTexts) {
+TEST_P(HostileFormsTest, ScriptsInAddressesAndHeadersAreTexts) {
     BrowserDouble other(gateway.port);
     other.additional = {{"User-Agent", "<script>alert(1)</script>"}};
     EXPECT_EQ(signIn(other, kPassword).status, 303);
@@ -76,7 +83,7 @@ TEST_F(HostileFormsTest, ScriptsInAddressesAndHeadersAreTexts) {
                 Not(HasSubstr("<script")));
 }
 
-TEST_F(HostileFormsTest, AFormWithoutItsTokenOrWithThatOfAnotherBrowserIsRefused) {
+TEST_P(HostileFormsTest, AFormWithoutItsTokenOrWithThatOfAnotherBrowserIsRefused) {
     BrowserDouble other(gateway.port);
     signUp(other, "eve@example.org");
     const std::string foreign = other.get("/account.html").hidden("token");
@@ -96,7 +103,7 @@ TEST_F(HostileFormsTest, AFormWithoutItsTokenOrWithThatOfAnotherBrowserIsRefused
     EXPECT_EQ(browser.get("/account.html").status, 200);
 }
 
-TEST_F(HostileFormsTest, FormsOfOtherSitesAreRefusedThoughTheyHaveTheToken) {
+TEST_P(HostileFormsTest, FormsOfOtherSitesAreRefusedThoughTheyHaveTheToken) {
     const ShownPage account = browser.get("/account.html");
     const auto statusWith = [&](const httplib::Headers& headers) {
         browser.additional = headers;
@@ -111,7 +118,7 @@ TEST_F(HostileFormsTest, FormsOfOtherSitesAreRefusedThoughTheyHaveTheToken) {
     EXPECT_EQ(statusWith({{"Origin", own}, {"Sec-Fetch-Site", "same-origin"}}), 303);
 }
 
-TEST_F(HostileFormsTest, ANameThatWasMadeToLeadHereIsRefused) {
+TEST_P(HostileFormsTest, ANameThatWasMadeToLeadHereIsRefused) {
     for (const char* host : {"evil.example", "127.0.0.1.evil.example", "localhost.evil.example"}) {
         const std::string answer = rawExchange(
             gateway.port, std::string("GET /signin.html HTTP/1.1\r\nHost: ") + host + "\r\n\r\n");
@@ -119,7 +126,7 @@ TEST_F(HostileFormsTest, ANameThatWasMadeToLeadHereIsRefused) {
     }
 }
 
-TEST_F(HostileFormsTest, DoubledHeadersAreRefused) {
+TEST_P(HostileFormsTest, DoubledHeadersAreRefused) {
     for (const char* line : {"Host: evil.example", "Cookie: vorq_session=x", "Origin: null",
                              "Content-Type: text/plain", "Authorization: Bearer x"}) {
         const std::string answer = rawExchange(
@@ -129,7 +136,7 @@ TEST_F(HostileFormsTest, DoubledHeadersAreRefused) {
     }
 }
 
-TEST_F(HostileFormsTest, AMegabyteIsRefusedUnread) {
+TEST_P(HostileFormsTest, AMegabyteIsRefusedUnread) {
     const ShownPage page = browser.get("/signin.html");
     const ShownPage answer =
         browser.submit(page, "/signin.html", {{"email", std::string(1024 * 1024, 'x')}});
@@ -142,7 +149,7 @@ TEST_F(HostileFormsTest, AMegabyteIsRefusedUnread) {
     EXPECT_EQ(other.get("/account.html").status, 431);
 }
 
-TEST_F(HostileFormsTest, FormsThatNoBrowserWritesAreRefused) {
+TEST_P(HostileFormsTest, FormsThatNoBrowserWritesAreRefused) {
     httplib::Client client("127.0.0.1", gateway.port);
     const std::string type = "application/x-www-form-urlencoded";
     for (const std::string& body :
@@ -159,7 +166,7 @@ TEST_F(HostileFormsTest, FormsThatNoBrowserWritesAreRefused) {
     EXPECT_EQ(client.Post("/signin.html", "a=1", "multipart/form-data; boundary=b")->status, 415);
 }
 
-TEST_F(HostileFormsTest, PathsLeadNowhereElse) {
+TEST_P(HostileFormsTest, PathsLeadNowhereElse) {
     for (const char* path :
          {"/account.html/", "//account.html", "/pages/../account.html", "/%61ccount.html",
           "/pages/style.css%00", "/pages/..%2f..%2fetc/passwd", "/ACCOUNT.HTML"}) {
@@ -171,7 +178,7 @@ TEST_F(HostileFormsTest, PathsLeadNowhereElse) {
     EXPECT_THAT(answer, HasSubstr("Allow: GET, HEAD\r\n"));
 }
 
-TEST_F(HostileFormsTest, GuessesHaveToWaitWhetherOrNotThereIsAnAccount) {
+TEST_P(HostileFormsTest, GuessesHaveToWaitWhetherOrNotThereIsAnAccount) {
     for (const char* email : {"ada@example.org", "nobody@example.org"}) {
         BrowserDouble guesser(gateway.port);
         guesser.additional = {{"X-Forwarded-For", "203.0.113.9"}};
@@ -191,7 +198,7 @@ TEST_F(HostileFormsTest, GuessesHaveToWaitWhetherOrNotThereIsAnAccount) {
     EXPECT_EQ(signIn(owner, kPassword).status, 303) << "from another address";
 }
 
-TEST_F(HostileFormsTest, OneAddressThatTriesManyAccountsHasToWait) {
+TEST_P(HostileFormsTest, OneAddressThatTriesManyAccountsHasToWait) {
     BrowserDouble guesser(gateway.port);
     guesser.additional = {{"X-Forwarded-For", "203.0.113.9"}};
     const ShownPage page = guesser.get("/signin.html");
@@ -207,7 +214,7 @@ TEST_F(HostileFormsTest, OneAddressThatTriesManyAccountsHasToWait) {
     EXPECT_EQ(guess(99), 429);
 }
 
-TEST_F(HostileFormsTest, ARightPasswordIsNotTakenWhileTheAddressHasToWait) {
+TEST_P(HostileFormsTest, ARightPasswordIsNotTakenWhileTheAddressHasToWait) {
     BrowserDouble guesser(gateway.port);
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(signIn(guesser, "a guess").status, 403);
@@ -218,7 +225,7 @@ TEST_F(HostileFormsTest, ARightPasswordIsNotTakenWhileTheAddressHasToWait) {
     EXPECT_EQ(signIn(guesser, kPassword).status, 303);
 }
 
-TEST_F(HostileFormsTest, ManyAccountsFromOneAddressHaveToWait) {
+TEST_P(HostileFormsTest, ManyAccountsFromOneAddressHaveToWait) {
     BrowserDouble other(gateway.port);
     const ShownPage page = other.get("/signin.html?mode=sign-up");
     int status = 303;
@@ -232,7 +239,7 @@ TEST_F(HostileFormsTest, ManyAccountsFromOneAddressHaveToWait) {
     EXPECT_EQ(status, 429);
 }
 
-TEST_F(HostileFormsTest, AClockThatIsSetBackGivesNoCodeASecondLife) {
+TEST_P(HostileFormsTest, AClockThatIsSetBackGivesNoCodeASecondLife) {
     const std::string page = browser.get("/auth/mac-handoff.html").html;
     const std::string code = page.substr(page.find("handoff=") + 8, 43);
     gateway.clock.setTimeOfDay(-3600);
@@ -240,9 +247,9 @@ TEST_F(HostileFormsTest, AClockThatIsSetBackGivesNoCodeASecondLife) {
     EXPECT_EQ(browser.get("/account.html").status, 200) << "and signs nobody out";
 }
 
-TEST_F(HostileFormsTest, AStateFileThatIsHeldIsSaidOnAPage) {
+TEST_P(HostileFormsOnFileTest, AStateFileThatIsHeldIsSaidOnAPage) {
     const ShownPage page = browser.get("/signin.html");
-    Database other(stateFile(gateway.folder.path() / "state"));
+    SqliteDatabase other(stateFile(gateway.folder.path() / "state"));
     const Transaction transaction(other);
     const ShownPage answer = browser.submit(
         page, "/signin.html", {{"email", "ada@example.org"}, {"password", kPassword}});
@@ -251,7 +258,7 @@ TEST_F(HostileFormsTest, AStateFileThatIsHeldIsSaidOnAPage) {
     EXPECT_EQ(browser.get("/account.html").status, 200) << "reading goes on";
 }
 
-TEST_F(HostileFormsTest, AFullStateFileIsSaidOnAPage) {
+TEST_P(HostileFormsOnFileTest, AFullStateFileIsSaidOnAPage) {
     gateway.accounts.database().write().database().execute("PRAGMA max_page_count = 1");
     BrowserDouble other(gateway.port);
     other.additional = {{"User-Agent", std::string(300, 'x')}};
@@ -266,7 +273,7 @@ TEST_F(HostileFormsTest, AFullStateFileIsSaidOnAPage) {
     EXPECT_THAT(answer.html, HasSubstr("disk is full"));
 }
 
-TEST_F(HostileFormsTest, PagesGoOnWhilePasswordsAreHashed) {
+TEST_P(HostileFormsTest, PagesGoOnWhilePasswordsAreHashed) {
     const auto begin = std::chrono::steady_clock::now();
     std::vector<std::thread> guessers;
     for (int i = 0; i < 3; ++i) {

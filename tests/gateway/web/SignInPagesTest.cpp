@@ -17,7 +17,7 @@ using ::testing::StartsWith;
 
 constexpr auto kForProgram = "/signin.html?mode=sign-in&client=macos&next=/auth/mac-handoff.html";
 
-class SignInPagesTest : public ::testing::Test {
+class SignInPagesTest : public ::testing::TestWithParam<StateKind> {
   protected:
     ShownPage signUp(BrowserDouble& with, const std::string& email = "ada@example.org") {
         const ShownPage page = with.get("/signin.html?mode=sign-up");
@@ -32,11 +32,13 @@ class SignInPagesTest : public ::testing::Test {
         return start == std::string::npos ? std::string() : text.substr(start + 8, 43);
     }
 
-    TestGateway gateway;
+    TestGateway gateway{nullptr, 10, std::make_shared<TestState>(GetParam())};
     BrowserDouble browser{gateway.port};
 };
 
-TEST_F(SignInPagesTest, SignUpLeadsToTheAccount) {
+INSTANTIATE_TEST_SUITE_P(States, SignInPagesTest, kBothStates, nameOfState);
+
+TEST_P(SignInPagesTest, SignUpLeadsToTheAccount) {
     const ShownPage answer = signUp(browser);
     EXPECT_EQ(answer.status, 303);
     EXPECT_EQ(answer.location, "/account.html");
@@ -45,13 +47,13 @@ TEST_F(SignInPagesTest, SignUpLeadsToTheAccount) {
     EXPECT_THAT(account.html, HasSubstr("ada@example.org"));
 }
 
-TEST_F(SignInPagesTest, WithTheSameAddressAndPasswordOneSignsInElsewhere) {
+TEST_P(SignInPagesTest, WithTheSameAddressAndPasswordOneSignsInElsewhere) {
     static_cast<void>(signUp(browser));
     BrowserDouble other(gateway.port);
     EXPECT_EQ(signIn(other, " ADA@example.org", "open sesame").location, "/account.html");
 }
 
-TEST_F(SignInPagesTest, AWrongPasswordAndAnAddressOfNobodyAreAnsweredAlike) {
+TEST_P(SignInPagesTest, AWrongPasswordAndAnAddressOfNobodyAreAnsweredAlike) {
     static_cast<void>(signUp(browser));
     BrowserDouble other(gateway.port);
     const auto answerTo = [&](const std::string& email) {
@@ -63,7 +65,7 @@ TEST_F(SignInPagesTest, AWrongPasswordAndAnAddressOfNobodyAreAnsweredAlike) {
     EXPECT_EQ(answerTo("ada@example.org"), answerTo("eve@example.org"));
 }
 
-TEST_F(SignInPagesTest, AProblemIsTiedToItsField) {
+TEST_P(SignInPagesTest, AProblemIsTiedToItsField) {
     const ShownPage page = signIn(browser, "ada@example.org", "wrong password");
     EXPECT_THAT(page.html, HasSubstr("aria-invalid=\"true\""));
     EXPECT_THAT(page.html, HasSubstr("aria-describedby=\"password-wrong\""));
@@ -72,7 +74,7 @@ TEST_F(SignInPagesTest, AProblemIsTiedToItsField) {
     EXPECT_THAT(page.html, Not(HasSubstr("wrong password")));
 }
 
-TEST_F(SignInPagesTest, AShortPasswordAndATakenAddressAreRefused) {
+TEST_P(SignInPagesTest, AShortPasswordAndATakenAddressAreRefused) {
     const ShownPage page = browser.get("/signin.html?mode=sign-up");
     const ShownPage isShort =
         browser.submit(page, "/signin.html", {{"email", "a@b.c"}, {"password", "7 chars"}});
@@ -85,7 +87,7 @@ TEST_F(SignInPagesTest, AShortPasswordAndATakenAddressAreRefused) {
     EXPECT_EQ(other.cookies.count("vorq_session"), 0U);
 }
 
-TEST_F(SignInPagesTest, ForTheProgramItLeadsToItsListenerWithACodeThatSignsIn) {
+TEST_P(SignInPagesTest, ForTheProgramItLeadsToItsListenerWithACodeThatSignsIn) {
     const ListeningPort listener;
     gateway.site.clientPort = listener.port();
     const ShownPage page = browser.get(kForProgram);
@@ -103,7 +105,7 @@ TEST_F(SignInPagesTest, ForTheProgramItLeadsToItsListenerWithACodeThatSignsIn) {
     EXPECT_EQ(gateway.post("/auth/mac-handoff/exchange", body).status, 400) << "a second time";
 }
 
-TEST_F(SignInPagesTest, WithoutAListenerOfTheSameUserThePageShowsTheLink) {
+TEST_P(SignInPagesTest, WithoutAListenerOfTheSameUserThePageShowsTheLink) {
     {
         const ListeningPort closed;
         gateway.site.clientPort = closed.port();
@@ -117,7 +119,7 @@ TEST_F(SignInPagesTest, WithoutAListenerOfTheSameUserThePageShowsTheLink) {
     EXPECT_EQ(gateway.post("/auth/mac-handoff/exchange", body).status, 200);
 }
 
-TEST_F(SignInPagesTest, ABrowserOfAnotherComputerGoesByItselfAndHasTheLink) {
+TEST_P(SignInPagesTest, ABrowserOfAnotherComputerGoesByItselfAndHasTheLink) {
     static_cast<void>(signUp(browser));
     browser.additional = {{"X-Forwarded-For", "203.0.113.9"}};
     const ShownPage page = browser.get("/auth/mac-handoff.html?client=macos");
@@ -125,7 +127,7 @@ TEST_F(SignInPagesTest, ABrowserOfAnotherComputerGoesByItselfAndHasTheLink) {
     EXPECT_THAT(page.html, HasSubstr("href=\"vorq://auth/callback?handoff="));
 }
 
-TEST_F(SignInPagesTest, CancelLeadsBackWithTheError) {
+TEST_P(SignInPagesTest, CancelLeadsBackWithTheError) {
     const ListeningPort listener;
     gateway.site.clientPort = listener.port();
     EXPECT_THAT(browser.get(kForProgram).html, HasSubstr("Cancel"));
@@ -134,14 +136,14 @@ TEST_F(SignInPagesTest, CancelLeadsBackWithTheError) {
                   "/callback?error=access_denied&error_description=Sign-in+was+cancelled.");
 }
 
-TEST_F(SignInPagesTest, ThisComputersUserContinuesWithoutAPassword) {
+TEST_P(SignInPagesTest, ThisComputersUserContinuesWithoutAPassword) {
     const ShownPage page = browser.get("/signin.html");
     ASSERT_THAT(page.html, HasSubstr("Continue on this computer"));
     EXPECT_EQ(browser.submit(page, "/auth/this-computer", {}).location, "/account.html");
     EXPECT_THAT(browser.get("/account.html").html, HasSubstr("ada@localhost"));
 }
 
-TEST_F(SignInPagesTest, NobodyElseContinuesWithoutAPassword) {
+TEST_P(SignInPagesTest, NobodyElseContinuesWithoutAPassword) {
     for (const httplib::Headers& headers :
          {httplib::Headers{{"X-Forwarded-For", "203.0.113.9"}},
           httplib::Headers{{"X-Real-IP", "127.0.0.1"}}, httplib::Headers{{"Via", "1.1 proxy"}},
@@ -154,7 +156,7 @@ TEST_F(SignInPagesTest, NobodyElseContinuesWithoutAPassword) {
     }
 }
 
-TEST_F(SignInPagesTest, OthersSignUpOnlyWhereThatIsOpen) {
+TEST_P(SignInPagesTest, OthersSignUpOnlyWhereThatIsOpen) {
     browser.additional = {{"X-Forwarded-For", "203.0.113.9"}};
     const ShownPage refused = signUp(browser);
     EXPECT_EQ(refused.status, 403);
@@ -163,7 +165,7 @@ TEST_F(SignInPagesTest, OthersSignUpOnlyWhereThatIsOpen) {
     EXPECT_EQ(signUp(browser).status, 303);
 }
 
-TEST_F(SignInPagesTest, ItLeadsToKnownPagesOnly) {
+TEST_P(SignInPagesTest, ItLeadsToKnownPagesOnly) {
     for (const char* next : {"https://evil.example/", "//evil.example", "/\\evil.example",
                              "/account.html/../../evil", "javascript:alert(1)", "/ai/prompt"}) {
         BrowserDouble fresh(gateway.port);
@@ -174,14 +176,14 @@ TEST_F(SignInPagesTest, ItLeadsToKnownPagesOnly) {
     }
 }
 
-TEST_F(SignInPagesTest, ASignedInBrowserIsAskedFirst) {
+TEST_P(SignInPagesTest, ASignedInBrowserIsAskedFirst) {
     static_cast<void>(signUp(browser));
     const ShownPage page = browser.get(kForProgram);
     EXPECT_EQ(page.status, 200);
     EXPECT_THAT(page.html, HasSubstr("Continue as ada@example.org"));
 }
 
-TEST_F(SignInPagesTest, AnotherSiteThatLeadsTheBrowserToTheHandoffGetsNoCode) {
+TEST_P(SignInPagesTest, AnotherSiteThatLeadsTheBrowserToTheHandoffGetsNoCode) {
     static_cast<void>(signUp(browser));
     for (const char* site : {"cross-site", "same-site"}) {
         browser.additional = {{"Sec-Fetch-Site", site}};
@@ -192,7 +194,7 @@ TEST_F(SignInPagesTest, AnotherSiteThatLeadsTheBrowserToTheHandoffGetsNoCode) {
     }
 }
 
-TEST_F(SignInPagesTest, WithoutASignInTheHandoffAsksForOne) {
+TEST_P(SignInPagesTest, WithoutASignInTheHandoffAsksForOne) {
     const std::string answer =
         rawExchange(gateway.port, "GET /auth/mac-handoff.html?client=macos HTTP/1.1\r\n"
                                   "Host: localhost\r\n\r\n");
@@ -201,7 +203,7 @@ TEST_F(SignInPagesTest, WithoutASignInTheHandoffAsksForOne) {
                                   "%2Fauth%2Fmac-handoff.html\r\n"));
 }
 
-TEST_F(SignInPagesTest, CookiesAreOutOfReachOfScriptsAndOtherSites) {
+TEST_P(SignInPagesTest, CookiesAreOutOfReachOfScriptsAndOtherSites) {
     const ShownPage page = browser.get("/signin.html");
     const ShownPage answer = browser.submit(page, "/auth/this-computer", {});
     for (const ShownPage& shown : {page, answer}) {
@@ -212,7 +214,7 @@ TEST_F(SignInPagesTest, CookiesAreOutOfReachOfScriptsAndOtherSites) {
     }
 }
 
-TEST_F(SignInPagesTest, PagesAllowNoScriptNoFrameAndNothingOfOthers) {
+TEST_P(SignInPagesTest, PagesAllowNoScriptNoFrameAndNothingOfOthers) {
     for (const char* path : {"/signin.html", "/forgot.html", "/admin.html", "/nowhere"}) {
         const ShownPage page = browser.get(path);
         const auto header = [&](const char* name) {
@@ -232,7 +234,7 @@ TEST_F(SignInPagesTest, PagesAllowNoScriptNoFrameAndNothingOfOthers) {
     }
 }
 
-TEST_F(SignInPagesTest, ANewSignInEndsTheFormerOneOfTheBrowser) {
+TEST_P(SignInPagesTest, ANewSignInEndsTheFormerOneOfTheBrowser) {
     static_cast<void>(signUp(browser));
     const std::string former = browser.cookies["vorq_session"];
     EXPECT_EQ(signIn(browser, "ada@example.org", "open sesame").status, 303);
@@ -242,7 +244,7 @@ TEST_F(SignInPagesTest, ANewSignInEndsTheFormerOneOfTheBrowser) {
     EXPECT_EQ(thief.get("/account.html").status, 303);
 }
 
-TEST_F(SignInPagesTest, ABrowsersSignInExpiresAfterADay) {
+TEST_P(SignInPagesTest, ABrowsersSignInExpiresAfterADay) {
     static_cast<void>(signUp(browser));
     gateway.clock.advanceSeconds(24L * 3600 - 1);
     EXPECT_EQ(browser.get("/account.html").status, 200);
@@ -250,7 +252,7 @@ TEST_F(SignInPagesTest, ABrowsersSignInExpiresAfterADay) {
     EXPECT_EQ(browser.get("/account.html").status, 303);
 }
 
-TEST_F(SignInPagesTest, TheSecretOfABrowserIsNoTokenOfTheProgram) {
+TEST_P(SignInPagesTest, TheSecretOfABrowserIsNoTokenOfTheProgram) {
     static_cast<void>(signUp(browser));
     gateway.token = browser.cookies["vorq_session"];
     EXPECT_EQ(gateway.post("/ai/prompt", {{"prompt", "hello"}}).status, 401);

@@ -1,4 +1,4 @@
-#include "storage/StateFile.h"
+#include "storage/sqlite/StateFile.h"
 
 #include "storage/Schema.h"
 #include "support/Filled.h"
@@ -44,8 +44,8 @@ void checkWhole(Database& database) {
     }
 }
 
-Database openChecked(const fs::path& file) {
-    Database database(file);
+SqliteDatabase openChecked(const fs::path& file) {
+    SqliteDatabase database(file);
     makePrivate(file);
     checkWhole(database);
     migrate(database);
@@ -72,7 +72,7 @@ fs::path stateFile(const fs::path& folder) {
     return folder / "gateway.sqlite3";
 }
 
-Database openState(const fs::path& folder, const Notice& notice) {
+SqliteDatabase openState(const fs::path& folder, const Notice& notice) {
     ensureFolder(folder, notice);
     const fs::path file = stateFile(folder);
     try {

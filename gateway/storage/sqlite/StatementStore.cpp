@@ -1,4 +1,4 @@
-#include "storage/StatementStore.h"
+#include "storage/sqlite/StatementStore.h"
 
 #include <sqlite3.h>
 
