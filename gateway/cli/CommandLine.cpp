@@ -20,6 +20,7 @@ Verb verbOf(const std::string& name) {
 void apply(CommandLine& line, const GivenOption& option) {
     if (option.name == "--data") line.dataFolder = option.value;
     if (option.name == "--database") line.database = option.value;
+    if (option.name == "--public-url") line.publicUrl = option.value;
     if (option.name == "--email") line.email = option.value;
     if (option.name == "--host") line.host = option.value;
     if (option.name == "--config") line.configFile = option.value;

@@ -22,6 +22,8 @@ struct CommandLine {
     std::string email;
     /// Address of a database in place of the state file; empty for what the settings say.
     std::string database;
+    /// The same of the gateway behind a proxy.
+    std::string publicUrl;
 };
 
 /// Reads the arguments behind the program's name; else a sentence about what is wrong with them.

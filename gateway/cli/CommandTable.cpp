@@ -17,6 +17,9 @@ constexpr OptionRow kDatabaseOption{
     .name = "--database",
     .value = "URL",
     .help = "where accounts are kept instead, for several gateways (postgresql://...)"};
+constexpr OptionRow kPublicOption{.name = "--public-url",
+                                  .value = "URL",
+                                  .help = "where a proxy makes the gateway reached (https://...)"};
 constexpr OptionRow kHostOption{
     .name = "--host", .value = "HOST", .help = "address to listen on (127.0.0.1)"};
 constexpr OptionRow kPortOption{.name = "--port",
@@ -36,16 +39,18 @@ constexpr OptionRow kEmailOption{
     .name = "--email", .value = "EMAIL", .help = "address of the account (this computer's own)"};
 
 constexpr std::array kServeOptions = {
-    kHostOption, kPortOption, kDataOption, kDatabaseOption, kConfigOption, kDelayOption,
+    kHostOption,     kPortOption,   kPublicOption, kDataOption,
+    kDatabaseOption, kConfigOption, kDelayOption,
 };
 constexpr std::array kHandoffOptions = {kDataOption, kDatabaseOption, kConfigOption};
 constexpr std::array kResetOptions = {
-    kEmailOption, kHostOption, kPortOption, kDataOption, kDatabaseOption, kConfigOption,
+    kEmailOption, kHostOption,     kPortOption,   kPublicOption,
+    kDataOption,  kDatabaseOption, kConfigOption,
 };
 
 constexpr std::array kAllOptions = {
-    kHostOption,     kPortOption,   kEmailOption, kDataOption,
-    kDatabaseOption, kConfigOption, kDelayOption,
+    kHostOption, kPortOption,     kPublicOption, kEmailOption,
+    kDataOption, kDatabaseOption, kConfigOption, kDelayOption,
 };
 
 constexpr std::array kCommands = {

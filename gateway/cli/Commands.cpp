@@ -13,6 +13,7 @@
 #include "storage/sqlite/StateFile.h"
 #include "support/Filled.h"
 #include "support/ProcessLimits.h"
+#include "support/PublicUrl.h"
 #include "support/Secrets.h"
 #include "web/Site.h"
 
@@ -59,6 +60,12 @@ std::unique_ptr<SharedDatabase> openDatabase(const CommandLine& line, const Sett
 
 std::filesystem::path settingsFileOf(const CommandLine& line) {
     return line.configFile.value_or(defaultSettingsFile(processEnvironment));
+}
+
+std::optional<PublicUrl> publicUrlOf(const CommandLine& line, const Settings& settings) {
+    const std::string& address = line.publicUrl.empty() ? settings.publicUrl : line.publicUrl;
+    if (address.empty()) return std::nullopt;
+    return PublicUrl(address);
 }
 
 std::string loginName() {
@@ -130,10 +137,11 @@ int runServe(const CommandLine& line) {
     for (const std::string& notice : settings.notices)
         say(stderr, "vorq-gateway: " + notice);
     const SystemClock clock;
+    const std::optional<PublicUrl> publicUrl = publicUrlOf(line, settings);
     AccountService accounts(openDatabase(line, settings), clock,
                             {.wrongPasswordsPerMinute = settings.wrongPasswordsPerMinute});
     EngineSwitch engine(makeEngine(settings.provider, line));
-    RequestRouter router(accounts, RequestGuard(line.host, settings.trustedProxies));
+    RequestRouter router(accounts, RequestGuard(line.host, settings.trustedProxies, publicUrl));
     addAuthRoutes(router, accounts);
     addAiRoutes(router, engine);
     WebAccounts web(accounts, clock);
@@ -153,8 +161,9 @@ int runServe(const CommandLine& line) {
                     }};
     addPages(router, site);
     GatewayServer server(router, mostConnections());
-    address = siteAddress(line.host, server.bind(line.host, line.port));
-    say(stdout, "vorq-gateway listening on " + address);
+    const std::string here = siteAddress(line.host, server.bind(line.host, line.port));
+    address = publicUrl ? publicUrl->origin() : here;
+    say(stdout, "vorq-gateway listening on " + here);
     serveUntilSignal(server, signals);
     return 0;
 }
@@ -170,10 +179,12 @@ int runHandoff(const CommandLine& line) {
 int runResetLink(const CommandLine& line) {
     const SystemClock clock;
     const Settings settings = readSettings(settingsFileOf(line), processEnvironment);
+    const std::optional<PublicUrl> publicUrl = publicUrlOf(line, settings);
     AccountService accounts(openDatabase(line, settings), clock);
     PasswordReset resets(accounts, clock);
     const PasswordReset::Code code = resets.createFor(line.email, loginName());
-    say(stdout, resetAddress(siteAddress(line.host, line.port), code));
+    const std::string site = publicUrl ? publicUrl->origin() : siteAddress(line.host, line.port);
+    say(stdout, resetAddress(site, code));
     return 0;
 }
 

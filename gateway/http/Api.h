@@ -67,6 +67,8 @@ struct PageCall {
     std::string sender;
     /// Whether that is this very computer.
     bool isFromHere = false;
+    /// Whether the browser sent it by TLS.
+    bool isSecure = false;
 };
 
 /// A checked request on its way to the handler of its path.

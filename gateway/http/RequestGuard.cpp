@@ -34,8 +34,9 @@ std::string plainAddress(std::string_view text) {
 
 } // namespace
 
-RequestGuard::RequestGuard(std::string listenHost, std::vector<std::string> trustedProxies)
-    : m_listenHost(std::move(listenHost)) {
+RequestGuard::RequestGuard(std::string listenHost, std::vector<std::string> trustedProxies,
+                           std::optional<PublicUrl> publicUrl)
+    : m_listenHost(std::move(listenHost)), m_publicUrl(std::move(publicUrl)) {
     for (const std::string& proxy : trustedProxies)
         m_trustedProxies.push_back(plainAddress(proxy));
 }
@@ -59,15 +60,28 @@ std::string RequestGuard::senderAddress(const HttpRequest& request) const {
 bool RequestGuard::isOwnName(const std::string& authority) const {
     const std::string name = hostName(authority);
     if (isLoopbackName(name)) return true;
-    if (m_listenHost == "0.0.0.0" || m_listenHost == "::") return !name.empty();
+    const bool takesAll = m_listenHost == "0.0.0.0" || m_listenHost == "::";
+    if (takesAll && !m_publicUrl) return !name.empty();
     return name == lowered(m_listenHost) || name == "[" + lowered(m_listenHost) + "]";
 }
 
+bool RequestGuard::isPublic(const HttpRequest& request) const {
+    return m_publicUrl && request.host && m_publicUrl->isHost(*request.host);
+}
+
+bool RequestGuard::isSecure(const HttpRequest& request) const {
+    return m_publicUrl && isPublic(request) && m_publicUrl->isSecure();
+}
+
 void RequestGuard::checkSender(const HttpRequest& request) const {
-    if (!request.host || !isOwnName(*request.host)) {
+    const bool atProxy = isPublic(request);
+    if (!request.host || (!atProxy && !isOwnName(*request.host))) {
         throw ApiError(403, "This address does not belong to the Vorq gateway.");
     }
-    if (request.origin && lowered(*request.origin) != "http://" + lowered(*request.host)) {
+    if (!request.origin) return;
+    const std::string own =
+        m_publicUrl && atProxy ? m_publicUrl->origin() : "http://" + lowered(*request.host);
+    if (lowered(*request.origin) != own) {
         throw ApiError(403, "Other websites may not use the Vorq gateway.");
     }
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "http/Api.h"
+#include "support/PublicUrl.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,8 +15,10 @@ namespace vorq::gateway {
 class RequestGuard {
   public:
     /// `listenHost` is the address the server was told to listen on, `trustedProxies` the addresses
-    /// whose word on where a request came from is taken.
-    explicit RequestGuard(std::string listenHost, std::vector<std::string> trustedProxies = {});
+    /// whose word on where a request came from is taken, `publicUrl` where a proxy makes it
+    /// reached.
+    explicit RequestGuard(std::string listenHost, std::vector<std::string> trustedProxies = {},
+                          std::optional<PublicUrl> publicUrl = std::nullopt);
 
     /// Throws ApiError 403 for a foreign Host or Origin.
     void checkSender(const HttpRequest& request) const;
@@ -30,12 +34,17 @@ class RequestGuard {
     /// last one that no trusted proxy has.
     [[nodiscard]] std::string senderAddress(const HttpRequest& request) const;
 
+    /// Whether the browser sent the request by TLS, which ended at the proxy.
+    [[nodiscard]] bool isSecure(const HttpRequest& request) const;
+
   private:
+    [[nodiscard]] bool isPublic(const HttpRequest& request) const;
     [[nodiscard]] bool isOwnName(const std::string& authority) const;
     [[nodiscard]] bool isTrustedProxy(const std::string& address) const;
 
     std::string m_listenHost;
     std::vector<std::string> m_trustedProxies;
+    std::optional<PublicUrl> m_publicUrl;
 };
 
 } // namespace vorq::gateway

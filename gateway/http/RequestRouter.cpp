@@ -95,7 +95,8 @@ ApiReply RequestRouter::answerPage(const Route& route, const HttpRequest& reques
                        .query = parseFields(request.query),
                        .form = parseFields(request.method == "POST" ? body : std::string()),
                        .sender = m_guard.senderAddress(request),
-                       .isFromHere = RequestGuard::isFromHere(request)});
+                       .isFromHere = RequestGuard::isFromHere(request),
+                       .isSecure = m_guard.isSecure(request)});
 }
 
 ApiReply RequestRouter::answer(const Route& route, const HttpRequest& request,

@@ -16,8 +16,8 @@ namespace {
 
 using Names = std::span<const std::string_view>;
 
-constexpr std::array<std::string_view, 5> kNames = {
-    "database", "openSignUp", "provider", "trustedProxies", "wrongPasswordsPerMinute"};
+constexpr std::array<std::string_view, 6> kNames = {
+    "database", "openSignUp", "provider", "publicUrl", "trustedProxies", "wrongPasswordsPerMinute"};
 constexpr std::array<std::string_view, 9> kProviderNames = {"caFile",
                                                             "connectTimeoutSeconds",
                                                             "idleTimeoutSeconds",

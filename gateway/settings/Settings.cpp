@@ -126,6 +126,7 @@ Settings readSettings(const fs::path& file, const Environment& environment) {
     settings.openSignUp = valueOr(document, "openSignUp", settings.openSignUp);
     settings.trustedProxies = valueOr(document, "trustedProxies", settings.trustedProxies);
     settings.database = valueOr(document, "database", settings.database);
+    settings.publicUrl = valueOr(document, "publicUrl", settings.publicUrl);
     if (const auto value = environment("VORQ_DATABASE"); value && !trimmed(*value).empty())
         settings.database = trimmed(*value);
     settings.wrongPasswordsPerMinute =

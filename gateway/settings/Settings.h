@@ -27,6 +27,8 @@ struct Settings {
     std::vector<std::string> trustedProxies;
     /// Address of a PostgreSQL database, in place of the state file; empty for none.
     std::string database;
+    /// Where the gateway is reached through a proxy; empty where it is reached directly.
+    std::string publicUrl;
     /// What the user ought to change, as sentences.
     std::vector<std::string> notices;
 };

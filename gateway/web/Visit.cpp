@@ -33,9 +33,16 @@ std::string cookieIn(std::string_view header, std::string_view name) {
     return {};
 }
 
+/// By TLS a name that browsers take from this very host alone: not from another one of its domain,
+/// nor without TLS.
+std::string nameOf(std::string_view cookie, bool isSecure) {
+    return std::string(isSecure ? "__Host-" : "") + std::string(cookie);
+}
+
 /// Empty, it is forgotten.
-std::string cookie(std::string_view name, const std::string& value) {
-    std::string text = std::string(name) + "=" + value + "; Path=/; HttpOnly; SameSite=Strict";
+std::string cookie(std::string_view name, const std::string& value, bool isSecure) {
+    std::string text = nameOf(name, isSecure) + "=" + value + "; Path=/; HttpOnly; SameSite=Strict";
+    if (isSecure) text += "; Secure";
     if (value.empty()) text += "; Max-Age=0";
     return text;
 }
@@ -44,8 +51,9 @@ std::string cookie(std::string_view name, const std::string& value) {
 
 Visit::Visit(WebAccounts& web, const PageCall& call)
     : m_call(call),
-      m_identity(web.identify(cookieIn(call.request.cookie, kSessionCookie))),
-      m_formSecret(cookieIn(call.request.cookie, kFormCookie)) {
+      m_identity(
+          web.identify(cookieIn(call.request.cookie, nameOf(kSessionCookie, call.isSecure)))),
+      m_formSecret(cookieIn(call.request.cookie, nameOf(kFormCookie, call.isSecure))) {
     if (m_identity) m_identity->address = call.sender;
     if (!m_formSecret.empty()) return;
     m_formSecret = randomSecret();
@@ -96,7 +104,7 @@ bool Visit::isOwnersBrowser() const {
 }
 
 ApiReply Visit::withFormCookie(HttpAnswer answer) const {
-    if (m_isFresh) answer.cookies.push_back(cookie(kFormCookie, m_formSecret));
+    if (m_isFresh) answer.cookies.push_back(cookie(kFormCookie, m_formSecret, m_call.isSecure));
     return {.answer = std::move(answer)};
 }
 
@@ -115,7 +123,7 @@ ApiReply Visit::signedInto(const std::string& location, const std::string& secre
     return {.answer = HttpAnswer{.status = 303,
                                  .contentType = kPageType,
                                  .location = location,
-                                 .cookies = {cookie(kSessionCookie, secret)}}};
+                                 .cookies = {cookie(kSessionCookie, secret, m_call.isSecure)}}};
 }
 
 ApiReply redirection(const std::string& location) {

@@ -6,7 +6,7 @@
 namespace vorq::gateway::testing {
 
 TestGateway::TestGateway(std::unique_ptr<Engine> given, int wrongPasswordsPerMinute,
-                         std::shared_ptr<TestState> givenState)
+                         std::shared_ptr<TestState> givenState, std::optional<PublicUrl> publicUrl)
     : state(givenState ? std::move(givenState) : std::make_shared<TestState>(StateKind::File)),
       folder(state->folder),
       accounts(state->open(), clock, {.wrongPasswordsPerMinute = wrongPasswordsPerMinute}),
@@ -26,7 +26,7 @@ TestGateway::TestGateway(std::unique_ptr<Engine> given, int wrongPasswordsPerMin
            .provider = provider,
            .loginName = "ada",
            .tellReset = [this](const PasswordReset::Code& code) { toldResets.push_back(code); }},
-      router(accounts, RequestGuard("127.0.0.1", {"127.0.0.1"})),
+      router(accounts, RequestGuard("127.0.0.1", {"127.0.0.1"}, std::move(publicUrl))),
       server(router) {
     addAuthRoutes(router, accounts);
     addAiRoutes(router, *engine);

@@ -16,6 +16,7 @@
 #include <nlohmann/json.hpp>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -34,7 +35,8 @@ class TestGateway {
   public:
     /// Without an engine it has the embedded one, and without a state a file of its own.
     explicit TestGateway(std::unique_ptr<Engine> engine = nullptr, int wrongPasswordsPerMinute = 10,
-                         std::shared_ptr<TestState> state = nullptr);
+                         std::shared_ptr<TestState> state = nullptr,
+                         std::optional<PublicUrl> publicUrl = std::nullopt);
     ~TestGateway();
     TestGateway(const TestGateway&) = delete;
     TestGateway& operator=(const TestGateway&) = delete;

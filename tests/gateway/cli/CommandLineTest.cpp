@@ -28,11 +28,19 @@ TEST(CommandLineTest, ServeTakesItsOptionsInBothForms) {
     EXPECT_EQ(line->streamDelay, std::chrono::milliseconds(7));
 }
 
-TEST(CommandLineTest, ATeamsGatewayHasADatabase) {
-    for (const char* verb : {"serve", "handoff", "reset-link"}) {
-        EXPECT_EQ(parseCommandLine({verb, "--database", "postgresql://a"})->database,
-                  "postgresql://a");
+TEST(CommandLineTest, ATeamsGatewayHasADatabaseAndAPublicAddress) {
+    const std::vector<std::string> options = {"--database", "postgresql://db/vorq", "--public-url",
+                                              "https://vorq.example.org"};
+    for (const char* verb : {"serve", "reset-link"}) {
+        std::vector<std::string> arguments = {verb};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const auto line = parseCommandLine(arguments);
+        ASSERT_TRUE(line.has_value());
+        EXPECT_EQ(line->database, "postgresql://db/vorq");
+        EXPECT_EQ(line->publicUrl, "https://vorq.example.org");
     }
+    EXPECT_EQ(parseCommandLine({"handoff", "--database", "postgresql://a"})->database,
+              "postgresql://a");
 }
 
 TEST(CommandLineTest, OtherVerbs) {

@@ -43,6 +43,48 @@ TEST(RequestGuardTest, AServerForEveryAddressTakesEveryName) {
     EXPECT_FALSE(allows("0.0.0.0", ""));
 }
 
+bool allowsBehindProxy(const std::string& host, const std::string& origin) {
+    HttpRequest request;
+    request.host = host;
+    if (!origin.empty()) request.origin = origin;
+    const RequestGuard guard("0.0.0.0", {}, PublicUrl("https://vorq.example.org"));
+    try {
+        guard.checkSender(request);
+        return true;
+    } catch (const ApiError& error) {
+        EXPECT_EQ(error.status, 403);
+        return false;
+    }
+}
+
+TEST(RequestGuardTest, BehindAProxyItHasThePublicNameAndItsOrigin) {
+    EXPECT_TRUE(allowsBehindProxy("vorq.example.org", ""));
+    EXPECT_TRUE(allowsBehindProxy("Vorq.Example.org:443", "https://vorq.example.org"));
+    EXPECT_FALSE(allowsBehindProxy("vorq.example.org", "http://vorq.example.org"));
+    EXPECT_FALSE(allowsBehindProxy("vorq.example.org", "https://evil.example"));
+    EXPECT_FALSE(allowsBehindProxy("vorq.example.org", "null"));
+    EXPECT_FALSE(allowsBehindProxy("vorq.example.org:8443", ""));
+}
+
+TEST(RequestGuardTest, BehindAProxyOtherNamesAreForeignThoughItListensToAll) {
+    EXPECT_FALSE(allowsBehindProxy("evil.example", ""));
+    EXPECT_FALSE(allowsBehindProxy("example.org", ""));
+    EXPECT_TRUE(allowsBehindProxy("127.0.0.1:8787", "http://127.0.0.1:8787")) << "from here";
+}
+
+TEST(RequestGuardTest, OnlyThePublicNameIsReachedByTls) {
+    const RequestGuard guard("127.0.0.1", {}, PublicUrl("https://vorq.example.org"));
+    HttpRequest request;
+    request.host = "vorq.example.org";
+    EXPECT_TRUE(guard.isSecure(request));
+    request.host = "127.0.0.1:8787";
+    EXPECT_FALSE(guard.isSecure(request));
+    request.host = "vorq.example.org";
+    EXPECT_FALSE(
+        RequestGuard("127.0.0.1", {}, PublicUrl("http://vorq.example.org")).isSecure(request));
+    EXPECT_FALSE(RequestGuard("127.0.0.1").isSecure(request));
+}
+
 std::string senderOf(const std::string& peer, const std::string& forwardedFor) {
     HttpRequest request;
     request.remoteAddress = peer;

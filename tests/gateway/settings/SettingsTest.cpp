@@ -103,9 +103,11 @@ TEST_F(SettingsTest, TrustedProxiesAreAList) {
               std::string::npos);
 }
 
-TEST_F(SettingsTest, ATeamHasADatabase) {
-    const std::string team = R"({"database": "postgresql://db/vorq"})";
+TEST_F(SettingsTest, ATeamHasADatabaseAndAPublicAddress) {
+    const std::string team =
+        R"({"database": "postgresql://db/vorq", "publicUrl": "https://vorq.example.org"})";
     EXPECT_EQ(read(team).database, "postgresql://db/vorq");
+    EXPECT_EQ(read(team).publicUrl, "https://vorq.example.org");
     EXPECT_TRUE(read("{}").database.empty());
     EXPECT_NE(failureOf(R"({"database": 1})").find("database"), std::string::npos);
     variables = {{"VORQ_DATABASE", " postgresql://other/vorq "}};
