@@ -1,6 +1,7 @@
 #include "doubles/gateway/TestGateway.h"
 
 #include "provider/ProviderEngine.h"
+#include <csignal>
 #include <sstream>
 
 namespace vorq::gateway::testing {
@@ -28,6 +29,8 @@ TestGateway::TestGateway(std::unique_ptr<Engine> given, int wrongPasswordsPerMin
            .tellReset = [this](const PasswordReset::Code& code) { toldResets.push_back(code); }},
       router(accounts, RequestGuard("127.0.0.1", {"127.0.0.1"}, std::move(publicUrl))),
       server(router) {
+    // As in the program: a server that refuses a body may close while it is still being sent.
+    std::signal(SIGPIPE, SIG_IGN);
     addAuthRoutes(router, accounts);
     addAiRoutes(router, *engine);
     addPages(router, site);
