@@ -34,7 +34,7 @@ std::string plainAddress(std::string_view text) {
 
 } // namespace
 
-RequestGuard::RequestGuard(std::string listenHost, std::vector<std::string> trustedProxies,
+RequestGuard::RequestGuard(std::string listenHost, const std::vector<std::string>& trustedProxies,
                            std::optional<PublicUrl> publicUrl)
     : m_listenHost(std::move(listenHost)), m_publicUrl(std::move(publicUrl)) {
     for (const std::string& proxy : trustedProxies)

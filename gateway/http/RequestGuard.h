@@ -17,7 +17,8 @@ class RequestGuard {
     /// `listenHost` is the address the server was told to listen on, `trustedProxies` the addresses
     /// whose word on where a request came from is taken, `publicUrl` where a proxy makes it
     /// reached.
-    explicit RequestGuard(std::string listenHost, std::vector<std::string> trustedProxies = {},
+    explicit RequestGuard(std::string listenHost,
+                          const std::vector<std::string>& trustedProxies = {},
                           std::optional<PublicUrl> publicUrl = std::nullopt);
 
     /// Throws ApiError 403 for a foreign Host or Origin.

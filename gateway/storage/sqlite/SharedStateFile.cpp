@@ -29,7 +29,8 @@ SharedStateFile::SharedStateFile(SqliteDatabase database, Reopen reopen)
 SharedDatabase::Writing SharedStateFile::write() {
     std::optional<Writing> turn;
     m_toWrite.attempt([&] { turn.emplace(beginWriting()); });
-    return *std::move(turn);
+    // It has one, or `attempt` has thrown.
+    return *std::move(turn); // NOLINT(bugprone-unchecked-optional-access)
 }
 
 std::optional<SharedDatabase::Writing> SharedStateFile::tryWrite() {
