@@ -206,7 +206,7 @@ class Trimmer {
             m_isRaised = false;
         } else {
             m_result += text;
-            if (trimmed(text).size() > 0) m_lastWord.clear();
+            if (!trimmed(text).empty()) m_lastWord.clear();
         }
     }
 
