@@ -99,6 +99,13 @@ ApiReply reply(std::unique_ptr<ReplyStream> stream, bool whole) {
     return {.body = {}, .stream = std::make_unique<EventStream>(std::move(stream))};
 }
 
+// For whoever looks whether the gateway works, so it tells nothing of anybody.
+ApiReply status(const Engine& engine) {
+    const nlohmann::json body{{"service", "vorq-gateway"},
+                              {"replies", engine.computes() ? "embedded" : "provider"}};
+    return {.answer = HttpAnswer{.body = body.dump()}};
+}
+
 } // namespace
 
 void addAiRoutes(RequestRouter& router, Engine& engine) {
@@ -108,6 +115,8 @@ void addAiRoutes(RequestRouter& router, Engine& engine) {
                           .startsReply = true,
                           .computes = [&engine] { return engine.computes(); }});
     };
+    router.addPage("GET", "/status",
+                   {.page = [&engine](const PageCall&) { return status(engine); }});
     add("/ai/prompt", [&engine](const ApiCall& call) {
         const PromptRequest request = promptRequest(call);
         return reply(engine.prompt(request), request.whole);

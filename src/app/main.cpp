@@ -6,6 +6,7 @@
 #include "app/cli/Terminal.h"
 #include "app/cli/UnixSignals.h"
 #include "app/desktop/DesktopCommand.h"
+#include "app/desktop/DoctorCommand.h"
 #include "app/desktop/LocalBackend.h"
 #include "app/desktop/PreviewCommand.h"
 #include "app/linux/LinuxHostSystem.h"
@@ -139,6 +140,10 @@ class CommandRunner {
         if (const auto status = listPreviewsOfRunningInstance()) return *status;
         const QCoreApplication application(m_argc, m_argv);
         return listStoredPreviews(*m_system.makePlatform());
+    }
+
+    int operator()(const Doctor& command) const {
+        return runDoctorCommand(m_argc, m_argv, command, m_system);
     }
 
     int operator()(const DesktopArguments& arguments) const {

@@ -1,5 +1,6 @@
 #include "areas/Permissions.h"
 
+#include "platform/trust/PrivacySettings.h"
 #include "support/RawNames.h"
 
 #include <tuple>
@@ -42,14 +43,33 @@ void Permissions::setShowAccessibilityWalkthrough(bool show) {
     emit changed();
 }
 
-void Permissions::adviseToGrantAgain() {
+void Permissions::requestTextCapturePermission() {
+    if (m_privacySettings) m_privacySettings->openPrivacyPane(u"Privacy_Accessibility"_s);
+    refreshPermissions();
+    if (m_textCapture == PermissionState::Granted)
+        setPermissionMessage({});
+    else
+        tellWhatToLookFor();
+}
+
+void Permissions::denyAccessibilityWalkthrough() {
+    m_isWalkthroughDenied = true;
+    setShowAccessibilityWalkthrough(false);
+}
+
+void Permissions::tellWhatToLookFor() {
     const QString name = m_probe ? m_probe->privacyListName() : u"Vorq"_s;
     const QString path = m_probe ? m_probe->processPath() : QString();
     setPermissionMessage(tr("If %1 already looks enabled in System Settings, select it, click − to "
                             "remove, then Enable again here. Quit Vorq (⌘Q) and reopen so the new "
                             "grant applies to: %2")
                              .arg(name, path));
+}
+
+void Permissions::adviseToGrantAgain() {
+    tellWhatToLookFor();
     emit advised();
+    if (!m_isWalkthroughDenied) setShowAccessibilityWalkthrough(true);
 }
 
 } // namespace vorq

@@ -7,6 +7,8 @@
 
 namespace vorq {
 
+class PrivacySettings;
+
 /// "granted", "denied" or "pending".
 [[nodiscard]] QString rawString(PermissionState state);
 
@@ -33,11 +35,24 @@ class Permissions final : public QObject {
     /// Without a probe everything stays pending. The probe must outlive this object.
     void setProbe(const PermissionProbe* probe) { m_probe = probe; }
 
-    void refreshPermissions();
+    /// Where reading others is allowed; nothing can be requested without. The same holds for it.
+    void setPrivacySettings(PrivacySettings* settings) { m_privacySettings = settings; }
+
+    Q_INVOKABLE void refreshPermissions();
+
+    /// Opens the settings where the user lets Vorq read others, and says what to look for there,
+    /// unless it may already.
+    Q_INVOKABLE void requestTextCapturePermission();
+
+    /// Shows the walkthrough, as the user asks for it.
+    Q_INVOKABLE void openAccessibilityWalkthrough() { setShowAccessibilityWalkthrough(true); }
+    /// Takes it away. It does not come by itself again before the next launch.
+    Q_INVOKABLE void denyAccessibilityWalkthrough();
     void setPermissionMessage(const QString& message);
     void setShowAccessibilityWalkthrough(bool show);
 
-    /// Tells the user how to grant text capture anew after it was found not to work.
+    /// Tells the user how to grant text capture anew after it was found not to work, and shows the
+    /// walkthrough unless it was denied.
     void adviseToGrantAgain();
 
   signals:
@@ -46,11 +61,15 @@ class Permissions final : public QObject {
     void advised();
 
   private:
+    void tellWhatToLookFor();
+
     const PermissionProbe* m_probe = nullptr;
+    PrivacySettings* m_privacySettings = nullptr;
     PermissionState m_textCapture = PermissionState::Pending;
     PermissionState m_screen = PermissionState::Pending;
     PermissionState m_microphone = PermissionState::Pending;
     bool m_showWalkthrough = false;
+    bool m_isWalkthroughDenied = false;
     QString m_message;
 };
 

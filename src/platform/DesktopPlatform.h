@@ -28,8 +28,11 @@ class Pasteboard;
 class PermissionProbe;
 class PressMonitor;
 class PrimarySelection;
+class PrivacySettings;
 class ScreenCapture;
 class Screens;
+class SessionFacts;
+class TestWindow;
 class UrlOpener;
 class Workspace;
 
@@ -76,6 +79,16 @@ class DesktopPlatform {
     virtual Pasteboard& pasteboard() = 0;
     virtual KeyPoster& keyPoster() = 0;
     virtual const PermissionProbe& permissions() = 0;
+
+    /// One more, for a thread beside the one that reads what the user highlights. Without places.
+    [[nodiscard]] virtual std::unique_ptr<Accessibility> makeAccessibility() = 0;
+
+    virtual PrivacySettings& privacySettings() = 0;
+    virtual SessionFacts& sessionFacts() = 0;
+    virtual TestWindow& testWindow() = 0;
+
+    /// What is highlighted, as a clipboard that can be lent and given back.
+    virtual Pasteboard& highlightContents() = 0;
 
     /// Whether there is a graphics processor that this user may draw with.
     [[nodiscard]] virtual bool hasGraphicsProcessor() const = 0;

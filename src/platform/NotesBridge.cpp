@@ -20,6 +20,10 @@ QCoro::Task<NotesBridge::Appended> NoNotesBridge::appendToNote(QString, QString,
     co_return std::unexpected(QString());
 }
 
+QCoro::Task<NotesBridge::Reached> NoNotesBridge::reach(std::stop_token) {
+    co_return std::unexpected(QString());
+}
+
 namespace notesbridge {
 
 QString inOneLine(QStringView text) {

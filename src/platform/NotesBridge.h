@@ -30,6 +30,8 @@ class NotesBridge {
     using Error = QString;
     using Created = std::expected<QString, Error>;
     using Appended = std::expected<void, Error>;
+    /// The name of the application for people, in English.
+    using Reached = std::expected<QString, Error>;
 
     NotesBridge() = default;
     NotesBridge(const NotesBridge&) = delete;
@@ -52,6 +54,9 @@ class NotesBridge {
     /// Adds the trimmed text below an empty line; a blank one is an error.
     [[nodiscard]] virtual QCoro::Task<Appended> appendToNote(QString id, QString body,
                                                              std::stop_token stop) = 0;
+
+    /// Whether notes can be kept. It makes and changes none, and starts no application.
+    [[nodiscard]] virtual QCoro::Task<Reached> reach(std::stop_token stop) = 0;
 };
 
 /// No notes application: nothing can be read or made, and there is nothing more to say of it.
@@ -62,6 +67,7 @@ class NoNotesBridge : public NotesBridge {
     [[nodiscard]] QCoro::Task<std::optional<QString>> noteBody(QString, std::stop_token) override;
     [[nodiscard]] QCoro::Task<Created> createNote(QString, QString, std::stop_token) override;
     [[nodiscard]] QCoro::Task<Appended> appendToNote(QString, QString, std::stop_token) override;
+    [[nodiscard]] QCoro::Task<Reached> reach(std::stop_token) override;
 };
 
 /// What the forms of the bridge have in common.

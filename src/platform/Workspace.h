@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace vorq {
 
@@ -49,6 +50,9 @@ class Workspace : public QObject {
     /// Nothing for a process that has no window or is gone.
     [[nodiscard]] virtual std::optional<RunningApplication>
     application(ProcessId process) const = 0;
+
+    /// The processes that have windows, as far as they are known, each once.
+    [[nodiscard]] virtual std::vector<ProcessId> processesWithWindows() const { return {}; }
 
     /// The process that owns a window; nothing if the window is gone.
     [[nodiscard]] virtual std::optional<ProcessId> processOf(WindowId window) const = 0;

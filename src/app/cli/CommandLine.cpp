@@ -62,6 +62,15 @@ Command parseAlone(const QStringList& arguments, const Command& command) {
     return command;
 }
 
+Command parseDoctor(const QStringList& arguments) {
+    const ParsedOptions parsed = optionsBehind(arguments);
+    if (!parsed.words.isEmpty()) return UsageError{u"doctor takes no words."_s};
+    if (parsed.wantsHelp) return programHelp();
+    if (!parsed.unknown.isEmpty())
+        return UsageError{u"doctor has no option %1."_s.arg(parsed.unknown)};
+    return Doctor{.asJson = parsed.has("--json")};
+}
+
 const CommandPage& previewPage() {
     return commandPages().back();
 }
@@ -144,6 +153,7 @@ Command parseCommandLine(const QStringList& arguments) {
     if (name == u"enable-accessibility") return parseAlone(arguments, EnableAccessibility{});
     if (name == u"enable-backend" || name == u"disable-backend")
         return parseAlone(arguments, SwitchBackend{name == u"enable-backend"});
+    if (name == u"doctor") return parseDoctor(arguments);
     if (name == u"preview") return parsePreview(arguments);
     return parseDesktop(arguments);
 }

@@ -45,6 +45,12 @@ struct ListPreviews {
     bool operator==(const ListPreviews&) const = default;
 };
 
+/// Tests Vorq on this desktop.
+struct Doctor {
+    bool asJson = false;
+    bool operator==(const Doctor&) const = default;
+};
+
 /// What the desktop program is asked to do.
 enum class Verb { Launch, Summon, Note, PushNote, Clear, Toggle, SaveChat, Quit };
 
@@ -74,7 +80,7 @@ struct UsageError {
 
 using Command =
     std::variant<AskArguments, OpenArguments, LibraryCommand, EnableAccessibility, SwitchBackend,
-                 SwitchPreview, ListPreviews, DesktopArguments, ShowText, UsageError>;
+                 SwitchPreview, ListPreviews, Doctor, DesktopArguments, ShowText, UsageError>;
 
 /// The sentence of the help on a preview.
 [[nodiscard]] QString sentenceOn(Preview preview);

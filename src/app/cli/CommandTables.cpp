@@ -49,6 +49,12 @@ constexpr std::array askOptions = {
               .missing = "needs the id of a model."},
 };
 
+constexpr std::array doctorOptions = {
+    OptionRow{.name = "--json",
+              .value = "",
+              .help = "writes a report for bug reports instead, without private text"},
+};
+
 constexpr std::array terminalRows = {
     CommandRow{.names = "ask",
                .operands = "PROMPT",
@@ -75,6 +81,12 @@ constexpr std::array terminalRows = {
         .help =
             "Has vorq-gateway, the backend on this computer, start at login and now, or no\n"
             "longer at login, as \"Start Local Backend at Login\" in the menu of the tray does."},
+    CommandRow{.names = "doctor",
+               .help =
+                   "Tries out on a small window what works on this desktop: capture, hot keys,\n"
+                   "tray, notes, backend. It says what does not, why, and what to do.",
+               .options = doctorOptions,
+               .helpListsOptions = true},
     CommandRow{.names = "preview",
                .operands = "[NAME on|off]",
                .help =

@@ -34,6 +34,10 @@ class DesktopCapture final : public SelectionCapture {
     [[nodiscard]] const CaptureGate& gate() const { return m_gate; }
     [[nodiscard]] CaptureLog& captureLog() { return m_log; }
 
+    // For whoever else borrows the clipboard.
+    [[nodiscard]] CopyShortcut& copyShortcut() { return m_copyShortcut; }
+    [[nodiscard]] TurnQueue& clipboardTurns() { return m_clipboardTurns; }
+
   private:
     TurnQueue m_clipboardTurns;
     CopyFallback m_copyShortcut;

@@ -102,6 +102,9 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
     m_state.signIn().setBrowserSignIn(&m_signIn);
     tellOutcomes(service.links());
     service.previewSwitches().serve(m_state.previews());
+    service.selfTests().serve(
+        *this, [this]() -> SelfTest& { return selfTest(); },
+        [this] { return m_selfTest->secrets(); });
     connectNotes();
     connect(&m_statusItem, &StatusItem::menuWillOpen, this,
             [this] { m_statusItem.setSessionLimits(sessionLimits(m_platform)); });
@@ -154,6 +157,7 @@ int DesktopProgram::run(const DesktopArguments& arguments, const VerbSource& sou
     m_delegate.applicationDidFinishLaunching({.background = arguments.background || hasErrand,
                                               .launchedAtLogin = arguments.launchedAtLogin});
     m_state.permissions().setProbe(&m_platform.permissions());
+    m_state.permissions().setPrivacySettings(&m_platform.privacySettings());
     m_delegate.bindAppState(m_state);
     m_platform.accessibility().whenTrustChanges(&m_delegate,
                                                 [this] { m_delegate.refreshPermissions(); });
@@ -164,6 +168,7 @@ int DesktopProgram::run(const DesktopArguments& arguments, const VerbSource& sou
     m_platform.registerUrlScheme();
     const int status = QCoreApplication::exec();
     m_delegate.applicationWillTerminate();
+    if (m_selfTest) m_selfTest->end();
     m_signIn.cancelPending();
     m_state.finishLibrary();
     settleSession(m_state.account().tokens(), m_platform.clock(), settleLimit);
@@ -190,6 +195,18 @@ void DesktopProgram::connectNotes() {
     connect(&m_notes, &NoteDraftFlow::libraryMessageChanged, this, [this](const QString& message) {
         if (m_state.isLibraryLoaded()) m_state.library().setLibraryMessage(message);
     });
+}
+
+// It listens to what is highlighted anywhere, which nobody needs who does not test.
+SelfTest& DesktopProgram::selfTest() {
+    if (!m_selfTest)
+        m_selfTest = std::make_unique<DesktopSelfTest>(
+            DesktopSelfTest::Parts{.platform = m_platform,
+                                   .capture = m_capture,
+                                   .state = m_state,
+                                   .hotKeys = m_delegate.hotKeys(),
+                                   .tray = traySupport});
+    return m_selfTest->test();
 }
 
 void DesktopProgram::openPreviews(const QList<Preview>& previews) {

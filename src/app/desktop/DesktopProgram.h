@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/desktop/DesktopCapture.h"
+#include "app/desktop/DesktopSelfTest.h"
 #include "app/desktop/SettingsDamage.h"
 #include "app/instance/ApplicationService.h"
 #include "app/instance/CommandRepeats.h"
@@ -52,6 +53,7 @@ class DesktopProgram final : public QObject {
     [[nodiscard]] AppDelegate::Ports delegatePorts();
     void tellOutcomes(LinkOutcomes& links);
     void connectNotes();
+    [[nodiscard]] SelfTest& selfTest();
     void openPreviews(const QList<Preview>& previews);
     void applyDesktopLook();
 
@@ -70,6 +72,7 @@ class DesktopProgram final : public QObject {
     TrayStatusItem m_statusItem;
     std::unique_ptr<Host> m_host;
     AppDelegate m_delegate;
+    std::unique_ptr<DesktopSelfTest> m_selfTest;
     BackendAtLoginChoice m_backend;
     FrontmostWatchService m_watch;
     std::unique_ptr<WatchSwitch> m_watchSwitch;

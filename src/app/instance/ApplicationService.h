@@ -3,6 +3,7 @@
 #include "app/cli/CommandLine.h"
 #include "app/instance/LinkOutcomes.h"
 #include "app/instance/PreviewSwitches.h"
+#include "app/instance/SelfTestService.h"
 #include "platform/Clock.h"
 
 #include <QDBusConnection>
@@ -50,6 +51,9 @@ class ApplicationService final : public QObject, protected QDBusContext {
     /// By which other starts of the program switch previews.
     [[nodiscard]] PreviewSwitches& previewSwitches() { return m_previewSwitches; }
 
+    /// By which they have this one test itself.
+    [[nodiscard]] SelfTestService& selfTests() { return m_selfTests; }
+
     /// Makes this process the one that runs. False if another is, or there is no bus. Calls are
     /// answered from the event loop on.
     [[nodiscard]] bool claim();
@@ -70,6 +74,7 @@ class ApplicationService final : public QObject, protected QDBusContext {
     QDBusConnection m_bus;
     LinkOutcomes m_links{m_bus, this};
     PreviewSwitches m_previewSwitches{m_bus, this};
+    SelfTestService m_selfTests{m_bus, this};
     bool m_isOwner = false;
 };
 

@@ -82,6 +82,18 @@ RunningInstance::Outcome RunningInstance::switchPreview(const SwitchPreview& com
     return std::unexpected(sentenceOf(reply));
 }
 
+RunningInstance::Outcome RunningInstance::beginSelfTest() {
+    const QDBusMessage reply = ask(SelfTestService::interface, u"Begin"_s, {}, limit);
+    if (reply.type() == QDBusMessage::ReplyMessage) return {};
+    return std::unexpected(sentenceOf(reply));
+}
+
+std::expected<std::optional<ReportedCheck>, QString> RunningInstance::nextSelfCheck(int number) {
+    const QDBusMessage reply = ask(SelfTestService::interface, u"Next"_s, {number}, checkLimit);
+    if (reply.type() != QDBusMessage::ReplyMessage) return std::unexpected(sentenceOf(reply));
+    return decodeReportedCheck(reply.arguments().value(0).toByteArray());
+}
+
 RunningInstance::Outcome RunningInstance::call(const QString& method,
                                                const QVariantList& arguments) {
     const QDBusMessage reply = ask(ApplicationService::interface, method, arguments, limit);

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "app/instance/ApplicationService.h"
+#include "shell/selftest/SelfTestReport.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 
 #include <chrono>
 #include <expected>
+#include <optional>
 
 namespace vorq {
 
@@ -38,6 +40,13 @@ class RunningInstance {
     /// The previews that are open there, if only in this run.
     [[nodiscard]] std::expected<QList<Preview>, QString> openPreviews();
     [[nodiscard]] Outcome switchPreview(const SwitchPreview& command);
+
+    /// Has it test itself, until this connection ends.
+    [[nodiscard]] Outcome beginSelfTest();
+    /// Waits for the check of that number, counted from 0; nothing at the end of the test.
+    [[nodiscard]] std::expected<std::optional<ReportedCheck>, QString> nextSelfCheck(int number);
+    /// No check takes longer.
+    static constexpr std::chrono::milliseconds checkLimit{90'000};
 
   private:
     [[nodiscard]] Outcome call(const QString& method, const QVariantList& arguments);

@@ -181,4 +181,9 @@ std::expected<void, BlockingNotes::Error> AppleNotesExport::appendToNote(const Q
     return {};
 }
 
+// A script would ask the user for the permission.
+BlockingNotes::Reached AppleNotesExport::reach() {
+    return u"Notes"_s;
+}
+
 } // namespace vorq

@@ -59,6 +59,7 @@ class AppleNotesExport : public BlockingNotes {
                                                            const QString& body) override;
     [[nodiscard]] std::expected<void, Error> appendToNote(const QString& id,
                                                           const QString& body) override;
+    [[nodiscard]] Reached reach() override;
 
   private:
     ScriptRunner m_run;

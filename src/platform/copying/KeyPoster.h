@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/GlobalHotKeys.h"
 #include "platform/PortSupport.h"
 #include "platform/ProcessId.h"
 
@@ -47,6 +48,9 @@ class KeyPoster {
     /// whether it did. Modifiers that the user holds are lifted for the chord and put back.
     virtual bool post(KeyChord chord, ProcessId target) = 0;
 
+    /// The same with a hot key, to find out whether it reaches its program.
+    virtual bool press(const HotKeyChord& chord, ProcessId target) = 0;
+
     /// Whether the user has pressed a key or a mouse button, in whatever program, since the last
     /// post. True where it cannot be known.
     [[nodiscard]] virtual bool wasUsedSincePost() = 0;
@@ -61,6 +65,7 @@ class NoKeyPoster final : public KeyPoster {
     [[nodiscard]] PortSupport supported() const override { return std::unexpected(m_reason); }
     [[nodiscard]] std::uint32_t heldModifiers() const override { return 0; }
     bool post(KeyChord, ProcessId) override { return false; }
+    bool press(const HotKeyChord&, ProcessId) override { return false; }
     [[nodiscard]] bool wasUsedSincePost() override { return true; }
 
   private:

@@ -1,6 +1,8 @@
 #include "platform/linux/LinuxDesktopPlatform.h"
 
 #include "platform/linux/LinuxPermissionProbe.h"
+#include "platform/linux/LinuxPrivacySettings.h"
+#include "platform/linux/LinuxSessionFacts.h"
 #include "platform/linux/atspi/AtSpiAccessibility.h"
 #include "platform/linux/atspi/AtSpiBus.h"
 #include "platform/linux/desktop/DesktopEntries.h"
@@ -28,12 +30,14 @@
 #include "platform/linux/x11/copying/X11Pasteboard.h"
 #include "platform/linux/x11/pixels/X11ScreenCapture.h"
 #include "platform/portable/PolledFrameStream.h"
+#include "platform/portable/ProcessTestWindow.h"
 #include "platform/portable/SettingsFile.h"
 #include "platform/portable/ThreadedNotesBridge.h"
 #include "support/async/OnPool.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QFile>
 
 using namespace Qt::StringLiterals;
 
@@ -67,6 +71,14 @@ std::vector<PixelScreen> pixelScreens(const Screens& screens) {
     return all;
 }
 
+// Beside the program, or where installed helpers are.
+QString testWindowProgram() {
+    const QString folder = QCoreApplication::applicationDirPath();
+    const QString beside = folder + u'/' + ProcessTestWindow::programName;
+    if (QFile::exists(beside)) return beside;
+    return folder + u"/../libexec/"_s + ProcessTestWindow::programName;
+}
+
 } // namespace
 
 // Each stands below those that it uses.
@@ -95,6 +107,10 @@ struct LinuxDesktopPlatform::Parts {
     std::unique_ptr<ScreenCapture> screenCapture;
     std::unique_ptr<FrameStream> frameStream;
     std::unique_ptr<PermissionProbe> permissions;
+    std::unique_ptr<PrivacySettings> privacySettings;
+    std::unique_ptr<SessionFacts> sessionFacts;
+    std::unique_ptr<TestWindow> testWindow;
+    std::unique_ptr<Pasteboard> highlightContents;
 
     const std::shared_ptr<AtSpiBus>& bus() {
         if (!accessibilityBus)
@@ -267,6 +283,40 @@ FrameStream& LinuxDesktopPlatform::frameStream() {
 const PermissionProbe& LinuxDesktopPlatform::permissions() {
     return madeOnce(m_parts->permissions,
                     [this] { return std::make_unique<LinuxPermissionProbe>(accessibility()); });
+}
+
+std::unique_ptr<Accessibility> LinuxDesktopPlatform::makeAccessibility() {
+    return std::make_unique<AtSpiAccessibility>(m_parts->bus());
+}
+
+PrivacySettings& LinuxDesktopPlatform::privacySettings() {
+    return madeOnce(m_parts->privacySettings, [this]() -> std::unique_ptr<PrivacySettings> {
+        if (m_session == SessionKind::None) return std::make_unique<NoPrivacySettings>();
+        return std::make_unique<LinuxPrivacySettings>(m_parts->bus(), workspace());
+    });
+}
+
+SessionFacts& LinuxDesktopPlatform::sessionFacts() {
+    return madeOnce(m_parts->sessionFacts, [this]() -> std::unique_ptr<SessionFacts> {
+        if (m_session == SessionKind::None) return std::make_unique<NoSessionFacts>();
+        return std::make_unique<LinuxSessionFacts>(m_session, QDBusConnection::sessionBus());
+    });
+}
+
+TestWindow& LinuxDesktopPlatform::testWindow() {
+    return madeOnce(m_parts->testWindow, [this]() -> std::unique_ptr<TestWindow> {
+        if (m_session == SessionKind::None) return std::make_unique<NoTestWindow>();
+        return std::make_unique<ProcessTestWindow>(testWindowProgram());
+    });
+}
+
+Pasteboard& LinuxDesktopPlatform::highlightContents() {
+    return madeOnce(m_parts->highlightContents, [this]() -> std::unique_ptr<Pasteboard> {
+        if (m_session == SessionKind::X11)
+            return std::make_unique<X11Pasteboard>(X11Pasteboard::primary);
+        return std::make_unique<NoPasteboard>(
+            u"What is highlighted could not be given back in this session."_s);
+    });
 }
 
 bool LinuxDesktopPlatform::hasGraphicsProcessor() const {

@@ -37,6 +37,11 @@ class LinuxDesktopPlatform final : public DesktopPlatform {
     Pasteboard& pasteboard() override;
     KeyPoster& keyPoster() override;
     const PermissionProbe& permissions() override;
+    [[nodiscard]] std::unique_ptr<Accessibility> makeAccessibility() override;
+    PrivacySettings& privacySettings() override;
+    SessionFacts& sessionFacts() override;
+    TestWindow& testWindow() override;
+    Pasteboard& highlightContents() override;
     [[nodiscard]] bool hasGraphicsProcessor() const override;
     void registerUrlScheme() override;
 

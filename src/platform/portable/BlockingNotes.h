@@ -12,6 +12,7 @@ class BlockingNotes {
     using Error = NotesBridge::Error;
     using Created = NotesBridge::Created;
     using Appended = NotesBridge::Appended;
+    using Reached = NotesBridge::Reached;
 
     BlockingNotes() = default;
     BlockingNotes(const BlockingNotes&) = delete;
@@ -22,6 +23,7 @@ class BlockingNotes {
     [[nodiscard]] virtual std::optional<QString> noteBody(const QString& id) = 0;
     [[nodiscard]] virtual Created createNote(const QString& title, const QString& body) = 0;
     [[nodiscard]] virtual Appended appendToNote(const QString& id, const QString& body) = 0;
+    [[nodiscard]] virtual Reached reach() = 0;
 };
 
 } // namespace vorq

@@ -222,4 +222,14 @@ std::expected<void, BlockingNotes::Error> MarkdownFolderBridge::appendToNote(con
     return {};
 }
 
+// The first note makes the folder, and those above it.
+BlockingNotes::Reached MarkdownFolderBridge::reach() {
+    QFileInfo nearest(m_folder);
+    while (nearest.isAbsolute() && !nearest.exists() && !nearest.isRoot())
+        nearest = QFileInfo(nearest.path());
+    if (nearest.isAbsolute() && nearest.isDir() && nearest.isWritable())
+        return u"a folder of Markdown files"_s;
+    return std::unexpected(u"The folder for notes cannot be written."_s);
+}
+
 } // namespace vorq

@@ -21,6 +21,7 @@ class MarkdownFolderBridge : public BlockingNotes {
                                                            const QString& body) override;
     [[nodiscard]] std::expected<void, Error> appendToNote(const QString& id,
                                                           const QString& body) override;
+    [[nodiscard]] Reached reach() override;
 
     /// A name for the file of a note, without an ending and at most 200 bytes long.
     [[nodiscard]] static QString fileNameFor(QStringView title);

@@ -45,4 +45,12 @@ QCoro::Task<NotesBridge::Appended> ThreadedNotesBridge::appendToNote(QString id,
     return m_thread.run(append, std::move(stop));
 }
 
+QCoro::Task<NotesBridge::Reached> ThreadedNotesBridge::reach(std::stop_token stop) {
+    const auto ask = [notes = m_notes](const std::stop_token& stopped) -> Reached {
+        if (stopped.stop_requested()) return std::unexpected(Error());
+        return notes->reach();
+    };
+    return m_thread.run(ask, std::move(stop));
+}
+
 } // namespace vorq

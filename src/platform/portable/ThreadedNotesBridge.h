@@ -24,6 +24,7 @@ class ThreadedNotesBridge final : public NotesBridge {
                                                   std::stop_token stop) override;
     [[nodiscard]] QCoro::Task<Appended> appendToNote(QString id, QString body,
                                                      std::stop_token stop) override;
+    [[nodiscard]] QCoro::Task<Reached> reach(std::stop_token stop) override;
 
   private:
     std::shared_ptr<BlockingNotes> m_notes;

@@ -31,6 +31,13 @@ class ScriptedKeyPoster final : public KeyPoster {
         if (onPost) onPost(chord, target);
         return true;
     }
+    /// What comes of a hot key.
+    std::function<void(const HotKeyChord&)> onPress;
+    bool press(const HotKeyChord& chord, ProcessId target) override {
+        if (hasKeyboard && !hasKeyboard(target)) return false;
+        if (onPress) onPress(chord);
+        return true;
+    }
     [[nodiscard]] bool wasUsedSincePost() override { return wasUsed; }
 
   private:

@@ -46,6 +46,11 @@ class ScriptedNotesBridge final : public NotesBridge {
         note->second += QStringLiteral("\n\n") + body;
         return answer(Appended());
     }
+    QCoro::Task<Reached> reach(std::stop_token stop) override {
+        Reached reached = QStringLiteral("Scripted Notes");
+        if (refusal || stop.stop_requested()) reached = std::unexpected(refusal.value_or(Error()));
+        return answer(std::move(reached));
+    }
 
   private:
     std::pair<QString, QString>* find(const QString& id) {

@@ -59,4 +59,11 @@ PortSupport ScriptedWorkspace::hide(ProcessId process) {
     return {};
 }
 
+std::vector<ProcessId> ScriptedWorkspace::processesWithWindows() const {
+    std::vector<ProcessId> processes;
+    for (const auto& [process, application] : m_applications)
+        processes.push_back(process);
+    return processes;
+}
+
 } // namespace vorq

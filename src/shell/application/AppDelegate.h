@@ -98,6 +98,7 @@ class AppDelegate final : public QObject {
     void refreshPermissions();
 
     [[nodiscard]] ShellNotifications& notifications() { return m_notifications; }
+    [[nodiscard]] HotKeyHandler& hotKeys() { return m_hotKeyHandler; }
     [[nodiscard]] PanelHolds& holds() { return m_holds; }
     [[nodiscard]] const FrontmostTracker& frontmost() const { return m_frontmost; }
 

@@ -85,6 +85,13 @@ std::set<HotKeyAction> HotKeyHandler::registered() const {
     return actions;
 }
 
+std::set<HotKeyAction> HotKeyHandler::offered() const {
+    std::set<HotKeyAction> actions;
+    for (const HotKeyEntry& entry : hotKeyTable)
+        if (isOffered(entry)) actions.insert(entry.action);
+    return actions;
+}
+
 bool HotKeyHandler::isOffered(const HotKeyEntry& entry) const {
     const bool isForNotes =
         entry.action == HotKeyAction::SaveNote || entry.action == HotKeyAction::PushNote;
@@ -120,6 +127,7 @@ QStringList HotKeyHandler::notices() const {
 void HotKeyHandler::takePress(HotKeyId id) {
     const HotKeyEntry* entry = entryOf(id);
     if (entry == nullptr) return;
+    if (m_diversion) return m_diversion(entry->action);
     const HotKeySource source = sourceNow();
     QMetaObject::invokeMethod(
         this, [this, entry, source] { emit activated(entry->action, source); },

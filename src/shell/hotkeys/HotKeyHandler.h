@@ -7,8 +7,10 @@
 #include <QObject>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 #include <set>
+#include <utility>
 
 namespace vorq {
 
@@ -48,6 +50,17 @@ class HotKeyHandler final : public QObject {
     /// Those that reach the program.
     [[nodiscard]] std::set<HotKeyAction> registered() const;
 
+    /// Those that the user is to have, whether they could be registered or not.
+    [[nodiscard]] std::set<HotKeyAction> offered() const;
+
+    /// Whether a program can have hot keys here, as far as was tried.
+    [[nodiscard]] bool canRegister() const { return m_hasHandler; }
+
+    /// While there is one, presses are told to it at once and do nothing else, as in a test of the
+    /// keys.
+    using Diversion = std::function<void(HotKeyAction action)>;
+    void setDiversion(Diversion diversion) { m_diversion = std::move(diversion); }
+
   signals:
     /// On a later turn of the event loop than the press. The source is that of the press.
     void activated(vorq::HotKeyAction action, vorq::HotKeySource source);
@@ -68,6 +81,7 @@ class HotKeyHandler final : public QObject {
     bool m_hasHandler = true;
     bool m_offersNotes = true;
     std::set<HotKeyAction> m_missing;
+    Diversion m_diversion;
     std::optional<Clock::TimerId> m_retry;
 };
 

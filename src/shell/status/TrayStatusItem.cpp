@@ -31,6 +31,11 @@ QWidget* embeddedWindow() {
 
 } // namespace
 
+PortSupport traySupport() {
+    if (QSystemTrayIcon::isSystemTrayAvailable()) return {};
+    return std::unexpected(u"This desktop has no tray."_s);
+}
+
 TrayStatusItem::TrayStatusItem(Clock& clock, QObject* parent)
     : StatusItem(parent),
       m_chime(clock, m_menu),

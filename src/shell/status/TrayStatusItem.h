@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/PortSupport.h"
 #include "shell/look/StatusGlyphs.h"
 #include "shell/status/StatusBounce.h"
 #include "shell/status/StatusFlash.h"
@@ -10,6 +11,9 @@
 #include <QSystemTrayIcon>
 
 namespace vorq {
+
+/// Whether this desktop has a tray, and why not. Needs a QApplication.
+[[nodiscard]] PortSupport traySupport();
 
 /// The status item in the system's tray. Where there is no tray it waits for one; its menu opens
 /// all the same. Needs a QApplication.

@@ -77,6 +77,14 @@ TEST(CommandLine, TheLocalBackendIsSwitchedFromTheTerminal) {
     EXPECT_TRUE(std::holds_alternative<UsageError>(parseCommandLine({"enable-backend", "now"})));
 }
 
+TEST(CommandLine, TheDoctorTakesOneOption) {
+    EXPECT_EQ(parseCommandLine({"doctor"}), Command(Doctor{}));
+    EXPECT_EQ(parseCommandLine({"doctor", "--json"}), Command(Doctor{.asJson = true}));
+    EXPECT_TRUE(std::holds_alternative<ShowText>(parseCommandLine({"doctor", "--help"})));
+    EXPECT_TRUE(std::holds_alternative<UsageError>(parseCommandLine({"doctor", "me"})));
+    EXPECT_TRUE(std::holds_alternative<UsageError>(parseCommandLine({"doctor", "--xml"})));
+}
+
 TEST(CommandLine, PreviewsAreListedAndSwitched) {
     EXPECT_EQ(parseCommandLine({"preview"}), Command(ListPreviews{}));
     for (const Preview preview : allPreviews)

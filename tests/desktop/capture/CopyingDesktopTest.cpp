@@ -158,6 +158,9 @@ class HookedKeyPoster final : public KeyPoster {
         if (onPost) onPost();
         return m_keys.post(chord, target);
     }
+    bool press(const HotKeyChord& chord, ProcessId target) override {
+        return m_keys.press(chord, target);
+    }
     [[nodiscard]] bool wasUsedSincePost() override { return m_keys.wasUsedSincePost(); }
 
   private:

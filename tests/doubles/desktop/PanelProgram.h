@@ -23,6 +23,8 @@ class PanelProgram {
     /// backend.
     void start(const QString& backend = {}, const QProcessEnvironment& additional = {});
     void stop();
+    /// Its address.
+    [[nodiscard]] QString backend() const { return m_relay->url(); }
     [[nodiscard]] DesktopProgram& program() { return *m_program; }
 
     /// Puts the applications that must not be captured from into the settings file.

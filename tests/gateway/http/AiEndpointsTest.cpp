@@ -115,6 +115,15 @@ TEST(AiEndpointsTest, AStreamIsAnEventStreamAndNeverCompressed) {
     EXPECT_TRUE(answer.text.starts_with("data: {"));
 }
 
+TEST(AiEndpointsTest, TheStatusTellsStrangersWhereRepliesComeFrom) {
+    TestGateway gateway;
+    const auto answer = gateway.client().Get("/status");
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->status, 200);
+    EXPECT_EQ(json::parse(answer->body),
+              json({{"service", "vorq-gateway"}, {"replies", "embedded"}}));
+}
+
 TEST(AiEndpointsTest, WithoutStreamTheAnalysisComesWholeAndWithoutPauses) {
     TestGateway gateway;
     gateway.signIn();

@@ -204,6 +204,16 @@ TEST_F(MarkdownFolderBridgeTest, HasNoNotesWithoutAFolder) {
     EXPECT_TRUE(nowhere.listNotes(10).empty());
 }
 
+TEST_F(MarkdownFolderBridgeTest, IsReachedWhereItsFolderCouldBeMadeAndMakesNone) {
+    EXPECT_EQ(notes.reach(), u"a folder of Markdown files");
+    EXPECT_FALSE(QFileInfo::exists(folder));
+    put("x.md", "x");
+    EXPECT_TRUE(notes.reach());
+    EXPECT_FALSE(MarkdownFolderBridge(folder + "/x.md").reach());
+    EXPECT_FALSE(MarkdownFolderBridge(folder + "/x.md/below").reach());
+    EXPECT_FALSE(MarkdownFolderBridge(QString()).reach());
+}
+
 TEST_F(MarkdownFolderBridgeTest, SaysWhenItCannotWrite) {
     put("x.md", "x");
     MarkdownFolderBridge blocked(folder + "/x.md");

@@ -45,6 +45,10 @@ class GatedNotes final : public BlockingNotes {
         if (!titles.contains(id)) return std::unexpected(notesbridge::appendFailed);
         return {};
     }
+    Reached reach() override {
+        gate.acquire();
+        return "gated";
+    }
 };
 
 template<typename T>

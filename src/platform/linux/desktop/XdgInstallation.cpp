@@ -22,6 +22,7 @@ const QStringList installedFiles = {
     binaryFile,
     u"/bin/vorq-gateway"_s,
     u"/libexec/vorq-documents"_s,
+    u"/libexec/vorq-test-window"_s,
     u"/lib/systemd/user/vorq.service"_s,
     u"/lib/systemd/user/vorq-gateway.service"_s,
     share + menuEntry,

@@ -216,4 +216,14 @@ std::expected<void, BlockingNotes::Error> GnoteBridge::appendToNote(const QStrin
     return std::unexpected(notesbridge::appendFailed);
 }
 
+// One that does not run would be started by a question.
+BlockingNotes::Reached GnoteBridge::reach() {
+    if (!isAvailable(m_bus)) return std::unexpected(u"Gnote is not installed."_s);
+    const QDBusReply<bool> runs =
+        m_bus.call(busCall(u"NameHasOwner"_s, {service}), QDBus::Block, busPatience);
+    if (runs.isValid() && runs.value() && !Session(m_bus, m_patience).call(u"Version"_s, {}))
+        return std::unexpected(u"Gnote does not answer."_s);
+    return u"Gnote"_s;
+}
+
 } // namespace vorq

@@ -34,6 +34,7 @@ class GnoteBridge : public BlockingNotes {
                                                            const QString& body) override;
     [[nodiscard]] std::expected<void, Error> appendToNote(const QString& id,
                                                           const QString& body) override;
+    [[nodiscard]] Reached reach() override;
 
   private:
     class Session;

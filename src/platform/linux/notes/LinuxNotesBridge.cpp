@@ -55,4 +55,8 @@ std::expected<void, BlockingNotes::Error> LinuxNotesBridge::appendToNote(const Q
     return ownerOf(id).appendToNote(id, body);
 }
 
+BlockingNotes::Reached LinuxNotesBridge::reach() {
+    return chosen().reach();
+}
+
 } // namespace vorq

@@ -31,6 +31,7 @@ class LinuxNotesBridge : public BlockingNotes {
                                                            const QString& body) override;
     [[nodiscard]] std::expected<void, Error> appendToNote(const QString& id,
                                                           const QString& body) override;
+    [[nodiscard]] Reached reach() override;
 
   private:
     [[nodiscard]] BlockingNotes& chosen();

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <memory>
 #include <ranges>
+#include <set>
 
 using namespace Qt::StringLiterals;
 
@@ -100,6 +101,13 @@ std::optional<RunningApplication> X11Workspace::application(ProcessId process) c
     if (entry) application.name = entry->name;
     if (application.name.isEmpty()) application.name = className.isEmpty() ? executable : className;
     return application;
+}
+
+std::vector<ProcessId> X11Workspace::processesWithWindows() const {
+    std::set<ProcessId> processes;
+    for (const Window window : m_requests.numbers(m_requests.root(), m_clientListAtom))
+        if (const auto process = m_requests.processOf(window)) processes.insert(*process);
+    return {processes.begin(), processes.end()};
 }
 
 // The window in front where it is the process's, else its topmost one.

@@ -23,6 +23,7 @@ class X11Workspace final : public Workspace {
     [[nodiscard]] std::optional<ProcessId> frontmostProcess() const override;
     [[nodiscard]] std::optional<WindowId> activeWindow() const override;
     [[nodiscard]] std::optional<RunningApplication> application(ProcessId process) const override;
+    [[nodiscard]] std::vector<ProcessId> processesWithWindows() const override;
     [[nodiscard]] std::optional<ProcessId> processOf(WindowId window) const override;
     [[nodiscard]] std::optional<WindowId> windowOf(ProcessId process) const override;
     [[nodiscard]] QString titleOf(WindowId window) const override;

@@ -37,10 +37,10 @@ bool isSane(const PasteboardForm& form) {
 
 } // namespace
 
-X11ClipboardOwner::X11ClipboardOwner(Told told, Taken taken)
+X11ClipboardOwner::X11ClipboardOwner(const char* selection, Told told, Taken taken)
     : m_told(std::move(told)),
       m_taken(std::move(taken)),
-      m_clipboard(m_x11.atom("CLIPBOARD")),
+      m_clipboard(m_x11.atom(selection)),
       m_manager(m_x11.atom("CLIPBOARD_MANAGER")),
       m_targets(m_x11.atom("TARGETS")),
       m_timestamp(m_x11.atom("TIMESTAMP")),

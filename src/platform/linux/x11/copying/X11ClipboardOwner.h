@@ -12,8 +12,9 @@
 
 namespace vorq {
 
-/// Sees who writes to the CLIPBOARD of an X server, and hands out contents of our own as its owner.
-/// One thread at a time, which calls `handleEvents()` whenever there is something to read.
+/// Sees who writes to a selection of an X server, such as the CLIPBOARD, and hands out contents of
+/// our own as its owner. One thread at a time, which calls `handleEvents()` whenever there is
+/// something to read.
 class X11ClipboardOwner {
   public:
     using Told = std::function<void(const Pasteboard::Change&)>;
@@ -22,7 +23,7 @@ class X11ClipboardOwner {
 
     /// Tells of each write, and of each process that is given something written here, on the thread
     /// of whoever calls it.
-    X11ClipboardOwner(Told told, Taken taken);
+    X11ClipboardOwner(const char* selection, Told told, Taken taken);
 
     [[nodiscard]] bool isUsable() const { return m_window != 0 && m_x11.isUsable(); }
     [[nodiscard]] int descriptor() const;

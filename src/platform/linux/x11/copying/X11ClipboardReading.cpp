@@ -42,8 +42,9 @@ std::vector<X11Connection::Atom> atomsIn(const QByteArray& bytes) {
 
 } // namespace
 
-X11ClipboardReading::X11ClipboardReading(X11Connection& x11, std::stop_token stop)
-    : m_x11(x11), m_clipboard(x11.atom("CLIPBOARD")), m_stop(std::move(stop)) {}
+X11ClipboardReading::X11ClipboardReading(X11Connection& x11, const char* selection,
+                                         std::stop_token stop)
+    : m_x11(x11), m_clipboard(x11.atom(selection)), m_stop(std::move(stop)) {}
 
 X11Connection::Window X11ClipboardReading::owner() const {
     const X11Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(

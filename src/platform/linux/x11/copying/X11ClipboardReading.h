@@ -12,13 +12,13 @@
 
 namespace vorq {
 
-/// Reads the CLIPBOARD of an X server of whoever owns it, as the functions of Pasteboard of the
-/// same names say. They block until it is read, at most until the token is stopped; not on the main
-/// thread, and not on the one that hands out our own contents.
+/// Reads a selection of an X server, such as the CLIPBOARD, of whoever owns it, as the functions of
+/// Pasteboard of the same names say. They block until it is read, at most until the token is
+/// stopped; not on the main thread, and not on the one that hands out our own contents.
 class X11ClipboardReading {
   public:
     /// The connection is used for nothing else meanwhile.
-    X11ClipboardReading(X11Connection& x11, std::stop_token stop);
+    X11ClipboardReading(X11Connection& x11, const char* selection, std::stop_token stop);
 
     using Contents = Pasteboard::Contents;
 

@@ -18,6 +18,7 @@ namespace {
 constexpr X11Keyboard::KeySym leftControl = 0xffe3;
 constexpr X11Keyboard::KeySym leftShift = 0xffe1;
 constexpr X11Keyboard::KeySym insertKey = 0xff63;
+constexpr X11Keyboard::KeySym leftSuper = 0xffeb;
 
 bool offersTestExtension(const X11Connection& x11) {
     if (!x11.isUsable()) return false;
@@ -111,6 +112,22 @@ X11KeyPoster::KeyCodes X11KeyPoster::keysOf(KeyChord chord, const X11Keyboard& k
     return keys;
 }
 
+X11KeyPoster::KeyCodes X11KeyPoster::keysOf(const HotKeyChord& chord, const X11Keyboard& keyboard) {
+    std::vector<std::optional<KeyCode>> wanted;
+    if ((chord.modifiers & HotKeyModifier::command) != 0)
+        wanted.push_back(keyboard.keyTyping(leftSuper));
+    if ((chord.modifiers & HotKeyModifier::shift) != 0)
+        wanted.push_back(keyboard.keyTyping(leftShift));
+    const KeyCodes letters = keyboard.keysOf(chord.letter);
+    wanted.push_back(letters.empty() ? std::nullopt : std::optional(letters.front()));
+    KeyCodes keys;
+    for (const std::optional<KeyCode>& key : wanted) {
+        if (!key) return {};
+        keys.push_back(*key);
+    }
+    return keys;
+}
+
 X11KeyPoster::KeyCodes X11KeyPoster::heldOf(const KeyCodes& keys) const {
     const X11Reply<xcb_query_keymap_reply_t> map(
         xcb_query_keymap_reply(m_x11.get(), xcb_query_keymap(m_x11.get()), nullptr));
@@ -158,7 +175,17 @@ void X11KeyPoster::putBack(const KeyCodes& lifted, const X11Keyboard& keyboard) 
 bool X11KeyPoster::post(KeyChord chord, ProcessId target) {
     if (!supported()) return false;
     const X11Keyboard keyboard(m_x11.get());
-    const KeyCodes keys = keysOf(chord, keyboard);
+    return type(keysOf(chord, keyboard), keyboard, target);
+}
+
+bool X11KeyPoster::press(const HotKeyChord& chord, ProcessId target) {
+    if (!supported()) return false;
+    const X11Keyboard keyboard(m_x11.get());
+    return type(keysOf(chord, keyboard), keyboard, target);
+}
+
+// The last of the keys is the one that the others modify.
+bool X11KeyPoster::type(const KeyCodes& keys, const X11Keyboard& keyboard, ProcessId target) {
     if (keys.empty()) return false;
     {
         // The window that has the keyboard must still have it when the keys come.

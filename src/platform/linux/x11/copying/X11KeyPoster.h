@@ -19,6 +19,7 @@ class X11KeyPoster final : public KeyPoster {
     [[nodiscard]] PortSupport supported() const override;
     [[nodiscard]] std::uint32_t heldModifiers() const override;
     bool post(KeyChord chord, ProcessId target) override;
+    bool press(const HotKeyChord& chord, ProcessId target) override;
     [[nodiscard]] bool wasUsedSincePost() override;
 
   private:
@@ -27,6 +28,8 @@ class X11KeyPoster final : public KeyPoster {
 
     [[nodiscard]] bool hasKeyboard(ProcessId process) const;
     [[nodiscard]] KeyCodes keysOf(KeyChord chord, const X11Keyboard& keyboard) const;
+    [[nodiscard]] static KeyCodes keysOf(const HotKeyChord& chord, const X11Keyboard& keyboard);
+    bool type(const KeyCodes& keys, const X11Keyboard& keyboard, ProcessId target);
     [[nodiscard]] KeyCodes heldOf(const KeyCodes& keys) const;
     void press(KeyCode key) const;
     void release(KeyCode key) const;

@@ -24,9 +24,11 @@ class X11Pasteboard::Serving {
   public:
     using Job = std::function<void(X11ClipboardOwner&)>;
 
-    Serving()
-        : m_owner([this](const Change& change) { note(change); },
-                  [this](ProcessId process) { noteTaker(process); }),
+    explicit Serving(const char* selection)
+        : m_keepsAtEnd(selection == clipboard),
+          m_owner(
+              selection, [this](const Change& change) { note(change); },
+              [this](ProcessId process) { noteTaker(process); }),
           m_awake(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
         if (m_owner.isUsable())
             m_thread = std::jthread([this](const std::stop_token& stop) { run(stop); });
@@ -84,7 +86,7 @@ class X11Pasteboard::Serving {
             if (!stop.stop_requested()) wait(isBusy ? X11PieceTransfers::patience : endless);
         }
         runJobs();
-        if (!m_owner.beginHandover()) return;
+        if (!m_keepsAtEnd || !m_owner.beginHandover()) return;
         const Moment end = std::chrono::steady_clock::now() + handoverLimit;
         constexpr std::chrono::milliseconds turn{20};
         while (!m_owner.isHandedOver() && std::chrono::steady_clock::now() < end) {
@@ -113,6 +115,7 @@ class X11Pasteboard::Serving {
         ::eventfd_read(m_awake, &ignored);
     }
 
+    bool m_keepsAtEnd;
     mutable std::mutex m_mutex;
     Change m_change;
     std::set<ProcessId> m_takers; // of what was written last
@@ -122,7 +125,8 @@ class X11Pasteboard::Serving {
     std::jthread m_thread;
 };
 
-X11Pasteboard::X11Pasteboard() : m_serving(std::make_unique<Serving>()) {}
+X11Pasteboard::X11Pasteboard(const char* selection)
+    : m_selection(selection), m_serving(std::make_unique<Serving>(selection)) {}
 X11Pasteboard::~X11Pasteboard() = default;
 
 PortSupport X11Pasteboard::supported() const {
@@ -140,9 +144,10 @@ bool X11Pasteboard::wasTakenBy(ProcessId process) const {
 
 template<typename Ask>
 auto X11Pasteboard::read(Reader& reader, Ask ask, std::stop_token stop) {
-    auto work = [x11 = reader.x11, ask = std::move(ask)](const std::stop_token& running) {
+    auto work = [x11 = reader.x11, selection = m_selection,
+                 ask = std::move(ask)](const std::stop_token& running) {
         if (!*x11 || !(*x11)->isUsable()) *x11 = std::make_unique<X11Connection>();
-        return ask(X11ClipboardReading(**x11, running));
+        return ask(X11ClipboardReading(**x11, selection, running));
     };
     return reader.thread.run(std::move(work), std::move(stop));
 }

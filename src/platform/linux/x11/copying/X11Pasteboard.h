@@ -10,11 +10,15 @@ namespace vorq {
 
 class X11ClipboardReading;
 
-/// The CLIPBOARD of an X server, on connections of its own. What it writes it hands out on a thread
-/// of its own, however busy the program is, and asks a clipboard manager to keep when it goes.
+/// A selection of an X server, on connections of its own: the CLIPBOARD, or PRIMARY. What it writes
+/// it hands out on a thread of its own, however busy the program is. A clipboard manager is asked
+/// to keep what is on the CLIPBOARD when it goes.
 class X11Pasteboard final : public Pasteboard {
   public:
-    X11Pasteboard();
+    static constexpr const char* clipboard = "CLIPBOARD";
+    static constexpr const char* primary = "PRIMARY";
+
+    explicit X11Pasteboard(const char* selection = clipboard);
     /// Waits for a clipboard manager, at most so long.
     ~X11Pasteboard() override;
     static constexpr std::chrono::milliseconds handoverLimit{1000};
@@ -40,8 +44,9 @@ class X11Pasteboard final : public Pasteboard {
     };
 
     template<typename Ask>
-    static auto read(Reader& reader, Ask ask, std::stop_token stop);
+    auto read(Reader& reader, Ask ask, std::stop_token stop);
 
+    const char* m_selection;
     std::unique_ptr<Serving> m_serving;
     Reader m_whole;
     // What is read form by form may wait for longer, and nothing else with it.

@@ -1,0 +1,76 @@
+#include "app/desktop/DesktopSelfTest.h"
+
+#include "app/desktop/DesktopCapture.h"
+#include "app/desktop/SessionLimits.h"
+#include "core/VorqAppState.h"
+#include "platform/AppPaths.h"
+#include "platform/DesktopPlatform.h"
+#include "platform/trust/TestWindow.h"
+#include "shell/selftest/SelfTestServices.h"
+
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QUrl>
+
+namespace vorq {
+
+DesktopSelfTest::DesktopSelfTest(const Parts& parts)
+    : m_parts(parts),
+      m_accessibility(parts.platform.makeAccessibility()),
+      m_pasteOver({.clock = parts.platform.clock(),
+                   .accessibility = *m_accessibility,
+                   .pasteboard = parts.platform.pasteboard(),
+                   .keys = parts.platform.keyPoster(),
+                   .workspace = parts.platform.workspace(),
+                   .copyShortcut = parts.capture.copyShortcut(),
+                   .log = parts.capture.captureLog(),
+                   .turns = parts.capture.clipboardTurns()}),
+      m_test(
+          makeSelfTest({.clock = parts.platform.clock(),
+                        .session = parts.platform.sessionFacts(),
+                        .limits = [&platform = parts.platform] { return sessionLimits(platform); },
+                        .accessibility = *m_accessibility,
+                        .privacy = parts.platform.privacySettings(),
+                        .tray = parts.tray,
+                        .notes = parts.platform.notes(),
+                        .api = parts.state.api(),
+                        .account = parts.state.account(),
+                        .workspace = parts.platform.workspace(),
+                        .window = parts.platform.testWindow(),
+                        .primary = parts.platform.primarySelection(),
+                        .highlight = parts.platform.highlightContents(),
+                        .clipboard = parts.platform.pasteboard(),
+                        .copyShortcut = parts.capture.copyShortcut(),
+                        .pasteOver = m_pasteOver,
+                        .keys = parts.platform.keyPoster(),
+                        .hotKeys = parts.hotKeys,
+                        .staysAfterwards = parts.staysAfterwards})) {}
+
+DesktopSelfTest::~DesktopSelfTest() = default;
+
+void DesktopSelfTest::end() {
+    if (!m_test->isRunning()) return;
+    QEventLoop loop;
+    QObject::connect(m_test.get(), &SelfTest::finished, &loop, &QEventLoop::quit);
+    m_test->cancel();
+    loop.exec();
+}
+
+PrivateWords DesktopSelfTest::secrets() const {
+    PrivateWords words;
+    const QString home = m_parts.platform.paths().home();
+    words.add(home);
+    words.add(QFileInfo(home).fileName());
+    words.add(qEnvironmentVariable("USER"));
+    words.add(qEnvironmentVariable("LOGNAME"));
+    AccountSession& account = m_parts.state.account();
+    const AccountProfile& profile = account.profile();
+    if (account.signedIn()) words.add(profile.displayName());
+    for (const QString& name : {profile.firstName, profile.lastName, profile.username,
+                                profile.email, account.sessionToken()})
+        words.add(name);
+    words.add(QUrl(m_parts.state.api().baseURL()).host());
+    return words;
+}
+
+} // namespace vorq
