@@ -48,6 +48,7 @@ bool WritingToolsLiveTracker::isAt(const QRectF& frame) const {
     const auto isNear = [this](double one, double other) {
         return std::abs(one - other) <= m_pace.tolerance;
     };
+    if (!m_lastPlacement) return false;
     const QRectF& last = m_lastPlacement->screenFrame;
     return isNear(frame.x(), last.x()) && isNear(frame.y(), last.y()) &&
            isNear(frame.width(), last.width()) && isNear(frame.height(), last.height());
@@ -57,8 +58,7 @@ bool WritingToolsLiveTracker::isAt(const QRectF& frame) const {
 void WritingToolsLiveTracker::consider(const SelectionSight& sight) {
     const QPointer<WritingToolsLiveTracker> self(this);
     const bool isKnownPlace = m_lastPlacement.has_value();
-    const bool isElsewhere =
-        sight.placement && !(isKnownPlace && isAt(sight.placement->screenFrame));
+    const bool isElsewhere = sight.placement && !isAt(sight.placement->screenFrame);
     const bool wasMoving = std::exchange(m_isMoving, isElsewhere && isKnownPlace);
     const bool hasBegunToMove = m_isMoving && !wasMoving;
     const bool isOther =

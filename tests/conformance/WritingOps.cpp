@@ -27,7 +27,7 @@ Kind kindOf(const QJsonObject& interaction) {
 
 QJsonValue sessionContextBlock(const QJsonObject& in) {
     WritingSessionLog log;
-    for (const QJsonValue& value : arrayOf(in, "interactions")) {
+    for (const auto& value : arrayOf(in, "interactions")) {
         const QJsonObject interaction = value.toObject();
         const QTime time = QTime::fromString(stringOf(interaction, "time"), u"HH:mm:ss"_s);
         if (!time.isValid()) throw MalformedInput("\"time\" is no time");
@@ -38,7 +38,7 @@ QJsonValue sessionContextBlock(const QJsonObject& in) {
 
 QStringList textsOf(const QJsonObject& in, const char* key) {
     QStringList texts;
-    for (const QJsonValue& value : arrayOf(in, key)) {
+    for (const auto& value : arrayOf(in, key)) {
         if (!value.isString()) throw MalformedInput(std::string("\"") + key + "\" holds no text");
         texts += value.toString();
     }

@@ -145,7 +145,7 @@ class RandomSessionTest : public WritingFixture {
     [[nodiscard]] std::optional<ScriptedExchange> takeOpen() {
         if (m_open.empty()) return std::nullopt;
         const auto at = m_open.begin() + below(static_cast<unsigned>(m_open.size()));
-        const ScriptedExchange exchange = *at;
+        ScriptedExchange exchange = *at;
         m_open.erase(at);
         return exchange;
     }

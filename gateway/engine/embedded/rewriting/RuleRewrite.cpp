@@ -47,7 +47,7 @@ std::expected<std::string, std::string_view> rewrittenByRule(const RewritePrompt
     if (!rule) return std::unexpected(kNoWriting);
     const std::string text = sanitized(prompt.current.empty() ? selection : prompt.current);
     const std::string_view core = trimmed(text);
-    const std::string rewritten = byRule(*rule, core);
+    std::string rewritten = byRule(*rule, core);
     if (trimmed(rewritten).empty() || rewritten == core) return std::unexpected(kNothingByRule);
     return rewritten;
 }
