@@ -3,6 +3,7 @@
 #include "library/rtf/RtfReader.h"
 #include "platform/documents/DocumentHelper.h"
 #include "platform/documents/DocumentTools.h"
+#include "platform/portable/documents/AvatarEncoding.h"
 #include "platform/portable/documents/PdfReading.h"
 #include "platform/portable/documents/PictureEncoding.h"
 #include "support/text/Graphemes.h"
@@ -45,11 +46,26 @@ int answer(const QByteArray& bytes) {
     return isWritten ? documentHelper::Done : documentHelper::Unreadable;
 }
 
+int statusOf(PictureFault fault) {
+    switch (fault) {
+    case PictureFault::TooManyPixels:
+        return documentHelper::TooLarge;
+    case PictureFault::Animated:
+        return documentHelper::Animated;
+    case PictureFault::Unreadable:
+        break;
+    }
+    return documentHelper::Unreadable;
+}
+
+int answerAvatar(const QByteArray& bytes) {
+    const auto jpeg = avatarJpeg(bytes);
+    return jpeg ? answer(*jpeg) : statusOf(jpeg.error());
+}
+
 int answerPicture(const QByteArray& bytes) {
     const auto picture = decodePicture(bytes);
-    if (!picture)
-        return picture.error() == PictureFault::TooManyPixels ? documentHelper::TooLarge
-                                                              : documentHelper::Unreadable;
+    if (!picture) return statusOf(picture.error());
     const QByteArray jpeg = encodeJpeg(*picture);
     return jpeg.isEmpty() ? documentHelper::Unreadable : answer(jpeg);
 }
@@ -75,6 +91,7 @@ int run(const QStringList& arguments) {
     if (arguments.size() != 2) return documentHelper::Usage;
     const InputBytes input;
     if (arguments[1] == documentHelper::pictureVerb) return answerPicture(input.bytes());
+    if (arguments[1] == documentHelper::avatarVerb) return answerAvatar(input.bytes());
     if (arguments[1] == documentHelper::pdfVerb) return answerPdf(input.bytes());
     if (arguments[1] == documentHelper::rtfVerb) return answerRtf(input.bytes());
     return documentHelper::Usage;

@@ -15,6 +15,8 @@ QString sentenceOf(DocumentFailure failure) {
         return say(QT_TRANSLATE_NOOP("PromptAttachment",
                                      "the document is too large; at most 256 MB can be "
                                      "attached."));
+    case DocumentFailure::Animated:
+        return say(QT_TRANSLATE_NOOP("PromptAttachment", "the picture is animated."));
     case DocumentFailure::TimedOut:
         return say(QT_TRANSLATE_NOOP("PromptAttachment", "reading the file took too long."));
     case DocumentFailure::Stopped:

@@ -20,6 +20,7 @@ enum class DocumentFailure : std::uint8_t {
     Unreadable, ///< damaged, of another kind, or what reads it crashed, as for want of memory
     Protected,  ///< by a password
     TooLarge,   ///< a picture of too many pixels, or a file beyond its limit
+    Animated,   ///< a picture that moves, where one is wanted that stands still
     TimedOut,
     Stopped,
     NoTool, ///< what reads this kind is not installed
@@ -54,6 +55,11 @@ class DocumentTools {
     /// many pixels.
     virtual std::expected<QByteArray, DocumentFailure> jpegOf(const DocumentSource& picture,
                                                               const std::stop_token& stop) = 0;
+
+    /// A whole picture that stands still, as a JPEG of 512 pixels on its longer side at most,
+    /// otherwise as jpegOf() gives it.
+    virtual std::expected<QByteArray, DocumentFailure> avatarOf(const DocumentSource& picture,
+                                                                const std::stop_token& stop) = 0;
 
     virtual std::expected<PdfContents, DocumentFailure> readPdf(const DocumentSource& pdf,
                                                                 const std::stop_token& stop) = 0;

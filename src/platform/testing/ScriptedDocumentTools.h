@@ -13,17 +13,24 @@ class ScriptedDocumentTools final : public DocumentTools {
     using Answer = std::expected<Value, DocumentFailure>;
 
     Answer<QByteArray> jpeg = std::unexpected(DocumentFailure::Unreadable);
+    Answer<QByteArray> avatar = std::unexpected(DocumentFailure::Unreadable);
     Answer<PdfContents> pdf = std::unexpected(DocumentFailure::Unreadable);
     Answer<QString> rtf = std::unexpected(DocumentFailure::Unreadable);
     Answer<QByteArray> unpacked = QByteArray();
     Answer<QString> text = std::unexpected(DocumentFailure::Unreadable);
-    /// What was asked for, in order: "jpeg", "pdf", "rtf", "unpack PATTERN", "text EXTENSION".
+    /// What was asked for, in order: "jpeg", "avatar", "pdf", "rtf", "unpack PATTERN", "text
+    /// EXTENSION".
     QStringList asked;
 
     std::expected<QByteArray, DocumentFailure> jpegOf(const DocumentSource&,
                                                       const std::stop_token&) override {
         asked += QStringLiteral("jpeg");
         return jpeg;
+    }
+    std::expected<QByteArray, DocumentFailure> avatarOf(const DocumentSource&,
+                                                        const std::stop_token&) override {
+        asked += QStringLiteral("avatar");
+        return avatar;
     }
     std::expected<PdfContents, DocumentFailure> readPdf(const DocumentSource&,
                                                         const std::stop_token&) override {

@@ -26,6 +26,7 @@ DocumentFailure toolFailure(const GuardedOutput& output) {
     if (const auto failure = failureOf(output.end)) return *failure;
     if (output.status == documentHelper::Protected) return DocumentFailure::Protected;
     if (output.status == documentHelper::TooLarge) return DocumentFailure::TooLarge;
+    if (output.status == documentHelper::Animated) return DocumentFailure::Animated;
     return DocumentFailure::Unreadable;
 }
 
@@ -79,12 +80,24 @@ LinuxDocumentTools::askHelper(const QString& verb, const DocumentSource& source,
 
 std::expected<QByteArray, DocumentFailure> LinuxDocumentTools::jpegOf(const DocumentSource& picture,
                                                                       const std::stop_token& stop) {
-    if (!picture.path.isEmpty() && isHeif(picture)) return jpegOfHeif(picture.path, stop);
-    return askHelper(documentHelper::pictureVerb, picture, pictureLimit, stop);
+    return askOfPicture(documentHelper::pictureVerb, picture, stop);
 }
 
 std::expected<QByteArray, DocumentFailure>
-LinuxDocumentTools::jpegOfHeif(const QString& path, const std::stop_token& stop) const {
+LinuxDocumentTools::avatarOf(const DocumentSource& picture, const std::stop_token& stop) {
+    return askOfPicture(documentHelper::avatarVerb, picture, stop);
+}
+
+std::expected<QByteArray, DocumentFailure>
+LinuxDocumentTools::askOfPicture(const QString& verb, const DocumentSource& picture,
+                                 const std::stop_token& stop) const {
+    if (!picture.path.isEmpty() && isHeif(picture)) return askOfHeif(verb, picture.path, stop);
+    return askHelper(verb, picture, pictureLimit, stop);
+}
+
+std::expected<QByteArray, DocumentFailure>
+LinuxDocumentTools::askOfHeif(const QString& verb, const QString& path,
+                              const std::stop_token& stop) const {
     const QTemporaryDir folder;
     const GuardedOutput output = runGuarded(
         {.program = m_programs.heif,
@@ -101,7 +114,7 @@ LinuxDocumentTools::jpegOfHeif(const QString& path, const std::stop_token& stop)
     // One file for each picture, numbered where there are several.
     for (const char* name : {"picture.jpg", "picture-1.jpg"})
         if (const QString made = folder.filePath(QString::fromLatin1(name)); QFile::exists(made))
-            return askHelper(documentHelper::pictureVerb, {made}, pictureLimit, stop);
+            return askHelper(verb, {made}, pictureLimit, stop);
     return std::unexpected(DocumentFailure::Unreadable);
 }
 

@@ -25,6 +25,8 @@ class LinuxDocumentTools final : public DocumentTools {
 
     std::expected<QByteArray, DocumentFailure> jpegOf(const DocumentSource& picture,
                                                       const std::stop_token& stop) override;
+    std::expected<QByteArray, DocumentFailure> avatarOf(const DocumentSource& picture,
+                                                        const std::stop_token& stop) override;
     std::expected<PdfContents, DocumentFailure> readPdf(const DocumentSource& pdf,
                                                         const std::stop_token& stop) override;
     std::expected<QString, DocumentFailure> rtfText(const DocumentSource& rtf,
@@ -40,7 +42,10 @@ class LinuxDocumentTools final : public DocumentTools {
     askHelper(const QString& verb, const DocumentSource& source, qint64 limit,
               const std::stop_token& stop) const;
     [[nodiscard]] std::expected<QByteArray, DocumentFailure>
-    jpegOfHeif(const QString& path, const std::stop_token& stop) const;
+    askOfPicture(const QString& verb, const DocumentSource& picture,
+                 const std::stop_token& stop) const;
+    [[nodiscard]] std::expected<QByteArray, DocumentFailure>
+    askOfHeif(const QString& verb, const QString& path, const std::stop_token& stop) const;
 
     Programs m_programs;
 };

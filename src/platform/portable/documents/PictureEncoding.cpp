@@ -47,17 +47,21 @@ QImage withoutTexts(const QImage& picture) {
 
 } // namespace
 
+std::optional<PictureFault> preparePicture(QImageReader& reader) {
+    QImageReader::setAllocationLimit(allocationLimit);
+    reader.setAutoTransform(true);
+    if (std::ranges::find(formats, reader.format()) == formats.end())
+        return PictureFault::Unreadable;
+    const QSize size = reader.size();
+    if (qint64{size.width()} * size.height() > pixelLimit) return PictureFault::TooManyPixels;
+    return std::nullopt;
+}
+
 std::expected<QImage, PictureFault> decodePicture(QByteArray bytes) {
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
-    QImageReader::setAllocationLimit(allocationLimit);
     QImageReader reader(&buffer);
-    reader.setAutoTransform(true);
-    if (std::ranges::find(formats, reader.format()) == formats.end())
-        return std::unexpected(PictureFault::Unreadable);
-    const QSize size = reader.size();
-    if (qint64{size.width()} * size.height() > pixelLimit)
-        return std::unexpected(PictureFault::TooManyPixels);
+    if (const auto fault = preparePicture(reader)) return std::unexpected(*fault);
     const QImage picture = onWhite(reader.read());
     if (picture.isNull()) return std::unexpected(PictureFault::Unreadable);
     return picture;
