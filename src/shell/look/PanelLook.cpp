@@ -30,11 +30,13 @@ QColor colorOf(const QString& hex) {
 
 } // namespace
 
-PanelLook::PanelLook(AppearanceSettings& settings) : m_settings(settings) {
+PanelLook::PanelLook(AppearanceSettings& settings, Surface surface)
+    : m_settings(settings), m_surface(surface) {
     connect(&settings, &AppearanceSettings::changed, this, &PanelLook::changed);
 }
 
 bool PanelLook::panelIsDark() const {
+    if (m_surface == Surface::Window) return appIsDark();
     const bool isDark = m_settings.panelAppearance() == PanelAppearance::Current;
     if (!background().isValid()) return isDark;
     const double inTheme = Contrast::ratio(inkOf(isDark), groundIn(isDark));
@@ -52,7 +54,7 @@ QColor PanelLook::groundIn(bool isDark) const {
 
 // Where contrast matters most, no colour of the user's own stands in its way.
 QColor PanelLook::chosen(const QString& hex) const {
-    return hasHighContrast() ? QColor() : colorOf(hex);
+    return hasHighContrast() || m_surface == Surface::Window ? QColor() : colorOf(hex);
 }
 
 // Where a block lets its ground shine through, the text stands on both.
@@ -69,7 +71,8 @@ bool PanelLook::appIsDark() const {
 }
 
 bool PanelLook::isTinted() const {
-    return m_settings.panelGlassStyle() == PanelGlassStyle::Tinted && !hasHighContrast();
+    return m_settings.panelGlassStyle() == PanelGlassStyle::Tinted && !hasHighContrast() &&
+           m_surface == Surface::Panel;
 }
 
 QColor PanelLook::background() const {

@@ -37,11 +37,15 @@ class PanelLook final : public QObject {
     enum class Tier { Blur, NoBlur, Opaque };
     Q_ENUM(Tier)
 
-    /// The settings must outlive the look.
-    explicit PanelLook(AppearanceSettings& settings);
+    /// What is drawn in it: the panel, or a window that follows the application's appearance and
+    /// takes on none of the panel's own colours.
+    enum class Surface { Panel, Window };
 
-    /// Whether the panel is drawn light on dark: as its theme says, unless its own background can
-    /// only be read the other way round.
+    /// The settings must outlive the look.
+    explicit PanelLook(AppearanceSettings& settings, Surface surface = Surface::Panel);
+
+    /// Whether it is drawn light on dark: the panel as its theme says, unless its own background
+    /// can only be read the other way round; a window as the application.
     [[nodiscard]] bool panelIsDark() const;
     [[nodiscard]] bool appIsDark() const;
     [[nodiscard]] bool isTinted() const;
@@ -72,6 +76,7 @@ class PanelLook final : public QObject {
     [[nodiscard]] QColor chosen(const QString& hex) const;
 
     AppearanceSettings& m_settings;
+    Surface m_surface;
     DesktopLook m_desktop;
     Tier m_tier = Tier::NoBlur;
     double m_textScale = 1;

@@ -11,6 +11,7 @@ Column {
     property bool isPassword: false
     property bool isRevealed: false
     property alias text: field.text
+    property alias readOnly: field.readOnly // for now, with the keyboard kept
     property alias placeholder: field.placeholderText
     readonly property alias input: field
     readonly property string note: error !== "" ? error : hint

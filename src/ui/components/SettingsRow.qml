@@ -2,7 +2,7 @@ import QtQuick
 import Vorq
 import Vorq.Native
 
-// A row of a `SettingsGroup`: an icon, words, and controls at its end. A row that `leadsOn` is pressed
+// A row of a `SettingsGroup`: an icon or a picture, words, and controls at its end. A row that `leadsOn` is pressed
 // as a whole. Where the controls leave the words no room they stand below them.
 Control {
     id: row
@@ -10,6 +10,7 @@ Control {
     property string sub: ""
     property string iconName: ""
     property color tint: Theme.accentInk
+    property Component picture: null // in place of the icon
     property bool leadsOn: false
     default property alias controls: trailing.data
     readonly property int sideRoom: 14
@@ -19,7 +20,8 @@ Control {
     readonly property int iconSize: Theme.grown(18)
     readonly property int leastWords: Theme.grown(120)
     readonly property int chevronSize: Theme.grown(14)
-    readonly property real textStart: iconName !== "" ? sideRoom + tileSize + sideRoom : sideRoom + 2
+    readonly property real textStart: picture ? sideRoom + lead.width + Theme.space3
+                                    : iconName !== "" ? sideRoom + tileSize + sideRoom : sideRoom + 2
     readonly property real textEnd: sideRoom + (leadsOn ? chevronSize + Theme.space2 : 0)
     readonly property real room: width - textStart - textEnd // the most that controls may take
     readonly property real wordsBeside: room - (trailing.width > 0 ? trailing.width + Theme.space3 : 0)
@@ -69,6 +71,13 @@ Control {
                 size: row.iconSize
                 color: row.enabled ? row.tint : Theme.inkOff
             }
+        }
+        Loader {
+            id: lead
+            anchors.left: parent.left
+            anchors.leftMargin: row.sideRoom
+            y: row.isStacked ? content.y : (parent.height - height) / 2
+            sourceComponent: row.picture
         }
         Item {
             id: content

@@ -138,6 +138,21 @@ TEST(TextScale, WhatTheDesktopHasHandedToTheScreenIsNotDoneTwice) {
     EXPECT_EQ(remainingTextScale(1, 2), 1);
 }
 
+TEST_F(PanelLookTest, AWindowFollowsTheApplicationAndTakesOnNoColourOfThePanel) {
+    PanelLook window(settings, PanelLook::Surface::Window);
+    settings.setPanelAppearance(PanelAppearance::Current);
+    settings.setPanelGlassStyle(PanelGlassStyle::Tinted);
+    settings.setPanelBackgroundHex("#0F4C47");
+    settings.setPanelUserBlockHex("#112233");
+    settings.setAppAppearance(AppAppearancePreference::Light);
+    EXPECT_FALSE(window.panelIsDark());
+    EXPECT_FALSE(window.isTinted());
+    EXPECT_FALSE(window.background().isValid());
+    EXPECT_FALSE(window.userBlock().isValid());
+    settings.setAppAppearance(AppAppearancePreference::Dark);
+    EXPECT_TRUE(window.panelIsDark());
+}
+
 TEST_F(PanelLookTest, AColourThatIsNoneIsTheThemes) {
     settings.setPanelBackgroundHex("#12");
     settings.setPanelAssistantBlockHex("nonsense");

@@ -6,15 +6,16 @@ import Vorq.Native
 Item {
     id: glass
 
+    property ThemeTokens tokens: Theme // which it is drawn in
     property bool floats: false
-    property int radius: Theme.radiusPanel
+    property int radius: tokens.radiusPanel
     property int elevation: 3
     property bool casts: floats
     default property alias content: body.data
     readonly property alias plate: sheet
 
     Shadow {
-        visible: glass.casts && !Theme.opaque
+        visible: glass.casts && !glass.tokens.opaque
         target: glass
         level: glass.elevation
         radius: glass.radius
@@ -23,25 +24,25 @@ Item {
     // its edge must not show the black beneath.
     Rectangle {
         anchors.fill: parent
-        visible: Theme.opaque && !glass.floats
+        visible: glass.tokens.opaque && !glass.floats
         gradient: Gradient {
-            GradientStop { position: 0; color: Qt.tint(Theme.glassTop, Theme.glassHairline) }
-            GradientStop { position: 1; color: Qt.tint(Theme.glassBottom, Theme.glassHairline) }
+            GradientStop { position: 0; color: Qt.tint(glass.tokens.glassTop, glass.tokens.glassHairline) }
+            GradientStop { position: 1; color: Qt.tint(glass.tokens.glassBottom, glass.tokens.glassHairline) }
         }
     }
     Squircle {
         id: sheet
         anchors.fill: parent
         radius: glass.radius
-        smoothing: Theme.smoothing
-        fillTop: glass.floats ? Theme.floatTop : Theme.glassTop
-        fillBottom: glass.floats ? Theme.floatBottom : Theme.glassBottom
-        rimTop: glass.floats ? Theme.floatRimTop : Theme.glassRimTop
-        rimBottom: glass.floats ? Theme.floatRimBottom : Theme.glassRimBottom
-        hairline: glass.floats ? Theme.floatHairline : Theme.glassHairline
-        specular: glass.floats ? "transparent" : Theme.glassSpecular
-        wash: glass.floats ? "transparent" : Theme.glassWash
-        grain: glass.floats ? 0 : Theme.glassGrain
+        smoothing: glass.tokens.smoothing
+        fillTop: glass.floats ? glass.tokens.floatTop : glass.tokens.glassTop
+        fillBottom: glass.floats ? glass.tokens.floatBottom : glass.tokens.glassBottom
+        rimTop: glass.floats ? glass.tokens.floatRimTop : glass.tokens.glassRimTop
+        rimBottom: glass.floats ? glass.tokens.floatRimBottom : glass.tokens.glassRimBottom
+        hairline: glass.floats ? glass.tokens.floatHairline : glass.tokens.glassHairline
+        specular: glass.floats ? "transparent" : glass.tokens.glassSpecular
+        wash: glass.floats ? "transparent" : glass.tokens.glassWash
+        grain: glass.floats ? 0 : glass.tokens.glassGrain
     }
     Item {
         id: body
