@@ -14,6 +14,7 @@ constexpr auto verbs = rawNamesOfSome<Verb>({{Verb::Summon, "summon"},
                                              {Verb::PushNote, "push-note"},
                                              {Verb::Clear, "clear"},
                                              {Verb::Toggle, "toggle"},
+                                             {Verb::Settings, "settings"},
                                              {Verb::SaveChat, "save-chat"},
                                              {Verb::Quit, "quit"}});
 

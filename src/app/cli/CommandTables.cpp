@@ -32,6 +32,7 @@ constexpr std::array desktopRows = {
     CommandRow{.names = "push-note", .help = "ends that note: the next text begins a new one"},
     CommandRow{.names = "clear", .help = "clears the chat"},
     CommandRow{.names = "toggle", .help = "shows or hides the panel"},
+    CommandRow{.names = "settings", .help = "opens the settings"},
     CommandRow{.names = "save-chat", .help = "keeps the chat of the panel in your notes"},
     CommandRow{.names = "quit", .help = "ends Vorq"},
 };
@@ -100,7 +101,7 @@ constexpr std::array programSections = {
             "For keys of the desktop and for scripts, with the application in front as the source:",
         .rows = desktopRows,
         .isBrief = true,
-        .remark = "The first five start Vorq if it does not run.",
+        .remark = "The first six start Vorq if it does not run.",
         .options = desktopOptions},
     CommandSection{.heading = "In the terminal:", .rows = terminalRows},
 };
@@ -160,7 +161,7 @@ constexpr std::array previewRows = {
                .operands = switchPositions,
                .help =
                    "The Hub, with its chats, quizzes, tasks and trackers. It comes with a later\n"
-                   "release: until then the switch changes nothing.",
+                   "release: until then only its strip shows, in the window of the settings.",
                .choices = switchPositions},
     CommandRow{.names = "writing",
                .operands = switchPositions,

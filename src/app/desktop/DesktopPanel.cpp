@@ -106,6 +106,8 @@ void DesktopPanel::connectParts(const PanelContext& context) {
                      &ShellNotifications::vorqFocusPrompt);
     QObject::connect(&m_view, &PanelViewModel::attentionWanted, notifications,
                      &ShellNotifications::vorqGuidePanelAccess);
+    QObject::connect(&m_view, &PanelViewModel::settingsWanted, notifications,
+                     &ShellNotifications::vorqOpenSettings);
     m_files.setOwner(&m_window);
     QObject::connect(&m_view, &PanelViewModel::filesWanted, &m_files, &FilePicker::choose);
     QObject::connect(&m_files, &FilePicker::chosen, m_view.intake(),

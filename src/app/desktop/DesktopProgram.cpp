@@ -106,6 +106,8 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
         *this, [this]() -> SelfTest& { return selfTest(); },
         [this] { return m_selfTest->secrets(); });
     connectNotes();
+    connect(&m_delegate.notifications(), &ShellNotifications::vorqOpenSettings, this,
+            &DesktopProgram::showSettings);
     connect(&m_statusItem, &StatusItem::menuWillOpen, this,
             [this] { m_statusItem.setSessionLimits(sessionLimits(m_platform)); });
     connect(&platform.appearance(), &DesktopAppearance::changed, &m_palette,
@@ -209,6 +211,17 @@ SelfTest& DesktopProgram::selfTest() {
     return m_selfTest->test();
 }
 
+// The panel would stand over the window.
+void DesktopProgram::showSettings() {
+    emit m_delegate.notifications().vorqHidePanel();
+    if (!m_settings)
+        m_settings = std::make_unique<DesktopSettings>(
+            SettingsContext{m_platform, m_state, m_delegate.holds(), [this] {
+                                m_delegate.performCommand(StatusCommand::OpenAccessibility);
+                            }});
+    m_settings->show();
+}
+
 void DesktopProgram::openPreviews(const QList<Preview>& previews) {
     for (const Preview preview : previews)
         m_state.previews().openForThisRun(preview);
@@ -217,10 +230,13 @@ void DesktopProgram::openPreviews(const QList<Preview>& previews) {
 }
 
 void DesktopProgram::perform(Verb verb, const VerbSource& source) {
+    // To bring a window forward again and again does no harm.
+    if (verb == Verb::Settings) return showSettings();
     const Clock::Duration now = m_platform.clock().now();
     if (m_repeats.isRepetition(verb, std::min(source.given.value_or(now), now))) return;
     switch (verb) {
     case Verb::Launch:
+    case Verb::Settings:
         return;
     case Verb::Summon:
         return m_delegate.perform(HotKeyAction::Panel, hotKeySource(source));

@@ -2,6 +2,7 @@
 
 #include "app/desktop/DesktopCapture.h"
 #include "app/desktop/DesktopSelfTest.h"
+#include "app/desktop/DesktopSettings.h"
 #include "app/desktop/SettingsDamage.h"
 #include "app/instance/ApplicationService.h"
 #include "app/instance/CommandRepeats.h"
@@ -54,6 +55,7 @@ class DesktopProgram final : public QObject {
     void tellOutcomes(LinkOutcomes& links);
     void connectNotes();
     [[nodiscard]] SelfTest& selfTest();
+    void showSettings();
     void openPreviews(const QList<Preview>& previews);
     void applyDesktopLook();
 
@@ -76,6 +78,7 @@ class DesktopProgram final : public QObject {
     BackendAtLoginChoice m_backend;
     FrontmostWatchService m_watch;
     std::unique_ptr<WatchSwitch> m_watchSwitch;
+    std::unique_ptr<DesktopSettings> m_settings; // null until they are first shown
 };
 
 } // namespace vorq

@@ -13,8 +13,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr qsizetype shortestPassword = 8;
-
 // What is wrong with the fields as they stand, as a sentence.
 QString fieldProblem(const QString& email, const QString& currentPassword,
                      const QString& newPassword) {
@@ -23,7 +21,7 @@ QString fieldProblem(const QString& email, const QString& currentPassword,
     if (email.isEmpty() && newPassword.isEmpty())
         return QCoreApplication::translate("PrivacyForm",
                                            "Enter a new email and/or a new password.");
-    if (!newPassword.isEmpty() && !graphemeCountAtLeast(newPassword, shortestPassword))
+    if (!newPassword.isEmpty() && !graphemeCountAtLeast(newPassword, PrivacyForm::shortestPassword))
         return QCoreApplication::translate("PrivacyForm",
                                            "New password must be at least 8 characters.");
     return {};

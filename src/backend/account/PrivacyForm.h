@@ -13,6 +13,9 @@ class PrivacyForm final : public AccountForm {
     Q_OBJECT
 
   public:
+    /// Of a new password, in characters.
+    static constexpr qsizetype shortestPassword = 8;
+
     /// Both must outlive the form.
     PrivacyForm(AccountSession& account, VorqAPIService& api) : AccountForm(account, api) {}
 

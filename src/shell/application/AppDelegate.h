@@ -79,6 +79,9 @@ class AppDelegate final : public QObject {
     /// What a hot key does, or the command of the same meaning.
     void perform(HotKeyAction action, const HotKeySource& source);
 
+    /// What the user chooses in the menu of the status item, or elsewhere to the same end.
+    void performCommand(StatusCommand command);
+
     void togglePanel() { m_panel.togglePanel(); }
     void showPanel() { m_panel.showPanel(); }
     void openStatusItemMenu();
@@ -104,7 +107,6 @@ class AppDelegate final : public QObject {
 
   private:
     void connectStatusItem();
-    void performCommand(StatusCommand command);
     void refreshHotKeys();
     void connectColorEdits();
     void observeNotifications();

@@ -27,18 +27,28 @@ FilePicker::~FilePicker() {
 }
 
 void FilePicker::choose(bool picturesOnly) {
+    const QString patterns = patternsOf(picturesOnly);
+    open({.title = picturesOnly ? tr("Add photos") : tr("Add study files"),
+          .types = (picturesOnly ? tr("Photos (%1)") : tr("Study files (%1)")).arg(patterns)});
+}
+
+void FilePicker::chooseProfilePicture() {
+    open({.title = tr("Choose a profile picture"),
+          .types = tr("Photos (%1)").arg(patternsOf(true)),
+          .isOne = true});
+}
+
+void FilePicker::open(const Wish& wish) {
     if (m_dialog && m_dialog->isVisible()) {
         m_dialog->raise();
         m_dialog->activateWindow();
         return;
     }
-    const QString types =
-        (picturesOnly ? tr("Photos (%1)") : tr("Study files (%1)")).arg(patternsOf(picturesOnly));
-    m_dialog = new QFileDialog(nullptr, picturesOnly ? tr("Add photos") : tr("Add study files"));
+    m_dialog = new QFileDialog(nullptr, wish.title);
     m_dialog->setAttribute(Qt::WA_DeleteOnClose);
-    m_dialog->setFileMode(QFileDialog::ExistingFiles);
+    m_dialog->setFileMode(wish.isOne ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles);
     m_dialog->setOption(QFileDialog::HideNameFilterDetails);
-    m_dialog->setNameFilters({types, tr("All files (*)")});
+    m_dialog->setNameFilters({wish.types, tr("All files (*)")});
     // The signals that carry the choice differ between the desktop's dialog and the toolkit's.
     connect(m_dialog, &QDialog::accepted, this, [this] { emit chosen(m_dialog->selectedUrls()); });
     connect(m_dialog, &QDialog::finished, this, [this] {

@@ -12,8 +12,8 @@ class QFileDialog;
 
 namespace vorq {
 
-/// Lets the user choose files for a prompt in the desktop's own dialog. Needs an application with
-/// widgets. Main thread only.
+/// Lets the user choose files for a prompt, or a picture of themselves, in the desktop's own
+/// dialog. Needs an application with widgets. Main thread only.
 class FilePicker final : public QObject {
     Q_OBJECT
 
@@ -29,6 +29,8 @@ class FilePicker final : public QObject {
 
     /// Opens the dialog; one that is open comes to the front.
     void choose(bool picturesOnly);
+    /// The same for one picture.
+    void chooseProfilePicture();
 
     /// Without a choice.
     void close();
@@ -38,6 +40,14 @@ class FilePicker final : public QObject {
     void closed();
 
   private:
+    struct Wish {
+        QString title;
+        QString types; // of the files, with their patterns
+        bool isOne = false;
+    };
+
+    void open(const Wish& wish);
+
     PanelHolds& m_holds;
     PanelHold m_hold;
     QPointer<QFileDialog> m_dialog;

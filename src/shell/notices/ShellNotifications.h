@@ -23,6 +23,8 @@ class ShellNotifications final : public QObject {
     /// The panel needs a signed-in user.
     void vorqGuidePanelAccess();
     void vorqOpenLibrary();
+    /// The user wants to see the settings.
+    void vorqOpenSettings();
     /// From true to false, a click outside leaves the panel up.
     void vorqSuppressPanelOutsideClose(bool suppress);
     /// The menu of the status item has come up or gone. A bar that draws it need not tell of its

@@ -98,6 +98,8 @@ class PanelViewModel final : public QObject {
 
     Q_INVOKABLE void stopPanelResponse();
 
+    Q_INVOKABLE void openSettings() { emit settingsWanted(); }
+
     /// Sends what is held. Without an account nothing is sent, and it goes on being held.
     Q_INVOKABLE void sendHeld();
 
@@ -129,6 +131,8 @@ class PanelViewModel final : public QObject {
     void attentionWanted(bool signedIn);
     /// The draft has gone out.
     void composerSent();
+    /// The user wants to see the settings.
+    void settingsWanted();
     /// The user wants to choose files; a list of types, or pictures alone.
     void filesWanted(bool picturesOnly);
     /// The prompt should take the keyboard.

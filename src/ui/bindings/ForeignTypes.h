@@ -12,6 +12,14 @@
 #include "shell/panel/PanelSignIn.h"
 #include "shell/panel/PanelViewModel.h"
 #include "shell/panel/WaitingPrompt.h"
+#include "shell/settings/AccountCard.h"
+#include "shell/settings/AppearanceChoices.h"
+#include "shell/settings/AvatarPicture.h"
+#include "shell/settings/PermissionRows.h"
+#include "shell/settings/PrivacyEdit.h"
+#include "shell/settings/ProfileEdit.h"
+#include "shell/settings/SettingsNavigation.h"
+#include "shell/settings/SettingsViewModel.h"
 
 #include <QtQml/qqml.h>
 
@@ -93,6 +101,62 @@ struct AttachmentListForeign {
     Q_GADGET
     QML_FOREIGN(vorq::AttachmentList)
     QML_NAMED_ELEMENT(AttachmentList)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct AccountCardForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::AccountCard)
+    QML_NAMED_ELEMENT(AccountCard)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct AppearanceChoicesForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::AppearanceChoices)
+    QML_NAMED_ELEMENT(AppearanceChoices)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct AvatarPictureForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::AvatarPicture)
+    QML_NAMED_ELEMENT(AvatarPicture)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct PermissionRowsForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::PermissionRows)
+    QML_NAMED_ELEMENT(PermissionRows)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct PrivacyEditForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::PrivacyEdit)
+    QML_NAMED_ELEMENT(PrivacyEdit)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct ProfileEditForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::ProfileEdit)
+    QML_NAMED_ELEMENT(ProfileEdit)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct SettingsNavigationForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::SettingsNavigation)
+    QML_NAMED_ELEMENT(SettingsNavigation)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct SettingsViewModelForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::SettingsViewModel)
+    QML_NAMED_ELEMENT(SettingsViewModel)
     QML_UNCREATABLE("Belongs to the program")
 };
 

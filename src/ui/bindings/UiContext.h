@@ -2,6 +2,7 @@
 
 #include "shell/look/PanelLook.h"
 #include "shell/panel/PanelViewModel.h"
+#include "shell/settings/SettingsViewModel.h"
 
 #include <QObject>
 #include <QPointer>
@@ -17,16 +18,21 @@ class UiContext final : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(App)
     QML_SINGLETON
+    /// Null to pages that are not of the panel.
     Q_PROPERTY(vorq::PanelViewModel* panel READ panel CONSTANT)
+    /// Null to pages that are not of the settings.
+    Q_PROPERTY(vorq::SettingsViewModel* settings READ settings CONSTANT)
     Q_PROPERTY(vorq::PanelLook* look READ look CONSTANT)
     /// On and off, in milliseconds; 0 for a caret that does not blink.
     Q_PROPERTY(int caretFlashTime READ caretFlashTime CONSTANT)
 
   public:
     /// Both must outlive the context.
-    UiContext(PanelViewModel& panel, PanelLook& look) : m_panel(panel), m_look(look) {}
+    UiContext(PanelViewModel& panel, PanelLook& look) : m_panel(&panel), m_look(look) {}
+    UiContext(SettingsViewModel& settings, PanelLook& look) : m_settings(&settings), m_look(look) {}
 
-    [[nodiscard]] PanelViewModel* panel() const { return &m_panel; }
+    [[nodiscard]] PanelViewModel* panel() const { return m_panel; }
+    [[nodiscard]] SettingsViewModel* settings() const { return m_settings; }
     [[nodiscard]] PanelLook* look() const { return &m_look; }
     [[nodiscard]] int caretFlashTime() const;
 
@@ -40,7 +46,8 @@ class UiContext final : public QObject {
     Q_INVOKABLE [[nodiscard]] double points(double pixels) const;
 
   private:
-    PanelViewModel& m_panel;
+    PanelViewModel* m_panel = nullptr;
+    SettingsViewModel* m_settings = nullptr;
     PanelLook& m_look;
 };
 

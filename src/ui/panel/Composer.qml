@@ -77,6 +77,7 @@ FocusScope {
             width: parent.width
             signIn: composer.panel.signIn
             tabs: composer.tabs
+            onSettingsWanted: composer.panel.openSettings()
             // What had the keyboard goes with it.
             onVisibleChanged: if (!visible) composer.focusPrompt()
         }

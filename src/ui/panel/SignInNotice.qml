@@ -2,17 +2,21 @@ import QtQuick
 import Vorq
 import Vorq.Native
 
-// Says that nobody is signed in, and offers to sign in: in the browser, or to this computer's account.
+// Says that nobody is signed in, and offers to sign in, in the browser or to this computer's account, and
+// the settings.
 Column {
     id: notice
 
     required property PanelSignIn signIn
     property Item tabs: null // takes the keys of the buttons first
     property bool isWaiting: false
+    property bool offersSettings: true
+
+    signal settingsWanted
 
     // What Tab leads to.
     function stops(): var {
-        return visible ? [browse, ...(cancel.visible ? [cancel] : []), ...(local.visible ? [local] : [])] : []
+        return visible ? [browse, ...(cancel.visible ? [cancel] : []), ...(local.visible ? [local] : []), ...(offersSettings ? [settings] : [])] : []
     }
 
     // A button that goes would take the keyboard with it.
@@ -69,6 +73,14 @@ Column {
             text: notice.signIn.isRunning ? qsTr("Signing in…") : qsTr("Sign in on this computer")
             tabs: notice.tabs
             onClicked: notice.signIn.signIn()
+        }
+        TextButton {
+            id: settings
+            visible: notice.offersSettings
+            text: qsTr("Settings")
+            look: TextButton.Quiet
+            tabs: notice.tabs
+            onClicked: notice.settingsWanted()
         }
     }
     Txt {

@@ -44,7 +44,7 @@ TEST(CommandLine, WithoutACommandTheDesktopProgramStarts) {
 
 TEST(CommandLine, VerbsAreForTheDesktopProgram) {
     for (const Verb verb : {Verb::Summon, Verb::Note, Verb::PushNote, Verb::Clear, Verb::Toggle,
-                            Verb::SaveChat, Verb::Quit}) {
+                            Verb::Settings, Verb::SaveChat, Verb::Quit}) {
         EXPECT_EQ(verbNamed(nameOf(verb)), verb);
         EXPECT_EQ(parseCommandLine({nameOf(verb)}),
                   Command(DesktopArguments{verb, "", false, false}));

@@ -2,6 +2,7 @@
 #include "doubles/ui/PanelStage.h"
 
 #include <QAccessible>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -114,6 +115,13 @@ TEST_F(SignInNoticeTest, AButtonThatGoesLeavesTheKeyboardInThePanel) {
     QTest::keyClick(stage.window.get(), Qt::Key_Return);
     settle();
     EXPECT_EQ(browser.modes.size(), 2);
+}
+
+TEST_F(SignInNoticeTest, ItLeadsToTheSettings) {
+    show();
+    QSignalSpy wanted(stage.panel.get(), &PanelViewModel::settingsWanted);
+    click("Settings");
+    EXPECT_EQ(wanted.count(), 1);
 }
 
 TEST_F(SignInNoticeTest, ItStandsThereBeforeAnythingIsTyped) {

@@ -1,0 +1,27 @@
+#include "shell/settings/PermissionRows.h"
+
+#include "areas/Permissions.h"
+
+namespace vorq {
+
+PermissionRows::PermissionRows(Permissions& permissions) : m_permissions(permissions) {
+    connect(&permissions, &Permissions::changed, this, &PermissionRows::changed);
+}
+
+QString PermissionRows::textCapture() const {
+    return m_permissions.textCaptureRaw();
+}
+
+QString PermissionRows::screen() const {
+    return m_permissions.screenRaw();
+}
+
+QString PermissionRows::microphone() const {
+    return m_permissions.microphoneRaw();
+}
+
+void PermissionRows::refresh() {
+    m_permissions.refreshPermissions();
+}
+
+} // namespace vorq

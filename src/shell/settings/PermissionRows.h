@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+namespace vorq {
+
+class Permissions;
+
+/// What the system lets Vorq do, as the settings show it: "granted", "denied" or "pending". Main
+/// thread only.
+class PermissionRows final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString textCapture READ textCapture NOTIFY changed)
+    Q_PROPERTY(QString screen READ screen NOTIFY changed)
+    Q_PROPERTY(QString microphone READ microphone NOTIFY changed)
+
+  public:
+    /// The permissions must outlive the rows.
+    explicit PermissionRows(Permissions& permissions);
+
+    [[nodiscard]] QString textCapture() const;
+    [[nodiscard]] QString screen() const;
+    [[nodiscard]] QString microphone() const;
+
+    /// Looks at them anew.
+    void refresh();
+
+    Q_INVOKABLE void enableTextCapture() { emit textCaptureWanted(); }
+
+  signals:
+    void changed();
+    /// The user wants the system to let Vorq read highlighted text.
+    void textCaptureWanted();
+
+  private:
+    Permissions& m_permissions;
+};
+
+} // namespace vorq

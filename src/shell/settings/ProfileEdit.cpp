@@ -1,0 +1,132 @@
+#include "shell/settings/ProfileEdit.h"
+
+#include "backend/account/AccountSession.h"
+#include "backend/account/ProfileForm.h"
+#include "shell/settings/AccountCard.h"
+#include "support/text/Text.h"
+
+#include <utility>
+
+namespace vorq {
+
+ProfileEdit::ProfileEdit(const Services& services, const AvatarReader& reader)
+    : m_services(services), m_reader(reader) {
+    connect(&services.account, &AccountSession::profileChanged, this, &ProfileEdit::follow);
+    connect(&services.account, &AccountSession::signedOut, this, &ProfileEdit::reset);
+    connect(&services.form, &ProfileForm::changed, this, &ProfileEdit::changed);
+    connect(services.card.picture(), &AvatarPicture::changed, this, &ProfileEdit::showPicture);
+    take();
+    showPicture();
+}
+
+bool ProfileEdit::isUnsaved() const {
+    return m_pendingAvatar || trimmed(m_firstName) != trimmed(m_former.firstName) ||
+           trimmed(m_lastName) != trimmed(m_former.lastName);
+}
+
+bool ProfileEdit::isSaving() const {
+    return m_services.form.isSaving();
+}
+
+QString ProfileEdit::error() const {
+    return m_services.form.error();
+}
+
+// What the user has entered waits for the session to come back.
+void ProfileEdit::follow() {
+    const QString email = m_services.account.profile().email;
+    const bool isAnother = !email.isEmpty() && email != m_former.email;
+    if (isAnother && isUnsaved()) return reset();
+    if (!isUnsaved()) take();
+    emit changed();
+}
+
+void ProfileEdit::take() {
+    m_former = m_services.account.profile();
+    m_firstName = m_former.firstName;
+    m_lastName = m_former.lastName;
+    m_pendingAvatar.reset();
+    m_pictureError.clear();
+}
+
+void ProfileEdit::reset() {
+    cancel();
+    m_reading.cancel();
+    m_didSave = false;
+    take();
+    showPicture();
+    emit changed();
+}
+
+void ProfileEdit::showPicture() {
+    m_picture.show(m_pendingAvatar ? m_pendingAvatar->image : m_services.card.picture()->image());
+}
+
+void ProfileEdit::edit(QString& field, const QString& text) {
+    if (field == text) return;
+    field = text;
+    m_didSave = false;
+    emit changed();
+}
+
+void ProfileEdit::setFirstName(const QString& name) {
+    edit(m_firstName, name);
+}
+
+void ProfileEdit::setLastName(const QString& name) {
+    edit(m_lastName, name);
+}
+
+void ProfileEdit::usePicture(const QUrl& file) {
+    m_pictureError.clear();
+    if (!file.isLocalFile()) {
+        m_pictureError = tr("Choose a picture on this computer.");
+        return emit changed();
+    }
+    const QString path = file.toLocalFile();
+    m_reading.restart(
+        [this, path](std::stop_token stop) { return read(this, path, std::move(stop)); });
+    emit changed();
+}
+
+QCoro::Task<> ProfileEdit::read(ProfileEdit* self, QString path, std::stop_token stop) {
+    auto avatar = co_await self->m_reader.read(path, stop);
+    if (stop.stop_requested()) co_return;
+    if (avatar) {
+        self->m_pendingAvatar = *std::move(avatar);
+        self->m_didSave = false;
+        self->showPicture();
+    } else {
+        self->m_pictureError = avatar.error();
+    }
+    self->m_reading.release();
+    emit self->changed();
+}
+
+void ProfileEdit::save() {
+    if (isSaving() || m_saving.isRunning()) return;
+    m_didSave = false;
+    m_saving.restart([this](std::stop_token stop) { return save(this, std::move(stop)); });
+    emit changed();
+}
+
+QCoro::Task<> ProfileEdit::save(ProfileEdit* self, std::stop_token stop) {
+    const auto avatar = self->m_pendingAvatar;
+    const bool isSaved = co_await self->m_services.form.updateProfile(
+        self->m_firstName, self->m_lastName, self->m_services.account.profile().username,
+        avatar ? std::optional(avatar->jpeg) : std::nullopt, stop);
+    if (stop.stop_requested()) co_return;
+    if (isSaved) {
+        self->take();
+        self->m_didSave = true;
+    }
+    emit self->changed();
+    if (isSaved) emit self->saved();
+}
+
+void ProfileEdit::cancel() {
+    m_saving.cancel();
+    emit changed();
+}
+
+} // namespace vorq

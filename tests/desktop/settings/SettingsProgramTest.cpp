@@ -1,0 +1,295 @@
+// The settings of the built program as a person uses them, with its backend.
+
+#include "doubles/desktop/PanelProgram.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QJsonDocument>
+
+#include <gmock/gmock.h>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+namespace vorq::desktop {
+namespace {
+
+using testing::Contains;
+using testing::IsSupersetOf;
+using Window = DesktopSession::Window;
+
+class SettingsProgramTest : public testing::Test {
+  protected:
+    void tell(const QStringList& command) const {
+        run(VORQ_PROGRAM, "", command, session.environment());
+    }
+    void waitForSettings() const {
+        DesktopSession::waitUntil("the settings with the keyboard", [this] {
+            return vorq.panel() != 0 && session.activeWindow() == vorq.panel();
+        });
+        waitFor("Settings");
+    }
+    void open() {
+        vorq.start();
+        tell({"settings"});
+        waitForSettings();
+    }
+    [[nodiscard]] bool shows(const QString& words) const {
+        return std::ranges::any_of(vorq.controls(), [&](const AccessibleNode& node) {
+            return node.isShowing && node.name == words;
+        });
+    }
+    void waitFor(const QString& words) const {
+        DesktopSession::waitUntil(words, [&] { return shows(words); });
+    }
+    void press(const QString& words) const {
+        DesktopSession::waitUntil(words, [&] { return vorq.press(words); });
+    }
+    void waitForKeyboardIn(const QString& name) const {
+        DesktopSession::waitUntil("the keyboard in " + name, [&] {
+            const auto focused = vorq.focused();
+            return focused && focused->name == name;
+        });
+    }
+    // Into the field that has the keyboard, in place of what stands there.
+    void enter(const QString& text) const {
+        session.key({"ctrl+a"});
+        session.type(text);
+    }
+    [[nodiscard]] QJsonObject stored() const {
+        QFile file(session.home() + "/.config/Vorq/settings.json");
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return QJsonDocument::fromJson(file.readAll()).object();
+    }
+    void store(const QJsonObject& settings) const {
+        session.write(".config/Vorq/settings.json", QJsonDocument(settings).toJson());
+    }
+    [[nodiscard]] std::vector<Window> windowsOfVorq() {
+        std::vector<Window> found;
+        for (const Window window : session.windows())
+            if (session.processOf(window) == vorq.program().process()) found.push_back(window);
+        return found;
+    }
+    void openPrivacy() const {
+        press("Privacy settings");
+        waitForKeyboardIn("Email");
+    }
+    void changePassword(const QString& current, const QString& wanted) const {
+        vorq.tabTo("Current password");
+        enter(current);
+        vorq.tabTo("New password");
+        enter(wanted);
+        vorq.tabTo("Confirm new password");
+        enter(wanted);
+        session.key({"Return"});
+    }
+    void choosePicture(const QString& path) {
+        const Window settings = vorq.panel();
+        press("Choose a profile picture");
+        DesktopSession::waitUntil("the dialog", [&] {
+            const Window active = session.activeWindow();
+            return active != settings && active != 0 &&
+                   session.processOf(active) == vorq.program().process();
+        });
+        session.type(path);
+        session.key({"Return"});
+        DesktopSession::waitUntil("the settings",
+                                  [&] { return session.activeWindow() == settings; });
+    }
+    void keep(const QString& name) const {
+        const QString folder = qEnvironmentVariable("VORQ_SHOTS");
+        if (folder.isEmpty()) return;
+        run("import", "imagemagick", {"-window", "root", folder + "/settings-" + name + ".png"},
+            session.environment());
+    }
+
+    PanelProgram vorq;
+    DesktopSession& session = vorq.session;
+};
+
+TEST_F(SettingsProgramTest, TheCommandOpensOneWindowAndBringsItForward) {
+    open();
+    EXPECT_EQ(windowsOfVorq().size(), 1U);
+    keep("list");
+    session.start("xterm", "xterm", {"-e", "sleep", "600"});
+    session.activate(session.waitForWindow("xterm"));
+    tell({"settings"});
+    waitForSettings();
+    EXPECT_EQ(windowsOfVorq().size(), 1U);
+}
+
+TEST_F(SettingsProgramTest, TheCommandStartsVorqIfItDoesNotRun) {
+    DesktopProgram& started = session.start(VORQ_PROGRAM, "", {"settings"});
+    DesktopSession::waitUntil("the window", [&] {
+        const Window active = session.activeWindow();
+        return active != 0 && session.processOf(active) == started.process();
+    });
+    tell({"quit"});
+    DesktopSession::waitUntil("the end", [&] { return !started.isRunning(); });
+}
+
+TEST_F(SettingsProgramTest, VorqQuitsWhileItsSettingsAreOpen) {
+    open();
+    tell({"quit"});
+    DesktopSession::waitUntil("the end", [this] { return !vorq.program().isRunning(); });
+}
+
+TEST_F(SettingsProgramTest, TheProfileIsKeptByTheBackend) {
+    open();
+    session.key({"Return"});
+    waitForKeyboardIn("First name");
+    enter("Augusta");
+    session.key({"Tab"});
+    waitForKeyboardIn("Last name");
+    enter("King");
+    session.key({"Return"});
+    waitFor("Profile saved.");
+    keep("profile");
+    session.key({"Escape"});
+    waitFor("Augusta King");
+    vorq.stop();
+    QJsonObject settings = stored();
+    settings.remove("vorq.session.firstName");
+    settings.remove("vorq.session.lastName");
+    store(settings);
+    open();
+    waitFor("Augusta King"); // as the backend has it
+}
+
+TEST_F(SettingsProgramTest, ThePasswordIsKeptByTheBackend) {
+    open();
+    openPrivacy();
+    changePassword("none so far", "a long password");
+    waitFor("Privacy settings saved.");
+    changePassword("not that one", "another password");
+    waitFor("The current password is not right.");
+    keep("privacy");
+    changePassword("a long password", "another password");
+    waitFor("Privacy settings saved.");
+}
+
+TEST_F(SettingsProgramTest, PicturesThatAreNoneChangeNothing) {
+    const QString text = session.write("text.jpg", "This is no picture.");
+    const QString portrait = session.home() + "/portrait.png";
+    QImage image(900, 600, QImage::Format_RGB32);
+    image.fill(Qt::darkCyan);
+    ASSERT_TRUE(image.save(portrait));
+    const QString avatar = session.home() + "/.local/share/Vorq/profile-avatar.jpg";
+    open();
+    session.key({"Return"});
+    waitForKeyboardIn("First name");
+    choosePicture(text);
+    waitFor("This file is no picture, or it is damaged. Choose a JPEG, PNG or WebP file, for "
+            "example.");
+    keep("no-picture");
+    choosePicture(portrait);
+    waitFor("Tap the + to add a photo.");
+    EXPECT_FALSE(QFileInfo::exists(avatar)) << "it is not saved yet";
+    press("Save");
+    waitFor("Profile saved.");
+    EXPECT_EQ(QImage(avatar).size(), QSize(512, 341));
+    struct stat status{};
+    ASSERT_EQ(::stat(qPrintable(avatar), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600U);
+    keep("portrait");
+}
+
+TEST_F(SettingsProgramTest, TheWindowComesUpWhereItWasLeft) {
+    open();
+    const QString window = QString::number(vorq.panel());
+    run("xdotool", "xdotool", {"windowsize", window, "800", "640"}, session.environment());
+    run("xdotool", "xdotool", {"windowmove", window, "230", "140"}, session.environment());
+    DesktopSession::waitUntil("the new place", [this] {
+        const QRect place = session.geometry(vorq.panel());
+        return place.size() == QSize(800, 640) && place.x() > 200;
+    });
+    const QRect place = session.geometry(vorq.panel());
+    session.key({"ctrl+w"});
+    DesktopSession::waitUntil("the window to go", [this] { return windowsOfVorq().empty(); });
+    tell({"settings"});
+    waitForSettings();
+    EXPECT_EQ(session.geometry(vorq.panel()), place);
+    vorq.stop();
+    open();
+    EXPECT_EQ(session.geometry(vorq.panel()), place) << "in another run as well";
+}
+
+TEST_F(SettingsProgramTest, WhatIsNotSavedIsNotLostByClosing) {
+    open();
+    session.key({"Return"});
+    waitForKeyboardIn("First name");
+    enter("Augusta");
+    session.key({"ctrl+w"});
+    waitFor("Discard your changes?");
+    keep("discard");
+    session.key({"Return"});
+    waitForKeyboardIn("First name");
+    session.key({"ctrl+w"});
+    waitFor("Discard your changes?");
+    press("Discard");
+    DesktopSession::waitUntil("the window to go", [this] { return windowsOfVorq().empty(); });
+}
+
+TEST_F(SettingsProgramTest, LooksChangeHereAndInThePanelAtOnce) {
+    open();
+    press("Light");
+    DesktopSession::waitUntil("the theme to be stored", [this] {
+        return stored().value("vorq.panelAppearance").toString() == "white";
+    });
+    press("Customize");
+    waitFor("Reset custom colors");
+    keep("customize");
+    session.key({"Escape"});
+    vorq.tabTo("Customize");
+}
+
+TEST_F(SettingsProgramTest, TheHubsStripComesWithItsPreview) {
+    open();
+    tell({"preview", "hub", "on"});
+    waitFor("Trackers");
+    press("Tasks");
+    waitFor("Not here yet");
+    keep("hub");
+    tell({"preview", "hub", "off"});
+    waitFor("Privacy settings");
+    EXPECT_FALSE(shows("Trackers"));
+}
+
+TEST_F(SettingsProgramTest, ThePanelLeadsThereWhoIsNotSignedIn) {
+    open();
+    press("Sign out");
+    waitFor("Sign in to Vorq");
+    keep("signed-out");
+    session.key({"ctrl+w"});
+    DesktopSession::waitUntil("the window to go", [this] { return windowsOfVorq().empty(); });
+    tell({"toggle"});
+    vorq.waitForPanel();
+    press("Settings");
+    waitFor("Sign in to Vorq");
+    DesktopSession::waitUntil("the settings alone", [this] {
+        return windowsOfVorq().size() == 1 && session.activeWindow() == windowsOfVorq().front();
+    });
+}
+
+TEST_F(SettingsProgramTest, AScreenReaderMeetsWhatIsSeen) {
+    open();
+    const auto has = [this](const QString& role, const QString& name) {
+        return std::ranges::any_of(vorq.controls(), [&](const AccessibleNode& node) {
+            return node.isShowing && node.role == role && node.name == name;
+        });
+    };
+    EXPECT_TRUE(has("heading", "Settings"));
+    EXPECT_TRUE(has("heading", "Permissions"));
+    EXPECT_TRUE(has("push button", "Privacy settings"));
+    EXPECT_TRUE(has("push button", "Sign out"));
+    EXPECT_TRUE(has("radio button", "Dark"));
+    openPrivacy();
+    for (const QString name : {"Email", "Current password", "New password", "Confirm new password"})
+        EXPECT_TRUE(has("text", name) || has("password text", name)) << qPrintable(name);
+    EXPECT_TRUE(has("push button", "Save"));
+}
+
+} // namespace
+} // namespace vorq::desktop

@@ -1,0 +1,248 @@
+#include "doubles/ui/SettingsStage.h"
+
+#include <QAccessible>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+namespace vorq {
+namespace {
+
+using Pane = SettingsNavigation::SettingsPane;
+using testing::Contains;
+
+class SettingsPagesTest : public testing::Test {
+  protected:
+    void signOut() {
+        stage.base.state->account().signOut();
+        stage.settle();
+    }
+    void tabTo(const QString& name) {
+        for (int step = 0; step < 40 && stage.focused() != name; ++step)
+            stage.key(Qt::Key_Tab);
+        ASSERT_EQ(stage.focused(), name);
+    }
+    void answerSaved(const QByteArray& more) {
+        stage.base.transport.last().respond(
+            200, R"({"signedIn":true,"email":"mira@example.org","token":"token")" + more + '}');
+        stage.settle();
+    }
+    [[nodiscard]] QColor ground() { return stage.window->grabWindow().pixelColor(8, 400); }
+
+    SettingsStage stage;
+};
+
+TEST_F(SettingsPagesTest, EachPageIsReachedAndLeftByTheKeyboardAlone) {
+    stage.show();
+    const QList<std::pair<QString, Pane>> rows = {
+        {"Mira Koskinen", Pane::Profile},    {"Privacy settings", Pane::Privacy},
+        {"Customize", Pane::CustomizePanel}, {"Match System Appearance", Pane::Appearance},
+        {"Panel look", Pane::PanelLook},
+    };
+    for (const auto& [name, pane] : rows) {
+        tabTo(name);
+        stage.key(Qt::Key_Return);
+        EXPECT_EQ(stage.pane(), pane) << qPrintable(name);
+        stage.key(Qt::Key_Escape);
+        EXPECT_EQ(stage.pane(), Pane::List) << qPrintable(name);
+        EXPECT_EQ(stage.focused(), name) << "the row that led there has the keyboard again";
+    }
+}
+
+TEST_F(SettingsPagesTest, TheArrowsLeadFromRowToRow) {
+    stage.show();
+    EXPECT_EQ(stage.focused(), "Mira Koskinen");
+    stage.key(Qt::Key_Down);
+    EXPECT_EQ(stage.focused(), "Sign out");
+    stage.key(Qt::Key_Down);
+    EXPECT_EQ(stage.focused(), "Privacy settings");
+    stage.key(Qt::Key_Up);
+    EXPECT_EQ(stage.focused(), "Sign out");
+}
+
+TEST_F(SettingsPagesTest, TheKeyboardIsWhereOneTypesFirst) {
+    stage.show();
+    stage.open(Pane::Profile);
+    EXPECT_EQ(stage.focused(), "First name");
+    stage.open(Pane::List);
+    stage.open(Pane::Privacy);
+    EXPECT_EQ(stage.focused(), "Email");
+}
+
+TEST_F(SettingsPagesTest, TheListSaysWhatThereIs) {
+    stage.show({1120, 1000});
+    for (const QString words :
+         {"Account", "Mira Koskinen", "mira@example.org", "Sign out", "Privacy settings",
+          "Email address and password.", "Customize", "Background and chat block colors.", "Dark",
+          "Light", "Tinted", "Clear", "Appearance", "Permissions", "Accessibility", "Not set",
+          "Lets Vorq read highlighted text. Current status: not set.", "Enable"})
+        EXPECT_TRUE(stage.saying(words)) << qPrintable(words);
+}
+
+TEST_F(SettingsPagesTest, TheQuickChoicesCountAtOnce) {
+    stage.show();
+    stage.click("Light");
+    EXPECT_EQ(stage.base.defaults.string("vorq.panelAppearance"), "white");
+    stage.click("Tinted");
+    EXPECT_EQ(stage.base.defaults.string("vorq.panelGlassStyle"), "tinted");
+    tabTo("Light");
+    stage.key(Qt::Key_Left);
+    EXPECT_EQ(stage.base.defaults.string("vorq.panelAppearance"), "current");
+}
+
+TEST_F(SettingsPagesTest, TheWindowFollowsTheApplicationAndNotThePanel) {
+    stage.setDark(true);
+    stage.show();
+    const QColor dark = ground();
+    stage.base.state->appearance().setPanelAppearance(PanelAppearance::White);
+    stage.base.state->appearance().setPanelBackgroundHex("#FF0000");
+    stage.settle();
+    EXPECT_EQ(ground(), dark);
+    stage.base.state->appearance().setAppAppearance(AppAppearancePreference::Light);
+    stage.settle();
+    EXPECT_GT(ground().lightness(), 200);
+}
+
+TEST_F(SettingsPagesTest, ThePreviewFollowsThePanelAndNotTheWindow) {
+    stage.setDark(true);
+    stage.show();
+    stage.open(Pane::CustomizePanel);
+    QQuickItem* preview = stage.saying("What does the passage argue?");
+    ASSERT_TRUE(preview);
+    const auto block = [&] {
+        const QPoint at = preview->mapToScene({-6, preview->height() + 4}).toPoint();
+        return stage.window->grabWindow().pixelColor(at);
+    };
+    stage.base.state->appearance().setPanelUserBlockHex("#1F6F63");
+    stage.settle();
+    EXPECT_NEAR(block().green(), 0x6F, 14);
+    EXPECT_NEAR(block().red(), 0x1F, 14);
+    EXPECT_LT(ground().lightness(), 60);
+}
+
+TEST_F(SettingsPagesTest, SavingTheProfileIsConfirmed) {
+    stage.show();
+    stage.open(Pane::Profile);
+    stage.key(Qt::Key_A, Qt::ControlModifier);
+    stage.type("Miranda");
+    stage.key(Qt::Key_Return);
+    EXPECT_TRUE(stage.saying("Saving…"));
+    EXPECT_TRUE(stage.saying("Cancel"));
+    EXPECT_EQ(stage.base.transport.last().json().value("firstName"), "Miranda");
+    answerSaved(R"(,"firstName":"Miranda","lastName":"Koskinen")");
+    EXPECT_TRUE(stage.saying("Profile saved."));
+    EXPECT_TRUE(stage.saying("Save"));
+    stage.key(Qt::Key_Escape);
+    EXPECT_EQ(stage.pane(), Pane::List);
+    EXPECT_TRUE(stage.saying("Miranda Koskinen"));
+}
+
+TEST_F(SettingsPagesTest, WhatWentWrongStandsBesideTheFieldThatThenHasTheKeyboard) {
+    stage.show();
+    stage.open(Pane::Privacy);
+    tabTo("New password");
+    stage.type("short");
+    tabTo("Confirm new password");
+    stage.type("shorter");
+    stage.key(Qt::Key_Return);
+    EXPECT_TRUE(stage.saying("New password and confirmation do not match."));
+    EXPECT_EQ(stage.focused(), "Confirm new password");
+    tabTo("Save");
+    stage.settings->privacy()->setConfirmPassword("short");
+    stage.key(Qt::Key_Return);
+    EXPECT_TRUE(stage.saying("Current password is required."));
+    EXPECT_EQ(stage.focused(), "Current password");
+}
+
+TEST_F(SettingsPagesTest, PasswordFieldsSayThatTheyAre) {
+    stage.show();
+    stage.open(Pane::Privacy);
+    tabTo("New password");
+    stage.type("secret");
+    const QAccessibleInterface* heard =
+        QAccessible::queryAccessibleInterface(&stage.field("New password"));
+    EXPECT_TRUE(heard->state().passwordEdit);
+}
+
+TEST_F(SettingsPagesTest, LeavingWhatIsNotSavedAsks) {
+    stage.show();
+    stage.open(Pane::Profile);
+    stage.type("x");
+    stage.key(Qt::Key_Escape);
+    stage.settle(400);
+    EXPECT_TRUE(stage.saying("Discard your changes?"));
+    EXPECT_EQ(stage.focused(), "Keep editing") << "nothing is lost by a hasty Return";
+    stage.key(Qt::Key_Return);
+    stage.settle(50);
+    EXPECT_EQ(stage.pane(), Pane::Profile);
+    EXPECT_EQ(stage.focused(), "First name");
+    stage.key(Qt::Key_Escape);
+    stage.settle(400);
+    stage.click("Discard");
+    EXPECT_EQ(stage.pane(), Pane::List);
+    EXPECT_FALSE(stage.settings->profile()->isUnsaved());
+}
+
+TEST_F(SettingsPagesTest, ResettingTheColorsCanBeUndone) {
+    stage.show();
+    stage.base.state->appearance().setPanelUserBlockHex("#1F6F63");
+    stage.open(Pane::CustomizePanel);
+    stage.click("Reset custom colors");
+    EXPECT_EQ(stage.base.state->appearance().panelUserBlockHex(), "");
+    stage.settle(400);
+    stage.click("Undo");
+    EXPECT_EQ(stage.base.state->appearance().panelUserBlockHex(), "#1F6F63");
+}
+
+TEST_F(SettingsPagesTest, SignedOutThereIsAWayInAndWhatNeedsNoAccount) {
+    stage.show();
+    stage.click("Sign out");
+    EXPECT_TRUE(stage.saying("Sign in to Vorq"));
+    EXPECT_TRUE(stage.saying("You are signed out."));
+    EXPECT_FALSE(stage.saying("Privacy settings"));
+    EXPECT_EQ(stage.focused(), "Sign in");
+    tabTo("Customize");
+    stage.key(Qt::Key_Return);
+    EXPECT_EQ(stage.pane(), Pane::CustomizePanel);
+    stage.key(Qt::Key_Escape);
+    EXPECT_EQ(stage.focused(), "Customize");
+}
+
+TEST_F(SettingsPagesTest, TheStripIsThereOnceTheHubIsOpen) {
+    stage.show();
+    EXPECT_FALSE(stage.saying("Open hub navigation"));
+    ASSERT_TRUE(stage.base.state->previews().set(Preview::Hub, true));
+    stage.settle();
+    EXPECT_TRUE(stage.saying("Trackers"));
+    stage.click("Tasks");
+    EXPECT_TRUE(stage.saying("Not here yet"));
+    tabTo("Tasks");
+    stage.key(Qt::Key_Right);
+    EXPECT_EQ(stage.focused(), "Trackers");
+    stage.key(Qt::Key_Return);
+    EXPECT_EQ(stage.base.state->hub().hubSegmentRaw(), "trackers");
+    stage.click("Close hub navigation");
+    EXPECT_FALSE(stage.saying("Tasks"));
+    stage.click("Open hub navigation");
+    stage.click("Settings");
+    EXPECT_TRUE(stage.saying("Privacy settings"));
+}
+
+TEST_F(SettingsPagesTest, EnablingAsksWhoeverCan) {
+    stage.show({1120, 1000});
+    QSignalSpy wanted(stage.settings->permissions(), &PermissionRows::textCaptureWanted);
+    stage.click("Enable");
+    EXPECT_EQ(wanted.count(), 1);
+}
+
+TEST_F(SettingsPagesTest, AFieldThatIsFilledElsewhereShowsIt) {
+    stage.show();
+    stage.open(Pane::Profile);
+    stage.base.state->account().applyProfile("Anna", "Koskinen", "mira", "");
+    stage.settle();
+    EXPECT_EQ(stage.field("First name").property("text"), "Anna");
+}
+
+} // namespace
+} // namespace vorq
