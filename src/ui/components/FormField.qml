@@ -47,7 +47,8 @@ Column {
         onAccepted: form.accepted()
         Accessible.name: form.label
         Accessible.description: form.note
-        Accessible.passwordEdit: form.isPassword
+        // Qt takes the name away from what it marks so itself. The echo mode says it to readers, too.
+        Accessible.onPasswordEditChanged: Accessible.passwordEdit = false
 
         IconButton {
             anchors.right: parent.right

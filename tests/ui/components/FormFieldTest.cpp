@@ -36,6 +36,7 @@ TEST_F(FormFieldTest, APasswordIsSeenOnlyWhenItIsAskedFor) {
     const auto shown = [this] { return input().property("displayText").toString(); };
     EXPECT_FALSE(shown().contains("a"));
     EXPECT_TRUE(heard(input()).state().passwordEdit);
+    EXPECT_EQ(heard(input()).text(QAccessible::Name), "Password");
     key(Qt::Key_Tab);
     key(Qt::Key_Space);
     EXPECT_EQ(shown(), "abc");
