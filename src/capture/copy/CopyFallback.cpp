@@ -38,6 +38,11 @@ std::optional<CopyFallback::Target> CopyFallback::targetOf(std::optional<Process
     return chord ? std::optional(Target{.process = *source, .chord = *chord}) : std::nullopt;
 }
 
+bool CopyFallback::canCopyFrom(std::optional<ProcessId> source) const {
+    const SourceFocus focus({m_services.clock, m_services.keys, m_services.workspace});
+    return targetOf(source, focus).has_value();
+}
+
 QCoro::Task<QString> CopyFallback::captureFromCopyShortcutFast(std::optional<ProcessId> source,
                                                                std::stop_token stop) {
     const QPointer<CopyFallback> self(this);

@@ -25,6 +25,8 @@ class CopyFallback final : public QObject, public CopyShortcut {
     CopyFallback(const Services& services, TurnQueue& turns)
         : m_services(services), m_turns(turns) {}
 
+    [[nodiscard]] bool canCopyFrom(std::optional<ProcessId> source) const override;
+
     QCoro::Task<QString> captureFromCopyShortcutFast(std::optional<ProcessId> source,
                                                      std::stop_token stop) override;
 

@@ -1,6 +1,7 @@
 #include "capture/selection/NoteCapture.h"
 
 #include "capture/selection/CopyShortcut.h"
+#include "capture/selection/SecretText.h"
 #include "capture/selection/SelectionReader.h"
 #include "capture/source/CaptureGate.h"
 #include "capture/source/SourceApplication.h"
@@ -38,7 +39,14 @@ NoteCapture::captureSelectedTextForNoteSave(std::optional<ProcessId> source, std
         co_await m_services.copyShortcut.captureFromCopyShortcutFast(reading->source, stop);
     if (stop.stop_requested()) co_return nothing;
     const QString longer = longerSelectedText(ax, copied);
-    co_return longer == reading->text ? CapturedText::told(longer) : CapturedText::found(longer);
+    if (longer == reading->text) co_return CapturedText::told(longer);
+    CapturedText found = CapturedText::found(longer);
+    // Of a field for passwords browsers hand out PRIMARY in clear, but never copy.
+    const bool isDoubtful = copied.isEmpty() && canBePassword(longer) &&
+                            showsWebPages(m_services.gate.identifierOfSource(reading->source)) &&
+                            m_services.copyShortcut.canCopyFrom(reading->source);
+    found.isHeldBack = found.isHeldBack || isDoubtful;
+    co_return found;
 }
 
 } // namespace vorq

@@ -20,7 +20,8 @@ class SelectionReader;
 /// is files. The longer of both texts counts. Main thread only.
 ///
 /// Where a field for passwords has the focus, nothing is captured, by no way. A text that
-/// accessibility has not told is held back if it reads like a secret.
+/// accessibility has not told is held back if it reads like a secret, and, of what shows web pages,
+/// if it may be a password and the page does not copy it.
 class NoteCapture final : public QObject {
     Q_OBJECT
 

@@ -2,6 +2,7 @@
 
 #include "capture/selection/CaptureLog.h"
 #include "capture/selection/CopyShortcut.h"
+#include "capture/selection/SecretText.h"
 #include "capture/selection/SelectionReader.h"
 #include "capture/source/CaptureGate.h"
 #include "capture/source/SourceApplication.h"
@@ -49,6 +50,21 @@ bool PanelCapture::wasCaptured(const PrimarySelection::Highlight& highlight) con
     return showing != 0 && showing == m_capturedInShowing && highlight == m_captured;
 }
 
+// Of a field for passwords browsers hand out PRIMARY in clear, but never copy.
+QCoro::Task<CapturedText> PanelCapture::proved(std::optional<ProcessId> source, QString highlighted,
+                                               std::stop_token stop) {
+    CapturedText found = CapturedText::found(highlighted);
+    const bool isDoubtful = canBePassword(highlighted) &&
+                            showsWebPages(m_services.gate.identifierOfSource(source)) &&
+                            m_services.copyShortcut.canCopyFrom(source);
+    if (!found.isHeldBack && isDoubtful) {
+        const QString copied =
+            co_await m_services.copyShortcut.captureFromCopyShortcutFast(source, std::move(stop));
+        found.isHeldBack = copied.isEmpty();
+    }
+    co_return found;
+}
+
 QCoro::Task<CapturedText>
 PanelCapture::captureSelectedTextForHotKey(std::optional<ProcessId> source, std::stop_token stop) {
     const QPointer<PanelCapture> self(this);
@@ -62,7 +78,8 @@ PanelCapture::captureSelectedTextForHotKey(std::optional<ProcessId> source, std:
     if (reading->highlight && !highlighted.isEmpty() && !wasCaptured(*reading->highlight)) {
         m_captured = *reading->highlight;
         m_capturedInShowing = m_services.showings.current();
-        co_return CapturedText::found(highlighted);
+        CapturedText found = co_await proved(reading->source, highlighted, stop);
+        co_return stop.stop_requested() ? nothing : found;
     }
     if (!isHotKeyCopyFallbackBundleID(m_services.gate.identifierOfSource(reading->source)))
         co_return nothing;

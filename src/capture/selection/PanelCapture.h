@@ -19,7 +19,7 @@ class SelectionReader;
 /// What was highlighted once is not captured twice as PRIMARY while the panel stays open: the hot
 /// key could not close it otherwise. Where a field for passwords has the focus, nothing is
 /// captured, by no way. A text that accessibility has not told is held back if it reads like a
-/// secret.
+/// secret, and, of what shows web pages, if it may be a password and the page does not copy it.
 class PanelCapture final : public QObject, public SelectionCapture {
     Q_OBJECT
 
@@ -43,6 +43,8 @@ class PanelCapture final : public QObject, public SelectionCapture {
     void log(const QString& line) override;
 
   private:
+    QCoro::Task<CapturedText> proved(std::optional<ProcessId> source, QString highlighted,
+                                     std::stop_token stop);
     [[nodiscard]] bool wasCaptured(const PrimarySelection::Highlight& highlight) const;
 
     Services m_services;

@@ -287,6 +287,11 @@ bool hasWhitespace(QStringView text) {
 
 } // namespace
 
+bool canBePassword(QStringView text) {
+    constexpr qsizetype longest = 64; // of what people type unseen
+    return text.size() <= longest && !text.contains(u'\n');
+}
+
 bool looksMasked(QStringView text) {
     constexpr qsizetype fewestBullets = 2;
     constexpr qsizetype fewestStars = 3;

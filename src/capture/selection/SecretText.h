@@ -14,6 +14,10 @@ namespace vorq {
 /// count.
 [[nodiscard]] bool looksLikeSecret(QStringView text);
 
+/// Whether the text is short enough, and of one line, to have been typed into a field for
+/// passwords.
+[[nodiscard]] bool canBePassword(QStringView text);
+
 /// Whether the text is bullets or stars in the place of what was typed.
 [[nodiscard]] bool looksMasked(QStringView text);
 

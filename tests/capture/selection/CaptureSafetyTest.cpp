@@ -138,6 +138,59 @@ TEST_F(SecretSafety, ACopyThatIsLongerThanWhatWasToldIsJudged) {
     EXPECT_TRUE(capturedForNote().isHeldBack);
 }
 
+// As a browser that tells accessibility nothing: its highlight holds passwords, and it copies none.
+class UncopiedSafety : public SecretSafety {
+  protected:
+    UncopiedSafety() { identify("chromium"); }
+};
+
+TEST_F(UncopiedSafety, WhatAPageDoesNotCopyIsHeldBackThoughItReadsLikeWords) {
+    for (const char* words : {"MyDogRex99", "qwertz", "4111 1111 1111 1111", "correct horse"}) {
+        highlight(words);
+        EXPECT_TRUE(captured().isHeldBack) << words;
+        EXPECT_TRUE(capturedForNote().isHeldBack) << words;
+    }
+}
+
+TEST_F(UncopiedSafety, WhatAPageCopiesIsNotHeldBack) {
+    highlight("photosynthesis");
+    copyShortcut.text = "photosynthesis";
+    EXPECT_EQ(captured(), CapturedText("photosynthesis"));
+    EXPECT_EQ(copyShortcut.copies, 1);
+    EXPECT_EQ(capturedForNote(), CapturedText("photosynthesis"));
+}
+
+TEST_F(UncopiedSafety, WhatReadsLikeASecretIsNotCopiedToKnowBetter) {
+    highlight("Tr0ub4dor&3");
+    EXPECT_TRUE(captured().isHeldBack);
+    EXPECT_EQ(copyShortcut.copies, 0);
+}
+
+TEST_F(UncopiedSafety, APassageIsNoPasswordAndNotCopied) {
+    const QString passage =
+        u"Light becomes sugar in the leaves of plants, which breathe out oxygen."_s;
+    for (const QString& text : {passage, u"Two\nlines"_s}) {
+        highlight(text);
+        EXPECT_FALSE(captured().isHeldBack);
+    }
+    EXPECT_EQ(copyShortcut.copies, 0);
+}
+
+TEST_F(UncopiedSafety, OtherProgramsKeepPasswordsToThemselves) {
+    identify("org.kde.kwrite");
+    highlight("qwertz");
+    EXPECT_FALSE(captured().isHeldBack);
+    EXPECT_EQ(copyShortcut.copies, 0);
+    EXPECT_FALSE(capturedForNote().isHeldBack);
+}
+
+TEST_F(UncopiedSafety, WhereNothingCanBeCopiedLooksAloneDecide) {
+    copyShortcut.canCopy = false;
+    highlight("photosynthesis");
+    EXPECT_FALSE(captured().isHeldBack);
+    EXPECT_FALSE(capturedForNote().isHeldBack);
+}
+
 class Exclusion : public CaptureTest {
   protected:
     Exclusion() {

@@ -167,6 +167,35 @@ TEST_F(PasswordSafety, AHighlightThatReadsLikeAPasswordIsHeldBackAndDiscarded) {
     expectPasswordIsNowhere();
 }
 
+TEST_F(PasswordSafety, APasswordOfPlainWordsIsHeldBackSinceThePageDoesNotCopyIt) {
+    const QByteArray words = "correct horse battery";
+    vorq.start();
+    browser = openChromium(
+        session,
+        "<!DOCTYPE html><title>Page</title><input type=password autofocus value='" + words + "'>",
+        false);
+    highlight(session, [&] { session.key({"ctrl+a"}); }, words);
+    session.own("clipboard", "what was copied before");
+    press();
+    DesktopSession::waitUntil("the question", [&] { return isAsked(); });
+    expectNothingWentOut();
+    EXPECT_FALSE(vorq.wasSent(words));
+    EXPECT_EQ(session.selection("clipboard"), "what was copied before");
+}
+
+TEST_F(PasswordSafety, AWordOfAPageIsTakenAtOnceAndTheClipboardIsAsBefore) {
+    vorq.start();
+    browser = openChromium(
+        session, "<!DOCTYPE html><title>Page</title><input autofocus value='photosynthesis'>",
+        false);
+    highlight(session, [&] { session.key({"ctrl+a"}); }, "photosynthesis");
+    session.own("clipboard", "what was copied before");
+    press();
+    EXPECT_THAT(vorq.waitForReply(3), testing::SizeIs(3));
+    EXPECT_THAT(vorq.analysed(), testing::ElementsAre(u"photosynthesis"_s));
+    EXPECT_EQ(session.selection("clipboard"), "what was copied before");
+}
+
 TEST_F(PasswordSafety, WhatIsHeldBackIsSentOnceTheUserSaysSo) {
     openAndPress();
     vorq.click(sendName);

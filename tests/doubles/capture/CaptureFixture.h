@@ -30,10 +30,12 @@ namespace vorq {
 class ScriptedCopyShortcut final : public CopyShortcut {
   public:
     QString text;
+    bool canCopy = true;
     int copies = 0;
     /// Runs when a copy is asked for.
     std::function<void()> onCopy;
 
+    [[nodiscard]] bool canCopyFrom(std::optional<ProcessId>) const override { return canCopy; }
     QCoro::Task<QString> captureFromCopyShortcutFast(std::optional<ProcessId>,
                                                      std::stop_token) override {
         ++copies;
