@@ -59,6 +59,14 @@ class AttachingTest : public PanelPresenceTest {
         session.key({"Return"});
         DesktopSession::waitUntil("the panel", [&] { return session.activeWindow() == panel; });
     }
+    // A package of an application of macOS, which brings its own preview.
+    [[nodiscard]] QString putPackage(const QString& name, const QString& text) const {
+        const MadeDocuments made(session.home());
+        QFile preview(made.putPdf("preview.pdf", {text}));
+        EXPECT_TRUE(preview.open(QIODevice::ReadOnly));
+        return made.putZip(name, {{"QuickLook/Preview.pdf", preview.readAll()},
+                                  {"Index/Document.iwa", "not for us"}});
+    }
     // Asks about what is attached, and gives the request.
     QJsonObject ask() {
         const std::size_t asked = vorq.prompts().size();
@@ -117,6 +125,27 @@ TEST_F(AttachingTest, ADocumentOfEachKindIsRead) {
                           "--- Attached file: c.pptx ---\nLevees rise.\n\n"
                           "--- Attached file: d.odt ---\nDeltas grow.\n\n"
                           "--- Attached file: e.rtf ---\nRivers bend."));
+}
+
+TEST_F(AttachingTest, OlderFormatsAndThosePackedWithAPreviewAreRead) {
+    const MadeDocuments made(session.home());
+    const QString doc = made.putOffice("a.doc", "Silt settles.");
+    const QString ppt = made.putOffice("b.ppt", "Reeds hold.");
+    const QString odp = made.putOffice("c.odp", "Levees rise.");
+    const QString pages = putPackage("d.pages", "Deltas grow.");
+    const QString key = putPackage("e.key", "Rivers bend.");
+    openPanelAndDrop({doc, pages});
+    pick(odp);
+    paste(QUrl::fromLocalFile(ppt).toEncoded() + "\r\n" + QUrl::fromLocalFile(key).toEncoded(),
+          "text/uri-list");
+    for (const char* name : {"a.doc", "b.ppt", "c.odp", "d.pages", "e.key"})
+        waitForClip(QLatin1StringView(name));
+    EXPECT_THAT(field(ask(), "selectedText"),
+                HasSubstr("--- Attached file: a.doc ---\nSilt settles.\n\n"
+                          "--- Attached file: d.pages ---\nDeltas grow.\n\n"
+                          "--- Attached file: c.odp ---\nLevees rise.\n\n"
+                          "--- Attached file: b.ppt ---\nReeds hold.\n\n"
+                          "--- Attached file: e.key ---\nRivers bend."));
 }
 
 TEST_F(AttachingTest, APictureWithoutAFileIsDropped) {
