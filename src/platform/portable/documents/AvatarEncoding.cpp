@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QImageReader>
+#include <QtEndian>
 
 #include <algorithm>
 
@@ -42,8 +43,24 @@ bool hasEnd(QByteArrayView jpeg) {
     return false;
 }
 
-bool isJpeg(const QByteArray& bytes) {
-    return bytes.startsWith("\xFF\xD8");
+// The file says how long it is.
+bool holdsItsLength(QByteArrayView bitmap) {
+    constexpr qsizetype lengthAt = 2;
+    if (bitmap.size() < lengthAt + 4) return false;
+    return qFromLittleEndian<quint32>(bitmap.data() + lengthAt) <= bitmap.size();
+}
+
+bool hasTrailer(QByteArrayView gif) {
+    while (gif.endsWith('\0'))
+        gif.chop(1);
+    return gif.endsWith(';');
+}
+
+// Of these kinds what is missing at the end is decoded as if it were plain.
+bool isCutOff(QByteArrayView bytes) {
+    if (bytes.startsWith("\xFF\xD8")) return !hasEnd(bytes);
+    if (bytes.startsWith("BM")) return !holdsItsLength(bytes);
+    return bytes.startsWith("GIF8") && !hasTrailer(bytes);
 }
 
 } // namespace
@@ -62,7 +79,7 @@ std::expected<QByteArray, PictureFault> avatarJpeg(QByteArray bytes) {
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer);
     if (const auto fault = preparePicture(reader)) return std::unexpected(*fault);
-    if (isJpeg(bytes) && !hasEnd(bytes)) return std::unexpected(PictureFault::Unreadable);
+    if (isCutOff(bytes)) return std::unexpected(PictureFault::Unreadable);
     if (reader.supportsAnimation() && reader.imageCount() > 1)
         return std::unexpected(PictureFault::Animated);
     if (const QSize size = reader.size(); size.isValid()) reader.setScaledSize(avatarSize(size));
