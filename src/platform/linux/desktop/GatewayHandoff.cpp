@@ -20,13 +20,13 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr Clock::Duration handoffLimit = 10s;
-const QString program = u"vorq-gateway"_s;
+const QString gatewayProgram = u"vorq-gateway"_s;
 
 // "" if there is none.
 QString gatewayPath() {
-    const QFileInfo beside(QDir(QCoreApplication::applicationDirPath()), program);
+    const QFileInfo beside(QDir(QCoreApplication::applicationDirPath()), gatewayProgram);
     return beside.isExecutable() ? beside.absoluteFilePath()
-                                 : QStandardPaths::findExecutable(program);
+                                 : QStandardPaths::findExecutable(gatewayProgram);
 }
 
 std::expected<QUrl, QString> outcomeOf(QProcess& process) {
