@@ -44,4 +44,11 @@ json encode(const Quiz& quiz) {
     return {{"primer", quiz.primer}, {"questions", std::move(questions)}};
 }
 
+json encode(const ModelList& models) {
+    json list = json::array();
+    for (const std::string& id : models.ids)
+        list.push_back({{"id", id}});
+    return {{"models", std::move(list)}};
+}
+
 } // namespace vorq::gateway

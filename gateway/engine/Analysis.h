@@ -56,8 +56,16 @@ struct Quiz {
     bool operator==(const Quiz&) const = default;
 };
 
+/// What a request may name as its model, by the names of the provider.
+struct ModelList {
+    std::vector<std::string> ids;
+
+    bool operator==(const ModelList&) const = default;
+};
+
 [[nodiscard]] nlohmann::json encode(const Analysis& analysis);
 [[nodiscard]] nlohmann::json encode(const std::vector<Flashcard>& flashcards);
 [[nodiscard]] nlohmann::json encode(const Quiz& quiz);
+[[nodiscard]] nlohmann::json encode(const ModelList& models);
 
 } // namespace vorq::gateway

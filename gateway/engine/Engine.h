@@ -76,7 +76,7 @@ struct ReplyStep {
 };
 
 /// A reply that has ended.
-using FinishedReply = std::variant<Analysis, std::vector<Flashcard>, Quiz>;
+using FinishedReply = std::variant<Analysis, std::vector<Flashcard>, Quiz, ModelList>;
 
 [[nodiscard]] nlohmann::json encode(const FinishedReply& reply);
 
@@ -107,6 +107,9 @@ class Engine {
     flashcards(const FlashcardsRequest& request) = 0;
     /// Ends in a quiz.
     [[nodiscard]] virtual std::unique_ptr<ReplyStream> quiz(const QuizRequest& request) = 0;
+    /// Ends in the models that are offered beside those that the client knows: none, unless the
+    /// engine has some.
+    [[nodiscard]] virtual std::unique_ptr<ReplyStream> models();
 };
 
 } // namespace vorq::gateway

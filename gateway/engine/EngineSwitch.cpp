@@ -54,4 +54,8 @@ std::unique_ptr<ReplyStream> EngineSwitch::quiz(const QuizRequest& request) {
     return keptReply(current(), [&](Engine& engine) { return engine.quiz(request); });
 }
 
+std::unique_ptr<ReplyStream> EngineSwitch::models() {
+    return keptReply(current(), [](Engine& engine) { return engine.models(); });
+}
+
 } // namespace vorq::gateway

@@ -21,6 +21,7 @@ class EngineSwitch final : public Engine {
     [[nodiscard]] std::unique_ptr<ReplyStream>
     flashcards(const FlashcardsRequest& request) override;
     [[nodiscard]] std::unique_ptr<ReplyStream> quiz(const QuizRequest& request) override;
+    [[nodiscard]] std::unique_ptr<ReplyStream> models() override;
 
   private:
     [[nodiscard]] std::shared_ptr<Engine> current() const;

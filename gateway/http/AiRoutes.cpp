@@ -134,6 +134,11 @@ void addAiRoutes(RequestRouter& router, Engine& engine) {
                                   modelFor(call)};
         return reply(engine.quiz(request), true);
     });
+    router.add("/ai/models",
+               {.handler = [&engine](const ApiCall&) { return reply(engine.models(), true); },
+                .method = "GET",
+                .needsToken = true,
+                .startsReply = true});
 }
 
 } // namespace vorq::gateway

@@ -39,7 +39,10 @@ bool RequestRouter::wantsPage(const HttpRequest& request) const {
 
 std::string RequestRouter::allowedMethods(const std::string& path) const {
     const auto page = m_pages.find(path);
-    if (page == m_pages.end()) return "POST";
+    if (page == m_pages.end()) {
+        const auto entry = m_routes.find(path);
+        return entry == m_routes.end() ? "POST" : entry->second.method;
+    }
     std::string methods;
     for (const auto& [method, route] : page->second)
         methods += (methods.empty() ? "" : ", ") + (method == "GET" ? "GET, HEAD" : method);
@@ -57,10 +60,11 @@ const Route& RequestRouter::routeFor(const HttpRequest& request) const {
         throw ApiError(404, filled("The Vorq gateway has nothing at {}.",
                                    clipped(sanitized(request.path), 200)));
     }
-    if (request.method != "POST") {
-        throw ApiError(405, filled("{} takes POST requests only.", request.path));
+    const Route& route = entry->second;
+    if (request.method != route.method) {
+        throw ApiError(405, filled("{} takes {} requests only.", request.path, route.method));
     }
-    return entry->second;
+    return route;
 }
 
 ApiError RequestRouter::tooLarge(const Route& route) {

@@ -18,6 +18,8 @@ using PageHandler = std::function<ApiReply(const PageCall&)>;
 
 struct Route {
     ApiHandler handler = {};
+    /// Of `handler`.
+    const char* method = "POST";
     /// In place of `handler`: it answers a browser.
     PageHandler page = {};
     bool needsToken = false;

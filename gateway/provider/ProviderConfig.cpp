@@ -39,6 +39,13 @@ std::string chatEndpoint(const std::string& address) {
     return path + text.substr(question);
 }
 
+std::string modelsEndpoint(const std::string& chatEndpoint) {
+    const std::size_t question = std::min(chatEndpoint.find('?'), chatEndpoint.size());
+    std::string path = chatEndpoint.substr(0, question);
+    if (path.ends_with(kCompletions)) path.resize(path.size() - kCompletions.size());
+    return path + "/models" + chatEndpoint.substr(question);
+}
+
 std::string siteOf(const std::string& url) {
     const std::size_t start = url.find("://") + 3;
     std::string host = url.substr(start, url.find_first_of("/?#", start) - start);

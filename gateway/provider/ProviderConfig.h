@@ -18,6 +18,8 @@ struct ProviderConfig {
     std::string model;
     /// From the client's model ids to the provider's.
     std::map<std::string, std::string> models;
+    /// Whether a client is told what models the provider has, and may name any of them.
+    bool offersModels = false;
     /// Certificates of an own authority, or empty.
     std::string caFile;
     std::chrono::milliseconds connectTimeout{10'000};
@@ -31,6 +33,9 @@ struct ProviderConfig {
 /// path, "/chat/completions" only where it does not end so. A query stays. Throws
 /// std::runtime_error unless it is a URL of http or https.
 [[nodiscard]] std::string chatEndpoint(const std::string& address);
+
+/// The endpoint beside it that lists the provider's models.
+[[nodiscard]] std::string modelsEndpoint(const std::string& chatEndpoint);
 
 /// Scheme, host and port of a URL, without a user name or password in it.
 [[nodiscard]] std::string siteOf(const std::string& url);

@@ -2,15 +2,20 @@
 
 #include "provider/ChatRequest.h"
 #include "provider/ModelJson.h"
-#include "provider/ProviderStream.h"
 #include "support/Filled.h"
 
 #include <nlohmann/json.hpp>
+
+#include <chrono>
+#include <functional>
 #include <string>
 #include <utility>
 
 namespace vorq::gateway {
 namespace {
+
+using nlohmann::json;
+using Steady = std::chrono::steady_clock;
 
 constexpr auto kCutShort = "*The reply ends here: the model reached its length limit. Ask it to go "
                            "on.*";
@@ -63,31 +68,95 @@ FinishedReply quizIn(std::string_view text, bool isCutShort) {
     return quiz;
 }
 
+/// A reply that is asked for once the provider has told its models, or has failed to.
+class ReplyAfterList final : public ReplyStream {
+  public:
+    using Begin = std::move_only_function<std::unique_ptr<ReplyStream>()>;
+
+    ReplyAfterList(std::unique_ptr<ReplyStream> list, Begin begin)
+        : m_list(std::move(list)), m_begin(std::move(begin)) {}
+
+    void setCaller(const std::function<void()>& call) override {
+        m_call = call;
+        m_list->setCaller(call);
+    }
+
+    [[nodiscard]] ReplyStep step(SteadyTime now) override {
+        if (!m_reply) {
+            const ReplyStep waits = stepList(now);
+            if (waits.kind == ReplyStep::Kind::Waits) return waits;
+            m_list.reset();
+            m_reply = m_begin();
+            m_reply->setCaller(m_call);
+        }
+        return m_reply->step(now);
+    }
+
+    [[nodiscard]] FinishedReply result() override { return m_reply->result(); }
+
+  private:
+    [[nodiscard]] ReplyStep stepList(SteadyTime now) {
+        try {
+            return m_list->step(now);
+        } catch (const EngineError&) {
+            return {}; // the reply will tell, if it fails as well
+        }
+    }
+
+    std::unique_ptr<ReplyStream> m_list;
+    Begin m_begin;
+    std::function<void()> m_call;
+    std::unique_ptr<ReplyStream> m_reply;
+};
+
 } // namespace
 
 ProviderEngine::ProviderEngine(ProviderConfig config) : m_config(std::move(config)) {}
 
 std::unique_ptr<ReplyStream> ProviderEngine::prompt(const PromptRequest& request) {
-    return std::make_unique<ProviderStream>(
-        m_loop, m_config, promptBody(request, providerModel(m_config, request.model)),
-        analysisParser(request.whole));
+    return ask(promptBody(request, modelFor(request.model)), request.model,
+               analysisParser(request.whole));
 }
 
 std::unique_ptr<ReplyStream> ProviderEngine::analyze(const AnalyzeRequest& request) {
-    return std::make_unique<ProviderStream>(
-        m_loop, m_config, analyzeBody(request, providerModel(m_config, request.model)),
-        analysisParser(request.whole));
+    return ask(analyzeBody(request, modelFor(request.model)), request.model,
+               analysisParser(request.whole));
 }
 
 std::unique_ptr<ReplyStream> ProviderEngine::flashcards(const FlashcardsRequest& request) {
-    return std::make_unique<ProviderStream>(
-        m_loop, m_config, flashcardsBody(request.text, providerModel(m_config, request.model)),
-        flashcardsIn);
+    return ask(flashcardsBody(request.text, modelFor(request.model)), request.model, flashcardsIn);
 }
 
 std::unique_ptr<ReplyStream> ProviderEngine::quiz(const QuizRequest& request) {
-    return std::make_unique<ProviderStream>(
-        m_loop, m_config, quizBody(request, providerModel(m_config, request.model)), quizIn);
+    return ask(quizBody(request, modelFor(request.model)), request.model, quizIn);
+}
+
+std::unique_ptr<ReplyStream> ProviderEngine::models() {
+    if (!m_config.offersModels) return Engine::models();
+    return m_offer.list(Steady::now());
+}
+
+std::string ProviderEngine::modelFor(const std::string& wanted) const {
+    const bool isOffered = !m_config.models.contains(wanted) && m_offer.holds(wanted);
+    return isOffered ? wanted : providerModel(m_config, wanted);
+}
+
+/// Whether only the provider's list tells if it has the model.
+bool ProviderEngine::mustAskForModels(const std::string& wanted) const {
+    return m_config.offersModels && !wanted.empty() && !m_config.model.empty() &&
+           !m_config.models.contains(wanted) && !m_offer.holds(wanted) &&
+           !m_offer.isFresh(Steady::now());
+}
+
+std::unique_ptr<ReplyStream> ProviderEngine::ask(json body, const std::string& wanted,
+                                                 ReplyParser parser) {
+    if (!mustAskForModels(wanted))
+        return std::make_unique<ProviderStream>(m_loop, m_config, body, std::move(parser));
+    auto begin = [this, body = std::move(body), wanted, parser = std::move(parser)]() mutable {
+        body["model"] = modelFor(wanted);
+        return std::make_unique<ProviderStream>(m_loop, m_config, body, std::move(parser));
+    };
+    return std::make_unique<ReplyAfterList>(m_offer.list(Steady::now()), std::move(begin));
 }
 
 } // namespace vorq::gateway

@@ -1,8 +1,14 @@
 #pragma once
 
 #include "engine/Engine.h"
+#include "provider/ModelOffer.h"
 #include "provider/ProviderConfig.h"
+#include "provider/ProviderStream.h"
 #include "provider/TransferLoop.h"
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <string>
 
 namespace vorq::gateway {
 
@@ -18,10 +24,17 @@ class ProviderEngine final : public Engine {
     [[nodiscard]] std::unique_ptr<ReplyStream>
     flashcards(const FlashcardsRequest& request) override;
     [[nodiscard]] std::unique_ptr<ReplyStream> quiz(const QuizRequest& request) override;
+    [[nodiscard]] std::unique_ptr<ReplyStream> models() override;
 
   private:
+    [[nodiscard]] std::unique_ptr<ReplyStream> ask(nlohmann::json body, const std::string& wanted,
+                                                   ReplyParser parser);
+    [[nodiscard]] std::string modelFor(const std::string& wanted) const;
+    [[nodiscard]] bool mustAskForModels(const std::string& wanted) const;
+
     ProviderConfig m_config;
     TransferLoop m_loop;
+    ModelOffer m_offer{m_loop, m_config};
 };
 
 } // namespace vorq::gateway

@@ -66,7 +66,7 @@ HeaderList headersFor(const ProviderConfig& config) {
 /// What the loop's thread and the reader share.
 class ProviderTransfer::State final : public LoopTransfer {
   public:
-    State(const ProviderConfig& config, std::string body);
+    State(const ProviderConfig& config, std::optional<std::string> body);
 
     [[nodiscard]] CURL* handle() override { return m_easy.get(); }
     void handleEnd(CURLcode result) override;
@@ -84,6 +84,7 @@ class ProviderTransfer::State final : public LoopTransfer {
     static int onProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t uploaded);
     static int onSocket(void*, curl_socket_t socket, curlsocktype);
     void setOptions();
+    void setBody(const std::string& body);
     void watchUpload();
     void touch();
     void callReader();
@@ -92,7 +93,7 @@ class ProviderTransfer::State final : public LoopTransfer {
     [[noreturn]] void fail() const;
 
     const ProviderConfig& m_config;
-    const std::string m_body;
+    const std::optional<std::string> m_body;
     const HeaderList m_headers;
     std::unique_ptr<CURL, EasyCleanup> m_easy;
 
@@ -114,7 +115,7 @@ class ProviderTransfer::State final : public LoopTransfer {
     bool m_ended = false;
 };
 
-ProviderTransfer::State::State(const ProviderConfig& config, std::string body)
+ProviderTransfer::State::State(const ProviderConfig& config, std::optional<std::string> body)
     : m_config(config),
       m_body(std::move(body)),
       m_headers(headersFor(config)),
@@ -132,8 +133,6 @@ void ProviderTransfer::State::setOptions() {
     curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
     // Replies that share a connection would wait for the one that is read most slowly.
     curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-    curl_easy_setopt(easy, CURLOPT_POSTFIELDS, m_body.data());
-    curl_easy_setopt(easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(m_body.size()));
     curl_easy_setopt(easy, CURLOPT_HTTPHEADER, m_headers.get());
     curl_easy_setopt(easy, CURLOPT_USERAGENT, "vorq-gateway");
     curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS,
@@ -147,7 +146,14 @@ void ProviderTransfer::State::setOptions() {
     curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
     // For short requests too: a long one may come after them on the same connection.
     curl_easy_setopt(easy, CURLOPT_SOCKOPTFUNCTION, &State::onSocket);
-    if (m_body.size() > kShortRequest) watchUpload();
+    if (m_body) setBody(*m_body);
+}
+
+void ProviderTransfer::State::setBody(const std::string& body) {
+    CURL* easy = m_easy.get();
+    curl_easy_setopt(easy, CURLOPT_POSTFIELDS, body.data());
+    curl_easy_setopt(easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+    if (body.size() > kShortRequest) watchUpload();
 }
 
 void ProviderTransfer::State::watchUpload() {
@@ -281,7 +287,7 @@ void ProviderTransfer::State::keepQuietUntil(SteadyTime time) {
 }
 
 ProviderTransfer::ProviderTransfer(TransferLoop& loop, const ProviderConfig& config,
-                                   std::string body)
+                                   std::optional<std::string> body)
     : m_loop(loop), m_state(std::make_shared<State>(config, std::move(body))) {
     m_loop.start(m_state);
 }

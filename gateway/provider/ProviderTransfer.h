@@ -11,12 +11,13 @@
 
 namespace vorq::gateway {
 
-/// One POST to the provider, whose answer is read piece by piece as it comes. Used by one thread
+/// One request to the provider, whose answer is read piece by piece as it comes. Used by one thread
 /// at a time and never waits; destroying it drops the connection. Failures are EngineError.
 class ProviderTransfer {
   public:
-    /// `config` and `loop` outlive the transfer.
-    ProviderTransfer(TransferLoop& loop, const ProviderConfig& config, std::string body);
+    /// `config` and `loop` outlive the transfer. A POST, but a GET without a body.
+    ProviderTransfer(TransferLoop& loop, const ProviderConfig& config,
+                     std::optional<std::string> body);
     ~ProviderTransfer();
     ProviderTransfer(const ProviderTransfer&) = delete;
     ProviderTransfer& operator=(const ProviderTransfer&) = delete;

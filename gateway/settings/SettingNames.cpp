@@ -18,15 +18,9 @@ using Names = std::span<const std::string_view>;
 
 constexpr std::array<std::string_view, 6> kNames = {
     "database", "openSignUp", "provider", "publicUrl", "trustedProxies", "wrongPasswordsPerMinute"};
-constexpr std::array<std::string_view, 9> kProviderNames = {"caFile",
-                                                            "connectTimeoutSeconds",
-                                                            "idleTimeoutSeconds",
-                                                            "key",
-                                                            "keyHeader",
-                                                            "model",
-                                                            "models",
-                                                            "replyTimeoutSeconds",
-                                                            "url"};
+constexpr std::array<std::string_view, 10> kProviderNames = {
+    "caFile", "connectTimeoutSeconds", "idleTimeoutSeconds",  "key", "keyHeader", "model",
+    "models", "offersModels",          "replyTimeoutSeconds", "url"};
 constexpr std::size_t kLongestName = 100;
 
 /// How many letters have to be put in, taken out or replaced.

@@ -1,5 +1,6 @@
 #include "settings/Settings.h"
 
+#include "provider/LocalAddress.h"
 #include "settings/SettingNames.h"
 #include "settings/SettingsFile.h"
 #include "support/Filled.h"
@@ -111,6 +112,8 @@ std::optional<ProviderConfig> readProvider(const json& document, const Environme
     config.keyHeader = checkedHeader(text("keyHeader", "VORQ_PROVIDER_KEY_HEADER"));
     config.model = text("model", "VORQ_PROVIDER_MODEL");
     config.models = valueOr(section, "models", config.models);
+    // Whoever runs the models is asked for nothing by those that others choose.
+    config.offersModels = valueOr(section, "offersModels", leadsToThisComputer(config.endpoint));
     config.caFile = valueOr(section, "caFile", std::string());
     config.connectTimeout = secondsOr(section, "connectTimeoutSeconds", config.connectTimeout);
     config.replyTimeout = secondsOr(section, "replyTimeoutSeconds", config.replyTimeout);

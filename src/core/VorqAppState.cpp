@@ -32,6 +32,9 @@ VorqAppState::VorqAppState(const Platform& platform)
             &VorqAppState::promptPlaceholderChanged);
     connect(&m_account, &AccountSession::signedInChanged, this, &VorqAppState::accountChanged);
     connect(&m_account, &AccountSession::profileChanged, this, &VorqAppState::profileImageChanged);
+    connect(&m_account, &AccountSession::signedInChanged, this, [this] {
+        if (!m_account.signedIn()) m_model.forgetOffered();
+    });
     restore();
 }
 

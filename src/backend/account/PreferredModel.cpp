@@ -26,7 +26,7 @@ QCoro::Task<> sendModel(VorqAPIService& api, QString token, QString id, std::sto
 } // namespace
 
 PreferredModel::PreferredModel(VorqAPIService& api, Defaults& defaults, QObject* parent)
-    : QObject(parent), m_api(api), m_defaults(defaults) {}
+    : QObject(parent), m_api(api), m_defaults(defaults), m_offered(api, defaults) {}
 
 PreferredModel::~PreferredModel() = default;
 
@@ -34,13 +34,22 @@ void PreferredModel::setTokenSource(std::function<QString()> tokenSource) {
     m_tokenSource = std::move(tokenSource);
 }
 
+bool PreferredModel::isKnown(const QString& id) const {
+    return VorqAIModelOption::contains(id) || m_offered.contains(id);
+}
+
+void PreferredModel::refreshOffered() {
+    if (m_tokenSource) m_offered.refresh(m_tokenSource());
+}
+
 void PreferredModel::restore() {
+    m_offered.restore();
     const std::optional<QString> stored = m_defaults.string(modelKey);
-    if (stored) setPreferredAIModelID(VorqAIModelOption::contains(*stored) ? *stored : QString());
+    if (stored) setPreferredAIModelID(isKnown(*stored) ? *stored : QString());
 }
 
 void PreferredModel::selectPreferredAIModel(const QString& id) {
-    const QString known = VorqAIModelOption::contains(id) ? id : QString();
+    const QString known = isKnown(id) ? id : QString();
     setPreferredAIModelID(known);
     m_defaults.setBoolean(userChosenKey, true);
     persistPreferredModel(known);
@@ -57,6 +66,8 @@ void PreferredModel::persistPreferredModel(const QString& id) {
 
 void PreferredModel::applyPreferredModelFromSession(const Session& session) {
     const bool userChosen = m_defaults.boolean(userChosenKey).value_or(false);
+    const QString wanted = trimmed(session.preferredModel.value_or(QString())).toString();
+    if (!userChosen && m_offered.contains(wanted)) return setPreferredAIModelID(wanted);
     const QString id =
         modelFromSession(userChosen, m_preferredAIModelID, session.preferredModel, session.useCase);
     if (id != m_preferredAIModelID) setPreferredAIModelID(id);

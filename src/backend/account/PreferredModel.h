@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backend/account/OfferedModels.h"
 #include "support/async/TaskSlot.h"
 
 #include <QObject>
@@ -23,13 +24,18 @@ class PreferredModel final : public QObject {
     PreferredModel(VorqAPIService& api, Defaults& defaults, QObject* parent = nullptr);
     ~PreferredModel() override;
 
-    /// A catalogue id; empty leaves the choice to the backend.
+    /// An id of the catalogue or of what the backend offers; empty leaves the choice to it.
     [[nodiscard]] const QString& preferredAIModelID() const { return m_preferredAIModelID; }
+
+    [[nodiscard]] const OfferedModels& offered() const { return m_offered; }
+    /// Asks the backend what it offers, in the background.
+    void refreshOffered();
+    void forgetOffered() { m_offered.forget(); }
 
     /// Where the account's token comes from; without one the choice stays on this machine.
     void setTokenSource(std::function<QString()> tokenSource);
 
-    /// Reads the stored choice. One that the catalogue does not hold becomes empty.
+    /// Reads the stored choice. One that is not known becomes empty.
     void restore();
 
     /// The user's own choice, which no session overrides from then on.
@@ -44,10 +50,12 @@ class PreferredModel final : public QObject {
     void preferredAIModelIDChanged();
 
   private:
+    [[nodiscard]] bool isKnown(const QString& id) const;
     void setPreferredAIModelID(const QString& id);
 
     VorqAPIService& m_api;
     Defaults& m_defaults;
+    OfferedModels m_offered;
     std::function<QString()> m_tokenSource;
     QString m_preferredAIModelID;
     TaskSlot m_sync;

@@ -153,6 +153,11 @@ QCoro::Task<QuizResult> VorqAPIService::quiz(const QString& token, const QString
                    std::move(stop));
 }
 
+QCoro::Task<ModelList> VorqAPIService::models(const QString& token, std::stop_token stop) {
+    return request(u"/ai/models"_s, "GET", std::nullopt, resolvedAIToken(token), 20s,
+                   &decodeModelList, std::move(stop));
+}
+
 QCoro::Task<Session> VorqAPIService::refreshSession(const QString& refreshToken,
                                                     std::stop_token stop) {
     const QStringView token = trimmed(refreshToken);

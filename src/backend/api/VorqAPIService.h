@@ -3,6 +3,7 @@
 #include "backend/api/AIAnalysis.h"
 #include "backend/api/AnalysisStream.h"
 #include "backend/api/HttpOutcome.h"
+#include "backend/api/ModelList.h"
 #include "backend/api/Requests.h"
 #include "backend/api/Session.h"
 #include "backend/api/StudyRecords.h"
@@ -59,6 +60,8 @@ class VorqAPIService {
     /// A blank focus is left out.
     QCoro::Task<QuizResult> quiz(const QString& token, const QString& text, const QString& focus,
                                  std::stop_token stop);
+
+    QCoro::Task<ModelList> models(const QString& token, std::stop_token stop);
 
     QCoro::Task<Session> refreshSession(const QString& refreshToken, std::stop_token stop);
     QCoro::Task<Session> exchangeMacHandoff(const QString& code, std::stop_token stop);

@@ -6,6 +6,10 @@
 #include <QActionGroup>
 #include <QCoreApplication>
 
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
 namespace vorq {
 namespace {
 
@@ -27,23 +31,51 @@ ModelMenu::ModelMenu() : m_choices(new QActionGroup(this)) {
 }
 
 void ModelMenu::addModels() {
-    for (const VorqAIModelOption& option : VorqAIModelOption::all) {
-        QAction* choice =
-            m_choices->addAction(shown(option.title) + u'\t' + shown(option.subtitle));
-        choice->setCheckable(true);
-        choice->setData(option.id.toString());
-        addAction(choice);
-    }
+    for (const VorqAIModelOption& option : VorqAIModelOption::all)
+        addModel(option.id.toString(), shown(option.title) + u'\t' + shown(option.subtitle));
+}
+
+void ModelMenu::addModel(const QString& id, const QString& text) {
+    QAction* choice = m_choices->addAction(text);
+    choice->setCheckable(true);
+    choice->setData(id);
+    addAction(choice);
 }
 
 void ModelMenu::bind(PreferredModel& model) {
     if (m_model == &model) return;
     m_model = &model;
     connect(&model, &PreferredModel::preferredAIModelIDChanged, this, &ModelMenu::refresh);
+    connect(&model.offered(), &OfferedModels::changed, this, &ModelMenu::refresh);
     refresh();
 }
 
+// What stands below the catalogue.
+void ModelMenu::clearOffered() {
+    const QList<QAction*> all = actions();
+    for (auto index = qsizetype(VorqAIModelOption::all.size()); index < all.size(); ++index) {
+        removeAction(all[index]);
+        m_choices->removeAction(all[index]);
+        all[index]->deleteLater(); // it may be the one that was chosen just now
+    }
+}
+
+// One that is no longer offered stays as long as it is the chosen one. A bar that draws the menu
+// loses its place in one that is made anew.
+void ModelMenu::showOffered() {
+    QStringList now = m_model->offered().ids();
+    now.removeIf([](const QString& id) { return VorqAIModelOption::contains(id); });
+    const QString& chosen = m_model->preferredAIModelID();
+    if (!VorqAIModelOption::contains(chosen) && !now.contains(chosen)) now += chosen;
+    if (std::exchange(m_offered, now) == now) return;
+    clearOffered();
+    if (!now.isEmpty()) addSeparator();
+    for (const QString& id : now)
+        addModel(id, QString(id).replace(u'&', u"&&"_s) + u'\t');
+}
+
 void ModelMenu::refresh() {
+    if (m_model) showOffered();
     m_choices->setEnabled(!m_model.isNull());
     if (!m_model) return;
     for (QAction* choice : m_choices->actions())

@@ -4,6 +4,7 @@
 #include "shell/status/TwoLineStyle.h"
 
 #include <QPointer>
+#include <QStringList>
 
 class QActionGroup;
 
@@ -12,7 +13,7 @@ namespace vorq {
 class PreferredModel;
 
 /// The models that the user can prefer, each with what it is good for and a check mark on the one
-/// that they do. Main thread only.
+/// that they do; below them those that the backend offers. Main thread only.
 class ModelMenu final : public FactMenu {
     Q_OBJECT
 
@@ -24,11 +25,15 @@ class ModelMenu final : public FactMenu {
 
   private:
     void addModels();
+    void addModel(const QString& id, const QString& text);
+    void clearOffered();
+    void showOffered();
     void refresh();
 
     TwoLineStyle m_style;
     QPointer<PreferredModel> m_model;
     QActionGroup* m_choices;
+    QStringList m_offered;
 };
 
 } // namespace vorq

@@ -142,6 +142,7 @@ void StatusMenu::bindAppState(VorqAppState& state) {
     connect(&state.permissions(), &Permissions::changed, this, &StatusMenu::refreshAccessibility);
     connect(&state.panel(), &PanelConversation::stateChanged, this, &StatusMenu::refreshChat);
     connect(this, &QMenu::aboutToShow, this, &StatusMenu::refreshChat);
+    connect(this, &QMenu::aboutToShow, &state.model(), &PreferredModel::refreshOffered);
     refreshAccount();
     refreshAccessibility();
     refreshChat();

@@ -26,6 +26,10 @@ const QStyleOptionMenuItem* twoLines(const QStyleOption* option) {
     return entry != nullptr && entry->text.contains(u'\t') ? entry : nullptr;
 }
 
+QString secondLine(const QStyleOptionMenuItem& entry) {
+    return entry.text.section(u'\t', 1);
+}
+
 QFont secondFont(QFont font) {
     if (font.pointSizeF() > 0)
         font.setPointSizeF(font.pointSizeF() * secondSize);
@@ -40,6 +44,7 @@ int lineHeight(const QFont& font) {
 
 // Two lines stand where the desktop's text is large, too.
 int heightOf(const QStyleOptionMenuItem& entry) {
+    if (secondLine(entry).isEmpty()) return lineHeight(entry.font) + 2 * edgeRoom;
     const int lines = lineHeight(entry.font) + lineGap + lineHeight(secondFont(entry.font));
     return std::max(TwoLineStyle::height, lines + 2 * edgeRoom);
 }
@@ -54,7 +59,7 @@ int widthOf(const QStyleOptionMenuItem& entry) {
     const QFontMetrics first(entry.font);
     const QFontMetrics second(secondFont(entry.font));
     const int text = std::max(first.horizontalAdvance(entry.text.section(u'\t', 0, 0)),
-                              second.horizontalAdvance(entry.text.section(u'\t', 1)));
+                              second.horizontalAdvance(secondLine(entry)));
     const int sides = entry.rect.width() - textPlace(entry).width();
     return std::clamp(text + sides, TwoLineStyle::width, TwoLineStyle::greatestWidth);
 }
@@ -82,7 +87,7 @@ void drawLines(const QStyleOptionMenuItem& entry, QPainter& painter) {
     place = {place.left(), place.bottom() + 1 + lineGap, place.width(), lineHeight(second)};
     painter.setFont(second);
     painter.setPen(Contrast::readable(Contrast::over(quiet, ground), ground, ink));
-    drawLine(painter, place, entry.text.section(u'\t', 1));
+    drawLine(painter, place, secondLine(entry));
     painter.restore();
 }
 
@@ -105,7 +110,7 @@ QSize TwoLineStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
                                      const QSize& contents, const QWidget* widget) const {
     const QStyleOptionMenuItem* entry = type == CT_MenuItem ? twoLines(option) : nullptr;
     if (entry == nullptr) return QProxyStyle::sizeFromContents(type, option, contents, widget);
-    const int column = entry->fontMetrics.horizontalAdvance(entry->text.section(u'\t', 1));
+    const int column = entry->fontMetrics.horizontalAdvance(secondLine(*entry));
     return {std::max(widthOf(*entry) - column, 0), heightOf(*entry)};
 }
 

@@ -5,8 +5,8 @@
 namespace vorq {
 
 /// Draws the entries of a menu that have a tab in two lines: what stands before it, and below,
-/// smaller and paler, what stands behind it. A bar that draws the menu itself shows the text as it
-/// is.
+/// smaller and paler, what stands behind it; in one line if nothing does. A bar that draws the menu
+/// itself shows the text as it is.
 class TwoLineStyle final : public QProxyStyle {
   public:
     /// In the look that the application has by now.

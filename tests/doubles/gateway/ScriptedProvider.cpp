@@ -54,6 +54,8 @@ std::string ProviderPeer::readRequest(ReadingPause pause) {
         const std::size_t length = request.find("Content-Length: ");
         if (end != std::string::npos && length < end) {
             wanted = end + 4 + std::stoul(request.substr(length + 16));
+        } else if (end != std::string::npos && request.starts_with("GET ")) {
+            break; // it has no body
         }
     }
     return request;

@@ -60,17 +60,27 @@ void TestGateway::signIn() {
     refreshToken = session.refreshToken;
 }
 
-Answer TestGateway::postRaw(const std::string& path, const std::string& body,
-                            const httplib::Headers& headers, const std::string& contentType) {
-    httplib::Headers all = headers;
-    if (!token.empty()) all.emplace("Authorization", "Bearer " + token);
-    httplib::Client http = client();
-    const httplib::Result result = http.Post(path, all, body, contentType);
+namespace {
+
+Answer answerOf(const httplib::Result& result) {
     if (!result) return {};
     return {.status = result->status,
             .body = nlohmann::json::parse(result->body, nullptr, false),
             .text = result->body,
             .headers = result->headers};
+}
+
+} // namespace
+
+Answer TestGateway::get(const std::string& path) {
+    return answerOf(client().Get(path, {{"Authorization", "Bearer " + token}}));
+}
+
+Answer TestGateway::postRaw(const std::string& path, const std::string& body,
+                            const httplib::Headers& headers, const std::string& contentType) {
+    httplib::Headers all = headers;
+    if (!token.empty()) all.emplace("Authorization", "Bearer " + token);
+    return answerOf(client().Post(path, all, body, contentType));
 }
 
 Answer TestGateway::post(const std::string& path, const nlohmann::json& body) {

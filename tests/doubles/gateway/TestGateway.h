@@ -43,6 +43,7 @@ class TestGateway {
 
     /// Exchanges a fresh code and keeps the tokens.
     void signIn();
+    Answer get(const std::string& path);
     Answer post(const std::string& path, const nlohmann::json& body);
     Answer postRaw(const std::string& path, const std::string& body,
                    const httplib::Headers& headers = {},

@@ -57,6 +57,16 @@ TEST_F(SettingsTest, TheFileNamesAProvider) {
     EXPECT_TRUE(settings.openSignUp);
 }
 
+TEST_F(SettingsTest, TheModelsOfThisComputerAreOfferedAndOthersIfTheUserSays) {
+    const auto offers = [this](const std::string& rest) {
+        return read(R"({"provider": {)" + rest + "}}").provider->offersModels;
+    };
+    EXPECT_TRUE(offers(R"("url": "http://localhost:11434")"));
+    EXPECT_FALSE(offers(R"("url": "https://models.example")"));
+    EXPECT_TRUE(offers(R"("url": "https://models.example", "offersModels": true)"));
+    EXPECT_FALSE(offers(R"("url": "http://localhost:11434", "offersModels": false)"));
+}
+
 TEST_F(SettingsTest, TheHeaderOfTheKeyCanBeNamed) {
     const auto header = [this](const std::string& name) {
         return read(R"({"provider": {"url": "http://x", "keyHeader": ")" + name + "\"}}")

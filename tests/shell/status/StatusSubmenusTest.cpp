@@ -13,6 +13,7 @@ namespace vorq {
 namespace {
 
 using testing::ElementsAre;
+using testing::ElementsAreArray;
 using testing::StartsWith;
 
 const Date firstDay = *dateFromIso("2026-03-01T10:20:30Z");
@@ -139,6 +140,28 @@ TEST_F(StatusSubmenusTest, AModelIsChosenWithoutAnAccount) {
     m_clock.settle();
     EXPECT_EQ(m_defaults.string("vorq.preferredAIModel"), "deepseek/deepseek-chat");
     EXPECT_EQ(m_transport.count(), sent);
+}
+
+TEST_F(StatusSubmenusTest, WhatTheBackendOffersStandsBelowThem) {
+    const auto answer = [this](const QByteArray& list) {
+        m_clock.settle();
+        EXPECT_EQ(m_transport.last().path(), u"/ai/models");
+        m_transport.last().respond(200, list);
+        m_clock.settle();
+    };
+    const QStringList before = texts(open("Model"));
+    answer(R"({"models":[{"id":"llama3.1"},{"id":"R&D"},{"id":"deepseek/deepseek-chat"}]})");
+    EXPECT_THAT(texts(submenu("Model")),
+                ElementsAreArray(before + QStringList{"", "llama3.1\t", "R&&D\t"}));
+    press("R&&D\t");
+    EXPECT_EQ(state().model().preferredAIModelID(), u"R&D");
+    open("Model");
+    EXPECT_THAT(checkedModels(), ElementsAre("R&&D"));
+    answer(R"({"models":[{"id":"llama3.1"}]})");
+    EXPECT_THAT(checkedModels(), ElementsAre("R&&D")) << "the chosen one stays";
+    press("llama3.1\t");
+    EXPECT_THAT(checkedModels(), ElementsAre("llama3.1"));
+    EXPECT_THAT(texts(submenu("Model")), ElementsAreArray(before + QStringList{"", "llama3.1\t"}));
 }
 
 TEST_F(StatusSubmenusTest, TheCheckFollowsTheModelWhileTheMenuIsOpen) {
