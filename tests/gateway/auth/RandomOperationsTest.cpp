@@ -215,6 +215,7 @@ TEST_F(CrowdedSignInsTest, NoTokenIsTradedTwice) {
         tokens.push_back(sessions.back().refreshToken);
     }
     std::vector<std::thread> threads;
+    threads.reserve(6);
     for (unsigned i = 0; i < 6; ++i)
         threads.emplace_back([&, i] { press(i % 2 == 0 ? here : there, i); });
     for (std::thread& thread : threads)

@@ -94,6 +94,7 @@ TEST_P(RateLimitsTest, AClockThatIsSetBackKeepsNobodyWaitingForLong) {
 
 TEST_P(RateLimitsTest, OfManyAtOnceNoMorePassThanAreAllowed) {
     std::vector<std::future<int>> all;
+    all.reserve(12);
     for (int i = 0; i < 12; ++i)
         all.push_back(std::async(std::launch::async, [this] { return take("a", 5); }));
     int passed = 0;

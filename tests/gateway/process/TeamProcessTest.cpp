@@ -86,6 +86,7 @@ TEST_F(TeamProcessTest, AGatewayThatIsKilledTakesNothingWithIt) {
     RunningGateway one = serve();
     const RunningGateway two = serve();
     std::vector<json> sessions;
+    sessions.reserve(5);
     for (int i = 0; i < 5; ++i)
         sessions.push_back(signIn(one));
     one.process.signal(SIGKILL);

@@ -113,9 +113,9 @@ TEST_P(DatabaseTest, AnotherGatewaySeesAtOnceWhatWasCommitted) {
 TEST_P(DatabaseTest, OfTwoThatHoldALockOneWaitsAndSeesWhatTheOtherDid) {
     const Account account = added("ada@example.org");
     const auto other = state.open();
-    constexpr int rounds = 20;
+    constexpr std::size_t rounds = 20;
     const auto count = [&](SharedDatabase& with) {
-        for (int i = 0; i < rounds; ++i) {
+        for (std::size_t i = 0; i < rounds; ++i) {
             auto turn = with.write();
             turn.lock(DatabaseLock::account(account.id));
             Account changed = AccountTable(turn.database()).byId(account.id).value();
@@ -132,6 +132,7 @@ TEST_P(DatabaseTest, OfTwoThatHoldALockOneWaitsAndSeesWhatTheOtherDid) {
 
 TEST_P(DatabaseTest, ManyThreadsReadAndWriteAtOnce) {
     std::vector<std::future<void>> all;
+    all.reserve(24);
     for (int i = 0; i < 24; ++i) {
         all.push_back(std::async(std::launch::async, [this, i] {
             const std::string email = std::to_string(i) + "@example.org";
@@ -163,6 +164,7 @@ TEST_P(DatabaseTest, GatewaysThatStartAtOnceMakeTheTablesOnce) {
     // Of a file the folder is made first.
     if (!fresh.isOnServer()) static_cast<void>(fresh.open());
     std::vector<std::future<void>> all;
+    all.reserve(4);
     for (int i = 0; i < 4; ++i)
         all.push_back(std::async(std::launch::async, [&] { static_cast<void>(fresh.open()); }));
     for (auto& each : all)

@@ -67,6 +67,7 @@ TEST_F(PostgresOutageTest, AnOutageOfAMomentIsWaitedOut) {
 
 TEST_F(PostgresOutageTest, ConnectionsThatTheServerEndedAreMadeAnewUnseen) {
     std::vector<std::future<Answer>> several;
+    several.reserve(4);
     for (int i = 0; i < 4; ++i)
         several.push_back(std::async(std::launch::async, [this] { return profile("Ada"); }));
     for (auto& each : several)
@@ -80,6 +81,7 @@ TEST_F(PostgresOutageTest, ConnectionsThatTheServerEndedAreMadeAnewUnseen) {
 TEST_F(PostgresOutageTest, AServerThatFallsSilentKeepsNobodyForever) {
     server.freeze();
     std::vector<std::future<void>> waiting;
+    waiting.reserve(3);
     for (int i = 0; i < 3; ++i)
         waiting.push_back(std::async(std::launch::async, [this] { expectRefused(); }));
     const auto begin = Steady::now();
