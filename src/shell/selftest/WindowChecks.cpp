@@ -26,7 +26,7 @@ constexpr auto readingRound = 60ms;
 constexpr auto oneReading = 1s;
 constexpr auto clipboardLimit = 1s;
 
-const QString word = u"sentence"_s;
+const QString testedWord = u"sentence"_s;
 const QString otherWord = u"paragraph"_s;
 
 SelfTestText withoutWindow() {
@@ -237,27 +237,27 @@ QCoro::Task<SelfCheck> ReplacementCheck::run(std::stop_token stop) {
 QCoro::Task<SelfCheck> ReplacementCheck::replace(std::stop_token stop) {
     SelfCheck result = ok({QT_TRANSLATE_NOOP("SelfTest", "A word was replaced and put back.")});
     const QString sentence = TestStage::sentence();
-    const TextRange range{.location = sentence.indexOf(word), .length = word.size()};
+    const TextRange range{.location = sentence.indexOf(testedWord), .length = testedWord.size()};
     const auto process = m_stage->process();
     if (!process) {
         result = skipped(withoutWindow());
         co_return result;
     }
     m_stage->window().highlight(range);
-    const QString selected =
-        co_await readUntil(m_clock, m_thread, selectionOf(m_accessibility, *process), word, stop);
-    if (selected != word || !m_stage->isInFront()) {
+    const QString selected = co_await readUntil(
+        m_clock, m_thread, selectionOf(m_accessibility, *process), testedWord, stop);
+    if (selected != testedWord || !m_stage->isInFront()) {
         result = skipped(windowLeft(), leaveAlone());
         co_return result;
     }
     const PasteOver::Target target{
-        .source = process, .window = m_stage->windowId(), .original = word, .range = range};
+        .source = process, .window = m_stage->windowId(), .original = testedWord, .range = range};
     const auto replaced = co_await m_pasteOver.replaceSelectedText(otherWord, target, stop);
     const auto changed = co_await m_stage->window().text(stop);
     if (m_pasteOver.canUndo()) (void)co_await m_pasteOver.undo(stop);
     const auto restored = co_await m_stage->window().text(stop);
     QString expected = sentence;
-    expected.replace(word, otherWord);
+    expected.replace(testedWord, otherWord);
     if (replaced == PasteOver::Outcome::Replaced && changed == expected && restored == sentence)
         co_return result;
     if (!m_stage->isInFront())

@@ -6,7 +6,7 @@
 
 namespace vorq {
 
-using Pane = SettingsNavigation::SettingsPane;
+using SettingsPane = SettingsNavigation::SettingsPane;
 
 SettingsViewModel::SettingsViewModel(VorqAppState& state, LocalSignIn* localSignIn,
                                      std::shared_ptr<DocumentTools> tools)
@@ -22,14 +22,14 @@ SettingsViewModel::SettingsViewModel(VorqAppState& state, LocalSignIn* localSign
 
 SettingsNavigation::Entries SettingsViewModel::entries() {
     return {.isUnsaved =
-                [this](Pane pane) {
-                    return (pane == Pane::Profile && m_profile.isUnsaved()) ||
-                           (pane == Pane::Privacy && m_privacy.isUnsaved());
+                [this](SettingsPane pane) {
+                    return (pane == SettingsPane::Profile && m_profile.isUnsaved()) ||
+                           (pane == SettingsPane::Privacy && m_privacy.isUnsaved());
                 },
             .forget =
-                [this](Pane pane) {
-                    if (pane == Pane::Profile) m_profile.reset();
-                    if (pane == Pane::Privacy) m_privacy.reset();
+                [this](SettingsPane pane) {
+                    if (pane == SettingsPane::Profile) m_profile.reset();
+                    if (pane == SettingsPane::Privacy) m_privacy.reset();
                 }};
 }
 
