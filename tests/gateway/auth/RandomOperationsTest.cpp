@@ -57,7 +57,7 @@ struct ModelSignIn {
 };
 
 template<typename Call>
-int statusOf(Call call) {
+int refusalOf(Call call) {
     try {
         call();
         return 200;
@@ -89,7 +89,7 @@ class RandomOperationsTest : public ::testing::TestWithParam<StateKind> {
         const std::string code = anyGateway().createHandoff("ada");
         ModelSignIn fresh;
         fresh.pairs.push_back({anyGateway().exchangeHandoff(code), now});
-        EXPECT_EQ(statusOf([&] { static_cast<void>(anyGateway().exchangeHandoff(code)); }), 400);
+        EXPECT_EQ(refusalOf([&] { static_cast<void>(anyGateway().exchangeHandoff(code)); }), 400);
         signIns.push_back(fresh);
     }
     void refresh() {
@@ -97,7 +97,7 @@ class RandomOperationsTest : public ::testing::TestWithParam<StateKind> {
         const std::size_t generation = below(3) > 0 ? of.pairs.size() : 1 + below(of.pairs.size());
         const std::string token = of.pairs.at(generation - 1).session.refreshToken;
         Session session;
-        const int status = statusOf([&] { session = anyGateway().refresh(token); });
+        const int status = refusalOf([&] { session = anyGateway().refresh(token); });
         ASSERT_EQ(status, of.refresh(generation, now)) << "generation " << generation;
         if (status == 200) of.pairs.push_back({session, now});
     }
@@ -181,7 +181,7 @@ class CrowdedSignInsTest : public ::testing::Test {
         for (int i = 0; i < 60; ++i) {
             const std::string token = anyToken(random);
             Session session;
-            const int status = statusOf([&] { session = gateway.refresh(token); });
+            const int status = refusalOf([&] { session = gateway.refresh(token); });
             const std::scoped_lock lock(mutex);
             if (status != 200) continue;
             ++trades[token];
@@ -238,7 +238,7 @@ TEST_F(CrowdedSignInsTest, WhatWasEndedStaysEndedWhileOthersTradeItsTokens) {
         trading.join();
         for (const Session& session : copyOfSessions()) {
             EXPECT_FALSE(here.identify(session.token).has_value());
-            EXPECT_EQ(statusOf([&] { static_cast<void>(there.refresh(session.refreshToken)); }),
+            EXPECT_EQ(refusalOf([&] { static_cast<void>(there.refresh(session.refreshToken)); }),
                       401);
         }
     }

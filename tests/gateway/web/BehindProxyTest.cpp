@@ -12,13 +12,13 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-constexpr auto kPassword = "open sesame";
+constexpr auto kProxyPassword = "open sesame";
 
 /// Two gateways of a team, reached through a proxy that ends TLS.
 class BehindProxyTest : public ::testing::Test {
   protected:
     BehindProxyTest() {
-        static_cast<void>(gateway.web.signUp({"ada@example.org", kPassword}, {}));
+        static_cast<void>(gateway.web.signUp({"ada@example.org", kProxyPassword}, {}));
         browser.additional = throughProxy();
         other.additional = throughProxy();
     }
@@ -31,7 +31,7 @@ class BehindProxyTest : public ::testing::Test {
     static ShownPage signIn(BrowserDouble& with) {
         const ShownPage page = with.get("/signin.html");
         return with.submit(page, "/signin.html",
-                           {{"email", "ada@example.org"}, {"password", kPassword}});
+                           {{"email", "ada@example.org"}, {"password", kProxyPassword}});
     }
     static std::string cookieOf(const ShownPage& page) {
         const auto entry = page.headers.find("Set-Cookie");
@@ -84,8 +84,8 @@ TEST_F(BehindProxyTest, WhoeverRunsTheGatewayIsNotTakenToSitBehindIt) {
 TEST_F(BehindProxyTest, AFormOfOneGatewayIsTakenByTheOther) {
     const ShownPage page = browser.get("/signin.html");
     other.cookies = browser.cookies;
-    const ShownPage answer =
-        other.submit(page, "/signin.html", {{"email", "ada@example.org"}, {"password", kPassword}});
+    const ShownPage answer = other.submit(
+        page, "/signin.html", {{"email", "ada@example.org"}, {"password", kProxyPassword}});
     EXPECT_EQ(answer.status, 303);
     browser.cookies = other.cookies;
     const ShownPage account = browser.get("/account.html");
