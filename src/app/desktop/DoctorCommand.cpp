@@ -23,8 +23,8 @@ using namespace Qt::StringLiterals;
 namespace vorq {
 namespace {
 
-constexpr int signalExitBase = 128;
-constexpr std::chrono::milliseconds settleLimit{2000};
+constexpr int interruptedBase = 128;
+constexpr std::chrono::milliseconds settlingLimit{2000};
 
 ReportedCheck aboutProgram(SelfCheckState state, const QString& sentence, const QString& advice) {
     return {
@@ -70,7 +70,7 @@ class LoneSelfTest {
         SelfTest& test = m_test.test();
         int status = 0;
         QObject::connect(&unixSignals, &UnixSignals::received, &test, [&](int number) {
-            status = signalExitBase + number;
+            status = interruptedBase + number;
             test.cancel();
         });
         QObject::connect(&test, &SelfTest::checked, &test, [&](const SelfCheck& check) {
@@ -79,7 +79,7 @@ class LoneSelfTest {
         QObject::connect(&test, &SelfTest::finished, qApp, [] { QCoreApplication::quit(); });
         test.start();
         QCoreApplication::exec();
-        settleSession(m_state.account().tokens(), m_platform.clock(), settleLimit);
+        settleSession(m_state.account().tokens(), m_platform.clock(), settlingLimit);
         return status;
     }
 
@@ -120,7 +120,7 @@ int testAlone(int& argc, char** argv, const HostSystem& system, DoctorPrinter& p
     }
     unwindTasks();
     const int outcome = printer.finish(headOf(false));
-    return status > signalExitBase ? status : outcome;
+    return status > interruptedBase ? status : outcome;
 }
 
 } // namespace

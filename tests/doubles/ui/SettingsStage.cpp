@@ -11,11 +11,11 @@ namespace vorq {
 namespace {
 
 // Sheets and toasts lie beside the page, so this looks through the whole window.
-QQuickItem* firstItem(QQuickItem& from, const std::function<bool(const QQuickItem&)>& matches) {
+QQuickItem* firstOfStage(QQuickItem& from, const std::function<bool(const QQuickItem&)>& matches) {
     if (!from.isVisible()) return nullptr;
     if (matches(from)) return &from;
     for (QQuickItem* child : from.childItems())
-        if (QQuickItem* found = firstItem(*child, matches)) return found;
+        if (QQuickItem* found = firstOfStage(*child, matches)) return found;
     return nullptr;
 }
 
@@ -73,13 +73,13 @@ void SettingsStage::open(SettingsNavigation::SettingsPane pane) {
 }
 
 QQuickItem* SettingsStage::saying(const QString& words) {
-    return firstItem(*window->contentItem(), [&](const QQuickItem& item) {
+    return firstOfStage(*window->contentItem(), [&](const QQuickItem& item) {
         return item.property("text").toString() == words;
     });
 }
 
 QQuickItem& SettingsStage::field(const QString& label) {
-    QQuickItem* found = firstItem(*window->contentItem(), [&](const QQuickItem& item) {
+    QQuickItem* found = firstOfStage(*window->contentItem(), [&](const QQuickItem& item) {
         return item.property("label").toString() == label && item.property("input").isValid();
     });
     if (found == nullptr) qFatal("there is no field %s", qPrintable(label));

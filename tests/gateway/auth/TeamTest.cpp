@@ -14,9 +14,9 @@
 namespace vorq::gateway::testing {
 namespace {
 
-constexpr auto kPassword = "open sesame";
+constexpr auto kTeamPassword = "open sesame";
 
-int statusOf(const std::function<void()>& call) {
+int answerOf(const std::function<void()>& call) {
     try {
         call();
         return 200;
@@ -34,10 +34,10 @@ struct Member {
     bool knows(const Session& session) { return accounts.identify(session.token).has_value(); }
     Session refreshed(const Session& session) { return accounts.refresh(session.refreshToken); }
     int refresh(const Session& session) {
-        return statusOf([&] { static_cast<void>(refreshed(session)); });
+        return answerOf([&] { static_cast<void>(refreshed(session)); });
     }
     int signInWeb(const std::string& email, const std::string& password) {
-        return statusOf(
+        return answerOf(
             [&] { static_cast<void>(web.signIn({email, password}, {.address = "203.0.113.9"})); });
     }
 
@@ -78,7 +78,7 @@ TEST_F(TeamTest, ASignInOnOneGatewayIsGoodOnTheOther) {
 TEST_F(TeamTest, ACodeOfOneGatewayIsTakenOnTheOther) {
     const std::string code = here.accounts.createHandoff("ada");
     EXPECT_TRUE(there.accounts.exchangeHandoff(code).signedIn);
-    EXPECT_EQ(statusOf([&] { static_cast<void>(here.accounts.exchangeHandoff(code)); }), 400);
+    EXPECT_EQ(answerOf([&] { static_cast<void>(here.accounts.exchangeHandoff(code)); }), 400);
 }
 
 TEST_F(TeamTest, WhatIsEndedOnOneGatewayEndsOnAll) {
@@ -131,7 +131,7 @@ TEST_F(TeamTest, OfTwoThatTakeACodeAtTheSameTimeOneIsSignedIn) {
     for (int round = 0; round < 25; ++round) {
         const std::string code = here.accounts.createHandoff("ada");
         const auto take = [&](Member& at) {
-            return statusOf([&] { static_cast<void>(at.accounts.exchangeHandoff(code)); });
+            return answerOf([&] { static_cast<void>(at.accounts.exchangeHandoff(code)); });
         };
         EXPECT_EQ(atOnce([&] { return take(here); }, [&] { return take(there); }),
                   std::pair(200, 400));
@@ -142,7 +142,7 @@ TEST_F(TeamTest, OfTwoThatSignUpWithOneAddressAtTheSameTimeOneIsIn) {
     for (int round = 0; round < 3; ++round) {
         const std::string email = std::to_string(round) + "@example.org";
         const auto signUp = [&](Member& at) {
-            return statusOf([&] { static_cast<void>(at.web.signUp({email, kPassword}, {})); });
+            return answerOf([&] { static_cast<void>(at.web.signUp({email, kTeamPassword}, {})); });
         };
         EXPECT_EQ(atOnce([&] { return signUp(here); }, [&] { return signUp(there); }),
                   std::pair(200, 409));
@@ -158,7 +158,7 @@ TEST_F(TeamTest, TwoThatAskForTheLocalAccountAtTheSameTimeGetTheSameOne) {
 TEST_F(TeamTest, OfTwoThatUseAResetLinkAtTheSameTimeOneSetsThePassword) {
     const std::string code = here.resets.createFor("", "ada").secret;
     const auto replace = [&](Member& at) {
-        return statusOf([&] { at.resets.replace(code, "a new password"); });
+        return answerOf([&] { at.resets.replace(code, "a new password"); });
     };
     EXPECT_EQ(atOnce([&] { return replace(here); }, [&] { return replace(there); }),
               std::pair(200, 400));
@@ -171,40 +171,42 @@ TEST_F(TeamTest, NoSignInOutlivesAPasswordThatIsReplacedAtTheSameTime) {
         std::optional<Session> session;
         auto replacing =
             std::async(std::launch::async, [&] { there.resets.replace(link, "a new password"); });
-        static_cast<void>(statusOf([&] { session = here.accounts.exchangeHandoff(code); }));
+        static_cast<void>(answerOf([&] { session = here.accounts.exchangeHandoff(code); }));
         replacing.get();
         if (session) EXPECT_FALSE(here.knows(*session));
-        EXPECT_EQ(statusOf([&] { static_cast<void>(here.accounts.exchangeHandoff(code)); }), 400);
+        EXPECT_EQ(answerOf([&] { static_cast<void>(here.accounts.exchangeHandoff(code)); }), 400);
     }
 }
 
 TEST_F(TeamTest, WrongPasswordsAreCountedTogether) {
-    static_cast<void>(here.web.signUp({"ada@example.org", kPassword}, {}));
+    static_cast<void>(here.web.signUp({"ada@example.org", kTeamPassword}, {}));
     EXPECT_EQ(here.signInWeb("ada@example.org", "wrong"), 403);
     EXPECT_EQ(there.signInWeb("ada@example.org", "wrong"), 403);
     EXPECT_EQ(here.signInWeb("ada@example.org", "wrong"), 403);
-    EXPECT_EQ(there.signInWeb("ada@example.org", kPassword), 429);
-    EXPECT_EQ(here.signInWeb("ada@example.org", kPassword), 429);
+    EXPECT_EQ(there.signInWeb("ada@example.org", kTeamPassword), 429);
+    EXPECT_EQ(here.signInWeb("ada@example.org", kTeamPassword), 429);
     advanceSeconds(20);
-    EXPECT_EQ(there.signInWeb("ada@example.org", kPassword), 200);
-    EXPECT_EQ(here.signInWeb("ada@example.org", kPassword), 200) << "right ones are not counted";
+    EXPECT_EQ(there.signInWeb("ada@example.org", kTeamPassword), 200);
+    EXPECT_EQ(here.signInWeb("ada@example.org", kTeamPassword), 200)
+        << "right ones are not counted";
 }
 
 TEST_F(TeamTest, SignUpsAndLinksAreCountedTogether) {
     for (int i = 0; i < 5; ++i) {
         Member& at = i % 2 == 0 ? here : there;
-        EXPECT_EQ(statusOf([&] {
+        EXPECT_EQ(answerOf([&] {
                       static_cast<void>(
-                          at.web.signUp({std::to_string(i) + "@example.org", kPassword}, {}));
+                          at.web.signUp({std::to_string(i) + "@example.org", kTeamPassword}, {}));
                   }),
                   200);
     }
-    EXPECT_EQ(statusOf([&] { static_cast<void>(here.web.signUp({"6@b.c", kPassword}, {})); }), 429);
+    EXPECT_EQ(answerOf([&] { static_cast<void>(here.web.signUp({"6@b.c", kTeamPassword}, {})); }),
+              429);
     for (int i = 0; i < 3; ++i) {
         Member& at = i % 2 == 0 ? here : there;
-        EXPECT_EQ(statusOf([&] { static_cast<void>(at.resets.request("1@b.c", "x")); }), 200);
+        EXPECT_EQ(answerOf([&] { static_cast<void>(at.resets.request("1@b.c", "x")); }), 200);
     }
-    EXPECT_EQ(statusOf([&] { static_cast<void>(there.resets.request("1@b.c", "x")); }), 429);
+    EXPECT_EQ(answerOf([&] { static_cast<void>(there.resets.request("1@b.c", "x")); }), 429);
 }
 
 TEST_F(TeamTest, ABrowserIsSignedInWhicheverGatewayItReaches) {
@@ -214,7 +216,7 @@ TEST_F(TeamTest, ABrowserIsSignedInWhicheverGatewayItReaches) {
     EXPECT_EQ(there.web.signIns(*identity).size(), 1U);
     there.web.endSignIn(*identity, identity->owner.familyId);
     EXPECT_FALSE(here.web.identify(secret).has_value());
-    EXPECT_EQ(statusOf([&] { static_cast<void>(here.web.createHandoff(*identity)); }), 403)
+    EXPECT_EQ(answerOf([&] { static_cast<void>(here.web.createHandoff(*identity)); }), 403)
         << "nor does a request that was under way get a code";
 }
 
