@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Vorq
 import Vorq.Native
@@ -48,7 +49,7 @@ Rectangle {
     }
 
     Shortcut {
-        sequences: [StandardKey.Close]
+        sequence: "Ctrl+W"
         onActivated: view.navigation.requestClose()
     }
     HubTape {
