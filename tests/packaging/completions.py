@@ -25,7 +25,7 @@ TYPED = [
     ("vorq prev\twa\tof\t", "preview watch off"),
     ("vorq --prev\twri\t", "--preview writing"),
     ("vorq-gateway se\t--po\t80", "serve --port 80"),
-    ("vorq-gateway hand\t--da\tspaced\t", "handoff --data spaced name"),
+    ("vorq-gateway hand\t--co\tspaced\t", "handoff --config spaced name"),
 ]
 SHELLS = {
     "bash": (
@@ -98,7 +98,7 @@ def check_fish(share, home):
         ("vorq ask --file spa", {"spaced name"}),
         ("vorq preview ", {"hub", "writing", "watch"}),
         ("vorq preview hub o", {"on", "off"}),
-        ("vorq-gateway serve --p", {"--port"}),
+        ("vorq-gateway serve --po", {"--port"}),
     ]:
         program = line.split()[0]
         script = f"source {share}/fish/vendor_completions.d/{program}.fish; complete -C '{line}'"

@@ -46,7 +46,8 @@ int follow(RunningInstance& instance, DoctorPrinter& printer) {
                                      u"Start Vorq, and run this again."_s));
             break;
         }
-        if (!*told || !printer.add(**told)) break;
+        const auto& check = *told;
+        if (!check || !printer.add(*check)) break;
     }
     return printer.finish(headOf(true));
 }

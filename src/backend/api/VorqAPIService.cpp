@@ -204,8 +204,8 @@ QCoro::Task<> VorqAPIService::signOut(QString token, std::stop_token stop) {
     if (trimmed(token).isEmpty()) co_return;
     try {
         co_await send(u"/auth/sign-out"_s, "POST", std::nullopt, token, 15s, stop);
-    } catch (const std::exception&) {
-        // Signing out works without the backend.
+    } catch (const std::exception& error) {
+        static_cast<void>(error); // signing out works without the backend
     }
 }
 
@@ -232,8 +232,9 @@ QCoro::Task<VorqAPIService::Reply> VorqAPIService::send(QString path, QByteArray
                             tellsRefusal(*response->status(), reply.body);
         if (!isTold) throw unreachable(reply.baseURL);
     }
-    if (!response->status()) throw ServiceError::invalidResponse();
-    reply.status = *response->status();
+    const std::optional<int> status = response->status();
+    if (!status) throw ServiceError::invalidResponse();
+    reply.status = *status;
     if (reply.body.size() > longestBody) {
         if (isSuccess(reply.status)) throw ServiceError::invalidResponse();
         reply.body.clear();

@@ -1,4 +1,3 @@
-pragma ComponentBehavior: Bound
 import QtQuick
 import Vorq
 import Vorq.Native
@@ -20,8 +19,8 @@ SettingsGroup {
         sub: group.account.email === group.account.name ? "" : group.account.email
         leadsOn: true
         picture: Avatar {
-            picture: group.account.picture
-            initials: group.account.initials
+            picture: App.settings.account.picture
+            initials: App.settings.account.initials
             Accessible.ignored: true // the row has the name
         }
         onClicked: App.settings.navigation.open(SettingsNavigation.SettingsPane.Profile)

@@ -1,4 +1,3 @@
-pragma ComponentBehavior: Bound
 import QtQuick
 import Vorq
 import Vorq.Native
@@ -159,7 +158,7 @@ Rectangle {
     Component {
         id: hub
         HubPage {
-            segment: view.navigation.hubSegment
+            segment: App.settings.navigation.hubSegment
         }
     }
 }

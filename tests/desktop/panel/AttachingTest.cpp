@@ -62,7 +62,7 @@ class AttachingTest : public PanelPresenceTest {
     // A package of an application of macOS, which brings its own preview.
     [[nodiscard]] QString putPackage(const QString& name, const QString& text) const {
         const MadeDocuments made(session.home());
-        QFile preview(made.putPdf("preview.pdf", {text}));
+        QFile preview(made.putOffice(name + ".pdf", text));
         EXPECT_TRUE(preview.open(QIODevice::ReadOnly));
         return made.putZip(name, {{"QuickLook/Preview.pdf", preview.readAll()},
                                   {"Index/Document.iwa", "not for us"}});

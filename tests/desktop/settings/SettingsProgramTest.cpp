@@ -223,6 +223,7 @@ TEST_F(SettingsProgramTest, WhatIsNotSavedIsNotLostByClosing) {
     enter("Augusta");
     session.key({"ctrl+w"});
     waitFor("Discard your changes?");
+    waitForKeyboardIn("Keep editing");
     keep("discard");
     session.key({"Return"});
     waitForKeyboardIn("First name");

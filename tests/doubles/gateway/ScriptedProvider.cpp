@@ -19,6 +19,7 @@ struct Listener {
 
 Listener listenOnLoopback(ReadingPause pause = {}) {
     Listener listener{.socket = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0), .port = 0};
+    if (listener.socket < 0) throw std::runtime_error("socket");
     if (pause > ReadingPause()) {
         // The system would take megabytes in its stead.
         const int size = 64 * 1024;

@@ -50,6 +50,7 @@ TEST(ModelListTest, TakesNothingThatIsNoName) {
 
 TEST(ModelListTest, EndsAfterAsManyAsAMenuHolds) {
     std::vector<std::string> many;
+    many.reserve(500);
     for (int number = 0; number < 500; ++number)
         many.push_back("model-" + std::to_string(number));
     EXPECT_THAT(idsIn(listOf(many)), SizeIs(ModelOffer::mostModels));

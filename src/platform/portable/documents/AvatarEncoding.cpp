@@ -88,7 +88,7 @@ std::expected<QByteArray, PictureFault> avatarJpeg(QByteArray bytes) {
     // Of a kind that does not tell its size beforehand.
     if (const QSize size = avatarSize(picture.size()); size != picture.size())
         picture = picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    const QByteArray jpeg = encodeJpeg(picture);
+    QByteArray jpeg = encodeJpeg(picture);
     if (jpeg.isEmpty()) return std::unexpected(PictureFault::Unreadable);
     return jpeg;
 }
