@@ -16,8 +16,6 @@ using namespace Qt::StringLiterals;
 namespace vorq::desktop {
 namespace {
 
-using testing::Contains;
-using testing::IsSupersetOf;
 using Window = DesktopSession::Window;
 
 class SettingsProgramTest : public testing::Test {
