@@ -1,5 +1,7 @@
 #include "doubles/desktop/ForeignToolkits.h"
 
+#include <QFile>
+
 namespace vorq::desktop {
 namespace {
 
@@ -98,10 +100,16 @@ Application openKWrite(DesktopSession& session, const QByteArray& text) {
 }
 
 Application openEmacs(DesktopSession& session, const QByteArray& text) {
+    // Keys that come while it starts stop its start, and it then shows no document.
+    const QString started = session.home() + "/emacs-started";
+    QFile::remove(started);
     // Half of a command, the other half of which came too early, must not be typed into the text.
-    session.start(
-        "emacs", "emacs-lucid",
-        {"-Q", session.write("document.txt", text), "--eval", "(setq buffer-read-only t)"});
+    session.start("emacs", "emacs-lucid",
+                  {"-Q", session.write("document.txt", text), "--eval",
+                   "(progn (setq buffer-read-only t) (add-hook 'window-setup-hook (lambda () "
+                   "(write-region \"\" nil \"" +
+                       started + "\"))))"});
+    DesktopSession::waitUntil("the start of emacs", [&] { return QFile::exists(started); });
     return inFront(session, "emacs");
 }
 
