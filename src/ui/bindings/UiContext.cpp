@@ -1,9 +1,9 @@
 #include "ui/bindings/UiContext.h"
 
-#include "ui/native/ApplicationAccessible.h"
 #include "ui/native/Fonts.h"
-#include "ui/native/ItemAccessible.h"
 #include "ui/native/ScreenReader.h"
+#include "ui/native/accessible/ApplicationAccessible.h"
+#include "ui/native/accessible/ItemAccessible.h"
 
 #include <QGuiApplication>
 #include <QJSEngine>

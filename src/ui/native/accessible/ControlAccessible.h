@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/native/ItemAccessible.h"
+#include "ui/native/accessible/ItemAccessible.h"
 
 namespace vorq {
 

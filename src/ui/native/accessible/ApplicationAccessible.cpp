@@ -1,4 +1,4 @@
-#include "ui/native/ApplicationAccessible.h"
+#include "ui/native/accessible/ApplicationAccessible.h"
 
 #include <QGuiApplication>
 #include <QWindow>

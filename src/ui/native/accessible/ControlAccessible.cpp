@@ -1,4 +1,4 @@
-#include "ui/native/ControlAccessible.h"
+#include "ui/native/accessible/ControlAccessible.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>

@@ -1,7 +1,7 @@
-#include "ui/native/ItemAccessible.h"
+#include "ui/native/accessible/ItemAccessible.h"
 
 #include "support/StableSort.h"
-#include "ui/native/ControlAccessible.h"
+#include "ui/native/accessible/ControlAccessible.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
