@@ -1,5 +1,6 @@
 import QtQuick
 import Vorq
+import Vorq.Native
 
 // A field with its label above it and, below it, what is wrong with what stands in it.
 Column {
@@ -26,6 +27,9 @@ Column {
     Announcement {
         id: spoken
     }
+    SecretField {
+        target: form.isPassword ? field : null
+    }
     Txt {
         width: parent.width
         text: form.label
@@ -47,7 +51,7 @@ Column {
         onAccepted: form.accepted()
         Accessible.name: form.label
         Accessible.description: form.note
-        // Qt takes the name away from what it marks so itself. The echo mode says it to readers, too.
+        // Qt takes the name away from what it marks so itself; the SecretField says it to readers.
         Accessible.onPasswordEditChanged: Accessible.passwordEdit = false
 
         IconButton {

@@ -168,6 +168,25 @@ TEST_F(SettingsProgramTest, ThePasswordIsKeptByTheBackend) {
     waitFor("Privacy settings saved.");
 }
 
+TEST_F(SettingsProgramTest, NobodyReadsAPasswordThatIsTyped) {
+    open();
+    openPrivacy();
+    vorq.tabTo("Current password");
+    enter("swordfish");
+    session.key({"Tab"});
+    EXPECT_TRUE(shows("Current password"));
+    bool isMet = false;
+    for (const AccessibleNode& node : vorq.controls()) {
+        EXPECT_FALSE(node.name.contains("swordfish")) << node.role.toStdString();
+        EXPECT_FALSE(vorq.textOf(node).contains("swordfish")) << node.role.toStdString();
+        if (node.name != u"Current password") continue;
+        isMet = true;
+        EXPECT_EQ(vorq.textOf(node), u"•••••••••");
+    }
+    EXPECT_TRUE(isMet);
+    vorq.tabTo("Show the password");
+}
+
 TEST_F(SettingsProgramTest, PicturesThatAreNoneChangeNothing) {
     const QString text = session.write("text.jpg", "This is no picture.");
     const QString portrait = session.home() + "/portrait.png";

@@ -1,11 +1,36 @@
 #include "doubles/ui/PartTest.h"
 
+#include <QAccessible>
 #include <QTest>
 
 #include <gmock/gmock.h>
 
 namespace vorq {
 namespace {
+
+// What readers are told of texts that change, while there is one of it.
+class TextsTold {
+  public:
+    TextsTold() : m_former(QAccessible::installUpdateHandler(take)) { s_texts.clear(); }
+    ~TextsTold() { QAccessible::installUpdateHandler(m_former); }
+    TextsTold(const TextsTold&) = delete;
+    TextsTold& operator=(const TextsTold&) = delete;
+
+    [[nodiscard]] const QStringList& texts() const { return s_texts; }
+
+  private:
+    static void take(QAccessibleEvent* event) {
+        if (event->type() == QAccessible::TextInserted)
+            s_texts += static_cast<QAccessibleTextInsertEvent*>(event)->textInserted();
+        else if (event->type() == QAccessible::TextUpdated)
+            s_texts += static_cast<QAccessibleTextUpdateEvent*>(event)->textInserted();
+        else if (event->type() == QAccessible::ValueChanged)
+            s_texts += static_cast<QAccessibleValueChangeEvent*>(event)->value().toString();
+    }
+
+    static inline QStringList s_texts;
+    QAccessible::UpdateHandler m_former;
+};
 
 class FormFieldTest : public PartTest {
   protected:
@@ -43,6 +68,23 @@ TEST_F(FormFieldTest, APasswordIsSeenOnlyWhenItIsAskedFor) {
     EXPECT_EQ(heard(*window.activeFocusItem()).text(QAccessible::Name), "Hide the password");
     click(*window.activeFocusItem());
     EXPECT_FALSE(shown().contains("a"));
+}
+
+TEST_F(FormFieldTest, AScreenReaderMeetsAPasswordByItsLengthAlone) {
+    showField("isPassword: true");
+    (void)heard(input());
+    key(Qt::Key_Tab);
+    const TextsTold told;
+    type("swordfish");
+    QAccessibleTextInterface* text = heard(input()).textInterface();
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(text->characterCount(), 9);
+    EXPECT_EQ(text->text(0, 9), u"•••••••••");
+    EXPECT_EQ(text->text(2, 4), u"••");
+    EXPECT_EQ(text->cursorPosition(), 9);
+    EXPECT_EQ(heard(input()).text(QAccessible::Value), u"•••••••••");
+    for (const QString& part : told.texts())
+        EXPECT_EQ(part.count(QChar(u'•')), part.size()) << part.toStdString();
 }
 
 TEST_F(FormFieldTest, AScreenReaderHearsTheLabelAndWhatIsWrong) {

@@ -1,7 +1,9 @@
 #include "ui/native/accessible/ItemAccessible.h"
 
 #include "support/StableSort.h"
+#include "ui/native/SecretField.h"
 #include "ui/native/accessible/ControlAccessible.h"
+#include "ui/native/accessible/PasswordAccessible.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -43,6 +45,7 @@ QAccessibleInterface* interfaceOfItem(const QString&, QObject* object) {
     auto* item = qobject_cast<QQuickItem*>(object);
     if (!item || !isElement(*item)) return nullptr;
     if (isControlOfPage(*item)) return new ControlAccessible(*item);
+    if (SecretField::isSecret(*item)) return new PasswordAccessible(*item);
     return item->isFocusScope() ? new ItemAccessible(*item) : nullptr;
 }
 

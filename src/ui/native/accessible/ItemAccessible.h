@@ -20,7 +20,7 @@ class ItemAccessible : public QAccessibleObject {
     ItemAccessible& operator=(const ItemAccessible&) = delete;
 
     /// From now on each scope that a page makes an element has one of these, and each control a
-    /// `ControlAccessible`.
+    /// `ControlAccessible`, each field for a password a `PasswordAccessible`.
     static void install();
 
     // QAccessibleInterface
