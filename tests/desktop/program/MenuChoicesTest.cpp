@@ -1,11 +1,13 @@
 // The kept chats and the models in the menu of the built program, whose user is signed in.
 
+#include "doubles/backend/ScriptedHttpServer.h"
 #include "doubles/desktop/MenuProgram.h"
 #include "doubles/desktop/PanelProgram.h"
 #include "doubles/desktop/RecordingRelay.h"
 #include "library/store/LibraryStore.h"
 
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
 
@@ -19,7 +21,10 @@ using testing::SizeIs;
 
 class MenuChoicesTest : public MenuProgramTest {
   protected:
-    MenuChoicesTest() { signIn(m_session, m_relay.url()); }
+    void SetUp() override {
+        m_relay.emplace(startGateway(m_session));
+        signIn(m_session, m_relay->url());
+    }
 
     [[nodiscard]] QJsonObject settings() const {
         QFile file(m_session.home() + "/.config/Vorq/settings.json");
@@ -32,7 +37,7 @@ class MenuChoicesTest : public MenuProgramTest {
         all["vorqAppAppearance"] = appearance;
         all["vorq.migratedPanelChatsToHub.v1"] = true; // chats stay chats of the panel
         QProcessEnvironment environment;
-        environment.insert("VORQ_API_BASE_URL", m_relay.url());
+        environment.insert("VORQ_API_BASE_URL", m_relay->url());
         m_running = &startInTray(QJsonDocument(all).toJson(), environment);
         return *m_running;
     }
@@ -78,7 +83,7 @@ class MenuChoicesTest : public MenuProgramTest {
         m_session.key({"Return"});
     }
 
-    RecordingRelay m_relay{startGateway(m_session)};
+    std::optional<RecordingRelay> m_relay;
     DesktopProgram* m_running = nullptr;
 };
 
@@ -113,11 +118,64 @@ TEST_F(MenuChoicesTest, AModelThatIsChosenIsCheckedAndGoesWithTheNextQuestion) {
     closeMenu();
     ask("Why is the sky blue?");
     DesktopSession::waitUntil("the question to be sent",
-                              [this] { return !m_relay.requests("/ai/prompt").empty(); });
-    EXPECT_EQ(m_relay.requests("/ai/prompt").front().value("preferredModel"),
+                              [this] { return !m_relay->requests("/ai/prompt").empty(); });
+    EXPECT_EQ(m_relay->requests("/ai/prompt").front().value("preferredModel"),
               "google/gemini-flash-latest");
-    EXPECT_EQ(m_relay.requests("/auth/profile").front().value("preferredModel"),
+    EXPECT_EQ(m_relay->requests("/auth/profile").front().value("preferredModel"),
               "google/gemini-flash-latest");
+}
+
+// The backend forwards to a provider on this computer, which has two models.
+class OfferedModelsTest : public MenuChoicesTest {
+  protected:
+    void SetUp() override {
+        m_provider.onRequest([this](std::size_t connection) { serve(connection); });
+        const QJsonObject provider{{"url", m_provider.url()}, {"model", "llama3.1"}};
+        m_session.write(".config/Vorq/gateway.json",
+                        QJsonDocument(QJsonObject{{"provider", provider}}).toJson());
+        MenuChoicesTest::SetUp();
+    }
+
+    void serve(std::size_t connection) {
+        const QByteArray request = m_provider.received(connection);
+        if (request.startsWith("GET /v1/models "))
+            m_provider.send(connection, ScriptedHttpServer::response(
+                                            200, R"({"data":[{"id":"llama3.1"},{"id":"R&D"}]})"));
+        else
+            answer(connection, QJsonDocument::fromJson(request.sliced(request.indexOf('{')))
+                                   .object()
+                                   .value("model")
+                                   .toString());
+        m_provider.close(connection);
+    }
+
+    void answer(std::size_t connection, const QString& model) {
+        const QJsonObject delta{{"content", "This is " + model + "."}};
+        const QJsonObject event{{"choices", QJsonArray{QJsonObject{{"delta", delta}}}}};
+        const QByteArray body =
+            "data: " + QJsonDocument(event).toJson(QJsonDocument::Compact) + "\n\ndata: [DONE]\n\n";
+        m_provider.send(connection, ScriptedHttpServer::response(
+                                        200, body, "Content-Type: text/event-stream\r\n"));
+    }
+
+    ScriptedHttpServer m_provider;
+};
+
+TEST_F(OfferedModelsTest, StandBelowTheOthersAndAnswerWhenChosen) {
+    startSignedIn();
+    openSubmenu("Model", "Auto");
+    DesktopSession::waitUntil("the models of the provider",
+                              [this] { return names().contains("R&D\t"); });
+    EXPECT_THAT(names().last(2), ElementsAre("llama3.1\t", "R&D\t"));
+    (void)keep("menu-offered-models");
+    choose("R&D");
+    openSubmenu("Model", "Auto");
+    EXPECT_THAT(checked(), ElementsAre("R&D"));
+    m_session.key({"Escape"});
+    closeMenu();
+    ask("Who answers?");
+    DesktopSession::waitUntil("the answer of that model",
+                              [this] { return shows("Vorq: This is R&D."); });
 }
 
 TEST_F(MenuChoicesTest, EverySubmenuCanBeReadInBothThemes) {
