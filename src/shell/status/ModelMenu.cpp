@@ -5,7 +5,9 @@
 
 #include <QActionGroup>
 #include <QCoreApplication>
+#include <QScreen>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -68,10 +70,29 @@ void ModelMenu::showOffered() {
     const QString& chosen = m_model->preferredAIModelID();
     if (!VorqAIModelOption::contains(chosen) && !now.contains(chosen)) now += chosen;
     if (std::exchange(m_offered, now) == now) return;
+    const QRect before = geometry();
     clearOffered();
     if (!now.isEmpty()) addSeparator();
     for (const QString& id : now)
         addModel(id, QString(id).replace(u'&', u"&&"_s) + u'\t');
+    if (isVisible()) stayInPlace(before);
+}
+
+// The toolkit lets a menu that is open grow to the right and down, over the one that it came from
+// and out of the screen.
+void ModelMenu::stayInPlace(const QRect& before) {
+    adjustSize();
+    QRect now = geometry();
+    const bool isLeftOfOrigin =
+        std::ranges::any_of(menuAction()->associatedObjects(), [&](QObject* object) {
+            const auto* origin = qobject_cast<QMenu*>(object);
+            return origin && origin->isVisible() && before.left() < origin->geometry().left();
+        });
+    if (isLeftOfOrigin) now.moveRight(before.right());
+    const QRect room = screen()->availableGeometry();
+    if (now.bottom() > room.bottom()) now.moveBottom(room.bottom());
+    now.moveTopLeft({std::max(now.left(), room.left()), std::max(now.top(), room.top())});
+    setGeometry(now);
 }
 
 void ModelMenu::refresh() {

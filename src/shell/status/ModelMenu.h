@@ -28,6 +28,7 @@ class ModelMenu final : public FactMenu {
     void addModel(const QString& id, const QString& text);
     void clearOffered();
     void showOffered();
+    void stayInPlace(const QRect& before);
     void refresh();
 
     TwoLineStyle m_style;

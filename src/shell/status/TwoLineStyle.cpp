@@ -2,10 +2,12 @@
 
 #include "shell/look/Contrast.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOptionMenuItem>
+#include <QWidget>
 
 #include <algorithm>
 
@@ -24,6 +26,12 @@ constexpr float secondInk = 0.72F; // of the ink of the first line
 const QStyleOptionMenuItem* twoLines(const QStyleOption* option) {
     const auto* entry = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
     return entry != nullptr && entry->text.contains(u'\t') ? entry : nullptr;
+}
+
+bool isSeparator(QStyle::ContentsType type, const QStyleOption* option) {
+    const auto* entry = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    return type == QStyle::CT_MenuItem && entry != nullptr &&
+           entry->menuItemType == QStyleOptionMenuItem::Separator;
 }
 
 QString secondLine(const QStyleOptionMenuItem& entry) {
@@ -47,6 +55,16 @@ int heightOf(const QStyleOptionMenuItem& entry) {
     if (secondLine(entry).isEmpty()) return lineHeight(entry.font) + 2 * edgeRoom;
     const int lines = lineHeight(entry.font) + lineGap + lineHeight(secondFont(entry.font));
     return std::max(TwoLineStyle::height, lines + 2 * edgeRoom);
+}
+
+// The room that a menu adds for what stands behind its tabs, to all of its entries.
+int columnWidth(const QStyleOptionMenuItem& entry, const QWidget* menu) {
+    int width = entry.fontMetrics.horizontalAdvance(secondLine(entry));
+    if (menu == nullptr) return width;
+    for (const QAction* each : menu->actions())
+        width =
+            std::max(width, entry.fontMetrics.horizontalAdvance(each->text().section(u'\t', 1)));
+    return width;
 }
 
 QRect textPlace(const QStyleOptionMenuItem& entry) {
@@ -105,13 +123,14 @@ void TwoLineStyle::drawControl(ControlElement element, const QStyleOption* optio
     drawLines(*entry, *painter);
 }
 
-// The menu adds the room of its widest second column, in which nothing stands here.
+// Nothing stands in the second column that the menu adds.
 QSize TwoLineStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                      const QSize& contents, const QWidget* widget) const {
     const QStyleOptionMenuItem* entry = type == CT_MenuItem ? twoLines(option) : nullptr;
+    if (isSeparator(type, option))
+        return {1, QProxyStyle::sizeFromContents(type, option, contents, widget).height()};
     if (entry == nullptr) return QProxyStyle::sizeFromContents(type, option, contents, widget);
-    const int column = entry->fontMetrics.horizontalAdvance(secondLine(*entry));
-    return {std::max(widthOf(*entry) - column, 0), heightOf(*entry)};
+    return {std::max(widthOf(*entry) - columnWidth(*entry, widget), 0), heightOf(*entry)};
 }
 
 } // namespace vorq

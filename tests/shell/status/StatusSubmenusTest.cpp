@@ -4,7 +4,9 @@
 #include "doubles/shell/MenuPress.h"
 #include "shell/status/StatusMenu.h"
 
+#include <QGuiApplication>
 #include <QLocale>
+#include <QScreen>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -27,8 +29,8 @@ class StatusSubmenusTest : public ConversationFixture {
         return *(*std::ranges::find(actions, title, &QAction::text))->menu();
     }
     // Opens the menu and then the one within it, as the user does.
-    QMenu& open(const QString& title) {
-        m_menu.popup({0, 0});
+    QMenu& open(const QString& title, const QPoint& place = {}) {
+        m_menu.popup(place);
         QMenu& inner = submenu(title);
         pressEntry(m_menu, inner.menuAction());
         EXPECT_TRUE(QTest::qWaitFor([&] { return inner.isVisible(); }));
@@ -56,6 +58,13 @@ class StatusSubmenusTest : public ConversationFixture {
         for (const QAction* entry : submenu("Model").actions())
             if (entry->isChecked()) texts += entry->text().section(u'\t', 0, 0);
         return texts;
+    }
+
+    void answer(const QByteArray& list) {
+        m_clock.settle();
+        EXPECT_EQ(m_transport.last().path(), u"/ai/models");
+        m_transport.last().respond(200, list);
+        m_clock.settle();
     }
 
     StatusMenu m_menu;
@@ -143,12 +152,6 @@ TEST_F(StatusSubmenusTest, AModelIsChosenWithoutAnAccount) {
 }
 
 TEST_F(StatusSubmenusTest, WhatTheBackendOffersStandsBelowThem) {
-    const auto answer = [this](const QByteArray& list) {
-        m_clock.settle();
-        EXPECT_EQ(m_transport.last().path(), u"/ai/models");
-        m_transport.last().respond(200, list);
-        m_clock.settle();
-    };
     const QStringList before = texts(open("Model"));
     answer(R"({"models":[{"id":"llama3.1"},{"id":"R&D"},{"id":"deepseek/deepseek-chat"}]})");
     EXPECT_THAT(texts(submenu("Model")),
@@ -162,6 +165,27 @@ TEST_F(StatusSubmenusTest, WhatTheBackendOffersStandsBelowThem) {
     press("llama3.1\t");
     EXPECT_THAT(checkedModels(), ElementsAre("llama3.1"));
     EXPECT_THAT(texts(submenu("Model")), ElementsAreArray(before + QStringList{"", "llama3.1\t"}));
+}
+
+TEST_F(StatusSubmenusTest, ShortNamesOfModelsLeaveTheWidthAsItIs) {
+    const QMenu& models = open("Model");
+    const int before = models.width();
+    answer(R"({"models":[{"id":"llama3.1"}]})");
+    EXPECT_EQ(models.width(), before);
+    EXPECT_FALSE(models.actionGeometry(models.actions().at(6)).isEmpty()) << "the line above them";
+}
+
+TEST_F(StatusSubmenusTest, OneThatGrowsStaysBesideTheMenuAndOnTheScreen) {
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const QMenu& models = open("Model", screen.bottomRight());
+    ASSERT_LT(models.geometry().left(), m_menu.geometry().left()) << "there is no room elsewhere";
+    QByteArray list;
+    for (const char end : {'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h'})
+        list += R"(,{"id":"a-model-with-a-name-that-is-as-wide-as-any-name-of-one-may-be-)" +
+                QByteArray(1, end) + R"("})";
+    answer(R"({"models":[)" + list.sliced(1) + "]}");
+    EXPECT_FALSE(models.geometry().intersects(m_menu.geometry()));
+    EXPECT_TRUE(screen.contains(models.geometry()));
 }
 
 TEST_F(StatusSubmenusTest, TheCheckFollowsTheModelWhileTheMenuIsOpen) {
