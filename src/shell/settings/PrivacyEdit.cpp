@@ -15,7 +15,7 @@ PrivacyEdit::PrivacyEdit(AccountSession& account, PrivacyForm& form)
       m_formerEmail(account.profile().email),
       m_email(m_formerEmail) {
     connect(&account, &AccountSession::profileChanged, this, &PrivacyEdit::follow);
-    connect(&account, &AccountSession::signedOut, this, &PrivacyEdit::reset);
+    connect(&account, &AccountSession::sessionLeft, this, &PrivacyEdit::reset);
     connect(&form, &PrivacyForm::changed, this, &PrivacyEdit::changed);
 }
 
@@ -46,8 +46,10 @@ void PrivacyEdit::refuse(Field field, const QString& sentence) {
     emit changed();
 }
 
-// The email may have been changed elsewhere; one that the user has entered stays.
+// Another address may be another user, who must not find what the former has entered.
 void PrivacyEdit::follow() {
+    const bool isAnother = m_account.profile().email != m_formerEmail;
+    if (isAnother && !isSaving() && isUnsaved()) return reset();
     const bool isKept = isEmailEdited();
     m_formerEmail = m_account.profile().email;
     if (!isKept) m_email = m_formerEmail;

@@ -15,7 +15,7 @@ class AccountSession;
 class PrivacyForm;
 
 /// What the user enters on the page of the email address and the password, and which of it is
-/// wrong. Main thread only.
+/// wrong. None of it outlives the session. Main thread only.
 class PrivacyEdit final : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString email READ email WRITE setEmail NOTIFY changed)

@@ -18,6 +18,8 @@ bool needsAccount(Pane pane) {
 SettingsNavigation::SettingsNavigation(VorqAppState& state, Entries entries)
     : m_state(state), m_entries(std::move(entries)) {
     connect(&state.account(), &AccountSession::signedInChanged, this, &SettingsNavigation::follow);
+    // What it was about may be gone.
+    connect(&state.account(), &AccountSession::sessionLeft, this, &SettingsNavigation::keep);
     connect(&state.previews(), &Previews::changed, this, &SettingsNavigation::follow);
 }
 

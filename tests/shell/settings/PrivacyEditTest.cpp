@@ -115,5 +115,35 @@ TEST_F(PrivacyEditTest, SigningOutForgetsWhatWasEntered) {
     EXPECT_EQ(privacy().currentPassword(), "");
 }
 
+TEST_F(PrivacyEditTest, WhatWasEnteredEndsWithTheSession) {
+    enterPasswords("secret", "12345678", "12345678");
+    privacy().setEmail("countess@example.org");
+    expire();
+    EXPECT_FALSE(privacy().isUnsaved());
+    EXPECT_EQ(privacy().currentPassword() + privacy().newPassword() + privacy().confirmPassword(),
+              "");
+    signInAs("grace@example.org");
+    EXPECT_EQ(privacy().email(), "grace@example.org");
+}
+
+TEST_F(PrivacyEditTest, AnotherUserFindsNothingOfTheFormer) {
+    enterPasswords("secret", "12345678", "12345678");
+    privacy().setEmail("countess@example.org");
+    signInAs("grace@example.org");
+    EXPECT_EQ(privacy().email(), "grace@example.org");
+    EXPECT_EQ(privacy().currentPassword() + privacy().newPassword() + privacy().confirmPassword(),
+              "");
+    EXPECT_FALSE(privacy().isUnsaved());
+}
+
+TEST_F(PrivacyEditTest, AnotherUserOfAnotherProgramFindsNothingOfTheFormer) {
+    enterPasswords("secret", "12345678", "12345678");
+    privacy().setEmail("countess@example.org");
+    state->account().applyProfile("Grace", "Hopper", "grace", "grace@example.org");
+    EXPECT_EQ(privacy().email(), "grace@example.org");
+    EXPECT_EQ(privacy().currentPassword(), "");
+    EXPECT_FALSE(privacy().isUnsaved());
+}
+
 } // namespace
 } // namespace vorq

@@ -86,6 +86,14 @@ TEST_F(SettingsNavigationTest, AQuestionGoesWithTheAccountThatItWasAbout) {
     EXPECT_EQ(profile().firstName(), "Augusta") << "an answer that comes late does nothing";
 }
 
+TEST_F(SettingsNavigationTest, AQuestionGoesWithTheUserThatItWasAbout) {
+    navigation().open(Pane::Privacy);
+    privacy().setCurrentPassword("secret");
+    navigation().back();
+    signInAs("grace@example.org");
+    EXPECT_FALSE(navigation().asksToDiscard());
+}
+
 TEST_F(SettingsNavigationTest, TheStripIsThereWhileTheHubIsOpen) {
     EXPECT_FALSE(navigation().hasHub());
     navigation().showHub("tasks");
