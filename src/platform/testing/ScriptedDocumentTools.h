@@ -4,9 +4,11 @@
 
 #include <QStringList>
 
+#include <functional>
+
 namespace vorq {
 
-/// Documents as a test wants them read; every function answers at once.
+/// Documents as a test wants them read; functions answer at once.
 class ScriptedDocumentTools final : public DocumentTools {
   public:
     template<typename Value>
@@ -18,6 +20,8 @@ class ScriptedDocumentTools final : public DocumentTools {
     Answer<QString> rtf = std::unexpected(DocumentFailure::Unreadable);
     Answer<QByteArray> unpacked = QByteArray();
     Answer<QString> text = std::unexpected(DocumentFailure::Unreadable);
+    /// Runs before an avatar is given, on the thread that asks.
+    std::function<void()> onAvatar;
     /// What was asked for, in order: "jpeg", "avatar", "pdf", "rtf", "unpack PATTERN", "text
     /// EXTENSION".
     QStringList asked;
@@ -30,6 +34,7 @@ class ScriptedDocumentTools final : public DocumentTools {
     std::expected<QByteArray, DocumentFailure> avatarOf(const DocumentSource&,
                                                         const std::stop_token&) override {
         asked += QStringLiteral("avatar");
+        if (onAvatar) onAvatar();
         return avatar;
     }
     std::expected<PdfContents, DocumentFailure> readPdf(const DocumentSource&,

@@ -13,6 +13,10 @@ ProfileEdit::ProfileEdit(const Services& services, const AvatarReader& reader)
     : m_services(services), m_reader(reader) {
     connect(&services.account, &AccountSession::profileChanged, this, &ProfileEdit::follow);
     connect(&services.account, &AccountSession::signedOut, this, &ProfileEdit::reset);
+    connect(&services.account, &AccountSession::sessionLeft, this, [this] {
+        m_savesOnceRead = false;
+        emit changed();
+    });
     connect(&services.form, &ProfileForm::changed, this, &ProfileEdit::changed);
     connect(services.card.picture(), &AvatarPicture::changed, this, &ProfileEdit::showPicture);
     take();
@@ -20,12 +24,13 @@ ProfileEdit::ProfileEdit(const Services& services, const AvatarReader& reader)
 }
 
 bool ProfileEdit::isUnsaved() const {
-    return m_pendingAvatar || trimmed(m_firstName) != trimmed(m_former.firstName) ||
+    return m_pendingAvatar || isReadingPicture() ||
+           trimmed(m_firstName) != trimmed(m_former.firstName) ||
            trimmed(m_lastName) != trimmed(m_former.lastName);
 }
 
 bool ProfileEdit::isSaving() const {
-    return m_services.form.isSaving();
+    return m_savesOnceRead || m_services.form.isSaving();
 }
 
 QString ProfileEdit::error() const {
@@ -41,10 +46,14 @@ void ProfileEdit::follow() {
     emit changed();
 }
 
-void ProfileEdit::take() {
+void ProfileEdit::takeNames() {
     m_former = m_services.account.profile();
     m_firstName = m_former.firstName;
     m_lastName = m_former.lastName;
+}
+
+void ProfileEdit::take() {
+    takeNames();
     m_pendingAvatar.reset();
     m_pictureError.clear();
 }
@@ -100,14 +109,20 @@ QCoro::Task<> ProfileEdit::read(ProfileEdit* self, QString path, std::stop_token
         self->m_pictureError = avatar.error();
     }
     self->m_reading.release();
+    if (std::exchange(self->m_savesOnceRead, false) && avatar) self->startSaving();
     emit self->changed();
 }
 
 void ProfileEdit::save() {
     if (isSaving() || m_saving.isRunning()) return;
     m_didSave = false;
-    m_saving.restart([this](std::stop_token stop) { return save(this, std::move(stop)); });
+    m_savesOnceRead = isReadingPicture();
+    if (!m_savesOnceRead) startSaving();
     emit changed();
+}
+
+void ProfileEdit::startSaving() {
+    m_saving.restart([this](std::stop_token stop) { return save(this, std::move(stop)); });
 }
 
 QCoro::Task<> ProfileEdit::save(ProfileEdit* self, std::stop_token stop) {
@@ -117,14 +132,18 @@ QCoro::Task<> ProfileEdit::save(ProfileEdit* self, std::stop_token stop) {
         avatar ? std::optional(avatar->jpeg) : std::nullopt, stop);
     if (stop.stop_requested()) co_return;
     if (isSaved) {
-        self->take();
-        self->m_didSave = true;
+        self->takeNames();
+        // Another one may have been chosen meanwhile.
+        if (avatar && self->m_pendingAvatar && self->m_pendingAvatar->jpeg == avatar->jpeg)
+            self->m_pendingAvatar.reset();
+        self->m_didSave = !self->isUnsaved();
     }
     emit self->changed();
-    if (isSaved) emit self->saved();
+    if (self->m_didSave) emit self->saved();
 }
 
 void ProfileEdit::cancel() {
+    m_savesOnceRead = false;
     m_saving.cancel();
     emit changed();
 }

@@ -62,6 +62,7 @@ class ProfileEdit final : public QObject {
     /// Takes a picture from a file of this computer. If it is none, what was chosen before stays.
     Q_INVOKABLE void usePicture(const QUrl& file);
 
+    /// Waits for a picture that is being read; without one that cannot be read nothing is saved.
     /// Does nothing while it is under way.
     Q_INVOKABLE void save();
     /// Gives up the saving that is under way; what was entered stays.
@@ -71,12 +72,15 @@ class ProfileEdit final : public QObject {
 
   signals:
     void changed();
+    /// All that is entered.
     void saved();
 
   private:
     void follow();
     void take();
+    void takeNames();
     void showPicture();
+    void startSaving();
     void edit(QString& field, const QString& text);
     static QCoro::Task<> read(ProfileEdit* self, QString path, std::stop_token stop);
     static QCoro::Task<> save(ProfileEdit* self, std::stop_token stop);
@@ -89,6 +93,7 @@ class ProfileEdit final : public QObject {
     QString m_lastName;
     std::optional<AvatarReader::Avatar> m_pendingAvatar;
     QString m_pictureError;
+    bool m_savesOnceRead = false; // the picture
     bool m_didSave = false;
     TaskSlot m_reading;
     TaskSlot m_saving;

@@ -6,10 +6,30 @@
 
 #include <sys/stat.h>
 
+#include <semaphore>
+
 namespace vorq {
 namespace {
 
-using ProfileEditTest = SettingsFixture;
+class ProfileEditTest : public SettingsFixture {
+  protected:
+    ~ProfileEditTest() override { m_slowPicture.release(); }
+
+    // Whose reading goes on until it is let go.
+    void chooseSlowPicture() {
+        tools->onAvatar = [this] { m_slowPicture.acquire(); };
+        profile().usePicture(QUrl::fromLocalFile(putFile("slow.png", "a picture")));
+    }
+    void endReading() {
+        m_slowPicture.release();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !profile().isReadingPicture(); }));
+        clock.settle();
+        tools->onAvatar = {};
+    }
+
+  private:
+    std::counting_semaphore<> m_slowPicture{0};
+};
 
 TEST_F(ProfileEditTest, ItBeginsWithWhatIsStored) {
     EXPECT_EQ(profile().firstName(), "Ada");
@@ -87,6 +107,90 @@ TEST_F(ProfileEditTest, AChosenPictureWaitsForTheSaving) {
     EXPECT_EQ(state->account().profile().image, *tools->avatar);
     EXPECT_FALSE(profile().isUnsaved());
     ASSERT_TRUE(QTest::qWaitFor([this] { return settings->account()->picture()->isThere(); }));
+}
+
+TEST_F(ProfileEditTest, SavingWaitsForAPictureThatIsBeingRead) {
+    tools->avatar = jpeg(Qt::red);
+    chooseSlowPicture();
+    EXPECT_TRUE(profile().isUnsaved()) << "the page is not left without a question";
+    profile().save();
+    clock.settle();
+    EXPECT_EQ(transport.count(), 0U);
+    EXPECT_TRUE(profile().isSaving());
+    endReading();
+    ASSERT_EQ(transport.count(), 1U);
+    EXPECT_TRUE(profile().isSaving());
+    answerSaved();
+    EXPECT_EQ(state->account().profile().image, *tools->avatar);
+    EXPECT_TRUE(profile().didSave());
+    EXPECT_FALSE(profile().isUnsaved());
+}
+
+TEST_F(ProfileEditTest, ASavingThatWaitsForAPictureCanBeGivenUp) {
+    tools->avatar = jpeg(Qt::red);
+    chooseSlowPicture();
+    profile().save();
+    profile().cancel();
+    EXPECT_FALSE(profile().isSaving());
+    endReading();
+    EXPECT_EQ(transport.count(), 0U);
+    EXPECT_TRUE(profile().picture()->isThere()) << "what was chosen stays";
+    EXPECT_TRUE(profile().isUnsaved());
+}
+
+TEST_F(ProfileEditTest, ASavingThatWaitsForAPictureEndsWithTheSession) {
+    tools->avatar = jpeg(Qt::red);
+    chooseSlowPicture();
+    profile().save();
+    expire();
+    EXPECT_FALSE(profile().isSaving());
+    endReading();
+    EXPECT_EQ(state->account().profile().image, QByteArray());
+    EXPECT_TRUE(profile().isUnsaved()) << "it waits for the session to come back";
+}
+
+TEST_F(ProfileEditTest, NothingIsSavedWithoutThePictureThatWasWanted) {
+    profile().setFirstName("Augusta");
+    chooseSlowPicture();
+    profile().save();
+    endReading();
+    EXPECT_EQ(transport.count(), 0U);
+    EXPECT_FALSE(profile().isSaving());
+    EXPECT_NE(profile().pictureError(), "");
+    EXPECT_TRUE(profile().isUnsaved());
+    profile().save();
+    clock.settle();
+    EXPECT_EQ(transport.count(), 1U) << "told of it, the user wants the names saved";
+}
+
+TEST_F(ProfileEditTest, APictureThatIsChosenDuringTheSavingIsNotLost) {
+    profile().setFirstName("Augusta");
+    profile().save();
+    clock.settle();
+    tools->avatar = jpeg(Qt::red);
+    choose(putFile("me.png", "a picture"));
+    answerSaved(R"(,"firstName":"Augusta","lastName":"Lovelace")");
+    EXPECT_TRUE(profile().isUnsaved());
+    EXPECT_FALSE(profile().didSave());
+    profile().save();
+    clock.settle();
+    answerSaved(R"(,"firstName":"Augusta","lastName":"Lovelace")");
+    EXPECT_EQ(state->account().profile().image, *tools->avatar);
+    EXPECT_FALSE(profile().isUnsaved());
+}
+
+TEST_F(ProfileEditTest, AnotherPictureThatIsChosenDuringTheSavingTakesThePlaceOfTheFirst) {
+    tools->avatar = jpeg(Qt::red);
+    const QByteArray first = *tools->avatar;
+    choose(putFile("me.png", "a picture"));
+    profile().save();
+    clock.settle();
+    tools->avatar = jpeg(Qt::blue);
+    choose(putFile("me too.png", "another"));
+    answerSaved();
+    EXPECT_EQ(state->account().profile().image, first);
+    EXPECT_TRUE(profile().isUnsaved());
+    EXPECT_EQ(profile().picture()->image(), QImage::fromData(*tools->avatar));
 }
 
 TEST_F(ProfileEditTest, WhatIsNoPictureIsSaidAndChangesNothing) {
