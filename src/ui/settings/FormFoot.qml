@@ -7,6 +7,7 @@ Column {
 
     required property string error // "" for nothing wrong
     required property bool isSaving
+    readonly property string underWay: qsTr("Saving…")
 
     signal saveWanted
     signal cancelWanted
@@ -17,7 +18,10 @@ Column {
         // What goes would take the keyboard with it.
         if (!isSaving && cancel.activeFocus)
             save.forceActiveFocus(Qt.TabFocusReason)
-        spoken.say(isSaving ? save.text : "")
+        if (isSaving)
+            spoken.say(underWay)
+        else if (error === "") // which may have been said just before
+            spoken.say("")
     }
 
     Announcement {
@@ -53,7 +57,7 @@ Column {
 
         TextButton {
             id: save
-            text: foot.isSaving ? qsTr("Saving…") : qsTr("Save")
+            text: foot.isSaving ? foot.underWay : qsTr("Save")
             look: foot.isSaving ? TextButton.Secondary : TextButton.Primary
             size: 36
             onClicked: if (!foot.isSaving) foot.saveWanted()

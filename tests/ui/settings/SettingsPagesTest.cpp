@@ -28,6 +28,18 @@ class SettingsPagesTest : public testing::Test {
             200, R"({"signedIn":true,"email":"mira@example.org","token":"token")" + more + '}');
         stage.settle();
     }
+    // What screen readers read out, because it has just come up.
+    [[nodiscard]] static QStringList notified(const QQuickItem& from) {
+        QStringList said;
+        for (QQuickItem* item : from.childItems()) {
+            if (!item->isVisible()) continue;
+            const QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(item);
+            if (heard != nullptr && heard->role() == QAccessible::Notification)
+                said += heard->text(QAccessible::Name);
+            said += notified(*item);
+        }
+        return said;
+    }
     [[nodiscard]] QColor ground() { return stage.window->grabWindow().pixelColor(8, 400); }
 
     SettingsStage stage;
@@ -136,6 +148,18 @@ TEST_F(SettingsPagesTest, SavingTheProfileIsConfirmed) {
     stage.key(Qt::Key_Escape);
     EXPECT_EQ(stage.pane(), Pane::List);
     EXPECT_TRUE(stage.saying("Miranda Koskinen"));
+}
+
+TEST_F(SettingsPagesTest, ASavingThatFailsIsReadOut) {
+    stage.show();
+    stage.open(Pane::Profile);
+    stage.type("x");
+    stage.key(Qt::Key_Return);
+    EXPECT_EQ(notified(*stage.window->contentItem()), QStringList("Saving…"));
+    stage.base.transport.last().respond(400, R"({"error":"The name is too long."})");
+    stage.settle();
+    EXPECT_TRUE(stage.saying("The name is too long."));
+    EXPECT_EQ(notified(*stage.window->contentItem()), QStringList("The name is too long."));
 }
 
 TEST_F(SettingsPagesTest, WhatWentWrongStandsBesideTheFieldThatThenHasTheKeyboard) {
