@@ -33,10 +33,6 @@ bool ProfileEdit::isSaving() const {
     return m_savesOnceRead || m_services.form.isSaving();
 }
 
-QString ProfileEdit::error() const {
-    return m_services.form.error();
-}
-
 // What the user has entered waits for the session to come back.
 void ProfileEdit::follow() {
     const QString email = m_services.account.profile().email;
@@ -61,6 +57,7 @@ void ProfileEdit::take() {
 void ProfileEdit::reset() {
     cancel();
     m_reading.cancel();
+    m_refusal.clear();
     m_didSave = false;
     take();
     showPicture();
@@ -74,6 +71,7 @@ void ProfileEdit::showPicture() {
 void ProfileEdit::edit(QString& field, const QString& text) {
     if (field == text) return;
     field = text;
+    m_refusal.clear();
     m_didSave = false;
     emit changed();
 }
@@ -103,6 +101,7 @@ QCoro::Task<> ProfileEdit::read(ProfileEdit* self, QString path, std::stop_token
     if (stop.stop_requested()) co_return;
     if (avatar) {
         self->m_pendingAvatar = *std::move(avatar);
+        self->m_refusal.clear();
         self->m_didSave = false;
         self->showPicture();
     } else {
@@ -116,6 +115,7 @@ QCoro::Task<> ProfileEdit::read(ProfileEdit* self, QString path, std::stop_token
 void ProfileEdit::save() {
     if (isSaving() || m_saving.isRunning()) return;
     m_didSave = false;
+    m_refusal.clear();
     m_savesOnceRead = isReadingPicture();
     if (!m_savesOnceRead) startSaving();
     emit changed();
@@ -137,6 +137,8 @@ QCoro::Task<> ProfileEdit::save(ProfileEdit* self, std::stop_token stop) {
         if (avatar && self->m_pendingAvatar && self->m_pendingAvatar->jpeg == avatar->jpeg)
             self->m_pendingAvatar.reset();
         self->m_didSave = !self->isUnsaved();
+    } else {
+        self->m_refusal = self->m_services.form.error();
     }
     emit self->changed();
     if (self->m_didSave) emit self->saved();

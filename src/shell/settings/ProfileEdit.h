@@ -53,7 +53,7 @@ class ProfileEdit final : public QObject {
     [[nodiscard]] const QString& pictureError() const { return m_pictureError; }
     [[nodiscard]] bool isUnsaved() const;
     [[nodiscard]] bool isSaving() const;
-    [[nodiscard]] QString error() const;
+    [[nodiscard]] const QString& error() const { return m_refusal; }
     [[nodiscard]] bool didSave() const { return m_didSave; }
 
     void setFirstName(const QString& name);
@@ -93,6 +93,7 @@ class ProfileEdit final : public QObject {
     QString m_lastName;
     std::optional<AvatarReader::Avatar> m_pendingAvatar;
     QString m_pictureError;
+    QString m_refusal;
     bool m_savesOnceRead = false; // the picture
     bool m_didSave = false;
     TaskSlot m_reading;

@@ -193,6 +193,23 @@ TEST_F(ProfileEditTest, AnotherPictureThatIsChosenDuringTheSavingTakesThePlaceOf
     EXPECT_EQ(profile().picture()->image(), QImage::fromData(*tools->avatar));
 }
 
+TEST_F(ProfileEditTest, AFailureGoesWithWhatItWasAbout) {
+    const auto fail = [this] {
+        profile().setFirstName("Augusta");
+        profile().save();
+        clock.settle();
+        answer(400, R"({"error":"The name is too long."})");
+    };
+    fail();
+    ASSERT_EQ(profile().error(), "The name is too long.");
+    profile().setFirstName("A");
+    EXPECT_EQ(profile().error(), "");
+    fail();
+    ASSERT_EQ(profile().error(), "The name is too long.");
+    profile().reset();
+    EXPECT_EQ(profile().error(), "");
+}
+
 TEST_F(ProfileEditTest, WhatIsNoPictureIsSaidAndChangesNothing) {
     tools->avatar = jpeg(Qt::red);
     choose(putFile("me.png", "a picture"));
