@@ -4,6 +4,7 @@
 #include "shell/selftest/SelfTest.h"
 #include "shell/selftest/SelfTestReport.h"
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -39,15 +40,16 @@ SelfTest* SelfTestService::wantedTest() {
     return m_test;
 }
 
-void SelfTestService::refuse(const QDBusMessage& message, const QString& sentence) const {
+void SelfTestService::refuse(const QDBusMessage& message, const QString& error,
+                             const QString& sentence) const {
     message.setDelayedReply(true);
-    m_bus.send(message.createErrorReply(LinkOutcomes::failed, sentence));
+    m_bus.send(message.createErrorReply(error, sentence));
 }
 
 void SelfTestService::Begin(const QDBusMessage& message) {
     SelfTest* test = wantedTest();
-    if (test == nullptr) return refuse(message, u"Vorq is about to end."_s);
-    if (test->isRunning()) return refuse(message, u"Vorq tests itself already."_s);
+    if (test == nullptr) return refuse(message, LinkOutcomes::failed, u"Vorq is about to end."_s);
+    if (test->isRunning()) return refuse(message, busy, u"Vorq tests itself already."_s);
     m_caller.addWatchedService(message.service());
     test->start();
 }
@@ -57,23 +59,37 @@ bool SelfTestService::canAnswer(int number) const {
            static_cast<std::size_t>(number) < m_test->results().size();
 }
 
-QByteArray SelfTestService::answerTo(int number) const {
+std::optional<QByteArray> SelfTestService::answerTo(int number) const {
+    if (!m_test) return std::nullopt;
+    const std::vector<SelfCheck>& results = m_test->results();
     const auto index = static_cast<std::size_t>(number);
-    if (!m_test || number < 0 || index >= m_test->results().size()) return {};
-    return encode(reported(m_test->results()[index], m_secrets()));
+    if (index < results.size()) return encode(reported(results[index], m_secrets()));
+    if (results.size() < m_test->count()) return std::nullopt;
+    return QByteArray();
+}
+
+void SelfTestService::answer(const Question& question) const {
+    const auto told = answerTo(question.number);
+    if (told)
+        m_bus.send(question.message.createReply(*told));
+    else
+        refuse(question.message, LinkOutcomes::failed, u"The test was cut short."_s);
 }
 
 QByteArray SelfTestService::Next(int number, const QDBusMessage& message) {
-    if (number < 0 || canAnswer(number)) return answerTo(number);
     message.setDelayedReply(true);
-    m_waiting.push_back({.number = number, .message = message});
+    const Question question{.number = std::max(number, 0), .message = message};
+    if (canAnswer(question.number))
+        answer(question);
+    else
+        m_waiting.push_back(question);
     return {};
 }
 
 void SelfTestService::answerAll() {
     for (const Question& question : std::exchange(m_waiting, {})) {
         if (canAnswer(question.number))
-            m_bus.send(question.message.createReply(answerTo(question.number)));
+            answer(question);
         else
             m_waiting.push_back(question);
     }

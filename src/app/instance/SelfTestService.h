@@ -9,6 +9,7 @@
 #include <QPointer>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace vorq {
@@ -23,6 +24,9 @@ class SelfTestService final : public QDBusAbstractAdaptor {
 
   public:
     static inline const QString interface = QStringLiteral("com.vorq.desk.SelfTest");
+
+    /// The error of a test that does not begin because one runs already.
+    static inline const QString busy = QStringLiteral("com.vorq.desk.Error.Busy");
 
     /// The object is the one that is on the bus.
     SelfTestService(const QDBusConnection& bus, QObject* object);
@@ -41,7 +45,7 @@ class SelfTestService final : public QDBusAbstractAdaptor {
     void Begin(const QDBusMessage& message);
 
     /// Answered once the check of that number, counted from 0, has been made: by its result as
-    /// JSON; "" at the end of the test.
+    /// JSON; "" at the end of the test, an error at that of one that was cut short.
     QByteArray Next(int number, const QDBusMessage& message);
 
   private:
@@ -53,8 +57,10 @@ class SelfTestService final : public QDBusAbstractAdaptor {
     [[nodiscard]] SelfTest* wantedTest();
     void answerAll();
     [[nodiscard]] bool canAnswer(int number) const;
-    [[nodiscard]] QByteArray answerTo(int number) const;
-    void refuse(const QDBusMessage& message, const QString& sentence) const;
+    /// Nothing for a check that will not be made.
+    [[nodiscard]] std::optional<QByteArray> answerTo(int number) const;
+    void answer(const Question& question) const;
+    void refuse(const QDBusMessage& message, const QString& error, const QString& sentence) const;
 
     QDBusConnection m_bus;
     QDBusServiceWatcher m_caller;
