@@ -44,6 +44,7 @@ DesktopSelfTest::DesktopSelfTest(const Parts& parts)
                         .pasteOver = m_pasteOver,
                         .keys = parts.platform.keyPoster(),
                         .hotKeys = parts.hotKeys,
+                        .areHotKeysOfAnother = parts.areHotKeysOfAnother,
                         .staysAfterwards = parts.staysAfterwards})) {}
 
 DesktopSelfTest::~DesktopSelfTest() = default;

@@ -27,6 +27,7 @@ class DesktopSelfTest final {
         std::function<PortSupport()> tray;
         /// Whether this process stays after the test.
         bool staysAfterwards = true;
+        bool areHotKeysOfAnother = false;
     };
 
     explicit DesktopSelfTest(const Parts& parts);

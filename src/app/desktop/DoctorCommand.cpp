@@ -52,14 +52,28 @@ int follow(RunningInstance& instance, DoctorPrinter& printer) {
     return printer.finish(headOf(true));
 }
 
+// Two tests at once would take the keyboard from each other.
+int giveWay(const QString& sentence, DoctorPrinter& printer) {
+    printer.add(aboutProgram(SelfCheckState::Failed, sentence,
+                             u"Wait until that is done, and run this again."_s));
+    return printer.finish(headOf(true));
+}
+
 // A Vorq of this process, without a panel and a tray.
 class LoneSelfTest {
   public:
-    /// The platform must outlive it.
-    explicit LoneSelfTest(DesktopPlatform& platform)
+    /// The platform must outlive it. A Vorq that runs has the hot keys.
+    LoneSelfTest(DesktopPlatform& platform, bool doesVorqRun)
         : m_platform(platform),
-          m_hotKeys(platform.hotKeys(), platform.workspace(), platform.clock()) {
-        m_hotKeys.registerHotKeys();
+          m_hotKeys(platform.hotKeys(), platform.workspace(), platform.clock()),
+          m_test({.platform = m_platform,
+                  .capture = m_capture,
+                  .state = m_state,
+                  .hotKeys = m_hotKeys,
+                  .tray = traySupport,
+                  .staysAfterwards = false,
+                  .areHotKeysOfAnother = doesVorqRun}) {
+        if (!doesVorqRun) m_hotKeys.registerHotKeys();
     }
     LoneSelfTest(const LoneSelfTest&) = delete;
     LoneSelfTest& operator=(const LoneSelfTest&) = delete;
@@ -92,12 +106,7 @@ class LoneSelfTest {
     VorqAppState m_state{{m_platform.clock(), m_platform.defaults(), m_platform.paths(),
                           m_transport, m_capture, m_platform.notes()}};
     HotKeyHandler m_hotKeys;
-    DesktopSelfTest m_test{{.platform = m_platform,
-                            .capture = m_capture,
-                            .state = m_state,
-                            .hotKeys = m_hotKeys,
-                            .tray = traySupport,
-                            .staysAfterwards = false}};
+    DesktopSelfTest m_test;
 };
 
 // Without a screen there is an application all the same, of a session without windows.
@@ -108,7 +117,7 @@ void doWithoutScreen() {
 }
 
 int testAlone(int& argc, char** argv, const HostSystem& system, DoctorPrinter& printer,
-              std::unique_ptr<ApplicationBirth> birth) {
+              std::unique_ptr<ApplicationBirth> birth, bool doesVorqRun) {
     // What it logs is for the journal of the program in the tray.
     QLoggingCategory::setFilterRules(u"vorq.*=false"_s);
     const QApplication application(argc, argv);
@@ -116,7 +125,7 @@ int testAlone(int& argc, char** argv, const HostSystem& system, DoctorPrinter& p
     int status = 0;
     {
         const std::unique_ptr<DesktopPlatform> platform = system.makePlatform();
-        LoneSelfTest test(*platform);
+        LoneSelfTest test(*platform, doesVorqRun);
         status = test.run(printer);
     }
     unwindTasks();
@@ -134,13 +143,16 @@ int runDoctorCommand(int& argc, char** argv, const Doctor& command, const HostSy
     ReportedCheck program =
         aboutProgram(SelfCheckState::Warning, u"Vorq does not run: what it would do is tested."_s,
                      u"Start it: vorq --background"_s);
+    bool doesVorqRun = false;
     {
         Courier courier;
         RunningInstance& instance = courier.instance();
-        if (instance.exists()) {
+        doesVorqRun = instance.exists();
+        if (doesVorqRun) {
             const auto begun = instance.beginSelfTest();
             if (begun) return follow(instance, printer);
-            program = aboutProgram(SelfCheckState::Failed, begun.error(),
+            if (begun.error().isBusy) return giveWay(begun.error().sentence, printer);
+            program = aboutProgram(SelfCheckState::Failed, begun.error().sentence,
                                    u"If it hangs, end it and start it again."_s);
         }
         if (system.hasScreen())
@@ -149,7 +161,7 @@ int runDoctorCommand(int& argc, char** argv, const Doctor& command, const HostSy
             doWithoutScreen();
     }
     printer.add(program);
-    return testAlone(argc, argv, system, printer, std::move(birth));
+    return testAlone(argc, argv, system, printer, std::move(birth), doesVorqRun);
 }
 
 } // namespace vorq

@@ -82,10 +82,12 @@ RunningInstance::Outcome RunningInstance::switchPreview(const SwitchPreview& com
     return std::unexpected(sentenceOf(reply));
 }
 
-RunningInstance::Outcome RunningInstance::beginSelfTest() {
+std::expected<void, RunningInstance::SelfTestRefusal> RunningInstance::beginSelfTest() {
     const QDBusMessage reply = ask(SelfTestService::interface, u"Begin"_s, {}, limit);
     if (reply.type() == QDBusMessage::ReplyMessage) return {};
-    return std::unexpected(sentenceOf(reply));
+    if (reply.errorName() == SelfTestService::busy)
+        return std::unexpected(SelfTestRefusal{.sentence = reply.errorMessage(), .isBusy = true});
+    return std::unexpected(SelfTestRefusal{.sentence = sentenceOf(reply)});
 }
 
 std::expected<std::optional<ReportedCheck>, QString> RunningInstance::nextSelfCheck(int number) {

@@ -41,8 +41,12 @@ class RunningInstance {
     [[nodiscard]] std::expected<QList<Preview>, QString> openPreviews();
     [[nodiscard]] Outcome switchPreview(const SwitchPreview& command);
 
+    struct SelfTestRefusal {
+        QString sentence;
+        bool isBusy = false; ///< it tests itself already
+    };
     /// Has it test itself, until this connection ends.
-    [[nodiscard]] Outcome beginSelfTest();
+    [[nodiscard]] std::expected<void, SelfTestRefusal> beginSelfTest();
     /// Waits for the check of that number, counted from 0; nothing at the end of the test.
     [[nodiscard]] std::expected<std::optional<ReportedCheck>, QString> nextSelfCheck(int number);
     /// No check takes longer.

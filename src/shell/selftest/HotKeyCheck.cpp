@@ -47,6 +47,10 @@ QCoro::Task<SelfCheck> HotKeyCheck::run(std::stop_token stop) {
         result = skipped(SelfTestText{"%1", {support.error()}});
         co_return result;
     }
+    if (m_services.areOfAnother) {
+        result = skipped({QT_TRANSLATE_NOOP("SelfTest", "The Vorq that runs has them.")});
+        co_return result;
+    }
     if (!hotKeys.canRegister()) {
         result =
             warning({QT_TRANSLATE_NOOP("SelfTest", "This desktop keeps global keys to itself.")},

@@ -19,6 +19,7 @@ class HotKeyCheck final : public SelfTestCheck {
         HotKeyHandler& hotKeys;
         KeyPoster& keys;
         std::shared_ptr<TestStage> stage;
+        bool areOfAnother = false; ///< another Vorq has them
     };
 
     /// All must outlive the check.

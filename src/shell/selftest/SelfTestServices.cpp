@@ -32,8 +32,12 @@ std::unique_ptr<SelfTest> makeSelfTest(const SelfTestServices& from) {
         std::make_shared<CopyCaptureCheck>(from.clock, from.copyShortcut, clipboard, stage),
         std::make_shared<ReplacementCheck>(from.clock, from.accessibility, from.pasteOver,
                                            clipboard, stage),
-        std::make_shared<HotKeyCheck>(HotKeyCheck::Services{
-            .clock = from.clock, .hotKeys = from.hotKeys, .keys = from.keys, .stage = stage}),
+        std::make_shared<HotKeyCheck>(
+            HotKeyCheck::Services{.clock = from.clock,
+                                  .hotKeys = from.hotKeys,
+                                  .keys = from.keys,
+                                  .stage = stage,
+                                  .areOfAnother = from.areHotKeysOfAnother}),
     };
     return std::make_unique<SelfTest>(from.clock, std::move(checks), std::move(stage));
 }

@@ -38,6 +38,8 @@ struct SelfTestServices {
     PasteOver& pasteOver;
     KeyPoster& keys;
     HotKeyHandler& hotKeys;
+    /// Whether another Vorq has them, so that this one must not be judged by them.
+    bool areHotKeysOfAnother = false;
     /// Whether this process is there after the test, to hand out what it gives back to clipboard
     /// and highlight.
     bool staysAfterwards = true;

@@ -192,7 +192,35 @@ TEST_F(DoctorTest, AVorqThatHangsIsSaidToAndTheRestIsTested) {
     EXPECT_THAT(lineOf(ended.output, "program"),
                 HasSubstr("failed program Vorq is running, but does not answer."));
     EXPECT_THAT(lineOf(ended.output, "capture-accessibility"), testing::StartsWith("ok "));
+    EXPECT_THAT(lineOf(ended.output, "hot-keys"),
+                HasSubstr("skipped hot-keys The Vorq that runs has them."));
     EXPECT_TRUE(hung.holds());
+}
+
+TEST_F(DoctorTest, ASecondOneGivesWay) {
+    m_vorq->start();
+    openEditor();
+    DesktopProgram& first = session().start(VORQ_PROGRAM, "", {"doctor"});
+    EXPECT_NE(session().waitForWindow("vorq-test-window"), 0U);
+    const Ended second = doctor();
+    EXPECT_EQ(second.status, 1);
+    EXPECT_THAT(lineOf(second.output, "program"),
+                HasSubstr("failed program Vorq tests itself already."));
+    EXPECT_THAT(second.output.toStdString(), Not(HasSubstr("hot-keys")));
+    DesktopSession::waitUntil(
+        "the end of the first", [&] { return !first.isRunning(); }, std::chrono::seconds(90));
+    EXPECT_EQ(first.qt().exitCode(), 0) << first.output().toStdString();
+}
+
+TEST_F(DoctorTest, AVorqThatIsQuitMeanwhileFails) {
+    m_vorq->start();
+    openEditor();
+    DesktopProgram& running = session().start(VORQ_PROGRAM, "", {"doctor"});
+    EXPECT_NE(session().waitForWindow("vorq-test-window"), 0U);
+    run(VORQ_PROGRAM, "", {"quit"}, session().environment());
+    DesktopSession::waitUntil("the end of the test", [&] { return !running.isRunning(); });
+    EXPECT_EQ(running.qt().exitCode(), 1);
+    EXPECT_THAT(running.output().toStdString(), HasSubstr("Vorq ended in the midst of it."));
 }
 
 TEST_F(DoctorTest, WithoutADisplayItSaysWhatItCouldNotTest) {

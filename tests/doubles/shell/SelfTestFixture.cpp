@@ -66,6 +66,7 @@ SelfTestServices SelfTestFixture::services() {
             .pasteOver = m_pasteOver,
             .keys = m_poster,
             .hotKeys = m_hotKeys,
+            .areHotKeysOfAnother = m_areHotKeysOfAnother,
             .staysAfterwards = m_staysAfterwards};
 }
 

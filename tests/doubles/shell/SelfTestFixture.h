@@ -131,6 +131,7 @@ class SelfTestFixture : public ConversationFixture {
     PortSupport m_tray;
     QStringList m_limits;
     bool m_staysAfterwards = true;
+    bool m_areHotKeysOfAnother = false;
     TurnQueue m_turns;
     CaptureLog m_captureLog{m_clock, m_folder.filePath("capture.log"),
                             m_folder.filePath("place.log")};

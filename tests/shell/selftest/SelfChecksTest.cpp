@@ -177,6 +177,15 @@ TEST_F(SelfChecksTest, AKeyThatAnotherProgramHoldsFailsWithTheCommandToBind) {
                                    "of your desktop to: vorq summon");
 }
 
+TEST_F(SelfChecksTest, KeysOfAnotherVorqAreNotTested) {
+    m_areHotKeysOfAnother = true;
+    m_keysOfDesktop.failures['A'] = {.status = 10, .isTaken = true};
+    m_hotKeys.registerHotKeys();
+    makeAnew();
+    runTest();
+    EXPECT_EQ(told(u"hot-keys"_s), "skipped: The Vorq that runs has them. | ");
+}
+
 TEST_F(SelfChecksTest, ADesktopThatKeepsItsKeysIsAWarning) {
     m_keysOfDesktop.handlerFailure = HotKeyFailure{.status = -1};
     m_hotKeys.registerHotKeys();
