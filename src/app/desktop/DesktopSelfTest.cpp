@@ -9,7 +9,6 @@
 #include "shell/selftest/SelfTestServices.h"
 
 #include <QEventLoop>
-#include <QFileInfo>
 #include <QUrl>
 
 namespace vorq {
@@ -58,18 +57,10 @@ void DesktopSelfTest::end() {
 }
 
 PrivateWords DesktopSelfTest::secrets() const {
-    PrivateWords words;
-    const QString home = m_parts.platform.paths().home();
-    words.add(home);
-    words.add(QFileInfo(home).fileName());
+    const AccountSession& account = m_parts.state.account();
+    PrivateWords words = wordsOf(account, m_parts.platform.paths().home());
     words.add(qEnvironmentVariable("USER"));
     words.add(qEnvironmentVariable("LOGNAME"));
-    AccountSession& account = m_parts.state.account();
-    const AccountProfile& profile = account.profile();
-    if (account.signedIn()) words.add(profile.displayName());
-    for (const QString& name : {profile.firstName, profile.lastName, profile.username,
-                                profile.email, account.sessionToken()})
-        words.add(name);
     words.add(QUrl(m_parts.state.api().baseURL()).host());
     return words;
 }

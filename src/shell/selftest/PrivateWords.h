@@ -5,6 +5,8 @@
 
 namespace vorq {
 
+class AccountSession;
+
 /// The words that must not leave the machine in a report, and paths that may hold them.
 class PrivateWords {
   public:
@@ -18,5 +20,8 @@ class PrivateWords {
   private:
     QStringList m_words; // the longest first
 };
+
+/// What a report must not tell of who is signed in, or was, and of their home folder.
+[[nodiscard]] PrivateWords wordsOf(const AccountSession& account, const QString& home);
 
 } // namespace vorq

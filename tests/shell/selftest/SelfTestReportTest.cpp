@@ -38,6 +38,18 @@ TEST(PrivateWords, PathsAreTakenOutWhosesoeverTheyAre) {
               u"on the page /admin.html of 1/2");
 }
 
+TEST(PrivateWords, PathsBelowOneThatIsKnownGoAsAWhole) {
+    PrivateWords words;
+    words.add(u"/home/ada"_s);
+    words.add(u"ada"_s);
+    EXPECT_EQ(words.without(u"It is in /home/ada/Clients/Smith, or at /home/ada: ada"_s),
+              u"It is in …, or at …: …");
+    EXPECT_EQ(words.without(u"/srv/ada/Clients/Smith"_s), u"…");
+    PrivateWords blank;
+    blank.add(u"/home/Ada Lovelace"_s);
+    EXPECT_EQ(blank.without(u"It is in /home/Ada Lovelace/Clients/Smith."_s), u"It is in …");
+}
+
 TEST(PrivateWords, WhatLooksLikeAPatternIsTakenAsItIs) {
     PrivateWords words;
     words.add(u"a.b*"_s);
@@ -97,13 +109,7 @@ class ReportSecretsTest : public SelfTestFixture {
     }
 
     [[nodiscard]] std::string report() {
-        PrivateWords words;
-        words.add(u"sekrethome"_s);
-        const AccountProfile& profile = state().account().profile();
-        for (const QString& word :
-             {profile.displayName(), profile.firstName, profile.lastName, profile.username,
-              profile.email, state().account().sessionToken()})
-            words.add(word);
+        const PrivateWords words = wordsOf(state().account(), u"/home/sekrethome"_s);
         QList<ReportedCheck> checks;
         for (const SelfCheck& result : m_test->results())
             checks += reported(result, words);
@@ -120,7 +126,9 @@ TEST_F(ReportSecretsTest, NoneIsToldWhereAllIsWell) {
 
 TEST_F(ReportSecretsTest, NoneIsToldWhereNothingWorks) {
     const PortSupport told =
-        std::unexpected(u"Not in /home/sekrethome/x for sekretuser and sekret@example.org."_s);
+        std::unexpected(u"Not in /home/sekrethome/x nor /home/sekrethome/Clients/sekretclient for "
+                        "sekretuser, Sekretfirst Sekretlast, sekrethome, sekret@example.org and "
+                        "sekret-token."_s);
     m_limits = {told.error()};
     m_tray = told;
     m_session.portalSupport = told;
