@@ -55,6 +55,7 @@ Rectangle {
         id: tape
         x: Theme.space5
         y: 14
+        width: Math.min(implicitWidth, view.width - 2 * Theme.space5)
         visible: view.navigation.hasHub
         expanded: view.navigation.hubTapeExpanded
         current: view.navigation.hubSegment

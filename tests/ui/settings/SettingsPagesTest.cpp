@@ -40,6 +40,34 @@ class SettingsPagesTest : public testing::Test {
         }
         return said;
     }
+    // A page on the strip.
+    [[nodiscard]] QQuickItem* station(const QString& name) {
+        return stationIn(stage.root(), name);
+    }
+    [[nodiscard]] static QQuickItem* stationIn(const QQuickItem& from, const QString& name) {
+        for (QQuickItem* item : from.childItems()) {
+            if (item->property("isSettings").isValid() && item->property("text") == name)
+                return item;
+            if (QQuickItem* found = stationIn(*item, name)) return found;
+        }
+        return nullptr;
+    }
+    [[nodiscard]] bool isInView(const QString& name) {
+        const QQuickItem* item = station(name);
+        const QRectF place = item->mapRectToScene(item->boundingRect());
+        return place.left() >= 0 && place.right() <= stage.window->width();
+    }
+    [[nodiscard]] static QPoint middleOf(const QQuickItem& item) {
+        return item.mapToScene({item.width() / 2, item.height() / 2}).toPoint();
+    }
+    void drag(const QQuickItem& item, int by) {
+        const QPoint from = middleOf(item);
+        QTest::mousePress(stage.window.get(), Qt::LeftButton, {}, from);
+        for (int step = 1; step <= 10; ++step)
+            QTest::mouseMove(stage.window.get(), from + QPoint(by * step / 10, 0), 10);
+        QTest::mouseRelease(stage.window.get(), Qt::LeftButton, {}, from + QPoint(by, 0));
+        stage.settle(400);
+    }
     [[nodiscard]] QColor ground() { return stage.window->grabWindow().pixelColor(8, 400); }
 
     SettingsStage stage;
@@ -258,6 +286,29 @@ TEST_F(SettingsPagesTest, EnablingAsksWhoeverCan) {
     QSignalSpy wanted(stage.settings->permissions(), &PermissionRows::textCaptureWanted);
     stage.click("Enable");
     EXPECT_EQ(wanted.count(), 1);
+}
+
+TEST_F(SettingsPagesTest, AllOfTheStripIsReachedInANarrowWindow) {
+    stage.show({420, 600});
+    ASSERT_TRUE(stage.base.state->previews().set(Preview::Hub, true));
+    stage.settle();
+    EXPECT_TRUE(isInView("Settings")) << "where one is";
+    stage.settings->navigation()->showHub("notes");
+    stage.settle();
+    EXPECT_TRUE(isInView("Notes"));
+    EXPECT_FALSE(isInView("Settings"));
+    drag(*station("Chats"), -400);
+    ASSERT_TRUE(isInView("Settings"));
+    QTest::mouseClick(stage.window.get(), Qt::LeftButton, {}, middleOf(*station("Settings")));
+    stage.settle();
+    EXPECT_EQ(stage.settings->navigation()->selectedTab(), SettingsNavigation::SetupTab::Settings);
+    for (int step = 0; step < 40 && stage.window->activeFocusItem() != station("Settings"); ++step)
+        stage.key(Qt::Key_Tab);
+    for (const char* const name : {"Ask", "Trackers", "Tasks", "Chats", "Notes"}) {
+        stage.key(Qt::Key_Left);
+        EXPECT_EQ(stage.focused(), name);
+        EXPECT_TRUE(isInView(name)) << name;
+    }
 }
 
 TEST_F(SettingsPagesTest, AFieldThatIsFilledElsewhereShowsIt) {
