@@ -99,6 +99,7 @@ SettingsRow {
                 visible: row.value !== ""
                 size: row.wellSize
                 text: qsTr("Clear")
+                onVisibleChanged: if (!visible && activeFocus) field.forceActiveFocus(Qt.BacktabFocusReason)
                 onClicked: {
                     field.text = ""
                     row.commit()

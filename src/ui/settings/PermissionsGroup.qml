@@ -26,6 +26,8 @@ SettingsGroup {
             look: TextButton.Primary
             size: 30
             onClicked: group.permissions.enableTextCapture()
+            // Tab goes on from there as it would have from here.
+            onVisibleChanged: if (!visible && activeFocus) nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
         }
     }
     PermissionRow {

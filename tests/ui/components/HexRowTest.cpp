@@ -61,6 +61,15 @@ TEST_F(HexRowTest, ClearIsThereAsLongAsAValueIs) {
     EXPECT_TRUE(clear->isVisible());
 }
 
+TEST_F(HexRowTest, ClearHandsTheKeyboardToTheField) {
+    field->forceActiveFocus();
+    QTest::keyClick(&window, Qt::Key_Tab);
+    ASSERT_EQ(window.activeFocusItem()->property("text"), "Clear");
+    QTest::keyClick(&window, Qt::Key_Space);
+    EXPECT_EQ(value(), "");
+    EXPECT_EQ(window.activeFocusItem(), field);
+}
+
 // The choice of colours, once it is open; null if it does not open.
 QWidget* choiceOfColours() {
     const auto find = [] {

@@ -1,4 +1,5 @@
 #include "doubles/ui/SettingsStage.h"
+#include "platform/testing/ScriptedPermissionProbe.h"
 
 #include <QAccessible>
 #include <QSignalSpy>
@@ -286,6 +287,20 @@ TEST_F(SettingsPagesTest, EnablingAsksWhoeverCan) {
     QSignalSpy wanted(stage.settings->permissions(), &PermissionRows::textCaptureWanted);
     stage.click("Enable");
     EXPECT_EQ(wanted.count(), 1);
+}
+
+TEST_F(SettingsPagesTest, TheKeyboardIsNotLeftOnWhatIsGone) {
+    ScriptedPermissionProbe probe;
+    stage.base.state->permissions().setProbe(&probe);
+    stage.show();
+    tabTo("Enable");
+    probe.text = PermissionState::Granted;
+    stage.settings->permissions()->refresh();
+    stage.settle();
+    EXPECT_TRUE(stage.saying("Granted"));
+    EXPECT_FALSE(stage.saying("Enable"));
+    EXPECT_TRUE(stage.window->activeFocusItem()->isVisible()) << qPrintable(stage.focused());
+    EXPECT_TRUE(stage.window->activeFocusItem()->property("visualFocus").toBool());
 }
 
 TEST_F(SettingsPagesTest, AllOfTheStripIsReachedInANarrowWindow) {
