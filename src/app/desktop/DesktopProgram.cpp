@@ -40,7 +40,9 @@ constexpr Clock::Duration settleLimit = 300ms;
 
 class DesktopProgram::Host final : public ApplicationHost {
   public:
-    explicit Host(Workspace& workspace) : m_workspace(workspace) {}
+    /// The function ends the program once the user has agreed.
+    Host(Workspace& workspace, std::function<void()> quit)
+        : m_workspace(workspace), m_quit(std::move(quit)) {}
 
     void becomeAccessory() override { QGuiApplication::setQuitOnLastWindowClosed(false); }
 
@@ -58,11 +60,11 @@ class DesktopProgram::Host final : public ApplicationHost {
         m_alerts.show(alert, std::move(chosen));
     }
 
-    void terminate() override { QCoreApplication::quit(); }
+    void terminate() override { m_quit(); }
 
     void terminateAndDelete() override {
         m_isToBeDeleted = true;
-        terminate();
+        QCoreApplication::quit();
     }
 
     [[nodiscard]] bool isToBeDeleted() const { return m_isToBeDeleted; }
@@ -71,6 +73,7 @@ class DesktopProgram::Host final : public ApplicationHost {
     bool m_isToBeDeleted = false;
     AlertBox m_alerts;
     Workspace& m_workspace;
+    std::function<void()> m_quit;
 };
 
 DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& platform)
@@ -86,7 +89,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
       m_settingsDamage(platform.defaults(), m_state.panel()),
       m_palette(m_state.appearance()),
       m_statusItem(platform.clock()),
-      m_host(std::make_unique<Host>(platform.workspace())),
+      m_host(std::make_unique<Host>(platform.workspace(), [this] { quit(); })),
       m_delegate(delegatePorts()),
       m_backend(localBackend(platform), m_statusItem,
                 [this](const Alert& alert) { m_delegate.showAlert(alert); }),
@@ -214,12 +217,23 @@ SelfTest& DesktopProgram::selfTest() {
 // The panel would stand over the window.
 void DesktopProgram::showSettings() {
     emit m_delegate.notifications().vorqHidePanel();
-    if (!m_settings)
-        m_settings = std::make_unique<DesktopSettings>(
-            SettingsContext{m_platform, m_state, m_delegate.holds(), [this] {
-                                m_delegate.performCommand(StatusCommand::OpenAccessibility);
-                            }});
+    if (!m_settings) makeSettings();
     m_settings->show();
+}
+
+void DesktopProgram::makeSettings() {
+    m_settings = std::make_unique<DesktopSettings>(
+        SettingsContext{m_platform, m_state, m_delegate.holds(),
+                        [this] { m_delegate.performCommand(StatusCommand::OpenAccessibility); }});
+    connect(m_settings.get(), &DesktopSettings::quitAllowed, qApp, &QCoreApplication::quit);
+}
+
+// What the user is entering would be lost.
+void DesktopProgram::quit() {
+    if (m_settings)
+        m_settings->requestQuit();
+    else
+        QCoreApplication::quit();
 }
 
 void DesktopProgram::openPreviews(const QList<Preview>& previews) {

@@ -55,7 +55,9 @@ class DesktopProgram final : public QObject {
     void tellOutcomes(LinkOutcomes& links);
     void connectNotes();
     [[nodiscard]] SelfTest& selfTest();
+    void makeSettings();
     void showSettings();
+    void quit();
     void openPreviews(const QList<Preview>& previews);
     void applyDesktopLook();
 

@@ -45,6 +45,10 @@ DesktopSettings::DesktopSettings(const SettingsContext& context)
         m_view.permissions()->refresh();
     });
     connect(m_view.navigation(), &SettingsNavigation::closeAllowed, this, &DesktopSettings::close);
+    connect(m_view.navigation(), &SettingsNavigation::quitAllowed, this,
+            &DesktopSettings::quitAllowed);
+    connect(m_view.navigation(), &SettingsNavigation::changed, this,
+            &DesktopSettings::bringQuestionForward);
     connect(&context.platform.appearance(), &DesktopAppearance::changed, this,
             &DesktopSettings::takeLook);
     takeLook();
@@ -57,6 +61,19 @@ void DesktopSettings::show() {
     m_view.permissions()->refresh();
     if (!m_shown) make();
     m_shown->window.present();
+}
+
+void DesktopSettings::requestQuit() {
+    m_view.navigation()->requestQuit();
+}
+
+// The window may be minimised, or behind others.
+void DesktopSettings::bringQuestionForward() {
+    if (!m_view.navigation()->asksToDiscard() || !m_shown) return;
+    // One that was minimised while it was active counts as that until another one is.
+    const SettingsWindow& window = m_shown->window;
+    const bool isSeen = window.isActive() && !window.windowStates().testFlag(Qt::WindowMinimized);
+    if (!isSeen) m_shown->window.present();
 }
 
 void DesktopSettings::make() {

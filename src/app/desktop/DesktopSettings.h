@@ -36,6 +36,12 @@ class DesktopSettings final : public QObject {
     /// Opens the window, or brings it forward if it is open.
     void show();
 
+    /// Emits quitAllowed() unless the user has entered what is not saved and wants to keep it.
+    void requestQuit();
+
+  signals:
+    void quitAllowed();
+
   private:
     struct Shown {
         Shown(const SettingsWindow::Platform& platform, UiContext& context);
@@ -47,6 +53,7 @@ class DesktopSettings final : public QObject {
 
     void make();
     void close();
+    void bringQuestionForward();
     void takeLook();
 
     SettingsContext m_context;

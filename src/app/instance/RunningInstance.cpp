@@ -54,7 +54,9 @@ RunningInstance::Outcome RunningInstance::quit() {
     const QVariantList arguments{nameOf(Verb::Quit), QVariantList(), QVariantMap()};
     const Outcome outcome = call(u"ActivateAction"_s, arguments);
     while (outcome && exists()) {
-        if (timer.hasExpired(limit.count())) return std::unexpected(noAnswer);
+        if (timer.hasExpired(limit.count()))
+            return std::unexpected(
+                u"Vorq has not ended yet. It may ask about what is not saved."_s);
         QThread::msleep(goneInterval);
     }
     return outcome;

@@ -88,6 +88,10 @@ void SettingsNavigation::requestClose() {
     });
 }
 
+void SettingsNavigation::requestQuit() {
+    leave([this] { emit quitAllowed(); });
+}
+
 void SettingsNavigation::discard() {
     const std::function<void()> go = std::exchange(m_pending, nullptr);
     if (!go) return;

@@ -55,6 +55,8 @@ class SettingsNavigation final : public QObject {
     Q_INVOKABLE void showHub(const QString& segment);
     /// The user wants the window to close.
     Q_INVOKABLE void requestClose();
+    /// The user wants Vorq to end.
+    void requestQuit();
 
     /// The answers to the question.
     Q_INVOKABLE void discard();
@@ -63,6 +65,7 @@ class SettingsNavigation final : public QObject {
   signals:
     void changed();
     void closeAllowed();
+    void quitAllowed();
 
   private:
     void leave(std::function<void()> go);

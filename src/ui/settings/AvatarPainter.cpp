@@ -30,8 +30,8 @@ void AvatarPainter::paint(QPainter* painter) {
     const int pixels = std::max(1, qRound(side * scale));
     const int edge = std::min(image.width(), image.height());
     const QRect middle((image.width() - edge) / 2, (image.height() - edge) / 2, edge, edge);
-    const QImage shown = image.copy(middle).scaled(pixels, pixels, Qt::IgnoreAspectRatio,
-                                                   Qt::SmoothTransformation);
+    const QImage shown =
+        image.copy(middle).scaled(pixels, pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     QPainterPath circle;
     circle.addEllipse(QRectF(0, 0, side, side));
     QBrush brush(shown);

@@ -250,6 +250,35 @@ TEST_F(SettingsProgramTest, WhatIsNotSavedIsNotLostByClosing) {
     DesktopSession::waitUntil("the window to go", [this] { return windowsOfVorq().empty(); });
 }
 
+TEST_F(SettingsProgramTest, WhatIsNotSavedIsNotLostByQuitting) {
+    open();
+    session.key({"Return"});
+    waitForKeyboardIn("First name");
+    enter("Augusta");
+    DesktopSession::waitUntil("the name that is typed", [this] {
+        const auto focused = vorq.focused();
+        return focused && vorq.textOf(*focused) == u"Augusta";
+    });
+    const Window settings = vorq.panel();
+    run("xdotool", "xdotool", {"windowminimize", "--sync", QString::number(settings)},
+        session.environment());
+    DesktopSession::waitUntil("the window minimised",
+                              [&] { return session.activeWindow() != settings; });
+    DesktopProgram& quit = session.start(VORQ_PROGRAM, "", {"quit"});
+    DesktopSession::waitUntil("the settings", [&] { return session.activeWindow() == settings; });
+    waitFor("Discard your changes?");
+    waitForKeyboardIn("Keep editing");
+    session.key({"Return"});
+    waitForKeyboardIn("First name");
+    DesktopSession::waitUntil("the answer", [&] { return !quit.isRunning(); });
+    EXPECT_THAT(quit.output().toStdString(), testing::HasSubstr("Vorq has not ended yet."));
+    EXPECT_TRUE(vorq.program().isRunning());
+    session.start(VORQ_PROGRAM, "", {"quit"});
+    waitFor("Discard your changes?");
+    press("Discard");
+    DesktopSession::waitUntil("the end", [this] { return !vorq.program().isRunning(); });
+}
+
 TEST_F(SettingsProgramTest, LooksChangeHereAndInThePanelAtOnce) {
     open();
     press("Light");

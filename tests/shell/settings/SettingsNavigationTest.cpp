@@ -76,6 +76,22 @@ TEST_F(SettingsNavigationTest, TheWindowClosesOnceNothingIsLost) {
     EXPECT_EQ(closes.count(), 2);
 }
 
+TEST_F(SettingsNavigationTest, VorqQuitsOnceNothingIsLost) {
+    QSignalSpy quits(&navigation(), &SettingsNavigation::quitAllowed);
+    navigation().requestQuit();
+    EXPECT_EQ(quits.count(), 1) << "nothing is open";
+    navigation().open(Pane::Profile);
+    profile().setFirstName("Augusta");
+    navigation().requestQuit();
+    EXPECT_EQ(quits.count(), 1);
+    EXPECT_TRUE(navigation().asksToDiscard());
+    navigation().keep();
+    EXPECT_EQ(quits.count(), 1);
+    navigation().requestQuit();
+    navigation().discard();
+    EXPECT_EQ(quits.count(), 2);
+}
+
 TEST_F(SettingsNavigationTest, AQuestionGoesWithTheAccountThatItWasAbout) {
     navigation().open(Pane::Profile);
     profile().setFirstName("Augusta");

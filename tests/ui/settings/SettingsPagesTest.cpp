@@ -42,9 +42,7 @@ class SettingsPagesTest : public testing::Test {
         return said;
     }
     // A page on the strip.
-    [[nodiscard]] QQuickItem* station(const QString& name) {
-        return stationIn(stage.root(), name);
-    }
+    [[nodiscard]] QQuickItem* station(const QString& name) { return stationIn(stage.root(), name); }
     [[nodiscard]] static QQuickItem* stationIn(const QQuickItem& from, const QString& name) {
         for (QQuickItem* item : from.childItems()) {
             if (item->property("isSettings").isValid() && item->property("text") == name)
