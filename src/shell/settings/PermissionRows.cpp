@@ -20,6 +20,16 @@ QString PermissionRows::microphone() const {
     return m_permissions.microphoneRaw();
 }
 
+QString PermissionRows::message() const {
+    const bool isGranted = m_permissions.textCapturePermission() == PermissionState::Granted;
+    return isGranted ? QString() : m_permissions.permissionMessage();
+}
+
+void PermissionRows::enableTextCapture() {
+    emit textCaptureWanted();
+    m_permissions.requestTextCapturePermission();
+}
+
 void PermissionRows::refresh() {
     m_permissions.refreshPermissions();
 }

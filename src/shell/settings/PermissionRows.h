@@ -14,6 +14,8 @@ class PermissionRows final : public QObject {
     Q_PROPERTY(QString textCapture READ textCapture NOTIFY changed)
     Q_PROPERTY(QString screen READ screen NOTIFY changed)
     Q_PROPERTY(QString microphone READ microphone NOTIFY changed)
+    /// What to look for where reading text was asked for and is not granted; "" for nothing.
+    Q_PROPERTY(QString message READ message NOTIFY changed)
 
   public:
     /// The permissions must outlive the rows.
@@ -22,11 +24,12 @@ class PermissionRows final : public QObject {
     [[nodiscard]] QString textCapture() const;
     [[nodiscard]] QString screen() const;
     [[nodiscard]] QString microphone() const;
+    [[nodiscard]] QString message() const;
 
     /// Looks at them anew.
     void refresh();
 
-    Q_INVOKABLE void enableTextCapture() { emit textCaptureWanted(); }
+    Q_INVOKABLE void enableTextCapture();
 
   signals:
     void changed();

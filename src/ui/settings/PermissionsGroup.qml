@@ -9,6 +9,8 @@ SettingsGroup {
     readonly property PermissionRows permissions: App.settings.permissions
 
     title: qsTr("Permissions")
+    remark: permissions.message
+    onRemarkChanged: spoken.say(remark)
 
     PermissionRow {
         id: textCapture
@@ -19,6 +21,9 @@ SettingsGroup {
         wantedText: qsTr("Lets Vorq read highlighted text.")
         iconName: "access"
 
+        Announcement {
+            id: spoken
+        }
         TextButton {
             anchors.verticalCenter: parent?.verticalCenter
             visible: !textCapture.isGranted

@@ -1,5 +1,6 @@
 #include "doubles/ui/SettingsStage.h"
 #include "platform/testing/ScriptedPermissionProbe.h"
+#include "platform/trust/PrivacySettings.h"
 
 #include <QAccessible>
 #include <QSignalSpy>
@@ -285,6 +286,52 @@ TEST_F(SettingsPagesTest, EnablingAsksWhoeverCan) {
     QSignalSpy wanted(stage.settings->permissions(), &PermissionRows::textCaptureWanted);
     stage.click("Enable");
     EXPECT_EQ(wanted.count(), 1);
+}
+
+// Lets nothing be allowed, unless it is told to.
+class RefusingSettings final : public PrivacySettings {
+  public:
+    QStringList opened;
+    std::function<void()> onOpen;
+
+    void openPrivacyPane(const QString& anchor) override {
+        opened += anchor;
+        if (onOpen) onOpen();
+    }
+    QCoro::Task<QStringList> programsToRestart(std::stop_token) override {
+        co_return QStringList();
+    }
+};
+
+TEST_F(SettingsPagesTest, WhereEnablingDoesNotHelpItIsSaidWhatToLookFor) {
+    ScriptedPermissionProbe probe;
+    RefusingSettings system;
+    Permissions& permissions = stage.base.state->permissions();
+    permissions.setProbe(&probe);
+    permissions.setPrivacySettings(&system);
+    stage.show({1120, 1100});
+    stage.click("Enable");
+    EXPECT_EQ(system.opened, QStringList("Privacy_Accessibility"));
+    const QString message = permissions.permissionMessage();
+    EXPECT_TRUE(message.contains("/bin/vorq"));
+    EXPECT_TRUE(stage.saying(message));
+    EXPECT_EQ(notified(*stage.window->contentItem()), QStringList(message));
+    probe.text = PermissionState::Granted;
+    stage.settings->permissions()->refresh();
+    stage.settle();
+    EXPECT_FALSE(stage.saying(message));
+}
+
+TEST_F(SettingsPagesTest, WhereEnablingHelpsNothingMoreIsSaid) {
+    ScriptedPermissionProbe probe;
+    RefusingSettings system;
+    system.onOpen = [&] { probe.text = PermissionState::Granted; };
+    stage.base.state->permissions().setProbe(&probe);
+    stage.base.state->permissions().setPrivacySettings(&system);
+    stage.show({1120, 1100});
+    stage.click("Enable");
+    EXPECT_TRUE(stage.saying("Granted"));
+    EXPECT_EQ(notified(*stage.window->contentItem()), QStringList());
 }
 
 TEST_F(SettingsPagesTest, TheKeyboardIsNotLeftOnWhatIsGone) {
