@@ -6,13 +6,12 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace vorq {
 namespace {
 
 using Pane = SettingsNavigation::SettingsPane;
-using testing::Contains;
 
 class SettingsPagesTest : public testing::Test {
   protected:
