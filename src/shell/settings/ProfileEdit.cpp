@@ -99,7 +99,8 @@ void ProfileEdit::usePicture(const QUrl& file) {
 QCoro::Task<> ProfileEdit::read(ProfileEdit* self, QString path, std::stop_token stop) {
     auto avatar = co_await self->m_reader.read(path, stop);
     if (stop.stop_requested()) co_return;
-    if (avatar) {
+    const bool isRead = avatar.has_value();
+    if (isRead) {
         self->m_pendingAvatar = *std::move(avatar);
         self->m_refusal.clear();
         self->m_didSave = false;
@@ -108,7 +109,7 @@ QCoro::Task<> ProfileEdit::read(ProfileEdit* self, QString path, std::stop_token
         self->m_pictureError = avatar.error();
     }
     self->m_reading.release();
-    if (std::exchange(self->m_savesOnceRead, false) && avatar) self->startSaving();
+    if (std::exchange(self->m_savesOnceRead, false) && isRead) self->startSaving();
     emit self->changed();
 }
 

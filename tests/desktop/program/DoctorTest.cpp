@@ -17,7 +17,6 @@ using namespace Qt::StringLiterals;
 namespace vorq::desktop {
 namespace {
 
-using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -78,7 +77,7 @@ class DoctorTest : public testing::Test {
     static QJsonObject checkIn(const QByteArray& json, const QString& id) {
         const QJsonArray checks =
             QJsonDocument::fromJson(json).object().value("checks"_L1).toArray();
-        for (const QJsonValue& check : checks)
+        for (const auto& check : checks)
             if (check["id"_L1].toString() == id) return check.toObject();
         return {};
     }
