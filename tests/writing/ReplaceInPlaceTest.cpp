@@ -129,7 +129,10 @@ TEST_F(ReplaceInPlaceTest, AReplacementGoesOnWhenItsSessionIsGone) {
     writing->replaceInApp();
     clock.advance(60ms);
     writing.reset();
-    turnUntil([this] { return field.content == "an New here" && pasteboard.held == users; });
+    // It can be taken back once it has ended.
+    turnUntil([this] { return paster.canUndo(); });
+    EXPECT_EQ(field.content, "an New here");
+    EXPECT_EQ(pasteboard.held, users);
 }
 
 } // namespace
