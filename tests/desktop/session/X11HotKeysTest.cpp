@@ -11,6 +11,7 @@
 
 #include <xcb/xcb.h>
 
+#include <array>
 #include <atomic>
 #include <cstdlib>
 #include <thread>
@@ -42,12 +43,11 @@ class X11HotKeysTest : public testing::Test {
     }
 
     // Whether another program gets the key just now, which it gives back at once.
-    static bool grabsHotKeyA() {
+    static bool grabsA(std::uint16_t modifiers = XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT) {
         constexpr std::uint8_t placeOfA = 38;
         const X11Connection other;
-        const auto cookie =
-            xcb_grab_key_checked(other.get(), 0, other.root(), XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT,
-                                 placeOfA, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        const auto cookie = xcb_grab_key_checked(other.get(), 0, other.root(), modifiers, placeOfA,
+                                                 XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
         xcb_generic_error_t* error = xcb_request_check(other.get(), cookie);
         const bool hasGrabbed = error == nullptr;
         std::free(error);
@@ -105,6 +105,21 @@ TEST_F(X11HotKeysTest, LetGoWhileTheProgramIsBusyItCanBePressedAgain) {
         {"sleep", "1.5", "keyup", "a", "key", "t", "key", "a", "keyup", "shift", "keyup", "super"});
     waitForPresses(3);
     EXPECT_THAT(m_pressed, ElementsAre('A', 'T', 'A'));
+}
+
+constexpr std::array<std::uint16_t, 3> partsOfTheChord = {0, XCB_MOD_MASK_SHIFT, XCB_MOD_MASK_4};
+
+TEST_F(X11HotKeysTest, HeldDownItIsNobodyElsesUntilItIsLetGo) {
+    ASSERT_TRUE(registerKey(m_keys, 'A'));
+    EXPECT_TRUE(grabsA(0));
+    xdotool({"keydown", "super", "keydown", "shift", "keydown", "a"});
+    waitForPresses(1);
+    for (const std::uint16_t left : partsOfTheChord)
+        EXPECT_FALSE(grabsA(left)) << left;
+    xdotool({"keyup", "shift", "keyup", "super", "keyup", "a"});
+    for (const std::uint16_t left : partsOfTheChord)
+        DesktopSession::waitUntil("the key to be free", [&] { return grabsA(left); });
+    EXPECT_FALSE(grabsA()) << "the hot key";
 }
 
 TEST_F(X11HotKeysTest, OtherModifiersAreOtherChords) {
@@ -171,7 +186,7 @@ TEST_F(X11HotKeysTest, StayGrabbedWhileTheKeyboardIsDescribedAnew) {
     {
         const std::jthread thief([&](const std::stop_token& stop) {
             while (!stop.stop_requested() && !isStolen) {
-                isStolen = grabsHotKeyA();
+                isStolen = grabsA();
                 ++attempts;
             }
         });

@@ -74,15 +74,38 @@ void X11HotKeys::unregisterHotKey(HotKeyId id) {
     m_hotKeys.erase(found);
 }
 
-X11HotKeys::Grips X11HotKeys::gripsFor(const HotKeyChord& chord) const {
+X11HotKeys::ModifierMask X11HotKeys::modifiersOf(const HotKeyChord& chord) const {
     ModifierMask modifiers = 0;
     if ((chord.modifiers & HotKeyModifier::command) != 0) modifiers |= m_keyboard->superMask();
     if ((chord.modifiers & HotKeyModifier::shift) != 0) modifiers |= XCB_MOD_MASK_SHIFT;
+    return modifiers;
+}
+
+X11HotKeys::Grips X11HotKeys::gripsFor(const HotKeyChord& chord) const {
+    const ModifierMask modifiers = modifiersOf(chord);
     Grips grips;
     for (const KeyCode key : m_keyboard->keysOf(chord.letter))
         for (const ModifierMask locks : m_keyboard->lockStates())
             grips.insert({.key = key, .modifiers = static_cast<ModifierMask>(modifiers | locks)});
     return grips;
+}
+
+X11HotKeys::Grips X11HotKeys::guardsFor(KeyCode key, const HotKeyChord& chord) const {
+    const ModifierMask all = modifiersOf(chord);
+    Grips guards;
+    for (ModifierMask left = 0; left < all; ++left) {
+        if ((left & ~all) != 0) continue;
+        for (const ModifierMask locks : m_keyboard->lockStates())
+            guards.insert({.key = key, .modifiers = static_cast<ModifierMask>(left | locks)});
+    }
+    return without(guards, allGrips());
+}
+
+X11HotKeys::Grips X11HotKeys::allGrips() const {
+    Grips all;
+    for (const HotKey& hotKey : m_hotKeys)
+        all.insert(hotKey.grips.begin(), hotKey.grips.end());
+    return all;
 }
 
 GlobalHotKeys::Outcome X11HotKeys::grab(HotKey& hotKey) {
@@ -201,19 +224,32 @@ void X11HotKeys::settleRelease() {
 // The grab of the pressed key holds the whole keyboard. It is let go before anything else, so that
 // the application in front has the focus again and keys that are posted reach it.
 void X11HotKeys::keyWentDown(KeyCode key, ModifierMask state) {
-    freeKeyboard();
     const bool isRepeat = m_held.contains(key);
-    if (isRepeat) return;
-    if (m_knowsReleases) {
-        m_held.insert(key);
-        watchReleases(true);
-        if (!isDown(key)) keyWentUp(key);
-        takeEventsLater();
-    }
     const Grip grip{.key = key, .modifiers = static_cast<ModifierMask>(state & allModifiers)};
     const auto pressedKey = std::ranges::find_if(
         m_hotKeys, [&](const HotKey& hotKey) { return hotKey.grips.contains(grip); });
-    if (pressedKey != m_hotKeys.end()) emit pressed(pressedKey->id);
+    if (isRepeat || pressedKey == m_hotKeys.end()) return freeKeyboard();
+    const HotKeyId id = pressedKey->id;
+    if (m_knowsReleases) hold(key, pressedKey->chord);
+    freeKeyboard();
+    if (m_knowsReleases) {
+        if (!isDown(key)) keyWentUp(key);
+        takeEventsLater();
+    }
+    emit pressed(id);
+}
+
+// A key that is held goes on to repeat, and whoever is in front would take that for typing, which
+// overwrites what is highlighted, once the modifiers have been let go. No request makes the server
+// stop; so we take the repetitions from before the keyboard is free. What others have grabbed stays
+// theirs.
+void X11HotKeys::hold(KeyCode key, const HotKeyChord& chord) {
+    const Grips guards = guardsFor(key, chord);
+    for (const Grip& guard : guards)
+        xcb_grab_key(m_connection.get(), 0, m_connection.root(), guard.modifiers, guard.key,
+                     XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    m_held.emplace(key, guards);
+    watchReleases(true);
 }
 
 void X11HotKeys::freeKeyboard() {
@@ -222,7 +258,11 @@ void X11HotKeys::freeKeyboard() {
 }
 
 void X11HotKeys::keyWentUp(KeyCode key) {
-    if (m_held.erase(key) > 0 && m_held.empty()) watchReleases(false);
+    const auto held = m_held.find(key);
+    if (held == m_held.end()) return;
+    ungrab(without(held->second, allGrips()));
+    m_held.erase(held);
+    if (m_held.empty()) watchReleases(false);
 }
 
 void X11HotKeys::watchReleases(bool isOn) {

@@ -6,6 +6,7 @@
 
 #include <QSocketNotifier>
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -14,7 +15,8 @@
 namespace vorq {
 
 /// Hot keys by passive grabs on the root window. They work whatever locks are on, and move with the
-/// layout of the keyboard.
+/// layout of the keyboard. A key that is held longer than its modifiers types nothing: it repeats
+/// for nobody until it is let go.
 ///
 /// Nothing of the user's typing is seen but the hot keys, and releases of keys while one is held.
 /// Under Wayland, where grabs would only work over some windows, there are no hot keys.
@@ -52,7 +54,11 @@ class X11HotKeys final : public GlobalHotKeys {
         bool isAvailable = false; // not while another program holds the chord
     };
 
+    [[nodiscard]] ModifierMask modifiersOf(const HotKeyChord& chord) const;
     [[nodiscard]] Grips gripsFor(const HotKeyChord& chord) const;
+    /// The key with what may be left of the chord's modifiers before the key itself is let go.
+    [[nodiscard]] Grips guardsFor(KeyCode key, const HotKeyChord& chord) const;
+    [[nodiscard]] Grips allGrips() const;
     /// Grabs what the layout asks for and gives back the rest; nothing is let go meanwhile.
     Outcome grab(HotKey& hotKey);
     Outcome grabAll(const Grips& grips);
@@ -71,6 +77,7 @@ class X11HotKeys final : public GlobalHotKeys {
     void takePress(const KeyMoment& press, ModifierMask state);
     void takeEventsLater();
     void keyWentDown(KeyCode key, ModifierMask state);
+    void hold(KeyCode key, const HotKeyChord& chord);
     void freeKeyboard();
     void keyWentUp(KeyCode key);
     void settleRelease();
@@ -82,7 +89,7 @@ class X11HotKeys final : public GlobalHotKeys {
     std::unique_ptr<X11Keyboard> m_keyboard;
     std::unique_ptr<QSocketNotifier> m_notifier;
     std::vector<HotKey> m_hotKeys;
-    std::set<KeyCode> m_held; // keys of hot keys that have not been let go
+    std::map<KeyCode, Grips> m_held; // keys of hot keys that have not been let go, and their guards
     // A release that came while the keyboard was grabbed, which is only when this process was too
     // busy to free it. Whether the key repeats, only the next event tells.
     std::optional<KeyMoment> m_release;
