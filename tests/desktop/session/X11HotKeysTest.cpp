@@ -11,6 +11,7 @@
 
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdlib>
@@ -23,6 +24,9 @@ using testing::ElementsAre;
 
 constexpr std::uint32_t bothModifiers = HotKeyModifier::command + HotKeyModifier::shift;
 const SessionOptions withoutAccessibility{.hasAccessibilityBus = false, .isAccessibilityOn = false};
+
+constexpr int placeOfA = 38;
+constexpr int placeOfB = 56;
 
 class X11HotKeysTest : public testing::Test {
   protected:
@@ -44,7 +48,6 @@ class X11HotKeysTest : public testing::Test {
 
     // Whether another program gets the key just now, which it gives back at once.
     static bool grabsA(std::uint16_t modifiers = XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT) {
-        constexpr std::uint8_t placeOfA = 38;
         const X11Connection other;
         const auto cookie = xcb_grab_key_checked(other.get(), 0, other.root(), modifiers, placeOfA,
                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
@@ -122,6 +125,68 @@ TEST_F(X11HotKeysTest, HeldDownItIsNobodyElsesUntilItIsLetGo) {
     EXPECT_FALSE(grabsA()) << "the hot key";
 }
 
+// A window that has the keyboard.
+class TypedInto {
+  public:
+    TypedInto() {
+        constexpr std::array<std::uint32_t, 2> values = {1, XCB_EVENT_MASK_KEY_PRESS};
+        const xcb_window_t window = xcb_generate_id(m_connection.get());
+        xcb_create_window(m_connection.get(), XCB_COPY_FROM_PARENT, window, m_connection.root(), 0,
+                          0, 10, 10, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                          XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values.data());
+        xcb_map_window(m_connection.get(), window);
+        const auto focus = xcb_set_input_focus_checked(
+            m_connection.get(), XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
+        xcb_generic_error_t* error = xcb_request_check(m_connection.get(), focus);
+        EXPECT_EQ(error, nullptr);
+        std::free(error);
+    }
+
+    /// The As and Bs so far.
+    const std::vector<int>& letters() {
+        while (xcb_generic_event_t* event = xcb_poll_for_event(m_connection.get())) {
+            const int key = reinterpret_cast<xcb_key_press_event_t*>(event)->detail;
+            const bool isPress = (event->response_type & 0x7f) == XCB_KEY_PRESS;
+            if (isPress && (key == placeOfA || key == placeOfB)) m_letters.push_back(key);
+            std::free(event);
+        }
+        return m_letters;
+    }
+
+  private:
+    X11Connection m_connection;
+    std::vector<int> m_letters;
+};
+
+// Whoever opens something by the key types into it at once, before the program comes to anything.
+TEST_F(X11HotKeysTest, WhatIsTypedAfterItIsTheFocusedWindowsWhileTheProgramIsBusy) {
+    ASSERT_TRUE(registerKey(m_keys, 'A'));
+    TypedInto window;
+    xdotool({"keydown", "super", "keydown", "shift", "keydown", "a"});
+    waitForPresses(1);
+    xdotool({"keyup", "a", "keyup", "shift", "keyup", "super", "key", "a", "key", "b", "key", "a",
+             "key", "b"});
+    DesktopSession::waitUntil("the keys",
+                              [&] { return std::ranges::count(window.letters(), placeOfB) == 2; });
+    EXPECT_THAT(window.letters(), ElementsAre(placeOfA, placeOfB, placeOfA, placeOfB));
+    EXPECT_THAT(m_pressed, ElementsAre('A'));
+}
+
+TEST_F(X11HotKeysTest, HeldLongerThanItsModifiersItTypesNothingAndLosesNothingTypedAfterIt) {
+    run("xset", "x11-xserver-utils", {"r", "rate", "60", "40"}, m_session.environment());
+    ASSERT_TRUE(registerKey(m_keys, 'A'));
+    TypedInto window;
+    xdotool({"keydown", "super", "keydown", "shift", "keydown", "a"});
+    waitForPresses(1);
+    // The program sees nothing of all this before it is over.
+    xdotool(
+        {"keyup", "shift", "keyup", "super", "sleep", "0.5", "keyup", "a", "key", "a", "key", "b"});
+    DesktopSession::waitUntil("the keys",
+                              [&] { return std::ranges::count(window.letters(), placeOfB) == 1; });
+    EXPECT_THAT(window.letters(), ElementsAre(placeOfA, placeOfB));
+    EXPECT_THAT(m_pressed, ElementsAre('A'));
+}
+
 TEST_F(X11HotKeysTest, OtherModifiersAreOtherChords) {
     ASSERT_TRUE(registerKey(m_keys, 'A'));
     ASSERT_TRUE(registerKey(m_keys, 'T'));
@@ -156,7 +221,6 @@ TEST_F(X11HotKeysTest, GivenBackTheyAreFreeForOthers) {
 TEST_F(X11HotKeysTest, MoveWithTheLayoutOfTheKeyboard) {
     ASSERT_TRUE(registerKey(m_keys, 'A'));
     ASSERT_TRUE(registerKey(m_keys, 'T'));
-    constexpr int placeOfA = 38;
     constexpr int placeOfQ = 24;
     // Everything that was pressed up to the T that ends it.
     const auto pressAll = [this](const QList<int>& places) {

@@ -228,7 +228,8 @@ void X11HotKeys::keyWentDown(KeyCode key, ModifierMask state) {
     const Grip grip{.key = key, .modifiers = static_cast<ModifierMask>(state & allModifiers)};
     const auto pressedKey = std::ranges::find_if(
         m_hotKeys, [&](const HotKey& hotKey) { return hotKey.grips.contains(grip); });
-    if (isRepeat || pressedKey == m_hotKeys.end()) return freeKeyboard();
+    if (isRepeat) return freeKeyboard();
+    if (pressedKey == m_hotKeys.end()) return passOn();
     const HotKeyId id = pressedKey->id;
     if (m_knowsReleases) hold(key, pressedKey->chord);
     freeKeyboard();
@@ -242,18 +243,24 @@ void X11HotKeys::keyWentDown(KeyCode key, ModifierMask state) {
 // A key that is held goes on to repeat, and whoever is in front would take that for typing, which
 // overwrites what is highlighted, once the modifiers have been let go. No request makes the server
 // stop; so we take the repetitions from before the keyboard is free. What others have grabbed stays
-// theirs.
+// theirs. A guard holds the keyboard back until it is answered, since the key may have been let go
+// and pressed anew before this process came to give the guard up: then it is passed on.
 void X11HotKeys::hold(KeyCode key, const HotKeyChord& chord) {
     const Grips guards = guardsFor(key, chord);
     for (const Grip& guard : guards)
         xcb_grab_key(m_connection.get(), 0, m_connection.root(), guard.modifiers, guard.key,
-                     XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+                     XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
     m_held.emplace(key, guards);
     watchReleases(true);
 }
 
 void X11HotKeys::freeKeyboard() {
     xcb_ungrab_keyboard(m_connection.get(), XCB_CURRENT_TIME);
+    xcb_flush(m_connection.get());
+}
+
+void X11HotKeys::passOn() {
+    xcb_allow_events(m_connection.get(), XCB_ALLOW_REPLAY_KEYBOARD, XCB_CURRENT_TIME);
     xcb_flush(m_connection.get());
 }
 

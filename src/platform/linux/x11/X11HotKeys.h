@@ -79,6 +79,8 @@ class X11HotKeys final : public GlobalHotKeys {
     void keyWentDown(KeyCode key, ModifierMask state);
     void hold(KeyCode key, const HotKeyChord& chord);
     void freeKeyboard();
+    /// The key that holds the keyboard back, and all after it, go to the window that has the focus.
+    void passOn();
     void keyWentUp(KeyCode key);
     void settleRelease();
     void watchReleases(bool isOn);
