@@ -1,5 +1,7 @@
 #include "support/Utf8.h"
 
+#include <unicode/uchar.h>
+
 #include <algorithm>
 
 namespace vorq::gateway {
@@ -9,17 +11,16 @@ bool isContinuation(unsigned char byte) {
     return (byte & 0xC0U) == 0x80U;
 }
 
+std::size_t lengthOf(char32_t c) {
+    return c < 0x80 ? 1 : c < 0x800 ? 2 : c < 0x10000 ? 3 : 4;
+}
+
+// Places in a text stay the same in lower case: the few letters whose small form takes other bytes
+// ("İ", the sign for Kelvin) have none here.
 char32_t lowerOf(char32_t c) {
-    if (c >= U'A' && c <= U'Z') return c + 32;
-    if (c < 0xC0) return c;
-    if (c <= 0xDE) return c == 0xD7 ? c : c + 32;
-    if (c >= 0x100 && c <= 0x137) return c | 1U;
-    if (c >= 0x139 && c <= 0x148) return (c & 1U) != 0 ? c + 1 : c;
-    if (c >= 0x14A && c <= 0x177) return c | 1U;
-    if (c >= 0x391 && c <= 0x3A9 && c != 0x3A2) return c + 32;
-    if (c >= 0x410 && c <= 0x42F) return c + 32;
-    if (c >= 0x400 && c <= 0x40F) return c + 80;
-    return c;
+    if (c < 0x80) return c >= U'A' && c <= U'Z' ? c + 32 : c;
+    const auto small = static_cast<char32_t>(u_tolower(static_cast<UChar32>(c)));
+    return lengthOf(small) == lengthOf(c) ? small : c;
 }
 
 bool isPunctuationBeyondAscii(char32_t c) {
@@ -116,17 +117,13 @@ std::string lowered(std::string_view text) {
 }
 
 std::string raised(std::string_view letter) {
-    // The capital of a letter stands 1, 32 or 80 places before it.
     if (letter.empty()) return {};
     const char32_t c = decodeAt(letter, 0).value;
+    const auto capital = static_cast<char32_t>(u_totitle(static_cast<UChar32>(c)));
+    if (capital == c) return std::string(letter);
     std::string out;
-    for (const char32_t distance : {32U, 1U, 80U}) {
-        if (c > distance && lowerOf(c - distance) == c && c - distance != c) {
-            appendUtf8(out, c - distance);
-            return out;
-        }
-    }
-    return std::string(letter);
+    appendUtf8(out, capital);
+    return out;
 }
 
 std::string_view trimmed(std::string_view text) {

@@ -23,10 +23,11 @@ void appendUtf8(std::string& out, char32_t codePoint);
 /// become "\n".
 [[nodiscard]] std::string sanitized(std::string_view text);
 
-/// Lower case for Latin, Greek and Cyrillic letters; other characters stay.
+/// In lower case, letter by letter, with each in its place: one whose small form takes other bytes
+/// stays.
 [[nodiscard]] std::string lowered(std::string_view text);
 
-/// Upper case for one letter of the same scripts.
+/// The capital of one letter, as a word begins with it.
 [[nodiscard]] std::string raised(std::string_view letter);
 
 /// Without white space at both ends, ASCII and no-break and ideographic blanks alike.

@@ -181,8 +181,12 @@ TEST(RuleRewriteTest, AWrappedLineIsNoBulletOfItsOwn) {
 }
 
 TEST(RuleRewriteTest, CasesChange) {
-    EXPECT_EQ(rewrite("upper case", "Größe, été"), "GRÖßE, ÉTÉ");
+    EXPECT_EQ(rewrite("upper case", "Größe, été"), "GRÖSSE, ÉTÉ");
     EXPECT_EQ(rewrite("lower case", "THE Été"), "the été");
+    EXPECT_EQ(rewrite("upper case", "życie, žena, și, tiếng, λόγος"),
+              "ŻYCIE, ŽENA, ȘI, TIẾNG, ΛΌΓΟΣ");
+    EXPECT_EQ(rewrite("lower case", "ŻYCIE, TIẾNG, ΛΌΓΟΣ"), "życie, tiếng, λόγος");
+    EXPECT_EQ(rewrite("title case", "élan über žena"), "Élan Über Žena");
     EXPECT_EQ(rewrite("title case", "the lord of the rings, by NASA"),
               "The Lord of the Rings, by NASA");
     EXPECT_EQ(rewrite("sentence case", "RIVERS CARRY SILT. AND I KNOW IT."),

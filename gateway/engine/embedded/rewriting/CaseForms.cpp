@@ -3,6 +3,9 @@
 #include "engine/embedded/rewriting/TextPieces.h"
 #include "support/Utf8.h"
 
+#include <unicode/locid.h>
+#include <unicode/unistr.h>
+
 #include <algorithm>
 #include <array>
 #include <vector>
@@ -54,12 +57,13 @@ bool isSmallI(std::string_view word) {
 
 std::string inUpperCase(std::string_view text) {
     std::string result;
-    result.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t length = decodeAt(text, at).length;
-        result += raised(text.substr(at, length));
-        at += length;
-    }
+    icu::UnicodeString::fromUTF8(text).toUpper(icu::Locale::getRoot()).toUTF8String(result);
+    return result;
+}
+
+std::string inLowerCase(std::string_view text) {
+    std::string result;
+    icu::UnicodeString::fromUTF8(text).toLower(icu::Locale::getRoot()).toUTF8String(result);
     return result;
 }
 
@@ -87,7 +91,7 @@ std::string inTitleCase(std::string_view text, Language language) {
 }
 
 std::string inSentenceCase(std::string_view text, Language language) {
-    const std::string lower = lowered(text);
+    const std::string lower = inLowerCase(text);
     std::string result;
     for (const TextPiece& piece : piecesOf(lower)) {
         const bool isI = language == Language::English && piece.isWord && isSmallI(piece.text);

@@ -8,6 +8,7 @@
 namespace vorq::gateway {
 
 [[nodiscard]] std::string inUpperCase(std::string_view text);
+[[nodiscard]] std::string inLowerCase(std::string_view text);
 /// A capital for each word but the small ones inside; words of capitals stay.
 [[nodiscard]] std::string inTitleCase(std::string_view text, Language language);
 /// A capital for each sentence alone, and for the English "I".

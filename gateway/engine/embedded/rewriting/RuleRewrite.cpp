@@ -29,7 +29,7 @@ std::string byRule(RewriteRule rule, std::string_view text) {
     case RewriteRule::UpperCase:
         return inUpperCase(text);
     case RewriteRule::LowerCase:
-        return lowered(text);
+        return inLowerCase(text);
     case RewriteRule::TitleCase:
         return inTitleCase(text, language);
     case RewriteRule::SentenceCase:
