@@ -178,6 +178,10 @@ TEST(RuleRewriteTest, SentencesBecomeBulletsAndBack) {
 TEST(RuleRewriteTest, AWrappedLineIsNoBulletOfItsOwn) {
     EXPECT_EQ(rewrite("bullets", "Rivers carry\nsilt. Floods\nfollow."),
               "- Rivers carry silt.\n- Floods follow.");
+    EXPECT_EQ(rewrite("one paragraph", "Der Feiertag ist am\n3. Oktober 2024."),
+              "Der Feiertag ist am 3. Oktober 2024.");
+    EXPECT_EQ(rewrite("bullets", "The year was\n12. It ended."), "- The year was 12.\n- It ended.");
+    EXPECT_EQ(rewrite("sentences", "We need\n1. bread\n2. milk"), "We need Bread. Milk.");
 }
 
 TEST(RuleRewriteTest, CasesChange) {

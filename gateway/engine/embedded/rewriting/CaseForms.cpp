@@ -106,13 +106,14 @@ std::string withSentenceCapitals(std::string_view text, bool areFragmentsToo) {
     std::vector<bool> closes(lines.size() + 1);
     for (std::size_t i = lines.size(); i-- > 0;) {
         const bool isLast = i + 1 == lines.size() || trimmed(lines[i + 1]).empty() ||
-                            listMarkerLength(lines[i + 1]) > 0;
+                            listMarkerLength(lines[i + 1], lines[i]) > 0;
         closes[i] = isLast ? closesSentence(lines[i]) : closes[i + 1];
     }
     std::string result;
     bool isStart = true;
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        const std::size_t marker = listMarkerLength(lines[i]);
+        const std::size_t marker =
+            listMarkerLength(lines[i], i > 0 ? lines[i - 1] : std::string_view());
         const bool isFirst = isStart || marker > 0;
         if (i > 0) result += '\n';
         result += lines[i].substr(0, marker);

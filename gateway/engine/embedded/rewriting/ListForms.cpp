@@ -5,7 +5,7 @@
 #include "engine/embedded/words/LanguageData.h"
 #include "support/Utf8.h"
 
-#include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace vorq::gateway {
@@ -56,8 +56,9 @@ std::string toBullets(std::string_view text, Language language) {
         if (!paragraph.empty()) addSentences(list, paragraph, language);
         paragraph.clear();
     };
+    std::string_view before;
     for (const std::string_view line : linesOf(text)) {
-        const std::size_t marker = listMarkerLength(line);
+        const std::size_t marker = listMarkerLength(line, std::exchange(before, line));
         const std::string_view content = trimmed(line.substr(marker));
         // A line that ends no sentence may be wrapped.
         if (marker > 0 || content.empty() || closesSentence(paragraph)) flush();
@@ -73,8 +74,12 @@ std::string toBullets(std::string_view text, Language language) {
 
 std::string toSentences(std::string_view text, Language language) {
     const std::vector<std::string_view> lines = linesOf(text);
-    const bool hasList = std::ranges::any_of(
-        lines, [](std::string_view line) { return listMarkerLength(line) > 0; });
+    const auto markerAt = [&lines](std::size_t i) {
+        return listMarkerLength(lines[i], i > 0 ? lines[i - 1] : std::string_view());
+    };
+    bool hasList = false;
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        hasList = hasList || markerAt(i) > 0;
     std::string result;
     std::string paragraph;
     bool isInList = false;
@@ -84,9 +89,9 @@ std::string toSentences(std::string_view text, Language language) {
         result += paragraph;
         paragraph.clear();
     };
-    for (const std::string_view line : lines) {
-        const std::size_t marker = listMarkerLength(line);
-        const std::string_view content = trimmed(line.substr(marker));
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const std::size_t marker = markerAt(i);
+        const std::string_view content = trimmed(lines[i].substr(marker));
         if (content.empty()) continue;
         // What announces a list stays with it; what follows one does not.
         if (hasList && marker == 0 && isInList) flush();

@@ -84,7 +84,7 @@ bool closesSentence(std::string_view text) {
     return std::ranges::any_of(ends, endsIn);
 }
 
-std::size_t listMarkerLength(std::string_view line) {
+std::size_t listMarkerLength(std::string_view line, std::string_view before) {
     const std::size_t begin = std::min(line.find_first_not_of(" \t"), line.size());
     const std::string_view rest = line.substr(begin);
     for (const std::string_view marker : {"- ", "* ", "+ ", "• ", "– ", "‣ "})
@@ -92,7 +92,10 @@ std::size_t listMarkerLength(std::string_view line) {
     const std::size_t digits = std::min(rest.find_first_not_of("0123456789"), rest.size());
     const bool isNumber = digits > 0 && digits <= 3 && digits + 1 < rest.size() &&
                           (rest[digits] == '.' || rest[digits] == ')') && rest[digits + 1] == ' ';
-    return isNumber ? begin + digits + 2 : 0;
+    if (!isNumber) return 0;
+    const bool isWrapped = !trimmed(before).empty() && listMarkerLength(before) == 0 &&
+                           !closesSentence(before) && rest.substr(0, digits) != "1";
+    return isWrapped ? 0 : begin + digits + 2;
 }
 
 } // namespace vorq::gateway

@@ -23,7 +23,8 @@ struct TextPiece {
 /// Whether a sentence ends there: by a mark, or by one in quotes or parentheses.
 [[nodiscard]] bool closesSentence(std::string_view text);
 
-/// The bytes of a list marker ("- ", "• ", "3. ") and the white space before it; 0 for none.
-[[nodiscard]] std::size_t listMarkerLength(std::string_view line);
+/// The bytes of a list marker ("- ", "• ", "3. ") and the white space before it; 0 for none. A
+/// number at the beginning of a line belongs to the sentence if that began in the line before.
+[[nodiscard]] std::size_t listMarkerLength(std::string_view line, std::string_view before = {});
 
 } // namespace vorq::gateway
