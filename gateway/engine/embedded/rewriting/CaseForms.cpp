@@ -1,6 +1,7 @@
 #include "engine/embedded/rewriting/CaseForms.h"
 
 #include "engine/embedded/rewriting/TextPieces.h"
+#include "engine/embedded/words/Lexicon.h"
 #include "support/Utf8.h"
 
 #include <unicode/locid.h>
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <vector>
 
 namespace vorq::gateway {
@@ -23,16 +25,32 @@ constexpr auto kShortForms = std::to_array<std::string_view>(
      "ggf", "inkl",   "art",  "fig", "vol",  "cap", "eds", "ibid", "pág", "núm", "env",
      "tel", "nos",    "prof", "mrs", "pag",  "ref", "sec", "std",  "mio", "mrd", "inc"});
 
+/// What the rest of a sentence begins with.
+constexpr auto kContinuations = std::to_array<std::string_view>(
+    {"and",  "or",      "but",  "nor",  "because", "which", "who",  "whose", "und",  "oder",
+     "aber", "sondern", "weil", "dass", "et",      "ou",    "mais", "y",     "pero", "sino"});
+
+bool isOneOf(std::string_view word, std::span<const std::string_view> words) {
+    return std::ranges::find(words, word) != words.end();
+}
+
 /// Whether a sentence begins behind a word and what stands behind that.
-bool isBreak(std::string_view word, std::string_view space) {
+bool isBreak(std::string_view word, std::string_view space, Language language) {
     constexpr std::size_t shortest = 3;
     if (space == "? ") return true;
     if (space != ". " || word.size() < shortest || word.contains('.')) return false;
-    return std::ranges::find(kShortForms, lowered(word)) == kShortForms.end();
+    const std::string lower = lowered(word);
+    return !isOneOf(lower, kShortForms) && !lexiconOf(language).abbreviations.contains(lower);
+}
+
+bool continues(std::string_view line) {
+    for (const TextPiece& piece : piecesOf(line))
+        if (piece.isWord) return isOneOf(piece.text, kContinuations);
+    return false;
 }
 
 /// A line with a capital for each sentence that begins inside it, and for its first word if told.
-std::string withCapitalsInside(std::string_view line, bool isFirstRaised) {
+std::string withCapitalsInside(std::string_view line, Language language, bool isFirstRaised) {
     std::string result;
     bool isRaised = isFirstRaised;
     std::string_view word;
@@ -43,7 +61,7 @@ std::string withCapitalsInside(std::string_view line, bool isFirstRaised) {
             word = piece.text;
         } else {
             result += piece.text;
-            isRaised = isRaised || (!word.empty() && isBreak(word, piece.text));
+            isRaised = isRaised || (!word.empty() && isBreak(word, piece.text, language));
         }
     }
     return result;
@@ -97,10 +115,10 @@ std::string inSentenceCase(std::string_view text, Language language) {
         const bool isI = language == Language::English && piece.isWord && isSmallI(piece.text);
         result += isI ? withCapital(piece.text) : std::string(piece.text);
     }
-    return withSentenceCapitals(result, true);
+    return withSentenceCapitals(result, language, true);
 }
 
-std::string withSentenceCapitals(std::string_view text, bool areFragmentsToo) {
+std::string withSentenceCapitals(std::string_view text, Language language, bool areFragmentsToo) {
     const std::vector<std::string_view> lines = linesOf(text);
     // From the end, since what a block begins with depends on what it ends with.
     std::vector<bool> closes(lines.size() + 1);
@@ -117,8 +135,9 @@ std::string withSentenceCapitals(std::string_view text, bool areFragmentsToo) {
         const bool isFirst = isStart || marker > 0;
         if (i > 0) result += '\n';
         result += lines[i].substr(0, marker);
-        result +=
-            withCapitalsInside(lines[i].substr(marker), isFirst && (areFragmentsToo || closes[i]));
+        const std::string_view content = lines[i].substr(marker);
+        const bool isWhole = closes[i] && (marker > 0 || i > 0 || !continues(content));
+        result += withCapitalsInside(content, language, isFirst && (areFragmentsToo || isWhole));
         isStart = trimmed(lines[i]).empty() || closesSentence(lines[i]);
     }
     return result;

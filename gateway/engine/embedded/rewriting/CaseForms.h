@@ -15,8 +15,10 @@ namespace vorq::gateway {
 [[nodiscard]] std::string inSentenceCase(std::string_view text, Language language);
 
 /// The text with a capital for each sentence; nothing else is changed. Lines, items of lists and
-/// what else ends no sentence begin with one only if told.
-[[nodiscard]] std::string withSentenceCapitals(std::string_view text, bool areFragmentsToo);
+/// what else ends no sentence begin with one only if told, and then also a sentence that begins in
+/// its middle, with a word such as "and".
+[[nodiscard]] std::string withSentenceCapitals(std::string_view text, Language language,
+                                               bool areFragmentsToo);
 
 /// Whether the word is the English "I", alone or with an apostrophe, in lower case.
 [[nodiscard]] bool isSmallI(std::string_view word);

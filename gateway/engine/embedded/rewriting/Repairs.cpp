@@ -1,6 +1,7 @@
 #include "engine/embedded/rewriting/Repairs.h"
 
 #include "engine/embedded/rewriting/CaseForms.h"
+#include "engine/embedded/rewriting/Shelter.h"
 #include "engine/embedded/rewriting/TextPieces.h"
 #include "support/Utf8.h"
 
@@ -14,16 +15,14 @@ namespace {
 using Words = std::span<const std::string_view>;
 
 constexpr auto kSingleEnglish = std::to_array<std::string_view>(
-    {"a",  "an",  "the", "of",   "to",   "and", "in",    "for",    "on",   "with", "at",
-     "by", "or",  "but", "as",   "if",   "we",  "he",    "she",    "they", "from", "into",
-     "be", "are", "was", "were", "will", "can", "would", "should", "my",   "our",  "your"});
-constexpr auto kSingleGerman = std::to_array<std::string_view>(
-    {"und",   "oder", "mit", "von", "zu",   "im",  "in", "den", "dem", "ein", "eine",
-     "nicht", "auf",  "für", "ist", "wird", "als", "an", "am",  "bei", "aus"});
-constexpr auto kSingleFrench = std::to_array<std::string_view>(
-    {"le", "la", "les", "de", "des", "et", "un", "une", "dans", "pour", "avec", "sur", "par"});
-constexpr auto kSingleSpanish = std::to_array<std::string_view>(
-    {"el", "la", "los", "las", "de", "del", "y", "en", "un", "una", "con", "por", "para"});
+    {"a", "an", "the", "of", "to", "and", "for", "with", "at", "or", "we", "he", "she", "they",
+     "from", "into", "my", "our", "your"});
+constexpr auto kSingleGerman =
+    std::to_array<std::string_view>({"und", "oder", "im", "den", "ein", "eine", "für", "wird"});
+constexpr auto kSingleFrench =
+    std::to_array<std::string_view>({"le", "la", "les", "des", "et", "un", "une", "avec"});
+constexpr auto kSingleSpanish =
+    std::to_array<std::string_view>({"el", "los", "las", "y", "un", "una", "con"});
 
 /// Words that nobody writes twice in a row on purpose.
 Words singleWords(Language language) {
@@ -60,6 +59,12 @@ bool closesUp(std::string_view text, std::size_t at, Language language) {
     return at + 1 == text.size() || isAsciiBlank(text[at + 1]);
 }
 
+/// Whether a comma between two words stands between two of a list; not in a path, and not between
+/// two letters, as in "N,N-dimethyl".
+bool isListed(const TextPiece& before, const TextPiece& behind) {
+    return !before.text.contains('/') && (before.text.size() > 1 || behind.text.size() > 1);
+}
+
 /// Doubled words, the English "I", and commas without a blank behind them.
 std::string withRepairedWords(std::string_view line, Language language) {
     const Words singles = singleWords(language);
@@ -71,7 +76,7 @@ std::string withRepairedWords(std::string_view line, Language language) {
         const TextPiece& piece = pieces[i];
         if (!piece.isWord) {
             const bool isBare = (piece.text == "," || piece.text == ";") && i > 0 &&
-                                i + 1 < pieces.size() && !pieces[i - 1].text.contains('/');
+                                i + 1 < pieces.size() && isListed(pieces[i - 1], pieces[i + 1]);
             if (!isBlankRun(piece.text)) last.clear();
             result.append(piece.text).append(isBare ? " " : "");
             continue;
@@ -81,12 +86,29 @@ std::string withRepairedWords(std::string_view line, Language language) {
             result.resize(end);
             continue;
         }
-        const bool isI = language == Language::English && isSmallI(piece.text);
+        const bool isNumeral =
+            result.ends_with('(') && i + 1 < pieces.size() && pieces[i + 1].text.starts_with(')');
+        const bool isI = language == Language::English && isSmallI(piece.text) && !isNumeral;
         result += isI ? withCapital(piece.text) : std::string(piece.text);
         last = lower;
         end = result.size();
     }
     return result;
+}
+
+/// Whether a quotation mark behind the text opens.
+bool isOpeningPlace(std::string_view before) {
+    static constexpr auto ends =
+        std::to_array<std::string_view>({" ", "\t", "\n", "(", "[", "—", "–", "“", "‘", "\""});
+    const auto isEnd = [before](std::string_view end) { return before.ends_with(end); };
+    return before.empty() || std::ranges::any_of(ends, isEnd);
+}
+
+/// Whether the parenthesis that the text ends with is the mouth of a face.
+bool endsWithFace(std::string_view text) {
+    const auto isEnd = [text](std::string_view end) { return text.ends_with(end); };
+    return std::ranges::any_of(std::to_array<std::string_view>({":(", ";(", "=(", ":-(", ":'("}),
+                               isEnd);
 }
 
 /// Straight quotes as curly ones, in an English text that has such.
@@ -97,8 +119,7 @@ std::string withOneKindOfQuotes(std::string_view text) {
     result.reserve(text.size());
     for (std::size_t at = 0; at < text.size(); ++at) {
         const char c = text[at];
-        const bool isOpening = at == 0 || isAsciiBlank(text[at - 1]) || text[at - 1] == '\n' ||
-                               text[at - 1] == '(' || text[at - 1] == '[';
+        const bool isOpening = isOpeningPlace(text.substr(0, at));
         if (c == '"' && hasQuotes) {
             result += isOpening ? "“" : "”";
         } else if (c == '\'' && hasApostrophes && !isOpening) {
@@ -117,7 +138,7 @@ std::string repairedLines(std::string_view text, Language language) {
         result += withRepairedWords(withRepairedBlanks(line, language), language);
     }
     // What ends no sentence may be part of one.
-    result = withSentenceCapitals(result, false);
+    result = withSentenceCapitals(result, language, false);
     return language == Language::English ? withOneKindOfQuotes(result) : result;
 }
 
@@ -134,8 +155,8 @@ std::string withRepairedBlanks(std::string_view line, Language language) {
             continue;
         }
         const std::size_t next = std::min(line.find_first_not_of(" \t", at), line.size());
-        const bool isDropped =
-            next == line.size() || result.ends_with('(') || closesUp(line, next, language);
+        const bool isDropped = next == line.size() || closesUp(line, next, language) ||
+                               (result.ends_with('(') && !endsWithFace(result));
         if (!isDropped) result += ' ';
         at = next - 1;
     }
@@ -148,7 +169,9 @@ std::string repaired(std::string_view text, Language language) {
     for (bool isCode = false;; isCode = !isCode) {
         const std::size_t end = text.find(fence);
         const std::string_view part = text.substr(0, end);
-        result += isCode ? std::string(part) : repairedLines(part, language);
+        const Shelter shelter(isCode ? std::string_view() : part);
+        result +=
+            isCode ? std::string(part) : shelter.restored(repairedLines(shelter.text(), language));
         if (end == std::string_view::npos) return result;
         result += fence;
         text.remove_prefix(end + fence.size());

@@ -1,6 +1,7 @@
 #include "engine/embedded/rewriting/Shortening.h"
 
 #include "engine/embedded/rewriting/Repairs.h"
+#include "engine/embedded/rewriting/Shelter.h"
 #include "engine/embedded/rewriting/TextPieces.h"
 #include "support/Utf8.h"
 
@@ -40,6 +41,18 @@ constexpr auto kFillerEnglish = std::to_array<Filler>({
     {"at the present time", "now"},
     {"in the near future", "soon"},
     {"a large number of", "many"},
+    {"the majority of the", "most of the"},
+    {"the majority of these", "most of these"},
+    {"the majority of those", "most of those"},
+    {"the majority of them", "most of them"},
+    {"the majority of us", "most of us"},
+    {"the majority of our", "most of our"},
+    {"the majority of their", "most of their"},
+    {"the majority of his", "most of his"},
+    {"the majority of her", "most of her"},
+    {"the majority of its", "most of its"},
+    {"the majority of my", "most of my"},
+    {"the majority of your", "most of your"},
     {"the majority of", "most"},
     {"has the ability to", "can"},
     {"have the ability to", "can"},
@@ -47,7 +60,6 @@ constexpr auto kFillerEnglish = std::to_array<Filler>({
     {"are able to", "can"},
     {"for the purpose of", "for"},
     {"with regard to", "about"},
-    {"with respect to", "about"},
     {"it is important to note that", ""},
     {"it should be noted that", ""},
     {"it is worth noting that", ""},
@@ -123,9 +135,11 @@ bool isVowel(std::string_view word) {
 }
 
 /// Whether what stands between two parentheses only adds to what is said anyway; not a short form,
-/// a number or the end of a word.
+/// a number, the end of a word or a condition.
 bool isAside(std::string_view content) {
     constexpr std::size_t shortest = 3;
+    const bool isNumeral = content.find_first_not_of("ivxlcdm") == std::string_view::npos;
+    if (isNumeral || content.find_first_of("<>=+*/\\{}|_&") != std::string_view::npos) return false;
     const bool hasSmallLetter =
         std::ranges::any_of(content, [](char c) { return c >= 'a' && c <= 'z'; });
     const bool isBeyondAscii =
@@ -160,23 +174,34 @@ std::string withoutParentheses(std::string_view line) {
     return result;
 }
 
-std::string withoutDashes(std::string_view line) {
+bool isDigitAt(std::string_view text, std::size_t at) {
+    return at < text.size() && text[at] >= '0' && text[at] <= '9';
+}
+
+/// Whether what stands between two dashes is said beside the rest, which are no ranges and no list.
+bool isDashedAside(std::string_view content, bool isBesideNumber) {
     constexpr std::size_t longest = 100; // bytes
-    std::string result;
-    for (std::size_t at = 0; at < line.size();) {
-        std::size_t next = at + 1;
-        for (const std::string_view dash : {" — ", " – "}) {
-            if (!line.substr(at).starts_with(dash)) continue;
-            const std::size_t content = at + dash.size();
-            const std::size_t end = line.substr(0, content + longest).find(dash, content);
-            if (end == std::string_view::npos) continue;
-            const std::string_view aside = line.substr(content, end - content);
-            if (aside.find_first_of(".!?") == std::string_view::npos) next = end + dash.size();
-        }
-        result += next == at + 1 ? line.substr(at, 1) : std::string_view(" ");
-        at = next;
+    const bool isRange = isBesideNumber || isDigitAt(content, 0) ||
+                         isDigitAt(content, content.empty() ? 0 : content.size() - 1);
+    return !isRange && content.size() <= longest && content.contains(' ') &&
+           content.find_first_of(".!?") == std::string_view::npos;
+}
+
+/// Without the aside between the two dashes of a line; a line with more or fewer stays.
+std::string withoutDashes(std::string_view line) {
+    for (const std::string_view dash : {" — ", " – "}) {
+        const std::size_t open = line.find(dash);
+        if (open == std::string_view::npos) continue;
+        const std::size_t begin = open + dash.size();
+        const std::size_t close = line.find(dash, begin);
+        if (close == std::string_view::npos) continue;
+        const std::size_t end = close + dash.size();
+        const bool isPair = line.find(dash, end) == std::string_view::npos;
+        const bool isBesideNumber = (open > 0 && isDigitAt(line, open - 1)) || isDigitAt(line, end);
+        if (isPair && isDashedAside(line.substr(begin, close - begin), isBesideNumber))
+            return std::string(line.substr(0, open)).append(" ").append(line.substr(end));
     }
-    return result;
+    return std::string(line);
 }
 
 /// Leaves filler out of one line.
@@ -257,6 +282,7 @@ class Trimmer {
         }
         if (space != " " || isOneOf(next, kHoldersBehind)) return false;
         const bool isAfterArticle = m_lastWord == "a" || m_lastWord == "an";
+        if (isAfterArticle && lowered(textAt(m_at)) == "just") return false; // "a just society"
         if (isAfterArticle && isVowel(lowered(textAt(m_at))) != isVowel(next)) return false;
         return skip(end + 1, isSentenceStart && decodeIsUpper(textAt(m_at)));
     }
@@ -282,15 +308,16 @@ class Trimmer {
 } // namespace
 
 std::string shortened(std::string_view text, Language language) {
+    const Shelter shelter(text);
     std::string result;
-    for (const std::string_view line : linesOf(text)) {
-        if (line.data() != text.data()) result += '\n';
+    for (const std::string_view line : linesOf(shelter.text())) {
+        if (line.data() != shelter.text().data()) result += '\n';
         const std::string plain = withoutDashes(withoutParentheses(line));
         const std::string trimmedLine = Trimmer(plain, language).run();
         const bool isChanged = trimmedLine != line;
         result += isChanged ? withRepairedBlanks(trimmedLine, language) : trimmedLine;
     }
-    return result;
+    return shelter.restored(result);
 }
 
 } // namespace vorq::gateway
