@@ -17,6 +17,7 @@ void askForCapture(const CaptureSource& from, SelectionReading& reading) {
     reading.isPassword = isPasswordFocused(from);
     if (reading.isPassword) return;
     std::optional<AXCapture> capture = captureFromFocusedAccessibilityElement(from);
+    if (!capture) reading.isNothingSelected = tellsThatNothingIsSelected(from);
     reading.isPassword = isPasswordFocused(from);
     if (!reading.isPassword && !from.stop.stop_requested()) reading.capture = std::move(capture);
 }
@@ -31,7 +32,11 @@ AccessibleSelectionLooker::look(std::optional<ProcessId> source, QPointF /*seed*
     if (!source || !services.gate.admits(source)) co_return result;
     const SelectionReading reading =
         co_await services.reader.readInBackground(source, askForCapture, readLimit, stop);
-    if (stop.stop_requested() || reading.isPassword || !reading.capture) co_return result;
+    if (stop.stop_requested() || reading.isPassword) co_return result;
+    if (!reading.capture) {
+        if (reading.isNothingSelected) result = SelectionSight{};
+        co_return result;
+    }
     const QString text = reading.capture->text;
     const bool isHidden = CapturedText::told(trimmed(text).toString()).isHeldBack;
     if (isHidden || trimmed(text).isEmpty()) co_return result;

@@ -24,7 +24,7 @@ struct TrackedPlacement {
 
 /// What a look at an application's selection found.
 struct SelectionSight {
-    /// Untrimmed; not blank.
+    /// Untrimmed. "" if the application said that nothing is selected; blank it never is.
     QString text;
     /// Nothing if its place is not known.
     std::optional<TrackedPlacement> placement;
@@ -41,8 +41,8 @@ class SelectionLooker {
     SelectionLooker& operator=(const SelectionLooker&) = delete;
     virtual ~SelectionLooker() = default;
 
-    /// Nothing if the application did not answer in time, has nothing selected or must not be
-    /// asked. The seed is where the mouse was, in screen coordinates.
+    /// Nothing if the application did not answer in time or must not be asked. The seed is where
+    /// the mouse was, in screen coordinates.
     virtual QCoro::Task<std::optional<SelectionSight>> look(std::optional<ProcessId> source,
                                                             QPointF seed, std::stop_token stop) = 0;
 };

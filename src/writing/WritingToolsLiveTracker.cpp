@@ -15,6 +15,7 @@ void WritingToolsLiveTracker::start(const Start& start) {
     m_lastPlacement = start.placement;
     m_lastSelectionText = start.selectionText;
     m_isMoving = false;
+    m_emptyLooks = 0;
     m_isRunning = true;
     m_loopTask.restart(
         [self = QPointer(this)](std::stop_token stop) { return follow(self, std::move(stop)); });
@@ -38,7 +39,10 @@ QCoro::Task<> WritingToolsLiveTracker::follow(QPointer<WritingToolsLiveTracker> 
             co_await self->m_looker.look(self->m_sourcePID, self->m_seedPoint, stop);
         if (self) self->m_isLooking = false;
         if (!self || stop.stop_requested()) co_return;
-        if (sight) self->consider(*sight);
+        if (sight)
+            self->consider(*sight);
+        else
+            emit self->sawNothing();
         if (!self || stop.stop_requested()) co_return;
         pause = sight ? self->m_pace.interval : self->m_pace.slowInterval;
     }
@@ -57,6 +61,11 @@ bool WritingToolsLiveTracker::isAt(const QRectF& frame) const {
 // What becomes known is told, but is no change. Whoever hears of it may end the session.
 void WritingToolsLiveTracker::consider(const SelectionSight& sight) {
     const QPointer<WritingToolsLiveTracker> self(this);
+    if (sight.text.isEmpty()) {
+        if (++m_emptyLooks == emptyLooksOfGone) emit selectionGone();
+        return;
+    }
+    m_emptyLooks = 0;
     const bool isKnownPlace = m_lastPlacement.has_value();
     const bool isElsewhere = sight.placement && !isAt(sight.placement->screenFrame);
     const bool wasMoving = std::exchange(m_isMoving, isElsewhere && isKnownPlace);

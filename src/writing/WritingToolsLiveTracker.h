@@ -37,6 +37,9 @@ class WritingToolsLiveTracker final : public QObject {
         std::optional<QString> selectionText;
     };
 
+    /// So many looks in a row that find nothing selected tell that the selection is gone.
+    static constexpr int emptyLooksOfGone = 2;
+
     /// Both must outlive this object and what it has under way.
     WritingToolsLiveTracker(Clock& clock, SelectionLooker& looker, QObject* parent = nullptr)
         : QObject(parent), m_clock(clock), m_looker(looker) {}
@@ -62,6 +65,11 @@ class WritingToolsLiveTracker final : public QObject {
     void placement(const vorq::TrackedPlacement& placement);
     /// What happened, for the session's log. A movement is one event, however long it takes.
     void interaction(const vorq::WritingToolsInteraction::Kind& kind);
+    /// The application says that nothing is selected any more, and has said so the time before: a
+    /// program that draws its text anew may do so once.
+    void selectionGone();
+    /// A look saw nothing: the application hangs, has ended or does not tell.
+    void sawNothing();
 
   private:
     static QCoro::Task<> follow(QPointer<WritingToolsLiveTracker> self, std::stop_token stop);
@@ -77,6 +85,7 @@ class WritingToolsLiveTracker final : public QObject {
     std::optional<QString> m_lastSelectionText;
     bool m_isRunning = false;
     bool m_isMoving = false;  // as of the last look
+    int m_emptyLooks = 0;     // one after the other, as of the last look
     bool m_isLooking = false; // a stopped look may still be under way
     TaskSlot m_loopTask;
 };

@@ -24,6 +24,19 @@ bool isBlankText(QStringView text) {
     return trimmed(text).isEmpty();
 }
 
+// As a writer would say it.
+QString instructionOf(WritingToolAction action) {
+    switch (action) {
+    case WritingToolAction::Rephrase:
+        return QStringLiteral("Rephrase it");
+    case WritingToolAction::Improve:
+        return QStringLiteral("Improve it");
+    case WritingToolAction::Shorter:
+        return QStringLiteral("Make it shorter");
+    }
+    return {};
+}
+
 SelectionReplacer::Target targetOf(const WritingSelection& selection) {
     return {.source = selection.sourcePID,
             .window = selection.window,
@@ -117,6 +130,15 @@ void WritingToolsModel::submitPrompt() {
     m_lastInstruction = text;
     record(Kind::asked(text));
     requestRewrite(promptForUserInstruction(text, m_suggestion, sessionContextBlock()), false);
+}
+
+void WritingToolsModel::runAction(WritingToolAction action) {
+    if (m_isReplacing) return;
+    const QString words = instructionOf(action);
+    m_activeAction = action;
+    m_lastInstruction = words;
+    record(Kind::asked(words));
+    requestRewrite(promptForUserInstruction(words, m_suggestion, sessionContextBlock()), false);
 }
 
 void WritingToolsModel::applySuggestion() {

@@ -98,6 +98,9 @@ class WritingToolsModel final : public QObject {
 
     /// Does what the draft says.
     Q_INVOKABLE void submitPrompt();
+    /// Asks for what the action stands for, of the version on show if there is one. The draft
+    /// stays.
+    void runAction(WritingToolAction action);
     /// Asks the backend for a rewrite, in the place of what was asked before. The suggestion is
     /// written over the selection at once if so told.
     void requestRewrite(const QString& prompt, bool applyAfter);

@@ -135,6 +135,35 @@ TEST_F(LiveTrackerTest, TellsWhatTheSelectionReadsNow) {
     EXPECT_EQ(tracker->lastSelectionText(), "third");
 }
 
+TEST_F(LiveTrackerTest, ASelectionIsGoneOnceTwoLooksInARowFindNone) {
+    int gone = 0;
+    QObject::connect(tracker.get(), &WritingToolsLiveTracker::selectionGone, [&] { ++gone; });
+    start();
+    see("", {});
+    EXPECT_EQ(gone, 0);
+    see("text", 100);
+    see("", {});
+    EXPECT_EQ(gone, 0);
+    see("", {});
+    EXPECT_EQ(gone, 1);
+    see("", {});
+    EXPECT_EQ(gone, 1) << "is told once";
+    EXPECT_THAT(interactions, IsEmpty());
+    EXPECT_EQ(tracker->lastSelectionText(), "text");
+}
+
+TEST_F(LiveTrackerTest, ALookThatSeesNothingIsToldAndIsNoEmptyOne) {
+    int gone = 0;
+    int nothing = 0;
+    QObject::connect(tracker.get(), &WritingToolsLiveTracker::selectionGone, [&] { ++gone; });
+    QObject::connect(tracker.get(), &WritingToolsLiveTracker::sawNothing, [&] { ++nothing; });
+    start();
+    looker.sight.reset();
+    clock.advance(4s);
+    EXPECT_EQ(gone, 0);
+    EXPECT_GE(nothing, 3);
+}
+
 TEST_F(LiveTrackerTest, WhatBecomesKnownIsNoChange) {
     tracker->start({.sourcePID = 42, .seedPoint = {}, .placement = {}, .selectionText = {}});
     see("text", {});

@@ -41,6 +41,11 @@ TEST_F(SelectionLookerTest, SeesNothingWhereNothingIsSelected) {
     EXPECT_EQ(look(), std::nullopt);
 }
 
+TEST_F(SelectionLookerTest, SeesThatNothingIsSelectedWhereTheApplicationSaysSo) {
+    select("");
+    EXPECT_EQ(look(), SelectionSight{});
+}
+
 TEST_F(SelectionLookerTest, SeesNoPasswordsAndNoBullets) {
     select("secret");
     focus().hidesText = true;

@@ -86,6 +86,20 @@ TEST_F(WritingToolsModelTest, ASecondInstructionIsOnTheVersionOnShow) {
     EXPECT_EQ(writing->lastInstruction(), "warmer");
 }
 
+TEST_F(WritingToolsModelTest, AnActionAsksInItsOwnWordsAndIsInUseUntilTheWriterAsks) {
+    writing->setDraftPrompt("unsent");
+    writing->runAction(WritingToolAction::Shorter);
+    clock.settle();
+    EXPECT_EQ(writing->activeAction(), WritingToolAction::Shorter);
+    EXPECT_TRUE(sentPrompt().contains("Writer ask: Make it shorter\n"));
+    EXPECT_EQ(writing->lastInstruction(), "Make it shorter");
+    EXPECT_EQ(writing->draftPrompt(), "unsent");
+    answer("Short.");
+    EXPECT_EQ(suggestion(), "Short.");
+    say("warmer");
+    EXPECT_EQ(writing->activeAction(), std::nullopt);
+}
+
 TEST_F(WritingToolsModelTest, AgainAsksForAnotherTakeAndHonoursTheInstruction) {
     suggest("shorter", "One.");
     say("Again!");
