@@ -31,6 +31,10 @@ class OverlayHints {
     /// Cuts a window to rectangles in its own pixels; none lifts the cut.
     virtual void setShape(WindowId window, const std::vector<QRect>& pixels) = 0;
 
+    /// Has presses outside of these rectangles, in the window's own pixels, go to what lies below;
+    /// none has all of them come to the window.
+    virtual void setInputShape(WindowId window, const std::vector<QRect>& pixels) = 0;
+
     /// Asks for blur behind these rectangles of a window; none takes it back.
     virtual void setBlurBehind(WindowId window, const std::vector<QRect>& pixels) = 0;
 };
@@ -44,6 +48,7 @@ class NoOverlayHints final : public OverlayHints {
     void prepare(WindowId /*window*/) override {}
     void takeFocus(WindowId /*window*/) override {}
     void setShape(WindowId /*window*/, const std::vector<QRect>& /*pixels*/) override {}
+    void setInputShape(WindowId /*window*/, const std::vector<QRect>& /*pixels*/) override {}
     void setBlurBehind(WindowId /*window*/, const std::vector<QRect>& /*pixels*/) override {}
 };
 

@@ -49,7 +49,8 @@ class PressMonitor : public QObject {
     /// Whether presses are told of wherever they are, and why not. Otherwise only some are.
     [[nodiscard]] virtual PortSupport supported() const { return {}; }
 
-    /// Presses are told of from start() to stop(); both may be repeated.
+    /// Presses are told of from start() to stop(). Several may want them: each start needs a stop
+    /// of its own.
     virtual void start() = 0;
     virtual void stop() = 0;
 

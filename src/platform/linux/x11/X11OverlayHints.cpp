@@ -77,16 +77,23 @@ void X11OverlayHints::takeFocus(WindowId window) {
 }
 
 void X11OverlayHints::setShape(WindowId window, const std::vector<QRect>& pixels) {
+    cut(XCB_SHAPE_SK_BOUNDING, window, pixels);
+}
+
+void X11OverlayHints::setInputShape(WindowId window, const std::vector<QRect>& pixels) {
+    cut(XCB_SHAPE_SK_INPUT, window, pixels);
+}
+
+void X11OverlayHints::cut(std::uint8_t kind, WindowId window, const std::vector<QRect>& pixels) {
     if (m_connection == nullptr) return;
     const auto id = static_cast<xcb_window_t>(window);
     if (pixels.empty()) {
-        xcb_shape_mask(m_connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, id, 0, 0,
-                       XCB_PIXMAP_NONE);
+        xcb_shape_mask(m_connection, XCB_SHAPE_SO_SET, kind, id, 0, 0, XCB_PIXMAP_NONE);
     } else {
         const std::vector<xcb_rectangle_t> rectangles = rectanglesOf(pixels);
-        xcb_shape_rectangles(m_connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
-                             XCB_CLIP_ORDERING_YX_SORTED, id, 0, 0,
-                             static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
+        xcb_shape_rectangles(m_connection, XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_YX_SORTED, id,
+                             0, 0, static_cast<std::uint32_t>(rectangles.size()),
+                             rectangles.data());
     }
     xcb_flush(m_connection);
 }

@@ -18,9 +18,12 @@ class X11OverlayHints final : public OverlayHints {
     void prepare(WindowId window) override;
     void takeFocus(WindowId window) override;
     void setShape(WindowId window, const std::vector<QRect>& pixels) override;
+    void setInputShape(WindowId window, const std::vector<QRect>& pixels) override;
     void setBlurBehind(WindowId window, const std::vector<QRect>& pixels) override;
 
   private:
+    void cut(std::uint8_t kind, WindowId window, const std::vector<QRect>& pixels);
+
     /// Qt's; null off X11.
     xcb_connection_t* m_connection = nullptr;
     std::uint32_t m_root = 0;

@@ -89,12 +89,14 @@ PortSupport X11PressMonitor::supported() const {
 }
 
 void X11PressMonitor::start() {
+    if (m_starts++ > 0) return;
     select(true);
     watchDrags(true);
     qGuiApp->installEventFilter(this);
 }
 
 void X11PressMonitor::stop() {
+    if (m_starts == 0 || --m_starts > 0) return;
     qGuiApp->removeEventFilter(this);
     select(false);
     watchDrags(false);

@@ -52,6 +52,7 @@ class X11PressMonitor final : public PressMonitor {
 
     const Screens& m_screens;
     std::optional<OwnPress> m_ownPress; // while it is dealt with
+    int m_starts = 0;                   // that were not stopped
     std::optional<std::uint64_t> m_lastTime;
     ScreenPress m_lastPress;
     X11Connection m_requests;
