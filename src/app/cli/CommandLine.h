@@ -52,7 +52,18 @@ struct Doctor {
 };
 
 /// What the desktop program is asked to do.
-enum class Verb { Launch, Summon, Note, PushNote, Clear, Toggle, Settings, SaveChat, Quit };
+enum class Verb {
+    Launch,
+    Summon,
+    Note,
+    PushNote,
+    Clear,
+    Rewrite,
+    Toggle,
+    Settings,
+    SaveChat,
+    Quit
+};
 
 /// Whether the verb means a Vorq that runs already, and starts none.
 [[nodiscard]] constexpr bool needsRunningProgram(Verb verb) {

@@ -31,6 +31,8 @@ constexpr std::array desktopRows = {
     CommandRow{.names = "note", .help = "files what is highlighted in a note"},
     CommandRow{.names = "push-note", .help = "ends that note: the next text begins a new one"},
     CommandRow{.names = "clear", .help = "clears the chat"},
+    CommandRow{.names = "rewrite",
+               .help = "rewrites what is highlighted where it stands; see vorq preview --help"},
     CommandRow{.names = "toggle", .help = "shows or hides the panel"},
     CommandRow{.names = "settings", .help = "opens the settings"},
     CommandRow{.names = "save-chat", .help = "keeps the chat of the panel in your notes"},
@@ -101,7 +103,7 @@ constexpr std::array programSections = {
             "For keys of the desktop and for scripts, with the application in front as the source:",
         .rows = desktopRows,
         .isBrief = true,
-        .remark = "The first six start Vorq if it does not run.",
+        .remark = "The first seven start Vorq if it does not run.",
         .options = desktopOptions},
     CommandSection{.heading = "In the terminal:", .rows = terminalRows},
 };
@@ -163,11 +165,12 @@ constexpr std::array previewRows = {
                    "The Hub, with its chats, quizzes, tasks and trackers. It comes with a later\n"
                    "release: until then only its strip shows, in the window of the settings.",
                .choices = switchPositions},
-    CommandRow{.names = "writing",
-               .operands = switchPositions,
-               .help = "Writing tools beside what you highlight. They come with a later release:\n"
-                       "until then the switch changes nothing.",
-               .choices = switchPositions},
+    CommandRow{
+        .names = "writing",
+        .operands = switchPositions,
+        .help = "Writing tools beside what you highlight: Super+Shift+W, or vorq rewrite, opens\n"
+                "a card that rewrites it where it stands, as you say.",
+        .choices = switchPositions},
     CommandRow{.names = "watch",
                .operands = switchPositions,
                .help =

@@ -241,6 +241,10 @@ void DesktopProgram::openPreviews(const QList<Preview>& previews) {
         m_state.previews().openForThisRun(preview);
     m_watchSwitch = std::make_unique<WatchSwitch>(
         WatchSwitch::Services{m_state.previews(), m_watch, m_statusItem, m_capture.captureLog()});
+    m_writing = std::make_unique<DesktopWriting>(DesktopWriting::Parts{
+        m_platform, m_capture, m_state, m_delegate.hotKeys(), [this] { m_delegate.showPanel(); },
+        [this] { m_delegate.tellFailure(); }});
+    connect(&m_delegate, &AppDelegate::rewriteRequested, m_writing.get(), &DesktopWriting::rewrite);
 }
 
 void DesktopProgram::perform(Verb verb, const VerbSource& source) {
@@ -260,6 +264,8 @@ void DesktopProgram::perform(Verb verb, const VerbSource& source) {
         return m_delegate.perform(HotKeyAction::PushNote, hotKeySource(source));
     case Verb::Clear:
         return m_delegate.perform(HotKeyAction::ClearChat, hotKeySource(source));
+    case Verb::Rewrite:
+        return m_delegate.perform(HotKeyAction::Rewrite, hotKeySource(source));
     case Verb::Toggle:
         return m_delegate.togglePanel();
     case Verb::SaveChat:

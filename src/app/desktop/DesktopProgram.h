@@ -3,6 +3,7 @@
 #include "app/desktop/DesktopCapture.h"
 #include "app/desktop/DesktopSelfTest.h"
 #include "app/desktop/DesktopSettings.h"
+#include "app/desktop/DesktopWriting.h"
 #include "app/desktop/SettingsDamage.h"
 #include "app/instance/ApplicationService.h"
 #include "app/instance/CommandRepeats.h"
@@ -80,6 +81,7 @@ class DesktopProgram final : public QObject {
     BackendAtLoginChoice m_backend;
     FrontmostWatchService m_watch;
     std::unique_ptr<WatchSwitch> m_watchSwitch;
+    std::unique_ptr<DesktopWriting> m_writing;
     std::unique_ptr<DesktopSettings> m_settings; // null until they are first shown
 };
 

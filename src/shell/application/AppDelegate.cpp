@@ -226,6 +226,9 @@ void AppDelegate::perform(HotKeyAction action, const HotKeySource& source) {
         return m_noteHotKeys.handlePushNoteHotKey();
     case HotKeyAction::ClearChat:
         return clearChat();
+    case HotKeyAction::Rewrite:
+        emit rewriteRequested(m_frontmost.resolveSourcePID(source.process));
+        return;
     }
 }
 

@@ -100,10 +100,17 @@ class AppDelegate final : public QObject {
     /// Takes note of what the system lets the program do now.
     void refreshPermissions();
 
+    /// Shows that a command came to nothing.
+    void tellFailure() { flash(StatusImage::Fail); }
+
     [[nodiscard]] ShellNotifications& notifications() { return m_notifications; }
     [[nodiscard]] HotKeyHandler& hotKeys() { return m_hotKeyHandler; }
     [[nodiscard]] PanelHolds& holds() { return m_holds; }
     [[nodiscard]] const FrontmostTracker& frontmost() const { return m_frontmost; }
+
+  signals:
+    /// What is highlighted in the application is to be rewritten.
+    void rewriteRequested(std::optional<vorq::ProcessId> source);
 
   private:
     void connectStatusItem();

@@ -3,6 +3,7 @@
 #include "shell/notices/ShellLog.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -42,20 +43,40 @@ void HotKeyHandler::registerHotKeys() {
     if (!handler)
         qCWarning(shellLog, "Vorq failed to install hotkey event handler: %d",
                   handler.error().status);
-    for (const HotKeyEntry& entry : hotKeyTable) {
-        if (!handler) break;
-        const char letter = entry.chord.letter;
-        const GlobalHotKeys::Outcome outcome = m_hotKeys.registerHotKey(entry.chord, entry.id);
-        if (outcome) {
-            qCInfo(shellLog, "Vorq registered Command+Shift+%c %s.", letter, entry.kind);
-            continue;
-        }
-        m_missing.insert(entry.action);
+    for (const HotKeyEntry& entry : hotKeyTable)
+        if (handler && isWanted(entry) && !registerEntry(entry)) m_missing.insert(entry.action);
+    retryLater();
+    emit noticesChanged();
+}
+
+bool HotKeyHandler::registerEntry(const HotKeyEntry& entry) {
+    const char letter = entry.chord.letter;
+    const GlobalHotKeys::Outcome outcome = m_hotKeys.registerHotKey(entry.chord, entry.id);
+    if (outcome)
+        qCInfo(shellLog, "Vorq registered Command+Shift+%c %s.", letter, entry.kind);
+    else
         qCWarning(shellLog, "Vorq failed to register Command+Shift+%c hotkey: %d", letter,
                   outcome.error().status);
+    return outcome.has_value();
+}
+
+void HotKeyHandler::setOffersWriting(bool offersWriting) {
+    if (std::exchange(m_offersWriting, offersWriting) == offersWriting) return;
+    if (!m_isRegistered || !m_hasHandler) return emit noticesChanged();
+    for (const HotKeyEntry& entry : hotKeyTable) {
+        if (entry.action != HotKeyAction::Rewrite) continue;
+        m_missing.erase(entry.action);
+        if (!offersWriting)
+            m_hotKeys.unregisterHotKey(entry.id);
+        else if (!registerEntry(entry))
+            m_missing.insert(entry.action);
     }
     retryLater();
     emit noticesChanged();
+}
+
+bool HotKeyHandler::isWanted(const HotKeyEntry& entry) const {
+    return m_offersWriting || entry.action != HotKeyAction::Rewrite;
 }
 
 void HotKeyHandler::retryLater() {
@@ -81,7 +102,7 @@ std::set<HotKeyAction> HotKeyHandler::registered() const {
     std::set<HotKeyAction> actions;
     if (!m_isRegistered || !m_hasHandler) return actions;
     for (const HotKeyEntry& entry : hotKeyTable)
-        if (!m_missing.contains(entry.action)) actions.insert(entry.action);
+        if (isWanted(entry) && !m_missing.contains(entry.action)) actions.insert(entry.action);
     return actions;
 }
 
@@ -95,7 +116,7 @@ std::set<HotKeyAction> HotKeyHandler::offered() const {
 bool HotKeyHandler::isOffered(const HotKeyEntry& entry) const {
     const bool isForNotes =
         entry.action == HotKeyAction::SaveNote || entry.action == HotKeyAction::PushNote;
-    return m_offersNotes || !isForNotes;
+    return isWanted(entry) && (m_offersNotes || !isForNotes);
 }
 
 void HotKeyHandler::unregisterHotKeys() {

@@ -44,6 +44,9 @@ class HotKeyHandler final : public QObject {
     /// nothing.
     void setOffersNotes(bool offersNotes) { m_offersNotes = offersNotes; }
 
+    /// Whether the writing tools are there. Their key is registered only while they are.
+    void setOffersWriting(bool offersWriting);
+
     /// For the user: the hot keys that could not be registered, and what to do instead.
     [[nodiscard]] QStringList notices() const;
 
@@ -68,7 +71,9 @@ class HotKeyHandler final : public QObject {
     void noticesChanged();
 
   private:
+    [[nodiscard]] bool registerEntry(const HotKeyEntry& entry);
     void retryLater();
+    [[nodiscard]] bool isWanted(const HotKeyEntry& entry) const;
     [[nodiscard]] bool isOffered(const HotKeyEntry& entry) const;
     void takePress(HotKeyId id);
     void takeAvailability(HotKeyId id, bool isAvailable);
@@ -80,6 +85,7 @@ class HotKeyHandler final : public QObject {
     bool m_isRegistered = false;
     bool m_hasHandler = true;
     bool m_offersNotes = true;
+    bool m_offersWriting = false;
     std::set<HotKeyAction> m_missing;
     Diversion m_diversion;
     std::optional<Clock::TimerId> m_retry;

@@ -8,7 +8,7 @@
 
 namespace vorq {
 
-enum class HotKeyAction { Panel, SaveNote, PushNote, ClearChat };
+enum class HotKeyAction { Panel, SaveNote, PushNote, ClearChat, Rewrite };
 
 /// One hot key of Vorq.
 struct HotKeyEntry {
@@ -46,6 +46,11 @@ inline constexpr std::array hotKeyTable = {
                 {hotKeySignature, 3},
                 "clear-chat hotkey",
                 "vorq clear"},
+    HotKeyEntry{HotKeyAction::Rewrite,
+                {'W', 13, hotKeyModifiers},
+                {hotKeySignature, 5},
+                "rewrite hotkey",
+                "vorq rewrite"},
 };
 
 /// What the chord is called where there is no command key.

@@ -121,7 +121,9 @@ void StatusMenu::setHotKeys(const std::set<HotKeyAction>& registered) {
                                                    {HotKeyAction::PushNote, m_pushNoteDraft},
                                                    {HotKeyAction::ClearChat, m_clearChat}};
     for (const HotKeyEntry& hotKey : hotKeyTable) {
-        QAction* entry = entries.at(hotKey.action);
+        const auto found = entries.find(hotKey.action);
+        if (found == entries.end()) continue;
+        QAction* entry = found->second;
         const QString text = entry->text().section(u'\t', 0, 0);
         entry->setText(registered.contains(hotKey.action) ? text + u'\t' + keysOf(hotKey) : text);
     }

@@ -2,6 +2,7 @@
 
 #include "shell/dialogs/ColorDialog.h"
 #include "shell/look/PanelLook.h"
+#include "shell/overlay/WritingCard.h"
 #include "shell/panel/AttachTrayState.h"
 #include "shell/panel/AttachableNotes.h"
 #include "shell/panel/AttachmentIntake.h"
@@ -157,6 +158,13 @@ struct SettingsViewModelForeign {
     Q_GADGET
     QML_FOREIGN(vorq::SettingsViewModel)
     QML_NAMED_ELEMENT(SettingsViewModel)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct WritingCardForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::WritingCard)
+    QML_NAMED_ELEMENT(WritingCard)
     QML_UNCREATABLE("Belongs to the program")
 };
 

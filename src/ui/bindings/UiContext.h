@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/look/PanelLook.h"
+#include "shell/overlay/WritingCard.h"
 #include "shell/panel/PanelViewModel.h"
 #include "shell/settings/SettingsViewModel.h"
 
@@ -22,6 +23,8 @@ class UiContext final : public QObject {
     Q_PROPERTY(vorq::PanelViewModel* panel READ panel CONSTANT)
     /// Null to pages that are not of the settings.
     Q_PROPERTY(vorq::SettingsViewModel* settings READ settings CONSTANT)
+    /// Null to pages that are not of the writing tools.
+    Q_PROPERTY(vorq::WritingCard* writing READ writing CONSTANT)
     Q_PROPERTY(vorq::PanelLook* look READ look CONSTANT)
     /// On and off, in milliseconds; 0 for a caret that does not blink.
     Q_PROPERTY(int caretFlashTime READ caretFlashTime CONSTANT)
@@ -30,9 +33,11 @@ class UiContext final : public QObject {
     /// Both must outlive the context.
     UiContext(PanelViewModel& panel, PanelLook& look) : m_panel(&panel), m_look(look) {}
     UiContext(SettingsViewModel& settings, PanelLook& look) : m_settings(&settings), m_look(look) {}
+    UiContext(WritingCard& writing, PanelLook& look) : m_writing(&writing), m_look(look) {}
 
     [[nodiscard]] PanelViewModel* panel() const { return m_panel; }
     [[nodiscard]] SettingsViewModel* settings() const { return m_settings; }
+    [[nodiscard]] WritingCard* writing() const { return m_writing; }
     [[nodiscard]] PanelLook* look() const { return &m_look; }
     [[nodiscard]] int caretFlashTime() const;
 
@@ -48,6 +53,7 @@ class UiContext final : public QObject {
   private:
     PanelViewModel* m_panel = nullptr;
     SettingsViewModel* m_settings = nullptr;
+    WritingCard* m_writing = nullptr;
     PanelLook& m_look;
 };
 

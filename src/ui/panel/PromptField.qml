@@ -11,6 +11,7 @@ Flickable {
     property Item tabs: null // takes the keys first
     property alias text: edit.text
     property alias input: edit
+    property real size: Theme.bodySize
     readonly property bool hasFocus: edit.activeFocus
     readonly property int mostLines: 5
     readonly property int endPadding: 6
@@ -28,6 +29,8 @@ Flickable {
     signal scrollWanted(event: QtObject)
     // Nothing is selected here that could be copied. Whoever knows what to copy sets `accepted`.
     signal copyWanted(event: QtObject)
+    // By any button, before anything comes of it.
+    signal pressed
 
     implicitHeight: Math.min(contentHeight, tallest)
     contentWidth: width
@@ -82,7 +85,7 @@ Flickable {
         wrapMode: TextEdit.Wrap
         tabStopDistance: Theme.tabStop
         font.family: Theme.sans
-        font.pointSize: Theme.points(Theme.bodySize)
+        font.pointSize: Theme.points(field.size)
         font.weight: Font.Medium
         color: Theme.ink
         selectionColor: Theme.selection
@@ -143,6 +146,10 @@ Flickable {
             }
         }
 
+        PointHandler {
+            acceptedButtons: Qt.AllButtons
+            onActiveChanged: if (active) field.pressed()
+        }
         TapHandler {
             acceptedButtons: Qt.RightButton
             onTapped: point => field.openMenu(point.position, false)
@@ -164,7 +171,7 @@ Flickable {
         width: field.width - x
         visible: edit.text === "" && edit.preeditText === ""
         text: field.placeholder
-        size: Theme.bodySize
+        size: field.size
         color: Theme.ink3
         elide: Text.ElideRight
         Accessible.ignored: true

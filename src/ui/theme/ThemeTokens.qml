@@ -162,6 +162,13 @@ QtObject {
     readonly property color menuEdge: high ? strongInk : dark ? Qt.rgba(1, 1, 1, 0.24) : Qt.rgba(0.06, 0.08, 0.16, 0.26)
     readonly property color floatHairline: high ? strongInk : dark ? Qt.rgba(0, 0, 0, 0.55) : Qt.rgba(0.06, 0.08, 0.16, 0.13)
 
+    // ---- the writing tools' card, which is a float over other programs; what is read stands on plates
+    readonly property real overlayAlpha: opaque || high ? 1 : look.tier === PanelLook.Blur ? 0.88 : 0.94
+    readonly property color overlayTop: withAlpha(floatTop, overlayAlpha)
+    readonly property color overlayBottom: withAlpha(floatBottom, overlayAlpha)
+    readonly property color plate: high ? strongGround : dark ? "#24262D" : "#F3F4F7"
+    readonly property color plateField: high ? strongGround : dark ? "#1C1E23" : "#FFFFFF"
+
     // ---- blocks of the conversation
     readonly property color userBlock: orElse(look.userBlock, strong(dark ? "#3B4784" : "#DFE5FF", "#1B2666", "#E3E8FF"))
     readonly property real userBlockLift: high ? 1 : dark ? 1.10 : 1.01

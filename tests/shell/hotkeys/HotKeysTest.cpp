@@ -95,6 +95,49 @@ TEST_F(HotKeysTest, KeysOfNotesThatCannotBeMadeAreNotSpokenOf) {
                             "to: vorq summon, vorq clear"));
 }
 
+TEST_F(HotKeysTest, TheKeyOfTheWritingToolsIsThereWhileTheyAre) {
+    m_delegate.applicationDidFinishLaunching({.background = true});
+    EXPECT_FALSE(m_delegate.hotKeys().offered().contains(HotKeyAction::Rewrite));
+    m_log.clear();
+    m_delegate.hotKeys().setOffersWriting(true);
+    EXPECT_THAT(m_log.all(), ElementsAre("Vorq registered Command+Shift+W rewrite hotkey."));
+    EXPECT_TRUE(m_statusItem.hotKeys.contains(HotKeyAction::Rewrite));
+    m_delegate.hotKeys().setOffersWriting(false);
+    EXPECT_FALSE(m_statusItem.hotKeys.contains(HotKeyAction::Rewrite));
+    for (const auto& [chord, id] : m_hotKeys.registered())
+        EXPECT_NE(chord.letter, 'W');
+}
+
+TEST_F(HotKeysTest, TheKeyOfTheWritingToolsThatIsTakenIsMissedUntilTheyGo) {
+    m_hotKeys.failures['W'] = {.status = 10, .isTaken = true};
+    m_delegate.hotKeys().setOffersWriting(true);
+    m_delegate.applicationDidFinishLaunching({.background = true});
+    EXPECT_THAT(m_statusItem.notices,
+                ElementsAre("Super+Shift+W is taken by another program. Bind a key of your "
+                            "desktop to: vorq rewrite"));
+    m_hotKeys.failures.clear();
+    advance(11s);
+    EXPECT_THAT(m_statusItem.notices, IsEmpty());
+    EXPECT_TRUE(m_statusItem.hotKeys.contains(HotKeyAction::Rewrite));
+    m_hotKeys.failures['W'] = {.status = 10, .isTaken = true};
+    m_delegate.hotKeys().setOffersWriting(false);
+    m_delegate.hotKeys().setOffersWriting(true);
+    EXPECT_THAT(m_statusItem.notices, SizeIs(1));
+    m_delegate.hotKeys().setOffersWriting(false);
+    EXPECT_THAT(m_statusItem.notices, IsEmpty());
+}
+
+TEST_F(HotKeysTest, TheKeyOfTheWritingToolsIsOfTheApplicationInFront) {
+    launch();
+    std::vector<std::optional<ProcessId>> asked;
+    QObject::connect(&m_delegate, &AppDelegate::rewriteRequested,
+                     [&](std::optional<ProcessId> source) { asked.push_back(source); });
+    m_delegate.hotKeys().setOffersWriting(true);
+    m_workspace.bringToFront(browser);
+    press(5);
+    EXPECT_THAT(asked, ElementsAre(browser));
+}
+
 TEST_F(HotKeysTest, TheCommandSavesWhateverIsHighlighted) {
     launch();
     m_workspace.bringToFront(browser);

@@ -96,7 +96,9 @@ void X11PressMonitor::start() {
 }
 
 void X11PressMonitor::stop() {
-    if (m_starts == 0 || --m_starts > 0) return;
+    if (m_starts == 0) return;
+    --m_starts;
+    if (m_starts > 0) return;
     qGuiApp->removeEventFilter(this);
     select(false);
     watchDrags(false);

@@ -8,6 +8,7 @@ Item {
 
     property ThemeTokens tokens: Theme // which it is drawn in
     property bool floats: false
+    property real density: 1 // of what floats: less lets shine through what lies beneath
     property int radius: tokens.radiusPanel
     property int elevation: 3
     property bool casts: floats
@@ -35,8 +36,8 @@ Item {
         anchors.fill: parent
         radius: glass.radius
         smoothing: glass.tokens.smoothing
-        fillTop: glass.floats ? glass.tokens.floatTop : glass.tokens.glassTop
-        fillBottom: glass.floats ? glass.tokens.floatBottom : glass.tokens.glassBottom
+        fillTop: glass.floats ? glass.tokens.withAlpha(glass.tokens.floatTop, glass.density) : glass.tokens.glassTop
+        fillBottom: glass.floats ? glass.tokens.withAlpha(glass.tokens.floatBottom, glass.density) : glass.tokens.glassBottom
         rimTop: glass.floats ? glass.tokens.floatRimTop : glass.tokens.glassRimTop
         rimBottom: glass.floats ? glass.tokens.floatRimBottom : glass.tokens.glassRimBottom
         hairline: glass.floats ? glass.tokens.floatHairline : glass.tokens.glassHairline
