@@ -49,6 +49,10 @@ class ModelListReply final : public ReplyStream {
             return next(now);
         } catch (const EngineError& error) {
             m_offer.take(std::nullopt, now);
+            if (std::optional<ModelList> known = m_offer.known()) {
+                m_models = *std::move(known);
+                return {};
+            }
             throw EngineError(error.status, withoutKey(m_config, error.what()));
         }
     }
@@ -107,24 +111,32 @@ ModelOffer::ModelOffer(TransferLoop& loop, const ProviderConfig& config)
 
 bool ModelOffer::isFresh(SteadyTime now) const {
     const std::scoped_lock lock(m_mutex);
-    return m_asked && now < *m_asked + lifetime;
+    const SteadyTime::duration rest = m_hasFailed ? SteadyTime::duration(pause) : lifetime;
+    return m_asked && now < *m_asked + rest;
 }
 
 bool ModelOffer::holds(const std::string& id) const {
     const std::scoped_lock lock(m_mutex);
-    return std::ranges::find(m_models.ids, id) != m_models.ids.end();
+    return m_models && std::ranges::find(m_models->ids, id) != m_models->ids.end();
+}
+
+std::optional<ModelList> ModelOffer::known() const {
+    const std::scoped_lock lock(m_mutex);
+    return m_models;
 }
 
 void ModelOffer::take(const std::optional<ModelList>& models, SteadyTime now) {
     const std::scoped_lock lock(m_mutex);
     m_asked = now;
-    if (models) m_models = *models;
+    m_hasFailed = !models;
+    if (models) m_models = models;
 }
 
 std::unique_ptr<ReplyStream> ModelOffer::list(SteadyTime now) {
-    if (isFresh(now)) {
+    {
         const std::scoped_lock lock(m_mutex);
-        return std::make_unique<ReadyReply>(m_models);
+        const bool isGood = m_asked && now < *m_asked + lifetime && !m_hasFailed && m_models;
+        if (isGood) return std::make_unique<ReadyReply>(*m_models);
     }
     ProviderConfig config = m_config;
     config.endpoint = modelsEndpoint(m_config.endpoint);

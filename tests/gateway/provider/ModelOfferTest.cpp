@@ -6,6 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <semaphore>
+
 namespace vorq::gateway::testing {
 namespace {
 
@@ -61,6 +63,15 @@ TEST(ModelEndpointTest, StandsBesideTheOneForChats) {
               "http://localhost:11434/v1/models");
     EXPECT_EQ(modelsEndpoint(chatEndpoint("https://host/api?version=2")),
               "https://host/api/models?version=2");
+}
+
+/// What comes of a question for the list, in the end.
+std::vector<std::string> idsOf(ReplyStream& reply) {
+    const auto called = std::make_shared<std::counting_semaphore<>>(0);
+    reply.setCaller([called] { called->release(); });
+    while (reply.step(std::chrono::steady_clock::now()).kind != ReplyStep::Kind::Ended)
+        static_cast<void>(called->try_acquire_for(std::chrono::milliseconds(100)));
+    return std::get<ModelList>(reply.result()).ids;
 }
 
 // A provider that lists two models and answers any question with the model that it was asked of.
@@ -144,6 +155,34 @@ TEST_F(ModelOfferTest, AFailureOfTheProviderIsToldWithoutItsKey) {
     const Answer answer = models();
     EXPECT_EQ(answer.status, 502);
     EXPECT_THAT(answer.text, Not(HasSubstr(kProviderKey)));
+}
+
+TEST_F(ModelOfferTest, IsAskedForAgainAfterAFailure) {
+    offer();
+    m_fails = true;
+    EXPECT_EQ(models().status, 502);
+    EXPECT_EQ(models().status, 502) << "an empty list would be an answer";
+    m_fails = false;
+    EXPECT_THAT(models().body.at("models"), SizeIs(2));
+    EXPECT_EQ(m_lists, 3);
+}
+
+TEST_F(ModelOfferTest, AFailureLeavesTheListThatIsKnown) {
+    offer();
+    m_fails = true;
+    const ProviderConfig config = configFor(m_chain->provider.address());
+    TransferLoop loop;
+    ModelOffer known(loop, config);
+    const SteadyTime now = std::chrono::steady_clock::now();
+    known.take(ModelList{{"llama3.1"}}, now - ModelOffer::lifetime);
+    for (int time = 1; time <= 2; ++time) {
+        EXPECT_THAT(idsOf(*known.list(now)), ElementsAre("llama3.1"));
+        EXPECT_EQ(m_lists, time);
+    }
+    m_fails = false;
+    EXPECT_THAT(idsOf(*known.list(now)), ElementsAre("llama3.1", "qwen3:14b"));
+    EXPECT_THAT(idsOf(*known.list(now)), ElementsAre("llama3.1", "qwen3:14b"));
+    EXPECT_EQ(m_lists, 3);
 }
 
 TEST_F(ModelOfferTest, WhatIsNoListIsToldToBeNone) {
