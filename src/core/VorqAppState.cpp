@@ -4,6 +4,8 @@
 #include "platform/Clock.h"
 #include "platform/Defaults.h"
 
+#include <utility>
+
 namespace vorq {
 
 VorqAppState::VorqAppState(const Platform& platform)
@@ -36,6 +38,12 @@ VorqAppState::VorqAppState(const Platform& platform)
         if (!m_account.signedIn()) m_model.forgetOffered();
     });
     restore();
+    // The next user may be offered others. Whoever is restored is the one that was.
+    connect(&m_account, &AccountSession::profileChanged, this,
+            [this, former = m_account.profile().email]() mutable {
+                const QString email = m_account.profile().email;
+                if (std::exchange(former, email) != email) m_model.forgetOffered();
+            });
 }
 
 void VorqAppState::restore() {

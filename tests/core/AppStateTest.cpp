@@ -1,5 +1,6 @@
 // What a launch restores, and the fields that store themselves.
 
+#include "backend/api/Session.h"
 #include "doubles/panel/ConversationFixture.h"
 
 #include <QFile>
@@ -72,6 +73,23 @@ TEST_F(AppStateTest, AStoredModelThatIsGoneComesBackEmpty) {
     restart();
     EXPECT_EQ(state().model().preferredAIModelID(), "");
     EXPECT_EQ(m_defaults.string("vorq.preferredAIModel"), "");
+}
+
+TEST_F(AppStateTest, TheModelsOfferedToOneUserAreNotShownToTheNext) {
+    const QStringList offered = {"llama3.1"};
+    m_defaults.apply({{"vorq.offeredModels", offered}});
+    restart();
+    EXPECT_EQ(state().model().offered().ids(), offered) << "the user is the same as before";
+    Session session;
+    session.signedIn = true;
+    session.token = "t2";
+    session.email = "a@b.c";
+    session.firstName = "Ada";
+    state().account().beginSession(session);
+    EXPECT_EQ(state().model().offered().ids(), offered);
+    session.email = "grace@example.org";
+    state().account().beginSession(session);
+    EXPECT_EQ(state().model().offered().ids(), QStringList());
 }
 
 TEST_F(AppStateTest, AStoredModelOfTheCatalogueStays) {

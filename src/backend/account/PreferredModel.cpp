@@ -12,6 +12,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 const QString modelKey = u"vorq.preferredAIModel"_s;
+const QString isOfferedKey = u"vorq.preferredAIModelOffered"_s;
 const QString userChosenKey = u"vorq.preferredAIModelUserChosen"_s;
 
 QCoro::Task<> sendModel(VorqAPIService& api, QString token, QString id, std::stop_token stop) {
@@ -45,11 +46,16 @@ void PreferredModel::refreshOffered() {
 void PreferredModel::restore() {
     m_offered.restore();
     const std::optional<QString> stored = m_defaults.string(modelKey);
-    if (stored) setPreferredAIModelID(isKnown(*stored) ? *stored : QString());
+    if (!stored) return;
+    // While nothing is known of the offer, it may still be in it.
+    const bool mayBeOffered =
+        m_offered.ids().isEmpty() && m_defaults.boolean(isOfferedKey).value_or(false);
+    setPreferredAIModelID(mayBeOffered || isKnown(*stored) ? *stored : QString());
 }
 
 void PreferredModel::selectPreferredAIModel(const QString& id) {
-    const QString known = isKnown(id) ? id : QString();
+    // The chosen one stays in the menu, and can be chosen, though it is offered no more.
+    const QString known = isKnown(id) || id == m_preferredAIModelID ? id : QString();
     setPreferredAIModelID(known);
     m_defaults.setBoolean(userChosenKey, true);
     persistPreferredModel(known);
@@ -76,7 +82,12 @@ void PreferredModel::applyPreferredModelFromSession(const Session& session) {
 void PreferredModel::setPreferredAIModelID(const QString& id) {
     const bool changed = id != m_preferredAIModelID;
     m_preferredAIModelID = id.isNull() ? u""_s : id;
-    m_defaults.keepString(modelKey, m_preferredAIModelID);
+    const bool isOffered = !VorqAIModelOption::contains(m_preferredAIModelID);
+    // What is stored already costs no write.
+    if (m_defaults.string(modelKey) != m_preferredAIModelID ||
+        m_defaults.boolean(isOfferedKey).value_or(false) != isOffered)
+        m_defaults.apply({{modelKey, m_preferredAIModelID},
+                          {isOfferedKey, isOffered ? QVariant(true) : QVariant()}});
     if (changed) emit preferredAIModelIDChanged();
 }
 

@@ -35,7 +35,8 @@ class PreferredModel final : public QObject {
     /// Where the account's token comes from; without one the choice stays on this machine.
     void setTokenSource(std::function<QString()> tokenSource);
 
-    /// Reads the stored choice. One that is not known becomes empty.
+    /// Reads the stored choice. One that is not known becomes empty; of one that was offered it is
+    /// not known as long as no offer is.
     void restore();
 
     /// The user's own choice, which no session overrides from then on.

@@ -99,6 +99,43 @@ TEST_F(OfferedModelsTest, OneOfThemCanBePreferredAndIsThereAtTheNextStart) {
     EXPECT_EQ(next.preferredAIModelID(), u"llama3.1");
 }
 
+TEST_F(OfferedModelsTest, AChoiceOutlivesAListThatIsNotKnown) {
+    signIn();
+    offer();
+    model.selectPreferredAIModel("llama3.1");
+    clock.settle();
+    model.forgetOffered();
+    PreferredModel next(api, defaults);
+    next.restore();
+    EXPECT_EQ(next.preferredAIModelID(), u"llama3.1");
+    PreferredModel afterNext(api, defaults);
+    afterNext.restore();
+    EXPECT_EQ(afterNext.preferredAIModelID(), u"llama3.1");
+}
+
+TEST_F(OfferedModelsTest, AChoiceThatAListLacksIsGoneAtTheNextStart) {
+    signIn();
+    offer();
+    model.selectPreferredAIModel("llama3.1");
+    clock.settle();
+    offer(R"({"models":[{"id":"qwen3:14b"}]})");
+    EXPECT_EQ(model.preferredAIModelID(), u"llama3.1");
+    PreferredModel next(api, defaults);
+    next.restore();
+    EXPECT_EQ(next.preferredAIModelID(), u"");
+}
+
+TEST_F(OfferedModelsTest, ChoosingAgainWhatIsOfferedNoMoreLeavesIt) {
+    signIn();
+    offer();
+    model.selectPreferredAIModel("llama3.1");
+    offer(R"({"models":[]})");
+    model.selectPreferredAIModel("llama3.1");
+    EXPECT_EQ(model.preferredAIModelID(), u"llama3.1");
+    model.selectPreferredAIModel("qwen3:14b");
+    EXPECT_EQ(model.preferredAIModelID(), u"");
+}
+
 TEST_F(OfferedModelsTest, ASessionMayPreferOneUnlessTheUserHasChosen) {
     signIn();
     offer();
