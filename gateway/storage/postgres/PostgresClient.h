@@ -53,7 +53,6 @@ class PostgresClient {
         void operator()(pg_conn* connection) const;
     };
 
-    void connect(Moment deadline);
     void send(int isSent);
     [[nodiscard]] Result receive();
     void flush(Moment deadline);

@@ -1,3 +1,4 @@
+#include "doubles/gateway/ListeningPort.h"
 #include "doubles/gateway/TestGateway.h"
 
 #include <gtest/gtest.h>
@@ -92,6 +93,18 @@ TEST_F(PostgresOutageTest, AServerThatFallsSilentKeepsNobodyForever) {
         each.get();
     server.thaw();
     expectRecovered();
+}
+
+TEST_F(PostgresOutageTest, AFirstHostThatIsSilentKeepsNobodyFromTheSecond) {
+    const ListeningPort silent;
+    std::string address = server.freshAddress();
+    const std::string_view user = "vorq@";
+    address.insert(address.find(user) + user.size(),
+                   "127.0.0.1:" + std::to_string(silent.port()) + ",");
+    const auto begin = Steady::now();
+    PostgresDatabase database(address);
+    EXPECT_TRUE(database.prepare("SELECT 7").step());
+    EXPECT_LT(Steady::now() - begin, 20s);
 }
 
 TEST_F(PostgresOutageTest, ADatabaseThatMayNotBeWrittenIsSaid) {
