@@ -15,6 +15,7 @@ constexpr std::size_t kLongestUsername = 64;
 constexpr std::size_t kLongestEmail = 254;
 constexpr std::size_t kShortestPassword = 8;
 constexpr std::size_t kLongestPassword = 1024;
+constexpr std::string_view kHere = "@localhost";
 
 std::string checkedField(const std::string& value, std::string_view name,
                          const std::string& field) {
@@ -62,9 +63,14 @@ Account newLocalAccount(const std::string& loginName) {
     if (name.empty() || !isUsername(name)) name = "user";
     Account account;
     account.isLocal = true;
-    account.email = name + "@localhost";
+    account.email = localEmail(name);
     account.username = name;
     return account;
+}
+
+std::string localEmail(const std::string& name, int number) {
+    const std::string another = number > 1 ? "." + std::to_string(number) : "";
+    return name + another + std::string(kHere);
 }
 
 void applyProfile(Account& account, const ProfileChange& change) {
@@ -90,6 +96,11 @@ std::string checkedEmail(const std::string& email) {
     std::string checked = lowered(trimmed(email));
     if (!isEmail(checked)) throw ApiError(400, "That is not an email address.", "email");
     return checked;
+}
+
+void checkNewEmail(const std::string& email) {
+    if (email.ends_with(kHere))
+        throw ApiError(400, "An address at localhost is for the user of this computer.", "email");
 }
 
 void checkNewPassword(const std::string& password, const std::string& field) {

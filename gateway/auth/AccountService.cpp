@@ -252,6 +252,7 @@ Session AccountService::updatePrivacy(const Identity& identity, const PrivacyCha
         throw ApiError(409, "The password was changed meanwhile. Try again.");
     }
     if (!change.email.empty()) {
+        if (!account->isLocal && change.email != account->email) checkNewEmail(change.email);
         if (accounts.emailTaken(change.email, account->id)) {
             throw ApiError(409, "Another account uses that email address.", "email");
         }

@@ -12,6 +12,9 @@ Account localAccount(Database& database, const std::string& loginName, std::int6
     AccountTable accounts(database);
     if (std::optional<Account> found = accounts.local()) return *found;
     Account account = newLocalAccount(loginName);
+    const std::string name = account.username;
+    for (int number = 2; accounts.emailTaken(account.email, 0); ++number)
+        account.email = localEmail(name, number);
     if (accounts.usernameTaken(account.username, 0)) account.username.clear();
     accounts.insert(account, nowMs);
     return account;

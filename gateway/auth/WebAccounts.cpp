@@ -49,6 +49,7 @@ std::string WebAccounts::begin(Database& database, const Account& account,
 std::string WebAccounts::signUp(const Credentials& typed, const SignInOrigin& origin) {
     Account account;
     account.email = checkedEmail(typed.email);
+    checkNewEmail(account.email);
     checkNewPassword(typed.password, "password");
     const std::array limits = {RateLimit{"sign-up", kSignUpsPerMinute, origin.address}};
     if (const int wait = m_limits.take(limits); wait > 0) {

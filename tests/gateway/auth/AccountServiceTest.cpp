@@ -366,6 +366,30 @@ TEST_P(AccountServiceTest, ManyThatUseANewTokenAtOnceUseUpTheRefreshToken) {
     EXPECT_FALSE(isValid(second));
 }
 
+TEST_P(AccountServiceTest, AnAddressThatIsTakenKeepsNobodyFromTheLocalAccount) {
+    {
+        const auto database = state.open();
+        auto turn = database->write();
+        Account stranger;
+        stranger.email = "ada@localhost";
+        AccountTable(turn.database()).insert(stranger, clock.nowMs());
+        turn.commit();
+    }
+    const Session session = signIn();
+    EXPECT_EQ(session.account.username, "ada");
+    EXPECT_EQ(session.account.email, "ada.2@localhost");
+    EXPECT_EQ(signIn().account.id, session.account.id);
+}
+
+TEST_P(AccountServiceTest, TheLocalAccountAloneHasAnAddressOfThisComputer) {
+    const Session local = signIn();
+    const auto change = [&](const Session& session, const std::string& email) {
+        return statusOf([&] { return service.updatePrivacy(identity(session), {email, "x", ""}); });
+    };
+    EXPECT_EQ(change(local, "ada@example.org"), 200);
+    EXPECT_EQ(change(local, "ada@localhost"), 200);
+}
+
 TEST_P(AccountServiceTest, ALoginNameThatIsNoUsernameIsReplaced) {
     EXPECT_EQ(service.exchangeHandoff(service.createHandoff("DOMAIN\\ada b")).account.email,
               "user@localhost");

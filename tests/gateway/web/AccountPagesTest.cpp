@@ -73,6 +73,14 @@ TEST_P(AccountPagesTest, EmailAndPasswordNeedTheCurrentOne) {
               303);
 }
 
+TEST_P(AccountPagesTest, AnAddressOfThisComputerIsForItsOwnUser) {
+    const ShownPage refused = submit(
+        "/account/privacy", {{"email", "somebody@localhost"}, {"currentPassword", "open sesame"}});
+    EXPECT_EQ(refused.status, 400);
+    EXPECT_THAT(refused.html, HasSubstr("aria-describedby=\"email-wrong\""));
+    EXPECT_THAT(browser.get("/account.html").html, HasSubstr("ada@example.org"));
+}
+
 TEST_P(AccountPagesTest, ANewPasswordEndsTheOtherSignIns) {
     BrowserDouble other(gateway.port);
     enter(other, "sign-in");

@@ -87,6 +87,13 @@ TEST_P(SignInPagesTest, AShortPasswordAndATakenAddressAreRefused) {
     EXPECT_EQ(other.cookies.count("vorq_session"), 0U);
 }
 
+TEST_P(SignInPagesTest, AnAddressOfThisComputerIsForItsOwnUser) {
+    const ShownPage refused = signUp(browser, "Somebody@LocalHost");
+    EXPECT_EQ(refused.status, 400);
+    EXPECT_THAT(refused.html, HasSubstr("for the user of this computer"));
+    EXPECT_EQ(browser.cookies.count("vorq_session"), 0U);
+}
+
 TEST_P(SignInPagesTest, ForTheProgramItLeadsToItsListenerWithACodeThatSignsIn) {
     const ListeningPort listener;
     gateway.site.clientPort = listener.port();
