@@ -38,14 +38,17 @@ AccessibleElementPtr elementOf(const CaptureSource& from, const QString& origina
     return findTextElement(from.accessibility.application(*from.process, from.stop), original);
 }
 
-// The range tells also where the original occurs elsewhere.
+// The range tells also where the original occurs elsewhere. One may be the beginning of the other.
 bool isReplacedIn(const QString& replacement, const PasteOver::Target& target,
                   const AccessibleElement& element) {
     if (selectionReplaced(target.original, replacement, element)) return true;
     const auto value = element.value();
     if (!value || !target.range || target.range->location < 0) return false;
-    return target.range->location <= value->size() && replacement != target.original &&
-           QStringView(*value).sliced(target.range->location).startsWith(replacement);
+    if (target.range->location > value->size() || replacement == target.original) return false;
+    const QStringView there = QStringView(*value).sliced(target.range->location);
+    const bool isOriginal =
+        there.startsWith(target.original) && !replacement.startsWith(target.original);
+    return there.startsWith(replacement) && !isOriginal;
 }
 
 QCoro::Task<bool> awaitTaking(Clock& clock, const Pasteboard& pasteboard, ProcessId process) {

@@ -128,6 +128,23 @@ TEST_F(PasteOverTest, GivesUpWhereTheOriginalStaysSelected) {
     EXPECT_EQ(pasteboard.held, users);
 }
 
+TEST_F(PasteOverTest, TakesTheBeginningOfTheOriginalForNoReplacement) {
+    field.feignsWrites = true;
+    EXPECT_EQ(replace("ol"), Outcome::NotReplaced);
+    pasteOnPost();
+    EXPECT_EQ(replace("ol"), Outcome::Replaced);
+    EXPECT_EQ(field.content, "an ol text");
+    EXPECT_THAT(keys.posted(), SizeIs(2));
+}
+
+TEST_F(PasteOverTest, KnowsAReplacementThatBeginsWithTheOriginal) {
+    field.feignsWrites = true;
+    pasteOnPost();
+    EXPECT_EQ(replace("older"), Outcome::Replaced);
+    EXPECT_EQ(field.content, "an older text");
+    EXPECT_THAT(keys.posted(), SizeIs(1));
+}
+
 TEST_F(PasteOverTest, PastesOnceMoreWhereTheOriginalIsThereAndNotSelected) {
     field.feignsWrites = true;
     keys.onPost = [this](KeyChord, ProcessId) {
