@@ -19,6 +19,15 @@ bool endsWithFullStop(QStringView text) {
     return !text.isEmpty() && isFullStop(text.back().unicode());
 }
 
+// Whether a sentence ends there, maybe in quotes or parentheses.
+bool endsSentence(QStringView text) {
+    constexpr QStringView closing = u"\"')]}”’“‘»›」』）】 \u00a0\u202f";
+    constexpr QStringView marks = u"!?…！？؟";
+    while (!text.isEmpty() && closing.contains(text.back()))
+        text.chop(1);
+    return endsWithFullStop(text) || (!text.isEmpty() && marks.contains(text.back()));
+}
+
 // A stop that belongs to the word and ends no sentence.
 bool endsWithAbbreviation(QStringView text) {
     static constexpr auto abbreviations = std::to_array<QStringView>(
@@ -37,7 +46,7 @@ QString replacementFor(const QString& original, const QString& suggestion) {
     QStringView text = trimmed(suggestion);
     const bool isStopped = endsWithFullStop(text) && !endsWithAbbreviation(text);
     const QStringView core = trimmed(original);
-    if (isStopped && !core.isEmpty() && !endsWithFullStop(core)) text.chop(1);
+    if (isStopped && !core.isEmpty() && !endsSentence(core)) text.chop(1);
     return fittedTo(original, text.isEmpty() ? suggestion : text.toString());
 }
 

@@ -59,6 +59,15 @@ TEST(ReplacementFitTest, HasNoFinalFullStopWhereTheOriginalHasNone) {
     EXPECT_EQ(replacementFor(u"古い言葉"_s, u"新しい言葉。"_s), u"新しい言葉"_s);
 }
 
+TEST(ReplacementFitTest, HasAFinalFullStopWhereTheOriginalEndsASentence) {
+    for (const char* original :
+         {"Is it old?", "Old!", "Old…", "He said “old.”", "(It is old.)", "[“Old?”]",
+          "“It is ‘old.’”", "„Alt.“", "« Vieux ! »", "古い？", "「古い。」"})
+        EXPECT_EQ(replacementFor(original, "It is new."), "It is new.") << original;
+    for (const char* original : {"“old”", "(old)", "an “old”", "\""})
+        EXPECT_EQ(replacementFor(original, "It is new."), "It is new") << original;
+}
+
 TEST(ReplacementFitTest, KeepsWhatIsNoFullStop) {
     EXPECT_EQ(replacementFor("old", "What now?"), "What now?");
     EXPECT_EQ(replacementFor("old", "and so on..."), "and so on...");
