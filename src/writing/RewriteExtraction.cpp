@@ -62,11 +62,11 @@ QStringView unfenced(QStringView text) {
 }
 
 bool asksForLines(QStringView ask) {
-    static constexpr auto words =
-        std::to_array<QStringView>({u"bullet", u"list", u"stichpunkt", u"lines", u"steps",
-                                    u"paragraphs", u"points", u"table", u"poem"});
-    return std::ranges::any_of(
-        words, [ask](QStringView word) { return ask.contains(word, Qt::CaseInsensitive); });
+    static const QRegularExpression words(
+        uR"(\b(bullets?|bulleted|bullet-?points?|(check)?lists?|liste|lista|stichpunkt\w*|lines)"
+        uR"(|steps|paragraphs|points|tables?|tabellen?|poems?)\b)"_s,
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
+    return words.match(ask).hasMatch();
 }
 
 } // namespace

@@ -51,6 +51,18 @@ TEST(RewriteExtractionTest, KeepsTheLinesThatTheWriterAskedFor) {
     EXPECT_EQ(rewrite("- One.\n- Two.", "One. Two."), "One.");
 }
 
+TEST(RewriteExtractionTest, LinesAreAskedForByWholeWords) {
+    for (const QStringView ask :
+         {u"make it more realistic", u"pointed, please", u"so that they listen", u"no guidelines",
+          u"less stable", u"like a poet"})
+        EXPECT_EQ(rewrite("New.\nMore.", "Old.", ask), "New.") << ask.toUtf8().constData();
+    for (const QStringView ask :
+         {u"BULLETS", u"bulleted", u"as a list, please", u"to-do list", u"checklist", u"als Liste",
+          u"Stichpunktliste", u"two lines", u"in steps.", u"as paragraphs", u"bullet points",
+          u"(table)", u"Tabelle", u"a poem"})
+        EXPECT_EQ(rewrite("New.\nMore.", "Old.", ask), "New.\nMore.") << ask.toUtf8().constData();
+}
+
 TEST(RewriteExtractionTest, KeepsDashesMarkersAndQuotesThatTheSelectionHas) {
     EXPECT_EQ(rewrite("He came - late - home.", "He came home - very late."),
               "He came - late - home.");
