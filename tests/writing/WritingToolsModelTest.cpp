@@ -50,14 +50,13 @@ TEST_F(WritingToolsModelTest, AnInstructionGoesToTheBackendWithTheSelection) {
 TEST_F(WritingToolsModelTest, ThePreferredModelIsThatOfTheMomentOfSending) {
     writing->setDraftPrompt("shorter");
     writing->submitPrompt();
-    model.selectPreferredAIModel("sonnet");
+    model.selectPreferredAIModel("anthropic/claude-sonnet-latest");
     clock.settle();
-    const auto preferred = account->preferredModelForAIRequest();
     QString asked;
     for (std::size_t i = 0; i < transport.count(); ++i)
         if (transport.at(i).path() == "/ai/prompt")
             asked = transport.at(i).json()["preferredModel"].toString();
-    EXPECT_EQ(asked, preferred.value_or(QString()));
+    EXPECT_EQ(asked, "anthropic/claude-sonnet-latest");
 }
 
 TEST_F(WritingToolsModelTest, TheInstructionStandsInTheSessionToo) {
