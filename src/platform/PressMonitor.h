@@ -61,6 +61,8 @@ class PressMonitor : public QObject {
     void pressed(const vorq::ScreenPress& press);
     /// The left button has gone up, anywhere.
     void released();
+    /// A wheel was turned by a step, or two fingers moved as far, anywhere.
+    void scrolled();
     /// A program has begun to drag something that can be dropped on others.
     void dragBegan();
 };

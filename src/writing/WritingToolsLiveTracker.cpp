@@ -14,8 +14,10 @@ void WritingToolsLiveTracker::start(const Start& start) {
     m_seedPoint = start.seedPoint;
     m_lastPlacement = start.placement;
     m_lastSelectionText = start.selectionText;
-    m_isMoving = false;
+    m_movingUntil.reset();
+    m_expectedUntil.reset();
     m_emptyLooks = 0;
+    noteChange();
     m_isRunning = true;
     m_loopTask.restart(
         [self = QPointer(this)](std::stop_token stop) { return follow(self, std::move(stop)); });
@@ -26,13 +28,21 @@ void WritingToolsLiveTracker::stop() {
     m_loopTask.cancelAll();
 }
 
+// Of many in a row only the first ends a pause.
+void WritingToolsLiveTracker::expectMovement() {
+    if (!m_isRunning) return;
+    const bool isExpected = isIn(m_expectedUntil);
+    m_expectedUntil = m_clock.now() + m_pace.stillTime;
+    noteChange();
+    if (!isExpected) m_pauseEnd.request_stop();
+}
+
 QCoro::Task<> WritingToolsLiveTracker::follow(QPointer<WritingToolsLiveTracker> self,
                                               std::stop_token stop) {
     if (!self) co_return;
-    Clock& clock = self->m_clock;
-    Clock::Duration pause = self->m_pace.interval;
+    Clock::Duration duration = self->nextPause(true);
     while (true) {
-        co_await sleepFor(clock, pause, stop);
+        co_await self->pause(duration, stop);
         if (!self || stop.stop_requested()) co_return;
         if (std::exchange(self->m_isLooking, true)) continue;
         const std::optional<SelectionSight> sight =
@@ -44,8 +54,28 @@ QCoro::Task<> WritingToolsLiveTracker::follow(QPointer<WritingToolsLiveTracker> 
         else
             emit self->sawNothing();
         if (!self || stop.stop_requested()) co_return;
-        pause = sight ? self->m_pace.interval : self->m_pace.slowInterval;
+        duration = self->nextPause(sight.has_value());
     }
+}
+
+// Touches nothing of its own after it has waited.
+QCoro::Task<> WritingToolsLiveTracker::pause(Clock::Duration duration, std::stop_token stop) {
+    std::stop_source end;
+    m_pauseEnd = end;
+    const std::stop_callback onStop(std::move(stop), [end]() mutable { end.request_stop(); });
+    co_await sleepFor(m_clock, duration, end.get_token());
+}
+
+// Two empty looks in a row are told as such only if time has passed between them.
+Clock::Duration WritingToolsLiveTracker::nextPause(bool hasSeen) const {
+    if (!hasSeen) return m_pace.slowInterval;
+    if (m_emptyLooks > 0) return m_pace.interval;
+    if (isIn(m_movingUntil) || isIn(m_expectedUntil)) return m_pace.movingInterval;
+    return isIn(m_restsFrom) ? m_pace.interval : m_pace.restingInterval;
+}
+
+bool WritingToolsLiveTracker::isIn(const std::optional<Clock::Duration>& time) const {
+    return time && m_clock.now() < *time;
 }
 
 bool WritingToolsLiveTracker::isAt(const QRectF& frame) const {
@@ -68,10 +98,12 @@ void WritingToolsLiveTracker::consider(const SelectionSight& sight) {
     m_emptyLooks = 0;
     const bool isKnownPlace = m_lastPlacement.has_value();
     const bool isElsewhere = sight.placement && !isAt(sight.placement->screenFrame);
-    const bool wasMoving = std::exchange(m_isMoving, isElsewhere && isKnownPlace);
-    const bool hasBegunToMove = m_isMoving && !wasMoving;
+    const bool isMoving = isElsewhere && isKnownPlace;
+    const bool hasBegunToMove = isMoving && !isIn(m_movingUntil);
+    if (isMoving) m_movingUntil = m_clock.now() + m_pace.stillTime;
     const bool isOther =
         m_lastSelectionText && trimmed(*m_lastSelectionText) != trimmed(sight.text);
+    if (isElsewhere || isOther) noteChange();
     if (isElsewhere) m_lastPlacement = sight.placement;
     m_lastSelectionText = sight.text;
     if (isElsewhere) emit placement(*sight.placement);

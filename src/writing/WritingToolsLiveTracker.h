@@ -9,12 +9,14 @@
 #include <QPointer>
 
 #include <optional>
+#include <stop_token>
 
 namespace vorq {
 
 /// Follows the selection of an application while a writing session is open: tells where it went
 /// when the writer scrolls, and what it reads when the writer selects anew. One look at a time,
-/// with a pause after each. Main thread only.
+/// with a pause after each: a long one, since looks cost the application time too, and a short one
+/// while the selection moves or may be about to. Main thread only.
 class WritingToolsLiveTracker final : public QObject {
     Q_OBJECT
 
@@ -22,7 +24,15 @@ class WritingToolsLiveTracker final : public QObject {
     struct Pace {
         /// From the end of a look to the next.
         Clock::Duration interval = std::chrono::milliseconds(400);
-        /// The same after one that saw nothing: the application may be slow to answer.
+        /// The same once nothing has happened for a while.
+        Clock::Duration restingInterval = std::chrono::milliseconds(1000);
+        Clock::Duration timeToRest = std::chrono::seconds(4);
+        /// The same while the selection moves.
+        Clock::Duration movingInterval = std::chrono::milliseconds(40);
+        /// A selection that was still for so long no longer moves.
+        Clock::Duration stillTime = std::chrono::milliseconds(300);
+        /// The same as the interval after one that saw nothing: the application may be slow to
+        /// answer.
         Clock::Duration slowInterval = std::chrono::milliseconds(1200);
         /// By how many points a selection may be off and still be where it was.
         double tolerance = 2;
@@ -48,6 +58,9 @@ class WritingToolsLiveTracker final : public QObject {
 
     /// Follows this from now on. The first look comes after one interval.
     void start(const Start& start);
+    /// Something has happened that may move the selection: looks at once, and for a while as if it
+    /// moved.
+    void expectMovement();
     /// Nothing is told any more from now on.
     void stop();
     [[nodiscard]] bool isRunning() const { return m_isRunning; }
@@ -73,6 +86,10 @@ class WritingToolsLiveTracker final : public QObject {
 
   private:
     static QCoro::Task<> follow(QPointer<WritingToolsLiveTracker> self, std::stop_token stop);
+    QCoro::Task<> pause(Clock::Duration duration, std::stop_token stop);
+    [[nodiscard]] Clock::Duration nextPause(bool hasSeen) const;
+    void noteChange() { m_restsFrom = m_clock.now() + m_pace.timeToRest; }
+    [[nodiscard]] bool isIn(const std::optional<Clock::Duration>& time) const;
     void consider(const SelectionSight& sight);
     [[nodiscard]] bool isAt(const QRectF& frame) const;
 
@@ -84,9 +101,12 @@ class WritingToolsLiveTracker final : public QObject {
     std::optional<TrackedPlacement> m_lastPlacement;
     std::optional<QString> m_lastSelectionText;
     bool m_isRunning = false;
-    bool m_isMoving = false;  // as of the last look
-    int m_emptyLooks = 0;     // one after the other, as of the last look
-    bool m_isLooking = false; // a stopped look may still be under way
+    std::optional<Clock::Duration> m_movingUntil;   // if it does not move on
+    std::optional<Clock::Duration> m_expectedUntil; // that it may begin to move
+    std::optional<Clock::Duration> m_restsFrom;     // if nothing happens before
+    std::stop_source m_pauseEnd;                    // of the pause that is or was the last
+    int m_emptyLooks = 0;                           // one after the other, as of the last look
+    bool m_isLooking = false;                       // a stopped look may still be under way
     TaskSlot m_loopTask;
 };
 

@@ -68,10 +68,10 @@ class LiveTrackerTest : public testing::Test {
         tracker->start(
             {.sourcePID = 42, .seedPoint = {5, 6}, .placement = at(100), .selectionText = "text"});
     }
-    void see(const QString& text, std::optional<double> y) {
+    void see(const QString& text, std::optional<double> y, Clock::Duration during = 400ms) {
         looker.sight = SelectionSight{.text = text, .placement = {}};
         if (y) looker.sight->placement = at(*y);
-        clock.advance(400ms);
+        clock.advance(during);
     }
 
     ManualClock clock;
@@ -107,13 +107,97 @@ TEST_F(LiveTrackerTest, TellsWhereTheSelectionWent) {
 
 TEST_F(LiveTrackerTest, AMovementIsOneEventHoweverLongItTakes) {
     start();
-    for (const double y : {120, 140, 160})
-        see("text", y);
-    EXPECT_THAT(placements, ElementsAre(120, 140, 160));
+    see("text", 120);
+    for (const double y : {140, 160, 180})
+        see("text", y, 250ms);
+    EXPECT_THAT(placements, ElementsAre(120, 140, 160, 180));
     EXPECT_THAT(interactions, ElementsAre(Kind::highlightMoved()));
-    see("text", 160);
     see("text", 180);
+    see("text", 200);
     EXPECT_THAT(interactions, ElementsAre(Kind::highlightMoved(), Kind::highlightMoved()));
+}
+
+TEST_F(LiveTrackerTest, WhileItMovesLooksComeInShortIntervals) {
+    start();
+    see("text", 140);
+    EXPECT_EQ(looker.looks, 1);
+    see("text", 150, 40ms);
+    EXPECT_EQ(looker.looks, 2);
+    EXPECT_THAT(placements, ElementsAre(140, 150));
+    clock.advance(300ms);
+    const int looks = looker.looks;
+    EXPECT_GE(looks, 9);
+    clock.advance(400ms);
+    EXPECT_EQ(looker.looks, looks + 1) << "it is still again";
+}
+
+TEST_F(LiveTrackerTest, WhereNothingHappensItLooksMoreRarely) {
+    start();
+    clock.advance(5s);
+    const int looks = looker.looks;
+    clock.advance(10s);
+    EXPECT_EQ(looker.looks, looks + 10);
+    see("other", 100, 1s);
+    const int then = looker.looks;
+    clock.advance(2s);
+    EXPECT_EQ(looker.looks, then + 5) << "something has happened";
+}
+
+TEST_F(LiveTrackerTest, WhatMayMoveItIsFollowedByALookAtOnce) {
+    start();
+    clock.advance(100ms);
+    looker.sight->placement = at(140);
+    tracker->expectMovement();
+    clock.settle();
+    EXPECT_THAT(placements, ElementsAre(140));
+    EXPECT_EQ(looker.looks, 1);
+}
+
+TEST_F(LiveTrackerTest, ManyThingsThatMayMoveItAreNotAsManyLooks) {
+    start();
+    for (int i = 0; i < 100; ++i) {
+        tracker->expectMovement();
+        clock.advance(4ms);
+    }
+    EXPECT_LE(looker.looks, 11);
+    EXPECT_GE(looker.looks, 9);
+    clock.advance(2s);
+    EXPECT_LE(looker.looks, 23) << "it did not move";
+}
+
+TEST_F(LiveTrackerTest, WhatMayMoveItDuringALookIsFollowedByAShortPause) {
+    start();
+    looker.waits = true;
+    clock.advance(400ms);
+    tracker->expectMovement();
+    looker.waits = false;
+    looker.answer();
+    clock.settle();
+    EXPECT_EQ(looker.looks, 1);
+    clock.advance(40ms);
+    EXPECT_EQ(looker.looks, 2);
+}
+
+TEST_F(LiveTrackerTest, WhatMayMoveItIsOfNoMatterOnceStopped) {
+    start();
+    tracker->stop();
+    tracker->expectMovement();
+    clock.advance(10s);
+    EXPECT_EQ(looker.looks, 0);
+}
+
+TEST_F(LiveTrackerTest, AProgramThatDrawsItsTextAnewWhileItScrollsIsGivenTime) {
+    int gone = 0;
+    QObject::connect(tracker.get(), &WritingToolsLiveTracker::selectionGone, [&] { ++gone; });
+    start();
+    clock.advance(1ms);
+    looker.sight = SelectionSight{};
+    tracker->expectMovement();
+    clock.advance(399ms);
+    EXPECT_EQ(looker.looks, 1);
+    see("text", 140, 1ms);
+    EXPECT_EQ(gone, 0);
+    EXPECT_THAT(placements, ElementsAre(140));
 }
 
 TEST_F(LiveTrackerTest, AHairsBreadthIsNoMovementUnlessItAddsUp) {

@@ -29,6 +29,8 @@ WritingToolsOverlayController::~WritingToolsOverlayController() {
 void WritingToolsOverlayController::connectParts() {
     connect(&m_platform.presses, &PressMonitor::pressed, this,
             &WritingToolsOverlayController::handlePress);
+    connect(&m_platform.presses, &PressMonitor::scrolled, &m_liveTracker,
+            &WritingToolsLiveTracker::expectMovement);
     connect(&m_platform.workspace, &Workspace::frontmostChanged, this,
             &WritingToolsOverlayController::handleFrontmost);
     connect(&m_platform.screens, &Screens::changed, this, &WritingToolsOverlayController::place);

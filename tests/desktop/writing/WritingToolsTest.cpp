@@ -192,6 +192,25 @@ TEST_F(WritingToolsTest, APressIntoTheFieldTakesTheKeyboardAndOneElsewhereCloses
     waitForSource();
 }
 
+TEST_F(WritingToolsTest, ItGoesAlongWhenTheSelectionIsScrolled) {
+    m_source = openMousepad(session, QByteArray("a line of words\n").repeated(200));
+    highlight(
+        session,
+        [&] {
+            session.key({"ctrl+Home", "Down", "Down", "Down", "Down", "Down", "Down", "Down"});
+            session.key({"shift+End"});
+        },
+        "a line of words");
+    openCard();
+    const QRect before = session.geometry(card());
+    const QRect window = session.geometry(m_source.window);
+    session.scroll({window.right() - 60, window.top() + 120}, 1);
+    DesktopSession::waitUntil("the card to go up",
+                              [&] { return session.geometry(card()).top() < before.top(); });
+    EXPECT_EQ(session.geometry(card()).left(), before.left());
+    EXPECT_EQ(session.activeWindow(), m_source.window);
+}
+
 TEST_F(WritingToolsTest, TheCommandDoesWhatTheKeyDoes) {
     open({"mousepad", openMousepad});
     run(VORQ_PROGRAM, "", {"rewrite"}, session.environment());

@@ -105,6 +105,8 @@ class DesktopSession {
     void click(QPoint at, int times = 1) const;
     void rightClick(QPoint at) const;
     void drag(QPoint from, QPoint to) const;
+    /// Turns the wheel by so many steps, down or, if less than 0, up.
+    void scroll(QPoint at, int steps) const;
     /// The place of a window's contents, in pixels of the screen.
     [[nodiscard]] QRect geometry(Window window) const;
 

@@ -109,6 +109,11 @@ void DesktopSession::click(QPoint at, int times) const {
              QString::number(times), "--delay", "60", "1"});
 }
 
+void DesktopSession::scroll(QPoint at, int steps) const {
+    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "--repeat",
+             QString::number(std::abs(steps)), "--delay", "30", steps < 0 ? "4" : "5"});
+}
+
 void DesktopSession::rightClick(QPoint at) const {
     xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "3"});
 }

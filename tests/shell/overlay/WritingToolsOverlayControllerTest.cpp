@@ -131,6 +131,15 @@ TEST_F(WritingToolsOverlayControllerTest, FollowsTheSelectionAndTellsTheSession)
               WritingToolsInteraction::Kind::highlightMoved());
 }
 
+TEST_F(WritingToolsOverlayControllerTest, FollowsAtOnceWhenAWheelTurns) {
+    pressKey();
+    advance(10ms);
+    looker.sight->placement->screenFrame.translate(0, 100);
+    emit presses.scrolled();
+    advance(1ms);
+    EXPECT_EQ(window.at.top(), 498);
+}
+
 TEST_F(WritingToolsOverlayControllerTest, StandsAboveWhereThereIsNoRoomBelow) {
     snapshot.screenFrame.moveTop(60);
     snapshot.clickPoint = {550, 68};

@@ -23,6 +23,11 @@ namespace {
 constexpr std::uint32_t leftButton = 1;
 constexpr std::uint32_t rightButton = 3;
 
+// The steps of a wheel are buttons to the server, in four directions.
+constexpr bool isWheel(std::uint32_t button) {
+    return button >= 4 && button <= 7;
+}
+
 std::uint8_t firstSelectionEvent(const X11Connection& connection) {
     if (!connection.isUsable()) return 0;
     const xcb_query_extension_reply_t* extension =
@@ -155,6 +160,7 @@ void X11PressMonitor::take(const xcb_generic_event_t& event) {
 void X11PressMonitor::takeInput(const xcb_ge_generic_event_t& event) {
     if (event.extension != m_opcode) return;
     const auto& button = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
+    if (isWheel(button.detail) && event.event_type == XCB_INPUT_RAW_BUTTON_PRESS) emit scrolled();
     const bool isLeft = button.detail == leftButton;
     if (!isLeft && button.detail != rightButton) return;
     if (event.event_type == XCB_INPUT_RAW_BUTTON_PRESS)
