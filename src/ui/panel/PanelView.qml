@@ -120,8 +120,9 @@ FocusScope {
     AttachTray {
         id: tray
         x: composer.x
-        y: composer.y - view.trayGap - height + rise
+        y: Math.max(view.edge, composer.y - view.trayGap - height) + rise
         width: composer.width
+        height: Math.min(implicitHeight, Math.max(leastHeight, composer.y - view.trayGap - view.edge))
         panel: view.panel
         tabs: tabs
         visible: opacity > 0

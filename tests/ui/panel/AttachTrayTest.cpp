@@ -174,6 +174,42 @@ TEST_F(AttachTrayTest, ManyNotesScrollWithinThePanel) {
     EXPECT_GT(tray->y(), 100);
 }
 
+TEST_F(AttachTrayTest, AtLargeTextItStaysWithinThePanelAndScrolls) {
+    stage.look->setTextScale(2);
+    showNotes(200);
+    for (int i = 0; i < 20; ++i)
+        stage.panel->intake()->attachFiles({QUrl(u"file:///files/number %1.pdf"_s.arg(i))});
+    stage.settle(100);
+    stage.drawFrame();
+    const QQuickItem* tray = stage.find("AttachTray");
+    EXPECT_GE(tray->y(), 0);
+    EXPECT_LE(tray->y() + tray->height(), stage.root().height());
+    QQuickItem* field = stage.find("SearchField");
+    EXPECT_GE(field->mapToScene({0, 0}).y(), 0);
+    stage.panel->tray()->setMode(AttachTrayState::Mode::Root);
+    stage.settle(50);
+    for (QQuickItem* row : stage.findAll("TrayRow")) {
+        row->forceActiveFocus(Qt::TabFocusReason);
+        stage.drawFrame();
+        const QRectF place = row->mapRectToItem(tray, {0, 0, row->width(), row->height()});
+        EXPECT_TRUE(QRectF(0, 0, tray->width(), tray->height()).contains(place))
+            << qPrintable(row->property("text").toString());
+    }
+}
+
+TEST_F(AttachTrayTest, TheSearchHasTheKeyboardAsSoonAsThereAreNotes) {
+    stage.state->library().createBlankNote(u"Reeds"_s, HubArea::Study);
+    stage.show();
+    stage.panel->tray()->setShown(true);
+    stage.settle(300);
+    click(stage.find("TrayRow"));
+    ASSERT_TRUE(
+        QTest::qWaitFor([this] { return !stage.panel->attachableNotes()->appleNotesLoading(); }));
+    stage.settle(50);
+    EXPECT_TRUE(stage.find("SearchField")->isAncestorOf(stage.window->activeFocusItem()) ||
+                stage.find("SearchField") == stage.window->activeFocusItem());
+}
+
 class DropTest : public AttachTrayTest {
   protected:
     // As the platform does it: first the mouse comes in, then it lets go.

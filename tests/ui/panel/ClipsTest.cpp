@@ -208,6 +208,20 @@ TEST_F(ClipsTest, ManyScrollAndTheOneWithTheKeyboardIsInSight) {
     EXPECT_TRUE(isInSight(clip(0)));
 }
 
+TEST_F(ClipsTest, OneThatFailsBelowTheOthersIsInSightWithItsReason) {
+    QStringList names;
+    for (int i = 0; i < 20; ++i)
+        names += u"document number %1.pdf"_s.arg(i);
+    choose(names);
+    fail(19,
+         "Only files can be attached, and this is a folder with other files and folders in it.");
+    stage.drawFrame();
+    const QQuickItem* tray = stage.find("ClipTray");
+    const QRectF place =
+        clip(19)->mapRectToItem(tray, {0, 0, clip(19)->width(), clip(19)->height()});
+    EXPECT_TRUE(QRectF(0, 0, tray->width(), tray->height()).contains(place));
+}
+
 TEST_F(ClipsTest, WithLessMotionTheBarsStandStill) {
     stage.look->setDesktop({.allowsAnimations = false});
     choose({"a.pdf"});

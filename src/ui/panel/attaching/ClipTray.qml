@@ -85,6 +85,9 @@ Flickable {
                     clip.forceActiveFocus(Qt.OtherFocusReason) // its button goes
                     tray.panel.attachments.retry(index)
                 }
+                // With its reason it is higher than it was, and to be read.
+                onHasFailedChanged: if (hasFailed) Qt.callLater(tray.reveal, clip)
+                onHeightChanged: if (hasFailed) Qt.callLater(tray.reveal, clip)
                 onStepped: by => tray.focusClip(index + by)
                 onActiveFocusChanged: {
                     if (!activeFocus)

@@ -13,6 +13,7 @@ Item {
     readonly property int headHeight: Theme.grown(50)
     readonly property int tallestList: 318
     readonly property bool hasSearch: !notes.isEmpty
+    property bool awaitsSearch: false // the keyboard came before there was anything to search
     readonly property real listTop: headHeight + 1 + (hasSearch ? search.height + inset : 0)
 
     signal backWanted
@@ -25,13 +26,19 @@ Item {
     }
     // With the keyboard.
     function enter() {
+        awaitsSearch = !hasSearch
         if (hasSearch)
             search.forceActiveFocus(Qt.TabFocusReason)
         else
             back.forceActiveFocus(Qt.TabFocusReason)
     }
 
-    implicitHeight: listTop + (list.visible ? list.height + more.height : empty.height)
+    implicitHeight: listTop + (list.visible ? list.naturalHeight + more.height : empty.height)
+    onHasSearchChanged: {
+        if (hasSearch && awaitsSearch && back.activeFocus)
+            search.forceActiveFocus(Qt.TabFocusReason)
+        awaitsSearch = false
+    }
 
     Item {
         width: parent.width
@@ -85,9 +92,12 @@ Item {
     }
     ListView {
         id: list
+
+        readonly property real naturalHeight: Math.min(contentHeight + topMargin + bottomMargin, picker.tallestList)
+
         y: picker.listTop
         width: parent.width
-        height: Math.min(contentHeight + topMargin + bottomMargin, picker.tallestList)
+        height: Math.max(0, Math.min(naturalHeight, picker.height - picker.listTop - more.height))
         visible: picker.notes.count > 0
         model: picker.notes
         spacing: 2
