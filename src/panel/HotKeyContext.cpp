@@ -32,9 +32,9 @@ HotKeyContext::HotKeyContext(const Services& services) : m_services(services) {
 }
 
 void HotKeyContext::press(SummonedPanel& panel, Source source) {
-    const Press press{.panel = &panel, .source = source};
     // Two captures at once would take each other's clipboard for the user's.
-    if (m_task.isRunning())
+    const Press press{.panel = &panel, .source = source, .hasWaited = m_task.isRunning()};
+    if (press.hasWaited)
         m_next = press;
     else
         start(press);
@@ -71,6 +71,7 @@ QCoro::Task<> HotKeyContext::handle(QPointer<HotKeyContext> self, Press press,
         if (!panel->hasDialog()) panel->takeDown();
         co_return;
     }
+    if (self->repeatsLatest(press, captured)) co_return;
     // Who has begun to talk meanwhile need not hear that nothing is highlighted.
     if (captured.isEmpty() && capture.isTrusted() && !wasConversing && isConversing(conversation)) {
         self->m_held.discard();
@@ -81,6 +82,14 @@ QCoro::Task<> HotKeyContext::handle(QPointer<HotKeyContext> self, Press press,
     if (captured.isHeldBack && !panel->isUp()) co_return;
     const std::optional<CapturedText> prefilled = captured;
     co_await self->submitHotKeyContext(press.source, prefilled, stop);
+}
+
+// Who presses again out of impatience does not ask twice.
+bool HotKeyContext::repeatsLatest(const Press& press, const CapturedText& captured) const {
+    const PanelConversation& conversation = m_services.conversation;
+    return !captured.isEmpty() && !captured.isHeldBack &&
+           (press.hasWaited || conversation.isPanelTurnInFlight()) &&
+           trimmed(captured.text) == conversation.highlightedText();
 }
 
 QCoro::Task<> HotKeyContext::submitHotKeyContext(Source sourcePID,
@@ -118,7 +127,7 @@ void HotKeyContext::dealWith(const Find& found, bool isTrusted) {
     const QString application =
         found.captor ? m_services.capture.applicationName(*found.captor) : QString();
     m_held.discard();
-    if (found.captured.isEmpty()) return greet(application, isTrusted);
+    if (found.captured.isEmpty()) return greet(application, found.captured.miss, isTrusted);
     if (!found.captured.isHeldBack) return takeUp(found.captured.text, application);
     m_services.conversation.setHighlightedText({});
     m_held.hold(found.captured.text, application);
@@ -131,13 +140,13 @@ void HotKeyContext::takeUp(const QString& text, const QString& application) {
     m_services.conversation.typeHighlightAndAnalyze(text);
 }
 
-void HotKeyContext::greet(const QString& application, bool isTrusted) {
+void HotKeyContext::greet(const QString& application, CaptureMiss miss, bool isTrusted) {
     PanelConversation& conversation = m_services.conversation;
     conversation.setHighlightedText({});
-    if (!isTrusted)
-        m_services.permissions.adviseToGrantAgain();
-    else if (isConversing(conversation))
-        emit nothingCaptured(application);
+    if (!isTrusted) m_services.permissions.adviseToGrantAgain();
+    // Who opens an empty panel may well want to write.
+    else if (miss != CaptureMiss::NothingHighlighted || isConversing(conversation))
+        emit nothingCaptured(application, miss);
     conversation.ensurePanelGreeting();
 }
 

@@ -36,7 +36,8 @@ class HotKeyContext final : public QObject {
 
     /// Shows the panel and takes up what is selected in the source, or hides it if it was up and
     /// nothing is selected. Presses that come before the former is dealt with wait; the newest of
-    /// them counts. A panel that goes meanwhile is left alone, and so is the conversation.
+    /// them counts, unless it finds what the former has asked about. A panel that goes meanwhile is
+    /// left alone, and so is the conversation.
     void press(SummonedPanel& panel, Source source);
 
     /// Takes up what is highlighted in the source application, else in the one in front, or the
@@ -52,13 +53,14 @@ class HotKeyContext final : public QObject {
   signals:
     /// The hot key has taken up text of the application, which may have no name.
     void textCaptured(const QString& application);
-    /// The hot key found no text in the application, which may have no name, though it may read it.
-    void nothingCaptured(const QString& application);
+    /// The hot key found no text in the application, which may have no name, and why.
+    void nothingCaptured(const QString& application, vorq::CaptureMiss miss);
 
   private:
     struct Press {
         QPointer<SummonedPanel> panel;
         Source source;
+        bool hasWaited = false; // came before the former was dealt with
     };
     struct Find {
         CapturedText captured;
@@ -67,11 +69,12 @@ class HotKeyContext final : public QObject {
 
     void start(Press press);
     static QCoro::Task<> run(QPointer<HotKeyContext> self, Press press, std::stop_token stop);
+    [[nodiscard]] bool repeatsLatest(const Press& press, const CapturedText& captured) const;
     static QCoro::Task<> handle(QPointer<HotKeyContext> self, Press press, std::stop_token stop);
     QCoro::Task<Find> find(Source source, bool isTrusted, std::stop_token stop);
     void dealWith(const Find& found, bool isTrusted);
     void takeUp(const QString& text, const QString& application);
-    void greet(const QString& application, bool isTrusted);
+    void greet(const QString& application, CaptureMiss miss, bool isTrusted);
     void log(bool isTrusted, Source source, const CapturedText& captured);
 
     Services m_services;

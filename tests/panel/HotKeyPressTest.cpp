@@ -72,6 +72,28 @@ TEST_F(HotKeyPressTest, APressDuringASlowCaptureHidesThePanelOnlyAfterIt) {
     EXPECT_FALSE(m_panel->up);
 }
 
+TEST_F(HotKeyPressTest, ImpatientPressesAskOnce) {
+    m_capture.selections[7] = "a passage";
+    for (int time = 0; time < 5; ++time) {
+        press(7);
+        advance(60ms);
+    }
+    advance(1s);
+    EXPECT_EQ(m_transport.count(), 1U);
+    EXPECT_TRUE(m_panel->up);
+    EXPECT_EQ(m_capture.underWay, 0);
+}
+
+TEST_F(HotKeyPressTest, WhatIsHighlightedMeanwhileIsAskedAboutAsWell) {
+    m_capture.selections[7] = "a passage";
+    press(7);
+    advance(50ms);
+    press(7);
+    m_capture.selections[7] = "another";
+    advance(1s);
+    EXPECT_EQ(panel().highlightedText(), "another");
+}
+
 TEST_F(HotKeyPressTest, EscapeDuringASlowCaptureHidesWhatReadsLikeASecret) {
     m_capture.selections[7] = "kT4vB9nQz2Lm";
     m_capture.readsLikeSecret = true;

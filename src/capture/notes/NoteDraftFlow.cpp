@@ -43,15 +43,16 @@ QCoro::Task<bool> NoteDraftFlow::saveNoteFromSelection(std::optional<ProcessId> 
     if (captured.isEmpty()) {
         qCInfo(captureLog, "Vorq note save — empty selection from %s", qUtf8Printable(bundleID));
         m_services.log.appendCaptureDebug("note-save empty from " + bundleID);
-        co_return end({}, tr("Nothing was found highlighted in %1.").arg(named(application)));
+        co_return end({}, sentenceOf(captured.miss, application));
     }
     m_held.clear();
     if (captured.isHeldBack) {
         m_held = captured.text;
         m_services.log.appendCaptureDebug("note-save held back from " + bundleID);
-        co_return end({}, tr("What is highlighted in %1 reads like a password or a key, so it was "
-                             "not saved.")
-                              .arg(named(application)));
+        m_heldFailure = tr("What is highlighted in %1 reads like a password or a key, so it was "
+                           "not saved.")
+                            .arg(named(application));
+        co_return end({}, m_heldFailure);
     }
     emit self->captured(captured.text, application);
     const qsizetype characters = graphemeCount(captured.text);
@@ -105,6 +106,7 @@ QCoro::Task<CapturedText> NoteDraftFlow::capture(std::optional<ProcessId> source
     const QPointer<NoteDraftFlow> self(this);
     CapturedText found =
         co_await m_services.capture.captureSelectedTextForNoteSave(sourcePID, stop);
+    const CaptureMiss miss = found.miss;
     if (self && found.isEmpty() && sourcePID && !stop.stop_requested())
         found = co_await m_services.capture.captureSelectedTextForNoteSave(std::nullopt, stop);
     if (!self || !found.isEmpty() || stop.stop_requested()) co_return found;
@@ -112,6 +114,7 @@ QCoro::Task<CapturedText> NoteDraftFlow::capture(std::optional<ProcessId> source
         co_await m_services.snapshots.captureSelection(sourcePID, std::nullopt, true, stop);
     found.text = snapshot.text;
     found.isHeldBack = snapshot.isHeldBack;
+    found.miss = miss;
     co_return found;
 }
 
@@ -154,6 +157,11 @@ QCoro::Task<bool> NoteDraftFlow::saveHeldText(std::stop_token stop) {
     const bool isSaved = co_await write(text, stop);
     if (self && !isSaved) m_held = text;
     co_return isSaved;
+}
+
+void NoteDraftFlow::discardHeldText() {
+    m_held.clear();
+    if (m_failure == m_heldFailure) m_failure.clear();
 }
 
 bool NoteDraftFlow::end(const QString& libraryMessage, const QString& failure) {

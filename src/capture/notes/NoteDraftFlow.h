@@ -43,7 +43,7 @@ class NoteDraftFlow final : public QObject, public NoteCaptureFlow {
     [[nodiscard]] QString failure() const override { return m_failure; }
     [[nodiscard]] bool holdsText() const override { return !m_held.isEmpty(); }
     QCoro::Task<bool> saveHeldText(std::stop_token stop) override;
-    void discardHeldText() override { m_held.clear(); }
+    void discardHeldText() override;
 
     [[nodiscard]] const NoteDraft& draft() const { return m_draft; }
 
@@ -66,6 +66,7 @@ class NoteDraftFlow final : public QObject, public NoteCaptureFlow {
     NoteDraft m_draft;
     TurnQueue m_turns;
     QString m_held;
+    QString m_heldFailure; // why it was not saved
     QString m_libraryMessage;
     QString m_failure;
 };

@@ -4,6 +4,12 @@
 
 namespace vorq {
 
+CapturedText CapturedText::none(CaptureMiss miss) {
+    CapturedText captured;
+    captured.miss = miss;
+    return captured;
+}
+
 CapturedText CapturedText::told(const QString& text) {
     CapturedText captured(text);
     captured.isHeldBack = looksMasked(text);

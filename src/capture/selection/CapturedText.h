@@ -1,5 +1,7 @@
 #pragma once
 
+#include "capture/selection/CaptureMiss.h"
+
 #include <QString>
 
 #include <utility>
@@ -13,11 +15,15 @@ struct CapturedText {
     /// It reads like a secret, and nothing tells that it is none. The user is asked before it goes
     /// anywhere: not to the backend, not into a note, not into a log.
     bool isHeldBack = false;
+    /// Without a text.
+    CaptureMiss miss = CaptureMiss::NothingHighlighted;
 
     CapturedText() = default;
     /// A text that need not be held back.
     CapturedText(QString passed) // NOLINT(google-explicit-constructor): as texts are given
         : text(std::move(passed)) {}
+
+    [[nodiscard]] static CapturedText none(CaptureMiss miss);
 
     /// One that an application told by accessibility, which it does not do of passwords. Bullets
     /// are held back all the same.

@@ -23,15 +23,16 @@ void askAnyElement(const CaptureSource& from, SelectionReading& reading) {
 QCoro::Task<CapturedText>
 NoteCapture::captureSelectedTextForNoteSave(std::optional<ProcessId> source, std::stop_token stop) {
     const QPointer<NoteCapture> self(this);
-    const CapturedText nothing;
     const CaptureGate& gate = m_services.gate;
     const bool isFinder = isFinderBundleID(gate.identifierOf(gate.settled(source)));
     SelectionReader::IsEnough isEnough = [isFinder](const SelectionReading& reading) {
         return isFinder || reading.tellsWholeText();
     };
-    const std::optional<SelectionReading> reading =
+    const std::expected<SelectionReading, CaptureMiss> reading =
         co_await m_services.reader.readForKey(source, askAnyElement, std::move(isEnough), stop);
-    if (!self || !reading) co_return nothing;
+    if (!self) co_return CapturedText();
+    if (!reading) co_return CapturedText::none(reading.error());
+    const CapturedText nothing = CapturedText::none(reading->miss());
     QString ax = reading->text;
     if (ax.isEmpty() && isFinder) co_return nothing;
     if (ax.isEmpty()) ax = reading->highlightedText();
@@ -39,6 +40,7 @@ NoteCapture::captureSelectedTextForNoteSave(std::optional<ProcessId> source, std
         co_await m_services.copyShortcut.captureFromCopyShortcutFast(reading->source, stop);
     if (stop.stop_requested()) co_return nothing;
     const QString longer = longerSelectedText(ax, copied);
+    if (longer.isEmpty()) co_return nothing;
     if (longer == reading->text) co_return CapturedText::told(longer);
     CapturedText found = CapturedText::found(longer);
     // Of a field for passwords browsers hand out PRIMARY in clear, but never copy.

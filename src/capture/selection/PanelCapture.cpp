@@ -68,15 +68,17 @@ QCoro::Task<CapturedText> PanelCapture::proved(std::optional<ProcessId> source, 
 QCoro::Task<CapturedText>
 PanelCapture::captureSelectedTextForHotKey(std::optional<ProcessId> source, std::stop_token stop) {
     const QPointer<PanelCapture> self(this);
-    const CapturedText nothing;
     SelectionReader::IsEnough isEnough = &SelectionReading::tellsWholeText;
-    const std::optional<SelectionReading> reading =
+    const std::expected<SelectionReading, CaptureMiss> reading =
         co_await m_services.reader.readForKey(source, askFocusedElement, std::move(isEnough), stop);
-    if (!self || !reading) co_return nothing;
+    if (!self) co_return CapturedText();
+    if (!reading) co_return CapturedText::none(reading.error());
+    const CapturedText nothing = CapturedText::none(reading->miss());
     if (!reading->text.isEmpty()) co_return CapturedText::told(reading->text);
     const QString highlighted = reading->highlightedText();
-    if (reading->highlight && !highlighted.isEmpty() && !wasCaptured(*reading->highlight)) {
-        m_captured = *reading->highlight;
+    const std::optional<PrimarySelection::Highlight>& highlight = reading->highlight;
+    if (highlight && !highlighted.isEmpty() && !wasCaptured(*highlight)) {
+        m_captured = *highlight;
         m_capturedInShowing = m_services.showings.current();
         CapturedText found = co_await proved(reading->source, highlighted, stop);
         co_return stop.stop_requested() ? nothing : found;
@@ -85,7 +87,7 @@ PanelCapture::captureSelectedTextForHotKey(std::optional<ProcessId> source, std:
         co_return nothing;
     const QString copied =
         co_await m_services.copyShortcut.captureFromCopyShortcutFast(reading->source, stop);
-    co_return stop.stop_requested() ? nothing : CapturedText::found(copied);
+    co_return stop.stop_requested() || copied.isEmpty() ? nothing : CapturedText::found(copied);
 }
 
 } // namespace vorq

@@ -81,6 +81,7 @@ QCoro::Task<SelectionReading> SelectionReader::askThread(std::optional<ProcessId
     SelectionReading result;
     // Until it has come to its end, it still belongs to the other thread.
     if (isInTime) result = std::move(*reading);
+    result.isUnanswered = !isInTime;
     co_return result;
 }
 
@@ -129,18 +130,21 @@ QCoro::Task<SelectionReading> SelectionReader::read(std::optional<ProcessId> sou
     co_return result;
 }
 
-QCoro::Task<std::optional<SelectionReading>>
+QCoro::Task<std::expected<SelectionReading, CaptureMiss>>
 SelectionReader::readForKey(std::optional<ProcessId> source, Ask ask, IsEnough isEnough,
                             std::stop_token stop) {
-    std::optional<SelectionReading> result;
+    std::expected<SelectionReading, CaptureMiss> result =
+        std::unexpected(CaptureMiss::NothingHighlighted);
     const CaptureGate& gate = m_services.gate;
     source = gate.settled(source);
+    if (gate.excludes(source)) result = std::unexpected(CaptureMiss::Excluded);
     if (!gate.admits(source)) co_return result;
     const CaptureBudget budget = beginBudget();
     if (isLinuxApplication(ApplicationKind::ColumnEditor, gate.identifierOfSource(source)))
         ask = withLines(std::move(ask));
     SelectionReading reading =
         co_await read(source, budget, std::move(ask), std::move(isEnough), stop);
+    if (reading.isPassword) result = std::unexpected(CaptureMiss::Password);
     if (stop.stop_requested() || reading.isPassword) co_return result;
     reading.source = source;
     result = std::move(reading);

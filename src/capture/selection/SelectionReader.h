@@ -2,12 +2,14 @@
 
 #include "capture/selection/AccessibleSelection.h"
 #include "capture/selection/CaptureBudget.h"
+#include "capture/selection/CaptureMiss.h"
 #include "capture/selection/CaptureThread.h"
 #include "platform/PrimarySelection.h"
 
 #include <QObject>
 #include <QStringList>
 
+#include <expected>
 #include <functional>
 #include <optional>
 
@@ -26,6 +28,8 @@ struct SelectionReading {
     bool isNothingSelected = false;
     /// A field for passwords has the focus: nothing may be captured, by no way.
     bool isPassword = false;
+    /// Accessibility did not answer in time.
+    bool isUnanswered = false;
     /// Where what has the focus is, in accessibility coordinates, where the caller asked for that.
     std::optional<QRectF> focusedFrame;
     /// Where the text was read that may be columns of several lines.
@@ -38,6 +42,11 @@ struct SelectionReading {
 
     /// Whether accessibility alone told it, and not as what may be columns.
     [[nodiscard]] bool tellsWholeText() const { return !text.isEmpty() && lines.isEmpty(); }
+
+    /// Why it has no text.
+    [[nodiscard]] CaptureMiss miss() const {
+        return isUnanswered ? CaptureMiss::NoAnswer : CaptureMiss::NothingHighlighted;
+    }
 };
 
 /// Reads a selection by accessibility and as PRIMARY, each on a thread of its own, within the time
@@ -76,9 +85,9 @@ class SelectionReader final : public QObject {
                                        Ask ask, IsEnough isEnough, std::stop_token stop);
 
     /// Reads both for a key, in the time that a capture has, and with the lines of what may be
-    /// columns. Nothing where the source may not be asked or hides what is typed into it, and once
+    /// columns. A miss where the source may not be asked or hides what is typed into it, and once
     /// stopped.
-    QCoro::Task<std::optional<SelectionReading>>
+    QCoro::Task<std::expected<SelectionReading, CaptureMiss>>
     readForKey(std::optional<ProcessId> source, Ask ask, IsEnough isEnough, std::stop_token stop);
 
     /// Reads by accessibility alone.

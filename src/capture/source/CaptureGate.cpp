@@ -15,8 +15,12 @@ std::optional<ProcessId> CaptureGate::settled(std::optional<ProcessId> source) c
 
 bool CaptureGate::admits(std::optional<ProcessId> source) const {
     if (!isTrusted()) return false;
-    if (source) return !m_excluded.contains(identifierOf(source));
+    if (source) return !excludes(source);
     return m_workspace.knowsAllApplications() && m_excluded.isEmpty();
+}
+
+bool CaptureGate::excludes(std::optional<ProcessId> source) const {
+    return source && m_excluded.contains(identifierOf(source));
 }
 
 QString CaptureGate::applicationName(ProcessId process) const {

@@ -30,6 +30,9 @@ class CaptureGate {
     /// has excluded the application, or where an unknown one may be in front.
     [[nodiscard]] bool admits(std::optional<ProcessId> source) const;
 
+    /// Whether a settled source is an application that the user has excluded.
+    [[nodiscard]] bool excludes(std::optional<ProcessId> source) const;
+
     /// The name of a process's application, "" if it has none.
     [[nodiscard]] QString applicationName(ProcessId process) const;
 

@@ -28,7 +28,8 @@ void PanelAdvice::say(const QString& sentence) {
     emit changed();
 }
 
-void PanelAdvice::tellNothingCaptured(const QString& application) {
+void PanelAdvice::tellNothingCaptured(const QString& application, CaptureMiss miss) {
+    if (miss != CaptureMiss::NothingHighlighted) return say(sentenceOf(miss, application));
     if (m_knownToShowNothing.contains(application)) return clear();
     m_knownToShowNothing.insert(application);
     const QString name = application.isEmpty() ? tr("The application in front") : application;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "capture/selection/CaptureMiss.h"
+
 #include <QObject>
 #include <QSet>
 #include <QString>
@@ -26,7 +28,7 @@ class PanelAdvice final : public QObject {
     void changed();
 
   private:
-    void tellNothingCaptured(const QString& application);
+    void tellNothingCaptured(const QString& application, CaptureMiss miss);
     void followPermissions();
 
     VorqAppState& m_state;

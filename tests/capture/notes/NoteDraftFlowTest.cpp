@@ -123,6 +123,20 @@ TEST_F(NoteDraftFlowTest, NothingHighlightedFailsAndSaysOfWhat) {
     EXPECT_THAT(captureLog(), ElementsAre("note-save empty from org.xfce.mousepad"));
 }
 
+TEST_F(NoteDraftFlowTest, SaysWhyNothingWasReadWhereItMayNotBe) {
+    select("words of theirs");
+    focus().hidesText = true;
+    EXPECT_FALSE(save());
+    EXPECT_EQ(flow.failure(), "Nothing was read from Source, where a field for passwords has the "
+                              "keyboard.");
+    focus().hidesText = false;
+    identify("org.xfce.mousepad");
+    settings.apply({{"vorq.capture.excludedApplications", QStringList{"org.xfce.mousepad"}}});
+    EXPECT_FALSE(save());
+    EXPECT_EQ(flow.failure(), "Nothing was read from Source, which is excluded.");
+    EXPECT_THAT(notes.notes, IsEmpty());
+}
+
 TEST_F(NoteDraftFlowTest, TheLastResortIsTheCaptureWithAPlace) {
     // Comes only when it is asked for the third time.
     copyShortcut.onCopy = [this] {
@@ -168,6 +182,15 @@ TEST_F(NoteDraftFlowTest, AHeldTextThatCannotBeSavedGoesOnWaiting) {
     EXPECT_TRUE(flow.holdsText());
     flow.discardHeldText();
     EXPECT_FALSE(flow.holdsText());
+    EXPECT_EQ(flow.failure(), "No notes application.");
+}
+
+TEST_F(NoteDraftFlowTest, OfADiscardedTextNothingIsSaidAnyMore) {
+    highlight("tr0ub4dor&3Zx");
+    EXPECT_FALSE(save());
+    EXPECT_NE(flow.failure(), "");
+    flow.discardHeldText();
+    EXPECT_EQ(flow.failure(), "");
 }
 
 TEST_F(NoteDraftFlowTest, TheNextSaveTakesThePlaceOfAHeldText) {

@@ -72,6 +72,32 @@ TEST_F(PasswordSafety, ABrowserIsAskedForItsHighlightOnlyAfterAccessibility) {
     EXPECT_EQ(primary.reads, 1);
 }
 
+class CaptureMissTest : public CaptureTest {
+  protected:
+    [[nodiscard]] Running<CapturedText> start() {
+        return Running<CapturedText>(
+            captures->panel.captureSelectedTextForHotKey(source, stop.get_token()));
+    }
+};
+
+TEST_F(CaptureMissTest, TellsWhyThereIsNoText) {
+    focus();
+    EXPECT_EQ(start().result().miss, CaptureMiss::NothingHighlighted);
+    focus().hidesText = true;
+    EXPECT_EQ(start().result().miss, CaptureMiss::Password);
+    identify("org.xfce.mousepad");
+    settings.apply({{"vorq.capture.excludedApplications", QStringList{"org.xfce.mousepad"}}});
+    EXPECT_EQ(start().result().miss, CaptureMiss::Excluded);
+}
+
+TEST_F(CaptureMissTest, TellsThatTheApplicationDoesNotAnswer) {
+    accessibility.hangs = true;
+    const Running<CapturedText> running = start();
+    waitUntilHanging();
+    clock.advance(CaptureBudget::accessibilityLimit);
+    EXPECT_EQ(running.result(), CapturedText::none(CaptureMiss::NoAnswer));
+}
+
 class SecretSafety : public CaptureTest {
   protected:
     const QString secret = u"kT4vB9nQz2Lm"_s;

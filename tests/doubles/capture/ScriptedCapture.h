@@ -24,6 +24,7 @@ class ScriptedCapture final : public SelectionCapture {
     std::map<ProcessId, QString> selections; // 0 for no process
     bool readsLikeSecret = false;            // whatever is selected
     std::set<ProcessId> secrets;             // what is selected in these does
+    std::map<ProcessId, CaptureMiss> misses; // of those that have nothing selected
     Clock* clock = nullptr;                  // captures take their time by it
     std::chrono::milliseconds takes{0};
     int underWay = 0; // captures
@@ -53,6 +54,8 @@ class ScriptedCapture final : public SelectionCapture {
         if (found != selections.end()) captured.text = found->second;
         captured.isHeldBack =
             (readsLikeSecret || secrets.contains(source.value_or(0))) && !captured.isEmpty();
+        const auto miss = misses.find(source.value_or(0));
+        if (miss != misses.end()) captured.miss = miss->second;
         const CapturedText given = captured;
         co_return given;
     }

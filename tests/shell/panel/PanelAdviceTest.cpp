@@ -1,6 +1,7 @@
 #include "shell/panel/PanelAdvice.h"
 
 #include "doubles/panel/ConversationFixture.h"
+#include "panel/SummonedPanel.h"
 #include "platform/testing/ScriptedPermissionProbe.h"
 #include "shell/notices/Advice.h"
 
@@ -15,6 +16,14 @@ class PanelAdviceTest : public ConversationFixture {
         if (!m_advice) m_advice = std::make_unique<PanelAdvice>(state());
         return *m_advice;
     }
+
+    struct : SummonedPanel {
+        bool up = false;
+        [[nodiscard]] bool isUp() const override { return up; }
+        [[nodiscard]] bool hasDialog() const override { return false; }
+        void bringUp() override { up = true; }
+        void takeDown() override { up = false; }
+    } m_panel;
 
   private:
     std::unique_ptr<PanelAdvice> m_advice;
@@ -34,6 +43,28 @@ TEST_F(PanelAdviceTest, SaysEachTimeWhyNothingWasReadUntilItCanBe) {
     probe.text = PermissionState::Granted;
     permissions.refreshPermissions();
     EXPECT_EQ(advice().sentence(), "");
+}
+
+TEST_F(PanelAdviceTest, SaysEachTimeWhatKeepsAnApplicationFromBeingRead) {
+    const auto summonOver = [this](ProcessId source) {
+        state().hotKeyContext().press(m_panel, source);
+        m_panel.up = false;
+        m_clock.settle();
+    };
+    m_capture.names[7] = "Mousepad";
+    advice();
+    summonOver(7);
+    EXPECT_EQ(advice().sentence(), "") << "who opens an empty panel may want to write";
+    for (const auto& [miss, sentence] :
+         {std::pair{CaptureMiss::NoAnswer,
+                    "Nothing was read from Mousepad, which does not answer."},
+          std::pair{CaptureMiss::Excluded, "Nothing was read from Mousepad, which is excluded."},
+          std::pair{CaptureMiss::NoAnswer,
+                    "Nothing was read from Mousepad, which does not answer."}}) {
+        m_capture.misses[7] = miss;
+        summonOver(7);
+        EXPECT_EQ(advice().sentence(), sentence);
+    }
 }
 
 TEST_F(PanelAdviceTest, SaysHowToSignInWhenWhatWasHighlightedGetsNoReply) {
