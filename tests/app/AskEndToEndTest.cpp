@@ -255,6 +255,27 @@ TEST_F(AskEndToEndTest, OnATerminalAFollowUpIsOffered) {
     EXPECT_THAT(ask({}, material).out, Not(HasSubstr("›"))) << "piped output is the reply alone";
 }
 
+TEST_F(AskEndToEndTest, StandardInputIsReadAsTheTextThatItIs) {
+    startGateway();
+    signIn();
+    const QString text("Rivers carry silt to the sea – it settles.");
+    QByteArray wide("\xff\xfe", 2);
+    for (const QChar character : text) {
+        wide += char(character.unicode() & 0xff);
+        wide += char(character.unicode() >> 8);
+    }
+    EXPECT_THAT(ask({"What do rivers carry?"}, wide).out, HasSubstr("silt"));
+    EXPECT_THAT(ask({"What do rivers carry?"}, text.toUtf8() + "\xff\n").out, HasSubstr("silt"))
+        << "for a stray byte";
+    QByteArray noText;
+    for (int value = 0; value < 4096; ++value)
+        noText += char((value * 167 + value / 7) & 0xff);
+    const Outcome refused = ask({"What is it?"}, noText);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.err, "Standard input is not a text.\n");
+    EXPECT_EQ(refused.out, "");
+}
+
 TEST_F(AskEndToEndTest, AFullOutputIsAnError) {
     startGateway();
     signIn();

@@ -2,9 +2,21 @@
 
 #include "support/text/Text.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace vorq {
+namespace {
+
+QStringList picturesLeftOut(const QList<PromptAttachment>& attachments) {
+    QStringList names;
+    for (const PromptAttachment& attachment : attachments)
+        if (attachment.imageDataURL) names += attachment.fileName;
+    return names.sliced(std::min<qsizetype>(names.size(), 1));
+}
+
+} // namespace
 
 AskCommand::AskCommand(VorqAppState& state, Terminal& terminal)
     : m_state(state), m_terminal(terminal) {
@@ -43,6 +55,8 @@ void AskCommand::start(const Question& question) {
         panel.submitToBackend(question.prompt, question.attachments);
     else
         panel.typeHighlightAndAnalyze(highlighted);
+    for (const QString& name : picturesLeftOut(question.attachments))
+        m_terminal.complain(u"%1 is not sent: one picture goes along with a prompt."_s.arg(name));
     showStatus();
 }
 

@@ -80,7 +80,9 @@ const CommandPage& previewPage() {
 // The sentence on a name that is none's; "" for one that is.
 QString whyNoPreview(const QString& name) {
     if (previewNames.caseOf(QStringView(name))) return {};
-    return u"There is no preview %1: there are hub, writing and watch."_s.arg(name);
+    const QString there = u"there are hub, writing and watch."_s;
+    if (name.isEmpty()) return u"A preview has a name: "_s + there;
+    return u"There is no preview %1: "_s.arg(name) + there;
 }
 
 Command parsePreview(const QStringList& arguments) {
@@ -94,6 +96,7 @@ Command parsePreview(const QStringList& arguments) {
     if (!parsed.unknown.isEmpty())
         return UsageError{u"preview has no option %1."_s.arg(parsed.unknown)};
     if (parsed.words.isEmpty()) return ListPreviews{};
+    if (parsed.words.size() > 2) return UsageError{u"%1 is one too many."_s.arg(parsed.words[2])};
     if (!preview || parsed.words.size() != 2 || (state != u"on" && state != u"off"))
         return UsageError{u"preview %1 takes one word more, on or off."_s.arg(name)};
     return SwitchPreview{*preview, state == u"on"};
@@ -115,7 +118,9 @@ Command parseDesktop(const QStringList& arguments) {
         } else if (word.startsWith(u"vorq:", Qt::CaseInsensitive)) {
             desktop.url = word;
         } else {
-            return UsageError{u"There is no command %1."_s.arg(word)};
+            return UsageError{commandNamed(commandPages().front(), word)
+                                  ? u"Nothing may stand before %1."_s.arg(word)
+                                  : u"There is no command %1."_s.arg(word)};
         }
     }
     if (parsed.wantsHelp) return programHelp();

@@ -1,9 +1,11 @@
 #include "app/cli/Terminal.h"
 
 #include "app/cli/ReplyPrinter.h"
+#include "capture/attachments/AttachedText.h"
 
 #include <QFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -12,6 +14,25 @@
 using namespace Qt::StringLiterals;
 
 namespace vorq {
+namespace {
+
+// A stray byte in the output of a program is replaced, and the rest is worth reading; data that is
+// no text at all is full of them.
+std::optional<QString> readableText(const QByteArray& bytes) {
+    const bool isUtf16 = bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff");
+    if (isUtf16) return decodeAttachedText(bytes, false);
+    QString text = QString::fromUtf8(bytes);
+    const auto isUnreadable = [](QChar character) {
+        return character == QChar::ReplacementCharacter ||
+               (character < u' ' && !character.isSpace() && character != u'\b' &&
+                character != u'\x1b');
+    };
+    constexpr qsizetype readableToOne = 10;
+    if (std::ranges::count_if(text, isUnreadable) * readableToOne > text.size()) return {};
+    return text;
+}
+
+} // namespace
 
 Terminal::Terminal() : m_isInteractive(::isatty(STDOUT_FILENO) == 1) {}
 
@@ -64,7 +85,9 @@ std::expected<QString, QString> readPipedInput(const QString& limit) {
         return std::unexpected(
             u"The text on standard input is larger than 16 MB, which is the most "
             "that %1."_s.arg(limit));
-    return QString::fromUtf8(bytes);
+    auto text = readableText(bytes);
+    if (!text) return std::unexpected(u"Standard input is not a text."_s);
+    return *std::move(text);
 }
 
 } // namespace vorq

@@ -35,8 +35,9 @@ class Terminal {
 /// At most so many bytes are taken from standard input.
 inline constexpr qint64 pipedInputLimit = 16 << 20;
 
-/// Everything on standard input, as text; "" for a terminal. Blocks until its end. The error is a
-/// sentence for the user, in which `limit` ends "which is the most that ...".
+/// Everything on standard input, as text, which is UTF-8, or UTF-16 behind its mark; "" for a
+/// terminal. Blocks until its end. The error is a sentence for the user, in which `limit` ends
+/// "which is the most that ...".
 [[nodiscard]] std::expected<QString, QString> readPipedInput(const QString& limit);
 
 } // namespace vorq

@@ -66,8 +66,11 @@ QString attachmentText(const QList<PromptAttachment>& attachments) {
         if (!attachment.textContent) continue;
         const QStringView text = trimmed(*attachment.textContent);
         if (text.isEmpty()) continue;
+        // A line break in a name would end the line that tells the files apart.
+        QString name = attachment.fileName;
+        name.replace(u'\n', u' ').replace(u'\r', u' ');
         // Joined rather than filled in, since a text may hold "%1" itself.
-        pieces += u"--- Attached file: "_s + attachment.fileName + u" ---\n"_s + text.toString();
+        pieces += u"--- Attached file: "_s + name + u" ---\n"_s + text.toString();
     }
     return pieces.join(u"\n\n"_s);
 }

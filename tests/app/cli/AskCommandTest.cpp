@@ -129,6 +129,27 @@ TEST_F(AskCommandTest, AFileThatCannotBeReadIsNamed) {
     EXPECT_EQ(reader.readings().size(), 1u);
 }
 
+TEST_F(AskCommandTest, SaysWhichPicturesAreNotSent) {
+    const auto picture = [](const QString& name) {
+        PromptAttachment attachment;
+        attachment.fileName = name;
+        attachment.imageDataURL = u"data:image/png;base64,"_s + name;
+        return attachment;
+    };
+    PromptAttachment text;
+    text.fileName = "b.txt";
+    text.textContent = "Rivers flow.";
+    const Outcome outcome =
+        ask({"Why?", {}, {}, {picture("a.png"), text, picture("c.png"), picture("d.png")}}, [this] {
+            EXPECT_EQ(exchange().json()["screenDataUrl"], "data:image/png;base64,a.png");
+            exchange().begin();
+            sendDone(exchange(), "So.");
+        });
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "c.png is not sent: one picture goes along with a prompt.\n"
+                           "d.png is not sent: one picture goes along with a prompt.\n");
+}
+
 TEST_F(AskCommandTest, AnErrorGoesToStandardErrorAlone) {
     const Outcome outcome =
         ask({"Why?", {}, {}, {}}, [this] { refuse(exchange(), 503, "{\"error\":\"Busy.\"}"); });

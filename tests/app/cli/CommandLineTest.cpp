@@ -109,6 +109,20 @@ TEST(CommandLine, ANameThatNoPreviewHasIsToldWithThoseThereAre) {
     EXPECT_EQ(parseCommandLine({"--preview=fly"}), expected);
 }
 
+TEST(CommandLine, WhatIsWrongWithAPreviewIsTold) {
+    const auto misuse = [](const QStringList& arguments) {
+        const Command command = parseCommandLine(arguments);
+        const auto* error = std::get_if<UsageError>(&command);
+        return error ? error->message : QString();
+    };
+    EXPECT_EQ(misuse({"preview", "", "on"}),
+              "A preview has a name: there are hub, writing and watch.");
+    EXPECT_EQ(misuse({"preview", "watch"}), "preview watch takes one word more, on or off.");
+    EXPECT_EQ(misuse({"preview", "watch", "on", "off"}), "off is one too many.");
+    EXPECT_EQ(misuse({"--preview=watch", "ask", "x"}), "Nothing may stand before ask.");
+    EXPECT_EQ(misuse({"--preview=watch", "fly"}), "There is no command fly.");
+}
+
 TEST(CommandLine, PreviewsAreOpenedForOneRun) {
     DesktopArguments expected;
     expected.previews = {Preview::Watch, Preview::Hub};

@@ -213,6 +213,10 @@ TEST_F(ClipsTest, OneThatFailsBelowTheOthersIsInSightWithItsReason) {
     for (int i = 0; i < 20; ++i)
         names += u"document number %1.pdf"_s.arg(i);
     choose(names);
+    for (std::size_t before = 0; before < 19; ++before) {
+        stage.reader.finish(before);
+        settle();
+    }
     fail(19,
          "Only files can be attached, and this is a folder with other files and folders in it.");
     stage.drawFrame();
