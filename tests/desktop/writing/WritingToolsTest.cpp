@@ -17,6 +17,10 @@ Application openChromiumField(DesktopSession& session, const QByteArray& text) {
     return openChromium(session, fieldOf(text), true);
 }
 
+Application openFirefoxField(DesktopSession& session, const QByteArray& text) {
+    return openFirefox(session, fieldOf(text));
+}
+
 struct Editor {
     const char* name;
     Application (*open)(DesktopSession&, const QByteArray&);
@@ -153,12 +157,12 @@ TEST_P(Rewriting, IsTakenBackByUndo) {
     expectClipboard();
 }
 
-INSTANTIATE_TEST_SUITE_P(Rewriting, Rewriting,
-                         testing::Values(Editor{"mousepad", openMousepad},
-                                         Editor{"texteditor", openTextEditor},
-                                         Editor{"qt6", openTextWindow},
-                                         Editor{"chromium", openChromiumField}),
-                         testing::PrintToStringParamName());
+INSTANTIATE_TEST_SUITE_P(
+    Rewriting, Rewriting,
+    testing::Values(Editor{"mousepad", openMousepad}, Editor{"texteditor", openTextEditor},
+                    Editor{"qt6", openTextWindow}, Editor{"writer", openWriter},
+                    Editor{"firefox", openFirefoxField}, Editor{"chromium", openChromiumField}),
+    testing::PrintToStringParamName());
 
 TEST_F(WritingToolsTest, EscapeGivesTheKeyboardBackWithTheSelectionStanding) {
     open({"mousepad", openMousepad});
@@ -247,6 +251,47 @@ TEST_F(WritingToolsTest, AnApplicationThatEndsTakesItAlong) {
     openCard();
     session.key({"alt+F4"});
     waitForNoCard();
+}
+
+TEST_F(WritingToolsTest, WhatDoesNotAnswerIsNotReplacedAndTheCardGoesOn) {
+    open({"mousepad", openMousepad});
+    openCard();
+    giveItTheKeyboard();
+    ask("upper case", "OLD");
+    {
+        const Stopped stopped(m_source.process);
+        DesktopSession::waitUntil("the application to stop", [&] { return stopped.holds(); });
+        session.key({"Return"});
+        waitForWords("The selection has changed, so nothing was replaced. The suggestion is on the "
+                     "clipboard.");
+        EXPECT_EQ(session.selection("clipboard"), "OLD");
+        EXPECT_TRUE(stopped.holds());
+    }
+    vorq.click("Close");
+    waitForNoCard();
+    session.activate(m_source.window);
+    expectDocument("the old words");
+}
+
+TEST_F(WritingToolsTest, OverWhatDoesNotAnswerItComesAllTheSame) {
+    open({"mousepad", openMousepad});
+    {
+        const Stopped stopped(m_source.process);
+        DesktopSession::waitUntil("the application to stop", [&] { return stopped.holds(); });
+        openCard();
+        EXPECT_TRUE(stopped.holds());
+        vorq.click("Close");
+        waitForNoCard();
+    }
+    expectDocument("the old words");
+}
+
+TEST_F(WritingToolsTest, APasswordIsNotTaken) {
+    open({"qt6", openTextWindow});
+    session.key({"Tab", "ctrl+a"});
+    openCard();
+    waitForWords("Highlight the text that is to be rewritten, then try again.");
+    expectClipboard();
 }
 
 TEST_F(WritingToolsTest, WithoutASelectionItSaysWhatToDo) {
