@@ -226,6 +226,13 @@ TEST(RuleRewriteTest, CasesChange) {
               "Rivers carry silt. And I know it.");
 }
 
+TEST(RuleRewriteTest, CasesOfTitlesAndSentencesKeepAddressesAndCode) {
+    EXPECT_EQ(rewrite("title case", "visit https://example.org/foo, run `make all`"),
+              "Visit https://example.org/foo, Run `make all`");
+    EXPECT_EQ(rewrite("sentence case", "SEE https://example.org/Foo. RUN `make ALL`, ASK R&D."),
+              "See https://example.org/Foo. Run `make ALL`, ask R&D.");
+}
+
 TEST(RuleRewriteTest, ADeclinedRewriteIsAnErrorForWhoeverTakesItWhole) {
     PromptRequest request;
     request.prompt = wrapped("warmer");

@@ -3,6 +3,7 @@
 #include "engine/embedded/rewriting/CaseForms.h"
 #include "engine/embedded/rewriting/ListForms.h"
 #include "engine/embedded/rewriting/Repairs.h"
+#include "engine/embedded/rewriting/Shelter.h"
 #include "engine/embedded/rewriting/Shortening.h"
 #include "support/Utf8.h"
 
@@ -14,6 +15,12 @@ constexpr std::string_view kNoOtherTake =
 constexpr std::string_view kNothingByRule =
     "There is nothing that rules could change here, and more needs a language model, which is not "
     "connected to this gateway.";
+
+template<typename Form>
+std::string sheltered(std::string_view text, Language language, Form form) {
+    const Shelter shelter(text);
+    return shelter.restored(form(shelter.text(), language));
+}
 
 std::string byRule(RewriteRule rule, std::string_view text) {
     const Language language = languageOf(text);
@@ -31,9 +38,9 @@ std::string byRule(RewriteRule rule, std::string_view text) {
     case RewriteRule::LowerCase:
         return inLowerCase(text);
     case RewriteRule::TitleCase:
-        return inTitleCase(text, language);
+        return sheltered(text, language, &inTitleCase);
     case RewriteRule::SentenceCase:
-        return inSentenceCase(text, language);
+        return sheltered(text, language, &inSentenceCase);
     }
     return std::string(text);
 }
