@@ -21,6 +21,20 @@ Application openFirefoxField(DesktopSession& session, const QByteArray& text) {
     return openFirefox(session, fieldOf(text));
 }
 
+QByteArray pageOf(const QByteArray& text) {
+    return "<!DOCTYPE html><meta charset=\"utf-8\"><title>Page</title><body contenteditable "
+           "autofocus>" +
+           text;
+}
+
+Application openFirefoxPage(DesktopSession& session, const QByteArray& text) {
+    return openFirefox(session, pageOf(text));
+}
+
+Application openChromiumPage(DesktopSession& session, const QByteArray& text) {
+    return openChromium(session, pageOf(text), true);
+}
+
 struct Editor {
     const char* name;
     Application (*open)(DesktopSession&, const QByteArray&);
@@ -161,7 +175,9 @@ INSTANTIATE_TEST_SUITE_P(
     Rewriting, Rewriting,
     testing::Values(Editor{"mousepad", openMousepad}, Editor{"texteditor", openTextEditor},
                     Editor{"qt6", openTextWindow}, Editor{"writer", openWriter},
-                    Editor{"firefox", openFirefoxField}, Editor{"chromium", openChromiumField}),
+                    Editor{"firefox", openFirefoxField}, Editor{"firefoxpage", openFirefoxPage},
+                    Editor{"chromium", openChromiumField},
+                    Editor{"chromiumpage", openChromiumPage}),
     testing::PrintToStringParamName());
 
 TEST_F(WritingToolsTest, EscapeGivesTheKeyboardBackWithTheSelectionStanding) {
