@@ -2,6 +2,7 @@
 // before as well, on the same desktop and by the same kind of key. Needs an X server with a window
 // manager; panel_show.py brings one up.
 
+#include "KeyStopwatch.h"
 #include "platform/linux/desktop/SystemClock.h"
 #include "platform/linux/x11/X11Compositor.h"
 #include "platform/linux/x11/X11OverlayHints.h"
@@ -9,6 +10,7 @@
 #include "platform/linux/x11/X11Screens.h"
 #include "platform/linux/x11/X11Workspace.h"
 #include "platform/testing/ScriptedDefaults.h"
+#include "shell/notices/PanelHold.h"
 #include "shell/notices/ShellNotifications.h"
 #include "shell/window/PanelWindowController.h"
 #include "shell/window/QuickPanelWindow.h"
@@ -19,7 +21,6 @@
 #include <QQuickWindow>
 
 #include <xcb/xcb.h>
-#include <xcb/xtest.h>
 
 #include <algorithm>
 #include <chrono>
@@ -55,48 +56,9 @@ class HotKeys final : public QAbstractNativeEventFilter {
     }
 };
 
-// Presses a key and waits for a window, on a connection and in a thread of its own.
-class Stopwatch {
-  public:
-    explicit Stopwatch(std::uint8_t key, std::uint32_t window) : m_key(key) {
-        const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-        xcb_change_window_attributes(m_connection.get(), window, XCB_CW_EVENT_MASK, &mask);
-        xcb_flush(m_connection.get());
-    }
-
-    double millisecondsToMapped() {
-        const auto start = std::chrono::steady_clock::now();
-        fakeKey(XCB_KEY_PRESS);
-        waitFor(XCB_MAP_NOTIFY);
-        const std::chrono::duration<double, std::milli> taken =
-            std::chrono::steady_clock::now() - start;
-        fakeKey(XCB_KEY_RELEASE);
-        return taken.count();
-    }
-
-    void waitForUnmapped() { waitFor(XCB_UNMAP_NOTIFY); }
-
-  private:
-    void fakeKey(std::uint8_t type) {
-        xcb_test_fake_input(m_connection.get(), type, m_key, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
-        xcb_flush(m_connection.get());
-    }
-
-    void waitFor(std::uint8_t type) {
-        while (xcb_generic_event_t* event = xcb_wait_for_event(m_connection.get())) {
-            const bool isIt = (event->response_type & 0x7f) == type;
-            std::free(event);
-            if (isIt) return;
-        }
-    }
-
-    vorq::X11Connection m_connection;
-    std::uint8_t m_key;
-};
-
 std::vector<double> measure(std::uint8_t key, std::uint32_t window,
                             const std::function<void()>& hide) {
-    Stopwatch stopwatch(key, window);
+    KeyStopwatch stopwatch({key}, window);
     std::vector<double> times;
     for (int round = 0; round < warmUpRounds + rounds; ++round) {
         const double time = stopwatch.millisecondsToMapped();
@@ -108,15 +70,6 @@ std::vector<double> measure(std::uint8_t key, std::uint32_t window,
     }
     std::ranges::sort(times);
     return times;
-}
-
-double percentile(const std::vector<double>& sorted, std::size_t percent) {
-    return sorted[std::min(sorted.size() - 1, sorted.size() * percent / 100)];
-}
-
-void report(const char* name, const std::vector<double>& times) {
-    std::printf("%-8s p50 %6.2f ms   p95 %6.2f ms   longest %6.2f ms\n", name,
-                percentile(times, 50), percentile(times, 95), times.back());
 }
 
 void grab(std::uint8_t key) {
@@ -140,6 +93,7 @@ int main(int argc, char** argv) {
     vorq::X11OverlayHints hints;
     vorq::X11PressMonitor presses(screens);
     vorq::X11Workspace workspace;
+    vorq::PanelHolds holds;
     QQmlEngine engine;
     vorq::QuickPanelWindow panel({.screens = screens, .compositor = compositor, .hints = hints},
                                  &engine);
@@ -150,6 +104,7 @@ int main(int argc, char** argv) {
          .screens = screens,
          .workspace = workspace,
          .presses = presses,
+         .holds = holds,
          .notifications = notifications,
          .process = static_cast<std::int32_t>(QCoreApplication::applicationPid())},
         panel);
@@ -169,8 +124,8 @@ int main(int argc, char** argv) {
     std::thread measuring([&] {
         const auto plainTimes = measure(plainKey, plainWindow, [&] { plain.hide(); });
         const auto panelTimes = measure(panelKey, panelWindow, [&] { controller.hide(); });
-        report("empty", plainTimes);
-        report("panel", panelTimes);
+        reportTimes("empty", plainTimes);
+        reportTimes("panel", panelTimes);
         std::printf("panel/empty at p50 %.2f, at p95 %.2f; budget 16 ms at p95\n",
                     percentile(panelTimes, 50) / percentile(plainTimes, 50),
                     percentile(panelTimes, 95) / percentile(plainTimes, 95));
