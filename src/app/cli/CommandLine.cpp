@@ -16,6 +16,7 @@ constexpr auto verbs = rawNamesOfSome<Verb>({{Verb::Summon, "summon"},
                                              {Verb::Rewrite, "rewrite"},
                                              {Verb::Toggle, "toggle"},
                                              {Verb::Settings, "settings"},
+                                             {Verb::Doctor, "doctor"},
                                              {Verb::SaveChat, "save-chat"},
                                              {Verb::Quit, "quit"}});
 
@@ -70,7 +71,12 @@ Command parseDoctor(const QStringList& arguments) {
     if (parsed.wantsHelp) return programHelp();
     if (!parsed.unknown.isEmpty())
         return UsageError{u"doctor has no option %1."_s.arg(parsed.unknown)};
-    return Doctor{.asJson = parsed.has("--json")};
+    const bool asJson = parsed.has("--json");
+    if (!parsed.has("--window")) return Doctor{.asJson = asJson};
+    if (asJson) return UsageError{u"doctor takes one of --json and --window."_s};
+    DesktopArguments shown;
+    shown.verb = Verb::Doctor;
+    return shown;
 }
 
 const CommandPage& previewPage() {
@@ -113,7 +119,8 @@ Command parseDesktop(const QStringList& arguments) {
         const std::optional<Verb> verb = verbNamed(word);
         const bool isFirst = desktop.verb == Verb::Launch && desktop.url.isEmpty();
         if (!isFirst) return UsageError{u"%1 is one too many."_s.arg(word)};
-        if (verb) {
+        // It takes options of its own.
+        if (verb && *verb != Verb::Doctor) {
             desktop.verb = *verb;
         } else if (word.startsWith(u"vorq:", Qt::CaseInsensitive)) {
             desktop.url = word;

@@ -61,6 +61,7 @@ enum class Verb {
     Rewrite,
     Toggle,
     Settings,
+    Doctor, ///< in a window
     SaveChat,
     Quit
 };

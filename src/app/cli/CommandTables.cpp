@@ -56,6 +56,9 @@ constexpr std::array doctorOptions = {
     OptionRow{.name = "--json",
               .value = "",
               .help = "writes a report for bug reports instead, without private text"},
+    OptionRow{.name = "--window",
+              .value = "",
+              .help = "shows it in a window of Vorq instead, which starts if it does not run"},
 };
 
 constexpr std::array terminalRows = {

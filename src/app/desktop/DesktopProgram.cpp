@@ -109,6 +109,8 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
         *this, [this]() -> SelfTest& { return selfTest(); },
         [this] { return m_selfTest->secrets(); });
     connectNotes();
+    connect(&m_state.permissions(), &Permissions::changed, this,
+            &DesktopProgram::followPermissions);
     connect(&m_delegate.notifications(), &ShellNotifications::vorqOpenSettings, this,
             &DesktopProgram::showSettings);
     connect(&m_statusItem, &StatusItem::menuWillOpen, this,
@@ -138,7 +140,7 @@ AppDelegate::Ports DesktopProgram::delegatePorts() {
             m_statusItem,
             [this](VorqAppState& state) { return makePanel(state); },
             {static_cast<ProcessId>(QCoreApplication::applicationPid()), ApplicationService::name},
-            [this] { m_platform.accessibility().requestTrust(); },
+            [this] { turnAccessibilityOn(); },
             m_platform.installation().isInstalled()};
 }
 
@@ -170,6 +172,8 @@ int DesktopProgram::run(const DesktopArguments& arguments, const VerbSource& sou
     openPreviews(arguments.previews);
     if (!arguments.url.isEmpty()) m_delegate.applicationOpen({QUrl(arguments.url)});
     perform(arguments.verb, source);
+    if (!arguments.background && !arguments.launchedAtLogin && !hasErrand)
+        walkthrough().offerInFirstRun();
     m_platform.registerUrlScheme();
     const int status = QCoreApplication::exec();
     m_delegate.applicationWillTerminate();
@@ -214,6 +218,17 @@ SelfTest& DesktopProgram::selfTest() {
     return m_selfTest->test();
 }
 
+DesktopWalkthrough& DesktopProgram::walkthrough() {
+    if (!m_walkthrough)
+        m_walkthrough = std::make_unique<DesktopWalkthrough>(
+            WalkthroughContext{m_platform, m_state, [this]() -> SelfTest& { return selfTest(); }});
+    return *m_walkthrough;
+}
+
+void DesktopProgram::followPermissions() {
+    if (m_state.permissions().showAccessibilityWalkthrough()) (void)walkthrough();
+}
+
 // The panel would stand over the window.
 void DesktopProgram::showSettings() {
     emit m_delegate.notifications().vorqHidePanel();
@@ -224,7 +239,8 @@ void DesktopProgram::showSettings() {
 void DesktopProgram::makeSettings() {
     m_settings = std::make_unique<DesktopSettings>(
         SettingsContext{m_platform, m_state, m_delegate.holds(),
-                        [this] { m_delegate.performCommand(StatusCommand::OpenAccessibility); }});
+                        [this] { m_delegate.performCommand(StatusCommand::OpenAccessibility); },
+                        [this] { showSelfTest(); }});
     connect(m_settings.get(), &DesktopSettings::quitAllowed, qApp, &QCoreApplication::quit);
 }
 
@@ -234,6 +250,22 @@ void DesktopProgram::quit() {
         m_settings->requestQuit();
     else
         QCoreApplication::quit();
+}
+
+// The walkthrough says which programs are to be started again for it.
+void DesktopProgram::turnAccessibilityOn() {
+    emit m_delegate.notifications().vorqHidePanel();
+    walkthrough().turnAccessibilityOn();
+}
+
+void DesktopProgram::showSelfTest() {
+    emit m_delegate.notifications().vorqHidePanel();
+    walkthrough().askForSelfTest();
+}
+
+void DesktopProgram::runSelfTest() {
+    emit m_delegate.notifications().vorqHidePanel();
+    walkthrough().runSelfTest();
 }
 
 void DesktopProgram::openPreviews(const QList<Preview>& previews) {
@@ -250,11 +282,13 @@ void DesktopProgram::openPreviews(const QList<Preview>& previews) {
 void DesktopProgram::perform(Verb verb, const VerbSource& source) {
     // To bring a window forward again and again does no harm.
     if (verb == Verb::Settings) return showSettings();
+    if (verb == Verb::Doctor) return runSelfTest();
     const Clock::Duration now = m_platform.clock().now();
     if (m_repeats.isRepetition(verb, std::min(source.given.value_or(now), now))) return;
     switch (verb) {
     case Verb::Launch:
     case Verb::Settings:
+    case Verb::Doctor:
         return;
     case Verb::Summon:
         return m_delegate.perform(HotKeyAction::Panel, hotKeySource(source));

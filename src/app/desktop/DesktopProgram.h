@@ -3,6 +3,7 @@
 #include "app/desktop/DesktopCapture.h"
 #include "app/desktop/DesktopSelfTest.h"
 #include "app/desktop/DesktopSettings.h"
+#include "app/desktop/DesktopWalkthrough.h"
 #include "app/desktop/DesktopWriting.h"
 #include "app/desktop/SettingsDamage.h"
 #include "app/instance/ApplicationService.h"
@@ -56,9 +57,14 @@ class DesktopProgram final : public QObject {
     void tellOutcomes(LinkOutcomes& links);
     void connectNotes();
     [[nodiscard]] SelfTest& selfTest();
+    [[nodiscard]] DesktopWalkthrough& walkthrough();
+    void followPermissions();
     void makeSettings();
     void showSettings();
     void quit();
+    void turnAccessibilityOn();
+    void showSelfTest();
+    void runSelfTest();
     void openPreviews(const QList<Preview>& previews);
     void applyDesktopLook();
 
@@ -82,7 +88,8 @@ class DesktopProgram final : public QObject {
     FrontmostWatchService m_watch;
     std::unique_ptr<WatchSwitch> m_watchSwitch;
     std::unique_ptr<DesktopWriting> m_writing;
-    std::unique_ptr<DesktopSettings> m_settings; // null until they are first shown
+    std::unique_ptr<DesktopSettings> m_settings;       // null until they are first shown
+    std::unique_ptr<DesktopWalkthrough> m_walkthrough; // the same
 };
 
 } // namespace vorq

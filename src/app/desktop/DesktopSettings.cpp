@@ -44,6 +44,8 @@ DesktopSettings::DesktopSettings(const SettingsContext& context)
         m_context.openAccessibility();
         m_view.permissions()->refresh();
     });
+    connect(m_view.permissions(), &PermissionRows::selfTestWanted, this,
+            [this] { m_context.openSelfTest(); });
     connect(m_view.navigation(), &SettingsNavigation::closeAllowed, this, &DesktopSettings::close);
     connect(m_view.navigation(), &SettingsNavigation::quitAllowed, this,
             &DesktopSettings::quitAllowed);

@@ -22,6 +22,7 @@ struct SettingsContext {
     PanelHolds& holds;
     /// Has the system let the program read others. The user has agreed.
     std::function<void()> openAccessibility;
+    std::function<void()> openSelfTest;
 };
 
 /// The settings on the user's desktop. Window and pages are there while they are seen; what the

@@ -40,6 +40,13 @@ SelfTest::SelfTest(Clock& clock, Checks checks, std::shared_ptr<TestStage> stage
 
 SelfTest::~SelfTest() = default;
 
+QStringList SelfTest::ids() const {
+    QStringList ids;
+    for (const auto& check : m_checks)
+        ids += check->id();
+    return ids;
+}
+
 bool SelfTest::hasPassed() const {
     return !m_isRunning && m_results.size() == m_checks.size() &&
            std::ranges::find(m_results, SelfCheckState::Failed, &SelfCheck::state) ==

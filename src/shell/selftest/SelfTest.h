@@ -39,6 +39,8 @@ class SelfTest final : public QObject {
     /// Of the run under way, or else of the last one.
     [[nodiscard]] const std::vector<SelfCheck>& results() const { return m_results; }
     [[nodiscard]] std::size_t count() const { return m_checks.size(); }
+    /// Of all checks, in their order.
+    [[nodiscard]] QStringList ids() const;
     /// Whether all checks were made, and none failed.
     [[nodiscard]] bool hasPassed() const;
 

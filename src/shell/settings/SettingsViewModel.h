@@ -2,10 +2,10 @@
 
 #include "shell/look/PanelLook.h"
 #include "shell/panel/PanelSignIn.h"
+#include "shell/permissions/PermissionRows.h"
 #include "shell/settings/AccountCard.h"
 #include "shell/settings/AppearanceChoices.h"
 #include "shell/settings/AvatarReader.h"
-#include "shell/settings/PermissionRows.h"
 #include "shell/settings/PrivacyEdit.h"
 #include "shell/settings/ProfileEdit.h"
 #include "shell/settings/SettingsNavigation.h"

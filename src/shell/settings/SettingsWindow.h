@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/settings/WindowPlacement.h"
+#include "shell/dialogs/WindowPlacement.h"
 
 #include <QQuickView>
 

@@ -13,10 +13,13 @@
 #include "shell/panel/PanelSignIn.h"
 #include "shell/panel/PanelViewModel.h"
 #include "shell/panel/WaitingPrompt.h"
+#include "shell/permissions/PermissionRows.h"
+#include "shell/permissions/SelfCheckList.h"
+#include "shell/permissions/SelfTestRun.h"
+#include "shell/permissions/Walkthrough.h"
 #include "shell/settings/AccountCard.h"
 #include "shell/settings/AppearanceChoices.h"
 #include "shell/settings/AvatarPicture.h"
-#include "shell/settings/PermissionRows.h"
 #include "shell/settings/PrivacyEdit.h"
 #include "shell/settings/ProfileEdit.h"
 #include "shell/settings/SettingsNavigation.h"
@@ -158,6 +161,27 @@ struct SettingsViewModelForeign {
     Q_GADGET
     QML_FOREIGN(vorq::SettingsViewModel)
     QML_NAMED_ELEMENT(SettingsViewModel)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct WalkthroughForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::Walkthrough)
+    QML_NAMED_ELEMENT(Walkthrough)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct SelfTestRunForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::SelfTestRun)
+    QML_NAMED_ELEMENT(SelfTestRun)
+    QML_UNCREATABLE("Belongs to the program")
+};
+
+struct SelfCheckListForeign {
+    Q_GADGET
+    QML_FOREIGN(vorq::SelfCheckList)
+    QML_NAMED_ELEMENT(SelfCheckList)
     QML_UNCREATABLE("Belongs to the program")
 };
 

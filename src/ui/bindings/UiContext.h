@@ -3,6 +3,7 @@
 #include "shell/look/PanelLook.h"
 #include "shell/overlay/WritingCard.h"
 #include "shell/panel/PanelViewModel.h"
+#include "shell/permissions/Walkthrough.h"
 #include "shell/settings/SettingsViewModel.h"
 
 #include <QObject>
@@ -25,6 +26,8 @@ class UiContext final : public QObject {
     Q_PROPERTY(vorq::SettingsViewModel* settings READ settings CONSTANT)
     /// Null to pages that are not of the writing tools.
     Q_PROPERTY(vorq::WritingCard* writing READ writing CONSTANT)
+    /// Null to pages that are not of the walkthrough.
+    Q_PROPERTY(vorq::Walkthrough* walkthrough READ walkthrough CONSTANT)
     Q_PROPERTY(vorq::PanelLook* look READ look CONSTANT)
     /// On and off, in milliseconds; 0 for a caret that does not blink.
     Q_PROPERTY(int caretFlashTime READ caretFlashTime CONSTANT)
@@ -34,10 +37,13 @@ class UiContext final : public QObject {
     UiContext(PanelViewModel& panel, PanelLook& look) : m_panel(&panel), m_look(look) {}
     UiContext(SettingsViewModel& settings, PanelLook& look) : m_settings(&settings), m_look(look) {}
     UiContext(WritingCard& writing, PanelLook& look) : m_writing(&writing), m_look(look) {}
+    UiContext(Walkthrough& walkthrough, PanelLook& look)
+        : m_walkthrough(&walkthrough), m_look(look) {}
 
     [[nodiscard]] PanelViewModel* panel() const { return m_panel; }
     [[nodiscard]] SettingsViewModel* settings() const { return m_settings; }
     [[nodiscard]] WritingCard* writing() const { return m_writing; }
+    [[nodiscard]] Walkthrough* walkthrough() const { return m_walkthrough; }
     [[nodiscard]] PanelLook* look() const { return &m_look; }
     [[nodiscard]] int caretFlashTime() const;
 
@@ -54,6 +60,7 @@ class UiContext final : public QObject {
     PanelViewModel* m_panel = nullptr;
     SettingsViewModel* m_settings = nullptr;
     WritingCard* m_writing = nullptr;
+    Walkthrough* m_walkthrough = nullptr;
     PanelLook& m_look;
 };
 

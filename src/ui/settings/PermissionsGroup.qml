@@ -51,4 +51,12 @@ SettingsGroup {
         wantedText: qsTr("Lets Vorq listen.")
         iconName: "mic"
     }
+    SettingsRow {
+        width: group.width
+        text: qsTr("Self-Test")
+        sub: qsTr("Tries out what works on this desktop, and says of the rest what to do.")
+        iconName: "checkSquareFill"
+        leadsOn: true
+        onClicked: group.permissions.openSelfTest()
+    }
 }

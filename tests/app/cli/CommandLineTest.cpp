@@ -83,6 +83,12 @@ TEST(CommandLine, TheDoctorTakesOneOption) {
     EXPECT_TRUE(std::holds_alternative<ShowText>(parseCommandLine({"doctor", "--help"})));
     EXPECT_TRUE(std::holds_alternative<UsageError>(parseCommandLine({"doctor", "me"})));
     EXPECT_TRUE(std::holds_alternative<UsageError>(parseCommandLine({"doctor", "--xml"})));
+    EXPECT_EQ(parseCommandLine({"doctor", "--window"}),
+              Command(DesktopArguments{Verb::Doctor, "", false, false}));
+    EXPECT_EQ(verbNamed(nameOf(Verb::Doctor)), Verb::Doctor);
+    EXPECT_TRUE(
+        std::holds_alternative<UsageError>(parseCommandLine({"doctor", "--window", "--json"})));
+    EXPECT_TRUE(std::holds_alternative<UsageError>(parseCommandLine({"--background", "doctor"})));
 }
 
 TEST(CommandLine, PreviewsAreListedAndSwitched) {

@@ -93,6 +93,9 @@ class DesktopSession {
     /// The process that owns a window.
     [[nodiscard]] std::int32_t processOf(Window window) const;
 
+    /// What the program calls it.
+    [[nodiscard]] QString titleOf(Window window) const;
+
     [[nodiscard]] Window activeWindow() const;
 
     /// Brings a window to the front and waits until it is there.

@@ -82,6 +82,10 @@ std::int32_t DesktopSession::processOf(Window window) const {
     return m_x11->processOf(window).value_or(0);
 }
 
+QString DesktopSession::titleOf(Window window) const {
+    return QString::fromUtf8(m_x11->property(window, XCB_ATOM_WM_NAME));
+}
+
 DesktopSession::Window DesktopSession::activeWindow() const {
     const auto window = m_x11->numbers(m_x11->root(), m_x11->atom("_NET_ACTIVE_WINDOW"));
     return window.empty() ? 0 : window.front();

@@ -87,7 +87,8 @@ void PanelProgram::stop() {
 DesktopSession::Window PanelProgram::panel() const {
     if (m_program == nullptr) return 0;
     for (const DesktopSession::Window window : session.windows())
-        if (session.processOf(window) == m_program->process() && session.isShown(window))
+        if (session.processOf(window) == m_program->process() &&
+            session.titleOf(window) == u"Vorq" && session.isShown(window))
             return window;
     return 0;
 }

@@ -7,7 +7,7 @@ namespace vorq {
 
 class Permissions;
 
-/// What the system lets Vorq do, as the settings show it: "granted", "denied" or "pending". Main
+/// What the system lets Vorq do, as windows of ours show it: "granted", "denied" or "pending". Main
 /// thread only.
 class PermissionRows final : public QObject {
     Q_OBJECT
@@ -30,11 +30,14 @@ class PermissionRows final : public QObject {
     void refresh();
 
     Q_INVOKABLE void enableTextCapture();
+    Q_INVOKABLE void openSelfTest() { emit selfTestWanted(); }
 
   signals:
     void changed();
     /// The user wants the system to let Vorq read highlighted text.
     void textCaptureWanted();
+    /// The user wants to find out what works here.
+    void selfTestWanted();
 
   private:
     Permissions& m_permissions;

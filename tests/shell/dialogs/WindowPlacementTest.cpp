@@ -1,4 +1,4 @@
-#include "shell/settings/WindowPlacement.h"
+#include "shell/dialogs/WindowPlacement.h"
 
 #include <gtest/gtest.h>
 
@@ -41,6 +41,30 @@ TEST(WindowPlacement, AFrameThatIsTooLargeIsCut) {
 TEST(WindowPlacement, WithoutAScreenNothingIsKnown) {
     const QRect frame(10, 10, 50, 40);
     EXPECT_EQ(reachableFrame(frame, {}), frame);
+}
+
+TEST(WindowPlacement, AFrameThatIsClearStays) {
+    const QRect frame(100, 100, 200, 200);
+    EXPECT_EQ(clearOf(frame, {0, 0, 1000, 800}, {{400, 100, 200, 200}}), frame);
+    EXPECT_EQ(clearOf(frame, {0, 0, 1000, 800}, {}), frame);
+}
+
+TEST(WindowPlacement, AFrameKeepsClearOfOthersByTheShortestWay) {
+    const QRect wide(0, 0, 1000, 800);
+    const QRect moved = clearOf({400, 300, 200, 200}, wide, {{550, 0, 400, 800}});
+    EXPECT_EQ(moved.size(), QSize(200, 200));
+    EXPECT_EQ(moved.y(), 300);
+    EXPECT_LT(moved.x() + moved.width(), 550);
+    EXPECT_GT(moved.x(), 300);
+}
+
+TEST(WindowPlacement, AFrameIsNotSentOffTheScreenToBeClear) {
+    const QRect wide(0, 0, 1000, 800);
+    const QRect beside = clearOf({0, 300, 200, 200}, wide, {{100, 0, 400, 800}});
+    EXPECT_TRUE(wide.contains(beside));
+    EXPECT_GT(beside.x(), 499);
+    const QRect none(0, 0, 600, 600);
+    EXPECT_EQ(clearOf(none, wide, {{200, 200, 600, 400}}), none);
 }
 
 TEST(WindowPlacement, ANewWindowStandsInTheMiddle) {

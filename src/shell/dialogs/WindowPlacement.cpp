@@ -1,4 +1,4 @@
-#include "shell/settings/WindowPlacement.h"
+#include "shell/dialogs/WindowPlacement.h"
 
 #include <QStringList>
 
@@ -12,10 +12,20 @@ namespace vorq {
 namespace {
 
 constexpr int numbers = 4;
+constexpr int windowGap = 16;
 constexpr int farthest = 100'000; // more is no screen, and would overflow
 
 int area(const QRect& rect) {
     return rect.isEmpty() ? 0 : rect.width() * rect.height();
+}
+
+bool isClear(const QRect& frame, const QList<QRect>& others) {
+    return std::ranges::none_of(others,
+                                [&frame](const QRect& other) { return frame.intersects(other); });
+}
+
+int distance(const QRect& from, const QRect& to) {
+    return (to.topLeft() - from.topLeft()).manhattanLength();
 }
 
 } // namespace
@@ -60,6 +70,21 @@ QRect centredFrame(const QSize& size, const QRect& screen) {
     QRect frame(QPoint(), size.boundedTo(screen.size()));
     frame.moveCenter(screen.center());
     return frame;
+}
+
+QRect clearOf(const QRect& frame, const QRect& screen, const QList<QRect>& others) {
+    QList<QRect> places{frame};
+    for (const QRect& other : others) {
+        places += frame.translated(other.x() - frame.x() - frame.width() - windowGap, 0);
+        places += frame.translated(other.x() + other.width() + windowGap - frame.x(), 0);
+        places += frame.translated(0, other.y() - frame.y() - frame.height() - windowGap);
+        places += frame.translated(0, other.y() + other.height() + windowGap - frame.y());
+    }
+    places.removeIf(
+        [&](const QRect& place) { return !screen.contains(place) || !isClear(place, others); });
+    const auto nearest = std::ranges::min_element(
+        places, {}, [&frame](const QRect& place) { return distance(frame, place); });
+    return nearest == places.end() ? frame : *nearest;
 }
 
 } // namespace vorq

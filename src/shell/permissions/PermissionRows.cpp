@@ -1,4 +1,4 @@
-#include "shell/settings/PermissionRows.h"
+#include "shell/permissions/PermissionRows.h"
 
 #include "areas/Permissions.h"
 

@@ -28,4 +28,8 @@ struct WindowPlace {
 /// A frame of that size in the middle of the screen, or as much of it as there is room for.
 [[nodiscard]] QRect centredFrame(const QSize& size, const QRect& screen);
 
+/// The frame, moved as little as it takes to stand beside all others on the screen; where there is
+/// no such place it stays.
+[[nodiscard]] QRect clearOf(const QRect& frame, const QRect& screen, const QList<QRect>& others);
+
 } // namespace vorq
