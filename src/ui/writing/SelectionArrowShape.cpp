@@ -7,13 +7,13 @@ namespace vorq {
 namespace {
 
 // In a room of this size, the card beginning above its lowest points.
-constexpr QSizeF room(40, 16);
+constexpr QSizeF arrowRoom(40, 16);
 constexpr double cardEdge = 13;
 constexpr double lineWidth = 1; // as that of the card
 
 // Along the card's edge, up to the tip and down again. It begins and ends so far beside the room.
 QPainterPath edgeCurve(double beyond) {
-    const double end = room.width();
+    const double end = arrowRoom.width();
     QPainterPath path(QPointF(-beyond, cardEdge));
     path.lineTo(0, cardEdge);
     path.cubicTo(7.5, cardEdge, 11, 10.2, 16, 4.5);
@@ -41,14 +41,14 @@ SelectionArrowShape::SelectionArrowShape(QQuickItem* parent) : PaintedItem(paren
 
 void SelectionArrowShape::paint(QPainter* painter) {
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->scale(width() / room.width(), height() / room.height());
+    painter->scale(width() / arrowRoom.width(), height() / arrowRoom.height());
     if (!m_pointsUp) {
-        painter->translate(0, room.height());
+        painter->translate(0, arrowRoom.height());
         painter->scale(1, -1);
     }
     QPainterPath body = edgeCurve(0);
-    body.lineTo(room.width(), room.height());
-    body.lineTo(0, room.height());
+    body.lineTo(arrowRoom.width(), arrowRoom.height());
+    body.lineTo(0, arrowRoom.height());
     body.closeSubpath();
     painter->fillPath(body, m_fill);
     const QPainterPath outer = alongEdge(body, lineWidth);

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <span>
 #include <vector>
 
 namespace vorq::gateway {
@@ -29,10 +28,6 @@ constexpr auto kShortForms = std::to_array<std::string_view>(
 constexpr auto kContinuations = std::to_array<std::string_view>(
     {"and",  "or",      "but",  "nor",  "because", "which", "who",  "whose", "und",  "oder",
      "aber", "sondern", "weil", "dass", "et",      "ou",    "mais", "y",     "pero", "sino"});
-
-bool isOneOf(std::string_view word, std::span<const std::string_view> words) {
-    return std::ranges::find(words, word) != words.end();
-}
 
 /// Whether a sentence begins behind a word and what stands behind that.
 bool isBreak(std::string_view word, std::string_view space, Language language) {

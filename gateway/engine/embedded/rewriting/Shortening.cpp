@@ -126,10 +126,6 @@ std::span<const Filler> fillersOf(Language language) {
     }
 }
 
-bool isOneOf(std::string_view word, std::span<const std::string_view> words) {
-    return std::ranges::find(words, word) != words.end();
-}
-
 bool isVowel(std::string_view word) {
     return !word.empty() && std::string_view("aeiou").contains(word.front());
 }

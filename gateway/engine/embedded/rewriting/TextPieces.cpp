@@ -98,4 +98,8 @@ std::size_t listMarkerLength(std::string_view line, std::string_view before) {
     return isWrapped ? 0 : begin + digits + 2;
 }
 
+bool isOneOf(std::string_view word, std::span<const std::string_view> words) {
+    return std::ranges::find(words, word) != words.end();
+}
+
 } // namespace vorq::gateway

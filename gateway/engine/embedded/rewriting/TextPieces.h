@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,5 +27,8 @@ struct TextPiece {
 /// The bytes of a list marker ("- ", "• ", "3. ") and the white space before it; 0 for none. A
 /// number at the beginning of a line belongs to the sentence if that began in the line before.
 [[nodiscard]] std::size_t listMarkerLength(std::string_view line, std::string_view before = {});
+
+/// Compared byte by byte.
+[[nodiscard]] bool isOneOf(std::string_view word, std::span<const std::string_view> words);
 
 } // namespace vorq::gateway
