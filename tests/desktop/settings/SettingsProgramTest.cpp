@@ -23,9 +23,10 @@ class SettingsProgramTest : public testing::Test {
     void tell(const QStringList& command) const {
         run(VORQ_PROGRAM, "", command, session.environment());
     }
+    [[nodiscard]] Window settings() const { return vorq.windowTitled("Settings"); }
     void waitForSettings() const {
         DesktopSession::waitUntil("the settings with the keyboard", [this] {
-            return vorq.panel() != 0 && session.activeWindow() == vorq.panel();
+            return settings() != 0 && session.activeWindow() == settings();
         });
         waitFor("Settings");
     }
@@ -84,17 +85,16 @@ class SettingsProgramTest : public testing::Test {
         session.key({"Return"});
     }
     void choosePicture(const QString& path) {
-        const Window settings = vorq.panel();
+        const Window window = settings();
         press("Choose a profile picture");
         DesktopSession::waitUntil("the dialog", [&] {
             const Window active = session.activeWindow();
-            return active != settings && active != 0 &&
+            return active != window && active != 0 &&
                    session.processOf(active) == vorq.program().process();
         });
         session.type(path);
         session.key({"Return"});
-        DesktopSession::waitUntil("the settings",
-                                  [&] { return session.activeWindow() == settings; });
+        DesktopSession::waitUntil("the settings", [&] { return session.activeWindow() == window; });
     }
     void keep(const QString& name) const {
         const QString folder = qEnvironmentVariable("VORQ_SHOTS");
@@ -215,22 +215,22 @@ TEST_F(SettingsProgramTest, PicturesThatAreNoneChangeNothing) {
 
 TEST_F(SettingsProgramTest, TheWindowComesUpWhereItWasLeft) {
     open();
-    const QString window = QString::number(vorq.panel());
+    const QString window = QString::number(settings());
     run("xdotool", "xdotool", {"windowsize", window, "800", "640"}, session.environment());
     run("xdotool", "xdotool", {"windowmove", window, "230", "140"}, session.environment());
     DesktopSession::waitUntil("the new place", [this] {
-        const QRect place = session.geometry(vorq.panel());
+        const QRect place = session.geometry(settings());
         return place.size() == QSize(800, 640) && place.x() > 200;
     });
-    const QRect place = session.geometry(vorq.panel());
+    const QRect place = session.geometry(settings());
     session.key({"ctrl+w"});
     DesktopSession::waitUntil("the window to go", [this] { return windowsOfVorq().empty(); });
     tell({"settings"});
     waitForSettings();
-    EXPECT_EQ(session.geometry(vorq.panel()), place);
+    EXPECT_EQ(session.geometry(settings()), place);
     vorq.stop();
     open();
-    EXPECT_EQ(session.geometry(vorq.panel()), place) << "in another run as well";
+    EXPECT_EQ(session.geometry(settings()), place) << "in another run as well";
 }
 
 TEST_F(SettingsProgramTest, WhatIsNotSavedIsNotLostByClosing) {
@@ -259,13 +259,13 @@ TEST_F(SettingsProgramTest, WhatIsNotSavedIsNotLostByQuitting) {
         const auto focused = vorq.focused();
         return focused && vorq.textOf(*focused) == u"Augusta";
     });
-    const Window settings = vorq.panel();
-    run("xdotool", "xdotool", {"windowminimize", "--sync", QString::number(settings)},
+    const Window window = settings();
+    run("xdotool", "xdotool", {"windowminimize", "--sync", QString::number(window)},
         session.environment());
     DesktopSession::waitUntil("the window minimised",
-                              [&] { return session.activeWindow() != settings; });
+                              [&] { return session.activeWindow() != window; });
     DesktopProgram& quit = session.start(VORQ_PROGRAM, "", {"quit"});
-    DesktopSession::waitUntil("the settings", [&] { return session.activeWindow() == settings; });
+    DesktopSession::waitUntil("the settings", [&] { return session.activeWindow() == window; });
     waitFor("Discard your changes?");
     waitForKeyboardIn("Keep editing");
     session.key({"Return"});

@@ -79,7 +79,7 @@ class WritingToolsTest : public testing::Test {
     }
 
     void pressKey() const { session.key({"super+shift+w"}); }
-    [[nodiscard]] DesktopSession::Window card() const { return vorq.panel(); }
+    [[nodiscard]] DesktopSession::Window card() const { return vorq.windowTitled("Rewrite"); }
     void waitForCard() const {
         DesktopSession::waitUntil("the card", [&] { return card() != 0; });
     }

@@ -85,10 +85,18 @@ void PanelProgram::stop() {
 }
 
 DesktopSession::Window PanelProgram::panel() const {
+    return windowWhose([](const QString& title) { return title == u"Vorq"; });
+}
+
+DesktopSession::Window PanelProgram::windowTitled(const QString& beginning) const {
+    return windowWhose([&](const QString& title) { return title.startsWith(beginning); });
+}
+
+DesktopSession::Window PanelProgram::windowWhose(const IsTitle& isTitle) const {
     if (m_program == nullptr) return 0;
     for (const DesktopSession::Window window : session.windows())
-        if (session.processOf(window) == m_program->process() &&
-            session.titleOf(window) == u"Vorq" && session.isShown(window))
+        if (session.processOf(window) == m_program->process() && isTitle(session.titleOf(window)) &&
+            session.isShown(window))
             return window;
     return 0;
 }

@@ -4,6 +4,7 @@
 #include "doubles/desktop/Applications.h"
 #include "doubles/desktop/RecordingRelay.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -42,6 +43,9 @@ class PanelProgram {
     /// The window of the panel while it is on the screen; 0 otherwise.
     [[nodiscard]] DesktopSession::Window panel() const;
 
+    /// The window whose title begins so while it is on the screen; 0 otherwise.
+    [[nodiscard]] DesktopSession::Window windowTitled(const QString& beginning) const;
+
     /// The texts that were sent to be analysed.
     [[nodiscard]] QStringList analysed() const;
     [[nodiscard]] std::vector<QJsonObject> prompts() const;
@@ -72,6 +76,9 @@ class PanelProgram {
     [[nodiscard]] QStringList waitForReply(qsizetype entries) const;
 
   private:
+    using IsTitle = std::function<bool(const QString&)>;
+    [[nodiscard]] DesktopSession::Window windowWhose(const IsTitle& isTitle) const;
+
     std::unique_ptr<RecordingRelay> m_relay;
     DesktopProgram* m_program = nullptr;
     mutable std::unique_ptr<AccessibleTree> m_tree;
