@@ -13,6 +13,7 @@ namespace vorq::gateway::testing {
 class ListeningPort {
   public:
     ListeningPort() : m_socket(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        if (m_socket < 0) throw std::runtime_error("socket");
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);

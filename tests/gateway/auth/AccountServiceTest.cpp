@@ -355,6 +355,7 @@ TEST_P(AccountServiceTest, ManyThatUseANewTokenAtOnceUseUpTheRefreshToken) {
     const Session first = signIn();
     const Session second = service.refresh(first.refreshToken);
     std::vector<std::thread> threads;
+    threads.reserve(8);
     std::atomic<int> known = 0;
     for (int i = 0; i < 8; ++i)
         threads.emplace_back([&] { known += isValid(second) ? 1 : 0; });
