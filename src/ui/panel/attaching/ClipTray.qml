@@ -77,6 +77,11 @@ Flickable {
                 required property int index
                 required property string name
 
+                function showReason() {
+                    if (hasFailed)
+                        tray.reveal(clip)
+                }
+
                 label: kind === "deepen" ? detail : name
                 rowWidth: flow.width
                 tabs: tray.tabs
@@ -86,8 +91,8 @@ Flickable {
                     tray.panel.attachments.retry(index)
                 }
                 // With its reason it is higher than it was, and to be read.
-                onHasFailedChanged: if (hasFailed) Qt.callLater(tray.reveal, clip)
-                onHeightChanged: if (hasFailed) Qt.callLater(tray.reveal, clip)
+                onHeightChanged: () => Qt.callLater(clip.showReason)
+                onHasFailedChanged: () => Qt.callLater(clip.showReason)
                 onStepped: by => tray.focusClip(index + by)
                 onActiveFocusChanged: {
                     if (!activeFocus)
