@@ -14,7 +14,9 @@ T.Popup {
     property bool isDanger: false // what is accepted cannot be undone, and Return does not do it
     property bool canAccept: true
     property bool isAccepted: false
-    readonly property KeyboardReturn keyboard: KeyboardReturn {}
+    readonly property KeyboardReturn keyboard: KeyboardReturn {
+        watched: sheet.parent
+    }
     default property alias controls: pane.controls
     readonly property int widest: Theme.grown(440)
     readonly property int padRoom: Theme.space6

@@ -1,5 +1,6 @@
 #include "doubles/ui/PartTest.h"
 
+#include <QFocusEvent>
 #include <QQmlExpression>
 #include <QTest>
 
@@ -51,6 +52,26 @@ TEST_F(SheetTest, ReturnAcceptsAndEscapeRejects) {
     stage.settle(400);
     key(Qt::Key_Escape);
     EXPECT_EQ(said(), "yesno");
+}
+
+// As a question that brings its window forward.
+TEST_F(SheetTest, OpenedBehindOthersItBringsTheKeyboardBackWhereItWas) {
+    showSheet();
+    key(Qt::Key_Escape);
+    stage.settle(50);
+    ASSERT_EQ(window.activeFocusItem(), &part("opener"));
+    QFocusEvent away(QEvent::FocusOut);
+    QCoreApplication::sendEvent(&window, &away);
+    ASSERT_NE(window.activeFocusItem(), &part("opener"));
+    ASSERT_TRUE(QMetaObject::invokeMethod(&part("opener"), "clicked"));
+    stage.settle(50);
+    QFocusEvent back(QEvent::FocusIn);
+    QCoreApplication::sendEvent(&window, &back);
+    stage.settle(400);
+    ASSERT_TRUE(isOpen());
+    key(Qt::Key_Escape);
+    stage.settle(50);
+    EXPECT_EQ(window.activeFocusItem(), &part("opener"));
 }
 
 TEST_F(SheetTest, WhatCannotBeUndoneIsNotDoneByReturn) {
