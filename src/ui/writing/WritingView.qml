@@ -26,6 +26,13 @@ FocusScope {
         content.layOut()
     }
 
+    // Without translucency the window is cut out by whole pixels: what the card and its arrow cover in
+    // part on their edge must not show the black beneath.
+    Rectangle {
+        anchors.fill: parent
+        visible: Theme.opaque
+        color: Qt.tint(Theme.floatTop, Theme.floatHairline)
+    }
     Glass {
         id: glass
         x: view.card.margin

@@ -1,4 +1,5 @@
 #include "shell/overlay/CalloutPlacement.h"
+#include "shell/overlay/CalloutArrow.h"
 #include "shell/overlay/CalloutRows.h"
 
 #include <gmock/gmock.h>
@@ -87,7 +88,7 @@ TEST(CalloutRows, GoFromTheTipDownOverTheCardWithoutOverlap) {
         .card = {10, 20, 100, 60}, .radius = 12, .arrow = {40, 13}, .pointsUp = true, .tipX = 60};
     const std::vector<QRect> rows = calloutRows(form);
     ASSERT_FALSE(rows.empty());
-    EXPECT_EQ(rows.front().top(), 7);
+    EXPECT_EQ(rows.front().top(), 9) << "the tip is round";
     EXPECT_EQ(rows.back().bottom(), 79);
     for (std::size_t i = 1; i < rows.size(); ++i)
         EXPECT_GT(rows[i].top(), rows[i - 1].bottom());
@@ -98,10 +99,21 @@ TEST(CalloutRows, TheArrowBelowEndsWithItsTip) {
     const std::vector<QRect> rows = calloutRows(
         {.card = {0, 0, 100, 60}, .radius = 12, .arrow = {40, 10}, .pointsUp = false, .tipX = 50});
     EXPECT_EQ(rows.front().top(), 0);
-    EXPECT_EQ(rows.back().bottom(), 69);
+    EXPECT_EQ(rows.back().bottom(), 67);
     EXPECT_LT(rows.back().width(), 10);
     for (std::size_t i = 1; i < rows.size(); ++i)
         EXPECT_GT(rows[i].top(), rows[i - 1].bottom());
+}
+
+TEST(CalloutRows, HoldOfTheArrowWhatIsDrawnOfIt) {
+    const QPainterPath edge = calloutArrowEdge();
+    const std::vector<QRect> rows = calloutRows(
+        {.card = {0, 13, 100, 60}, .radius = 0, .arrow = {40, 13}, .pointsUp = true, .tipX = 50});
+    for (const QRect& row : rows) {
+        if (row.top() >= 13) break;
+        EXPECT_TRUE(edge.contains({row.left() - 30 + 1.5, row.top() + 0.5})) << row.top();
+        EXPECT_FALSE(edge.contains({row.left() - 30 - 1.5, row.top() + 0.5})) << row.top();
+    }
 }
 
 TEST(CalloutRows, WithoutAnArrowThereIsTheCardAlone) {
