@@ -45,8 +45,10 @@ std::string oneLineJson(const json& value) {
     return withEscapedLineEnds(value.dump(-1, ' ', false, json::error_handler_t::replace));
 }
 
-json errorDocument(const std::string& sentence) {
-    return {{"error", sentence}};
+json errorDocument(const std::string& sentence, const std::string& field) {
+    json document = {{"error", sentence}};
+    if (!field.empty()) document["field"] = field;
+    return document;
 }
 
 } // namespace vorq::gateway

@@ -28,7 +28,7 @@ Refusal refusalFor(const std::exception_ptr& failure) {
     try {
         std::rethrow_exception(failure);
     } catch (const ApiError& error) {
-        return {error.status, error.what(), error.retryAfterSeconds, {}};
+        return {error.status, error.what(), error.retryAfterSeconds, {}, error.field};
     } catch (const EngineError& error) {
         return {error.status, error.what(), std::nullopt, {}};
     } catch (const CancelledError&) {
@@ -51,7 +51,7 @@ HttpAnswer answerFor(const Refusal& refusal, bool asPage) {
     return {.status = refusal.status,
             .contentType = asPage ? kPageType : "application/json",
             .body = asPage ? problemPage(refusal.sentence)
-                           : oneLineJson(errorDocument(refusal.sentence)),
+                           : oneLineJson(errorDocument(refusal.sentence, refusal.field)),
             .retryAfterSeconds = refusal.retryAfterSeconds,
             .allowedMethods = refusal.allowedMethods};
 }

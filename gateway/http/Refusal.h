@@ -16,6 +16,8 @@ struct Refusal {
     std::optional<int> retryAfterSeconds;
     /// See HttpAnswer.
     std::string allowedMethods = {};
+    /// See ApiError.
+    std::string field = {};
 };
 
 /// What to answer to a request that ended in `failure`, whatever that is. Failures of the gateway

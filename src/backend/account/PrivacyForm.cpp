@@ -33,6 +33,7 @@ QCoro::Task<bool> PrivacyForm::updatePrivacy(QString email, QString currentPassw
                                              QString newPassword, std::stop_token stop) {
     const QPointer<PrivacyForm> self(this);
     const QString address = trimmed(email).toString().toLower();
+    m_refusedField.clear();
     QString problem = fieldProblem(address, currentPassword, newPassword);
     if (!problem.isEmpty()) co_return refuse(problem);
     begin();
@@ -47,9 +48,13 @@ QCoro::Task<bool> PrivacyForm::updatePrivacy(QString email, QString currentPassw
     const quint64 number = account().tokens().sessionNumber();
     const VorqSessionStore::Record former = account().record();
     std::optional<Session> session;
+    QString field;
     try {
         session =
             co_await api().updatePrivacy(former.token, address, currentPassword, newPassword, stop);
+    } catch (const ServiceError& error) {
+        problem = error.message();
+        field = error.field();
     } catch (const BackendError& error) {
         problem = error.message();
     }
@@ -61,6 +66,7 @@ QCoro::Task<bool> PrivacyForm::updatePrivacy(QString email, QString currentPassw
         if (!session->token.isEmpty()) changed.token = session->token;
         account().keepProfile(former, changed);
     }
+    m_refusedField = field;
     co_return end(problem);
 }
 

@@ -23,6 +23,13 @@ class PrivacyForm final : public AccountForm {
     /// update whose session ends meanwhile is dropped.
     QCoro::Task<bool> updatePrivacy(QString email, QString currentPassword, QString newPassword,
                                     std::stop_token stop = {});
+
+    /// What of the last update the backend refused: "email", "currentPassword" or "newPassword"; ""
+    /// where it does not say.
+    [[nodiscard]] const QString& refusedField() const { return m_refusedField; }
+
+  private:
+    QString m_refusedField;
 };
 
 } // namespace vorq

@@ -14,13 +14,25 @@ namespace {
 struct APIErrorBody {
     std::optional<QString> error;
     std::optional<QString> code;
+    std::optional<QString> field;
 };
 
 bool read(strict_json::Element element, APIErrorBody& body) {
     strict_json::Object object;
-    return element.get(object) == simdjson::SUCCESS &&
-           strict_json::readIfPresent(object, "error", body.error) &&
-           strict_json::readIfPresent(object, "code", body.code);
+    if (element.get(object) != simdjson::SUCCESS ||
+        !strict_json::readIfPresent(object, "error", body.error) ||
+        !strict_json::readIfPresent(object, "code", body.code))
+        return false;
+    // Whatever else it is, the sentence holds without it.
+    if (!strict_json::readIfPresent(object, "field", body.field)) body.field.reset();
+    return true;
+}
+
+std::optional<QString> sentenceOf(const std::optional<APIErrorBody>& document) {
+    if (!document || !document->error) return std::nullopt;
+    const QStringView sentence = trimmed(*document->error);
+    if (sentence.isEmpty()) return std::nullopt;
+    return sentence.toString();
 }
 
 bool isOfThisComputer(const QString& baseURL) {
@@ -31,11 +43,7 @@ bool isOfThisComputer(const QString& baseURL) {
 } // namespace
 
 std::optional<QString> parseErrorMessage(QByteArrayView body) {
-    const auto document = strict_json::decodeDocument<APIErrorBody>(body);
-    if (!document || !document->error) return std::nullopt;
-    const QStringView sentence = trimmed(*document->error);
-    if (sentence.isEmpty()) return std::nullopt;
-    return sentence.toString();
+    return sentenceOf(strict_json::decodeDocument<APIErrorBody>(body));
 }
 
 bool isSuccess(int status) {
@@ -45,7 +53,9 @@ bool isSuccess(int status) {
 ServiceError refusal(int status, QByteArrayView body) {
     if (status == 401) return ServiceError::notSignedIn();
     const QString byStatus = u"Request failed with status "_s + QString::number(status) + u'.';
-    return ServiceError::requestFailed(parseErrorMessage(body).value_or(byStatus), status);
+    const auto document = strict_json::decodeDocument<APIErrorBody>(body);
+    return ServiceError::requestFailed(sentenceOf(document).value_or(byStatus), status,
+                                       document ? document->field.value_or(QString()) : QString());
 }
 
 ServiceError unreachable(const QString& baseURL) {

@@ -7,8 +7,9 @@ using namespace Qt::StringLiterals;
 BackendError::BackendError(QString message)
     : m_message(std::move(message)), m_utf8(m_message.toUtf8()) {}
 
-ServiceError ServiceError::requestFailed(QString message, std::optional<int> status) {
-    return {Kind::RequestFailed, std::move(message), status};
+ServiceError ServiceError::requestFailed(QString message, std::optional<int> status,
+                                         QString field) {
+    return {Kind::RequestFailed, std::move(message), status, std::move(field)};
 }
 
 ServiceError ServiceError::notSignedIn() {

@@ -26,21 +26,28 @@ class ServiceError final : public BackendError {
   public:
     enum class Kind { RequestFailed, NotSignedIn, InvalidResponse };
 
-    /// The status is that of the response, nothing where none came.
-    [[nodiscard]] static ServiceError requestFailed(QString message,
-                                                    std::optional<int> status = std::nullopt);
+    /// The status is that of the response, nothing where none came; the field is what of the
+    /// request the backend names, "" for nothing.
+    [[nodiscard]] static ServiceError
+    requestFailed(QString message, std::optional<int> status = std::nullopt, QString field = {});
     [[nodiscard]] static ServiceError notSignedIn();
     [[nodiscard]] static ServiceError invalidResponse();
 
     [[nodiscard]] Kind kind() const { return m_kind; }
     [[nodiscard]] std::optional<int> status() const { return m_status; }
+    [[nodiscard]] const QString& field() const { return m_field; }
 
   private:
-    ServiceError(Kind kind, QString message, std::optional<int> status = std::nullopt)
-        : BackendError(std::move(message)), m_kind(kind), m_status(status) {}
+    ServiceError(Kind kind, QString message, std::optional<int> status = std::nullopt,
+                 QString field = {})
+        : BackendError(std::move(message)),
+          m_kind(kind),
+          m_status(status),
+          m_field(std::move(field)) {}
 
     Kind m_kind;
     std::optional<int> m_status;
+    QString m_field;
 };
 
 /// A sign-in in the browser that came to nothing. The label names the kind of sign-in.

@@ -100,13 +100,25 @@ PrivacyEdit::Field PrivacyEdit::fieldOfRefusal() const {
     return Field::None;
 }
 
+PrivacyEdit::Field PrivacyEdit::fieldThatBackendRefused() const {
+    const QString& name = m_form.refusedField();
+    if (name == u"email") return Field::Email;
+    if (name == u"currentPassword") return Field::Current;
+    if (name == u"newPassword") return Field::New;
+    return Field::None;
+}
+
 QCoro::Task<> PrivacyEdit::save(PrivacyEdit* self, std::stop_token stop) {
     const Field field = self->fieldOfRefusal();
     const QString email = self->hasNewEmail() ? self->m_email : QString();
     const bool isSaved = co_await self->m_form.updatePrivacy(email, self->m_currentPassword,
                                                              self->m_newPassword, stop);
     if (stop.stop_requested()) co_return;
-    if (!isSaved) co_return self->refuse(field, self->m_form.error());
+    if (!isSaved) {
+        const bool isOwn = field != Field::None;
+        co_return self->refuse(isOwn ? field : self->fieldThatBackendRefused(),
+                               self->m_form.error());
+    }
     self->clearPasswords();
     self->m_formerEmail = self->m_account.profile().email;
     self->m_email = self->m_formerEmail;

@@ -73,6 +73,7 @@ class PrivacyEdit final : public QObject {
     [[nodiscard]] bool isEmailEdited() const;
     [[nodiscard]] bool hasNewEmail() const;
     [[nodiscard]] Field fieldOfRefusal() const;
+    [[nodiscard]] Field fieldThatBackendRefused() const;
     void edit(QString& text, const QString& entered, Field field);
     void follow();
     void clearPasswords();

@@ -70,6 +70,15 @@ TEST(HttpOutcome, AnErrorOfBlanksOrOfAnotherShapeIsNone) {
         EXPECT_EQ(problem(503, body), failed("Request failed with status 503.")) << body;
 }
 
+TEST(HttpOutcome, ARefusalNamesTheFieldThatItIsAbout) {
+    EXPECT_EQ(refusal(403, R"({"error":"No.","field":"email"})").field(), "email");
+    for (const char* body : {R"({"error":"No."})", R"({"error":"No.","field":5})",
+                             R"({"field":["email"],"error":"No."})"}) {
+        EXPECT_EQ(refusal(403, body).field(), "") << body;
+        EXPECT_EQ(refusal(403, body).message(), "No.") << body;
+    }
+}
+
 TEST(HttpOutcome, ARefusedTokenIsNotSignedInWhateverTheBodySays) {
     EXPECT_EQ(problem(401, R"({"error":"Go away."})"),
               (Problem{Kind::NotSignedIn, "Your session expired. Sign in again."}));

@@ -96,6 +96,26 @@ TEST_F(PrivacyEditTest, WhatTheBackendRefusesIsSaidAndStays) {
     EXPECT_EQ(privacy().error(), "");
 }
 
+TEST_F(PrivacyEditTest, WhatTheBackendRefusesOfAFieldStandsBesideIt) {
+    const auto refuse = [this](const QByteArray& field) {
+        enterPasswords("secret", "12345678", "12345678");
+        privacy().setEmail("countess@example.org");
+        save();
+        answer(403, R"({"error":"No.","field":")" + field + "\"}");
+    };
+    refuse("currentPassword");
+    EXPECT_EQ(privacy().currentError(), "No.");
+    EXPECT_EQ(privacy().error(), "");
+    privacy().setCurrentPassword("another");
+    EXPECT_EQ(privacy().currentError(), "");
+    refuse("email");
+    EXPECT_EQ(privacy().emailError(), "No.");
+    refuse("newPassword");
+    EXPECT_EQ(privacy().newError(), "No.");
+    refuse("shoe size");
+    EXPECT_EQ(privacy().error(), "No.");
+}
+
 TEST_F(PrivacyEditTest, SavingCanBeGivenUp) {
     enterPasswords("secret", "12345678", "12345678");
     save();
