@@ -1,5 +1,7 @@
 #include "platform/portable/ProcessTestWindow.h"
 
+#include <QCoreApplication>
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -98,6 +100,8 @@ void ProcessTestWindow::close() {
     process->disconnect();
     if (process->state() == QProcess::NotRunning) return process->deleteLater();
     QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
+    // The program may end before that.
+    process->setParent(QCoreApplication::instance());
     process->kill();
 }
 

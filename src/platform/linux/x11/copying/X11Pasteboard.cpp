@@ -11,6 +11,7 @@
 #include <mutex>
 #include <poll.h>
 #include <set>
+#include <string_view>
 #include <sys/eventfd.h>
 #include <thread>
 #include <unistd.h>
@@ -25,7 +26,7 @@ class X11Pasteboard::Serving {
     using Job = std::function<void(X11ClipboardOwner&)>;
 
     explicit Serving(const char* selection)
-        : m_keepsAtEnd(selection == clipboard),
+        : m_keepsAtEnd(std::string_view(selection) == clipboard),
           m_owner(
               selection, [this](const Change& change) { note(change); },
               [this](ProcessId process) { noteTaker(process); }),
