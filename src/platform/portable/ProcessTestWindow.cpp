@@ -10,7 +10,7 @@ namespace vorq {
 namespace {
 
 // A text of a few words takes less; whoever sends more is no window of ours.
-constexpr qsizetype longestLine = 64 * 1024;
+constexpr qsizetype longestLine = qsizetype{64} * 1024;
 
 } // namespace
 
