@@ -172,6 +172,7 @@ TEST(AuthOnAFileTest, AStateFileThatIsBusyIsSaidAndTheTokenStaysGood) {
             return gateway.post("/auth/refresh", {{"refreshToken", gateway.refreshToken}});
         };
         std::vector<std::future<Answer>> waiting;
+        waiting.reserve(3);
         for (int i = 0; i < 3; ++i)
             waiting.push_back(std::async(std::launch::async, refresh));
         std::this_thread::sleep_for(200ms);
