@@ -15,22 +15,6 @@
 using namespace Qt::StringLiterals;
 
 namespace vorq {
-namespace {
-
-PanelLook::Tier tierOf(Translucency translucency) {
-    switch (translucency) {
-    case Translucency::Blurred:
-        return PanelLook::Tier::Blur;
-    case Translucency::Plain:
-        return PanelLook::Tier::NoBlur;
-    case Translucency::None:
-        break;
-    }
-    return PanelLook::Tier::Opaque;
-}
-
-} // namespace
-
 DesktopPanel::DesktopPanel(const PanelContext& context)
     : m_view(context.state, context.platform.clock(), context.reader,
              &context.platform.localSignIn(),
@@ -146,7 +130,7 @@ void DesktopPanel::takeLook() {
     m_look.setDesktop(look);
     m_look.setTextScale(
         remainingTextScale(look.textScale.value_or(1), m_window.devicePixelRatio()));
-    m_look.setTier(tierOf(m_compositor.translucency()));
+    m_look.setTranslucency(m_compositor.translucency());
     m_window.setReducedMotion(m_look.reducesMotion());
 }
 

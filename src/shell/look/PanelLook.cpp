@@ -107,6 +107,17 @@ void PanelLook::setTextScale(double scale) {
     emit changed();
 }
 
+void PanelLook::setTranslucency(Translucency translucency) {
+    switch (translucency) {
+    case Translucency::Blurred:
+        return setTier(Tier::Blur);
+    case Translucency::Plain:
+        return setTier(Tier::NoBlur);
+    case Translucency::None:
+        return setTier(Tier::Opaque);
+    }
+}
+
 void PanelLook::setTier(Tier tier) {
     if (m_tier == tier) return;
     m_tier = tier;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Compositor.h"
 #include "platform/DesktopLook.h"
 
 #include <QColor>
@@ -64,6 +65,8 @@ class PanelLook final : public QObject {
 
     void setDesktop(const DesktopLook& desktop);
     void setTier(Tier tier);
+    /// As much as the compositor does.
+    void setTranslucency(Translucency translucency);
     /// Kept within what the panel has room for.
     void setTextScale(double scale);
 

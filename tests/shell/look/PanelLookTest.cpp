@@ -91,6 +91,15 @@ TEST_F(PanelLookTest, ChangesAreToldAtOnceAndOnce) {
     EXPECT_EQ(told, 3);
 }
 
+TEST_F(PanelLookTest, IsAsTranslucentAsTheCompositorMakesIt) {
+    look.setTranslucency(Translucency::Blurred);
+    EXPECT_EQ(look.tier(), PanelLook::Tier::Blur);
+    look.setTranslucency(Translucency::Plain);
+    EXPECT_EQ(look.tier(), PanelLook::Tier::NoBlur);
+    look.setTranslucency(Translucency::None);
+    EXPECT_EQ(look.tier(), PanelLook::Tier::Opaque);
+}
+
 TEST_F(PanelLookTest, CustomColoursCarryTheirForeground) {
     EXPECT_FALSE(look.userBlock().isValid());
     EXPECT_FALSE(look.userInk().isValid());
