@@ -6,7 +6,8 @@
 namespace vorq {
 
 DesktopCapture::DesktopCapture(DesktopPlatform& platform, const PanelShowings& showings)
-    : m_copyShortcut(
+    : m_platform(platform),
+      m_copyShortcut(
           {platform.clock(), platform.pasteboard(), platform.keyPoster(), platform.workspace()},
           m_clipboardTurns),
       m_log(platform.clock(),
@@ -19,6 +20,17 @@ DesktopCapture::DesktopCapture(DesktopPlatform& platform, const PanelShowings& s
       m_search({platform.clock(), m_reader, platform.screenCapture(), platform.screens(),
                 platform.appearance(), m_log}),
       m_snapshots({m_reader, m_gate, m_copyShortcut, m_search, platform.screens(), m_log}) {}
+
+PasteOver::Services DesktopCapture::pasteOverServices(Accessibility& accessibility) {
+    return {.clock = m_platform.clock(),
+            .accessibility = accessibility,
+            .pasteboard = m_platform.pasteboard(),
+            .keys = m_platform.keyPoster(),
+            .workspace = m_platform.workspace(),
+            .copyShortcut = m_copyShortcut,
+            .log = m_log,
+            .turns = m_clipboardTurns};
+}
 
 std::optional<ProcessId> DesktopCapture::frontmostForeignProcess() const {
     return m_panel.frontmostForeignProcess();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "capture/copy/CopyFallback.h"
+#include "capture/copy/PasteOver.h"
 #include "capture/placement/SnapshotCapture.h"
 #include "capture/placement/WindowHighlightSearch.h"
 #include "capture/selection/CaptureLog.h"
@@ -34,11 +35,14 @@ class DesktopCapture final : public SelectionCapture {
     [[nodiscard]] const CaptureGate& gate() const { return m_gate; }
     [[nodiscard]] CaptureLog& captureLog() { return m_log; }
 
-    // For whoever else borrows the clipboard.
     [[nodiscard]] CopyShortcut& copyShortcut() { return m_copyShortcut; }
-    [[nodiscard]] TurnQueue& clipboardTurns() { return m_clipboardTurns; }
+
+    /// For who writes over selections, which takes turns with all others that borrow the clipboard.
+    /// The accessibility is the caller's own.
+    [[nodiscard]] PasteOver::Services pasteOverServices(Accessibility& accessibility);
 
   private:
+    DesktopPlatform& m_platform;
     TurnQueue m_clipboardTurns;
     CopyFallback m_copyShortcut;
     CaptureLog m_log;

@@ -16,14 +16,7 @@ namespace vorq {
 DesktopSelfTest::DesktopSelfTest(const Parts& parts)
     : m_parts(parts),
       m_accessibility(parts.platform.makeAccessibility()),
-      m_pasteOver({.clock = parts.platform.clock(),
-                   .accessibility = *m_accessibility,
-                   .pasteboard = parts.platform.pasteboard(),
-                   .keys = parts.platform.keyPoster(),
-                   .workspace = parts.platform.workspace(),
-                   .copyShortcut = parts.capture.copyShortcut(),
-                   .log = parts.capture.captureLog(),
-                   .turns = parts.capture.clipboardTurns()}),
+      m_pasteOver(parts.capture.pasteOverServices(*m_accessibility)),
       m_test(
           makeSelfTest({.clock = parts.platform.clock(),
                         .session = parts.platform.sessionFacts(),

@@ -24,36 +24,13 @@
 using namespace Qt::StringLiterals;
 
 namespace vorq {
-namespace {
-
-PanelLook::Tier tierFor(Translucency translucency) {
-    switch (translucency) {
-    case Translucency::Blurred:
-        return PanelLook::Tier::Blur;
-    case Translucency::Plain:
-        return PanelLook::Tier::NoBlur;
-    case Translucency::None:
-        break;
-    }
-    return PanelLook::Tier::Opaque;
-}
-
-} // namespace
-
 // All that the card needs. It takes its memory, so it is there only while the preview is open.
 class DesktopWriting::Tools final {
   public:
     explicit Tools(const Parts& parts)
         : m_platform(parts.platform),
           m_accessibility(parts.platform.makeAccessibility()),
-          m_pasteOver({.clock = parts.platform.clock(),
-                       .accessibility = *m_accessibility,
-                       .pasteboard = parts.platform.pasteboard(),
-                       .keys = parts.platform.keyPoster(),
-                       .workspace = parts.platform.workspace(),
-                       .copyShortcut = parts.capture.copyShortcut(),
-                       .log = parts.capture.captureLog(),
-                       .turns = parts.capture.clipboardTurns()}),
+          m_pasteOver(parts.capture.pasteOverServices(*m_accessibility)),
           m_replacer(m_pasteOver),
           m_looker({parts.capture.reader(), parts.capture.gate(), parts.platform.screens()}),
           m_card(parts.state.account(), parts.state.signIn(), &parts.platform.localSignIn()),
@@ -92,7 +69,7 @@ class DesktopWriting::Tools final {
         m_look.setDesktop(look);
         m_look.setTextScale(
             remainingTextScale(look.textScale.value_or(1), m_window.devicePixelRatio()));
-        m_look.setTier(tierFor(m_platform.compositor().translucency()));
+        m_look.setTranslucency(m_platform.compositor().translucency());
     }
 
     DesktopPlatform& m_platform;
