@@ -54,6 +54,10 @@ class PressMonitor : public QObject {
     virtual void start() = 0;
     virtual void stop() = 0;
 
+    /// The same for keys.
+    virtual void startKeys() = 0;
+    virtual void stopKeys() = 0;
+
     /// Tells of all that has happened up to now before it returns.
     virtual void catchUp() = 0;
 
@@ -63,6 +67,8 @@ class PressMonitor : public QObject {
     void released();
     /// A wheel was turned by a step, or two fingers moved as far, anywhere.
     void scrolled();
+    /// A key went down, anywhere. Which one is nobody's business.
+    void keyPressed();
     /// A program has begun to drag something that can be dropped on others.
     void dragBegan();
 };
@@ -75,6 +81,8 @@ class NoPressMonitor final : public PressMonitor {
     }
     void start() override {}
     void stop() override {}
+    void startKeys() override {}
+    void stopKeys() override {}
     void catchUp() override {}
 };
 

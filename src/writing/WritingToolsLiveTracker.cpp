@@ -17,7 +17,7 @@ void WritingToolsLiveTracker::start(const Start& start) {
     m_movingUntil.reset();
     m_expectedUntil.reset();
     m_emptyLooks = 0;
-    noteChange();
+    m_restsFrom.reset();
     m_isRunning = true;
     m_loopTask.restart(
         [self = QPointer(this)](std::stop_token stop) { return follow(self, std::move(stop)); });

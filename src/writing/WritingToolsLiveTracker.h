@@ -15,8 +15,8 @@ namespace vorq {
 
 /// Follows the selection of an application while a writing session is open: tells where it went
 /// when the writer scrolls, and what it reads when the writer selects anew. One look at a time,
-/// with a pause after each: a long one, since looks cost the application time too, and a short one
-/// while the selection moves or may be about to. Main thread only.
+/// with a pause after each: a long one, since looks cost the application time too, and shorter ones
+/// after something has happened and while the selection moves or may be about to. Main thread only.
 class WritingToolsLiveTracker final : public QObject {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ class WritingToolsLiveTracker final : public QObject {
     struct Pace {
         /// From the end of a look to the next.
         Clock::Duration interval = std::chrono::milliseconds(400);
-        /// The same once nothing has happened for a while.
+        /// The same if nothing has happened yet, or not for a while.
         Clock::Duration restingInterval = std::chrono::milliseconds(1000);
         Clock::Duration timeToRest = std::chrono::seconds(4);
         /// The same while the selection moves.
@@ -56,7 +56,7 @@ class WritingToolsLiveTracker final : public QObject {
 
     void setPace(const Pace& pace) { m_pace = pace; }
 
-    /// Follows this from now on. The first look comes after one interval.
+    /// Follows this from now on. The first look comes after a resting interval.
     void start(const Start& start);
     /// Something has happened that may move the selection: looks at once, and for a while as if it
     /// moved.
@@ -103,10 +103,11 @@ class WritingToolsLiveTracker final : public QObject {
     bool m_isRunning = false;
     std::optional<Clock::Duration> m_movingUntil;   // if it does not move on
     std::optional<Clock::Duration> m_expectedUntil; // that it may begin to move
-    std::optional<Clock::Duration> m_restsFrom;     // if nothing happens before
-    std::stop_source m_pauseEnd;                    // of the pause that is or was the last
-    int m_emptyLooks = 0;                           // one after the other, as of the last look
-    bool m_isLooking = false;                       // a stopped look may still be under way
+    std::optional<Clock::Duration>
+        m_restsFrom;             // if nothing happens before; from the start if empty
+    std::stop_source m_pauseEnd; // of the pause that is or was the last
+    int m_emptyLooks = 0;        // one after the other, as of the last look
+    bool m_isLooking = false;    // a stopped look may still be under way
     TaskSlot m_loopTask;
 };
 

@@ -59,6 +59,7 @@ class LiveTrackerTest : public testing::Test {
         QObject::connect(tracker.get(), &WritingToolsLiveTracker::interaction, tracker.get(),
                          [this](const Kind& kind) { interactions.push_back(kind); });
         looker.sight = {.text = "text", .placement = at(100)};
+        tracker->setPace({.restingInterval = 400ms});
     }
 
     static TrackedPlacement at(double y) {
@@ -132,15 +133,18 @@ TEST_F(LiveTrackerTest, WhileItMovesLooksComeInShortIntervals) {
 }
 
 TEST_F(LiveTrackerTest, WhereNothingHappensItLooksMoreRarely) {
+    tracker->setPace({});
     start();
-    clock.advance(5s);
-    const int looks = looker.looks;
     clock.advance(10s);
-    EXPECT_EQ(looker.looks, looks + 10);
+    EXPECT_EQ(looker.looks, 10);
     see("other", 100, 1s);
     const int then = looker.looks;
     clock.advance(2s);
     EXPECT_EQ(looker.looks, then + 5) << "something has happened";
+    clock.advance(3s);
+    const int later = looker.looks;
+    clock.advance(10s);
+    EXPECT_EQ(looker.looks, later + 10);
 }
 
 TEST_F(LiveTrackerTest, WhatMayMoveItIsFollowedByALookAtOnce) {
@@ -330,7 +334,8 @@ TEST_F(LiveTrackerTest, MayGoDuringALook) {
 }
 
 TEST_F(LiveTrackerTest, ItsPaceCanBeSet) {
-    tracker->setPace({.interval = 50ms, .slowInterval = 50ms, .tolerance = 60});
+    tracker->setPace(
+        {.interval = 50ms, .restingInterval = 50ms, .slowInterval = 50ms, .tolerance = 60});
     start();
     clock.advance(50ms);
     EXPECT_EQ(looker.looks, 1);

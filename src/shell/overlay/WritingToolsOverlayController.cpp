@@ -31,6 +31,10 @@ void WritingToolsOverlayController::connectParts() {
             &WritingToolsOverlayController::handlePress);
     connect(&m_platform.presses, &PressMonitor::scrolled, &m_liveTracker,
             &WritingToolsLiveTracker::expectMovement);
+    // What is typed into the card moves nothing.
+    connect(&m_platform.presses, &PressMonitor::keyPressed, this, [this] {
+        if (!hasKeyboard()) m_liveTracker.expectMovement();
+    });
     connect(&m_platform.workspace, &Workspace::frontmostChanged, this,
             &WritingToolsOverlayController::handleFrontmost);
     connect(&m_platform.screens, &Screens::changed, this, &WritingToolsOverlayController::place);
@@ -147,6 +151,7 @@ void WritingToolsOverlayController::come() {
     m_parts.window.refuseKeyboard();
     m_parts.window.show();
     m_platform.presses.start();
+    m_platform.presses.startKeys();
     emit openChanged();
 }
 
@@ -177,6 +182,7 @@ void WritingToolsOverlayController::close() {
     m_presentedAt.reset();
     m_liveTracker.stop();
     m_platform.presses.stop();
+    m_platform.presses.stopKeys();
     forgetTimer(m_leaveTimer);
     forgetTimer(m_closeTimer);
     m_suppressOutsideClose = false;

@@ -140,6 +140,29 @@ TEST_F(WritingToolsOverlayControllerTest, FollowsAtOnceWhenAWheelTurns) {
     EXPECT_EQ(window.at.top(), 498);
 }
 
+TEST_F(WritingToolsOverlayControllerTest, FollowsAtOnceWhenAKeyIsPressedInTheApplication) {
+    EXPECT_FALSE(presses.tellsOfKeys);
+    pressKey();
+    EXPECT_TRUE(presses.tellsOfKeys);
+    advance(10ms);
+    looker.sight->placement->screenFrame.translate(0, 100);
+    emit presses.keyPressed();
+    advance(1ms);
+    EXPECT_EQ(window.at.top(), 498);
+    controller->close();
+    EXPECT_FALSE(presses.tellsOfKeys);
+}
+
+TEST_F(WritingToolsOverlayControllerTest, WhatIsTypedIntoItIsNoReasonToLook) {
+    pressKey();
+    pressKey();
+    looker.sight->placement->screenFrame.translate(0, 100);
+    const QRectF before = window.at;
+    emit presses.keyPressed();
+    advance(1ms);
+    EXPECT_EQ(window.at, before);
+}
+
 TEST_F(WritingToolsOverlayControllerTest, StandsAboveWhereThereIsNoRoomBelow) {
     snapshot.screenFrame.moveTop(60);
     snapshot.clickPoint = {550, 68};

@@ -95,7 +95,7 @@ PortSupport X11PressMonitor::supported() const {
 
 void X11PressMonitor::start() {
     if (m_starts++ > 0) return;
-    select(true);
+    select();
     watchDrags(true);
     qGuiApp->installEventFilter(this);
 }
@@ -105,8 +105,16 @@ void X11PressMonitor::stop() {
     --m_starts;
     if (m_starts > 0) return;
     qGuiApp->removeEventFilter(this);
-    select(false);
+    select();
     watchDrags(false);
+}
+
+void X11PressMonitor::startKeys() {
+    if (m_keyStarts++ == 0) select();
+}
+
+void X11PressMonitor::stopKeys() {
+    if (m_keyStarts > 0 && --m_keyStarts == 0) select();
 }
 
 // What a press does to a menu happens as Qt deals with it. It is told of before, or the menu would
@@ -130,11 +138,13 @@ void X11PressMonitor::handleOwnPress(const QWindow& window, const QMouseEvent& e
     m_ownPress.reset();
 }
 
-void X11PressMonitor::select(bool isOn) {
+void X11PressMonitor::select() {
     if (m_opcode == 0) return;
-    selectRawInput(m_events.connection(), isOn ? XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS |
-                                                     XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE
-                                               : 0U);
+    constexpr std::uint32_t presses =
+        XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
+    constexpr std::uint32_t keys = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS;
+    selectRawInput(m_events.connection(),
+                   (m_starts > 0 ? presses : 0U) | (m_keyStarts > 0 ? keys : 0U));
 }
 
 void X11PressMonitor::watchDrags(bool isOn) {
@@ -159,6 +169,7 @@ void X11PressMonitor::take(const xcb_generic_event_t& event) {
 
 void X11PressMonitor::takeInput(const xcb_ge_generic_event_t& event) {
     if (event.extension != m_opcode) return;
+    if (event.event_type == XCB_INPUT_RAW_KEY_PRESS) return emit keyPressed();
     const auto& button = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
     if (isWheel(button.detail) && event.event_type == XCB_INPUT_RAW_BUTTON_PRESS) emit scrolled();
     const bool isLeft = button.detail == leftButton;

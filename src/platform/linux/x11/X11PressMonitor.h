@@ -24,6 +24,8 @@ class X11PressMonitor final : public PressMonitor {
     [[nodiscard]] PortSupport supported() const override;
     void start() override;
     void stop() override;
+    void startKeys() override;
+    void stopKeys() override;
     void catchUp() override { m_events.catchUp(); }
 
   protected:
@@ -40,7 +42,7 @@ class X11PressMonitor final : public PressMonitor {
     };
 
     void handleOwnPress(const QWindow& window, const QMouseEvent& event);
-    void select(bool isOn);
+    void select();
     void watchDrags(bool isOn);
     void take(const xcb_generic_event_t& event);
     void takeInput(const xcb_ge_generic_event_t& event);
@@ -53,6 +55,7 @@ class X11PressMonitor final : public PressMonitor {
     const Screens& m_screens;
     std::optional<OwnPress> m_ownPress; // while it is dealt with
     int m_starts = 0;                   // that were not stopped
+    int m_keyStarts = 0;                // likewise
     std::optional<std::uint64_t> m_lastTime;
     ScreenPress m_lastPress;
     X11Connection m_requests;
