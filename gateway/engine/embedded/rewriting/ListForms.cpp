@@ -20,16 +20,17 @@ void addBullet(std::string& list, std::string_view item) {
     list.append("- ").append(trimmed(item));
 }
 
-void addSentences(std::string& list, std::string_view paragraph, Language language) {
+void addSentences(std::string& list, std::string_view paragraph, SentenceSplitter& splitter,
+                  Language language) {
     std::string sentence;
     // What is very long comes in pieces.
-    for (const std::string& piece : splitSentences(paragraph, language)) {
+    splitter.split(paragraph, [&](std::string_view piece) {
         if (!sentence.empty()) sentence += blankOf(language);
         sentence += piece;
-        if (!closesSentence(piece)) continue;
+        if (!closesSentence(piece)) return;
         addBullet(list, sentence);
         sentence.clear();
-    }
+    });
     if (!sentence.empty()) addBullet(list, sentence);
 }
 
@@ -52,20 +53,25 @@ void append(std::string& paragraph, std::string_view text, Language language) {
 std::string toBullets(std::string_view text, Language language) {
     std::string list;
     std::string paragraph;
+    SentenceTail tail; // of the paragraph
+    SentenceSplitter splitter(language);
     const auto flush = [&] {
-        if (!paragraph.empty()) addSentences(list, paragraph, language);
+        if (!paragraph.empty()) addSentences(list, paragraph, splitter, language);
         paragraph.clear();
+        tail = {};
     };
     std::string_view before;
     for (const std::string_view line : linesOf(text)) {
         const std::size_t marker = listMarkerLength(line, std::exchange(before, line));
         const std::string_view content = trimmed(line.substr(marker));
         // A line that ends no sentence may be wrapped.
-        if (marker > 0 || content.empty() || closesSentence(paragraph)) flush();
+        if (marker > 0 || content.empty() || tail.closes()) flush();
         if (marker > 0) {
             addBullet(list, content);
         } else if (!content.empty()) {
+            const std::size_t end = paragraph.size();
             append(paragraph, content, language);
+            tail.add(std::string_view(paragraph).substr(end));
         }
     }
     flush();

@@ -221,6 +221,7 @@ class Trimmer {
     }
 
     void add(std::string_view text, bool isWord) {
+        m_tail.add(text);
         if (isWord) {
             m_lastWord = lowered(text);
             m_result += m_isRaised ? withCapital(text) : std::string(text);
@@ -264,7 +265,7 @@ class Trimmer {
     }
 
     bool drop(std::size_t end) {
-        const bool isSentenceStart = trimmed(m_result).empty() || closesSentence(m_result);
+        const bool isSentenceStart = m_tail.isEmpty() || m_tail.closes();
         // The order of words depends on what a German sentence begins with.
         if (isSentenceStart && m_language != Language::English) return false;
         const std::string_view space = textAt(end);
@@ -297,6 +298,7 @@ class Trimmer {
     std::vector<TextPiece> m_pieces;
     std::size_t m_at = 0;
     std::string m_result;
+    SentenceTail m_tail;     // of the result, with the commas that were around filler
     std::string m_lastWord;  // in lower case, while only blanks follow it
     bool m_isRaised = false; // the next word begins a sentence now
 };

@@ -27,6 +27,24 @@ bool joins(std::string_view text, std::size_t at, CodePoint c) {
     return next >= '0' && next <= '9';
 }
 
+std::string_view withoutClosers(std::string_view text) {
+    static constexpr auto closers =
+        std::to_array<std::string_view>({"\"", "'", "”", "’", "»", ")", "]", "」", "*", "_"});
+    const auto endsIn = [&text](std::string_view closer) { return text.ends_with(closer); };
+    while (true) {
+        const auto* const closer = std::ranges::find_if(closers, endsIn);
+        if (closer == closers.end()) return text;
+        text.remove_suffix(closer->size());
+    }
+}
+
+bool endsInMark(std::string_view text) {
+    static constexpr auto marks =
+        std::to_array<std::string_view>({".", "!", "?", "…", "。", "！", "？", "؟", "۔", "।", ":"});
+    return std::ranges::any_of(marks,
+                               [text](std::string_view mark) { return text.ends_with(mark); });
+}
+
 } // namespace
 
 std::vector<TextPiece> piecesOf(std::string_view text) {
@@ -70,18 +88,21 @@ std::string withCapital(std::string_view text) {
 }
 
 bool closesSentence(std::string_view text) {
-    static constexpr auto closers =
-        std::to_array<std::string_view>({"\"", "'", "”", "’", "»", ")", "]", "」", "*", "_"});
-    static constexpr auto ends =
-        std::to_array<std::string_view>({".", "!", "?", "…", "。", "！", "？", "؟", "۔", "।", ":"});
-    text = trimmed(text);
-    const auto endsIn = [&text](std::string_view mark) { return text.ends_with(mark); };
-    while (true) {
-        const auto* const closer = std::ranges::find_if(closers, endsIn);
-        if (closer == closers.end()) break;
-        text.remove_suffix(closer->size());
+    return endsInMark(withoutClosers(trimmed(text)));
+}
+
+void SentenceTail::add(std::string_view text) {
+    const std::string_view core = trimmed(text);
+    if (core.empty()) {
+        m_endsInBlank = m_endsInBlank || !text.empty();
+        return;
     }
-    return std::ranges::any_of(ends, endsIn);
+    const bool isApart = m_endsInBlank || core.data() != text.data();
+    const std::string_view rest = withoutClosers(core);
+    // Quotes and parentheses that follow at once are part of what they close.
+    if (!rest.empty() || isApart) m_closes = endsInMark(rest);
+    m_endsInBlank = core.data() + core.size() != text.data() + text.size();
+    m_isEmpty = false;
 }
 
 std::size_t listMarkerLength(std::string_view line, std::string_view before) {
