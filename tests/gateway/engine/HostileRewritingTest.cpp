@@ -1,4 +1,5 @@
 #include "engine/embedded/rewriting/ListForms.h"
+#include "engine/embedded/rewriting/Shelter.h"
 #include "engine/embedded/rewriting/Shortening.h"
 
 #include <gtest/gtest.h>
@@ -42,6 +43,39 @@ TEST(HostileRewritingTest, ShorterPassesManyBlanksInLinearTime) {
 TEST(HostileRewritingTest, ShorterPassesManyParenthesesInLinearTime) {
     const std::string text = "x" + times(200'000, ")").append(" ") + times(20'000, "really ") + "y";
     EXPECT_TRUE(shortened(text, Language::English).ends_with(") y"));
+}
+
+TEST(HostileRewritingTest, ShelterPassesManyBackticksInLinearTime) {
+    std::string falling;
+    for (std::size_t ticks = 2000; ticks > 0; --ticks)
+        falling.append(ticks, '`').append(" ");
+    EXPECT_TRUE(Shelter(falling).text() == falling);
+    std::string unclosed;
+    for (std::size_t ticks = 1; ticks < 500; ++ticks)
+        unclosed.append(ticks, '`').append(" ");
+    EXPECT_TRUE(Shelter(unclosed).text() == unclosed);
+    const std::string lines = times(250'000, "`\n");
+    EXPECT_TRUE(Shelter(lines).text() == lines);
+    const std::string words = "``" + times(100'000, " `x` y");
+    EXPECT_TRUE(Shelter(words).restored(Shelter(words).text()) == words);
+}
+
+TEST(ShelterTest, CodeEndsAtARunOfAsManyBackticks) {
+    const auto parts = [](std::string_view text) {
+        const Shelter shelter(text);
+        std::string shown;
+        for (const char c : shelter.text())
+            if ((c & '\x80') == 0) shown += c;
+        return shown;
+    };
+    EXPECT_EQ(parts("a `b` c"), "a  c");
+    EXPECT_EQ(parts("a `b``c` d"), "a  d");
+    EXPECT_EQ(parts("a ``b```c`` d"), "a  d");
+    EXPECT_EQ(parts("a ``b` c"), "a ``b` c");
+    EXPECT_EQ(parts("a `b`` c"), "a `b`` c");
+    EXPECT_EQ(parts("a ``b `c` d"), "a ``b  d");
+    EXPECT_EQ(parts("a `b\nc` d"), "a `b\nc` d");
+    EXPECT_EQ(parts("a `b\n`c` d"), "a `b\n d");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
 
 namespace vorq::gateway {
 namespace {
@@ -21,13 +22,47 @@ bool hasPrivate(std::string_view text) {
     return false;
 }
 
-/// The code in backticks that the text begins with, in one line; empty for none.
-std::string_view codeAtBeginning(std::string_view text) {
-    const std::size_t ticks = std::min(text.find_first_not_of('`'), text.size());
-    const std::size_t end = text.find(text.substr(0, ticks), ticks);
-    const bool isCode = end != std::string_view::npos && !text.substr(0, end).contains('\n');
-    return isCode ? text.substr(0, end + ticks) : std::string_view();
-}
+/// Finds the code in backticks of a text: it ends at a run of as many as it began with, in its
+/// line.
+class CodeSpans {
+  public:
+    explicit CodeSpans(std::string_view text) : m_text(text) {}
+
+    /// The code that begins with the run of backticks at `at`; empty for none. The text is asked
+    /// from its beginning to its end.
+    [[nodiscard]] std::string_view at(std::size_t at) {
+        if (at >= m_lineEnd) readLine(at);
+        const std::size_t ticks = runEnd(at) - at;
+        const auto last = m_last.find(ticks);
+        if (last == m_last.end() || last->second <= at) return {};
+        std::size_t next = at + ticks;
+        while (true) {
+            next = m_text.find('`', next);
+            const std::size_t end = runEnd(next);
+            if (end - next == ticks) return m_text.substr(at, end - at);
+            next = end;
+        }
+    }
+
+    [[nodiscard]] std::size_t runEnd(std::size_t at) const {
+        return std::min(m_text.find_first_not_of('`', at), m_text.size());
+    }
+
+  private:
+    void readLine(std::size_t from) {
+        m_lineEnd = std::min(m_text.find('\n', from), m_text.size());
+        const std::string_view line = m_text.substr(0, m_lineEnd);
+        for (std::size_t at = from; at < m_lineEnd; at = line.find('`', at)) {
+            const std::size_t end = runEnd(at);
+            m_last[end - at] = at;
+            at = end;
+        }
+    }
+
+    std::string_view m_text;
+    std::size_t m_lineEnd = 0;                           // of the lines that were read
+    std::unordered_map<std::size_t, std::size_t> m_last; // run of a length, where it is
+};
 
 /// The part of a word between blanks that is an address or has an entity, without the marks of the
 /// sentence around it; empty for none.
@@ -50,22 +85,23 @@ Shelter::Shelter(std::string_view text) {
         m_text = text;
         return;
     }
-    while (!text.empty()) {
+    CodeSpans code(text);
+    for (std::size_t at = 0; at < text.size();) {
         std::string_view part;
-        std::size_t begin = 0;
+        std::size_t begin = at;
         std::size_t end = 0;
-        if (text.front() == '`') {
-            part = codeAtBeginning(text);
-            end = part.empty() ? std::min(text.find_first_not_of('`'), text.size()) : part.size();
+        if (text[at] == '`') {
+            part = code.at(at);
+            end = part.empty() ? code.runEnd(at) : at + part.size();
         } else {
             // A word, and the blanks before it.
-            begin = std::min(text.find_first_not_of(" \t\n"), text.size());
+            begin = std::min(text.find_first_not_of(" \t\n", at), text.size());
             end = std::min(text.find_first_of(" \t\n`", begin), text.size());
             part = addressIn(text.substr(begin, end - begin));
             if (!part.empty()) begin = static_cast<std::size_t>(part.data() - text.data());
         }
-        add(text.substr(0, end), part, begin);
-        text.remove_prefix(end);
+        add(text.substr(at, end - at), part, begin - at);
+        at = end;
     }
 }
 
