@@ -114,7 +114,9 @@ void X11PressMonitor::startKeys() {
 }
 
 void X11PressMonitor::stopKeys() {
-    if (m_keyStarts > 0 && --m_keyStarts == 0) select();
+    if (m_keyStarts == 0) return;
+    --m_keyStarts;
+    if (m_keyStarts == 0) select();
 }
 
 // What a press does to a menu happens as Qt deals with it. It is told of before, or the menu would
