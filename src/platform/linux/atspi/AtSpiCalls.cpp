@@ -268,6 +268,12 @@ bool truthIn(const QDBusMessage& reply) {
     return isOf(reply, "b") && reply.arguments().constFirst().toBool();
 }
 
+bool isLate(const QDBusMessage& reply) {
+    const QDBusError::ErrorType type = QDBusError(reply).type();
+    return type == QDBusError::NoReply || type == QDBusError::Timeout ||
+           type == QDBusError::TimedOut;
+}
+
 std::optional<Span> spanIn(const QDBusMessage& reply) {
     if (!isOf(reply, "ii")) return std::nullopt;
     const Span span{.start = reply.arguments()[0].toInt(), .end = reply.arguments()[1].toInt()};

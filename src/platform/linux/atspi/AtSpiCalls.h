@@ -91,6 +91,8 @@ struct Span {
 [[nodiscard]] bool offersLinks(const QDBusMessage& reply);
 [[nodiscard]] QMap<QString, QString> attributesIn(const QDBusMessage& reply);
 [[nodiscard]] bool truthIn(const QDBusMessage& reply);
+/// Whether the application may still do what it was called for.
+[[nodiscard]] bool isLate(const QDBusMessage& reply);
 /// Both ends in order, and not negative.
 [[nodiscard]] std::optional<Span> spanIn(const QDBusMessage& reply);
 [[nodiscard]] std::optional<QRectF> rectIn(const QDBusMessage& reply);

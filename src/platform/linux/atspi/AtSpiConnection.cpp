@@ -39,7 +39,7 @@ QString uniqueName(const char* kind) {
 
 void AtSpiBatch::answer(std::size_t index, const QDBusMessage& reply) {
     const std::scoped_lock lock(m_mutex);
-    if (reply.type() == QDBusMessage::ReplyMessage) m_replies[index] = reply;
+    m_replies[index] = reply;
     --m_missing;
     if (m_missing == 0) m_changed.notify_all();
 }

@@ -31,10 +31,10 @@ class AtSpiBatch {
 
     [[nodiscard]] const std::vector<QDBusMessage>& calls() const { return m_calls; }
 
-    /// On the connection's thread. An error is kept as an invalid message.
+    /// On the connection's thread. An error is an answer, too.
     void answer(std::size_t index, const QDBusMessage& reply);
 
-    /// Waits for all answers, or for the token; what came by then.
+    /// Waits for all answers, or for the token; what came by then, else invalid messages.
     [[nodiscard]] std::vector<QDBusMessage> wait(const std::stop_token& stop);
 
   private:

@@ -1,6 +1,7 @@
 #include "platform/linux/atspi/AtSpiElement.h"
 
 #include "platform/linux/atspi/AtSpiSelectedPieces.h"
+#include "platform/linux/atspi/AtSpiTextReplacement.h"
 
 #include <limits>
 
@@ -209,29 +210,8 @@ bool AtSpiElement::setSelectedText(const QString& text) {
     const auto spans = selection().spans(m_element);
     if (!spans || spans->size() != 1) return false;
     const auto former = selection().plainText(m_element, spans->front());
-    if (!former) return false;
-    return replace(spans->front(), text, *former);
-}
-
-bool AtSpiElement::replace(Span span, const QString& text, const QString& former) {
-    const AtSpiToolkit kind = toolkit();
-    const auto insert = [&](const QString& inserted) {
-        const auto length = kind.countsInsertedUnits ? inserted.size() : inserted.toUtf8().size();
-        return atspi::truthIn(bus().call(
-            atspi::insertText(m_element, span.start, inserted, toInt32(length)), stop()));
-    };
-    const auto isThere = [&](const QString& expected) {
-        const auto length = toolkitOffset(expected.size(), expected, kind);
-        return selection().plainText(m_element, {.start = span.start,
-                                                 .end = toInt32(span.start + length)}) == expected;
-    };
-    if (!atspi::truthIn(bus().call(atspi::deleteText(m_element, span.start, span.end), stop())))
-        return false;
-    (void)insert(text);
-    if (isThere(text)) return true;
-    // Nothing may be lost: what was deleted comes back.
-    if (!isThere(former)) (void)insert(former);
-    return false;
+    if (!former || stop().stop_requested()) return false;
+    return AtSpiTextReplacement(bus(), toolkit(), m_element).replace(spans->front(), text, *former);
 }
 
 } // namespace vorq

@@ -61,7 +61,6 @@ class AtSpiElement final : public AccessibleElement {
     [[nodiscard]] std::optional<QRectF> onScreen(std::optional<QRectF> rect) const;
     [[nodiscard]] std::optional<QRectF> frame() const;
     [[nodiscard]] std::optional<Span> spanOf(TextRange range, QStringView text) const;
-    bool replace(Span span, const QString& text, const QString& former);
 
     std::shared_ptr<Session> m_session;
     AtSpiRef m_element;
