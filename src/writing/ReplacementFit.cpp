@@ -3,6 +3,8 @@
 #include "capture/copy/ReplacementText.h"
 #include "support/text/Text.h"
 
+#include <QList>
+
 #include <algorithm>
 #include <array>
 
@@ -28,15 +30,25 @@ bool endsSentence(QStringView text) {
     return endsWithFullStop(text) || (!text.isEmpty() && marks.contains(text.back()));
 }
 
-// A stop that belongs to the word and ends no sentence.
+// As "e.g." or "z.B.", and not as an address or a number.
+bool isOfSingleLetters(QStringView word) {
+    const QStringView letters = word.chopped(1);
+    if (!letters.contains(u'.')) return false;
+    return std::ranges::all_of(letters.split(u'.'), [](QStringView piece) {
+        return piece.size() == 1 && piece.front().isLetter();
+    });
+}
+
+// Stops that belong to the word, or are an ellipsis, and end no sentence.
 bool endsWithAbbreviation(QStringView text) {
-    static constexpr auto abbreviations = std::to_array<QStringView>(
-        {u"etc.", u"al.", u"Inc.", u"Ltd.", u"Co.", u"Corp.", u"Jr.", u"Sr.", u"usw.", u"ff."});
+    static constexpr auto abbreviations =
+        std::to_array<QStringView>({u"etc.", u"al.", u"Inc.", u"Ltd.", u"Co.", u"Corp.", u"Jr.",
+                                    u"Sr.", u"usw.", u"ff.", u"Ph.D."});
     qsizetype begin = text.size();
     while (begin > 0 && !isWhitespaceOrNewline(text[begin - 1].unicode()))
         --begin;
     const QStringView word = text.sliced(begin);
-    return word.chopped(1).contains(u'.') ||
+    return word.endsWith(u"..") || isOfSingleLetters(word) ||
            std::ranges::find(abbreviations, word) != abbreviations.end();
 }
 

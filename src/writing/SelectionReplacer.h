@@ -4,8 +4,8 @@
 
 namespace vorq {
 
-/// Writes over a selection in another application, once it has seen that it is still there, and
-/// takes that back. A replacement that is under way goes on when whoever asked is gone.
+/// Writes over a selection in another application, once it has seen that it is still there. A
+/// replacement that is under way goes on when whoever asked is gone.
 class SelectionReplacer {
   public:
     using Outcome = PasteOver::Outcome;
@@ -18,11 +18,6 @@ class SelectionReplacer {
 
     virtual QCoro::Task<Outcome> replaceSelectedText(QString replacement, Target target,
                                                      std::stop_token stop) = 0;
-
-    /// Whether the last replacement can be taken back.
-    [[nodiscard]] virtual bool canUndo() const = 0;
-    /// Puts back, once, what the last replacement took the place of.
-    virtual QCoro::Task<Outcome> undo(std::stop_token stop) = 0;
 };
 
 /// Over a paste, which must outlive it.
@@ -35,10 +30,6 @@ class PasteOverReplacer final : public SelectionReplacer {
         return m_paster.replaceSelectedText(std::move(replacement), std::move(target),
                                             std::move(stop));
     }
-    [[nodiscard]] bool canUndo() const override { return m_paster.canUndo(); }
-    QCoro::Task<Outcome> undo(std::stop_token stop) override {
-        return m_paster.undo(std::move(stop));
-    }
 
   private:
     PasteOver& m_paster;
@@ -50,8 +41,6 @@ class NoSelectionReplacer final : public SelectionReplacer {
     QCoro::Task<Outcome> replaceSelectedText(QString, Target, std::stop_token) override {
         co_return Outcome::NotReplaced;
     }
-    [[nodiscard]] bool canUndo() const override { return false; }
-    QCoro::Task<Outcome> undo(std::stop_token) override { co_return Outcome::NotReplaced; }
 };
 
 } // namespace vorq

@@ -92,7 +92,7 @@ bool WritingToolsLiveTracker::isAt(const QRectF& frame) const {
 void WritingToolsLiveTracker::consider(const SelectionSight& sight) {
     const QPointer<WritingToolsLiveTracker> self(this);
     if (sight.text.isEmpty()) {
-        if (++m_emptyLooks == emptyLooksOfGone) emit selectionGone();
+        if (++m_emptyLooks >= emptyLooksOfGone) emit selectionGone();
         return;
     }
     m_emptyLooks = 0;

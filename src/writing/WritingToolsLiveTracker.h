@@ -79,7 +79,7 @@ class WritingToolsLiveTracker final : public QObject {
     /// What happened, for the session's log. A movement is one event, however long it takes.
     void interaction(const vorq::WritingToolsInteraction::Kind& kind);
     /// The application says that nothing is selected any more, and has said so the time before: a
-    /// program that draws its text anew may do so once.
+    /// program that draws its text anew may do so once. Told again as long as it is so.
     void selectionGone();
     /// A look saw nothing: the application hangs, has ended or does not tell.
     void sawNothing();

@@ -44,6 +44,46 @@ SelectionReplacer::Target targetOf(const WritingSelection& selection) {
             .range = selection.selectedRange};
 }
 
+// Nothing where the card has a sentence of its own.
+std::optional<QString> replaceFailure(SelectionReplacer::Outcome outcome) {
+    using Outcome = SelectionReplacer::Outcome;
+    switch (outcome) {
+    case Outcome::OnClipboard:
+        return WritingToolsModel::tr("The selection has changed, so nothing was replaced. The "
+                                     "suggestion is on the clipboard.");
+    case Outcome::Unanswered:
+        return WritingToolsModel::tr("The application does not answer, so nothing was replaced. "
+                                     "The suggestion is on the clipboard.");
+    case Outcome::Pending:
+        return WritingToolsModel::tr("The application has not taken the suggestion yet, and may "
+                                     "still do so. It is on the clipboard, too.");
+    case Outcome::Replaced:
+    case Outcome::NotReplaced:
+        break;
+    }
+    return std::nullopt;
+}
+
+QString undoFailure(SelectionReplacer::Outcome outcome) {
+    using Outcome = SelectionReplacer::Outcome;
+    switch (outcome) {
+    case Outcome::OnClipboard:
+        return WritingToolsModel::tr("The text has changed since, so it was left as it is. Your "
+                                     "original is on the clipboard.");
+    case Outcome::Unanswered:
+        return WritingToolsModel::tr("The application does not answer, so the text was left as it "
+                                     "is. Your original is on the clipboard.");
+    case Outcome::Pending:
+        return WritingToolsModel::tr("The application has not taken your original back yet, and "
+                                     "may still do so. It is on the clipboard, too.");
+    case Outcome::Replaced:
+    case Outcome::NotReplaced:
+        break;
+    }
+    return WritingToolsModel::tr("Couldn’t put the original back — your application may be able to "
+                                 "undo it.");
+}
+
 } // namespace
 
 QString rawString(WritingToolAction action) {
@@ -63,7 +103,7 @@ WritingToolsModel::WritingToolsModel(const Services& services, const WritingSele
     : QObject(parent),
       m_services(services),
       m_selection(selection),
-      m_target(targetOf(selection)) {}
+      m_standing{.target = targetOf(selection), .suggestion = {}} {}
 
 void WritingToolsModel::setDraftPrompt(const QString& text) {
     if (m_draftPrompt == text) return;
@@ -79,10 +119,6 @@ void WritingToolsModel::setArrowPointsUp(bool pointsUp) {
 
 bool WritingToolsModel::canSubmit() const {
     return !m_isReplacing && !isBlankText(m_draftPrompt);
-}
-
-bool WritingToolsModel::canUndo() const {
-    return m_formerTarget && !m_isReplacing && m_services.replacer.canUndo();
 }
 
 void WritingToolsModel::record(const Kind& kind) {
@@ -253,29 +289,36 @@ void WritingToolsModel::beginReplacing() {
 void WritingToolsModel::replaceInApp() {
     const QString text = trimmed(m_suggestion).toString();
     if (text.isEmpty() || m_isReplacing) return;
-    const QString replacement = replacementFor(m_target.original, text);
-    m_replaceTask.restart([self = QPointer(this), replacement](const std::stop_token&) {
-        return replace(self, replacement);
-    });
+    Version next{.target = m_standing.target, .suggestion = m_suggestion};
+    next.target.original = replacementFor(m_selection.originalText, text);
+    if (next.target.range) next.target.range->length = next.target.original.size();
+    m_replaceTask.restart(
+        [self = QPointer(this), next](const std::stop_token&) { return replace(self, next); });
     beginReplacing();
 }
 
-QCoro::Task<> WritingToolsModel::replace(QPointer<WritingToolsModel> self, QString replacement) {
-    if (!self) co_return;
+// Over what stands there.
+QCoro::Task<SelectionReplacer::Outcome> WritingToolsModel::write(QPointer<WritingToolsModel> self,
+                                                                 QString text) {
+    Outcome outcome = Outcome::NotReplaced;
     co_await sleepFor(self->m_services.clock, pauseBeforeReplacing, {});
-    if (!self) co_return;
-    const Outcome outcome =
-        co_await self->m_services.replacer.replaceSelectedText(replacement, self->m_target, {});
-    if (self) self->finishReplace(outcome, replacement);
+    if (!self) co_return outcome;
+    outcome = co_await self->m_services.replacer.replaceSelectedText(std::move(text),
+                                                                     self->m_standing.target, {});
+    co_return outcome;
 }
 
-void WritingToolsModel::finishReplace(Outcome outcome, const QString& replacement) {
+QCoro::Task<> WritingToolsModel::replace(QPointer<WritingToolsModel> self, Version next) {
+    if (!self) co_return;
+    const Outcome outcome = co_await write(self, next.target.original);
+    if (self) self->finishReplace(outcome, next);
+}
+
+void WritingToolsModel::finishReplace(Outcome outcome, const Version& next) {
     m_isReplacing = false;
     const QPointer<WritingToolsModel> self(this);
     if (outcome == Outcome::Replaced) {
-        m_formerTarget = m_target;
-        m_target.original = replacement;
-        if (m_target.range) m_target.range->length = replacement.size();
+        m_former.push_back(std::exchange(m_standing, next));
         record(Kind::acceptedReplace());
         emit stateChanged();
         if (self) emit replaceFinished();
@@ -283,11 +326,9 @@ void WritingToolsModel::finishReplace(Outcome outcome, const QString& replacemen
         return;
     }
     m_replaceFailed = true;
-    if (outcome == Outcome::OnClipboard)
-        m_errorMessage = tr("The selection has changed, so nothing was replaced. The suggestion is "
-                            "on the clipboard.");
+    m_errorMessage = replaceFailure(outcome);
     qCInfo(writingLog).nospace() << "Vorq writing tools: Replace failed for pid="
-                                 << m_target.source.value_or(-1);
+                                 << m_standing.target.source.value_or(-1);
     emit replaceFinished();
     if (self) announce();
 }
@@ -300,29 +341,23 @@ void WritingToolsModel::undoReplace() {
 
 QCoro::Task<> WritingToolsModel::undo(QPointer<WritingToolsModel> self) {
     if (!self) co_return;
-    co_await sleepFor(self->m_services.clock, pauseBeforeReplacing, {});
-    if (!self) co_return;
-    const Outcome outcome = co_await self->m_services.replacer.undo({});
+    const Outcome outcome = co_await write(self, self->m_former.back().target.original);
     if (self) self->finishUndo(outcome);
 }
 
+// What was not put back can be tried again.
 void WritingToolsModel::finishUndo(Outcome outcome) {
     m_isReplacing = false;
-    const std::optional<SelectionReplacer::Target> former =
-        std::exchange(m_formerTarget, std::nullopt);
     const QPointer<WritingToolsModel> self(this);
     if (outcome == Outcome::Replaced) {
-        if (former) m_target = *former;
+        m_standing = std::move(m_former.back());
+        m_former.pop_back();
         emit stateChanged();
         if (self) emit replaceFinished();
         if (self) emit undone();
         return;
     }
-    m_errorMessage = outcome == Outcome::OnClipboard
-                         ? tr("The text has changed since, so it was left as it is. Your original "
-                              "is on the clipboard.")
-                         : tr("Couldn’t put the original back — your application may be able to "
-                              "undo it.");
+    m_errorMessage = undoFailure(outcome);
     emit replaceFinished();
     if (self) announce();
 }

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <expected>
 #include <optional>
+#include <vector>
 
 namespace vorq {
 
@@ -86,7 +87,11 @@ class WritingToolsModel final : public QObject {
     [[nodiscard]] int promptFocusToken() const { return m_promptFocusToken; }
     [[nodiscard]] bool arrowPointsUp() const { return m_arrowPointsUp; }
     void setArrowPointsUp(bool pointsUp);
-    [[nodiscard]] bool canUndo() const;
+    /// The suggestion that stands in the place of the selection, "" while the original does.
+    [[nodiscard]] const QString& standing() const { return m_standing.suggestion; }
+    /// Whether something was replaced and not taken back.
+    [[nodiscard]] bool hasReplaced() const { return !m_former.empty(); }
+    [[nodiscard]] bool canUndo() const { return hasReplaced() && !m_isReplacing; }
     [[nodiscard]] bool canSubmit() const;
 
     [[nodiscard]] const TakeHistory& takes() const { return m_takes; }
@@ -108,7 +113,7 @@ class WritingToolsModel final : public QObject {
     Q_INVOKABLE void cancelRewrite();
     /// Writes the suggestion over the selection. Nothing cancels it.
     Q_INVOKABLE void replaceInApp();
-    /// Puts back what the last replacement took the place of.
+    /// Puts back what the last replacement took the place of: again and again, up to the original.
     Q_INVOKABLE void undoReplace();
     /// Shows a take that was seen before: the next one, or with -1 the one before, round and round.
     Q_INVOKABLE void showOtherTake(int steps = 1);
@@ -146,11 +151,18 @@ class WritingToolsModel final : public QObject {
     static QCoro::Task<> rewrite(QPointer<WritingToolsModel> self, Ask ask, std::stop_token stop);
     static QCoro::Task<std::optional<Rewrite>> askBackend(QPointer<WritingToolsModel> self, Ask ask,
                                                           std::stop_token stop);
-    static QCoro::Task<> replace(QPointer<WritingToolsModel> self, QString replacement);
+    /// What stands, or stood, in the place of the selection.
+    struct Version {
+        SelectionReplacer::Target target;
+        QString suggestion; // "" for the original
+    };
+
+    static QCoro::Task<Outcome> write(QPointer<WritingToolsModel> self, QString text);
+    static QCoro::Task<> replace(QPointer<WritingToolsModel> self, Version next);
     static QCoro::Task<> undo(QPointer<WritingToolsModel> self);
 
     void finishRewrite(const std::optional<Rewrite>& answer, bool applyAfter);
-    void finishReplace(Outcome outcome, const QString& replacement);
+    void finishReplace(Outcome outcome, const Version& next);
     void finishUndo(Outcome outcome);
     void beginReplacing();
     void applySuggestion();
@@ -161,9 +173,8 @@ class WritingToolsModel final : public QObject {
 
     Services m_services;
     WritingSelection m_selection;
-    // What a replacement is to find: the selection, or what took its place.
-    SelectionReplacer::Target m_target;
-    std::optional<SelectionReplacer::Target> m_formerTarget; // before the last replacement
+    Version m_standing;
+    std::vector<Version> m_former; // the original first
 
     QString m_suggestion;
     QString m_suggestionBefore; // what was on show when the rewrite was asked for

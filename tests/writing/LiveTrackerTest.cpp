@@ -235,7 +235,7 @@ TEST_F(LiveTrackerTest, ASelectionIsGoneOnceTwoLooksInARowFindNone) {
     see("", {});
     EXPECT_EQ(gone, 1);
     see("", {});
-    EXPECT_EQ(gone, 1) << "is told once";
+    EXPECT_EQ(gone, 2) << "whoever could not use it hears it again";
     EXPECT_THAT(interactions, IsEmpty());
     EXPECT_EQ(tracker->lastSelectionText(), "text");
 }

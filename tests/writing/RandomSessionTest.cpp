@@ -41,7 +41,6 @@ class RandomSessionTest : public WritingFixture {
         m_steps.clear();
         m_shown.clear();
         m_open.clear();
-        replacer.hasUndo = false;
         begin();
         for (int step = 0; step < steps; ++step) {
             doAnything();

@@ -68,6 +68,11 @@ TEST(ReplacementFitTest, HasAFinalFullStopWhereTheOriginalEndsASentence) {
         EXPECT_EQ(replacementFor(original, "It is new."), "It is new") << original;
 }
 
+TEST(ReplacementFitTest, AnAddressOrANumberIsNoAbbreviation) {
+    EXPECT_EQ(replacementFor("see our page", "Visit example.com."), "Visit example.com");
+    EXPECT_EQ(replacementFor("the version", "Version 3.5."), "Version 3.5");
+}
+
 TEST(ReplacementFitTest, KeepsWhatIsNoFullStop) {
     EXPECT_EQ(replacementFor("old", "What now?"), "What now?");
     EXPECT_EQ(replacementFor("old", "and so on..."), "and so on...");

@@ -255,7 +255,10 @@ TEST_F(WritingToolsModelTest, UndoPutsTheOriginalBackOnce) {
     EXPECT_TRUE(writing->isReplacing());
     clock.advance(50ms);
     EXPECT_THAT(heard, ElementsAre("started", "finished", "undone"));
-    EXPECT_EQ(replacer.undone, 1);
+    ASSERT_EQ(replacer.asked.size(), 2U);
+    EXPECT_EQ(replacer.asked[1].replacement, "The old sentence.");
+    EXPECT_EQ(replacer.asked[1].target.original, "One.");
+    EXPECT_EQ(writing->standing(), "");
     EXPECT_FALSE(writing->canUndo());
     EXPECT_EQ(suggestion(), "One.");
     // The selection is what it was.
@@ -273,8 +276,66 @@ TEST_F(WritingToolsModelTest, AnUndoThatFailsSaysSo) {
     clock.advance(50ms);
     EXPECT_EQ(error(), "The text has changed since, so it was left as it is. Your original is on "
                        "the clipboard.");
-    EXPECT_FALSE(writing->canUndo());
     EXPECT_FALSE(writing->isReplacing());
+    EXPECT_TRUE(writing->canUndo()) << "it may answer the next time";
+    replacer.outcome = SelectionReplacer::Outcome::Unanswered;
+    writing->undoReplace();
+    clock.advance(50ms);
+    EXPECT_TRUE(error().startsWith("The application does not answer"));
+    replacer.outcome = SelectionReplacer::Outcome::Replaced;
+    writing->undoReplace();
+    clock.advance(50ms);
+    EXPECT_EQ(heard.back(), "undone");
+    EXPECT_FALSE(writing->canUndo());
+}
+
+TEST_F(WritingToolsModelTest, UndoGoesBackVersionByVersionToTheOriginal) {
+    for (const char* take : {"One.", "Another."}) {
+        suggest("again", take);
+        writing->replaceInApp();
+        clock.advance(50ms);
+    }
+    EXPECT_EQ(writing->standing(), "Another.");
+    // Whatever is on show meanwhile.
+    suggest("again", "");
+    ASSERT_TRUE(writing->canUndo());
+    writing->undoReplace();
+    clock.advance(50ms);
+    EXPECT_EQ(replacer.asked.back().replacement, "One.");
+    EXPECT_EQ(writing->standing(), "One.");
+    ASSERT_TRUE(writing->canUndo());
+    writing->undoReplace();
+    clock.advance(50ms);
+    EXPECT_EQ(replacer.asked.back().replacement, "The old sentence.");
+    EXPECT_EQ(replacer.asked.back().target.original, "One.");
+    EXPECT_EQ(writing->standing(), "");
+    EXPECT_FALSE(writing->canUndo());
+}
+
+TEST_F(WritingToolsModelTest, EachReplacementHasTheFormOfTheOriginal) {
+    selection.originalText = "the old words";
+    open();
+    for (const char* take : {"Great!", "Nice."}) {
+        suggest("again", take);
+        writing->replaceInApp();
+        clock.advance(50ms);
+    }
+    EXPECT_EQ(replacer.asked.back().replacement, "Nice");
+}
+
+TEST_F(WritingToolsModelTest, AnApplicationThatDoesNotTakeTheTextIsSpokenOfAsItIs) {
+    suggest("shorter", "One.");
+    replacer.outcome = SelectionReplacer::Outcome::Unanswered;
+    writing->replaceInApp();
+    clock.advance(50ms);
+    EXPECT_EQ(error(), "The application does not answer, so nothing was replaced. The suggestion "
+                       "is on the clipboard.");
+    replacer.outcome = SelectionReplacer::Outcome::Pending;
+    writing->replaceInApp();
+    clock.advance(50ms);
+    EXPECT_EQ(error(), "The application has not taken the suggestion yet, and may still do so. It "
+                       "is on the clipboard, too.");
+    EXPECT_EQ(suggestion(), "One.");
 }
 
 TEST_F(WritingToolsModelTest, TabGoesRoundTheTakesThatWereSeen) {

@@ -115,7 +115,7 @@ QCoro::Task<PasteOver::Sight> PasteOver::look(Target target, Look look, std::sto
     };
     const bool isInTime = co_await m_thread.run(std::move(job), lookLimit, std::move(stop));
     // Until it has come to its end, it still belongs to the other thread.
-    co_return isInTime ? *sight : Sight::Unknown;
+    co_return isInTime ? *sight : Sight::Silent;
 }
 
 bool PasteOver::canPaste(const Target& target) const {
@@ -151,13 +151,17 @@ QCoro::Task<PasteOver::Outcome> PasteOver::write(QString replacement, Target tar
     if (isInFront(target) || !target.window) sight = co_await look(target, std::move(first), stop);
     if (!self || stop.stop_requested()) co_return outcome;
     if (sight == Sight::Replaced) co_return Outcome::Replaced;
+    // It may be at it still. A key pressed now would be dealt with whenever it wakes.
+    if (sight == Sight::Silent)
+        co_return co_await leaveOnClipboard(replacement,
+                                            writesFirst ? Outcome::Pending : Outcome::Unanswered);
     if (sight == Sight::Unknown) {
         const bool isThere = co_await isOriginalCopied(target, stop);
         if (!self || stop.stop_requested()) co_return outcome;
         if (!isThere) sight = Sight::Other;
     }
     outcome = sight == Sight::Other
-                  ? co_await leaveOnClipboard(replacement)
+                  ? co_await leaveOnClipboard(replacement, Outcome::OnClipboard)
                   : co_await paste(replacement, target, sight != Sight::Unknown, stop);
     co_return outcome;
 }
@@ -185,7 +189,11 @@ QCoro::Task<PasteOver::Outcome> PasteOver::paste(QString replacement, Target tar
         if (!self || stop.stop_requested()) co_return outcome;
         if (!pasted && pasted.error() == Obstacle::Clipboard)
             co_return co_await writeAlone(replacement, target, stop);
-        if (!pasted) co_return co_await leaveOnClipboard(replacement);
+        if (!pasted) {
+            const bool isLate = pasted.error() == Obstacle::Delay;
+            co_return co_await leaveOnClipboard(replacement,
+                                                isLate ? Outcome::Pending : Outcome::OnClipboard);
+        }
         // It is given the benefit of the doubt.
         if (!isKnown) co_return Outcome::Replaced;
         Sight sight = co_await awaitPaste(replacement, target, stop);
@@ -209,7 +217,10 @@ QCoro::Task<PasteOver::Sight> PasteOver::awaitPaste(QString replacement, Target 
     };
     const Clock::Duration end = clock.now() + lateShowing;
     Sight sight = Sight::Original;
-    while (self && clock.now() < end && (sight == Sight::Original || sight == Sight::Unknown)) {
+    const auto isOpen = [&sight] {
+        return sight == Sight::Original || sight == Sight::Unknown || sight == Sight::Silent;
+    };
+    while (self && clock.now() < end && isOpen()) {
         co_await sleepFor(clock, settlingOfPaste, stop);
         if (!self || stop.stop_requested()) break;
         sight = co_await look(target, looking, stop);
@@ -273,7 +284,7 @@ PasteOver::postPaste(QString text, Target target, KeyChord chord, std::stop_toke
     // Who was not seen to ask may do so yet.
     if (isTaken || !isPosted) co_await loan.giveBack();
     if (isTaken) co_return {};
-    co_return std::unexpected(Obstacle::Target);
+    co_return std::unexpected(isPosted ? Obstacle::Delay : Obstacle::Target);
 }
 
 QCoro::Task<bool> PasteOver::isReplaced(QString text, Target target) {
@@ -284,11 +295,11 @@ QCoro::Task<bool> PasteOver::isReplaced(QString text, Target target) {
     co_return sight == Sight::Replaced;
 }
 
-QCoro::Task<PasteOver::Outcome> PasteOver::leaveOnClipboard(QString text) {
+QCoro::Task<PasteOver::Outcome> PasteOver::leaveOnClipboard(QString text, Outcome outcome) {
     Pasteboard& pasteboard = m_services.pasteboard;
     const auto written =
         co_await pasteboard.write(pasteboardText(text), pasteboard.lastChange().count);
-    co_return written ? Outcome::OnClipboard : Outcome::NotReplaced;
+    co_return written ? outcome : Outcome::NotReplaced;
 }
 
 void PasteOver::remember(const QString& replacement, const Target& target) {

@@ -58,6 +58,12 @@ class PasteOver final : public QObject {
         NotReplaced,
         /// What was seen is no longer there, or takes no text. The clipboard holds the text.
         OnClipboard,
+        /// The application does not answer, so nothing was asked of it. The clipboard holds the
+        /// text.
+        Unanswered,
+        /// The application was given the text and has not shown it, and may do so yet. The
+        /// clipboard holds the text, too.
+        Pending,
     };
 
     /// The services must outlive this object and what it has under way.
@@ -72,9 +78,10 @@ class PasteOver final : public QObject {
     QCoro::Task<Outcome> undo(std::stop_token stop);
 
     enum class Obstacle {
-        /// The target is not in front, there is no chord that is safe to press in it, or it did not
-        /// ask for the text, which the clipboard holds then.
+        /// The target is not in front, or there is no chord that is safe to press in it.
         Target,
+        /// It was told to paste and did not ask for the text, which the clipboard holds then.
+        Delay,
         /// What the clipboard holds could not be given back.
         Clipboard,
     };
@@ -87,6 +94,7 @@ class PasteOver final : public QObject {
     /// What accessibility tells of the target.
     enum class Sight {
         Unknown,    ///< nothing
+        Silent,     ///< nothing in time
         Replaced,   ///< the replacement stands there
         Original,   ///< the original is there as it was, selected
         Unselected, ///< the original was there and not selected, as it is now
@@ -108,7 +116,7 @@ class PasteOver final : public QObject {
     QCoro::Task<Outcome> paste(QString replacement, Target target, bool isKnown,
                                std::stop_token stop);
     QCoro::Task<bool> isOriginalCopied(Target target, std::stop_token stop);
-    QCoro::Task<Outcome> leaveOnClipboard(QString text);
+    QCoro::Task<Outcome> leaveOnClipboard(QString text, Outcome outcome);
     void remember(const QString& replacement, const Target& target);
 
     Services m_services;

@@ -2,6 +2,7 @@
 
 #include "shell/overlay/DifferenceMarkup.h"
 #include "support/text/Text.h"
+#include "writing/ReplacementFit.h"
 #include "writing/WritingToolsModel.h"
 
 #include <QClipboard>
@@ -37,7 +38,6 @@ void WritingCard::setSession(WritingToolsModel* session) {
     if (m_session) m_session->disconnect(this);
     m_session = session;
     m_notice.clear();
-    m_replaced.clear();
     m_lastError.clear();
     if (session != nullptr) listen();
     compare();
@@ -77,14 +77,13 @@ void WritingCard::listen() {
     connect(session, &WritingToolsModel::promptFocusTokenChanged, this,
             &WritingCard::focusPromptWanted);
     connect(session, &WritingToolsModel::replaced, this, [this] {
-        m_replaced = suggestion();
         emit changed();
         emit announced(tr("Replaced"));
     });
     connect(session, &WritingToolsModel::undone, this, [this] {
-        m_replaced.clear();
         emit changed();
-        emit announced(tr("Your original is back"));
+        emit announced(m_session->standing().isEmpty() ? tr("Your original is back")
+                                                       : tr("The version before is back"));
     });
 }
 
@@ -99,8 +98,10 @@ void WritingCard::compare() {
     m_spoken.clear();
     const QString text = suggestion();
     if (text.isEmpty()) return;
-    const QString original = trimmed(m_session->selection().originalText).toString();
-    m_difference = wordDifference(shown(original), shown(text));
+    const QString& original = m_session->selection().originalText;
+    const QString written = replacementFor(original, text);
+    m_difference =
+        wordDifference(shown(trimmed(original).toString()), shown(trimmed(written).toString()));
     m_spoken = vorq::spokenDifference(m_difference);
 }
 
@@ -142,7 +143,11 @@ bool WritingCard::isReplacing() const {
 }
 
 bool WritingCard::isReplaced() const {
-    return !m_replaced.isEmpty() && m_replaced == suggestion();
+    return m_session && !suggestion().isEmpty() && m_session->standing() == suggestion();
+}
+
+bool WritingCard::hasReplaced() const {
+    return m_session && m_session->hasReplaced();
 }
 
 bool WritingCard::canUndo() const {
@@ -159,9 +164,12 @@ bool WritingCard::canSubmit() const {
 }
 
 QString WritingCard::error() const {
-    if (!m_session) return {};
-    if (const auto& message = m_session->errorMessage()) return *message;
-    return m_session->replaceFailed() ? tr("Couldn’t replace — try again") : QString();
+    return m_session ? failureOf(*m_session) : QString();
+}
+
+QString WritingCard::failureOf(const WritingToolsModel& session) {
+    if (const auto& message = session.errorMessage()) return *message;
+    return session.replaceFailed() ? tr("Couldn’t replace — try again") : QString();
 }
 
 int WritingCard::activeAction() const {
@@ -200,7 +208,8 @@ void WritingCard::copy() {
 }
 
 bool WritingCard::showOtherTake(int steps) {
-    if (takeCount() < 2 || isWorking() || isReplacing()) return false;
+    const int least = suggestion().isEmpty() ? 1 : 2;
+    if (takeCount() < least || isWorking() || isReplacing()) return false;
     m_session->showOtherTake(steps);
     return true;
 }

@@ -33,6 +33,8 @@ class WritingCard final : public QObject {
     Q_PROPERTY(bool isReplacing READ isReplacing NOTIFY changed)
     /// What is on show stands in the place of the selection.
     Q_PROPERTY(bool isReplaced READ isReplaced NOTIFY changed)
+    /// Something was replaced and not taken back.
+    Q_PROPERTY(bool hasReplaced READ hasReplaced NOTIFY changed)
     Q_PROPERTY(bool canUndo READ canUndo NOTIFY changed)
     Q_PROPERTY(bool canReplace READ canReplace NOTIFY changed)
     Q_PROPERTY(bool canSubmit READ canSubmit NOTIFY changed)
@@ -57,6 +59,9 @@ class WritingCard final : public QObject {
     /// All must outlive the card. Without a local sign-in there is none to offer.
     WritingCard(AccountSession& account, AccountSignIn& signIn, LocalSignIn* local);
 
+    /// Why the last that was asked of a session did not come about; "" if it did.
+    [[nodiscard]] static QString failureOf(const WritingToolsModel& session);
+
     /// Null for none; what is shown of the former goes.
     void setSession(WritingToolsModel* session);
     /// Ends what is shown of a session.
@@ -75,6 +80,7 @@ class WritingCard final : public QObject {
     [[nodiscard]] bool isWorking() const;
     [[nodiscard]] bool isReplacing() const;
     [[nodiscard]] bool isReplaced() const;
+    [[nodiscard]] bool hasReplaced() const;
     [[nodiscard]] bool canUndo() const;
     [[nodiscard]] bool canReplace() const;
     [[nodiscard]] bool canSubmit() const;
@@ -130,7 +136,6 @@ class WritingCard final : public QObject {
     std::vector<DifferencePart> m_difference; // from the original to the suggestion
     QString m_spoken;
     bool m_showsDifference = true;
-    QString m_replaced; // the suggestion that stands in the selection's place
     QString m_lastError;
     bool m_pointsUp = true;
     double m_tipX = 0;

@@ -5,6 +5,7 @@
 #include "shell/overlay/WritingCard.h"
 #include "support/text/Text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vorq {
@@ -21,8 +22,10 @@ WritingToolsOverlayController::WritingToolsOverlayController(const Platform& pla
 WritingToolsOverlayController::~WritingToolsOverlayController() {
     // Not later: what it works with may be gone by then.
     m_parts.card.setSession(nullptr);
+    m_leaving.clear();
     m_model.reset();
     close();
+    forgetTimer(m_keyboardTimer);
     m_parts.window.setInput(nullptr);
 }
 
@@ -65,8 +68,13 @@ QCoro::Task<> WritingToolsOverlayController::open(QPointer<WritingToolsOverlayCo
                                                   std::optional<ProcessId> source,
                                                   std::stop_token stop) {
     if (!self || stop.stop_requested()) co_return;
+    const std::optional<ProcessId> front = self->m_platform.workspace.frontmostProcess();
     const SelectionSnapshot snapshot = co_await self->m_parts.capture(source, stop);
-    if (self && !stop.stop_requested()) self->openOver(snapshot);
+    if (!self || stop.stop_requested() || self->m_suppressOutsideClose) co_return;
+    // The writer has gone on meanwhile.
+    const std::optional<ProcessId> now = self->m_platform.workspace.frontmostProcess();
+    if (now && now != front && now != self->m_platform.process) co_return;
+    self->openOver(snapshot);
 }
 
 void WritingToolsOverlayController::openOver(const SelectionSnapshot& snapshot) {
@@ -190,9 +198,31 @@ void WritingToolsOverlayController::close() {
     m_parts.window.hide();
     if (hadKeyboard) giveBackKeyboard();
     m_parts.card.setSession(nullptr);
+    if (m_model) m_model->disconnect(this);
     // Whoever closes it may be called by it.
-    if (m_model) m_model.release()->deleteLater();
+    if (m_model && m_model->isReplacing())
+        leaveReplacing();
+    else if (m_model)
+        m_model.release()->deleteLater();
     emit openChanged();
+}
+
+// Nothing cancels a replacement, and one that fails is not to do so in silence.
+void WritingToolsOverlayController::leaveReplacing() {
+    WritingToolsModel* model = m_model.get();
+    m_leaving.push_back(std::move(m_model));
+    connect(model, &WritingToolsModel::replaceFinished, this,
+            [this, model, target = m_target] { finishLeaving(model, target); });
+}
+
+void WritingToolsOverlayController::finishLeaving(WritingToolsModel* model,
+                                                  const CalloutTarget& target) {
+    const auto one = std::ranges::find(m_leaving, model, &std::unique_ptr<WritingToolsModel>::get);
+    if (one == m_leaving.end()) return;
+    one->release()->deleteLater();
+    m_leaving.erase(one);
+    const QString failure = WritingCard::failureOf(*model);
+    if (!failure.isEmpty() && !isOpen()) presentNotice(failure, target);
 }
 
 bool WritingToolsOverlayController::hasKeyboard() const {
@@ -218,7 +248,22 @@ void WritingToolsOverlayController::handlePress(const ScreenPress& press) {
     forgetTimer(m_closeTimer);
     m_closeTimer = m_platform.clock.after(Clock::Duration::zero(), [this] {
         m_closeTimer.reset();
-        if (!m_suppressOutsideClose) close();
+        if (!m_suppressOutsideClose) closeByPress();
+    });
+}
+
+// Who was pressed on is about to take the keyboard, and must not lose it again to the application.
+void WritingToolsOverlayController::closeByPress() {
+    const auto source = m_sourceWindow;
+    const bool hadKeyboard = isOpen() && hasKeyboard();
+    if (hadKeyboard) m_sourceWindow.reset();
+    close();
+    if (!hadKeyboard || !source) return;
+    forgetTimer(m_keyboardTimer);
+    m_keyboardTimer = m_platform.clock.after(keyboardWait, [this, source = *source] {
+        m_keyboardTimer.reset();
+        const auto active = m_platform.workspace.activeWindow();
+        if (!active || active == m_parts.window.id()) m_platform.workspace.activate(source);
     });
 }
 
@@ -250,11 +295,24 @@ void WritingToolsOverlayController::beginReplacing() {
     if (m_hadKeyboard) giveBackKeyboard();
 }
 
-// What failed can be said anew at once.
+// What failed can be said anew at once, unless the writer has gone on.
 void WritingToolsOverlayController::endReplacing() {
     m_suppressOutsideClose = false;
-    const bool hasFailed = m_model->replaceFailed() || m_model->errorMessage();
-    if (hasFailed && m_hadKeyboard) takeKeyboard();
+    const QString failure = WritingCard::failureOf(*m_model);
+    if (isOtherInFront()) {
+        const CalloutTarget target = m_target;
+        close();
+        if (!failure.isEmpty()) presentNotice(failure, target);
+        return;
+    }
+    if (!failure.isEmpty() && m_hadKeyboard) takeKeyboard();
+    if (m_hasReplaced) leaveSoon();
+}
+
+bool WritingToolsOverlayController::isOtherInFront() const {
+    const auto front = m_platform.workspace.frontmostProcess();
+    const auto source = m_model ? m_model->selection().sourcePID : std::nullopt;
+    return front && front != source && front != m_platform.process;
 }
 
 void WritingToolsOverlayController::leaveSoon() {

@@ -16,6 +16,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace vorq {
 
@@ -35,6 +36,8 @@ class WritingToolsOverlayController final : public QObject, private OverlayWindo
     static constexpr Clock::Duration openingClick = std::chrono::milliseconds(150);
     /// How long the card stays for an "Undo" after it has replaced something.
     static constexpr Clock::Duration stayAfterReplacing = std::chrono::seconds(12);
+    /// How long a window has to take the keyboard that was pressed on as the card had it.
+    static constexpr Clock::Duration keyboardWait = std::chrono::milliseconds(200);
 
     using Capture = std::function<QCoro::Task<SelectionSnapshot>(std::optional<ProcessId> source,
                                                                  std::stop_token stop)>;
@@ -99,6 +102,10 @@ class WritingToolsOverlayController final : public QObject, private OverlayWindo
     void move(const TrackedPlacement& placement);
     void takeKeyboard();
     void giveBackKeyboard();
+    void closeByPress();
+    void leaveReplacing();
+    void finishLeaving(WritingToolsModel* model, const CalloutTarget& target);
+    [[nodiscard]] bool isOtherInFront() const;
     [[nodiscard]] bool hasKeyboard() const;
     void handlePress(const ScreenPress& press);
     void handleFrontmost(ProcessId process, WindowId window);
@@ -113,6 +120,8 @@ class WritingToolsOverlayController final : public QObject, private OverlayWindo
     Parts m_parts;
     WritingToolsLiveTracker m_liveTracker;
     std::unique_ptr<WritingToolsModel> m_model;
+    // Of cards that were closed while they replaced something, which goes on.
+    std::vector<std::unique_ptr<WritingToolsModel>> m_leaving;
     CalloutTarget m_target;
     QPointF m_tipPoint;
     std::optional<bool> m_pointedUp; // on which side it stands
@@ -123,6 +132,7 @@ class WritingToolsOverlayController final : public QObject, private OverlayWindo
     bool m_hasReplaced = false;
     std::optional<Clock::TimerId> m_leaveTimer;
     std::optional<Clock::TimerId> m_closeTimer;
+    std::optional<Clock::TimerId> m_keyboardTimer;
     TaskSlot m_openTask;
 };
 

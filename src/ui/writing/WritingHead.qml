@@ -51,6 +51,15 @@ Item {
             Accessible.role: Accessible.StaticText
             Accessible.name: qsTr("Take %1 of %2").arg(head.card.takeNumber).arg(head.card.takeCount)
         }
+        // After a rewrite that failed.
+        IconButton {
+            visible: head.hasSession && !head.hasSuggestion && !head.card.isWorking && head.card.takeCount > 0
+            size: head.buttonSize
+            iconSize: head.iconSize
+            iconName: "back"
+            text: qsTr("Show the last suggestion")
+            onClicked: head.card.showOtherTake(1)
+        }
         IconButton {
             visible: head.hasSuggestion
             size: head.buttonSize

@@ -321,9 +321,25 @@ TEST_F(PasteOverTest, WaitsForAnApplicationThatPastesLate) {
 TEST_F(PasteOverTest, LeavesTheTextToAnApplicationThatMayStillAskForIt) {
     field.feignsWrites = true;
     pasteboard.isTaken = false;
-    EXPECT_EQ(replace(), Outcome::OnClipboard);
+    EXPECT_EQ(replace(), Outcome::Pending);
     EXPECT_EQ(pasteboard.held, pasteboardText("new"));
     EXPECT_THAT(keys.posted(), SizeIs(1));
+}
+
+// It would deal with the key when it wakes, and overwrite the clipboard.
+TEST_F(PasteOverTest, AsksNothingOfAnApplicationThatDoesNotAnswer) {
+    accessibility.isOneStep = false;
+    accessibility.hangs = true;
+    copyShortcut.text = "old";
+    EXPECT_EQ(replace(), Outcome::Unanswered);
+    EXPECT_EQ(copyShortcut.copies, 0);
+    expectOnClipboard("new");
+}
+
+TEST_F(PasteOverTest, AWriteThatIsNotAnsweredMayHaveLanded) {
+    accessibility.hangs = true;
+    EXPECT_EQ(replace(), Outcome::Pending);
+    expectOnClipboard("new");
 }
 
 TEST_F(PasteOverTest, TakesItForReplacedWhereTheTextIsThereThoughNobodyWasSeenToAskForIt) {

@@ -278,8 +278,8 @@ TEST_F(WritingToolsTest, WhatDoesNotAnswerIsNotReplacedAndTheCardGoesOn) {
         const Stopped stopped(m_source.process);
         DesktopSession::waitUntil("the application to stop", [&] { return stopped.holds(); });
         session.key({"Return"});
-        waitForWords("The selection has changed, so nothing was replaced. The suggestion is on the "
-                     "clipboard.");
+        waitForWords("The application does not answer, so nothing was replaced. The suggestion is "
+                     "on the clipboard.");
         EXPECT_EQ(session.selection("clipboard"), "OLD");
         EXPECT_TRUE(stopped.holds());
     }

@@ -14,6 +14,7 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -121,6 +122,7 @@ class OverlayFixture : public AccountFixture {
     }
     QCoro::Task<SelectionSnapshot> capture(std::optional<ProcessId> source) {
         captured.push_back(source);
+        if (whileCapturing) whileCapturing();
         const SelectionSnapshot given = snapshot;
         co_return given;
     }
@@ -152,6 +154,7 @@ class OverlayFixture : public AccountFixture {
         advance(std::chrono::milliseconds(100));
     }
 
+    std::function<void()> whileCapturing;
     ScriptedScreens screens;
     ScriptedWorkspace workspace;
     ScriptedPresses presses;

@@ -19,8 +19,6 @@ class ScriptedReplacer final : public SelectionReplacer {
     /// While set, a replacement ends by finish() only.
     bool waits = false;
     std::vector<Asked> asked;
-    int undone = 0;
-    bool hasUndo = false;
 
     void finish() {
         for (const Wakeup& wakeup : std::exchange(m_waiting, {}))
@@ -31,15 +29,6 @@ class ScriptedReplacer final : public SelectionReplacer {
     QCoro::Task<Outcome> replaceSelectedText(QString replacement, Target target,
                                              std::stop_token) override {
         asked.push_back({replacement, target});
-        co_await pause();
-        const Outcome given = outcome;
-        if (given == Outcome::Replaced) hasUndo = true;
-        co_return given;
-    }
-    [[nodiscard]] bool canUndo() const override { return hasUndo; }
-    QCoro::Task<Outcome> undo(std::stop_token) override {
-        ++undone;
-        hasUndo = false;
         co_await pause();
         const Outcome given = outcome;
         co_return given;

@@ -98,6 +98,36 @@ TEST_F(WritingCardTest, ADeclineOfTheBackendIsALineAndNoSuggestion) {
     EXPECT_FALSE(card->isWorking());
 }
 
+TEST_F(WritingCardTest, ATakeComesBackAfterARewriteThatFailed) {
+    pressKey();
+    suggest("The new sentence.");
+    suggest("");
+    ASSERT_EQ(card->suggestion(), "");
+    EXPECT_TRUE(card->showOtherTake(1));
+    EXPECT_EQ(card->suggestion(), "The new sentence.");
+    EXPECT_FALSE(card->showOtherTake(1)) << "there is no other";
+}
+
+TEST_F(WritingCardTest, WhatWasReplacedCanBeTakenBackWhateverIsOnShow) {
+    pressKey();
+    suggest("The new sentence.");
+    replaceAndSettle();
+    suggest("Another sentence.");
+    EXPECT_FALSE(card->isReplaced());
+    EXPECT_TRUE(card->hasReplaced());
+    EXPECT_TRUE(card->canUndo());
+    EXPECT_TRUE(card->canReplace());
+    card->showOtherTake(-1);
+    EXPECT_TRUE(card->isReplaced()) << "this is what stands there";
+}
+
+TEST_F(WritingCardTest, TheDifferenceIsToWhatWouldBeWritten) {
+    snapshot.text = snapshot.exactText = "the old words";
+    pressKey();
+    suggest("the new words.");
+    EXPECT_EQ(card->spokenDifference(), "removed old, added new");
+}
+
 TEST_F(WritingCardTest, AnActionThatIsNoneDoesNothing) {
     pressKey();
     for (const int action : {-1, 3, 1000})

@@ -230,6 +230,34 @@ TEST_F(WritingToolsOverlayControllerTest, AFailedReplacementGetsTheKeyboardBack)
     EXPECT_EQ(workspace.activeWindow(), window.id());
 }
 
+TEST_F(WritingToolsOverlayControllerTest, AFailedReplacementTakesNoKeyboardFromWhoHasItNow) {
+    pressKey();
+    pressKey();
+    suggest("The new sentence.");
+    replacer.waits = true;
+    replacer.outcome = SelectionReplacer::Outcome::OnClipboard;
+    replaceAndSettle();
+    workspace.bringToFront(browser);
+    replacer.finish();
+    clock.settle();
+    EXPECT_EQ(workspace.frontmostProcess(), browser);
+    EXPECT_EQ(controller->model(), nullptr);
+    EXPECT_EQ(card->notice(), "The selection has changed, so nothing was replaced. The suggestion "
+                              "is on the clipboard.");
+}
+
+TEST_F(WritingToolsOverlayControllerTest, WhatLandsAfterTheWriterHasGoneOnClosesTheCard) {
+    pressKey();
+    suggest("The new sentence.");
+    replacer.waits = true;
+    replaceAndSettle();
+    workspace.bringToFront(browser);
+    replacer.finish();
+    clock.settle();
+    EXPECT_FALSE(controller->isOpen());
+    EXPECT_EQ(workspace.frontmostProcess(), browser);
+}
+
 TEST_F(WritingToolsOverlayControllerTest, AFailedReplacementByTheMouseLeavesItWhereItWas) {
     pressKey();
     suggest("The new sentence.");
@@ -271,6 +299,87 @@ TEST_F(WritingToolsOverlayControllerTest, AReplacementOutlivesTheCard) {
     replacer.finish();
     clock.settle();
     EXPECT_EQ(replacer.asked.size(), 1U);
+}
+
+TEST_F(WritingToolsOverlayControllerTest, AReplacementThatFailsAfterTheCardWasClosedIsToldOf) {
+    pressKey();
+    suggest("The new sentence.");
+    replacer.waits = true;
+    replacer.outcome = SelectionReplacer::Outcome::OnClipboard;
+    card->replace();
+    card->dismiss();
+    advance(std::chrono::milliseconds(100));
+    EXPECT_FALSE(controller->isOpen());
+    ASSERT_EQ(replacer.asked.size(), 1U) << "nothing cancels it";
+    replacer.finish();
+    clock.settle();
+    EXPECT_TRUE(controller->isOpen());
+    EXPECT_EQ(controller->model(), nullptr);
+    EXPECT_THAT(card->notice().toStdString(), testing::HasSubstr("is on the clipboard"));
+}
+
+TEST_F(WritingToolsOverlayControllerTest, ALateReplacementIsNoneOfTheNextSession) {
+    pressKey();
+    suggest("The new sentence.");
+    replacer.waits = true;
+    replaceAndSettle();
+    card->dismiss();
+    snapshot.text = snapshot.exactText = "Another sentence.";
+    pressKey();
+    replacer.finish();
+    clock.settle();
+    EXPECT_TRUE(controller->isOpen());
+    EXPECT_FALSE(card->isReplaced());
+    EXPECT_FALSE(card->canUndo());
+    advance(60s);
+    EXPECT_TRUE(controller->isOpen());
+}
+
+TEST_F(WritingToolsOverlayControllerTest, ClosingJustAsAReplacementEndsIsNoHarm) {
+    pressKey();
+    suggest("The new sentence.");
+    replacer.waits = true;
+    replaceAndSettle();
+    replacer.finish();
+    card->dismiss();
+    clock.settle();
+    EXPECT_FALSE(controller->isOpen());
+}
+
+TEST_F(WritingToolsOverlayControllerTest, AfterAnUndoItLeavesInTimeAsWell) {
+    pressKey();
+    suggest("The new sentence.");
+    replaceAndSettle();
+    card->undo();
+    advance(std::chrono::milliseconds(100));
+    EXPECT_FALSE(card->isReplaced());
+    advance(WritingToolsOverlayController::stayAfterReplacing);
+    EXPECT_FALSE(controller->isOpen());
+}
+
+TEST_F(WritingToolsOverlayControllerTest, APressElsewhereLeavesTheKeyboardToWhoTakesIt) {
+    pressKey();
+    pressKey();
+    click({.at = {5, 5}});
+    EXPECT_FALSE(controller->isOpen());
+    workspace.bringToFront(browser);
+    advance(1s);
+    EXPECT_EQ(workspace.frontmostProcess(), browser);
+}
+
+TEST_F(WritingToolsOverlayControllerTest, APressWhereNobodyTakesTheKeyboardGivesItBack) {
+    pressKey();
+    pressKey();
+    click({.at = {5, 5}});
+    EXPECT_EQ(workspace.activeWindow(), std::nullopt);
+    advance(1s);
+    EXPECT_EQ(workspace.frontmostProcess(), writer);
+}
+
+TEST_F(WritingToolsOverlayControllerTest, ComesOverNobodyTheWriterHasGoneTo) {
+    whileCapturing = [this] { workspace.bringToFront(browser); };
+    pressKey();
+    EXPECT_FALSE(controller->isOpen());
 }
 
 TEST_F(WritingToolsOverlayControllerTest, WithoutASelectionItSaysSoBesideThePointer) {

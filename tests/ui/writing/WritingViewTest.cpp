@@ -49,9 +49,10 @@ TEST_F(WritingViewTest, TypingAndEnterAskAndEnterAgainReplaces) {
     EXPECT_TRUE(stage.saying("Replaced"));
     EXPECT_TRUE(isEnabled("Undo"));
     stage.click("Undo");
-    EXPECT_EQ(stage.replacer.undone, 0) << "after a pause";
+    EXPECT_EQ(stage.replacer.asked.size(), 1U) << "after a pause";
     stage.clock.advance(std::chrono::milliseconds(100));
-    EXPECT_EQ(stage.replacer.undone, 1);
+    ASSERT_EQ(stage.replacer.asked.size(), 2U);
+    EXPECT_EQ(stage.replacer.asked.back().target.original, "The plants tell it otherwise.");
 }
 
 TEST_F(WritingViewTest, TheSuggestionIsHeardWithWhatChanged) {
