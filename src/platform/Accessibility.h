@@ -108,6 +108,10 @@ class Accessibility {
     /// The element that has the focus, in the process or else in the whole session.
     [[nodiscard]] virtual AccessibleElementPtr focusedElement(std::optional<ProcessId> process,
                                                               std::stop_token stop) = 0;
+
+    /// Whether an application lets even a small question wait, as one that hangs. False for one
+    /// that shows us nothing.
+    [[nodiscard]] virtual bool isSilent(ProcessId process, std::stop_token stop) = 0;
 };
 
 } // namespace vorq

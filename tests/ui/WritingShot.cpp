@@ -59,6 +59,20 @@ QList<Shot> shots() {
              s.replacer.outcome = SelectionReplacer::Outcome::OnClipboard;
              s.replace();
          }},
+        {"replaced-and-on",
+         [](WritingStage& s) {
+             suggest(s);
+             s.replace();
+             s.suggest("again", "Another take.");
+         }},
+        {"failed-after-a-take",
+         [](WritingStage& s) {
+             suggest(s);
+             s.card->setDraft("again");
+             s.card->submit();
+             s.clock.settle();
+             s.answer(503, R"({"error":"The provider is busy."})");
+         }},
         {"declined",
          [](WritingStage& s) {
              work(s);

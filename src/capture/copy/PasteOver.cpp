@@ -112,10 +112,13 @@ QCoro::Task<PasteOver::Sight> PasteOver::look(Target target, Look look, std::sto
         const CaptureSource from{
             .accessibility = accessibility, .process = target.source, .stop = std::move(running)};
         if (const auto element = elementOf(from, target.original)) *sight = look(*element);
+        const bool isSilent = *sight == Sight::Unknown && from.process &&
+                              accessibility.isSilent(*from.process, from.stop);
+        if (isSilent) *sight = Sight::Silent;
     };
     const bool isInTime = co_await m_thread.run(std::move(job), lookLimit, std::move(stop));
     // Until it has come to its end, it still belongs to the other thread.
-    co_return isInTime ? *sight : Sight::Silent;
+    co_return isInTime ? *sight : Sight::Late;
 }
 
 bool PasteOver::canPaste(const Target& target) const {
@@ -151,10 +154,12 @@ QCoro::Task<PasteOver::Outcome> PasteOver::write(QString replacement, Target tar
     if (isInFront(target) || !target.window) sight = co_await look(target, std::move(first), stop);
     if (!self || stop.stop_requested()) co_return outcome;
     if (sight == Sight::Replaced) co_return Outcome::Replaced;
-    // It may be at it still. A key pressed now would be dealt with whenever it wakes.
-    if (sight == Sight::Silent)
+    // A key pressed now would be dealt with whenever it wakes.
+    if (sight == Sight::Silent || sight == Sight::Late) {
+        const bool mayWrite = sight == Sight::Late && writesFirst;
         co_return co_await leaveOnClipboard(replacement,
-                                            writesFirst ? Outcome::Pending : Outcome::Unanswered);
+                                            mayWrite ? Outcome::Pending : Outcome::Unanswered);
+    }
     if (sight == Sight::Unknown) {
         const bool isThere = co_await isOriginalCopied(target, stop);
         if (!self || stop.stop_requested()) co_return outcome;
@@ -218,7 +223,7 @@ QCoro::Task<PasteOver::Sight> PasteOver::awaitPaste(QString replacement, Target 
     const Clock::Duration end = clock.now() + lateShowing;
     Sight sight = Sight::Original;
     const auto isOpen = [&sight] {
-        return sight == Sight::Original || sight == Sight::Unknown || sight == Sight::Silent;
+        return sight != Sight::Replaced && sight != Sight::Other && sight != Sight::Unselected;
     };
     while (self && clock.now() < end && isOpen()) {
         co_await sleepFor(clock, settlingOfPaste, stop);

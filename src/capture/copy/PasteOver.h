@@ -94,7 +94,8 @@ class PasteOver final : public QObject {
     /// What accessibility tells of the target.
     enum class Sight {
         Unknown,    ///< nothing
-        Silent,     ///< nothing in time
+        Silent,     ///< nothing, as the application does not answer
+        Late,       ///< nothing in time, whatever has been done
         Replaced,   ///< the replacement stands there
         Original,   ///< the original is there as it was, selected
         Unselected, ///< the original was there and not selected, as it is now

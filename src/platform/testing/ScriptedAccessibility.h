@@ -57,6 +57,8 @@ class ScriptedAccessibility final : public Accessibility {
   public:
     bool trusted = true;
     bool isOneStep = true;
+    /// Whether small questions are not answered either.
+    std::atomic<bool> silent = false;
     QString applicationName = QStringLiteral("application");
     std::optional<QString> focusedWindowName;
     std::optional<QString> focusedName;
@@ -90,6 +92,7 @@ class ScriptedAccessibility final : public Accessibility {
                                                      std::stop_token stop) override;
     [[nodiscard]] AccessibleElementPtr focusedElement(std::optional<ProcessId> process,
                                                       std::stop_token stop) override;
+    [[nodiscard]] bool isSilent(ProcessId, std::stop_token) override { return silent; }
 
   private:
     friend class ScriptedElement;

@@ -14,7 +14,6 @@ Item {
     implicitHeight: Math.max(chips.height, use.height)
 
     function layOut() {
-        use.forceLayout()
         chips.forceLayout()
     }
 
@@ -39,30 +38,15 @@ Item {
             }
         }
     }
-    Row {
+    TextButton {
         id: use
+        readonly property bool undoes: actions.card.isReplaced
+
         anchors.right: parent.right
-        spacing: 6
-
-        // Of what was replaced before the suggestion that is on show.
-        TextButton {
-            visible: actions.card.hasReplaced && !main.undoes
-            size: actions.size
-            text: qsTr("Undo")
-            look: TextButton.Secondary
-            enabled: actions.card.canUndo
-            onClicked: actions.card.undo()
-        }
-        // One button, so that it keeps the focus.
-        TextButton {
-            id: main
-            readonly property bool undoes: actions.card.isReplaced
-
-            size: actions.size
-            text: undoes ? qsTr("Undo") : qsTr("Replace")
-            look: undoes ? TextButton.Secondary : TextButton.Primary
-            enabled: undoes ? actions.card.canUndo : actions.card.canReplace
-            onClicked: undoes ? actions.card.undo() : actions.card.replace()
-        }
+        size: actions.size
+        text: undoes ? qsTr("Undo") : qsTr("Replace")
+        look: undoes ? TextButton.Secondary : TextButton.Primary
+        enabled: undoes ? actions.card.canUndo : actions.card.canReplace
+        onClicked: undoes ? actions.card.undo() : actions.card.replace()
     }
 }

@@ -51,6 +51,16 @@ Item {
             Accessible.role: Accessible.StaticText
             Accessible.name: qsTr("Take %1 of %2").arg(head.card.takeNumber).arg(head.card.takeCount)
         }
+        // Of what was replaced before the suggestion that is on show.
+        IconButton {
+            visible: head.hasSession && head.card.hasReplaced && !head.card.isReplaced
+            enabled: head.card.canUndo
+            size: head.buttonSize
+            iconSize: head.iconSize
+            iconName: "restart"
+            text: qsTr("Undo")
+            onClicked: head.card.undo()
+        }
         // After a rewrite that failed.
         IconButton {
             visible: head.hasSession && !head.hasSuggestion && !head.card.isWorking && head.card.takeCount > 0

@@ -336,6 +336,15 @@ TEST_F(PasteOverTest, AsksNothingOfAnApplicationThatDoesNotAnswer) {
     expectOnClipboard("new");
 }
 
+TEST_F(PasteOverTest, AsksNothingOfAnApplicationThatAnswersNoSmallQuestionEither) {
+    accessibility.focusedName.reset();
+    accessibility.silent = true;
+    copyShortcut.text = "old";
+    EXPECT_EQ(replace(), Outcome::Unanswered);
+    EXPECT_EQ(copyShortcut.copies, 0);
+    expectOnClipboard("new");
+}
+
 TEST_F(PasteOverTest, AWriteThatIsNotAnsweredMayHaveLanded) {
     accessibility.hangs = true;
     EXPECT_EQ(replace(), Outcome::Pending);

@@ -52,6 +52,16 @@ const std::vector<CardState>& cardStates() {
              suggestTwice(s);
              s.replace();
          }},
+        {"replaced_and_on",
+         [](WritingStage& s) {
+             suggestTwice(s);
+             s.replace();
+             s.suggest("8", "1 9 3 4.");
+         }},
+        {"unanswered",
+         [](WritingStage& s) { replaceFailing(s, SelectionReplacer::Outcome::Unanswered); }},
+        {"pending",
+         [](WritingStage& s) { replaceFailing(s, SelectionReplacer::Outcome::Pending); }},
         {"undone",
          [](WritingStage& s) {
              suggestTwice(s);

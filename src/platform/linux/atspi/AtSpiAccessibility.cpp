@@ -96,4 +96,11 @@ AccessibleElementPtr AtSpiAccessibility::focusedElement(std::optional<ProcessId>
     return element ? m_parts->element(*element, stop) : nullptr;
 }
 
+bool AtSpiAccessibility::isSilent(ProcessId process, std::stop_token stop) {
+    const QString service = m_parts->applications.serviceOf(process, stop);
+    if (service.isEmpty()) return false;
+    AtSpiBus& bus = m_parts->applications.bus();
+    return atspi::isLate(bus.call(atspi::role(atspi::applicationRoot(service)), stop));
+}
+
 } // namespace vorq

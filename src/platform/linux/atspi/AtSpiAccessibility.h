@@ -46,6 +46,7 @@ class AtSpiAccessibility final : public Accessibility {
                                                      std::stop_token stop) override;
     [[nodiscard]] AccessibleElementPtr focusedElement(std::optional<ProcessId> process,
                                                       std::stop_token stop) override;
+    [[nodiscard]] bool isSilent(ProcessId process, std::stop_token stop) override;
 
     [[nodiscard]] static QString defaultSessionBus();
 
