@@ -35,7 +35,8 @@ void suggest(WritingStage& stage) {
     stage.card->setDraft("a little warmer");
 }
 
-QList<Shot> shots() {
+// What comes of asking and replacing.
+QList<Shot> shotsOfUse() {
     return {
         {"empty", [](WritingStage&) {}},
         {"working", work, false},
@@ -79,6 +80,12 @@ QList<Shot> shots() {
              s.answer(422, R"({"error":"Writing or rewriting needs a language model, and none is )"
                            R"(connected to this gateway."})");
          }},
+    };
+}
+
+// Where there is much or little to show, or it looks otherwise.
+QList<Shot> shotsOfLooks() {
+    return {
         {"long", [](WritingStage& s) { s.suggest("longer", (suggestion + u' ').repeated(12)); }},
         {"signed-out",
          [](WritingStage& s) {
@@ -135,7 +142,7 @@ int main(int argc, char** argv) {
     }
     const QDir folder(QString::fromLocal8Bit(argv[1]));
     if (!folder.mkpath(u"."_s)) return 1;
-    for (const vorq::Shot& shot : vorq::shots())
+    for (const vorq::Shot& shot : vorq::shotsOfUse() + vorq::shotsOfLooks())
         for (const bool isDark : {true, false})
             vorq::draw(folder, shot, isDark);
     return 0;
