@@ -180,6 +180,30 @@ INSTANTIATE_TEST_SUITE_P(
                     Editor{"chromiumpage", openChromiumPage}),
     testing::PrintToStringParamName());
 
+class RewritingFormattedText : public WritingToolsTest {};
+
+TEST_F(RewritingFormattedText, KeepsWhatIsBoldBoldAndAllElseAsItIs) {
+    open({"writer", openWriter});
+    session.key({"ctrl+b"});
+    openCard();
+    giveItTheKeyboard();
+    ask("upper case", "OLD");
+    session.key({"Return"});
+    waitForWords("Replaced");
+    expectClipboard();
+    expectDocument("the OLD words");
+    session.key({"ctrl+c"});
+    DesktopSession::waitUntil("the formatted text", [&] {
+        return session.selection("clipboard", "text/html").contains("the <b>OLD</b> words");
+    });
+    session.key({"ctrl+z"});
+    expectDocument("the old words");
+    session.key({"ctrl+c"});
+    DesktopSession::waitUntil("the formatted original", [&] {
+        return session.selection("clipboard", "text/html").contains("the <b>old</b> words");
+    });
+}
+
 TEST_F(WritingToolsTest, EscapeGivesTheKeyboardBackWithTheSelectionStanding) {
     open({"mousepad", openMousepad});
     openCard();

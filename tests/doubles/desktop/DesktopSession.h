@@ -113,8 +113,9 @@ class DesktopSession {
     /// The place of a window's contents, in pixels of the screen.
     [[nodiscard]] QRect geometry(Window window) const;
 
-    /// What is in a selection ("primary", "clipboard"), as other programs read it; "" for nothing.
-    [[nodiscard]] QByteArray selection(const QString& name) const;
+    /// What is in a selection ("primary", "clipboard"), as other programs read it, as text or of
+    /// the type; "" for nothing.
+    [[nodiscard]] QByteArray selection(const QString& name, const QString& type = {}) const;
 
     /// Fills a selection from a program that then owns it, with a text or with what is of the type.
     DesktopProgram& own(const QString& name, const QByteArray& content, const QString& type = {});

@@ -143,8 +143,10 @@ QRect DesktopSession::geometry(Window window) const {
     return geometry;
 }
 
-QByteArray DesktopSession::selection(const QString& name) const {
-    return run("timeout", "coreutils", {"5", "xclip", "-o", "-selection", name}, m_environment);
+QByteArray DesktopSession::selection(const QString& name, const QString& type) const {
+    QStringList arguments{"5", "xclip", "-o", "-selection", name};
+    if (!type.isEmpty()) arguments += {"-t", type};
+    return run("timeout", "coreutils", arguments, m_environment);
 }
 
 DesktopProgram& DesktopSession::own(const QString& name, const QByteArray& content,
