@@ -299,18 +299,20 @@ void WritingToolsModel::replaceInApp() {
 
 // Over what stands there.
 QCoro::Task<SelectionReplacer::Outcome> WritingToolsModel::write(QPointer<WritingToolsModel> self,
-                                                                 QString text) {
+                                                                 QString text, bool reselects) {
     Outcome outcome = Outcome::NotReplaced;
     co_await sleepFor(self->m_services.clock, pauseBeforeReplacing, {});
     if (!self) co_return outcome;
+    SelectionReplacer::Target target = self->m_standing.target;
+    target.reselects = reselects;
     outcome = co_await self->m_services.replacer.replaceSelectedText(std::move(text),
-                                                                     self->m_standing.target, {});
+                                                                     std::move(target), {});
     co_return outcome;
 }
 
 QCoro::Task<> WritingToolsModel::replace(QPointer<WritingToolsModel> self, Version next) {
     if (!self) co_return;
-    const Outcome outcome = co_await write(self, next.target.original);
+    const Outcome outcome = co_await write(self, next.target.original, false);
     if (self) self->finishReplace(outcome, next);
 }
 
@@ -341,7 +343,8 @@ void WritingToolsModel::undoReplace() {
 
 QCoro::Task<> WritingToolsModel::undo(QPointer<WritingToolsModel> self) {
     if (!self) co_return;
-    const Outcome outcome = co_await write(self, self->m_former.back().target.original);
+    // The writer may have gone on to select something else, and means this one all the same.
+    const Outcome outcome = co_await write(self, self->m_former.back().target.original, true);
     if (self) self->finishUndo(outcome);
 }
 

@@ -157,7 +157,8 @@ class WritingToolsModel final : public QObject {
         QString suggestion; // "" for the original
     };
 
-    static QCoro::Task<Outcome> write(QPointer<WritingToolsModel> self, QString text);
+    static QCoro::Task<Outcome> write(QPointer<WritingToolsModel> self, QString text,
+                                      bool reselects);
     static QCoro::Task<> replace(QPointer<WritingToolsModel> self, Version next);
     static QCoro::Task<> undo(QPointer<WritingToolsModel> self);
 

@@ -67,9 +67,21 @@ bool tellsNothing(const AccessibleElement& element) {
     return !element.value() && !element.selectedText() && !element.selectedTextRange();
 }
 
+bool standsIn(const AccessibleElement& element, const QString& original,
+              const std::optional<TextRange>& range) {
+    const auto value = element.value();
+    if (!value || !range || range->location < 0 || range->location > value->size()) return false;
+    return value->mid(range->location, range->length) == original;
+}
+
 // Has the original selected, if it is there.
 bool selectOriginal(const PasteOver::Target& target, AccessibleElement& element) {
-    if (!takesText(element) || !holdsOriginal(target.original, target.range, element)) return false;
+    if (!takesText(element)) return false;
+    const bool isOther = hasAnySelection(element) && !selectionMatches(target.original, element);
+    if (target.reselects && isOther && standsIn(element, target.original, target.range))
+        return element.setSelectedTextRange(*target.range) &&
+               selectionMatches(target.original, element);
+    if (!holdsOriginal(target.original, target.range, element)) return false;
     if (hasAnySelection(element)) return true;
     if (restoreSelection(target.original, target.range, element) && hasAnySelection(element))
         return true;

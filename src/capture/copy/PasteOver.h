@@ -49,6 +49,8 @@ class PasteOver final : public QObject {
         /// The text, untrimmed.
         QString original;
         std::optional<TextRange> range;
+        /// Whether it is selected anew where something else is selected by now.
+        bool reselects = false;
     };
 
     enum class Outcome {

@@ -52,13 +52,17 @@ std::optional<QRectF> ScriptedElement::selectedTextMarkerBounds() const {
 
 bool ScriptedElement::setSelectedText(const QString& newText) {
     if (!takesWrites || m_tree.m_stop.stop_requested()) return false;
-    if (!feignsWrites) text = newText;
+    if (feignsWrites) return true;
+    if (isEditor) content->replace(range->location, range->length, newText);
+    if (isEditor) range = TextRange{.location = range->location + newText.size(), .length = 0};
+    text = isEditor ? QString() : newText;
     return true;
 }
 
 bool ScriptedElement::setSelectedTextRange(TextRange newRange) {
     if (!takesWrites || m_tree.m_stop.stop_requested()) return false;
     range = newRange;
+    if (isEditor) text = content->mid(range->location, range->length);
     return true;
 }
 

@@ -32,6 +32,8 @@ class ScriptedElement final : public AccessibleElement {
     bool takesWrites = true;
     /// Says that it took a text, and did not.
     bool feignsWrites = false;
+    /// What is selected is the range of its content, and what is written changes that.
+    bool isEditor = false;
 
     [[nodiscard]] const QString& name() const { return m_name; }
 

@@ -214,6 +214,25 @@ TEST_F(PasteOverTest, LeavesTheTextOnTheClipboardWhereSomethingElseIsSelected) {
     expectOnClipboard("new");
 }
 
+TEST_F(PasteOverTest, SelectsItAnewWhereSomethingElseIsSelectedIfSoTold) {
+    target.reselects = true;
+    field.text = "an old text";
+    field.range = TextRange{.location = 0, .length = 11};
+    field.isEditor = true;
+    EXPECT_EQ(replace(), Outcome::Replaced);
+    EXPECT_EQ(field.content, "an new text");
+}
+
+TEST_F(PasteOverTest, SelectsNothingAnewWhereAnotherTextStandsNow) {
+    target.reselects = true;
+    field.content = "an odd text";
+    field.text = "an odd text";
+    field.range = TextRange{.location = 0, .length = 11};
+    field.isEditor = true;
+    EXPECT_EQ(replace(), Outcome::OnClipboard);
+    EXPECT_EQ(field.content, "an odd text");
+}
+
 TEST_F(PasteOverTest, LeavesTheTextOnTheClipboardWhereAnotherWindowIsInFront) {
     target.window = 4711;
     EXPECT_EQ(replace(), Outcome::OnClipboard);
