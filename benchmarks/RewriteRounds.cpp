@@ -140,6 +140,7 @@ int main(int argc, char** argv) try {
     Rounds rounds(editor->second);
     std::printf("an open card at rest: %.2f %% of a processor\n", rounds.idleShare());
     std::vector<double> times;
+    times.reserve(static_cast<std::size_t>(count));
     for (int round = 0; round < count; ++round)
         times.push_back(rounds.go());
     std::ranges::sort(times);

@@ -79,7 +79,7 @@ bool selectOriginal(const PasteOver::Target& target, AccessibleElement& element)
     if (!takesText(element)) return false;
     const bool isOther = hasAnySelection(element) && !selectionMatches(target.original, element);
     if (target.reselects && isOther && standsIn(element, target.original, target.range))
-        return element.setSelectedTextRange(*target.range) &&
+        return element.setSelectedTextRange(target.range.value_or(TextRange{})) &&
                selectionMatches(target.original, element);
     if (!holdsOriginal(target.original, target.range, element)) return false;
     if (hasAnySelection(element)) return true;
