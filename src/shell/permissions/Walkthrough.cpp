@@ -47,6 +47,7 @@ QCoro::Task<> Walkthrough::offer(QPointer<Walkthrough> self, std::stop_token sto
 }
 
 void Walkthrough::begin() {
+    m_asking.cancel();
     m_isAsking = false;
     m_wasRefused = false;
     m_services.permissions.refreshPermissions();
@@ -85,21 +86,29 @@ QCoro::Task<> Walkthrough::awaitAnswer(QPointer<Walkthrough> self, std::stop_tok
     co_await sleepFor(self->m_services.clock, answerLimit, stop);
     if (!self || stop.stop_requested()) co_return;
     self->m_services.permissions.refreshPermissions();
-    if (self->m_page != Page::Request) co_return;
-    self->m_isAsking = false;
-    self->m_wasRefused = true;
-    emit self->changed();
+    // Its change may have been the answer.
+    if (!self || stop.stop_requested()) co_return;
+    self->endAsking(!self->isGranted());
 }
 
-// The system may take a moment; its answer comes as a change of the permission.
+void Walkthrough::endAsking(bool isRefused) {
+    m_isAsking = false;
+    m_wasRefused = isRefused;
+    emit changed();
+}
+
+// The system may take a moment; its answer comes as a change of the permission. The help may be on
+// show by then.
 void Walkthrough::followPermission() {
-    if (m_page == Page::Request && isGranted()) {
+    const bool isGranted = this->isGranted();
+    if (isGranted) {
         m_asking.cancel();
-        m_isAsking = false;
-        m_wasRefused = false;
+        endAsking(false);
+    }
+    if (m_page == Page::Request && isGranted) {
         showPage(Page::Granted);
         lookForPrograms();
-    } else if (m_page == Page::Granted && !isGranted()) {
+    } else if (m_page == Page::Granted && !isGranted) {
         showPage(Page::Request);
     }
 }

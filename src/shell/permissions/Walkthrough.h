@@ -97,6 +97,7 @@ class Walkthrough final : public QObject {
     void showPage(Page page);
     void showPermission();
     void followPermission();
+    void endAsking(bool isRefused);
     void lookForPrograms();
     static QCoro::Task<> awaitAnswer(QPointer<Walkthrough> self, std::stop_token stop);
     static QCoro::Task<> findPrograms(QPointer<Walkthrough> self, std::stop_token stop);

@@ -4,6 +4,8 @@
 #include "platform/testing/ScriptedDefaults.h"
 #include "platform/testing/ScriptedPermissionProbe.h"
 
+#include <QSignalSpy>
+
 namespace vorq {
 namespace {
 
@@ -77,6 +79,32 @@ TEST_F(WalkthroughTest, WithoutAnAnswerItSaysSoAndCanAskAnew) {
     m_walkthrough.openSystemSettings();
     EXPECT_EQ(m_walkthrough.problem(), QString());
     EXPECT_EQ(m_privacy.opened.size(), 2);
+}
+
+TEST_F(WalkthroughTest, WhoReadsTheHelpMeanwhileCanAskAnew) {
+    m_walkthrough.openSystemSettings();
+    m_walkthrough.showHelp();
+    m_clock.advance(Walkthrough::answerLimit);
+    m_walkthrough.goBack();
+    EXPECT_FALSE(m_walkthrough.isAsking());
+    EXPECT_TRUE(m_walkthrough.canAsk());
+    EXPECT_TRUE(m_walkthrough.problem().contains(u"at-spi2-core"));
+}
+
+TEST_F(WalkthroughTest, WhatIsGrantedWhileTheHelpIsReadIsNotAskedForAnyMore) {
+    m_walkthrough.openSystemSettings();
+    m_walkthrough.showHelp();
+    const QSignalSpy changed(&m_walkthrough, &Walkthrough::changed);
+    grant();
+    EXPECT_EQ(m_walkthrough.page(), Page::Help);
+    EXPECT_FALSE(m_walkthrough.isAsking());
+    EXPECT_GT(changed.count(), 0);
+    m_walkthrough.goBack();
+    EXPECT_EQ(m_walkthrough.page(), Page::Granted);
+    m_clock.advance(Walkthrough::answerLimit);
+    setText(PermissionState::Pending);
+    EXPECT_TRUE(m_walkthrough.canAsk());
+    EXPECT_EQ(m_walkthrough.problem(), QString());
 }
 
 TEST_F(WalkthroughTest, WhereItCannotBeGrantedItSaysWhy) {
