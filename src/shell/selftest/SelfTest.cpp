@@ -15,9 +15,10 @@ namespace {
 
 // Goes on by itself where nobody listens any more; the check lives as long.
 QCoro::Task<> drive(std::shared_ptr<SelfTestCheck> check, std::stop_token stop,
-                    std::shared_ptr<std::optional<SelfCheck>> result, Wakeup done) {
+                    std::shared_ptr<std::optional<SelfCheck>> result, Wakeup done, Wakeup ended) {
     *result = co_await check->run(std::move(stop));
     done.fire();
+    ended.fire();
 }
 
 QCoro::Task<> driveClearing(std::shared_ptr<TestStage> stage, Wakeup done) {
@@ -70,11 +71,19 @@ QCoro::Task<SelfCheck> SelfTest::limited(Clock& clock, std::shared_ptr<SelfTestC
     const TimeLimit limit(clock, check->limit(), std::move(stop));
     const auto result = std::make_shared<std::optional<SelfCheck>>();
     const Wakeup done;
+    const Wakeup ended;
     const std::stop_callback onLimit(limit.token(), [done] { done.fire(); });
-    (void)drive(check, limit.token(), result, done);
+    (void)drive(check, limit.token(), result, done, ended);
     co_await done;
     SelfCheck outcome = timedOut(*check);
-    if (std::optional<SelfCheck>& made = *result) outcome = std::move(*made);
+    if (std::optional<SelfCheck>& made = *result) {
+        outcome = std::move(*made);
+        co_return outcome;
+    }
+    // What it has lent is given back before anything else is moved, and before the program may end.
+    const TimeLimit ending(clock, endingLimit, {});
+    const std::stop_callback onEnding(ending.token(), [ended] { ended.fire(); });
+    co_await ended;
     co_return outcome;
 }
 

@@ -24,6 +24,8 @@ class SelfTest final : public QObject {
 
     /// For putting back what the checks have moved.
     static constexpr std::chrono::milliseconds clearingLimit{3000};
+    /// For a check that was stopped to give back what it has lent, such as the clipboard.
+    static constexpr std::chrono::milliseconds endingLimit{5000};
 
     /// The clock must outlive the test and what it has under way. The stage is cleared at the end.
     SelfTest(Clock& clock, Checks checks, std::shared_ptr<TestStage> stage);

@@ -24,8 +24,8 @@ class SelfTestCheck {
     /// How long it may take. What takes longer counts as failed.
     [[nodiscard]] virtual Clock::Duration limit() const { return std::chrono::seconds(10); }
 
-    /// Ends soon once the token is stopped; whoever does not is no longer listened to. The check
-    /// outlives the task.
+    /// Ends soon once the token is stopped, with all given back that it has lent; whoever does not
+    /// is no longer listened to. The check outlives the task.
     virtual QCoro::Task<SelfCheck> run(std::stop_token stop) = 0;
 
   protected:

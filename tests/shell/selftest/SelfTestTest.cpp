@@ -9,7 +9,6 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 using SelfTestTest = SelfTestFixture;
@@ -139,6 +138,101 @@ TEST_F(SelfTestTest, CancelledItEndsAndGivesEverythingBack) {
     EXPECT_FALSE(m_window.isOpen);
     EXPECT_EQ(m_highlight.held, users);
     EXPECT_EQ(m_workspace.frontmostProcess(), editor);
+}
+
+TEST_F(SelfTestTest, CancelledInTheMidstOfAPasteItEndsOnceTheClipboardIsTheUsersAgain) {
+    const PasteboardContents users = pasteboardText(u"of the user"_s);
+    m_clipboard.writeAs(editor, users);
+    m_accessibility.element(u"text"_s).takesWrites = false;
+    m_clipboard.isTaken = false;
+    bool isPasted = false;
+    m_poster.onPost = [&](KeyChord, ProcessId) { isPasted = true; };
+    m_test->start();
+    for (const QDeadlineTimer guard(20'000); !isPasted && !guard.hasExpired();)
+        turn(5ms);
+    ASSERT_TRUE(isPasted);
+    ASSERT_NE(m_clipboard.held, users);
+    bool isGivenBack = false;
+    QObject::connect(m_test.get(), &SelfTest::finished,
+                     [&] { isGivenBack = m_clipboard.held == users && !m_window.isOpen; });
+    m_test->cancel();
+    for (const QDeadlineTimer guard(20'000); m_test->isRunning() && !guard.hasExpired();)
+        turn(5ms);
+    EXPECT_FALSE(m_test->isRunning());
+    EXPECT_TRUE(isGivenBack);
+}
+
+/// A check that gives back what it has lent only a while after it was stopped, if ever.
+class LendingCheck final : public SelfTestCheck {
+  public:
+    LendingCheck(Clock& clock, Clock::Duration takes) : m_clock(clock), m_takes(takes) {}
+
+    bool isLent = false;
+
+    [[nodiscard]] QString id() const override { return u"lending"_s; }
+    QCoro::Task<SelfCheck> run(std::stop_token stop) override {
+        isLent = true;
+        const Wakeup stopped;
+        const std::stop_callback onStop(std::move(stop), [stopped] { stopped.fire(); });
+        co_await stopped;
+        co_await sleepFor(m_clock, m_takes, {});
+        isLent = false;
+        co_return ok({"late"});
+    }
+
+  private:
+    Clock& m_clock;
+    Clock::Duration m_takes;
+};
+
+/// Notes whether something was lent when it began.
+class CheckAfterwards final : public SelfTestCheck {
+  public:
+    explicit CheckAfterwards(const bool& isLent) : m_isLent(isLent) {}
+
+    std::optional<bool> wasLent;
+
+    [[nodiscard]] QString id() const override { return u"afterwards"_s; }
+    QCoro::Task<SelfCheck> run(std::stop_token) override {
+        wasLent = m_isLent;
+        co_return ok({"done"});
+    }
+
+  private:
+    const bool& m_isLent;
+};
+
+TEST_F(SelfTestTest, TheNextCheckBeginsOnceOneThatTookTooLongHasGivenBackWhatItLent) {
+    const auto lending = std::make_shared<LendingCheck>(m_clock, 4s);
+    const auto next = std::make_shared<CheckAfterwards>(lending->isLent);
+    m_test = std::make_unique<SelfTest>(
+        m_clock, SelfTest::Checks{lending, next},
+        std::make_shared<TestStage>(TestStage::Services{.clock = m_clock,
+                                                        .workspace = m_workspace,
+                                                        .window = m_window,
+                                                        .highlight = m_highlight}));
+    runTest(20ms);
+    EXPECT_EQ(next->wasLent, false);
+    EXPECT_EQ(sentenceOf(u"lending"_s), u"There was no answer within 10 seconds.");
+}
+
+TEST_F(SelfTestTest, ACheckThatNeverEndsIsNotWaitedForForLong) {
+    const auto lending = std::make_shared<LendingCheck>(m_clock, 24h);
+    m_test = std::make_unique<SelfTest>(
+        m_clock, SelfTest::Checks{lending},
+        std::make_shared<TestStage>(TestStage::Services{.clock = m_clock,
+                                                        .workspace = m_workspace,
+                                                        .window = m_window,
+                                                        .highlight = m_highlight}));
+    m_test->start();
+    turn(5ms);
+    const Clock::Duration begin = m_clock.now();
+    m_test->cancel();
+    for (const QDeadlineTimer guard(20'000); m_test->isRunning() && !guard.hasExpired();)
+        turn(50ms);
+    EXPECT_FALSE(m_test->isRunning());
+    EXPECT_LT(m_clock.now() - begin, SelfTest::endingLimit + SelfTest::clearingLimit);
+    m_clock.advance(24h);
 }
 
 TEST_F(SelfTestTest, DestroyedInTheMidstItGivesEverythingBack) {
