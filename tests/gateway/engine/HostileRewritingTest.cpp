@@ -41,7 +41,8 @@ TEST(HostileRewritingTest, ShorterPassesManyBlanksInLinearTime) {
 }
 
 TEST(HostileRewritingTest, ShorterPassesManyParenthesesInLinearTime) {
-    const std::string text = "x" + times(200'000, ")").append(" ") + times(20'000, "really ") + "y";
+    std::string text = times(200'000, ")");
+    text.append(" ").append(times(20'000, "really ")).append("y");
     EXPECT_TRUE(shortened(text, Language::English).ends_with(") y"));
 }
 
