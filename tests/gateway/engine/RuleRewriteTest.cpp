@@ -82,6 +82,20 @@ TEST(RuleRewriteTest, WhatARuleDoesNotChangeIsNoRewrite) {
     expectDeclined("bullet list", " \n");
 }
 
+TEST(RuleRewriteTest, WhatIsLongerThanRulesTakeIsDeclinedInOneSentence) {
+    const std::string longest(kLongestRewrite, 'a');
+    EXPECT_EQ(rewrite("upper case", longest), std::string(kLongestRewrite, 'A'));
+    EXPECT_THAT(rewrite("upper case", longest + "a"), HasSubstr("256 KB"));
+    EXPECT_THAT(rewrite("upper case", "selection", longest + "a"), HasSubstr("256 KB"));
+    EXPECT_EQ(rewrite("upper case", longest + "a", "on show"), "ON SHOW");
+    EXPECT_EQ(rewrite("warmer", longest + "a"), "(" + std::string(kNoWriting) + ")");
+    PromptRequest request;
+    request.prompt = wrapped("upper case");
+    request.selectedText = longest + "a";
+    request.whole = true;
+    EXPECT_THROW(static_cast<void>(draftReply(request)), EngineError);
+}
+
 TEST(RuleRewriteTest, TheVersionOnShowIsWhatIsChanged) {
     EXPECT_EQ(rewrite("upper case", "selection", "on show"), "ON SHOW");
 }

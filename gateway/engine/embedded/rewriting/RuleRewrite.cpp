@@ -12,6 +12,9 @@ namespace {
 
 constexpr std::string_view kNoOtherTake =
     "Another version needs a language model, and none is connected to this gateway.";
+constexpr std::string_view kTooLong =
+    "Rules change 256 KB of text at most, and more needs a language model, which is not connected "
+    "to this gateway.";
 constexpr std::string_view kNothingByRule =
     "There is nothing that rules could change here, and more needs a language model, which is not "
     "connected to this gateway.";
@@ -52,7 +55,9 @@ std::expected<std::string, std::string_view> rewrittenByRule(const RewritePrompt
     if (prompt.isAnotherTake) return std::unexpected(kNoOtherTake);
     const std::optional<RewriteRule> rule = ruleOf(prompt.ask);
     if (!rule) return std::unexpected(kNoWriting);
-    const std::string text = sanitized(prompt.current.empty() ? selection : prompt.current);
+    const std::string_view given = prompt.current.empty() ? selection : prompt.current;
+    if (given.size() > kLongestRewrite) return std::unexpected(kTooLong);
+    const std::string text = sanitized(given);
     const std::string_view core = trimmed(text);
     std::string rewritten = byRule(*rule, core);
     if (trimmed(rewritten).empty() || rewritten == core) return std::unexpected(kNothingByRule);
