@@ -159,7 +159,8 @@ Awaitable<HttpConnection::Outcome> HttpConnection::work(const Route& route,
     Outcome outcome = co_await onPool(pool, [&]() -> Outcome {
         try {
             identify();
-            return m_core.router.answer(route, request, std::move(identity), std::move(body));
+            return m_core.router.answer(route, request, std::move(identity), std::move(body),
+                                        [this] { giveRoomBack(); });
         } catch (...) {
             return refusalFor(std::current_exception());
         }

@@ -104,12 +104,14 @@ ApiReply RequestRouter::answerPage(const Route& route, const HttpRequest& reques
 }
 
 ApiReply RequestRouter::answer(const Route& route, const HttpRequest& request,
-                               std::optional<Identity> identity, std::string body) const {
+                               std::optional<Identity> identity, std::string body,
+                               const std::function<void()>& isRead) const {
     if (route.page) return answerPage(route, request, body);
     ApiCall call;
     call.sender = m_guard.senderAddress(request);
     call.body = trimmed(body).empty() ? nlohmann::json::object() : parseBody(body);
     body = {};
+    isRead();
     call.identity = std::move(identity);
     return route.handler(call);
 }

@@ -52,9 +52,11 @@ class RequestRouter {
     [[nodiscard]] const Route& screen(const HttpRequest& request);
     /// Who asks; nobody where the route does not ask for that. May wait for the disk.
     [[nodiscard]] std::optional<Identity> identify(const Route& route, const HttpRequest& request);
-    /// Runs the handler. Whatever it throws comes out as it is.
+    /// Runs the handler. Whatever it throws comes out as it is. `isRead` tells that the body is
+    /// read, of which nothing is held any more, before the handler may take long.
     [[nodiscard]] ApiReply answer(const Route& route, const HttpRequest& request,
-                                  std::optional<Identity> identity, std::string body) const;
+                                  std::optional<Identity> identity, std::string body,
+                                  const std::function<void()>& isRead) const;
     /// Whether who asks is to see a page, be it that of a refusal.
     [[nodiscard]] bool wantsPage(const HttpRequest& request) const;
     /// What a path takes, as the header Allow has it.

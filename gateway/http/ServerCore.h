@@ -12,15 +12,16 @@
 
 namespace vorq::gateway {
 
-/// What the connections of a server share. All but `router`, `stopping` and the pools belongs to
-/// the thread that runs `io`, which carries all sockets and never waits for anything else.
+/// What the connections of a server share. All but `router`, `stopping`, `largeBytes` and the pools
+/// belongs to the thread that runs `io`, which carries all sockets and never waits for anything
+/// else.
 struct ServerCore {
     ServerCore(RequestRouter& requestRouter, std::size_t mostConnections)
         : router(requestRouter), room(mostConnections, kMostWaitingBytes) {}
 
     /// Of requests that are not whole and whose sender is not known.
     static constexpr std::size_t kMostWaitingBytes = std::size_t{64} * 1024 * 1024;
-    /// Of large requests whose sender is known, until their handler is done.
+    /// Of large requests whose sender is known, until they are read.
     static constexpr std::size_t kMostLargeBytes = std::size_t{64} * 1024 * 1024;
     static constexpr std::size_t kPoolThreads = 4;
     /// Enough to keep the pools busy.
@@ -32,7 +33,8 @@ struct ServerCore {
     RequestRouter& router;
     std::atomic<bool> stopping = false;
     ConnectionRoom room;
-    std::size_t largeBytes = 0;
+    /// Taken by that thread alone; given back by any.
+    std::atomic<std::size_t> largeBytes = 0;
     StartGate starts{kMostStarts};
     boost::asio::io_context io{1};
     /// Tokens and accounts, each a matter of milliseconds, are never behind what takes long.

@@ -4,7 +4,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <fstream>
+#include <future>
+#include <thread>
 
 namespace vorq::gateway::testing {
 namespace {
@@ -102,6 +105,63 @@ TEST(RequestLimitTest, JsonOfVeryManyValuesIsRefusedBeforeItIsBuilt) {
         EXPECT_THAT(answer.body.value("error", ""), HasSubstr("too many values"));
     }
     EXPECT_LT(residentBytes(), before + kKeptFreed + 100 * kMegabyte);
+}
+
+/// Keeps its threads until it is released.
+class HeldEngine final : public Engine {
+  public:
+    explicit HeldEngine(std::shared_future<void> isReleased)
+        : m_isReleased(std::move(isReleased)) {}
+
+    std::atomic<int> inside = 0;
+
+    std::unique_ptr<ReplyStream> prompt(const PromptRequest&) override {
+        ++inside;
+        m_isReleased.wait();
+        PromptRequest hello;
+        hello.prompt = "hello";
+        return m_engine.prompt(hello);
+    }
+    std::unique_ptr<ReplyStream> analyze(const AnalyzeRequest& request) override {
+        return m_engine.analyze(request);
+    }
+    std::unique_ptr<ReplyStream> flashcards(const FlashcardsRequest& request) override {
+        return m_engine.flashcards(request);
+    }
+    std::unique_ptr<ReplyStream> quiz(const QuizRequest& request) override {
+        return m_engine.quiz(request);
+    }
+
+  private:
+    std::shared_future<void> m_isReleased;
+    EmbeddedEngine m_engine{std::chrono::milliseconds(0)};
+};
+
+TEST(RequestLimitTest, LargeRequestsMakeRoomForOthersOnceTheyAreRead) {
+    std::promise<void> release;
+    auto engine = std::make_unique<HeldEngine>(release.get_future().share());
+    const HeldEngine& held = *engine;
+    TestGateway gateway(std::move(engine));
+    gateway.signIn();
+    const std::string body =
+        json({{"prompt", "x"}, {"unknown", std::string(15 * kMegabyte, 'x')}}).dump();
+    const std::string head =
+        "POST /ai/prompt HTTP/1.1\r\nHost: localhost\r\nContent-Type: application/json\r\n"
+        "Authorization: Bearer " +
+        gateway.token + "\r\nContent-Length: " + std::to_string(body.size()) + "\r\n";
+    std::vector<std::unique_ptr<RawClient>> clients;
+    for (int count = 1; count <= 4; ++count) {
+        clients.push_back(std::make_unique<RawClient>(gateway.port));
+        clients.back()->send(head + "\r\n" + body);
+        while (held.inside < count)
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    RawClient last(gateway.port);
+    last.send(head + "Expect: 100-continue\r\n\r\n");
+    EXPECT_THAT(last.receiveUntil("\r\n\r\n"), StartsWith("HTTP/1.1 100 Continue"));
+    release.set_value();
+    for (const auto& client : clients)
+        EXPECT_THAT(client->receiveAll(), StartsWith("HTTP/1.1 200 OK"));
 }
 
 TEST(RequestLimitTest, TextWithManyMarksIsNoMatter) {
