@@ -1,6 +1,7 @@
 #include "auth/PasswordAttempts.h"
 
 #include "support/ApiError.h"
+#include "support/NetworkOf.h"
 
 namespace vorq::gateway {
 namespace {
@@ -13,9 +14,10 @@ constexpr int kAccountsOfAnAddress = 3;
 
 std::array<RateLimit, 3> PasswordAttempts::limitsOf(const std::string& email,
                                                     const std::string& address) const {
-    return {RateLimit{"password of an account from an address", m_perMinute, email + ' ' + address},
+    const std::string from = networkOf(address);
+    return {RateLimit{"password of an account from an address", m_perMinute, email + ' ' + from},
             RateLimit{"password of an account", m_perMinute * kAddressesOfAGuesser, email},
-            RateLimit{"password from an address", m_perMinute * kAccountsOfAnAddress, address}};
+            RateLimit{"password from an address", m_perMinute * kAccountsOfAnAddress, from}};
 }
 
 void PasswordAttempts::begin(const std::string& email, const std::string& address) {

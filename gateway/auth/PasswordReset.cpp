@@ -6,6 +6,7 @@
 #include "storage/SignInTable.h"
 #include "support/ApiError.h"
 #include "support/Filled.h"
+#include "support/NetworkOf.h"
 #include "support/Secrets.h"
 
 #include <array>
@@ -46,7 +47,7 @@ PasswordReset::Code PasswordReset::createFor(const std::string& email,
 std::optional<PasswordReset::Code> PasswordReset::request(const std::string& email,
                                                           const std::string& address) {
     const std::string checked = checkedEmail(email);
-    const std::array limits = {RateLimit{"reset link", kRequestsPerMinute, address}};
+    const std::array limits = {RateLimit{"reset link", kRequestsPerMinute, networkOf(address)}};
     if (const int wait = m_limits.take(limits); wait > 0) {
         ApiError error(429, "Too many links were asked for. Wait a moment and try again.");
         error.retryAfterSeconds = wait;

@@ -3,6 +3,7 @@
 #include "auth/AccountRules.h"
 #include "auth/LocalAccount.h"
 #include "support/ApiError.h"
+#include "support/NetworkOf.h"
 #include "support/Secrets.h"
 #include "support/Utf8.h"
 
@@ -51,7 +52,7 @@ std::string WebAccounts::signUp(const Credentials& typed, const SignInOrigin& or
     account.email = checkedEmail(typed.email);
     checkNewEmail(account.email);
     checkNewPassword(typed.password, "password");
-    const std::array limits = {RateLimit{"sign-up", kSignUpsPerMinute, origin.address}};
+    const std::array limits = {RateLimit{"sign-up", kSignUpsPerMinute, networkOf(origin.address)}};
     if (const int wait = m_limits.take(limits); wait > 0) {
         ApiError error(429, "Too many accounts at once. Wait a moment and try again.");
         error.retryAfterSeconds = wait;

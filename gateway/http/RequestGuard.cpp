@@ -1,6 +1,7 @@
 #include "http/RequestGuard.h"
 
 #include "support/ApiError.h"
+#include "support/NetworkOf.h"
 #include "support/Utf8.h"
 
 #include <algorithm>
@@ -51,7 +52,9 @@ std::string RequestGuard::senderAddress(const HttpRequest& request) const {
     while (isTrustedProxy(address) && !trimmed(before).empty()) {
         const std::size_t comma = before.rfind(',');
         const bool isLast = comma == std::string_view::npos;
-        address = plainAddress(isLast ? before : before.substr(comma + 1));
+        std::string item = plainAddress(isLast ? before : before.substr(comma + 1));
+        if (!isAddress(item)) break;
+        address = std::move(item);
         before = isLast ? std::string_view() : before.substr(0, comma);
     }
     return address;

@@ -32,7 +32,8 @@ class RequestGuard {
     /// a name of this computer. Whose program sent it is another question.
     [[nodiscard]] static bool isFromHere(const HttpRequest& request);
     /// Where the request came from: the address that connected or, if that is a trusted proxy, the
-    /// last one that no trusted proxy has.
+    /// last one that no trusted proxy has. For what it was told that is no address, a proxy stands
+    /// itself.
     [[nodiscard]] std::string senderAddress(const HttpRequest& request) const;
 
     /// Whether the browser sent the request by TLS, which ended at the proxy.

@@ -209,6 +209,26 @@ TEST_F(TeamTest, SignUpsAndLinksAreCountedTogether) {
     EXPECT_EQ(answerOf([&] { static_cast<void>(there.resets.request("1@b.c", "x")); }), 429);
 }
 
+TEST_F(TeamTest, SignUpsAndLinksOfOneNetworkOfIPv6AreCountedTogether) {
+    const auto signUp = [&](int i, const std::string& from) {
+        return answerOf([&] {
+            static_cast<void>(here.web.signUp({std::to_string(i) + "@example.org", kTeamPassword},
+                                              {.address = from}));
+        });
+    };
+    const auto askForLink = [&](const std::string& from) {
+        return answerOf([&] { static_cast<void>(here.resets.request("1@b.c", from)); });
+    };
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(signUp(i, "2001:db8:0:1::" + std::to_string(i)), 200);
+    EXPECT_EQ(signUp(6, "2001:db8:0:1::6"), 429);
+    EXPECT_EQ(signUp(7, "2001:db8:0:2::6"), 200);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(askForLink("2001:db8:0:1::" + std::to_string(i)), 200);
+    EXPECT_EQ(askForLink("2001:db8:0:1::6"), 429);
+    EXPECT_EQ(askForLink("2001:db8:0:2::6"), 200);
+}
+
 TEST_F(TeamTest, ABrowserIsSignedInWhicheverGatewayItReaches) {
     const std::string secret = here.web.continueHere("ada", {.agent = "a browser"});
     const auto identity = there.web.identify(secret);

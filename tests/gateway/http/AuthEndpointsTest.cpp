@@ -147,6 +147,14 @@ TEST_P(WrongPasswordsTest, OfOneAddressBehindAProxyDoNotShutOutAnother) {
     EXPECT_EQ(change("the right one", "198.51.100.7").status, 200);
 }
 
+// Whoever has one of them has all of its network.
+TEST_P(WrongPasswordsTest, OfOneNetworkOfIPv6AreCountedTogether) {
+    for (int i = 1; i <= 3; ++i)
+        EXPECT_EQ(change("wrong", "2001:db8:0:1::" + std::to_string(i)).status, 403);
+    EXPECT_EQ(change("the right one", "[2001:DB8:0:1:ffff::4]:4711").status, 429);
+    EXPECT_EQ(change("the right one", "2001:db8:0:2::1").status, 200);
+}
+
 TEST_P(WrongPasswordsTest, OfManyAddressesAreBoundedByTheAccount) {
     for (int i = 0; i < 15; ++i)
         EXPECT_EQ(change("wrong", "203.0.113." + std::to_string(i)).status, 403);

@@ -100,6 +100,13 @@ TEST(RequestGuardTest, ATrustedProxySaysWhereARequestCameFrom) {
     EXPECT_EQ(senderOf("127.0.0.1", ""), "127.0.0.1");
 }
 
+TEST(RequestGuardTest, AProxyStandsForWhatItSaysThatIsNoAddress) {
+    for (const char* said : {"unknown", "_hidden", "203.0.113.9, unknown", "203.0.113", ",",
+                             "203.0.113.9,", "2001:db8::1::2"})
+        EXPECT_EQ(senderOf("127.0.0.1", said), "127.0.0.1") << said;
+    EXPECT_EQ(senderOf("127.0.0.1", "made up, 10.0.0.2"), "10.0.0.2");
+}
+
 TEST(RequestGuardTest, WhatNoTrustedProxySaysIsNotTaken) {
     EXPECT_EQ(senderOf("198.51.100.7", "203.0.113.9"), "198.51.100.7");
     EXPECT_EQ(senderOf("127.0.0.1", "made up, 203.0.113.9"), "203.0.113.9");
