@@ -187,6 +187,58 @@ TEST_F(X11HotKeysTest, HeldLongerThanItsModifiersItTypesNothingAndLosesNothingTy
     EXPECT_THAT(m_pressed, ElementsAre('A'));
 }
 
+bool grabsKeyboard() {
+    const X11Connection other;
+    const auto cookie = xcb_grab_keyboard(other.get(), 0, other.root(), XCB_CURRENT_TIME,
+                                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    xcb_grab_keyboard_reply_t* reply = xcb_grab_keyboard_reply(other.get(), cookie, nullptr);
+    const bool hasGrabbed = reply != nullptr && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    std::free(reply);
+    return hasGrabbed;
+}
+
+// Its press was on the way when it was given up. Without repetition nothing else would come of the
+// key while it is held.
+TEST_F(X11HotKeysTest, PressedBeforeItIsGivenBackItDoesNotKeepTheKeyboard) {
+    run("xset", "x11-xserver-utils", {"r", "off"}, m_session.environment());
+    ASSERT_TRUE(registerKey(m_keys, 'A'));
+    ASSERT_TRUE(registerKey(m_keys, 'T'));
+    QCoreApplication::processEvents();
+    xdotool({"keydown", "super", "keydown", "shift", "keydown", "a"});
+    EXPECT_FALSE(grabsKeyboard());
+    m_keys.unregisterHotKey({1, 'A'});
+    DesktopSession::waitUntil("the keyboard to be free", [] { return grabsKeyboard(); });
+    EXPECT_THAT(m_pressed, ElementsAre());
+    xdotool({"keyup", "a", "key", "t", "keyup", "shift", "keyup", "super"});
+    waitForPresses(1);
+    EXPECT_THAT(m_pressed, ElementsAre('T'));
+}
+
+TEST_F(X11HotKeysTest, HeldDownWhenTheLastIsGivenBackItIsFreeForOthers) {
+    ASSERT_TRUE(registerKey(m_keys, 'A'));
+    ASSERT_TRUE(registerKey(m_keys, 'T'));
+    xdotool({"keydown", "super", "keydown", "shift", "keydown", "a"});
+    waitForPresses(1);
+    m_keys.unregisterHotKey({1, 'A'});
+    EXPECT_FALSE(grabsA(0)) << "still kept from typing";
+    m_keys.unregisterHotKey({1, 'T'});
+    for (const std::uint16_t left : partsOfTheChord)
+        DesktopSession::waitUntil("the key to be free", [&] { return grabsA(left); });
+    xdotool({"keyup", "shift", "keyup", "super", "keyup", "a"});
+}
+
+TEST_F(X11HotKeysTest, RegisteredAnewWhileItIsHeldItStillCountsAsOnePress) {
+    run("xset", "x11-xserver-utils", {"r", "rate", "60", "40"}, m_session.environment());
+    ASSERT_TRUE(registerKey(m_keys, 'A'));
+    xdotool({"keydown", "super", "keydown", "shift", "keydown", "a"});
+    waitForPresses(1);
+    ASSERT_TRUE(registerKey(m_keys, 'A'));
+    m_session.start("xdotool", "xdotool",
+                    {"sleep", "0.5", "keyup", "a", "key", "a", "keyup", "shift", "keyup", "super"});
+    waitForPresses(2);
+    EXPECT_THAT(m_pressed, ElementsAre('A', 'A'));
+}
+
 TEST_F(X11HotKeysTest, OtherModifiersAreOtherChords) {
     ASSERT_TRUE(registerKey(m_keys, 'A'));
     ASSERT_TRUE(registerKey(m_keys, 'T'));

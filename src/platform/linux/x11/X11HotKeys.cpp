@@ -62,16 +62,24 @@ GlobalHotKeys::Outcome X11HotKeys::installEventHandler() {
 
 GlobalHotKeys::Outcome X11HotKeys::registerHotKey(const HotKeyChord& chord, HotKeyId id) {
     if (!m_keyboard) return std::unexpected(HotKeyFailure{.status = noServer});
-    unregisterHotKey(id);
+    remove(id);
     m_hotKeys.push_back({.id = id, .chord = chord, .grips = {}});
     return grab(m_hotKeys.back());
 }
 
+// What was held when the last hot key went would be kept from others for as long as this process
+// lives.
 void X11HotKeys::unregisterHotKey(HotKeyId id) {
+    remove(id);
+    if (m_hotKeys.empty()) dropGuards();
+}
+
+void X11HotKeys::remove(HotKeyId id) {
     const auto found = std::ranges::find(m_hotKeys, id, &HotKey::id);
     if (found == m_hotKeys.end()) return;
     ungrab(found->grips);
     m_hotKeys.erase(found);
+    takeEventsLater();
 }
 
 X11HotKeys::ModifierMask X11HotKeys::modifiersOf(const HotKeyChord& chord) const {
@@ -164,7 +172,7 @@ void X11HotKeys::followLayout() {
         emit availabilityChanged(id, isAvailable);
 }
 
-// Waiting for an answer may have taken in events, of which the socket no longer tells.
+// Waiting for an answer, or sending, may have taken in events, of which the socket no longer tells.
 void X11HotKeys::takeEventsLater() {
     QMetaObject::invokeMethod(this, &X11HotKeys::takeEvents, Qt::QueuedConnection);
 }
@@ -214,7 +222,7 @@ void X11HotKeys::takePress(const KeyMoment& press, ModifierMask state) {
         return freeKeyboard();
     }
     settleRelease();
-    keyWentDown(press.key, state);
+    keyWentDown(press, state);
 }
 
 void X11HotKeys::settleRelease() {
@@ -223,13 +231,14 @@ void X11HotKeys::settleRelease() {
 
 // The grab of the pressed key holds the whole keyboard. It is let go before anything else, so that
 // the application in front has the focus again and keys that are posted reach it.
-void X11HotKeys::keyWentDown(KeyCode key, ModifierMask state) {
+void X11HotKeys::keyWentDown(const KeyMoment& press, ModifierMask state) {
+    const KeyCode key = press.key;
     const bool isRepeat = m_held.contains(key);
     const Grip grip{.key = key, .modifiers = static_cast<ModifierMask>(state & allModifiers)};
     const auto pressedKey = std::ranges::find_if(
         m_hotKeys, [&](const HotKey& hotKey) { return hotKey.grips.contains(grip); });
     if (isRepeat) return freeKeyboard();
-    if (pressedKey == m_hotKeys.end()) return passOn();
+    if (pressedKey == m_hotKeys.end()) return passOn(press);
     const HotKeyId id = pressedKey->id;
     if (m_knowsReleases) hold(key, pressedKey->chord);
     freeKeyboard();
@@ -259,8 +268,11 @@ void X11HotKeys::freeKeyboard() {
     xcb_flush(m_connection.get());
 }
 
-void X11HotKeys::passOn() {
+// A hot key that was given up meanwhile holds the whole keyboard, but holds nothing back. What was
+// pressed later may be held back again by then: its grab is newer, and stays.
+void X11HotKeys::passOn(const KeyMoment& press) {
     xcb_allow_events(m_connection.get(), XCB_ALLOW_REPLAY_KEYBOARD, XCB_CURRENT_TIME);
+    xcb_ungrab_keyboard(m_connection.get(), press.time);
     xcb_flush(m_connection.get());
 }
 
@@ -270,6 +282,11 @@ void X11HotKeys::keyWentUp(KeyCode key) {
     ungrab(without(held->second, allGrips()));
     m_held.erase(held);
     if (m_held.empty()) watchReleases(false);
+}
+
+void X11HotKeys::dropGuards() {
+    while (!m_held.empty())
+        keyWentUp(m_held.begin()->first);
 }
 
 void X11HotKeys::watchReleases(bool isOn) {

@@ -63,6 +63,7 @@ class X11HotKeys final : public GlobalHotKeys {
     Outcome grab(HotKey& hotKey);
     Outcome grabAll(const Grips& grips);
     void ungrab(const Grips& grips);
+    void remove(HotKeyId id);
     void followLayout();
 
     struct KeyMoment {
@@ -76,12 +77,13 @@ class X11HotKeys final : public GlobalHotKeys {
     void takeQueuedEvents();
     void takePress(const KeyMoment& press, ModifierMask state);
     void takeEventsLater();
-    void keyWentDown(KeyCode key, ModifierMask state);
+    void keyWentDown(const KeyMoment& press, ModifierMask state);
     void hold(KeyCode key, const HotKeyChord& chord);
     void freeKeyboard();
     /// The key that holds the keyboard back, and all after it, go to the window that has the focus.
-    void passOn();
+    void passOn(const KeyMoment& press);
     void keyWentUp(KeyCode key);
+    void dropGuards();
     void settleRelease();
     void watchReleases(bool isOn);
     [[nodiscard]] bool isDown(KeyCode key) const;
