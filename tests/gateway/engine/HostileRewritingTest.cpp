@@ -33,10 +33,12 @@ TEST(HostileRewritingTest, LinesOfOneSentenceEachBecomeBulletsInTime) {
 
 TEST(HostileRewritingTest, ShorterPassesManyBlanksInLinearTime) {
     for (const std::string& blanks : {times(200'000, " "), times(70'000, "\u00a0\t")}) {
-        const std::string filler = times(20'000, "really x ");
-        EXPECT_EQ(shortened("x\n" + blanks + filler + "y", Language::English).substr(0, 2), "x\n");
-        EXPECT_FALSE(shortened("x" + blanks + times(20'000, "really ") + "y", Language::English)
-                         .contains("really really"));
+        std::string indented = "x\n";
+        indented.append(blanks).append(times(20'000, "really x ")).append("y");
+        EXPECT_EQ(shortened(indented, Language::English).substr(0, 2), "x\n");
+        std::string repeated = "x";
+        repeated.append(blanks).append(times(20'000, "really ")).append("y");
+        EXPECT_FALSE(shortened(repeated, Language::English).contains("really really"));
     }
 }
 

@@ -69,7 +69,7 @@ TEST(RequestLimitTest, HeadersOfManyConnectionsTakeLittleMemory) {
 
 TEST(RequestLimitTest, AStrangersBodyBeyondSixtyFourKilobytesIs413) {
     TestGateway gateway;
-    const std::string large(65 * 1024, ' ');
+    const std::string large(std::size_t{65} * 1024, ' ');
     for (const char* path : {"/auth/refresh", "/auth/mac-handoff/exchange"}) {
         const Answer answer = gateway.postRaw(path, "{}" + large);
         EXPECT_EQ(answer.status, 413) << path;
@@ -152,7 +152,8 @@ TEST(RequestLimitTest, LargeRequestsMakeRoomForOthersOnceTheyAreRead) {
     std::vector<std::unique_ptr<RawClient>> clients;
     for (int count = 1; count <= 4; ++count) {
         clients.push_back(std::make_unique<RawClient>(gateway.port));
-        clients.back()->send(head + "\r\n" + body);
+        clients.back()->send(head + "\r\n");
+        clients.back()->send(body);
         while (held.inside < count)
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
