@@ -38,9 +38,46 @@ AccessibleElementPtr elementOf(const CaptureSource& from, const QString& origina
     return findTextElement(from.accessibility.application(*from.process, from.stop), original);
 }
 
+std::optional<QStringView> partOf(const std::optional<QString>& text, TextRange range) {
+    if (!text || range.location < 0 || range.length < 0) return std::nullopt;
+    if (range.location > text->size() || range.length > text->size() - range.location)
+        return std::nullopt;
+    return QStringView(*text).sliced(range.location, range.length);
+}
+
+PasteOver::Target::Whole wholeOf(const PasteOver::Target& target) {
+    return target.within.value_or(PasteOver::Target::Whole());
+}
+
+TextRange rangeOf(const PasteOver::Target& target) {
+    return target.range.value_or(TextRange());
+}
+
+// What a part stands in, once another text stands in its place. The part must lie in it.
+PasteOver::Target::Whole wholeWith(const QString& replacement, const PasteOver::Target& target) {
+    PasteOver::Target::Whole whole = wholeOf(target);
+    const TextRange range = rangeOf(target);
+    whole.text.replace(range.location - whole.range.location, range.length, replacement);
+    whole.range.length = whole.text.size();
+    return whole;
+}
+
+// Whether it is said where the part is, and that is in the whole.
+bool isPlacedWithin(const PasteOver::Target& target) {
+    const PasteOver::Target::Whole whole = wholeOf(target);
+    TextRange place = rangeOf(target);
+    place.location -= whole.range.location;
+    return target.range && partOf(whole.text, place) == target.original;
+}
+
 // The range tells also where the original occurs elsewhere. One may be the beginning of the other.
 bool isReplacedIn(const QString& replacement, const PasteOver::Target& target,
                   const AccessibleElement& element) {
+    if (target.within) {
+        const PasteOver::Target::Whole whole = wholeWith(replacement, target);
+        const auto text = element.value();
+        return partOf(text, whole.range) == whole.text;
+    }
     if (selectionReplaced(target.original, replacement, element)) return true;
     const auto value = element.value();
     if (!value || !target.range || target.range->location < 0) return false;
@@ -74,9 +111,23 @@ bool standsIn(const AccessibleElement& element, const QString& original,
     return value->mid(range->location, range->length) == original;
 }
 
+// Another selection than these two is one that the user has made since.
+bool selectPart(const PasteOver::Target& target, AccessibleElement& element) {
+    const PasteOver::Target::Whole whole = wholeOf(target);
+    const auto text = element.value();
+    if (partOf(text, whole.range) != whole.text) return false;
+    const QString selected = element.selectedText().value_or(QString());
+    const bool isOther =
+        !selected.isEmpty() && selected != whole.text && selected != target.original;
+    if (isOther && !target.reselects) return false;
+    return element.setSelectedTextRange(rangeOf(target)) &&
+           element.selectedText() == target.original;
+}
+
 // Has the original selected, if it is there.
 bool selectOriginal(const PasteOver::Target& target, AccessibleElement& element) {
     if (!takesText(element)) return false;
+    if (target.within) return selectPart(target, element);
     const bool isOther = hasAnySelection(element) && !selectionMatches(target.original, element);
     if (target.reselects && isOther && standsIn(element, target.original, target.range))
         return element.setSelectedTextRange(target.range.value_or(TextRange{})) &&
@@ -103,6 +154,7 @@ QCoro::Task<PasteOver::Outcome> PasteOver::replaceSelectedText(QString replaceme
     const Services services = m_services;
     Outcome outcome = Outcome::NotReplaced;
     if (replacement.isEmpty() || !services.accessibility.isTrusted()) co_return outcome;
+    if (target.within && !isPlacedWithin(target)) co_return outcome;
     SourceFocus focus({services.clock, services.keys, services.workspace});
     const auto atEnd =
         qScopeGuard([&focus, &target] { focus.giveBack(target.source.value_or(0)); });
@@ -113,7 +165,28 @@ QCoro::Task<PasteOver::Outcome> PasteOver::replaceSelectedText(QString replaceme
     outcome = co_await write(replacement, target, stop);
     if (!self) co_return outcome;
     if (outcome == Outcome::Replaced) remember(replacement, target);
+    if (!target.within) co_return outcome;
+    const bool isReplaced = outcome == Outcome::Replaced;
+    services.log.pillDbg(isReplaced ? u"word: replaced"_s : u"word: not replaced"_s);
+    Target left = target;
+    if (isReplaced) left.original = replacement;
+    if (isReplaced) left.within = wholeWith(replacement, target);
+    co_await selectAgain(left, isReplaced);
     co_return outcome;
+}
+
+// What the user has selected since stays selected.
+QCoro::Task<> PasteOver::selectAgain(Target target, bool isReplaced) {
+    Look selecting = [target, isReplaced](AccessibleElement& element) {
+        const Target::Whole whole = wholeOf(target);
+        const QString selected = element.selectedText().value_or(QString());
+        const bool isOurs = selected == target.original || (isReplaced && selected.isEmpty());
+        const auto text = element.value();
+        if (!isOurs || !takesText(element) || partOf(text, whole.range) != whole.text)
+            return Sight::Other;
+        return element.setSelectedTextRange(whole.range) ? Sight::Original : Sight::Other;
+    };
+    co_await look(target, std::move(selecting), {});
 }
 
 QCoro::Task<PasteOver::Sight> PasteOver::look(Target target, Look look, std::stop_token stop) {
@@ -169,16 +242,17 @@ QCoro::Task<PasteOver::Outcome> PasteOver::write(QString replacement, Target tar
     // A key pressed now would be dealt with whenever it wakes.
     if (sight == Sight::Silent || sight == Sight::Late) {
         const bool mayWrite = sight == Sight::Late && writesFirst;
-        co_return co_await leaveOnClipboard(replacement,
-                                            mayWrite ? Outcome::Pending : Outcome::Unanswered);
+        co_return co_await refuse(replacement, target,
+                                  mayWrite ? Outcome::Pending : Outcome::Unanswered);
     }
+    if (target.within && sight == Sight::Unknown) co_return outcome;
     if (sight == Sight::Unknown) {
         const bool isThere = co_await isOriginalCopied(target, stop);
         if (!self || stop.stop_requested()) co_return outcome;
         if (!isThere) sight = Sight::Other;
     }
     outcome = sight == Sight::Other
-                  ? co_await leaveOnClipboard(replacement, Outcome::OnClipboard)
+                  ? co_await refuse(replacement, target, Outcome::OnClipboard)
                   : co_await paste(replacement, target, sight != Sight::Unknown, stop);
     co_return outcome;
 }
@@ -208,8 +282,8 @@ QCoro::Task<PasteOver::Outcome> PasteOver::paste(QString replacement, Target tar
             co_return co_await writeAlone(replacement, target, stop);
         if (!pasted) {
             const bool isLate = pasted.error() == Obstacle::Delay;
-            co_return co_await leaveOnClipboard(replacement,
-                                                isLate ? Outcome::Pending : Outcome::OnClipboard);
+            co_return co_await refuse(replacement, target,
+                                      isLate ? Outcome::Pending : Outcome::OnClipboard);
         }
         // It is given the benefit of the doubt.
         if (!isKnown) co_return Outcome::Replaced;
@@ -312,6 +386,13 @@ QCoro::Task<bool> PasteOver::isReplaced(QString text, Target target) {
     co_return sight == Sight::Replaced;
 }
 
+// A single word is sooner chosen again than pasted by hand.
+QCoro::Task<PasteOver::Outcome> PasteOver::refuse(QString text, Target target, Outcome outcome) {
+    if (target.within && outcome == Outcome::OnClipboard) outcome = Outcome::NotReplaced;
+    if (!target.within) outcome = co_await leaveOnClipboard(std::move(text), outcome);
+    co_return outcome;
+}
+
 QCoro::Task<PasteOver::Outcome> PasteOver::leaveOnClipboard(QString text, Outcome outcome) {
     Pasteboard& pasteboard = m_services.pasteboard;
     const auto written =
@@ -323,6 +404,7 @@ void PasteOver::remember(const QString& replacement, const Target& target) {
     Target written = target;
     written.original = replacement;
     if (written.range) written.range->length = replacement.size();
+    if (target.within) written.within = wholeWith(replacement, target);
     m_undo = Undo{.original = target.original, .target = std::move(written)};
 }
 

@@ -43,6 +43,10 @@ class PasteOver final : public QObject {
 
     /// A selection as it was seen.
     struct Target {
+        struct Whole {
+            QString text;
+            TextRange range;
+        };
         std::optional<ProcessId> source;
         /// Without one, whichever of the process is in front.
         std::optional<WindowId> window;
@@ -51,6 +55,10 @@ class PasteOver final : public QObject {
         std::optional<TextRange> range;
         /// Whether it is selected anew where something else is selected by now.
         bool reselects = false;
+        /// Where the original is but a part of what was selected: all of that. The original is then
+        /// replaced by its range alone, all is selected again afterwards, and nothing is left on
+        /// the clipboard.
+        std::optional<Whole> within = {};
     };
 
     enum class Outcome {
@@ -120,6 +128,8 @@ class PasteOver final : public QObject {
                                std::stop_token stop);
     QCoro::Task<bool> isOriginalCopied(Target target, std::stop_token stop);
     QCoro::Task<Outcome> leaveOnClipboard(QString text, Outcome outcome);
+    QCoro::Task<Outcome> refuse(QString text, Target target, Outcome outcome);
+    QCoro::Task<> selectAgain(Target target, bool isReplaced);
     void remember(const QString& replacement, const Target& target);
 
     Services m_services;

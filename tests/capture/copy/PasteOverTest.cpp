@@ -463,5 +463,104 @@ TEST_F(PasteOverTest, PutsBackWhatWasThereOnce) {
     EXPECT_EQ(pasteboard.held, users);
 }
 
+// "The big dog saw the big cat." is selected, and the second "big" of it is the target.
+class PasteOverPartTest : public PasteOverTest {
+  protected:
+    PasteOverPartTest() {
+        field.isEditor = true;
+        field.content = u"So: The big dog saw the big cat. The end."_s;
+        target.original = u"big"_s;
+        target.range = TextRange{.location = 24, .length = 3};
+        target.within = {.text = all, .range = {.location = 4, .length = all.size()}};
+        selectAll();
+    }
+
+    void selectAll() { field.setSelectedTextRange(target.within->range); }
+    void pasteOnPost() {
+        keys.onPost = [this](KeyChord, ProcessId) {
+            field.feignsWrites = false;
+            field.setSelectedText(QString::fromUtf8(pasteboard.held.front().bytes));
+        };
+    }
+    void expectUntouched() const {
+        EXPECT_EQ(field.content, "So: The big dog saw the big cat. The end.");
+        EXPECT_THAT(pasteboard.written, IsEmpty());
+        EXPECT_THAT(keys.posted(), IsEmpty());
+    }
+
+    const QString all = u"The big dog saw the big cat."_s;
+};
+
+TEST_F(PasteOverPartTest, ReplacesThatPartAloneAndHasAllSelectedAgain) {
+    EXPECT_EQ(replace(u"large"_s), Outcome::Replaced);
+    EXPECT_EQ(field.content, "So: The big dog saw the large cat. The end.");
+    EXPECT_EQ(field.text, "The big dog saw the large cat.");
+    EXPECT_THAT(pasteboard.written, IsEmpty());
+}
+
+TEST_F(PasteOverPartTest, PastesItWhereAWriteTakesSeveralStepsToUndo) {
+    accessibility.isOneStep = false;
+    pasteOnPost();
+    EXPECT_EQ(replace(u"large"_s), Outcome::Replaced);
+    EXPECT_EQ(field.content, "So: The big dog saw the large cat. The end.");
+    EXPECT_EQ(field.text, "The big dog saw the large cat.");
+    EXPECT_EQ(pasteboard.held, users);
+    EXPECT_THAT(keys.posted(), SizeIs(1));
+}
+
+TEST_F(PasteOverPartTest, IsTakenBack) {
+    EXPECT_EQ(replace(u"large"_s), Outcome::Replaced);
+    ASSERT_TRUE(paster.canUndo());
+    EXPECT_EQ(undo(), Outcome::Replaced);
+    EXPECT_EQ(field.content, "So: The big dog saw the big cat. The end.");
+    EXPECT_EQ(field.text, all);
+}
+
+TEST_F(PasteOverPartTest, WhereTheWholeHasChangedNothingIsTouched) {
+    field.content = u"So: The big dog saw the big cow. The end."_s;
+    selectAll();
+    EXPECT_EQ(replace(u"large"_s), Outcome::NotReplaced);
+    EXPECT_EQ(field.content, "So: The big dog saw the big cow. The end.");
+    EXPECT_THAT(pasteboard.written, IsEmpty());
+    EXPECT_FALSE(paster.canUndo());
+}
+
+TEST_F(PasteOverPartTest, WhereSomethingElseIsSelectedNothingIsTouched) {
+    field.setSelectedTextRange({.location = 33, .length = 3});
+    EXPECT_EQ(replace(u"large"_s), Outcome::NotReplaced);
+    expectUntouched();
+    EXPECT_EQ(field.text, "The");
+}
+
+TEST_F(PasteOverPartTest, AProgramThatTellsNothingKeepsTheClipboard) {
+    field.content.reset();
+    field.text.reset();
+    field.range.reset();
+    field.isEditor = false;
+    EXPECT_EQ(replace(u"large"_s), Outcome::NotReplaced);
+    EXPECT_EQ(pasteboard.held, users);
+    EXPECT_THAT(keys.posted(), IsEmpty());
+}
+
+TEST_F(PasteOverPartTest, AfterAFailureAllIsSelectedAgain) {
+    field.feignsWrites = true;
+    EXPECT_EQ(replace(u"large"_s), Outcome::NotReplaced);
+    EXPECT_EQ(field.content, "So: The big dog saw the big cat. The end.");
+    EXPECT_EQ(field.text, all);
+    EXPECT_EQ(pasteboard.held, users);
+}
+
+TEST_F(PasteOverPartTest, APartThatDoesNotLieInTheWholeIsRefused) {
+    for (const TextRange range :
+         {TextRange{.location = 2, .length = 3}, TextRange{.location = 31, .length = 3},
+          TextRange{.location = 25, .length = 3}, TextRange{.location = 24, .length = -1}}) {
+        target.range = range;
+        EXPECT_EQ(replace(u"large"_s), Outcome::NotReplaced) << range.location;
+    }
+    target.range.reset();
+    EXPECT_EQ(replace(u"large"_s), Outcome::NotReplaced);
+    expectUntouched();
+}
+
 } // namespace
 } // namespace vorq
