@@ -73,6 +73,15 @@ TEST(RuleRewriteTest, AnythingElseIsDeclinedInOneSentence) {
                 HasSubstr("Another version needs a language model"));
 }
 
+TEST(RuleRewriteTest, OtherWordsAreDeclinedInOneSentence) {
+    const auto words = readRewritePrompt(
+        "Writing tools — word alternatives.\nPick single words of the selected text.");
+    ASSERT_TRUE(words);
+    EXPECT_TRUE(words->asksForWords);
+    EXPECT_EQ(rewrittenByRule(*words, "A big dog saw a cat.").error(),
+              "Other words need a language model, and none is connected to this gateway.");
+}
+
 TEST(RuleRewriteTest, WhatARuleDoesNotChangeIsNoRewrite) {
     expectDeclined("shorter", "Rivers carry silt.");
     expectDeclined("fix", "Rivers carry silt.");

@@ -119,6 +119,8 @@ std::optional<RewritePrompt> readRewritePrompt(std::string_view prompt) {
     prompt = trimmed(prompt);
     if (!prompt.starts_with("Writing tools — ")) return std::nullopt;
     RewritePrompt read;
+    read.asksForWords = prompt.starts_with("Writing tools — word alternatives.\n");
+    if (read.asksForWords) return read;
     read.ask = behind(prompt, "\nWriter ask: ");
     read.isAnotherTake = read.ask.empty();
     if (!read.isAnotherTake) {

@@ -10,7 +10,9 @@ namespace vorq::gateway {
 struct RewritePrompt {
     /// The writer rejected what was shown.
     bool isAnotherTake = false;
-    /// The writer's own words; "" for another take.
+    /// Other words for single ones of the text are asked for, and no rewrite.
+    bool asksForWords = false;
+    /// The writer's own words; "" where there are none.
     std::string_view ask;
     /// The version that the ask is on, "" if it is on the selection.
     std::string_view current;

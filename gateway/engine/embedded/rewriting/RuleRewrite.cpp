@@ -15,6 +15,8 @@ constexpr std::string_view kNoOtherTake =
 constexpr std::string_view kTooLong =
     "Rules change 256 KB of text at most, and more needs a language model, which is not connected "
     "to this gateway.";
+constexpr std::string_view kNoOtherWords =
+    "Other words need a language model, and none is connected to this gateway.";
 constexpr std::string_view kNothingByRule =
     "There is nothing that rules could change here, and more needs a language model, which is not "
     "connected to this gateway.";
@@ -52,6 +54,7 @@ std::string byRule(RewriteRule rule, std::string_view text) {
 
 std::expected<std::string, std::string_view> rewrittenByRule(const RewritePrompt& prompt,
                                                              std::string_view selection) {
+    if (prompt.asksForWords) return std::unexpected(kNoOtherWords);
     if (prompt.isAnotherTake) return std::unexpected(kNoOtherTake);
     const std::optional<RewriteRule> rule = ruleOf(prompt.ask);
     if (!rule) return std::unexpected(kNoWriting);
