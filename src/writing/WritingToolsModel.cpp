@@ -64,6 +64,16 @@ std::optional<QString> replaceFailure(SelectionReplacer::Outcome outcome) {
     return std::nullopt;
 }
 
+QString wordFailure(SelectionReplacer::Outcome outcome, const QString& word) {
+    using Outcome = SelectionReplacer::Outcome;
+    if (outcome == Outcome::Unanswered)
+        return WritingToolsModel::tr("The application does not answer, so nothing was replaced.");
+    if (outcome == Outcome::Pending)
+        return WritingToolsModel::tr("The application has not taken the word yet, and may still do "
+                                     "so.");
+    return WritingToolsModel::tr("Couldn’t replace “%1” — try again").arg(word);
+}
+
 QString undoFailure(SelectionReplacer::Outcome outcome) {
     using Outcome = SelectionReplacer::Outcome;
     switch (outcome) {
@@ -103,7 +113,8 @@ WritingToolsModel::WritingToolsModel(const Services& services, const WritingSele
     : QObject(parent),
       m_services(services),
       m_selection(selection),
-      m_standing{.target = targetOf(selection), .suggestion = {}} {}
+      m_standing{.target = targetOf(selection), .suggestion = {}},
+      m_wordAltsLoader({services.clock, services.api, services.account}, m_words) {}
 
 void WritingToolsModel::setDraftPrompt(const QString& text) {
     if (m_draftPrompt == text) return;
@@ -187,6 +198,7 @@ void WritingToolsModel::requestRewrite(const QString& prompt, bool applyAfter) {
     if (!m_isWorking) m_suggestionBefore = m_suggestion;
     m_takes.reject(m_suggestion);
     m_isWorking = true;
+    m_wordAltsLoader.giveWay();
     m_errorMessage.reset();
     m_replaceFailed = false;
     const Ask ask{.prompt = prompt,
@@ -240,6 +252,7 @@ WritingToolsModel::askBackend(QPointer<WritingToolsModel> self, Ask ask, std::st
 
 void WritingToolsModel::finishRewrite(const std::optional<Rewrite>& answer, bool applyAfter) {
     m_isWorking = false;
+    m_wordAltsLoader.goOn();
     const QPointer<WritingToolsModel> self(this);
     if (answer && answer->has_value() && !answer->value().isEmpty()) {
         m_takes.show(answer->value());
@@ -261,6 +274,7 @@ void WritingToolsModel::cancelRewrite() {
     if (!m_isWorking) return;
     m_rewriteTask.cancel();
     m_isWorking = false;
+    m_wordAltsLoader.goOn();
     const QPointer<WritingToolsModel> self(this);
     setSuggestion(m_suggestionBefore);
     if (self) announce();
@@ -297,22 +311,20 @@ void WritingToolsModel::replaceInApp() {
     beginReplacing();
 }
 
-// Over what stands there.
 QCoro::Task<SelectionReplacer::Outcome> WritingToolsModel::write(QPointer<WritingToolsModel> self,
-                                                                 QString text, bool reselects) {
+                                                                 QString text,
+                                                                 SelectionReplacer::Target over) {
     Outcome outcome = Outcome::NotReplaced;
     co_await sleepFor(self->m_services.clock, pauseBeforeReplacing, {});
     if (!self) co_return outcome;
-    SelectionReplacer::Target target = self->m_standing.target;
-    target.reselects = reselects;
     outcome = co_await self->m_services.replacer.replaceSelectedText(std::move(text),
-                                                                     std::move(target), {});
+                                                                     std::move(over), {});
     co_return outcome;
 }
 
 QCoro::Task<> WritingToolsModel::replace(QPointer<WritingToolsModel> self, Version next) {
     if (!self) co_return;
-    const Outcome outcome = co_await write(self, next.target.original, false);
+    const Outcome outcome = co_await write(self, next.target.original, self->m_standing.target);
     if (self) self->finishReplace(outcome, next);
 }
 
@@ -320,8 +332,11 @@ void WritingToolsModel::finishReplace(Outcome outcome, const Version& next) {
     m_isReplacing = false;
     const QPointer<WritingToolsModel> self(this);
     if (outcome == Outcome::Replaced) {
-        m_former.push_back(std::exchange(m_standing, next));
+        m_former.push_back(takeStanding());
+        m_standing = next;
         record(Kind::acceptedReplace());
+        forgetWordAlts();
+        if (!self) return;
         emit stateChanged();
         if (self) emit replaceFinished();
         if (self) emit replaced();
@@ -335,6 +350,103 @@ void WritingToolsModel::finishReplace(Outcome outcome, const Version& next) {
     if (self) announce();
 }
 
+WritingToolsModel::Version WritingToolsModel::takeStanding() {
+    Version standing = std::move(m_standing);
+    standing.selection = m_selection;
+    standing.wordAlts = m_words.wordAlts();
+    return standing;
+}
+
+// A place in the text that is only known by what stands there would be any place of that word.
+bool WritingToolsModel::canReplaceWords() const {
+    return m_selection.sourcePID && m_selection.selectedRange &&
+           m_selection.selectedRange->location >= 0 &&
+           m_selection.selectedRange->length == m_selection.originalText.size() &&
+           m_standing.target.original == m_selection.originalText;
+}
+
+WordsSought WritingToolsModel::wordsSought() const {
+    WordsSought sought{.source = m_selection.sourcePID,
+                       .selection = m_selection.originalText,
+                       .selected = m_selection.selectedRange.value_or(TextRange()),
+                       .words = {}};
+    for (const WritingWordAlt& alt : m_words.wordAlts())
+        sought.words.push_back(alt.utf16Range.value_or(TextRange()));
+    return sought;
+}
+
+void WritingToolsModel::loadWordAlts() {
+    if (canReplaceWords()) m_wordAltsLoader.load(m_selection.originalText);
+}
+
+void WritingToolsModel::noteReliablePlacement() {
+    if (std::exchange(m_selection.selectionReliable, true) || !canReplaceWords()) return;
+    m_wordAltsLoader.reloadForReliableFrame(m_selection.originalText);
+}
+
+void WritingToolsModel::forgetWordAlts() {
+    m_wordAltsLoader.stop();
+    if (!m_words.wordAlts().isEmpty()) m_words.clear();
+}
+
+// Where the word's own text or the one that took its place stands.
+SelectionReplacer::Target WritingToolsModel::targetOfWord(const WritingWordAlt& alt,
+                                                          const QString& standing) const {
+    const TextRange all = m_selection.selectedRange.value_or(TextRange());
+    SelectionReplacer::Target target = m_standing.target;
+    target.within =
+        SelectionReplacer::Target::Whole{.text = m_selection.originalText, .range = all};
+    target.original = standing;
+    target.range =
+        TextRange{.location = all.location + alt.utf16Range.value_or(TextRange()).location,
+                  .length = standing.size()};
+    return target;
+}
+
+bool WritingToolsModel::applyWordAlt(const QUuid& id) {
+    const std::optional<WritingWordAlt> alt = m_words.find(id);
+    if (!alt || m_isReplacing || !canReplaceWords() || !alt->utf16Range) return false;
+    m_replaceTask.restart([self = QPointer(this), alt = *alt](const std::stop_token&) {
+        return replaceWord(self, alt);
+    });
+    m_isReplacing = true;
+    const QPointer<WritingToolsModel> self(this);
+    m_words.beginApplying(id);
+    if (self) beginReplacing();
+    return true;
+}
+
+QCoro::Task<> WritingToolsModel::replaceWord(QPointer<WritingToolsModel> self, WritingWordAlt alt) {
+    if (!self) co_return;
+    const Outcome outcome =
+        co_await write(self, alt.alternative, self->targetOfWord(alt, alt.original));
+    if (self) self->finishWord(outcome, alt);
+}
+
+void WritingToolsModel::finishWord(Outcome outcome, const WritingWordAlt& alt) {
+    m_isReplacing = false;
+    const QPointer<WritingToolsModel> self(this);
+    if (outcome != Outcome::Replaced) {
+        m_errorMessage = wordFailure(outcome, alt.original);
+        m_words.endApplying();
+        if (self) emit replaceFinished();
+        if (self) announceContent();
+        return;
+    }
+    m_former.push_back(takeStanding());
+    m_former.back().word = alt;
+    m_selection.originalText = withWordReplaced(m_selection.originalText, alt);
+    m_selection.selectedRange =
+        TextRange{.location = m_selection.selectedRange.value_or(TextRange()).location,
+                  .length = m_selection.originalText.size()};
+    m_standing = {.target = targetOf(m_selection), .suggestion = {}};
+    record(Kind::selectionTextChanged(m_selection.originalText));
+    m_words.show(afterReplacing(m_words.wordAlts(), alt));
+    if (self) emit stateChanged();
+    if (self) emit replaceFinished();
+    if (self) emit wordReplaced(alt);
+}
+
 void WritingToolsModel::undoReplace() {
     if (!canUndo()) return;
     m_replaceTask.restart([self = QPointer(this)](const std::stop_token&) { return undo(self); });
@@ -343,8 +455,13 @@ void WritingToolsModel::undoReplace() {
 
 QCoro::Task<> WritingToolsModel::undo(QPointer<WritingToolsModel> self) {
     if (!self) co_return;
+    const Version& former = self->m_former.back();
+    QString text = former.word ? former.word->original : former.target.original;
+    SelectionReplacer::Target over = self->m_standing.target;
+    if (former.word) over = self->targetOfWord(*former.word, former.word->alternative);
     // The writer may have gone on to select something else, and means this one all the same.
-    const Outcome outcome = co_await write(self, self->m_former.back().target.original, true);
+    over.reselects = true;
+    const Outcome outcome = co_await write(self, std::move(text), std::move(over));
     if (self) self->finishUndo(outcome);
 }
 
@@ -355,6 +472,10 @@ void WritingToolsModel::finishUndo(Outcome outcome) {
     if (outcome == Outcome::Replaced) {
         m_standing = std::move(m_former.back());
         m_former.pop_back();
+        m_standing.word.reset();
+        m_selection = m_standing.selection;
+        m_words.show(m_standing.wordAlts);
+        if (!self) return;
         emit stateChanged();
         if (self) emit replaceFinished();
         if (self) emit undone();

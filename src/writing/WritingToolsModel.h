@@ -4,7 +4,9 @@
 #include "writing/SelectionReplacer.h"
 #include "writing/TakeHistory.h"
 #include "writing/WritingSessionLog.h"
-#include "writing/WritingWordAlts.h"
+#include "writing/words/WordAltsLoader.h"
+#include "writing/words/WordLooker.h"
+#include "writing/words/WritingWordAlts.h"
 
 #include <QObject>
 #include <QPointF>
@@ -27,7 +29,7 @@ enum class WritingToolAction : std::uint8_t { Rephrase, Improve, Shorter };
 /// "rephrase", "improve", "shorter".
 [[nodiscard]] QString rawString(WritingToolAction action);
 
-/// What a session is over, as it was when that opened.
+/// What a session is over, as it was when that opened, but for the words that were replaced since.
 struct WritingSelection {
     /// As the application gave it, untrimmed.
     QString originalText;
@@ -100,6 +102,9 @@ class WritingToolsModel final : public QObject {
         return m_lastInstruction;
     }
     [[nodiscard]] WritingWordAlts& words() { return m_words; }
+    [[nodiscard]] const WordAltsLoader& wordAltsLoader() const { return m_wordAltsLoader; }
+    /// To find the words that have alternatives.
+    [[nodiscard]] WordsSought wordsSought() const;
 
     /// Does what the draft says.
     Q_INVOKABLE void submitPrompt();
@@ -118,6 +123,16 @@ class WritingToolsModel final : public QObject {
     /// Shows a take that was seen before: the next one, or with -1 the one before, round and round.
     Q_INVOKABLE void showOtherTake(int steps = 1);
 
+    /// Asks for alternatives to single words, once, where a single word could be replaced at all.
+    void loadWordAlts();
+    /// The place of the selection, which was only guessed, has become known.
+    void noteReliablePlacement();
+    /// Something else is selected now, so no word is where it was.
+    void forgetWordAlts();
+    /// Puts the alternative in the place of its word, and of nothing else. False, and nothing is
+    /// done, for an unknown one and while something is being replaced. Nothing cancels it.
+    bool applyWordAlt(const QUuid& id);
+
     void record(const WritingToolsInteraction::Kind& kind);
     [[nodiscard]] QString sessionContextBlock() const { return m_log.contextBlock(); }
 
@@ -131,7 +146,9 @@ class WritingToolsModel final : public QObject {
     void replaceFinished();
     /// After a replacement that landed.
     void replaced();
-    /// After one was taken back.
+    /// After a word was: it has landed, and the selection is another by that.
+    void wordReplaced(const vorq::WritingWordAlt& alt);
+    /// After either was taken back.
     void undone();
     /// The selection is to go to the panel.
     void sendToVorq(const QString& text);
@@ -155,16 +172,25 @@ class WritingToolsModel final : public QObject {
     struct Version {
         SelectionReplacer::Target target;
         QString suggestion; // "" for the original
+        WritingSelection selection = {};
+        QList<WritingWordAlt> wordAlts = {};
+        std::optional<WritingWordAlt> word = {}; // by which it was replaced, if not as a whole
     };
 
     static QCoro::Task<Outcome> write(QPointer<WritingToolsModel> self, QString text,
-                                      bool reselects);
+                                      SelectionReplacer::Target over);
     static QCoro::Task<> replace(QPointer<WritingToolsModel> self, Version next);
+    static QCoro::Task<> replaceWord(QPointer<WritingToolsModel> self, WritingWordAlt alt);
     static QCoro::Task<> undo(QPointer<WritingToolsModel> self);
 
     void finishRewrite(const std::optional<Rewrite>& answer, bool applyAfter);
     void finishReplace(Outcome outcome, const Version& next);
+    void finishWord(Outcome outcome, const WritingWordAlt& alt);
     void finishUndo(Outcome outcome);
+    [[nodiscard]] bool canReplaceWords() const;
+    [[nodiscard]] SelectionReplacer::Target targetOfWord(const WritingWordAlt& alt,
+                                                         const QString& standing) const;
+    [[nodiscard]] Version takeStanding();
     void beginReplacing();
     void applySuggestion();
     void setSuggestion(const QString& text);
@@ -192,6 +218,7 @@ class WritingToolsModel final : public QObject {
     TakeHistory m_takes;
     WritingSessionLog m_log;
     WritingWordAlts m_words;
+    WordAltsLoader m_wordAltsLoader;
     TaskSlot m_rewriteTask;
     TaskSlot m_replaceTask;
 };

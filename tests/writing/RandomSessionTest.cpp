@@ -50,6 +50,8 @@ class RandomSessionTest : public WritingFixture {
         settleDown();
         EXPECT_FALSE(writing->isWorking()) << story(seed);
         EXPECT_FALSE(writing->isReplacing()) << story(seed);
+        EXPECT_FALSE(writing->words().isLoadingWordAlts()) << story(seed);
+        EXPECT_FALSE(writing->words().applyingWordAltID()) << story(seed);
         ASSERT_FALSE(HasFailure()) << story(seed);
     }
 
@@ -59,8 +61,20 @@ class RandomSessionTest : public WritingFixture {
         return "sequence " + std::to_string(seed) + ": " + m_steps.join(u' ').toStdString();
     }
 
+    // What stands around the selection.
+    static QString padded(const QString& text) { return "So: " + text + " The end."; }
+
     void begin() {
+        selection.originalText =
+            u"The big dog saw a cat and ran through some old gardens while the "
+            "tall farmer slept under cold blankets."_s;
+        selection.selectedRange = TextRange{.location = 4, .length = selection.originalText.size()};
         open();
+        m_document = padded(selection.originalText);
+        replacer.onReplaced = [this](const QString& replacement,
+                                     const SelectionReplacer::Target& target) {
+            m_document.replace(target.range->location, target.range->length, replacement);
+        };
         QObject::connect(writing.get(), &WritingToolsModel::suggestionChanged, writing.get(),
                          [this] {
                              const QString shown = writing->suggestion();
@@ -73,7 +87,8 @@ class RandomSessionTest : public WritingFixture {
             &RandomSessionTest::ask,    &RandomSessionTest::ask,     &RandomSessionTest::again,
             &RandomSessionTest::apply,  &RandomSessionTest::replace, &RandomSessionTest::undo,
             &RandomSessionTest::cancel, &RandomSessionTest::tab,     &RandomSessionTest::send,
-            &RandomSessionTest::reopen,
+            &RandomSessionTest::reopen, &RandomSessionTest::words,   &RandomSessionTest::word,
+            &RandomSessionTest::word,   &RandomSessionTest::place,   &RandomSessionTest::forget,
         };
         static constexpr std::array backend{
             &RandomSessionTest::complete, &RandomSessionTest::complete, &RandomSessionTest::fail,
@@ -135,10 +150,34 @@ class RandomSessionTest : public WritingFixture {
         tell("open vorq");
     }
     void reopen() {
-        if (below(8) != 0) return;
+        if (below(8) != 0 || writing->isReplacing()) return;
         m_steps += "reopen";
         m_shown.clear();
         begin();
+    }
+
+    void words() {
+        m_steps += "words";
+        writing->loadWordAlts();
+    }
+    void word() {
+        const QList<WritingWordAlt> alts = writing->words().wordAlts();
+        if (alts.isEmpty()) return;
+        m_steps += "word";
+        replacer.waits = below(2) == 0;
+        const auto at = static_cast<qsizetype>(below(static_cast<unsigned>(alts.size())));
+        const bool wasReplacing = writing->isReplacing();
+        EXPECT_FALSE(writing->applyWordAlt(alts[at].id) && wasReplacing);
+    }
+    void place() {
+        m_steps += "place";
+        if (below(2) == 0) writing->noteReliablePlacement();
+        writing->words().place({QRectF(1, 2, 3, 4), std::nullopt});
+    }
+    void forget() {
+        if (below(4) != 0) return;
+        m_steps += "forget";
+        writing->forgetWordAlts();
     }
 
     [[nodiscard]] std::optional<ScriptedExchange> takeOpen() {
@@ -155,14 +194,20 @@ class RandomSessionTest : public WritingFixture {
         static const std::array answers{u""_s, u"The old sentence."_s, u"1. One — two"_s,
                                         u"```\nFenced.\n```"_s};
         const unsigned kind = below(8);
+        const bool isOfWords = exchange->json()["prompt"].toString().contains("word alternatives");
         // What nobody waits for any more changes nothing.
         clock.settle();
         const bool isStale = exchange->isAbandoned();
         const QString shown = writing->suggestion();
         const bool wasWorking = writing->isWorking();
-        exchange->respond(200, analysis(kind < answers.size()
-                                            ? answers[kind]
-                                            : "Take " + QString::number(++m_takes) + '.'));
+        const QString list =
+            uR"([{"word":"big","alternative":"large"},{"word":"gardens","alternative":"parks"},
+                 {"word":"cold","alternative":"chilly"},{"word":"tall","alternative":"lanky"}])"_s;
+        exchange->respond(200, isOfWords
+                                   ? analysis(below(3) == 0 ? u"[]"_s : list)
+                                   : analysis(kind < answers.size()
+                                                  ? answers[kind]
+                                                  : "Take " + QString::number(++m_takes) + '.'));
         if (!isStale) return;
         clock.settle();
         EXPECT_EQ(writing->suggestion(), shown);
@@ -193,9 +238,24 @@ class RandomSessionTest : public WritingFixture {
         EXPECT_FALSE(writing->isReplacing() && writing->canUndo());
         EXPECT_FALSE(writing->replaceFailed() && writing->isReplacing());
         EXPECT_LE(writing->takes().rejected().size(), TakeHistory::mostRejected);
+        checkWords();
         EXPECT_LE(writing->log().interactions().size(), WritingSessionLog::mostInteractions);
         for (const QString& take : m_shown.last(std::min(m_shown.size(), TakeHistory::mostSeen)))
             EXPECT_TRUE(writing->takes().seen().contains(take)) << take.toStdString();
+    }
+
+    // The words stand where they are said to, in the session's text and in the document.
+    void checkWords() {
+        const WritingSelection& now = writing->selection();
+        const bool isApplying = writing->words().applyingWordAltID().has_value();
+        EXPECT_TRUE(!isApplying || writing->isReplacing());
+        EXPECT_LE(writing->words().wordAlts().size(), 3);
+        for (const WritingWordAlt& alt : writing->words().wordAlts()) {
+            const auto [at, length] = *alt.utf16Range;
+            EXPECT_EQ(now.originalText.mid(at, length), alt.original);
+            if (writing->isReplacing()) continue; // the document is ahead, or about to be
+            EXPECT_EQ(m_document.mid(now.selectedRange->location + at, length), alt.original);
+        }
     }
 
     void settleDown() {
@@ -212,6 +272,7 @@ class RandomSessionTest : public WritingFixture {
     std::minstd_rand m_random;
     std::vector<ScriptedExchange> m_open;
     QStringList m_shown;
+    QString m_document;
     QStringList m_steps;
     int m_asks = 0;
     int m_takes = 0;

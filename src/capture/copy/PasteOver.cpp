@@ -166,6 +166,8 @@ QCoro::Task<PasteOver::Outcome> PasteOver::replaceSelectedText(QString replaceme
     if (!self) co_return outcome;
     if (outcome == Outcome::Replaced) remember(replacement, target);
     if (!target.within) co_return outcome;
+    // Who does not answer is not asked again.
+    if (outcome == Outcome::Unanswered || outcome == Outcome::Pending) co_return outcome;
     const bool isReplaced = outcome == Outcome::Replaced;
     services.log.pillDbg(isReplaced ? u"word: replaced"_s : u"word: not replaced"_s);
     Target left = target;

@@ -3,6 +3,7 @@
 #include "support/async/Wakeup.h"
 #include "writing/SelectionReplacer.h"
 
+#include <functional>
 #include <vector>
 
 namespace vorq {
@@ -19,6 +20,8 @@ class ScriptedReplacer final : public SelectionReplacer {
     /// While set, a replacement ends by finish() only.
     bool waits = false;
     std::vector<Asked> asked;
+    /// Called when one lands.
+    std::function<void(const QString& replacement, const Target& target)> onReplaced;
 
     void finish() {
         for (const Wakeup& wakeup : std::exchange(m_waiting, {}))
@@ -31,6 +34,7 @@ class ScriptedReplacer final : public SelectionReplacer {
         asked.push_back({replacement, target});
         co_await pause();
         const Outcome given = outcome;
+        if (given == Outcome::Replaced && onReplaced) onReplaced(replacement, target);
         co_return given;
     }
 

@@ -9,6 +9,7 @@
 #include <QUuid>
 
 #include <optional>
+#include <vector>
 
 namespace vorq {
 
@@ -24,6 +25,13 @@ struct WritingWordAlt {
 
     bool operator==(const WritingWordAlt&) const = default;
 };
+
+/// The text with the alternative in the place of its word; as it is if the word is not there.
+[[nodiscard]] QString withWordReplaced(const QString& text, const WritingWordAlt& alt);
+
+/// The others once one has taken its word's place: those behind it move along.
+[[nodiscard]] QList<WritingWordAlt> afterReplacing(const QList<WritingWordAlt>& wordAlts,
+                                                   const WritingWordAlt& replaced);
 
 /// The alternatives on offer, and which of them is being put in. At most one is at a time. Main
 /// thread only.
@@ -41,6 +49,15 @@ class WritingWordAlts final : public QObject {
     void beginLoading();
     /// Ends the loading; what is being put in is so no more if it is none of these.
     void show(const QList<WritingWordAlt>& wordAlts);
+    /// Ends it with what was there before.
+    void endLoading();
+    /// None is on offer any more.
+    void clear() { show({}); }
+    /// Where the words are, in the order of the list; nothing for those that are not to be seen.
+    void place(const std::vector<std::optional<QRectF>>& frames);
+
+    /// Nothing for an unknown one.
+    [[nodiscard]] std::optional<WritingWordAlt> find(const QUuid& id) const;
 
     /// False, and nothing is done, for an unknown one and while another is being put in.
     bool beginApplying(const QUuid& id);

@@ -1,4 +1,4 @@
-#include "writing/WritingWordAlts.h"
+#include "writing/words/WritingWordAlts.h"
 
 #include <QStringList>
 
