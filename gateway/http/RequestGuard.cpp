@@ -20,30 +20,17 @@ bool isLoopbackName(std::string_view name) {
     return name == "127.0.0.1" || name == "localhost" || name == "[::1]";
 }
 
-/// An address in one spelling: without port, brackets, blanks and the prefix by which a socket for
-/// both families names IPv4.
-std::string plainAddress(std::string_view text) {
-    constexpr std::string_view mapped = "::ffff:";
-    std::string address = lowered(trimmed(text));
-    if (address.starts_with('['))
-        address = address.substr(1, address.find(']') - 1);
-    else if (std::ranges::count(address, ':') == 1)
-        address.resize(address.find(':'));
-    if (address.starts_with(mapped) && address.contains('.')) address.erase(0, mapped.size());
-    return address;
-}
-
 } // namespace
 
-RequestGuard::RequestGuard(std::string listenHost, const std::vector<std::string>& trustedProxies,
+RequestGuard::RequestGuard(std::string listenHost, std::vector<IpRange> trustedProxies,
                            std::optional<PublicUrl> publicUrl)
-    : m_listenHost(std::move(listenHost)), m_publicUrl(std::move(publicUrl)) {
-    for (const std::string& proxy : trustedProxies)
-        m_trustedProxies.push_back(plainAddress(proxy));
-}
+    : m_listenHost(std::move(listenHost)),
+      m_trustedProxies(std::move(trustedProxies)),
+      m_publicUrl(std::move(publicUrl)) {}
 
 bool RequestGuard::isTrustedProxy(const std::string& address) const {
-    return std::ranges::find(m_trustedProxies, address) != m_trustedProxies.end();
+    return std::ranges::any_of(m_trustedProxies,
+                               [&](const IpRange& proxies) { return proxies.contains(address); });
 }
 
 std::string RequestGuard::senderAddress(const HttpRequest& request) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "http/Api.h"
+#include "support/IpRange.h"
 #include "support/PublicUrl.h"
 
 #include <optional>
@@ -17,8 +18,7 @@ class RequestGuard {
     /// `listenHost` is the address the server was told to listen on, `trustedProxies` the addresses
     /// whose word on where a request came from is taken, `publicUrl` where a proxy makes it
     /// reached.
-    explicit RequestGuard(std::string listenHost,
-                          const std::vector<std::string>& trustedProxies = {},
+    explicit RequestGuard(std::string listenHost, std::vector<IpRange> trustedProxies = {},
                           std::optional<PublicUrl> publicUrl = std::nullopt);
 
     /// Throws ApiError 403 for a foreign Host or Origin.
@@ -45,7 +45,7 @@ class RequestGuard {
     [[nodiscard]] bool isTrustedProxy(const std::string& address) const;
 
     std::string m_listenHost;
-    std::vector<std::string> m_trustedProxies;
+    std::vector<IpRange> m_trustedProxies;
     std::optional<PublicUrl> m_publicUrl;
 };
 

@@ -87,6 +87,19 @@ std::string checkedHeader(const std::string& name) {
     return lowered(name) == "authorization" ? std::string() : name;
 }
 
+std::vector<IpRange> rangesOf(const char* key, const std::vector<std::string>& texts) {
+    std::vector<IpRange> ranges;
+    for (const std::string& text : texts) {
+        try {
+            ranges.emplace_back(text);
+        } catch (const std::runtime_error& error) {
+            throw std::runtime_error(filled("Entry {} of \"{}\" in the settings {}",
+                                            ranges.size() + 1, key, error.what()));
+        }
+    }
+    return ranges;
+}
+
 } // namespace
 
 std::optional<std::string> processEnvironment(const char* name) {
@@ -127,7 +140,8 @@ Settings readSettings(const fs::path& file, const Environment& environment) {
     settings.provider = readProvider(document, environment);
     settings.notices = unknownSettings(document);
     settings.openSignUp = valueOr(document, "openSignUp", settings.openSignUp);
-    settings.trustedProxies = valueOr(document, "trustedProxies", settings.trustedProxies);
+    settings.trustedProxies =
+        rangesOf("trustedProxies", valueOr(document, "trustedProxies", std::vector<std::string>()));
     settings.database = valueOr(document, "database", settings.database);
     settings.publicUrl = valueOr(document, "publicUrl", settings.publicUrl);
     if (const auto value = environment("VORQ_DATABASE"); value && !trimmed(*value).empty())

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "provider/ProviderConfig.h"
+#include "support/IpRange.h"
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -24,7 +25,7 @@ struct Settings {
     /// Whether anybody who reaches the gateway can make an account.
     bool openSignUp = false;
     /// Addresses of proxies whose word on where a request came from is taken.
-    std::vector<std::string> trustedProxies;
+    std::vector<IpRange> trustedProxies;
     /// Address of a PostgreSQL database, in place of the state file; empty for none.
     std::string database;
     /// Where the gateway is reached through a proxy; empty where it is reached directly.

@@ -27,7 +27,7 @@ TestGateway::TestGateway(std::unique_ptr<Engine> given, int wrongPasswordsPerMin
            .provider = provider,
            .loginName = "ada",
            .tellReset = [this](const PasswordReset::Code& code) { toldResets.push_back(code); }},
-      router(accounts, RequestGuard("127.0.0.1", {"127.0.0.1"}, std::move(publicUrl))),
+      router(accounts, RequestGuard("127.0.0.1", {IpRange("127.0.0.1")}, std::move(publicUrl))),
       server(router) {
     // As in the program: a server that refuses a body may close while it is still being sent.
     std::signal(SIGPIPE, SIG_IGN);

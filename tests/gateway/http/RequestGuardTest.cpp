@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 namespace vorq::gateway::testing {
 namespace {
 
@@ -85,11 +88,13 @@ TEST(RequestGuardTest, OnlyThePublicNameIsReachedByTls) {
     EXPECT_FALSE(RequestGuard("127.0.0.1").isSecure(request));
 }
 
-std::string senderOf(const std::string& peer, const std::string& forwardedFor) {
+std::string senderOf(const std::string& peer, const std::string& forwardedFor,
+                     const std::vector<IpRange>& proxies = {IpRange("127.0.0.1"),
+                                                            IpRange("10.0.0.2")}) {
     HttpRequest request;
     request.remoteAddress = peer;
     request.forwardedFor = forwardedFor;
-    return RequestGuard("127.0.0.1", {"127.0.0.1", "10.0.0.2"}).senderAddress(request);
+    return RequestGuard("127.0.0.1", proxies).senderAddress(request);
 }
 
 TEST(RequestGuardTest, ATrustedProxySaysWhereARequestCameFrom) {
@@ -105,6 +110,16 @@ TEST(RequestGuardTest, AProxyStandsForWhatItSaysThatIsNoAddress) {
                              "203.0.113.9,", "2001:db8::1::2"})
         EXPECT_EQ(senderOf("127.0.0.1", said), "127.0.0.1") << said;
     EXPECT_EQ(senderOf("127.0.0.1", "made up, 10.0.0.2"), "10.0.0.2");
+}
+
+TEST(RequestGuardTest, EachProxyOfATrustedRangeSaysWhereARequestCameFrom) {
+    const std::vector<IpRange> ranges = {IpRange("10.1.0.0/16"), IpRange("fd00::/8")};
+    EXPECT_EQ(senderOf("10.1.7.9", "203.0.113.9", ranges), "203.0.113.9");
+    EXPECT_EQ(senderOf("::ffff:10.1.0.1", "203.0.113.9, fd12::3, 10.1.255.255", ranges),
+              "203.0.113.9");
+    EXPECT_EQ(senderOf("fd12::3", "2001:db8::9", ranges), "2001:db8::9");
+    EXPECT_EQ(senderOf("10.2.0.1", "203.0.113.9", ranges), "10.2.0.1");
+    EXPECT_EQ(senderOf("fe80::1", "203.0.113.9", ranges), "fe80::1");
 }
 
 TEST(RequestGuardTest, WhatNoTrustedProxySaysIsNotTaken) {

@@ -107,10 +107,23 @@ TEST_F(SettingsTest, KeysThatMeanNothingAreSaidWithWhatWasMeant) {
 }
 
 TEST_F(SettingsTest, TrustedProxiesAreAList) {
-    EXPECT_EQ(read(R"({"trustedProxies": ["10.0.0.1", "::1"]})").trustedProxies,
-              (std::vector<std::string>{"10.0.0.1", "::1"}));
+    const auto proxies =
+        read(R"({"trustedProxies": ["192.0.2.1", "::1", "10.0.0.0/8"]})").trustedProxies;
+    ASSERT_EQ(proxies.size(), 3U);
+    EXPECT_TRUE(proxies[0].contains("192.0.2.1"));
+    EXPECT_TRUE(proxies[1].contains("::1"));
+    EXPECT_TRUE(proxies[2].contains("10.9.8.7"));
     EXPECT_NE(failureOf(R"({"trustedProxies": "10.0.0.1"})").find("trustedProxies"),
               std::string::npos);
+}
+
+TEST_F(SettingsTest, ATrustedProxyThatIsNoAddressIsNamed) {
+    EXPECT_EQ(failureOf(R"({"trustedProxies": ["10.0.0.1", "proxy.example.org"]})"),
+              R"(Entry 2 of "trustedProxies" in the settings is neither an address nor a range of )"
+              "addresses such as 10.0.0.0/8 or fd00::/8.");
+    EXPECT_EQ(failureOf(R"({"trustedProxies": ["10.0.0.1/8"]})"),
+              R"(Entry 1 of "trustedProxies" in the settings begins in the midst of its range. )"
+              "Write the first address, such as 10.0.0.0/8, or a single one without a slash.");
 }
 
 TEST_F(SettingsTest, ATeamHasADatabaseAndAPublicAddress) {
