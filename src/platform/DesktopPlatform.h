@@ -33,6 +33,7 @@ class ScreenCapture;
 class Screens;
 class SessionFacts;
 class TestWindow;
+class TrayHost;
 class UrlOpener;
 class Workspace;
 
@@ -71,6 +72,7 @@ class DesktopPlatform {
     virtual DesktopAppearance& appearance() = 0;
     virtual OverlayHints& overlayHints() = 0;
     virtual PressMonitor& presses() = 0;
+    virtual TrayHost& tray() = 0;
     virtual GlobalHotKeys& hotKeys() = 0;
     virtual Accessibility& accessibility() = 0;
     virtual PrimarySelection& primarySelection() = 0;

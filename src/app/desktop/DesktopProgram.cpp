@@ -88,7 +88,7 @@ DesktopProgram::DesktopProgram(ApplicationService& service, DesktopPlatform& pla
       m_signIn(signInPorts()),
       m_settingsDamage(platform.defaults(), m_state.panel()),
       m_palette(m_state.appearance()),
-      m_statusItem(platform.clock()),
+      m_statusItem(platform.clock(), platform.tray()),
       m_host(std::make_unique<Host>(platform.workspace(), [this] { quit(); })),
       m_delegate(delegatePorts()),
       m_backend(localBackend(platform), m_statusItem,
@@ -213,8 +213,7 @@ SelfTest& DesktopProgram::selfTest() {
             DesktopSelfTest::Parts{.platform = m_platform,
                                    .capture = m_capture,
                                    .state = m_state,
-                                   .hotKeys = m_delegate.hotKeys(),
-                                   .tray = traySupport});
+                                   .hotKeys = m_delegate.hotKeys()});
     return m_selfTest->test();
 }
 

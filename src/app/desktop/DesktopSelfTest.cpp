@@ -5,6 +5,7 @@
 #include "core/VorqAppState.h"
 #include "platform/AppPaths.h"
 #include "platform/DesktopPlatform.h"
+#include "platform/tray/TrayHost.h"
 #include "platform/trust/TestWindow.h"
 #include "shell/selftest/SelfTestServices.h"
 
@@ -17,27 +18,27 @@ DesktopSelfTest::DesktopSelfTest(const Parts& parts)
     : m_parts(parts),
       m_accessibility(parts.platform.makeAccessibility()),
       m_pasteOver(parts.capture.pasteOverServices(*m_accessibility)),
-      m_test(
-          makeSelfTest({.clock = parts.platform.clock(),
-                        .session = parts.platform.sessionFacts(),
-                        .limits = [&platform = parts.platform] { return sessionLimits(platform); },
-                        .accessibility = *m_accessibility,
-                        .privacy = parts.platform.privacySettings(),
-                        .tray = parts.tray,
-                        .notes = parts.platform.notes(),
-                        .api = parts.state.api(),
-                        .account = parts.state.account(),
-                        .workspace = parts.platform.workspace(),
-                        .window = parts.platform.testWindow(),
-                        .primary = parts.platform.primarySelection(),
-                        .highlight = parts.platform.highlightContents(),
-                        .clipboard = parts.platform.pasteboard(),
-                        .copyShortcut = parts.capture.copyShortcut(),
-                        .pasteOver = m_pasteOver,
-                        .keys = parts.platform.keyPoster(),
-                        .hotKeys = parts.hotKeys,
-                        .areHotKeysOfAnother = parts.areHotKeysOfAnother,
-                        .staysAfterwards = parts.staysAfterwards})) {}
+      m_test(makeSelfTest(
+          {.clock = parts.platform.clock(),
+           .session = parts.platform.sessionFacts(),
+           .limits = [&platform = parts.platform] { return sessionLimits(platform); },
+           .accessibility = *m_accessibility,
+           .privacy = parts.platform.privacySettings(),
+           .tray = [&platform = parts.platform] { return platform.tray().supported(); },
+           .notes = parts.platform.notes(),
+           .api = parts.state.api(),
+           .account = parts.state.account(),
+           .workspace = parts.platform.workspace(),
+           .window = parts.platform.testWindow(),
+           .primary = parts.platform.primarySelection(),
+           .highlight = parts.platform.highlightContents(),
+           .clipboard = parts.platform.pasteboard(),
+           .copyShortcut = parts.capture.copyShortcut(),
+           .pasteOver = m_pasteOver,
+           .keys = parts.platform.keyPoster(),
+           .hotKeys = parts.hotKeys,
+           .areHotKeysOfAnother = parts.areHotKeysOfAnother,
+           .staysAfterwards = parts.staysAfterwards})) {}
 
 DesktopSelfTest::~DesktopSelfTest() = default;
 

@@ -1,11 +1,9 @@
 #pragma once
 
 #include "capture/copy/PasteOver.h"
-#include "platform/PortSupport.h"
 #include "shell/selftest/PrivateWords.h"
 #include "shell/selftest/SelfTest.h"
 
-#include <functional>
 #include <memory>
 
 namespace vorq {
@@ -24,7 +22,6 @@ class DesktopSelfTest final {
         DesktopCapture& capture;
         VorqAppState& state;
         HotKeyHandler& hotKeys;
-        std::function<PortSupport()> tray;
         /// Whether this process stays after the test.
         bool staysAfterwards = true;
         bool areHotKeysOfAnother = false;

@@ -13,7 +13,6 @@
 #include "platform/DesktopPlatform.h"
 #include "platform/NotesBridge.h"
 #include "shell/hotkeys/HotKeyHandler.h"
-#include "shell/status/TrayStatusItem.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -70,7 +69,6 @@ class LoneSelfTest {
                   .capture = m_capture,
                   .state = m_state,
                   .hotKeys = m_hotKeys,
-                  .tray = traySupport,
                   .staysAfterwards = false,
                   .areHotKeysOfAnother = doesVorqRun}) {
         if (!doesVorqRun) m_hotKeys.registerHotKeys();

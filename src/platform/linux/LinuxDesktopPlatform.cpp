@@ -3,6 +3,7 @@
 #include "platform/linux/LinuxPermissionProbe.h"
 #include "platform/linux/LinuxPrivacySettings.h"
 #include "platform/linux/LinuxSessionFacts.h"
+#include "platform/linux/LinuxTrayHost.h"
 #include "platform/linux/atspi/AtSpiAccessibility.h"
 #include "platform/linux/atspi/AtSpiBus.h"
 #include "platform/linux/desktop/DesktopEntries.h"
@@ -98,6 +99,7 @@ struct LinuxDesktopPlatform::Parts {
     std::unique_ptr<DesktopAppearance> appearance;
     std::unique_ptr<OverlayHints> overlayHints;
     std::unique_ptr<PressMonitor> presses;
+    std::unique_ptr<TrayHost> tray;
     std::unique_ptr<GlobalHotKeys> hotKeys;
     std::unique_ptr<AtSpiAccessibility> accessibility;
     QObject screensObserver;
@@ -211,6 +213,13 @@ PressMonitor& LinuxDesktopPlatform::presses() {
     return madeOnce(m_parts->presses, [this]() -> std::unique_ptr<PressMonitor> {
         if (m_session == SessionKind::None) return std::make_unique<NoPressMonitor>();
         return std::make_unique<X11PressMonitor>(screens());
+    });
+}
+
+TrayHost& LinuxDesktopPlatform::tray() {
+    return madeOnce(m_parts->tray, [this]() -> std::unique_ptr<TrayHost> {
+        if (m_session == SessionKind::None) return std::make_unique<NoTrayHost>();
+        return std::make_unique<LinuxTrayHost>(QDBusConnection::sessionBus());
     });
 }
 

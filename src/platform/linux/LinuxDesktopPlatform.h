@@ -29,6 +29,7 @@ class LinuxDesktopPlatform final : public DesktopPlatform {
     DesktopAppearance& appearance() override;
     OverlayHints& overlayHints() override;
     PressMonitor& presses() override;
+    TrayHost& tray() override;
     GlobalHotKeys& hotKeys() override;
     Accessibility& accessibility() override;
     PrimarySelection& primarySelection() override;

@@ -1,5 +1,7 @@
 #include "shell/status/TrayStatusItem.h"
 
+#include "platform/tray/TrayHost.h"
+
 #include <QApplication>
 #include <QCursor>
 #include <QScreen>
@@ -31,13 +33,9 @@ QWidget* embeddedWindow() {
 
 } // namespace
 
-PortSupport traySupport() {
-    if (QSystemTrayIcon::isSystemTrayAvailable()) return {};
-    return std::unexpected(u"This desktop has no tray."_s);
-}
-
-TrayStatusItem::TrayStatusItem(Clock& clock, QObject* parent)
+TrayStatusItem::TrayStatusItem(Clock& clock, TrayHost& host, QObject* parent)
     : StatusItem(parent),
+      m_host(host),
       m_chime(clock, m_menu),
       m_flash(clock, [this](StatusImage image) { show({.image = image}); }),
       m_attention(clock, {[this](const StatusFrame& frame) { show(frame); },
@@ -50,10 +48,6 @@ TrayStatusItem::TrayStatusItem(Clock& clock, QObject* parent)
     tellOfChoicesIn(m_menu);
     connect(&m_menu, &StatusMenu::colorEditBegan, this, &StatusItem::colorEditBegan);
     connect(&m_menu, &StatusMenu::colorEditEnded, this, &StatusItem::colorEditEnded);
-    connect(&m_icon, &QSystemTrayIcon::activated, this,
-            [this](QSystemTrayIcon::ActivationReason reason) {
-                if (reason == QSystemTrayIcon::Trigger) openMenu();
-            });
 }
 
 // A choice closes the menu, also where a bar draws it that does not tell.
@@ -63,23 +57,39 @@ void TrayStatusItem::tellOfChoicesIn(const QMenu& menu) {
         if (action->menu() != nullptr) tellOfChoicesIn(*action->menu());
 }
 
-TrayStatusItem::~TrayStatusItem() {
-    m_icon.hide();
-}
+TrayStatusItem::~TrayStatusItem() = default;
 
 void TrayStatusItem::installStatusItem() {
     show({});
-    m_icon.setToolTip(u"Vorq — ⌘⇧A"_s);
-    m_icon.setContextMenu(&m_menu);
-    m_icon.show();
-    nameForScreenReaders();
+    connect(&m_host, &TrayHost::arrived, this, &TrayStatusItem::enterTray);
+    enterTray();
 }
 
-void TrayStatusItem::nameForScreenReaders() {
+// Asked for an icon, or whether there is a tray, the toolkit looks for one that hears of items by
+// the bus, and without one never does so again. So it is asked for nothing before there is a tray.
+void TrayStatusItem::enterTray() {
+    if (!m_icon && m_host.supported()) makeIcon();
+}
+
+void TrayStatusItem::makeIcon() {
+    m_icon = std::make_unique<QSystemTrayIcon>();
+    connect(m_icon.get(), &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason reason) {
+                if (reason == QSystemTrayIcon::Trigger) openMenu();
+            });
+    m_icon->setIcon(m_image);
+    m_icon->setToolTip(u"Vorq — ⌘⇧A"_s);
+    m_icon->setContextMenu(&m_menu);
+    m_icon->show();
     QWidget* window = embeddedWindow();
     if (window == nullptr) return;
     window->setWindowTitle(u"Vorq"_s);
     window->setAccessibleName(u"Vorq"_s);
+}
+
+void TrayStatusItem::show(const StatusFrame& frame) {
+    m_image = statusIcon(frame.image, frame.drop);
+    if (m_icon) m_icon->setIcon(m_image);
 }
 
 void TrayStatusItem::setHotKeyNotices(const QStringList& notices) {
@@ -87,7 +97,7 @@ void TrayStatusItem::setHotKeyNotices(const QStringList& notices) {
 }
 
 bool TrayStatusItem::isInTray() const {
-    if (!m_icon.isVisible() || !QSystemTrayIcon::isSystemTrayAvailable()) return false;
+    if (!m_icon || !m_icon->isVisible() || !m_host.supported()) return false;
     const QWidget* window = embeddedWindow();
     return window == nullptr || window->isVisible();
 }
@@ -95,7 +105,7 @@ bool TrayStatusItem::isInTray() const {
 // A bar that draws the glyph by itself does not say where.
 bool TrayStatusItem::hasPlace() const {
     const QWidget* window = embeddedWindow();
-    return window != nullptr && window->isVisible() && !m_icon.geometry().isEmpty();
+    return window != nullptr && window->isVisible() && !m_icon->geometry().isEmpty();
 }
 
 AttentionForm TrayStatusItem::attentionForm() const {
@@ -127,7 +137,7 @@ void TrayStatusItem::chimeSignIn() {
 
 void TrayStatusItem::openMenu() {
     const QPoint place =
-        hasPlace() ? menuPlace(m_icon.geometry(), m_menu.sizeHint()) : QCursor::pos();
+        hasPlace() ? menuPlace(m_icon->geometry(), m_menu.sizeHint()) : QCursor::pos();
     m_menu.popup(place);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/PortSupport.h"
 #include "shell/look/StatusGlyphs.h"
 #include "shell/status/StatusBounce.h"
 #include "shell/status/StatusFlash.h"
@@ -8,19 +7,21 @@
 #include "shell/status/StatusMenu.h"
 #include "shell/status/StatusMenuAttentionChime.h"
 
+#include <QIcon>
 #include <QSystemTrayIcon>
+
+#include <memory>
 
 namespace vorq {
 
-/// Whether this desktop has a tray, and why not. Needs a QApplication.
-[[nodiscard]] PortSupport traySupport();
+class TrayHost;
 
 /// The status item in the system's tray. Where there is no tray it waits for one; its menu opens
 /// all the same. Needs a QApplication.
 class TrayStatusItem final : public StatusItem {
   public:
-    /// The clock must outlive this object.
-    explicit TrayStatusItem(Clock& clock, QObject* parent = nullptr);
+    /// Both must outlive this object.
+    TrayStatusItem(Clock& clock, TrayHost& host, QObject* parent = nullptr);
     ~TrayStatusItem() override;
 
     void installStatusItem() override;
@@ -50,12 +51,15 @@ class TrayStatusItem final : public StatusItem {
     [[nodiscard]] bool hasPlace() const;
     void tellOfChoicesIn(const QMenu& menu);
     [[nodiscard]] AttentionForm attentionForm() const;
-    void show(const StatusFrame& frame) { m_icon.setIcon(statusIcon(frame.image, frame.drop)); }
-    void nameForScreenReaders();
+    void show(const StatusFrame& frame);
+    void enterTray();
+    void makeIcon();
 
+    TrayHost& m_host;
     StatusMenu m_menu;
     StatusMenuAttentionChime m_chime;
-    QSystemTrayIcon m_icon;
+    QIcon m_image;
+    std::unique_ptr<QSystemTrayIcon> m_icon; // null until the first tray comes
     StatusFlash m_flash;
     StatusBounce m_attention;
     StatusBounce m_pulse; // beside the chime, where the glyph is not beside the menu

@@ -153,10 +153,8 @@ TEST_F(TrayAttentionTest, WhoMustSignInFirstSeesWhere) {
 }
 
 // A bar that draws the icon and the menu itself, as it hears of them by D-Bus.
-class BarAttentionTest : public TrayAttentionTest {
+class LateBarTest : public TrayAttentionTest {
   protected:
-    BarAttentionTest() { startBar(); }
-
     void startBar() {
         m_bar = &m_session.start(VORQ_STATUS_BAR, "", {"tells"});
         m_menus = 0;
@@ -182,6 +180,24 @@ class BarAttentionTest : public TrayAttentionTest {
     DesktopProgram* m_bar = nullptr;
     DesktopProgram* m_running = nullptr;
     int m_menus = 0;
+};
+
+TEST_F(LateBarTest, TheItemIsInABarThatComesAfterIt) {
+    m_running = &start();
+    waitFor(*m_running, "clear-chat hotkey.");
+    for (int time = 0; time < 2; ++time) {
+        startBar();
+        waitForBar("item");
+        waitForMark();
+        openBarMenu();
+        m_bar->kill();
+        DesktopSession::waitUntil("no bar", [this] { return !showsColor(iris); });
+    }
+}
+
+class BarAttentionTest : public LateBarTest {
+  protected:
+    BarAttentionTest() { startBar(); }
 };
 
 TEST_F(BarAttentionTest, TheItemComesBackWithTheBarAndItsMenuOpens) {

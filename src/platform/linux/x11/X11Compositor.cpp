@@ -3,7 +3,6 @@
 #include "platform/linux/x11/X11Reply.h"
 
 #include <xcb/xcb.h>
-#include <xcb/xfixes.h>
 
 #include <algorithm>
 #include <span>
@@ -21,7 +20,9 @@ X11Compositor::X11Compositor(QObject* parent)
     if (m_requests.isUsable()) {
         m_selection = m_requests.atom("_NET_WM_CM_S" + QByteArray::number(m_requests.screen()));
         m_blurAtom = m_requests.atom("_KDE_NET_WM_BLUR_BEHIND_REGION");
-        watchOwner();
+        m_events.watchSelectionOwner(m_selection);
+        // The one that blurs announces that after it has taken over.
+        m_events.watchRootProperties();
     }
     m_translucency = read();
 }
@@ -29,22 +30,6 @@ X11Compositor::X11Compositor(QObject* parent)
 PortSupport X11Compositor::supported() const {
     if (m_requests.isUsable()) return {};
     return std::unexpected(u"Wayland does not say what it blurs."_s);
-}
-
-void X11Compositor::watchOwner() {
-    const X11Connection& events = m_events.connection();
-    if (!events.isUsable()) return;
-    const auto cookie =
-        xcb_xfixes_query_version(events.get(), XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION);
-    const X11Reply<xcb_xfixes_query_version_reply_t> version(
-        xcb_xfixes_query_version_reply(events.get(), cookie, nullptr));
-    if (!version) return;
-    xcb_xfixes_select_selection_input(events.get(), events.root(), m_selection,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    // The one that blurs announces that after it has taken over.
-    m_events.watchRootProperties();
 }
 
 void X11Compositor::refresh() {

@@ -15,7 +15,6 @@ class X11Compositor final : public Compositor {
     [[nodiscard]] Translucency translucency() const override { return m_translucency; }
 
   private:
-    void watchOwner();
     void refresh();
     [[nodiscard]] Translucency read() const;
 

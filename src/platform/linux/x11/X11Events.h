@@ -26,6 +26,9 @@ class X11Events {
     /// reads them afterwards.
     void watchRootProperties();
 
+    /// Asks for an event whenever the owner of the selection changes, or goes.
+    void watchSelectionOwner(X11Connection::Atom selection);
+
     /// Hands over all events that the server has sent up to now, before it returns.
     void catchUp();
 
