@@ -68,6 +68,11 @@ void saveProfile(SettingsStage& stage) {
     stage.settle();
 }
 
+void welcomePicture(SettingsStage& stage) {
+    stage.open(Pane::Profile);
+    stage.find(u"ProfilePicture"_s).setProperty("isWelcoming", true);
+}
+
 void openHub(SettingsStage& stage) {
     (void)stage.base.state->previews().set(Preview::Hub, true);
     stage.settle();
@@ -84,6 +89,7 @@ const QList<Shot>& shots() {
              choosePortrait(stage);
              saveProfile(stage);
          }},
+        {u"profile-drop"_s, welcomePicture},
         {u"profile-discard"_s,
          [](SettingsStage& stage) {
              stage.open(Pane::Profile);

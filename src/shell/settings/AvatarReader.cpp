@@ -74,6 +74,14 @@ AvatarReader::read(QString path, std::stop_token stop) const {
     co_return co_await onPool(std::move(work), std::move(stop));
 }
 
+QCoro::Task<std::expected<AvatarReader::Avatar, QString>>
+AvatarReader::read(QByteArray bytes, std::stop_token stop) const {
+    auto work = [tools = m_tools, bytes](const std::stop_token& stopped) {
+        return readSource(*tools, {{}, bytes}, stopped);
+    };
+    co_return co_await onPool(std::move(work), std::move(stop));
+}
+
 QCoro::Task<QImage> AvatarReader::decode(QByteArray stored, std::stop_token stop) const {
     auto work = [tools = m_tools, stored](const std::stop_token& stopped) {
         const auto avatar = readSource(*tools, {{}, stored}, stopped);

@@ -29,6 +29,10 @@ class AvatarReader final {
     [[nodiscard]] QCoro::Task<std::expected<Avatar, QString>> read(QString path,
                                                                    std::stop_token stop) const;
 
+    /// Of what another program hands over without a file.
+    [[nodiscard]] QCoro::Task<std::expected<Avatar, QString>> read(QByteArray bytes,
+                                                                   std::stop_token stop) const;
+
     /// Of one that is stored; null if it shows nothing.
     [[nodiscard]] QCoro::Task<QImage> decode(QByteArray stored, std::stop_token stop) const;
 

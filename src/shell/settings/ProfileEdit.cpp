@@ -85,19 +85,41 @@ void ProfileEdit::setLastName(const QString& name) {
 }
 
 void ProfileEdit::usePicture(const QUrl& file) {
+    if (file.isLocalFile())
+        startReading(file.toLocalFile());
+    else
+        refusePicture(tr("Choose a picture on this computer."));
+}
+
+void ProfileEdit::useDropped(const QList<QUrl>& files) {
+    if (files.size() == 1)
+        usePicture(files.front());
+    else
+        refusePicture(tr("Choose a single picture."));
+}
+
+void ProfileEdit::useDroppedPicture(const QByteArray& bytes) {
+    startReading(bytes);
+}
+
+void ProfileEdit::refusePicture(const QString& sentence) {
     m_pictureError.clear();
-    if (!file.isLocalFile()) {
-        m_pictureError = tr("Choose a picture on this computer.");
-        return emit changed();
-    }
-    const QString path = file.toLocalFile();
-    m_reading.restart(
-        [this, path](std::stop_token stop) { return read(this, path, std::move(stop)); });
+    emit changed(); // the same sentence is told anew
+    m_pictureError = sentence;
     emit changed();
 }
 
-QCoro::Task<> ProfileEdit::read(ProfileEdit* self, QString path, std::stop_token stop) {
-    auto avatar = co_await self->m_reader.read(path, stop);
+template<typename Source>
+void ProfileEdit::startReading(const Source& source) {
+    m_pictureError.clear();
+    m_reading.restart(
+        [this, source](std::stop_token stop) { return read(this, source, std::move(stop)); });
+    emit changed();
+}
+
+template<typename Source>
+QCoro::Task<> ProfileEdit::read(ProfileEdit* self, Source source, std::stop_token stop) {
+    auto avatar = co_await self->m_reader.read(source, stop);
     if (stop.stop_requested()) co_return;
     const bool isRead = avatar.has_value();
     if (isRead) {

@@ -1,14 +1,17 @@
 #pragma once
 
 #include "backend/account/AccountProfile.h"
+#include "shell/panel/PasteReader.h"
 #include "shell/settings/AvatarPicture.h"
 #include "shell/settings/AvatarReader.h"
 #include "support/async/TaskSlot.h"
 
 #include <QByteArray>
 #include <QCoroTask>
+#include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 
 #include <optional>
@@ -61,6 +64,13 @@ class ProfileEdit final : public QObject {
 
     /// Takes a picture from a file of this computer. If it is none, what was chosen before stays.
     Q_INVOKABLE void usePicture(const QUrl& file);
+    /// The same of what is dropped: one file, or an encoded picture without a file.
+    Q_INVOKABLE void useDropped(const QList<QUrl>& files);
+    Q_INVOKABLE void useDroppedPicture(const QByteArray& bytes);
+    /// The format of those that another program offers in which to take a picture; "" for none.
+    Q_INVOKABLE static QString pictureFormat(const QStringList& offered) {
+        return PasteReader::pictureFormat(offered);
+    }
 
     /// Waits for a picture that is being read; without one that cannot be read nothing is saved.
     /// Does nothing while it is under way.
@@ -82,7 +92,11 @@ class ProfileEdit final : public QObject {
     void showPicture();
     void startSaving();
     void edit(QString& field, const QString& text);
-    static QCoro::Task<> read(ProfileEdit* self, QString path, std::stop_token stop);
+    template<typename Source>
+    void startReading(const Source& source);
+    template<typename Source>
+    static QCoro::Task<> read(ProfileEdit* self, Source source, std::stop_token stop);
+    void refusePicture(const QString& sentence);
     static QCoro::Task<> save(ProfileEdit* self, std::stop_token stop);
 
     Services m_services;

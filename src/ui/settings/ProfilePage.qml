@@ -9,12 +9,15 @@ SettingsPage {
     readonly property ProfileEdit profile: App.settings.profile
     readonly property AccountCard account: App.settings.account
     readonly property int pictureSize: Theme.grown(96)
-    readonly property int plusSize: Theme.grown(30)
-    readonly property string pictureNote: profile.isReadingPicture ? qsTr("Reading the picture…")
-                                        : profile.pictureError !== "" ? profile.pictureError : qsTr("Tap the + to add a photo.")
+    readonly property string pictureError: profile.pictureError
+    readonly property bool hasPictureError: pictureError !== "" && pictureNote === pictureError
+    readonly property string pictureNote: picture.isWelcoming ? qsTr("Drop the picture to use it.")
+                                        : profile.isReadingPicture ? qsTr("Reading the picture…")
+                                        : pictureError !== "" ? pictureError : qsTr("Tap the + to add a photo.")
 
     title: qsTr("Profile")
     first: firstName.input
+    onPictureErrorChanged: spoken.say(pictureError)
 
     FormCard {
         width: parent.width
@@ -23,33 +26,13 @@ SettingsPage {
             width: parent.width
             height: Math.max(picture.height, about.height)
 
-            Avatar {
+            ProfilePicture {
                 id: picture
                 anchors.left: parent.left
                 anchors.verticalCenter: parent.verticalCenter
                 size: page.pictureSize
-                picture: page.profile.picture
+                profile: page.profile
                 initials: page.account.initials
-
-                Rectangle {
-                    anchors.right: parent.right
-                    anchors.bottom: parent.bottom
-                    anchors.margins: -3
-                    width: plus.width + 6
-                    height: width
-                    radius: width / 2
-                    color: Theme.surface
-
-                    IconButton {
-                        id: plus
-                        anchors.centerIn: parent
-                        size: page.plusSize
-                        iconName: "plus"
-                        look: IconButton.Accent
-                        text: qsTr("Choose a profile picture")
-                        onClicked: App.settings.choosePicture()
-                    }
-                }
             }
             Column {
                 id: about
@@ -86,13 +69,12 @@ SettingsPage {
                     text: page.pictureNote
                     size: Theme.metaSize
                     leading: Theme.captionLeading
-                    font.weight: page.profile.pictureError !== "" ? Font.Medium : Font.Normal
-                    color: page.profile.pictureError !== "" ? Theme.bad : Theme.ink2
+                    font.weight: page.hasPictureError ? Font.Medium : Font.Normal
+                    color: page.hasPictureError ? Theme.bad : Theme.ink2
                     wrapMode: Text.Wrap
                     horizontalAlignment: Text.AlignLeft
                     Accessible.role: Accessible.StaticText
                     Accessible.name: text
-                    onTextChanged: spoken.say(page.profile.pictureError)
 
                     Announcement {
                         id: spoken

@@ -1,6 +1,7 @@
 // The settings of the built program as a person uses them, with its backend.
 
-#include "doubles/desktop/PanelProgram.h"
+#include "doubles/desktop/DragSource.h"
+#include "doubles/desktop/SettingsProgramFixture.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -15,97 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace vorq::desktop {
 namespace {
-
-using Window = DesktopSession::Window;
-
-class SettingsProgramTest : public testing::Test {
-  protected:
-    void tell(const QStringList& command) const {
-        run(VORQ_PROGRAM, "", command, session.environment());
-    }
-    [[nodiscard]] Window settings() const { return vorq.windowTitled("Settings"); }
-    void waitForSettings() const {
-        DesktopSession::waitUntil("the settings with the keyboard", [this] {
-            return settings() != 0 && session.activeWindow() == settings();
-        });
-        waitFor("Settings");
-    }
-    void open() {
-        vorq.start();
-        tell({"settings"});
-        waitForSettings();
-    }
-    [[nodiscard]] bool shows(const QString& words) const {
-        return std::ranges::any_of(vorq.controls(), [&](const AccessibleNode& node) {
-            return node.isShowing && node.name == words;
-        });
-    }
-    void waitFor(const QString& words) const {
-        DesktopSession::waitUntil(words, [&] { return shows(words); });
-    }
-    void press(const QString& words) const {
-        DesktopSession::waitUntil(words, [&] { return vorq.press(words); });
-    }
-    void waitForKeyboardIn(const QString& name) const {
-        DesktopSession::waitUntil("the keyboard in " + name, [&] {
-            const auto focused = vorq.focused();
-            return focused && focused->name == name;
-        });
-    }
-    // Into the field that has the keyboard, in place of what stands there.
-    void enter(const QString& text) const {
-        session.key({"ctrl+a"});
-        session.type(text);
-    }
-    [[nodiscard]] QJsonObject stored() const {
-        QFile file(session.home() + "/.config/Vorq/settings.json");
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return QJsonDocument::fromJson(file.readAll()).object();
-    }
-    void store(const QJsonObject& settings) const {
-        session.write(".config/Vorq/settings.json", QJsonDocument(settings).toJson());
-    }
-    [[nodiscard]] std::vector<Window> windowsOfVorq() {
-        std::vector<Window> found;
-        for (const Window window : session.windows())
-            if (session.processOf(window) == vorq.program().process()) found.push_back(window);
-        return found;
-    }
-    void openPrivacy() const {
-        press("Privacy settings");
-        waitForKeyboardIn("Email");
-    }
-    void changePassword(const QString& current, const QString& wanted) const {
-        vorq.tabTo("Current password");
-        enter(current);
-        vorq.tabTo("New password");
-        enter(wanted);
-        vorq.tabTo("Confirm new password");
-        enter(wanted);
-        session.key({"Return"});
-    }
-    void choosePicture(const QString& path) {
-        const Window window = settings();
-        press("Choose a profile picture");
-        DesktopSession::waitUntil("the dialog", [&] {
-            const Window active = session.activeWindow();
-            return active != window && active != 0 &&
-                   session.processOf(active) == vorq.program().process();
-        });
-        session.type(path);
-        session.key({"Return"});
-        DesktopSession::waitUntil("the settings", [&] { return session.activeWindow() == window; });
-    }
-    void keep(const QString& name) const {
-        const QString folder = qEnvironmentVariable("VORQ_SHOTS");
-        if (folder.isEmpty()) return;
-        run("import", "imagemagick", {"-window", "root", folder + "/settings-" + name + ".png"},
-            session.environment());
-    }
-
-    PanelProgram vorq;
-    DesktopSession& session = vorq.session;
-};
 
 TEST_F(SettingsProgramTest, TheCommandOpensOneWindowAndBringsItForward) {
     open();
@@ -211,6 +121,43 @@ TEST_F(SettingsProgramTest, PicturesThatAreNoneChangeNothing) {
     ASSERT_EQ(::stat(qPrintable(avatar), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0600U);
     keep("portrait");
+}
+
+TEST_F(SettingsProgramTest, APictureThatIsDroppedOnTheAvatarIsTheUsers) {
+    const QString portrait = session.home() + "/portrait.png";
+    QImage image(900, 600, QImage::Format_RGB32);
+    image.fill(Qt::darkCyan);
+    ASSERT_TRUE(image.save(portrait));
+    const QString text = session.write("text.jpg", "This is no picture.");
+    const QString avatar = session.home() + "/.local/share/Vorq/profile-avatar.jpg";
+    open();
+    const auto drop = [this](const QString& file) {
+        DesktopProgram* source = nullptr;
+        const Window window = openDragSource(session, {file}, {900, 600}, &source);
+        session.activate(window);
+        dragAndHold(session, session.geometry(window).center(),
+                    vorq.placeOf("Profile picture").center());
+        waitFor("Drop the picture to use it.");
+        keep("drop");
+        letGo(session);
+        DesktopSession::waitUntil("the drop",
+                                  [this] { return !shows("Drop the picture to use it."); });
+        source->kill();
+        session.waitForNoWindow("test_drag_source");
+    };
+    session.key({"Return"});
+    waitForKeyboardIn("First name");
+    drop(text);
+    waitFor("This file is no picture, or it is damaged. Choose a JPEG, PNG or WebP file, for "
+            "example.");
+    drop(portrait);
+    waitFor("Tap the + to add a photo.");
+    EXPECT_FALSE(QFileInfo::exists(avatar)) << "it is not saved yet";
+    EXPECT_TRUE(QFileInfo::exists(portrait) && QFileInfo::exists(text)) << "copied, not moved";
+    press("Save");
+    waitFor("Profile saved.");
+    EXPECT_EQ(QImage(avatar).size(), QSize(512, 341));
+    keep("dropped");
 }
 
 TEST_F(SettingsProgramTest, TheWindowComesUpWhereItWasLeft) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "doubles/desktop/DragSource.h"
 #include "doubles/desktop/PanelProgram.h"
 
 #include <QElapsedTimer>
@@ -117,24 +118,18 @@ class PanelPresenceTest : public testing::Test {
 
     /// A window that files, or what else the arguments say, can be dragged out of.
     Window openDragSource(const QStringList& arguments) {
-        m_started.push_back(&session.start(VORQ_DRAG_SOURCE, "", arguments));
-        const Window window = session.waitForWindow("test_drag_source");
-        xdotool({"windowmove", QString::number(window), "800", "550"});
+        DesktopProgram* started = nullptr;
+        const Window window =
+            vorq::desktop::openDragSource(session, arguments, {800, 550}, &started);
+        m_started.push_back(started);
         letSettle();
         return window;
     }
 
     /// With the steps that a hand makes.
     void dragSlowly(QPoint from, QPoint to) const {
-        QStringList arguments{"mousemove", QString::number(from.x()), QString::number(from.y()),
-                              "mousedown", "1"};
-        constexpr int steps = 12;
-        for (int step = 1; step <= steps; ++step) {
-            const QPoint at = from + (to - from) * step / steps;
-            arguments +=
-                {"sleep", "0.06", "mousemove", QString::number(at.x()), QString::number(at.y())};
-        }
-        xdotool(arguments + QStringList{"sleep", "0.3", "mouseup", "1"});
+        dragAndHold(session, from, to);
+        xdotool({"sleep", "0.3", "mouseup", "1"});
     }
 
     static inline std::unique_ptr<PanelProgram> s_desktop;

@@ -78,6 +78,14 @@ QQuickItem* SettingsStage::saying(const QString& words) {
     });
 }
 
+QQuickItem& SettingsStage::find(const QString& type) {
+    QQuickItem* found = firstOfStage(*window->contentItem(), [&](const QQuickItem& item) {
+        return QString::fromLatin1(item.metaObject()->className()).startsWith(type + u"_QMLTYPE"_s);
+    });
+    if (found == nullptr) qFatal("there is no %s", qPrintable(type));
+    return *found;
+}
+
 QQuickItem& SettingsStage::field(const QString& label) {
     QQuickItem* found = firstOfStage(*window->contentItem(), [&](const QQuickItem& item) {
         return item.property("label").toString() == label && item.property("input").isValid();

@@ -29,6 +29,8 @@ class SettingsStage {
     [[nodiscard]] QQuickItem& root() { return *window->rootObject(); }
     /// The first visible item of the words; null without one.
     [[nodiscard]] QQuickItem* saying(const QString& words);
+    /// The first visible item of the type.
+    [[nodiscard]] QQuickItem& find(const QString& type);
     /// The field with this label.
     [[nodiscard]] QQuickItem& field(const QString& label);
     void click(const QString& words);

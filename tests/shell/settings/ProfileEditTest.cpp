@@ -243,6 +243,53 @@ TEST_F(ProfileEditTest, PipesFoldersAndWhatIsNotThereAreNotOpened) {
     EXPECT_FALSE(profile().isUnsaved());
 }
 
+TEST_F(ProfileEditTest, APictureThatIsDroppedIsTakenAsAChosenOne) {
+    tools->avatar = jpeg(Qt::red);
+    profile().useDropped({QUrl::fromLocalFile(putFile("me.png", "a picture"))});
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !profile().isReadingPicture(); }));
+    EXPECT_EQ(profile().picture()->image(), QImage::fromData(*tools->avatar));
+    EXPECT_TRUE(profile().isUnsaved());
+    tools->avatar = std::unexpected(DocumentFailure::Unreadable);
+    profile().useDropped({QUrl::fromLocalFile(putFile("text.jpg", "no picture at all"))});
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !profile().isReadingPicture(); }));
+    EXPECT_TRUE(profile().pictureError().startsWith("This file is no picture, or it is damaged."))
+        << qPrintable(profile().pictureError());
+    profile().useDropped({QUrl("https://example.org/me.jpg")});
+    EXPECT_EQ(profile().pictureError(), "Choose a picture on this computer.");
+}
+
+TEST_F(ProfileEditTest, OfSeveralThatAreDroppedNoneIsTaken) {
+    tools->avatar = jpeg(Qt::red);
+    profile().useDropped({QUrl::fromLocalFile(putFile("me.png", "a picture")),
+                          QUrl::fromLocalFile(putFile("you.png", "a picture"))});
+    EXPECT_EQ(profile().pictureError(), "Choose a single picture.");
+    EXPECT_FALSE(profile().isReadingPicture());
+    EXPECT_FALSE(profile().isUnsaved());
+}
+
+TEST_F(ProfileEditTest, APictureWithoutAFileIsCheckedAsFilesAre) {
+    tools->avatar = jpeg(Qt::red);
+    profile().useDroppedPicture("encoded");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !profile().isReadingPicture(); }));
+    EXPECT_EQ(tools->asked, QStringList("avatar"));
+    EXPECT_EQ(profile().picture()->image(), QImage::fromData(*tools->avatar));
+    tools->avatar = std::unexpected(DocumentFailure::TooLarge);
+    profile().useDroppedPicture("too many pixels");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !profile().isReadingPicture(); }));
+    EXPECT_TRUE(profile().pictureError().contains("too many pixels"));
+}
+
+TEST_F(ProfileEditTest, TheSameRefusalIsToldAnew) {
+    QStringList told;
+    QObject::connect(&profile(), &ProfileEdit::changed, [&] {
+        const QString error = profile().pictureError();
+        if (told.isEmpty() || told.back() != error) told += error;
+    });
+    profile().usePicture(QUrl("https://example.org/me.jpg"));
+    profile().usePicture(QUrl("https://example.org/me.jpg"));
+    EXPECT_EQ(told.count("Choose a picture on this computer."), 2);
+}
+
 TEST_F(ProfileEditTest, TheEditSurvivesTheEndOfTheSession) {
     profile().setFirstName("Augusta");
     expire();

@@ -3,7 +3,13 @@
 #include "platform/trust/PrivacySettings.h"
 
 #include <QAccessible>
+#include <QBuffer>
+#include <QDropEvent>
+#include <QFile>
+#include <QImage>
+#include <QMimeData>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -244,6 +250,118 @@ TEST_F(SettingsPagesTest, ResettingTheColorsCanBeUndone) {
     stage.settle(400);
     stage.click("Undo");
     EXPECT_EQ(stage.base.state->appearance().panelUserBlockHex(), "#1F6F63");
+}
+
+// The profile, beside programs that pictures are dragged out of.
+class PictureDropTest : public SettingsPagesTest {
+  protected:
+    PictureDropTest() {
+        stage.show();
+        stage.open(Pane::Profile);
+    }
+    [[nodiscard]] QPoint plus() { return middleOf(*stage.saying("Choose a profile picture")); }
+    // As the platform does it: the mouse comes in, and then it lets go.
+    bool enter(const QMimeData& data, QPoint at, Qt::DropActions actions = Qt::CopyAction) {
+        QDragEnterEvent event(at, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(stage.window.get(), &event);
+        return event.isAccepted();
+    }
+    bool drop(const QMimeData& data) {
+        if (!enter(data, plus())) return false;
+        QDropEvent event(plus(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(stage.window.get(), &event);
+        return event.isAccepted() && waitUntilRead();
+    }
+    [[nodiscard]] bool waitUntilRead() {
+        ProfileEdit& profile = *stage.settings->profile();
+        const bool isRead = QTest::qWaitFor([&] { return !profile.isReadingPicture(); });
+        stage.settle();
+        return isRead;
+    }
+    [[nodiscard]] static QByteArray encoded(const char* format) {
+        QImage image(24, 16, QImage::Format_RGB32);
+        image.fill(Qt::darkCyan);
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        image.save(&buffer, format);
+        return bytes;
+    }
+    void put(QMimeData& data, const QByteArray& content) {
+        QFile file(folder.filePath("me.png"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        data.setUrls({QUrl::fromLocalFile(file.fileName())});
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(PictureDropTest, WhatIsHeldOverThePictureIsShownToBeWelcome) {
+    QMimeData data;
+    put(data, encoded("PNG"));
+    EXPECT_TRUE(enter(data, plus()));
+    stage.settle();
+    EXPECT_TRUE(stage.saying("Drop the picture to use it."));
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(stage.window.get(), &leave);
+    stage.settle();
+    EXPECT_TRUE(stage.saying("Tap the + to add a photo."));
+    EXPECT_FALSE(stage.settings->profile()->isUnsaved());
+}
+
+TEST_F(PictureDropTest, AFileThatIsDroppedIsThePicture) {
+    stage.tools->avatar = encoded("JPEG");
+    QMimeData data;
+    put(data, encoded("PNG"));
+    ASSERT_TRUE(drop(data));
+    EXPECT_TRUE(stage.settings->profile()->picture()->isThere());
+    EXPECT_TRUE(stage.settings->profile()->isUnsaved());
+    EXPECT_TRUE(stage.saying("Tap the + to add a photo."));
+}
+
+TEST_F(PictureDropTest, WhatIsNoneIsToldAndReadOutOnce) {
+    QMimeData data;
+    put(data, "no picture at all");
+    ASSERT_TRUE(drop(data));
+    const QString error = stage.settings->profile()->pictureError();
+    EXPECT_TRUE(error.startsWith("This file is no picture, or it is damaged."));
+    EXPECT_TRUE(stage.saying(error));
+    EXPECT_EQ(notified(*stage.window->contentItem()), QStringList(error));
+    EXPECT_FALSE(stage.settings->profile()->isUnsaved());
+}
+
+TEST_F(PictureDropTest, APictureOfAPageIsTakenAndItsAddressIsNot) {
+    stage.tools->avatar = encoded("JPEG");
+    QMimeData data;
+    data.setUrls({QUrl("https://example.org/me.png")});
+    data.setData("image/png", encoded("PNG"));
+    ASSERT_TRUE(drop(data));
+    EXPECT_TRUE(stage.settings->profile()->picture()->isThere());
+}
+
+// A source deletes what it has been told to be moved, and is told so at each step of the mouse.
+TEST_F(PictureDropTest, WhatComesOverThePictureFromElsewhereIsCopied) {
+    QMimeData data;
+    put(data, encoded("PNG"));
+    const Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction;
+    QDragEnterEvent besideIt({10, 10}, actions, &data, Qt::LeftButton, Qt::ShiftModifier);
+    ASSERT_EQ(besideIt.proposedAction(), Qt::MoveAction);
+    QCoreApplication::sendEvent(stage.window.get(), &besideIt);
+    QDragMoveEvent overIt(plus(), actions, &data, Qt::LeftButton, Qt::ShiftModifier);
+    QCoreApplication::sendEvent(stage.window.get(), &overIt);
+    EXPECT_TRUE(overIt.isAccepted());
+    EXPECT_EQ(overIt.dropAction(), Qt::CopyAction);
+}
+
+TEST_F(PictureDropTest, WhatCanBeNoPictureIsNotTaken) {
+    QMimeData text;
+    text.setText("words");
+    EXPECT_FALSE(enter(text, plus()));
+    QMimeData data;
+    put(data, encoded("PNG"));
+    EXPECT_FALSE(enter(data, plus(), Qt::MoveAction)) << "its source would delete it";
+    EXPECT_FALSE(enter(data, {10, 10})) << "beside it";
 }
 
 TEST_F(SettingsPagesTest, SignedOutThereIsAWayInAndWhatNeedsNoAccount) {

@@ -3,9 +3,8 @@ import QtQuick
 import Vorq
 import Vorq.Native
 
-// Where files can be dropped, or a picture that another program hands over without a file. While one
-// is held over it, it shows that it would be taken.
-DropArea {
+// Where what is dropped is attached. While it is held over it, it shows that it would be taken.
+FileDrop {
     id: zone
 
     required property AttachmentIntake intake
@@ -15,23 +14,11 @@ DropArea {
     readonly property int rimWidth: 2
     readonly property int signPadding: 14
 
-    // Whoever drags deletes what was moved. So this copies, whatever was proposed.
-    onEntered: drag => {
-        const isWanted = drag.hasUrls || intake.pictureFormat(drag.formats) !== ""
-        if (isWanted && (drag.supportedActions & Qt.CopyAction))
-            drag.accept(Qt.CopyAction)
-        else
-            drag.accepted = false
-    }
-    onPositionChanged: drag => drag.accept(Qt.CopyAction)
-    onDropped: drop => {
-        const files = drop.urls.filter(url => url.toString().startsWith("file:"))
-        const picture = intake.pictureFormat(drop.formats)
-        if (files.length > 0)
-            intake.attachFiles(files)
-        else if (picture === "" || !intake.attachPicture(drop.getDataAsArrayBuffer(picture)))
-            intake.attachFiles(drop.urls)
-        drop.accept(Qt.CopyAction)
+    pictureFormat: formats => intake.pictureFormat(formats)
+    onFilesDropped: files => intake.attachFiles(files)
+    onPictureDropped: (picture, addresses) => {
+        if (!intake.attachPicture(picture))
+            intake.attachFiles(addresses)
     }
 
     Squircle {
