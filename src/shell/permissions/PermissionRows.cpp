@@ -25,11 +25,6 @@ QString PermissionRows::message() const {
     return isGranted ? QString() : m_permissions.permissionMessage();
 }
 
-void PermissionRows::enableTextCapture() {
-    emit textCaptureWanted();
-    m_permissions.requestTextCapturePermission();
-}
-
 void PermissionRows::refresh() {
     m_permissions.refreshPermissions();
 }

@@ -29,12 +29,12 @@ class PermissionRows final : public QObject {
     /// Looks at them anew.
     void refresh();
 
-    Q_INVOKABLE void enableTextCapture();
+    Q_INVOKABLE void enableTextCapture() { emit textCaptureWanted(); }
     Q_INVOKABLE void openSelfTest() { emit selfTestWanted(); }
 
   signals:
     void changed();
-    /// The user wants the system to let Vorq read highlighted text.
+    /// The user wants the system to let Vorq read highlighted text. Whoever hears of it asks.
     void textCaptureWanted();
     /// The user wants to find out what works here.
     void selfTestWanted();

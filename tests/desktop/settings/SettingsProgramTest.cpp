@@ -285,5 +285,29 @@ TEST_F(SettingsProgramTest, AScreenReaderMeetsWhatIsSeen) {
     EXPECT_TRUE(has("push button", "Save"));
 }
 
+// Nobody has agreed yet that programs show each other their windows.
+class SettingsConsentTest : public SettingsProgramTest {
+  protected:
+    SettingsConsentTest()
+        : SettingsProgramTest({.hasAccessibilityBus = true, .isAccessibilityOn = false}) {}
+};
+
+TEST_F(SettingsConsentTest, EnablingAsksTheSystemOnce) {
+    DesktopProgram& heard =
+        session.start("dbus-monitor", "dbus-bin",
+                      {"--session", "interface='org.freedesktop.DBus.Properties',member='Set'"});
+    QProcessEnvironment speaking;
+    speaking.insert("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+    vorq.start({}, speaking);
+    tell({"settings"});
+    waitForSettings();
+    press("Enable");
+    waitFor("Accessibility Is On");
+    waitFor("Vorq can read highlighted text.");
+    tell({"quit"});
+    DesktopSession::waitUntil("the end", [this] { return !vorq.program().isRunning(); });
+    EXPECT_EQ(heard.output().count("\"IsEnabled\""), 1) << heard.output().toStdString();
+}
+
 } // namespace
 } // namespace vorq::desktop

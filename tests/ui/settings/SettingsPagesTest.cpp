@@ -47,6 +47,12 @@ class SettingsPagesTest : public testing::Test {
         }
         return said;
     }
+    // As the program does it.
+    void connectEnabling() {
+        QObject::connect(stage.settings->permissions(), &PermissionRows::textCaptureWanted,
+                         &stage.base.state->permissions(),
+                         &Permissions::requestTextCapturePermission);
+    }
     // A page on the strip.
     [[nodiscard]] QQuickItem* station(const QString& name) { return stationIn(stage.root(), name); }
     [[nodiscard]] static QQuickItem* stationIn(const QQuickItem& from, const QString& name) {
@@ -426,6 +432,7 @@ TEST_F(SettingsPagesTest, WhereEnablingDoesNotHelpItIsSaidWhatToLookFor) {
     Permissions& permissions = stage.base.state->permissions();
     permissions.setProbe(&probe);
     permissions.setPrivacySettings(&system);
+    connectEnabling();
     stage.show({1120, 1100});
     stage.click("Enable");
     EXPECT_EQ(system.opened, QStringList("Privacy_Accessibility"));
@@ -445,6 +452,7 @@ TEST_F(SettingsPagesTest, WhereEnablingHelpsNothingMoreIsSaid) {
     system.onOpen = [&] { probe.text = PermissionState::Granted; };
     stage.base.state->permissions().setProbe(&probe);
     stage.base.state->permissions().setPrivacySettings(&system);
+    connectEnabling();
     stage.show({1120, 1100});
     stage.click("Enable");
     EXPECT_TRUE(stage.saying("Granted"));
