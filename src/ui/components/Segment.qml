@@ -8,6 +8,8 @@ Control {
 
     property string iconName: ""
     property bool isChosen: false
+    readonly property bool hasMarks: true
+    readonly property bool isMarked: isChosen
     readonly property int sidePadding: 13
     readonly property int iconSize: Theme.grown(15)
     readonly property int iconGap: 7
@@ -20,8 +22,8 @@ Control {
     ringRadius: corner
     ringGap: 1
     z: visualFocus ? 1 : 0 // its ring lies over the others
-    Accessible.checkable: true
-    Accessible.checked: isChosen
+    Accessible.checkable: hasMarks
+    Accessible.checked: isMarked
     implicitWidth: Math.ceil(strong.implicitWidth + iconRoom) + 2 * sidePadding
 
     // What is chosen is bolder, and the others must not move for it.

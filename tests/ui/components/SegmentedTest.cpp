@@ -1,5 +1,7 @@
 #include "doubles/ui/PartTest.h"
 
+#include <QAccessible>
+
 #include <gmock/gmock.h>
 
 namespace vorq {
@@ -80,6 +82,14 @@ TEST_F(SegmentedTest, AScreenReaderHearsWhichOfThemHolds) {
     pressAsScreenReader(*saying("All"));
     EXPECT_TRUE(segment("All").state().checked);
     EXPECT_FALSE(segment("Open").state().checked);
+}
+
+TEST_F(SegmentedTest, AScreenReaderThatComesLaterHearsItToo) {
+    showChoice();
+    QAccessible::setActive(false);
+    QAccessible::setActive(true);
+    EXPECT_TRUE(heard(*saying("Open")).state().checked);
+    EXPECT_FALSE(heard(*saying("All")).state().checked);
 }
 
 TEST_F(SegmentedTest, LongLabelsStayWithinIt) {

@@ -11,15 +11,16 @@ QAccessible::Role ControlAccessible::role() const {
 
 QAccessible::State ControlAccessible::state() const {
     QAccessible::State state = ItemAccessible::state();
-    const auto says = [page = attached()](const char* name) {
-        return page->property(name).toBool();
+    const auto says = [item = &subject()](const char* name) {
+        return item->property(name).toBool();
     };
     state.invisible = state.invisible || qFuzzyIsNull(subject().opacity());
     state.focusable = subject().activeFocusOnTab();
     state.focused = subject().hasActiveFocus();
-    state.pressed = subject().property("down").toBool();
-    state.checkable = says("checkable");
-    state.checked = state.checkable && says("checked");
+    state.pressed = says("down");
+    // Not what the page attaches: Qt overwrites that whenever somebody begins to listen.
+    state.checkable = says("hasMarks") || says("checkable");
+    state.checked = state.checkable && (says("isMarked") || says("checked"));
     const QQuickWindow* window = subject().window();
     state.offscreen = window != nullptr && !rect().intersects(window->geometry());
     return state;

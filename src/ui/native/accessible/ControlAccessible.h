@@ -5,7 +5,8 @@
 namespace vorq {
 
 /// A control that is pressed, with the role that its property `role` gives it: Qt takes each of
-/// them for a button, whatever the page says. One that is off offers no action. Main thread only.
+/// them for a button, whatever the page says. Whether it can be marked and is, its properties
+/// `hasMarks` and `isMarked` say. One that is off offers no action. Main thread only.
 class ControlAccessible final : public ItemAccessible, public QAccessibleActionInterface {
   public:
     using ItemAccessible::ItemAccessible;

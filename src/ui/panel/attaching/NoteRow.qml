@@ -9,6 +9,8 @@ Control {
     required property string title
     required property string detail
     required property bool isChecked
+    readonly property bool hasMarks: true
+    readonly property bool isMarked: isChecked
     readonly property int circle: 20
     readonly property int sideRoom: 12
     readonly property int textX: 44
@@ -19,8 +21,8 @@ Control {
     help: detail
     ringRadius: Theme.radiusRow
     ringGap: -Theme.ringGap
-    Accessible.checkable: true
-    Accessible.checked: isChecked
+    Accessible.checkable: hasMarks
+    Accessible.checked: isMarked
 
     background: Squircle {
         radius: Theme.radiusRow
