@@ -1,5 +1,6 @@
-// Draws the pages of the settings into pictures for looking at: vorq-settings-shot FOLDER
-// QT_SCALE_FACTOR draws them larger.
+// Draws the pages of the settings into pictures for looking at:
+// vorq-settings-shot FOLDER [TEXT_SCALE [CATALOGUE]]
+// QT_SCALE_FACTOR draws them larger, and a catalogue of texts in its language.
 
 #include "doubles/ui/SettingsStage.h"
 
@@ -7,6 +8,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QPainter>
+#include <QTranslator>
 
 #include <cstdio>
 #include <functional>
@@ -133,9 +135,11 @@ const QList<Shot>& shots() {
     return all;
 }
 
-void draw(const QString& folder, const Shot& shot, bool isDark) {
+void draw(const QString& folder, const Shot& shot, bool isDark, double textScale) {
     SettingsStage stage;
     stage.setDark(isDark);
+    for (PanelLook* look : {stage.look.get(), stage.settings->panelLook()})
+        look->setTextScale(textScale);
     stage.show(shot.size);
     shot.act(stage);
     stage.settle(400);
@@ -152,15 +156,18 @@ int main(int argc, char** argv) {
     qputenv("QT_QUICK_BACKEND", "software");
     const QGuiApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() < 2) {
-        std::fputs("usage: vorq-settings-shot FOLDER [NAME]\n", stderr);
+    QTranslator texts;
+    const bool hasTexts = arguments.size() < 4 || texts.load(arguments[3]);
+    if (arguments.size() < 2 || !hasTexts) {
+        std::fputs("usage: vorq-settings-shot FOLDER [TEXT_SCALE [CATALOGUE]]\n", stderr);
         return 2;
     }
+    if (!texts.isEmpty()) QCoreApplication::installTranslator(&texts);
+    const double textScale = arguments.size() < 3 ? 1 : arguments[2].toDouble();
     vorq::prepareUi();
     QDir().mkpath(arguments[1]);
     for (const vorq::Shot& shot : vorq::shots())
         for (const bool isDark : {true, false})
-            if (arguments.size() < 3 || shot.name == arguments[2])
-                vorq::draw(arguments[1], shot, isDark);
+            vorq::draw(arguments[1], shot, isDark, textScale);
     return 0;
 }

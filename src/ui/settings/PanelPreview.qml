@@ -15,6 +15,7 @@ Column {
     readonly property int sheetRadius: 30
     readonly property int topRoom: 18
     readonly property int composerHeight: 52
+    readonly property int composerPad: 14
     readonly property int buttonSize: 32
 
     width: Math.min(320, parent?.width ?? 320)
@@ -69,7 +70,7 @@ Column {
     }
     Glass {
         width: parent.width
-        height: Math.max(preview.sheetHeight, said.height + preview.topRoom + preview.composerHeight + 2 * preview.edge)
+        height: Math.max(preview.sheetHeight, said.height + preview.topRoom + composer.height + 2 * preview.edge)
         tokens: preview.tokens
         radius: preview.sheetRadius
         casts: true
@@ -109,10 +110,11 @@ Column {
             }
         }
         Squircle {
+            id: composer
             x: preview.edge
             y: parent.height - preview.edge - height
             width: parent.width - 2 * preview.edge
-            height: preview.composerHeight
+            height: Math.max(preview.composerHeight, placeholder.height + 2 * preview.composerPad)
             radius: Theme.radiusBlock
             fillTop: preview.tokens.fieldFill
             rimTop: preview.tokens.fieldRim
@@ -142,13 +144,14 @@ Column {
                 }
             }
             Txt {
+                id: placeholder
                 anchors.verticalCenter: parent.verticalCenter
                 x: preview.buttonSize + 20
                 width: parent.width - 2 * x
                 text: qsTr("Ask Vorq for help…")
                 size: Theme.bodySize
                 color: preview.tokens.ink3
-                elide: Text.ElideRight
+                wrapMode: Text.Wrap
                 Accessible.ignored: true
             }
         }

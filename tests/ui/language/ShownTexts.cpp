@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 
 #include <functional>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -14,6 +15,7 @@ namespace vorq {
 namespace {
 
 constexpr double roundingRoom = 1;
+constexpr double overlapRoom = 3;  // of lines that stand close
 constexpr double partOfLine = 0.3; // that has no ink
 
 void visitShown(QQuickItem& item, const std::function<void(QQuickItem&)>& visit) {
@@ -42,11 +44,20 @@ QRectF paintedPlace(const QQuickItem& text) {
     return {0, 0, qMin(width, text.width()), qMin(height, text.height())};
 }
 
+// Of what scrolls up and down, what lies beside it is never seen.
+bool isBeside(const QQuickItem& pane, const QRectF& place) {
+    const bool scrollsSideways =
+        pane.property("contentWidth").toDouble() > pane.width() + roundingRoom;
+    const QRectF frame = pane.mapRectToScene(QRectF(QPointF(), pane.size()));
+    return !scrollsSideways && (place.left() < frame.left() - roundingRoom ||
+                                place.right() > frame.right() + roundingRoom);
+}
+
 // What can be scrolled to is not cut off.
 bool isCutByAncestors(QQuickItem& text) {
     QRectF place = text.mapRectToScene(paintedPlace(text));
     for (QQuickItem* above = text.parentItem(); above; above = above->parentItem()) {
-        if (above->inherits("QQuickFlickable")) return false;
+        if (above->inherits("QQuickFlickable")) return isBeside(*above, place);
         if (!above->clip() && above->parentItem()) continue;
         const QRectF frame = above->mapRectToScene(QRectF(QPointF(), above->size()));
         const double room = roundingRoom;
@@ -63,6 +74,14 @@ QString whyCut(QQuickItem& text) {
         QFontMetricsF(text.property("font").value<QFont>()).height() * partOfLine;
     if (text.property("contentHeight").toDouble() > text.height() + lineRoom) return u"too high"_s;
     return isCutByAncestors(text) ? u"clipped"_s : QString();
+}
+
+// What scrolls, as the texts that scroll with each other share it.
+const QQuickItem* paneOf(const QQuickItem& text) {
+    const QQuickItem* above = text.parentItem();
+    while (above && !above->inherits("QQuickFlickable"))
+        above = above->parentItem();
+    return above;
 }
 
 } // namespace
@@ -99,6 +118,26 @@ QStringList shownTexts(QQuickWindow& window) {
     collectHeard(*QAccessible::queryAccessibleInterface(&window), texts);
     texts.removeAll(QString());
     return texts;
+}
+
+std::string overlappingTexts(QQuickWindow& window) {
+    std::vector<QQuickItem*> texts;
+    visitShown(*window.contentItem(), [&](QQuickItem& item) {
+        const bool isShown = item.inherits("QQuickText") && item.opacity() > 0 &&
+                             !item.property("text").toString().isEmpty();
+        if (isShown && paneOf(item)) texts.push_back(&item);
+    });
+    QStringList pairs;
+    for (std::size_t one = 0; one < texts.size(); ++one)
+        for (std::size_t other = one + 1; other < texts.size(); ++other) {
+            if (paneOf(*texts[one]) != paneOf(*texts[other])) continue;
+            const QRectF both = texts[one]->mapRectToScene(paintedPlace(*texts[one])) &
+                                texts[other]->mapRectToScene(paintedPlace(*texts[other]));
+            if (both.width() > overlapRoom && both.height() > overlapRoom)
+                pairs += texts[one]->property("text").toString() + " | " +
+                         texts[other]->property("text").toString();
+        }
+    return pairs.join(u'\n').toStdString();
 }
 
 std::string cutTexts(QQuickWindow& window) {

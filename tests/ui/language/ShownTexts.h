@@ -30,4 +30,7 @@ class TestLanguage {
 /// The visible texts that do not fit into their place, one a line, each with why.
 [[nodiscard]] std::string cutTexts(QQuickWindow& window);
 
+/// The visible texts of a page that lie over each other, one pair a line.
+[[nodiscard]] std::string overlappingTexts(QQuickWindow& window);
+
 } // namespace vorq
