@@ -44,20 +44,11 @@ QRectF paintedPlace(const QQuickItem& text) {
     return {0, 0, qMin(width, text.width()), qMin(height, text.height())};
 }
 
-// Of what scrolls up and down, what lies beside it is never seen.
-bool isBeside(const QQuickItem& pane, const QRectF& place) {
-    const bool scrollsSideways =
-        pane.property("contentWidth").toDouble() > pane.width() + roundingRoom;
-    const QRectF frame = pane.mapRectToScene(QRectF(QPointF(), pane.size()));
-    return !scrollsSideways && (place.left() < frame.left() - roundingRoom ||
-                                place.right() > frame.right() + roundingRoom);
-}
-
 // What can be scrolled to is not cut off.
 bool isCutByAncestors(QQuickItem& text) {
     QRectF place = text.mapRectToScene(paintedPlace(text));
     for (QQuickItem* above = text.parentItem(); above; above = above->parentItem()) {
-        if (above->inherits("QQuickFlickable")) return isBeside(*above, place);
+        if (above->inherits("QQuickFlickable")) return false;
         if (!above->clip() && above->parentItem()) continue;
         const QRectF frame = above->mapRectToScene(QRectF(QPointF(), above->size()));
         const double room = roundingRoom;
