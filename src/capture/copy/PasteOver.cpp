@@ -3,6 +3,7 @@
 #include "capture/copy/CopyChords.h"
 #include "capture/selection/AccessibleSelection.h"
 #include "capture/selection/CaptureLog.h"
+#include "support/async/BlockFor.h"
 #include "support/text/Text.h"
 
 #include <QPointer>
@@ -29,6 +30,8 @@ constexpr auto lateTaking = 2s;
 constexpr auto takingRound = 20ms;
 constexpr auto settlingOfPaste = 80ms;
 constexpr auto lateShowing = 2s;
+constexpr auto selectingRound = 20ms;
+constexpr int selectingRounds = 15;
 // An application that takes longer to tell is one that tells nothing.
 constexpr auto lookLimit = 2s;
 
@@ -120,8 +123,13 @@ bool selectPart(const PasteOver::Target& target, AccessibleElement& element) {
     const bool isOther =
         !selected.isEmpty() && selected != whole.text && selected != target.original;
     if (isOther && !target.reselects) return false;
-    return element.setSelectedTextRange(rangeOf(target)) &&
-           element.selectedText() == target.original;
+    (void)element.setSelectedTextRange(rangeOf(target));
+    // Browsers select late.
+    for (int round = 0; round < selectingRounds; ++round) {
+        if (element.selectedText() == target.original) return true;
+        blockFor(selectingRound, {});
+    }
+    return false;
 }
 
 // Has the original selected, if it is there.
