@@ -9,8 +9,8 @@ namespace vorq::desktop {
 /// arguments say.
 inline DesktopSession::Window openDragSource(DesktopSession& session, const QStringList& arguments,
                                              QPoint place, DesktopProgram** started = nullptr) {
-    DesktopProgram& program = session.start(VORQ_DRAG_SOURCE, "", arguments);
-    if (started != nullptr) *started = &program;
+    DesktopProgram& source = session.start(VORQ_DRAG_SOURCE, "", arguments);
+    if (started != nullptr) *started = &source;
     const DesktopSession::Window window = session.waitForWindow("test_drag_source");
     run("xdotool", "xdotool",
         {"windowmove", QString::number(window), QString::number(place.x()),

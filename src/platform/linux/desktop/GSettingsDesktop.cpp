@@ -30,7 +30,7 @@ constexpr Setting animations{interfaceSchema, "enable-animations"};
 constexpr Setting textScaling{interfaceSchema, "text-scaling-factor"};
 constexpr Setting widgetTheme{interfaceSchema, "gtk-theme"};
 constexpr Setting highContrast{accessSchema, "high-contrast"};
-constexpr std::array settings{colorScheme, animations, textScaling, widgetTheme, highContrast};
+constexpr std::array askedSettings{colorScheme, animations, textScaling, widgetTheme, highContrast};
 
 using Values = QHash<QByteArray, QByteArray>;
 
@@ -73,7 +73,7 @@ std::optional<bool> darknessOf(const Values& values) {
 Values valuesIn(const QByteArray& listing) {
     Values values;
     for (const QByteArray& line : listing.split('\n'))
-        for (const Setting& setting : settings)
+        for (const Setting& setting : askedSettings)
             if (const QByteArray name = nameOf(setting) + ' '; line.startsWith(name))
                 values.insert(nameOf(setting), line.sliced(name.size()).trimmed());
     return values;
@@ -96,7 +96,7 @@ GSettingsDesktop::GSettingsDesktop(QDBusConnection bus) : m_bus(std::move(bus)) 
 
 void GSettingsDesktop::settingsWritten(const QString& prefix, const QStringList& keys,
                                        const QString&) {
-    for (const Setting& setting : settings) {
+    for (const Setting& setting : askedSettings) {
         const QString path = pathOf(setting);
         if (!path.startsWith(prefix)) continue;
         if (keys.isEmpty() || keys.contains(path.sliced(prefix.size())))
@@ -131,7 +131,7 @@ QCoro::Task<> GSettingsDesktop::readDue(GSettingsDesktop* self, std::stop_token 
 }
 
 void GSettingsDesktop::merge(const QByteArray& schema, const Stored& stored) {
-    for (const Setting& setting : settings)
+    for (const Setting& setting : askedSettings)
         if (schema == setting.schema) m_values.remove(nameOf(setting));
     m_values.insert(stored.values);
     if (schema == widgetTheme.schema) m_selection = stored.selection;

@@ -29,7 +29,7 @@ const QString selectionKey = u"BackgroundNormal"_s;
 
 constexpr uint dark = 1;
 constexpr uint light = 2;
-constexpr uint highContrast = 1;
+constexpr uint moreContrast = 1;
 
 // Older portals wrap a value twice.
 QVariant unwrapped(QVariant value) {
@@ -110,7 +110,7 @@ void PortalDesktop::take(const QString& area, const QString& key, const QVariant
     } else if (area == interfaceArea && key == animationsKey) {
         look.allowsAnimations = plain.toBool();
     } else if (area == appearanceArea && key == contrastKey) {
-        look.wantsHighContrast = plain.toUInt() == highContrast;
+        look.wantsHighContrast = plain.toUInt() == moreContrast;
     } else if (area == interfaceArea && key == textScaleKey) {
         look.textScale = plain.toDouble();
     } else if (area == appearanceArea && key == accentKey) {
