@@ -75,7 +75,7 @@ std::vector<PixelScreen> pixelScreens(const Screens& screens) {
 // Beside the program, or where installed helpers are.
 QString testWindowProgram() {
     const QString folder = QCoreApplication::applicationDirPath();
-    const QString beside = folder + u'/' + ProcessTestWindow::programName;
+    QString beside = folder + u'/' + ProcessTestWindow::programName;
     if (QFile::exists(beside)) return beside;
     return folder + u"/../libexec/"_s + ProcessTestWindow::programName;
 }

@@ -1,6 +1,5 @@
 import QtQuick
 import Vorq
-import Vorq.Native
 
 // The list of what can be set.
 SettingsPage {
