@@ -1,7 +1,6 @@
 #include "writing/WritingToolsModel.h"
 
 #include "backend/account/AccountSession.h"
-#include "backend/api/VorqAPIService.h"
 #include "backend/http/Errors.h"
 #include "support/text/Text.h"
 #include "writing/ReplacementFit.h"
@@ -9,6 +8,7 @@
 #include "writing/WritingAsk.h"
 #include "writing/WritingLogging.h"
 #include "writing/WritingPrompts.h"
+#include "writing/asking/SelectionPrompt.h"
 
 #include <utility>
 
@@ -226,19 +226,9 @@ QCoro::Task<std::optional<WritingToolsModel::Rewrite>>
 WritingToolsModel::askBackend(QPointer<WritingToolsModel> self, Ask ask, std::stop_token stop) {
     std::optional<Rewrite> result;
     const QString original = self->m_selection.originalText;
-    PromptRequest request;
-    request.prompt = ask.prompt;
-    request.selectedText = original;
-    request.skipUserPreferences = true;
-    request.preferredModel = self->m_services.account.preferredModelForAIRequest();
     try {
-        const AIAnalysis analysis =
-            co_await self->m_services.account.tokens().withFreshSessionToken(
-                [self, request, stop](const QString& token) {
-                    if (!self) throw OperationCancelled();
-                    return self->m_services.api.prompt(token, request, stop);
-                },
-                stop);
+        const AIAnalysis analysis = co_await askAboutSelection(
+            self->m_services.account, self->m_services.api, ask.prompt, original, stop);
         result = rewriteOf(analysis, original, ask.instruction);
     } catch (const OperationCancelled&) {
         result.reset();

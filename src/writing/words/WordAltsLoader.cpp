@@ -1,9 +1,9 @@
 #include "writing/words/WordAltsLoader.h"
 
 #include "backend/account/AccountSession.h"
-#include "backend/api/VorqAPIService.h"
 #include "backend/http/Errors.h"
 #include "support/text/Text.h"
+#include "writing/asking/SelectionPrompt.h"
 #include "writing/words/WordAltsAnswer.h"
 #include "writing/words/WordAltsChoice.h"
 #include "writing/words/WordAltsPrompt.h"
@@ -68,19 +68,10 @@ QCoro::Task<> WordAltsLoader::fill(QPointer<WordAltsLoader> self, std::stop_toke
 QCoro::Task<WordAltsLoader::Offered> WordAltsLoader::ask(QPointer<WordAltsLoader> self,
                                                          QString selection, std::stop_token stop) {
     Offered result;
-    PromptRequest request;
-    request.prompt = promptForWordAlternatives(wordAltsFor(selection));
-    request.selectedText = selection;
-    request.skipUserPreferences = true;
-    request.preferredModel = self->m_services.account.preferredModelForAIRequest();
     try {
-        const AIAnalysis analysis =
-            co_await self->m_services.account.tokens().withFreshSessionToken(
-                [self, request, stop](const QString& token) {
-                    if (!self) throw OperationCancelled();
-                    return self->m_services.api.prompt(token, request, stop);
-                },
-                stop);
+        const AIAnalysis analysis = co_await askAboutSelection(
+            self->m_services.account, self->m_services.api,
+            promptForWordAlternatives(wordAltsFor(selection)), selection, stop);
         result = chosenWordAlts(readWordAlts(analysis.summary), selection);
     } catch (const std::exception&) {
         // The writer has not asked for it, and is not to hear of it.
